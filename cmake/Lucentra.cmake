@@ -1,0 +1,47 @@
+# What every target of the project has in common, and the three kinds of target there are.
+
+add_library(lucentra-common INTERFACE)
+target_compile_features(lucentra-common INTERFACE cxx_std_20)
+target_compile_options(lucentra-common INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast)
+target_compile_definitions(lucentra-common INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH)
+if(LUCENTRA_SANITIZE)
+    target_compile_options(lucentra-common INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+    target_link_options(lucentra-common INTERFACE -fsanitize=address,undefined)
+endif()
+
+# lucentra_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
+# One folder of the program. Its own directory is its only include path, so that a folder sees just those that it
+# links: an include against the direction of the arrows isn't found.
+function(lucentra_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${name} PUBLIC lucentra-common Qt6::Core tl::expected ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+endfunction()
+
+# lucentra_test(<name> SOURCES <file>... LINK <target>... [LABELS <label>...])
+# One QtTest program. It runs headless, in a home directory of its own, and knows the test data by TEST_DATA.
+function(lucentra_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK;LABELS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE lucentra-common Qt6::Test ${arg_LINK})
+    target_compile_definitions(${name} PRIVATE TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
+    add_test(NAME ${name} COMMAND ${name})
+    set(home "${CMAKE_CURRENT_BINARY_DIR}/${name}.home")
+    set_tests_properties(${name} PROPERTIES
+        LABELS "unit;${arg_LABELS}"
+        TIMEOUT 300
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_RUNTIME_DIR=${home}/run;DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+endfunction()
+
+# lucentra_benchmark(<name> SOURCES <file>... LINK <target>...): one Google Benchmark program.
+function(lucentra_benchmark name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE lucentra-common benchmark::benchmark ${arg_LINK})
+endfunction()

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Result.h"
+
+#include <QImage>
+#include <QList>
+#include <QRectF>
+#include <QStringList>
+
+namespace lucentra {
+
+enum class RecognitionLevel { Fast, Accurate };
+
+struct TextRecognitionRequest
+{
+    QStringList languages; ///< BCP 47 tags, the most expected first
+    RecognitionLevel level = RecognitionLevel::Accurate;
+    bool usesLanguageCorrection = true;
+    double minimumTextHeight = 0; ///< fraction of the image height; smaller lines are not looked for
+};
+
+/// One line as the recognizer saw it.
+struct RecognizedTextObservation
+{
+    QStringList candidates; ///< spellings, the best first; may be empty
+    QRectF boundingBox;     ///< fractions of the image (0 to 1); origin bottom-left, y upwards
+
+    QStringList topCandidates(qsizetype count) const { return candidates.first(qMin(count, candidates.size())); }
+    bool operator==(const RecognizedTextObservation &) const = default;
+};
+
+/// Finds and reads the lines of text of an image, on this machine.
+class TextRecognizer
+{
+public:
+    virtual ~TextRecognizer() = default;
+
+    /// Blocks until every line is read. Any thread, several at once. The observations come in reading order,
+    /// whichever worker finished first. An image without text is no failure: the list is empty.
+    virtual Result<QList<RecognizedTextObservation>> perform(const TextRecognitionRequest &request,
+                                                             const QImage &image) = 0;
+};
+
+} // namespace lucentra
