@@ -1,0 +1,95 @@
+#pragma once
+
+#include "X11Connection.h"
+
+#include <QImage>
+#include <QList>
+#include <QRect>
+
+#include <xcb/render.h>
+#include <xcb/shm.h>
+
+#include <chrono>
+#include <memory>
+#include <unordered_map>
+
+namespace lucentra {
+
+/// The ids that one client's connection gives its resources.
+struct X11ResourceRange
+{
+    quint32 base = 0;
+    quint32 mask = 0;
+
+    bool contains(quint32 id) const { return mask != 0 && (id & ~mask) == base; }
+};
+
+/// A window as the X server places it: native pixels, origin at the root window's corner, without its border.
+struct X11WindowPlace
+{
+    xcb_window_t window = XCB_WINDOW_NONE;
+    QRect frame;
+};
+
+/// Composes what the screen shows without this program's windows, from the other windows' own pixmaps. Nothing on
+/// the screen changes by it.
+///
+/// Blocking calls on a connection of its own; for one thread at a time. Windows that come, go or change meanwhile
+/// cost nothing but their pixels.
+class X11Composer
+{
+public:
+    /// How long after the first redirection the windows' pixmaps may still be empty; measured on servers with and
+    /// without a compositor.
+    static constexpr std::chrono::milliseconds settlingTime{300};
+
+    /// Connects to $DISPLAY. `ours` are the ids of this program's other connection, whose windows are left out.
+    explicit X11Composer(X11ResourceRange ours);
+    ~X11Composer();
+    X11Composer(const X11Composer &) = delete;
+    X11Composer &operator=(const X11Composer &) = delete;
+
+    /// False where there is no server or it lacks an extension that composing needs.
+    bool isUsable() const { return m_usable; }
+
+    /// Has the server keep a pixmap of every top-level window, as long as it is wanted. Full-screen programs lose
+    /// their direct path meanwhile, so it is asked for only while the pane is shown.
+    void setRedirecting(bool redirecting);
+
+    /// The viewable windows: those that the window manager lists, and the root's own children.
+    QList<X11WindowPlace> viewableWindows();
+
+    /// An area of the root window (native pixels) as it looks without our windows; null where the server is gone.
+    QImage compose(const QRect &area);
+
+private:
+    struct TopLevel;
+    struct SharedImage;
+
+    bool prepareExtensions();
+    QList<xcb_window_t> rootChildren();
+    QList<xcb_window_t> managedWindows();
+    xcb_window_t rootAncestor(xcb_window_t window);
+    QList<xcb_window_t> ourTopLevels(const QList<xcb_window_t> &children);
+    QList<TopLevel> foreignTopLevels(const QRect &area);
+    void paintBackground(xcb_render_picture_t target, const QRect &area);
+    void blend(const TopLevel &window, xcb_render_picture_t target, const QRect &area);
+    QImage read(xcb_pixmap_t pixmap, const QSize &size);
+    xcb_atom_t atom(const char *name);
+    void drainErrors();
+
+    X11Connection m_connection;
+    const X11ResourceRange m_ours;
+    xcb_screen_t *m_screen = nullptr;
+    bool m_usable = false;
+    bool m_redirecting = false;
+    std::chrono::steady_clock::time_point m_redirectedAt;
+    std::unordered_map<xcb_visualid_t, xcb_render_pictformat_t> m_formats;
+    xcb_render_pictformat_t m_argbFormat = 0;
+    xcb_atom_t m_clientList = 0;
+    xcb_atom_t m_rootPixmap = 0;
+    xcb_atom_t m_opacity = 0;
+    std::unique_ptr<SharedImage> m_shared;
+};
+
+} // namespace lucentra
