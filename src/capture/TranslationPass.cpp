@@ -1,0 +1,191 @@
+#include "TranslationPass.h"
+
+#include "LocalizationManager.h"
+#include "MainQueue.h"
+#include "OverlayPlacement.h"
+#include "ScreenCaptureService.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "WindowButtonMask.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The value of the trigger mode in which nothing starts by itself.
+constexpr int manualTrigger = 1;
+
+QString joinedTexts(const QList<TextBlock> &blocks)
+{
+    QStringList texts;
+    for (const TextBlock &block : blocks)
+        texts.append(block.text);
+    return texts.join(u'\n');
+}
+
+} // namespace
+
+/// What a pass carries from stage to stage, by value.
+struct TranslationPass::Context
+{
+    qint64 generation = 0;
+    QSizeF paneSize;
+    QList<QRectF> exclusionRects;
+};
+
+TranslationPass::TranslationPass(PassPane &pane, PassSteps steps, const SettingsStore &settings,
+                                 const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler)
+    : m_pane(pane)
+    , m_steps(std::move(steps))
+    , m_settings(settings)
+    , m_texts(texts)
+    , m_mainQueue(mainQueue)
+    , m_scheduler(scheduler)
+    , m_self(std::make_shared<TranslationPass *>(this))
+{
+}
+
+TranslationPass::~TranslationPass() = default;
+
+void TranslationPass::translateCurrentArea()
+{
+    if (!m_pane.isWindowVisible()) {
+        m_pane.makeKeyAndOrderFront();
+        return;
+    }
+    m_pane.dismissPristineHint();
+    if (m_pane.isInputMode())
+        m_pane.submitManualInput();
+    else
+        m_pane.translateTapped();
+}
+
+void TranslationPass::scheduleDebouncedCapture()
+{
+    if (m_settings.read(settings::triggerMode) == manualTrigger)
+        return;
+    m_debounceTimer = m_scheduler.after(debounceDelay, [this] {
+        if (m_settings.read(settings::triggerMode) != manualTrigger)
+            startCapturePass();
+    });
+}
+
+void TranslationPass::startCapturePass()
+{
+    if (!m_pane.isOnScreen())
+        return;
+    m_debounceTimer.reset();
+    ++m_captureGeneration;
+    m_pane.dismissPristineHint();
+    m_pane.clearOverlays();
+    m_pane.setProcessing(true);
+
+    const Context context{.generation = m_captureGeneration,
+                          .paneSize = m_pane.paneSize(),
+                          .exclusionRects = m_pane.windowControlExclusionRects(controlPadding)};
+    captureGlassArea(m_steps.capture, m_pane.glassArea(), m_texts,
+                     [this, weak = std::weak_ptr(m_self), &queue = m_mainQueue, context](const Result<QImage> &image) {
+                         // On the service's thread: only forwarded.
+                         queue.post([weak, context, image] {
+                             const auto self = weak.lock();
+                             if (!self)
+                                 return;
+                             if (image)
+                                 (*self)->recognizeText(*image, context);
+                             else
+                                 (*self)->handleCaptureFailure(context.generation, image.error());
+                         });
+                     });
+}
+
+void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler)
+{
+    m_mainQueue.post([weak = std::weak_ptr(m_self), handler = std::move(handler)] {
+        if (const auto self = weak.lock())
+            handler(**self);
+    });
+}
+
+void TranslationPass::recognizeText(const QImage &image, const Context &context)
+{
+    if (context.generation != m_captureGeneration)
+        return; // superseded while it was captured: reading it would only slow the newer pass down
+    // The workers end before the pass does, so that they may refer to it.
+    m_workers.start([this, image, context] {
+        const QImage masked = maskWindowButtons(image, context.exclusionRects, context.paneSize);
+        const QList<TextBlock> blocks = m_steps.recognize(masked);
+        if (blocks.isEmpty()) {
+            postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
+            return;
+        }
+        m_steps.translateBlocks(blocks, [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
+                                         blocks](const Result<QStringList> &translations) {
+            queue.post([weak, context, blocks, translations] {
+                if (const auto self = weak.lock())
+                    (*self)->handleTranslationResult(translations, context, blocks);
+            });
+        });
+    });
+}
+
+bool TranslationPass::endsBusyState(qint64 generation)
+{
+    if (generation != m_captureGeneration)
+        return false; // a newer pass has started; the pane is its business
+    m_pane.setProcessing(false);
+    return true;
+}
+
+void TranslationPass::handleCaptureFailure(qint64 generation, const Failure &failure)
+{
+    if (!endsBusyState(generation))
+        return;
+    if (m_steps.access.isGranted()) {
+        showRetryCard(m_texts.localized(u"無法擷取畫面"_s), failure.description);
+        return;
+    }
+    m_pane.showErrorCard(
+        m_texts.localized(u"需要螢幕錄製權限"_s),
+        m_texts.localized(
+            u"請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。"_s),
+        m_texts.localized(u"開啟系統設定"_s), m_steps.openScreenRecordingSettings);
+}
+
+void TranslationPass::handleNoTextDetected(qint64 generation)
+{
+    if (!endsBusyState(generation))
+        return;
+    showRetryCard(m_texts.localized(u"沒有偵測到文字"_s),
+                  m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s));
+}
+
+void TranslationPass::handleTranslationResult(const Result<QStringList> &translations, const Context &context,
+                                              const QList<TextBlock> &blocks)
+{
+    if (!endsBusyState(context.generation))
+        return;
+    if (!translations) {
+        showRetryCard(m_texts.localized(u"翻譯失敗"_s), translations.error().description);
+        return;
+    }
+    placeTranslationOverlays(blocks, *translations, context.paneSize);
+    m_pane.setTranslationActionState(TranslationActionState::retranslate);
+    const QString source = joinedTexts(blocks);
+    const QString translated = translations->join(u'\n');
+    if (!source.isEmpty() && !translated.isEmpty())
+        m_steps.record(source, translated);
+}
+
+void TranslationPass::showRetryCard(const QString &title, const QString &message)
+{
+    m_pane.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
+        if (const auto self = weak.lock())
+            (*self)->startCapturePass();
+    });
+}
+
+} // namespace lucentra

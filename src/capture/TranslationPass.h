@@ -1,0 +1,88 @@
+#pragma once
+
+#include "PassPane.h"
+#include "Result.h"
+#include "Scheduler.h"
+#include "TextBlock.h"
+
+#include <QImage>
+#include <QStringList>
+#include <QThreadPool>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace lucentra {
+
+class LocalizationManager;
+class MainQueue;
+class ScreenCaptureAccess;
+class ScreenCaptureService;
+class SettingsStore;
+
+/// The steps of a pass that lie outside of it.
+struct PassSteps
+{
+    ScreenCaptureService &capture;
+    ScreenCaptureAccess &access;
+    /// The lines of an image; called on a worker, may block.
+    std::function<QList<TextBlock>(const QImage &)> recognize;
+    /// Translates blocks; called on a worker, completes once on any thread.
+    std::function<void(const QList<TextBlock> &, std::function<void(Result<QStringList>)>)> translateBlocks;
+    std::function<void(const QString &)> copy;                    ///< puts a text on the pasteboard
+    std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
+    std::function<void()> openScreenRecordingSettings;
+};
+
+/// One translation of the screen area beneath the pane, from its trigger to its overlays or its error card.
+///
+/// Passes are neither queued nor refused: a trigger starts a new one, and what an older one still brings is dropped
+/// when it arrives. Main thread only; the pass's own worker masks and recognizes. Everything given must outlive it.
+class TranslationPass
+{
+public:
+    /// How long the pane must rest after a move or resize before a pass starts by itself.
+    static constexpr std::chrono::milliseconds debounceDelay{800};
+    /// How far around the window's buttons neither text is read nor overlays are drawn, in points.
+    static constexpr double controlPadding = 7.0;
+
+    TranslationPass(PassPane &pane, PassSteps steps, const SettingsStore &settings, const LocalizationManager &texts,
+                    MainQueue &mainQueue, Scheduler &scheduler);
+    ~TranslationPass();
+
+    /// The menu's and the hotkey's action: translates, submits the typed text, or shows the hidden pane.
+    void translateCurrentArea();
+    /// The user moved or resized the pane. In the automatic mode, the last call starts a pass 0.8 s later.
+    void scheduleDebouncedCapture();
+    /// Starts a pass; does nothing while the pane is on no screen.
+    void startCapturePass();
+
+private:
+    struct Context;
+
+    void recognizeText(const QImage &image, const Context &context);
+    bool endsBusyState(qint64 generation);
+    void handleCaptureFailure(qint64 generation, const Failure &failure);
+    void handleNoTextDetected(qint64 generation);
+    void handleTranslationResult(const Result<QStringList> &translations, const Context &context,
+                                 const QList<TextBlock> &blocks);
+    void placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
+                                  const QSizeF &paneSize);
+    void showRetryCard(const QString &title, const QString &message);
+    void postHandler(std::function<void(TranslationPass &)> handler);
+
+    PassPane &m_pane;
+    const PassSteps m_steps;
+    const SettingsStore &m_settings;
+    const LocalizationManager &m_texts;
+    MainQueue &m_mainQueue;
+    Scheduler &m_scheduler;
+    std::unique_ptr<ScheduledTask> m_debounceTimer;
+    qint64 m_captureGeneration = 0;
+    /// Held weakly by every deferred stage; looked at on the main thread only.
+    std::shared_ptr<TranslationPass *> m_self;
+    QThreadPool m_workers; ///< last: its destruction waits for what still runs
+};
+
+} // namespace lucentra
