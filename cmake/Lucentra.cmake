@@ -3,7 +3,8 @@
 add_library(lucentra-common INTERFACE)
 target_compile_features(lucentra-common INTERFACE cxx_std_20)
 target_compile_options(lucentra-common INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast)
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
+    -Wno-missing-field-initializers) # what a designated initializer leaves out has its default
 target_compile_definitions(lucentra-common INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH)
 if(LUCENTRA_SANITIZE)
