@@ -1,0 +1,186 @@
+#include "EdgeShapes.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace lucentra {
+namespace {
+
+/// Consecutive edge pixels of one row.
+struct Run
+{
+    int y;
+    int left;
+    int right; // inclusive
+    int root;  // a run of the same shape; its own index for the first
+};
+
+int rootOf(std::vector<Run> &runs, int index)
+{
+    while (runs[std::size_t(index)].root != index) {
+        int &root = runs[std::size_t(index)].root;
+        root = runs[std::size_t(root)].root;
+        index = root;
+    }
+    return index;
+}
+
+void join(std::vector<Run> &runs, int a, int b)
+{
+    a = rootOf(runs, a);
+    b = rootOf(runs, b);
+    runs[std::size_t(std::max(a, b))].root = std::min(a, b);
+}
+
+void appendRuns(std::vector<Run> &runs, const std::uint8_t *row, int y, int left, int right, int threshold)
+{
+    for (int x = left; x <= right; ++x) {
+        if (row[x] < threshold)
+            continue;
+        const int start = x;
+        while (x <= right && row[x] >= threshold)
+            ++x;
+        runs.push_back({y, start, x - 1, int(runs.size())});
+    }
+}
+
+/// Gives runs (sorted by row, then column) that touch, also at a corner, a common root.
+void connect(std::vector<Run> &runs)
+{
+    std::size_t above = 0;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const Run &run = runs[i];
+        while (above < i &&
+               (runs[above].y < run.y - 1 || (runs[above].y == run.y - 1 && runs[above].right + 1 < run.left)))
+            ++above;
+        for (std::size_t j = above; j < i && runs[j].y == run.y - 1 && runs[j].left <= run.right + 1; ++j)
+            join(runs, int(j), int(i));
+    }
+}
+
+using Shape = std::vector<Run>;
+
+struct Outline
+{
+    EdgeShape shape;
+    Shape runs;
+};
+
+EdgeShape measure(const EdgeMap &edges, const Shape &runs)
+{
+    int left = runs.front().left;
+    int right = 0;
+    int pixels = 0;
+    qint64 strength = 0;
+    for (const Run &run : runs) {
+        left = std::min(left, run.left);
+        right = std::max(right, run.right);
+        pixels += run.right - run.left + 1;
+        strength += std::accumulate(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, qint64(0));
+    }
+    // An edge lies between the pixels before and after it, so the ink begins one pixel after the outermost edge.
+    const QRect ink(QPoint(left + 1, runs.front().y + 1),
+                    QPoint(std::max(left + 1, right), std::max(runs.front().y + 1, runs.back().y)));
+    return {ink, pixels, int(strength / pixels)};
+}
+
+std::vector<Shape> separate(std::vector<Run> runs)
+{
+    connect(runs);
+    std::vector<int> numbers(runs.size(), -1);
+    std::vector<Shape> shapes;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const auto root = std::size_t(rootOf(runs, int(i)));
+        if (numbers[root] < 0) {
+            numbers[root] = int(shapes.size());
+            shapes.emplace_back();
+        }
+        shapes[std::size_t(numbers[root])].push_back(runs[i]);
+    }
+    return shapes;
+}
+
+int percentile95(const EdgeMap &edges, const Shape &shape)
+{
+    std::array<int, 256> histogram{};
+    int count = 0;
+    for (const Run &run : shape) {
+        for (int x = run.left; x <= run.right; ++x)
+            ++histogram[edges.row(run.y)[x]];
+        count += run.right - run.left + 1;
+    }
+    int rest = count / 20;
+    int value = 255;
+    while (value > 0 && (rest -= histogram[std::size_t(value)]) >= 0)
+        --value;
+    return value;
+}
+
+bool isOversized(const QRect &ink)
+{
+    return ink.height() > 60 || ink.width() > 300;
+}
+
+/// The share of the inner rectangle that the outline covers.
+double interiorInk(const Shape &runs, const QRect &ink)
+{
+    const int inset = std::clamp(std::min(ink.width(), ink.height()) / 4, 2, 12);
+    const QRect inner = ink.adjusted(inset, inset, -inset, -inset);
+    if (inner.isEmpty())
+        return 1;
+    int pixels = 0;
+    for (const Run &run : runs) {
+        if (run.y >= inner.top() && run.y <= inner.bottom())
+            pixels += std::max(0, std::min(run.right, inner.right()) - std::max(run.left, inner.left()) + 1);
+    }
+    return pixels / double(qint64(inner.width()) * inner.height());
+}
+
+/// A border with nearly nothing of its own in it (letters that wide have strokes inside), or a rule.
+bool isFrame(const EdgeShape &shape, const Shape &runs)
+{
+    const QRect &ink = shape.ink;
+    const bool isHorizontalRule = ink.height() <= 4 && ink.width() > 80;
+    const bool isVerticalRule = ink.width() <= 4 && ink.height() > 60;
+    if (isHorizontalRule || isVerticalRule)
+        return true;
+    const bool isWide = ink.height() >= 10 && 5 * ink.width() >= 8 * ink.height();
+    const bool isLarge = ink.height() >= 60;
+    return (isWide || isLarge) && interiorInk(runs, ink) < 0.05;
+}
+
+void collect(const EdgeMap &edges, const std::vector<Shape> &shapes, bool maySplit, std::vector<EdgeShape> &result)
+{
+    for (const Shape &shape : shapes) {
+        const EdgeShape whole = measure(edges, shape);
+        if (maySplit && isOversized(whole.ink)) {
+            const int threshold = percentile95(edges, shape) * 9 / 20;
+            std::vector<Run> strong;
+            for (const Run &run : shape)
+                appendRuns(strong, edges.row(run.y), run.y, run.left, run.right, std::max(1, threshold));
+            collect(edges, separate(std::move(strong)), false, result);
+        } else if (whole.edgePixels >= 3 && !isFrame(whole, shape)) {
+            result.push_back(whole);
+        }
+    }
+}
+
+} // namespace
+
+std::vector<EdgeShape> shapesIn(const EdgeMap &edges, std::size_t maximum)
+{
+    std::vector<Run> runs;
+    for (int y = 0; y < edges.height; ++y)
+        appendRuns(runs, edges.row(y), y, 0, edges.width - 1, 1);
+    std::vector<EdgeShape> shapes;
+    collect(edges, separate(std::move(runs)), true, shapes);
+    if (shapes.size() > maximum) {
+        std::nth_element(shapes.begin(), shapes.begin() + std::ptrdiff_t(maximum), shapes.end(),
+                         [](const EdgeShape &a, const EdgeShape &b) { return a.strength > b.strength; });
+        shapes.resize(maximum);
+    }
+    return shapes;
+}
+
+} // namespace lucentra

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "EdgeMap.h"
+
+#include <QRect>
+
+#include <vector>
+
+namespace lucentra {
+
+/// A connected outline: a letter, a stroke of one, a dot, or something that is no writing at all.
+struct EdgeShape
+{
+    QRect ink; ///< pixels of the image that the outline encloses, itself included
+    int edgePixels = 0;
+    int strength = 0; ///< mean strength of the outline, 0 to 255
+};
+
+/// The outlines of a map (8-connected) that can be letters or parts of letters: frames, separators and specks are left
+/// out. Where something large hangs together, its fainter half is taken away first, so that letters come free of the
+/// picture or the frame that they touch. At most `maximum` shapes are returned, the strongest; a picture with more is
+/// noise. Any thread.
+std::vector<EdgeShape> shapesIn(const EdgeMap &edges, std::size_t maximum = 60'000);
+
+} // namespace lucentra

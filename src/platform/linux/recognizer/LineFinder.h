@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QRect>
+
+namespace lucentra {
+
+/// A place that looks like one line of writing.
+struct FoundLine
+{
+    QRect ink;          ///< pixels of the image, origin top-left; as tight as the letters' outlines
+    int shapeCount = 0; ///< separate outlines in it
+    int strength = 0;   ///< mean strength of its edges, 0 to 255
+    double density = 0; ///< edge pixels of its outlines by its area
+};
+
+/// Finds the lines of an image with 32 bits a pixel, in no particular order.
+///
+/// Outlines that stand beside one another at about one height are linked, from the left to the right, as far as the
+/// gaps are narrower than the line is high: so the columns of a table and the words of a menu bar stay apart.
+/// Lines less than `minimumHeight` pixels high are left out. Any thread.
+QList<FoundLine> findLines(const QImage &image, int minimumHeight);
+
+} // namespace lucentra

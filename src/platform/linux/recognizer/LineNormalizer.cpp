@@ -1,0 +1,209 @@
+#include "LineNormalizer.h"
+
+#include <leptonica/allheaders.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+#include <vector>
+
+namespace lucentra {
+namespace {
+
+constexpr double marginShare = 0.12; // of the line's height, around it
+constexpr double commonShare = 0.35; // of the rim; a rim with a commoner colour is flat
+
+struct Rgb
+{
+    float red = 0;
+    float green = 0;
+    float blue = 0;
+};
+
+Rgb operator-(const Rgb &a, const Rgb &b)
+{
+    return {a.red - b.red, a.green - b.green, a.blue - b.blue};
+}
+Rgb operator+(const Rgb &a, const Rgb &b)
+{
+    return {a.red + b.red, a.green + b.green, a.blue + b.blue};
+}
+Rgb operator/(const Rgb &a, float divisor)
+{
+    return {a.red / divisor, a.green / divisor, a.blue / divisor};
+}
+float dot(const Rgb &a, const Rgb &b)
+{
+    return a.red * b.red + a.green * b.green + a.blue * b.blue;
+}
+float length(const Rgb &a)
+{
+    return std::sqrt(dot(a, a));
+}
+float brightness(const Rgb &a)
+{
+    return 0.3F * a.red + 0.59F * a.green + 0.11F * a.blue;
+}
+
+Rgb colourOf(QRgb pixel)
+{
+    return {float(qRed(pixel)), float(qGreen(pixel)), float(qBlue(pixel))};
+}
+
+Rgb mean(const std::vector<Rgb> &colours)
+{
+    const Rgb sum = std::accumulate(colours.begin(), colours.end(), Rgb{});
+    return sum / float(std::max<std::size_t>(1, colours.size()));
+}
+
+/// The commonest of the colours, to 16 levels a channel, with its neighbours.
+std::vector<Rgb> commonest(const std::vector<Rgb> &colours)
+{
+    std::array<int, 4096> counts{};
+    const auto bucket = [](const Rgb &c) {
+        return std::size_t(int(c.red) / 16 * 256 + int(c.green) / 16 * 16 + int(c.blue) / 16);
+    };
+    for (const Rgb &colour : colours)
+        ++counts[bucket(colour)];
+    const std::size_t most = std::size_t(std::max_element(counts.begin(), counts.end()) - counts.begin());
+    std::vector<Rgb> members;
+    for (const Rgb &colour : colours) {
+        if (bucket(colour) == most)
+            members.push_back(colour);
+    }
+    const Rgb centre = mean(members);
+    members.clear();
+    std::copy_if(colours.begin(), colours.end(), std::back_inserter(members),
+                 [&](const Rgb &colour) { return length(colour - centre) < 20; });
+    return members;
+}
+
+/// The value that `share` of the values don't exceed.
+float percentile(std::vector<float> values, double share)
+{
+    const auto place = values.begin() + std::ptrdiff_t(share * double(values.size() - 1));
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
+}
+
+std::vector<Rgb> pixelsOf(const QImage &image, const QRect &area)
+{
+    std::vector<Rgb> pixels;
+    pixels.reserve(std::size_t(area.width()) * std::size_t(area.height()));
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        const QRgb *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = area.left(); x <= area.right(); ++x)
+            pixels.push_back(colourOf(row[x]));
+    }
+    return pixels;
+}
+
+std::vector<Rgb> rimOf(const QImage &image, const QRect &area)
+{
+    std::vector<Rgb> rim;
+    for (const QRect &side :
+         {QRect(area.left(), area.top(), area.width(), 1), QRect(area.left(), area.bottom(), area.width(), 1),
+          QRect(area.left(), area.top(), 1, area.height()), QRect(area.right(), area.top(), 1, area.height())}) {
+        const std::vector<Rgb> pixels = pixelsOf(image, side);
+        rim.insert(rim.end(), pixels.begin(), pixels.end());
+    }
+    return rim;
+}
+
+/// 0 on the paper, 1 where a pixel has the ink's colour, by the place on the line between the two.
+std::vector<float> alongAxis(const std::vector<Rgb> &pixels, const Rgb &paper)
+{
+    std::vector<float> distances;
+    for (const Rgb &pixel : pixels)
+        distances.push_back(length(pixel - paper));
+    const float far = std::max(8.F, 0.8F * percentile(distances, 0.97));
+    std::vector<Rgb> inks;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (distances[i] >= far)
+            inks.push_back(pixels[i]);
+    }
+    const Rgb axis = mean(inks) - paper;
+    const float scale = 1 / std::max(64.F, dot(axis, axis));
+    std::vector<float> coverage;
+    for (const Rgb &pixel : pixels)
+        coverage.push_back(std::clamp(dot(pixel - paper, axis) * scale, 0.F, 1.F));
+    return coverage;
+}
+
+/// 1 where a pixel has the colour of the brightest (or darkest) letters, 0 where it is as far from it as most are.
+std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
+{
+    std::vector<float> levels;
+    for (const Rgb &pixel : pixels)
+        levels.push_back(isBright ? brightness(pixel) : -brightness(pixel));
+    const float high = percentile(levels, 0.92);
+    std::vector<Rgb> extremes;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (levels[i] >= high)
+            extremes.push_back(pixels[i]);
+    }
+    const Rgb fill = mean(commonest(extremes));
+    std::vector<float> distances;
+    for (const Rgb &pixel : pixels)
+        distances.push_back(length(pixel - fill));
+    const float far = std::max(24.F, 0.85F * percentile(distances, 0.6));
+    std::vector<float> coverage;
+    for (const float distance : distances)
+        coverage.push_back(std::clamp(1.15F - 1.15F * distance / far, 0.F, 1.F));
+    return coverage;
+}
+
+Strip greyOf(const std::vector<float> &coverage, int width, int height)
+{
+    Strip grey(pixCreate(width, height, 8));
+    for (int y = 0; y < height; ++y) {
+        l_uint32 *line = pixGetData(grey.get()) + std::ptrdiff_t(y) * pixGetWpl(grey.get());
+        for (int x = 0; x < width; ++x)
+            SET_DATA_BYTE(line, x,
+                          l_uint8(255.5F - 255 * coverage[std::size_t(y) * std::size_t(width) + std::size_t(x)]));
+    }
+    return grey;
+}
+
+} // namespace
+
+void PixDeleter::operator()(Pix *pix) const
+{
+    pixDestroy(&pix);
+}
+
+LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink)
+    : m_image(image)
+    , m_ink(ink)
+{
+    const int margin = std::max(2, int(std::lround(marginShare * ink.height())));
+    m_crop = ink.adjusted(-margin, -margin, margin, margin).intersected(image.rect());
+    const std::vector<Rgb> rim = rimOf(image, m_crop);
+    const std::vector<Rgb> common = commonest(rim);
+    const Rgb paper = mean(common);
+    m_paper = QColor::fromRgb(int(paper.red), int(paper.green), int(paper.blue));
+    m_isVaried = double(common.size()) < commonShare * double(rim.size());
+}
+
+Strip LineNormalizer::strip(Separation separation, const StripShape &shape) const
+{
+    const std::vector<Rgb> pixels = pixelsOf(m_image, m_crop);
+    const std::vector<float> coverage = separation == Separation::Axis
+                                            ? alongAxis(pixels, colourOf(m_paper.rgb()))
+                                            : byFill(pixels, separation == Separation::BrightFill);
+    const Strip grey = greyOf(coverage, m_crop.width(), m_crop.height());
+
+    const float scale = float(shape.height * shape.inkShare / m_ink.height());
+    const Strip scaled(pixScaleGeneral(grey.get(), float(scale * shape.widthScale), scale, 0, 0));
+    const int width = pixGetWidth(scaled.get());
+    const int height = pixGetHeight(scaled.get());
+    Strip strip(pixCreate(width + 2 * shape.padding, shape.height, 8));
+    pixSetAll(strip.get());
+    const int top =
+        int(std::lround((shape.height * (1 - shape.inkShare)) / 2 - (m_ink.top() - m_crop.top()) * double(scale)));
+    pixRasterop(strip.get(), shape.padding, top, width, height, PIX_SRC, scaled.get(), 0, 0);
+    return strip;
+}
+
+} // namespace lucentra

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "LineFinder.h"
+#include "LineReader.h"
+
+namespace lucentra {
+
+/// The text as it is meant: no spaces between ideographs or kana, a bar that stands for an English I.
+QString tidied(const QString &text);
+
+/// Whether a reading is writing, or what a picture's edges happened to look like.
+bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);
+
+} // namespace lucentra

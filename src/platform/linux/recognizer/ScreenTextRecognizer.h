@@ -1,0 +1,40 @@
+#pragma once
+
+#include "TextRecognizer.h"
+
+#include <chrono>
+#include <memory>
+
+namespace lucentra {
+
+class ReaderPool;
+
+/// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
+///
+/// Four stages, each a file of its own: `findLines` (where are lines), `LineNormalizer` (a line as dark letters on a
+/// white strip), `LineRouter` (which of the models read it), `isPlausible` (is it writing at all). The lines of an
+/// image are read by several workers at once.
+class ScreenTextRecognizer : public TextRecognizer
+{
+public:
+    struct Options
+    {
+        int workers = 0;                                ///< threads; 0: as many as there are cores, at most 4
+        std::chrono::milliseconds keepEngines{600'000}; ///< without use; then their memory is freed
+    };
+
+    ScreenTextRecognizer();
+    explicit ScreenTextRecognizer(const Options &options);
+    ~ScreenTextRecognizer() override;
+
+    /// Loads the engines of the languages in the background, so that the first pass needn't wait for them.
+    void warmUp();
+
+    Result<QList<RecognizedTextObservation>> perform(const TextRecognitionRequest &request,
+                                                     const QImage &image) override;
+
+private:
+    std::unique_ptr<ReaderPool> m_pool;
+};
+
+} // namespace lucentra
