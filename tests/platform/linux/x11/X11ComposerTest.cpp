@@ -1,10 +1,9 @@
+#include "TestClient.h"
 #include "VirtualScreen.h"
 #include "X11ScreenCapture.h"
 
 #include <QSemaphore>
 #include <QTest>
-
-#include <xcb/shape.h>
 
 #include <optional>
 
@@ -16,78 +15,6 @@ namespace {
 constexpr QRgb red = 0xffc02020;
 constexpr QRgb green = 0xff20c020;
 constexpr QRgb blue = 0xff2020c0;
-
-/// Windows of one program on the server.
-class Client
-{
-public:
-    Client()
-        : m_connection(xcb_connect(nullptr, nullptr))
-    {
-        m_screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data;
-    }
-
-    xcb_window_t addWindow(const QRect &frame, QRgb colour, bool mapped = true)
-    {
-        const xcb_window_t window = xcb_generate_id(m_connection.get());
-        const quint32 values[]{colour, 1};
-        xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, m_screen->root, qint16(frame.x()),
-                          qint16(frame.y()), quint16(frame.width()), quint16(frame.height()), 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, m_screen->root_visual,
-                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
-        if (mapped)
-            xcb_map_window(m_connection.get(), window);
-        sync();
-        return window;
-    }
-
-    /// A window of 32 bits a pixel: `colour` is premultiplied.
-    xcb_window_t addTranslucentWindow(const QRect &frame, QRgb colour)
-    {
-        xcb_visualid_t visual = 0;
-        for (auto depth = xcb_screen_allowed_depths_iterator(m_screen); depth.rem; xcb_depth_next(&depth)) {
-            if (depth.data->depth == 32)
-                visual = xcb_depth_visuals_iterator(depth.data).data->visual_id;
-        }
-        const xcb_colormap_t colours = xcb_generate_id(m_connection.get());
-        xcb_create_colormap(m_connection.get(), XCB_COLORMAP_ALLOC_NONE, colours, m_screen->root, visual);
-        const xcb_window_t window = xcb_generate_id(m_connection.get());
-        const quint32 values[]{colour, 0, 1, colours};
-        xcb_create_window(m_connection.get(), 32, window, m_screen->root, qint16(frame.x()), qint16(frame.y()),
-                          quint16(frame.width()), quint16(frame.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-                          XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values);
-        xcb_map_window(m_connection.get(), window);
-        sync();
-        return window;
-    }
-
-    void shape(xcb_window_t window, const xcb_rectangle_t &kept)
-    {
-        xcb_shape_rectangles(m_connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, 0, window, 0, 0, 1, &kept);
-        sync();
-    }
-
-    void destroy(xcb_window_t window)
-    {
-        xcb_destroy_window(m_connection.get(), window);
-        sync();
-    }
-
-    X11ResourceRange range() const
-    {
-        const xcb_setup_t *setup = xcb_get_setup(m_connection.get());
-        return {setup->resource_id_base, setup->resource_id_mask};
-    }
-
-    void sync()
-    {
-        std::free(xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
-    }
-
-private:
-    X11Connection m_connection;
-    xcb_screen_t *m_screen;
-};
 
 } // namespace
 
@@ -117,8 +44,8 @@ void X11ComposerTest::initTestCase()
 
 void X11ComposerTest::foreignWindowsAreComposedInTheirOrder()
 {
-    Client us;
-    Client other;
+    TestClient us;
+    TestClient other;
     X11Composer composer(us.range());
     QVERIFY(composer.isUsable());
     composer.setRedirecting(true);
@@ -136,8 +63,8 @@ void X11ComposerTest::foreignWindowsAreComposedInTheirOrder()
 
 void X11ComposerTest::ourWindowsAreNeverInTheImage()
 {
-    Client us;
-    Client other;
+    TestClient us;
+    TestClient other;
     X11Composer composer(us.range());
     composer.setRedirecting(true);
     other.addWindow({0, 0, 600, 400}, red);
@@ -155,8 +82,8 @@ void X11ComposerTest::ourWindowsAreNeverInTheImage()
 
 void X11ComposerTest::shapesAndTranslucencyAreKept()
 {
-    Client us;
-    Client other;
+    TestClient us;
+    TestClient other;
     X11Composer composer(us.range());
     composer.setRedirecting(true);
     other.addWindow({0, 0, 400, 300}, red);
@@ -172,16 +99,16 @@ void X11ComposerTest::shapesAndTranslucencyAreKept()
 
 void X11ComposerTest::windowsThatVanishCostOnlyTheirPixels()
 {
-    Client us;
+    TestClient us;
     X11Composer composer(us.range());
     composer.setRedirecting(true);
     composer.compose({0, 0, 100, 100}); // settled from here on
-    Client other;
+    TestClient other;
     other.addWindow({0, 0, 640, 480}, red);
     QAtomicInt stop = 0;
     QThreadPool churn;
     churn.start([&] {
-        Client restless;
+        TestClient restless;
         while (!stop) {
             const xcb_window_t window = restless.addWindow({100, 100, 200, 200}, green);
             restless.destroy(window);
@@ -198,8 +125,8 @@ void X11ComposerTest::windowsThatVanishCostOnlyTheirPixels()
 
 void X11ComposerTest::aScaledDisplayGivesNativePixels()
 {
-    Client us;
-    Client other;
+    TestClient us;
+    TestClient other;
     other.addWindow({700, 200, 200, 100}, red);
     const xcb_window_t pane = us.addWindow({680, 180, 240, 140}, blue);
     X11ScreenCapture capture(us.range());

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "ScreenChangeMonitor.h"
+#include "X11Composer.h"
+
+#include <QHash>
+#include <QRect>
+#include <QSocketNotifier>
+
+#include <xcb/damage.h>
+
+#include <memory>
+
+namespace lucentra {
+
+/// Watches the foreign top-level windows by their damage, on a connection of its own. A window that is drawn without
+/// pause costs one event for every `rearm`.
+class X11ChangeMonitor : public ScreenChangeMonitor
+{
+public:
+    /// Connects to $DISPLAY. `ours` are the ids of this program's other connection; `toNative` gives the native
+    /// pixels of an area in points.
+    X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const QRectF &)> toNative);
+    ~X11ChangeMonitor() override;
+
+    void watch(const QRectF &area, std::function<void()> changed) override;
+    void rearm() override;
+
+private:
+    struct Watched
+    {
+        QRect frame; ///< native, with the border
+        xcb_damage_damage_t damage = 0;
+        bool isDamaged = false;
+    };
+
+    void start();
+    void stop();
+    void addWindow(xcb_window_t window);
+    bool isOurs(xcb_window_t window);
+    void readEvents();
+    void handle(const xcb_generic_event_t *event);
+    void reportIfInside(const QRect &native);
+
+    const X11ResourceRange m_ours;
+    const std::function<QRect(const QRectF &)> m_toNative;
+    X11Connection m_connection;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    xcb_window_t m_root = XCB_WINDOW_NONE;
+    quint8 m_damageEvent = 0;
+    QHash<xcb_window_t, Watched> m_windows; ///< foreign and mapped
+    QRect m_area;
+    std::function<void()> m_changed;
+    bool m_isArmed = false;
+    bool m_hasMissedChange = false; ///< something changed between a report and the next `rearm`
+};
+
+} // namespace lucentra
