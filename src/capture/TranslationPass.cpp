@@ -180,6 +180,18 @@ void TranslationPass::handleTranslationResult(const Result<QStringList> &transla
         m_steps.record(source, translated);
 }
 
+void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
+                                               const QSizeF &paneSize)
+{
+    const OverlayPlacement placement =
+        placeOverlays(blocks, translations, paneSize, m_pane.windowControlExclusionRects(controlPadding));
+    const QList<double> limits = bottomLimits(placement.candidates, paneSize.height());
+    for (qsizetype i = 0; i < placement.candidates.size(); ++i)
+        m_pane.addTranslationOverlay(placement.candidates[i].text, limits[i], placement.candidates[i].rect);
+    if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
+        m_steps.copy(placement.copyList.join(u'\n'));
+}
+
 void TranslationPass::showRetryCard(const QString &title, const QString &message)
 {
     m_pane.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {

@@ -1,0 +1,181 @@
+#include "CommandLine.h"
+
+#include "LocalizationManager.h"
+#include "TranslationEngine.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+struct OptionRow
+{
+    QStringView name;        ///< without the dashes
+    QStringView placeholder; ///< of its value; empty for a switch
+    QStringView summary;     ///< key of the text
+};
+
+struct CommandRow
+{
+    QStringView name;
+    Invocation::Command command;
+    QStringView argument;       ///< placeholder of the positional argument; empty where there is none
+    QStringView options;        ///< names, separated by blanks
+    QStringView requiredOption; ///< the one that must be given; empty where there is none
+    QStringView summary;        ///< key of the text
+};
+
+constexpr std::array optionRows{
+    OptionRow{u"engine", u"N", u"使用第 N 個翻譯引擎（0 至 7），不改變設定"},
+    OptionRow{u"target", u"CODE", u"翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定"},
+    OptionRow{u"output", u"OUT.png", u"將圖片寫入 OUT.png"},
+    OptionRow{u"json", u"", u"同時輸出每一行的譯文與位置"},
+    OptionRow{u"timing", u"", u"同時輸出各階段所需的毫秒數"},
+};
+
+using Command = Invocation::Command;
+constexpr std::array commandRows{
+    CommandRow{u"recognize", Command::Recognize, u"IMAGE", u"timing", u"", u"辨識圖片中的文字，逐行輸出為 JSON"},
+    CommandRow{u"image", Command::Image, u"IMAGE", u"output engine target json timing", u"output",
+               u"翻譯圖片中的文字，將譯文畫在原文之上"},
+    CommandRow{u"text", Command::Text, u"TEXT", u"engine target timing", u"",
+               u"翻譯一段文字；含漢字的文字一律譯成英文"},
+    CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
+};
+
+Failure wrongUsage(const QString &description)
+{
+    return {.domain = u"CommandLine"_s, .code = static_cast<int>(ExitCode::WrongUsage), .description = description};
+}
+
+const OptionRow *findOption(const CommandRow &command, QStringView name)
+{
+    for (const QStringView allowed : command.options.split(u' ')) {
+        if (allowed != name)
+            continue;
+        for (const OptionRow &row : optionRows) {
+            if (row.name == name)
+                return &row;
+        }
+    }
+    return nullptr;
+}
+
+/// Stores an option's value; false where it can't be one.
+bool take(Invocation &invocation, QStringView option, const QString &value)
+{
+    if (option == u"json") {
+        invocation.json = true;
+    } else if (option == u"timing") {
+        invocation.timing = true;
+    } else if (option == u"output") {
+        invocation.output = value;
+        return !value.isEmpty();
+    } else if (option == u"target") {
+        invocation.target = value;
+        return !value.isEmpty();
+    } else if (option == u"engine") {
+        bool isNumber = false;
+        const int number = value.toInt(&isNumber);
+        invocation.engine = number;
+        return isNumber && engineFromRawValue(number).has_value();
+    }
+    return true;
+}
+
+Result<Invocation> parseArguments(const CommandRow &row, const QStringList &arguments, const LocalizationManager &texts)
+{
+    Invocation invocation{.command = row.command};
+    QStringList positional;
+    QStringList given;
+    bool onlyPositional = false;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        if (onlyPositional || !argument.startsWith("--"_L1)) {
+            positional.append(argument);
+            continue;
+        }
+        if (argument == "--"_L1) {
+            onlyPositional = true;
+            continue;
+        }
+        if (argument == "--help"_L1)
+            return Invocation{};
+        const qsizetype equals = argument.indexOf(u'=');
+        const QString name = argument.sliced(2, (equals < 0 ? argument.size() : equals) - 2);
+        const OptionRow *option = findOption(row, name);
+        if (!option)
+            return tl::unexpected(wrongUsage(texts.formatted(u"未知的選項：%@"_s, u"--"_s + name)));
+        const bool isSwitch = option->placeholder.isEmpty();
+        if (isSwitch ? equals >= 0 : equals < 0 && i + 1 == arguments.size())
+            return tl::unexpected(wrongUsage(
+                texts.formatted(isSwitch ? u"選項 %@ 不接受值"_s : u"選項 %@ 需要一個值"_s, u"--"_s + name)));
+        const QString value = isSwitch ? QString() : equals >= 0 ? argument.sliced(equals + 1) : arguments[++i];
+        if (!take(invocation, name, value))
+            return tl::unexpected(wrongUsage(texts.formatted(u"選項 %@ 的值無效：%@"_s, u"--"_s + name, value)));
+        given.append(name);
+    }
+    const qsizetype expected = row.argument.isEmpty() ? 0 : 1;
+    if (positional.size() > expected)
+        return tl::unexpected(wrongUsage(texts.formatted(u"多餘的參數：%@"_s, positional[expected])));
+    if (positional.size() < expected)
+        return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, row.argument.toString())));
+    if (!row.requiredOption.isEmpty() && !given.contains(row.requiredOption))
+        return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, u"--"_s + row.requiredOption)));
+    invocation.argument = positional.value(0);
+    return invocation;
+}
+
+} // namespace
+
+Result<Invocation> parseCommandLine(const QStringList &arguments, const LocalizationManager &texts)
+{
+    if (arguments.isEmpty())
+        return tl::unexpected(wrongUsage(texts.localized(u"缺少指令"_s)));
+    const QString &name = arguments.first();
+    if (name == "--help"_L1 || name == "-h"_L1 || name == "help"_L1)
+        return Invocation{};
+    if (name == "--version"_L1)
+        return Invocation{.command = Invocation::Command::Version};
+    for (const CommandRow &row : commandRows) {
+        if (row.name == name)
+            return parseArguments(row, arguments.sliced(1), texts);
+    }
+    return tl::unexpected(wrongUsage(texts.formatted(u"未知的指令：%@"_s, name)));
+}
+
+QStringView commandName(Invocation::Command command)
+{
+    for (const CommandRow &row : commandRows) {
+        if (row.command == command)
+            return row.name;
+    }
+    return {};
+}
+
+QString helpPage(const LocalizationManager &texts)
+{
+    QString page = texts.localized(u"Lucentra：翻譯螢幕上的文字"_s) + u"\n\n"_s;
+    for (const CommandRow &row : commandRows) {
+        page += u"  lucentra "_s + row.name;
+        if (!row.argument.isEmpty())
+            page += u' ' + row.argument;
+        for (const QStringView name : row.options.split(u' ')) {
+            const OptionRow *option = findOption(row, name);
+            QString usage = u"--"_s + name + (option->placeholder.isEmpty() ? u""_s : u' ' + option->placeholder);
+            page += name == row.requiredOption ? u' ' + usage : u" ["_s + usage + u']';
+        }
+        page += u"\n      "_s + texts.localized(row.summary.toString()) + u'\n';
+    }
+    page += u'\n';
+    for (const OptionRow &row : optionRows) {
+        page += u"  --"_s + row.name + (row.placeholder.isEmpty() ? u""_s : u' ' + row.placeholder);
+        page += u"\n      "_s + texts.localized(row.summary.toString()) + u'\n';
+    }
+    return page;
+}
+
+} // namespace lucentra

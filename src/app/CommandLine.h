@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Result.h"
+
+#include <QString>
+#include <QStringList>
+#include <QStringView>
+
+#include <optional>
+
+namespace lucentra {
+
+class LocalizationManager;
+
+/// What a command line asks for. Values are as typed; the commands check what they mean.
+struct Invocation
+{
+    enum class Command { Help, Version, Recognize, Image, Text, TestConnection };
+
+    Command command = Command::Help;
+    QString argument;              ///< the one positional argument: a picture's path, or a text
+    QString output;                ///< --output
+    std::optional<int> engine;     ///< --engine: a raw value of `TranslationEngine`
+    std::optional<QString> target; ///< --target: a language code
+    bool json = false;             ///< --json
+    bool timing = false;           ///< --timing
+
+    bool operator==(const Invocation &) const = default;
+};
+
+/// Exit codes of every command.
+enum class ExitCode { Done = 0, WrongUsage = 1, Failed = 2 };
+
+/// Reads a command line by the one table of commands and options. `arguments` are those after the program's name.
+/// A failure's description says in the interface language what is wrong.
+Result<Invocation> parseCommandLine(const QStringList &arguments, const LocalizationManager &texts);
+
+/// The name of a command, as typed.
+QStringView commandName(Invocation::Command command);
+
+/// The page that --help prints, made from the same table.
+QString helpPage(const LocalizationManager &texts);
+
+} // namespace lucentra

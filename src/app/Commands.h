@@ -1,0 +1,32 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "Result.h"
+
+#include <QString>
+
+namespace lucentra {
+
+class Services;
+
+/// What a finished command prints.
+struct CommandOutput
+{
+    QString answer;  ///< for standard output, without the last line break; empty where there is none
+    QString message; ///< for standard error; empty where there is none
+};
+
+// Each runs one command from start to end; a failure's description is what the pane would show. Main thread; the
+// event loop turns meanwhile.
+
+/// The lines of a picture as JSON: their texts and boxes (fractions of the picture, origin bottom-left).
+Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &services);
+/// Translates a picture's lines and writes it with their overlays. The picture counts as what lies beneath a pane 4
+/// points wider and higher, so that a point of the pane (x, y) is the picture's pixel (x - 2, y - 2).
+Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services);
+/// Translates a text as the pane does a typed one.
+Result<CommandOutput> textCommand(const Invocation &invocation, Services &services);
+/// Asks the chosen engine for one word.
+Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
+
+} // namespace lucentra

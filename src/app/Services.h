@@ -1,0 +1,56 @@
+#pragma once
+
+#include "HttpSession.h"
+#include "KeychainStore.h"
+#include "LocalizationManager.h"
+#include "MainQueue.h"
+#include "NotificationCenter.h"
+#include "SettingsStore.h"
+
+#include <memory>
+
+namespace lucentra {
+
+class SecretStorage;
+class TextRecognizer;
+class TranslationManager;
+
+/// The objects that both the pane and the command line stand on, each made once, at its first use where it is costly.
+/// Main thread only.
+class Services
+{
+public:
+    /// Where a finished typed text goes besides to its caller.
+    struct Sinks
+    {
+        std::function<void(const QString &)> copy;
+        std::function<void(const QString &, const QString &)> record;
+    };
+
+    Services(DiagnosticLine diagnostics, Sinks sinks);
+    ~Services();
+    Services(const Services &) = delete;
+    Services &operator=(const Services &) = delete;
+
+    SettingsStore &settings() { return m_settings; }
+    LocalizationManager &texts() { return m_texts; }
+    MainQueue &mainQueue() { return m_mainQueue; }
+    NotificationCenter &notifications() { return m_notifications; }
+    TextRecognizer &recognizer();
+    TranslationManager &translationManager();
+
+private:
+    const DiagnosticLine m_diagnostics;
+    const Sinks m_sinks;
+    MainQueue m_mainQueue;
+    NotificationCenter m_notifications;
+    SettingsStore m_settings;
+    LocalizationManager m_texts;
+    std::unique_ptr<SecretStorage> m_secrets;
+    std::unique_ptr<KeychainStore> m_keychain;
+    std::unique_ptr<TextRecognizer> m_recognizer;
+    std::unique_ptr<HttpSession> m_http;
+    std::unique_ptr<TranslationManager> m_translationManager;
+};
+
+} // namespace lucentra

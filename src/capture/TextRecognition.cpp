@@ -1,0 +1,63 @@
+#include "TextRecognition.h"
+
+#include "Text.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The first and last code points of kana, the unified ideographs, and what lies between them: one character of these
+/// can be a word.
+constexpr char32_t firstIdeographic = 0x3040;
+constexpr char32_t lastIdeographic = 0x9FFF;
+
+char32_t firstScalar(const QString &text)
+{
+    return text.size() > 1 && text[0].isHighSurrogate() ? QChar::surrogateToUcs4(text[0], text[1])
+                                                        : char32_t(text[0].unicode());
+}
+
+bool isText(const QString &text)
+{
+    static const QRegularExpression letterOrDigit(u"[\\p{L}\\p{N}]"_s);
+    if (text.isEmpty() || !letterOrDigit.match(text).hasMatch())
+        return false;
+    if (characterCount(text) != 1)
+        return true;
+    const char32_t scalar = firstScalar(text);
+    return text == "I"_L1 || text == "a"_L1 || text == "A"_L1 ||
+           (scalar >= firstIdeographic && scalar <= lastIdeographic);
+}
+
+} // namespace
+
+TextRecognitionRequest passRequest()
+{
+    return {.languages = {u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s},
+            .level = RecognitionLevel::Accurate,
+            .usesLanguageCorrection = true,
+            .minimumTextHeight = minimumTextHeight};
+}
+
+QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations)
+{
+    QList<TextBlock> blocks;
+    for (const RecognizedTextObservation &observation : observations) {
+        const QStringList top = observation.topCandidates(1);
+        if (!top.isEmpty() && isText(top.first()))
+            blocks.append({top.first(), observation.boundingBox});
+    }
+    return blocks;
+}
+
+QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image)
+{
+    const auto observations = recognizer.perform(passRequest(), image);
+    return observations ? blocksFromObservations(*observations) : QList<TextBlock>();
+}
+
+} // namespace lucentra

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "TextBlock.h"
+#include "TextRecognizer.h"
+
+#include <QImage>
+#include <QList>
+
+namespace lucentra {
+
+/// Lines lower than this fraction of the image's height are not looked for.
+inline constexpr double minimumTextHeight = 0.008;
+
+/// What a pass asks of the recognizer: accurate, with language correction, for the languages that screens show.
+TextRecognitionRequest passRequest();
+
+/// The observations that are text: without letter or digit, or of one character that is no word of its own, they are
+/// noise. Order and spelling stay.
+QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
+
+/// The lines of a captured image. Blocks, on any thread but the main one. A recognizer that fails has found nothing.
+QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image);
+
+} // namespace lucentra

@@ -1,0 +1,42 @@
+#include "WindowButtonMask.h"
+
+#include "GlassAreaCapture.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace lucentra {
+
+namespace {
+
+/// Grey 0.18: dark enough not to stand out as a shape on dark content, too plain to be read on light content.
+constexpr QRgb maskColour = 0xff2e2e2e;
+
+} // namespace
+
+QImage maskWindowButtons(const QImage &image, const QList<QRectF> &exclusionRects, const QSizeF &paneSize)
+{
+    if (exclusionRects.isEmpty() || image.width() < 1 || image.height() < 1)
+        return image;
+    QImage masked = image.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
+    if (masked.isNull())
+        return image;
+    const QRectF captured(captureInset, captureInset, std::max(1.0, paneSize.width() - 2 * captureInset),
+                          std::max(1.0, paneSize.height() - 2 * captureInset));
+    const double sx = image.width() / captured.width();
+    const double sy = image.height() / captured.height();
+    QPainter painter(&masked);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const QRectF &rect : exclusionRects) {
+        const QRectF shared = rect.intersected(captured);
+        if (shared.isEmpty())
+            continue;
+        const QRectF pixels((shared.x() - captured.x()) * sx, (shared.y() - captured.y()) * sy, shared.width() * sx,
+                            shared.height() * sy);
+        painter.fillRect(pixels.toAlignedRect(), QColor::fromRgb(maskColour));
+    }
+    return masked;
+}
+
+} // namespace lucentra

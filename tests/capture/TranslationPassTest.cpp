@@ -1,0 +1,327 @@
+#include "TranslationPass.h"
+
+#include "MainQueue.h"
+#include "ManualScheduler.h"
+#include "ScreenCaptureService.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "TestTexts.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace lucentra;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A pane of 404 by 304 points that notes what is done to it.
+class NotingPane : public PassPane
+{
+public:
+    bool onScreen = true;
+    bool visible = true;
+    bool inputMode = false;
+    bool processing = false;
+    QStringList log;
+    QList<QRectF> exclusions;
+    std::function<void()> onTranslateTapped;
+    std::function<void()> cardAction;
+
+    bool isOnScreen() const override { return onScreen; }
+    bool isWindowVisible() const override { return visible; }
+    void makeKeyAndOrderFront() override { log.append(u"front"_s); }
+    QSizeF paneSize() const override { return {404, 304}; }
+    GlassArea glassArea() const override { return {{0, 0, 404, 304}, {0, 0, 404, 304}, 1}; }
+    QList<QRectF> windowControlExclusionRects(double) const override { return exclusions; }
+    bool isInputMode() const override { return inputMode; }
+    void submitManualInput() override { log.append(u"submit"_s); }
+    void translateTapped() override { onTranslateTapped(); }
+    void dismissPristineHint() override {}
+    void clearOverlays() override { log.append(u"clear"_s); }
+    void setProcessing(bool busy) override { processing = busy; }
+    void setTranslationActionState(TranslationActionState) override { log.append(u"retranslate"_s); }
+    void addTranslationOverlay(const QString &text, double, const QRectF &) override
+    {
+        log.append(u"overlay "_s + text);
+    }
+    void showErrorCard(const QString &title, const QString &message, const QString &,
+                       std::function<void()> action) override
+    {
+        log.append(u"card "_s + title + u'|' + message);
+        cardAction = std::move(action);
+    }
+};
+
+/// Holds every screenshot until the test lets it go.
+class HeldCapture : public ScreenCaptureService, public ScreenCaptureAccess
+{
+public:
+    QList<std::function<void(Result<QImage>)>> held;
+    bool granted = true;
+
+    void shareableContent(bool, bool, std::function<void(Result<ShareableContent>)> completion) override
+    {
+        completion(ShareableContent{.windows = {{1, {0, 0, 404, 304}}}, .displays = {{1, {0, 0, 1920, 1080}}}});
+    }
+    double pointPixelScale(const ContentFilter &) const override { return 1; }
+    void screenshot(const ContentFilter &, const StreamConfiguration &,
+                    std::function<void(Result<QImage>)> completion) override
+    {
+        held.append(std::move(completion));
+    }
+    bool isGranted() const override { return granted; }
+    void request() override {}
+};
+
+using Completion = std::function<void(Result<QStringList>)>;
+
+} // namespace
+
+class TranslationPassTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void aPassEndsInOverlaysCopyAndHistory();
+    void fewerTranslationsThanBlocks();
+    void emptyTranslationsLeaveNothing();
+    void aNewerPassDropsTheOlderOnesResults();
+    void failuresEndInTheirCards();
+    void aRetryStartsANewPass();
+    void aDragCostsOnePass();
+    void theManualModeStartsNothingByItself();
+    void anExplicitTriggerAbsorbsTheTimer();
+    void theActionShowsAHiddenPaneAndSubmitsTypedText();
+    void nothingHappensOffScreen();
+    void lateResultsOfAnEndedPassAreHarmless();
+
+private:
+    void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32));
+    void translate(qsizetype request, Result<QStringList> translations);
+    void settle(const std::function<bool()> &reached);
+
+    TestTexts m_texts;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<SettingsStore> m_settings;
+    std::unique_ptr<MainQueue> m_queue;
+    std::unique_ptr<ManualScheduler> m_clock;
+    std::unique_ptr<NotingPane> m_pane;
+    std::unique_ptr<HeldCapture> m_capture;
+    QList<TextBlock> m_blocks;
+    QList<Completion> m_requests; // appended on the worker, one at a time
+    QStringList m_copied;
+    QStringList m_recorded;
+    std::unique_ptr<TranslationPass> m_pass;
+};
+
+void TranslationPassTest::init()
+{
+    m_pass.reset();
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_settings = std::make_unique<SettingsStore>(m_folder->filePath(u"preferences.json"_s));
+    m_queue = std::make_unique<MainQueue>();
+    m_clock = std::make_unique<ManualScheduler>();
+    m_pane = std::make_unique<NotingPane>();
+    m_capture = std::make_unique<HeldCapture>();
+    m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
+    m_requests.clear();
+    m_copied.clear();
+    m_recorded.clear();
+    PassSteps steps{
+        .capture = *m_capture,
+        .access = *m_capture,
+        .recognize = [this](const QImage &) { return m_blocks; },
+        .translateBlocks =
+            [this](const QList<TextBlock> &, Completion completion) {
+                m_queue->post([this, completion = std::move(completion)] { m_requests.append(completion); });
+            },
+        .copy = [this](const QString &text) { m_copied.append(text); },
+        .record = [this](const QString &source, const QString &text) { m_recorded.append(source + u'>' + text); },
+        .openScreenRecordingSettings = [this] { m_pane->log.append(u"settings"_s); },
+    };
+    m_pass = std::make_unique<TranslationPass>(*m_pane, steps, *m_settings, m_texts.manager, *m_queue, *m_clock);
+    m_pane->onTranslateTapped = [this] { m_pass->startCapturePass(); };
+}
+
+void TranslationPassTest::settle(const std::function<bool()> &reached)
+{
+    QTRY_VERIFY(reached());
+}
+
+void TranslationPassTest::capture(Result<QImage> image)
+{
+    QVERIFY(!m_capture->held.isEmpty());
+    m_capture->held.takeFirst()(std::move(image));
+}
+
+void TranslationPassTest::translate(qsizetype request, Result<QStringList> translations)
+{
+    settle([&] { return m_requests.size() > request; });
+    m_requests[request](std::move(translations));
+    m_queue->drain();
+}
+
+void TranslationPassTest::aPassEndsInOverlaysCopyAndHistory()
+{
+    m_settings->write(settings::autoCopy, true);
+    m_pass->startCapturePass();
+    QVERIFY(m_pane->processing);
+    capture();
+    translate(0, QStringList{u"one"_s, u"two"_s});
+    QVERIFY(!m_pane->processing);
+    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay two"_s, u"retranslate"_s}));
+    QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
+    QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
+}
+
+void TranslationPassTest::fewerTranslationsThanBlocks()
+{
+    m_pass->startCapturePass();
+    capture();
+    translate(0, QStringList{u"one"_s});
+    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay 二"_s, u"retranslate"_s}));
+    QCOMPARE(m_recorded, QStringList{u"一\n二>one"_s});
+    QVERIFY(m_copied.isEmpty()); // not asked for
+}
+
+void TranslationPassTest::emptyTranslationsLeaveNothing()
+{
+    m_settings->write(settings::autoCopy, true);
+    m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
+    m_pass->startCapturePass();
+    capture();
+    translate(0, QStringList{u""_s});
+    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"retranslate"_s}));
+    QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
+}
+
+void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()
+{
+    m_pass->startCapturePass();
+    capture();
+    settle([&] { return m_requests.size() == 1; });
+    m_pass->startCapturePass();
+    translate(0, QStringList{u"old"_s, u"old"_s});
+    QVERIFY(m_pane->processing); // the newer pass is still at work
+    m_pass->startCapturePass();
+    capture(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
+    m_queue->drain();
+    QVERIFY(m_pane->processing);
+    capture();
+    translate(1, QStringList{u"new"_s, u"new"_s});
+    QVERIFY(!m_pane->processing);
+    QCOMPARE(m_pane->log,
+             (QStringList{u"clear"_s, u"clear"_s, u"clear"_s, u"overlay new"_s, u"overlay new"_s, u"retranslate"_s}));
+}
+
+void TranslationPassTest::failuresEndInTheirCards()
+{
+    m_pass->startCapturePass();
+    capture(tl::unexpected(Failure{.description = u"reason"_s}));
+    m_queue->drain();
+    QCOMPARE(m_pane->log.last(), u"card 無法擷取畫面|reason"_s);
+
+    m_capture->granted = false;
+    m_pass->startCapturePass();
+    capture(tl::unexpected(Failure{.description = u"reason"_s}));
+    m_queue->drain();
+    QVERIFY(m_pane->log.last().startsWith(u"card 需要螢幕錄製權限|"_s));
+    m_pane->cardAction();
+    QCOMPARE(m_pane->log.last(), u"settings"_s);
+
+    m_pass->startCapturePass();
+    capture();
+    translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
+    QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
+
+    m_blocks.clear();
+    m_pass->startCapturePass();
+    capture();
+    settle([&] { return !m_pane->processing; });
+    QVERIFY(m_pane->log.last().startsWith(u"card 沒有偵測到文字|"_s));
+    QVERIFY(m_recorded.isEmpty());
+}
+
+void TranslationPassTest::aRetryStartsANewPass()
+{
+    m_pass->startCapturePass();
+    capture(tl::unexpected(Failure{}));
+    m_queue->drain();
+    m_pane->cardAction();
+    QVERIFY(m_pane->processing);
+    QCOMPARE(m_capture->held.size(), 1);
+}
+
+void TranslationPassTest::aDragCostsOnePass()
+{
+    for (int i = 0; i < 40; ++i) {
+        m_pass->scheduleDebouncedCapture();
+        m_clock->advance(100ms);
+    }
+    QVERIFY(m_capture->held.isEmpty());
+    m_clock->advance(699ms);
+    QVERIFY(m_capture->held.isEmpty());
+    m_clock->advance(1ms);
+    QCOMPARE(m_capture->held.size(), 1);
+    m_clock->advance(10s);
+    QCOMPARE(m_capture->held.size(), 1);
+}
+
+void TranslationPassTest::theManualModeStartsNothingByItself()
+{
+    m_settings->write(settings::triggerMode, 1);
+    m_pass->scheduleDebouncedCapture();
+    QVERIFY(m_clock->isIdle());
+    m_settings->write(settings::triggerMode, 0);
+    m_pass->scheduleDebouncedCapture();
+    m_settings->write(settings::triggerMode, 1); // switched while the timer runs
+    m_clock->advance(1s);
+    QVERIFY(m_capture->held.isEmpty());
+}
+
+void TranslationPassTest::anExplicitTriggerAbsorbsTheTimer()
+{
+    m_pass->scheduleDebouncedCapture();
+    m_clock->advance(500ms);
+    m_pass->translateCurrentArea();
+    m_clock->advance(10s);
+    QCOMPARE(m_capture->held.size(), 1);
+}
+
+void TranslationPassTest::theActionShowsAHiddenPaneAndSubmitsTypedText()
+{
+    m_pane->visible = false;
+    m_pass->translateCurrentArea();
+    QCOMPARE(m_pane->log, QStringList{u"front"_s});
+    m_pane->visible = true;
+    m_pane->inputMode = true;
+    m_pass->translateCurrentArea();
+    QCOMPARE(m_pane->log.last(), u"submit"_s);
+    QVERIFY(m_capture->held.isEmpty());
+}
+
+void TranslationPassTest::nothingHappensOffScreen()
+{
+    m_pane->onScreen = false;
+    m_pass->startCapturePass();
+    QVERIFY(!m_pane->processing && m_pane->log.isEmpty() && m_capture->held.isEmpty());
+}
+
+void TranslationPassTest::lateResultsOfAnEndedPassAreHarmless()
+{
+    m_pass->startCapturePass();
+    capture();
+    settle([&] { return m_requests.size() == 1; });
+    m_pass->startCapturePass();
+    m_pass.reset();
+    const QStringList before = m_pane->log;
+    capture();
+    translate(0, QStringList{u"late"_s});
+    QCOMPARE(m_pane->log, before);
+}
+
+QTEST_GUILESS_MAIN(TranslationPassTest)
+#include "TranslationPassTest.moc"

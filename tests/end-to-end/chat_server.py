@@ -1,0 +1,107 @@
+"""A local chat-completions server: answers every block by its id, or plays the answers that a test has queued."""
+import http.server
+import json
+import threading
+import time
+
+
+class ChatServer:
+    """`requests` keeps what came in as (path, headers, body); `queued` holds functions that answer in its stead."""
+
+    def __init__(self, translate=lambda text: f"«{text}»"):
+        self.translate = translate
+        self.requests: list[tuple[str, dict, dict]] = []
+        self.queued: list = []
+        self.released = threading.Event()
+        server = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"
+
+            def do_POST(self):
+                body = json.loads(self.rfile.read(int(self.headers["Content-Length"])))
+                server.requests.append((self.path, dict(self.headers), body))
+                answer = server.queued.pop(0) if server.queued else by_id
+                status, reply = answer(server, body)
+                data = reply if isinstance(reply, bytes) else json.dumps(reply).encode()
+                self.send_response(status)
+                self.send_header("Content-Type", "application/json")
+                self.send_header("Content-Length", str(len(data)))
+                self.end_headers()
+                self.wfile.write(data)
+
+            def log_message(self, *_):
+                pass
+
+        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.http.daemon_threads = True
+        self.thread = threading.Thread(target=self.http.serve_forever, daemon=True)
+
+    @property
+    def base_url(self) -> str:
+        return f"http://127.0.0.1:{self.http.server_port}/v1"
+
+    def __enter__(self):
+        self.thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self.released.set()
+        self.http.shutdown()
+        self.http.server_close()
+        self.thread.join()
+
+
+def completion(content: str) -> dict:
+    return {"choices": [{"message": {"role": "assistant", "content": content}}]}
+
+
+def blocks_of(body: dict) -> list[dict]:
+    return json.loads(body["messages"][1]["content"])
+
+
+def by_id(server: ChatServer, body: dict):
+    """Every block's translation under its id, or the translation of a typed text."""
+    if "response_format" not in body:
+        return 200, completion(server.translate(body["messages"][1]["content"]))
+    translations = [{"id": block["id"], "text": server.translate(block["text"])} for block in blocks_of(body)]
+    return 200, completion(json.dumps({"translations": translations}))
+
+
+def out_of_order(server: ChatServer, body: dict):
+    status, reply = by_id(server, body)
+    document = json.loads(reply["choices"][0]["message"]["content"])
+    document["translations"].reverse()
+    return status, completion(json.dumps(document))
+
+
+def without_first(server: ChatServer, body: dict):
+    """Leaves the first block's translation out."""
+    _, reply = by_id(server, body)
+    document = json.loads(reply["choices"][0]["message"]["content"])
+    del document["translations"][0]
+    return 200, completion(json.dumps(document))
+
+
+def fenced(server: ChatServer, body: dict):
+    """Wraps the answer in a code fence, as models do."""
+    _, reply = by_id(server, body)
+    return 200, completion("```json\n" + reply["choices"][0]["message"]["content"] + "\n```")
+
+
+def too_many_requests(_server: ChatServer, _body: dict):
+    return 429, {"error": {"message": "Slow down, please"}}
+
+
+def hang(server: ChatServer, _body: dict):
+    """Holds the connection until the server ends."""
+    server.released.wait(90)
+    return 200, {}
+
+
+def pause(seconds: float):
+    """Answers after a while."""
+    def answer(server: ChatServer, body: dict):
+        time.sleep(seconds)
+        return by_id(server, body)
+    return answer

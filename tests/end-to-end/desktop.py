@@ -1,0 +1,107 @@
+"""A private session for the end-to-end tests: a home of its own, a bus, a keyring. What it starts it ends, by pid."""
+import json
+import os
+import pathlib
+import select
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+LUCENTRA = pathlib.Path(os.environ.get("LUCENTRA", "build/dev/bin/lucentra")).resolve()
+
+
+class Session:
+    """Use as a context manager; `environment` is that of every program started in the session."""
+
+    def __init__(self, keyring: bool = True, language: str = "en"):
+        self.home = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-test-"))
+        self.keyring = keyring
+        self.processes: list[subprocess.Popen] = []
+        runtime = self.home / "run"
+        runtime.mkdir(mode=0o700)
+        self.environment = {
+            "PATH": os.environ["PATH"],
+            "HOME": str(self.home),
+            "XDG_CONFIG_HOME": str(self.home / "config"),
+            "XDG_DATA_HOME": str(self.home / "data"),
+            "XDG_CACHE_HOME": str(self.home / "cache"),
+            "XDG_RUNTIME_DIR": str(runtime),
+            "LANG": "C.UTF-8",
+            "LANGUAGE": language,
+            "QT_QPA_PLATFORM": "offscreen",
+        }
+        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "TESSDATA_PREFIX"):
+            if name in os.environ:
+                self.environment[name] = os.environ[name]
+
+    @property
+    def preferences_path(self) -> pathlib.Path:
+        return self.home / "config" / "lucentra" / "preferences.json"
+
+    @property
+    def preferences(self) -> dict:
+        return json.loads(self.preferences_path.read_text(encoding="utf-8"))
+
+    @preferences.setter
+    def preferences(self, values: dict) -> None:
+        self.preferences_path.parent.mkdir(parents=True, exist_ok=True)
+        self.preferences_path.write_text(json.dumps(values), encoding="utf-8")
+        self.preferences_path.chmod(0o600)
+
+    def __enter__(self):
+        bus = self.start(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
+        if not select.select([bus.stdout], [], [], 10)[0]:
+            raise RuntimeError("the session bus didn't start")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+        if self.keyring:
+            daemon = self.start(["gnome-keyring-daemon", "--foreground", "--unlock", "--components=secrets"],
+                                stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            daemon.stdin.write(b"test")
+            daemon.stdin.close()
+            self.wait_for_name("org.freedesktop.secrets")
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            if process.poll() is None:
+                process.terminate()
+                try:
+                    process.wait(5)
+                except subprocess.TimeoutExpired:
+                    process.kill()
+                    process.wait()
+            for pipe in (process.stdin, process.stdout, process.stderr):
+                if pipe:
+                    pipe.close()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def start(self, command: list[str], **options) -> subprocess.Popen:
+        process = subprocess.Popen(command, env=self.environment, **options)
+        self.processes.append(process)
+        return process
+
+    def wait_for_name(self, name: str) -> None:
+        """Waits until the bus has an owner for a name."""
+        deadline = time.monotonic() + 10
+        while time.monotonic() < deadline:
+            answer = subprocess.run(
+                ["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                 "org.freedesktop.DBus.NameHasOwner", f"string:{name}"],
+                env=self.environment, capture_output=True, text=True, check=False)
+            if "true" in answer.stdout:
+                return
+            time.sleep(0.05)
+        raise RuntimeError(f"{name} didn't appear on the bus")
+
+    def secret(self, account: str) -> str | None:
+        """What the keyring holds for an account."""
+        answer = subprocess.run(["secret-tool", "lookup", "service", "com.tarnby.lucentra.apiKeys", "account", account],
+                                env=self.environment, capture_output=True, text=True, check=False)
+        return answer.stdout if answer.returncode == 0 else None
+
+    def lucentra(self, *arguments: str, timeout: float = 120) -> subprocess.CompletedProcess:
+        """Runs a command of the program and returns its outputs as text."""
+        return subprocess.run([str(LUCENTRA), *arguments], env=self.environment, capture_output=True, encoding="utf-8",
+                              timeout=timeout, check=False)

@@ -1,0 +1,184 @@
+#!/usr/bin/env python3
+"""The command line as a user types it: pictures and texts through a real local chat-completions server, with a real
+keyring and a bus of the tests' own."""
+import json
+import os
+import pathlib
+import stat
+import subprocess
+import unittest
+
+import chat_server
+import sample_page
+from chat_server import ChatServer
+from desktop import Session
+
+KEY = "sk-test-äöü-4711"
+COMPATIBLE = "privacy.remoteTranslation.v1.engine.7"
+
+
+class CommandLine(unittest.TestCase):
+    """Engine 7 with consent and a key in the keyring, against a local server."""
+
+    def setUp(self):
+        self.session = self.enterContext_(Session())
+        self.server = self.enterContext_(ChatServer())
+        self.session.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url,
+                                    "compatibleModel": "test-model", "targetLanguageCode": "en", COMPATIBLE: True}
+        subprocess.run(["secret-tool", "store", "--label=key", "service", "com.tarnby.lucentra.apiKeys",
+                        "account", "compatibleApiKey"], input=KEY, encoding="utf-8",
+                       env=self.session.environment, check=True)
+        self.picture = self.session.home / "page.png"
+
+    def enterContext_(self, context):  # unittest has it from Python 3.11 on
+        value = context.__enter__()
+        self.addCleanup(context.__exit__, None, None, None)
+        return value
+
+    def succeeds(self, *arguments: str) -> str:
+        answer = self.session.lucentra(*arguments)
+        self.assertEqual(answer.returncode, 0, answer.stderr)
+        return answer.stdout
+
+    def fails(self, code: int, *arguments: str) -> str:
+        answer = self.session.lucentra(*arguments)
+        self.assertEqual(answer.returncode, code, answer.stdout + answer.stderr)
+        self.assertEqual(answer.stdout, "")
+        self.assertNotIn(KEY, answer.stderr)
+        return answer.stderr
+
+    def test_recognize(self):
+        for name, lines, options in [("a page", sample_page.ENGLISH, {}),
+                                     ("a dark theme", sample_page.ENGLISH, {"dark": True}),
+                                     ("ideographs", sample_page.CHINESE, {}),
+                                     ("two columns", ["Left column", "Right column", "goes on below", "goes on too"],
+                                      {"columns": 2})]:
+            with self.subTest(name):
+                sample_page.render(self.picture, lines, **options)
+                answer = json.loads(self.succeeds("recognize", str(self.picture)))
+                self.assertEqual((answer["width"], answer["height"]), (960, 560))
+                read = {block["text"].replace(" ", "") for block in answer["blocks"]}
+                self.assertEqual(read, {line.replace(" ", "") for line in lines})
+                for block in answer["blocks"]:
+                    x, y, width, height = block["normBox"]
+                    self.assertTrue(0 <= x and 0 <= y and x + width <= 1 and y + height <= 1, block)
+        self.assertEqual(self.server.requests, [])
+
+    def test_a_picture_gets_its_overlays(self):
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        output = self.session.home / "translated.png"
+        answer = json.loads(self.succeeds("image", str(self.picture), "--output", str(output), "--json", "--timing"))
+        self.assertEqual((answer["engine"], answer["target"]), (7, "en"))
+        self.assertEqual([block["text"] for block in answer["blocks"]], sample_page.ENGLISH)
+        self.assertEqual([block["translation"] for block in answer["blocks"]],
+                         [f"«{line}»" for line in sample_page.ENGLISH])
+        for index, block in enumerate(answer["blocks"]):
+            x, y, width, height = block["rect"]
+            # the lines were drawn from (40, 40) on, three font sizes apart; the pane begins 2 points outside
+            self.assertAlmostEqual(x, 42, delta=4)
+            self.assertAlmostEqual(y + height, 64 + 66 * index, delta=8)
+            self.assertGreaterEqual(block["frame"][2], width)
+            self.assertGreaterEqual(block["lines"], 1)
+            self.assertGreaterEqual(block["fontSize"], 10)
+        self.assertEqual(set(answer["milliseconds"]), {"decode", "recognize", "translate", "layout"})
+        self.assertEqual(output.read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
+        self.assertEqual(stat.S_IMODE(output.stat().st_mode), 0o600)
+        path, headers, body = self.server.requests[0]
+        self.assertEqual(path, "/v1/chat/completions")
+        self.assertEqual(headers["Authorization"].encode("latin-1").decode(), f"Bearer {KEY}")
+        self.assertEqual(body["model"], "test-model")
+
+    def test_answers_as_models_give_them(self):
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        output = str(self.session.home / "translated.png")
+        plain = [f"«{line}»" for line in sample_page.ENGLISH]
+        for name, answer, expected in [("out of order", chat_server.out_of_order, plain),
+                                       ("in a code fence", chat_server.fenced, plain),
+                                       ("a block missing", chat_server.without_first,
+                                        [sample_page.ENGLISH[0], *plain[1:]])]:
+            with self.subTest(name):
+                self.server.queued.append(answer)
+                document = json.loads(self.succeeds("image", str(self.picture), "--output", output, "--json"))
+                self.assertEqual([block["translation"] for block in document["blocks"]], expected)
+
+    def test_failures_say_what_the_pane_would_show(self):
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        output = self.session.home / "translated.png"
+        arguments = ("image", str(self.picture), "--output", str(output))
+        self.server.queued.append(chat_server.too_many_requests)
+        message = self.fails(2, *arguments)
+        self.assertIn("429", message)
+        self.assertIn("Slow down, please", message)
+        self.session.preferences = {**self.session.preferences, COMPATIBLE: False}
+        self.assertIn("⚠️", self.fails(2, *arguments))
+        self.assertIn("⚠️", self.fails(2, "text", "Good morning"))
+        self.assertEqual(len(self.server.requests), 1)
+        self.assertFalse(output.exists())
+        sample_page.render(self.picture, [])
+        self.assertNotEqual(self.fails(2, *arguments), "")
+
+    def test_a_text(self):
+        self.assertEqual(self.succeeds("text", "Good morning"), "«Good morning»\n")
+        self.assertIn("英文", self.server.requests[0][2]["messages"][0]["content"])
+        self.succeeds("text", "Good morning", "--target", "ja")
+        self.assertIn("日文", self.server.requests[1][2]["messages"][0]["content"])
+        self.assertEqual(self.session.preferences["targetLanguageCode"], "en")
+        self.assertFalse((self.session.home / "data" / "Lucentra").exists())
+
+    def test_the_connection_test(self):
+        self.assertIn("這是一個連線測試。", self.succeeds("test-connection"))
+        self.server.translate = lambda text: text
+        self.assertNotEqual(self.fails(2, "test-connection"), "")
+
+    def test_a_plain_text_key_is_moved_into_the_keyring(self):
+        subprocess.run(["secret-tool", "clear", "service", "com.tarnby.lucentra.apiKeys"],
+                       env=self.session.environment, check=True)
+        self.session.preferences = {**self.session.preferences, "compatibleApiKey": "old-key"}
+        self.succeeds("text", "Good morning")
+        self.assertEqual(self.server.requests[0][1]["Authorization"], "Bearer old-key")
+        self.assertEqual(self.session.secret("compatibleApiKey"), "old-key")
+        self.assertNotIn("compatibleApiKey", self.session.preferences)
+
+    def test_wrong_usage(self):
+        for arguments in [(), ("frobnicate",), ("text",), ("text", "a", "b"), ("text", "a", "--engine", "8"),
+                          ("text", "a", "--engine"), ("image", "x.png"), ("recognize", "x.png", "--output", "y.png"),
+                          ("text", "a", "--json"), ("image", "x.png", "--output=")]:
+            with self.subTest(arguments=arguments):
+                self.assertNotEqual(self.fails(1, *arguments), "")
+        self.assertIn("lucentra image", self.succeeds("--help"))
+
+    def test_pictures_that_are_none(self):
+        empty, broken, huge = (self.session.home / name for name in ("empty.png", "broken.png", "huge.bmp"))
+        empty.touch()
+        sample_page.render(broken, sample_page.ENGLISH)
+        broken.write_bytes(broken.read_bytes()[:300])
+        header = b"BM" + (0).to_bytes(4, "little") + bytes(4) + (54).to_bytes(4, "little") + (40).to_bytes(4, "little")
+        huge.write_bytes(header + (60000).to_bytes(4, "little") * 2 + (1).to_bytes(2, "little")
+                         + (24).to_bytes(2, "little") + bytes(24))
+        for path in (empty, broken, huge, self.session.home, self.session.home / "missing.png", pathlib.Path("/dev/zero")):
+            with self.subTest(path=path.name):
+                self.assertIn(str(path), self.fails(2, "recognize", str(path)))
+
+    def test_a_broken_preferences_file_is_kept_aside(self):
+        self.session.preferences_path.write_text("{ not JSON")
+        self.fails(2, "text", "Good morning")  # with the defaults: the engine of this device
+        kept = list(self.session.preferences_path.parent.glob("preferences.unreadable-*.json"))
+        self.assertEqual([path.read_text() for path in kept], ["{ not JSON"])
+
+
+class WithoutAKeyring(unittest.TestCase):
+    """A session whose bus has no secret service."""
+
+    def test_a_missing_keyring_costs_no_waiting(self):
+        with Session(keyring=False) as session, ChatServer() as server:
+            session.preferences = {"translationEngine": 7, "compatibleBaseURL": server.base_url, COMPATIBLE: True,
+                                   "compatibleApiKey": "plain"}
+            answer = session.lucentra("text", "Good morning", timeout=10)
+            self.assertEqual((answer.returncode, answer.stdout), (0, "«Good morning»\n"), answer.stderr)
+            self.assertIn("Keychain", answer.stderr)
+            self.assertEqual(session.preferences["compatibleApiKey"], "plain")
+
+
+if __name__ == "__main__":
+    os.chdir(pathlib.Path(__file__).parent)
+    unittest.main(verbosity=2)
