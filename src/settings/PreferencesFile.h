@@ -1,0 +1,56 @@
+#pragma once
+
+#include "DiagnosticLine.h"
+
+#include <QHash>
+#include <QJsonObject>
+#include <QString>
+
+#include <optional>
+
+namespace lucentra {
+
+/// The file behind the settings: one JSON object, replaced as a whole, shared with other processes. Not synchronized
+/// within the process; `SettingsStore` is.
+class PreferencesFile
+{
+public:
+    /// Reads the file now. One that is no JSON object is kept aside.
+    PreferencesFile(QString path, DiagnosticLine diagnostics);
+
+    /// What the file holds at this moment. A file that has become unreadable since keeps its last content.
+    const QJsonObject &values();
+
+    /// Sets (or, by `Undefined`, removes) the keys in whatever the file holds at this moment, alone among all
+    /// processes. False, after a diagnostic line, when that is impossible; the file is then as it was.
+    bool apply(const QHash<QString, QJsonValue> &changes);
+
+private:
+    /// Tells two contents of the file apart without reading them.
+    struct Stamp
+    {
+        quint64 device = 0;
+        quint64 inode = 0;
+        qint64 size = -1;    ///< -1: there is no file
+        qint64 modified = 0; ///< nanoseconds
+        qint64 changed = 0;
+
+        bool operator==(const Stamp &) const = default;
+    };
+    enum class Content { Missing, Valid, Broken, Unreadable };
+
+    Stamp stamp() const;
+    Content load();
+    bool makeFolder() const;
+    bool keepAside();
+    bool save(const QJsonObject &newValues);
+    bool fail(const QString &reason);
+
+    const QString m_path;
+    const DiagnosticLine m_diagnostics;
+    QJsonObject m_values;
+    std::optional<Stamp> m_stamp; ///< of what was read last
+    bool m_hasReportedFailure = false;
+};
+
+} // namespace lucentra

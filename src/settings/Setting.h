@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QLatin1StringView>
+#include <QString>
+#include <QStringView>
+
+#include <concepts>
+
+namespace lucentra {
+
+template <typename Value>
+concept SettingValue = std::same_as<Value, QString> || std::same_as<Value, qint64> || std::same_as<Value, double> ||
+    std::same_as<Value, bool>;
+
+/// How a default is written down: a constant text is a view, everything else is itself.
+template <SettingValue Value>
+struct SettingDefault
+{
+    using Type = Value;
+};
+template <>
+struct SettingDefault<QString>
+{
+    using Type = QStringView;
+};
+
+/// Which stored numbers count.
+enum class StoredNumbers { All, PositiveOnly };
+
+/// A setting: its key, its type (`QString`, `qint64`, `double` or `bool`) and the value in force while nothing is
+/// stored. With `PositiveOnly` the default also stands in for a stored number that is not greater than 0.
+template <SettingValue Value>
+struct Setting
+{
+    QLatin1StringView key;
+    typename SettingDefault<Value>::Type defaultValue{};
+    StoredNumbers numbers = StoredNumbers::All;
+};
+
+} // namespace lucentra

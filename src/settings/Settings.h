@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Setting.h"
+
+#include <array>
+
+/// Every setting of the program: the one place of the keys and of the defaults. What other parts must learn at once
+/// when it changes has a notification, see NotificationCenter.h.
+namespace lucentra::settings {
+
+using namespace Qt::StringLiterals;
+
+// Interface and languages
+
+/// Raw value of an `AppLanguage`; an unknown text counts as "system".
+inline constexpr Setting<QString> appLanguage{"appLanguage"_L1, u"system"};
+/// Code of the language that translations are made into.
+inline constexpr Setting<QString> targetLanguageCode{"targetLanguageCode"_L1, u"zh-Hant"};
+/// The target language is derived from the interface language and rewritten whenever that changes.
+inline constexpr Setting<bool> targetLanguageFollowsInterface{"targetLanguageFollowsInterface"_L1, true};
+
+// Engines
+
+/// Raw value of a `TranslationEngine`; a value outside 0 to 7 counts as no engine.
+inline constexpr Setting<qint64> translationEngine{"translationEngine"_L1, 0};
+/// Region name sent with requests to Microsoft Translator.
+inline constexpr Setting<QString> microsoftApiRegion{"microsoftApiRegion"_L1, u"global"};
+inline constexpr Setting<QString> openAIModel{"openAIModel"_L1, u"gpt-5.6-luna"};
+inline constexpr Setting<QString> anthropicModel{"anthropicModel"_L1, u"claude-sonnet-4-6"};
+/// Base URL of the OpenAI-compatible chat-completions endpoint. The default is a public routing service.
+inline constexpr Setting<QString> compatibleBaseURL{"compatibleBaseURL"_L1, u"https://openrouter.ai/api/v1"};
+inline constexpr Setting<QString> compatibleModel{"compatibleModel"_L1, u"~openai/gpt-latest"};
+
+/// Consent to send text to a remote engine, by the engine's raw value (1 to 7). Any other value has no consent: its
+/// setting has no key, reads false and drops what is written.
+constexpr Setting<bool> consentKey(qint64 engineRawValue)
+{
+    constexpr std::array keys{
+        "privacy.remoteTranslation.v1.engine.1"_L1, "privacy.remoteTranslation.v1.engine.2"_L1,
+        "privacy.remoteTranslation.v1.engine.3"_L1, "privacy.remoteTranslation.v1.engine.4"_L1,
+        "privacy.remoteTranslation.v1.engine.5"_L1, "privacy.remoteTranslation.v1.engine.6"_L1,
+        "privacy.remoteTranslation.v1.engine.7"_L1,
+    };
+    const bool isRemote = engineRawValue >= 1 && engineRawValue <= qint64(keys.size());
+    return {isRemote ? keys[size_t(engineRawValue - 1)] : QLatin1StringView(), false};
+}
+
+// Triggers
+
+/// 0: translate by itself after the pane was moved or resized; 1: only on a click, a button or the hotkey.
+inline constexpr Setting<qint64> triggerMode{"triggerMode"_L1, 0};
+/// 0: a single click on the pane translates; any other value: a double click.
+inline constexpr Setting<qint64> translationClickGesture{"translationClickGesture"_L1, 1};
+
+// The pane
+
+/// Border glow: "white", "blue", "pink" or "none".
+inline constexpr Setting<QString> neonBorderColor{"neonBorderColor"_L1, u"white"};
+/// Opacity of the pane's backdrop, a fraction.
+inline constexpr Setting<double> glassOpacity{"glassOpacity"_L1, 0.75, StoredNumbers::PositiveOnly};
+/// Size of translated text in points where it is not fitted to its block, as the pane lays it out.
+inline constexpr Setting<double> fontSize{"fontSize"_L1, 22, StoredNumbers::PositiveOnly};
+/// The same setting as the settings form shows it while nothing is stored.
+inline constexpr Setting<double> fontSizeInForm{fontSize.key, 20};
+/// Translated text is sized to fit its source block; otherwise it has `fontSize`.
+inline constexpr Setting<bool> isFontSizeAuto{"isFontSizeAuto"_L1, true};
+/// Copy each finished translation to the clipboard.
+inline constexpr Setting<bool> autoCopy{"autoCopy"_L1, false};
+/// Hide the pane when the application loses the focus.
+inline constexpr Setting<bool> autoHide{"autoHide"_L1, false};
+
+// The program's place on the desktop
+
+/// Show the program in the task bar.
+inline constexpr Setting<bool> showInDock{"showInDock"_L1, true};
+/// Written at every start; nothing reads it.
+inline constexpr Setting<bool> isAlwaysOnTop{"isAlwaysOnTop"_L1, false};
+
+// The hotkey that shows and hides the pane
+
+/// Virtual key code, its low 16 bits. 17 is the position of the T key.
+inline constexpr Setting<qint64> hotkeyCode{"hotkeyCode"_L1, 17};
+/// Mask of modifier flags. 0x80000 is Option.
+inline constexpr Setting<qint64> hotkeyModifiers{"hotkeyModifiers"_L1, 0x80000};
+/// Display form of the whole combination.
+inline constexpr Setting<QString> hotkeyString{"hotkeyString"_L1, u"⌥T"};
+
+} // namespace lucentra::settings

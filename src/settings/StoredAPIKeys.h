@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+namespace lucentra {
+
+class KeychainStore;
+class SettingsStore;
+
+/// The API key of one account, empty where none is stored. The keychain comes first. A plaintext copy of a former
+/// version in the settings, under the legacy key, goes away once the keychain holds a value: it is moved there when the
+/// keychain has none, and stays in use where that fails. Blocks as `KeychainStore` does, on any thread.
+QString loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
+                         const QString &legacyKey);
+
+/// The same for several accounts, whose legacy keys have the same names, by one search of the keychain. Every account
+/// has an entry.
+QHash<QString, QString> loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain,
+                                          const QStringList &accounts);
+
+} // namespace lucentra
