@@ -1,0 +1,48 @@
+#include "AnthropicClient.h"
+
+#include "Json.h"
+#include "ModelLimits.h"
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+const QString label = u"Claude"_s;
+
+} // namespace
+
+ServiceRequest anthropicRequest(const ServiceHosts &hosts, const AnthropicProvider &provider,
+                                const ModelMessage &message)
+{
+    const auto url = wireUrl(hosts.anthropic + "/v1/messages");
+    if (!url)
+        throw TranslationProviderError::invalidConfiguration(u"Claude API URL 無效"_s);
+    const QJsonObject user{{u"role"_s, u"user"_s}, {u"content"_s, message.userText}};
+    const QJsonObject body{{u"model"_s, provider.model},
+                           {u"max_tokens"_s, mostOutputTokens},
+                           {u"temperature"_s, batchTemperature},
+                           {u"system"_s, message.instruction},
+                           {u"messages"_s, QJsonArray{user}}};
+    return jsonRequest(*url, {{"x-api-key", provider.apiKey.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body,
+                       label, provider.apiKey);
+}
+
+QString anthropicAnswer(const QByteArray &body)
+{
+    const auto document = parseJson(body);
+    const QJsonValue content = document ? (*document)["content"_L1] : QJsonValue();
+    const QJsonValue text = firstOfType(content, u"text"_s)["text"_L1];
+    if (!text.isString())
+        throw TranslationProviderError::invalidResponse(label);
+    return text.toString();
+}
+
+QString sendAnthropic(const TranslationServices &services, const AnthropicProvider &provider,
+                      const ModelMessage &message)
+{
+    return anthropicAnswer(postJSON(services, anthropicRequest(services.hosts, provider, message)));
+}
+
+} // namespace lucentra

@@ -1,0 +1,74 @@
+#include "BlockBatch.h"
+
+#include "Json.h"
+#include "TranslationError.h"
+
+#include <QHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The position that an "id" names; nothing where it is none.
+std::optional<qsizetype> blockPosition(const QJsonValue &id, qsizetype blockCount)
+{
+    const double number = id.toDouble(-1); // -1 where it is no number
+    if (number < 0 || number >= double(blockCount) || std::trunc(number) != number)
+        return std::nullopt;
+    return qsizetype(number);
+}
+
+} // namespace
+
+std::optional<QString> blockBatchInput(const QList<TextBlock> &blocks)
+{
+    QJsonArray batch;
+    for (const TextBlock &block : blocks) {
+        if (!block.text.isValidUtf16())
+            return std::nullopt;
+        batch.append(QJsonObject{{u"id"_s, batch.size()}, {u"text"_s, block.text}});
+    }
+    return QString::fromUtf8(QJsonDocument(batch).toJson(QJsonDocument::Compact));
+}
+
+QString withoutFences(const QString &output)
+{
+    QString text = output.trimmed();
+    text.remove(u"```json"_s);
+    text.remove(u"```"_s);
+    return text.trimmed();
+}
+
+QStringList matchedTranslations(const QJsonArray &elements, const QList<TextBlock> &blocks)
+{
+    QStringList translations;
+    for (const TextBlock &block : blocks)
+        translations.append(block.text);
+    for (const QJsonValue element : elements) {
+        const auto position = blockPosition(element["id"_L1], blocks.size());
+        const QJsonValue text = element["text"_L1];
+        if (position && text.isString())
+            translations[*position] = text.toString();
+    }
+    return translations;
+}
+
+QStringList parseBlockTranslations(const QString &output, const QList<TextBlock> &blocks)
+{
+    const auto document = parseJson(withoutFences(output).toUtf8());
+    if (!document)
+        throw ProviderFailure(u"JSON"_s, -1, u"回應內容不是有效的 JSON"_s);
+    const auto elements = objectsIn((*document)["translations"_L1]);
+    if (!elements)
+        throw TranslationProviderError::invalidResponse(u"AI 翻譯"_s);
+    return matchedTranslations(*elements, blocks);
+}
+
+} // namespace lucentra

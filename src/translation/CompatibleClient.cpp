@@ -1,0 +1,74 @@
+#include "CompatibleClient.h"
+
+#include "Json.h"
+#include "ModelLimits.h"
+
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+const QString label = u"相容 API"_s;
+
+bool mayReceiveText(const QUrl &url)
+{
+    const QString host = url.host(); // in lower case, like the scheme
+    if (url.scheme() == u"https")
+        return !host.isEmpty();
+    return url.scheme() == u"http" && (host == u"localhost" || host == u"127.0.0.1" || host == u"::1");
+}
+
+} // namespace
+
+QByteArray chatCompletionsURL(const QString &baseUrl)
+{
+    QUrl url(baseUrl.trimmed(), QUrl::StrictMode);
+    if (!url.isValid() || !mayReceiveText(url))
+        throw TranslationProviderError::invalidConfiguration(
+            u"相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP"_s);
+    QString path = url.path(QUrl::FullyEncoded);
+    if (path.endsWith(u'/'))
+        path.chop(1);
+    if (!path.endsWith(u"/chat/completions"))
+        path += u"/chat/completions"_s;
+    url.setPath(path, QUrl::TolerantMode); // what is encoded stays so
+    const auto encoded = wireUrl(url.toEncoded(QUrl::RemoveFragment));
+    if (!encoded)
+        throw TranslationProviderError::invalidConfiguration(u"相容 API URL 無效"_s);
+    return *encoded;
+}
+
+ServiceRequest compatibleRequest(const CompatibleProvider &provider, const ModelMessage &message)
+{
+    const QJsonObject system{{u"role"_s, u"system"_s}, {u"content"_s, message.instruction}};
+    const QJsonObject user{{u"role"_s, u"user"_s}, {u"content"_s, message.userText}};
+    QJsonObject body{{u"model"_s, provider.model},
+                     {u"messages"_s, QJsonArray{system, user}},
+                     {u"temperature"_s, batchTemperature},
+                     {u"max_tokens"_s, mostOutputTokens},
+                     {u"stream"_s, false}};
+    if (message.isStructured)
+        body.insert(u"response_format"_s, QJsonObject{{u"type"_s, u"json_object"_s}});
+    return jsonRequest(chatCompletionsURL(provider.baseUrl), {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}},
+                       body, label, provider.apiKey);
+}
+
+QString compatibleAnswer(const QByteArray &body)
+{
+    const auto document = parseJson(body);
+    const QJsonValue text = document ? (*document)["choices"_L1][0]["message"_L1]["content"_L1] : QJsonValue();
+    if (!text.isString())
+        throw TranslationProviderError::invalidResponse(label);
+    return text.toString();
+}
+
+QString sendCompatible(const TranslationServices &services, const CompatibleProvider &provider,
+                       const ModelMessage &message)
+{
+    return compatibleAnswer(postJSON(services, compatibleRequest(provider, message)));
+}
+
+} // namespace lucentra

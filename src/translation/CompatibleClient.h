@@ -1,0 +1,24 @@
+#pragma once
+
+#include "LanguageModelProvider.h"
+#include "ModelMessage.h"
+#include "ServiceRequest.h"
+
+namespace lucentra {
+
+/// Any endpoint with OpenAI's chat completions, at a base URL of the user's own.
+
+/// The base URL with the path of the chat completions; query and port are kept. Throws `invalidConfiguration` where it
+/// is neither https nor http to this machine by the name "localhost" or a loopback address.
+QByteArray chatCompletionsURL(const QString &baseUrl);
+
+/// Throws what `chatCompletionsURL` throws.
+ServiceRequest compatibleRequest(const CompatibleProvider &provider, const ModelMessage &message);
+/// The model's text. Throws `invalidResponse`.
+QString compatibleAnswer(const QByteArray &body);
+
+/// The model's text. Throws `TranslationError`.
+QString sendCompatible(const TranslationServices &services, const CompatibleProvider &provider,
+                       const ModelMessage &message);
+
+} // namespace lucentra

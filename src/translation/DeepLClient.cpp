@@ -1,0 +1,48 @@
+#include "DeepLClient.h"
+
+#include "Json.h"
+#include "TargetLanguage.h"
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+const QString provider = u"DeepL"_s;
+
+} // namespace
+
+ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &key,
+                            const QString &target)
+{
+    const auto url = wireUrl((key.endsWith(":fx"_L1) ? hosts.deepLFree : hosts.deepL) + "/v2/translate");
+    if (!url)
+        throw TranslationProviderError::invalidConfiguration(u"DeepL API URL 無效"_s);
+    const QJsonObject body{{u"text"_s, QJsonArray::fromStringList(texts)},
+                           {u"target_lang"_s, deepLLanguageCode(target)},
+                           {u"preserve_formatting"_s, true},
+                           {u"model_type"_s, u"prefer_quality_optimized"_s}};
+    return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, provider, key);
+}
+
+QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
+{
+    const auto document = parseJson(body);
+    const QJsonValue translations = document ? (*document)["translations"_L1] : QJsonValue();
+    if (!translations.isArray() || translations.toArray().size() != sources.size())
+        throw TranslationProviderError::invalidResponse(provider);
+    QStringList texts;
+    for (qsizetype i = 0; i < sources.size(); ++i)
+        texts.append(translations[i]["text"_L1].toString(sources[i]));
+    return texts;
+}
+
+QStringList translateWithDeepL(const TranslationServices &services, const QList<TextBlock> &blocks, const QString &key,
+                               const QString &target)
+{
+    const QStringList sources = textsOf(blocks);
+    return deepLAnswer(postJSON(services, deepLRequest(services.hosts, sources, key, target)), sources);
+}
+
+} // namespace lucentra

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "DesktopProxies.h"
+#include "HttpSession.h"
+
+#include <curl/curl.h>
+
+#include <chrono>
+#include <memory>
+
+namespace lucentra {
+
+/// One request on its way: a transfer of libcurl, its answer as far as it is there, and the redirects that it may
+/// still follow. One thread only.
+class HttpExchange
+{
+public:
+    /// The request must outlive the exchange. Throws `TransportError::invalidRequest`.
+    HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile, CURLSH *share,
+                 std::chrono::steady_clock::time_point deadline);
+
+    CURL *handle() const { return m_handle.get(); }
+
+    /// After the transfer has ended well: sets the next one up where the answer is a redirect to be followed.
+    bool followRedirect();
+    HttpResponse takeResponse();
+    /// What went wrong in the transfer that ended with the code.
+    TransportError error(CURLcode code) const;
+
+private:
+    void setUrl(const QByteArray &url);
+    void setHeaders(bool withBody);
+    void setMethod(bool withBody);
+    void setProxy(const ProxyAddress &proxy);
+    static size_t takeBody(const char *data, size_t size, size_t count, void *exchange);
+    static size_t takeHead(const char *data, size_t size, size_t count, void *exchange);
+
+    struct EasyCleanup
+    {
+        void operator()(CURL *handle) const { curl_easy_cleanup(handle); }
+    };
+    struct ListCleanup
+    {
+        void operator()(curl_slist *list) const { curl_slist_free_all(list); }
+    };
+
+    const HttpRequest &m_request;
+    const std::chrono::steady_clock::time_point m_deadline;
+    std::unique_ptr<curl_slist, ListCleanup> m_headers; ///< outlives the handle that points to it
+    std::unique_ptr<CURL, EasyCleanup> m_handle;
+    QByteArray m_url;
+    QByteArray m_body;
+    qsizetype m_headSize = 0;
+    bool m_isTooLarge = false;
+    int m_redirectsLeft = HttpSession::mostRedirects;
+};
+
+} // namespace lucentra

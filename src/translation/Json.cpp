@@ -1,0 +1,49 @@
+#include "Json.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+std::optional<QJsonDocument> parseJson(const QByteArray &bytes)
+{
+    if (bytes.contains('\0'))
+        return std::nullopt; // the parser takes it as part of a string
+    QJsonParseError error;
+    QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        return std::nullopt;
+    return document;
+}
+
+std::optional<QJsonArray> objectsIn(const QJsonValue &value)
+{
+    if (!value.isArray())
+        return std::nullopt;
+    const QJsonArray array = value.toArray();
+    if (!std::all_of(array.begin(), array.end(), [](const QJsonValue &element) { return element.isObject(); }))
+        return std::nullopt;
+    return array;
+}
+
+QJsonValue firstOfType(const QJsonValue &array, const QString &type)
+{
+    for (const QJsonValue element : array.toArray()) {
+        if (element["type"_L1] == type)
+            return element;
+    }
+    return QJsonValue::Undefined;
+}
+
+QByteArray jsonBytes(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QByteArray jsonBytes(const QJsonArray &array)
+{
+    return QJsonDocument(array).toJson(QJsonDocument::Compact);
+}
+
+} // namespace lucentra

@@ -1,0 +1,69 @@
+#include "OpenAIClient.h"
+
+#include "Json.h"
+#include "ModelLimits.h"
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+const QString label = u"OpenAI"_s;
+
+/// {"translations": [{"id": integer, "text": string}, …]} and nothing else.
+QJsonObject translationSchema()
+{
+    const auto typed = [](const QString &type) { return QJsonObject{{u"type"_s, type}}; };
+    const auto closedObject = [](const QJsonObject &properties, const QStringList &order) {
+        return QJsonObject{{u"type"_s, u"object"_s},
+                           {u"properties"_s, properties},
+                           {u"required"_s, QJsonArray::fromStringList(order)},
+                           {u"additionalProperties"_s, false}};
+    };
+    const QJsonObject item =
+        closedObject({{u"id"_s, typed(u"integer"_s)}, {u"text"_s, typed(u"string"_s)}}, {u"id"_s, u"text"_s});
+    return closedObject({{u"translations"_s, QJsonObject{{u"type"_s, u"array"_s}, {u"items"_s, item}}}},
+                        {u"translations"_s});
+}
+
+} // namespace
+
+ServiceRequest openAIRequest(const ServiceHosts &hosts, const OpenAIProvider &provider, const ModelMessage &message)
+{
+    const auto url = wireUrl(hosts.openAI + "/v1/responses");
+    if (!url)
+        throw TranslationProviderError::invalidConfiguration(u"OpenAI API URL 無效"_s);
+    QJsonObject body{{u"model"_s, provider.model},
+                     {u"instructions"_s, message.instruction},
+                     {u"input"_s, message.userText},
+                     {u"store"_s, false},
+                     {u"max_output_tokens"_s, mostOutputTokens}};
+    if (message.isStructured) {
+        const QJsonObject format{{u"type"_s, u"json_schema"_s},
+                                 {u"name"_s, u"translation_blocks"_s},
+                                 {u"strict"_s, true},
+                                 {u"schema"_s, translationSchema()}};
+        body.insert(u"text"_s, QJsonObject{{u"format"_s, format}});
+    }
+    return jsonRequest(*url, {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}}, body, label, provider.apiKey);
+}
+
+QString openAIAnswer(const QByteArray &body)
+{
+    const auto document = parseJson(body);
+    const QJsonValue output = document ? (*document)["output"_L1] : QJsonValue();
+    for (const QJsonValue item : output.toArray()) {
+        const QJsonValue text = firstOfType(item["content"_L1], u"output_text"_s)["text"_L1];
+        if (text.isString())
+            return text.toString();
+    }
+    throw TranslationProviderError::invalidResponse(label);
+}
+
+QString sendOpenAI(const TranslationServices &services, const OpenAIProvider &provider, const ModelMessage &message)
+{
+    return openAIAnswer(postJSON(services, openAIRequest(services.hosts, provider, message)));
+}
+
+} // namespace lucentra

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "LanguageModelProvider.h"
+#include "ModelMessage.h"
+#include "ServiceRequest.h"
+
+namespace lucentra {
+
+/// OpenAI's Responses interface. A structured answer is bound to a schema.
+
+/// Throws `invalidConfiguration` where the host makes no URL.
+ServiceRequest openAIRequest(const ServiceHosts &hosts, const OpenAIProvider &provider, const ModelMessage &message);
+/// The model's text. Throws `invalidResponse`.
+QString openAIAnswer(const QByteArray &body);
+
+/// The model's text. Throws `TranslationError`.
+QString sendOpenAI(const TranslationServices &services, const OpenAIProvider &provider, const ModelMessage &message);
+
+} // namespace lucentra
