@@ -152,37 +152,43 @@ void GlassAreaCaptureTest::theImageHasTheDisplaysPixels()
 
 void GlassAreaCaptureTest::failuresArePassedOn_data()
 {
-    const Failure theirs{.domain = u"X11"_s, .code = 5, .description = u"gone"_s};
-    const QRectF pane(100, 40, 480, 280);
-    QTest::addColumn<Result<ShareableContent>>("answer");
-    QTest::addColumn<Result<QImage>>("image");
+    QTest::addColumn<bool>("hasContent");
+    QTest::addColumn<bool>("listsPane");
+    QTest::addColumn<bool>("hasScreenshot");
+    QTest::addColumn<QSize>("image");
     QTest::addColumn<QString>("domain");
     QTest::addColumn<int>("code");
-    QTest::newRow("the content query fails")
-        << Result<ShareableContent>(tl::unexpected(theirs)) << Result<QImage>(QImage()) << u"X11"_s << 5;
-    QTest::newRow("no window at all") << Result<ShareableContent>(ShareableContent{}) << Result<QImage>(QImage())
-                                      << u"ScreenCapture"_s << -1;
-    QTest::newRow("the screenshot fails")
-        << Result<ShareableContent>(content(pane)) << Result<QImage>(tl::unexpected(theirs)) << u"X11"_s << 5;
-    QTest::newRow("neither image nor error")
-        << Result<ShareableContent>(content(pane)) << Result<QImage>(QImage()) << u"ScreenCapture"_s << -4;
-    QTest::newRow("an image") << Result<ShareableContent>(content(pane))
-                              << Result<QImage>(QImage(952, 552, QImage::Format_RGB32)) << QString() << 0;
+    QTest::newRow("the content query fails") << false << false << false << QSize() << u"X11"_s << 5;
+    QTest::newRow("no window at all") << true << false << true << QSize(1, 1) << u"ScreenCapture"_s << -1;
+    QTest::newRow("the screenshot fails") << true << true << false << QSize() << u"X11"_s << 5;
+    QTest::newRow("neither image nor error") << true << true << true << QSize() << u"ScreenCapture"_s << -4;
+    QTest::newRow("an image") << true << true << true << QSize(952, 552) << QString() << 0;
 }
 
 void GlassAreaCaptureTest::failuresArePassedOn()
 {
+    QFETCH(bool, hasContent);
+    QFETCH(bool, listsPane);
+    QFETCH(bool, hasScreenshot);
+    QFETCH(QSize, image);
     QFETCH(QString, domain);
     QFETCH(int, code);
+    const Failure theirs{.domain = u"X11"_s, .code = 5, .description = u"gone"_s};
+    const QRectF pane(100, 40, 480, 280);
     PlayedCapture capture;
-    capture.answer =
-        *static_cast<const Result<ShareableContent> *>(QTest::qData("answer", qMetaTypeId<Result<ShareableContent>>()));
-    capture.image = *static_cast<const Result<QImage> *>(QTest::qData("image", qMetaTypeId<Result<QImage>>()));
+    if (hasContent)
+        capture.answer = listsPane ? content(pane) : ShareableContent{};
+    else
+        capture.answer = tl::unexpected(theirs);
+    if (hasScreenshot)
+        capture.image = QImage(image, QImage::Format_RGB32);
+    else
+        capture.image = tl::unexpected(theirs);
     int completions = 0;
-    captureGlassArea(capture, filling({100, 40, 480, 280}), m_texts.manager, [&](const Result<QImage> &image) {
+    captureGlassArea(capture, filling(pane), m_texts.manager, [&](const Result<QImage> &result) {
         ++completions;
-        QCOMPARE(image ? QString() : image.error().domain, domain);
-        QCOMPARE(image ? 0 : image.error().code, code);
+        QCOMPARE(result ? QString() : result.error().domain, domain);
+        QCOMPARE(result ? 0 : result.error().code, code);
     });
     QCOMPARE(completions, 1);
     if (capture.screenshots)

@@ -129,7 +129,8 @@ void PlacementTest::boxesAreMappedOntoThePane()
 
 void PlacementTest::textsWithoutTranslationKeepTheirSource()
 {
-    const QList<TextBlock> blocks{{u"a1"_s, {0, 0.7, 1, 0.1}}, {u"b2"_s, {0, 0.5, 1, 0.1}}, {u"c3"_s, {0, 0.3, 1, 0.1}}};
+    const QList<TextBlock> blocks{
+        {u"a1"_s, {0, 0.7, 1, 0.1}}, {u"b2"_s, {0, 0.5, 1, 0.1}}, {u"c3"_s, {0, 0.3, 1, 0.1}}};
     const auto placement = placeOverlays(blocks, {u"A"_s, u""_s}, {404, 304}, {});
     QCOMPARE(placement.copyList, (QStringList{u"A"_s, u"c3"_s}));
     QCOMPARE(placement.candidates.size(), 2);

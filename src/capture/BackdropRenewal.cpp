@@ -1,0 +1,89 @@
+#include "BackdropRenewal.h"
+
+#include "MainQueue.h"
+#include "ScreenCaptureService.h"
+#include "ScreenChangeMonitor.h"
+
+#include <utility>
+
+namespace lucentra {
+
+BackdropRenewal::BackdropRenewal(Pane pane, ScreenCaptureService &capture, ScreenChangeMonitor &changes,
+                                 const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler)
+    : m_pane(std::move(pane))
+    , m_capture(capture)
+    , m_changes(changes)
+    , m_texts(texts)
+    , m_mainQueue(mainQueue)
+    , m_scheduler(scheduler)
+    , m_self(std::make_shared<BackdropRenewal *>(this))
+{
+}
+
+BackdropRenewal::~BackdropRenewal() = default;
+
+void BackdropRenewal::start()
+{
+    m_isRunning = true;
+    watchArea();
+    renew();
+}
+
+void BackdropRenewal::stop()
+{
+    m_isRunning = false;
+    m_changes.watch({}, {});
+}
+
+void BackdropRenewal::paneMoved()
+{
+    if (!m_isRunning)
+        return;
+    watchArea();
+    renew();
+}
+
+void BackdropRenewal::watchArea()
+{
+    m_changes.watch(m_pane.screenRect(), [this] { renew(); });
+}
+
+void BackdropRenewal::renew()
+{
+    if (!m_isRunning)
+        return;
+    if (m_isBusy) {
+        m_isStale = true;
+        return;
+    }
+    m_isBusy = true;
+    m_isStale = false;
+    GlassArea area = m_pane.area();
+    // The glass reaches to the pane's edge, where a capture for reading leaves the border out.
+    area.glass.adjust(-captureInset, -captureInset, captureInset, captureInset);
+    captureGlassArea(m_capture, area, m_texts,
+                     [weak = std::weak_ptr(m_self), &queue = m_mainQueue](const Result<QImage> &image) {
+                         queue.post([weak, picture = image.value_or(QImage())] {
+                             const auto self = weak.lock();
+                             if (!self)
+                                 return;
+                             if ((*self)->m_isRunning)
+                                 (*self)->m_pane.showBeneath(picture);
+                             (*self)->rest();
+                         });
+                     });
+}
+
+void BackdropRenewal::rest()
+{
+    m_rest = m_scheduler.after(interval, [this] {
+        m_isBusy = false;
+        if (!m_isRunning)
+            return;
+        m_changes.rearm();
+        if (m_isStale)
+            renew();
+    });
+}
+
+} // namespace lucentra
