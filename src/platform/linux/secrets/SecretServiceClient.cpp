@@ -1,0 +1,287 @@
+#include "SecretServiceClient.h"
+
+#include <QByteArrayList>
+#include <QFile>
+
+#include <libsecret/secret.h>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+// The attributes alone identify an item, so that one that another tool has stored under them is found as well.
+const SecretSchema itemSchema{"com.tarnby.lucentra.Secret",
+                              SECRET_SCHEMA_DONT_MATCH_NAME,
+                              {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
+                               {"account", SECRET_SCHEMA_ATTRIBUTE_STRING},
+                               {nullptr, SECRET_SCHEMA_ATTRIBUTE_STRING}},
+                              0,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr,
+                              nullptr};
+
+struct AttributesRelease
+{
+    void operator()(GHashTable *table) const { g_hash_table_unref(table); }
+};
+using Attributes = std::unique_ptr<GHashTable, AttributesRelease>;
+
+struct ItemsRelease
+{
+    void operator()(GList *items) const { g_list_free_full(items, g_object_unref); }
+};
+using Items = std::unique_ptr<GList, ItemsRelease>;
+
+struct ValueRelease
+{
+    void operator()(SecretValue *value) const { secret_value_unref(value); }
+};
+using Value = std::unique_ptr<SecretValue, ValueRelease>;
+
+Attributes attributesOf(const QString &service, const std::optional<QString> &account)
+{
+    Attributes attributes(g_hash_table_new_full(g_str_hash, g_str_equal, nullptr, g_free));
+    const auto insert = [&](const char *name, const QString &value) {
+        g_hash_table_insert(attributes.get(), const_cast<char *>(name), g_strdup(value.toUtf8().constData()));
+    };
+    insert("service", service);
+    if (account)
+        insert("account", *account);
+    return attributes;
+}
+
+/// Takes the error over.
+Failure failureOf(GError *error)
+{
+    g_dbus_error_strip_remote_error(error);
+    Failure failure{
+        .domain = u"SecretService"_s, .code = error->code, .description = QString::fromUtf8(error->message)};
+    g_error_free(error);
+    return failure;
+}
+
+std::optional<QString> accountOf(SecretItem *item)
+{
+    const Attributes attributes(secret_item_get_attributes(item));
+    const auto *account = static_cast<const char *>(g_hash_table_lookup(attributes.get(), "account"));
+    return account ? std::optional(QString::fromUtf8(account)) : std::nullopt;
+}
+
+std::optional<QByteArray> secretOf(SecretItem *item)
+{
+    const Value value(secret_item_get_secret(item));
+    if (!value)
+        return std::nullopt;
+    gsize size = 0;
+    const char *bytes = secret_value_get(value.get(), &size);
+    return QByteArray(bytes, qsizetype(size));
+}
+
+QByteArray pathOf(gpointer proxy)
+{
+    return g_dbus_proxy_get_object_path(static_cast<GDBusProxy *>(proxy));
+}
+
+/// GLib would start a bus of its own where none is known; no keyring would ever be on that.
+bool hasSessionBus()
+{
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(QFile::decodeName(g_get_user_runtime_dir()) + u"/bus"_s);
+}
+
+} // namespace
+
+Failure secretServiceFailure(SecretServiceProblem problem)
+{
+    const auto reason = [problem] {
+        switch (problem) {
+        case SecretServiceProblem::NoAnswer:
+            return u"The Secret Service does not answer"_s;
+        case SecretServiceProblem::NoBus:
+            return u"There is no session bus"_s;
+        case SecretServiceProblem::NoSecret:
+            return u"The Secret Service gave no value for an item"_s;
+        case SecretServiceProblem::Locked:
+            return u"The keyring is locked"_s;
+        case SecretServiceProblem::NoKeyring:
+            return u"There is no default keyring"_s;
+        }
+        return QString();
+    };
+    return {.domain = u"SecretService"_s, .code = static_cast<int>(problem), .description = reason()};
+}
+
+SecretServiceClient::SecretServiceClient(KeyringPrompt::Clock clock)
+    : m_prompt(std::move(clock))
+{
+}
+
+SecretServiceClient::~SecretServiceClient() = default;
+
+Result<QHash<QString, QByteArray>>
+SecretServiceClient::search(const QString &service, const std::optional<QString> &account, GCancellable *cancel)
+{
+    return withSession<SearchAnswer>(cancel, [&] { return searchInSession(service, account, true, cancel); });
+}
+
+Result<void> SecretServiceClient::store(const QString &service, const QString &account, const QByteArray &secret,
+                                        GCancellable *cancel)
+{
+    return withSession<Result<void>>(cancel, [&]() -> Result<void> {
+        if (auto usable = checkDefaultKeyring(true, cancel); !usable)
+            return usable;
+        const Value value(secret_value_new(secret.constData(), secret.size(), "text/plain"));
+        const QByteArray label = (service + u' ' + account).toUtf8();
+        GError *error = nullptr;
+        secret_service_store_sync(m_service.get(), &itemSchema, attributesOf(service, account).get(),
+                                  SECRET_COLLECTION_DEFAULT, label.constData(), value.get(), cancel, &error);
+        if (error)
+            return tl::unexpected(failureOf(error));
+        return {};
+    });
+}
+
+Result<void> SecretServiceClient::remove(const QString &service, const QString &account, GCancellable *cancel)
+{
+    return withSession<Result<void>>(cancel, [&]() -> Result<void> {
+        // Clearing would wait for the user where something is locked.
+        if (const auto found = searchInSession(service, account, false, cancel); !found)
+            return tl::unexpected(found.error());
+        GError *error = nullptr;
+        secret_service_clear_sync(m_service.get(), &itemSchema, attributesOf(service, account).get(), cancel, &error);
+        if (error)
+            return tl::unexpected(failureOf(error));
+        return {};
+    });
+}
+
+void SecretServiceClient::askUser(GCancellable *cancel)
+{
+    if (const auto request = std::exchange(m_request, std::nullopt); request && m_bus)
+        m_prompt.ask(m_bus.get(), *request, cancel);
+}
+
+/// Makes the call in the kept session, and once more in a new one where the kept one may have been the reason.
+template <typename Answer>
+Answer SecretServiceClient::withSession(GCancellable *cancel, const std::function<Answer()> &call)
+{
+    for (;;) {
+        const bool isKept = m_service != nullptr;
+        if (auto opened = open(cancel); !opened)
+            return tl::unexpected(opened.error());
+        Answer answer = call();
+        const bool isSessionDoubtful = !answer && !m_request;
+        if (isSessionDoubtful)
+            close();
+        if (!isSessionDoubtful || !isKept || g_cancellable_is_cancelled(cancel))
+            return answer;
+    }
+}
+
+Result<void> SecretServiceClient::open(GCancellable *cancel)
+{
+    if (m_bus && g_dbus_connection_is_closed(m_bus.get()))
+        close();
+    if (m_service) {
+        const std::unique_ptr<char, decltype(&g_free)> owner(
+            g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(m_service.get())), &g_free);
+        if (m_owner == owner.get())
+            return {};
+        close();
+    }
+    if (!hasSessionBus())
+        return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoBus));
+    GError *error = nullptr;
+    m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancel, &error));
+    if (!m_bus)
+        return tl::unexpected(failureOf(error));
+    g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE); // the end of the bus would be the end of the program
+    m_service.reset(
+        secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_OPEN_SESSION, cancel, &error));
+    if (!m_service)
+        return tl::unexpected(failureOf(error));
+    const std::unique_ptr<char, decltype(&g_free)> owner(
+        g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(m_service.get())), &g_free);
+    m_owner = owner.get();
+    return {};
+}
+
+void SecretServiceClient::close()
+{
+    m_service.reset();
+    m_bus.reset();
+}
+
+SecretServiceClient::SearchAnswer SecretServiceClient::searchInSession(const QString &service,
+                                                                       const std::optional<QString> &account,
+                                                                       bool withSecrets, GCancellable *cancel)
+{
+    const int flags = SECRET_SEARCH_ALL | (withSecrets ? SECRET_SEARCH_LOAD_SECRETS : 0);
+    GError *error = nullptr;
+    const Items items(secret_service_search_sync(m_service.get(), &itemSchema, attributesOf(service, account).get(),
+                                                 static_cast<SecretSearchFlags>(flags), cancel, &error));
+    if (error)
+        return tl::unexpected(failureOf(error));
+
+    QHash<QString, QByteArray> secrets;
+    QHash<QString, guint64> times;
+    QHash<QString, QByteArray> locked;
+    for (const GList *node = items.get(); node; node = node->next) {
+        auto *item = static_cast<SecretItem *>(node->data);
+        const auto itemAccount = accountOf(item);
+        if (!itemAccount)
+            continue;
+        if (secret_item_get_locked(item)) {
+            locked.insert(*itemAccount, pathOf(item));
+            continue;
+        }
+        const auto secret = withSecrets ? secretOf(item) : QByteArray();
+        if (!secret)
+            return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoSecret));
+        const guint64 time = secret_item_get_modified(item);
+        if (!secrets.contains(*itemAccount) || time > times.value(*itemAccount)) {
+            secrets.insert(*itemAccount, *secret);
+            times.insert(*itemAccount, time);
+        }
+    }
+    locked.removeIf([&](const auto &item) { return withSecrets && secrets.contains(item.key()); });
+    if (!locked.isEmpty())
+        return tl::unexpected(needUser(SecretServiceProblem::Locked, locked.values()));
+    if (!account || secrets.isEmpty()) {
+        // Some services don't even tell what a locked keyring holds.
+        if (auto usable = checkDefaultKeyring(false, cancel); !usable)
+            return tl::unexpected(usable.error());
+    }
+    return secrets;
+}
+
+/// Fails where the default keyring is locked, or, where it must exist, missing.
+Result<void> SecretServiceClient::checkDefaultKeyring(bool mustExist, GCancellable *cancel)
+{
+    GError *error = nullptr;
+    const GObjectPointer<SecretCollection> keyring(secret_collection_for_alias_sync(
+        m_service.get(), SECRET_COLLECTION_DEFAULT, SECRET_COLLECTION_NONE, cancel, &error));
+    if (error)
+        return tl::unexpected(failureOf(error));
+    if (!keyring && mustExist)
+        return tl::unexpected(needUser(SecretServiceProblem::NoKeyring, {}));
+    if (keyring && secret_collection_get_locked(keyring.get()))
+        return tl::unexpected(needUser(SecretServiceProblem::Locked, {pathOf(keyring.get())}));
+    return {};
+}
+
+Failure SecretServiceClient::needUser(SecretServiceProblem problem, const QByteArrayList &lockedPaths)
+{
+    m_request = KeyringRequest{lockedPaths};
+    return secretServiceFailure(problem);
+}
+
+} // namespace lucentra

@@ -1,0 +1,154 @@
+#pragma once
+
+#include <gio/gio.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace lucentra {
+
+/// A session bus that starts nothing by itself, and GNOME Keyring on it, both in a folder of the test's own. They end
+/// with their owner. While it lives the process's environment points at them.
+class PrivateKeyring
+{
+public:
+    PrivateKeyring()
+    {
+        m_environment = QProcessEnvironment::systemEnvironment();
+        for (const char *folder : {"home", "data", "run"}) {
+            const QString path = m_folder.filePath(QLatin1StringView(folder));
+            QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+        m_environment.insert(QStringLiteral("HOME"), m_folder.filePath(QStringLiteral("home")));
+        m_environment.insert(QStringLiteral("XDG_DATA_HOME"), m_folder.filePath(QStringLiteral("data")));
+        m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder.filePath(QStringLiteral("run")));
+        m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress());
+        m_environment.remove(QStringLiteral("DISPLAY"));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", busAddress().toLocal8Bit());
+    }
+    ~PrivateKeyring()
+    {
+        for (QProcess *process : {&m_keyring, &m_bus}) {
+            process->terminate();
+            process->waitForFinished(5000);
+        }
+    }
+
+    QString busAddress() const { return QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus")); }
+
+    bool startBus()
+    {
+        QFile configuration(m_folder.filePath(QStringLiteral("bus.conf")));
+        if (!configuration.open(QIODevice::WriteOnly))
+            return false;
+        configuration.write("<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
+                            "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>"
+                            "<busconfig><type>session</type><listen>" +
+                            busAddress().toLocal8Bit() +
+                            "</listen><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                            "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
+        configuration.close();
+        m_bus.setProcessEnvironment(m_environment);
+        m_bus.setStandardErrorFile(QProcess::nullDevice());
+        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + configuration.fileName(),
+                                                    QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
+        return m_bus.waitForStarted() && m_bus.waitForReadyRead(5000);
+    }
+
+    /// Starts the keyring with its default collection unlocked, or without making one.
+    bool startKeyring(bool unlocked = true)
+    {
+        QStringList arguments{QStringLiteral("--foreground"), QStringLiteral("--components=secrets"),
+                              QStringLiteral("--control-directory=") + m_folder.filePath(QStringLiteral("control"))};
+        if (unlocked)
+            arguments.append(QStringLiteral("--unlock"));
+        m_keyring.setProcessEnvironment(m_environment);
+        m_keyring.setStandardErrorFile(QProcess::nullDevice());
+        m_keyring.start(QStringLiteral("gnome-keyring-daemon"), arguments);
+        if (!m_keyring.waitForStarted())
+            return false;
+        m_keyring.write(password());
+        m_keyring.closeWriteChannel();
+        return QTest::qWaitFor([this] { return ownsSecrets(); }, 5000);
+    }
+    /// Unlocks the running keyring's default collection, as the user's answer would.
+    bool unlock() const
+    {
+        GDBusConnection *bus = g_dbus_connection_new_for_address_sync(
+            busAddress().toUtf8().constData(),
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr);
+        const auto call = [&](const char *interface, const char *method, GVariant *arguments) {
+            return g_dbus_connection_call_sync(bus, "org.freedesktop.secrets", "/org/freedesktop/secrets", interface,
+                                               method, arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr,
+                                               nullptr);
+        };
+        GVariant *session = call("org.freedesktop.Secret.Service", "OpenSession",
+                                 g_variant_new("(sv)", "plain", g_variant_new_string("")));
+        const char *path = nullptr;
+        g_variant_get_child(session, 1, "&o", &path);
+        GVariant *answer = call("org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface", "UnlockWithMasterPassword",
+                                g_variant_new("(o(o@ay@ays))", "/org/freedesktop/secrets/collection/login", path,
+                                              g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, nullptr, 0, 1),
+                                              g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, password().constData(),
+                                                                        gsize(password().size()), 1),
+                                              "text/plain"));
+        g_variant_unref(session);
+        g_object_unref(bus);
+        if (answer)
+            g_variant_unref(answer);
+        return answer != nullptr;
+    }
+    void stopKeyring()
+    {
+        m_keyring.terminate();
+        m_keyring.waitForFinished(5000);
+    }
+    qint64 keyringProcess() const { return m_keyring.processId(); }
+
+    /// Runs a tool of the session; its standard output, or nothing after a failure.
+    QByteArray run(const QString &program, const QStringList &arguments, const QByteArray &input = {}) const
+    {
+        QProcess process;
+        process.setProcessEnvironment(m_environment);
+        process.start(program, arguments);
+        process.write(input);
+        process.closeWriteChannel();
+        process.waitForFinished(10000);
+        return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 ? process.readAllStandardOutput()
+                                                                                       : QByteArray();
+    }
+
+    /// Calls the Secret Service itself, as another program of the session.
+    QByteArray call(const QString &method, const QStringList &arguments) const
+    {
+        return run(QStringLiteral("gdbus"), QStringList{QStringLiteral("call"), QStringLiteral("--session"),
+                                                        QStringLiteral("--dest=org.freedesktop.secrets"),
+                                                        QStringLiteral("--object-path=/org/freedesktop/secrets"),
+                                                        QStringLiteral("--method=") + method} +
+                                                arguments);
+    }
+
+private:
+    static QByteArray password() { return "password"; }
+
+    bool ownsSecrets() const
+    {
+        return run(QStringLiteral("gdbus"),
+                   {QStringLiteral("call"), QStringLiteral("--session"), QStringLiteral("--dest=org.freedesktop.DBus"),
+                    QStringLiteral("--object-path=/org/freedesktop/DBus"),
+                    QStringLiteral("--method=org.freedesktop.DBus.GetNameOwner"),
+                    QStringLiteral("org.freedesktop.secrets")})
+            .contains(':');
+    }
+
+    QTemporaryDir m_folder;
+    QProcessEnvironment m_environment;
+    QProcess m_bus;
+    QProcess m_keyring;
+};
+
+} // namespace lucentra
