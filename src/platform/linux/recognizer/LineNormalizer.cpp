@@ -1,5 +1,7 @@
 #include "LineNormalizer.h"
 
+#include <QPointF>
+
 #include <leptonica/allheaders.h>
 
 #include <algorithm>
@@ -154,14 +156,90 @@ std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
     return coverage;
 }
 
-Strip greyOf(const std::vector<float> &coverage, int width, int height)
+/// The source pixels that make a target pixel, and their shares.
+struct Taps
 {
-    Strip grey(pixCreate(width, height, 8));
-    for (int y = 0; y < height; ++y) {
+    int first;
+    std::vector<float> shares;
+};
+
+/// Cubic convolution, which keeps thin strokes apart better than straight interpolation does; widened where it shrinks.
+std::vector<Taps> tapsFor(int target, double scale)
+{
+    constexpr double sharpness = -0.75;
+    const double stretch = std::max(1.0, 1 / scale);
+    std::vector<Taps> result;
+    for (int i = 0; i < target; ++i) {
+        const double centre = (i + 0.5) / scale - 0.5;
+        Taps taps{int(std::floor(centre - 2 * stretch)) + 1, {}};
+        float sum = 0;
+        for (int k = taps.first; k < centre + 2 * stretch; ++k) {
+            const double d = std::abs(k - centre) / stretch;
+            const double near = ((sharpness + 2) * d - (sharpness + 3)) * d * d + 1;
+            const double far = sharpness * (((d - 5) * d + 8) * d - 4);
+            taps.shares.push_back(float(d < 1 ? near : far));
+            sum += taps.shares.back();
+        }
+        for (float &share : taps.shares)
+            share /= sum;
+        result.push_back(std::move(taps));
+    }
+    return result;
+}
+
+/// A plane of numbers, row by row.
+struct Plane
+{
+    int width;
+    int height;
+    std::vector<float> values;
+
+    Plane(int w, int h)
+        : width(w)
+        , height(h)
+        , values(std::size_t(w) * std::size_t(h))
+    {
+    }
+    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
+    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
+};
+
+/// The plane scaled by `scale.x()` and `scale.y()`.
+Plane resized(const Plane &source, const QPointF &scale)
+{
+    Plane wide(std::max(1, int(std::lround(source.width * scale.x()))), source.height);
+    const std::vector<Taps> columns = tapsFor(wide.width, scale.x());
+    for (int y = 0; y < wide.height; ++y) {
+        for (int x = 0; x < wide.width; ++x) {
+            const Taps &taps = columns[std::size_t(x)];
+            float sum = 0;
+            for (std::size_t k = 0; k < taps.shares.size(); ++k)
+                sum += taps.shares[k] * source.row(y)[std::clamp(taps.first + int(k), 0, source.width - 1)];
+            wide.row(y)[x] = sum;
+        }
+    }
+    Plane result(wide.width, std::max(1, int(std::lround(source.height * scale.y()))));
+    const std::vector<Taps> rows = tapsFor(result.height, scale.y());
+    for (int y = 0; y < result.height; ++y) {
+        const Taps &taps = rows[std::size_t(y)];
+        float *out = result.row(y);
+        for (std::size_t k = 0; k < taps.shares.size(); ++k) {
+            const float *in = wide.row(std::clamp(taps.first + int(k), 0, wide.height - 1));
+            for (int x = 0; x < result.width; ++x)
+                out[x] += taps.shares[k] * in[x];
+        }
+    }
+    return result;
+}
+
+/// Dark where the coverage is high.
+Strip greyOf(const Plane &coverage)
+{
+    Strip grey(pixCreate(coverage.width, coverage.height, 8));
+    for (int y = 0; y < coverage.height; ++y) {
         l_uint32 *line = pixGetData(grey.get()) + std::ptrdiff_t(y) * pixGetWpl(grey.get());
-        for (int x = 0; x < width; ++x)
-            SET_DATA_BYTE(line, x,
-                          l_uint8(255.5F - 255 * coverage[std::size_t(y) * std::size_t(width) + std::size_t(x)]));
+        for (int x = 0; x < coverage.width; ++x)
+            SET_DATA_BYTE(line, x, l_uint8(255.5F - 255 * std::clamp(coverage.row(y)[x], 0.F, 1.F)));
     }
     return grey;
 }
@@ -189,19 +267,16 @@ LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink)
 Strip LineNormalizer::strip(Separation separation, const StripShape &shape) const
 {
     const std::vector<Rgb> pixels = pixelsOf(m_image, m_crop);
-    const std::vector<float> coverage = separation == Separation::Axis
-                                            ? alongAxis(pixels, colourOf(m_paper.rgb()))
-                                            : byFill(pixels, separation == Separation::BrightFill);
-    const Strip grey = greyOf(coverage, m_crop.width(), m_crop.height());
-
-    const float scale = float(shape.height * shape.inkShare / m_ink.height());
-    const Strip scaled(pixScaleGeneral(grey.get(), float(scale * shape.widthScale), scale, 0, 0));
+    Plane coverage(m_crop.width(), m_crop.height());
+    coverage.values = separation == Separation::Axis ? alongAxis(pixels, colourOf(m_paper.rgb()))
+                                                     : byFill(pixels, separation == Separation::BrightFill);
+    const double scale = shape.height * shape.inkShare / m_ink.height();
+    const Strip scaled = greyOf(resized(coverage, {scale * shape.widthScale, scale}));
     const int width = pixGetWidth(scaled.get());
     const int height = pixGetHeight(scaled.get());
     Strip strip(pixCreate(width + 2 * shape.padding, shape.height, 8));
     pixSetAll(strip.get());
-    const int top =
-        int(std::lround((shape.height * (1 - shape.inkShare)) / 2 - (m_ink.top() - m_crop.top()) * double(scale)));
+    const int top = int(std::lround((shape.height * (1 - shape.inkShare)) / 2 - (m_ink.top() - m_crop.top()) * scale));
     pixRasterop(strip.get(), shape.padding, top, width, height, PIX_SRC, scaled.get(), 0, 0);
     return strip;
 }
