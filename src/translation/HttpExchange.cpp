@@ -102,6 +102,8 @@ std::optional<QByteArray> wireUrl(const QByteArray &url)
 {
     if (!std::all_of(url.begin(), url.end(), isUrlCharacter))
         return std::nullopt;
+    if (url.sliced(std::max<qsizetype>(url.indexOf("://"), 0)).startsWith(":///"))
+        return std::nullopt; // libcurl would take the first part of the path for the host
     const ParsedUrl parsed = parse(url);
     if (!parsed || part(parsed, CURLUPART_HOST).isEmpty())
         return std::nullopt;
