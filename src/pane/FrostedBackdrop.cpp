@@ -1,0 +1,76 @@
+#include "FrostedBackdrop.h"
+
+#include "SoftBlur.h"
+
+#include <QColor>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace lucentra {
+
+namespace {
+
+constexpr int reduction = 4;
+/// Standard deviation in points: lines of text melt into even tones, larger shapes are still felt.
+constexpr double blurDeviation = 12;
+
+/// A cool near-black.
+constexpr QRgb tint = qRgb(12, 17, 26);
+/// How much of the content's colour (its difference from grey) shines through.
+constexpr double colorShare = 0.22;
+/// Brightness that shines through, at black and at white. Through a glass that is not quite opaque the content is
+/// seen a second time; over light content the glass is darker to make up for it.
+constexpr double glowOverDark = 22;
+constexpr double glowOverLight = 0;
+
+uchar channel(double value)
+{
+    return uchar(std::clamp(value + 0.5, 0.0, 255.0));
+}
+
+QRgb dimmed(QRgb color)
+{
+    const double grey = (qRed(color) * 0.2126 + qGreen(color) * 0.7152 + qBlue(color) * 0.0722);
+    const double glow = glowOverDark + (glowOverLight - glowOverDark) * grey / 255;
+    const auto mixed = [&](int tintChannel, int contentChannel) {
+        return channel(tintChannel + glow + colorShare * (contentChannel - grey));
+    };
+    return qRgb(mixed(qRed(tint), qRed(color)), mixed(qGreen(tint), qGreen(color)), mixed(qBlue(tint), qBlue(color)));
+}
+
+void dim(QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        std::transform(line, line + image.width(), line, dimmed);
+    }
+}
+
+} // namespace
+
+FrostedBackdrop::FrostedBackdrop(const QImage &content, double pixelsPerPoint)
+{
+    if (content.isNull())
+        return;
+    const QSize size(std::max(1, content.width() / reduction), std::max(1, content.height() / reduction));
+    m_glass =
+        content.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
+    softBlur(m_glass, blurDeviation * pixelsPerPoint / reduction);
+    dim(m_glass);
+}
+
+void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacity) const
+{
+    painter.save();
+    painter.setOpacity(std::clamp(opacity, 0.0, 1.0) * painter.opacity());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (m_glass.isNull())
+        painter.fillRect(rect, QColor::fromRgb(tint));
+    else
+        painter.drawImage(rect, m_glass);
+    painter.restore();
+}
+
+} // namespace lucentra

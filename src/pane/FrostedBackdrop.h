@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QImage>
+#include <QRectF>
+
+class QPainter;
+
+namespace lucentra {
+
+/// The pane's frosted glass: what lies beneath the pane, blurred and dimmed to a calm dark tone of its own colours, so
+/// that bright text on it can be read over light and dark content alike. A value; making one may be done on any
+/// thread.
+class FrostedBackdrop
+{
+public:
+    /// The tint alone, for where nothing can be captured.
+    FrostedBackdrop() = default;
+    /// `content` is what lies beneath the pane, `pixelsPerPoint` its scale.
+    explicit FrostedBackdrop(const QImage &content, double pixelsPerPoint = 1);
+
+    /// Draws the glass over `rect` (the content's place, in the painter's coordinates), at an opacity from 0 to 1.
+    void paint(QPainter &painter, const QRectF &rect, double opacity) const;
+
+private:
+    QImage m_glass; // a quarter of the content's size: there is nothing sharp in it
+};
+
+} // namespace lucentra

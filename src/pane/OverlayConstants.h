@@ -1,0 +1,43 @@
+#pragma once
+
+/// The numbers of the overlays' layout, in points where nothing else is said. They are the design's, tuned by eye;
+/// what each is for stands beside it.
+namespace lucentra::overlay {
+
+/// Left free at the pane's left and right edge: the border and its glow lie there.
+inline constexpr double edgeInset = 4.0;
+/// A source line must be wider and higher than this; smaller rectangles are specks that no text would fit.
+inline constexpr double minimumSourceSide = 4.0;
+
+/// How wide an overlay may grow to keep its text on one line: this many times its source's width ...
+inline constexpr double widthGrowth = 2.25;
+/// ... or this much, so that a one-word source leaves room for a longer word.
+inline constexpr double minimumGrownWidth = 220.0;
+
+/// Between an overlay's edge and its text.
+inline constexpr double sidePadding = 4.0;
+inline constexpr double verticalPadding = 2.0;
+/// Added to a measured text height: the padding above and below.
+inline constexpr double verticalSlack = 2 * verticalPadding;
+
+/// Sizes that can still be read; a size that the user has fixed starts higher.
+inline constexpr double minimumAutomaticSize = 10.0;
+inline constexpr double minimumFixedSize = 12.0;
+inline constexpr double maximumSize = 48.0;
+/// In force while the user has fixed the size without ever choosing one.
+inline constexpr double defaultFixedSize = 22.0;
+/// A line's box is a little higher than the font size of its text.
+inline constexpr double sizeOfSourceHeight = 0.9;
+/// One line at a smaller size is better than two, down to this part of the starting size.
+inline constexpr double singleLineShrink = 0.8;
+/// Between two sizes that are tried for several lines.
+inline constexpr double sizeStep = 0.5;
+/// More lines would hide what lies around the source.
+inline constexpr int maximumLines = 4;
+
+/// The text's grey level (white is 1), and its opaque black shadow: offset downwards, and how far it spreads.
+inline constexpr double textWhite = 0.96;
+inline constexpr double shadowOffset = 1.0;
+inline constexpr double shadowRadius = 2.0;
+
+} // namespace lucentra::overlay

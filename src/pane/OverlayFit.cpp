@@ -1,0 +1,137 @@
+#include "OverlayFit.h"
+
+#include "OverlayConstants.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace lucentra {
+
+using namespace overlay;
+
+namespace {
+
+/// Measures carry the noise of floating point; a hair above a whole number is that number.
+constexpr double noise = 1e-6;
+
+double roundedUp(double value)
+{
+    return std::ceil(value - noise);
+}
+
+/// A count that is limited before it becomes an integer, whatever the measures were.
+int boundedCount(double count, int least, int most)
+{
+    return int(std::clamp(count, double(least), double(most)));
+}
+
+bool isUsable(const SingleLineMeasure &measure)
+{
+    return std::isfinite(measure.lineHeight) && measure.lineHeight > 0 && std::isfinite(measure.width);
+}
+
+/// One text with the space that it may take.
+struct Fitting
+{
+    OverlayTextMeasurer &measurer;
+    const QString &text;
+    double sourceHeight;
+    double width;
+    double height;
+    double startSize;
+
+    OverlayFit oneLineOfTheSource(double size) const { return {1, size, sourceHeight}; }
+    OverlayFit oneLine(double size, double lineHeight) const
+    {
+        return {1, size, std::max(sourceHeight, lineHeight + verticalSlack)};
+    }
+    double room(double lineHeight) const { return std::floor((height - verticalSlack) / lineHeight + noise); }
+
+    OverlayFit fixed(double lineHeight) const;
+    OverlayFit automatic(const SingleLineMeasure &start) const;
+    OverlayFit cutOff(double size) const;
+    std::optional<OverlayFit> wholeText(double size) const;
+};
+
+OverlayFit Fitting::fixed(double lineHeight) const
+{
+    const int allowed = boundedCount(room(lineHeight), 1, maximumLines);
+    const double bounding = measurer.boundingHeight(text, width, startSize, allowed * lineHeight);
+    if (!std::isfinite(bounding))
+        return oneLineOfTheSource(startSize);
+    const int lines = boundedCount(roundedUp(bounding / lineHeight), 1, allowed);
+    const double wanted = std::min(lineHeight * lines + verticalSlack, roundedUp(bounding) + verticalSlack);
+    return {lines, startSize, std::min(height, std::max(sourceHeight, wanted))};
+}
+
+OverlayFit Fitting::automatic(const SingleLineMeasure &start) const
+{
+    const double fittingSize = width * startSize / std::max(1.0, start.width);
+    if (fittingSize >= std::max(minimumAutomaticSize, singleLineShrink * startSize)) {
+        const double size = std::min(fittingSize, startSize);
+        const SingleLineMeasure smaller = measurer.measureSingleLine(text, size);
+        return isUsable(smaller) ? oneLine(size, smaller.lineHeight) : oneLineOfTheSource(size);
+    }
+    for (int step = 0; startSize - step * sizeStep >= minimumAutomaticSize; ++step) {
+        if (const auto fit = wholeText(startSize - step * sizeStep))
+            return *fit;
+    }
+    return cutOff(std::max(minimumAutomaticSize, std::min(fittingSize, startSize)));
+}
+
+/// Several lines that show the whole text at a size, where they fit.
+std::optional<OverlayFit> Fitting::wholeText(double size) const
+{
+    const SingleLineMeasure line = measurer.measureSingleLine(text, size);
+    if (!isUsable(line))
+        return oneLineOfTheSource(size);
+    const int allowed = boundedCount(room(line.lineHeight), 1, maximumLines);
+    const double bounding =
+        measurer.boundingHeight(text, width, size, std::min(allowed * line.lineHeight, height - verticalSlack));
+    if (!std::isfinite(bounding))
+        return oneLineOfTheSource(size);
+    const double lines = roundedUp(bounding / line.lineHeight);
+    const double needed = roundedUp(bounding) + verticalSlack;
+    if (lines > allowed || needed > height)
+        return std::nullopt;
+    return OverlayFit{boundedCount(lines, 1, allowed), size, std::max(sourceHeight, needed)};
+}
+
+OverlayFit Fitting::cutOff(double size) const
+{
+    const SingleLineMeasure line = measurer.measureSingleLine(text, size);
+    if (!isUsable(line))
+        return oneLineOfTheSource(size);
+    const int lines = boundedCount(room(line.lineHeight), 1, maximumLines);
+    return {lines, size, std::min(height, std::max(sourceHeight, line.lineHeight * lines + verticalSlack))};
+}
+
+} // namespace
+
+double startingFontSize(bool isAuto, double sourceHeight, double storedFontSize)
+{
+    if (isAuto)
+        return std::min(maximumSize, std::max(minimumAutomaticSize, sizeOfSourceHeight * sourceHeight));
+    const double base = storedFontSize > 0 ? storedFontSize : defaultFixedSize;
+    return std::min(maximumSize, std::max(minimumFixedSize, base));
+}
+
+OverlayFit fitOverlayText(OverlayTextMeasurer &measurer, const QString &text, bool isAuto, double sourceHeight,
+                          double textWidth, double maxHeight, double storedFontSize)
+{
+    const Fitting fitting{.measurer = measurer,
+                          .text = text,
+                          .sourceHeight = sourceHeight,
+                          .width = std::max(1.0, textWidth),
+                          .height = std::max(sourceHeight, maxHeight),
+                          .startSize = startingFontSize(isAuto, sourceHeight, storedFontSize)};
+    const SingleLineMeasure start = measurer.measureSingleLine(text, fitting.startSize);
+    if (!isUsable(start))
+        return fitting.oneLineOfTheSource(fitting.startSize);
+    if (start.width <= fitting.width)
+        return fitting.oneLine(fitting.startSize, start.lineHeight);
+    return isAuto ? fitting.automatic(start) : fitting.fixed(start.lineHeight);
+}
+
+} // namespace lucentra

@@ -1,0 +1,63 @@
+#include "OverlayFont.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+struct LanguageFamily
+{
+    QLatin1StringView prefix; ///< of the language tag, lower case
+    QLatin1StringView family;
+};
+
+// The first match counts. The regions of Chinese write the same characters in different shapes.
+constexpr LanguageFamily languageFamilies[] = {
+    {"zh-hans"_L1, "Noto Sans CJK SC"_L1}, {"zh-cn"_L1, "Noto Sans CJK SC"_L1}, {"zh-sg"_L1, "Noto Sans CJK SC"_L1},
+    {"zh-hk"_L1, "Noto Sans CJK HK"_L1},   {"zh"_L1, "Noto Sans CJK TC"_L1},    {"ja"_L1, "Noto Sans CJK JP"_L1},
+    {"ko"_L1, "Noto Sans CJK KR"_L1},      {"ar"_L1, "Noto Sans Arabic"_L1},    {"fa"_L1, "Noto Sans Arabic"_L1},
+    {"ur"_L1, "Noto Sans Arabic"_L1},      {"he"_L1, "Noto Sans Hebrew"_L1},    {"th"_L1, "Noto Sans Thai"_L1},
+    {"hi"_L1, "Noto Sans Devanagari"_L1},
+};
+
+// Asked in this order for what the language's family lacks. Emoji stand before the symbols, since a reader expects
+// the coloured form; they stand behind the text families, since the emoji font has digits of its own.
+constexpr QLatin1StringView fallbackFamilies[] = {
+    "Noto Sans"_L1,      "Noto Sans CJK TC"_L1,     "Noto Sans Arabic"_L1, "Noto Sans Hebrew"_L1,
+    "Noto Sans Thai"_L1, "Noto Sans Devanagari"_L1, "Noto Color Emoji"_L1, "Noto Sans Symbols2"_L1,
+};
+
+/// Whether a tag begins with whole subtags.
+bool begins(const QString &tag, QLatin1StringView prefix)
+{
+    return tag.startsWith(prefix, Qt::CaseInsensitive) && (tag.size() == prefix.size() || tag[prefix.size()] == u'-');
+}
+
+} // namespace
+
+QFont overlayFont(const QString &targetLanguage)
+{
+    QStringList families;
+    for (const LanguageFamily &each : languageFamilies) {
+        if (begins(targetLanguage, each.prefix)) {
+            families.append(each.family);
+            break;
+        }
+    }
+    for (const QLatin1StringView family : fallbackFamilies) {
+        if (!families.contains(family))
+            families.append(family);
+    }
+    QFont font;
+    font.setFamilies(families);
+    font.setStyleHint(QFont::SansSerif);
+    font.setWeight(QFont::Bold);
+    font.setPixelSize(overlayReferencePixels);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+} // namespace lucentra

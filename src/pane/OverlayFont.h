@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+namespace lucentra {
+
+/// The whole-pixel size at which overlay texts are shaped. The toolkit rounds font sizes to whole pixels, and fitting
+/// works in half points; so every size in points is drawn as a scale of this one. At 128 pixels an em the fonts'
+/// 26.6 fixed-point metrics are exact to 1/8192 em.
+inline constexpr int overlayReferencePixels = 128;
+
+/// The bold font of overlays for texts in a target language (a BCP 47 tag), at the reference size and unhinted. Its
+/// family covers the language's script, so that line heights fit it; behind it stand families for other scripts.
+QFont overlayFont(const QString &targetLanguage);
+
+} // namespace lucentra

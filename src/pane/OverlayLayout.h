@@ -1,0 +1,38 @@
+#pragma once
+
+#include "OverlayFit.h"
+
+#include <QRectF>
+#include <QString>
+
+#include <optional>
+
+namespace lucentra {
+
+/// What the user has chosen for the text of overlays.
+struct OverlayFontSettings
+{
+    bool isAuto = true;        ///< the size follows the source's height
+    double storedFontSize = 0; ///< points; in force while `isAuto` is false; 0 where none is stored
+
+    bool operator==(const OverlayFontSettings &) const = default;
+};
+
+/// Where and how one translation is drawn.
+struct OverlayLayout
+{
+    QRectF frame;        ///< pane points, origin top-left, y down
+    double fontSize = 0; ///< points
+    int lines = 1;       ///< at most so many are drawn
+
+    bool operator==(const OverlayLayout &) const = default;
+};
+
+/// Lays out the translation of one source line over it. `rect` is where the source lies and `bottomLimit` the lowest
+/// y that the overlay may reach, both in pane points. The overlay grows to the right to keep its text on one line,
+/// is moved to the left where it would leave the pane, and then grows downwards. Nothing where the source is too small.
+std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text, double bottomLimit,
+                                           const QRectF &rect, const QRectF &paneBounds,
+                                           const OverlayFontSettings &settings);
+
+} // namespace lucentra

@@ -1,0 +1,228 @@
+#include "OverlayText.h"
+
+#include "DrawableText.h"
+
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QRawFont>
+#include <QTextBoundaryFinder>
+#include <QTextOption>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The room above and below the baseline that every line has, in ems: those of the kind of system font that the
+/// overlays' numbers are tuned for. The families' own line heights, 1.36 to 2.1 em, are made for running text and for
+/// every mark of their scripts; where a text has such marks, its lines grow by what their ink needs.
+constexpr double nominalAscent = 0.952;
+constexpr double nominalDescent = 0.241;
+/// The widest line that the toolkit's fixed-point numbers can hold.
+constexpr double unlimitedWidth = 8000000;
+/// A text that is this little too wide, in points, stays on its line: the padding is wider.
+constexpr double widthTolerance = 0.25;
+/// Kerning across a line's end is lost, so lines may be a little narrower than their part of the whole.
+constexpr double brokenLineShare = 0.98;
+/// No user-perceived character is wider, in ems.
+constexpr double widestCharacter = 4;
+/// By which a height must exceed a limit, in points, so that no rounding can hide it.
+constexpr double clearExcess = 0.001;
+
+QTextOption optionFor(const QString &text)
+{
+    QTextOption option;
+    option.setUseDesignMetrics(true);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setAlignment(text.isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    return option;
+}
+
+QTextLine singleLine(QTextLayout &layout, double width)
+{
+    QTextOption option = layout.textOption();
+    option.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    if (line.isValid())
+        line.setLineWidth(width);
+    layout.endLayout();
+    return line;
+}
+
+/// The area that a run's glyphs blacken.
+QRectF inkOf(const QGlyphRun &run)
+{
+    const QRawFont font = run.rawFont();
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> positions = run.positions();
+    if (glyphs.isEmpty())
+        return {};
+    // Coloured emoji are pictures that fill their font's line; asking for each one's rectangle would decode it.
+    if (font.familyName().contains(u"Emoji"_s))
+        return {positions.first().x(), positions.first().y() - font.ascent(), 1, font.ascent() + font.descent()};
+    QRectF ink;
+    for (qsizetype i = 0; i < glyphs.size(); ++i)
+        ink |= font.boundingRect(glyphs[i]).translated(positions[i]);
+    return ink;
+}
+
+double spaceWidth(const QString &text, const QFont &font)
+{
+    const QFontMetricsF metrics(font);
+    double width = 0;
+    for (const QChar character : text) {
+        if (character.isSpace())
+            width += metrics.horizontalAdvance(character);
+    }
+    return width;
+}
+
+} // namespace
+
+OverlayText::OverlayText(const QString &text, const QFont &font)
+    : m_font(font)
+    , m_layout(drawableText(text.first(std::min<qsizetype>(text.size(), maximumLength))), font)
+{
+    m_layout.setCacheEnabled(true);
+    m_layout.setTextOption(optionFor(m_layout.text()));
+    singleLine(m_layout, unlimitedWidth);
+    if (hasMissingGlyphs(m_layout.glyphRuns()))
+        m_layout.setText(withoutMissingGlyphs(m_layout.text(), m_font));
+    takeMeasures();
+}
+
+void OverlayText::takeMeasures()
+{
+    m_ascent = nominalAscent * m_font.pixelSize();
+    m_descent = nominalDescent * m_font.pixelSize();
+    const QTextLine line = singleLine(m_layout, unlimitedWidth);
+    if (!line.isValid())
+        return;
+    m_width = line.naturalTextWidth();
+    m_blackWidth = m_width - spaceWidth(m_layout.text(), m_font);
+
+    const double baseline = line.y() + line.ascent();
+    for (const QGlyphRun &run : m_layout.glyphRuns()) {
+        const QRectF ink = inkOf(run);
+        m_ascent = std::max(m_ascent, baseline - ink.top());
+        m_descent = std::max(m_descent, ink.bottom() - baseline);
+    }
+}
+
+double OverlayText::lineHeight(double fontSize) const
+{
+    return (m_ascent + m_descent) * fontSize / m_font.pixelSize();
+}
+
+double OverlayText::lineWidth(double fontSize) const
+{
+    return m_width * fontSize / m_font.pixelSize();
+}
+
+/// What the text needs at least, without breaking it into lines.
+double OverlayText::leastHeight(double width, double fontSize) const
+{
+    const double oneLine = lineHeight(fontSize);
+    if (width < widestCharacter * fontSize)
+        return oneLine; // a character that is wider than the line stands on it all the same
+    const double blackWidth = m_blackWidth * fontSize / m_font.pixelSize();
+    return std::max(1.0, std::ceil(blackWidth * brokenLineShare / width)) * oneLine;
+}
+
+double OverlayText::boundingHeight(double width, double fontSize, double atMost)
+{
+    if (lineWidth(fontSize) <= width + widthTolerance)
+        return lineHeight(fontSize);
+    const double least = leastHeight(width, fontSize);
+    if (least > atMost + clearExcess)
+        return least;
+    const double limit = std::max(0.0, atMost / lineHeight(fontSize)) + 2;
+    const int count = breakIntoLines(width * m_font.pixelSize() / fontSize, int(std::min(limit, 1e6)));
+    return count * lineHeight(fontSize);
+}
+
+/// `width` is in pixels at the reference size. Makes at most `limit` lines.
+int OverlayText::breakIntoLines(double width, int limit)
+{
+    QTextOption option = m_layout.textOption();
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    m_layout.setTextOption(option);
+    m_layout.beginLayout();
+    int count = 0;
+    while (count < limit) {
+        QTextLine line = m_layout.createLine();
+        if (!line.isValid())
+            break;
+        line.setLineWidth(width);
+        ++count;
+    }
+    m_layout.endLayout();
+    return count;
+}
+
+/// The longest part of a range that fits with an ellipsis, in whole user-perceived characters.
+QString OverlayText::lastLine(int firstCharacter, int endCharacter, double width) const
+{
+    const QString rest = m_layout.text().mid(firstCharacter, endCharacter - firstCharacter);
+    QList<int> ends{0};
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, rest);
+    while (finder.toNextBoundary() != -1)
+        ends.append(int(finder.position()));
+
+    const auto cutOff = [&](int end) {
+        QString text = rest.first(end);
+        while (!text.isEmpty() && text.back().isSpace())
+            text.chop(1);
+        return text + QChar(u'…');
+    };
+    const auto fits = [&](int end) {
+        QTextLayout layout(cutOff(end), m_font);
+        layout.setTextOption(m_layout.textOption());
+        return singleLine(layout, unlimitedWidth).naturalTextWidth() <= width;
+    };
+    const auto tooLong = std::partition_point(ends.cbegin() + 1, ends.cend(), fits);
+    return cutOff(*(tooLong - 1));
+}
+
+void OverlayText::drawLine(QPainter &painter, const QTextLine &line, double top) const
+{
+    line.draw(&painter, QPointF(0, top + m_ascent - line.ascent() - line.y()));
+}
+
+void OverlayText::draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines)
+{
+    const double scale = fontSize / m_font.pixelSize();
+    const double lineAdvance = m_ascent + m_descent;
+    painter.save();
+    painter.translate(topLeft);
+    painter.scale(scale, scale);
+    if (lineWidth(fontSize) <= width + widthTolerance) {
+        const QTextLine line = singleLine(m_layout, std::max(width / scale, m_width));
+        if (line.isValid())
+            drawLine(painter, line, 0);
+    } else {
+        // One line more tells that text is left over.
+        const int count = breakIntoLines(width / scale, lines + 1);
+        const int whole = count > lines ? lines - 1 : count;
+        for (int i = 0; i < whole; ++i)
+            drawLine(painter, m_layout.lineAt(i), i * lineAdvance);
+        if (count > lines) {
+            const QTextLine next = m_layout.lineAt(lines);
+            QTextLayout last(
+                lastLine(m_layout.lineAt(whole).textStart(), next.textStart() + next.textLength(), width / scale),
+                m_font);
+            last.setTextOption(m_layout.textOption());
+            drawLine(painter, singleLine(last, width / scale), whole * lineAdvance);
+        }
+    }
+    painter.restore();
+}
+
+} // namespace lucentra

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QFont>
+#include <QPointF>
+#include <QString>
+#include <QTextLayout>
+
+class QPainter;
+
+namespace lucentra {
+
+/// The text of one overlay, shaped once at the reference size of the font; every size in points is a scale of it.
+/// Measuring and drawing break the lines by the same code, so that what was measured to fit is drawn whole.
+///
+/// Line breaks in the text are drawn as spaces, since an overlay stands for one line of the source. What no installed
+/// font can draw is left out or drawn as a replacement character, never as an empty box. All lines are equally far
+/// apart, whatever fonts are used in them. Main thread only; measures are points and not rounded.
+class OverlayText
+{
+public:
+    /// `font` has a whole-pixel size. Texts longer than `maximumLength` are cut off: no pane could show them.
+    OverlayText(const QString &text, const QFont &font);
+
+    /// Four lines of a narrow letter at the least size across the widest display hold about 12000.
+    static constexpr int maximumLength = 16384;
+
+    double lineHeight(double fontSize) const;
+    double lineWidth(double fontSize) const;
+    /// The height at a width; ends early with some greater height once it exceeds `atMost`.
+    double boundingHeight(double width, double fontSize, double atMost);
+
+    /// Draws at most `lines` lines into a width with the painter's pen, the last one with an ellipsis where text is
+    /// left over. `topLeft` is the corner of the first line's box. A right-to-left text is aligned to the right.
+    void draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines);
+
+private:
+    int breakIntoLines(double width, int limit);
+    double leastHeight(double width, double fontSize) const;
+    void takeMeasures();
+    QString lastLine(int firstCharacter, int endCharacter, double width) const;
+    void drawLine(QPainter &painter, const QTextLine &line, double top) const;
+
+    const QFont m_font;
+    QTextLayout m_layout;
+    // Pixels at the reference size.
+    double m_ascent = 0;
+    double m_descent = 0;
+    double m_width = 0;
+    double m_blackWidth = 0; ///< what the lines together hold at least: the width without spaces
+};
+
+} // namespace lucentra

@@ -1,0 +1,46 @@
+#include "OverlayTypesetter.h"
+
+#include "OverlayFont.h"
+
+#include <cmath>
+
+namespace lucentra {
+
+namespace {
+
+/// Scaling leaves a hair above whole numbers.
+constexpr double noise = 1e-6;
+
+double roundedUp(double value)
+{
+    return std::ceil(value - noise);
+}
+
+} // namespace
+
+OverlayTypesetter::OverlayTypesetter(const QString &targetLanguage)
+    : m_font(overlayFont(targetLanguage))
+{
+}
+
+std::shared_ptr<OverlayText> OverlayTypesetter::typeset(const QString &text)
+{
+    if (!m_typeset || m_text != text) {
+        m_typeset = std::make_shared<OverlayText>(text, m_font);
+        m_text = text;
+    }
+    return m_typeset;
+}
+
+SingleLineMeasure OverlayTypesetter::measureSingleLine(const QString &text, double fontSize)
+{
+    const auto typesetText = typeset(text);
+    return {roundedUp(typesetText->lineHeight(fontSize)), roundedUp(typesetText->lineWidth(fontSize))};
+}
+
+double OverlayTypesetter::boundingHeight(const QString &text, double width, double fontSize, double atMost)
+{
+    return typeset(text)->boundingHeight(width, fontSize, atMost);
+}
+
+} // namespace lucentra

@@ -1,0 +1,177 @@
+#include "FrostedBackdrop.h"
+#include "SoftBlur.h"
+
+#include <QPainter>
+#include <QTest>
+
+#include <cmath>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+double luminance(QRgb color)
+{
+    const auto linear = [](int channel) {
+        const double value = channel / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(color)) + 0.7152 * linear(qGreen(color)) + 0.0722 * linear(qBlue(color));
+}
+
+/// The contrast ratio of the accessibility guidelines; 4.5 is wanted for text, 3 for large or bold text.
+double contrastToText(QRgb background)
+{
+    return (luminance(qRgb(245, 245, 245)) + 0.05) / (luminance(background) + 0.05);
+}
+
+QImage plain(QColor color)
+{
+    QImage image(200, 120, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+/// Black lines of "text" on white.
+QImage page()
+{
+    QImage image = plain(Qt::white);
+    QPainter painter(&image);
+    for (int y = 4; y < image.height(); y += 18) {
+        for (int x = 2; x < image.width(); x += 7)
+            painter.fillRect(x, y, 4, 11, Qt::black);
+    }
+    return image;
+}
+
+QImage glassOver(const QImage &content, double opacity)
+{
+    QImage result = content;
+    QPainter painter(&result);
+    FrostedBackdrop(content).paint(painter, QRectF(content.rect()), opacity);
+    return result;
+}
+
+} // namespace
+
+class GlassTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void blurHasTheWantedDeviation_data();
+    void blurHasTheWantedDeviation();
+    void blurKeepsPlainPicturesAndOddSizes();
+    void textIsLegibleOverAnything_data();
+    void textIsLegibleOverAnything();
+    void linesOfTextMelt();
+    void colourShinesThrough();
+    void withoutContentThereIsATint();
+};
+
+void GlassTest::blurHasTheWantedDeviation_data()
+{
+    QTest::addColumn<double>("deviation");
+    for (const double deviation : {0.5, 1.0, 2.0, 3.3, 7.0})
+        QTest::addRow("%g", deviation) << deviation;
+}
+
+void GlassTest::blurHasTheWantedDeviation()
+{
+    QFETCH(double, deviation);
+    constexpr int barWidth = 9, center = 60;
+    QImage image(121, 5, QImage::Format_Alpha8);
+    image.fill(0);
+    for (int y = 0; y < image.height(); ++y)
+        std::fill_n(image.scanLine(y) + center - barWidth / 2, barWidth, uchar(255));
+    softBlur(image, deviation);
+    double sum = 0, spread = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        const double value = image.constScanLine(2)[x];
+        sum += value;
+        spread += value * (x - center) * (x - center);
+    }
+    const double barVariance = (barWidth * barWidth - 1) / 12.0;
+    QVERIFY(std::abs(sum - 255 * barWidth) < 0.02 * 255 * barWidth);
+    QVERIFY(std::abs(std::sqrt(spread / sum - barVariance) - deviation) < 0.05 * deviation + 0.05);
+}
+
+void GlassTest::blurKeepsPlainPicturesAndOddSizes()
+{
+    for (const QSize size : {QSize(1, 1), QSize(1, 40), QSize(40, 1), QSize(33, 17)}) {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(QColor(10, 120, 250));
+        const QImage before = image;
+        softBlur(image, 9.7);
+        QCOMPARE(image, before);
+    }
+    QImage unknown(8, 8, QImage::Format_RGB16);
+    unknown.fill(Qt::red);
+    softBlur(unknown, 2);
+    QCOMPARE(unknown.pixelColor(3, 3), QColor(Qt::red));
+}
+
+void GlassTest::textIsLegibleOverAnything_data()
+{
+    QTest::addColumn<QColor>("content");
+    QTest::addColumn<double>("opacity");
+    QTest::addColumn<double>("contrast");
+    QTest::newRow("white") << QColor(Qt::white) << 0.75 << 7.0;
+    QTest::newRow("black") << QColor(Qt::black) << 0.75 << 14.0;
+    QTest::newRow("yellow") << QColor(Qt::yellow) << 0.75 << 7.0;
+    QTest::newRow("red") << QColor(Qt::red) << 0.75 << 7.0;
+    QTest::newRow("grey") << QColor(128, 128, 128) << 0.75 << 7.0;
+    QTest::newRow("white through thin glass") << QColor(Qt::white) << 0.65 << 4.5;
+    QTest::newRow("white, nothing shines through") << QColor(Qt::white) << 1.0 << 14.0;
+}
+
+void GlassTest::textIsLegibleOverAnything()
+{
+    QFETCH(QColor, content);
+    QFETCH(double, opacity);
+    QFETCH(double, contrast);
+    const QImage glass = glassOver(plain(content), opacity);
+    QVERIFY(contrastToText(glass.pixel(100, 60)) >= contrast);
+    QCOMPARE(glass.pixel(3, 3), glass.pixel(100, 60));
+}
+
+void GlassTest::linesOfTextMelt()
+{
+    const QImage glass = glassOver(page(), 1.0);
+    int darkest = 255, brightest = 0;
+    for (int y = 20; y < glass.height() - 20; ++y) {
+        for (int x = 20; x < glass.width() - 20; ++x) {
+            darkest = std::min(darkest, qGray(glass.pixel(x, y)));
+            brightest = std::max(brightest, qGray(glass.pixel(x, y)));
+        }
+    }
+    QVERIFY(brightest - darkest <= 4);
+    // At the pane's usual opacity the brightest spot of a page is still dark enough.
+    const QImage usual = glassOver(page(), 0.75);
+    for (int y = 0; y < usual.height(); ++y) {
+        for (int x = 0; x < usual.width(); ++x)
+            QVERIFY(contrastToText(usual.pixel(x, y)) > 6);
+    }
+}
+
+void GlassTest::colourShinesThrough()
+{
+    const QRgb red = glassOver(plain(QColor(200, 60, 60)), 1.0).pixel(50, 50);
+    const QRgb blue = glassOver(plain(QColor(60, 60, 200)), 1.0).pixel(50, 50);
+    QVERIFY(qRed(red) > qBlue(red));
+    QVERIFY(qBlue(blue) > qRed(blue) + 20);
+}
+
+void GlassTest::withoutContentThereIsATint()
+{
+    QImage image = plain(Qt::white);
+    QPainter painter(&image);
+    FrostedBackdrop().paint(painter, QRectF(0, 0, 100, 120), 0.75);
+    painter.end();
+    QVERIFY(contrastToText(image.pixel(50, 50)) >= 7.0);
+    QCOMPARE(image.pixel(150, 50), qRgb(255, 255, 255));
+}
+
+QTEST_GUILESS_MAIN(GlassTest)
+#include "GlassTest.moc"
