@@ -1,0 +1,611 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="zh_TW">
+<context>
+    <name>Lucentra</name>
+    <message>
+        <source>%@ API 錯誤 %d：%@</source>
+        <translation>%@ API error %d: %@</translation>
+    </message>
+    <message>
+        <source>%@ 回應格式無法解析</source>
+        <translation>The response of %@ could not be understood</translation>
+    </message>
+    <message>
+        <source>%@・拖曳移動</source>
+        <translation>%@ · Drag to move</translation>
+    </message>
+    <message>
+        <source>AI 翻譯</source>
+        <translation>AI translation</translation>
+    </message>
+    <message>
+        <source>API Key 或設定含有無法傳送的字元</source>
+        <translation>The API key or a setting contains characters that cannot be sent</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯需升級至 macOS 15</source>
+        <translation>Apple’s built-in translation requires macOS 15</translation>
+    </message>
+    <message>
+        <source>Apple 翻譯失敗</source>
+        <translation>Apple translation failed</translation>
+    </message>
+    <message>
+        <source>Claude API URL 無效</source>
+        <translation>The Claude API URL is invalid</translation>
+    </message>
+    <message>
+        <source>DeepL API URL 無效</source>
+        <translation>The DeepL API URL is invalid</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Google Cloud API URL 無效</source>
+        <translation>The Google Cloud API URL is invalid</translation>
+    </message>
+    <message>
+        <source>Google 免費翻譯</source>
+        <translation>Google Translate (free)</translation>
+    </message>
+    <message>
+        <source>Lucentra：翻譯螢幕上的文字</source>
+        <translation>Lucentra: translates the text on the screen</translation>
+    </message>
+    <message>
+        <source>Lucentra｜澄鏡通</source>
+        <translation>Lucentra｜澄鏡通</translation>
+    </message>
+    <message>
+        <source>Lucentra｜澄鏡通 設定</source>
+        <translation>Lucentra Settings</translation>
+    </message>
+    <message>
+        <source>Microsoft Translator API URL 無效</source>
+        <translation>The Microsoft Translator API URL is invalid</translation>
+    </message>
+    <message>
+        <source>OpenAI API URL 無效</source>
+        <translation>The OpenAI API URL is invalid</translation>
+    </message>
+    <message>
+        <source>lucentra --help 列出所有指令</source>
+        <translation>lucentra --help lists all commands</translation>
+    </message>
+    <message>
+        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
+        <translation>⚠️ Apple’s built-in translation requires macOS 15</translation>
+    </message>
+    <message>
+        <source>⚠️ Apple 翻譯失敗</source>
+        <translation>⚠️ Apple translation failed</translation>
+    </message>
+    <message>
+        <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
+        <translation>⚠️ First allow text to be sent to %@ in the translation settings.</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Claude API Key</source>
+        <translation>⚠️ Enter your Claude API key in Settings</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 DeepL API Key</source>
+        <translation>⚠️ Enter your DeepL API key in Settings</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Gemini API Key</source>
+        <translation>⚠️ Enter your Gemini API key in Settings</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
+        <translation>⚠️ Enter your Microsoft Azure API key in Settings</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 OpenAI API Key</source>
+        <translation>⚠️ Enter your OpenAI API key in Settings</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入相容 API Key</source>
+        <translation>⚠️ Enter your compatible API key in Settings</translation>
+    </message>
+    <message>
+        <source>❌ API 回應格式錯誤或金鑰無效</source>
+        <translation>❌ The API response is malformed or the key is invalid</translation>
+    </message>
+    <message>
+        <source>❌ Gemini API 錯誤 %d：%@</source>
+        <translation>❌ Gemini API error %d: %@</translation>
+    </message>
+    <message>
+        <source>❌ 網路請求準備失敗</source>
+        <translation>❌ The network request could not be prepared</translation>
+    </message>
+    <message>
+        <source>❌ 網路錯誤：%@</source>
+        <translation>❌ Network error: %@</translation>
+    </message>
+    <message>
+        <source>❌ 翻譯失敗：%@</source>
+        <translation>❌ Translation failed: %@</translation>
+    </message>
+    <message>
+        <source>不支援的圖片格式</source>
+        <translation>The picture format is not supported</translation>
+    </message>
+    <message>
+        <source>不是可辨識的圖片格式：%@</source>
+        <translation>Not a known picture format: %@</translation>
+    </message>
+    <message>
+        <source>伺服器的回應不是有效的 HTTP 回應</source>
+        <translation>The server’s response is not valid HTTP</translation>
+    </message>
+    <message>
+        <source>伺服器的回應過大</source>
+        <translation>The server’s response is too large</translation>
+    </message>
+    <message>
+        <source>伺服器的安全憑證無效</source>
+        <translation>The server’s security certificate is invalid</translation>
+    </message>
+    <message>
+        <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
+        <translation>use translation engine N (0 to 7) without changing the settings</translation>
+    </message>
+    <message>
+        <source>允許將文字傳送至 %@</source>
+        <translation>Allow text to be sent to %@</translation>
+    </message>
+    <message>
+        <source>全選</source>
+        <translation>Select All</translation>
+    </message>
+    <message>
+        <source>全部顯示</source>
+        <translation>Show All</translation>
+    </message>
+    <message>
+        <source>切換到手動輸入</source>
+        <translation>Switch to Manual Input</translation>
+    </message>
+    <message>
+        <source>切換回框選翻譯</source>
+        <translation>Back to Area Translation</translation>
+    </message>
+    <message>
+        <source>切換為框選翻譯</source>
+        <translation>Switch to Area Translation</translation>
+    </message>
+    <message>
+        <source>切換為框選翻譯 (當前:自動辨識)</source>
+        <translation>Switch to Area Translation (now: Automatic Recognition)</translation>
+    </message>
+    <message>
+        <source>切換為自動辨識</source>
+        <translation>Switch to Automatic Recognition</translation>
+    </message>
+    <message>
+        <source>切換為自動辨識 (當前:框選翻譯)</source>
+        <translation>Switch to Automatic Recognition (now: Area Translation)</translation>
+    </message>
+    <message>
+        <source>切換目標語言</source>
+        <translation>Change Target Language</translation>
+    </message>
+    <message>
+        <source>刪除</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>剪下</source>
+        <translation>Cut</translation>
+    </message>
+    <message>
+        <source>同時輸出各階段所需的毫秒數</source>
+        <translation>also print how many milliseconds each stage took</translation>
+    </message>
+    <message>
+        <source>同時輸出每一行的譯文與位置</source>
+        <translation>also print the translation and the place of every line</translation>
+    </message>
+    <message>
+        <source>單擊玻璃板即可翻譯</source>
+        <translation>Click the glass pane to translate</translation>
+    </message>
+    <message>
+        <source>單擊翻譯</source>
+        <translation>Click to translate</translation>
+    </message>
+    <message>
+        <source>回應內容不是有效的 JSON</source>
+        <translation>The response is not valid JSON</translation>
+    </message>
+    <message>
+        <source>圖片已損壞或無法解碼：%@</source>
+        <translation>The picture is damaged or cannot be decoded: %@</translation>
+    </message>
+    <message>
+        <source>圖片檔案是空的：%@</source>
+        <translation>The picture file is empty: %@</translation>
+    </message>
+    <message>
+        <source>圖片過大（%d × %d 像素）：%@</source>
+        <translation>The picture is too large (%d × %d pixels): %@</translation>
+    </message>
+    <message>
+        <source>多餘的參數：%@</source>
+        <translation>Unexpected argument: %@</translation>
+    </message>
+    <message>
+        <source>將圖片寫入 OUT.png</source>
+        <translation>write the picture to OUT.png</translation>
+    </message>
+    <message>
+        <source>您設定的相容 API 端點</source>
+        <translation>the compatible API endpoint you have set</translation>
+    </message>
+    <message>
+        <source>所選服務</source>
+        <translation>the selected service</translation>
+    </message>
+    <message>
+        <source>手動輸入</source>
+        <translation>Manual Input</translation>
+    </message>
+    <message>
+        <source>找不到伺服器，請檢查網路連線與網址</source>
+        <translation>The server was not found. Check the network connection and the address</translation>
+    </message>
+    <message>
+        <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
+        <translation>The translation window cannot be captured. Please check the screen recording permission</translation>
+    </message>
+    <message>
+        <source>找不到翻譯視窗所在的顯示器</source>
+        <translation>The display that shows the translation window was not found</translation>
+    </message>
+    <message>
+        <source>日</source>
+        <translation>日</translation>
+    </message>
+    <message>
+        <source>日文</source>
+        <translation>Japanese</translation>
+    </message>
+    <message>
+        <source>服務</source>
+        <translation>Services</translation>
+    </message>
+    <message>
+        <source>服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定</source>
+        <translation>The service returned no usable translation. Check the key, the model and the network settings</translation>
+    </message>
+    <message>
+        <source>未知的指令：%@</source>
+        <translation>Unknown command: %@</translation>
+    </message>
+    <message>
+        <source>未知的選項：%@</source>
+        <translation>Unknown option: %@</translation>
+    </message>
+    <message>
+        <source>未知錯誤</source>
+        <translation>Unknown error</translation>
+    </message>
+    <message>
+        <source>框選翻譯</source>
+        <translation>Area Translation</translation>
+    </message>
+    <message>
+        <source>正在辨識與翻譯</source>
+        <translation>Recognizing and translating</translation>
+    </message>
+    <message>
+        <source>沒有偵測到文字</source>
+        <translation>No text found</translation>
+    </message>
+    <message>
+        <source>測試翻譯引擎的連線</source>
+        <translation>test the connection to the translation engine</translation>
+    </message>
+    <message>
+        <source>無法寫入圖片 %@：%@</source>
+        <translation>Could not write the picture %@: %@</translation>
+    </message>
+    <message>
+        <source>無法建立翻譯輸入</source>
+        <translation>The input for the translation could not be built</translation>
+    </message>
+    <message>
+        <source>無法擷取畫面</source>
+        <translation>Could not capture the screen</translation>
+    </message>
+    <message>
+        <source>無法與伺服器建立安全連線</source>
+        <translation>A secure connection to the server could not be made</translation>
+    </message>
+    <message>
+        <source>無法讀取圖片：%@</source>
+        <translation>Could not read the picture: %@</translation>
+    </message>
+    <message>
+        <source>無法透過代理伺服器連線</source>
+        <translation>Could not connect through the proxy server</translation>
+    </message>
+    <message>
+        <source>無法連線到伺服器</source>
+        <translation>Could not connect to the server</translation>
+    </message>
+    <message>
+        <source>目標語言：%@</source>
+        <translation>Target language: %@</translation>
+    </message>
+    <message>
+        <source>相容 API</source>
+        <translation>Compatible API</translation>
+    </message>
+    <message>
+        <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>
+        <translation>The compatible API URL must use HTTPS; localhost may use HTTP</translation>
+    </message>
+    <message>
+        <source>相容 API URL 無效</source>
+        <translation>The compatible API URL is invalid</translation>
+    </message>
+    <message>
+        <source>移動或縮放後自動翻譯・%@</source>
+        <translation>Translates after moving or resizing · %@</translation>
+    </message>
+    <message>
+        <source>稍後</source>
+        <translation>Later</translation>
+    </message>
+    <message>
+        <source>简</source>
+        <translation>简</translation>
+    </message>
+    <message>
+        <source>簡體中文</source>
+        <translation>Simplified Chinese</translation>
+    </message>
+    <message>
+        <source>系統沒有回傳擷取畫面</source>
+        <translation>The system returned no picture of the screen</translation>
+    </message>
+    <message>
+        <source>結束 Lucentra｜澄鏡通</source>
+        <translation>Quit Lucentra</translation>
+    </message>
+    <message>
+        <source>網路連線發生錯誤</source>
+        <translation>A network error occurred</translation>
+    </message>
+    <message>
+        <source>編輯</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>縮小</source>
+        <translation>Minimize</translation>
+    </message>
+    <message>
+        <source>縮放</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>繁</source>
+        <translation>繁</translation>
+    </message>
+    <message>
+        <source>繁體中文</source>
+        <translation>Traditional Chinese</translation>
+    </message>
+    <message>
+        <source>缺少參數：%@</source>
+        <translation>Missing argument: %@</translation>
+    </message>
+    <message>
+        <source>缺少指令</source>
+        <translation>Missing command</translation>
+    </message>
+    <message>
+        <source>翻譯</source>
+        <translation>Translate</translation>
+    </message>
+    <message>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
+        <translation>translate a text; one with Chinese characters is always translated into English</translation>
+    </message>
+    <message>
+        <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
+        <translation>translate the text of a picture and draw the translations over it</translation>
+    </message>
+    <message>
+        <source>翻譯失敗</source>
+        <translation>Translation failed</translation>
+    </message>
+    <message>
+        <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
+        <translation>translate into the language CODE (such as zh-Hant, en, ja) without changing the settings</translation>
+    </message>
+    <message>
+        <source>翻譯歷史紀錄</source>
+        <translation>Translation History</translation>
+    </message>
+    <message>
+        <source>翻譯目前區域</source>
+        <translation>Translate Current Area</translation>
+    </message>
+    <message>
+        <source>自動辨識</source>
+        <translation>Automatic Recognition</translation>
+    </message>
+    <message>
+        <source>與伺服器的連線已中斷</source>
+        <translation>The connection to the server was lost</translation>
+    </message>
+    <message>
+        <source>英文</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>複製</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>複製翻譯結果</source>
+        <translation>Copy Translation</translation>
+    </message>
+    <message>
+        <source>要求已取消</source>
+        <translation>The request was cancelled</translation>
+    </message>
+    <message>
+        <source>視窗</source>
+        <translation>Window</translation>
+    </message>
+    <message>
+        <source>設定</source>
+        <translation>Settings</translation>
+    </message>
+    <message>
+        <source>設定…</source>
+        <translation>Settings…</translation>
+    </message>
+    <message>
+        <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
+        <translation>Enable Lucentra in the “Screen &amp; System Audio Recording” list. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart the app.</translation>
+    </message>
+    <message>
+        <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
+        <translation>Enable Lucentra in System Settings. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart the app.</translation>
+    </message>
+    <message>
+        <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
+        <translation>Place the translation window completely on one display, then try again</translation>
+    </message>
+    <message>
+        <source>請檢查 API Key、模型名稱與服務設定</source>
+        <translation>Check the API key, the model name and the service settings</translation>
+    </message>
+    <message>
+        <source>請至設定填入 %@ API Key</source>
+        <translation>Enter your %@ API key in Settings</translation>
+    </message>
+    <message>
+        <source>請至設定填入 Gemini API Key</source>
+        <translation>Enter your Gemini API key in Settings</translation>
+    </message>
+    <message>
+        <source>請至設定填入 Microsoft Azure API Key</source>
+        <translation>Enter your Microsoft Azure API key in Settings</translation>
+    </message>
+    <message>
+        <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
+        <translation>Move or resize the glass pane so that the text lies completely inside it, then try again.</translation>
+    </message>
+    <message>
+        <source>貼上</source>
+        <translation>Paste</translation>
+    </message>
+    <message>
+        <source>跟隨系統</source>
+        <translation>Same as System</translation>
+    </message>
+    <message>
+        <source>辨識圖片中的文字，逐行輸出為 JSON</source>
+        <translation>recognize the text of a picture and print its lines as JSON</translation>
+    </message>
+    <message>
+        <source>連線失敗：%@</source>
+        <translation>Connection failed: %@</translation>
+    </message>
+    <message>
+        <source>連線成功：%@</source>
+        <translation>Connection succeeded: %@</translation>
+    </message>
+    <message>
+        <source>連線逾時，請稍後再試</source>
+        <translation>The connection timed out. Please try again later</translation>
+    </message>
+    <message>
+        <source>選項 %@ 不接受值</source>
+        <translation>The option %@ takes no value</translation>
+    </message>
+    <message>
+        <source>選項 %@ 的值無效：%@</source>
+        <translation>Invalid value for the option %@: %@</translation>
+    </message>
+    <message>
+        <source>選項 %@ 需要一個值</source>
+        <translation>The option %@ needs a value</translation>
+    </message>
+    <message>
+        <source>還原</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>重做</source>
+        <translation>Redo</translation>
+    </message>
+    <message>
+        <source>重新翻譯</source>
+        <translation>Translate Again</translation>
+    </message>
+    <message>
+        <source>重試</source>
+        <translation>Retry</translation>
+    </message>
+    <message>
+        <source>重試翻譯</source>
+        <translation>Retry Translation</translation>
+    </message>
+    <message>
+        <source>開啟系統設定</source>
+        <translation>Open System Settings</translation>
+    </message>
+    <message>
+        <source>關於 Lucentra｜澄鏡通</source>
+        <translation>About Lucentra</translation>
+    </message>
+    <message>
+        <source>關閉</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>隱藏 Lucentra</source>
+        <translation>Hide Lucentra</translation>
+    </message>
+    <message>
+        <source>隱藏其他項目</source>
+        <translation>Hide Others</translation>
+    </message>
+    <message>
+        <source>雙擊玻璃板即可翻譯</source>
+        <translation>Double-click the glass pane to translate</translation>
+    </message>
+    <message>
+        <source>雙擊翻譯</source>
+        <translation>Double-click to translate</translation>
+    </message>
+    <message>
+        <source>需要「螢幕錄影」權限</source>
+        <translation>“Screen Recording” permission required</translation>
+    </message>
+    <message>
+        <source>需要螢幕錄製權限</source>
+        <translation>Screen recording permission required</translation>
+    </message>
+    <message>
+        <source>韓文</source>
+        <translation>Korean</translation>
+    </message>
+    <message>
+        <source>顯示/隱藏 翻譯板</source>
+        <translation>Show/Hide Translation Pane</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,611 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="zh_TW">
+<context>
+    <name>Lucentra</name>
+    <message>
+        <source>%@ API 錯誤 %d：%@</source>
+        <translation>%@ API エラー %d：%@</translation>
+    </message>
+    <message>
+        <source>%@ 回應格式無法解析</source>
+        <translation>%@ の応答を解析できませんでした</translation>
+    </message>
+    <message>
+        <source>%@・拖曳移動</source>
+        <translation>%@・ドラッグで移動</translation>
+    </message>
+    <message>
+        <source>AI 翻譯</source>
+        <translation>AI 翻訳</translation>
+    </message>
+    <message>
+        <source>API Key 或設定含有無法傳送的字元</source>
+        <translation>API キーまたは設定に送信できない文字が含まれています</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯需升級至 macOS 15</source>
+        <translation>Apple の内蔵翻訳には macOS 15 へのアップグレードが必要です</translation>
+    </message>
+    <message>
+        <source>Apple 翻譯失敗</source>
+        <translation>Apple 翻訳に失敗しました</translation>
+    </message>
+    <message>
+        <source>Claude API URL 無效</source>
+        <translation>Claude API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>DeepL API URL 無效</source>
+        <translation>DeepL API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Google Cloud API URL 無效</source>
+        <translation>Google Cloud API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>Google 免費翻譯</source>
+        <translation>Google 無料翻訳</translation>
+    </message>
+    <message>
+        <source>Lucentra：翻譯螢幕上的文字</source>
+        <translation>Lucentra：画面上の文字を翻訳</translation>
+    </message>
+    <message>
+        <source>Lucentra｜澄鏡通</source>
+        <translation>Lucentra｜澄鏡通</translation>
+    </message>
+    <message>
+        <source>Lucentra｜澄鏡通 設定</source>
+        <translation>Lucentra 設定</translation>
+    </message>
+    <message>
+        <source>Microsoft Translator API URL 無效</source>
+        <translation>Microsoft Translator API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>OpenAI API URL 無效</source>
+        <translation>OpenAI API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>lucentra --help 列出所有指令</source>
+        <translation>lucentra --help ですべてのコマンドを表示</translation>
+    </message>
+    <message>
+        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
+        <translation>⚠️ Apple の内蔵翻訳には macOS 15 へのアップグレードが必要です</translation>
+    </message>
+    <message>
+        <source>⚠️ Apple 翻譯失敗</source>
+        <translation>⚠️ Apple 翻訳に失敗しました</translation>
+    </message>
+    <message>
+        <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
+        <translation>⚠️ 先に翻訳の設定で %@ への文字の送信を許可してください。</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Claude API Key</source>
+        <translation>⚠️ 設定で Claude の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 DeepL API Key</source>
+        <translation>⚠️ 設定で DeepL の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Gemini API Key</source>
+        <translation>⚠️ 設定で Gemini の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
+        <translation>⚠️ 設定で Microsoft Azure の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 OpenAI API Key</source>
+        <translation>⚠️ 設定で OpenAI の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入相容 API Key</source>
+        <translation>⚠️ 設定で互換 API のキーを入力してください</translation>
+    </message>
+    <message>
+        <source>❌ API 回應格式錯誤或金鑰無效</source>
+        <translation>❌ API の応答形式が正しくないか、キーが無効です</translation>
+    </message>
+    <message>
+        <source>❌ Gemini API 錯誤 %d：%@</source>
+        <translation>❌ Gemini API エラー %d：%@</translation>
+    </message>
+    <message>
+        <source>❌ 網路請求準備失敗</source>
+        <translation>❌ ネットワーク要求を準備できませんでした</translation>
+    </message>
+    <message>
+        <source>❌ 網路錯誤：%@</source>
+        <translation>❌ ネットワークエラー：%@</translation>
+    </message>
+    <message>
+        <source>❌ 翻譯失敗：%@</source>
+        <translation>❌ 翻訳に失敗しました：%@</translation>
+    </message>
+    <message>
+        <source>不支援的圖片格式</source>
+        <translation>サポートされていない画像形式です</translation>
+    </message>
+    <message>
+        <source>不是可辨識的圖片格式：%@</source>
+        <translation>認識できない画像形式です：%@</translation>
+    </message>
+    <message>
+        <source>伺服器的回應不是有效的 HTTP 回應</source>
+        <translation>サーバーの応答が有効な HTTP ではありません</translation>
+    </message>
+    <message>
+        <source>伺服器的回應過大</source>
+        <translation>サーバーの応答が大きすぎます</translation>
+    </message>
+    <message>
+        <source>伺服器的安全憑證無效</source>
+        <translation>サーバーのセキュリティ証明書が無効です</translation>
+    </message>
+    <message>
+        <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
+        <translation>翻訳エンジン N（0～7）を使用（設定は変更しません）</translation>
+    </message>
+    <message>
+        <source>允許將文字傳送至 %@</source>
+        <translation>%@ への文字の送信を許可</translation>
+    </message>
+    <message>
+        <source>全選</source>
+        <translation>すべてを選択</translation>
+    </message>
+    <message>
+        <source>全部顯示</source>
+        <translation>すべてを表示</translation>
+    </message>
+    <message>
+        <source>切換到手動輸入</source>
+        <translation>手動入力に切り替え</translation>
+    </message>
+    <message>
+        <source>切換回框選翻譯</source>
+        <translation>範囲翻訳に戻る</translation>
+    </message>
+    <message>
+        <source>切換為框選翻譯</source>
+        <translation>範囲翻訳に切り替え</translation>
+    </message>
+    <message>
+        <source>切換為框選翻譯 (當前:自動辨識)</source>
+        <translation>範囲翻訳に切り替え（現在：自動認識）</translation>
+    </message>
+    <message>
+        <source>切換為自動辨識</source>
+        <translation>自動認識に切り替え</translation>
+    </message>
+    <message>
+        <source>切換為自動辨識 (當前:框選翻譯)</source>
+        <translation>自動認識に切り替え（現在：範囲翻訳）</translation>
+    </message>
+    <message>
+        <source>切換目標語言</source>
+        <translation>翻訳先の言語を変更</translation>
+    </message>
+    <message>
+        <source>刪除</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>剪下</source>
+        <translation>カット</translation>
+    </message>
+    <message>
+        <source>同時輸出各階段所需的毫秒數</source>
+        <translation>各段階にかかったミリ秒数も出力</translation>
+    </message>
+    <message>
+        <source>同時輸出每一行的譯文與位置</source>
+        <translation>各行の訳文と位置も出力</translation>
+    </message>
+    <message>
+        <source>單擊玻璃板即可翻譯</source>
+        <translation>ガラスパネルをクリックすると翻訳します</translation>
+    </message>
+    <message>
+        <source>單擊翻譯</source>
+        <translation>クリックで翻訳</translation>
+    </message>
+    <message>
+        <source>回應內容不是有效的 JSON</source>
+        <translation>応答が有効な JSON ではありません</translation>
+    </message>
+    <message>
+        <source>圖片已損壞或無法解碼：%@</source>
+        <translation>画像が壊れているか、デコードできません：%@</translation>
+    </message>
+    <message>
+        <source>圖片檔案是空的：%@</source>
+        <translation>画像ファイルが空です：%@</translation>
+    </message>
+    <message>
+        <source>圖片過大（%d × %d 像素）：%@</source>
+        <translation>画像が大きすぎます（%d × %d ピクセル）：%@</translation>
+    </message>
+    <message>
+        <source>多餘的參數：%@</source>
+        <translation>余分な引数：%@</translation>
+    </message>
+    <message>
+        <source>將圖片寫入 OUT.png</source>
+        <translation>画像を OUT.png に書き出す</translation>
+    </message>
+    <message>
+        <source>您設定的相容 API 端點</source>
+        <translation>設定した互換 API エンドポイント</translation>
+    </message>
+    <message>
+        <source>所選服務</source>
+        <translation>選択したサービス</translation>
+    </message>
+    <message>
+        <source>手動輸入</source>
+        <translation>手動入力</translation>
+    </message>
+    <message>
+        <source>找不到伺服器，請檢查網路連線與網址</source>
+        <translation>サーバーが見つかりません。ネットワーク接続とアドレスを確認してください</translation>
+    </message>
+    <message>
+        <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
+        <translation>キャプチャできる翻訳ウインドウが見つかりません。画面収録の許可を確認してください</translation>
+    </message>
+    <message>
+        <source>找不到翻譯視窗所在的顯示器</source>
+        <translation>翻訳ウインドウがあるディスプレイが見つかりません</translation>
+    </message>
+    <message>
+        <source>日</source>
+        <translation>日</translation>
+    </message>
+    <message>
+        <source>日文</source>
+        <translation>日本語</translation>
+    </message>
+    <message>
+        <source>服務</source>
+        <translation>サービス</translation>
+    </message>
+    <message>
+        <source>服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定</source>
+        <translation>サービスから有効な訳文が返されませんでした。キー、モデル、ネットワークの設定を確認してください</translation>
+    </message>
+    <message>
+        <source>未知的指令：%@</source>
+        <translation>不明なコマンド：%@</translation>
+    </message>
+    <message>
+        <source>未知的選項：%@</source>
+        <translation>不明なオプション：%@</translation>
+    </message>
+    <message>
+        <source>未知錯誤</source>
+        <translation>不明なエラー</translation>
+    </message>
+    <message>
+        <source>框選翻譯</source>
+        <translation>範囲翻訳</translation>
+    </message>
+    <message>
+        <source>正在辨識與翻譯</source>
+        <translation>認識と翻訳を実行中</translation>
+    </message>
+    <message>
+        <source>沒有偵測到文字</source>
+        <translation>文字が見つかりませんでした</translation>
+    </message>
+    <message>
+        <source>測試翻譯引擎的連線</source>
+        <translation>翻訳エンジンへの接続をテスト</translation>
+    </message>
+    <message>
+        <source>無法寫入圖片 %@：%@</source>
+        <translation>画像 %@ を書き込めません：%@</translation>
+    </message>
+    <message>
+        <source>無法建立翻譯輸入</source>
+        <translation>翻訳の入力を作成できませんでした</translation>
+    </message>
+    <message>
+        <source>無法擷取畫面</source>
+        <translation>画面をキャプチャできません</translation>
+    </message>
+    <message>
+        <source>無法與伺服器建立安全連線</source>
+        <translation>サーバーと安全な接続を確立できません</translation>
+    </message>
+    <message>
+        <source>無法讀取圖片：%@</source>
+        <translation>画像を読み込めません：%@</translation>
+    </message>
+    <message>
+        <source>無法透過代理伺服器連線</source>
+        <translation>プロキシサーバー経由で接続できません</translation>
+    </message>
+    <message>
+        <source>無法連線到伺服器</source>
+        <translation>サーバーに接続できません</translation>
+    </message>
+    <message>
+        <source>目標語言：%@</source>
+        <translation>翻訳先の言語：%@</translation>
+    </message>
+    <message>
+        <source>相容 API</source>
+        <translation>互換 API</translation>
+    </message>
+    <message>
+        <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>
+        <translation>互換 API の URL には HTTPS が必要です（localhost のみ HTTP を使用できます）</translation>
+    </message>
+    <message>
+        <source>相容 API URL 無效</source>
+        <translation>互換 API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>移動或縮放後自動翻譯・%@</source>
+        <translation>移動・サイズ変更後に自動翻訳・%@</translation>
+    </message>
+    <message>
+        <source>稍後</source>
+        <translation>あとで</translation>
+    </message>
+    <message>
+        <source>简</source>
+        <translation>简</translation>
+    </message>
+    <message>
+        <source>簡體中文</source>
+        <translation>簡体字中国語</translation>
+    </message>
+    <message>
+        <source>系統沒有回傳擷取畫面</source>
+        <translation>システムからキャプチャ画像が返されませんでした</translation>
+    </message>
+    <message>
+        <source>結束 Lucentra｜澄鏡通</source>
+        <translation>Lucentra を終了</translation>
+    </message>
+    <message>
+        <source>網路連線發生錯誤</source>
+        <translation>ネットワーク接続でエラーが発生しました</translation>
+    </message>
+    <message>
+        <source>編輯</source>
+        <translation>編集</translation>
+    </message>
+    <message>
+        <source>縮小</source>
+        <translation>しまう</translation>
+    </message>
+    <message>
+        <source>縮放</source>
+        <translation>拡大/縮小</translation>
+    </message>
+    <message>
+        <source>繁</source>
+        <translation>繁</translation>
+    </message>
+    <message>
+        <source>繁體中文</source>
+        <translation>繁体字中国語</translation>
+    </message>
+    <message>
+        <source>缺少參數：%@</source>
+        <translation>引数がありません：%@</translation>
+    </message>
+    <message>
+        <source>缺少指令</source>
+        <translation>コマンドがありません</translation>
+    </message>
+    <message>
+        <source>翻譯</source>
+        <translation>翻訳</translation>
+    </message>
+    <message>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
+        <translation>文章を翻訳（漢字を含む文章は常に英語に翻訳）</translation>
+    </message>
+    <message>
+        <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
+        <translation>画像内の文字を翻訳し、原文の上に訳文を描く</translation>
+    </message>
+    <message>
+        <source>翻譯失敗</source>
+        <translation>翻訳に失敗しました</translation>
+    </message>
+    <message>
+        <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
+        <translation>言語 CODE（zh-Hant、en、ja など）に翻訳（設定は変更しません）</translation>
+    </message>
+    <message>
+        <source>翻譯歷史紀錄</source>
+        <translation>翻訳履歴</translation>
+    </message>
+    <message>
+        <source>翻譯目前區域</source>
+        <translation>現在の範囲を翻訳</translation>
+    </message>
+    <message>
+        <source>自動辨識</source>
+        <translation>自動認識</translation>
+    </message>
+    <message>
+        <source>與伺服器的連線已中斷</source>
+        <translation>サーバーとの接続が切れました</translation>
+    </message>
+    <message>
+        <source>英文</source>
+        <translation>英語</translation>
+    </message>
+    <message>
+        <source>複製</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>複製翻譯結果</source>
+        <translation>翻訳結果をコピー</translation>
+    </message>
+    <message>
+        <source>要求已取消</source>
+        <translation>要求はキャンセルされました</translation>
+    </message>
+    <message>
+        <source>視窗</source>
+        <translation>ウインドウ</translation>
+    </message>
+    <message>
+        <source>設定</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>設定…</source>
+        <translation>設定…</translation>
+    </message>
+    <message>
+        <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
+        <translation>「画面収録とシステムオーディオ録音」のリストで Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、アプリを再起動してください。</translation>
+    </message>
+    <message>
+        <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
+        <translation>システム設定で Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、アプリを再起動してください。</translation>
+    </message>
+    <message>
+        <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
+        <translation>翻訳ウインドウ全体を 1 つの画面内に置いて、もう一度お試しください</translation>
+    </message>
+    <message>
+        <source>請檢查 API Key、模型名稱與服務設定</source>
+        <translation>API キー、モデル名、サービスの設定を確認してください</translation>
+    </message>
+    <message>
+        <source>請至設定填入 %@ API Key</source>
+        <translation>設定で %@ の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>請至設定填入 Gemini API Key</source>
+        <translation>設定で Gemini の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>請至設定填入 Microsoft Azure API Key</source>
+        <translation>設定で Microsoft Azure の API キーを入力してください</translation>
+    </message>
+    <message>
+        <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
+        <translation>文字全体が枠の中に収まるようにガラスパネルの位置や大きさを調整して、もう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>貼上</source>
+        <translation>ペースト</translation>
+    </message>
+    <message>
+        <source>跟隨系統</source>
+        <translation>システムに合わせる</translation>
+    </message>
+    <message>
+        <source>辨識圖片中的文字，逐行輸出為 JSON</source>
+        <translation>画像内の文字を認識し、行ごとに JSON で出力</translation>
+    </message>
+    <message>
+        <source>連線失敗：%@</source>
+        <translation>接続失敗：%@</translation>
+    </message>
+    <message>
+        <source>連線成功：%@</source>
+        <translation>接続成功：%@</translation>
+    </message>
+    <message>
+        <source>連線逾時，請稍後再試</source>
+        <translation>接続がタイムアウトしました。しばらくしてからもう一度お試しください</translation>
+    </message>
+    <message>
+        <source>選項 %@ 不接受值</source>
+        <translation>オプション %@ に値は指定できません</translation>
+    </message>
+    <message>
+        <source>選項 %@ 的值無效：%@</source>
+        <translation>オプション %@ の値が無効です：%@</translation>
+    </message>
+    <message>
+        <source>選項 %@ 需要一個值</source>
+        <translation>オプション %@ には値が必要です</translation>
+    </message>
+    <message>
+        <source>還原</source>
+        <translation>取り消す</translation>
+    </message>
+    <message>
+        <source>重做</source>
+        <translation>やり直す</translation>
+    </message>
+    <message>
+        <source>重新翻譯</source>
+        <translation>もう一度翻訳</translation>
+    </message>
+    <message>
+        <source>重試</source>
+        <translation>再試行</translation>
+    </message>
+    <message>
+        <source>重試翻譯</source>
+        <translation>翻訳を再試行</translation>
+    </message>
+    <message>
+        <source>開啟系統設定</source>
+        <translation>システム設定を開く</translation>
+    </message>
+    <message>
+        <source>關於 Lucentra｜澄鏡通</source>
+        <translation>Lucentra について</translation>
+    </message>
+    <message>
+        <source>關閉</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>隱藏 Lucentra</source>
+        <translation>Lucentra を隠す</translation>
+    </message>
+    <message>
+        <source>隱藏其他項目</source>
+        <translation>ほかを隠す</translation>
+    </message>
+    <message>
+        <source>雙擊玻璃板即可翻譯</source>
+        <translation>ガラスパネルをダブルクリックすると翻訳します</translation>
+    </message>
+    <message>
+        <source>雙擊翻譯</source>
+        <translation>ダブルクリックで翻訳</translation>
+    </message>
+    <message>
+        <source>需要「螢幕錄影」權限</source>
+        <translation>「画面収録」の許可が必要です</translation>
+    </message>
+    <message>
+        <source>需要螢幕錄製權限</source>
+        <translation>画面収録の許可が必要です</translation>
+    </message>
+    <message>
+        <source>韓文</source>
+        <translation>韓国語</translation>
+    </message>
+    <message>
+        <source>顯示/隱藏 翻譯板</source>
+        <translation>翻訳パネルを表示/非表示</translation>
+    </message>
+</context>
+</TS>

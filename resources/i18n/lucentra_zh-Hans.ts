@@ -1,0 +1,611 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="zh_TW">
+<context>
+    <name>Lucentra</name>
+    <message>
+        <source>%@ API 錯誤 %d：%@</source>
+        <translation>%@ API 错误 %d：%@</translation>
+    </message>
+    <message>
+        <source>%@ 回應格式無法解析</source>
+        <translation>无法解析 %@ 的响应格式</translation>
+    </message>
+    <message>
+        <source>%@・拖曳移動</source>
+        <translation>%@・拖动移动</translation>
+    </message>
+    <message>
+        <source>AI 翻譯</source>
+        <translation>AI 翻译</translation>
+    </message>
+    <message>
+        <source>API Key 或設定含有無法傳送的字元</source>
+        <translation>API Key 或设置含有无法发送的字符</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯需升級至 macOS 15</source>
+        <translation>Apple 内置翻译需要升级到 macOS 15</translation>
+    </message>
+    <message>
+        <source>Apple 翻譯失敗</source>
+        <translation>Apple 翻译失败</translation>
+    </message>
+    <message>
+        <source>Claude API URL 無效</source>
+        <translation>Claude API URL 无效</translation>
+    </message>
+    <message>
+        <source>DeepL API URL 無效</source>
+        <translation>DeepL API URL 无效</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Google Cloud API URL 無效</source>
+        <translation>Google Cloud API URL 无效</translation>
+    </message>
+    <message>
+        <source>Google 免費翻譯</source>
+        <translation>Google 免费翻译</translation>
+    </message>
+    <message>
+        <source>Lucentra：翻譯螢幕上的文字</source>
+        <translation>Lucentra：翻译屏幕上的文字</translation>
+    </message>
+    <message>
+        <source>Lucentra｜澄鏡通</source>
+        <translation>Lucentra｜澄镜通</translation>
+    </message>
+    <message>
+        <source>Lucentra｜澄鏡通 設定</source>
+        <translation>Lucentra｜澄镜通 设置</translation>
+    </message>
+    <message>
+        <source>Microsoft Translator API URL 無效</source>
+        <translation>Microsoft Translator API URL 无效</translation>
+    </message>
+    <message>
+        <source>OpenAI API URL 無效</source>
+        <translation>OpenAI API URL 无效</translation>
+    </message>
+    <message>
+        <source>lucentra --help 列出所有指令</source>
+        <translation>lucentra --help 列出所有命令</translation>
+    </message>
+    <message>
+        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
+        <translation>⚠️ Apple 内置翻译需要升级到 macOS 15</translation>
+    </message>
+    <message>
+        <source>⚠️ Apple 翻譯失敗</source>
+        <translation>⚠️ Apple 翻译失败</translation>
+    </message>
+    <message>
+        <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
+        <translation>⚠️ 请先在翻译设置中允许将文字发送至 %@。</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Claude API Key</source>
+        <translation>⚠️ 请到设置中填写 Claude API Key</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 DeepL API Key</source>
+        <translation>⚠️ 请到设置中填写 DeepL API Key</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Gemini API Key</source>
+        <translation>⚠️ 请到设置中填写 Gemini API Key</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
+        <translation>⚠️ 请到设置中填写 Microsoft Azure API Key</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入 OpenAI API Key</source>
+        <translation>⚠️ 请到设置中填写 OpenAI API Key</translation>
+    </message>
+    <message>
+        <source>⚠️ 請至設定填入相容 API Key</source>
+        <translation>⚠️ 请到设置中填写兼容 API Key</translation>
+    </message>
+    <message>
+        <source>❌ API 回應格式錯誤或金鑰無效</source>
+        <translation>❌ API 响应格式错误或密钥无效</translation>
+    </message>
+    <message>
+        <source>❌ Gemini API 錯誤 %d：%@</source>
+        <translation>❌ Gemini API 错误 %d：%@</translation>
+    </message>
+    <message>
+        <source>❌ 網路請求準備失敗</source>
+        <translation>❌ 网络请求准备失败</translation>
+    </message>
+    <message>
+        <source>❌ 網路錯誤：%@</source>
+        <translation>❌ 网络错误：%@</translation>
+    </message>
+    <message>
+        <source>❌ 翻譯失敗：%@</source>
+        <translation>❌ 翻译失败：%@</translation>
+    </message>
+    <message>
+        <source>不支援的圖片格式</source>
+        <translation>不支持的图片格式</translation>
+    </message>
+    <message>
+        <source>不是可辨識的圖片格式：%@</source>
+        <translation>不是可识别的图片格式：%@</translation>
+    </message>
+    <message>
+        <source>伺服器的回應不是有效的 HTTP 回應</source>
+        <translation>服务器的响应不是有效的 HTTP 响应</translation>
+    </message>
+    <message>
+        <source>伺服器的回應過大</source>
+        <translation>服务器的响应过大</translation>
+    </message>
+    <message>
+        <source>伺服器的安全憑證無效</source>
+        <translation>服务器的安全证书无效</translation>
+    </message>
+    <message>
+        <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
+        <translation>使用第 N 个翻译引擎（0 至 7），不更改设置</translation>
+    </message>
+    <message>
+        <source>允許將文字傳送至 %@</source>
+        <translation>允许将文字发送至 %@</translation>
+    </message>
+    <message>
+        <source>全選</source>
+        <translation>全选</translation>
+    </message>
+    <message>
+        <source>全部顯示</source>
+        <translation>全部显示</translation>
+    </message>
+    <message>
+        <source>切換到手動輸入</source>
+        <translation>切换到手动输入</translation>
+    </message>
+    <message>
+        <source>切換回框選翻譯</source>
+        <translation>切换回框选翻译</translation>
+    </message>
+    <message>
+        <source>切換為框選翻譯</source>
+        <translation>切换为框选翻译</translation>
+    </message>
+    <message>
+        <source>切換為框選翻譯 (當前:自動辨識)</source>
+        <translation>切换为框选翻译 (当前：自动识别)</translation>
+    </message>
+    <message>
+        <source>切換為自動辨識</source>
+        <translation>切换为自动识别</translation>
+    </message>
+    <message>
+        <source>切換為自動辨識 (當前:框選翻譯)</source>
+        <translation>切换为自动识别 (当前：框选翻译)</translation>
+    </message>
+    <message>
+        <source>切換目標語言</source>
+        <translation>切换目标语言</translation>
+    </message>
+    <message>
+        <source>刪除</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>剪下</source>
+        <translation>剪切</translation>
+    </message>
+    <message>
+        <source>同時輸出各階段所需的毫秒數</source>
+        <translation>同时输出各阶段所需的毫秒数</translation>
+    </message>
+    <message>
+        <source>同時輸出每一行的譯文與位置</source>
+        <translation>同时输出每一行的译文与位置</translation>
+    </message>
+    <message>
+        <source>單擊玻璃板即可翻譯</source>
+        <translation>单击玻璃板即可翻译</translation>
+    </message>
+    <message>
+        <source>單擊翻譯</source>
+        <translation>单击翻译</translation>
+    </message>
+    <message>
+        <source>回應內容不是有效的 JSON</source>
+        <translation>响应内容不是有效的 JSON</translation>
+    </message>
+    <message>
+        <source>圖片已損壞或無法解碼：%@</source>
+        <translation>图片已损坏或无法解码：%@</translation>
+    </message>
+    <message>
+        <source>圖片檔案是空的：%@</source>
+        <translation>图片文件是空的：%@</translation>
+    </message>
+    <message>
+        <source>圖片過大（%d × %d 像素）：%@</source>
+        <translation>图片过大（%d × %d 像素）：%@</translation>
+    </message>
+    <message>
+        <source>多餘的參數：%@</source>
+        <translation>多余的参数：%@</translation>
+    </message>
+    <message>
+        <source>將圖片寫入 OUT.png</source>
+        <translation>将图片写入 OUT.png</translation>
+    </message>
+    <message>
+        <source>您設定的相容 API 端點</source>
+        <translation>您设置的兼容 API 端点</translation>
+    </message>
+    <message>
+        <source>所選服務</source>
+        <translation>所选服务</translation>
+    </message>
+    <message>
+        <source>手動輸入</source>
+        <translation>手动输入</translation>
+    </message>
+    <message>
+        <source>找不到伺服器，請檢查網路連線與網址</source>
+        <translation>找不到服务器，请检查网络连接与网址</translation>
+    </message>
+    <message>
+        <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
+        <translation>找不到可截取的翻译窗口，请确认屏幕录制权限</translation>
+    </message>
+    <message>
+        <source>找不到翻譯視窗所在的顯示器</source>
+        <translation>找不到翻译窗口所在的显示器</translation>
+    </message>
+    <message>
+        <source>日</source>
+        <translation>日</translation>
+    </message>
+    <message>
+        <source>日文</source>
+        <translation>日文</translation>
+    </message>
+    <message>
+        <source>服務</source>
+        <translation>服务</translation>
+    </message>
+    <message>
+        <source>服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定</source>
+        <translation>服务没有返回有效译文，请检查密钥、模型与网络设置</translation>
+    </message>
+    <message>
+        <source>未知的指令：%@</source>
+        <translation>未知的命令：%@</translation>
+    </message>
+    <message>
+        <source>未知的選項：%@</source>
+        <translation>未知的选项：%@</translation>
+    </message>
+    <message>
+        <source>未知錯誤</source>
+        <translation>未知错误</translation>
+    </message>
+    <message>
+        <source>框選翻譯</source>
+        <translation>框选翻译</translation>
+    </message>
+    <message>
+        <source>正在辨識與翻譯</source>
+        <translation>正在识别与翻译</translation>
+    </message>
+    <message>
+        <source>沒有偵測到文字</source>
+        <translation>没有检测到文字</translation>
+    </message>
+    <message>
+        <source>測試翻譯引擎的連線</source>
+        <translation>测试翻译引擎的连接</translation>
+    </message>
+    <message>
+        <source>無法寫入圖片 %@：%@</source>
+        <translation>无法写入图片 %@：%@</translation>
+    </message>
+    <message>
+        <source>無法建立翻譯輸入</source>
+        <translation>无法创建翻译输入</translation>
+    </message>
+    <message>
+        <source>無法擷取畫面</source>
+        <translation>无法截取画面</translation>
+    </message>
+    <message>
+        <source>無法與伺服器建立安全連線</source>
+        <translation>无法与服务器建立安全连接</translation>
+    </message>
+    <message>
+        <source>無法讀取圖片：%@</source>
+        <translation>无法读取图片：%@</translation>
+    </message>
+    <message>
+        <source>無法透過代理伺服器連線</source>
+        <translation>无法通过代理服务器连接</translation>
+    </message>
+    <message>
+        <source>無法連線到伺服器</source>
+        <translation>无法连接到服务器</translation>
+    </message>
+    <message>
+        <source>目標語言：%@</source>
+        <translation>目标语言：%@</translation>
+    </message>
+    <message>
+        <source>相容 API</source>
+        <translation>兼容 API</translation>
+    </message>
+    <message>
+        <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>
+        <translation>兼容 API URL 必须使用 HTTPS；本机 localhost 可使用 HTTP</translation>
+    </message>
+    <message>
+        <source>相容 API URL 無效</source>
+        <translation>兼容 API URL 无效</translation>
+    </message>
+    <message>
+        <source>移動或縮放後自動翻譯・%@</source>
+        <translation>移动或缩放后自动翻译・%@</translation>
+    </message>
+    <message>
+        <source>稍後</source>
+        <translation>稍后</translation>
+    </message>
+    <message>
+        <source>简</source>
+        <translation>简</translation>
+    </message>
+    <message>
+        <source>簡體中文</source>
+        <translation>简体中文</translation>
+    </message>
+    <message>
+        <source>系統沒有回傳擷取畫面</source>
+        <translation>系统没有返回截取的画面</translation>
+    </message>
+    <message>
+        <source>結束 Lucentra｜澄鏡通</source>
+        <translation>退出 Lucentra｜澄镜通</translation>
+    </message>
+    <message>
+        <source>網路連線發生錯誤</source>
+        <translation>网络连接发生错误</translation>
+    </message>
+    <message>
+        <source>編輯</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>縮小</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>縮放</source>
+        <translation>缩放</translation>
+    </message>
+    <message>
+        <source>繁</source>
+        <translation>繁</translation>
+    </message>
+    <message>
+        <source>繁體中文</source>
+        <translation>繁体中文</translation>
+    </message>
+    <message>
+        <source>缺少參數：%@</source>
+        <translation>缺少参数：%@</translation>
+    </message>
+    <message>
+        <source>缺少指令</source>
+        <translation>缺少命令</translation>
+    </message>
+    <message>
+        <source>翻譯</source>
+        <translation>翻译</translation>
+    </message>
+    <message>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
+        <translation>翻译一段文字；含汉字的文字一律译成英文</translation>
+    </message>
+    <message>
+        <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
+        <translation>翻译图片中的文字，将译文画在原文之上</translation>
+    </message>
+    <message>
+        <source>翻譯失敗</source>
+        <translation>翻译失败</translation>
+    </message>
+    <message>
+        <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
+        <translation>翻译成 CODE 语言（例如 zh-Hant、en、ja），不更改设置</translation>
+    </message>
+    <message>
+        <source>翻譯歷史紀錄</source>
+        <translation>翻译历史记录</translation>
+    </message>
+    <message>
+        <source>翻譯目前區域</source>
+        <translation>翻译当前区域</translation>
+    </message>
+    <message>
+        <source>自動辨識</source>
+        <translation>自动识别</translation>
+    </message>
+    <message>
+        <source>與伺服器的連線已中斷</source>
+        <translation>与服务器的连接已中断</translation>
+    </message>
+    <message>
+        <source>英文</source>
+        <translation>英文</translation>
+    </message>
+    <message>
+        <source>複製</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>複製翻譯結果</source>
+        <translation>复制翻译结果</translation>
+    </message>
+    <message>
+        <source>要求已取消</source>
+        <translation>请求已取消</translation>
+    </message>
+    <message>
+        <source>視窗</source>
+        <translation>窗口</translation>
+    </message>
+    <message>
+        <source>設定</source>
+        <translation>设置</translation>
+    </message>
+    <message>
+        <source>設定…</source>
+        <translation>设置…</translation>
+    </message>
+    <message>
+        <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
+        <translation>请在“录屏与系统录音”列表中启用 Lucentra。如果列表中尚未出现，请点按左下角的“＋”添加 Lucentra.app，然后重新启动 App。</translation>
+    </message>
+    <message>
+        <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
+        <translation>请在系统设置中启用 Lucentra。如果列表中尚未出现，请点按左下角的“＋”添加 Lucentra.app，然后重新启动 App。</translation>
+    </message>
+    <message>
+        <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
+        <translation>请将翻译窗口完整放在同一个屏幕内再试一次</translation>
+    </message>
+    <message>
+        <source>請檢查 API Key、模型名稱與服務設定</source>
+        <translation>请检查 API Key、模型名称与服务设置</translation>
+    </message>
+    <message>
+        <source>請至設定填入 %@ API Key</source>
+        <translation>请到设置中填写 %@ API Key</translation>
+    </message>
+    <message>
+        <source>請至設定填入 Gemini API Key</source>
+        <translation>请到设置中填写 Gemini API Key</translation>
+    </message>
+    <message>
+        <source>請至設定填入 Microsoft Azure API Key</source>
+        <translation>请到设置中填写 Microsoft Azure API Key</translation>
+    </message>
+    <message>
+        <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
+        <translation>请调整玻璃板的位置或大小，让文字完整落在框内后再试一次。</translation>
+    </message>
+    <message>
+        <source>貼上</source>
+        <translation>粘贴</translation>
+    </message>
+    <message>
+        <source>跟隨系統</source>
+        <translation>跟随系统</translation>
+    </message>
+    <message>
+        <source>辨識圖片中的文字，逐行輸出為 JSON</source>
+        <translation>识别图片中的文字，逐行输出为 JSON</translation>
+    </message>
+    <message>
+        <source>連線失敗：%@</source>
+        <translation>连接失败：%@</translation>
+    </message>
+    <message>
+        <source>連線成功：%@</source>
+        <translation>连接成功：%@</translation>
+    </message>
+    <message>
+        <source>連線逾時，請稍後再試</source>
+        <translation>连接超时，请稍后再试</translation>
+    </message>
+    <message>
+        <source>選項 %@ 不接受值</source>
+        <translation>选项 %@ 不接受值</translation>
+    </message>
+    <message>
+        <source>選項 %@ 的值無效：%@</source>
+        <translation>选项 %@ 的值无效：%@</translation>
+    </message>
+    <message>
+        <source>選項 %@ 需要一個值</source>
+        <translation>选项 %@ 需要一个值</translation>
+    </message>
+    <message>
+        <source>還原</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>重做</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>重新翻譯</source>
+        <translation>重新翻译</translation>
+    </message>
+    <message>
+        <source>重試</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>重試翻譯</source>
+        <translation>重试翻译</translation>
+    </message>
+    <message>
+        <source>開啟系統設定</source>
+        <translation>打开系统设置</translation>
+    </message>
+    <message>
+        <source>關於 Lucentra｜澄鏡通</source>
+        <translation>关于 Lucentra｜澄镜通</translation>
+    </message>
+    <message>
+        <source>關閉</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>隱藏 Lucentra</source>
+        <translation>隐藏 Lucentra</translation>
+    </message>
+    <message>
+        <source>隱藏其他項目</source>
+        <translation>隐藏其他</translation>
+    </message>
+    <message>
+        <source>雙擊玻璃板即可翻譯</source>
+        <translation>双击玻璃板即可翻译</translation>
+    </message>
+    <message>
+        <source>雙擊翻譯</source>
+        <translation>双击翻译</translation>
+    </message>
+    <message>
+        <source>需要「螢幕錄影」權限</source>
+        <translation>需要“屏幕录制”权限</translation>
+    </message>
+    <message>
+        <source>需要螢幕錄製權限</source>
+        <translation>需要屏幕录制权限</translation>
+    </message>
+    <message>
+        <source>韓文</source>
+        <translation>韩文</translation>
+    </message>
+    <message>
+        <source>顯示/隱藏 翻譯板</source>
+        <translation>显示/隐藏 翻译板</translation>
+    </message>
+</context>
+</TS>

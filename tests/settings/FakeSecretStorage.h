@@ -1,0 +1,54 @@
+#pragma once
+
+#include "SecretStorage.h"
+
+#include <QMap>
+
+#include <utility>
+
+namespace lucentra {
+
+/// A safe in memory that refuses on demand and counts how often it is asked.
+class FakeSecretStorage : public SecretStorage
+{
+public:
+    QHash<QString, QByteArray> secrets; // of the one service that the tests use
+    std::optional<Failure> lookupFailure;
+    std::optional<Failure> storeFailure;
+    std::optional<Failure> removeFailure;
+    int lookups = 0;
+    int searches = 0;
+    int stores = 0;
+
+    Result<QHash<QString, QByteArray>> lookupAll(const QString &) override
+    {
+        ++searches;
+        if (lookupFailure)
+            return tl::unexpected(*lookupFailure);
+        return secrets;
+    }
+    Result<std::optional<QByteArray>> lookup(const QString &, const QString &account) override
+    {
+        ++lookups;
+        if (lookupFailure)
+            return tl::unexpected(*lookupFailure);
+        return secrets.contains(account) ? std::optional(secrets.value(account)) : std::nullopt;
+    }
+    Result<void> store(const QString &, const QString &account, const QByteArray &secret) override
+    {
+        ++stores;
+        if (storeFailure)
+            return tl::unexpected(*storeFailure);
+        secrets.insert(account, secret);
+        return {};
+    }
+    Result<void> remove(const QString &, const QString &account) override
+    {
+        if (removeFailure)
+            return tl::unexpected(*removeFailure);
+        secrets.remove(account);
+        return {};
+    }
+};
+
+} // namespace lucentra
