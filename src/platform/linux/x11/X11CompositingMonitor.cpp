@@ -1,0 +1,57 @@
+#include "X11CompositingMonitor.h"
+
+#include <xcb/xfixes.h>
+
+#include <QByteArray>
+
+#include <utility>
+
+namespace lucentra {
+
+X11CompositingMonitor::X11CompositingMonitor()
+{
+    int screenNumber = 0;
+    m_connection.reset(xcb_connect(nullptr, &screenNumber));
+    xcb_connection_t *c = m_connection.get();
+    if (xcb_connection_has_error(c))
+        return;
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screenNumber);
+    const auto atomCookie = xcb_intern_atom(c, false, quint16(name.size()), name.constData());
+    X11Reply<xcb_intern_atom_reply_t> selection(xcb_intern_atom_reply(c, atomCookie, nullptr));
+    const xcb_query_extension_reply_t *fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
+    if (!selection || !fixes || !fixes->present)
+        return;
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(c));
+    while (screenNumber-- > 0)
+        xcb_screen_next(&screens);
+    xcb_discard_reply(c, xcb_xfixes_query_version(c, 5, 0).sequence);
+    xcb_xfixes_select_selection_input(c, screens.data->root, selection->atom,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    const auto ownerCookie = xcb_get_selection_owner(c, selection->atom);
+    X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, ownerCookie, nullptr));
+    m_isComposited = owner && owner->owner;
+    m_selectionEvent = fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY;
+    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(c), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readEvents(); });
+    readEvents(); // what came with the answer is in the queue already and wakes nobody
+}
+
+X11CompositingMonitor::~X11CompositingMonitor() = default;
+
+void X11CompositingMonitor::readEvents()
+{
+    constexpr quint8 sentEventBit = 0x80;
+    bool isComposited = m_isComposited;
+    while (X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+        if ((event->response_type & ~sentEventBit) == m_selectionEvent)
+            isComposited = reinterpret_cast<const xcb_xfixes_selection_notify_event_t *>(event.get())->owner != 0;
+    }
+    if (xcb_connection_has_error(m_connection.get()))
+        m_notifier->setEnabled(false);
+    if (std::exchange(m_isComposited, isComposited) != isComposited && m_changed)
+        m_changed(isComposited);
+}
+
+} // namespace lucentra
