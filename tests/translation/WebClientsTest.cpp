@@ -331,7 +331,7 @@ void WebClientsTest::refusals_data()
     QTest::newRow("not modified") << QueuedAnswer::reply(302, "moved", {{"Location", "https://elsewhere.example/"}})
                                   << u" API 錯誤 302：moved"_s;
     QTest::newRow("no HTTP") << QueuedAnswer::raw("220 mail.example ESMTP\r\n") << u" 回應格式無法解析"_s;
-    QTest::newRow("hangs up") << QueuedAnswer::raw("") << QString();
+    QTest::newRow("hangs up") << QueuedAnswer::raw("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf") << QString();
 }
 
 void WebClientsTest::refusals()

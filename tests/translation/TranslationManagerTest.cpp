@@ -1,0 +1,557 @@
+#include "TranslationManager.h"
+
+#include "ConnectionTest.h"
+#include "KeychainStore.h"
+#include "MainQueue.h"
+#include "SecretStorage.h"
+#include "Settings.h"
+#include "TestTexts.h"
+#include "TranslationError.h"
+
+#include <QTest>
+
+#include <future>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Keys in memory.
+class PlayedSecrets : public SecretStorage
+{
+public:
+    QHash<QString, QByteArray> secrets;
+    int searches = 0;
+
+    Result<QHash<QString, QByteArray>> lookupAll(const QString &) override
+    {
+        ++searches;
+        return secrets;
+    }
+    Result<std::optional<QByteArray>> lookup(const QString &, const QString &account) override
+    {
+        return secrets.contains(account) ? std::optional(secrets[account]) : std::nullopt;
+    }
+    Result<void> store(const QString &, const QString &account, const QByteArray &secret) override
+    {
+        secrets[account] = secret;
+        return {};
+    }
+    Result<void> remove(const QString &, const QString &account) override
+    {
+        secrets.remove(account);
+        return {};
+    }
+};
+
+QString joined(const TranslationClients::Blocks &blocks)
+{
+    QStringList texts;
+    for (const TextBlock &block : blocks)
+        texts.append(block.text);
+    return texts.join(u'+');
+}
+
+QString described(const LanguageModelProvider &provider)
+{
+    if (const auto *const openAI = std::get_if<OpenAIProvider>(&provider))
+        return u"openAI(%1,%2)"_s.arg(openAI->apiKey, openAI->model);
+    if (const auto *const anthropic = std::get_if<AnthropicProvider>(&provider))
+        return u"anthropic(%1,%2)"_s.arg(anthropic->apiKey, anthropic->model);
+    const auto &compatible = std::get<CompatibleProvider>(provider);
+    return u"compatible(%1,%2,%3)"_s.arg(compatible.apiKey, compatible.model, compatible.baseUrl);
+}
+
+} // namespace
+
+/// The fake clients answer with what they were called with.
+class TranslationManagerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void engines_data();
+    void engines();
+    void storedEngines_data();
+    void storedEngines();
+    void refusalsComeInTheirOrder_data();
+    void refusalsComeInTheirOrder();
+    void typedTextsTarget_data();
+    void typedTextsTarget();
+    void failuresReachTheCaller_data();
+    void failuresReachTheCaller();
+    void onDeviceOutcomes_data();
+    void onDeviceOutcomes();
+    void whatIsCopiedAndRecorded_data();
+    void whatIsCopiedAndRecorded();
+    void settingsAreUsedAsStored();
+    void oneSearchMovesEveryLegacyKey();
+    void aHangingCallDelaysNoOther();
+    void anEndedManagerDropsWhatIsLate();
+    void connectionTests_data();
+    void connectionTests();
+
+private:
+    void useManagerWith(const TranslationClients &clients);
+    // Settings are put in front of the file: writing it over and over is what would take the time.
+    void select(qint64 engine, bool consent, const QString &key);
+    /// What the blocks "a" and "b" become, or domain, code and description of the failure. `isSynchronous` tells
+    /// whether it came before the call returned.
+    QString translateBlocks();
+    QString translateText(const QString &text);
+
+    TranslationClients fakeClients();
+
+    std::unique_ptr<TestTexts> m_texts;
+    std::unique_ptr<PlayedSecrets> m_secrets;
+    std::unique_ptr<KeychainStore> m_keychain;
+    std::unique_ptr<MainQueue> m_queue;
+    std::unique_ptr<TranslationManager> m_manager;
+    std::function<QStringList()> m_outcome; ///< of every client, instead of what it was called with
+    std::function<std::optional<QStringList>()> m_onDeviceOutcome;
+    bool m_supportsOnDevice = true;
+    bool m_isSynchronous = false;
+    QStringList m_copied;
+    QStringList m_recorded;
+};
+
+TranslationClients TranslationManagerTest::fakeClients()
+{
+    const auto answer = [this](const QStringList &call) {
+        return m_outcome ? m_outcome() : QStringList{call.join(u' ')};
+    };
+    using Blocks = TranslationClients::Blocks;
+    TranslationClients clients;
+    clients.googleFree = [=](const Blocks &blocks, const QString &target) {
+        return answer({u"googleFree"_s, joined(blocks), target});
+    };
+    clients.googleCloud = [=](const Blocks &blocks, const QString &target, const QString &key) {
+        return answer({u"googleCloud"_s, joined(blocks), target, key});
+    };
+    clients.microsoft = [=](const Blocks &blocks, const QString &key, const QString &region, const QString &target) {
+        return answer({u"microsoft"_s, joined(blocks), target, key, region});
+    };
+    clients.deepL = [=](const Blocks &blocks, const QString &key, const QString &target) {
+        return answer({u"deepL"_s, joined(blocks), target, key});
+    };
+    clients.geminiBlocks = [=](const QString &key, const Blocks &blocks, const QString &target) {
+        return answer({u"geminiBlocks"_s, joined(blocks), target, key});
+    };
+    clients.geminiText = [=](const QString &key, const QString &text, const QString &target) {
+        return answer({u"geminiText"_s, text, target, key}).value(0);
+    };
+    clients.modelBlocks = [=](const Blocks &blocks, const QString &target, const LanguageModelProvider &provider) {
+        return answer({u"modelBlocks"_s, joined(blocks), target, described(provider)});
+    };
+    clients.modelText = [=](const QString &text, const QString &target, const LanguageModelProvider &provider) {
+        return answer({u"modelText"_s, text, target, described(provider)}).value(0);
+    };
+    clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion) {
+        if (m_onDeviceOutcome)
+            completion(m_onDeviceOutcome());
+        else
+            completion(QStringList{u"onDevice "_s + texts.join(u'+') + u' ' + target});
+    };
+    clients.supportsOnDevice = [this] { return m_supportsOnDevice; };
+    return clients;
+}
+
+void TranslationManagerTest::init()
+{
+    m_manager.reset();
+    m_texts = std::make_unique<TestTexts>();
+    m_secrets = std::make_unique<PlayedSecrets>();
+    m_keychain = std::make_unique<KeychainStore>(*m_secrets, u"keys"_s, DiagnosticLine());
+    m_queue = std::make_unique<MainQueue>();
+    m_outcome = nullptr;
+    m_onDeviceOutcome = nullptr;
+    m_supportsOnDevice = true;
+    m_copied.clear();
+    m_recorded.clear();
+    useManagerWith(fakeClients());
+    m_texts->settings.overrideForThisProcess(settings::targetLanguageCode, u"ja"_s);
+}
+
+void TranslationManagerTest::useManagerWith(const TranslationClients &clients)
+{
+    m_manager = std::make_unique<TranslationManager>(
+        m_texts->settings, *m_keychain, m_texts->manager, *m_queue, clients,
+        TranslationManager::Sinks{
+            .copy = [this](const QString &text) { m_copied.append(text); },
+            .record = [this](const QString &original,
+                             const QString &translation) { m_recorded.append(original + u" → "_s + translation); }});
+}
+
+void TranslationManagerTest::select(qint64 engine, bool consent, const QString &key)
+{
+    m_texts->settings.overrideForThisProcess(settings::translationEngine, engine);
+    m_texts->settings.overrideForThisProcess(settings::consentKey(engine), consent);
+    if (!key.isEmpty() && engine > 0 && engine < 8)
+        m_secrets->secrets[engineEntry(TranslationEngine(engine)).account] = key.toUtf8();
+}
+
+QString TranslationManagerTest::translateBlocks()
+{
+    QStringList outcomes;
+    m_manager->translateBlocks({{.text = u"a"_s}, {.text = u"b"_s}}, [&](const Result<QStringList> &result) {
+        const auto described = [](const Failure &failure) {
+            return u"%1 %2 %3"_s.arg(failure.domain).arg(failure.code).arg(failure.description);
+        };
+        outcomes.append(result ? result->join(u'|') : described(result.error()));
+    });
+    m_isSynchronous = !outcomes.isEmpty();
+    if (!QTest::qWaitFor([&] { return !outcomes.isEmpty(); }))
+        return u"nothing came"_s;
+    QCoreApplication::processEvents();
+    return outcomes.join(u" and again: "_s);
+}
+
+QString TranslationManagerTest::translateText(const QString &text)
+{
+    QStringList outcomes;
+    m_manager->translateText(text, [&](const QString &result) { outcomes.append(result); });
+    m_isSynchronous = !outcomes.isEmpty();
+    if (!QTest::qWaitFor([&] { return !outcomes.isEmpty(); }))
+        return u"nothing came"_s;
+    QCoreApplication::processEvents();
+    return outcomes.join(u" and again: "_s);
+}
+
+void TranslationManagerTest::engines_data()
+{
+    QTest::addColumn<int>("engine");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("blocks");
+    QTest::addColumn<QString>("text");
+    const QString openAI = u"openAI(k,gpt-5.6-luna)"_s;
+    const QString anthropic = u"anthropic(k,claude-sonnet-4-6)"_s;
+    const QString compatible = u"compatible(k,~openai/gpt-latest,https://openrouter.ai/api/v1)"_s;
+    QTest::newRow("on-device") << 0 << u""_s << u"onDevice a+b ja"_s << u"onDevice hello ja"_s;
+    QTest::newRow("Google, keyless") << 1 << u""_s << u"googleFree a+b ja"_s << u"googleFree hello ja"_s;
+    QTest::newRow("Google, the key is blank") << 1 << u" \n\t"_s << u"googleFree a+b ja"_s << u"googleFree hello ja"_s;
+    QTest::newRow("Google with a key") << 1 << u"k"_s << u"googleCloud a+b ja k"_s << u"googleCloud hello ja k"_s;
+    QTest::newRow("Microsoft") << 2 << u" k\n"_s << u"microsoft a+b ja k global"_s << u"microsoft hello ja k global"_s;
+    QTest::newRow("Gemini") << 3 << u"k"_s << u"geminiBlocks a+b ja k"_s << u"geminiText hello ja k"_s;
+    QTest::newRow("DeepL") << 4 << u"k:fx"_s << u"deepL a+b ja k:fx"_s << u"deepL hello ja k:fx"_s;
+    QTest::newRow("OpenAI") << 5 << u"k"_s << u"modelBlocks a+b ja "_s + openAI << u"modelText hello ja "_s + openAI;
+    QTest::newRow("Anthropic") << 6 << u"k"_s << u"modelBlocks a+b ja "_s + anthropic
+                               << u"modelText hello ja "_s + anthropic;
+    QTest::newRow("compatible") << 7 << u"k"_s << u"modelBlocks a+b ja "_s + compatible
+                                << u"modelText hello ja "_s + compatible;
+}
+
+void TranslationManagerTest::engines()
+{
+    QFETCH(int, engine);
+    QFETCH(QString, key);
+    select(engine, engine != 0, key);
+    QTEST(translateBlocks(), "blocks");
+    QVERIFY(!m_isSynchronous);
+    QTEST(translateText(u"hello"_s), "text");
+    QVERIFY(!m_isSynchronous);
+}
+
+void TranslationManagerTest::storedEngines_data()
+{
+    QTest::addColumn<qint64>("stored");
+    QTest::newRow("one too many") << qint64(8);
+    QTest::newRow("negative") << qint64(-1);
+    QTest::newRow("large") << (qint64(1) << 32) + 4;
+}
+
+void TranslationManagerTest::storedEngines()
+{
+    QFETCH(qint64, stored);
+    m_texts->settings.overrideForThisProcess(settings::translationEngine, stored);
+    QCOMPARE(translateBlocks(), u"onDevice a+b ja"_s);
+}
+
+void TranslationManagerTest::refusalsComeInTheirOrder_data()
+{
+    QTest::addColumn<int>("engine");
+    QTest::addColumn<bool>("consent");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("blocks");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("copied"); // with "autoCopy" on
+    const auto consentRow = [](int engine, const QString &key, const QString &service) {
+        const QString message = u"⚠️ 請先在翻譯設定中允許將文字傳送至 %1。"_s.arg(service);
+        QTest::addRow("engine %d, no consent, %s key", engine, key.isEmpty() ? "no" : "a")
+            << engine << false << key << u"RemoteTranslationConsent 1 "_s + message << message << QString();
+    };
+    consentRow(1, u""_s, u"Google"_s);
+    consentRow(2, u"k"_s, u"Microsoft Azure"_s);
+    consentRow(3, u""_s, u"Google Gemini"_s);
+    consentRow(4, u"k"_s, u"DeepL"_s);
+    consentRow(5, u""_s, u"OpenAI"_s);
+    consentRow(6, u"k"_s, u"Anthropic Claude"_s);
+    consentRow(7, u""_s, u"您設定的相容 API 端點"_s);
+    const auto keyRow = [](int engine, const QString &blocks, const QString &text, bool isCopied) {
+        for (const QString &key : {u""_s, u" \t"_s})
+            QTest::addRow("engine %d, %s key", engine, key.isEmpty() ? "no" : "a blank")
+                << engine << true << key << blocks << text << (isCopied ? text : QString());
+    };
+    keyRow(2, u"Microsoft -1 請至設定填入 Microsoft Azure API Key"_s,
+           u"⚠️ 請至設定填入 Microsoft Azure API Key"_s, true);
+    keyRow(3, u"Gemini -1 請至設定填入 Gemini API Key"_s, u"⚠️ 請至設定填入 Gemini API Key"_s, false);
+    keyRow(4, u"DeepL -1 請至設定填入 DeepL API Key"_s, u"⚠️ 請至設定填入 DeepL API Key"_s, true);
+    keyRow(5, u"OpenAI -1 請至設定填入 OpenAI API Key"_s, u"⚠️ 請至設定填入 OpenAI API Key"_s, true);
+    keyRow(6, u"Claude -1 請至設定填入 Claude API Key"_s, u"⚠️ 請至設定填入 Claude API Key"_s, true);
+    keyRow(7, u"相容 API -1 請至設定填入 相容 API API Key"_s, u"⚠️ 請至設定填入相容 API Key"_s, true);
+}
+
+void TranslationManagerTest::refusalsComeInTheirOrder()
+{
+    QFETCH(int, engine);
+    QFETCH(bool, consent);
+    QFETCH(QString, key);
+    QFETCH(QString, copied);
+    m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
+    select(engine, consent, key);
+    QTEST(translateBlocks(), "blocks");
+    QVERIFY(m_isSynchronous);
+    QTEST(translateText(u"hello"_s), "text");
+    QVERIFY(m_isSynchronous);
+    QCOMPARE(m_copied, copied.isEmpty() ? QStringList() : QStringList{copied});
+    QVERIFY(m_recorded.isEmpty());
+}
+
+void TranslationManagerTest::typedTextsTarget_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("target");
+    QTest::newRow("Latin") << u"hello"_s << u"ja"_s;
+    QTest::newRow("Han") << u"你好"_s << u"en-US"_s;
+    QTest::newRow("one Han character among kana") << u"これは本です"_s << u"en-US"_s;
+    QTest::newRow("kana alone") << u"これです"_s << u"ja"_s;
+    QTest::newRow("first of the block") << u"\u4E00"_s << u"en-US"_s;
+    QTest::newRow("last of the block") << u"\u9FFF"_s << u"en-US"_s;
+    QTest::newRow("before the block") << u"\u4DFF"_s << u"ja"_s;
+    QTest::newRow("after the block") << u"\uA000"_s << u"ja"_s;
+    QTest::newRow("a supplementary ideograph") << u"\U00020BB7"_s << u"ja"_s;
+}
+
+void TranslationManagerTest::typedTextsTarget()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, target);
+    for (const int engine : {0, 1, 3, 4}) {
+        select(engine, true, engine == 1 ? u""_s : u"k"_s);
+        QVERIFY(translateText(text).contains(u' ' + text + u' ' + target));
+    }
+}
+
+void TranslationManagerTest::failuresReachTheCaller_data()
+{
+    using Outcome = std::function<QStringList()>;
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QString>("blocks");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const Outcome &outcome, const QString &failure, const QString &sentence) {
+        QTest::newRow(name) << outcome << failure + u' ' + sentence << u"❌ 翻譯失敗："_s + sentence;
+    };
+    row(
+        "refused",
+        []() -> QStringList { throw TranslationProviderError::requestFailed(u"DeepL"_s, 456, u"Quota %@"_s); },
+        u"TranslationProviderError 456"_s, u"DeepL API 錯誤 456：Quota %@"_s);
+    row(
+        "not understood", []() -> QStringList { throw TranslationProviderError::invalidResponse(u"DeepL"_s); },
+        u"TranslationProviderError 0"_s, u"DeepL 回應格式無法解析"_s);
+    row(
+        "not configured",
+        []() -> QStringList { throw TranslationProviderError::invalidConfiguration(u"DeepL API URL 無效"_s); },
+        u"TranslationProviderError 0"_s, u"DeepL API URL 無效"_s);
+    row(
+        "an error of its own", []() -> QStringList { throw ProviderFailure(u"Gemini"_s, -1, u"JSON encode error"_s); },
+        u"Gemini -1"_s, u"JSON encode error"_s);
+    row(
+        "unforeseen", []() -> QStringList { throw std::bad_alloc(); }, u"Translation -1"_s, u"未知錯誤"_s);
+    QTest::newRow("no translation at all") << Outcome([] { return QStringList(); }) << u""_s << u""_s;
+}
+
+void TranslationManagerTest::failuresReachTheCaller()
+{
+    QFETCH(std::function<QStringList()>, outcome);
+    select(4, true, u"k"_s);
+    m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
+    m_outcome = outcome;
+    QTEST(translateBlocks(), "blocks");
+    QTEST(translateText(u"hello"_s), "text");
+    QVERIFY(!m_isSynchronous);
+    QVERIFY(m_recorded.isEmpty());
+    QFETCH(QString, text);
+    QCOMPARE(m_copied, text.isEmpty() ? QStringList() : QStringList{text});
+}
+
+void TranslationManagerTest::onDeviceOutcomes_data()
+{
+    using Outcome = std::function<std::optional<QStringList>()>;
+    QTest::addColumn<bool>("isSupported");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QString>("blocks");
+    QTest::addColumn<QString>("text");
+    const QString failed = u"Apple 翻譯失敗"_s;
+    const QString tooOld = u"Apple 內建翻譯需升級至 macOS 15"_s;
+    QTest::newRow("no result") << true << Outcome([] { return std::nullopt; }) << u"AppleTranslation -1 "_s + failed
+                               << u"⚠️ "_s + failed;
+    QTest::newRow("an empty list") << true << Outcome([] { return QStringList(); }) << u""_s << u"⚠️ "_s + failed;
+    QTest::newRow("an empty text") << true << Outcome([] {
+        return QStringList{u""_s, u"b"_s};
+    }) << u"|b"_s << u"⚠️ "_s + failed;
+    QTest::newRow("an old system") << false << Outcome([] { return QStringList{u"x"_s}; })
+                                   << u"AppleTranslation -1 "_s + tooOld << u"⚠️ "_s + tooOld;
+}
+
+void TranslationManagerTest::onDeviceOutcomes()
+{
+    QFETCH(bool, isSupported);
+    QFETCH(std::function<std::optional<QStringList>()>, outcome);
+    m_supportsOnDevice = isSupported;
+    m_onDeviceOutcome = outcome;
+    m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
+    QTEST(translateBlocks(), "blocks");
+    QCOMPARE(m_isSynchronous, !isSupported);
+    QTEST(translateText(u"hello"_s), "text");
+    QCOMPARE(m_isSynchronous, !isSupported);
+    QTEST(m_copied.join(u'|'), "text");
+    QVERIFY(m_recorded.isEmpty());
+}
+
+void TranslationManagerTest::whatIsCopiedAndRecorded_data()
+{
+    QTest::addColumn<bool>("autoCopy");
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<bool>("isCopied");
+    QTest::addColumn<bool>("isRecorded");
+    QTest::newRow("a translation") << true << u"您好"_s << true << true;
+    QTest::newRow("not to be copied") << false << u"您好"_s << false << true;
+    QTest::newRow("nothing") << true << u""_s << false << false;
+    QTest::newRow("a translation that looks like a warning") << true << u"⚠️ 注意"_s << true << false;
+    QTest::newRow("a warning sign of another form") << true << u"⚠ 注意"_s << true << true;
+}
+
+void TranslationManagerTest::whatIsCopiedAndRecorded()
+{
+    QFETCH(bool, autoCopy);
+    QFETCH(QString, result);
+    QFETCH(bool, isCopied);
+    QFETCH(bool, isRecorded);
+    m_texts->settings.overrideForThisProcess(settings::autoCopy, autoCopy);
+    select(7, true, u"k"_s);
+    m_outcome = [result] { return QStringList{result}; };
+    QCOMPARE(translateText(u"hello"_s), result);
+    QCOMPARE(m_copied, isCopied ? QStringList{result} : QStringList());
+    QCOMPARE(m_recorded, isRecorded ? QStringList{u"hello → "_s + result} : QStringList());
+    translateBlocks();
+    QCOMPARE(m_copied.size() + m_recorded.size(), int(isCopied) + int(isRecorded)); // a pass does its own
+}
+
+void TranslationManagerTest::settingsAreUsedAsStored()
+{
+    SettingsStore &store = m_texts->settings;
+    store.overrideForThisProcess(settings::openAIModel, u""_s);
+    store.overrideForThisProcess(settings::compatibleModel, u" m "_s);
+    store.overrideForThisProcess(settings::compatibleBaseURL, u" x "_s);
+    store.overrideForThisProcess(settings::microsoftApiRegion, u""_s);
+    select(5, true, u"k"_s);
+    QCOMPARE(translateBlocks(), u"modelBlocks a+b ja openAI(k,)"_s);
+    select(7, true, u"k"_s);
+    QCOMPARE(translateBlocks(), u"modelBlocks a+b ja compatible(k, m , x )"_s);
+    select(2, true, u"k"_s);
+    QCOMPARE(translateBlocks(), u"microsoft a+b ja k "_s);
+}
+
+void TranslationManagerTest::oneSearchMovesEveryLegacyKey()
+{
+    for (const QString &account : apiKeyAccounts())
+        m_texts->settings.setValue(account, u"legacy"_s);
+    QCOMPARE(translateBlocks(), u"onDevice a+b ja"_s);
+    QCOMPARE(m_secrets->searches, 1);
+    QCOMPARE(m_secrets->secrets.size(), 7);
+    for (const QString &account : apiKeyAccounts())
+        QVERIFY(!m_texts->settings.contains(account));
+}
+
+void TranslationManagerTest::aHangingCallDelaysNoOther()
+{
+    std::promise<void> release;
+    const std::shared_future<void> released(release.get_future());
+    TranslationClients clients = fakeClients();
+    clients.deepL = [released](const TranslationClients::Blocks &, const QString &, const QString &) {
+        released.wait();
+        return QStringList{u"late"_s};
+    };
+    useManagerWith(clients);
+    select(4, true, u"k"_s);
+    QStringList late;
+    for (int i = 0; i < 40; ++i)
+        m_manager->translateBlocks({}, [&](const Result<QStringList> &result) { late.append(*result); });
+    select(1, true, u""_s);
+    QCOMPARE(translateBlocks(), u"googleFree a+b ja"_s);
+    QVERIFY(late.isEmpty());
+    release.set_value();
+    QTRY_COMPARE(late.size(), 40);
+}
+
+void TranslationManagerTest::anEndedManagerDropsWhatIsLate()
+{
+    select(4, true, u"k"_s);
+    std::function<void(std::optional<QStringList>)> late;
+    bool isCancelled = false;
+    TranslationClients clients = fakeClients();
+    clients.onDevice = [&](const QStringList &, const QString &, const auto &completion) { late = completion; };
+    clients.cancelAll = [&] { isCancelled = true; };
+    useManagerWith(clients);
+    bool isCompleted = false;
+    select(0, false, u""_s);
+    m_manager->translateText(u"hello"_s, [&](const QString &) { isCompleted = true; });
+    m_manager.reset();
+    QVERIFY(isCancelled);
+    late(QStringList{u"late"_s});
+    m_queue->drain();
+    QVERIFY(!isCompleted);
+}
+
+void TranslationManagerTest::connectionTests_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<bool>("consent");
+    QTest::addColumn<QString>("reply"); // SENTENCE stands for what was sent
+    QTest::addColumn<QString>("outcome");
+    const QString echoed = u"TranslationConnectionTest 服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定"_s;
+    QTest::newRow("translated") << u"ja"_s << true << u" これは \n"_s << u"これは"_s;
+    QTest::newRow("sent to English") << u"en"_s << true << u"[SENTENCE]"_s << u"[這是一個連線測試。]"_s;
+    QTest::newRow("sent to American English") << u"en-US"_s << true << u"[SENTENCE]"_s << u"[這是一個連線測試。]"_s;
+    QTest::newRow("sent to any other") << u"fr"_s << true << u"[SENTENCE]"_s << u"[This is a connection test.]"_s;
+    QTest::newRow("echoed") << u"ja"_s << true << u"SENTENCE "_s << echoed;
+    QTest::newRow("echoed in capitals") << u"ja"_s << true << u"THIS IS A CONNECTION TEST."_s << echoed;
+    QTest::newRow("blank") << u"ja"_s << true << u" \n"_s << echoed;
+    QTest::newRow("no consent")
+        << u"ja"_s << false << u"x"_s
+        << u"RemoteTranslationConsent ⚠️ 請先在翻譯設定中允許將文字傳送至 DeepL。"_s;
+}
+
+void TranslationManagerTest::connectionTests()
+{
+    QFETCH(QString, target);
+    QFETCH(bool, consent);
+    QFETCH(QString, reply);
+    m_texts->settings.overrideForThisProcess(settings::targetLanguageCode, target);
+    TranslationClients clients = fakeClients();
+    clients.deepL = [&](const TranslationClients::Blocks &blocks, const QString &, const QString &) {
+        return QStringList{QString(reply).replace(u"SENTENCE"_s, blocks.constFirst().text)};
+    };
+    useManagerWith(clients);
+    select(4, consent, u"k"_s);
+    QStringList outcomes;
+    testConnection(*m_manager, m_texts->settings, m_texts->manager, [&](const Result<QString> &result) {
+        outcomes.append(result ? *result : result.error().domain + u' ' + result.error().description);
+    });
+    QTRY_VERIFY(!outcomes.isEmpty());
+    QTEST(outcomes.join(u'|'), "outcome");
+}
+
+QTEST_GUILESS_MAIN(TranslationManagerTest)
+#include "TranslationManagerTest.moc"
