@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
-        <translation>Lucentra: translates the text on the screen</translation>
+        <translation>Lucentra: translates the text on your screen</translation>
     </message>
     <message>
         <source>Lucentra｜澄鏡通</source>
@@ -133,11 +133,11 @@
     </message>
     <message>
         <source>不支援的圖片格式</source>
-        <translation>The picture format is not supported</translation>
+        <translation>this format of pictures isn't supported</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
-        <translation>Not a known picture format: %@</translation>
+        <translation>This isn't a picture of a known format: %@</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -153,7 +153,7 @@
     </message>
     <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
-        <translation>use translation engine N (0 to 7) without changing the settings</translation>
+        <translation>use engine N (0 to 7) this once</translation>
     </message>
     <message>
         <source>允許將文字傳送至 %@</source>
@@ -225,11 +225,11 @@
     </message>
     <message>
         <source>圖片已損壞或無法解碼：%@</source>
-        <translation>The picture is damaged or cannot be decoded: %@</translation>
+        <translation>The picture is damaged or can't be decoded: %@</translation>
     </message>
     <message>
         <source>圖片檔案是空的：%@</source>
-        <translation>The picture file is empty: %@</translation>
+        <translation>The picture's file is empty: %@</translation>
     </message>
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
@@ -237,7 +237,7 @@
     </message>
     <message>
         <source>多餘的參數：%@</source>
-        <translation>Unexpected argument: %@</translation>
+        <translation>One argument too many: %@</translation>
     </message>
     <message>
         <source>將圖片寫入 OUT.png</source>
@@ -309,11 +309,11 @@
     </message>
     <message>
         <source>測試翻譯引擎的連線</source>
-        <translation>test the connection to the translation engine</translation>
+        <translation>test the connection of the engine</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
-        <translation>Could not write the picture %@: %@</translation>
+        <translation>The picture %@ can't be written: %@</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
@@ -329,7 +329,7 @@
     </message>
     <message>
         <source>無法讀取圖片：%@</source>
-        <translation>Could not read the picture: %@</translation>
+        <translation>The picture can't be read: %@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -405,11 +405,11 @@
     </message>
     <message>
         <source>缺少參數：%@</source>
-        <translation>Missing argument: %@</translation>
+        <translation>An argument is missing: %@</translation>
     </message>
     <message>
         <source>缺少指令</source>
-        <translation>Missing command</translation>
+        <translation>A command is missing</translation>
     </message>
     <message>
         <source>翻譯</source>
@@ -417,11 +417,11 @@
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>translate a text; one with Chinese characters is always translated into English</translation>
+        <translation>translate a text; one with Chinese characters is translated into English</translation>
     </message>
     <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
-        <translation>translate the text of a picture and draw the translations over it</translation>
+        <translation>translate the text in a picture and draw each translation over its line</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
@@ -429,7 +429,7 @@
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
-        <translation>translate into the language CODE (such as zh-Hant, en, ja) without changing the settings</translation>
+        <translation>translate into the language CODE (zh-Hant, en, ja, for example) this once</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -517,7 +517,7 @@
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
-        <translation>recognize the text of a picture and print its lines as JSON</translation>
+        <translation>print the lines of text in a picture as JSON</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>
@@ -537,7 +537,7 @@
     </message>
     <message>
         <source>選項 %@ 的值無效：%@</source>
-        <translation>Invalid value for the option %@: %@</translation>
+        <translation>The option %@ can't have this value: %@</translation>
     </message>
     <message>
         <source>選項 %@ 需要一個值</source>

@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
-        <translation>Lucentra：画面上の文字を翻訳</translation>
+        <translation>Lucentra：画面の文字を翻訳する</translation>
     </message>
     <message>
         <source>Lucentra｜澄鏡通</source>
@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
-        <translation>lucentra --help ですべてのコマンドを表示</translation>
+        <translation>lucentra --help ですべてのコマンドを表示します</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -133,11 +133,11 @@
     </message>
     <message>
         <source>不支援的圖片格式</source>
-        <translation>サポートされていない画像形式です</translation>
+        <translation>対応していない画像形式です</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
-        <translation>認識できない画像形式です：%@</translation>
+        <translation>対応していない画像形式です：%@</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -153,7 +153,7 @@
     </message>
     <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
-        <translation>翻訳エンジン N（0～7）を使用（設定は変更しません）</translation>
+        <translation>今回だけ翻訳エンジン N（0〜7）を使う</translation>
     </message>
     <message>
         <source>允許將文字傳送至 %@</source>
@@ -205,11 +205,11 @@
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
-        <translation>各段階にかかったミリ秒数も出力</translation>
+        <translation>各段階にかかったミリ秒も出力する</translation>
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
-        <translation>各行の訳文と位置も出力</translation>
+        <translation>各行の訳文と位置も出力する</translation>
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
@@ -241,7 +241,7 @@
     </message>
     <message>
         <source>將圖片寫入 OUT.png</source>
-        <translation>画像を OUT.png に書き出す</translation>
+        <translation>画像を OUT.png に書き込む</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
@@ -309,7 +309,7 @@
     </message>
     <message>
         <source>測試翻譯引擎的連線</source>
-        <translation>翻訳エンジンへの接続をテスト</translation>
+        <translation>翻訳エンジンの接続をテストする</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -417,11 +417,11 @@
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>文章を翻訳（漢字を含む文章は常に英語に翻訳）</translation>
+        <translation>文章を翻訳する（漢字を含む文章は英語に翻訳）</translation>
     </message>
     <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
-        <translation>画像内の文字を翻訳し、原文の上に訳文を描く</translation>
+        <translation>画像の文字を翻訳し、訳文を原文の上に描く</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
@@ -429,7 +429,7 @@
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
-        <translation>言語 CODE（zh-Hant、en、ja など）に翻訳（設定は変更しません）</translation>
+        <translation>今回だけ CODE の言語（zh-Hant、en、ja など）に翻訳する</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -517,7 +517,7 @@
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
-        <translation>画像内の文字を認識し、行ごとに JSON で出力</translation>
+        <translation>画像の文字を認識し、行ごとに JSON で出力する</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>
@@ -533,11 +533,11 @@
     </message>
     <message>
         <source>選項 %@ 不接受值</source>
-        <translation>オプション %@ に値は指定できません</translation>
+        <translation>オプション %@ は値を取りません</translation>
     </message>
     <message>
         <source>選項 %@ 的值無效：%@</source>
-        <translation>オプション %@ の値が無効です：%@</translation>
+        <translation>オプション %@ の値が正しくありません：%@</translation>
     </message>
     <message>
         <source>選項 %@ 需要一個值</source>

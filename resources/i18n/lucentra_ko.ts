@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
-        <translation>Lucentra: 화면의 텍스트 번역</translation>
+        <translation>Lucentra: 화면의 글자를 번역합니다</translation>
     </message>
     <message>
         <source>Lucentra｜澄鏡通</source>
@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
-        <translation>lucentra --help로 모든 명령 보기</translation>
+        <translation>lucentra --help로 모든 명령을 볼 수 있습니다</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -133,11 +133,11 @@
     </message>
     <message>
         <source>不支援的圖片格式</source>
-        <translation>지원되지 않는 이미지 형식입니다</translation>
+        <translation>지원하지 않는 그림 형식입니다</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
-        <translation>알 수 없는 이미지 형식입니다: %@</translation>
+        <translation>알 수 없는 그림 형식입니다: %@</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -153,7 +153,7 @@
     </message>
     <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
-        <translation>번역 엔진 N(0~7) 사용(설정은 바꾸지 않음)</translation>
+        <translation>이번만 번역 엔진 N(0~7) 사용</translation>
     </message>
     <message>
         <source>允許將文字傳送至 %@</source>
@@ -205,7 +205,7 @@
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
-        <translation>각 단계에 걸린 밀리초도 출력</translation>
+        <translation>단계별 소요 시간(밀리초)도 출력</translation>
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
@@ -225,15 +225,15 @@
     </message>
     <message>
         <source>圖片已損壞或無法解碼：%@</source>
-        <translation>이미지가 손상되었거나 디코딩할 수 없습니다: %@</translation>
+        <translation>그림이 손상되었거나 해석할 수 없습니다: %@</translation>
     </message>
     <message>
         <source>圖片檔案是空的：%@</source>
-        <translation>이미지 파일이 비어 있습니다: %@</translation>
+        <translation>그림 파일이 비어 있습니다: %@</translation>
     </message>
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
-        <translation>이미지가 너무 큽니다(%d × %d픽셀): %@</translation>
+        <translation>그림이 너무 큽니다(%d × %d픽셀): %@</translation>
     </message>
     <message>
         <source>多餘的參數：%@</source>
@@ -241,7 +241,7 @@
     </message>
     <message>
         <source>將圖片寫入 OUT.png</source>
-        <translation>이미지를 OUT.png에 저장</translation>
+        <translation>그림을 OUT.png에 저장</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
@@ -313,7 +313,7 @@
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
-        <translation>이미지 %@을(를) 쓸 수 없습니다: %@</translation>
+        <translation>그림 %@을(를) 저장할 수 없습니다: %@</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
@@ -329,7 +329,7 @@
     </message>
     <message>
         <source>無法讀取圖片：%@</source>
-        <translation>이미지를 읽을 수 없습니다: %@</translation>
+        <translation>그림을 읽을 수 없습니다: %@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -417,11 +417,11 @@
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>텍스트 번역(한자가 있는 텍스트는 항상 영어로 번역)</translation>
+        <translation>글을 번역(한자가 있으면 영어로 번역)</translation>
     </message>
     <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
-        <translation>이미지의 텍스트를 번역하여 원문 위에 번역을 그림</translation>
+        <translation>그림의 글자를 번역해 원문 위에 표시</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
@@ -429,7 +429,7 @@
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
-        <translation>CODE 언어(예: zh-Hant, en, ja)로 번역(설정은 바꾸지 않음)</translation>
+        <translation>이번만 CODE 언어(예: zh-Hant, en, ja)로 번역</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -517,7 +517,7 @@
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
-        <translation>이미지의 텍스트를 인식하여 줄별로 JSON으로 출력</translation>
+        <translation>그림의 글자를 인식해 줄별로 JSON 출력</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>
@@ -533,11 +533,11 @@
     </message>
     <message>
         <source>選項 %@ 不接受值</source>
-        <translation>%@ 옵션에는 값을 지정할 수 없습니다</translation>
+        <translation>%@ 옵션에는 값을 줄 수 없습니다</translation>
     </message>
     <message>
         <source>選項 %@ 的值無效：%@</source>
-        <translation>%@ 옵션의 값이 유효하지 않습니다: %@</translation>
+        <translation>%@ 옵션의 값이 올바르지 않습니다: %@</translation>
     </message>
     <message>
         <source>選項 %@ 需要一個值</source>

@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
-        <translation>lucentra --help 列出所有命令</translation>
+        <translation>lucentra --help 列出所有指令</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -153,7 +153,7 @@
     </message>
     <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
-        <translation>使用第 N 个翻译引擎（0 至 7），不更改设置</translation>
+        <translation>使用第 N 个翻译引擎（0 至 7），不改变设置</translation>
     </message>
     <message>
         <source>允許將文字傳送至 %@</source>
@@ -285,7 +285,7 @@
     </message>
     <message>
         <source>未知的指令：%@</source>
-        <translation>未知的命令：%@</translation>
+        <translation>未知的指令：%@</translation>
     </message>
     <message>
         <source>未知的選項：%@</source>
@@ -409,7 +409,7 @@
     </message>
     <message>
         <source>缺少指令</source>
-        <translation>缺少命令</translation>
+        <translation>缺少指令</translation>
     </message>
     <message>
         <source>翻譯</source>
@@ -429,7 +429,7 @@
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
-        <translation>翻译成 CODE 语言（例如 zh-Hant、en、ja），不更改设置</translation>
+        <translation>翻译成 CODE 语言（例如 zh-Hans、en、ja），不改变设置</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>

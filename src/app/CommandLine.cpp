@@ -51,6 +51,11 @@ Failure wrongUsage(const QString &description)
     return {.domain = u"CommandLine"_s, .code = static_cast<int>(ExitCode::WrongUsage), .description = description};
 }
 
+QString dashed(QStringView option)
+{
+    return u"--"_s + option.toString();
+}
+
 const OptionRow *findOption(const CommandRow &command, QStringView name)
 {
     for (const QStringView allowed : command.options.split(u' ')) {
@@ -81,7 +86,7 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
         bool isNumber = false;
         const int number = value.toInt(&isNumber);
         invocation.engine = number;
-        return isNumber && engineFromRawValue(number).has_value();
+        return isNumber && translationEngine(number).has_value();
     }
     return true;
 }
@@ -108,14 +113,14 @@ Result<Invocation> parseArguments(const CommandRow &row, const QStringList &argu
         const QString name = argument.sliced(2, (equals < 0 ? argument.size() : equals) - 2);
         const OptionRow *option = findOption(row, name);
         if (!option)
-            return tl::unexpected(wrongUsage(texts.formatted(u"未知的選項：%@"_s, u"--"_s + name)));
+            return tl::unexpected(wrongUsage(texts.formatted(u"未知的選項：%@"_s, dashed(name))));
         const bool isSwitch = option->placeholder.isEmpty();
         if (isSwitch ? equals >= 0 : equals < 0 && i + 1 == arguments.size())
-            return tl::unexpected(wrongUsage(
-                texts.formatted(isSwitch ? u"選項 %@ 不接受值"_s : u"選項 %@ 需要一個值"_s, u"--"_s + name)));
+            return tl::unexpected(
+                wrongUsage(texts.formatted(isSwitch ? u"選項 %@ 不接受值"_s : u"選項 %@ 需要一個值"_s, dashed(name))));
         const QString value = isSwitch ? QString() : equals >= 0 ? argument.sliced(equals + 1) : arguments[++i];
         if (!take(invocation, name, value))
-            return tl::unexpected(wrongUsage(texts.formatted(u"選項 %@ 的值無效：%@"_s, u"--"_s + name, value)));
+            return tl::unexpected(wrongUsage(texts.formatted(u"選項 %@ 的值無效：%@"_s, dashed(name), value)));
         given.append(name);
     }
     const qsizetype expected = row.argument.isEmpty() ? 0 : 1;
@@ -124,7 +129,7 @@ Result<Invocation> parseArguments(const CommandRow &row, const QStringList &argu
     if (positional.size() < expected)
         return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, row.argument.toString())));
     if (!row.requiredOption.isEmpty() && !given.contains(row.requiredOption))
-        return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, u"--"_s + row.requiredOption)));
+        return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, dashed(row.requiredOption))));
     invocation.argument = positional.value(0);
     return invocation;
 }
@@ -158,24 +163,25 @@ QStringView commandName(Invocation::Command command)
 
 QString helpPage(const LocalizationManager &texts)
 {
-    QString page = texts.localized(u"Lucentra：翻譯螢幕上的文字"_s) + u"\n\n"_s;
+    const auto usage = [](const OptionRow &option) {
+        return option.placeholder.isEmpty() ? dashed(option.name)
+                                            : dashed(option.name) + u' ' + option.placeholder.toString();
+    };
+    QStringList lines{texts.localized(u"Lucentra：翻譯螢幕上的文字"_s), QString()};
     for (const CommandRow &row : commandRows) {
-        page += u"  lucentra "_s + row.name;
+        QString line = u"  lucentra "_s + row.name.toString();
         if (!row.argument.isEmpty())
-            page += u' ' + row.argument;
+            line += u' ' + row.argument.toString();
         for (const QStringView name : row.options.split(u' ')) {
-            const OptionRow *option = findOption(row, name);
-            QString usage = u"--"_s + name + (option->placeholder.isEmpty() ? u""_s : u' ' + option->placeholder);
-            page += name == row.requiredOption ? u' ' + usage : u" ["_s + usage + u']';
+            const QString option = usage(*findOption(row, name));
+            line += name == row.requiredOption ? u' ' + option : u" ["_s + option + u']';
         }
-        page += u"\n      "_s + texts.localized(row.summary.toString()) + u'\n';
+        lines << line << u"      "_s + texts.localized(row.summary.toString());
     }
-    page += u'\n';
-    for (const OptionRow &row : optionRows) {
-        page += u"  --"_s + row.name + (row.placeholder.isEmpty() ? u""_s : u' ' + row.placeholder);
-        page += u"\n      "_s + texts.localized(row.summary.toString()) + u'\n';
-    }
-    return page;
+    lines << QString();
+    for (const OptionRow &row : optionRows)
+        lines << u"  "_s + usage(row) << u"      "_s + texts.localized(row.summary.toString());
+    return lines.join(u'\n') + u'\n';
 }
 
 } // namespace lucentra

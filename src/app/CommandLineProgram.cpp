@@ -91,7 +91,7 @@ int runCommandLine(int argc, char *argv[])
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
-    Services services([](const QString &line) { printLine(stderr, line); });
+    Services services([](const QString &line) { printLine(stderr, line); }, {});
     const auto invocation = parseCommandLine(arguments, services.texts());
     if (!invocation) {
         printLine(stderr, invocation.error().description);

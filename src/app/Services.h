@@ -6,6 +6,7 @@
 #include "MainQueue.h"
 #include "NotificationCenter.h"
 #include "SettingsStore.h"
+#include "TranslationManager.h"
 
 #include <memory>
 
@@ -13,21 +14,14 @@ namespace lucentra {
 
 class SecretStorage;
 class TextRecognizer;
-class TranslationManager;
 
 /// The objects that both the pane and the command line stand on, each made once, at its first use where it is costly.
 /// Main thread only.
 class Services
 {
 public:
-    /// Where a finished typed text goes besides to its caller.
-    struct Sinks
-    {
-        std::function<void(const QString &)> copy;
-        std::function<void(const QString &, const QString &)> record;
-    };
-
-    Services(DiagnosticLine diagnostics, Sinks sinks);
+    /// `sinks` get the typed texts that were translated.
+    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks);
     ~Services();
     Services(const Services &) = delete;
     Services &operator=(const Services &) = delete;
@@ -41,7 +35,7 @@ public:
 
 private:
     const DiagnosticLine m_diagnostics;
-    const Sinks m_sinks;
+    const TranslationManager::Sinks m_sinks;
     MainQueue m_mainQueue;
     NotificationCenter m_notifications;
     SettingsStore m_settings;

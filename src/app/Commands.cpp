@@ -1,0 +1,197 @@
+#include "Commands.h"
+
+#include "ConnectionTest.h"
+#include "PictureFile.h"
+#include "Services.h"
+#include "Settings.h"
+#include "TextRecognition.h"
+#include "TextRecognizer.h"
+#include "TranslatedPicture.h"
+#include "TranslationManager.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// How long the stages of a command took.
+class Stages
+{
+public:
+    void finish(const QString &stage)
+    {
+        m_milliseconds.insert(stage, double(m_clock.nsecsElapsed()) / 1e6);
+        m_clock.start();
+    }
+    QJsonObject milliseconds() const { return m_milliseconds; }
+
+private:
+    QJsonObject m_milliseconds;
+    QElapsedTimer m_clock = [] {
+        QElapsedTimer clock;
+        clock.start();
+        return clock;
+    }();
+};
+
+QString toLine(const QJsonObject &document)
+{
+    return QString::fromUtf8(QJsonDocument(document).toJson(QJsonDocument::Compact));
+}
+
+/// Timings belong to the JSON of the answer; a command that prints none gives them as its message.
+CommandOutput outputOf(std::optional<QJsonObject> document, const Invocation &invocation, const Stages &stages)
+{
+    if (!invocation.timing)
+        return {.answer = document ? toLine(*document) : QString()};
+    if (!document)
+        return {.message = toLine({{u"milliseconds"_s, stages.milliseconds()}})};
+    document->insert(u"milliseconds"_s, stages.milliseconds());
+    return {.answer = toLine(*document)};
+}
+
+/// Turns the event loop until the operation that `start` begins has called back, which may be before it returns.
+template <typename Value>
+Value await(const std::function<void(std::function<void(Value)>)> &start)
+{
+    QEventLoop loop;
+    std::optional<Value> value;
+    start([&](Value result) {
+        value = std::move(result);
+        loop.quit();
+    });
+    if (!value)
+        loop.exec();
+    return std::move(*value);
+}
+
+void chooseForThisCommand(const Invocation &invocation, Services &services)
+{
+    if (invocation.engine)
+        services.settings().overrideForThisProcess(settings::translationEngine, *invocation.engine);
+    if (invocation.target)
+        services.settings().overrideForThisProcess(settings::targetLanguageCode, *invocation.target);
+}
+
+Failure card(const QString &title, const QString &message)
+{
+    return {.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = title + u'\n' + message};
+}
+
+Result<QStringList> translate(const QList<TextBlock> &blocks, Services &services)
+{
+    const LocalizationManager &texts = services.texts();
+    if (blocks.isEmpty())
+        return tl::unexpected(card(texts.localized(u"沒有偵測到文字"_s),
+                                   texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)));
+    const auto translations = await<Result<QStringList>>(
+        [&](auto completion) { services.translationManager().translateBlocks(blocks, completion); });
+    if (!translations)
+        return tl::unexpected(card(texts.localized(u"翻譯失敗"_s), translations.error().description));
+    return *translations;
+}
+
+OverlayFontSettings fontSettings(const SettingsStore &store)
+{
+    return {.isAuto = store.read(settings::isFontSizeAuto), .storedFontSize = store.read(settings::fontSize)};
+}
+
+/// Typed text is answered with one text either way; these signs mark the sentences for the user.
+bool isFailureText(const QString &text)
+{
+    return text.startsWith(u"⚠️"_s) || text.startsWith(u"❌"_s);
+}
+
+} // namespace
+
+Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &services)
+{
+    Stages stages;
+    const auto picture = readPicture(invocation.argument, services.texts());
+    if (!picture)
+        return tl::unexpected(picture.error());
+    stages.finish(u"decode"_s);
+    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), *picture);
+    stages.finish(u"recognize"_s);
+    QJsonArray lines;
+    for (const TextBlock &block : blocks) {
+        const QRectF &box = block.normBox;
+        lines.append(QJsonObject{{u"text"_s, block.text},
+                                 {u"normBox"_s, QJsonArray{box.x(), box.y(), box.width(), box.height()}}});
+    }
+    return outputOf(QJsonObject{{u"width"_s, picture->width()}, {u"height"_s, picture->height()}, {u"blocks"_s, lines}},
+                    invocation, stages);
+}
+
+Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services)
+{
+    chooseForThisCommand(invocation, services);
+    Stages stages;
+    auto picture = readPicture(invocation.argument, services.texts());
+    if (!picture)
+        return tl::unexpected(picture.error());
+    stages.finish(u"decode"_s);
+    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), *picture);
+    stages.finish(u"recognize"_s);
+    const auto translations = translate(blocks, services);
+    if (!translations)
+        return tl::unexpected(translations.error());
+    stages.finish(u"translate"_s);
+
+    const SettingsStore &store = services.settings();
+    const QString target = store.read(settings::targetLanguageCode);
+    const TranslatedPicture translated(picture->size(), blocks, *translations, target, fontSettings(store));
+    stages.finish(u"layout"_s);
+    translated.paintOver(*picture, store.read(settings::glassOpacity));
+    const auto written = writePicture(*picture, invocation.output, services.texts());
+    if (!written)
+        return tl::unexpected(written.error());
+    if (!invocation.json)
+        return outputOf(std::nullopt, invocation, stages);
+    const auto engine = translationEngine(store.read(settings::translationEngine));
+    return outputOf(QJsonObject{{u"engine"_s, int(engine.value_or(TranslationEngine::apple))},
+                                {u"target"_s, target},
+                                {u"blocks"_s, translated.toJson()}},
+                    invocation, stages);
+}
+
+Result<CommandOutput> textCommand(const Invocation &invocation, Services &services)
+{
+    chooseForThisCommand(invocation, services);
+    Stages stages;
+    const QString translation = await<QString>(
+        [&](auto completion) { services.translationManager().translateText(invocation.argument, completion); });
+    stages.finish(u"translate"_s);
+    if (isFailureText(translation))
+        return tl::unexpected(
+            Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = translation});
+    CommandOutput output = outputOf(std::nullopt, invocation, stages);
+    output.answer = translation;
+    return output;
+}
+
+Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services)
+{
+    chooseForThisCommand(invocation, services);
+    const auto outcome = await<Result<QString>>([&](auto completion) {
+        testConnection(services.translationManager(), services.settings(), services.texts(), completion);
+    });
+    if (!outcome)
+        return tl::unexpected(
+            Failure{.domain = outcome.error().domain,
+                    .code = outcome.error().code,
+                    .description = services.texts().formatted(u"連線失敗：%@"_s, outcome.error().description)});
+    return CommandOutput{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
+}
+
+} // namespace lucentra

@@ -1,0 +1,43 @@
+#include "Services.h"
+
+#include "ScreenTextRecognizer.h"
+#include "SecretServiceStorage.h"
+
+#include <QLocale>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks)
+    : m_diagnostics(std::move(diagnostics))
+    , m_sinks(std::move(sinks))
+    , m_settings(SettingsStore::userFilePath(), m_diagnostics)
+    , m_texts(m_settings, m_notifications, stringTablesFolder(), QLocale::system().uiLanguages())
+{
+}
+
+Services::~Services() = default;
+
+TextRecognizer &Services::recognizer()
+{
+    if (!m_recognizer)
+        m_recognizer = std::make_unique<ScreenTextRecognizer>();
+    return *m_recognizer;
+}
+
+TranslationManager &Services::translationManager()
+{
+    if (!m_translationManager) {
+        m_secrets = std::make_unique<SecretServiceStorage>();
+        m_keychain = std::make_unique<KeychainStore>(*m_secrets, u"com.tarnby.lucentra.apiKeys"_s, m_diagnostics);
+        m_http = std::make_unique<HttpSession>();
+        m_translationManager = std::make_unique<TranslationManager>(m_settings, *m_keychain, m_texts, m_mainQueue,
+                                                                    remoteClients(*m_http, m_texts), m_sinks);
+    }
+    return *m_translationManager;
+}
+
+} // namespace lucentra
