@@ -11,6 +11,20 @@ import time
 
 LUCENTRA = pathlib.Path(os.environ.get("LUCENTRA", "build/dev/bin/lucentra")).resolve()
 
+# A bus that starts no service by itself: what is on it, the test has put there.
+BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir={home}</listen>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
 
 class Session:
     """Use as a context manager; `environment` is that of every program started in the session."""
@@ -51,7 +65,10 @@ class Session:
         self.preferences_path.chmod(0o600)
 
     def __enter__(self):
-        bus = self.start(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE)
+        configuration = self.home / "bus.conf"
+        configuration.write_text(BUS_CONFIGURATION.format(home=self.home))
+        bus = self.start(["dbus-daemon", f"--config-file={configuration}", "--nofork", "--print-address=1"],
+                         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         if not select.select([bus.stdout], [], [], 10)[0]:
             raise RuntimeError("the session bus didn't start")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
