@@ -1,0 +1,30 @@
+#pragma once
+
+#include "HistoryItem.h"
+#include "Result.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+namespace lucentra {
+
+/// The history as JSON: an array of objects, newest first, with the keys "id" (UUID in capitals), "originalText",
+/// "translatedText", "timestamp" (seconds since 2001-01-01 UTC) and "isStarred"; one line, UTF-8.
+QByteArray encodeHistory(const QList<HistoryItem> &items);
+
+/// Reads what `encodeHistory` writes, in the order of the file. All five keys are required with values of their types;
+/// one item without fails the whole. Further keys are ignored. The failure tells the reason but none of the content.
+Result<QList<HistoryItem>> decodeHistory(const QByteArray &json);
+
+/// Reads and decodes a file; a missing one is an empty history.
+Result<QList<HistoryItem>> readHistoryFile(const QString &path);
+
+/// Replaces the file whole or not at all, synced to the disk, readable by its owner only.
+Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items);
+
+/// Moves a file that could not be read out of the way: beside it, as "history.unreadable-<time>.json". One that
+/// is gone by now is no failure.
+Result<void> keepUnreadableFile(const QString &path);
+
+} // namespace lucentra

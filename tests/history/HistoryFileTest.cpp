@@ -1,0 +1,170 @@
+#include "HistoryFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto sampleId = u"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5"_s;
+
+QByteArray object(const QByteArray &more)
+{
+    return R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","originalText":"a","translatedText":"b")" + more + "}]";
+}
+
+HistoryItem sample()
+{
+    return {.id = QUuid(sampleId),
+            .originalText = u"第一行\n\"quoted\" \\ \u0001"_s,
+            .translatedText = u"👍 é"_s,
+            .timestamp = HistoryItem::Timestamp(785432100.123456),
+            .isStarred = true};
+}
+
+} // namespace
+
+class HistoryFileTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void bytes();
+    void everyTextSurvives_data();
+    void everyTextSurvives();
+    void decoding_data();
+    void decoding();
+    void datesCountFrom2001();
+    void missingFileIsEmpty();
+    void fileIsPrivateAndReplacedWhole();
+    void unreadableFilesStayBeside();
+};
+
+void HistoryFileTest::bytes()
+{
+    QCOMPARE(encodeHistory({sample()}),
+             QByteArray(R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","isStarred":true,)"
+                        R"("originalText":"第一行\n\"quoted\" \\ \u0001","timestamp":785432100.123456,)"
+                        R"("translatedText":"👍 é"}])"));
+    QCOMPARE(encodeHistory({}), QByteArray("[]"));
+}
+
+void HistoryFileTest::everyTextSurvives_data()
+{
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
+    row("several lines", u"一\r\n二\u2028三"_s);
+    row("a NUL", u"a\0b"_s);
+    row("emoji of several characters", u"👨‍👩‍👧🏽"_s);
+    row("empty", QString(u""_s));
+    row("long", u"長"_s.repeated(100000));
+    // A broken service may answer with one; the file must stay readable all the same.
+    row("half of a surrogate pair", u"a"_s + QChar(0xD83D) + u'b');
+}
+
+void HistoryFileTest::everyTextSurvives()
+{
+    QFETCH(QString, text);
+    const HistoryItem item = newHistoryItem(text, u"x"_s);
+    const auto items = decodeHistory(encodeHistory({item}));
+    QVERIFY(items);
+    QCOMPARE(*items, QList<HistoryItem>{item}); // the time to its last bit, too
+}
+
+void HistoryFileTest::decoding_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<bool>("readable");
+    const QByteArray good = object(R"(,"timestamp":1.5,"isStarred":false)");
+    QTest::newRow("empty list") << QByteArray("[]") << true;
+    QTest::newRow("all five") << good << true;
+    QTest::newRow("a whole number as the time") << object(R"(,"timestamp":700000000,"isStarred":true)") << true;
+    QTest::newRow("a further key") << object(R"(,"timestamp":1,"isStarred":true,"note":{})") << true;
+    QTest::newRow("small letters in the id") << QByteArray(good).replace("0F5BE2A1", "0f5be2a1") << true;
+    QTest::newRow("braces around the id")
+        << QByteArray(good).replace(sampleId.toLatin1(), "{" + sampleId.toLatin1() + "}") << false;
+    QTest::newRow("no id at all") << QByteArray(good).replace(sampleId.toLatin1(), "first") << false;
+    QTest::newRow("isStarred is missing") << object(R"(,"timestamp":1.5)") << false;
+    QTest::newRow("isStarred is a number") << object(R"(,"timestamp":1.5,"isStarred":0)") << false;
+    QTest::newRow("the time is a string") << object(R"(,"timestamp":"1.5","isStarred":false)") << false;
+    QTest::newRow("a text is null") << QByteArray(good).replace(R"("a")", "null") << false;
+    QTest::newRow("an entry that is no object") << good.chopped(1) + ",7]" << false;
+    QTest::newRow("an object outside") << QByteArray("{}") << false;
+    QTest::newRow("cut off") << good.chopped(4) << false;
+    QTest::newRow("an empty file") << QByteArray() << false;
+    QTest::newRow("not UTF-8") << QByteArray(good).replace(R"("a")", "\"\xe9\"") << false;
+}
+
+void HistoryFileTest::decoding()
+{
+    QFETCH(QByteArray, json);
+    const auto items = decodeHistory(json);
+    QTEST(items.has_value(), "readable");
+    if (!items)
+        QVERIFY(!items.error().description.isEmpty() && !items.error().description.contains(sampleId));
+}
+
+void HistoryFileTest::datesCountFrom2001()
+{
+    QCOMPARE(dateOf(HistoryItem::Timestamp(0)), QDateTime({2001, 1, 1}, {0, 0}, Qt::UTC));
+    QCOMPARE(dateOf(HistoryItem::Timestamp(86399.5)), QDateTime({2001, 1, 1}, {23, 59, 59, 500}, Qt::UTC));
+    const auto now = dateOf(newHistoryItem({}, {}).timestamp);
+    QVERIFY(qAbs(now.msecsTo(QDateTime::currentDateTimeUtc())) < 5000);
+}
+
+void HistoryFileTest::missingFileIsEmpty()
+{
+    const QTemporaryDir folder;
+    const auto items = readHistoryFile(folder.filePath(u"history.json"_s));
+    QVERIFY(items);
+    QVERIFY(items->isEmpty());
+}
+
+void HistoryFileTest::fileIsPrivateAndReplacedWhole()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"history.json"_s);
+    QFile old(path);
+    QVERIFY(old.open(QIODevice::WriteOnly));
+    old.write(QByteArray(100000, 'x'));
+    old.close();
+    old.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    QVERIFY(writeHistoryFile(path, {sample()}));
+    QCOMPARE(QFile::permissions(path), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+    QCOMPARE(*readHistoryFile(path), QList<HistoryItem>{sample()});
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
+}
+
+void HistoryFileTest::unreadableFilesStayBeside()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"history.json"_s);
+    for (const QByteArray &content : {QByteArray("first"), QByteArray("second")}) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        QVERIFY(keepUnreadableFile(path));
+        QTest::qWait(2); // the names carry milliseconds
+    }
+    QVERIFY(keepUnreadableFile(path)); // nothing is there any more
+    const QStringList kept = QDir(folder.path()).entryList(QDir::Files, QDir::Name);
+    QCOMPARE(kept.size(), 2);
+    for (const QString &name : kept) {
+        QVERIFY(name.startsWith(u"history.unreadable-2"_s) && name.endsWith(u"Z.json"_s));
+        QCOMPARE(QFile::permissions(folder.filePath(name)) & QFile::ReadOther, QFile::Permissions());
+    }
+    QFile first(folder.filePath(kept.first()));
+    QVERIFY(first.open(QIODevice::ReadOnly));
+    QCOMPARE(first.readAll(), QByteArray("first"));
+}
+
+QTEST_GUILESS_MAIN(HistoryFileTest)
+#include "HistoryFileTest.moc"
