@@ -29,7 +29,7 @@ EdgeMap gradient(const QImage &image)
         const uchar *lower = image.constScanLine(y + 1);
         for (int i = 0; i < bytes; ++i)
             steps[std::size_t(i)] = std::max(difference(upper[i], lower[i + 4]), difference(upper[i + 4], lower[i]));
-        std::uint8_t *out = edges.strength.data() + std::size_t(y) * std::size_t(edges.width);
+        std::uint8_t *out = edges.row(y);
         for (int x = 0; x + 1 < edges.width; ++x) {
             const std::uint8_t *step = steps.data() + 4 * x;
             out[x] = std::max(step[0], std::max(step[1], step[2]));
@@ -96,31 +96,30 @@ Grid maximaOf(const EdgeMap &edges)
     return maxima;
 }
 
-std::uint8_t thresholdAt(Grid &maxima, Grid &noise, int column, int row)
+/// Zeroes what is fainter than its cell's threshold.
+void dropBelow(EdgeMap &edges, Grid &thresholds)
 {
-    int strongestNear = 0;
-    for (int r = std::max(0, row - 1); r <= std::min(maxima.rows - 1, row + 1); ++r) {
-        for (int c = std::max(0, column - 1); c <= std::min(maxima.columns - 1, column + 1); ++c)
-            strongestNear = std::max<int>(strongestNear, maxima.at(c, r));
-    }
-    const int texture = 10 + 11 * noise.at(column / cellsPerBlock, row / cellsPerBlock) / 5;
-    return std::uint8_t(std::max(strongestNear / 4, std::clamp(texture, faintest, strongest)));
-}
-
-void dropFaint(EdgeMap &edges, Grid &noise)
-{
-    Grid maxima = maximaOf(edges);
-    for (int row = 0; row < maxima.rows; ++row) {
-        for (int column = 0; column < maxima.columns; ++column) {
-            const std::uint8_t threshold = thresholdAt(maxima, noise, column, row);
+    for (int y = 0; y < edges.height; ++y) {
+        std::uint8_t *strength = edges.row(y);
+        for (int column = 0; column < thresholds.columns; ++column) {
+            const std::uint8_t threshold = thresholds.at(column, y / cell);
             const int right = std::min(edges.width, (column + 1) * cell);
-            for (int y = row * cell; y < std::min(edges.height, (row + 1) * cell); ++y) {
-                std::uint8_t *strength = edges.strength.data() + std::size_t(y) * std::size_t(edges.width);
-                for (int x = column * cell; x < right; ++x)
-                    strength[x] = strength[x] < threshold ? 0 : strength[x];
-            }
+            for (int x = column * cell; x < right; ++x)
+                strength[x] = strength[x] < threshold ? 0 : strength[x];
         }
     }
+}
+
+void dropTexture(EdgeMap &edges, Grid &noise)
+{
+    Grid thresholds = gridOver(edges, cell);
+    for (int row = 0; row < thresholds.rows; ++row) {
+        for (int column = 0; column < thresholds.columns; ++column) {
+            const int texture = 10 + 11 * noise.at(column / cellsPerBlock, row / cellsPerBlock) / 5;
+            thresholds.at(column, row) = std::uint8_t(std::clamp(texture, faintest, strongest));
+        }
+    }
+    dropBelow(edges, thresholds);
 }
 
 /// Every pixel as the mean of its 3 × 3 neighbours; the rim stays as it is.
@@ -161,8 +160,25 @@ EdgeMap edgesOf(const QImage &image)
         edges = gradient(smoothed(image));
         noise = noiseOf(edges);
     }
-    dropFaint(edges, noise);
+    dropTexture(edges, noise);
     return edges;
+}
+
+void dropOvershadowed(EdgeMap &edges)
+{
+    Grid maxima = maximaOf(edges);
+    Grid thresholds = gridOver(edges, cell);
+    for (int row = 0; row < maxima.rows; ++row) {
+        for (int column = 0; column < maxima.columns; ++column) {
+            int strongestNear = 0;
+            for (int r = std::max(0, row - 1); r <= std::min(maxima.rows - 1, row + 1); ++r) {
+                for (int c = std::max(0, column - 1); c <= std::min(maxima.columns - 1, column + 1); ++c)
+                    strongestNear = std::max<int>(strongestNear, maxima.at(c, r));
+            }
+            thresholds.at(column, row) = std::uint8_t(strongestNear / 4);
+        }
+    }
+    dropBelow(edges, thresholds);
 }
 
 } // namespace lucentra

@@ -61,12 +61,6 @@ void connect(std::vector<Run> &runs)
 
 using Shape = std::vector<Run>;
 
-struct Outline
-{
-    EdgeShape shape;
-    Shape runs;
-};
-
 EdgeShape measure(const EdgeMap &edges, const Shape &runs)
 {
     int left = runs.front().left;
@@ -122,6 +116,35 @@ bool isOversized(const QRect &ink)
     return ink.height() > 60 || ink.width() > 300;
 }
 
+/// Zeroes the straight lines of a shape: the grid of a table, the track of a slider, an underline. A large letter has
+/// long strokes too, but it isn't wide.
+void eraseRules(EdgeMap &edges, const Shape &shape, const QRect &ink)
+{
+    // Longer than the touching letters of bold type make a stroke together.
+    const int ruleLength = ink.height() > 60 ? 150 : std::max(48, 6 * ink.height());
+    if (ink.width() < 3 * ink.height() && ink.width() < 150)
+        return;
+    std::vector<int> columns(std::size_t(ink.width()) + 2, 0);
+    for (const Run &run : shape) {
+        for (int x = run.left; x <= run.right; ++x)
+            ++columns[std::size_t(x - ink.left() + 1)];
+    }
+    const int columnLimit = std::max(ruleLength, ink.height() / 2);
+    for (const Run &run : shape) {
+        const bool isRule = run.right - run.left >= ruleLength;
+        for (int x = run.left; x <= run.right; ++x) {
+            if (isRule || columns[std::size_t(x - ink.left() + 1)] >= columnLimit)
+                edges.row(run.y)[x] = 0;
+        }
+    }
+}
+
+void erase(EdgeMap &edges, const Shape &shape)
+{
+    for (const Run &run : shape)
+        std::fill(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, std::uint8_t(0));
+}
+
 /// The share of the inner rectangle that the outline covers.
 double interiorInk(const Shape &runs, const QRect &ink)
 {
@@ -150,31 +173,56 @@ bool isFrame(const EdgeShape &shape, const Shape &runs)
     return (isWide || isLarge) && interiorInk(runs, ink) < 0.05;
 }
 
+/// What of a shape is strong by its own measure.
+std::vector<Run> strongPart(const EdgeMap &edges, const Shape &shape)
+{
+    const int threshold = std::max(1, percentile95(edges, shape) * 9 / 20);
+    std::vector<Run> strong;
+    for (const Run &run : shape)
+        appendRuns(strong, edges.row(run.y), run.y, run.left, run.right, threshold);
+    return strong;
+}
+
+std::vector<Run> allRuns(const EdgeMap &edges)
+{
+    std::vector<Run> runs;
+    for (int y = 0; y < edges.height; ++y)
+        appendRuns(runs, edges.row(y), y, 0, edges.width - 1, 1);
+    return runs;
+}
+
+void eraseFrames(EdgeMap &edges)
+{
+    for (const Shape &shape : separate(allRuns(edges))) {
+        const EdgeShape whole = measure(edges, shape);
+        if (isFrame(whole, shape))
+            erase(edges, shape);
+        else if (whole.ink.width() > 60)
+            eraseRules(edges, shape, whole.ink);
+    }
+}
+
 void collect(const EdgeMap &edges, const std::vector<Shape> &shapes, bool maySplit, std::vector<EdgeShape> &result)
 {
     for (const Shape &shape : shapes) {
         const EdgeShape whole = measure(edges, shape);
-        if (maySplit && isOversized(whole.ink)) {
-            const int threshold = percentile95(edges, shape) * 9 / 20;
-            std::vector<Run> strong;
-            for (const Run &run : shape)
-                appendRuns(strong, edges.row(run.y), run.y, run.left, run.right, std::max(1, threshold));
-            collect(edges, separate(std::move(strong)), false, result);
-        } else if (whole.edgePixels >= 3 && !isFrame(whole, shape)) {
+        if (whole.edgePixels < 3 || isFrame(whole, shape))
+            continue;
+        if (maySplit && isOversized(whole.ink))
+            collect(edges, separate(strongPart(edges, shape)), false, result);
+        else
             result.push_back(whole);
-        }
     }
 }
 
 } // namespace
 
-std::vector<EdgeShape> shapesIn(const EdgeMap &edges, std::size_t maximum)
+std::vector<EdgeShape> shapesIn(EdgeMap edges, std::size_t maximum)
 {
-    std::vector<Run> runs;
-    for (int y = 0; y < edges.height; ++y)
-        appendRuns(runs, edges.row(y), y, 0, edges.width - 1, 1);
+    eraseFrames(edges);
+    dropOvershadowed(edges);
     std::vector<EdgeShape> shapes;
-    collect(edges, separate(std::move(runs)), true, shapes);
+    collect(edges, separate(allRuns(edges)), true, shapes);
     if (shapes.size() > maximum) {
         std::nth_element(shapes.begin(), shapes.begin() + std::ptrdiff_t(maximum), shapes.end(),
                          [](const EdgeShape &a, const EdgeShape &b) { return a.strength > b.strength; });

@@ -16,10 +16,12 @@ struct EdgeShape
     int strength = 0; ///< mean strength of the outline, 0 to 255
 };
 
-/// The outlines of a map (8-connected) that can be letters or parts of letters: frames, separators and specks are left
-/// out. Where something large hangs together, its fainter half is taken away first, so that letters come free of the
-/// picture or the frame that they touch. At most `maximum` shapes are returned, the strongest; a picture with more is
-/// noise. Any thread.
-std::vector<EdgeShape> shapesIn(const EdgeMap &edges, std::size_t maximum = 60'000);
+/// The outlines of a map (8-connected) that can be letters or parts of letters.
+///
+/// Frames and rules go first, while their faint parts still hold them together; then what is faint beside something
+/// strong. Where something large still hangs together, the fainter half of it is taken away, so that letters come free
+/// of the picture that they touch. At most `maximum` shapes are returned, the strongest; a picture with more is noise.
+/// Any thread.
+std::vector<EdgeShape> shapesIn(EdgeMap edges, std::size_t maximum = 60'000);
 
 } // namespace lucentra

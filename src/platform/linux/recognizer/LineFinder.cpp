@@ -3,15 +3,14 @@
 #include "EdgeShapes.h"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
 
 namespace lucentra {
 namespace {
 
-constexpr int band = 32;           // pixels; neighbours are looked for within the bands that a shape touches
-constexpr int neighbours = 48;     // at most so many to the right are tried
-constexpr double letterGap = 0.65; // of the height; what is nearer belongs together in any case
-constexpr double wordGap = 0.95;
+constexpr int band = 32;       // pixels; neighbours are looked for within the bands that a shape touches
+constexpr int neighbours = 48; // at most so many to the right are tried
 
 /// Shapes that have been linked.
 struct Group
@@ -20,23 +19,69 @@ struct Group
     std::vector<EdgeShape> shapes;
 };
 
-bool belongTogether(const QRect &a, const QRect &b, double gapLimit)
+int strengthOf(const Group &group)
 {
-    const int overlap = std::min(a.bottom(), b.bottom()) - std::max(a.top(), b.top()) + 1;
-    const int lower = std::min(a.height(), b.height());
-    const int higher = std::max(a.height(), b.height());
-    const int gap = std::max(a.left(), b.left()) - std::min(a.right(), b.right()) - 1;
-    const int together = std::max(a.bottom(), b.bottom()) - std::min(a.top(), b.top()) + 1;
-    return 2 * overlap >= lower && gap <= gapLimit * higher && together <= 1.3 * higher + 1;
+    int strength = 0;
+    for (const EdgeShape &shape : group.shapes)
+        strength = std::max(strength, shape.strength);
+    return strength;
+}
+
+/// What linking needs to know of a group.
+struct Box
+{
+    QRect ink;
+    int count = 1;    // of shapes
+    int strength = 0; // of the strongest
+};
+
+/// How near two groups must be, and how like one another.
+struct Nearness
+{
+    double gap;         // at most, in heights
+    double heightRatio; // of two single shapes, at most
+    double growth;      // of a line by a shape or two, at most
+};
+
+constexpr Nearness likeLetters{0.65, 2.0, 1.5};     // letters of about one size
+constexpr Nearness likePunctuation{0.65, 100, 1.9}; // and what is smaller or, like a parenthesis, larger
+constexpr Nearness likeWords{1.15, 100, 1.4};       // an icon beside the text is larger than that
+
+bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
+{
+    const Box &line = a.count != b.count ? (a.count > b.count ? a : b) : (a.ink.height() > b.ink.height() ? a : b);
+    const int overlap = std::min(a.ink.bottom(), b.ink.bottom()) - std::max(a.ink.top(), b.ink.top()) + 1;
+    const int lower = std::min(a.ink.height(), b.ink.height());
+    const int higher = std::max(a.ink.height(), b.ink.height());
+    const int gap = std::max(a.ink.left(), b.ink.left()) - std::min(a.ink.right(), b.ink.right()) - 1;
+    const int together = std::max(a.ink.bottom(), b.ink.bottom()) - std::min(a.ink.top(), b.ink.top()) + 1;
+    const bool isDot = lower <= std::max(5, higher / 4);
+    // An underscore lies below the other letters.
+    const int reach = isDot ? higher / 4 : 0;
+    if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
+        return false;
+    // What shines through a translucent panel isn't part of the text on it.
+    if (3 * std::min(a.strength, b.strength) < std::max(a.strength, b.strength))
+        return false;
+    if (a.count >= 3 && b.count >= 3 && higher > 1.7 * lower)
+        return false;
+    if (line.count >= 3) {
+        const double height = line.ink.height();
+        return together <= nearness.growth * height + 1 && gap <= nearness.gap * std::min<double>(higher, 1.6 * height);
+    }
+    if (higher <= 2 * lower)
+        return gap <= nearness.gap * higher;
+    // A dot beside a letter, but no letter beside a large icon.
+    return gap <= (isDot ? 0.7 : 0.3) * higher;
 }
 
 /// The groups under construction; one that has been taken into another points to it.
 class Linking
 {
 public:
-    explicit Linking(const std::vector<QRect> &boxes)
-        : m_boxes(boxes)
-        , m_parents(boxes.size())
+    explicit Linking(std::vector<Box> boxes)
+        : m_boxes(std::move(boxes))
+        , m_parents(m_boxes.size())
     {
         std::iota(m_parents.begin(), m_parents.end(), 0U);
     }
@@ -48,19 +93,21 @@ public:
         return index;
     }
 
-    bool link(std::size_t a, std::size_t b, double gapLimit)
+    bool link(std::size_t a, std::size_t b, const Nearness &nearness)
     {
         a = groupOf(a);
         b = groupOf(b);
-        if (a == b || !belongTogether(m_boxes[a], m_boxes[b], gapLimit))
+        if (a == b || !belongTogether(m_boxes[a], m_boxes[b], nearness))
             return false;
         m_parents[b] = a;
-        m_boxes[a] |= m_boxes[b];
+        m_boxes[a].ink |= m_boxes[b].ink;
+        m_boxes[a].count += m_boxes[b].count;
+        m_boxes[a].strength = std::max(m_boxes[a].strength, m_boxes[b].strength);
         return true;
     }
 
 private:
-    std::vector<QRect> m_boxes;
+    std::vector<Box> m_boxes;
     std::vector<std::size_t> m_parents;
 };
 
@@ -83,7 +130,7 @@ std::vector<std::vector<std::size_t>> bandsOf(const std::vector<QRect> &boxes)
 }
 
 /// Links once through all bands.
-bool linkNeighbours(const std::vector<QRect> &boxes, Linking &linking, double gapLimit)
+bool linkNeighbours(const std::vector<QRect> &boxes, Linking &linking, const Nearness &nearness)
 {
     bool hasLinked = false;
     for (const std::vector<std::size_t> &members : bandsOf(boxes)) {
@@ -93,9 +140,9 @@ bool linkNeighbours(const std::vector<QRect> &boxes, Linking &linking, double ga
         for (std::size_t i = 0; i < members.size(); ++i) {
             const QRect &box = boxes[members[i]];
             const std::size_t end = std::min(members.size(), i + 1 + neighbours);
-            for (std::size_t j = i + 1; j < end && boxes[members[j]].left() - box.right() <= gapLimit * highest + 1;
+            for (std::size_t j = i + 1; j < end && boxes[members[j]].left() - box.right() <= nearness.gap * highest + 1;
                  ++j)
-                hasLinked |= linking.link(members[i], members[j], gapLimit);
+                hasLinked |= linking.link(members[i], members[j], nearness);
         }
     }
     return hasLinked;
@@ -115,15 +162,18 @@ std::vector<Group> gathered(std::vector<Group> groups, Linking &linking)
     return groups;
 }
 
-std::vector<Group> linked(std::vector<Group> groups, double gapLimit)
+std::vector<Group> linked(std::vector<Group> groups, const Nearness &nearness)
 {
     constexpr int rounds = 4;
     for (int round = 0; round < rounds; ++round) {
         std::vector<QRect> boxes;
-        for (const Group &group : groups)
+        std::vector<Box> counted;
+        for (const Group &group : groups) {
             boxes.push_back(group.ink);
-        Linking linking(boxes);
-        if (!linkNeighbours(boxes, linking, gapLimit))
+            counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group)});
+        }
+        Linking linking(std::move(counted));
+        if (!linkNeighbours(boxes, linking, nearness))
             break;
         groups = gathered(std::move(groups), linking);
     }
@@ -154,7 +204,8 @@ std::vector<Group> splitRows(Group group)
     const int third = group.ink.height() / 3;
     const auto middle = cover.begin() + third;
     const auto empty = std::find(middle, cover.end() - third, 0);
-    if (letters.size() < 6 || empty >= cover.end() - third)
+    const bool isHeldTogether = 3 * (group.shapes.size() - letters.size()) <= letters.size();
+    if (!isHeldTogether || letters.size() < 6 || empty >= cover.end() - third)
         return {std::move(group)};
     const int cut = group.ink.top() + int(empty - cover.begin());
     const auto lower = std::partition(letters.begin(), letters.end(),
@@ -176,6 +227,20 @@ FoundLine lineOf(const Group &group)
     return {group.ink, int(group.shapes.size()), int(strength / pixels), double(pixels) / double(area)};
 }
 
+/// Leaves out single shapes that are everywhere in one size: lit windows, dots, leaves.
+QList<FoundLine> withoutPattern(QList<FoundLine> lines)
+{
+    constexpr int everywhere = 40;
+    std::map<std::pair<int, int>, int> sizes;
+    const auto sizeOf = [](const FoundLine &line) { return std::pair(line.ink.width() / 2, line.ink.height() / 2); };
+    for (const FoundLine &line : lines) {
+        if (line.shapeCount <= 2)
+            ++sizes[sizeOf(line)];
+    }
+    erase_if(lines, [&](const FoundLine &line) { return line.shapeCount <= 2 && sizes[sizeOf(line)] >= everywhere; });
+    return lines;
+}
+
 } // namespace
 
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
@@ -183,16 +248,20 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
     std::vector<Group> groups;
     for (const EdgeShape &shape : shapesIn(edgesOf(image)))
         groups.push_back({shape.ink, {shape}});
-    groups = linked(linked(std::move(groups), letterGap), wordGap);
+    for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
+        groups = linked(std::move(groups), nearness);
 
     QList<FoundLine> lines;
     for (Group &group : groups) {
         for (const Group &row : splitRows(std::move(group))) {
-            if (row.ink.height() >= minimumHeight)
+            // Beside its neighbours a letter may be that low; alone it is a speck.
+            const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
+            const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
+            if (row.ink.height() >= least)
                 lines.append(lineOf(row));
         }
     }
-    return lines;
+    return withoutPattern(std::move(lines));
 }
 
 } // namespace lucentra
