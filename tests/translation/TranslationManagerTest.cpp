@@ -3,7 +3,7 @@
 #include "ConnectionTest.h"
 #include "KeychainStore.h"
 #include "MainQueue.h"
-#include "SecretStorage.h"
+#include "PlayedSecrets.h"
 #include "Settings.h"
 #include "TestTexts.h"
 #include "TranslationError.h"
@@ -16,34 +16,6 @@ using namespace lucentra;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Keys in memory.
-class PlayedSecrets : public SecretStorage
-{
-public:
-    QHash<QString, QByteArray> secrets;
-    int searches = 0;
-
-    Result<QHash<QString, QByteArray>> lookupAll(const QString &) override
-    {
-        ++searches;
-        return secrets;
-    }
-    Result<std::optional<QByteArray>> lookup(const QString &, const QString &account) override
-    {
-        return secrets.contains(account) ? std::optional(secrets[account]) : std::nullopt;
-    }
-    Result<void> store(const QString &, const QString &account, const QByteArray &secret) override
-    {
-        secrets[account] = secret;
-        return {};
-    }
-    Result<void> remove(const QString &, const QString &account) override
-    {
-        secrets.remove(account);
-        return {};
-    }
-};
 
 QString joined(const TranslationClients::Blocks &blocks)
 {
