@@ -1,0 +1,202 @@
+#include "ControlCapsuleView.h"
+
+#include "CapsuleButton.h"
+#include "LocalizationManager.h"
+#include "NotificationCenter.h"
+#include "ProgressIndicator.h"
+#include "TargetLanguageOption.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPainter>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr int fadeMilliseconds = 300;
+constexpr int menuDistance = 4;
+
+struct TranslateForm
+{
+    QString symbol;
+    QString label;
+};
+
+TranslateForm translateForm(TranslationActionState state)
+{
+    switch (state) {
+    case TranslationActionState::retranslate:
+        return {u"retranslate"_s, u"重新翻譯"_s};
+    case TranslationActionState::retry:
+        return {u"retry"_s, u"重試翻譯"_s};
+    case TranslationActionState::translate:
+        break;
+    }
+    return {u"viewfinder"_s, u"翻譯目前區域"_s};
+}
+
+} // namespace
+
+ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
+                                       QWidget *parent)
+    : QWidget(parent)
+    , m_localization(localization)
+    , m_menu(new QMenu(this))
+{
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(6, 1, 6, 1);
+    row->setSpacing(4);
+    row->setSizeConstraint(QLayout::SetFixedSize);
+    row->addWidget(m_progress = new ProgressIndicator(this));
+    m_copy = addButton(&ControlCapsuleView::onCopyTapped);
+    m_translate = addButton(&ControlCapsuleView::onTranslateTapped);
+    m_triggerMode = addButton(&ControlCapsuleView::onTriggerModeTapped);
+    m_keyboard = addButton(&ControlCapsuleView::onKeyboardTapped);
+    m_language = addButton(nullptr);
+    m_history = addButton(&ControlCapsuleView::onHistoryTapped);
+    m_settings = addButton(&ControlCapsuleView::onSettingsTapped);
+    m_copy->setSymbol(u"copy"_s);
+    m_history->setSymbol(u"clock"_s);
+    m_settings->setSymbol(u"gear"_s);
+    connect(m_language, &QAbstractButton::clicked, this, &ControlCapsuleView::showLanguageMenu);
+    connect(m_menu, &QMenu::aboutToHide, this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
+
+    m_fade.setDuration(fadeMilliseconds);
+    m_fade.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&m_fade, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant &value) { setOpacity(value.toDouble()); });
+    notificationCenter.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { render(); });
+    render();
+    setOpacity(0);
+}
+
+CapsuleButton *ControlCapsuleView::addButton(std::function<void()> ControlCapsuleView::*callback)
+{
+    auto *button = new CapsuleButton(this);
+    layout()->addWidget(button);
+    button->installEventFilter(this);
+    m_buttons.append(button);
+    if (callback) {
+        connect(button, &QAbstractButton::clicked, this, [this, callback] {
+            if (const auto &react = this->*callback)
+                react();
+        });
+    }
+    return button;
+}
+
+void ControlCapsuleView::setState(const ControlCapsuleState &state)
+{
+    if (m_state == state)
+        return;
+    m_state = state;
+    render();
+}
+
+void ControlCapsuleView::setReduceMotion(bool reduceMotion)
+{
+    m_reduceMotion = reduceMotion;
+    render();
+}
+
+void ControlCapsuleView::render()
+{
+    const auto text = [this](const QString &key) { return m_localization.localized(key); };
+    m_progress->setAccessibleName(text(u"正在辨識與翻譯"_s));
+    m_progress->setToolTip(text(u"正在辨識與翻譯"_s));
+    m_progress->setVisible(m_state.isProcessing);
+    m_progress->setTurning(m_state.isProcessing && !m_reduceMotion);
+
+    m_copy->setVisible(m_state.isInputMode);
+    m_copy->describe(text(u"複製翻譯結果"_s), text(u"複製翻譯結果"_s));
+    const TranslateForm form = translateForm(m_state.translationActionState);
+    m_translate->setVisible(!m_state.isInputMode);
+    m_translate->setSymbol(form.symbol);
+    m_translate->describe(text(form.label), text(form.label));
+
+    m_triggerMode->setSymbol(m_state.isManual ? u"bolt"_s : u"pointer"_s);
+    m_triggerMode->describe(
+        text(m_state.isManual ? u"切換為自動辨識"_s : u"切換為框選翻譯"_s),
+        text(m_state.isManual ? u"切換為自動辨識 (當前:框選翻譯)"_s : u"切換為框選翻譯 (當前:自動辨識)"_s));
+    const QString keyboard = text(m_state.isInputMode ? u"切換回框選翻譯"_s : u"切換到手動輸入"_s);
+    m_keyboard->setSymbol(m_state.isInputMode ? u"camera"_s : u"keyboard"_s);
+    m_keyboard->describe(keyboard, keyboard);
+
+    const TargetLanguageOption &language = targetLanguageOption(m_state.targetLanguageCode);
+    const QString languageLabel = m_localization.formatted(u"目標語言：%@"_s, text(language.name));
+    m_language->setText(language.shortLabel);
+    m_language->describe(languageLabel, languageLabel);
+    m_language->setAccessibleDescription(text(u"切換目標語言"_s));
+    m_history->describe(text(u"翻譯歷史紀錄"_s), text(u"翻譯歷史紀錄"_s));
+    m_settings->describe(text(u"設定"_s), text(u"設定"_s));
+    updateVisibility();
+}
+
+void ControlCapsuleView::showLanguageMenu()
+{
+    m_menu->clear();
+    for (const TargetLanguageOption &option : targetLanguageOptions()) {
+        QAction *entry = m_menu->addAction(m_localization.localized(option.name));
+        entry->setCheckable(true);
+        entry->setChecked(option.code == m_state.targetLanguageCode);
+        connect(entry, &QAction::triggered, this, [this, code = option.code] {
+            if (onTargetLanguageSelected)
+                onTargetLanguageSelected(code);
+        });
+    }
+    m_menu->popup(m_language->mapToGlobal(QPoint(0, m_language->height() + menuDistance)));
+}
+
+void ControlCapsuleView::updateVisibility()
+{
+    const QWidget *focus = QApplication::focusWidget();
+    const bool isShown =
+        m_state.isHovering || m_state.isProcessing || m_menu->isVisible() || (focus && isAncestorOf(focus));
+    const double target = isShown ? 1 : 0;
+    if (m_fade.state() == QAbstractAnimation::Running && m_fade.endValue() == target && !m_reduceMotion)
+        return;
+    m_fade.stop();
+    if (m_reduceMotion || !isVisible() || m_opacity == target) {
+        setOpacity(target);
+        return;
+    }
+    m_fade.setStartValue(m_opacity);
+    m_fade.setEndValue(target);
+    m_fade.start();
+}
+
+void ControlCapsuleView::setOpacity(double opacity)
+{
+    m_opacity = opacity;
+    for (CapsuleButton *button : std::as_const(m_buttons))
+        button->setOpacity(opacity);
+    m_progress->setOpacity(opacity);
+    update();
+}
+
+bool ControlCapsuleView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        QMetaObject::invokeMethod(this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
+}
+
+void ControlCapsuleView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(m_opacity);
+    const QRectF row = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.18F), 0.8));
+    painter.setBrush(QColor(38, 41, 48, 224));
+    painter.drawRoundedRect(row, row.height() / 2, row.height() / 2);
+}
+
+} // namespace lucentra

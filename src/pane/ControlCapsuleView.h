@@ -1,0 +1,86 @@
+#pragma once
+
+#include "PassPane.h"
+
+#include <QList>
+#include <QString>
+#include <QVariantAnimation>
+#include <QWidget>
+
+#include <functional>
+
+class QMenu;
+
+namespace lucentra {
+
+class CapsuleButton;
+class LocalizationManager;
+class NotificationCenter;
+class ProgressIndicator;
+
+/// What the capsule shows; the pane owns it.
+struct ControlCapsuleState
+{
+    bool isHovering = false;   ///< the pointer is over the pane
+    bool isManual = false;     ///< passes start only when asked for
+    bool isInputMode = false;  ///< the pane takes typed text
+    bool isProcessing = false; ///< a pass runs
+    QString targetLanguageCode;
+    TranslationActionState translationActionState = TranslationActionState::translate;
+
+    bool operator==(const ControlCapsuleState &) const = default;
+};
+
+/// The row of buttons in the pane's upper right corner. It can be seen while the pointer is over the pane or a pass
+/// runs, and for those who work without a pointer while one of its buttons has the focus. Main thread only.
+class ControlCapsuleView : public QWidget
+{
+public:
+    static constexpr int rowHeight = 32;
+
+    ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
+                       QWidget *parent = nullptr);
+
+    // One call a tap. Those that aren't set are left out.
+    std::function<void()> onTranslateTapped;
+    std::function<void()> onTriggerModeTapped;
+    std::function<void()> onKeyboardTapped;
+    std::function<void()> onHistoryTapped;
+    std::function<void()> onCopyTapped;
+    std::function<void()> onSettingsTapped;
+    std::function<void(const QString &)> onTargetLanguageSelected;
+
+    void setState(const ControlCapsuleState &state);
+    const ControlCapsuleState &state() const { return m_state; }
+    void setReduceMotion(bool reduceMotion);
+    double opacity() const { return m_opacity; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    CapsuleButton *addButton(std::function<void()> ControlCapsuleView::*callback);
+    void showLanguageMenu();
+    void render();
+    void updateVisibility();
+    void setOpacity(double opacity);
+
+    const LocalizationManager &m_localization;
+    ControlCapsuleState m_state;
+    bool m_reduceMotion = false;
+    double m_opacity = 0;
+    QVariantAnimation m_fade;
+    ProgressIndicator *m_progress;
+    CapsuleButton *m_copy;
+    CapsuleButton *m_translate;
+    CapsuleButton *m_triggerMode;
+    CapsuleButton *m_keyboard;
+    CapsuleButton *m_language;
+    CapsuleButton *m_history;
+    CapsuleButton *m_settings;
+    QMenu *m_menu;
+    QList<CapsuleButton *> m_buttons;
+};
+
+} // namespace lucentra

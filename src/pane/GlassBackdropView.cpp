@@ -1,0 +1,106 @@
+#include "GlassBackdropView.h"
+
+#include "PaneShape.h"
+
+#include <QEasingCurve>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace lucentra {
+
+namespace {
+
+/// Cuts the rounded corners out of a picture; touches nothing but the four corners.
+void roundCorners(QPainter &painter, const QRectF &rect)
+{
+    QPainterPath rounded;
+    rounded.addRoundedRect(rect, paneCornerRadius, paneCornerRadius);
+    QPainterPath corners;
+    corners.addRect(rect);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.fillPath(corners.subtracted(rounded), Qt::black);
+}
+
+} // namespace
+
+GlassBackdropView::GlassBackdropView(QWidget *parent)
+    : QWidget(parent)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_opacityAnimation.setDuration(opacityMilliseconds);
+    m_opacityAnimation.setEasingCurve(QEasingCurve::InOutSine);
+    connect(&m_opacityAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        m_opacity = value.toDouble();
+        update();
+    });
+}
+
+void GlassBackdropView::setContent(const QImage &content)
+{
+    m_content = content;
+    m_content.setDevicePixelRatio(devicePixelRatioF());
+    m_frosted = FrostedBackdrop(content, devicePixelRatioF());
+    m_isGlassStale = true;
+    update();
+}
+
+void GlassBackdropView::setOpacity(double opacity, bool animated)
+{
+    m_opacityAnimation.stop();
+    if (animated && isVisible() && opacity != m_opacity) {
+        m_opacityAnimation.setStartValue(m_opacity);
+        m_opacityAnimation.setEndValue(opacity);
+        m_opacityAnimation.start();
+        return;
+    }
+    m_opacity = opacity;
+    update();
+}
+
+void GlassBackdropView::setOpaque(bool opaque)
+{
+    m_isOpaque = opaque;
+    m_isGlassStale = true;
+    update();
+}
+
+void GlassBackdropView::setComposited(bool composited)
+{
+    m_isComposited = composited;
+    update();
+}
+
+void GlassBackdropView::paintEvent(QPaintEvent *)
+{
+    if (m_isGlassStale || m_glass.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
+        renderGlass();
+    QPainter painter(this);
+    if (!m_isComposited)
+        paintContent(painter);
+    painter.setOpacity(m_isOpaque ? 1 : m_opacity);
+    painter.drawPixmap(0, 0, m_glass);
+}
+
+void GlassBackdropView::renderGlass()
+{
+    m_isGlassStale = false;
+    QImage glass((QSizeF(size()) * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
+    glass.setDevicePixelRatio(devicePixelRatioF());
+    glass.fill(Qt::transparent);
+    QPainter painter(&glass);
+    (m_isOpaque ? FrostedBackdrop() : m_frosted).paint(painter, rect(), 1);
+    roundCorners(painter, rect());
+    painter.end();
+    m_glass = QPixmap::fromImage(std::move(glass));
+}
+
+void GlassBackdropView::paintContent(QPainter &painter)
+{
+    if (m_content.isNull())
+        FrostedBackdrop().paint(painter, rect(), 1);
+    else
+        painter.drawImage(0, 0, m_content);
+}
+
+} // namespace lucentra

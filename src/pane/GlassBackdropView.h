@@ -1,0 +1,49 @@
+#pragma once
+
+#include "FrostedBackdrop.h"
+
+#include <QImage>
+#include <QPixmap>
+#include <QVariantAnimation>
+#include <QWidget>
+
+namespace lucentra {
+
+/// The frosted glass that fills the pane, beneath everything else on it.
+class GlassBackdropView : public QWidget
+{
+public:
+    static constexpr int opacityMilliseconds = 250;
+
+    explicit GlassBackdropView(QWidget *parent = nullptr);
+
+    /// What lies beneath the pane, of the pane's size in device pixels; null where it isn't known, then the glass is
+    /// its tint alone.
+    void setContent(const QImage &content);
+    bool hasContent() const { return !m_content.isNull(); }
+
+    /// The glass's opacity, from 0 to 1, at once or in a short while.
+    void setOpacity(double opacity, bool animated);
+    /// An opaque surface without what lies beneath, instead of glass.
+    void setOpaque(bool opaque);
+    /// Where windows aren't blended, the content itself is drawn first, so that it looks the same.
+    void setComposited(bool composited);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void renderGlass();
+    void paintContent(QPainter &painter);
+
+    QImage m_content;
+    FrostedBackdrop m_frosted;
+    QVariantAnimation m_opacityAnimation;
+    double m_opacity = 1;
+    bool m_isOpaque = false;
+    bool m_isComposited = true;
+    QPixmap m_glass; ///< the glass at full opacity, with its rounded corners
+    bool m_isGlassStale = true;
+};
+
+} // namespace lucentra

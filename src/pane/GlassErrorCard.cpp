@@ -1,0 +1,184 @@
+#include "GlassErrorCard.h"
+
+#include "SoftShadow.h"
+#include "Symbol.h"
+#include "Text.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr int shadowRoom = 24;
+constexpr double cornerRadius = 14;
+constexpr int titlePixels = 15;
+constexpr int messagePixels = 13;
+constexpr int symbolSide = 17;
+constexpr int symbolGap = 7;
+constexpr int buttonHeight = 26;
+constexpr int distanceFromTop = 28; ///< the window's buttons stand there
+constexpr int distanceFromBottom = 4;
+
+const SoftShadow cardShadow{.color = QColor::fromRgbF(0, 0, 0, 0.22F), .radius = 14, .offset = {0, 6}};
+const QColor surfaceColor(44, 47, 54, 242);
+const QColor outlineColor = QColor::fromRgbF(1, 1, 1, 0.18F);
+
+constexpr auto buttonStyle = R"(
+    QPushButton { background: #2f6fe4; color: white; border: 1px solid rgba(255, 255, 255, 40); border-radius: 6px;
+                  padding: 0 12px; font-size: 13px; font-weight: 600; }
+    QPushButton:hover { background: #3d7cf0; }
+    QPushButton:pressed { background: #265fc9; }
+    QPushButton:focus { border: 2px solid rgba(255, 255, 255, 210); padding: 0 11px; }
+)";
+
+int wrappedHeight(const QFont &font, const QString &text, int width)
+{
+    return QFontMetrics(font).boundingRect(0, 0, width, 1 << 20, Qt::TextWordWrap, text).height();
+}
+
+/// The text, or as much of it from its start as fits a height, with an ellipsis.
+QString fittedText(const QFont &font, const QString &text, int width, int height)
+{
+    if (wrappedHeight(font, text, width) <= height)
+        return text;
+    const auto cutOff = [&](qsizetype count) { return firstCharacters(text, count).trimmed() + u'…'; };
+    qsizetype fitting = 0;
+    qsizetype tooMany = characterCount(text);
+    while (tooMany - fitting > 1) {
+        const qsizetype middle = (fitting + tooMany) / 2;
+        (wrappedHeight(font, cutOff(middle), width) <= height ? fitting : tooMany) = middle;
+    }
+    return cutOff(fitting);
+}
+
+QAccessibleInterface *accessibleCard(const QString &, QObject *object)
+{
+    auto *card = dynamic_cast<GlassErrorCard *>(object);
+    return card ? new QAccessibleWidget(card, QAccessible::AlertMessage) : nullptr;
+}
+
+QLabel *addLabel(const QString &text, int pixels, QFont::Weight weight, double opacity, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    QFont font = label->font();
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    label->setFont(font);
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, QColor::fromRgbF(1, 1, 1, float(opacity)));
+    label->setPalette(palette);
+    return label;
+}
+
+} // namespace
+
+GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, const QString &actionTitle,
+                               std::function<void()> action, QWidget *parent)
+    : QWidget(parent)
+    , m_message(message)
+    , m_titleLabel(addLabel(title, titlePixels, QFont::DemiBold, 0.95, this))
+    , m_messageLabel(addLabel(message, messagePixels, QFont::Normal, 0.72, this))
+{
+    static const bool isInstalled = (QAccessible::installFactory(accessibleCard), true);
+    Q_UNUSED(isInstalled);
+    setAccessibleName(title);
+    setAccessibleDescription(message);
+    if (actionTitle.isEmpty())
+        return;
+    m_button = new QPushButton(actionTitle, this);
+    m_button->setStyleSheet(QString::fromLatin1(buttonStyle));
+    m_button->setAutoDefault(true); // Return presses it, as Space does
+    connect(m_button, &QPushButton::clicked, this, [action = std::move(action)] {
+        const auto kept = action; // the card may go meanwhile, and this function with it
+        if (kept)
+            kept();
+    });
+}
+
+void GlassErrorCard::placeOn(QSize pane)
+{
+    const int width = std::max(leastWidth, std::min(greatestWidth, pane.width() - 2 * sideDistance));
+    const int greatestHeight = pane.height() - distanceFromTop - distanceFromBottom;
+    int height = layOut(width, greatestHeight, {16, 10, false});
+    if (height > greatestHeight)
+        height = layOut(width, greatestHeight, {9, 4, true});
+    const int centred = (pane.height() - height) / 2 + belowCenter;
+    const int top = std::max(distanceFromTop, std::min(centred, pane.height() - distanceFromBottom - height));
+    setGeometry(QRect((pane.width() - width) / 2, top, width, height)
+                    .adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom));
+    update();
+}
+
+QRect GlassErrorCard::cardRect() const
+{
+    return geometry().adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+}
+
+int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
+{
+    const QSize button = m_button ? QSize(m_button->sizeHint().width(), buttonHeight) : QSize(0, 0);
+    const bool isBeside = m_button && form.hasButtonBeside;
+    const bool isBeneath = m_button && !form.hasButtonBeside;
+    const int inner = width - 2 * form.padding;
+    const int textWidth = inner - (isBeside ? button.width() + form.padding : 0);
+    const QPoint corner(shadowRoom + form.padding, shadowRoom + form.padding);
+    m_symbolCorner = corner + QPoint(0, 1);
+    const QPoint titleCorner = corner + QPoint(symbolSide + symbolGap, 0);
+    const int titleWidth = textWidth - symbolSide - symbolGap;
+    const int titleHeight = wrappedHeight(m_titleLabel->font(), m_titleLabel->text(), titleWidth);
+    m_titleLabel->setGeometry({titleCorner, QSize(titleWidth, titleHeight)});
+
+    const int around = 2 * form.padding + titleHeight + form.gap + (isBeneath ? form.gap + buttonHeight : 0);
+    const int oneLine = wrappedHeight(m_messageLabel->font(), u"…"_s, textWidth);
+    const int room = std::max(oneLine, greatestHeight - around);
+    const QString shown = fittedText(m_messageLabel->font(), m_message, textWidth, room);
+    m_messageLabel->setText(shown);
+    m_messageLabel->setToolTip(shown == m_message ? QString() : m_message);
+    const int messageHeight = wrappedHeight(m_messageLabel->font(), shown, textWidth);
+    m_messageLabel->setGeometry({corner + QPoint(0, titleHeight + form.gap), QSize(textWidth, messageHeight)});
+
+    const int height = around + messageHeight;
+    if (isBeneath)
+        m_button->setGeometry({QPoint(corner.x(), shadowRoom + height - form.padding - buttonHeight), button});
+    else if (isBeside)
+        m_button->setGeometry(
+            {QPoint(corner.x() + inner - button.width(), shadowRoom + (height - buttonHeight) / 2), button});
+    return height;
+}
+
+void GlassErrorCard::paintEvent(QPaintEvent *)
+{
+    if (m_surface.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
+        renderSurface();
+    QPainter painter(this);
+    painter.drawImage(0, 0, m_surface);
+    paintSymbol(painter, u"warning"_s, QRectF(m_symbolCorner, QSizeF(symbolSide, symbolSide)));
+}
+
+void GlassErrorCard::renderSurface()
+{
+    m_surface = cardShadow.under(size(), devicePixelRatioF(), [this](QPainter &painter) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(outlineColor, 1));
+        painter.setBrush(surfaceColor);
+        painter.drawRoundedRect(
+            QRectF(rect()).adjusted(shadowRoom + 0.5, shadowRoom + 0.5, -shadowRoom - 0.5, -shadowRoom - 0.5),
+            cornerRadius, cornerRadius);
+    });
+}
+
+} // namespace lucentra

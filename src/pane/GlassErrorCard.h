@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QPushButton;
+
+namespace lucentra {
+
+/// A card on the pane that says what went wrong, with or without a button. Its place on the pane is its own business;
+/// a message that has no room is cut off with an ellipsis. To assistive programs it is an alert.
+class GlassErrorCard : public QWidget
+{
+public:
+    static constexpr int leastWidth = 280;
+    static constexpr int greatestWidth = 380;
+    /// Between the card and the pane's sides, while there is room.
+    static constexpr int sideDistance = 24;
+    /// How far the card's centre lies below the pane's.
+    static constexpr int belowCenter = 8;
+
+    /// Without `actionTitle` there is no button. `action` may end the card.
+    GlassErrorCard(const QString &title, const QString &message, const QString &actionTitle,
+                   std::function<void()> action, QWidget *parent);
+
+    /// Lays the card out for a pane of a size; its own widget is larger by the room for its shadow.
+    void placeOn(QSize pane);
+    /// Where the card itself is seen, in the pane's points.
+    QRect cardRect() const;
+    QPushButton *actionButton() const { return m_button; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    struct Form
+    {
+        int padding;
+        int gap;
+        bool hasButtonBeside; ///< instead of beneath the message
+    };
+
+    int layOut(int width, int greatestHeight, Form form);
+    void renderSurface();
+
+    const QString m_message;
+    QLabel *m_titleLabel;
+    QLabel *m_messageLabel;
+    QPushButton *m_button = nullptr;
+    QPoint m_symbolCorner;
+    QImage m_surface; ///< the card's ground with its shadow
+};
+
+} // namespace lucentra

@@ -1,0 +1,310 @@
+#include "GlassView.h"
+
+#include "ControlCapsuleView.h"
+#include "GlassBackdropView.h"
+#include "GlassErrorCard.h"
+#include "GripView.h"
+#include "LocalizationManager.h"
+#include "NeonBorderView.h"
+#include "NotificationCenter.h"
+#include "OverlayTypesetter.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "TargetLanguageOption.h"
+#include "TransparentWindow.h"
+#include "WidgetFade.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleHints>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr qint64 manualTrigger = 1;
+constexpr int capsuleTop = 5;
+constexpr int capsuleRight = 16;
+constexpr int leastCapsuleRight = 6;
+constexpr int leftOfCapsule = 70; ///< where the window's buttons end
+constexpr int inputPanelTop = 40;
+constexpr auto inputPanelAppears = 250ms;
+constexpr auto inputPanelGoes = 200ms;
+
+ClickRecognizer::PairLimits pairLimits()
+{
+    const QStyleHints *hints = QGuiApplication::styleHints();
+    return {std::chrono::milliseconds(hints->mouseDoubleClickInterval()), double(hints->mouseDoubleClickDistance())};
+}
+
+} // namespace
+
+GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions, QWidget *parent)
+    : QWidget(parent)
+    , m_services(services)
+    , m_displayOptions(displayOptions)
+    , m_visualEffect(new GlassBackdropView(this))
+    , m_neonBorderView(new NeonBorderView(services.settings, services.notificationCenter, this))
+    , m_grip(new GripView(this))
+    , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, this))
+    , m_hints(*this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); })
+    , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
+{
+    setFocusPolicy(Qt::ClickFocus);
+    observeNotifications();
+    accessibilityDisplayOptionsChanged(displayOptions);
+    setupControlCapsule();
+    showPristineHint();
+}
+
+GlassView::~GlassView() = default;
+
+void GlassView::observeNotifications()
+{
+    NotificationCenter &center = m_services.notificationCenter;
+    center.observe(notifications::updateGlassOpacity, this, [this](const QVariant &) {
+        m_visualEffect->setOpacity(m_services.settings.read(settings::glassOpacity), !m_displayOptions.reduceMotion);
+    });
+    center.observe(notifications::targetLanguageChanged, this, [this](const QVariant &code) {
+        m_targetLanguageCode = code.typeId() == QMetaType::QString
+                                   ? code.toString()
+                                   : m_services.settings.read(settings::targetLanguageCode);
+        m_typesetter.reset();
+        updateCapsuleState();
+    });
+    center.observe(notifications::translationClickGestureChanged, this, [this](const QVariant &) {
+        showHint(m_services.texts.localized(isDoubleClickGesture() ? u"雙擊玻璃板即可翻譯"_s : u"單擊玻璃板即可翻譯"_s),
+                 true);
+    });
+    center.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) {
+        if (isPristine())
+            showPristineHint();
+    });
+}
+
+void GlassView::setupControlCapsule()
+{
+    const auto call = [this](std::function<void()> GlassView::*callback) {
+        return [this, callback] {
+            if (const auto &react = this->*callback)
+                react();
+        };
+    };
+    m_capsule->onTranslateTapped = [this] { performTranslateAction(); };
+    m_capsule->onTriggerModeTapped = [this] { toggleTriggerMode(); };
+    m_capsule->onKeyboardTapped = [this] { toggleInputMode(); };
+    m_capsule->onHistoryTapped = call(&GlassView::onHistoryTapped);
+    m_capsule->onSettingsTapped = call(&GlassView::onSettingsTapped);
+    m_capsule->onCopyTapped = [this] {
+        if (manualInput.copy)
+            manualInput.copy();
+    };
+    m_capsule->onTargetLanguageSelected = [this](const QString &code) { selectTargetLanguage(code); };
+    updateCapsuleState();
+}
+
+void GlassView::updateCapsuleState()
+{
+    m_capsule->setState({.isHovering = m_isHovering,
+                         .isManual = m_services.settings.read(settings::triggerMode) == manualTrigger,
+                         .isInputMode = m_isInputMode,
+                         .isProcessing = m_isProcessing,
+                         .targetLanguageCode = m_targetLanguageCode,
+                         .translationActionState = m_translationActionState});
+    placeCapsule();
+}
+
+void GlassView::placeCapsule()
+{
+    const QSize capsule = m_capsule->sizeHint();
+    // A narrow pane gives its margin up before the capsule covers the window's buttons.
+    const int right = std::clamp(width() - capsule.width() - leftOfCapsule, leastCapsuleRight, capsuleRight);
+    m_capsule->setGeometry({QPoint(width() - right - capsule.width(), capsuleTop), capsule});
+}
+
+void GlassView::addBelowCapsule(QWidget *view)
+{
+    view->stackUnder(m_capsule);
+    view->show();
+}
+
+void GlassView::showPristineHint()
+{
+    const LocalizationManager &texts = m_services.texts;
+    const QString gesture = texts.localized(isDoubleClickGesture() ? u"雙擊翻譯"_s : u"單擊翻譯"_s);
+    const bool isManual = m_services.settings.read(settings::triggerMode) == manualTrigger;
+    m_hints.showStart(texts.formatted(isManual ? u"%@・拖曳移動"_s : u"移動或縮放後自動翻譯・%@"_s, gesture));
+}
+
+bool GlassView::isDoubleClickGesture() const
+{
+    return m_services.settings.read(settings::translationClickGesture) != 0;
+}
+
+void GlassView::performTranslateAction()
+{
+    dismissPristineHint();
+    if (m_isInputMode)
+        submitManualInput();
+    else
+        translateTapped();
+}
+
+void GlassView::toggleTriggerMode()
+{
+    SettingsStore &store = m_services.settings;
+    const bool becomesManual = store.read(settings::triggerMode) != manualTrigger;
+    store.write(settings::triggerMode, becomesManual ? manualTrigger : 0);
+    updateCapsuleState();
+    showHint(m_services.texts.localized(becomesManual ? u"框選翻譯"_s : u"自動辨識"_s), true);
+}
+
+void GlassView::selectTargetLanguage(const QString &code)
+{
+    m_services.settings.write(settings::targetLanguageFollowsInterface, false);
+    m_services.settings.write(settings::targetLanguageCode, code);
+    m_services.notificationCenter.post(notifications::targetLanguageChanged, code);
+    const LocalizationManager &texts = m_services.texts;
+    showHint(texts.formatted(u"目標語言：%@"_s, texts.localized(targetLanguageOption(code).name)), true);
+}
+
+void GlassView::toggleInputMode()
+{
+    m_isInputMode = !m_isInputMode;
+    updateCapsuleState();
+    if (m_isInputMode) {
+        dismissPristineHint();
+        clearOverlays();
+        showManualInput();
+    } else {
+        if (manualInput.reset)
+            manualInput.reset();
+        hideManualInput();
+    }
+    showHint(m_services.texts.localized(m_isInputMode ? u"手動輸入"_s : u"框選翻譯"_s), true);
+}
+
+void GlassView::showManualInput()
+{
+    if (!manualInput.makePanel)
+        return;
+    m_inputPanel = manualInput.makePanel(this);
+    m_inputPanel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
+    addBelowCapsule(m_inputPanel);
+    m_inputPanel->setFocus();
+    if (!m_displayOptions.reduceMotion)
+        fadeWidget(*m_inputPanel, 0, 1, inputPanelAppears, {});
+}
+
+void GlassView::hideManualInput()
+{
+    if (!m_inputPanel)
+        return;
+    QWidget *panel = m_inputPanel;
+    m_inputPanel.clear();
+    if (m_displayOptions.reduceMotion)
+        delete panel;
+    else
+        fadeWidget(*panel, 1, 0, inputPanelGoes, [panel] { panel->deleteLater(); });
+}
+
+void GlassView::setBackdropContent(const QImage &content)
+{
+    m_visualEffect->setContent(content);
+    updateCorners();
+}
+
+void GlassView::setComposited(bool composited)
+{
+    m_isComposited = composited;
+    m_visualEffect->setComposited(composited);
+    updateCorners();
+}
+
+void GlassView::updateCorners()
+{
+    if (TransparentWindow *window = paneWindow())
+        window->setCornersCut(!m_isComposited && !m_visualEffect->hasContent());
+}
+
+void GlassView::accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options)
+{
+    m_displayOptions = options;
+    m_visualEffect->setOpaque(options.reduceTransparency);
+    m_visualEffect->setOpacity(m_services.settings.read(settings::glassOpacity), false);
+    m_neonBorderView->accessibilityDisplayOptionsChanged(options);
+    m_hints.setReduceMotion(options.reduceMotion);
+    m_capsule->setReduceMotion(options.reduceMotion);
+}
+
+void GlassView::setHovering(bool hovering)
+{
+    m_isHovering = hovering;
+    updateCapsuleState();
+}
+
+TransparentWindow *GlassView::paneWindow() const
+{
+    return dynamic_cast<TransparentWindow *>(window());
+}
+
+void GlassView::mousePressEvent(QMouseEvent *event)
+{
+    TransparentWindow *window = paneWindow();
+    if (!window || event->button() != Qt::LeftButton) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    m_clicks.press(event->globalPosition(), window->pos(), std::chrono::milliseconds(event->timestamp()), pairLimits());
+}
+
+void GlassView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    mousePressEvent(event); // the second press of a pair comes as this event alone
+}
+
+void GlassView::mouseMoveEvent(QMouseEvent *event)
+{
+    TransparentWindow *window = paneWindow();
+    if (!window || !(event->buttons() & Qt::LeftButton))
+        return;
+    if (const auto start = m_clicks.move(event->globalPosition()))
+        window->beginMove(start->toPoint());
+    window->continueDrag(event->globalPosition().toPoint());
+}
+
+void GlassView::mouseReleaseEvent(QMouseEvent *event)
+{
+    TransparentWindow *window = paneWindow();
+    if (!window || event->button() != Qt::LeftButton) {
+        QWidget::mouseReleaseEvent(event);
+        return;
+    }
+    window->endDrag();
+    const auto click = m_clicks.release(event->globalPosition(), window->pos());
+    if (m_isInputMode || click != (isDoubleClickGesture() ? 2 : 1))
+        return;
+    dismissPristineHint();
+    translateTapped();
+}
+
+void GlassView::resizeEvent(QResizeEvent *)
+{
+    m_visualEffect->setGeometry(rect());
+    m_neonBorderView->setGeometry(rect());
+    m_grip->move(rect().bottomRight() + QPoint(1, 1) - QPoint(GripView::side, GripView::side));
+    m_hints.layOut();
+    placeCapsule();
+    if (m_errorCard)
+        m_errorCard->placeOn(size());
+    if (m_inputPanel)
+        m_inputPanel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
+}
+
+} // namespace lucentra

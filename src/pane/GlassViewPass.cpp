@@ -1,0 +1,156 @@
+// What a pass and the pane's window do with the pane.
+
+#include "ControlCapsuleView.h"
+#include "GlassErrorCard.h"
+#include "GlassView.h"
+#include "NeonBorderView.h"
+#include "OverlayPainter.h"
+#include "OverlayTypesetter.h"
+#include "PassThroughContainerView.h"
+#include "PassThroughHostingView.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "TransparentWindow.h"
+#include "WindowButton.h"
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace lucentra {
+
+bool GlassView::isOnScreen() const
+{
+    if (!isWindowVisible())
+        return false;
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(),
+                       [this](const QScreen *screen) { return screen->geometry().intersects(window()->geometry()); });
+}
+
+bool GlassView::isWindowVisible() const
+{
+    const TransparentWindow *window = paneWindow();
+    return window && window->isShown();
+}
+
+void GlassView::makeKeyAndOrderFront()
+{
+    if (TransparentWindow *window = paneWindow())
+        window->makeKeyAndOrderFront();
+}
+
+GlassArea GlassView::glassArea() const
+{
+    const QScreen *mainScreen = QGuiApplication::primaryScreen();
+    const QRect screen = mainScreen ? mainScreen->geometry() : QRect();
+    const auto upwards = [&](const QRectF &rect) {
+        return QRectF(rect.x() - screen.x(), screen.y() + screen.height() - rect.bottom(), rect.width(), rect.height());
+    };
+    return {.glass = upwards({mapToGlobal(QPointF(0, 0)), QSizeF(size())}),
+            .windowFrame = upwards(window()->geometry()),
+            .windowNumber = quint32(window()->winId())};
+}
+
+QList<QRectF> GlassView::windowControlExclusionRects(double padding) const
+{
+    const TransparentWindow *window = paneWindow();
+    if (!window)
+        return {};
+    QRectF controls;
+    for (const WindowButton *button : window->standardButtons()) {
+        if (!button->isHidden())
+            controls |= QRectF(mapFrom(window, button->pos()), button->size());
+    }
+    if (controls.isEmpty())
+        return {};
+    controls = controls.adjusted(-padding, -padding, padding, padding).intersected(rect());
+    return controls.isEmpty() ? QList<QRectF>() : QList{controls};
+}
+
+void GlassView::submitManualInput()
+{
+    if (manualInput.submit)
+        manualInput.submit();
+}
+
+void GlassView::translateTapped()
+{
+    if (onTranslateTapped)
+        onTranslateTapped();
+}
+
+void GlassView::clearOverlays()
+{
+    for (const QPointer<QWidget> &view : std::as_const(m_overlayViews)) {
+        if (view) {
+            view->hide();
+            view->deleteLater(); // a card goes by a click on its own button
+        }
+    }
+    m_overlayViews.clear();
+    m_errorCard.clear();
+}
+
+void GlassView::setProcessing(bool processing)
+{
+    m_isProcessing = processing;
+    m_neonBorderView->isProcessing = processing;
+    m_neonBorderView->updatePulse();
+    updateCapsuleState();
+}
+
+void GlassView::setTranslationActionState(TranslationActionState state)
+{
+    m_translationActionState = state;
+    updateCapsuleState();
+}
+
+void GlassView::addTranslationOverlay(const QString &text, double bottomLimit, const QRectF &rect)
+{
+    if (!m_typesetter)
+        m_typesetter = std::make_unique<OverlayTypesetter>(m_targetLanguageCode);
+    const OverlayFontSettings fontSettings{
+        // Anything but a stored boolean counts as automatic.
+        .isAuto = m_services.settings.value(settings::isFontSizeAuto.key).toBool(settings::isFontSizeAuto.defaultValue),
+        .storedFontSize = m_services.settings.read(settings::fontSize)};
+    const auto layout = layOutOverlay(*m_typesetter, text, bottomLimit, rect, this->rect(), fontSettings);
+    if (!layout)
+        return;
+    const auto painter = std::make_shared<OverlayPainter>(m_typesetter->typeset(text), *layout);
+    // The shadow reaches beyond the overlay's frame, and so does its view.
+    const QRect place = painter->paintedArea().toAlignedRect();
+    auto *container = new PassThroughContainerView(this);
+    container->setGeometry(place);
+    auto *host = new PassThroughHostingView(
+        text,
+        [painter, corner = place.topLeft()](QPainter &onView) {
+            onView.translate(-corner);
+            painter->paint(onView);
+        },
+        container);
+    host->setGeometry(container->rect());
+    addBelowCapsule(container);
+    m_overlayViews.append(container);
+}
+
+void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
+                              std::function<void()> action)
+{
+    setTranslationActionState(TranslationActionState::retry);
+    clearOverlays();
+    m_errorCard = new GlassErrorCard(title, message, actionTitle, std::move(action), this);
+    m_errorCard->placeOn(size());
+    addBelowCapsule(m_errorCard);
+    m_overlayViews.append(m_errorCard.data());
+    if (QPushButton *button = m_errorCard->actionButton(); button && isActiveWindow())
+        button->setFocus();
+    QAccessibleEvent alert(m_errorCard, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+} // namespace lucentra

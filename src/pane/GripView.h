@@ -1,0 +1,19 @@
+#pragma once
+
+#include "PassThroughContainerView.h"
+
+namespace lucentra {
+
+/// The three strokes in the pane's lower right corner by which it can be resized. Takes no clicks.
+class GripView : public PassThroughContainerView
+{
+public:
+    static constexpr int side = 24;
+
+    explicit GripView(QWidget *parent);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace lucentra

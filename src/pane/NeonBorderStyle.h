@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+namespace lucentra {
+
+/// How the pane's border is drawn. Lengths are points.
+struct NeonBorderStyle
+{
+    QColor color; ///< of line and glow, with its opacity
+    double lineWidth = 0;
+    double glowRadius = 0;
+    double glowOpacity = 0; ///< while nothing is going on
+
+    bool isVisible() const { return lineWidth > 0; }
+    bool operator==(const NeonBorderStyle &) const = default;
+};
+
+/// The style for a value of the setting: "white", "blue", "pink", "none" (no border); any other value is "white".
+NeonBorderStyle neonBorderStyle(const QString &color);
+
+} // namespace lucentra

@@ -1,0 +1,104 @@
+#include "NeonBorderView.h"
+
+#include "NotificationCenter.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+
+#include <QEasingCurve>
+#include <QPainter>
+
+#include <cmath>
+
+namespace lucentra {
+
+namespace {
+
+/// A smaller change of the glow's opacity can't be seen; leaving it out halves the frames.
+constexpr double visibleStep = 0.02;
+
+double pulseOpacity(double phase)
+{
+    const double way = 1 - std::abs(2 * phase - 1); // up in the first half, down in the second
+    const double eased = QEasingCurve(QEasingCurve::InOutSine).valueForProgress(way);
+    return NeonBorderView::leastPulse + (NeonBorderView::greatestPulse - NeonBorderView::leastPulse) * eased;
+}
+
+} // namespace
+
+NeonBorderView::NeonBorderView(const SettingsStore &settings, NotificationCenter &notificationCenter, QWidget *parent)
+    : QWidget(parent)
+    , m_settings(settings)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_pulse.setStartValue(0.0);
+    m_pulse.setEndValue(1.0);
+    m_pulse.setDuration(2 * pulseWayMilliseconds);
+    m_pulse.setLoopCount(-1);
+    connect(&m_pulse, &QVariantAnimation::valueChanged, this, [this](const QVariant &phase) {
+        const double opacity = pulseOpacity(phase.toDouble());
+        if (std::abs(opacity - m_glowOpacity) >= visibleStep)
+            setGlowOpacity(opacity);
+    });
+    notificationCenter.observe(notifications::updateNeonBorder, this, [this](const QVariant &) { updateColor(); });
+    updateColor();
+}
+
+void NeonBorderView::updateColor()
+{
+    m_style = neonBorderStyle(m_settings.read(settings::neonBorderColor));
+    m_pictureScale = 0;
+    update();
+    updatePulse();
+}
+
+void NeonBorderView::updatePulse()
+{
+    m_pulse.stop();
+    setGlowOpacity(m_style.glowOpacity);
+    if (isProcessing && isVisible() && m_style.isVisible() && !m_displayOptions.reduceMotion)
+        m_pulse.start();
+}
+
+void NeonBorderView::accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options)
+{
+    m_displayOptions = options;
+    updatePulse();
+}
+
+void NeonBorderView::paintEvent(QPaintEvent *)
+{
+    if (!m_style.isVisible())
+        return;
+    if (m_pictureScale != devicePixelRatioF()) {
+        m_pictureScale = devicePixelRatioF();
+        m_line = FramePicture::line(m_style, m_pictureScale);
+        m_glow = FramePicture::glow(m_style, m_pictureScale);
+    }
+    QPainter painter(this);
+    m_glow.paint(painter, rect(), m_glowOpacity);
+    m_line.paint(painter, rect(), 1);
+}
+
+void NeonBorderView::showEvent(QShowEvent *)
+{
+    updatePulse();
+}
+
+void NeonBorderView::hideEvent(QHideEvent *)
+{
+    updatePulse();
+}
+
+void NeonBorderView::setGlowOpacity(double opacity)
+{
+    m_glowOpacity = opacity;
+    update(glowRegion());
+}
+
+QRegion NeonBorderView::glowRegion() const
+{
+    constexpr int d = FramePicture::depth;
+    return QRegion(rect()).subtracted(rect().adjusted(d, d, -d, -d));
+}
+
+} // namespace lucentra

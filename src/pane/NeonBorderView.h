@@ -1,0 +1,59 @@
+#pragma once
+
+#include "AccessibilityDisplayOptions.h"
+#include "FramePicture.h"
+#include "NeonBorderStyle.h"
+
+#include <QVariantAnimation>
+#include <QWidget>
+
+namespace lucentra {
+
+class NotificationCenter;
+class SettingsStore;
+
+/// The pane's border: a line on the rounded edge that glows inwards, and whose glow breathes while a pass runs. It
+/// fills the pane and takes no clicks.
+class NeonBorderView : public QWidget
+{
+public:
+    /// While a pass runs, the glow's opacity goes from the least to the greatest in one way's time, and back.
+    static constexpr double leastPulse = 0.35;
+    static constexpr double greatestPulse = 0.9;
+    static constexpr int pulseWayMilliseconds = 800;
+
+    /// `settings` and `notificationCenter` must outlive the view.
+    NeonBorderView(const SettingsStore &settings, NotificationCenter &notificationCenter, QWidget *parent = nullptr);
+
+    /// Shows that a pass runs; only looks are changed. `updatePulse` must follow.
+    bool isProcessing = false;
+
+    /// Reads the colour from the settings. Also done on "UpdateNeonBorder".
+    void updateColor();
+    /// Starts or ends the pulse.
+    void updatePulse();
+    void accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options);
+
+    bool isPulsing() const { return m_pulse.state() == QAbstractAnimation::Running; }
+    double glowOpacity() const { return m_glowOpacity; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void setGlowOpacity(double opacity);
+    QRegion glowRegion() const;
+
+    const SettingsStore &m_settings;
+    AccessibilityDisplayOptions m_displayOptions;
+    NeonBorderStyle m_style;
+    QVariantAnimation m_pulse;
+    double m_glowOpacity = 0;
+    FramePicture m_line;
+    FramePicture m_glow;
+    double m_pictureScale = 0; ///< of the two pictures; 0 where they must be made anew
+};
+
+} // namespace lucentra

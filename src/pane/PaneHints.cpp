@@ -1,0 +1,63 @@
+#include "PaneHints.h"
+
+#include "HintLabel.h"
+
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr auto temporaryFade = 500ms;
+constexpr auto startFade = 400ms;
+constexpr auto reducedFade = 120ms;
+
+} // namespace
+
+PaneHints::PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add)
+    : m_pane(pane)
+    , m_scheduler(scheduler)
+    , m_add(std::move(add))
+{
+}
+
+void PaneHints::showStart(const QString &text)
+{
+    m_isPristine = true;
+    show(text, false);
+}
+
+void PaneHints::show(const QString &text, bool temporary)
+{
+    m_timer.reset();
+    delete m_label;
+    m_label = new HintLabel(text, &m_pane);
+    layOut();
+    m_add(m_label);
+    if (!temporary)
+        return;
+    m_isPristine = false;
+    m_timer = m_scheduler.after(temporaryTime, [this] { fade(temporaryFade, QEasingCurve::OutSine); });
+}
+
+void PaneHints::dismissStart()
+{
+    if (std::exchange(m_isPristine, false))
+        fade(startFade, QEasingCurve::InOutSine);
+}
+
+void PaneHints::layOut()
+{
+    if (m_label)
+        m_label->setGeometry(m_pane.rect());
+}
+
+void PaneHints::fade(std::chrono::milliseconds duration, QEasingCurve::Type easing)
+{
+    if (m_label)
+        m_label->fadeOut(m_reduceMotion ? reducedFade : duration, easing);
+}
+
+} // namespace lucentra

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QProgressBar>
+#include <QVariantAnimation>
+
+namespace lucentra {
+
+/// A small wheel that turns while something is going on whose end isn't known.
+class ProgressIndicator : public QProgressBar
+{
+public:
+    explicit ProgressIndicator(QWidget *parent = nullptr);
+
+    void setOpacity(double opacity);
+    /// Whether the wheel turns; it stands still under reduced motion.
+    void setTurning(bool turning);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QVariantAnimation m_turn;
+    int m_step = 0;
+    double m_opacity = 1;
+};
+
+} // namespace lucentra

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Scheduler.h"
+
+#include <QRect>
+
+#include <functional>
+#include <memory>
+
+namespace lucentra {
+
+/// Finds out which moves and resizes of the pane's window are the user's own, and tells once when one has ended.
+///
+/// The window's rectangle also changes when it is first shown, and by window managers and displays; such a change must
+/// not count, since what lies beneath the pane is sent out after the user's own moves. A change counts when the user
+/// has taken hold of the window, or when it comes while a button of the pointer is down that was pressed after the
+/// window had been shown (the window manager's own way of dragging).
+class UserMoveTracker
+{
+public:
+    /// Between two looks at the pointer's buttons; a window system doesn't tell who has a foreign grab.
+    static constexpr std::chrono::milliseconds lookInterval{40};
+    /// How long a window manager may take to answer a request that needs no held button.
+    static constexpr std::chrono::milliseconds requestPatience{600};
+
+    struct Surroundings
+    {
+        std::function<bool()> isButtonDown;
+        std::function<QRect()> frame; ///< the window's, points on the screen
+    };
+
+    /// `moved` is called on the main thread once a move or resize has ended with another rectangle than it began.
+    UserMoveTracker(Scheduler &scheduler, Surroundings surroundings, std::function<void()> moved);
+
+    void windowShown();
+    void windowHidden();
+    /// The user takes hold of the window by its body or edge.
+    void grabbed();
+    /// The user asked for another rectangle without holding a button: the zoom button.
+    void requested();
+    /// The window's rectangle has changed, for whatever reason.
+    void frameChanged();
+
+private:
+    void begin(const QRect &from, std::chrono::milliseconds patience);
+    void look();
+    void lookForRelease();
+
+    Scheduler &m_scheduler;
+    const Surroundings m_surroundings;
+    const std::function<void()> m_moved;
+    std::unique_ptr<ScheduledTask> m_look;
+    bool m_isTracking = false;
+    bool m_heldSinceShown = false; ///< a button has been down since before the window was shown
+    QRect m_start;
+    QRect m_lastFrame;
+    QRect m_lastSeen; ///< at the last look
+    std::chrono::milliseconds m_patience{0};
+};
+
+} // namespace lucentra

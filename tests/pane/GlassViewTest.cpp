@@ -1,0 +1,423 @@
+#include "CapsuleButton.h"
+#include "ControlCapsuleView.h"
+#include "GlassErrorCard.h"
+#include "HintLabel.h"
+#include "NeonBorderView.h"
+#include "PaneFixture.h"
+#include "PassThroughContainerView.h"
+#include "WindowButton.h"
+
+#include <QAccessible>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTest>
+#include <QWindow>
+
+using namespace lucentra;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The one view of a class on another; none where there are none or several.
+template <typename View>
+View *only(QWidget *parent)
+{
+    View *found = nullptr;
+    for (QWidget *each : parent->findChildren<QWidget *>()) {
+        if (auto *view = dynamic_cast<View *>(each)) {
+            if (found)
+                return nullptr;
+            found = view;
+        }
+    }
+    return found;
+}
+
+QString hintText(PaneFixture &pane)
+{
+    const auto *hint = only<HintLabel>(pane.view);
+    return hint ? hint->text() : QString();
+}
+
+QAbstractButton *buttonNamed(QWidget *parent, const QString &name)
+{
+    for (QAbstractButton *button : parent->findChildren<QAbstractButton *>()) {
+        if (button->accessibleName() == name && !button->isHidden())
+            return button;
+    }
+    return nullptr;
+}
+
+/// Quick clicks as the toolkit delivers them: every second press comes as a double click.
+void click(QWidget *view, QPoint at, int count)
+{
+    static quint64 time = 1000;
+    time += 10000;
+    const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, at, view->mapToGlobal(at), Qt::LeftButton, buttons, Qt::NoModifier);
+        event.setTimestamp(time += 50);
+        QCoreApplication::sendEvent(view, &event);
+    };
+    for (int i = 0; i < count; ++i) {
+        send(i % 2 ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, Qt::NoButton);
+    }
+}
+
+} // namespace
+
+class GlassViewTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startHint_data()
+    {
+        QTest::addColumn<int>("triggerMode");
+        QTest::addColumn<int>("gesture");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("nothing stored") << -1 << -1 << u"移動或縮放後自動翻譯・雙擊翻譯"_s;
+        QTest::newRow("manual, single click") << 1 << 0 << u"單擊翻譯・拖曳移動"_s;
+        QTest::newRow("values nobody writes") << 7 << 5 << u"移動或縮放後自動翻譯・雙擊翻譯"_s;
+    }
+    void startHint()
+    {
+        QFETCH(int, triggerMode);
+        QFETCH(int, gesture);
+        PaneFixture pane;
+        if (triggerMode >= 0)
+            pane.settings.write(settings::triggerMode, triggerMode);
+        if (gesture >= 0)
+            pane.settings.write(settings::translationClickGesture, gesture);
+        pane.view->showPristineHint();
+        QTEST(hintText(pane), "text");
+    }
+
+    void startHintFollowsTheLanguageOnlyWhilePristine()
+    {
+        PaneFixture pane;
+        pane.settings.write(settings::triggerMode, 1);
+        pane.notificationCenter.post(notifications::appLanguageDidChange);
+        QCOMPARE(hintText(pane), u"雙擊翻譯・拖曳移動"_s);
+        pane.view->dismissPristineHint();
+        QTRY_VERIFY(!only<HintLabel>(pane.view));
+        pane.notificationCenter.post(notifications::appLanguageDidChange);
+        QVERIFY(!only<HintLabel>(pane.view));
+    }
+
+    void temporaryHintGoesAfterItsTimeAndANewOneTakesItsPlace()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        pane.view->toggleTriggerMode();
+        QCOMPARE(pane.settings.read(settings::triggerMode), 1);
+        QCOMPARE(hintText(pane), u"框選翻譯"_s);
+        QVERIFY(!pane.view->isPristine());
+        pane.scheduler.advance(1400ms);
+        pane.view->toggleTriggerMode();
+        QCOMPARE(pane.settings.read(settings::triggerMode), 0);
+        pane.scheduler.advance(1400ms); // the first one's time is over, not the second one's
+        QTest::qWait(200);
+        QCOMPARE(hintText(pane), u"自動辨識"_s);
+        pane.scheduler.advance(200ms);
+        QTRY_VERIFY(!only<HintLabel>(pane.view));
+    }
+
+    void clicks_data()
+    {
+        QTest::addColumn<int>("gesture");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("passes");
+        QTest::newRow("double click set, one click") << 1 << 1 << 0;
+        QTest::newRow("double click set, two clicks") << 1 << 2 << 1;
+        QTest::newRow("double click set, three clicks") << 1 << 3 << 1;
+        QTest::newRow("double click set, four clicks") << 1 << 4 << 2;
+        QTest::newRow("single click set, one click") << 0 << 1 << 1;
+        QTest::newRow("single click set, the second of a pair does nothing") << 0 << 2 << 1;
+        QTest::newRow("no known gesture means double click") << 5 << 2 << 1;
+    }
+    void clicks()
+    {
+        QFETCH(int, gesture);
+        QFETCH(int, count);
+        PaneFixture pane;
+        pane.window.show();
+        pane.settings.write(settings::translationClickGesture, gesture);
+        click(pane.view, {200, 200}, count);
+        QTEST(pane.passes, "passes");
+        QCOMPARE(pane.view->isPristine(), pane.passes == 0);
+    }
+
+    void clickPassesThroughOverlaysAndHints()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        pane.view->addTranslationOverlay(u"譯文"_s, 280, {100, 100, 200, 30});
+        pane.view->showHint(u"提示"_s, false);
+        QCOMPARE(pane.window.childAt(150, 115), pane.view);
+        QCOMPARE(pane.window.childAt(pane.view->rect().center()), pane.view);
+    }
+
+    void dragByBodyMovesTheWindowAndStartsNothing()
+    {
+        PaneFixture pane;
+        int moves = 0;
+        pane.window.onUserMoved = [&] { ++moves; };
+        pane.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
+        const QPoint start = pane.window.pos();
+        QTest::mousePress(pane.view, Qt::LeftButton, {}, {200, 200});
+        pane.hints.buttonDown = true;
+        QTest::mouseMove(pane.view, {206, 200});
+        QCOMPARE(pane.window.pos(), start);
+        QTest::mouseMove(pane.view, {209, 200});
+        QCOMPARE(pane.window.pos(), start + QPoint(9, 0)); // what was taken hold of lies beneath the pointer again
+        QTest::mouseMove(pane.view, {220, 210});
+        QCOMPARE(pane.window.pos(), start + QPoint(29, 10));
+        QTest::mouseRelease(pane.view, Qt::LeftButton, {}, {200, 200});
+        QCOMPARE(moves, 0);
+        pane.hints.buttonDown = false;
+        pane.scheduler.advance(1s);
+        QCOMPARE(moves, 1);
+        QCOMPARE(pane.passes, 0);
+    }
+
+    void changesThatTheProgramMakesAreNotTheUsers()
+    {
+        PaneFixture pane;
+        int moves = 0;
+        int steps = 0;
+        pane.window.onUserMoved = [&] { ++moves; };
+        pane.window.onFrameChanged = [&] { ++steps; };
+        pane.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
+        pane.window.move(30, 40);
+        pane.window.resize(600, 300);
+        pane.scheduler.advance(10s);
+        QCOMPARE(moves, 0);
+        QVERIFY(steps >= 2);
+    }
+
+    void presenceIsToldAfterEveryShowing()
+    {
+        PaneFixture pane;
+        QList<bool> shown;
+        pane.window.onShown = [&](bool isShown) { shown.append(isShown); };
+        pane.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
+        QVERIFY(pane.view->isWindowVisible());
+        pane.settings.write(settings::showInDock, false);
+        QTest::keyClick(&pane.window, Qt::Key_Escape);
+        QVERIFY(!pane.view->isWindowVisible());
+        pane.window.makeKeyAndOrderFront();
+        QTRY_VERIFY(pane.view->isWindowVisible());
+        QCOMPARE(pane.hints.applied, (QList<PaneWindowPresence>{{.isListed = true}, {.isListed = false}}));
+        QCOMPARE(shown, (QList<bool>{true, false, true}));
+        pane.window.close();
+        QVERIFY(!pane.view->isOnScreen());
+    }
+
+    void keysThatHideAndKeysThatDoNot()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        QTest::keyClick(&pane.window, Qt::Key_Return);
+        QVERIFY(pane.window.isVisible());
+        QVERIFY(buttonNamed(&pane.window, u"關閉"_s));
+        QTest::mouseClick(buttonNamed(&pane.window, u"關閉"_s), Qt::LeftButton);
+        QVERIFY(!pane.window.isVisible());
+    }
+
+    void exclusionOfTheWindowsButtons()
+    {
+        PaneFixture pane;
+        const auto &buttons = pane.window.standardButtons();
+        QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>{QRectF(2, 0, 72, 32)});
+        buttons[0]->hide();
+        QCOMPARE(pane.view->windowControlExclusionRects(0), QList<QRectF>{QRectF(29, 7, 38, 18)});
+        buttons[1]->hide();
+        buttons[2]->hide();
+        QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>());
+    }
+
+    void glassAreaCountsFromTheLowerLeftCornerOfTheMainScreen()
+    {
+        PaneFixture pane;
+        pane.window.setGeometry(10, 20, 480, 280);
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        const GlassArea area = pane.view->glassArea();
+        QCOMPARE(area.glass, QRectF(10, screen.height() - 300, 480, 280));
+        QCOMPARE(area.windowFrame, area.glass);
+    }
+
+    void targetLanguageChosenOnThePane_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("hint");
+        QTest::newRow("Japanese") << u"ja"_s << u"目標語言：日文"_s;
+        QTest::newRow("a code without a name") << u"fr"_s << u"目標語言：繁體中文"_s;
+    }
+    void targetLanguageChosenOnThePane()
+    {
+        QFETCH(QString, code);
+        PaneFixture pane;
+        QString posted;
+        pane.notificationCenter.observe(notifications::targetLanguageChanged, pane.view,
+                                        [&](const QVariant &value) { posted = value.toString(); });
+        pane.view->selectTargetLanguage(code);
+        QCOMPARE(pane.settings.read(settings::targetLanguageCode), code);
+        QVERIFY(pane.settings.contains(settings::targetLanguageFollowsInterface));
+        QCOMPARE(pane.settings.read(settings::targetLanguageFollowsInterface), false);
+        QCOMPARE(posted, code);
+        QCOMPARE(only<ControlCapsuleView>(pane.view)->state().targetLanguageCode, code);
+        QTEST(hintText(pane), "hint");
+    }
+
+    void inputMode()
+    {
+        PaneFixture pane;
+        QStringList calls;
+        QPointer<QWidget> panel;
+        pane.view->manualInput = {.makePanel = [&](QWidget *parent) { return panel = new QWidget(parent); },
+                                  .submit = [&] { calls << u"submit"_s; },
+                                  .copy = [&] { calls << u"copy"_s; },
+                                  .reset = [&] { calls << u"reset"_s; }};
+        pane.window.show();
+        pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});
+        QTest::mouseClick(buttonNamed(pane.view, u"切換到手動輸入"_s), Qt::LeftButton);
+        QVERIFY(pane.view->isInputMode());
+        QCOMPARE(hintText(pane), u"手動輸入"_s);
+        QTRY_VERIFY(!only<GlassErrorCard>(pane.view));
+        QCOMPARE(panel->geometry(), QRect(0, 40, 480, 240));
+        click(pane.view, {200, 20}, 2);
+        pane.view->performTranslateAction();
+        QVERIFY(!buttonNamed(pane.view, u"重試翻譯"_s));
+        QTest::mouseClick(buttonNamed(pane.view, u"複製翻譯結果"_s), Qt::LeftButton);
+        QTest::mouseClick(buttonNamed(pane.view, u"切換回框選翻譯"_s), Qt::LeftButton);
+        QCOMPARE(calls, (QStringList{u"submit"_s, u"copy"_s, u"reset"_s}));
+        QCOMPARE(pane.passes, 0);
+        QCOMPARE(hintText(pane), u"框選翻譯"_s);
+        QTRY_VERIFY(!panel);
+    }
+
+    void capsuleIsSeenWhenItIsNeeded()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        const auto *capsule = only<ControlCapsuleView>(pane.view);
+        QCOMPARE(capsule->opacity(), 0.0);
+        pane.view->setProcessing(true);
+        QCOMPARE(capsule->opacity(), 1.0);
+        QCOMPARE(capsule->geometry().top(), 5);
+        QCOMPARE(capsule->geometry().right() + 1, 480 - 16);
+        pane.view->setProcessing(false);
+        QCOMPARE(capsule->opacity(), 0.0);
+        pane.view->setHovering(true);
+        QCOMPARE(capsule->opacity(), 1.0);
+        pane.window.resize(TransparentWindow::smallestSize);
+        pane.view->setProcessing(true);
+        QVERIFY(capsule->geometry().left() > pane.window.standardButtons().last()->geometry().right());
+    }
+
+    void capsuleNamesWhatItsButtonsDo()
+    {
+        PaneFixture pane;
+        QVERIFY(buttonNamed(pane.view, u"翻譯目前區域"_s));
+        QVERIFY(buttonNamed(pane.view, u"切換為框選翻譯"_s));
+        QVERIFY(buttonNamed(pane.view, u"目標語言：繁體中文"_s));
+        pane.view->setTranslationActionState(TranslationActionState::retranslate);
+        pane.view->toggleTriggerMode();
+        QVERIFY(!buttonNamed(pane.view, u"翻譯目前區域"_s));
+        QCOMPARE(buttonNamed(pane.view, u"切換為自動辨識"_s)->toolTip(), u"切換為自動辨識 (當前:框選翻譯)"_s);
+        QTest::mouseClick(buttonNamed(pane.view, u"重新翻譯"_s), Qt::LeftButton);
+        QCOMPARE(pane.passes, 1);
+    }
+
+    void errorCardPlace_data()
+    {
+        QTest::addColumn<QSize>("pane");
+        QTest::addColumn<int>("width");
+        QTest::newRow("initial size") << QSize(480, 280) << 380;
+        QTest::newRow("between the sides") << QSize(400, 280) << 352;
+        QTest::newRow("narrower than the card's least width allows") << QSize(320, 280) << 280;
+        QTest::newRow("smallest size") << TransparentWindow::smallestSize << 280;
+    }
+    void errorCardPlace()
+    {
+        QFETCH(QSize, pane);
+        QFETCH(int, width);
+        for (const QString &message : {u"短訊息"_s, u"很長的訊息。"_s.repeated(50)}) {
+            PaneFixture fixture;
+            fixture.window.resize(pane);
+            fixture.window.show();
+            fixture.view->showErrorCard(u"翻譯失敗"_s, message, u"重試"_s, {});
+            const auto *card = only<GlassErrorCard>(fixture.view);
+            QVERIFY(card);
+            QCOMPARE(card->cardRect().width(), width);
+            QCOMPARE(card->cardRect().left(), (pane.width() - width) / 2);
+            QVERIFY2(fixture.view->rect().contains(card->cardRect()), qPrintable(message.first(3)));
+            const QRect button(card->actionButton()->mapTo(fixture.view, QPoint()), card->actionButton()->size());
+            QVERIFY(card->cardRect().contains(button));
+            QCOMPARE(card->accessibleDescription(), message);
+        }
+    }
+
+    void errorCardsButtonByKeyboard_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Return") << Qt::Key_Return;
+        QTest::newRow("Space") << Qt::Key_Space;
+    }
+    void errorCardsButtonByKeyboard()
+    {
+        QFETCH(Qt::Key, key);
+        PaneFixture pane;
+        pane.window.makeKeyAndOrderFront();
+        QVERIFY(QTest::qWaitForWindowActive(&pane.window));
+        int retries = 0;
+        pane.view->showErrorCard(u"翻譯失敗"_s, u"訊息"_s, u"重試"_s, [&] {
+            ++retries;
+            pane.view->clearOverlays(); // as a new pass does
+        });
+        QVERIFY(buttonNamed(pane.view, u"重試翻譯"_s));
+        auto *card = only<GlassErrorCard>(pane.view);
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(card);
+        QCOMPARE(accessible->role(), QAccessible::AlertMessage);
+        QCOMPARE(accessible->text(QAccessible::Name), u"翻譯失敗"_s);
+        QVERIFY(card->actionButton()->hasFocus());
+        QTest::keyClick(pane.window.windowHandle(), key);
+        QCOMPARE(retries, 1);
+        QTRY_VERIFY(!only<GlassErrorCard>(pane.view));
+    }
+
+    void errorCardWithoutActionHasNoButton()
+    {
+        PaneFixture pane;
+        pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});
+        QVERIFY(!only<GlassErrorCard>(pane.view)->actionButton());
+    }
+
+    void overlaysAreLabelsToAssistiveProgramsAndGoTogether()
+    {
+        PaneFixture pane;
+        pane.view->addTranslationOverlay(u"R&D <b>"_s, 280, {50, 60, 200, 24});
+        pane.view->addTranslationOverlay(u"speck"_s, 280, {50, 60, 4, 4});
+        const auto labels = pane.view->findChildren<QLabel *>();
+        QList<QLabel *> overlays;
+        for (QLabel *label : labels) {
+            if (dynamic_cast<PassThroughContainerView *>(label->parentWidget()))
+                overlays.append(label);
+        }
+        QCOMPARE(overlays.size(), 1);
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(overlays.first());
+        QCOMPARE(accessible->role(), QAccessible::StaticText);
+        QCOMPARE(accessible->text(QAccessible::Name), u"R&D <b>"_s);
+        const QPointer<QLabel> overlay = overlays.first();
+        pane.view->clearOverlays();
+        QTRY_VERIFY(!overlay);
+    }
+};
+
+QTEST_MAIN(GlassViewTest)
+#include "GlassViewTest.moc"

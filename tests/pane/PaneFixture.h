@@ -1,0 +1,51 @@
+#pragma once
+
+#include "GlassView.h"
+#include "LocalizationManager.h"
+#include "ManualScheduler.h"
+#include "NotificationCenter.h"
+#include "PaneWindowHints.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "TransparentWindow.h"
+
+#include <QTemporaryDir>
+
+namespace lucentra {
+
+/// A window system that does nothing but remember.
+class RecordedHints : public PaneWindowHints
+{
+public:
+    void apply(const QWindow &, const PaneWindowPresence &presence) override { applied.append(presence); }
+    bool isPointerButtonDown() const override { return buttonDown; }
+
+    QList<PaneWindowPresence> applied;
+    bool buttonDown = false;
+};
+
+/// The pane in its window, with settings of its own and a clock that is pushed. Texts are their keys.
+struct PaneFixture
+{
+    explicit PaneFixture(const AccessibilityDisplayOptions &options = {.reduceMotion = true})
+        : view(new GlassView({settings, texts, notificationCenter, scheduler}, options))
+    {
+        window.setContentView(view);
+        view->onTranslateTapped = [this] { ++passes; };
+    }
+
+    /// Everything that can be seen of the pane.
+    QImage picture() { return window.grab().toImage(); }
+
+    QTemporaryDir folder;
+    SettingsStore settings{folder.filePath(QStringLiteral("preferences.json"))};
+    NotificationCenter notificationCenter;
+    LocalizationManager texts{settings, notificationCenter, folder.path(), {QStringLiteral("zh-Hant")}};
+    ManualScheduler scheduler;
+    RecordedHints hints;
+    TransparentWindow window{{hints, settings, texts, notificationCenter, scheduler}};
+    GlassView *view;
+    int passes = 0;
+};
+
+} // namespace lucentra

@@ -1,0 +1,223 @@
+#include "PaneFixture.h"
+#include "VirtualScreen.h"
+#include "WindowButton.h"
+
+#include "X11CompositingMonitor.h"
+#include "X11PaneWindowHints.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
+#include <QWindow>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString output(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+/// Drives the pointer as a hand would, while this program goes on running.
+void xdotool(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(u"xdotool"_s, arguments);
+    QTRY_COMPARE(process.state(), QProcess::NotRunning);
+}
+
+QStringList drag(QPoint from, QPoint to)
+{
+    const auto move = [](QPoint at) {
+        return QStringList{u"mousemove"_s, QString::number(at.x()), QString::number(at.y()), u"sleep"_s, u"0.05"_s};
+    };
+    QStringList script = move(from) + QStringList{u"mousedown"_s, u"1"_s};
+    for (int step = 1; step <= 10; ++step)
+        script += move(from + (to - from) * step / 10);
+    return script + QStringList{u"mouseup"_s, u"1"_s};
+}
+
+/// The pane as the program wires it to an X server.
+struct RealPane : PaneFixture
+{
+    RealPane()
+        : window(TransparentWindow::Services{hints, settings, texts, notificationCenter, scheduler})
+        , view(new GlassView({settings, texts, notificationCenter, scheduler}, {.reduceMotion = true}))
+    {
+        window.setContentView(view);
+        view->onTranslateTapped = [this] { ++passes; };
+        window.onUserMoved = [this] { ++moves; };
+        window.makeKeyAndOrderFront();
+    }
+
+    QString property(const QString &name)
+    {
+        return output(u"xprop"_s, {u"-id"_s, QString::number(window.winId()), name});
+    }
+
+    X11PaneWindowHints hints;
+    EventLoopScheduler scheduler;
+    TransparentWindow window;
+    GlassView *view;
+    int moves = 0;
+};
+
+} // namespace
+
+/// Against a real X server with a window manager.
+class PaneWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hintsSurviveHidingAndShowing()
+    {
+        RealPane pane;
+        pane.settings.write(settings::showInDock, false);
+        const QPoint place = pane.window.pos();
+        for (int showing = 0; showing < 2; ++showing) {
+            pane.window.makeKeyAndOrderFront();
+            QTRY_VERIFY(pane.property(u"_NET_WM_STATE"_s).contains(u"_NET_WM_STATE_ABOVE"_s));
+            QTRY_VERIFY(pane.property(u"_NET_WM_DESKTOP"_s).contains(u"4294967295"_s));
+            if (showing == 0) {
+                pane.window.updatePresence();
+            }
+            QTRY_VERIFY(pane.property(u"_NET_WM_STATE"_s).contains(u"SKIP_TASKBAR"_s));
+            QTRY_VERIFY(pane.property(u"_NET_WM_STATE"_s).contains(u"SKIP_PAGER"_s));
+            QCOMPARE(pane.window.pos(), place);
+            pane.window.orderOut();
+            QTest::qWait(100);
+        }
+        pane.settings.write(settings::showInDock, true);
+        pane.window.makeKeyAndOrderFront();
+        QTRY_VERIFY(pane.window.isShown());
+        pane.window.updatePresence();
+        QTRY_VERIFY(!pane.property(u"_NET_WM_STATE"_s).contains(u"SKIP_TASKBAR"_s));
+        QTest::qWait(300);
+        QCOMPARE(pane.moves, 0);
+    }
+
+    void dragByBody()
+    {
+        RealPane pane;
+        QTRY_VERIFY(pane.window.isShown());
+        QTest::qWait(200);
+        const QPoint start = pane.window.pos();
+        const QPoint body = start + QPoint(240, 200);
+        xdotool(drag(body, body + QPoint(120, 60)));
+        QTRY_COMPARE(pane.moves, 1);
+        const QPoint travel = pane.window.pos() - start;
+        // All of the pointer's way but what it took to tell the drag from a click.
+        QVERIFY(travel.x() <= 120 && travel.x() >= 70);
+        QCOMPARE(travel.y(), travel.x() / 2);
+        QCOMPARE(pane.window.size(), TransparentWindow::initialSize);
+        // The window works at once after the window manager's grab.
+        const QPoint again = pane.window.pos() + QPoint(240, 200);
+        xdotool({u"mousemove"_s, QString::number(again.x()), QString::number(again.y()), u"click"_s, u"--repeat"_s,
+                 u"2"_s, u"--delay"_s, u"60"_s, u"1"_s});
+        QTRY_COMPARE(pane.passes, 1);
+        QTest::qWait(300);
+        QCOMPARE(pane.moves, 1);
+    }
+
+    void fourQuickClicksAreTwoPasses()
+    {
+        RealPane pane;
+        QTRY_VERIFY(pane.window.isShown());
+        const QPoint body = pane.window.pos() + QPoint(240, 200);
+        xdotool({u"mousemove"_s, QString::number(body.x()), QString::number(body.y()), u"click"_s, u"--repeat"_s,
+                 u"4"_s, u"--delay"_s, u"60"_s, u"1"_s});
+        QTRY_COMPARE(pane.passes, 2);
+        QTest::qWait(300);
+        QCOMPARE(pane.passes, 2);
+        QCOMPARE(pane.moves, 0);
+    }
+
+    void resizeByCornerDownToTheSmallestSize()
+    {
+        RealPane pane;
+        QTRY_VERIFY(pane.window.isShown());
+        QTest::qWait(200);
+        const QPoint corner = pane.window.geometry().bottomRight() - QPoint(8, 8);
+        xdotool(drag(corner, corner - QPoint(60, 40)));
+        QTRY_COMPARE(pane.moves, 1);
+        const QSize size = pane.window.size();
+        QVERIFY(size.width() < 440 && size.width() > 400);
+        const QPoint left = pane.window.pos() + QPoint(1, 120);
+        const int right = pane.window.geometry().right();
+        xdotool(drag(left, left + QPoint(400, 0)));
+        QTRY_COMPARE(pane.moves, 2);
+        QCOMPARE(pane.window.width(), TransparentWindow::smallestSize.width());
+        QCOMPARE(pane.window.geometry().right(), right);
+    }
+
+    void zoomAndBack()
+    {
+        RealPane pane;
+        QTRY_VERIFY(pane.window.isShown());
+        const QRect before = pane.window.geometry();
+        pane.window.standardButtons()[2]->click();
+        QTRY_VERIFY(pane.window.width() > 1000);
+        QTRY_COMPARE(pane.moves, 1);
+        pane.window.standardButtons()[2]->click();
+        QTRY_COMPARE(pane.window.geometry(), before);
+        QTRY_COMPARE(pane.moves, 2);
+    }
+
+    void minimizedWindowComesBack()
+    {
+        RealPane pane;
+        QTRY_VERIFY(pane.window.isShown());
+        pane.window.standardButtons()[1]->click();
+        QTRY_VERIFY(!pane.view->isOnScreen());
+        pane.view->makeKeyAndOrderFront();
+        QTRY_VERIFY(pane.view->isOnScreen());
+        QTRY_VERIFY(pane.property(u"_NET_WM_STATE"_s).contains(u"_NET_WM_STATE_ABOVE"_s));
+    }
+
+    void compositorComesAndGoes()
+    {
+        X11CompositingMonitor monitor;
+        QList<bool> changes;
+        monitor.setChangeHandler([&](bool isComposited) { changes.append(isComposited); });
+        QVERIFY(!monitor.isComposited());
+        QProcess compositor;
+        compositor.start(u"picom"_s, {u"--backend"_s, u"xrender"_s, u"--config"_s, QProcess::nullDevice()});
+        QTRY_VERIFY(monitor.isComposited());
+        QVERIFY(X11CompositingMonitor().isComposited());
+        compositor.terminate();
+        compositor.waitForFinished();
+        QTRY_COMPARE(changes, (QList<bool>{true, false}));
+    }
+};
+
+int main(int argc, char **argv)
+{
+    VirtualScreen screen;
+    if (!screen.isRunning())
+        return 1;
+    qputenv("DISPLAY", screen.display());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    QProcess windowManager;
+    windowManager.setStandardErrorFile(QProcess::nullDevice());
+    windowManager.start(u"openbox"_s, {});
+    windowManager.waitForStarted();
+    int result = 0;
+    {
+        QApplication application(argc, argv);
+        QTest::qWait(500);
+        PaneWindowTest test;
+        result = QTest::qExec(&test, argc, argv);
+    }
+    windowManager.terminate();
+    windowManager.waitForFinished();
+    return result;
+}
+
+#include "PaneWindowTest.moc"
