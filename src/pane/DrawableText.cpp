@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QHash>
+#include <QRawFont>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -41,10 +42,16 @@ QString drawableText(const QString &text)
     return drawable.trimmed();
 }
 
+bool isBoxFont(const QRawFont &font)
+{
+    return !font.isValid() || font.fontTable("head").isEmpty();
+}
+
 bool hasMissingGlyphs(const QList<QGlyphRun> &runs)
 {
-    // Fonts keep the empty box at index 0.
-    return std::any_of(runs.begin(), runs.end(), [](const QGlyphRun &run) { return run.glyphIndexes().contains(0U); });
+    return std::any_of(runs.begin(), runs.end(), [](const QGlyphRun &run) {
+        return isBoxFont(run.rawFont()) || run.glyphIndexes().contains(0U); // where fonts keep their empty box
+    });
 }
 
 QString withoutMissingGlyphs(const QString &text, const QFont &font)

@@ -5,12 +5,17 @@
 #include <QString>
 
 class QFont;
+class QRawFont;
 
 namespace lucentra {
 
 /// A text as it can be drawn on one line: line breaks and tabs are spaces, and surrounding spaces, control and
 /// private-use characters are gone.
 QString drawableText(const QString &text);
+
+/// Whether this is no font at all, but what the toolkit draws empty boxes with where no installed font knows a script.
+/// Its other properties must not be asked for.
+bool isBoxFont(const QRawFont &font);
 
 /// Whether a shaped text would show empty boxes.
 bool hasMissingGlyphs(const QList<QGlyphRun> &runs);

@@ -12,18 +12,18 @@ using namespace overlay;
 
 namespace {
 
-/// Measures carry the noise of floating point; a hair above a whole number is that number.
+/// Less than any real difference between measures, more than floating point adds to them.
 constexpr double noise = 1e-6;
-
-double roundedUp(double value)
-{
-    return std::ceil(value - noise);
-}
 
 /// A count that is limited before it becomes an integer, whatever the measures were.
 int boundedCount(double count, int least, int most)
 {
     return int(std::clamp(count, double(least), double(most)));
+}
+
+double linesOf(double boundingHeight, double lineHeight)
+{
+    return std::ceil(boundingHeight / lineHeight - noise);
 }
 
 bool isUsable(const SingleLineMeasure &measure)
@@ -60,8 +60,8 @@ OverlayFit Fitting::fixed(double lineHeight) const
     const double bounding = measurer.boundingHeight(text, width, startSize, allowed * lineHeight);
     if (!std::isfinite(bounding))
         return oneLineOfTheSource(startSize);
-    const int lines = boundedCount(roundedUp(bounding / lineHeight), 1, allowed);
-    const double wanted = std::min(lineHeight * lines + verticalSlack, roundedUp(bounding) + verticalSlack);
+    const int lines = boundedCount(linesOf(bounding, lineHeight), 1, allowed);
+    const double wanted = std::min(lineHeight * lines + verticalSlack, roundedUpToPoints(bounding) + verticalSlack);
     return {lines, startSize, std::min(height, std::max(sourceHeight, wanted))};
 }
 
@@ -91,8 +91,8 @@ std::optional<OverlayFit> Fitting::wholeText(double size) const
         measurer.boundingHeight(text, width, size, std::min(allowed * line.lineHeight, height - verticalSlack));
     if (!std::isfinite(bounding))
         return oneLineOfTheSource(size);
-    const double lines = roundedUp(bounding / line.lineHeight);
-    const double needed = roundedUp(bounding) + verticalSlack;
+    const double lines = linesOf(bounding, line.lineHeight);
+    const double needed = roundedUpToPoints(bounding) + verticalSlack;
     if (lines > allowed || needed > height)
         return std::nullopt;
     return OverlayFit{boundedCount(lines, 1, allowed), size, std::max(sourceHeight, needed)};
@@ -108,6 +108,11 @@ OverlayFit Fitting::cutOff(double size) const
 }
 
 } // namespace
+
+double roundedUpToPoints(double measure)
+{
+    return std::ceil(measure - noise);
+}
 
 double startingFontSize(bool isAuto, double sourceHeight, double storedFontSize)
 {

@@ -15,6 +15,9 @@ struct SingleLineMeasure
     bool operator==(const SingleLineMeasure &) const = default;
 };
 
+/// A measure in whole points, rounded up. Scaling leaves a hair above whole numbers; that doesn't count.
+double roundedUpToPoints(double measure);
+
 /// Measures overlay texts. Answers must agree with what is drawn later. Sizes and measures are points.
 class OverlayTextMeasurer
 {

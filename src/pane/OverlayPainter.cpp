@@ -18,6 +18,10 @@ namespace {
 /// The shadow's radius is the standard deviation of its blur; after three of them nothing is left of it.
 constexpr double shadowReach = 3 * shadowRadius + shadowOffset;
 
+/// Pixels per point beyond which the picture is only enlarged: no screen has more, and a printer's picture would not
+/// fit into memory.
+constexpr double maximumScale = 8;
+
 QImage emptyPicture(const QSizeF &pixels)
 {
     QImage image(int(std::ceil(pixels.width())), int(std::ceil(pixels.height())), QImage::Format_ARGB32_Premultiplied);
@@ -78,9 +82,10 @@ OverlayPainter::Picture OverlayPainter::render(double scale, QPointF remainder) 
 void OverlayPainter::paint(QPainter &painter)
 {
     const QTransform device = painter.deviceTransform();
-    const double scale = std::sqrt(std::abs(device.determinant()));
-    if (!(scale > 0) || !std::isfinite(scale))
+    const double deviceScale = std::sqrt(std::abs(device.determinant()));
+    if (!(deviceScale > 0) || !std::isfinite(deviceScale))
         return;
+    const double scale = std::min(maximumScale, deviceScale);
     const QPointF corner = device.map(paintedArea().topLeft());
     const QPointF pixel(std::floor(corner.x()), std::floor(corner.y()));
     if (m_picture.scale != scale || m_picture.remainder != corner - pixel)

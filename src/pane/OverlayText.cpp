@@ -29,7 +29,7 @@ constexpr double unlimitedWidth = 8000000;
 constexpr double widthTolerance = 0.25;
 /// Kerning across a line's end is lost, so lines may be a little narrower than their part of the whole.
 constexpr double brokenLineShare = 0.98;
-/// No user-perceived character is wider, in ems.
+/// User-perceived characters are narrower, in ems, but for a few ornamental ligatures.
 constexpr double widestCharacter = 4;
 /// By which a height must exceed a limit, in points, so that no rounding can hide it.
 constexpr double clearExcess = 0.001;
@@ -62,7 +62,7 @@ QRectF inkOf(const QGlyphRun &run)
     const QRawFont font = run.rawFont();
     const QList<quint32> glyphs = run.glyphIndexes();
     const QList<QPointF> positions = run.positions();
-    if (glyphs.isEmpty())
+    if (glyphs.isEmpty() || isBoxFont(font))
         return {};
     // Coloured emoji are pictures that fill their font's line; asking for each one's rectangle would decode it.
     if (font.familyName().contains(u"Emoji"_s))

@@ -2,21 +2,7 @@
 
 #include "OverlayFont.h"
 
-#include <cmath>
-
 namespace lucentra {
-
-namespace {
-
-/// Scaling leaves a hair above whole numbers.
-constexpr double noise = 1e-6;
-
-double roundedUp(double value)
-{
-    return std::ceil(value - noise);
-}
-
-} // namespace
 
 OverlayTypesetter::OverlayTypesetter(const QString &targetLanguage)
     : m_font(overlayFont(targetLanguage))
@@ -35,7 +21,7 @@ std::shared_ptr<OverlayText> OverlayTypesetter::typeset(const QString &text)
 SingleLineMeasure OverlayTypesetter::measureSingleLine(const QString &text, double fontSize)
 {
     const auto typesetText = typeset(text);
-    return {roundedUp(typesetText->lineHeight(fontSize)), roundedUp(typesetText->lineWidth(fontSize))};
+    return {roundedUpToPoints(typesetText->lineHeight(fontSize)), roundedUpToPoints(typesetText->lineWidth(fontSize))};
 }
 
 double OverlayTypesetter::boundingHeight(const QString &text, double width, double fontSize, double atMost)
