@@ -61,6 +61,21 @@ void connect(std::vector<Run> &runs)
 
 using Shape = std::vector<Run>;
 
+/// The share of the inner rectangle that the outline covers.
+double interiorInk(const Shape &runs, const QRect &ink)
+{
+    const int inset = std::clamp(std::min(ink.width(), ink.height()) / 4, 2, 12);
+    const QRect inner = ink.adjusted(inset, inset, -inset, -inset);
+    if (inner.isEmpty())
+        return 1;
+    int pixels = 0;
+    for (const Run &run : runs) {
+        if (run.y >= inner.top() && run.y <= inner.bottom())
+            pixels += std::max(0, std::min(run.right, inner.right()) - std::max(run.left, inner.left()) + 1);
+    }
+    return pixels / double(qint64(inner.width()) * inner.height());
+}
+
 EdgeShape measure(const EdgeMap &edges, const Shape &runs)
 {
     int left = runs.front().left;
@@ -76,7 +91,7 @@ EdgeShape measure(const EdgeMap &edges, const Shape &runs)
     // An edge lies between the pixels before and after it, so the ink begins one pixel after the outermost edge.
     const QRect ink(QPoint(left + 1, runs.front().y + 1),
                     QPoint(std::max(left + 1, right), std::max(runs.front().y + 1, runs.back().y)));
-    return {ink, pixels, int(strength / pixels)};
+    return {ink, pixels, int(strength / pixels), interiorInk(runs, ink) < 0.05};
 }
 
 std::vector<Shape> separate(std::vector<Run> runs)
@@ -145,23 +160,8 @@ void erase(EdgeMap &edges, const Shape &shape)
         std::fill(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, std::uint8_t(0));
 }
 
-/// The share of the inner rectangle that the outline covers.
-double interiorInk(const Shape &runs, const QRect &ink)
-{
-    const int inset = std::clamp(std::min(ink.width(), ink.height()) / 4, 2, 12);
-    const QRect inner = ink.adjusted(inset, inset, -inset, -inset);
-    if (inner.isEmpty())
-        return 1;
-    int pixels = 0;
-    for (const Run &run : runs) {
-        if (run.y >= inner.top() && run.y <= inner.bottom())
-            pixels += std::max(0, std::min(run.right, inner.right()) - std::max(run.left, inner.left()) + 1);
-    }
-    return pixels / double(qint64(inner.width()) * inner.height());
-}
-
 /// A border with nearly nothing of its own in it (letters that wide have strokes inside), or a rule.
-bool isFrame(const EdgeShape &shape, const Shape &runs)
+bool isFrame(const EdgeShape &shape)
 {
     const QRect &ink = shape.ink;
     const bool isHorizontalRule = ink.height() <= 4 && ink.width() > 80;
@@ -170,7 +170,7 @@ bool isFrame(const EdgeShape &shape, const Shape &runs)
         return true;
     const bool isWide = ink.height() >= 10 && 5 * ink.width() >= 8 * ink.height();
     const bool isLarge = ink.height() >= 60;
-    return (isWide || isLarge) && interiorInk(runs, ink) < 0.05;
+    return (isWide || isLarge) && shape.isHollow;
 }
 
 /// What of a shape is strong by its own measure.
@@ -195,7 +195,7 @@ void eraseFrames(EdgeMap &edges)
 {
     for (const Shape &shape : separate(allRuns(edges))) {
         const EdgeShape whole = measure(edges, shape);
-        if (isFrame(whole, shape))
+        if (isFrame(whole))
             erase(edges, shape);
         else if (whole.ink.width() > 60)
             eraseRules(edges, shape, whole.ink);
@@ -206,7 +206,7 @@ void collect(const EdgeMap &edges, const std::vector<Shape> &shapes, bool maySpl
 {
     for (const Shape &shape : shapes) {
         const EdgeShape whole = measure(edges, shape);
-        if (whole.edgePixels < 3 || isFrame(whole, shape))
+        if (whole.edgePixels < 3 || isFrame(whole))
             continue;
         if (maySplit && isOversized(whole.ink))
             collect(edges, separate(strongPart(edges, shape)), false, result);

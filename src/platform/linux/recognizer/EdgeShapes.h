@@ -13,7 +13,8 @@ struct EdgeShape
 {
     QRect ink; ///< pixels of the image that the outline encloses, itself included
     int edgePixels = 0;
-    int strength = 0; ///< mean strength of the outline, 0 to 255
+    int strength = 0;      ///< mean strength of the outline, 0 to 255
+    bool isHollow = false; ///< nearly all of it lies at the rim of its box
 };
 
 /// The outlines of a map (8-connected) that can be letters or parts of letters.

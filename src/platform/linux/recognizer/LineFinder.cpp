@@ -227,6 +227,19 @@ FoundLine lineOf(const Group &group)
     return {group.ink, int(group.shapes.size()), int(strength / pixels), double(pixels) / double(area)};
 }
 
+/// Bars and discs: outlines with nothing inside. Letters have strokes, or, like an O, a second outline within the
+/// first.
+bool isFilledShapes(const Group &group)
+{
+    const std::vector<EdgeShape> &shapes = group.shapes;
+    return std::all_of(shapes.begin(), shapes.end(), [&shapes](const EdgeShape &shape) {
+        const QRect &ink = shape.ink;
+        return shape.isHollow && ink.width() >= 5 &&
+               std::none_of(shapes.begin(), shapes.end(),
+                            [&ink](const EdgeShape &other) { return other.ink != ink && ink.contains(other.ink); });
+    });
+}
+
 /// Leaves out single shapes that are everywhere in one size: lit windows, dots, leaves.
 QList<FoundLine> withoutPattern(QList<FoundLine> lines)
 {
@@ -257,7 +270,7 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
             // Beside its neighbours a letter may be that low; alone it is a speck.
             const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
             const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
-            if (row.ink.height() >= least)
+            if (row.ink.height() >= least && !isFilledShapes(row))
                 lines.append(lineOf(row));
         }
     }

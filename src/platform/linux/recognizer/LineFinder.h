@@ -13,6 +13,9 @@ struct FoundLine
     int shapeCount = 0; ///< separate outlines in it
     int strength = 0;   ///< mean strength of its edges, 0 to 255
     double density = 0; ///< edge pixels of its outlines by its area
+
+    /// A letter or two at most; perhaps an icon.
+    bool isShort() const { return shapeCount <= 2 && ink.width() < 2 * ink.height(); }
 };
 
 /// Finds the lines of an image with 32 bits a pixel, in no particular order.

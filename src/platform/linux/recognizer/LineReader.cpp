@@ -39,7 +39,6 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
     auto engine = std::make_unique<tesseract::TessBaseAPI>();
     if (engine->Init(nullptr, modelName(language), tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
         return nullptr;
-    engine->SetPageSegMode(tesseract::PSM_SINGLE_LINE);
     return engine;
 }
 
@@ -76,11 +75,12 @@ int LineReader::stripHeight(ReadingLanguage language)
     return isSmall ? 36 : 48;
 }
 
-Reading LineReader::read(const Strip &strip, ReadingLanguage language)
+Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode)
 {
     tesseract::TessBaseAPI *api = engine(language);
     if (!api)
         return {};
+    api->SetPageSegMode(mode == ReadingMode::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
     api->SetImage(strip.get());
     api->SetSourceResolution(300);
     Reading reading;

@@ -16,6 +16,12 @@ namespace lucentra {
 /// The languages there is a model for, in the order in which they are worth loading.
 enum class ReadingLanguage { TraditionalChinese, English, Japanese, SimplifiedChinese, Korean };
 
+/// How the letters are looked for on a strip.
+enum class ReadingMode {
+    Line,  ///< the engine finds the letters' extent itself: right more often
+    Whole, ///< the strip as it is: at its best where the former sees no letters or cuts some off
+};
+
 /// What a reader made of a strip.
 struct Reading
 {
@@ -37,7 +43,7 @@ public:
     bool prepare(ReadingLanguage language);
 
     /// Reads a strip whose height fits the language (see `stripHeight`). Empty where there is no such model.
-    Reading read(const Strip &strip, ReadingLanguage language);
+    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line);
 
     /// Frees the memory of all engines.
     void release();

@@ -10,8 +10,15 @@ QString tidied(const QString &text)
 {
     static const QRegularExpression spaceBetweenWide(
         u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～]) +(?=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～])"_s);
-    static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-z])"_s);
+    static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
+    // Keys are no words, so the model's dictionary is no help with them.
+    static const QRegularExpression controlKey(u"\\bCtr[il1|I]{1,2}\\+"_s);
+    static const QRegularExpression functionKey(u"^((?:Shift|Ctrl|Alt)\\+)?F[il1|I]{2,3}$"_s);
+    static const QRegularExpression doubledLetter(u"^([CcOoSsVvWwXxZzKkPpUu])(?i:\\1)$"_s);
     QString result = text;
+    result.replace(controlKey, u"Ctrl+"_s);
+    result.replace(functionKey, u"\\1F11"_s);
+    result.replace(doubledLetter, u"\\1"_s);
     result.replace(spaceBetweenWide, QString());
     result.replace(loneBar, u"I"_s);
     return result;
@@ -20,12 +27,15 @@ QString tidied(const QString &text)
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture)
 {
     static const QRegularExpression letter(u"[\\p{L}\\p{N}]"_s);
-    if (!reading.text.contains(letter))
+    // What icons look like: a ring, a cross, an arrow, a box, a tick.
+    static const QRegularExpression icon(u"^[xXvVyYoOQ0〇口ロ□ソンヽ一ーLLJ人八入〈〉]$"_s);
+    static const QRegularExpression repeated(u"^(.{1,2}?)( ?\\1){3,}$"_s);
+    const QString &text = reading.text;
+    if (!text.contains(letter) || (line.isShort() && icon.match(text).hasMatch()) || repeated.match(text).hasMatch())
         return false;
-    double least = isOnPicture ? 50 : 32;
-    if (reading.text.size() <= 3)
-        least += 15;
-    Q_UNUSED(line);
+    double least = isOnPicture ? 55 : 32;
+    if (text.size() <= 3)
+        least += isOnPicture ? 30 : 15;
     return reading.confidence >= least;
 }
 

@@ -33,6 +33,17 @@ QList<ReadingLanguage> languagesOf(const TextRecognitionRequest &request)
     return languages;
 }
 
+/// The installed languages that weren't asked for.
+QList<ReadingLanguage> extrasTo(const QList<ReadingLanguage> &languages)
+{
+    QList<ReadingLanguage> extras;
+    for (const ReadingLanguage language : {ReadingLanguage::SimplifiedChinese, ReadingLanguage::Korean}) {
+        if (!languages.contains(language) && LineReader::isInstalled(language))
+            extras.append(language);
+    }
+    return extras;
+}
+
 QRectF normalized(const QRect &box, const QSize &size)
 {
     return {box.x() / double(size.width()), 1 - (box.y() + box.height()) / double(size.height()),
@@ -82,15 +93,19 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
 
-    const LineRouter router(languagesOf(request), request.level == RecognitionLevel::Accurate);
+    const QList<ReadingLanguage> languages = languagesOf(request);
+    const LineRouter router(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     ScreenLanguages screen;
     std::latch done(lines.size());
     for (ReadLine &line : lines) {
         m_pool->post([&](LineReader &reader) {
             const LineNormalizer normalizer(image, line.found.ink);
-            line.reading = router.read(normalizer, reader, screen);
-            line.reading.text = tidied(line.reading.text);
-            line.isText = isPlausible(line.reading, line.found, normalizer.isVaried());
+            // A letter alone isn't written on a picture; its details that look like one are many.
+            if (!line.found.isShort() || !normalizer.isVaried()) {
+                line.reading = router.read(normalizer, line.found.isShort(), reader, screen);
+                line.reading.text = tidied(line.reading.text);
+                line.isText = isPlausible(line.reading, line.found, normalizer.isVaried());
+            }
             done.count_down();
         });
     }
