@@ -28,6 +28,12 @@ TextRecognizer &Services::recognizer()
     return *m_recognizer;
 }
 
+void Services::warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay)
+{
+    recognizer();
+    m_warmUp = scheduler.after(delay, [this] { m_recognizer->warmUp(); });
+}
+
 TranslationManager &Services::translationManager()
 {
     if (!m_translationManager) {

@@ -5,14 +5,17 @@
 #include "LocalizationManager.h"
 #include "MainQueue.h"
 #include "NotificationCenter.h"
+#include "Scheduler.h"
 #include "SettingsStore.h"
 #include "TranslationManager.h"
 
+#include <chrono>
 #include <memory>
 
 namespace lucentra {
 
 class SecretStorage;
+class ScreenTextRecognizer;
 class TextRecognizer;
 
 /// The objects that both the pane and the command line stand on, each made once, at its first use where it is costly.
@@ -30,7 +33,10 @@ public:
     LocalizationManager &texts() { return m_texts; }
     MainQueue &mainQueue() { return m_mainQueue; }
     NotificationCenter &notifications() { return m_notifications; }
+    /// Any thread once `warmUpRecognizer` was called.
     TextRecognizer &recognizer();
+    /// Makes the recognizer now, and has it load its models after a while.
+    void warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay);
     TranslationManager &translationManager();
 
 private:
@@ -42,7 +48,8 @@ private:
     LocalizationManager m_texts;
     std::unique_ptr<SecretStorage> m_secrets;
     std::unique_ptr<KeychainStore> m_keychain;
-    std::unique_ptr<TextRecognizer> m_recognizer;
+    std::unique_ptr<ScreenTextRecognizer> m_recognizer;
+    std::unique_ptr<ScheduledTask> m_warmUp;
     std::unique_ptr<HttpSession> m_http;
     std::unique_ptr<TranslationManager> m_translationManager;
 };

@@ -1,6 +1,7 @@
 #include "CommandLineProgram.h"
+#include "PaneProgram.h"
 
 int main(int argc, char *argv[])
 {
-    return lucentra::runCommandLine(argc, argv);
+    return argc > 1 ? lucentra::runCommandLine(argc, argv) : lucentra::runPane(argc, argv);
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "PortalDisplayOptions.h"
+#include "X11ChangeMonitor.h"
+#include "X11CompositingMonitor.h"
+#include "X11PaneWindowHints.h"
+#include "X11ScreenCapture.h"
+
+#include <QObject>
+
+class QScreen;
+
+namespace lucentra {
+
+/// The services of an X11 desktop that the pane needs, and their common knowledge of the displays. Main thread; needs
+/// the application's connection to the X server.
+class X11Desktop : public QObject
+{
+public:
+    X11Desktop();
+
+    X11ScreenCapture capture;
+    X11CaptureAccess access;
+    X11ChangeMonitor changes;
+    X11CompositingMonitor compositing;
+    X11PaneWindowHints windowHints;
+    PortalDisplayOptions displayOptions;
+
+private:
+    void watch(QScreen *screen);
+    void updateDisplays();
+};
+
+} // namespace lucentra
