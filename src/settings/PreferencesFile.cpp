@@ -1,6 +1,7 @@
 #include "PreferencesFile.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,8 +11,11 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -21,9 +25,21 @@ namespace {
 constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 constexpr auto ownersFolder = ownerOnly | QFileDevice::ExeOwner;
 // A write takes milliseconds; whoever holds the lock for longer than this hangs.
-constexpr int lockTimeoutMilliseconds = 1000;
+constexpr auto lockTimeout = 2s;
 // Far beyond any real settings file; keeps a wrong file from being read into memory whole.
 constexpr qint64 maximumSize = 16 * 1024 * 1024;
+
+bool takeLock(QLockFile &lock)
+{
+    // In short steps: the class's own waiting sleeps for longer and longer, so that the others always come first.
+    const QDeadlineTimer deadline(lockTimeout);
+    while (!lock.tryLock(0)) {
+        if (lock.error() != QLockFile::LockFailedError || deadline.hasExpired())
+            return false;
+        std::this_thread::sleep_for(5ms);
+    }
+    return true;
+}
 
 qint64 nanoseconds(const timespec &time)
 {
@@ -36,22 +52,26 @@ PreferencesFile::PreferencesFile(QString path, DiagnosticLine diagnostics)
     : m_path(std::move(path))
     , m_diagnostics(std::move(diagnostics))
 {
-    const Content content = load();
-    if (content == Content::Unreadable)
+    const Stamp now = stamp();
+    const Content content = look();
+    adopt(content, now);
+    if (content.state == State::Unreadable)
         fail(u"it cannot be read"_s);
-    if (content != Content::Broken)
+    if (content.state != State::Broken)
         return;
     QLockFile lock(m_path + u".lock"_s);
-    if (!lock.tryLock(lockTimeoutMilliseconds))
+    if (!takeLock(lock))
         fail(u"it is no JSON object and cannot be kept aside"_s);
-    else if (load() == Content::Broken) // another process may have dealt with it meanwhile
+    else if (look().state == State::Broken) // another process may have dealt with it meanwhile
         keepAside();
 }
 
-const QJsonObject &PreferencesFile::values()
+QJsonObject PreferencesFile::values()
 {
-    if (m_stamp != stamp())
-        load();
+    const std::lock_guard guard(m_mutex);
+    const Stamp now = stamp(); // before reading: a replacement in between is then noticed by the next look
+    if (m_stamp != now)
+        adopt(look(), now);
     return m_values;
 }
 
@@ -60,25 +80,24 @@ bool PreferencesFile::apply(const QHash<QString, QJsonValue> &changes)
     if (!makeFolder())
         return fail(u"its folder cannot be made"_s);
     QLockFile lock(m_path + u".lock"_s);
-    if (!lock.tryLock(lockTimeoutMilliseconds))
+    if (!takeLock(lock))
         return fail(u"its lock cannot be taken"_s);
 
-    const Content content = load();
-    if (content == Content::Unreadable)
+    const Content content = look();
+    if (content.state == State::Unreadable)
         return fail(u"it cannot be read"_s);
-    if (content == Content::Broken && !keepAside())
+    const QJsonObject oldValues = content.state == State::Broken ? values() : content.values;
+    if (content.state == State::Broken && !keepAside())
         return false;
 
-    QJsonObject newValues = m_values;
+    QJsonObject newValues = oldValues;
     for (auto change = changes.begin(); change != changes.end(); ++change) {
         if (change.value().isUndefined())
             newValues.remove(change.key());
         else
             newValues.insert(change.key(), change.value());
     }
-    if (newValues == m_values && content != Content::Broken)
-        return true;
-    return save(newValues);
+    return (newValues == oldValues && content.state != State::Broken) || save(newValues);
 }
 
 PreferencesFile::Stamp PreferencesFile::stamp() const
@@ -89,26 +108,29 @@ PreferencesFile::Stamp PreferencesFile::stamp() const
     return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }
 
-PreferencesFile::Content PreferencesFile::load()
+PreferencesFile::Content PreferencesFile::look() const
 {
-    m_stamp = stamp(); // before reading: a replacement in between is then noticed by the next look
     const QFileInfo info(m_path);
-    if (!info.exists() && !info.isSymLink()) {
-        m_values = {};
-        return Content::Missing;
-    }
+    if (!info.exists() && !info.isSymLink())
+        return {State::Missing, {}};
     QFile file(m_path);
     // Anything but a plain file (a pipe) could hold the reader for ever.
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        return Content::Unreadable;
+        return {State::Unreadable, {}};
     const QByteArray bytes = file.read(maximumSize + 1);
     if (file.error() != QFileDevice::NoError)
-        return Content::Unreadable;
+        return {State::Unreadable, {}};
     const QJsonDocument document = bytes.size() > maximumSize ? QJsonDocument() : QJsonDocument::fromJson(bytes);
     if (!document.isObject())
-        return Content::Broken;
-    m_values = document.object();
-    return Content::Valid;
+        return {State::Broken, {}};
+    return {State::Valid, document.object()};
+}
+
+void PreferencesFile::adopt(const Content &content, const Stamp &stamp)
+{
+    if (content.state == State::Valid || content.state == State::Missing)
+        m_values = content.values;
+    m_stamp = stamp;
 }
 
 bool PreferencesFile::makeFolder() const
@@ -141,8 +163,7 @@ bool PreferencesFile::save(const QJsonObject &newValues)
                          file.write(QJsonDocument(newValues).toJson()) >= 0 && file.commit();
     if (!isSaved)
         return fail(file.errorString());
-    m_values = newValues;
-    m_stamp = stamp();
+    values(); // what stays in use should the file be broken later
     m_hasReportedFailure = false;
     return true;
 }

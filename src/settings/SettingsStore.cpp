@@ -5,7 +5,9 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
+#include <condition_variable>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -25,33 +27,102 @@ Value numberOf(const QJsonValue &stored, const Setting<Value> &setting, Value nu
 
 } // namespace
 
-struct SettingsStore::State
+/// What stands in front of the file, and the thread that brings it there.
+class SettingsStore::State
 {
-    /// Nearest to the reader first: what this process put in front, what could not be written yet, the file.
+public:
+    State(const QString &filePath, DiagnosticLine diagnostics)
+        : m_file(filePath, std::move(diagnostics))
+    {
+    }
+
+    ~State()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_isEnding = true;
+        }
+        m_changed.notify_all();
+        if (m_writer.joinable())
+            m_writer.join();
+    }
+
+    /// Nearest to the reader first: what this process put in front, what is not written yet, the file.
     QJsonValue value(const QString &key)
     {
-        if (const auto found = overrides.constFind(key); found != overrides.cend())
+        const std::lock_guard lock(m_mutex);
+        if (const auto found = m_overrides.constFind(key); found != m_overrides.cend())
             return found.value();
-        if (const auto found = unsaved.constFind(key); found != unsaved.cend())
+        if (const auto found = m_unsaved.constFind(key); found != m_unsaved.cend())
             return found.value();
-        return file.values().value(key);
+        return m_file.values().value(key);
     }
 
     void change(const QString &key, const QJsonValue &newValue)
     {
-        unsaved.insert(key, newValue);
-        if (file.apply(unsaved))
-            unsaved.clear();
+        const std::lock_guard lock(m_mutex);
+        m_unsaved.insert(key, newValue);
+        ++m_changeCount;
+        if (!m_writer.joinable())
+            m_writer = std::thread([this] { write(); });
+        m_changed.notify_all();
     }
 
-    std::mutex mutex; // guards everything below
-    PreferencesFile file;
-    QHash<QString, QJsonValue> unsaved; // `Undefined`: to be removed
-    QHash<QString, QJsonValue> overrides;
+    void putInFront(const QString &key, const QJsonValue &newValue)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_overrides.insert(key, newValue);
+    }
+
+    void flush()
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this, wanted = m_changeCount] { return m_triedCount >= wanted; });
+    }
+
+private:
+    void write()
+    {
+        std::unique_lock lock(m_mutex);
+        for (;;) {
+            m_changed.wait(lock, [this] { return m_isEnding || m_triedCount < m_changeCount; });
+            if (m_triedCount == m_changeCount)
+                return;
+            const auto changes = m_unsaved;
+            const quint64 count = m_changeCount;
+            lock.unlock();
+            const bool isSaved = m_file.apply(changes);
+            lock.lock();
+            if (isSaved)
+                forget(changes);
+            m_triedCount = count;
+            m_changed.notify_all();
+        }
+    }
+
+    /// What was changed again meanwhile stays.
+    void forget(const QHash<QString, QJsonValue> &saved)
+    {
+        for (auto change = saved.begin(); change != saved.end(); ++change) {
+            const auto found = m_unsaved.constFind(change.key());
+            if (found != m_unsaved.cend() && found.value() == change.value())
+                m_unsaved.erase(found);
+        }
+    }
+
+    PreferencesFile m_file;
+    std::mutex m_mutex;                   // guards the rest
+    QHash<QString, QJsonValue> m_unsaved; // `Undefined`: to be removed
+    QHash<QString, QJsonValue> m_overrides;
+    quint64 m_changeCount = 0;
+    quint64 m_triedCount = 0; // how many of the changes were written, or could not be
+    bool m_isEnding = false;
+    std::condition_variable m_changed;
+    std::thread m_writer; // started by the first change
 };
 
 SettingsStore::SettingsStore(const QString &filePath, DiagnosticLine diagnostics)
-    : m_state(new State{.file = PreferencesFile(filePath, std::move(diagnostics))})
+    : m_state(std::make_unique<State>(filePath, std::move(diagnostics)))
 {
 }
 
@@ -69,30 +140,29 @@ bool SettingsStore::contains(const QString &key) const
 
 void SettingsStore::remove(const QString &key)
 {
-    const std::lock_guard lock(m_state->mutex);
     m_state->change(key, QJsonValue(QJsonValue::Undefined));
 }
 
 QJsonValue SettingsStore::value(const QString &key) const
 {
-    const std::lock_guard lock(m_state->mutex);
     return m_state->value(key);
 }
 
 void SettingsStore::setValue(const QString &key, const QJsonValue &newValue)
 {
-    if (key.isEmpty() || newValue.isUndefined())
-        return;
-    const std::lock_guard lock(m_state->mutex);
-    m_state->change(key, newValue);
+    if (!key.isEmpty() && !newValue.isUndefined())
+        m_state->change(key, newValue);
+}
+
+void SettingsStore::flush()
+{
+    m_state->flush();
 }
 
 void SettingsStore::setOverride(const QString &key, const QJsonValue &newValue)
 {
-    if (key.isEmpty())
-        return;
-    const std::lock_guard lock(m_state->mutex);
-    m_state->overrides.insert(key, newValue);
+    if (!key.isEmpty())
+        m_state->putInFront(key, newValue);
 }
 
 bool SettingsStore::interpret(const QJsonValue &stored, const Setting<bool> &setting)

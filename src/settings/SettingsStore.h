@@ -14,9 +14,11 @@ namespace lucentra {
 
 /// All settings, as flat pairs of a key and a value in one JSON file of the user.
 ///
-/// A value is read from the file at the moment it is asked for and written at once, so that several processes see each
-/// other's changes and never lose each other's keys; keys that nobody knows survive. The file is replaced as a whole
-/// and readable by its owner alone (0600, a folder made for it 0700).
+/// A value is read from the file at the moment it is asked for, so that several processes see each other's changes.
+/// What is written counts at once within the process; a thread of the store brings it to the file (within
+/// milliseconds, several changes together), so that nobody waits for the disk. Processes never lose each other's keys,
+/// and keys that nobody knows survive. The file is replaced as a whole and readable by its owner alone (0600, a folder
+/// made for it 0700).
 ///
 /// A key is present or absent. Reading an absent one gives the setting's default. A stored value of another type reads
 /// as the type's zero value (0, 0.0, false), a text as the default; whole numbers and fractional ones are one type,
@@ -32,6 +34,7 @@ class SettingsStore
 public:
     /// The store over one file, which need not exist, nor its folder.
     explicit SettingsStore(const QString &filePath, DiagnosticLine diagnostics = {});
+    /// Waits until what was written is in the file.
     ~SettingsStore();
     SettingsStore(const SettingsStore &) = delete;
     SettingsStore &operator=(const SettingsStore &) = delete;
@@ -79,6 +82,9 @@ public:
     /// Stores a raw value; an empty key or an `Undefined` value is dropped.
     void setValue(const QString &key, const QJsonValue &newValue);
 
+    /// Waits until what was written so far is in the file, or could not be brought there.
+    void flush();
+
 private:
     void setOverride(const QString &key, const QJsonValue &newValue);
 
@@ -87,7 +93,7 @@ private:
     static double interpret(const QJsonValue &stored, const Setting<double> &setting);
     static QString interpret(const QJsonValue &stored, const Setting<QString> &setting);
 
-    struct State;
+    class State;
     const std::unique_ptr<State> m_state;
 };
 

@@ -70,11 +70,17 @@ private Q_SLOTS:
     void consentHasKeysForRemoteEnginesAlone();
 
 private:
+    /// Its lines come one at a time: a store's writer is the only thread here that has any.
     SettingsStore makeStore()
     {
         return SettingsStore(m_path, [this](const QString &line) { m_lines.append(line); });
     }
-    QJsonObject stored() const { return QJsonDocument::fromJson(contentOf(m_path)).object(); }
+    /// The file's content once the store has written it.
+    QJsonObject stored(SettingsStore &store) const
+    {
+        store.flush();
+        return QJsonDocument::fromJson(contentOf(m_path)).object();
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
@@ -136,6 +142,7 @@ void SettingsStoreTest::numbersKeepTheirValue()
     const qint64 large = (qint64(1) << 62) + 1;
     store.write(settings::hotkeyModifiers, large);
     store.write(settings::glassOpacity, 0.1);
+    store.flush();
     const SettingsStore another = makeStore();
     QCOMPARE(another.read(settings::hotkeyModifiers), large);
     QCOMPARE(another.read(settings::glassOpacity), 0.1);
@@ -144,15 +151,15 @@ void SettingsStoreTest::numbersKeepTheirValue()
 void SettingsStoreTest::othersKeysSurvive()
 {
     writeFile(m_path, R"({"future": {"list": [1, "二", null]}, "autoCopy": true, "autoHide": true})");
-    const QJsonObject before = stored();
     SettingsStore store = makeStore();
+    const QJsonObject before = stored(store);
     store.write(settings::autoCopy, false);
     store.remove(settings::autoHide);
     store.remove(u"never there"_s);
     QJsonObject expected = before;
     expected[u"autoCopy"_s] = false;
     expected.remove(u"autoHide"_s);
-    QCOMPARE(stored(), expected);
+    QCOMPARE(stored(store), expected);
 }
 
 void SettingsStoreTest::anotherStoreSeesEveryChange()
@@ -160,10 +167,15 @@ void SettingsStoreTest::anotherStoreSeesEveryChange()
     SettingsStore here = makeStore();
     SettingsStore there = makeStore();
     for (qint64 i = 0; i < 20; ++i) {
-        (i % 2 ? here : there).write(settings::hotkeyCode, i);
+        SettingsStore &writer = i % 2 ? here : there;
+        writer.write(settings::hotkeyCode, i);
+        QCOMPARE(writer.read(settings::hotkeyCode), i); // without waiting
+        writer.flush();
         QCOMPARE((i % 2 ? there : here).read(settings::hotkeyCode), i);
     }
     here.remove(settings::hotkeyCode);
+    QVERIFY(!here.contains(settings::hotkeyCode));
+    here.flush();
     QVERIFY(!there.contains(settings::hotkeyCode));
     QVERIFY(QFile::remove(m_path));
     QCOMPARE(here.read(settings::hotkeyCode), settings::hotkeyCode.defaultValue);
@@ -183,7 +195,7 @@ void SettingsStoreTest::processesDoNotLoseEachOthersKeys()
         QCOMPARE(process->exitCode(), 0);
     }
     QCOMPARE(m_lines, QStringList());
-    QCOMPARE(stored().size(), 60);
+    QCOMPARE(stored(store).size(), 60);
 }
 
 void SettingsStoreTest::threadsShareOneStore()
@@ -229,18 +241,19 @@ void SettingsStoreTest::aBrokenFileIsKeptAside()
     QVERIFY(m_lines.first().contains(aside.first()));
     QVERIFY(!m_lines.first().contains(u"secret"_s));
     store.write(settings::autoHide, true);
-    QCOMPARE(stored(), (QJsonObject{{u"autoHide"_s, true}}));
+    QCOMPARE(stored(store), (QJsonObject{{u"autoHide"_s, true}}));
 }
 
 void SettingsStoreTest::aFileBrokenMeanwhileCostsNoValue()
 {
     SettingsStore store = makeStore();
     store.write(settings::openAIModel, u"mine"_s);
+    store.flush();
     writeFile(m_path, "{\"half written by an edi");
     QCOMPARE(store.read(settings::openAIModel), u"mine"_s);
     QVERIFY(m_lines.isEmpty());
     store.write(settings::autoHide, true);
-    QCOMPARE(stored(), (QJsonObject{{u"autoHide"_s, true}, {u"openAIModel"_s, u"mine"_s}}));
+    QCOMPARE(stored(store), (QJsonObject{{u"autoHide"_s, true}, {u"openAIModel"_s, u"mine"_s}}));
     QCOMPARE(QDir(m_folder->path()).entryList({u"preferences.unreadable-*.json"_s}).size(), 1);
 }
 
@@ -249,10 +262,12 @@ void SettingsStoreTest::onlyTheOwnerMayRead()
     m_path = m_folder->filePath(u"config/lucentra/preferences.json"_s);
     SettingsStore store = makeStore();
     store.write(settings::autoCopy, true);
+    store.flush();
     QCOMPARE(modeOf(m_path), 0600);
     QCOMPARE(modeOf(m_folder->filePath(u"config/lucentra"_s)), 0700);
     QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
     store.write(settings::autoCopy, false);
+    store.flush();
     QCOMPARE(modeOf(m_path), 0600);
     QCOMPARE(QDir(m_folder->filePath(u"config/lucentra"_s)).entryList(QDir::Files), QStringList{u"preferences.json"_s});
 }
@@ -278,6 +293,7 @@ void SettingsStoreTest::anUnusablePlaceHoldsNobody()
     QCOMPARE(store.read(settings::showInDock), true);
     store.write(settings::showInDock, false);
     store.write(settings::autoCopy, true);
+    store.flush();
     QCOMPARE(store.read(settings::showInDock), false);
     QCOMPARE(m_lines.size(), 1);
     QVERIFY(m_lines.first().contains(m_path));
@@ -285,7 +301,7 @@ void SettingsStoreTest::anUnusablePlaceHoldsNobody()
     const QString blocker = m_folder->filePath(path.section(u'/', 0, 0));
     QVERIFY(QFile::rename(blocker, m_folder->filePath(u"moved away"_s)));
     store.remove(settings::autoCopy);
-    QCOMPARE(stored(), (QJsonObject{{u"showInDock"_s, false}}));
+    QCOMPARE(stored(store), (QJsonObject{{u"showInDock"_s, false}}));
 }
 
 void SettingsStoreTest::overridesStayInFrontAndOffTheFile()
@@ -299,7 +315,7 @@ void SettingsStoreTest::overridesStayInFrontAndOffTheFile()
     QCOMPARE(store.read(settings::translationEngine), 7);
     QCOMPARE(store.read(settings::targetLanguageCode), u"ja"_s);
     QVERIFY(store.contains(settings::targetLanguageCode));
-    QCOMPARE(stored(), (QJsonObject{{u"translationEngine"_s, 5}}));
+    QCOMPARE(stored(store), (QJsonObject{{u"translationEngine"_s, 5}}));
     QCOMPARE(makeStore().read(settings::translationEngine), 5);
 }
 
@@ -323,7 +339,7 @@ void SettingsStoreTest::consentHasKeysForRemoteEnginesAlone()
     QVERIFY(!store.read(consent));
     store.write(consent, true);
     QCOMPARE(store.read(consent), !key.isEmpty());
-    QCOMPARE(stored().keys(), key.isEmpty() ? QStringList() : QStringList{key});
+    QCOMPARE(stored(store).keys(), key.isEmpty() ? QStringList() : QStringList{key});
 }
 
 /// As `--write <file> <prefix>` the program is another process that writes settings.

@@ -124,6 +124,11 @@ void KeyringPrompt::ask(GDBusConnection *bus, const KeyringRequest &request, GCa
         show(bus, owner, prompt, cancel);
 }
 
+void KeyringPrompt::forget()
+{
+    m_shown.reset();
+}
+
 bool KeyringPrompt::mayAsk(const QByteArray &owner) const
 {
     if (!m_shown || m_shown->owner != owner)

@@ -35,6 +35,9 @@ public:
     /// says what is missing.
     void ask(GDBusConnection *bus, const KeyringRequest &request, GCancellable *cancel);
 
+    /// The bus is gone, and with it the prompt.
+    void forget();
+
 private:
     struct Shown;
 

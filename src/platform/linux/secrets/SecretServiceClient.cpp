@@ -5,6 +5,8 @@
 
 #include <libsecret/secret.h>
 
+#include <chrono>
+#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -95,6 +97,27 @@ bool hasSessionBus()
 {
     return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
            QFile::exists(QFile::decodeName(g_get_user_runtime_dir()) + u"/bus"_s);
+}
+
+/// The process's connection to the session bus; null, with an error, where there is none.
+GObjectPointer<GDBusConnection> sessionBus(GCancellable *cancel, GError **error)
+{
+    // A connection that was closed is handed out for as long as anybody, GLib's own thread included, still holds it.
+    for (int attempts = 20;; --attempts) {
+        GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, cancel, error));
+        if (!bus || attempts == 0 || !g_dbus_connection_is_closed(bus.get()))
+            return bus;
+        bus.reset();
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
+/// The unique bus name of the service behind a proxy; empty where it has gone.
+QByteArray ownerOf(SecretService *service)
+{
+    const std::unique_ptr<char, decltype(&g_free)> owner(
+        g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(service)), &g_free);
+    return owner.get();
 }
 
 } // namespace
@@ -188,19 +211,17 @@ Answer SecretServiceClient::withSession(GCancellable *cancel, const std::functio
 
 Result<void> SecretServiceClient::open(GCancellable *cancel)
 {
-    if (m_bus && g_dbus_connection_is_closed(m_bus.get()))
-        close();
-    if (m_service) {
-        const std::unique_ptr<char, decltype(&g_free)> owner(
-            g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(m_service.get())), &g_free);
-        if (m_owner == owner.get())
-            return {};
+    if (m_bus && g_dbus_connection_is_closed(m_bus.get())) {
+        m_prompt.forget();
         close();
     }
+    if (m_service && m_owner == ownerOf(m_service.get()))
+        return {};
+    close();
     if (!hasSessionBus())
         return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoBus));
     GError *error = nullptr;
-    m_bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancel, &error));
+    m_bus = sessionBus(cancel, &error);
     if (!m_bus)
         return tl::unexpected(failureOf(error));
     g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE); // the end of the bus would be the end of the program
@@ -208,9 +229,7 @@ Result<void> SecretServiceClient::open(GCancellable *cancel)
         secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_OPEN_SESSION, cancel, &error));
     if (!m_service)
         return tl::unexpected(failureOf(error));
-    const std::unique_ptr<char, decltype(&g_free)> owner(
-        g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(m_service.get())), &g_free);
-    m_owner = owner.get();
+    m_owner = ownerOf(m_service.get());
     return {};
 }
 

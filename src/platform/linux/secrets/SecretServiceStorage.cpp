@@ -12,7 +12,7 @@ namespace lucentra {
 
 namespace {
 
-constexpr auto callLimit = 900ms;
+constexpr auto callLimit = 800ms;
 constexpr auto pauseAfterTimeout = 30s;
 
 } // namespace

@@ -7,6 +7,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
+#include <sys/prctl.h>
+
 namespace lucentra {
 
 /// A session bus that starts nothing by itself, and GNOME Keyring on it, both in a folder of the test's own. They end
@@ -27,13 +31,13 @@ public:
         m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress());
         m_environment.remove(QStringLiteral("DISPLAY"));
         qputenv("DBUS_SESSION_BUS_ADDRESS", busAddress().toLocal8Bit());
+        for (QProcess *process : {&m_bus, &m_keyring}) // also when the test crashes
+            process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     }
     ~PrivateKeyring()
     {
-        for (QProcess *process : {&m_keyring, &m_bus}) {
-            process->terminate();
-            process->waitForFinished(5000);
-        }
+        stopKeyring();
+        stopBus();
     }
 
     QString busAddress() const { return QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus")); }
@@ -55,6 +59,12 @@ public:
         m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + configuration.fileName(),
                                                     QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
         return m_bus.waitForStarted() && m_bus.waitForReadyRead(5000);
+    }
+
+    void stopBus()
+    {
+        m_bus.terminate();
+        m_bus.waitForFinished(5000);
     }
 
     /// Starts the keyring with its default collection unlocked, or without making one.

@@ -58,7 +58,8 @@ private Q_SLOTS:
     void itemsOfOtherToolsAreFoundAndReplacedForTheReader();
     void removingLeavesNothingAndMayBeRepeated();
     void callsFromManyThreadsAtOnce();
-    void aRestartedServiceCostsNothing();
+    void aRestartCostsNothing_data();
+    void aRestartCostsNothing();
     void nothingIsHeldByWhatDoesNotAnswer_data();
     void nothingIsHeldByWhatDoesNotAnswer();
     void aServiceThatHangsIsLeftAloneForAWhile();
@@ -160,14 +161,29 @@ void SecretServiceStorageTest::callsFromManyThreadsAtOnce()
     QCOMPARE(storage.lookupAll(service).value().size(), 6);
 }
 
-void SecretServiceStorageTest::aRestartedServiceCostsNothing()
+void SecretServiceStorageTest::aRestartCostsNothing_data()
 {
+    QTest::addColumn<bool>("ofTheBus");
+    QTest::addColumn<bool>("isNoticed"); // by a call in between
+    QTest::newRow("of the keyring") << false << true;
+    QTest::newRow("of the keyring, between two calls") << false << false;
+    QTest::newRow("of the bus") << true << true;
+    QTest::newRow("of the bus, between two calls") << true << false;
+}
+
+void SecretServiceStorageTest::aRestartCostsNothing()
+{
+    QFETCH(bool, ofTheBus);
+    QFETCH(bool, isNoticed);
     PrivateKeyring keyring;
     QVERIFY(keyring.startBus() && keyring.startKeyring());
     SecretServiceStorage storage;
     QVERIFY(storage.store(service, u"a"_s, "1"));
     keyring.stopKeyring();
-    QVERIFY(!storage.lookup(service, u"a"_s));
+    if (ofTheBus)
+        keyring.stopBus();
+    QVERIFY(!isNoticed || !storage.lookup(service, u"a"_s));
+    QVERIFY(!ofTheBus || keyring.startBus());
     QVERIFY(keyring.startKeyring());
     const auto found = storage.lookup(service, u"a"_s);
     QVERIFY2(found, reasonOf(found).constData());
