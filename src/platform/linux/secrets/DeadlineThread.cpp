@@ -1,9 +1,12 @@
 #include "DeadlineThread.h"
 
+#include <utility>
+
 namespace lucentra {
 
-DeadlineThread::DeadlineThread()
-    : m_thread([this] { run(); })
+DeadlineThread::DeadlineThread(std::function<void()> atEnd)
+    : m_atEnd(std::move(atEnd))
+    , m_thread([this] { run(); })
 {
 }
 

@@ -22,7 +22,8 @@ namespace lucentra {
 class DeadlineThread
 {
 public:
-    DeadlineThread();
+    /// `atEnd` is the last thing that runs on the thread, for what has to be let go where GLib knows it.
+    explicit DeadlineThread(std::function<void()> atEnd);
     /// Cancels what runs and waits for its end.
     ~DeadlineThread();
     DeadlineThread(const DeadlineThread &) = delete;
@@ -56,6 +57,7 @@ private:
     std::shared_ptr<Task> enqueue(std::function<void(GCancellable *)> function);
     void run();
 
+    const std::function<void()> m_atEnd;
     std::mutex m_mutex;
     std::condition_variable m_hasWork;
     std::deque<std::shared_ptr<Task>> m_tasks; // guarded by m_mutex

@@ -21,7 +21,7 @@ struct SecretServiceStorage::Worker
 {
     explicit Worker(Clock ofClock)
         : clock(std::move(ofClock))
-        , client(clock)
+        , client(std::make_unique<SecretServiceClient>(clock))
     {
     }
 
@@ -32,9 +32,9 @@ struct SecretServiceStorage::Worker
         if (isSilent())
             return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoAnswer));
         const std::function<Answer(GCancellable *)> onThread = [this, function](GCancellable *cancel) {
-            Answer answer = function(client, cancel);
-            if (client.hasQuestion())
-                thread.post([this](GCancellable *cancelQuestion) { client.askUser(cancelQuestion); });
+            Answer answer = function(*client, cancel);
+            if (client->hasQuestion())
+                thread.post([this](GCancellable *cancelQuestion) { client->askUser(cancelQuestion); });
             return answer;
         };
         if (auto answer = thread.call(callLimit, onThread))
@@ -53,8 +53,8 @@ struct SecretServiceStorage::Worker
     const Clock clock;
     std::mutex mutex;
     std::chrono::steady_clock::time_point silentUntil; // guarded by mutex
-    SecretServiceClient client;                        // the thread's alone
-    DeadlineThread thread;                             // ends before what it uses
+    std::unique_ptr<SecretServiceClient> client;       // the thread's alone
+    DeadlineThread thread{[this] { client.reset(); }};
 };
 
 SecretServiceStorage::SecretServiceStorage(Clock clock)
