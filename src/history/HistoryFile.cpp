@@ -88,7 +88,7 @@ Result<QList<HistoryItem>> decodeHistory(const QByteArray &json)
     QList<HistoryItem> items;
     const QJsonArray array = document.array();
     items.reserve(array.size());
-    for (const QJsonValue &value : array) {
+    for (const auto &value : array) {
         const auto item = itemOf(value.toObject());
         if (!item)
             return failure(u"entry %1 lacks a value or has one of a wrong type"_s.arg(items.size()));
