@@ -13,6 +13,14 @@ if(LUCENTRA_SANITIZE)
     target_link_options(lucentra-common INTERFACE -fsanitize=address,undefined)
 endif()
 
+# What nearly every file reads first, compiled once: most of the time of a build goes into the toolkit's headers. A file
+# includes what it needs all the same.
+add_library(lucentra-precompiled OBJECT "${CMAKE_CURRENT_LIST_DIR}/precompiled.cpp")
+target_link_libraries(lucentra-precompiled PRIVATE lucentra-common Qt6::Core tl::expected)
+target_precompile_headers(lucentra-precompiled PRIVATE
+    <QByteArray> <QDateTime> <QHash> <QJsonDocument> <QJsonObject> <QList> <QObject> <QRectF> <QString>
+    <QStringList> <QThreadPool> <QUuid> <QVariant> <algorithm> <chrono> <functional> <memory> <optional> <tl/expected.hpp>)
+
 # lucentra_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
 # One folder of the program. Its own directory is its only include path, so that a folder sees just those that it
 # links: an include against the direction of the arrows isn't found.
@@ -22,6 +30,7 @@ function(lucentra_library name)
     target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
     target_link_libraries(${name} PUBLIC lucentra-common Qt6::Core tl::expected ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_precompile_headers(${name} REUSE_FROM lucentra-precompiled)
 endfunction()
 
 # lucentra_test(<name> SOURCES <file>... LINK <target>... [LABELS <label>...])
@@ -31,6 +40,7 @@ function(lucentra_test name)
     add_executable(${name} ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE lucentra-common Qt6::Test ${arg_LINK})
+    target_precompile_headers(${name} REUSE_FROM lucentra-precompiled)
     target_compile_definitions(${name} PRIVATE TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
     add_test(NAME ${name} COMMAND ${name})
     set(home "${CMAKE_CURRENT_BINARY_DIR}/${name}.home")
