@@ -57,7 +57,7 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const int together = std::max(a.ink.bottom(), b.ink.bottom()) - std::min(a.ink.top(), b.ink.top()) + 1;
     const bool isDot = lower <= std::max(5, higher / 4);
     // An underscore lies below the other letters.
-    const int reach = isDot ? higher / 4 : 0;
+    const int reach = isDot ? higher * 2 / 5 : 0;
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
         return false;
     // What shines through a translucent panel isn't part of the text on it.
@@ -224,20 +224,33 @@ FoundLine lineOf(const Group &group)
         strength += qint64(shape.strength) * shape.edgePixels;
     }
     const qint64 area = qint64(group.ink.width()) * group.ink.height();
-    return {group.ink, int(group.shapes.size()), int(strength / pixels), double(pixels) / double(area)};
+    return {group.ink, int(group.shapes.size()), int(strength / pixels), double(pixels) / double(area),
+            piecesOf(group.shapes, group.ink)};
 }
 
-/// Bars and discs: outlines with nothing inside. Letters have strokes, or, like an O, a second outline within the
-/// first.
-bool isFilledShapes(const Group &group)
+/// Whether an outline is that of a filled bar, disc or box: hollow as an outline, yet not of the colour around it. (An
+/// O is hollow too, but the same paper is within and without.)
+bool isFilled(const QImage &image, const EdgeShape &shape)
 {
-    const std::vector<EdgeShape> &shapes = group.shapes;
-    return std::all_of(shapes.begin(), shapes.end(), [&shapes](const EdgeShape &shape) {
-        const QRect &ink = shape.ink;
-        return shape.isHollow && ink.width() >= 5 &&
-               std::none_of(shapes.begin(), shapes.end(),
-                            [&ink](const EdgeShape &other) { return other.ink != ink && ink.contains(other.ink); });
-    });
+    constexpr int other = 24; // of 255
+    const QRect &ink = shape.ink;
+    if (!shape.isHollow || ink.width() < 5)
+        return false;
+    const QRgb inside = image.pixel(ink.center());
+    const auto differs = [&](int x) {
+        const QRgb outside = image.pixel(std::clamp(x, 0, image.width() - 1), ink.center().y());
+        return std::abs(qRed(inside) - qRed(outside)) > other || std::abs(qGreen(inside) - qGreen(outside)) > other ||
+               std::abs(qBlue(inside) - qBlue(outside)) > other;
+    };
+    return differs(ink.left() - 3) && differs(ink.right() + 3);
+}
+
+/// A button, an avatar, a picture's frame: too compact for a stroke.
+bool isBlock(const QImage &image, const EdgeShape &shape)
+{
+    const int width = shape.ink.width();
+    const int height = shape.ink.height();
+    return std::min(width, height) >= 12 && 2 * width >= height && 2 * height >= width && isFilled(image, shape);
 }
 
 /// Leaves out single shapes that are everywhere in one size: lit windows, dots, leaves.
@@ -259,18 +272,24 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
 {
     std::vector<Group> groups;
-    for (const EdgeShape &shape : shapesIn(edgesOf(image)))
-        groups.push_back({shape.ink, {shape}});
+    for (const EdgeShape &shape : shapesIn(edgesOf(image))) {
+        if (!isBlock(image, shape))
+            groups.push_back({shape.ink, {shape}});
+    }
     for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
         groups = linked(std::move(groups), nearness);
 
+    const auto areAllFilled = [&image](const Group &group) {
+        return std::all_of(group.shapes.begin(), group.shapes.end(),
+                           [&](const EdgeShape &shape) { return isFilled(image, shape); });
+    };
     QList<FoundLine> lines;
     for (Group &group : groups) {
         for (const Group &row : splitRows(std::move(group))) {
             // Beside its neighbours a letter may be that low; alone it is a speck.
             const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
             const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
-            if (row.ink.height() >= least && !isFilledShapes(row))
+            if (row.ink.height() >= least && !areAllFilled(row))
                 lines.append(lineOf(row));
         }
     }

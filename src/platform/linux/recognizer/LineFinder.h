@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LinePieces.h"
+
 #include <QImage>
 #include <QList>
 #include <QRect>
@@ -9,10 +11,11 @@ namespace lucentra {
 /// A place that looks like one line of writing.
 struct FoundLine
 {
-    QRect ink;          ///< pixels of the image, origin top-left; as tight as the letters' outlines
-    int shapeCount = 0; ///< separate outlines in it
-    int strength = 0;   ///< mean strength of its edges, 0 to 255
-    double density = 0; ///< edge pixels of its outlines by its area
+    QRect ink;               ///< pixels of the image, origin top-left; as tight as the letters' outlines
+    int shapeCount = 0;      ///< separate outlines in it
+    int strength = 0;        ///< mean strength of its edges, 0 to 255
+    double density = 0;      ///< edge pixels of its outlines by its area
+    QList<LinePiece> pieces; ///< what is read one by one, from the left to the right
 
     /// A letter or two at most; perhaps an icon.
     bool isShort() const { return shapeCount <= 2 && ink.width() < 2 * ink.height(); }

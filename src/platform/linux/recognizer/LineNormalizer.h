@@ -45,6 +45,8 @@ public:
     /// it, or an outline or a shadow around it. Then no separation is sure to be the right one.
     bool isVaried() const { return m_isVaried; }
 
+    QSize inkSize() const { return m_ink.size(); }
+
     /// The line as dark letters on white paper.
     Strip strip(Separation separation, const StripShape &shape) const;
 

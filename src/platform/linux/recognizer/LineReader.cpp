@@ -78,7 +78,7 @@ int LineReader::stripHeight(ReadingLanguage language)
 Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode)
 {
     tesseract::TessBaseAPI *api = engine(language);
-    if (!api)
+    if (!api || !strip)
         return {};
     api->SetPageSegMode(mode == ReadingMode::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
     api->SetImage(strip.get());

@@ -9,6 +9,7 @@ namespace {
 constexpr double certain = 88;  // no other language would do better
 constexpr double good = 80;     // nor is another reading worth its time
 constexpr double doubtful = 70; // other languages are asked as well
+constexpr double misfit = 0.6;  // of the confidence is left where the letters don't fit into the line
 constexpr double hopeless = 40; // of a picture's edges: not even another language is tried
 
 /// How many letters of each kind a text has.
@@ -88,6 +89,20 @@ QList<ReadingLanguage> readersOf(Writing writing)
     return {ReadingLanguage::English, ReadingLanguage::TraditionalChinese, ReadingLanguage::Japanese};
 }
 
+/// Whether as many letters fit into the line: a Latin one is about half as wide as the line is high, an ideograph as
+/// wide. What a reader makes of a writing that it doesn't know has too few letters or too many.
+bool fits(const QString &text, const QSize &ink)
+{
+    const Scripts scripts = scriptsOf(text);
+    const int wide = scripts.kana + scripts.han + scripts.hangul;
+    const double width = ink.width() / double(ink.height());
+    if (scripts.all() < 2)
+        return true;
+    const double least = 0.55 * wide + 0.22 * scripts.latin;
+    const double most = 1.7 * wide + 1.0 * scripts.latin + 0.8 * double(text.size() - wide - scripts.latin);
+    return width >= least && width <= most;
+}
+
 /// One line under the router's hands: who has read it, and the best that came out.
 class Attempts
 {
@@ -104,7 +119,9 @@ public:
     {
         StripShape shape;
         shape.height = LineReader::stripHeight(language);
-        const Reading reading = m_reader.read(m_line.strip(m_separation, shape), language, mode);
+        Reading reading = m_reader.read(m_line.strip(m_separation, shape), language, mode);
+        if (!fits(reading.text, m_line.inkSize()))
+            reading.confidence *= misfit;
         if (mode == ReadingMode::Line)
             m_asked.append(language);
         if (reading.confidence > m_best.confidence + handicap) {

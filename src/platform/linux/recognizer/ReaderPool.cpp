@@ -22,11 +22,11 @@ ReaderPool::~ReaderPool()
         thread.join();
 }
 
-void ReaderPool::post(Task task)
+void ReaderPool::post(bool usesLanguageCorrection, Task task)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_tasks.push_back(std::move(task));
+        m_jobs.push_back({usesLanguageCorrection, std::move(task)});
     }
     m_wake.notify_one();
 }
@@ -35,24 +35,26 @@ void ReaderPool::work()
 {
     // The engines would start threads of their own for every line, which costs more than it gains.
     omp_set_max_active_levels(0);
-    LineReader reader;
+    LineReader correcting(true);
+    LineReader literal(false);
     bool isLoaded = false;
     std::unique_lock lock(m_mutex);
-    const auto hasWork = [this] { return m_isStopping || !m_tasks.empty(); };
-    while (!m_isStopping) {
+    const auto hasWork = [this] { return m_isStopping || !m_jobs.empty(); };
+    while (true) {
         if (!isLoaded) {
             m_wake.wait(lock, hasWork);
         } else if (!m_wake.wait_for(lock, m_keep, hasWork)) {
-            reader.release();
+            correcting.release();
+            literal.release();
             isLoaded = false;
             continue;
         }
         if (m_isStopping)
-            break;
-        const Task task = std::move(m_tasks.front());
-        m_tasks.pop_front();
+            return;
+        const Job job = std::move(m_jobs.front());
+        m_jobs.pop_front();
         lock.unlock();
-        task(reader);
+        job.task(job.usesLanguageCorrection ? correcting : literal);
         isLoaded = true;
         lock.lock();
     }

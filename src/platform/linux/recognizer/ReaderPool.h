@@ -23,16 +23,24 @@ public:
     /// Waits for the tasks under way; those that haven't begun are dropped.
     ~ReaderPool();
 
-    /// Any thread.
-    void post(Task task);
+    /// Any thread. The task gets a reader whose models' word lists weigh in, or one whose don't.
+    void post(bool usesLanguageCorrection, Task task);
+
+    int workers() const { return int(m_threads.size()); }
 
 private:
+    struct Job
+    {
+        bool usesLanguageCorrection;
+        Task task;
+    };
+
     void work();
 
     const std::chrono::milliseconds m_keep;
     std::mutex m_mutex;
     std::condition_variable m_wake;
-    std::deque<Task> m_tasks;
+    std::deque<Job> m_jobs;
     bool m_isStopping = false;
     std::vector<std::thread> m_threads;
 };

@@ -12,7 +12,7 @@ QString tidied(const QString &text)
         u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～]) +(?=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～])"_s);
     static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
     // Keys are no words, so the model's dictionary is no help with them.
-    static const QRegularExpression controlKey(u"\\bCtr[il1|I]{1,2}\\+"_s);
+    static const QRegularExpression controlKey(u"\\b[Cc]tr[il1|I]{0,2}\\+"_s);
     static const QRegularExpression functionKey(u"^((?:Shift|Ctrl|Alt)\\+)?F[il1|I]{2,3}$"_s);
     static const QRegularExpression doubledLetter(u"^([CcOoSsVvWwXxZzKkPpUu])(?i:\\1)$"_s);
     QString result = text;
@@ -34,8 +34,10 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
     if (!text.contains(letter) || (line.isShort() && icon.match(text).hasMatch()) || repeated.match(text).hasMatch())
         return false;
     double least = isOnPicture ? 55 : 32;
-    if (text.size() <= 3)
-        least += isOnPicture ? 30 : 15;
+    if (line.isShort())
+        least += 15;
+    else if (isOnPicture && text.size() <= 3)
+        least += 25;
     return reading.confidence >= least;
 }
 

@@ -7,28 +7,37 @@
 #include "ReadingOrder.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <ctime>
 #include <latch>
 
 namespace lucentra {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int leastHeight = 5; // pixels; what is lower can't be told apart
+constexpr int leastHeight = 5;      // pixels; what is lower can't be told apart
+constexpr double readingTime = 1.5; // seconds of processor time a worker, for one image
 
+/// The installed ones of the languages asked for, each once. What has no model of its own is written in Latin letters
+/// for all we know.
 QList<ReadingLanguage> languagesOf(const TextRecognitionRequest &request)
 {
     QList<ReadingLanguage> languages;
     for (const QString &tag : request.languages) {
-        if (tag.startsWith(QLatin1String("zh-Hans")))
-            languages.append(ReadingLanguage::SimplifiedChinese);
-        else if (tag.startsWith(QLatin1String("zh")))
-            languages.append(ReadingLanguage::TraditionalChinese);
-        else if (tag.startsWith(QLatin1String("ja")))
-            languages.append(ReadingLanguage::Japanese);
-        else if (tag.startsWith(QLatin1String("ko")))
-            languages.append(ReadingLanguage::Korean);
-        else
-            languages.append(ReadingLanguage::English);
+        ReadingLanguage language = ReadingLanguage::English;
+        if (tag.startsWith(u"zh-Hans"_s) || tag == u"zh-CN"_s)
+            language = ReadingLanguage::SimplifiedChinese;
+        else if (tag.startsWith(u"zh"_s))
+            language = ReadingLanguage::TraditionalChinese;
+        else if (tag.startsWith(u"ja"_s))
+            language = ReadingLanguage::Japanese;
+        else if (tag.startsWith(u"ko"_s))
+            language = ReadingLanguage::Korean;
+        if (!languages.contains(language) && LineReader::isInstalled(language))
+            languages.append(language);
     }
     return languages;
 }
@@ -50,12 +59,72 @@ QRectF normalized(const QRect &box, const QSize &size)
             box.width() / double(size.width()), box.height() / double(size.height())};
 }
 
+/// The processor time that reading an image may take. It is not the clock's, so that a busy machine reads as much.
+class ReadingBudget
+{
+public:
+    explicit ReadingBudget(double seconds)
+        : m_microseconds(qint64(seconds * 1e6))
+    {
+    }
+
+    bool isSpent() const { return m_microseconds.load(std::memory_order_relaxed) <= 0; }
+
+    /// Takes from the budget what its thread worked during its life.
+    class Spending
+    {
+    public:
+        explicit Spending(ReadingBudget &budget)
+            : m_budget(budget)
+            , m_start(worked())
+        {
+        }
+        ~Spending() { m_budget.m_microseconds.fetch_sub(worked() - m_start, std::memory_order_relaxed); }
+        Q_DISABLE_COPY_MOVE(Spending)
+
+    private:
+        static qint64 worked()
+        {
+            timespec time{};
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+            return qint64(time.tv_sec) * 1'000'000 + time.tv_nsec / 1000;
+        }
+
+        ReadingBudget &m_budget;
+        qint64 m_start;
+    };
+
+private:
+    std::atomic<qint64> m_microseconds;
+};
+
 struct ReadLine
 {
     FoundLine found;
     Reading reading;
     bool isText = false;
 };
+
+/// Reads the pieces of a line; says whether the whole is writing.
+bool readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
+              ScreenLanguages &screen)
+{
+    bool isOnPicture = false;
+    double sum = 0;
+    for (const LinePiece &piece : line.found.pieces) {
+        const LineNormalizer normalizer(image, piece.ink);
+        isOnPicture |= normalizer.isVaried();
+        // A letter alone isn't written on a picture; its details that look like one are many.
+        if (line.found.isShort() && isOnPicture)
+            return false;
+        const Reading reading = router.read(normalizer, line.found.isShort(), reader, screen);
+        line.reading.text += reading.text + piece.joint;
+        sum += reading.confidence * piece.ink.width();
+    }
+    line.reading.text = tidied(line.reading.text);
+    line.reading.confidence = sum / line.found.ink.width();
+    return isPlausible(line.reading, line.found, isOnPicture);
+}
 
 } // namespace
 
@@ -75,7 +144,7 @@ ScreenTextRecognizer::~ScreenTextRecognizer() = default;
 
 void ScreenTextRecognizer::warmUp()
 {
-    m_pool->post([](LineReader &reader) {
+    m_pool->post(true, [](LineReader &reader) {
         for (const ReadingLanguage language :
              {ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese})
             reader.prepare(language);
@@ -85,26 +154,30 @@ void ScreenTextRecognizer::warmUp()
 Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const TextRecognitionRequest &request,
                                                                        const QImage &picture)
 {
+    const QList<ReadingLanguage> languages = languagesOf(request);
+    if (languages.isEmpty())
+        return tl::unexpected(Failure{u"TextRecognition"_s, 1, {}});
     const QImage image = picture.convertToFormat(QImage::Format_RGB32);
-    const int minimumHeight = std::max(leastHeight, int(std::ceil(request.minimumTextHeight * image.height())));
+    if (image.isNull())
+        return {};
+    const double minimumShare = std::clamp(request.minimumTextHeight, 0.0, 1.0);
+    const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
     QList<ReadLine> lines;
     for (const FoundLine &found : findLines(image, minimumHeight))
         lines.append({found, {}, false});
+    // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
 
-    const QList<ReadingLanguage> languages = languagesOf(request);
     const LineRouter router(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     ScreenLanguages screen;
+    ReadingBudget budget(m_pool->workers() * readingTime);
     std::latch done(lines.size());
     for (ReadLine &line : lines) {
-        m_pool->post([&](LineReader &reader) {
-            const LineNormalizer normalizer(image, line.found.ink);
-            // A letter alone isn't written on a picture; its details that look like one are many.
-            if (!line.found.isShort() || !normalizer.isVaried()) {
-                line.reading = router.read(normalizer, line.found.isShort(), reader, screen);
-                line.reading.text = tidied(line.reading.text);
-                line.isText = isPlausible(line.reading, line.found, normalizer.isVaried());
+        m_pool->post(request.usesLanguageCorrection, [&](LineReader &reader) {
+            {
+                const ReadingBudget::Spending spending(budget);
+                line.isText = !budget.isSpent() && readLine(line, image, router, reader, screen);
             }
             done.count_down();
         });

@@ -1,0 +1,244 @@
+#include "LineFinder.h"
+#include "LineNormalizer.h"
+#include "Pictures.h"
+
+#include <leptonica/allheaders.h>
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace lucentra;
+using namespace lucentra::pictures;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString han = u"Noto Sans CJK TC"_s;
+const QString latin = u"DejaVu Sans"_s;
+
+double overlap(const QRect &a, const QRect &b)
+{
+    const QRect both = a & b;
+    const double common = double(both.width()) * both.height();
+    return both.isEmpty() ? 0 : common / (double(a.width()) * a.height() + double(b.width()) * b.height() - common);
+}
+
+/// The boxes that were found, from the top to the bottom and from the left to the right.
+QList<QRect> boxesIn(const QImage &image, int minimumHeight = 5)
+{
+    QList<QRect> boxes;
+    for (const FoundLine &line : findLines(image, minimumHeight))
+        boxes.append(line.ink);
+    std::sort(boxes.begin(), boxes.end(), [](const QRect &a, const QRect &b) {
+        return std::pair(a.top() / 10, a.left()) < std::pair(b.top() / 10, b.left());
+    });
+    return boxes;
+}
+
+bool areFound(const QList<QRect> &found, const QList<QRect> &written)
+{
+    const bool areAll = found.size() == written.size() &&
+                        std::equal(found.begin(), found.end(), written.begin(),
+                                   [](const QRect &a, const QRect &b) { return overlap(a, b) > 0.8; });
+    if (!areAll)
+        qWarning() << "found" << found << "written" << written;
+    return areAll;
+}
+
+} // namespace
+
+class LineFinderTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void boxesAreTight_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QFont>("face");
+        QTest::addColumn<QColor>("paper");
+        QTest::addColumn<QColor>("ink");
+        QTest::newRow("dark on light") << u"Open the report"_s << font(latin, 14) << QColor(Qt::white)
+                                       << QColor(Qt::black);
+        QTest::newRow("light on dark") << u"Open the report"_s << font(latin, 14) << QColor(30, 30, 34)
+                                       << QColor(230, 230, 230);
+        QTest::newRow("faint grey") << u"Last edited today"_s << font(latin, 13) << QColor(Qt::white)
+                                    << QColor(160, 160, 160);
+        QTest::newRow("colours of one brightness")
+            << u"Red on green"_s << font(latin, 18) << QColor(0, 130, 0) << QColor(225, 30, 30);
+        QTest::newRow("small ideographs")
+            << u"深色模式與字型大小"_s << font(han, 12) << QColor(Qt::white) << QColor(20, 20, 20);
+        QTest::newRow("large type") << u"關於本機"_s << font(han, 72) << QColor(Qt::white) << QColor(20, 20, 20);
+        QTest::newRow("wide word spaces of a terminal")
+            << u"let x = 1; y = 2;"_s << font(u"DejaVu Sans Mono"_s, 16) << QColor(Qt::black) << QColor(Qt::white);
+        QTest::newRow("underscores") << u"make_shared_from_node"_s << font(u"DejaVu Sans Mono"_s, 15)
+                                     << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("dots between the words")
+            << u"小米 · 12 分鐘前"_s << font(han, 14) << QColor(Qt::white) << QColor(90, 90, 90);
+    }
+
+    void boxesAreTight()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QFont, face);
+        QFETCH(const QColor, paper);
+        QFETCH(const QColor, ink);
+        QImage image = blank({640, 140}, paper);
+        const QRect box = write(image, {20, 100}, text, face, ink);
+        QVERIFY(areFound(boxesIn(image), {box}));
+    }
+
+    void neighboursStayApart_data()
+    {
+        QTest::addColumn<QPoint>("second");
+        QTest::newRow("columns") << QPoint(240, 60);
+        QTest::newRow("entries of a menu bar") << QPoint(190, 60);
+        QTest::newRow("rows set solid") << QPoint(20, 76);
+    }
+
+    void neighboursStayApart()
+    {
+        QFETCH(const QPoint, second);
+        QImage image = blank({480, 120}, Qt::white);
+        const QRect a = write(image, {20, 60}, u"Backup and restore"_s, font(latin, 14), Qt::black);
+        const QRect b = write(image, second, u"Keyboard shortcuts"_s, font(latin, 14), Qt::black);
+        QVERIFY(areFound(boxesIn(image), {a, b}));
+    }
+
+    void surroundingsAreNoPartOfTheLine_data()
+    {
+        QTest::addColumn<QString>("surroundings");
+        QTest::newRow("button") << u"button"_s;
+        QTest::newRow("faint bubble") << u"bubble"_s;
+        QTest::newRow("grid of a table") << u"grid"_s;
+        QTest::newRow("avatar beside it") << u"avatar"_s;
+        QTest::newRow("bars of a diagram below") << u"bars"_s;
+        QTest::newRow("rule beneath") << u"rule"_s;
+    }
+
+    void surroundingsAreNoPartOfTheLine()
+    {
+        QFETCH(const QString, surroundings);
+        QImage image = blank({480, 160}, QColor(250, 250, 250));
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QColor accent(40, 110, 220);
+        if (surroundings == u"button"_s || surroundings == u"bubble"_s) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(surroundings == u"button"_s ? accent.lighter(170) : QColor(225, 228, 232));
+            painter.drawRoundedRect(44, 60, 180, 34, 12, 12);
+        } else if (surroundings == u"grid"_s) {
+            painter.setPen(QColor(200, 200, 200));
+            for (int i = 0; i < 5; ++i) {
+                painter.drawLine(10, 30 + 32 * i, 470, 30 + 32 * i);
+                painter.drawLine(40 + 105 * i, 30, 40 + 105 * i, 158);
+            }
+        } else if (surroundings == u"avatar"_s) {
+            painter.setBrush(accent);
+            painter.drawEllipse(6, 58, 36, 36);
+        } else if (surroundings == u"bars"_s) {
+            for (int i = 0; i < 8; ++i)
+                painter.fillRect(60 + 14 * i, 104, 9, 40, accent);
+        } else {
+            painter.fillRect(20, 92, 440, 2, accent);
+        }
+        painter.end();
+        const QRect box = write(image, {52, 82}, u"筆記本 A5"_s, font(han, 14), Qt::black);
+        QVERIFY(areFound(boxesIn(image), {box}));
+    }
+
+    void lowLinesAreLeftOut()
+    {
+        QImage image = blank({400, 100}, Qt::white);
+        write(image, {20, 30}, u"small print of the page"_s, font(latin, 10), Qt::black);
+        const QRect title = write(image, {20, 80}, u"Title"_s, font(latin, 28), Qt::black);
+        QCOMPARE(boxesIn(image).size(), 2);
+        QVERIFY(areFound(boxesIn(image, 16), {title}));
+    }
+
+    void marksCutALine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("joints");
+        QTest::newRow("none") << u"Open the report"_s << QStringList{u""_s};
+        QTest::newRow("dots of abbreviations and of i") << u"args.get(1) i.e. this"_s << QStringList{u""_s};
+        QTest::newRow("middle dot") << u"adrian · May 19"_s << QStringList{u" · "_s, u""_s};
+        QTest::newRow("three dots at the end") << u"Save as..."_s << QStringList{u"…"_s};
+    }
+
+    void marksCutALine()
+    {
+        QFETCH(const QString, text);
+        QImage image = blank({400, 80}, Qt::white);
+        write(image, {20, 50}, text, font(latin, 20), Qt::black);
+        const QList<FoundLine> lines = findLines(image, 5);
+        QCOMPARE(lines.size(), 1);
+        QStringList joints;
+        for (const LinePiece &piece : lines.first().pieces)
+            joints.append(piece.joint);
+        QTEST(joints, "joints");
+    }
+
+    void stripsAreDarkOnWhite_data()
+    {
+        QTest::addColumn<QColor>("paper");
+        QTest::addColumn<QColor>("ink");
+        QTest::newRow("light theme") << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("dark theme") << QColor(20, 22, 30) << QColor(220, 220, 220);
+        QTest::newRow("white on an accent colour") << QColor(200, 60, 30) << QColor(Qt::white);
+        QTest::newRow("yellow on blue") << QColor(10, 20, 160) << QColor(250, 230, 60);
+    }
+
+    void stripsAreDarkOnWhite()
+    {
+        QFETCH(const QColor, paper);
+        QFETCH(const QColor, ink);
+        QImage image = blank({300, 60}, paper);
+        const QRect box = write(image, {20, 40}, u"Polarity"_s, font(latin, 20), ink);
+        const LineNormalizer normalizer(image, box);
+        QVERIFY(!normalizer.isVaried());
+        const Strip strip = normalizer.strip(Separation::Axis, StripShape());
+        QCOMPARE(pixGetHeight(strip.get()), StripShape().height);
+        int dark = 0;
+        int light = 0;
+        for (int y = 0; y < pixGetHeight(strip.get()); ++y) {
+            for (int x = 0; x < pixGetWidth(strip.get()); ++x) {
+                l_uint32 value = 0;
+                pixGetPixel(strip.get(), x, y, &value);
+                dark += value < 64;
+                light += value > 192;
+            }
+        }
+        QVERIFY(light > 2 * dark);
+        QVERIFY(20 * dark > light);
+    }
+
+    void hostilePicturesAreBounded_data()
+    {
+        QTest::addColumn<QImage>("image");
+        QTest::newRow("no picture") << QImage();
+        QTest::newRow("one pixel") << blank({1, 1}, Qt::black);
+        QTest::newRow("one column") << noise({1, 500});
+        QTest::newRow("one row") << noise({500, 1});
+        QTest::newRow("black") << blank({1920, 1080}, Qt::black);
+        QTest::newRow("noise") << noise({1600, 900});
+        QTest::newRow("dots everywhere") << dots({1600, 900});
+    }
+
+    void hostilePicturesAreBounded()
+    {
+        QFETCH(const QImage, image);
+        QElapsedTimer timer;
+        timer.start();
+        for (const FoundLine &line : findLines(image, 5)) {
+            QVERIFY(image.rect().contains(line.ink));
+            QVERIFY(!line.pieces.isEmpty());
+        }
+        QVERIFY2(timer.elapsed() < 10'000, "generous, for sanitizers on a busy machine; it takes about 50 ms");
+    }
+};
+
+QTEST_MAIN(LineFinderTest)
+#include "LineFinderTest.moc"

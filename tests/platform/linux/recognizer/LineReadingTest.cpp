@@ -1,0 +1,124 @@
+#include "ReaderPool.h"
+#include "ReadingFilter.h"
+#include "ReadingOrder.h"
+
+#include <QTest>
+
+#include <latch>
+
+using namespace lucentra;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+class LineReadingTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void textIsTidied_data()
+    {
+        QTest::addColumn<QString>("read");
+        QTest::addColumn<QString>("meant");
+        QTest::newRow("spaces between ideographs") << u"深 色 模式"_s << u"深色模式"_s;
+        QTest::newRow("spaces before full-width marks") << u"開始 。 「 結束 」"_s << u"開始。「結束」"_s;
+        QTest::newRow("a space between the scripts stays") << u"第 3 章 Linux 版"_s << u"第 3 章 Linux 版"_s;
+        QTest::newRow("a bar for I") << u"Sure, | may be late"_s << u"Sure, I may be late"_s;
+        QTest::newRow("bars in code stay") << u"move || handle"_s << u"move || handle"_s;
+        QTest::newRow("a key's name") << u"Ctri+H"_s << u"Ctrl+H"_s;
+        QTest::newRow("a function key") << u"Shift+Fll"_s << u"Shift+F11"_s;
+        QTest::newRow("one letter seen twice") << u"Cc"_s << u"C"_s;
+        QTest::newRow("words that look alike stay") << u"Fill"_s.toLower() << u"fill"_s;
+    }
+
+    void textIsTidied()
+    {
+        QFETCH(const QString, read);
+        QTEST(tidied(read), "meant");
+    }
+
+    void plausibility_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("confidence");
+        QTest::addColumn<bool>("isOnPicture");
+        QTest::addColumn<int>("shapes");
+        QTest::addColumn<bool>("isPlausible");
+        QTest::newRow("a sure line") << u"Open the report"_s << 90.0 << false << 14 << true;
+        QTest::newRow("an unsure line on a window") << u"Open the report"_s << 45.0 << false << 14 << true;
+        QTest::newRow("the same on a picture") << u"Open the report"_s << 45.0 << true << 14 << false;
+        QTest::newRow("punctuation alone") << u"--- |"_s << 95.0 << false << 5 << false;
+        QTest::newRow("a digit") << u"7"_s << 95.0 << false << 1 << true;
+        QTest::newRow("a tick box") << u"口"_s << 95.0 << false << 1 << false;
+        QTest::newRow("a row of windows") << u"oooooo"_s << 90.0 << false << 6 << false;
+        QTest::newRow("two letters from a picture's edges") << u"ay"_s << 70.0 << true << 3 << false;
+    }
+
+    void plausibility()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const double, confidence);
+        QFETCH(const bool, isOnPicture);
+        QFETCH(const int, shapes);
+        FoundLine line;
+        line.ink = QRect(0, 0, shapes * 8, 12);
+        line.shapeCount = shapes;
+        const Reading reading{text, confidence, confidence};
+        QTEST(isPlausible(reading, line, isOnPicture), "isPlausible");
+    }
+
+    void order_data()
+    {
+        QTest::addColumn<QList<QRect>>("boxes");
+        QTest::addColumn<QList<int>>("order");
+        const auto box = [](int x, int y, int width = 200, int height = 14) { return QRect(x, y, width, height); };
+        QTest::newRow("nothing") << QList<QRect>() << QList<int>();
+        QTest::newRow("rows") << QList<QRect>{box(0, 60), box(0, 20), box(0, 40)} << QList<int>{1, 2, 0};
+        QTest::newRow("cells of a row, not quite level")
+            << QList<QRect>{box(300, 20), box(0, 23), box(600, 18)} << QList<int>{1, 0, 2};
+        QTest::newRow("a number beside two rows of text")
+            << QList<QRect>{box(40, 20), box(40, 38), box(400, 28, 20, 12)} << QList<int>{0, 2, 1};
+        QTest::newRow("two columns of a text") << QList<QRect>{box(0, 20), box(300, 20), box(0, 40), box(300, 40),
+                                                               box(0, 60), box(300, 60), box(0, 80), box(300, 80)}
+                                               << QList<int>{0, 2, 4, 6, 1, 3, 5, 7};
+        QTest::newRow("a heading above two columns")
+            << QList<QRect>{box(0, 40),   box(300, 40), box(0, 60),    box(300, 60),      box(0, 80),
+                            box(300, 80), box(0, 100),  box(300, 100), box(0, 0, 480, 24)}
+            << QList<int>{8, 0, 2, 4, 6, 1, 3, 5, 7};
+        QTest::newRow("a table with narrow cells")
+            << QList<QRect>{box(0, 20, 40), box(300, 20, 40), box(0, 40, 40), box(300, 40, 40),
+                            box(0, 60, 40), box(300, 60, 40), box(0, 80, 40), box(300, 80, 40)}
+            << QList<int>{0, 1, 2, 3, 4, 5, 6, 7};
+    }
+
+    void order()
+    {
+        QFETCH(const QList<QRect>, boxes);
+        QTEST(readingOrder(boxes), "order");
+    }
+
+    void everyTaskOfThePoolIsDone()
+    {
+        ReaderPool pool(3, 1ms); // engines are released between the tasks
+        std::atomic<int> sum = 0;
+        for (int round = 0; round < 3; ++round) {
+            std::latch done(100);
+            for (int i = 0; i < 100; ++i) {
+                pool.post(i % 2 == 0, [&](LineReader &) {
+                    ++sum;
+                    done.count_down();
+                });
+            }
+            done.wait();
+        }
+        QCOMPARE(sum.load(), 300);
+    }
+
+    void aBrokenLanguageReadsNothing()
+    {
+        LineReader reader;
+        QCOMPARE(reader.read(nullptr, ReadingLanguage::English).text, QString());
+    }
+};
+
+QTEST_MAIN(LineReadingTest)
+#include "LineReadingTest.moc"

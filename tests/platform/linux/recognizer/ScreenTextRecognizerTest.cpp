@@ -1,0 +1,146 @@
+#include "ScreenTextRecognizer.h"
+#include "Pictures.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <thread>
+
+using namespace lucentra;
+using namespace lucentra::pictures;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const TextRecognitionRequest usual{{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}, RecognitionLevel::Accurate, true, 0.008};
+const QString han = u"Noto Sans CJK TC"_s;
+const QString latin = u"DejaVu Sans"_s;
+
+QStringList textsOf(const QList<RecognizedTextObservation> &lines)
+{
+    QStringList texts;
+    for (const RecognizedTextObservation &line : lines)
+        texts.append(line.topCandidates(1));
+    return texts;
+}
+
+} // namespace
+
+class ScreenTextRecognizerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { m_recognizer.warmUp(); }
+
+    void clearLinesAreRead_data()
+    {
+        QTest::addColumn<QColor>("paper");
+        QTest::addColumn<QColor>("ink");
+        QTest::newRow("light theme") << QColor(Qt::white) << QColor(30, 30, 30);
+        QTest::newRow("dark theme") << QColor(28, 28, 32) << QColor(225, 225, 225);
+        QTest::newRow("on an accent colour") << QColor(30, 90, 200) << QColor(Qt::white);
+    }
+
+    void clearLinesAreRead()
+    {
+        QFETCH(const QColor, paper);
+        QFETCH(const QColor, ink);
+        QImage image = blank({520, 170}, paper);
+        write(image, {20, 40}, u"Open the report"_s, font(latin, 20), ink);
+        write(image, {20, 90}, u"下載位置"_s, font(han, 24), ink);
+        write(image, {20, 140}, u"ありがとう"_s, font(u"Noto Sans CJK JP"_s, 24), ink);
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(textsOf(*lines), QStringList({u"Open the report"_s, u"下載位置"_s, u"ありがとう"_s}));
+    }
+
+    void boxesAreFractionsFromTheBottomLeft()
+    {
+        QImage image = blank({400, 200}, Qt::white);
+        const QRect box = write(image, {40, 60}, u"Upper left"_s, font(latin, 24), Qt::black);
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(lines->size(), 1);
+        const QRectF found = lines->first().boundingBox;
+        const double pixel = 1.0 / 200;
+        QVERIFY(std::abs(found.left() - box.left() / 400.0) <= pixel);
+        QVERIFY(std::abs(found.width() - box.width() / 400.0) <= 2 * pixel);
+        QVERIFY(std::abs(found.top() - (1 - (box.bottom() + 1) / 200.0)) <= pixel);
+        QVERIFY(std::abs(found.height() - box.height() / 200.0) <= 2 * pixel);
+    }
+
+    void textColumnsAreReadOneByOne()
+    {
+        QImage image = blank({560, 150}, Qt::white);
+        const QStringList left{u"The first column"_s, u"goes on and on"_s, u"to its own end"_s, u"at the bottom"_s};
+        const QStringList right{u"A second column"_s, u"begins up here"_s, u"and is read after"_s, u"the other one"_s};
+        for (int i = 0; i < 4; ++i) {
+            write(image, {20, 30 + 30 * i}, left[i], font(latin, 18), Qt::black);
+            write(image, {300, 30 + 30 * i}, right[i], font(latin, 18), Qt::black);
+        }
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(textsOf(*lines), left + right);
+    }
+
+    void theRequestIsHonoured()
+    {
+        QImage image = blank({500, 200}, Qt::white);
+        write(image, {20, 40}, u"small print"_s, font(latin, 14), Qt::black);
+        write(image, {20, 150}, u"Large"_s, font(latin, 60), Qt::black);
+        TextRecognitionRequest request = usual;
+        request.minimumTextHeight = 0.15;
+        QCOMPARE(textsOf(*m_recognizer.perform(request, image)), QStringList{u"Large"_s});
+        request.level = RecognitionLevel::Fast;
+        request.usesLanguageCorrection = false;
+        request.languages = QStringList{u"en-US"_s};
+        QCOMPARE(textsOf(*m_recognizer.perform(request, image)), QStringList{u"Large"_s});
+        request.languages = QStringList();
+        QCOMPARE(m_recognizer.perform(request, image).error().domain, u"TextRecognition"_s);
+    }
+
+    void severalThreadsAtOnce()
+    {
+        QImage first = blank({300, 60}, Qt::white);
+        write(first, {20, 40}, u"First window"_s, font(latin, 20), Qt::black);
+        QImage second = blank({300, 60}, Qt::black);
+        write(second, {20, 40}, u"Second window"_s, font(latin, 20), Qt::white);
+        QStringList texts;
+        std::thread other([&] { texts = textsOf(*m_recognizer.perform(usual, first)); });
+        const QStringList own = textsOf(*m_recognizer.perform(usual, second));
+        other.join();
+        QCOMPARE(texts, QStringList{u"First window"_s});
+        QCOMPARE(own, QStringList{u"Second window"_s});
+    }
+
+    void hostilePicturesAreBounded_data()
+    {
+        QTest::addColumn<QImage>("image");
+        QTest::newRow("no picture") << QImage();
+        QTest::newRow("one pixel") << blank({1, 1}, Qt::white);
+        QTest::newRow("flat") << blank({1200, 800}, Qt::darkGreen);
+        QTest::newRow("noise") << noise({800, 600});
+        QTest::newRow("dots everywhere") << dots({800, 600});
+        QTest::newRow("transparent") << QImage(300, 200, QImage::Format_ARGB32_Premultiplied);
+    }
+
+    void hostilePicturesAreBounded()
+    {
+        QFETCH(QImage, image);
+        if (image.hasAlphaChannel())
+            image.fill(Qt::transparent);
+        QElapsedTimer timer;
+        timer.start();
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(lines->size(), 0);
+        QVERIFY2(timer.elapsed() < 30'000, "generous, for sanitizers on a busy machine");
+    }
+
+private:
+    ScreenTextRecognizer m_recognizer;
+};
+
+QTEST_MAIN(ScreenTextRecognizerTest)
+#include "ScreenTextRecognizerTest.moc"
