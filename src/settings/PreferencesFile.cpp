@@ -27,7 +27,7 @@ constexpr auto ownersFolder = ownerOnly | QFileDevice::ExeOwner;
 // A write takes milliseconds; whoever holds the lock for longer than this hangs.
 constexpr auto lockTimeout = 2s;
 // Far beyond any real settings file; keeps a wrong file from being read into memory whole.
-constexpr qint64 maximumSize = 16 * 1024 * 1024;
+constexpr qint64 maximumSize = qint64(16) * 1024 * 1024;
 
 bool takeLock(QLockFile &lock)
 {

@@ -15,7 +15,7 @@ QString reconcile(SettingsStore &settings, const KeychainStore &keychain, const 
             settings.remove(legacyKey);
         return *kept;
     }
-    const QString plaintext = settings.value(legacyKey).toString();
+    QString plaintext = settings.value(legacyKey).toString();
     if (!plaintext.isEmpty() && keychain.saveString(plaintext, account))
         settings.remove(legacyKey);
     return plaintext;

@@ -27,11 +27,11 @@ StringTables::~StringTables() = default;
 QString StringTables::text(const QString &languageCode, const QString &key) const
 {
     const QByteArray utf8 = key.toUtf8();
-    if (const QString found = entry(languageCode, utf8); !found.isNull())
+    if (QString found = entry(languageCode, utf8); !found.isNull())
         return found;
     if (languageCode == "zh-Hant"_L1 || !m_tables.contains(languageCode))
         return key;
-    const QString english = entry(u"en"_s, utf8);
+    QString english = entry(u"en"_s, utf8);
     return english.isNull() ? key : english;
 }
 

@@ -177,6 +177,9 @@ void SettingsStoreTest::anotherStoreSeesEveryChange()
     QVERIFY(!here.contains(settings::hotkeyCode));
     here.flush();
     QVERIFY(!there.contains(settings::hotkeyCode));
+    there.write(settings::hotkeyCode, 40); // what was removed here may come back from there
+    there.flush();
+    QCOMPARE(here.read(settings::hotkeyCode), 40);
     QVERIFY(QFile::remove(m_path));
     QCOMPARE(here.read(settings::hotkeyCode), settings::hotkeyCode.defaultValue);
 }

@@ -3,8 +3,6 @@
 #include <QByteArrayList>
 #include <QFile>
 
-#include <libsecret/secret.h>
-
 #include <chrono>
 #include <thread>
 #include <utility>

@@ -8,14 +8,15 @@
 #include <QHash>
 #include <QString>
 
+#include <libsecret/secret.h>
+
 #include <functional>
 #include <optional>
 
-struct _SecretService;
-
 namespace lucentra {
 
-/// Why the Secret Service did not do what was asked, in `Failure::code`. Other codes are those of the library.
+/// Why the Secret Service did not do what was asked, in `Failure::code`. Other codes, all of them lower, are those of
+/// the library.
 enum class SecretServiceProblem {
     NoAnswer = 9001, ///< it did not answer in time
     NoBus,           ///< there is no session bus
@@ -65,7 +66,7 @@ private:
     KeyringPrompt m_prompt;
     std::optional<KeyringRequest> m_request;
     GObjectPointer<GDBusConnection> m_bus;
-    GObjectPointer<_SecretService> m_service;
+    GObjectPointer<SecretService> m_service;
     QByteArray m_owner; ///< unique bus name of the service that the session is with
 };
 
