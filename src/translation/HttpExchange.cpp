@@ -150,8 +150,6 @@ HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy
 
 void HttpExchange::setUrl(const QByteArray &url)
 {
-    if (!wireUrl(url))
-        throw TransportError(Kind::invalidRequest);
     m_url = url;
     curl_easy_setopt(handle(), CURLOPT_URL, m_url.constData());
     const auto left =

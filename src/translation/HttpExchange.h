@@ -15,7 +15,7 @@ namespace lucentra {
 class HttpExchange
 {
 public:
-    /// The request must outlive the exchange. Throws `TransportError::invalidRequest`.
+    /// The request must outlive the exchange, its URL be a `wireUrl`. Throws `invalidRequest` for its headers.
     HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile, CURLSH *share,
                  std::chrono::steady_clock::time_point deadline);
 

@@ -225,6 +225,8 @@ void HttpSession::ChannelPool::run(const QList<HttpRequest> &requests,
     const std::unique_ptr<Channel, decltype(giveBackWhenDone)> channel(take().release(), giveBackWhenDone);
     std::vector<std::unique_ptr<HttpExchange>> exchanges;
     for (const HttpRequest &request : requests) {
+        if (!wireUrl(request.url))
+            throw TransportError(TransportError::Kind::invalidRequest);
         const Clock::time_point deadline = start + request.timeout;
         const ProxyAddress proxy = m_proxies.proxyFor(QUrl::fromEncoded(request.url), deadline);
         exchanges.push_back(

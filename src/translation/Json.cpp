@@ -6,10 +6,19 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
+namespace {
+
+/// A document that has more costs over a hundred times its size in memory; no service's answer comes near.
+constexpr qsizetype mostContainers = 1'000'000;
+
+} // namespace
+
 std::optional<QJsonDocument> parseJson(const QByteArray &bytes)
 {
     if (bytes.contains('\0'))
         return std::nullopt; // the parser takes it as part of a string
+    if (bytes.count('[') + bytes.count('{') > mostContainers)
+        return std::nullopt;
     QJsonParseError error;
     QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)

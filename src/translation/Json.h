@@ -10,8 +10,9 @@
 
 namespace lucentra {
 
-/// The object or array that the bytes hold; nothing where they aren't valid UTF-8, hold a NUL byte, aren't JSON, or
-/// are nested more than 1,024 levels deep. Of a key that an object repeats, the last value counts.
+/// The object or array that the bytes hold; nothing where they aren't valid UTF-8, hold a NUL byte, aren't JSON, are
+/// nested more than 1,024 levels deep or hold more than a million opening brackets. Of a key that an object repeats,
+/// the last value counts.
 std::optional<QJsonDocument> parseJson(const QByteArray &bytes);
 
 /// The value as an array that holds objects only; nothing where it is none.

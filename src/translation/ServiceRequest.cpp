@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::chrono::seconds postTimeout{45};
 constexpr qsizetype longestPlainMessage = 300;
+constexpr qsizetype longestMessage = 4000;
 
 QString withoutKey(QString message, const QString &key)
 {
@@ -73,7 +74,7 @@ QString providerErrorMessage(const QByteArray &body, const QString &key, const L
     if (document && document->isObject()) {
         for (const QJsonValue &message : {(*document)["error"_L1]["message"_L1], (*document)["message"_L1]}) {
             if (message.isString())
-                return withoutKey(message.toString(), key);
+                return withoutKey(message.toString(), key).left(longestMessage);
         }
         return texts.localized(u"請檢查 API Key、模型名稱與服務設定"_s);
     }

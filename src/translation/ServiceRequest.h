@@ -53,8 +53,9 @@ QByteArray acceptedBody(const HttpResponse &response, const ServiceRequest &requ
 
 bool isSuccess(const HttpResponse &response);
 
-/// What a service says in the body of an error: of a JSON object "error" → "message", else "message", else a sentence
-/// of our own; of any other text the first 300 characters. The key doesn't appear in it.
+/// What a service says in the body of an error: of a JSON object "error" → "message", else "message" (4,000 UTF-16
+/// units at most: no window shows megabytes), else a sentence of our own; of any other text the first 300 characters.
+/// The key doesn't appear in it.
 QString providerErrorMessage(const QByteArray &body, const QString &key, const LocalizationManager &texts);
 
 /// The texts of the blocks, in their order.

@@ -29,14 +29,6 @@ QString labelOf(Model model)
     return std::array{u"OpenAI"_s, u"Claude"_s, u"相容 API"_s, u"Gemini"_s}[size_t(model)];
 }
 
-QList<TextBlock> blocksOf(const QStringList &texts)
-{
-    QList<TextBlock> blocks;
-    for (const QString &text : texts)
-        blocks.append({.text = text, .normBox = {}});
-    return blocks;
-}
-
 QByteArray compact(const QByteArray &json)
 {
     return QJsonDocument::fromJson(json).toJson(QJsonDocument::Compact);

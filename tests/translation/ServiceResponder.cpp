@@ -62,6 +62,14 @@ ServiceHosts hostsAt(const QByteArray &origin)
             .gemini = origin};
 }
 
+QList<TextBlock> blocksOf(const QStringList &texts)
+{
+    QList<TextBlock> blocks;
+    for (const QString &text : texts)
+        blocks.append({.text = text, .normBox = {}});
+    return blocks;
+}
+
 QStringList textsIn(const ReceivedRequest &request)
 {
     QStringList texts;

@@ -2,6 +2,7 @@
 
 #include "QueuedServer.h"
 #include "ServiceHosts.h"
+#include "TextBlock.h"
 
 #include <QString>
 #include <QStringList>
@@ -16,6 +17,9 @@ ServiceHosts hostsAt(const QByteArray &origin);
 /// Answers a request to any of the services as that service would, told apart by the path. Language models are taken
 /// to be asked for a batch where the user's message is a JSON array.
 QueuedAnswer answerAsService(const ReceivedRequest &request, const std::function<QString(const QString &)> &translate);
+
+/// Blocks with the texts, nowhere in particular.
+QList<TextBlock> blocksOf(const QStringList &texts);
 
 /// The texts that a request asks to be translated.
 QStringList textsIn(const ReceivedRequest &request);

@@ -1,13 +1,17 @@
-#include "QueuedServer.h"
-#include "ServiceResponder.h"
-#include "TestTexts.h"
-#include "TranslationClients.h"
-#include "TranslationError.h"
-
+#include "AnthropicClient.h"
+#include "CompatibleClient.h"
 #include "DeepLClient.h"
+#include "GeminiClient.h"
+#include "GoogleCloudClient.h"
 #include "GoogleFreeClient.h"
 #include "HttpSession.h"
-#include "ServiceRequest.h"
+#include "MicrosoftClient.h"
+#include "OpenAIClient.h"
+#include "QueuedServer.h"
+#include "ServiceResponder.h"
+#include "TargetLanguage.h"
+#include "TestTexts.h"
+#include "TranslationClients.h"
 
 #include <QTest>
 
@@ -28,14 +32,6 @@ QString labelOf(Service service)
     return std::array{u"Google 免費翻譯"_s, u"Google Cloud"_s, u"DeepL"_s, u"Microsoft Translator"_s}[size_t(service)];
 }
 
-QList<TextBlock> blocksOf(const QStringList &texts)
-{
-    QList<TextBlock> blocks;
-    for (const QString &text : texts)
-        blocks.append({.text = text, .normBox = {}});
-    return blocks;
-}
-
 QStringList numberedTexts(int count)
 {
     QStringList texts;
@@ -54,7 +50,10 @@ private Q_SLOTS:
     void init();
     void requestsOnTheWire_data();
     void requestsOnTheWire();
+    void everyServiceHasItsTimeOut();
     void theKeySelectsDeepLsHost();
+    void targetCodes_data();
+    void targetCodes();
     void textsArriveWhole_data();
     void textsArriveWhole();
     void blocksAreSentInChunks_data();
@@ -167,11 +166,56 @@ void WebClientsTest::requestsOnTheWire()
     QTEST(headers, "headers");
 }
 
+void WebClientsTest::everyServiceHasItsTimeOut()
+{
+    const ServiceHosts hosts;
+    const ModelMessage message{.instruction = u"i"_s, .userText = u"u"_s};
+    QCOMPARE(googleFreeRequest(hosts, {u"t"_s}, u"ja"_s)->http.timeout, 15s);
+    QCOMPARE(googleCloudRequest(hosts, {u"t"_s}, u"ja"_s, u"k"_s).http.timeout, 20s);
+    QCOMPARE(microsoftRequest(hosts, {u"t"_s}, u"k"_s, u"r"_s, u"ja"_s).http.timeout, 20s);
+    QCOMPARE(deepLRequest(hosts, {u"t"_s}, u"k"_s, u"ja"_s).http.timeout, 45s);
+    QCOMPARE(openAIRequest(hosts, {}, message).http.timeout, 45s);
+    QCOMPARE(anthropicRequest(hosts, {}, message).http.timeout, 45s);
+    QCOMPARE(compatibleRequest({.baseUrl = u"https://ai.example"_s}, message).http.timeout, 45s);
+    QCOMPARE(geminiRequest(hosts, u"k"_s, message)->http.timeout, 30s);
+}
+
 void WebClientsTest::theKeySelectsDeepLsHost()
 {
     const ServiceHosts hosts;
     QCOMPARE(deepLRequest(hosts, {}, u"abc:fx"_s, u"ja"_s).http.url, hosts.deepLFree + "/v2/translate");
     QCOMPARE(deepLRequest(hosts, {}, u"abc:fx0"_s, u"ja"_s).http.url, hosts.deepL + "/v2/translate");
+}
+
+void WebClientsTest::targetCodes_data()
+{
+    QTest::addColumn<QString>("google");
+    QTest::addColumn<QString>("deepL");
+    QTest::addColumn<QString>("microsoft");
+    QTest::addColumn<QString>("prompt");
+    QTest::addColumn<QString>("dictionary");
+    const auto row = [](const char *code, const QString &google, const QString &deepL, const QString &microsoft,
+                        const QString &prompt, const QString &inEnglish) {
+        QTest::newRow(code) << google << deepL << microsoft << prompt << u"%1 (%2)"_s.arg(prompt, inEnglish);
+    };
+    row("zh-Hant", u"zh-TW"_s, u"ZH-HANT"_s, u"zh-Hant"_s, u"繁體中文"_s, u"Traditional Chinese"_s);
+    row("zh-Hans", u"zh-CN"_s, u"ZH-HANS"_s, u"zh-Hans"_s, u"簡體中文"_s, u"Simplified Chinese"_s);
+    row("en-US", u"en"_s, u"EN-US"_s, u"en"_s, u"英文"_s, u"English"_s);
+    row("en", u"en"_s, u"EN-US"_s, u"en"_s, u"英文"_s, u"English"_s);
+    row("ja", u"ja"_s, u"JA"_s, u"ja"_s, u"日文"_s, u"Japanese"_s);
+    row("ko", u"ko"_s, u"KO"_s, u"ko"_s, u"韓文"_s, u"Korean"_s);
+    row("fr", u"fr"_s, u"FR"_s, u"fr"_s, u"繁體中文"_s, u"Traditional Chinese"_s);
+    row("en-us", u"en-us"_s, u"EN-US"_s, u"en-us"_s, u"繁體中文"_s, u"Traditional Chinese"_s);
+}
+
+void WebClientsTest::targetCodes()
+{
+    const QString code = QString::fromLatin1(QTest::currentDataTag());
+    QTEST(googleLanguageCode(code), "google");
+    QTEST(deepLLanguageCode(code), "deepL");
+    QTEST(microsoftLanguageCode(code), "microsoft");
+    QTEST(promptLanguageName(code), "prompt");
+    QTEST(dictionaryLanguageName(code), "dictionary");
 }
 
 void WebClientsTest::textsArriveWhole_data()
@@ -300,6 +344,8 @@ void WebClientsTest::answersOfAnotherForm_data()
     row(Service::DeepL, "one too many", R"({"translations":[{"text":"一"},{"text":"二"},{"text":"三"}]})");
     row(Service::DeepL, "an element without text", R"({"translations":[{"text":"一"},{"detected":"EN"}]})",
         {u"一"_s, u"two"_s});
+    row(Service::DeepL, "more arrays than memory should hold",
+        R"({"translations":[{"text":"一"},{"text":"二"}],"x":[[])" + QByteArray(",[]").repeated(1'000'000) + "]}");
     row(Service::DeepL, "a number and a null", R"({"translations":[{"text":1},null]})", {u"one"_s, u"two"_s});
     row(Service::Microsoft, "one too few", R"([{"translations":[{"text":"一"}]}])");
     row(Service::Microsoft, "no translation", R"([{"translations":[{"text":"一"}]},{"translations":[]}])");
@@ -404,6 +450,7 @@ void WebClientsTest::messagesOfErrors_data()
     const QString hint = u"請檢查 API Key、模型名稱與服務設定"_s;
     QTest::newRow("nested") << QByteArray(R"({"error":{"message":"Nested"},"message":"Top"})") << u"Nested"_s;
     QTest::newRow("at the top") << QByteArray(R"({"error":"code","message":"Top"})") << u"Top"_s;
+    QTest::newRow("megabytes") << R"({"message":")" + QByteArray(5'000'000, 'x') + R"("})" << QString(4000, u'x');
     QTest::newRow("a number for a message") << QByteArray(R"({"error":{"message":5}})") << hint;
     QTest::newRow("an object without one") << QByteArray(R"({"detail":"x"})") << hint;
     QTest::newRow("an array is plain text")
