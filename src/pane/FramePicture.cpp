@@ -28,7 +28,7 @@ constexpr double lineInset = 0.5;
 } // namespace
 
 template <typename Strength>
-FramePicture FramePicture::make(const QColor &color, double scale, Strength strength)
+FramePicture FramePicture::make(const QColor &color, double scale, double reach, Strength strength)
 {
     const int corner = int(std::ceil(depth * scale));
     const int side = 2 * corner + 1;
@@ -44,13 +44,14 @@ FramePicture FramePicture::make(const QColor &color, double scale, Strength stre
     FramePicture picture;
     picture.m_picture = QPixmap::fromImage(image);
     picture.m_cornerPixels = corner;
+    picture.m_reach = reach;
     return picture;
 }
 
 FramePicture FramePicture::line(const NeonBorderStyle &style, double scale)
 {
     // A pixel is covered by as much as reaches into it from either side.
-    return make(style.color, scale, [&](double inside) {
+    return make(style.color, scale, std::ceil(lineInset + style.lineWidth) + 1, [&](double inside) {
         const double fromOuter = (inside - lineInset) * scale + 0.5;
         const double fromInner = (lineInset + style.lineWidth - inside) * scale + 0.5;
         return std::min({fromOuter, fromInner, 1.0});
@@ -60,7 +61,7 @@ FramePicture FramePicture::line(const NeonBorderStyle &style, double scale)
 FramePicture FramePicture::glow(const NeonBorderStyle &style, double scale)
 {
     const double deviation = style.glowRadius / 2;
-    return make(style.color, scale, [&](double inside) {
+    return make(style.color, scale, depth, [&](double inside) {
         const double fromLine = inside - lineInset - style.lineWidth / 2;
         const double edge = std::clamp((inside - lineInset) * scale + 0.5, 0.0, 1.0);
         return edge * std::exp(-fromLine * fromLine / (2 * deviation * deviation));
@@ -72,22 +73,42 @@ void FramePicture::paint(QPainter &painter, const QRectF &rect, double opacity) 
     if (m_picture.isNull() || opacity <= 0)
         return;
     const double corner = std::min({double(depth), rect.width() / 2, rect.height() / 2});
-    const double xs[]{rect.left(), rect.left() + corner, rect.right() - corner, rect.right()};
-    const double ys[]{rect.top(), rect.top() + corner, rect.bottom() - corner, rect.bottom()};
-    const double sources[]{0, m_cornerPixels, m_cornerPixels + 1, 2 * m_cornerPixels + 1};
+    const QSizeF pixels(m_cornerPixels, m_cornerPixels);
+    const QSizeF points(corner, corner);
+    const double far = m_cornerPixels + 1;
     painter.save();
     painter.setOpacity(painter.opacity() * opacity);
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            if (row == 1 && column == 1)
-                continue; // nothing is drawn in the middle
-            const QRectF target(QPointF(xs[column], ys[row]), QPointF(xs[column + 1], ys[row + 1]));
-            const QRectF source(QPointF(sources[column], sources[row]), QPointF(sources[column + 1], sources[row + 1]));
-            if (!target.isEmpty())
-                painter.drawPixmap(target, m_picture, source);
-        }
-    }
+    painter.drawPixmap(QRectF(rect.topLeft(), points), m_picture, QRectF(QPointF(0, 0), pixels));
+    painter.drawPixmap(QRectF(rect.topRight() - QPointF(corner, 0), points), m_picture,
+                       QRectF(QPointF(far, 0), pixels));
+    painter.drawPixmap(QRectF(rect.bottomLeft() - QPointF(0, corner), points), m_picture,
+                       QRectF(QPointF(0, far), pixels));
+    painter.drawPixmap(QRectF(rect.bottomRight() - QPointF(corner, corner), points), m_picture,
+                       QRectF(QPointF(far, far), pixels));
+    paintEdges(painter, rect, corner);
     painter.restore();
+}
+
+void FramePicture::paintEdges(QPainter &painter, const QRectF &rect, double corner) const
+{
+    // The middle row and column of the picture, as deep as there is something to see.
+    const double side = 2 * m_cornerPixels + 1;
+    const double reach = std::min(m_reach, corner);
+    const double reachPixels = m_cornerPixels * reach / depth;
+    const double across = rect.width() - 2 * corner;
+    const double down = rect.height() - 2 * corner;
+    if (across > 0) {
+        painter.drawPixmap(QRectF(rect.x() + corner, rect.y(), across, reach), m_picture,
+                           QRectF(m_cornerPixels, 0, 1, reachPixels));
+        painter.drawPixmap(QRectF(rect.x() + corner, rect.bottom() - reach, across, reach), m_picture,
+                           QRectF(m_cornerPixels, side - reachPixels, 1, reachPixels));
+    }
+    if (down > 0) {
+        painter.drawPixmap(QRectF(rect.x(), rect.y() + corner, reach, down), m_picture,
+                           QRectF(0, m_cornerPixels, reachPixels, 1));
+        painter.drawPixmap(QRectF(rect.right() - reach, rect.y() + corner, reach, down), m_picture,
+                           QRectF(side - reachPixels, m_cornerPixels, reachPixels, 1));
+    }
 }
 
 } // namespace lucentra

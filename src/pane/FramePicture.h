@@ -14,7 +14,7 @@ class FramePicture
 {
 public:
     /// How far the frame's corners, and everything that is drawn along its edges, reach inwards. Points.
-    static constexpr int depth = 22;
+    static constexpr int depth = 18;
 
     FramePicture() = default;
     /// The border's line, on the pane's rounded edge. `scale` is pixels per point.
@@ -25,12 +25,14 @@ public:
     void paint(QPainter &painter, const QRectF &rect, double opacity) const;
 
 private:
-    /// `strength` gives the opacity at a distance (points) inwards from the rounded edge.
+    /// `strength` gives the opacity at a distance (points) inwards from the rounded edge; beyond `reach` it is 0.
     template <typename Strength>
-    static FramePicture make(const QColor &color, double scale, Strength strength);
+    static FramePicture make(const QColor &color, double scale, double reach, Strength strength);
+    void paintEdges(QPainter &painter, const QRectF &rect, double corner) const;
 
     QPixmap m_picture;
     double m_cornerPixels = 0;
+    double m_reach = 0;
 };
 
 } // namespace lucentra

@@ -3,6 +3,7 @@
 #include "PaneShape.h"
 
 #include <QEasingCurve>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -71,15 +72,19 @@ void GlassBackdropView::setComposited(bool composited)
     update();
 }
 
-void GlassBackdropView::paintEvent(QPaintEvent *)
+void GlassBackdropView::paintEvent(QPaintEvent *event)
 {
     if (m_isGlassStale || m_glass.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
         renderGlass();
     QPainter painter(this);
-    if (!m_isComposited)
-        paintContent(painter);
-    painter.setOpacity(m_isOpaque ? 1 : m_opacity);
-    painter.drawPixmap(0, 0, m_glass);
+    for (const QRect &part : event->region()) {
+        painter.setClipRect(part); // pictures are drawn several times faster into one rectangle than into a region
+        painter.setOpacity(1);
+        if (!m_isComposited)
+            paintContent(painter);
+        painter.setOpacity(m_isOpaque ? 1 : m_opacity);
+        painter.drawPixmap(0, 0, m_glass);
+    }
 }
 
 void GlassBackdropView::renderGlass()

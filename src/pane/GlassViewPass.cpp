@@ -88,6 +88,8 @@ void GlassView::clearOverlays()
 {
     for (const QPointer<QWidget> &view : std::as_const(m_overlayViews)) {
         if (view) {
+            if (view->isAncestorOf(focusWidget()))
+                setFocus(); // or else the first of the window's buttons would have it
             view->hide();
             view->deleteLater(); // a card goes by a click on its own button
         }

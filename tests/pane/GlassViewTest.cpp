@@ -389,6 +389,7 @@ private Q_SLOTS:
         QTest::keyClick(pane.window.windowHandle(), key);
         QCOMPARE(retries, 1);
         QTRY_VERIFY(!only<GlassErrorCard>(pane.view));
+        QVERIFY(pane.view->hasFocus());
     }
 
     void errorCardWithoutActionHasNoButton()

@@ -1,5 +1,5 @@
 // Not a test: shows the pane over a light or dark page and writes pictures of its states to be looked at. It needs a
-// display: PaneDemo <folder> light|dark
+// display: PaneDemo <folder> light|dark. At the end it prints what share of a core the idle and the pulsing pane take.
 
 #include "PaneFixture.h"
 
@@ -11,6 +11,9 @@
 #include <QPainter>
 #include <QScreen>
 #include <QTest>
+
+#include <cstdio>
+#include <ctime>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -50,6 +53,13 @@ void save(const QString &folder, const QString &name)
 {
     QTest::qWait(450);
     QGuiApplication::primaryScreen()->grabWindow(0).save(QDir(folder).filePath(name + u".png"_s));
+}
+
+double coreShare(int milliseconds)
+{
+    const std::clock_t start = std::clock();
+    QTest::qWait(milliseconds);
+    return 100.0 * double(std::clock() - start) / CLOCKS_PER_SEC * 1000 / milliseconds;
 }
 
 } // namespace
@@ -98,5 +108,10 @@ int main(int argc, char **argv)
     pane.view->accessibilityDisplayOptionsChanged({.reduceMotion = true, .reduceTransparency = true});
     pane.view->showHint(u"自動辨識"_s, true);
     save(folder, prefix + u"opaque"_s);
+    pane.view->accessibilityDisplayOptionsChanged({});
+    QTest::qWait(1000);
+    const double idle = coreShare(4000);
+    pane.view->setProcessing(true);
+    std::printf("idle %.2f %%, pulsing %.2f %% of a core\n", idle, coreShare(8000));
     return 0;
 }
