@@ -190,10 +190,10 @@ LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> 
 
 Reading LineRouter::read(const LineNormalizer &line, bool isShort, LineReader &reader, ScreenLanguages &screen) const
 {
-    QList<Separation> separations{Separation::Axis};
+    QList<Separation> separations{Separation::Axis, Separation::BrightFill};
     if (line.isVaried())
         separations = {Separation::BrightFill, Separation::Axis, Separation::DarkFill};
-    if (!m_mayRetry)
+    if (!m_mayRetry || (isShort && !line.isVaried()))
         separations.resize(1);
     Reading best;
     for (const Separation separation : separations) {
