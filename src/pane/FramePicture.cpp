@@ -25,13 +25,15 @@ double distanceInside(double x, double y, double side)
 /// The line lies this far inside the edge, so that its outer side isn't cut off.
 constexpr double lineInset = 0.5;
 
+/// Of the edges' pieces.
+constexpr int pieceLength = 128;
+
 } // namespace
 
 template <typename Strength>
 FramePicture FramePicture::make(const QColor &color, double scale, double reach, Strength strength)
 {
-    const int corner = int(std::ceil(depth * scale));
-    const int side = 2 * corner + 1;
+    const int side = int(std::ceil((2 * depth + pieceLength) * scale));
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < side; ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
@@ -43,7 +45,7 @@ FramePicture FramePicture::make(const QColor &color, double scale, double reach,
     }
     FramePicture picture;
     picture.m_picture = QPixmap::fromImage(image);
-    picture.m_cornerPixels = corner;
+    picture.m_scale = scale;
     picture.m_reach = reach;
     return picture;
 }
@@ -72,42 +74,40 @@ void FramePicture::paint(QPainter &painter, const QRectF &rect, double opacity) 
 {
     if (m_picture.isNull() || opacity <= 0)
         return;
-    const double corner = std::min({double(depth), rect.width() / 2, rect.height() / 2});
-    const QSizeF pixels(m_cornerPixels, m_cornerPixels);
-    const QSizeF points(corner, corner);
-    const double far = m_cornerPixels + 1;
+    const double d = depth;
+    const QSizeF corner(d * m_scale, d * m_scale);
+    const double far = m_picture.width() - corner.width();
     painter.save();
     painter.setOpacity(painter.opacity() * opacity);
-    painter.drawPixmap(QRectF(rect.topLeft(), points), m_picture, QRectF(QPointF(0, 0), pixels));
-    painter.drawPixmap(QRectF(rect.topRight() - QPointF(corner, 0), points), m_picture,
-                       QRectF(QPointF(far, 0), pixels));
-    painter.drawPixmap(QRectF(rect.bottomLeft() - QPointF(0, corner), points), m_picture,
-                       QRectF(QPointF(0, far), pixels));
-    painter.drawPixmap(QRectF(rect.bottomRight() - QPointF(corner, corner), points), m_picture,
-                       QRectF(QPointF(far, far), pixels));
-    paintEdges(painter, rect, corner);
+    for (const bool isRight : {false, true}) {
+        for (const bool isBottom : {false, true}) {
+            painter.drawPixmap(
+                QRectF(isRight ? rect.right() - d : rect.left(), isBottom ? rect.bottom() - d : rect.top(), d, d),
+                m_picture, QRectF(QPointF(isRight ? far : 0, isBottom ? far : 0), corner));
+        }
+    }
+    paintEdges(painter, rect);
     painter.restore();
 }
 
-void FramePicture::paintEdges(QPainter &painter, const QRectF &rect, double corner) const
+void FramePicture::paintEdges(QPainter &painter, const QRectF &rect) const
 {
-    // The middle row and column of the picture, as deep as there is something to see.
-    const double side = 2 * m_cornerPixels + 1;
-    const double reach = std::min(m_reach, corner);
-    const double reachPixels = m_cornerPixels * reach / depth;
-    const double across = rect.width() - 2 * corner;
-    const double down = rect.height() - 2 * corner;
-    if (across > 0) {
-        painter.drawPixmap(QRectF(rect.x() + corner, rect.y(), across, reach), m_picture,
-                           QRectF(m_cornerPixels, 0, 1, reachPixels));
-        painter.drawPixmap(QRectF(rect.x() + corner, rect.bottom() - reach, across, reach), m_picture,
-                           QRectF(m_cornerPixels, side - reachPixels, 1, reachPixels));
+    const double d = depth;
+    const double near = d * m_scale;
+    const double reach = m_reach * m_scale;
+    const double farReach = m_picture.width() - reach;
+    for (double x = rect.left() + d; x < rect.right() - d; x += pieceLength) {
+        const double length = std::min<double>(pieceLength, rect.right() - d - x);
+        painter.drawPixmap(QRectF(x, rect.top(), length, m_reach), m_picture, QRectF(near, 0, length * m_scale, reach));
+        painter.drawPixmap(QRectF(x, rect.bottom() - m_reach, length, m_reach), m_picture,
+                           QRectF(near, farReach, length * m_scale, reach));
     }
-    if (down > 0) {
-        painter.drawPixmap(QRectF(rect.x(), rect.y() + corner, reach, down), m_picture,
-                           QRectF(0, m_cornerPixels, reachPixels, 1));
-        painter.drawPixmap(QRectF(rect.right() - reach, rect.y() + corner, reach, down), m_picture,
-                           QRectF(side - reachPixels, m_cornerPixels, reachPixels, 1));
+    for (double y = rect.top() + d; y < rect.bottom() - d; y += pieceLength) {
+        const double length = std::min<double>(pieceLength, rect.bottom() - d - y);
+        painter.drawPixmap(QRectF(rect.left(), y, m_reach, length), m_picture,
+                           QRectF(0, near, reach, length * m_scale));
+        painter.drawPixmap(QRectF(rect.right() - m_reach, y, m_reach, length), m_picture,
+                           QRectF(farReach, near, reach, length * m_scale));
     }
 }
 

@@ -9,7 +9,8 @@ class QPainter;
 
 namespace lucentra {
 
-/// A picture of a rounded frame that fits any size: its corners are drawn as they are, its edges are stretched.
+/// A picture of a rounded frame that fits any size: its corners are drawn once, its edges in pieces until they are as
+/// long as needed. (Stretching them would be several times slower.)
 class FramePicture
 {
 public:
@@ -28,11 +29,11 @@ private:
     /// `strength` gives the opacity at a distance (points) inwards from the rounded edge; beyond `reach` it is 0.
     template <typename Strength>
     static FramePicture make(const QColor &color, double scale, double reach, Strength strength);
-    void paintEdges(QPainter &painter, const QRectF &rect, double corner) const;
+    void paintEdges(QPainter &painter, const QRectF &rect) const;
 
     QPixmap m_picture;
-    double m_cornerPixels = 0;
-    double m_reach = 0;
+    double m_scale = 1; ///< pixels per point
+    double m_reach = 0; ///< points
 };
 
 } // namespace lucentra
