@@ -61,9 +61,11 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
         return false;
     // What shines through a translucent panel isn't part of the text on it.
-    if (3 * std::min(a.strength, b.strength) < std::max(a.strength, b.strength))
+    const bool areLines = a.count >= 3 && b.count >= 3;
+    const double similarity = std::min(a.strength, b.strength) / double(std::max(a.strength, b.strength));
+    if (similarity < (areLines || lower < 6 ? 0.33 : 0.45))
         return false;
-    if (a.count >= 3 && b.count >= 3 && higher > 1.7 * lower)
+    if (areLines && higher > 1.7 * lower)
         return false;
     if (line.count >= 3) {
         const double height = line.ink.height();

@@ -103,6 +103,16 @@ bool fits(const QString &text, const QSize &ink)
     return width >= least && width <= most;
 }
 
+/// Whether a text of ideographs and kana alone has one for each square of the line.
+bool fillsSquares(const QString &text, const QSize &ink)
+{
+    const Scripts scripts = scriptsOf(text);
+    const int wide = scripts.kana + scripts.han;
+    if (wide < 2 || scripts.all() != wide)
+        return false;
+    return std::abs(ink.width() / double(ink.height()) - wide) <= 0.25 + 0.08 * wide;
+}
+
 /// One line under the router's hands: who has read it, and the best that came out.
 class Attempts
 {
@@ -124,6 +134,10 @@ public:
             reading.confidence *= misfit;
         if (mode == ReadingMode::Line)
             m_asked.append(language);
+        // Ideographs that fill their squares are hardly Latin letters by chance.
+        if (writingOf(reading.text) == Writing::Latin && fillsSquares(m_best.text, m_line.inkSize()) &&
+            reading.confidence < certain)
+            return;
         if (reading.confidence > m_best.confidence + handicap) {
             m_best = reading;
             m_language = language;
@@ -173,12 +187,21 @@ void ScreenLanguages::add(ReadingLanguage language, int characters)
     m_characters[std::size_t(language)].fetch_add(characters, std::memory_order_relaxed);
 }
 
-ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &candidates) const
+ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
+                                         const QList<ReadingLanguage> &extras) const
 {
-    return *std::max_element(candidates.begin(), candidates.end(), [this](ReadingLanguage a, ReadingLanguage b) {
-        return m_characters[std::size_t(a)].load(std::memory_order_relaxed) <
-               m_characters[std::size_t(b)].load(std::memory_order_relaxed);
-    });
+    constexpr int enough = 12; // characters; a screen in a language that nobody expects must prove it
+    const auto characters = [this](ReadingLanguage language) {
+        return m_characters[std::size_t(language)].load(std::memory_order_relaxed);
+    };
+    ReadingLanguage leading =
+        *std::max_element(expected.begin(), expected.end(),
+                          [&](ReadingLanguage a, ReadingLanguage b) { return characters(a) < characters(b); });
+    for (const ReadingLanguage extra : extras) {
+        if (characters(extra) >= enough && characters(extra) > 2 * characters(leading))
+            leading = extra;
+    }
+    return leading;
 }
 
 LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry)
@@ -209,7 +232,7 @@ Reading LineRouter::read(const LineNormalizer &line, bool isShort, LineReader &r
 Reading LineRouter::readSeparated(const LineNormalizer &line, bool isShort, Separation separation, LineReader &reader,
                                   ScreenLanguages &screen) const
 {
-    const ReadingLanguage leading = screen.leading(m_languages + m_extras);
+    const ReadingLanguage leading = screen.leading(m_languages, m_extras);
     Attempts attempts(line, separation, reader);
     attempts.read(leading);
     const auto ask = [&](const QList<ReadingLanguage> &languages, double handicap) {
@@ -223,15 +246,19 @@ Reading LineRouter::readSeparated(const LineNormalizer &line, bool isShort, Sepa
     ask(readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -12 : 0);
     if (attempts.best().confidence < hopeless && line.isVaried())
         return attempts.best();
-    if (attempts.best().confidence < doubtful && !isShort) {
+    const bool isEnglish = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English &&
+                           attempts.best().confidence >= hopeless && attempts.best().text.size() > 3;
+    if (attempts.best().confidence < doubtful && !isShort && !isEnglish) {
         ask(m_languages, 0);
-        if (m_mayRetry && !line.isVaried())
-            ask(m_extras, 3);
+        if (m_mayRetry && line.inkSize().width() >= 2 * line.inkSize().height())
+            ask(m_extras, 12);
     }
     if (m_mayRetry && attempts.best().confidence < good)
         attempts.read(attempts.language(), ReadingMode::Whole);
-    if (attempts.best().confidence >= good)
-        screen.add(attempts.language(), int(attempts.best().text.size()));
+    // Latin letters and digits are on every screen.
+    if (attempts.best().confidence >= good && (attempts.writing() != Writing::Digits))
+        screen.add(attempts.writing() == Writing::Latin ? ReadingLanguage::English : attempts.language(),
+                   int(attempts.best().text.size()));
     return attempts.best();
 }
 

@@ -15,8 +15,9 @@ class ScreenLanguages
 public:
     void add(ReadingLanguage language, int characters);
 
-    /// The one of `candidates` that has most of the characters so far; the first where nothing is known yet.
-    ReadingLanguage leading(const QList<ReadingLanguage> &candidates) const;
+    /// The one of `expected` that has most of the characters so far (the first where nothing is known yet), or one of
+    /// `extras` that has far more.
+    ReadingLanguage leading(const QList<ReadingLanguage> &expected, const QList<ReadingLanguage> &extras) const;
 
 private:
     std::array<std::atomic<int>, 5> m_characters{};
