@@ -38,7 +38,7 @@ TranslationManager &Services::translationManager()
 {
     if (!m_translationManager) {
         m_secrets = std::make_unique<SecretServiceStorage>();
-        m_keychain = std::make_unique<KeychainStore>(*m_secrets, u"com.tarnby.lucentra.apiKeys"_s, m_diagnostics);
+        m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
         m_http = std::make_unique<HttpSession>();
         m_translationManager = std::make_unique<TranslationManager>(m_settings, *m_keychain, m_texts, m_mainQueue,
                                                                     remoteClients(*m_http, m_texts), m_sinks);
