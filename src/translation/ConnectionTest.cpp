@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 void testConnection(TranslationManager &manager, const SettingsStore &settings, const LocalizationManager &texts,
-                    std::function<void(Result<QString>)> completion)
+                    const std::function<void(Result<QString>)> &completion)
 {
     const QString target = settings.read(settings::targetLanguageCode);
     const QString sentence =

@@ -17,6 +17,6 @@ class TranslationManager;
 /// "TranslationConnectionTest" where the service gave nothing back but the sentence itself. What is given must outlive
 /// the test.
 void testConnection(TranslationManager &manager, const SettingsStore &settings, const LocalizationManager &texts,
-                    std::function<void(Result<QString>)> completion);
+                    const std::function<void(Result<QString>)> &completion);
 
 } // namespace lucentra

@@ -29,7 +29,7 @@ QByteArray part(const ParsedUrl &url, CURLUPart which)
     char *text = nullptr;
     if (curl_url_get(url.get(), which, &text, CURLU_DEFAULT_PORT) != CURLUE_OK)
         return {};
-    const QByteArray copy(text);
+    QByteArray copy(text);
     curl_free(text);
     return copy;
 }
@@ -129,6 +129,7 @@ HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, "Lucentra"); // some services refuse who doesn't say a name
     curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
     curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
     curl_easy_setopt(easy, CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2);
@@ -170,7 +171,7 @@ void HttpExchange::setHeaders(bool withBody)
     m_headers.reset();
     for (const QByteArray &line : lines) {
         if (curl_slist *const longer = curl_slist_append(m_headers.get(), line.constData())) {
-            m_headers.release();
+            static_cast<void>(m_headers.release());
             m_headers.reset(longer);
         }
     }
@@ -204,7 +205,7 @@ void HttpExchange::setProxy(const ProxyAddress &proxy)
 size_t HttpExchange::takeBody(const char *data, size_t size, size_t count, void *exchange)
 {
     auto &self = *static_cast<HttpExchange *>(exchange);
-    const auto length = qsizetype(size * count);
+    const qsizetype length = qsizetype(size) * qsizetype(count);
     if (self.m_body.size() + length > HttpSession::largestBody) {
         self.m_isTooLarge = true;
         return 0;
@@ -216,7 +217,7 @@ size_t HttpExchange::takeBody(const char *data, size_t size, size_t count, void 
 size_t HttpExchange::takeHead(const char *, size_t size, size_t count, void *exchange)
 {
     auto &self = *static_cast<HttpExchange *>(exchange);
-    const auto length = qsizetype(size * count);
+    const qsizetype length = qsizetype(size) * qsizetype(count);
     self.m_headSize += length;
     if (self.m_headSize > HttpSession::largestHead) {
         self.m_isTooLarge = true;

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace lucentra {
@@ -74,8 +75,8 @@ class HttpSession
 {
 public:
     /// The largest body that is taken, decoded, and the largest head of an answer; more is `answerTooLarge`.
-    static constexpr qsizetype largestBody = 16 * 1024 * 1024;
-    static constexpr qsizetype largestHead = 256 * 1024;
+    static constexpr qsizetype largestBody = qsizetype(16) * 1024 * 1024;
+    static constexpr qsizetype largestHead = qsizetype(256) * 1024;
     /// How often one request follows a redirect.
     static constexpr int mostRedirects = 5;
 

@@ -38,8 +38,8 @@ std::optional<QJsonArray> objectsIn(const QJsonValue &value)
 
 QJsonValue firstOfType(const QJsonValue &array, const QString &type)
 {
-    for (const QJsonValue element : array.toArray()) {
-        if (element["type"_L1] == type)
+    for (const auto &element : array.toArray()) {
+        if (element.toObject()["type"_L1] == type)
             return element;
     }
     return QJsonValue::Undefined;

@@ -70,6 +70,17 @@ QList<TextBlock> blocksOf(const QStringList &texts)
     return blocks;
 }
 
+QStringList headersOf(const ReceivedRequest &request)
+{
+    QStringList headers;
+    for (const auto &[name, value] : request.headers) {
+        const bool isCommon = name == "Host" || name == "Accept" || name == "Content-Length" || value == "Lucentra";
+        if (!isCommon)
+            headers.append(QString::fromUtf8(name + ": " + value));
+    }
+    return headers;
+}
+
 QStringList textsIn(const ReceivedRequest &request)
 {
     QStringList texts;

@@ -21,6 +21,9 @@ QueuedAnswer answerAsService(const ReceivedRequest &request, const std::function
 /// Blocks with the texts, nowhere in particular.
 QList<TextBlock> blocksOf(const QStringList &texts);
 
+/// The request's headers, without those that every request of the program has.
+QStringList headersOf(const ReceivedRequest &request);
+
 /// The texts that a request asks to be translated.
 QStringList textsIn(const ReceivedRequest &request);
 
