@@ -6,10 +6,11 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
+constexpr double sure = 91;     // of traditional characters
 constexpr double certain = 88;  // no other language would do better
 constexpr double good = 80;     // nor is another reading worth its time
 constexpr double doubtful = 70; // other languages are asked as well
-constexpr double misfit = 0.6;  // of the confidence is left where the letters don't fit into the line
+constexpr double misfit = 0.45; // of the confidence is left where the letters don't fit into the line
 constexpr double hopeless = 40; // of a picture's edges: not even another language is tried
 
 /// How many letters of each kind a text has.
@@ -97,7 +98,7 @@ bool fits(const QString &text, const QSize &ink)
     const int wide = scripts.kana + scripts.han + scripts.hangul;
     const double width = ink.width() / double(ink.height());
     if (scripts.all() < 2)
-        return true;
+        return width <= (wide > 0 ? 1.5 : 1.2) * double(std::max<qsizetype>(1, text.size()));
     const double least = 0.55 * wide + 0.22 * scripts.latin;
     const double most = 1.7 * wide + 1.0 * scripts.latin + 0.8 * double(text.size() - wide - scripts.latin);
     return width >= least && width <= most;
@@ -244,6 +245,14 @@ Reading LineRouter::readSeparated(const LineNormalizer &line, bool isShort, Sepa
     };
     // English is the better reader of Latin letters even where it is the less confident one.
     ask(readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -12 : 0);
+    // Traditional Chinese reads simplified characters as their counterparts, not even doubtfully.
+    if (m_mayRetry && attempts.language() == ReadingLanguage::TraditionalChinese &&
+        attempts.writing() == Writing::Han && attempts.best().confidence < sure &&
+        has(m_extras, ReadingLanguage::SimplifiedChinese) && screen.isSimplifiedOpen()) {
+        attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
+        if (attempts.language() == ReadingLanguage::TraditionalChinese)
+            screen.settleTraditional();
+    }
     if (attempts.best().confidence < hopeless && line.isVaried())
         return attempts.best();
     const bool isEnglish = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English &&

@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace lucentra {
 
 using namespace Qt::StringLiterals;
@@ -48,7 +50,9 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
 
 bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line)
 {
-    return !line.isShort() && reading.confidence >= (reading.text.size() <= 3 ? 80 : 50);
+    const auto letters =
+        std::count_if(reading.text.begin(), reading.text.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    return !line.isShort() && reading.confidence >= (letters <= 3 ? 80 : 50);
 }
 
 } // namespace lucentra

@@ -184,9 +184,9 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     }
     done.wait();
 
-    const auto onPicture =
-        std::count_if(lines.begin(), lines.end(), [](const ReadLine &line) { return line.isOnPicture; });
-    const bool isPicture = 4 * onPicture > lines.size();
+    const auto doubtful = std::count_if(lines.begin(), lines.end(),
+                                        [](const ReadLine &line) { return !line.isText || line.isOnPicture; });
+    const bool isPicture = doubtful > std::max<qsizetype>(3, lines.size() / 4);
     erase_if(lines, [isPicture](const ReadLine &line) {
         return !line.isText || (isPicture && !isPlausibleOnPictures(line.reading, line.found));
     });
