@@ -27,12 +27,21 @@ int strengthOf(const Group &group)
     return strength;
 }
 
+int tallestOf(const Group &group)
+{
+    int tallest = 0;
+    for (const EdgeShape &shape : group.shapes)
+        tallest = std::max(tallest, shape.ink.height());
+    return tallest;
+}
+
 /// What linking needs to know of a group.
 struct Box
 {
     QRect ink;
     int count = 1;    // of shapes
     int strength = 0; // of the strongest
+    int tallest = 0;  // of the shapes, pixels
 };
 
 /// How near two groups must be, and how like one another.
@@ -58,6 +67,8 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const bool isDot = lower <= std::max(5, higher / 4);
     // An underscore lies below the other letters.
     const int reach = isDot ? higher * 2 / 5 : 0;
+    if (together > 1.6 * std::max(a.tallest, b.tallest) + 1)
+        return false; // from letter to letter it climbs
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
         return false;
     // What shines through a translucent panel isn't part of the text on it.
@@ -105,6 +116,7 @@ public:
         m_boxes[a].ink |= m_boxes[b].ink;
         m_boxes[a].count += m_boxes[b].count;
         m_boxes[a].strength = std::max(m_boxes[a].strength, m_boxes[b].strength);
+        m_boxes[a].tallest = std::max(m_boxes[a].tallest, m_boxes[b].tallest);
         return true;
     }
 
@@ -172,7 +184,7 @@ std::vector<Group> linked(std::vector<Group> groups, const Nearness &nearness)
         std::vector<Box> counted;
         for (const Group &group : groups) {
             boxes.push_back(group.ink);
-            counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group)});
+            counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group), tallestOf(group)});
         }
         Linking linking(std::move(counted));
         if (!linkNeighbours(boxes, linking, nearness))
@@ -257,6 +269,43 @@ bool isBlock(const QImage &image, const EdgeShape &shape)
     return std::min(width, height) >= 12 && 2 * width >= height && 2 * height >= width && isFilled(image, shape, false);
 }
 
+/// A spot of one colour on another: a lit window, a leaf, a large full stop.
+bool isBlob(const QImage &image, const QRect &ink)
+{
+    constexpr int other = 24;
+    const int width = ink.width();
+    const int height = ink.height();
+    if (std::min(width, height) < 4 || 5 * width < 2 * height || 5 * height < 2 * width)
+        return false;
+    const QPoint centre = ink.center();
+    const auto differs = [&](const QPoint &step) {
+        const QPoint at(std::clamp(centre.x() + step.x(), 0, image.width() - 1),
+                        std::clamp(centre.y() + step.y(), 0, image.height() - 1));
+        const QRgb a = image.pixel(centre);
+        const QRgb b = image.pixel(at);
+        return std::abs(qRed(a) - qRed(b)) > other || std::abs(qGreen(a) - qGreen(b)) > other ||
+               std::abs(qBlue(a) - qBlue(b)) > other;
+    };
+    const int x = width / 2 + 2;
+    const int y = height / 2 + 2;
+    const bool isApart = differs({-x, 0}) && differs({x, 0}) && differs({0, -y}) && differs({0, y});
+    const int inX = width / 5;
+    const int inY = height / 5;
+    return isApart && !differs({-inX, 0}) && !differs({inX, 0}) && !differs({0, -inY}) && !differs({0, inY});
+}
+
+/// The shapes without blocks, and without blobs where the picture is full of them.
+std::vector<EdgeShape> withoutBlobs(const QImage &image, std::vector<EdgeShape> shapes)
+{
+    constexpr std::ptrdiff_t full = 60;
+    std::erase_if(shapes, [&](const EdgeShape &shape) { return isBlock(image, shape); });
+    const auto blobs = std::stable_partition(shapes.begin(), shapes.end(),
+                                             [&](const EdgeShape &shape) { return !isBlob(image, shape.ink); });
+    if (shapes.end() - blobs >= full)
+        shapes.erase(blobs, shapes.end());
+    return shapes;
+}
+
 /// Whether there is as much edge in a line as letters have (measured on thousands of lines of 9 to 60 pixels): the
 /// contour of a hill, the rim of a cloud have far less of it, and fainter.
 bool isAsDenseAsWriting(const FoundLine &line)
@@ -285,10 +334,8 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
 {
     std::vector<Group> groups;
-    for (const EdgeShape &shape : shapesIn(edgesOf(image))) {
-        if (!isBlock(image, shape))
-            groups.push_back({shape.ink, {shape}});
-    }
+    for (const EdgeShape &shape : withoutBlobs(image, shapesIn(edgesOf(image))))
+        groups.push_back({shape.ink, {shape}});
     for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
         groups = linked(std::move(groups), nearness);
 
