@@ -140,7 +140,7 @@ class CommandLine(unittest.TestCase):
         self.assertNotIn("compatibleApiKey", self.session.preferences)
 
     def test_wrong_usage(self):
-        for arguments in [(), ("frobnicate",), ("text",), ("text", "a", "b"), ("text", "a", "--engine", "8"),
+        for arguments in [("frobnicate",), ("text",), ("text", "a", "b"), ("text", "a", "--engine", "8"),
                           ("text", "a", "--engine"), ("image", "x.png"), ("recognize", "x.png", "--output", "y.png"),
                           ("text", "a", "--json"), ("image", "x.png", "--output=")]:
             with self.subTest(arguments=arguments):
