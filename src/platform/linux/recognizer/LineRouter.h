@@ -15,17 +15,11 @@ class ScreenLanguages
 public:
     void add(ReadingLanguage language, int characters);
 
-    /// The one of `expected` that has most of the characters so far (the first where nothing is known yet), or one of
-    /// `extras` that has far more.
-    ReadingLanguage leading(const QList<ReadingLanguage> &expected, const QList<ReadingLanguage> &extras) const;
-
-    /// Whether it is still open if the screen's Chinese is the simplified one; `settle` counts the lines that said no.
-    bool isSimplifiedOpen() const { return m_traditionalLines.load(std::memory_order_relaxed) < 2; }
-    void settleTraditional() { m_traditionalLines.fetch_add(1, std::memory_order_relaxed); }
+    /// The one of `candidates` that has most of the characters so far; the first where nothing is known yet.
+    ReadingLanguage leading(const QList<ReadingLanguage> &candidates) const;
 
 private:
     std::array<std::atomic<int>, 5> m_characters{};
-    std::atomic<int> m_traditionalLines = 0;
 };
 
 /// Sends each line to the readers that its writing calls for.

@@ -102,7 +102,6 @@ struct ReadLine
 {
     FoundLine found;
     Reading reading;
-    bool isOnPicture = false;
     bool isText = false;
 };
 
@@ -110,12 +109,13 @@ struct ReadLine
 bool readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
               ScreenLanguages &screen)
 {
+    bool isOnPicture = false;
     double sum = 0;
     for (const LinePiece &piece : line.found.pieces) {
         const LineNormalizer normalizer(image, piece.ink);
-        line.isOnPicture |= normalizer.isVaried();
+        isOnPicture |= normalizer.isVaried();
         // A letter alone isn't written on a picture; its details that look like one are many.
-        if (line.found.isShort() && line.isOnPicture)
+        if (line.found.isShort() && isOnPicture)
             return false;
         const Reading reading = router.read(normalizer, line.found.isShort(), reader, screen);
         line.reading.text += reading.text + piece.joint;
@@ -123,7 +123,7 @@ bool readLine(ReadLine &line, const QImage &image, const LineRouter &router, Lin
     }
     line.reading.text = tidied(line.reading.text);
     line.reading.confidence = sum / line.found.ink.width();
-    return isPlausible(line.reading, line.found, line.isOnPicture);
+    return isPlausible(line.reading, line.found, isOnPicture);
 }
 
 } // namespace
@@ -164,7 +164,7 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
     QList<ReadLine> lines;
     for (const FoundLine &found : findLines(image, minimumHeight))
-        lines.append({found, {}, false, false});
+        lines.append({found, {}, false});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
@@ -184,12 +184,7 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     }
     done.wait();
 
-    const auto doubtful = std::count_if(lines.begin(), lines.end(),
-                                        [](const ReadLine &line) { return !line.isText || line.isOnPicture; });
-    const bool isPicture = doubtful > std::max<qsizetype>(3, lines.size() / 4);
-    erase_if(lines, [isPicture](const ReadLine &line) {
-        return !line.isText || (isPicture && !isPlausibleOnPictures(line.reading, line.found));
-    });
+    erase_if(lines, [](const ReadLine &line) { return !line.isText; });
     QList<QRect> boxes;
     for (const ReadLine &line : lines)
         boxes.append(line.found.ink);
