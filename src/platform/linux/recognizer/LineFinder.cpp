@@ -27,12 +27,21 @@ int strengthOf(const Group &group)
     return strength;
 }
 
+int tallestOf(const Group &group)
+{
+    int tallest = 0;
+    for (const EdgeShape &shape : group.shapes)
+        tallest = std::max(tallest, shape.ink.height());
+    return tallest;
+}
+
 /// What linking needs to know of a group.
 struct Box
 {
     QRect ink;
     int count = 1;    // of shapes
     int strength = 0; // of the strongest
+    int tallest = 0;  // of the shapes, pixels
 };
 
 /// How near two groups must be, and how like one another.
@@ -58,12 +67,16 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const bool isDot = lower <= std::max(5, higher / 4);
     // An underscore lies below the other letters.
     const int reach = isDot ? higher * 2 / 5 : 0;
+    if (together > 1.6 * std::max(a.tallest, b.tallest) + 1)
+        return false; // from letter to letter it climbs
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
         return false;
     // What shines through a translucent panel isn't part of the text on it.
-    if (3 * std::min(a.strength, b.strength) < std::max(a.strength, b.strength))
+    const bool areLines = a.count >= 3 && b.count >= 3;
+    const double similarity = std::min(a.strength, b.strength) / double(std::max(a.strength, b.strength));
+    if (similarity < (areLines || lower < 6 ? 0.33 : 0.45))
         return false;
-    if (a.count >= 3 && b.count >= 3 && higher > 1.7 * lower)
+    if (areLines && higher > 1.7 * lower)
         return false;
     if (line.count >= 3) {
         const double height = line.ink.height();
@@ -103,6 +116,7 @@ public:
         m_boxes[a].ink |= m_boxes[b].ink;
         m_boxes[a].count += m_boxes[b].count;
         m_boxes[a].strength = std::max(m_boxes[a].strength, m_boxes[b].strength);
+        m_boxes[a].tallest = std::max(m_boxes[a].tallest, m_boxes[b].tallest);
         return true;
     }
 
@@ -170,7 +184,7 @@ std::vector<Group> linked(std::vector<Group> groups, const Nearness &nearness)
         std::vector<Box> counted;
         for (const Group &group : groups) {
             boxes.push_back(group.ink);
-            counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group)});
+            counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group), tallestOf(group)});
         }
         Linking linking(std::move(counted));
         if (!linkNeighbours(boxes, linking, nearness))
@@ -230,7 +244,7 @@ FoundLine lineOf(const Group &group)
 
 /// Whether an outline is that of a filled bar, disc or box: hollow as an outline, yet not of the colour around it. (An
 /// O is hollow too, but the same paper is within and without.)
-bool isFilled(const QImage &image, const EdgeShape &shape)
+bool isFilled(const QImage &image, const EdgeShape &shape, bool isAlone)
 {
     constexpr int other = 24; // of 255
     const QRect &ink = shape.ink;
@@ -242,7 +256,9 @@ bool isFilled(const QImage &image, const EdgeShape &shape)
         return std::abs(qRed(inside) - qRed(outside)) > other || std::abs(qGreen(inside) - qGreen(outside)) > other ||
                std::abs(qBlue(inside) - qBlue(outside)) > other;
     };
-    return differs(ink.left() - 3) && differs(ink.right() + 3);
+    const bool left = differs(ink.left() - 3);
+    const bool right = differs(ink.right() + 3);
+    return isAlone ? left || right : left && right; // a neighbour's stroke may be that near
 }
 
 /// A button, an avatar, a picture's frame: too compact for a stroke.
@@ -250,7 +266,53 @@ bool isBlock(const QImage &image, const EdgeShape &shape)
 {
     const int width = shape.ink.width();
     const int height = shape.ink.height();
-    return std::min(width, height) >= 12 && 2 * width >= height && 2 * height >= width && isFilled(image, shape);
+    return std::min(width, height) >= 12 && 2 * width >= height && 2 * height >= width && isFilled(image, shape, false);
+}
+
+/// A spot of one colour on another: a lit window, a leaf, a large full stop.
+bool isBlob(const QImage &image, const QRect &ink)
+{
+    constexpr int other = 24;
+    const int width = ink.width();
+    const int height = ink.height();
+    if (std::min(width, height) < 4 || 5 * width < 2 * height || 5 * height < 2 * width)
+        return false;
+    const QPoint centre = ink.center();
+    const auto differs = [&](const QPoint &step) {
+        const QPoint at(std::clamp(centre.x() + step.x(), 0, image.width() - 1),
+                        std::clamp(centre.y() + step.y(), 0, image.height() - 1));
+        const QRgb a = image.pixel(centre);
+        const QRgb b = image.pixel(at);
+        return std::abs(qRed(a) - qRed(b)) > other || std::abs(qGreen(a) - qGreen(b)) > other ||
+               std::abs(qBlue(a) - qBlue(b)) > other;
+    };
+    const int x = width / 2 + 2;
+    const int y = height / 2 + 2;
+    const bool isApart = differs({-x, 0}) && differs({x, 0}) && differs({0, -y}) && differs({0, y});
+    const int inX = width / 5;
+    const int inY = height / 5;
+    return isApart && !differs({-inX, 0}) && !differs({inX, 0}) && !differs({0, -inY}) && !differs({0, inY});
+}
+
+/// The shapes without blocks, and without blobs where the picture is full of them.
+std::vector<EdgeShape> withoutBlobs(const QImage &image, std::vector<EdgeShape> shapes)
+{
+    constexpr std::ptrdiff_t full = 60;
+    std::erase_if(shapes, [&](const EdgeShape &shape) { return isBlock(image, shape); });
+    const auto blobs = std::stable_partition(shapes.begin(), shapes.end(),
+                                             [&](const EdgeShape &shape) { return !isBlob(image, shape.ink); });
+    if (shapes.end() - blobs >= full)
+        shapes.erase(blobs, shapes.end());
+    return shapes;
+}
+
+/// Whether there is as much edge in a line as letters have (measured on thousands of lines of 9 to 60 pixels): the
+/// contour of a hill, the rim of a cloud have far less of it, and fainter.
+bool isAsDenseAsWriting(const FoundLine &line)
+{
+    constexpr int faintest = 40;
+    const double size = std::min(1.0, 20.0 / line.ink.height()); // outlines grow with the height, areas with its square
+    return line.strength >= faintest && line.density >= (line.shapeCount <= 2 ? 0.32 : 0.14) * size;
 }
 
 /// Leaves out single shapes that are everywhere in one size: lit windows, dots, leaves.
@@ -272,16 +334,14 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
 {
     std::vector<Group> groups;
-    for (const EdgeShape &shape : shapesIn(edgesOf(image))) {
-        if (!isBlock(image, shape))
-            groups.push_back({shape.ink, {shape}});
-    }
+    for (const EdgeShape &shape : withoutBlobs(image, shapesIn(edgesOf(image))))
+        groups.push_back({shape.ink, {shape}});
     for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
         groups = linked(std::move(groups), nearness);
 
     const auto areAllFilled = [&image](const Group &group) {
         return std::all_of(group.shapes.begin(), group.shapes.end(),
-                           [&](const EdgeShape &shape) { return isFilled(image, shape); });
+                           [&](const EdgeShape &shape) { return isFilled(image, shape, group.shapes.size() == 1); });
     };
     QList<FoundLine> lines;
     for (Group &group : groups) {
@@ -289,8 +349,11 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
             // Beside its neighbours a letter may be that low; alone it is a speck.
             const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
             const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
-            if (row.ink.height() >= least && !areAllFilled(row))
-                lines.append(lineOf(row));
+            if (row.ink.height() < least || areAllFilled(row))
+                continue;
+            const FoundLine line = lineOf(row);
+            if (isAsDenseAsWriting(line))
+                lines.append(line);
         }
     }
     return withoutPattern(std::move(lines));

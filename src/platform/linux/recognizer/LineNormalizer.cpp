@@ -152,7 +152,7 @@ std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
     const float far = std::max(24.F, 0.85F * percentile(distances, 0.6));
     std::vector<float> coverage;
     for (const float distance : distances)
-        coverage.push_back(std::clamp(1.15F - 1.15F * distance / far, 0.F, 1.F));
+        coverage.push_back(std::clamp((0.75F - distance / far) / 0.55F, 0.F, 1.F));
     return coverage;
 }
 

@@ -39,19 +39,26 @@ bool isMiddleDot(std::size_t index, const std::vector<EdgeShape> &shapes, const 
            clearanceOf(index, shapes) >= std::max(3, line.height() * 3 / 10);
 }
 
-/// Three equal dots in equal steps at the end, after something else.
-bool endsInDots(const std::vector<EdgeShape> &shapes, const QRect &line)
+/// How many of the last shapes are the dots of an ellipsis: three equal ones in equal steps, or two where the first has
+/// run into the letter before it. `end` becomes where the letters end.
+int ellipsisDots(const std::vector<EdgeShape> &shapes, const QRect &line, int &end)
 {
-    if (shapes.size() < 5)
-        return false;
-    const QRect &a = shapes[shapes.size() - 3].ink;
+    if (shapes.size() < 3)
+        return 0;
+    const QRect &before = shapes[shapes.size() - 3].ink;
     const QRect &b = shapes[shapes.size() - 2].ink;
     const QRect &c = shapes[shapes.size() - 1].ink;
-    const int step = b.left() - a.left();
-    const bool areDots = isDot(a, line) && isDot(b, line) && isDot(c, line);
-    const bool areAligned = std::abs(a.bottom() - b.bottom()) <= 1 && std::abs(b.bottom() - c.bottom()) <= 1;
-    const bool areEven = std::abs(c.left() - b.left() - step) <= 1 && step < line.height();
-    return areDots && areAligned && areEven && a.left() > shapes[shapes.size() - 4].ink.right();
+    const int step = c.left() - b.left();
+    const auto follow = [&](const QRect &first, const QRect &second) {
+        return std::abs(first.bottom() - second.bottom()) <= 1 && std::abs(second.left() - first.left() - step) <= 1;
+    };
+    if (!isDot(b, line) || !isDot(c, line) || !follow(b, c) || step < 2 || step >= line.height())
+        return 0;
+    const bool areThree = isDot(before, line) && follow(before, b) && shapes.size() > 3;
+    end = (areThree ? before.left() : b.left() - step) - 1;
+    const bool isGlued =
+        before.height() > line.height() / 2 && before.right() > end && before.right() <= end + c.width() + 1;
+    return areThree ? 3 : isGlued ? 2 : 0;
 }
 
 } // namespace
@@ -60,11 +67,10 @@ QList<LinePiece> piecesOf(std::vector<EdgeShape> shapes, const QRect &line)
 {
     std::sort(shapes.begin(), shapes.end(),
               [](const EdgeShape &a, const EdgeShape &b) { return a.ink.left() < b.ink.left(); });
-    QString ending;
-    if (endsInDots(shapes, line)) {
-        shapes.resize(shapes.size() - 3);
-        ending = u"…"_s;
-    }
+    int end = line.right();
+    const int dots = ellipsisDots(shapes, line, end);
+    shapes.resize(shapes.size() - std::size_t(dots));
+    const QString ending = dots > 0 ? u"…"_s : QString();
     QList<LinePiece> pieces;
     QRect piece;
     for (std::size_t i = 0; i < shapes.size(); ++i) {
@@ -76,6 +82,8 @@ QList<LinePiece> piecesOf(std::vector<EdgeShape> shapes, const QRect &line)
             piece |= shapes[i].ink;
         }
     }
+    if (dots > 0)
+        piece.setRight(std::min(piece.right(), end));
     pieces.append({piece, ending});
     return pieces;
 }

@@ -83,13 +83,12 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     api->SetPageSegMode(mode == ReadingMode::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
     api->SetImage(strip.get());
     api->SetSourceResolution(300);
-    Reading reading;
+    Reading reading{{}, 0, language};
     if (api->Recognize(nullptr) != 0)
         return reading;
     const std::unique_ptr<tesseract::ResultIterator> words(api->GetIterator());
     double sum = 0;
     qsizetype length = 0;
-    double weakest = 100;
     while (words && !words->Empty(tesseract::RIL_WORD)) {
         const std::unique_ptr<char[]> text(words->GetUTF8Text(tesseract::RIL_WORD));
         const QString word = QString::fromUtf8(text.get()).simplified();
@@ -100,15 +99,12 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
             reading.text += word;
             sum += confidence * double(word.size());
             length += word.size();
-            weakest = std::min(weakest, confidence);
         }
         if (!words->Next(tesseract::RIL_WORD))
             break;
     }
-    if (length > 0) {
+    if (length > 0)
         reading.confidence = sum / double(length);
-        reading.weakest = weakest;
-    }
     return reading;
 }
 

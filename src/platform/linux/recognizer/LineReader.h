@@ -27,7 +27,7 @@ struct Reading
 {
     QString text;          ///< one line, without white space at its ends; empty where nothing was recognised
     double confidence = 0; ///< 0 to 100; the mean over the words, weighted by their length
-    double weakest = 0;    ///< of the words' confidences
+    ReadingLanguage language = ReadingLanguage::English; ///< of the model
 };
 
 /// The engines of one worker: one a language, made when it is first needed and kept until they are released.

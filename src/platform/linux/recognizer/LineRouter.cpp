@@ -6,11 +6,14 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
-constexpr double certain = 88;  // no other language would do better
-constexpr double good = 80;     // nor is another reading worth its time
-constexpr double doubtful = 70; // other languages are asked as well
-constexpr double misfit = 0.6;  // of the confidence is left where the letters don't fit into the line
-constexpr double hopeless = 40; // of a picture's edges: not even another language is tried
+constexpr double sure = 91;         // of traditional characters
+constexpr double certain = 88;      // no other language would do better
+constexpr double good = 80;         // nor is another reading worth its time
+constexpr double doubtful = 70;     // other languages are asked as well
+constexpr double englishLead = 12;  // English reads Latin letters better than others that are as confident
+constexpr double misfit = 0.45;     // of the confidence is left where the letters don't fit into the line
+constexpr qsizetype wordLength = 8; // characters; a few ideographs may look like a word, but not like a sentence
+constexpr double hopeless = 40;     // of a picture's edges: not even another language is tried
 
 /// How many letters of each kind a text has.
 struct Scripts
@@ -97,10 +100,27 @@ bool fits(const QString &text, const QSize &ink)
     const int wide = scripts.kana + scripts.han + scripts.hangul;
     const double width = ink.width() / double(ink.height());
     if (scripts.all() < 2)
-        return true;
+        return width <= (wide > 0 ? 1.5 : 1.2) * double(std::max<qsizetype>(1, text.size()));
     const double least = 0.55 * wide + 0.22 * scripts.latin;
     const double most = 1.7 * wide + 1.0 * scripts.latin + 0.8 * double(text.size() - wide - scripts.latin);
     return width >= least && width <= most;
+}
+
+/// Whether a text of ideographs and kana alone has one for each square of the line.
+bool fillsSquares(const QString &text, const QSize &ink)
+{
+    const Scripts scripts = scriptsOf(text);
+    const int wide = scripts.kana + scripts.han;
+    if (wide < 2 || scripts.all() != wide)
+        return false;
+    return std::abs(ink.width() / double(ink.height()) - wide) <= 0.25 + 0.08 * wide;
+}
+
+QList<ReadingLanguage> firstOtherThanEnglish(const QList<ReadingLanguage> &languages)
+{
+    const auto other = std::find_if(languages.begin(), languages.end(),
+                                    [](ReadingLanguage l) { return l != ReadingLanguage::English; });
+    return other == languages.end() ? QList<ReadingLanguage>() : QList<ReadingLanguage>{*other};
 }
 
 /// One line under the router's hands: who has read it, and the best that came out.
@@ -124,15 +144,22 @@ public:
             reading.confidence *= misfit;
         if (mode == ReadingMode::Line)
             m_asked.append(language);
+        // Ideographs that fill their squares are hardly Latin letters by chance.
+        if (writingOf(reading.text) == Writing::Latin && fillsSquares(m_best.text, m_line.inkSize()) &&
+            reading.confidence < certain)
+            return;
+        const bool isEnglishAlready =
+            m_best.language == ReadingLanguage::English && writingOf(m_best.text) == Writing::Latin;
+        if (isEnglishAlready && writingOf(reading.text) == Writing::Latin && language != ReadingLanguage::English)
+            handicap += englishLead;
         if (reading.confidence > m_best.confidence + handicap) {
             m_best = reading;
-            m_language = language;
         }
     }
 
     bool hasAsked(ReadingLanguage language) const { return m_asked.contains(language); }
     const Reading &best() const { return m_best; }
-    ReadingLanguage language() const { return m_language; }
+    ReadingLanguage language() const { return m_best.language; }
     Writing writing() const { return writingOf(m_best.text); }
 
 private:
@@ -141,13 +168,13 @@ private:
     LineReader &m_reader;
     QList<ReadingLanguage> m_asked;
     Reading m_best;
-    ReadingLanguage m_language = ReadingLanguage::English;
 };
 
 /// Whether the one who read it is the best reader of what came out.
 bool isAtHome(const Attempts &attempts, ReadingLanguage leading)
 {
     const double confidence = attempts.best().confidence;
+    const QString &text = attempts.best().text;
     const ReadingLanguage language = attempts.language();
     switch (attempts.writing()) {
     case Writing::None:
@@ -155,7 +182,7 @@ bool isAtHome(const Attempts &attempts, ReadingLanguage leading)
     case Writing::Digits:
         return confidence >= (language == ReadingLanguage::English ? doubtful : certain);
     case Writing::Latin:
-        return language == ReadingLanguage::English && confidence >= doubtful;
+        return language == ReadingLanguage::English && confidence >= (text.size() <= wordLength ? certain : doubtful);
     case Writing::Kana:
         return language == ReadingLanguage::Japanese && confidence >= doubtful;
     case Writing::Han:
@@ -173,12 +200,29 @@ void ScreenLanguages::add(ReadingLanguage language, int characters)
     m_characters[std::size_t(language)].fetch_add(characters, std::memory_order_relaxed);
 }
 
-ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &candidates) const
+ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
+                                         const QList<ReadingLanguage> &extras) const
 {
-    return *std::max_element(candidates.begin(), candidates.end(), [this](ReadingLanguage a, ReadingLanguage b) {
-        return m_characters[std::size_t(a)].load(std::memory_order_relaxed) <
-               m_characters[std::size_t(b)].load(std::memory_order_relaxed);
-    });
+    constexpr int enough = 12; // characters; a screen in a language that nobody expects must prove it
+    const auto characters = [this](ReadingLanguage language) {
+        return m_characters[std::size_t(language)].load(std::memory_order_relaxed);
+    };
+    ReadingLanguage leading =
+        *std::max_element(expected.begin(), expected.end(),
+                          [&](ReadingLanguage a, ReadingLanguage b) { return characters(a) < characters(b); });
+    for (const ReadingLanguage extra : extras) {
+        if (characters(extra) >= enough && characters(extra) > 2 * characters(leading))
+            leading = extra;
+    }
+    return leading;
+}
+
+bool ScreenLanguages::isSimplified() const
+{
+    const auto characters = [this](ReadingLanguage language) {
+        return m_characters[std::size_t(language)].load(std::memory_order_relaxed);
+    };
+    return characters(ReadingLanguage::SimplifiedChinese) > characters(ReadingLanguage::TraditionalChinese);
 }
 
 LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry)
@@ -190,10 +234,10 @@ LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> 
 
 Reading LineRouter::read(const LineNormalizer &line, bool isShort, LineReader &reader, ScreenLanguages &screen) const
 {
-    QList<Separation> separations{Separation::Axis};
+    QList<Separation> separations{Separation::Axis, Separation::BrightFill};
     if (line.isVaried())
         separations = {Separation::BrightFill, Separation::Axis, Separation::DarkFill};
-    if (!m_mayRetry)
+    if (!m_mayRetry || (isShort && !line.isVaried()))
         separations.resize(1);
     Reading best;
     for (const Separation separation : separations) {
@@ -206,10 +250,25 @@ Reading LineRouter::read(const LineNormalizer &line, bool isShort, LineReader &r
     return best;
 }
 
+Reading LineRouter::readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
+                              const ScreenLanguages &screen) const
+{
+    const ReadingLanguage wrong =
+        screen.isSimplified() ? ReadingLanguage::TraditionalChinese : ReadingLanguage::SimplifiedChinese;
+    const ReadingLanguage right =
+        screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
+    if (earlier.language != wrong || writingOf(earlier.text) != Writing::Han ||
+        !(has(m_languages, right) || has(m_extras, right)))
+        return earlier;
+    Attempts attempts(line, line.isVaried() ? Separation::BrightFill : Separation::Axis, reader);
+    attempts.read(right);
+    return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier;
+}
+
 Reading LineRouter::readSeparated(const LineNormalizer &line, bool isShort, Separation separation, LineReader &reader,
                                   ScreenLanguages &screen) const
 {
-    const ReadingLanguage leading = screen.leading(m_languages + m_extras);
+    const ReadingLanguage leading = screen.leading(m_languages, m_extras);
     Attempts attempts(line, separation, reader);
     attempts.read(leading);
     const auto ask = [&](const QList<ReadingLanguage> &languages, double handicap) {
@@ -219,19 +278,33 @@ Reading LineRouter::readSeparated(const LineNormalizer &line, bool isShort, Sepa
                 attempts.read(language, ReadingMode::Line, handicap);
         }
     };
-    // English is the better reader of Latin letters even where it is the less confident one.
-    ask(readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -12 : 0);
+    ask(readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
+    // Traditional Chinese reads simplified characters as their counterparts, not even doubtfully.
+    if (m_mayRetry && attempts.language() == ReadingLanguage::TraditionalChinese &&
+        attempts.writing() == Writing::Han && attempts.best().confidence < sure &&
+        has(m_extras, ReadingLanguage::SimplifiedChinese) && screen.isSimplifiedOpen()) {
+        attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
+        if (attempts.language() == ReadingLanguage::TraditionalChinese)
+            screen.settleTraditional();
+    }
     if (attempts.best().confidence < hopeless && line.isVaried())
         return attempts.best();
-    if (attempts.best().confidence < doubtful && !isShort) {
+    const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;
+    if (isLatin && attempts.best().text.size() > wordLength && attempts.best().confidence >= hopeless) {
+        // No other language reads a Latin sentence better.
+    } else if (isLatin && attempts.best().confidence >= doubtful) {
+        ask(firstOtherThanEnglish(m_languages), 0);
+    } else if (attempts.best().confidence < doubtful && !isShort) {
         ask(m_languages, 0);
-        if (m_mayRetry && !line.isVaried())
-            ask(m_extras, 3);
+        if (m_mayRetry && line.inkSize().width() >= 2 * line.inkSize().height())
+            ask(m_extras, 12);
     }
     if (m_mayRetry && attempts.best().confidence < good)
         attempts.read(attempts.language(), ReadingMode::Whole);
-    if (attempts.best().confidence >= good)
-        screen.add(attempts.language(), int(attempts.best().text.size()));
+    // Latin letters and digits are on every screen.
+    if (attempts.best().confidence >= good && (attempts.writing() != Writing::Digits))
+        screen.add(attempts.writing() == Writing::Latin ? ReadingLanguage::English : attempts.language(),
+                   int(attempts.best().text.size()));
     return attempts.best();
 }
 

@@ -15,11 +15,20 @@ class ScreenLanguages
 public:
     void add(ReadingLanguage language, int characters);
 
-    /// The one of `candidates` that has most of the characters so far; the first where nothing is known yet.
-    ReadingLanguage leading(const QList<ReadingLanguage> &candidates) const;
+    /// The one of `expected` that has most of the characters so far (the first where nothing is known yet), or one of
+    /// `extras` that has far more.
+    ReadingLanguage leading(const QList<ReadingLanguage> &expected, const QList<ReadingLanguage> &extras) const;
+
+    /// Whether more of the Chinese is simplified than traditional.
+    bool isSimplified() const;
+
+    /// Whether it is still open if the screen's Chinese is the simplified one; `settle` counts the lines that said no.
+    bool isSimplifiedOpen() const { return m_traditionalLines.load(std::memory_order_relaxed) < 2; }
+    void settleTraditional() { m_traditionalLines.fetch_add(1, std::memory_order_relaxed); }
 
 private:
     std::array<std::atomic<int>, 5> m_characters{};
+    std::atomic<int> m_traditionalLines = 0;
 };
 
 /// Sends each line to the readers that its writing calls for.
@@ -38,6 +47,11 @@ public:
     /// `isShort` says that it is
     /// a letter or two at most, perhaps an icon: not worth the extra languages.
     Reading read(const LineNormalizer &line, bool isShort, LineReader &reader, ScreenLanguages &screen) const;
+
+    /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
+    /// as the screen's; any other stays as it is.
+    Reading readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
+                      const ScreenLanguages &screen) const;
 
 private:
     Reading readSeparated(const LineNormalizer &line, bool isShort, Separation separation, LineReader &reader,

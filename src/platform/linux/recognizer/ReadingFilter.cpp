@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace lucentra {
 
 using namespace Qt::StringLiterals;
@@ -13,10 +15,12 @@ QString tidied(const QString &text)
     static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
     // Keys are no words, so the model's dictionary is no help with them.
     static const QRegularExpression controlKey(u"\\b[Cc]tr[il1|I]{0,2}\\+"_s);
+    static const QRegularExpression letterKey(u"^[Cc]tr.{1,3}?([A-Z])$"_s);
     static const QRegularExpression functionKey(u"^((?:Shift|Ctrl|Alt)\\+)?F[il1|I]{2,3}$"_s);
     static const QRegularExpression doubledLetter(u"^([CcOoSsVvWwXxZzKkPpUu])(?i:\\1)$"_s);
     QString result = text;
     result.replace(controlKey, u"Ctrl+"_s);
+    result.replace(letterKey, u"Ctrl+\\1"_s);
     result.replace(functionKey, u"\\1F11"_s);
     result.replace(doubledLetter, u"\\1"_s);
     result.replace(spaceBetweenWide, QString());
@@ -33,12 +37,22 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
     const QString &text = reading.text;
     if (!text.contains(letter) || (line.isShort() && icon.match(text).hasMatch()) || repeated.match(text).hasMatch())
         return false;
+    static const QRegularExpression key(u"^(?:(?:Ctrl|Shift|Alt)\\+)*(?:Ctrl\\+\\S+|F1?\\d)$"_s);
+    if (key.match(text).hasMatch())
+        return reading.confidence >= 20;
     double least = isOnPicture ? 55 : 32;
     if (line.isShort())
         least += 15;
     else if (isOnPicture && text.size() <= 3)
         least += 25;
     return reading.confidence >= least;
+}
+
+bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line)
+{
+    const auto letters =
+        std::count_if(reading.text.begin(), reading.text.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    return !line.isShort() && reading.confidence >= (letters <= 3 ? 80 : 50);
 }
 
 } // namespace lucentra

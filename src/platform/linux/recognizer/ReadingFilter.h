@@ -11,4 +11,7 @@ QString tidied(const QString &text);
 /// Whether a reading is writing, or what a picture's edges happened to look like.
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);
 
+/// The same for a screen that is a picture for the most part: its flat places have specks that look like letters, too.
+bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line);
+
 } // namespace lucentra

@@ -101,29 +101,83 @@ private:
 struct ReadLine
 {
     FoundLine found;
-    Reading reading;
-    bool isText = false;
+    QList<Reading> pieces; ///< one for each of the line's
+    bool isOnPicture = false;
 };
 
-/// Reads the pieces of a line; says whether the whole is writing.
-bool readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
+void readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
               ScreenLanguages &screen)
 {
-    bool isOnPicture = false;
-    double sum = 0;
     for (const LinePiece &piece : line.found.pieces) {
         const LineNormalizer normalizer(image, piece.ink);
-        isOnPicture |= normalizer.isVaried();
+        line.isOnPicture |= normalizer.isVaried();
         // A letter alone isn't written on a picture; its details that look like one are many.
-        if (line.found.isShort() && isOnPicture)
-            return false;
-        const Reading reading = router.read(normalizer, line.found.isShort(), reader, screen);
-        line.reading.text += reading.text + piece.joint;
-        sum += reading.confidence * piece.ink.width();
+        if (line.found.isShort() && line.isOnPicture)
+            return;
+        line.pieces.append(router.read(normalizer, line.found.isShort(), reader, screen));
     }
-    line.reading.text = tidied(line.reading.text);
-    line.reading.confidence = sum / line.found.ink.width();
-    return isPlausible(line.reading, line.found, isOnPicture);
+}
+
+void readLineAlike(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
+                   const ScreenLanguages &screen)
+{
+    for (qsizetype i = 0; i < line.pieces.size(); ++i)
+        line.pieces[i] =
+            router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), line.pieces[i], reader, screen);
+}
+
+/// The pieces' text as one, with the mean of their confidences.
+Reading wholeOf(const ReadLine &line)
+{
+    Reading whole;
+    for (qsizetype i = 0; i < line.pieces.size(); ++i) {
+        const LinePiece &piece = line.found.pieces[i];
+        whole.text += line.pieces[i].text + piece.joint;
+        whole.confidence += line.pieces[i].confidence * piece.ink.width() / line.found.ink.width();
+    }
+    whole.text = tidied(whole.text);
+    return whole;
+}
+
+/// What is writing of the lines, in reading order.
+QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
+{
+    QList<Reading> readings;
+    qsizetype doubtful = 0;
+    for (const ReadLine &line : lines) {
+        readings.append(wholeOf(line));
+        if (!isPlausible(readings.last(), line.found, line.isOnPicture))
+            readings.last().text.clear();
+        doubtful += readings.last().text.isEmpty() || line.isOnPicture ? 1 : 0;
+    }
+    const bool isPicture = doubtful > std::max<qsizetype>(3, lines.size() / 4);
+    QStringList texts;
+    QList<QRect> boxes;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const bool isText =
+            !readings[i].text.isEmpty() && (!isPicture || isPlausibleOnPictures(readings[i], lines[i].found));
+        if (isText) {
+            texts.append(readings[i].text);
+            boxes.append(lines[i].found.ink);
+        }
+    }
+    QList<RecognizedTextObservation> observations;
+    for (const int index : readingOrder(boxes))
+        observations.append({{texts[index]}, normalized(boxes[index], size)});
+    return observations;
+}
+
+QList<ReadLine> linesIn(const QImage &image, double minimumTextHeight)
+{
+    const double minimumShare = std::clamp(minimumTextHeight, 0.0, 1.0);
+    const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
+    QList<ReadLine> lines;
+    for (const FoundLine &found : findLines(image, minimumHeight))
+        lines.append({found, {}, false});
+    // Long lines first: they take longest, and specks, which are many on a picture, come last.
+    std::sort(lines.begin(), lines.end(),
+              [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
+    return lines;
 }
 
 } // namespace
@@ -160,38 +214,26 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const QImage image = picture.convertToFormat(QImage::Format_RGB32);
     if (image.isNull())
         return {};
-    const double minimumShare = std::clamp(request.minimumTextHeight, 0.0, 1.0);
-    const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
-    QList<ReadLine> lines;
-    for (const FoundLine &found : findLines(image, minimumHeight))
-        lines.append({found, {}, false});
-    // Long lines first: they take longest, and specks, which are many on a picture, come last.
-    std::sort(lines.begin(), lines.end(),
-              [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
-
+    QList<ReadLine> lines = linesIn(image, request.minimumTextHeight);
     const LineRouter router(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     ScreenLanguages screen;
     ReadingBudget budget(m_pool->workers() * readingTime);
-    std::latch done(lines.size());
-    for (ReadLine &line : lines) {
-        m_pool->post(request.usesLanguageCorrection, [&](LineReader &reader) {
-            {
-                const ReadingBudget::Spending spending(budget);
-                line.isText = !budget.isSpent() && readLine(line, image, router, reader, screen);
-            }
-            done.count_down();
-        });
-    }
-    done.wait();
-
-    erase_if(lines, [](const ReadLine &line) { return !line.isText; });
-    QList<QRect> boxes;
-    for (const ReadLine &line : lines)
-        boxes.append(line.found.ink);
-    QList<RecognizedTextObservation> observations;
-    for (const int index : readingOrder(boxes))
-        observations.append({{lines[index].reading.text}, normalized(boxes[index], image.size())});
-    return observations;
+    const auto withEachLine = [&](const auto &work) {
+        std::latch done(lines.size());
+        for (ReadLine &line : lines) {
+            m_pool->post(request.usesLanguageCorrection, [&](LineReader &reader) {
+                if (!budget.isSpent()) {
+                    const ReadingBudget::Spending spending(budget);
+                    work(line, reader);
+                }
+                done.count_down();
+            });
+        }
+        done.wait();
+    };
+    withEachLine([&](ReadLine &line, LineReader &reader) { readLine(line, image, router, reader, screen); });
+    withEachLine([&](ReadLine &line, LineReader &reader) { readLineAlike(line, image, router, reader, screen); });
+    return observationsOf(lines, image.size());
 }
 
 } // namespace lucentra

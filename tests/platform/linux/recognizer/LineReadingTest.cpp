@@ -62,7 +62,7 @@ private Q_SLOTS:
         FoundLine line;
         line.ink = QRect(0, 0, shapes * 8, 12);
         line.shapeCount = shapes;
-        const Reading reading{text, confidence, confidence};
+        const Reading reading{text, confidence};
         QTEST(isPlausible(reading, line, isOnPicture), "isPlausible");
     }
 
