@@ -27,39 +27,45 @@ void UserMoveTracker::windowHidden()
 
 void UserMoveTracker::grabbed()
 {
-    begin(m_surroundings.frame(), {});
+    begin(m_surroundings.frame());
 }
 
 void UserMoveTracker::requested()
 {
-    begin(m_surroundings.frame(), requestPatience);
+    begin(m_surroundings.frame());
 }
 
 void UserMoveTracker::frameChanged()
 {
     const QRect before = std::exchange(m_lastFrame, m_surroundings.frame());
     if (!m_isTracking && !m_heldSinceShown && m_lastFrame != before && m_surroundings.isButtonDown())
-        begin(before, {});
+        begin(before);
 }
 
-void UserMoveTracker::begin(const QRect &from, std::chrono::milliseconds patience)
+void UserMoveTracker::begin(const QRect &from)
 {
     m_isTracking = true;
     m_heldSinceShown = false;
     m_start = from;
     m_lastSeen = {};
-    m_patience = patience;
+    m_patience = answerPatience;
     m_look = m_scheduler.after(lookInterval, [this] { look(); });
 }
 
 void UserMoveTracker::look()
 {
-    m_patience -= lookInterval;
     const QRect frame = m_surroundings.frame();
-    // After the release the window's last place may still be on its way: two looks must see the same.
-    const bool isResting = std::exchange(m_lastSeen, frame) == frame && !m_surroundings.isButtonDown();
-    const bool awaitsAnswer = frame == m_start && m_patience.count() > 0;
-    if (!isResting || awaitsAnswer) {
+    bool hasEnded = false;
+    if (m_surroundings.isButtonDown()) {
+        m_lastSeen = {};
+    } else {
+        // After the release the window's last place may still be on its way: two looks must see the same, and the
+        // place that it began at only counts once a slow window manager has had its time.
+        const bool isResting = std::exchange(m_lastSeen, frame) == frame;
+        m_patience -= lookInterval;
+        hasEnded = isResting && (frame != m_start || m_patience.count() <= 0);
+    }
+    if (!hasEnded) {
         m_look = m_scheduler.after(lookInterval, [this] { look(); });
         return;
     }

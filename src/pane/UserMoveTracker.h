@@ -20,8 +20,9 @@ class UserMoveTracker
 public:
     /// Between two looks at the pointer's buttons; a window system doesn't tell who has a foreign grab.
     static constexpr std::chrono::milliseconds lookInterval{40};
-    /// How long a window manager may take to answer a request that needs no held button.
-    static constexpr std::chrono::milliseconds requestPatience{600};
+    /// How long, with no button held, a window manager may take to put the window where it was dragged or asked to
+    /// be. Some tell a window of its place only when the drag is over.
+    static constexpr std::chrono::milliseconds answerPatience{600};
 
     struct Surroundings
     {
@@ -42,7 +43,7 @@ public:
     void frameChanged();
 
 private:
-    void begin(const QRect &from, std::chrono::milliseconds patience);
+    void begin(const QRect &from);
     void look();
     void lookForRelease();
 
@@ -54,8 +55,8 @@ private:
     bool m_heldSinceShown = false; ///< a button has been down since before the window was shown
     QRect m_start;
     QRect m_lastFrame;
-    QRect m_lastSeen; ///< at the last look
-    std::chrono::milliseconds m_patience{0};
+    QRect m_lastSeen;                        ///< at the last look
+    std::chrono::milliseconds m_patience{0}; ///< what is left of it
 };
 
 } // namespace lucentra
