@@ -5,6 +5,7 @@
 #include "TextRecognizer.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QScreen>
@@ -34,6 +35,10 @@ AppDelegate::AppDelegate(DiagnosticLine diagnostics)
                                .record = [this](const QString &original,
                                                 const QString &translation) { m_history.add(original, translation); }})
     , m_history(HistoryManager::userFilePath(), m_services.mainQueue(), diagnostics)
+    , m_desktop(m_scheduler)
+    , m_hotkeys(
+          m_services.settings(), m_desktop.hotkeys, m_services.mainQueue(), [this] { return isPaneKeyWindow(); },
+          diagnostics)
 {
 }
 
@@ -50,11 +55,13 @@ void AppDelegate::applicationDidFinishLaunching()
     m_services.settings().write(settings::isAlwaysOnTop, true);
     m_services.notifications().observe(notifications::appLanguageDidChange, this,
                                        [this](const QVariant &) { retitle(); });
+    wireHotkeys();
     m_services.warmUpRecognizer(m_scheduler, warmUpDelay);
 }
 
 void AppDelegate::applicationWillTerminate()
 {
+    m_hotkeys.unregisterHotkeys();
     m_backdrop->stop();
     m_pass.reset();
     m_services.translationManager().cancelAll();
@@ -139,6 +146,25 @@ void AppDelegate::buildContextMenu()
     m_glassView->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_glassView->addActions({m_translateAction, m_toggleAction, separator, m_quitAction});
     retitle();
+}
+
+void AppDelegate::wireHotkeys()
+{
+    m_hotkeys.onToggleWindow = [this] { toggleWindow(); };
+    m_hotkeys.onHideWindow = [this] { m_window->orderOut(); };
+    m_hotkeys.onTranslateCurrentArea = [this] {
+        if (m_pass) // a press may still wait while the program ends
+            m_pass->translateCurrentArea();
+    };
+    m_services.notifications().observe(notifications::updateGlobalHotkey, this,
+                                       [this](const QVariant &) { m_hotkeys.registerHotkeys(); });
+    m_hotkeys.registerHotkeys();
+}
+
+bool AppDelegate::isPaneKeyWindow() const
+{
+    // Keys go to an open menu first.
+    return QGuiApplication::focusWindow() == m_window->windowHandle() && !QApplication::activePopupWidget();
 }
 
 void AppDelegate::retitle()

@@ -3,6 +3,7 @@
 #include "BackdropRenewal.h"
 #include "GlassView.h"
 #include "HistoryManager.h"
+#include "HotkeyManager.h"
 #include "Scheduler.h"
 #include "Services.h"
 #include "TranslationPass.h"
@@ -36,12 +37,15 @@ private:
     void wirePass();
     void wireBackdrop();
     void buildContextMenu();
+    void wireHotkeys();
+    bool isPaneKeyWindow() const;
     void retitle();
 
     EventLoopScheduler m_scheduler;
     Services m_services;
     HistoryManager m_history;
     X11Desktop m_desktop;
+    HotkeyManager m_hotkeys;
     std::unique_ptr<TransparentWindow> m_window;
     GlassView *m_glassView = nullptr; ///< belongs to the window
     std::unique_ptr<TranslationPass> m_pass;

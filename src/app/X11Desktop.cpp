@@ -39,9 +39,10 @@ QRect toNative(const QRectF &area)
 
 } // namespace
 
-X11Desktop::X11Desktop()
+X11Desktop::X11Desktop(Scheduler &scheduler)
     : capture(ownResources())
     , changes(ownResources(), toNative)
+    , hotkeys(scheduler)
     , displayOptions(QDBusConnection::sessionBus())
 {
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &X11Desktop::watch);

@@ -3,6 +3,7 @@
 #include "PortalDisplayOptions.h"
 #include "X11ChangeMonitor.h"
 #include "X11CompositingMonitor.h"
+#include "X11GlobalHotkeys.h"
 #include "X11PaneWindowHints.h"
 #include "X11ScreenCapture.h"
 
@@ -17,13 +18,14 @@ namespace lucentra {
 class X11Desktop : public QObject
 {
 public:
-    X11Desktop();
+    explicit X11Desktop(Scheduler &scheduler);
 
     X11ScreenCapture capture;
     X11CaptureAccess access;
     X11ChangeMonitor changes;
     X11CompositingMonitor compositing;
     X11PaneWindowHints windowHints;
+    X11GlobalHotkeys hotkeys;
     PortalDisplayOptions displayOptions;
 
 private:

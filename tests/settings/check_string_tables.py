@@ -16,6 +16,7 @@ import string_tables  # noqa: E402
 # Files whose Chinese literals are no texts of the interface; what they look up is checked all the same.
 NOT_SHOWN = {
     "platform/linux/recognizer": "punctuation and characters of the scripts that are recognized",
+    "settings/HotkeyManager.cpp": "words of the log's lines",
     "settings/KeychainStore.cpp": "words of the log's lines",
     "translation/ConnectionTest.cpp": "the sentence that the test has translated",
     "translation/Prompts.cpp": "instructions to language models",

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace lucentra {
+
+// How hotkeys are stored: a virtual key code names a physical position on the keyboard, whatever the layout prints on
+// it, and modifiers are a mask of flags. Both are the numbers of the desktop that the settings' format comes from.
+
+/// Flags of "hotkeyModifiers". The low 16 bits tell of a device and are never stored.
+namespace modifierFlag {
+inline constexpr quint32 shift = 0x20000;
+inline constexpr quint32 control = 0x40000;
+inline constexpr quint32 option = 0x80000;   ///< Alt
+inline constexpr quint32 command = 0x100000; ///< Super
+} // namespace modifierFlag
+
+/// Modifiers of a registered hotkey, the second numbering of that desktop; log lines tell these.
+namespace hotkeyModifier {
+inline constexpr quint32 command = 0x100;
+inline constexpr quint32 shift = 0x200;
+inline constexpr quint32 option = 0x800;
+inline constexpr quint32 control = 0x1000;
+} // namespace hotkeyModifier
+
+/// Modifier flags as hotkey modifiers; every other bit is ignored.
+quint32 hotkeyModifiersOfFlags(quint64 flags);
+
+namespace virtualKey {
+inline constexpr quint32 t = 17;
+inline constexpr quint32 returnKey = 36;
+inline constexpr quint32 escape = 53;
+} // namespace virtualKey
+
+/// The X server's code of a position, as every keyboard on Linux counts them. Nothing for a number that names no key.
+///
+/// Keys that the stored numbering lacks (Print, Pause, the conversion keys) have 0x100 plus their X key code, so that
+/// every key of a keyboard has exactly one number either way.
+std::optional<quint8> xKeyCodeOfVirtualKey(quint32 virtualKeyCode);
+/// The other way; nothing for codes below 8, which no key has.
+std::optional<quint32> virtualKeyOfXKeyCode(quint32 xKeyCode);
+
+/// Whether the position is a modifier, which is no hotkey on its own.
+bool isModifierKey(quint32 virtualKeyCode);
+
+/// How a key is shown that prints no character of its own ("F5", "Home", "←"); empty for keys whose character depends
+/// on the layout.
+QString virtualKeyName(quint32 virtualKeyCode);
+
+/// A combination as the user sees it: "⌃", "⌥", "⇧", "⌘" in this order, then the key, upper-cased. Empty where the key
+/// is empty.
+QString hotkeyDisplayString(quint32 flags, const QString &key);
+
+/// The key of such a combination for menus: the name of a key without a character, else the last character in lower
+/// case; "t" where there is none.
+QString menuKeyOfDisplayString(const QString &combination);
+
+} // namespace lucentra

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "GlobalHotkeys.h"
+#include "Scheduler.h"
+#include "X11Connection.h"
+
+#include <QHash>
+#include <QList>
+#include <QSet>
+#include <QSocketNotifier>
+
+#include <memory>
+#include <optional>
+
+namespace lucentra {
+
+/// Hotkeys as passive key grabs on the root window, on a connection of their own to $DISPLAY.
+///
+/// A combination is grabbed once for each state of the lock keys (Caps Lock, Num Lock, Scroll Lock where it is a
+/// modifier), so that it works in all of them. A combination that another program holds is refused at once. When the
+/// keyboard or its layout changes, Alt, Super and the lock keys are looked up again. While a key is held down, its
+/// repeats are no presses; a key that is down while its hotkey is registered must be released first.
+class X11GlobalHotkeys : public GlobalHotkeys
+{
+public:
+    /// Between two looks at a key that was down while its hotkey was registered: nobody tells of its release.
+    static constexpr std::chrono::milliseconds releaseLookInterval{50};
+
+    explicit X11GlobalHotkeys(Scheduler &scheduler);
+    ~X11GlobalHotkeys() override;
+
+    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(quint32 keyCode, quint32 modifiers,
+                                                                       HotkeyIdentifier identifier) override;
+    void setPressedHandler(std::function<void(HotkeyIdentifier)> pressed) override;
+
+private:
+    struct Hotkey
+    {
+        quint8 key = 0;        ///< X key code
+        quint32 modifiers = 0; ///< hotkey modifiers
+        HotkeyIdentifier identifier;
+    };
+    class Registration;
+    /// What the X server's modifiers mean on the keyboard in use: masks.
+    struct ModifierMasks
+    {
+        quint16 alt = XCB_MOD_MASK_1;
+        quint16 super = XCB_MOD_MASK_4;
+        quint16 locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2;
+
+        bool operator==(const ModifierMasks &) const = default;
+    };
+
+    ModifierMasks queryModifierMasks();
+    quint16 stateOf(quint32 modifiers) const;
+    bool grab(quint8 key, quint16 state);
+    void ungrab(quint8 key, quint16 state);
+    void release(const Registration *registration);
+    bool isDown(quint8 key);
+    void lookForReleases();
+    void readEvents();
+    bool isRepeat(quint8 key, quint32 time);
+    void keyPressed(quint8 key, quint16 state);
+    void keyboardChanged();
+
+    Scheduler &m_scheduler;
+    X11Connection m_connection;
+    xcb_window_t m_root = XCB_WINDOW_NONE; ///< none: there is no server
+    ModifierMasks m_masks;
+    QList<Registration *> m_registrations; ///< they belong to their owners
+    /// Keys that were pressed, with the server's time of their release where they are no longer down.
+    QHash<quint8, std::optional<quint32>> m_held;
+    QSet<quint8> m_heldUnseen; ///< those among them whose release the server won't report
+    std::unique_ptr<ScheduledTask> m_look;
+    std::function<void(HotkeyIdentifier)> m_pressed;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+};
+
+} // namespace lucentra

@@ -1,0 +1,113 @@
+#include "HotkeyManager.h"
+
+#include "MainQueue.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "VirtualKeys.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QWindow>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+HotkeyManager::HotkeyManager(const SettingsStore &settings, GlobalHotkeys &hotkeys, MainQueue &mainQueue,
+                             std::function<bool()> isPaneKeyWindow, DiagnosticLine diagnostics)
+    : m_settings(settings)
+    , m_hotkeys(hotkeys)
+    , m_mainQueue(mainQueue)
+    , m_isPaneKeyWindow(std::move(isPaneKeyWindow))
+    , m_diagnostics(std::move(diagnostics))
+{
+}
+
+HotkeyManager::~HotkeyManager()
+{
+    unregisterHotkeys();
+}
+
+void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged)
+{
+    unregisterHotkeys();
+    m_isRegistered = true;
+    m_carbonHotKeyRef = registerToggleHotkey();
+    m_translateHotKeyRef = registerTranslateHotkey();
+    m_hotkeys.setPressedHandler([this](HotkeyIdentifier identifier) { handlePressed(identifier); });
+    if (onHotkeyDisplayChanged) {
+        const auto flags = quint32(m_settings.read(settings::hotkeyModifiers));
+        onHotkeyDisplayChanged(flags, menuKeyOfDisplayString(m_settings.read(settings::hotkeyString)));
+    }
+    // Installing it again is no second monitor: it moves to the front.
+    qApp->installEventFilter(this);
+}
+
+void HotkeyManager::unregisterHotkeys()
+{
+    m_hotkeys.setPressedHandler({});
+    m_carbonHotKeyRef.reset();
+    m_translateHotKeyRef.reset();
+    m_isRegistered = false;
+}
+
+std::unique_ptr<HotkeyReference> HotkeyManager::registerToggleHotkey()
+{
+    const auto keyCode = quint32(m_settings.read(settings::hotkeyCode));
+    const quint32 modifiers = hotkeyModifiersOfFlags(quint64(m_settings.read(settings::hotkeyModifiers)));
+    auto reference = m_hotkeys.registerHotkey(keyCode, modifiers, toggleHotkey);
+    if (!reference) {
+        log(u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus="_s + QString::number(reference.error()));
+        return {};
+    }
+    log(u"  ✅ Carbon 熱鍵已註冊 keyCode="_s + QString::number(keyCode) + u" carbonMods="_s +
+        QString::number(modifiers));
+    return std::move(*reference);
+}
+
+std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
+{
+    auto reference = m_hotkeys.registerHotkey(virtualKey::returnKey, hotkeyModifier::option, translateHotkey);
+    if (!reference) {
+        log(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(reference.error()));
+        return {};
+    }
+    return std::move(*reference);
+}
+
+void HotkeyManager::handlePressed(HotkeyIdentifier identifier)
+{
+    // The callback is looked up when its turn comes: it may have been replaced, or the manager gone.
+    const auto post = [this](std::function<void()> HotkeyManager::*callback) {
+        m_mainQueue.post([manager = QPointer(this), callback] {
+            if (manager && (*manager).*callback)
+                ((*manager).*callback)();
+        });
+    };
+    if (identifier == toggleHotkey)
+        post(&HotkeyManager::onToggleWindow);
+    else if (identifier == translateHotkey)
+        post(&HotkeyManager::onTranslateCurrentArea);
+}
+
+bool HotkeyManager::eventFilter(QObject *watched, QEvent *event)
+{
+    // Keys reach a window before its widgets; there they can still be taken from it.
+    const bool isEscape = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
+    if (!isEscape || !watched->isWindowType() || !m_isPaneKeyWindow())
+        return false;
+    if (onHideWindow)
+        onHideWindow();
+    return true;
+}
+
+void HotkeyManager::log(const QString &line) const
+{
+    if (m_diagnostics)
+        m_diagnostics(line);
+}
+
+} // namespace lucentra
