@@ -16,6 +16,22 @@
         <translation>%@ · Drag to move</translation>
     </message>
     <message>
+        <source>%d 個詞句</source>
+        <translation>%d phrases</translation>
+    </message>
+    <message>
+        <source>%d 分鐘前建立</source>
+        <translation>built %d minutes ago</translation>
+    </message>
+    <message>
+        <source>%d 天前建立</source>
+        <translation>built %d days ago</translation>
+    </message>
+    <message>
+        <source>%d 小時前建立</source>
+        <translation>built %d hours ago</translation>
+    </message>
+    <message>
         <source>AI 翻譯</source>
         <translation>AI translation</translation>
     </message>
@@ -196,6 +212,10 @@
         <translation>Change Target Language</translation>
     </message>
     <message>
+        <source>列出在這部電腦上翻譯的服務與語言</source>
+        <translation>List what translates on this computer, and its languages</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>Delete</translation>
     </message>
@@ -240,6 +260,10 @@
         <translation>One argument too many: %@</translation>
     </message>
     <message>
+        <source>安裝這些套件也有幫助：%@</source>
+        <translation>Installing these packages helps, too: %@</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>write the picture to OUT.png</translation>
     </message>
@@ -266,6 +290,10 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>The display that shows the translation window was not found</translation>
+    </message>
+    <message>
+        <source>文字已是目標語言。</source>
+        <translation>The text is in the target language already.</translation>
     </message>
     <message>
         <source>日</source>
@@ -308,8 +336,16 @@
         <translation>No text found</translation>
     </message>
     <message>
+        <source>沒有可用的語言</source>
+        <translation>No languages available</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>test the connection of the engine</translation>
+    </message>
+    <message>
+        <source>無法判斷文字的語言。</source>
+        <translation>The language of the text can't be told.</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -518,6 +554,14 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>print the lines of text in a picture as JSON</translation>
+    </message>
+    <message>
+        <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
+        <translation>No program on this computer has a translation of this text. Please use another translation engine.</translation>
+    </message>
+    <message>
+        <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
+        <translation>This computer can't translate this language. Please use another translation engine.</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

@@ -16,6 +16,22 @@
         <translation>%@・ドラッグで移動</translation>
     </message>
     <message>
+        <source>%d 個詞句</source>
+        <translation>%d 件の語句</translation>
+    </message>
+    <message>
+        <source>%d 分鐘前建立</source>
+        <translation>%d 分前に作成</translation>
+    </message>
+    <message>
+        <source>%d 天前建立</source>
+        <translation>%d 日前に作成</translation>
+    </message>
+    <message>
+        <source>%d 小時前建立</source>
+        <translation>%d 時間前に作成</translation>
+    </message>
+    <message>
         <source>AI 翻譯</source>
         <translation>AI 翻訳</translation>
     </message>
@@ -196,6 +212,10 @@
         <translation>翻訳先の言語を変更</translation>
     </message>
     <message>
+        <source>列出在這部電腦上翻譯的服務與語言</source>
+        <translation>このコンピューターで翻訳するサービスと言語を一覧表示</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>削除</translation>
     </message>
@@ -240,6 +260,10 @@
         <translation>余分な引数：%@</translation>
     </message>
     <message>
+        <source>安裝這些套件也有幫助：%@</source>
+        <translation>次のパッケージを入れるのも役立ちます：%@</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>画像を OUT.png に書き込む</translation>
     </message>
@@ -266,6 +290,10 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>翻訳ウインドウがあるディスプレイが見つかりません</translation>
+    </message>
+    <message>
+        <source>文字已是目標語言。</source>
+        <translation>文字列はすでに翻訳先の言語です。</translation>
     </message>
     <message>
         <source>日</source>
@@ -308,8 +336,16 @@
         <translation>文字が見つかりませんでした</translation>
     </message>
     <message>
+        <source>沒有可用的語言</source>
+        <translation>利用できる言語がありません</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>翻訳エンジンの接続をテストする</translation>
+    </message>
+    <message>
+        <source>無法判斷文字的語言。</source>
+        <translation>文字列の言語を判別できません。</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -518,6 +554,14 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>画像の文字を認識し、行ごとに JSON で出力する</translation>
+    </message>
+    <message>
+        <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
+        <translation>このコンピューターのプログラムには、この文字列の訳がありません。別の翻訳エンジンをお使いください。</translation>
+    </message>
+    <message>
+        <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
+        <translation>このコンピューターではこの言語を翻訳できません。別の翻訳エンジンをお使いください。</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

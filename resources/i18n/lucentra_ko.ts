@@ -16,6 +16,22 @@
         <translation>%@ · 드래그하여 이동</translation>
     </message>
     <message>
+        <source>%d 個詞句</source>
+        <translation>어구 %d개</translation>
+    </message>
+    <message>
+        <source>%d 分鐘前建立</source>
+        <translation>%d분 전에 생성</translation>
+    </message>
+    <message>
+        <source>%d 天前建立</source>
+        <translation>%d일 전에 생성</translation>
+    </message>
+    <message>
+        <source>%d 小時前建立</source>
+        <translation>%d시간 전에 생성</translation>
+    </message>
+    <message>
         <source>AI 翻譯</source>
         <translation>AI 번역</translation>
     </message>
@@ -196,6 +212,10 @@
         <translation>대상 언어 변경</translation>
     </message>
     <message>
+        <source>列出在這部電腦上翻譯的服務與語言</source>
+        <translation>이 컴퓨터에서 번역하는 서비스와 언어를 나열</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>삭제</translation>
     </message>
@@ -240,6 +260,10 @@
         <translation>불필요한 인수: %@</translation>
     </message>
     <message>
+        <source>安裝這些套件也有幫助：%@</source>
+        <translation>다음 패키지를 설치해도 도움이 됩니다: %@</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>그림을 OUT.png에 저장</translation>
     </message>
@@ -266,6 +290,10 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>번역 창이 있는 디스플레이를 찾을 수 없습니다</translation>
+    </message>
+    <message>
+        <source>文字已是目標語言。</source>
+        <translation>글이 이미 대상 언어로 되어 있습니다.</translation>
     </message>
     <message>
         <source>日</source>
@@ -308,8 +336,16 @@
         <translation>텍스트를 찾지 못했습니다</translation>
     </message>
     <message>
+        <source>沒有可用的語言</source>
+        <translation>사용할 수 있는 언어가 없음</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>번역 엔진 연결 테스트</translation>
+    </message>
+    <message>
+        <source>無法判斷文字的語言。</source>
+        <translation>글의 언어를 알 수 없습니다.</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -518,6 +554,14 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>그림의 글자를 인식해 줄별로 JSON 출력</translation>
+    </message>
+    <message>
+        <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
+        <translation>이 컴퓨터의 프로그램에는 이 글의 번역이 없습니다. 다른 번역 엔진을 사용하세요.</translation>
+    </message>
+    <message>
+        <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
+        <translation>이 컴퓨터는 이 언어를 번역할 수 없습니다. 다른 번역 엔진을 사용하세요.</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

@@ -16,6 +16,22 @@
         <translation>%@・拖动移动</translation>
     </message>
     <message>
+        <source>%d 個詞句</source>
+        <translation>%d 个词句</translation>
+    </message>
+    <message>
+        <source>%d 分鐘前建立</source>
+        <translation>%d 分钟前建立</translation>
+    </message>
+    <message>
+        <source>%d 天前建立</source>
+        <translation>%d 天前建立</translation>
+    </message>
+    <message>
+        <source>%d 小時前建立</source>
+        <translation>%d 小时前建立</translation>
+    </message>
+    <message>
         <source>AI 翻譯</source>
         <translation>AI 翻译</translation>
     </message>
@@ -196,6 +212,10 @@
         <translation>切换目标语言</translation>
     </message>
     <message>
+        <source>列出在這部電腦上翻譯的服務與語言</source>
+        <translation>列出在这台电脑上翻译的服务与语言</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>删除</translation>
     </message>
@@ -240,6 +260,10 @@
         <translation>多余的参数：%@</translation>
     </message>
     <message>
+        <source>安裝這些套件也有幫助：%@</source>
+        <translation>安装这些软件包也有帮助：%@</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>将图片写入 OUT.png</translation>
     </message>
@@ -266,6 +290,10 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>找不到翻译窗口所在的显示器</translation>
+    </message>
+    <message>
+        <source>文字已是目標語言。</source>
+        <translation>文字已是目标语言。</translation>
     </message>
     <message>
         <source>日</source>
@@ -308,8 +336,16 @@
         <translation>没有检测到文字</translation>
     </message>
     <message>
+        <source>沒有可用的語言</source>
+        <translation>没有可用的语言</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>测试翻译引擎的连接</translation>
+    </message>
+    <message>
+        <source>無法判斷文字的語言。</source>
+        <translation>无法判断文字的语言。</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -518,6 +554,14 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>识别图片中的文字，逐行输出为 JSON</translation>
+    </message>
+    <message>
+        <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
+        <translation>这台电脑上的程序没有这些文字的译文。请改用其他翻译引擎。</translation>
+    </message>
+    <message>
+        <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
+        <translation>这台电脑无法翻译这种语言。请改用其他翻译引擎。</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

@@ -44,6 +44,7 @@ constexpr std::array commandRows{
     CommandRow{u"text", Command::Text, u"TEXT", u"engine target timing", u"",
                u"翻譯一段文字；含漢字的文字一律譯成英文"},
     CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
+    CommandRow{u"languages", Command::Languages, u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
 };
 
 Failure wrongUsage(const QString &description)

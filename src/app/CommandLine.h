@@ -15,7 +15,7 @@ class LocalizationManager;
 /// What a command line asks for. Values are as typed; the commands check what they mean.
 struct Invocation
 {
-    enum class Command { Help, Version, Recognize, Image, Text, TestConnection };
+    enum class Command { Help, Version, Recognize, Image, Text, TestConnection, Languages };
 
     Command command = Command::Help;
     QString argument;              ///< the one positional argument: a picture's path, or a text

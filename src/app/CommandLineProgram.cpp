@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <memory>
 
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -69,6 +70,9 @@ ExitCode run(const Invocation &invocation, Services &services)
     case Command::TestConnection:
         output = testConnectionCommand(invocation, services);
         break;
+    case Command::Languages:
+        output = languagesCommand(invocation, services);
+        break;
     }
     if (!output) {
         printLine(stderr, output.error().description);
@@ -91,7 +95,9 @@ int runCommandLine(int argc, char *argv[])
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
-    Services services([](const QString &line) { printLine(stderr, line); }, {});
+    // Nobody else waits for a command, so that it rather waits for the memory of phrases than knows nothing.
+    Services services([](const QString &line) { printLine(stderr, line); }, {},
+                      {.longest = 30s, .acceptsOutdated = false});
     const auto invocation = parseCommandLine(arguments, services.texts());
     if (!invocation) {
         printLine(stderr, invocation.error().description);

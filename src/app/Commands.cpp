@@ -9,6 +9,7 @@
 #include "TranslatedPicture.h"
 #include "TranslationManager.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QJsonDocument>
@@ -60,6 +61,13 @@ CommandOutput outputOf(std::optional<QJsonObject> document, const Invocation &in
     return {.answer = toLine(*document)};
 }
 
+CommandOutput withNote(CommandOutput output, const QString &note)
+{
+    if (!note.isEmpty())
+        output.message += (output.message.isEmpty() ? QString() : u"\n"_s) + note;
+    return output;
+}
+
 /// Turns the event loop until the operation that `start` begins has called back, which may be before it returns.
 template <typename Value>
 Value await(const std::function<void(std::function<void(Value)>)> &start)
@@ -88,13 +96,14 @@ Failure card(const QString &title, const QString &message)
     return {.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = title + u'\n' + message};
 }
 
-Result<QStringList> translate(const QList<TextBlock> &blocks, Services &services)
+Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &services)
 {
     const LocalizationManager &texts = services.texts();
     if (blocks.isEmpty())
         return tl::unexpected(card(texts.localized(u"沒有偵測到文字"_s),
                                    texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)));
-    const auto translations = await<Result<QStringList>>(
+    services.onDevice().bridge.setParentView(qApp); // the command is the one who looks
+    const auto translations = await<Result<BlockTranslations>>(
         [&](auto completion) { services.translationManager().translateBlocks(blocks, completion); });
     if (!translations)
         return tl::unexpected(card(texts.localized(u"翻譯失敗"_s), translations.error().description));
@@ -150,34 +159,36 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
 
     const SettingsStore &store = services.settings();
     const QString target = store.read(settings::targetLanguageCode);
-    const TranslatedPicture translated(picture->size(), blocks, *translations, target, fontSettings(store));
+    const TranslatedPicture translated(picture->size(), blocks, translations->texts, target, fontSettings(store));
     stages.finish(u"layout"_s);
     translated.paintOver(*picture, store.read(settings::glassOpacity));
     const auto written = writePicture(*picture, invocation.output, services.texts());
     if (!written)
         return tl::unexpected(written.error());
     if (!invocation.json)
-        return outputOf(std::nullopt, invocation, stages);
+        return withNote(outputOf(std::nullopt, invocation, stages), translations->note);
     const auto engine = translationEngine(store.read(settings::translationEngine));
-    return outputOf(QJsonObject{{u"engine"_s, int(engine.value_or(TranslationEngine::apple))},
-                                {u"target"_s, target},
-                                {u"blocks"_s, translated.toJson()}},
-                    invocation, stages);
+    return withNote(outputOf(QJsonObject{{u"engine"_s, int(engine.value_or(TranslationEngine::apple))},
+                                         {u"target"_s, target},
+                                         {u"blocks"_s, translated.toJson()}},
+                             invocation, stages),
+                    translations->note);
 }
 
 Result<CommandOutput> textCommand(const Invocation &invocation, Services &services)
 {
     chooseForThisCommand(invocation, services);
     Stages stages;
-    const QString translation = await<QString>(
+    services.onDevice().bridge.setParentView(qApp);
+    const auto translation = await<TextTranslation>(
         [&](auto completion) { services.translationManager().translateText(invocation.argument, completion); });
     stages.finish(u"translate"_s);
-    if (isFailureText(translation))
+    if (isFailureText(translation.text))
         return tl::unexpected(
-            Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = translation});
+            Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = translation.text});
     CommandOutput output = outputOf(std::nullopt, invocation, stages);
-    output.answer = translation;
-    return output;
+    output.answer = translation.text;
+    return withNote(std::move(output), translation.note);
 }
 
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services)

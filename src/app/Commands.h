@@ -26,6 +26,8 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
 Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services);
 /// Translates a text as the pane does a typed one.
 Result<CommandOutput> textCommand(const Invocation &invocation, Services &services);
+/// What translates on this machine: its services, language pairs, phrases and the age of their cache.
+Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services);
 /// Asks the chosen engine for one word.
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
 

@@ -11,9 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks)
+Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience)
     : m_diagnostics(std::move(diagnostics))
     , m_sinks(std::move(sinks))
+    , m_patience(patience)
     , m_settings(SettingsStore::userFilePath(), m_diagnostics)
     , m_texts(m_settings, m_notifications, stringTablesFolder(), QLocale::system().uiLanguages())
 {
@@ -34,14 +35,26 @@ void Services::warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds 
     m_warmUp = scheduler.after(delay, [this] { m_recognizer->warmUp(); });
 }
 
+OnDeviceServices &Services::onDevice()
+{
+    if (!m_onDevice)
+        m_onDevice = std::make_unique<OnDeviceServices>(m_mainQueue, m_patience);
+    return *m_onDevice;
+}
+
 TranslationManager &Services::translationManager()
 {
     if (!m_translationManager) {
         m_secrets = std::make_unique<SecretServiceStorage>();
         m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
         m_http = std::make_unique<HttpSession>();
+        TranslationClients clients = remoteClients(*m_http, m_texts);
+        clients.onDevice = [&bridge = onDevice().bridge](const QStringList &texts, const QString &target,
+                                                         const auto &completion) {
+            bridge.translate(texts, target, completion);
+        };
         m_translationManager = std::make_unique<TranslationManager>(m_settings, *m_keychain, m_texts, m_mainQueue,
-                                                                    remoteClients(*m_http, m_texts), m_sinks);
+                                                                    std::move(clients), m_sinks);
     }
     return *m_translationManager;
 }

@@ -5,6 +5,7 @@
 #include "LocalizationManager.h"
 #include "MainQueue.h"
 #include "NotificationCenter.h"
+#include "OnDeviceServices.h"
 #include "Scheduler.h"
 #include "SettingsStore.h"
 #include "TranslationManager.h"
@@ -23,8 +24,8 @@ class TextRecognizer;
 class Services
 {
 public:
-    /// `sinks` get the typed texts that were translated.
-    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks);
+    /// `sinks` get the typed texts that were translated. `patience` is for the memory of phrases while it is built.
+    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {});
     ~Services();
     Services(const Services &) = delete;
     Services &operator=(const Services &) = delete;
@@ -38,10 +39,13 @@ public:
     /// Makes the recognizer now, and has it load its models after a while.
     void warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay);
     TranslationManager &translationManager();
+    /// What translates on this machine; made with the manager at the latest.
+    OnDeviceServices &onDevice();
 
 private:
     const DiagnosticLine m_diagnostics;
     const TranslationManager::Sinks m_sinks;
+    const BuildPatience m_patience;
     MainQueue m_mainQueue;
     NotificationCenter m_notifications;
     SettingsStore m_settings;
@@ -51,6 +55,7 @@ private:
     std::unique_ptr<ScreenTextRecognizer> m_recognizer;
     std::unique_ptr<ScheduledTask> m_warmUp;
     std::unique_ptr<HttpSession> m_http;
+    std::unique_ptr<OnDeviceServices> m_onDevice;
     std::unique_ptr<TranslationManager> m_translationManager;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LanguageModelProvider.h"
+#include "OnDeviceTranslations.h"
 #include "ServiceHosts.h"
 #include "TextBlock.h"
 
@@ -18,7 +19,7 @@ class LocalizationManager;
 
 /// Translates texts on this machine: calls back once, on any thread, with one text a source text, or with nothing.
 using OnDeviceTranslation = std::function<void(const QStringList &texts, const QString &target,
-                                               std::function<void(std::optional<QStringList>)> completion)>;
+                                               std::function<void(std::optional<OnDeviceTranslations>)> completion)>;
 
 /// What the manager can translate with. Except for the on-device one, every client runs on a worker, may block,
 /// returns one string a block in their order, and throws `TranslationError`.

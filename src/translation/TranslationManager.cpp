@@ -3,6 +3,7 @@
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
+#include "OnDeviceNote.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "StoredAPIKeys.h"
@@ -101,10 +102,10 @@ bool TranslationManager::supportsOnDevice() const
 }
 
 void TranslationManager::translateOnDevice(const QStringList &texts, const QString &target,
-                                           std::function<void(std::optional<QStringList>)> completion)
+                                           std::function<void(std::optional<OnDeviceTranslations>)> completion)
 {
     const auto posted = [&queue = m_mainQueue,
-                         completion = std::move(completion)](const std::optional<QStringList> &result) {
+                         completion = std::move(completion)](const std::optional<OnDeviceTranslations> &result) {
         queue.post([completion, result] { completion(result); });
     };
     if (m_clients.onDevice)
@@ -141,7 +142,7 @@ std::function<QStringList()> TranslationManager::blockWork(const Request &reques
 }
 
 void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
-                                         std::function<void(Result<QStringList>)> completion)
+                                         std::function<void(Result<BlockTranslations>)> completion)
 {
     const Request request = currentRequest();
     const auto refuse = [&](const QString &domain, int code, const QString &description) {
@@ -155,11 +156,11 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
         for (const TextBlock &block : blocks)
             texts.append(block.text);
         return translateOnDevice(texts, request.target,
-                                 [completion, failed](const std::optional<QStringList> &translations) {
-                                     if (translations)
-                                         completion(*translations);
-                                     else
-                                         completion(tl::unexpected(failed));
+                                 [&lookup = m_texts, texts, completion, failed](const auto &translations) {
+                                     if (!translations)
+                                         return completion(tl::unexpected(failed));
+                                     completion(BlockTranslations{.texts = translations->texts,
+                                                                  .note = onDeviceNote(texts, *translations, lookup)});
                                  });
     }
     if (lacksConsent(request.engine))
@@ -170,9 +171,9 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
         return refuse(label, -1, m_texts.formatted(entry.missingKeyText.toString(), label));
     }
     m_workers.start([this, work = blockWork(request, blocks), completion = std::move(completion)] {
-        Result<QStringList> outcome;
+        Result<BlockTranslations> outcome;
         try {
-            outcome = work();
+            outcome = BlockTranslations{.texts = work()};
         } catch (...) {
             outcome = tl::unexpected(failureOfCurrentException(m_texts));
         }
@@ -197,44 +198,46 @@ std::function<QString()> TranslationManager::textWork(const Request &request, co
     }
 }
 
-void TranslationManager::translateText(const QString &text, std::function<void(QString)> completion)
+void TranslationManager::translateText(const QString &text, std::function<void(TextTranslation)> completion)
 {
     Request request = currentRequest();
     if (lacksConsent(request.engine))
-        return completion(consentMessage(request.engine));
+        return completion({.text = consentMessage(request.engine)});
     if (containsHanCharacters(text))
         request.target = u"en-US"_s;
     if (request.engine == TranslationEngine::apple) {
         if (!supportsOnDevice())
-            return finishText(text, m_texts.localized(onDeviceTooOldReply), completion);
+            return finishText(text, {.text = m_texts.localized(onDeviceTooOldReply)}, completion);
         const QString failed = m_texts.localized(onDeviceFailedReply);
         const auto finish = postedFinish(text, std::move(completion));
-        return translateOnDevice({text}, request.target,
-                                 [finish, failed](const std::optional<QStringList> &translations) {
-                                     const QString translation = translations.value_or(QStringList()).value(0);
-                                     finish(translation.isEmpty() ? failed : translation);
-                                 });
+        return translateOnDevice(
+            {text}, request.target, [&lookup = m_texts, text, finish, failed](const auto &translations) {
+                const QString translation = translations ? translations->texts.value(0) : QString();
+                if (translation.isEmpty())
+                    return finish({.text = failed});
+                finish({.text = translation, .note = onDeviceNote({text}, *translations, lookup)});
+            });
     }
     if (request.lacksKey()) {
         const QString reply = m_texts.localized(engineEntry(request.engine).missingKeyReply.toString());
         if (request.engine == TranslationEngine::customAPI)
-            return completion(reply); // the one missing key that is neither copied nor recorded
-        return finishText(text, reply, completion);
+            return completion({.text = reply}); // the one missing key that is neither copied nor recorded
+        return finishText(text, {.text = reply}, completion);
     }
     m_workers.start([this, work = textWork(request, text), finish = postedFinish(text, std::move(completion))] {
         try {
-            finish(work());
+            finish({.text = work()});
         } catch (...) {
-            finish(m_texts.formatted(u"❌ 翻譯失敗：%@"_s, failureOfCurrentException(m_texts).description));
+            finish({.text = m_texts.formatted(u"❌ 翻譯失敗：%@"_s, failureOfCurrentException(m_texts).description)});
         }
     });
 }
 
-std::function<void(const QString &)> TranslationManager::postedFinish(const QString &original,
-                                                                      std::function<void(QString)> completion)
+std::function<void(const TextTranslation &)>
+TranslationManager::postedFinish(const QString &original, std::function<void(TextTranslation)> completion)
 {
     return [&queue = m_mainQueue, weak = std::weak_ptr(m_self), original,
-            completion = std::move(completion)](const QString &result) {
+            completion = std::move(completion)](const TextTranslation &result) {
         queue.post([weak, original, completion, result] {
             if (const auto self = weak.lock())
                 (*self)->finishText(original, result, completion);
@@ -242,15 +245,16 @@ std::function<void(const QString &)> TranslationManager::postedFinish(const QStr
     };
 }
 
-void TranslationManager::finishText(const QString &original, const QString &result,
-                                    const std::function<void(QString)> &completion)
+void TranslationManager::finishText(const QString &original, const TextTranslation &result,
+                                    const std::function<void(TextTranslation)> &completion)
 {
-    if (!result.isEmpty()) {
+    const QString &text = result.text;
+    if (!text.isEmpty()) {
         if (m_sinks.copy && m_settings.read(settings::autoCopy))
-            m_sinks.copy(result);
-        const bool isMessage = result.startsWith(u"⚠️") || result.startsWith(u"❌");
+            m_sinks.copy(text);
+        const bool isMessage = text.startsWith(u"⚠️") || text.startsWith(u"❌");
         if (m_sinks.record && !isMessage)
-            m_sinks.record(original, result);
+            m_sinks.record(original, text);
     }
     completion(result);
 }

@@ -3,6 +3,7 @@
 #include "Result.h"
 #include "TranslationClients.h"
 #include "TranslationEngine.h"
+#include "Translations.h"
 
 #include <QHash>
 #include <QThreadPool>
@@ -38,15 +39,16 @@ public:
     /// Cancels what is under way; what typed text is still waiting for is dropped.
     ~TranslationManager();
 
-    /// Translates the blocks' texts into the target language: one string a block, in their order, or the failure.
+    /// Translates the blocks' texts into the target language: one string a block, in their order, with a note where
+    /// none of them is new, or the failure.
     /// Any thread. Completes once: before it returns where the configuration is at fault, else on the main queue.
-    void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<QStringList>)> completion);
+    void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion);
 
     /// Translates typed text dictionary-style, text with Chinese characters into English. Main thread. Completes once
     /// with the translation, or with a sentence that begins with "⚠️ " (the configuration is at fault; before it
     /// returns) or "❌ " (the request failed); except for the former, on the main queue. Before that the result is
     /// copied where the setting wants it, and a translation is recorded.
-    void translateText(const QString &text, std::function<void(QString)> completion);
+    void translateText(const QString &text, std::function<void(TextTranslation)> completion);
 
     /// Ends every request under way at once; for when the program quits.
     void cancelAll();
@@ -60,12 +62,14 @@ private:
     LanguageModelProvider languageModelProvider(const Request &request) const;
     bool supportsOnDevice() const;
     void translateOnDevice(const QStringList &texts, const QString &target,
-                           std::function<void(std::optional<QStringList>)> completion);
+                           std::function<void(std::optional<OnDeviceTranslations>)> completion);
     std::function<QStringList()> blockWork(const Request &request, const QList<TextBlock> &blocks) const;
     std::function<QString()> textWork(const Request &request, const QString &text) const;
-    void finishText(const QString &original, const QString &result, const std::function<void(QString)> &completion);
+    void finishText(const QString &original, const TextTranslation &result,
+                    const std::function<void(TextTranslation)> &completion);
     /// A completion for typed text that may be called on any thread, and does nothing once the manager is gone.
-    std::function<void(const QString &)> postedFinish(const QString &original, std::function<void(QString)> completion);
+    std::function<void(const TextTranslation &)> postedFinish(const QString &original,
+                                                              std::function<void(TextTranslation)> completion);
 
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;

@@ -121,10 +121,10 @@ TranslationClients TranslationManagerTest::fakeClients()
         return answer({u"modelText"_s, text, target, described(provider)}).value(0);
     };
     clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion) {
-        if (m_onDeviceOutcome)
-            completion(m_onDeviceOutcome());
-        else
-            completion(QStringList{u"onDevice "_s + texts.join(u'+') + u' ' + target});
+        const auto outcome = m_onDeviceOutcome
+                                 ? m_onDeviceOutcome()
+                                 : std::optional(QStringList{u"onDevice "_s + texts.join(u'+') + u' ' + target});
+        completion(outcome ? std::optional(OnDeviceTranslations{.texts = *outcome}) : std::nullopt);
     };
     clients.supportsOnDevice = [this] { return m_supportsOnDevice; };
     return clients;
@@ -470,7 +470,7 @@ void TranslationManagerTest::aHangingCallDelaysNoOther()
 void TranslationManagerTest::anEndedManagerDropsWhatIsLate()
 {
     select(4, true, u"k"_s);
-    std::function<void(std::optional<QStringList>)> late;
+    std::function<void(std::optional<OnDeviceTranslations>)> late;
     bool isCancelled = false;
     TranslationClients clients = fakeClients();
     clients.onDevice = [&](const QStringList &, const QString &, const auto &completion) { late = completion; };
@@ -481,7 +481,7 @@ void TranslationManagerTest::anEndedManagerDropsWhatIsLate()
     m_manager->translateText(u"hello"_s, [&](const QString &) { isCompleted = true; });
     m_manager.reset();
     QVERIFY(isCancelled);
-    late(QStringList{u"late"_s});
+    late(OnDeviceTranslations{.texts = {u"late"_s}});
     m_queue->drain();
     QVERIFY(!isCompleted);
 }

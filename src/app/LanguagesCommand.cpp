@@ -1,0 +1,84 @@
+#include "Commands.h"
+
+#include "Services.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+QString ageText(qint64 seconds, const LocalizationManager &texts)
+{
+    constexpr qint64 minute = 60;
+    constexpr qint64 hour = 60 * minute;
+    constexpr qint64 day = 24 * hour;
+    if (seconds < 2 * hour)
+        return texts.formatted(u"%d 分鐘前建立"_s, int(seconds / minute));
+    if (seconds < 2 * day)
+        return texts.formatted(u"%d 小時前建立"_s, int(seconds / hour));
+    return texts.formatted(u"%d 天前建立"_s, int(seconds / day));
+}
+
+/// The pairs by source language, one line each: "de → en zh-Hant".
+QStringList pairLines(const QList<LanguagePair> &pairs)
+{
+    QMap<QString, QStringList> targets;
+    for (const LanguagePair &pair : pairs)
+        targets[pair.source].append(pair.target);
+    QStringList lines;
+    for (auto it = targets.cbegin(); it != targets.cend(); ++it)
+        lines.append(u"    "_s + it.key() + u" → "_s + it.value().join(u' '));
+    return lines;
+}
+
+QString page(const QList<OnDeviceServiceStatus> &services, const LocalizationManager &texts)
+{
+    QStringList lines;
+    for (const OnDeviceServiceStatus &service : services) {
+        QString title = service.name;
+        if (service.phraseCount > 0)
+            title += u"  "_s + texts.formatted(u"%d 個詞句"_s, int(service.phraseCount));
+        if (service.cacheAgeSeconds >= 0)
+            title += u"  "_s + ageText(service.cacheAgeSeconds, texts);
+        lines << title
+              << (service.pairs.isEmpty() ? QStringList(u"    "_s + texts.localized(u"沒有可用的語言"_s))
+                                          : pairLines(service.pairs));
+        if (!service.addableBy.isEmpty())
+            lines << u"    "_s + texts.formatted(u"安裝這些套件也有幫助：%@"_s, service.addableBy.join(u' '));
+    }
+    return lines.join(u'\n');
+}
+
+QJsonObject toJson(const OnDeviceServiceStatus &service)
+{
+    QJsonArray pairs;
+    for (const LanguagePair &pair : service.pairs)
+        pairs.append(QJsonArray{pair.source, pair.target});
+    return {{u"name"_s, service.name},
+            {u"pairs"_s, pairs},
+            {u"phrases"_s, service.phraseCount},
+            {u"cacheAgeSeconds"_s, service.cacheAgeSeconds < 0 ? QJsonValue() : QJsonValue(service.cacheAgeSeconds)},
+            {u"addableBy"_s, QJsonArray::fromStringList(service.addableBy)}};
+}
+
+} // namespace
+
+Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services)
+{
+    const QList<OnDeviceServiceStatus> all = services.onDevice().service.status();
+    if (!invocation.json)
+        return CommandOutput{.answer = page(all, services.texts())};
+    QJsonArray array;
+    for (const OnDeviceServiceStatus &service : all)
+        array.append(toJson(service));
+    return CommandOutput{
+        .answer = QString::fromUtf8(QJsonDocument(QJsonObject{{u"services"_s, array}}).toJson(QJsonDocument::Compact))};
+}
+
+} // namespace lucentra

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace lucentra {
+
+/// A message catalogue of an installed program.
+struct CatalogueFile
+{
+    QString path;
+    QString family;    ///< of programs that share their translators: "gtk" of gtk20.mo and gtk30-properties.mo
+    int language = 0;  ///< place in `memoryLanguages`
+    bool isQt = false; ///< a .qm file, else a .mo file
+
+    bool operator==(const CatalogueFile &) const = default;
+};
+
+/// The catalogues on this computer in the languages of the memory, and what changes when they do.
+struct CatalogueSurvey
+{
+    QList<CatalogueFile> files; ///< in the order of their paths
+    /// Of the paths, sizes and times of all these files; the same as long as none was added, removed or changed.
+    quint64 fingerprint = 0;
+};
+
+/// Where catalogues are kept.
+struct CatalogueFolders
+{
+    QStringList dataFolders;   ///< as /usr/share: with locale/, locale-langpack/ and programs' own folders
+    QStringList localeFolders; ///< as /usr/share/locale: one folder a locale, with LC_MESSAGES/
+    QStringList qtFolders;     ///< with .qm files that end in a locale's name
+
+    /// Those of this system: data folders, Flatpak's, LibreOffice's, Qt's.
+    static CatalogueFolders ofThisSystem();
+};
+
+/// Lists the catalogues. It looks into folders of a known depth only, so that links between them make no loop. Any
+/// thread; takes milliseconds.
+CatalogueSurvey surveyCatalogues(const CatalogueFolders &folders);
+
+} // namespace lucentra

@@ -1,0 +1,105 @@
+#include "NgramModel.h"
+
+#include <QChar>
+
+#include <algorithm>
+#include <cmath>
+
+namespace lucentra {
+
+namespace {
+
+/// So many n-grams of a language say what there is to say.
+constexpr quint64 mostCounted = 1'500'000;
+/// With fewer than this, a language is never the answer.
+constexpr quint64 fewestCounted = 20'000;
+/// A byte of the model is this many times the negative natural logarithm.
+constexpr double logarithmScale = 14.0;
+/// What an n-gram counts that was never seen.
+constexpr double unseen = 0.4;
+
+quint32 bucket(char32_t a, char32_t b, char32_t c)
+{
+    quint64 hash =
+        (quint64(a) * 0x9e3779b97f4a7c15U) ^ (quint64(b) * 0xc2b2ae3d27d4eb4fU) ^ (quint64(c) * 0x165667b19e3779f9U);
+    hash ^= hash >> 31;
+    hash *= 0xd6e8feb86659fd93U;
+    return quint32(hash >> 40) % NgramModel::bucketCount;
+}
+
+/// Calls back with the bucket of every n-gram of a text: of letters, in one case, words set off by one blank. An
+/// ideograph counts alone and with its neighbour, a letter with the two before it.
+template <typename Visit>
+void eachNgram(QStringView text, Visit visit)
+{
+    char32_t before = U' ';
+    char32_t last = U' ';
+    const auto step = [&](char32_t c) {
+        const bool isIdeograph = c >= 0x2e80 && c <= 0x9fff;
+        if (isIdeograph) {
+            visit(bucket(1, 1, c));
+            if (last != U' ')
+                visit(bucket(1, last, c));
+        } else {
+            visit(bucket(before, last, c));
+            visit(bucket(2, last, c));
+        }
+        before = last;
+        last = c;
+    };
+    for (const QChar c : text) {
+        if (c.isLetter() || c.isMark() || (c == u'\'' && last != U' '))
+            step(c.toCaseFolded().unicode());
+        else if (last != U' ')
+            step(U' ');
+    }
+    if (last != U' ')
+        step(U' ');
+}
+
+} // namespace
+
+NgramScores NgramModel::scores(QStringView text) const
+{
+    NgramScores scores{};
+    eachNgram(text, [&](quint32 place) {
+        const auto *const row = reinterpret_cast<const uchar *>(m_bytes.data()) + place * rowSize;
+        for (size_t language = 0; language < scores.size(); ++language)
+            scores[language] -= row[language] / logarithmScale;
+    });
+    return scores;
+}
+
+NgramCounter::NgramCounter()
+{
+    for (std::vector<quint32> &counts : m_counts)
+        counts.resize(NgramModel::bucketCount);
+}
+
+void NgramCounter::learn(int language, QStringView phrase)
+{
+    const auto place = size_t(language);
+    if (m_totals[place] >= mostCounted)
+        return;
+    eachNgram(phrase, [&](quint32 at) {
+        ++m_counts[place][at];
+        ++m_totals[place];
+    });
+}
+
+QByteArray NgramCounter::model() const
+{
+    QByteArray bytes(NgramModel::byteCount, '\0');
+    for (size_t language = 0; language < m_counts.size(); ++language) {
+        const double total = double(m_totals[language]) + unseen * NgramModel::bucketCount;
+        for (int at = 0; at < NgramModel::bucketCount; ++at) {
+            const double share = (m_counts[language][size_t(at)] + unseen) / total;
+            const double value =
+                m_totals[language] < fewestCounted ? 255.0 : std::clamp(-std::log(share) * logarithmScale, 0.0, 255.0);
+            bytes[qsizetype(at) * NgramModel::rowSize + qsizetype(language)] = char(std::lround(value));
+        }
+    }
+    return bytes;
+}
+
+} // namespace lucentra

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QStringView>
+
+#include <array>
+#include <vector>
+
+namespace lucentra {
+
+/// The languages that the n-grams tell apart: those of the memory, by their numbers, and then English.
+inline constexpr int ngramLanguageCount = 13;
+inline constexpr int ngramEnglish = 12;
+
+/// How alike a text is to each language, as a logarithm: differences count, not the values.
+using NgramScores = std::array<double, ngramLanguageCount>;
+
+/// How often runs of one to three characters occur in each language, learnt from the phrases of the memory.
+class NgramModel
+{
+public:
+    static constexpr int bucketCount = 1 << 15; ///< n-grams that share one are counted together
+    static constexpr int rowSize = 16;          ///< one byte a language; a row is read at once
+    static constexpr qsizetype byteCount = qsizetype(bucketCount) * rowSize;
+
+    /// Reads a model made by `NgramCounter`; the bytes must outlive it.
+    explicit NgramModel(QByteArrayView bytes)
+        : m_bytes(bytes)
+    {
+    }
+
+    /// The sum over the text's n-grams; all zero for a text without letters.
+    NgramScores scores(QStringView text) const;
+
+private:
+    QByteArrayView m_bytes;
+};
+
+/// Counts the n-grams of phrases and makes the model of them.
+class NgramCounter
+{
+public:
+    NgramCounter();
+
+    /// Learns from a phrase of a language; enough is enough, so that no language costs more than another.
+    void learn(int language, QStringView phrase);
+    QByteArray model() const;
+
+private:
+    std::array<std::vector<quint32>, ngramLanguageCount> m_counts; ///< by bucket
+    std::array<quint64, ngramLanguageCount> m_totals{};
+};
+
+} // namespace lucentra

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "NgramModel.h"
+#include "PhraseFile.h"
+#include "PhraseForm.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QIODevice>
+#include <QString>
+
+#include <atomic>
+#include <vector>
+
+namespace lucentra {
+
+struct CatalogueSurvey;
+
+/// Every distinct string once, as it stands in the memory's file.
+class StringPool
+{
+public:
+    StringPool();
+
+    /// The place of a string in the pool, which it is put into where it is new.
+    quint32 place(const QString &string, bool *isNew = nullptr);
+    const QByteArray &bytes() const { return m_bytes; }
+    qsizetype length(quint32 place) const;
+    QByteArrayView string(quint32 place) const;
+
+private:
+    void grow();
+
+    QByteArray m_bytes;
+    std::vector<quint32> m_slots; ///< 1 + place; open addressing
+    size_t m_count = 0;
+};
+
+/// Gathers phrases with their translations and writes the memory's file. One thread.
+class PhraseCollector
+{
+public:
+    /// A message as a catalogue has it. Families that translate a phrase the same way vote for it.
+    void add(const QString &family, int language, const QString &source, const QString &translation);
+
+    /// Writes the file; false where the device doesn't take it. Called once, after which nothing is left.
+    bool write(QIODevice &device, quint64 fingerprint, quint32 catalogues);
+
+private:
+    struct Source
+    {
+        PhraseForm form;
+        quint32 key = 0;
+        quint32 text = 0;
+        bool isUsable = false;
+    };
+    struct Record
+    {
+        quint32 key;
+        quint32 value;
+        quint16 table;
+        quint16 family;
+    };
+
+    const Source &source(const QString &text);
+    std::vector<PhraseSlot> chosen(const Record *begin, const Record *end) const;
+
+    StringPool m_strings;
+    NgramCounter m_ngrams;
+    QHash<QString, Source> m_sources;
+    QHash<QString, quint16> m_families;
+    std::vector<Record> m_records;
+};
+
+/// Reads all catalogues and writes the memory's file; false where it was cancelled or the device doesn't take it.
+/// A catalogue that can't be read gives no phrases. Takes one core for a second or two and 100 MB meanwhile.
+bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std::atomic<bool> &isCancelled);
+
+} // namespace lucentra

@@ -1,0 +1,288 @@
+#include "PhraseForm.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+QString withoutMarkup(const QString &text)
+{
+    static const QRegularExpression tag(u"</?[A-Za-z][A-Za-z0-9]*(?:\\s[^<>]*)?/?>"_s);
+    return text.contains(u'<') ? QString(text).remove(tag) : text;
+}
+
+/// Up to the accelerator that old menus append after a tab.
+QString collapsed(QStringView text)
+{
+    if (const qsizetype tab = text.indexOf(u'\t'); tab > 0)
+        text = text.first(tab);
+    QString result;
+    result.reserve(text.size());
+    for (const QChar c : text) {
+        if (!c.isSpace())
+            result.append(c);
+        else if (!result.isEmpty() && result.back() != u' ')
+            result.append(u' ');
+    }
+    if (result.endsWith(u' '))
+        result.chop(1);
+    return result;
+}
+
+/// "取消(_C)" and "取消(&C)": in scripts that have no such letters the mnemonic stands in brackets.
+void removeBracketedMnemonic(QString &text, QChar mark)
+{
+    for (qsizetype at = text.indexOf(mark); at >= 0; at = text.indexOf(mark, at + 1)) {
+        const bool isBracketed = at > 0 && at + 2 < text.size() && (text[at - 1] == u'(' || text[at - 1] == u'（') &&
+                                 (text[at + 2] == u')' || text[at + 2] == u'）') && text[at + 1].isLetterOrNumber();
+        if (!isBracketed)
+            continue;
+        qsizetype start = at - 1;
+        while (start > 0 && text[start - 1] == u' ')
+            --start;
+        text.remove(start, at + 3 - start);
+        return;
+    }
+}
+
+/// The marks that toolkits put before the letter that a menu is opened with. A mark counts only where a letter
+/// follows and none but it is there: "file_name_1" has none.
+void removeMnemonic(QString &text)
+{
+    for (const QChar mark : {u'_', u'&', u'~'}) {
+        const qsizetype first = text.indexOf(mark);
+        if (first < 0)
+            continue;
+        removeBracketedMnemonic(text, mark);
+        const qsizetype at = text.indexOf(mark);
+        if (at < 0)
+            continue;
+        const bool isOnly = text.indexOf(mark, at + 1) < 0;
+        if (isOnly && at + 1 < text.size() && text[at + 1].isLetterOrNumber())
+            text.remove(at, 1);
+        else if (mark == u'&')
+            text.replace(u"&&"_s, u"&"_s);
+    }
+}
+
+PhraseTail takeTail(QString &text)
+{
+    const auto trimmed = [&text](qsizetype count) {
+        text.chop(count);
+        while (text.endsWith(u' '))
+            text.chop(1);
+    };
+    const QString whole = text;
+    PhraseTail tail = PhraseTail::None;
+    if (text.endsWith(u"..."_s)) {
+        trimmed(3);
+        tail = PhraseTail::Ellipsis;
+    } else if (text.endsWith(u'…') || text.endsWith(u'⋯')) {
+        trimmed(text.endsWith(u"……"_s) || text.endsWith(u"⋯⋯"_s) ? 2 : 1);
+        tail = PhraseTail::Ellipsis;
+    } else if (text.endsWith(u':') || text.endsWith(u'：')) {
+        trimmed(1);
+        tail = PhraseTail::Colon;
+    } else if (text.endsWith(u'.') || text.endsWith(u'。')) {
+        trimmed(1);
+        tail = PhraseTail::FullStop;
+    }
+    if (!text.isEmpty())
+        return tail;
+    text = whole;
+    return PhraseTail::None;
+}
+
+/// Replaces placeholders by slots, numbered by the order in which their arguments first come up. Arguments without a
+/// name are named by their order, from 1, as printf does. False where an argument is new and may not be.
+bool replacePlaceholders(QString &text, QStringList &arguments, bool mayAdd)
+{
+    if (!text.contains(u'%') && !text.contains(u'{'))
+        return true;
+    static const QRegularExpression pattern(
+        u"%%|%(?:(\\d)\\$)?[-+#0 ']*(?:\\d+|\\*)?(?:\\.(?:\\d+|\\*))?(?:hh|h|ll|l|z|j|t|q|L)?[diouxXeEfFgGcspS@]"
+        "(?![A-Za-z])|%[L]?(\\d{1,2}|n)|%\\((\\w+)\\)[-#0-9.]*[sdifgr]|\\{(\\w*)(?:[:!][^{}]*)?\\}"_s);
+    QString result;
+    qsizetype copied = 0;
+    int unnumbered = 0;
+    auto match = pattern.globalMatch(text);
+    while (match.hasNext()) {
+        const auto found = match.next();
+        result += QStringView(text).sliced(copied, found.capturedStart() - copied);
+        copied = found.capturedEnd();
+        if (found.capturedView() == u"%%") {
+            result += u'%';
+            continue;
+        }
+        QString name;
+        for (int group = 1; group <= 4 && name.isEmpty(); ++group)
+            name = found.captured(group);
+        if (name.isEmpty())
+            name = QString::number(++unnumbered);
+        qsizetype slot = arguments.indexOf(name);
+        if (slot < 0) {
+            if (!mayAdd || arguments.size() == mostSlots)
+                return false;
+            slot = arguments.size();
+            arguments.append(name);
+        }
+        result += QChar(char16_t(firstSlot + slot));
+    }
+    result += QStringView(text).sliced(copied);
+    text = result;
+    return true;
+}
+
+bool isQuote(QChar c)
+{
+    return QStringView(u"\"'“”„‟‘’‚‛«»‹›「」『』").contains(c);
+}
+
+/// Replaces what a pattern finds by slots, which get the values.
+ScreenForm slotted(const QString &text, const QRegularExpression &pattern)
+{
+    ScreenForm form;
+    qsizetype copied = 0;
+    auto match = pattern.globalMatch(text);
+    while (match.hasNext() && form.values.size() < mostSlots) {
+        const auto found = match.next();
+        int group = 0; // the first that took part, else the whole
+        for (int i = 1; i <= found.lastCapturedIndex() && group == 0; ++i)
+            group = found.capturedLength(i) > 0 ? i : 0;
+        form.text += QStringView(text).sliced(copied, found.capturedStart(group) - copied);
+        form.text += QChar(char16_t(firstSlot + form.values.size()));
+        form.values.append(found.captured(group));
+        copied = found.capturedEnd(group);
+    }
+    form.text += QStringView(text).sliced(copied);
+    return form;
+}
+
+} // namespace
+
+bool isDenseScript(char32_t c)
+{
+    return (c >= 0x2e80 && c <= 0x9fff) || (c >= 0xac00 && c <= 0xd7af) || (c >= 0xf900 && c <= 0xfaff) ||
+           (c >= 0xff00 && c <= 0xffef) || (c >= 0x20000 && c <= 0x3ffff);
+}
+
+PhraseForm catalogueForm(const QString &source)
+{
+    PhraseForm form{.text = collapsed(withoutMarkup(source))};
+    if (!replacePlaceholders(form.text, form.arguments, true))
+        return {};
+    removeMnemonic(form.text);
+    form.tail = takeTail(form.text);
+    return form;
+}
+
+std::optional<QString> translationForm(const QString &translation, const QString &source, const PhraseForm &form)
+{
+    QString text = collapsed(withoutMarkup(translation));
+    QStringList arguments = form.arguments;
+    if (!replacePlaceholders(text, arguments, false))
+        return std::nullopt;
+    if (source.contains(u'_') || source.contains(u'&') || source.contains(u'~'))
+        removeMnemonic(text);
+    if (form.tail != PhraseTail::None)
+        takeTail(text);
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+ScreenPhrase screenPhrase(const QString &line)
+{
+    static const QRegularExpression shortcut(
+        u"\\s+(?:(?:(?:Ctrl|Control|Strg|Alt|Shift|Super|Meta|Cmd|⌘|⌥|⇧|⌃)\\s?\\+\\s?)+\\S+|F\\d{1,2})$"_s);
+    static const QRegularExpression number(u"(?<![\\p{L}\\d])\\d+(?:[.,:/]\\d+)*(?![\\p{L}\\d])"_s);
+    static const QRegularExpression value(
+        u"[\"“„‘「『«]([^\"“”„‘’「」『』«»]+)[\"”’“」』»]|[\\w~./:@?=&%+-]*[/@.\\\\][\\w./@-]*\\w|"
+        "(?<![\\p{L}\\d])\\d+(?:[.,:/]\\d+)*(?![\\p{L}\\d])"_s,
+        QRegularExpression::UseUnicodePropertiesOption);
+    ScreenPhrase phrase;
+    QString text = line.trimmed();
+    if (const auto found = shortcut.match(text); found.hasMatch() && found.capturedStart() > 0) {
+        phrase.suffix = found.captured();
+        text.chop(found.capturedLength());
+    }
+    qsizetype start = 0;
+    while (start < text.size() && !text[start].isLetterOrNumber() && !isQuote(text[start]) &&
+           QStringView(u"([{<%$#&_~-+/.\\@").indexOf(text[start]) < 0)
+        ++start;
+    if (start > 0 && start < text.size()) {
+        phrase.prefix = text.first(start);
+        text.remove(0, start);
+    }
+    text = collapsed(text);
+    phrase.tail = takeTail(text);
+    phrase.forms.append({.text = text, .values = {}});
+    for (const QRegularExpression &pattern : {number, value}) {
+        ScreenForm form = slotted(text, pattern);
+        if (!form.values.isEmpty() && form.text != phrase.forms.last().text)
+            phrase.forms.append(std::move(form));
+    }
+    return phrase;
+}
+
+QString phraseKey(const QString &text)
+{
+    const bool isDense = std::any_of(text.begin(), text.end(), [](QChar c) { return isDenseScript(c.unicode()); });
+    QString key;
+    key.reserve(text.size());
+    for (const QChar c : text) {
+        const char16_t code = c.unicode();
+        if (code < 0x80) {
+            if (code >= u'A' && code <= u'Z')
+                key += QChar(char16_t(code + 32));
+            else if (code == u'"' || code == u'`')
+                key += u'\'';
+            else if (code != u' ' || !isDense)
+                key += c;
+        } else if (code >= firstSlot && code < firstSlot + mostSlots) {
+            key += QChar(firstSlot);
+        } else if (isQuote(c)) {
+            key += u'\'';
+        } else if (code >= 0xff01 && code <= 0xff5e) {
+            key += QChar(char16_t(code - 0xfee0)).toCaseFolded();
+        } else if (!c.isSpace() || !isDense) {
+            key += c.toCaseFolded();
+        }
+    }
+    return key;
+}
+
+QString fillSlots(const QString &text, const QStringList &values)
+{
+    QString filled;
+    for (const QChar c : text) {
+        const int slot = c.unicode() - firstSlot;
+        if (slot < 0 || slot >= mostSlots)
+            filled += c;
+        else
+            filled += values.value(slot);
+    }
+    return filled;
+}
+
+QString tailText(PhraseTail tail, QStringView language)
+{
+    const bool isWide = language.startsWith(u"zh") || language.startsWith(u"ja");
+    switch (tail) {
+    case PhraseTail::Colon:
+        return isWide ? u"："_s : u":"_s;
+    case PhraseTail::Ellipsis:
+        return u"…"_s;
+    case PhraseTail::FullStop:
+        return isWide ? u"。"_s : u"."_s;
+    case PhraseTail::None:
+        break;
+    }
+    return {};
+}
+
+} // namespace lucentra

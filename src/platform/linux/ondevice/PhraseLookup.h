@@ -1,0 +1,47 @@
+#pragma once
+
+#include "OnDeviceTranslationService.h"
+#include "PhraseFile.h"
+#include "PhraseForm.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace lucentra {
+
+/// A line's translation from the memory, and how sure it is (0 to 1).
+struct LineTranslation
+{
+    QString text;
+    double confidence = 0;
+};
+
+/// Translates the lines of a screen by what programs say. It looks for the whole line first, then for the line with
+/// its numbers, quotations and names as values, then for its parts (a window's title, a label with its value, the
+/// titles of a menu bar), and last with one character repaired that recognizers confuse.
+class PhraseLookup
+{
+public:
+    /// Nothing where the memory doesn't have both languages.
+    static std::optional<PhraseLookup> between(const PhraseFile &file, const LanguagePair &pair);
+
+    /// Nothing where no part of the line is known.
+    std::optional<LineTranslation> translate(const QString &line) const;
+
+private:
+    PhraseLookup(const PhraseFile &file, std::optional<int> source, std::optional<int> target, QString targetCode);
+
+    std::optional<LineTranslation> phrase(const ScreenPhrase &phrase) const;
+    std::optional<LineTranslation> parts(const ScreenPhrase &phrase) const;
+    std::optional<LineTranslation> menuBar(const QString &text) const;
+    std::optional<LineTranslation> repaired(const QString &text) const;
+    std::optional<PhraseMatch> find(const QString &key) const;
+
+    const PhraseFile &m_file;
+    std::optional<int> m_source; ///< nothing for English
+    std::optional<int> m_target;
+    QString m_targetCode;
+};
+
+} // namespace lucentra

@@ -1,0 +1,117 @@
+#include "PhraseStore.h"
+
+#include "PhraseCollector.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <malloc.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <utility>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr std::chrono::milliseconds checkInterval = 60s;
+constexpr int lowPriority = 10;
+
+} // namespace
+
+PhraseStore::PhraseStore(CatalogueFolders folders, QString cachePath, BuildPatience patience)
+    : m_folders(std::move(folders))
+    , m_cachePath(std::move(cachePath))
+    , m_patience(patience)
+{
+    m_worker.setMaxThreadCount(1);
+    const std::lock_guard lock(m_mutex);
+    startCheck();
+}
+
+PhraseStore::~PhraseStore()
+{
+    m_isCancelled = true;
+    m_worker.waitForDone();
+}
+
+QString PhraseStore::userCachePath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/lucentra/phrases"_s;
+}
+
+void PhraseStore::startCheck()
+{
+    m_isChecking = true;
+    m_sinceCheck.start();
+    m_worker.start([this] { check(); });
+}
+
+std::shared_ptr<const PhraseFile> PhraseStore::file()
+{
+    std::unique_lock lock(m_mutex);
+    if (!m_isChecking && m_sinceCheck.hasExpired(checkInterval.count()))
+        startCheck();
+    m_changed.wait_for(lock, m_patience.longest,
+                       [this] { return !m_isChecking || (m_file && m_patience.acceptsOutdated); });
+    return m_file;
+}
+
+void PhraseStore::publish(std::shared_ptr<const PhraseFile> file)
+{
+    const std::lock_guard lock(m_mutex);
+    m_file = std::move(file);
+    m_changed.notify_all();
+}
+
+void PhraseStore::check()
+{
+    // The thread's own, as the system understands it: nobody who works with the computer should notice.
+    ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
+    auto current = [this] {
+        const std::lock_guard lock(m_mutex);
+        return m_file;
+    }();
+    if (!current) {
+        current = PhraseFile::open(m_cachePath);
+        if (current)
+            publish(current);
+    }
+    const CatalogueSurvey survey = surveyCatalogues(m_folders);
+    if (!current || current->header().fingerprint != survey.fingerprint) {
+        if (auto built = build(survey))
+            publish(std::move(built));
+        ::malloc_trim(0); // what the build took would otherwise stay with the program
+    }
+    const std::lock_guard lock(m_mutex);
+    m_isChecking = false;
+    m_changed.notify_all();
+}
+
+std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &survey) const
+{
+    QDir().mkpath(QFileInfo(m_cachePath).path());
+    QSaveFile cache(m_cachePath);
+    // What programs somebody has installed is nobody else's business.
+    if (cache.open(QIODevice::WriteOnly) && cache.setPermissions(QFile::ReadOwner | QFile::WriteOwner)) {
+        if (!buildPhraseFile(survey, cache, m_isCancelled))
+            cache.cancelWriting();
+        if (cache.commit())
+            return PhraseFile::open(m_cachePath);
+        if (m_isCancelled)
+            return nullptr;
+    }
+    QBuffer memory;
+    memory.open(QIODevice::WriteOnly);
+    return buildPhraseFile(survey, memory, m_isCancelled) ? PhraseFile::fromBytes(memory.data()) : nullptr;
+}
+
+} // namespace lucentra

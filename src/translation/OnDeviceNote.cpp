@@ -1,0 +1,36 @@
+#include "OnDeviceNote.h"
+
+#include "LocalizationManager.h"
+#include "OnDeviceTranslations.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &translations,
+                     const LocalizationManager &texts)
+{
+    using Kind = OnDeviceOutcome::Kind;
+    if (translations.outcomes.isEmpty() || translations.texts != sources)
+        return {};
+    const auto has = [&translations](Kind kind) {
+        return std::any_of(translations.outcomes.begin(), translations.outcomes.end(),
+                           [kind](const OnDeviceOutcome &outcome) { return outcome.kind == kind; });
+    };
+    QString note;
+    if (has(Kind::UnknownPhrase))
+        note = texts.localized(u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s);
+    else if (has(Kind::PairUnavailable))
+        note = texts.localized(u"這部電腦無法翻譯這種語言。請改用其他翻譯引擎。"_s);
+    else if (has(Kind::Undetermined))
+        return texts.localized(u"無法判斷文字的語言。"_s);
+    else
+        return texts.localized(u"文字已是目標語言。"_s);
+    if (!translations.addableBy.isEmpty())
+        note += u'\n' + texts.formatted(u"安裝這些套件也有幫助：%@"_s, translations.addableBy.join(u' '));
+    return note;
+}
+
+} // namespace lucentra

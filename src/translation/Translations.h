@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace lucentra {
+
+// What the manager answers with. Each converts to its texts, for those to whom the note means nothing.
+
+/// Of blocks: one text a block.
+struct BlockTranslations
+{
+    QStringList texts;
+    /// Why no text is other than its source, and what helps: a sentence in the interface language. Empty where one is.
+    QString note;
+
+    operator const QStringList &() const { return texts; }
+};
+
+/// Of typed text.
+struct TextTranslation
+{
+    QString text;
+    QString note; ///< as above
+
+    operator const QString &() const { return text; }
+};
+
+} // namespace lucentra
