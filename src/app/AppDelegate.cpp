@@ -88,6 +88,7 @@ void AppDelegate::createGlassWindow()
         m_glassView->accessibilityDisplayOptionsChanged(options);
     });
     m_window->setContentView(m_glassView);
+    m_services.onDevice().bridge.setParentView(m_glassView);
 }
 
 void AppDelegate::wirePass()
@@ -100,7 +101,7 @@ void AppDelegate::wirePass()
         .access = m_desktop.access,
         .recognize = [&recognizer](const QImage &image) { return recognizeBlocks(recognizer, image); },
         .translateBlocks =
-            [&manager](const QList<TextBlock> &blocks, std::function<void(Result<QStringList>)> completion) {
+            [&manager](const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion) {
                 manager.translateBlocks(blocks, std::move(completion));
             },
         .copy = copyToClipboard,

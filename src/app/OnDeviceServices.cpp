@@ -28,4 +28,9 @@ OnDeviceServices::OnDeviceServices(MainQueue &mainQueue, BuildPatience patience)
 {
 }
 
+OnDeviceServices::~OnDeviceServices()
+{
+    store.cancel(); // or else the bridge would wait for those who wait for the memory
+}
+
 } // namespace lucentra

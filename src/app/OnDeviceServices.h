@@ -14,6 +14,7 @@ struct OnDeviceServices
 {
     /// Starts to open or build the memory of phrases, in the background.
     OnDeviceServices(MainQueue &mainQueue, BuildPatience patience);
+    ~OnDeviceServices();
 
     PhraseStore store;
     ScreenLanguageIdentifier identifier;

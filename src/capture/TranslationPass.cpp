@@ -123,7 +123,7 @@ void TranslationPass::recognizeText(const QImage &image, const Context &context)
             return;
         }
         m_steps.translateBlocks(blocks, [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
-                                         blocks](const Result<QStringList> &translations) {
+                                         blocks](const Result<BlockTranslations> &translations) {
             queue.post([weak, context, blocks, translations] {
                 if (const auto self = weak.lock())
                     (*self)->handleTranslationResult(translations, context, blocks);
@@ -163,7 +163,7 @@ void TranslationPass::handleNoTextDetected(qint64 generation)
                   m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s));
 }
 
-void TranslationPass::handleTranslationResult(const Result<QStringList> &translations, const Context &context,
+void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
                                               const QList<TextBlock> &blocks)
 {
     if (!endsBusyState(context.generation))
@@ -172,12 +172,14 @@ void TranslationPass::handleTranslationResult(const Result<QStringList> &transla
         showRetryCard(m_texts.localized(u"翻譯失敗"_s), translations.error().description);
         return;
     }
-    placeTranslationOverlays(blocks, *translations, context.paneSize);
+    placeTranslationOverlays(blocks, translations->texts, context.paneSize);
     m_pane.setTranslationActionState(TranslationActionState::retranslate);
     const QString source = joinedTexts(blocks);
-    const QString translated = translations->join(u'\n');
+    const QString translated = translations->texts.join(u'\n');
     if (!source.isEmpty() && !translated.isEmpty())
         m_steps.record(source, translated);
+    if (!translations->note.isEmpty())
+        m_pane.showTemporaryHint(translations->note);
 }
 
 void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,

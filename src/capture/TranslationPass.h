@@ -4,6 +4,7 @@
 #include "Result.h"
 #include "Scheduler.h"
 #include "TextBlock.h"
+#include "Translations.h"
 
 #include <QImage>
 #include <QStringList>
@@ -29,7 +30,7 @@ struct PassSteps
     /// The lines of an image; called on a worker, may block.
     std::function<QList<TextBlock>(const QImage &)> recognize;
     /// Translates blocks; called on a worker, completes once on any thread.
-    std::function<void(const QList<TextBlock> &, std::function<void(Result<QStringList>)>)> translateBlocks;
+    std::function<void(const QList<TextBlock> &, std::function<void(Result<BlockTranslations>)>)> translateBlocks;
     std::function<void(const QString &)> copy;                    ///< puts a text on the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;
@@ -65,7 +66,7 @@ private:
     bool endsBusyState(qint64 generation);
     void handleCaptureFailure(qint64 generation, const Failure &failure);
     void handleNoTextDetected(qint64 generation);
-    void handleTranslationResult(const Result<QStringList> &translations, const Context &context,
+    void handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
                                  const QList<TextBlock> &blocks);
     void placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
                                   const QSizeF &paneSize);

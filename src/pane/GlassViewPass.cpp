@@ -21,7 +21,16 @@
 
 #include <algorithm>
 
+using namespace std::chrono_literals;
+
 namespace lucentra {
+
+namespace {
+
+/// Reading takes about this long; an ideograph more, but then there are fewer.
+constexpr std::chrono::milliseconds timePerCharacter = 70ms;
+
+} // namespace
 
 bool GlassView::isOnScreen() const
 {
@@ -138,6 +147,12 @@ void GlassView::addTranslationOverlay(const QString &text, double bottomLimit, c
     host->setGeometry(container->rect());
     addBelowCapsule(container);
     m_overlayViews.append(container);
+}
+
+void GlassView::showTemporaryHint(const QString &text)
+{
+    m_hints.show(text, true,
+                 std::max<std::chrono::milliseconds>(PaneHints::temporaryTime, timePerCharacter * text.size()));
 }
 
 void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,

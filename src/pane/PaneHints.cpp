@@ -29,7 +29,7 @@ void PaneHints::showStart(const QString &text)
     show(text, false);
 }
 
-void PaneHints::show(const QString &text, bool temporary)
+void PaneHints::show(const QString &text, bool temporary, std::chrono::milliseconds time)
 {
     m_timer.reset();
     delete m_label;
@@ -39,7 +39,7 @@ void PaneHints::show(const QString &text, bool temporary)
     if (!temporary)
         return;
     m_isPristine = false;
-    m_timer = m_scheduler.after(temporaryTime, [this] { fade(temporaryFade, QEasingCurve::OutSine); });
+    m_timer = m_scheduler.after(time, [this] { fade(temporaryFade, QEasingCurve::OutSine); });
 }
 
 void PaneHints::dismissStart()

@@ -27,7 +27,7 @@ public:
     /// A persistent hint; the pane counts as unused (again).
     void showStart(const QString &text);
     /// Stays until another hint, or fades by itself if temporary; a temporary one means that the pane is being used.
-    void show(const QString &text, bool temporary);
+    void show(const QString &text, bool temporary, std::chrono::milliseconds time = temporaryTime);
     /// The pane is being used: the start hint fades. Nothing happens where that was known.
     void dismissStart();
 

@@ -46,6 +46,7 @@ public:
     {
         log.append(u"overlay "_s + text);
     }
+    void showTemporaryHint(const QString &text) override { log.append(u"hint "_s + text); }
     void showErrorCard(const QString &title, const QString &message, const QString &,
                        std::function<void()> action) override
     {
@@ -75,7 +76,7 @@ public:
     void request() override {}
 };
 
-using Completion = std::function<void(Result<QStringList>)>;
+using Completion = std::function<void(Result<BlockTranslations>)>;
 
 } // namespace
 
@@ -88,6 +89,7 @@ private Q_SLOTS:
     void aPassEndsInOverlaysCopyAndHistory();
     void fewerTranslationsThanBlocks();
     void emptyTranslationsLeaveNothing();
+    void nothingNewIsExplainedOverTheOverlays();
     void aNewerPassDropsTheOlderOnesResults();
     void failuresEndInTheirCards();
     void aRetryStartsANewPass();
@@ -100,7 +102,7 @@ private Q_SLOTS:
 
 private:
     void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32));
-    void translate(qsizetype request, Result<QStringList> translations);
+    void translate(qsizetype request, Result<BlockTranslations> translations);
     void settle(const std::function<bool()> &reached);
 
     TestTexts m_texts;
@@ -157,7 +159,7 @@ void TranslationPassTest::capture(Result<QImage> image)
     m_capture->held.takeFirst()(std::move(image));
 }
 
-void TranslationPassTest::translate(qsizetype request, Result<QStringList> translations)
+void TranslationPassTest::translate(qsizetype request, Result<BlockTranslations> translations)
 {
     settle([&] { return m_requests.size() > request; });
     m_requests[request](std::move(translations));
@@ -170,7 +172,7 @@ void TranslationPassTest::aPassEndsInOverlaysCopyAndHistory()
     m_pass->startCapturePass();
     QVERIFY(m_pane->processing);
     capture();
-    translate(0, QStringList{u"one"_s, u"two"_s});
+    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
     QVERIFY(!m_pane->processing);
     QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay two"_s, u"retranslate"_s}));
     QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
@@ -181,7 +183,7 @@ void TranslationPassTest::fewerTranslationsThanBlocks()
 {
     m_pass->startCapturePass();
     capture();
-    translate(0, QStringList{u"one"_s});
+    translate(0, BlockTranslations{.texts = {u"one"_s}});
     QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay 二"_s, u"retranslate"_s}));
     QCOMPARE(m_recorded, QStringList{u"一\n二>one"_s});
     QVERIFY(m_copied.isEmpty()); // not asked for
@@ -193,9 +195,17 @@ void TranslationPassTest::emptyTranslationsLeaveNothing()
     m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
     m_pass->startCapturePass();
     capture();
-    translate(0, QStringList{u""_s});
+    translate(0, BlockTranslations{.texts = {u""_s}});
     QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"retranslate"_s}));
     QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
+}
+
+void TranslationPassTest::nothingNewIsExplainedOverTheOverlays()
+{
+    m_pass->startCapturePass();
+    capture();
+    translate(0, BlockTranslations{.texts = {u"一"_s, u"二"_s}, .note = u"why"_s});
+    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"retranslate"_s, u"hint why"_s}));
 }
 
 void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()
@@ -204,14 +214,14 @@ void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()
     capture();
     settle([&] { return m_requests.size() == 1; });
     m_pass->startCapturePass();
-    translate(0, QStringList{u"old"_s, u"old"_s});
+    translate(0, BlockTranslations{.texts = {u"old"_s, u"old"_s}});
     QVERIFY(m_pane->processing); // the newer pass is still at work
     m_pass->startCapturePass();
     capture(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
     m_queue->drain();
     QVERIFY(m_pane->processing);
     capture();
-    translate(1, QStringList{u"new"_s, u"new"_s});
+    translate(1, BlockTranslations{.texts = {u"new"_s, u"new"_s}});
     QVERIFY(!m_pane->processing);
     QCOMPARE(m_pane->log,
              (QStringList{u"clear"_s, u"clear"_s, u"clear"_s, u"overlay new"_s, u"overlay new"_s, u"retranslate"_s}));
@@ -319,7 +329,7 @@ void TranslationPassTest::lateResultsOfAnEndedPassAreHarmless()
     m_pass.reset();
     const QStringList before = m_pane->log;
     capture();
-    translate(0, QStringList{u"late"_s});
+    translate(0, BlockTranslations{.texts = {u"late"_s}});
     QCOMPARE(m_pane->log, before);
 }
 

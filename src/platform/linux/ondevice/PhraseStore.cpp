@@ -39,8 +39,15 @@ PhraseStore::PhraseStore(CatalogueFolders folders, QString cachePath, BuildPatie
 
 PhraseStore::~PhraseStore()
 {
-    m_isCancelled = true;
+    cancel();
     m_worker.waitForDone();
+}
+
+void PhraseStore::cancel()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isCancelled = true;
+    m_changed.notify_all();
 }
 
 QString PhraseStore::userCachePath()
@@ -61,7 +68,7 @@ std::shared_ptr<const PhraseFile> PhraseStore::file()
     if (!m_isChecking && m_sinceCheck.hasExpired(checkInterval.count()))
         startCheck();
     m_changed.wait_for(lock, m_patience.longest,
-                       [this] { return !m_isChecking || (m_file && m_patience.acceptsOutdated); });
+                       [this] { return m_isCancelled || !m_isChecking || (m_file && m_patience.acceptsOutdated); });
     return m_file;
 }
 

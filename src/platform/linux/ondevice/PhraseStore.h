@@ -30,8 +30,11 @@ class PhraseStore
 public:
     /// Starts at once, on a thread of its own at low priority.
     PhraseStore(CatalogueFolders folders, QString cachePath, BuildPatience patience);
-    /// Gives up a build under way.
+    /// Gives up as `cancel` does.
     ~PhraseStore();
+
+    /// Gives up a build under way; nobody waits any longer.
+    void cancel();
 
     /// `lucentra/phrases` in the user's cache folder.
     static QString userCachePath();
