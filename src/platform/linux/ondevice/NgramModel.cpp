@@ -18,13 +18,17 @@ constexpr double logarithmScale = 14.0;
 /// What an n-gram counts that was never seen.
 constexpr double unseen = 0.4;
 
-quint32 bucket(char32_t a, char32_t b, char32_t c)
+/// Ideographs have the upper half for themselves: their shares are among ideographs, so that a language isn't thought
+/// unlikely because it writes other things beside them.
+constexpr quint32 half = NgramModel::bucketCount / 2;
+
+quint32 bucket(char32_t a, char32_t b, char32_t c, bool isIdeograph)
 {
     quint64 hash =
         (quint64(a) * 0x9e3779b97f4a7c15U) ^ (quint64(b) * 0xc2b2ae3d27d4eb4fU) ^ (quint64(c) * 0x165667b19e3779f9U);
     hash ^= hash >> 31;
     hash *= 0xd6e8feb86659fd93U;
-    return quint32(hash >> 40) % NgramModel::bucketCount;
+    return quint32(hash >> 40) % half + (isIdeograph ? half : 0);
 }
 
 /// Calls back with the bucket of every n-gram of a text: of letters, in one case, words set off by one blank. An
@@ -37,12 +41,12 @@ void eachNgram(QStringView text, Visit visit)
     const auto step = [&](char32_t c) {
         const bool isIdeograph = c >= 0x2e80 && c <= 0x9fff;
         if (isIdeograph) {
-            visit(bucket(1, 1, c));
+            visit(bucket(1, 1, c, true));
             if (last != U' ')
-                visit(bucket(1, last, c));
+                visit(bucket(1, last, c, true));
         } else {
-            visit(bucket(before, last, c));
-            visit(bucket(2, last, c));
+            visit(bucket(before, last, c, false));
+            visit(bucket(2, last, c, false));
         }
         before = last;
         last = c;
@@ -79,11 +83,12 @@ NgramCounter::NgramCounter()
 void NgramCounter::learn(int language, QStringView phrase)
 {
     const auto place = size_t(language);
-    if (m_totals[place] >= mostCounted)
+    auto &[letters, ideographs] = m_totals[place];
+    if (letters + ideographs >= mostCounted)
         return;
     eachNgram(phrase, [&](quint32 at) {
         ++m_counts[place][at];
-        ++m_totals[place];
+        ++(at < half ? letters : ideographs);
     });
 }
 
@@ -91,12 +96,13 @@ QByteArray NgramCounter::model() const
 {
     QByteArray bytes(NgramModel::byteCount, '\0');
     for (size_t language = 0; language < m_counts.size(); ++language) {
-        const double total = double(m_totals[language]) + unseen * NgramModel::bucketCount;
-        for (int at = 0; at < NgramModel::bucketCount; ++at) {
-            const double share = (m_counts[language][size_t(at)] + unseen) / total;
-            const double value =
-                m_totals[language] < fewestCounted ? 255.0 : std::clamp(-std::log(share) * logarithmScale, 0.0, 255.0);
-            bytes[qsizetype(at) * NgramModel::rowSize + qsizetype(language)] = char(std::lround(value));
+        const auto &[letters, ideographs] = m_totals[language];
+        const bool isKnown = letters + ideographs >= fewestCounted;
+        for (quint32 at = 0; at < NgramModel::bucketCount; ++at) {
+            const double total = double(at < half ? letters : ideographs) + unseen * half;
+            const double value = -std::log((m_counts[language][at] + unseen) / total) * logarithmScale;
+            bytes[qsizetype(at) * NgramModel::rowSize + qsizetype(language)] =
+                char(isKnown ? std::lround(std::clamp(value, 0.0, 255.0)) : 255);
         }
     }
     return bytes;

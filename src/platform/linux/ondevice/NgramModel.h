@@ -20,8 +20,9 @@ using NgramScores = std::array<double, ngramLanguageCount>;
 class NgramModel
 {
 public:
-    static constexpr int bucketCount = 1 << 15; ///< n-grams that share one are counted together
-    static constexpr int rowSize = 16;          ///< one byte a language; a row is read at once
+    static constexpr int bucketCount =
+        1 << 16;                       ///< n-grams that share one are counted together; half of them are for ideographs
+    static constexpr int rowSize = 16; ///< one byte a language; a row is read at once
     static constexpr qsizetype byteCount = qsizetype(bucketCount) * rowSize;
 
     /// Reads a model made by `NgramCounter`; the bytes must outlive it.
@@ -48,8 +49,8 @@ public:
     QByteArray model() const;
 
 private:
-    std::array<std::vector<quint32>, ngramLanguageCount> m_counts; ///< by bucket
-    std::array<quint64, ngramLanguageCount> m_totals{};
+    std::array<std::vector<quint32>, ngramLanguageCount> m_counts;     ///< by bucket
+    std::array<std::array<quint64, 2>, ngramLanguageCount> m_totals{}; ///< of letters, of ideographs
 };
 
 } // namespace lucentra

@@ -140,8 +140,7 @@ void PhraseCollector::add(const QString &family, int language, const QString &so
     if (!form || form->size() > longestPhrase || !hasLetter(*form))
         return;
     bool isNew = false;
-    const quint32 value = m_strings.place(*form, &isNew);
-    const quint32 key = m_strings.place(phraseKey(*form));
+    const quint32 key = m_strings.place(phraseKey(*form), &isNew);
     if (key == from.key)
         return; // left as it is
     if (isNew)
@@ -149,7 +148,10 @@ void PhraseCollector::add(const QString &family, int language, const QString &so
     const quint16 voter = m_families.value(family, quint16(m_families.size()));
     m_families.insert(family, voter);
     if (memoryLanguages[size_t(language)].isTarget)
-        m_records.push_back({.key = from.key, .value = value, .table = quint16(2 * language), .family = voter});
+        m_records.push_back({.key = from.key,
+                             .value = m_strings.place(*form),
+                             .table = quint16(2 * language),
+                             .family = voter});
     m_records.push_back({.key = key, .value = from.text, .table = quint16(2 * language + 1), .family = voter});
 }
 

@@ -25,7 +25,7 @@ namespace {
 // Weights in natural logarithms, as the scores of the n-grams; chosen on lines other than those of the tests.
 constexpr double missingCharacter = 5.0; ///< for an ideograph that a language's character set doesn't have
 constexpr double knownPhrase = 6.0;      ///< for a text that is a phrase of the language
-constexpr double detected = 3.0;         ///< for what the general detector says
+constexpr double detected = 2.5;         ///< for what the general detector says
 constexpr double mostlyEnglish = 1.0;    ///< for English, which most programs speak
 /// A line is left to its neighbours where the second language is this close to the first.
 constexpr double tooClose = 2.5;
@@ -93,6 +93,18 @@ QString detectedLanguage(const QString &text)
     return code == u"un" || code == u"xxx" ? QString() : code;
 }
 
+/// Whether a Cyrillic text has letters that only the language has, of those that are often taken for Russian.
+bool hasOwnLetters(const QString &text, const QString &code)
+{
+    static const QHash<QString, QString> ownLetters{
+        {u"uk"_s, u"іїєґІЇЄҐ"_s}, {u"be"_s, u"іўІЎ"_s}, {u"sr"_s, u"јљњћђџЈЉЊЋЂЏ"_s}, {u"mk"_s, u"јљњќѓѕЈЉЊЌЃЅ"_s}};
+    if (code == u"bg")
+        return !text.contains(u'ы') && !text.contains(u'э') && !text.contains(u'ё');
+    const QString letters = ownLetters.value(code);
+    return !code.isEmpty() &&
+           (letters.isEmpty() || std::any_of(text.begin(), text.end(), [&](QChar c) { return letters.contains(c); }));
+}
+
 /// A line in the making: its candidates with their scores.
 struct Line
 {
@@ -132,7 +144,7 @@ public:
         if (letters.latin >= letters.cyrillic + letters.other)
             return judgeLatin(words, text);
         const QString code = detectedLanguage(words);
-        return {.code = letters.cyrillic > 0 && code.isEmpty() ? u"ru"_s : code};
+        return {.code = letters.cyrillic > 0 && !hasOwnLetters(words, code) ? u"ru"_s : code};
     }
 
 private:

@@ -1,0 +1,100 @@
+// How many of a list of interface texts the memory of this computer translates, by language, and how many of a list of
+// lines ("code<TAB>text") are told right.
+// usage: phrase-rates TEXTS LINES [--misses]
+#include "CatalogueFolders.h"
+#include "MemoryLanguage.h"
+#include "PhraseCollector.h"
+#include "PhraseFile.h"
+#include "PhraseLookup.h"
+#include "ScreenLanguageIdentifier.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <map>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList linesOf(const QString &path)
+{
+    QFile file(path);
+    QStringList lines;
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+            if (!line.startsWith(u'#'))
+                lines.append(line);
+        }
+    }
+    return lines;
+}
+
+void printRates(const PhraseFile &file, const QStringList &texts, bool withMisses)
+{
+    for (const MemoryLanguage &language : memoryLanguages) {
+        const auto lookup = PhraseLookup::between(file, {u"en"_s, language.code});
+        if (!lookup)
+            continue;
+        int hits = 0;
+        for (const QString &text : texts) {
+            const auto found = lookup->translate(text);
+            hits += found ? 1 : 0;
+            if (withMisses)
+                std::printf("  %-30s %-4.2f %s\n", qUtf8Printable(text), found ? found->confidence : 0.0,
+                            found ? qUtf8Printable(found->text) : "-");
+        }
+        std::printf("%s %d of %d\n", language.code.data(), hits, int(texts.size()));
+    }
+}
+
+void printIdentification(std::shared_ptr<const PhraseFile> file, const QStringList &lines, bool withMisses)
+{
+    ScreenLanguageIdentifier identifier([file] { return file; });
+    std::map<QString, std::pair<int, int>> rates;
+    int right = 0;
+    for (const QString &line : lines) {
+        const QString code = line.section(u'\t', 0, 0);
+        const QString text = line.section(u'\t', 1);
+        const QString told = identifier.identify({text}).first();
+        ++rates[code].second;
+        if (told == code) {
+            ++rates[code].first;
+            ++right;
+        } else if (withMisses) {
+            std::printf("  %s, not %s: %s\n", qUtf8Printable(code), qUtf8Printable(told), qUtf8Printable(text));
+        }
+    }
+    for (const auto &[code, rate] : rates)
+        std::printf("%s %d of %d\n", qUtf8Printable(code), rate.first, rate.second);
+    std::printf("all %d of %d\n", right, int(lines.size()));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    if (arguments.size() < 3) {
+        std::fputs("usage: phrase-rates TEXTS LINES [--misses]\n", stderr);
+        return 2;
+    }
+    const bool withMisses = arguments.contains(u"--misses"_s);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    const std::atomic<bool> isCancelled = false;
+    if (!buildPhraseFile(surveyCatalogues(CatalogueFolders::ofThisSystem()), buffer, isCancelled))
+        return 1;
+    const auto file = PhraseFile::fromBytes(buffer.data());
+    std::printf("%u phrases of %u catalogues\n", file->header().phrases, file->header().catalogues);
+    printRates(*file, linesOf(arguments[1]), withMisses);
+    std::puts("languages told with the memory:");
+    printIdentification(file, linesOf(arguments[2]), withMisses);
+    std::puts("without:");
+    printIdentification(nullptr, linesOf(arguments[2]), withMisses);
+    return 0;
+}
