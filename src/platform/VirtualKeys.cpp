@@ -234,6 +234,12 @@ QString virtualKeyName(quint32 virtualKeyCode)
     return row && row->kind != Kind::Character ? row->name.toString() : QString();
 }
 
+QString americanKeyLabel(quint32 virtualKeyCode)
+{
+    const KeyRow *row = rowOfVirtualKey(virtualKeyCode);
+    return row ? row->name.toString() : QString();
+}
+
 QString hotkeyDisplayString(quint32 flags, const QString &key)
 {
     if (key.isEmpty())

@@ -49,6 +49,9 @@ bool isModifierKey(quint32 virtualKeyCode);
 /// on the layout.
 QString virtualKeyName(quint32 virtualKeyCode);
 
+/// What an American keyboard prints on a key, for one whose character can't be shown; empty where it has no such key.
+QString americanKeyLabel(quint32 virtualKeyCode);
+
 /// A combination as the user sees it: "⌃", "⌥", "⇧", "⌘" in this order, then the key, upper-cased. Empty where the key
 /// is empty.
 QString hotkeyDisplayString(quint32 flags, const QString &key);

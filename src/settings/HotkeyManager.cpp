@@ -38,12 +38,17 @@ void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged
     m_carbonHotKeyRef = registerToggleHotkey();
     m_translateHotKeyRef = registerTranslateHotkey();
     m_hotkeys.setPressedHandler([this](HotkeyIdentifier identifier) { handlePressed(identifier); });
-    if (onHotkeyDisplayChanged) {
-        const auto flags = quint32(m_settings.read(settings::hotkeyModifiers));
-        onHotkeyDisplayChanged(flags, menuKeyOfDisplayString(m_settings.read(settings::hotkeyString)));
-    }
+    tellStoredCombination(onHotkeyDisplayChanged);
     // Installing it again is no second monitor: it moves to the front.
     qApp->installEventFilter(this);
+}
+
+void HotkeyManager::tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const
+{
+    if (!onHotkeyDisplayChanged)
+        return;
+    const auto flags = quint32(m_settings.read(settings::hotkeyModifiers));
+    onHotkeyDisplayChanged(flags, menuKeyOfDisplayString(m_settings.read(settings::hotkeyString)));
 }
 
 void HotkeyManager::unregisterHotkeys()

@@ -42,6 +42,8 @@ public:
     /// Lets everything go and registers it again from the settings. A refused hotkey is a line in the log and stops
     /// nothing else; the callback is told the stored combination all the same.
     void registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged = {});
+    /// Tells the stored combination without registering anything.
+    void tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const;
     /// Lets both hotkeys go; Escape still works.
     void unregisterHotkeys();
     /// Whether `registerHotkeys` was called since the last `unregisterHotkeys`.

@@ -376,6 +376,11 @@ QImage X11Composer::compose(const QRect &area)
     return image;
 }
 
+bool X11Composer::hasForeignWindows(const QRect &area)
+{
+    return !foreignTopLevels(area).isEmpty();
+}
+
 QImage X11Composer::read(xcb_pixmap_t pixmap, const QSize &size)
 {
     xcb_connection_t *c = m_connection.get();

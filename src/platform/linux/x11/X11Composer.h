@@ -59,6 +59,9 @@ public:
     /// The viewable windows: those that the window manager lists, and the root's own children.
     QList<X11WindowPlace> viewableWindows();
 
+    /// Whether any window of another program shows in an area (native pixels).
+    bool hasForeignWindows(const QRect &area);
+
     /// An area of the root window (native pixels) as it looks without our windows; null where the server is gone.
     QImage compose(const QRect &area);
 

@@ -55,6 +55,15 @@ bool X11PaneWindowHints::isPointerButtonDown() const
     return pointer && (pointer->mask & buttons);
 }
 
+bool X11PaneWindowHints::hasInputFocus(const QWindow &window) const
+{
+    if (!m_root)
+        return false;
+    const auto cookie = xcb_get_input_focus(m_connection.get());
+    X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(m_connection.get(), cookie, nullptr));
+    return focus && focus->focus == xcb_window_t(window.winId());
+}
+
 xcb_atom_t X11PaneWindowHints::atom(const char *name) const
 {
     const auto cookie = xcb_intern_atom(m_connection.get(), false, quint16(std::strlen(name)), name);

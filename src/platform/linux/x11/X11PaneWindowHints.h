@@ -20,6 +20,9 @@ public:
     /// The window must be mapped: the window manager reads these messages for windows that it manages.
     void apply(const QWindow &window, const PaneWindowPresence &presence) override;
     bool isPointerButtonDown() const override;
+    /// Whether keys go to the window. Unlike what the toolkit tells, that doesn't change while somebody has grabbed the
+    /// keyboard for a moment.
+    bool hasInputFocus(const QWindow &window) const;
 
 private:
     xcb_atom_t atom(const char *name) const;

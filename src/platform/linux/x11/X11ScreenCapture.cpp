@@ -110,10 +110,12 @@ void X11ScreenCapture::screenshot(const ContentFilter &filter, const StreamConfi
     // A fraction of a pixel at the far edge is inside: the configured size is rounded up.
     const QRect native(qRound(corner.x()), qRound(corner.y()), configuration.width, configuration.height);
     m_worker.start([this, native, completion = std::move(completion)] {
-        if (composer().isUsable())
-            completion(composer().compose(native));
-        else
+        if (!composer().isUsable())
             completion(tl::unexpected(noServer()));
+        else if (m_nothingBeneath && !composer().hasForeignWindows(native))
+            completion(tl::unexpected(Failure{.domain = u"X11"_s, .code = 2, .description = m_nothingBeneath()}));
+        else
+            completion(composer().compose(native));
     });
 }
 

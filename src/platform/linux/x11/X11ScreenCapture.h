@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <mutex>
+#include <utility>
 
 namespace lucentra {
 
@@ -36,6 +37,10 @@ public:
     /// Whether the pane is shown; only then windows are redirected. Any thread.
     void setPaneShown(bool shown);
 
+    /// For servers that don't have every program's windows: a screenshot that no other program's window is in fails,
+    /// with this sentence for the user. Asked for on the worker. Set before the first screenshot.
+    void explainNothingBeneath(std::function<QString()> sentence) { m_nothingBeneath = std::move(sentence); }
+
     void shareableContent(bool excludingDesktopWindows, bool onScreenWindowsOnly,
                           std::function<void(Result<ShareableContent>)> completion) override;
     double pointPixelScale(const ContentFilter &filter) const override;
@@ -49,6 +54,7 @@ private:
     const X11ResourceRange m_ours;
     mutable std::mutex m_mutex;
     QList<X11Display> m_displays; // guarded by m_mutex
+    std::function<QString()> m_nothingBeneath;
     std::unique_ptr<X11Composer> m_composer;
     QThreadPool m_worker; // last: its destruction waits for what uses the rest
 };

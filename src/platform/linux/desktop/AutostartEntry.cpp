@@ -1,0 +1,137 @@
+#include "AutostartEntry.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+QString entryIn(const QString &configFolder)
+{
+    return configFolder + u"/autostart/com.tarnby.lucentra.desktop"_s;
+}
+
+Failure failure(const QString &description)
+{
+    return {.domain = u"LoginItem"_s, .code = 1, .description = description};
+}
+
+/// Whether an entry is in force; nothing where there is none.
+std::optional<bool> isInForce(const QString &path)
+{
+    constexpr qint64 longestEntry = 1 << 16;
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    bool isMainGroup = false;
+    bool isOn = true;
+    const QList<QByteArray> lines = file.read(longestEntry).split('\n');
+    for (const QByteArray &line : lines) {
+        const QByteArray text = line.trimmed();
+        if (text.startsWith('['))
+            isMainGroup = text == "[Desktop Entry]";
+        const qsizetype equals = text.indexOf('=');
+        if (!isMainGroup || equals < 0)
+            continue;
+        const QByteArray key = text.first(equals).trimmed();
+        const QByteArray value = text.sliced(equals + 1).trimmed();
+        if ((key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false"))
+            isOn = false;
+    }
+    return isOn;
+}
+
+QString entryHead()
+{
+    return u"[Desktop Entry]\nType=Application\nName="_s + u"Lucentra｜澄鏡通"_s + u'\n';
+}
+
+/// A path as one argument of an Exec line: quoted for the command, and once more for the file.
+QString quotedForExec(const QString &path)
+{
+    QString quoted;
+    for (const QChar character : path) {
+        if (character == u'"' || character == u'`' || character == u'$' || character == u'\\')
+            quoted += u"\\\\"_s;
+        if (character == u'\\')
+            quoted += u'\\';
+        if (character == u'%')
+            quoted += u'%';
+        quoted += character;
+    }
+    return u'"' + quoted + u'"';
+}
+
+} // namespace
+
+AutostartEntry::AutostartEntry(const QString &configHome, const QStringList &systemConfigFolders, QString executable)
+    : m_path(entryIn(configHome))
+    , m_systemPaths([&] {
+        QStringList paths;
+        for (const QString &folder : systemConfigFolders)
+            paths.append(entryIn(folder));
+        return paths;
+    }())
+    , m_executable(std::move(executable))
+{
+}
+
+AutostartEntry AutostartEntry::ofUser()
+{
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+    const QString own = folders.takeFirst();
+    return {own, folders, QCoreApplication::applicationFilePath()};
+}
+
+bool AutostartEntry::isEnabled() const
+{
+    if (const auto own = isInForce(m_path))
+        return *own;
+    for (const QString &path : m_systemPaths) {
+        if (const auto system = isInForce(path))
+            return *system;
+    }
+    return false;
+}
+
+Result<void> AutostartEntry::setEnabled(bool enabled)
+{
+    if (enabled == isEnabled())
+        return {};
+    if (enabled)
+        return write(entryHead() + u"Exec="_s + quotedForExec(m_executable) +
+                     u"\nIcon=com.tarnby.lucentra\nTerminal=false\nX-GNOME-Autostart-enabled=true\n"_s);
+    const bool isSystems = std::any_of(m_systemPaths.begin(), m_systemPaths.end(),
+                                       [](const QString &path) { return QFileInfo(path).isFile(); });
+    if (isSystems)
+        return write(entryHead() + u"Hidden=true\n"_s);
+    QFile file(m_path);
+    if (!file.remove())
+        return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
+    return {};
+}
+
+Result<void> AutostartEntry::write(const QString &content)
+{
+    QDir().mkpath(QFileInfo(m_path).absolutePath()); // a failure shows below
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly))
+        return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
+    file.write(content.toUtf8());
+    if (!file.commit())
+        return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
+    return {};
+}
+
+} // namespace lucentra

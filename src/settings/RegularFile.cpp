@@ -1,0 +1,36 @@
+#include "RegularFile.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace lucentra {
+
+tl::expected<QByteArray, RegularFileError> readRegularFile(const QString &path, qint64 largest)
+{
+    // Opening a pipe would wait for its other end.
+    const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0)
+        return tl::unexpected(RegularFileError::Unreadable);
+    struct stat status
+    {
+    };
+    QFile file;
+    if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
+        !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        close(descriptor);
+        return tl::unexpected(RegularFileError::Unreadable);
+    }
+    if (status.st_size > largest)
+        return tl::unexpected(RegularFileError::TooLarge);
+    QByteArray content = file.read(largest + 1); // it may grow meanwhile
+    if (file.error() != QFileDevice::NoError)
+        return tl::unexpected(RegularFileError::Unreadable);
+    if (content.size() > largest)
+        return tl::unexpected(RegularFileError::TooLarge);
+    return content;
+}
+
+} // namespace lucentra

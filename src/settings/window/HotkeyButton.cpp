@@ -1,0 +1,153 @@
+#include "HotkeyButton.h"
+
+#include "LocalizationManager.h"
+#include "VirtualKeys.h"
+
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+quint32 flagsOf(Qt::KeyboardModifiers modifiers)
+{
+    quint32 flags = 0;
+    if (modifiers & Qt::ShiftModifier)
+        flags |= modifierFlag::shift;
+    if (modifiers & Qt::ControlModifier)
+        flags |= modifierFlag::control;
+    if (modifiers & Qt::AltModifier)
+        flags |= modifierFlag::option;
+    if (modifiers & Qt::MetaModifier)
+        flags |= modifierFlag::command;
+    return flags;
+}
+
+/// The key as it is shown: its name, or what the layout puts there, whatever the modifiers would make of it.
+QString shownKey(const QKeyEvent &event, quint32 keyCode)
+{
+    const QString name = virtualKeyName(keyCode);
+    if (!name.isEmpty())
+        return name;
+    // Up to here the toolkit's numbers are Unicode's; above it they are keys without a character, dead ones among them.
+    const auto character = char32_t(event.key());
+    constexpr char32_t firstNamedKey = 0x01000000;
+    if (character > U' ' && character < firstNamedKey)
+        return QString::fromUcs4(&character, 1);
+    return americanKeyLabel(keyCode);
+}
+
+} // namespace
+
+HotkeyButton::HotkeyButton(const LocalizationManager &texts, Scheduler &scheduler, QWidget *parent)
+    : QPushButton(parent)
+    , m_texts(texts)
+    , m_scheduler(scheduler)
+{
+    setAutoDefault(false);
+    setDefaultTitle(texts.localized(u"未設定"_s));
+    // The mouse begins at the press; this is for the keyboard.
+    connect(this, &QAbstractButton::clicked, this, [this] { startRecording(); });
+}
+
+void HotkeyButton::setDefaultTitle(const QString &title)
+{
+    m_defaultTitle = title;
+    if (!m_isRecording)
+        setText(title);
+}
+
+void HotkeyButton::startRecording()
+{
+    if (m_isRecording)
+        return;
+    setFocus();
+    setText(m_texts.localized(u"請按下組合鍵... (按 ESC 取消)"_s));
+    setRecording(true);
+}
+
+void HotkeyButton::finishRecording(const std::optional<QString> &title)
+{
+    m_focusLoss.reset();
+    const bool wasRecording = m_isRecording;
+    m_isRecording = false;
+    setDefaultTitle(title.value_or(m_defaultTitle));
+    if (!wasRecording)
+        return;
+    clearFocus();
+    if (onRecordingChanged)
+        onRecordingChanged(false);
+}
+
+void HotkeyButton::setRecording(bool recording)
+{
+    m_isRecording = recording;
+    if (onRecordingChanged)
+        onRecordingChanged(recording);
+}
+
+bool HotkeyButton::handleRecordingKey(const QKeyEvent &event)
+{
+    if (!m_isRecording)
+        return false;
+    const auto keyCode = virtualKeyOfXKeyCode(event.nativeScanCode());
+    if (!keyCode || event.isAutoRepeat() || isModifierKey(*keyCode))
+        return true;
+    if (*keyCode == virtualKey::returnKey || *keyCode == virtualKey::escape) {
+        finishRecording();
+        return true;
+    }
+    const quint32 flags = flagsOf(event.modifiers());
+    const QString combination = hotkeyDisplayString(flags, shownKey(event, *keyCode));
+    if (combination.isEmpty())
+        return true;
+    if (onHotkeyChanged)
+        onHotkeyChanged(flags, *keyCode, combination);
+    finishRecording(combination);
+    return true;
+}
+
+bool HotkeyButton::event(QEvent *event)
+{
+    // Here rather than in the handler of keys, which doesn't get those that move the focus.
+    if (event->type() == QEvent::KeyPress && handleRecordingKey(*static_cast<QKeyEvent *>(event)))
+        return true;
+    if (event->type() == QEvent::ShortcutOverride && m_isRecording) {
+        event->accept(); // no shortcut: the key is what is recorded
+        return true;
+    }
+    return QPushButton::event(event);
+}
+
+void HotkeyButton::mousePressEvent(QMouseEvent *event)
+{
+    QPushButton::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton)
+        startRecording();
+}
+
+void HotkeyButton::focusInEvent(QFocusEvent *event)
+{
+    m_focusLoss.reset();
+    QPushButton::focusInEvent(event);
+}
+
+void HotkeyButton::focusOutEvent(QFocusEvent *event)
+{
+    if (m_isRecording && event->reason() == Qt::ActiveWindowFocusReason)
+        m_focusLoss = m_scheduler.after(focusPatience, [this] { finishRecording(); });
+    else if (m_isRecording)
+        finishRecording();
+    QPushButton::focusOutEvent(event);
+}
+
+void HotkeyButton::hideEvent(QHideEvent *event)
+{
+    if (m_isRecording)
+        finishRecording();
+    QPushButton::hideEvent(event);
+}
+
+} // namespace lucentra

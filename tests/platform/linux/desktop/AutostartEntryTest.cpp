@@ -1,0 +1,121 @@
+#include "AutostartEntry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <optional>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+class AutostartEntryTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m.emplace(); }
+    void whatIsInForce_data();
+    void whatIsInForce();
+    void switchingOnWritesAnEntryAndOffRemovesIt();
+    void thePathIsQuoted();
+    void theSystemsEntryIsOverruled();
+    void aFolderThatCannotBeMadeIsAFailure();
+
+private:
+    struct Fixture
+    {
+        QTemporaryDir folder;
+        QString own = folder.filePath(u"config/autostart/com.tarnby.lucentra.desktop"_s);
+        QString system = folder.filePath(u"xdg/autostart/com.tarnby.lucentra.desktop"_s);
+
+        AutostartEntry entry(const QString &executable = u"/usr/bin/lucentra"_s) const
+        {
+            return {folder.filePath(u"config"_s), {folder.filePath(u"xdg"_s)}, executable};
+        }
+        static void put(const QString &path, const QByteArray &content)
+        {
+            QDir().mkpath(QFileInfo(path).path());
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+        }
+        QString content() const
+        {
+            QFile file(own);
+            return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        }
+    };
+    std::optional<Fixture> m;
+};
+
+void AutostartEntryTest::whatIsInForce_data()
+{
+    QTest::addColumn<QByteArray>("own"); // null: there is no such file
+    QTest::addColumn<QByteArray>("system");
+    QTest::addColumn<bool>("enabled");
+    const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=lucentra\n";
+    QTest::newRow("nothing") << QByteArray() << QByteArray() << false;
+    QTest::newRow("an entry of any content") << plain << QByteArray() << true;
+    QTest::newRow("hidden") << plain + "Hidden=true\n" << QByteArray() << false;
+    QTest::newRow("disabled by the session's settings") << plain + "X-GNOME-Autostart-enabled = false\n"
+                                                        << QByteArray() << false;
+    QTest::newRow("the same words in another group") << plain + "[Desktop Action x]\nHidden=true\n"
+                                                     << QByteArray() << true;
+    QTest::newRow("the whole system's") << QByteArray() << plain << true;
+    QTest::newRow("the whole system's, hidden by the user")
+        << QByteArray("[Desktop Entry]\nHidden=true\n") << plain << false;
+}
+
+void AutostartEntryTest::whatIsInForce()
+{
+    QFETCH(QByteArray, own);
+    QFETCH(QByteArray, system);
+    if (!own.isNull())
+        Fixture::put(m->own, own);
+    if (!system.isNull())
+        Fixture::put(m->system, system);
+    QFETCH(bool, enabled);
+    AutostartEntry entry = m->entry();
+    QCOMPARE(entry.isEnabled(), enabled);
+    QVERIFY(entry.setEnabled(!enabled));
+    QCOMPARE(entry.isEnabled(), !enabled);
+    QVERIFY(entry.setEnabled(enabled));
+    QCOMPARE(entry.isEnabled(), enabled);
+}
+
+void AutostartEntryTest::switchingOnWritesAnEntryAndOffRemovesIt()
+{
+    AutostartEntry entry = m->entry();
+    QVERIFY(entry.setEnabled(true));
+    QVERIFY2(m->content().contains(u"\nExec=\"/usr/bin/lucentra\"\n"_s), qPrintable(m->content()));
+    QVERIFY(entry.setEnabled(false));
+    QVERIFY(!QFileInfo::exists(m->own));
+}
+
+void AutostartEntryTest::thePathIsQuoted()
+{
+    QVERIFY(m->entry(uR"(/opt/a b/100%/$x`"\l)"_s).setEnabled(true));
+    QVERIFY2(m->content().contains(uR"(Exec="/opt/a b/100%%/\\$x\\`\\"\\\\l")"_s), qPrintable(m->content()));
+}
+
+void AutostartEntryTest::theSystemsEntryIsOverruled()
+{
+    Fixture::put(m->system, "[Desktop Entry]\nExec=lucentra\n");
+    QVERIFY(m->entry().setEnabled(false));
+    QVERIFY(m->content().contains(u"Hidden=true"_s));
+    QVERIFY(QFileInfo::exists(m->system));
+}
+
+void AutostartEntryTest::aFolderThatCannotBeMadeIsAFailure()
+{
+    Fixture::put(m->folder.filePath(u"config"_s), "a file in its place");
+    const auto failed = m->entry().setEnabled(true);
+    QVERIFY(!failed);
+    QVERIFY(failed.error().description.contains(u"autostart"_s));
+}
+
+QTEST_GUILESS_MAIN(AutostartEntryTest)
+#include "AutostartEntryTest.moc"

@@ -1,0 +1,260 @@
+#include "LegacyMigration.h"
+
+#include "PropertyList.h"
+#include "SettingsStore.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <functional>
+#include <optional>
+
+#include <sys/stat.h>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto preferences = "home/Library/Preferences/com.tarnby.Panewise.plist";
+constexpr auto containerPreferences =
+    "home/Library/Containers/com.tarnby.Panewise/Data/Library/Preferences/com.tarnby.Panewise.plist";
+constexpr auto support = "home/Library/Application Support/";
+constexpr auto containerSupport = "home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/";
+
+QByteArray xmlList(const QByteArray &body)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" + body + "</dict></plist>\n";
+}
+
+/// A binary list from objects as they lie in the file; the first one is the top. One byte a reference.
+QByteArray binaryList(const QList<QByteArray> &objects)
+{
+    QByteArray file = "bplist00";
+    QByteArray table;
+    for (const QByteArray &object : objects) {
+        table += char(file.size() >> 8);
+        table += char(file.size());
+        file += object;
+    }
+    const auto number = [](qsizetype value) { return QByteArray(6, 0) + char(value >> 8) + char(value); };
+    const qsizetype tableOffset = file.size();
+    return file + table + QByteArray(6, 0) + char(2) + char(1) + number(objects.size()) + number(0) +
+           number(tableOffset);
+}
+
+QByteArray binaryText(const QByteArray &text)
+{
+    return char(0x50 + text.size()) + text;
+}
+
+/// {"fontSize": <each object refers twice to the next one>}
+QByteArray doublingList(int doublings)
+{
+    QList<QByteArray> objects{QByteArray("\xD1\x01\x02", 3), binaryText("fontSize")};
+    for (int i = 0; i < doublings; ++i)
+        objects.append(QByteArray("\xA2") + char(objects.size() + 1) + char(objects.size() + 1));
+    objects.append(binaryText("x"));
+    return binaryList(objects);
+}
+
+} // namespace
+
+class LegacyMigrationTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m.emplace(); }
+    void historyComesFromTheFirstSourceThatHasOne_data();
+    void historyComesFromTheFirstSourceThatHasOne();
+    void aHistoryIsCopiedOnlyOnce();
+    void aHistoryThatCannotBeCopiedIsALine();
+    void preferencesAreCopiedWhereTheyAreMissing();
+    void bothFormsAndEveryKindOfValueAreRead_data();
+    void bothFormsAndEveryKindOfValueAreRead();
+    void hostileFilesCostNothing_data();
+    void hostileFilesCostNothing();
+
+private:
+    struct Fixture
+    {
+        QTemporaryDir folder;
+        SettingsStore settings{folder.filePath(u"preferences.json"_s)};
+        QStringList log;
+
+        QString path(const char *name) const { return folder.filePath(QString::fromUtf8(name)); }
+        QString history() const { return path("data/Lucentra/history.json"); }
+        void put(const char *name, const QByteArray &content) const
+        {
+            QDir().mkpath(QFileInfo(path(name)).path());
+            QFile file(path(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+        }
+        QByteArray copied() const
+        {
+            QFile file(history());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+        }
+        void migrate()
+        {
+            migrateLegacyData(settings, history(),
+                              {.home = path("home"), .configHome = path("config"), .dataHome = path("data")},
+                              [this](const QString &line) { log.append(line); });
+        }
+    };
+    std::optional<Fixture> m;
+};
+
+void LegacyMigrationTest::historyComesFromTheFirstSourceThatHasOne_data()
+{
+    QTest::addColumn<QStringList>("files"); // folders of files that hold their own name
+    QTest::addColumn<QString>("expected");
+    const QString home = QString::fromUtf8(support);
+    const QString container = QString::fromUtf8(containerSupport);
+    QTest::newRow("no source") << QStringList{} << u"none"_s;
+    QTest::newRow("own name before the former one")
+        << QStringList{home + u"Panewise"_s, home + u"Lucentra"_s} << home + u"Lucentra"_s;
+    QTest::newRow("the home folder before the container")
+        << QStringList{container + u"Lucentra"_s, home + u"Panewise"_s} << home + u"Panewise"_s;
+    QTest::newRow("the container alone") << QStringList{container + u"Panewise"_s} << container + u"Panewise"_s;
+    QTest::newRow("this desktop's former version") << QStringList{u"data/Panewise"_s} << u"data/Panewise"_s;
+    QTest::newRow("there is one already")
+        << QStringList{u"data/Lucentra"_s, home + u"Lucentra"_s} << u"data/Lucentra"_s;
+}
+
+void LegacyMigrationTest::historyComesFromTheFirstSourceThatHasOne()
+{
+    QFETCH(QStringList, files);
+    for (const QString &folder : files)
+        m->put((folder + u"/history.json"_s).toUtf8().constData(), folder.toUtf8());
+    m->migrate();
+    QFETCH(QString, expected);
+    QCOMPARE(QString::fromUtf8(m->copied()), expected);
+    if (expected.startsWith(u"home"_s))
+        QCOMPARE(QFileInfo(m->history()).permissions() & 0x0FF, QFileDevice::Permissions());
+}
+
+void LegacyMigrationTest::aHistoryIsCopiedOnlyOnce()
+{
+    m->put("home/Library/Application Support/Panewise/history.json", "[1]");
+    m->migrate();
+    m->put("home/Library/Application Support/Panewise/history.json", "[2]");
+    m->migrate();
+    QCOMPARE(m->copied(), "[1]");
+}
+
+void LegacyMigrationTest::aHistoryThatCannotBeCopiedIsALine()
+{
+    // A pipe and a folder are no files; too large a one is, and is told of.
+    QDir().mkpath(m->path("home/Library/Application Support/Lucentra/history.json"));
+    QDir().mkpath(m->path("home/Library/Application Support/Panewise"));
+    const QString pipe = m->path("home/Library/Application Support/Panewise/history.json");
+    QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+    m->put("home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/Lucentra/history.json", "");
+    QFile huge(m->path("home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/Lucentra/"
+                       "history.json"));
+    QVERIFY(huge.resize(qint64(1) << 40));
+    m->put("data/Panewise/history.json", "[3]");
+    m->migrate();
+    QCOMPARE(m->copied(), "[3]");
+    QCOMPARE(m->log, QStringList{u"Local data migration skipped history source "_s + huge.fileName() +
+                                 u": the file is too large"_s});
+}
+
+void LegacyMigrationTest::preferencesAreCopiedWhereTheyAreMissing()
+{
+    m->put(preferences, xmlList("<key>appLanguage</key><string>ja</string>"
+                                "<key>autoHide</key><true/><key>openAIApiKey</key><string>secret</string>"
+                                "<key>unknown</key><true/>"));
+    m->put(containerPreferences, xmlList("<key>appLanguage</key><string>ko</string>"
+                                         "<key>triggerMode</key><integer>1</integer>"
+                                         "<key>privacy.remoteTranslation.v1.engine.4</key><true/>"));
+    m->put("config/com.tarnby.Panewise/preferences.json", R"({"triggerMode": 0, "fontSize": 30})");
+    m->settings.setValue(u"autoHide"_s, false);
+    m->migrate();
+    m->put(preferences, xmlList("<key>appLanguage</key><string>en</string><key>autoCopy</key><true/>"));
+    m->migrate();
+    m->settings.flush();
+    QFile file(m->path("preferences.json"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QJsonObject expected{{u"appLanguage"_s, u"ja"_s}, {u"autoHide"_s, false},
+                               {u"triggerMode"_s, 1},       {u"privacy.remoteTranslation.v1.engine.4"_s, true},
+                               {u"fontSize"_s, 30},         {u"autoCopy"_s, true}};
+    QCOMPARE(QJsonDocument::fromJson(file.readAll()).object(), expected);
+}
+
+void LegacyMigrationTest::bothFormsAndEveryKindOfValueAreRead_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QJsonObject>("expected");
+    QTest::newRow("XML") << xmlList("<key>a</key><string>⌥T &amp; more</string><key>b</key><integer>-3</integer>"
+                                    "<key>c</key><real>0.5</real><key>d</key><false/>"
+                                    "<key>e</key><array><string>x</string></array><key>f</key><data>AAAA</data>")
+                         << QJsonObject{{u"a"_s, u"⌥T & more"_s}, {u"b"_s, -3}, {u"c"_s, 0.5}, {u"d"_s, false}};
+    QTest::newRow("binary") << binaryList({QByteArray("\xD3\x01\x02\x03\x04\x05\x06", 7), binaryText("a"),
+                                           binaryText("b"), binaryText("c"),
+                                           QByteArray("\x62\x23\x25\x00\x54", 5), // ⌥T
+                                           QByteArray("\x12\x00\x08\x00\x00", 5), QByteArray("\x09")})
+                            << QJsonObject{{u"a"_s, u"⌥T"_s}, {u"b"_s, 0x80000}, {u"c"_s, true}};
+    QTest::newRow("a shared object") << doublingList(3) << QJsonObject{};
+    QTest::newRow("no dictionary at the top") << binaryList({binaryText("a")}) << QJsonObject{};
+}
+
+void LegacyMigrationTest::bothFormsAndEveryKindOfValueAreRead()
+{
+    QFETCH(QByteArray, content);
+    QTEST(readPropertyList(content), "expected");
+}
+
+void LegacyMigrationTest::hostileFilesCostNothing_data()
+{
+    using Maker = std::function<void(Fixture &)>;
+    QTest::addColumn<Maker>("make");
+    const auto content = [](const QByteArray &bytes) -> Maker {
+        return [bytes](Fixture &fixture) { fixture.put(preferences, bytes); };
+    };
+    QTest::newRow("empty") << content({});
+    QTest::newRow("no list") << content("hello");
+    QTest::newRow("cut off") << content(xmlList("<key>fontSize</key><real>1").first(110));
+    QTest::newRow("deep XML") << content(xmlList("<key>fontSize</key>" + QByteArray("<array>").repeated(100000)));
+    QTest::newRow("two to the hundredth objects") << content(doublingList(100));
+    QTest::newRow("an object within itself")
+        << content(binaryList({QByteArray("\xD1\x01\x02", 3), binaryText("fontSize"), QByteArray("\xA1\x02", 2)}));
+    QTest::newRow("a binary list's head alone") << content("bplist00");
+    QTest::newRow("a table outside of the file") << content("bplist00" + QByteArray(40, '\xFF'));
+    QTest::newRow("larger than preferences ever are") << Maker([](Fixture &fixture) {
+        fixture.put(preferences, xmlList("<key>fontSize</key><real>40</real>"));
+        QVERIFY(QFile::resize(fixture.path(preferences), qint64(1) << 40));
+    });
+    QTest::newRow("a folder") << Maker([](Fixture &fixture) { QDir().mkpath(fixture.path(preferences)); });
+    QTest::newRow("a pipe") << Maker([](Fixture &fixture) {
+        QDir().mkpath(QFileInfo(fixture.path(preferences)).path());
+        QCOMPARE(mkfifo(qPrintable(fixture.path(preferences)), 0600), 0);
+    });
+    QTest::newRow("links in a circle") << Maker([](Fixture &fixture) {
+        QDir().mkpath(QFileInfo(fixture.path(preferences)).path());
+        QVERIFY(QFile::link(fixture.path(preferences), fixture.path(preferences)));
+    });
+}
+
+void LegacyMigrationTest::hostileFilesCostNothing()
+{
+    QFETCH(std::function<void(Fixture &)>, make);
+    make(*m);
+    m->put(containerPreferences, xmlList("<key>fontSize</key><real>30</real>"));
+    QElapsedTimer clock;
+    clock.start();
+    m->migrate();
+    QVERIFY(clock.elapsed() < 1000);
+    QCOMPARE(m->settings.value(u"fontSize"_s), QJsonValue(30));
+}
+
+QTEST_GUILESS_MAIN(LegacyMigrationTest)
+#include "LegacyMigrationTest.moc"
