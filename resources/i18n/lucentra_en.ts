@@ -68,6 +68,26 @@
         <translation>Google Translate (free)</translation>
     </message>
     <message>
+        <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
+        <translation>In a Wayland session Lucentra needs XWayland, which was not found (DISPLAY is not set).</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有在執行。</source>
+        <translation>Lucentra is not running.</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有執行這個指令。</source>
+        <translation>Lucentra did not carry out this command.</translation>
+    </message>
+    <message>
+        <source>Lucentra 無法啟動。</source>
+        <translation>Lucentra could not be started.</translation>
+    </message>
+    <message>
+        <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
+        <translation>Lucentra needs a graphical desktop (DISPLAY is not set).</translation>
+    </message>
+    <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
         <translation>Lucentra: translates the text on your screen</translation>
     </message>
@@ -256,6 +276,10 @@
         <translation>The picture is too large (%d × %d pixels): %@</translation>
     </message>
     <message>
+        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
+        <translation>In a Wayland session Lucentra can only see windows of X11 programs, and there is none beneath the pane. Run that program through XWayland, or log in to an X11 session.</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>One argument too many: %@</translation>
     </message>
@@ -286,6 +310,10 @@
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
         <translation>The translation window cannot be captured. Please check the screen recording permission</translation>
+    </message>
+    <message>
+        <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
+        <translation>Lucentra cannot be reached: there is no session bus (D-Bus).</translation>
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
@@ -322,6 +350,10 @@
     <message>
         <source>未知錯誤</source>
         <translation>Unknown error</translation>
+    </message>
+    <message>
+        <source>未設定</source>
+        <translation>Not Set</translation>
     </message>
     <message>
         <source>框選翻譯</source>
@@ -416,6 +448,10 @@
         <translation>Quit Lucentra</translation>
     </message>
     <message>
+        <source>結束執行中的 Lucentra</source>
+        <translation>quit the running Lucentra</translation>
+    </message>
+    <message>
         <source>網路連線發生錯誤</source>
         <translation>A network error occurred</translation>
     </message>
@@ -476,6 +512,10 @@
         <translation>Translate Current Area</translation>
     </message>
     <message>
+        <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
+        <translation>translate the current area; a hidden pane is shown first</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>Automatic Recognition</translation>
     </message>
@@ -524,6 +564,10 @@
         <translation>Place the translation window completely on one display, then try again</translation>
     </message>
     <message>
+        <source>請按下組合鍵... (按 ESC 取消)</source>
+        <translation>Press a shortcut… (ESC to cancel)</translation>
+    </message>
+    <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
         <translation>Check the API key, the model name and the service settings</translation>
     </message>
@@ -554,6 +598,10 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>print the lines of text in a picture as JSON</translation>
+    </message>
+    <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
+        <translation>This desktop has no system tray. To show the pane again, press %@ or start Lucentra once more.</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
@@ -612,6 +660,14 @@
         <translation>Open System Settings</translation>
     </message>
     <message>
+        <source>開啟翻譯歷史紀錄視窗</source>
+        <translation>open the history window</translation>
+    </message>
+    <message>
+        <source>開啟設定視窗</source>
+        <translation>open the settings window</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>About Lucentra</translation>
     </message>
@@ -626,6 +682,10 @@
     <message>
         <source>隱藏其他項目</source>
         <translation>Hide Others</translation>
+    </message>
+    <message>
+        <source>隱藏翻譯板</source>
+        <translation>hide the translation pane</translation>
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
@@ -650,6 +710,14 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>Show/Hide Translation Pane</translation>
+    </message>
+    <message>
+        <source>顯示或隱藏翻譯板</source>
+        <translation>show or hide the translation pane</translation>
+    </message>
+    <message>
+        <source>顯示翻譯板</source>
+        <translation>show the translation pane</translation>
     </message>
 </context>
 </TS>

@@ -68,6 +68,26 @@
         <translation>Google 無料翻訳</translation>
     </message>
     <message>
+        <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
+        <translation>Wayland セッションでは Lucentra に XWayland が必要ですが、見つかりません（DISPLAY が設定されていません）。</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有在執行。</source>
+        <translation>Lucentra は実行されていません。</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有執行這個指令。</source>
+        <translation>Lucentra はこのコマンドを実行しませんでした。</translation>
+    </message>
+    <message>
+        <source>Lucentra 無法啟動。</source>
+        <translation>Lucentra を起動できませんでした。</translation>
+    </message>
+    <message>
+        <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
+        <translation>Lucentra にはグラフィカルなデスクトップが必要です（DISPLAY が設定されていません）。</translation>
+    </message>
+    <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
         <translation>Lucentra：画面の文字を翻訳する</translation>
     </message>
@@ -256,6 +276,10 @@
         <translation>画像が大きすぎます（%d × %d ピクセル）：%@</translation>
     </message>
     <message>
+        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
+        <translation>Wayland セッションでは、Lucentra は X11 プログラムのウインドウしか見ることができず、パネルの下にはそのようなウインドウがありません。そのプログラムを XWayland 経由で実行するか、X11 セッションでログインしてください。</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>余分な引数：%@</translation>
     </message>
@@ -286,6 +310,10 @@
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
         <translation>キャプチャできる翻訳ウインドウが見つかりません。画面収録の許可を確認してください</translation>
+    </message>
+    <message>
+        <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
+        <translation>セッションバス（D-Bus）が見つからないため、Lucentra に接続できません。</translation>
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
@@ -322,6 +350,10 @@
     <message>
         <source>未知錯誤</source>
         <translation>不明なエラー</translation>
+    </message>
+    <message>
+        <source>未設定</source>
+        <translation>未設定</translation>
     </message>
     <message>
         <source>框選翻譯</source>
@@ -416,6 +448,10 @@
         <translation>Lucentra を終了</translation>
     </message>
     <message>
+        <source>結束執行中的 Lucentra</source>
+        <translation>実行中の Lucentra を終了する</translation>
+    </message>
+    <message>
         <source>網路連線發生錯誤</source>
         <translation>ネットワーク接続でエラーが発生しました</translation>
     </message>
@@ -476,6 +512,10 @@
         <translation>現在の範囲を翻訳</translation>
     </message>
     <message>
+        <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
+        <translation>現在の範囲を翻訳する。パネルが隠れているときは先に表示する</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>自動認識</translation>
     </message>
@@ -524,6 +564,10 @@
         <translation>翻訳ウインドウ全体を 1 つの画面内に置いて、もう一度お試しください</translation>
     </message>
     <message>
+        <source>請按下組合鍵... (按 ESC 取消)</source>
+        <translation>ショートカットを押してください…（ESC でキャンセル）</translation>
+    </message>
+    <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
         <translation>API キー、モデル名、サービスの設定を確認してください</translation>
     </message>
@@ -554,6 +598,10 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>画像の文字を認識し、行ごとに JSON で出力する</translation>
+    </message>
+    <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
+        <translation>このデスクトップにはシステムトレイがありません。パネルを再び表示するには、%@ を押すか、Lucentra をもう一度起動してください。</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
@@ -612,6 +660,14 @@
         <translation>システム設定を開く</translation>
     </message>
     <message>
+        <source>開啟翻譯歷史紀錄視窗</source>
+        <translation>翻訳履歴ウインドウを開く</translation>
+    </message>
+    <message>
+        <source>開啟設定視窗</source>
+        <translation>設定ウインドウを開く</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>Lucentra について</translation>
     </message>
@@ -626,6 +682,10 @@
     <message>
         <source>隱藏其他項目</source>
         <translation>ほかを隠す</translation>
+    </message>
+    <message>
+        <source>隱藏翻譯板</source>
+        <translation>翻訳パネルを隠す</translation>
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
@@ -650,6 +710,14 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>翻訳パネルを表示/非表示</translation>
+    </message>
+    <message>
+        <source>顯示或隱藏翻譯板</source>
+        <translation>翻訳パネルの表示/非表示を切り替える</translation>
+    </message>
+    <message>
+        <source>顯示翻譯板</source>
+        <translation>翻訳パネルを表示する</translation>
     </message>
 </context>
 </TS>

@@ -68,6 +68,26 @@
         <translation>Google 무료 번역</translation>
     </message>
     <message>
+        <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
+        <translation>Wayland 세션에서 Lucentra에는 XWayland가 필요하지만 찾을 수 없습니다(DISPLAY가 설정되지 않음).</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有在執行。</source>
+        <translation>Lucentra가 실행 중이 아닙니다.</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有執行這個指令。</source>
+        <translation>Lucentra가 이 명령을 실행하지 않았습니다.</translation>
+    </message>
+    <message>
+        <source>Lucentra 無法啟動。</source>
+        <translation>Lucentra를 시작할 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
+        <translation>Lucentra에는 그래픽 데스크톱이 필요합니다(DISPLAY가 설정되지 않음).</translation>
+    </message>
+    <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
         <translation>Lucentra: 화면의 글자를 번역합니다</translation>
     </message>
@@ -256,6 +276,10 @@
         <translation>그림이 너무 큽니다(%d × %d픽셀): %@</translation>
     </message>
     <message>
+        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
+        <translation>Wayland 세션에서 Lucentra는 X11 프로그램의 창만 볼 수 있으며, 패널 아래에는 그런 창이 없습니다. 해당 프로그램을 XWayland로 실행하거나 X11 세션으로 로그인하세요.</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>불필요한 인수: %@</translation>
     </message>
@@ -286,6 +310,10 @@
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
         <translation>캡처할 수 있는 번역 창을 찾을 수 없습니다. 화면 기록 권한을 확인하세요</translation>
+    </message>
+    <message>
+        <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
+        <translation>세션 버스(D-Bus)를 찾을 수 없어 Lucentra에 연결할 수 없습니다.</translation>
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
@@ -322,6 +350,10 @@
     <message>
         <source>未知錯誤</source>
         <translation>알 수 없는 오류</translation>
+    </message>
+    <message>
+        <source>未設定</source>
+        <translation>설정 안 됨</translation>
     </message>
     <message>
         <source>框選翻譯</source>
@@ -416,6 +448,10 @@
         <translation>Lucentra 종료</translation>
     </message>
     <message>
+        <source>結束執行中的 Lucentra</source>
+        <translation>실행 중인 Lucentra 종료</translation>
+    </message>
+    <message>
         <source>網路連線發生錯誤</source>
         <translation>네트워크 연결 오류가 발생했습니다</translation>
     </message>
@@ -476,6 +512,10 @@
         <translation>현재 영역 번역</translation>
     </message>
     <message>
+        <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
+        <translation>현재 영역 번역(패널이 가려져 있으면 먼저 표시)</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>자동 인식</translation>
     </message>
@@ -524,6 +564,10 @@
         <translation>번역 창 전체를 한 화면 안에 놓고 다시 시도하세요</translation>
     </message>
     <message>
+        <source>請按下組合鍵... (按 ESC 取消)</source>
+        <translation>단축키를 누르세요… (ESC로 취소)</translation>
+    </message>
+    <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
         <translation>API 키, 모델 이름, 서비스 설정을 확인하세요</translation>
     </message>
@@ -554,6 +598,10 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>그림의 글자를 인식해 줄별로 JSON 출력</translation>
+    </message>
+    <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
+        <translation>이 데스크톱에는 시스템 트레이가 없습니다. 패널을 다시 보려면 %@을(를) 누르거나 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
@@ -612,6 +660,14 @@
         <translation>시스템 설정 열기</translation>
     </message>
     <message>
+        <source>開啟翻譯歷史紀錄視窗</source>
+        <translation>번역 기록 윈도우 열기</translation>
+    </message>
+    <message>
+        <source>開啟設定視窗</source>
+        <translation>설정 윈도우 열기</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>Lucentra에 관하여</translation>
     </message>
@@ -626,6 +682,10 @@
     <message>
         <source>隱藏其他項目</source>
         <translation>기타 가리기</translation>
+    </message>
+    <message>
+        <source>隱藏翻譯板</source>
+        <translation>번역 패널 가리기</translation>
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
@@ -650,6 +710,14 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>번역 패널 보기/가리기</translation>
+    </message>
+    <message>
+        <source>顯示或隱藏翻譯板</source>
+        <translation>번역 패널을 보이거나 가리기</translation>
+    </message>
+    <message>
+        <source>顯示翻譯板</source>
+        <translation>번역 패널 보기</translation>
     </message>
 </context>
 </TS>

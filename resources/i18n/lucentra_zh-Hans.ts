@@ -68,6 +68,26 @@
         <translation>Google 免费翻译</translation>
     </message>
     <message>
+        <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
+        <translation>Lucentra 在 Wayland 会话中需要 XWayland，但找不到它（没有设置 DISPLAY）。</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有在執行。</source>
+        <translation>Lucentra 没有在运行。</translation>
+    </message>
+    <message>
+        <source>Lucentra 沒有執行這個指令。</source>
+        <translation>Lucentra 没有执行这个命令。</translation>
+    </message>
+    <message>
+        <source>Lucentra 無法啟動。</source>
+        <translation>Lucentra 无法启动。</translation>
+    </message>
+    <message>
+        <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
+        <translation>Lucentra 需要图形桌面（没有设置 DISPLAY）。</translation>
+    </message>
+    <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
         <translation>Lucentra：翻译屏幕上的文字</translation>
     </message>
@@ -256,6 +276,10 @@
         <translation>图片过大（%d × %d 像素）：%@</translation>
     </message>
     <message>
+        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
+        <translation>在 Wayland 会话中，Lucentra 只能看到 X11 程序的窗口，而翻译板下方没有这样的窗口。请让那个程序通过 XWayland 运行，或改用 X11 会话登录。</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>多余的参数：%@</translation>
     </message>
@@ -286,6 +310,10 @@
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
         <translation>找不到可截取的翻译窗口，请确认屏幕录制权限</translation>
+    </message>
+    <message>
+        <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
+        <translation>找不到会话总线（D-Bus），无法联系 Lucentra。</translation>
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
@@ -322,6 +350,10 @@
     <message>
         <source>未知錯誤</source>
         <translation>未知错误</translation>
+    </message>
+    <message>
+        <source>未設定</source>
+        <translation>未设置</translation>
     </message>
     <message>
         <source>框選翻譯</source>
@@ -416,6 +448,10 @@
         <translation>退出 Lucentra｜澄镜通</translation>
     </message>
     <message>
+        <source>結束執行中的 Lucentra</source>
+        <translation>退出正在运行的 Lucentra</translation>
+    </message>
+    <message>
         <source>網路連線發生錯誤</source>
         <translation>网络连接发生错误</translation>
     </message>
@@ -476,6 +512,10 @@
         <translation>翻译当前区域</translation>
     </message>
     <message>
+        <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
+        <translation>翻译当前区域；翻译板隐藏时先显示</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>自动识别</translation>
     </message>
@@ -524,6 +564,10 @@
         <translation>请将翻译窗口完整放在同一个屏幕内再试一次</translation>
     </message>
     <message>
+        <source>請按下組合鍵... (按 ESC 取消)</source>
+        <translation>请按下组合键…（按 ESC 取消）</translation>
+    </message>
+    <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
         <translation>请检查 API Key、模型名称与服务设置</translation>
     </message>
@@ -554,6 +598,10 @@
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>识别图片中的文字，逐行输出为 JSON</translation>
+    </message>
+    <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
+        <translation>这个桌面没有系统托盘。要再次显示翻译板，请按 %@ 或再次启动 Lucentra。</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
@@ -612,6 +660,14 @@
         <translation>打开系统设置</translation>
     </message>
     <message>
+        <source>開啟翻譯歷史紀錄視窗</source>
+        <translation>打开翻译历史记录窗口</translation>
+    </message>
+    <message>
+        <source>開啟設定視窗</source>
+        <translation>打开设置窗口</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>关于 Lucentra｜澄镜通</translation>
     </message>
@@ -626,6 +682,10 @@
     <message>
         <source>隱藏其他項目</source>
         <translation>隐藏其他</translation>
+    </message>
+    <message>
+        <source>隱藏翻譯板</source>
+        <translation>隐藏翻译板</translation>
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
@@ -650,6 +710,14 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>显示/隐藏 翻译板</translation>
+    </message>
+    <message>
+        <source>顯示或隱藏翻譯板</source>
+        <translation>显示或隐藏翻译板</translation>
+    </message>
+    <message>
+        <source>顯示翻譯板</source>
+        <translation>显示翻译板</translation>
     </message>
 </context>
 </TS>

@@ -1,10 +1,10 @@
 #include "AppDelegate.h"
 
+#include "DesktopNotice.h"
 #include "Settings.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -39,23 +39,40 @@ AppDelegate::AppDelegate(DiagnosticLine diagnostics)
     , m_hotkeys(
           m_services.settings(), m_desktop.hotkeys, m_services.mainQueue(), [this] { return isPaneKeyWindow(); },
           diagnostics)
+    , m_mainMenu(m_services.texts(), m_actions)
+    , m_statusItem(m_services.texts(), m_actions, m_scheduler, [this] { return m_desktop.hasTray(); })
+    , m_autoHide(
+          m_scheduler,
+          {.isPaneActive = [this] { return isPaneActive(); },
+           .hasInputFocus = [this] { return m_desktop.windowHints.hasInputFocus(*m_window->windowHandle()); },
+           .isPointerInUse =
+               [this] { return QApplication::activePopupWidget() || m_desktop.windowHints.isPointerButtonDown(); }},
+          [this] {
+              if (m_services.settings().read(settings::autoHide))
+                  m_window->orderOut();
+          })
 {
 }
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::applicationDidFinishLaunching()
+void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
+    m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
     m_services.texts().syncTargetLanguage();
     createGlassWindow();
     wirePass();
     wireBackdrop();
-    buildContextMenu();
-    m_window->makeKeyAndOrderFront();
+    fillActions();
+    if (paneAtStart == PaneAtStart::Shown)
+        m_window->makeKeyAndOrderFront();
     m_services.settings().write(settings::isAlwaysOnTop, true);
-    m_services.notifications().observe(notifications::appLanguageDidChange, this,
-                                       [this](const QVariant &) { retitle(); });
+    m_mainMenu.build();
+    m_mainMenu.attachContextMenu(*m_glassView);
+    m_statusItem.build();
     wireHotkeys();
+    observeNotifications();
+    registerHotkeys();
     m_services.warmUpRecognizer(m_scheduler, warmUpDelay);
 }
 
@@ -82,6 +99,11 @@ void AppDelegate::createGlassWindow()
                                  .notificationCenter = m_services.notifications(),
                                  .scheduler = m_scheduler},
                                 m_desktop.displayOptions.options());
+    if (isWaylandSession())
+        m_desktop.capture.explainNothingBeneath([&texts = m_services.texts()] {
+            return texts.localized(
+                u"在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。"_s);
+        });
     m_glassView->setComposited(m_desktop.compositing.isComposited());
     m_desktop.compositing.setChangeHandler([this](bool composited) { m_glassView->setComposited(composited); });
     m_desktop.displayOptions.setChangeHandler([this](const AccessibilityDisplayOptions &options) {
@@ -128,52 +150,73 @@ void AppDelegate::wireBackdrop()
             m_backdrop->start();
         else
             m_backdrop->stop();
+        paneShownOrHidden(shown);
     };
     m_window->onFrameChanged = [this] { m_backdrop->paneMoved(); };
 }
 
-void AppDelegate::buildContextMenu()
+void AppDelegate::fillActions()
 {
-    m_translateAction = new QAction(this);
-    m_translateAction->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Return));
-    connect(m_translateAction, &QAction::triggered, this, [this] { m_pass->translateCurrentArea(); });
-    m_toggleAction = new QAction(this);
-    connect(m_toggleAction, &QAction::triggered, this, &AppDelegate::toggleWindow);
-    m_quitAction = new QAction(this);
-    m_quitAction->setShortcut(QKeySequence::Quit);
-    connect(m_quitAction, &QAction::triggered, qApp, &QCoreApplication::quit);
-    auto *separator = new QAction(this);
-    separator->setSeparator(true);
-    m_glassView->setContextMenuPolicy(Qt::ActionsContextMenu);
-    m_glassView->addActions({m_translateAction, m_toggleAction, separator, m_quitAction});
-    retitle();
+    m_actions.toggleWindow = [this] { toggleWindow(); };
+    m_actions.translateCurrentArea = [this] {
+        if (m_pass) // a press may still wait while the program ends
+            m_pass->translateCurrentArea();
+    };
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] { m_autoHide.focusChanged(); });
 }
 
 void AppDelegate::wireHotkeys()
 {
-    m_hotkeys.onToggleWindow = [this] { toggleWindow(); };
+    m_hotkeys.onToggleWindow = m_actions.toggleWindow;
     m_hotkeys.onHideWindow = [this] { m_window->orderOut(); };
-    m_hotkeys.onTranslateCurrentArea = [this] {
-        if (m_pass) // a press may still wait while the program ends
-            m_pass->translateCurrentArea();
-    };
-    m_services.notifications().observe(notifications::updateGlobalHotkey, this,
-                                       [this](const QVariant &) { m_hotkeys.registerHotkeys(); });
-    m_hotkeys.registerHotkeys();
+    m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
+}
+
+void AppDelegate::observeNotifications()
+{
+    NotificationCenter &center = m_services.notifications();
+    center.observe(notifications::updateGlobalHotkey, this, [this](const QVariant &) { registerHotkeys(); });
+    center.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { refreshLocalizedTitles(); });
+}
+
+void AppDelegate::registerHotkeys()
+{
+    m_hotkeys.registerHotkeys([this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
+}
+
+bool AppDelegate::isPaneActive() const
+{
+    return QGuiApplication::focusWindow() == m_window->windowHandle();
 }
 
 bool AppDelegate::isPaneKeyWindow() const
 {
-    // Keys go to an open menu first.
-    return QGuiApplication::focusWindow() == m_window->windowHandle() && !QApplication::activePopupWidget();
+    return isPaneActive() && !QApplication::activePopupWidget(); // keys go to an open menu first
 }
 
-void AppDelegate::retitle()
+void AppDelegate::refreshLocalizedTitles()
 {
-    const LocalizationManager &texts = m_services.texts();
-    m_translateAction->setText(texts.localized(u"翻譯目前區域"_s));
-    m_toggleAction->setText(texts.localized(u"顯示/隱藏 翻譯板"_s));
-    m_quitAction->setText(texts.localized(u"結束 Lucentra｜澄鏡通"_s));
+    m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
+    m_mainMenu.build();
+    m_statusItem.build();
+    m_hotkeys.tellStoredCombination(
+        [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
+}
+
+void AppDelegate::paneShownOrHidden(bool shown)
+{
+    if (!shown && m_pass && !m_window->isMinimized() && !m_statusItem.isShown())
+        tellOfMissingTray();
+}
+
+void AppDelegate::tellOfMissingTray()
+{
+    if (std::exchange(m_hasToldOfMissingTray, true))
+        return;
+    showDesktopNotice(
+        QDBusConnection::sessionBus(), u"Lucentra｜澄鏡通"_s,
+        m_services.texts().formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s,
+                                     m_services.settings().read(settings::hotkeyString)));
 }
 
 void AppDelegate::toggleWindow()
@@ -182,6 +225,37 @@ void AppDelegate::toggleWindow()
         m_window->orderOut();
     else
         m_window->makeKeyAndOrderFront();
+}
+
+bool AppDelegate::perform(Invocation::Command command)
+{
+    using Command = Invocation::Command;
+    const auto call = [](const std::function<void()> &action) {
+        if (action)
+            action();
+        return bool(action);
+    };
+    switch (command) {
+    case Command::Toggle:
+        return call(m_actions.toggleWindow);
+    case Command::Show:
+        m_window->makeKeyAndOrderFront();
+        return true;
+    case Command::Hide:
+        m_window->orderOut();
+        return true;
+    case Command::Translate:
+        return call(m_actions.translateCurrentArea);
+    case Command::Settings:
+        return call(m_actions.openSettings);
+    case Command::History:
+        return call(m_actions.openHistory);
+    case Command::Quit:
+        QCoreApplication::quit();
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace lucentra

@@ -1,16 +1,21 @@
 #pragma once
 
+#include "AutoHide.h"
 #include "BackdropRenewal.h"
+#include "CommandLine.h"
 #include "GlassView.h"
 #include "HistoryManager.h"
 #include "HotkeyManager.h"
+#include "MainMenu.h"
+#include "PaneAtStart.h"
 #include "Scheduler.h"
 #include "Services.h"
+#include "ShellActions.h"
+#include "StatusItem.h"
+#include "ToolkitTexts.h"
 #include "TranslationPass.h"
 #include "TransparentWindow.h"
 #include "X11Desktop.h"
-
-#include <QAction>
 
 #include <memory>
 
@@ -24,24 +29,32 @@ public:
     explicit AppDelegate(DiagnosticLine diagnostics);
     ~AppDelegate() override;
 
-    /// Starts up and shows the pane.
-    void applicationDidFinishLaunching();
+    /// Starts up, and shows the pane unless it is to wait for a command.
+    void applicationDidFinishLaunching(PaneAtStart paneAtStart);
     /// Ends what is under way and completes what is to be stored. Called once, before the program ends.
     void applicationWillTerminate();
 
     /// Hides the shown pane; shows a hidden or minimized one.
     void toggleWindow();
+    /// Carries out a command that came over the bus; false where there is no such thing.
+    bool perform(Invocation::Command command);
 
 private:
     void createGlassWindow();
     void wirePass();
     void wireBackdrop();
-    void buildContextMenu();
+    void fillActions();
     void wireHotkeys();
+    void observeNotifications();
+    void registerHotkeys();
+    bool isPaneActive() const;
     bool isPaneKeyWindow() const;
-    void retitle();
+    void refreshLocalizedTitles();
+    void paneShownOrHidden(bool shown);
+    void tellOfMissingTray();
 
     EventLoopScheduler m_scheduler;
+    ToolkitTexts m_toolkitTexts;
     Services m_services;
     HistoryManager m_history;
     X11Desktop m_desktop;
@@ -50,9 +63,11 @@ private:
     GlassView *m_glassView = nullptr; ///< belongs to the window
     std::unique_ptr<TranslationPass> m_pass;
     std::unique_ptr<BackdropRenewal> m_backdrop;
-    QAction *m_translateAction = nullptr;
-    QAction *m_toggleAction = nullptr;
-    QAction *m_quitAction = nullptr;
+    ShellActions m_actions;
+    MainMenu m_mainMenu;
+    StatusItem m_statusItem;
+    AutoHide m_autoHide;
+    bool m_hasToldOfMissingTray = false;
 };
 
 } // namespace lucentra

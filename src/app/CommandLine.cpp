@@ -3,6 +3,7 @@
 #include "LocalizationManager.h"
 #include "TranslationEngine.h"
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +27,8 @@ struct CommandRow
     QStringView options;        ///< names, separated by blanks
     QStringView requiredOption; ///< the one that must be given; empty where there is none
     QStringView summary;        ///< key of the text
+    QStringView busMember{};    ///< of commands that the running program carries out: their method on the bus
+    bool startsProgram = false; ///< such a command makes sense where no program runs: it is started
 };
 
 constexpr std::array optionRows{
@@ -45,7 +48,27 @@ constexpr std::array commandRows{
                u"翻譯一段文字；含漢字的文字一律譯成英文"},
     CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
     CommandRow{u"languages", Command::Languages, u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
+    CommandRow{u"toggle", Command::Toggle, u"", u"", u"", u"顯示或隱藏翻譯板", u"Toggle", true},
+    CommandRow{u"show", Command::Show, u"", u"", u"", u"顯示翻譯板", u"Show", true},
+    CommandRow{u"hide", Command::Hide, u"", u"", u"", u"隱藏翻譯板", u"Hide"},
+    CommandRow{u"translate", Command::Translate, u"", u"", u"", u"翻譯目前區域；翻譯板隱藏時先顯示", u"Translate",
+               true},
+    CommandRow{u"settings", Command::Settings, u"", u"", u"", u"開啟設定視窗", u"Settings", true},
+    CommandRow{u"history", Command::History, u"", u"", u"", u"開啟翻譯歷史紀錄視窗", u"History", true},
+    CommandRow{u"quit", Command::Quit, u"", u"", u"", u"結束執行中的 Lucentra", u"Quit"},
 };
+
+template <typename Predicate>
+const CommandRow *findCommand(Predicate isWanted)
+{
+    const auto row = std::find_if(commandRows.begin(), commandRows.end(), isWanted);
+    return row == commandRows.end() ? nullptr : &*row;
+}
+
+std::optional<Command> remoteCommand(const CommandRow *row)
+{
+    return row && !row->busMember.isEmpty() ? std::optional(row->command) : std::nullopt;
+}
 
 Failure wrongUsage(const QString &description)
 {
@@ -146,20 +169,47 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
         return Invocation{};
     if (name == "--version"_L1)
         return Invocation{.command = Invocation::Command::Version};
-    for (const CommandRow &row : commandRows) {
-        if (row.name == name)
-            return parseArguments(row, arguments.sliced(1), texts);
-    }
+    if (const CommandRow *row = findCommand([&](const CommandRow &each) { return each.name == name; }))
+        return parseArguments(*row, arguments.sliced(1), texts);
     return tl::unexpected(wrongUsage(texts.formatted(u"未知的指令：%@"_s, name)));
 }
 
 QStringView commandName(Invocation::Command command)
 {
+    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
+    return row ? row->name : QStringView();
+}
+
+QStringView busMember(Invocation::Command command)
+{
+    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
+    return row ? row->busMember : QStringView();
+}
+
+bool startsProgram(Invocation::Command command)
+{
+    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
+    return row && row->startsProgram;
+}
+
+std::optional<Invocation::Command> remoteCommandOfName(QStringView name)
+{
+    return remoteCommand(findCommand([=](const CommandRow &each) { return each.name == name; }));
+}
+
+std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member)
+{
+    return remoteCommand(findCommand([=](const CommandRow &each) { return each.busMember == member; }));
+}
+
+QStringList remoteBusMembers()
+{
+    QStringList members;
     for (const CommandRow &row : commandRows) {
-        if (row.command == command)
-            return row.name;
+        if (!row.busMember.isEmpty())
+            members.append(row.busMember.toString());
     }
-    return {};
+    return members;
 }
 
 QString helpPage(const LocalizationManager &texts)
@@ -173,7 +223,7 @@ QString helpPage(const LocalizationManager &texts)
         QString line = u"  lucentra "_s + row.name.toString();
         if (!row.argument.isEmpty())
             line += u' ' + row.argument.toString();
-        for (const QStringView name : row.options.split(u' ')) {
+        for (const QStringView name : row.options.split(u' ', Qt::SkipEmptyParts)) {
             const QString option = usage(*findOption(row, name));
             line += name == row.requiredOption ? u' ' + option : u" ["_s + option + u']';
         }

@@ -15,7 +15,22 @@ class LocalizationManager;
 /// What a command line asks for. Values are as typed; the commands check what they mean.
 struct Invocation
 {
-    enum class Command { Help, Version, Recognize, Image, Text, TestConnection, Languages };
+    enum class Command {
+        Help,
+        Version,
+        Recognize,
+        Image,
+        Text,
+        TestConnection,
+        Languages,
+        Toggle,
+        Show,
+        Hide,
+        Translate,
+        Settings,
+        History,
+        Quit
+    };
 
     Command command = Command::Help;
     QString argument;              ///< the one positional argument: a picture's path, or a text
@@ -37,6 +52,17 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
 
 /// The name of a command, as typed.
 QStringView commandName(Invocation::Command command);
+
+// Commands that the running program carries out. They have a method each on the session bus, of the same table.
+
+/// The command's method, with a capital letter; empty where it is none of these.
+QStringView busMember(Invocation::Command command);
+QStringList remoteBusMembers();
+std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member);
+/// By the command's name as typed.
+std::optional<Invocation::Command> remoteCommandOfName(QStringView name);
+/// Whether the command makes sense where no program runs yet, which is started for it.
+bool startsProgram(Invocation::Command command);
 
 /// The page that --help prints, made from the same table.
 QString helpPage(const LocalizationManager &texts);

@@ -67,6 +67,15 @@ ExitCode run(const Invocation &invocation, Services &services)
     case Command::Text:
         output = textCommand(invocation, services);
         break;
+    case Command::Toggle:
+    case Command::Show:
+    case Command::Hide:
+    case Command::Translate:
+    case Command::Settings:
+    case Command::History:
+    case Command::Quit:
+        output = remoteCommand(invocation, services);
+        break;
     case Command::TestConnection:
         output = testConnectionCommand(invocation, services);
         break;

@@ -2,6 +2,7 @@
 
 #include "ConnectionTest.h"
 #include "PictureFile.h"
+#include "RemoteControl.h"
 #include "Services.h"
 #include "Settings.h"
 #include "TextRecognition.h"
@@ -203,6 +204,14 @@ Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Servic
                     .code = outcome.error().code,
                     .description = services.texts().formatted(u"連線失敗：%@"_s, outcome.error().description)});
     return CommandOutput{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
+}
+
+Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services)
+{
+    const auto done = sendRemoteCommand(invocation.command, QDBusConnection::sessionBus(), services.texts());
+    if (!done)
+        return tl::unexpected(done.error());
+    return CommandOutput{};
 }
 
 } // namespace lucentra

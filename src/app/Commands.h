@@ -30,5 +30,7 @@ Result<CommandOutput> textCommand(const Invocation &invocation, Services &servic
 Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services);
 /// Asks the chosen engine for one word.
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
+/// Has the running program carry the command out.
+Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services);
 
 } // namespace lucentra

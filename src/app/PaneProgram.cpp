@@ -2,6 +2,9 @@
 
 #include "AppDelegate.h"
 #include "CommandLine.h"
+#include "LegacyMigration.h"
+#include "RemoteControl.h"
+#include "Services.h"
 #include "TerminationSignals.h"
 #include "Version.h"
 
@@ -22,14 +25,47 @@ void printDiagnostic(const QString &line)
     std::fflush(stdout);
 }
 
+void printError(const QString &message)
+{
+    std::fputs((message + u'\n').toUtf8().constData(), stderr);
+}
+
+int explainMissingDisplay(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    Services services(&printDiagnostic, {});
+    printError(services.texts().localized(
+        isWaylandSession() ? u"Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。"_s
+                           : u"Lucentra 需要圖形桌面（沒有設定 DISPLAY）。"_s));
+    return int(ExitCode::Failed);
+}
+
+/// Copies what the former version left, before anybody reads a setting.
+void migrateFormerVersion()
+{
+    SettingsStore settings(SettingsStore::userFilePath(), &printDiagnostic);
+    migrateLegacyData(settings, HistoryManager::userFilePath(), LegacyFolders::ofUser(), &printDiagnostic);
+}
+
+/// A second start: the running program shows its pane.
+int showRunningProgram(PaneAtStart paneAtStart)
+{
+    if (paneAtStart == PaneAtStart::WaitsForCommand)
+        return int(ExitCode::Done); // whoever sends the command reaches the other one
+    Services services(&printDiagnostic, {});
+    const auto shown = sendRemoteCommand(Invocation::Command::Show, QDBusConnection::sessionBus(), services.texts());
+    if (shown)
+        return int(ExitCode::Done);
+    printError(shown.error().description);
+    return int(ExitCode::Failed);
+}
+
 } // namespace
 
-int runPane(int argc, char *argv[])
+int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-        std::fputs("Lucentra needs a desktop: DISPLAY isn't set.\n", stderr);
-        return int(ExitCode::Failed);
-    }
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return explainMissingDisplay(argc, argv);
     // The pane is placed, kept on top and left out of captures by means of X11, in Wayland sessions as well.
     qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication application(argc, argv);
@@ -38,8 +74,14 @@ int runPane(int argc, char *argv[])
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
     const TerminationSignals signalsToQuit([] { QCoreApplication::quit(); });
+    RemoteControl remoteControl(QDBusConnection::sessionBus());
+    const auto claim = remoteControl.claim();
+    if (claim == RemoteControl::Claim::Taken)
+        return showRunningProgram(paneAtStart);
+    migrateFormerVersion();
     AppDelegate delegate(&printDiagnostic);
-    delegate.applicationDidFinishLaunching();
+    remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
+    delegate.applicationDidFinishLaunching(paneAtStart);
     const int code = QApplication::exec();
     delegate.applicationWillTerminate();
     return code;

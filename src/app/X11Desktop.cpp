@@ -1,12 +1,23 @@
 #include "X11Desktop.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QDBusVariant>
 #include <QGuiApplication>
 #include <QScreen>
+
+#include <string_view>
+
+using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
 namespace {
+
+/// How long the watcher of status items may take to answer, in milliseconds.
+constexpr int watcherPatience = 500;
 
 /// The ids of the windows that the toolkit makes for us.
 X11ResourceRange ownResources()
@@ -16,6 +27,34 @@ X11ResourceRange ownResources()
         return {};
     const xcb_setup_t *setup = xcb_get_setup(x11->connection());
     return {setup->resource_id_base, setup->resource_id_mask};
+}
+
+bool hasStatusNotifierHost(const QDBusConnection &bus)
+{
+    if (!bus.isConnected() || !bus.interface()->isServiceRegistered(u"org.kde.StatusNotifierWatcher"_s))
+        return false;
+    auto query = QDBusMessage::createMethodCall(u"org.kde.StatusNotifierWatcher"_s, u"/StatusNotifierWatcher"_s,
+                                                u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    query.setArguments({u"org.kde.StatusNotifierWatcher"_s, u"IsStatusNotifierHostRegistered"_s});
+    const QDBusReply<QDBusVariant> reply = bus.call(query, QDBus::Block, watcherPatience);
+    return reply.isValid() && reply.value().variant().toBool();
+}
+
+/// The older kind of tray, which embeds windows, owns a selection.
+bool ownsTraySelection()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11)
+        return false;
+    xcb_connection_t *c = x11->connection();
+    constexpr std::string_view name = "_NET_SYSTEM_TRAY_S0";
+    const auto atomCookie = xcb_intern_atom(c, false, quint16(name.size()), name.data());
+    X11Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(c, atomCookie, nullptr));
+    if (!atom)
+        return false;
+    const auto ownerCookie = xcb_get_selection_owner(c, atom->atom);
+    X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, ownerCookie, nullptr));
+    return owner && owner->owner;
 }
 
 X11Display displayOf(const QScreen *screen)
@@ -39,6 +78,11 @@ QRect toNative(const QRectF &area)
 
 } // namespace
 
+bool isWaylandSession()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
+}
+
 X11Desktop::X11Desktop(Scheduler &scheduler)
     : capture(ownResources())
     , changes(ownResources(), toNative)
@@ -50,6 +94,11 @@ X11Desktop::X11Desktop(Scheduler &scheduler)
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &X11Desktop::updateDisplays);
     for (QScreen *screen : QGuiApplication::screens())
         watch(screen);
+}
+
+bool X11Desktop::hasTray() const
+{
+    return hasStatusNotifierHost(QDBusConnection::sessionBus()) || ownsTraySelection();
 }
 
 void X11Desktop::watch(QScreen *screen)

@@ -13,12 +13,18 @@ class QScreen;
 
 namespace lucentra {
 
+/// Whether the session is one of Wayland, in which this program runs through XWayland.
+bool isWaylandSession();
+
 /// The services of an X11 desktop that the pane needs, and their common knowledge of the displays. Main thread; needs
 /// the application's connection to the X server.
 class X11Desktop : public QObject
 {
 public:
     explicit X11Desktop(Scheduler &scheduler);
+
+    /// Whether the desktop has a place for status items, of either kind.
+    bool hasTray() const;
 
     X11ScreenCapture capture;
     X11CaptureAccess access;

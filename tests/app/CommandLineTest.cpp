@@ -19,6 +19,7 @@ private Q_SLOTS:
     void wrongUsageIsSaidInWords_data();
     void wrongUsageIsSaidInWords();
     void theHelpNamesEveryCommandAndOption();
+    void theBusKnowsTheSameCommands();
 
 private:
     TestTexts m_texts;
@@ -53,6 +54,8 @@ void CommandLineTest::argumentsAreUnderstood_data()
         << QStringList{u"text"_s, u"-5 degrees"_s} << Invocation{.command = Command::Text, .argument = u"-5 degrees"_s};
     QTest::newRow("an empty text") << QStringList{u"text"_s, u""_s} << Invocation{.command = Command::Text};
     QTest::newRow("help on a command") << QStringList{u"text"_s, u"--help"_s} << Invocation{};
+    QTest::newRow("a command of the running program")
+        << QStringList{u"toggle"_s} << Invocation{.command = Command::Toggle};
     QTest::newRow("the version") << QStringList{u"--version"_s} << Invocation{.command = Command::Version};
 }
 
@@ -83,6 +86,8 @@ void CommandLineTest::wrongUsageIsSaidInWords_data()
         << QStringList{u"text"_s, u"a"_s, u"--engine=7x"_s} << u"選項 --engine 的值無效：7x"_s;
     QTest::newRow("no picture") << QStringList{u"recognize"_s} << u"缺少參數：IMAGE"_s;
     QTest::newRow("no output") << QStringList{u"image"_s, u"a"_s} << u"缺少參數：--output"_s;
+    QTest::newRow("a command of the running program takes nothing")
+        << QStringList{u"show"_s, u"pane"_s} << u"多餘的參數：pane"_s;
     QTest::newRow("two texts") << QStringList{u"text"_s, u"a"_s, u"b"_s} << u"多餘的參數：b"_s;
 }
 
@@ -101,6 +106,21 @@ void CommandLineTest::theHelpNamesEveryCommandAndOption()
     for (const auto name : {u"recognize IMAGE [--timing]", u"image IMAGE --output OUT.png [--engine N]", u"text TEXT",
                             u"test-connection [--engine N]"})
         QVERIFY2(page.contains(QStringView(name)), qPrintable(page));
+}
+
+void CommandLineTest::theBusKnowsTheSameCommands()
+{
+    const QStringList members = remoteBusMembers();
+    QCOMPARE(members,
+             (QStringList{u"Toggle"_s, u"Show"_s, u"Hide"_s, u"Translate"_s, u"Settings"_s, u"History"_s, u"Quit"_s}));
+    for (const QString &member : members) {
+        const auto parsed = parseCommandLine({member.toLower()}, m_texts.manager);
+        QVERIFY(parsed);
+        QCOMPARE(std::optional(parsed->command), remoteCommandOfBusMember(member));
+        QCOMPARE(busMember(parsed->command), member);
+    }
+    QVERIFY(!remoteCommandOfName(u"image") && !remoteCommandOfBusMember(u"") && !remoteCommandOfBusMember(u"toggle"));
+    QVERIFY(startsProgram(Invocation::Command::Show) && !startsProgram(Invocation::Command::Quit));
 }
 
 QTEST_GUILESS_MAIN(CommandLineTest)

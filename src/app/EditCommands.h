@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QList>
+#include <QStringView>
+
+class QWidget;
+
+namespace lucentra {
+
+/// One of the commands of text fields.
+struct EditCommand
+{
+    QStringView titleKey;
+    QKeySequence shortcut;
+    const char *slot;         ///< of the text field
+    bool startsGroup = false; ///< a separator stands before it
+};
+
+/// In the order of the menu.
+const QList<EditCommand> &editCommands();
+
+/// Whether the commands make sense for the widget; false for none.
+bool isTextField(const QWidget *widget);
+
+/// Does nothing where the widget is no text field.
+void performEditCommand(const EditCommand &command, QWidget *widget);
+
+} // namespace lucentra

@@ -1,0 +1,163 @@
+#include "MainMenu.h"
+
+#include "EditCommands.h"
+#include "LocalizationManager.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QMessageBox>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+void hideApplication()
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowType() == Qt::Window)
+            window->hide();
+    }
+}
+
+void minimizeActiveWindow()
+{
+    if (QWidget *window = QApplication::activeWindow())
+        window->showMinimized();
+}
+
+void closeActiveWindow()
+{
+    if (QWidget *window = QApplication::activeWindow())
+        window->close();
+}
+
+} // namespace
+
+MainMenu::MainMenu(const LocalizationManager &texts, const ShellActions &actions)
+    : m_texts(texts)
+    , m_actions(actions)
+    , m_application(u"Lucentra"_s)
+{
+    fillApplicationMenu();
+    fillEditMenu();
+    fillTranslateMenu();
+    fillWindowMenu();
+    fillContextMenu();
+}
+
+MainMenu::~MainMenu() = default;
+
+QAction *MainMenu::add(QMenu &menu, const QString &key, const QKeySequence &shortcut, std::function<void()> act)
+{
+    auto *action = new QAction(this);
+    action->setShortcut(shortcut);
+    connect(action, &QAction::triggered, this, [act = std::move(act)] { act(); });
+    menu.addAction(action);
+    m_items.append({action, key, nullptr});
+    return action;
+}
+
+QAction *MainMenu::add(QMenu &menu, const QString &key, const QKeySequence &shortcut, const std::function<void()> *act)
+{
+    QAction *action = add(menu, key, shortcut, [act] { (*act)(); });
+    m_items.last().act = act;
+    return action;
+}
+
+void MainMenu::fillApplicationMenu()
+{
+    add(m_application, u"關於 Lucentra｜澄鏡通"_s, {}, [this] { showAbout(); });
+    m_application.addSeparator();
+    add(m_application, u"設定…"_s, Qt::CTRL | Qt::Key_Comma, &m_actions.openSettings);
+    m_application.addSeparator();
+    add(m_application, u"隱藏 Lucentra"_s, Qt::CTRL | Qt::Key_H, hideApplication);
+    m_application.addSeparator();
+    add(m_application, u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::quit(); });
+}
+
+void MainMenu::fillEditMenu()
+{
+    for (const EditCommand &command : editCommands()) {
+        if (command.startsGroup)
+            m_edit.addSeparator();
+        QAction *action = add(m_edit, command.titleKey.toString(), command.shortcut,
+                              [&command] { performEditCommand(command, QApplication::focusWidget()); });
+        // Text fields know these keys by themselves; nothing else may lose them.
+        action->setShortcutContext(Qt::WidgetShortcut);
+    }
+    connect(&m_edit, &QMenu::aboutToShow, this, &MainMenu::updateEditItems);
+    updateEditItems();
+}
+
+void MainMenu::fillTranslateMenu()
+{
+    add(m_translate, u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, &m_actions.translateCurrentArea);
+}
+
+void MainMenu::fillWindowMenu()
+{
+    add(m_window, u"縮小"_s, Qt::CTRL | Qt::Key_M, minimizeActiveWindow);
+    add(m_window, u"關閉"_s, Qt::CTRL | Qt::Key_W, closeActiveWindow);
+}
+
+void MainMenu::fillContextMenu()
+{
+    // What is done to the pane first; the rest as in a menu bar.
+    m_context.addActions(m_translate.actions());
+    m_context.addSeparator();
+    m_context.addMenu(&m_edit);
+    m_context.addMenu(&m_window);
+    m_context.addSeparator();
+    m_context.addActions(m_application.actions());
+}
+
+void MainMenu::build()
+{
+    m_edit.setTitle(m_texts.localized(u"編輯"_s));
+    m_translate.setTitle(m_texts.localized(u"翻譯"_s));
+    m_window.setTitle(m_texts.localized(u"視窗"_s));
+    for (const Item &item : std::as_const(m_items)) {
+        item.action->setText(m_texts.localized(item.key));
+        item.action->setVisible(!item.act || *item.act);
+    }
+}
+
+void MainMenu::fillMenuBar(QMenuBar &bar) const
+{
+    for (const QMenu *menu : {&m_application, &m_edit, &m_translate, &m_window})
+        bar.addAction(menu->menuAction());
+}
+
+void MainMenu::attachContextMenu(QWidget &widget)
+{
+    for (const Item &item : std::as_const(m_items)) {
+        if (!item.action->shortcut().isEmpty())
+            widget.addAction(item.action);
+    }
+    widget.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&widget, &QWidget::customContextMenuRequested, this,
+            [this, &widget](QPoint place) { m_context.popup(widget.mapToGlobal(place)); });
+}
+
+void MainMenu::updateEditItems()
+{
+    const QList<QAction *> actions = m_edit.actions();
+    for (QAction *action : actions)
+        action->setEnabled(isTextField(QApplication::focusWidget()));
+}
+
+void MainMenu::showAbout() const
+{
+    auto *about = new QMessageBox(QMessageBox::NoIcon, m_texts.localized(u"關於 Lucentra｜澄鏡通"_s),
+                                  u"Lucentra｜澄鏡通"_s, QMessageBox::Close);
+    about->setInformativeText(QCoreApplication::applicationVersion());
+    about->setIconPixmap(QApplication::windowIcon().pixmap(64));
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->show();
+}
+
+} // namespace lucentra

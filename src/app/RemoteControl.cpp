@@ -1,0 +1,145 @@
+#include "RemoteControl.h"
+
+#include "LocalizationManager.h"
+#include "PaneAtStart.h"
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <QThread>
+
+#include <csignal>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+using Command = Invocation::Command;
+
+constexpr auto serviceName = "com.tarnby.lucentra"_L1;
+constexpr auto objectPath = "/com/tarnby/lucentra"_L1;
+constexpr auto ownInterface = "com.tarnby.lucentra"_L1;
+constexpr auto applicationInterface = "org.freedesktop.Application"_L1;
+
+/// How long a command may take; none waits for anything.
+constexpr auto answerPatience = 5s;
+/// How long the program may take to appear on the bus.
+constexpr auto startPatience = 20s;
+
+Failure failure(const QString &description)
+{
+    return {.domain = u"RemoteControl"_s, .code = int(ExitCode::Failed), .description = description};
+}
+
+bool isRunning(const QDBusConnection &bus)
+{
+    return bus.interface()->isServiceRegistered(serviceName);
+}
+
+/// Starts the program and waits until it can be called. It outlives this process and holds none of its outputs open.
+bool start(const QDBusConnection &bus)
+{
+    QProcess program;
+    program.setProgram(QCoreApplication::applicationFilePath());
+    program.setArguments({QLatin1StringView(waitForCommandOption)});
+    program.setStandardInputFile(QProcess::nullDevice());
+    program.setStandardOutputFile(QProcess::nullDevice());
+    program.setStandardErrorFile(QProcess::nullDevice());
+    qint64 identifier = 0;
+    if (!program.startDetached(&identifier))
+        return false;
+    const QDeadlineTimer deadline(startPatience);
+    while (!isRunning(bus)) {
+        const bool hasEnded = ::kill(pid_t(identifier), 0) != 0;
+        if (hasEnded || deadline.hasExpired())
+            return false;
+        QThread::msleep(20);
+    }
+    return true;
+}
+
+/// What a call asks for by either interface.
+std::optional<Command> commandOf(const QDBusMessage &message)
+{
+    if (message.interface() != applicationInterface)
+        return remoteCommandOfBusMember(message.member());
+    if (message.member() == "Activate"_L1)
+        return Command::Show;
+    if (message.member() == "ActivateAction"_L1)
+        return remoteCommandOfName(message.arguments().value(0).toString());
+    return std::nullopt;
+}
+
+} // namespace
+
+RemoteControl::RemoteControl(const QDBusConnection &bus)
+    : m_bus(bus)
+{
+}
+
+RemoteControl::~RemoteControl()
+{
+    m_bus.unregisterService(serviceName);
+    m_bus.unregisterObject(objectPath);
+}
+
+RemoteControl::Claim RemoteControl::claim()
+{
+    if (!m_bus.isConnected())
+        return Claim::NoBus;
+    // The object first: whoever waits for the name calls it at once.
+    m_bus.registerVirtualObject(objectPath, this);
+    const auto reply = m_bus.interface()->registerService(serviceName, QDBusConnectionInterface::DontQueueService,
+                                                          QDBusConnectionInterface::DontAllowReplacement);
+    return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered ? Claim::Ours : Claim::Taken;
+}
+
+QString RemoteControl::introspect(const QString &) const
+{
+    QString methods;
+    for (const QString &member : remoteBusMembers())
+        methods += u"<method name=\""_s + member + u"\"/>"_s;
+    return u"<interface name=\""_s + ownInterface + u"\">"_s + methods + u"</interface>"_s +
+           uR"(<interface name="org.freedesktop.Application">
+<method name="Activate"><arg type="a{sv}" direction="in"/></method>
+<method name="ActivateAction"><arg type="s" direction="in"/><arg type="av" direction="in"/><arg type="a{sv}" direction="in"/></method>
+</interface>)"_s;
+}
+
+bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    const auto command = commandOf(message);
+    if (!command)
+        return false; // the bus says that there is no such method
+    if (onCommand && onCommand(*command))
+        connection.send(message.createReply());
+    else
+        connection.send(message.createErrorReply(QDBusError::NotSupported, busMember(*command).toString()));
+    return true;
+}
+
+Result<void> sendRemoteCommand(Invocation::Command command, QDBusConnection bus, const LocalizationManager &texts)
+{
+    if (!bus.isConnected())
+        return tl::unexpected(failure(texts.localized(u"找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。"_s)));
+    if (!isRunning(bus)) {
+        if (!startsProgram(command))
+            return tl::unexpected(failure(texts.localized(u"Lucentra 沒有在執行。"_s)));
+        if (!start(bus))
+            return tl::unexpected(failure(texts.localized(u"Lucentra 無法啟動。"_s)));
+    }
+    auto call = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface, busMember(command).toString());
+    call.setAutoStartService(false);
+    const QDBusMessage reply = bus.call(call, QDBus::Block, int(std::chrono::milliseconds(answerPatience).count()));
+    if (reply.type() == QDBusMessage::ErrorMessage)
+        return tl::unexpected(failure(texts.localized(u"Lucentra 沒有執行這個指令。"_s)));
+    return {};
+}
+
+} // namespace lucentra

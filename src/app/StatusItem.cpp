@@ -1,0 +1,113 @@
+#include "StatusItem.h"
+
+#include "LocalizationManager.h"
+#include "VirtualKeys.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <QSystemTrayIcon>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+QIcon statusImage()
+{
+    QIcon image = QIcon::fromTheme(u"GlassIconTemplate"_s);
+    if (image.isNull())
+        image = QIcon(u":/lucentra/icons/GlassIconTemplate.svg"_s);
+    if (image.availableSizes().isEmpty() && image.pixmap(24).isNull())
+        image = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    image.setIsMask(true);
+    return image;
+}
+
+QKeySequence keySequence(quint32 flags, const QString &key)
+{
+    QStringList parts;
+    if (flags & modifierFlag::control)
+        parts.append(u"Ctrl"_s);
+    if (flags & modifierFlag::option)
+        parts.append(u"Alt"_s);
+    if (flags & modifierFlag::shift)
+        parts.append(u"Shift"_s);
+    if (flags & modifierFlag::command)
+        parts.append(u"Meta"_s);
+    parts.append(key.toUpper());
+    return QKeySequence(parts.join(u'+'), QKeySequence::PortableText);
+}
+
+} // namespace
+
+StatusItem::StatusItem(const LocalizationManager &texts, const ShellActions &actions, Scheduler &scheduler,
+                       std::function<bool()> isTrayThere)
+    : m_texts(texts)
+    , m_actions(actions)
+    , m_scheduler(scheduler)
+    , m_isTrayThere(std::move(isTrayThere))
+{
+}
+
+StatusItem::~StatusItem() = default;
+
+QAction *StatusItem::add(const QString &key, const QKeySequence &shortcut, std::function<void()> act)
+{
+    QAction *action = m_menu.addAction(m_texts.localized(key));
+    action->setShortcut(shortcut);
+    connect(action, &QAction::triggered, this, [act = std::move(act)] { act(); });
+    return action;
+}
+
+void StatusItem::build()
+{
+    m_menu.clear();
+    QAction *toggle = add(u"顯示/隱藏 翻譯板"_s, Qt::ALT | Qt::Key_T, [this] { m_actions.toggleWindow(); });
+    toggle->setData(toggleTag);
+    add(u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
+    m_menu.addSeparator();
+    if (m_actions.openSettings) {
+        add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
+        m_menu.addSeparator();
+    }
+    add(u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::quit(); });
+    if (!m_icon)
+        look();
+}
+
+void StatusItem::setToggleKeys(quint32 flags, const QString &key)
+{
+    const QList<QAction *> items = m_menu.actions();
+    for (QAction *item : items) {
+        if (item->data() == toggleTag)
+            item->setShortcut(keySequence(flags, key));
+    }
+}
+
+void StatusItem::look()
+{
+    if (m_isTrayThere()) {
+        makeIcon();
+        return;
+    }
+    m_look = m_scheduler.after(m_lookInterval, [this] { look(); });
+    m_lookInterval = std::min(m_lookInterval * 2, longestLookInterval);
+}
+
+void StatusItem::makeIcon()
+{
+    m_icon = std::make_unique<QSystemTrayIcon>(statusImage());
+    m_icon->setToolTip(u"Lucentra｜澄鏡通"_s);
+    m_icon->setContextMenu(&m_menu);
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger)
+            m_actions.toggleWindow();
+    });
+    m_icon->show();
+}
+
+} // namespace lucentra

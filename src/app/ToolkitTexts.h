@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+class QTranslator;
+
+namespace lucentra {
+
+/// The toolkit's own texts (buttons of dialogs, menus of text fields), and its form of numbers, in the interface
+/// language. Where the toolkit's tables aren't installed they stay English. Main thread only; needs the application.
+class ToolkitTexts
+{
+public:
+    ToolkitTexts();
+    ~ToolkitTexts();
+
+    /// Brings a language into force, by the code of its string table; windows that are open learn of it.
+    void use(const QString &languageCode);
+
+private:
+    std::unique_ptr<QTranslator> m_table; ///< none for English
+};
+
+} // namespace lucentra

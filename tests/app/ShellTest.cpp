@@ -1,0 +1,183 @@
+#include "AutoHide.h"
+#include "EditCommands.h"
+#include "MainMenu.h"
+#include "ManualScheduler.h"
+#include "StatusItem.h"
+#include "TestTexts.h"
+#include "ToolkitTexts.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QTest>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+/// The menus, the status item and the hiding of the pane, without a desktop.
+class ShellTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theStatusMenuFollowsTheHotkey_data();
+    void theStatusMenuFollowsTheHotkey();
+    void itemsWithoutAnActionAreLeftOut();
+    void theStatusItemWaitsForATray();
+    void editCommandsActOnTheTextField();
+    void theToolkitSpeaksTheInterfaceLanguage();
+    void thePaneHidesOnlyWhenTheKeysAreReallyGone_data();
+    void thePaneHidesOnlyWhenTheKeysAreReallyGone();
+
+private:
+    static QStringList shown(const QMenu &menu)
+    {
+        QStringList lines;
+        const QList<QAction *> actions = menu.actions();
+        for (const QAction *action : actions) {
+            if (action->isVisible())
+                lines.append(action->isSeparator() ? u"-"_s
+                                                   : action->text() + u" | "_s + action->shortcut().toString());
+        }
+        return lines;
+    }
+
+    TestTexts m_texts;
+    ManualScheduler m_scheduler;
+    ShellActions m_actions{.toggleWindow = [] {}, .translateCurrentArea = [] {}};
+};
+
+void ShellTest::theStatusMenuFollowsTheHotkey_data()
+{
+    QTest::addColumn<quint32>("flags");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("shortcut");
+    QTest::newRow("the default") << 0x80000U << u"t"_s << u"Alt+T"_s;
+    QTest::newRow("Control, Shift and K") << 0x60000U << u"k"_s << u"Ctrl+Shift+K"_s;
+    QTest::newRow("Command") << 0x100000U << u"k"_s << u"Meta+K"_s;
+    QTest::newRow("a key with a name") << 0x40000U << u"F5"_s << u"Ctrl+F5"_s;
+    QTest::newRow("no modifier") << 0U << u"a"_s << u"A"_s;
+}
+
+void ShellTest::theStatusMenuFollowsTheHotkey()
+{
+    QFETCH(quint32, flags);
+    QFETCH(QString, key);
+    QFETCH(QString, shortcut);
+    StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
+    item.build();
+    item.setToggleKeys(flags, key);
+    QCOMPARE(shown(item.menu()), (QStringList{u"顯示/隱藏 翻譯板 | "_s + shortcut, u"翻譯目前區域 | Alt+Return"_s,
+                                              u"-"_s, u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+}
+
+void ShellTest::itemsWithoutAnActionAreLeftOut()
+{
+    int opened = 0;
+    StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
+    MainMenu menu(m_texts.manager, m_actions);
+    QMenuBar bar;
+    menu.fillMenuBar(bar);
+    const QList<QAction *> menus = bar.actions();
+    menu.build();
+    const QMenu &application = *menus[0]->menu<QMenu *>();
+    QVERIFY(!shown(application).contains(u"設定… | Ctrl+,"_s));
+    QCOMPARE(menus[1]->text(), u"編輯"_s);
+    m_actions.openSettings = [&] { ++opened; };
+    menu.build();
+    item.build();
+    QVERIFY(shown(application).contains(u"設定… | Ctrl+,"_s));
+    QCOMPARE(shown(item.menu()).value(3), u"設定… | Ctrl+,"_s);
+    item.menu().actions()[3]->trigger();
+    QCOMPARE(opened, 1);
+    m_actions.openSettings = {};
+}
+
+void ShellTest::theStatusItemWaitsForATray()
+{
+    bool isTrayThere = false;
+    StatusItem item(m_texts.manager, m_actions, m_scheduler, [&] { return isTrayThere; });
+    item.build();
+    m_scheduler.advance(StatusItem::longestLookInterval * 3);
+    QVERIFY(!item.isShown());
+    isTrayThere = true;
+    m_scheduler.advance(StatusItem::longestLookInterval);
+    QVERIFY(item.isShown());
+    QVERIFY(m_scheduler.isIdle());
+}
+
+void ShellTest::editCommandsActOnTheTextField()
+{
+    QLineEdit line(u"some text"_s);
+    QPlainTextEdit text(u"some text"_s);
+    const auto perform = [](QStringView title, QWidget &widget) {
+        for (const EditCommand &command : editCommands()) {
+            if (command.titleKey == title)
+                performEditCommand(command, &widget);
+        }
+    };
+    for (QWidget *field : {static_cast<QWidget *>(&line), static_cast<QWidget *>(&text)}) {
+        perform(u"全選", *field);
+        perform(u"刪除", *field);
+    }
+    QCOMPARE(line.text() + text.toPlainText(), QString());
+    perform(u"還原", line);
+    perform(u"還原", text);
+    QCOMPARE(line.text() + text.toPlainText(), u"some textsome text"_s);
+    QWidget none;
+    perform(u"全選", none); // no text field: nothing to select in
+    QVERIFY(!isTextField(&none) && !isTextField(nullptr));
+}
+
+void ShellTest::theToolkitSpeaksTheInterfaceLanguage()
+{
+    ToolkitTexts toolkit;
+    QStringList words;
+    for (const QString &code : {u"zh-Hant"_s, u"zh-Hans"_s, u"ja"_s, u"ko"_s, u"en"_s}) {
+        toolkit.use(code);
+        words.append(QCoreApplication::translate("QPlatformTheme", "Cancel"));
+    }
+    QCOMPARE(words, (QStringList{u"取消"_s, u"取消"_s, u"キャンセル"_s, u"취소"_s, u"Cancel"_s}));
+}
+
+void ShellTest::thePaneHidesOnlyWhenTheKeysAreReallyGone_data()
+{
+    QTest::addColumn<bool>("hasInputFocus");
+    QTest::addColumn<bool>("isPointerInUse");
+    QTest::addColumn<bool>("comesBack");
+    QTest::addColumn<int>("losses");
+    QTest::newRow("another window has them") << false << false << false << 1;
+    QTest::newRow("a hotkey is held") << true << false << true << 0;
+    QTest::newRow("a hotkey is held, then another window has them") << true << false << false << 1;
+    QTest::newRow("the pane is dragged") << false << true << true << 0;
+    QTest::newRow("another window is clicked") << false << true << false << 1;
+}
+
+void ShellTest::thePaneHidesOnlyWhenTheKeysAreReallyGone()
+{
+    QFETCH(bool, hasInputFocus);
+    QFETCH(bool, isPointerInUse);
+    QFETCH(bool, comesBack);
+    QFETCH(int, losses);
+    bool isPaneActive = true;
+    int lost = 0;
+    AutoHide autoHide(m_scheduler,
+                      {.isPaneActive = [&] { return isPaneActive; },
+                       .hasInputFocus = [&] { return hasInputFocus; },
+                       .isPointerInUse = [&] { return isPointerInUse; }},
+                      [&] { ++lost; });
+    autoHide.focusChanged();
+    isPaneActive = false;
+    autoHide.focusChanged();
+    m_scheduler.advance(AutoHide::lookInterval * 10);
+    QCOMPARE(lost, hasInputFocus || isPointerInUse ? 0 : 1);
+    isPaneActive = comesBack;
+    hasInputFocus = isPointerInUse = false;
+    m_scheduler.advance(AutoHide::lookInterval * 10);
+    QCOMPARE(lost, losses);
+    QVERIFY(m_scheduler.isIdle());
+}
+
+QTEST_MAIN(ShellTest)
+#include "ShellTest.moc"
