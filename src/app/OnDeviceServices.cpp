@@ -1,5 +1,6 @@
 #include "OnDeviceServices.h"
 
+#include "ApertiumTranslation.h"
 #include "PhraseMemory.h"
 
 #include <memory>
@@ -15,6 +16,7 @@ std::vector<std::unique_ptr<OnDeviceTranslationService>> layers(PhraseStore &sto
 {
     std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
     layers.push_back(std::make_unique<PhraseMemory>(store));
+    layers.push_back(ApertiumTranslation::ofThisSystem());
     return layers;
 }
 

@@ -7,9 +7,10 @@
 
 namespace lucentra {
 
-/// Called for each message of a catalogue: its source text and its translation, both as they stand there, with
-/// mnemonics and placeholders. Of a message with plural forms, each form that has a source text of its own is one.
-using MessageVisitor = std::function<void(const QString &source, const QString &translation)>;
+/// Called for each message of a catalogue: its source text, as bytes that should be UTF-8, and its translation, both
+/// as they stand there, with mnemonics and placeholders. Of a message with plural forms, each form that has a source
+/// text of its own is one.
+using MessageVisitor = std::function<void(QByteArrayView source, const QString &translation)>;
 
 // Both read any bytes at all without harm: whatever points outside, overlaps or isn't valid text is left out, and the
 // work is bounded by the number of bytes. They return false where the bytes are no catalogue of the kind.

@@ -1,11 +1,9 @@
 #include "MessageCatalogue.h"
 
-#include "Text.h"
-
 #include <QtEndian>
 
 #include <algorithm>
-#include <optional>
+#include <utility>
 
 namespace lucentra {
 
@@ -72,15 +70,14 @@ QByteArrayView withoutContext(QByteArrayView source)
     return end < 0 ? source : source.sliced(end + 1);
 }
 
-QList<QByteArrayView> pluralForms(QByteArrayView text)
+/// The first form and the last, which is that of many things, whichever others there are; the last is empty where
+/// there is just one.
+std::pair<QByteArrayView, QByteArrayView> pluralForms(QByteArrayView text)
 {
-    QList<QByteArrayView> forms;
-    for (qsizetype zero = text.indexOf('\0'); zero >= 0; zero = text.indexOf('\0')) {
-        forms.append(text.first(zero));
-        text = text.sliced(zero + 1);
-    }
-    forms.append(text);
-    return forms;
+    const qsizetype first = text.indexOf('\0');
+    if (first < 0)
+        return {text, {}};
+    return {text.first(first), text.sliced(text.lastIndexOf('\0') + 1)};
 }
 
 bool isUtf8(QByteArrayView header)
@@ -97,10 +94,9 @@ void visitForm(QByteArrayView source, QByteArrayView translation, const MessageV
 {
     if (source.isEmpty() || translation.isEmpty() || std::max(source.size(), translation.size()) > longestMessage)
         return;
-    const auto sourceText = decodeUtf8(source);
-    const auto translationText = decodeUtf8(translation);
-    if (sourceText && translationText)
-        visit(*sourceText, *translationText);
+    if (!translation.isValidUtf8())
+        return;
+    visit(source, QString::fromUtf8(translation));
 }
 
 } // namespace
@@ -117,11 +113,10 @@ bool readMoCatalogue(QByteArrayView bytes, const MessageVisitor &visit)
         const QByteArrayView translation = file.translation(i);
         if (source.size() > 2 * longestMessage || translation.size() > 6 * longestMessage)
             continue;
-        const QList<QByteArrayView> sources = pluralForms(withoutContext(source));
-        const QList<QByteArrayView> translations = pluralForms(translation);
-        visitForm(sources.first(), translations.first(), visit);
-        if (sources.size() > 1) // of the plural forms, whichever there are, the last is that of many things
-            visitForm(sources.at(1), translations.last(), visit);
+        const auto [one, many] = pluralForms(withoutContext(source));
+        const auto [first, last] = pluralForms(translation);
+        visitForm(one, first, visit);
+        visitForm(many, last.isEmpty() ? first : last, visit);
     }
     return true;
 }

@@ -3,6 +3,7 @@
 #include "CatalogueFolders.h"
 #include "MemoryLanguage.h"
 #include "MessageCatalogue.h"
+#include "Text.h"
 
 #include <QDateTime>
 
@@ -56,8 +57,9 @@ bool readFile(const QString &path, QByteArray &bytes)
 } // namespace
 
 StringPool::StringPool()
-    : m_slots(1 << 16)
+    : m_slots(1 << 18)
 {
+    m_bytes.reserve(64 << 20); // pages that stay unused cost nothing
 }
 
 qsizetype StringPool::length(quint32 place) const
@@ -77,20 +79,23 @@ quint32 StringPool::place(const QString &string, bool *isNew)
     const QByteArray bytes = string.toUtf8();
     if (m_count * 2 >= m_slots.size())
         grow();
+    const quint64 hash = phraseHash(bytes);
+    const auto tag = quint32(hash >> 32);
     const size_t mask = m_slots.size() - 1;
-    size_t at = phraseHash(bytes) & mask;
-    for (; m_slots[at] != 0; at = (at + 1) & mask) {
-        if (this->string(m_slots[at] - 1) == bytes) {
+    size_t at = hash & mask;
+    for (; m_slots[at].next != 0; at = (at + 1) & mask) {
+        const quint32 place = m_slots[at].next - 1;
+        if (m_slots[at].tag == tag && this->string(place) == bytes) {
             if (isNew)
                 *isNew = false;
-            return m_slots[at] - 1;
+            return place;
         }
     }
     const auto place = quint32(m_bytes.size());
     const auto length = quint16(bytes.size());
     m_bytes.append(reinterpret_cast<const char *>(&length), sizeof length);
     m_bytes.append(bytes);
-    m_slots[at] = place + 1;
+    m_slots[at] = {.tag = tag, .next = place + 1};
     ++m_count;
     if (isNew)
         *isNew = true;
@@ -99,44 +104,48 @@ quint32 StringPool::place(const QString &string, bool *isNew)
 
 void StringPool::grow()
 {
-    std::vector<quint32> old(m_slots.size() * 2);
+    std::vector<Slot> old(m_slots.size() * 2);
     old.swap(m_slots);
     const size_t mask = m_slots.size() - 1;
-    for (const quint32 entry : old) {
-        if (entry == 0)
+    for (const Slot &slot : old) {
+        if (slot.next == 0)
             continue;
-        size_t at = phraseHash(string(entry - 1)) & mask;
-        while (m_slots[at] != 0)
+        size_t at = phraseHash(string(slot.next - 1)) & mask;
+        while (m_slots[at].next != 0)
             at = (at + 1) & mask;
-        m_slots[at] = entry;
+        m_slots[at] = slot;
     }
 }
 
-const PhraseCollector::Source &PhraseCollector::source(const QString &text)
+const PhraseCollector::Source &PhraseCollector::source(QByteArrayView text)
 {
-    auto known = m_sources.find(text);
+    const auto known = m_sources.find(QByteArray::fromRawData(text.data(), text.size()));
     if (known != m_sources.end())
         return *known;
-    Source source{.form = catalogueForm(text)};
+    Source source;
+    const auto decoded = decodeUtf8(text);
+    if (decoded)
+        source.form = catalogueForm(*decoded);
     source.isUsable = source.form.text.size() <= longestPhrase && hasLetter(source.form.text);
     if (source.isUsable) {
         bool isNew = false;
+        source.hasMnemonic = mayHaveMnemonic(*decoded);
         source.text = m_strings.place(source.form.text, &isNew);
         source.key = m_strings.place(phraseKey(source.form.text));
         if (isNew)
             m_ngrams.learn(ngramEnglish, source.form.text);
     }
-    return *m_sources.insert(text, source);
+    return *m_sources.insert(text.toByteArray(), source);
 }
 
-void PhraseCollector::add(const QString &family, int language, const QString &sourceText, const QString &translation)
+void PhraseCollector::add(const QString &family, int language, QByteArrayView sourceText, const QString &translation)
 {
     if (m_strings.bytes().size() > mostBytes)
         return;
     const Source &from = source(sourceText);
     if (!from.isUsable)
         return;
-    const auto form = translationForm(translation, sourceText, from.form);
+    const auto form = translationForm(translation, from.form, from.hasMnemonic);
     if (!form || form->size() > longestPhrase || !hasLetter(*form))
         return;
     bool isNew = false;
@@ -148,10 +157,8 @@ void PhraseCollector::add(const QString &family, int language, const QString &so
     const quint16 voter = m_families.value(family, quint16(m_families.size()));
     m_families.insert(family, voter);
     if (memoryLanguages[size_t(language)].isTarget)
-        m_records.push_back({.key = from.key,
-                             .value = m_strings.place(*form),
-                             .table = quint16(2 * language),
-                             .family = voter});
+        m_records.push_back(
+            {.key = from.key, .value = m_strings.place(*form), .table = quint16(2 * language), .family = voter});
     m_records.push_back({.key = key, .value = from.text, .table = quint16(2 * language + 1), .family = voter});
 }
 
@@ -244,7 +251,7 @@ bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std
             return false;
         if (!readFile(file.path, bytes))
             continue;
-        const auto visit = [&](const QString &source, const QString &translation) {
+        const auto visit = [&](QByteArrayView source, const QString &translation) {
             collector.add(file.family, file.language, source, translation);
         };
         used += (file.isQt ? readQmCatalogue(bytes, visit) : readMoCatalogue(bytes, visit)) ? 1 : 0;

@@ -32,7 +32,12 @@ private:
     void grow();
 
     QByteArray m_bytes;
-    std::vector<quint32> m_slots; ///< 1 + place; open addressing
+    struct Slot
+    {
+        quint32 tag = 0;  ///< of the hash, so that most strings needn't be looked at
+        quint32 next = 0; ///< 1 + place; 0 where the slot is free
+    };
+    std::vector<Slot> m_slots; ///< open addressing
     size_t m_count = 0;
 };
 
@@ -41,7 +46,7 @@ class PhraseCollector
 {
 public:
     /// A message as a catalogue has it. Families that translate a phrase the same way vote for it.
-    void add(const QString &family, int language, const QString &source, const QString &translation);
+    void add(const QString &family, int language, QByteArrayView source, const QString &translation);
 
     /// Writes the file; false where the device doesn't take it. Called once, after which nothing is left.
     bool write(QIODevice &device, quint64 fingerprint, quint32 catalogues);
@@ -50,6 +55,7 @@ private:
     struct Source
     {
         PhraseForm form;
+        bool hasMnemonic = false; ///< or what could be one
         quint32 key = 0;
         quint32 text = 0;
         bool isUsable = false;
@@ -62,12 +68,12 @@ private:
         quint16 family;
     };
 
-    const Source &source(const QString &text);
+    const Source &source(QByteArrayView text);
     std::vector<PhraseSlot> chosen(const Record *begin, const Record *end) const;
 
     StringPool m_strings;
     NgramCounter m_ngrams;
-    QHash<QString, Source> m_sources;
+    QHash<QByteArray, Source> m_sources;
     QHash<QString, quint16> m_families;
     std::vector<Record> m_records;
 };

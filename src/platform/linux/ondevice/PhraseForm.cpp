@@ -18,10 +18,19 @@ QString withoutMarkup(const QString &text)
 }
 
 /// Up to the accelerator that old menus append after a tab.
-QString collapsed(QStringView text)
+QString collapsed(const QString &string)
 {
+    QStringView text = string;
     if (const qsizetype tab = text.indexOf(u'\t'); tab > 0)
         text = text.first(tab);
+    const auto isOdd = [&](qsizetype i) {
+        return text[i].isSpace() && (text[i] != u' ' || i == 0 || i + 1 == text.size() || text[i - 1] == u' ');
+    };
+    qsizetype odd = 0;
+    while (odd < text.size() && !isOdd(odd))
+        ++odd;
+    if (odd == string.size())
+        return string;
     QString result;
     result.reserve(text.size());
     for (const QChar c : text) {
@@ -182,15 +191,20 @@ PhraseForm catalogueForm(const QString &source)
     return form;
 }
 
-std::optional<QString> translationForm(const QString &translation, const QString &source, const PhraseForm &form)
+bool mayHaveMnemonic(const QString &source)
+{
+    return source.contains(u'_') || source.contains(u'&') || source.contains(u'~');
+}
+
+std::optional<QString> translationForm(const QString &translation, const PhraseForm &source, bool hasMnemonic)
 {
     QString text = collapsed(withoutMarkup(translation));
-    QStringList arguments = form.arguments;
+    QStringList arguments = source.arguments;
     if (!replacePlaceholders(text, arguments, false))
         return std::nullopt;
-    if (source.contains(u'_') || source.contains(u'&') || source.contains(u'~'))
+    if (hasMnemonic)
         removeMnemonic(text);
-    if (form.tail != PhraseTail::None)
+    if (source.tail != PhraseTail::None)
         takeTail(text);
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }

@@ -30,9 +30,11 @@ struct PhraseForm
 
 /// The form of a catalogue's source text.
 PhraseForm catalogueForm(const QString &source);
-/// The form of its translation, slots numbered as the source's; nothing where it names an argument that the source
+/// Whether a source text has one of the marks of mnemonics, and so its translations.
+bool mayHaveMnemonic(const QString &source);
+/// The form of a translation, slots numbered as the source's; nothing where it names an argument that the source
 /// doesn't have.
-std::optional<QString> translationForm(const QString &translation, const QString &source, const PhraseForm &form);
+std::optional<QString> translationForm(const QString &translation, const PhraseForm &source, bool hasMnemonic);
 
 /// A text of the screen in the forms in which a phrase may be found, the most exact first.
 struct ScreenForm

@@ -1,7 +1,5 @@
 #include "MessageCatalogue.h"
 
-#include "Text.h"
-
 #include <QtEndian>
 
 #include <algorithm>
@@ -74,14 +72,14 @@ enum Tag : quint8 {
 void readMessages(QByteArrayView section, const MessageVisitor &visit)
 {
     Cursor cursor(section);
-    QString source;
+    QByteArrayView source;
     QStringList translations;
     while (!cursor.atEnd() && cursor.isGood()) {
         switch (cursor.byte()) {
         case End:
             if (!source.isEmpty() && !translations.isEmpty() && !translations.last().isEmpty())
                 visit(source, translations.last()); // of several forms, the last is that of many things
-            source.clear();
+            source = {};
             translations.clear();
             break;
         case Translation: {
@@ -93,8 +91,9 @@ void readMessages(QByteArrayView section, const MessageVisitor &visit)
             break;
         }
         case SourceText: {
-            const QByteArrayView text = cursor.bytes(cursor.word());
-            source = text.size() > longestMessage ? QString() : decodeUtf8(text).value_or(QString());
+            source = cursor.bytes(cursor.word());
+            if (source.size() > longestMessage)
+                source = {};
             break;
         }
         case Context:

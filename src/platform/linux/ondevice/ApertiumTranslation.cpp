@@ -1,0 +1,147 @@
+#include "ApertiumTranslation.h"
+
+#include "NulProcess.h"
+#include "Text.h"
+
+#include <QDir>
+#include <QLocale>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// Apertium's own program for texts keeps answers back until its input ends. The mode's pipeline by itself, every part
+/// told to flush, doesn't.
+const QString pipeline = uR"(exec bash <("$0" -z "$1") -g)"_s;
+/// The first text waits for the dictionaries to be loaded.
+constexpr auto longestWait = 10s;
+/// How sure a translation is of which every word is known: words are chosen by rules, without regard to the program.
+constexpr double fullConfidence = 0.4;
+/// What ends a text, so that nothing waits for what may follow; it comes back as it is.
+const QByteArray end = "[][\n]";
+
+/// "en" for "eng"; a code that isn't known stays.
+QString shortCode(const QString &code)
+{
+    const QLocale::Language language = QLocale::codeToLanguage(code);
+    return language == QLocale::AnyLanguage ? code : QLocale::languageToCode(language);
+}
+
+QStringView withoutRegion(QStringView code)
+{
+    const qsizetype dash = code.indexOf(u'-');
+    return dash < 0 || code.startsWith(u"zh") ? code : code.first(dash);
+}
+
+/// Characters that mean something in the translator's stream are escaped.
+QByteArray escaped(const QString &text)
+{
+    QByteArray bytes;
+    for (const char c : text.toUtf8()) {
+        if (QByteArrayView("[]{}^$/\\@<>*").contains(c))
+            bytes += '\\';
+        if (c != '\0')
+            bytes += c;
+    }
+    return bytes;
+}
+
+/// The text of an answer, and how much of it was known; unknown words begin with an asterisk.
+OnDeviceOutcome outcomeOf(QByteArray answer, const QString &source)
+{
+    if (answer.endsWith(end))
+        answer.chop(end.size());
+    QByteArray bytes;
+    qsizetype unknownWords = 0;
+    for (qsizetype i = 0; i < answer.size(); ++i) {
+        if (answer[i] == '\\' && i + 1 < answer.size())
+            bytes += answer[++i];
+        else if (answer[i] == '*')
+            ++unknownWords;
+        else
+            bytes += answer[i];
+    }
+    const auto text = decodeUtf8(bytes);
+    const qsizetype words = std::count(source.begin(), source.end(), u' ') + 1;
+    if (!text || text->trimmed().isEmpty() || unknownWords * 2 > words)
+        return {.kind = OnDeviceOutcome::Kind::UnknownPhrase};
+    return {.kind = OnDeviceOutcome::Kind::Translated,
+            .text = text->trimmed(),
+            .service = u"apertium"_s,
+            .confidence = fullConfidence * double(words - std::min(unknownWords, words)) / double(words)};
+}
+
+} // namespace
+
+ApertiumTranslation::ApertiumTranslation(QString program, const QString &modesFolder)
+{
+    if (program.isEmpty())
+        return;
+    for (const QString &file : QDir(modesFolder).entryList({u"*.mode"_s}, QDir::Files, QDir::Name)) {
+        const QString name = file.chopped(5);
+        const QStringList codes = name.split(u'-');
+        if (codes.size() != 2 || name.contains(u'_')) // a variant of another mode
+            continue;
+        auto made = std::make_unique<Mode>();
+        made->pair = {shortCode(codes[0]), shortCode(codes[1])};
+        made->process = std::make_unique<NulProcess>(
+            QStringList{u"/bin/bash"_s, u"-c"_s, pipeline, program, modesFolder + u'/' + file});
+        m_modes.emplace(name, std::move(made));
+    }
+}
+
+ApertiumTranslation::~ApertiumTranslation() = default;
+
+std::unique_ptr<ApertiumTranslation> ApertiumTranslation::ofThisSystem()
+{
+    return std::make_unique<ApertiumTranslation>(QStandardPaths::findExecutable(u"apertium-wblank-mode"_s),
+                                                 u"/usr/share/apertium/modes"_s);
+}
+
+ApertiumTranslation::Mode *ApertiumTranslation::mode(const LanguagePair &pair) const
+{
+    for (const auto &[name, mode] : m_modes) {
+        if (withoutRegion(pair.source) == mode->pair.source && withoutRegion(pair.target) == mode->pair.target)
+            return mode.get();
+    }
+    return nullptr;
+}
+
+QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, const QStringList &texts)
+{
+    Mode *const chosen = mode(pair);
+    if (!chosen)
+        return QList<OnDeviceOutcome>(texts.size());
+    QList<OnDeviceOutcome> outcomes;
+    const std::lock_guard lock(chosen->mutex);
+    for (const QString &text : texts) {
+        const auto answer = chosen->process->ask(escaped(text) + end, longestWait);
+        outcomes.append(answer ? outcomeOf(*answer, text)
+                               : OnDeviceOutcome{.kind = OnDeviceOutcome::Kind::UnknownPhrase});
+    }
+    return outcomes;
+}
+
+PairAvailability ApertiumTranslation::availability(const LanguagePair &pair)
+{
+    return mode(pair) ? PairAvailability::Available : PairAvailability::Unavailable;
+}
+
+QList<OnDeviceServiceStatus> ApertiumTranslation::status()
+{
+    if (m_modes.empty())
+        return {};
+    OnDeviceServiceStatus status{.name = u"apertium"_s};
+    for (const auto &[name, mode] : m_modes)
+        status.pairs.append(mode->pair);
+    return {status};
+}
+
+} // namespace lucentra

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "OnDeviceTranslationService.h"
+
+#include <QHash>
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <mutex>
+
+namespace lucentra {
+
+class NulProcess;
+
+/// Translates with Apertium where it is installed, for the pairs that are installed with it. One process a pair is
+/// kept, started with its first text.
+class ApertiumTranslation : public OnDeviceTranslationService
+{
+public:
+    /// `program` is the path of apertium-wblank-mode, or empty; the modes that it makes pipelines of are files called
+    /// "eng-spa.mode" in `modesFolder`.
+    ApertiumTranslation(QString program, const QString &modesFolder);
+    /// Those of this system.
+    static std::unique_ptr<ApertiumTranslation> ofThisSystem();
+    ~ApertiumTranslation() override;
+
+    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) override;
+    PairAvailability availability(const LanguagePair &pair) override;
+    QList<OnDeviceServiceStatus> status() override;
+
+private:
+    struct Mode
+    {
+        LanguagePair pair;
+        std::mutex mutex;
+        std::unique_ptr<NulProcess> process; ///< guarded by the mutex
+    };
+    Mode *mode(const LanguagePair &pair) const;
+
+    std::map<QString, std::unique_ptr<Mode>> m_modes; ///< by the mode's name
+};
+
+} // namespace lucentra

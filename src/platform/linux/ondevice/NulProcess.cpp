@@ -1,0 +1,169 @@
+#include "NulProcess.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace lucentra {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// No answer to a line of a screen is longer.
+constexpr qsizetype longestAnswer = 1 << 20;
+
+/// Writing to a program that has ended would end us as well; for as long as this lives, it just fails.
+class SignalOfBrokenPipe
+{
+public:
+    SignalOfBrokenPipe()
+    {
+        sigemptyset(&m_signal);
+        sigaddset(&m_signal, SIGPIPE);
+        ::pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
+    }
+    ~SignalOfBrokenPipe()
+    {
+        if (sigismember(&m_before, SIGPIPE) == 0) {
+            constexpr timespec now{};
+            while (::sigtimedwait(&m_signal, nullptr, &now) > 0) {
+            }
+        }
+        ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+    SignalOfBrokenPipe(const SignalOfBrokenPipe &) = delete;
+    SignalOfBrokenPipe &operator=(const SignalOfBrokenPipe &) = delete;
+
+private:
+    sigset_t m_signal{};
+    sigset_t m_before{};
+};
+
+/// Waits until the pipe can be read or written; false once the deadline has passed.
+bool waitFor(int pipe, short events, Clock::time_point deadline)
+{
+    pollfd waiting{.fd = pipe, .events = events, .revents = 0};
+    for (;;) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        const int ready = left > 0 ? ::poll(&waiting, 1, int(left)) : 0;
+        if (ready >= 0 || errno != EINTR)
+            return ready > 0;
+    }
+}
+
+} // namespace
+
+NulProcess::NulProcess(QStringList command)
+    : m_command(std::move(command))
+{
+}
+
+NulProcess::~NulProcess()
+{
+    stop();
+}
+
+bool NulProcess::start()
+{
+    std::array<int, 2> input{};
+    std::array<int, 2> output{};
+    if (::pipe2(input.data(), O_CLOEXEC) != 0)
+        return false;
+    if (::pipe2(output.data(), O_CLOEXEC) != 0) {
+        ::close(input[0]);
+        ::close(input[1]);
+        return false;
+    }
+    ::fcntl(input[1], F_SETFL, O_NONBLOCK);
+    std::vector<QByteArray> words;
+    for (const QString &word : m_command)
+        words.push_back(word.toLocal8Bit());
+    std::vector<char *> arguments;
+    for (QByteArray &word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_adddup2(&files, input[0], STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&files, output[1], STDOUT_FILENO);
+    posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP); // what it starts is ended with it
+    posix_spawnattr_setpgroup(&attributes, 0);
+    const bool isStarted =
+        ::posix_spawn(&m_process, arguments.front(), &files, &attributes, arguments.data(), environ) == 0;
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&files);
+    ::close(input[0]);
+    ::close(output[1]);
+    m_input = input[1];
+    m_output = output[0];
+    if (!isStarted) {
+        m_process = -1;
+        stop();
+    }
+    return isStarted;
+}
+
+void NulProcess::stop()
+{
+    for (int *const pipe : {&m_input, &m_output}) {
+        if (*pipe >= 0)
+            ::close(std::exchange(*pipe, -1));
+    }
+    if (m_process > 0) {
+        ::kill(-m_process, SIGKILL);
+        ::waitpid(std::exchange(m_process, -1), nullptr, 0);
+    }
+}
+
+bool NulProcess::send(QByteArrayView bytes, Clock::time_point deadline) const
+{
+    const SignalOfBrokenPipe broken;
+    while (!bytes.isEmpty()) {
+        if (!waitFor(m_input, POLLOUT, deadline))
+            return false;
+        const ssize_t sent = ::write(m_input, bytes.data(), size_t(bytes.size()));
+        if (sent < 0 && errno != EAGAIN && errno != EINTR)
+            return false;
+        bytes = bytes.sliced(std::max<ssize_t>(sent, 0));
+    }
+    return true;
+}
+
+std::optional<QByteArray> NulProcess::ask(QByteArrayView question, std::chrono::milliseconds timeout)
+{
+    const auto deadline = Clock::now() + timeout;
+    if (m_process < 0 && !start())
+        return std::nullopt;
+    QByteArray answer;
+    if (send(question, deadline) && send(QByteArrayView("\0", 1), deadline)) {
+        std::array<char, 4096> piece{};
+        while (answer.size() < longestAnswer && waitFor(m_output, POLLIN, deadline)) {
+            const ssize_t count = ::read(m_output, piece.data(), piece.size());
+            if (count <= 0)
+                break;
+            answer.append(piece.data(), count);
+            if (answer.endsWith('\0')) {
+                answer.chop(1);
+                return answer;
+            }
+        }
+    }
+    stop();
+    return std::nullopt;
+}
+
+} // namespace lucentra

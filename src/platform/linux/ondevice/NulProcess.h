@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QStringList>
+
+#include <chrono>
+#include <optional>
+
+#include <sys/types.h>
+
+namespace lucentra {
+
+/// A program that is kept running and answers each text that ends in a NUL byte with another that does. One thread at
+/// a time.
+class NulProcess
+{
+public:
+    /// `command` is the program's path and its arguments. The program is started with the first question.
+    explicit NulProcess(QStringList command);
+    /// Ends the program with everything that it has started.
+    ~NulProcess();
+    NulProcess(const NulProcess &) = delete;
+    NulProcess &operator=(const NulProcess &) = delete;
+
+    /// The answer; nothing where the program can't be started, has ended, or doesn't answer in time. It is ended then,
+    /// and started again for the next question.
+    std::optional<QByteArray> ask(QByteArrayView question, std::chrono::milliseconds timeout);
+
+private:
+    bool start();
+    void stop();
+    bool send(QByteArrayView bytes, std::chrono::steady_clock::time_point deadline) const;
+
+    const QStringList m_command;
+    pid_t m_process = -1;
+    int m_input = -1; ///< what it reads, written by us
+    int m_output = -1;
+};
+
+} // namespace lucentra
