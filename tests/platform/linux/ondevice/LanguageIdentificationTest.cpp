@@ -1,0 +1,115 @@
+#include "CatalogueFolders.h"
+#include "PhraseCollector.h"
+#include "PhraseFile.h"
+#include "ScreenLanguageIdentifier.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QTest>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Of the catalogues on this computer; the toolkit's own are always among them.
+std::shared_ptr<const PhraseFile> memoryOfThisComputer()
+{
+    static const auto file = [] {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        const std::atomic<bool> isCancelled = false;
+        buildPhraseFile(surveyCatalogues(CatalogueFolders::ofThisSystem()), buffer, isCancelled);
+        return PhraseFile::fromBytes(buffer.data());
+    }();
+    return file;
+}
+
+std::shared_ptr<const PhraseFile> noMemory()
+{
+    return nullptr;
+}
+
+} // namespace
+
+class LanguageIdentificationTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void scriptsDecide_data();
+    void scriptsDecide();
+    void ambiguousLinesFollowTheOthers();
+    void shortLinesAreToldRight_data();
+    void shortLinesAreToldRight();
+};
+
+void LanguageIdentificationTest::scriptsDecide_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("code");
+    QTest::newRow("nothing") << u""_s << u""_s;
+    QTest::newRow("numbers and signs") << u"12,345.67 € (+3 %)"_s << u""_s;
+    QTest::newRow("an address") << u"https://example.org/a/page?q=1"_s << u""_s;
+    QTest::newRow("a path and a mail address") << u"/usr/share/doc me@example.org"_s << u""_s;
+    QTest::newRow("a keyboard shortcut") << u"Ctrl+Shift+S"_s << u""_s;
+    QTest::newRow("a kana makes it Japanese") << u"設定を変更"_s << u"ja"_s;
+    QTest::newRow("a long vowel mark misread in Chinese") << u"ー個檔案無法開啟"_s << u"zh-Hant"_s;
+    QTest::newRow("hangul among Latin letters") << u"PDF 파일"_s << u"ko"_s;
+    QTest::newRow("traditional beside a program's name") << u"Firefox 擴充套件"_s << u"zh-Hant"_s;
+    QTest::newRow("simplified") << u"检查更新"_s << u"zh-Hans"_s;
+    QTest::newRow("characters of Japan alone") << u"両替対応"_s << u"ja"_s;
+    QTest::newRow("Ukrainian letters") << u"Зберегти зміни"_s << u"uk"_s;
+    QTest::newRow("Greek") << u"Αποθήκευση αλλαγών"_s << u"el"_s;
+    QTest::newRow("Thai") << u"บันทึกการเปลี่ยนแปลง"_s << u"th"_s;
+}
+
+void LanguageIdentificationTest::scriptsDecide()
+{
+    QFETCH(QString, text);
+    for (const auto &memory : {&noMemory, &memoryOfThisComputer}) {
+        ScreenLanguageIdentifier identifier(memory);
+        QTEST(identifier.identify({text}).value(0), "code");
+    }
+}
+
+void LanguageIdentificationTest::ambiguousLinesFollowTheOthers()
+{
+    ScreenLanguageIdentifier identifier(&noMemory);
+    const QString ambiguous = u"音量"_s; // the same in all three
+    QCOMPARE(identifier.identify({u"検索を開始する"_s, ambiguous, u"終わり"_s}).value(1), u"ja"_s);
+    QCOMPARE(identifier.identify({ambiguous, u"关闭窗口"_s}).value(0), u"zh-Hans"_s);
+    QCOMPARE(identifier.identify({ambiguous, u"關閉視窗"_s}).value(0), u"zh-Hant"_s);
+    // What can't be in a language doesn't become so for company.
+    QCOMPARE(identifier.identify({u"検索を開始する"_s, u"关闭窗口"_s, u"終わり"_s}).value(1), u"zh-Hans"_s);
+}
+
+void LanguageIdentificationTest::shortLinesAreToldRight_data()
+{
+    QTest::addColumn<bool>("withMemory");
+    QTest::addColumn<double>("share");
+    QTest::newRow("with this computer's memory") << true << 0.95;
+    QTest::newRow("without any") << false << 0.88;
+}
+
+void LanguageIdentificationTest::shortLinesAreToldRight()
+{
+    QFETCH(bool, withMemory);
+    QFETCH(double, share);
+    QFile file(QStringLiteral(TEST_DATA "/languages.tsv"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    ScreenLanguageIdentifier identifier(withMemory ? &memoryOfThisComputer : &noMemory);
+    int count = 0;
+    QStringList wrong;
+    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+        const QString code = identifier.identify({line.section(u'\t', 1)}).value(0);
+        ++count;
+        if (code != line.section(u'\t', 0, 0))
+            wrong.append(line + u" -> "_s + code);
+    }
+    QVERIFY(count >= 300);
+    QVERIFY2(double(wrong.size()) <= (1 - share) * count, qPrintable(wrong.join(u'\n')));
+}
+
+QTEST_GUILESS_MAIN(LanguageIdentificationTest)
+#include "LanguageIdentificationTest.moc"

@@ -1,0 +1,148 @@
+#include "MessageCatalogue.h"
+#include "CatalogueBytes.h"
+
+#include <QTest>
+
+#include <random>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Reader = bool (*)(QByteArrayView, const MessageVisitor &);
+
+/// "source=translation" of every message, or "no catalogue".
+QStringList read(Reader reader, const QByteArray &bytes)
+{
+    QStringList messages;
+    // A copy of exactly this size, so that a byte read beyond it is noticed.
+    const std::vector<char> exact(bytes.begin(), bytes.end());
+    const bool isRead = reader(QByteArrayView(exact.data(), qsizetype(exact.size())),
+                               [&](QByteArrayView source, const QString &translation) {
+                                   messages.append(QString::fromUtf8(source) + u'=' + translation);
+                               });
+    return isRead ? messages : QStringList{u"no catalogue"_s};
+}
+
+/// The bytes with a little-endian word replaced.
+QByteArray patched(QByteArray bytes, qsizetype at, quint32 value)
+{
+    value = qToLittleEndian(value);
+    return bytes.replace(at, 4, reinterpret_cast<const char *>(&value), 4);
+}
+
+} // namespace
+
+class MessageCatalogueTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void moFiles_data();
+    void moFiles();
+    void qmFiles_data();
+    void qmFiles();
+    void damagedFilesDoNoHarm_data();
+    void damagedFilesDoNoHarm();
+};
+
+void MessageCatalogueTest::moFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("messages");
+    const Messages two{{"Cancel", "取消"}, {"_Open", "開啟(_O)"}};
+    const QStringList both{u"Cancel=取消"_s, u"_Open=開啟(_O)"_s};
+    const QByteArray good = moBytes(two);
+    QTest::newRow("little-endian") << good << both;
+    QTest::newRow("big-endian") << moBytes(two, true) << both;
+    QTest::newRow("a context before the source") << moBytes({{"menu\x04Open", "開啟"}}) << QStringList{u"Open=開啟"_s};
+    QTest::newRow("plural forms: the first and the last")
+        << moBytes({{"%d file"_ba + '\0' + "%d files", "%d soubor"_ba + '\0' + "%d soubory" + '\0' + "%d souborů"}})
+        << QStringList{u"%d file=%d soubor"_s, u"%d files=%d souborů"_s};
+    QTest::newRow("one plural form for both sources") << moBytes({{QByteArray("%d file\0%d files", 16), "%d 個檔案"}})
+                                                      << QStringList{u"%d file=%d 個檔案"_s, u"%d files=%d 個檔案"_s};
+    QTest::newRow("another character set") << moBytes(two, false, "BIG5") << QStringList{u"no catalogue"_s};
+    QTest::newRow("a translation that isn't UTF-8")
+        << moBytes({{"Cancel", "\xc3\x28"}, {"Open", "開"}}) << QStringList{u"Open=開"_s};
+    QTest::newRow("untranslated") << moBytes({{"Cancel", ""}}) << QStringList();
+    QTest::newRow("nothing at all") << QByteArray() << QStringList{u"no catalogue"_s};
+    QTest::newRow("cut off in the header") << good.first(19) << QStringList{u"no catalogue"_s};
+    QTest::newRow("cut off in the tables") << good.first(40) << QStringList{u"no catalogue"_s};
+    QTest::newRow("four billion messages") << patched(good, 8, 0xffffffff) << QStringList{u"no catalogue"_s};
+    QTest::newRow("tables outside") << patched(good, 12, 0xfffffff0) << QStringList{u"no catalogue"_s};
+    QTest::newRow("a string that reaches outside") << patched(good, 28 + 8, 0xffffffff) << QStringList{both[1]};
+    QTest::newRow("a string that starts outside") << patched(good, 28 + 12, 0xffffffff) << QStringList{both[1]};
+    QTest::newRow("a format to come") << patched(good, 4, 0x00020000) << QStringList{u"no catalogue"_s};
+}
+
+void MessageCatalogueTest::moFiles()
+{
+    QFETCH(QByteArray, bytes);
+    QTEST(read(readMoCatalogue, bytes), "messages");
+}
+
+void MessageCatalogueTest::qmFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("messages");
+    const QByteArray good = qmBytes({{"Cancel", "取消"}, {"&Open", "開啟(&O)"}});
+    const QStringList both{u"Cancel=取消"_s, u"&Open=開啟(&O)"_s};
+    QTest::newRow("two messages") << good << both;
+    QTest::newRow("cut off in the second") << good.first(good.size() - 30) << QStringList();
+    QTest::newRow("without sources") << qmBytes({{"", "取消"}}) << QStringList();
+    QTest::newRow("another file") << QByteArray("PNG") << QStringList{u"no catalogue"_s};
+    QByteArray strange = good;
+    strange[16 + 13 + 5] = '\x55';
+    QTest::newRow("an unknown field") << strange << QStringList();
+}
+
+void MessageCatalogueTest::qmFiles()
+{
+    QFETCH(QByteArray, bytes);
+    QTEST(read(readQmCatalogue, bytes), "messages");
+}
+
+void MessageCatalogueTest::damagedFilesDoNoHarm_data()
+{
+    QTest::addColumn<bool>("isQt");
+    QTest::newRow("mo") << false;
+    QTest::newRow("qm") << true;
+}
+
+void MessageCatalogueTest::damagedFilesDoNoHarm()
+{
+    QFETCH(bool, isQt);
+    const Messages messages{
+        {"Cancel", "取消"}, {"_Open", "開啟(_O)"}, {QByteArray("%d file\0%d files", 16), "%d 個檔案"}};
+    const QByteArray good = isQt ? qmBytes(messages) : moBytes(messages);
+    const Reader reader = isQt ? readQmCatalogue : readMoCatalogue;
+    std::mt19937 random(1); // the same files every time
+    qsizetype most = 0;
+    for (int round = 0; round < 20000; ++round) {
+        QByteArray bytes = good;
+        for (quint32 changes = random() % 6 + 1; changes > 0; --changes) {
+            const auto at = qsizetype(random() % quint32(bytes.size()));
+            switch (random() % 4) {
+            case 0:
+                bytes[at] = char(random());
+                break;
+            case 1:
+                bytes.replace(at, 4, "\xff\xff\xff\xff", 4);
+                break;
+            case 2:
+                bytes.truncate(at + 1);
+                break;
+            default:
+                bytes.insert(at, bytes.sliced(at / 2, std::min<qsizetype>(8, bytes.size() - at / 2)));
+            }
+        }
+        most = std::max(most, read(reader, bytes).size());
+    }
+    // Nothing may be made of nothing: a message takes at least the bytes of its entries.
+    QVERIFY2(most <= good.size() / 8, qPrintable(QString::number(most)));
+    QVERIFY(most >= messages.size());
+}
+
+QTEST_GUILESS_MAIN(MessageCatalogueTest)
+#include "MessageCatalogueTest.moc"

@@ -1,0 +1,188 @@
+#include "AppleTranslationBridge.h"
+#include "LanguageIdentifier.h"
+#include "MainQueue.h"
+#include "OnDeviceNote.h"
+#include "TestTexts.h"
+
+#include <QTest>
+
+#include <mutex>
+#include <optional>
+#include <thread>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The language is what stands before a text's colon.
+class WrittenLanguages : public LanguageIdentifier
+{
+public:
+    QStringList identify(const QStringList &texts) override
+    {
+        QStringList codes;
+        for (const QString &text : texts)
+            codes.append(text.section(u':', 0, 0));
+        return codes;
+    }
+};
+
+/// Translates by writing the target before the text; not what says "hard". Keeps what it was asked.
+class NotingService : public OnDeviceTranslationService
+{
+public:
+    std::mutex mutex;
+    QStringList requests; ///< "en>ja a|b"
+    OnDeviceServiceStatus state{.name = u"noting"_s};
+
+    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) override
+    {
+        const std::lock_guard lock(mutex);
+        requests.append(pair.source + u'>' + pair.target + u' ' + texts.join(u'|'));
+        QList<OnDeviceOutcome> outcomes;
+        for (const QString &text : texts) {
+            if (text.contains(u"hard"_s))
+                outcomes.append({.kind = OnDeviceOutcome::Kind::UnknownPhrase});
+            else
+                outcomes.append({.kind = OnDeviceOutcome::Kind::Translated, .text = pair.target + u' ' + text});
+        }
+        return outcomes;
+    }
+    PairAvailability availability(const LanguagePair &) override { return PairAvailability::Available; }
+    QList<OnDeviceServiceStatus> status() override { return {state}; }
+};
+
+} // namespace
+
+class AppleTranslationBridgeTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void textsAreGroupedTranslatedAndGathered_data();
+    void textsAreGroupedTranslatedAndGathered();
+    void withoutAParentTextsComeBack();
+    void callsOverlap();
+    void theNoteSaysWhyNothingIsNew_data();
+    void theNoteSaysWhyNothingIsNew();
+
+private:
+    OnDeviceTranslations translate(const QStringList &texts, const QString &target);
+
+    WrittenLanguages m_identifier;
+    NotingService m_service;
+    MainQueue m_queue;
+    AppleTranslationBridge m_bridge{m_identifier, m_service, m_queue};
+};
+
+OnDeviceTranslations AppleTranslationBridgeTest::translate(const QStringList &texts, const QString &target)
+{
+    std::optional<OnDeviceTranslations> result;
+    int completions = 0;
+    m_service.requests.clear();
+    m_bridge.translate(texts, target, [&](const OnDeviceTranslations &translations) {
+        result = translations;
+        ++completions;
+    });
+    const bool isLate = !result;
+    while (!result)
+        QTest::qWait(1);
+    m_queue.drain();
+    m_service.requests.sort();
+    return isLate && completions == 1 ? *result : OnDeviceTranslations{};
+}
+
+void AppleTranslationBridgeTest::textsAreGroupedTranslatedAndGathered_data()
+{
+    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QStringList>("result");
+    QTest::addColumn<QStringList>("requests");
+    QTest::newRow("two languages and the target's own")
+        << QStringList{u"en:a"_s, u"ja:b"_s, u"zh-Hant:c"_s, u"en:d"_s} << u"zh-Hant"_s
+        << QStringList{u"zh-Hant en:a"_s, u"zh-Hant ja:b"_s, u"zh-Hant:c"_s, u"zh-Hant en:d"_s}
+        << QStringList{u"en>zh-Hant en:a|en:d"_s, u"ja>zh-Hant ja:b"_s};
+    QTest::newRow("no language") << QStringList{u":123"_s, u"und:x"_s, u"unknown:y"_s} << u"ja"_s
+                                 << QStringList{u":123"_s, u"und:x"_s, u"unknown:y"_s} << QStringList();
+    QTest::newRow("one kind of Chinese for another")
+        << QStringList{u"zh-Hant:a"_s} << u"zh-Hans"_s << QStringList{u"zh-Hant:a"_s} << QStringList();
+    QTest::newRow("a region makes another target")
+        << QStringList{u"en:a"_s} << u"en-US"_s << QStringList{u"en-US en:a"_s} << QStringList{u"en>en-US en:a"_s};
+    QTest::newRow("the second of three fails")
+        << QStringList{u"en:a"_s, u"en:hard"_s, u"en:c"_s} << u"ja"_s
+        << QStringList{u"ja en:a"_s, u"en:hard"_s, u"ja en:c"_s} << QStringList{u"en>ja en:a|en:hard|en:c"_s};
+    QTest::newRow("no texts") << QStringList() << u"ja"_s << QStringList() << QStringList();
+}
+
+void AppleTranslationBridgeTest::textsAreGroupedTranslatedAndGathered()
+{
+    QFETCH(QStringList, texts);
+    QFETCH(QString, target);
+    m_bridge.setParentView(this);
+    QTEST(translate(texts, target).texts, "result");
+    QTEST(m_service.requests, "requests");
+}
+
+void AppleTranslationBridgeTest::withoutAParentTextsComeBack()
+{
+    auto view = std::make_unique<QObject>();
+    m_bridge.setParentView(view.get());
+    QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"ja en:a"_s});
+    view.reset();
+    QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
+    m_bridge.setParentView(this);
+    m_bridge.setParentView(nullptr);
+    QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
+    QVERIFY(m_service.requests.isEmpty());
+}
+
+void AppleTranslationBridgeTest::callsOverlap()
+{
+    m_bridge.setParentView(this);
+    constexpr int calls = 40;
+    int completed = 0;
+    std::thread other([&] { // any thread may call
+        for (int i = 0; i < calls; ++i) {
+            const QString own = QString::number(i);
+            m_bridge.translate({u"en:"_s + own, u"ja:"_s + own, u"fr:"_s + own}, u"ko"_s,
+                               [&completed, own](const OnDeviceTranslations &translations) {
+                                   const QStringList expected{u"ko en:"_s + own, u"ko ja:"_s + own, u"ko fr:"_s + own};
+                                   completed += translations.texts == expected ? 1 : 0;
+                               });
+        }
+    });
+    other.join();
+    QTRY_COMPARE(completed, calls);
+}
+
+void AppleTranslationBridgeTest::theNoteSaysWhyNothingIsNew_data()
+{
+    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<QStringList>("packages");
+    QTest::addColumn<QString>("note");
+    const QString unknown = u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s;
+    QTest::newRow("one is new") << QStringList{u"en:a"_s, u"en:hard"_s} << QStringList() << u""_s;
+    QTest::newRow("unknown phrases") << QStringList{u"en:hard"_s, u"ja:own"_s} << QStringList() << unknown;
+    QTest::newRow("unknown phrases, more could be installed")
+        << QStringList{u"en:hard"_s} << QStringList{u"one"_s, u"two"_s}
+        << unknown + u"\n安裝這些套件也有幫助：one two"_s;
+    QTest::newRow("the target's language")
+        << QStringList{u"ja:a"_s} << QStringList{u"one"_s} << u"文字已是目標語言。"_s;
+    QTest::newRow("no language") << QStringList{u":12"_s, u"ja:a"_s} << QStringList{u"one"_s}
+                                 << u"無法判斷文字的語言。"_s;
+    QTest::newRow("no texts") << QStringList() << QStringList() << u""_s;
+}
+
+void AppleTranslationBridgeTest::theNoteSaysWhyNothingIsNew()
+{
+    QFETCH(QStringList, texts);
+    QFETCH(QStringList, packages);
+    const TestTexts lookup;
+    m_bridge.setParentView(this);
+    m_service.state.addableBy = packages;
+    QTEST(onDeviceNote(texts, translate(texts, u"ja"_s), lookup.manager), "note");
+}
+
+QTEST_GUILESS_MAIN(AppleTranslationBridgeTest)
+#include "AppleTranslationBridgeTest.moc"
