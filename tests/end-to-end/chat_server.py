@@ -1,4 +1,5 @@
 """A local chat-completions server: answers every block by its id, or plays the answers that a test has queued."""
+import contextlib
 import http.server
 import json
 import threading
@@ -28,7 +29,8 @@ class ChatServer:
                 self.send_header("Content-Type", "application/json")
                 self.send_header("Content-Length", str(len(data)))
                 self.end_headers()
-                self.wfile.write(data)
+                with contextlib.suppress(BrokenPipeError):  # who asked has ended meanwhile
+                    self.wfile.write(data)
 
             def log_message(self, *_):
                 pass

@@ -1,0 +1,164 @@
+"""A display of the tests' own: an X server without a monitor, a window manager, and a compositor where asked for. What
+is seen and done there is seen and done as by a user: by screenshots, the pointer and the keyboard."""
+import ctypes
+import os
+import pathlib
+import select
+import subprocess
+import time
+
+from PIL import Image, ImageGrab
+
+from desktop import LUCENTRA, Session
+
+SHOW = pathlib.Path(os.environ.get("SHOW_PICTURE", "build/dev/bin/show_picture")).resolve()
+
+
+def eventually(claim, seconds: float = 10, step: float = 0.05):
+    """The claim's first true value, or its last one when the time is over."""
+    deadline = time.monotonic() + seconds
+    while not (value := claim()) and time.monotonic() < deadline:
+        time.sleep(step)
+    return value
+
+
+class Screen(Session):
+    """A session with a display. `composited`: with a compositor. Points are pixels: the scale is 1."""
+
+    def __init__(self, composited: bool = True, size: str = "1280x800", **options):
+        super().__init__(**options)
+        self.composited = composited
+        self.size = size
+        self.display = ""
+
+    def __enter__(self):
+        super().__enter__()
+        try:
+            self.begin()
+        except Exception:
+            self.__exit__()
+            raise
+        return self
+
+    def begin(self) -> None:
+        reading, writing = os.pipe()
+        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size}x24", "-noreset", "-nolisten", "tcp"],
+                   pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writing)
+        if not select.select([reading], [], [], 20)[0]:
+            raise RuntimeError("the X server didn't start")
+        with open(reading, encoding="ascii") as numbers:
+            self.display = f":{numbers.readline().strip()}"
+        self.environment |= {"DISPLAY": self.display, "QT_QPA_PLATFORM": "xcb"}
+        self.quietly(["openbox", "--sm-disable"])
+        self.must(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "window manager")
+        if self.composited:
+            self.quietly(["picom", "--backend", "xrender", "--config", "/dev/null"])
+            self.must(lambda: self.selection_owner("_NET_WM_CM_S0"), "compositor")
+        self.environment |= {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+        self.quietly(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
+        self.wait_for_name("org.a11y.Bus")
+
+    def quietly(self, command: list[str]) -> subprocess.Popen:
+        return self.start(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def must(self, claim, what: str, seconds: float = 10):
+        value = eventually(claim, seconds)
+        if not value:
+            raise RuntimeError(f"waited in vain: {what}")
+        return value
+
+    def output(self, *command: str) -> str:
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout.strip()
+
+    def selection_owner(self, name: str) -> int:
+        xlib = ctypes.CDLL("libX11.so.6")
+        xlib.XOpenDisplay.restype = ctypes.c_void_p
+        xlib.XInternAtom.restype = xlib.XGetSelectionOwner.restype = ctypes.c_ulong
+        display = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
+        owner = xlib.XGetSelectionOwner(display, ctypes.c_ulong(xlib.XInternAtom(display, name.encode(), 0)))
+        xlib.XCloseDisplay(display)
+        return owner
+
+    # Programs
+
+    def show_picture(self, path: pathlib.Path, x: int, y: int, *options: str) -> subprocess.Popen:
+        """Another program's window, whose content begins at (x, y)."""
+        window = self.start([str(SHOW), str(path), "--at", f"{x},{y}", *options], stdout=subprocess.PIPE,
+                            stderr=subprocess.DEVNULL)
+        if not select.select([window.stdout], [], [], 20)[0] or window.stdout.readline() != b"shown\n":
+            raise RuntimeError("the picture's window didn't appear")
+        return window
+
+    def start_pane(self, x: int, y: int, width: int = 480, height: int = 280) -> "Pane":
+        """Starts the program and lays its pane where it is wanted, as the window manager would: no user moved it."""
+        log = (self.home / "lucentra.log").open("w")
+        process = self.start([str(LUCENTRA)], stdout=log, stderr=subprocess.STDOUT)
+        log.close()
+        window = self.must(lambda: self.output("xdotool", "search", "--onlyvisible", "--pid", str(process.pid)).split(),
+                           "the pane", 20)[0]
+        pane = Pane(self, process, window)
+        pane.place(x, y, width, height)
+        return pane
+
+    # What is seen
+
+    def picture(self) -> Image.Image:
+        return ImageGrab.grab(xdisplay=self.display)
+
+    def texts(self) -> list[str]:
+        """The names of all that the program shows, as a screen reader reads them."""
+        return self.accessibility("texts").stdout.splitlines()
+
+    # What is done
+
+    def press(self, name: str) -> None:
+        """Presses a control by its name."""
+        self.must(lambda: self.accessibility("press", name).returncode == 0, f"the control {name}")
+
+    def accessibility(self, *arguments: str) -> subprocess.CompletedProcess:
+        script = pathlib.Path(__file__).with_name("accessibility.py")
+        return subprocess.run(["/usr/bin/python3", str(script), *arguments], env=self.environment, capture_output=True,
+                              encoding="utf-8", check=False)
+
+    def do(self, *commands: str) -> None:
+        """xdotool's own words, e.g. "mousemove 10 10 click 1"."""
+        subprocess.run(["xdotool", *" ".join(commands).split()], env=self.environment, check=True,
+                       stdout=subprocess.DEVNULL)
+
+    def double_click(self, x: int, y: int) -> None:
+        self.do(f"mousemove {x} {y} sleep 0.05 click --repeat 2 --delay 80 1")
+
+    def drag(self, start: tuple[int, int], end: tuple[int, int], hold: float = 0) -> None:
+        """Presses, moves in twelve steps, holds, and lets go."""
+        steps = [f"mousemove {start[0] + (end[0] - start[0]) * i // 12} {start[1] + (end[1] - start[1]) * i // 12} "
+                 "sleep 0.02" for i in range(1, 13)]
+        self.do(f"mousemove {start[0]} {start[1]} mousedown 1 sleep 0.05", *steps, f"sleep {hold} mouseup 1")
+
+
+class Pane:
+    """The running program's pane."""
+
+    def __init__(self, screen: Screen, process: subprocess.Popen, window: str):
+        self.screen = screen
+        self.process = process
+        self.window = window
+
+    @property
+    def frame(self) -> tuple[int, int, int, int]:
+        answer = dict(line.split("=") for line in
+                      self.screen.output("xdotool", "getwindowgeometry", "--shell", self.window).splitlines())
+        return tuple(int(answer[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def place(self, x: int, y: int, width: int, height: int) -> None:
+        self.screen.do(f"windowsize {self.window} {width} {height} windowmove {self.window} {x} {y}")
+        self.screen.must(lambda: self.frame == (x, y, width, height), "the pane's place")
+
+    def picture(self) -> Image.Image:
+        x, y, width, height = self.frame
+        return self.screen.picture().crop((x, y, x + width, y + height))
+
+    def double_click(self) -> None:
+        """On the pane's body, in its lower half, clear of the hint, the capsule and the card's button."""
+        x, y, width, height = self.frame
+        self.screen.double_click(x + width // 2, y + height - 24)

@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""The pane on a real X server with a window manager, once with and once without a compositor: over another program's
+window, translating through a local chat-completions server."""
+import json
+import os
+import pathlib
+import time
+import unittest
+
+from PIL import Image
+
+import chat_server
+import sample_page
+from chat_server import ChatServer, blocks_of
+from screen import Pane, Screen, eventually
+
+LINES = ["The lighthouse keeper writes", "a letter every evening", "and posts it on Sundays"]
+CONSENT = "privacy.remoteTranslation.v1.engine.7"
+PAGE = (200, 160)  # where the page's picture begins on the screen
+PANE = (220, 170, 520, 300)
+BORDER = 14  # points at the pane's edges that the border and its glow take
+
+
+def ink_rows(picture: Image.Image) -> list[tuple[int, int, int]]:
+    """(left, top, bottom) of every line of bright writing."""
+    bright = picture.convert("L").point(lambda value: 255 if value > 190 else 0)
+    rows, start = [], None
+    filled = [bright.crop((0, y, bright.width, y + 1)).getbbox() is not None for y in range(bright.height)] + [False]
+    for y, is_filled in enumerate(filled):
+        if is_filled and start is None:
+            start = y
+        elif not is_filled and start is not None:
+            rows.append((bright.crop((0, start, bright.width, y)).getbbox()[0], start, y))
+            start = None
+    return rows
+
+
+class OnAScreen:
+    """What must hold with and without a compositor."""
+
+    composited: bool
+
+    def setUp(self):
+        self.server = self.enterContext_(ChatServer(translate=str.upper))
+        self.screen = self.enterContext_(Screen(composited=self.composited))
+        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url,
+                                   "compatibleModel": "m", "targetLanguageCode": "en", CONSENT: True,
+                                   "compatibleApiKey": "key"}
+        self.page = self.screen.home / "page.png"
+        sample_page.render(self.page, ["", *LINES], dark=True, size="720x400")  # clear of the pane's buttons
+
+    def enterContext_(self, context):  # unittest has it from Python 3.11 on
+        value = context.__enter__()
+        self.addCleanup(context.__exit__, None, None, None)
+        return value
+
+    def pane_over_page(self) -> Pane:
+        self.screen.show_picture(self.page, *PAGE)
+        return self.screen.start_pane(*PANE)
+
+    def requests(self, count: int, seconds: float = 15) -> list[list[str]]:
+        """The lines of each request, once there are as many."""
+        eventually(lambda: len(self.server.requests) >= count, seconds)
+        return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
+
+    def shows(self, *texts: str, seconds: float = 15) -> None:
+        shown = eventually(lambda: set(texts) <= set(names := self.screen.texts()) and names, seconds)
+        self.assertTrue(shown, f"{texts} not in {self.screen.texts()}")
+
+    def history(self) -> list[dict]:
+        path = self.screen.home / "data" / "Lucentra" / "history.json"
+        return json.loads(path.read_text()) if path.exists() else []
+
+    def test_every_trigger_starts_one_pass(self):
+        pane = self.pane_over_page()
+        time.sleep(1.5)
+        self.assertEqual(self.requests(0), [], "the window manager's move isn't the user's")
+
+        pane.double_click()
+        self.assertEqual(self.requests(1), [LINES])
+        self.shows(*map(str.upper, LINES))
+
+        self.screen.do("mousemove 480 440 click 3 sleep 0.3 key Down key Return")  # the menu's first entry
+        self.assertEqual(self.requests(2), [LINES] * 2)
+        self.shows(*map(str.upper, LINES))
+
+        x, y, _, _ = pane.frame
+        self.screen.drag((480, 440), (492, 452), hold=1.2)
+        self.assertEqual(len(self.server.requests), 2, "nothing while the button is down")
+        self.assertEqual(self.requests(3), [LINES] * 3)
+        self.assertNotEqual((x, y), pane.frame[:2])
+        time.sleep(1.2)
+        self.assertEqual(len(self.server.requests), 3)
+        # Three times the same pair is one entry.
+        self.assertEqual([item["originalText"] for item in eventually(self.history)], ["\n".join(LINES)])
+
+    def test_overlays_lie_over_their_lines(self):
+        pane = self.pane_over_page()
+        pane.double_click()
+        self.shows(*map(str.upper, LINES))
+        self.screen.do("mousemove 1200 780")
+        time.sleep(0.8)  # the capsule fades
+        with Image.open(self.page) as page:
+            sources = [(left + PAGE[0] - PANE[0], top + PAGE[1] - PANE[1], bottom + PAGE[1] - PANE[1])
+                       for left, top, bottom in ink_rows(page)]
+        body = pane.picture().crop((BORDER, BORDER + 16, PANE[2] - BORDER, PANE[3] - BORDER - 20))
+        overlays = [(left + BORDER, top + BORDER + 16, bottom + BORDER + 16) for left, top, bottom in ink_rows(body)]
+        self.assertEqual(len(overlays), len(LINES), overlays)
+        for source, overlay in zip(sources, overlays):
+            self.assertAlmostEqual(overlay[0], source[0] + 4, delta=3)  # 4: an overlay's side padding
+            self.assertAlmostEqual(overlay[1], source[1], delta=3)
+
+    def test_the_capture_shows_what_lies_beneath_and_nothing_of_ours(self):
+        above = self.screen.home / "above.png"
+        sample_page.render(above, ["Window above"], size="260x90")
+        balloon = self.screen.home / "balloon.png"
+        sample_page.render(balloon, ["Rounded balloon"], size="280x110", dark=True)
+        menu = self.screen.home / "menu.png"
+        sample_page.render(menu, ["Unmanaged menu"], size="250x80")
+        sample_page.render(self.page, ["", *LINES[:1]], dark=True, size="720x400")
+        pane = self.pane_over_page()
+        self.screen.show_picture(above, 485, 290)
+        self.screen.show_picture(balloon, 224, 320, "--rounded")
+        self.screen.show_picture(menu, 485, 385, "--unmanaged")
+        self.screen.do(f"windowraise {pane.window}")
+        pane.double_click()
+        expected = {LINES[0], "Window above", "Rounded balloon", "Unmanaged menu"}
+        self.assertEqual(set(self.requests(1)[0]), expected)
+
+        # A pass with the overlays still shown and our menu open over the text.
+        self.shows(*(line.upper() for line in expected))
+        self.screen.drag((470, 452), (470, 464))
+        self.screen.do("mousemove 260 300 click 3")
+        self.assertEqual(set(self.requests(2)[1]), expected)
+        self.screen.do("key Escape")
+
+    def test_a_newer_trigger_drops_the_older_pass(self):
+        answer = {"first": "OLDER", "second": "NEWER"}
+        self.server.queued = [self.later(answer["first"], 1.5), self.later(answer["second"], 4)]
+        pane = self.pane_over_page()
+        pane.double_click()
+        self.requests(1)
+        pane.double_click()
+        self.requests(2)
+        time.sleep(2)  # the first answer has come
+        self.assertFalse({"OLDER", "NEWER"} & set(self.screen.texts()))
+        self.assertGreater(len({pane.picture().getpixel((260, 6)) for _ in range(12) if not time.sleep(0.1)}), 2,
+                           "the border pulses while the newer pass runs")
+        self.shows("NEWER")
+        self.assertEqual([item["translatedText"] for item in eventually(self.history)], ["\n".join(["NEWER"] * 3)])
+
+    @staticmethod
+    def later(text: str, seconds: float):
+        def answer(server, body):
+            time.sleep(seconds)
+            return 200, chat_server.completion(json.dumps(
+                {"translations": [{"id": block["id"], "text": text} for block in blocks_of(body)]}))
+        return answer
+
+    def test_a_refusal_shows_its_card_and_can_be_retried(self):
+        self.server.queued = [chat_server.too_many_requests]
+        pane = self.pane_over_page()
+        pane.double_click()
+        self.shows("Retry")
+        self.assertIn("Compatible endpoint API error 429: Slow down, please", self.screen.texts())
+        self.screen.press("Retry")
+        self.shows(*map(str.upper, LINES))
+        self.assertNotIn("Retry", self.screen.texts())
+
+    def test_without_consent_nothing_leaves(self):
+        self.screen.preferences = {**self.screen.preferences, CONSENT: False}
+        pane = self.pane_over_page()
+        pane.double_click()
+        self.shows("Retry")
+        self.assertTrue(any("First allow text to be sent" in text for text in self.screen.texts()))
+        self.assertEqual(self.server.requests, [])
+
+    def test_a_capture_is_not_seen(self):
+        self.screen.preferences = {**self.screen.preferences, "neonBorderColor": "none"}
+        self.server.queued = [chat_server.pause(3), chat_server.pause(3)]
+        pane = self.pane_over_page()
+        pane.double_click()
+        self.requests(1)
+        self.screen.do("mousemove 1200 780")
+        time.sleep(1)
+        body = (PANE[0] + 20, PANE[1] + 60, PANE[0] + PANE[2] - 20, PANE[1] + PANE[3] - 30)
+        page = (PAGE[0], PAGE[1] + 320, PAGE[0] + 700, PAGE[1] + 390)
+        before = [self.screen.picture().crop(area).tobytes() for area in (body, page)]
+        self.screen.do("key --window 0 alt+Return")
+        seen = 0
+        while len(self.server.requests) < 2 or seen < 5:
+            picture = self.screen.picture()
+            self.assertEqual([picture.crop(area).tobytes() for area in (body, page)], before)
+            seen += 1
+            self.assertLess(seen, 1000)
+
+
+class WithACompositor(OnAScreen, unittest.TestCase):
+    composited = True
+
+
+class WithoutACompositor(OnAScreen, unittest.TestCase):
+    composited = False
+
+
+if __name__ == "__main__":
+    os.chdir(pathlib.Path(__file__).parent)
+    unittest.main(verbosity=2)
