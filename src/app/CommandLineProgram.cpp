@@ -96,7 +96,7 @@ ExitCode run(const Invocation &invocation, Services &services)
 
 } // namespace
 
-int runCommandLine(int argc, char *argv[])
+int runCommandLine(int argc, char *argv[], const ServiceHosts &hosts)
 {
     const QStringList arguments = argumentsAfterName(argc, argv);
     int ownName = 1; // Qt would take options of its own out of the others
@@ -106,7 +106,7 @@ int runCommandLine(int argc, char *argv[])
 
     // Nobody else waits for a command, so that it rather waits for the memory of phrases than knows nothing.
     Services services([](const QString &line) { printLine(stderr, line); }, {},
-                      {.longest = 30s, .acceptsOutdated = false});
+                      {.longest = 30s, .acceptsOutdated = false}, hosts);
     const auto invocation = parseCommandLine(arguments, services.texts());
     if (!invocation) {
         printLine(stderr, invocation.error().description);

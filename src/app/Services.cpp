@@ -11,10 +11,12 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience)
+Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience,
+                   ServiceHosts hosts)
     : m_diagnostics(std::move(diagnostics))
     , m_sinks(std::move(sinks))
     , m_patience(patience)
+    , m_hosts(std::move(hosts))
     , m_settings(SettingsStore::userFilePath(), m_diagnostics)
     , m_texts(m_settings, m_notifications, stringTablesFolder(), QLocale::system().uiLanguages())
 {
@@ -48,7 +50,7 @@ TranslationManager &Services::translationManager()
         m_secrets = std::make_unique<SecretServiceStorage>();
         m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
         m_http = std::make_unique<HttpSession>();
-        TranslationClients clients = remoteClients(*m_http, m_texts);
+        TranslationClients clients = remoteClients(*m_http, m_texts, m_hosts);
         clients.onDevice = [&bridge = onDevice().bridge](const QStringList &texts, const QString &target,
                                                          const auto &completion) {
             bridge.translate(texts, target, completion);

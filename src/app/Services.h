@@ -25,7 +25,9 @@ class Services
 {
 public:
     /// `sinks` get the typed texts that were translated. `patience` is for the memory of phrases while it is built.
-    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {});
+    /// `hosts` are the services' own but for tests.
+    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {},
+             ServiceHosts hosts = {});
     ~Services();
     Services(const Services &) = delete;
     Services &operator=(const Services &) = delete;
@@ -46,6 +48,7 @@ private:
     const DiagnosticLine m_diagnostics;
     const TranslationManager::Sinks m_sinks;
     const BuildPatience m_patience;
+    const ServiceHosts m_hosts;
     MainQueue m_mainQueue;
     NotificationCenter m_notifications;
     SettingsStore m_settings;
