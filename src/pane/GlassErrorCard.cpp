@@ -61,10 +61,33 @@ QString fittedText(const QFont &font, const QString &text, int width, int height
     return cutOff(fitting);
 }
 
+/// One element for the whole card: its texts are its name and description, and only the button is a child.
+class AccessibleCard : public QAccessibleWidget
+{
+public:
+    explicit AccessibleCard(QWidget *card)
+        : QAccessibleWidget(card, QAccessible::AlertMessage)
+    {
+    }
+
+    int childCount() const override { return button() ? 1 : 0; }
+    QAccessibleInterface *child(int index) const override
+    {
+        return index == 0 && button() ? QAccessible::queryAccessibleInterface(button()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return child && button() && child->object() == button() ? 0 : -1;
+    }
+
+private:
+    QPushButton *button() const { return widget()->findChild<QPushButton *>(); }
+};
+
 QAccessibleInterface *accessibleCard(const QString &, QObject *object)
 {
     auto *card = dynamic_cast<GlassErrorCard *>(object);
-    return card ? new QAccessibleWidget(card, QAccessible::AlertMessage) : nullptr;
+    return card ? new AccessibleCard(card) : nullptr;
 }
 
 QLabel *addLabel(const QString &text, int pixels, QFont::Weight weight, double opacity, QWidget *parent)

@@ -102,18 +102,22 @@ void OverlayText::takeMeasures()
 {
     m_ascent = nominalAscent * m_font.pixelSize();
     m_descent = nominalDescent * m_font.pixelSize();
+    m_emptyTop = 0;
     const QTextLine line = singleLine(m_layout, unlimitedWidth);
     if (!line.isValid())
         return;
     m_width = line.naturalTextWidth();
     m_blackWidth = m_width - spaceWidth(m_layout.text(), m_font);
 
+    double inkAscent = QFontMetricsF(m_font).capHeight();
     const double baseline = line.y() + line.ascent();
     for (const QGlyphRun &run : m_layout.glyphRuns()) {
         const QRectF ink = inkOf(run);
-        m_ascent = std::max(m_ascent, baseline - ink.top());
+        inkAscent = std::max(inkAscent, baseline - ink.top());
         m_descent = std::max(m_descent, ink.bottom() - baseline);
     }
+    m_ascent = std::max(m_ascent, inkAscent);
+    m_emptyTop = m_ascent - inkAscent;
 }
 
 double OverlayText::lineHeight(double fontSize) const
@@ -203,6 +207,7 @@ void OverlayText::draw(QPainter &painter, QPointF topLeft, double width, double 
     painter.save();
     painter.translate(topLeft);
     painter.scale(scale, scale);
+    painter.translate(0, -m_emptyTop);
     if (lineWidth(fontSize) <= width + widthTolerance) {
         const QTextLine line = singleLine(m_layout, std::max(width / scale, m_width));
         if (line.isValid())

@@ -30,7 +30,9 @@ public:
     double boundingHeight(double width, double fontSize, double atMost);
 
     /// Draws at most `lines` lines into a width with the painter's pen, the last one with an ellipsis where text is
-    /// left over. `topLeft` is the corner of the first line's box. A right-to-left text is aligned to the right.
+    /// left over. `topLeft` is the corner of the first line's capitals rather than of its box, since a source line's
+    /// rectangle encloses its ink: so the one's letters lie over the other's. A right-to-left text is aligned to the
+    /// right.
     void draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines);
 
 private:
@@ -45,6 +47,7 @@ private:
     // Pixels at the reference size.
     double m_ascent = 0;
     double m_descent = 0;
+    double m_emptyTop = 0; ///< the first line's room above its ink or its capitals, whichever are higher
     double m_width = 0;
     double m_blackWidth = 0; ///< what the lines together hold at least: the width without spaces
 };
