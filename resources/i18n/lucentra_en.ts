@@ -413,7 +413,7 @@
     </message>
     <message>
         <source>相容 API</source>
-        <translation>Compatible API</translation>
+        <translation>Compatible endpoint</translation>
     </message>
     <message>
         <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>

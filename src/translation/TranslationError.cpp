@@ -40,10 +40,10 @@ Failure TranslationProviderError::failure(const LocalizationManager &texts) cons
         description = texts.localized(m_message);
         break;
     case Kind::requestFailed:
-        description = texts.formatted(u"%@ API 錯誤 %d：%@"_s, m_provider, m_status, m_message);
+        description = texts.formatted(u"%@ API 錯誤 %d：%@"_s, texts.localized(m_provider), m_status, m_message);
         break;
     case Kind::invalidResponse:
-        description = texts.formatted(u"%@ 回應格式無法解析"_s, m_provider);
+        description = texts.formatted(u"%@ 回應格式無法解析"_s, texts.localized(m_provider));
         break;
     }
     return {.domain = u"TranslationProviderError"_s, .code = m_status, .description = description};
