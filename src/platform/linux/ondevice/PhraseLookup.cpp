@@ -20,6 +20,7 @@ constexpr qsizetype shortestRepairable = 8;
 /// How much less sure a line is of which just parts are known, or one that had to be repaired.
 constexpr double partsFactor = 0.7;
 constexpr double repairFactor = 0.8;
+constexpr double spellingFactor = 0.9;
 /// Of more unknown words than this, a value after a colon is a sentence that somebody should translate whole.
 constexpr qsizetype mostUnknownWords = 3;
 
@@ -55,6 +56,29 @@ bool hasLetter(QStringView text)
 qsizetype wordCount(QStringView text)
 {
     return std::count(text.begin(), text.end(), u' ') + 1;
+}
+
+/// Other spellings of an English phrase that mean the same where the target has no plural: "Full Screen" and
+/// "Fullscreen", "Log-in" and "Log in", "Find & Replace" and "Find and Replace", "Passwords" and "Password".
+QStringList otherSpellings(const QString &key)
+{
+    QStringList spellings;
+    for (qsizetype at = 0; at < key.size(); ++at) {
+        if (key[at] != u' ' && key[at] != u'-')
+            continue;
+        spellings.append(key.first(at) + key.sliced(at + 1));
+        spellings.append(key.first(at) + (key[at] == u' ' ? u'-' : u' ') + key.sliced(at + 1));
+    }
+    if (key.contains(u" & "))
+        spellings.append(QString(key).replace(u" & "_s, u" and "_s));
+    if (key.contains(u" and "))
+        spellings.append(QString(key).replace(u" and "_s, u" & "_s));
+    constexpr qsizetype shortestPlural = 5;
+    if (key.size() >= shortestPlural && key.endsWith(u's') && !key.endsWith(u"ss"))
+        spellings.append(key.endsWith(u"ies") ? key.chopped(3) + u'y' : key.chopped(1));
+    else if (key.size() + 1 >= shortestPlural && key.back().isLetter())
+        spellings.append(key + u's');
+    return spellings;
 }
 
 } // namespace
@@ -103,6 +127,17 @@ std::optional<LineTranslation> PhraseLookup::phrase(const ScreenPhrase &phrase) 
     return std::nullopt;
 }
 
+std::optional<LineTranslation> PhraseLookup::respelled(const QString &text) const
+{
+    if (m_source || !m_target) // from English into a language without plural
+        return std::nullopt;
+    for (const QString &spelling : otherSpellings(phraseKey(text))) {
+        if (const auto match = find(spelling))
+            return LineTranslation{.text = match->text, .confidence = confidence(*match) * spellingFactor};
+    }
+    return std::nullopt;
+}
+
 std::optional<LineTranslation> PhraseLookup::repaired(const QString &text) const
 {
     const QString key = phraseKey(text);
@@ -138,6 +173,8 @@ std::optional<LineTranslation> PhraseLookup::parts(const ScreenPhrase &whole) co
             return std::nullopt;
         const ScreenPhrase taken = screenPhrase(part);
         auto translation = phrase(taken);
+        if (!translation)
+            translation = respelled(taken.forms.first().text);
         if (!translation)
             translation = repaired(taken.forms.first().text);
         const bool isLabel = !isLast && found.captured().contains(colons);
@@ -190,6 +227,8 @@ std::optional<LineTranslation> PhraseLookup::translate(const QString &line) cons
         found = parts(taken);
     if (!found)
         found = menuBar(text);
+    if (!found)
+        found = respelled(text);
     if (!found)
         found = repaired(text);
     if (found)

@@ -19,7 +19,8 @@ struct LineTranslation
 
 /// Translates the lines of a screen by what programs say. It looks for the whole line first, then for the line with
 /// its numbers, quotations and names as values, then for its parts (a window's title, a label with its value, the
-/// titles of a menu bar), and last with one character repaired that recognizers confuse.
+/// titles of a menu bar), then for other spellings of it, and last with one character repaired that recognizers
+/// confuse.
 class PhraseLookup
 {
 public:
@@ -35,6 +36,7 @@ private:
     std::optional<LineTranslation> phrase(const ScreenPhrase &phrase) const;
     std::optional<LineTranslation> parts(const ScreenPhrase &phrase) const;
     std::optional<LineTranslation> menuBar(const QString &text) const;
+    std::optional<LineTranslation> respelled(const QString &text) const;
     std::optional<LineTranslation> repaired(const QString &text) const;
     std::optional<PhraseMatch> find(const QString &key) const;
 

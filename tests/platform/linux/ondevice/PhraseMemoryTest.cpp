@@ -125,6 +125,8 @@ void PhraseMemoryTest::linesAreTranslated_data()
     QTest::newRow("a bullet") << u"en ja"_s << u"• Preferences"_s << u"• 設定"_s;
     QTest::newRow("a menu bar read as one line") << u"en ja"_s << u"File Edit View"_s << u"ファイル  編集  表示"_s;
     QTest::newRow("a sentence of such words") << u"en ja"_s << u"Edit view file"_s << u"-"_s;
+    QTest::newRow("a singular") << u"en ja"_s << u"Preference"_s << u"設定"_s;
+    QTest::newRow("hyphenated") << u"en ja"_s << u"Text-editor"_s << u"テキストエディター"_s;
     QTest::newRow("a misread character") << u"en ja"_s << u"Preferenees"_s << u"設定"_s;
     QTest::newRow("two misread characters") << u"en ja"_s << u"Preferenoos"_s << u"-"_s;
     QTest::newRow("a misread short word") << u"en ja"_s << u"Slze"_s << u"-"_s;
