@@ -79,6 +79,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 void AppDelegate::applicationWillTerminate()
 {
     m_hotkeys.unregisterHotkeys();
+    qGuiApp->disconnect(this); // the window's end moves the focus once more
     m_backdrop->stop();
     m_pass.reset();
     m_services.translationManager().cancelAll();

@@ -1,7 +1,9 @@
 #include "AutoHide.h"
+#include "DockPresence.h"
 #include "EditCommands.h"
 #include "MainMenu.h"
 #include "ManualScheduler.h"
+#include "PaneFixture.h"
 #include "StatusItem.h"
 #include "TestTexts.h"
 #include "ToolkitTexts.h"
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void theStatusItemWaitsForATray();
     void editCommandsActOnTheTextField();
     void theToolkitSpeaksTheInterfaceLanguage();
+    void theSettingsWindowKeepsTheKeysWhenThePaneLeavesTheTaskBar();
     void thePaneHidesOnlyWhenTheKeysAreReallyGone_data();
     void thePaneHidesOnlyWhenTheKeysAreReallyGone();
 
@@ -139,6 +142,23 @@ void ShellTest::theToolkitSpeaksTheInterfaceLanguage()
         words.append(QCoreApplication::translate("QPlatformTheme", "Cancel"));
     }
     QCOMPARE(words, (QStringList{u"取消"_s, u"取消"_s, u"キャンセル"_s, u"취소"_s, u"Cancel"_s}));
+}
+
+void ShellTest::theSettingsWindowKeepsTheKeysWhenThePaneLeavesTheTaskBar()
+{
+    PaneFixture pane;
+    QWidget window;
+    window.setObjectName(u"settings"_s);
+    window.show();
+    pane.window.makeKeyAndOrderFront();
+    QVERIFY(QTest::qWaitForWindowActive(&pane.window));
+    pane.settings.write(settings::showInDock, false);
+    applyDockPresence(pane.window, false);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = false});
+    pane.settings.write(settings::showInDock, true);
+    applyDockPresence(pane.window, true);
+    QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = true});
 }
 
 void ShellTest::thePaneHidesOnlyWhenTheKeysAreReallyGone_data()

@@ -11,12 +11,14 @@ import time
 
 LUCENTRA = pathlib.Path(os.environ.get("LUCENTRA", "build/dev/bin/lucentra")).resolve()
 
-# A bus that starts no service by itself: what is on it, the test has put there.
+# A bus that starts no service by itself but the program, where a test asks for that: what else is on it, the test has
+# put there.
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
   <listen>unix:dir={home}</listen>
+  {services}
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
@@ -29,9 +31,10 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 class Session:
     """Use as a context manager; `environment` is that of every program started in the session."""
 
-    def __init__(self, keyring: bool = True, language: str = "en"):
+    def __init__(self, keyring: bool = True, language: str = "en", activatable: bool = False):
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-test-"))
         self.keyring = keyring
+        self.activatable = activatable
         self.processes: list[subprocess.Popen] = []
         runtime = self.home / "run"
         runtime.mkdir(mode=0o700)
@@ -66,7 +69,9 @@ class Session:
 
     def __enter__(self):
         configuration = self.home / "bus.conf"
-        configuration.write_text(BUS_CONFIGURATION.format(home=self.home))
+        services = LUCENTRA.parent.parent / "share" / "dbus-1" / "services"
+        configuration.write_text(BUS_CONFIGURATION.format(
+            home=self.home, services=f"<servicedir>{services}</servicedir>" if self.activatable else ""))
         bus = self.start(["dbus-daemon", f"--config-file={configuration}", "--nofork", "--print-address=1"],
                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         if not select.select([bus.stdout], [], [], 10)[0]:
