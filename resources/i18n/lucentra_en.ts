@@ -604,6 +604,10 @@
         <translation>This desktop has no system tray. To show the pane again, press %@ or start Lucentra once more.</translation>
     </message>
     <message>
+        <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
+        <translation>This system's dpkg settings leave translations out (path-exclude); please change them first.</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>No program on this computer has a translation of this text. Please use another translation engine.</translation>
     </message>

@@ -604,6 +604,10 @@
         <translation>このデスクトップにはシステムトレイがありません。パネルを再び表示するには、%@ を押すか、Lucentra をもう一度起動してください。</translation>
     </message>
     <message>
+        <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
+        <translation>このシステムの dpkg は訳を入れない設定（path-exclude）です。先に設定を変更してください。</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>このコンピューターのプログラムには、この文字列の訳がありません。別の翻訳エンジンをお使いください。</translation>
     </message>

@@ -604,6 +604,10 @@
         <translation>이 데스크톱에는 시스템 트레이가 없습니다. 패널을 다시 보려면 %@을(를) 누르거나 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
+        <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
+        <translation>이 시스템의 dpkg 설정은 번역을 설치하지 않습니다(path-exclude). 먼저 설정을 바꾸세요.</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>이 컴퓨터의 프로그램에는 이 글의 번역이 없습니다. 다른 번역 엔진을 사용하세요.</translation>
     </message>

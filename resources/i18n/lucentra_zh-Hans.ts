@@ -604,6 +604,10 @@
         <translation>这个桌面没有系统托盘。要再次显示翻译板，请按 %@ 或再次启动 Lucentra。</translation>
     </message>
     <message>
+        <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
+        <translation>此系统的 dpkg 设置不会安装译文（path-exclude），请先更改设置。</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>这台电脑上的程序没有这些文字的译文。请改用其他翻译引擎。</translation>
     </message>

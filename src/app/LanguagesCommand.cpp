@@ -51,6 +51,8 @@ QString page(const QList<OnDeviceServiceStatus> &services, const LocalizationMan
                                           : pairLines(service.pairs));
         if (!service.addableBy.isEmpty())
             lines << u"    "_s + texts.formatted(u"安裝這些套件也有幫助：%@"_s, service.addableBy.join(u' '));
+        if (service.isStripped)
+            lines << u"    "_s + texts.localized(u"這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。"_s);
     }
     return lines.join(u'\n');
 }
@@ -64,6 +66,7 @@ QJsonObject toJson(const OnDeviceServiceStatus &service)
             {u"pairs"_s, pairs},
             {u"phrases"_s, service.phraseCount},
             {u"cacheAgeSeconds"_s, service.cacheAgeSeconds < 0 ? QJsonValue() : QJsonValue(service.cacheAgeSeconds)},
+            {u"stripped"_s, service.isStripped},
             {u"addableBy"_s, QJsonArray::fromStringList(service.addableBy)}};
 }
 

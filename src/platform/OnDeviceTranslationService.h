@@ -47,9 +47,11 @@ enum class PairAvailability {
 /// What a user may know of a service.
 struct OnDeviceServiceStatus
 {
-    QString name;                ///< a short one in Latin letters, the same in every language
-    QList<LanguagePair> pairs;   ///< those that are available
-    QStringList addableBy;       ///< Debian packages that would add pairs or phrases; may be empty
+    QString name;              ///< a short one in Latin letters, the same in every language
+    QList<LanguagePair> pairs; ///< those that are available
+    QStringList addableBy;     ///< Debian packages that would add pairs or phrases; may be empty
+    /// Whether this system is set up to install programs without their translations, so that they must be let in.
+    bool isStripped = false;
     qint64 phraseCount = 0;      ///< what it looks up in; 0 for a service that composes
     qint64 cacheAgeSeconds = -1; ///< how old its cache is; -1 where it has none
 };

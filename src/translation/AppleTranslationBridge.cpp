@@ -135,8 +135,10 @@ void AppleTranslationBridge::translateGroup(Call &call, const Group &group)
 void AppleTranslationBridge::complete(const std::shared_ptr<Call> &call)
 {
     if (!call->result.outcomes.isEmpty() && call->result.texts == call->texts) {
-        for (const OnDeviceServiceStatus &status : m_service.status())
+        for (const OnDeviceServiceStatus &status : m_service.status()) {
             call->result.addableBy += status.addableBy;
+            call->result.isStripped = call->result.isStripped || status.isStripped;
+        }
     }
     m_mainQueue.post([call] { call->completion(call->result); });
 }

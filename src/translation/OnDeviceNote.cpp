@@ -30,6 +30,8 @@ QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &tra
         return texts.localized(u"文字已是目標語言。"_s);
     if (!translations.addableBy.isEmpty())
         note += u'\n' + texts.formatted(u"安裝這些套件也有幫助：%@"_s, translations.addableBy.join(u' '));
+    if (translations.isStripped)
+        note += u'\n' + texts.localized(u"這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。"_s);
     return note;
 }
 

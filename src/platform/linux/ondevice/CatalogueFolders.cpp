@@ -169,6 +169,21 @@ CatalogueFolders CatalogueFolders::ofThisSystem()
     return folders;
 }
 
+bool leavesOutCatalogues(const QString &folder)
+{
+    QDirIterator files(folder, QDir::Files);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray &line : file.readAll().split('\n')) {
+            if (line.startsWith("path-exclude") && line.contains("/usr/share/locale/"))
+                return true;
+        }
+    }
+    return false;
+}
+
 CatalogueSurvey surveyCatalogues(const CatalogueFolders &folders)
 {
     Survey survey;

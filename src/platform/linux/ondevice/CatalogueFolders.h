@@ -36,6 +36,10 @@ struct CatalogueFolders
     static CatalogueFolders ofThisSystem();
 };
 
+/// Whether the package manager is told to leave catalogues out, as in the images that containers are made of. `folder`
+/// is that of its settings.
+bool leavesOutCatalogues(const QString &folder = QStringLiteral("/etc/dpkg/dpkg.cfg.d"));
+
 /// Lists the catalogues. It looks into folders of a known depth only, so that links between them make no loop. Any
 /// thread; takes milliseconds.
 CatalogueSurvey surveyCatalogues(const CatalogueFolders &folders);

@@ -82,30 +82,26 @@ void removeMnemonic(QString &text)
 
 PhraseTail takeTail(QString &text)
 {
-    const auto trimmed = [&text](qsizetype count) {
-        text.chop(count);
-        while (text.endsWith(u' '))
-            text.chop(1);
-    };
-    const QString whole = text;
+    const auto isDot = [](QChar c) { return c == u'.' || c == u'…' || c == u'⋯' || c == u'。'; };
+    qsizetype end = text.size();
+    while (end > 0 && isDot(text[end - 1]))
+        --end;
+    const QStringView dots = QStringView(text).sliced(end);
     PhraseTail tail = PhraseTail::None;
-    if (text.endsWith(u"..."_s)) {
-        trimmed(3);
-        tail = PhraseTail::Ellipsis;
-    } else if (text.endsWith(u'…') || text.endsWith(u'⋯')) {
-        trimmed(text.endsWith(u"……"_s) || text.endsWith(u"⋯⋯"_s) ? 2 : 1);
-        tail = PhraseTail::Ellipsis;
-    } else if (text.endsWith(u':') || text.endsWith(u'：')) {
-        trimmed(1);
-        tail = PhraseTail::Colon;
-    } else if (text.endsWith(u'.') || text.endsWith(u'。')) {
-        trimmed(1);
+    if (dots == u"." || dots == u"。")
         tail = PhraseTail::FullStop;
+    else if (!dots.isEmpty()) // recognizers make two or four dots of three as well
+        tail = PhraseTail::Ellipsis;
+    else if (text.endsWith(u':') || text.endsWith(u'：')) {
+        tail = PhraseTail::Colon;
+        --end;
     }
-    if (!text.isEmpty())
-        return tail;
-    text = whole;
-    return PhraseTail::None;
+    while (end > 0 && text[end - 1] == u' ')
+        --end;
+    if (end == 0)
+        return PhraseTail::None;
+    text.truncate(end);
+    return tail;
 }
 
 /// Replaces placeholders by slots, numbered by the order in which their arguments first come up. Arguments without a

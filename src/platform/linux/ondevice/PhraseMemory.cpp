@@ -20,7 +20,7 @@ constexpr quint32 fewPhrases = 5000;
 /// Small packages that need no others and bring many phrases.
 QStringList phrasePackages()
 {
-    return {u"libgtk-3-common"_s, u"qt6-translations-l10n"_s, u"evince-common"_s, u"vlc-l10n"_s};
+    return {u"libgtk-3-common"_s, u"qt6-translations-l10n"_s, u"evince-common"_s, u"gnumeric-common"_s, u"vlc-l10n"_s};
 }
 
 } // namespace
@@ -74,7 +74,8 @@ QList<OnDeviceServiceStatus> PhraseMemory::status()
         if (file->phrasesOutOf(int(language)) > 0)
             status.pairs.append({code(language), u"en"_s});
         for (size_t target = 0; target < memoryLanguages.size(); ++target) {
-            if (PhraseLookup::between(*file, {code(language), code(target)}))
+            const bool areChinese = code(language).startsWith(u"zh") && code(target).startsWith(u"zh");
+            if (!areChinese && PhraseLookup::between(*file, {code(language), code(target)}))
                 status.pairs.append({code(language), code(target)});
         }
         if (memoryLanguages[language].isTarget)
@@ -82,8 +83,10 @@ QList<OnDeviceServiceStatus> PhraseMemory::status()
     }
     status.phraseCount = file->header().phrases;
     status.cacheAgeSeconds = std::max<qint64>(0, QDateTime::currentSecsSinceEpoch() - file->header().builtAt);
-    if (fewest < fewPhrases)
+    if (fewest < fewPhrases) {
         status.addableBy = phrasePackages();
+        status.isStripped = leavesOutCatalogues();
+    }
     return {status};
 }
 

@@ -58,6 +58,7 @@ private Q_SLOTS:
     void aDamagedCacheIsBuiltAnew();
     void withoutAPlaceForACacheItIsInMemory();
     void whatIsNoCatalogueIsSkipped();
+    void systemsWithoutTranslationsAreKnown();
     void damagedMemoriesDoNoHarm();
 
 private:
@@ -107,6 +108,7 @@ void PhraseMemoryTest::linesAreTranslated_data()
     QTest::newRow("mnemonics are gone") << u"en ja"_s << u"Cancel"_s << u"キャンセル"_s;
     QTest::newRow("another case") << u"en ja"_s << u"CANCEL"_s << u"キャンセル"_s;
     QTest::newRow("an ellipsis as one character") << u"en ja"_s << u"Save As…"_s << u"名前を付けて保存…"_s;
+    QTest::newRow("misread dots") << u"en ja"_s << u"Save As.…"_s << u"名前を付けて保存…"_s;
     QTest::newRow("the line's own tail") << u"en ja"_s << u"Save  as :"_s << u"名前を付けて保存："_s;
     QTest::newRow("a tail that the line doesn't have") << u"en ja"_s << u"file name"_s << u"ファイル名"_s;
     QTest::newRow("numbers") << u"en ja"_s << u"Page 12 of 3,400"_s << u"12 / 3,400 ページ"_s;
@@ -265,6 +267,20 @@ void PhraseMemoryTest::whatIsNoCatalogueIsSkipped()
     QVERIFY(file);
     QCOMPARE(file->header().catalogues, 1U);
     QCOMPARE(translated(*file, u"en"_s, u"ja"_s, u"Cancel"_s), u"中止"_s);
+}
+
+void PhraseMemoryTest::systemsWithoutTranslationsAreKnown()
+{
+    const QTemporaryDir folder;
+    const auto write = [&](const QString &name, const QByteArray &text) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    };
+    write(u"docker"_s, "# path-exclude=/usr/share/locale/*\npath-exclude=/usr/share/doc/*\n");
+    QVERIFY(!leavesOutCatalogues(folder.path()));
+    write(u"excludes"_s, "path-exclude=/usr/share/man/*\npath-exclude=/usr/share/locale/*\n");
+    QVERIFY(leavesOutCatalogues(folder.path()));
 }
 
 void PhraseMemoryTest::damagedMemoriesDoNoHarm()
