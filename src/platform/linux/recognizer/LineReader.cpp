@@ -44,29 +44,87 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
 
 } // namespace
 
-LineReader::LineReader(bool usesLanguageCorrection)
+/// Holds an engine for as long as it reads.
+class LineReader::Loan
+{
+public:
+    Loan(LineReader &reader, ReadingLanguage language, int most)
+        : m_reader(reader)
+        , m_engine(*reader.borrowed(language, most))
+    {
+    }
+    ~Loan() { m_reader.giveBack(m_engine); }
+    Q_DISABLE_COPY_MOVE(Loan)
+
+    tesseract::TessBaseAPI *api() const { return m_engine.api.get(); }
+
+private:
+    LineReader &m_reader;
+    Engine &m_engine;
+};
+
+LineReader::LineReader(bool usesLanguageCorrection, int maximum)
     : m_usesLanguageCorrection(usesLanguageCorrection)
+    , m_maximum(std::size_t(std::max(4, maximum)))
 {
 }
 
 LineReader::~LineReader() = default;
 
-tesseract::TessBaseAPI *LineReader::engine(ReadingLanguage language)
-{
-    const auto known = m_engines.find(language);
-    if (known != m_engines.end())
-        return known->second.get();
-    return (m_engines[language] = makeEngine(language, m_usesLanguageCorrection)).get();
-}
-
 bool LineReader::prepare(ReadingLanguage language)
 {
-    return engine(language) != nullptr;
+    return Loan(*this, language, 1).api() != nullptr;
+}
+
+LineReader::Engine *LineReader::borrowed(ReadingLanguage language, int most)
+{
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        int busy = 0;
+        for (Engine &engine : m_engines) {
+            if (engine.language == language && !engine.isBusy) {
+                engine.isBusy = true;
+                return &engine;
+            }
+            busy += engine.language == language ? 1 : 0;
+        }
+        if (busy < most && makePlace())
+            break;
+        m_givenBack.wait(lock);
+    }
+    Engine &engine = m_engines.emplace_back(Engine{language, nullptr});
+    lock.unlock();
+    engine.api = makeEngine(language, m_usesLanguageCorrection);
+    return &engine;
+}
+
+void LineReader::giveBack(Engine &engine)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        engine.isBusy = false;
+        engine.lastUse = ++m_uses;
+    }
+    m_givenBack.notify_all();
+}
+
+bool LineReader::makePlace()
+{
+    if (m_engines.size() < m_maximum)
+        return true;
+    const auto oldest = std::min_element(m_engines.begin(), m_engines.end(), [](const Engine &a, const Engine &b) {
+        return std::pair(a.isBusy, a.lastUse) < std::pair(b.isBusy, b.lastUse);
+    });
+    if (oldest->isBusy)
+        return false;
+    m_engines.erase(oldest);
+    return true;
 }
 
 void LineReader::release()
 {
-    m_engines.clear();
+    const std::lock_guard lock(m_mutex);
+    m_engines.remove_if([](const Engine &engine) { return !engine.isBusy; });
 }
 
 int LineReader::stripHeight(ReadingLanguage language)
@@ -75,10 +133,13 @@ int LineReader::stripHeight(ReadingLanguage language)
     return isSmall ? 36 : 48;
 }
 
-Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode)
+Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode, int most)
 {
-    tesseract::TessBaseAPI *api = engine(language);
-    if (!api || !strip)
+    if (!strip)
+        return {};
+    const Loan loan(*this, language, most);
+    tesseract::TessBaseAPI *api = loan.api();
+    if (!api)
         return {};
     api->SetPageSegMode(mode == ReadingMode::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
     api->SetImage(strip.get());
@@ -98,6 +159,7 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
                 reading.text += QLatin1Char(' ');
             reading.text += word;
             sum += confidence * double(word.size());
+            reading.weakest = length == 0 ? confidence : std::min(reading.weakest, confidence);
             length += word.size();
         }
         if (!words->Next(tesseract::RIL_WORD))

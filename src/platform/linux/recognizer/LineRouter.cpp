@@ -1,6 +1,7 @@
 #include "LineRouter.h"
 
 #include <algorithm>
+#include <map>
 
 namespace lucentra {
 namespace {
@@ -13,6 +14,7 @@ constexpr double doubtful = 70;     // other languages are asked as well
 constexpr double englishLead = 12;  // English reads Latin letters better than others that are as confident
 constexpr double misfit = 0.45;     // of the confidence is left where the letters don't fit into the line
 constexpr qsizetype wordLength = 8; // characters; a few ideographs may look like a word, but not like a sentence
+constexpr double known = 60;        // the language is right, if not every letter
 constexpr double hopeless = 40;     // of a picture's edges: not even another language is tried
 
 /// How many letters of each kind a text has.
@@ -23,7 +25,8 @@ struct Scripts
     int han = 0;
     int hangul = 0;
 
-    int all() const { return latin + kana + han + hangul; }
+    int wide() const { return kana + han + hangul; }
+    int all() const { return latin + wide(); }
 };
 
 Scripts scriptsOf(const QString &text)
@@ -97,7 +100,7 @@ QList<ReadingLanguage> readersOf(Writing writing)
 bool fits(const QString &text, const QSize &ink)
 {
     const Scripts scripts = scriptsOf(text);
-    const int wide = scripts.kana + scripts.han + scripts.hangul;
+    const int wide = scripts.wide();
     const double width = ink.width() / double(ink.height());
     if (scripts.all() < 2)
         return width <= (wide > 0 ? 1.5 : 1.2) * double(std::max<qsizetype>(1, text.size()));
@@ -116,67 +119,13 @@ bool fillsSquares(const QString &text, const QSize &ink)
     return std::abs(ink.width() / double(ink.height()) - wide) <= 0.25 + 0.08 * wide;
 }
 
-QList<ReadingLanguage> firstOtherThanEnglish(const QList<ReadingLanguage> &languages)
-{
-    const auto other = std::find_if(languages.begin(), languages.end(),
-                                    [](ReadingLanguage l) { return l != ReadingLanguage::English; });
-    return other == languages.end() ? QList<ReadingLanguage>() : QList<ReadingLanguage>{*other};
-}
-
-/// One line under the router's hands: who has read it, and the best that came out.
-class Attempts
-{
-public:
-    Attempts(const LineNormalizer &line, Separation separation, LineReader &reader)
-        : m_line(line)
-        , m_separation(separation)
-        , m_reader(reader)
-    {
-    }
-
-    /// Reads once more; what is not better by `handicap` is forgotten.
-    void read(ReadingLanguage language, ReadingMode mode = ReadingMode::Line, double handicap = 0)
-    {
-        StripShape shape;
-        shape.height = LineReader::stripHeight(language);
-        Reading reading = m_reader.read(m_line.strip(m_separation, shape), language, mode);
-        if (!fits(reading.text, m_line.inkSize()))
-            reading.confidence *= misfit;
-        if (mode == ReadingMode::Line)
-            m_asked.append(language);
-        // Ideographs that fill their squares are hardly Latin letters by chance.
-        if (writingOf(reading.text) == Writing::Latin && fillsSquares(m_best.text, m_line.inkSize()) &&
-            reading.confidence < certain)
-            return;
-        const bool isEnglishAlready =
-            m_best.language == ReadingLanguage::English && writingOf(m_best.text) == Writing::Latin;
-        if (isEnglishAlready && writingOf(reading.text) == Writing::Latin && language != ReadingLanguage::English)
-            handicap += englishLead;
-        if (reading.confidence > m_best.confidence + handicap) {
-            m_best = reading;
-        }
-    }
-
-    bool hasAsked(ReadingLanguage language) const { return m_asked.contains(language); }
-    const Reading &best() const { return m_best; }
-    ReadingLanguage language() const { return m_best.language; }
-    Writing writing() const { return writingOf(m_best.text); }
-
-private:
-    const LineNormalizer &m_line;
-    Separation m_separation;
-    LineReader &m_reader;
-    QList<ReadingLanguage> m_asked;
-    Reading m_best;
-};
-
 /// Whether the one who read it is the best reader of what came out.
-bool isAtHome(const Attempts &attempts, ReadingLanguage leading)
+bool isAtHome(const Reading &reading, ReadingLanguage leading)
 {
-    const double confidence = attempts.best().confidence;
-    const QString &text = attempts.best().text;
-    const ReadingLanguage language = attempts.language();
-    switch (attempts.writing()) {
+    const double confidence = reading.confidence;
+    const QString &text = reading.text;
+    const ReadingLanguage language = reading.language;
+    switch (writingOf(text)) {
     case Writing::None:
         return false;
     case Writing::Digits:
@@ -194,6 +143,73 @@ bool isAtHome(const Attempts &attempts, ReadingLanguage leading)
 }
 
 } // namespace
+
+/// One line under the router's hands: who has read it, and the best that came out.
+class LineRouter::Attempts
+{
+public:
+    Attempts(const LineNormalizer &line, Separation separation, LineReader &reader, ReadingLanguage leading)
+        : m_line(line)
+        , m_separation(separation)
+        , m_reader(reader)
+        , m_leading(leading)
+    {
+    }
+
+    /// Reads once more; what is not better by `handicap` is forgotten.
+    void read(ReadingLanguage language, ReadingMode mode = ReadingMode::Line, double handicap = 0)
+    {
+        // What is read now and then needn't have an engine for each worker.
+        const bool isUsual = language == m_leading || language == ReadingLanguage::English;
+        Reading reading = m_reader.read(strip(language), language, mode, isUsual ? 64 : 1);
+        if (!fits(reading.text, m_line.inkSize()))
+            reading.confidence *= misfit;
+        if (mode == ReadingMode::Line)
+            m_asked.append(language);
+        // Ideographs that fill their squares are hardly Latin letters by chance.
+        if (writingOf(reading.text) == Writing::Latin && fillsSquares(m_best.text, m_line.inkSize()) &&
+            reading.confidence < certain)
+            return;
+        const bool isEnglishAlready =
+            m_best.language == ReadingLanguage::English && writingOf(m_best.text) == Writing::Latin;
+        if (isEnglishAlready && writingOf(reading.text) == Writing::Latin && language != ReadingLanguage::English)
+            handicap += englishLead;
+        const bool areRatherSquares = writing() == Writing::Latin && m_best.confidence < certain &&
+                                      reading.confidence >= hopeless && fillsSquares(reading.text, m_line.inkSize());
+        // A word in other letters among Latin ones is what English is unsure of.
+        const bool explainsWord =
+            isDoubtfullyLatin() && reading.confidence >= doubtful && scriptsOf(reading.text).wide() >= 2;
+        if (areRatherSquares || explainsWord || reading.confidence > m_best.confidence + handicap)
+            m_best = reading;
+    }
+
+    bool isDoubtfullyLatin() const { return writing() == Writing::Latin && m_best.weakest < known; }
+    bool hasAsked(ReadingLanguage language) const { return m_asked.contains(language); }
+    const LineNormalizer &line() const { return m_line; }
+    ReadingLanguage leading() const { return m_leading; }
+    const Reading &best() const { return m_best; }
+    ReadingLanguage language() const { return m_best.language; }
+    Writing writing() const { return writingOf(m_best.text); }
+
+private:
+    const Strip &strip(ReadingLanguage language)
+    {
+        StripShape shape;
+        shape.height = LineReader::stripHeight(language);
+        Strip &strip = m_strips[shape.height];
+        if (!strip)
+            strip = m_line.strip(m_separation, shape);
+        return strip;
+    }
+
+    const LineNormalizer &m_line;
+    Separation m_separation;
+    LineReader &m_reader;
+    ReadingLanguage m_leading;
+    std::map<int, Strip> m_strips; // by their height
+    QList<ReadingLanguage> m_asked;
+    Reading m_best;
+};
 
 void ScreenLanguages::add(ReadingLanguage language, int characters)
 {
@@ -217,6 +233,15 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
     return leading;
 }
 
+void ScreenLanguages::expect(int kana, int ideographs)
+{
+    m_isWide = kana + ideographs > 0;
+    constexpr int weight = 20; // characters; what is read soon counts for more
+    // Of a Japanese text a third and more has kana; of a Chinese one the odd line looks as light.
+    if (3 * kana > ideographs)
+        add(ReadingLanguage::Japanese, std::min(weight, kana));
+}
+
 bool ScreenLanguages::isSimplified() const
 {
     const auto characters = [this](ReadingLanguage language) {
@@ -232,7 +257,24 @@ LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> 
 {
 }
 
-Reading LineRouter::read(const LineNormalizer &line, bool isShort, LineReader &reader, ScreenLanguages &screen) const
+bool LineRouter::reads(ReadingLanguage language) const
+{
+    return has(m_languages, language) || has(m_extras, language);
+}
+
+ReadingLanguage LineRouter::firstReader(LineLooks looks, const ScreenLanguages &screen) const
+{
+    QList<ReadingLanguage> others = m_languages;
+    others.removeAll(ReadingLanguage::English);
+    if (others.isEmpty() || (looks == LineLooks::Latin && has(m_languages, ReadingLanguage::English)))
+        return ReadingLanguage::English;
+    if (looks == LineLooks::Kana && has(m_languages, ReadingLanguage::Japanese))
+        return ReadingLanguage::Japanese;
+    return screen.leading(others, m_extras);
+}
+
+Reading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
+                         ScreenLanguages &screen) const
 {
     QList<Separation> separations{Separation::Axis, Separation::BrightFill};
     if (line.isVaried())
@@ -241,12 +283,22 @@ Reading LineRouter::read(const LineNormalizer &line, bool isShort, LineReader &r
         separations.resize(1);
     Reading best;
     for (const Separation separation : separations) {
-        const Reading reading = readSeparated(line, isShort, separation, reader, screen);
-        if (reading.confidence > best.confidence)
-            best = reading;
+        Attempts attempts(line, separation, reader, firstReader(LineLooks::Ideographs, screen));
+        const bool isKnown = best.confidence >= known;
+        if (isKnown) // the colours may be wrong, the language hardly is
+            attempts.read(best.language);
+        else
+            readSeparated(attempts, isShort ? screen.leading(m_languages, m_extras) : firstReader(looks, screen),
+                          isShort, screen);
+        if (attempts.best().confidence > best.confidence)
+            best = attempts.best();
         if (best.confidence >= doubtful)
             break;
     }
+    // Latin letters and digits are on every screen.
+    if (best.confidence >= good && writingOf(best.text) != Writing::Digits)
+        screen.add(writingOf(best.text) == Writing::Latin ? ReadingLanguage::English : best.language,
+                   int(best.text.size()));
     return best;
 }
 
@@ -257,55 +309,55 @@ Reading LineRouter::readAlike(const LineNormalizer &line, const Reading &earlier
         screen.isSimplified() ? ReadingLanguage::TraditionalChinese : ReadingLanguage::SimplifiedChinese;
     const ReadingLanguage right =
         screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
-    if (earlier.language != wrong || writingOf(earlier.text) != Writing::Han ||
-        !(has(m_languages, right) || has(m_extras, right)))
+    if (earlier.language != wrong || writingOf(earlier.text) != Writing::Han || !reads(right))
         return earlier;
-    Attempts attempts(line, line.isVaried() ? Separation::BrightFill : Separation::Axis, reader);
+    Attempts attempts(line, line.isVaried() ? Separation::BrightFill : Separation::Axis, reader, right);
     attempts.read(right);
     return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier;
 }
 
-Reading LineRouter::readSeparated(const LineNormalizer &line, bool isShort, Separation separation, LineReader &reader,
-                                  ScreenLanguages &screen) const
+void LineRouter::askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const
 {
-    const ReadingLanguage leading = screen.leading(m_languages, m_extras);
-    Attempts attempts(line, separation, reader);
-    attempts.read(leading);
-    const auto ask = [&](const QList<ReadingLanguage> &languages, double handicap) {
-        for (const ReadingLanguage language : languages) {
-            if (!isAtHome(attempts, leading) && (has(m_languages, language) || has(m_extras, language)) &&
-                !attempts.hasAsked(language))
-                attempts.read(language, ReadingMode::Line, handicap);
-        }
-    };
-    ask(readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
-    // Traditional Chinese reads simplified characters as their counterparts, not even doubtfully.
-    if (m_mayRetry && attempts.language() == ReadingLanguage::TraditionalChinese &&
-        attempts.writing() == Writing::Han && attempts.best().confidence < sure &&
-        has(m_extras, ReadingLanguage::SimplifiedChinese) && screen.isSimplifiedOpen()) {
-        attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
-        if (attempts.language() == ReadingLanguage::TraditionalChinese)
-            screen.settleTraditional();
+    for (const ReadingLanguage language : languages) {
+        if (!isAtHome(attempts.best(), attempts.leading()) && reads(language) && !attempts.hasAsked(language))
+            attempts.read(language, ReadingMode::Line, handicap);
     }
-    if (attempts.best().confidence < hopeless && line.isVaried())
-        return attempts.best();
+}
+
+/// Traditional Chinese reads simplified characters as their counterparts, not even doubtfully.
+void LineRouter::askSimplified(Attempts &attempts, ScreenLanguages &screen) const
+{
+    if (!m_mayRetry || attempts.language() != ReadingLanguage::TraditionalChinese ||
+        attempts.writing() != Writing::Han || attempts.best().confidence >= sure ||
+        !has(m_extras, ReadingLanguage::SimplifiedChinese) || !screen.isSimplifiedOpen())
+        return;
+    attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
+    if (attempts.language() == ReadingLanguage::TraditionalChinese)
+        screen.settleTraditional();
+}
+
+void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, ScreenLanguages &screen) const
+{
+    attempts.read(first);
+    askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
+    askSimplified(attempts, screen);
+    if (attempts.best().confidence < hopeless && attempts.line().isVaried())
+        return;
     const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;
-    if (isLatin && attempts.best().text.size() > wordLength && attempts.best().confidence >= hopeless) {
-        // No other language reads a Latin sentence better.
-    } else if (isLatin && attempts.best().confidence >= doubtful) {
-        ask(firstOtherThanEnglish(m_languages), 0);
+    const bool isSentence = isLatin && attempts.best().text.size() > wordLength;
+    if (isLatin && attempts.best().confidence >= doubtful) {
+        if (!isSentence)
+            askReaders(attempts, {attempts.leading()}, 0);
+        else if (attempts.isDoubtfullyLatin() && screen.isWide() && !attempts.hasAsked(attempts.leading()))
+            attempts.read(attempts.leading(), ReadingMode::Line, 100);
     } else if (attempts.best().confidence < doubtful && !isShort) {
-        ask(m_languages, 0);
-        if (m_mayRetry && line.inkSize().width() >= 2 * line.inkSize().height())
-            ask(m_extras, 12);
+        askReaders(attempts, m_languages, 0);
+        const QSize ink = attempts.line().inkSize();
+        if (m_mayRetry && ink.width() >= 2 * ink.height())
+            askReaders(attempts, m_extras, 12);
     }
     if (m_mayRetry && attempts.best().confidence < good)
         attempts.read(attempts.language(), ReadingMode::Whole);
-    // Latin letters and digits are on every screen.
-    if (attempts.best().confidence >= good && (attempts.writing() != Writing::Digits))
-        screen.add(attempts.writing() == Writing::Latin ? ReadingLanguage::English : attempts.language(),
-                   int(attempts.best().text.size()));
-    return attempts.best();
 }
 
 } // namespace lucentra

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LineLooks.h"
 #include "LineReader.h"
 
 #include <QList>
@@ -22,6 +23,12 @@ public:
     /// Whether more of the Chinese is simplified than traditional.
     bool isSimplified() const;
 
+    /// Before anything has been read: how much of the screen looks like kana and like ideographs, in characters.
+    void expect(int kana, int ideographs);
+
+    /// Whether anything looks like kana or ideographs.
+    bool isWide() const { return m_isWide; }
+
     /// Whether it is still open if the screen's Chinese is the simplified one; `settle` counts the lines that said no.
     bool isSimplifiedOpen() const { return m_traditionalLines.load(std::memory_order_relaxed) < 2; }
     void settleTraditional() { m_traditionalLines.fetch_add(1, std::memory_order_relaxed); }
@@ -29,13 +36,14 @@ public:
 private:
     std::array<std::atomic<int>, 5> m_characters{};
     std::atomic<int> m_traditionalLines = 0;
+    std::atomic<bool> m_isWide = false;
 };
 
 /// Sends each line to the readers that its writing calls for.
 ///
-/// The screen's leading language reads first. What comes out tells who the right reader is: Latin letters go to
-/// English, kana to Japanese, ideographs alone to Chinese and, where they are doubtful, to Japanese as well. So most
-/// lines are read once, some twice.
+/// By its looks a line goes to English first, to Japanese, or to the leading one of the languages with ideographs. What
+/// comes out tells who the right reader is: Latin letters go to English, kana to Japanese, ideographs alone to Chinese
+/// and, where they are doubtful, to Japanese as well. So most lines are read once.
 class LineRouter
 {
 public:
@@ -43,10 +51,10 @@ public:
     /// read again: the strip whole, with letters and surroundings told apart in other ways, by the extra languages.
     LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry);
 
-    /// The best reading of a line. Any thread; the reader is the thread's own.
-    /// `isShort` says that it is
-    /// a letter or two at most, perhaps an icon: not worth the extra languages.
-    Reading read(const LineNormalizer &line, bool isShort, LineReader &reader, ScreenLanguages &screen) const;
+    /// The best reading of a line. `isShort` says that it is a letter or two at most, perhaps an icon: not worth the
+    /// extra languages. Any thread.
+    Reading read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
+                 ScreenLanguages &screen) const;
 
     /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
     /// as the screen's; any other stays as it is.
@@ -54,8 +62,13 @@ public:
                       const ScreenLanguages &screen) const;
 
 private:
-    Reading readSeparated(const LineNormalizer &line, bool isShort, Separation separation, LineReader &reader,
-                          ScreenLanguages &screen) const;
+    class Attempts;
+
+    void readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, ScreenLanguages &screen) const;
+    void askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const;
+    void askSimplified(Attempts &attempts, ScreenLanguages &screen) const;
+    bool reads(ReadingLanguage language) const;
+    ReadingLanguage firstReader(LineLooks looks, const ScreenLanguages &screen) const;
 
     QList<ReadingLanguage> m_languages;
     QList<ReadingLanguage> m_extras;

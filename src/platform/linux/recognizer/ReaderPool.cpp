@@ -4,8 +4,9 @@
 
 namespace lucentra {
 
-ReaderPool::ReaderPool(int workers, std::chrono::milliseconds keep)
+ReaderPool::ReaderPool(int workers, std::chrono::milliseconds keep, Task rest)
     : m_keep(keep)
+    , m_rest(std::move(rest))
 {
     for (int i = 0; i < workers; ++i)
         m_threads.emplace_back([this] { work(); });
@@ -22,11 +23,12 @@ ReaderPool::~ReaderPool()
         thread.join();
 }
 
-void ReaderPool::post(bool usesLanguageCorrection, Task task)
+void ReaderPool::post(Task task)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_jobs.push_back({usesLanguageCorrection, std::move(task)});
+        m_tasks.push_back(std::move(task));
+        m_isResting = false;
     }
     m_wake.notify_one();
 }
@@ -35,28 +37,28 @@ void ReaderPool::work()
 {
     // The engines would start threads of their own for every line, which costs more than it gains.
     omp_set_max_active_levels(0);
-    LineReader correcting(true);
-    LineReader literal(false);
-    bool isLoaded = false;
     std::unique_lock lock(m_mutex);
-    const auto hasWork = [this] { return m_isStopping || !m_jobs.empty(); };
+    const auto hasWork = [this] { return m_isStopping || !m_tasks.empty(); };
     while (true) {
-        if (!isLoaded) {
-            m_wake.wait(lock, hasWork);
-        } else if (!m_wake.wait_for(lock, m_keep, hasWork)) {
-            correcting.release();
-            literal.release();
-            isLoaded = false;
-            continue;
-        }
+        const bool isWoken = m_wake.wait_for(lock, m_keep, hasWork);
         if (m_isStopping)
             return;
-        const Job job = std::move(m_jobs.front());
-        m_jobs.pop_front();
+        if (!isWoken) {
+            const bool isQuiet = m_underWay == 0 && std::chrono::steady_clock::now() - m_lastWork >= m_keep;
+            if (isQuiet && !m_isResting) {
+                m_isResting = true;
+                m_rest();
+            }
+            continue;
+        }
+        const Task task = std::move(m_tasks.front());
+        m_tasks.pop_front();
+        ++m_underWay;
         lock.unlock();
-        job.task(job.usesLanguageCorrection ? correcting : literal);
-        isLoaded = true;
+        task();
         lock.lock();
+        --m_underWay;
+        m_lastWork = std::chrono::steady_clock::now();
     }
 }
 

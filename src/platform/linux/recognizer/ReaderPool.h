@@ -1,7 +1,5 @@
 #pragma once
 
-#include "LineReader.h"
-
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -12,35 +10,33 @@
 
 namespace lucentra {
 
-/// The threads that read lines, each with engines of its own (they share nothing and aren't re-entrant).
+/// The threads that read lines. Whatever the engines do in parallel by themselves is switched off in them.
 class ReaderPool
 {
 public:
-    using Task = std::function<void(LineReader &)>;
+    using Task = std::function<void()>;
 
-    /// Starts `workers` threads; their engines are made on first need and freed after `keep` without a task.
-    ReaderPool(int workers, std::chrono::milliseconds keep);
+    /// Starts `workers` threads. `rest` is called on one of them once no task has come for `keep`.
+    ReaderPool(int workers, std::chrono::milliseconds keep, Task rest);
     /// Waits for the tasks under way; those that haven't begun are dropped.
     ~ReaderPool();
 
-    /// Any thread. The task gets a reader whose models' word lists weigh in, or one whose don't.
-    void post(bool usesLanguageCorrection, Task task);
+    /// Any thread.
+    void post(Task task);
 
     int workers() const { return int(m_threads.size()); }
 
 private:
-    struct Job
-    {
-        bool usesLanguageCorrection;
-        Task task;
-    };
-
     void work();
 
     const std::chrono::milliseconds m_keep;
+    const Task m_rest;
     std::mutex m_mutex;
     std::condition_variable m_wake;
-    std::deque<Job> m_jobs;
+    std::deque<Task> m_tasks;
+    int m_underWay = 0;
+    std::chrono::steady_clock::time_point m_lastWork;
+    bool m_isResting = true;
     bool m_isStopping = false;
     std::vector<std::thread> m_threads;
 };

@@ -1,6 +1,7 @@
 #include "ScreenTextRecognizer.h"
 
 #include "LineFinder.h"
+#include "LineLooks.h"
 #include "LineRouter.h"
 #include "ReaderPool.h"
 #include "ReadingFilter.h"
@@ -101,20 +102,44 @@ private:
 struct ReadLine
 {
     FoundLine found;
-    QList<Reading> pieces; ///< one for each of the line's
+    QList<LineLooks> looks; ///< one for each of the line's pieces
+    QList<Reading> pieces;  ///< likewise
     bool isOnPicture = false;
 };
 
-void readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
-              ScreenLanguages &screen)
+void lookAt(ReadLine &line, const QImage &image)
 {
     for (const LinePiece &piece : line.found.pieces) {
         const LineNormalizer normalizer(image, piece.ink);
         line.isOnPicture |= normalizer.isVaried();
-        // A letter alone isn't written on a picture; its details that look like one are many.
-        if (line.found.isShort() && line.isOnPicture)
-            return;
-        line.pieces.append(router.read(normalizer, line.found.isShort(), reader, screen));
+        const Separation separation = normalizer.isVaried() ? Separation::BrightFill : Separation::Axis;
+        line.looks.append(looksOf(normalizer.strip(separation, StripShape())));
+    }
+}
+
+void expectLanguages(ScreenLanguages &screen, const QList<ReadLine> &lines)
+{
+    int kana = 0;
+    int ideographs = 0;
+    for (const ReadLine &line : lines) {
+        for (qsizetype i = 0; i < line.looks.size(); ++i) {
+            const QRect &ink = line.found.pieces[i].ink;
+            kana += line.looks[i] == LineLooks::Kana ? ink.width() / ink.height() : 0;
+            ideographs += line.looks[i] == LineLooks::Ideographs ? ink.width() / ink.height() : 0;
+        }
+    }
+    screen.expect(kana, ideographs);
+}
+
+void readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
+              ScreenLanguages &screen)
+{
+    // A letter alone isn't written on a picture; its details that look like one are many.
+    if (line.found.isShort() && line.isOnPicture)
+        return;
+    for (qsizetype i = 0; i < line.looks.size(); ++i) {
+        const LineNormalizer normalizer(image, line.found.pieces[i].ink);
+        line.pieces.append(router.read(normalizer, line.looks[i], line.found.isShort(), reader, screen));
     }
 }
 
@@ -173,7 +198,7 @@ QList<ReadLine> linesIn(const QImage &image, double minimumTextHeight)
     const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
     QList<ReadLine> lines;
     for (const FoundLine &found : findLines(image, minimumHeight))
-        lines.append({found, {}, false});
+        lines.append({found, {}, {}, false});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
@@ -188,20 +213,26 @@ ScreenTextRecognizer::ScreenTextRecognizer()
 }
 
 ScreenTextRecognizer::ScreenTextRecognizer(const Options &options)
-    : m_pool(std::make_unique<ReaderPool>(
-          options.workers > 0 ? options.workers : std::clamp(int(std::thread::hardware_concurrency()), 1, 4),
-          options.keepEngines))
 {
+    const int workers =
+        options.workers > 0 ? options.workers : std::clamp(int(std::thread::hardware_concurrency()), 1, 4);
+    const int engines = 4 * workers; // the three usual languages for each worker, and the extra ones once
+    m_correctingReader = std::make_unique<LineReader>(true, engines);
+    m_literalReader = std::make_unique<LineReader>(false, engines);
+    m_pool = std::make_unique<ReaderPool>(workers, options.keepEngines, [this] {
+        m_correctingReader->release();
+        m_literalReader->release();
+    });
 }
 
 ScreenTextRecognizer::~ScreenTextRecognizer() = default;
 
 void ScreenTextRecognizer::warmUp()
 {
-    m_pool->post(true, [](LineReader &reader) {
+    m_pool->post([this] {
         for (const ReadingLanguage language :
              {ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese})
-            reader.prepare(language);
+            m_correctingReader->prepare(language);
     });
 }
 
@@ -215,24 +246,27 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     if (image.isNull())
         return {};
     QList<ReadLine> lines = linesIn(image, request.minimumTextHeight);
+    LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter router(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     ScreenLanguages screen;
     ReadingBudget budget(m_pool->workers() * readingTime);
     const auto withEachLine = [&](const auto &work) {
         std::latch done(lines.size());
         for (ReadLine &line : lines) {
-            m_pool->post(request.usesLanguageCorrection, [&](LineReader &reader) {
+            m_pool->post([&] {
                 if (!budget.isSpent()) {
                     const ReadingBudget::Spending spending(budget);
-                    work(line, reader);
+                    work(line);
                 }
                 done.count_down();
             });
         }
         done.wait();
     };
-    withEachLine([&](ReadLine &line, LineReader &reader) { readLine(line, image, router, reader, screen); });
-    withEachLine([&](ReadLine &line, LineReader &reader) { readLineAlike(line, image, router, reader, screen); });
+    withEachLine([&](ReadLine &line) { lookAt(line, image); });
+    expectLanguages(screen, lines);
+    withEachLine([&](ReadLine &line) { readLine(line, image, router, reader, screen); });
+    withEachLine([&](ReadLine &line) { readLineAlike(line, image, router, reader, screen); });
     return observationsOf(lines, image.size());
 }
 

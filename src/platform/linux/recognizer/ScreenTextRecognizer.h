@@ -7,6 +7,7 @@
 
 namespace lucentra {
 
+class LineReader;
 class ReaderPool;
 
 /// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
@@ -37,6 +38,8 @@ public:
                                                      const QImage &image) override;
 
 private:
+    std::unique_ptr<LineReader> m_correctingReader;
+    std::unique_ptr<LineReader> m_literalReader;
     std::unique_ptr<ReaderPool> m_pool;
 };
 

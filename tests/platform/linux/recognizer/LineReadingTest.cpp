@@ -1,3 +1,6 @@
+#include "LineLooks.h"
+#include "LineReader.h"
+#include "Pictures.h"
 #include "ReaderPool.h"
 #include "ReadingFilter.h"
 #include "ReadingOrder.h"
@@ -5,8 +8,10 @@
 #include <QTest>
 
 #include <latch>
+#include <thread>
 
 using namespace lucentra;
+using namespace lucentra::pictures;
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
@@ -98,19 +103,66 @@ private Q_SLOTS:
 
     void everyTaskOfThePoolIsDone()
     {
-        ReaderPool pool(3, 1ms); // engines are released between the tasks
+        std::atomic<int> rests = 0;
         std::atomic<int> sum = 0;
-        for (int round = 0; round < 3; ++round) {
-            std::latch done(100);
-            for (int i = 0; i < 100; ++i) {
-                pool.post(i % 2 == 0, [&](LineReader &) {
-                    ++sum;
-                    done.count_down();
-                });
+        {
+            ReaderPool pool(3, 20ms, [&] { ++rests; });
+            for (int round = 0; round < 3; ++round) {
+                std::latch done(100);
+                for (int i = 0; i < 100; ++i) {
+                    pool.post([&] {
+                        ++sum;
+                        done.count_down();
+                    });
+                }
+                done.wait();
             }
-            done.wait();
+            QTRY_COMPARE(rests.load(), 1); // once after the work, not again and again
         }
         QCOMPARE(sum.load(), 300);
+    }
+
+    void looksTellTheWriting_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<LineLooks>("looks");
+        QTest::newRow("Latin") << u"Choose a folder for the downloads"_s << u"DejaVu Sans"_s << LineLooks::Latin;
+        QTest::newRow("code") << u"const auto end = lines.begin() + 4;"_s << u"DejaVu Sans Mono"_s << LineLooks::Latin;
+        QTest::newRow("ideographs") << u"請選擇下載的檔案要存放的資料夾"_s << u"Noto Sans CJK TC"_s
+                                    << LineLooks::Ideographs;
+        QTest::newRow("kana") << u"このフォルダーをあとでひらいてください"_s << u"Noto Sans CJK JP"_s
+                              << LineLooks::Kana;
+    }
+
+    void looksTellTheWriting()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, family);
+        for (const int size : {12, 16, 30}) {
+            QImage image = blank({1000, 80}, Qt::white);
+            const QRect box = write(image, {20, 50}, text, font(family, size), QColor(30, 30, 30));
+            QTEST(looksOf(LineNormalizer(image, box).strip(Separation::Axis, StripShape())), "looks");
+        }
+    }
+
+    void enginesMakePlaceForOthers()
+    {
+        LineReader reader(true, 4);
+        QImage image = blank({300, 60}, Qt::white);
+        const QRect box = write(image, {20, 40}, u"Open"_s, font(u"DejaVu Sans"_s, 24), Qt::black);
+        const Strip strip = LineNormalizer(image, box).strip(Separation::Axis, StripShape());
+        for (const ReadingLanguage language :
+             {ReadingLanguage::TraditionalChinese, ReadingLanguage::Japanese, ReadingLanguage::English,
+              ReadingLanguage::SimplifiedChinese, ReadingLanguage::Korean})
+            QVERIFY(reader.prepare(language));
+        std::vector<std::jthread> threads;
+        std::atomic<int> right = 0;
+        for (int i = 0; i < 3; ++i) // one engine for three threads
+            threads.emplace_back(
+                [&] { right += reader.read(strip, ReadingLanguage::English, ReadingMode::Line, 1).text == u"Open"_s; });
+        threads.clear();
+        QCOMPARE(right.load(), 3);
     }
 
     void aBrokenLanguageReadsNothing()
