@@ -204,8 +204,17 @@ void AppDelegate::refreshLocalizedTitles()
         [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
 }
 
+void AppDelegate::showPane()
+{
+    m_window->makeKeyAndOrderFront();
+    if (m_window->isShown())
+        m_desktop.windowHints.activate(*m_window->windowHandle());
+}
+
 void AppDelegate::paneShownOrHidden(bool shown)
 {
+    if (shown)
+        m_desktop.windowHints.activate(*m_window->windowHandle());
     if (!shown && m_pass && !m_window->isMinimized() && !m_statusItem.isShown())
         tellOfMissingTray();
 }
@@ -225,7 +234,7 @@ void AppDelegate::toggleWindow()
     if (m_window->isShown())
         m_window->orderOut();
     else
-        m_window->makeKeyAndOrderFront();
+        showPane();
 }
 
 bool AppDelegate::perform(Invocation::Command command)
@@ -240,7 +249,7 @@ bool AppDelegate::perform(Invocation::Command command)
     case Command::Toggle:
         return call(m_actions.toggleWindow);
     case Command::Show:
-        m_window->makeKeyAndOrderFront();
+        showPane();
         return true;
     case Command::Hide:
         m_window->orderOut();

@@ -50,6 +50,7 @@ private:
     bool isPaneActive() const;
     bool isPaneKeyWindow() const;
     void refreshLocalizedTitles();
+    void showPane();
     void paneShownOrHidden(bool shown);
     void tellOfMissingTray();
 

@@ -25,6 +25,7 @@ class ShellTest : public QObject
 private Q_SLOTS:
     void theStatusMenuFollowsTheHotkey_data();
     void theStatusMenuFollowsTheHotkey();
+    void titlesFollowTheInterfaceLanguage();
     void itemsWithoutAnActionAreLeftOut();
     void theStatusItemWaitsForATray();
     void editCommandsActOnTheTextField();
@@ -73,6 +74,30 @@ void ShellTest::theStatusMenuFollowsTheHotkey()
     item.setToggleKeys(flags, key);
     QCOMPARE(shown(item.menu()), (QStringList{u"顯示/隱藏 翻譯板 | "_s + shortcut, u"翻譯目前區域 | Alt+Return"_s,
                                               u"-"_s, u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+}
+
+void ShellTest::titlesFollowTheInterfaceLanguage()
+{
+    LocalizationManager texts(m_texts.settings, m_texts.notifications, QStringLiteral(PROGRAM_TABLES), {u"zh-Hant"_s});
+    MainMenu mainMenu(texts, m_actions);
+    StatusItem item(texts, m_actions, m_scheduler, [] { return false; });
+    QMenuBar bar;
+    mainMenu.fillMenuBar(bar);
+    QStringList titles;
+    for (const AppLanguage language : {AppLanguage::Japanese, AppLanguage::English}) {
+        texts.setLanguage(language);
+        mainMenu.build();
+        item.build();
+        item.setToggleKeys(0x60000, u"k"_s);
+        titles = shown(item.menu());
+        const QList<QAction *> menus = bar.actions();
+        for (const QAction *menu : menus)
+            titles.append(menu->text());
+        titles.append(menus.last()->menu<QMenu *>()->actions().last()->text());
+    }
+    QCOMPARE(titles, (QStringList{u"Show/Hide Translation Pane | Ctrl+Shift+K"_s,
+                                  u"Translate Current Area | Alt+Return"_s, u"-"_s, u"Quit Lucentra | Ctrl+Q"_s,
+                                  u"Lucentra"_s, u"Edit"_s, u"Translate"_s, u"Window"_s, u"Close"_s}));
 }
 
 void ShellTest::itemsWithoutAnActionAreLeftOut()

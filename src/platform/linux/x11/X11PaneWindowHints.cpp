@@ -13,6 +13,7 @@ namespace {
 constexpr quint32 removeState = 0;
 constexpr quint32 addState = 1;
 constexpr quint32 sourceIsApplication = 1;
+constexpr quint32 sourceIsUser = 2;
 constexpr quint32 allDesktops = 0xFFFFFFFF;
 
 } // namespace
@@ -62,6 +63,14 @@ bool X11PaneWindowHints::hasInputFocus(const QWindow &window) const
     const auto cookie = xcb_get_input_focus(m_connection.get());
     X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(m_connection.get(), cookie, nullptr));
     return focus && focus->focus == xcb_window_t(window.winId());
+}
+
+void X11PaneWindowHints::activate(const QWindow &window)
+{
+    if (!m_root)
+        return;
+    tellWindowManager(xcb_window_t(window.winId()), atom("_NET_ACTIVE_WINDOW"), {sourceIsUser, XCB_CURRENT_TIME});
+    xcb_flush(m_connection.get());
 }
 
 xcb_atom_t X11PaneWindowHints::atom(const char *name) const
