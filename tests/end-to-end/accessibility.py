@@ -1,5 +1,5 @@
 """What a screen reader sees of the program: its controls by name, and pressing them. Runs as a program of its own, since
-the accessibility library binds itself to one bus: accessibility.py texts | press NAME | tree"""
+the accessibility library binds itself to one bus: accessibility.py texts | labels | press NAME | tree"""
 import sys
 
 import pyatspi
@@ -39,5 +39,5 @@ if __name__ == "__main__":
     for found in everything():
         if sys.argv[1] == "tree":
             print(found.getRoleName(), repr(found.name), repr(found.description))
-        else:
+        elif sys.argv[1] == "texts" or found.getRoleName() == "label":
             print(*filter(None, (found.name, found.description)), sep="\n")

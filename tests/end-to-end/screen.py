@@ -84,11 +84,14 @@ class Screen(Session):
 
     def show_picture(self, path: pathlib.Path, x: int, y: int, *options: str) -> subprocess.Popen:
         """Another program's window, whose content begins at (x, y)."""
-        window = self.start([str(SHOW), str(path), "--at", f"{x},{y}", *options], stdout=subprocess.PIPE,
-                            stderr=subprocess.DEVNULL)
-        if not select.select([window.stdout], [], [], 20)[0] or window.stdout.readline() != b"shown\n":
-            raise RuntimeError("the picture's window didn't appear")
-        return window
+        return self.start_and_wait([str(SHOW), str(path), "--at", f"{x},{y}", *options])
+
+    def start_and_wait(self, command: list[str]) -> subprocess.Popen:
+        """Starts a program that says "shown" once its window is."""
+        program = self.start(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        if not select.select([program.stdout], [], [], 20)[0] or program.stdout.readline() != b"shown\n":
+            raise RuntimeError(f"the window of {command[0]} didn't appear")
+        return program
 
     def start_pane(self, x: int, y: int, width: int = 480, height: int = 280) -> "Pane":
         """Starts the program and lays its pane where it is wanted, as the window manager would: no user moved it."""
