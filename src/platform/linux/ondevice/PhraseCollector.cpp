@@ -22,6 +22,8 @@ namespace {
 
 /// Longer texts don't stand on one line of a screen.
 constexpr qsizetype longestPhrase = 160;
+/// Of the languages that are only translated from, buttons, menus and labels will do.
+constexpr qsizetype longestForeign = 60;
 constexpr qint64 largestFile = 32 << 20;
 /// Ten times what a computer full of programs has; bounds what hostile catalogues cost.
 constexpr qsizetype mostBytes = 256 << 20;
@@ -57,7 +59,7 @@ bool readFile(const QString &path, QByteArray &bytes)
 } // namespace
 
 StringPool::StringPool()
-    : m_slots(1 << 18)
+    : m_slots(1 << 20)
 {
     m_bytes.reserve(64 << 20); // pages that stay unused cost nothing
 }
@@ -145,6 +147,9 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
     const Source &from = source(sourceText);
     if (!from.isUsable)
         return;
+    const bool isTarget = memoryLanguages[size_t(language)].isTarget;
+    if (!isTarget && translation.size() > longestForeign)
+        return m_ngrams.learn(language, translation);
     const auto form = translationForm(translation, from.form, from.hasMnemonic);
     if (!form || form->size() > longestPhrase || !hasLetter(*form))
         return;
@@ -156,7 +161,7 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
         m_ngrams.learn(language, *form);
     const quint16 voter = m_families.value(family, quint16(m_families.size()));
     m_families.insert(family, voter);
-    if (memoryLanguages[size_t(language)].isTarget)
+    if (isTarget)
         m_records.push_back(
             {.key = from.key, .value = m_strings.place(*form), .table = quint16(2 * language), .family = voter});
     m_records.push_back({.key = key, .value = from.text, .table = quint16(2 * language + 1), .family = voter});
@@ -246,7 +251,11 @@ bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std
     PhraseCollector collector;
     quint32 used = 0;
     QByteArray bytes;
-    for (const CatalogueFile &file : survey.files) {
+    // A program's catalogues one after another: what is at hand from one language is needed for the next.
+    QList<CatalogueFile> files = survey.files;
+    std::stable_sort(files.begin(), files.end(),
+                     [](const CatalogueFile &a, const CatalogueFile &b) { return a.family < b.family; });
+    for (const CatalogueFile &file : std::as_const(files)) {
         if (isCancelled)
             return false;
         if (!readFile(file.path, bytes))
