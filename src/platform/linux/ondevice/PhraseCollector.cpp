@@ -12,9 +12,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <iterator>
 #include <tuple>
+#include <utility>
 
 namespace lucentra {
 
@@ -58,50 +60,44 @@ bool readFile(const QString &path, QByteArray &bytes)
 
 } // namespace
 
-StringPool::StringPool()
-    : m_slots(1 << 20)
+StringPool::StringPool(size_t expectedStrings)
+    : m_slots(std::bit_ceil(2 * expectedStrings))
 {
-    m_bytes.reserve(64 << 20); // pages that stay unused cost nothing
+    constexpr size_t usualSize = 64;
+    m_bytes.reserve(qsizetype(expectedStrings * usualSize)); // pages that stay unused cost nothing
 }
 
-qsizetype StringPool::length(quint32 place) const
+qsizetype StringPool::length(quint32 offset) const
 {
     quint16 length = 0;
-    std::memcpy(&length, m_bytes.constData() + place, sizeof length);
+    std::memcpy(&length, m_bytes.constData() + offset, sizeof length);
     return length;
 }
 
-QByteArrayView StringPool::string(quint32 place) const
+QByteArrayView StringPool::string(quint32 offset) const
 {
-    return {m_bytes.constData() + place + 2, length(place)};
+    return {m_bytes.constData() + offset + 2, length(offset)};
 }
 
-quint32 StringPool::place(const QString &string, bool *isNew)
+StringPool::Place StringPool::place(QByteArrayView bytes)
 {
-    const QByteArray bytes = string.toUtf8();
-    if (m_count * 2 >= m_slots.size())
+    if (size_t(m_count) * 2 >= m_slots.size())
         grow();
     const quint64 hash = phraseHash(bytes);
     const auto tag = quint32(hash >> 32);
     const size_t mask = m_slots.size() - 1;
     size_t at = hash & mask;
     for (; m_slots[at].next != 0; at = (at + 1) & mask) {
-        const quint32 place = m_slots[at].next - 1;
-        if (m_slots[at].tag == tag && this->string(place) == bytes) {
-            if (isNew)
-                *isNew = false;
-            return place;
-        }
+        const quint32 offset = m_slots[at].next - 1;
+        if (m_slots[at].tag == tag && string(offset) == bytes)
+            return {.offset = offset, .number = m_slots[at].number, .isNew = false};
     }
-    const auto place = quint32(m_bytes.size());
+    const auto offset = quint32(m_bytes.size());
     const auto length = quint16(bytes.size());
     m_bytes.append(reinterpret_cast<const char *>(&length), sizeof length);
     m_bytes.append(bytes);
-    m_slots[at] = {.tag = tag, .next = place + 1};
-    ++m_count;
-    if (isNew)
-        *isNew = true;
-    return place;
+    m_slots[at] = {.tag = tag, .next = offset + 1, .number = m_count};
+    return {.offset = offset, .number = m_count++, .isNew = true};
 }
 
 void StringPool::grow()
@@ -121,28 +117,30 @@ void StringPool::grow()
 
 const PhraseCollector::Source &PhraseCollector::source(QByteArrayView text)
 {
-    const auto known = m_sources.find(QByteArray::fromRawData(text.data(), text.size()));
-    if (known != m_sources.end())
-        return *known;
-    Source source;
+    const StringPool::Place known = m_sourceTexts.place(text);
+    if (!known.isNew)
+        return m_sources[known.number];
+    Source &source = m_sources.emplace_back();
     const auto decoded = decodeUtf8(text);
-    if (decoded)
-        source.form = catalogueForm(*decoded);
-    source.isUsable = source.form.text.size() <= longestPhrase && hasLetter(source.form.text);
+    if (!decoded)
+        return source;
+    source.form = catalogueForm(*decoded);
+    const QString phrase = std::exchange(source.form.text, QString());
+    source.isUsable = phrase.size() <= longestPhrase && hasLetter(phrase);
     if (source.isUsable) {
-        bool isNew = false;
         source.hasMnemonic = mayHaveMnemonic(*decoded);
-        source.text = m_strings.place(source.form.text, &isNew);
-        source.key = m_strings.place(phraseKey(source.form.text));
-        if (isNew)
-            m_ngrams.learn(ngramEnglish, source.form.text);
+        const StringPool::Place place = m_strings.place(phrase);
+        source.text = place.offset;
+        source.key = m_strings.place(phraseKey(phrase)).offset;
+        if (place.isNew)
+            m_ngrams.learn(ngramEnglish, phrase);
     }
-    return *m_sources.insert(text.toByteArray(), source);
+    return source;
 }
 
 void PhraseCollector::add(const QString &family, int language, QByteArrayView sourceText, const QString &translation)
 {
-    if (m_strings.bytes().size() > mostBytes)
+    if (m_strings.bytes().size() + m_sourceTexts.bytes().size() > mostBytes)
         return;
     const Source &from = source(sourceText);
     if (!from.isUsable)
@@ -153,18 +151,17 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
     const auto form = translationForm(translation, from.form, from.hasMnemonic);
     if (!form || form->size() > longestPhrase || !hasLetter(*form))
         return;
-    bool isNew = false;
-    const quint32 key = m_strings.place(phraseKey(*form), &isNew);
-    if (key == from.key)
+    const StringPool::Place key = m_strings.place(phraseKey(*form));
+    if (key.offset == from.key)
         return; // left as it is
-    if (isNew)
+    if (key.isNew)
         m_ngrams.learn(language, *form);
     const quint16 voter = m_families.value(family, quint16(m_families.size()));
     m_families.insert(family, voter);
     if (isTarget)
         m_records.push_back(
-            {.key = from.key, .value = m_strings.place(*form), .table = quint16(2 * language), .family = voter});
-    m_records.push_back({.key = key, .value = from.text, .table = quint16(2 * language + 1), .family = voter});
+            {.key = from.key, .value = m_strings.place(*form).offset, .table = quint16(2 * language), .family = voter});
+    m_records.push_back({.key = key.offset, .value = from.text, .table = quint16(2 * language + 1), .family = voter});
 }
 
 std::vector<PhraseSlot> PhraseCollector::chosen(const Record *begin, const Record *end) const

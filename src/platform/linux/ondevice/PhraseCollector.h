@@ -16,17 +16,27 @@ namespace lucentra {
 
 struct CatalogueSurvey;
 
-/// Every distinct string once, as it stands in the memory's file.
+/// Every distinct string once, as it stands in the memory's file. It takes its room in large pieces, so that it leaves
+/// nothing behind.
 class StringPool
 {
 public:
-    StringPool();
+    struct Place
+    {
+        quint32 offset; ///< in the pool's bytes
+        quint32 number; ///< 0 for the first string, 1 for the next ...
+        bool isNew;
+    };
+
+    /// Room for so many strings is made at once.
+    explicit StringPool(size_t expectedStrings);
 
     /// The place of a string in the pool, which it is put into where it is new.
-    quint32 place(const QString &string, bool *isNew = nullptr);
+    Place place(QByteArrayView bytes);
+    Place place(const QString &string) { return place(QByteArrayView(string.toUtf8())); }
     const QByteArray &bytes() const { return m_bytes; }
-    qsizetype length(quint32 place) const;
-    QByteArrayView string(quint32 place) const;
+    qsizetype length(quint32 offset) const;
+    QByteArrayView string(quint32 offset) const;
 
 private:
     void grow();
@@ -35,10 +45,11 @@ private:
     struct Slot
     {
         quint32 tag = 0;  ///< of the hash, so that most strings needn't be looked at
-        quint32 next = 0; ///< 1 + place; 0 where the slot is free
+        quint32 next = 0; ///< 1 + offset; 0 where the slot is free
+        quint32 number = 0;
     };
     std::vector<Slot> m_slots; ///< open addressing
-    size_t m_count = 0;
+    quint32 m_count = 0;
 };
 
 /// Gathers phrases with their translations and writes the memory's file. One thread.
@@ -54,7 +65,7 @@ public:
 private:
     struct Source
     {
-        PhraseForm form;
+        PhraseForm form;          ///< without its text, which is in the pool
         bool hasMnemonic = false; ///< or what could be one
         quint32 key = 0;
         quint32 text = 0;
@@ -71,9 +82,10 @@ private:
     const Source &source(QByteArrayView text);
     std::vector<PhraseSlot> chosen(const Record *begin, const Record *end) const;
 
-    StringPool m_strings;
+    StringPool m_strings{500'000};
     NgramCounter m_ngrams;
-    QHash<QByteArray, Source> m_sources;
+    StringPool m_sourceTexts{100'000};
+    std::vector<Source> m_sources; ///< by the number of their texts
     QHash<QString, quint16> m_families;
     std::vector<Record> m_records;
 };

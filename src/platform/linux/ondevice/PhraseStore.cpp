@@ -13,6 +13,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -24,6 +25,21 @@ namespace {
 
 constexpr std::chrono::milliseconds checkInterval = 60s;
 constexpr int lowPriority = 10;
+
+/// What a build took would otherwise stay with the program.
+void giveBackMemory()
+{
+    ::malloc_trim(0);
+    // That leaves out what is free at the end of this thread's own heap, which goes when something large is freed there
+    // while the threshold is low. Afterwards the threshold is what it can become by itself.
+    constexpr int low = 1 << 20;
+    constexpr int high = 64 << 20;
+    constexpr size_t large = 100'000;
+    ::mallopt(M_TRIM_THRESHOLD, low);
+    void *volatile block = ::malloc(large);
+    ::free(block);
+    ::mallopt(M_TRIM_THRESHOLD, high);
+}
 
 } // namespace
 
@@ -96,7 +112,7 @@ void PhraseStore::check()
     if (!current || current->header().fingerprint != survey.fingerprint) {
         if (auto built = build(survey))
             publish(std::move(built));
-        ::malloc_trim(0); // what the build took would otherwise stay with the program
+        giveBackMemory();
     }
     const std::lock_guard lock(m_mutex);
     m_isChecking = false;
