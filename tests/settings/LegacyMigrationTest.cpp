@@ -222,7 +222,7 @@ void LegacyMigrationTest::hostileFilesCostNothing_data()
     };
     QTest::newRow("empty") << content({});
     QTest::newRow("no list") << content("hello");
-    QTest::newRow("cut off") << content(xmlList("<key>fontSize</key><real>1").first(110));
+    QTest::newRow("cut off") << content(xmlList("<key>fontSize</key><real>1").chopped(20));
     QTest::newRow("deep XML") << content(xmlList("<key>fontSize</key>" + QByteArray("<array>").repeated(100000)));
     QTest::newRow("two to the hundredth objects") << content(doublingList(100));
     QTest::newRow("an object within itself")
@@ -252,7 +252,7 @@ void LegacyMigrationTest::hostileFilesCostNothing()
     QElapsedTimer clock;
     clock.start();
     m->migrate();
-    QVERIFY(clock.elapsed() < 1000);
+    QVERIFY(clock.elapsed() < 5000);
     QCOMPARE(m->settings.value(u"fontSize"_s), QJsonValue(30));
 }
 
