@@ -142,6 +142,7 @@ void AppDelegate::wireBackdrop()
     m_backdrop = std::make_unique<BackdropRenewal>(
         BackdropRenewal::Pane{
             .area = [this] { return m_glassView->glassArea(); },
+            .display = [this] { return m_glassView->displayArea(); },
             .screenRect = [this] { return QRectF(m_window->geometry()); },
             .showBeneath = [this](const QImage &content) { m_glassView->setBackdropContent(content); }},
         m_desktop.capture, m_desktop.changes, m_services.texts(), m_services.mainQueue(), m_scheduler);

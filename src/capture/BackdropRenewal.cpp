@@ -4,9 +4,29 @@
 #include "ScreenCaptureService.h"
 #include "ScreenChangeMonitor.h"
 
+#include <QPainter>
+
 #include <utility>
 
 namespace lucentra {
+
+namespace {
+
+/// A picture of the whole pane around the part of it that a display shows; what no display shows stays clear. The
+/// rectangles are in the same space, y up.
+QImage completed(const QImage &captured, const QRectF &visible, const QRectF &glass)
+{
+    if (captured.isNull() || visible == glass)
+        return captured;
+    const double scale = captured.width() / visible.width();
+    QImage whole((glass.size() * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    whole.fill(Qt::transparent);
+    QPainter painter(&whole);
+    painter.drawImage(QPointF(visible.left() - glass.left(), glass.bottom() - visible.bottom()) * scale, captured);
+    return whole;
+}
+
+} // namespace
 
 BackdropRenewal::BackdropRenewal(Pane pane, ScreenCaptureService &capture, ScreenChangeMonitor &changes,
                                  const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler)
@@ -59,16 +79,20 @@ void BackdropRenewal::renew()
     m_isBusy = true;
     m_isStale = false;
     GlassArea area = m_pane.area();
-    // The glass reaches to the pane's edge, where a capture for reading leaves the border out.
-    area.glass.adjust(-captureInset, -captureInset, captureInset, captureInset);
+    // The glass reaches to the pane's edge, where a capture for reading leaves the border out. And a pane that
+    // overhangs its display's edge has glass all the same, where a capture for reading must be whole.
+    const QRectF glass = m_pane.area().glass;
+    const QRectF display = m_pane.display();
+    const QRectF visible = display.intersects(glass) ? display & glass : glass;
+    area.glass = visible.adjusted(-captureInset, -captureInset, captureInset, captureInset);
     captureGlassArea(m_capture, area, m_texts,
-                     [weak = std::weak_ptr(m_self), &queue = m_mainQueue](const Result<QImage> &image) {
-                         queue.post([weak, picture = image.value_or(QImage())] {
+                     [weak = std::weak_ptr(m_self), visible, glass, &queue = m_mainQueue](const Result<QImage> &image) {
+                         queue.post([weak, visible, glass, picture = image.value_or(QImage())] {
                              const auto self = weak.lock();
                              if (!self)
                                  return;
                              if ((*self)->m_isRunning)
-                                 (*self)->m_pane.showBeneath(picture);
+                                 (*self)->m_pane.showBeneath(completed(picture, visible, glass));
                              (*self)->rest();
                          });
                      });

@@ -26,6 +26,7 @@ public:
     struct Pane
     {
         std::function<GlassArea()> area;                 ///< where the pane is; see `GlassArea`
+        std::function<QRectF()> display;                 ///< the one with the pane's centre, in the space of `area`
         std::function<QRectF()> screenRect;              ///< the pane in global points, origin top-left
         std::function<void(const QImage &)> showBeneath; ///< takes the picture; null where there is none
     };

@@ -87,6 +87,8 @@ public:
     void makeKeyAndOrderFront() override;
     QSizeF paneSize() const override { return size(); }
     GlassArea glassArea() const override;
+    /// The display that shows the pane's centre, in the space of `glassArea`; empty where there is none.
+    QRectF displayArea() const;
     QList<QRectF> windowControlExclusionRects(double padding) const override;
     bool isInputMode() const override { return m_isInputMode; }
     void submitManualInput() override;

@@ -40,7 +40,9 @@ TransparentWindow::TransparentWindow(const Services &services)
     , m_services(services)
     , m_userMoves(services.scheduler,
                   {.isButtonDown = [this] { return m_services.hints.isPointerButtonDown(); },
-                   .frame = [this] { return geometry(); }},
+                   .frame = [this] { return geometry(); },
+                   // Some window managers drag the window without a word to it until the end.
+                   .held = [this] { frameChanged(); }},
                   [this] {
                       if (onUserMoved)
                           onUserMoved();

@@ -58,6 +58,8 @@ void UserMoveTracker::look()
     bool hasEnded = false;
     if (m_surroundings.isButtonDown()) {
         m_lastSeen = {};
+        if (m_surroundings.held)
+            m_surroundings.held();
     } else {
         // After the release the window's last place may still be on its way: two looks must see the same, and the
         // place that it began at only counts once a slow window manager has had its time.

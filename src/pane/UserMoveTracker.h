@@ -28,6 +28,7 @@ public:
     {
         std::function<bool()> isButtonDown;
         std::function<QRect()> frame; ///< the window's, points on the screen
+        std::function<void()> held;   ///< called again and again while the window is dragged; may be empty
     };
 
     /// `moved` is called on the main thread once a move or resize has ended with another rectangle than it began.

@@ -29,7 +29,9 @@ public:
     {
         ++screenshots;
         asked = configuration;
-        completion(QImage(configuration.width, configuration.height, QImage::Format_RGB32));
+        QImage image(configuration.width, configuration.height, QImage::Format_RGB32);
+        image.fill(Qt::gray);
+        completion(image);
     }
 };
 
@@ -58,6 +60,7 @@ private Q_SLOTS:
     void aBusyScreenCostsTenPicturesASecond();
     void withoutChangesThereIsNoWork();
     void aHiddenPaneTakesNone();
+    void anOverhangingPaneShowsWhatTheDisplayShows();
 
 private:
     BackdropRenewal::Pane pane()
@@ -66,6 +69,7 @@ private:
                     [] {
                         return GlassArea{{100, 700, 480, 280}, {100, 700, 480, 280}, 1};
                     },
+                .display = [this] { return m_display; },
                 .screenRect = [] { return QRectF(100, 100, 480, 280); },
                 .showBeneath = [this](const QImage &image) { m_shown = image; }};
     }
@@ -74,6 +78,7 @@ private:
     MainQueue m_queue;
     ManualScheduler m_clock;
     QImage m_shown;
+    QRectF m_display{0, 0, 1920, 1080};
 };
 
 void BackdropRenewalTest::aBusyScreenCostsTenPicturesASecond()
@@ -125,6 +130,26 @@ void BackdropRenewalTest::aHiddenPaneTakesNone()
     QVERIFY(monitor.area.isEmpty());
     renewal.start();
     QCOMPARE(capture.screenshots, 2);
+}
+
+void BackdropRenewalTest::anOverhangingPaneShowsWhatTheDisplayShows()
+{
+    m_display = {200, 0, 300, 900}; // y up: the pane reaches over its left, its right and its upper edge
+    CountingCapture capture;
+    HandMonitor monitor;
+    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_queue, m_clock);
+    renewal.start();
+    m_queue.drain();
+    QCOMPARE(QSize(capture.asked.width, capture.asked.height), QSize(300, 200));
+    QCOMPARE(m_shown.size(), QSize(480, 280));
+    QRect filled;
+    for (int y = 0; y < m_shown.height(); ++y) {
+        for (int x = 0; x < m_shown.width(); ++x) {
+            if (qAlpha(m_shown.pixel(x, y)) > 0)
+                filled |= QRect(x, y, 1, 1);
+        }
+    }
+    QCOMPARE(filled, QRect(100, 80, 300, 200));
 }
 
 QTEST_GUILESS_MAIN(BackdropRenewalTest)
