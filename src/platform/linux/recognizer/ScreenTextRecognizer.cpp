@@ -1,5 +1,6 @@
 #include "ScreenTextRecognizer.h"
 
+#include "LineBox.h"
 #include "LineFinder.h"
 #include "LineLooks.h"
 #include "LineRouter.h"
@@ -176,19 +177,20 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
         doubtful += readings.last().text.isEmpty() || line.isOnPicture ? 1 : 0;
     }
     const bool isPicture = doubtful > std::max<qsizetype>(3, lines.size() / 4);
-    QStringList texts;
-    QList<QRect> boxes;
+    QList<TypeLine> texts;
+    QList<QRect> inks;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const bool isText =
             !readings[i].text.isEmpty() && (!isPicture || isPlausibleOnPictures(readings[i], lines[i].found));
         if (isText) {
-            texts.append(readings[i].text);
-            boxes.append(lines[i].found.ink);
+            texts.append({lines[i].found.ink, readings[i].text});
+            inks.append(lines[i].found.ink);
         }
     }
+    const QList<QRect> boxes = typographicBoxes(texts, QRect(QPoint(), size));
     QList<RecognizedTextObservation> observations;
-    for (const int index : readingOrder(boxes))
-        observations.append({{texts[index]}, normalized(boxes[index], size)});
+    for (const int index : readingOrder(inks))
+        observations.append({{texts[index].text}, normalized(boxes[index], size)});
     return observations;
 }
 

@@ -31,9 +31,10 @@ public:
     /// Loads the engines of the languages in the background, so that the first pass needn't wait for them.
     void warmUp();
 
-    /// As the port says. `boundingBox` is as tight as the letters. What can't be read in about 1.5 seconds of processor
-    /// time a worker is left out (the shortest lines first), so that no picture takes longer. Fails only where none of
-    /// the languages' models is installed (domain "TextRecognition", code 1). The level Fast reads doubtful lines once.
+    /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read
+    /// in about 1.5 seconds of processor time a worker is left out (the shortest lines first), so that no picture takes
+    /// longer. Fails only where none of the languages' models is installed (domain "TextRecognition", code 1). The
+    /// level Fast reads doubtful lines once.
     Result<QList<RecognizedTextObservation>> perform(const TextRecognitionRequest &request,
                                                      const QImage &image) override;
 
