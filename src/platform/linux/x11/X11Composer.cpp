@@ -1,5 +1,7 @@
 #include "X11Composer.h"
 
+#include <QRegion>
+
 #include <xcb/composite.h>
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
@@ -299,17 +301,52 @@ void X11Composer::paintBackground(xcb_render_picture_t target, const QRect &area
     const auto cookie = xcb_get_property(c, false, m_screen->root, m_rootPixmap, XCB_ATOM_PIXMAP, 0, 1);
     X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
     const auto pixmaps = propertyWindows(reply.get());
+    if (pixmaps.empty()) {
+        paintPlainBackground(target, area);
+        return;
+    }
     const xcb_render_picture_t background = xcb_generate_id(c);
     const quint32 repeat = XCB_RENDER_REPEAT_NORMAL;
-    // Without a picture set by the desktop, the root window itself shows its background where no child covers it.
-    if (pixmaps.empty())
-        xcb_render_create_picture(c, background, m_screen->root, m_formats[m_screen->root_visual], 0, nullptr);
-    else
-        xcb_render_create_picture(c, background, pixmaps.front(), m_formats[m_screen->root_visual],
-                                  XCB_RENDER_CP_REPEAT, &repeat);
+    xcb_render_create_picture(c, background, pixmaps.front(), m_formats[m_screen->root_visual], XCB_RENDER_CP_REPEAT,
+                              &repeat);
     xcb_render_composite(c, XCB_RENDER_PICT_OP_OVER, background, XCB_RENDER_PICTURE_NONE, target, qint16(area.x()),
                          qint16(area.y()), 0, 0, 0, 0, quint16(area.width()), quint16(area.height()));
     xcb_render_free_picture(c, background);
+}
+
+/// Without a picture set by the desktop, the root window itself shows its background, but only where no window covers
+/// it: beneath our own it holds what the server has drawn of them. There a colour that shows elsewhere stands in.
+void X11Composer::paintPlainBackground(xcb_render_picture_t target, const QRect &area)
+{
+    xcb_connection_t *c = m_connection.get();
+    QRegion free(0, 0, m_screen->width_in_pixels, m_screen->height_in_pixels);
+    for (const X11WindowPlace &place : viewableWindows())
+        free -= place.frame;
+    const QRegion freeBeneath = free & area;
+    if (free.isEmpty())
+        return;
+    const xcb_rectangle_t whole{0, 0, quint16(area.width()), quint16(area.height())};
+    const QRegion &sampled = freeBeneath.isEmpty() ? free : freeBeneath;
+    xcb_render_fill_rectangles(c, XCB_RENDER_PICT_OP_SRC, target, rootColour(sampled.begin()->topLeft()), 1, &whole);
+    const xcb_render_picture_t root = xcb_generate_id(c);
+    xcb_render_create_picture(c, root, m_screen->root, m_formats[m_screen->root_visual], 0, nullptr);
+    for (const QRect &rect : freeBeneath)
+        xcb_render_composite(c, XCB_RENDER_PICT_OP_OVER, root, XCB_RENDER_PICTURE_NONE, target, qint16(rect.x()),
+                             qint16(rect.y()), 0, 0, qint16(rect.x() - area.x()), qint16(rect.y() - area.y()),
+                             quint16(rect.width()), quint16(rect.height()));
+    xcb_render_free_picture(c, root);
+}
+
+xcb_render_color_t X11Composer::rootColour(QPoint place)
+{
+    const auto cookie = xcb_get_image(m_connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_screen->root, qint16(place.x()),
+                                      qint16(place.y()), 1, 1, ~0U);
+    X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(m_connection.get(), cookie, nullptr));
+    if (!reply || xcb_get_image_data_length(reply.get()) < 4)
+        return {0, 0, 0, 0xffff};
+    const quint8 *pixel = xcb_get_image_data(reply.get()); // blue, green, red
+    const auto wide = [](quint8 value) { return quint16(value * 0x101); };
+    return {wide(pixel[2]), wide(pixel[1]), wide(pixel[0]), 0xffff};
 }
 
 void X11Composer::blend(const TopLevel &window, xcb_render_picture_t target, const QRect &area)

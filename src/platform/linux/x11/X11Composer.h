@@ -76,6 +76,8 @@ private:
     QList<xcb_window_t> ourTopLevels(const QList<xcb_window_t> &children);
     QList<TopLevel> foreignTopLevels(const QRect &area);
     void paintBackground(xcb_render_picture_t target, const QRect &area);
+    void paintPlainBackground(xcb_render_picture_t target, const QRect &area);
+    xcb_render_color_t rootColour(QPoint place);
     void blend(const TopLevel &window, xcb_render_picture_t target, const QRect &area);
     QImage read(xcb_pixmap_t pixmap, const QSize &size);
     xcb_atom_t atom(const char *name);

@@ -53,6 +53,15 @@ public:
         return window;
     }
 
+    /// Gives the root window a colour, as a bare desktop has.
+    void paintRoot(QRgb colour)
+    {
+        const quint32 pixel = colour;
+        xcb_change_window_attributes(m_connection.get(), m_screen->root, XCB_CW_BACK_PIXEL, &pixel);
+        xcb_clear_area(m_connection.get(), 0, m_screen->root, 0, 0, 0, 0);
+        sync();
+    }
+
     void shape(xcb_window_t window, const xcb_rectangle_t &kept)
     {
         xcb_shape_rectangles(m_connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, 0, window, 0, 0, 1, &kept);

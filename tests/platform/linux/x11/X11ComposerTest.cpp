@@ -26,6 +26,7 @@ private Q_SLOTS:
     void initTestCase();
     void foreignWindowsAreComposedInTheirOrder();
     void ourWindowsAreNeverInTheImage();
+    void neitherAreTheyOverTheBareRoot();
     void shapesAndTranslucencyAreKept();
     void windowsThatVanishCostOnlyTheirPixels();
     void aScaledDisplayGivesNativePixels();
@@ -78,6 +79,21 @@ void X11ComposerTest::ourWindowsAreNeverInTheImage()
     for (const X11WindowPlace &place : composer.viewableWindows())
         found = found || (place.window == pane && place.frame == QRect(50, 50, 480, 280));
     QVERIFY(found);
+}
+
+void X11ComposerTest::neitherAreTheyOverTheBareRoot()
+{
+    TestClient us;
+    TestClient other;
+    other.paintRoot(green);
+    X11Composer composer(us.range());
+    composer.setRedirecting(true);
+    us.addWindow({50, 50, 480, 280}, blue);
+    other.addWindow({400, 0, 400, 400}, red);
+    const QImage image = composer.compose({40, 40, 500, 300});
+    for (const QPoint point : {QPoint(2, 2), QPoint(20, 20), QPoint(350, 280)})
+        QCOMPARE(image.pixel(point), green);
+    QCOMPARE(image.pixel(450, 100), red);
 }
 
 void X11ComposerTest::shapesAndTranslucencyAreKept()
