@@ -36,28 +36,80 @@
         <translation>AI translation</translation>
     </message>
     <message>
+        <source>API Base URL</source>
+        <translation>API Base URL</translation>
+    </message>
+    <message>
+        <source>API Key</source>
+        <translation>API Key</translation>
+    </message>
+    <message>
         <source>API Key 或設定含有無法傳送的字元</source>
         <translation>The API key or a setting contains characters that cannot be sent</translation>
+    </message>
+    <message>
+        <source>API Key 會安全存放於 macOS Keychain。</source>
+        <translation>The API key is kept safely in this computer’s keyring.</translation>
+    </message>
+    <message>
+        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
+        <translation>The API key couldn’t be saved to the keyring. Unlock the keyring and try again; if this computer has no keyring service, install gnome-keyring.</translation>
+    </message>
+    <message>
+        <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
+        <translation>The API key is optional; without one the free version is used (limited in volume and request rate).</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯</source>
+        <translation>Built-in Translation</translation>
     </message>
     <message>
         <source>Apple 內建翻譯需升級至 macOS 15</source>
         <translation>Apple’s built-in translation requires macOS 15</translation>
     </message>
     <message>
+        <source>Apple 翻譯</source>
+        <translation>On This Computer</translation>
+    </message>
+    <message>
         <source>Apple 翻譯失敗</source>
         <translation>Apple translation failed</translation>
+    </message>
+    <message>
+        <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
+        <translation>Azure translation needs an API key and the region that belongs to it.</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
         <translation>The Claude API URL is invalid</translation>
     </message>
     <message>
+        <source>Claude 設定</source>
+        <translation>Claude</translation>
+    </message>
+    <message>
         <source>DeepL API URL 無效</source>
         <translation>The DeepL API URL is invalid</translation>
     </message>
     <message>
+        <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
+        <translation>Keys of DeepL Free and Pro both work; the matching endpoint is chosen automatically.</translation>
+    </message>
+    <message>
+        <source>DeepL 設定</source>
+        <translation>DeepL</translation>
+    </message>
+    <message>
         <source>English</source>
         <translation>English</translation>
+    </message>
+    <message>
+        <source>Gemini AI 設定</source>
+        <translation>Gemini AI</translation>
+    </message>
+    <message>
+        <source>Gemini 翻譯必須填寫 API Key。</source>
+        <translation>Gemini translation needs an API key.</translation>
     </message>
     <message>
         <source>Google Cloud API URL 無效</source>
@@ -66,6 +118,14 @@
     <message>
         <source>Google 免費翻譯</source>
         <translation>Google Translate (free)</translation>
+    </message>
+    <message>
+        <source>Google 翻譯</source>
+        <translation>Google Translate</translation>
+    </message>
+    <message>
+        <source>Google 翻譯設定</source>
+        <translation>Google Translate</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -100,6 +160,14 @@
         <translation>Lucentra Settings</translation>
     </message>
     <message>
+        <source>Microsoft Azure 翻譯</source>
+        <translation>Microsoft Azure Translator</translation>
+    </message>
+    <message>
+        <source>Microsoft Azure 設定</source>
+        <translation>Microsoft Azure</translation>
+    </message>
+    <message>
         <source>Microsoft Translator API URL 無效</source>
         <translation>The Microsoft Translator API URL is invalid</translation>
     </message>
@@ -108,8 +176,24 @@
         <translation>The OpenAI API URL is invalid</translation>
     </message>
     <message>
+        <source>OpenAI 相容 API</source>
+        <translation>OpenAI-Compatible API</translation>
+    </message>
+    <message>
+        <source>OpenAI 相容 API 設定</source>
+        <translation>OpenAI-Compatible API</translation>
+    </message>
+    <message>
+        <source>OpenAI 設定</source>
+        <translation>OpenAI</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help lists all commands</translation>
+    </message>
+    <message>
+        <source>⚠️ API Key 為空，將無法進行翻譯！</source>
+        <translation>⚠️ There is no API key, so nothing can be translated!</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -148,6 +232,10 @@
         <translation>⚠️ Enter your compatible API key in Settings</translation>
     </message>
     <message>
+        <source>✓ 將使用 Google 免費版（有流量與請求頻率限制）</source>
+        <translation>✓ Google’s free version will be used (limited in volume and request rate)</translation>
+    </message>
+    <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
         <translation>❌ The API response is malformed or the key is invalid</translation>
     </message>
@@ -168,12 +256,20 @@
         <translation>❌ Translation failed: %@</translation>
     </message>
     <message>
+        <source>一般</source>
+        <translation>General</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>this format of pictures isn't supported</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>This isn't a picture of a known format: %@</translation>
+    </message>
+    <message>
+        <source>介面語言</source>
+        <translation>Interface Language</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -192,8 +288,16 @@
         <translation>use engine N (0 to 7) this once</translation>
     </message>
     <message>
+        <source>停止輸入後自動翻譯</source>
+        <translation>Translates when you stop typing</translation>
+    </message>
+    <message>
         <source>允許將文字傳送至 %@</source>
         <translation>Allow text to be sent to %@</translation>
+    </message>
+    <message>
+        <source>全域快捷鍵</source>
+        <translation>Global Shortcuts</translation>
     </message>
     <message>
         <source>全選</source>
@@ -236,12 +340,52 @@
         <translation>List what translates on this computer, and its languages</translation>
     </message>
     <message>
+        <source>列出歷史紀錄</source>
+        <translation>List the history</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>Delete</translation>
     </message>
     <message>
+        <source>刪除此筆翻譯</source>
+        <translation>Delete this translation</translation>
+    </message>
+    <message>
         <source>剪下</source>
         <translation>Cut</translation>
+    </message>
+    <message>
+        <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
+        <translation>Format of the export; by default that of FILE's suffix, else csv</translation>
+    </message>
+    <message>
+        <source>匯出顯示的紀錄</source>
+        <translation>Export what is shown</translation>
+    </message>
+    <message>
+        <source>原文</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>取消收藏</source>
+        <translation>Remove star</translation>
+    </message>
+    <message>
+        <source>古典透白 (Classic White - 預設)</source>
+        <translation>Classic White (Default)</translation>
+    </message>
+    <message>
+        <source>只包含原文或譯文中有 TEXT 的紀錄</source>
+        <translation>Only entries with TEXT in their source or translation</translation>
+    </message>
+    <message>
+        <source>可用性檢查</source>
+        <translation>Availability</translation>
+    </message>
+    <message>
+        <source>可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。</source>
+        <translation>Connects to OpenRouter, Ollama or any other service with chat completions; addresses other than this computer’s must use HTTPS.</translation>
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
@@ -250,6 +394,10 @@
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>also print the translation and the place of every line</translation>
+    </message>
+    <message>
+        <source>單字卡（以定位字元分隔）…</source>
+        <translation>Flash cards (tab-separated)…</translation>
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
@@ -280,16 +428,88 @@
         <translation>In a Wayland session Lucentra can only see windows of X11 programs, and there is none beneath the pane. Run that program through XWayland, or log in to an X11 session.</translation>
     </message>
     <message>
+        <source>在下方 Dock 欄顯示圖示</source>
+        <translation>Show in the task bar</translation>
+    </message>
+    <message>
+        <source>地區</source>
+        <translation>Region</translation>
+    </message>
+    <message>
+        <source>外觀</source>
+        <translation>Appearance</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>One argument too many: %@</translation>
+    </message>
+    <message>
+        <source>失去焦點時自動隱藏玻璃板</source>
+        <translation>Hide the glass pane when it loses the focus</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
         <translation>Installing these packages helps, too: %@</translation>
     </message>
     <message>
+        <source>寫信給開發團隊</source>
+        <translation>Write to the developers</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>write the picture to OUT.png</translation>
+    </message>
+    <message>
+        <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
+        <translation>Export the history to FILE; it is only read, never changed</translation>
+    </message>
+    <message>
+        <source>尚未有任何翻譯紀錄</source>
+        <translation>No translations yet</translation>
+    </message>
+    <message>
+        <source>已刪除 %d 筆紀錄</source>
+        <translation>%d entries deleted</translation>
+    </message>
+    <message>
+        <source>已刪除 1 筆紀錄</source>
+        <translation>1 entry deleted</translation>
+    </message>
+    <message>
+        <source>已收藏</source>
+        <translation>Starred</translation>
+    </message>
+    <message>
+        <source>已清除未收藏的紀錄</source>
+        <translation>Unstarred entries cleared</translation>
+    </message>
+    <message>
+        <source>已複製</source>
+        <translation>Copied</translation>
+    </message>
+    <message>
+        <source>已複製原文</source>
+        <translation>Source Copied</translation>
+    </message>
+    <message>
+        <source>已複製翻譯</source>
+        <translation>Translation Copied</translation>
+    </message>
+    <message>
+        <source>引擎與語系</source>
+        <translation>Engine and Languages</translation>
+    </message>
+    <message>
+        <source>復原</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>快捷鍵</source>
+        <translation>Shortcuts</translation>
+    </message>
+    <message>
+        <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
+        <translation>You use the built-in engine: free offline translation without a limit.</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
@@ -298,6 +518,10 @@
     <message>
         <source>所選服務</source>
         <translation>the selected service</translation>
+    </message>
+    <message>
+        <source>手動翻譯（點擊或快捷鍵）</source>
+        <translation>Manual (click or shortcut)</translation>
     </message>
     <message>
         <source>手動輸入</source>
@@ -316,8 +540,32 @@
         <translation>Lucentra cannot be reached: there is no session bus (D-Bus).</translation>
     </message>
     <message>
+        <source>找不到符合的紀錄</source>
+        <translation>No matching entries</translation>
+    </message>
+    <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>The display that shows the translation window was not found</translation>
+    </message>
+    <message>
+        <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
+        <translation>Hold Alt, then press Return (↩) on the main keyboard</translation>
+    </message>
+    <message>
+        <source>搜尋紀錄...</source>
+        <translation>Search history...</translation>
+    </message>
+    <message>
+        <source>操作</source>
+        <translation>Operation</translation>
+    </message>
+    <message>
+        <source>操作模式</source>
+        <translation>Mode</translation>
+    </message>
+    <message>
+        <source>收藏</source>
+        <translation>Star</translation>
     </message>
     <message>
         <source>文字已是目標語言。</source>
@@ -330,6 +578,10 @@
     <message>
         <source>日文</source>
         <translation>Japanese</translation>
+    </message>
+    <message>
+        <source>暫停記錄</source>
+        <translation>Pause recording</translation>
     </message>
     <message>
         <source>服務</source>
@@ -356,8 +608,32 @@
         <translation>Not Set</translation>
     </message>
     <message>
+        <source>柔和櫻粉 (Soft Pink)</source>
+        <translation>Soft Pink</translation>
+    </message>
+    <message>
         <source>框選翻譯</source>
         <translation>Area Translation</translation>
+    </message>
+    <message>
+        <source>極簡無邊框 (No Border)</source>
+        <translation>No Border</translation>
+    </message>
+    <message>
+        <source>模型名稱</source>
+        <translation>Model</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 Anthropic 帳號權限調整。</source>
+        <translation>Change the model to one that your Anthropic account may use.</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
+        <translation>Change the model to one that your OpenAI account may use.</translation>
+    </message>
+    <message>
+        <source>正在測試連線…</source>
+        <translation>Testing the connection…</translation>
     </message>
     <message>
         <source>正在辨識與翻譯</source>
@@ -372,12 +648,36 @@
         <translation>No languages available</translation>
     </message>
     <message>
+        <source>淡雅水藍 (Subtle Blue)</source>
+        <translation>Subtle Blue</translation>
+    </message>
+    <message>
+        <source>清除搜尋</source>
+        <translation>Clear search</translation>
+    </message>
+    <message>
+        <source>清除未收藏</source>
+        <translation>Clear Unstarred</translation>
+    </message>
+    <message>
+        <source>測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。</source>
+        <translation>The test sends one short sentence; online services may count it as a very small use of the API.</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>test the connection of the engine</translation>
     </message>
     <message>
+        <source>測試連線</source>
+        <translation>Test Connection</translation>
+    </message>
+    <message>
         <source>無法判斷文字的語言。</source>
         <translation>The language of the text can't be told.</translation>
+    </message>
+    <message>
+        <source>無法匯出：%@</source>
+        <translation>Could not export: %@</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -396,8 +696,16 @@
         <translation>A secure connection to the server could not be made</translation>
     </message>
     <message>
+        <source>無法讀取先前的翻譯紀錄，原檔案會保留在同一個資料夾中。</source>
+        <translation>The earlier history could not be read. Its file is kept in the same folder.</translation>
+    </message>
+    <message>
         <source>無法讀取圖片：%@</source>
         <translation>The picture can't be read: %@</translation>
+    </message>
+    <message>
+        <source>無法讀取翻譯紀錄：%@</source>
+        <translation>The history could not be read: %@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -406,6 +714,18 @@
     <message>
         <source>無法連線到伺服器</source>
         <translation>Could not connect to the server</translation>
+    </message>
+    <message>
+        <source>玻璃板樣式</source>
+        <translation>Glass Pane</translation>
+    </message>
+    <message>
+        <source>玻璃透明度：%d%%</source>
+        <translation>Opacity of the glass: %d%%</translation>
+    </message>
+    <message>
+        <source>目標語言</source>
+        <translation>Target Language</translation>
     </message>
     <message>
         <source>目標語言：%@</source>
@@ -440,8 +760,16 @@
         <translation>Simplified Chinese</translation>
     </message>
     <message>
+        <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
+        <translation>The system refused this combination; another program may use it. Please choose a different one.</translation>
+    </message>
+    <message>
         <source>系統沒有回傳擷取畫面</source>
         <translation>The system returned no picture of the screen</translation>
+    </message>
+    <message>
+        <source>系統行為</source>
+        <translation>Behavior</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -485,11 +813,19 @@
     </message>
     <message>
         <source>翻譯</source>
-        <translation>Translate</translation>
+        <translation>Translation</translation>
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
         <translation>translate a text; one with Chinese characters is translated into English</translation>
+    </message>
+    <message>
+        <source>翻譯中</source>
+        <translation>Translating</translation>
+    </message>
+    <message>
+        <source>翻譯原文</source>
+        <translation>Text to translate</translation>
     </message>
     <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
@@ -498,6 +834,14 @@
     <message>
         <source>翻譯失敗</source>
         <translation>Translation failed</translation>
+    </message>
+    <message>
+        <source>翻譯完成後自動複製到剪貼簿</source>
+        <translation>Copy each finished translation to the clipboard</translation>
+    </message>
+    <message>
+        <source>翻譯引擎</source>
+        <translation>Engine</translation>
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
@@ -512,12 +856,40 @@
         <translation>Translate Current Area</translation>
     </message>
     <message>
+        <source>翻譯目前區域：</source>
+        <translation>Translate the current area:</translation>
+    </message>
+    <message>
         <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
         <translation>translate the current area; a hidden pane is shown first</translation>
     </message>
     <message>
+        <source>翻譯結果會顯示在這裡</source>
+        <translation>The translation appears here</translation>
+    </message>
+    <message>
+        <source>聯絡與社群</source>
+        <translation>Contact</translation>
+    </message>
+    <message>
+        <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
+        <translation>The automatic mode translates after the pane was moved or resized. In the manual mode only a click, the button or the shortcut translates.</translation>
+    </message>
+    <message>
+        <source>自動調整文字大小</source>
+        <translation>Fit the text size automatically</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>Automatic Recognition</translation>
+    </message>
+    <message>
+        <source>自動辨識（移動或縮放後）</source>
+        <translation>Automatic (after moving or resizing)</translation>
+    </message>
+    <message>
+        <source>自訂文字大小：%d pt</source>
+        <translation>Text size: %d pt</translation>
     </message>
     <message>
         <source>與伺服器的連線已中斷</source>
@@ -532,6 +904,14 @@
         <translation>Copy</translation>
     </message>
     <message>
+        <source>複製原文</source>
+        <translation>Copy Source</translation>
+    </message>
+    <message>
+        <source>複製翻譯</source>
+        <translation>Copy Translation</translation>
+    </message>
+    <message>
         <source>複製翻譯結果</source>
         <translation>Copy Translation</translation>
     </message>
@@ -544,12 +924,24 @@
         <translation>Window</translation>
     </message>
     <message>
+        <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
+        <translation>Recording is paused: new translations are not added to the history.</translation>
+    </message>
+    <message>
         <source>設定</source>
         <translation>Settings</translation>
     </message>
     <message>
         <source>設定…</source>
         <translation>Settings…</translation>
+    </message>
+    <message>
+        <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
+        <translation>Shows or hides the pane from anywhere. The default is ⌥T (Alt+T). Esc cancels the recording.</translation>
+    </message>
+    <message>
+        <source>試算表（CSV）…</source>
+        <translation>Spreadsheet (CSV)…</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -592,12 +984,32 @@
         <translation>Paste</translation>
     </message>
     <message>
+        <source>資料傳送與隱私</source>
+        <translation>Data and Privacy</translation>
+    </message>
+    <message>
+        <source>資料（JSON）…</source>
+        <translation>Data (JSON)…</translation>
+    </message>
+    <message>
+        <source>跟隨介面語言</source>
+        <translation>Follow the interface language</translation>
+    </message>
+    <message>
         <source>跟隨系統</source>
         <translation>Same as System</translation>
     </message>
     <message>
+        <source>輸入或貼上要翻譯的文字</source>
+        <translation>Type or paste text to translate</translation>
+    </message>
+    <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>print the lines of text in a picture as JSON</translation>
+    </message>
+    <message>
+        <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
+        <translation>Recognized or typed text is sent to %@ to be translated; that service’s privacy policy governs what happens to it. Lucentra has no server in between and sends no copy to its developers.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
@@ -610,6 +1022,10 @@
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>No program on this computer has a translation of this text. Please use another translation engine.</translation>
+    </message>
+    <message>
+        <source>這部電腦可以翻譯：</source>
+        <translation>This computer translates:</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
@@ -644,6 +1060,10 @@
         <translation>Undo</translation>
     </message>
     <message>
+        <source>邊框發光顏色：</source>
+        <translation>Border glow:</translation>
+    </message>
+    <message>
         <source>重做</source>
         <translation>Redo</translation>
     </message>
@@ -672,12 +1092,28 @@
         <translation>open the settings window</translation>
     </message>
     <message>
+        <source>開機自動啟動</source>
+        <translation>Start at login</translation>
+    </message>
+    <message>
+        <source>閱讀隱私權政策</source>
+        <translation>Read the privacy policy</translation>
+    </message>
+    <message>
+        <source>關於</source>
+        <translation>About</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>About Lucentra</translation>
     </message>
     <message>
         <source>關閉</source>
         <translation>Close</translation>
+    </message>
+    <message>
+        <source>隱藏 API Key</source>
+        <translation>Hide the API key</translation>
     </message>
     <message>
         <source>隱藏 Lucentra</source>
@@ -700,6 +1136,10 @@
         <translation>Double-click to translate</translation>
     </message>
     <message>
+        <source>雙擊翻譯（建議）</source>
+        <translation>Double click translates (recommended)</translation>
+    </message>
+    <message>
         <source>需要「螢幕錄影」權限</source>
         <translation>“Screen Recording” permission required</translation>
     </message>
@@ -712,6 +1152,14 @@
         <translation>Korean</translation>
     </message>
     <message>
+        <source>顯示 / 隱藏翻譯視窗：</source>
+        <translation>Show or hide the pane:</translation>
+    </message>
+    <message>
+        <source>顯示 API Key</source>
+        <translation>Show the API key</translation>
+    </message>
+    <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>Show/Hide Translation Pane</translation>
     </message>
@@ -722,6 +1170,10 @@
     <message>
         <source>顯示翻譯板</source>
         <translation>show the translation pane</translation>
+    </message>
+    <message>
+        <source>點擊玻璃板</source>
+        <translation>Click on the Pane</translation>
     </message>
 </context>
 </TS>

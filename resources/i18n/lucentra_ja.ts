@@ -36,28 +36,80 @@
         <translation>AI 翻訳</translation>
     </message>
     <message>
+        <source>API Base URL</source>
+        <translation>API ベース URL</translation>
+    </message>
+    <message>
+        <source>API Key</source>
+        <translation>API キー</translation>
+    </message>
+    <message>
         <source>API Key 或設定含有無法傳送的字元</source>
         <translation>API キーまたは設定に送信できない文字が含まれています</translation>
+    </message>
+    <message>
+        <source>API Key 會安全存放於 macOS Keychain。</source>
+        <translation>API キーはこのコンピューターのキーリングに安全に保存されます。</translation>
+    </message>
+    <message>
+        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
+        <translation>API キーをキーリングに保存できませんでした。キーリングのロックを解除してからもう一度お試しください。キーリングのサービスがない場合は gnome-keyring をインストールしてください。</translation>
+    </message>
+    <message>
+        <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
+        <translation>API キーは任意です。空欄の場合は無料版を使います（通信量と頻度に制限があります）。</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯</source>
+        <translation>内蔵の翻訳</translation>
     </message>
     <message>
         <source>Apple 內建翻譯需升級至 macOS 15</source>
         <translation>Apple の内蔵翻訳には macOS 15 へのアップグレードが必要です</translation>
     </message>
     <message>
+        <source>Apple 翻譯</source>
+        <translation>このコンピューターで翻訳</translation>
+    </message>
+    <message>
         <source>Apple 翻譯失敗</source>
         <translation>Apple 翻訳に失敗しました</translation>
+    </message>
+    <message>
+        <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
+        <translation>Azure 翻訳には API キーと対応するリージョンが必要です。</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
         <translation>Claude API の URL が無効です</translation>
     </message>
     <message>
+        <source>Claude 設定</source>
+        <translation>Claude の設定</translation>
+    </message>
+    <message>
         <source>DeepL API URL 無效</source>
         <translation>DeepL API の URL が無効です</translation>
     </message>
     <message>
+        <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
+        <translation>DeepL Free と Pro のどちらのキーも使えます。対応するエンドポイントは自動で選ばれます。</translation>
+    </message>
+    <message>
+        <source>DeepL 設定</source>
+        <translation>DeepL の設定</translation>
+    </message>
+    <message>
         <source>English</source>
         <translation>English</translation>
+    </message>
+    <message>
+        <source>Gemini AI 設定</source>
+        <translation>Gemini AI の設定</translation>
+    </message>
+    <message>
+        <source>Gemini 翻譯必須填寫 API Key。</source>
+        <translation>Gemini の翻訳には API キーが必要です。</translation>
     </message>
     <message>
         <source>Google Cloud API URL 無效</source>
@@ -66,6 +118,14 @@
     <message>
         <source>Google 免費翻譯</source>
         <translation>Google 無料翻訳</translation>
+    </message>
+    <message>
+        <source>Google 翻譯</source>
+        <translation>Google 翻訳</translation>
+    </message>
+    <message>
+        <source>Google 翻譯設定</source>
+        <translation>Google 翻訳の設定</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -100,6 +160,14 @@
         <translation>Lucentra 設定</translation>
     </message>
     <message>
+        <source>Microsoft Azure 翻譯</source>
+        <translation>Microsoft Azure 翻訳</translation>
+    </message>
+    <message>
+        <source>Microsoft Azure 設定</source>
+        <translation>Microsoft Azure の設定</translation>
+    </message>
+    <message>
         <source>Microsoft Translator API URL 無效</source>
         <translation>Microsoft Translator API の URL が無効です</translation>
     </message>
@@ -108,8 +176,24 @@
         <translation>OpenAI API の URL が無効です</translation>
     </message>
     <message>
+        <source>OpenAI 相容 API</source>
+        <translation>OpenAI 互換 API</translation>
+    </message>
+    <message>
+        <source>OpenAI 相容 API 設定</source>
+        <translation>OpenAI 互換 API の設定</translation>
+    </message>
+    <message>
+        <source>OpenAI 設定</source>
+        <translation>OpenAI の設定</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help ですべてのコマンドを表示します</translation>
+    </message>
+    <message>
+        <source>⚠️ API Key 為空，將無法進行翻譯！</source>
+        <translation>⚠️ API キーが空のため、翻訳できません！</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -148,6 +232,10 @@
         <translation>⚠️ 設定で互換 API のキーを入力してください</translation>
     </message>
     <message>
+        <source>✓ 將使用 Google 免費版（有流量與請求頻率限制）</source>
+        <translation>✓ Google の無料版を使います（通信量と頻度に制限があります）</translation>
+    </message>
+    <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
         <translation>❌ API の応答形式が正しくないか、キーが無効です</translation>
     </message>
@@ -168,12 +256,20 @@
         <translation>❌ 翻訳に失敗しました：%@</translation>
     </message>
     <message>
+        <source>一般</source>
+        <translation>一般</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>対応していない画像形式です</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>対応していない画像形式です：%@</translation>
+    </message>
+    <message>
+        <source>介面語言</source>
+        <translation>表示言語</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -192,8 +288,16 @@
         <translation>今回だけ翻訳エンジン N（0〜7）を使う</translation>
     </message>
     <message>
+        <source>停止輸入後自動翻譯</source>
+        <translation>入力が止まると自動で翻訳します</translation>
+    </message>
+    <message>
         <source>允許將文字傳送至 %@</source>
         <translation>%@ への文字の送信を許可</translation>
+    </message>
+    <message>
+        <source>全域快捷鍵</source>
+        <translation>グローバルショートカット</translation>
     </message>
     <message>
         <source>全選</source>
@@ -236,12 +340,52 @@
         <translation>このコンピューターで翻訳するサービスと言語を一覧表示</translation>
     </message>
     <message>
+        <source>列出歷史紀錄</source>
+        <translation>履歴を一覧表示する</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>削除</translation>
     </message>
     <message>
+        <source>刪除此筆翻譯</source>
+        <translation>この翻訳を削除</translation>
+    </message>
+    <message>
         <source>剪下</source>
         <translation>カット</translation>
+    </message>
+    <message>
+        <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
+        <translation>書き出しの形式。省略時は FILE の拡張子、なければ csv</translation>
+    </message>
+    <message>
+        <source>匯出顯示的紀錄</source>
+        <translation>表示中の履歴を書き出す</translation>
+    </message>
+    <message>
+        <source>原文</source>
+        <translation>原文</translation>
+    </message>
+    <message>
+        <source>取消收藏</source>
+        <translation>スターを外す</translation>
+    </message>
+    <message>
+        <source>古典透白 (Classic White - 預設)</source>
+        <translation>クラシックホワイト（標準）</translation>
+    </message>
+    <message>
+        <source>只包含原文或譯文中有 TEXT 的紀錄</source>
+        <translation>原文か訳文に TEXT を含む履歴だけ</translation>
+    </message>
+    <message>
+        <source>可用性檢查</source>
+        <translation>動作確認</translation>
+    </message>
+    <message>
+        <source>可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。</source>
+        <translation>OpenRouter、Ollama など Chat Completions に対応したサービスに接続できます。このコンピューター以外のアドレスでは HTTPS が必要です。</translation>
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
@@ -250,6 +394,10 @@
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>各行の訳文と位置も出力する</translation>
+    </message>
+    <message>
+        <source>單字卡（以定位字元分隔）…</source>
+        <translation>単語カード（タブ区切り）…</translation>
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
@@ -280,16 +428,88 @@
         <translation>Wayland セッションでは、Lucentra は X11 プログラムのウインドウしか見ることができず、パネルの下にはそのようなウインドウがありません。そのプログラムを XWayland 経由で実行するか、X11 セッションでログインしてください。</translation>
     </message>
     <message>
+        <source>在下方 Dock 欄顯示圖示</source>
+        <translation>タスクバーに表示</translation>
+    </message>
+    <message>
+        <source>地區</source>
+        <translation>リージョン</translation>
+    </message>
+    <message>
+        <source>外觀</source>
+        <translation>外観</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>余分な引数：%@</translation>
+    </message>
+    <message>
+        <source>失去焦點時自動隱藏玻璃板</source>
+        <translation>フォーカスを失ったらガラス板を隠す</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
         <translation>次のパッケージを入れるのも役立ちます：%@</translation>
     </message>
     <message>
+        <source>寫信給開發團隊</source>
+        <translation>開発チームにメールを送る</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>画像を OUT.png に書き込む</translation>
+    </message>
+    <message>
+        <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
+        <translation>履歴を FILE に書き出す（読み取りのみ）</translation>
+    </message>
+    <message>
+        <source>尚未有任何翻譯紀錄</source>
+        <translation>翻訳履歴はまだありません</translation>
+    </message>
+    <message>
+        <source>已刪除 %d 筆紀錄</source>
+        <translation>%d 件の履歴を削除しました</translation>
+    </message>
+    <message>
+        <source>已刪除 1 筆紀錄</source>
+        <translation>1 件の履歴を削除しました</translation>
+    </message>
+    <message>
+        <source>已收藏</source>
+        <translation>スター付き</translation>
+    </message>
+    <message>
+        <source>已清除未收藏的紀錄</source>
+        <translation>スターなしの履歴を消去しました</translation>
+    </message>
+    <message>
+        <source>已複製</source>
+        <translation>コピーしました</translation>
+    </message>
+    <message>
+        <source>已複製原文</source>
+        <translation>原文をコピーしました</translation>
+    </message>
+    <message>
+        <source>已複製翻譯</source>
+        <translation>訳文をコピーしました</translation>
+    </message>
+    <message>
+        <source>引擎與語系</source>
+        <translation>エンジンと言語</translation>
+    </message>
+    <message>
+        <source>復原</source>
+        <translation>元に戻す</translation>
+    </message>
+    <message>
+        <source>快捷鍵</source>
+        <translation>ショートカット</translation>
+    </message>
+    <message>
+        <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
+        <translation>内蔵エンジンを使用中です。オフラインで無制限に無料で翻訳できます。</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
@@ -298,6 +518,10 @@
     <message>
         <source>所選服務</source>
         <translation>選択したサービス</translation>
+    </message>
+    <message>
+        <source>手動翻譯（點擊或快捷鍵）</source>
+        <translation>手動（クリックまたはショートカット）</translation>
     </message>
     <message>
         <source>手動輸入</source>
@@ -316,8 +540,32 @@
         <translation>セッションバス（D-Bus）が見つからないため、Lucentra に接続できません。</translation>
     </message>
     <message>
+        <source>找不到符合的紀錄</source>
+        <translation>一致する履歴が見つかりません</translation>
+    </message>
+    <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>翻訳ウインドウがあるディスプレイが見つかりません</translation>
+    </message>
+    <message>
+        <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
+        <translation>Alt を押しながら、メインキーボードの Enter（↩）を押します</translation>
+    </message>
+    <message>
+        <source>搜尋紀錄...</source>
+        <translation>履歴を検索...</translation>
+    </message>
+    <message>
+        <source>操作</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>操作模式</source>
+        <translation>モード</translation>
+    </message>
+    <message>
+        <source>收藏</source>
+        <translation>スターを付ける</translation>
     </message>
     <message>
         <source>文字已是目標語言。</source>
@@ -330,6 +578,10 @@
     <message>
         <source>日文</source>
         <translation>日本語</translation>
+    </message>
+    <message>
+        <source>暫停記錄</source>
+        <translation>記録を一時停止</translation>
     </message>
     <message>
         <source>服務</source>
@@ -356,8 +608,32 @@
         <translation>未設定</translation>
     </message>
     <message>
+        <source>柔和櫻粉 (Soft Pink)</source>
+        <translation>ソフトピンク</translation>
+    </message>
+    <message>
         <source>框選翻譯</source>
         <translation>範囲翻訳</translation>
+    </message>
+    <message>
+        <source>極簡無邊框 (No Border)</source>
+        <translation>枠なし</translation>
+    </message>
+    <message>
+        <source>模型名稱</source>
+        <translation>モデル名</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 Anthropic 帳號權限調整。</source>
+        <translation>モデル名は Anthropic アカウントの権限に合わせて変更できます。</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
+        <translation>モデル名は OpenAI アカウントの権限に合わせて変更できます。</translation>
+    </message>
+    <message>
+        <source>正在測試連線…</source>
+        <translation>接続をテストしています…</translation>
     </message>
     <message>
         <source>正在辨識與翻譯</source>
@@ -372,12 +648,36 @@
         <translation>利用できる言語がありません</translation>
     </message>
     <message>
+        <source>淡雅水藍 (Subtle Blue)</source>
+        <translation>淡いブルー</translation>
+    </message>
+    <message>
+        <source>清除搜尋</source>
+        <translation>検索をクリア</translation>
+    </message>
+    <message>
+        <source>清除未收藏</source>
+        <translation>スターなしを消去</translation>
+    </message>
+    <message>
+        <source>測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。</source>
+        <translation>テストでは短い例文を送信します。クラウドサービスではごくわずかな API 使用量として数えられることがあります。</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>翻訳エンジンの接続をテストする</translation>
     </message>
     <message>
+        <source>測試連線</source>
+        <translation>接続をテスト</translation>
+    </message>
+    <message>
         <source>無法判斷文字的語言。</source>
         <translation>文字列の言語を判別できません。</translation>
+    </message>
+    <message>
+        <source>無法匯出：%@</source>
+        <translation>書き出せませんでした：%@</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -396,8 +696,16 @@
         <translation>サーバーと安全な接続を確立できません</translation>
     </message>
     <message>
+        <source>無法讀取先前的翻譯紀錄，原檔案會保留在同一個資料夾中。</source>
+        <translation>以前の翻訳履歴を読み込めませんでした。元のファイルは同じフォルダに残ります。</translation>
+    </message>
+    <message>
         <source>無法讀取圖片：%@</source>
         <translation>画像を読み込めません：%@</translation>
+    </message>
+    <message>
+        <source>無法讀取翻譯紀錄：%@</source>
+        <translation>翻訳履歴を読み込めません：%@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -406,6 +714,18 @@
     <message>
         <source>無法連線到伺服器</source>
         <translation>サーバーに接続できません</translation>
+    </message>
+    <message>
+        <source>玻璃板樣式</source>
+        <translation>ガラス板のスタイル</translation>
+    </message>
+    <message>
+        <source>玻璃透明度：%d%%</source>
+        <translation>ガラスの不透明度：%d%%</translation>
+    </message>
+    <message>
+        <source>目標語言</source>
+        <translation>翻訳先の言語</translation>
     </message>
     <message>
         <source>目標語言：%@</source>
@@ -440,8 +760,16 @@
         <translation>簡体字中国語</translation>
     </message>
     <message>
+        <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
+        <translation>この組み合わせはシステムに拒否されました。ほかのプログラムが使っている可能性があります。別の組み合わせをお選びください。</translation>
+    </message>
+    <message>
         <source>系統沒有回傳擷取畫面</source>
         <translation>システムからキャプチャ画像が返されませんでした</translation>
+    </message>
+    <message>
+        <source>系統行為</source>
+        <translation>動作</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -492,12 +820,28 @@
         <translation>文章を翻訳する（漢字を含む文章は英語に翻訳）</translation>
     </message>
     <message>
+        <source>翻譯中</source>
+        <translation>翻訳中</translation>
+    </message>
+    <message>
+        <source>翻譯原文</source>
+        <translation>翻訳する原文</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>画像の文字を翻訳し、訳文を原文の上に描く</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
         <translation>翻訳に失敗しました</translation>
+    </message>
+    <message>
+        <source>翻譯完成後自動複製到剪貼簿</source>
+        <translation>翻訳が終わったらクリップボードにコピー</translation>
+    </message>
+    <message>
+        <source>翻譯引擎</source>
+        <translation>翻訳エンジン</translation>
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
@@ -512,12 +856,40 @@
         <translation>現在の範囲を翻訳</translation>
     </message>
     <message>
+        <source>翻譯目前區域：</source>
+        <translation>現在の範囲を翻訳：</translation>
+    </message>
+    <message>
         <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
         <translation>現在の範囲を翻訳する。パネルが隠れているときは先に表示する</translation>
     </message>
     <message>
+        <source>翻譯結果會顯示在這裡</source>
+        <translation>翻訳結果はここに表示されます</translation>
+    </message>
+    <message>
+        <source>聯絡與社群</source>
+        <translation>お問い合わせ</translation>
+    </message>
+    <message>
+        <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
+        <translation>自動モードでは、移動やサイズ変更のあとに翻訳します。手動モードでは、クリック、ボタン、ショートカットのときだけ更新します。</translation>
+    </message>
+    <message>
+        <source>自動調整文字大小</source>
+        <translation>文字サイズを自動調整</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>自動認識</translation>
+    </message>
+    <message>
+        <source>自動辨識（移動或縮放後）</source>
+        <translation>自動（移動・サイズ変更のあと）</translation>
+    </message>
+    <message>
+        <source>自訂文字大小：%d pt</source>
+        <translation>文字サイズ：%d pt</translation>
     </message>
     <message>
         <source>與伺服器的連線已中斷</source>
@@ -532,6 +904,14 @@
         <translation>コピー</translation>
     </message>
     <message>
+        <source>複製原文</source>
+        <translation>原文をコピー</translation>
+    </message>
+    <message>
+        <source>複製翻譯</source>
+        <translation>訳文をコピー</translation>
+    </message>
+    <message>
         <source>複製翻譯結果</source>
         <translation>翻訳結果をコピー</translation>
     </message>
@@ -544,12 +924,24 @@
         <translation>ウインドウ</translation>
     </message>
     <message>
+        <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
+        <translation>記録を一時停止中：新しい翻訳は履歴に追加されません。</translation>
+    </message>
+    <message>
         <source>設定</source>
         <translation>設定</translation>
     </message>
     <message>
         <source>設定…</source>
         <translation>設定…</translation>
+    </message>
+    <message>
+        <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
+        <translation>どこからでも翻訳板を表示・非表示にできます。標準は ⌥T（Alt+T）です。ESC で取り消せます。</translation>
+    </message>
+    <message>
+        <source>試算表（CSV）…</source>
+        <translation>表計算（CSV）…</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -592,12 +984,32 @@
         <translation>ペースト</translation>
     </message>
     <message>
+        <source>資料傳送與隱私</source>
+        <translation>データの送信とプライバシー</translation>
+    </message>
+    <message>
+        <source>資料（JSON）…</source>
+        <translation>データ（JSON）…</translation>
+    </message>
+    <message>
+        <source>跟隨介面語言</source>
+        <translation>表示言語に合わせる</translation>
+    </message>
+    <message>
         <source>跟隨系統</source>
         <translation>システムに合わせる</translation>
     </message>
     <message>
+        <source>輸入或貼上要翻譯的文字</source>
+        <translation>翻訳するテキストを入力または貼り付け</translation>
+    </message>
+    <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>画像の文字を認識し、行ごとに JSON で出力する</translation>
+    </message>
+    <message>
+        <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
+        <translation>認識または入力された文字は翻訳のため %@ に送信され、その扱いは同サービスのプライバシーポリシーに従います。Lucentra に中継サーバーはなく、開発者に写しが送られることもありません。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
@@ -610,6 +1022,10 @@
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>このコンピューターのプログラムには、この文字列の訳がありません。別の翻訳エンジンをお使いください。</translation>
+    </message>
+    <message>
+        <source>這部電腦可以翻譯：</source>
+        <translation>このコンピューターで翻訳できる言語：</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
@@ -644,6 +1060,10 @@
         <translation>取り消す</translation>
     </message>
     <message>
+        <source>邊框發光顏色：</source>
+        <translation>枠の光の色：</translation>
+    </message>
+    <message>
         <source>重做</source>
         <translation>やり直す</translation>
     </message>
@@ -672,12 +1092,28 @@
         <translation>設定ウインドウを開く</translation>
     </message>
     <message>
+        <source>開機自動啟動</source>
+        <translation>ログイン時に起動</translation>
+    </message>
+    <message>
+        <source>閱讀隱私權政策</source>
+        <translation>プライバシーポリシーを読む</translation>
+    </message>
+    <message>
+        <source>關於</source>
+        <translation>情報</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>Lucentra について</translation>
     </message>
     <message>
         <source>關閉</source>
         <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>隱藏 API Key</source>
+        <translation>API キーを隠す</translation>
     </message>
     <message>
         <source>隱藏 Lucentra</source>
@@ -700,6 +1136,10 @@
         <translation>ダブルクリックで翻訳</translation>
     </message>
     <message>
+        <source>雙擊翻譯（建議）</source>
+        <translation>ダブルクリックで翻訳（推奨）</translation>
+    </message>
+    <message>
         <source>需要「螢幕錄影」權限</source>
         <translation>「画面収録」の許可が必要です</translation>
     </message>
@@ -712,6 +1152,14 @@
         <translation>韓国語</translation>
     </message>
     <message>
+        <source>顯示 / 隱藏翻譯視窗：</source>
+        <translation>翻訳ウィンドウの表示／非表示：</translation>
+    </message>
+    <message>
+        <source>顯示 API Key</source>
+        <translation>API キーを表示</translation>
+    </message>
+    <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>翻訳パネルを表示/非表示</translation>
     </message>
@@ -722,6 +1170,10 @@
     <message>
         <source>顯示翻譯板</source>
         <translation>翻訳パネルを表示する</translation>
+    </message>
+    <message>
+        <source>點擊玻璃板</source>
+        <translation>ガラス板のクリック</translation>
     </message>
 </context>
 </TS>

@@ -36,28 +36,80 @@
         <translation>AI 번역</translation>
     </message>
     <message>
+        <source>API Base URL</source>
+        <translation>API 기본 URL</translation>
+    </message>
+    <message>
+        <source>API Key</source>
+        <translation>API 키</translation>
+    </message>
+    <message>
         <source>API Key 或設定含有無法傳送的字元</source>
         <translation>API 키 또는 설정에 전송할 수 없는 문자가 있습니다</translation>
+    </message>
+    <message>
+        <source>API Key 會安全存放於 macOS Keychain。</source>
+        <translation>API 키는 이 컴퓨터의 키링에 안전하게 보관됩니다.</translation>
+    </message>
+    <message>
+        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
+        <translation>API 키를 키링에 저장하지 못했습니다. 키링의 잠금을 해제한 뒤 다시 시도해 주세요. 키링 서비스가 없다면 gnome-keyring을 설치해 주세요.</translation>
+    </message>
+    <message>
+        <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
+        <translation>API 키는 선택 사항이며, 비워 두면 무료 버전을 사용합니다(용량과 요청 빈도에 제한이 있음).</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯</source>
+        <translation>내장 번역</translation>
     </message>
     <message>
         <source>Apple 內建翻譯需升級至 macOS 15</source>
         <translation>Apple 내장 번역을 사용하려면 macOS 15로 업그레이드해야 합니다</translation>
     </message>
     <message>
+        <source>Apple 翻譯</source>
+        <translation>이 컴퓨터에서 번역</translation>
+    </message>
+    <message>
         <source>Apple 翻譯失敗</source>
         <translation>Apple 번역에 실패했습니다</translation>
+    </message>
+    <message>
+        <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
+        <translation>Azure 번역에는 API 키와 해당 지역이 필요합니다.</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
         <translation>Claude API URL이 유효하지 않습니다</translation>
     </message>
     <message>
+        <source>Claude 設定</source>
+        <translation>Claude 설정</translation>
+    </message>
+    <message>
         <source>DeepL API URL 無效</source>
         <translation>DeepL API URL이 유효하지 않습니다</translation>
     </message>
     <message>
+        <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
+        <translation>DeepL Free와 Pro 키를 모두 사용할 수 있으며, 맞는 엔드포인트가 자동으로 선택됩니다.</translation>
+    </message>
+    <message>
+        <source>DeepL 設定</source>
+        <translation>DeepL 설정</translation>
+    </message>
+    <message>
         <source>English</source>
         <translation>English</translation>
+    </message>
+    <message>
+        <source>Gemini AI 設定</source>
+        <translation>Gemini AI 설정</translation>
+    </message>
+    <message>
+        <source>Gemini 翻譯必須填寫 API Key。</source>
+        <translation>Gemini 번역에는 API 키가 필요합니다.</translation>
     </message>
     <message>
         <source>Google Cloud API URL 無效</source>
@@ -66,6 +118,14 @@
     <message>
         <source>Google 免費翻譯</source>
         <translation>Google 무료 번역</translation>
+    </message>
+    <message>
+        <source>Google 翻譯</source>
+        <translation>Google 번역</translation>
+    </message>
+    <message>
+        <source>Google 翻譯設定</source>
+        <translation>Google 번역 설정</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -100,6 +160,14 @@
         <translation>Lucentra 설정</translation>
     </message>
     <message>
+        <source>Microsoft Azure 翻譯</source>
+        <translation>Microsoft Azure 번역</translation>
+    </message>
+    <message>
+        <source>Microsoft Azure 設定</source>
+        <translation>Microsoft Azure 설정</translation>
+    </message>
+    <message>
         <source>Microsoft Translator API URL 無效</source>
         <translation>Microsoft Translator API URL이 유효하지 않습니다</translation>
     </message>
@@ -108,8 +176,24 @@
         <translation>OpenAI API URL이 유효하지 않습니다</translation>
     </message>
     <message>
+        <source>OpenAI 相容 API</source>
+        <translation>OpenAI 호환 API</translation>
+    </message>
+    <message>
+        <source>OpenAI 相容 API 設定</source>
+        <translation>OpenAI 호환 API 설정</translation>
+    </message>
+    <message>
+        <source>OpenAI 設定</source>
+        <translation>OpenAI 설정</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help로 모든 명령을 볼 수 있습니다</translation>
+    </message>
+    <message>
+        <source>⚠️ API Key 為空，將無法進行翻譯！</source>
+        <translation>⚠️ API 키가 비어 있어 번역할 수 없습니다!</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -148,6 +232,10 @@
         <translation>⚠️ 설정에서 호환 API 키를 입력하세요</translation>
     </message>
     <message>
+        <source>✓ 將使用 Google 免費版（有流量與請求頻率限制）</source>
+        <translation>✓ Google 무료 버전을 사용합니다(용량과 요청 빈도에 제한이 있음)</translation>
+    </message>
+    <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
         <translation>❌ API 응답 형식이 잘못되었거나 키가 유효하지 않습니다</translation>
     </message>
@@ -168,12 +256,20 @@
         <translation>❌ 번역 실패: %@</translation>
     </message>
     <message>
+        <source>一般</source>
+        <translation>일반</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>지원하지 않는 그림 형식입니다</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>알 수 없는 그림 형식입니다: %@</translation>
+    </message>
+    <message>
+        <source>介面語言</source>
+        <translation>인터페이스 언어</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -192,8 +288,16 @@
         <translation>이번만 번역 엔진 N(0~7) 사용</translation>
     </message>
     <message>
+        <source>停止輸入後自動翻譯</source>
+        <translation>입력을 멈추면 자동으로 번역됩니다</translation>
+    </message>
+    <message>
         <source>允許將文字傳送至 %@</source>
         <translation>%@(으)로 텍스트 전송 허용</translation>
+    </message>
+    <message>
+        <source>全域快捷鍵</source>
+        <translation>전역 단축키</translation>
     </message>
     <message>
         <source>全選</source>
@@ -236,12 +340,52 @@
         <translation>이 컴퓨터에서 번역하는 서비스와 언어를 나열</translation>
     </message>
     <message>
+        <source>列出歷史紀錄</source>
+        <translation>기록을 나열합니다</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>삭제</translation>
     </message>
     <message>
+        <source>刪除此筆翻譯</source>
+        <translation>이 번역 삭제</translation>
+    </message>
+    <message>
         <source>剪下</source>
         <translation>오려두기</translation>
+    </message>
+    <message>
+        <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
+        <translation>내보내기 형식. 생략하면 FILE의 확장자, 없으면 csv</translation>
+    </message>
+    <message>
+        <source>匯出顯示的紀錄</source>
+        <translation>표시된 기록 내보내기</translation>
+    </message>
+    <message>
+        <source>原文</source>
+        <translation>원문</translation>
+    </message>
+    <message>
+        <source>取消收藏</source>
+        <translation>별표 제거</translation>
+    </message>
+    <message>
+        <source>古典透白 (Classic White - 預設)</source>
+        <translation>클래식 화이트(기본값)</translation>
+    </message>
+    <message>
+        <source>只包含原文或譯文中有 TEXT 的紀錄</source>
+        <translation>원문이나 번역문에 TEXT가 있는 기록만</translation>
+    </message>
+    <message>
+        <source>可用性檢查</source>
+        <translation>사용 가능 여부 확인</translation>
+    </message>
+    <message>
+        <source>可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。</source>
+        <translation>OpenRouter, Ollama 등 Chat Completions를 지원하는 서비스에 연결할 수 있습니다. 이 컴퓨터 외의 주소는 HTTPS를 사용해야 합니다.</translation>
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
@@ -250,6 +394,10 @@
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>각 줄의 번역과 위치도 출력</translation>
+    </message>
+    <message>
+        <source>單字卡（以定位字元分隔）…</source>
+        <translation>단어 카드(탭으로 구분)…</translation>
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
@@ -280,16 +428,88 @@
         <translation>Wayland 세션에서 Lucentra는 X11 프로그램의 창만 볼 수 있으며, 패널 아래에는 그런 창이 없습니다. 해당 프로그램을 XWayland로 실행하거나 X11 세션으로 로그인하세요.</translation>
     </message>
     <message>
+        <source>在下方 Dock 欄顯示圖示</source>
+        <translation>작업 표시줄에 표시</translation>
+    </message>
+    <message>
+        <source>地區</source>
+        <translation>지역</translation>
+    </message>
+    <message>
+        <source>外觀</source>
+        <translation>모양</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>불필요한 인수: %@</translation>
+    </message>
+    <message>
+        <source>失去焦點時自動隱藏玻璃板</source>
+        <translation>포커스를 잃으면 유리판 자동 숨기기</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
         <translation>다음 패키지를 설치해도 도움이 됩니다: %@</translation>
     </message>
     <message>
+        <source>寫信給開發團隊</source>
+        <translation>개발 팀에 메일 보내기</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>그림을 OUT.png에 저장</translation>
+    </message>
+    <message>
+        <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
+        <translation>기록을 FILE로 내보냅니다(읽기만 함)</translation>
+    </message>
+    <message>
+        <source>尚未有任何翻譯紀錄</source>
+        <translation>아직 번역 기록이 없습니다</translation>
+    </message>
+    <message>
+        <source>已刪除 %d 筆紀錄</source>
+        <translation>기록 %d개를 삭제했습니다</translation>
+    </message>
+    <message>
+        <source>已刪除 1 筆紀錄</source>
+        <translation>기록 1개를 삭제했습니다</translation>
+    </message>
+    <message>
+        <source>已收藏</source>
+        <translation>별표 표시됨</translation>
+    </message>
+    <message>
+        <source>已清除未收藏的紀錄</source>
+        <translation>별표 없는 기록을 지웠습니다</translation>
+    </message>
+    <message>
+        <source>已複製</source>
+        <translation>복사됨</translation>
+    </message>
+    <message>
+        <source>已複製原文</source>
+        <translation>원문 복사됨</translation>
+    </message>
+    <message>
+        <source>已複製翻譯</source>
+        <translation>번역문 복사됨</translation>
+    </message>
+    <message>
+        <source>引擎與語系</source>
+        <translation>엔진 및 언어</translation>
+    </message>
+    <message>
+        <source>復原</source>
+        <translation>실행 취소</translation>
+    </message>
+    <message>
+        <source>快捷鍵</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
+        <translation>내장 엔진을 사용 중입니다. 오프라인에서 제한 없이 무료로 번역할 수 있습니다.</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
@@ -298,6 +518,10 @@
     <message>
         <source>所選服務</source>
         <translation>선택한 서비스</translation>
+    </message>
+    <message>
+        <source>手動翻譯（點擊或快捷鍵）</source>
+        <translation>수동(클릭 또는 단축키)</translation>
     </message>
     <message>
         <source>手動輸入</source>
@@ -316,8 +540,32 @@
         <translation>세션 버스(D-Bus)를 찾을 수 없어 Lucentra에 연결할 수 없습니다.</translation>
     </message>
     <message>
+        <source>找不到符合的紀錄</source>
+        <translation>일치하는 기록이 없습니다</translation>
+    </message>
+    <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>번역 창이 있는 디스플레이를 찾을 수 없습니다</translation>
+    </message>
+    <message>
+        <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
+        <translation>Alt를 누른 채 기본 키보드의 Enter(↩)를 누릅니다</translation>
+    </message>
+    <message>
+        <source>搜尋紀錄...</source>
+        <translation>기록 검색...</translation>
+    </message>
+    <message>
+        <source>操作</source>
+        <translation>조작</translation>
+    </message>
+    <message>
+        <source>操作模式</source>
+        <translation>모드</translation>
+    </message>
+    <message>
+        <source>收藏</source>
+        <translation>별표 추가</translation>
     </message>
     <message>
         <source>文字已是目標語言。</source>
@@ -330,6 +578,10 @@
     <message>
         <source>日文</source>
         <translation>일본어</translation>
+    </message>
+    <message>
+        <source>暫停記錄</source>
+        <translation>기록 일시 중지</translation>
     </message>
     <message>
         <source>服務</source>
@@ -356,8 +608,32 @@
         <translation>설정 안 됨</translation>
     </message>
     <message>
+        <source>柔和櫻粉 (Soft Pink)</source>
+        <translation>소프트 핑크</translation>
+    </message>
+    <message>
         <source>框選翻譯</source>
         <translation>영역 번역</translation>
+    </message>
+    <message>
+        <source>極簡無邊框 (No Border)</source>
+        <translation>테두리 없음</translation>
+    </message>
+    <message>
+        <source>模型名稱</source>
+        <translation>모델 이름</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 Anthropic 帳號權限調整。</source>
+        <translation>모델 이름은 Anthropic 계정의 권한에 맞게 바꿀 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
+        <translation>모델 이름은 OpenAI 계정의 권한에 맞게 바꿀 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>正在測試連線…</source>
+        <translation>연결을 테스트하는 중…</translation>
     </message>
     <message>
         <source>正在辨識與翻譯</source>
@@ -372,12 +648,36 @@
         <translation>사용할 수 있는 언어가 없음</translation>
     </message>
     <message>
+        <source>淡雅水藍 (Subtle Blue)</source>
+        <translation>은은한 블루</translation>
+    </message>
+    <message>
+        <source>清除搜尋</source>
+        <translation>검색 지우기</translation>
+    </message>
+    <message>
+        <source>清除未收藏</source>
+        <translation>별표 없는 항목 지우기</translation>
+    </message>
+    <message>
+        <source>測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。</source>
+        <translation>테스트는 짧은 예문 하나를 보냅니다. 클라우드 서비스에서는 아주 적은 API 사용량으로 계산될 수 있습니다.</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>번역 엔진 연결 테스트</translation>
     </message>
     <message>
+        <source>測試連線</source>
+        <translation>연결 테스트</translation>
+    </message>
+    <message>
         <source>無法判斷文字的語言。</source>
         <translation>글의 언어를 알 수 없습니다.</translation>
+    </message>
+    <message>
+        <source>無法匯出：%@</source>
+        <translation>내보낼 수 없습니다: %@</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -396,8 +696,16 @@
         <translation>서버와 보안 연결을 설정할 수 없습니다</translation>
     </message>
     <message>
+        <source>無法讀取先前的翻譯紀錄，原檔案會保留在同一個資料夾中。</source>
+        <translation>이전 번역 기록을 읽을 수 없습니다. 원본 파일은 같은 폴더에 보관됩니다.</translation>
+    </message>
+    <message>
         <source>無法讀取圖片：%@</source>
         <translation>그림을 읽을 수 없습니다: %@</translation>
+    </message>
+    <message>
+        <source>無法讀取翻譯紀錄：%@</source>
+        <translation>번역 기록을 읽을 수 없습니다: %@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -406,6 +714,18 @@
     <message>
         <source>無法連線到伺服器</source>
         <translation>서버에 연결할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>玻璃板樣式</source>
+        <translation>유리판 스타일</translation>
+    </message>
+    <message>
+        <source>玻璃透明度：%d%%</source>
+        <translation>유리 불투명도: %d%%</translation>
+    </message>
+    <message>
+        <source>目標語言</source>
+        <translation>대상 언어</translation>
     </message>
     <message>
         <source>目標語言：%@</source>
@@ -440,8 +760,16 @@
         <translation>중국어(간체)</translation>
     </message>
     <message>
+        <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
+        <translation>시스템이 이 조합을 받아들이지 않았습니다. 다른 프로그램이 사용 중일 수 있으니 다른 조합을 선택해 주세요.</translation>
+    </message>
+    <message>
         <source>系統沒有回傳擷取畫面</source>
         <translation>시스템에서 캡처한 화면을 반환하지 않았습니다</translation>
+    </message>
+    <message>
+        <source>系統行為</source>
+        <translation>동작</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -492,12 +820,28 @@
         <translation>글을 번역(한자가 있으면 영어로 번역)</translation>
     </message>
     <message>
+        <source>翻譯中</source>
+        <translation>번역 중</translation>
+    </message>
+    <message>
+        <source>翻譯原文</source>
+        <translation>번역할 원문</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>그림의 글자를 번역해 원문 위에 표시</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
         <translation>번역하지 못했습니다</translation>
+    </message>
+    <message>
+        <source>翻譯完成後自動複製到剪貼簿</source>
+        <translation>번역이 끝나면 클립보드에 자동 복사</translation>
+    </message>
+    <message>
+        <source>翻譯引擎</source>
+        <translation>번역 엔진</translation>
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
@@ -512,12 +856,40 @@
         <translation>현재 영역 번역</translation>
     </message>
     <message>
+        <source>翻譯目前區域：</source>
+        <translation>현재 영역 번역:</translation>
+    </message>
+    <message>
         <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
         <translation>현재 영역 번역(패널이 가려져 있으면 먼저 표시)</translation>
     </message>
     <message>
+        <source>翻譯結果會顯示在這裡</source>
+        <translation>번역 결과가 여기에 표시됩니다</translation>
+    </message>
+    <message>
+        <source>聯絡與社群</source>
+        <translation>문의</translation>
+    </message>
+    <message>
+        <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
+        <translation>자동 모드에서는 이동하거나 크기를 바꾼 뒤에 번역합니다. 수동 모드에서는 클릭, 버튼, 단축키를 사용할 때만 갱신합니다.</translation>
+    </message>
+    <message>
+        <source>自動調整文字大小</source>
+        <translation>글자 크기 자동 조정</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>자동 인식</translation>
+    </message>
+    <message>
+        <source>自動辨識（移動或縮放後）</source>
+        <translation>자동(이동하거나 크기를 바꾼 뒤)</translation>
+    </message>
+    <message>
+        <source>自訂文字大小：%d pt</source>
+        <translation>글자 크기: %d pt</translation>
     </message>
     <message>
         <source>與伺服器的連線已中斷</source>
@@ -532,6 +904,14 @@
         <translation>복사</translation>
     </message>
     <message>
+        <source>複製原文</source>
+        <translation>원문 복사</translation>
+    </message>
+    <message>
+        <source>複製翻譯</source>
+        <translation>번역문 복사</translation>
+    </message>
+    <message>
         <source>複製翻譯結果</source>
         <translation>번역 결과 복사</translation>
     </message>
@@ -544,12 +924,24 @@
         <translation>윈도우</translation>
     </message>
     <message>
+        <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
+        <translation>기록 일시 중지됨: 새 번역이 기록에 추가되지 않습니다.</translation>
+    </message>
+    <message>
         <source>設定</source>
         <translation>설정</translation>
     </message>
     <message>
         <source>設定…</source>
         <translation>설정…</translation>
+    </message>
+    <message>
+        <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
+        <translation>어디서든 번역판을 표시하거나 숨길 수 있습니다. 기본값은 ⌥T(Alt+T)입니다. ESC를 누르면 취소됩니다.</translation>
+    </message>
+    <message>
+        <source>試算表（CSV）…</source>
+        <translation>스프레드시트(CSV)…</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -592,12 +984,32 @@
         <translation>붙여넣기</translation>
     </message>
     <message>
+        <source>資料傳送與隱私</source>
+        <translation>데이터 전송 및 개인정보</translation>
+    </message>
+    <message>
+        <source>資料（JSON）…</source>
+        <translation>데이터(JSON)…</translation>
+    </message>
+    <message>
+        <source>跟隨介面語言</source>
+        <translation>인터페이스 언어 따르기</translation>
+    </message>
+    <message>
         <source>跟隨系統</source>
         <translation>시스템 설정 따르기</translation>
     </message>
     <message>
+        <source>輸入或貼上要翻譯的文字</source>
+        <translation>번역할 텍스트를 입력하거나 붙여넣으세요</translation>
+    </message>
+    <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>그림의 글자를 인식해 줄별로 JSON 출력</translation>
+    </message>
+    <message>
+        <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
+        <translation>인식되거나 입력된 텍스트는 번역을 위해 %@(으)로 전송되며, 처리 방식은 해당 서비스의 개인정보 처리방침을 따릅니다. Lucentra에는 중계 서버가 없으며 개발자에게 사본을 보내지 않습니다.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
@@ -610,6 +1022,10 @@
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>이 컴퓨터의 프로그램에는 이 글의 번역이 없습니다. 다른 번역 엔진을 사용하세요.</translation>
+    </message>
+    <message>
+        <source>這部電腦可以翻譯：</source>
+        <translation>이 컴퓨터에서 번역할 수 있는 언어:</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
@@ -644,6 +1060,10 @@
         <translation>실행 취소</translation>
     </message>
     <message>
+        <source>邊框發光顏色：</source>
+        <translation>테두리 빛 색상:</translation>
+    </message>
+    <message>
         <source>重做</source>
         <translation>다시 실행</translation>
     </message>
@@ -672,12 +1092,28 @@
         <translation>설정 윈도우 열기</translation>
     </message>
     <message>
+        <source>開機自動啟動</source>
+        <translation>로그인할 때 시작</translation>
+    </message>
+    <message>
+        <source>閱讀隱私權政策</source>
+        <translation>개인정보 처리방침 읽기</translation>
+    </message>
+    <message>
+        <source>關於</source>
+        <translation>정보</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>Lucentra에 관하여</translation>
     </message>
     <message>
         <source>關閉</source>
         <translation>닫기</translation>
+    </message>
+    <message>
+        <source>隱藏 API Key</source>
+        <translation>API 키 숨기기</translation>
     </message>
     <message>
         <source>隱藏 Lucentra</source>
@@ -700,6 +1136,10 @@
         <translation>두 번 클릭하여 번역</translation>
     </message>
     <message>
+        <source>雙擊翻譯（建議）</source>
+        <translation>두 번 클릭하여 번역(권장)</translation>
+    </message>
+    <message>
         <source>需要「螢幕錄影」權限</source>
         <translation>‘화면 기록’ 권한이 필요합니다</translation>
     </message>
@@ -712,6 +1152,14 @@
         <translation>한국어</translation>
     </message>
     <message>
+        <source>顯示 / 隱藏翻譯視窗：</source>
+        <translation>번역 창 표시/숨기기:</translation>
+    </message>
+    <message>
+        <source>顯示 API Key</source>
+        <translation>API 키 표시</translation>
+    </message>
+    <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>번역 패널 보기/가리기</translation>
     </message>
@@ -722,6 +1170,10 @@
     <message>
         <source>顯示翻譯板</source>
         <translation>번역 패널 보기</translation>
+    </message>
+    <message>
+        <source>點擊玻璃板</source>
+        <translation>유리판 클릭</translation>
     </message>
 </context>
 </TS>

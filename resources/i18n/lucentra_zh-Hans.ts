@@ -36,28 +36,80 @@
         <translation>AI 翻译</translation>
     </message>
     <message>
+        <source>API Base URL</source>
+        <translation>API Base URL</translation>
+    </message>
+    <message>
+        <source>API Key</source>
+        <translation>API Key</translation>
+    </message>
+    <message>
         <source>API Key 或設定含有無法傳送的字元</source>
         <translation>API Key 或设置含有无法发送的字符</translation>
+    </message>
+    <message>
+        <source>API Key 會安全存放於 macOS Keychain。</source>
+        <translation>API Key 会安全存放于这台电脑的密钥环。</translation>
+    </message>
+    <message>
+        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
+        <translation>API Key 未能存入密钥环。请解锁密钥环后再试；如果这台电脑没有密钥环服务，请安装 gnome-keyring。</translation>
+    </message>
+    <message>
+        <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
+        <translation>API Key 为选填，留空则使用免费版（有流量和请求频率限制）。</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯</source>
+        <translation>本机内置翻译</translation>
     </message>
     <message>
         <source>Apple 內建翻譯需升級至 macOS 15</source>
         <translation>Apple 内置翻译需要升级到 macOS 15</translation>
     </message>
     <message>
+        <source>Apple 翻譯</source>
+        <translation>本机翻译</translation>
+    </message>
+    <message>
         <source>Apple 翻譯失敗</source>
         <translation>Apple 翻译失败</translation>
+    </message>
+    <message>
+        <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
+        <translation>Azure 翻译必须填写 API Key 和对应的区域。</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
         <translation>Claude API URL 无效</translation>
     </message>
     <message>
+        <source>Claude 設定</source>
+        <translation>Claude 设置</translation>
+    </message>
+    <message>
         <source>DeepL API URL 無效</source>
         <translation>DeepL API URL 无效</translation>
     </message>
     <message>
+        <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
+        <translation>DeepL Free 与 Pro 密钥均可使用，程序会自动选择对应的端点。</translation>
+    </message>
+    <message>
+        <source>DeepL 設定</source>
+        <translation>DeepL 设置</translation>
+    </message>
+    <message>
         <source>English</source>
         <translation>English</translation>
+    </message>
+    <message>
+        <source>Gemini AI 設定</source>
+        <translation>Gemini AI 设置</translation>
+    </message>
+    <message>
+        <source>Gemini 翻譯必須填寫 API Key。</source>
+        <translation>Gemini 翻译必须填写 API Key。</translation>
     </message>
     <message>
         <source>Google Cloud API URL 無效</source>
@@ -66,6 +118,14 @@
     <message>
         <source>Google 免費翻譯</source>
         <translation>Google 免费翻译</translation>
+    </message>
+    <message>
+        <source>Google 翻譯</source>
+        <translation>Google 翻译</translation>
+    </message>
+    <message>
+        <source>Google 翻譯設定</source>
+        <translation>Google 翻译设置</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -100,6 +160,14 @@
         <translation>Lucentra｜澄镜通 设置</translation>
     </message>
     <message>
+        <source>Microsoft Azure 翻譯</source>
+        <translation>Microsoft Azure 翻译</translation>
+    </message>
+    <message>
+        <source>Microsoft Azure 設定</source>
+        <translation>Microsoft Azure 设置</translation>
+    </message>
+    <message>
         <source>Microsoft Translator API URL 無效</source>
         <translation>Microsoft Translator API URL 无效</translation>
     </message>
@@ -108,8 +176,24 @@
         <translation>OpenAI API URL 无效</translation>
     </message>
     <message>
+        <source>OpenAI 相容 API</source>
+        <translation>OpenAI 兼容 API</translation>
+    </message>
+    <message>
+        <source>OpenAI 相容 API 設定</source>
+        <translation>OpenAI 兼容 API 设置</translation>
+    </message>
+    <message>
+        <source>OpenAI 設定</source>
+        <translation>OpenAI 设置</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help 列出所有指令</translation>
+    </message>
+    <message>
+        <source>⚠️ API Key 為空，將無法進行翻譯！</source>
+        <translation>⚠️ API Key 为空，将无法进行翻译！</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -148,6 +232,10 @@
         <translation>⚠️ 请到设置中填写兼容 API Key</translation>
     </message>
     <message>
+        <source>✓ 將使用 Google 免費版（有流量與請求頻率限制）</source>
+        <translation>✓ 将使用 Google 免费版（有流量和请求频率限制）</translation>
+    </message>
+    <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
         <translation>❌ API 响应格式错误或密钥无效</translation>
     </message>
@@ -168,12 +256,20 @@
         <translation>❌ 翻译失败：%@</translation>
     </message>
     <message>
+        <source>一般</source>
+        <translation>通用</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>不支持的图片格式</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>不是可识别的图片格式：%@</translation>
+    </message>
+    <message>
+        <source>介面語言</source>
+        <translation>界面语言</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -192,8 +288,16 @@
         <translation>使用第 N 个翻译引擎（0 至 7），不改变设置</translation>
     </message>
     <message>
+        <source>停止輸入後自動翻譯</source>
+        <translation>停止输入后自动翻译</translation>
+    </message>
+    <message>
         <source>允許將文字傳送至 %@</source>
         <translation>允许将文字发送至 %@</translation>
+    </message>
+    <message>
+        <source>全域快捷鍵</source>
+        <translation>全局快捷键</translation>
     </message>
     <message>
         <source>全選</source>
@@ -236,12 +340,52 @@
         <translation>列出在这台电脑上翻译的服务与语言</translation>
     </message>
     <message>
+        <source>列出歷史紀錄</source>
+        <translation>列出历史记录</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>删除</translation>
     </message>
     <message>
+        <source>刪除此筆翻譯</source>
+        <translation>删除此条翻译</translation>
+    </message>
+    <message>
         <source>剪下</source>
         <translation>剪切</translation>
+    </message>
+    <message>
+        <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
+        <translation>导出的格式；未指定时按 FILE 的扩展名，否则为 csv</translation>
+    </message>
+    <message>
+        <source>匯出顯示的紀錄</source>
+        <translation>导出显示的记录</translation>
+    </message>
+    <message>
+        <source>原文</source>
+        <translation>原文</translation>
+    </message>
+    <message>
+        <source>取消收藏</source>
+        <translation>取消收藏</translation>
+    </message>
+    <message>
+        <source>古典透白 (Classic White - 預設)</source>
+        <translation>经典透白（默认）</translation>
+    </message>
+    <message>
+        <source>只包含原文或譯文中有 TEXT 的紀錄</source>
+        <translation>只包含原文或译文中有 TEXT 的记录</translation>
+    </message>
+    <message>
+        <source>可用性檢查</source>
+        <translation>可用性检查</translation>
+    </message>
+    <message>
+        <source>可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。</source>
+        <translation>可连接 OpenRouter、Ollama 或其他支持 Chat Completions 的服务；非本机网址必须使用 HTTPS。</translation>
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
@@ -250,6 +394,10 @@
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>同时输出每一行的译文与位置</translation>
+    </message>
+    <message>
+        <source>單字卡（以定位字元分隔）…</source>
+        <translation>单词卡（以制表符分隔）…</translation>
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
@@ -280,16 +428,88 @@
         <translation>在 Wayland 会话中，Lucentra 只能看到 X11 程序的窗口，而翻译板下方没有这样的窗口。请让那个程序通过 XWayland 运行，或改用 X11 会话登录。</translation>
     </message>
     <message>
+        <source>在下方 Dock 欄顯示圖示</source>
+        <translation>在任务栏显示图标</translation>
+    </message>
+    <message>
+        <source>地區</source>
+        <translation>区域</translation>
+    </message>
+    <message>
+        <source>外觀</source>
+        <translation>外观</translation>
+    </message>
+    <message>
         <source>多餘的參數：%@</source>
         <translation>多余的参数：%@</translation>
+    </message>
+    <message>
+        <source>失去焦點時自動隱藏玻璃板</source>
+        <translation>失去焦点时自动隐藏玻璃板</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
         <translation>安装这些软件包也有帮助：%@</translation>
     </message>
     <message>
+        <source>寫信給開發團隊</source>
+        <translation>给开发团队写信</translation>
+    </message>
+    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>将图片写入 OUT.png</translation>
+    </message>
+    <message>
+        <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
+        <translation>将历史记录导出到 FILE；只读取，不改变记录</translation>
+    </message>
+    <message>
+        <source>尚未有任何翻譯紀錄</source>
+        <translation>还没有任何翻译记录</translation>
+    </message>
+    <message>
+        <source>已刪除 %d 筆紀錄</source>
+        <translation>已删除 %d 条记录</translation>
+    </message>
+    <message>
+        <source>已刪除 1 筆紀錄</source>
+        <translation>已删除 1 条记录</translation>
+    </message>
+    <message>
+        <source>已收藏</source>
+        <translation>已收藏</translation>
+    </message>
+    <message>
+        <source>已清除未收藏的紀錄</source>
+        <translation>已清除未收藏的记录</translation>
+    </message>
+    <message>
+        <source>已複製</source>
+        <translation>已复制</translation>
+    </message>
+    <message>
+        <source>已複製原文</source>
+        <translation>已复制原文</translation>
+    </message>
+    <message>
+        <source>已複製翻譯</source>
+        <translation>已复制翻译</translation>
+    </message>
+    <message>
+        <source>引擎與語系</source>
+        <translation>引擎与语言</translation>
+    </message>
+    <message>
+        <source>復原</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>快捷鍵</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
+        <translation>您目前选用本机内置引擎，支持不限量的免费离线翻译。</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
@@ -298,6 +518,10 @@
     <message>
         <source>所選服務</source>
         <translation>所选服务</translation>
+    </message>
+    <message>
+        <source>手動翻譯（點擊或快捷鍵）</source>
+        <translation>手动翻译（点击或快捷键）</translation>
     </message>
     <message>
         <source>手動輸入</source>
@@ -316,8 +540,32 @@
         <translation>找不到会话总线（D-Bus），无法联系 Lucentra。</translation>
     </message>
     <message>
+        <source>找不到符合的紀錄</source>
+        <translation>找不到符合的记录</translation>
+    </message>
+    <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>找不到翻译窗口所在的显示器</translation>
+    </message>
+    <message>
+        <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
+        <translation>按住 Alt，再按主键盘上的 Enter（↩）键</translation>
+    </message>
+    <message>
+        <source>搜尋紀錄...</source>
+        <translation>搜索记录...</translation>
+    </message>
+    <message>
+        <source>操作</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>操作模式</source>
+        <translation>操作模式</translation>
+    </message>
+    <message>
+        <source>收藏</source>
+        <translation>收藏</translation>
     </message>
     <message>
         <source>文字已是目標語言。</source>
@@ -330,6 +578,10 @@
     <message>
         <source>日文</source>
         <translation>日文</translation>
+    </message>
+    <message>
+        <source>暫停記錄</source>
+        <translation>暂停记录</translation>
     </message>
     <message>
         <source>服務</source>
@@ -356,8 +608,32 @@
         <translation>未设置</translation>
     </message>
     <message>
+        <source>柔和櫻粉 (Soft Pink)</source>
+        <translation>柔和樱粉</translation>
+    </message>
+    <message>
         <source>框選翻譯</source>
         <translation>框选翻译</translation>
+    </message>
+    <message>
+        <source>極簡無邊框 (No Border)</source>
+        <translation>极简无边框</translation>
+    </message>
+    <message>
+        <source>模型名稱</source>
+        <translation>模型名称</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 Anthropic 帳號權限調整。</source>
+        <translation>模型名称可按您的 Anthropic 账号权限调整。</translation>
+    </message>
+    <message>
+        <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
+        <translation>模型名称可按您的 OpenAI 账号权限调整。</translation>
+    </message>
+    <message>
+        <source>正在測試連線…</source>
+        <translation>正在测试连接…</translation>
     </message>
     <message>
         <source>正在辨識與翻譯</source>
@@ -372,12 +648,36 @@
         <translation>没有可用的语言</translation>
     </message>
     <message>
+        <source>淡雅水藍 (Subtle Blue)</source>
+        <translation>淡雅水蓝</translation>
+    </message>
+    <message>
+        <source>清除搜尋</source>
+        <translation>清除搜索</translation>
+    </message>
+    <message>
+        <source>清除未收藏</source>
+        <translation>清除未收藏</translation>
+    </message>
+    <message>
+        <source>測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。</source>
+        <translation>测试会发送一小段示例文字；云端服务可能计入极少量的 API 用量。</translation>
+    </message>
+    <message>
         <source>測試翻譯引擎的連線</source>
         <translation>测试翻译引擎的连接</translation>
     </message>
     <message>
+        <source>測試連線</source>
+        <translation>测试连接</translation>
+    </message>
+    <message>
         <source>無法判斷文字的語言。</source>
         <translation>无法判断文字的语言。</translation>
+    </message>
+    <message>
+        <source>無法匯出：%@</source>
+        <translation>无法导出：%@</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
@@ -396,8 +696,16 @@
         <translation>无法与服务器建立安全连接</translation>
     </message>
     <message>
+        <source>無法讀取先前的翻譯紀錄，原檔案會保留在同一個資料夾中。</source>
+        <translation>无法读取以前的翻译记录，原文件会保留在同一个文件夹中。</translation>
+    </message>
+    <message>
         <source>無法讀取圖片：%@</source>
         <translation>无法读取图片：%@</translation>
+    </message>
+    <message>
+        <source>無法讀取翻譯紀錄：%@</source>
+        <translation>无法读取翻译记录：%@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -406,6 +714,18 @@
     <message>
         <source>無法連線到伺服器</source>
         <translation>无法连接到服务器</translation>
+    </message>
+    <message>
+        <source>玻璃板樣式</source>
+        <translation>玻璃板样式</translation>
+    </message>
+    <message>
+        <source>玻璃透明度：%d%%</source>
+        <translation>玻璃不透明度：%d%%</translation>
+    </message>
+    <message>
+        <source>目標語言</source>
+        <translation>目标语言</translation>
     </message>
     <message>
         <source>目標語言：%@</source>
@@ -440,8 +760,16 @@
         <translation>简体中文</translation>
     </message>
     <message>
+        <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
+        <translation>系统不接受这个组合键，可能已被其他程序使用。请改用别的组合键。</translation>
+    </message>
+    <message>
         <source>系統沒有回傳擷取畫面</source>
         <translation>系统没有返回截取的画面</translation>
+    </message>
+    <message>
+        <source>系統行為</source>
+        <translation>系统行为</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -492,12 +820,28 @@
         <translation>翻译一段文字；含汉字的文字一律译成英文</translation>
     </message>
     <message>
+        <source>翻譯中</source>
+        <translation>翻译中</translation>
+    </message>
+    <message>
+        <source>翻譯原文</source>
+        <translation>翻译原文</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>翻译图片中的文字，将译文画在原文之上</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
         <translation>翻译失败</translation>
+    </message>
+    <message>
+        <source>翻譯完成後自動複製到剪貼簿</source>
+        <translation>翻译完成后自动复制到剪贴板</translation>
+    </message>
+    <message>
+        <source>翻譯引擎</source>
+        <translation>翻译引擎</translation>
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
@@ -512,12 +856,40 @@
         <translation>翻译当前区域</translation>
     </message>
     <message>
+        <source>翻譯目前區域：</source>
+        <translation>翻译当前区域：</translation>
+    </message>
+    <message>
         <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
         <translation>翻译当前区域；翻译板隐藏时先显示</translation>
     </message>
     <message>
+        <source>翻譯結果會顯示在這裡</source>
+        <translation>翻译结果会显示在这里</translation>
+    </message>
+    <message>
+        <source>聯絡與社群</source>
+        <translation>联系与社区</translation>
+    </message>
+    <message>
+        <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
+        <translation>自动模式会在移动或缩放后翻译；手动模式下移动只做对照，点击、按钮或快捷键才会更新。</translation>
+    </message>
+    <message>
+        <source>自動調整文字大小</source>
+        <translation>自动调整文字大小</translation>
+    </message>
+    <message>
         <source>自動辨識</source>
         <translation>自动识别</translation>
+    </message>
+    <message>
+        <source>自動辨識（移動或縮放後）</source>
+        <translation>自动识别（移动或缩放后）</translation>
+    </message>
+    <message>
+        <source>自訂文字大小：%d pt</source>
+        <translation>自定义文字大小：%d pt</translation>
     </message>
     <message>
         <source>與伺服器的連線已中斷</source>
@@ -532,6 +904,14 @@
         <translation>复制</translation>
     </message>
     <message>
+        <source>複製原文</source>
+        <translation>复制原文</translation>
+    </message>
+    <message>
+        <source>複製翻譯</source>
+        <translation>复制翻译</translation>
+    </message>
+    <message>
         <source>複製翻譯結果</source>
         <translation>复制翻译结果</translation>
     </message>
@@ -544,12 +924,24 @@
         <translation>窗口</translation>
     </message>
     <message>
+        <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
+        <translation>记录已暂停：新的翻译不会加入历史记录。</translation>
+    </message>
+    <message>
         <source>設定</source>
         <translation>设置</translation>
     </message>
     <message>
         <source>設定…</source>
         <translation>设置…</translation>
+    </message>
+    <message>
+        <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
+        <translation>设置后，可在任何情况下呼出或隐藏翻译板。默认为 ⌥T。按 ESC 可取消。</translation>
+    </message>
+    <message>
+        <source>試算表（CSV）…</source>
+        <translation>电子表格（CSV）…</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -592,12 +984,32 @@
         <translation>粘贴</translation>
     </message>
     <message>
+        <source>資料傳送與隱私</source>
+        <translation>数据传送与隐私</translation>
+    </message>
+    <message>
+        <source>資料（JSON）…</source>
+        <translation>数据（JSON）…</translation>
+    </message>
+    <message>
+        <source>跟隨介面語言</source>
+        <translation>跟随界面语言</translation>
+    </message>
+    <message>
         <source>跟隨系統</source>
         <translation>跟随系统</translation>
     </message>
     <message>
+        <source>輸入或貼上要翻譯的文字</source>
+        <translation>输入或粘贴要翻译的文字</translation>
+    </message>
+    <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
         <translation>识别图片中的文字，逐行输出为 JSON</translation>
+    </message>
+    <message>
+        <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
+        <translation>识别或输入的文字会发送至 %@ 以生成翻译；内容的处理方式受该服务的隐私政策约束。Lucentra 没有中转服务器，也不会将副本发送给开发者。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
@@ -610,6 +1022,10 @@
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>这台电脑上的程序没有这些文字的译文。请改用其他翻译引擎。</translation>
+    </message>
+    <message>
+        <source>這部電腦可以翻譯：</source>
+        <translation>这台电脑可以翻译：</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
@@ -644,6 +1060,10 @@
         <translation>撤销</translation>
     </message>
     <message>
+        <source>邊框發光顏色：</source>
+        <translation>边框发光颜色：</translation>
+    </message>
+    <message>
         <source>重做</source>
         <translation>重做</translation>
     </message>
@@ -672,12 +1092,28 @@
         <translation>打开设置窗口</translation>
     </message>
     <message>
+        <source>開機自動啟動</source>
+        <translation>开机自动启动</translation>
+    </message>
+    <message>
+        <source>閱讀隱私權政策</source>
+        <translation>阅读隐私政策</translation>
+    </message>
+    <message>
+        <source>關於</source>
+        <translation>关于</translation>
+    </message>
+    <message>
         <source>關於 Lucentra｜澄鏡通</source>
         <translation>关于 Lucentra｜澄镜通</translation>
     </message>
     <message>
         <source>關閉</source>
         <translation>关闭</translation>
+    </message>
+    <message>
+        <source>隱藏 API Key</source>
+        <translation>隐藏 API Key</translation>
     </message>
     <message>
         <source>隱藏 Lucentra</source>
@@ -700,6 +1136,10 @@
         <translation>双击翻译</translation>
     </message>
     <message>
+        <source>雙擊翻譯（建議）</source>
+        <translation>双击翻译（推荐）</translation>
+    </message>
+    <message>
         <source>需要「螢幕錄影」權限</source>
         <translation>需要“屏幕录制”权限</translation>
     </message>
@@ -712,6 +1152,14 @@
         <translation>韩文</translation>
     </message>
     <message>
+        <source>顯示 / 隱藏翻譯視窗：</source>
+        <translation>显示 / 隐藏翻译窗口：</translation>
+    </message>
+    <message>
+        <source>顯示 API Key</source>
+        <translation>显示 API Key</translation>
+    </message>
+    <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>显示/隐藏 翻译板</translation>
     </message>
@@ -722,6 +1170,10 @@
     <message>
         <source>顯示翻譯板</source>
         <translation>显示翻译板</translation>
+    </message>
+    <message>
+        <source>點擊玻璃板</source>
+        <translation>点击玻璃板</translation>
     </message>
 </context>
 </TS>

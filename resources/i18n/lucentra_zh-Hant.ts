@@ -3,5 +3,29 @@
 <TS version="2.1" language="zh_TW" sourcelanguage="zh_TW">
 <context>
     <name>Lucentra</name>
+    <message>
+        <source>API Key 會安全存放於 macOS Keychain。</source>
+        <translation>API Key 會安全存放於這部電腦的鑰匙圈。</translation>
+    </message>
+    <message>
+        <source>Apple 內建翻譯</source>
+        <translation>本機內建翻譯</translation>
+    </message>
+    <message>
+        <source>Apple 翻譯</source>
+        <translation>本機翻譯</translation>
+    </message>
+    <message>
+        <source>在下方 Dock 欄顯示圖示</source>
+        <translation>在工作列顯示圖示</translation>
+    </message>
+    <message>
+        <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
+        <translation>您目前選用本機內建引擎，支援無限量免費離線翻譯。</translation>
+    </message>
+    <message>
+        <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
+        <translation>按住 Alt，再按主鍵盤上的 Enter（↩）鍵</translation>
+    </message>
 </context>
 </TS>

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QThreadPool>
+
+#include <functional>
+#include <mutex>
+
+namespace lucentra {
+
+class KeychainStore;
+class MainQueue;
+class SettingsStore;
+
+/// Loads and saves the API keys for the settings form without holding it: the keychain is asked on one worker, in the
+/// order of the calls. Of several values for one account that wait, just the last is saved. Main thread only, and so
+/// are its callbacks. The destructor waits until what was typed is saved, which the keychain does within a second.
+class APIKeys : public QObject
+{
+public:
+    /// What is referred to must outlive it.
+    APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQueue &mainQueue);
+    ~APIKeys() override;
+
+    /// The keys of all accounts, by account. Nothing is called once the context is gone.
+    void load(QObject *context, std::function<void(const QHash<QString, QString> &keys)> loaded);
+
+    /// Saves what the account's key is now; an empty one is removed. A plaintext copy of a former version goes away
+    /// once that has succeeded.
+    void save(const QString &account, const QString &key);
+    /// Called when an account's last value was saved, or couldn't be.
+    std::function<void(const QString &account, bool isSaved)> onSaved;
+
+    /// Tries once more to save what couldn't be.
+    void retryFailed();
+
+    /// Calls when everything that was to be saved by now has been tried.
+    void afterSaving(QObject *context, std::function<void()> then);
+
+private:
+    void saveNext(const QString &account);
+    void finished(const QString &account, const QString &key, bool isSaved);
+
+    SettingsStore &m_settings;
+    const KeychainStore &m_keychain;
+    MainQueue &m_mainQueue;
+    QHash<QString, QString> m_failed;
+    std::mutex m_mutex;
+    QHash<QString, QString> m_waiting; ///< guarded by m_mutex
+    QThreadPool m_worker;              ///< last: its destruction waits for what still runs
+};
+
+} // namespace lucentra

@@ -1,0 +1,52 @@
+#include "AboutTab.h"
+
+#include "Addresses.h"
+#include "FormLink.h"
+#include "FormSection.h"
+#include "SettingsForm.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+QWidget *makeHeader(const SettingsServices &services)
+{
+    auto *header = new QWidget;
+    auto *layout = new QVBoxLayout(header);
+    layout->setContentsMargins(0, 12, 0, 4);
+    layout->setSpacing(6);
+    constexpr int iconSize = 72;
+    auto *icon = new QLabel;
+    icon->setPixmap(services.applicationIcon.pixmap(QSize(iconSize, iconSize), header->devicePixelRatioF()));
+    auto *name = new QLabel(u"Lucentra｜澄鏡通"_s);
+    constexpr qreal nameSize = 1.6;
+    QFont font = name->font();
+    font.setPointSizeF(font.pointSizeF() * nameSize);
+    font.setWeight(QFont::DemiBold);
+    name->setFont(font);
+    QLabel *version = makeSmallPrint();
+    version->setAlignment(Qt::AlignHCenter);
+    version->setText(services.version + u" (Build "_s + services.buildNumber + u')');
+    layout->addWidget(icon, 0, Qt::AlignHCenter);
+    layout->addWidget(name, 0, Qt::AlignHCenter);
+    layout->addWidget(version);
+    return header;
+}
+
+} // namespace
+
+AboutTab::AboutTab(SettingsForm &form, QWidget *parent)
+    : FormPage(parent)
+{
+    addSection(makeHeader(form.services()));
+    auto *contact = new FormSection(form, u"聯絡與社群"_s);
+    contact->addWidget(new FormLink(form, u"寫信給開發團隊"_s, [] { return contactAddress(); }));
+    addSection(contact);
+}
+
+} // namespace lucentra

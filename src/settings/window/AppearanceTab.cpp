@@ -1,0 +1,85 @@
+#include "AppearanceTab.h"
+
+#include "FormSection.h"
+#include "LocalizationManager.h"
+#include "NotificationCenter.h"
+#include "Settings.h"
+#include "SettingsForm.h"
+#include "SettingsStore.h"
+
+#include <QSlider>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr double opacitySteps = 20; ///< in the whole range from 0 to 1
+constexpr int leastOpacity = 2;
+constexpr int leastFontSize = 12;
+constexpr int greatestFontSize = 48;
+
+void addBorderColor(SettingsForm &form, FormSection &section)
+{
+    SettingsStore &store = form.services().settings;
+    NotificationCenter &center = form.services().notifications;
+    section.addPicker(u"邊框發光顏色："_s,
+                      {{u"古典透白 (Classic White - 預設)"_s, u"white"_s},
+                       {u"淡雅水藍 (Subtle Blue)"_s, u"blue"_s},
+                       {u"柔和櫻粉 (Soft Pink)"_s, u"pink"_s},
+                       {u"極簡無邊框 (No Border)"_s, u"none"_s}},
+                      {[&store] { return store.read(settings::neonBorderColor); },
+                       [&store, &center](const QVariant &color) {
+                           store.write(settings::neonBorderColor, color.toString());
+                           center.post(notifications::updateNeonBorder);
+                       }});
+}
+
+void addOpacity(SettingsForm &form, FormSection &section)
+{
+    const LocalizationManager &texts = form.services().texts;
+    SettingsStore &store = form.services().settings;
+    NotificationCenter &center = form.services().notifications;
+    section.addSlider(
+        [&texts, &store] {
+            return texts.formatted(u"玻璃透明度：%d%%"_s, int(store.read(settings::glassOpacity) * 100));
+        },
+        leastOpacity, int(opacitySteps),
+        {[&store] { return qRound(store.read(settings::glassOpacity) * opacitySteps); },
+         [&store, &center](int step) {
+             store.write(settings::glassOpacity, step / opacitySteps);
+             center.post(notifications::updateGlassOpacity);
+         }});
+}
+
+void addFontSize(SettingsForm &form, FormSection &section)
+{
+    const LocalizationManager &texts = form.services().texts;
+    SettingsStore &store = form.services().settings;
+    section.addToggle(u"自動調整文字大小"_s,
+                      {[&store] { return store.read(settings::isFontSizeAuto); },
+                       [&store](bool isAuto) { store.write(settings::isFontSizeAuto, isAuto); }});
+    QSlider *slider = section.addSlider(
+        [&texts, &store] {
+            return texts.formatted(u"自訂文字大小：%d pt"_s, int(store.read(settings::fontSizeInForm)));
+        },
+        leastFontSize, greatestFontSize,
+        {[&store] { return int(store.read(settings::fontSizeInForm)); },
+         [&store](int size) { store.write(settings::fontSizeInForm, size); }});
+    form.keepValue([slider, &store] { slider->parentWidget()->setEnabled(!store.read(settings::isFontSizeAuto)); });
+}
+
+} // namespace
+
+AppearanceTab::AppearanceTab(SettingsForm &form, QWidget *parent)
+    : FormPage(parent)
+{
+    auto *section = new FormSection(form, u"玻璃板樣式"_s);
+    addBorderColor(form, *section);
+    addOpacity(form, *section);
+    addFontSize(form, *section);
+    addSection(section);
+}
+
+} // namespace lucentra

@@ -1,0 +1,98 @@
+#include "ConnectionSection.h"
+
+#include "FormColors.h"
+#include "LocalizationManager.h"
+#include "SettingsForm.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+ConnectionSection::ConnectionSection(SettingsForm &form, std::function<bool()> canTest,
+                                     std::function<void(std::function<void()>)> beforeTest, QWidget *parent)
+    : FormSection(form, u"可用性檢查"_s, parent)
+    , m_canTest(std::move(canTest))
+    , m_beforeTest(std::move(beforeTest))
+    , m_button(new QPushButton)
+    , m_busy(new QProgressBar)
+    , m_result(makeSmallPrint())
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(12);
+    layout->addWidget(m_button);
+    layout->addWidget(m_busy);
+    layout->addStretch(1);
+    m_button->setAutoDefault(false);
+    connect(m_button, &QPushButton::clicked, this, [this] { start(); });
+    constexpr QSize busySize(96, 8);
+    m_busy->setRange(0, 0); // no end in sight
+    m_busy->setFixedSize(busySize);
+    m_busy->setTextVisible(false);
+    m_busy->hide();
+    form.keepText([this] {
+        m_button->setText(this->form().text(u"測試連線"_s));
+        m_busy->setAccessibleName(this->form().text(u"正在測試連線…"_s));
+    });
+    addWidget(row);
+    addWidget(m_result);
+    m_result->parentWidget()->hide();
+    addFooter(u"測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。"_s);
+}
+
+void ConnectionSection::refresh()
+{
+    m_button->setEnabled(!m_isTestingConnection && m_canTest());
+    m_busy->setVisible(m_isTestingConnection);
+}
+
+void ConnectionSection::forget()
+{
+    ++m_test;
+    m_isTestingConnection = false;
+    m_result->parentWidget()->hide();
+    refresh();
+}
+
+void ConnectionSection::start()
+{
+    forget();
+    m_isTestingConnection = true;
+    refresh();
+    m_beforeTest([self = QPointer(this), test = m_test] {
+        if (!self || test != self->m_test)
+            return;
+        self->form().services().testConnection([self, test](const Result<QString> &outcome) {
+            if (self && test == self->m_test)
+                self->finish(outcome);
+        });
+    });
+}
+
+void ConnectionSection::finish(const Result<QString> &outcome)
+{
+    m_isTestingConnection = false;
+    const LocalizationManager &texts = form().services().texts;
+    showOutcome(outcome ? texts.formatted(u"連線成功：%@"_s, *outcome)
+                        : texts.formatted(u"連線失敗：%@"_s, outcome.error().description),
+                outcome.has_value());
+    refresh();
+}
+
+void ConnectionSection::showOutcome(const QString &line, bool isGood)
+{
+    m_result->setText(line);
+    setTone(*m_result, isGood ? Tone::Good : Tone::Bad);
+    m_result->parentWidget()->show();
+}
+
+} // namespace lucentra

@@ -1,0 +1,141 @@
+#include "EngineSection.h"
+
+#include "FormColors.h"
+#include "KeyField.h"
+#include "Settings.h"
+#include "SettingsForm.h"
+#include "SettingsStore.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+using TextSettings = QList<std::pair<QString, Setting<QString>>>; ///< by the key of the field's label
+
+struct EngineForm
+{
+    QString title;
+    TextSettings fields;
+    QStringList footers;
+    bool areFieldsNeeded; ///< for a test
+};
+
+const EngineForm &engineForm(TranslationEngine engine)
+{
+    static const QString keychain = u"API Key 會安全存放於 macOS Keychain。"_s;
+    static const std::array<EngineForm, 8> forms{{
+        {},
+        {u"Google 翻譯設定"_s,
+         {},
+         {u"API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。"_s, keychain},
+         false},
+        {u"Microsoft Azure 設定"_s,
+         {{u"地區"_s, settings::microsoftApiRegion}},
+         {u"Azure 翻譯必須填寫 API Key 與對應的地區。"_s, keychain},
+         false},
+        {u"Gemini AI 設定"_s, {}, {u"Gemini 翻譯必須填寫 API Key。"_s, keychain}, false},
+        {u"DeepL 設定"_s, {}, {u"DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。"_s}, false},
+        {u"OpenAI 設定"_s,
+         {{u"模型名稱"_s, settings::openAIModel}},
+         {u"模型名稱可依你的 OpenAI 帳號權限調整。"_s},
+         true},
+        {u"Claude 設定"_s,
+         {{u"模型名稱"_s, settings::anthropicModel}},
+         {u"模型名稱可依你的 Anthropic 帳號權限調整。"_s},
+         true},
+        {u"OpenAI 相容 API 設定"_s,
+         {{u"API Base URL"_s, settings::compatibleBaseURL}, {u"模型名稱"_s, settings::compatibleModel}},
+         {u"可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。"_s},
+         true},
+    }};
+    return forms[size_t(engine)];
+}
+
+} // namespace
+
+EngineSection::EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent)
+    : FormSection(form, engineForm(engine).title, parent)
+    , m_engine(engine)
+{
+    if (!engineEntry(engine).account.isEmpty())
+        addKeyRows();
+    SettingsStore &store = form.services().settings;
+    for (const auto &[label, setting] : engineForm(engine).fields)
+        addField(label, {[&store, setting] { return store.read(setting); },
+                         [&store, setting](const QString &text) { store.write(setting, text); }});
+    for (const QString &footer : engineForm(engine).footers)
+        addFooter(footer);
+}
+
+void EngineSection::addKeyRows()
+{
+    m_key = new KeyField(form());
+    m_key->onTyped = [this](const QString &key) {
+        m_isLoaded = true;
+        showKeyStatus();
+        if (onKeyTyped)
+            onKeyTyped(key);
+    };
+    addRow(u"API Key"_s, m_key, true);
+    m_status = makeSmallPrint();
+    m_failure = makeSmallPrint();
+    setTone(*m_status, engineEntry(m_engine).requiresKey ? Tone::Warning : Tone::Good);
+    setTone(*m_failure, Tone::Bad);
+    form().keepText([this] {
+        m_status->setText(form().text(engineEntry(m_engine).requiresKey
+                                          ? u"⚠️ API Key 為空，將無法進行翻譯！"_s
+                                          : u"✓ 將使用 Google 免費版（有流量與請求頻率限制）"_s));
+        m_failure->setText(form().text(
+            u"API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。"_s));
+    });
+    addWidget(m_status);
+    addWidget(m_failure);
+    m_failure->parentWidget()->hide();
+    showKeyStatus();
+}
+
+QString EngineSection::key() const
+{
+    return m_key ? m_key->key() : QString();
+}
+
+void EngineSection::setStoredKey(const QString &key)
+{
+    if (!m_key)
+        return;
+    m_isLoaded = true;
+    m_key->setStoredKey(key);
+    showKeyStatus();
+}
+
+void EngineSection::setSaved(bool isSaved)
+{
+    if (m_failure)
+        m_failure->parentWidget()->setVisible(!isSaved);
+}
+
+void EngineSection::showKeyStatus()
+{
+    m_status->parentWidget()->setVisible(m_isLoaded && key().isEmpty());
+}
+
+bool EngineSection::isComplete() const
+{
+    if (engineEntry(m_engine).requiresKey && key().trimmed().isEmpty())
+        return false;
+    const EngineForm &needs = engineForm(m_engine);
+    for (const auto &[label, setting] : needs.fields) {
+        if (needs.areFieldsNeeded && form().services().settings.read(setting).trimmed().isEmpty())
+            return false;
+    }
+    return true;
+}
+
+} // namespace lucentra

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "FormSection.h"
+#include "TranslationEngine.h"
+
+#include <functional>
+
+namespace lucentra {
+
+class KeyField;
+
+/// What one engine needs to know: key, model, endpoint. Main thread only.
+class EngineSection : public FormSection
+{
+public:
+    EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent = nullptr);
+
+    /// Of the engine's key; empty where it has none.
+    QString account() const { return engineEntry(m_engine).account; }
+    /// The field's text; empty where the engine has no key.
+    QString key() const;
+    /// Fills in the stored key, unless something was typed already. Until then nothing is said of a missing one.
+    void setStoredKey(const QString &key);
+    std::function<void(const QString &key)> onKeyTyped;
+    /// Says that the typed key couldn't be saved, or no longer.
+    void setSaved(bool isSaved);
+
+    /// Whether all that a test needs is filled in: the key where there must be one, model and endpoint.
+    bool isComplete() const;
+
+private:
+    void addKeyRows();
+    void showKeyStatus();
+
+    const TranslationEngine m_engine;
+    KeyField *m_key = nullptr;
+    QLabel *m_status = nullptr;
+    QLabel *m_failure = nullptr;
+    bool m_isLoaded = false;
+};
+
+} // namespace lucentra

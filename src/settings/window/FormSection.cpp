@@ -1,0 +1,243 @@
+#include "FormSection.h"
+
+#include "FormPlate.h"
+#include "SettingsForm.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace lucentra {
+
+namespace {
+
+constexpr int sidePadding = 14;
+constexpr int rowPadding = 9;
+constexpr int labelToControl = 16;
+constexpr int fieldWidth = 250;
+
+/// Keeps a turn of the wheel that is meant for the page from a control that the pointer happens to pass.
+class WheelGuard : public QObject
+{
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *widget = qobject_cast<QWidget *>(watched);
+        if (event->type() != QEvent::Wheel || !widget || widget->hasFocus())
+            return false;
+        event->ignore();
+        return true;
+    }
+};
+
+void guardFromWheel(QWidget &control)
+{
+    control.setFocusPolicy(Qt::StrongFocus);
+    control.installEventFilter(new WheelGuard(&control));
+}
+
+QFont scaled(QFont font, qreal factor)
+{
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * factor);
+    else
+        font.setPixelSize(int(font.pixelSize() * factor));
+    return font;
+}
+
+} // namespace
+
+QLabel *makeSmallPrint(QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    constexpr qreal smallPrint = 0.9;
+    label->setFont(scaled(label->font(), smallPrint));
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+void showText(QLineEdit &field, const QString &text)
+{
+    if (field.text() != text)
+        field.setText(text);
+}
+
+FormSection::FormSection(SettingsForm &form, const QString &titleKey, QWidget *parent)
+    : QWidget(parent)
+    , m_form(form)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+    auto *title = new QLabel;
+    title->setTextFormat(Qt::PlainText);
+    QFont font = title->font();
+    font.setWeight(QFont::DemiBold);
+    title->setFont(font);
+    title->setContentsMargins(4, 0, 4, 0);
+    form.keepText([this, title, titleKey] {
+        title->setText(m_form.text(titleKey));
+        setAccessibleName(title->text());
+    });
+    layout->addWidget(title);
+    auto *plate = new FormPlate;
+    m_rows = new QVBoxLayout(plate);
+    m_rows->setContentsMargins(0, 0, 0, 0);
+    m_rows->setSpacing(0);
+    layout->addWidget(plate);
+    m_footers = new QVBoxLayout;
+    m_footers->setContentsMargins(4, 0, 4, 0);
+    m_footers->setSpacing(2);
+    layout->addLayout(m_footers);
+}
+
+void FormSection::addWidget(QWidget *widget)
+{
+    auto *row = new QWidget;
+    auto *layout = new QVBoxLayout(row);
+    layout->setContentsMargins(sidePadding, rowPadding, sidePadding, rowPadding);
+    layout->addWidget(widget);
+    m_rows->addWidget(row);
+}
+
+QLabel *FormSection::addRow(const QString &labelKey, QWidget *control, bool stretches)
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(sidePadding, rowPadding, sidePadding, rowPadding);
+    layout->setSpacing(labelToControl);
+    auto *label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(control);
+    m_form.keepText([this, label, control, labelKey] {
+        label->setText(m_form.text(labelKey));
+        control->setAccessibleName(label->text());
+    });
+    layout->addWidget(label);
+    if (!stretches)
+        layout->addStretch(1);
+    layout->addWidget(control, stretches ? 1 : 0);
+    m_rows->addWidget(row);
+    return label;
+}
+
+QComboBox *FormSection::addPicker(const QString &labelKey, const QList<PickerOption> &options,
+                                  Binding<QVariant> binding)
+{
+    auto *picker = new QComboBox;
+    guardFromWheel(*picker);
+    picker->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    for (const PickerOption &option : options)
+        picker->addItem(QString(), option.value);
+    m_form.keepText([this, picker, options] {
+        for (int i = 0; i < options.size(); ++i)
+            picker->setItemText(i, m_form.text(options[i].textKey));
+    });
+    m_form.keepValue([picker, read = std::move(binding.read)] { picker->setCurrentIndex(picker->findData(read())); });
+    connect(picker, &QComboBox::activated, this, [this, picker, write = std::move(binding.write)](int index) {
+        write(picker->itemData(index));
+        m_form.refreshValues();
+    });
+    addRow(labelKey, picker);
+    return picker;
+}
+
+QCheckBox *FormSection::addToggle(std::function<QString()> text, Binding<bool> binding)
+{
+    auto *toggle = new QCheckBox;
+    const auto apply = [toggle, text = std::move(text)] { toggle->setText(text()); };
+    m_form.keepText(apply);
+    m_form.keepValue([toggle, read = std::move(binding.read)] { toggle->setChecked(read()); });
+    connect(toggle, &QCheckBox::clicked, this, [this, write = std::move(binding.write)](bool isOn) {
+        if (write)
+            write(isOn);
+        m_form.refreshValues();
+    });
+    addWidget(toggle);
+    return toggle;
+}
+
+QCheckBox *FormSection::addToggle(const QString &textKey, Binding<bool> binding)
+{
+    return addToggle([this, textKey] { return m_form.text(textKey); }, std::move(binding));
+}
+
+QSlider *FormSection::addSlider(std::function<QString()> label, int first, int last, Binding<int> binding)
+{
+    auto *holder = new QWidget;
+    auto *layout = new QVBoxLayout(holder);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    auto *name = new QLabel;
+    name->setTextFormat(Qt::PlainText);
+    auto *slider = new QSlider(Qt::Horizontal);
+    guardFromWheel(*slider);
+    slider->setRange(first, last);
+    slider->setPageStep(std::max(1, (last - first) / 6));
+    name->setBuddy(slider);
+    layout->addWidget(name);
+    layout->addWidget(slider);
+    const auto showLabel = [name, slider, label = std::move(label)] {
+        name->setText(label());
+        slider->setAccessibleName(name->text());
+    };
+    m_form.keepText(showLabel);
+    m_form.keepValue([slider, showLabel, read = std::move(binding.read)] {
+        const QSignalBlocker quiet(slider);
+        slider->setValue(read());
+        showLabel();
+    });
+    connect(slider, &QSlider::valueChanged, this, [showLabel, write = std::move(binding.write)](int value) {
+        write(value);
+        showLabel();
+    });
+    addWidget(holder);
+    return slider;
+}
+
+QLineEdit *FormSection::addField(const QString &labelKey, Binding<QString> binding)
+{
+    auto *field = new QLineEdit;
+    field->setMinimumWidth(fieldWidth);
+    m_form.keepValue([field, read = std::move(binding.read)] { showText(*field, read()); });
+    connect(field, &QLineEdit::textEdited, this, [this, write = std::move(binding.write)](const QString &text) {
+        write(text);
+        m_form.refreshValues();
+    });
+    addRow(labelKey, field, true);
+    return field;
+}
+
+QLabel *FormSection::addParagraph(std::function<QString()> text)
+{
+    auto *label = new QLabel;
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    m_form.keepText([label, text = std::move(text)] { label->setText(text()); });
+    addWidget(label);
+    return label;
+}
+
+QLabel *FormSection::addFooter(const QString &textKey)
+{
+    QLabel *label = makeSmallPrint();
+    label->setForegroundRole(QPalette::PlaceholderText);
+    m_form.keepText([this, label, textKey] { label->setText(m_form.text(textKey)); });
+    m_footers->addWidget(label);
+    return label;
+}
+
+} // namespace lucentra

@@ -1,0 +1,71 @@
+#include "GeneralTab.h"
+
+#include "FormSection.h"
+#include "LaunchAtLogin.h"
+#include "LocalizationManager.h"
+#include "Settings.h"
+#include "SettingsForm.h"
+#include "SettingsStore.h"
+
+#include <QCheckBox>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+GeneralTab::GeneralTab(SettingsForm &form, QWidget *parent)
+    : FormPage(parent)
+{
+    addLanguageSection(form);
+    addSystemSection(form);
+}
+
+void GeneralTab::addLanguageSection(SettingsForm &form)
+{
+    auto *section = new FormSection(form, u"介面語言"_s);
+    QList<PickerOption> options;
+    for (const AppLanguage language : allAppLanguages)
+        options.append({pickerLabelKey(language), rawValue(language)});
+    LocalizationManager &texts = form.services().texts;
+    section->addPicker(u"介面語言"_s, options,
+                       {[&texts] { return rawValue(texts.language()); },
+                        [&form, &texts](const QVariant &value) {
+                            const AppLanguage language = appLanguageFromRawValue(value.toString());
+                            if (language == texts.language())
+                                return;
+                            texts.setLanguage(language);
+                            form.followInterfaceLanguage();
+                        }});
+    addSection(section);
+}
+
+void GeneralTab::addSystemSection(SettingsForm &form)
+{
+    auto *section = new FormSection(form, u"系統行為"_s);
+    const SettingsServices &services = form.services();
+    SettingsStore &store = services.settings;
+    LaunchAtLogin &launch = services.launchAtLogin;
+    QCheckBox *atLogin = section->addToggle(u"開機自動啟動"_s, {[&launch] { return launch.isEnabled(); }, {}});
+    connect(atLogin, &QCheckBox::clicked, this, [&launch, toggle = QPointer(atLogin)](bool isOn) {
+        launch.setEnabled(isOn, [toggle](bool isEnabled) {
+            if (toggle)
+                toggle->setChecked(isEnabled);
+        });
+    });
+    const auto stored = [&store](const Setting<bool> &setting) {
+        return FormSection::Binding<bool>{[&store, setting] { return store.read(setting); },
+                                          [&store, setting](const bool &isOn) { store.write(setting, isOn); }};
+    };
+    section->addToggle(u"失去焦點時自動隱藏玻璃板"_s, stored(settings::autoHide));
+    section->addToggle(u"翻譯完成後自動複製到剪貼簿"_s, stored(settings::autoCopy));
+    auto inDock = stored(settings::showInDock);
+    inDock.write = [write = inDock.write, apply = services.applyDockPresence](const bool &isOn) {
+        write(isOn);
+        apply(isOn);
+    };
+    section->addToggle(u"在下方 Dock 欄顯示圖示"_s, inDock);
+    addSection(section);
+}
+
+} // namespace lucentra

@@ -1,0 +1,83 @@
+#include "HotkeyTab.h"
+
+#include "FormColors.h"
+#include "FormSection.h"
+#include "HotkeyRow.h"
+#include "Settings.h"
+#include "SettingsForm.h"
+#include "SettingsStore.h"
+#include "VirtualKeys.h"
+
+#include <QKeySequence>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The combination as the keyboards of this desktop name it: "Alt+T".
+QString desktopName(quint32 flags, const QString &combination)
+{
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ControlModifier, flags & modifierFlag::control);
+    modifiers.setFlag(Qt::AltModifier, flags & modifierFlag::option);
+    modifiers.setFlag(Qt::ShiftModifier, flags & modifierFlag::shift);
+    modifiers.setFlag(Qt::MetaModifier, flags & modifierFlag::command);
+    QString key = combination;
+    while (!key.isEmpty() && u"⌃⌥⇧⌘"_s.contains(key.front()))
+        key.remove(0, 1);
+    const QString names = QKeySequence(modifiers | Qt::Key_A).toString(QKeySequence::NativeText);
+    return names.chopped(1) + key;
+}
+
+} // namespace
+
+HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
+    : FormPage(parent)
+    , m_form(form)
+{
+    auto *section = new FormSection(form, u"全域快捷鍵"_s);
+    addRecorder(*section);
+    addFixedHotkey(*section);
+    section->addFooter(u"設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。"_s);
+    addSection(section);
+    form.keepText([this] { showStored(); });
+    form.keepValue([this] { showStored(); });
+}
+
+void HotkeyTab::addRecorder(FormSection &section)
+{
+    const SettingsServices &services = m_form.services();
+    m_recorder = new HotkeyRow(services.settings, services.notifications, services.texts, services.scheduler);
+    constexpr int recorderWidth = 120;
+    m_recorder->setMinimumWidth(recorderWidth);
+    m_recorder->onRecordingChanged = services.hotkeyRecordingChanged;
+    section.addRow(u"顯示 / 隱藏翻譯視窗："_s, m_recorder);
+    m_refusal = makeSmallPrint();
+    setTone(*m_refusal, Tone::Bad);
+    section.addWidget(m_refusal);
+}
+
+void HotkeyTab::addFixedHotkey(FormSection &section)
+{
+    auto *fixed = new QLabel(u"⌥ Return"_s);
+    QLabel *label = section.addRow(u"翻譯目前區域："_s, fixed);
+    m_form.keepText([this, fixed, label] {
+        fixed->setAccessibleName(label->text() + u" "_s + fixed->text());
+        fixed->setToolTip(m_form.text(u"按住 Option，再按主鍵盤上的 Return（↩）鍵"_s));
+    });
+}
+
+void HotkeyTab::showStored()
+{
+    m_recorder->showStored();
+    const SettingsStore &store = m_form.services().settings;
+    m_recorder->setToolTip(
+        desktopName(quint32(store.read(settings::hotkeyModifiers)), store.read(settings::hotkeyString)));
+    m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
+    m_refusal->parentWidget()->setVisible(m_form.services().isHotkeyRefused());
+}
+
+} // namespace lucentra

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "FormPage.h"
+
+class QLabel;
+
+namespace lucentra {
+
+class FormSection;
+class HotkeyRow;
+
+/// The recorder of the hotkey that shows and hides the pane, and the fixed one. Main thread only.
+class HotkeyTab : public FormPage
+{
+public:
+    explicit HotkeyTab(SettingsForm &form, QWidget *parent = nullptr);
+
+private:
+    void addRecorder(FormSection &section);
+    void addFixedHotkey(FormSection &section);
+    void showStored();
+
+    SettingsForm &m_form;
+    HotkeyRow *m_recorder = nullptr;
+    QLabel *m_refusal = nullptr;
+};
+
+} // namespace lucentra

@@ -1,0 +1,75 @@
+#include "KeyField.h"
+
+#include "SettingsForm.h"
+#include "TintedSymbol.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+KeyField::KeyField(SettingsForm &form, QWidget *parent)
+    : QWidget(parent)
+    , m_form(form)
+    , m_field(new QLineEdit)
+    , m_show(new QToolButton)
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(m_field, 1);
+    layout->addWidget(m_show);
+    constexpr int fieldWidth = 220;
+    m_field->setMinimumWidth(fieldWidth);
+    m_field->setEchoMode(QLineEdit::Password);
+    m_field->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
+                                 Qt::ImhNoAutoUppercase);
+    setFocusProxy(m_field);
+    m_show->setCheckable(true);
+    m_show->setAutoRaise(true);
+    connect(m_field, &QLineEdit::textEdited, this, [this](const QString &text) {
+        m_wasTyped = true;
+        if (onTyped)
+            onTyped(text);
+    });
+    connect(m_field, &QLineEdit::selectionChanged, this, [this] {
+        if (m_show->isChecked())
+            m_field->deselect();
+    });
+    connect(m_show, &QToolButton::toggled, this, &KeyField::showInClear);
+    form.keepText([this] { nameButton(); });
+    m_show->setIcon(tintedSymbol(u"eye"_s, palette()));
+}
+
+QString KeyField::key() const
+{
+    return m_field->text();
+}
+
+void KeyField::setStoredKey(const QString &key)
+{
+    if (!m_wasTyped)
+        m_field->setText(key);
+}
+
+void KeyField::showInClear(bool inClear)
+{
+    m_field->deselect();
+    m_field->setEchoMode(inClear ? QLineEdit::Normal : QLineEdit::Password);
+    m_show->setIcon(tintedSymbol(inClear ? u"eye-crossed"_s : u"eye"_s, palette()));
+    nameButton();
+}
+
+void KeyField::nameButton()
+{
+    m_field->setAccessibleName(m_form.text(u"API Key"_s));
+    const QString name = m_form.text(m_show->isChecked() ? u"隱藏 API Key"_s : u"顯示 API Key"_s);
+    m_show->setAccessibleName(name);
+    m_show->setToolTip(name);
+}
+
+} // namespace lucentra

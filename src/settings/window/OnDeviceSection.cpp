@@ -1,0 +1,104 @@
+#include "OnDeviceSection.h"
+
+#include "LocalizationManager.h"
+#include "MainQueue.h"
+#include "SettingsForm.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QMap>
+#include <QPointer>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// A language as its own speakers call it.
+QString ownName(const QString &code)
+{
+    if (code == u"en")
+        return u"English"_s; // not that of one country
+    const QString name = QLocale(code).nativeLanguageName();
+    return name.isEmpty() ? code : name;
+}
+
+/// One line a source language: "English → 日本語, 한국어".
+QStringList pairLines(const QList<LanguagePair> &pairs)
+{
+    QMap<QString, QStringList> targets;
+    for (const LanguagePair &pair : pairs)
+        targets[pair.source].append(ownName(pair.target));
+    QStringList lines;
+    for (auto it = targets.cbegin(); it != targets.cend(); ++it)
+        lines.append(ownName(it.key()) + u" → "_s + it.value().join(u", "_s));
+    return lines;
+}
+
+QString statusText(const QList<OnDeviceServiceStatus> &services, const LocalizationManager &texts)
+{
+    QList<LanguagePair> pairs;
+    qint64 phrases = 0;
+    QStringList packages;
+    bool isStripped = false;
+    for (const OnDeviceServiceStatus &service : services) {
+        for (const LanguagePair &pair : service.pairs) {
+            if (!pairs.contains(pair))
+                pairs.append(pair);
+        }
+        phrases += service.phraseCount;
+        packages += service.addableBy;
+        isStripped = isStripped || service.isStripped;
+    }
+    QStringList lines;
+    if (pairs.isEmpty())
+        lines.append(texts.localized(u"沒有可用的語言"_s));
+    else
+        lines << texts.localized(u"這部電腦可以翻譯："_s) << pairLines(pairs);
+    if (phrases > 0)
+        lines.append(texts.formatted(u"%d 個詞句"_s, phrases));
+    if (!packages.isEmpty())
+        lines.append(texts.formatted(u"安裝這些套件也有幫助：%@"_s, packages.join(u' ')));
+    if (isStripped)
+        lines.append(texts.localized(u"這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。"_s));
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+OnDeviceSection::OnDeviceSection(SettingsForm &form, QWidget *parent)
+    : FormSection(form, u"Apple 內建翻譯"_s, parent)
+    , m_status(makeSmallPrint())
+{
+    m_worker.setMaxThreadCount(1);
+    addParagraph([&form] { return form.text(u"您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。"_s); });
+    addWidget(m_status);
+    form.keepText([this] { showStatus(); });
+}
+
+void OnDeviceSection::refresh()
+{
+    const SettingsServices &services = form().services();
+    m_worker.start([self = QPointer(this), &mainQueue = services.mainQueue, status = services.onDeviceStatus] {
+        auto found = status();
+        mainQueue.post([self, found = std::move(found)] {
+            if (!self)
+                return;
+            self->m_services = found;
+            self->m_isKnown = true;
+            self->showStatus();
+        });
+    });
+}
+
+void OnDeviceSection::showStatus()
+{
+    m_status->parentWidget()->setVisible(m_isKnown);
+    if (m_isKnown)
+        m_status->setText(statusText(m_services, form().services().texts));
+}
+
+} // namespace lucentra

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "SettingsServices.h"
+
+#include <QFileSystemWatcher>
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+namespace lucentra {
+
+/// What all parts of the settings form have in common: the services, and how a control stays true. Texts are set anew
+/// when the interface language changes; values are read anew when anything of the settings changes, wherever it was
+/// changed. Main thread only.
+class SettingsForm : public QObject
+{
+public:
+    explicit SettingsForm(const SettingsServices &services, QObject *parent = nullptr);
+
+    const SettingsServices &services() const { return m_services; }
+
+    /// The text for a key in the interface language.
+    QString text(const QString &key) const;
+
+    /// Calls now, and again after each change of the interface language. What the function touches must live as long
+    /// as the form.
+    void keepText(std::function<void()> apply);
+    /// Calls now, and again after each change of a setting.
+    void keepValue(std::function<void()> apply);
+
+    /// Reads every value anew.
+    void refreshValues();
+
+    /// Lets the target language follow the interface language where the user wants that, and tells of it.
+    void followInterfaceLanguage();
+
+private:
+    void refreshTexts();
+
+    const SettingsServices &m_services;
+    std::vector<std::function<void()>> m_texts;
+    std::vector<std::function<void()>> m_values;
+    QFileSystemWatcher m_watcher;
+};
+
+} // namespace lucentra

@@ -1,0 +1,55 @@
+#include "SettingsView.h"
+
+#include "AboutTab.h"
+#include "AppearanceTab.h"
+#include "GeneralTab.h"
+#include "HotkeyTab.h"
+#include "TintedSymbol.h"
+#include "TranslationTab.h"
+
+#include <QEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWidget *parent)
+    : QTabWidget(parent)
+    , m_form(services)
+{
+    setDocumentMode(true);
+    setUsesScrollButtons(false); // the window is as wide as all its tabs
+    setIconSize(QSize(20, 20));
+    addPage(new GeneralTab(m_form), u"一般"_s, u"gear"_s);
+    addPage(new TranslationTab(m_form, keys), u"翻譯"_s, u"book"_s);
+    addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
+    addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);
+    addPage(new AboutTab(m_form), u"關於"_s, u"info"_s);
+}
+
+void SettingsView::addPage(QWidget *page, const QString &titleKey, const QString &symbol)
+{
+    const int index = addTab(page, tintedSymbol(symbol, palette()), QString());
+    m_symbols.append(symbol);
+    m_form.keepText([this, index, titleKey] { setTabText(index, m_form.text(titleKey)); });
+}
+
+void SettingsView::refresh()
+{
+    m_form.refreshValues();
+}
+
+void SettingsView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        showSymbols();
+    QTabWidget::changeEvent(event);
+}
+
+void SettingsView::showSymbols()
+{
+    for (int i = 0; i < m_symbols.size(); ++i)
+        setTabIcon(i, tintedSymbol(m_symbols[i], palette()));
+}
+
+} // namespace lucentra

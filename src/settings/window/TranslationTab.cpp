@@ -1,0 +1,175 @@
+#include "TranslationTab.h"
+
+#include "APIKeys.h"
+#include "ConnectionSection.h"
+#include "ConsentSection.h"
+#include "EngineSection.h"
+#include "NotificationCenter.h"
+#include "OnDeviceSection.h"
+#include "Settings.h"
+#include "SettingsForm.h"
+#include "SettingsStore.h"
+
+#include <QPointer>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+const QList<PickerOption> &engineOptions()
+{
+    static const QList<PickerOption> options{
+        {u"Apple 翻譯"_s, 0}, {u"Google 翻譯"_s, 1}, {u"Microsoft Azure 翻譯"_s, 2}, {u"Gemini"_s, 3}, {u"DeepL"_s, 4},
+        {u"OpenAI"_s, 5},     {u"Claude"_s, 6},      {u"OpenAI 相容 API"_s, 7}};
+    return options;
+}
+
+const QList<PickerOption> &targetOptions()
+{
+    static const QList<PickerOption> options{{u"繁體中文"_s, u"zh-Hant"_s},
+                                             {u"簡體中文"_s, u"zh-Hans"_s},
+                                             {u"英文"_s, u"en"_s},
+                                             {u"日文"_s, u"ja"_s},
+                                             {u"韓文"_s, u"ko"_s}};
+    return options;
+}
+
+FormSection::Binding<QVariant> stored(SettingsStore &store, const Setting<qint64> &setting)
+{
+    return {[&store, setting] { return QVariant(int(store.read(setting))); },
+            [&store, setting](const QVariant &value) { store.write(setting, value.toInt()); }};
+}
+
+} // namespace
+
+TranslationTab::TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent)
+    : FormPage(parent)
+    , m_form(form)
+    , m_keys(keys)
+{
+    addEngineAndLanguageSection();
+    addOperationSection();
+    addEngineSections();
+    m_connection = new ConnectionSection(
+        form, [this] { return canTest(); },
+        [this](std::function<void()> then) { m_keys.afterSaving(this, std::move(then)); });
+    addSection(m_connection);
+    loadKeys();
+    form.keepValue([this] { showSelectedEngine(); });
+}
+
+void TranslationTab::addEngineAndLanguageSection()
+{
+    auto *section = new FormSection(m_form, u"引擎與語系"_s);
+    SettingsStore &store = m_form.services().settings;
+    NotificationCenter &center = m_form.services().notifications;
+    section->addPicker(u"翻譯引擎"_s, engineOptions(), stored(store, settings::translationEngine));
+    section->addPicker(u"目標語言"_s, targetOptions(),
+                       {[&store] { return store.read(settings::targetLanguageCode); },
+                        [&store, &center](const QVariant &code) {
+                            store.write(settings::targetLanguageCode, code.toString());
+                            center.post(notifications::targetLanguageChanged, code);
+                        }});
+    section->addToggle(u"跟隨介面語言"_s, {[&store] { return store.read(settings::targetLanguageFollowsInterface); },
+                                           [this, &store](bool follows) {
+                                               store.write(settings::targetLanguageFollowsInterface, follows);
+                                               if (follows)
+                                                   m_form.followInterfaceLanguage();
+                                           }});
+    addSection(section);
+}
+
+void TranslationTab::addOperationSection()
+{
+    auto *section = new FormSection(m_form, u"操作"_s);
+    SettingsStore &store = m_form.services().settings;
+    NotificationCenter &center = m_form.services().notifications;
+    section->addPicker(u"操作模式"_s, {{u"自動辨識（移動或縮放後）"_s, 0}, {u"手動翻譯（點擊或快捷鍵）"_s, 1}},
+                       stored(store, settings::triggerMode));
+    section->addPicker(u"點擊玻璃板"_s, {{u"單擊翻譯"_s, 0}, {u"雙擊翻譯（建議）"_s, 1}},
+                       {[&store] { return int(store.read(settings::translationClickGesture) != 0); },
+                        [&store, &center](const QVariant &gesture) {
+                            store.write(settings::translationClickGesture, gesture.toInt());
+                            center.post(notifications::translationClickGestureChanged, gesture);
+                        }});
+    section->addFooter(u"自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。"_s);
+    addSection(section);
+}
+
+void TranslationTab::addEngineSections()
+{
+    m_onDevice = new OnDeviceSection(m_form);
+    addSection(m_onDevice);
+    for (const EngineEntry &entry : engineCatalogue()) {
+        if (entry.serviceName.isEmpty())
+            continue;
+        const auto number = size_t(entry.engine);
+        auto *engine = new EngineSection(m_form, entry.engine);
+        engine->onKeyTyped = [this, account = QString(entry.account)](const QString &key) {
+            m_keys.save(account, key);
+            m_connection->refresh();
+        };
+        m_engines[number] = engine;
+        m_consents[number] = new ConsentSection(m_form, entry.engine);
+        addSection(engine);
+        addSection(m_consents[number]);
+    }
+}
+
+void TranslationTab::loadKeys()
+{
+    m_keys.load(this, [this](const QHash<QString, QString> &keys) {
+        for (EngineSection *engine : m_engines) {
+            if (engine)
+                engine->setStoredKey(keys.value(engine->account()));
+        }
+        m_connection->refresh();
+    });
+    m_keys.onSaved = [self = QPointer(this)](const QString &account, bool isSaved) {
+        if (!self)
+            return;
+        for (EngineSection *engine : self->m_engines) {
+            if (engine && engine->account() == account)
+                engine->setSaved(isSaved);
+        }
+    };
+}
+
+void TranslationTab::showSelectedEngine()
+{
+    const auto selected = translationEngine(m_form.services().settings.read(settings::translationEngine));
+    if (!m_hasShown || selected != m_shown) {
+        m_hasShown = true;
+        m_shown = selected;
+        m_onDevice->setVisible(selected == TranslationEngine::apple);
+        for (const EngineEntry &entry : engineCatalogue()) {
+            const auto number = size_t(entry.engine);
+            if (!m_engines[number])
+                continue;
+            m_engines[number]->setVisible(selected == entry.engine);
+            m_consents[number]->setVisible(selected == entry.engine);
+        }
+        if (selected == TranslationEngine::apple)
+            m_onDevice->refresh();
+        m_connection->forget();
+    }
+    m_connection->refresh();
+}
+
+bool TranslationTab::canTest() const
+{
+    const SettingsStore &store = m_form.services().settings;
+    const qint64 number = store.read(settings::translationEngine);
+    const auto engine = translationEngine(number);
+    if (!engine)
+        return false;
+    if (*engine == TranslationEngine::apple)
+        return true;
+    return store.read(settings::consentKey(number)) && m_engines[size_t(*engine)]->isComplete();
+}
+
+} // namespace lucentra

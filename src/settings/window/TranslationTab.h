@@ -1,0 +1,42 @@
+#pragma once
+
+#include "FormPage.h"
+#include "TranslationEngine.h"
+
+#include <array>
+#include <optional>
+
+namespace lucentra {
+
+class APIKeys;
+class ConnectionSection;
+class ConsentSection;
+class EngineSection;
+class OnDeviceSection;
+
+/// Engine and languages, how a translation is started, and what the selected engine needs. Main thread only.
+class TranslationTab : public FormPage
+{
+public:
+    /// The keys outlive the tab.
+    TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent = nullptr);
+
+private:
+    void addEngineAndLanguageSection();
+    void addOperationSection();
+    void addEngineSections();
+    void loadKeys();
+    void showSelectedEngine();
+    bool canTest() const;
+
+    SettingsForm &m_form;
+    APIKeys &m_keys;
+    std::array<EngineSection *, 8> m_engines{};   ///< by number; each belongs to the page
+    std::array<ConsentSection *, 8> m_consents{}; ///< likewise; none for the on-device engine
+    OnDeviceSection *m_onDevice = nullptr;
+    ConnectionSection *m_connection = nullptr;
+    std::optional<TranslationEngine> m_shown; ///< nothing where the stored number is no engine's
+    bool m_hasShown = false;
+};
+
+} // namespace lucentra

@@ -1,0 +1,363 @@
+#include "LaunchAtLogin.h"
+#include "LoginItem.h"
+#include "SettingsView.h"
+
+#include "APIKeys.h"
+#include "FakeSecretStorage.h"
+#include "KeychainStore.h"
+#include "LocalizationManager.h"
+#include "MainQueue.h"
+#include "ManualScheduler.h"
+#include "NotificationCenter.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <optional>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class RefusedLoginItem : public LoginItem
+{
+public:
+    bool isEnabled() const override { return false; }
+    Result<void> setEnabled(bool) override { return tl::unexpected(Failure{.description = u"read-only"_s}); }
+};
+
+/// The form over stores of its own.
+struct Fixture
+{
+    QTemporaryDir folder;
+    SettingsStore settings{folder.filePath(u"preferences.json"_s)};
+    NotificationCenter notifications;
+    LocalizationManager texts{settings, notifications, QString::fromLatin1(PROGRAM_TABLES), {u"zh-Hant"_s}};
+    ManualScheduler scheduler;
+    MainQueue mainQueue;
+    FakeSecretStorage secrets;
+    KeychainStore keychain{secrets, u"test"_s, {}};
+    RefusedLoginItem loginItem;
+    LaunchAtLogin launchAtLogin{loginItem, mainQueue, {}};
+    QStringList posted;
+    bool isHotkeyRefused = false;
+    SettingsServices services{
+        .settings = settings,
+        .texts = texts,
+        .notifications = notifications,
+        .scheduler = scheduler,
+        .mainQueue = mainQueue,
+        .keychain = keychain,
+        .launchAtLogin = launchAtLogin,
+        .testConnection = [](const std::function<void(Result<QString>)> &completion) { completion(u"good"_s); },
+        .onDeviceStatus =
+            [] {
+                return QList<OnDeviceServiceStatus>{{.name = u"Phrases"_s,
+                                                     .pairs = {{u"en"_s, u"ja"_s}, {u"de"_s, u"en"_s}},
+                                                     .addableBy = {u"thunar-data"_s, u"vlc-l10n"_s},
+                                                     .phraseCount = 123456}};
+            },
+        .applyDockPresence = [](bool) {},
+        .hotkeyRecordingChanged = [](bool) {},
+        .isHotkeyRefused = [this] { return isHotkeyRefused; },
+        .fillMenuBar = [](QMenuBar &) {},
+        .settingsFolder = folder.path(),
+        .pagesFolder = QString(),
+        .applicationIcon = QIcon(),
+        .version = u"1.2"_s,
+        .buildNumber = u"3"_s,
+    };
+    std::optional<APIKeys> keys;
+    std::optional<SettingsView> view;
+
+    void show()
+    {
+        for (const QLatin1StringView name :
+             {notifications::targetLanguageChanged, notifications::updateGlassOpacity, notifications::updateNeonBorder})
+            notifications.observe(name, &mainQueue, [this, name](const QVariant &value) {
+                posted.append(value.isValid() ? name + u' ' + value.toString() : QString(name));
+            });
+        keys.emplace(settings, keychain, mainQueue);
+        view.emplace(services, *keys);
+        view->resize(view->minimumSizeHint().expandedTo({520, 440}));
+        view->show();
+        settle();
+    }
+    /// Until what the worker was asked for by now has come back.
+    void settle()
+    {
+        bool isDone = false;
+        keys->afterSaving(&*view, [&isDone] { isDone = true; });
+        QTRY_VERIFY(isDone);
+    }
+    /// Whether the form shows it on its tab.
+    static bool isOffered(const QWidget *control)
+    {
+        for (; control && control->objectName() != u"content"; control = control->parentWidget()) {
+            if (control->isHidden())
+                return false;
+        }
+        return true;
+    }
+    template <typename Control>
+    Control *control(const QString &name)
+    {
+        for (Control *control : view->findChildren<Control *>()) {
+            if ((control->accessibleName() == name || control->property("text") == name) && isOffered(control))
+                return control;
+        }
+        qFatal("no control %s", qPrintable(name));
+    }
+    static void choose(QComboBox *picker, const QVariant &value)
+    {
+        picker->setCurrentIndex(picker->findData(value));
+        Q_EMIT picker->activated(picker->currentIndex());
+    }
+};
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x32, 0x33, 0x36), QColor(0x2a, 0x2b, 0x2e));
+    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x7e, 0xe0));
+    palette.setColor(QPalette::Link, QColor(0x7f, 0xb4, 0xff));
+    return palette;
+}
+
+/// What is cut off of the texts that don't break their lines.
+QStringList clippedTexts(const QWidget &page)
+{
+    QStringList clipped;
+    for (const QWidget *widget : page.findChildren<QWidget *>()) {
+        const auto *label = qobject_cast<const QLabel *>(widget);
+        const bool isText =
+            label || qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QComboBox *>(widget);
+        if (!isText || !widget->isVisible())
+            continue;
+        const bool breaks = label && label->wordWrap();
+        const bool fits = breaks ? label->height() >= label->heightForWidth(label->width())
+                                 : widget->width() >= widget->sizeHint().width() &&
+                                       widget->height() >= widget->minimumSizeHint().height();
+        const QRect inPage(widget->mapTo(&page, QPoint()), widget->size());
+        if (!fits || inPage.right() > page.width() || inPage.left() < 0)
+            clipped.append(widget->property("text").toString() + widget->property("currentText").toString());
+    }
+    return clipped;
+}
+
+} // namespace
+
+class SettingsFormTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void noTextIsCutOff_data();
+    void noTextIsCutOff();
+    void testsNeedWhatTheEngineNeeds_data();
+    void testsNeedWhatTheEngineNeeds();
+    void controlsWriteAndTell();
+    void theTargetFollowsTheInterface();
+    void aRefusedLoginItemSwitchesBack();
+    void theLastOfSeveralKeysWins();
+    void aKeyThatCannotBeSavedIsTriedAgain();
+    void whatWasTypedIsNotOverwrittenByWhatIsLoaded();
+};
+
+void SettingsFormTest::noTextIsCutOff_data()
+{
+    QTest::addColumn<int>("language");
+    QTest::addColumn<bool>("isDark");
+    for (const AppLanguage language : allAppLanguages) {
+        if (language != AppLanguage::System)
+            QTest::addRow("%s", qPrintable(rawValue(language))) << int(language) << false;
+    }
+    QTest::newRow("en-dark") << int(AppLanguage::English) << true;
+    QTest::newRow("ja-dark") << int(AppLanguage::Japanese) << true;
+}
+
+void SettingsFormTest::noTextIsCutOff()
+{
+    QFETCH(int, language);
+    QFETCH(bool, isDark);
+    const QPalette light = QApplication::palette();
+    if (isDark)
+        QApplication::setPalette(darkPalette());
+    const auto restore = qScopeGuard([&] { QApplication::setPalette(light); });
+    Fixture m;
+    m.isHotkeyRefused = true;
+    m.show();
+    m.texts.setLanguage(AppLanguage(language));
+    m.view->resize(m.view->minimumSizeHint().expandedTo({520, 440}));
+    const QString pictures = qEnvironmentVariable("SETTINGS_PICTURES"); // a folder to look at what is drawn
+    for (int tab = 0; tab < m.view->count(); ++tab) {
+        m.view->setCurrentIndex(tab);
+        for (int engine = 0; engine < (tab == 1 ? 8 : 1); ++engine) {
+            m.settings.write(settings::translationEngine, engine);
+            m.view->refresh();
+            QTest::qWait(20);
+            auto *content = m.view->currentWidget()->findChild<QWidget *>(u"content"_s);
+            QVERIFY(content);
+            QCOMPARE(clippedTexts(*content), QStringList());
+            QVERIFY(m.view->tabBar()->width() <= m.view->width());
+            if (!pictures.isEmpty()) {
+                m.view->grab().save(QDir(pictures).filePath(
+                    u"%1-%2-%3.png"_s.arg(QString::fromLatin1(QTest::currentDataTag())).arg(tab).arg(engine)));
+                if (tab == 1)
+                    content->grab().save(QDir(pictures).filePath(
+                        u"%1-%2-%3-whole.png"_s.arg(QString::fromLatin1(QTest::currentDataTag()))
+                            .arg(tab)
+                            .arg(engine)));
+            }
+        }
+    }
+}
+
+void SettingsFormTest::testsNeedWhatTheEngineNeeds_data()
+{
+    QTest::addColumn<int>("engine");
+    QTest::addColumn<bool>("consent");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<bool>("possible");
+    QTest::newRow("on the device: nothing") << 0 << false << QString() << QString() << true;
+    QTest::newRow("Google without a key") << 1 << true << QString() << QString() << true;
+    QTest::newRow("Google without consent") << 1 << false << u"k"_s << QString() << false;
+    QTest::newRow("a key of blanks") << 4 << true << u" \n"_s << QString() << false;
+    QTest::newRow("DeepL") << 4 << true << u"k"_s << QString() << true;
+    QTest::newRow("Microsoft without a region") << 2 << true << u"k"_s << u" "_s << true;
+    QTest::newRow("OpenAI without a model") << 5 << true << u"k"_s << u" "_s << false;
+    QTest::newRow("OpenAI") << 5 << true << u"k"_s << u"m"_s << true;
+    QTest::newRow("a compatible endpoint without a model") << 7 << true << u"k"_s << QString() << false;
+    QTest::newRow("no such engine") << 42 << true << u"k"_s << u"m"_s << false;
+}
+
+void SettingsFormTest::testsNeedWhatTheEngineNeeds()
+{
+    QFETCH(int, engine);
+    QFETCH(bool, consent);
+    QFETCH(QString, key);
+    QFETCH(QString, model);
+    Fixture m;
+    for (const QLatin1StringView account :
+         {"googleApiKey"_L1, "microsoftApiKey"_L1, "deeplApiKey"_L1, "openAIApiKey"_L1, "compatibleApiKey"_L1})
+        m.secrets.secrets.insert(account, key.toUtf8());
+    m.settings.write(settings::translationEngine, engine);
+    m.settings.write(settings::consentKey(engine), consent);
+    m.settings.write(settings::openAIModel, model);
+    m.settings.write(settings::compatibleModel, model);
+    m.settings.write(settings::microsoftApiRegion, model);
+    m.show();
+    QTEST(m.control<QPushButton>(u"測試連線"_s)->isEnabled(), "possible");
+}
+
+void SettingsFormTest::controlsWriteAndTell()
+{
+    Fixture m;
+    m.show();
+    m.control<QSlider>(u"玻璃透明度：75%"_s)->setValue(-5);
+    QCOMPARE(m.settings.read(settings::glassOpacity), 0.1);
+    QVERIFY(!m.control<QSlider>(u"自訂文字大小：20 pt"_s)->isEnabled());
+    m.control<QCheckBox>(u"自動調整文字大小"_s)->click();
+    m.control<QSlider>(u"自訂文字大小：20 pt"_s)->setValue(33);
+    QCOMPARE(m.settings.read(settings::fontSize), 33.0);
+    Fixture::choose(m.control<QComboBox>(u"邊框發光顏色："_s), u"pink"_s);
+    Fixture::choose(m.control<QComboBox>(u"目標語言"_s), u"ko"_s);
+    QCOMPARE(m.posted, (QStringList{u"UpdateGlassOpacity"_s, u"UpdateNeonBorder"_s, u"TargetLanguageChanged ko"_s}));
+    // Each engine has a consent of its own.
+    m.settings.write(settings::consentKey(4), true);
+    Fixture::choose(m.control<QComboBox>(u"翻譯引擎"_s), 4);
+    QVERIFY(m.control<QCheckBox>(u"允許將文字傳送至 DeepL"_s)->isChecked());
+    Fixture::choose(m.control<QComboBox>(u"翻譯引擎"_s), 5);
+    QVERIFY(!m.control<QCheckBox>(u"允許將文字傳送至 OpenAI"_s)->isChecked());
+}
+
+void SettingsFormTest::theTargetFollowsTheInterface()
+{
+    Fixture m;
+    m.show();
+    Fixture::choose(m.control<QComboBox>(u"介面語言"_s), u"ja"_s);
+    QCOMPARE(m.settings.read(settings::targetLanguageCode), u"ja"_s);
+    QCOMPARE(m.posted, QStringList(u"TargetLanguageChanged ja"_s));
+    m.settings.write(settings::targetLanguageFollowsInterface, false);
+    Fixture::choose(m.control<QComboBox>(u"表示言語"_s), u"ko"_s);
+    QCOMPARE(m.settings.read(settings::targetLanguageCode), u"ja"_s);
+}
+
+void SettingsFormTest::aRefusedLoginItemSwitchesBack()
+{
+    Fixture m;
+    m.show();
+    auto *toggle = m.control<QCheckBox>(u"開機自動啟動"_s);
+    toggle->click();
+    QTRY_VERIFY(!toggle->isChecked());
+}
+
+void SettingsFormTest::theLastOfSeveralKeysWins()
+{
+    Fixture m;
+    m.settings.setValue(u"deeplApiKey"_s, u"plain"_s);
+    m.show();
+    QVERIFY(!m.settings.contains(u"deeplApiKey"_s));
+    for (const QString &key : {u"k"_s, u"ke"_s, u"key"_s})
+        m.keys->save(u"deeplApiKey"_s, key);
+    m.settle();
+    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "key");
+    m.keys->save(u"deeplApiKey"_s, {});
+    m.settle();
+    QVERIFY(!m.secrets.secrets.contains(u"deeplApiKey"_s));
+}
+
+void SettingsFormTest::aKeyThatCannotBeSavedIsTriedAgain()
+{
+    Fixture m;
+    m.settings.write(settings::translationEngine, 4);
+    m.show();
+    m.secrets.storeFailure = Failure{.description = u"locked"_s};
+    const auto field = m.control<QLineEdit>(u"API Key"_s);
+    QTest::keyClicks(field, u"abc"_s);
+    m.settle();
+    const auto isSaid = [&] {
+        const auto labels = m.view->findChildren<QLabel *>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+            return label->isVisibleTo(label->window()) && label->text().startsWith(u"API Key 未能存入"_s);
+        });
+    };
+    m.view->setCurrentIndex(1);
+    QTRY_VERIFY(isSaid());
+    QCOMPARE(field->text(), u"abc"_s);
+    m.secrets.storeFailure.reset();
+    m.keys->retryFailed();
+    m.settle();
+    QTRY_VERIFY(!isSaid());
+    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "abc");
+}
+
+void SettingsFormTest::whatWasTypedIsNotOverwrittenByWhatIsLoaded()
+{
+    Fixture m;
+    m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
+    m.settings.write(settings::translationEngine, 4);
+    m.keys.emplace(m.settings, m.keychain, m.mainQueue);
+    m.view.emplace(m.services, *m.keys);
+    m.view->show();
+    auto *field = m.control<QLineEdit>(u"API Key"_s);
+    QTest::keyClicks(field, u"new"_s); // before the load has come back
+    m.settle();
+    QCOMPARE(field->text(), u"new"_s);
+    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "new");
+}
+
+QTEST_MAIN(SettingsFormTest)
+#include "SettingsFormTest.moc"
