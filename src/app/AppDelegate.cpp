@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMenuBar>
 #include <QScreen>
 #include <QWindow>
 
@@ -80,6 +81,7 @@ void AppDelegate::applicationWillTerminate()
 {
     m_hotkeys.unregisterHotkeys();
     qGuiApp->disconnect(this); // the window's end moves the focus once more
+    m_historyWindow.reset();
     m_backdrop->stop();
     m_pass.reset();
     m_services.translationManager().cancelAll();
@@ -164,7 +166,23 @@ void AppDelegate::fillActions()
         if (m_pass) // a press may still wait while the program ends
             m_pass->translateCurrentArea();
     };
+    m_actions.openHistory = [this] { historyWindow().showWindow(); };
+    m_glassView->onHistoryTapped = m_actions.openHistory;
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] { m_autoHide.focusChanged(); });
+}
+
+HistoryWindowController &AppDelegate::historyWindow()
+{
+    if (!m_historyWindow) {
+        m_historyWindow = std::make_unique<HistoryWindowController>(HistoryWindowController::Services{
+            .history = m_history,
+            .settings = m_services.settings(),
+            .texts = m_services.texts(),
+            .scheduler = m_scheduler,
+            .activate = [this](QWindow &window) { m_desktop.windowHints.activate(window); }});
+        m_mainMenu.fillMenuBar(*m_historyWindow->menuBar());
+    }
+    return *m_historyWindow;
 }
 
 void AppDelegate::wireHotkeys()
@@ -201,6 +219,7 @@ void AppDelegate::refreshLocalizedTitles()
     m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
     m_mainMenu.build();
     m_statusItem.build();
+    historyWindow().refreshTexts();
     m_hotkeys.tellStoredCombination(
         [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
 }

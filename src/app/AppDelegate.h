@@ -5,6 +5,7 @@
 #include "CommandLine.h"
 #include "GlassView.h"
 #include "HistoryManager.h"
+#include "HistoryWindowController.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
 #include "PaneAtStart.h"
@@ -44,6 +45,7 @@ private:
     void wirePass();
     void wireBackdrop();
     void fillActions();
+    HistoryWindowController &historyWindow();
     void wireHotkeys();
     void observeNotifications();
     void registerHotkeys();
@@ -68,6 +70,7 @@ private:
     MainMenu m_mainMenu;
     StatusItem m_statusItem;
     AutoHide m_autoHide;
+    std::unique_ptr<HistoryWindowController> m_historyWindow; ///< made when it is first needed
     bool m_hasToldOfMissingTray = false;
 };
 

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "HistoryExport.h"
 #include "LocalizationManager.h"
 #include "TranslationEngine.h"
 
@@ -35,6 +36,8 @@ constexpr std::array optionRows{
     OptionRow{u"engine", u"N", u"使用第 N 個翻譯引擎（0 至 7），不改變設定"},
     OptionRow{u"target", u"CODE", u"翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定"},
     OptionRow{u"output", u"OUT.png", u"將圖片寫入 OUT.png"},
+    OptionRow{u"format", u"csv|json|tsv", u"匯出的格式；未指定時依 FILE 的副檔名，否則為 csv"},
+    OptionRow{u"search", u"TEXT", u"只包含原文或譯文中有 TEXT 的紀錄"},
     OptionRow{u"json", u"", u"同時輸出每一行的譯文與位置"},
     OptionRow{u"timing", u"", u"同時輸出各階段所需的毫秒數"},
 };
@@ -48,6 +51,9 @@ constexpr std::array commandRows{
                u"翻譯一段文字；含漢字的文字一律譯成英文"},
     CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
     CommandRow{u"languages", Command::Languages, u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
+    CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",
+               u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
+    CommandRow{u"entries", Command::Entries, u"", u"json search", u"", u"列出歷史紀錄"},
     CommandRow{u"toggle", Command::Toggle, u"", u"", u"", u"顯示或隱藏翻譯板", u"Toggle", true},
     CommandRow{u"show", Command::Show, u"", u"", u"", u"顯示翻譯板", u"Show", true},
     CommandRow{u"hide", Command::Hide, u"", u"", u"", u"隱藏翻譯板", u"Hide"},
@@ -106,6 +112,11 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
     } else if (option == u"target") {
         invocation.target = value;
         return !value.isEmpty();
+    } else if (option == u"search") {
+        invocation.search = value;
+    } else if (option == u"format") {
+        invocation.format = value;
+        return exportFormat(value).has_value();
     } else if (option == u"engine") {
         bool isNumber = false;
         const int number = value.toInt(&isNumber);

@@ -23,6 +23,8 @@ struct Invocation
         Text,
         TestConnection,
         Languages,
+        Export,
+        Entries,
         Toggle,
         Show,
         Hide,
@@ -33,10 +35,12 @@ struct Invocation
     };
 
     Command command = Command::Help;
-    QString argument;              ///< the one positional argument: a picture's path, or a text
+    QString argument;              ///< the one positional argument: a file's path, or a text
     QString output;                ///< --output
     std::optional<int> engine;     ///< --engine: a raw value of `TranslationEngine`
     std::optional<QString> target; ///< --target: a language code
+    std::optional<QString> format; ///< --format: a name of an `ExportFormat`
+    QString search;                ///< --search
     bool json = false;             ///< --json
     bool timing = false;           ///< --timing
 

@@ -82,6 +82,12 @@ ExitCode run(const Invocation &invocation, Services &services)
     case Command::Languages:
         output = languagesCommand(invocation, services);
         break;
+    case Command::Export:
+        output = exportCommand(invocation, services);
+        break;
+    case Command::Entries:
+        output = entriesCommand(invocation, services);
+        break;
     }
     if (!output) {
         printLine(stderr, output.error().description);

@@ -28,6 +28,10 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
 Result<CommandOutput> textCommand(const Invocation &invocation, Services &services);
 /// What translates on this machine: its services, language pairs, phrases and the age of their cache.
 Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services);
+/// Writes the entries of the history that match the search to a file, for other programs.
+Result<CommandOutput> exportCommand(const Invocation &invocation, Services &services);
+/// Prints these entries, as JSON or as lines of original and translation.
+Result<CommandOutput> entriesCommand(const Invocation &invocation, Services &services);
 /// Asks the chosen engine for one word.
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
 /// Has the running program carry the command out.

@@ -3,6 +3,7 @@
 #include "Text.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -110,17 +111,30 @@ Result<QList<HistoryItem>> readHistoryFile(const QString &path)
     return decodeHistory(json);
 }
 
-Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items)
+void createFolderOf(const QString &path)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QFileInfo::exists(folder) && QDir().mkpath(folder))
+        QFile::setPermissions(folder, ownerOnly | QFileDevice::ExeOwner);
+}
+
+Result<void> writePrivateFile(const QString &path, const QByteArray &content)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return failure(file.errorString());
     // Still empty, so nothing can have been read with the permissions that it was created with.
     file.setPermissions(ownerOnly);
-    file.write(encodeHistory(items));
+    file.write(content);
     if (!file.commit()) // syncs
         return failure(file.errorString());
     return {};
+}
+
+Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items)
+{
+    createFolderOf(path);
+    return writePrivateFile(path, encodeHistory(items));
 }
 
 Result<void> keepUnreadableFile(const QString &path)
@@ -135,6 +149,16 @@ Result<void> keepUnreadableFile(const QString &path)
         return failure(file.errorString());
     file.setPermissions(ownerOnly);
     return {};
+}
+
+void removeUnfinishedCopies(const QString &path)
+{
+    const QFileInfo info(path);
+    QDir folder(info.absolutePath());
+    // The name that QSaveFile gives them: six letters behind the file's own.
+    const QStringList names = folder.entryList({info.fileName() + u".??????"_s}, QDir::Files | QDir::NoSymLinks);
+    for (const QString &name : names)
+        folder.remove(name);
 }
 
 } // namespace lucentra

@@ -3,9 +3,6 @@
 #include "HistoryFile.h"
 #include "MainQueue.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QPointer>
 #include <QSet>
 #include <QStandardPaths>
@@ -18,14 +15,6 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
-
-/// A failure shows when the file is written.
-void createFolderOf(const QString &filePath)
-{
-    const QString folder = QFileInfo(filePath).absolutePath();
-    if (!QFileInfo::exists(folder) && QDir().mkpath(folder))
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
 
 auto itemWithId(const QUuid &id)
 {
@@ -47,6 +36,7 @@ HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue,
     , m_writer(filePath, m_diagnostics)
 {
     createFolderOf(filePath);
+    removeUnfinishedCopies(filePath);
     load(filePath);
 }
 
@@ -61,6 +51,7 @@ void HistoryManager::load(const QString &filePath)
     auto items = readHistoryFile(filePath);
     if (!items) {
         m_writer.preserveUnreadableFile();
+        m_wasUnreadable = true;
         if (m_diagnostics)
             m_diagnostics(u"Failed to load history: "_s + items.error().description);
         return;
@@ -84,6 +75,8 @@ void HistoryManager::assignLoaded()
 
 void HistoryManager::add(const QString &originalText, const QString &translatedText)
 {
+    if (m_isPaused)
+        return;
     assignLoaded();
     if (!m_history.isEmpty() && m_history.first().originalText == originalText &&
         m_history.first().translatedText == translatedText)

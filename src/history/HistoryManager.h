@@ -11,6 +11,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace lucentra {
 
@@ -32,9 +33,10 @@ public:
     /// The user's file: "Lucentra/history.json" where the desktop keeps the data of programs.
     static QString userFilePath();
 
-    /// Creates the file's folder where it is missing and reads the file. Its list is assigned through the main queue,
-    /// as it stands. A file that can't be read leaves the history empty, with one diagnostic line; it is kept beside
-    /// the new one when that is first written. `diagnostics` may be called on the writer's thread, too.
+    /// Creates the file's folder where it is missing, removes what a killed process left unfinished, and reads the
+    /// file. Its list is assigned through the main queue, as it stands. A file that can't be read leaves the history
+    /// empty, with one diagnostic line; it is kept beside the new one when that is first written. `diagnostics` may be
+    /// called on the writer's thread, too.
     HistoryManager(const QString &filePath, MainQueue &mainQueue, std::function<void(const QString &)> diagnostics,
                    QObject *parent = nullptr);
     ~HistoryManager() override;
@@ -56,6 +58,13 @@ public:
     /// Puts deleted entries back at the places that their times tell; those that are there already are left out.
     void restore(const QList<HistoryItem> &items);
 
+    /// While paused, `add` records nothing. It ends with the program.
+    void setPaused(bool isPaused) { m_isPaused = isPaused; }
+    bool isPaused() const { return m_isPaused; }
+
+    /// True once, for whoever tells the user, where the file could not be read.
+    bool takeUnreadableNotice() { return std::exchange(m_wasUnreadable, false); }
+
     /// Records what was added, and blocks until the file is written.
     void finish();
 
@@ -75,6 +84,8 @@ private:
     QList<HistoryItem> m_history;
     std::optional<QList<HistoryItem>> m_loaded; ///< read, but not yet assigned
     std::deque<HistoryItem> m_waiting;          ///< added, but not yet in the list
+    bool m_isPaused = false;
+    bool m_wasUnreadable = false;
     HistoryWriter m_writer;
 };
 

@@ -1,0 +1,111 @@
+#include "HistoryExport.h"
+
+#include "HistoryFile.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+QString timeOf(const HistoryItem &item)
+{
+    return dateOf(item.timestamp).toUTC().toString(Qt::ISODate);
+}
+
+QString field(QString text, QChar separator)
+{
+    const bool needsQuotes =
+        text.contains(separator) || text.contains(u'"') || text.contains(u'\n') || text.contains(u'\r');
+    if (!needsQuotes)
+        return text;
+    return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
+}
+
+QString line(const QStringList &fields, QChar separator)
+{
+    QStringList quoted;
+    for (const QString &each : fields)
+        quoted.append(field(each, separator));
+    return quoted.join(separator);
+}
+
+QByteArray csv(const QList<HistoryItem> &items)
+{
+    QString text = u"timestamp,original,translation,starred\r\n"_s;
+    for (const HistoryItem &item : items)
+        text += line({timeOf(item), item.originalText, item.translatedText, item.isStarred ? u"true"_s : u"false"_s},
+                     u',') +
+                u"\r\n"_s;
+    return text.toUtf8();
+}
+
+QByteArray tsv(const QList<HistoryItem> &items)
+{
+    QString text;
+    for (const HistoryItem &item : items)
+        text += line({item.originalText, item.translatedText}, u'\t') + u'\n';
+    return text.toUtf8();
+}
+
+QByteArray json(const QList<HistoryItem> &items)
+{
+    QJsonArray array;
+    for (const HistoryItem &item : items)
+        array.append(QJsonObject{{u"id"_s, item.id.toString(QUuid::WithoutBraces).toUpper()},
+                                 {u"timestamp"_s, timeOf(item)},
+                                 {u"originalText"_s, item.originalText},
+                                 {u"translatedText"_s, item.translatedText},
+                                 {u"isStarred"_s, item.isStarred}});
+    return QJsonDocument(array).toJson(QJsonDocument::Indented);
+}
+
+} // namespace
+
+std::optional<ExportFormat> exportFormat(const QString &name)
+{
+    const QString lower = name.toLower();
+    for (const ExportFormat format : {ExportFormat::Csv, ExportFormat::Json, ExportFormat::Tsv}) {
+        if (lower == exportSuffix(format))
+            return format;
+    }
+    return std::nullopt;
+}
+
+QString exportSuffix(ExportFormat format)
+{
+    switch (format) {
+    case ExportFormat::Csv:
+        return u"csv"_s;
+    case ExportFormat::Json:
+        return u"json"_s;
+    case ExportFormat::Tsv:
+        break;
+    }
+    return u"tsv"_s;
+}
+
+QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format)
+{
+    switch (format) {
+    case ExportFormat::Csv:
+        return csv(items);
+    case ExportFormat::Json:
+        return json(items);
+    case ExportFormat::Tsv:
+        break;
+    }
+    return tsv(items);
+}
+
+Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path)
+{
+    return writePrivateFile(path, exportedHistory(items, format));
+}
+
+} // namespace lucentra

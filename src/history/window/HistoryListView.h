@@ -1,0 +1,92 @@
+#pragma once
+
+#include "HistoryRowLayout.h"
+
+#include <QListView>
+#include <QPersistentModelIndex>
+#include <QUuid>
+
+#include <utility>
+#include <vector>
+
+namespace lucentra {
+
+class HistoryListModel;
+class HistoryRowDelegate;
+
+/// A list whose rows have heights of their own. Only rows that come into sight are laid out; those of the others are
+/// taken as likely, and what is seen stays in its place when they turn out otherwise. Main thread only.
+class HistoryListView : public QListView
+{
+    Q_OBJECT
+
+public:
+    /// Both must outlive the view.
+    HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate, QWidget *parent = nullptr);
+
+    /// Lays every row out anew: texts or fonts are others.
+    void relayout();
+    /// Shows all of the current entry, or no longer.
+    void toggleExpanded(const QModelIndex &index);
+
+    QRect visualRect(const QModelIndex &index) const override;
+    QModelIndex indexAt(const QPoint &point) const override;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    void doItemsLayout() override;
+
+Q_SIGNALS:
+    /// A control of a row was pressed.
+    void actionTriggered(const QModelIndex &index, lucentra::RowAction action);
+
+protected:
+    QModelIndex moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers) override;
+    int horizontalOffset() const override { return 0; }
+    int verticalOffset() const override;
+    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
+    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
+    void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+
+private:
+    struct Row
+    {
+        int height = 0;
+        bool isMeasured = false;
+    };
+
+    int rowWidth() const;
+    int rowAt(int y) const;
+    void readRows();
+    void sumUp();
+    bool measure(int row);
+    void measureVisible();
+    void keepAnchor();
+    void placeAtAnchor();
+    std::optional<RowAction> actionAt(QPoint point) const;
+    void hover(QPoint point);
+    void endHover();
+
+    HistoryListModel &m_model;
+    HistoryRowDelegate &m_delegate;
+    std::vector<Row> m_rows;
+    std::vector<int> m_tops; ///< of each row, and where the last one ends
+    QHash<QUuid, int> m_measuredHeights;
+    int m_measuredWidth = 0;
+    QPersistentModelIndex m_anchor; ///< the first row in sight
+    int m_anchorOffset = 0;         ///< how much of it lies above
+    bool m_isArranging = false;
+    QPersistentModelIndex m_hovered;
+    std::optional<std::pair<QUuid, RowAction>> m_pressed;
+};
+
+} // namespace lucentra

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "HistoryItem.h"
+#include "TextFlow.h"
+
+#include <QList>
+#include <QPalette>
+#include <QRectF>
+#include <QString>
+
+#include <optional>
+
+class QPainter;
+
+namespace lucentra {
+
+class LocalizationManager;
+
+/// What can be done with an entry.
+enum class RowAction { Star, CopyOriginal, CopyTranslation, Delete };
+
+/// How an entry looks beyond its content.
+struct RowState
+{
+    bool isActive = false; ///< its controls stand out
+    bool isSelected = false;
+    std::optional<RowAction> hovered; ///< the control under the pointer
+    bool hasCopiedOriginal = false;   ///< tells so instead of offering it
+    bool hasCopiedTranslation = false;
+};
+
+/// One entry as a card: its time, its texts, and a row of controls. Coordinates are points, the origin is the card's
+/// top-left corner. Main thread only.
+class HistoryRowLayout
+{
+public:
+    HistoryRowLayout(const HistoryItem &item, qreal width, const HistorySearch &search, bool isExpanded,
+                     const LocalizationManager &texts);
+
+    qreal height() const { return m_height; }
+    /// Something is left out that expanding the entry would show.
+    bool isCutOff() const { return m_original.isCutOff() || m_translation.isCutOff(); }
+
+    std::optional<RowAction> actionAt(QPointF point) const;
+    /// What a control does, for its tool tip.
+    QString help(RowAction action) const;
+
+    void paint(QPainter &painter, QPointF origin, const QPalette &palette, const RowState &state) const;
+
+private:
+    struct Button
+    {
+        RowAction action;
+        QRectF rect;
+        QString title;     ///< empty: only a symbol
+        QString doneTitle; ///< for a while after the action
+        QString help;
+    };
+
+    void placeButtons(const LocalizationManager &texts);
+    void paintCard(QPainter &painter, QPointF origin, const QPalette &palette, const RowState &state) const;
+    void paintButton(QPainter &painter, QPointF origin, const Button &button, const QPalette &palette,
+                     const RowState &state) const;
+
+    const bool m_isStarred;
+    const qreal m_width;
+    const QString m_time;
+    TextFlow m_original;
+    TextFlow m_translation;
+    qreal m_originalTop;
+    qreal m_translationTop;
+    qreal m_buttonsTop;
+    qreal m_height;
+    QList<Button> m_buttons;
+};
+
+} // namespace lucentra

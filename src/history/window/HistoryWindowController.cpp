@@ -1,0 +1,86 @@
+#include "HistoryWindowController.h"
+
+#include "HistoryView.h"
+#include "LocalizationManager.h"
+#include "SettingsStore.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr QSize initialSize(450, 600);
+
+/// The window's place and size as the toolkit writes them, in base 64.
+constexpr Setting<QString> frameSetting{"HistoryWindow"_L1, u""};
+
+} // namespace
+
+HistoryWindowController::HistoryWindowController(const Services &services)
+    : m_services(services)
+    , m_view(new HistoryView(services.history, services.texts, services.scheduler))
+{
+    setCentralWidget(m_view);
+    connect(m_view, &HistoryView::closeRequested, this, &QWidget::close);
+    refreshTexts();
+    restoreFrame();
+}
+
+HistoryWindowController::~HistoryWindowController()
+{
+    if (isVisible())
+        saveFrame();
+}
+
+void HistoryWindowController::restoreFrame()
+{
+    const QByteArray frame = QByteArray::fromBase64(m_services.settings.read(frameSetting).toLatin1());
+    if (restoreGeometry(frame))
+        return;
+    resize(initialSize);
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
+}
+
+void HistoryWindowController::saveFrame()
+{
+    m_services.settings.write(frameSetting, QString::fromLatin1(saveGeometry().toBase64()));
+}
+
+void HistoryWindowController::showWindow()
+{
+    if (isMinimized())
+        showNormal();
+    else
+        show();
+    raise();
+    activateWindow();
+    if (m_services.activate)
+        m_services.activate(*windowHandle());
+}
+
+void HistoryWindowController::refreshTexts()
+{
+    setWindowTitle(m_services.texts.localized(u"翻譯歷史紀錄"_s));
+    m_view->retranslate();
+}
+
+void HistoryWindowController::closeEvent(QCloseEvent *event)
+{
+    m_view->windowClosed();
+    QMainWindow::closeEvent(event);
+}
+
+void HistoryWindowController::hideEvent(QHideEvent *event)
+{
+    saveFrame();
+    QMainWindow::hideEvent(event);
+}
+
+} // namespace lucentra
