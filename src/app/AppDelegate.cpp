@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "DesktopNotice.h"
+#include "ManualInputView.h"
 #include "Settings.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
@@ -40,6 +41,7 @@ AppDelegate::AppDelegate(DiagnosticLine diagnostics)
     , m_hotkeys(
           m_services.settings(), m_desktop.hotkeys, m_services.mainQueue(), [this] { return isPaneKeyWindow(); },
           diagnostics)
+    , m_manualInput(m_scheduler, m_services.mainQueue(), copyToClipboard)
     , m_mainMenu(m_services.texts(), m_actions)
     , m_statusItem(m_services.texts(), m_actions, m_scheduler, [this] { return m_desktop.hasTray(); })
     , m_autoHide(
@@ -63,6 +65,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_services.texts().syncTargetLanguage();
     createGlassWindow();
     wirePass();
+    wireManualInput();
     wireBackdrop();
     fillActions();
     if (paneAtStart == PaneAtStart::Shown)
@@ -136,7 +139,29 @@ void AppDelegate::wirePass()
     m_pass = std::make_unique<TranslationPass>(*m_glassView, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
     m_glassView->onTranslateTapped = [this] { m_pass->startCapturePass(); };
-    m_window->onUserMoved = [this] { m_pass->scheduleDebouncedCapture(); };
+    m_window->onUserMoved = [this] {
+        if (!m_glassView->isInputMode()) // typed text is not to be covered by the screen's
+            m_pass->scheduleDebouncedCapture();
+    };
+}
+
+void AppDelegate::wireManualInput()
+{
+    m_manualInput.onTranslate = [&manager = m_services.translationManager()](
+                                    const QString &text, const ManualInputViewModel::Completion &completion) {
+        manager.translateText(text, completion);
+    };
+    m_manualInput.onNote = [this](const QString &note) { m_glassView->showTemporaryHint(note); };
+    m_glassView->manualInput = {
+        .makePanel =
+            [this](QWidget *parent) {
+                return new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
+                                           m_desktop.displayOptions.options().reduceMotion, parent);
+            },
+        .submit = [this] { m_manualInput.translateNow(); },
+        .copy = [this] { m_manualInput.copyResult(); },
+        .reset = [this] { m_manualInput.reset(); },
+    };
 }
 
 void AppDelegate::wireBackdrop()

@@ -8,6 +8,7 @@
 #include "HistoryWindowController.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
+#include "ManualInputViewModel.h"
 #include "PaneAtStart.h"
 #include "Scheduler.h"
 #include "Services.h"
@@ -43,6 +44,7 @@ public:
 private:
     void createGlassWindow();
     void wirePass();
+    void wireManualInput();
     void wireBackdrop();
     void fillActions();
     HistoryWindowController &historyWindow();
@@ -62,6 +64,7 @@ private:
     HistoryManager m_history;
     X11Desktop m_desktop;
     HotkeyManager m_hotkeys;
+    ManualInputViewModel m_manualInput;
     std::unique_ptr<TransparentWindow> m_window;
     GlassView *m_glassView = nullptr; ///< belongs to the window
     std::unique_ptr<TranslationPass> m_pass;

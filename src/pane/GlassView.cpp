@@ -178,13 +178,13 @@ void GlassView::toggleInputMode()
 {
     m_isInputMode = !m_isInputMode;
     updateCapsuleState();
+    if (manualInput.reset)
+        manualInput.reset();
     if (m_isInputMode) {
         dismissPristineHint();
         clearOverlays();
         showManualInput();
     } else {
-        if (manualInput.reset)
-            manualInput.reset();
         hideManualInput();
     }
     showHint(m_services.texts.localized(m_isInputMode ? u"手動輸入"_s : u"框選翻譯"_s), true);
@@ -208,6 +208,8 @@ void GlassView::hideManualInput()
         return;
     QWidget *panel = m_inputPanel;
     m_inputPanel.clear();
+    if (panel->isAncestorOf(focusWidget()))
+        setFocus(); // what is typed while it goes is no text any more
     if (m_displayOptions.reduceMotion)
         delete panel;
     else

@@ -97,7 +97,7 @@ void ShellTest::titlesFollowTheInterfaceLanguage()
     }
     QCOMPARE(titles, (QStringList{u"Show/Hide Translation Pane | Ctrl+Shift+K"_s,
                                   u"Translate Current Area | Alt+Return"_s, u"-"_s, u"Quit Lucentra | Ctrl+Q"_s,
-                                  u"Lucentra"_s, u"Edit"_s, u"Translate"_s, u"Window"_s, u"Close"_s}));
+                                  u"Lucentra"_s, u"Edit"_s, u"Translation"_s, u"Window"_s, u"Close"_s}));
 }
 
 void ShellTest::itemsWithoutAnActionAreLeftOut()

@@ -14,7 +14,7 @@ ALLOWED = {
     "translation": {"history", "settings", "platform", "support"},
     "capture": {"translation", "history", "settings", "platform", "support"},
     "pane": {"capture", "translation", "history", "settings", "platform", "support"},
-    "manual": {"capture", "translation", "history", "settings", "platform", "support"},
+    "manual": {"pane", "capture", "translation", "history", "settings", "platform", "support"},
     "history/window": {"capture", "translation", "history", "settings", "platform", "support"},
     "settings/window": {"capture", "translation", "history", "settings", "platform", "support"},
 }

@@ -1,0 +1,102 @@
+#include "LongTextEdit.h"
+
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The state of a block that goes on with the line of the one before it.
+constexpr int goesOn = 1;
+
+/// How much of a long line's rest makes a piece: up to a space, or else between two characters.
+qsizetype pieceLength(QStringView rest)
+{
+    if (rest.size() <= LongTextEdit::greatestPiece)
+        return rest.size();
+    const qsizetype space = rest.lastIndexOf(u' ', LongTextEdit::greatestPiece - 1);
+    if (space > 0)
+        return space + 1;
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, rest.first(LongTextEdit::greatestPiece + 1));
+    characters.setPosition(LongTextEdit::greatestPiece);
+    if (!characters.isAtBoundary())
+        characters.toPreviousBoundary();
+    return characters.position() > 0 ? characters.position() : LongTextEdit::greatestPiece;
+}
+
+QString withPlainLineEnds(QString text)
+{
+    return text.replace("\r\n"_L1, "\n"_L1).replace(u'\r', u'\n').replace(QChar::ParagraphSeparator, u'\n');
+}
+
+} // namespace
+
+QString LongTextEdit::wholeText() const
+{
+    return textBetween(0, document()->characterCount());
+}
+
+void LongTextEdit::setWholeText(const QString &text)
+{
+    clear();
+    insertWhole(textCursor(), withPlainLineEnds(text));
+    moveCursor(QTextCursor::Start);
+}
+
+void LongTextEdit::insertFromMimeData(const QMimeData *source)
+{
+    if (!source->hasText())
+        return;
+    insertWhole(textCursor(), withPlainLineEnds(source->text()));
+    ensureCursorVisible();
+}
+
+void LongTextEdit::insertWhole(QTextCursor cursor, const QString &text)
+{
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    bool isFirstLine = true;
+    for (QStringView line : QStringView(text).split(u'\n')) {
+        if (!std::exchange(isFirstLine, false))
+            cursor.insertBlock();
+        for (;;) {
+            const qsizetype length = pieceLength(line);
+            cursor.insertText(line.first(length).toString());
+            line = line.sliced(length);
+            if (line.isEmpty())
+                break;
+            cursor.insertBlock();
+            cursor.block().setUserState(goesOn);
+        }
+    }
+    cursor.endEditBlock();
+}
+
+QMimeData *LongTextEdit::createMimeDataFromSelection() const
+{
+    auto *copied = new QMimeData;
+    copied->setText(textBetween(textCursor().selectionStart(), textCursor().selectionEnd()));
+    return copied;
+}
+
+QString LongTextEdit::textBetween(int start, int end) const
+{
+    QString text;
+    for (QTextBlock block = document()->findBlock(start); block.isValid() && block.position() <= end;
+         block = block.next()) {
+        const int skipped = std::max(0, start - block.position());
+        if (skipped == 0 && block.position() > start && block.userState() != goesOn)
+            text += u'\n';
+        text += QStringView(block.text()).mid(skipped, end - block.position() - skipped);
+    }
+    return text.replace(QChar::LineSeparator, u'\n');
+}
+
+} // namespace lucentra

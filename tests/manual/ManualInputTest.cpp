@@ -1,0 +1,234 @@
+#include "MainQueue.h"
+#include "ManualInputView.h"
+#include "ManualInputViewModel.h"
+#include "ManualScheduler.h"
+#include "TestTexts.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QPlainTextEdit>
+#include <QTest>
+
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using namespace lucentra;
+
+namespace {
+
+/// A model whose requests are kept and answered when a test says so.
+struct Typing
+{
+    Typing()
+    {
+        model->onTranslate = [this](const QString &text, ManualInputViewModel::Completion completion) {
+            requests << text;
+            completions << std::move(completion);
+        };
+        model->onNote = [this](const QString &note) { notes << note; };
+    }
+
+    void answer(int request, const QString &text, const QString &note = {})
+    {
+        completions.at(request)({.text = text, .note = note});
+        queue.drain();
+    }
+
+    /// "=text" types, "+ms" waits, "!" translates now, "n>text" answers the request n; "copy" and "reset".
+    void perform(const QString &step)
+    {
+        if (step.startsWith(u'='))
+            model->setInputText(step.mid(1));
+        else if (step.startsWith(u'+'))
+            clock.advance(std::chrono::milliseconds(step.mid(1).toInt()));
+        else if (step == u"!")
+            model->translateNow();
+        else if (step == u"copy")
+            model->copyResult();
+        else if (step == u"reset")
+            model->reset();
+        else
+            answer(step.section(u'>', 0, 0).toInt(), step.section(u'>', 1));
+        queue.drain();
+    }
+
+    /// The translation, and what goes on: "…" a request, "✓" a copy that is told of.
+    QString shown() const
+    {
+        return model->translatedText() + (model->isTranslating() ? u"…"_s : QString()) +
+               (model->isCopied() ? u"✓"_s : QString());
+    }
+
+    ManualScheduler clock;
+    MainQueue queue;
+    QStringList requests;
+    QStringList notes;
+    QStringList copies;
+    QList<ManualInputViewModel::Completion> completions;
+    std::unique_ptr<ManualInputViewModel> model =
+        std::make_unique<ManualInputViewModel>(clock, queue, [this](const QString &text) { copies << text; });
+};
+
+} // namespace
+
+class ManualInputTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatIsSentAndShown_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QStringList>("requests");
+        QTest::addColumn<QString>("shown");
+        const auto row = [](const char *name, const QStringList &steps, const QStringList &requests,
+                            const QString &shown) { QTest::newRow(name) << steps << requests << shown; };
+
+        const QStringList threeKeys{u"=a"_s, u"+400"_s, u"=ab"_s, u"+400"_s, u"=abc"_s, u"+599"_s};
+        row("a moment before the pause's end", threeKeys, {}, u""_s);
+        row("three keys, then a pause", threeKeys + QStringList{u"+1"_s}, {u"abc"_s}, u"…"_s);
+        row("white space around it", {u"= \n a\u3000b\t\n"_s, u"+600"_s, u"0>AB"_s}, {u"a\u3000b"_s}, u"AB"_s);
+        row("nothing but white space", {u"= \n\u3000"_s, u"!"_s, u"+600"_s}, {}, u""_s);
+        row("emptied after a translation", {u"=a"_s, u"+600"_s, u"0>A"_s, u"= "_s, u"+600"_s}, {u"a"_s}, u""_s);
+        row("emptied while one is under way", {u"=a"_s, u"+600"_s, u"="_s, u"0>A"_s}, {u"a"_s}, u""_s);
+
+        const QStringList overtaken{u"=a"_s, u"+600"_s, u"=ab"_s, u"0>A"_s};
+        row("an answer to a text that went on", overtaken, {u"a"_s}, u"…"_s);
+        row("the answer to the longer text", overtaken + QStringList{u"+600"_s, u"1>AB"_s}, {u"a"_s, u"ab"_s}, u"AB"_s);
+        row("the older answer comes last", {u"=a"_s, u"+600"_s, u"=ab"_s, u"+600"_s, u"1>AB"_s, u"0>A"_s},
+            {u"a"_s, u"ab"_s}, u"AB"_s);
+        row("the text is again what was sent", {u"=a"_s, u"+600"_s, u"=ab"_s, u"=a "_s, u"0>A"_s}, {u"a"_s}, u"A"_s);
+        row("the old translation stays until the new one comes", {u"=a"_s, u"!"_s, u"0>A"_s, u"=ab"_s, u"+600"_s},
+            {u"a"_s, u"ab"_s}, u"A…"_s);
+
+        row("now, and the pause sends nothing more", {u"=a"_s, u"+300"_s, u"!"_s, u"+600"_s}, {u"a"_s}, u"…"_s);
+        row("the same text twice, first answer", {u"=a"_s, u"!"_s, u"!"_s, u"0>first"_s}, {u"a"_s, u"a"_s}, u"…"_s);
+        row("the same text twice, both", {u"=a"_s, u"!"_s, u"!"_s, u"1>second"_s, u"0>first"_s}, {u"a"_s, u"a"_s},
+            u"second"_s);
+
+        row("reset within the pause", {u"=a"_s, u"+300"_s, u"reset"_s, u"+600"_s}, {}, u""_s);
+        row("reset while one is under way", {u"=a"_s, u"!"_s, u"reset"_s, u"0>A"_s}, {u"a"_s}, u""_s);
+        row("reset, and the same text again", {u"=a"_s, u"!"_s, u"reset"_s, u"=a"_s, u"0>A"_s, u"!"_s, u"1>B"_s},
+            {u"a"_s, u"a"_s}, u"B"_s);
+
+        const QStringList translated{u"=a"_s, u"!"_s, u"0>A"_s};
+        const QStringList copiedTwice = translated + QStringList{u"copy"_s, u"+1000"_s, u"copy"_s, u"+1499"_s};
+        row("copied twice, the second is still told of", copiedTwice, {u"a"_s}, u"A✓"_s);
+        row("copied twice, and told of", copiedTwice + QStringList{u"+1"_s}, {u"a"_s}, u"A"_s);
+        row("nothing to copy", {u"=a"_s, u"!"_s, u"copy"_s}, {u"a"_s}, u"…"_s);
+        row("reset ends what is told", translated + QStringList{u"copy"_s, u"reset"_s}, {u"a"_s}, u""_s);
+    }
+
+    void whatIsSentAndShown()
+    {
+        QFETCH(QStringList, steps);
+        Typing typing;
+        for (const QString &step : steps)
+            typing.perform(step);
+        QTEST(typing.requests, "requests");
+        QTEST(typing.shown(), "shown");
+        QCOMPARE(typing.copies.size(), steps.contains(u"0>A"_s) ? steps.count(u"copy"_s) : 0);
+    }
+
+    void emptiedAndTypedAgainAtOnce()
+    {
+        Typing typing;
+        typing.perform(u"=a"_s);
+        typing.model->translateNow();
+        typing.model->setInputText({});
+        typing.model->setInputText(u"b"_s);
+        typing.model->translateNow();
+        typing.queue.drain();
+        QCOMPARE(typing.shown(), u"…"_s); // of "b": its wheel isn't stopped by what the empty text left behind
+    }
+
+    void notesComeWithWhatIsShown()
+    {
+        Typing typing;
+        typing.model->setInputText(u"a"_s);
+        typing.model->translateNow();
+        typing.model->translateNow();
+        typing.answer(0, u"A"_s, u"stale"_s);
+        typing.answer(1, u"A"_s, u"why"_s);
+        QCOMPARE(typing.notes, QStringList{u"why"_s});
+    }
+
+    void answersFromAnotherThreadAndAfterTheEnd()
+    {
+        Typing typing;
+        typing.model->setInputText(u"a"_s);
+        typing.model->translateNow();
+        std::thread([&] { typing.completions[0]({.text = u"A"_s}); }).join();
+        QCOMPARE(typing.shown(), u"…"_s);
+        typing.queue.drain();
+        QCOMPARE(typing.shown(), u"A"_s);
+        typing.model->setInputText({});
+        typing.model.reset();
+        typing.answer(0, u"too late"_s);
+        QVERIFY(typing.clock.isIdle());
+    }
+
+    void whatAnInputMethodComposesIsNotSent()
+    {
+        Typing typing;
+        TestTexts texts;
+        ManualInputView view(*typing.model, texts.manager, texts.notifications, true);
+        view.resize(464, 240);
+        view.show();
+        QWidget *editor = view.focusProxy();
+        const QImage unused = view.grab().toImage();
+        QInputMethodEvent composing(u"ni"_s, {});
+        QCoreApplication::sendEvent(editor, &composing);
+        typing.clock.advance(1000ms);
+        QCOMPARE(typing.model->inputText(), QString());
+        const QImage composed = view.grab().toImage();
+        QInputMethodEvent committing(QString(), {});
+        committing.setCommitString(u"你"_s);
+        QCoreApplication::sendEvent(editor, &committing);
+        typing.clock.advance(600ms);
+        QCOMPARE(typing.requests, QStringList{u"你"_s});
+    }
+
+    void aMegabyteIsPasted_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("lines") << u"lighthouse keeper\n"_s.repeated(60000);
+        QTest::newRow("one line of words") << u"lighthouse keeper "_s.repeated(60000);
+        QTest::newRow("one word of characters of several units") << u"👩‍🚀燈塔管理員"_s.repeated(100000);
+    }
+    void aMegabyteIsPasted()
+    {
+        QFETCH(QString, text);
+        Typing typing;
+        TestTexts texts;
+        ManualInputView view(*typing.model, texts.manager, texts.notifications, true);
+        view.resize(464, 240);
+        view.show();
+        auto *editor = dynamic_cast<QPlainTextEdit *>(view.focusProxy());
+        QElapsedTimer timer;
+        timer.start();
+        QGuiApplication::clipboard()->setText(text);
+        editor->paste();
+        view.grab();
+        qInfo("paste: %lld ms", timer.elapsed());
+        QTest::keyClicks(editor, u"abc"_s);
+        view.grab();
+        qInfo("three keys: %lld ms", timer.elapsed());
+        typing.clock.advance(600ms);
+        QCOMPARE(typing.requests, QStringList{text + u"abc"_s});
+        typing.answer(0, text);
+        view.resize(400, 240);
+        view.grab();
+        qInfo("result and resize: %lld ms", timer.elapsed());
+        QVERIFY(timer.elapsed() < 20000); // one line alone takes minutes
+
+        editor->selectAll();
+        editor->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), text + u"abc"_s);
+    }
+};
+
+QTEST_MAIN(ManualInputTest)
+#include "ManualInputTest.moc"
