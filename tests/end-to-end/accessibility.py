@@ -1,5 +1,5 @@
 """What a screen reader sees of the program: its controls by name, and pressing them. Runs as a program of its own, since
-the accessibility library binds itself to one bus: accessibility.py texts | labels | press NAME | tree"""
+the accessibility library binds itself to one bus: accessibility.py texts | labels | contents | press NAME | tree"""
 import sys
 
 import pyatspi
@@ -39,5 +39,9 @@ if __name__ == "__main__":
     for found in everything():
         if sys.argv[1] == "tree":
             print(found.getRoleName(), repr(found.name), repr(found.description))
+        elif sys.argv[1] == "contents":
+            if "EditableText" in pyatspi.listInterfaces(found) or found.getRoleName() == "text":
+                text = found.queryText()
+                print(found.name, text.getText(0, text.characterCount), sep="\t")
         elif sys.argv[1] == "texts" or found.getRoleName() == "label":
             print(*filter(None, (found.name, found.description)), sep="\n")
