@@ -684,6 +684,10 @@
         <translation>The picture %@ can't be written: %@</translation>
     </message>
     <message>
+        <source>無法寫入標準輸出</source>
+        <translation>The answer could not be written to the standard output</translation>
+    </message>
+    <message>
         <source>無法建立翻譯輸入</source>
         <translation>The input for the translation could not be built</translation>
     </message>

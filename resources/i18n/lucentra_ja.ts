@@ -684,6 +684,10 @@
         <translation>画像 %@ を書き込めません：%@</translation>
     </message>
     <message>
+        <source>無法寫入標準輸出</source>
+        <translation>標準出力に書き込めませんでした</translation>
+    </message>
+    <message>
         <source>無法建立翻譯輸入</source>
         <translation>翻訳の入力を作成できませんでした</translation>
     </message>

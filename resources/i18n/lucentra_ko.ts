@@ -684,6 +684,10 @@
         <translation>그림 %@을(를) 저장할 수 없습니다: %@</translation>
     </message>
     <message>
+        <source>無法寫入標準輸出</source>
+        <translation>표준 출력에 쓸 수 없습니다</translation>
+    </message>
+    <message>
         <source>無法建立翻譯輸入</source>
         <translation>번역 입력을 만들 수 없습니다</translation>
     </message>

@@ -684,6 +684,10 @@
         <translation>无法写入图片 %@：%@</translation>
     </message>
     <message>
+        <source>無法寫入標準輸出</source>
+        <translation>无法写入标准输出</translation>
+    </message>
+    <message>
         <source>無法建立翻譯輸入</source>
         <translation>无法创建翻译输入</translation>
     </message>

@@ -150,7 +150,9 @@ Result<Invocation> parseArguments(const CommandRow &row, const QStringList &argu
         if (!option)
             return tl::unexpected(wrongUsage(texts.formatted(u"未知的選項：%@"_s, dashed(name))));
         const bool isSwitch = option->placeholder.isEmpty();
-        if (isSwitch ? equals >= 0 : equals < 0 && i + 1 == arguments.size())
+        // What looks like the next option is no value, unless it is given as `--option=--value`.
+        const bool hasNoValue = equals < 0 && (i + 1 == arguments.size() || arguments[i + 1].startsWith("--"_L1));
+        if (isSwitch ? equals >= 0 : hasNoValue)
             return tl::unexpected(
                 wrongUsage(texts.formatted(isSwitch ? u"選項 %@ 不接受值"_s : u"選項 %@ 需要一個值"_s, dashed(name))));
         const QString value = isSwitch ? QString() : equals >= 0 ? argument.sliced(equals + 1) : arguments[++i];

@@ -19,16 +19,35 @@ namespace {
 
 using Command = Invocation::Command;
 
-void print(std::FILE *stream, const QString &text)
+/// False where not all of it could be written.
+bool print(std::FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream);
-    std::fflush(stream);
+    return std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stream) == size_t(bytes.size()) &&
+           std::fflush(stream) == 0;
 }
 
-void printLine(std::FILE *stream, const QString &line)
+bool printLine(std::FILE *stream, const QString &line)
 {
-    print(stream, line + u'\n');
+    return print(stream, line + u'\n');
+}
+
+/// A message for the terminal, which may quote what a server sent: its control characters would be obeyed there.
+void printMessage(QString line)
+{
+    for (QChar &character : line) {
+        if (character.category() == QChar::Other_Control && character != u'\n' && character != u'\t')
+            character = QChar::ReplacementCharacter;
+    }
+    printLine(stderr, line);
+}
+
+ExitCode answered(bool isPrinted, const LocalizationManager &texts)
+{
+    if (isPrinted)
+        return ExitCode::Done;
+    printMessage(texts.localized(u"無法寫入標準輸出"_s));
+    return ExitCode::Failed;
 }
 
 /// Pictures need fonts and so a window system's plug-in, though no window system; texts need neither.
@@ -53,11 +72,9 @@ ExitCode run(const Invocation &invocation, Services &services)
     Result<CommandOutput> output;
     switch (invocation.command) {
     case Command::Help:
-        print(stdout, helpPage(services.texts()));
-        return ExitCode::Done;
+        return answered(print(stdout, helpPage(services.texts())), services.texts());
     case Command::Version:
-        printLine(stdout, u"lucentra "_s + QCoreApplication::applicationVersion());
-        return ExitCode::Done;
+        return answered(printLine(stdout, u"lucentra "_s + QCoreApplication::applicationVersion()), services.texts());
     case Command::Recognize:
         output = recognizeCommand(invocation, services);
         break;
@@ -90,14 +107,12 @@ ExitCode run(const Invocation &invocation, Services &services)
         break;
     }
     if (!output) {
-        printLine(stderr, output.error().description);
+        printMessage(output.error().description);
         return ExitCode::Failed;
     }
     if (!output->message.isEmpty())
-        printLine(stderr, output->message);
-    if (!output->answer.isEmpty())
-        printLine(stdout, output->answer);
-    return ExitCode::Done;
+        printMessage(output->message);
+    return answered(output->answer.isEmpty() || printLine(stdout, output->answer), services.texts());
 }
 
 } // namespace
@@ -111,12 +126,12 @@ int runCommandLine(int argc, char *argv[], const ServiceHosts &hosts)
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
     // Nobody else waits for a command, so that it rather waits for the memory of phrases than knows nothing.
-    Services services([](const QString &line) { printLine(stderr, line); }, {},
-                      {.longest = 30s, .acceptsOutdated = false}, hosts);
+    Services services([](const QString &line) { printMessage(line); }, {}, {.longest = 30s, .acceptsOutdated = false},
+                      hosts);
     const auto invocation = parseCommandLine(arguments, services.texts());
     if (!invocation) {
-        printLine(stderr, invocation.error().description);
-        printLine(stderr, services.texts().localized(u"lucentra --help 列出所有指令"_s));
+        printMessage(invocation.error().description);
+        printMessage(services.texts().localized(u"lucentra --help 列出所有指令"_s));
         return int(ExitCode::WrongUsage);
     }
     return int(run(*invocation, services));

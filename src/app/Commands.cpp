@@ -84,12 +84,14 @@ Value await(const std::function<void(std::function<void(Value)>)> &start)
     return std::move(*value);
 }
 
+/// Also holds fast what isn't chosen, so that the whole command goes by the same engine and language.
 void chooseForThisCommand(const Invocation &invocation, Services &services)
 {
-    if (invocation.engine)
-        services.settings().overrideForThisProcess(settings::translationEngine, *invocation.engine);
-    if (invocation.target)
-        services.settings().overrideForThisProcess(settings::targetLanguageCode, *invocation.target);
+    SettingsStore &store = services.settings();
+    store.overrideForThisProcess(settings::translationEngine,
+                                 invocation.engine ? *invocation.engine : store.read(settings::translationEngine));
+    store.overrideForThisProcess(settings::targetLanguageCode,
+                                 invocation.target.value_or(store.read(settings::targetLanguageCode)));
 }
 
 Failure card(const QString &title, const QString &message)
@@ -111,11 +113,6 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
     return *translations;
 }
 
-OverlayFontSettings fontSettings(const SettingsStore &store)
-{
-    return {.isAuto = store.read(settings::isFontSizeAuto), .storedFontSize = store.read(settings::fontSize)};
-}
-
 /// Typed text is answered with one text either way; these signs mark the sentences for the user.
 bool isFailureText(const QString &text)
 {
@@ -131,7 +128,7 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), *picture);
+    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture));
     stages.finish(u"recognize"_s);
     QJsonArray lines;
     for (const TextBlock &block : blocks) {
@@ -145,13 +142,16 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
 
 Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services)
 {
+    // Nothing is sent out for a picture that could not be kept.
+    if (const auto destination = checkPictureDestination(invocation.output, services.texts()); !destination)
+        return tl::unexpected(destination.error());
     chooseForThisCommand(invocation, services);
     Stages stages;
     auto picture = readPicture(invocation.argument, services.texts());
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), *picture);
+    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture));
     stages.finish(u"recognize"_s);
     const auto translations = translate(blocks, services);
     if (!translations)
@@ -160,7 +160,8 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
 
     const SettingsStore &store = services.settings();
     const QString target = store.read(settings::targetLanguageCode);
-    const TranslatedPicture translated(picture->size(), blocks, translations->texts, target, fontSettings(store));
+    const TranslatedPicture translated(picture->size(), blocks, translations->texts, target,
+                                       overlayFontSettings(store));
     stages.finish(u"layout"_s);
     translated.paintOver(*picture, store.read(settings::glassOpacity));
     const auto written = writePicture(*picture, invocation.output, services.texts());

@@ -5,7 +5,10 @@
 #include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
+#include <QPainter>
 #include <QSaveFile>
+
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +19,17 @@ namespace {
 Failure pictureFailure(const QString &description)
 {
     return {.domain = u"Picture"_s, .code = 1, .description = description};
+}
+
+QByteArray formatOf(const QString &path)
+{
+    const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
+    return suffix.isEmpty() ? QByteArray("png") : suffix;
+}
+
+tl::unexpected<Failure> unwritable(const QString &path, const QString &reason, const LocalizationManager &texts)
+{
+    return tl::unexpected(pictureFailure(texts.formatted(u"無法寫入圖片 %@：%@"_s, path, reason)));
 }
 
 } // namespace
@@ -46,24 +60,48 @@ Result<QImage> readPicture(const QString &path, const LocalizationManager &texts
     return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
+QImage onOpaqueGround(const QImage &picture)
+{
+    qint64 light = 0;
+    qint64 cover = 0;
+    bool isTransparent = false;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            light += qGray(line[x]); // premultiplied: as much as the pixel covers
+            cover += qAlpha(line[x]);
+            isTransparent = isTransparent || qAlpha(line[x]) < 255;
+        }
+    }
+    if (!isTransparent)
+        return picture;
+    QImage opaque(picture.size(), QImage::Format_RGB32);
+    opaque.fill(2 * light > cover ? Qt::black : Qt::white);
+    QPainter(&opaque).drawImage(0, 0, picture);
+    return opaque;
+}
+
+Result<void> checkPictureDestination(const QString &path, const LocalizationManager &texts)
+{
+    const QFileInfo file(path);
+    const QFileInfo folder(file.absolutePath());
+    if (!QImageWriter::supportedImageFormats().contains(formatOf(path)))
+        return unwritable(path, texts.localized(u"不支援的圖片格式"_s), texts);
+    if (file.isDir() || !folder.isDir() || !folder.isWritable() || (file.exists() && !file.isWritable()))
+        return unwritable(path, qt_error_string(file.isDir() ? EISDIR : folder.isDir() ? EACCES : ENOENT), texts);
+    return {};
+}
+
 Result<void> writePicture(const QImage &picture, const QString &path, const LocalizationManager &texts)
 {
-    const auto failed = [&](const QString &reason) {
-        return tl::unexpected(pictureFailure(texts.formatted(u"無法寫入圖片 %@：%@"_s, path, reason)));
-    };
-    QByteArray format = QFileInfo(path).suffix().toLower().toLatin1();
-    if (format.isEmpty())
-        format = "png";
-    if (!QImageWriter::supportedImageFormats().contains(format))
-        return failed(texts.localized(u"不支援的圖片格式"_s));
-
+    const auto failed = [&](const QString &reason) { return unwritable(path, reason, texts); };
     const bool isNew = !QFileInfo::exists(path);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return failed(file.errorString());
     if (isNew)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    QImageWriter writer(&file, format);
+    QImageWriter writer(&file, formatOf(path));
     if (!writer.write(picture))
         return failed(writer.errorString());
     if (!file.commit())

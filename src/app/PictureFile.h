@@ -15,6 +15,12 @@ inline constexpr qint64 maximumPicturePixels = 4LL * 7680 * 4320;
 /// Reads a picture file upright (its orientation mark applied), as 32 bits a pixel. The format is told by the content.
 Result<QImage> readPicture(const QString &path, const LocalizationManager &texts);
 
+/// A picture for the recognizer: what is transparent lies over the ground, white or black, that its ink stands out from.
+QImage onOpaqueGround(const QImage &picture);
+
+/// Whether a picture could be written there, told before it is made.
+Result<void> checkPictureDestination(const QString &path, const LocalizationManager &texts);
+
 /// Writes a picture whole or not at all, in the format of the name's ending (PNG where it names none). A new file is
 /// readable by its owner only, since it shows what was on the screen.
 Result<void> writePicture(const QImage &picture, const QString &path, const LocalizationManager &texts);

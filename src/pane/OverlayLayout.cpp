@@ -1,11 +1,19 @@
 #include "OverlayLayout.h"
 
 #include "OverlayConstants.h"
+#include "Settings.h"
+#include "SettingsStore.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace lucentra {
+
+OverlayFontSettings overlayFontSettings(const SettingsStore &settings)
+{
+    return {.isAuto = settings.value(settings::isFontSizeAuto.key).toBool(settings::isFontSizeAuto.defaultValue),
+            .storedFontSize = settings.read(settings::fontSize)};
+}
 
 using namespace overlay;
 

@@ -9,6 +9,8 @@
 
 namespace lucentra {
 
+class SettingsStore;
+
 /// What the user has chosen for the text of overlays.
 struct OverlayFontSettings
 {
@@ -17,6 +19,9 @@ struct OverlayFontSettings
 
     bool operator==(const OverlayFontSettings &) const = default;
 };
+
+/// Reads them; anything but a stored boolean counts as automatic.
+OverlayFontSettings overlayFontSettings(const SettingsStore &settings);
 
 /// Where and how one translation is drawn.
 struct OverlayLayout

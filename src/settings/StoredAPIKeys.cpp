@@ -7,15 +7,15 @@ namespace lucentra {
 
 namespace {
 
+/// `plaintext` was read before the keyring was: another process that moves it meanwhile is not missed twice.
 QString reconcile(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
-                  const QString &legacyKey, const std::optional<QString> &kept)
+                  const QString &legacyKey, const QString &plaintext, const std::optional<QString> &kept)
 {
     if (kept) {
         if (settings.contains(legacyKey))
             settings.remove(legacyKey);
         return *kept;
     }
-    QString plaintext = settings.value(legacyKey).toString();
     if (!plaintext.isEmpty() && keychain.saveString(plaintext, account))
         settings.remove(legacyKey);
     return plaintext;
@@ -26,17 +26,21 @@ QString reconcile(SettingsStore &settings, const KeychainStore &keychain, const 
 QString loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
                          const QString &legacyKey)
 {
-    return reconcile(settings, keychain, account, legacyKey, keychain.readString(account));
+    const QString plaintext = settings.value(legacyKey).toString();
+    return reconcile(settings, keychain, account, legacyKey, plaintext, keychain.readString(account));
 }
 
 QHash<QString, QString> loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain,
                                           const QStringList &accounts)
 {
+    QHash<QString, QString> plaintexts;
+    for (const QString &account : accounts)
+        plaintexts.insert(account, settings.value(account).toString());
     const QHash<QString, QString> kept = keychain.readAllStrings();
     QHash<QString, QString> keys;
     for (const QString &account : accounts) {
         const auto value = kept.constFind(account);
-        keys.insert(account, reconcile(settings, keychain, account, account,
+        keys.insert(account, reconcile(settings, keychain, account, account, plaintexts.value(account),
                                        value == kept.cend() ? std::nullopt : std::optional(value.value())));
     }
     return keys;

@@ -8,10 +8,12 @@ import stat
 import subprocess
 import unittest
 
+from PIL import Image, ImageOps
+
 import chat_server
 import sample_page
 from chat_server import ChatServer
-from desktop import Session
+from desktop import LUCENTRA, Session
 
 KEY = "sk-test-äöü-4711"
 COMPATIBLE = "privacy.remoteTranslation.v1.engine.7"
@@ -159,9 +161,38 @@ class CommandLine(unittest.TestCase):
             with self.subTest(path=path.name):
                 self.assertIn(str(path), self.fails(2, "recognize", str(path)))
 
+    def test_nothing_is_sent_for_an_answer_that_cannot_be_kept(self):
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        for output in ("page.xyz", "none/page.png", "."):
+            with self.subTest(output):
+                self.fails(2, "image", str(self.picture), "--output", str(self.session.home / output))
+        self.fails(1, "image", str(self.picture), "--output", "--json")
+        self.assertEqual(self.server.requests, [])
+        closed = subprocess.run(["sh", "-c", 'exec "$0" --version >&-', str(LUCENTRA)], env=self.session.environment,
+                                check=False)
+        self.assertEqual(closed.returncode, 2)
+
+    def test_control_characters_of_a_server_stay_off_the_terminal(self):
+        self.server.queued = [lambda *_: (401, {"error": {"message": "a\x1b]0;title\x07b"}})]
+        self.assertIn("a\ufffd]0;title\ufffdb", self.fails(2, "text", "Good morning"))
+
+    def test_ink_on_nothing(self):
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        for name, dark in (("dark ink", False), ("light ink", True)):
+            with self.subTest(name):
+                sample_page.render(self.picture, sample_page.ENGLISH, dark=dark)
+                with Image.open(self.picture) as page:
+                    grey = page.convert("L")
+                    ink = grey if dark else ImageOps.invert(grey)
+                    transparent = Image.new("RGBA", page.size, (200, 200, 200, 0) if dark else (20, 20, 20, 0))
+                    transparent.putalpha(ink.point(lambda value: 255 if value > 128 else 0))
+                    transparent.save(self.picture)
+                answer = json.loads(self.succeeds("recognize", str(self.picture)))
+                self.assertEqual([block["text"] for block in answer["blocks"]], sample_page.ENGLISH)
+
     def test_a_broken_preferences_file_is_kept_aside(self):
         self.session.preferences_path.write_text("{ not JSON")
-        self.fails(2, "text", "Good morning")  # with the defaults: the engine of this device
+        self.succeeds("text", "Good morning")  # with the defaults: the engine of this device
         kept = list(self.session.preferences_path.parent.glob("preferences.unreadable-*.json"))
         self.assertEqual([path.read_text() for path in kept], ["{ not JSON"])
 

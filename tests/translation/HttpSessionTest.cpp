@@ -41,6 +41,7 @@ class HttpSessionTest : public QObject
 
 private Q_SLOTS:
     void requestsReachTheServerByteForByte();
+    void compressedAnswersAreUnpackedWithinTheLimit();
     void whatCannotBeSentIsRefused_data();
     void whatCannotBeSentIsRefused();
     void badAnswersEndInAnError_data();
@@ -82,6 +83,18 @@ void HttpSessionTest::requestsReachTheServerByteForByte()
     QCOMPARE(request.header("Authorization"), QByteArray("Bearer 鑰匙"));
     QVERIFY(request.header("Expect").isNull());
     QCOMPARE(request.body, QByteArray("{\"a\0\xff", 6));
+}
+
+void HttpSessionTest::compressedAnswersAreUnpackedWithinTheLimit()
+{
+    const auto deflated = [](const QByteArray &text) {
+        return QueuedAnswer::reply(200, qCompress(text).sliced(4), {{"Content-Encoding", "deflate"}});
+    };
+    m_server.reset();
+    m_server.enqueue(deflated("{\"kettle\": true}"));
+    QCOMPARE(m_session.send(get(m_server.origin() + "/")).body, QByteArray("{\"kettle\": true}"));
+    m_server.enqueue(deflated(QByteArray(64 << 20, ' '))); // 64 KB on the wire
+    QVERIFY(outcomeOf(m_session, get(m_server.origin() + "/")) != answered);
 }
 
 void HttpSessionTest::whatCannotBeSentIsRefused_data()
