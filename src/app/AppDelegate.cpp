@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "DesktopNotice.h"
+#include "DockPresence.h"
 #include "ManualInputView.h"
 #include "Settings.h"
 #include "TextRecognition.h"
@@ -9,6 +10,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
 #include <QWindow>
@@ -33,7 +35,8 @@ void copyToClipboard(const QString &text)
 } // namespace
 
 AppDelegate::AppDelegate(DiagnosticLine diagnostics)
-    : m_services(diagnostics, {.copy = copyToClipboard,
+    : m_diagnostics(diagnostics)
+    , m_services(diagnostics, {.copy = copyToClipboard,
                                .record = [this](const QString &original,
                                                 const QString &translation) { m_history.add(original, translation); }})
     , m_history(HistoryManager::userFilePath(), m_services.mainQueue(), diagnostics)
@@ -84,6 +87,7 @@ void AppDelegate::applicationWillTerminate()
 {
     m_hotkeys.unregisterHotkeys();
     qGuiApp->disconnect(this); // the window's end moves the focus once more
+    m_settingsShell.reset(); // which saves what was typed last
     m_historyWindow.reset();
     m_backdrop->stop();
     m_pass.reset();
@@ -191,9 +195,28 @@ void AppDelegate::fillActions()
         if (m_pass) // a press may still wait while the program ends
             m_pass->translateCurrentArea();
     };
+    m_actions.openSettings = [this] { openSettings(); };
+    m_glassView->onSettingsTapped = m_actions.openSettings;
     m_actions.openHistory = [this] { historyWindow().showWindow(); };
     m_glassView->onHistoryTapped = m_actions.openHistory;
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] { m_autoHide.focusChanged(); });
+}
+
+void AppDelegate::openSettings()
+{
+    if (!m_settingsShell) {
+        m_settingsShell = std::make_unique<SettingsShell>(
+            SettingsShell::Program{.services = m_services,
+                                   .scheduler = m_scheduler,
+                                   .hotkeys = m_hotkeys,
+                                   .menu = m_mainMenu,
+                                   .registerHotkeys = [this] { registerHotkeys(); },
+                                   .applyDockPresence = [this](bool on) { applyDockPresence(*m_window, on); }},
+            m_diagnostics);
+    }
+    SettingsWindowController &controller = m_settingsShell->controller();
+    controller.showWindow();
+    m_desktop.windowHints.activate(*controller.window().windowHandle());
 }
 
 HistoryWindowController &AppDelegate::historyWindow()
@@ -244,6 +267,8 @@ void AppDelegate::refreshLocalizedTitles()
     m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
     m_mainMenu.build();
     m_statusItem.build();
+    if (m_settingsShell)
+        m_settingsShell->controller().refreshTitle();
     historyWindow().refreshTexts();
     m_hotkeys.tellStoredCombination(
         [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });

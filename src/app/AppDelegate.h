@@ -12,6 +12,7 @@
 #include "PaneAtStart.h"
 #include "Scheduler.h"
 #include "Services.h"
+#include "SettingsShell.h"
 #include "ShellActions.h"
 #include "StatusItem.h"
 #include "ToolkitTexts.h"
@@ -47,6 +48,7 @@ private:
     void wireManualInput();
     void wireBackdrop();
     void fillActions();
+    void openSettings();
     HistoryWindowController &historyWindow();
     void wireHotkeys();
     void observeNotifications();
@@ -58,6 +60,7 @@ private:
     void paneShownOrHidden(bool shown);
     void tellOfMissingTray();
 
+    const DiagnosticLine m_diagnostics;
     EventLoopScheduler m_scheduler;
     ToolkitTexts m_toolkitTexts;
     Services m_services;
@@ -73,6 +76,7 @@ private:
     MainMenu m_mainMenu;
     StatusItem m_statusItem;
     AutoHide m_autoHide;
+    std::unique_ptr<SettingsShell> m_settingsShell; ///< made when it is first opened
     std::unique_ptr<HistoryWindowController> m_historyWindow; ///< made when it is first needed
     bool m_hasToldOfMissingTray = false;
 };

@@ -68,12 +68,13 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
         return explainMissingDisplay(argc, argv);
     // The pane is placed, kept on top and left out of captures by means of X11, in Wayland sessions as well.
     qputenv("QT_QPA_PLATFORM", "xcb");
+    TerminationSignals signalsToQuit;
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    const TerminationSignals signalsToQuit([] { QCoreApplication::quit(); });
+    signalsToQuit.listen([] { QCoreApplication::quit(); });
     RemoteControl remoteControl(QDBusConnection::sessionBus());
     const auto claim = remoteControl.claim();
     if (claim == RemoteControl::Claim::Taken)

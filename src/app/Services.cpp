@@ -44,6 +44,12 @@ OnDeviceServices &Services::onDevice()
     return *m_onDevice;
 }
 
+const KeychainStore &Services::keychain()
+{
+    translationManager(); // whose first use makes it
+    return *m_keychain;
+}
+
 TranslationManager &Services::translationManager()
 {
     if (!m_translationManager) {

@@ -41,6 +41,7 @@ public:
     /// Makes the recognizer now, and has it load its models after a while.
     void warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay);
     TranslationManager &translationManager();
+    const KeychainStore &keychain();
     /// What translates on this machine; made with the manager at the latest.
     OnDeviceServices &onDevice();
 

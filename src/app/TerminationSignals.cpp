@@ -22,8 +22,12 @@ int openDescriptor()
 
 } // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> terminate)
+TerminationSignals::TerminationSignals()
     : m_descriptor(openDescriptor())
+{
+}
+
+void TerminationSignals::listen(std::function<void()> terminate)
 {
     if (m_descriptor < 0)
         return;

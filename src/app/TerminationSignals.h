@@ -8,14 +8,18 @@
 namespace lucentra {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread, so that the program ends as by its quit command.
-/// Made before any other thread: the signals are blocked in this one and all that it starts.
+/// Made before any other thread, those of the application object included: the signals are blocked in this one and all
+/// that it starts, and a single thread that doesn't block them would be ended by them, and the program with it.
 class TerminationSignals
 {
 public:
-    explicit TerminationSignals(std::function<void()> terminate);
+    TerminationSignals();
     ~TerminationSignals();
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;
+
+    /// Once there is an application object. Signals that came before are not lost.
+    void listen(std::function<void()> terminate);
 
 private:
     const int m_descriptor;

@@ -48,6 +48,8 @@ public:
     void unregisterHotkeys();
     /// Whether `registerHotkeys` was called since the last `unregisterHotkeys`.
     bool isRegistered() const { return m_isRegistered; }
+    /// Whether the system refused the stored hotkey when it was registered last.
+    bool isToggleHotkeyRefused() const { return m_isRegistered && !m_carbonHotKeyRef; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

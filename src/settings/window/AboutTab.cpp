@@ -27,7 +27,7 @@ QWidget *makeHeader(const SettingsServices &services)
     constexpr qreal nameSize = 1.6;
     QFont font = name->font();
     font.setPointSizeF(font.pointSizeF() * nameSize);
-    font.setWeight(QFont::DemiBold);
+    font.setBold(true);
     name->setFont(font);
     QLabel *version = makeSmallPrint();
     version->setAlignment(Qt::AlignHCenter);

@@ -41,11 +41,13 @@ ConnectionSection::ConnectionSection(SettingsForm &form, std::function<bool()> c
     m_busy->hide();
     form.keepText([this] {
         m_button->setText(this->form().text(u"測試連線"_s));
+        constexpr int buttonPadding = 20;
+        m_button->setMinimumWidth(m_button->fontMetrics().horizontalAdvance(m_button->text()) + 2 * buttonPadding);
+        setTone(*m_result, m_isGood ? Tone::Good : Tone::Bad);
         m_busy->setAccessibleName(this->form().text(u"正在測試連線…"_s));
     });
     addWidget(row);
-    addWidget(m_result);
-    m_result->parentWidget()->hide();
+    addRemark(m_result)->hide();
     addFooter(u"測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。"_s);
 }
 
@@ -90,6 +92,7 @@ void ConnectionSection::finish(const Result<QString> &outcome)
 
 void ConnectionSection::showOutcome(const QString &line, bool isGood)
 {
+    m_isGood = isGood;
     m_result->setText(line);
     setTone(*m_result, isGood ? Tone::Good : Tone::Bad);
     m_result->parentWidget()->show();

@@ -34,7 +34,8 @@ private:
     QProgressBar *m_busy;
     QLabel *m_result;
     bool m_isTestingConnection = false;
-    int m_test = 0; ///< counts tests, so that the end of a dropped one is known
+    bool m_isGood = false; ///< what the result line says
+    int m_test = 0;        ///< counts tests, so that the end of a dropped one is known
 };
 
 } // namespace lucentra

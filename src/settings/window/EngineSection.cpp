@@ -83,21 +83,20 @@ void EngineSection::addKeyRows()
         if (onKeyTyped)
             onKeyTyped(key);
     };
-    addRow(u"API Key"_s, m_key, true);
+    addRow(u"API Key"_s, m_key);
     m_status = makeSmallPrint();
     m_failure = makeSmallPrint();
-    setTone(*m_status, engineEntry(m_engine).requiresKey ? Tone::Warning : Tone::Good);
-    setTone(*m_failure, Tone::Bad);
     form().keepText([this] {
+        setTone(*m_status, engineEntry(m_engine).requiresKey ? Tone::Warning : Tone::Good);
+        setTone(*m_failure, Tone::Bad);
         m_status->setText(form().text(engineEntry(m_engine).requiresKey
                                           ? u"⚠️ API Key 為空，將無法進行翻譯！"_s
                                           : u"✓ 將使用 Google 免費版（有流量與請求頻率限制）"_s));
         m_failure->setText(form().text(
             u"API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。"_s));
     });
-    addWidget(m_status);
-    addWidget(m_failure);
-    m_failure->parentWidget()->hide();
+    addRemark(m_status);
+    addRemark(m_failure)->hide();
     showKeyStatus();
 }
 

@@ -11,6 +11,8 @@ void setTone(QLabel &label, Tone tone)
     // Each has a contrast of at least 4.5 to 1 on the plate.
     const QColor color = [&] {
         switch (tone) {
+        case Tone::Quiet:
+            return isDark ? QColor(0xb4, 0xb6, 0xba) : QColor(0x5c, 0x5e, 0x62);
         case Tone::Good:
             return isDark ? QColor(0x6f, 0xd1, 0x87) : QColor(0x1c, 0x76, 0x35);
         case Tone::Warning:

@@ -41,7 +41,7 @@ void FormPlate::paintEvent(QPaintEvent *)
         const QWidget *row = layout()->itemAt(i)->widget();
         if (!row || row->isHidden())
             continue;
-        if (!isFirst)
+        if (!isFirst && !row->property(continuesRow).toBool())
             painter.drawLine(lineInset, row->y(), width() - lineInset, row->y());
         isFirst = false;
     }

@@ -8,6 +8,9 @@ namespace lucentra {
 class FormPlate : public QFrame
 {
 public:
+    /// Name of the property, a boolean, of a row without a line above it.
+    static constexpr char continuesRow[] = "continuesRow";
+
     explicit FormPlate(QWidget *parent = nullptr);
 
 protected:

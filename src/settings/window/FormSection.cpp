@@ -1,5 +1,6 @@
 #include "FormSection.h"
 
+#include "FormColors.h"
 #include "FormPlate.h"
 #include "SettingsForm.h"
 
@@ -22,7 +23,7 @@ namespace {
 constexpr int sidePadding = 14;
 constexpr int rowPadding = 9;
 constexpr int labelToControl = 16;
-constexpr int fieldWidth = 250;
+constexpr int fieldWidth = 300;
 
 /// Keeps a turn of the wheel that is meant for the page from a control that the pointer happens to pass.
 class WheelGuard : public QObject
@@ -85,7 +86,7 @@ FormSection::FormSection(SettingsForm &form, const QString &titleKey, QWidget *p
     auto *title = new QLabel;
     title->setTextFormat(Qt::PlainText);
     QFont font = title->font();
-    font.setWeight(QFont::DemiBold);
+    font.setBold(true);
     title->setFont(font);
     title->setContentsMargins(4, 0, 4, 0);
     form.keepText([this, title, titleKey] {
@@ -104,16 +105,25 @@ FormSection::FormSection(SettingsForm &form, const QString &titleKey, QWidget *p
     layout->addLayout(m_footers);
 }
 
-void FormSection::addWidget(QWidget *widget)
+QWidget *FormSection::addWidget(QWidget *widget)
 {
     auto *row = new QWidget;
     auto *layout = new QVBoxLayout(row);
     layout->setContentsMargins(sidePadding, rowPadding, sidePadding, rowPadding);
     layout->addWidget(widget);
     m_rows->addWidget(row);
+    return row;
 }
 
-QLabel *FormSection::addRow(const QString &labelKey, QWidget *control, bool stretches)
+QWidget *FormSection::addRemark(QWidget *remark)
+{
+    QWidget *row = addWidget(remark);
+    row->setProperty(FormPlate::continuesRow, true);
+    row->layout()->setContentsMargins(sidePadding, 0, sidePadding, rowPadding);
+    return row;
+}
+
+QLabel *FormSection::addRow(const QString &labelKey, QWidget *control)
 {
     auto *row = new QWidget;
     auto *layout = new QHBoxLayout(row);
@@ -127,9 +137,8 @@ QLabel *FormSection::addRow(const QString &labelKey, QWidget *control, bool stre
         control->setAccessibleName(label->text());
     });
     layout->addWidget(label);
-    if (!stretches)
-        layout->addStretch(1);
-    layout->addWidget(control, stretches ? 1 : 0);
+    layout->addStretch(1);
+    layout->addWidget(control);
     m_rows->addWidget(row);
     return label;
 }
@@ -217,7 +226,7 @@ QLineEdit *FormSection::addField(const QString &labelKey, Binding<QString> bindi
         write(text);
         m_form.refreshValues();
     });
-    addRow(labelKey, field, true);
+    addRow(labelKey, field);
     return field;
 }
 
@@ -234,8 +243,10 @@ QLabel *FormSection::addParagraph(std::function<QString()> text)
 QLabel *FormSection::addFooter(const QString &textKey)
 {
     QLabel *label = makeSmallPrint();
-    label->setForegroundRole(QPalette::PlaceholderText);
-    m_form.keepText([this, label, textKey] { label->setText(m_form.text(textKey)); });
+    m_form.keepText([this, label, textKey] {
+        label->setText(m_form.text(textKey));
+        setTone(*label, Tone::Quiet);
+    });
     m_footers->addWidget(label);
     return label;
 }

@@ -48,10 +48,12 @@ public:
     QSlider *addSlider(std::function<QString()> label, int first, int last, Binding<int> binding);
     QLineEdit *addField(const QString &labelKey, Binding<QString> binding);
 
-    /// A label beside a control. `stretches`: the control takes all the width that is left.
-    QLabel *addRow(const QString &labelKey, QWidget *control, bool stretches = false);
-    /// A row that is one widget.
-    void addWidget(QWidget *widget);
+    /// A label beside a control.
+    QLabel *addRow(const QString &labelKey, QWidget *control);
+    /// A row that is one widget; returns the row.
+    QWidget *addWidget(QWidget *widget);
+    /// What belongs to the row above; returns the row of its own, by which it is shown and hidden.
+    QWidget *addRemark(QWidget *remark);
     /// A paragraph as a row.
     QLabel *addParagraph(std::function<QString()> text);
     /// Small print beneath the plate.

@@ -56,8 +56,7 @@ void HotkeyTab::addRecorder(FormSection &section)
     m_recorder->onRecordingChanged = services.hotkeyRecordingChanged;
     section.addRow(u"顯示 / 隱藏翻譯視窗："_s, m_recorder);
     m_refusal = makeSmallPrint();
-    setTone(*m_refusal, Tone::Bad);
-    section.addWidget(m_refusal);
+    section.addRemark(m_refusal);
 }
 
 void HotkeyTab::addFixedHotkey(FormSection &section)
@@ -76,6 +75,7 @@ void HotkeyTab::showStored()
     const SettingsStore &store = m_form.services().settings;
     m_recorder->setToolTip(
         desktopName(quint32(store.read(settings::hotkeyModifiers)), store.read(settings::hotkeyString)));
+    setTone(*m_refusal, Tone::Bad);
     m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
     m_refusal->parentWidget()->setVisible(m_form.services().isHotkeyRefused());
 }

@@ -23,8 +23,8 @@ KeyField::KeyField(SettingsForm &form, QWidget *parent)
     layout->setSpacing(4);
     layout->addWidget(m_field, 1);
     layout->addWidget(m_show);
-    constexpr int fieldWidth = 220;
-    m_field->setMinimumWidth(fieldWidth);
+    constexpr int fieldWidth = 300; // the button included
+    setMinimumWidth(fieldWidth);
     m_field->setEchoMode(QLineEdit::Password);
     m_field->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
                                  Qt::ImhNoAutoUppercase);
@@ -41,8 +41,7 @@ KeyField::KeyField(SettingsForm &form, QWidget *parent)
             m_field->deselect();
     });
     connect(m_show, &QToolButton::toggled, this, &KeyField::showInClear);
-    form.keepText([this] { nameButton(); });
-    m_show->setIcon(tintedSymbol(u"eye"_s, palette()));
+    form.keepText([this] { labelButton(); });
 }
 
 QString KeyField::key() const
@@ -60,16 +59,16 @@ void KeyField::showInClear(bool inClear)
 {
     m_field->deselect();
     m_field->setEchoMode(inClear ? QLineEdit::Normal : QLineEdit::Password);
-    m_show->setIcon(tintedSymbol(inClear ? u"eye-crossed"_s : u"eye"_s, palette()));
-    nameButton();
+    labelButton();
 }
 
-void KeyField::nameButton()
+void KeyField::labelButton()
 {
     m_field->setAccessibleName(m_form.text(u"API Key"_s));
     const QString name = m_form.text(m_show->isChecked() ? u"隱藏 API Key"_s : u"顯示 API Key"_s);
     m_show->setAccessibleName(name);
     m_show->setToolTip(name);
+    m_show->setIcon(tintedSymbol(m_show->isChecked() ? u"eye-crossed"_s : u"eye"_s, palette()));
 }
 
 } // namespace lucentra

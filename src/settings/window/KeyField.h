@@ -25,7 +25,7 @@ public:
 
 private:
     void showInClear(bool inClear);
-    void nameButton();
+    void labelButton();
 
     SettingsForm &m_form;
     QLineEdit *m_field;

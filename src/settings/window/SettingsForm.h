@@ -23,12 +23,14 @@ public:
     /// The text for a key in the interface language.
     QString text(const QString &key) const;
 
-    /// Calls now, and again after each change of the interface language. What the function touches must live as long
-    /// as the form.
+    /// Calls now, and again after each change of the interface language or of the palette. What the function touches
+    /// must live as long as the form.
     void keepText(std::function<void()> apply);
     /// Calls now, and again after each change of a setting.
     void keepValue(std::function<void()> apply);
 
+    /// Sets every text anew, and what goes by the palette with it.
+    void refreshTexts();
     /// Reads every value anew.
     void refreshValues();
 
@@ -36,8 +38,6 @@ public:
     void followInterfaceLanguage();
 
 private:
-    void refreshTexts();
-
     const SettingsServices &m_services;
     std::vector<std::function<void()>> m_texts;
     std::vector<std::function<void()>> m_values;

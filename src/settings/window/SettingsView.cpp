@@ -41,8 +41,10 @@ void SettingsView::refresh()
 
 void SettingsView::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange) {
         showSymbols();
+        m_form.refreshTexts();
+    }
     QTabWidget::changeEvent(event);
 }
 
