@@ -1,6 +1,7 @@
 #include "LineFinder.h"
 
 #include "EdgeShapes.h"
+#include "LineIcons.h"
 
 #include <algorithm>
 #include <map>
@@ -229,6 +230,13 @@ std::vector<Group> splitRows(Group group)
     return {groupOf({letters.begin(), lower}), groupOf({lower, letters.end()})};
 }
 
+Group withoutIcons(const QImage &image, Group group)
+{
+    std::sort(group.shapes.begin(), group.shapes.end(),
+              [](const EdgeShape &a, const EdgeShape &b) { return a.ink.left() < b.ink.left(); });
+    return groupOf(withoutIcons(image, std::move(group.shapes)));
+}
+
 FoundLine lineOf(const Group &group)
 {
     qint64 pixels = 0;
@@ -334,7 +342,7 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
 {
     std::vector<Group> groups;
-    for (const EdgeShape &shape : withoutBlobs(image, shapesIn(edgesOf(image))))
+    for (const EdgeShape &shape : withoutBlobs(image, withoutMarksInBoxes(image, shapesIn(edgesOf(image)))))
         groups.push_back({shape.ink, {shape}});
     for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
         groups = linked(std::move(groups), nearness);
@@ -345,7 +353,10 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
     };
     QList<FoundLine> lines;
     for (Group &group : groups) {
-        for (const Group &row : splitRows(std::move(group))) {
+        for (const Group &split : splitRows(std::move(group))) {
+            const Group row = withoutIcons(image, split);
+            if (row.shapes.empty())
+                continue;
             // Beside its neighbours a letter may be that low; alone it is a speck.
             const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
             const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;

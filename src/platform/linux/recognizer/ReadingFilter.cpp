@@ -28,6 +28,24 @@ QString tidied(const QString &text)
     return result;
 }
 
+namespace {
+
+/// A figure alone that was read as a character or two: an arrow, a switch, a tool's picture.
+bool isRatherIcon(const Reading &reading, const FoundLine &line)
+{
+    constexpr double sure = 90; // letters are read like that, figures seldom
+    const QString &text = reading.text;
+    if (reading.confidence >= sure || line.shapeCount > 2)
+        return false;
+    const bool isWide = text.at(0).unicode() >= 0x2E80;
+    if (text.size() == 1)
+        return isWide;
+    const bool hasDigit = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+    return text.size() <= 4 && !isWide && !hasDigit && line.shapeCount == 1;
+}
+
+} // namespace
+
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture)
 {
     static const QRegularExpression letter(u"[\\p{L}\\p{N}]"_s);
@@ -40,6 +58,8 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
     static const QRegularExpression key(u"^(?:(?:Ctrl|Shift|Alt)\\+)*(?:Ctrl\\+\\S+|F1?\\d)$"_s);
     if (key.match(text).hasMatch())
         return reading.confidence >= 20;
+    if (isRatherIcon(reading, line))
+        return false;
     double least = isOnPicture ? 55 : 32;
     if (line.isShort())
         least += 15;

@@ -149,6 +149,88 @@ private Q_SLOTS:
         QVERIFY(areFound(boxesIn(image), {box}));
     }
 
+    void controlsAreNoPartOfTheLabel_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<bool>("isDark");
+        for (const bool isDark : {false, true}) {
+            for (const QString &control : {u"checked"_s, u"unchecked"_s, u"ring"_s, u"tick"_s, u"folder"_s, u"list"_s})
+                QTest::addRow("%s, %s", qPrintable(control), isDark ? "dark" : "light") << control << isDark;
+        }
+    }
+
+    void controlsAreNoPartOfTheLabel()
+    {
+        QFETCH(const QString, control);
+        QFETCH(const bool, isDark);
+        const QColor paper = isDark ? QColor(45, 45, 48) : QColor(239, 239, 239);
+        const QColor ink = isDark ? QColor(235, 235, 235) : QColor(20, 20, 20);
+        QImage image = blank({300, 60}, paper);
+        QPainter painter(&image);
+        painter.setPen(QPen(isDark ? QColor(110, 110, 110) : QColor(150, 150, 150), 1));
+        painter.setBrush(control == u"folder"_s ? QColor(60, 140, 230)
+                         : isDark               ? QColor(25, 25, 28)
+                                                : QColor(Qt::white));
+        if (control == u"checked"_s || control == u"unchecked"_s || control == u"folder"_s)
+            painter.drawRect(20, 26, 14, 14);
+        painter.setRenderHint(QPainter::Antialiasing);
+        if (control == u"ring"_s)
+            painter.drawEllipse(20, 26, 14, 14);
+        painter.setPen(QPen(ink, 2));
+        if (control == u"checked"_s || control == u"tick"_s)
+            painter.drawPolyline(QPolygonF({{23, 33}, {26, 37}, {32, 28}}));
+        if (control == u"list"_s) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(ink);
+            painter.drawPolygon(QPolygonF({{94, 30}, {104, 30}, {99, 35}}));
+        }
+        painter.end();
+        const QRect box = write(image, {42, 38}, u"Vocal"_s, font(latin, 14), ink);
+        const QList<QRect> found = boxesIn(image);
+        QVERIFY(std::any_of(found.begin(), found.end(), [&](const QRect &line) { return overlap(line, box) > 0.8; }));
+    }
+
+    void lettersThatLookLikeControlsStay_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("family");
+        QTest::newRow("O and 0 before a word") << u"O captain, 0 left"_s << latin;
+        QTest::newRow("a number at the end") << u"Option 0"_s << latin;
+        QTest::newRow("V and x") << u"V or x"_s << latin;
+        QTest::newRow("framed ideographs") << u"口日回國田"_s << han;
+        QTest::newRow("one before a number") << u"回 3 次 10 日"_s << han;
+        QTest::newRow("kana like a frame") << u"ロック画面"_s << u"Noto Sans CJK JP"_s;
+        QTest::newRow("three strokes") << u"三個項目"_s << han;
+        QTest::newRow("dots at the end") << u"Loading..."_s << latin;
+    }
+
+    void lettersThatLookLikeControlsStay()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, family);
+        for (const int size : {13, 18, 32}) {
+            QImage image = blank({500, 80}, QColor(239, 239, 239));
+            const QRect box = write(image, {20, 55}, text, font(family, size), QColor(20, 20, 20));
+            const QList<QRect> found = boxesIn(image);
+            QVERIFY2(found.size() == 1 && std::abs(found[0].left() - box.left()) <= 2 + size / 16 &&
+                         std::abs(found[0].right() - box.right()) <= 2 + size / 16,
+                     qPrintable(QDebug::toString(found) + u" at "_s + QString::number(size)));
+        }
+    }
+
+    void titleButtonsAreNoLine()
+    {
+        QImage image = blank({200, 40}, QColor(115, 155, 205));
+        QPainter painter(&image);
+        painter.setPen(QPen(Qt::white, 1));
+        painter.drawLine(40, 25, 49, 25);
+        painter.drawRect(56, 16, 9, 9);
+        painter.drawLine(72, 16, 81, 25);
+        painter.drawLine(81, 16, 72, 25);
+        painter.end();
+        QCOMPARE(boxesIn(image), QList<QRect>());
+    }
+
     void lowLinesAreLeftOut()
     {
         QImage image = blank({400, 100}, Qt::white);
@@ -213,6 +295,33 @@ private Q_SLOTS:
         }
         QVERIFY(light > 2 * dark);
         QVERIFY(20 * dark > light);
+    }
+
+    void randomPicturesAreBounded()
+    {
+        QRandomGenerator random(20);
+        for (int round = 0; round < 150; ++round) {
+            const bool isLong = round % 3 == 0;
+            QImage image = noise({1 + random.bounded(isLong ? 1200 : 70), 1 + random.bounded(isLong ? 4 : 70)});
+            QPainter painter(&image);
+            painter.fillRect(image.rect(), QColor(0, 0, 0, random.bounded(256))); // from noise to black
+            for (int i = random.bounded(30); i > 0; --i) {
+                const QRect box(random.bounded(image.width()), random.bounded(image.height()), 1 + random.bounded(40),
+                                1 + random.bounded(20));
+                painter.setPen(QColor::fromRgb(random.generate()));
+                if (i % 2 == 0)
+                    painter.drawRect(box);
+                else
+                    painter.fillRect(box, painter.pen().color());
+            }
+            painter.end();
+            for (const FoundLine &line : findLines(image, 5)) {
+                QVERIFY(image.rect().contains(line.ink));
+                const LineNormalizer normalizer(image, line.ink);
+                for (const Separation separation : {Separation::Axis, Separation::BrightFill, Separation::DarkFill})
+                    QVERIFY(normalizer.strip(separation, StripShape()));
+            }
+        }
     }
 
     void hostilePicturesAreBounded_data()
