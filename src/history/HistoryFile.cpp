@@ -125,7 +125,9 @@ Result<void> writePrivateFile(const QString &path, const QByteArray &content)
         return failure(file.errorString());
     // Still empty, so nothing can have been read with the permissions that it was created with.
     file.setPermissions(ownerOnly);
-    file.write(content);
+    if (file.write(content) != content.size()) // a full disk takes the first part, which Qt counts as no error
+        return failure(file.error() == QFileDevice::NoError ? u"only a part of it could be written"_s
+                                                            : file.errorString());
     if (!file.commit()) // syncs
         return failure(file.errorString());
     return {};

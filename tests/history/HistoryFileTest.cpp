@@ -5,8 +5,14 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -45,6 +51,9 @@ private Q_SLOTS:
     void missingFileIsEmpty();
     void fileIsPrivateAndReplacedWhole();
     void unreadableFilesStayBeside();
+    void killedAtAnyMoment();
+    void fullDiskKeepsTheOldFile();
+    void unfinishedCopiesAreRemoved();
 };
 
 void HistoryFileTest::bytes()
@@ -164,6 +173,76 @@ void HistoryFileTest::unreadableFilesStayBeside()
     QFile first(folder.filePath(kept.first()));
     QVERIFY(first.open(QIODevice::ReadOnly));
     QCOMPARE(first.readAll(), QByteArray("first"));
+}
+
+/// A process that does nothing but replace the file is killed again and again.
+void HistoryFileTest::killedAtAnyMoment()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"history.json"_s);
+    QList<QList<HistoryItem>> versions(2);
+    for (int i = 0; i < 400; ++i)
+        versions[0].append(newHistoryItem(u"a"_s.repeated(500), QString::number(i)));
+    versions[1] = versions[0].mid(0, 30);
+    QVERIFY(writeHistoryFile(path, versions[0]));
+    const QList<QByteArray> contents{encodeHistory(versions[0]), encodeHistory(versions[1])};
+    QList<int> seen{0, 0};
+    for (int round = 0; round < 200; ++round) {
+        int begun[2];
+        QVERIFY(pipe(begun) == 0);
+        const pid_t writer = fork();
+        if (writer == 0) {
+            for (int i = 0;; ++i) {
+                (void)writePrivateFile(path, contents[i % 2]);
+                if (i == 1)
+                    close(begun[1]);
+            }
+        }
+        close(begun[1]);
+        char nothing = 0;
+        QVERIFY(read(begun[0], &nothing, 1) == 0); // returns when the writer is under way
+        close(begun[0]);
+        usleep(useconds_t(QRandomGenerator::global()->bounded(3000)));
+        QVERIFY(kill(writer, SIGKILL) == 0 && waitpid(writer, nullptr, 0) == writer);
+        const auto items = readHistoryFile(path);
+        QVERIFY2(items, items ? "" : qPrintable(items.error().description));
+        const auto version = versions.indexOf(*items);
+        QVERIFY(version >= 0);
+        ++seen[version];
+        removeUnfinishedCopies(path);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"history.json"_s});
+    }
+    QVERIFY(seen[0] > 20 && seen[1] > 20); // they were killed while they wrote
+}
+
+void HistoryFileTest::fullDiskKeepsTheOldFile()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"history.json"_s);
+    QVERIFY(writeHistoryFile(path, {sample()}));
+    // As on a full disk, the first part can be written and the rest can't.
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{.rlim_cur = 20000, .rlim_max = before.rlim_max};
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    const auto written = writeHistoryFile(path, {newHistoryItem(u"x"_s.repeated(100000), u"y"_s)});
+    setrlimit(RLIMIT_FSIZE, &before);
+    QVERIFY(!written && !written.error().description.isEmpty());
+    QCOMPARE(*readHistoryFile(path), QList<HistoryItem>{sample()});
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"history.json"_s});
+}
+
+void HistoryFileTest::unfinishedCopiesAreRemoved()
+{
+    const QTemporaryDir folder;
+    const QStringList others{u"history.json"_s, u"history.json.backup2"_s, u"history.unreadable-1.json"_s};
+    for (const QString &name : others + QStringList{u"history.json.aBcDeF"_s}) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    removeUnfinishedCopies(folder.filePath(u"history.json"_s));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), others);
 }
 
 QTEST_GUILESS_MAIN(HistoryFileTest)

@@ -62,6 +62,8 @@ private Q_SLOTS:
     void unreadableFileIsKeptUntilTheFirstSave();
     void failedWritesAreReportedAndMadeGood();
     void missingFoldersAreCreated();
+    void foldersThatVanishAreMadeAnew();
+    void nothingIsRecordedWhilePaused();
     void manyQuickChangesEndInTheNewest();
 
 private:
@@ -386,6 +388,30 @@ void HistoryManagerTest::missingFoldersAreCreated()
     QCOMPARE(QFile::permissions(m_folder->filePath(u"share/Lucentra"_s)) & everybody, QFile::Permissions());
     m_manager->add(u"a"_s, u"A"_s);
     QCOMPARE(namesOf(written()), u"a"_s);
+}
+
+void HistoryManagerTest::foldersThatVanishAreMadeAnew()
+{
+    m_path = m_folder->filePath(u"share/history.json"_s);
+    create();
+    QVERIFY(QDir(m_folder->filePath(u"share"_s)).removeRecursively());
+    m_manager->add(u"a"_s, u"A"_s);
+    QCOMPARE(namesOf(written()), u"a"_s);
+    QVERIFY(m_lines.isEmpty());
+}
+
+void HistoryManagerTest::nothingIsRecordedWhilePaused()
+{
+    create();
+    m_manager->add(u"a"_s, u"A"_s); // before, though it still waits
+    m_manager->setPaused(true);
+    m_manager->add(u"b"_s, u"B"_s);
+    m_queue->drain();
+    QCOMPARE(namesOf(m_manager->history()), u"a"_s);
+    m_manager->toggleStar(m_manager->history().first().id);
+    m_manager->setPaused(false);
+    m_manager->add(u"b"_s, u"B"_s);
+    QCOMPARE(namesOf(written()), u"b a*"_s);
 }
 
 void HistoryManagerTest::manyQuickChangesEndInTheNewest()

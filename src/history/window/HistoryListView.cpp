@@ -17,6 +17,7 @@ namespace lucentra {
 namespace {
 
 constexpr int wheelStep = 40; ///< points
+constexpr int mostAttempts = 8;
 
 } // namespace
 
@@ -203,17 +204,23 @@ void HistoryListView::scrollTo(const QModelIndex &index, ScrollHint hint)
     executeDelayedItemsLayout();
     if (index.row() >= int(m_rows.size()))
         return;
-    if (measure(index.row())) {
-        sumUp();
-        measureVisible();
-    }
-    const int top = m_tops[size_t(index.row())];
-    const int bottom = m_tops[size_t(index.row()) + 1];
     QScrollBar &bar = *verticalScrollBar();
-    if (hint == PositionAtTop || top < bar.value())
-        bar.setValue(top);
-    else if (bottom > bar.value() + viewport()->height())
-        bar.setValue(std::min(top, bottom - viewport()->height()));
+    // Rows that come into sight on the way turn out higher or lower and push this one away again, each just once.
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        if (measure(index.row())) {
+            sumUp();
+            measureVisible();
+        }
+        const int top = m_tops[size_t(index.row())];
+        const int bottom = m_tops[size_t(index.row()) + 1];
+        const int before = bar.value();
+        if (hint == PositionAtTop || top < bar.value())
+            bar.setValue(top);
+        else if (bottom > bar.value() + viewport()->height())
+            bar.setValue(std::min(top, bottom - viewport()->height()));
+        if (bar.value() == before)
+            break;
+    }
 }
 
 QModelIndex HistoryListView::moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers)
@@ -305,6 +312,7 @@ std::optional<RowAction> HistoryListView::actionAt(QPoint point) const
 
 void HistoryListView::mousePressEvent(QMouseEvent *event)
 {
+    executeDelayedItemsLayout(); // entries may have come or gone just now
     const auto action = actionAt(event->pos());
     if (action && event->button() == Qt::LeftButton)
         m_pressed = {m_model.item(indexAt(event->pos()).row()).id, *action};
@@ -314,6 +322,7 @@ void HistoryListView::mousePressEvent(QMouseEvent *event)
 void HistoryListView::mouseReleaseEvent(QMouseEvent *event)
 {
     QListView::mouseReleaseEvent(event);
+    executeDelayedItemsLayout();
     const auto pressed = std::exchange(m_pressed, std::nullopt);
     const QModelIndex index = indexAt(event->pos());
     const auto action = actionAt(event->pos());

@@ -81,7 +81,7 @@ HistoryView::HistoryView(HistoryManager &manager, const LocalizationManager &tex
     connect(&m_manager, &HistoryManager::changed, this, &HistoryView::updateState);
     applyPalette();
     retranslate();
-    m_list->setFocus();
+    setFocusProxy(m_list);
 }
 
 QToolButton *HistoryView::makeToolButton()

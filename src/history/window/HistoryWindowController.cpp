@@ -55,6 +55,8 @@ void HistoryWindowController::saveFrame()
 
 void HistoryWindowController::showWindow()
 {
+    if (!isVisible())
+        m_view->setFocus();
     if (isMinimized())
         showNormal();
     else

@@ -39,6 +39,7 @@ UndoBanner::UndoBanner(QWidget *parent)
     m_animation->setEasingCurve(QEasingCurve::OutQuad);
     connect(m_animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant &value) { setProgress(value.toReal()); });
+    connect(m_animation, &QVariantAnimation::finished, this, [this] { setVisible(m_isShown); });
     connect(m_button, &QPushButton::clicked, this, [this] {
         if (onPressed)
             onPressed();
@@ -82,8 +83,6 @@ void UndoBanner::setProgress(qreal progress)
     setFixedHeight(qRound(sizeHint().height() * progress));
     m_opacity->setOpacity(progress);
     m_opacity->setEnabled(progress < 1);
-    if (progress <= 0 && !m_isShown)
-        hide();
 }
 
 void UndoBanner::paintEvent(QPaintEvent *)

@@ -1,0 +1,127 @@
+#!/usr/bin/env python3
+"""The history's window: what arrives in it, what is deleted and taken back, what is found, and what a restart keeps."""
+import csv
+import json
+import os
+import pathlib
+import signal
+import time
+import unittest
+import uuid
+
+import sample_page
+from chat_server import ChatServer
+from screen import Screen, eventually
+
+LINES = ["The lighthouse keeper writes", "a letter every evening"]
+CONSENT = "privacy.remoteTranslation.v1.engine.7"
+
+
+def entry(original: str, translation: str, seconds: int, starred: bool = False) -> dict:
+    return {"id": str(uuid.uuid4()).upper(), "originalText": original, "translatedText": translation,
+            "timestamp": seconds, "isStarred": starred}
+
+
+class HistoryWindow(unittest.TestCase):
+    def setUp(self):
+        self.server = ChatServer(translate=str.upper).__enter__()
+        self.addCleanup(self.server.__exit__, None, None, None)
+        self.screen = Screen(composited=False).__enter__()
+        self.addCleanup(self.screen.__exit__, None, None, None)
+        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url,
+                                   "compatibleModel": "m", "targetLanguageCode": "en", CONSENT: True,
+                                   "compatibleApiKey": "key", "triggerMode": 1}
+
+    @property
+    def path(self) -> pathlib.Path:
+        return self.screen.home / "data" / "Lucentra" / "history.json"
+
+    def store(self, entries: list[dict]) -> None:
+        self.path.parent.mkdir(parents=True, exist_ok=True)
+        self.path.write_text(json.dumps(entries), encoding="utf-8")
+
+    def stored(self) -> list[str]:
+        return [item["originalText"] for item in json.loads(self.path.read_text(encoding="utf-8"))]
+
+    def open_window(self) -> None:
+        self.assertEqual(self.screen.lucentra("history").returncode, 0)
+        self.window = self.screen.must(
+            lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", "^Translation History$"), "window")
+        time.sleep(0.5)
+
+    def shown(self, *texts: str) -> None:
+        found = eventually(lambda: all(any(text in name for name in self.screen.texts()) for text in texts))
+        self.assertTrue(found, f"{texts} not in {self.screen.texts()}")
+
+    def test_a_pass_arrives_and_a_restart_keeps_everything(self):
+        page = self.screen.home / "page.png"
+        sample_page.render(page, ["", *LINES], dark=True, size="720x400")
+        self.screen.show_picture(page, 100, 160)
+        pane = self.screen.start_pane(120, 170, 520, 300)
+        self.open_window()
+        self.shown("No translations yet")
+        self.screen.do(f"windowmove {self.window} 760 60")
+        pane.double_click()
+        self.shown("THE LIGHTHOUSE KEEPER WRITES")
+        self.screen.do(f"windowfocus --sync {self.window} key Down key ctrl+d")
+        self.assertTrue(eventually(lambda: json.loads(self.path.read_text())[0]["isStarred"]))
+        frame = self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:]
+
+        pane.process.send_signal(signal.SIGTERM)
+        self.assertEqual(pane.process.wait(10), 0)
+        self.screen.start_pane(120, 170, 520, 300)
+        self.open_window()
+        self.shown("THE LIGHTHOUSE KEEPER WRITES", "Starred")
+        self.assertEqual(self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:], frame)
+
+    def test_three_deletions_and_one_undo_and_a_search(self):
+        self.store([entry(name, f"{name} übersetzt", 1000 - i, starred=i == 4)
+                    for i, name in enumerate(["alpha", "beta", "gamma", "delta", "epsilon"])])
+        self.screen.start_pane(40, 40)
+        self.open_window()
+        self.screen.do(f"windowfocus --sync {self.window} key Home key Delete key Delete key Delete")
+        self.shown("3 entries deleted")
+        self.assertEqual(self.stored(), ["delta", "epsilon"])
+        self.screen.do("key --window 0 ctrl+z")
+        self.assertTrue(eventually(lambda: self.stored() == ["alpha", "beta", "gamma", "delta", "epsilon"]))
+
+        self.screen.do("key --window 0 ctrl+f", "type --delay 30 LTA")
+        self.shown("delta")
+        self.assertFalse([name for name in self.screen.texts() if "alpha" in name])
+        self.screen.do("key --window 0 Escape")
+        self.shown("alpha")
+
+        self.screen.press("Clear Unstarred")
+        self.shown("4 entries deleted")
+        self.screen.press("Undo")
+        self.assertTrue(eventually(lambda: len(self.stored()) == 5))
+
+    def test_an_unreadable_file_is_told_of_and_kept(self):
+        self.path.parent.mkdir(parents=True)
+        self.path.write_text("[{broken")
+        self.screen.start_pane(40, 40)
+        self.open_window()
+        self.shown("The earlier history could not be read. Its file is kept in the same folder.")
+        self.screen.do(f"windowfocus --sync {self.window} key Escape")
+        self.open_window()
+        self.assertFalse([name for name in self.screen.texts() if "could not be read" in name])
+
+    def test_exports_of_the_command_line(self):
+        self.store([entry("two\nlines", 'a "quote"', 86400, starred=True), entry("other", "x", 5)])
+        before = self.path.read_bytes()
+        target = self.screen.home / "out.csv"
+        self.assertEqual(self.screen.lucentra("export", str(target), "--search", "TWO").returncode, 0)
+        with target.open(newline="", encoding="utf-8") as file:
+            self.assertEqual(list(csv.reader(file))[1:], [["2001-01-02T00:00:00Z", "two\nlines", 'a "quote"', "true"]])
+        self.assertEqual(target.stat().st_mode & 0o077, 0)
+        listed = json.loads(self.screen.lucentra("entries", "--json").stdout)
+        self.assertEqual([item["originalText"] for item in listed], ["two\nlines", "other"])
+        refused = self.screen.lucentra("export", str(self.screen.home / "no" / "out.csv"))
+        self.assertEqual(refused.returncode, 2)
+        self.assertIn("Could not export", refused.stderr)
+        self.assertEqual(self.path.read_bytes(), before)
+
+
+if __name__ == "__main__":
+    os.chdir(pathlib.Path(__file__).parent)
+    unittest.main(verbosity=2)

@@ -1,0 +1,132 @@
+#include "HistorySearch.h"
+#include "HistoryExport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTest>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+HistoryItem item(const QString &original, const QString &translation)
+{
+    HistoryItem made = newHistoryItem(original, translation);
+    made.timestamp = HistoryItem::Timestamp(86400.75);
+    return made;
+}
+
+} // namespace
+
+class HistorySearchTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void matching_data();
+    void matching();
+    void ranges_data();
+    void ranges();
+    void separatedFormats_data();
+    void separatedFormats();
+    void json();
+};
+
+void HistorySearchTest::matching_data()
+{
+    QTest::addColumn<QString>("search");
+    QTest::addColumn<QString>("original");
+    QTest::addColumn<QString>("translation");
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<bool>("matches");
+    const auto row = [](const char *name, const QString &search, const QString &original, const QString &translation,
+                        bool matches, const QString &locale = u"en"_s) {
+        QTest::newRow(name) << search << original << translation << locale << matches;
+    };
+    row("nothing is everywhere", u""_s, u"a"_s, u"b"_s, true);
+    row("only in the translation", u"light"_s, u"燈塔"_s, u"LIGHTHOUSE"_s, true);
+    row("not across the two texts", u"ab"_s, u"a"_s, u"b"_s, false);
+    row("blanks count", u"a "_s, u"a"_s, u"b"_s, false);
+    row("accents count", u"uber"_s, u"über"_s, u""_s, false);
+    row("an accent encoded another way", u"U\u0308ber"_s, u"über"_s, u""_s, true);
+    row("Greek final sigma", u"ΟΔΟΣ"_s, u"οδος"_s, u""_s, true);
+    row("an I that is no i in Turkish", u"ı"_s, u"KAPI"_s, u""_s, true, u"tr"_s);
+    row("and none elsewhere", u"ı"_s, u"KAPI"_s, u""_s, false);
+    row("half of a surrogate pair", QString(QChar(0xD83D)), u"a"_s, u"b"_s, false);
+}
+
+void HistorySearchTest::matching()
+{
+    QFETCH(QString, search);
+    QFETCH(QString, original);
+    QFETCH(QString, translation);
+    QFETCH(QString, locale);
+    const HistorySearch tested(search, QLocale(locale));
+    QTEST(tested.matches(item(original, translation)), "matches");
+}
+
+void HistorySearchTest::ranges_data()
+{
+    QTest::addColumn<QString>("search");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("found");
+    QTest::newRow("several, without overlaps") << u"aa"_s << u"AAaa a"_s << QStringList{u"AA"_s, u"aa"_s};
+    QTest::newRow("folding changes lengths before it")
+        << u"weg"_s << u"e\u0301e\u0301e\u0301 Weg"_s << QStringList{u"Weg"_s};
+    QTest::newRow("an accent by itself belongs to its letter")
+        << u"é"_s << u"cafe\u0301s"_s << QStringList{u"e\u0301"_s};
+    QTest::newRow("across lines") << u"a\nb"_s << u"xA\nBx"_s << QStringList{u"A\nB"_s};
+    QTest::newRow("nowhere") << u"z"_s << u"abc"_s << QStringList{};
+}
+
+void HistorySearchTest::ranges()
+{
+    QFETCH(QString, search);
+    QFETCH(QString, text);
+    QStringList found;
+    const auto ranges = HistorySearch(search, QLocale(QLocale::English)).rangesIn(text);
+    for (const TextRange &range : ranges)
+        found.append(text.sliced(range.start, range.length));
+    QTEST(found, "found");
+}
+
+void HistorySearchTest::separatedFormats_data()
+{
+    QTest::addColumn<QString>("original");
+    QTest::addColumn<QByteArray>("csv");
+    QTest::addColumn<QByteArray>("tsv");
+    const auto row = [](const char *name, const QString &original, const QByteArray &csv, const QByteArray &tsv) {
+        QTest::newRow(name) << original << csv << tsv;
+    };
+    row("plain", u"燈塔"_s, "燈塔", "燈塔");
+    row("a comma", u"a,b"_s, "\"a,b\"", "a,b");
+    row("a tab", u"a\tb"_s, "a\tb", "\"a\tb\"");
+    row("quotes", u"a \"b\""_s, "\"a \"\"b\"\"\"", "\"a \"\"b\"\"\"");
+    row("lines", u"a\nb"_s, "\"a\nb\"", "\"a\nb\"");
+    row("nothing", QString(), "", "");
+}
+
+void HistorySearchTest::separatedFormats()
+{
+    QFETCH(QString, original);
+    QFETCH(QByteArray, csv);
+    QFETCH(QByteArray, tsv);
+    const QList<HistoryItem> items{item(original, u"x"_s)};
+    QCOMPARE(exportedHistory(items, ExportFormat::Csv),
+             "timestamp,original,translation,starred\r\n2001-01-02T00:00:00Z," + csv + ",x,false\r\n");
+    QCOMPARE(exportedHistory(items, ExportFormat::Tsv), tsv + "\tx\n");
+}
+
+void HistorySearchTest::json()
+{
+    const HistoryItem exported = item(u"a"_s, u"b"_s);
+    const QJsonArray array = QJsonDocument::fromJson(exportedHistory({exported}, *exportFormat(u"JSON"_s))).array();
+    QCOMPARE(array.size(), 1);
+    QCOMPARE(QUuid(array[0][u"id"].toString()), exported.id);
+    QCOMPARE(array[0][u"timestamp"].toString(), u"2001-01-02T00:00:00Z"_s);
+    QVERIFY(!exportFormat(u"xls"_s));
+}
+
+QTEST_GUILESS_MAIN(HistorySearchTest)
+#include "HistorySearchTest.moc"

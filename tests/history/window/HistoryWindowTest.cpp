@@ -1,0 +1,305 @@
+#include "HistoryFile.h"
+#include "HistoryListView.h"
+#include "HistoryManager.h"
+#include "HistoryView.h"
+#include "MainQueue.h"
+#include "ManualScheduler.h"
+#include "TestTexts.h"
+#include "TextFlow.h"
+#include "UndoBanner.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <memory>
+
+using namespace lucentra;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+HistoryItem item(const QString &name, int seconds, bool isStarred = false)
+{
+    return {.id = QUuid::createUuidV5(QUuid(), name),
+            .originalText = name,
+            .translatedText = name.toUpper(),
+            .timestamp = HistoryItem::Timestamp(seconds),
+            .isStarred = isStarred};
+}
+
+QList<HistoryItem> manyItems(int count, bool starred = false)
+{
+    QList<HistoryItem> items;
+    for (int i = 0; i < count; ++i)
+        items.append(item(u"entry %1 "_s.arg(i).repeated(1 + i * 7 % 40), count - i, starred));
+    return items;
+}
+
+/// A window over a store with entries.
+struct Window
+{
+    explicit Window(const QList<HistoryItem> &items)
+        : path(texts.folder.filePath(u"history.json"_s))
+    {
+        (void)writeHistoryFile(path, items);
+        manager = std::make_unique<HistoryManager>(path, queue, nullptr);
+        queue.drain();
+        view = std::make_unique<HistoryView>(*manager, texts.manager, scheduler);
+        list = view->findChild<HistoryListView *>();
+        search = view->findChild<QLineEdit *>();
+        banner = view->findChild<UndoBanner *>();
+        view->resize(450, 600);
+        view->show();
+        view->activateWindow();
+        opened = QTest::qWaitForWindowActive(view.get());
+        list->setFocus();
+    }
+
+    QString names() const
+    {
+        QStringList all;
+        for (const HistoryItem &each : manager->history())
+            all.append(each.originalText);
+        return all.join(u' ');
+    }
+    QString message() const { return banner->isVisible() ? banner->findChild<QLabel *>()->text() : QString(); }
+    void press(int row, RowAction action) { Q_EMIT list->actionTriggered(list->model()->index(row, 0), action); }
+
+    TestTexts texts;
+    QString path;
+    MainQueue queue;
+    ManualScheduler scheduler;
+    std::unique_ptr<HistoryManager> manager;
+    std::unique_ptr<HistoryView> view;
+    bool opened = false;
+    HistoryListView *list;
+    QLineEdit *search;
+    UndoBanner *banner;
+};
+
+} // namespace
+
+class HistoryWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void deletionsAreTakenBackTogether();
+    void deletionsAreFinalAfterFiveSeconds();
+    void clearing_data();
+    void clearing();
+    void searchingAndItsKeys();
+    void keysActOnTheCurrentEntry();
+    void copyFeedbackIsOfOneRowAndOneButton();
+    void whatIsSeenStaysInItsPlace();
+    void rowsLieOneBelowTheOther();
+    void textFlows_data();
+    void textFlows();
+};
+
+void HistoryWindowTest::deletionsAreTakenBackTogether()
+{
+    Window window({item(u"a"_s, 4), item(u"b"_s, 3, true), item(u"c"_s, 2), item(u"d"_s, 1)});
+    window.press(1, RowAction::Delete);
+    QCOMPARE(window.message(), u"已刪除 1 筆紀錄"_s);
+    window.scheduler.advance(4s);
+    window.press(0, RowAction::Delete);
+    window.scheduler.advance(4s); // the five seconds began anew
+    window.press(1, RowAction::Delete);
+    QCOMPARE(window.message(), u"已刪除 3 筆紀錄"_s);
+    QCOMPARE(window.names(), u"c"_s);
+    // Ctrl+Z is the banner's even while something typed could be taken back.
+    window.search->setFocus();
+    QTest::keyClicks(window.search, u"c"_s);
+    QTest::keyClick(window.search, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(window.names(), u"a b c d"_s);
+    QVERIFY(window.manager->history()[1].isStarred);
+    QTRY_VERIFY(window.message().isEmpty());
+    QVERIFY(window.scheduler.isIdle());
+}
+
+void HistoryWindowTest::deletionsAreFinalAfterFiveSeconds()
+{
+    Window window({item(u"a"_s, 2), item(u"b"_s, 1)});
+    window.press(0, RowAction::Delete);
+    window.scheduler.advance(4999ms);
+    QVERIFY(!window.message().isEmpty());
+    window.scheduler.advance(1ms);
+    QTRY_VERIFY(window.message().isEmpty());
+    QTest::keyClick(window.list, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(window.names(), u"b"_s);
+    // A later deletion counts by itself.
+    window.press(0, RowAction::Delete);
+    QCOMPARE(window.message(), u"已刪除 1 筆紀錄"_s);
+    window.view->windowClosed();
+    QTRY_VERIFY(window.message().isEmpty());
+    QVERIFY(window.names().isEmpty());
+}
+
+void HistoryWindowTest::clearing_data()
+{
+    QTest::addColumn<int>("unstarred");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("nothing to clear") << 0 << QString();
+    QTest::newRow("one") << 1 << u"已清除未收藏的紀錄"_s;
+    QTest::newRow("five") << 5 << u"已刪除 5 筆紀錄"_s;
+}
+
+void HistoryWindowTest::clearing()
+{
+    QFETCH(int, unstarred);
+    Window window(manyItems(unstarred) + QList<HistoryItem>{item(u"star"_s, 0, true)});
+    const QString before = window.names();
+    HistoryUndo undo(*window.manager, window.texts.manager, window.scheduler);
+    undo.clearUnstarred();
+    QTEST(undo.undoMessage(), "message");
+    QCOMPARE(window.names(), u"star"_s);
+    if (undo.isPending())
+        undo.undo();
+    QCOMPARE(window.names(), before);
+}
+
+void HistoryWindowTest::searchingAndItsKeys()
+{
+    Window window({item(u"alpha"_s, 3), item(u"beta"_s, 2), item(u"gamma"_s, 1)});
+    QSignalSpy closing(window.view.get(), &HistoryView::closeRequested);
+    QTest::keyClick(window.list, Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(QApplication::focusWidget(), window.search);
+    QTest::keyClicks(window.search, u"MM"_s);
+    QCOMPARE(window.list->model()->rowCount(), 1);
+    window.manager->add(u"hammer"_s, u"x"_s); // arrives in the open window, as far as it matches
+    window.manager->add(u"other"_s, u"x"_s);
+    window.queue.drain();
+    QCOMPARE(window.list->model()->rowCount(), 2);
+    QTest::keyClicks(window.search, u" "_s); // as typed
+    QCOMPARE(window.list->model()->rowCount(), 0);
+    QTest::keyClick(window.search, Qt::Key_Escape);
+    QCOMPARE(window.list->model()->rowCount(), 5);
+    QCOMPARE(closing.count(), 0);
+    QTest::keyClick(window.list, Qt::Key_Escape);
+    QCOMPARE(closing.count(), 1);
+}
+
+void HistoryWindowTest::keysActOnTheCurrentEntry()
+{
+    Window window({item(u"a"_s, 3), item(u"b"_s, 2), item(u"c"_s, 1)});
+    QTest::keyClick(window.list, Qt::Key_Home);
+    QTest::keyClick(window.list, Qt::Key_Down);
+    QTest::keyClick(window.list, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"B"_s);
+    QTest::keyClick(window.list, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"b"_s);
+    QTest::keyClick(window.list, Qt::Key_D, Qt::ControlModifier);
+    QVERIFY(window.manager->history()[1].isStarred);
+    QTest::keyClick(window.list, Qt::Key_Delete);
+    QCOMPARE(window.names(), u"a c"_s);
+    QCOMPARE(window.list->currentIndex().data().toString(), u"c"_s); // the next one is ready to go
+    QTest::keyClick(window.list, Qt::Key_Delete);
+    QTest::keyClick(window.list, Qt::Key_Delete);
+    QTest::keyClick(window.list, Qt::Key_Delete); // nothing is left
+    QVERIFY(window.names().isEmpty());
+}
+
+void HistoryWindowTest::copyFeedbackIsOfOneRowAndOneButton()
+{
+    Window window({item(u"a"_s, 2), item(u"b"_s, 1)});
+    const auto picture = [&](int row) {
+        return window.list->grab(window.list->visualRect(window.list->model()->index(row, 0))).toImage();
+    };
+    const QImage first = picture(0);
+    const QImage second = picture(1);
+    window.press(1, RowAction::CopyOriginal);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"b"_s);
+    QCOMPARE(picture(0), first);
+    const QImage copied = picture(1);
+    QVERIFY(copied != second);
+    window.press(1, RowAction::CopyTranslation);
+    QVERIFY(picture(1) != copied);
+    window.scheduler.advance(1499ms);
+    QVERIFY(picture(1) != second);
+    window.scheduler.advance(1ms);
+    QCOMPARE(picture(1), second);
+}
+
+void HistoryWindowTest::whatIsSeenStaysInItsPlace()
+{
+    Window window(manyItems(200, true));
+    QScrollBar *bar = window.list->verticalScrollBar();
+    bar->setValue(bar->maximum() / 2);
+    const QModelIndex seen = window.list->indexAt({200, 100});
+    const QPersistentModelIndex entry(seen);
+    const int top = window.list->visualRect(entry).top();
+    window.manager->add(u"new"_s, u"NEW"_s); // above what is seen
+    window.queue.drain();
+    QCOMPARE(window.list->model()->rowCount(), 201);
+    QCoreApplication::processEvents(); // the layout follows
+    QCOMPARE(window.list->visualRect(entry).top(), top);
+    // A row from above has another height than was likely; the ones below don't jump.
+    for (int i = 0; i < 40; ++i) {
+        const QPersistentModelIndex first(window.list->indexAt({200, 0}));
+        const int before = window.list->visualRect(first).top();
+        bar->setValue(bar->value() - 60);
+        QCOMPARE(window.list->visualRect(first).top(), before + 60);
+    }
+    bar->setValue(0);
+    window.manager->add(u"newest"_s, u"NEWEST"_s);
+    window.queue.drain();
+    QTRY_COMPARE(window.list->indexAt({200, 20}).data().toString(), u"newest"_s);
+}
+
+void HistoryWindowTest::rowsLieOneBelowTheOther()
+{
+    Window window(manyItems(300, true));
+    QTest::keyClick(window.list, Qt::Key_End);
+    const QModelIndex last = window.list->model()->index(299, 0);
+    QCOMPARE(window.list->currentIndex(), last);
+    const auto isWhollySeen = [&](const QModelIndex &index) {
+        return window.list->viewport()->rect().contains(window.list->visualRect(index));
+    };
+    QVERIFY(isWhollySeen(last));
+    for (int key : {Qt::Key_PageUp, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_Down}) {
+        QTest::keyClick(window.list, Qt::Key(key));
+        QVERIFY(isWhollySeen(window.list->currentIndex()));
+    }
+    QCOMPARE(window.list->currentIndex().row(), 1);
+    for (int y = 0; y < window.list->viewport()->height(); ++y) {
+        const QModelIndex index = window.list->indexAt({200, y});
+        QVERIFY(window.list->visualRect(index).contains(200, y));
+    }
+}
+
+void HistoryWindowTest::textFlows_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("lines"); // by the height
+    QTest::addColumn<bool>("isCutOff");
+    QTest::newRow("nothing") << QString() << 1 << false;
+    QTest::newRow("line breaks of all kinds") << u"a\r\nb\nc\u2028d"_s << 4 << false;
+    QTest::newRow("as many as there is room for") << u"a\nb\nc\nd\ne"_s << 5 << false;
+    QTest::newRow("one more") << u"a\nb\nc\nd\ne\nf"_s << 5 << true;
+    QTest::newRow("empty lines at the end") << u"a\n\n\n\n\n\n"_s << 5 << true;
+    QTest::newRow("a word without a break") << u"x"_s.repeated(5000) << 5 << true;
+    QTest::newRow("right to left") << u"שלום עולם "_s.repeated(200) << 5 << true;
+}
+
+void HistoryWindowTest::textFlows()
+{
+    QFETCH(QString, text);
+    const QFont font = QGuiApplication::font();
+    const TextFlow::Shape shape{.font = font, .width = 300, .maxLines = 5};
+    const qreal line = TextFlow(text.isEmpty() ? u"x"_s : text.left(1), shape, HistorySearch()).height();
+    const TextFlow flow(text, shape, HistorySearch());
+    QTEST(int(std::lround(flow.height() / line)), "lines");
+    QTEST(flow.isCutOff(), "isCutOff");
+}
+
+QTEST_MAIN(HistoryWindowTest)
+#include "HistoryWindowTest.moc"
