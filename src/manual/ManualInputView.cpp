@@ -22,6 +22,7 @@ namespace {
 constexpr QMargins margins(9, 0, 9, 9);
 constexpr double cornerRadius = 10;
 constexpr int padding = 14;
+constexpr int lowPanelPadding = 5;
 constexpr int headerHeight = 30;
 constexpr int headerPixels = 11;
 constexpr int textPixels = 15;
@@ -31,7 +32,7 @@ constexpr int markSide = 11;
 constexpr int leastHeightWithHeaders = 150;
 
 /// The glass's own tint; it alone makes white text readable over white.
-const QColor groundColor(12, 17, 26, 158);
+const QColor groundColor(12, 17, 26, 204);
 const QColor outlineColor = QColor::fromRgbF(1, 1, 1, 0.10F);
 const QColor dividerColor = QColor::fromRgbF(1, 1, 1, 0.12F);
 const QColor primaryColor = QColor::fromRgbF(1, 1, 1, 0.95F);
@@ -210,6 +211,8 @@ void ManualInputView::resizeEvent(QResizeEvent *)
     const bool hasHeaders = height() >= leastHeightWithHeaders;
     m_sourceHeader->setVisible(hasHeaders);
     m_resultHeader->setVisible(hasHeaders);
+    for (LongTextEdit *area : {m_editor, m_result})
+        area->document()->setDocumentMargin(hasHeaders ? padding : lowPanelPadding);
 }
 
 void ManualInputView::paintEvent(QPaintEvent *)

@@ -1,8 +1,14 @@
 #include "CapsuleButton.h"
 
+#include "Spring.h"
 #include "Symbol.h"
 
+#include <QKeyEvent>
 #include <QPainter>
+
+#include <utility>
+
+using namespace std::chrono_literals;
 
 namespace lucentra {
 
@@ -12,11 +18,9 @@ constexpr double symbolSide = 16;
 constexpr int textPixels = 12;
 constexpr double foregroundOpacity = 0.85;
 constexpr double pressedScale = 0.94;
-
-double groundOpacity(bool isDown, bool isUnderPointer)
-{
-    return isDown ? 0.18 : isUnderPointer ? 0.10 : 0;
-}
+constexpr double pressedGround = 0.18;
+constexpr double hoveredGround = 0.10;
+constexpr int pressMilliseconds = 80;
 
 } // namespace
 
@@ -31,12 +35,61 @@ CapsuleButton::CapsuleButton(QWidget *parent)
     bold.setPixelSize(textPixels);
     bold.setBold(true);
     setFont(bold);
+
+    m_press.setDuration(pressMilliseconds);
+    m_press.setEasingCurve(QEasingCurve::OutSine);
+    connect(&m_press, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        m_pressure = value.toDouble();
+        update();
+    });
+    connect(this, &QAbstractButton::pressed, this, [this] { animatePress(true); });
+    connect(this, &QAbstractButton::released, this, [this] { animatePress(false); });
+    m_change.setStartValue(0.0);
+    m_change.setEndValue(1.0);
+    connect(&m_change, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        m_presence = value.toDouble();
+        update();
+    });
 }
 
 void CapsuleButton::setSymbol(const QString &symbol)
 {
-    m_symbol = symbol;
+    if (symbol != m_symbol)
+        animateSymbol(std::exchange(m_symbol, symbol), m_symbolChange);
+}
+
+void CapsuleButton::setShown(bool shown)
+{
+    const bool appears = shown && isHidden();
+    setVisible(shown);
+    if (appears)
+        animateSymbol({}, {.fromScale = 0.8, .duration = springTime(250ms), .curve = springCurve()});
+}
+
+void CapsuleButton::animateSymbol(const QString &previous, const SymbolChange &change)
+{
+    m_change.stop();
+    m_change.setDuration(int(change.duration.count()));
+    m_change.setEasingCurve(change.curve);
+    m_fromScale = change.fromScale;
+    m_previousSymbol = previous;
+    m_presence = 1;
+    if (!m_reduceMotion && isVisible() && m_opacity > 0)
+        m_change.start();
     update();
+}
+
+void CapsuleButton::animatePress(bool down)
+{
+    m_press.stop();
+    m_press.setStartValue(m_pressure);
+    m_press.setEndValue(down ? 1.0 : 0.0);
+    if (m_reduceMotion) {
+        m_pressure = down;
+        update();
+    } else {
+        m_press.start();
+    }
 }
 
 void CapsuleButton::describe(const QString &label, const QString &toolTip)
@@ -51,26 +104,62 @@ void CapsuleButton::setOpacity(double opacity)
     update();
 }
 
+bool CapsuleButton::event(QEvent *event)
+{
+    // The capsule shows the text itself, at once.
+    return event->type() == QEvent::ToolTip || QAbstractButton::event(event);
+}
+
+void CapsuleButton::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!event->isAutoRepeat())
+            click();
+        break;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        event->ignore(); // the capsule's own
+        break;
+    default:
+        QAbstractButton::keyPressEvent(event);
+    }
+}
+
 void CapsuleButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(m_opacity);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_pressure > 0 || m_presence < 1);
     const QRectF whole = rect();
-    painter.setPen(hasFocus() ? QPen(QColor(255, 255, 255, 210), 1.5) : QPen(Qt::NoPen));
-    painter.setBrush(QColor::fromRgbF(1, 1, 1, float(groundOpacity(isDown(), underMouse()))));
-    painter.drawEllipse(whole.adjusted(1.5, 1.5, -1.5, -1.5));
-
     painter.translate(whole.center());
-    if (isDown())
-        painter.scale(pressedScale, pressedScale);
-    painter.setOpacity(m_opacity * foregroundOpacity);
-    if (!m_symbol.isEmpty()) {
-        paintSymbol(painter, m_symbol, {-symbolSide / 2, -symbolSide / 2, symbolSide, symbolSide});
-        return;
+    painter.setOpacity(m_opacity);
+    painter.setPen(hasFocus() ? QPen(QColor(255, 255, 255, 210), 1.5) : QPen(Qt::NoPen));
+    const double resting = underMouse() ? hoveredGround : 0;
+    painter.setBrush(QColor::fromRgbF(1, 1, 1, float(resting + (pressedGround - resting) * m_pressure)));
+    painter.drawEllipse(QPointF(), side / 2.0 - 1.5, side / 2.0 - 1.5);
+
+    const double pressScale = 1 - (1 - pressedScale) * m_pressure;
+    if (m_presence < 1 && !m_previousSymbol.isEmpty())
+        paintContent(painter, m_previousSymbol, 1 - m_presence, pressScale);
+    paintContent(painter, m_symbol, m_presence, pressScale * (m_fromScale + (1 - m_fromScale) * m_presence));
+}
+
+void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, double presence, double scale) const
+{
+    painter.save();
+    painter.scale(scale, scale);
+    painter.setOpacity(m_opacity * foregroundOpacity * presence);
+    if (!symbol.isEmpty()) {
+        paintSymbol(painter, symbol, {-symbolSide / 2, -symbolSide / 2, symbolSide, symbolSide});
+    } else {
+        painter.setPen(Qt::white);
+        painter.drawText(QRectF(-side / 2.0, -side / 2.0, side, side), Qt::AlignCenter, text());
     }
-    painter.setPen(Qt::white);
-    painter.drawText(whole.translated(-whole.center()), Qt::AlignCenter, text());
+    painter.restore();
 }
 
 } // namespace lucentra

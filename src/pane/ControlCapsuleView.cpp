@@ -1,27 +1,43 @@
 #include "ControlCapsuleView.h"
 
 #include "CapsuleButton.h"
+#include "CapsuleTooltip.h"
 #include "LocalizationManager.h"
 #include "NotificationCenter.h"
 #include "ProgressIndicator.h"
+#include "Spring.h"
 #include "TargetLanguageOption.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace lucentra {
 
 namespace {
 
-constexpr int fadeMilliseconds = 300;
+constexpr auto fadeResponse = 300ms;
 constexpr int menuDistance = 4;
+
+/// The card's and the capsule's colours; what isn't checked has no box.
+constexpr auto menuStyle = R"(
+    QMenu { background: #2c2f36; color: rgba(255, 255, 255, 242); border: 1px solid rgba(255, 255, 255, 46);
+            padding: 4px; font-size: 13px; }
+    QMenu::item { background: transparent; padding: 5px 18px 5px 28px; border-radius: 4px; }
+    QMenu::item:selected { background: #2f6fe4; }
+    QMenu::indicator { width: 12px; height: 12px; left: 8px; }
+    QMenu::indicator:checked { image: url(:/lucentra/symbols/checkmark.svg); }
+)";
 
 struct TranslateForm
 {
@@ -49,6 +65,7 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     : QWidget(parent)
     , m_localization(localization)
     , m_menu(new QMenu(this))
+    , m_tooltip(new CapsuleTooltip(parent))
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(6, 1, 6, 1);
@@ -62,14 +79,16 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     m_language = addButton(nullptr);
     m_history = addButton(&ControlCapsuleView::onHistoryTapped);
     m_settings = addButton(&ControlCapsuleView::onSettingsTapped);
+    m_translate->setSymbolChange({.fromScale = 0.85, .duration = 120ms, .curve = QEasingCurve::OutSine});
     m_copy->setSymbol(u"copy"_s);
     m_history->setSymbol(u"clock"_s);
     m_settings->setSymbol(u"gear"_s);
+    m_menu->setStyleSheet(QString::fromLatin1(menuStyle));
     connect(m_language, &QAbstractButton::clicked, this, &ControlCapsuleView::showLanguageMenu);
     connect(m_menu, &QMenu::aboutToHide, this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
 
-    m_fade.setDuration(fadeMilliseconds);
-    m_fade.setEasingCurve(QEasingCurve::OutCubic);
+    m_fade.setDuration(int(springTime(fadeResponse).count()));
+    m_fade.setEasingCurve(springCurve());
     connect(&m_fade, &QVariantAnimation::valueChanged, this,
             [this](const QVariant &value) { setOpacity(value.toDouble()); });
     notificationCenter.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { render(); });
@@ -103,6 +122,9 @@ void ControlCapsuleView::setState(const ControlCapsuleState &state)
 void ControlCapsuleView::setReduceMotion(bool reduceMotion)
 {
     m_reduceMotion = reduceMotion;
+    m_tooltip->setReduceMotion(reduceMotion);
+    for (CapsuleButton *button : std::as_const(m_buttons))
+        button->setReduceMotion(reduceMotion);
     render();
 }
 
@@ -114,10 +136,10 @@ void ControlCapsuleView::render()
     m_progress->setVisible(m_state.isProcessing);
     m_progress->setTurning(m_state.isProcessing && !m_reduceMotion);
 
-    m_copy->setVisible(m_state.isInputMode);
+    m_copy->setShown(m_state.isInputMode);
     m_copy->describe(text(u"複製翻譯結果"_s), text(u"複製翻譯結果"_s));
     const TranslateForm form = translateForm(m_state.translationActionState);
-    m_translate->setVisible(!m_state.isInputMode);
+    m_translate->setShown(!m_state.isInputMode);
     m_translate->setSymbol(form.symbol);
     m_translate->describe(text(form.label), text(form.label));
 
@@ -137,6 +159,7 @@ void ControlCapsuleView::render()
     m_history->describe(text(u"翻譯歷史紀錄"_s), text(u"翻譯歷史紀錄"_s));
     m_settings->describe(text(u"設定"_s), text(u"設定"_s));
     updateVisibility();
+    updateTooltip();
 }
 
 void ControlCapsuleView::showLanguageMenu()
@@ -151,6 +174,8 @@ void ControlCapsuleView::showLanguageMenu()
                 onTargetLanguageSelected(code);
         });
     }
+    m_hoveredButton = nullptr;
+    updateTooltip();
     m_menu->popup(m_language->mapToGlobal(QPoint(0, m_language->height() + menuDistance)));
 }
 
@@ -178,14 +203,55 @@ void ControlCapsuleView::setOpacity(double opacity)
     for (CapsuleButton *button : std::as_const(m_buttons))
         button->setOpacity(opacity);
     m_progress->setOpacity(opacity);
+    setAttribute(Qt::WA_TransparentForMouseEvents, opacity <= 0);
     update();
+}
+
+void ControlCapsuleView::updateTooltip()
+{
+    if (m_hoveredButton && m_hoveredButton->isVisible())
+        m_tooltip->showText(m_hoveredButton->toolTip(), geometry());
+    else
+        m_tooltip->hideText();
 }
 
 bool ControlCapsuleView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+    switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
         QMetaObject::invokeMethod(this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
+        break;
+    case QEvent::Enter:
+        m_hoveredButton = static_cast<CapsuleButton *>(watched);
+        updateTooltip();
+        break;
+    case QEvent::Leave:
+        if (m_hoveredButton == watched)
+            m_hoveredButton = nullptr;
+        updateTooltip();
+        break;
+    default:
+        break;
+    }
     return QWidget::eventFilter(watched, event);
+}
+
+void ControlCapsuleView::keyPressEvent(QKeyEvent *event)
+{
+    const bool isForward = event->key() == Qt::Key_Right || event->key() == Qt::Key_Down;
+    const bool isBackward = event->key() == Qt::Key_Left || event->key() == Qt::Key_Up;
+    QList<CapsuleButton *> shown;
+    std::copy_if(m_buttons.begin(), m_buttons.end(), std::back_inserter(shown),
+                 [](const CapsuleButton *button) { return button->isVisible(); });
+    const auto focused =
+        std::find_if(shown.begin(), shown.end(), [](const CapsuleButton *button) { return button->hasFocus(); });
+    if (focused == shown.end() || isForward == isBackward) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    const qsizetype next = focused - shown.begin() + (isForward ? 1 : shown.size() - 1);
+    shown[next % shown.size()]->setFocus(Qt::TabFocusReason);
 }
 
 void ControlCapsuleView::paintEvent(QPaintEvent *)

@@ -14,6 +14,7 @@ class QMenu;
 namespace lucentra {
 
 class CapsuleButton;
+class CapsuleTooltip;
 class LocalizationManager;
 class NotificationCenter;
 class ProgressIndicator;
@@ -32,14 +33,16 @@ struct ControlCapsuleState
 };
 
 /// The row of buttons in the pane's upper right corner. It can be seen while the pointer is over the pane or a pass
-/// runs, and for those who work without a pointer while one of its buttons has the focus. Main thread only.
+/// runs, and for those who work without a pointer while one of its buttons has the focus: Tab and the arrows reach them
+/// all. While it can't be seen it takes no clicks. Main thread only.
 class ControlCapsuleView : public QWidget
 {
 public:
     static constexpr int rowHeight = 32;
 
+    /// The tooltips of the buttons appear beneath the capsule on the parent.
     ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
-                       QWidget *parent = nullptr);
+                       QWidget *parent);
 
     // One call a tap. Those that aren't set are left out.
     std::function<void()> onTranslateTapped;
@@ -57,6 +60,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -64,6 +68,7 @@ private:
     void showLanguageMenu();
     void render();
     void updateVisibility();
+    void updateTooltip();
     void setOpacity(double opacity);
 
     const LocalizationManager &m_localization;
@@ -81,6 +86,8 @@ private:
     CapsuleButton *m_settings;
     QMenu *m_menu;
     QList<CapsuleButton *> m_buttons;
+    CapsuleTooltip *m_tooltip;                ///< the parent's
+    CapsuleButton *m_hoveredButton = nullptr; ///< whose tooltip is shown
 };
 
 } // namespace lucentra

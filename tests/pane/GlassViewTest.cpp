@@ -1,4 +1,5 @@
 #include "CapsuleButton.h"
+#include "CapsuleTooltip.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
@@ -318,6 +319,69 @@ private Q_SLOTS:
         pane.window.resize(TransparentWindow::smallestSize);
         pane.view->setProcessing(true);
         QVERIFY(capsule->geometry().left() > pane.window.standardButtons().last()->geometry().right());
+    }
+
+    void capsuleByKeyboard_data()
+    {
+        QTest::addColumn<QList<Qt::Key>>("keys"); // after Tab has reached the first button
+        QTest::addColumn<QString>("focused");
+        QTest::addColumn<int>("passes");
+        QTest::newRow("Return presses") << QList{Qt::Key_Return} << u"翻譯目前區域"_s << 1;
+        QTest::newRow("Space presses") << QList{Qt::Key_Space} << u"翻譯目前區域"_s << 1;
+        QTest::newRow("an arrow goes on") << QList{Qt::Key_Right, Qt::Key_Down} << u"切換到手動輸入"_s << 0;
+        QTest::newRow("back over the row's start") << QList{Qt::Key_Left} << u"設定"_s << 0;
+        QTest::newRow("on over its end") << QList{Qt::Key_Up, Qt::Key_Right} << u"翻譯目前區域"_s << 0;
+    }
+    void capsuleByKeyboard()
+    {
+        QFETCH(QList<Qt::Key>, keys);
+        QFETCH(QString, focused);
+        PaneFixture pane;
+        pane.window.makeKeyAndOrderFront();
+        QVERIFY(QTest::qWaitForWindowActive(&pane.window));
+        const auto *capsule = only<ControlCapsuleView>(pane.view);
+        pane.view->setFocus();
+        QTest::keyClick(pane.window.windowHandle(), Qt::Key_Tab);
+        QTRY_COMPARE(capsule->opacity(), 1.0);
+        for (const Qt::Key key : keys)
+            QTest::keyClick(pane.window.windowHandle(), key);
+        QCOMPARE(QApplication::focusWidget()->accessibleName(), focused);
+        QTEST(pane.passes, "passes");
+    }
+
+    void capsuleTakesNoClicksWhileItIsInvisible()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        const QPoint onSettings = only<ControlCapsuleView>(pane.view)->geometry().center() + QPoint(60, 0);
+        QVERIFY(!qobject_cast<QAbstractButton *>(pane.view->childAt(onSettings)));
+        pane.view->setHovering(true);
+        QVERIFY(qobject_cast<QAbstractButton *>(pane.view->childAt(onSettings)));
+    }
+
+    void tooltipsFollowThePointerAndTheState()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        pane.view->setHovering(true);
+        const auto *tooltip = only<CapsuleTooltip>(pane.view);
+        QAbstractButton *mode = buttonNamed(pane.view, u"切換為框選翻譯"_s);
+        QAbstractButton *settings = buttonNamed(pane.view, u"設定"_s);
+        const auto move = [](QWidget *widget, bool enters) {
+            QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+            QEvent leave(QEvent::Leave);
+            QCoreApplication::sendEvent(widget, enters ? &enter : &leave);
+        };
+        move(mode, true);
+        QCOMPARE(tooltip->text(), u"切換為框選翻譯 (當前:自動辨識)"_s);
+        pane.view->toggleTriggerMode();
+        QCOMPARE(tooltip->text(), u"切換為自動辨識 (當前:框選翻譯)"_s);
+        QVERIFY(pane.view->rect().contains(tooltip->geometry()));
+        move(settings, true);
+        move(mode, false);
+        QCOMPARE(tooltip->text(), u"設定"_s);
+        move(settings, false);
+        QVERIFY(tooltip->isHidden());
     }
 
     void capsuleNamesWhatItsButtonsDo()

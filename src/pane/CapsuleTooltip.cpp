@@ -1,0 +1,120 @@
+#include "CapsuleTooltip.h"
+
+#include "SoftShadow.h"
+#include "Spring.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr int fontPixels = 12;
+constexpr int sidePadding = 8;
+constexpr int verticalPadding = 4;
+constexpr double cornerRadius = 6;
+constexpr int distanceFromLeft = 8;
+constexpr int belowCapsule = 6;
+constexpr int shadowRoom = 4;
+constexpr double smallestScale = 0.9;
+constexpr double descent = 6; ///< how far above its place the bubble begins, points
+constexpr auto response = 300ms;
+
+const SoftShadow bubbleShadow{.color = QColor::fromRgbF(0, 0, 0, 0.2F), .radius = 2, .offset = {0, 2}};
+const QColor bubbleColor = QColor::fromRgbF(0, 0, 0, 0.75F);
+
+} // namespace
+
+CapsuleTooltip::CapsuleTooltip(QWidget *parent)
+    : PassThroughContainerView(parent)
+{
+    QFont medium = font();
+    medium.setPixelSize(fontPixels);
+    medium.setWeight(QFont::Medium);
+    setFont(medium);
+    m_motion.setDuration(int(springTime(response).count()));
+    m_motion.setEasingCurve(springCurve());
+    connect(&m_motion, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant &value) { setPresence(value.toDouble()); });
+    hide();
+}
+
+void CapsuleTooltip::showText(const QString &text, const QRect &capsule)
+{
+    if (text == m_text)
+        return;
+    m_text = text;
+    const QFontMetrics metrics(font());
+    const int width =
+        std::min(capsule.right() - distanceFromLeft, metrics.horizontalAdvance(text) + 2 * sidePadding + 1);
+    const QSize size(width, metrics.height() + 2 * verticalPadding);
+    const QPoint corner(capsule.right() + 1 - width, capsule.bottom() + 1 + belowCapsule);
+    setGeometry(QRect(corner, size).adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom));
+    renderPicture();
+    show();
+    raise();
+    moveTowards(1);
+}
+
+void CapsuleTooltip::hideText()
+{
+    if (m_text.isEmpty())
+        return;
+    m_text.clear();
+    moveTowards(0);
+}
+
+void CapsuleTooltip::moveTowards(double presence)
+{
+    m_motion.stop();
+    if (m_reduceMotion) {
+        setPresence(presence);
+        return;
+    }
+    m_motion.setStartValue(m_presence);
+    m_motion.setEndValue(presence);
+    m_motion.start();
+}
+
+void CapsuleTooltip::setPresence(double presence)
+{
+    m_presence = presence;
+    if (presence <= 0 && m_text.isEmpty())
+        hide();
+    update();
+}
+
+void CapsuleTooltip::renderPicture()
+{
+    m_picture = bubbleShadow.under(size(), devicePixelRatioF(), [this](QPainter &painter) {
+        const QRect bubble = rect().adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(bubbleColor);
+        painter.drawRoundedRect(bubble, cornerRadius, cornerRadius);
+        painter.setFont(font());
+        painter.setPen(Qt::white);
+        const QRect inner = bubble.adjusted(sidePadding, 0, -sidePadding, 0);
+        painter.drawText(inner, Qt::AlignCenter,
+                         QFontMetrics(font()).elidedText(m_text, Qt::ElideRight, inner.width() + 1));
+    });
+}
+
+void CapsuleTooltip::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setOpacity(m_presence);
+    const QPointF center = QRectF(rect()).center();
+    const double scale = smallestScale + (1 - smallestScale) * m_presence;
+    painter.translate(center.x(), center.y() - descent * (1 - m_presence));
+    painter.scale(scale, scale);
+    painter.drawImage(-center, m_picture);
+}
+
+} // namespace lucentra

@@ -1,0 +1,37 @@
+#include "Spring.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace lucentra {
+
+namespace {
+
+/// In radians of the undamped swing; 1 % of the way is left then.
+constexpr double restsAfter = 6.64;
+
+double covered(double radians)
+{
+    return 1 - (1 + radians) * std::exp(-radians);
+}
+
+qreal springAt(qreal progress)
+{
+    return progress >= 1 ? 1 : covered(progress * restsAfter) / covered(restsAfter);
+}
+
+} // namespace
+
+QEasingCurve springCurve()
+{
+    QEasingCurve curve;
+    curve.setCustomType(springAt);
+    return curve;
+}
+
+std::chrono::milliseconds springTime(std::chrono::milliseconds response)
+{
+    return std::chrono::milliseconds(std::lround(double(response.count()) * restsAfter / (2 * std::numbers::pi)));
+}
+
+} // namespace lucentra

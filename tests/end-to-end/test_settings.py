@@ -1,0 +1,229 @@
+#!/usr/bin/env python3
+"""The settings window, driven through the accessibility tree and the keyboard as by a user: keys go into a real keyring,
+tests go to a local server, and every change is in force at once."""
+import os
+import pathlib
+import subprocess
+import unittest
+
+import chat_server
+from chat_server import ChatServer
+from desktop import LUCENTRA
+from screen import Screen, eventually
+
+HERE = pathlib.Path(__file__).parent
+TITLE = "Settings$|設定$"
+ENGINES = ["On This Computer", "Google Translate", "Microsoft Azure Translator", "Gemini", "DeepL", "OpenAI", "Claude",
+           "OpenAI-Compatible API"]
+COMPATIBLE = 7
+KEY = "sk-secret-5Ω"
+
+
+class SettingsWindow(unittest.TestCase):
+    keyring = True
+
+    def setUp(self):
+        self.screen = Screen(composited=False, keyring=self.keyring)
+        self.screen.__enter__()
+        self.addCleanup(self.screen.__exit__)
+        self.server = ChatServer()
+        self.server.__enter__()
+        self.addCleanup(self.server.__exit__)
+        self.screen.preferences = {"compatibleBaseURL": self.server.base_url, "targetLanguageFollowsInterface": False,
+                                   "triggerMode": 1}
+        self.log = self.screen.home / "lucentra.log"
+        with self.log.open("w") as log:
+            self.process = self.screen.start([str(LUCENTRA)], stdout=log, stderr=subprocess.STDOUT)
+        self.screen.wait_for_name("com.tarnby.lucentra")
+
+    # What a user does
+
+    def open(self, tab: str = "") -> None:
+        self.assertEqual(self.screen.lucentra("settings").returncode, 0)
+        self.screen.must(self.windows, "the settings window")
+        if tab:
+            self.screen.must(lambda: self.form("tab", tab).returncode == 0, f"the tab {tab}")
+
+    def windows(self) -> list[str]:
+        return self.screen.output("xdotool", "search", "--onlyvisible", "--name", TITLE).split()
+
+    def form(self, *arguments: str) -> subprocess.CompletedProcess:
+        return subprocess.run(["/usr/bin/python3", str(HERE / "form.py"), *arguments], env=self.screen.environment,
+                              capture_output=True, encoding="utf-8", check=False)
+
+    def focus(self, name: str) -> None:
+        self.screen.must(lambda: self.form("focus", name).returncode == 0, f"the control {name}")
+        self.screen.must(lambda: "focused" in self.states(name), f"the focus on {name}")
+
+    def states(self, name: str) -> list[str]:
+        return self.form("states", name).stdout.split()
+
+    def choose(self, picker: str, index: int) -> None:
+        self.focus(picker)
+        self.screen.do("key Home" + " key Down" * index)
+
+    def choose_engine(self, number: int) -> None:
+        self.choose("Engine", number)
+        self.assertTrue(eventually(lambda: self.screen.preferences.get("translationEngine", 0) == number))
+
+    def type_key(self, key: str) -> None:
+        self.focus("API Key")
+        self.screen.do("key ctrl+a key BackSpace")
+        if key:
+            self.screen.do(f"type --delay 20 {key}")
+
+    def expect_text(self, part: str) -> None:
+        self.assertTrue(eventually(lambda: any(part in text for text in self.screen.texts()), 20),
+                        f"{part} isn't shown: {self.screen.texts()}")
+
+    def expect_no_text(self, part: str) -> None:
+        self.assertTrue(eventually(lambda: not any(part in text for text in self.screen.texts())), part)
+
+    def expect_test_possible(self, possible: bool) -> None:
+        self.assertTrue(eventually(lambda: ("enabled" in self.states("Test Connection")) == possible),
+                        f"the test isn't {possible=}")
+
+    def expect_stored(self, key: str, value) -> None:
+        self.assertTrue(eventually(lambda: self.screen.preferences.get(key) == value), (key, self.screen.preferences))
+
+
+class EnginesAndKeys(SettingsWindow):
+    def test_each_engine_has_its_section(self):
+        self.open("Translation")
+        sections = ["Built-in Translation", "Google Translate", "Microsoft Azure", "Gemini AI", "DeepL", "OpenAI",
+                    "Claude", "OpenAI-Compatible API"]
+        for number, section in enumerate(sections):
+            self.choose_engine(number)
+            self.assertTrue(eventually(lambda: section in self.screen.accessibility("labels").stdout.splitlines()), section)
+            # The on-device engine alone needs neither a key nor consent.
+            self.assertEqual(bool(self.form("states", "API Key").stdout), number > 0, section)
+            self.assertEqual(any("Allow text" in text for text in self.screen.texts()), number > 0, section)
+        self.choose_engine(0)
+        self.expect_test_possible(True)
+
+    def test_a_key_goes_into_the_keyring_and_nowhere_else(self):
+        self.open("Translation")
+        self.choose_engine(COMPATIBLE)
+        self.expect_text("There is no API key")
+        self.type_key(KEY)
+        self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == KEY))
+        self.expect_no_text("There is no API key")
+        for text in (self.screen.preferences_path.read_text(), self.log.read_text(), *self.screen.texts(),
+                     self.form("value", "API Key").stdout):
+            self.assertNotIn(KEY, text)
+        # The window forgets it when it is closed, and finds it again.
+        self.screen.do("key ctrl+w")
+        self.assertTrue(eventually(lambda: not self.windows()))
+        self.open()
+        self.expect_no_text("There is no API key")
+        self.type_key("")
+        self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") is None))
+        self.expect_text("There is no API key")
+
+    def test_the_connection(self):
+        self.open("Translation")
+        self.choose_engine(COMPATIBLE)
+        self.type_key("k")
+        self.expect_test_possible(False)
+        self.screen.press("Allow text to be sent to the compatible API endpoint you have set")
+        self.expect_stored("privacy.remoteTranslation.v1.engine.7", True)
+        self.expect_test_possible(True)
+        self.screen.press("Test Connection")
+        self.expect_text("Connection succeeded: «This is a connection test.»")
+        self.assertEqual(self.server.requests[0][1]["Authorization"], "Bearer k")
+        self.server.queued = [chat_server.too_many_requests] * 8
+        self.screen.press("Test Connection")
+        self.expect_text("Slow down, please")
+        self.server.queued.clear()
+        self.server.translate = str.upper
+        self.screen.press("Test Connection")
+        self.expect_text("no usable translation")
+        # The answer of an engine that is no longer chosen counts for nothing.
+        self.server.translate = lambda text: "late"
+        self.server.queued = [chat_server.pause(2)]
+        asked = len(self.server.requests)
+        self.screen.press("Test Connection")
+        self.assertTrue(eventually(lambda: len(self.server.requests) > asked))
+        self.expect_test_possible(False)
+        self.choose_engine(4)
+        self.choose_engine(COMPATIBLE)
+        self.screen.do("sleep 2.5")
+        self.assertFalse(any("late" in text for text in self.screen.texts()))
+        # Closing the window while a test hangs is safe.
+        self.server.queued = [chat_server.hang]
+        self.screen.press("Test Connection")
+        self.assertTrue(eventually(lambda: len(self.server.requests) > asked + 1))
+        self.screen.do("key ctrl+w")
+        self.assertTrue(eventually(lambda: not self.windows()))
+        self.open()
+        self.screen.press("Allow text to be sent to the compatible API endpoint you have set")
+        self.expect_stored("privacy.remoteTranslation.v1.engine.7", False)
+        self.expect_test_possible(False)
+        self.assertIsNone(self.process.poll())
+
+
+class WithoutAKeyring(SettingsWindow):
+    keyring = False
+
+    def test_a_key_that_cannot_be_saved_is_kept_and_said(self):
+        self.open("Translation")
+        self.choose_engine(4)
+        self.type_key(KEY)
+        self.expect_text("couldn’t be saved")
+        self.expect_no_text("There is no API key")
+        self.assertNotIn(KEY, self.screen.preferences_path.read_text() + self.log.read_text())
+
+
+class TheRest(SettingsWindow):
+    def test_every_label_follows_the_language(self):
+        self.open("General")
+        self.screen.press("Start at login")
+        autostart = self.screen.home / "config" / "autostart" / "com.tarnby.lucentra.desktop"
+        self.assertTrue(eventually(autostart.exists))
+        self.screen.press("Start at login")
+        self.assertTrue(eventually(lambda: not autostart.exists()))
+        self.form("tab", "Translation")
+        self.screen.press("Follow the interface language")
+        self.expect_stored("targetLanguageCode", "en")
+        self.form("tab", "General")
+        self.choose("Interface Language", 4)
+        self.expect_stored("appLanguage", "ja")
+        self.expect_stored("targetLanguageCode", "ja")
+        self.expect_text("表示言語")
+        self.assertTrue(eventually(lambda: "設定" in self.screen.output("xdotool", "getwindowname", self.windows()[0])))
+        self.screen.must(lambda: self.form("tab", "翻訳").returncode == 0, "the tab in Japanese")
+        self.expect_text("翻訳エンジン")
+
+    def test_what_is_changed_elsewhere_is_shown_at_once(self):
+        self.open("Translation")
+        self.choose_engine(0)
+        self.screen.preferences = self.screen.preferences | {"translationEngine": 4}
+        self.expect_text("Keys of DeepL")
+        self.assertIn("Deep", self.screen.accessibility("tree").stdout)
+
+    def test_a_recorded_hotkey_works(self):
+        self.open("Shortcuts")
+        self.screen.press("Show or hide the pane:")
+        self.screen.do("sleep 0.5 key ctrl+alt+k")
+        self.expect_stored("hotkeyString", "⌃⌥K")
+        panes = lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$").split()  # noqa: E731
+        self.assertTrue(eventually(panes))
+        self.screen.do("sleep 0.3 key ctrl+alt+k")
+        self.assertTrue(eventually(lambda: not panes()), self.log.read_text())
+
+    def test_it_opens_from_the_pane_and_stays_one(self):
+        self.screen.press("Settings")
+        self.screen.must(self.windows, "the settings window")
+        self.open("General")
+        self.assertEqual(len(self.windows()), 1)
+        pane = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$").split()[0]
+        skips = lambda: "SKIP_TASKBAR" in self.screen.output("xprop", "-id", pane, "_NET_WM_STATE")  # noqa: E731
+        self.assertFalse(skips())
+        self.screen.press("Show in the task bar")
+        self.assertTrue(eventually(skips))
+        self.assertTrue(eventually(lambda: "Settings" in self.screen.output("xdotool", "getactivewindow", "getwindowname")))
+
+
+if __name__ == "__main__":
+    os.chdir(HERE)
+    unittest.main(verbosity=2)
