@@ -211,7 +211,8 @@ void AppDelegate::openSettings()
                                    .hotkeys = m_hotkeys,
                                    .menu = m_mainMenu,
                                    .registerHotkeys = [this] { registerHotkeys(); },
-                                   .applyDockPresence = [this](bool on) { applyDockPresence(*m_window, on); }},
+                                   .applyDockPresence = [this](bool on) { applyDockPresence(*m_window, on); },
+                                   .paneFrame = [this] { return m_window->isShown() ? m_window->geometry() : QRect(); }},
             m_diagnostics);
     }
     SettingsWindowController &controller = m_settingsShell->controller();

@@ -27,6 +27,7 @@ public:
         MainMenu &menu;
         std::function<void()> registerHotkeys;
         std::function<void(bool showInDock)> applyDockPresence;
+        std::function<QRect()> paneFrame; ///< empty while the pane is hidden
     };
 
     /// What is referred to must outlive it.

@@ -169,10 +169,13 @@ QCheckBox *FormSection::addToggle(std::function<QString()> text, Binding<bool> b
     auto *toggle = new QCheckBox;
     const auto apply = [toggle, text = std::move(text)] { toggle->setText(text()); };
     m_form.keepText(apply);
-    m_form.keepValue([toggle, read = std::move(binding.read)] { toggle->setChecked(read()); });
-    connect(toggle, &QCheckBox::clicked, this, [this, write = std::move(binding.write)](bool isOn) {
-        if (write)
-            write(isOn);
+    m_form.keepValue([toggle, read = std::move(binding.read)] {
+        const QSignalBlocker quiet(toggle);
+        toggle->setChecked(read());
+    });
+    // Not the click: assistive technologies toggle without one.
+    connect(toggle, &QCheckBox::toggled, this, [this, write = std::move(binding.write)](bool isOn) {
+        write(isOn);
         m_form.refreshValues();
     });
     addWidget(toggle);

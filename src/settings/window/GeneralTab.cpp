@@ -7,7 +7,6 @@
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 
-#include <QCheckBox>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -46,13 +45,13 @@ void GeneralTab::addSystemSection(SettingsForm &form)
     const SettingsServices &services = form.services();
     SettingsStore &store = services.settings;
     LaunchAtLogin &launch = services.launchAtLogin;
-    QCheckBox *atLogin = section->addToggle(u"開機自動啟動"_s, {[&launch] { return launch.isEnabled(); }, {}});
-    connect(atLogin, &QCheckBox::clicked, this, [&launch, toggle = QPointer(atLogin)](bool isOn) {
-        launch.setEnabled(isOn, [toggle](bool isEnabled) {
-            if (toggle)
-                toggle->setChecked(isEnabled);
-        });
-    });
+    section->addToggle(u"開機自動啟動"_s, {[&launch] { return launch.isEnabled(); },
+                                           [&launch, form = QPointer(&form)](bool isOn) {
+                                               launch.setEnabled(isOn, [form](bool) {
+                                                   if (form)
+                                                       form->refreshValues(); // which asks for what is really in force
+                                               });
+                                           }});
     const auto stored = [&store](const Setting<bool> &setting) {
         return FormSection::Binding<bool>{[&store, setting] { return store.read(setting); },
                                           [&store, setting](const bool &isOn) { store.write(setting, isOn); }};

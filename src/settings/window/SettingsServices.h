@@ -4,6 +4,7 @@
 #include "Result.h"
 
 #include <QIcon>
+#include <QRect>
 #include <QString>
 
 #include <functional>
@@ -43,6 +44,8 @@ struct SettingsServices
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
     std::function<void(QMenuBar &bar)> fillMenuBar;
+    /// Where the pane lies on the screen, in points; empty while it is hidden. It floats above every window.
+    std::function<QRect()> paneFrame;
 
     QString settingsFolder; ///< where the settings' file lies; changes there are shown at once
     QString pagesFolder;    ///< where the pages lie that ship with the program

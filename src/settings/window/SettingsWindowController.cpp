@@ -9,6 +9,8 @@
 #include <QMenuBar>
 #include <QScreen>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,31 @@ namespace {
 
 /// Of the form, where no language needs more.
 constexpr QSize formSize(520, 440);
+
+/// The middle of the screen, or where the pane covers less of the window, beside it.
+QPoint uncoveredPlace(const QSize &size, const QRect &screen, const QRect &pane)
+{
+    constexpr int gap = 16;
+    constexpr int titleBar = 36; // which the window manager adds on top
+    QRect middle(QPoint(), size);
+    middle.moveCenter(screen.center());
+    const auto within = [&](int x, int y) {
+        return QRect(
+            QPoint(std::clamp(x, screen.left(), std::max(screen.left(), screen.right() - size.width())),
+                   std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() - size.height() - titleBar))),
+            size);
+    };
+    const std::array places{
+        middle, within(pane.right() + gap, middle.y()), within(pane.left() - gap - size.width(), middle.y()),
+        within(middle.x(), pane.bottom() + gap), within(middle.x(), pane.top() - gap - titleBar - size.height())};
+    const auto covered = [&](const QRect &place) {
+        const QSize common = place.intersected(pane).size();
+        return qint64(common.width()) * common.height();
+    };
+    return std::min_element(places.begin(), places.end(),
+                            [&](const QRect &one, const QRect &other) { return covered(one) < covered(other); })
+        ->topLeft();
+}
 
 } // namespace
 
@@ -72,7 +99,7 @@ void SettingsWindowController::placeAtFirst()
     const QSize size =
         formSize.expandedTo(m_view->minimumSizeHint()) + QSize(0, m_window->menuBar()->sizeHint().height());
     m_window->resize(size.boundedTo(screen.size()));
-    m_window->move(screen.center() - m_window->rect().center());
+    m_window->move(uncoveredPlace(m_window->size(), screen, m_services.paneFrame()));
 }
 
 void SettingsWindowController::forgetView()

@@ -73,6 +73,7 @@ struct Fixture
         .hotkeyRecordingChanged = [](bool) {},
         .isHotkeyRefused = [this] { return isHotkeyRefused; },
         .fillMenuBar = [](QMenuBar &) {},
+        .paneFrame = [] { return QRect(); },
         .settingsFolder = folder.path(),
         .pagesFolder = QString(),
         .applicationIcon = QIcon(),
