@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The settings window, driven through the accessibility tree and the keyboard as by a user: keys go into a real keyring,
 tests go to a local server, and every change is in force at once."""
+import json
 import os
 import pathlib
 import subprocess
@@ -59,8 +60,8 @@ class SettingsWindow(unittest.TestCase):
         return self.form("states", name).stdout.split()
 
     def choose(self, picker: str, index: int) -> None:
-        self.focus(picker)
-        self.screen.do("key Home" + " key Down" * index)
+        self.screen.must(lambda: self.form("open", picker).returncode == 0, f"the picker {picker}")
+        self.screen.do("sleep 0.5 key Home" + " key Down" * index + " key Return")
 
     def choose_engine(self, number: int) -> None:
         self.choose("Engine", number)
@@ -139,7 +140,7 @@ class EnginesAndKeys(SettingsWindow):
         self.screen.press("Test Connection")
         self.expect_text("no usable translation")
         # The answer of an engine that is no longer chosen counts for nothing.
-        self.server.translate = lambda text: "late"
+        self.server.translate = lambda text: "belated"
         self.server.queued = [chat_server.pause(2)]
         asked = len(self.server.requests)
         self.screen.press("Test Connection")
@@ -148,7 +149,7 @@ class EnginesAndKeys(SettingsWindow):
         self.choose_engine(4)
         self.choose_engine(COMPATIBLE)
         self.screen.do("sleep 2.5")
-        self.assertFalse(any("late" in text for text in self.screen.texts()))
+        self.assertFalse(any("belated" in text for text in self.screen.texts()))
         # Closing the window while a test hangs is safe.
         self.server.queued = [chat_server.hang]
         self.screen.press("Test Connection")
@@ -196,8 +197,10 @@ class TheRest(SettingsWindow):
 
     def test_what_is_changed_elsewhere_is_shown_at_once(self):
         self.open("Translation")
-        self.choose_engine(0)
-        self.screen.preferences = self.screen.preferences | {"translationEngine": 4}
+        self.expect_text("You use the built-in engine")
+        changed = self.screen.home / "changed.json"  # replaces the file as a whole, as another process of the program
+        changed.write_text(json.dumps(self.screen.preferences | {"translationEngine": 4}), encoding="utf-8")
+        changed.replace(self.screen.preferences_path)
         self.expect_text("Keys of DeepL")
         self.assertIn("Deep", self.screen.accessibility("tree").stdout)
 
