@@ -9,11 +9,14 @@
 #include "TargetLanguageOption.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
 
 #include <algorithm>
 #include <iterator>
@@ -199,12 +202,27 @@ void ControlCapsuleView::updateVisibility()
 
 void ControlCapsuleView::setOpacity(double opacity)
 {
+    const bool appears = m_opacity <= 0 && opacity > 0;
     m_opacity = opacity;
     for (CapsuleButton *button : std::as_const(m_buttons))
         button->setOpacity(opacity);
     m_progress->setOpacity(opacity);
     setAttribute(Qt::WA_TransparentForMouseEvents, opacity <= 0);
     update();
+    if (appears)
+        findPointer();
+}
+
+void ControlCapsuleView::findPointer()
+{
+    QWindow *handle = window()->windowHandle();
+    if (!handle || !m_state.isHovering || QGuiApplication::mouseButtons() != Qt::NoButton)
+        return;
+    // A pointer that came to rest on a button before there was one is told of it by a move to where it is.
+    const QPointF onScreen = QCursor::pos();
+    const QPointF onWindow = window()->mapFromGlobal(onScreen);
+    QCoreApplication::postEvent(handle, new QMouseEvent(QEvent::MouseMove, onWindow, onWindow, onScreen, Qt::NoButton,
+                                                        Qt::NoButton, QGuiApplication::keyboardModifiers()));
 }
 
 void ControlCapsuleView::updateTooltip()

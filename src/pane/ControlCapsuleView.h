@@ -70,6 +70,7 @@ private:
     void updateVisibility();
     void updateTooltip();
     void setOpacity(double opacity);
+    void findPointer();
 
     const LocalizationManager &m_localization;
     ControlCapsuleState m_state;
