@@ -332,7 +332,7 @@ bool AppDelegate::perform(Invocation::Command command)
     case Command::History:
         return call(m_actions.openHistory);
     case Command::Quit:
-        QCoreApplication::quit();
+        QCoreApplication::exit();
         return true;
     default:
         return false;

@@ -76,7 +76,7 @@ void MainMenu::fillApplicationMenu()
     m_application.addSeparator();
     add(m_application, u"隱藏 Lucentra"_s, Qt::CTRL | Qt::Key_H, hideApplication);
     m_application.addSeparator();
-    add(m_application, u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::quit(); });
+    add(m_application, u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
 }
 
 void MainMenu::fillEditMenu()

@@ -74,7 +74,8 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    signalsToQuit.listen([] { QCoreApplication::quit(); });
+    // Not quit, which asks every window first: the pane only hides when it is closed, and so says no.
+    signalsToQuit.listen([] { QCoreApplication::exit(); });
     RemoteControl remoteControl(QDBusConnection::sessionBus());
     const auto claim = remoteControl.claim();
     if (claim == RemoteControl::Claim::Taken)

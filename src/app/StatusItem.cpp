@@ -74,7 +74,7 @@ void StatusItem::build()
         add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
         m_menu.addSeparator();
     }
-    add(u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::quit(); });
+    add(u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
     if (!m_icon)
         look();
 }

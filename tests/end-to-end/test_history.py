@@ -68,7 +68,7 @@ class HistoryWindow(unittest.TestCase):
         frame = self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:]
 
         pane.process.send_signal(signal.SIGTERM)
-        self.assertEqual(pane.process.wait(10), 0)
+        self.assertEqual(pane.process.wait(20), 0)
         self.screen.start_pane(120, 170, 520, 300)
         self.open_window()
         self.shown("THE LIGHTHOUSE KEEPER WRITES", "Starred")

@@ -59,13 +59,20 @@ QColor withAlpha(QColor color, qreal alpha)
     return color;
 }
 
+QString timeText(const HistoryItem &item, const QLocale &locale)
+{
+    // Part of the day in words, which Traditional Chinese asks for, is nothing that Qt knows; without it hours run
+    // to 23.
+    return locale.toString(dateOf(item.timestamp), locale.dateTimeFormat(QLocale::ShortFormat).remove(u'B'));
+}
+
 } // namespace
 
 HistoryRowLayout::HistoryRowLayout(const HistoryItem &item, qreal width, const HistorySearch &search, bool isExpanded,
                                    const LocalizationManager &texts)
     : m_isStarred(item.isStarred)
     , m_width(width)
-    , m_time(QLocale(texts.resolvedLanguageCode()).toString(dateOf(item.timestamp), QLocale::ShortFormat))
+    , m_time(timeText(item, QLocale(texts.resolvedLanguageCode())))
     , m_original(item.originalText, shapeOf(fontOfSize(15, QFont::Medium), width, isExpanded), search)
     , m_translation(item.translatedText, shapeOf(fontOfSize(14), width, isExpanded), search)
     , m_originalTop(padding + QFontMetricsF(smallFont()).height() + spacing / 2)
