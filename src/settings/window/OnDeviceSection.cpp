@@ -9,6 +9,8 @@
 #include <QMap>
 #include <QPointer>
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,8 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
+
+constexpr std::chrono::seconds lookInterval{3};
 
 /// A language as its own speakers call it.
 QString ownName(const QString &code)
@@ -85,13 +89,22 @@ void OnDeviceSection::refresh()
     m_worker.start([self = QPointer(this), &mainQueue = services.mainQueue, status = services.onDeviceStatus] {
         auto found = status();
         mainQueue.post([self, found = std::move(found)] {
-            if (!self)
-                return;
-            self->m_services = found;
-            self->m_isKnown = true;
-            self->showStatus();
+            if (self)
+                self->take(found);
         });
     });
+}
+
+void OnDeviceSection::take(const QList<OnDeviceServiceStatus> &services)
+{
+    m_services = services;
+    m_isKnown = true;
+    showStatus();
+    m_nextLook.reset();
+    const bool isEmpty = std::all_of(services.begin(), services.end(),
+                                     [](const OnDeviceServiceStatus &service) { return service.pairs.isEmpty(); });
+    if (isEmpty && !isHidden()) // the memory of phrases may still be built
+        m_nextLook = form().services().scheduler.after(lookInterval, [this] { refresh(); });
 }
 
 void OnDeviceSection::showStatus()

@@ -2,8 +2,11 @@
 
 #include "FormSection.h"
 #include "OnDeviceTranslationService.h"
+#include "Scheduler.h"
 
 #include <QThreadPool>
+
+#include <memory>
 
 namespace lucentra {
 
@@ -17,12 +20,14 @@ public:
     void refresh();
 
 private:
+    void take(const QList<OnDeviceServiceStatus> &services);
     void showStatus();
 
     QLabel *m_status;
     QList<OnDeviceServiceStatus> m_services;
     bool m_isKnown = false;
-    QThreadPool m_worker; ///< last: its destruction waits for what still runs
+    std::unique_ptr<ScheduledTask> m_nextLook; ///< while there is nothing yet
+    QThreadPool m_worker;                      ///< last: its destruction waits for what still runs
 };
 
 } // namespace lucentra
