@@ -21,6 +21,11 @@ target_precompile_headers(lucentra-precompiled PRIVATE
     <QByteArray> <QDateTime> <QHash> <QJsonDocument> <QJsonObject> <QList> <QObject> <QRectF> <QString>
     <QStringList> <QThreadPool> <QUuid> <QVariant> <algorithm> <chrono> <functional> <memory> <optional> <tl/expected.hpp>)
 
+if(LUCENTRA_UNITY_BUILD)
+    # What is local to one file is seen by its neighbours then.
+    target_compile_options(lucentra-common INTERFACE -Wno-shadow -Wno-unused-function -Wno-subobject-linkage)
+endif()
+
 # lucentra_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
 # One folder of the program. Its own directory is its only include path, so that a folder sees just those that it
 # links: an include against the direction of the arrows isn't found.
@@ -29,7 +34,8 @@ function(lucentra_library name)
     add_library(${name} STATIC ${arg_SOURCES})
     target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
     target_link_libraries(${name} PUBLIC lucentra-common Qt6::Core tl::expected ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    set_target_properties(${name} PROPERTIES
+        AUTOMOC ON UNITY_BUILD ${LUCENTRA_UNITY_BUILD} UNITY_BUILD_BATCH_SIZE 12)
     target_precompile_headers(${name} REUSE_FROM lucentra-precompiled)
 endfunction()
 
