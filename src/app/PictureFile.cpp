@@ -87,6 +87,9 @@ Result<void> checkPictureDestination(const QString &path, const LocalizationMana
     const QFileInfo folder(file.absolutePath());
     if (!QImageWriter::supportedImageFormats().contains(formatOf(path)))
         return unwritable(path, texts.localized(u"不支援的圖片格式"_s), texts);
+    // The picture takes the place of what is there: a device must not be lost to it.
+    if (file.exists() && !file.isDir() && !file.isFile())
+        return unwritable(path, qt_error_string(ENOTSUP), texts);
     if (file.isDir() || !folder.isDir() || !folder.isWritable() || (file.exists() && !file.isWritable()))
         return unwritable(path, qt_error_string(file.isDir() ? EISDIR : folder.isDir() ? EACCES : ENOENT), texts);
     return {};

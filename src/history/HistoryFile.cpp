@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <cerrno>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -103,6 +104,8 @@ Result<QList<HistoryItem>> readHistoryFile(const QString &path)
     QFile file(path);
     if (!file.exists())
         return QList<HistoryItem>();
+    if (!QFileInfo(path).isFile()) // a pipe would never end, nor would some devices
+        return failure(qt_error_string(ENOTSUP));
     if (!file.open(QIODevice::ReadOnly))
         return failure(file.errorString());
     const QByteArray json = file.readAll();
@@ -120,6 +123,8 @@ void createFolderOf(const QString &path)
 
 Result<void> writePrivateFile(const QString &path, const QByteArray &content)
 {
+    if (const QFileInfo info(path); info.exists() && !info.isFile()) // the new file would take its place
+        return failure(qt_error_string(ENOTSUP));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return failure(file.errorString());

@@ -163,7 +163,8 @@ class CommandLine(unittest.TestCase):
 
     def test_nothing_is_sent_for_an_answer_that_cannot_be_kept(self):
         sample_page.render(self.picture, sample_page.ENGLISH)
-        for output in ("page.xyz", "none/page.png", "."):
+        os.mkfifo(self.session.home / "pipe")
+        for output in ("page.xyz", "none/page.png", ".", "pipe"):
             with self.subTest(output):
                 self.fails(2, "image", str(self.picture), "--output", str(self.session.home / output))
         self.fails(1, "image", str(self.picture), "--output", "--json")

@@ -262,7 +262,7 @@ class StatusItem(OnADesktop):
         self.expect_pane(True)
         titles = dict(line.split("\t") for line in self.item(address, "titles").splitlines())
         self.assertEqual(titles, {"Show/Hide Translation Pane": "Ctrl+Shift+K", "Translate Current Area": "Alt+Return",
-                                  "Quit Lucentra": "Ctrl+Q"})
+                                  "Settings…": "Ctrl+,", "Quit Lucentra": "Ctrl+Q"})
         self.item(address, "click", "Show/Hide Translation Pane")
         self.expect_pane(False)
         self.item(address, "activate")
