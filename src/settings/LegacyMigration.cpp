@@ -97,7 +97,9 @@ QString copyHistory(const QByteArray &content, const QString &historyFile)
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    file.write(content);
+    // A full disk takes the first part, which the toolkit counts as no error.
+    if (file.write(content) != content.size())
+        return u"only a part of it could be written"_s;
     return file.commit() ? QString() : file.errorString();
 }
 

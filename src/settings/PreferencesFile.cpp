@@ -158,9 +158,11 @@ bool PreferencesFile::keepAside()
 
 bool PreferencesFile::save(const QJsonObject &newValues)
 {
+    const QByteArray content = QJsonDocument(newValues).toJson();
     QSaveFile file(m_path);
+    // A full disk takes the first part, which the toolkit counts as no error.
     const bool isSaved = file.open(QIODevice::WriteOnly) && file.setPermissions(ownerOnly) &&
-                         file.write(QJsonDocument(newValues).toJson()) >= 0 && file.commit();
+                         file.write(content) == content.size() && file.commit();
     if (!isSaved)
         return fail(file.errorString());
     values(); // what stays in use should the file be broken later

@@ -128,8 +128,8 @@ Result<void> AutostartEntry::write(const QString &content)
     QSaveFile file(m_path);
     if (!file.open(QIODevice::WriteOnly))
         return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
-    file.write(content.toUtf8());
-    if (!file.commit())
+    const QByteArray bytes = content.toUtf8();
+    if (file.write(bytes) != bytes.size() || !file.commit())
         return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
     return {};
 }
