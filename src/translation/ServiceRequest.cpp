@@ -4,7 +4,8 @@
 #include "LocalizationManager.h"
 #include "Text.h"
 
-#include <QUrl>
+#include <QHash>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -16,12 +17,39 @@ constexpr std::chrono::seconds postTimeout{45};
 constexpr qsizetype longestPlainMessage = 300;
 constexpr qsizetype longestMessage = 4000;
 
+// Every form in which a service may echo one character of a key: as it is, in a URL, in a JSON string, in HTML.
+QString echoesOf(char32_t character)
+{
+    const QString plain = QString::fromUcs4(&character, 1);
+    QStringList forms{QRegularExpression::escape(plain), u"\\\\+"_s + QRegularExpression::escape(plain),
+                      u"&#0*%1;"_s.arg(uint(character)),
+                      u"(?i:&#x0*%1;)"_s.arg(QString::number(uint(character), 16))};
+    QString inUrl;
+    for (const char byte : plain.toUtf8())
+        inUrl += u"%"_s + QString::number(uchar(byte), 16).rightJustified(2, u'0');
+    QString inJson;
+    for (const QChar unit : plain)
+        inJson += u"\\\\+u"_s + QString::number(unit.unicode(), 16).rightJustified(4, u'0');
+    forms << u"(?i:%1|%2)"_s.arg(inUrl, inJson);
+    static const QHash<char32_t, QString> named{
+        {U'&', u"&amp;"_s}, {U'<', u"&lt;"_s}, {U'>', u"&gt;"_s}, {U'"', u"&quot;"_s}, {U'\'', u"&apos;"_s}};
+    if (named.contains(character))
+        forms.prepend(named[character]);
+    return u"(?:"_s + forms.join(u'|') + u")"_s;
+}
+
 QString withoutKey(QString message, const QString &key)
 {
     if (key.isEmpty())
         return message;
-    const QString encoded = QString::fromLatin1(QUrl::toPercentEncoding(key));
-    return message.replace(key, u"•••"_s).replace(encoded, u"•••"_s);
+    const QString hidden = u"•••"_s;
+    message.replace(key, hidden);
+    QString pattern;
+    for (const char32_t character : key.toUcs4())
+        pattern += echoesOf(character);
+    const QRegularExpression echo(pattern, QRegularExpression::UseUnicodePropertiesOption);
+    // A key too long for a pattern is no service's key; rather no message than one that may hold a part of it.
+    return echo.isValid() ? message.replace(echo, hidden) : hidden;
 }
 
 } // namespace
