@@ -174,9 +174,12 @@ bool X11GlobalHotkeys::grab(quint8 key, quint16 state)
 
 void X11GlobalHotkeys::ungrab(quint8 key, quint16 state)
 {
-    forEachSubset(m_masks.locks,
-                  [&](quint16 locks) { xcb_ungrab_key(m_connection.get(), key, m_root, state | locks); });
-    xcb_flush(m_connection.get());
+    xcb_void_cookie_t last{};
+    forEachSubset(m_masks.locks, [&](quint16 locks) {
+        last = xcb_ungrab_key_checked(m_connection.get(), key, m_root, state | locks);
+    });
+    // Once this returns, another program can have the combination.
+    const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), last));
 }
 
 void X11GlobalHotkeys::release(const Registration *registration)
