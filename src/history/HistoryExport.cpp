@@ -1,6 +1,7 @@
 #include "HistoryExport.h"
 
 #include "HistoryFile.h"
+#include "PrivateFile.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

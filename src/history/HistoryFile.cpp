@@ -1,5 +1,6 @@
 #include "HistoryFile.h"
 
+#include "PrivateFile.h"
 #include "Text.h"
 
 #include <QDateTime>
@@ -9,7 +10,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <cerrno>
 #include <optional>
@@ -25,8 +25,6 @@ constexpr auto originalTextKey = "originalText"_L1;
 constexpr auto translatedTextKey = "translatedText"_L1;
 constexpr auto timestampKey = "timestamp"_L1;
 constexpr auto isStarredKey = "isStarred"_L1;
-
-constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 tl::unexpected<Failure> failure(const QString &description)
 {
@@ -112,30 +110,6 @@ Result<QList<HistoryItem>> readHistoryFile(const QString &path)
     if (file.error() != QFileDevice::NoError)
         return failure(file.errorString());
     return decodeHistory(json);
-}
-
-void createFolderOf(const QString &path)
-{
-    const QString folder = QFileInfo(path).absolutePath();
-    if (!QFileInfo::exists(folder) && QDir().mkpath(folder))
-        QFile::setPermissions(folder, ownerOnly | QFileDevice::ExeOwner);
-}
-
-Result<void> writePrivateFile(const QString &path, const QByteArray &content)
-{
-    if (const QFileInfo info(path); info.exists() && !info.isFile()) // the new file would take its place
-        return failure(qt_error_string(ENOTSUP));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return failure(file.errorString());
-    // Still empty, so nothing can have been read with the permissions that it was created with.
-    file.setPermissions(ownerOnly);
-    if (file.write(content) != content.size()) // a full disk takes the first part, which Qt counts as no error
-        return failure(file.error() == QFileDevice::NoError ? u"only a part of it could be written"_s
-                                                            : file.errorString());
-    if (!file.commit()) // syncs
-        return failure(file.errorString());
-    return {};
 }
 
 Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items)

@@ -20,19 +20,12 @@ Result<QList<HistoryItem>> decodeHistory(const QByteArray &json);
 /// Reads and decodes a file; a missing one is an empty history.
 Result<QList<HistoryItem>> readHistoryFile(const QString &path);
 
-/// Replaces a file whole or not at all: at any moment there is the old content or the new one, which is on the disk
-/// before it takes the old one's place. Readable by its owner only; a failure leaves the old content.
-Result<void> writePrivateFile(const QString &path, const QByteArray &content);
-
-/// The same with the history's JSON; a missing folder is made, for the owner only.
+/// Replaces the file by `encodeHistory` of the items, private and whole; a missing folder is made, for the owner only.
 Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items);
 
 /// Moves a file that could not be read out of the way: beside it, as "history.unreadable-<time>.json". One that
 /// is gone by now is no failure.
 Result<void> keepUnreadableFile(const QString &path);
-
-/// Makes a file's folder where it is missing, for the owner only. A failure shows when the file is written.
-void createFolderOf(const QString &path);
 
 /// Removes the unfinished copies that a process which was killed has left beside the file. Only where no other process
 /// writes it.

@@ -2,6 +2,7 @@
 
 #include "HistoryFile.h"
 #include "MainQueue.h"
+#include "PrivateFile.h"
 
 #include <QPointer>
 #include <QSet>

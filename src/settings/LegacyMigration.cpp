@@ -1,5 +1,6 @@
 #include "LegacyMigration.h"
 
+#include "PrivateFile.h"
 #include "PropertyList.h"
 #include "RegularFile.h"
 #include "Settings.h"
@@ -8,7 +9,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <array>
@@ -84,25 +84,6 @@ QStringList historySources(const LegacyFolders &folders, const QString &historyF
     return sources;
 }
 
-/// Nothing, or why the copy failed.
-QString copyHistory(const QByteArray &content, const QString &historyFile)
-{
-    const QString folder = QFileInfo(historyFile).absolutePath();
-    if (!QFileInfo::exists(folder)) {
-        if (!QDir().mkpath(folder))
-            return u"no folder "_s + folder;
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-    QSaveFile file(historyFile);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    // A full disk takes the first part, which the toolkit counts as no error.
-    if (file.write(content) != content.size())
-        return u"only a part of it could be written"_s;
-    return file.commit() ? QString() : file.errorString();
-}
-
 void migrateHistory(const LegacyFolders &folders, const QString &historyFile, const DiagnosticLine &diagnostics)
 {
     const QFileInfo destination(historyFile);
@@ -112,9 +93,11 @@ void migrateHistory(const LegacyFolders &folders, const QString &historyFile, co
         const auto content = readRegularFile(source, largestHistory);
         if (!content && content.error() == RegularFileError::Unreadable)
             continue;
-        const QString problem = content ? copyHistory(*content, historyFile) : u"the file is too large"_s;
-        if (problem.isEmpty())
+        createFolderOf(historyFile);
+        const auto copied = content ? writePrivateFile(historyFile, *content) : Result<void>();
+        if (content && copied)
             return;
+        const QString problem = content ? copied.error().description : u"the file is too large"_s;
         if (diagnostics)
             diagnostics(u"Local data migration skipped history source "_s + source + u": "_s + problem);
     }

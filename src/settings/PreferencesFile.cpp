@@ -1,5 +1,8 @@
 #include "PreferencesFile.h"
 
+#include "PrivateFile.h"
+#include "RegularFile.h"
+
 #include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -7,7 +10,6 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QLockFile>
-#include <QSaveFile>
 
 #include <sys/stat.h>
 
@@ -22,8 +24,6 @@ namespace lucentra {
 
 namespace {
 
-constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-constexpr auto ownersFolder = ownerOnly | QFileDevice::ExeOwner;
 // A write takes milliseconds; whoever holds the lock for longer than this hangs.
 constexpr auto lockTimeout = 2s;
 // Far beyond any real settings file; keeps a wrong file from being read into memory whole.
@@ -77,7 +77,8 @@ QJsonObject PreferencesFile::values()
 
 bool PreferencesFile::apply(const QHash<QString, QJsonValue> &changes)
 {
-    if (!makeFolder())
+    createFolderOf(m_path);
+    if (!QFileInfo(QFileInfo(m_path).absolutePath()).isDir())
         return fail(u"its folder cannot be made"_s);
     QLockFile lock(m_path + u".lock"_s);
     if (!takeLock(lock))
@@ -113,14 +114,10 @@ PreferencesFile::Content PreferencesFile::look() const
     const QFileInfo info(m_path);
     if (!info.exists() && !info.isSymLink())
         return {State::Missing, {}};
-    QFile file(m_path);
-    // Anything but a plain file (a pipe) could hold the reader for ever.
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+    const auto bytes = readRegularFile(m_path, maximumSize);
+    if (!bytes && bytes.error() == RegularFileError::Unreadable)
         return {State::Unreadable, {}};
-    const QByteArray bytes = file.read(maximumSize + 1);
-    if (file.error() != QFileDevice::NoError)
-        return {State::Unreadable, {}};
-    const QJsonDocument document = bytes.size() > maximumSize ? QJsonDocument() : QJsonDocument::fromJson(bytes);
+    const QJsonDocument document = bytes ? QJsonDocument::fromJson(*bytes) : QJsonDocument();
     if (!document.isObject())
         return {State::Broken, {}};
     return {State::Valid, document.object()};
@@ -131,15 +128,6 @@ void PreferencesFile::adopt(const Content &content, const Stamp &stamp)
     if (content.state == State::Valid || content.state == State::Missing)
         m_values = content.values;
     m_stamp = stamp;
-}
-
-bool PreferencesFile::makeFolder() const
-{
-    const QString folder = QFileInfo(m_path).absolutePath();
-    if (QFileInfo(folder).isDir())
-        return true;
-    QDir().mkpath(QFileInfo(folder).absolutePath());
-    return QDir().mkdir(folder, ownersFolder) || QFileInfo(folder).isDir();
 }
 
 bool PreferencesFile::keepAside()
@@ -158,13 +146,9 @@ bool PreferencesFile::keepAside()
 
 bool PreferencesFile::save(const QJsonObject &newValues)
 {
-    const QByteArray content = QJsonDocument(newValues).toJson();
-    QSaveFile file(m_path);
-    // A full disk takes the first part, which the toolkit counts as no error.
-    const bool isSaved = file.open(QIODevice::WriteOnly) && file.setPermissions(ownerOnly) &&
-                         file.write(content) == content.size() && file.commit();
-    if (!isSaved)
-        return fail(file.errorString());
+    const auto saved = writePrivateFile(m_path, QJsonDocument(newValues).toJson());
+    if (!saved)
+        return fail(saved.error().description);
     values(); // what stays in use should the file be broken later
     m_hasReportedFailure = false;
     return true;

@@ -49,7 +49,6 @@ private:
     Stamp stamp() const;
     Content look() const;
     void adopt(const Content &content, const Stamp &stamp);
-    bool makeFolder() const;
     bool keepAside();
     bool save(const QJsonObject &newValues);
     bool fail(const QString &reason);

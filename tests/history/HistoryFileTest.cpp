@@ -1,4 +1,5 @@
 #include "HistoryFile.h"
+#include "PrivateFile.h"
 
 #include <QDir>
 #include <QFile>

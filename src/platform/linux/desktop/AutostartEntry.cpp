@@ -1,10 +1,11 @@
 #include "AutostartEntry.h"
 
+#include "PrivateFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -124,13 +125,10 @@ Result<void> AutostartEntry::setEnabled(bool enabled)
 
 Result<void> AutostartEntry::write(const QString &content)
 {
-    QDir().mkpath(QFileInfo(m_path).absolutePath()); // a failure shows below
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
-    const QByteArray bytes = content.toUtf8();
-    if (file.write(bytes) != bytes.size() || !file.commit())
-        return tl::unexpected(failure(m_path + u": "_s + file.errorString()));
+    createFolderOf(m_path);
+    const auto written = writePrivateFile(m_path, content.toUtf8());
+    if (!written)
+        return tl::unexpected(failure(m_path + u": "_s + written.error().description));
     return {};
 }
 
