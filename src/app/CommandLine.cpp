@@ -4,6 +4,8 @@
 #include "LocalizationManager.h"
 #include "TranslationEngine.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <array>
 
@@ -111,7 +113,8 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
         return !value.isEmpty();
     } else if (option == u"target") {
         invocation.target = value;
-        return !value.isEmpty();
+        static const QRegularExpression languageTag(u"^[A-Za-z0-9]{1,8}([-_][A-Za-z0-9]{1,8}){0,5}\\z"_s);
+        return languageTag.match(value).hasMatch();
     } else if (option == u"search") {
         invocation.search = value;
     } else if (option == u"format") {
@@ -121,7 +124,7 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
         bool isNumber = false;
         const int number = value.toInt(&isNumber);
         invocation.engine = number;
-        return isNumber && translationEngine(number).has_value();
+        return isNumber && value == QString::number(number) && translationEngine(number).has_value();
     }
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include "LocalizationManager.h"
 
+#include <QBuffer>
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
@@ -15,6 +17,9 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
+
+/// A picture of the largest size without any compression; what a pipe says beyond it is not read.
+constexpr qint64 maximumPipedBytes = maximumPicturePixels * 4 + 1024 * 1024;
 
 Failure pictureFailure(const QString &description)
 {
@@ -36,13 +41,22 @@ tl::unexpected<Failure> unwritable(const QString &path, const QString &reason, c
 
 Result<QImage> readPicture(const QString &path, const LocalizationManager &texts)
 {
-    const QFileInfo file(path);
-    if (!file.isFile() || !file.isReadable())
+    QFile file(path);
+    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
         return tl::unexpected(pictureFailure(texts.formatted(u"無法讀取圖片：%@"_s, path)));
-    if (file.size() == 0)
+    // A pipe can't be read twice, as finding out a picture's format wants to.
+    QByteArray piped;
+    QBuffer pipe(&piped);
+    if (!QFileInfo(path).isFile()) {
+        for (QByteArray part; piped.size() < maximumPipedBytes && !(part = file.read(1024 * 1024)).isEmpty();)
+            piped += part;
+        pipe.open(QIODevice::ReadOnly);
+    }
+    QIODevice &source = pipe.isOpen() ? static_cast<QIODevice &>(pipe) : file;
+    if (source.size() == 0)
         return tl::unexpected(pictureFailure(texts.formatted(u"圖片檔案是空的：%@"_s, path)));
 
-    QImageReader reader(path);
+    QImageReader reader(&source);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     // Drawings may refer to other files and have no pixels of their own.

@@ -84,6 +84,10 @@ void CommandLineTest::wrongUsageIsSaidInWords_data()
         << QStringList{u"text"_s, u"a"_s, u"--engine=8"_s} << u"選項 --engine 的值無效：8"_s;
     QTest::newRow("an engine that is no number")
         << QStringList{u"text"_s, u"a"_s, u"--engine=7x"_s} << u"選項 --engine 的值無效：7x"_s;
+    QTest::newRow("a number written otherwise")
+        << QStringList{u"text"_s, u"a"_s, u"--engine= +7"_s} << u"選項 --engine 的值無效： +7"_s;
+    QTest::newRow("a target that is no language tag")
+        << QStringList{u"text"_s, u"a"_s, u"--target=en&x=1"_s} << u"選項 --target 的值無效：en&x=1"_s;
     QTest::newRow("no picture") << QStringList{u"recognize"_s} << u"缺少參數：IMAGE"_s;
     QTest::newRow("no output") << QStringList{u"image"_s, u"a"_s} << u"缺少參數：--output"_s;
     QTest::newRow("a command of the running program takes nothing")

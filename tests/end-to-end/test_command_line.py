@@ -161,6 +161,12 @@ class CommandLine(unittest.TestCase):
             with self.subTest(path=path.name):
                 self.assertIn(str(path), self.fails(2, "recognize", str(path)))
 
+    def test_a_picture_through_a_pipe(self):
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        piped = subprocess.run(["sh", "-c", 'cat "$1" | exec "$0" recognize /dev/stdin', str(LUCENTRA),
+                                str(self.picture)], env=self.session.environment, check=True, capture_output=True)
+        self.assertEqual(json.loads(piped.stdout), json.loads(self.succeeds("recognize", str(self.picture))))
+
     def test_nothing_is_sent_for_an_answer_that_cannot_be_kept(self):
         sample_page.render(self.picture, sample_page.ENGLISH)
         os.mkfifo(self.session.home / "pipe")
