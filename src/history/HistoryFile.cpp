@@ -1,7 +1,6 @@
 #include "HistoryFile.h"
 
 #include "PrivateFile.h"
-#include "Text.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -25,6 +24,9 @@ constexpr auto originalTextKey = "originalText"_L1;
 constexpr auto translatedTextKey = "translatedText"_L1;
 constexpr auto timestampKey = "timestamp"_L1;
 constexpr auto isStarredKey = "isStarred"_L1;
+
+/// Reading takes several times as much memory. A hundred thousand entries of 500 characters are less.
+constexpr qint64 mostBytes = 128LL << 20;
 
 tl::unexpected<Failure> failure(const QString &description)
 {
@@ -77,7 +79,7 @@ QByteArray encodeHistory(const QList<HistoryItem> &items)
 
 Result<QList<HistoryItem>> decodeHistory(const QByteArray &json)
 {
-    if (!decodeUtf8(json))
+    if (!json.isValidUtf8())
         return failure(u"not UTF-8"_s);
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
@@ -106,6 +108,8 @@ Result<QList<HistoryItem>> readHistoryFile(const QString &path)
         return failure(qt_error_string(ENOTSUP));
     if (!file.open(QIODevice::ReadOnly))
         return failure(file.errorString());
+    if (file.size() > mostBytes)
+        return failure(u"the file is larger than %1 MiB"_s.arg(mostBytes >> 20));
     const QByteArray json = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return failure(file.errorString());

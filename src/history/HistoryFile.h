@@ -17,7 +17,7 @@ QByteArray encodeHistory(const QList<HistoryItem> &items);
 /// one item without fails the whole. Further keys are ignored. The failure tells the reason but none of the content.
 Result<QList<HistoryItem>> decodeHistory(const QByteArray &json);
 
-/// Reads and decodes a file; a missing one is an empty history.
+/// Reads and decodes a file; a missing one is an empty history. One of more than 128 MiB is not read.
 Result<QList<HistoryItem>> readHistoryFile(const QString &path);
 
 /// Replaces the file by `encodeHistory` of the items, private and whole; a missing folder is made, for the owner only.

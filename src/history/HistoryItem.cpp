@@ -1,10 +1,15 @@
 #include "HistoryItem.h"
 
+#include <algorithm>
+
 namespace lucentra {
 
 namespace {
 
 constexpr std::chrono::seconds referenceDate{978307200}; // 2001-01-01 00:00:00 UTC since 1970
+// Since 1970: the years that dates are written with four digits in, a day off either end for the time zones.
+constexpr HistoryItem::Timestamp earliest{-62135596800.0 + 86400};
+constexpr HistoryItem::Timestamp latest{253402300799.0 - 86400};
 
 } // namespace
 
@@ -20,7 +25,8 @@ HistoryItem newHistoryItem(const QString &originalText, const QString &translate
 
 QDateTime dateOf(HistoryItem::Timestamp timestamp)
 {
-    const auto sinceEpoch = std::chrono::round<std::chrono::milliseconds>(timestamp + referenceDate);
+    const auto sinceEpoch = std::chrono::round<std::chrono::milliseconds>(
+        std::clamp<HistoryItem::Timestamp>(timestamp + referenceDate, earliest, latest));
     return QDateTime::fromMSecsSinceEpoch(sinceEpoch.count());
 }
 

@@ -26,7 +26,7 @@ struct HistoryItem
 /// A new item of this moment, with an identity of its own.
 HistoryItem newHistoryItem(const QString &originalText, const QString &translatedText);
 
-/// The moment as a date in the local time zone.
+/// The moment as a date in the local time zone. What lies outside the years 1 to 9999 becomes the nearest date within.
 QDateTime dateOf(HistoryItem::Timestamp timestamp);
 
 } // namespace lucentra

@@ -12,6 +12,28 @@ namespace {
 /// Stands between an entry's texts, so that nothing is found across them; no character of any text.
 constexpr QChar separator(0xFFFF);
 
+/// Whether a letter's cases differ in length ("ß" and "SS", ligatures, Greek with an iota below), which the toolkit's
+/// folding leaves out. A few others are among them, which it doesn't harm.
+bool hasLongerCase(QChar letter)
+{
+    const char16_t code = letter.unicode();
+    return code == 0x00DF || code == 0x0149 || code == 0x01F0 || code == 0x0390 || code == 0x03B0 || code == 0x0587 ||
+           (code >= 0x1E96 && code <= 0x1E9E) || (code >= 0x1F50 && code <= 0x1FFC) ||
+           (code >= 0xFB00 && code <= 0xFB17);
+}
+
+QString foldedWhole(const QString &text)
+{
+    const QString simple = text.toCaseFolded();
+    if (std::none_of(simple.cbegin(), simple.cend(), hasLongerCase))
+        return simple;
+    QString result;
+    result.reserve(simple.size() + 8);
+    for (const QChar letter : simple)
+        result += hasLongerCase(letter) ? QString(letter).toUpper().toCaseFolded() : QString(letter);
+    return result;
+}
+
 } // namespace
 
 HistorySearch::HistorySearch(QString text, const QLocale &locale)
@@ -26,7 +48,7 @@ QString HistorySearch::folded(const QString &text) const
     QString result = text.normalized(QString::NormalizationForm_C);
     if (m_hasDotlessI)
         result.replace(QChar(u'I'), QChar(u'ı')).replace(QChar(u'İ'), QChar(u'i'));
-    return result.toCaseFolded();
+    return foldedWhole(result);
 }
 
 QString HistorySearch::folded(const HistoryItem &item) const

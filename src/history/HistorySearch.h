@@ -18,8 +18,8 @@ struct TextRange
 };
 
 /// Finds a text in the entries' originals and translations: as a part of them, as typed (blanks count), whatever the
-/// case of its letters and however its accents are encoded. Which letters are cases of each other is the locale's
-/// business (a Turkish I and ı).
+/// case of its letters ("ss" finds "ß") and however its accents are encoded. Which letters are cases of each other is
+/// the locale's business (a Turkish I and ı).
 class HistorySearch
 {
 public:

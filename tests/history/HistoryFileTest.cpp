@@ -51,6 +51,7 @@ private Q_SLOTS:
     void datesCountFrom2001();
     void missingFileIsEmpty();
     void fileIsPrivateAndReplacedWhole();
+    void hugeFilesAreNotRead();
     void unreadableFilesStayBeside();
     void killedAtAnyMoment();
     void fullDiskKeepsTheOldFile();
@@ -150,6 +151,23 @@ void HistoryFileTest::fileIsPrivateAndReplacedWhole()
     QCOMPARE(QFile::permissions(path), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
     QCOMPARE(*readHistoryFile(path), QList<HistoryItem>{sample()});
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
+}
+
+void HistoryFileTest::hugeFilesAreNotRead()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"history.json"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(2LL << 30)); // without taking room on the disk
+    // Reading it would fail here rather than take what memory there is.
+    rlimit before{};
+    getrlimit(RLIMIT_DATA, &before);
+    const rlimit small{.rlim_cur = 1 << 30, .rlim_max = before.rlim_max};
+    setrlimit(RLIMIT_DATA, &small);
+    const auto read = readHistoryFile(file.fileName());
+    setrlimit(RLIMIT_DATA, &before);
+    QVERIFY(!read);
+    QCOMPARE(read.error().description, u"the file is larger than 128 MiB"_s);
+    QCOMPARE(QFileInfo(file).size(), 2LL << 30);
 }
 
 void HistoryFileTest::unreadableFilesStayBeside()

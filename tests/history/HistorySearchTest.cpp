@@ -31,6 +31,8 @@ private Q_SLOTS:
     void separatedFormats_data();
     void separatedFormats();
     void json();
+    void dates_data();
+    void dates();
 };
 
 void HistorySearchTest::matching_data()
@@ -51,6 +53,10 @@ void HistorySearchTest::matching_data()
     row("accents count", u"uber"_s, u"über"_s, u""_s, false);
     row("an accent encoded another way", u"U\u0308ber"_s, u"über"_s, u""_s, true);
     row("Greek final sigma", u"ΟΔΟΣ"_s, u"οδος"_s, u""_s, true);
+    row("a sharp s is two", u"STRASSE"_s, u"Straße"_s, u""_s, true);
+    row("two are a capital sharp s", u"GROẞ"_s, u"gross"_s, u""_s, true);
+    row("a ligature is its letters", u"office"_s, u"o\uFB03ce"_s, u""_s, true);
+    row("Greek with an iota below", u"ᾼδ"_s, u"αιδης"_s, u""_s, true);
     row("an I that is no i in Turkish", u"ı"_s, u"KAPI"_s, u""_s, true, u"tr"_s);
     row("and none elsewhere", u"ı"_s, u"KAPI"_s, u""_s, false);
     row("half of a surrogate pair", QString(QChar(0xD83D)), u"a"_s, u"b"_s, false);
@@ -77,6 +83,7 @@ void HistorySearchTest::ranges_data()
     QTest::newRow("an accent by itself belongs to its letter")
         << u"é"_s << u"cafe\u0301s"_s << QStringList{u"e\u0301"_s};
     QTest::newRow("across lines") << u"a\nb"_s << u"xA\nBx"_s << QStringList{u"A\nB"_s};
+    QTest::newRow("half of a letter") << u"s w"_s << u"Groß weg"_s << QStringList{u"ß w"_s};
     QTest::newRow("nowhere") << u"z"_s << u"abc"_s << QStringList{};
 }
 
@@ -126,6 +133,23 @@ void HistorySearchTest::json()
     QCOMPARE(QUuid(array[0][u"id"].toString()), exported.id);
     QCOMPARE(array[0][u"timestamp"].toString(), u"2001-01-02T00:00:00Z"_s);
     QVERIFY(!exportFormat(u"xls"_s));
+}
+
+void HistorySearchTest::dates_data()
+{
+    QTest::addColumn<double>("timestamp");
+    QTest::addColumn<QByteArray>("date");
+    QTest::newRow("before the reference date") << -0.75 << QByteArray("2000-12-31T23:59:59Z");
+    QTest::newRow("beyond all calendars") << 1e300 << QByteArray("9999-12-30T23:59:59Z");
+    QTest::newRow("before all calendars") << -1e300 << QByteArray("0001-01-02T00:00:00Z");
+}
+
+void HistorySearchTest::dates()
+{
+    QFETCH(double, timestamp);
+    HistoryItem exported = item(u"a"_s, u"b"_s);
+    exported.timestamp = HistoryItem::Timestamp(timestamp);
+    QTEST(exportedHistory({exported}, ExportFormat::Csv).split('\n')[1].split(',')[0], "date");
 }
 
 QTEST_GUILESS_MAIN(HistorySearchTest)

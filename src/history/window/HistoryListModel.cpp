@@ -3,12 +3,16 @@
 #include "HistoryManager.h"
 #include "LocalizationManager.h"
 
+#include <QDeadlineTimer>
 #include <QSet>
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace lucentra {
 
@@ -16,13 +20,19 @@ namespace {
 
 /// Above so many changed rows, a view is quicker told that everything is new.
 constexpr qsizetype mostSingleChanges = 100;
+/// How long a search may hold the event loop; painting and laying out come on top.
+constexpr auto lookDuration = 6ms;
+/// So many entries are looked at between two looks at the clock.
+constexpr qsizetype lookStep = 16;
 
 } // namespace
 
-HistoryListModel::HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, QObject *parent)
+HistoryListModel::HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
+                                   QObject *parent)
     : QAbstractListModel(parent)
     , m_manager(manager)
     , m_texts(texts)
+    , m_scheduler(scheduler)
     , m_items(manager.history())
 {
     connect(&manager, &HistoryManager::changed, this, &HistoryListModel::follow);
@@ -34,41 +44,93 @@ void HistoryListModel::setSearchText(const QString &text)
         return;
     beginResetModel();
     m_search = HistorySearch(text);
-    m_items = matchingItems();
+    if (m_search.isEmpty())
+        m_folded.clear();
+    m_lookedAt = 0;
+    m_items = lookFurther();
     endResetModel();
+    lookLater();
+}
+
+bool HistoryListModel::matches(const HistoryItem &item)
+{
+    QString &folded = m_folded[item.id];
+    if (folded.isEmpty())
+        folded = m_search.folded(item);
+    return m_search.matchesFolded(folded);
+}
+
+/// The matches among the entries that a few milliseconds suffice for.
+QList<HistoryItem> HistoryListModel::lookFurther()
+{
+    const QList<HistoryItem> &all = m_manager.history();
+    if (m_search.isEmpty()) {
+        m_lookedAt = all.size();
+        return all;
+    }
+    const QDeadlineTimer end(lookDuration);
+    QList<HistoryItem> found;
+    for (; m_lookedAt < all.size(); ++m_lookedAt) {
+        if (m_lookedAt % lookStep == lookStep - 1 && end.hasExpired())
+            break;
+        if (matches(all[m_lookedAt]))
+            found.append(all[m_lookedAt]);
+    }
+    return found;
+}
+
+void HistoryListModel::goOn()
+{
+    if (const QList<HistoryItem> found = lookFurther(); !found.isEmpty()) {
+        beginInsertRows({}, int(m_items.size()), int(m_items.size() + found.size()) - 1);
+        m_items += found;
+        endInsertRows();
+    }
+    lookLater();
+}
+
+void HistoryListModel::lookLater()
+{
+    if (m_lookedAt < m_manager.history().size()) {
+        m_nextLook = m_scheduler.after(0ms, [this] { goOn(); });
+        return;
+    }
+    m_nextLook.reset();
+    Q_EMIT searchCompleted();
+}
+
+void HistoryListModel::completeSearch()
+{
+    while (isSearching())
+        goOn();
 }
 
 QList<HistoryItem> HistoryListModel::matchingItems()
 {
     const QList<HistoryItem> &all = m_manager.history();
-    if (m_search.isEmpty()) {
-        m_folded.clear();
+    if (m_search.isEmpty())
         return all;
-    }
-    m_folded.reserve(all.size());
     QList<HistoryItem> matching;
-    for (const HistoryItem &item : all) {
-        QString &folded = m_folded[item.id];
-        if (folded.isEmpty())
-            folded = m_search.folded(item);
-        if (m_search.matchesFolded(folded))
-            matching.append(item);
-    }
+    std::copy_if(all.cbegin(), all.cend(), std::back_inserter(matching),
+                 [this](const HistoryItem &item) { return matches(item); });
     return matching;
 }
 
 void HistoryListModel::follow()
 {
     const QList<HistoryItem> wanted = matchingItems();
+    m_lookedAt = m_manager.history().size();
     if (qAbs(wanted.size() - m_items.size()) <= mostSingleChanges && removeMissing(wanted)) {
         insertNew(wanted);
         updateStars(wanted);
     }
-    if (m_items == wanted)
-        return;
-    beginResetModel();
-    m_items = wanted;
-    endResetModel();
+    if (m_items != wanted) {
+        beginResetModel();
+        m_items = wanted;
+        endResetModel();
+    }
+    if (isSearching())
+        lookLater(); // the search has come to its end
 }
 
 /// False where that would be too many.

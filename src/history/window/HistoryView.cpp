@@ -49,7 +49,7 @@ HistoryView::HistoryView(HistoryManager &manager, const LocalizationManager &tex
     : QWidget(parent)
     , m_manager(manager)
     , m_texts(texts)
-    , m_model(manager, texts)
+    , m_model(manager, texts, scheduler)
     , m_delegate(m_model, texts, scheduler)
     , m_undo(manager, texts, scheduler)
     , m_content(new QStackedWidget)
@@ -79,6 +79,8 @@ HistoryView::HistoryView(HistoryManager &manager, const LocalizationManager &tex
     connect(m_list, &HistoryListView::actionTriggered, this, &HistoryView::perform);
     connect(m_list, &QWidget::customContextMenuRequested, this, &HistoryView::showRowMenu);
     connect(&m_manager, &HistoryManager::changed, this, &HistoryView::updateState);
+    connect(&m_model, &QAbstractItemModel::rowsInserted, this, &HistoryView::updateState);
+    connect(&m_model, &HistoryListModel::searchCompleted, this, &HistoryView::updateState);
     applyPalette();
     retranslate();
     setFocusProxy(m_list);
@@ -275,7 +277,7 @@ void HistoryView::updateState()
     m_clearSearch->setVisible(!m_search->text().isEmpty());
     m_export->setEnabled(m_model.rowCount() > 0);
     const bool isStoreEmpty = m_manager.history().isEmpty();
-    m_content->setCurrentIndex(m_model.rowCount() > 0 ? 0 : 1);
+    m_content->setCurrentIndex(m_model.rowCount() > 0 || m_model.isSearching() ? 0 : 1);
     m_emptyText->setText(m_texts.localized(isStoreEmpty ? u"尚未有任何翻譯紀錄"_s : u"找不到符合的紀錄"_s));
     QColor faint = palette().color(QPalette::WindowText);
     faint.setAlphaF(0.5f);
@@ -342,6 +344,7 @@ void HistoryView::showRowMenu(QPoint place)
 
 void HistoryView::chooseExportFile(ExportFormat format)
 {
+    m_model.completeSearch();
     const QList<HistoryItem> shown = m_model.items(); // as they are now, whatever arrives while a name is typed
     const QString suffix = exportSuffix(format);
     auto *dialog = new QFileDialog(this, m_texts.localized(u"匯出顯示的紀錄"_s), {}, u"*."_s + suffix);

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void clearing_data();
     void clearing();
     void searchingAndItsKeys();
+    void aLongSearchGoesOnBesideTheEventLoop();
     void keysActOnTheCurrentEntry();
     void copyFeedbackIsOfOneRowAndOneButton();
     void whatIsSeenStaysInItsPlace();
@@ -186,6 +187,33 @@ void HistoryWindowTest::searchingAndItsKeys()
     QCOMPARE(closing.count(), 0);
     QTest::keyClick(window.list, Qt::Key_Escape);
     QCOMPARE(closing.count(), 1);
+}
+
+void HistoryWindowTest::aLongSearchGoesOnBesideTheEventLoop()
+{
+    QList<HistoryItem> items;
+    for (int i = 0; i < 20000; ++i)
+        items.append(item(u"entry %1 "_s.arg(i).repeated(30), 20000 - i, true));
+    items.append(item(u"needle"_s, 0));
+    Window window(items);
+    const auto isEmptyStateShown = [&] { return !window.list->isVisible(); };
+    window.search->setText(u"needl"_s);
+    QCOMPARE(window.list->model()->rowCount(), 0); // too far down for one go
+    QVERIFY(!isEmptyStateShown());                 // nothing is known of yet
+    window.search->setText(u"needle"_s);           // from the top once more
+    window.scheduler.advance(1ms);
+    QCOMPARE(window.list->model()->rowCount(), 1);
+    window.search->setText(u"NEEDLE"_s);
+    window.manager->toggleStar(items.last().id); // meanwhile, which asks for all of them
+    QCOMPARE(window.list->model()->rowCount(), 1);
+    QVERIFY(window.scheduler.isIdle());
+    window.search->setText(u"nowhere"_s);
+    window.scheduler.advance(1ms);
+    QVERIFY(isEmptyStateShown());
+    window.search->setText(u"entry 1999"_s);
+    window.search->clear(); // drops what was still to be looked at
+    QCOMPARE(window.list->model()->rowCount(), 20001);
+    QVERIFY(window.scheduler.isIdle());
 }
 
 void HistoryWindowTest::keysActOnTheCurrentEntry()
