@@ -1032,6 +1032,10 @@
         <translation>This computer translates:</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>The translations on this computer are still being gathered. Please try again in a moment.</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>This computer can't translate this language. Please use another translation engine.</translation>
     </message>

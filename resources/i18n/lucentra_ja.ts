@@ -1032,6 +1032,10 @@
         <translation>このコンピューターで翻訳できる言語：</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>このコンピューターにある訳文を集めています。少し待ってからもう一度お試しください。</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>このコンピューターではこの言語を翻訳できません。別の翻訳エンジンをお使いください。</translation>
     </message>

@@ -1032,6 +1032,10 @@
         <translation>이 컴퓨터에서 번역할 수 있는 언어:</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>이 컴퓨터에 있는 번역문을 모으는 중입니다. 잠시 후 다시 시도하세요.</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>이 컴퓨터는 이 언어를 번역할 수 없습니다. 다른 번역 엔진을 사용하세요.</translation>
     </message>

@@ -1032,6 +1032,10 @@
         <translation>这台电脑可以翻译：</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>正在收集这台电脑上的译文，请稍后再试。</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>这台电脑无法翻译这种语言。请改用其他翻译引擎。</translation>
     </message>

@@ -25,6 +25,7 @@ struct OnDeviceOutcome
         SameLanguage,    ///< it is in the target language already, or in another kind of Chinese
         Undetermined,    ///< nobody can say in which language it is
         UnknownPhrase,   ///< a service has the pair, but not this text
+        NotReady,        ///< a service that may know the text still gathers what it knows; a later try will tell
         PairUnavailable, ///< no service has the pair
     };
 
@@ -39,7 +40,7 @@ struct OnDeviceOutcome
 };
 
 enum class PairAvailability {
-    Available,
+    Available, ///< perhaps, for a service that isn't ready yet
     Addable, ///< it would be, were the packages installed that the status names
     Unavailable
 };

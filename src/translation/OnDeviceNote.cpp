@@ -19,6 +19,8 @@ QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &tra
         return std::any_of(translations.outcomes.begin(), translations.outcomes.end(),
                            [kind](const OnDeviceOutcome &outcome) { return outcome.kind == kind; });
     };
+    if (has(Kind::NotReady))
+        return texts.localized(u"正在收集這部電腦上的譯文，請稍後再試。"_s);
     QString note;
     if (has(Kind::UnknownPhrase))
         note = texts.localized(u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s);

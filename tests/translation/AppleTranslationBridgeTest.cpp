@@ -28,7 +28,7 @@ public:
     }
 };
 
-/// Translates by writing the target before the text; not what says "hard". Keeps what it was asked.
+/// Translates by writing the target before the text; not what says "hard" or comes "early". Keeps what it was asked.
 class NotingService : public OnDeviceTranslationService
 {
 public:
@@ -42,7 +42,9 @@ public:
         requests.append(pair.source + u'>' + pair.target + u' ' + texts.join(u'|'));
         QList<OnDeviceOutcome> outcomes;
         for (const QString &text : texts) {
-            if (text.contains(u"hard"_s))
+            if (text.contains(u"early"_s))
+                outcomes.append({.kind = OnDeviceOutcome::Kind::NotReady});
+            else if (text.contains(u"hard"_s))
                 outcomes.append({.kind = OnDeviceOutcome::Kind::UnknownPhrase});
             else
                 outcomes.append({.kind = OnDeviceOutcome::Kind::Translated, .text = pair.target + u' ' + text});
@@ -167,6 +169,8 @@ void AppleTranslationBridgeTest::theNoteSaysWhyNothingIsNew_data()
     QTest::newRow("unknown phrases, more could be installed")
         << QStringList{u"en:hard"_s} << QStringList{u"one"_s, u"two"_s}
         << unknown + u"\n安裝這些套件也有幫助：one two"_s;
+    QTest::newRow("the service gets ready") << QStringList{u"en:early"_s, u"en:hard"_s} << QStringList{u"one"_s}
+                                            << u"正在收集這部電腦上的譯文，請稍後再試。"_s;
     QTest::newRow("the target's language")
         << QStringList{u"ja:a"_s} << QStringList{u"one"_s} << u"文字已是目標語言。"_s;
     QTest::newRow("no language") << QStringList{u":12"_s, u"ja:a"_s} << QStringList{u"one"_s}

@@ -34,6 +34,8 @@ QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const Q
 {
     using Kind = OnDeviceOutcome::Kind;
     const auto file = m_store.file();
+    if (!file && m_store.isGettingReady())
+        return QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::NotReady});
     const auto lookup = file ? PhraseLookup::between(*file, pair) : std::nullopt;
     QList<OnDeviceOutcome> outcomes;
     for (const QString &text : texts) {
@@ -53,10 +55,11 @@ PairAvailability PhraseMemory::availability(const LanguagePair &pair)
 {
     const auto known = [](const QString &code) { return isEnglish(code) || memoryLanguage(code).has_value(); };
     const auto target = memoryLanguage(pair.target);
-    if (const auto file = m_store.file(); file && PhraseLookup::between(*file, pair))
-        return PairAvailability::Available;
     const bool isPossible =
         known(pair.source) && (isEnglish(pair.target) || (target && memoryLanguages[size_t(*target)].isTarget));
+    const auto file = m_store.file();
+    if (file ? PhraseLookup::between(*file, pair).has_value() : isPossible && m_store.isGettingReady())
+        return PairAvailability::Available;
     return isPossible ? PairAvailability::Addable : PairAvailability::Unavailable;
 }
 

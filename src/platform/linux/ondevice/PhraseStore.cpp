@@ -13,6 +13,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -83,9 +84,16 @@ std::shared_ptr<const PhraseFile> PhraseStore::file()
     std::unique_lock lock(m_mutex);
     if (!m_isChecking && m_sinceCheck.hasExpired(checkInterval.count()))
         startCheck();
-    m_changed.wait_for(lock, m_patience.longest,
+    const auto patience = m_patience.longest - std::chrono::milliseconds(m_sinceCheck.elapsed());
+    m_changed.wait_for(lock, std::max(patience, 0ms),
                        [this] { return m_isCancelled || !m_isChecking || (m_file && m_patience.acceptsOutdated); });
     return m_file;
+}
+
+bool PhraseStore::isGettingReady()
+{
+    const std::lock_guard lock(m_mutex);
+    return !m_file && m_isChecking && !m_isCancelled;
 }
 
 void PhraseStore::publish(std::shared_ptr<const PhraseFile> file)

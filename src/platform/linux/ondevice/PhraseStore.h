@@ -15,7 +15,8 @@
 
 namespace lucentra {
 
-/// How long somebody who asks for the memory waits while it is being built.
+/// How long the memory is waited for while it is being built, from the moment the build was begun: however many ask,
+/// all together wait no longer.
 struct BuildPatience
 {
     std::chrono::milliseconds longest{2000};
@@ -41,6 +42,9 @@ public:
 
     /// The memory; nothing where there is none in time. Waits as its patience says.
     std::shared_ptr<const PhraseFile> file();
+
+    /// Whether there is no memory yet, but there will be. Waits for nothing.
+    bool isGettingReady();
 
 private:
     void startCheck();
