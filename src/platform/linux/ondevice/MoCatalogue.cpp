@@ -1,5 +1,6 @@
 #include "MessageCatalogue.h"
 
+#include <QStringConverter>
 #include <QtEndian>
 
 #include <algorithm>
@@ -80,23 +81,29 @@ std::pair<QByteArrayView, QByteArrayView> pluralForms(QByteArrayView text)
     return {text.first(first), text.sliced(text.lastIndexOf('\0') + 1)};
 }
 
-bool isUtf8(QByteArrayView header)
+/// The character set that a catalogue's header names; UTF-8 where it names none.
+QByteArray charsetOf(QByteArrayView header)
 {
     const QByteArray lower = header.toByteArray().toLower();
     const qsizetype charset = lower.indexOf("charset=");
     if (charset < 0)
-        return true;
-    const QByteArrayView name = QByteArrayView(lower).sliced(charset + 8);
-    return name.startsWith("utf-8") || name.startsWith("utf8") || name.startsWith("us-ascii");
+        return "utf-8";
+    const qsizetype start = charset + 8;
+    qsizetype end = start;
+    while (end < lower.size() && lower[end] > ' ' && lower[end] != ';')
+        ++end;
+    const QByteArray name = lower.sliced(start, end - start);
+    return name == "us-ascii" || name == "utf8" ? "utf-8" : name;
 }
 
-void visitForm(QByteArrayView source, QByteArrayView translation, const MessageVisitor &visit)
+void visitForm(QByteArrayView source, QByteArrayView translation, QStringDecoder &decoder, const MessageVisitor &visit)
 {
     if (source.isEmpty() || translation.isEmpty() || std::max(source.size(), translation.size()) > longestMessage)
         return;
-    if (!translation.isValidUtf8())
-        return;
-    visit(source, QString::fromUtf8(translation));
+    decoder.resetState();
+    const QString text = decoder.decode(translation);
+    if (!decoder.hasError() && !text.contains(QChar::ReplacementCharacter))
+        visit(source, text);
 }
 
 } // namespace
@@ -106,7 +113,10 @@ bool readMoCatalogue(QByteArrayView bytes, const MessageVisitor &visit)
     MoFile file(bytes);
     if (!file.open())
         return false;
-    if (file.count() > 0 && file.source(0).isEmpty() && !isUtf8(file.translation(0)))
+    const bool hasHeader = file.count() > 0 && file.source(0).isEmpty();
+    QStringDecoder decoder(charsetOf(hasHeader ? file.translation(0) : QByteArrayView()).constData(),
+                           QStringConverter::Flag::Stateless);
+    if (!decoder.isValid())
         return false;
     for (qint64 i = 0; i < file.count(); ++i) {
         const QByteArrayView source = file.source(i);
@@ -115,8 +125,8 @@ bool readMoCatalogue(QByteArrayView bytes, const MessageVisitor &visit)
             continue;
         const auto [one, many] = pluralForms(withoutContext(source));
         const auto [first, last] = pluralForms(translation);
-        visitForm(one, first, visit);
-        visitForm(many, last.isEmpty() ? first : last, visit);
+        visitForm(one, first, decoder, visit);
+        visitForm(many, last.isEmpty() ? first : last, decoder, visit);
     }
     return true;
 }

@@ -62,7 +62,11 @@ void MessageCatalogueTest::moFiles_data()
         << QStringList{u"%d file=%d soubor"_s, u"%d files=%d souborů"_s};
     QTest::newRow("one plural form for both sources") << moBytes({{QByteArray("%d file\0%d files", 16), "%d 個檔案"}})
                                                       << QStringList{u"%d file=%d 個檔案"_s, u"%d files=%d 個檔案"_s};
-    QTest::newRow("another character set") << moBytes(two, false, "BIG5") << QStringList{u"no catalogue"_s};
+    QTest::newRow("another character set")
+        << moBytes({{"Cancel", "\xbc\xe8\xa4\xea\xbe\xc3\xa4\xb7"}, {"Open", "\xb3\xab\xff"}}, false, "EUC-JP")
+        << QStringList{u"Cancel=取り消し"_s};
+    QTest::newRow("a character set that nobody knows")
+        << moBytes(two, false, "x-lighthouse") << QStringList{u"no catalogue"_s};
     QTest::newRow("a translation that isn't UTF-8")
         << moBytes({{"Cancel", "\xc3\x28"}, {"Open", "開"}}) << QStringList{u"Open=開"_s};
     QTest::newRow("untranslated") << moBytes({{"Cancel", ""}}) << QStringList();
