@@ -47,12 +47,7 @@ bool ownsTraySelection()
     if (!x11)
         return false;
     xcb_connection_t *c = x11->connection();
-    constexpr std::string_view name = "_NET_SYSTEM_TRAY_S0";
-    const auto atomCookie = xcb_intern_atom(c, false, quint16(name.size()), name.data());
-    X11Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(c, atomCookie, nullptr));
-    if (!atom)
-        return false;
-    const auto ownerCookie = xcb_get_selection_owner(c, atom->atom);
+    const auto ownerCookie = xcb_get_selection_owner(c, x11Atom(c, "_NET_SYSTEM_TRAY_S0"));
     X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, ownerCookie, nullptr));
     return owner && owner->owner;
 }

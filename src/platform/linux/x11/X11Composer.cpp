@@ -6,76 +6,9 @@
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
 
-#include <sys/ipc.h>
-#include <sys/shm.h>
-
-#include <algorithm>
-#include <cstring>
 #include <thread>
-#include <vector>
 
 namespace lucentra {
-
-namespace {
-
-/// Window managers that wrap a client nest it at most this deep below the root.
-constexpr int maximumNesting = 8;
-
-std::vector<xcb_window_t> propertyWindows(xcb_get_property_reply_t *reply)
-{
-    if (!reply || reply->format != 32)
-        return {};
-    const auto *values = static_cast<const xcb_window_t *>(xcb_get_property_value(reply));
-    return {values, values + reply->value_len};
-}
-
-} // namespace
-
-/// A foreign window that lies, at least in part, in the area.
-struct X11Composer::TopLevel
-{
-    xcb_window_t window;
-    xcb_visualid_t visual;
-    QPoint origin; ///< outer corner, with the border, in the root window
-    QSize size;    ///< with the border
-    int border;
-    bool isShaped;
-    quint16 opacity; ///< 0xffff is opaque
-};
-
-/// A piece of memory that the server writes images into.
-struct X11Composer::SharedImage
-{
-    SharedImage(xcb_connection_t *connection, size_t byteCount)
-        : size(byteCount)
-    {
-        const int id = shmget(IPC_PRIVATE, byteCount, IPC_CREAT | 0600);
-        if (id < 0)
-            return;
-        void *address = shmat(id, nullptr, 0);
-        if (address != reinterpret_cast<void *>(-1)) {
-            segment = xcb_generate_id(connection);
-            const auto attached = xcb_shm_attach_checked(connection, segment, quint32(id), false);
-            X11Reply<xcb_generic_error_t> error(xcb_request_check(connection, attached));
-            if (error)
-                shmdt(address);
-            else
-                data = static_cast<uchar *>(address);
-        }
-        shmctl(id, IPC_RMID, nullptr); // goes when the last side detaches, also after a crash
-    }
-    ~SharedImage()
-    {
-        if (data)
-            shmdt(data);
-    }
-    SharedImage(const SharedImage &) = delete;
-    SharedImage &operator=(const SharedImage &) = delete;
-
-    size_t size;
-    xcb_shm_seg_t segment = 0;
-    uchar *data = nullptr; ///< null where the server can't reach our memory
-};
 
 X11Composer::X11Composer(X11ResourceRange ours)
     : m_ours(ours)
@@ -130,17 +63,10 @@ bool X11Composer::prepareExtensions()
                 m_formats[visual.data->visual] = visual.data->format;
         }
     }
-    m_clientList = atom("_NET_CLIENT_LIST");
-    m_rootPixmap = atom("_XROOTPMAP_ID");
-    m_opacity = atom("_NET_WM_WINDOW_OPACITY");
+    m_rootPixmap = x11Atom(c, "_XROOTPMAP_ID");
+    m_windows.emplace(c, m_screen, m_ours);
+    m_reader.emplace(c);
     return m_argbFormat != 0;
-}
-
-xcb_atom_t X11Composer::atom(const char *name)
-{
-    const auto cookie = xcb_intern_atom(m_connection.get(), false, quint16(std::strlen(name)), name);
-    X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection.get(), cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
 void X11Composer::setRedirecting(bool redirecting)
@@ -157,150 +83,12 @@ void X11Composer::setRedirecting(bool redirecting)
     xcb_flush(m_connection.get());
 }
 
-QList<xcb_window_t> X11Composer::rootChildren()
-{
-    const auto cookie = xcb_query_tree(m_connection.get(), m_screen->root);
-    X11Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(m_connection.get(), cookie, nullptr));
-    if (!reply)
-        return {};
-    const xcb_window_t *children = xcb_query_tree_children(reply.get());
-    return {children, children + reply->children_len};
-}
-
-QList<xcb_window_t> X11Composer::managedWindows()
-{
-    const auto cookie =
-        xcb_get_property(m_connection.get(), false, m_screen->root, m_clientList, XCB_ATOM_WINDOW, 0, 65536);
-    X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection.get(), cookie, nullptr));
-    const auto windows = propertyWindows(reply.get());
-    return {windows.begin(), windows.end()};
-}
-
-QList<X11WindowPlace> X11Composer::viewableWindows()
-{
-    if (!m_usable)
-        return {};
-    xcb_connection_t *c = m_connection.get();
-    QList<xcb_window_t> windows = managedWindows();
-    for (const xcb_window_t child : rootChildren()) {
-        if (!windows.contains(child))
-            windows.append(child);
-    }
-    struct Pending
-    {
-        xcb_get_window_attributes_cookie_t attributes;
-        xcb_get_geometry_cookie_t geometry;
-        xcb_translate_coordinates_cookie_t position;
-    };
-    std::vector<Pending> pending;
-    for (const xcb_window_t window : windows)
-        pending.push_back({xcb_get_window_attributes(c, window), xcb_get_geometry(c, window),
-                           xcb_translate_coordinates(c, window, m_screen->root, 0, 0)});
-    QList<X11WindowPlace> places;
-    for (size_t i = 0; i < pending.size(); ++i) {
-        X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(c, pending[i].attributes, nullptr));
-        X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(c, pending[i].geometry, nullptr));
-        X11Reply<xcb_translate_coordinates_reply_t> position(
-            xcb_translate_coordinates_reply(c, pending[i].position, nullptr));
-        if (attributes && geometry && position && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
-            places.append(
-                {windows[qsizetype(i)], QRect(position->dst_x, position->dst_y, geometry->width, geometry->height)});
-    }
-    drainErrors();
-    return places;
-}
-
-xcb_window_t X11Composer::rootAncestor(xcb_window_t window)
-{
-    for (int depth = 0; depth < maximumNesting; ++depth) {
-        const auto cookie = xcb_query_tree(m_connection.get(), window);
-        X11Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(m_connection.get(), cookie, nullptr));
-        if (!reply)
-            return XCB_WINDOW_NONE;
-        if (reply->parent == m_screen->root)
-            return window;
-        window = reply->parent;
-    }
-    return XCB_WINDOW_NONE;
-}
-
-QList<xcb_window_t> X11Composer::ourTopLevels(const QList<xcb_window_t> &children)
-{
-    xcb_connection_t *c = m_connection.get();
-    QList<xcb_window_t> ours;
-    for (const xcb_window_t window : managedWindows()) {
-        if (m_ours.contains(window))
-            ours.append(rootAncestor(window));
-    }
-    // A window that was mapped a moment ago may not be listed yet, but its frame already holds it.
-    std::vector<xcb_query_tree_cookie_t> cookies;
-    for (const xcb_window_t child : children)
-        cookies.push_back(xcb_query_tree(c, child));
-    for (size_t i = 0; i < cookies.size(); ++i) {
-        X11Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(c, cookies[i], nullptr));
-        const xcb_window_t child = children[qsizetype(i)];
-        const xcb_window_t *inner = reply ? xcb_query_tree_children(reply.get()) : nullptr;
-        const int count = reply ? reply->children_len : 0;
-        if (m_ours.contains(child) ||
-            std::any_of(inner, inner + count, [&](xcb_window_t window) { return m_ours.contains(window); }))
-            ours.append(child);
-    }
-    return ours;
-}
-
-QList<X11Composer::TopLevel> X11Composer::foreignTopLevels(const QRect &area)
-{
-    xcb_connection_t *c = m_connection.get();
-    const QList<xcb_window_t> children = rootChildren();
-    const QList<xcb_window_t> ours = ourTopLevels(children);
-    struct Pending
-    {
-        xcb_window_t window;
-        xcb_get_window_attributes_cookie_t attributes;
-        xcb_get_geometry_cookie_t geometry;
-        xcb_shape_query_extents_cookie_t shape;
-        xcb_get_property_cookie_t opacity;
-    };
-    std::vector<Pending> pending;
-    for (const xcb_window_t child : children) {
-        if (!ours.contains(child))
-            pending.push_back({child, xcb_get_window_attributes(c, child), xcb_get_geometry(c, child),
-                               xcb_shape_query_extents(c, child),
-                               xcb_get_property(c, false, child, m_opacity, XCB_ATOM_CARDINAL, 0, 1)});
-    }
-    QList<TopLevel> windows;
-    for (const Pending &cookie : pending) {
-        X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(c, cookie.attributes, nullptr));
-        X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(c, cookie.geometry, nullptr));
-        X11Reply<xcb_shape_query_extents_reply_t> shape(xcb_shape_query_extents_reply(c, cookie.shape, nullptr));
-        X11Reply<xcb_get_property_reply_t> opacity(xcb_get_property_reply(c, cookie.opacity, nullptr));
-        if (!attributes || !geometry || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
-            attributes->map_state != XCB_MAP_STATE_VIEWABLE)
-            continue;
-        const int border = geometry->border_width;
-        const QRect outer(geometry->x, geometry->y, geometry->width + 2 * border, geometry->height + 2 * border);
-        if (!outer.intersects(area))
-            continue;
-        const auto opacities = propertyWindows(opacity.get());
-        windows.append({.window = cookie.window,
-                        .visual = attributes->visual,
-                        .origin = outer.topLeft(),
-                        .size = outer.size(),
-                        .border = border,
-                        .isShaped = shape && shape->bounding_shaped,
-                        .opacity = opacities.empty() ? quint16(0xffff) : quint16(opacities.front() >> 16)});
-    }
-    return windows;
-}
-
 void X11Composer::paintBackground(xcb_render_picture_t target, const QRect &area)
 {
     xcb_connection_t *c = m_connection.get();
     const auto cookie = xcb_get_property(c, false, m_screen->root, m_rootPixmap, XCB_ATOM_PIXMAP, 0, 1);
     X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
-    const auto pixmaps = propertyWindows(reply.get());
+    const auto pixmaps = x11PropertyValues(reply.get());
     if (pixmaps.empty()) {
         paintPlainBackground(target, area);
         return;
@@ -320,7 +108,7 @@ void X11Composer::paintPlainBackground(xcb_render_picture_t target, const QRect 
 {
     xcb_connection_t *c = m_connection.get();
     QRegion free(0, 0, m_screen->width_in_pixels, m_screen->height_in_pixels);
-    for (const X11WindowPlace &place : viewableWindows())
+    for (const X11WindowPlace &place : m_windows->viewable())
         free -= place.frame;
     const QRegion freeBeneath = free & area;
     if (free.isEmpty())
@@ -349,7 +137,7 @@ xcb_render_color_t X11Composer::rootColour(QPoint place)
     return {wide(pixel[2]), wide(pixel[1]), wide(pixel[0]), 0xffff};
 }
 
-void X11Composer::blend(const TopLevel &window, xcb_render_picture_t target, const QRect &area)
+void X11Composer::blend(const X11TopLevel &window, xcb_render_picture_t target, const QRect &area)
 {
     const auto format = m_formats.find(window.visual);
     if (format == m_formats.end())
@@ -401,9 +189,9 @@ QImage X11Composer::compose(const QRect &area)
     const xcb_rectangle_t whole{0, 0, quint16(area.width()), quint16(area.height())};
     xcb_render_fill_rectangles(c, XCB_RENDER_PICT_OP_SRC, target, {0, 0, 0, 0xffff}, 1, &whole);
     paintBackground(target, area);
-    for (const TopLevel &window : foreignTopLevels(area))
+    for (const X11TopLevel &window : m_windows->foreignTopLevels(area))
         blend(window, target, area);
-    QImage image = read(pixmap, area.size());
+    QImage image = m_reader->read(pixmap, area.size());
     xcb_render_free_picture(c, target);
     xcb_free_pixmap(c, pixmap);
     if (onlyForThis)
@@ -413,32 +201,18 @@ QImage X11Composer::compose(const QRect &area)
     return image;
 }
 
-bool X11Composer::hasForeignWindows(const QRect &area)
+QList<X11WindowPlace> X11Composer::viewableWindows()
 {
-    return !foreignTopLevels(area).isEmpty();
+    if (!m_usable)
+        return {};
+    const QList<X11WindowPlace> places = m_windows->viewable();
+    drainErrors();
+    return places;
 }
 
-QImage X11Composer::read(xcb_pixmap_t pixmap, const QSize &size)
+bool X11Composer::hasForeignWindows(const QRect &area)
 {
-    xcb_connection_t *c = m_connection.get();
-    const size_t byteCount = size_t(size.width()) * size_t(size.height()) * 4;
-    if (!m_shared || m_shared->size < byteCount) {
-        if (m_shared && m_shared->data)
-            xcb_shm_detach(c, m_shared->segment);
-        m_shared = std::make_unique<SharedImage>(c, byteCount);
-    }
-    if (m_shared->data) {
-        const auto cookie = xcb_shm_get_image(c, pixmap, 0, 0, quint16(size.width()), quint16(size.height()), ~0U,
-                                              XCB_IMAGE_FORMAT_Z_PIXMAP, m_shared->segment, 0);
-        X11Reply<xcb_shm_get_image_reply_t> reply(xcb_shm_get_image_reply(c, cookie, nullptr));
-        return reply ? QImage(m_shared->data, size.width(), size.height(), QImage::Format_RGB32).copy() : QImage();
-    }
-    const auto cookie =
-        xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, quint16(size.width()), quint16(size.height()), ~0U);
-    X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(c, cookie, nullptr));
-    if (!reply || size_t(xcb_get_image_data_length(reply.get())) < byteCount)
-        return {};
-    return QImage(xcb_get_image_data(reply.get()), size.width(), size.height(), QImage::Format_RGB32).copy();
+    return m_usable && !m_windows->foreignTopLevels(area).isEmpty();
 }
 
 void X11Composer::drainErrors()

@@ -1,35 +1,19 @@
 #pragma once
 
-#include "X11Connection.h"
+#include "X11PixmapReader.h"
+#include "X11Windows.h"
 
 #include <QImage>
 #include <QList>
 #include <QRect>
 
 #include <xcb/render.h>
-#include <xcb/shm.h>
 
 #include <chrono>
-#include <memory>
+#include <optional>
 #include <unordered_map>
 
 namespace lucentra {
-
-/// The ids that one client's connection gives its resources.
-struct X11ResourceRange
-{
-    quint32 base = 0;
-    quint32 mask = 0;
-
-    bool contains(quint32 id) const { return mask != 0 && (id & ~mask) == base; }
-};
-
-/// A window as the X server places it: native pixels, origin at the root window's corner, without its border.
-struct X11WindowPlace
-{
-    xcb_window_t window = XCB_WINDOW_NONE;
-    QRect frame;
-};
 
 /// Composes what the screen shows without this program's windows, from the other windows' own pixmaps. Nothing on
 /// the screen changes by it.
@@ -66,21 +50,11 @@ public:
     QImage compose(const QRect &area);
 
 private:
-    struct TopLevel;
-    struct SharedImage;
-
     bool prepareExtensions();
-    QList<xcb_window_t> rootChildren();
-    QList<xcb_window_t> managedWindows();
-    xcb_window_t rootAncestor(xcb_window_t window);
-    QList<xcb_window_t> ourTopLevels(const QList<xcb_window_t> &children);
-    QList<TopLevel> foreignTopLevels(const QRect &area);
     void paintBackground(xcb_render_picture_t target, const QRect &area);
     void paintPlainBackground(xcb_render_picture_t target, const QRect &area);
     xcb_render_color_t rootColour(QPoint place);
-    void blend(const TopLevel &window, xcb_render_picture_t target, const QRect &area);
-    QImage read(xcb_pixmap_t pixmap, const QSize &size);
-    xcb_atom_t atom(const char *name);
+    void blend(const X11TopLevel &window, xcb_render_picture_t target, const QRect &area);
     void drainErrors();
 
     X11Connection m_connection;
@@ -91,10 +65,9 @@ private:
     std::chrono::steady_clock::time_point m_redirectedAt;
     std::unordered_map<xcb_visualid_t, xcb_render_pictformat_t> m_formats;
     xcb_render_pictformat_t m_argbFormat = 0;
-    xcb_atom_t m_clientList = 0;
     xcb_atom_t m_rootPixmap = 0;
-    xcb_atom_t m_opacity = 0;
-    std::unique_ptr<SharedImage> m_shared;
+    std::optional<X11Windows> m_windows; ///< these two while usable
+    std::optional<X11PixmapReader> m_reader;
 };
 
 } // namespace lucentra

@@ -16,8 +16,7 @@ X11CompositingMonitor::X11CompositingMonitor()
     if (xcb_connection_has_error(c))
         return;
     const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screenNumber);
-    const auto atomCookie = xcb_intern_atom(c, false, quint16(name.size()), name.constData());
-    X11Reply<xcb_intern_atom_reply_t> selection(xcb_intern_atom_reply(c, atomCookie, nullptr));
+    const xcb_atom_t selection = x11Atom(c, name.constData());
     const xcb_query_extension_reply_t *fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
     if (!selection || !fixes || !fixes->present)
         return;
@@ -25,11 +24,11 @@ X11CompositingMonitor::X11CompositingMonitor()
     while (screenNumber-- > 0)
         xcb_screen_next(&screens);
     xcb_discard_reply(c, xcb_xfixes_query_version(c, 5, 0).sequence);
-    xcb_xfixes_select_selection_input(c, screens.data->root, selection->atom,
+    xcb_xfixes_select_selection_input(c, screens.data->root, selection,
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    const auto ownerCookie = xcb_get_selection_owner(c, selection->atom);
+    const auto ownerCookie = xcb_get_selection_owner(c, selection);
     X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, ownerCookie, nullptr));
     m_isComposited = owner && owner->owner;
     m_selectionEvent = fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY;

@@ -3,7 +3,9 @@
 #include <xcb/xcb.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <vector>
 
 namespace lucentra {
 
@@ -23,5 +25,22 @@ struct X11Disconnect
 
 /// A private connection to the X server. Closing it frees every resource that was made on it.
 using X11Connection = std::unique_ptr<xcb_connection_t, X11Disconnect>;
+
+/// The atom of a name; none where the server is gone.
+inline xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name)
+{
+    const auto cookie = xcb_intern_atom(connection, false, uint16_t(std::strlen(name)), name);
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+/// The numbers of a property of 32 bits each; none where there is no such property or `reply` is null.
+inline std::vector<uint32_t> x11PropertyValues(const xcb_get_property_reply_t *reply)
+{
+    if (!reply || reply->format != 32)
+        return {};
+    const auto *values = static_cast<const uint32_t *>(xcb_get_property_value(reply));
+    return {values, values + reply->value_len};
+}
 
 } // namespace lucentra

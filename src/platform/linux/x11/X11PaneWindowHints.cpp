@@ -75,9 +75,7 @@ void X11PaneWindowHints::activate(const QWindow &window)
 
 xcb_atom_t X11PaneWindowHints::atom(const char *name) const
 {
-    const auto cookie = xcb_intern_atom(m_connection.get(), false, quint16(std::strlen(name)), name);
-    X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection.get(), cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+    return x11Atom(m_connection.get(), name);
 }
 
 void X11PaneWindowHints::tellWindowManager(xcb_window_t window, xcb_atom_t message,

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "X11Connection.h"
+
+#include <QImage>
+
+#include <xcb/shm.h>
+
+#include <cstddef>
+
+namespace lucentra {
+
+/// Reads pixmaps into images, through memory that the X server shares with us where it can reach it.
+/// Blocking calls on a connection that somebody else owns; for one thread at a time.
+class X11PixmapReader
+{
+public:
+    explicit X11PixmapReader(xcb_connection_t *connection);
+    ~X11PixmapReader();
+    X11PixmapReader(const X11PixmapReader &) = delete;
+    X11PixmapReader &operator=(const X11PixmapReader &) = delete;
+
+    /// A pixmap of 32 bits a pixel from its corner on; null where it can't be read.
+    QImage read(xcb_pixmap_t pixmap, const QSize &size);
+
+private:
+    void share(size_t byteCount);
+    void release();
+
+    xcb_connection_t *m_connection;
+    size_t m_size = 0;
+    xcb_shm_seg_t m_segment = 0;
+    uchar *m_data = nullptr; ///< null where the server can't reach our memory
+};
+
+} // namespace lucentra
