@@ -90,8 +90,10 @@ void AppDelegate::applicationWillTerminate()
     m_settingsShell.reset(); // which saves what was typed last
     m_historyWindow.reset();
     m_backdrop->stop();
-    m_pass.reset();
+    m_window->orderOut();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // which takes it off the screen
     m_services.translationManager().cancelAll();
+    m_pass.reset();
     m_services.mainQueue().drain();
     m_history.finish();
 }
@@ -131,7 +133,10 @@ void AppDelegate::wirePass()
     PassSteps steps{
         .capture = m_desktop.capture,
         .access = m_desktop.access,
-        .recognize = [&recognizer](const QImage &image) { return recognizeBlocks(recognizer, image); },
+        .recognize =
+            [&recognizer](const QImage &image, std::function<bool()> isWanted) {
+                return recognizeBlocks(recognizer, image, std::move(isWanted));
+            },
         .translateBlocks =
             [&manager](const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion) {
                 manager.translateBlocks(blocks, std::move(completion));

@@ -54,9 +54,11 @@ QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &
     return blocks;
 }
 
-QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image)
+QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted)
 {
-    const auto observations = recognizer.perform(passRequest(), image);
+    TextRecognitionRequest request = passRequest();
+    request.isWanted = std::move(isWanted);
+    const auto observations = recognizer.perform(request, image);
     return observations ? blocksFromObservations(*observations) : QList<TextBlock>();
 }
 

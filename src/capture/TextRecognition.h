@@ -19,6 +19,6 @@ TextRecognitionRequest passRequest();
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
 /// The lines of a captured image. Blocks, on any thread but the main one. A recognizer that fails has found nothing.
-QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image);
+QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted = {});
 
 } // namespace lucentra

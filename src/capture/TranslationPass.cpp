@@ -49,7 +49,10 @@ TranslationPass::TranslationPass(PassPane &pane, PassSteps steps, const Settings
 {
 }
 
-TranslationPass::~TranslationPass() = default;
+TranslationPass::~TranslationPass()
+{
+    m_captureGeneration = -1; // no pass is current any more: its workers end soon
+}
 
 void TranslationPass::translateCurrentArea()
 {
@@ -112,12 +115,17 @@ void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler
 
 void TranslationPass::recognizeText(const QImage &image, const Context &context)
 {
-    if (context.generation != m_captureGeneration)
-        return; // superseded while it was captured: reading it would only slow the newer pass down
+    if (!isCurrent(context.generation))
+        return; // superseded while it was captured
     // The workers end before the pass does, so that they may refer to it.
     m_workers.start([this, image, context] {
+        const auto isWanted = [this, generation = context.generation] { return isCurrent(generation); };
+        if (!isWanted())
+            return; // reading it would only slow the newer pass down
         const QImage masked = maskWindowButtons(image, context.exclusionRects, context.paneSize);
-        const QList<TextBlock> blocks = m_steps.recognize(masked);
+        const QList<TextBlock> blocks = m_steps.recognize(masked, isWanted);
+        if (!isWanted())
+            return; // nobody would see a translation, so no text leaves the machine for it
         if (blocks.isEmpty()) {
             postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
             return;
@@ -134,7 +142,7 @@ void TranslationPass::recognizeText(const QImage &image, const Context &context)
 
 bool TranslationPass::endsBusyState(qint64 generation)
 {
-    if (generation != m_captureGeneration)
+    if (!isCurrent(generation))
         return false; // a newer pass has started; the pane is its business
     m_pane.setProcessing(false);
     return true;
@@ -142,7 +150,7 @@ bool TranslationPass::endsBusyState(qint64 generation)
 
 void TranslationPass::handleCaptureFailure(qint64 generation, const Failure &failure)
 {
-    if (!endsBusyState(generation))
+    if (!endsBusyState(generation) || m_pane.isInputMode())
         return;
     if (m_steps.access.isGranted()) {
         showRetryCard(m_texts.localized(u"無法擷取畫面"_s), failure.description);
@@ -196,6 +204,8 @@ void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, c
 
 void TranslationPass::showRetryCard(const QString &title, const QString &message)
 {
+    if (m_pane.isInputMode())
+        return; // a card would lie over what is being typed and take the keyboard
     m_pane.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
         if (const auto self = weak.lock())
             (*self)->startCapturePass();

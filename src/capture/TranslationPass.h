@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QThreadPool>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -27,8 +28,9 @@ struct PassSteps
 {
     ScreenCaptureService &capture;
     ScreenCaptureAccess &access;
-    /// The lines of an image; called on a worker, may block.
-    std::function<QList<TextBlock>(const QImage &)> recognize;
+    /// The lines of an image; called on a worker, may block. May end early, with any part of them, once the given
+    /// function says that the image is no longer wanted.
+    std::function<QList<TextBlock>(const QImage &, std::function<bool()>)> recognize;
     /// Translates blocks; called on a worker, completes once on any thread.
     std::function<void(const QList<TextBlock> &, std::function<void(Result<BlockTranslations>)>)> translateBlocks;
     std::function<void(const QString &)> copy;                    ///< puts a text on the pasteboard
@@ -39,7 +41,8 @@ struct PassSteps
 /// One translation of the screen area beneath the pane, from its trigger to its overlays or its error card.
 ///
 /// Passes are neither queued nor refused: a trigger starts a new one, and what an older one still brings is dropped
-/// when it arrives. Main thread only; the pass's own worker masks and recognizes. Everything given must outlive it.
+/// when it arrives; what it hasn't begun it leaves, so that nothing superseded is read or sent. Main thread only; the
+/// pass's own worker masks and recognizes. Everything given must outlive it.
 class TranslationPass
 {
 public:
@@ -63,6 +66,7 @@ private:
     struct Context;
 
     void recognizeText(const QImage &image, const Context &context);
+    bool isCurrent(qint64 generation) const { return generation == m_captureGeneration; }
     bool endsBusyState(qint64 generation);
     void handleCaptureFailure(qint64 generation, const Failure &failure);
     void handleNoTextDetected(qint64 generation);
@@ -80,7 +84,7 @@ private:
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
     std::unique_ptr<ScheduledTask> m_debounceTimer;
-    qint64 m_captureGeneration = 0;
+    std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread; workers look whether theirs is over
     /// Held weakly by every deferred stage; looked at on the main thread only.
     std::shared_ptr<TranslationPass *> m_self;
     QThreadPool m_workers; ///< last: its destruction waits for what still runs

@@ -7,6 +7,8 @@
 #include <QRectF>
 #include <QStringList>
 
+#include <functional>
+
 namespace lucentra {
 
 enum class RecognitionLevel { Fast, Accurate };
@@ -17,6 +19,9 @@ struct TextRecognitionRequest
     RecognitionLevel level = RecognitionLevel::Accurate;
     bool usesLanguageCorrection = true;
     double minimumTextHeight = 0; ///< fraction of the image height; smaller lines are not looked for
+    /// Asked now and then, on any thread: once it says false, reading ends as soon as may be, with a part of the lines.
+    /// None: everything is read.
+    std::function<bool()> isWanted;
 };
 
 /// One line as the recognizer saw it.

@@ -9,6 +9,9 @@
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
+
+#include <atomic>
 
 using namespace lucentra;
 using namespace std::chrono_literals;
@@ -91,7 +94,9 @@ private Q_SLOTS:
     void emptyTranslationsLeaveNothing();
     void nothingNewIsExplainedOverTheOverlays();
     void aNewerPassDropsTheOlderOnesResults();
+    void whatIsSupersededIsNeitherReadNorSent();
     void failuresEndInTheirCards();
+    void noCardComesOverTypedText();
     void aRetryStartsANewPass();
     void aDragCostsOnePass();
     void theManualModeStartsNothingByItself();
@@ -113,6 +118,8 @@ private:
     std::unique_ptr<NotingPane> m_pane;
     std::unique_ptr<HeldCapture> m_capture;
     QList<TextBlock> m_blocks;
+    std::atomic<int> m_readings = 0;
+    std::atomic<bool> m_isHoldingReader = false; ///< it reads as long as the image is wanted
     QList<Completion> m_requests; // appended on the worker, one at a time
     QStringList m_copied;
     QStringList m_recorded;
@@ -130,12 +137,20 @@ void TranslationPassTest::init()
     m_capture = std::make_unique<HeldCapture>();
     m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
     m_requests.clear();
+    m_readings = 0;
+    m_isHoldingReader = false;
     m_copied.clear();
     m_recorded.clear();
     PassSteps steps{
         .capture = *m_capture,
         .access = *m_capture,
-        .recognize = [this](const QImage &) { return m_blocks; },
+        .recognize =
+            [this](const QImage &, const std::function<bool()> &isWanted) {
+                ++m_readings;
+                while (m_isHoldingReader && isWanted())
+                    QThread::msleep(1);
+                return m_blocks;
+            },
         .translateBlocks =
             [this](const QList<TextBlock> &, Completion completion) {
                 m_queue->post([this, completion = std::move(completion)] { m_requests.append(completion); });
@@ -225,6 +240,40 @@ void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()
     QVERIFY(!m_pane->processing);
     QCOMPARE(m_pane->log,
              (QStringList{u"clear"_s, u"clear"_s, u"clear"_s, u"overlay new"_s, u"overlay new"_s, u"retranslate"_s}));
+}
+
+void TranslationPassTest::whatIsSupersededIsNeitherReadNorSent()
+{
+    m_isHoldingReader = true;
+    m_pass->startCapturePass();
+    capture();
+    settle([&] { return m_readings == 1; });
+    for (int i = 0; i < 20; ++i) {
+        m_pass->startCapturePass();
+        capture();
+    }
+    m_isHoldingReader = false;
+    settle([&] { return !m_requests.isEmpty(); });
+    QTest::qWait(50);
+    QCOMPARE(m_requests.size(), 1);
+
+    m_isHoldingReader = true; // until the end of the pass
+    m_pass->startCapturePass();
+    capture();
+    settle([&, before = m_readings.load()] { return m_readings > before || m_pane->processing; });
+    m_pass.reset();
+    m_queue->drain();
+    QCOMPARE(m_requests.size(), 1);
+}
+
+void TranslationPassTest::noCardComesOverTypedText()
+{
+    m_pass->startCapturePass();
+    m_pane->inputMode = true;
+    capture(tl::unexpected(Failure{.description = u"reason"_s}));
+    m_queue->drain();
+    QVERIFY(!m_pane->processing);
+    QCOMPARE(m_pane->log, QStringList{u"clear"_s});
 }
 
 void TranslationPassTest::failuresEndInTheirCards()

@@ -256,7 +256,7 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
         std::latch done(lines.size());
         for (ReadLine &line : lines) {
             m_pool->post([&] {
-                if (!budget.isSpent()) {
+                if (!budget.isSpent() && (!request.isWanted || request.isWanted())) {
                     const ReadingBudget::Spending spending(budget);
                     work(line);
                 }
