@@ -52,10 +52,6 @@
         <translation>The API key is kept safely in this computer’s keyring.</translation>
     </message>
     <message>
-        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
-        <translation>The API key couldn’t be saved to the keyring. Unlock the keyring and try again; if this computer has no keyring service, install gnome-keyring.</translation>
-    </message>
-    <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
         <translation>The API key is optional; without one the free version is used (limited in volume and request rate).</translation>
     </message>
@@ -1036,6 +1032,10 @@
         <translation>The translations on this computer are still being gathered. Please try again in a moment.</translation>
     </message>
     <message>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
+        <translation>This computer has no keyring service, so the API key can’t be kept. Install the package gnome-keyring, log in again and retry.</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>This computer can't translate this language. Please use another translation engine.</translation>
     </message>
@@ -1086,6 +1086,14 @@
     <message>
         <source>重試翻譯</source>
         <translation>Retry Translation</translation>
+    </message>
+    <message>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
+        <translation>The keyring is locked. Unlock it when the system asks, then come back to this window: the API key is read or saved then.</translation>
+    </message>
+    <message>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
+        <translation>The keyring doesn’t respond, so the API key was neither read nor saved. It is tried again when you come back to this window.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

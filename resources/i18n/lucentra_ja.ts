@@ -52,10 +52,6 @@
         <translation>API キーはこのコンピューターのキーリングに安全に保存されます。</translation>
     </message>
     <message>
-        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
-        <translation>API キーをキーリングに保存できませんでした。キーリングのロックを解除してからもう一度お試しください。キーリングのサービスがない場合は gnome-keyring をインストールしてください。</translation>
-    </message>
-    <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
         <translation>API キーは任意です。空欄の場合は無料版を使います（通信量と頻度に制限があります）。</translation>
     </message>
@@ -1036,6 +1032,10 @@
         <translation>このコンピューターにある訳文を集めています。少し待ってからもう一度お試しください。</translation>
     </message>
     <message>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
+        <translation>このコンピューターにはキーリングのサービスがないため、API キーを保存できません。gnome-keyring パッケージをインストールし、ログインし直してからもう一度お試しください。</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>このコンピューターではこの言語を翻訳できません。別の翻訳エンジンをお使いください。</translation>
     </message>
@@ -1086,6 +1086,14 @@
     <message>
         <source>重試翻譯</source>
         <translation>翻訳を再試行</translation>
+    </message>
+    <message>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
+        <translation>キーリングがロックされています。システムに尋ねられたらロックを解除して、このウインドウに戻ってください。そのときに API キーを読み込むか保存します。</translation>
+    </message>
+    <message>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
+        <translation>キーリングが応答しないため、API キーの読み込みも保存もできていません。このウインドウに戻ったときにもう一度試します。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -52,10 +52,6 @@
         <translation>API 키는 이 컴퓨터의 키링에 안전하게 보관됩니다.</translation>
     </message>
     <message>
-        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
-        <translation>API 키를 키링에 저장하지 못했습니다. 키링의 잠금을 해제한 뒤 다시 시도해 주세요. 키링 서비스가 없다면 gnome-keyring을 설치해 주세요.</translation>
-    </message>
-    <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
         <translation>API 키는 선택 사항이며, 비워 두면 무료 버전을 사용합니다(용량과 요청 빈도에 제한이 있음).</translation>
     </message>
@@ -1036,6 +1032,10 @@
         <translation>이 컴퓨터에 있는 번역문을 모으는 중입니다. 잠시 후 다시 시도하세요.</translation>
     </message>
     <message>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
+        <translation>이 컴퓨터에 키링 서비스가 없어 API 키를 보관할 수 없습니다. gnome-keyring 패키지를 설치하고 다시 로그인한 뒤 시도해 주세요.</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>이 컴퓨터는 이 언어를 번역할 수 없습니다. 다른 번역 엔진을 사용하세요.</translation>
     </message>
@@ -1086,6 +1086,14 @@
     <message>
         <source>重試翻譯</source>
         <translation>번역 다시 시도</translation>
+    </message>
+    <message>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
+        <translation>키링이 잠겨 있습니다. 시스템이 물으면 잠금을 해제하고 이 창으로 돌아오세요. 그때 API 키를 읽거나 저장합니다.</translation>
+    </message>
+    <message>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
+        <translation>키링이 응답하지 않아 API 키를 읽거나 저장하지 못했습니다. 이 창으로 돌아오면 다시 시도합니다.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -52,10 +52,6 @@
         <translation>API Key 会安全存放于这台电脑的密钥环。</translation>
     </message>
     <message>
-        <source>API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。</source>
-        <translation>API Key 未能存入密钥环。请解锁密钥环后再试；如果这台电脑没有密钥环服务，请安装 gnome-keyring。</translation>
-    </message>
-    <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
         <translation>API Key 为选填，留空则使用免费版（有流量和请求频率限制）。</translation>
     </message>
@@ -1036,6 +1032,10 @@
         <translation>正在收集这台电脑上的译文，请稍后再试。</translation>
     </message>
     <message>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
+        <translation>这台电脑没有密钥环服务，无法保存 API Key。请安装 gnome-keyring 软件包，重新登录后再试。</translation>
+    </message>
+    <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>这台电脑无法翻译这种语言。请改用其他翻译引擎。</translation>
     </message>
@@ -1086,6 +1086,14 @@
     <message>
         <source>重試翻譯</source>
         <translation>重试翻译</translation>
+    </message>
+    <message>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
+        <translation>密钥环已锁定。请在系统询问时解锁，再回到这个窗口；API Key 会在那时读取或存入。</translation>
+    </message>
+    <message>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
+        <translation>密钥环没有回应，API Key 尚未读取或存入。回到这个窗口时会再试一次。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -45,7 +45,7 @@ SettingsServices servicesOf(const SettingsShell::Program &program, LaunchAtLogin
         .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
         .fillMenuBar = [&menu = program.menu](QMenuBar &bar) { menu.fillMenuBar(bar); },
         .paneFrame = program.paneFrame,
-        .settingsFolder = QFileInfo(SettingsStore::userFilePath()).path(),
+        .settingsFile = SettingsStore::userFilePath(),
         .pagesFolder = QCoreApplication::applicationDirPath() + u"/../share/lucentra/privacy"_s,
         .applicationIcon = QIcon(u":/lucentra/icons/AppIcon.svg"_s),
         .version = QString::fromLatin1(programVersion),

@@ -10,6 +10,16 @@
 
 namespace lucentra {
 
+/// Why a storage did not do what was asked, in `Failure::code`. Other codes, all of them lower, are the system's own.
+enum class SecretStorageProblem {
+    NoAnswer = 9001, ///< it did not answer in time
+    NoBus,           ///< there is no session bus
+    NoService,       ///< nothing on this computer keeps secrets
+    NoSecret,        ///< an item came without its value
+    Locked,          ///< the safe is locked
+    NoKeyring,       ///< there is no safe to store into; the user is asked to make one
+};
+
 /// The desktop's safe for passwords: generic secrets under a service and an account.
 ///
 /// Every call blocks, on any thread, and ends within about a second, whatever the service behind it does; after a

@@ -42,12 +42,17 @@ std::optional<QString> KeychainStore::readString(const QString &account) const
 
 QHash<QString, QString> KeychainStore::readAllStrings() const
 {
-    QHash<QString, QString> values;
+    return readAll().value_or(QHash<QString, QString>());
+}
+
+Result<QHash<QString, QString>> KeychainStore::readAll() const
+{
     const auto secrets = m_storage.lookupAll(m_service);
     if (!secrets) {
         report(u"讀取"_s, m_service, reasonOf(secrets.error()));
-        return values;
+        return tl::unexpected(secrets.error());
     }
+    QHash<QString, QString> values;
     for (auto secret = secrets->begin(); secret != secrets->end(); ++secret) {
         if (const auto value = decode(secret.value(), secret.key()))
             values.insert(secret.key(), *value);
@@ -57,25 +62,35 @@ QHash<QString, QString> KeychainStore::readAllStrings() const
 
 bool KeychainStore::saveString(const QString &value, const QString &account) const
 {
+    return save(value, account).has_value();
+}
+
+Result<void> KeychainStore::save(const QString &value, const QString &account) const
+{
     if (value.isEmpty())
-        return deleteItem(account);
+        return remove(account);
     const auto existing = m_storage.lookup(m_service, account);
     if (!existing) {
         report(u"更新"_s, account, reasonOf(existing.error()));
-        return false;
+        return tl::unexpected(existing.error());
     }
-    const auto stored = m_storage.store(m_service, account, value.toUtf8());
+    auto stored = m_storage.store(m_service, account, value.toUtf8());
     if (!stored)
         report(*existing ? u"更新"_s : u"新增"_s, account, reasonOf(stored.error()));
-    return stored.has_value();
+    return stored;
 }
 
 bool KeychainStore::deleteItem(const QString &account) const
 {
-    const auto removed = m_storage.remove(m_service, account);
+    return remove(account).has_value();
+}
+
+Result<void> KeychainStore::remove(const QString &account) const
+{
+    auto removed = m_storage.remove(m_service, account);
     if (!removed)
         report(u"刪除"_s, account, reasonOf(removed.error()));
-    return removed.has_value();
+    return removed;
 }
 
 void KeychainStore::report(const QString &operation, const QString &account, const QString &reason) const

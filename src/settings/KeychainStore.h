@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DiagnosticLine.h"
+#include "Result.h"
 
 #include <QHash>
 #include <QString>
@@ -11,9 +12,10 @@ namespace lucentra {
 
 class SecretStorage;
 
-/// Keeps the user's API keys: one secret an account, all under one service. Never throws. A failure is a `false` or
-/// nothing, and one diagnostic line: "Keychain ", what was tried (讀取, 新增, 更新, 刪除), "失敗 [", the account, "]: "
-/// and the system's reason. Holds no state of its own; every call blocks as long as the storage does, on any thread.
+/// Keeps the user's API keys: one secret an account, all under one service. Never throws. A failure is that of the
+/// storage, a `false` or nothing, and one diagnostic line: "Keychain ", what was tried (讀取, 新增, 更新, 刪除), "失敗
+/// [", the account, "]: " and the system's reason. Holds no state of its own; every call blocks as long as the storage
+/// does, on any thread.
 class KeychainStore
 {
 public:
@@ -29,14 +31,17 @@ public:
     /// All values of the service by account, by one search. Empty after a failed search, whose line names the service
     /// in the account's place; a value that isn't UTF-8 is left out with its own line.
     QHash<QString, QString> readAllStrings() const;
+    Result<QHash<QString, QString>> readAll() const;
 
     /// True when the keychain now holds exactly this value, or, for an empty one, nothing under the account.
     bool saveString(const QString &value, const QString &account) const;
+    Result<void> save(const QString &value, const QString &account) const;
 
     /// True when nothing remains under the account.
     bool deleteItem(const QString &account) const;
 
 private:
+    Result<void> remove(const QString &account) const;
     void report(const QString &operation, const QString &account, const QString &reason) const;
     std::optional<QString> decode(const QByteArray &secret, const QString &account) const;
 

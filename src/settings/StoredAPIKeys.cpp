@@ -30,20 +30,22 @@ QString loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain,
     return reconcile(settings, keychain, account, legacyKey, plaintext, keychain.readString(account));
 }
 
-QHash<QString, QString> loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain,
-                                          const QStringList &accounts)
+StoredAPIKeys loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain, const QStringList &accounts)
 {
     QHash<QString, QString> plaintexts;
     for (const QString &account : accounts)
         plaintexts.insert(account, settings.value(account).toString());
-    const QHash<QString, QString> kept = keychain.readAllStrings();
-    QHash<QString, QString> keys;
+    const auto read = keychain.readAll();
+    const QHash<QString, QString> kept = read.value_or(QHash<QString, QString>());
+    StoredAPIKeys stored;
+    if (!read)
+        stored.failure = read.error();
     for (const QString &account : accounts) {
         const auto value = kept.constFind(account);
-        keys.insert(account, reconcile(settings, keychain, account, account, plaintexts.value(account),
-                                       value == kept.cend() ? std::nullopt : std::optional(value.value())));
+        stored.keys.insert(account, reconcile(settings, keychain, account, account, plaintexts.value(account),
+                                              value == kept.cend() ? std::nullopt : std::optional(value.value())));
     }
-    return keys;
+    return stored;
 }
 
 } // namespace lucentra

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "Result.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace lucentra {
 
@@ -15,9 +19,13 @@ class SettingsStore;
 QString loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
                          const QString &legacyKey);
 
-/// The same for several accounts, whose legacy keys have the same names, by one search of the keychain. Every account
-/// has an entry.
-QHash<QString, QString> loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain,
-                                          const QStringList &accounts);
+struct StoredAPIKeys
+{
+    QHash<QString, QString> keys;   ///< by account; every account has an entry
+    std::optional<Failure> failure; ///< of the keychain; there are only the plaintext copies then
+};
+
+/// The same for several accounts, whose legacy keys have the same names, by one search of the keychain.
+StoredAPIKeys loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain, const QStringList &accounts);
 
 } // namespace lucentra

@@ -69,7 +69,7 @@ TranslationManager::Request TranslationManager::currentRequest() const
     const auto engine =
         translationEngine(m_settings.read(settings::translationEngine)).value_or(TranslationEngine::apple);
     // All of them, whichever the engine: legacy copies leave the preferences with the first request.
-    const QHash<QString, QString> keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts());
+    const QHash<QString, QString> keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts()).keys;
     return {.engine = engine,
             .key = keys.value(engineEntry(engine).account).trimmed(),
             .target = m_settings.read(settings::targetLanguageCode)};

@@ -1,5 +1,5 @@
 """Controls of a form as a screen reader reaches them; a program of its own for the accessibility library's sake:
-form.py focus NAME | open NAME | tab NAME | states NAME | value NAME | tree"""
+form.py focus NAME | open NAME | tab NAME | states NAME | value NAME | names"""
 import sys
 
 import pyatspi
@@ -21,9 +21,8 @@ def control(name: str, roles=frozenset(CONTROLS)):
 
 
 def main(command: str, name: str = "") -> int:
-    if command == "tree":
-        for node in everything():
-            print(node.getRoleName(), repr(node.name))
+    if command == "names":
+        print(*(node.name for node in everything() if node.name), sep="\n")
         return 0
     node = control(name, {"page tab"} if command == "tab" else CONTROLS)
     if node is None:

@@ -6,6 +6,7 @@ import os
 import pathlib
 import subprocess
 import unittest
+import xml.etree.ElementTree
 
 import chat_server
 from chat_server import ChatServer
@@ -18,6 +19,18 @@ ENGINES = ["On This Computer", "Google Translate", "Microsoft Azure Translator",
            "OpenAI-Compatible API"]
 COMPATIBLE = 7
 KEY = "sk-secret-5Ω"
+
+
+def echo_the_key(server: ChatServer, _body: dict):
+    """Refuses the key and repeats it, as some services do."""
+    return 401, {"error": {"message": f"Wrong key: {server.requests[-1][1]['Authorization']}"}}
+
+
+def translations(code: str) -> dict[str, str]:
+    """A language's texts by their keys."""
+    table = HERE.parents[1] / "resources" / "i18n" / f"lucentra_{code}.ts"
+    messages = xml.etree.ElementTree.parse(table).iter("message")
+    return {message.findtext("source"): message.findtext("translation") for message in messages}
 
 
 class SettingsWindow(unittest.TestCase):
@@ -93,12 +106,18 @@ class EnginesAndKeys(SettingsWindow):
         self.open("Translation")
         sections = ["Built-in Translation", "Google Translate", "Microsoft Azure", "Gemini AI", "DeepL", "OpenAI",
                     "Claude", "OpenAI-Compatible API"]
-        for number, section in enumerate(sections):
+        accounts = [None, "googleApiKey", "microsoftApiKey", "geminiApiKey", "deeplApiKey", "openAIApiKey",
+                    "anthropicApiKey", "compatibleApiKey"]
+        for number, (section, account) in enumerate(zip(sections, accounts)):
             self.choose_engine(number)
             self.assertTrue(eventually(lambda: section in self.screen.accessibility("labels").stdout.splitlines()), section)
             # The on-device engine alone needs neither a key nor consent.
             self.assertEqual(bool(self.form("states", "API Key").stdout), number > 0, section)
             self.assertEqual(any("Allow text" in text for text in self.screen.texts()), number > 0, section)
+            if account:
+                self.type_key(f"key-of-{account}")
+                self.assertTrue(eventually(lambda: self.screen.secret(account) == f"key-of-{account}"), section)
+        self.assertNotIn("key-of", self.screen.preferences_path.read_text() + self.log.read_text())
         self.choose_engine(0)
         self.expect_test_possible(True)
 
@@ -109,6 +128,8 @@ class EnginesAndKeys(SettingsWindow):
         self.type_key(KEY)
         self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == KEY))
         self.expect_no_text("There is no API key")
+        self.screen.press("Show the API key")
+        self.screen.do("sleep 0.5")
         for text in (self.screen.preferences_path.read_text(), self.log.read_text(), *self.screen.texts(),
                      self.form("value", "API Key").stdout):
             self.assertNotIn(KEY, text)
@@ -139,6 +160,15 @@ class EnginesAndKeys(SettingsWindow):
         self.server.translate = str.upper
         self.screen.press("Test Connection")
         self.expect_text("no usable translation")
+        # What a server says of the key, it says to nobody else.
+        self.type_key("echo-Secret-12345")
+        self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == "echo-Secret-12345"))
+        self.server.queued = [echo_the_key] * 8
+        self.screen.press("Test Connection")
+        self.expect_text("Wrong key")
+        for text in (*self.screen.texts(), self.log.read_text()):
+            self.assertNotIn("echo-Secret", text)
+        self.server.queued.clear()
         # The answer of an engine that is no longer chosen counts for nothing.
         self.server.translate = lambda text: "belated"
         self.server.queued = [chat_server.pause(2)]
@@ -170,9 +200,45 @@ class WithoutAKeyring(SettingsWindow):
         self.open("Translation")
         self.choose_engine(4)
         self.type_key(KEY)
-        self.expect_text("couldn’t be saved")
+        self.expect_text("Install the package gnome-keyring")
         self.expect_no_text("There is no API key")
         self.assertNotIn(KEY, self.screen.preferences_path.read_text() + self.log.read_text())
+
+
+class WithALockedKeyring(SettingsWindow):
+    def keyring_tool(self, *arguments: str) -> None:
+        subprocess.run(["/usr/bin/python3", str(HERE / "keyring.py"), *arguments], env=self.screen.environment, check=True)
+
+    def test_it_is_said_and_made_good(self):
+        self.open("Translation")
+        self.choose_engine(4)
+        self.type_key("first")
+        self.assertTrue(eventually(lambda: self.screen.secret("deeplApiKey") == "first"))
+        self.screen.do("key ctrl+w")
+        self.assertTrue(eventually(lambda: not self.windows()))
+        self.keyring_tool("lock")
+        self.open()
+        self.expect_text("The keyring is locked")  # the stored key can't be read
+        self.keyring_tool("unlock", "test")
+        self.come_back()
+        self.expect_no_text("The keyring is locked")
+        self.expect_no_text("There is no API key")
+        self.keyring_tool("lock")
+        self.type_key("second")
+        self.expect_text("The keyring is locked")
+        self.keyring_tool("unlock", "test")
+        self.come_back()
+        self.assertTrue(eventually(lambda: self.screen.secret("deeplApiKey") == "second"))
+        self.expect_no_text("The keyring is locked")
+
+    def come_back(self) -> None:
+        """From another window, as from the question for the password."""
+        other = self.screen.start(["xev", "-name", "other"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        window = self.screen.must(lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", "^other$"),
+                                  "the other window")
+        self.screen.do(f"windowactivate --sync {window}")
+        other.terminate()
+        self.screen.do(f"windowactivate --sync {self.windows()[0]}")
 
 
 class TheRest(SettingsWindow):
@@ -187,13 +253,30 @@ class TheRest(SettingsWindow):
         self.screen.press("Follow the interface language")
         self.expect_stored("targetLanguageCode", "en")
         self.form("tab", "General")
-        self.choose("Interface Language", 4)
-        self.expect_stored("appLanguage", "ja")
-        self.expect_stored("targetLanguageCode", "ja")
-        self.expect_text("表示言語")
-        self.assertTrue(eventually(lambda: "設定" in self.screen.output("xdotool", "getwindowname", self.windows()[0])))
-        self.screen.must(lambda: self.form("tab", "翻訳").returncode == 0, "the tab in Japanese")
-        self.expect_text("翻訳エンジン")
+        english = translations("en")
+        for index, code in enumerate(["zh-Hant", "zh-Hans", "en", "ja", "ko"], 1):
+            table = translations(code) if code != "zh-Hant" else {key: key for key in english}
+            if index > 1:
+                self.screen.must(lambda: self.form("tab", before["一般"]).returncode == 0, "the first tab")
+            self.choose("Interface Language" if index == 1 else before["介面語言"], index)
+            self.expect_stored("appLanguage", code)
+            self.expect_stored("targetLanguageCode", code)
+            self.assertTrue(eventually(lambda: table["Lucentra｜澄鏡通 設定"] in self.screen.output(
+                "xdotool", "getwindowname", self.windows()[0])), code)
+            for tab in ("一般", "翻譯", "外觀", "快捷鍵", "關於"):
+                self.screen.must(lambda: self.form("tab", table[tab]).returncode == 0, f"the tab {table[tab]}")
+                self.expect_texts_of(table, code)
+            before = table
+
+    def expect_texts_of(self, table: dict[str, str], code: str) -> None:
+        """Nothing that is shown is the text of another language."""
+        others = [translations(other) for other in ("zh-Hans", "en", "ja", "ko") if other != code]
+        foreign = {text for other in others for text in other.values()} - set(table.values())
+        # Languages are called as their speakers call them, and the pane's texts aren't the form's.
+        foreign -= {"English", "繁體中文", "简体中文", "日本語", "한국어"}
+        shown = lambda: set(self.form("names").stdout.splitlines())  # noqa: E731
+        self.assertTrue(eventually(lambda: not shown() & foreign), f"{code}: {shown() & foreign}")
+        self.assertTrue(shown() & set(table.values()))
 
     def test_what_is_changed_elsewhere_is_shown_at_once(self):
         self.open("Translation")
@@ -203,6 +286,12 @@ class TheRest(SettingsWindow):
         changed.replace(self.screen.preferences_path)
         self.expect_text("Keys of DeepL")
         self.assertIn("Deep", self.screen.accessibility("tree").stdout)
+        with self.screen.preferences_path.open("r+", encoding="utf-8") as file:  # as by an editor
+            values = json.load(file)
+            file.seek(0)
+            file.truncate()
+            json.dump(values | {"translationEngine": 6}, file)
+        self.expect_text("Allow text to be sent to Anthropic Claude")
 
     def test_a_recorded_hotkey_works(self):
         self.open("Shortcuts")

@@ -167,7 +167,7 @@ void KeychainStoreTest::legacyCopiesMoveIntoTheKeychain()
         const QTemporaryDir folder;
         SettingsStore settings(folder.filePath(u"preferences.json"_s));
         settings.setValue(account, legacy);
-        const QString key = bySearch ? loadStoredAPIKeys(settings, m_keychain, {account}).value(account)
+        const QString key = bySearch ? loadStoredAPIKeys(settings, m_keychain, {account}).keys.value(account)
                                      : loadStoredAPIKey(settings, m_keychain, account, account);
         QTEST(key, "key");
         QTEST(QString::fromUtf8(m_storage.secrets.value(account)), "keptAfterwards");
@@ -181,10 +181,13 @@ void KeychainStoreTest::allAccountsAreReadByOneSearch()
     SettingsStore settings(folder.filePath(u"preferences.json"_s));
     settings.setValue(u"b"_s, u"moved"_s);
     m_storage.secrets = {{u"a"_s, "1"}, {u"not asked for"_s, "2"}};
-    const auto keys = loadStoredAPIKeys(settings, m_keychain, {u"a"_s, u"b"_s, u"c"_s});
-    QCOMPARE(keys, (QHash<QString, QString>{{u"a"_s, u"1"_s}, {u"b"_s, u"moved"_s}, {u"c"_s, u""_s}}));
+    const StoredAPIKeys keys = loadStoredAPIKeys(settings, m_keychain, {u"a"_s, u"b"_s, u"c"_s});
+    QCOMPARE(keys.keys, (QHash<QString, QString>{{u"a"_s, u"1"_s}, {u"b"_s, u"moved"_s}, {u"c"_s, u""_s}}));
     QCOMPARE(m_storage.searches, 1);
     QCOMPARE(m_storage.lookups, 1); // of the copy that was moved
+    QVERIFY(!keys.failure);
+    m_storage.lookupFailure = refusal;
+    QCOMPARE(loadStoredAPIKeys(settings, m_keychain, {u"a"_s}).failure, std::optional(refusal));
 }
 
 QTEST_GUILESS_MAIN(KeychainStoreTest)

@@ -32,7 +32,8 @@ constexpr int collapsedLines = 8; ///< of each text
 constexpr QColor yellow(0xE5, 0xA5, 0x00);
 constexpr QColor gray(0x8E, 0x8E, 0x93);
 constexpr QColor green(0x2D, 0xA0, 0x4E);
-constexpr QColor red(0xE0, 0x3B, 0x32);
+constexpr QColor redOnLight(0xE0, 0x3B, 0x32);
+constexpr QColor redOnDark(0xFF, 0x6B, 0x62);
 
 QFont fontOfSize(int pixels, QFont::Weight weight = QFont::Normal)
 {
@@ -178,7 +179,7 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
         size = starSize;
     } else if (button.action == RowAction::Delete) {
         symbol = u"trash"_s;
-        color = withAlpha(red, 0.8);
+        color = withAlpha(palette.color(QPalette::Text).lightness() > 127 ? redOnDark : redOnLight, 0.8);
     }
     painter.setOpacity(state.isActive || isDone ? 1 : quietOpacity);
     const QRectF picture(rect.left() + buttonInset, rect.center().y() - size / 2, size, size);

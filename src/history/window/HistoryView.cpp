@@ -258,6 +258,9 @@ void HistoryView::applyPalette()
 {
     QColor quiet = palette().color(QPalette::Text);
     quiet.setAlphaF(0.55f);
+    QPalette field = m_search->palette();
+    field.setColor(QPalette::PlaceholderText, quiet); // which some desktops leave black in their dark colours
+    m_search->setPalette(field);
     const QColor text = palette().color(QPalette::ButtonText);
     m_searchSymbol->setIcon(symbolIcon(u"magnifier"_s, quiet));
     m_clearSearch->setIcon(symbolIcon(u"clear"_s, quiet));

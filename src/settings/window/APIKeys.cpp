@@ -3,7 +3,6 @@
 #include "KeychainStore.h"
 #include "MainQueue.h"
 #include "SettingsStore.h"
-#include "StoredAPIKeys.h"
 #include "TranslationEngine.h"
 
 #include <QPointer>
@@ -23,11 +22,16 @@ APIKeys::APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQue
 
 APIKeys::~APIKeys() = default;
 
-void APIKeys::load(QObject *context, std::function<void(const QHash<QString, QString> &)> loaded)
+void APIKeys::load(QObject *context, std::function<void(const StoredAPIKeys &)> loaded)
 {
-    m_worker.start([this, context = QPointer(context), loaded = std::move(loaded)] {
-        const auto keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts());
-        m_mainQueue.post([context, loaded, keys] {
+    m_loadOnceMore = nullptr;
+    m_worker.start([this, self = QPointer(this), context = QPointer(context), loaded = std::move(loaded)] {
+        m_mainQueue.post([self, context, loaded, keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts())] {
+            if (self && context && keys.failure)
+                self->m_loadOnceMore = [self, context, loaded] {
+                    if (context)
+                        self->load(context, loaded);
+                };
             if (context)
                 loaded(keys);
         });
@@ -54,30 +58,32 @@ void APIKeys::saveNext(const QString &account)
     }
     if (!key)
         return; // an earlier turn has saved it
-    const bool isSaved = m_keychain.saveString(*key, account);
-    if (isSaved)
+    const auto saved = m_keychain.save(*key, account);
+    if (saved)
         m_settings.remove(account);
-    m_mainQueue.post([self = QPointer(this), account, key = *key, isSaved] {
+    m_mainQueue.post([self = QPointer(this), account, key = *key, saved] {
         if (self)
-            self->finished(account, key, isSaved);
+            self->finished(account, key, saved);
     });
 }
 
-void APIKeys::finished(const QString &account, const QString &key, bool isSaved)
+void APIKeys::finished(const QString &account, const QString &key, const Result<void> &saved)
 {
     {
         const std::scoped_lock lock(m_mutex);
         if (m_waiting.contains(account))
             return; // typed meanwhile
     }
-    if (!isSaved)
+    if (!saved)
         m_failed.insert(account, key);
     if (onSaved)
-        onSaved(account, isSaved);
+        onSaved(account, saved);
 }
 
 void APIKeys::retryFailed()
 {
+    if (const auto load = std::exchange(m_loadOnceMore, nullptr))
+        load();
     const auto failed = std::exchange(m_failed, {});
     for (auto it = failed.cbegin(); it != failed.cend(); ++it)
         save(it.key(), it.value());

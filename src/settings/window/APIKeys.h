@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Result.h"
+#include "StoredAPIKeys.h"
+
 #include <QHash>
 #include <QObject>
 #include <QString>
@@ -25,16 +28,17 @@ public:
     APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQueue &mainQueue);
     ~APIKeys() override;
 
-    /// The keys of all accounts, by account. Nothing is called once the context is gone.
-    void load(QObject *context, std::function<void(const QHash<QString, QString> &keys)> loaded);
+    /// The keys of all accounts. Called once more after a `retryFailed` where the keychain failed. Nothing is called
+    /// once the context is gone.
+    void load(QObject *context, std::function<void(const StoredAPIKeys &keys)> loaded);
 
     /// Saves what the account's key is now; an empty one is removed. A plaintext copy of a former version goes away
     /// once that has succeeded.
     void save(const QString &account, const QString &key);
     /// Called when an account's last value was saved, or couldn't be.
-    std::function<void(const QString &account, bool isSaved)> onSaved;
+    std::function<void(const QString &account, const Result<void> &saved)> onSaved;
 
-    /// Tries once more to save what couldn't be.
+    /// Tries once more to load and to save what couldn't be.
     void retryFailed();
 
     /// Calls when everything that was to be saved by now has been tried.
@@ -42,12 +46,13 @@ public:
 
 private:
     void saveNext(const QString &account);
-    void finished(const QString &account, const QString &key, bool isSaved);
+    void finished(const QString &account, const QString &key, const Result<void> &saved);
 
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;
     MainQueue &m_mainQueue;
     QHash<QString, QString> m_failed;
+    std::function<void()> m_loadOnceMore; ///< where the keychain failed
     std::mutex m_mutex;
     QHash<QString, QString> m_waiting; ///< guarded by m_mutex
     QThreadPool m_worker;              ///< last: its destruction waits for what still runs

@@ -2,6 +2,7 @@
 
 #include "FormColors.h"
 #include "LocalizationManager.h"
+#include "Mnemonics.h"
 #include "SettingsForm.h"
 
 #include <QHBoxLayout>
@@ -40,7 +41,7 @@ ConnectionSection::ConnectionSection(SettingsForm &form, std::function<bool()> c
     m_busy->setTextVisible(false);
     m_busy->hide();
     form.keepText([this] {
-        m_button->setText(this->form().text(u"測試連線"_s));
+        setMnemonicText(*m_button, this->form().text(u"測試連線"_s));
         constexpr int buttonPadding = 20;
         m_button->setMinimumWidth(m_button->fontMetrics().horizontalAdvance(m_button->text()) + 2 * buttonPadding);
         setTone(*m_result, m_isGood ? Tone::Good : Tone::Bad);

@@ -2,6 +2,7 @@
 
 #include "FormColors.h"
 #include "KeyField.h"
+#include "SecretStorage.h"
 #include "Settings.h"
 #include "SettingsForm.h"
 #include "SettingsStore.h"
@@ -58,6 +59,23 @@ const EngineForm &engineForm(TranslationEngine engine)
     return forms[size_t(engine)];
 }
 
+/// The key of the text that says what the user can do.
+QString keychainAdvice(const Failure &failure)
+{
+    switch (SecretStorageProblem(failure.code)) {
+    case SecretStorageProblem::Locked:
+    case SecretStorageProblem::NoKeyring:
+        return u"鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。"_s;
+    case SecretStorageProblem::NoBus:
+    case SecretStorageProblem::NoService:
+        return u"這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。"_s;
+    case SecretStorageProblem::NoAnswer:
+    case SecretStorageProblem::NoSecret:
+        break;
+    }
+    return u"鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。"_s;
+}
+
 } // namespace
 
 EngineSection::EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent)
@@ -85,18 +103,16 @@ void EngineSection::addKeyRows()
     };
     addRow(u"API Key"_s, m_key);
     m_status = makeSmallPrint();
-    m_failure = makeSmallPrint();
+    m_failureText = makeSmallPrint();
     form().keepText([this] {
         setTone(*m_status, engineEntry(m_engine).requiresKey ? Tone::Warning : Tone::Good);
-        setTone(*m_failure, Tone::Bad);
         m_status->setText(form().text(engineEntry(m_engine).requiresKey
                                           ? u"⚠️ API Key 為空，將無法進行翻譯！"_s
                                           : u"✓ 將使用 Google 免費版（有流量與請求頻率限制）"_s));
-        m_failure->setText(form().text(
-            u"API Key 未能存入鑰匙圈。請解鎖鑰匙圈後再試；若這部電腦沒有鑰匙圈服務，請安裝 gnome-keyring。"_s));
+        showFailure(m_failure);
     });
     addRemark(m_status);
-    addRemark(m_failure)->hide();
+    addRemark(m_failureText)->hide();
     showKeyStatus();
 }
 
@@ -105,19 +121,31 @@ QString EngineSection::key() const
     return m_key ? m_key->key() : QString();
 }
 
-void EngineSection::setStoredKey(const QString &key)
+void EngineSection::setStoredKey(const QString &key, const std::optional<Failure> &failure)
 {
     if (!m_key)
         return;
     m_isLoaded = true;
     m_key->setStoredKey(key);
     showKeyStatus();
+    // A typed one has been tried since, and one that isn't needed isn't missed.
+    if (!m_key->wasTyped())
+        showFailure(engineEntry(m_engine).requiresKey ? failure : std::nullopt);
 }
 
-void EngineSection::setSaved(bool isSaved)
+void EngineSection::setSaved(const Result<void> &saved)
 {
-    if (m_failure)
-        m_failure->parentWidget()->setVisible(!isSaved);
+    if (m_key)
+        showFailure(saved ? std::nullopt : std::optional(saved.error()));
+}
+
+void EngineSection::showFailure(const std::optional<Failure> &failure)
+{
+    m_failure = failure;
+    setTone(*m_failureText, Tone::Bad);
+    m_failureText->setText(failure ? form().text(keychainAdvice(*failure)) : QString());
+    if (QWidget *row = m_failureText->parentWidget())
+        row->setVisible(failure.has_value());
 }
 
 void EngineSection::showKeyStatus()

@@ -2,6 +2,7 @@
 
 #include "FormColors.h"
 #include "FormPlate.h"
+#include "Mnemonics.h"
 #include "SettingsForm.h"
 
 #include <QCheckBox>
@@ -131,10 +132,10 @@ QLabel *FormSection::addRow(const QString &labelKey, QWidget *control)
     layout->setSpacing(labelToControl);
     auto *label = new QLabel;
     label->setTextFormat(Qt::PlainText);
-    label->setBuddy(control);
+    label->setBuddy(control->focusProxy() ? control->focusProxy() : control);
     m_form.keepText([this, label, control, labelKey] {
-        label->setText(m_form.text(labelKey));
-        control->setAccessibleName(label->text());
+        setMnemonicText(*label, m_form.text(labelKey));
+        control->setAccessibleName(label->accessibleName());
     });
     layout->addWidget(label);
     layout->addStretch(1);
@@ -167,7 +168,7 @@ QComboBox *FormSection::addPicker(const QString &labelKey, const QList<PickerOpt
 QCheckBox *FormSection::addToggle(std::function<QString()> text, Binding<bool> binding)
 {
     auto *toggle = new QCheckBox;
-    const auto apply = [toggle, text = std::move(text)] { toggle->setText(text()); };
+    const auto apply = [toggle, text = std::move(text)] { setMnemonicText(*toggle, text()); };
     m_form.keepText(apply);
     m_form.keepValue([toggle, read = std::move(binding.read)] {
         const QSignalBlocker quiet(toggle);
@@ -203,8 +204,8 @@ QSlider *FormSection::addSlider(std::function<QString()> label, int first, int l
     layout->addWidget(name);
     layout->addWidget(slider);
     const auto showLabel = [name, slider, label = std::move(label)] {
-        name->setText(label());
-        slider->setAccessibleName(name->text());
+        setMnemonicText(*name, label());
+        slider->setAccessibleName(name->accessibleName());
     };
     m_form.keepText(showLabel);
     m_form.keepValue([slider, showLabel, read = std::move(binding.read)] {

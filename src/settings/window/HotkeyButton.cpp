@@ -56,7 +56,7 @@ void HotkeyButton::setDefaultTitle(const QString &title)
 {
     m_defaultTitle = title;
     if (!m_isRecording)
-        setText(title);
+        setText(QString(title).replace(u'&', u"&&"_s)); // which may be a key, too
 }
 
 void HotkeyButton::startRecording()

@@ -64,7 +64,7 @@ void HotkeyTab::addFixedHotkey(FormSection &section)
     auto *fixed = new QLabel(u"⌥ Return"_s);
     QLabel *label = section.addRow(u"翻譯目前區域："_s, fixed);
     m_form.keepText([this, fixed, label] {
-        fixed->setAccessibleName(label->text() + u" "_s + fixed->text());
+        fixed->setAccessibleName(label->accessibleName() + u" "_s + fixed->text());
         fixed->setToolTip(m_form.text(u"按住 Option，再按主鍵盤上的 Return（↩）鍵"_s));
     });
 }

@@ -1,11 +1,11 @@
 #include "KeyField.h"
 
+#include "SecretEdit.h"
 #include "SettingsForm.h"
 #include "TintedSymbol.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -15,7 +15,7 @@ namespace lucentra {
 KeyField::KeyField(SettingsForm &form, QWidget *parent)
     : QWidget(parent)
     , m_form(form)
-    , m_field(new QLineEdit)
+    , m_field(new SecretEdit)
     , m_show(new QToolButton)
 {
     auto *layout = new QHBoxLayout(this);
@@ -25,9 +25,6 @@ KeyField::KeyField(SettingsForm &form, QWidget *parent)
     layout->addWidget(m_show);
     constexpr int fieldWidth = 300; // the button included
     setMinimumWidth(fieldWidth);
-    m_field->setEchoMode(QLineEdit::Password);
-    m_field->setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
-                                 Qt::ImhNoAutoUppercase);
     setFocusProxy(m_field);
     m_show->setCheckable(true);
     m_show->setAutoRaise(true);
@@ -35,10 +32,6 @@ KeyField::KeyField(SettingsForm &form, QWidget *parent)
         m_wasTyped = true;
         if (onTyped)
             onTyped(text);
-    });
-    connect(m_field, &QLineEdit::selectionChanged, this, [this] {
-        if (m_show->isChecked())
-            m_field->deselect();
     });
     connect(m_show, &QToolButton::toggled, this, &KeyField::showInClear);
     form.keepText([this] { labelButton(); });
@@ -57,8 +50,7 @@ void KeyField::setStoredKey(const QString &key)
 
 void KeyField::showInClear(bool inClear)
 {
-    m_field->deselect();
-    m_field->setEchoMode(inClear ? QLineEdit::Normal : QLineEdit::Password);
+    m_field->showInClear(inClear);
     labelButton();
 }
 

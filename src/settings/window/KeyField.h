@@ -4,15 +4,14 @@
 
 #include <functional>
 
-class QLineEdit;
 class QToolButton;
 
 namespace lucentra {
 
+class SecretEdit;
 class SettingsForm;
 
-/// A field for a secret with a button that shows it in clear. While it is shown nothing of it can be selected, for
-/// what is selected would be on the clipboard of selections. Main thread only.
+/// A field for a secret with a button that shows it in clear. Main thread only.
 class KeyField : public QWidget
 {
 public:
@@ -21,6 +20,7 @@ public:
     QString key() const;
     /// Fills in a stored key, unless something was typed already.
     void setStoredKey(const QString &key);
+    bool wasTyped() const { return m_wasTyped; }
     std::function<void(const QString &key)> onTyped;
 
 private:
@@ -28,7 +28,7 @@ private:
     void labelButton();
 
     SettingsForm &m_form;
-    QLineEdit *m_field;
+    SecretEdit *m_field;
     QToolButton *m_show;
     bool m_wasTyped = false;
 };

@@ -3,6 +3,8 @@
 #include "LocalizationManager.h"
 #include "NotificationCenter.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 namespace lucentra {
@@ -21,9 +23,20 @@ SettingsForm::SettingsForm(const SettingsServices &services, QObject *parent)
          {notifications::targetLanguageChanged, notifications::translationClickGestureChanged,
           notifications::updateNeonBorder, notifications::updateGlassOpacity, notifications::updateGlobalHotkey})
         center.observe(name, this, [this](const QVariant &) { refreshValues(); });
-    // The file is replaced as a whole, which only its folder tells of.
-    m_watcher.addPath(services.settingsFolder);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] { refreshValues(); });
+    // The program replaces the file as a whole, which only its folder tells of; an editor may write into it.
+    m_watcher.addPath(QFileInfo(services.settingsFile).path());
+    m_watcher.addPath(services.settingsFile);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] { followFile(); });
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { followFile(); });
+}
+
+void SettingsForm::followFile()
+{
+    // Another file may stand there now under the same name, and the old one still be watched.
+    m_watcher.removePath(m_services.settingsFile);
+    if (QFileInfo::exists(m_services.settingsFile))
+        m_watcher.addPath(m_services.settingsFile);
+    refreshValues();
 }
 
 QString SettingsForm::text(const QString &key) const
@@ -47,12 +60,16 @@ void SettingsForm::refreshTexts()
 {
     for (const auto &apply : m_texts)
         apply();
+    if (onRefreshed)
+        onRefreshed();
 }
 
 void SettingsForm::refreshValues()
 {
     for (const auto &apply : m_values)
         apply();
+    if (onRefreshed)
+        onRefreshed();
 }
 
 void SettingsForm::followInterfaceLanguage()

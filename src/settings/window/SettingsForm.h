@@ -34,10 +34,15 @@ public:
     /// Reads every value anew.
     void refreshValues();
 
+    /// Called after either, and after a change of what is shown.
+    std::function<void()> onRefreshed;
+
     /// Lets the target language follow the interface language where the user wants that, and tells of it.
     void followInterfaceLanguage();
 
 private:
+    void followFile();
+
     const SettingsServices &m_services;
     std::vector<std::function<void()>> m_texts;
     std::vector<std::function<void()>> m_values;

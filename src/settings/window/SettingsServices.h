@@ -47,8 +47,8 @@ struct SettingsServices
     /// Where the pane lies on the screen, in points; empty while it is hidden. It floats above every window.
     std::function<QRect()> paneFrame;
 
-    QString settingsFolder; ///< where the settings' file lies; changes there are shown at once
-    QString pagesFolder;    ///< where the pages lie that ship with the program
+    QString settingsFile; ///< changes to it are shown at once
+    QString pagesFolder;  ///< where the pages lie that ship with the program
     QIcon applicationIcon;
     QString version;     ///< the short one
     QString buildNumber; ///< of the version

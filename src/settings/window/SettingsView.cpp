@@ -4,10 +4,13 @@
 #include "AppearanceTab.h"
 #include "GeneralTab.h"
 #include "HotkeyTab.h"
+#include "Mnemonics.h"
 #include "TintedSymbol.h"
 #include "TranslationTab.h"
 
 #include <QEvent>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -25,13 +28,24 @@ SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWid
     addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
     addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);
     addPage(new AboutTab(m_form), u"關於"_s, u"info"_s);
+    m_form.onRefreshed = [this] { assignLetters(); };
+    assignLetters();
 }
 
 void SettingsView::addPage(QWidget *page, const QString &titleKey, const QString &symbol)
 {
     const int index = addTab(page, tintedSymbol(symbol, palette()), QString());
     m_symbols.append(symbol);
-    m_form.keepText([this, index, titleKey] { setTabText(index, m_form.text(titleKey)); });
+    m_titles.append(titleKey);
+    setTabText(index, m_form.text(titleKey)); // until it has its letter
+}
+
+void SettingsView::assignLetters()
+{
+    QStringList titles;
+    for (const QString &key : std::as_const(m_titles))
+        titles.append(m_form.text(key));
+    assignMnemonics(*this, titles);
 }
 
 void SettingsView::refresh()

@@ -25,9 +25,11 @@ protected:
 private:
     void addPage(QWidget *page, const QString &titleKey, const QString &symbol);
     void showSymbols();
+    void assignLetters();
 
     SettingsForm m_form;
     QStringList m_symbols; ///< a tab each
+    QStringList m_titles;  ///< the keys of their texts
 };
 
 } // namespace lucentra

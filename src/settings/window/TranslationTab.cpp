@@ -122,19 +122,19 @@ void TranslationTab::addEngineSections()
 
 void TranslationTab::loadKeys()
 {
-    m_keys.load(this, [this](const QHash<QString, QString> &keys) {
+    m_keys.load(this, [this](const StoredAPIKeys &stored) {
         for (EngineSection *engine : m_engines) {
             if (engine)
-                engine->setStoredKey(keys.value(engine->account()));
+                engine->setStoredKey(stored.keys.value(engine->account()), stored.failure);
         }
         m_connection->refresh();
     });
-    m_keys.onSaved = [self = QPointer(this)](const QString &account, bool isSaved) {
+    m_keys.onSaved = [self = QPointer(this)](const QString &account, const Result<void> &saved) {
         if (!self)
             return;
         for (EngineSection *engine : self->m_engines) {
             if (engine && engine->account() == account)
-                engine->setSaved(isSaved);
+                engine->setSaved(saved);
         }
     };
 }

@@ -12,6 +12,7 @@
 #include "Settings.h"
 #include "SettingsStore.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -23,7 +24,9 @@
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
+#include <algorithm>
 #include <optional>
 
 using namespace lucentra;
@@ -74,7 +77,7 @@ struct Fixture
         .isHotkeyRefused = [this] { return isHotkeyRefused; },
         .fillMenuBar = [](QMenuBar &) {},
         .paneFrame = [] { return QRect(); },
-        .settingsFolder = folder.path(),
+        .settingsFile = folder.filePath(u"preferences.json"_s),
         .pagesFolder = QString(),
         .applicationIcon = QIcon(),
         .version = u"1.2"_s,
@@ -120,6 +123,15 @@ struct Fixture
                 return control;
         }
         qFatal("no control %s", qPrintable(name));
+    }
+    QString text(const QString &key) const { return texts.localized(key); }
+    /// How many lines of the shown tab have the text in them.
+    int linesWith(const QString &part) const
+    {
+        const auto labels = view->currentWidget()->findChildren<QLabel *>();
+        return int(std::count_if(labels.begin(), labels.end(), [&](const QLabel *label) {
+            return isOffered(label) && label->text().contains(part);
+        }));
     }
     static void choose(QComboBox *picker, const QVariant &value)
     {
@@ -172,7 +184,12 @@ private Q_SLOTS:
     void theTargetFollowsTheInterface();
     void aRefusedLoginItemSwitchesBack();
     void theLastOfSeveralKeysWins();
+    void aKeyThatCannotBeSavedIsTriedAgain_data();
     void aKeyThatCannotBeSavedIsTriedAgain();
+    void aKeyShownInClearIsToldNobody();
+    void lettersReachTheControls_data();
+    void lettersReachTheControls();
+    void whatIsWrittenIntoTheFileIsShown();
     void whatWasTypedIsNotOverwrittenByWhatIsLoaded();
 };
 
@@ -320,29 +337,139 @@ void SettingsFormTest::theLastOfSeveralKeysWins()
     QVERIFY(!m.secrets.secrets.contains(u"deeplApiKey"_s));
 }
 
+void SettingsFormTest::aKeyThatCannotBeSavedIsTriedAgain_data()
+{
+    QTest::addColumn<int>("problem");
+    QTest::addColumn<QString>("advice");
+    QTest::newRow("locked") << int(SecretStorageProblem::Locked) << u"鑰匙圈已鎖定"_s;
+    QTest::newRow("none made yet") << int(SecretStorageProblem::NoKeyring) << u"鑰匙圈已鎖定"_s;
+    QTest::newRow("no service") << int(SecretStorageProblem::NoService) << u"請安裝 gnome-keyring"_s;
+    QTest::newRow("of the system's own") << 2 << u"鑰匙圈沒有回應"_s;
+}
+
 void SettingsFormTest::aKeyThatCannotBeSavedIsTriedAgain()
+{
+    QFETCH(int, problem);
+    QFETCH(QString, advice);
+    Fixture m;
+    m.settings.write(settings::translationEngine, 4);
+    m.secrets.lookupFailure = m.secrets.storeFailure = Failure{.code = problem, .description = u"refused"_s};
+    m.show();
+    m.view->setCurrentIndex(1);
+    QTRY_COMPARE(m.linesWith(advice), 1); // the stored one can't be read
+    const auto field = m.control<QLineEdit>(u"API Key"_s);
+    m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
+    m.secrets.lookupFailure.reset();
+    m.keys->retryFailed();
+    m.settle();
+    QTRY_COMPARE(field->text(), u"stored"_s);
+    QCOMPARE(m.linesWith(advice), 0);
+    QTest::keyClicks(field, u"abc"_s);
+    m.settle();
+    QTRY_COMPARE(m.linesWith(advice), 1);
+    QCOMPARE(field->text(), u"storedabc"_s);
+    m.secrets.storeFailure.reset();
+    m.keys->retryFailed();
+    m.settle();
+    QTRY_COMPARE(m.linesWith(advice), 0);
+    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "storedabc");
+}
+
+void SettingsFormTest::aKeyShownInClearIsToldNobody()
 {
     Fixture m;
     m.settings.write(settings::translationEngine, 4);
     m.show();
-    m.secrets.storeFailure = Failure{.description = u"locked"_s};
-    const auto field = m.control<QLineEdit>(u"API Key"_s);
-    QTest::keyClicks(field, u"abc"_s);
-    m.settle();
-    const auto isSaid = [&] {
-        const auto labels = m.view->findChildren<QLabel *>();
-        return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
-            return label->isVisibleTo(label->window()) && label->text().startsWith(u"API Key 未能存入"_s);
-        });
-    };
     m.view->setCurrentIndex(1);
-    QTRY_VERIFY(isSaid());
-    QCOMPARE(field->text(), u"abc"_s);
-    m.secrets.storeFailure.reset();
-    m.keys->retryFailed();
-    m.settle();
-    QTRY_VERIFY(!isSaid());
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "abc");
+    auto *field = m.control<QLineEdit>(u"API Key"_s);
+    QTest::keyClicks(field, u"hidden"_s);
+    const QImage dots = field->grab().toImage();
+    m.control<QToolButton>(u"顯示 API Key"_s)->click();
+    QVERIFY(field->grab().toImage() != dots);
+    QTest::keyClicks(field, u"-shown"_s);
+    auto *accessible = QAccessible::queryAccessibleInterface(field);
+    const QString text = accessible->text(QAccessible::Value) + accessible->textInterface()->text(0, 12);
+    for (const QChar letter : u"hidenswo-"_s)
+        QVERIFY2(!text.contains(letter), qPrintable(text));
+    field->selectAll();
+    QVERIFY(!field->hasSelectedText());
+    // A click goes to the letter that is seen there.
+    QTest::mouseClick(field, Qt::LeftButton, {}, {3, field->height() / 2});
+    QTest::keyClicks(field, u"0"_s);
+    QCOMPARE(field->text(), u"0hidden-shown"_s);
+    m.control<QToolButton>(u"隱藏 API Key"_s)->click();
+    field->selectAll();
+    QVERIFY(field->hasSelectedText());
+}
+
+void SettingsFormTest::lettersReachTheControls_data()
+{
+    QTest::addColumn<int>("language");
+    QTest::addColumn<int>("engine");
+    for (const AppLanguage language : {AppLanguage::English, AppLanguage::TraditionalChinese}) {
+        for (int engine = 0; engine < 8; ++engine)
+            QTest::addRow("%s-%d", qPrintable(rawValue(language)), engine) << int(language) << engine;
+    }
+}
+
+void SettingsFormTest::lettersReachTheControls()
+{
+    QFETCH(int, language);
+    QFETCH(int, engine);
+    Fixture m;
+    m.settings.write(settings::translationEngine, engine);
+    m.show();
+    m.texts.setLanguage(AppLanguage(language));
+    for (int tab = 0; tab < m.view->count(); ++tab) {
+        m.view->setCurrentIndex(tab);
+        QStringList letters;
+        for (int each = 0; each < m.view->count(); ++each)
+            letters.append(QKeySequence::mnemonic(m.view->tabText(each)).toString());
+        const auto widgets = m.view->currentWidget()->findChildren<QWidget *>();
+        for (const QWidget *widget : widgets) {
+            const auto *label = qobject_cast<const QLabel *>(widget);
+            const bool leads = (label && label->buddy() && label->buddy()->focusPolicy() != Qt::NoFocus) ||
+                               qobject_cast<const QCheckBox *>(widget) ||
+                               widget->accessibleName() == m.text(u"測試連線"_s);
+            if (leads && Fixture::isOffered(widget))
+                letters.append(QKeySequence::mnemonic(widget->property("text").toString()).toString());
+        }
+        QVERIFY(!letters.contains(QString()));
+        QCOMPARE(QSet<QString>(letters.begin(), letters.end()).size(), letters.size());
+    }
+    // And they work: from the picker of languages to the second tab and to its first picker.
+    m.view->setCurrentIndex(0);
+    const auto press = [&](const QString &text) {
+        const QKeySequence keys = QKeySequence::mnemonic(text);
+        QTest::keyClick(&*m.view, Qt::Key(keys[0].key()), Qt::AltModifier);
+    };
+    m.view->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&*m.view));
+    press(m.view->tabText(1));
+    QCOMPARE(m.view->currentIndex(), 1);
+    for (const QLabel *label : m.view->findChildren<QLabel *>()) {
+        if (label->accessibleName() == m.text(u"目標語言"_s))
+            press(label->text());
+    }
+    QCOMPARE(QApplication::focusWidget(), m.control<QComboBox>(m.text(u"目標語言"_s)));
+}
+
+void SettingsFormTest::whatIsWrittenIntoTheFileIsShown()
+{
+    Fixture m;
+    m.show();
+    m.settings.write(settings::autoHide, true);
+    m.settings.flush();
+    auto *toggle = m.control<QCheckBox>(u"失去焦點時自動隱藏玻璃板"_s);
+    QTRY_VERIFY(toggle->isChecked());
+    for (const QByteArray value : {"false", "true", "false"}) { // more than once, in place
+        QFile file(m.services.settingsFile);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        file.resize(0);
+        file.write("{\"autoHide\": " + value + "}");
+        file.close();
+        QTRY_COMPARE(toggle->isChecked(), value == "true");
+    }
 }
 
 void SettingsFormTest::whatWasTypedIsNotOverwrittenByWhatIsLoaded()

@@ -58,9 +58,22 @@ Attributes attributesOf(const QString &service, const std::optional<QString> &ac
     return attributes;
 }
 
+/// Nobody on the bus is the service, nor could be started as it.
+bool isWithoutService(const GError *error)
+{
+    return error->domain == G_DBUS_ERROR &&
+           (error->code == G_DBUS_ERROR_SERVICE_UNKNOWN || error->code == G_DBUS_ERROR_NAME_HAS_NO_OWNER ||
+            error->code == G_DBUS_ERROR_SPAWN_SERVICE_NOT_FOUND || error->code == G_DBUS_ERROR_SPAWN_FILE_INVALID ||
+            error->code == G_DBUS_ERROR_SPAWN_EXEC_FAILED);
+}
+
 /// Takes the error over.
 Failure failureOf(GError *error)
 {
+    if (isWithoutService(error)) {
+        g_error_free(error);
+        return secretServiceFailure(SecretStorageProblem::NoService);
+    }
     g_dbus_error_strip_remote_error(error);
     Failure failure{
         .domain = u"SecretService"_s, .code = error->code, .description = QString::fromUtf8(error->message)};
@@ -120,19 +133,21 @@ QByteArray ownerOf(SecretService *service)
 
 } // namespace
 
-Failure secretServiceFailure(SecretServiceProblem problem)
+Failure secretServiceFailure(SecretStorageProblem problem)
 {
     const auto reason = [problem] {
         switch (problem) {
-        case SecretServiceProblem::NoAnswer:
+        case SecretStorageProblem::NoAnswer:
             return u"The Secret Service does not answer"_s;
-        case SecretServiceProblem::NoBus:
+        case SecretStorageProblem::NoBus:
             return u"There is no session bus"_s;
-        case SecretServiceProblem::NoSecret:
+        case SecretStorageProblem::NoService:
+            return u"There is no Secret Service"_s;
+        case SecretStorageProblem::NoSecret:
             return u"The Secret Service gave no value for an item"_s;
-        case SecretServiceProblem::Locked:
+        case SecretStorageProblem::Locked:
             return u"The keyring is locked"_s;
-        case SecretServiceProblem::NoKeyring:
+        case SecretStorageProblem::NoKeyring:
             return u"There is no default keyring"_s;
         }
         return QString();
@@ -217,7 +232,7 @@ Result<void> SecretServiceClient::open(GCancellable *cancel)
         return {};
     close();
     if (!hasSessionBus())
-        return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoBus));
+        return tl::unexpected(secretServiceFailure(SecretStorageProblem::NoBus));
     GError *error = nullptr;
     m_bus = sessionBus(cancel, &error);
     if (!m_bus)
@@ -262,7 +277,7 @@ SecretServiceClient::SearchAnswer SecretServiceClient::searchInSession(const QSt
         }
         const auto secret = withSecrets ? secretOf(item) : QByteArray();
         if (!secret)
-            return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoSecret));
+            return tl::unexpected(secretServiceFailure(SecretStorageProblem::NoSecret));
         const guint64 time = secret_item_get_modified(item);
         if (!secrets.contains(*itemAccount) || time > times.value(*itemAccount)) {
             secrets.insert(*itemAccount, *secret);
@@ -271,7 +286,7 @@ SecretServiceClient::SearchAnswer SecretServiceClient::searchInSession(const QSt
     }
     locked.removeIf([&](const auto &item) { return withSecrets && secrets.contains(item.key()); });
     if (!locked.isEmpty())
-        return tl::unexpected(needUser(SecretServiceProblem::Locked, locked.values()));
+        return tl::unexpected(needUser(SecretStorageProblem::Locked, locked.values()));
     if (!account || secrets.isEmpty()) {
         // Some services don't even tell what a locked keyring holds.
         if (auto usable = checkDefaultKeyring(false, cancel); !usable)
@@ -289,13 +304,13 @@ Result<void> SecretServiceClient::checkDefaultKeyring(bool mustExist, GCancellab
     if (error)
         return tl::unexpected(failureOf(error));
     if (!keyring && mustExist)
-        return tl::unexpected(needUser(SecretServiceProblem::NoKeyring, {}));
+        return tl::unexpected(needUser(SecretStorageProblem::NoKeyring, {}));
     if (keyring && secret_collection_get_locked(keyring.get()))
-        return tl::unexpected(needUser(SecretServiceProblem::Locked, {pathOf(keyring.get())}));
+        return tl::unexpected(needUser(SecretStorageProblem::Locked, {pathOf(keyring.get())}));
     return {};
 }
 
-Failure SecretServiceClient::needUser(SecretServiceProblem problem, const QByteArrayList &lockedPaths)
+Failure SecretServiceClient::needUser(SecretStorageProblem problem, const QByteArrayList &lockedPaths)
 {
     m_request = KeyringRequest{lockedPaths};
     return secretServiceFailure(problem);

@@ -3,6 +3,7 @@
 #include "GObjectPointer.h"
 #include "KeyringPrompt.h"
 #include "Result.h"
+#include "SecretStorage.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -15,17 +16,7 @@
 
 namespace lucentra {
 
-/// Why the Secret Service did not do what was asked, in `Failure::code`. Other codes, all of them lower, are those of
-/// the library.
-enum class SecretServiceProblem {
-    NoAnswer = 9001, ///< it did not answer in time
-    NoBus,           ///< there is no session bus
-    NoSecret,        ///< an item came without its value
-    Locked,          ///< the keyring is locked
-    NoKeyring,       ///< there is no default keyring to store into
-};
-
-Failure secretServiceFailure(SecretServiceProblem problem);
+Failure secretServiceFailure(SecretStorageProblem problem);
 
 /// The calls to the Secret Service, plain and blocking; every one ends soon after its cancellable is cancelled. All on
 /// one thread, whose thread-default main context is iterated between the calls.
@@ -61,7 +52,7 @@ private:
     SearchAnswer searchInSession(const QString &service, const std::optional<QString> &account, bool withSecrets,
                                  GCancellable *cancel);
     Result<void> checkDefaultKeyring(bool mustExist, GCancellable *cancel);
-    Failure needUser(SecretServiceProblem problem, const QByteArrayList &lockedPaths);
+    Failure needUser(SecretStorageProblem problem, const QByteArrayList &lockedPaths);
 
     KeyringPrompt m_prompt;
     std::optional<KeyringRequest> m_request;

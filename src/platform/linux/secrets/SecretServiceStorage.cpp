@@ -30,7 +30,7 @@ struct SecretServiceStorage::Worker
     Answer call(std::function<Answer(SecretServiceClient &, GCancellable *)> function)
     {
         if (isSilent())
-            return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoAnswer));
+            return tl::unexpected(secretServiceFailure(SecretStorageProblem::NoAnswer));
         const std::function<Answer(GCancellable *)> onThread = [this, function](GCancellable *cancel) {
             Answer answer = function(*client, cancel);
             if (client->hasQuestion())
@@ -41,7 +41,7 @@ struct SecretServiceStorage::Worker
             return *answer;
         const std::lock_guard lock(mutex);
         silentUntil = clock() + pauseAfterTimeout;
-        return tl::unexpected(secretServiceFailure(SecretServiceProblem::NoAnswer));
+        return tl::unexpected(secretServiceFailure(SecretStorageProblem::NoAnswer));
     }
 
     bool isSilent()

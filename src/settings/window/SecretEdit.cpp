@@ -1,0 +1,110 @@
+#include "SecretEdit.h"
+
+#include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionFrame>
+#include <QStylePainter>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace lucentra {
+
+namespace {
+
+constexpr int horizontalMargin = 2; ///< as in every field
+
+} // namespace
+
+SecretEdit::SecretEdit(QWidget *parent)
+    : QLineEdit(parent)
+{
+    setEchoMode(Password);
+    setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
+    connect(this, &QLineEdit::selectionChanged, this, [this] {
+        if (m_isInClear)
+            deselect();
+    });
+    connect(this, &QLineEdit::cursorPositionChanged, this, qOverload<>(&QWidget::update));
+}
+
+void SecretEdit::showInClear(bool inClear)
+{
+    deselect();
+    m_isInClear = inClear;
+    update();
+}
+
+QRect SecretEdit::textRect() const
+{
+    QStyleOptionFrame panel;
+    initStyleOption(&panel);
+    return style()->subElementRect(QStyle::SE_LineEditContents, &panel, this) -
+           (textMargins() + QMargins(horizontalMargin, 0, horizontalMargin, 0));
+}
+
+void SecretEdit::layOut(QTextLayout &layout) const
+{
+    layout.setText(text());
+    layout.setFont(font());
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+}
+
+/// How far the text is moved to the left, so that the cursor is seen.
+qreal SecretEdit::offset(const QTextLayout &layout) const
+{
+    const QTextLine line = layout.lineAt(0);
+    const qreal width = textRect().width() - 1;
+    const qreal cursor = line.cursorToX(cursorPosition());
+    return std::clamp(cursor - width / 2, 0.0, std::max(0.0, line.naturalTextWidth() - width));
+}
+
+void SecretEdit::paintEvent(QPaintEvent *event)
+{
+    if (!m_isInClear) {
+        QLineEdit::paintEvent(event);
+        return;
+    }
+    QStylePainter painter(this);
+    QStyleOptionFrame panel;
+    initStyleOption(&panel);
+    painter.drawPrimitive(QStyle::PE_PanelLineEdit, panel);
+    const QRect room = textRect();
+    painter.setClipRect(room);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+    QTextLayout layout;
+    layOut(layout);
+    const QPointF place(room.left() - offset(layout), room.top() + (room.height() - layout.lineAt(0).height()) / 2);
+    layout.draw(&painter, place);
+    if (hasFocus())
+        layout.drawCursor(&painter, place, cursorPosition(),
+                          style()->pixelMetric(QStyle::PM_TextCursorWidth, &panel, this));
+}
+
+/// The places of the dots, which the field itself knows, are not those of the letters.
+void SecretEdit::mousePressEvent(QMouseEvent *event)
+{
+    if (!m_isInClear || event->button() != Qt::LeftButton) {
+        QLineEdit::mousePressEvent(event);
+        return;
+    }
+    QTextLayout layout;
+    layOut(layout);
+    setCursorPosition(layout.lineAt(0).xToCursor(event->position().x() - textRect().left() + offset(layout)));
+}
+
+void SecretEdit::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_isInClear)
+        QLineEdit::mouseMoveEvent(event);
+}
+
+void SecretEdit::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (!m_isInClear)
+        QLineEdit::mouseDoubleClickEvent(event);
+}
+
+} // namespace lucentra

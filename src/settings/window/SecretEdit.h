@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLineEdit>
+
+class QTextLayout;
+
+namespace lucentra {
+
+/// A field for a secret that can be shown in clear. It is shown by painting alone: for whatever asks the field, such as
+/// a screen reader or what watches its events, it holds dots at all times. While it is shown nothing of it can be
+/// selected, for what is selected would be on the clipboard of selections. Main thread only.
+class SecretEdit : public QLineEdit
+{
+public:
+    explicit SecretEdit(QWidget *parent = nullptr);
+
+    void showInClear(bool inClear);
+    bool isInClear() const { return m_isInClear; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+
+private:
+    QRect textRect() const;
+    void layOut(QTextLayout &layout) const;
+    qreal offset(const QTextLayout &layout) const;
+
+    bool m_isInClear = false;
+};
+
+} // namespace lucentra
