@@ -14,7 +14,7 @@ from desktop import LUCENTRA
 from screen import Screen, eventually
 
 HERE = pathlib.Path(__file__).parent
-TITLE = "Settings$|設定$"
+TITLE = "(Settings|設定|设置|설정)$"
 ENGINES = ["On This Computer", "Google Translate", "Microsoft Azure Translator", "Gemini", "DeepL", "OpenAI", "Claude",
            "OpenAI-Compatible API"]
 COMPATIBLE = 7
@@ -236,9 +236,10 @@ class WithALockedKeyring(SettingsWindow):
         other = self.screen.start(["xev", "-name", "other"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         window = self.screen.must(lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", "^other$"),
                                   "the other window")
-        self.screen.do(f"windowactivate --sync {window}")
+        self.screen.do(f"windowactivate --sync {window} sleep 0.5")
         other.terminate()
-        self.screen.do(f"windowactivate --sync {self.windows()[0]}")
+        other.wait(10)
+        self.screen.do(f"windowactivate --sync {self.screen.must(self.windows, 'the settings window')[0]}")
 
 
 class TheRest(SettingsWindow):
@@ -272,8 +273,8 @@ class TheRest(SettingsWindow):
         """Nothing that is shown is the text of another language."""
         others = [translations(other) for other in ("zh-Hans", "en", "ja", "ko") if other != code]
         foreign = {text for other in others for text in other.values()} - set(table.values())
-        # Languages are called as their speakers call them, and the pane's texts aren't the form's.
-        foreign -= {"English", "繁體中文", "简体中文", "日本語", "한국어"}
+        # Languages are called as their speakers call them, and the program has one name.
+        foreign -= {"English", "繁體中文", "简体中文", "日本語", "한국어", "Lucentra｜澄鏡通"}
         shown = lambda: set(self.form("names").stdout.splitlines())  # noqa: E731
         self.assertTrue(eventually(lambda: not shown() & foreign), f"{code}: {shown() & foreign}")
         self.assertTrue(shown() & set(table.values()))
