@@ -11,7 +11,7 @@ import uuid
 
 import sample_page
 from chat_server import ChatServer
-from screen import Screen, eventually
+from screen import Pane, Screen, eventually
 
 LINES = ["The lighthouse keeper writes", "a letter every evening"]
 CONSENT = "privacy.remoteTranslation.v1.engine.7"
@@ -53,7 +53,15 @@ class HistoryWindow(unittest.TestCase):
         found = eventually(lambda: all(any(text in name for name in self.screen.texts()) for text in texts))
         self.assertTrue(found, f"{texts} not in {self.screen.texts()}")
 
-    def test_a_pass_arrives_and_a_restart_keeps_everything(self):
+    def restart(self, pane: Pane) -> Pane:
+        pane.process.send_signal(signal.SIGTERM)
+        self.assertEqual(pane.process.wait(20), 0)
+        return self.screen.start_pane(120, 170, 520, 300)
+
+    def type_on(self, pane: Pane, text: str) -> None:
+        self.screen.do(f"windowactivate --sync {pane.window} key ctrl+a", f"type --delay 30 {text}")
+
+    def test_a_pass_and_typed_text_arrive_and_a_restart_keeps_everything(self):
         page = self.screen.home / "page.png"
         sample_page.render(page, ["", *LINES], dark=True, size="720x400")
         self.screen.show_picture(page, 100, 160)
@@ -65,25 +73,41 @@ class HistoryWindow(unittest.TestCase):
         self.shown("THE LIGHTHOUSE KEEPER WRITES")
         self.screen.do(f"windowfocus --sync {self.window} key Down key ctrl+d")
         self.assertTrue(eventually(lambda: json.loads(self.path.read_text())[0]["isStarred"]))
+        self.screen.press("Switch to Manual Input")
+        self.type_on(pane, "lamp")
+        self.shown("LAMP")
+        self.screen.press("Pause recording")
+        self.shown("Recording is paused")
+        self.type_on(pane, "wick")
+        self.assertTrue(eventually(lambda: "wick" in json.dumps([body for _, _, body in self.server.requests])))
+        self.screen.do(f"windowactivate --sync {self.window} sleep 1")
         frame = self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:]
+        before = self.path.read_bytes()
+        self.assertEqual(self.stored(), ["lamp", "\n".join(LINES)])
 
-        pane.process.send_signal(signal.SIGTERM)
-        self.assertEqual(pane.process.wait(20), 0)
-        self.screen.start_pane(120, 170, 520, 300)
+        self.restart(pane)
         self.open_window()
-        self.shown("THE LIGHTHOUSE KEEPER WRITES", "Starred")
+        self.shown("THE LIGHTHOUSE KEEPER WRITES", "Starred", "LAMP")
+        self.assertFalse([name for name in self.screen.texts() if "Recording is paused" in name])
+        self.assertEqual(self.path.read_bytes(), before)
         self.assertEqual(self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:], frame)
 
     def test_three_deletions_and_one_undo_and_a_search(self):
         self.store([entry(name, f"{name} übersetzt", 1000 - i, starred=i == 4)
                     for i, name in enumerate(["alpha", "beta", "gamma", "delta", "epsilon"])])
-        self.screen.start_pane(40, 40)
+        pane = self.screen.start_pane(40, 40)
         self.open_window()
         self.screen.do(f"windowfocus --sync {self.window} key Home key Delete key Delete key Delete")
         self.shown("3 entries deleted")
         self.assertEqual(self.stored(), ["delta", "epsilon"])
         self.screen.do("key --window 0 ctrl+z")
         self.assertTrue(eventually(lambda: self.stored() == ["alpha", "beta", "gamma", "delta", "epsilon"]))
+        before = self.path.read_bytes()
+        self.restart(pane)
+        self.open_window()
+        self.shown("alpha", "beta", "gamma")
+        self.assertEqual(self.path.read_bytes(), before)
+        self.screen.do(f"windowfocus --sync {self.window}")
 
         self.screen.do("key --window 0 ctrl+f", "type --delay 30 LTA")
         self.shown("delta")
