@@ -2,6 +2,7 @@
 
 #include "EditCommands.h"
 #include "LocalizationManager.h"
+#include "Mnemonics.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -40,7 +41,6 @@ void closeActiveWindow()
 MainMenu::MainMenu(const LocalizationManager &texts, const ShellActions &actions)
     : m_texts(texts)
     , m_actions(actions)
-    , m_application(u"Lucentra"_s)
 {
     fillApplicationMenu();
     fillEditMenu();
@@ -117,9 +117,11 @@ void MainMenu::fillContextMenu()
 
 void MainMenu::build()
 {
-    m_edit.setTitle(m_texts.localized(u"編輯"_s));
-    m_translate.setTitle(m_texts.localized(u"翻譯"_s));
-    m_window.setTitle(m_texts.localized(u"視窗"_s));
+    QSet<QChar> letters;
+    m_application.setTitle(withMnemonic(u"Lucentra"_s, letters));
+    m_edit.setTitle(withMnemonic(m_texts.localized(u"編輯"_s), letters));
+    m_translate.setTitle(withMnemonic(m_texts.localized(u"翻譯"_s), letters));
+    m_window.setTitle(withMnemonic(m_texts.localized(u"視窗"_s), letters));
     for (const Item &item : std::as_const(m_items)) {
         item.action->setText(m_texts.localized(item.key));
         item.action->setVisible(!item.act || *item.act);

@@ -97,7 +97,7 @@ void ShellTest::titlesFollowTheInterfaceLanguage()
     }
     QCOMPARE(titles, (QStringList{u"Show/Hide Translation Pane | Ctrl+Shift+K"_s,
                                   u"Translate Current Area | Alt+Return"_s, u"-"_s, u"Quit Lucentra | Ctrl+Q"_s,
-                                  u"Lucentra"_s, u"Edit"_s, u"Translation"_s, u"Window"_s, u"Close"_s}));
+                                  u"&Lucentra"_s, u"&Edit"_s, u"&Translation"_s, u"&Window"_s, u"Close"_s}));
 }
 
 void ShellTest::itemsWithoutAnActionAreLeftOut()
@@ -111,7 +111,7 @@ void ShellTest::itemsWithoutAnActionAreLeftOut()
     menu.build();
     const QMenu &application = *menus[0]->menu<QMenu *>();
     QVERIFY(!shown(application).contains(u"設定… | Ctrl+,"_s));
-    QCOMPARE(menus[1]->text(), u"編輯"_s);
+    QCOMPARE(menus[1]->text(), u"編輯(&A)"_s);
     m_actions.openSettings = [&] { ++opened; };
     menu.build();
     item.build();

@@ -132,7 +132,9 @@ QLabel *FormSection::addRow(const QString &labelKey, QWidget *control)
     layout->setSpacing(labelToControl);
     auto *label = new QLabel;
     label->setTextFormat(Qt::PlainText);
-    label->setBuddy(control->focusProxy() ? control->focusProxy() : control);
+    QWidget *focused = control->focusProxy() ? control->focusProxy() : control;
+    if (focused->focusPolicy() != Qt::NoFocus)
+        label->setBuddy(focused);
     m_form.keepText([this, label, control, labelKey] {
         setMnemonicText(*label, m_form.text(labelKey));
         control->setAccessibleName(label->accessibleName());

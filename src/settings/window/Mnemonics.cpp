@@ -1,8 +1,10 @@
 #include "Mnemonics.h"
 
 #include <QAbstractButton>
+#include <QAction>
+#include <QKeySequence>
 #include <QLabel>
-#include <QSet>
+#include <QMenuBar>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVariant>
@@ -13,12 +15,12 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
+using Letters = QSet<QChar>;
+
 namespace {
 
 constexpr auto textProperty = "mnemonicText";
 constexpr auto letterProperty = "mnemonicLetter";
-
-using Letters = QSet<QChar>;
 
 bool isLetter(QChar character)
 {
@@ -65,8 +67,9 @@ QString marked(const QString &text, QChar letter)
         std::find_if(places.begin(), places.end(), [&](qsizetype place) { return text[place].toUpper() == letter; });
     if (own != places.end())
         return escaped(text.first(*own)) + u'&' + escaped(text.sliced(*own));
-    const bool endsInColon = text.endsWith(u'：') || text.endsWith(u':');
-    return escaped(text.chopped(endsInColon)) + u"(&"_s + letter + u')' + text.last(endsInColon);
+    const qsizetype colon = text.indexOf(u'：');
+    const qsizetype end = colon >= 0 ? colon : text.size() - qsizetype(text.endsWith(u':'));
+    return escaped(text.first(end)) + u"(&"_s + letter + u')' + escaped(text.sliced(end));
 }
 
 void show(QWidget &widget, const QString &text)
@@ -75,6 +78,12 @@ void show(QWidget &widget, const QString &text)
         label->setText(text);
     if (auto *button = qobject_cast<QAbstractButton *>(&widget); button && button->text() != text)
         button->setText(text);
+}
+
+bool leadsSomewhere(const QWidget &widget)
+{
+    const auto *label = qobject_cast<const QLabel *>(&widget);
+    return !label || label->buddy();
 }
 
 bool isShownOn(const QWidget &page, const QWidget *widget)
@@ -91,7 +100,7 @@ void assignOnPage(QWidget &page, Letters taken)
     const auto widgets = page.findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
         const QString text = widget->property(textProperty).toString();
-        if (text.isEmpty() || !isShownOn(page, widget))
+        if (text.isEmpty() || !leadsSomewhere(*widget) || !isShownOn(page, widget))
             continue;
         const QChar letter = freeLetter(text, taken);
         taken.insert(letter);
@@ -109,14 +118,26 @@ void setMnemonicText(QWidget &widget, const QString &text)
     show(widget, marked(text, widget.property(letterProperty).toChar()));
 }
 
+QString withMnemonic(const QString &text, Letters &taken)
+{
+    const QChar letter = freeLetter(text, taken);
+    taken.insert(letter);
+    return marked(text, letter);
+}
+
 void assignMnemonics(QTabWidget &tabs, const QStringList &titles)
 {
     Letters taken;
+    if (const auto *menus = tabs.window()->findChild<QMenuBar *>()) {
+        const auto actions = menus->actions();
+        for (const QAction *menu : actions) {
+            if (const QString keys = QKeySequence::mnemonic(menu->text()).toString(); !keys.isEmpty())
+                taken.insert(keys.back());
+        }
+    }
     for (int i = 0; i < titles.size(); ++i) {
-        const QChar letter = freeLetter(titles[i], taken);
-        taken.insert(letter);
         tabs.tabBar()->setAccessibleTabName(i, titles[i]);
-        if (const QString text = marked(titles[i], letter); tabs.tabText(i) != text)
+        if (const QString text = withMnemonic(titles[i], taken); tabs.tabText(i) != text)
             tabs.setTabText(i, text);
     }
     for (int i = 0; i < tabs.count(); ++i)

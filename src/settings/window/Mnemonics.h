@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -14,7 +15,11 @@ namespace lucentra {
 /// Gives a label or a button its text, with the letter that it has by now.
 void setMnemonicText(QWidget &widget, const QString &text);
 
-/// Gives the tabs and what each page shows letters of their own. `titles` are those of the tabs.
+/// A text with a letter that isn't taken yet, and now is.
+QString withMnemonic(const QString &text, QSet<QChar> &taken);
+
+/// Gives the tabs and what each page shows letters of their own, other than those of the window's menus. `titles` are
+/// those of the tabs.
 void assignMnemonics(QTabWidget &tabs, const QStringList &titles);
 
 } // namespace lucentra
