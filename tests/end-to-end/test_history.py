@@ -120,6 +120,21 @@ class HistoryWindow(unittest.TestCase):
         self.screen.press("Undo")
         self.assertTrue(eventually(lambda: len(self.stored()) == 5))
 
+    def test_by_keys_alone(self):
+        self.store([entry(name, f"{name} x", 1000 - i) for i, name in enumerate(["alpha", "beta", "gamma"])])
+        self.screen.start_pane(40, 40)
+        self.open_window()
+        self.screen.do(f"windowfocus --sync {self.window} key Home key Down key Menu sleep 0.5 key Up key Return")
+        self.shown("1 entry deleted")
+        self.assertTrue(eventually(lambda: self.stored() == ["alpha", "gamma"]), self.stored())
+        target = self.screen.home / "shown.json"
+        self.screen.do("key ctrl+f", "type --delay 30 GAMMA")
+        self.screen.do("key Tab key Tab key space sleep 0.5 key Down key Down key Return sleep 1",
+                       f"type --delay 10 {target}")
+        self.screen.do("key Return")
+        self.assertTrue(eventually(target.exists))
+        self.assertEqual([item["originalText"] for item in json.loads(target.read_text())], ["gamma"])
+
     def test_an_unreadable_file_is_told_of_and_kept(self):
         self.path.parent.mkdir(parents=True)
         self.path.write_text("[{broken")
