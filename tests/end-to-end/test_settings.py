@@ -6,6 +6,7 @@ import os
 import pathlib
 import subprocess
 import unittest
+import urllib.parse
 import xml.etree.ElementTree
 
 import chat_server
@@ -46,7 +47,10 @@ class SettingsWindow(unittest.TestCase):
         self.screen.preferences = {"compatibleBaseURL": self.server.base_url, "targetLanguageFollowsInterface": False,
                                    "triggerMode": 1}
         self.log = self.screen.home / "lucentra.log"
-        with self.log.open("w") as log:
+        self.start()
+
+    def start(self) -> None:
+        with self.log.open("a") as log:
             self.process = self.screen.start([str(LUCENTRA)], stdout=log, stderr=subprocess.STDOUT)
         self.screen.wait_for_name("com.tarnby.lucentra")
 
@@ -303,6 +307,44 @@ class TheRest(SettingsWindow):
         self.assertTrue(eventually(panes))
         self.screen.do("sleep 0.3 key ctrl+alt+k")
         self.assertTrue(eventually(lambda: not panes()), self.log.read_text())
+        self.expect_text("Ctrl+Alt+K")  # as the keyboards here name it
+        # One that is another program's is said to be.
+        holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "44", "12"], stdout=subprocess.PIPE)
+        self.assertEqual(holder.stdout.readline(), b"held\n")
+        self.expect_no_text("The system refused")
+        # The keyboard gives the combination to its holder, so it comes from a file as from another desktop.
+        self.screen.preferences = self.screen.preferences | {"hotkeyString": "⌃⌥J", "hotkeyCode": 38}
+        self.process.terminate()
+        self.process.wait(10)
+        self.start()
+        self.open("Shortcuts")
+        self.expect_text("The system refused")
+
+    def test_its_links(self):
+        """The page of the interface language, and a new mail, by the keyboard."""
+        opened = self.screen.home / "opened"
+        self.process.terminate()
+        self.process.wait(10)
+        programs = self.screen.home / "bin"
+        programs.mkdir()
+        (programs / "xdg-open").write_text(f'#!/bin/sh\necho "$1" >> "{opened}"\n')
+        (programs / "xdg-open").chmod(0o700)
+        self.screen.environment["PATH"] = f"{programs}:{self.screen.environment['PATH']}"
+        self.screen.preferences = self.screen.preferences | {"appLanguage": "ja", "translationEngine": 4}
+        self.start()
+        self.open("翻訳")
+        self.focus("DeepL への文字の送信を許可")
+        self.screen.do("key Tab key Return")
+        self.assertTrue(eventually(opened.exists), "no page was opened")
+        page = pathlib.Path(urllib.parse.unquote(opened.read_text().strip().removeprefix("file://")))
+        self.assertEqual(page.name, "privacy_ja.html")
+        self.assertIn('lang="ja"', page.read_text(encoding="utf-8"))
+        opened.unlink()
+        self.screen.must(lambda: self.form("tab", "情報").returncode == 0, "the last tab")
+        self.focus("開発チームにメールを送る")
+        self.screen.do("key Return")
+        self.assertTrue(eventually(opened.exists), "no mail was begun")
+        self.assertRegex(opened.read_text(), "^mailto:.+@example.org")
 
     def test_it_opens_from_the_pane_and_stays_one(self):
         self.screen.press("Settings")
