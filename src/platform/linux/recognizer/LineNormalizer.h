@@ -31,7 +31,7 @@ struct StripShape
     int height = 36;          ///< pixels; what a reader's network takes without scaling
     double inkShare = 0.72;   ///< height of the letters by that of the strip
     double widthScale = 0.92; ///< horizontal scale by the vertical one
-    int padding = 4;          ///< pixels of paper on the left and on the right
+    int padding = 8;          ///< pixels of paper on the left and on the right
 };
 
 /// One line cut out of its image, with what its surroundings say about its colours.

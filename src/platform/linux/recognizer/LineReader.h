@@ -46,15 +46,15 @@ public:
     /// Loads an engine of a language where there is none. False where its model isn't installed or is broken.
     bool prepare(ReadingLanguage language);
 
-    /// Reads a strip whose height fits the language (see `stripHeight`). Empty where there is no such model. Waits for
+    /// Reads a strip that fits the language (see `stripShape`). Empty where there is no such model. Waits for
     /// another read to end where `most` engines of the language are busy.
     Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line, int most = 64);
 
     /// Frees the memory of all engines that aren't reading.
     void release();
 
-    /// The height in pixels that a language's network takes.
-    static int stripHeight(ReadingLanguage language);
+    /// How large the letters should stand on a language's strips, whose height is the one that its network takes.
+    static StripShape stripShape(ReadingLanguage language);
 
     /// Whether the model of a language is installed.
     static bool isInstalled(ReadingLanguage language);

@@ -194,11 +194,9 @@ public:
 private:
     const Strip &strip(ReadingLanguage language)
     {
-        StripShape shape;
-        shape.height = LineReader::stripHeight(language);
-        Strip &strip = m_strips[shape.height];
+        Strip &strip = m_strips[language];
         if (!strip)
-            strip = m_line.strip(m_separation, shape);
+            strip = m_line.strip(m_separation, LineReader::stripShape(language));
         return strip;
     }
 
@@ -206,23 +204,44 @@ private:
     Separation m_separation;
     LineReader &m_reader;
     ReadingLanguage m_leading;
-    std::map<int, Strip> m_strips; // by their height
+    std::map<ReadingLanguage, Strip> m_strips;
     QList<ReadingLanguage> m_asked;
     Reading m_best;
 };
 
-void ScreenLanguages::add(ReadingLanguage language, int characters)
+void ScreenLanguages::expect(int kana, int ideographs)
 {
-    m_characters[std::size_t(language)].fetch_add(characters, std::memory_order_relaxed);
+    m_isWide = kana + ideographs > 0;
+    constexpr int weight = 20; // characters; what is read soon counts for more
+    // Of a Japanese text a third and more has kana; of a Chinese one the odd line looks as light.
+    if (3 * kana > ideographs)
+        m_characters[std::size_t(ReadingLanguage::Japanese)] += std::min(weight, kana);
+}
+
+void ScreenLanguages::learn(const RoutedReading &reading)
+{
+    const Reading &best = reading.best;
+    const Writing writing = writingOf(best.text);
+    for (const ReadingLanguage language : reading.denied)
+        ++m_denials[std::size_t(language)];
+    if (best.language == ReadingLanguage::TraditionalChinese && writing == Writing::Han && best.confidence >= sure)
+        ++m_denials[std::size_t(ReadingLanguage::SimplifiedChinese)];
+    // Latin letters and digits are on every screen.
+    if (best.confidence >= good && writing != Writing::Digits) {
+        const ReadingLanguage language = writing == Writing::Latin ? ReadingLanguage::English : best.language;
+        m_characters[std::size_t(language)] += int(best.text.size());
+    }
+}
+
+bool ScreenLanguages::isOpen(ReadingLanguage extra) const
+{
+    return m_denials[std::size_t(extra)] < 2 || characters(extra) > 0;
 }
 
 ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
                                          const QList<ReadingLanguage> &extras) const
 {
     constexpr int enough = 12; // characters; a screen in a language that nobody expects must prove it
-    const auto characters = [this](ReadingLanguage language) {
-        return m_characters[std::size_t(language)].load(std::memory_order_relaxed);
-    };
     ReadingLanguage leading =
         *std::max_element(expected.begin(), expected.end(),
                           [&](ReadingLanguage a, ReadingLanguage b) { return characters(a) < characters(b); });
@@ -233,20 +252,8 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
     return leading;
 }
 
-void ScreenLanguages::expect(int kana, int ideographs)
-{
-    m_isWide = kana + ideographs > 0;
-    constexpr int weight = 20; // characters; what is read soon counts for more
-    // Of a Japanese text a third and more has kana; of a Chinese one the odd line looks as light.
-    if (3 * kana > ideographs)
-        add(ReadingLanguage::Japanese, std::min(weight, kana));
-}
-
 bool ScreenLanguages::isSimplified() const
 {
-    const auto characters = [this](ReadingLanguage language) {
-        return m_characters[std::size_t(language)].load(std::memory_order_relaxed);
-    };
     return characters(ReadingLanguage::SimplifiedChinese) > characters(ReadingLanguage::TraditionalChinese);
 }
 
@@ -273,33 +280,33 @@ ReadingLanguage LineRouter::firstReader(LineLooks looks, const ScreenLanguages &
     return screen.leading(others, m_extras);
 }
 
-Reading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
-                         ScreenLanguages &screen) const
+RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
+                               const ScreenLanguages &screen) const
 {
     QList<Separation> separations{Separation::Axis, Separation::BrightFill};
     if (line.isVaried())
         separations = {Separation::BrightFill, Separation::Axis, Separation::DarkFill};
     if (!m_mayRetry || (isShort && !line.isVaried()))
         separations.resize(1);
-    Reading best;
+    const ReadingLanguage first = isShort ? screen.leading(m_languages, m_extras) : firstReader(looks, screen);
+    RoutedReading routed;
+    Reading &best = routed.best;
     for (const Separation separation : separations) {
         Attempts attempts(line, separation, reader, firstReader(LineLooks::Ideographs, screen));
-        const bool isKnown = best.confidence >= known;
-        if (isKnown) // the colours may be wrong, the language hardly is
-            attempts.read(best.language);
+        if (separation == separations.first())
+            readSeparated(attempts, first, isShort, screen);
         else
-            readSeparated(attempts, isShort ? screen.leading(m_languages, m_extras) : firstReader(looks, screen),
-                          isShort, screen);
+            readOtherwise(attempts, best.confidence >= hopeless ? best.language : first, best.confidence >= known);
+        for (const ReadingLanguage extra : m_extras) {
+            if (attempts.hasAsked(extra) && attempts.language() != extra)
+                routed.denied.append(extra);
+        }
         if (attempts.best().confidence > best.confidence)
             best = attempts.best();
         if (best.confidence >= doubtful)
             break;
     }
-    // Latin letters and digits are on every screen.
-    if (best.confidence >= good && writingOf(best.text) != Writing::Digits)
-        screen.add(writingOf(best.text) == Writing::Latin ? ReadingLanguage::English : best.language,
-                   int(best.text.size()));
-    return best;
+    return routed;
 }
 
 Reading LineRouter::readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
@@ -325,18 +332,16 @@ void LineRouter::askReaders(Attempts &attempts, const QList<ReadingLanguage> &la
 }
 
 /// Traditional Chinese reads simplified characters as their counterparts, not even doubtfully.
-void LineRouter::askSimplified(Attempts &attempts, ScreenLanguages &screen) const
+void LineRouter::askSimplified(Attempts &attempts, const ScreenLanguages &screen) const
 {
-    if (!m_mayRetry || attempts.language() != ReadingLanguage::TraditionalChinese ||
-        attempts.writing() != Writing::Han || attempts.best().confidence >= sure ||
-        !has(m_extras, ReadingLanguage::SimplifiedChinese) || !screen.isSimplifiedOpen())
-        return;
-    attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
-    if (attempts.language() == ReadingLanguage::TraditionalChinese)
-        screen.settleTraditional();
+    if (m_mayRetry && attempts.language() == ReadingLanguage::TraditionalChinese &&
+        attempts.writing() == Writing::Han && attempts.best().confidence < sure &&
+        has(m_extras, ReadingLanguage::SimplifiedChinese) && screen.isOpen(ReadingLanguage::SimplifiedChinese))
+        attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
 }
 
-void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, ScreenLanguages &screen) const
+void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort,
+                               const ScreenLanguages &screen) const
 {
     attempts.read(first);
     askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
@@ -353,11 +358,22 @@ void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool i
     } else if (attempts.best().confidence < doubtful && !isShort) {
         askReaders(attempts, m_languages, 0);
         const QSize ink = attempts.line().inkSize();
-        if (m_mayRetry && ink.width() >= 2 * ink.height())
-            askReaders(attempts, m_extras, 12);
+        for (const ReadingLanguage extra : m_extras) {
+            if (m_mayRetry && ink.width() >= 2 * ink.height() && screen.isOpen(extra))
+                askReaders(attempts, {extra}, 12);
+        }
     }
     if (m_mayRetry && attempts.best().confidence < good)
         attempts.read(attempts.language(), ReadingMode::Whole);
+}
+
+/// Once more, letters and surroundings told apart in another way. The colours may have been wrong, the language hardly
+/// was where the letters made sense.
+void LineRouter::readOtherwise(Attempts &attempts, ReadingLanguage first, bool isKnown) const
+{
+    attempts.read(first);
+    if (!isKnown && attempts.best().confidence >= hopeless)
+        askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
 }
 
 } // namespace lucentra

@@ -6,15 +6,25 @@
 #include <QList>
 
 #include <array>
-#include <atomic>
 
 namespace lucentra {
 
-/// Which languages the lines of one screen turned out to be in. Any thread, several at once.
+/// The best reading of a line, and which further languages were tried for it in vain.
+struct RoutedReading
+{
+    Reading best;
+    QList<ReadingLanguage> denied;
+};
+
+/// Which languages the lines of one screen are in, as far as they have been read. What is asked of it while lines are
+/// being read may come from any thread; it learns only in between, so that it never matters which line was first.
 class ScreenLanguages
 {
 public:
-    void add(ReadingLanguage language, int characters);
+    /// Before anything has been read: how much of the screen looks like kana and like ideographs, in characters.
+    void expect(int kana, int ideographs);
+
+    void learn(const RoutedReading &reading);
 
     /// The one of `expected` that has most of the characters so far (the first where nothing is known yet), or one of
     /// `extras` that has far more.
@@ -23,20 +33,18 @@ public:
     /// Whether more of the Chinese is simplified than traditional.
     bool isSimplified() const;
 
-    /// Before anything has been read: how much of the screen looks like kana and like ideographs, in characters.
-    void expect(int kana, int ideographs);
-
     /// Whether anything looks like kana or ideographs.
     bool isWide() const { return m_isWide; }
 
-    /// Whether it is still open if the screen's Chinese is the simplified one; `settle` counts the lines that said no.
-    bool isSimplifiedOpen() const { return m_traditionalLines.load(std::memory_order_relaxed) < 2; }
-    void settleTraditional() { m_traditionalLines.fetch_add(1, std::memory_order_relaxed); }
+    /// Whether the screen may still be in a language that nobody expects.
+    bool isOpen(ReadingLanguage extra) const;
 
 private:
-    std::array<std::atomic<int>, 5> m_characters{};
-    std::atomic<int> m_traditionalLines = 0;
-    std::atomic<bool> m_isWide = false;
+    int characters(ReadingLanguage language) const { return m_characters[std::size_t(language)]; }
+
+    std::array<int, 5> m_characters{};
+    std::array<int, 5> m_denials{}; // lines that are in another language for sure
+    bool m_isWide = false;
 };
 
 /// Sends each line to the readers that its writing calls for.
@@ -53,8 +61,8 @@ public:
 
     /// The best reading of a line. `isShort` says that it is a letter or two at most, perhaps an icon: not worth the
     /// extra languages. Any thread.
-    Reading read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
-                 ScreenLanguages &screen) const;
+    RoutedReading read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
+                       const ScreenLanguages &screen) const;
 
     /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
     /// as the screen's; any other stays as it is.
@@ -64,9 +72,10 @@ public:
 private:
     class Attempts;
 
-    void readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, ScreenLanguages &screen) const;
+    void readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen) const;
+    void readOtherwise(Attempts &attempts, ReadingLanguage first, bool isKnown) const;
     void askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const;
-    void askSimplified(Attempts &attempts, ScreenLanguages &screen) const;
+    void askSimplified(Attempts &attempts, const ScreenLanguages &screen) const;
     bool reads(ReadingLanguage language) const;
     ReadingLanguage firstReader(LineLooks looks, const ScreenLanguages &screen) const;
 

@@ -44,6 +44,24 @@ bool isRatherIcon(const Reading &reading, const FoundLine &line)
     return text.size() <= 4 && !isWide && !hasDigit && line.shapeCount == 1;
 }
 
+/// The parts of a syllable alone, or syllables among kana: what Korean makes of rings, bars and waves.
+bool isGibberish(const QString &text)
+{
+    static const QRegularExpression lonePart(u"[\\x{1100}-\\x{11FF}\\x{3130}-\\x{318F}]"_s);
+    static const QRegularExpression syllable(u"[\\x{AC00}-\\x{D7A3}]"_s);
+    static const QRegularExpression kana(u"[\\p{Hiragana}\\p{Katakana}]"_s);
+    return text.contains(lonePart) || (text.contains(syllable) && text.contains(kana));
+}
+
+/// A line of code that closes or opens what others are in.
+bool isBrace(const Reading &reading, const FoundLine &line, bool isOnPicture)
+{
+    constexpr double sure = 90;
+    static const QRegularExpression brace(u"^(?:[{}]|[})\\]]{1,4}[;,]?)$"_s);
+    return !isOnPicture && reading.confidence >= sure && brace.match(reading.text).hasMatch() &&
+           2 * line.ink.height() >= 3 * line.ink.width() / std::max<qsizetype>(1, reading.text.size());
+}
+
 } // namespace
 
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture)
@@ -53,7 +71,9 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
     static const QRegularExpression icon(u"^[xXvVyYoOQ0〇口ロ□ソンヽ一ーLLJ人八入〈〉]$"_s);
     static const QRegularExpression repeated(u"^(.{1,2}?)( ?\\1){3,}$"_s);
     const QString &text = reading.text;
-    if (!text.contains(letter) || (line.isShort() && icon.match(text).hasMatch()) || repeated.match(text).hasMatch())
+    if (isBrace(reading, line, isOnPicture))
+        return true;
+    if (!text.contains(letter) || isGibberish(text) || (line.isShort() && icon.match(text).hasMatch()) || repeated.match(text).hasMatch())
         return false;
     static const QRegularExpression key(u"^(?:(?:Ctrl|Shift|Alt)\\+)*(?:Ctrl\\+\\S+|F1?\\d)$"_s);
     if (key.match(text).hasMatch())

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <ctime>
 #include <latch>
+#include <span>
 
 namespace lucentra {
 
@@ -66,11 +67,15 @@ class ReadingBudget
 {
 public:
     explicit ReadingBudget(double seconds)
-        : m_microseconds(qint64(seconds * 1e6))
+        : m_whole(qint64(seconds * 1e6))
+        , m_left(m_whole)
     {
     }
 
-    bool isSpent() const { return m_microseconds.load(std::memory_order_relaxed) <= 0; }
+    bool isSpent() const { return left() <= 0; }
+
+    /// Whether so much of it is spent that no line may be read twice any more, lest others aren't read at all.
+    bool isScarce() const { return 2 * left() <= m_whole; }
 
     /// Takes from the budget what its thread worked during its life.
     class Spending
@@ -81,7 +86,7 @@ public:
             , m_start(worked())
         {
         }
-        ~Spending() { m_budget.m_microseconds.fetch_sub(worked() - m_start, std::memory_order_relaxed); }
+        ~Spending() { m_budget.m_left.fetch_sub(worked() - m_start, std::memory_order_relaxed); }
         Q_DISABLE_COPY_MOVE(Spending)
 
     private:
@@ -97,14 +102,17 @@ public:
     };
 
 private:
-    std::atomic<qint64> m_microseconds;
+    qint64 left() const { return m_left.load(std::memory_order_relaxed); }
+
+    const qint64 m_whole; // microseconds
+    std::atomic<qint64> m_left;
 };
 
 struct ReadLine
 {
     FoundLine found;
-    QList<LineLooks> looks; ///< one for each of the line's pieces
-    QList<Reading> pieces;  ///< likewise
+    QList<LineLooks> looks;      ///< one for each of the line's pieces
+    QList<RoutedReading> pieces; ///< likewise
     bool isOnPicture = false;
 };
 
@@ -132,8 +140,29 @@ void expectLanguages(ScreenLanguages &screen, const QList<ReadLine> &lines)
     screen.expect(kana, ideographs);
 }
 
+/// Moves some lines to the front that tell the screen's language and aren't long. Returns how many.
+std::size_t putTellingFirst(std::span<ReadLine> lines)
+{
+    constexpr std::ptrdiff_t most = 4;
+    const auto isTelling = [](const ReadLine &line) {
+        const QRect &ink = line.found.ink;
+        return !line.isOnPicture && ink.width() >= 4 * ink.height() && ink.width() <= 20 * ink.height() &&
+               line.looks.first() != LineLooks::Latin;
+    };
+    const auto others = std::stable_partition(lines.begin(), lines.end(), isTelling);
+    return std::size_t(std::min(most, others - lines.begin()));
+}
+
+void learnFrom(ScreenLanguages &screen, std::span<const ReadLine> lines)
+{
+    for (const ReadLine &line : lines) {
+        for (const RoutedReading &piece : line.pieces)
+            screen.learn(piece);
+    }
+}
+
 void readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
-              ScreenLanguages &screen)
+              const ScreenLanguages &screen)
 {
     // A letter alone isn't written on a picture; its details that look like one are many.
     if (line.found.isShort() && line.isOnPicture)
@@ -148,8 +177,8 @@ void readLineAlike(ReadLine &line, const QImage &image, const LineRouter &router
                    const ScreenLanguages &screen)
 {
     for (qsizetype i = 0; i < line.pieces.size(); ++i)
-        line.pieces[i] =
-            router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), line.pieces[i], reader, screen);
+        line.pieces[i].best =
+            router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), line.pieces[i].best, reader, screen);
 }
 
 /// The pieces' text as one, with the mean of their confidences.
@@ -158,8 +187,8 @@ Reading wholeOf(const ReadLine &line)
     Reading whole;
     for (qsizetype i = 0; i < line.pieces.size(); ++i) {
         const LinePiece &piece = line.found.pieces[i];
-        whole.text += line.pieces[i].text + piece.joint;
-        whole.confidence += line.pieces[i].confidence * piece.ink.width() / line.found.ink.width();
+        whole.text += line.pieces[i].best.text + piece.joint;
+        whole.confidence += line.pieces[i].best.confidence * piece.ink.width() / line.found.ink.width();
     }
     whole.text = tidied(whole.text);
     return whole;
@@ -249,12 +278,13 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
         return {};
     QList<ReadLine> lines = linesIn(image, request.minimumTextHeight);
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
-    const LineRouter router(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
+    const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
+    const LineRouter hasty(languages, {}, false);
     ScreenLanguages screen;
     ReadingBudget budget(m_pool->workers() * readingTime);
-    const auto withEachLine = [&](const auto &work) {
-        std::latch done(lines.size());
-        for (ReadLine &line : lines) {
+    const auto withEach = [&](std::span<ReadLine> some, const auto &work) {
+        std::latch done(std::ssize(some));
+        for (ReadLine &line : some) {
             m_pool->post([&] {
                 if (!budget.isSpent() && (!request.isWanted || request.isWanted())) {
                     const ReadingBudget::Spending spending(budget);
@@ -265,10 +295,17 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
         }
         done.wait();
     };
-    withEachLine([&](ReadLine &line) { lookAt(line, image); });
+    withEach(lines, [&](ReadLine &line) { lookAt(line, image); });
     expectLanguages(screen, lines);
-    withEachLine([&](ReadLine &line) { readLine(line, image, router, reader, screen); });
-    withEachLine([&](ReadLine &line) { readLineAlike(line, image, router, reader, screen); });
+    const std::span<ReadLine> all(lines);
+    const std::size_t tellingLines = putTellingFirst(lines);
+    for (const std::span<ReadLine> &some : {all.first(tellingLines), all.subspan(tellingLines)}) {
+        withEach(some, [&](ReadLine &line) {
+            readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen);
+        });
+        learnFrom(screen, some);
+    }
+    withEach(lines, [&](ReadLine &line) { readLineAlike(line, image, thorough, reader, screen); });
     return observationsOf(lines, image.size());
 }
 

@@ -115,6 +115,24 @@ private Q_SLOTS:
         QCOMPARE(own, QStringList{u"Second window"_s});
     }
 
+    void threadsDoNotChangeWhatIsRead()
+    {
+        QImage image = blank({420, 300}, Qt::white);
+        const QStringList texts{u"请选择导出的文件夹"_s, u"键盘快捷键"_s, u"备份与恢复"_s, u"隐私"_s, u"语言和地区"_s,
+                                u"设备管理器"_s};
+        for (int i = 0; i < texts.size(); ++i)
+            write(image, {20, 40 + 45 * i}, texts[i], font(u"Noto Sans CJK SC"_s, 18), Qt::black);
+        ScreenTextRecognizer::Options alone;
+        alone.workers = 1;
+        ScreenTextRecognizer::Options crowd;
+        crowd.workers = 4;
+        const QStringList read = textsOf(*ScreenTextRecognizer(alone).perform(usual, image));
+        QCOMPARE(read, texts);
+        ScreenTextRecognizer many(crowd);
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(textsOf(*many.perform(usual, image)), read);
+    }
+
     void hostilePicturesAreBounded_data()
     {
         QTest::addColumn<QImage>("image");
