@@ -277,7 +277,7 @@ void GlassView::mouseMoveEvent(QMouseEvent *event)
     if (!window || !(event->buttons() & Qt::LeftButton))
         return;
     if (const auto start = m_clicks.move(event->globalPosition()))
-        window->beginMove(start->toPoint());
+        window->beginMove(start->toPoint(), event->globalPosition().toPoint());
     window->continueDrag(event->globalPosition().toPoint());
 }
 

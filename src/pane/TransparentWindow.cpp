@@ -9,12 +9,15 @@
 #include "SettingsStore.h"
 #include "WindowButton.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainterPath>
 #include <QScreen>
 #include <QWindow>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +45,8 @@ TransparentWindow::TransparentWindow(const Services &services)
                   {.isButtonDown = [this] { return m_services.hints.isPointerButtonDown(); },
                    .frame = [this] { return geometry(); },
                    // Some window managers drag the window without a word to it until the end.
-                   .held = [this] { frameChanged(); }},
+                   .held = [this] { frameChanged(); },
+                   .released = [this] { endManagersDrag(); }},
                   [this] {
                       if (onUserMoved)
                           onUserMoved();
@@ -58,6 +62,10 @@ TransparentWindow::TransparentWindow(const Services &services)
                                         [this](const QVariant &) { retranslate(); });
     create();
     windowHandle()->installEventFilter(this);
+    services.hints.setHoldHandler(*windowHandle(), [this](bool isHeld) {
+        // An open menu of ours has pointer and keyboard to itself.
+        m_userMoves.held(isHeld && !QApplication::activePopupWidget());
+    });
 }
 
 void TransparentWindow::setContentView(GlassView *view)
@@ -72,6 +80,8 @@ void TransparentWindow::setContentView(GlassView *view)
 
 void TransparentWindow::makeKeyAndOrderFront()
 {
+    if (isVisible() && !isMinimized() && !m_isShown)
+        hide(); // a window manager has taken it off the screen: only a new window comes back for certain
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
@@ -128,18 +138,31 @@ void TransparentWindow::zoom()
     setWindowState(windowState() ^ Qt::WindowMaximized);
 }
 
-void TransparentWindow::beginMove(QPoint pressed)
+void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
 {
     m_userMoves.grabbed();
-    if (!windowHandle()->startSystemMove())
-        m_drag = WindowDrag{geometry(), pressed, {}};
+    const QRect start = geometry();
+    // A button that is up by now, in a quick flick, is one that a window manager would wait for in vain.
+    if (m_services.hints.isPointerButtonDown()) {
+        move(start.topLeft() + pointer - pressed); // a window manager begins where the pointer is
+        m_isManagersDrag = windowHandle()->startSystemMove();
+    }
+    if (!m_isManagersDrag)
+        m_drag = WindowDrag{start, pressed, {}};
 }
 
 void TransparentWindow::beginResize(Qt::Edges edges, QPoint pointer)
 {
     m_userMoves.grabbed();
-    if (!windowHandle()->startSystemResize(edges))
+    m_isManagersDrag = m_services.hints.isPointerButtonDown() && windowHandle()->startSystemResize(edges);
+    if (!m_isManagersDrag)
         m_drag = WindowDrag{geometry(), pointer, edges};
+}
+
+void TransparentWindow::endManagersDrag()
+{
+    if (std::exchange(m_isManagersDrag, false))
+        m_services.hints.endDrag(*windowHandle());
 }
 
 void TransparentWindow::continueDrag(QPoint pointer)
@@ -230,7 +253,8 @@ bool TransparentWindow::eventFilter(QObject *watched, QEvent *event)
 
 void TransparentWindow::updateShown()
 {
-    const bool shown = isVisible() && !isMinimized() && (m_isShown || windowHandle()->isExposed());
+    // Window managers also take a window off the screen without a word, to show the desktop: then it isn't exposed.
+    const bool shown = isVisible() && !isMinimized() && windowHandle()->isExposed();
     if (shown == m_isShown)
         return;
     m_isShown = shown;
@@ -240,6 +264,7 @@ void TransparentWindow::updateShown()
     } else {
         m_userMoves.windowHidden();
         endDrag();
+        endManagersDrag();
     }
     if (onShown)
         onShown(shown);

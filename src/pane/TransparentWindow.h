@@ -61,8 +61,8 @@ public:
     void updatePresence();
 
     /// The user drags the window by its body, until the button is released. `pressed` is where on the screen it was
-    /// taken hold of.
-    void beginMove(QPoint pressed);
+    /// taken hold of, `pointer` where the pointer is by now.
+    void beginMove(QPoint pressed, QPoint pointer);
     /// To be told of the pointer while `beginMove` is in force and the window manager didn't take over.
     void continueDrag(QPoint pointer);
     void endDrag();
@@ -85,6 +85,7 @@ private:
     void addResizeHandles();
     void retranslate();
     void zoom();
+    void endManagersDrag();
     void beginResize(Qt::Edges edges, QPoint pointer);
     void frameChanged();
     void updateShown();
@@ -96,6 +97,7 @@ private:
     QList<WindowButton *> m_buttons;
     QList<ResizeHandle *> m_handles;
     std::optional<WindowDrag> m_drag; ///< one that the window manager didn't take over
+    bool m_isManagersDrag = false;    ///< one that it did
     bool m_isShown = false;
     bool m_areCornersCut = false;
 };

@@ -13,16 +13,23 @@ UserMoveTracker::UserMoveTracker(Scheduler &scheduler, Surroundings surroundings
 
 void UserMoveTracker::windowShown()
 {
+    m_isShown = true;
     m_lastFrame = m_surroundings.frame();
-    m_heldSinceShown = m_surroundings.isButtonDown();
-    if (m_heldSinceShown)
-        lookForRelease();
 }
 
 void UserMoveTracker::windowHidden()
 {
-    m_isTracking = false;
+    m_isShown = m_isHeld = m_isTracking = false;
     m_look.reset();
+    m_answerEnds.reset();
+}
+
+void UserMoveTracker::held(bool isHeld)
+{
+    if (!m_isShown || isHeld == m_isHeld)
+        return;
+    m_isHeld = isHeld;
+    m_answerEnds = isHeld ? nullptr : m_scheduler.after(answerPatience, [this] { m_answerEnds.reset(); });
 }
 
 void UserMoveTracker::grabbed()
@@ -38,14 +45,14 @@ void UserMoveTracker::requested()
 void UserMoveTracker::frameChanged()
 {
     const QRect before = std::exchange(m_lastFrame, m_surroundings.frame());
-    if (!m_isTracking && !m_heldSinceShown && m_lastFrame != before && m_surroundings.isButtonDown())
+    if (!m_isTracking && (m_isHeld || m_answerEnds) && m_lastFrame != before)
         begin(before);
 }
 
 void UserMoveTracker::begin(const QRect &from)
 {
     m_isTracking = true;
-    m_heldSinceShown = false;
+    m_isReleased = false;
     m_start = from;
     m_lastSeen = {};
     m_patience = answerPatience;
@@ -56,11 +63,12 @@ void UserMoveTracker::look()
 {
     const QRect frame = m_surroundings.frame();
     bool hasEnded = false;
-    if (m_surroundings.isButtonDown()) {
+    if (m_isHeld || m_surroundings.isButtonDown()) {
         m_lastSeen = {};
         if (m_surroundings.held)
             m_surroundings.held();
     } else {
+        letGo();
         // After the release the window's last place may still be on its way: two looks must see the same, and the
         // place that it began at only counts once a slow window manager has had its time.
         const bool isResting = std::exchange(m_lastSeen, frame) == frame;
@@ -77,13 +85,10 @@ void UserMoveTracker::look()
         m_moved();
 }
 
-void UserMoveTracker::lookForRelease()
+void UserMoveTracker::letGo()
 {
-    m_look = m_scheduler.after(lookInterval, [this] {
-        m_heldSinceShown = m_surroundings.isButtonDown();
-        if (m_heldSinceShown)
-            lookForRelease();
-    });
+    if (!std::exchange(m_isReleased, true) && m_surroundings.released)
+        m_surroundings.released();
 }
 
 } // namespace lucentra

@@ -13,8 +13,7 @@ namespace lucentra {
 ///
 /// The window's rectangle also changes when it is first shown, and by window managers and displays; such a change must
 /// not count, since what lies beneath the pane is sent out after the user's own moves. A change counts when the user
-/// has taken hold of the window, or when it comes while a button of the pointer is down that was pressed after the
-/// window had been shown (the window manager's own way of dragging).
+/// has taken hold of the shown window, by its body or edge, or by means of the window manager.
 class UserMoveTracker
 {
 public:
@@ -29,6 +28,7 @@ public:
         std::function<bool()> isButtonDown;
         std::function<QRect()> frame; ///< the window's, points on the screen
         std::function<void()> held;   ///< called again and again while the window is dragged; may be empty
+        std::function<void()> released; ///< called once the button isn't down any more; may be empty
     };
 
     /// `moved` is called on the main thread once a move or resize has ended with another rectangle than it began.
@@ -38,6 +38,9 @@ public:
     void windowHidden();
     /// The user takes hold of the window by its body or edge.
     void grabbed();
+    /// The user has taken hold of the window as a window manager sees it, or has let go: a press of a button over it, or
+    /// a key that moves it. Most such holds move nothing.
+    void held(bool isHeld);
     /// The user asked for another rectangle without holding a button: the zoom button.
     void requested();
     /// The window's rectangle has changed, for whatever reason.
@@ -46,14 +49,17 @@ public:
 private:
     void begin(const QRect &from);
     void look();
-    void lookForRelease();
+    void letGo();
 
     Scheduler &m_scheduler;
     const Surroundings m_surroundings;
     const std::function<void()> m_moved;
     std::unique_ptr<ScheduledTask> m_look;
+    std::unique_ptr<ScheduledTask> m_answerEnds; ///< until when a change may be the answer to a hold that has ended
+    bool m_isShown = false;
+    bool m_isHeld = false;
     bool m_isTracking = false;
-    bool m_heldSinceShown = false; ///< a button has been down since before the window was shown
+    bool m_isReleased = false; ///< the drag that is tracked has ended, but for the window's last place
     QRect m_start;
     QRect m_lastFrame;
     QRect m_lastSeen;                        ///< at the last look

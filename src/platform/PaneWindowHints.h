@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class QWindow;
 
 namespace lucentra {
@@ -24,6 +26,15 @@ public:
 
     /// Whether a button of the pointer is down at this moment, also while a window manager has grabbed the pointer.
     virtual bool isPointerButtonDown() const = 0;
+
+    /// From now on tells when the user takes hold of the window (true) and lets go of it (false): presses a button of
+    /// the pointer over it, also for the window manager's own way of dragging, or works with it through a key that
+    /// belongs to the window manager. The window must outlive this object or the next call.
+    virtual void setHoldHandler(const QWindow &window, std::function<void(bool)> handler) = 0;
+
+    /// Ends a drag that a window manager has begun after the button was let go, and which would never end. One that
+    /// has ended by itself stays as it is.
+    virtual void endDrag(const QWindow &window) = 0;
 };
 
 } // namespace lucentra

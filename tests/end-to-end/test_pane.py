@@ -4,6 +4,7 @@ window, translating through a local chat-completions server."""
 import json
 import os
 import pathlib
+import subprocess
 import time
 import unittest
 
@@ -94,21 +95,58 @@ class OnAScreen:
         # Three times the same pair is one entry.
         self.assertEqual([item["originalText"] for item in eventually(self.history)], ["\n".join(LINES)])
 
-    def test_overlays_lie_over_their_lines(self):
+    def test_moves_by_means_of_the_window_manager(self):
         pane = self.pane_over_page()
+        for number, (name, how) in enumerate([
+                ("a drag with a modifier key", "mousemove 480 440 keydown alt mousedown 1 sleep 0.1 "
+                 "mousemove 490 446 sleep 0.05 mousemove 500 452 sleep 0.1 mouseup 1 keyup alt"),
+                ("a flick that is over before it is heard of",
+                 "mousemove 480 440 mousedown 1 mousemove 470 430 mousemove 460 420 mouseup 1")]):
+            with self.subTest(name):
+                before = pane.frame
+                self.screen.do(how)
+                self.assertEqual(len(self.requests(number + 1)), number + 1)
+                self.assertNotEqual(before, pane.frame)
+                after = pane.frame
+                self.screen.do("mousemove 400 400 sleep 0.1 mousemove 480 440")
+                time.sleep(0.3)
+                self.assertEqual(after, pane.frame, "the pane doesn't stick to the pointer")
+
+    def test_taken_off_the_screen_by_the_window_manager(self):
+        pane = self.pane_over_page()
+
+        def is_viewable() -> bool:
+            return "IsViewable" in self.screen.output("xwininfo", "-id", pane.window)
+
+        self.screen.do("key super+d")
+        self.assertTrue(eventually(lambda: not is_viewable()))
+        time.sleep(0.3)
+        self.screen.do("key alt+Return")  # shows a hidden pane, and no more
+        self.assertTrue(eventually(is_viewable))
+        time.sleep(0.5)
+        self.assertEqual(self.server.requests, [])
+        self.screen.do("key alt+t")
+        self.assertTrue(eventually(lambda: not is_viewable()))
+
+    def test_overlays_lie_over_their_lines(self):
+        self.overlays_lie_over_their_lines(self.pane_over_page(), PAGE)
+
+    def overlays_lie_over_their_lines(self, pane: Pane, page_at: tuple[int, int], scale: float = 1) -> None:
+        """After a pass over the page. `scale` is in pixels a point."""
         pane.double_click()
         self.shows(*map(str.upper, LINES))
-        self.screen.do("mousemove 1200 780")
+        self.screen.do("mousemove 1270 790")
         time.sleep(0.8)  # the capsule fades
+        x, y, width, height = pane.frame
         with Image.open(self.page) as page:
-            sources = [(left + PAGE[0] - PANE[0], top + PAGE[1] - PANE[1], bottom + PAGE[1] - PANE[1])
-                       for left, top, bottom in ink_rows(page)]
-        body = pane.picture().crop((BORDER, BORDER + 16, PANE[2] - BORDER, PANE[3] - BORDER - 20))
-        overlays = [(left + BORDER, top + BORDER + 16, bottom + BORDER + 16) for left, top, bottom in ink_rows(body)]
+            sources = [(left + page_at[0] - x, top + page_at[1] - y) for left, top, _ in ink_rows(page)]
+        left, top, right, bottom = (int(edge * scale) for edge in (BORDER, BORDER + 16, BORDER, BORDER + 20))
+        body = pane.picture().crop((left, top, width - right, height - bottom))
+        overlays = [(row[0] + left, row[1] + top) for row in ink_rows(body)]
         self.assertEqual(len(overlays), len(LINES), overlays)
         for source, overlay in zip(sources, overlays):
-            self.assertAlmostEqual(overlay[0], source[0] + 4, delta=3)  # 4: an overlay's side padding
-            self.assertAlmostEqual(overlay[1], source[1], delta=3)
+            self.assertAlmostEqual(overlay[0], source[0] + 4 * scale, delta=3 * scale)  # 4: an overlay's side padding
+            self.assertAlmostEqual(overlay[1], source[1], delta=3 * scale)
 
     def test_the_capture_shows_what_lies_beneath_and_nothing_of_ours(self):
         above = self.screen.home / "above.png"
@@ -196,6 +234,23 @@ class OnAScreen:
 
 
 class WithACompositor(OnAScreen, unittest.TestCase):
+    def test_scales_and_several_monitors(self):
+        for name, width, x in (("left", 600, 0), ("right", 680, 600)):
+            subprocess.run(["xrandr", "--setmonitor", name, f"{width}/200x800/200+{x}+0", "none"],
+                           env=self.screen.environment, check=True)
+        for scale, pixels, place in (("1", 18, (100, 170, 480, 300)), ("1.25", 22, (620, 170, 640, 400)),
+                                     ("2", 29, (610, 170, 660, 520))):
+            with self.subTest(scale=scale):
+                page = (place[0] - 20, place[1] - 10)
+                sample_page.render(self.page, ["", *LINES], dark=True, size="680x540", pixels=pixels)
+                window = self.screen.show_picture(self.page, *page)
+                self.screen.environment["QT_SCALE_FACTOR"] = scale
+                pane = self.screen.start_pane(*place)
+                self.overlays_lie_over_their_lines(pane, page, float(scale))
+                for process in (pane.process, window):
+                    process.terminate()
+                    process.wait(10)
+
     composited = True
 
 

@@ -19,6 +19,8 @@ class RecordedHints : public PaneWindowHints
 public:
     void apply(const QWindow &, const PaneWindowPresence &presence) override { applied.append(presence); }
     bool isPointerButtonDown() const override { return buttonDown; }
+    void setHoldHandler(const QWindow &, std::function<void(bool)>) override {}
+    void endDrag(const QWindow &) override {}
 
     QList<PaneWindowPresence> applied;
     bool buttonDown = false;

@@ -126,14 +126,41 @@ private Q_SLOTS:
         QCOMPARE(desk.reports, 0);
     }
 
+    void windowManagersOwnDrag_data()
+    {
+        QTest::addColumn<bool>("tellsAtOnce");
+        QTest::newRow("tells the window of each step") << true;
+        QTest::newRow("tells the window after the release") << false;
+    }
     void windowManagersOwnDrag()
     {
+        QFETCH(bool, tellsAtOnce);
         Desk desk;
         desk.tracker.windowShown();
         desk.isButtonDown = true; // with a modifier key, on the window: the toolkit hears of nothing but the moves
-        desk.moveTo({110, 100});
+        desk.tracker.held(true);
+        if (tellsAtOnce)
+            desk.moveTo({110, 100});
         desk.scheduler.advance(100ms);
         desk.isButtonDown = false;
+        desk.tracker.held(false);
+        desk.scheduler.advance(10ms);
+        desk.moveTo({120, 100});
+        desk.scheduler.advance(1s);
+        QCOMPARE(desk.reports, 1);
+    }
+
+    void windowManagersKeys()
+    {
+        Desk desk;
+        desk.tracker.windowShown();
+        desk.tracker.held(true);
+        desk.moveTo({110, 100});
+        desk.scheduler.advance(1s);
+        desk.moveTo({120, 100});
+        desk.scheduler.advance(1s);
+        QCOMPARE(desk.reports, 0);
+        desk.tracker.held(false);
         desk.scheduler.advance(1s);
         QCOMPARE(desk.reports, 1);
     }
@@ -142,21 +169,25 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.isButtonDown = true; // the menu entry that shows the window is still pressed
+        desk.tracker.held(true);
         desk.tracker.windowShown();
         desk.moveTo({0, 24}); // the window manager places it
         desk.scheduler.advance(200ms);
         desk.isButtonDown = false;
+        desk.tracker.held(false);
         desk.scheduler.advance(1s);
         desk.moveTo({1000, 24}); // a display has gone
+        desk.isButtonDown = true; // somewhere else on the screen
+        desk.moveTo({1010, 24});
+        desk.isButtonDown = false;
         desk.scheduler.advance(10s);
+        desk.tracker.held(true); // a click that moves nothing, and a change long after it
+        desk.tracker.held(false);
+        desk.scheduler.advance(1s);
+        desk.moveTo({1020, 24});
+        desk.scheduler.advance(1s);
         QCOMPARE(desk.reports, 0);
         QVERIFY(desk.scheduler.isIdle());
-
-        desk.isButtonDown = true;
-        desk.moveTo({1010, 24}); // and now the user
-        desk.isButtonDown = false;
-        desk.scheduler.advance(1s);
-        QCOMPARE(desk.reports, 1);
     }
 
     void zoomIsTheUsersOwnHoweverSlowTheAnswer()

@@ -3,15 +3,18 @@
 #include "PaneWindowHints.h"
 #include "X11Connection.h"
 
+#include <QAbstractNativeEventFilter>
+#include <QSocketNotifier>
 #include <QtGlobal>
 
 #include <initializer_list>
+#include <memory>
 
 namespace lucentra {
 
 /// The hints of EWMH as messages to the window manager, on a connection of its own to $DISPLAY. Without a server or a
 /// window manager nothing happens.
-class X11PaneWindowHints : public PaneWindowHints
+class X11PaneWindowHints : public PaneWindowHints, private QAbstractNativeEventFilter
 {
 public:
     X11PaneWindowHints();
@@ -20,6 +23,10 @@ public:
     /// The window must be mapped: the window manager reads these messages for windows that it manages.
     void apply(const QWindow &window, const PaneWindowPresence &presence) override;
     bool isPointerButtonDown() const override;
+    /// Hears of the pointer by raw events of the X Input Extension 2, which come also while a window manager has
+    /// grabbed it; of keys by the focus that a grab takes from the window for as long as it lasts.
+    void setHoldHandler(const QWindow &window, std::function<void(bool)> handler) override;
+    void endDrag(const QWindow &window) override;
     /// Whether keys go to the window. Unlike what the toolkit tells, that doesn't change while somebody has grabbed the
     /// keyboard for a moment.
     bool hasInputFocus(const QWindow &window) const;
@@ -29,11 +36,17 @@ public:
     void activate(const QWindow &window);
 
 private:
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+    void readEvents();
+    bool isPointerOver(xcb_window_t window) const;
     xcb_atom_t atom(const char *name) const;
     void tellWindowManager(xcb_window_t window, xcb_atom_t message, std::initializer_list<quint32> values) const;
 
     X11Connection m_connection;
     xcb_window_t m_root = XCB_WINDOW_NONE;
+    xcb_window_t m_heldWindow = XCB_WINDOW_NONE; ///< the one whose holds are told
+    std::function<void(bool)> m_hold;
+    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 } // namespace lucentra
