@@ -235,6 +235,7 @@ HistoryWindowController &AppDelegate::historyWindow()
             .scheduler = m_scheduler,
             .activate = [this](QWindow &window) { m_desktop.windowHints.activate(window); }});
         m_mainMenu.fillMenuBar(*m_historyWindow->menuBar());
+        m_historyWindow->menuBar()->lower(); // a screen reader reads from the top to the bottom
     }
     return *m_historyWindow;
 }

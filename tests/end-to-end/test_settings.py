@@ -351,6 +351,11 @@ class TheRest(SettingsWindow):
         self.screen.must(self.windows, "the settings window")
         self.open("General")
         self.assertEqual(len(self.windows()), 1)
+        # A screen reader reads from the top to the bottom.
+        names = self.form("names").stdout.splitlines()
+        names = names[names.index("Lucentra Settings"):]
+        places = [names.index(name) for name in ("Edit", "Appearance", "Interface Language", "Start at login")]
+        self.assertEqual(places, sorted(places), names)
         pane = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$").split()[0]
         skips = lambda: "SKIP_TASKBAR" in self.screen.output("xprop", "-id", pane, "_NET_WM_STATE")  # noqa: E731
         self.assertFalse(skips())

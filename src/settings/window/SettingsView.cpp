@@ -9,6 +9,7 @@
 #include "TranslationTab.h"
 
 #include <QEvent>
+#include <QTabBar>
 
 #include <utility>
 
@@ -28,6 +29,7 @@ SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWid
     addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
     addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);
     addPage(new AboutTab(m_form), u"關於"_s, u"info"_s);
+    tabBar()->lower(); // it lies above the page, so a screen reader comes to it first
     m_form.onRefreshed = [this] { assignLetters(); };
     assignLetters();
 }
