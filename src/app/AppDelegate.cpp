@@ -2,7 +2,7 @@
 
 #include "DesktopNotice.h"
 #include "DockPresence.h"
-#include "ManualInputView.h"
+#include "InterfaceFont.h"
 #include "Settings.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
@@ -65,6 +65,7 @@ AppDelegate::~AppDelegate() = default;
 void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
     m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
+    useInterfaceFont(m_services.texts().resolvedLanguageCode());
     m_services.texts().syncTargetLanguage();
     createGlassWindow();
     wirePass();
@@ -120,6 +121,8 @@ void AppDelegate::createGlassWindow()
     m_desktop.compositing.setChangeHandler([this](bool composited) { m_glassView->setComposited(composited); });
     m_desktop.displayOptions.setChangeHandler([this](const AccessibilityDisplayOptions &options) {
         m_glassView->accessibilityDisplayOptionsChanged(options);
+        if (m_manualInputView)
+            m_manualInputView->setReduceMotion(options.reduceMotion);
     });
     m_window->setContentView(m_glassView);
     m_services.onDevice().bridge.setParentView(m_glassView);
@@ -163,9 +166,10 @@ void AppDelegate::wireManualInput()
     m_manualInput.onNote = [this](const QString &note) { m_glassView->showTemporaryHint(note); };
     m_glassView->manualInput = {
         .makePanel =
-            [this](QWidget *parent) {
-                return new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
-                                           m_desktop.displayOptions.options().reduceMotion, parent);
+            [this](QWidget *parent) -> QWidget * {
+                m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
+                                                        m_desktop.displayOptions.options().reduceMotion, parent);
+                return m_manualInputView;
             },
         .submit = [this] { m_manualInput.translateNow(); },
         .copy = [this] { m_manualInput.copyResult(); },
@@ -272,6 +276,7 @@ bool AppDelegate::isPaneKeyWindow() const
 void AppDelegate::refreshLocalizedTitles()
 {
     m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
+    useInterfaceFont(m_services.texts().resolvedLanguageCode());
     m_mainMenu.build();
     m_statusItem.build();
     if (m_settingsShell)

@@ -8,6 +8,7 @@
 #include "HistoryWindowController.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
+#include "ManualInputView.h"
 #include "ManualInputViewModel.h"
 #include "PaneAtStart.h"
 #include "Scheduler.h"
@@ -19,6 +20,8 @@
 #include "TranslationPass.h"
 #include "TransparentWindow.h"
 #include "X11Desktop.h"
+
+#include <QPointer>
 
 #include <memory>
 
@@ -70,6 +73,7 @@ private:
     ManualInputViewModel m_manualInput;
     std::unique_ptr<TransparentWindow> m_window;
     GlassView *m_glassView = nullptr; ///< belongs to the window
+    QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     std::unique_ptr<TranslationPass> m_pass;
     std::unique_ptr<BackdropRenewal> m_backdrop;
     ShellActions m_actions;

@@ -156,6 +156,12 @@ ManualInputView::ManualInputView(ManualInputViewModel &viewModel, const Localiza
     render();
 }
 
+void ManualInputView::setReduceMotion(bool reduceMotion)
+{
+    m_reduceMotion = reduceMotion;
+    render();
+}
+
 QWidget *ManualInputView::makeSourceHeader()
 {
     m_sourceTitle = makeLabel(QFont::DemiBold, secondaryColor, this);

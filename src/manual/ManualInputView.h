@@ -21,6 +21,7 @@ public:
     /// All but the parent must outlive the view. Under reduced motion nothing turns.
     ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization,
                     NotificationCenter &notificationCenter, bool reduceMotion, QWidget *parent = nullptr);
+    void setReduceMotion(bool reduceMotion);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -34,7 +35,7 @@ private:
 
     ManualInputViewModel &m_viewModel;
     const LocalizationManager &m_localization;
-    const bool m_reduceMotion;
+    bool m_reduceMotion;
     QLabel *m_sourceTitle;
     QLabel *m_hint;
     QLabel *m_resultTitle;

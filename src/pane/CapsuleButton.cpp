@@ -3,9 +3,11 @@
 #include "Spring.h"
 #include "Symbol.h"
 
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <cmath>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -15,7 +17,7 @@ namespace lucentra {
 namespace {
 
 constexpr double symbolSide = 16;
-constexpr int textPixels = 12;
+constexpr int textPixels = 11;
 constexpr double foregroundOpacity = 0.85;
 constexpr double pressedScale = 0.94;
 constexpr double pressedGround = 0.18;
@@ -157,7 +159,8 @@ void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, doubl
         paintSymbol(painter, symbol, {-symbolSide / 2, -symbolSide / 2, symbolSide, symbolSide});
     } else {
         painter.setPen(Qt::white);
-        painter.drawText(QRectF(-side / 2.0, -side / 2.0, side, side), Qt::AlignCenter, text());
+        const QRectF ink = QFontMetricsF(font()).tightBoundingRect(text()); // centred as it is seen
+        painter.drawText(QPointF(std::round(-ink.center().x()), std::round(-ink.center().y())), text());
     }
     painter.restore();
 }

@@ -46,9 +46,10 @@ CapsuleTooltip::CapsuleTooltip(QWidget *parent)
 
 void CapsuleTooltip::showText(const QString &text, const QRect &capsule)
 {
-    if (text == m_text)
+    if (text == m_text && capsule == m_capsule)
         return;
     m_text = text;
+    m_capsule = capsule;
     const QFontMetrics metrics(font());
     const int width =
         std::min(capsule.right() - distanceFromLeft, metrics.horizontalAdvance(text) + 2 * sidePadding + 1);
@@ -58,7 +59,8 @@ void CapsuleTooltip::showText(const QString &text, const QRect &capsule)
     renderPicture();
     show();
     raise();
-    moveTowards(1);
+    if (m_motion.state() != QAbstractAnimation::Running || m_motion.endValue() != 1.0)
+        moveTowards(1);
 }
 
 void CapsuleTooltip::hideText()

@@ -30,6 +30,7 @@ private:
     void renderPicture();
 
     QString m_text;
+    QRect m_capsule;
     QImage m_picture; ///< of the text; stays while it goes
     bool m_reduceMotion = false;
     double m_presence = 0;

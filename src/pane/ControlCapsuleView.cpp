@@ -35,12 +35,13 @@ constexpr int menuDistance = 4;
 /// The card's and the capsule's colours; what isn't checked has no box.
 constexpr auto menuStyle = R"(
     QMenu { background: #2c2f36; color: rgba(255, 255, 255, 242); border: 1px solid rgba(255, 255, 255, 46);
-            padding: 4px; font-size: 13px; }
-    QMenu::item { background: transparent; padding: 5px 18px 5px 28px; border-radius: 4px; }
+            border-radius: %1px; padding: 5px; font-size: 13px; }
+    QMenu::item { background: transparent; padding: 6px 22px 6px 28px; border-radius: 6px; }
     QMenu::item:selected { background: #2f6fe4; }
-    QMenu::indicator { width: 12px; height: 12px; left: 8px; }
+    QMenu::indicator { width: 12px; height: 12px; left: 9px; }
     QMenu::indicator:checked { image: url(:/lucentra/symbols/checkmark.svg); }
-)";
+)"_L1;
+constexpr int menuCornerRadius = 10;
 
 struct TranslateForm
 {
@@ -52,9 +53,9 @@ TranslateForm translateForm(TranslationActionState state)
 {
     switch (state) {
     case TranslationActionState::retranslate:
-        return {u"retranslate"_s, u"重新翻譯"_s};
+        return {u"arrow.clockwise"_s, u"重新翻譯"_s};
     case TranslationActionState::retry:
-        return {u"retry"_s, u"重試翻譯"_s};
+        return {u"arrow.clockwise.circle"_s, u"重試翻譯"_s};
     case TranslationActionState::translate:
         break;
     }
@@ -67,7 +68,6 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
                                        QWidget *parent)
     : QWidget(parent)
     , m_localization(localization)
-    , m_menu(new QMenu(this))
     , m_tooltip(new CapsuleTooltip(parent))
 {
     auto *row = new QHBoxLayout(this);
@@ -83,12 +83,11 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     m_history = addButton(&ControlCapsuleView::onHistoryTapped);
     m_settings = addButton(&ControlCapsuleView::onSettingsTapped);
     m_translate->setSymbolChange({.fromScale = 0.85, .duration = 120ms, .curve = QEasingCurve::OutSine});
-    m_copy->setSymbol(u"copy"_s);
+    m_copy->setSymbol(u"doc.on.doc"_s);
     m_history->setSymbol(u"clock"_s);
-    m_settings->setSymbol(u"gear"_s);
-    m_menu->setStyleSheet(QString::fromLatin1(menuStyle));
+    m_settings->setSymbol(u"gearshape"_s);
     connect(m_language, &QAbstractButton::clicked, this, &ControlCapsuleView::showLanguageMenu);
-    connect(m_menu, &QMenu::aboutToHide, this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
+    makeMenu();
 
     m_fade.setDuration(int(springTime(fadeResponse).count()));
     m_fade.setEasingCurve(springCurve());
@@ -146,12 +145,12 @@ void ControlCapsuleView::render()
     m_translate->setSymbol(form.symbol);
     m_translate->describe(text(form.label), text(form.label));
 
-    m_triggerMode->setSymbol(m_state.isManual ? u"bolt"_s : u"pointer"_s);
+    m_triggerMode->setSymbol(m_state.isManual ? u"bolt.fill"_s : u"hand.point.up.left.fill"_s);
     m_triggerMode->describe(
         text(m_state.isManual ? u"切換為自動辨識"_s : u"切換為框選翻譯"_s),
         text(m_state.isManual ? u"切換為自動辨識 (當前:框選翻譯)"_s : u"切換為框選翻譯 (當前:自動辨識)"_s));
     const QString keyboard = text(m_state.isInputMode ? u"切換回框選翻譯"_s : u"切換到手動輸入"_s);
-    m_keyboard->setSymbol(m_state.isInputMode ? u"camera"_s : u"keyboard"_s);
+    m_keyboard->setSymbol(m_state.isInputMode ? u"camera.viewfinder"_s : u"keyboard"_s);
     m_keyboard->describe(keyboard, keyboard);
 
     const TargetLanguageOption &language = targetLanguageOption(m_state.targetLanguageCode);
@@ -163,6 +162,22 @@ void ControlCapsuleView::render()
     m_settings->describe(text(u"設定"_s), text(u"設定"_s));
     updateVisibility();
     updateTooltip();
+}
+
+void ControlCapsuleView::setComposited(bool composited)
+{
+    if (std::exchange(m_isComposited, composited) != composited)
+        makeMenu();
+}
+
+void ControlCapsuleView::makeMenu()
+{
+    delete m_menu;
+    m_menu = new QMenu(this);
+    m_menu->setWindowFlags(m_menu->windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+    m_menu->setAttribute(Qt::WA_TranslucentBackground, m_isComposited);
+    m_menu->setStyleSheet(QString(menuStyle).arg(m_isComposited ? menuCornerRadius : 0));
+    connect(m_menu, &QMenu::aboutToHide, this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
 }
 
 void ControlCapsuleView::showLanguageMenu()
@@ -179,7 +194,7 @@ void ControlCapsuleView::showLanguageMenu()
     }
     m_hoveredButton = nullptr;
     updateTooltip();
-    m_menu->popup(m_language->mapToGlobal(QPoint(0, m_language->height() + menuDistance)));
+    m_menu->popup(mapToGlobal(QPoint(width() - m_menu->sizeHint().width(), height() + menuDistance)));
 }
 
 void ControlCapsuleView::updateVisibility()
@@ -231,6 +246,16 @@ void ControlCapsuleView::updateTooltip()
         m_tooltip->showText(m_hoveredButton->toolTip(), geometry());
     else
         m_tooltip->hideText();
+}
+
+void ControlCapsuleView::moveEvent(QMoveEvent *)
+{
+    updateTooltip();
+}
+
+void ControlCapsuleView::resizeEvent(QResizeEvent *)
+{
+    updateTooltip();
 }
 
 bool ControlCapsuleView::eventFilter(QObject *watched, QEvent *event)

@@ -56,15 +56,20 @@ public:
     void setState(const ControlCapsuleState &state);
     const ControlCapsuleState &state() const { return m_state; }
     void setReduceMotion(bool reduceMotion);
+    /// Whether the window system blends translucent windows: then the menu has rounded corners.
+    void setComposited(bool composited);
     double opacity() const { return m_opacity; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     CapsuleButton *addButton(std::function<void()> ControlCapsuleView::*callback);
+    void makeMenu();
     void showLanguageMenu();
     void render();
     void updateVisibility();
@@ -75,6 +80,7 @@ private:
     const LocalizationManager &m_localization;
     ControlCapsuleState m_state;
     bool m_reduceMotion = false;
+    bool m_isComposited = true;
     double m_opacity = 0;
     QVariantAnimation m_fade;
     ProgressIndicator *m_progress;
@@ -85,7 +91,7 @@ private:
     CapsuleButton *m_language;
     CapsuleButton *m_history;
     CapsuleButton *m_settings;
-    QMenu *m_menu;
+    QMenu *m_menu = nullptr;
     QList<CapsuleButton *> m_buttons;
     CapsuleTooltip *m_tooltip;                ///< the parent's
     CapsuleButton *m_hoveredButton = nullptr; ///< whose tooltip is shown

@@ -55,9 +55,10 @@ FrostedBackdrop::FrostedBackdrop(const QImage &content, double pixelsPerPoint)
     if (content.isNull())
         return;
     const QSize size(std::max(1, content.width() / reduction), std::max(1, content.height() / reduction));
-    m_glass =
+    m_blurred =
         content.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
-    softBlur(m_glass, blurDeviation * pixelsPerPoint / reduction);
+    softBlur(m_blurred, blurDeviation * pixelsPerPoint / reduction);
+    m_glass = m_blurred;
     dim(m_glass);
 }
 
@@ -70,6 +71,21 @@ void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacit
         painter.fillRect(rect, QColor::fromRgb(tint));
     else
         painter.drawImage(rect, m_glass);
+    painter.restore();
+}
+
+void FrostedBackdrop::paintCalm(QPainter &painter, const QRectF &rect, double opacity) const
+{
+    if (m_glass.isNull())
+        return;
+    QImage calm = m_blurred;
+    QPainter mixer(&calm);
+    mixer.setOpacity(std::clamp(opacity, 0.0, 1.0));
+    mixer.drawImage(0, 0, m_glass);
+    mixer.end();
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(rect, calm);
     painter.restore();
 }
 

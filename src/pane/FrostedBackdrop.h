@@ -20,9 +20,14 @@ public:
 
     /// Draws the glass over `rect` (the content's place, in the painter's coordinates), at an opacity from 0 to 1.
     void paint(QPainter &painter, const QRectF &rect, double opacity) const;
+    /// Draws what glass of that opacity over the content looks like, without the content's sharp lines: opaque. Nothing
+    /// where there is no content.
+    void paintCalm(QPainter &painter, const QRectF &rect, double opacity) const;
 
 private:
-    QImage m_glass; // a quarter of the content's size: there is nothing sharp in it
+    // A quarter of the content's size: there is nothing sharp in them.
+    QImage m_blurred;
+    QImage m_glass;
 };
 
 } // namespace lucentra

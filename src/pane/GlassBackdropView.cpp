@@ -1,15 +1,38 @@
 #include "GlassBackdropView.h"
 
 #include "PaneShape.h"
+#include "SoftBlur.h"
 
 #include <QEasingCurve>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+#include <utility>
+
 namespace lucentra {
 
 namespace {
+
+/// Of the glass where something is to be read.
+constexpr double leastCalmOpacity = 0.72;
+/// How far a calm area reaches beyond what is to be read, and how softly it ends.
+constexpr QMarginsF calmMargins(10, 6, 10, 6);
+constexpr double calmCornerRadius = 9;
+constexpr double calmDeviation = 4;
+
+/// Light that falls on the glass from above.
+constexpr double sheenShare = 0.55; ///< of the pane's height
+constexpr float sheenStrength = 0.055F;
+
+void paintSheen(QPainter &painter, const QRectF &rect)
+{
+    QLinearGradient sheen(rect.topLeft(), QPointF(rect.left(), rect.top() + sheenShare * rect.height()));
+    sheen.setColorAt(0, QColor::fromRgbF(1, 1, 1, sheenStrength));
+    sheen.setColorAt(1, QColor::fromRgbF(1, 1, 1, 0));
+    painter.fillRect(rect, sheen);
+}
 
 /// Cuts the rounded corners out of a picture; touches nothing but the four corners.
 void roundCorners(QPainter &painter, const QRectF &rect)
@@ -33,7 +56,7 @@ GlassBackdropView::GlassBackdropView(QWidget *parent)
     m_opacityAnimation.setEasingCurve(QEasingCurve::InOutSine);
     connect(&m_opacityAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         m_opacity = value.toDouble();
-        update();
+        makeStale();
     });
 }
 
@@ -42,8 +65,22 @@ void GlassBackdropView::setContent(const QImage &content)
     m_content = content;
     m_content.setDevicePixelRatio(devicePixelRatioF());
     m_frosted = FrostedBackdrop(content, devicePixelRatioF());
+    makeStale();
+}
+
+void GlassBackdropView::makeStale()
+{
     m_isGlassStale = true;
     update();
+}
+
+void GlassBackdropView::setCalmAreas(const QList<CalmArea> &areas)
+{
+    if (areas == m_calmAreas)
+        return;
+    m_calmAreas = areas;
+    m_calmMask = {};
+    makeStale();
 }
 
 void GlassBackdropView::setOpacity(double opacity, bool animated)
@@ -56,14 +93,13 @@ void GlassBackdropView::setOpacity(double opacity, bool animated)
         return;
     }
     m_opacity = opacity;
-    update();
+    makeStale();
 }
 
 void GlassBackdropView::setOpaque(bool opaque)
 {
     m_isOpaque = opaque;
-    m_isGlassStale = true;
-    update();
+    makeStale();
 }
 
 void GlassBackdropView::setComposited(bool composited)
@@ -79,10 +115,8 @@ void GlassBackdropView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     for (const QRect &part : event->region()) {
         painter.setClipRect(part); // pictures are drawn several times faster into one rectangle than into a region
-        painter.setOpacity(1);
         if (!m_isComposited)
             paintContent(painter);
-        painter.setOpacity(m_isOpaque ? 1 : m_opacity);
         painter.drawPixmap(0, 0, m_glass);
     }
 }
@@ -94,10 +128,52 @@ void GlassBackdropView::renderGlass()
     glass.setDevicePixelRatio(devicePixelRatioF());
     glass.fill(Qt::transparent);
     QPainter painter(&glass);
+    painter.setOpacity(m_isOpaque ? 1 : m_opacity);
     (m_isOpaque ? FrostedBackdrop() : m_frosted).paint(painter, rect(), 1);
+    paintSheen(painter, rect());
+    painter.setOpacity(1);
+    if (!m_isOpaque && hasContent() && !m_calmAreas.isEmpty())
+        calm(painter);
     roundCorners(painter, rect());
     painter.end();
     m_glass = QPixmap::fromImage(std::move(glass));
+}
+
+void GlassBackdropView::calm(QPainter &painter)
+{
+    if (m_calmMask.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
+        renderCalmMask();
+    const double opacity = std::max(m_opacity, leastCalmOpacity);
+    QImage calm(m_calmMask.size(), QImage::Format_ARGB32_Premultiplied);
+    calm.setDevicePixelRatio(devicePixelRatioF());
+    QPainter onCalm(&calm);
+    onCalm.setCompositionMode(QPainter::CompositionMode_Source);
+    m_frosted.paintCalm(onCalm, rect(), opacity);
+    onCalm.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    onCalm.setOpacity(opacity);
+    paintSheen(onCalm, rect());
+    onCalm.setOpacity(1);
+    onCalm.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    onCalm.drawImage(0, 0, m_calmMask);
+    onCalm.end();
+    painter.drawImage(0, 0, calm);
+}
+
+void GlassBackdropView::renderCalmMask()
+{
+    m_calmMask = QImage((QSizeF(size()) * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
+    m_calmMask.fill(Qt::transparent);
+    m_calmMask.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&m_calmMask);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    for (const CalmArea &area : std::as_const(m_calmAreas)) {
+        painter.setOpacity(area.strength);
+        painter.setBrush(Qt::black);
+        painter.drawRoundedRect(area.rect.marginsAdded(calmMargins), calmCornerRadius, calmCornerRadius);
+    }
+    painter.end();
+    softBlur(m_calmMask, calmDeviation * devicePixelRatioF());
 }
 
 void GlassBackdropView::paintContent(QPainter &painter)

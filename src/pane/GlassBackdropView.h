@@ -3,6 +3,7 @@
 #include "FrostedBackdrop.h"
 
 #include <QImage>
+#include <QList>
 #include <QPixmap>
 #include <QVariantAnimation>
 #include <QWidget>
@@ -24,6 +25,16 @@ public:
 
     /// The glass's opacity, from 0 to 1, at once or in a short while.
     void setOpacity(double opacity, bool animated);
+    /// Where something is to be read. There the glass lets nothing sharp through, and is never too clear for white text;
+    /// its tone stays that of the glass around it.
+    struct CalmArea
+    {
+        QRectF rect;         ///< points on the pane
+        double strength = 1; ///< from 0, like the glass around it, to 1
+
+        bool operator==(const CalmArea &) const = default;
+    };
+    void setCalmAreas(const QList<CalmArea> &areas);
     /// An opaque surface without what lies beneath, instead of glass.
     void setOpaque(bool opaque);
     /// Where windows aren't blended, the content itself is drawn first, so that it looks the same.
@@ -33,7 +44,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void makeStale();
     void renderGlass();
+    void calm(QPainter &painter);
+    void renderCalmMask();
     void paintContent(QPainter &painter);
 
     QImage m_content;
@@ -42,7 +56,9 @@ private:
     double m_opacity = 1;
     bool m_isOpaque = false;
     bool m_isComposited = true;
-    QPixmap m_glass; ///< the glass at full opacity, with its rounded corners
+    QList<CalmArea> m_calmAreas;
+    QImage m_calmMask; ///< how calm the glass is to be, in its alpha; null where it must be made anew
+    QPixmap m_glass;   ///< the glass as it is shown, with its rounded corners
     bool m_isGlassStale = true;
 };
 

@@ -189,7 +189,7 @@ void GlassErrorCard::paintEvent(QPaintEvent *)
         renderSurface();
     QPainter painter(this);
     painter.drawImage(0, 0, m_surface);
-    paintSymbol(painter, u"warning"_s, QRectF(m_symbolCorner, QSizeF(symbolSide, symbolSide)));
+    paintSymbol(painter, u"exclamationmark.triangle.fill"_s, QRectF(m_symbolCorner, QSizeF(symbolSide, symbolSide)));
 }
 
 void GlassErrorCard::renderSurface()

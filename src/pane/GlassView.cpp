@@ -20,6 +20,7 @@
 #include <QStyleHints>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -53,7 +54,7 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_neonBorderView(new NeonBorderView(services.settings, services.notificationCenter, this))
     , m_grip(new GripView(this))
     , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, this))
-    , m_hints(*this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); })
+    , m_hints(*this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); }, [this] { updateCalmAreas(); })
     , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
 {
     setFocusPolicy(Qt::ClickFocus);
@@ -134,6 +135,18 @@ void GlassView::addBelowCapsule(QWidget *view)
     view->show();
 }
 
+void GlassView::updateCalmAreas()
+{
+    QList<GlassBackdropView::CalmArea> areas;
+    for (const QRectF &frame : std::as_const(m_overlayFrames))
+        areas.append({.rect = frame});
+    if (m_hints.opacity() > 0)
+        areas.append({.rect = m_hints.textRect(), .strength = m_hints.opacity()});
+    if (m_inputPanel)
+        areas.append({.rect = m_inputPanel->geometry()});
+    m_visualEffect->setCalmAreas(areas);
+}
+
 void GlassView::showPristineHint()
 {
     const LocalizationManager &texts = m_services.texts;
@@ -197,6 +210,7 @@ void GlassView::showManualInput()
     m_inputPanel = manualInput.makePanel(this);
     m_inputPanel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
     addBelowCapsule(m_inputPanel);
+    updateCalmAreas();
     m_inputPanel->setFocus();
     if (!m_displayOptions.reduceMotion)
         fadeWidget(*m_inputPanel, 0, 1, inputPanelAppears, {});
@@ -208,6 +222,7 @@ void GlassView::hideManualInput()
         return;
     QWidget *panel = m_inputPanel;
     m_inputPanel.clear();
+    updateCalmAreas();
     if (panel->isAncestorOf(focusWidget()))
         setFocus(); // what is typed while it goes is no text any more
     if (m_displayOptions.reduceMotion)
@@ -226,6 +241,7 @@ void GlassView::setComposited(bool composited)
 {
     m_isComposited = composited;
     m_visualEffect->setComposited(composited);
+    m_capsule->setComposited(composited);
     updateCorners();
 }
 
@@ -307,6 +323,7 @@ void GlassView::resizeEvent(QResizeEvent *)
         m_errorCard->placeOn(size());
     if (m_inputPanel)
         m_inputPanel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
+    updateCalmAreas();
 }
 
 } // namespace lucentra

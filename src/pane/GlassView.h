@@ -119,6 +119,7 @@ private:
     void placeCapsule();
     void updateCorners();
     void addBelowCapsule(QWidget *view);
+    void updateCalmAreas();
     void showManualInput();
     void hideManualInput();
 
@@ -129,6 +130,7 @@ private:
     GripView *m_grip;
     ControlCapsuleView *m_capsule;
     QList<QPointer<QWidget>> m_overlayViews;
+    QList<QRectF> m_overlayFrames;
     QPointer<GlassErrorCard> m_errorCard;
     PaneHints m_hints;
     std::unique_ptr<OverlayTypesetter> m_typesetter; ///< of the target language; made at its first use

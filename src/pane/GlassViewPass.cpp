@@ -113,6 +113,8 @@ void GlassView::clearOverlays()
         }
     }
     m_overlayViews.clear();
+    m_overlayFrames.clear();
+    updateCalmAreas();
     m_errorCard.clear();
 }
 
@@ -155,6 +157,8 @@ void GlassView::addTranslationOverlay(const QString &text, double bottomLimit, c
     host->setGeometry(container->rect());
     addBelowCapsule(container);
     m_overlayViews.append(container);
+    m_overlayFrames.append(layout->frame.united(rect));
+    updateCalmAreas();
 }
 
 void GlassView::showTemporaryHint(const QString &text)

@@ -4,6 +4,9 @@
 
 #include <QFont>
 #include <QPainter>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
@@ -13,9 +16,19 @@ constexpr int fontPixels = 18;
 constexpr int sidePadding = 24;
 constexpr int verticalPadding = 12;
 constexpr int shadowRoom = 6;
+constexpr int leastFontPixels = 12;
+/// At the pane's upper edge, and as much at the lower one.
+constexpr int roomForButtons = 28;
 constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 
 const SoftShadow textShadow{.color = QColor::fromRgbF(0, 0, 0, 0.65F), .radius = 3, .offset = {0, 1}};
+
+/// Two lines instead of the last middle dot.
+QString onTwoLines(const QString &text)
+{
+    static const QRegularExpression lastDot(u" ?[・·] ?(?=[^・·]*$)"_s);
+    return QString(text).replace(lastDot, u"\n"_s);
+}
 
 } // namespace
 
@@ -38,6 +51,8 @@ void HintLabel::fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type e
     connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         m_opacity = value.toDouble();
         update();
+        if (onOpacityChanged)
+            onOpacityChanged();
     });
     connect(&m_fade, &QVariantAnimation::finished, this, &QObject::deleteLater);
     m_fade.start();
@@ -45,12 +60,13 @@ void HintLabel::fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type e
 
 void HintLabel::paintText(QPainter &painter)
 {
-    const QRect place = textRect();
+    const Setting shown = setting();
+    const QRect place = shown.rect.adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom);
     if (m_picture.size() != (QSizeF(place.size()) * devicePixelRatioF()).toSize()) {
         m_picture = textShadow.under(place.size(), devicePixelRatioF(), [&](QPainter &onPicture) {
-            onPicture.setFont(font());
+            onPicture.setFont(shown.font);
             onPicture.setPen(QColor::fromRgbF(1, 1, 1, 0.95F));
-            onPicture.drawText(QRect({}, place.size()), textFlags, text());
+            onPicture.drawText(shown.rect.translated(-place.topLeft()), textFlags, shown.text);
         });
     }
     painter.setOpacity(m_opacity);
@@ -59,10 +75,39 @@ void HintLabel::paintText(QPainter &painter)
 
 QRect HintLabel::textRect() const
 {
+    return setting().rect;
+}
+
+HintLabel::Setting HintLabel::setting() const
+{
+    QFont smaller = font();
+    for (int pixels = fontPixels;; --pixels) {
+        smaller.setPixelSize(pixels);
+        const Setting found = settingIn(smaller);
+        if (pixels == leastFontPixels || found.rect.height() <= height() - 2 * roomForButtons)
+            return found;
+    }
+}
+
+HintLabel::Setting HintLabel::settingIn(const QFont &font) const
+{
+    const QFontMetrics metrics(font);
     const QRect room = rect().adjusted(sidePadding, verticalPadding, -sidePadding, -verticalPadding);
-    return fontMetrics()
-        .boundingRect(room, textFlags, text())
-        .adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom);
+    const bool fitsOneLine = metrics.horizontalAdvance(text()) <= room.width();
+    const QString shown = fitsOneLine ? text() : onTwoLines(text());
+    // As narrow as the lines' number allows: lines of about the same length, and no lonely last word.
+    const auto heightAt = [&](int width) {
+        return metrics.boundingRect(0, 0, width, room.height(), textFlags, shown).height();
+    };
+    const int height = heightAt(room.width());
+    int tooNarrow = 0;
+    int width = room.width();
+    while (width - tooNarrow > 1) {
+        const int middle = (tooNarrow + width) / 2;
+        (heightAt(middle) > height ? tooNarrow : width) = middle;
+    }
+    const QRect narrow(room.x() + (room.width() - width) / 2, room.y(), width, room.height());
+    return {shown, font, metrics.boundingRect(narrow, textFlags, shown)};
 }
 
 } // namespace lucentra

@@ -3,14 +3,17 @@
 #include "PassThroughHostingView.h"
 
 #include <QEasingCurve>
+#include <QFont>
 #include <QImage>
 #include <QVariantAnimation>
 
 #include <chrono>
+#include <functional>
 
 namespace lucentra {
 
-/// A large white text with a soft shadow in the middle of the pane, over its whole area. Takes no clicks.
+/// A large white text with a soft shadow in the middle of the pane, over its whole area; smaller on a pane too small for
+/// it. Where one line isn't enough, what the last middle dot joins stands on lines of its own. Takes no clicks.
 class HintLabel : public PassThroughHostingView
 {
 public:
@@ -19,10 +22,23 @@ public:
     /// Fades to nothing, and is then deleted.
     void fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type easing);
     double opacity() const { return m_opacity; }
+    /// Called with each step of the fade; left out where it isn't set.
+    std::function<void()> onOpacityChanged;
+    /// Where the text stands.
+    QRect textRect() const;
 
 private:
+    /// What is drawn where.
+    struct Setting
+    {
+        QString text;
+        QFont font;
+        QRect rect;
+    };
+
     void paintText(QPainter &painter);
-    QRect textRect() const;
+    Setting setting() const;
+    Setting settingIn(const QFont &font) const;
 
     double m_opacity = 1;
     QImage m_picture; ///< the text with its shadow, for the current size and scale

@@ -1,7 +1,5 @@
 #include "OverlayFont.h"
 
-#include <QStringList>
-
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -38,11 +36,11 @@ bool begins(const QString &tag, QLatin1StringView prefix)
 
 } // namespace
 
-QFont overlayFont(const QString &targetLanguage)
+QStringList textFamilies(const QString &language)
 {
     QStringList families;
     for (const LanguageFamily &each : languageFamilies) {
-        if (begins(targetLanguage, each.prefix)) {
+        if (begins(language, each.prefix)) {
             families.append(each.family);
             break;
         }
@@ -51,8 +49,13 @@ QFont overlayFont(const QString &targetLanguage)
         if (!families.contains(family))
             families.append(family);
     }
+    return families;
+}
+
+QFont overlayFont(const QString &targetLanguage)
+{
     QFont font;
-    font.setFamilies(families);
+    font.setFamilies(textFamilies(targetLanguage));
     font.setStyleHint(QFont::SansSerif);
     font.setWeight(QFont::Bold);
     font.setPixelSize(overlayReferencePixels);

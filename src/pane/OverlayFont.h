@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 namespace lucentra {
 
@@ -9,6 +10,10 @@ namespace lucentra {
 /// works in half points; so every size in points is drawn as a scale of this one. At 128 pixels an em the fonts'
 /// 26.6 fixed-point metrics are exact to 1/8192 em.
 inline constexpr int overlayReferencePixels = 128;
+
+/// The families that texts in a language (a BCP 47 tag) are drawn with, the first choice first: that of its script, in
+/// the shapes of its region, then those for other scripts.
+QStringList textFamilies(const QString &language);
 
 /// The bold font of overlays for texts in a target language (a BCP 47 tag), at the reference size and unhinted. Its
 /// family covers the language's script, so that line heights fit it; behind it stand families for other scripts.

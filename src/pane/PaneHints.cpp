@@ -16,10 +16,12 @@ constexpr auto reducedFade = 120ms;
 
 } // namespace
 
-PaneHints::PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add)
+PaneHints::PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add,
+                     std::function<void()> changed)
     : m_pane(pane)
     , m_scheduler(scheduler)
     , m_add(std::move(add))
+    , m_changed(std::move(changed))
 {
 }
 
@@ -34,6 +36,7 @@ void PaneHints::show(const QString &text, bool temporary, std::chrono::milliseco
     m_timer.reset();
     delete m_label;
     m_label = new HintLabel(text, &m_pane);
+    m_label->onOpacityChanged = m_changed;
     layOut();
     m_add(m_label);
     if (!temporary)
@@ -52,6 +55,17 @@ void PaneHints::layOut()
 {
     if (m_label)
         m_label->setGeometry(m_pane.rect());
+    m_changed();
+}
+
+QRect PaneHints::textRect() const
+{
+    return m_label ? m_label->textRect() : QRect();
+}
+
+double PaneHints::opacity() const
+{
+    return m_label ? m_label->opacity() : 0;
 }
 
 void PaneHints::fade(std::chrono::milliseconds duration, QEasingCurve::Type easing)

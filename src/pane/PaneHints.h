@@ -4,6 +4,7 @@
 
 #include <QEasingCurve>
 #include <QPointer>
+#include <QRect>
 
 #include <functional>
 #include <memory>
@@ -21,8 +22,9 @@ class PaneHints
 public:
     static constexpr std::chrono::milliseconds temporaryTime{1500};
 
-    /// `add` puts a label on the pane, beneath the capsule, and shows it.
-    PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add);
+    /// `add` puts a label on the pane, beneath the capsule, and shows it; `changed` is told that the hint is another, or
+    /// less opaque.
+    PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add, std::function<void()> changed);
 
     /// A persistent hint; the pane counts as unused (again).
     void showStart(const QString &text);
@@ -30,6 +32,10 @@ public:
     void show(const QString &text, bool temporary, std::chrono::milliseconds time = temporaryTime);
     /// The pane is being used: the start hint fades. Nothing happens where that was known.
     void dismissStart();
+
+    /// Where the hint's text stands on the pane, and how opaque it is: 0 where there is none.
+    QRect textRect() const;
+    double opacity() const;
 
     bool isPristine() const { return m_isPristine; }
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }
@@ -42,6 +48,7 @@ private:
     QWidget &m_pane;
     Scheduler &m_scheduler;
     const std::function<void(QWidget *)> m_add;
+    const std::function<void()> m_changed;
     QPointer<HintLabel> m_label;
     std::unique_ptr<ScheduledTask> m_timer;
     bool m_isPristine = true;

@@ -7,7 +7,7 @@ class QPainter;
 
 namespace lucentra {
 
-/// Paints one of the program's own white symbols ("bolt", "clock", ...) into a square, sharp at any scale. Main thread
+/// Paints one of the program's own white symbols ("bolt.fill", "clock", ...) into a square, sharp at any scale. Main thread
 /// only.
 void paintSymbol(QPainter &painter, const QString &name, const QRectF &rect);
 

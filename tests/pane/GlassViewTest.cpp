@@ -20,21 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The one view of a class on another; none where there are none or several.
-template <typename View>
-View *only(QWidget *parent)
-{
-    View *found = nullptr;
-    for (QWidget *each : parent->findChildren<QWidget *>()) {
-        if (auto *view = dynamic_cast<View *>(each)) {
-            if (found)
-                return nullptr;
-            found = view;
-        }
-    }
-    return found;
-}
-
 QString hintText(PaneFixture &pane)
 {
     const auto *hint = only<HintLabel>(pane.view);

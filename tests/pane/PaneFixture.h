@@ -50,4 +50,19 @@ struct PaneFixture
     int passes = 0;
 };
 
+/// The one view of a class on another; none where there are none or several.
+template <typename View>
+View *only(QWidget *parent)
+{
+    View *found = nullptr;
+    for (QWidget *each : parent->findChildren<QWidget *>()) {
+        if (auto *view = dynamic_cast<View *>(each)) {
+            if (found)
+                return nullptr;
+            found = view;
+        }
+    }
+    return found;
+}
+
 } // namespace lucentra

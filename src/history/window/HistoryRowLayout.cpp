@@ -170,7 +170,7 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
         painter.setBrush(withAlpha(palette.color(QPalette::Text), 0.08));
         painter.drawRoundedRect(rect, 5, 5);
     }
-    QString symbol = isDone ? u"checkmark"_s : u"copy"_s;
+    QString symbol = isDone ? u"checkmark"_s : u"doc.on.doc"_s;
     QColor color = isDone ? green : palette.color(QPalette::Text);
     qreal size = symbolSize;
     if (button.action == RowAction::Star) {

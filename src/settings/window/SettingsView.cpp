@@ -24,7 +24,7 @@ SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWid
     setDocumentMode(true);
     setUsesScrollButtons(false); // the window is as wide as all its tabs
     setIconSize(QSize(20, 20));
-    addPage(new GeneralTab(m_form), u"一般"_s, u"gear"_s);
+    addPage(new GeneralTab(m_form), u"一般"_s, u"gearshape"_s);
     addPage(new TranslationTab(m_form, keys), u"翻譯"_s, u"book"_s);
     addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
     addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);

@@ -6,7 +6,7 @@
 
 namespace lucentra {
 
-/// One of the program's own line drawings ("gear", "book", ...) in the palette's text colours, sharp at any scale.
+/// One of the program's own line drawings ("gearshape", "book", ...) in the palette's text colours, sharp at any scale.
 /// Main thread only.
 QIcon tintedSymbol(const QString &name, const QPalette &palette);
 

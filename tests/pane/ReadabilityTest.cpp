@@ -1,0 +1,135 @@
+// Whether what stands on the pane can be read over what lies beneath, and stands where it belongs.
+
+#include "CapsuleTooltip.h"
+#include "ControlCapsuleView.h"
+#include "HintLabel.h"
+#include "PaneFixture.h"
+
+#include <QAbstractButton>
+#include <QPainter>
+#include <QTest>
+
+#include <algorithm>
+#include <utility>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QRect source(40, 120, 400, 24);
+
+/// A page with thick lines of "writing", on a screen without a compositor: the pane's picture is all that is seen.
+void layOver(PaneFixture &pane, const QColor &paper, const QColor &ink)
+{
+    QImage page(pane.view->size(), QImage::Format_RGB32);
+    page.fill(paper);
+    QPainter painter(&page);
+    for (int y = 60; y < 240; y += 30) {
+        for (int x = 40; x < 440; x += 11)
+            painter.fillRect(x, y + 4, 6, 16, ink);
+    }
+    painter.end();
+    pane.view->setComposited(false);
+    pane.view->setBackdropContent(page);
+    pane.view->dismissPristineHint();
+    QTRY_VERIFY(!only<HintLabel>(pane.view));
+}
+
+/// The greys from the least to the greatest.
+std::pair<int, int> greys(const QImage &picture, const QRect &area)
+{
+    int least = 255, greatest = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            least = std::min(least, qGray(picture.pixel(x, y)));
+            greatest = std::max(greatest, qGray(picture.pixel(x, y)));
+        }
+    }
+    return {least, greatest};
+}
+
+} // namespace
+
+class ReadabilityTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void noSourceShinesThroughBehindATranslation_data()
+    {
+        QTest::addColumn<QColor>("paper");
+        QTest::addColumn<QColor>("ink");
+        QTest::addColumn<double>("opacity");
+        QTest::newRow("black on white") << QColor(Qt::white) << QColor(Qt::black) << 0.75;
+        QTest::newRow("white on black") << QColor(Qt::black) << QColor(Qt::white) << 0.75;
+        QTest::newRow("black on white, very clear glass") << QColor(Qt::white) << QColor(Qt::black) << 0.2;
+    }
+    void noSourceShinesThroughBehindATranslation()
+    {
+        QFETCH(QColor, paper);
+        QFETCH(QColor, ink);
+        QFETCH(double, opacity);
+        PaneFixture pane;
+        pane.settings.write(settings::glassOpacity, opacity);
+        pane.notificationCenter.post(notifications::updateGlassOpacity);
+        layOver(pane, paper, ink);
+        const auto spread = [&](const QRect &area) {
+            const auto [least, greatest] = greys(pane.picture(), area);
+            return greatest - least;
+        };
+        const QRect behind = source.adjusted(200, 3, 0, -3); // where a short translation leaves the source uncovered
+        const int clear = spread(behind);
+        QVERIFY(clear > 40);
+        pane.view->addTranslationOverlay(u"短"_s, 280, source);
+        QVERIFY(spread(behind) < 12);
+        QVERIFY(greys(pane.picture(), behind).second < 110); // white text is seen on it
+        QVERIFY(spread(source.translated(0, 60)) > 40);      // elsewhere the glass is as clear as the user wants it
+        pane.view->clearOverlays();
+        QCOMPARE(spread(behind), clear);
+    }
+
+    void aHintFitsThePane_data()
+    {
+        QTest::addColumn<QSize>("pane");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("as it starts") << TransparentWindow::initialSize << u"Translates after moving or resizing · Double-click to translate"_s;
+        QTest::newRow("smallest pane") << TransparentWindow::smallestSize
+                                       << u"Translates after moving or resizing · Double-click to translate"_s;
+    }
+    void aHintFitsThePane()
+    {
+        QFETCH(QSize, pane);
+        QFETCH(QString, text);
+        PaneFixture fixture;
+        fixture.window.show();
+        fixture.window.resize(pane);
+        fixture.view->showHint(text, false);
+        const auto *hint = only<HintLabel>(fixture.view);
+        QVERIFY(hint);
+        const QRect buttons(0, 0, 75, 27);
+        QVERIFY(fixture.view->rect().adjusted(8, 8, -8, -8).contains(hint->textRect()));
+        QVERIFY(!hint->textRect().intersects(buttons));
+        QVERIFY2(std::abs(hint->textRect().center().x() - pane.width() / 2) <= 4, "in the middle");
+    }
+
+    void theTooltipStaysBeneathTheCapsule()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        pane.window.resize(TransparentWindow::smallestSize);
+        pane.view->setHovering(true);
+        pane.view->setProcessing(true); // the row is as wide as it gets
+        auto *capsule = only<ControlCapsuleView>(pane.view);
+        QVERIFY(capsule);
+        QEvent enter(QEvent::Enter);
+        QCoreApplication::sendEvent(capsule->findChildren<QAbstractButton *>().at(3), &enter);
+        pane.view->setProcessing(false);
+        const auto *tooltip = only<CapsuleTooltip>(pane.view);
+        QVERIFY(tooltip && !tooltip->text().isEmpty());
+        QCOMPARE(tooltip->geometry().right() - capsule->geometry().right(), 4); // its shadow
+    }
+};
+
+QTEST_MAIN(ReadabilityTest)
+#include "ReadabilityTest.moc"
