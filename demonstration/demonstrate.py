@@ -9,10 +9,8 @@ import pathlib
 import sys
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parents[1]
-sys.dont_write_bytecode = True
-sys.path.insert(0, str(ROOT / "tests" / "end-to-end"))
-from screen import Pane, Screen, eventually  # noqa: E402
+from stage import run_pass
+from screen import Screen
 
 WINDOW = (200, 160)
 PANE = (188, 124, 684, 420)
@@ -43,15 +41,6 @@ def demonstrate(screen: Screen, folder: pathlib.Path) -> None:
         if blocks.returncode != 0:
             raise RuntimeError(blocks.stderr)
         (folder / f"blocks-{code}.json").write_text(blocks.stdout, encoding="utf-8")
-
-
-def run_pass(screen: Screen, pane: Pane) -> None:
-    """A double click, and the time until the translations are drawn and the capsule has faded."""
-    pane.double_click()
-    # A tooltip is a label too; the window has a dozen texts.
-    if not eventually(lambda: len(screen.accessibility("labels").stdout.splitlines()) > 4, 30):
-        raise RuntimeError("no translation appeared on the pane")
-    screen.do("mousemove 1270 790 sleep 1.2")
 
 
 def main() -> None:

@@ -104,6 +104,19 @@ class Screen(Session):
         pane.place(x, y, width, height)
         return pane
 
+    def start_portal(self, *options: str):
+        """The desktop's portal, which asks for reduce-motion or reduce-transparency. What is returned asks for others."""
+        script = pathlib.Path(__file__).with_name("portal.py")
+        portal = self.start(["/usr/bin/python3", str(script), *options], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                            encoding="utf-8")
+        portal.stdout.readline()
+
+        def ask_for(*others: str) -> None:
+            portal.stdin.write(" ".join(others) + "\n")
+            portal.stdin.flush()
+            portal.stdout.readline()
+        return ask_for
+
     # What is seen
 
     def picture(self) -> Image.Image:
@@ -131,6 +144,10 @@ class Screen(Session):
 
     def double_click(self, x: int, y: int) -> None:
         self.do(f"mousemove {x} {y} sleep 0.05 click --repeat 2 --delay 80 1")
+
+    def type(self, text: str) -> None:
+        """Types a text of any characters."""
+        subprocess.run(["xdotool", "type", "--delay", "12", text], env=self.environment, check=True)
 
     def drag(self, start: tuple[int, int], end: tuple[int, int], hold: float = 0) -> None:
         """Presses, moves in twelve steps, holds, and lets go."""

@@ -1,0 +1,141 @@
+"""What the gallery lays the pane over: pages, a picture full of detail, small print; drawn at any scale. Each scene tells
+its texts with their translations, so that the gallery's engine can answer."""
+import dataclasses
+import math
+import random
+
+from PIL import Image, ImageDraw, ImageFilter, ImageFont
+
+NOTO = "/usr/share/fonts/truetype/noto/NotoSans-{}.ttf"
+CJK = "/usr/share/fonts/opentype/noto/NotoSansCJK-{}.ttc"
+SIZE = (1280, 800)
+
+
+@dataclasses.dataclass
+class Text:
+    """A line on a scene: where its top left is, in points, and how large it is."""
+    text: str
+    x: int
+    y: int
+    pixels: int
+    weight: str = "Regular"
+    ink: str = "ink"
+
+
+class Scene:
+    def __init__(self, scale: int, paper: str, ink: str):
+        self.scale = scale
+        self.colors = {"ink": ink, "paper": paper}
+        self.image = Image.new("RGB", (SIZE[0] * scale, SIZE[1] * scale), paper)
+        self.draw = ImageDraw.Draw(self.image)
+
+    def box(self, x: int, y: int, width: int, height: int, color: str, radius: int = 0) -> None:
+        corners = [side * self.scale for side in (x, y, x + width - 1, y + height - 1)]
+        self.draw.rounded_rectangle(corners, radius * self.scale, fill=color)
+
+    def write(self, line: Text) -> None:
+        path = CJK if any(ord(letter) > 0x2e80 for letter in line.text) else NOTO
+        font = ImageFont.truetype(path.format(line.weight), line.pixels * self.scale)
+        place = (line.x * self.scale, line.y * self.scale)
+        self.draw.text(place, line.text, font=font, fill=self.colors.get(line.ink, line.ink), anchor="la")
+
+    def paste(self, picture: Image.Image, x: int, y: int, radius: int) -> None:
+        mask = Image.new("L", picture.size)
+        ImageDraw.Draw(mask).rounded_rectangle((0, 0, picture.width - 1, picture.height - 1), radius * self.scale, 255)
+        self.image.paste(picture, (x * self.scale, y * self.scale), mask)
+
+
+def coast(width: int, height: int, detail: int = 1) -> Image.Image:
+    """An evening at the sea: a sky, the sun, hills and glittering water, with a camera's grain."""
+    chance = random.Random(7)
+    picture = Image.new("RGB", (width, height))
+    draw = ImageDraw.Draw(picture)
+    horizon = int(height * 0.58)
+    for y in range(height):
+        share = y / horizon if y < horizon else (y - horizon) / (height - horizon)
+        top, bottom = ((52, 74, 140), (250, 176, 120)) if y < horizon else ((214, 140, 118), (22, 46, 84))
+        draw.line((0, y, width, y), tuple(int(a + (b - a) * share) for a, b in zip(top, bottom)))
+    sun = height // 11
+    draw.ellipse((width * 0.66 - sun, horizon - 2.4 * sun, width * 0.66 + sun, horizon - 0.4 * sun), (255, 236, 190))
+    for layer, color in enumerate([(120, 96, 130), (74, 70, 108), (34, 44, 70)]):
+        points = [(x, horizon - height * (0.16 - 0.045 * layer) * (0.6 + 0.4 * math.sin(x / width * (5 + 4 * layer) + layer))
+                   - chance.random() * height * 0.008) for x in range(0, width + 1, max(2, width // 160))]
+        draw.polygon([(0, horizon + 2), *points, (width, horizon + 2)], color)
+    for _ in range(900 * detail):
+        y = horizon + (height - horizon) * chance.random() ** 1.4
+        x, length = chance.gauss(0.62, 0.26) * width, chance.random() * width / 28 + 2
+        shade = chance.choice([(255, 220, 170), (255, 190, 140), (120, 130, 170), (30, 50, 90)])
+        draw.line((x, y, x + length, y), shade, max(1, height // 500))
+    for _ in range(260 * detail):
+        x, y = chance.random() * width, height * (0.86 + 0.14 * chance.random())
+        draw.line((x, y, x + chance.gauss(0, 4), y - height * 0.05 * chance.random()),
+                  chance.choice([(18, 36, 30), (60, 92, 52), (150, 150, 70), (210, 90, 60)]), 2)
+    grain = Image.effect_noise((width, height), 26).convert("RGB")
+    return Image.blend(picture, grain, 0.07).filter(ImageFilter.SMOOTH)
+
+
+ARTICLE = [
+    Text("Lighthouses of the North", 300, 214, 30, "Bold"),
+    Text("How the lamps were kept burning through the winter", 300, 262, 17, "Regular", "dim"),
+    Text("The keeper climbed the tower at dusk.", 300, 310, 19),
+    Text("Every four hours the oil had to be filled up,", 300, 344, 19),
+    Text("and the lens was cleaned before sunrise.", 300, 378, 19),
+    Text("Read more", 316, 428, 16, "Bold", "#ffffff"),
+]
+
+
+def article(scale: int, dark: bool = False) -> Image.Image:
+    scene = Scene(scale, "#16181d", "#d9dce3") if dark else Scene(scale, "#ffffff", "#23262d")
+    scene.colors["dim"] = "#8d93a1" if dark else "#6a7180"
+    scene.box(0, 0, 1280, 64, "#22252d" if dark else "#f2f4f7")
+    scene.box(40, 20, 24, 24, "#e2604a", 12)
+    for x, word in ((84, "The Coastal Review"), (880, "Stories"), (970, "Archive"), (1066, "About us"), (1168, "Shop")):
+        scene.write(Text(word, x, 20, 17, "Bold" if x < 100 else "Regular"))
+    scene.paste(coast(340 * scale, 460 * scale), 860, 130, 14)
+    scene.write(Text("Photograph: the bay in October", 862, 602, 13, ink="dim"))
+    scene.box(300, 422, 106, 34, "#2f6fe4", 8)
+    for line in ARTICLE:
+        scene.write(line)
+    for row, width in enumerate((500, 470, 510, 300)):  # paragraphs too far away to matter
+        scene.box(300, 500 + 30 * row, width, 10, "#262a33" if dark else "#eceff3", 5)
+        scene.box(300, 660 + 30 * row, width - 40, 10, "#262a33" if dark else "#eceff3", 5)
+    return scene.image
+
+
+SIGNS = [Text("Harbour ferry", 330, 250, 34, "Bold", "#ffffff"), Text("Departs every twenty minutes", 330, 306, 22, "Regular", "#fff4d8"),
+         Text("Bicycles travel free of charge", 330, 346, 22, "Regular", "#20242c")]
+
+
+def photograph(scale: int) -> Image.Image:
+    scene = Scene(scale, "#000000", "#ffffff")
+    scene.image.paste(coast(SIZE[0] * scale, SIZE[1] * scale, 3))
+    for line in SIGNS:
+        scene.write(line)
+    return scene.image
+
+
+PALE = [Text("Almost white writing on white paper", 310, 250, 22, "Regular", "#c4c8ce"),
+        Text("must not shine through the translation", 310, 296, 22, "Regular", "#b4b9c2"),
+        Text("Black writing on white paper", 310, 342, 22, "Bold", "#000000")]
+
+
+def white_page(scale: int, lines: list[Text]) -> Image.Image:
+    scene = Scene(scale, "#ffffff", "#111111")
+    for line in lines:
+        scene.write(line)
+    return scene.image
+
+
+PRINT = [Text("Terms of use: the ticket is valid for one crossing only", 300, 240, 11),
+         Text("Luggage is carried at the owner's risk", 300, 264, 11),
+         Text("Children under six travel free with an adult", 300, 288, 11),
+         Text("Refunds are given up to one hour before departure", 300, 312, 11),
+         Text("Lost property is kept at the harbour office", 300, 336, 12),
+         Text("Please keep this receipt", 300, 360, 12)]
+
+MESSAGES = [Text("See you at the harbour tonight", 310, 240, 20), Text("The fish soup here is wonderful", 310, 284, 20),
+            Text("Call me when the ferry arrives", 310, 328, 20), Text("We have three tickets left", 310, 372, 20)]
+
+
+def dark_article(scale: int) -> Image.Image:
+    return article(scale, True)
