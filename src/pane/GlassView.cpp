@@ -35,6 +35,9 @@ constexpr int capsuleRight = 16;
 constexpr int leastCapsuleRight = 6;
 constexpr int leftOfCapsule = 70; ///< where the window's buttons end
 constexpr int inputPanelTop = 40;
+constexpr double calmAroundHint = 24;
+constexpr double calmStep = 4;
+constexpr double calmStepStrength = 0.4;
 constexpr auto inputPanelAppears = 250ms;
 constexpr auto inputPanelGoes = 200ms;
 
@@ -140,8 +143,12 @@ void GlassView::updateCalmAreas()
     QList<GlassBackdropView::CalmArea> areas;
     for (const QRectF &frame : std::as_const(m_overlayFrames))
         areas.append({.rect = frame});
-    if (m_hints.opacity() > 0)
-        areas.append({.rect = m_hints.textRect(), .strength = m_hints.opacity()});
+    if (m_hints.opacity() > 0) {
+        // Over lines of text that nobody has cut to its size, it ends in a long slope.
+        for (double reach = calmAroundHint; reach >= 0; reach -= calmStep)
+            areas.append({.rect = QRectF(m_hints.textRect()).adjusted(-reach, -reach, reach, reach),
+                          .strength = calmStepStrength * m_hints.opacity()});
+    }
     if (m_inputPanel)
         areas.append({.rect = m_inputPanel->geometry()});
     m_visualEffect->setCalmAreas(areas);

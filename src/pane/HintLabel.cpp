@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -19,6 +21,7 @@ constexpr int shadowRoom = 6;
 constexpr int leastFontPixels = 12;
 /// At the pane's upper edge, and as much at the lower one.
 constexpr int roomForButtons = 28;
+constexpr int capsuleBottom = 38;
 constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 
 const SoftShadow textShadow{.color = QColor::fromRgbF(0, 0, 0, 0.65F), .radius = 3, .offset = {0, 1}};
@@ -107,7 +110,10 @@ HintLabel::Setting HintLabel::settingIn(const QFont &font) const
         (heightAt(middle) > height ? tooNarrow : width) = middle;
     }
     const QRect narrow(room.x() + (room.width() - width) / 2, room.y(), width, room.height());
-    return {shown, font, metrics.boundingRect(narrow, textFlags, shown)};
+    const QRect centred = metrics.boundingRect(narrow, textFlags, shown);
+    // A low pane has no middle clear of the capsule.
+    const int down = std::max(0, std::min(capsuleBottom - centred.top(), room.bottom() - centred.bottom()));
+    return {shown, font, centred.translated(0, down)};
 }
 
 } // namespace lucentra
