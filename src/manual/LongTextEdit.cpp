@@ -1,8 +1,12 @@
 #include "LongTextEdit.h"
 
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
 #include <QTextBoundaryFinder>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <utility>
@@ -40,12 +44,15 @@ QString withPlainLineEnds(QString text)
 
 QString LongTextEdit::wholeText() const
 {
+    if (!m_hasPieces) // many lines are put together faster by the document itself
+        return document()->toRawText().replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
     return textBetween(0, document()->characterCount());
 }
 
 void LongTextEdit::setWholeText(const QString &text)
 {
     clear();
+    m_hasPieces = false;
     insertWhole(textCursor(), withPlainLineEnds(text));
     moveCursor(QTextCursor::Start);
 }
@@ -74,9 +81,23 @@ void LongTextEdit::insertWhole(QTextCursor cursor, const QString &text)
                 break;
             cursor.insertBlock();
             cursor.block().setUserState(goesOn);
+            m_hasPieces = true;
         }
     }
     cursor.endEditBlock();
+}
+
+void LongTextEdit::keyPressEvent(QKeyEvent *event)
+{
+    const bool isComposing = !textCursor().block().layout()->preeditAreaText().isEmpty();
+    if (event->key() != Qt::Key_Escape || !isComposing) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    // An input method that left the key to us loses what it composes, and the pane stays.
+    QGuiApplication::inputMethod()->reset();
+    QInputMethodEvent nothing;
+    QCoreApplication::sendEvent(this, &nothing);
 }
 
 QMimeData *LongTextEdit::createMimeDataFromSelection() const

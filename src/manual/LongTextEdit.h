@@ -22,12 +22,16 @@ public:
     void setWholeText(const QString &text);
 
 protected:
+    /// Escape ends what an input method is composing before it does anything else.
+    void keyPressEvent(QKeyEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
     QMimeData *createMimeDataFromSelection() const override;
 
 private:
     void insertWhole(QTextCursor cursor, const QString &text);
     QString textBetween(int start, int end) const;
+
+    bool m_hasPieces = false; ///< whether there may be lines in pieces
 };
 
 } // namespace lucentra
