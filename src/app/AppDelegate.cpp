@@ -270,7 +270,8 @@ bool AppDelegate::isPaneActive() const
 
 bool AppDelegate::isPaneKeyWindow() const
 {
-    return isPaneActive() && !QApplication::activePopupWidget(); // keys go to an open menu first
+    const bool isComposing = m_manualInputView && m_manualInputView->takesEscape();
+    return isPaneActive() && !QApplication::activePopupWidget() && !isComposing; // whose keys come first
 }
 
 void AppDelegate::refreshLocalizedTitles()

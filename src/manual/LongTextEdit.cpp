@@ -20,6 +20,9 @@ namespace {
 /// The state of a block that goes on with the line of the one before it.
 constexpr int goesOn = 1;
 
+/// Some input methods end what they compose at the Escape key and then pass it on.
+constexpr int sameKeyMilliseconds = 50;
+
 /// How much of a long line's rest makes a piece: up to a space, or else between two characters.
 qsizetype pieceLength(QStringView rest)
 {
@@ -89,15 +92,35 @@ void LongTextEdit::insertWhole(QTextCursor cursor, const QString &text)
 
 void LongTextEdit::keyPressEvent(QKeyEvent *event)
 {
-    const bool isComposing = !textCursor().block().layout()->preeditAreaText().isEmpty();
-    if (event->key() != Qt::Key_Escape || !isComposing) {
+    if (event->key() != Qt::Key_Escape || !takesEscape()) {
         QPlainTextEdit::keyPressEvent(event);
         return;
     }
     // An input method that left the key to us loses what it composes, and the pane stays.
-    QGuiApplication::inputMethod()->reset();
-    QInputMethodEvent nothing;
-    QCoreApplication::sendEvent(this, &nothing);
+    if (isComposing()) {
+        QGuiApplication::inputMethod()->reset();
+        QInputMethodEvent nothing;
+        QCoreApplication::sendEvent(this, &nothing);
+    }
+    m_composingEnded.invalidate();
+}
+
+void LongTextEdit::inputMethodEvent(QInputMethodEvent *event)
+{
+    const bool wasComposing = isComposing();
+    QPlainTextEdit::inputMethodEvent(event);
+    if (wasComposing && !isComposing())
+        m_composingEnded.start();
+}
+
+bool LongTextEdit::takesEscape() const
+{
+    return isComposing() || (m_composingEnded.isValid() && m_composingEnded.elapsed() < sameKeyMilliseconds);
+}
+
+bool LongTextEdit::isComposing() const
+{
+    return !textCursor().block().layout()->preeditAreaText().isEmpty();
 }
 
 QMimeData *LongTextEdit::createMimeDataFromSelection() const

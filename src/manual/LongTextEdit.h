@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPlainTextEdit>
 
 namespace lucentra {
@@ -21,16 +22,22 @@ public:
     QString wholeText() const;
     void setWholeText(const QString &text);
 
+    /// Whether an input method is composing, or has ended that with the key that is under way: then Escape is its own.
+    bool takesEscape() const;
+
 protected:
     /// Escape ends what an input method is composing before it does anything else.
     void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
     QMimeData *createMimeDataFromSelection() const override;
 
 private:
     void insertWhole(QTextCursor cursor, const QString &text);
     QString textBetween(int start, int end) const;
+    bool isComposing() const;
 
+    QElapsedTimer m_composingEnded; ///< invalid where nothing has been composed
     bool m_hasPieces = false; ///< whether there may be lines in pieces
 };
 

@@ -162,6 +162,11 @@ void ManualInputView::setReduceMotion(bool reduceMotion)
     render();
 }
 
+bool ManualInputView::takesEscape() const
+{
+    return m_editor->takesEscape();
+}
+
 QWidget *ManualInputView::makeSourceHeader()
 {
     m_sourceTitle = makeLabel(QFont::DemiBold, secondaryColor, this);

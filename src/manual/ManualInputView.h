@@ -22,6 +22,8 @@ public:
     ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization,
                     NotificationCenter &notificationCenter, bool reduceMotion, QWidget *parent = nullptr);
     void setReduceMotion(bool reduceMotion);
+    /// Whether Escape would end what an input method is composing.
+    bool takesEscape() const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

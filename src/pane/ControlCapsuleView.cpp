@@ -3,6 +3,7 @@
 #include "CapsuleButton.h"
 #include "CapsuleTooltip.h"
 #include "LocalizationManager.h"
+#include "MenuButtonAccessibility.h"
 #include "NotificationCenter.h"
 #include "ProgressIndicator.h"
 #include "Spring.h"
@@ -177,6 +178,7 @@ void ControlCapsuleView::makeMenu()
     m_menu->setWindowFlags(m_menu->windowFlags() | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
     m_menu->setAttribute(Qt::WA_TranslucentBackground, m_isComposited);
     m_menu->setStyleSheet(QString(menuStyle).arg(m_isComposited ? menuCornerRadius : 0));
+    showMenuInAccessibleTree(*m_language, m_menu);
     connect(m_menu, &QMenu::aboutToHide, this, &ControlCapsuleView::updateVisibility, Qt::QueuedConnection);
 }
 

@@ -1,5 +1,5 @@
 """What a screen reader sees of the program: its controls by name, and pressing them. Runs as a program of its own, since
-the accessibility library binds itself to one bus: accessibility.py texts | labels | contents | press NAME | tree"""
+the accessibility library binds itself to one bus: accessibility.py texts | labels | contents | focus | press NAME | tree"""
 import sys
 
 import pyatspi
@@ -37,7 +37,10 @@ if __name__ == "__main__":
     if sys.argv[1] == "press":
         sys.exit(0 if press(sys.argv[2]) else 1)
     for found in everything():
-        if sys.argv[1] == "tree":
+        if sys.argv[1] == "focus":
+            if found.getState().contains(pyatspi.STATE_FOCUSED):
+                print(found.name)
+        elif sys.argv[1] == "tree":
             print(found.getRoleName(), repr(found.name), repr(found.description))
         elif sys.argv[1] == "contents":
             if "EditableText" in pyatspi.listInterfaces(found) or found.getRoleName() == "text":

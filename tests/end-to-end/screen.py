@@ -126,6 +126,25 @@ class Screen(Session):
         """The names of all that the program shows, as a screen reader reads them."""
         return self.accessibility("texts").stdout.splitlines()
 
+    def focused(self) -> list[str]:
+        """The names of what has the keyboard's focus."""
+        return self.accessibility("focus").stdout.splitlines()
+
+    def cursor(self) -> tuple[int, int, bytes]:
+        """The pointer's picture: where in it the pointer is, and its pixels."""
+        class Image(ctypes.Structure):
+            _fields_ = [("x", ctypes.c_short), ("y", ctypes.c_short), ("width", ctypes.c_ushort),
+                        ("height", ctypes.c_ushort), ("hot_x", ctypes.c_ushort), ("hot_y", ctypes.c_ushort),
+                        ("serial", ctypes.c_ulong), ("pixels", ctypes.POINTER(ctypes.c_ulong))]
+        xlib, fixes = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXfixes.so.3")
+        xlib.XOpenDisplay.restype = ctypes.c_void_p
+        fixes.XFixesGetCursorImage.restype = ctypes.POINTER(Image)
+        display = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
+        image = fixes.XFixesGetCursorImage(display).contents
+        pixels = image.pixels[:image.width * image.height]
+        xlib.XCloseDisplay(display)
+        return image.hot_x, image.hot_y, b"".join(int(pixel).to_bytes(8, "little") for pixel in pixels)
+
     # What is done
 
     def press(self, name: str) -> None:

@@ -3,6 +3,7 @@
 import json
 import os
 import pathlib
+import time
 import unittest
 
 from chat_server import ChatServer
@@ -20,9 +21,16 @@ class TypedText(unittest.TestCase):
             context.__enter__()
             self.addCleanup(context.__exit__, None, None, None)
         self.screen.preferences = PREFERENCES | {"compatibleBaseURL": self.server.base_url}
-        self.screen.start_pane(300, 200)
+        self.start()
+
+    def start(self) -> None:
+        self.pane = self.screen.start_pane(300, 200)
         self.screen.press("Switch to Manual Input")
         self.contents("Text to translate", "")
+
+    def stop(self) -> None:
+        self.pane.process.terminate()
+        self.pane.process.wait()
 
     def contents(self, name: str, text: str) -> None:
         """Waits until the named field holds the text."""
@@ -59,6 +67,36 @@ class TypedText(unittest.TestCase):
 
         self.screen.do("key alt+Return")  # translates what is typed, not the screen
         self.assertEqual(self.sent(3)[2:], ["LIGHTHOUSE"])
+
+    def test_a_hint_says_why_nothing_was_translated(self):
+        self.stop()
+        self.screen.preferences = PREFERENCES | {"translationEngine": 0, "targetLanguageCode": "ja",
+                                                 "targetLanguageFollowsInterface": False}
+        self.start()
+        self.screen.type("the quiet keeper of an unknown tower")
+        hint = "No program on this computer has a translation of this text."
+        self.assertTrue(eventually(lambda: any(text.startswith(hint) for text in self.screen.texts()), 20),
+                        self.screen.texts())
+        self.assertTrue(eventually(lambda: not any(text.startswith(hint) for text in self.screen.texts()), 30), "it goes")
+
+    def test_what_an_input_method_composes(self):
+        self.stop()
+        self.screen.environment["QT_IM_MODULE"] = "ibus"
+        self.screen.quietly(["ibus-daemon", "--panel", "disable"])
+        self.screen.must(lambda: "hangul" in self.screen.output("ibus", "list-engine"), "the input method", 20)
+        self.start()
+        self.screen.must(lambda: self.screen.output("ibus", "engine", "hangul") == ""
+                         and self.screen.output("ibus", "engine") == "hangul", "its engine")
+        self.screen.do("key shift+space sleep 0.3 type --delay 80 gks")  # one syllable, which isn't done
+        time.sleep(1.5)
+        self.assertEqual(self.sent(0), [])
+        self.contents("Text to translate", "")
+        self.screen.do("key Escape")
+        self.contents("Text to translate", "한")
+        self.contents("Translation", "한")
+        self.assertEqual(self.sent(1), ["한"])
+        self.screen.do("key Escape")
+        self.assertTrue(eventually(lambda: not self.screen.texts()), "the second Escape hides the pane")
 
     def test_it_is_forgotten_with_the_mode(self):
         self.screen.do("type --delay 30 lamp")

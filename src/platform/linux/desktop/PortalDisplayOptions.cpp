@@ -35,6 +35,7 @@ PortalDisplayOptions::PortalDisplayOptions(const QDBusConnection &bus, QObject *
     : QObject(parent)
     , m_bus(bus)
 {
+    qRegisterMetaType<QDBusVariant>(); // or else the slot's type has no name yet, and isn't found
     m_bus.connect(portalService, portalPath, settingsInterface, u"SettingChanged"_s, this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto *watcher = new QDBusServiceWatcher(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);

@@ -120,6 +120,19 @@ private Q_SLOTS:
         QCOMPARE(options.options(), expected);
     }
 
+    void changedOnAPortalThatWasThereBefore()
+    {
+        QDBusConnection portalBus = QDBusConnection::connectToBus(m_address, u"portal"_s);
+        FakePortal portal(portalBus, {});
+        PortalDisplayOptions options(QDBusConnection::connectToBus(m_address, u"ours"_s));
+        QTest::qWait(60);
+        for (const bool reduced : {true, false}) {
+            Q_EMIT portal.SettingChanged(u"org.freedesktop.appearance"_s, u"reduced-motion"_s,
+                                         QDBusVariant(reduced ? 1U : 0U));
+            QTRY_COMPARE(options.options().reduceMotion, reduced);
+        }
+    }
+
     void portalThatStartsLater()
     {
         QDBusConnection portalBus = QDBusConnection::connectToBus(m_address, u"portal"_s);

@@ -1,0 +1,159 @@
+#!/usr/bin/env python3
+"""The pane's capsule and edges, as a user works them: by keyboard, by pointer, and by what a screen reader presses."""
+import os
+import pathlib
+import time
+import unittest
+
+import chat_server
+import sample_page
+from chat_server import ChatServer
+from screen import Screen, eventually
+
+PANE = (220, 170, 520, 300)
+CAPSULE = ["Translate Current Area", "Switch to Area Translation", "Switch to Manual Input", "Target language: English",
+           "Translation History", "Settings"]
+
+
+class OnThePane(unittest.TestCase):
+    def setUp(self):
+        self.server = ChatServer(translate=str.upper)
+        self.screen = Screen()
+        for context in (self.server, self.screen):
+            context.__enter__()
+            self.addCleanup(context.__exit__, None, None, None)
+        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, "compatibleModel": "m",
+                                   "targetLanguageCode": "en", "compatibleApiKey": "key",
+                                   "privacy.remoteTranslation.v1.engine.7": True}
+        page = self.screen.home / "page.png"
+        sample_page.render(page, ["", "The lighthouse keeper", "writes a letter"], dark=True, size="720x400")
+        self.screen.show_picture(page, 200, 160)
+        self.ask_for = self.screen.start_portal()
+        self.screen.do("mousemove 1270 790")
+        self.pane = self.screen.start_pane(*PANE)
+
+    def expect(self, claim, what: str) -> None:
+        self.assertTrue(eventually(claim), what)
+
+    def focus_is(self, name: str) -> None:
+        self.expect(lambda: name in self.screen.focused(), f"{name} has the focus, not {self.screen.focused()}")
+
+    def setting(self, key: str):
+        return self.screen.preferences.get(key)
+
+
+class Capsule(OnThePane):
+    def test_every_control_by_what_a_screen_reader_presses(self):
+        self.screen.press("Switch to Area Translation")
+        self.expect(lambda: self.setting("triggerMode") == 1, "the trigger mode")
+        self.screen.press("Switch to Automatic Recognition")
+        self.expect(lambda: self.setting("triggerMode") == 0, "the trigger mode")
+        self.screen.press("Translate Current Area")
+        self.expect(lambda: "THE LIGHTHOUSE KEEPER" in self.screen.texts(), "translations")
+        self.screen.press("Translate Again")
+        self.expect(lambda: len(self.server.requests) == 2, "another pass")
+        self.screen.press("Target language: English")
+        self.screen.press("Japanese")
+        self.expect(lambda: self.setting("targetLanguageCode") == "ja", "the target language")
+        self.assertIs(self.setting("targetLanguageFollowsInterface"), False)
+        self.screen.press("Switch to Manual Input")
+        self.expect(lambda: "Text to translate" in self.screen.texts(), "the panel for typed text")
+        self.screen.press("Back to Area Translation")
+        self.expect(lambda: "Text to translate" not in self.screen.texts(), "the panel has gone")
+        for name in ("Translation History", "Settings"):
+            self.screen.press(name)
+            self.expect(lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", name), f"the window: {name}")
+
+    def windows(self) -> list[str]:
+        return self.screen.output("xdotool", "search", "--onlyvisible", "--pid", str(self.pane.process.pid)).split()
+
+    def test_all_of_it_by_keyboard(self):
+        area = (PANE[0] + PANE[2] - 230, PANE[1] + 4, PANE[0] + PANE[2] - 14, PANE[1] + 38)
+        unseen = self.screen.picture().crop(area)
+        for name in CAPSULE:
+            self.screen.do("key Tab")
+            self.focus_is(name)
+        time.sleep(0.6)
+        on_settings = self.screen.picture().crop(area)
+        self.assertNotEqual(unseen.tobytes(), on_settings.tobytes(), "it appears while it has the focus")
+        self.screen.do("key Right")  # round to the first
+        self.focus_is(CAPSULE[0])
+        time.sleep(0.3)
+        rings = [max(picture.crop((180, 2, 214, 32)).convert("L").getdata()) for picture in
+                 (on_settings, self.screen.picture().crop(area))]
+        self.assertNotEqual(self.screen.picture().crop(area).crop((180, 2, 214, 32)).tobytes(),
+                            on_settings.crop((180, 2, 214, 32)).tobytes(), f"the focus is seen: {rings}")
+        self.screen.do("key Return")
+        self.expect(lambda: len(self.server.requests) == 1, "Return presses")
+        self.expect(lambda: "THE LIGHTHOUSE KEEPER" in self.screen.texts(), "translations")
+        self.screen.do("key Right key space")
+        self.expect(lambda: self.setting("triggerMode") == 1, "Space presses")
+        self.screen.do("key Right key Right")
+        self.focus_is(CAPSULE[3])
+        self.screen.do("key Return sleep 0.5 key Down key Down key Return")
+        self.expect(lambda: self.setting("targetLanguageCode") != "en", "the menu by keyboard")
+        self.screen.do("key Left key Return")
+        self.expect(lambda: "Text to translate" in self.screen.texts(), "the panel for typed text")
+
+    def test_an_open_menu_goes_first_and_then_the_pane(self):
+        self.screen.press("Target language: English")
+        self.expect(lambda: "Japanese" in self.screen.texts(), "the menu")
+        self.screen.do("key Escape")
+        self.expect(lambda: "Japanese" not in self.screen.texts(), "the menu has gone")
+        self.assertIn(self.pane.window, self.windows())
+        self.screen.do("key Escape")
+        self.expect(lambda: self.pane.window not in self.windows(), "the pane has gone")
+
+    def test_the_empty_area_beneath_it_takes_no_clicks(self):
+        for x in (PANE[2] - 290, PANE[2] - 150, PANE[2] - 30):
+            asked = len(self.server.requests)
+            self.screen.double_click(PANE[0] + x, PANE[1] + 50)
+            self.expect(lambda: len(self.server.requests) == asked + 1, f"a double click at {x} starts a pass")
+            time.sleep(1)
+
+    def test_reduced_motion_while_a_pass_runs(self):
+        self.server.queued = [chat_server.hang]
+        self.pane.double_click()
+        self.screen.do("mousemove 1270 790")
+        self.expect(lambda: len(self.server.requests) == 1, "a request")
+        time.sleep(1)
+
+        def pictures() -> int:
+            return len({self.pane.picture().tobytes() for _ in range(10) if not time.sleep(0.1)})
+        self.assertGreater(pictures(), 3, "the border pulses and the wheel turns")
+        self.ask_for("reduce-motion")
+        time.sleep(0.3)
+        self.assertEqual(pictures(), 1, "nothing moves")
+        self.ask_for()
+        time.sleep(0.3)
+        self.assertGreater(pictures(), 3, "it goes on")
+
+
+class Edges(OnThePane):
+    def test_resizing_by_every_edge_and_corner(self):
+        cursors = {}
+        for across in (-1, 0, 1):
+            for down in (-1, 0, 1):
+                if across == down == 0:
+                    continue
+                x, y, width, height = self.pane.frame
+                start = (x + (2, width // 2, width - 3)[across + 1], y + (2, height // 2, height - 3)[down + 1])
+                self.screen.do(f"mousemove {start[0]} {start[1]} sleep 0.2")
+                cursors[across, down] = self.screen.cursor()
+                self.screen.drag(start, (start[0] + 30 * across, start[1] + 30 * down))
+                expected = (x - 30 * (across < 0), y - 30 * (down < 0), width + 30 * abs(across), height + 30 * abs(down))
+                self.expect(lambda: max(abs(a - b) for a, b in zip(self.pane.frame, expected)) <= 3,
+                            f"{(across, down)}: {self.pane.frame}, not {expected}")
+        for one, other in (((-1, 0), (1, 0)), ((0, -1), (0, 1)), ((-1, -1), (1, 1)), ((-1, 1), (1, -1))):
+            self.assertEqual(cursors[one], cursors[other], "opposite edges have the same")
+        self.assertEqual(len({cursors[edge] for edge in ((1, 0), (0, 1), (1, 1), (1, -1))}), 4, "and others another")
+
+    def test_the_smallest_size(self):
+        x, y, width, height = self.pane.frame
+        self.screen.drag((x + width - 3, y + height - 3), (x + 20, y + 20))
+        self.expect(lambda: self.pane.frame == (x, y, 320, 100), f"{self.pane.frame}")
+
+
+if __name__ == "__main__":
+    os.chdir(pathlib.Path(__file__).parent)
+    unittest.main(verbosity=2)
