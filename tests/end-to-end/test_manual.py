@@ -72,6 +72,7 @@ class TypedText(unittest.TestCase):
         self.stop()
         self.screen.preferences = PREFERENCES | {"translationEngine": 0, "targetLanguageCode": "ja",
                                                  "targetLanguageFollowsInterface": False}
+        self.screen.lucentra("languages")  # waits until the phrases of the installed programs are known
         self.start()
         self.screen.type("the quiet keeper of an unknown tower")
         hint = "No program on this computer has a translation of this text."

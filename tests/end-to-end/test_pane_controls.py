@@ -140,7 +140,7 @@ class Edges(OnThePane):
                 start = (x + (2, width // 2, width - 3)[across + 1], y + (2, height // 2, height - 3)[down + 1])
                 self.screen.do(f"mousemove {start[0]} {start[1]} sleep 0.2")
                 cursors[across, down] = self.screen.cursor()
-                self.screen.drag(start, (start[0] + 30 * across, start[1] + 30 * down))
+                self.screen.drag(start, (start[0] + 30 * across, start[1] + 30 * down), hold=0.5)
                 expected = (x - 30 * (across < 0), y - 30 * (down < 0), width + 30 * abs(across), height + 30 * abs(down))
                 self.expect(lambda: max(abs(a - b) for a, b in zip(self.pane.frame, expected)) <= 3,
                             f"{(across, down)}: {self.pane.frame}, not {expected}")
