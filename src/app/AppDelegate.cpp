@@ -88,7 +88,7 @@ void AppDelegate::applicationWillTerminate()
 {
     m_hotkeys.unregisterHotkeys();
     qGuiApp->disconnect(this); // the window's end moves the focus once more
-    m_settingsShell.reset(); // which saves what was typed last
+    m_settingsShell.reset();   // which saves what was typed last
     m_historyWindow.reset();
     m_backdrop->stop();
     m_window->orderOut();
@@ -215,13 +215,14 @@ void AppDelegate::openSettings()
 {
     if (!m_settingsShell) {
         m_settingsShell = std::make_unique<SettingsShell>(
-            SettingsShell::Program{.services = m_services,
-                                   .scheduler = m_scheduler,
-                                   .hotkeys = m_hotkeys,
-                                   .menu = m_mainMenu,
-                                   .registerHotkeys = [this] { registerHotkeys(); },
-                                   .applyDockPresence = [this](bool on) { applyDockPresence(*m_window, on); },
-                                   .paneFrame = [this] { return m_window->isShown() ? m_window->geometry() : QRect(); }},
+            SettingsShell::Program{
+                .services = m_services,
+                .scheduler = m_scheduler,
+                .hotkeys = m_hotkeys,
+                .menu = m_mainMenu,
+                .registerHotkeys = [this] { registerHotkeys(); },
+                .applyDockPresence = [this](bool on) { applyDockPresence(*m_window, on); },
+                .paneFrame = [this] { return m_window->isShown() ? m_window->geometry() : QRect(); }},
             m_diagnostics);
     }
     SettingsWindowController &controller = m_settingsShell->controller();
@@ -310,6 +311,13 @@ void AppDelegate::tellOfMissingTray()
         QDBusConnection::sessionBus(), u"Lucentra｜澄鏡通"_s,
         m_services.texts().formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s,
                                      m_services.settings().read(settings::hotkeyString)));
+}
+
+void AppDelegate::completeStoring()
+{
+    m_history.blockSignals(true);
+    m_history.finish();
+    m_services.settings().flush();
 }
 
 void AppDelegate::toggleWindow()

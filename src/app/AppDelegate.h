@@ -39,6 +39,8 @@ public:
     void applicationDidFinishLaunching(PaneAtStart paneAtStart);
     /// Ends what is under way and completes what is to be stored. Called once, before the program ends.
     void applicationWillTerminate();
+    /// Brings what is to be stored to the disk, and tells nobody of it: the windows may be no more.
+    void completeStoring();
 
     /// Hides the shown pane; shows a hidden or minimized one.
     void toggleWindow();

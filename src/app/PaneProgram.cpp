@@ -9,8 +9,10 @@
 #include "Version.h"
 
 #include <QApplication>
+#include <QThread>
 
 #include <cstdio>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -60,6 +62,32 @@ int showRunningProgram(PaneAtStart paneAtStart)
     return int(ExitCode::Failed);
 }
 
+/// Where the display goes away, the toolkit says so and then ends the process from within, past `main`, while other
+/// threads still run. What is to be stored is completed in between, and nothing else is taken down.
+class DisplayLoss
+{
+public:
+    explicit DisplayLoss(AppDelegate &delegate)
+    {
+        current = &delegate;
+        previous =
+            qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
+                previous(type, context, message);
+                if (!message.startsWith(u"The X11 connection broke") || QThread::currentThread() != qApp->thread())
+                    return;
+                current->completeStoring();
+                std::_Exit(int(ExitCode::Failed));
+            });
+    }
+    ~DisplayLoss() { qInstallMessageHandler(previous); }
+    DisplayLoss(const DisplayLoss &) = delete;
+    DisplayLoss &operator=(const DisplayLoss &) = delete;
+
+private:
+    static inline AppDelegate *current = nullptr;
+    static inline QtMessageHandler previous = nullptr;
+};
+
 } // namespace
 
 int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
@@ -82,6 +110,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
         return showRunningProgram(paneAtStart);
     migrateFormerVersion();
     AppDelegate delegate(&printDiagnostic);
+    const DisplayLoss displayLoss(delegate);
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
     delegate.applicationDidFinishLaunching(paneAtStart);
     const int code = QApplication::exec();

@@ -120,6 +120,16 @@ class HistoryWindow(unittest.TestCase):
         self.screen.press("Undo")
         self.assertTrue(eventually(lambda: len(self.stored()) == 5))
 
+    def test_the_display_goes_away(self):
+        self.store([entry(name, f"{name} x", 1000 - i) for i, name in enumerate(["alpha", "beta", "gamma"])])
+        pane = self.screen.start_pane(40, 40)
+        self.open_window()
+        self.screen.do(f"windowfocus --sync {self.window} key Home key Delete")
+        self.shown("1 entry deleted")
+        next(process for process in self.screen.processes if process.args[0] == "Xvfb").kill()
+        self.assertEqual(pane.process.wait(20), 2, "it ended in order")
+        self.assertEqual(self.stored(), ["beta", "gamma"])
+
     def test_by_keys_alone(self):
         self.store([entry(name, f"{name} x", 1000 - i) for i, name in enumerate(["alpha", "beta", "gamma"])])
         self.screen.start_pane(40, 40)
