@@ -297,11 +297,15 @@ void GlassView::mouseDoubleClickEvent(QMouseEvent *event)
 void GlassView::mouseMoveEvent(QMouseEvent *event)
 {
     TransparentWindow *window = paneWindow();
-    if (!window || !(event->buttons() & Qt::LeftButton))
-        return;
-    if (const auto start = m_clicks.move(event->globalPosition()))
-        window->beginMove(start->toPoint(), event->globalPosition().toPoint());
-    window->continueDrag(event->globalPosition().toPoint());
+    if (window && event->buttons() & Qt::LeftButton)
+        dragTo(event->globalPosition(), *window);
+}
+
+void GlassView::dragTo(QPointF pointer, TransparentWindow &window)
+{
+    if (const auto start = m_clicks.move(pointer))
+        window.beginMove(start->toPoint(), pointer.toPoint());
+    window.continueDrag(pointer.toPoint());
 }
 
 void GlassView::mouseReleaseEvent(QMouseEvent *event)
@@ -311,6 +315,7 @@ void GlassView::mouseReleaseEvent(QMouseEvent *event)
         QWidget::mouseReleaseEvent(event);
         return;
     }
+    dragTo(event->globalPosition(), *window); // of a quick drag this may be the first that is heard
     window->endDrag();
     const auto click = m_clicks.release(event->globalPosition(), window->pos());
     if (m_isInputMode || click != (isDoubleClickGesture() ? 2 : 1))

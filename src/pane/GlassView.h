@@ -113,6 +113,7 @@ private:
     void setupControlCapsule();
     void observeNotifications();
     TransparentWindow *paneWindow() const;
+    void dragTo(QPointF pointer, TransparentWindow &window);
     bool isDoubleClickGesture() const;
     void applyGlassMaterial();
     void updateCapsuleState();

@@ -241,11 +241,12 @@ class WithACompositor(OnAScreen, unittest.TestCase):
         for scale, pixels, place in (("1", 18, (100, 170, 480, 300)), ("1.25", 22, (620, 170, 640, 400)),
                                      ("2", 29, (610, 170, 660, 520))):
             with self.subTest(scale=scale):
-                page = (place[0] - 20, place[1] - 10)
+                page = (place[0] + 10, place[1] - 10)
                 sample_page.render(self.page, ["", *LINES], dark=True, size="680x540", pixels=pixels)
                 window = self.screen.show_picture(self.page, *page)
                 self.screen.environment["QT_SCALE_FACTOR"] = scale
                 pane = self.screen.start_pane(*place)
+                del self.screen.environment["QT_SCALE_FACTOR"]  # the page is in pixels
                 self.overlays_lie_over_their_lines(pane, page, float(scale))
                 for process in (pane.process, window):
                     process.terminate()
