@@ -165,12 +165,11 @@ void AppDelegate::wireManualInput()
     };
     m_manualInput.onNote = [this](const QString &note) { m_glassView->showTemporaryHint(note); };
     m_glassView->manualInput = {
-        .makePanel =
-            [this](QWidget *parent) -> QWidget * {
-                m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
-                                                        m_desktop.displayOptions.options().reduceMotion, parent);
-                return m_manualInputView;
-            },
+        .makePanel = [this](QWidget *parent) -> QWidget * {
+            m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
+                                                    m_desktop.displayOptions.options().reduceMotion, parent);
+            return m_manualInputView;
+        },
         .submit = [this] { m_manualInput.translateNow(); },
         .copy = [this] { m_manualInput.copyResult(); },
         .reset = [this] { m_manualInput.reset(); },
@@ -208,7 +207,20 @@ void AppDelegate::fillActions()
     m_glassView->onSettingsTapped = m_actions.openSettings;
     m_actions.openHistory = [this] { historyWindow().showWindow(); };
     m_glassView->onHistoryTapped = m_actions.openHistory;
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] { m_autoHide.focusChanged(); });
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focus) {
+        m_autoHide.focusChanged();
+        keepAbovePane(focus);
+    });
+}
+
+void AppDelegate::keepAbovePane(const QWindow *used)
+{
+    // The pane is above all windows, and may cover the whole screen: what the user works with must not lie beneath it.
+    for (const QWindow *window : QGuiApplication::topLevelWindows()) {
+        const bool isMember = window->type() == Qt::Window || window->type() == Qt::Dialog;
+        if (isMember && window->isExposed() && window != m_window->windowHandle())
+            m_desktop.windowHints.setAbove(*window, used && (window == used || window == used->transientParent()));
+    }
 }
 
 void AppDelegate::openSettings()

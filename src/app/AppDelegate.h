@@ -53,6 +53,7 @@ private:
     void wireManualInput();
     void wireBackdrop();
     void fillActions();
+    void keepAbovePane(const QWindow *used);
     void openSettings();
     HistoryWindowController &historyWindow();
     void wireHotkeys();
@@ -74,7 +75,7 @@ private:
     HotkeyManager m_hotkeys;
     ManualInputViewModel m_manualInput;
     std::unique_ptr<TransparentWindow> m_window;
-    GlassView *m_glassView = nullptr; ///< belongs to the window
+    GlassView *m_glassView = nullptr;            ///< belongs to the window
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     std::unique_ptr<TranslationPass> m_pass;
     std::unique_ptr<BackdropRenewal> m_backdrop;
@@ -82,7 +83,7 @@ private:
     MainMenu m_mainMenu;
     StatusItem m_statusItem;
     AutoHide m_autoHide;
-    std::unique_ptr<SettingsShell> m_settingsShell; ///< made when it is first opened
+    std::unique_ptr<SettingsShell> m_settingsShell;           ///< made when it is first opened
     std::unique_ptr<HistoryWindowController> m_historyWindow; ///< made when it is first needed
     bool m_hasToldOfMissingTray = false;
 };

@@ -96,8 +96,9 @@ bool X11ChangeMonitor::isOurs(xcb_window_t window)
     if (!tree)
         return true; // gone already
     const xcb_window_t *children = xcb_query_tree_children(tree.get());
-    return std::any_of(children, children + tree->children_len,
-                       [this](xcb_window_t child) { return m_ours.contains(child); });
+    return std::any_of(children, children + tree->children_len, [this, window](xcb_window_t child) {
+        return m_ours.contains(child) && x11FillsHalf(m_connection.get(), child, window); // no bar with an icon of ours
+    });
 }
 
 void X11ChangeMonitor::addWindow(xcb_window_t window)

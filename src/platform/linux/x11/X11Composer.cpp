@@ -89,7 +89,9 @@ void X11Composer::paintBackground(xcb_render_picture_t target, const QRect &area
     const auto cookie = xcb_get_property(c, false, m_screen->root, m_rootPixmap, XCB_ATOM_PIXMAP, 0, 1);
     X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
     const auto pixmaps = x11PropertyValues(reply.get());
-    if (pixmaps.empty()) {
+    const auto size = pixmaps.empty() ? xcb_get_geometry_cookie_t{} : xcb_get_geometry(c, pixmaps.front());
+    // The property may outlive the picture that it names.
+    if (pixmaps.empty() || !X11Reply<xcb_get_geometry_reply_t>(xcb_get_geometry_reply(c, size, nullptr))) {
         paintPlainBackground(target, area);
         return;
     }

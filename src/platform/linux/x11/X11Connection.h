@@ -43,4 +43,14 @@ inline std::vector<uint32_t> x11PropertyValues(const xcb_get_property_reply_t *r
     return {values, values + reply->value_len};
 }
 
+/// Whether a window takes up at least half of another one's width and height. False where either is gone.
+inline bool x11FillsHalf(xcb_connection_t *connection, xcb_window_t window, xcb_window_t outer)
+{
+    const auto windowCookie = xcb_get_geometry(connection, window);
+    const auto outerCookie = xcb_get_geometry(connection, outer);
+    const X11Reply<xcb_get_geometry_reply_t> inside(xcb_get_geometry_reply(connection, windowCookie, nullptr));
+    const X11Reply<xcb_get_geometry_reply_t> outside(xcb_get_geometry_reply(connection, outerCookie, nullptr));
+    return inside && outside && 2 * inside->width >= outside->width && 2 * inside->height >= outside->height;
+}
+
 } // namespace lucentra

@@ -146,6 +146,15 @@ bool X11PaneWindowHints::hasInputFocus(const QWindow &window) const
     return focus && focus->focus == xcb_window_t(window.winId());
 }
 
+void X11PaneWindowHints::setAbove(const QWindow &window, bool isAbove)
+{
+    if (!m_root)
+        return;
+    tellWindowManager(xcb_window_t(window.winId()), atom("_NET_WM_STATE"),
+                      {isAbove ? addState : removeState, atom("_NET_WM_STATE_ABOVE"), 0, sourceIsApplication});
+    xcb_flush(m_connection.get());
+}
+
 void X11PaneWindowHints::activate(const QWindow &window)
 {
     if (!m_root)

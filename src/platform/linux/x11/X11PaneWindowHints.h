@@ -30,6 +30,8 @@ public:
     /// Whether keys go to the window. Unlike what the toolkit tells, that doesn't change while somebody has grabbed the
     /// keyboard for a moment.
     bool hasInputFocus(const QWindow &window) const;
+    /// Keeps a mapped window above others, as the pane is, or no longer.
+    void setAbove(const QWindow &window, bool isAbove);
     /// Gives a mapped window the keys, as a task bar would: at the user's own wish. The toolkit's way is refused by
     /// window managers that guard the focus, since it tells the time of the last key that the toolkit saw, and the
     /// hotkey isn't among those.

@@ -66,7 +66,8 @@ QList<X11WindowPlace> X11Windows::viewable() const
         X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(c, pending[i].geometry, nullptr));
         X11Reply<xcb_translate_coordinates_reply_t> position(
             xcb_translate_coordinates_reply(c, pending[i].position, nullptr));
-        if (attributes && geometry && position && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
+        if (attributes && geometry && position && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+            attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT)
             places.append(
                 {windows[qsizetype(i)], QRect(position->dst_x, position->dst_y, geometry->width, geometry->height)});
     }
@@ -104,8 +105,10 @@ QList<xcb_window_t> X11Windows::ourTopLevels(const QList<xcb_window_t> &children
         const xcb_window_t child = children[qsizetype(i)];
         const xcb_window_t *inner = reply ? xcb_query_tree_children(reply.get()) : nullptr;
         const int count = reply ? reply->children_len : 0;
-        if (m_ours.contains(child) ||
-            std::any_of(inner, inner + count, [&](xcb_window_t window) { return m_ours.contains(window); }))
+        if (m_ours.contains(child) || std::any_of(inner, inner + count, [&](xcb_window_t window) {
+                // A frame, not a bar that has taken in an icon of ours.
+                return m_ours.contains(window) && x11FillsHalf(c, window, child);
+            }))
             ours.append(child);
     }
     return ours;

@@ -62,6 +62,22 @@ public:
         sync();
     }
 
+    /// Leaves the name of a desktop's picture behind that is gone by now.
+    void forgetDesktopPicture()
+    {
+        const xcb_atom_t property = x11Atom(m_connection.get(), "_XROOTPMAP_ID");
+        const quint32 gone = xcb_generate_id(m_connection.get());
+        xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_screen->root, property, XCB_ATOM_PIXMAP, 32, 1,
+                            &gone);
+        sync();
+    }
+
+    void putInto(xcb_window_t window, xcb_window_t outer)
+    {
+        xcb_reparent_window(m_connection.get(), window, outer, 2, 2);
+        sync();
+    }
+
     void shape(xcb_window_t window, const xcb_rectangle_t &kept)
     {
         xcb_shape_rectangles(m_connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, 0, window, 0, 0, 1, &kept);

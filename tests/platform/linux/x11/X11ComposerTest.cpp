@@ -26,6 +26,7 @@ private Q_SLOTS:
     void initTestCase();
     void foreignWindowsAreComposedInTheirOrder();
     void ourWindowsAreNeverInTheImage();
+    void whoseAWindowIsThatHoldsOneOfOurs();
     void neitherAreTheyOverTheBareRoot();
     void shapesAndTranslucencyAreKept();
     void windowsThatVanishCostOnlyTheirPixels();
@@ -81,11 +82,28 @@ void X11ComposerTest::ourWindowsAreNeverInTheImage()
     QVERIFY(found);
 }
 
+void X11ComposerTest::whoseAWindowIsThatHoldsOneOfOurs()
+{
+    TestClient us;
+    TestClient other;
+    X11Composer composer(us.range());
+    composer.setRedirecting(true);
+    other.addWindow({0, 0, 600, 400}, red);
+    const xcb_window_t frame = other.addWindow({50, 50, 300, 200}, green);
+    us.putInto(us.addWindow({0, 0, 280, 180}, blue), frame); // as window managers do
+    const xcb_window_t bar = other.addWindow({0, 300, 600, 30}, green);
+    us.putInto(us.addWindow({0, 0, 24, 24}, blue), bar); // our icon among others
+    const QImage image = composer.compose({0, 0, 600, 400});
+    QCOMPARE(image.pixel(200, 100), red);
+    QCOMPARE(image.pixel(300, 315), green);
+}
+
 void X11ComposerTest::neitherAreTheyOverTheBareRoot()
 {
     TestClient us;
     TestClient other;
     other.paintRoot(green);
+    other.forgetDesktopPicture();
     X11Composer composer(us.range());
     composer.setRedirecting(true);
     us.addWindow({50, 50, 480, 280}, blue);
