@@ -188,6 +188,8 @@ class EnginesAndKeys(SettingsWindow):
         self.server.queued = [chat_server.hang]
         self.screen.press("Test Connection")
         self.assertTrue(eventually(lambda: len(self.server.requests) > asked + 1))
+        self.expect_text("Testing the connection…")
+        self.expect_test_possible(False)
         self.screen.do("key ctrl+w")
         self.assertTrue(eventually(lambda: not self.windows()))
         self.open()
@@ -286,6 +288,10 @@ class TheRest(SettingsWindow):
     def test_what_is_changed_elsewhere_is_shown_at_once(self):
         self.open("Translation")
         self.expect_text("You use the built-in engine")
+        self.screen.press("Target language: Traditional Chinese")  # the pane's
+        self.screen.do("sleep 0.5 key Down key Down key Return")
+        self.expect_stored("targetLanguageCode", "zh-Hans")
+        self.expect_text("Simplified Chinese")
         changed = self.screen.home / "changed.json"  # replaces the file as a whole, as another process of the program
         changed.write_text(json.dumps(self.screen.preferences | {"translationEngine": 4}), encoding="utf-8")
         changed.replace(self.screen.preferences_path)
