@@ -206,7 +206,7 @@ void HistoryFileTest::killedAtAnyMoment()
     QVERIFY(writeHistoryFile(path, versions[0]));
     const QList<QByteArray> contents{encodeHistory(versions[0]), encodeHistory(versions[1])};
     QList<int> seen{0, 0};
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 300; ++round) {
         int begun[2];
         QVERIFY(pipe(begun) == 0);
         const pid_t writer = fork();
