@@ -18,7 +18,7 @@ import chat_server
 from chat_server import ChatServer
 from screen import Screen, eventually
 
-PANE = (270, 190, 520, 300)
+PANE = (272, 192, 520, 300)
 TRANSLATIONS = json.loads((pathlib.Path(__file__).parent / "translations.json").read_text(encoding="utf-8"))
 LANGUAGES = ("en", "zh-Hant", "zh-Hans", "ja", "ko")
 TYPED = "The lamp must not go out."
@@ -49,7 +49,7 @@ class Stage(contextlib.ExitStack):
                preferences=None, portal=()) -> None:
         self.scale, self.place = scale, pane
         self.server = self.enter_context(ChatServer(translate=lambda text: translation(text, target)))
-        size = "x".join(str(side * scale) for side in scenes.SIZE)
+        size = "x".join(str(int(side * scale)) for side in scenes.SIZE)
         self.screen = self.enter_context(Screen(size=size, keyring=False, language=language, composited=composited))
         self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url,
                                    "compatibleModel": "m", "compatibleApiKey": "key",
@@ -63,15 +63,15 @@ class Stage(contextlib.ExitStack):
         self.screen.show_picture(page, 0, 0)
         if scale != 1:
             self.screen.environment["QT_SCALE_FACTOR"] = str(scale)
-        self.pane = self.screen.start_pane(*(side * scale for side in pane))
+        self.pane = self.screen.start_pane(*(int(side * scale) for side in pane))
         time.sleep(1.2)  # until the glass shows what lies beneath
 
     def point_at(self, x: int, y: int, click: bool = False) -> None:
-        self.screen.do(f"mousemove {x * self.scale} {y * self.scale} sleep 0.1", "click 1" if click else "")
+        self.screen.do(f"mousemove {int(x * self.scale)} {int(y * self.scale)} sleep 0.1", "click 1" if click else "")
         time.sleep(0.8)
 
     def point_away(self) -> None:
-        self.screen.do("mousemove 1 {}".format(scenes.SIZE[1] * self.scale - 2))
+        self.screen.do("mousemove 1 {}".format(int(scenes.SIZE[1] * self.scale) - 2))
         time.sleep(0.8)
 
     def point_at_button(self, from_right: int, click: bool = False) -> None:
@@ -89,10 +89,14 @@ class Stage(contextlib.ExitStack):
         self.screen.must(lambda: len(self.server.requests) > asked, "a request")
         time.sleep(0.8)
 
-    def picture(self, margin: int = 30) -> Image.Image:
+    def picture(self, margin: int = 32) -> Image.Image:
         x, y, width, height = self.place
-        area = (x - margin, y - margin, x + width + margin, y + height + margin)
-        return self.screen.picture().crop([side * self.scale for side in area])
+        return self.part(x - margin, y - margin, width + 2 * margin, height + 2 * margin)
+
+    def part(self, x: int, y: int, width: int, height: int) -> Image.Image:
+        """A part of the screen, in points."""
+        area = (x, y, x + width, y + height)
+        return self.screen.picture().crop([int(side * self.scale) for side in area])
 
     def shoot(self, name: str) -> None:
         save(self.picture(), self.folder, name)
@@ -140,6 +144,7 @@ def states(folder: pathlib.Path, name: str, **options) -> None:
 
 def input_mode(stage: Stage, name: str) -> None:
     stage.point_at_button(KEYS, click=True)
+    stage.shoot(f"{name}-input-hint")
     stage.point_away()
     time.sleep(2)  # the hint goes
     stage.shoot(f"{name}-input-empty")
@@ -172,7 +177,6 @@ def in_five_languages(folder: pathlib.Path) -> None:
             time.sleep(1)
             pictures.append(stage.picture())
             stage.point_at_button(KEYS, click=True)
-            stage.point_at_button(HISTORY)
             pictures.append(stage.picture())
             time.sleep(2)
             stage.screen.type(TYPED)
@@ -186,11 +190,27 @@ def borders(folder: pathlib.Path) -> None:
     pictures = []
     for color in ("white", "blue", "pink", "none"):
         for dark in (False, True):
-            with Stage(folder, content=lambda scale, dark=dark: scenes.article(scale, dark), pane=(270, 190, 400, 180),
+            with Stage(folder, content=lambda scale, dark=dark: scenes.article(scale, dark), pane=(272, 192, 400, 180),
                        preferences={"neonBorderColor": color}) as stage:
                 stage.translate(3)
                 pictures.append(stage.picture())
     save(sheet(pictures, 2), folder, "border-colours")
+
+
+def scales(folder: pathlib.Path) -> None:
+    """The capsule, its tooltip and a corner, at the scales of common screens; each as large as it is there."""
+    rows = []
+    for scale in (1, 1.25, 2, 3):
+        with Stage(folder, scale=scale) as stage:
+            x, y, width, _ = stage.place
+            stage.screen.press("Switch to Area Translation")  # which has a symbol of its own
+            stage.point_at_button(KEYS)
+            time.sleep(2)
+            rows.append(stage.part(x + width - 300, y - 16, 316, 90))
+    whole = Image.new("RGB", (rows[-1].width, sum(row.height for row in rows)), "#808080")
+    for place, row in enumerate(rows):
+        whole.paste(row, (0, sum(each.height for each in rows[:place])))
+    save(whole, folder, "scales")
 
 
 def display_options(folder: pathlib.Path) -> None:
@@ -221,7 +241,7 @@ def contents(folder: pathlib.Path) -> None:
 
 
 def sizes(folder: pathlib.Path) -> None:
-    with Stage(folder, pane=(270, 190, 320, 100)) as stage:
+    with Stage(folder, pane=(272, 192, 320, 100)) as stage:
         pictures = [stage.picture()]
         stage.point_at(PANE[0] + 160, PANE[1] + 80)
         pictures.append(stage.picture())
@@ -239,6 +259,7 @@ def sizes(folder: pathlib.Path) -> None:
 GROUPS = {
     "light": lambda folder: states(folder, "light"),
     "dark": lambda folder: states(folder, "dark", content=scenes.dark_article),
+    "scales": scales,
     "scale-2": lambda folder: states(folder, "scale-2", scale=2),
     "languages": in_five_languages,
     "borders": borders,

@@ -23,26 +23,26 @@ class Text:
 
 
 class Scene:
-    def __init__(self, scale: int, paper: str, ink: str):
+    def __init__(self, scale: float, paper: str, ink: str):
         self.scale = scale
         self.colors = {"ink": ink, "paper": paper}
-        self.image = Image.new("RGB", (SIZE[0] * scale, SIZE[1] * scale), paper)
+        self.image = Image.new("RGB", (int(SIZE[0] * scale), int(SIZE[1] * scale)), paper)
         self.draw = ImageDraw.Draw(self.image)
 
     def box(self, x: int, y: int, width: int, height: int, color: str, radius: int = 0) -> None:
-        corners = [side * self.scale for side in (x, y, x + width - 1, y + height - 1)]
-        self.draw.rounded_rectangle(corners, radius * self.scale, fill=color)
+        corners = [int(side * self.scale) for side in (x, y, x + width - 1, y + height - 1)]
+        self.draw.rounded_rectangle(corners, int(radius * self.scale), fill=color)
 
     def write(self, line: Text) -> None:
         path = CJK if any(ord(letter) > 0x2e80 for letter in line.text) else NOTO
-        font = ImageFont.truetype(path.format(line.weight), line.pixels * self.scale)
-        place = (line.x * self.scale, line.y * self.scale)
+        font = ImageFont.truetype(path.format(line.weight), int(line.pixels * self.scale))
+        place = (int(line.x * self.scale), int(line.y * self.scale))
         self.draw.text(place, line.text, font=font, fill=self.colors.get(line.ink, line.ink), anchor="la")
 
     def paste(self, picture: Image.Image, x: int, y: int, radius: int) -> None:
         mask = Image.new("L", picture.size)
-        ImageDraw.Draw(mask).rounded_rectangle((0, 0, picture.width - 1, picture.height - 1), radius * self.scale, 255)
-        self.image.paste(picture, (x * self.scale, y * self.scale), mask)
+        ImageDraw.Draw(mask).rounded_rectangle((0, 0, picture.width - 1, picture.height - 1), int(radius * self.scale), 255)
+        self.image.paste(picture, (int(x * self.scale), int(y * self.scale)), mask)
 
 
 def coast(width: int, height: int, detail: int = 1) -> Image.Image:
@@ -84,14 +84,14 @@ ARTICLE = [
 ]
 
 
-def article(scale: int, dark: bool = False) -> Image.Image:
+def article(scale: float, dark: bool = False) -> Image.Image:
     scene = Scene(scale, "#16181d", "#d9dce3") if dark else Scene(scale, "#ffffff", "#23262d")
     scene.colors["dim"] = "#8d93a1" if dark else "#6a7180"
     scene.box(0, 0, 1280, 64, "#22252d" if dark else "#f2f4f7")
     scene.box(40, 20, 24, 24, "#e2604a", 12)
     for x, word in ((84, "The Coastal Review"), (880, "Stories"), (970, "Archive"), (1066, "About us"), (1168, "Shop")):
         scene.write(Text(word, x, 20, 17, "Bold" if x < 100 else "Regular"))
-    scene.paste(coast(340 * scale, 460 * scale), 860, 130, 14)
+    scene.paste(coast(int(340 * scale), int(460 * scale)), 860, 130, 14)
     scene.write(Text("Photograph: the bay in October", 862, 602, 13, ink="dim"))
     scene.box(300, 422, 106, 34, "#2f6fe4", 8)
     for line in ARTICLE:
@@ -102,11 +102,11 @@ def article(scale: int, dark: bool = False) -> Image.Image:
     return scene.image
 
 
-SIGNS = [Text("Harbour ferry", 330, 250, 34, "Bold", "#ffffff"), Text("Departs every twenty minutes", 330, 306, 22, "Regular", "#fff4d8"),
-         Text("Bicycles travel free of charge", 330, 346, 22, "Regular", "#20242c")]
+SIGNS = [Text("Harbour ferry", 330, 236, 34, "Bold", "#ffffff"), Text("Departs every twenty minutes", 330, 290, 22, "Regular", "#fff4d8"),
+         Text("Bicycles travel free of charge", 330, 330, 22, "Regular", "#fff4d8")]
 
 
-def photograph(scale: int) -> Image.Image:
+def photograph(scale: float) -> Image.Image:
     scene = Scene(scale, "#000000", "#ffffff")
     scene.image.paste(coast(SIZE[0] * scale, SIZE[1] * scale, 3))
     for line in SIGNS:
@@ -119,7 +119,7 @@ PALE = [Text("Almost white writing on white paper", 310, 250, 22, "Regular", "#c
         Text("Black writing on white paper", 310, 342, 22, "Bold", "#000000")]
 
 
-def white_page(scale: int, lines: list[Text]) -> Image.Image:
+def white_page(scale: float, lines: list[Text]) -> Image.Image:
     scene = Scene(scale, "#ffffff", "#111111")
     for line in lines:
         scene.write(line)
@@ -137,5 +137,5 @@ MESSAGES = [Text("See you at the harbour tonight", 310, 240, 20), Text("The fish
             Text("Call me when the ferry arrives", 310, 328, 20), Text("We have three tickets left", 310, 372, 20)]
 
 
-def dark_article(scale: int) -> Image.Image:
+def dark_article(scale: float) -> Image.Image:
     return article(scale, True)
