@@ -75,11 +75,11 @@ def coast(width: int, height: int, detail: int = 1) -> Image.Image:
 
 
 ARTICLE = [
-    Text("Lighthouses of the North", 300, 214, 30, "Bold"),
-    Text("How the lamps were kept burning through the winter", 300, 262, 17, "Regular", "dim"),
-    Text("The keeper climbed the tower at dusk.", 300, 310, 19),
-    Text("Every four hours the oil had to be filled up,", 300, 344, 19),
-    Text("and the lens was cleaned before sunrise.", 300, 378, 19),
+    Text("Lighthouses of the North", 300, 228, 30, "Bold"),
+    Text("How the lamps were kept burning through the winter", 300, 276, 17, "Regular", "dim"),
+    Text("The keeper climbed the tower at dusk.", 300, 318, 19),
+    Text("Every four hours the oil had to be filled up,", 300, 351, 19),
+    Text("and the lens was cleaned before sunrise.", 300, 384, 19),
     Text("Read more", 316, 428, 16, "Bold", "#ffffff"),
 ]
 
