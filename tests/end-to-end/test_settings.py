@@ -19,7 +19,7 @@ TITLE = "(Settings|設定|设置|설정)$"
 ENGINES = ["On This Computer", "Google Translate", "Microsoft Azure Translator", "Gemini", "DeepL", "OpenAI", "Claude",
            "OpenAI-Compatible API"]
 COMPATIBLE = 7
-KEY = "sk-secret-5Ω"
+KEY = "sk-secret-5Z"
 
 
 def echo_the_key(server: ChatServer, _body: dict):
@@ -129,11 +129,14 @@ class EnginesAndKeys(SettingsWindow):
         self.open("Translation")
         self.choose_engine(COMPATIBLE)
         self.expect_text("There is no API key")
+        listener = self.screen.start(["/usr/bin/python3", str(HERE / "told.py")], stdout=subprocess.PIPE, text=True)
+        self.assertEqual(listener.stdout.readline(), "listening\n")
         self.type_key(KEY)
         self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == KEY))
         self.expect_no_text("There is no API key")
         self.screen.press("Show the API key")
-        self.screen.do("sleep 0.5")
+        self.screen.do("sleep 0.5 key End key x sleep 0.3 key BackSpace sleep 0.5")
+        self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == KEY))
         for text in (self.screen.preferences_path.read_text(), self.log.read_text(), *self.screen.texts(),
                      self.form("value", "API Key").stdout):
             self.assertNotIn(KEY, text)
@@ -142,6 +145,10 @@ class EnginesAndKeys(SettingsWindow):
         self.assertTrue(eventually(lambda: not self.windows()))
         self.open()
         self.expect_no_text("There is no API key")
+        listener.terminate()
+        told = [line.rstrip("\n").split("\t")[1] for line in listener.stdout if line.startswith("password text")]
+        self.assertGreater(len(told), len(KEY))
+        self.assertEqual(set("".join(told)), {"•"}, told)
         self.type_key("")
         self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") is None))
         self.expect_text("There is no API key")

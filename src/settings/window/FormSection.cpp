@@ -137,7 +137,7 @@ QLabel *FormSection::addRow(const QString &labelKey, QWidget *control)
         label->setBuddy(focused);
     m_form.keepText([this, label, control, labelKey] {
         setMnemonicText(*label, m_form.text(labelKey));
-        control->setAccessibleName(label->accessibleName());
+        setAccessibleNameOnce(*control, label->accessibleName());
     });
     layout->addWidget(label);
     layout->addStretch(1);
@@ -207,7 +207,7 @@ QSlider *FormSection::addSlider(std::function<QString()> label, int first, int l
     layout->addWidget(slider);
     const auto showLabel = [name, slider, label = std::move(label)] {
         setMnemonicText(*name, label());
-        slider->setAccessibleName(name->accessibleName());
+        setAccessibleNameOnce(*slider, name->accessibleName());
     };
     m_form.keepText(showLabel);
     m_form.keepValue([slider, showLabel, read = std::move(binding.read)] {

@@ -45,7 +45,7 @@ QString KeyField::key() const
 void KeyField::setStoredKey(const QString &key)
 {
     if (!m_wasTyped)
-        m_field->setText(key);
+        m_field->setSecret(key);
 }
 
 void KeyField::showInClear(bool inClear)

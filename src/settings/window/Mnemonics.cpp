@@ -111,10 +111,16 @@ void assignOnPage(QWidget &page, Letters taken)
 
 } // namespace
 
+void setAccessibleNameOnce(QWidget &widget, const QString &name)
+{
+    if (widget.accessibleName() != name)
+        widget.setAccessibleName(name);
+}
+
 void setMnemonicText(QWidget &widget, const QString &text)
 {
     widget.setProperty(textProperty, text);
-    widget.setAccessibleName(text);
+    setAccessibleNameOnce(widget, text);
     show(widget, marked(text, widget.property(letterProperty).toChar()));
 }
 
@@ -136,7 +142,8 @@ void assignMnemonics(QTabWidget &tabs, const QStringList &titles)
         }
     }
     for (int i = 0; i < titles.size(); ++i) {
-        tabs.tabBar()->setAccessibleTabName(i, titles[i]);
+        if (tabs.tabBar()->accessibleTabName(i) != titles[i])
+            tabs.tabBar()->setAccessibleTabName(i, titles[i]);
         if (const QString text = withMnemonic(titles[i], taken); tabs.tabText(i) != text)
             tabs.setTabText(i, text);
     }

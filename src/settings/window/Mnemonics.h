@@ -15,6 +15,9 @@ namespace lucentra {
 /// Gives a label or a button its text, with the letter that it has by now.
 void setMnemonicText(QWidget &widget, const QString &text);
 
+/// Names a widget for screen readers, which are told of every call, unless it has the name.
+void setAccessibleNameOnce(QWidget &widget, const QString &name);
+
 /// A text with a letter that isn't taken yet, and now is.
 QString withMnemonic(const QString &text, QSet<QChar> &taken);
 

@@ -1,5 +1,7 @@
 #include "SecretEdit.h"
 
+#include <QAccessible>
+#include <QFocusEvent>
 #include <QMouseEvent>
 #include <QStyle>
 #include <QStyleOptionFrame>
@@ -14,18 +16,90 @@ namespace {
 
 constexpr int horizontalMargin = 2; ///< as in every field
 
+/// While it exists, what is told of the changes of secrets' fields is dots; the toolkit itself tells the letters, in
+/// every echo mode. Made only while a field may change: what others tell passes it on a way around.
+class Discretion
+{
+public:
+    static void begin() { QAccessible::installUpdateHandler(&tell); }
+    static void end() { QAccessible::installUpdateHandler(nullptr); }
+
+private:
+    static void tell(QAccessibleEvent *event)
+    {
+        if (event->type() == QAccessible::TableModelChanged)
+            return; // has had its effect, and would have it twice
+        if (!dynamic_cast<SecretEdit *>(event->object())) {
+            passOn(event);
+            return;
+        }
+        QObject *field = event->object();
+        if (event->type() == QAccessible::TextInserted) {
+            const auto *inserted = static_cast<QAccessibleTextInsertEvent *>(event);
+            QAccessibleTextInsertEvent told(field, inserted->changePosition(), dots(inserted->textInserted()));
+            passOn(&told);
+        } else if (event->type() == QAccessible::TextRemoved) {
+            const auto *removed = static_cast<QAccessibleTextRemoveEvent *>(event);
+            QAccessibleTextRemoveEvent told(field, removed->changePosition(), dots(removed->textRemoved()));
+            passOn(&told);
+        } else if (event->type() == QAccessible::TextUpdated) {
+            const auto *updated = static_cast<QAccessibleTextUpdateEvent *>(event);
+            QAccessibleTextUpdateEvent told(field, updated->changePosition(), dots(updated->textRemoved()),
+                                            dots(updated->textInserted()));
+            passOn(&told);
+        } else if (event->type() != QAccessible::ValueChanged) {
+            passOn(event);
+        }
+    }
+    static void passOn(QAccessibleEvent *event)
+    {
+        end();
+        QAccessible::updateAccessibility(event);
+        begin();
+    }
+    static QString dots(const QString &text) { return QString(text.size(), u'•'); }
+};
+
 } // namespace
 
 SecretEdit::SecretEdit(QWidget *parent)
     : QLineEdit(parent)
 {
     setEchoMode(Password);
+    setAcceptDrops(false); // would come while another has the focus
     setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
     connect(this, &QLineEdit::selectionChanged, this, [this] {
         if (m_isInClear)
             deselect();
     });
     connect(this, &QLineEdit::cursorPositionChanged, this, qOverload<>(&QWidget::update));
+}
+
+SecretEdit::~SecretEdit()
+{
+    if (hasFocus())
+        Discretion::end();
+}
+
+void SecretEdit::setSecret(const QString &secret)
+{
+    Discretion::begin();
+    setText(secret);
+    if (!hasFocus())
+        Discretion::end();
+}
+
+void SecretEdit::focusInEvent(QFocusEvent *event)
+{
+    Discretion::begin();
+    QLineEdit::focusInEvent(event);
+}
+
+void SecretEdit::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason) // the menu that pastes
+        Discretion::end();
 }
 
 void SecretEdit::showInClear(bool inClear)
