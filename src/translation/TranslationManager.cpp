@@ -168,7 +168,7 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
     if (request.lacksKey()) {
         const EngineEntry &entry = engineEntry(request.engine);
         const QString label = entry.label.toString();
-        return refuse(label, -1, m_texts.formatted(entry.missingKeyText.toString(), label));
+        return refuse(label, -1, m_texts.formatted(entry.missingKeyText.toString(), m_texts.localized(label)));
     }
     m_workers.start([this, work = blockWork(request, blocks), completion = std::move(completion)] {
         Result<BlockTranslations> outcome;
