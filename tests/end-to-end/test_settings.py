@@ -4,6 +4,7 @@ tests go to a local server, and every change is in force at once."""
 import json
 import os
 import pathlib
+import select
 import subprocess
 import unittest
 import urllib.parse
@@ -375,6 +376,35 @@ class TheRest(SettingsWindow):
         self.screen.press("Show in the task bar")
         self.assertTrue(eventually(skips))
         self.assertTrue(eventually(lambda: "Settings" in self.screen.output("xdotool", "getactivewindow", "getwindowname")))
+
+
+class BesidesTheForm(SettingsWindow):
+    """With a tray."""
+
+    def start(self) -> None:
+        self.tray = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
+        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
+        super().start()
+
+    def test_menus_and_open_windows_follow_the_language(self):
+        self.assertTrue(select.select([self.tray.stdout], [], [], 10)[0], "no item was registered")
+        item = self.tray.stdout.readline().decode().strip()
+        self.assertEqual(self.screen.lucentra("history").returncode, 0)
+        self.open("General")
+        table = translations("en")
+        for index, code in ((4, "ja"), (5, "ko")):
+            self.choose(table["介面語言"], index)
+            self.expect_stored("appLanguage", code)
+            table = translations(code)
+            for title in ("翻譯歷史紀錄", "Lucentra｜澄鏡通 設定"):
+                self.assertTrue(eventually(lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name",
+                                                                      f"^{table[title]}$")), table[title])
+            menu = self.screen.output("/usr/bin/python3", str(HERE / "status_menu.py"), item, "titles").splitlines()
+            self.assertEqual([line.split("\t")[0] for line in menu],
+                             [table[key] for key in ("顯示/隱藏 翻譯板", "翻譯目前區域", "設定…", "結束 Lucentra｜澄鏡通")])
+            shown = set(self.screen.texts())  # of the pane, the history and its menu bar too
+            for key in ("切換到手動輸入", "搜尋紀錄...", "編輯"):
+                self.assertTrue(any(table[key] in text for text in shown), (table[key], shown))
 
 
 if __name__ == "__main__":
