@@ -39,8 +39,10 @@ CapsuleTooltip::CapsuleTooltip(QWidget *parent)
     setFont(medium);
     m_motion.setDuration(int(springTime(response).count()));
     m_motion.setEasingCurve(springCurve());
-    connect(&m_motion, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &value) { setPresence(value.toDouble()); });
+    connect(&m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        if (isVisibleStep(m_presence, value.toDouble(), m_motion.endValue().toDouble()))
+            setPresence(value.toDouble());
+    });
     hide();
 }
 

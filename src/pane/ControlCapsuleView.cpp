@@ -92,8 +92,10 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
 
     m_fade.setDuration(int(springTime(fadeResponse).count()));
     m_fade.setEasingCurve(springCurve());
-    connect(&m_fade, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &value) { setOpacity(value.toDouble()); });
+    connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        if (isVisibleStep(m_opacity, value.toDouble(), m_fade.endValue().toDouble()))
+            setOpacity(value.toDouble());
+    });
     notificationCenter.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { render(); });
     render();
     setOpacity(0);

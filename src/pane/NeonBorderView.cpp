@@ -3,6 +3,7 @@
 #include "NotificationCenter.h"
 #include "Settings.h"
 #include "SettingsStore.h"
+#include "Spring.h"
 
 #include <QEasingCurve>
 #include <QPaintEvent>
@@ -13,9 +14,6 @@
 namespace lucentra {
 
 namespace {
-
-/// A smaller change of the glow's opacity can hardly be seen; leaving it out spares most of the frames.
-constexpr double visibleStep = 0.03;
 
 double pulseOpacity(double phase)
 {
@@ -37,7 +35,7 @@ NeonBorderView::NeonBorderView(const SettingsStore &settings, NotificationCenter
     m_pulse.setLoopCount(-1);
     connect(&m_pulse, &QVariantAnimation::valueChanged, this, [this](const QVariant &phase) {
         const double opacity = pulseOpacity(phase.toDouble());
-        if (std::abs(opacity - m_glowOpacity) >= visibleStep)
+        if (isVisibleStep(m_glowOpacity, opacity, -1)) // it never ends
             setGlowOpacity(opacity);
     });
     notificationCenter.observe(notifications::updateNeonBorder, this, [this](const QVariant &) { updateColor(); });

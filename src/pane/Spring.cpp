@@ -10,6 +10,8 @@ namespace {
 /// In radians of the undamped swing; 1 % of the way is left then.
 constexpr double restsAfter = 6.64;
 
+constexpr double visibleChange = 0.03;
+
 double covered(double radians)
 {
     return 1 - (1 + radians) * std::exp(-radians);
@@ -32,6 +34,11 @@ QEasingCurve springCurve()
 std::chrono::milliseconds springTime(std::chrono::milliseconds response)
 {
     return std::chrono::milliseconds(std::lround(double(response.count()) * restsAfter / (2 * std::numbers::pi)));
+}
+
+bool isVisibleStep(double shown, double next, double last)
+{
+    return next == last || std::abs(next - shown) >= visibleChange;
 }
 
 } // namespace lucentra
