@@ -59,7 +59,8 @@ class HistoryWindow(unittest.TestCase):
         return self.screen.start_pane(120, 170, 520, 300)
 
     def type_on(self, pane: Pane, text: str) -> None:
-        self.screen.do(f"windowactivate --sync {pane.window} key ctrl+a", f"type --delay 30 {text}")
+        self.shown("Text to translate")
+        self.screen.do(f"windowactivate --sync {pane.window} sleep 0.5 key ctrl+a", f"type --delay 50 {text}")
 
     def test_a_pass_and_typed_text_arrive_and_a_restart_keeps_everything(self):
         page = self.screen.home / "page.png"
