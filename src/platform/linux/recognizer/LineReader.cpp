@@ -1,5 +1,7 @@
 #include "LineReader.h"
 
+#include <QFileInfo>
+
 #include <leptonica/allheaders.h>
 #include <tesseract/baseapi.h>
 #include <tesseract/resultiterator.h>
@@ -7,6 +9,9 @@
 #include <algorithm>
 
 namespace lucentra {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const char *modelName(ReadingLanguage language)
@@ -24,6 +29,17 @@ const char *modelName(ReadingLanguage language)
         return "kor";
     }
     return "";
+}
+
+/// Where the engine looks for its models, with a slash at the end. It says so once it is asked to load none.
+QString modelFolder()
+{
+    const std::vector<std::string> names{"debug_file"};
+    const std::vector<std::string> values{"/dev/null"};
+    tesseract::TessBaseAPI engine;
+    engine.Init(nullptr, "~none", tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false);
+    const char *path = engine.GetDatapath();
+    return path ? QString::fromLocal8Bit(path) : QString();
 }
 
 std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, bool usesLanguageCorrection)
@@ -174,9 +190,10 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     return reading;
 }
 
-bool LineReader::isInstalled(ReadingLanguage)
+bool LineReader::isInstalled(ReadingLanguage language)
 {
-    return true;
+    static const QString folder = modelFolder();
+    return QFileInfo(folder + QLatin1String(modelName(language)) + u".traineddata"_s).isReadable();
 }
 
 } // namespace lucentra

@@ -7,7 +7,6 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
-constexpr double sure = 91;         // of traditional characters
 constexpr double certain = 88;      // no other language would do better
 constexpr double good = 80;         // nor is another reading worth its time
 constexpr double doubtful = 70;     // other languages are asked as well
@@ -156,8 +155,8 @@ public:
     {
     }
 
-    /// Reads once more; what is not better by `handicap` is forgotten.
-    void read(ReadingLanguage language, ReadingMode mode = ReadingMode::Line, double handicap = 0)
+    /// Reads once more; what is not better by `handicap` is forgotten. Returns how sure the reader was.
+    double read(ReadingLanguage language, ReadingMode mode = ReadingMode::Line, double handicap = 0)
     {
         // What is read now and then needn't have an engine for each worker.
         const bool isUsual = language == m_leading || language == ReadingLanguage::English;
@@ -169,7 +168,7 @@ public:
         // Ideographs that fill their squares are hardly Latin letters by chance.
         if (writingOf(reading.text) == Writing::Latin && fillsSquares(m_best.text, m_line.inkSize()) &&
             reading.confidence < certain)
-            return;
+            return reading.confidence;
         const bool isEnglishAlready =
             m_best.language == ReadingLanguage::English && writingOf(m_best.text) == Writing::Latin;
         if (isEnglishAlready && writingOf(reading.text) == Writing::Latin && language != ReadingLanguage::English)
@@ -181,6 +180,7 @@ public:
             isDoubtfullyLatin() && reading.confidence >= doubtful && scriptsOf(reading.text).wide() >= 2;
         if (areRatherSquares || explainsWord || reading.confidence > m_best.confidence + handicap)
             m_best = reading;
+        return reading.confidence;
     }
 
     bool isDoubtfullyLatin() const { return writing() == Writing::Latin && m_best.weakest < known; }
@@ -224,8 +224,8 @@ void ScreenLanguages::learn(const RoutedReading &reading)
     const Writing writing = writingOf(best.text);
     for (const ReadingLanguage language : reading.denied)
         ++m_denials[std::size_t(language)];
-    if (best.language == ReadingLanguage::TraditionalChinese && writing == Writing::Han && best.confidence >= sure)
-        ++m_denials[std::size_t(ReadingLanguage::SimplifiedChinese)];
+    m_simplifiedLead += reading.simplifiedLead;
+    m_compared += reading.compared;
     // Latin letters and digits are on every screen.
     if (best.confidence >= good && writing != Writing::Digits) {
         const ReadingLanguage language = writing == Writing::Latin ? ReadingLanguage::English : best.language;
@@ -249,11 +249,19 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
         if (characters(extra) >= enough && characters(extra) > 2 * characters(leading))
             leading = extra;
     }
+    if (leading == ReadingLanguage::TraditionalChinese && isSimplified() &&
+        extras.contains(ReadingLanguage::SimplifiedChinese))
+        return ReadingLanguage::SimplifiedChinese;
     return leading;
 }
 
 bool ScreenLanguages::isSimplified() const
 {
+    // Of most traditional lines the other model is less sure by far, of simplified ones it is as sure or surer.
+    constexpr double doubt = 1;
+    constexpr int enough = 16; // characters
+    if (m_compared > 0)
+        return m_compared >= enough && m_simplifiedLead > -doubt * m_compared;
     return characters(ReadingLanguage::SimplifiedChinese) > characters(ReadingLanguage::TraditionalChinese);
 }
 
@@ -294,7 +302,7 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
     for (const Separation separation : separations) {
         Attempts attempts(line, separation, reader, firstReader(LineLooks::Ideographs, screen));
         if (separation == separations.first())
-            readSeparated(attempts, first, isShort, screen);
+            readSeparated(attempts, first, isShort, screen, routed);
         else
             readOtherwise(attempts, best.confidence >= hopeless ? best.language : first, best.confidence >= known);
         for (const ReadingLanguage extra : m_extras) {
@@ -331,21 +339,27 @@ void LineRouter::askReaders(Attempts &attempts, const QList<ReadingLanguage> &la
     }
 }
 
-/// Traditional Chinese reads simplified characters as their counterparts, not even doubtfully.
-void LineRouter::askSimplified(Attempts &attempts, const ScreenLanguages &screen) const
+/// Traditional Chinese reads simplified characters as their counterparts, and is sure of them. So the first lines of
+/// ideographs are read by both, and who was surer of them reads the others.
+void LineRouter::askSimplified(Attempts &attempts, const ScreenLanguages &screen, RoutedReading &routed) const
 {
-    if (m_mayRetry && attempts.language() == ReadingLanguage::TraditionalChinese &&
-        attempts.writing() == Writing::Han && attempts.best().confidence < sure &&
-        has(m_extras, ReadingLanguage::SimplifiedChinese) && screen.isOpen(ReadingLanguage::SimplifiedChinese))
-        attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
+    const Reading traditional = attempts.best();
+    if (!m_mayRetry || traditional.language != ReadingLanguage::TraditionalChinese || traditional.confidence < good ||
+        attempts.writing() != Writing::Han || !has(m_extras, ReadingLanguage::SimplifiedChinese) ||
+        !screen.isSimplifiedOpen())
+        return;
+    const double simplified = attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
+    const int characters = scriptsOf(traditional.text).han;
+    routed.simplifiedLead = (simplified - traditional.confidence) * characters;
+    routed.compared = characters;
 }
 
-void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort,
-                               const ScreenLanguages &screen) const
+void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen,
+                               RoutedReading &routed) const
 {
     attempts.read(first);
     askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
-    askSimplified(attempts, screen);
+    askSimplified(attempts, screen, routed);
     if (attempts.best().confidence < hopeless && attempts.line().isVaried())
         return;
     const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;

@@ -14,6 +14,8 @@ struct RoutedReading
 {
     Reading best;
     QList<ReadingLanguage> denied;
+    double simplifiedLead = 0; ///< of simplified Chinese over traditional, in confidence times characters
+    int compared = 0;          ///< characters
 };
 
 /// Which languages the lines of one screen are in, as far as they have been read. What is asked of it while lines are
@@ -30,8 +32,11 @@ public:
     /// `extras` that has far more.
     ReadingLanguage leading(const QList<ReadingLanguage> &expected, const QList<ReadingLanguage> &extras) const;
 
-    /// Whether more of the Chinese is simplified than traditional.
+    /// Whether the Chinese is simplified rather than traditional.
     bool isSimplified() const;
+
+    /// Whether nothing is known of that yet.
+    bool isSimplifiedOpen() const { return m_compared == 0 && isOpen(ReadingLanguage::SimplifiedChinese); }
 
     /// Whether anything looks like kana or ideographs.
     bool isWide() const { return m_isWide; }
@@ -44,6 +49,8 @@ private:
 
     std::array<int, 5> m_characters{};
     std::array<int, 5> m_denials{}; // lines that are in another language for sure
+    double m_simplifiedLead = 0;
+    int m_compared = 0;
     bool m_isWide = false;
 };
 
@@ -72,10 +79,11 @@ public:
 private:
     class Attempts;
 
-    void readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen) const;
+    void readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen,
+                       RoutedReading &routed) const;
     void readOtherwise(Attempts &attempts, ReadingLanguage first, bool isKnown) const;
     void askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const;
-    void askSimplified(Attempts &attempts, const ScreenLanguages &screen) const;
+    void askSimplified(Attempts &attempts, const ScreenLanguages &screen, RoutedReading &routed) const;
     bool reads(ReadingLanguage language) const;
     ReadingLanguage firstReader(LineLooks looks, const ScreenLanguages &screen) const;
 

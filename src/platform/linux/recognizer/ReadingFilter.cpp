@@ -73,7 +73,8 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
     const QString &text = reading.text;
     if (isBrace(reading, line, isOnPicture))
         return true;
-    if (!text.contains(letter) || isGibberish(text) || (line.isShort() && icon.match(text).hasMatch()) || repeated.match(text).hasMatch())
+    if (!text.contains(letter) || isGibberish(text) || (line.isShort() && icon.match(text).hasMatch()) ||
+        repeated.match(text).hasMatch())
         return false;
     static const QRegularExpression key(u"^(?:(?:Ctrl|Shift|Alt)\\+)*(?:Ctrl\\+\\S+|F1?\\d)$"_s);
     if (key.match(text).hasMatch())

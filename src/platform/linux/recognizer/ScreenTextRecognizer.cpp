@@ -143,7 +143,7 @@ void expectLanguages(ScreenLanguages &screen, const QList<ReadLine> &lines)
 /// Moves some lines to the front that tell the screen's language and aren't long. Returns how many.
 std::size_t putTellingFirst(std::span<ReadLine> lines)
 {
-    constexpr std::ptrdiff_t most = 4;
+    constexpr std::ptrdiff_t most = 3;
     const auto isTelling = [](const ReadLine &line) {
         const QRect &ink = line.found.ink;
         return !line.isOnPicture && ink.width() >= 4 * ink.height() && ink.width() <= 20 * ink.height() &&
@@ -300,9 +300,8 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const std::span<ReadLine> all(lines);
     const std::size_t tellingLines = putTellingFirst(lines);
     for (const std::span<ReadLine> &some : {all.first(tellingLines), all.subspan(tellingLines)}) {
-        withEach(some, [&](ReadLine &line) {
-            readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen);
-        });
+        withEach(some,
+                 [&](ReadLine &line) { readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen); });
         learnFrom(screen, some);
     }
     withEach(lines, [&](ReadLine &line) { readLineAlike(line, image, thorough, reader, screen); });

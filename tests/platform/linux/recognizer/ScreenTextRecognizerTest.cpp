@@ -118,8 +118,9 @@ private Q_SLOTS:
     void threadsDoNotChangeWhatIsRead()
     {
         QImage image = blank({420, 300}, Qt::white);
-        const QStringList texts{u"请选择导出的文件夹"_s, u"键盘快捷键"_s, u"备份与恢复"_s, u"隐私"_s, u"语言和地区"_s,
-                                u"设备管理器"_s};
+        const QStringList texts{u"选择窗口和文字的外观"_s, u"仅在接通电源时下载更新"_s,
+                                u"键盘快捷键"_s,           u"备份与恢复"_s,
+                                u"语言和地区"_s,           u"应用"_s};
         for (int i = 0; i < texts.size(); ++i)
             write(image, {20, 40 + 45 * i}, texts[i], font(u"Noto Sans CJK SC"_s, 18), Qt::black);
         ScreenTextRecognizer::Options alone;
