@@ -220,6 +220,9 @@ def display_options(folder: pathlib.Path) -> None:
     with Stage(folder, portal=("reduce-transparency",)) as stage:
         stage.translate()
         stage.shoot("reduced-transparency-translated")
+    with Stage(folder, preferences={"glassOpacity": 0.25}) as stage:
+        stage.translate()
+        stage.shoot("clear-glass-translated")
     with Stage(folder, composited=False) as stage:
         stage.translate()
         stage.shoot("without-compositor")
