@@ -239,7 +239,7 @@ class WithACompositor(OnAScreen, unittest.TestCase):
             subprocess.run(["xrandr", "--setmonitor", name, f"{width}/200x800/200+{x}+0", "none"],
                            env=self.screen.environment, check=True)
         for scale, pixels, place in (("1", 18, (100, 170, 480, 300)), ("1.25", 22, (620, 170, 640, 400)),
-                                     ("2", 29, (610, 170, 660, 520))):
+                                     ("2", 30, (610, 170, 660, 520))):
             with self.subTest(scale=scale):
                 page = (place[0] + 10, place[1] - 10)
                 sample_page.render(self.page, ["", *LINES], dark=True, size="680x540", pixels=pixels)
