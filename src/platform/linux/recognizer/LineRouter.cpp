@@ -246,12 +246,10 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
         *std::max_element(expected.begin(), expected.end(),
                           [&](ReadingLanguage a, ReadingLanguage b) { return characters(a) < characters(b); });
     for (const ReadingLanguage extra : extras) {
-        if (characters(extra) >= enough && characters(extra) > 2 * characters(leading))
+        if (extra != ReadingLanguage::SimplifiedChinese && characters(extra) >= enough &&
+            characters(extra) > 2 * characters(leading))
             leading = extra;
     }
-    if (leading == ReadingLanguage::TraditionalChinese && isSimplified() &&
-        extras.contains(ReadingLanguage::SimplifiedChinese))
-        return ReadingLanguage::SimplifiedChinese;
     return leading;
 }
 

@@ -35,8 +35,8 @@ public:
     /// Whether the Chinese is simplified rather than traditional.
     bool isSimplified() const;
 
-    /// Whether nothing is known of that yet.
-    bool isSimplifiedOpen() const { return m_compared == 0 && isOpen(ReadingLanguage::SimplifiedChinese); }
+    /// Whether the lines so far aren't clearly traditional.
+    bool isSimplifiedOpen() const { return m_compared == 0 || m_simplifiedLead > -6 * m_compared; }
 
     /// Whether anything looks like kana or ideographs.
     bool isWide() const { return m_isWide; }
