@@ -9,7 +9,7 @@ target_compile_definitions(lucentra-common INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH)
 if(LUCENTRA_SANITIZE)
     target_compile_options(lucentra-common INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(lucentra-common INTERFACE -fsanitize=address,undefined)
 endif()
 

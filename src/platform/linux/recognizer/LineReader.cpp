@@ -1,5 +1,7 @@
 #include "LineReader.h"
 
+#include "ThreadClock.h"
+
 #include <QFileInfo>
 
 #include <leptonica/allheaders.h>
@@ -58,6 +60,8 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
     return engine;
 }
 
+thread_local std::chrono::microseconds timeOfLoading{0};
+
 } // namespace
 
 /// Holds an engine for as long as it reads.
@@ -110,8 +114,15 @@ LineReader::Engine *LineReader::borrowed(ReadingLanguage language, int most)
     }
     Engine &engine = m_engines.emplace_back(Engine{language, nullptr});
     lock.unlock();
+    const auto start = threadTime();
     engine.api = makeEngine(language, m_usesLanguageCorrection);
+    timeOfLoading += threadTime() - start;
     return &engine;
+}
+
+std::chrono::microseconds LineReader::loadingTime()
+{
+    return timeOfLoading;
 }
 
 void LineReader::giveBack(Engine &engine)

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <condition_variable>
 #include <list>
 #include <memory>
@@ -49,6 +50,9 @@ public:
     /// Reads a strip that fits the language (see `stripShape`). Empty where there is no such model. Waits for
     /// another read to end where `most` engines of the language are busy.
     Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line, int most = 64);
+
+    /// The processor time that the calling thread has worked so far to load engines, of whichever reader.
+    static std::chrono::microseconds loadingTime();
 
     /// Frees the memory of all engines that aren't reading.
     void release();

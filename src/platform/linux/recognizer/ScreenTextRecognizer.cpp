@@ -7,11 +7,11 @@
 #include "ReaderPool.h"
 #include "ReadingFilter.h"
 #include "ReadingOrder.h"
+#include "ThreadClock.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <ctime>
 #include <latch>
 #include <span>
 
@@ -90,12 +90,8 @@ public:
         Q_DISABLE_COPY_MOVE(Spending)
 
     private:
-        static qint64 worked()
-        {
-            timespec time{};
-            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-            return qint64(time.tv_sec) * 1'000'000 + time.tv_nsec / 1000;
-        }
+        /// Loading an engine is no reading: the first image after a rest may take as much as any other.
+        static qint64 worked() { return (threadTime() - LineReader::loadingTime()).count(); }
 
         ReadingBudget &m_budget;
         qint64 m_start;
