@@ -114,6 +114,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
     delegate.applicationDidFinishLaunching(paneAtStart);
     const int code = QApplication::exec();
+    remoteControl.onCommand = nullptr; // what comes from now on is for the next start
     delegate.applicationWillTerminate();
     return code;
 }

@@ -121,7 +121,8 @@ Result<void> writePicture(const QImage &picture, const QString &path, const Loca
     QImageWriter writer(&file, formatOf(path));
     if (!writer.write(picture))
         return failed(writer.errorString());
-    if (!file.commit())
+    // Committing would put a picture without what couldn't be flushed in the old one's place.
+    if (!file.flush() || !file.commit())
         return failed(file.errorString());
     return {};
 }

@@ -31,6 +31,8 @@ constexpr auto applicationInterface = "org.freedesktop.Application"_L1;
 constexpr auto answerPatience = 5s;
 /// How long the program may take to appear on the bus.
 constexpr auto startPatience = 20s;
+/// How long a program that is about to end may store what it has.
+constexpr auto endPatience = 5s;
 
 Failure failure(const QString &description)
 {
@@ -117,12 +119,37 @@ bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnec
     const auto command = commandOf(message);
     if (!command)
         return false; // the bus says that there is no such method
-    if (onCommand && onCommand(*command))
+    if (!onCommand)
+        connection.send(message.createErrorReply(QDBusError::ServiceUnknown, serviceName));
+    else if (onCommand(*command))
         connection.send(message.createReply());
     else
         connection.send(message.createErrorReply(QDBusError::NotSupported, busMember(*command).toString()));
     return true;
 }
+
+namespace {
+
+QDBusMessage call(Invocation::Command command, const QDBusConnection &bus)
+{
+    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface, busMember(command).toString());
+    message.setAutoStartService(false);
+    return bus.call(message, QDBus::Block, int(std::chrono::milliseconds(answerPatience).count()));
+}
+
+/// Whether a command came while the program was about to end, as after `quit`; waits until it has.
+bool hasJustEnded(const QDBusMessage &reply, const QDBusConnection &bus)
+{
+    const auto error = QDBusError(reply).type();
+    if (error != QDBusError::ServiceUnknown && error != QDBusError::NoReply && error != QDBusError::Disconnected)
+        return false;
+    const QDeadlineTimer deadline(endPatience);
+    while (isRunning(bus) && !deadline.hasExpired())
+        QThread::msleep(20);
+    return !isRunning(bus);
+}
+
+} // namespace
 
 Result<void> sendRemoteCommand(Invocation::Command command, QDBusConnection bus, const LocalizationManager &texts)
 {
@@ -134,9 +161,9 @@ Result<void> sendRemoteCommand(Invocation::Command command, QDBusConnection bus,
         if (!start(bus))
             return tl::unexpected(failure(texts.localized(u"Lucentra 無法啟動。"_s)));
     }
-    auto call = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface, busMember(command).toString());
-    call.setAutoStartService(false);
-    const QDBusMessage reply = bus.call(call, QDBus::Block, int(std::chrono::milliseconds(answerPatience).count()));
+    QDBusMessage reply = call(command, bus);
+    if (reply.type() == QDBusMessage::ErrorMessage && startsProgram(command) && hasJustEnded(reply, bus) && start(bus))
+        reply = call(command, bus);
     if (reply.type() == QDBusMessage::ErrorMessage)
         return tl::unexpected(failure(texts.localized(u"Lucentra 沒有執行這個指令。"_s)));
     return {};

@@ -32,7 +32,8 @@ public:
     /// Asks for the name. Commands that arrive wait for the event loop.
     Claim claim();
 
-    /// Carries a command out; false where the program has no such thing, which the caller is told.
+    /// Carries a command out; false where the program has no such thing, which the caller is told. Without it the
+    /// program isn't there any more for its callers: it ends.
     std::function<bool(Invocation::Command)> onCommand;
 
     QString introspect(const QString &path) const override;

@@ -4,6 +4,7 @@
 #include "VirtualKeys.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QStyle>
 #include <QSystemTrayIcon>
 
@@ -27,6 +28,20 @@ QIcon statusImage()
     return image;
 }
 
+/// The former version stored keys without a letter as private characters of its desktop's toolkit.
+QString keyName(const QString &key)
+{
+    constexpr char16_t firstFunctionKey = 0xF704;
+    constexpr char16_t lastFunctionKey = 0xF717; // F20
+    static const QHash<QString, QString> names{
+        {u"\uF700"_s, u"Up"_s},    {u"\uF701"_s, u"Down"_s}, {u"\uF702"_s, u"Left"_s},
+        {u"\uF703"_s, u"Right"_s}, {u"\uF728"_s, u"Del"_s},  {u"\uF729"_s, u"Home"_s},
+        {u"\uF72B"_s, u"End"_s},   {u"\uF72C"_s, u"PgUp"_s}, {u"\uF72D"_s, u"PgDown"_s}};
+    if (key.size() == 1 && key[0].unicode() >= firstFunctionKey && key[0].unicode() <= lastFunctionKey)
+        return u'F' + QString::number(key[0].unicode() - firstFunctionKey + 1);
+    return names.value(key, key.toUpper());
+}
+
 QKeySequence keySequence(quint32 flags, const QString &key)
 {
     QStringList parts;
@@ -38,7 +53,7 @@ QKeySequence keySequence(quint32 flags, const QString &key)
         parts.append(u"Shift"_s);
     if (flags & modifierFlag::command)
         parts.append(u"Meta"_s);
-    parts.append(key.toUpper());
+    parts.append(keyName(key));
     return QKeySequence(parts.join(u'+'), QKeySequence::PortableText);
 }
 

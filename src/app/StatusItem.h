@@ -41,7 +41,7 @@ public:
     void setToggleKeys(quint32 flags, const QString &key);
 
     /// Whether the item is in a tray.
-    bool isShown() const { return m_icon != nullptr; }
+    bool isShown() const { return m_icon && m_isTrayThere(); }
     const QMenu &menu() const { return m_menu; }
 
 private:

@@ -2,9 +2,12 @@
 #include "PaneAtStart.h"
 #include "PaneProgram.h"
 
+#include <cstdlib>
 #include <string_view>
 
 #include <fcntl.h>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace {
 
@@ -18,11 +21,27 @@ void occupyClosedStreams()
     }
 }
 
+/// Relative folders are to be ignored, and without a home folder the user's own is meant; otherwise files would be left
+/// wherever the program was started.
+void repairFolders()
+{
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+        const char *value = std::getenv(name);
+        if (value && value[0] != '/')
+            unsetenv(name);
+    }
+    const char *home = std::getenv("HOME");
+    const passwd *user = home && home[0] == '/' ? nullptr : getpwuid(getuid());
+    if (user && user->pw_dir)
+        setenv("HOME", user->pw_dir, 1);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     occupyClosedStreams();
+    repairFolders();
     using namespace lucentra;
     if (argc == 1)
         return runPane(argc, argv, PaneAtStart::Shown);

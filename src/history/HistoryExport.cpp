@@ -1,12 +1,16 @@
 #include "HistoryExport.h"
 
 #include "HistoryFile.h"
+#include "HistoryManager.h"
 #include "PrivateFile.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStringList>
+
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 
@@ -106,6 +110,8 @@ QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format)
 
 Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path)
 {
+    if (QFileInfo(path) == QFileInfo(HistoryManager::userFilePath())) // an export is no history that can be read back
+        return tl::unexpected(Failure{.domain = u"History"_s, .code = 0, .description = qt_error_string(EPERM)});
     return writePrivateFile(path, exportedHistory(items, format));
 }
 

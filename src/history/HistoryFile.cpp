@@ -136,14 +136,4 @@ Result<void> keepUnreadableFile(const QString &path)
     return {};
 }
 
-void removeUnfinishedCopies(const QString &path)
-{
-    const QFileInfo info(path);
-    QDir folder(info.absolutePath());
-    // The name that QSaveFile gives them: six letters behind the file's own.
-    const QStringList names = folder.entryList({info.fileName() + u".??????"_s}, QDir::Files | QDir::NoSymLinks);
-    for (const QString &name : names)
-        folder.remove(name);
-}
-
 } // namespace lucentra

@@ -27,8 +27,4 @@ Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &ite
 /// is gone by now is no failure.
 Result<void> keepUnreadableFile(const QString &path);
 
-/// Removes the unfinished copies that a process which was killed has left beside the file. Only where no other process
-/// writes it.
-void removeUnfinishedCopies(const QString &path);
-
 } // namespace lucentra

@@ -66,7 +66,8 @@ QJsonValue valueOf(plist_t node)
 
 QJsonObject readPropertyList(const QByteArray &content)
 {
-    if (!isTame(content))
+    // The library may know further forms, whose depth nobody has looked at.
+    if ((!content.startsWith("bplist") && !content.trimmed().startsWith('<')) || !isTame(content))
         return {};
     plist_t parsed = nullptr;
     plist_from_memory(content.constData(), uint32_t(content.size()), &parsed);

@@ -2,9 +2,12 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QTemporaryFile>
 
 #include <cerrno>
+#include <cstdio>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +18,12 @@ namespace {
 tl::unexpected<Failure> failure(const QString &description)
 {
     return tl::unexpected(Failure{.domain = u"File"_s, .code = 0, .description = description});
+}
+
+/// The name of an unfinished copy, with something in the place of its six letters. Nobody else's file is called so.
+QString unfinishedName(const QString &fileName, const QString &letters)
+{
+    return u'.' + fileName + u'.' + letters + u".unfinished"_s;
 }
 
 } // namespace
@@ -30,18 +39,34 @@ void createFolderOf(const QString &path)
 
 Result<void> writePrivateFile(const QString &path, const QByteArray &content)
 {
-    if (const QFileInfo info(path); info.exists() && !info.isFile()) // the new file would take its place
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) // the new file would take its place
         return failure(qt_error_string(ENOTSUP));
-    QSaveFile file(path);
-    // Still empty, so nothing can have been read with the permissions that it was created with.
-    if (!file.open(QIODevice::WriteOnly) || !file.setPermissions(ownerOnly))
+    const QFileInfo target(info.exists() ? info.canonicalFilePath() : info.absoluteFilePath()); // a link stays one
+    QTemporaryFile file(target.path() + u'/' + unfinishedName(target.fileName(), u"XXXXXX"_s)); // 0600
+    if (!file.open())
         return failure(file.errorString());
-    if (file.write(content) != content.size()) // a full disk takes the first part, which Qt counts as no error
+    // A full disk may be noticed only when the last part of the buffer is written.
+    if (file.write(content) != content.size() || !file.flush())
         return failure(file.error() == QFileDevice::NoError ? u"only a part of it could be written"_s
                                                             : file.errorString());
-    if (!file.commit()) // syncs
-        return failure(file.errorString());
+    const bool isInPlace =
+        ::fsync(file.handle()) == 0 &&
+        ::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target.filePath()).constData()) == 0;
+    if (!isInPlace)
+        return failure(qt_error_string());
+    file.setAutoRemove(false); // there is nothing under its name any more
     return {};
+}
+
+void removeUnfinishedCopies(const QString &path)
+{
+    const QFileInfo info(path);
+    QDir folder(info.absolutePath());
+    const QStringList names =
+        folder.entryList({unfinishedName(info.fileName(), u"??????"_s)}, QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString &name : names)
+        folder.remove(name);
 }
 
 } // namespace lucentra

@@ -19,4 +19,8 @@ void createFolderOf(const QString &path);
 /// The failure's description is the system's reason, without the path; the old content stays.
 Result<void> writePrivateFile(const QString &path, const QByteArray &content);
 
+/// Removes the unfinished copies that a process which was killed in `writePrivateFile` has left beside the file. Only
+/// where no other process writes it.
+void removeUnfinishedCopies(const QString &path);
+
 } // namespace lucentra

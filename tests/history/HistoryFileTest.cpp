@@ -229,7 +229,7 @@ void HistoryFileTest::killedAtAnyMoment()
         QVERIFY(version >= 0);
         ++seen[version];
         removeUnfinishedCopies(path);
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"history.json"_s});
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
     }
     QVERIFY(seen[0] > 20 && seen[1] > 20); // they were killed while they wrote
 }
@@ -246,22 +246,27 @@ void HistoryFileTest::fullDiskKeepsTheOldFile()
     std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
     const auto written = writeHistoryFile(path, {newHistoryItem(u"x"_s.repeated(100000), u"y"_s)});
+    // Or nothing at all, which is noticed late where it is so little that it waits in a buffer.
+    const rlimit none{.rlim_cur = 0, .rlim_max = before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    const auto writtenLittle = writeHistoryFile(path, {newHistoryItem(u"x"_s, u"y"_s)});
     setrlimit(RLIMIT_FSIZE, &before);
     QVERIFY(!written && !written.error().description.isEmpty());
+    QVERIFY(!writtenLittle && !writtenLittle.error().description.isEmpty());
     QCOMPARE(*readHistoryFile(path), QList<HistoryItem>{sample()});
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"history.json"_s});
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
 }
 
 void HistoryFileTest::unfinishedCopiesAreRemoved()
 {
     const QTemporaryDir folder;
-    const QStringList others{u"history.json"_s, u"history.json.backup2"_s, u"history.unreadable-1.json"_s};
-    for (const QString &name : others + QStringList{u"history.json.aBcDeF"_s}) {
+    const QStringList others{u"history.json"_s, u"history.json.backup"_s, u"history.unreadable-1.json"_s};
+    for (const QString &name : others + QStringList{u".history.json.aBcDeF.unfinished"_s}) {
         QFile file(folder.filePath(name));
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
     removeUnfinishedCopies(folder.filePath(u"history.json"_s));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), others);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name), others);
 }
 
 QTEST_GUILESS_MAIN(HistoryFileTest)

@@ -41,7 +41,7 @@ inline constexpr int phraseTableCount = 24; ///< room for two tables a language
 struct PhraseFileHeader
 {
     std::array<char, 8> magic{'L', 'c', 'n', 't', 'P', 'h', 'r', '\n'};
-    quint32 version = 1;
+    quint32 version = 2;
     quint32 byteOrder = 0x01020304;
     quint64 fileSize = 0;
     quint64 fingerprint = 0; ///< of the catalogues that it was made from
@@ -67,7 +67,7 @@ struct PhraseMatch
 class PhraseFile
 {
 public:
-    /// Opens a file; nothing where there is none of this version.
+    /// Opens a file; nothing where there is none of this version, or one that other users may write.
     static std::shared_ptr<const PhraseFile> open(const QString &path);
     /// The same from bytes, for where no file can be written.
     static std::shared_ptr<const PhraseFile> fromBytes(QByteArray bytes);

@@ -11,10 +11,27 @@ namespace lucentra {
 
 namespace {
 
+/// A tag is one that is closed somewhere or stands alone by its nature; "<pattern>" is a placeholder.
 QString withoutMarkup(const QString &text)
 {
-    static const QRegularExpression tag(u"</?[A-Za-z][A-Za-z0-9]*(?:\\s[^<>]*)?/?>"_s);
-    return text.contains(u'<') ? QString(text).remove(tag) : text;
+    if (!text.contains(u'<'))
+        return text;
+    static const QRegularExpression tag(u"<(/?)([A-Za-z][A-Za-z0-9]*)(?:\\s[^<>]*)?(/?)>"_s);
+    QString result;
+    qsizetype end = 0;
+    for (auto tags = tag.globalMatch(text); tags.hasNext();) {
+        const QRegularExpressionMatch match = tags.next();
+        const QString name = match.captured(2);
+        const bool isTag = !match.capturedView(3).isEmpty() || text.contains(u"</"_s + name + u'>') ||
+                           name.compare(u"br", Qt::CaseInsensitive) == 0 ||
+                           name.compare(u"p", Qt::CaseInsensitive) == 0;
+        result += QStringView(text).sliced(end, match.capturedStart() - end);
+        if (!isTag)
+            result += match.capturedView();
+        end = match.capturedEnd();
+    }
+    result += QStringView(text).sliced(end);
+    return result;
 }
 
 /// Up to the accelerator that old menus append after a tab.

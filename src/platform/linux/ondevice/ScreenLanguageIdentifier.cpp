@@ -29,6 +29,7 @@ constexpr double detected = 2.5;         ///< for what the general detector says
 constexpr double mostlyEnglish = 1.0;    ///< for English, which most programs speak
 /// A line is left to its neighbours where the second language is this close to the first.
 constexpr double tooClose = 2.5;
+constexpr double slightly = 0.01; ///< so little that neighbours decide
 
 /// What a line's letters are.
 struct Letters
@@ -185,16 +186,17 @@ private:
         const QString key = phraseKey(phrase.forms.last().text);
         const NgramScores scores = m_memory->ngrams().scores(words);
         const bool isEnglishPhrase = m_memory->englishVotes(key) > 0;
-        line.candidates.emplace_back(u"en"_s, scores[ngramEnglish] + mostlyEnglish +
-                                                  (isEnglishPhrase ? knownPhrase : 0) +
-                                                  (other == u"en" ? detected : 0));
+        const double english = scores[ngramEnglish] + mostlyEnglish + (isEnglishPhrase ? knownPhrase : 0) +
+                               (other == u"en" ? detected : 0);
+        line.candidates.emplace_back(u"en"_s, english);
         for (size_t i = 0; i < memoryLanguages.size(); ++i) {
             const QString code = memoryLanguages[i].code;
             if (memoryLanguages[i].isTarget || code == u"ru")
                 continue;
             const bool isKnown = m_memory->intoEnglish(int(i), key).has_value();
-            line.candidates.emplace_back(code,
-                                         scores[i] + (isKnown ? knownPhrase : 0) + (other == code ? detected : 0));
+            const double score = scores[i] + (isKnown ? knownPhrase : 0) + (other == code ? detected : 0);
+            // What programs say in English is English, unless its neighbours speak otherwise.
+            line.candidates.emplace_back(code, isEnglishPhrase ? std::min(score, english - slightly) : score);
         }
         line.decide();
         return line;
