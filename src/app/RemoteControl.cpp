@@ -141,8 +141,8 @@ QDBusMessage call(Invocation::Command command, const QDBusConnection &bus)
 bool hasJustEnded(const QDBusMessage &reply, const QDBusConnection &bus)
 {
     const auto error = QDBusError(reply).type();
-    if (error != QDBusError::ServiceUnknown && error != QDBusError::NoReply && error != QDBusError::Disconnected)
-        return false;
+    if (error == QDBusError::NotSupported || error == QDBusError::UnknownMethod)
+        return false; // it is there, and has answered
     const QDeadlineTimer deadline(endPatience);
     while (isRunning(bus) && !deadline.hasExpired())
         QThread::msleep(20);
