@@ -16,6 +16,10 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
+qsizetype lengthOf(const HistoryItem &item)
+{
+    return item.originalText.size() + item.translatedText.size();
+}
 
 auto itemWithId(const QUuid &id)
 {
@@ -152,13 +156,17 @@ void HistoryManager::restore(const QList<HistoryItem> &items)
     save();
 }
 
-/// Drops the oldest unstarred entries above the limit.
+/// Drops the oldest unstarred entries above the limits.
 void HistoryManager::trim()
 {
     qsizetype excess = m_history.size() - maxItems;
-    for (qsizetype i = m_history.size() - 1; i >= 0 && excess > 0; --i) {
+    qsizetype excessLength = -maxLength;
+    for (const HistoryItem &item : m_history)
+        excessLength += lengthOf(item);
+    for (qsizetype i = m_history.size() - 1; i >= 0 && (excess > 0 || excessLength > 0); --i) {
         if (m_history[i].isStarred)
             continue;
+        excessLength -= lengthOf(m_history[i]);
         m_history.removeAt(i);
         --excess;
     }

@@ -27,8 +27,11 @@ class HistoryManager : public QObject
     Q_OBJECT
 
 public:
-    /// How many unstarred entries are kept. Starred ones are never dropped, so that the list may be longer.
+    /// How many unstarred entries are kept, and how many UTF-16 units all texts may have: so the file, of three bytes a
+    /// unit at most for what people write, stays small enough to be read again. Starred entries are never dropped, so
+    /// that the list may be longer.
     static constexpr int maxItems = 1000;
+    static constexpr qsizetype maxLength = 32 * 1024 * 1024;
 
     /// The user's file: "Lucentra/history.json" where the desktop keeps the data of programs.
     static QString userFilePath();

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void repeatsOfTheNewestAreLeftOut();
     void trimming_data();
     void trimming();
+    void veryLongTextsMakePlace();
     void starsDeletionsAndClearing();
     void restoring_data();
     void restoring();
@@ -148,6 +149,17 @@ void HistoryManagerTest::repeatsOfTheNewestAreLeftOut()
     m_manager->add(u"c"_s, u"C"_s);
     m_queue->drain();
     QCOMPARE(namesOf(m_manager->history()), u"c c a a b a"_s);
+}
+
+void HistoryManagerTest::veryLongTextsMakePlace()
+{
+    const QString third(HistoryManager::maxLength * 2 / 5, u'x');
+    createWith({item(u"short"_s, 3), item(u"starred"_s, 2, true), item(u"old"_s, 1)});
+    for (const QString &name : {u"a"_s, u"b"_s, u"c"_s}) {
+        m_manager->add(name, third);
+        m_queue->drain();
+    }
+    QCOMPARE(namesOf(m_manager->history()), u"c b starred*"_s);
 }
 
 void HistoryManagerTest::trimming_data()

@@ -21,7 +21,8 @@ namespace {
 /// told to flush, doesn't.
 const QString pipeline = uR"(exec bash <("$0" -z "$1") -g)"_s;
 /// The first text waits for the dictionaries to be loaded.
-constexpr auto longestWait = 10s;
+constexpr std::chrono::milliseconds longestWait = 10s; ///< for an answer, and for a whole batch besides
+constexpr auto usualWait = 50ms;                       ///< for each text of a batch
 /// How sure a translation is of which every word is known: words are chosen by rules, without regard to the program.
 constexpr double fullConfidence = 0.4;
 /// What ends a text, so that nothing waits for what may follow; it comes back as it is.
@@ -121,8 +122,11 @@ QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, 
         return QList<OnDeviceOutcome>(texts.size());
     QList<OnDeviceOutcome> outcomes;
     const std::lock_guard lock(chosen->mutex);
+    const auto deadline = std::chrono::steady_clock::now() + longestWait + texts.size() * usualWait;
     for (const QString &text : texts) {
-        const auto answer = chosen->process->ask(escaped(text) + end, longestWait);
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        const auto answer = left > 0ms ? chosen->process->ask(escaped(text) + end, std::min(left, longestWait))
+                                       : std::nullopt;
         outcomes.append(answer ? outcomeOf(*answer, text)
                                : OnDeviceOutcome{.kind = OnDeviceOutcome::Kind::UnknownPhrase});
     }
