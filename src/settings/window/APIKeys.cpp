@@ -26,7 +26,9 @@ void APIKeys::load(QObject *context, std::function<void(const StoredAPIKeys &)> 
 {
     m_loadOnceMore = nullptr;
     m_worker.start([this, self = QPointer(this), context = QPointer(context), loaded = std::move(loaded)] {
-        m_mainQueue.post([self, context, loaded, keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts())] {
+        m_mainQueue.post([self, context, loaded, keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts())]() mutable {
+            if (self) // what was typed last counts, though the keychain doesn't have it yet
+                keys.keys.insert(self->m_unsaved);
             if (self && context && keys.failure)
                 self->m_loadOnceMore = [self, context, loaded] {
                     if (context)
@@ -41,6 +43,7 @@ void APIKeys::load(QObject *context, std::function<void(const StoredAPIKeys &)> 
 void APIKeys::save(const QString &account, const QString &key)
 {
     m_failed.remove(account);
+    m_unsaved.insert(account, key);
     {
         const std::scoped_lock lock(m_mutex);
         m_waiting.insert(account, key);
@@ -69,13 +72,15 @@ void APIKeys::saveNext(const QString &account)
 
 void APIKeys::finished(const QString &account, const QString &key, const Result<void> &saved)
 {
-    {
-        const std::scoped_lock lock(m_mutex);
-        if (m_waiting.contains(account))
-            return; // typed meanwhile
+    if (m_unsaved.value(account, key) != key)
+        return; // typed meanwhile
+    if (saved) {
+        m_unsaved.remove(account);
+        m_failed.remove(account);
+    } else {
+        m_unsaved.insert(account, key);
+        m_failed.insert(account);
     }
-    if (!saved)
-        m_failed.insert(account, key);
     if (onSaved)
         onSaved(account, saved);
 }
@@ -84,9 +89,8 @@ void APIKeys::retryFailed()
 {
     if (const auto load = std::exchange(m_loadOnceMore, nullptr))
         load();
-    const auto failed = std::exchange(m_failed, {});
-    for (auto it = failed.cbegin(); it != failed.cend(); ++it)
-        save(it.key(), it.value());
+    for (const QString &account : std::exchange(m_failed, {}))
+        save(account, m_unsaved.value(account));
 }
 
 void APIKeys::afterSaving(QObject *context, std::function<void()> then)

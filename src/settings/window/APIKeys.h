@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QThreadPool>
@@ -28,7 +29,7 @@ public:
     APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQueue &mainQueue);
     ~APIKeys() override;
 
-    /// The keys of all accounts. Called once more after a `retryFailed` where the keychain failed. Nothing is called
+    /// The keys of all accounts; one that still waits to be saved comes before the stored one. Called once more after a `retryFailed` where the keychain failed. Nothing is called
     /// once the context is gone.
     void load(QObject *context, std::function<void(const StoredAPIKeys &keys)> loaded);
 
@@ -51,7 +52,8 @@ private:
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;
     MainQueue &m_mainQueue;
-    QHash<QString, QString> m_failed;
+    QHash<QString, QString> m_unsaved; ///< by account: what was typed last, until the keychain has it
+    QSet<QString> m_failed;            ///< accounts of those that couldn't be saved
     std::function<void()> m_loadOnceMore; ///< where the keychain failed
     std::mutex m_mutex;
     QHash<QString, QString> m_waiting; ///< guarded by m_mutex

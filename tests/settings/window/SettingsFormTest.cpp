@@ -186,6 +186,8 @@ private Q_SLOTS:
     void theLastOfSeveralKeysWins();
     void aKeyThatCannotBeSavedIsTriedAgain_data();
     void aKeyThatCannotBeSavedIsTriedAgain();
+    void anUnsavedKeyIsShownAgain_data();
+    void anUnsavedKeyIsShownAgain();
     void aKeyShownInClearIsToldNobody();
     void lettersReachTheControls_data();
     void lettersReachTheControls();
@@ -384,6 +386,42 @@ void SettingsFormTest::aKeyThatCannotBeSavedIsTriedAgain()
     m.settle();
     QTRY_COMPARE(m.linesWith(advice), 0);
     QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "storedabc");
+}
+
+void SettingsFormTest::anUnsavedKeyIsShownAgain_data()
+{
+    QTest::addColumn<bool>("isBack");
+    QTest::newRow("the keyring is back") << true;
+    QTest::newRow("the keyring is still away") << false;
+}
+
+void SettingsFormTest::anUnsavedKeyIsShownAgain()
+{
+    QFETCH(bool, isBack);
+    Fixture m;
+    m.settings.write(settings::translationEngine, 4);
+    m.secrets.secrets.insert(u"deeplApiKey"_s, "old");
+    m.show();
+    m.view->setCurrentIndex(1);
+    const Failure away{.code = int(SecretStorageProblem::NoService), .description = u"gone"_s};
+    m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = away;
+    QTest::keyClicks(m.control<QLineEdit>(u"API Key"_s), u"NEW"_s);
+    m.settle();
+    QTRY_COMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), 1);
+    if (isBack)
+        m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = std::nullopt;
+    m.view.emplace(m.services, *m.keys);
+    m.view->setCurrentIndex(1);
+    m.view->show();
+    m.keys->retryFailed(); // as the window does when it comes up
+    m.settle();
+    auto *field = m.control<QLineEdit>(u"API Key"_s);
+    QTRY_COMPARE(field->text(), u"oldNEW"_s);
+    QCOMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), isBack ? 0 : 1);
+    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW" : "old");
+    QTest::keyClicks(field, u"!"_s);
+    m.settle();
+    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW!" : "old");
 }
 
 void SettingsFormTest::aKeyShownInClearIsToldNobody()
