@@ -17,8 +17,20 @@ namespace lucentra {
 
 namespace {
 
-/// The state of a block that goes on with the line of the one before it.
-constexpr int goesOn = 1;
+/// Set in the format of a block that goes on with the line of the one before it; formats are what undoing restores.
+constexpr int goesOnProperty = QTextFormat::UserProperty + 1;
+
+bool goesOn(const QTextBlock &block)
+{
+    return block.blockFormat().boolProperty(goesOnProperty);
+}
+
+QTextBlockFormat pieceFormat()
+{
+    QTextBlockFormat format;
+    format.setProperty(goesOnProperty, true);
+    return format;
+}
 
 /// Some input methods end what they compose at the Escape key and then pass it on.
 constexpr int sameKeyMilliseconds = 50;
@@ -75,15 +87,14 @@ void LongTextEdit::insertWhole(QTextCursor cursor, const QString &text)
     bool isFirstLine = true;
     for (QStringView line : QStringView(text).split(u'\n')) {
         if (!std::exchange(isFirstLine, false))
-            cursor.insertBlock();
+            cursor.insertBlock(QTextBlockFormat());
         for (;;) {
             const qsizetype length = pieceLength(line);
             cursor.insertText(line.first(length).toString());
             line = line.sliced(length);
             if (line.isEmpty())
                 break;
-            cursor.insertBlock();
-            cursor.block().setUserState(goesOn);
+            cursor.insertBlock(pieceFormat());
             m_hasPieces = true;
         }
     }
@@ -92,6 +103,11 @@ void LongTextEdit::insertWhole(QTextCursor cursor, const QString &text)
 
 void LongTextEdit::keyPressEvent(QKeyEvent *event)
 {
+    if (!isReadOnly() && event->matches(QKeySequence::InsertParagraphSeparator)) {
+        textCursor().insertBlock(QTextBlockFormat()); // a line of its own, also within a piece
+        ensureCursorVisible();
+        return;
+    }
     if (event->key() != Qt::Key_Escape || !takesEscape()) {
         QPlainTextEdit::keyPressEvent(event);
         return;
@@ -136,7 +152,7 @@ QString LongTextEdit::textBetween(int start, int end) const
     for (QTextBlock block = document()->findBlock(start); block.isValid() && block.position() <= end;
          block = block.next()) {
         const int skipped = std::max(0, start - block.position());
-        if (skipped == 0 && block.position() > start && block.userState() != goesOn)
+        if (skipped == 0 && block.position() > start && !goesOn(block))
             text += u'\n';
         text += QStringView(block.text()).mid(skipped, end - block.position() - skipped);
     }

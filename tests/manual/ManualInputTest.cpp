@@ -1,3 +1,4 @@
+#include "LongTextEdit.h"
 #include "MainQueue.h"
 #include "ManualInputView.h"
 #include "ManualInputViewModel.h"
@@ -78,6 +79,33 @@ class ManualInputTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void longLinesSurviveUndoing()
+    {
+        const QString line(4800, u'x');
+        QGuiApplication::clipboard()->setText(line + u"\nend"_s);
+        LongTextEdit editor;
+        editor.paste();
+        QCOMPARE(editor.wholeText(), line + u"\nend"_s);
+        editor.selectAll();
+        QTest::keyClick(&editor, Qt::Key_Delete);
+        QCOMPARE(editor.wholeText(), QString());
+        editor.undo();
+        QCOMPARE(editor.wholeText(), line + u"\nend"_s);
+        while (editor.document()->isUndoAvailable())
+            editor.undo();
+        while (editor.document()->isRedoAvailable())
+            editor.redo();
+        editor.undo(); // of the deletion
+        QCOMPARE(editor.wholeText(), line + u"\nend"_s);
+
+        QTextCursor cursor(editor.document());
+        cursor.setPosition(LongTextEdit::greatestPiece + 100);
+        editor.setTextCursor(cursor);
+        QTest::keyClick(&editor, Qt::Key_Return);
+        QCOMPARE(editor.wholeText().count(u'\n'), 2);
+        QCOMPARE(editor.wholeText().size(), line.size() + 5);
+    }
+
     void whatIsSentAndShown_data()
     {
         QTest::addColumn<QStringList>("steps");

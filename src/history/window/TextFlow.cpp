@@ -68,6 +68,30 @@ qsizetype endOf(const QTextLayout &layout)
     return last.textStart() + last.textLength();
 }
 
+/// Where the lines that lie between two heights begin and end in their text; nothing where none does.
+std::pair<qsizetype, qsizetype> textBetween(const QTextLayout &layout, qreal top, qreal bottom)
+{
+    int first = 0;
+    int end = layout.lineCount();
+    for (int count = end; count > 0;) { // the first line that reaches below the top
+        const int middle = first + count / 2;
+        const QTextLine line = layout.lineAt(middle);
+        if (line.y() + line.height() <= top) {
+            count -= middle + 1 - first;
+            first = middle + 1;
+        } else {
+            count = middle - first;
+        }
+    }
+    end = first;
+    while (end < layout.lineCount() && layout.lineAt(end).y() < bottom)
+        ++end;
+    if (first == end)
+        return {0, 0};
+    const QTextLine last = layout.lineAt(end - 1);
+    return {layout.lineAt(first).textStart(), last.textStart() + last.textLength()};
+}
+
 QString excerptBefore(const QString &text, qsizetype match)
 {
     QTextBoundaryFinder words(QTextBoundaryFinder::Word, text);
@@ -95,13 +119,16 @@ void TextFlow::layOut(const QString &text, const Shape &shape, const QList<TextR
     m_lineCount = 0;
     m_height = 0;
     m_isCutOff = false;
+    auto next = matches.begin(); // the first that doesn't end before the paragraph
     for (qsizetype start = 0; !m_isCutOff;) {
         const qsizetype end = endOfParagraph(text, start);
         const bool isLast = end >= text.size();
         addParagraph(text.sliced(start, end - start), isLast, shape);
-        for (const TextRange &match : matches) {
-            const qsizetype first = std::max(match.start, start);
-            const qsizetype last = std::min(match.start + match.length, start + m_shownLength);
+        while (next != matches.end() && next->start + next->length <= start)
+            ++next;
+        for (auto match = next; match != matches.end() && match->start < start + m_shownLength; ++match) {
+            const qsizetype first = std::max(match->start, start);
+            const qsizetype last = std::min(match->start + match->length, start + m_shownLength);
             if (first < last)
                 m_paragraphs.back().matches.append({first - start, last - first});
         }
@@ -138,14 +165,25 @@ void TextFlow::addParagraph(const QString &text, bool isLast, const Shape &shape
 void TextFlow::draw(QPainter &painter, QPointF origin, const QColor &color, const QColor &highlight) const
 {
     painter.setPen(color);
+    // An entry shown whole may be thousands of lines with a match in each: only those that can be seen cost anything.
+    const QRectF device(0, 0, painter.device()->width(), painter.device()->height());
+    const QRectF seen = painter.combinedTransform().inverted().mapRect(device);
     for (const Paragraph &paragraph : m_paragraphs) {
+        const QPointF place = origin + QPointF(0, paragraph.top);
+        const auto [first, end] = textBetween(*paragraph.layout, seen.top() - place.y(), seen.bottom() - place.y());
+        if (first == end)
+            continue;
         QList<QTextLayout::FormatRange> formats;
-        for (const TextRange &match : paragraph.matches) {
-            QTextLayout::FormatRange range{int(match.start), int(match.length), {}};
+        const auto behind = [](qsizetype position, const TextRange &match) {
+            return position < match.start + match.length;
+        };
+        for (auto match = std::upper_bound(paragraph.matches.begin(), paragraph.matches.end(), first, behind);
+             match != paragraph.matches.end() && match->start < end; ++match) {
+            QTextLayout::FormatRange range{int(match->start), int(match->length), {}};
             range.format.setBackground(highlight);
             formats.append(range);
         }
-        paragraph.layout->draw(&painter, origin + QPointF(0, paragraph.top), formats);
+        paragraph.layout->draw(&painter, place, formats, seen);
     }
 }
 
