@@ -41,6 +41,24 @@ constexpr auto buttonStyle = R"(
     QPushButton:focus { border: 2px solid rgba(255, 255, 255, 210); padding: 0 11px; }
 )";
 
+/// The text with places to break at within words that no line could hold, such as an address.
+QString breakable(const QString &text)
+{
+    constexpr int longestWhole = 24;
+    constexpr QChar zeroWidthSpace(0x200B);
+    QString result;
+    int length = 0;
+    for (const QChar c : text) {
+        if (length == longestWhole && !c.isLowSurrogate() && !c.isMark()) {
+            result += zeroWidthSpace;
+            length = 0;
+        }
+        length = c.isSpace() ? 0 : std::min(length + 1, longestWhole);
+        result += c;
+    }
+    return result;
+}
+
 int wrappedHeight(const QFont &font, const QString &text, int width)
 {
     return QFontMetrics(font).boundingRect(0, 0, width, 1 << 20, Qt::TextWordWrap, text).height();
@@ -168,9 +186,10 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
     const int around = 2 * form.padding + titleHeight + form.gap + (isBeneath ? form.gap + buttonHeight : 0);
     const int oneLine = wrappedHeight(m_messageLabel->font(), u"…"_s, textWidth);
     const int room = std::max(oneLine, greatestHeight - around);
-    const QString shown = fittedText(m_messageLabel->font(), m_message, textWidth, room);
+    const QString message = breakable(m_message);
+    const QString shown = fittedText(m_messageLabel->font(), message, textWidth, room);
     m_messageLabel->setText(shown);
-    m_messageLabel->setToolTip(shown == m_message ? QString() : m_message);
+    m_messageLabel->setToolTip(shown == message ? QString() : m_message);
     const int messageHeight = wrappedHeight(m_messageLabel->font(), shown, textWidth);
     m_messageLabel->setGeometry({corner + QPoint(0, titleHeight + form.gap), QSize(textWidth, messageHeight)});
 
