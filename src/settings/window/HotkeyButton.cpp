@@ -55,8 +55,16 @@ HotkeyButton::HotkeyButton(const LocalizationManager &texts, Scheduler &schedule
 void HotkeyButton::setDefaultTitle(const QString &title)
 {
     m_defaultTitle = title;
-    if (!m_isRecording)
-        setText(QString(title).replace(u'&', u"&&"_s)); // which may be a key, too
+    if (m_isRecording)
+        return;
+    // The button needn't be wider than while it records.
+    const int width = fontMetrics().horizontalAdvance(recordingPrompt());
+    setText(fontMetrics().elidedText(title, Qt::ElideRight, width).replace(u'&', u"&&"_s)); // which may be a key, too
+}
+
+QString HotkeyButton::recordingPrompt() const
+{
+    return m_texts.localized(u"請按下組合鍵... (按 ESC 取消)"_s);
 }
 
 void HotkeyButton::startRecording()
@@ -64,7 +72,7 @@ void HotkeyButton::startRecording()
     if (m_isRecording)
         return;
     setFocus();
-    setText(m_texts.localized(u"請按下組合鍵... (按 ESC 取消)"_s));
+    setText(recordingPrompt());
     setRecording(true);
 }
 

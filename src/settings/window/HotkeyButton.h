@@ -31,7 +31,7 @@ public:
     std::function<void(bool isRecording)> onRecordingChanged;
 
     bool isRecording() const { return m_isRecording; }
-    /// What the button shows while it doesn't record.
+    /// What the button shows while it doesn't record, elided where it is longer than the prompt of a recording.
     QString defaultTitle() const { return m_defaultTitle; }
     void setDefaultTitle(const QString &title);
     /// Ends a recording; a given title becomes the default one.
@@ -45,6 +45,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    QString recordingPrompt() const;
     void startRecording();
     bool handleRecordingKey(const QKeyEvent &event);
     void setRecording(bool recording);
