@@ -9,6 +9,8 @@
 
 #include <QSlider>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -19,6 +21,17 @@ constexpr double opacitySteps = 20; ///< in the whole range from 0 to 1
 constexpr int leastOpacity = 2;
 constexpr int leastFontSize = 12;
 constexpr int greatestFontSize = 48;
+
+/// Opacity and size as the sliders can show them, whatever number the file has.
+double shownOpacity(const SettingsStore &store)
+{
+    return std::fmin(std::fmax(store.read(settings::glassOpacity), leastOpacity / opacitySteps), 1);
+}
+
+int shownFontSize(const SettingsStore &store)
+{
+    return int(std::fmin(std::fmax(store.read(settings::fontSizeInForm), leastFontSize), greatestFontSize));
+}
 
 void addBorderColor(SettingsForm &form, FormSection &section)
 {
@@ -43,10 +56,10 @@ void addOpacity(SettingsForm &form, FormSection &section)
     NotificationCenter &center = form.services().notifications;
     section.addSlider(
         [&texts, &store] {
-            return texts.formatted(u"玻璃透明度：%d%%"_s, int(store.read(settings::glassOpacity) * 100));
+            return texts.formatted(u"玻璃透明度：%d%%"_s, int(shownOpacity(store) * 100));
         },
         leastOpacity, int(opacitySteps),
-        {[&store] { return qRound(store.read(settings::glassOpacity) * opacitySteps); },
+        {[&store] { return qRound(shownOpacity(store) * opacitySteps); },
          [&store, &center](int step) {
              store.write(settings::glassOpacity, step / opacitySteps);
              center.post(notifications::updateGlassOpacity);
@@ -62,10 +75,10 @@ void addFontSize(SettingsForm &form, FormSection &section)
                        [&store](bool isAuto) { store.write(settings::isFontSizeAuto, isAuto); }});
     QSlider *slider = section.addSlider(
         [&texts, &store] {
-            return texts.formatted(u"自訂文字大小：%d pt"_s, int(store.read(settings::fontSizeInForm)));
+            return texts.formatted(u"自訂文字大小：%d pt"_s, shownFontSize(store));
         },
         leastFontSize, greatestFontSize,
-        {[&store] { return int(store.read(settings::fontSizeInForm)); },
+        {[&store] { return shownFontSize(store); },
          [&store](int size) { store.write(settings::fontSizeInForm, size); }});
     form.keepValue([slider, &store] { slider->parentWidget()->setEnabled(!store.read(settings::isFontSizeAuto)); });
 }

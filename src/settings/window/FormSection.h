@@ -40,6 +40,7 @@ public:
 
     FormSection(SettingsForm &form, const QString &titleKey, QWidget *parent = nullptr);
 
+    /// The first option is also shown for a stored value that none has; it is the one in force then.
     QComboBox *addPicker(const QString &labelKey, const QList<PickerOption> &options, Binding<QVariant> binding);
     /// The text is made by the function, whenever the interface language or a setting changes.
     QCheckBox *addToggle(std::function<QString()> text, Binding<bool> binding);

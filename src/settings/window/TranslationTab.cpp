@@ -40,7 +40,7 @@ const QList<PickerOption> &targetOptions()
 
 FormSection::Binding<QVariant> stored(SettingsStore &store, const Setting<qint64> &setting)
 {
-    return {[&store, setting] { return QVariant(int(store.read(setting))); },
+    return {[&store, setting] { return QVariant(store.read(setting)); },
             [&store, setting](const QVariant &value) { store.write(setting, value.toInt()); }};
 }
 
@@ -141,9 +141,9 @@ void TranslationTab::loadKeys()
 
 void TranslationTab::showSelectedEngine()
 {
-    const auto selected = translationEngine(m_form.services().settings.read(settings::translationEngine));
-    if (!m_hasShown || selected != m_shown) {
-        m_hasShown = true;
+    const auto selected = translationEngine(m_form.services().settings.read(settings::translationEngine))
+                              .value_or(TranslationEngine::apple); // as the manager translates
+    if (selected != m_shown) {
         m_shown = selected;
         m_onDevice->setVisible(selected == TranslationEngine::apple);
         for (const EngineEntry &entry : engineCatalogue()) {

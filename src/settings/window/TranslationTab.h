@@ -35,8 +35,7 @@ private:
     std::array<ConsentSection *, 8> m_consents{}; ///< likewise; none for the on-device engine
     OnDeviceSection *m_onDevice = nullptr;
     ConnectionSection *m_connection = nullptr;
-    std::optional<TranslationEngine> m_shown; ///< nothing where the stored number is no engine's
-    bool m_hasShown = false;
+    std::optional<TranslationEngine> m_shown; ///< nothing until the first time
 };
 
 } // namespace lucentra

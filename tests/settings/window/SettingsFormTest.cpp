@@ -191,6 +191,9 @@ private Q_SLOTS:
     void aKeyShownInClearIsToldNobody();
     void lettersReachTheControls_data();
     void lettersReachTheControls();
+    void strangeValuesAreShownAsTheyAct_data();
+    void strangeValuesAreShownAsTheyAct();
+    void aLongHotkeyIsElided();
     void whatIsWrittenIntoTheFileIsShown();
     void whatWasTypedIsNotOverwrittenByWhatIsLoaded();
 };
@@ -501,6 +504,59 @@ void SettingsFormTest::lettersReachTheControls()
             press(label->text());
     }
     QCOMPARE(QApplication::focusWidget(), m.control<QComboBox>(m.text(u"目標語言"_s)));
+}
+
+void SettingsFormTest::strangeValuesAreShownAsTheyAct_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<QString>("name"); // of the control
+    QTest::addColumn<QVariant>("shown");
+    const auto row = [](QLatin1StringView key, const QVariant &stored, const QString &name, const QVariant &shown) {
+        QTest::addRow("%s %s", key.data(), qPrintable(stored.toString())) << QString(key) << stored << name << shown;
+    };
+    row(settings::glassOpacity.key, 1e300, u"玻璃透明度：100%"_s, 20);
+    row(settings::glassOpacity.key, 1e-300, u"玻璃透明度：10%"_s, 2);
+    row(settings::fontSize.key, 1e300, u"自訂文字大小：48 pt"_s, 48);
+    row(settings::fontSize.key, -1e300, u"自訂文字大小：12 pt"_s, 12);
+    row(settings::translationEngine.key, 99, u"翻譯引擎"_s, 0);
+    row(settings::translationEngine.key, 4294967297LL, u"翻譯引擎"_s, 0);
+    row(settings::neonBorderColor.key, u"green"_s, u"邊框發光顏色："_s, u"white"_s);
+    row(settings::targetLanguageCode.key, u"fr"_s, u"目標語言"_s, u"zh-Hant"_s);
+    row(settings::triggerMode.key, 7, u"操作模式"_s, 0);
+}
+
+void SettingsFormTest::strangeValuesAreShownAsTheyAct()
+{
+    QFETCH(QString, key);
+    QFETCH(QVariant, stored);
+    QFETCH(QString, name);
+    QFETCH(QVariant, shown);
+    Fixture m;
+    m.settings.setValue(key, QJsonValue::fromVariant(stored));
+    m.show();
+    const bool isNumber = key == settings::glassOpacity.key || key == settings::fontSize.key;
+    QCOMPARE(isNumber ? m.control<QSlider>(name)->value() : m.control<QComboBox>(name)->currentData(), shown);
+    QCOMPARE(m.settings.value(key), QJsonValue::fromVariant(stored));
+    QVERIFY(m.posted.isEmpty());
+    if (key == settings::translationEngine.key) {
+        m.view->setCurrentIndex(1);
+        QCOMPARE(m.linesWith(m.text(u"Apple 內建翻譯"_s)), 1);
+        QVERIFY(!m.control<QPushButton>(u"測試連線"_s)->isEnabled());
+    }
+}
+
+void SettingsFormTest::aLongHotkeyIsElided()
+{
+    Fixture m;
+    m.settings.write(settings::hotkeyString, QString(300, u'W'));
+    m.show();
+    m.view->setCurrentIndex(2);
+    const auto *recorder = m.control<QPushButton>(u"顯示 / 隱藏翻譯視窗："_s);
+    QVERIFY2(recorder->text().startsWith(u"WWW"_s) && recorder->text().endsWith(u'…'), qPrintable(recorder->text()));
+    auto *content = m.view->currentWidget()->findChild<QWidget *>(u"content"_s);
+    QTRY_COMPARE(clippedTexts(*content).join(u" | "_s), QString());
+    QVERIFY(content->width() <= m.view->width());
 }
 
 void SettingsFormTest::whatIsWrittenIntoTheFileIsShown()
