@@ -10,13 +10,18 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QElapsedTimer>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 #include <memory>
 
@@ -41,6 +46,14 @@ QList<HistoryItem> manyItems(int count, bool starred = false)
     for (int i = 0; i < count; ++i)
         items.append(item(u"entry %1 "_s.arg(i).repeated(1 + i * 7 % 40), count - i, starred));
     return items;
+}
+
+int coloredWidth(const QImage &image, int y, const QColor &color)
+{
+    int count = 0;
+    for (int x = 0; x < image.width(); ++x)
+        count += image.pixelColor(x, y) == color ? 1 : 0;
+    return count;
 }
 
 /// A window over a store with entries.
@@ -102,6 +115,10 @@ private Q_SLOTS:
     void copyFeedbackIsOfOneRowAndOneButton();
     void whatIsSeenStaysInItsPlace();
     void rowsLieOneBelowTheOther();
+    void aLongTextIsDrawnQuickly_data();
+    void aLongTextIsDrawnQuickly();
+    void matchesAreHighlighted_data();
+    void matchesAreHighlighted();
     void textFlows_data();
     void textFlows();
 };
@@ -327,6 +344,62 @@ void HistoryWindowTest::textFlows()
     const TextFlow flow(text, shape, HistorySearch());
     QTEST(int(std::lround(flow.height() / line)), "lines");
     QTEST(flow.isCutOff(), "isCutOff");
+}
+
+void HistoryWindowTest::aLongTextIsDrawnQuickly_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("one paragraph") << u"banana "_s.repeated(40'000);
+    QTest::newRow("without a space") << u"banana"_s.repeated(40'000);
+    QTest::newRow("many paragraphs") << u"banana\n"_s.repeated(30'000);
+}
+
+void HistoryWindowTest::aLongTextIsDrawnQuickly()
+{
+    QFETCH(QString, text);
+    const TextFlow::Shape shape{.font = QGuiApplication::font(), .width = 400, .maxLines = SHRT_MAX};
+    QElapsedTimer timer;
+    timer.start();
+    const TextFlow flow(text, shape, HistorySearch(u"a"_s));
+    qInfo("layout: %lld ms", timer.restart());
+    QImage image(400, 600, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    for (const qreal place : {0.0, 0.5, 1.0})
+        flow.draw(painter, {0, -place * (flow.height() - image.height())}, Qt::black, Qt::yellow);
+    painter.end();
+    qInfo("drawing: %lld ms", timer.elapsed());
+    QVERIFY(timer.elapsed() < 1500);
+    for (const int y : {5, 300, 595})
+        QVERIFY(coloredWidth(image, y, Qt::yellow) > 0);
+}
+
+void HistoryWindowTest::matchesAreHighlighted_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("at the start") << u"needle in hay"_s << u"needle"_s;
+    QTest::newRow("in the second paragraph") << u"hay\nhay needle"_s << u"needle"_s;
+    QTest::newRow("right to left") << u"שלום עולם"_s << u"עולם"_s;
+    QTest::newRow("left to right within right to left") << u"שלום needle עולם"_s << u"needle"_s;
+}
+
+void HistoryWindowTest::matchesAreHighlighted()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, found);
+    const TextFlow::Shape shape{.font = QGuiApplication::font(), .width = 400, .maxLines = 5};
+    const TextFlow flow(text, shape, HistorySearch(found));
+    QImage image(400, int(std::ceil(flow.height())), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    flow.draw(painter, {}, Qt::transparent, Qt::yellow);
+    painter.end();
+    int widest = 0;
+    for (int y = 0; y < image.height(); ++y)
+        widest = std::max(widest, coloredWidth(image, y, Qt::yellow));
+    const qreal width = QFontMetricsF(shape.font).horizontalAdvance(found);
+    QVERIFY2(std::abs(widest - width) <= 3, qPrintable(u"%1 of %2"_s.arg(widest).arg(width)));
 }
 
 QTEST_MAIN(HistoryWindowTest)
