@@ -9,6 +9,7 @@
 #include "WindowButton.h"
 
 #include <QAccessible>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
@@ -396,7 +397,7 @@ private Q_SLOTS:
     {
         QFETCH(QSize, pane);
         QFETCH(int, width);
-        for (const QString &message : {u"短訊息"_s, u"很長的訊息。"_s.repeated(50)}) {
+        for (const QString &message : {u"短訊息"_s, u"很長的訊息。"_s.repeated(50), u"x"_s.repeated(260)}) {
             PaneFixture fixture;
             fixture.window.resize(pane);
             fixture.window.show();
@@ -409,6 +410,11 @@ private Q_SLOTS:
             const QRect button(card->actionButton()->mapTo(fixture.view, QPoint()), card->actionButton()->size());
             QVERIFY(card->cardRect().contains(button));
             QCOMPARE(card->accessibleDescription(), message);
+            for (const QLabel *label : card->findChildren<QLabel *>()) {
+                const QRect text =
+                    label->fontMetrics().boundingRect(label->contentsRect(), Qt::TextWordWrap, label->text());
+                QVERIFY2(label->contentsRect().contains(text), qPrintable(label->text()));
+            }
         }
     }
 
