@@ -1,6 +1,7 @@
 #include "TextFlow.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QPainter>
 #include <QTextBoundaryFinder>
 
@@ -17,6 +18,8 @@ namespace {
 constexpr int charactersPerLine = 400;
 /// How much of the text is shown before a match that stands far behind its beginning.
 constexpr qsizetype charactersBeforeMatch = 24;
+/// Pieces no farther apart share a highlight.
+constexpr qreal touchingDistance = 0.05;
 
 bool endsParagraph(QChar character)
 {
@@ -68,30 +71,6 @@ qsizetype endOf(const QTextLayout &layout)
     return last.textStart() + last.textLength();
 }
 
-/// Where the lines that lie between two heights begin and end in their text; nothing where none does.
-std::pair<qsizetype, qsizetype> textBetween(const QTextLayout &layout, qreal top, qreal bottom)
-{
-    int first = 0;
-    int end = layout.lineCount();
-    for (int count = end; count > 0;) { // the first line that reaches below the top
-        const int middle = first + count / 2;
-        const QTextLine line = layout.lineAt(middle);
-        if (line.y() + line.height() <= top) {
-            count -= middle + 1 - first;
-            first = middle + 1;
-        } else {
-            count = middle - first;
-        }
-    }
-    end = first;
-    while (end < layout.lineCount() && layout.lineAt(end).y() < bottom)
-        ++end;
-    if (first == end)
-        return {0, 0};
-    const QTextLine last = layout.lineAt(end - 1);
-    return {layout.lineAt(first).textStart(), last.textStart() + last.textLength()};
-}
-
 QString excerptBefore(const QString &text, qsizetype match)
 {
     QTextBoundaryFinder words(QTextBoundaryFinder::Word, text);
@@ -99,6 +78,52 @@ QString excerptBefore(const QString &text, qsizetype match)
     if (!words.isAtBoundary())
         words.toNextBoundary();
     return u"…"_s + text.sliced(std::clamp<qsizetype>(words.position(), 0, match));
+}
+
+/// What can be seen of what is painted, in the painter's coordinates; perhaps more.
+QRectF exposedRect(const QPainter &painter)
+{
+    const QRectF device = painter.worldTransform().inverted().mapRect(QRectF(painter.window()));
+    return painter.hasClipping() ? device & painter.clipBoundingRect() : device;
+}
+
+int firstLineBelow(const QTextLayout &layout, qreal y)
+{
+    int first = 0;
+    for (int count = layout.lineCount(); count > 0;) {
+        const int half = count / 2;
+        const QTextLine line = layout.lineAt(first + half);
+        const bool isAbove = line.y() + line.height() <= y;
+        first += isAbove ? half + 1 : 0;
+        count = isAbove ? count - half - 1 : half;
+    }
+    return first;
+}
+
+/// What lies behind the matches on a line. A match that runs in both directions may have several rectangles.
+QList<QRectF> highlightsOf(const QTextLine &line, const QList<TextRange> &matches)
+{
+    const qsizetype lineStart = line.textStart();
+    const qsizetype lineEnd = lineStart + line.textLength();
+    QList<QRectF> rects;
+    auto match = std::partition_point(matches.cbegin(), matches.cend(),
+                                      [&](const TextRange &each) { return each.start + each.length <= lineStart; });
+    for (; match != matches.cend() && match->start < lineEnd; ++match) {
+        const qsizetype end = std::min(match->start + match->length, lineEnd);
+        const qsizetype start = std::max(match->start, lineStart);
+        const QList<QGlyphRun> runs = line.glyphRuns(int(start), int(end - start));
+        for (const QGlyphRun &run : runs) {
+            const QRectF glyphs = run.boundingRect();
+            const QRectF rect(glyphs.left(), line.y(), glyphs.width(), line.height());
+            const bool touches = !rects.isEmpty() && rect.left() <= rects.last().right() + touchingDistance &&
+                                 rect.right() >= rects.last().left() - touchingDistance;
+            if (touches)
+                rects.last() |= rect;
+            else if (!rect.isEmpty())
+                rects.append(rect);
+        }
+    }
+    return rects;
 }
 
 } // namespace
@@ -119,18 +144,17 @@ void TextFlow::layOut(const QString &text, const Shape &shape, const QList<TextR
     m_lineCount = 0;
     m_height = 0;
     m_isCutOff = false;
-    auto next = matches.begin(); // the first that doesn't end before the paragraph
+    auto match = matches.cbegin();
     for (qsizetype start = 0; !m_isCutOff;) {
         const qsizetype end = endOfParagraph(text, start);
         const bool isLast = end >= text.size();
         addParagraph(text.sliced(start, end - start), isLast, shape);
-        while (next != matches.end() && next->start + next->length <= start)
-            ++next;
-        for (auto match = next; match != matches.end() && match->start < start + m_shownLength; ++match) {
-            const qsizetype first = std::max(match->start, start);
-            const qsizetype last = std::min(match->start + match->length, start + m_shownLength);
-            if (first < last)
-                m_paragraphs.back().matches.append({first - start, last - first});
+        while (match != matches.cend() && match->start + match->length <= start)
+            ++match;
+        for (auto each = match; each != matches.cend() && each->start < start + m_shownLength; ++each) {
+            const qsizetype first = std::max(each->start, start);
+            const qsizetype last = std::min(each->start + each->length, start + m_shownLength);
+            m_paragraphs.back().matches.append({first - start, last - first});
         }
         m_shownLength += start;
         if (isLast)
@@ -164,26 +188,21 @@ void TextFlow::addParagraph(const QString &text, bool isLast, const Shape &shape
 
 void TextFlow::draw(QPainter &painter, QPointF origin, const QColor &color, const QColor &highlight) const
 {
+    const QRectF exposed = exposedRect(painter).translated(-origin);
+    const auto paragraph = std::partition_point(m_paragraphs.cbegin(), m_paragraphs.cend(), [&](const Paragraph &each) {
+        return each.top + each.layout->boundingRect().height() <= exposed.top();
+    });
     painter.setPen(color);
-    // An entry shown whole may be thousands of lines with a match in each: only those that can be seen cost anything.
-    const QRectF device(0, 0, painter.device()->width(), painter.device()->height());
-    const QRectF seen = painter.combinedTransform().inverted().mapRect(device);
-    for (const Paragraph &paragraph : m_paragraphs) {
-        const QPointF place = origin + QPointF(0, paragraph.top);
-        const auto [first, end] = textBetween(*paragraph.layout, seen.top() - place.y(), seen.bottom() - place.y());
-        if (first == end)
-            continue;
-        QList<QTextLayout::FormatRange> formats;
-        const auto behind = [](qsizetype position, const TextRange &match) {
-            return position < match.start + match.length;
-        };
-        for (auto match = std::upper_bound(paragraph.matches.begin(), paragraph.matches.end(), first, behind);
-             match != paragraph.matches.end() && match->start < end; ++match) {
-            QTextLayout::FormatRange range{int(match->start), int(match->length), {}};
-            range.format.setBackground(highlight);
-            formats.append(range);
+    for (auto each = paragraph; each != m_paragraphs.cend() && each->top < exposed.bottom(); ++each) {
+        const QPointF corner = origin + QPointF(0, each->top);
+        for (int i = firstLineBelow(*each->layout, exposed.top() - each->top); i < each->layout->lineCount(); ++i) {
+            const QTextLine line = each->layout->lineAt(i);
+            if (each->top + line.y() >= exposed.bottom())
+                break;
+            for (const QRectF &rect : highlightsOf(line, each->matches))
+                painter.fillRect(rect.translated(corner), highlight);
+            line.draw(&painter, corner);
         }
-        paragraph.layout->draw(&painter, place, formats, seen);
     }
 }
 

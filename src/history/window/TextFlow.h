@@ -35,7 +35,7 @@ public:
     qreal height() const { return m_height; }
     bool isCutOff() const { return m_isCutOff; }
 
-    /// The matches have the highlight behind them.
+    /// The matches have the highlight behind them. Only the lines within the painter's device and clip are drawn.
     void draw(QPainter &painter, QPointF origin, const QColor &color, const QColor &highlight) const;
 
 private:
