@@ -55,9 +55,7 @@ void addOpacity(SettingsForm &form, FormSection &section)
     SettingsStore &store = form.services().settings;
     NotificationCenter &center = form.services().notifications;
     section.addSlider(
-        [&texts, &store] {
-            return texts.formatted(u"玻璃透明度：%d%%"_s, int(shownOpacity(store) * 100));
-        },
+        [&texts, &store] { return texts.formatted(u"玻璃透明度：%d%%"_s, int(shownOpacity(store) * 100)); },
         leastOpacity, int(opacitySteps),
         {[&store] { return qRound(shownOpacity(store) * opacitySteps); },
          [&store, &center](int step) {
@@ -73,13 +71,11 @@ void addFontSize(SettingsForm &form, FormSection &section)
     section.addToggle(u"自動調整文字大小"_s,
                       {[&store] { return store.read(settings::isFontSizeAuto); },
                        [&store](bool isAuto) { store.write(settings::isFontSizeAuto, isAuto); }});
-    QSlider *slider = section.addSlider(
-        [&texts, &store] {
-            return texts.formatted(u"自訂文字大小：%d pt"_s, shownFontSize(store));
-        },
-        leastFontSize, greatestFontSize,
-        {[&store] { return shownFontSize(store); },
-         [&store](int size) { store.write(settings::fontSizeInForm, size); }});
+    QSlider *slider =
+        section.addSlider([&texts, &store] { return texts.formatted(u"自訂文字大小：%d pt"_s, shownFontSize(store)); },
+                          leastFontSize, greatestFontSize,
+                          {[&store] { return shownFontSize(store); },
+                           [&store](int size) { store.write(settings::fontSizeInForm, size); }});
     form.keepValue([slider, &store] { slider->parentWidget()->setEnabled(!store.read(settings::isFontSizeAuto)); });
 }
 
