@@ -18,6 +18,8 @@ namespace {
 constexpr int charactersPerLine = 400;
 /// How much of the text is shown before a match that stands far behind its beginning.
 constexpr qsizetype charactersBeforeMatch = 24;
+/// In UTF-16 units; a paragraph with a longer one is wrapped between any two characters.
+constexpr qsizetype longestWord = 10'000;
 /// Pieces no farther apart share a highlight.
 constexpr qreal touchingDistance = 0.05;
 
@@ -53,11 +55,25 @@ void wrap(QTextLayout &layout, qreal width, int maxLines)
     layout.endLayout();
 }
 
+/// A word so long that the toolkit, which looks for its end on each of its lines, would take seconds.
+bool hasVeryLongWord(const QString &text)
+{
+    if (text.size() <= longestWord)
+        return false;
+    QTextBoundaryFinder places(QTextBoundaryFinder::Line, text);
+    for (qsizetype start = 0, end = places.toNextBoundary(); end > start; end = places.toNextBoundary()) {
+        if (end - start > longestWord)
+            return true;
+        start = end;
+    }
+    return false;
+}
+
 std::unique_ptr<QTextLayout> layoutOf(const QString &text, const TextFlow::Shape &shape, int maxLines)
 {
     auto layout = std::make_unique<QTextLayout>(text, shape.font);
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(hasVeryLongWord(text) ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setTextDirection(Qt::LayoutDirectionAuto);
     option.setAlignment(text.isRightToLeft() ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeft | Qt::AlignAbsolute);
     layout->setTextOption(option);

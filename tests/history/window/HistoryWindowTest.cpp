@@ -361,7 +361,8 @@ void HistoryWindowTest::aLongTextIsDrawnQuickly()
     QElapsedTimer timer;
     timer.start();
     const TextFlow flow(text, shape, HistorySearch(u"a"_s));
-    qInfo("layout: %lld ms", timer.restart());
+    qInfo("layout: %lld ms", timer.elapsed());
+    QVERIFY(timer.restart() < 2000);
     QImage image(400, 600, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
