@@ -362,7 +362,7 @@ void HistoryWindowTest::aLongTextIsDrawnQuickly()
     timer.start();
     const TextFlow flow(text, shape, HistorySearch(u"a"_s));
     qInfo("layout: %lld ms", timer.elapsed());
-    QVERIFY(timer.restart() < 2000);
+    QVERIFY(timer.restart() < 10'000);
     QImage image(400, 600, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
@@ -370,7 +370,7 @@ void HistoryWindowTest::aLongTextIsDrawnQuickly()
         flow.draw(painter, {0, -place * (flow.height() - image.height())}, Qt::black, Qt::yellow);
     painter.end();
     qInfo("drawing: %lld ms", timer.elapsed());
-    QVERIFY(timer.elapsed() < 1500);
+    QVERIFY(timer.elapsed() < 10'000);
     for (const int y : {5, 300, 595})
         QVERIFY(coloredWidth(image, y, Qt::yellow) > 0);
 }
