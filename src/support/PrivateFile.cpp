@@ -42,8 +42,8 @@ Result<void> writePrivateFile(const QString &path, const QByteArray &content)
     const QFileInfo info(path);
     if (info.exists() && !info.isFile()) // the new file would take its place
         return failure(qt_error_string(ENOTSUP));
-    const QFileInfo target(info.exists() ? info.canonicalFilePath() : info.absoluteFilePath()); // a link stays one
-    QTemporaryFile file(target.path() + u'/' + unfinishedName(target.fileName(), u"XXXXXX"_s)); // 0600
+    const QFileInfo target(info.exists() ? info.canonicalFilePath() : info.absoluteFilePath());      // a link stays one
+    QTemporaryFile file(target.path() + u'/' + unfinishedName(target.fileName(), QString(6, u'X'))); // 0600
     if (!file.open())
         return failure(file.errorString());
     // A full disk may be noticed only when the last part of the buffer is written.

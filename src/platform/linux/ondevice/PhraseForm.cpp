@@ -11,7 +11,7 @@ namespace lucentra {
 
 namespace {
 
-/// A tag is one that is closed somewhere or stands alone by its nature; "<pattern>" is a placeholder.
+/// A tag is one that is closed somewhere or stands alone by its nature; "<pattern>" names a value.
 QString withoutMarkup(const QString &text)
 {
     if (!text.contains(u'<'))

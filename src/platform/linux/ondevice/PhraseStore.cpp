@@ -135,7 +135,8 @@ std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &surv
     if (cache.open(QIODevice::WriteOnly) && cache.setPermissions(QFile::ReadOwner | QFile::WriteOwner)) {
         if (!buildPhraseFile(survey, cache, m_isCancelled))
             cache.cancelWriting();
-        if (cache.commit())
+        // On a full disk the last part may not fit, which committing alone doesn't tell.
+        if (cache.flush() && cache.commit())
             return PhraseFile::open(m_cachePath);
         if (m_isCancelled)
             return nullptr;
