@@ -205,19 +205,21 @@ void SecretServiceClient::askUser(GCancellable *cancel)
         m_prompt.ask(m_bus.get(), *request, cancel);
 }
 
-/// Makes the call in the kept session, and once more in a new one where the kept one may have been the reason.
+/// Makes the call in the kept session, and once more in a new one where the kept one, or a bus that has just ended, may
+/// have been the reason.
 template <typename Answer>
 Answer SecretServiceClient::withSession(GCancellable *cancel, const std::function<Answer()> &call)
 {
-    for (;;) {
+    for (bool isSecondAttempt = false;; isSecondAttempt = true) {
         const bool isKept = m_service != nullptr;
-        if (auto opened = open(cancel); !opened)
-            return tl::unexpected(opened.error());
-        Answer answer = call();
-        const bool isSessionDoubtful = !answer && !m_request;
-        if (isSessionDoubtful)
-            close();
-        if (!isSessionDoubtful || !isKept || g_cancellable_is_cancelled(cancel))
+        const auto opened = open(cancel);
+        Answer answer = opened ? call() : Answer(tl::unexpected(opened.error()));
+        if (answer || m_request)
+            return answer;
+        // GLib hands a connection out until it has noticed that the other side is gone.
+        const bool hasBusEnded = m_bus && g_dbus_connection_is_closed(m_bus.get());
+        close();
+        if (isSecondAttempt || !(isKept || hasBusEnded) || g_cancellable_is_cancelled(cancel))
             return answer;
     }
 }
