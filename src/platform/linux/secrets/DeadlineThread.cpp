@@ -57,6 +57,7 @@ void DeadlineThread::run()
         if (!g_cancellable_is_cancelled(task->cancellable.get()))
             task->run(task->cancellable.get());
     }
+    m_atEnd();
     while (g_main_context_iteration(context, FALSE)) {
     }
     g_main_context_pop_thread_default(context);
