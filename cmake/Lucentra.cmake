@@ -28,7 +28,8 @@ target_precompile_headers(lucentra-precompiled PRIVATE
 
 if(LUCENTRA_UNITY_BUILD)
     # What is local to one file is seen by its neighbours then.
-    target_compile_options(lucentra-common INTERFACE -Wno-shadow -Wno-unused-function -Wno-subobject-linkage)
+    target_compile_options(lucentra-common INTERFACE -Wno-shadow -Wno-unused-function
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
 
 # lucentra_library(<name> [MOC] SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])

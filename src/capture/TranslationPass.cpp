@@ -91,7 +91,7 @@ void TranslationPass::startCapturePass()
                           .paneSize = m_pane.paneSize(),
                           .exclusionRects = m_pane.windowControlExclusionRects(controlPadding)};
     captureGlassArea(m_steps.capture, m_pane.glassArea(), m_texts,
-                     [this, weak = std::weak_ptr(m_self), &queue = m_mainQueue, context](const Result<QImage> &image) {
+                     [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context](const Result<QImage> &image) {
                          // On the service's thread: only forwarded.
                          queue.post([weak, context, image] {
                              const auto self = weak.lock();

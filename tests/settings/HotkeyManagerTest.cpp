@@ -103,12 +103,12 @@ private:
             });
         }
     };
-    std::optional<Fixture> m;
+    std::unique_ptr<Fixture> m;
 };
 
 void HotkeyManagerTest::init()
 {
-    m.emplace();
+    m = std::make_unique<Fixture>();
 }
 
 void HotkeyManagerTest::theStoredCombinationIsRegisteredAndShown_data()

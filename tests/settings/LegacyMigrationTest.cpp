@@ -70,7 +70,7 @@ class LegacyMigrationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m.emplace(); }
+    void init() { m = std::make_unique<Fixture>(); }
     void historyComesFromTheFirstSourceThatHasOne_data();
     void historyComesFromTheFirstSourceThatHasOne();
     void aHistoryIsCopiedOnlyOnce();
@@ -109,7 +109,7 @@ private:
                               [this](const QString &line) { log.append(line); });
         }
     };
-    std::optional<Fixture> m;
+    std::unique_ptr<Fixture> m;
 };
 
 void LegacyMigrationTest::historyComesFromTheFirstSourceThatHasOne_data()

@@ -83,12 +83,12 @@ NgramCounter::NgramCounter()
 void NgramCounter::learn(int language, QStringView phrase)
 {
     const auto place = size_t(language);
-    auto &[letters, ideographs] = m_totals[place];
-    if (letters + ideographs >= mostCounted)
+    auto &totals = m_totals[place];
+    if (totals.letters + totals.ideographs >= mostCounted)
         return;
     eachNgram(phrase, [&](quint32 at) {
         ++m_counts[place][at];
-        ++(at < half ? letters : ideographs);
+        ++(at < half ? totals.letters : totals.ideographs);
     });
 }
 

@@ -49,8 +49,14 @@ public:
     QByteArray model() const;
 
 private:
-    std::array<std::vector<quint32>, ngramLanguageCount> m_counts;     ///< by bucket
-    std::array<std::array<quint64, 2>, ngramLanguageCount> m_totals{}; ///< of letters, of ideographs
+    struct Totals
+    {
+        quint64 letters = 0;
+        quint64 ideographs = 0;
+    };
+
+    std::array<std::vector<quint32>, ngramLanguageCount> m_counts; ///< by bucket
+    std::array<Totals, ngramLanguageCount> m_totals;
 };
 
 } // namespace lucentra

@@ -16,7 +16,7 @@ class AutostartEntryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m.emplace(); }
+    void init() { m = std::make_unique<Fixture>(); }
     void whatIsInForce_data();
     void whatIsInForce();
     void switchingOnWritesAnEntryAndOffRemovesIt();
@@ -48,7 +48,7 @@ private:
             return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
         }
     };
-    std::optional<Fixture> m;
+    std::unique_ptr<Fixture> m;
 };
 
 void AutostartEntryTest::whatIsInForce_data()
