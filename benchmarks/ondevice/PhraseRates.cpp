@@ -1,6 +1,8 @@
 // How many of a list of interface texts the memory of this computer translates, by language, and how many of a list of
 // lines ("code<TAB>text") are told right.
 // usage: phrase-rates TEXTS LINES [--misses]
+//        phrase-rates TEXTS --answers [CODE ...]: one line a text, with what each language makes of it when it stands
+//        alone on the screen, separated by tabs; where nothing new comes back, nothing stands there
 #include "CatalogueFolders.h"
 #include "MemoryLanguage.h"
 #include "PhraseCollector.h"
@@ -73,6 +75,21 @@ void printIdentification(std::shared_ptr<const PhraseFile> file, const QStringLi
     std::printf("all %d of %d\n", right, int(lines.size()));
 }
 
+void printAnswers(const std::shared_ptr<const PhraseFile> &file, const QStringList &texts, const QStringList &targets)
+{
+    ScreenLanguageIdentifier identifier([file] { return file; });
+    for (const QString &text : texts) {
+        const QString source = identifier.identify({text}).first();
+        QStringList answers{text};
+        for (const QString &target : targets) {
+            const auto lookup = PhraseLookup::between(*file, {source, target});
+            const auto found = lookup ? lookup->translate(text) : std::nullopt;
+            answers.append(found && found->text != text ? found->text : QString());
+        }
+        std::puts(qUtf8Printable(answers.join(u'\t')));
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -90,6 +107,10 @@ int main(int argc, char **argv)
     if (!buildPhraseFile(surveyCatalogues(CatalogueFolders::ofThisSystem()), buffer, isCancelled))
         return 1;
     const auto file = PhraseFile::fromBytes(buffer.data());
+    if (arguments[2] == "--answers"_L1) {
+        printAnswers(file, linesOf(arguments[1]), arguments.sliced(3));
+        return 0;
+    }
     std::printf("%u phrases of %u catalogues\n", file->header().phrases, file->header().catalogues);
     printRates(*file, linesOf(arguments[1]), withMisses);
     std::puts("languages told with the memory:");
