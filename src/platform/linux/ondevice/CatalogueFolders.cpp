@@ -27,10 +27,10 @@ constexpr std::array leftOut{"iso_639-3"_L1,  "iso_639_3"_L1,  "iso_639-5"_L1, "
 QString familyOf(const QString &domain)
 {
     qsizetype end = 0;
-    while (end < domain.size() && !domain[end].isDigit() && domain[end] != u'.')
-        ++end;
+    while (end < domain.size() && !domain[end].isDigit() && domain[end] != u'.' && (end == 0 || domain[end] != u'_'))
+        ++end; // what follows names a part or a version
     QString family = domain.first(end).toLower();
-    while (family.endsWith(u'-') || family.endsWith(u'_'))
+    while (family.endsWith(u'-'))
         family.chop(1);
     if (family.startsWith("qt"_L1))
         family = u"qt"_s; // all modules have the same translators
@@ -121,12 +121,16 @@ private:
 
     void add(const QFileInfo &info, const QString &domain, int language, bool isQt)
     {
+        // LibreOffice has a catalogue for each of its parts, with names of a few letters.
+        const bool isOffice = info.path().contains("/libreoffice/"_L1);
         const bool isLeftOut = std::any_of(leftOut.begin(), leftOut.end(), [&](auto name) { return domain == name; });
         if (!isLeftOut && info.size() <= largestFile && m_found.size() < mostFiles)
-            m_found.push_back(
-                {.file = {.path = info.filePath(), .family = familyOf(domain), .language = language, .isQt = isQt},
-                 .size = info.size(),
-                 .changed = info.lastModified().toMSecsSinceEpoch()});
+            m_found.push_back({.file = {.path = info.filePath(),
+                                        .family = isOffice ? u"libreoffice"_s : familyOf(domain),
+                                        .language = language,
+                                        .isQt = isQt},
+                               .size = info.size(),
+                               .changed = info.lastModified().toMSecsSinceEpoch()});
     }
 
     /// Beyond any real system; bounds what a hostile folder costs.

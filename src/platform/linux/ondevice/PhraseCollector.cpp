@@ -15,6 +15,7 @@
 #include <bit>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -30,9 +31,43 @@ constexpr qint64 largestFile = 32 << 20;
 /// Ten times what a computer full of programs has; bounds what hostile catalogues cost.
 constexpr qsizetype mostBytes = 256 << 20;
 
+/// Fewer texts may have taken a word from another language.
+constexpr quint16 fewestTexts = 3;
+/// Longer words are made of others, or none.
+constexpr qsizetype longestWord = 24;
+/// A translation of a single word as long as this, in half widths of a character, may say more than the word.
+constexpr int longForAWord = 9;
+/// Of the texts that a translation stands for, so many are looked at; bounds what hostile catalogues cost.
+constexpr size_t mostWaysBack = 100;
+/// What a family's voice counts; if it says several things, each gets its part.
+constexpr int wholeVoice = 60;
+
 bool hasLetter(const QString &text)
 {
     return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+}
+
+bool hasDenseScript(const QString &text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar c) { return isDenseScript(c.unicode()); });
+}
+
+/// Some translators keep the source beside its translation: "Period (기간)", "감마 (Gamma)".
+QString withoutSource(const QString &translation, QByteArrayView source)
+{
+    if (!translation.endsWith(u')') && !translation.endsWith(u'）'))
+        return translation;
+    qsizetype open = translation.lastIndexOf(u'(');
+    if (open < 0)
+        open = translation.lastIndexOf(u'（');
+    if (open <= 0)
+        return translation;
+    const QString before = translation.first(open).trimmed();
+    const QString within = translation.sliced(open + 1).chopped(1).trimmed();
+    const QString known = QString::fromUtf8(source);
+    if (phraseKey(before) == known)
+        return within;
+    return phraseKey(within) == known ? before : translation;
 }
 
 /// The bytes of a regular file, read rather than mapped: a mapped one that is cut short meanwhile would be fatal.
@@ -132,10 +167,35 @@ const PhraseCollector::Source &PhraseCollector::source(QByteArrayView text)
         const StringPool::Place place = m_strings.place(phrase);
         source.text = place.offset;
         source.key = m_strings.place(phraseKey(phrase)).offset;
-        if (place.isNew)
+        if (place.isNew) {
             m_ngrams.learn(ngramEnglish, phrase);
+            learnWords(phrase);
+        }
     }
     return source;
+}
+
+void PhraseCollector::learnWords(QStringView phrase)
+{
+    QByteArray word;
+    const auto finish = [&] {
+        if (word.size() >= 2 && word.size() <= longestWord) {
+            const StringPool::Place place = m_words.place(QByteArrayView(word));
+            if (place.isNew)
+                m_wordCounts.push_back(0);
+            quint16 &count = m_wordCounts[place.number];
+            count += count < std::numeric_limits<quint16>::max() ? 1 : 0;
+        }
+        word.clear();
+    };
+    for (const QChar c : phrase) {
+        const char16_t lower = c.unicode() | 0x20;
+        if (lower >= u'a' && lower <= u'z')
+            word.append(char(lower));
+        else
+            finish();
+    }
+    finish();
 }
 
 void PhraseCollector::add(const QString &family, int language, QByteArrayView sourceText, const QString &translation)
@@ -148,9 +208,13 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
     const bool isTarget = memoryLanguages[size_t(language)].isTarget;
     if (!isTarget && translation.size() > longestForeign)
         return m_ngrams.learn(language, translation);
-    const auto form = translationForm(translation, from.form, from.hasMnemonic);
+    auto form = translationForm(translation, from.form, from.hasMnemonic);
     if (!form || form->size() > longestPhrase || !hasLetter(*form))
         return;
+    if (isTarget && !hasDenseScript(*form))
+        return; // a name, a unit or another code, which says nothing to those who read the language
+    if (isTarget)
+        form = withoutSource(*form, m_strings.string(from.key));
     const StringPool::Place key = m_strings.place(phraseKey(*form));
     if (key.offset == from.key)
         return; // left as it is
@@ -164,34 +228,125 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
     m_records.push_back({.key = key.offset, .value = from.text, .table = quint16(2 * language + 1), .family = voter});
 }
 
-std::vector<PhraseSlot> PhraseCollector::chosen(const Record *begin, const Record *end) const
+std::span<const PhraseCollector::Record> PhraseCollector::records(quint16 table) const
+{
+    const auto [begin, end] = std::equal_range(m_records.begin(), m_records.end(), Record{.table = table},
+                                               [](const Record &a, const Record &b) { return a.table < b.table; });
+    return {begin, end};
+}
+
+std::span<const PhraseCollector::Record> PhraseCollector::wayBack(const Record &answer)
+{
+    const quint32 key = m_strings.place(phraseKey(QString::fromUtf8(m_strings.string(answer.value)))).offset;
+    const auto all = records(answer.table + 1);
+    const auto [begin, end] = std::equal_range(all.begin(), all.end(), Record{.key = key},
+                                               [](const Record &a, const Record &b) { return a.key < b.key; });
+    return std::span(begin, end).first(std::min<size_t>(size_t(end - begin), mostWaysBack));
+}
+
+int PhraseCollector::familiesOnWayBack(const Record &answer)
+{
+    std::vector<quint16> families;
+    for (const Record &back : wayBack(answer))
+        families.push_back(back.family);
+    std::sort(families.begin(), families.end());
+    return int(std::unique(families.begin(), families.end()) - families.begin());
+}
+
+bool PhraseCollector::isDoubtful(const Record &answer)
+{
+    const QByteArrayView word = m_strings.string(answer.key);
+    if (word.contains(' ') || word.contains('('))
+        return false;
+    const QString translation = QString::fromUtf8(m_strings.string(answer.value));
+    if (translation.contains(u'(') || translation.contains(u'（'))
+        return true; // an explanation
+    int width = 0;
+    for (const QChar c : translation)
+        width += c.isSpace() || c == u'ー' ? 0 : c.script() == QChar::Script_Han ? 2 : 1;
+    if (width < longForAWord)
+        return false;
+    // A translation of a longer phrase too, as that of "Sampling rate" may stand for "Rate" in one program.
+    const auto back = wayBack(answer);
+    return std::any_of(back.begin(), back.end(), [&](const Record &longer) {
+        const QStringList words = phraseKey(QString::fromUtf8(m_strings.string(longer.value))).split(u' ');
+        return words.size() > 1 && words.contains(QString::fromUtf8(word));
+    });
+}
+
+PhraseSlot PhraseCollector::choice(std::span<const Record> answers)
+{
+    const bool isFromEnglish = answers.front().table % 2 == 0;
+    std::vector<quint16> voices; // each as often as it says something else
+    for (size_t i = 0; i < answers.size(); ++i) {
+        if (i == 0 || answers[i].family != answers[i - 1].family || answers[i].value != answers[i - 1].value)
+            voices.push_back(answers[i].family);
+    }
+    std::sort(voices.begin(), voices.end());
+    PhraseSlot phrase{.key = answers.front().key};
+    const Record *best = nullptr;
+    int bestWeight = -1;
+    bool isBestDoubtful = false;
+    for (auto rest = answers; !rest.empty();) {
+        const Record &answer = rest.front();
+        quint16 votes = 0;
+        int weight = 0;
+        size_t count = 0;
+        for (; count < rest.size() && rest[count].value == answer.value; ++count) {
+            if (count > 0 && rest[count].family == rest[count - 1].family)
+                continue;
+            const auto [first, last] = std::equal_range(voices.begin(), voices.end(), rest[count].family);
+            weight += wholeVoice / int(last - first);
+            ++votes;
+        }
+        rest = rest.subspan(count);
+        const bool isDoubted = isFromEnglish && isDoubtful(answer);
+        weight = isDoubted ? weight / 2 : weight;
+        bool isBetter = weight > bestWeight;
+        if (weight == bestWeight) {
+            const auto longer = m_strings.length(answer.value) - m_strings.length(best->value);
+            // Of two that are as long, the one is likelier that more programs use, for whatever.
+            isBetter =
+                longer < 0 || (longer == 0 && isFromEnglish && familiesOnWayBack(answer) > familiesOnWayBack(*best));
+        }
+        if (isBetter) {
+            best = &answer;
+            bestWeight = weight;
+            isBestDoubtful = isDoubted;
+            phrase.value = answer.value;
+            phrase.votes = votes;
+        }
+    }
+    phrase.voters = quint16(std::unique(voices.begin(), voices.end()) - voices.begin());
+    return isBestDoubtful && phrase.votes == 1 ? PhraseSlot() : phrase;
+}
+
+std::vector<PhraseSlot> PhraseCollector::chosen(quint16 table)
 {
     std::vector<PhraseSlot> phrases;
-    while (begin != end) {
-        const Record *const past = std::find_if(begin, end, [&](const Record &r) { return r.key != begin->key; });
-        PhraseSlot phrase{.key = begin->key};
-        std::vector<quint16> voters;
-        for (const Record *value = begin; value != past;) {
-            const Record *const pastValue =
-                std::find_if(value, past, [&](const Record &r) { return r.value != value->value; });
-            quint16 votes = 0;
-            for (const Record *one = value; one != pastValue; ++one) {
-                votes += one == value || one->family != (one - 1)->family ? 1 : 0;
-                voters.push_back(one->family);
-            }
-            const bool isShorter = m_strings.length(value->value) < m_strings.length(phrase.value);
-            if (votes > phrase.votes || (votes == phrase.votes && isShorter)) {
-                phrase.value = value->value;
-                phrase.votes = votes;
-            }
-            value = pastValue;
-        }
-        std::sort(voters.begin(), voters.end());
-        phrase.voters = quint16(std::unique(voters.begin(), voters.end()) - voters.begin());
-        phrases.push_back(phrase);
-        begin = past;
+    for (auto rest = records(table); !rest.empty();) {
+        size_t count = 1;
+        while (count < rest.size() && rest[count].key == rest.front().key)
+            ++count;
+        const PhraseSlot phrase = choice(rest.first(count));
+        if (phrase.votes > 0)
+            phrases.push_back(phrase);
+        rest = rest.subspan(count);
     }
     return phrases;
+}
+
+std::vector<PhraseSlot> PhraseCollector::englishWords()
+{
+    std::vector<PhraseSlot> words;
+    const qsizetype end = m_words.bytes().size();
+    quint32 number = 0;
+    for (qsizetype at = 0; at < end; at += 2 + m_words.length(quint32(at)), ++number) {
+        if (m_wordCounts[number] >= fewestTexts)
+            words.push_back(
+                {.key = m_strings.place(m_words.string(quint32(at))).offset, .votes = m_wordCounts[number]});
+    }
+    return words;
 }
 
 bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 catalogues)
@@ -203,20 +358,22 @@ bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 cata
     header.fingerprint = fingerprint;
     header.builtAt = QDateTime::currentSecsSinceEpoch();
     header.catalogues = catalogues;
-    quint64 offset = sizeof header;
-    std::vector<std::vector<PhraseSlot>> phrases(phraseTableCount);
-    for (size_t table = 0; table < phrases.size(); ++table) {
-        const auto [begin, end] = std::equal_range(m_records.begin(), m_records.end(), Record{.table = quint16(table)},
-                                                   [](const Record &a, const Record &b) { return a.table < b.table; });
-        phrases[table] = chosen(std::to_address(begin), std::to_address(end));
-        const auto entries = quint32(phrases[table].size());
-        header.tables[table] = {.offset = offset, .capacity = entries + entries / 2, .entries = entries};
-        if (entries == 1)
-            header.tables[table].capacity = 2; // a table without an empty slot would do, but is never left early
-        header.phrases += entries;
-        offset += header.tables[table].capacity * sizeof(PhraseSlot);
+    std::vector<std::vector<PhraseSlot>> phrases;
+    for (quint16 table = 0; table < phraseTableCount; ++table) {
+        phrases.push_back(chosen(table));
+        header.phrases += quint32(phrases.back().size());
     }
     std::vector<Record>().swap(m_records);
+    phrases.push_back(englishWords());
+    quint64 offset = sizeof header;
+    for (size_t table = 0; table < phrases.size(); ++table) {
+        const auto entries = quint32(phrases[table].size());
+        PhraseTable &place = table < phraseTableCount ? header.tables[table] : header.words;
+        place = {.offset = offset, .capacity = entries + entries / 2, .entries = entries};
+        if (entries == 1)
+            place.capacity = 2; // a table without an empty slot would do, but is never left early
+        offset += place.capacity * sizeof(PhraseSlot);
+    }
     header.ngrams = offset;
     header.strings = offset + NgramModel::byteCount;
     header.stringsSize = quint64(m_strings.bytes().size());
@@ -227,7 +384,8 @@ bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 cata
     };
     bool isWritten = put(&header, sizeof header);
     for (size_t table = 0; table < phrases.size(); ++table) {
-        std::vector<PhraseSlot> places(header.tables[table].capacity);
+        std::vector<PhraseSlot> places(table < phraseTableCount ? header.tables[table].capacity
+                                                                : header.words.capacity);
         for (PhraseSlot phrase : phrases[table]) {
             const quint64 hash = phraseHash(m_strings.string(phrase.key));
             phrase.tag = quint32(hash);

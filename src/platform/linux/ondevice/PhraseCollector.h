@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <atomic>
+#include <span>
 #include <vector>
 
 namespace lucentra {
@@ -80,9 +81,21 @@ private:
     };
 
     const Source &source(QByteArrayView text);
-    std::vector<PhraseSlot> chosen(const Record *begin, const Record *end) const;
+    void learnWords(QStringView phrase);
+    std::span<const Record> records(quint16 table) const;
+    /// What the families' votes come to, by phrase.
+    std::vector<PhraseSlot> chosen(quint16 table);
+    PhraseSlot choice(std::span<const Record> answers);
+    /// What a translation stands for in English, by which program.
+    std::span<const Record> wayBack(const Record &answer);
+    /// Whether a translation of a single word may say more than the word does.
+    bool isDoubtful(const Record &answer);
+    int familiesOnWayBack(const Record &answer);
+    std::vector<PhraseSlot> englishWords();
 
     StringPool m_strings{500'000};
+    StringPool m_words{30'000};
+    std::vector<quint16> m_wordCounts; ///< in how many English texts, by the numbers of the words
     NgramCounter m_ngrams;
     StringPool m_sourceTexts{100'000};
     std::vector<Source> m_sources; ///< by the number of their texts

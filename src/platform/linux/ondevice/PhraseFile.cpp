@@ -83,9 +83,11 @@ bool PhraseFile::check()
     };
     const bool isOurs = m_header->magic == expected.magic && m_header->version == expected.version &&
                         m_header->byteOrder == expected.byteOrder && m_header->fileSize == size;
-    const bool tablesFit = std::all_of(m_header->tables.begin(), m_header->tables.end(), [&](const PhraseTable &table) {
+    const auto tableFits = [&](const PhraseTable &table) {
         return fits(table.offset, quint64(table.capacity) * sizeof(PhraseSlot));
-    });
+    };
+    const bool tablesFit =
+        tableFits(m_header->words) && std::all_of(m_header->tables.begin(), m_header->tables.end(), tableFits);
     if (!isOurs || !tablesFit || !fits(m_header->strings, m_header->stringsSize) ||
         !fits(m_header->ngrams, NgramModel::byteCount))
         return false;
@@ -104,9 +106,8 @@ QByteArrayView PhraseFile::string(quint32 offset) const
     return length <= size - 2 - offset ? QByteArrayView(start + 2, length) : QByteArrayView();
 }
 
-std::optional<PhraseMatch> PhraseFile::find(int table, const QString &key) const
+std::optional<PhraseMatch> PhraseFile::find(const PhraseTable &place, const QString &key) const
 {
-    const PhraseTable &place = m_header->tables[size_t(table)];
     if (place.capacity == 0 || key.isEmpty())
         return std::nullopt;
     const QByteArray bytes = key.toUtf8();
@@ -125,12 +126,12 @@ std::optional<PhraseMatch> PhraseFile::find(int table, const QString &key) const
 
 std::optional<PhraseMatch> PhraseFile::fromEnglish(int language, const QString &key) const
 {
-    return find(2 * language, key);
+    return find(m_header->tables[size_t(2 * language)], key);
 }
 
 std::optional<PhraseMatch> PhraseFile::intoEnglish(int language, const QString &key) const
 {
-    return find(2 * language + 1, key);
+    return find(m_header->tables[size_t(2 * language) + 1], key);
 }
 
 int PhraseFile::englishVotes(const QString &key) const
@@ -143,6 +144,11 @@ int PhraseFile::englishVotes(const QString &key) const
         }
     }
     return votes;
+}
+
+bool PhraseFile::isEnglishWord(const QString &word) const
+{
+    return find(m_header->words, word).has_value();
 }
 
 quint32 PhraseFile::phrasesInto(int language) const

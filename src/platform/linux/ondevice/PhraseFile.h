@@ -13,7 +13,7 @@ namespace lucentra {
 
 class NgramModel;
 
-// The memory's file, as `PhraseFileWriter` makes it and `PhraseFile` reads it: a header, the hash tables, the model of
+// The memory's file, as `PhraseCollector` makes it and `PhraseFile` reads it: a header, the hash tables, the model of
 // n-grams, the strings. Numbers are in the byte order of the machine; a file from another one is made anew.
 
 /// The hash by which keys are found; the same on every machine and in every version.
@@ -41,7 +41,7 @@ inline constexpr int phraseTableCount = 24; ///< room for two tables a language
 struct PhraseFileHeader
 {
     std::array<char, 8> magic{'L', 'c', 'n', 't', 'P', 'h', 'r', '\n'};
-    quint32 version = 2;
+    quint32 version = 3;
     quint32 byteOrder = 0x01020304;
     quint64 fileSize = 0;
     quint64 fingerprint = 0; ///< of the catalogues that it was made from
@@ -52,6 +52,7 @@ struct PhraseFileHeader
     quint64 stringsSize = 0;
     quint64 ngrams = 0;                               ///< offset of the model
     std::array<PhraseTable, phraseTableCount> tables; ///< by language: from English into it, then out of it
+    PhraseTable words; ///< of English, without translations; votes are texts that have it
 };
 
 /// A phrase's translation.
@@ -79,6 +80,8 @@ public:
     std::optional<PhraseMatch> intoEnglish(int language, const QString &key) const;
     /// How many programs know the phrase as an English one, at least; 0 where none does.
     int englishVotes(const QString &key) const;
+    /// Whether a single word, as a key, occurs within the programs' English.
+    bool isEnglishWord(const QString &word) const;
 
     const PhraseFileHeader &header() const { return *m_header; }
     quint32 phrasesInto(int language) const;
@@ -88,7 +91,7 @@ public:
 private:
     PhraseFile() = default;
     bool check();
-    std::optional<PhraseMatch> find(int table, const QString &key) const;
+    std::optional<PhraseMatch> find(const PhraseTable &table, const QString &key) const;
     QByteArrayView string(quint32 offset) const;
 
     QFile m_file;

@@ -186,18 +186,25 @@ private:
         const QString key = phraseKey(phrase.forms.last().text);
         const NgramScores scores = m_memory->ngrams().scores(words);
         const bool isEnglishPhrase = m_memory->englishVotes(key) > 0;
-        const double english = scores[ngramEnglish] + mostlyEnglish + (isEnglishPhrase ? knownPhrase : 0) +
-                               (other == u"en" ? detected : 0);
-        line.candidates.emplace_back(u"en"_s, english);
+        double english = scores[ngramEnglish] + mostlyEnglish + (isEnglishPhrase ? knownPhrase : 0) +
+                         (other == u"en" ? detected : 0);
         for (size_t i = 0; i < memoryLanguages.size(); ++i) {
             const QString code = memoryLanguages[i].code;
             if (memoryLanguages[i].isTarget || code == u"ru")
                 continue;
-            const bool isKnown = m_memory->intoEnglish(int(i), key).has_value();
+            // A word that just one program has is often spelled as an English one that none has: "Son", "Sensible".
+            const auto known = m_memory->intoEnglish(int(i), key);
+            const bool isKnown = known && (known->votes > 1 || key.contains(u' '));
             const double score = scores[i] + (isKnown ? knownPhrase : 0) + (other == code ? detected : 0);
             // What programs say in English is English, unless its neighbours speak otherwise.
             line.candidates.emplace_back(code, isEnglishPhrase ? std::min(score, english - slightly) : score);
         }
+        // So is a word that occurs in their English, though none says it alone.
+        if (m_memory->isEnglishWord(key)) {
+            for (const auto &[code, score] : line.candidates)
+                english = std::max(english, score + slightly);
+        }
+        line.candidates.emplace_back(u"en"_s, english);
         line.decide();
         return line;
     }
@@ -205,13 +212,14 @@ private:
     std::shared_ptr<const PhraseFile> m_memory;
 };
 
-/// The language among a line's near candidates that most of the sure lines have.
+/// The language among a line's near candidates that most of the sure lines have; without any, English is the likeliest.
 void followNeighbours(Line &line, const QHash<QString, int> &sureLines)
 {
     int most = 0;
     for (const auto &[code, score] : line.candidates) {
-        const int count = line.candidates.front().second - score <= tooClose ? sureLines.value(code) : 0;
-        if (count > most) {
+        const bool isNear = line.candidates.front().second - score <= tooClose;
+        const int count = isNear ? sureLines.value(code) : 0;
+        if (count > most || (isNear && most == 0 && code == u"en")) {
             most = count;
             line.code = code;
         }

@@ -1,3 +1,4 @@
+#include "CatalogueBytes.h"
 #include "CatalogueFolders.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
@@ -5,6 +6,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace lucentra;
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void scriptsDecide_data();
     void scriptsDecide();
     void ambiguousLinesFollowTheOthers();
+    void wordsOfEnglishAreEnglish();
     void shortLinesAreToldRight_data();
     void shortLinesAreToldRight();
 };
@@ -82,6 +85,32 @@ void LanguageIdentificationTest::ambiguousLinesFollowTheOthers()
     QCOMPARE(identifier.identify({ambiguous, u"關閉視窗"_s}).value(0), u"zh-Hant"_s);
     // What can't be in a language doesn't become so for company.
     QCOMPARE(identifier.identify({u"検索を開始する"_s, u"关闭窗口"_s, u"終わり"_s}).value(1), u"zh-Hans"_s);
+}
+
+void LanguageIdentificationTest::wordsOfEnglishAreEnglish()
+{
+    const QTemporaryDir folder;
+    const auto install = [&](const QString &name, const Messages &messages) {
+        installCatalogue(folder.path(), u"es"_s, name, moBytes(messages));
+    };
+    for (const QString &name : {u"first.mo"_s, u"second.mo"_s}) {
+        install(name, {{"End", "Final"},
+                       {"Close the window", "Cerrar la ventana"},
+                       {"The final copy", "La copia"},
+                       {"A final word", "Una palabra"},
+                       {"Final checks", "Pruebas"},
+                       {"Last week", "Semana última"}});
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    const std::atomic<bool> isCancelled = false;
+    QVERIFY(buildPhraseFile(surveyCatalogues({.dataFolders = {folder.path()}}), buffer, isCancelled));
+    const auto file = PhraseFile::fromBytes(buffer.data());
+    ScreenLanguageIdentifier identifier([file] { return file; });
+    QCOMPARE(identifier.identify({u"Final"_s}), QStringList{u"en"_s}); // though English has it within phrases only
+    QCOMPARE(identifier.identify({u"Cerrar la ventana"_s}), QStringList{u"es"_s});
+    ScreenLanguageIdentifier ofThisComputer(&memoryOfThisComputer);
+    QCOMPARE(ofThisComputer.identify({u"Cerrar la ventana"_s, u"Final"_s}).value(1), u"es"_s);
 }
 
 void LanguageIdentificationTest::shortLinesAreToldRight_data()

@@ -51,6 +51,8 @@ private Q_SLOTS:
     void linesAreTranslated_data();
     void linesAreTranslated();
     void programsVote();
+    void wordsAreWeighed_data();
+    void wordsAreWeighed();
     void agreementMakesSure();
     void outcomesSayWhatBecameOfEachText();
     void theCacheIsKeptUntilTheCataloguesChange();
@@ -154,14 +156,57 @@ void PhraseMemoryTest::programsVote()
     const auto install = [&](const QString &name, const Messages &messages) {
         installCatalogue(folder.path(), u"zh_TW"_s, name, moBytes(messages));
     };
-    // Four files of one family are one voice.
-    for (const QString &name : {u"big20.mo"_s, u"big30.mo"_s, u"big30-parts.mo"_s, u"big4.mo"_s})
+    // Five files of one family are one voice.
+    for (const QString &name : {u"big20.mo"_s, u"big30.mo"_s, u"big30-parts.mo"_s, u"big4.mo"_s, u"big_tool.mo"_s})
         install(name, {{"Print", "打印"}, {"Font", "字體"}, {"Zoom", "縮放顯示"}});
     install(u"one.mo"_s, {{"Print", "列印"}, {"Font", "字型"}, {"Zoom", "縮放"}});
     install(u"two.mo"_s, {{"Print", "列印"}});
     const auto file = PhraseFile::fromBytes(build(folder.path()));
     QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
     QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
+}
+
+void PhraseMemoryTest::wordsAreWeighed_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QList<Messages>>("programs"); // first.mo, second.mo ...
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("translation");
+    const auto row = [](const char *name, const QString &locale, const QList<Messages> &programs, const QString &word,
+                        const QString &translation) {
+        QTest::newRow(name) << locale << programs << word << translation;
+    };
+    row("a code is no translation", u"zh_TW"_s, {{{"Do", "zh_TW"}}}, u"Do"_s, u"-"_s);
+    row("the source beside its translation", u"ko"_s, {{{"Period", "Period (기간)"}}}, u"Period"_s, u"기간"_s);
+    row("the source in brackets", u"ko"_s, {{{"Gamma", "감마 (Gamma)"}}}, u"Gamma"_s, u"감마"_s);
+    row("one program's explanation", u"ko"_s, {{{"Gold", "금 (1 트로이 온스)"}}}, u"Gold"_s, u"-"_s);
+    row("two programs' explanation", u"ja"_s, {{{"Beep", "音 (警告)"}}, {{"Beep", "音 (警告)"}}}, u"Beep"_s,
+        u"音 (警告)"_s);
+    row("one program's word for a longer phrase", u"ja"_s,
+        {{{"Rate", "サンプリング周波数"}, {"Sampling rate", "サンプリング周波数"}}}, u"Rate"_s, u"-"_s);
+    row("the longer phrase itself", u"ja"_s,
+        {{{"Rate", "サンプリング周波数"}, {"Sampling rate", "サンプリング周波数"}}}, u"Sampling rate"_s,
+        u"サンプリング周波数"_s);
+    row("a long word of its own", u"ja"_s, {{{"Administrator", "アドミニストレーター"}}}, u"Administrator"_s,
+        u"アドミニストレーター"_s);
+    row("of two alike the one that others use too", u"ja"_s,
+        {{{"Order", "次数"}}, {{"Order", "順序"}}, {{"Sequence", "順序"}}}, u"Order"_s, u"順序"_s);
+    row("a program of two minds counts half for each", u"ja"_s,
+        {{{"Fit", "合わせ"}, {"_Fit", "適合"}}, {{"Fit", "収まるように"}}}, u"Fit"_s, u"収まるように"_s);
+}
+
+void PhraseMemoryTest::wordsAreWeighed()
+{
+    QFETCH(QString, locale);
+    QFETCH(QList<Messages>, programs);
+    QFETCH(QString, word);
+    const QTemporaryDir folder;
+    const QStringList names{u"first.mo"_s, u"second.mo"_s, u"third.mo"_s};
+    for (qsizetype i = 0; i < programs.size(); ++i)
+        installCatalogue(folder.path(), locale, names[i], moBytes(programs[i]));
+    const auto file = PhraseFile::fromBytes(build(folder.path()));
+    const QString code = locale == u"zh_TW" ? u"zh-Hant"_s : locale;
+    QTEST(translated(*file, u"en"_s, code, word), "translation");
 }
 
 void PhraseMemoryTest::agreementMakesSure()
