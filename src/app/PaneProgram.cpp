@@ -2,6 +2,9 @@
 
 #include "AppDelegate.h"
 #include "CommandLine.h"
+#ifdef LUCENTRA_HANG_WATCH
+#include "HangWatch.h"
+#endif
 #include "LegacyMigration.h"
 #include "RemoteControl.h"
 #include "Services.h"
@@ -113,6 +116,9 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const DisplayLoss displayLoss(delegate);
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
     delegate.applicationDidFinishLaunching(paneAtStart);
+#ifdef LUCENTRA_HANG_WATCH
+    const HangWatch hangWatch;
+#endif
     const int code = QApplication::exec();
     remoteControl.onCommand = nullptr; // what comes from now on is for the next start
     delegate.applicationWillTerminate();

@@ -17,7 +17,7 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
-  <listen>unix:dir={home}</listen>
+  <listen>unix:path={home}/bus</listen>
   {services}
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -49,7 +49,7 @@ class Session:
             "LANGUAGE": language,
             "QT_QPA_PLATFORM": "offscreen",
         }
-        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "TESSDATA_PREFIX"):
+        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TESSDATA_PREFIX"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]
 
@@ -72,18 +72,28 @@ class Session:
         services = LUCENTRA.parent.parent / "share" / "dbus-1" / "services"
         configuration.write_text(BUS_CONFIGURATION.format(
             home=self.home, services=f"<servicedir>{services}</servicedir>" if self.activatable else ""))
-        bus = self.start(["dbus-daemon", f"--config-file={configuration}", "--nofork", "--print-address=1"],
+        self.start_bus()
+        if self.keyring:
+            self.start_keyring()
+        return self
+
+    def start_bus(self) -> subprocess.Popen:
+        """At the same address each time."""
+        bus = self.start(["dbus-daemon", f"--config-file={self.home / 'bus.conf'}", "--nofork", "--print-address=1"],
                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         if not select.select([bus.stdout], [], [], 10)[0]:
             raise RuntimeError("the session bus didn't start")
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
-        if self.keyring:
-            daemon = self.start(["gnome-keyring-daemon", "--foreground", "--unlock", "--components=secrets"],
-                                stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            daemon.stdin.write(b"test")
-            daemon.stdin.close()
-            self.wait_for_name("org.freedesktop.secrets")
-        return self
+        address = bus.stdout.readline().decode().strip()
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address.split(",guid=")[0]
+        return bus
+
+    def start_keyring(self) -> subprocess.Popen:
+        daemon = self.start(["gnome-keyring-daemon", "--foreground", "--unlock", "--components=secrets"],
+                            stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        daemon.stdin.write(b"test")
+        daemon.stdin.close()
+        self.wait_for_name("org.freedesktop.secrets")
+        return daemon
 
     def __exit__(self, *_):
         for process in reversed(self.processes):

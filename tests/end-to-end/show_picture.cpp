@@ -1,12 +1,14 @@
 // Another program's window: shows a picture at its own size until it is ended, and says "shown" once it does.
-// show_picture PICTURE [--at X,Y] [--rounded] [--unmanaged] [--video]
+// show_picture PICTURE [--at X,Y] [--rounded] [--unmanaged] [--video] [--turn]
 
 #include <QCommandLineParser>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRasterWindow>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include <cstdio>
@@ -25,6 +27,7 @@ public:
         setFlag(Qt::FramelessWindowHint);
         setGeometry(QRect(place, picture.size()));
         m_clock.start();
+        m_turns.setEnabled(false);
     }
 
     /// Rounded like a speech balloon: the corners show what lies beneath.
@@ -33,6 +36,23 @@ public:
         QPainterPath outline;
         outline.addRoundedRect(QRectF(QPointF(), m_picture.size()), 60, 60);
         setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    }
+
+    /// Shows another picture whenever the standard input names one, and says "shown" again.
+    void turnPages()
+    {
+        m_input.open(stdin, QIODevice::ReadOnly);
+        QObject::connect(&m_turns, &QSocketNotifier::activated, this, [this] {
+            const QByteArray line = m_input.readLine();
+            if (line.isEmpty()) {
+                m_turns.setEnabled(false);
+                return;
+            }
+            m_picture = QImage(QString::fromLocal8Bit(line).trimmed());
+            m_isShown = false;
+            update();
+        });
+        m_turns.setEnabled(true);
     }
 
     /// Moves a bright bar through the picture, 25 times a second.
@@ -63,6 +83,8 @@ private:
     QImage m_picture;
     QElapsedTimer m_clock;
     QTimer m_frames;
+    QFile m_input;
+    QSocketNotifier m_turns{0, QSocketNotifier::Read};
     bool m_isVideo = false;
     bool m_isShown = false;
 };
@@ -76,7 +98,8 @@ int main(int argc, char *argv[])
     parser.addOptions({{u"at"_s, u"where on the screen the picture begins"_s, u"X,Y"_s, u"100,100"_s},
                        {u"rounded"_s, u"cut the window's corners off"_s},
                        {u"unmanaged"_s, u"like a menu: the window manager doesn't see it"_s},
-                       {u"video"_s, u"let something move in the picture"_s}});
+                       {u"video"_s, u"let something move in the picture"_s},
+                       {u"turn"_s, u"show another picture whenever the standard input names one"_s}});
     parser.process(application);
     const QImage picture(parser.positionalArguments().value(0));
     const QStringList place = parser.value(u"at"_s).split(u',');
@@ -90,6 +113,8 @@ int main(int argc, char *argv[])
         window.setFlag(Qt::BypassWindowManagerHint);
     if (parser.isSet(u"video"_s))
         window.play();
+    if (parser.isSet(u"turn"_s))
+        window.turnPages();
     window.show();
     return QGuiApplication::exec();
 }

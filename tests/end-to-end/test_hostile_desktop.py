@@ -1,0 +1,241 @@
+#!/usr/bin/env python3
+"""A desktop that changes under the running program: what it relies on ends, comes back, or is replaced. Each time a pass
+must give its overlays again, and history and settings must be kept."""
+import os
+import pathlib
+import select
+import signal
+import subprocess
+import time
+import unittest
+
+import chat_server
+from hostile import PANE, HostileDesktop
+from screen import eventually
+
+HERE = pathlib.Path(__file__).parent
+FAKE_CLOCK = pathlib.Path(os.environ.get("FAKE_CLOCK", "build/dev/lib/libfake_clock.so")).resolve()
+PAGE_COLOUR = (0x1e, 0x1f, 0x29)
+YEAR = 365 * 24 * 3600
+
+
+class Compositor(HostileDesktop):
+    options = {"keyring": False, "composited": False}
+
+    def start_compositor(self, *options: str) -> subprocess.Popen:
+        compositor = self.screen.quietly(["picom", "--backend", "xrender", "--config", "/dev/null", *options])
+        self.screen.must(lambda: self.screen.selection_owner("_NET_WM_CM_S0"), "compositor")
+        return compositor
+
+    def expect_corner_of_glass(self, why: str) -> None:
+        """Beyond the rounded corner lies what is beneath, nothing black."""
+        self.screen.do("mousemove 1000 700")
+        self.assertTrue(eventually(lambda: max(abs(a - b) for a, b in zip(
+            self.screen.picture().getpixel(PANE[:2])[:3], PAGE_COLOUR)) < 40), why)
+
+    def test_started_killed_and_replaced(self):
+        self.start()
+        self.expect_pass("without a compositor")
+        first = self.start_compositor()
+        self.expect_pass("once there is one")
+        self.expect_corner_of_glass("composited")
+        self.end(first)
+        self.screen.must(lambda: not self.screen.selection_owner("_NET_WM_CM_S0"), "no compositor")
+        self.expect_pass("after it was killed")
+        self.expect_corner_of_glass("no longer composited")
+        self.end(self.start_compositor("--shadow"))
+        second = self.start_compositor("--fading")
+        self.expect_pass("after it was replaced")
+        self.expect_corner_of_glass("composited by another")
+        second.terminate()
+        self.expect_pass("after it has ended")
+
+
+class WindowManager(HostileDesktop):
+    def manager(self) -> subprocess.Popen:
+        return next(process for process in reversed(self.screen.processes) if process.args[0] == "openbox")
+
+    def restart(self) -> None:
+        self.screen.quietly(["openbox", "--sm-disable"])
+        self.screen.must(lambda: self.pane.window in self.screen.output(
+            "xprop", "-root", "_NET_CLIENT_LIST").replace(hex(int(self.pane.window)), self.pane.window), "a managed pane")
+
+    def test_killed_and_restarted(self):
+        self.start()
+        self.expect_pass("with the window manager")
+        self.end(self.manager())
+        self.expect_pass("without it")
+        self.screen.do("key alt+t sleep 0.5 key alt+t sleep 0.5")
+        self.screen.must(lambda: self.pane.window in self.screen.output(
+            "xdotool", "search", "--onlyvisible", "--pid", str(self.pane.process.pid)).split(), "the shown pane")
+        self.pane.place(*PANE)
+        self.expect_pass("hidden and shown without it")
+        self.restart()
+        self.pane.place(*PANE)
+        self.expect_pass("with another one")
+        self.assertIn("_NET_WM_STATE_ABOVE", self.screen.output("xprop", "-id", self.pane.window, "_NET_WM_STATE"))
+        self.screen.drag((480, 440), (520, 470), hold=0.3)
+        self.assertTrue(eventually(lambda: self.pane.frame[0] > PANE[0] + 10), f"a drag moves it: {self.pane.frame}")
+
+
+class Monitors(HostileDesktop):
+    options = {"keyring": False, "size": "1280x1280"}
+
+    def xrandr(self, *arguments: str) -> None:
+        subprocess.run(["xrandr", *arguments], env=self.screen.environment, check=True,
+                       stdout=subprocess.DEVNULL)
+        time.sleep(0.5)
+
+    def mode(self, name: str, width: int, height: int) -> None:
+        """A size that the screen can take, as by turning or unplugging a monitor."""
+        timing = [width, width + 72, width + 200, width + 400, height, height + 3, height + 9, height + 31]
+        self.xrandr("--newmode", name, "83.5", *map(str, timing))
+        self.xrandr("--addmode", "screen", name)
+
+    def test_turned_and_made_smaller(self):
+        for name, size in (("wide", (1280, 800)), ("tall", (800, 1280)), ("small", (1024, 600))):
+            self.mode(name, *size)
+        self.xrandr("--output", "screen", "--mode", "wide")
+        self.start()
+        for name in ("tall", "wide", "small", "wide"):
+            self.xrandr("--output", "screen", "--mode", name)
+            self.pane.place(*PANE)
+            self.expect_pass(f"on a screen that is {name}")
+
+    def test_the_pane_is_not_left_where_no_monitor_is(self):
+        self.mode("small", 800, 600)
+        self.start()
+        self.pane.place(740, 700, 520, 300)
+        self.xrandr("--output", "screen", "--mode", "small")
+        self.screen.lucentra("show")
+
+        def is_reachable() -> bool:
+            x, y, width, _ = self.pane.frame
+            return x + 40 < 800 and x + width > 40 and -20 <= y < 580
+        self.assertTrue(eventually(is_reachable), f"the pane lies at {self.pane.frame}")
+
+    def test_added_and_removed(self):
+        self.start()
+        self.xrandr("--setmonitor", "left", "640/200x1280/400+0+0", "screen")
+        self.pane.place(PANE[0], PANE[1], 410, PANE[3])
+        self.expect_pass("on one that is half of the screen")
+        self.xrandr("--setmonitor", "right", "640/200x1280/400+640+0", "none")
+        self.expect_pass("with a second one")
+        self.xrandr("--delmonitor", "right")
+        self.expect_pass("with the second one gone")
+        self.xrandr("--delmonitor", "left")
+        self.pane.place(*PANE)
+        self.expect_pass("with the first one whole again")
+
+    def test_the_scale_changes(self):
+        self.start()
+        for dpi in (192, 96):
+            subprocess.run(["xrdb", "-merge"], input=f"Xft.dpi: {dpi}\n", text=True, env=self.screen.environment, check=True)
+            time.sleep(0.5)
+            self.pane.place(*PANE)
+            self.expect_pass(f"after the resolution became {dpi} dpi")
+
+
+class Keyboard(HostileDesktop):
+    def test_switched_while_the_program_runs(self):
+        self.start()
+        for layout in (["de", "-variant", "neo"], ["us", "-variant", "dvorak"], ["ru,us"], ["us"]):
+            subprocess.run(["setxkbmap", *layout], env=self.screen.environment, check=True)
+            time.sleep(0.3)
+            self.expect_pass(f"by its hotkey in {layout}", lambda: self.screen.do("key alt+36"))
+
+
+class Clock(HostileDesktop):
+    def setUp(self):
+        super().setUp()
+        self.offset = self.screen.home / "offset"
+        self.offset.write_bytes(bytes(8))
+        self.screen.environment["FAKE_CLOCK_OFFSET"] = str(self.offset)
+
+    def set_clock(self, seconds: int) -> None:
+        with self.offset.open("r+b") as file:  # the program has it mapped
+            file.write(seconds.to_bytes(8, "little", signed=True))
+
+    def move(self) -> None:
+        x, y, _, _ = self.pane.frame
+        self.screen.drag((x + 300, y + 270), (x + (320 if x <= PANE[0] else 280), y + 270), hold=0.2)
+
+    def test_set_forward_and_back(self):
+        self.screen.environment["LD_PRELOAD"] = str(FAKE_CLOCK)
+        self.start()
+        del self.screen.environment["LD_PRELOAD"]
+        self.expect_pass("at the right time")
+        for seconds in (10 * YEAR, -10 * YEAR, 3600, 0):
+            self.set_clock(seconds)
+            self.expect_pass(f"{seconds} seconds away")
+            # By itself after a move: the delay isn't measured by this clock.
+            self.expect_pass(f"by itself {seconds} seconds away", self.move)
+        stamps = [entry["timestamp"] for entry in self.history()]
+        self.assertEqual(len(stamps), 9, "every pass has its entry")
+        self.assertGreater(max(stamps) - min(stamps), 15 * YEAR, "the clock was really another")
+
+
+class Services(HostileDesktop):
+    def test_the_portal_goes_and_comes_back(self):
+        ask_for = self.screen.start_portal()
+        self.start()
+        self.expect_pass("with a portal")
+        portal = self.screen.processes[-3]
+        self.assertIn("portal.py", portal.args[1])
+        self.end(portal)
+        self.expect_pass("without it")
+        self.screen.start_portal("reduce-motion")
+        self.server.queued = [chat_server.pause(3)]
+        self.pane.double_click()
+        self.screen.do("mousemove 1000 700")
+        time.sleep(1)
+        self.assertEqual(len({self.pane.picture().tobytes() for _ in range(6) if not time.sleep(0.1)}), 1,
+                         "it is heard again: nothing moves")
+        del ask_for
+
+    def watcher(self) -> subprocess.Popen:
+        tray = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
+        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
+        return tray
+
+    def test_the_tray_goes_and_comes_back(self):
+        tray = self.watcher()
+        self.start()
+        for _ in range(2):
+            self.assertTrue(select.select([tray.stdout], [], [], 10)[0], "the item is registered")
+            tray.stdout.readline()
+            self.expect_pass("with a tray")
+            self.end(tray)
+            self.expect_pass("without it")
+            tray = self.watcher()
+
+    def test_stopped_for_a_while(self):
+        self.start()
+        self.expect_pass("before")
+        self.server.queued = [chat_server.pause(1)]
+        self.expect_pass("when it went on", self.stop_while_the_answer_comes)
+        self.screen.do("key alt+t")
+        self.assertTrue(eventually(lambda: not self.is_shown()))
+        self.pane.process.send_signal(signal.SIGSTOP)
+        self.screen.do("key alt+t")
+        time.sleep(1)
+        self.assertFalse(self.is_shown())
+        self.pane.process.send_signal(signal.SIGCONT)
+        self.assertTrue(eventually(self.is_shown), "the hotkey that was pressed meanwhile isn't lost")
+
+    def stop_while_the_answer_comes(self) -> None:
+        asked = len(self.server.requests)
+        self.pane.double_click()
+        eventually(lambda: len(self.server.requests) > asked)
+        self.pane.process.send_signal(signal.SIGSTOP)
+        time.sleep(4)
+        self.pane.process.send_signal(signal.SIGCONT)
+
+    def is_shown(self) -> bool:
+        return self.pane.window in self.screen.output("xdotool", "search", "--onlyvisible", "--pid",
+                                                      str(self.pane.process.pid)).split()
+
+
+if __name__ == "__main__":
+    os.chdir(HERE)
+    unittest.main(verbosity=2)

@@ -1,0 +1,235 @@
+#!/usr/bin/env python3
+"""Many passes in one process: soak.py [PASSES]
+
+The program runs under a window manager and a compositor over windows whose pages change, and translates each through a
+local server that answers after 20 ms. Afterwards it must hold no more than it did after a hundred passes, and be no
+slower than in the first hundred."""
+import argparse
+import ctypes
+import dataclasses
+import json
+import pathlib
+import random
+import statistics
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "end-to-end"))
+
+import chat_server
+import footprint
+import sample_page
+from chat_server import ChatServer
+from screen import SHOW, Screen
+
+PAGES = 25  # different ones; their number divides a hundred, so that every hundred passes read the same
+BLOCK = "█"  # a line of these is told from any other by its brightness
+PANE_SIZE = (520, 300)
+MEMORY_LIMIT = 5 * 1024  # KiB
+LATENCY_LIMIT = 1.10
+WORDS = """harbour wall spring report evening lighthouse keeper letter Sunday erosion coastal inspection October annual
+number valley market engine weather station window language mountain garden paper bridge winter silver journey
+library captain market question answer island river""".split()
+CHINESE = "海岸侵蝕年度報告港口防波堤春季修復下次檢查日期燈塔看守人每晚寫信星期天寄出圖書館河流花園冬天銀色旅程"
+
+
+class Keyboard:
+    """Presses the hotkey as a keyboard does."""
+
+    def __init__(self, display: str):
+        self.xlib, self.xtest = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXtst.so.6")
+        self.xlib.XOpenDisplay.restype = ctypes.c_void_p
+        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(display.encode()))
+        self.alt, self.enter = (self.xlib.XKeysymToKeycode(self.display, ctypes.c_ulong(symbol))
+                                for symbol in (0xFFE9, 0xFF0D))
+
+    def press_hotkey(self) -> None:
+        for key, is_down in ((self.alt, 1), (self.enter, 1), (self.enter, 0), (self.alt, 0)):
+            self.xtest.XTestFakeKeyEvent(self.display, key, is_down, 0)
+        self.xlib.XFlush(self.display)
+
+
+class Eye:
+    """Looks at small parts of the screen, as often as it is asked to."""
+
+    def __init__(self, display: str):
+        self.xlib = ctypes.CDLL("libX11.so.6")
+        self.xlib.XOpenDisplay.restype = self.xlib.XGetImage.restype = ctypes.c_void_p
+        self.xlib.XGetPixel.restype = self.xlib.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(display.encode()))
+        self.root = ctypes.c_ulong(self.xlib.XDefaultRootWindow(self.display))
+
+    def brightness(self, x: int, y: int, width: int, height: int) -> float:
+        """The share of bright points."""
+        image = ctypes.c_void_p(self.xlib.XGetImage(self.display, self.root, x, y, width, height,
+                                                    ctypes.c_ulong(0xFFFFFF), 2))
+        points = [self.xlib.XGetPixel(image, i, j) for i in range(width) for j in range(height)]
+        self.xlib.XDestroyImage(image)
+        return sum((point >> 8 & 0xFF) > 170 for point in points) / len(points)
+
+
+def make_pages(folder: pathlib.Path) -> list[pathlib.Path]:
+    """Pages of six lines, some of them Chinese, light and dark."""
+    chance = random.Random(7)
+    pages = []
+    for number in range(PAGES):
+        lines = [" ".join(chance.sample(WORDS, 5)) if chance.random() < 0.7 else "".join(chance.sample(CHINESE, 14))
+                 for _ in range(4)]
+        path = folder / f"page{number}.png"
+        sample_page.render(path, ["", *lines], dark=True, size="720x400")
+        pages.append(path)
+    return pages
+
+
+@dataclasses.dataclass
+class Sample:
+    memory: int  # KiB
+    files: dict[str, int]
+    threads: dict[str, int]
+    resources: dict[str, int]
+
+
+class Soak:
+    """The screen, the server, the changing windows and the pane over them."""
+
+    def __init__(self, screen: Screen, server: ChatServer):
+        self.screen = screen
+        self.server = server
+        self.pages = make_pages(screen.home)
+        self.passes = 0
+        self.window = None
+        self.keyboard = Keyboard(screen.display)
+        self.eye = Eye(screen.display)
+        self.server_resources = footprint.ServerResources(screen.display)
+        self.pane = None
+
+    def open_window(self) -> None:
+        """Another window, in the place of the last one."""
+        if self.window:
+            self.window.stdin.close()
+            self.window.stdout.close()
+            self.window.terminate()
+            self.window.wait(10)
+            self.screen.processes.remove(self.window)
+        self.window = self.screen.start([str(SHOW), str(self.pages[0]), "--at", "200,160", "--turn"],
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.window.stdout.readline()
+        if self.pane:
+            self.screen.do(f"windowraise {self.pane.window}")
+
+    def turn_page(self, page: pathlib.Path) -> None:
+        self.window.stdin.write(f"{page}\n".encode())
+        self.window.stdin.flush()
+        self.window.stdout.readline()
+        time.sleep(0.15)  # the glass has its new picture
+
+    @staticmethod
+    def first_line() -> tuple[int, int, int, int]:
+        """A part of the screen within the translation of the first line."""
+        return 250, 280, 60, 3
+
+    def run_pass(self) -> float:
+        """One pass over another page; how long it took from the press of the hotkey to the overlays, in ms."""
+        if self.passes % 40 == 0:
+            self.open_window()
+        self.turn_page(self.pages[self.passes % PAGES])
+        self.passes += 1
+        pressed = time.monotonic()
+        self.keyboard.press_hotkey()
+        was_cleared = self.passes == 1
+        while time.monotonic() < pressed + 20:
+            is_shown = self.eye.brightness(*self.first_line()) > 0.85
+            if is_shown and was_cleared:
+                return (time.monotonic() - pressed) * 1000
+            was_cleared |= not is_shown
+            time.sleep(0.002)
+        raise RuntimeError(f"pass {self.passes} didn't end; shown: {self.screen.texts()}")
+
+    def sample(self) -> Sample:
+        process = self.pane.process.pid
+        return Sample(footprint.memory(process)["Rss"], footprint.files(process), footprint.threads(process),
+                      self.server_resources.of(process))
+
+
+class Outcome:
+    """What the run must have kept to."""
+
+    def __init__(self, window: int, samples: list[Sample], latencies: list[float]):
+        self.window = window
+        self.samples = samples
+        self.latencies = latencies
+
+    def leaks(self) -> list[str]:
+        """Compares the window after the first one with the last one."""
+        early, late = self.samples[self.window:2 * self.window], self.samples[-self.window:]
+        found = []
+        for kind in ("files", "threads", "resources"):
+            before, after = (footprint.least([getattr(sample, kind) for sample in samples]) for samples in (early, late))
+            if grown := footprint.grown(before, after):
+                found.append(f"{kind}: {grown}")
+        memory = statistics.median(sample.memory for sample in late[-20:]) - statistics.median(
+            sample.memory for sample in early[:20])
+        print(f"resident memory: {memory:+.0f} KiB since pass {self.window}")
+        if memory >= MEMORY_LIMIT:
+            found.append(f"memory: {memory:+.0f} KiB")
+        return found
+
+    def slowness(self) -> list[str]:
+        early, late = (statistics.median(part) for part in (self.latencies[:self.window], self.latencies[-self.window:]))
+        print(f"latency: {early:.0f} ms in the first {self.window} passes, {late:.0f} ms in the last {self.window}")
+        return [f"latency: {early:.0f} ms, then {late:.0f} ms"] if late > early * LATENCY_LIMIT else []
+
+
+def run(passes: int, record: pathlib.Path | None) -> list[str]:
+    def answer(server: ChatServer, body: dict):
+        time.sleep(0.02)
+        return chat_server.by_id(server, body)
+
+    with ChatServer(answer=answer) as server, Screen(keyring=False) as screen:
+        screen.preferences = {"translationEngine": 7, "compatibleBaseURL": server.base_url, "compatibleModel": "m",
+                              "targetLanguageCode": "en", "compatibleApiKey": "key", "autoCopy": True,
+                              "privacy.remoteTranslation.v1.engine.7": True}
+        soak = Soak(screen, server)
+        server.translate = lambda _: f"{12 * BLOCK} {soak.passes}"  # no two passes give the same
+        soak.open_window()
+        soak.pane = screen.start_pane(220, 170, *PANE_SIZE)
+        screen.do("mousemove 1270 790")
+        screen.must(lambda: "keyCode=17" in (screen.home / "lucentra.log").read_text(), "the hotkeys")
+        time.sleep(1)  # the engine is loaded
+        samples, latencies = [], []
+        for number in range(passes):
+            latencies.append(soak.run_pass())
+            samples.append(soak.sample())
+            server.requests.clear()
+            if record:
+                with record.open("a", encoding="ascii") as file:
+                    file.write(f"{number} {latencies[-1]:.1f} {samples[-1].memory}\n")
+            if number % 100 == 99:
+                print(f"{number + 1}: {samples[-1].memory} KiB, {statistics.median(latencies[-100:]):.0f} ms", flush=True)
+        window = min(100, passes // 3)
+        outcome = Outcome(window, samples, latencies)
+        last = samples[-1]
+        print(f"{sum(last.files.values())} files, {sum(last.threads.values())} threads, X resources {last.resources}")
+        found = outcome.leaks()
+        if passes >= 1000:
+            found += outcome.slowness()
+        entries = len(json.loads((screen.home / "data" / "Lucentra" / "history.json").read_text()))
+        print(f"{entries} entries in the history")
+        if soak.pane.process.poll() is not None:
+            found.append("the program has ended")
+        return found
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("passes", type=int, nargs="?", default=2000)
+    parser.add_argument("--record", type=pathlib.Path, help="writes each pass's latency and memory there")
+    arguments = parser.parse_args()
+    found = run(arguments.passes, arguments.record)
+    print(*found or ["nothing leaks"], sep="\n")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
