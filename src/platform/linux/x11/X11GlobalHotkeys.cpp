@@ -213,6 +213,13 @@ void X11GlobalHotkeys::lookForReleases()
 
 void X11GlobalHotkeys::readEvents()
 {
+    // What arrives while the keyboard is asked about is in the queue then, and wakes nobody.
+    while (takeEvents())
+        keyboardChanged();
+}
+
+bool X11GlobalHotkeys::takeEvents()
+{
     bool hasKeyboardChanged = false;
     while (X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
         const quint8 type = event->response_type & ~sentEventBit;
@@ -227,10 +234,10 @@ void X11GlobalHotkeys::readEvents()
             hasKeyboardChanged = true;
         }
     }
-    if (xcb_connection_has_error(m_connection.get()))
-        m_notifier->setEnabled(false);
-    else if (hasKeyboardChanged)
-        keyboardChanged();
+    if (!xcb_connection_has_error(m_connection.get()))
+        return hasKeyboardChanged;
+    m_notifier->setEnabled(false);
+    return false;
 }
 
 bool X11GlobalHotkeys::isRepeat(quint8 key, quint32 time)

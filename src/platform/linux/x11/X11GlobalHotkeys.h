@@ -59,6 +59,8 @@ private:
     bool isDown(quint8 key);
     void lookForReleases();
     void readEvents();
+    /// Handles the events that have come; true where the keyboard has changed.
+    bool takeEvents();
     bool isRepeat(quint8 key, quint32 time);
     void keyPressed(quint8 key, quint16 state);
     void keyboardChanged();

@@ -64,8 +64,11 @@ void X11PaneWindowHints::setHoldHandler(const QWindow &window, std::function<voi
 {
     m_heldWindow = xcb_window_t(window.winId());
     const bool isNew = !std::exchange(m_hold, std::move(handler));
-    xcb_connection_t *c = m_connection.get();
     if (!isNew || !m_root)
+        return;
+    m_events.reset(xcb_connect(nullptr, nullptr));
+    xcb_connection_t *c = m_events.get();
+    if (xcb_connection_has_error(c))
         return;
     QCoreApplication::instance()->installNativeEventFilter(this);
     const auto cookie = xcb_input_xi_query_version(c, 2, 1); // since when raw events come also during grabs
@@ -85,7 +88,7 @@ void X11PaneWindowHints::setHoldHandler(const QWindow &window, std::function<voi
 
 void X11PaneWindowHints::readEvents()
 {
-    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_events.get())}) {
         if ((event->response_type & 0x7f) != XCB_GE_GENERIC)
             continue;
         // The only extension that is asked for such events.
@@ -95,7 +98,7 @@ void X11PaneWindowHints::readEvents()
         else if (type == XCB_INPUT_RAW_BUTTON_RELEASE && !isPointerButtonDown())
             m_hold(false);
     }
-    if (xcb_connection_has_error(m_connection.get()))
+    if (xcb_connection_has_error(m_events.get()))
         m_notifier->setEnabled(false);
 }
 

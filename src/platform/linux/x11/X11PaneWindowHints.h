@@ -45,6 +45,8 @@ private:
     void tellWindowManager(xcb_window_t window, xcb_atom_t message, std::initializer_list<quint32> values) const;
 
     X11Connection m_connection;
+    /// Apart from the questions: an event that came together with an answer would wait unseen.
+    X11Connection m_events;
     xcb_window_t m_root = XCB_WINDOW_NONE;
     xcb_window_t m_heldWindow = XCB_WINDOW_NONE; ///< the one whose holds are told
     std::function<void(bool)> m_hold;

@@ -7,6 +7,10 @@
 #include <QTest>
 
 #include <optional>
+#include <thread>
+
+#include <sys/uio.h>
+#include <xcb/xcbext.h>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -15,6 +19,47 @@ namespace {
 
 constexpr HotkeyIdentifier first{0x4C435441, 1};
 constexpr HotkeyIdentifier second{0x4C435441, 2};
+
+/// A keyboard whose connection can have the server to itself: what others ask for meanwhile has to wait.
+class Keyboard
+{
+public:
+    Keyboard()
+        : m_connection(xcb_connect(nullptr, nullptr))
+    {
+        constexpr std::string_view name = "XTEST";
+        const auto cookie = xcb_query_extension(m_connection.get(), name.size(), name.data());
+        m_extension.reset(xcb_query_extension_reply(m_connection.get(), cookie, nullptr));
+    }
+
+    bool isUsable() const { return m_extension && m_extension->present; }
+    xcb_connection_t *connection() const { return m_connection.get(); }
+
+    void fake(quint8 event, quint8 key)
+    {
+        constexpr quint8 fakeInput = 2;
+        quint8 request[36]{0, fakeInput, 9, 0, event, key};
+        iovec parts[3]{{}, {}, {request, sizeof request}}; // the library uses the two before the first
+        const xcb_protocol_request_t description{
+            .count = 1, .ext = nullptr, .opcode = m_extension->major_opcode, .isvoid = 1};
+        xcb_send_request(m_connection.get(), 0, parts + 2, &description);
+    }
+
+    void tellOfAChange()
+    {
+        const auto cookie = xcb_get_modifier_mapping(connection());
+        const X11Reply<xcb_get_modifier_mapping_reply_t> same(
+            xcb_get_modifier_mapping_reply(connection(), cookie, nullptr));
+        xcb_discard_reply(connection(), xcb_set_modifier_mapping(connection(), same->keycodes_per_modifier,
+                                                                 xcb_get_modifier_mapping_keycodes(same.get()))
+                                            .sequence);
+        xcb_flush(connection());
+    }
+
+private:
+    const X11Connection m_connection;
+    X11Reply<xcb_query_extension_reply_t> m_extension;
+};
 
 } // namespace
 
@@ -31,6 +76,7 @@ private Q_SLOTS:
     void aCombinationIsHeardWhateverTheLocks();
     void aHeldKeyIsOnePress();
     void aKeyThatIsDownAtFirstMustBeReleased();
+    void aPressWhileTheKeyboardIsAskedAboutIsHeard();
     void whatAnotherProgramHoldsIsRefused();
     void theSameCombinationTwiceIsRefused();
     void whatIsLetGoIsFreeForOthers();
@@ -168,6 +214,33 @@ void X11GlobalHotkeysTest::aKeyThatIsDownAtFirstMustBeReleased()
     type({u"keyup"_s, u"28"_s, u"keyup"_s, u"alt"_s});
     QCOMPARE(presses(), 0);
     type({u"key"_s, u"alt+28"_s});
+    QCOMPARE(presses(), 1);
+}
+
+void X11GlobalHotkeysTest::aPressWhileTheKeyboardIsAskedAboutIsHeard()
+{
+    run(u"setxkbmap"_s, {u"us"_s, u"-option"_s, u""_s});
+    const auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
+    QVERIFY(reference);
+    Keyboard keyboard;
+    QVERIFY(keyboard.isUsable());
+    type({u"key"_s, u"alt+28"_s}); // from now on it is the keyboard that was used last
+    QCOMPARE(presses(), 1);
+    std::thread user([&keyboard] {
+        constexpr quint8 alt = 64;
+        constexpr quint8 keyT = 28;
+        xcb_grab_server(keyboard.connection());
+        keyboard.tellOfAChange();
+        std::this_thread::sleep_for(std::chrono::milliseconds(150));
+        keyboard.fake(XCB_KEY_PRESS, alt);
+        keyboard.fake(XCB_KEY_PRESS, keyT);
+        keyboard.fake(XCB_KEY_RELEASE, keyT);
+        keyboard.fake(XCB_KEY_RELEASE, alt);
+        xcb_ungrab_server(keyboard.connection());
+        xcb_flush(keyboard.connection());
+    });
+    QTest::qWait(400);
+    user.join();
     QCOMPARE(presses(), 1);
 }
 
