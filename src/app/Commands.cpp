@@ -13,9 +13,11 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -92,6 +94,42 @@ void chooseForThisCommand(const Invocation &invocation, Services &services)
                                  invocation.engine ? *invocation.engine : store.read(settings::translationEngine));
     store.overrideForThisProcess(settings::targetLanguageCode,
                                  invocation.target.value_or(store.read(settings::targetLanguageCode)));
+}
+
+QString nameOf(OnDeviceOutcome::Kind kind)
+{
+    using Kind = OnDeviceOutcome::Kind;
+    switch (kind) {
+    case Kind::Translated:
+        return u"translated"_s;
+    case Kind::SameLanguage:
+        return u"same language"_s;
+    case Kind::Undetermined:
+        return u"undetermined"_s;
+    case Kind::UnknownPhrase:
+        return u"unknown phrase"_s;
+    case Kind::NotReady:
+        return u"not ready"_s;
+    case Kind::PairUnavailable:
+        break;
+    }
+    return u"pair unavailable"_s;
+}
+
+/// The lines, and what the engine of this machine says of each, where it was that one.
+QJsonArray withOutcomes(QJsonArray lines, const QList<OnDeviceOutcome> &outcomes)
+{
+    for (qsizetype i = 0; i < std::min(lines.size(), outcomes.size()); ++i) {
+        const OnDeviceOutcome &outcome = outcomes[i];
+        QJsonObject line = lines[i].toObject();
+        line.insert(u"outcome"_s, nameOf(outcome.kind));
+        if (outcome.kind == OnDeviceOutcome::Kind::Translated) {
+            line.insert(u"service"_s, outcome.service);
+            line.insert(u"confidence"_s, outcome.confidence);
+        }
+        lines[i] = line;
+    }
+    return lines;
 }
 
 Failure card(const QString &title, const QString &message)
@@ -172,7 +210,7 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
     const auto engine = translationEngine(store.read(settings::translationEngine));
     return withNote(outputOf(QJsonObject{{u"engine"_s, int(engine.value_or(TranslationEngine::apple))},
                                          {u"target"_s, target},
-                                         {u"blocks"_s, translated.toJson()}},
+                                         {u"blocks"_s, withOutcomes(translated.toJson(), translations->outcomes)}},
                              invocation, stages),
                     translations->note);
 }

@@ -160,7 +160,8 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
                                      if (!translations)
                                          return completion(tl::unexpected(failed));
                                      completion(BlockTranslations{.texts = translations->texts,
-                                                                  .note = onDeviceNote(texts, *translations, lookup)});
+                                                                  .note = onDeviceNote(texts, *translations, lookup),
+                                                                  .outcomes = translations->outcomes});
                                  });
     }
     if (lacksConsent(request.engine))

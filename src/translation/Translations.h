@@ -1,5 +1,8 @@
 #pragma once
 
+#include "OnDeviceTranslationService.h"
+
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -13,6 +16,8 @@ struct BlockTranslations
     QStringList texts;
     /// Why no text is other than its source, and what helps: a sentence in the interface language. Empty where one is.
     QString note;
+    QList<OnDeviceOutcome>
+        outcomes; ///< of the engine of this machine, what became of each; empty for every other engine
 
     operator const QStringList &() const { return texts; }
 };

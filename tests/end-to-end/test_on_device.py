@@ -97,6 +97,8 @@ class OnDevice(unittest.TestCase):
         self.assertEqual(answer.returncode, 0, answer.stderr)
         blocks = json.loads(answer.stdout)["blocks"]
         self.assertEqual([block["translation"] for block in blocks], [*JAPANESE, *UNKNOWN])
+        self.assertEqual([(block["outcome"], block.get("service"), block.get("confidence")) for block in blocks],
+                         [("translated", "phrases", 0.5)] * 3 + [("unknown phrase", None, None)] * 2)
 
     def test_the_pane(self):
         self.text(LINES[0])  # the memory is built
