@@ -11,6 +11,9 @@ if(LUCENTRA_SANITIZE)
     target_compile_options(lucentra-common INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(lucentra-common INTERFACE -fsanitize=address,undefined)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        target_compile_options(lucentra-common INTERFACE -fsanitize=fuzzer-no-link) # tells fuzzers which way a call took
+    endif()
 endif()
 # Links each of the many test programs in a tenth of the time.
 find_program(LUCENTRA_MOLD mold)

@@ -1,0 +1,37 @@
+// Pictures: what a file holds, and the places in it that look like lines of writing.
+
+#include "Fuzz.h"
+
+#include "LineFinder.h"
+#include "PictureFile.h"
+#include "TestTexts.h"
+
+#include <QFile>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const TestTexts texts;
+    static const QTemporaryDir folder(u"/dev/shm/lucentra-fuzz"_s);
+    const QString path = folder.filePath(u"picture"_s);
+    const QByteArray content = bytesOf(data, size);
+    QFile file(path);
+    mustHold(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), "the fuzzer's own file");
+    file.close();
+
+    const auto picture = readPicture(path, texts.manager);
+    if (!picture) {
+        mustHold(!picture.error().description.isEmpty(), "a failure has words");
+        return 0;
+    }
+    mustHold(!picture->isNull() && qint64(picture->width()) * picture->height() <= maximumPicturePixels,
+             "a picture has pixels, but not too many");
+    const QImage opaque = onOpaqueGround(*picture);
+    if (qint64(opaque.width()) * opaque.height() > 1 << 20)
+        return 0; // the finder's time on large pictures is measured elsewhere
+    for (const FoundLine &line : findLines(opaque, 5))
+        mustHold(opaque.rect().contains(line.ink), "a line lies within the picture");
+    return 0;
+}
