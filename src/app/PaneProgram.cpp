@@ -12,6 +12,7 @@
 #include "Version.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QThread>
 
 #include <cstdio>
@@ -103,6 +104,8 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
+    QGuiApplication::setDesktopFileName(u"com.tarnby.lucentra"_s);
+    QApplication::setWindowIcon(QIcon(u":/lucentra/icons/com.tarnby.lucentra.svg"_s));
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
     // Not quit, which asks every window first: the pane only hides when it is closed, and so says no.

@@ -47,7 +47,7 @@ SettingsServices servicesOf(const SettingsShell::Program &program, LaunchAtLogin
         .paneFrame = program.paneFrame,
         .settingsFile = SettingsStore::userFilePath(),
         .pagesFolder = QCoreApplication::applicationDirPath() + u"/../share/lucentra/privacy"_s,
-        .applicationIcon = QIcon(u":/lucentra/icons/AppIcon.svg"_s),
+        .applicationIcon = QIcon(u":/lucentra/icons/com.tarnby.lucentra.svg"_s),
         .version = QString::fromLatin1(programVersion),
         .buildNumber = QString::fromLatin1(buildNumber),
     };

@@ -19,9 +19,9 @@ namespace {
 
 QIcon statusImage()
 {
-    QIcon image = QIcon::fromTheme(u"GlassIconTemplate"_s);
+    QIcon image = QIcon::fromTheme(u"com.tarnby.lucentra-symbolic"_s);
     if (image.isNull())
-        image = QIcon(u":/lucentra/icons/GlassIconTemplate.svg"_s);
+        image = QIcon(u":/lucentra/icons/com.tarnby.lucentra-symbolic.svg"_s);
     if (image.availableSizes().isEmpty() && image.pixmap(24).isNull())
         image = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     image.setIsMask(true);

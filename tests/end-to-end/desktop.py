@@ -29,12 +29,16 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 
 
 class Session:
-    """Use as a context manager; `environment` is that of every program started in the session."""
+    """Use as a context manager; `environment` is that of every program started in the session. `activatable`: the bus
+    starts the program as it is built; `data_folders`: the desktop's folders of data ($XDG_DATA_DIRS), whose services
+    the bus starts."""
 
-    def __init__(self, keyring: bool = True, language: str = "en", activatable: bool = False):
+    def __init__(self, keyring: bool = True, language: str = "en", activatable: bool = False, data_folders: str = ""):
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-test-"))
         self.keyring = keyring
-        self.activatable = activatable
+        services = LUCENTRA.parent.parent / "share" / "dbus-1" / "services"
+        self.services = ("<standard_session_servicedirs/>" if data_folders else
+                         f"<servicedir>{services}</servicedir>" if activatable else "")
         self.processes: list[subprocess.Popen] = []
         runtime = self.home / "run"
         runtime.mkdir(mode=0o700)
@@ -49,6 +53,8 @@ class Session:
             "LANGUAGE": language,
             "QT_QPA_PLATFORM": "offscreen",
         }
+        if data_folders:
+            self.environment["XDG_DATA_DIRS"] = data_folders
         for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TESSDATA_PREFIX"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]
@@ -69,9 +75,7 @@ class Session:
 
     def __enter__(self):
         configuration = self.home / "bus.conf"
-        services = LUCENTRA.parent.parent / "share" / "dbus-1" / "services"
-        configuration.write_text(BUS_CONFIGURATION.format(
-            home=self.home, services=f"<servicedir>{services}</servicedir>" if self.activatable else ""))
+        configuration.write_text(BUS_CONFIGURATION.format(home=self.home, services=self.services))
         self.start_bus()
         if self.keyring:
             self.start_keyring()

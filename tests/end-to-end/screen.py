@@ -71,6 +71,14 @@ class Screen(Session):
     def output(self, *command: str) -> str:
         return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout.strip()
 
+    def let_the_bus_start_programs(self) -> None:
+        """Tells the bus the environment of the programs that it starts, as a desktop does at login."""
+        values = ",".join(f"{name},{self.environment[name]}" for name in
+                          ("DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"))
+        subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+                        "org.freedesktop.DBus.UpdateActivationEnvironment", f"dict:string:string:{values}"],
+                       env=self.environment, check=True, stdout=subprocess.DEVNULL)
+
     def selection_owner(self, name: str) -> int:
         xlib = ctypes.CDLL("libX11.so.6")
         xlib.XOpenDisplay.restype = ctypes.c_void_p

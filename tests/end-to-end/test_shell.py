@@ -206,11 +206,7 @@ class StartedByTheBus(OnADesktop):
     activatable = True
 
     def test_a_call_starts_the_program(self):
-        environment = ", ".join(f"'{name}': '{self.screen.environment[name]}'" for name in
-                                ("DISPLAY", "HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"))
-        subprocess.run(["gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
-                        "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.UpdateActivationEnvironment",
-                        f"{{{environment}}}"], env=self.screen.environment, check=True, stdout=subprocess.DEVNULL)
+        self.screen.let_the_bus_start_programs()
         self.assertEqual(self.call("Toggle").returncode, 0)
         self.expect_pane(True, "the call that starts the program shows its pane")
         self.assertEqual(self.call("Quit").returncode, 0)

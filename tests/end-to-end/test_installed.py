@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+"""What `cmake --install` puts down, in a folder of its own: everything is there, the desktop's services start it from
+there, and the installed program finds what it needs."""
+import os
+import pathlib
+import select
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+BUILD = pathlib.Path(os.environ.get("LUCENTRA_BUILD", "build/dev")).resolve()
+HERE = pathlib.Path(__file__).parent
+PREFIX = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-installed-"))
+os.environ["LUCENTRA"] = str(PREFIX / "bin" / "lucentra")
+
+from screen import Screen, eventually  # which reads LUCENTRA
+
+ICON = "com.tarnby.lucentra"
+FILES = {
+    "bin/lucentra",
+    "share/applications/com.tarnby.lucentra.desktop",
+    "share/bash-completion/completions/lucentra",
+    "share/dbus-1/services/com.tarnby.lucentra.service",
+    "share/doc/lucentra/CHANGELOG.md",
+    "share/doc/lucentra/LICENSE",
+    "share/doc/lucentra/privacy.md",
+    "share/fish/vendor_completions.d/lucentra.fish",
+    *(f"share/icons/hicolor/{size}x{size}/apps/{ICON}.svg" for size in (16, 22, 24)),
+    f"share/icons/hicolor/scalable/apps/{ICON}.svg",
+    f"share/icons/hicolor/symbolic/apps/{ICON}-symbolic.svg",
+    "share/lucentra/autostart/com.tarnby.lucentra.desktop",
+    *(f"share/lucentra/i18n/lucentra_{code}.qm" for code in ("en", "ja", "ko", "zh-Hans", "zh-Hant")),
+    *(f"share/lucentra/privacy/privacy_{code}.html" for code in ("en", "ja", "ko", "zh-Hans", "zh-Hant")),
+    "share/man/man1/lucentra.1",
+    "share/metainfo/com.tarnby.lucentra.metainfo.xml",
+    "share/zsh/site-functions/_lucentra",
+}
+
+
+def setUpModule():
+    subprocess.run(["cmake", "--install", str(BUILD), "--prefix", str(PREFIX)], check=True, stdout=subprocess.DEVNULL)
+
+
+def tearDownModule():
+    shutil.rmtree(PREFIX)
+
+
+class Installed(unittest.TestCase):
+    def setUp(self):
+        self.screen = Screen(composited=False, keyring=False, data_folders=f"{PREFIX}/share:/usr/share", language="ja")
+        self.screen.__enter__()
+        self.addCleanup(self.screen.__exit__, None, None, None)
+
+    def has_pane(self) -> bool:
+        return bool(self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$"))
+
+    def test_everything_is_there_and_nothing_else(self):
+        found = {str(path.relative_to(PREFIX)) for path in PREFIX.rglob("*") if path.is_file()}
+        self.assertEqual(found, FILES)
+
+    def test_the_bus_starts_it(self):
+        self.screen.let_the_bus_start_programs()
+        answer = self.screen.output("dbus-send", "--session", "--print-reply", "--dest=com.tarnby.lucentra",
+                                    "/com/tarnby/lucentra", "com.tarnby.lucentra.Show")
+        self.assertIn("method return", answer)
+        self.assertTrue(eventually(self.has_pane))
+        running = self.screen.output("pgrep", "-f", "--", f"^{PREFIX}/bin/lucentra --wait-for-command$").split()
+        self.assertEqual(len(running), 1, "it is the installed one")
+        self.assertEqual(self.screen.lucentra("quit").returncode, 0)
+        self.assertTrue(eventually(lambda: self.screen.lucentra("quit").returncode == 2))
+
+    def test_it_finds_its_texts_and_icons(self):
+        self.assertIn("画面の文字を翻訳する", self.screen.lucentra("--help").stdout)
+        watcher = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
+        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
+        self.screen.start([os.environ["LUCENTRA"]], stdout=subprocess.DEVNULL)
+        self.assertTrue(select.select([watcher.stdout], [], [], 20)[0], "no item was registered")
+        item = watcher.stdout.readline().decode().split()[0]
+        name = self.screen.output("dbus-send", "--session", "--print-reply", f"--dest={item}", "/StatusNotifierItem",
+                                  "org.freedesktop.DBus.Properties.Get", "string:org.kde.StatusNotifierItem",
+                                  "string:IconName")
+        self.assertIn(f'"{ICON}-symbolic"', name, "the tray is told the installed icon, which it recolours")
+        self.assertTrue(eventually(self.has_pane))
+        window = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$").split()[0]
+        properties = self.screen.output("xprop", "-id", window, "WM_CLASS", "_KDE_NET_WM_DESKTOP_FILE", "_NET_WM_ICON")
+        self.assertIn('"lucentra"', properties.splitlines()[0], "as the desktop entry says")
+        self.assertIn("Icon (", properties)
+        self.assertEqual(self.screen.lucentra("quit").returncode, 0)
+
+
+if __name__ == "__main__":
+    os.chdir(HERE)
+    unittest.main(verbosity=2)
