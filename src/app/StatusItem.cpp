@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QHash>
+#include <QIconEngine>
+#include <QPainter>
 #include <QStyle>
 #include <QSystemTrayIcon>
 
@@ -17,13 +19,46 @@ namespace lucentra {
 
 namespace {
 
+const QString imageName = u"com.tarnby.lucentra-symbolic"_s;
+
+/// The icon, drawn in its proportions however high and wide the tray makes its place. Trays that ask for an icon of the
+/// desktop's theme by its name, and give it the colour of their panel, get the name where the theme has it.
+class StatusImage : public QIconEngine
+{
+public:
+    explicit StatusImage(const QIcon &drawing)
+        : m_drawing(drawing)
+    {
+    }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const int side = std::min(rect.width(), rect.height());
+        QRect square(0, 0, side, side);
+        square.moveCenter(rect.center());
+        m_drawing.paint(painter, square, Qt::AlignCenter, mode, state);
+    }
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+    QString iconName() override { return QIcon::hasThemeIcon(imageName) ? imageName : QString(); }
+    QIconEngine *clone() const override { return new StatusImage(*this); }
+
+private:
+    QIcon m_drawing;
+};
+
 QIcon statusImage()
 {
-    QIcon image = QIcon::fromTheme(u"com.tarnby.lucentra-symbolic"_s);
-    if (image.isNull())
-        image = QIcon(u":/lucentra/icons/com.tarnby.lucentra-symbolic.svg"_s);
-    if (image.availableSizes().isEmpty() && image.pixmap(24).isNull())
-        image = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    QIcon drawing(u":/lucentra/icons/"_s + imageName + u".svg"_s);
+    if (drawing.pixmap(24).isNull())
+        drawing = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    QIcon image(new StatusImage(drawing)); // which owns it
     image.setIsMask(true);
     return image;
 }

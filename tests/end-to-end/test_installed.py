@@ -9,6 +9,8 @@ import subprocess
 import tempfile
 import unittest
 
+from PIL import Image, ImageChops
+
 BUILD = pathlib.Path(os.environ.get("LUCENTRA_BUILD", "build/dev")).resolve()
 HERE = pathlib.Path(__file__).parent
 PREFIX = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-installed-"))
@@ -65,8 +67,10 @@ class Installed(unittest.TestCase):
                                     "/com/tarnby/lucentra", "com.tarnby.lucentra.Show")
         self.assertIn("method return", answer)
         self.assertTrue(eventually(self.has_pane))
-        running = self.screen.output("pgrep", "-f", "--", f"^{PREFIX}/bin/lucentra --wait-for-command$").split()
-        self.assertEqual(len(running), 1, "it is the installed one")
+        owner = self.screen.output("dbus-send", "--session", "--print-reply=literal", "--dest=org.freedesktop.DBus",
+                                   "/org/freedesktop/DBus", "org.freedesktop.DBus.GetConnectionUnixProcessID",
+                                   "string:com.tarnby.lucentra").split()[-1]
+        self.assertEqual(os.readlink(f"/proc/{owner}/exe"), os.environ["LUCENTRA"], "it is the installed one")
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
         self.assertTrue(eventually(lambda: self.screen.lucentra("quit").returncode == 2))
 
@@ -87,6 +91,20 @@ class Installed(unittest.TestCase):
         self.assertIn('"lucentra"', properties.splitlines()[0], "as the desktop entry says")
         self.assertIn("Icon (", properties)
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
+
+    def test_its_icon_keeps_its_shape_in_a_panel(self):
+        self.screen.start_pane(600, 300)
+        self.screen.lucentra("hide")
+        self.screen.quietly(["trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "96",
+                             "--heighttype", "pixel", "--height", "32", "--SetDockType", "true", "--transparent", "true",
+                             "--alpha", "0", "--tint", "0xf6f5f4"])
+
+        def drawn():
+            panel = self.screen.picture().crop((0, 0, 96, 32)).convert("RGB")
+            ground = Image.new("RGB", panel.size, panel.getpixel((90, 16)))
+            return ImageChops.difference(panel, ground).crop((2, 2, 88, 30)).getbbox()  # without the panel's edge
+        left, top, right, bottom = self.screen.must(drawn, "the icon", 40)
+        self.assertGreaterEqual(right - left, bottom - top, "it is wider than high")
 
 
 if __name__ == "__main__":
