@@ -30,7 +30,7 @@ def translate_a_window(screen: Screen, picture: pathlib.Path, folder: pathlib.Pa
     screen.lucentra("translate")
     seen = eventually(lambda: EXPECTED <= set(texts := screen.texts()) and texts, 30)
     check(seen, f"the translations aren't on the pane; what is there: {screen.texts()}")
-    print("  on the pane:", ", ".join(seen))
+    print("  on the pane:", ", ".join(text for text in seen if text in EXPECTED))
     time.sleep(1)
     screen.picture().save(folder / "pass.png")
     check(screen.lucentra("quit").returncode == 0, "the program didn't quit")
@@ -59,12 +59,12 @@ def contrast(one, other) -> float:
 
 
 def look_at_the_icon(screen: Screen, name: str, folder: pathlib.Path) -> None:
+    program = screen.start_pane(600, 300)
+    screen.lucentra("hide")
     panel = screen.quietly(["trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "96",
                             "--heighttype", "pixel", "--height", str(PANEL_HEIGHT), "--SetDockType", "true",
                             "--transparent", "true", "--alpha", "0", "--tint", PANELS[name]])
     screen.must(lambda: screen.selection_owner("_NET_SYSTEM_TRAY_S0"), "the panel")
-    program = screen.start_pane(600, 300)
-    screen.lucentra("hide")
 
     def best():
         strip = screen.picture().crop((0, 0, 96, PANEL_HEIGHT)).convert("RGB")

@@ -30,9 +30,19 @@ def judge(original: str, translated: str, answer: str) -> None:
     known = [block for block in blocks if any("\u4e00" <= character <= "\u9fff" for character in block["translation"])]
     if len(known) < 3:
         sys.exit("hardly a line was translated")
-    box = ImageChops.difference(Image.open(original).convert("RGB"), Image.open(translated).convert("RGB")).getbbox()
-    if not box:
+    before, after = (Image.open(path).convert("L") for path in (original, translated))
+    if not ImageChops.difference(before, after).getbbox():
         sys.exit("nothing was drawn over the lines")
+    drawn = {block["translation"]: ink(after, block["frame"]) for block in known}
+    if len(set(drawn.values())) < len(drawn):
+        sys.exit("different translations look the same: no font has their characters")
+
+
+def ink(picture: Image.Image, frame: list[float]) -> bytes:
+    """What is written in an overlay, in the overlays' near white: the pane's point (2, 2) is the picture's corner."""
+    x, y, width, height = (round(value) for value in frame)
+    part = picture.crop((x - 2, y - 2, x - 2 + width, y - 2 + height)).point(lambda value: 255 * (value > 200))
+    return part.crop(part.getbbox()).tobytes() if part.getbbox() else b""
 
 
 if __name__ == "__main__":
