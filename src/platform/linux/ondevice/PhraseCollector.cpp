@@ -213,6 +213,8 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
         return;
     if (isTarget && !hasDenseScript(*form))
         return; // a name, a unit or another code, which says nothing to those who read the language
+    if (form->contains(u'<') && !sourceText.contains('<'))
+        return; // a remark to other translators, or markup that the source doesn't have
     if (isTarget)
         form = withoutSource(*form, m_strings.string(from.key));
     const StringPool::Place key = m_strings.place(phraseKey(*form));

@@ -118,6 +118,13 @@ std::optional<PhraseMatch> PhraseLookup::find(const QString &key) const
     return match;
 }
 
+QString PhraseLookup::englishKey(const QString &word) const
+{
+    const QString key = phraseKey(word);
+    const auto english = m_source ? m_file.intoEnglish(*m_source, key) : std::nullopt;
+    return english ? phraseKey(english->text) : key;
+}
+
 std::optional<LineTranslation> PhraseLookup::phrase(const ScreenPhrase &phrase) const
 {
     for (const ScreenForm &form : phrase.forms) {
@@ -199,7 +206,10 @@ std::optional<LineTranslation> PhraseLookup::parts(const ScreenPhrase &whole) co
 std::optional<LineTranslation> PhraseLookup::menuBar(const QString &text) const
 {
     const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
-    const bool areTitles = words.size() >= 3 && std::all_of(words.begin(), words.end(), [](const QString &word) {
+    // "Show All Bookmarks" looks like one, but means something else than its words.
+    const bool isBar =
+        words.size() >= 3 && (englishKey(words.first()) == u"file" || englishKey(words.last()) == u"help");
+    const bool areTitles = isBar && std::all_of(words.begin(), words.end(), [](const QString &word) {
                                return word.front().isUpper() && word.size() > 1 && word.back().isLower();
                            });
     if (!areTitles)

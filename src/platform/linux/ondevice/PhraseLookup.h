@@ -39,6 +39,7 @@ private:
     std::optional<LineTranslation> respelled(const QString &text) const;
     std::optional<LineTranslation> repaired(const QString &text) const;
     std::optional<PhraseMatch> find(const QString &key) const;
+    QString englishKey(const QString &word) const;
 
     const PhraseFile &m_file;
     std::optional<int> m_source; ///< nothing for English

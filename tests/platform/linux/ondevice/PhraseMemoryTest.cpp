@@ -128,6 +128,7 @@ void PhraseMemoryTest::linesAreTranslated_data()
                                          << u"名前を付けて保存…   Ctrl+Shift+S"_s;
     QTest::newRow("a bullet") << u"en ja"_s << u"• Preferences"_s << u"• 設定"_s;
     QTest::newRow("a menu bar read as one line") << u"en ja"_s << u"File Edit View"_s << u"ファイル  編集  表示"_s;
+    QTest::newRow("a phrase of such words in capitals") << u"en ja"_s << u"View Edit File"_s << u"-"_s;
     QTest::newRow("a sentence of such words") << u"en ja"_s << u"Edit view file"_s << u"-"_s;
     QTest::newRow("a singular") << u"en ja"_s << u"Preference"_s << u"設定"_s;
     QTest::newRow("hyphenated") << u"en ja"_s << u"Text-editor"_s << u"テキストエディター"_s;
@@ -177,6 +178,7 @@ void PhraseMemoryTest::wordsAreWeighed_data()
         QTest::newRow(name) << locale << programs << word << translation;
     };
     row("a code is no translation", u"zh_TW"_s, {{{"Do", "zh_TW"}}}, u"Do"_s, u"-"_s);
+    row("a remark", u"ko"_s, {{{"Spaces", "<공백개수>"}}}, u"Spaces"_s, u"-"_s);
     row("the source beside its translation", u"ko"_s, {{{"Period", "Period (기간)"}}}, u"Period"_s, u"기간"_s);
     row("the source in brackets", u"ko"_s, {{{"Gamma", "감마 (Gamma)"}}}, u"Gamma"_s, u"감마"_s);
     row("one program's explanation", u"ko"_s, {{{"Gold", "금 (1 트로이 온스)"}}}, u"Gold"_s, u"-"_s);
