@@ -34,13 +34,14 @@ void copyToClipboard(const QString &text)
 
 } // namespace
 
-AppDelegate::AppDelegate(DiagnosticLine diagnostics)
+AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, DiagnosticLine diagnostics)
     : m_diagnostics(diagnostics)
+    , m_scheduler(scheduler)
     , m_services(diagnostics, {.copy = copyToClipboard,
                                .record = [this](const QString &original,
                                                 const QString &translation) { m_history.add(original, translation); }})
     , m_history(HistoryManager::userFilePath(), m_services.mainQueue(), diagnostics)
-    , m_desktop(m_scheduler)
+    , m_desktop(m_scheduler, bus)
     , m_hotkeys(
           m_services.settings(), m_desktop.hotkeys, m_services.mainQueue(), [this] { return isPaneKeyWindow(); },
           diagnostics)
@@ -78,6 +79,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_mainMenu.build();
     m_mainMenu.attachContextMenu(*m_glassView);
     m_statusItem.build();
+    connect(&m_desktop.bus, &SessionBus::returned, this, [this] { m_statusItem.lookAgain(); });
     wireHotkeys();
     observeNotifications();
     registerHotkeys();
@@ -320,7 +322,7 @@ void AppDelegate::tellOfMissingTray()
     if (std::exchange(m_hasToldOfMissingTray, true))
         return;
     showDesktopNotice(
-        QDBusConnection::sessionBus(), u"Lucentra｜澄鏡通"_s,
+        m_desktop.bus.connection(), u"Lucentra｜澄鏡通"_s,
         m_services.texts().formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s,
                                      m_services.settings().read(settings::hotkeyString)));
 }

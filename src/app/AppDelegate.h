@@ -32,7 +32,8 @@ namespace lucentra {
 class AppDelegate : public QObject
 {
 public:
-    explicit AppDelegate(DiagnosticLine diagnostics);
+    /// What is referred to must outlive the delegate.
+    AppDelegate(Scheduler &scheduler, SessionBus &bus, DiagnosticLine diagnostics);
     ~AppDelegate() override;
 
     /// Starts up, and shows the pane unless it is to wait for a command.
@@ -67,7 +68,7 @@ private:
     void tellOfMissingTray();
 
     const DiagnosticLine m_diagnostics;
-    EventLoopScheduler m_scheduler;
+    Scheduler &m_scheduler;
     ToolkitTexts m_toolkitTexts;
     Services m_services;
     HistoryManager m_history;

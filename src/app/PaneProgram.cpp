@@ -7,7 +7,9 @@
 #endif
 #include "LegacyMigration.h"
 #include "RemoteControl.h"
+#include "Scheduler.h"
 #include "Services.h"
+#include "SessionBus.h"
 #include "TerminationSignals.h"
 #include "Version.h"
 
@@ -110,12 +112,16 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
 
     // Not quit, which asks every window first: the pane only hides when it is closed, and so says no.
     signalsToQuit.listen([] { QCoreApplication::exit(); });
-    RemoteControl remoteControl(QDBusConnection::sessionBus());
+    EventLoopScheduler scheduler;
+    SessionBus bus(scheduler);
+    RemoteControl remoteControl(bus.connection());
     const auto claim = remoteControl.claim();
     if (claim == RemoteControl::Claim::Taken)
         return showRunningProgram(paneAtStart);
     migrateFormerVersion();
-    AppDelegate delegate(&printDiagnostic);
+    QObject::connect(&bus, &SessionBus::returned, &remoteControl,
+                     [&remoteControl, &bus] { remoteControl.moveTo(bus.connection()); });
+    AppDelegate delegate(scheduler, bus, &printDiagnostic);
     const DisplayLoss displayLoss(delegate);
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
     delegate.applicationDidFinishLaunching(paneAtStart);

@@ -102,6 +102,12 @@ RemoteControl::Claim RemoteControl::claim()
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered ? Claim::Ours : Claim::Taken;
 }
 
+RemoteControl::Claim RemoteControl::moveTo(const QDBusConnection &bus)
+{
+    m_bus = bus;
+    return claim();
+}
+
 QString RemoteControl::introspect(const QString &) const
 {
     QString methods;

@@ -31,6 +31,8 @@ public:
     };
     /// Asks for the name. Commands that arrive wait for the event loop.
     Claim claim();
+    /// Takes commands on another bus from then on: the former has ended.
+    Claim moveTo(const QDBusConnection &bus);
 
     /// Carries a command out; false where the program has no such thing, which the caller is told. Without it the
     /// program isn't there any more for its callers: it ends.

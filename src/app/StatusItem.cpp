@@ -129,6 +129,13 @@ void StatusItem::build()
         look();
 }
 
+void StatusItem::lookAgain()
+{
+    m_icon.reset();
+    m_lookInterval = firstLookInterval;
+    look();
+}
+
 void StatusItem::setToggleKeys(quint32 flags, const QString &key)
 {
     const QList<QAction *> items = m_menu.actions();

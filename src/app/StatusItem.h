@@ -37,6 +37,8 @@ public:
 
     /// Builds the menu anew, in the interface language, and shows the item as soon as there is a tray.
     void build();
+    /// Shows the item anew as soon as there is a tray: the bus that the former was on has ended.
+    void lookAgain();
     /// The keys that the item with the toggle tag shows: modifier flags (VirtualKeys.h) and the key.
     void setToggleKeys(quint32 flags, const QString &key);
 

@@ -78,12 +78,14 @@ bool isWaylandSession()
     return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
 }
 
-X11Desktop::X11Desktop(Scheduler &scheduler)
-    : capture(ownResources())
+X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &sessionBus)
+    : bus(sessionBus)
+    , capture(ownResources())
     , changes(ownResources(), toNative)
     , hotkeys(scheduler)
-    , displayOptions(QDBusConnection::sessionBus())
+    , displayOptions(sessionBus.connection())
 {
+    connect(&bus, &SessionBus::returned, this, [this] { displayOptions.setBus(bus.connection()); });
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &X11Desktop::watch);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &X11Desktop::updateDisplays);
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &X11Desktop::updateDisplays);
@@ -93,7 +95,7 @@ X11Desktop::X11Desktop(Scheduler &scheduler)
 
 bool X11Desktop::hasTray() const
 {
-    return hasStatusNotifierHost(QDBusConnection::sessionBus()) || ownsTraySelection();
+    return hasStatusNotifierHost(bus.connection()) || ownsTraySelection();
 }
 
 void X11Desktop::watch(QScreen *screen)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PortalDisplayOptions.h"
+#include "SessionBus.h"
 #include "X11ChangeMonitor.h"
 #include "X11CompositingMonitor.h"
 #include "X11GlobalHotkeys.h"
@@ -21,11 +22,13 @@ bool isWaylandSession();
 class X11Desktop : public QObject
 {
 public:
-    explicit X11Desktop(Scheduler &scheduler);
+    /// What is referred to must outlive this object.
+    X11Desktop(Scheduler &scheduler, SessionBus &sessionBus);
 
     /// Whether the desktop has a place for status items, of either kind.
     bool hasTray() const;
 
+    SessionBus &bus;
     X11ScreenCapture capture;
     X11CaptureAccess access;
     X11ChangeMonitor changes;

@@ -178,20 +178,61 @@ class Clock(HostileDesktop):
 class Services(HostileDesktop):
     def test_the_portal_goes_and_comes_back(self):
         ask_for = self.screen.start_portal()
+        portal = self.screen.processes[-1]
         self.start()
         self.expect_pass("with a portal")
-        portal = self.screen.processes[-3]
-        self.assertIn("portal.py", portal.args[1])
         self.end(portal)
         self.expect_pass("without it")
         self.screen.start_portal("reduce-motion")
         self.server.queued = [chat_server.pause(3)]
         self.pane.double_click()
+        self.expect_no_motion()
+        del ask_for
+
+    def test_the_keyring_goes_and_comes_back(self):
+        self.screen.start_keyring()
+        self.start()
+        self.expect_pass("with the keyring")
+        self.end(self.program("gnome-keyring-daemon"))
+        self.pane.double_click()
+        self.assertTrue(eventually(lambda: "Enter your Compatible endpoint API key in Settings" in self.screen.texts()))
+        self.screen.start_keyring()
+        self.expect_pass("with the keyring again", lambda: self.screen.press("Retry"))
+
+    def test_the_bus_goes_and_comes_back(self):
+        self.screen.start_keyring()
+        tray = self.watcher()
+        self.start()
+        self.assertTrue(select.select([tray.stdout], [], [], 20)[0], "the item is in the tray")
+        self.expect_pass("with a bus")
+        bus = self.program("dbus-daemon")
+        for process in (bus, self.program("gnome-keyring-daemon")):
+            self.end(process)
+        (self.screen.home / "bus").unlink(missing_ok=True)
+        self.screen.do("key alt+t")
+        self.assertTrue(eventually(lambda: not self.is_shown()), "hotkeys need no bus")
+        self.screen.do("key alt+t")
+        self.assertTrue(eventually(self.is_shown))
+        self.screen.start_bus()
+        self.screen.start_keyring()
+        self.screen.wait_for_name("com.tarnby.lucentra")
+        tray = self.watcher()
+        self.assertTrue(select.select([tray.stdout], [], [], 20)[0], "the item comes to the tray of the new bus")
+        self.screen.start_portal("reduce-motion")
+        self.pane.place(*PANE)
+        self.expect_pass("with a new bus", lambda: self.screen.lucentra("translate"))
+        self.server.queued = [chat_server.pause(3)]
+        self.pane.double_click()
+        self.expect_no_motion()
+
+    def program(self, name: str) -> subprocess.Popen:
+        return next(process for process in reversed(self.screen.processes) if process.args[0] == name)
+
+    def expect_no_motion(self) -> None:
         self.screen.do("mousemove 1000 700")
         time.sleep(1)
         self.assertEqual(len({self.pane.picture().tobytes() for _ in range(6) if not time.sleep(0.1)}), 1,
-                         "it is heard again: nothing moves")
-        del ask_for
+                         "the portal is heard: nothing moves")
 
     def watcher(self) -> subprocess.Popen:
         tray = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)

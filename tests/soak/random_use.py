@@ -156,6 +156,7 @@ class User:
     def act(self) -> None:
         if not self.windows():
             self.call(self.chance.choice(["Show", "Show", "Settings", "History"]))
+            time.sleep(0.5)
         actions = {self.click: 10, self.drag: 4, self.scroll: 2, self.resize: 4, self.press_keys: 6, self.type: 2,
                    self.command: 3, self.use_a_control: 4, self.change_settings: 2, self.settle: 2}
         self.chance.choices(list(actions), list(actions.values()))[0]()

@@ -36,10 +36,18 @@ PortalDisplayOptions::PortalDisplayOptions(const QDBusConnection &bus, QObject *
     , m_bus(bus)
 {
     qRegisterMetaType<QDBusVariant>(); // or else the slot's type has no name yet, and isn't found
+    setBus(bus);
+}
+
+PortalDisplayOptions::~PortalDisplayOptions() = default;
+
+void PortalDisplayOptions::setBus(const QDBusConnection &bus)
+{
+    m_bus = bus;
     m_bus.connect(portalService, portalPath, settingsInterface, u"SettingChanged"_s, this,
                   SLOT(settingChanged(QString, QString, QDBusVariant)));
-    auto *watcher = new QDBusServiceWatcher(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalDisplayOptions::readAll);
+    m_watcher = std::make_unique<QDBusServiceWatcher>(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration);
+    connect(m_watcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &PortalDisplayOptions::readAll);
     readAll();
 }
 

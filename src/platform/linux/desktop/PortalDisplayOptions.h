@@ -7,6 +7,10 @@
 #include <QObject>
 #include <QVariantMap>
 
+#include <memory>
+
+class QDBusServiceWatcher;
+
 namespace lucentra {
 
 /// The display options from the desktop portal's settings, asked for without waiting and followed live. Animations
@@ -18,6 +22,10 @@ class PortalDisplayOptions : public QObject, public AccessibilityDisplaySource
 public:
     /// Asks on a bus, in general the session's; it must outlive this object.
     explicit PortalDisplayOptions(const QDBusConnection &bus, QObject *parent = nullptr);
+    ~PortalDisplayOptions() override;
+
+    /// Asks on another bus from then on: the former has ended.
+    void setBus(const QDBusConnection &bus);
 
     AccessibilityDisplayOptions options() const override { return m_options; }
     void setChangeHandler(std::function<void(const AccessibilityDisplayOptions &)> changed) override
@@ -34,6 +42,7 @@ private:
     void update();
 
     QDBusConnection m_bus;
+    std::unique_ptr<QDBusServiceWatcher> m_watcher;
     QVariantMap m_values; ///< by group and key
     AccessibilityDisplayOptions m_options;
     std::function<void(const AccessibilityDisplayOptions &)> m_changed;

@@ -67,7 +67,8 @@ void X11ChangeMonitor::start()
     while (screenNumber-- > 0)
         xcb_screen_next(&screens);
     m_root = screens.data->root;
-    const quint32 events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    m_desktopPicture = x11Atom(c, "_XROOTPMAP_ID");
+    const quint32 events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(c, m_root, XCB_CW_EVENT_MASK, &events);
     X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, xcb_query_tree(c, m_root), nullptr));
     if (tree) {
@@ -144,6 +145,9 @@ void X11ChangeMonitor::handle(const xcb_generic_event_t *event)
             return;
         watched->isDamaged = true;
         reportIfInside(watched->frame);
+    } else if (type == XCB_PROPERTY_NOTIFY) {
+        if (reinterpret_cast<const xcb_property_notify_event_t *>(event)->atom == m_desktopPicture)
+            reportIfInside(m_area);
     } else if (type == XCB_MAP_NOTIFY) {
         addWindow(reinterpret_cast<const xcb_map_notify_event_t *>(event)->window);
     } else if (type == XCB_CONFIGURE_NOTIFY) {

@@ -13,8 +13,8 @@
 
 namespace lucentra {
 
-/// Watches the foreign top-level windows by their damage, on a connection of its own. A window that is drawn without
-/// pause costs one event for every `rearm`.
+/// Watches the foreign top-level windows by their damage, and the desktop's picture by the root window's property, on a
+/// connection of its own. A window that is drawn without pause costs one event for every `rearm`.
 class X11ChangeMonitor : public ScreenChangeMonitor
 {
 public:
@@ -47,6 +47,7 @@ private:
     X11Connection m_connection;
     std::unique_ptr<QSocketNotifier> m_notifier;
     xcb_window_t m_root = XCB_WINDOW_NONE;
+    xcb_atom_t m_desktopPicture = XCB_ATOM_NONE;
     quint8 m_damageEvent = 0;
     QHash<xcb_window_t, Watched> m_windows; ///< foreign and mapped
     QRect m_area;

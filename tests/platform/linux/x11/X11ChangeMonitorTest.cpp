@@ -17,6 +17,7 @@ private Q_SLOTS:
     void whatOthersDrawBeneathIsReportedOnce();
     void whatIsElsewhereOrOursIsNoChange();
     void windowsThatComeMoveAndGoAreChanges();
+    void anotherDesktopPictureIsAChange();
     void anEmptyAreaEndsTheWatch();
 
 private:
@@ -93,6 +94,17 @@ void X11ChangeMonitorTest::windowsThatComeMoveAndGoAreChanges()
     QVERIFY(reported(1));
     settle(monitor);
     other.destroy(window);
+    QVERIFY(reported(1));
+}
+
+void X11ChangeMonitorTest::anotherDesktopPictureIsAChange()
+{
+    TestClient us;
+    TestClient desktop;
+    X11ChangeMonitor monitor(us.range(), [](const QRectF &area) { return area.toRect(); });
+    monitor.watch({150, 150, 100, 100}, [this] { ++m_reports; });
+    reported(0);
+    desktop.forgetDesktopPicture(); // it names another one in any case
     QVERIFY(reported(1));
 }
 

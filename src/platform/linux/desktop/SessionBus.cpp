@@ -1,0 +1,51 @@
+#include "SessionBus.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// The library's own word that a connection is gone, which comes from no bus. False where it is gone already.
+bool listenForEnd(QDBusConnection &connection, QObject *receiver, const char *slot)
+{
+    return connection.isConnected() &&
+           connection.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                              u"Disconnected"_s, receiver, slot);
+}
+
+} // namespace
+
+SessionBus::SessionBus(Scheduler &scheduler)
+    : m_scheduler(scheduler)
+    , m_connection(QDBusConnection::sessionBus())
+{
+    if (!listenForEnd(m_connection, this, SLOT(lost())))
+        lost();
+}
+
+SessionBus::~SessionBus() = default;
+
+void SessionBus::lost()
+{
+    m_interval = firstLookInterval;
+    m_look = m_scheduler.after(m_interval, [this] { look(); });
+}
+
+void SessionBus::look()
+{
+    const QString name = u"lucentra-session-%1"_s.arg(++m_connections);
+    QDBusConnection connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    if (listenForEnd(connection, this, SLOT(lost()))) {
+        m_connection = connection;
+        Q_EMIT returned();
+        return;
+    }
+    QDBusConnection::disconnectFromBus(name);
+    m_interval = std::min(2 * m_interval, longestLookInterval);
+    m_look = m_scheduler.after(m_interval, [this] { look(); });
+}
+
+} // namespace lucentra
