@@ -628,6 +628,10 @@
         <translation>Change the model to one that your OpenAI account may use.</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>The translations on this computer are still being gathered. Please try again in a moment.</translation>
+    </message>
+    <message>
         <source>正在測試連線…</source>
         <translation>Testing the connection…</translation>
     </message>
@@ -1012,6 +1016,10 @@
         <translation>Recognized or typed text is sent to %@ to be translated; that service’s privacy policy governs what happens to it. Lucentra has no server in between and sends no copy to its developers.</translation>
     </message>
     <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
+        <translation>This desktop has no system tray. To show the pane again, start Lucentra once more.</translation>
+    </message>
+    <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
         <translation>This desktop has no system tray. To show the pane again, press %@ or start Lucentra once more.</translation>
     </message>
@@ -1026,10 +1034,6 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>This computer translates:</translation>
-    </message>
-    <message>
-        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
-        <translation>The translations on this computer are still being gathered. Please try again in a moment.</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

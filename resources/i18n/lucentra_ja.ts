@@ -628,6 +628,10 @@
         <translation>モデル名は OpenAI アカウントの権限に合わせて変更できます。</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>このコンピューターにある訳文を集めています。少し待ってからもう一度お試しください。</translation>
+    </message>
+    <message>
         <source>正在測試連線…</source>
         <translation>接続をテストしています…</translation>
     </message>
@@ -1012,6 +1016,10 @@
         <translation>認識または入力された文字は翻訳のため %@ に送信され、その扱いは同サービスのプライバシーポリシーに従います。Lucentra に中継サーバーはなく、開発者に写しが送られることもありません。</translation>
     </message>
     <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
+        <translation>このデスクトップにはシステムトレイがありません。パネルを再び表示するには、Lucentra をもう一度起動してください。</translation>
+    </message>
+    <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
         <translation>このデスクトップにはシステムトレイがありません。パネルを再び表示するには、%@ を押すか、Lucentra をもう一度起動してください。</translation>
     </message>
@@ -1026,10 +1034,6 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>このコンピューターで翻訳できる言語：</translation>
-    </message>
-    <message>
-        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
-        <translation>このコンピューターにある訳文を集めています。少し待ってからもう一度お試しください。</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

@@ -628,6 +628,10 @@
         <translation>모델 이름은 OpenAI 계정의 권한에 맞게 바꿀 수 있습니다.</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>이 컴퓨터에 있는 번역문을 모으는 중입니다. 잠시 후 다시 시도하세요.</translation>
+    </message>
+    <message>
         <source>正在測試連線…</source>
         <translation>연결을 테스트하는 중…</translation>
     </message>
@@ -1012,6 +1016,10 @@
         <translation>인식되거나 입력된 텍스트는 번역을 위해 %@(으)로 전송되며, 처리 방식은 해당 서비스의 개인정보 처리방침을 따릅니다. Lucentra에는 중계 서버가 없으며 개발자에게 사본을 보내지 않습니다.</translation>
     </message>
     <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
+        <translation>이 데스크톱에는 시스템 트레이가 없습니다. 패널을 다시 보려면 Lucentra를 다시 시작하세요.</translation>
+    </message>
+    <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
         <translation>이 데스크톱에는 시스템 트레이가 없습니다. 패널을 다시 보려면 %@을(를) 누르거나 Lucentra를 다시 시작하세요.</translation>
     </message>
@@ -1026,10 +1034,6 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>이 컴퓨터에서 번역할 수 있는 언어:</translation>
-    </message>
-    <message>
-        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
-        <translation>이 컴퓨터에 있는 번역문을 모으는 중입니다. 잠시 후 다시 시도하세요.</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

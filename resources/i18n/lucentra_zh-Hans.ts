@@ -628,6 +628,10 @@
         <translation>模型名称可按您的 OpenAI 账号权限调整。</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
+        <translation>正在收集这台电脑上的译文，请稍后再试。</translation>
+    </message>
+    <message>
         <source>正在測試連線…</source>
         <translation>正在测试连接…</translation>
     </message>
@@ -1012,6 +1016,10 @@
         <translation>识别或输入的文字会发送至 %@ 以生成翻译；内容的处理方式受该服务的隐私政策约束。Lucentra 没有中转服务器，也不会将副本发送给开发者。</translation>
     </message>
     <message>
+        <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
+        <translation>这个桌面没有系统托盘。要再次显示翻译板，请再次启动 Lucentra。</translation>
+    </message>
+    <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
         <translation>这个桌面没有系统托盘。要再次显示翻译板，请按 %@ 或再次启动 Lucentra。</translation>
     </message>
@@ -1026,10 +1034,6 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>这台电脑可以翻译：</translation>
-    </message>
-    <message>
-        <source>正在收集這部電腦上的譯文，請稍後再試。</source>
-        <translation>正在收集这台电脑上的译文，请稍后再试。</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

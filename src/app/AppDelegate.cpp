@@ -321,10 +321,13 @@ void AppDelegate::tellOfMissingTray()
 {
     if (std::exchange(m_hasToldOfMissingTray, true))
         return;
+    const LocalizationManager &texts = m_services.texts();
+    const QString &hotkey = m_services.settings().read(settings::hotkeyString);
     showDesktopNotice(
         m_desktop.bus.connection(), u"Lucentra｜澄鏡通"_s,
-        m_services.texts().formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s,
-                                     m_services.settings().read(settings::hotkeyString)));
+        m_hotkeys.isToggleHotkeyRefused()
+            ? texts.localized(u"這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。"_s)
+            : texts.formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s, hotkey));
 }
 
 void AppDelegate::completeStoring()

@@ -12,6 +12,7 @@
 #include "SessionBus.h"
 #include "TerminationSignals.h"
 #include "Version.h"
+#include "X11ProgramClaim.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -118,17 +119,24 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const auto claim = remoteControl.claim();
     if (claim == RemoteControl::Claim::Taken)
         return showRunningProgram(paneAtStart);
+    X11ProgramClaim displayClaim;
+    if (claim == RemoteControl::Claim::NoBus && displayClaim.isTaken()) {
+        displayClaim.askToShow();
+        return int(ExitCode::Done);
+    }
     migrateFormerVersion();
     QObject::connect(&bus, &SessionBus::returned, &remoteControl,
                      [&remoteControl, &bus] { remoteControl.moveTo(bus.connection()); });
     AppDelegate delegate(scheduler, bus, &printDiagnostic);
     const DisplayLoss displayLoss(delegate);
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
+    displayClaim.onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
     delegate.applicationDidFinishLaunching(paneAtStart);
 #ifdef LUCENTRA_HANG_WATCH
     const HangWatch hangWatch;
 #endif
     const int code = QApplication::exec();
+    displayClaim.onShowAsked = nullptr;
     remoteControl.onCommand = nullptr; // what comes from now on is for the next start
     delegate.applicationWillTerminate();
     return code;

@@ -185,6 +185,19 @@ class RemoteCommands(OnADesktop):
         self.expect_pane(True)
         self.assertIsNone(first.poll())
 
+    def test_a_second_start_without_a_bus_shows_the_first(self):
+        self.screen.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nonexistent"
+        first = self.screen.start([str(LUCENTRA)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.expect_pane(True)
+        self.screen.must(lambda: "_NET_WM_STATE_ABOVE" in self.screen.output(
+            "xprop", "-id", self.panes()[0], "_NET_WM_STATE"), "all of it")
+        self.screen.do("key --delay 50 alt+t")
+        self.expect_pane(False)
+        self.succeeds()
+        self.expect_pane(True)
+        self.assertEqual(len(self.panes()), 1)
+        self.assertIsNone(first.poll())
+
     def test_the_bus_knows_the_same(self):
         self.start()
         self.expect_pane(True)
@@ -213,19 +226,31 @@ class StartedByTheBus(OnADesktop):
 
 
 class WithoutATray(OnADesktop):
-    def test_it_is_said_once(self):
+    def notices(self, *toggling: str) -> str:
+        """What the desktop is asked to tell while the pane is hidden and shown twice."""
         monitor = self.screen.start(["dbus-monitor", "--session", "member='Notify'"], stdout=subprocess.PIPE)
         self.screen.must(lambda: b"NameAcquired" in os.read(monitor.stdout.fileno(), 65536), "the monitor")
         self.start()
         self.expect_pane(True)
         for shown in (False, True, False, True):
-            self.screen.do("key alt+t")
+            subprocess.run(toggling, env=self.screen.environment, check=True)
             self.expect_pane(shown)
         text = b""
         while select.select([monitor.stdout], [], [], 0.5)[0]:
             text += os.read(monitor.stdout.fileno(), 65536)
-        self.assertEqual(text.count(b"member=Notify"), 1)
-        self.assertIn("press ⌥T or start Lucentra once more", text.decode())
+        return text.decode()
+
+    def test_it_is_said_once(self):
+        text = self.notices("xdotool", "key", "alt+t")
+        self.assertEqual(text.count("member=Notify"), 1)
+        self.assertIn("press ⌥T or start Lucentra once more", text)
+
+    def test_a_hotkey_that_was_refused_is_not_recommended(self):
+        holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "28", "8"], stdout=subprocess.PIPE)
+        self.assertEqual(holder.stdout.readline(), b"held\n")
+        text = self.notices(str(LUCENTRA), "toggle")
+        self.assertEqual(text.count("member=Notify"), 1)
+        self.assertIn("To show the pane again, start Lucentra once more", text)
 
 
 class InAWaylandSession(OnADesktop):
