@@ -82,6 +82,8 @@ private:
         Object object;
         if (kind == Data || kind == Ascii || kind == Utf16)
             object.ownCost += kind == Utf16 ? 2 * members : members;
+        if ((kind == Ascii || kind == Utf16) && !isText(start, members, kind == Utf16 ? 2 : 1))
+            return std::nullopt;
         if (kind != Array && kind != Set && kind != Dictionary)
             return object;
         const quint64 references = kind == Dictionary ? 2 * members : members;
@@ -92,6 +94,16 @@ private:
             object.references.append(*reference);
         }
         return object;
+    }
+
+    /// Whether none of the characters is NUL, on which the library that reads the list ends the program.
+    bool isText(quint64 start, quint64 characters, int size) const
+    {
+        for (quint64 i = 0; i < characters; ++i) {
+            if (number(start + i * quint64(size), size).value_or(0) == 0)
+                return false;
+        }
+        return true;
     }
 
     /// Big-endian.

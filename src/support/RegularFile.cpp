@@ -25,7 +25,9 @@ tl::expected<QByteArray, RegularFileError> readRegularFile(const QString &path, 
     }
     if (status.st_size > largest)
         return tl::unexpected(RegularFileError::TooLarge);
-    QByteArray content = file.read(largest + 1); // it may grow meanwhile
+    QByteArray content = file.read(status.st_size + 1); // room is made for all that is asked for
+    if (content.size() > status.st_size)                // it has grown meanwhile
+        content += file.read(largest + 1 - content.size());
     if (file.error() != QFileDevice::NoError)
         return tl::unexpected(RegularFileError::Unreadable);
     if (content.size() > largest)

@@ -1,144 +1,19 @@
-#include "LaunchAtLogin.h"
-#include "LoginItem.h"
-#include "SettingsView.h"
-
-#include "APIKeys.h"
-#include "FakeSecretStorage.h"
-#include "KeychainStore.h"
-#include "LocalizationManager.h"
-#include "MainQueue.h"
-#include "ManualScheduler.h"
-#include "NotificationCenter.h"
-#include "Settings.h"
-#include "SettingsStore.h"
+#include "SettingsFixture.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 #include <QTabBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolButton>
-
-#include <algorithm>
-#include <optional>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class RefusedLoginItem : public LoginItem
-{
-public:
-    bool isEnabled() const override { return false; }
-    Result<void> setEnabled(bool) override { return tl::unexpected(Failure{.description = u"read-only"_s}); }
-};
-
-/// The form over stores of its own.
-struct Fixture
-{
-    QTemporaryDir folder;
-    SettingsStore settings{folder.filePath(u"preferences.json"_s)};
-    NotificationCenter notifications;
-    LocalizationManager texts{settings, notifications, QString::fromLatin1(PROGRAM_TABLES), {u"zh-Hant"_s}};
-    ManualScheduler scheduler;
-    MainQueue mainQueue;
-    FakeSecretStorage secrets;
-    KeychainStore keychain{secrets, u"test"_s, {}};
-    RefusedLoginItem loginItem;
-    LaunchAtLogin launchAtLogin{loginItem, mainQueue, {}};
-    QStringList posted;
-    bool isHotkeyRefused = false;
-    SettingsServices services{
-        .settings = settings,
-        .texts = texts,
-        .notifications = notifications,
-        .scheduler = scheduler,
-        .mainQueue = mainQueue,
-        .keychain = keychain,
-        .launchAtLogin = launchAtLogin,
-        .testConnection = [](const std::function<void(Result<QString>)> &completion) { completion(u"good"_s); },
-        .onDeviceStatus =
-            [] {
-                return QList<OnDeviceServiceStatus>{{.name = u"Phrases"_s,
-                                                     .pairs = {{u"en"_s, u"ja"_s}, {u"de"_s, u"en"_s}},
-                                                     .addableBy = {u"thunar-data"_s, u"vlc-l10n"_s},
-                                                     .phraseCount = 123456}};
-            },
-        .applyDockPresence = [](bool) {},
-        .hotkeyRecordingChanged = [](bool) {},
-        .isHotkeyRefused = [this] { return isHotkeyRefused; },
-        .fillMenuBar = [](QMenuBar &) {},
-        .paneFrame = [] { return QRect(); },
-        .settingsFile = folder.filePath(u"preferences.json"_s),
-        .pagesFolder = QString(),
-        .applicationIcon = QIcon(),
-        .version = u"1.2"_s,
-        .buildNumber = u"3"_s,
-    };
-    std::optional<APIKeys> keys;
-    std::optional<SettingsView> view;
-
-    void show()
-    {
-        for (const QLatin1StringView name :
-             {notifications::targetLanguageChanged, notifications::updateGlassOpacity, notifications::updateNeonBorder})
-            notifications.observe(name, &mainQueue, [this, name](const QVariant &value) {
-                posted.append(value.isValid() ? name + u' ' + value.toString() : QString(name));
-            });
-        keys.emplace(settings, keychain, mainQueue);
-        view.emplace(services, *keys);
-        view->resize(view->minimumSizeHint().expandedTo({520, 440}));
-        view->show();
-        settle();
-    }
-    /// Until what the worker was asked for by now has come back.
-    void settle()
-    {
-        bool isDone = false;
-        keys->afterSaving(&*view, [&isDone] { isDone = true; });
-        QTRY_VERIFY(isDone);
-    }
-    /// Whether the form shows it on its tab.
-    static bool isOffered(const QWidget *control)
-    {
-        for (; control && control->objectName() != u"content"; control = control->parentWidget()) {
-            if (control->isHidden())
-                return false;
-        }
-        return true;
-    }
-    template <typename Control>
-    Control *control(const QString &name)
-    {
-        for (Control *control : view->findChildren<Control *>()) {
-            if ((control->accessibleName() == name || control->property("text") == name) && isOffered(control))
-                return control;
-        }
-        qFatal("no control %s", qPrintable(name));
-    }
-    QString text(const QString &key) const { return texts.localized(key); }
-    /// How many lines of the shown tab have the text in them.
-    int linesWith(const QString &part) const
-    {
-        const auto labels = view->currentWidget()->findChildren<QLabel *>();
-        return int(std::count_if(labels.begin(), labels.end(), [&](const QLabel *label) {
-            return isOffered(label) && label->text().contains(part);
-        }));
-    }
-    static void choose(QComboBox *picker, const QVariant &value)
-    {
-        picker->setCurrentIndex(picker->findData(value));
-        Q_EMIT picker->activated(picker->currentIndex());
-    }
-};
 
 QPalette darkPalette()
 {
@@ -183,19 +58,12 @@ private Q_SLOTS:
     void controlsWriteAndTell();
     void theTargetFollowsTheInterface();
     void aRefusedLoginItemSwitchesBack();
-    void theLastOfSeveralKeysWins();
-    void aKeyThatCannotBeSavedIsTriedAgain_data();
-    void aKeyThatCannotBeSavedIsTriedAgain();
-    void anUnsavedKeyIsShownAgain_data();
-    void anUnsavedKeyIsShownAgain();
-    void aKeyShownInClearIsToldNobody();
     void lettersReachTheControls_data();
     void lettersReachTheControls();
     void strangeValuesAreShownAsTheyAct_data();
     void strangeValuesAreShownAsTheyAct();
     void aLongHotkeyIsElided();
     void whatIsWrittenIntoTheFileIsShown();
-    void whatWasTypedIsNotOverwrittenByWhatIsLoaded();
 };
 
 void SettingsFormTest::noTextIsCutOff_data()
@@ -229,7 +97,7 @@ void SettingsFormTest::noTextIsCutOff()
         QApplication::setPalette(light);
         QApplication::setFont(before);
     });
-    Fixture m;
+    SettingsFixture m;
     m.isHotkeyRefused = true;
     m.show();
     m.texts.setLanguage(AppLanguage(language));
@@ -283,7 +151,7 @@ void SettingsFormTest::testsNeedWhatTheEngineNeeds()
     QFETCH(bool, consent);
     QFETCH(QString, key);
     QFETCH(QString, model);
-    Fixture m;
+    SettingsFixture m;
     for (const QLatin1StringView account :
          {"googleApiKey"_L1, "microsoftApiKey"_L1, "deeplApiKey"_L1, "openAIApiKey"_L1, "compatibleApiKey"_L1})
         m.secrets.secrets.insert(account, key.toUtf8());
@@ -298,7 +166,7 @@ void SettingsFormTest::testsNeedWhatTheEngineNeeds()
 
 void SettingsFormTest::controlsWriteAndTell()
 {
-    Fixture m;
+    SettingsFixture m;
     m.show();
     m.control<QSlider>(u"玻璃透明度：75%"_s)->setValue(-5);
     QCOMPARE(m.settings.read(settings::glassOpacity), 0.1);
@@ -306,152 +174,36 @@ void SettingsFormTest::controlsWriteAndTell()
     m.control<QCheckBox>(u"自動調整文字大小"_s)->click();
     m.control<QSlider>(u"自訂文字大小：20 pt"_s)->setValue(33);
     QCOMPARE(m.settings.read(settings::fontSize), 33.0);
-    Fixture::choose(m.control<QComboBox>(u"邊框發光顏色："_s), u"pink"_s);
-    Fixture::choose(m.control<QComboBox>(u"目標語言"_s), u"ko"_s);
+    SettingsFixture::choose(m.control<QComboBox>(u"邊框發光顏色："_s), u"pink"_s);
+    SettingsFixture::choose(m.control<QComboBox>(u"目標語言"_s), u"ko"_s);
     QCOMPARE(m.posted, (QStringList{u"UpdateGlassOpacity"_s, u"UpdateNeonBorder"_s, u"TargetLanguageChanged ko"_s}));
     // Each engine has a consent of its own.
     m.settings.write(settings::consentKey(4), true);
-    Fixture::choose(m.control<QComboBox>(u"翻譯引擎"_s), 4);
+    SettingsFixture::choose(m.control<QComboBox>(u"翻譯引擎"_s), 4);
     QVERIFY(m.control<QCheckBox>(u"允許將文字傳送至 DeepL"_s)->isChecked());
-    Fixture::choose(m.control<QComboBox>(u"翻譯引擎"_s), 5);
+    SettingsFixture::choose(m.control<QComboBox>(u"翻譯引擎"_s), 5);
     QVERIFY(!m.control<QCheckBox>(u"允許將文字傳送至 OpenAI"_s)->isChecked());
 }
 
 void SettingsFormTest::theTargetFollowsTheInterface()
 {
-    Fixture m;
+    SettingsFixture m;
     m.show();
-    Fixture::choose(m.control<QComboBox>(u"介面語言"_s), u"ja"_s);
+    SettingsFixture::choose(m.control<QComboBox>(u"介面語言"_s), u"ja"_s);
     QCOMPARE(m.settings.read(settings::targetLanguageCode), u"ja"_s);
     QCOMPARE(m.posted, QStringList(u"TargetLanguageChanged ja"_s));
     m.settings.write(settings::targetLanguageFollowsInterface, false);
-    Fixture::choose(m.control<QComboBox>(u"表示言語"_s), u"ko"_s);
+    SettingsFixture::choose(m.control<QComboBox>(u"表示言語"_s), u"ko"_s);
     QCOMPARE(m.settings.read(settings::targetLanguageCode), u"ja"_s);
 }
 
 void SettingsFormTest::aRefusedLoginItemSwitchesBack()
 {
-    Fixture m;
+    SettingsFixture m;
     m.show();
     auto *toggle = m.control<QCheckBox>(u"開機自動啟動"_s);
     toggle->click();
     QTRY_VERIFY(!toggle->isChecked());
-}
-
-void SettingsFormTest::theLastOfSeveralKeysWins()
-{
-    Fixture m;
-    m.settings.setValue(u"deeplApiKey"_s, u"plain"_s);
-    m.show();
-    QVERIFY(!m.settings.contains(u"deeplApiKey"_s));
-    for (const QString &key : {u"k"_s, u"ke"_s, u"key"_s})
-        m.keys->save(u"deeplApiKey"_s, key);
-    m.settle();
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "key");
-    m.keys->save(u"deeplApiKey"_s, {});
-    m.settle();
-    QVERIFY(!m.secrets.secrets.contains(u"deeplApiKey"_s));
-}
-
-void SettingsFormTest::aKeyThatCannotBeSavedIsTriedAgain_data()
-{
-    QTest::addColumn<int>("problem");
-    QTest::addColumn<QString>("advice");
-    QTest::newRow("locked") << int(SecretStorageProblem::Locked) << u"鑰匙圈已鎖定"_s;
-    QTest::newRow("none made yet") << int(SecretStorageProblem::NoKeyring) << u"鑰匙圈已鎖定"_s;
-    QTest::newRow("no service") << int(SecretStorageProblem::NoService) << u"請安裝 gnome-keyring"_s;
-    QTest::newRow("of the system's own") << 2 << u"鑰匙圈沒有回應"_s;
-}
-
-void SettingsFormTest::aKeyThatCannotBeSavedIsTriedAgain()
-{
-    QFETCH(int, problem);
-    QFETCH(QString, advice);
-    Fixture m;
-    m.settings.write(settings::translationEngine, 4);
-    m.secrets.lookupFailure = m.secrets.storeFailure = Failure{.code = problem, .description = u"refused"_s};
-    m.show();
-    m.view->setCurrentIndex(1);
-    QTRY_COMPARE(m.linesWith(advice), 1); // the stored one can't be read
-    const auto field = m.control<QLineEdit>(u"API Key"_s);
-    m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
-    m.secrets.lookupFailure.reset();
-    m.keys->retryFailed();
-    m.settle();
-    QTRY_COMPARE(field->text(), u"stored"_s);
-    QCOMPARE(m.linesWith(advice), 0);
-    QTest::keyClicks(field, u"abc"_s);
-    m.settle();
-    QTRY_COMPARE(m.linesWith(advice), 1);
-    QCOMPARE(field->text(), u"storedabc"_s);
-    m.secrets.storeFailure.reset();
-    m.keys->retryFailed();
-    m.settle();
-    QTRY_COMPARE(m.linesWith(advice), 0);
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "storedabc");
-}
-
-void SettingsFormTest::anUnsavedKeyIsShownAgain_data()
-{
-    QTest::addColumn<bool>("isBack");
-    QTest::newRow("the keyring is back") << true;
-    QTest::newRow("the keyring is still away") << false;
-}
-
-void SettingsFormTest::anUnsavedKeyIsShownAgain()
-{
-    QFETCH(bool, isBack);
-    Fixture m;
-    m.settings.write(settings::translationEngine, 4);
-    m.secrets.secrets.insert(u"deeplApiKey"_s, "old");
-    m.show();
-    m.view->setCurrentIndex(1);
-    const Failure away{.code = int(SecretStorageProblem::NoService), .description = u"gone"_s};
-    m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = away;
-    QTest::keyClicks(m.control<QLineEdit>(u"API Key"_s), u"NEW"_s);
-    m.settle();
-    QTRY_COMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), 1);
-    if (isBack)
-        m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = std::nullopt;
-    m.view.emplace(m.services, *m.keys);
-    m.view->setCurrentIndex(1);
-    m.view->show();
-    m.keys->retryFailed(); // as the window does when it comes up
-    m.settle();
-    auto *field = m.control<QLineEdit>(u"API Key"_s);
-    QTRY_COMPARE(field->text(), u"oldNEW"_s);
-    QCOMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), isBack ? 0 : 1);
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW" : "old");
-    QTest::keyClicks(field, u"!"_s);
-    m.settle();
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW!" : "old");
-}
-
-void SettingsFormTest::aKeyShownInClearIsToldNobody()
-{
-    Fixture m;
-    m.settings.write(settings::translationEngine, 4);
-    m.show();
-    m.view->setCurrentIndex(1);
-    auto *field = m.control<QLineEdit>(u"API Key"_s);
-    QTest::keyClicks(field, u"hidden"_s);
-    const QImage dots = field->grab().toImage();
-    m.control<QToolButton>(u"顯示 API Key"_s)->click();
-    QVERIFY(field->grab().toImage() != dots);
-    QTest::keyClicks(field, u"-shown"_s);
-    auto *accessible = QAccessible::queryAccessibleInterface(field);
-    const QString text = accessible->text(QAccessible::Value) + accessible->textInterface()->text(0, 12);
-    for (const QChar letter : u"hidenswo-"_s)
-        QVERIFY2(!text.contains(letter), qPrintable(text));
-    field->selectAll();
-    QVERIFY(!field->hasSelectedText());
-    // A click goes to the letter that is seen there.
-    QTest::mouseClick(field, Qt::LeftButton, {}, {3, field->height() / 2});
-    QTest::keyClicks(field, u"0"_s);
-    QCOMPARE(field->text(), u"0hidden-shown"_s);
-    m.control<QToolButton>(u"隱藏 API Key"_s)->click();
-    field->selectAll();
-    QVERIFY(field->hasSelectedText());
 }
 
 void SettingsFormTest::lettersReachTheControls_data()
@@ -468,7 +220,7 @@ void SettingsFormTest::lettersReachTheControls()
 {
     QFETCH(int, language);
     QFETCH(int, engine);
-    Fixture m;
+    SettingsFixture m;
     m.settings.write(settings::translationEngine, engine);
     m.show();
     m.texts.setLanguage(AppLanguage(language));
@@ -483,7 +235,7 @@ void SettingsFormTest::lettersReachTheControls()
             const bool leads = (label && label->buddy() && label->buddy()->focusPolicy() != Qt::NoFocus) ||
                                qobject_cast<const QCheckBox *>(widget) ||
                                widget->accessibleName() == m.text(u"測試連線"_s);
-            if (leads && Fixture::isOffered(widget))
+            if (leads && SettingsFixture::isOffered(widget))
                 letters.append(QKeySequence::mnemonic(widget->property("text").toString()).toString());
         }
         QVERIFY(!letters.contains(QString()));
@@ -532,7 +284,7 @@ void SettingsFormTest::strangeValuesAreShownAsTheyAct()
     QFETCH(QVariant, stored);
     QFETCH(QString, name);
     QFETCH(QVariant, shown);
-    Fixture m;
+    SettingsFixture m;
     m.settings.setValue(key, QJsonValue::fromVariant(stored));
     m.show();
     const bool isNumber = key == settings::glassOpacity.key || key == settings::fontSize.key;
@@ -548,7 +300,7 @@ void SettingsFormTest::strangeValuesAreShownAsTheyAct()
 
 void SettingsFormTest::aLongHotkeyIsElided()
 {
-    Fixture m;
+    SettingsFixture m;
     m.settings.write(settings::hotkeyString, QString(300, u'W'));
     m.show();
     m.view->setCurrentIndex(2);
@@ -561,7 +313,7 @@ void SettingsFormTest::aLongHotkeyIsElided()
 
 void SettingsFormTest::whatIsWrittenIntoTheFileIsShown()
 {
-    Fixture m;
+    SettingsFixture m;
     m.show();
     m.settings.write(settings::autoHide, true);
     m.settings.flush();
@@ -575,21 +327,6 @@ void SettingsFormTest::whatIsWrittenIntoTheFileIsShown()
         file.close();
         QTRY_COMPARE(toggle->isChecked(), value == "true");
     }
-}
-
-void SettingsFormTest::whatWasTypedIsNotOverwrittenByWhatIsLoaded()
-{
-    Fixture m;
-    m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
-    m.settings.write(settings::translationEngine, 4);
-    m.keys.emplace(m.settings, m.keychain, m.mainQueue);
-    m.view.emplace(m.services, *m.keys);
-    m.view->show();
-    auto *field = m.control<QLineEdit>(u"API Key"_s);
-    QTest::keyClicks(field, u"new"_s); // before the load has come back
-    m.settle();
-    QCOMPARE(field->text(), u"new"_s);
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "new");
 }
 
 QTEST_MAIN(SettingsFormTest)

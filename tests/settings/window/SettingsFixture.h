@@ -1,0 +1,139 @@
+#pragma once
+
+#include "APIKeys.h"
+#include "FakeSecretStorage.h"
+#include "KeychainStore.h"
+#include "LaunchAtLogin.h"
+#include "LocalizationManager.h"
+#include "LoginItem.h"
+#include "MainQueue.h"
+#include "ManualScheduler.h"
+#include "NotificationCenter.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "SettingsView.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <optional>
+
+namespace lucentra {
+
+class RefusedLoginItem : public LoginItem
+{
+public:
+    bool isEnabled() const override { return false; }
+    Result<void> setEnabled(bool) override
+    {
+        return tl::unexpected(Failure{.description = QStringLiteral("read-only")});
+    }
+};
+
+/// The form over stores of its own.
+struct SettingsFixture
+{
+    QTemporaryDir folder;
+    SettingsStore settings{folder.filePath(QStringLiteral("preferences.json"))};
+    NotificationCenter notifications;
+    LocalizationManager texts{
+        settings, notifications, QString::fromLatin1(PROGRAM_TABLES), {QStringLiteral("zh-Hant")}};
+    ManualScheduler scheduler;
+    MainQueue mainQueue;
+    FakeSecretStorage secrets;
+    KeychainStore keychain{secrets, QStringLiteral("test"), {}};
+    RefusedLoginItem loginItem;
+    LaunchAtLogin launchAtLogin{loginItem, mainQueue, {}};
+    QStringList posted;
+    bool isHotkeyRefused = false;
+    SettingsServices services{
+        .settings = settings,
+        .texts = texts,
+        .notifications = notifications,
+        .scheduler = scheduler,
+        .mainQueue = mainQueue,
+        .keychain = keychain,
+        .launchAtLogin = launchAtLogin,
+        .testConnection =
+            [](const std::function<void(Result<QString>)> &completion) { completion(QStringLiteral("good")); },
+        .onDeviceStatus =
+            [] {
+                return QList<OnDeviceServiceStatus>{
+                    {.name = QStringLiteral("Phrases"),
+                     .pairs = {{QStringLiteral("en"), QStringLiteral("ja")},
+                               {QStringLiteral("de"), QStringLiteral("en")}},
+                     .addableBy = {QStringLiteral("thunar-data"), QStringLiteral("vlc-l10n")},
+                     .phraseCount = 123456}};
+            },
+        .applyDockPresence = [](bool) {},
+        .hotkeyRecordingChanged = [](bool) {},
+        .isHotkeyRefused = [this] { return isHotkeyRefused; },
+        .fillMenuBar = [](QMenuBar &) {},
+        .paneFrame = [] { return QRect(); },
+        .settingsFile = folder.filePath(QStringLiteral("preferences.json")),
+        .pagesFolder = QString(),
+        .applicationIcon = QIcon(),
+        .version = QStringLiteral("1.2"),
+        .buildNumber = QStringLiteral("3"),
+    };
+    std::optional<APIKeys> keys;
+    std::optional<SettingsView> view;
+
+    void show()
+    {
+        for (const QLatin1StringView name :
+             {notifications::targetLanguageChanged, notifications::updateGlassOpacity, notifications::updateNeonBorder})
+            notifications.observe(name, &mainQueue, [this, name](const QVariant &value) {
+                posted.append(value.isValid() ? name + u' ' + value.toString() : QString(name));
+            });
+        keys.emplace(settings, keychain, mainQueue);
+        view.emplace(services, *keys);
+        view->resize(view->minimumSizeHint().expandedTo({520, 440}));
+        view->show();
+        settle();
+    }
+    /// Until what the worker was asked for by now has come back.
+    void settle()
+    {
+        bool isDone = false;
+        keys->afterSaving(&*view, [&isDone] { isDone = true; });
+        QTRY_VERIFY(isDone);
+    }
+    /// Whether the form shows it on its tab.
+    static bool isOffered(const QWidget *control)
+    {
+        for (; control && control->objectName() != u"content"; control = control->parentWidget()) {
+            if (control->isHidden())
+                return false;
+        }
+        return true;
+    }
+    template <typename Control>
+    Control *control(const QString &name)
+    {
+        for (Control *control : view->findChildren<Control *>()) {
+            if ((control->accessibleName() == name || control->property("text") == name) && isOffered(control))
+                return control;
+        }
+        qFatal("no control %s", qPrintable(name));
+    }
+    QString text(const QString &key) const { return texts.localized(key); }
+    /// How many lines of the shown tab have the text in them.
+    int linesWith(const QString &part) const
+    {
+        const auto labels = view->currentWidget()->findChildren<QLabel *>();
+        return int(std::count_if(labels.begin(), labels.end(), [&](const QLabel *label) {
+            return isOffered(label) && label->text().contains(part);
+        }));
+    }
+    static void choose(QComboBox *picker, const QVariant &value)
+    {
+        picker->setCurrentIndex(picker->findData(value));
+        Q_EMIT picker->activated(picker->currentIndex());
+    }
+};
+
+} // namespace lucentra
