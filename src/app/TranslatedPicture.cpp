@@ -1,5 +1,6 @@
 #include "TranslatedPicture.h"
 
+#include "CalmGlass.h"
 #include "FrostedBackdrop.h"
 #include "GlassAreaCapture.h"
 #include "OverlayPainter.h"
@@ -48,8 +49,18 @@ TranslatedPicture::TranslatedPicture(const QSize &pictureSize, const QList<TextB
 void TranslatedPicture::paintOver(QImage &picture, double glassOpacity) const
 {
     const FrostedBackdrop glass(picture);
+    QList<CalmArea> calmAreas;
+    for (const TranslatedLine &line : m_lines) {
+        if (line.layout)
+            calmAreas.append({.rect = line.layout->frame.translated(-captureInset, -captureInset)});
+    }
+    const QRectF whole = picture.rect();
     QPainter painter(&picture);
-    glass.paint(painter, picture.rect(), glassOpacity);
+    glass.paint(painter, whole, glassOpacity);
+    painter.setOpacity(glassOpacity);
+    paintSheen(painter, whole);
+    painter.setOpacity(1);
+    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas), glassOpacity);
     painter.translate(-captureInset, -captureInset);
     for (const TranslatedLine &line : m_lines) {
         if (line.layout)

@@ -1,7 +1,6 @@
 #include "GlassBackdropView.h"
 
 #include "PaneShape.h"
-#include "SoftBlur.h"
 
 #include <QEasingCurve>
 #include <QPaintEvent>
@@ -14,25 +13,6 @@
 namespace lucentra {
 
 namespace {
-
-/// Of the glass where something is to be read.
-constexpr double leastCalmOpacity = 0.72;
-/// How far a calm area reaches beyond what is to be read, and how softly it ends.
-constexpr QMarginsF calmMargins(10, 6, 10, 6);
-constexpr double calmCornerRadius = 9;
-constexpr double calmDeviation = 4;
-
-/// Light that falls on the glass from above.
-constexpr double sheenShare = 0.55; ///< of the pane's height
-constexpr float sheenStrength = 0.055F;
-
-void paintSheen(QPainter &painter, const QRectF &rect)
-{
-    QLinearGradient sheen(rect.topLeft(), QPointF(rect.left(), rect.top() + sheenShare * rect.height()));
-    sheen.setColorAt(0, QColor::fromRgbF(1, 1, 1, sheenStrength));
-    sheen.setColorAt(1, QColor::fromRgbF(1, 1, 1, 0));
-    painter.fillRect(rect, sheen);
-}
 
 /// Cuts the rounded corners out of a picture; touches nothing but the four corners.
 void roundCorners(QPainter &painter, const QRectF &rect)
@@ -142,38 +122,8 @@ void GlassBackdropView::renderGlass()
 void GlassBackdropView::calm(QPainter &painter)
 {
     if (m_calmMask.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
-        renderCalmMask();
-    const double opacity = std::max(m_opacity, leastCalmOpacity);
-    QImage calm(m_calmMask.size(), QImage::Format_ARGB32_Premultiplied);
-    calm.setDevicePixelRatio(devicePixelRatioF());
-    QPainter onCalm(&calm);
-    onCalm.setCompositionMode(QPainter::CompositionMode_Source);
-    m_frosted.paintCalm(onCalm, rect(), opacity);
-    onCalm.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    onCalm.setOpacity(opacity);
-    paintSheen(onCalm, rect());
-    onCalm.setOpacity(1);
-    onCalm.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    onCalm.drawImage(0, 0, m_calmMask);
-    onCalm.end();
-    painter.drawImage(0, 0, calm);
-}
-
-void GlassBackdropView::renderCalmMask()
-{
-    m_calmMask = QImage((QSizeF(size()) * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
-    m_calmMask.fill(Qt::transparent);
-    m_calmMask.setDevicePixelRatio(devicePixelRatioF());
-    QPainter painter(&m_calmMask);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    for (const CalmArea &area : std::as_const(m_calmAreas)) {
-        painter.setOpacity(area.strength);
-        painter.setBrush(Qt::black);
-        painter.drawRoundedRect(area.rect.marginsAdded(calmMargins), calmCornerRadius, calmCornerRadius);
-    }
-    painter.end();
-    softBlur(m_calmMask, calmDeviation * devicePixelRatioF());
+        m_calmMask = calmMask(size(), devicePixelRatioF(), m_calmAreas);
+    paintCalmGlass(painter, m_frosted, rect(), m_calmMask, m_opacity);
 }
 
 void GlassBackdropView::paintContent(QPainter &painter)

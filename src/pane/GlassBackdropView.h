@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CalmGlass.h"
 #include "FrostedBackdrop.h"
 
 #include <QImage>
@@ -25,15 +26,7 @@ public:
 
     /// The glass's opacity, from 0 to 1, at once or in a short while.
     void setOpacity(double opacity, bool animated);
-    /// Where something is to be read. There the glass lets nothing sharp through, and is never too clear for white text;
-    /// its tone stays that of the glass around it.
-    struct CalmArea
-    {
-        QRectF rect;         ///< points on the pane
-        double strength = 1; ///< from 0, like the glass around it, to 1
-
-        bool operator==(const CalmArea &) const = default;
-    };
+    /// Where something is to be read.
     void setCalmAreas(const QList<CalmArea> &areas);
     /// An opaque surface without what lies beneath, instead of glass.
     void setOpaque(bool opaque);
@@ -47,7 +40,6 @@ private:
     void makeStale();
     void renderGlass();
     void calm(QPainter &painter);
-    void renderCalmMask();
     void paintContent(QPainter &painter);
 
     QImage m_content;

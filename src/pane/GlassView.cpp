@@ -140,7 +140,7 @@ void GlassView::addBelowCapsule(QWidget *view)
 
 void GlassView::updateCalmAreas()
 {
-    QList<GlassBackdropView::CalmArea> areas;
+    QList<CalmArea> areas;
     for (const QRectF &frame : std::as_const(m_overlayFrames))
         areas.append({.rect = frame});
     if (m_hints.opacity() > 0) {
