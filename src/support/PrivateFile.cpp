@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -26,15 +27,32 @@ QString unfinishedName(const QString &fileName, const QString &letters)
     return u'.' + fileName + u'.' + letters + u".unfinished"_s;
 }
 
+void makeFolder(const QString &folder, QFileDevice::Permissions permissions)
+{
+    if (QFileInfo::exists(folder))
+        return;
+    // Those above it are as the system makes folders.
+    makeFolder(QFileInfo(folder).absolutePath(), ownerOnly | QFileDevice::ExeOwner | QFileDevice::ReadGroup |
+                                                     QFileDevice::ExeGroup | QFileDevice::ReadOther |
+                                                     QFileDevice::ExeOther);
+    if (QDir().mkdir(folder, permissions))
+        giveToOwnerOfFolder(folder);
+}
+
 } // namespace
 
 void createFolderOf(const QString &path)
 {
-    const QString folder = QFileInfo(path).absolutePath();
-    if (QFileInfo::exists(folder))
+    makeFolder(QFileInfo(path).absolutePath(), ownerOnly | QFileDevice::ExeOwner);
+}
+
+void giveToOwnerOfFolder(const QString &path)
+{
+    struct stat folder;
+    if (::geteuid() != 0 || ::stat(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), &folder) != 0)
         return;
-    QDir().mkpath(QFileInfo(folder).absolutePath());
-    QDir().mkdir(folder, ownerOnly | QFileDevice::ExeOwner);
+    if (::lchown(QFile::encodeName(path).constData(), folder.st_uid, folder.st_gid) != 0)
+        return; // a disk that knows no owners
 }
 
 Result<void> writePrivateFile(const QString &path, const QByteArray &content)
@@ -50,6 +68,7 @@ Result<void> writePrivateFile(const QString &path, const QByteArray &content)
     if (file.write(content) != content.size() || !file.flush())
         return failure(file.error() == QFileDevice::NoError ? u"only a part of it could be written"_s
                                                             : file.errorString());
+    giveToOwnerOfFolder(file.fileName());
     const bool isInPlace =
         ::fsync(file.handle()) == 0 &&
         ::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target.filePath()).constData()) == 0;

@@ -14,6 +14,9 @@ constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 /// Makes a file's folder where it is missing, 0700. A failure shows when the file is written.
 void createFolderOf(const QString &path);
 
+/// What root makes in a user's folder becomes the user's, who could not read it otherwise. For others it does nothing.
+void giveToOwnerOfFolder(const QString &path);
+
 /// Replaces a file whole or not at all: at any moment there is the old content or the new one, which is on the disk
 /// before it takes the old one's place. Mode 0600 from its first byte. A device, pipe or folder is never replaced.
 /// The failure's description is the system's reason, without the path; the old content stays.

@@ -1,10 +1,9 @@
 #include "PhraseStore.h"
 
 #include "PhraseCollector.h"
+#include "PrivateFile.h"
 
 #include <QBuffer>
-#include <QDir>
-#include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -129,15 +128,17 @@ void PhraseStore::check()
 
 std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &survey) const
 {
-    QDir().mkpath(QFileInfo(m_cachePath).path());
+    createFolderOf(m_cachePath);
     QSaveFile cache(m_cachePath);
     // What programs somebody has installed is nobody else's business.
     if (cache.open(QIODevice::WriteOnly) && cache.setPermissions(QFile::ReadOwner | QFile::WriteOwner)) {
         if (!buildPhraseFile(survey, cache, m_isCancelled))
             cache.cancelWriting();
         // On a full disk the last part may not fit, which committing alone doesn't tell.
-        if (cache.flush() && cache.commit())
+        if (cache.flush() && cache.commit()) {
+            giveToOwnerOfFolder(m_cachePath);
             return PhraseFile::open(m_cachePath);
+        }
         if (m_isCancelled)
             return nullptr;
     }
