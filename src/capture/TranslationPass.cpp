@@ -3,6 +3,7 @@
 #include "LocalizationManager.h"
 #include "MainQueue.h"
 #include "OverlayPlacement.h"
+#include "PassTimings.h"
 #include "ScreenCaptureService.h"
 #include "Settings.h"
 #include "SettingsStore.h"
@@ -35,6 +36,13 @@ struct TranslationPass::Context
     qint64 generation = 0;
     QSizeF paneSize;
     QList<QRectF> exclusionRects;
+    std::shared_ptr<PassTimings> timings; ///< nothing where nobody wants to know
+
+    void finish(const QString &stage) const
+    {
+        if (timings)
+            timings->finish(stage);
+    }
 };
 
 TranslationPass::TranslationPass(PassPane &pane, PassSteps steps, const SettingsStore &settings,
@@ -89,7 +97,8 @@ void TranslationPass::startCapturePass()
 
     const Context context{.generation = m_captureGeneration,
                           .paneSize = m_pane.paneSize(),
-                          .exclusionRects = m_pane.windowControlExclusionRects(controlPadding)};
+                          .exclusionRects = m_pane.windowControlExclusionRects(controlPadding),
+                          .timings = PassTimings::start()};
     captureGlassArea(m_steps.capture, m_pane.glassArea(), m_texts,
                      [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context](const Result<QImage> &image) {
                          // On the service's thread: only forwarded.
@@ -117,6 +126,7 @@ void TranslationPass::recognizeText(const QImage &image, const Context &context)
 {
     if (!isCurrent(context.generation))
         return; // superseded while it was captured
+    context.finish(u"capture"_s);
     // The workers end before the pass does, so that they may refer to it.
     m_workers.start([this, image, context] {
         const auto isWanted = [this, generation = context.generation] { return isCurrent(generation); };
@@ -130,6 +140,7 @@ void TranslationPass::recognizeText(const QImage &image, const Context &context)
             postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
             return;
         }
+        context.finish(u"recognition"_s);
         m_steps.translateBlocks(blocks, [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
                                          blocks](const Result<BlockTranslations> &translations) {
             queue.post([weak, context, blocks, translations] {
@@ -180,7 +191,9 @@ void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &t
         showRetryCard(m_texts.localized(u"翻譯失敗"_s), translations.error().description);
         return;
     }
+    context.finish(u"translation"_s);
     placeTranslationOverlays(blocks, translations->texts, context.paneSize);
+    context.finish(u"layout"_s);
     m_pane.setTranslationActionState(TranslationActionState::retranslate);
     const QString source = joinedTexts(blocks);
     const QString translated = translations->texts.join(u'\n');
@@ -188,6 +201,12 @@ void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &t
         m_steps.record(source, translated);
     if (!translations->note.isEmpty())
         m_pane.showTemporaryHint(translations->note);
+    if (context.timings) {
+        m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [context] { // once they are painted
+            context.finish(u"paint"_s);
+            context.timings->report();
+        });
+    }
 }
 
 void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,

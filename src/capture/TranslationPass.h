@@ -84,6 +84,7 @@ private:
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
     std::unique_ptr<ScheduledTask> m_debounceTimer;
+    std::unique_ptr<ScheduledTask> m_reportTimer;
     std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread; workers look whether theirs is over
     /// Held weakly by every deferred stage; looked at on the main thread only.
     std::shared_ptr<TranslationPass *> m_self;

@@ -7,6 +7,8 @@
 #include "SettingsStore.h"
 #include "TestTexts.h"
 
+#include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -104,6 +106,7 @@ private Q_SLOTS:
     void theActionShowsAHiddenPaneAndSubmitsTypedText();
     void nothingHappensOffScreen();
     void lateResultsOfAnEndedPassAreHarmless();
+    void whoAsksIsToldHowLongTheStagesTook();
 
 private:
     void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32));
@@ -120,7 +123,7 @@ private:
     QList<TextBlock> m_blocks;
     std::atomic<int> m_readings = 0;
     std::atomic<bool> m_isHoldingReader = false; ///< it reads as long as the image is wanted
-    QList<Completion> m_requests; // appended on the worker, one at a time
+    QList<Completion> m_requests;                // appended on the worker, one at a time
     QStringList m_copied;
     QStringList m_recorded;
     std::unique_ptr<TranslationPass> m_pass;
@@ -380,6 +383,20 @@ void TranslationPassTest::lateResultsOfAnEndedPassAreHarmless()
     capture();
     translate(0, BlockTranslations{.texts = {u"late"_s}});
     QCOMPARE(m_pane->log, before);
+}
+
+void TranslationPassTest::whoAsksIsToldHowLongTheStagesTook()
+{
+    const QString number = u"\\d+\\.\\d ms"_s;
+    const QStringList stages{u"capture"_s, u"recognition"_s, u"translation"_s, u"layout"_s, u"paint"_s};
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression(u"^"_s + stages.join(u' ' + number + u", "_s) + u' ' + number + u"$"_s));
+    QLoggingCategory::setFilterRules(u"lucentra.pass.debug=true"_s);
+    m_pass->startCapturePass();
+    capture();
+    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+    m_clock->advance(0ms);
+    QLoggingCategory::setFilterRules({});
 }
 
 QTEST_GUILESS_MAIN(TranslationPassTest)
