@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace lucentra {
 
@@ -18,6 +19,9 @@ constexpr double leastCalmOpacity = 0.72;
 constexpr QMarginsF calmMargins(10, 6, 10, 6);
 constexpr double calmCornerRadius = 9;
 constexpr double calmDeviation = 4;
+/// Pixels per point at which the mask is blurred: so soft a picture needs no more, and the blur of one of a large
+/// screen's size would hold the main thread up for most of a second.
+constexpr double blurredScale = 0.5;
 
 constexpr double sheenShare = 0.55; ///< of the glass's height
 constexpr float sheenStrength = 0.055F;
@@ -26,10 +30,11 @@ constexpr float sheenStrength = 0.055F;
 
 QImage calmMask(const QSizeF &size, double pixelsPerPoint, const QList<CalmArea> &areas)
 {
-    QImage mask((size * pixelsPerPoint).toSize(), QImage::Format_ARGB32_Premultiplied);
-    mask.fill(Qt::transparent);
-    mask.setDevicePixelRatio(pixelsPerPoint);
-    QPainter painter(&mask);
+    QImage blurred(int(std::ceil(size.width() * blurredScale)), int(std::ceil(size.height() * blurredScale)),
+                   QImage::Format_ARGB32_Premultiplied);
+    blurred.fill(Qt::transparent);
+    QPainter painter(&blurred);
+    painter.scale(blurredScale, blurredScale);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     for (const CalmArea &area : areas) {
@@ -38,7 +43,16 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, const QList<CalmArea>
         painter.drawRoundedRect(area.rect.marginsAdded(calmMargins), calmCornerRadius, calmCornerRadius);
     }
     painter.end();
-    softBlur(mask, calmDeviation * pixelsPerPoint);
+    blurred.convertTo(QImage::Format_Alpha8); // of which a quarter is to be blurred
+    softBlur(blurred, calmDeviation * blurredScale);
+    blurred.convertTo(QImage::Format_ARGB32_Premultiplied);
+
+    QImage mask((size * pixelsPerPoint).toSize(), QImage::Format_ARGB32_Premultiplied);
+    mask.fill(Qt::transparent);
+    mask.setDevicePixelRatio(pixelsPerPoint);
+    QPainter enlarging(&mask);
+    enlarging.setRenderHint(QPainter::SmoothPixmapTransform);
+    enlarging.drawImage(QRectF(QPointF(), QSizeF(blurred.size()) / blurredScale), blurred);
     return mask;
 }
 
