@@ -182,7 +182,7 @@ def reports(folder: pathlib.Path) -> list[str]:
     return [path.read_text(encoding="utf-8", errors="replace") for path in sorted(folder.glob("report*"))]
 
 
-def run(minutes: float, seed: int) -> list[str]:
+def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
     chance = random.Random(seed)
     with ChatServer(answer=lambda server, body: chance.choice(ANSWERS)(server, body)) as server, Screen() as screen:
         hang_file = screen.home / "hangs"
@@ -214,17 +214,18 @@ def run(minutes: float, seed: int) -> list[str]:
         print(f"{sum(user.counts.values())} actions in {minutes:g} minutes, {len(server.requests)} passes reached the server, "
               f"{user.starts} starts; {count} times the main thread was late, by {longest} ms at most")
         print(*(f"{name}: {number}" for name, number in user.counts.most_common()), sep=", ")
-        return found + reports(screen.home) + long_ones
+        return found + reports(screen.home) + (long_ones if hangs_count else [])
 
 
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("minutes", type=float, nargs="?", default=10)
     parser.add_argument("--seed", type=int, default=int(time.time()))
+    parser.add_argument("--tell-hangs-only", action="store_true", help="hangs of the main thread are no failure")
     arguments = parser.parse_args()
     print(f"seed {arguments.seed}", flush=True)
     leave_the_network()
-    found = run(arguments.minutes, arguments.seed)
+    found = run(arguments.minutes, arguments.seed, not arguments.tell_hangs_only)
     print(*found or ["no report, no hang"], sep="\n\n")
     return 1 if found else 0
 
