@@ -34,7 +34,7 @@ void copyToClipboard(const QString &text)
 
 } // namespace
 
-AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, DiagnosticLine diagnostics)
+AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const DiagnosticLine &diagnostics)
     : m_diagnostics(diagnostics)
     , m_scheduler(scheduler)
     , m_services(diagnostics, {.copy = copyToClipboard,

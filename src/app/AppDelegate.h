@@ -33,7 +33,7 @@ class AppDelegate : public QObject
 {
 public:
     /// What is referred to must outlive the delegate.
-    AppDelegate(Scheduler &scheduler, SessionBus &bus, DiagnosticLine diagnostics);
+    AppDelegate(Scheduler &scheduler, SessionBus &bus, const DiagnosticLine &diagnostics);
     ~AppDelegate() override;
 
     /// Starts up, and shows the pane unless it is to wait for a command.

@@ -31,7 +31,7 @@ public:
     /// unit at most for what people write, stays small enough to be read again. Starred entries are never dropped, so
     /// that the list may be longer.
     static constexpr int maxItems = 1000;
-    static constexpr qsizetype maxLength = 32 * 1024 * 1024;
+    static constexpr qsizetype maxLength = qsizetype(32) * 1024 * 1024;
 
     /// The user's file: "Lucentra/history.json" where the desktop keeps the data of programs.
     static QString userFilePath();
