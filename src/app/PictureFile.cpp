@@ -18,8 +18,9 @@ namespace lucentra {
 
 namespace {
 
+constexpr qint64 mebibyte = 1 << 20;
 /// A picture of the largest size without any compression; what a pipe says beyond it is not read.
-constexpr qint64 maximumPipedBytes = maximumPicturePixels * 4 + 1024 * 1024;
+constexpr qint64 maximumPipedBytes = maximumPicturePixels * 4 + mebibyte;
 
 Failure pictureFailure(const QString &description)
 {
@@ -48,7 +49,7 @@ Result<QImage> readPicture(const QString &path, const LocalizationManager &texts
     QByteArray piped;
     QBuffer pipe(&piped);
     if (!QFileInfo(path).isFile()) {
-        for (QByteArray part; piped.size() < maximumPipedBytes && !(part = file.read(1024 * 1024)).isEmpty();)
+        for (QByteArray part; piped.size() < maximumPipedBytes && !(part = file.read(mebibyte)).isEmpty();)
             piped += part;
         pipe.open(QIODevice::ReadOnly);
     }
@@ -67,7 +68,7 @@ Result<QImage> readPicture(const QString &path, const LocalizationManager &texts
     if (qint64(size.width()) * size.height() > maximumPicturePixels)
         return tl::unexpected(
             pictureFailure(texts.formatted(u"圖片過大（%d × %d 像素）：%@"_s, size.width(), size.height(), path)));
-    QImageReader::setAllocationLimit(int(maximumPicturePixels * 8 / (1024 * 1024)));
+    QImageReader::setAllocationLimit(int(maximumPicturePixels * 8 / mebibyte));
     const QImage picture = reader.read();
     if (picture.isNull())
         return tl::unexpected(pictureFailure(texts.formatted(u"圖片已損壞或無法解碼：%@"_s, path)));

@@ -157,7 +157,8 @@ bool hasJustEnded(const QDBusMessage &reply, const QDBusConnection &bus)
 
 } // namespace
 
-Result<void> sendRemoteCommand(Invocation::Command command, QDBusConnection bus, const LocalizationManager &texts)
+Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnection &bus,
+                               const LocalizationManager &texts)
 {
     if (!bus.isConnected())
         return tl::unexpected(failure(texts.localized(u"找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。"_s)));
