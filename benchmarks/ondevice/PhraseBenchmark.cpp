@@ -51,7 +51,7 @@ void buildMemory(benchmark::State &state)
     state.counters["catalogues"] = double(catalogues.files.size());
     state.counters["phrases"] = memory()->header().phrases;
 }
-BENCHMARK(buildMemory)->Unit(benchmark::kMillisecond)->MinTime(5);
+BENCHMARK(buildMemory)->Unit(benchmark::kMillisecond)->MinTime(1);
 
 void findPhrase(benchmark::State &state)
 {
