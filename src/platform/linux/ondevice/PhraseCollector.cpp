@@ -63,7 +63,7 @@ QString withoutSource(const QString &translation, QByteArrayView source)
     if (open <= 0)
         return translation;
     const QString before = translation.first(open).trimmed();
-    const QString within = translation.sliced(open + 1).chopped(1).trimmed();
+    QString within = translation.sliced(open + 1).chopped(1).trimmed();
     const QString known = QString::fromUtf8(source);
     if (phraseKey(before) == known)
         return within;
@@ -98,8 +98,8 @@ bool readFile(const QString &path, QByteArray &bytes)
 StringPool::StringPool(size_t expectedStrings)
     : m_slots(std::bit_ceil(2 * expectedStrings))
 {
-    constexpr size_t usualSize = 64;
-    m_bytes.reserve(qsizetype(expectedStrings * usualSize)); // pages that stay unused cost nothing
+    constexpr qsizetype usualSize = 64;
+    m_bytes.reserve(qsizetype(expectedStrings) * usualSize); // pages that stay unused cost nothing
 }
 
 qsizetype StringPool::length(quint32 offset) const
