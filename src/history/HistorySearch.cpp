@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <utility>
 
 namespace lucentra {
 
@@ -24,12 +25,12 @@ bool hasLongerCase(QChar letter)
 
 QString foldedWhole(const QString &text)
 {
-    const QString simple = text.toCaseFolded();
+    QString simple = text.toCaseFolded();
     if (std::none_of(simple.cbegin(), simple.cend(), hasLongerCase))
         return simple;
     QString result;
     result.reserve(simple.size() + 8);
-    for (const QChar letter : simple)
+    for (const QChar letter : std::as_const(simple))
         result += hasLongerCase(letter) ? QString(letter).toUpper().toCaseFolded() : QString(letter);
     return result;
 }

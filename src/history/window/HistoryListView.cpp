@@ -150,6 +150,8 @@ void HistoryListView::placeAtAnchor()
     bar.setValue(m_tops[size_t(m_anchor.row())] + m_anchorOffset);
 }
 
+// These pass the list's own layout over, in whose place they are.
+// NOLINTBEGIN(bugprone-parent-virtual-call)
 void HistoryListView::doItemsLayout()
 {
     readRows();
@@ -177,6 +179,7 @@ void HistoryListView::resizeEvent(QResizeEvent *event)
     }
     QAbstractItemView::resizeEvent(event);
 }
+// NOLINTEND(bugprone-parent-virtual-call)
 
 QRect HistoryListView::visualRect(const QModelIndex &index) const
 {
