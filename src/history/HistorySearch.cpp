@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <utility>
 
 namespace lucentra {
 
