@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <memory>
 
+#include <unistd.h>
+
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
@@ -32,14 +34,25 @@ bool printLine(std::FILE *stream, const QString &line)
     return print(stream, line + u'\n');
 }
 
-/// A message for the terminal, which may quote what a server sent: its control characters would be obeyed there.
-void printMessage(QString line)
+/// For a terminal: what a server sent or a picture showed may hold control characters, which would be obeyed there.
+QString withoutControlCharacters(QString text)
 {
-    for (QChar &character : line) {
+    for (QChar &character : text) {
         if (character.category() == QChar::Other_Control && character != u'\n' && character != u'\t')
             character = QChar::ReplacementCharacter;
     }
-    printLine(stderr, line);
+    return text;
+}
+
+void printMessage(const QString &line)
+{
+    printLine(stderr, withoutControlCharacters(line));
+}
+
+/// Another program or a file gets an answer as it is.
+bool printAnswer(const QString &answer)
+{
+    return printLine(stdout, ::isatty(STDOUT_FILENO) ? withoutControlCharacters(answer) : answer);
 }
 
 ExitCode answered(bool isPrinted, const LocalizationManager &texts)
@@ -112,7 +125,7 @@ ExitCode run(const Invocation &invocation, Services &services)
     }
     if (!output->message.isEmpty())
         printMessage(output->message);
-    return answered(output->answer.isEmpty() || printLine(stdout, output->answer), services.texts());
+    return answered(output->answer.isEmpty() || printAnswer(output->answer), services.texts());
 }
 
 } // namespace

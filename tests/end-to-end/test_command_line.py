@@ -4,6 +4,7 @@ keyring and a bus of the tests' own."""
 import json
 import os
 import pathlib
+import pty
 import stat
 import subprocess
 import unittest
@@ -182,6 +183,13 @@ class CommandLine(unittest.TestCase):
     def test_control_characters_of_a_server_stay_off_the_terminal(self):
         self.server.queued = [lambda *_: (401, {"error": {"message": "a\x1b]0;title\x07b"}})]
         self.assertIn("a\ufffd]0;title\ufffdb", self.fails(2, "text", "Good morning"))
+        self.server.translate = lambda text: "a\x1b]0;title\x07b"
+        self.assertEqual(self.succeeds("text", "Good morning"), "a\x1b]0;title\x07b\n")  # no terminal reads this
+        screen, terminal = pty.openpty()
+        self.addCleanup(os.close, screen)
+        subprocess.run([str(LUCENTRA), "text", "Good morning"], env=self.session.environment, stdout=terminal, check=True)
+        os.close(terminal)
+        self.assertEqual(os.read(screen, 100).decode(), "a\ufffd]0;title\ufffdb\r\n")
 
     def test_ink_on_nothing(self):
         sample_page.render(self.picture, sample_page.ENGLISH)
