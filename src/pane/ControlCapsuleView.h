@@ -38,8 +38,6 @@ struct ControlCapsuleState
 class ControlCapsuleView : public QWidget
 {
 public:
-    static constexpr int rowHeight = 32;
-
     /// The tooltips of the buttons appear beneath the capsule on the parent.
     ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
                        QWidget *parent);

@@ -115,7 +115,6 @@ private:
     TransparentWindow *paneWindow() const;
     void dragTo(QPointF pointer, TransparentWindow &window);
     bool isDoubleClickGesture() const;
-    void applyGlassMaterial();
     void updateCapsuleState();
     void placeCapsule();
     void updateCorners();

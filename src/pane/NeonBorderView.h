@@ -34,7 +34,6 @@ public:
     void updatePulse();
     void accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options);
 
-    bool isPulsing() const { return m_pulse.state() == QAbstractAnimation::Running; }
     double glowOpacity() const { return m_glowOpacity; }
 
 protected:

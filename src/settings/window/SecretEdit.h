@@ -18,7 +18,6 @@ public:
     /// In place of `setText`, which would tell screen readers the text.
     void setSecret(const QString &secret);
     void showInClear(bool inClear);
-    bool isInClear() const { return m_isInClear; }
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
