@@ -17,16 +17,16 @@ namespace {
 
 struct OptionRow
 {
-    QStringView name;        ///< without the dashes
-    QStringView placeholder; ///< of its value; empty for a switch
-    QStringView summary;     ///< key of the text
+    QStringView name;    ///< without the dashes
+    QStringView value;   ///< what the help page calls it; empty for a switch
+    QStringView summary; ///< key of the text
 };
 
 struct CommandRow
 {
     QStringView name;
     Invocation::Command command;
-    QStringView argument;       ///< placeholder of the positional argument; empty where there is none
+    QStringView argument;       ///< what the help page calls the positional one; empty where there is none
     QStringView options;        ///< names, separated by blanks
     QStringView requiredOption; ///< the one that must be given; empty where there is none
     QStringView summary;        ///< key of the text
@@ -152,7 +152,7 @@ Result<Invocation> parseArguments(const CommandRow &row, const QStringList &argu
         const OptionRow *option = findOption(row, name);
         if (!option)
             return tl::unexpected(wrongUsage(texts.formatted(u"未知的選項：%@"_s, dashed(name))));
-        const bool isSwitch = option->placeholder.isEmpty();
+        const bool isSwitch = option->value.isEmpty();
         // What looks like the next option is no value, unless it is given as `--option=--value`.
         const bool hasNoValue = equals < 0 && (i + 1 == arguments.size() || arguments[i + 1].startsWith("--"_L1));
         if (isSwitch ? equals >= 0 : hasNoValue)
@@ -231,8 +231,7 @@ QStringList remoteBusMembers()
 QString helpPage(const LocalizationManager &texts)
 {
     const auto usage = [](const OptionRow &option) {
-        return option.placeholder.isEmpty() ? dashed(option.name)
-                                            : dashed(option.name) + u' ' + option.placeholder.toString();
+        return option.value.isEmpty() ? dashed(option.name) : dashed(option.name) + u' ' + option.value.toString();
     };
     QStringList lines{texts.localized(u"Lucentra：翻譯螢幕上的文字"_s), QString()};
     for (const CommandRow &row : commandRows) {

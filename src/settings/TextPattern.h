@@ -33,7 +33,7 @@ private:
 
 /// The pattern with its `%@` and `%d` replaced by the arguments in order, in one pass: what was filled in is never
 /// searched again. Numbers are written in the locale, with its digits and separators. `%%` is a per-cent sign; any
-/// other `%` stands as it is. A placeholder without an argument stays, an argument without a placeholder is dropped.
+/// other `%` stands as it is. Where arguments are too few the signs stay, where they are too many the last are dropped.
 QString fillPattern(const QString &pattern, std::initializer_list<PatternArgument> arguments, const QLocale &locale);
 
 } // namespace lucentra
