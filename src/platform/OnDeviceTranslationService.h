@@ -53,6 +53,7 @@ struct OnDeviceServiceStatus
     QStringList addableBy;     ///< Debian packages that would add pairs or phrases; may be empty
     /// Whether this system is set up to install programs without their translations, so that they must be let in.
     bool isStripped = false;
+    bool isGettingReady = false; ///< what it knows is still being gathered
     qint64 phraseCount = 0;      ///< what it looks up in; 0 for a service that composes
     qint64 cacheAgeSeconds = -1; ///< how old its cache is; -1 where it has none
 };

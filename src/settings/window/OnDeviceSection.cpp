@@ -48,6 +48,7 @@ QString statusText(const QList<OnDeviceServiceStatus> &services, const Localizat
     qint64 phrases = 0;
     QStringList packages;
     bool isStripped = false;
+    bool isGettingReady = false;
     for (const OnDeviceServiceStatus &service : services) {
         for (const LanguagePair &pair : service.pairs) {
             if (!pairs.contains(pair))
@@ -56,9 +57,12 @@ QString statusText(const QList<OnDeviceServiceStatus> &services, const Localizat
         phrases += service.phraseCount;
         packages += service.addableBy;
         isStripped = isStripped || service.isStripped;
+        isGettingReady = isGettingReady || service.isGettingReady;
     }
     QStringList lines;
-    if (pairs.isEmpty())
+    if (pairs.isEmpty() && isGettingReady)
+        lines.append(texts.localized(u"正在收集這部電腦上的譯文，請稍後再試。"_s));
+    else if (pairs.isEmpty())
         lines.append(texts.localized(u"沒有可用的語言"_s));
     else
         lines << texts.localized(u"這部電腦可以翻譯："_s) << pairLines(pairs);

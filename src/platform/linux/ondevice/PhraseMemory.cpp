@@ -67,8 +67,10 @@ QList<OnDeviceServiceStatus> PhraseMemory::status()
 {
     OnDeviceServiceStatus status{.name = QString::fromLatin1(serviceName)};
     const auto file = m_store.file();
-    if (!file)
+    if (!file) {
+        status.isGettingReady = m_store.isGettingReady();
         return {status};
+    }
     const auto code = [](size_t language) { return QString(memoryLanguages[language].code); };
     quint32 fewest = std::numeric_limits<quint32>::max();
     for (size_t language = 0; language < memoryLanguages.size(); ++language) {
