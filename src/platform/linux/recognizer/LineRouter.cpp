@@ -14,6 +14,7 @@ constexpr double englishLead = 12;  // English reads Latin letters better than o
 constexpr double misfit = 0.45;     // of the confidence is left where the letters don't fit into the line
 constexpr qsizetype wordLength = 8; // characters; a few ideographs may look like a word, but not like a sentence
 constexpr double known = 60;        // the language is right, if not every letter
+constexpr double unread = 62;       // and that of a writing which none of those asked knows isn't higher
 constexpr double hopeless = 40;     // of a picture's edges: not even another language is tried
 
 /// How many letters of each kind a text has.
@@ -352,6 +353,20 @@ void LineRouter::askSimplified(Attempts &attempts, const ScreenLanguages &screen
     routed.compared = characters;
 }
 
+/// What none of the expected languages can read may be in another.
+void LineRouter::askExtras(Attempts &attempts, const ScreenLanguages &screen) const
+{
+    const QSize ink = attempts.line().inkSize();
+    if (!m_mayRetry || ink.width() < 2 * ink.height())
+        return;
+    for (const ReadingLanguage extra : m_extras) {
+        // Of Hangul the others make very little sense, of simplified ideographs more.
+        const double least = extra == ReadingLanguage::Korean ? unread : doubtful;
+        if (attempts.best().confidence < least && screen.isOpen(extra))
+            askReaders(attempts, {extra}, 12);
+    }
+}
+
 void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen,
                                RoutedReading &routed) const
 {
@@ -369,11 +384,7 @@ void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool i
             attempts.read(attempts.leading(), ReadingMode::Line, 100);
     } else if (attempts.best().confidence < doubtful && !isShort) {
         askReaders(attempts, m_languages, 0);
-        const QSize ink = attempts.line().inkSize();
-        for (const ReadingLanguage extra : m_extras) {
-            if (m_mayRetry && ink.width() >= 2 * ink.height() && screen.isOpen(extra))
-                askReaders(attempts, {extra}, 12);
-        }
+        askExtras(attempts, screen);
     }
     if (m_mayRetry && attempts.best().confidence < good)
         attempts.read(attempts.language(), ReadingMode::Whole);

@@ -83,6 +83,7 @@ private:
                        RoutedReading &routed) const;
     void readOtherwise(Attempts &attempts, ReadingLanguage first, bool isKnown) const;
     void askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const;
+    void askExtras(Attempts &attempts, const ScreenLanguages &screen) const;
     void askSimplified(Attempts &attempts, const ScreenLanguages &screen, RoutedReading &routed) const;
     bool reads(ReadingLanguage language) const;
     ReadingLanguage firstReader(LineLooks looks, const ScreenLanguages &screen) const;
