@@ -390,16 +390,16 @@ void fill(QWidget &window, Look &look)
 /// Words that the painter got one by one, put together where they stand on one baseline side by side.
 QJsonArray linesOf(QList<Word> words)
 {
-    std::stable_sort(words.begin(), words.end(), [](const Word &a, const Word &b) {
-        return std::pair(std::lround(a.baseline), a.ink.left()) < std::pair(std::lround(b.baseline), b.ink.left());
-    });
+    std::stable_sort(words.begin(), words.end(), [](const Word &a, const Word &b) { return a.ink.left() < b.ink.left(); });
     QList<Word> lines;
     for (const Word &word : words) {
-        const bool goesOn = !lines.isEmpty() && std::abs(lines.last().baseline - word.baseline) < 1 &&
-                            word.ink.left() - lines.last().ink.right() < 0.5 * word.ink.height();
-        if (goesOn) {
-            lines.last().ink |= word.ink;
-            lines.last().text += word.text;
+        const auto before = std::find_if(lines.begin(), lines.end(), [&](const Word &line) {
+            return std::abs(line.baseline - word.baseline) < 1 &&
+                   std::abs(word.ink.left() - line.ink.right()) < 0.5 * word.ink.height();
+        });
+        if (before != lines.end()) {
+            before->ink |= word.ink;
+            before->text += word.text;
         } else {
             lines.append(word);
         }

@@ -131,24 +131,53 @@ bool isOversized(const QRect &ink)
     return ink.height() > 60 || ink.width() > 300;
 }
 
+/// The left and the right side of a frame, where they are straight.
+void addSides(Walls &walls, const Shape &shape, const QRect &ink)
+{
+    int left = 0;
+    int right = 0;
+    for (const Run &run : shape) {
+        left += run.left <= ink.left() ? 1 : 0;
+        right += run.right >= ink.right() - 1 ? 1 : 0;
+    }
+    if (2 * left >= ink.height())
+        walls.add(ink.left(), ink.top(), ink.bottom());
+    if (2 * right >= ink.height())
+        walls.add(ink.right(), ink.top(), ink.bottom());
+}
+
 /// Zeroes the straight lines of a shape: the grid of a table, the track of a slider, an underline. A large letter has
 /// long strokes too, but it isn't wide.
-void eraseRules(EdgeMap &edges, const Shape &shape, const QRect &ink)
+void eraseRules(EdgeMap &edges, Walls &walls, const Shape &shape, const QRect &ink)
 {
     // Longer than the touching letters of bold type make a stroke together.
     const int ruleLength = ink.height() > 60 ? 150 : std::max(48, 6 * ink.height());
     if (ink.width() < 3 * ink.height() && ink.width() < 150)
         return;
-    std::vector<int> columns(std::size_t(ink.width()) + 2, 0);
+    struct Column
+    {
+        int pixels = 0;
+        int top = 0;
+        int bottom = 0;
+    };
+    std::vector<Column> columns(std::size_t(ink.width()) + 2);
     for (const Run &run : shape) {
-        for (int x = run.left; x <= run.right; ++x)
-            ++columns[std::size_t(x - ink.left() + 1)];
+        for (int x = run.left; x <= run.right; ++x) {
+            Column &column = columns[std::size_t(x - ink.left() + 1)];
+            column.top = column.pixels == 0 ? run.y : column.top;
+            column.bottom = run.y;
+            ++column.pixels;
+        }
     }
     const int columnLimit = std::max(ruleLength, ink.height() / 2);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].pixels >= columnLimit)
+            walls.add(ink.left() + int(i) - 1, columns[i].top, columns[i].bottom);
+    }
     for (const Run &run : shape) {
         const bool isRule = run.right - run.left >= ruleLength;
         for (int x = run.left; x <= run.right; ++x) {
-            if (isRule || columns[std::size_t(x - ink.left() + 1)] >= columnLimit)
+            if (isRule || columns[std::size_t(x - ink.left() + 1)].pixels >= columnLimit)
                 edges.row(run.y)[x] = 0;
         }
     }
@@ -191,14 +220,16 @@ std::vector<Run> allRuns(const EdgeMap &edges)
     return runs;
 }
 
-void eraseFrames(EdgeMap &edges)
+void eraseFrames(EdgeMap &edges, Walls &walls)
 {
     for (const Shape &shape : separate(allRuns(edges))) {
         const EdgeShape whole = measure(edges, shape);
-        if (isFrame(whole))
+        if (isFrame(whole)) {
+            addSides(walls, shape, whole.ink);
             erase(edges, shape);
-        else if (whole.ink.width() > 60)
-            eraseRules(edges, shape, whole.ink);
+        } else if (whole.ink.width() > 60) {
+            eraseRules(edges, walls, shape, whole.ink);
+        }
     }
 }
 
@@ -217,9 +248,10 @@ void collect(const EdgeMap &edges, const std::vector<Shape> &shapes, bool maySpl
 
 } // namespace
 
-std::vector<EdgeShape> shapesIn(EdgeMap edges, std::size_t maximum)
+EdgeShapes shapesIn(EdgeMap edges, std::size_t maximum)
 {
-    eraseFrames(edges);
+    Walls walls;
+    eraseFrames(edges, walls);
     dropOvershadowed(edges);
     std::vector<EdgeShape> shapes;
     collect(edges, separate(allRuns(edges)), true, shapes);
@@ -228,7 +260,7 @@ std::vector<EdgeShape> shapesIn(EdgeMap edges, std::size_t maximum)
                          [](const EdgeShape &a, const EdgeShape &b) { return a.strength > b.strength; });
         shapes.resize(maximum);
     }
-    return shapes;
+    return {std::move(shapes), std::move(walls)};
 }
 
 } // namespace lucentra

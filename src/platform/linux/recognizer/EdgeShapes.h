@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EdgeMap.h"
+#include "Walls.h"
 
 #include <QRect>
 
@@ -17,12 +18,18 @@ struct EdgeShape
     bool isHollow = false; ///< nearly all of it lies at the rim of its box
 };
 
+struct EdgeShapes
+{
+    std::vector<EdgeShape> shapes;
+    Walls walls;
+};
+
 /// The outlines of a map (8-connected) that can be letters or parts of letters.
 ///
 /// Frames and rules go first, while their faint parts still hold them together; then what is faint beside something
 /// strong. Where something large still hangs together, the fainter half of it is taken away, so that letters come free
 /// of the picture that they touch. At most `maximum` shapes are returned, the strongest; a picture with more is noise.
-/// Any thread.
-std::vector<EdgeShape> shapesIn(EdgeMap edges, std::size_t maximum = 60'000);
+/// What stood upright in the frames and rules is returned as walls. Any thread.
+EdgeShapes shapesIn(EdgeMap edges, std::size_t maximum = 60'000);
 
 } // namespace lucentra

@@ -93,8 +93,9 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
 class Linking
 {
 public:
-    explicit Linking(std::vector<Box> boxes)
+    Linking(std::vector<Box> boxes, const Walls &walls)
         : m_boxes(std::move(boxes))
+        , m_walls(walls)
         , m_parents(m_boxes.size())
     {
         std::iota(m_parents.begin(), m_parents.end(), 0U);
@@ -111,7 +112,8 @@ public:
     {
         a = groupOf(a);
         b = groupOf(b);
-        if (a == b || !belongTogether(m_boxes[a], m_boxes[b], nearness))
+        if (a == b || !belongTogether(m_boxes[a], m_boxes[b], nearness) ||
+            m_walls.standBetween(m_boxes[a].ink, m_boxes[b].ink))
             return false;
         m_parents[b] = a;
         m_boxes[a].ink |= m_boxes[b].ink;
@@ -123,6 +125,7 @@ public:
 
 private:
     std::vector<Box> m_boxes;
+    const Walls &m_walls;
     std::vector<std::size_t> m_parents;
 };
 
@@ -177,7 +180,7 @@ std::vector<Group> gathered(std::vector<Group> groups, Linking &linking)
     return groups;
 }
 
-std::vector<Group> linked(std::vector<Group> groups, const Nearness &nearness)
+std::vector<Group> linked(std::vector<Group> groups, const Walls &walls, const Nearness &nearness)
 {
     constexpr int rounds = 4;
     for (int round = 0; round < rounds; ++round) {
@@ -187,7 +190,7 @@ std::vector<Group> linked(std::vector<Group> groups, const Nearness &nearness)
             boxes.push_back(group.ink);
             counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group), tallestOf(group)});
         }
-        Linking linking(std::move(counted));
+        Linking linking(std::move(counted), walls);
         if (!linkNeighbours(boxes, linking, nearness))
             break;
         groups = gathered(std::move(groups), linking);
@@ -341,11 +344,12 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
 
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
 {
+    EdgeShapes found = shapesIn(edgesOf(image));
     std::vector<Group> groups;
-    for (const EdgeShape &shape : withoutBlobs(image, withoutMarksInBoxes(image, shapesIn(edgesOf(image)))))
+    for (const EdgeShape &shape : withoutBlobs(image, withoutMarksInBoxes(image, std::move(found.shapes))))
         groups.push_back({shape.ink, {shape}});
     for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
-        groups = linked(std::move(groups), nearness);
+        groups = linked(std::move(groups), found.walls, nearness);
 
     const auto areAllFilled = [&image](const Group &group) {
         return std::all_of(group.shapes.begin(), group.shapes.end(),

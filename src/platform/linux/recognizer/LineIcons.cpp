@@ -179,7 +179,7 @@ bool dropIcon(const QImage &image, std::vector<EdgeShape> &shapes, bool isBefore
                                 isBefore ? shapes.end() : shapes.end() - count);
     const QRect text = inkOf(rest);
     const int gap = isBefore ? text.left() - cluster.ink.right() - 1 : cluster.ink.left() - text.right() - 1;
-    if (3 * gap < text.height() || 3 * cluster.ink.width() > 4 * cluster.ink.height() + 6)
+    if (6 * gap < text.height() || 3 * cluster.ink.width() > 4 * cluster.ink.height() + 6)
         return false;
     const int middle = isBefore ? cluster.ink.right() + gap / 2 + 1 : text.right() + gap / 2 + 1;
     const QRgb paper = pixelAt(image, QPoint(middle, text.center().y()));
@@ -188,7 +188,7 @@ bool dropIcon(const QImage &image, std::vector<EdgeShape> &shapes, bool isBefore
     const bool isFarOff = 100 * gap >= (isBefore ? 50 : 70) * text.height();
     const std::vector<EdgeShape> figure(isBefore ? shapes.begin() : shapes.end() - count,
                                         isBefore ? shapes.begin() + count : shapes.end());
-    if (!isIcon(image, {cluster.ink, text, paper, isBefore, cluster.isRing(), isFarOff}) &&
+    if (!(3 * gap >= text.height() && isIcon(image, {cluster.ink, text, paper, isBefore, cluster.isRing(), isFarOff})) &&
         !looksLikeIcon(image, figure, rest, paper))
         return false;
     shapes = std::move(rest);
