@@ -1,6 +1,7 @@
 #include "LineFinder.h"
 
 #include "EdgeShapes.h"
+#include "LineEntries.h"
 #include "LineIcons.h"
 
 #include <algorithm>
@@ -233,13 +234,6 @@ std::vector<Group> splitRows(Group group)
     return {groupOf({letters.begin(), lower}), groupOf({lower, letters.end()})};
 }
 
-Group withoutIcons(const QImage &image, Group group)
-{
-    std::sort(group.shapes.begin(), group.shapes.end(),
-              [](const EdgeShape &a, const EdgeShape &b) { return a.ink.left() < b.ink.left(); });
-    return groupOf(withoutIcons(image, std::move(group.shapes)));
-}
-
 FoundLine lineOf(const Group &group)
 {
     qint64 pixels = 0;
@@ -356,19 +350,20 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
                            [&](const EdgeShape &shape) { return isFilled(image, shape, group.shapes.size() == 1); });
     };
     QList<FoundLine> lines;
+    const auto addLine = [&](const Group &row) {
+        // Beside its neighbours a letter may be that low; alone it is a speck.
+        const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
+        const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
+        if (row.shapes.empty() || row.ink.height() < least || areAllFilled(row))
+            return;
+        const FoundLine line = lineOf(row);
+        if (isAsDenseAsWriting(line))
+            lines.append(line);
+    };
     for (Group &group : groups) {
-        for (const Group &split : splitRows(std::move(group))) {
-            const Group row = withoutIcons(image, split);
-            if (row.shapes.empty())
-                continue;
-            // Beside its neighbours a letter may be that low; alone it is a speck.
-            const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
-            const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
-            if (row.ink.height() < least || areAllFilled(row))
-                continue;
-            const FoundLine line = lineOf(row);
-            if (isAsDenseAsWriting(line))
-                lines.append(line);
+        for (Group &row : splitRows(std::move(group))) {
+            for (std::vector<EdgeShape> &entry : entriesOf(std::move(row.shapes)))
+                addLine(groupOf(withoutIcons(image, std::move(entry))));
         }
     }
     return withoutPattern(std::move(lines));
