@@ -390,7 +390,8 @@ void fill(QWidget &window, Look &look)
 /// Words that the painter got one by one, put together where they stand on one baseline side by side.
 QJsonArray linesOf(QList<Word> words)
 {
-    std::stable_sort(words.begin(), words.end(), [](const Word &a, const Word &b) { return a.ink.left() < b.ink.left(); });
+    std::stable_sort(words.begin(), words.end(),
+                     [](const Word &a, const Word &b) { return a.ink.left() < b.ink.left(); });
     QList<Word> lines;
     for (const Word &word : words) {
         const auto before = std::find_if(lines.begin(), lines.end(), [&](const Word &line) {

@@ -17,7 +17,7 @@ std::vector<Letter> lettersOf(const std::vector<EdgeShape> &shapes)
     std::vector<Letter> letters;
     for (std::size_t i = 0; i < shapes.size(); ++i) {
         const QRect &ink = shapes[i].ink;
-        if (!letters.empty() && ink.left() <= letters.back().ink.right() + 1)
+        if (!letters.empty() && ink.left() < letters.back().ink.right())
             letters.back() = {letters.back().ink | ink, i + 1};
         else
             letters.push_back({ink, i + 1});
@@ -45,6 +45,16 @@ bool isMark(const QRect &ink, int height, bool areSquare)
     return isNarrow && (areSquare || 100 * ink.height() < 45 * height);
 }
 
+/// Whether the steps are those of a typewriter: once, twice, three times the usual one. There spaces are wide.
+bool areOfOneWidth(const std::vector<int> &steps, int usual)
+{
+    const auto regular = std::count_if(steps.begin(), steps.end(), [usual](int step) {
+        const int rest = step % usual;
+        return 5 * std::min(rest, usual - rest) <= usual;
+    });
+    return 5 * regular >= 4 * std::ssize(steps);
+}
+
 } // namespace
 
 std::vector<std::vector<EdgeShape>> entriesOf(std::vector<EdgeShape> shapes)
@@ -56,37 +66,39 @@ std::vector<std::vector<EdgeShape>> entriesOf(std::vector<EdgeShape> shapes)
         return {std::move(shapes)};
     QRect line;
     std::vector<int> steps;
-    std::vector<int> widths;
     for (std::size_t i = 0; i < letters.size(); ++i) {
         line |= letters[i].ink;
-        widths.push_back(letters[i].ink.width());
         if (i + 1 < letters.size())
             steps.push_back(stepAfter(letters, i));
     }
-    const auto median = [](std::vector<int> &values) {
-        const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
-        std::nth_element(values.begin(), middle, values.end());
-        return *middle;
-    };
+    const auto middle = steps.begin() + std::ptrdiff_t(steps.size() / 2);
+    std::nth_element(steps.begin(), middle, steps.end());
+    const int step = std::max(1, *middle);
     const int height = line.height();
-    const int step = median(steps);
-    const bool areSquare = 100 * median(widths) >= 70 * height;
-    // Between letters of one width a space makes the step twice as long.
+    // Some ideographs fall apart into two halves, but all are as high as the line, and some as wide.
+    const auto count = [&letters](const auto &isSo) { return std::count_if(letters.begin(), letters.end(), isSo); };
+    const auto high = count([&](const Letter &letter) { return 5 * letter.ink.height() >= 4 * height; });
+    const auto wide = count([&](const Letter &letter) { return 4 * letter.ink.width() >= 3 * height; });
+    const bool areSquare = 10 * high >= 6 * std::ssize(letters) && 5 * wide >= std::ssize(letters);
+    if (!areSquare && areOfOneWidth(steps, step))
+        return {std::move(shapes)};
     const auto isWide = [&](std::size_t i) {
-        return 100 * gapAfter(letters, i) >= 78 * height && (areSquare || 10 * stepAfter(letters, i) >= 24 * step);
+        return 100 * gapAfter(letters, i) >= 78 * height && (areSquare || 10 * stepAfter(letters, i) >= 21 * step);
     };
     int widestSpace = 0;
     for (std::size_t i = 0; i + 1 < letters.size(); ++i)
         widestSpace = isWide(i) ? widestSpace : std::max(widestSpace, gapAfter(letters, i));
 
     std::vector<std::size_t> ends; // of entries, in shapes
-    std::size_t first = 0;
-    for (std::size_t i = 1; i + 2 < letters.size(); ++i) {
-        if (i < first + 1 || !isWide(i) || gapAfter(letters, i) < 2 * widestSpace ||
+    int left = line.left();
+    for (std::size_t i = 0; i + 1 < letters.size(); ++i) {
+        const bool isMoreThanLetter =
+            letters[i].ink.right() - left > height && line.right() - letters[i + 1].ink.left() > height;
+        if (!isMoreThanLetter || !isWide(i) || gapAfter(letters, i) < 2 * widestSpace ||
             isMark(letters[i].ink, height, areSquare) || isMark(letters[i + 1].ink, height, areSquare))
             continue;
         ends.push_back(letters[i].end);
-        first = i + 1;
+        left = letters[i + 1].ink.left();
     }
     // A colon that wasn't found leaves a gap among ideographs that is as wide.
     if (ends.empty() || (areSquare && ends.size() < 2))

@@ -21,8 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int leastHeight = 5;      // pixels; what is lower can't be told apart
-constexpr double readingTime = 1.5; // seconds of processor time a worker, for one image
+constexpr int leastHeight = 5; // pixels; what is lower can't be told apart
 
 /// The installed ones of the languages asked for, each once. What has no model of its own is written in Latin letters
 /// for all we know.
@@ -54,6 +53,16 @@ QList<ReadingLanguage> extrasTo(const QList<ReadingLanguage> &languages)
             extras.append(language);
     }
     return extras;
+}
+
+/// Seconds of processor time that each worker has for reading an image. A screen full of small print is read to its
+/// end; on one of 8K it can't be, and finding the lines takes its share as well.
+double readingTime(const QSize &size)
+{
+    constexpr double most = 3;
+    constexpr double least = 1.5;
+    constexpr double usual = 3840.0 * 2160; // pixels
+    return std::clamp(most * usual / (double(size.width()) * size.height()), least, most);
 }
 
 QRectF normalized(const QRect &box, const QSize &size)
@@ -277,7 +286,7 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
     ScreenLanguages screen;
-    ReadingBudget budget(m_pool->workers() * readingTime);
+    ReadingBudget budget(m_pool->workers() * readingTime(image.size()));
     const auto withEach = [&](std::span<ReadLine> some, const auto &work) {
         std::latch done(std::ssize(some));
         for (ReadLine &line : some) {

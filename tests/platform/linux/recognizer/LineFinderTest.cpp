@@ -107,6 +107,48 @@ private Q_SLOTS:
         QVERIFY(areFound(boxesIn(image), {a, b}));
     }
 
+    void textsSideBySideComeApart_data()
+    {
+        QTest::addColumn<QStringList>("texts");
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<int>("gap"); // pixels; the letters are 14 high
+        QTest::addColumn<bool>("isFramed");
+        QTest::addColumn<bool>("areApart");
+        const QStringList menu{u"Open"_s, u"Edit"_s, u"Options"_s, u"View"_s};
+        const QStringList entries{u"檔案"_s, u"編輯"_s, u"檢視"_s, u"工具"_s};
+        QTest::newRow("menu bar of ideographs") << entries << han << 14 << false << true;
+        QTest::newRow("words") << menu << latin << 5 << false << false;
+        QTest::newRow("words of a terminal")
+            << QStringList{u"int n = none; auto i"_s} << u"DejaVu Sans Mono"_s << 0 << false << false;
+        QTest::newRow("spaced ideographs") << entries << han << 8 << false << false;
+        QTest::newRow("two texts with a gap") << QStringList{u"目標"_s, u"鑰匙"_s} << han << 14 << false << false;
+        QTest::newRow("label and field") << QStringList{u"Name"_s, u"Anna"_s} << latin << 12 << true << true;
+    }
+
+    /// One line, unless a frame stands between them or the gaps are those of a menu bar.
+    void textsSideBySideComeApart()
+    {
+        QFETCH(const QStringList, texts);
+        QFETCH(const QString, family);
+        QFETCH(const int, gap);
+        QFETCH(const bool, isFramed);
+        QFETCH(const bool, areApart);
+        QImage image = blank({480, 80}, Qt::white);
+        QList<QRect> boxes;
+        QRect all;
+        for (const QString &text : texts) {
+            boxes.append(write(image, {boxes.isEmpty() ? 20 : boxes.last().right() + gap, 50}, text, font(family, 14),
+                               Qt::black));
+            all |= boxes.last();
+        }
+        if (isFramed) {
+            QPainter painter(&image);
+            painter.setPen(QColor(150, 150, 150));
+            painter.drawRect(boxes.last().adjusted(-5, -6, 90, 6));
+        }
+        QVERIFY(areFound(boxesIn(image), areApart ? boxes : QList<QRect>{all}));
+    }
+
     void surroundingsAreNoPartOfTheLine_data()
     {
         QTest::addColumn<QString>("surroundings");
