@@ -63,10 +63,7 @@ void X11ChangeMonitor::start()
     }
     m_damageEvent = damage->first_event;
     xcb_discard_reply(c, xcb_damage_query_version(c, 1, 1).sequence);
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(c));
-    while (screenNumber-- > 0)
-        xcb_screen_next(&screens);
-    m_root = screens.data->root;
+    m_root = x11Screen(c, screenNumber)->root;
     m_desktopPicture = x11Atom(c, "_XROOTPMAP_ID");
     const quint32 events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(c, m_root, XCB_CW_EVENT_MASK, &events);

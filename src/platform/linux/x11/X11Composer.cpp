@@ -17,10 +17,7 @@ X11Composer::X11Composer(X11ResourceRange ours)
     m_connection.reset(xcb_connect(nullptr, &screenNumber));
     if (xcb_connection_has_error(m_connection.get()))
         return;
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get()));
-    while (screenNumber-- > 0)
-        xcb_screen_next(&screens);
-    m_screen = screens.data;
+    m_screen = x11Screen(m_connection.get(), screenNumber);
     m_usable = prepareExtensions();
 }
 

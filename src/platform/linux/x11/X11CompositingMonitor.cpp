@@ -20,11 +20,8 @@ X11CompositingMonitor::X11CompositingMonitor()
     const xcb_query_extension_reply_t *fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
     if (!selection || !fixes || !fixes->present)
         return;
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(c));
-    while (screenNumber-- > 0)
-        xcb_screen_next(&screens);
     xcb_discard_reply(c, xcb_xfixes_query_version(c, 5, 0).sequence);
-    xcb_xfixes_select_selection_input(c, screens.data->root, selection,
+    xcb_xfixes_select_selection_input(c, x11Screen(c, screenNumber)->root, selection,
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);

@@ -26,6 +26,15 @@ struct X11Disconnect
 /// A private connection to the X server. Closing it frees every resource that was made on it.
 using X11Connection = std::unique_ptr<xcb_connection_t, X11Disconnect>;
 
+/// The screen of a number, as xcb_connect tells it, of a connection without an error. The connection's own.
+inline xcb_screen_t *x11Screen(xcb_connection_t *connection, int number)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    while (number-- > 0)
+        xcb_screen_next(&screens);
+    return screens.data;
+}
+
 /// The atom of a name; none where the server is gone.
 inline xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name)
 {

@@ -64,10 +64,7 @@ X11GlobalHotkeys::X11GlobalHotkeys(Scheduler &scheduler)
     xcb_connection_t *c = m_connection.get();
     if (xcb_connection_has_error(c))
         return;
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(c));
-    while (screenNumber-- > 0)
-        xcb_screen_next(&screens);
-    m_root = screens.data->root;
+    m_root = x11Screen(c, screenNumber)->root;
     m_masks = queryModifierMasks();
     m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(c), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readEvents(); });

@@ -28,10 +28,7 @@ X11PaneWindowHints::X11PaneWindowHints()
     m_connection.reset(xcb_connect(nullptr, &screenNumber));
     if (xcb_connection_has_error(m_connection.get()))
         return;
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get()));
-    while (screenNumber-- > 0)
-        xcb_screen_next(&screens);
-    m_root = screens.data->root;
+    m_root = x11Screen(m_connection.get(), screenNumber)->root;
 }
 
 X11PaneWindowHints::~X11PaneWindowHints() = default;
