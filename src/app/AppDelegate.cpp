@@ -3,6 +3,7 @@
 #include "DesktopNotice.h"
 #include "DockPresence.h"
 #include "InterfaceFont.h"
+#include "Memory.h"
 #include "Settings.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
@@ -13,6 +14,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
+#include <QThreadPool>
 #include <QWindow>
 
 #include <utility>
@@ -26,6 +28,9 @@ namespace {
 
 /// How long after the first picture the recognizer's models are loaded, so that they don't hold it up.
 constexpr auto warmUpDelay = 300ms;
+
+/// How long after a pass has begun what its workers took is given back.
+constexpr auto memoryDelay = 5s;
 
 void copyToClipboard(const QString &text)
 {
@@ -139,7 +144,8 @@ void AppDelegate::wirePass()
         .capture = m_desktop.capture,
         .access = m_desktop.access,
         .recognize =
-            [&recognizer](const QImage &image, std::function<bool()> isWanted) {
+            [this, &recognizer](const QImage &image, std::function<bool()> isWanted) {
+                m_services.mainQueue().post([this] { giveBackMemoryLater(); });
                 return recognizeBlocks(recognizer, image, std::move(isWanted));
             },
         .translateBlocks =
@@ -157,6 +163,16 @@ void AppDelegate::wirePass()
         if (!m_glassView->isInputMode()) // typed text is not to be covered by the screen's
             m_pass->scheduleDebouncedCapture();
     };
+}
+
+void AppDelegate::giveBackMemoryLater()
+{
+    // Not after every pass: one that follows at once needs the same memory again.
+    if (!m_memoryTask)
+        m_memoryTask = m_scheduler.after(memoryDelay, [this] {
+            QThreadPool::globalInstance()->start(giveBackFreeMemory);
+            m_memoryTask.reset();
+        });
 }
 
 void AppDelegate::wireManualInput()

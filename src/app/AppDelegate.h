@@ -51,6 +51,7 @@ public:
 private:
     void createGlassWindow();
     void wirePass();
+    void giveBackMemoryLater();
     void wireManualInput();
     void wireBackdrop();
     void fillActions();
@@ -79,6 +80,7 @@ private:
     GlassView *m_glassView = nullptr;            ///< belongs to the window
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     std::unique_ptr<TranslationPass> m_pass;
+    std::unique_ptr<ScheduledTask> m_memoryTask;
     std::unique_ptr<BackdropRenewal> m_backdrop;
     ShellActions m_actions;
     MainMenu m_mainMenu;

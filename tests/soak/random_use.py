@@ -52,6 +52,9 @@ class User:
         self.starts += 1
         self.screen.must(self.windows, "the pane", 20)
 
+    def log(self) -> str:
+        return (self.screen.home / "lucentra.log").read_text(encoding="utf-8", errors="replace")
+
     def windows(self) -> list[tuple[int, int, int, int]]:
         """The program's windows on the screen: x, y, width, height."""
         windows = self.screen.output("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()
@@ -112,7 +115,7 @@ class User:
 
     def call(self, member: str) -> None:
         self.remember(f"command {member}")
-        subprocess.run(["dbus-send", "--session", "--dest=com.tarnby.lucentra", "/com/tarnby/lucentra",
+        subprocess.run(["dbus-send", "--session", "--type=method_call", "--dest=com.tarnby.lucentra", "/com/tarnby/lucentra",
                         f"com.tarnby.lucentra.{member}"], env=self.screen.environment, check=False)
 
     def use_a_control(self) -> None:
@@ -186,7 +189,7 @@ def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
     chance = random.Random(seed)
     with ChatServer(answer=lambda server, body: chance.choice(ANSWERS)(server, body)) as server, Screen() as screen:
         hang_file = screen.home / "hangs"
-        options = f"log_path={screen.home}/report:print_stacktrace=1"
+        options = f"log_path={screen.home}/report:print_stacktrace=1:handle_abort=1"
         screen.environment |= {"LUCENTRA_HANG_FILE": str(hang_file), "ASAN_OPTIONS": options, "UBSAN_OPTIONS": options,
                                "LSAN_OPTIONS": f"suppressions={pathlib.Path(__file__).parents[1]}/lsan.supp"}
         engine = {"translationEngine": 7, "compatibleBaseURL": server.base_url, "compatibleModel": "m",
@@ -204,6 +207,7 @@ def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
             if user.process.poll() is not None:
                 if user.process.returncode != 0:
                     found.append(f"the program ended with {user.process.returncode} after:\n" + "\n".join(user.done))
+                    found.append("its last words:\n" + "\n".join(user.log().splitlines()[-20:]))
                 else:
                     user.start()
         if user.process.poll() is None:

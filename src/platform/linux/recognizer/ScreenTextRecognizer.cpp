@@ -4,6 +4,7 @@
 #include "LineFinder.h"
 #include "LineLooks.h"
 #include "LineRouter.h"
+#include "Memory.h"
 #include "ReaderPool.h"
 #include "ReadingFilter.h"
 #include "ReadingOrder.h"
@@ -258,6 +259,7 @@ ScreenTextRecognizer::ScreenTextRecognizer(const Options &options)
     m_pool = std::make_unique<ReaderPool>(workers, options.keepEngines, [this] {
         m_correctingReader->release();
         m_literalReader->release();
+        giveBackFreeMemory();
     });
 }
 
