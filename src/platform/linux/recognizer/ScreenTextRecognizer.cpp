@@ -152,6 +152,8 @@ std::size_t putTellingFirst(std::span<ReadLine> lines)
     constexpr std::ptrdiff_t most = 3;
     const auto isTelling = [](const ReadLine &line) {
         const QRect &ink = line.found.ink;
+        if (line.looks.isEmpty())
+            return false; // the time was over before it was looked at, or nobody wants the lines any more
         return !line.isOnPicture && ink.width() >= 4 * ink.height() && ink.width() <= 20 * ink.height() &&
                line.looks.first() != LineLooks::Latin;
     };

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <atomic>
 #include <thread>
 
 using namespace lucentra;
@@ -99,6 +100,19 @@ private Q_SLOTS:
         QCOMPARE(textsOf(*m_recognizer.perform(request, image)), QStringList{u"Large"_s});
         request.languages = QStringList();
         QCOMPARE(m_recognizer.perform(request, image).error().domain, u"TextRecognition"_s);
+    }
+
+    void nobodyWantsItAnyMore()
+    {
+        QImage image = blank({600, 200}, Qt::white);
+        write(image, {20, 60}, u"The lighthouse keeper writes"_s, font(latin, 24), Qt::black);
+        write(image, {20, 140}, u"a letter every evening"_s, font(latin, 24), Qt::black);
+        for (int wanted = 0; wanted < 6; ++wanted) {
+            std::atomic<int> left = wanted; // questions that are answered with yes
+            TextRecognitionRequest request = usual;
+            request.isWanted = [&left] { return left-- > 0; };
+            QVERIFY(m_recognizer.perform(request, image).has_value());
+        }
     }
 
     void severalThreadsAtOnce()
