@@ -118,6 +118,9 @@ class OnAScreen:
         def is_viewable() -> bool:
             return "IsViewable" in self.screen.output("xwininfo", "-id", pane.window)
 
+        # A pane that is still being given the focus would come back at once.
+        self.assertTrue(eventually(lambda: self.screen.output("xdotool", "getactivewindow").strip() == pane.window))
+        time.sleep(0.5)
         self.screen.do("key super+d")
         self.assertTrue(eventually(lambda: not is_viewable()))
         time.sleep(0.3)
