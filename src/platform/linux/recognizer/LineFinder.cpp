@@ -234,7 +234,7 @@ std::vector<Group> splitRows(Group group)
     return {groupOf({letters.begin(), lower}), groupOf({lower, letters.end()})};
 }
 
-FoundLine lineOf(const Group &group)
+FoundLine lineOf(const QImage &image, const Group &group)
 {
     qint64 pixels = 0;
     qint64 strength = 0;
@@ -243,8 +243,12 @@ FoundLine lineOf(const Group &group)
         strength += qint64(shape.strength) * shape.edgePixels;
     }
     const qint64 area = qint64(group.ink.width()) * group.ink.height();
-    return {group.ink, int(group.shapes.size()), int(strength / pixels), double(pixels) / double(area),
-            piecesOf(group.shapes, group.ink)};
+    return {group.ink,
+            int(group.shapes.size()),
+            int(strength / pixels),
+            double(pixels) / double(area),
+            piecesOf(group.shapes, group.ink),
+            endsInRing(image, group.shapes, group.ink)};
 }
 
 /// Whether an outline is that of a filled bar, disc or box: hollow as an outline, yet not of the colour around it. (An
@@ -356,7 +360,7 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
         const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
         if (row.shapes.empty() || row.ink.height() < least || areAllFilled(row))
             return;
-        const FoundLine line = lineOf(row);
+        const FoundLine line = lineOf(image, row);
         if (isAsDenseAsWriting(line))
             lines.append(line);
     };

@@ -16,6 +16,7 @@ struct FoundLine
     int strength = 0;        ///< mean strength of its edges, 0 to 255
     double density = 0;      ///< edge pixels of its outlines by its area
     QList<LinePiece> pieces; ///< what is read one by one, from the left to the right
+    bool endsInRing = false; ///< perhaps an ideographic full stop
 
     /// A letter or two at most; perhaps an icon.
     bool isShort() const { return shapeCount <= 2 && ink.width() < 2 * ink.height(); }
@@ -24,7 +25,8 @@ struct FoundLine
 /// Finds the lines of an image with 32 bits a pixel, in no particular order.
 ///
 /// Outlines that stand beside one another at about one height are linked, from the left to the right, as far as the
-/// gaps are narrower than the line is high: so the columns of a table and the words of a menu bar stay apart.
+/// gaps are narrower than the line is high: so the columns of a table and the words of a menu bar stay apart. Nor are
+/// they linked across the side of a frame: a label and its field are two lines.
 /// Lines less than `minimumHeight` pixels high are left out. Any thread.
 QList<FoundLine> findLines(const QImage &image, int minimumHeight);
 

@@ -16,7 +16,8 @@ namespace lucentra {
 /// like none of the letters: it is a tick, a filled triangle, three bars, a square of another colour or, farther off, a
 /// closed frame or ring as wide as high or much taller than the text. At a line's end, where numbers and single letters
 /// stand too, only triangles and, still farther off, frames and what is far taller count. Of what else is at least half
-/// as wide as the text is high, `looksLikeIcon` takes what it is sure of.
+/// as wide as the text is high, also where it stands only a sixth of the height apart, `looksLikeIcon` takes what it is
+/// sure of.
 /// `image` has 32 bits a pixel. Any thread.
 std::vector<EdgeShape> withoutIcons(const QImage &image, std::vector<EdgeShape> shapes);
 

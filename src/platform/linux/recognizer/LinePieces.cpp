@@ -1,5 +1,7 @@
 #include "LinePieces.h"
 
+#include "Figure.h"
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -86,6 +88,42 @@ QList<LinePiece> piecesOf(std::vector<EdgeShape> shapes, const QRect &line)
         piece.setRight(std::min(piece.right(), end));
     pieces.append({piece, ending});
     return pieces;
+}
+
+bool endsInRing(const QImage &image, const std::vector<EdgeShape> &shapes, const QRect &line)
+{
+    const auto last = std::max_element(shapes.begin(), shapes.end(), [](const EdgeShape &a, const EdgeShape &b) {
+        return a.ink.right() < b.ink.right();
+    });
+    if (last == shapes.end())
+        return false;
+    const QRect &ink = last->ink;
+    const int size = std::max(ink.width(), ink.height());
+    const bool isRound = std::abs(ink.width() - ink.height()) <= std::max(1, size / 4);
+    const bool isSmall = size >= 4 && 100 * size >= 16 * line.height() && 100 * size <= 42 * line.height();
+    if (!isRound || !isSmall || 2 * ink.center().y() < line.top() + line.bottom())
+        return false;
+    // Nothing stands above it, as in 品.
+    const bool isAlone = std::all_of(shapes.begin(), shapes.end(), [&](const EdgeShape &shape) {
+        return shape.ink == ink || shape.ink.right() < ink.left();
+    });
+    if (!isAlone)
+        return false;
+    const auto at = [&](int x, int y) {
+        return image.pixel(std::clamp(x, 0, image.width() - 1), std::clamp(y, 0, image.height() - 1));
+    };
+    const QPoint centre = ink.center();
+    const QRgb paper = at(ink.right() + 2, centre.y());
+    int sides = 0; // how far the strokes are from the paper's colour; the weakest counts
+    int weakest = 255;
+    for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {
+        int strongest = 0;
+        for (int i = 1; i <= size / 2 + 1; ++i)
+            strongest = std::max(strongest, distance(paper, at(centre.x() + i * step.x(), centre.y() + i * step.y())));
+        sides += strongest;
+        weakest = std::min(weakest, strongest);
+    }
+    return weakest >= 40 && 2 * weakest >= sides / 4 && 10 * distance(paper, at(centre.x(), centre.y())) < 6 * weakest;
 }
 
 } // namespace lucentra

@@ -12,6 +12,7 @@ QString tidied(const QString &text)
 {
     static const QRegularExpression spaceBetweenWide(
         u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～]) +(?=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～])"_s);
+    static const QRegularExpression stopTwice(u"[，,、]。"_s);
     static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
     // Keys are no words, so the model's dictionary is no help with them.
     static const QRegularExpression controlKey(u"\\b[Cc]tr[il1|I]{0,2}\\+"_s);
@@ -24,8 +25,16 @@ QString tidied(const QString &text)
     result.replace(functionKey, u"\\1F11"_s);
     result.replace(doubledLetter, u"\\1"_s);
     result.replace(spaceBetweenWide, QString());
+    result.replace(stopTwice, u"。"_s);
     result.replace(loneBar, u"I"_s);
     return result;
+}
+
+QString withFullStop(const QString &text)
+{
+    static const QRegularExpression end(u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー])[ 。，,、.．·・:：]*$"_s);
+    const QRegularExpressionMatch match = end.match(text);
+    return match.hasMatch() ? text.left(match.capturedStart()) + u'。' : text;
 }
 
 namespace {

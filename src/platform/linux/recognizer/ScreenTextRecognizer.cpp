@@ -10,6 +10,8 @@
 #include "ReadingOrder.h"
 #include "ThreadClock.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <atomic>
 #include <cmath>
@@ -189,16 +191,25 @@ void readLineAlike(ReadLine &line, const QImage &image, const LineRouter &router
             router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), line.pieces[i].best, reader, screen);
 }
 
+/// A piece's text without what has been seen of the ellipsis behind it.
+QString withoutDots(QString text, const QString &joint)
+{
+    static const QRegularExpression dots(u"[.．。・·‧…‥ ]+$"_s);
+    return joint == u"…"_s ? text.remove(dots) : text;
+}
+
 /// The pieces' text as one, with the mean of their confidences.
 Reading wholeOf(const ReadLine &line)
 {
     Reading whole;
     for (qsizetype i = 0; i < line.pieces.size(); ++i) {
         const LinePiece &piece = line.found.pieces[i];
-        whole.text += line.pieces[i].best.text + piece.joint;
+        whole.text += withoutDots(line.pieces[i].best.text, piece.joint) + piece.joint;
         whole.confidence += line.pieces[i].best.confidence * piece.ink.width() / line.found.ink.width();
     }
     whole.text = tidied(whole.text);
+    if (line.found.endsInRing)
+        whole.text = withFullStop(whole.text);
     return whole;
 }
 
