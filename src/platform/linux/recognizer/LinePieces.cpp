@@ -70,7 +70,9 @@ QList<LinePiece> piecesOf(std::vector<EdgeShape> shapes, const QRect &line)
     std::sort(shapes.begin(), shapes.end(),
               [](const EdgeShape &a, const EdgeShape &b) { return a.ink.left() < b.ink.left(); });
     int end = line.right();
-    const int dots = ellipsisDots(shapes, line, end);
+    int dots = ellipsisDots(shapes, line, end);
+    if (end < shapes.front().ink.right())
+        dots = 0; // of the first letter nothing would be left
     shapes.resize(shapes.size() - std::size_t(dots));
     const QString ending = dots > 0 ? u"…"_s : QString();
     QList<LinePiece> pieces;

@@ -99,6 +99,8 @@ bool isSound(const QImage &image, const FoundLine &line)
             looksOf(strip);
         }
     }
+    if (!isRight)
+        qWarning() << image.size() << line.ink << line.pieces.size() << line.pieces.first().ink;
     return isRight;
 }
 
