@@ -4,10 +4,10 @@
 
 #include <leptonica/allheaders.h>
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
+#include <ctime>
 
 using namespace lucentra;
 using namespace lucentra::pictures;
@@ -381,13 +381,12 @@ private Q_SLOTS:
     void hostilePicturesAreBounded()
     {
         QFETCH(const QImage, image);
-        QElapsedTimer timer;
-        timer.start();
+        const std::clock_t begin = std::clock(); // processor time: others may be at work
         for (const FoundLine &line : findLines(image, 5)) {
             QVERIFY(image.rect().contains(line.ink));
             QVERIFY(!line.pieces.isEmpty());
         }
-        QVERIFY2(timer.elapsed() < 10'000, "generous, for sanitizers on a busy machine; it takes about 50 ms");
+        QVERIFY2(std::clock() - begin < 20 * CLOCKS_PER_SEC, "generous, for sanitizers; it takes about 50 ms without");
     }
 };
 
