@@ -15,7 +15,8 @@ inline constexpr qint64 maximumPicturePixels = 4LL * 7680 * 4320;
 /// Reads a picture file upright (its orientation mark applied), as 32 bits a pixel. The format is told by the content.
 Result<QImage> readPicture(const QString &path, const LocalizationManager &texts);
 
-/// A picture for the recognizer: what is transparent lies over the ground, white or black, that its ink stands out from.
+/// A picture for the recognizer: what is transparent lies over the ground, white or black, that its ink stands out
+/// from.
 QImage onOpaqueGround(const QImage &picture);
 
 /// Whether a picture could be written there, told before it is made.

@@ -8,11 +8,7 @@ namespace lucentra {
 
 namespace {
 
-const QLoggingCategory &category()
-{
-    static const QLoggingCategory category("lucentra.pass", QtInfoMsg);
-    return category;
-}
+Q_LOGGING_CATEGORY(category, "lucentra.pass", QtInfoMsg)
 
 } // namespace
 

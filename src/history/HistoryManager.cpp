@@ -16,6 +16,7 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
+
 qsizetype lengthOf(const HistoryItem &item)
 {
     return item.originalText.size() + item.translatedText.size();

@@ -38,7 +38,7 @@ private:
     bool isComposing() const;
 
     QElapsedTimer m_composingEnded; ///< invalid where nothing has been composed
-    bool m_hasPieces = false; ///< whether there may be lines in pieces
+    bool m_hasPieces = false;       ///< whether there may be lines in pieces
 };
 
 } // namespace lucentra

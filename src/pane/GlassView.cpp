@@ -57,7 +57,8 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_neonBorderView(new NeonBorderView(services.settings, services.notificationCenter, this))
     , m_grip(new GripView(this))
     , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, this))
-    , m_hints(*this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); }, [this] { updateCalmAreas(); })
+    , m_hints(
+          *this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); }, [this] { updateCalmAreas(); })
     , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
 {
     setFocusPolicy(Qt::ClickFocus);

@@ -138,8 +138,8 @@ void GlassView::addTranslationOverlay(const QString &text, double bottomLimit, c
         return; // the pass began before; its text is no longer what the pane shows
     if (!m_typesetter)
         m_typesetter = std::make_unique<OverlayTypesetter>(m_targetLanguageCode);
-    const auto layout = layOutOverlay(*m_typesetter, text, bottomLimit, rect, this->rect(),
-                                      overlayFontSettings(m_services.settings));
+    const auto layout =
+        layOutOverlay(*m_typesetter, text, bottomLimit, rect, this->rect(), overlayFontSettings(m_services.settings));
     if (!layout)
         return;
     const auto painter = std::make_shared<OverlayPainter>(m_typesetter->typeset(text), *layout);

@@ -12,8 +12,8 @@
 
 namespace lucentra {
 
-/// A large white text with a soft shadow in the middle of the pane, over its whole area; smaller on a pane too small for
-/// it. Where one line isn't enough, what the last middle dot joins stands on lines of its own. Takes no clicks.
+/// A large white text with a soft shadow in the middle of the pane, over its whole area; smaller on a pane too small
+/// for it. Where one line isn't enough, what the last middle dot joins stands on lines of its own. Takes no clicks.
 class HintLabel : public PassThroughHostingView
 {
 public:

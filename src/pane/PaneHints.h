@@ -22,8 +22,8 @@ class PaneHints
 public:
     static constexpr std::chrono::milliseconds temporaryTime{1500};
 
-    /// `add` puts a label on the pane, beneath the capsule, and shows it; `changed` is told that the hint is another, or
-    /// less opaque.
+    /// `add` puts a label on the pane, beneath the capsule, and shows it; `changed` is told that the hint is another,
+    /// or less opaque.
     PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add, std::function<void()> changed);
 
     /// A persistent hint; the pane counts as unused (again).

@@ -26,8 +26,8 @@ public:
     struct Surroundings
     {
         std::function<bool()> isButtonDown;
-        std::function<QRect()> frame; ///< the window's, points on the screen
-        std::function<void()> held;   ///< called again and again while the window is dragged; may be empty
+        std::function<QRect()> frame;   ///< the window's, points on the screen
+        std::function<void()> held;     ///< called again and again while the window is dragged; may be empty
         std::function<void()> released; ///< called once the button isn't down any more; may be empty
     };
 
@@ -38,8 +38,8 @@ public:
     void windowHidden();
     /// The user takes hold of the window by its body or edge.
     void grabbed();
-    /// The user has taken hold of the window as a window manager sees it, or has let go: a press of a button over it, or
-    /// a key that moves it. Most such holds move nothing.
+    /// The user has taken hold of the window as a window manager sees it, or has let go: a press of a button over it,
+    /// or a key that moves it. Most such holds move nothing.
     void held(bool isHeld);
     /// The user asked for another rectangle without holding a button: the zoom button.
     void requested();

@@ -41,7 +41,7 @@ struct OnDeviceOutcome
 
 enum class PairAvailability {
     Available, ///< perhaps, for a service that isn't ready yet
-    Addable, ///< it would be, were the packages installed that the status names
+    Addable,   ///< it would be, were the packages installed that the status names
     Unavailable
 };
 

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,6 +28,15 @@ QString unfinishedName(const QString &fileName, const QString &letters)
     return u'.' + fileName + u'.' + letters + u".unfinished"_s;
 }
 
+void giveToOwnerOf(const QString &folder, int descriptor)
+{
+    struct stat status;
+    if (::geteuid() != 0 || ::stat(QFile::encodeName(folder).constData(), &status) != 0)
+        return;
+    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0)
+        return; // a disk that knows no owners
+}
+
 void makeFolder(const QString &folder, QFileDevice::Permissions permissions)
 {
     if (QFileInfo::exists(folder))
@@ -35,8 +45,14 @@ void makeFolder(const QString &folder, QFileDevice::Permissions permissions)
     makeFolder(QFileInfo(folder).absolutePath(), ownerOnly | QFileDevice::ExeOwner | QFileDevice::ReadGroup |
                                                      QFileDevice::ExeGroup | QFileDevice::ReadOther |
                                                      QFileDevice::ExeOther);
-    if (QDir().mkdir(folder, permissions))
-        giveToOwnerOfFolder(folder);
+    if (!QDir().mkdir(folder, permissions))
+        return;
+    const int descriptor =
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    giveToOwnerOf(QFileInfo(folder).absolutePath(), descriptor);
+    ::close(descriptor);
 }
 
 } // namespace
@@ -46,13 +62,9 @@ void createFolderOf(const QString &path)
     makeFolder(QFileInfo(path).absolutePath(), ownerOnly | QFileDevice::ExeOwner);
 }
 
-void giveToOwnerOfFolder(const QString &path)
+void giveToOwnerOfFolder(const QFileDevice &file)
 {
-    struct stat folder;
-    if (::geteuid() != 0 || ::stat(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), &folder) != 0)
-        return;
-    if (::lchown(QFile::encodeName(path).constData(), folder.st_uid, folder.st_gid) != 0)
-        return; // a disk that knows no owners
+    giveToOwnerOf(QFileInfo(file.fileName()).absolutePath(), file.handle());
 }
 
 Result<void> writePrivateFile(const QString &path, const QByteArray &content)
@@ -68,7 +80,7 @@ Result<void> writePrivateFile(const QString &path, const QByteArray &content)
     if (file.write(content) != content.size() || !file.flush())
         return failure(file.error() == QFileDevice::NoError ? u"only a part of it could be written"_s
                                                             : file.errorString());
-    giveToOwnerOfFolder(file.fileName());
+    giveToOwnerOfFolder(file);
     const bool isInPlace =
         ::fsync(file.handle()) == 0 &&
         ::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target.filePath()).constData()) == 0;

@@ -15,7 +15,8 @@ constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 void createFolderOf(const QString &path);
 
 /// What root makes in a user's folder becomes the user's, who could not read it otherwise. For others it does nothing.
-void giveToOwnerOfFolder(const QString &path);
+/// The file is open: its name could lead elsewhere by now.
+void giveToOwnerOfFolder(const QFileDevice &file);
 
 /// Replaces a file whole or not at all: at any moment there is the old content or the new one, which is on the disk
 /// before it takes the old one's place. Mode 0600 from its first byte. A device, pipe or folder is never replaced.

@@ -129,7 +129,7 @@ HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
-    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, ""); // whatever can be decoded; proxies compress even unasked
+    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");   // whatever can be decoded; proxies compress even unasked
     curl_easy_setopt(easy, CURLOPT_USERAGENT, "Lucentra"); // some services refuse who doesn't say a name
     curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
     curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);

@@ -22,8 +22,7 @@ QString echoesOf(char32_t character)
 {
     const QString plain = QString::fromUcs4(&character, 1);
     QStringList forms{QRegularExpression::escape(plain), u"\\\\+"_s + QRegularExpression::escape(plain),
-                      u"&#0*%1;"_s.arg(uint(character)),
-                      u"(?i:&#x0*%1;)"_s.arg(QString::number(uint(character), 16))};
+                      u"&#0*%1;"_s.arg(uint(character)), u"(?i:&#x0*%1;)"_s.arg(QString::number(uint(character), 16))};
     QString inUrl;
     for (const char byte : plain.toUtf8())
         inUrl += u"%"_s + QString::number(uchar(byte), 16).rightJustified(2, u'0');

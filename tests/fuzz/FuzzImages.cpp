@@ -6,8 +6,6 @@
 #include "PictureFile.h"
 #include "TestTexts.h"
 
-#include <QFile>
-
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
@@ -16,10 +14,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     static const TestTexts texts;
     static const QTemporaryDir folder(u"/dev/shm/lucentra-fuzz"_s);
     const QString path = folder.filePath(u"picture"_s);
-    const QByteArray content = bytesOf(data, size);
-    QFile file(path);
-    mustHold(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), "the fuzzer's own file");
-    file.close();
+    writeInput(path, data, size);
 
     const auto picture = readPicture(path, texts.manager);
     if (!picture) {

@@ -4,7 +4,6 @@
 
 #include "PreferencesFile.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
@@ -15,10 +14,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const QTemporaryDir folder(u"/dev/shm/lucentra-fuzz"_s);
     const QString path = folder.filePath(u"preferences.json"_s);
-    const QByteArray content = bytesOf(data, size);
-    QFile file(path);
-    mustHold(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), "the fuzzer's own file");
-    file.close();
+    writeInput(path, data, size);
 
     PreferencesFile preferences(path, {});
     QJsonObject expected = preferences.values();

@@ -176,7 +176,7 @@ private Q_SLOTS:
         desk.isButtonDown = false;
         desk.tracker.held(false);
         desk.scheduler.advance(1s);
-        desk.moveTo({1000, 24}); // a display has gone
+        desk.moveTo({1000, 24});  // a display has gone
         desk.isButtonDown = true; // somewhere else on the screen
         desk.moveTo({1010, 24});
         desk.isButtonDown = false;

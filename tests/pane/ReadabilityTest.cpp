@@ -93,7 +93,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QSize>("pane");
         QTest::addColumn<QString>("text");
-        QTest::newRow("as it starts") << TransparentWindow::initialSize << u"Translates after moving or resizing · Double-click to translate"_s;
+        QTest::newRow("as it starts") << TransparentWindow::initialSize
+                                      << u"Translates after moving or resizing · Double-click to translate"_s;
         QTest::newRow("smallest pane") << TransparentWindow::smallestSize
                                        << u"Translates after moving or resizing · Double-click to translate"_s;
     }

@@ -74,7 +74,8 @@ QStringList headersOf(const ReceivedRequest &request)
 {
     QStringList headers;
     for (const auto &[name, value] : request.headers) {
-        const bool isCommon = name == "Host" || name.startsWith("Accept") || name == "Content-Length" || value == "Lucentra";
+        const bool isCommon =
+            name == "Host" || name.startsWith("Accept") || name == "Content-Length" || value == "Lucentra";
         if (!isCommon)
             headers.append(QString::fromUtf8(name + ": " + value));
     }

@@ -473,7 +473,8 @@ void WebClientsTest::theKeyIsInNoMessage_data()
     QTest::newRow("escaped in JSON") << QByteArray(R"({"message":"Bad key sk\/Secret\u002b1."})");
     QTest::newRow("escaped in JSON within plain text")
         << QByteArray(R"([{"reason":"sk\/Secret\u002B1"},{"cause":"{\"key\":\"sk\\/Secret\\u002b1\"}"}])");
-    QTest::newRow("escaped in HTML") << QByteArray("<b>sk&#x2F;Secret&#43;1</b> sk/Secret&#x02b;1 &#115;k/&#83;ecret+1");
+    QTest::newRow("escaped in HTML") << QByteArray(
+        "<b>sk&#x2F;Secret&#43;1</b> sk/Secret&#x02b;1 &#115;k/&#83;ecret+1");
     QTest::newRow("percent-encoded in lower case") << QByteArray("GET /v2?key=sk%2fSecret%2b1 %73k/%53ecret+1");
     QTest::newRow("percent-encoded") << QByteArray("GET /v2?key=sk%2FSecret%2B1 failed");
     QTest::newRow("cut by the limit of 300") << QByteArray(296, 'x') + "sk/Secret+1";

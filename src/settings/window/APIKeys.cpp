@@ -26,17 +26,18 @@ void APIKeys::load(QObject *context, std::function<void(const StoredAPIKeys &)> 
 {
     m_loadOnceMore = nullptr;
     m_worker.start([this, self = QPointer(this), context = QPointer(context), loaded = std::move(loaded)] {
-        m_mainQueue.post([self, context, loaded, keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts())]() mutable {
-            if (self) // what was typed last counts, though the keychain doesn't have it yet
-                keys.keys.insert(self->m_unsaved);
-            if (self && context && keys.failure)
-                self->m_loadOnceMore = [self, context, loaded] {
-                    if (context)
-                        self->load(context, loaded);
-                };
-            if (context)
-                loaded(keys);
-        });
+        m_mainQueue.post(
+            [self, context, loaded, keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts())]() mutable {
+                if (self) // what was typed last counts, though the keychain doesn't have it yet
+                    keys.keys.insert(self->m_unsaved);
+                if (self && context && keys.failure)
+                    self->m_loadOnceMore = [self, context, loaded] {
+                        if (context)
+                            self->load(context, loaded);
+                    };
+                if (context)
+                    loaded(keys);
+            });
     });
 }
 

@@ -29,8 +29,8 @@ public:
     APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQueue &mainQueue);
     ~APIKeys() override;
 
-    /// The keys of all accounts; one that still waits to be saved comes before the stored one. Called once more after a `retryFailed` where the keychain failed. Nothing is called
-    /// once the context is gone.
+    /// The keys of all accounts; one that still waits to be saved comes before the stored one. Called once more after a
+    /// `retryFailed` where the keychain failed. Nothing is called once the context is gone.
     void load(QObject *context, std::function<void(const StoredAPIKeys &keys)> loaded);
 
     /// Saves what the account's key is now; an empty one is removed. A plaintext copy of a former version goes away
@@ -52,8 +52,8 @@ private:
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;
     MainQueue &m_mainQueue;
-    QHash<QString, QString> m_unsaved; ///< by account: what was typed last, until the keychain has it
-    QSet<QString> m_failed;            ///< accounts of those that couldn't be saved
+    QHash<QString, QString> m_unsaved;    ///< by account: what was typed last, until the keychain has it
+    QSet<QString> m_failed;               ///< accounts of those that couldn't be saved
     std::function<void()> m_loadOnceMore; ///< where the keychain failed
     std::mutex m_mutex;
     QHash<QString, QString> m_waiting; ///< guarded by m_mutex

@@ -125,8 +125,8 @@ QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, 
     const auto deadline = std::chrono::steady_clock::now() + longestWait + texts.size() * usualWait;
     for (const QString &text : texts) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
-        const auto answer = left > 0ms ? chosen->process->ask(escaped(text) + end, std::min(left, longestWait))
-                                       : std::nullopt;
+        const auto answer =
+            left > 0ms ? chosen->process->ask(escaped(text) + end, std::min(left, longestWait)) : std::nullopt;
         outcomes.append(answer ? outcomeOf(*answer, text)
                                : OnDeviceOutcome{.kind = OnDeviceOutcome::Kind::UnknownPhrase});
     }

@@ -1,5 +1,6 @@
 #include "PhraseStore.h"
 
+#include "Memory.h"
 #include "PhraseCollector.h"
 #include "PrivateFile.h"
 
@@ -29,7 +30,7 @@ constexpr int lowPriority = 10;
 /// What a build took would otherwise stay with the program.
 void giveBackMemory()
 {
-    ::malloc_trim(0);
+    giveBackFreeMemory();
     // That leaves out what is free at the end of this thread's own heap, which goes when something large is freed there
     // while the threshold is low. Afterwards the threshold is what it can become by itself.
     constexpr int low = 1 << 20;
@@ -135,9 +136,10 @@ std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &surv
         if (!buildPhraseFile(survey, cache, m_isCancelled))
             cache.cancelWriting();
         // On a full disk the last part may not fit, which committing alone doesn't tell.
-        if (cache.flush() && cache.commit()) {
-            giveToOwnerOfFolder(m_cachePath);
-            return PhraseFile::open(m_cachePath);
+        if (cache.flush()) {
+            giveToOwnerOfFolder(cache);
+            if (cache.commit())
+                return PhraseFile::open(m_cachePath);
         }
         if (m_isCancelled)
             return nullptr;

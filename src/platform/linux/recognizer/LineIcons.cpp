@@ -188,7 +188,8 @@ bool dropIcon(const QImage &image, std::vector<EdgeShape> &shapes, bool isBefore
     const bool isFarOff = 100 * gap >= (isBefore ? 50 : 70) * text.height();
     const std::vector<EdgeShape> figure(isBefore ? shapes.begin() : shapes.end() - count,
                                         isBefore ? shapes.begin() + count : shapes.end());
-    if (!(3 * gap >= text.height() && isIcon(image, {cluster.ink, text, paper, isBefore, cluster.isRing(), isFarOff})) &&
+    if (!(3 * gap >= text.height() &&
+          isIcon(image, {cluster.ink, text, paper, isBefore, cluster.isRing(), isFarOff})) &&
         !looksLikeIcon(image, figure, rest, paper))
         return false;
     shapes = std::move(rest);

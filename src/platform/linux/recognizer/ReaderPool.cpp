@@ -1,6 +1,7 @@
 #include "ReaderPool.h"
 
-/// Of the OpenMP library that the engines are built with. Its header belongs to one compiler and isn't there for others.
+/// Of the OpenMP library that the engines are built with. Its header belongs to one compiler and isn't there for
+/// others.
 extern "C" void omp_set_max_active_levels(int levels);
 
 namespace lucentra {

@@ -8,7 +8,8 @@ namespace lucentra {
 /// The text as it is meant: no spaces between ideographs or kana, a bar that stands for an English I.
 QString tidied(const QString &text);
 
-/// A line's text whose last mark is known to be an ideographic full stop; unchanged where no ideographs or kana precede.
+/// A line's text whose last mark is known to be an ideographic full stop; unchanged where no ideographs or kana
+/// precede.
 QString withFullStop(const QString &text);
 
 /// Whether a reading is writing, or what a picture's edges happened to look like.
