@@ -26,7 +26,8 @@ bool isTame(const QByteArray &content)
 {
     if (content.startsWith("bplist"))
         return isTameBinaryPropertyList(content);
-    return content.count("<array") + content.count("<dict") <= mostContainers;
+    // The library ends the program on a text with a NUL.
+    return !content.contains('\0') && content.count("<array") + content.count("<dict") <= mostContainers;
 }
 
 QJsonValue textOf(plist_t node)
