@@ -164,7 +164,7 @@ EdgeMap edgesOf(const QImage &image)
     return edges;
 }
 
-void dropOvershadowed(EdgeMap &edges)
+void dropOvershadowed(EdgeMap &edges, double share)
 {
     Grid maxima = maximaOf(edges);
     Grid thresholds = gridOver(edges, cell);
@@ -175,7 +175,7 @@ void dropOvershadowed(EdgeMap &edges)
                 for (int c = std::max(0, column - 1); c <= std::min(maxima.columns - 1, column + 1); ++c)
                     strongestNear = std::max<int>(strongestNear, maxima.at(c, r));
             }
-            thresholds.at(column, row) = std::uint8_t(strongestNear / 4);
+            thresholds.at(column, row) = std::uint8_t(strongestNear * share);
         }
     }
     dropBelow(edges, thresholds);

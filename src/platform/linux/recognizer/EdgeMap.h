@@ -26,8 +26,8 @@ struct EdgeMap
 /// The edges of an image with 32 bits a pixel. Any thread.
 EdgeMap edgesOf(const QImage &image);
 
-/// Takes away what is faint beside something strong (less than a quarter of the strongest edge within 12 pixels): the
-/// shadow of a letter, the noise of compression around it.
-void dropOvershadowed(EdgeMap &edges);
+/// Takes away what is faint beside something strong (less than `share` of the strongest edge within some 12 pixels):
+/// the shadow of a letter, the noise of compression around it, the hill that it stands on.
+void dropOvershadowed(EdgeMap &edges, double share);
 
 } // namespace lucentra

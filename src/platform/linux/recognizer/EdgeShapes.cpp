@@ -110,22 +110,6 @@ std::vector<Shape> separate(std::vector<Run> runs)
     return shapes;
 }
 
-int percentile95(const EdgeMap &edges, const Shape &shape)
-{
-    std::array<int, 256> histogram{};
-    int count = 0;
-    for (const Run &run : shape) {
-        for (int x = run.left; x <= run.right; ++x)
-            ++histogram[edges.row(run.y)[x]];
-        count += run.right - run.left + 1;
-    }
-    int rest = count / 20;
-    int value = 255;
-    while (value > 0 && (rest -= histogram[std::size_t(value)]) >= 0)
-        --value;
-    return value;
-}
-
 bool isOversized(const QRect &ink)
 {
     return ink.height() > 60 || ink.width() > 300;
@@ -189,6 +173,17 @@ void erase(EdgeMap &edges, const Shape &shape)
         std::fill(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, std::uint8_t(0));
 }
 
+EdgeMap emptyLike(const EdgeMap &edges)
+{
+    return {edges.width, edges.height, std::vector<std::uint8_t>(edges.strength.size(), 0)};
+}
+
+void copy(const EdgeMap &edges, const Shape &shape, EdgeMap &target)
+{
+    for (const Run &run : shape)
+        std::copy(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, target.row(run.y) + run.left);
+}
+
 /// A border with nearly nothing of its own in it (letters that wide have strokes inside), or a rule.
 bool isFrame(const EdgeShape &shape)
 {
@@ -202,16 +197,6 @@ bool isFrame(const EdgeShape &shape)
     return (isWide || isLarge) && shape.isHollow;
 }
 
-/// What of a shape is strong by its own measure.
-std::vector<Run> strongPart(const EdgeMap &edges, const Shape &shape)
-{
-    const int threshold = std::max(1, percentile95(edges, shape) * 9 / 20);
-    std::vector<Run> strong;
-    for (const Run &run : shape)
-        appendRuns(strong, edges.row(run.y), run.y, run.left, run.right, threshold);
-    return strong;
-}
-
 std::vector<Run> allRuns(const EdgeMap &edges)
 {
     std::vector<Run> runs;
@@ -220,41 +205,68 @@ std::vector<Run> allRuns(const EdgeMap &edges)
     return runs;
 }
 
+/// Brings back from the erased frames what is writing: letters whose shadow touches the outline of a hill or a house
+/// are one shape with it, and that one is hollow as a whole.
+void bringBackLetters(EdgeMap &edges, EdgeMap frames)
+{
+    constexpr double outline = 0.55; // what is fainter near a letter is no part of it
+    constexpr double density = 0.3;  // of the edges in a letter's box; a part of a curve has less
+    constexpr int leastHeight = 5;
+    dropOvershadowed(frames, outline);
+    for (const Shape &shape : separate(allRuns(frames))) {
+        const EdgeShape part = measure(frames, shape);
+        const bool isDense = part.edgePixels >= density * part.ink.width() * part.ink.height();
+        if (isDense && part.ink.height() >= leastHeight && !isFrame(part) && !isOversized(part.ink))
+            copy(frames, shape, edges);
+    }
+}
+
 void eraseFrames(EdgeMap &edges, Walls &walls)
 {
+    EdgeMap large = emptyLike(edges);
     for (const Shape &shape : separate(allRuns(edges))) {
         const EdgeShape whole = measure(edges, shape);
         if (isFrame(whole)) {
             addSides(walls, shape, whole.ink);
+            if (isOversized(whole.ink))
+                copy(edges, shape, large);
             erase(edges, shape);
         } else if (whole.ink.width() > 60) {
             eraseRules(edges, walls, shape, whole.ink);
         }
     }
+    bringBackLetters(edges, std::move(large));
 }
 
-void collect(const EdgeMap &edges, const std::vector<Shape> &shapes, bool maySplit, std::vector<EdgeShape> &result)
+/// The shapes that may be letters; `oversized` takes what may be letters that touch a picture.
+std::vector<EdgeShape> collected(const EdgeMap &edges, EdgeMap *oversized)
 {
-    for (const Shape &shape : shapes) {
+    std::vector<EdgeShape> result;
+    for (const Shape &shape : separate(allRuns(edges))) {
         const EdgeShape whole = measure(edges, shape);
         if (whole.edgePixels < 3 || isFrame(whole))
             continue;
-        if (maySplit && isOversized(whole.ink))
-            collect(edges, separate(strongPart(edges, shape)), false, result);
+        if (oversized && isOversized(whole.ink))
+            copy(edges, shape, *oversized);
         else
             result.push_back(whole);
     }
+    return result;
 }
 
 } // namespace
 
 EdgeShapes shapesIn(EdgeMap edges, std::size_t maximum)
 {
+    constexpr double shadow = 0.25;  // of a letter's strength
+    constexpr double picture = 0.45; // is what holds letters and a picture together, at most
     Walls walls;
     eraseFrames(edges, walls);
-    dropOvershadowed(edges);
-    std::vector<EdgeShape> shapes;
-    collect(edges, separate(allRuns(edges)), true, shapes);
+    dropOvershadowed(edges, shadow);
+    EdgeMap oversized = emptyLike(edges);
+    std::vector<EdgeShape> shapes = collected(edges, &oversized);
+    dropOvershadowed(oversized, picture);
+    std::ranges::copy(collected(oversized, nullptr), std::back_inserter(shapes));
     if (shapes.size() > maximum) {
         std::nth_element(shapes.begin(), shapes.begin() + std::ptrdiff_t(maximum), shapes.end(),
                          [](const EdgeShape &a, const EdgeShape &b) { return a.strength > b.strength; });

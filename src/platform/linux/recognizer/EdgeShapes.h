@@ -27,9 +27,9 @@ struct EdgeShapes
 /// The outlines of a map (8-connected) that can be letters or parts of letters.
 ///
 /// Frames and rules go first, while their faint parts still hold them together; then what is faint beside something
-/// strong. Where something large still hangs together, the fainter half of it is taken away, so that letters come free
-/// of the picture that they touch. At most `maximum` shapes are returned, the strongest; a picture with more is noise.
-/// What stood upright in the frames and rules is returned as walls. Any thread.
+/// strong. Where something large still hangs together, what is fainter than the letters near it is taken away, so that
+/// they come free of the picture that they touch. At most `maximum` shapes are returned, the strongest; a picture with
+/// more is noise. What stood upright in the frames and rules is returned as walls. Any thread.
 EdgeShapes shapesIn(EdgeMap edges, std::size_t maximum = 60'000);
 
 } // namespace lucentra

@@ -1,5 +1,7 @@
 #include "LineRouter.h"
 
+#include "Writing.h"
+
 #include <algorithm>
 #include <map>
 
@@ -17,63 +19,9 @@ constexpr double known = 60;        // the language is right, if not every lette
 constexpr double unread = 62;       // and that of a writing which none of those asked knows isn't higher
 constexpr double hopeless = 40;     // of a picture's edges: not even another language is tried
 
-/// How many letters of each kind a text has.
-struct Scripts
-{
-    int latin = 0; // letters and digits
-    int kana = 0;
-    int han = 0;
-    int hangul = 0;
-
-    int wide() const { return kana + han + hangul; }
-    int all() const { return latin + wide(); }
-};
-
-Scripts scriptsOf(const QString &text)
-{
-    Scripts scripts;
-    for (const QChar c : text) {
-        switch (c.script()) {
-        case QChar::Script_Han:
-            ++scripts.han;
-            break;
-        case QChar::Script_Hiragana:
-        case QChar::Script_Katakana:
-            ++scripts.kana;
-            break;
-        case QChar::Script_Hangul:
-            ++scripts.hangul;
-            break;
-        default:
-            if (c.isLetterOrNumber())
-                ++scripts.latin;
-        }
-    }
-    return scripts;
-}
-
 bool has(const QList<ReadingLanguage> &languages, ReadingLanguage language)
 {
     return languages.contains(language);
-}
-
-/// The writing of a text, as far as it decides who reads it.
-enum class Writing { None, Digits, Latin, Kana, Han, Hangul };
-
-Writing writingOf(const QString &text)
-{
-    const Scripts scripts = scriptsOf(text);
-    if (scripts.all() == 0)
-        return Writing::None;
-    if (scripts.hangul > 0)
-        return Writing::Hangul;
-    const int wide = scripts.kana + scripts.han;
-    if (20 * scripts.kana >= 3 * wide && scripts.kana > 0)
-        return Writing::Kana;
-    if (scripts.han > 0)
-        return Writing::Han;
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }) ? Writing::Latin
-                                                                                       : Writing::Digits;
 }
 
 /// The readers for a writing, the best first.
@@ -102,6 +50,9 @@ bool fits(const QString &text, const QSize &ink)
     const Scripts scripts = scriptsOf(text);
     const int wide = scripts.wide();
     const double width = ink.width() / double(ink.height());
+    // A 7 isn't 了.
+    if (scripts.all() == 1 && scripts.han == 1 && text.size() == 1 && width < 0.76)
+        return false;
     if (scripts.all() < 2)
         return width <= (wide > 0 ? 1.5 : 1.2) * double(std::max<qsizetype>(1, text.size()));
     const double least = 0.55 * wide + 0.22 * scripts.latin;
@@ -150,9 +101,18 @@ class LineRouter::Attempts
 public:
     Attempts(const LineNormalizer &line, Separation separation, LineReader &reader, ReadingLanguage leading)
         : m_line(line)
-        , m_separation(separation)
         , m_reader(reader)
         , m_leading(leading)
+    {
+        m_routed.separation = separation;
+    }
+
+    /// Goes on from what has been read.
+    Attempts(const LineNormalizer &line, RoutedReading routed, LineReader &reader, ReadingLanguage leading)
+        : m_line(line)
+        , m_reader(reader)
+        , m_leading(leading)
+        , m_routed(std::move(routed))
     {
     }
 
@@ -164,105 +124,53 @@ public:
         Reading reading = m_reader.read(strip(language), language, mode, isUsual ? 64 : 1);
         if (!fits(reading.text, m_line.inkSize()))
             reading.confidence *= misfit;
-        if (mode == ReadingMode::Line)
-            m_asked.append(language);
+        if (mode == ReadingMode::Whole)
+            m_routed.readWhole.append(language);
+        else
+            m_routed.asked.append(language);
         // Ideographs that fill their squares are hardly Latin letters by chance.
-        if (writingOf(reading.text) == Writing::Latin && fillsSquares(m_best.text, m_line.inkSize()) &&
+        if (writingOf(reading.text) == Writing::Latin && fillsSquares(best().text, m_line.inkSize()) &&
             reading.confidence < certain)
             return reading.confidence;
         const bool isEnglishAlready =
-            m_best.language == ReadingLanguage::English && writingOf(m_best.text) == Writing::Latin;
+            best().language == ReadingLanguage::English && writingOf(best().text) == Writing::Latin;
         if (isEnglishAlready && writingOf(reading.text) == Writing::Latin && language != ReadingLanguage::English)
             handicap += englishLead;
-        const bool areRatherSquares = writing() == Writing::Latin && m_best.confidence < certain &&
+        const bool areRatherSquares = writing() == Writing::Latin && best().confidence < certain &&
                                       reading.confidence >= hopeless && fillsSquares(reading.text, m_line.inkSize());
         // A word in other letters among Latin ones is what English is unsure of.
         const bool explainsWord =
             isDoubtfullyLatin() && reading.confidence >= doubtful && scriptsOf(reading.text).wide() >= 2;
-        if (areRatherSquares || explainsWord || reading.confidence > m_best.confidence + handicap)
-            m_best = reading;
+        if (areRatherSquares || explainsWord || reading.confidence > best().confidence + handicap)
+            m_routed.best = reading;
         return reading.confidence;
     }
 
-    bool isDoubtfullyLatin() const { return writing() == Writing::Latin && m_best.weakest < known; }
-    bool hasAsked(ReadingLanguage language) const { return m_asked.contains(language); }
+    bool isDoubtfullyLatin() const { return writing() == Writing::Latin && best().weakest < known; }
+    bool hasReadWhole(ReadingLanguage language) const { return m_routed.readWhole.contains(language); }
+    bool hasAsked(ReadingLanguage language) const { return m_routed.asked.contains(language); }
     const LineNormalizer &line() const { return m_line; }
     ReadingLanguage leading() const { return m_leading; }
-    const Reading &best() const { return m_best; }
-    ReadingLanguage language() const { return m_best.language; }
-    Writing writing() const { return writingOf(m_best.text); }
+    const Reading &best() const { return m_routed.best; }
+    const RoutedReading &routed() const { return m_routed; }
+    ReadingLanguage language() const { return best().language; }
+    Writing writing() const { return writingOf(best().text); }
 
 private:
     const Strip &strip(ReadingLanguage language)
     {
         Strip &strip = m_strips[language];
         if (!strip)
-            strip = m_line.strip(m_separation, LineReader::stripShape(language));
+            strip = m_line.strip(m_routed.separation, LineReader::stripShape(language));
         return strip;
     }
 
     const LineNormalizer &m_line;
-    Separation m_separation;
     LineReader &m_reader;
     ReadingLanguage m_leading;
     std::map<ReadingLanguage, Strip> m_strips;
-    QList<ReadingLanguage> m_asked;
-    Reading m_best;
+    RoutedReading m_routed;
 };
-
-void ScreenLanguages::expect(int kana, int ideographs)
-{
-    m_isWide = kana + ideographs > 0;
-    constexpr int weight = 20; // characters; what is read soon counts for more
-    // Of a Japanese text a third and more has kana; of a Chinese one the odd line looks as light.
-    if (3 * kana > ideographs)
-        m_characters[std::size_t(ReadingLanguage::Japanese)] += std::min(weight, kana);
-}
-
-void ScreenLanguages::learn(const RoutedReading &reading)
-{
-    const Reading &best = reading.best;
-    const Writing writing = writingOf(best.text);
-    for (const ReadingLanguage language : reading.denied)
-        ++m_denials[std::size_t(language)];
-    m_simplifiedLead += reading.simplifiedLead;
-    m_compared += reading.compared;
-    // Latin letters and digits are on every screen.
-    if (best.confidence >= good && writing != Writing::Digits) {
-        const ReadingLanguage language = writing == Writing::Latin ? ReadingLanguage::English : best.language;
-        m_characters[std::size_t(language)] += int(best.text.size());
-    }
-}
-
-bool ScreenLanguages::isOpen(ReadingLanguage extra) const
-{
-    return m_denials[std::size_t(extra)] < 2 || characters(extra) > 0;
-}
-
-ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
-                                         const QList<ReadingLanguage> &extras) const
-{
-    constexpr int enough = 12; // characters; a screen in a language that nobody expects must prove it
-    ReadingLanguage leading =
-        *std::max_element(expected.begin(), expected.end(),
-                          [&](ReadingLanguage a, ReadingLanguage b) { return characters(a) < characters(b); });
-    for (const ReadingLanguage extra : extras) {
-        if (extra != ReadingLanguage::SimplifiedChinese && characters(extra) >= enough &&
-            characters(extra) > 2 * characters(leading))
-            leading = extra;
-    }
-    return leading;
-}
-
-bool ScreenLanguages::isSimplified() const
-{
-    // Of most traditional lines the other model is less sure by far, of simplified ones it is as sure or surer.
-    constexpr double doubt = 1;
-    constexpr int enough = 16; // characters
-    if (m_compared > 0)
-        return m_compared >= enough && m_simplifiedLead > -doubt * m_compared;
-    return characters(ReadingLanguage::SimplifiedChinese) > characters(ReadingLanguage::TraditionalChinese);
-}
 
 LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry)
     : m_languages(std::move(languages))
@@ -282,36 +190,96 @@ ReadingLanguage LineRouter::firstReader(LineLooks looks, const ScreenLanguages &
     others.removeAll(ReadingLanguage::English);
     if (others.isEmpty() || (looks == LineLooks::Latin && has(m_languages, ReadingLanguage::English)))
         return ReadingLanguage::English;
-    if (looks == LineLooks::Kana && has(m_languages, ReadingLanguage::Japanese))
-        return ReadingLanguage::Japanese;
-    return screen.leading(others, m_extras);
+    const ReadingLanguage leading = screen.leading(others, m_extras);
+    const bool isExpected = has(m_languages, leading);
+    return looks == LineLooks::Kana && isExpected && has(m_languages, ReadingLanguage::Japanese)
+               ? ReadingLanguage::Japanese
+               : leading;
 }
 
 RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
                                const ScreenLanguages &screen) const
 {
-    QList<Separation> separations{Separation::Axis, Separation::BrightFill};
-    if (line.isVaried())
-        separations = {Separation::BrightFill, Separation::Axis, Separation::DarkFill};
-    if (!m_mayRetry || (isShort && !line.isVaried()))
-        separations.resize(1);
-    const ReadingLanguage first = isShort ? screen.leading(m_languages, m_extras) : firstReader(looks, screen);
+    const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
+    const bool isEnglishFirst = isShort && !screen.isMostlyWide() && has(m_languages, ReadingLanguage::English);
+    const ReadingLanguage first = isEnglishFirst ? ReadingLanguage::English
+                                  : isShort      ? screen.leading(m_languages, m_extras)
+                                                 : firstReader(looks, screen);
     RoutedReading routed;
-    Reading &best = routed.best;
-    for (const Separation separation : separations) {
-        Attempts attempts(line, separation, reader, firstReader(LineLooks::Ideographs, screen));
-        if (separation == separations.first())
-            readSeparated(attempts, first, isShort, screen, routed);
-        else
-            readOtherwise(attempts, best.confidence >= hopeless ? best.language : first, best.confidence >= known);
-        for (const ReadingLanguage extra : m_extras) {
-            if (attempts.hasAsked(extra) && attempts.language() != extra)
-                routed.denied.append(extra);
-        }
-        if (attempts.best().confidence > best.confidence)
-            best = attempts.best();
-        if (best.confidence >= doubtful)
+    for (const Separation separation : separationsOf(line, isShort)) {
+        Attempts attempts(line, separation, reader, leading);
+        readFirst(attempts, first, isShort, screen);
+        if (attempts.best().confidence > routed.best.confidence || separation == separationsOf(line, isShort).first())
+            routed = attempts.routed();
+        if (routed.best.confidence >= hopeless)
             break;
+    }
+    Attempts attempts(line, routed, reader, leading);
+    const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;
+    const bool isSentence = isLatin && attempts.best().text.size() > wordLength;
+    if (isLatin && attempts.best().confidence >= doubtful && screen.isWide()) {
+        if (!isSentence)
+            askReaders(attempts, {leading}, 0);
+        else if (attempts.isDoubtfullyLatin() && !attempts.hasAsked(leading))
+            attempts.read(leading, ReadingMode::Line, 100);
+    }
+    if (!isShort || (isLatin && attempts.best().text.size() > 1))
+        readWhole(attempts);
+    return attempts.routed();
+}
+
+/// The one who should know first; who knows better, by what comes out, and where no sense does, the leading one.
+void LineRouter::readFirst(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen) const
+{
+    attempts.read(first);
+    // Now and then the engine sees no letters at all in a line of its own language.
+    if (m_mayRetry && !isShort && attempts.best().text.isEmpty())
+        attempts.read(first, ReadingMode::Whole);
+    if (!isShort && attempts.language() == attempts.leading() && attempts.best().confidence >= known)
+        readWhole(attempts);
+    askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
+    // Ideographs alone are Chinese as well as Japanese; one who is sure of them may still be the wrong one.
+    const bool isEither = attempts.writing() == Writing::Han && attempts.language() == ReadingLanguage::Japanese;
+    if (isEither && !screen.isKnown() && reads(ReadingLanguage::TraditionalChinese) &&
+        !attempts.hasAsked(ReadingLanguage::TraditionalChinese))
+        attempts.read(ReadingLanguage::TraditionalChinese, ReadingMode::Line, 4);
+    if (attempts.best().confidence < known && (isShort || screen.isWide()))
+        askReaders(attempts, {isShort ? ReadingLanguage::English : attempts.leading()}, 0);
+}
+
+void LineRouter::readWhole(Attempts &attempts) const
+{
+    if (m_mayRetry && attempts.best().confidence < good && !attempts.hasReadWhole(attempts.language()))
+        attempts.read(attempts.language(), ReadingMode::Whole);
+}
+
+bool LineRouter::isDoubtful(const RoutedReading &routed) const
+{
+    return m_mayRetry && routed.best.confidence < doubtful;
+}
+
+RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormalizer &line, LineReader &reader,
+                                 const ScreenLanguages &screen) const
+{
+    const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
+    Attempts attempts(line, earlier, reader, leading);
+    if (attempts.best().confidence >= hopeless || !line.isVaried()) {
+        askReaders(attempts, {leading}, 0);
+        askReaders(attempts, m_languages, 0);
+        askExtras(attempts, screen);
+        readWhole(attempts);
+    }
+    RoutedReading routed = attempts.routed();
+    for (const Separation separation : separationsOf(line, false)) {
+        if (separation == earlier.separation || routed.best.confidence >= doubtful)
+            continue;
+        // The colours may have been wrong, the language hardly was where the letters made sense.
+        Attempts others(line, separation, reader, leading);
+        others.read(routed.best.confidence >= hopeless ? routed.best.language : leading);
+        if (routed.best.confidence < known && others.best().confidence >= hopeless)
+            askReaders(others, readersOf(others.writing()), others.writing() == Writing::Latin ? -englishLead : 0);
+        if (others.best().confidence > routed.best.confidence)
+            routed = others.routed();
     }
     return routed;
 }
@@ -319,15 +287,33 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
 Reading LineRouter::readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
                               const ScreenLanguages &screen) const
 {
+    const Separation separation = line.isVaried() ? Separation::BrightFill : Separation::Axis;
+    const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
+    if (has(m_extras, leading) && earlier.confidence < good && earlier.language != leading) {
+        Attempts attempts(line, separation, reader, leading);
+        attempts.read(leading);
+        return attempts.best().confidence > earlier.confidence ? attempts.best() : earlier;
+    }
     const ReadingLanguage wrong =
         screen.isSimplified() ? ReadingLanguage::TraditionalChinese : ReadingLanguage::SimplifiedChinese;
     const ReadingLanguage right =
         screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
     if (earlier.language != wrong || writingOf(earlier.text) != Writing::Han || !reads(right))
         return earlier;
-    Attempts attempts(line, line.isVaried() ? Separation::BrightFill : Separation::Axis, reader, right);
+    Attempts attempts(line, separation, reader, right);
     attempts.read(right);
     return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier;
+}
+
+/// The ways to tell letters from their surroundings, the likeliest first.
+QList<Separation> LineRouter::separationsOf(const LineNormalizer &line, bool isShort) const
+{
+    QList<Separation> separations{Separation::Axis, Separation::BrightFill};
+    if (line.isVaried())
+        separations = {Separation::BrightFill, Separation::Axis, Separation::DarkFill};
+    if (!m_mayRetry || (isShort && !line.isVaried()))
+        separations.resize(1);
+    return separations;
 }
 
 void LineRouter::askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const
@@ -338,26 +324,28 @@ void LineRouter::askReaders(Attempts &attempts, const QList<ReadingLanguage> &la
     }
 }
 
-/// Traditional Chinese reads simplified characters as their counterparts, and is sure of them. So the first lines of
-/// ideographs are read by both, and who was surer of them reads the others.
-void LineRouter::askSimplified(Attempts &attempts, const ScreenLanguages &screen, RoutedReading &routed) const
+int LineRouter::comparableCharacters(const RoutedReading &routed) const
 {
-    const Reading traditional = attempts.best();
-    if (!m_mayRetry || traditional.language != ReadingLanguage::TraditionalChinese || traditional.confidence < good ||
-        attempts.writing() != Writing::Han || !has(m_extras, ReadingLanguage::SimplifiedChinese) ||
-        !screen.isSimplifiedOpen())
-        return;
-    const double simplified = attempts.read(ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 3);
-    const int characters = scriptsOf(traditional.text).han;
-    routed.simplifiedLead = (simplified - traditional.confidence) * characters;
-    routed.compared = characters;
+    const Reading &best = routed.best;
+    const bool isComparable = m_mayRetry && has(m_extras, ReadingLanguage::SimplifiedChinese) &&
+                              best.language == ReadingLanguage::TraditionalChinese && best.confidence >= doubtful &&
+                              writingOf(best.text) == Writing::Han;
+    return isComparable ? scriptsOf(best.text).han : 0;
+}
+
+Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, LineReader &reader) const
+{
+    const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
+    const double simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1).confidence;
+    const int characters = comparableCharacters(routed);
+    return {(simplified - routed.best.confidence) * characters, characters};
 }
 
 /// What none of the expected languages can read may be in another.
 void LineRouter::askExtras(Attempts &attempts, const ScreenLanguages &screen) const
 {
     const QSize ink = attempts.line().inkSize();
-    if (!m_mayRetry || ink.width() < 2 * ink.height())
+    if (ink.width() < 2 * ink.height())
         return;
     for (const ReadingLanguage extra : m_extras) {
         // Of Hangul the others make very little sense, of simplified ideographs more.
@@ -365,38 +353,6 @@ void LineRouter::askExtras(Attempts &attempts, const ScreenLanguages &screen) co
         if (attempts.best().confidence < least && screen.isOpen(extra))
             askReaders(attempts, {extra}, 12);
     }
-}
-
-void LineRouter::readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen,
-                               RoutedReading &routed) const
-{
-    attempts.read(first);
-    askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
-    askSimplified(attempts, screen, routed);
-    if (attempts.best().confidence < hopeless && attempts.line().isVaried())
-        return;
-    const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;
-    const bool isSentence = isLatin && attempts.best().text.size() > wordLength;
-    if (isLatin && attempts.best().confidence >= doubtful) {
-        if (!isSentence)
-            askReaders(attempts, {attempts.leading()}, 0);
-        else if (attempts.isDoubtfullyLatin() && screen.isWide() && !attempts.hasAsked(attempts.leading()))
-            attempts.read(attempts.leading(), ReadingMode::Line, 100);
-    } else if (attempts.best().confidence < doubtful && !isShort) {
-        askReaders(attempts, m_languages, 0);
-        askExtras(attempts, screen);
-    }
-    if (m_mayRetry && attempts.best().confidence < good)
-        attempts.read(attempts.language(), ReadingMode::Whole);
-}
-
-/// Once more, letters and surroundings told apart in another way. The colours may have been wrong, the language hardly
-/// was where the letters made sense.
-void LineRouter::readOtherwise(Attempts &attempts, ReadingLanguage first, bool isKnown) const
-{
-    attempts.read(first);
-    if (!isKnown && attempts.best().confidence >= hopeless)
-        askReaders(attempts, readersOf(attempts.writing()), attempts.writing() == Writing::Latin ? -englishLead : 0);
 }
 
 } // namespace lucentra

@@ -1,58 +1,10 @@
 #pragma once
 
 #include "LineLooks.h"
-#include "LineReader.h"
-
-#include <QList>
-
-#include <array>
+#include "RoutedReading.h"
+#include "ScreenLanguages.h"
 
 namespace lucentra {
-
-/// The best reading of a line, and which further languages were tried for it in vain.
-struct RoutedReading
-{
-    Reading best;
-    QList<ReadingLanguage> denied;
-    double simplifiedLead = 0; ///< of simplified Chinese over traditional, in confidence times characters
-    int compared = 0;          ///< characters
-};
-
-/// Which languages the lines of one screen are in, as far as they have been read. What is asked of it while lines are
-/// being read may come from any thread; it learns only in between, so that it never matters which line was first.
-class ScreenLanguages
-{
-public:
-    /// Before anything has been read: how much of the screen looks like kana and like ideographs, in characters.
-    void expect(int kana, int ideographs);
-
-    void learn(const RoutedReading &reading);
-
-    /// The one of `expected` that has most of the characters so far (the first where nothing is known yet), or one of
-    /// `extras` that has far more.
-    ReadingLanguage leading(const QList<ReadingLanguage> &expected, const QList<ReadingLanguage> &extras) const;
-
-    /// Whether the Chinese is simplified rather than traditional.
-    bool isSimplified() const;
-
-    /// Whether the lines so far aren't clearly traditional.
-    bool isSimplifiedOpen() const { return m_compared == 0 || m_simplifiedLead > -6 * m_compared; }
-
-    /// Whether anything looks like kana or ideographs.
-    bool isWide() const { return m_isWide; }
-
-    /// Whether the screen may still be in a language that nobody expects.
-    bool isOpen(ReadingLanguage extra) const;
-
-private:
-    int characters(ReadingLanguage language) const { return m_characters[std::size_t(language)]; }
-
-    std::array<int, 5> m_characters{};
-    std::array<int, 5> m_denials{}; // lines that are in another language for sure
-    double m_simplifiedLead = 0;
-    int m_compared = 0;
-    bool m_isWide = false;
-};
 
 /// Sends each line to the readers that its writing calls for.
 ///
@@ -66,25 +18,40 @@ public:
     /// read again: the strip whole, with letters and surroundings told apart in other ways, by the extra languages.
     LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry);
 
-    /// The best reading of a line. `isShort` says that it is a letter or two at most, perhaps an icon: not worth the
-    /// extra languages. Any thread.
+    /// The best reading of a line by those who should know it. `isShort` says that it is a letter or two at most,
+    /// perhaps an icon. Any thread.
     RoutedReading read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
                        const ScreenLanguages &screen) const;
 
+    /// Whether the line is worth the further trouble of `readOn`.
+    bool isDoubtful(const RoutedReading &routed) const;
+
+    /// Once the lines have been read: goes on with a doubtful one. Everybody is asked, also the extra languages, and
+    /// letters and surroundings are told apart in the other ways. Any thread.
+    RoutedReading readOn(const RoutedReading &earlier, const LineNormalizer &line, LineReader &reader,
+                         const ScreenLanguages &screen) const;
+
+    /// How many ideographs of a line tell traditional from simplified Chinese: traditional Chinese reads simplified
+    /// characters as their counterparts and is sure of them, but simplified Chinese is surer. 0 where it isn't
+    /// expected.
+    int comparableCharacters(const RoutedReading &routed) const;
+
+    /// Lets simplified Chinese read a line as well. Any thread.
+    Comparison compared(const RoutedReading &routed, const LineNormalizer &line, LineReader &reader) const;
+
     /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
-    /// as the screen's; any other stays as it is.
+    /// as the screen's, and so is a doubtful one on a screen in a further language; any other stays as it is.
     Reading readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
                       const ScreenLanguages &screen) const;
 
 private:
     class Attempts;
 
-    void readSeparated(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen,
-                       RoutedReading &routed) const;
-    void readOtherwise(Attempts &attempts, ReadingLanguage first, bool isKnown) const;
+    void readFirst(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen) const;
+    void readWhole(Attempts &attempts) const;
     void askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const;
     void askExtras(Attempts &attempts, const ScreenLanguages &screen) const;
-    void askSimplified(Attempts &attempts, const ScreenLanguages &screen, RoutedReading &routed) const;
+    QList<Separation> separationsOf(const LineNormalizer &line, bool isShort) const;
     bool reads(ReadingLanguage language) const;
     ReadingLanguage firstReader(LineLooks looks, const ScreenLanguages &screen) const;
 

@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cmath>
 #include <latch>
@@ -121,6 +122,7 @@ struct ReadLine
     FoundLine found;
     QList<LineLooks> looks;      ///< one for each of the line's pieces
     QList<RoutedReading> pieces; ///< likewise
+    Comparison comparison;       ///< of the two ways to write Chinese
     bool isOnPicture = false;
 };
 
@@ -136,39 +138,14 @@ void lookAt(ReadLine &line, const QImage &image)
 
 void expectLanguages(ScreenLanguages &screen, const QList<ReadLine> &lines)
 {
-    int kana = 0;
-    int ideographs = 0;
+    std::array<int, 3> heights{};
     for (const ReadLine &line : lines) {
         for (qsizetype i = 0; i < line.looks.size(); ++i) {
             const QRect &ink = line.found.pieces[i].ink;
-            kana += line.looks[i] == LineLooks::Kana ? ink.width() / ink.height() : 0;
-            ideographs += line.looks[i] == LineLooks::Ideographs ? ink.width() / ink.height() : 0;
+            heights[std::size_t(line.looks[i])] += ink.width() / ink.height();
         }
     }
-    screen.expect(kana, ideographs);
-}
-
-/// Moves some lines to the front that tell the screen's language and aren't long. Returns how many.
-std::size_t putTellingFirst(std::span<ReadLine> lines)
-{
-    constexpr std::ptrdiff_t most = 3;
-    const auto isTelling = [](const ReadLine &line) {
-        const QRect &ink = line.found.ink;
-        if (line.looks.isEmpty())
-            return false; // the time was over before it was looked at, or nobody wants the lines any more
-        return !line.isOnPicture && ink.width() >= 4 * ink.height() && ink.width() <= 20 * ink.height() &&
-               line.looks.first() != LineLooks::Latin;
-    };
-    const auto others = std::stable_partition(lines.begin(), lines.end(), isTelling);
-    return std::size_t(std::min(most, others - lines.begin()));
-}
-
-void learnFrom(ScreenLanguages &screen, std::span<const ReadLine> lines)
-{
-    for (const ReadLine &line : lines) {
-        for (const RoutedReading &piece : line.pieces)
-            screen.learn(piece);
-    }
+    screen.expect(heights[0], heights[1], heights[2]);
 }
 
 void readLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
@@ -183,6 +160,16 @@ void readLine(ReadLine &line, const QImage &image, const LineRouter &router, Lin
     }
 }
 
+void readLineOn(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
+                const ScreenLanguages &screen)
+{
+    for (qsizetype i = 0; i < line.pieces.size(); ++i) {
+        RoutedReading &piece = line.pieces[i];
+        if (router.isDoubtful(piece))
+            piece = router.readOn(piece, LineNormalizer(image, line.found.pieces[i].ink), reader, screen);
+    }
+}
+
 void readLineAlike(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
                    const ScreenLanguages &screen)
 {
@@ -190,6 +177,89 @@ void readLineAlike(ReadLine &line, const QImage &image, const LineRouter &router
         line.pieces[i].best =
             router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), line.pieces[i].best, reader, screen);
 }
+
+void learnFrom(ScreenLanguages &screen, const ReadLine &line)
+{
+    for (const RoutedReading &piece : line.pieces)
+        screen.learn(piece);
+}
+
+bool isDoubtful(const ReadLine &line, const LineRouter &router)
+{
+    return !line.found.isShort() && std::any_of(line.pieces.begin(), line.pieces.end(),
+                                                [&](const RoutedReading &piece) { return router.isDoubtful(piece); });
+}
+
+/// Two short lines that don't look Latin and stand on flat ground: they tell soon what language a screen is in.
+std::vector<ReadLine *> samplesOf(QList<ReadLine> &lines)
+{
+    constexpr std::size_t most = 2;
+    constexpr double best = 9; // heights; an ideograph is as wide as it is high
+    const auto distance = [](const ReadLine &line) {
+        return std::abs(line.found.ink.width() / double(line.found.ink.height()) - best);
+    };
+    std::vector<ReadLine *> samples;
+    for (ReadLine &line : lines) {
+        // Without looks, the time was over before it was looked at.
+        if (!line.looks.isEmpty() && line.looks.first() != LineLooks::Latin && !line.isOnPicture && distance(line) < 6)
+            samples.push_back(&line);
+    }
+    std::ranges::stable_sort(samples, {}, [&](const ReadLine *line) { return distance(*line); });
+    samples.resize(std::min(most, samples.size()));
+    return samples;
+}
+
+void compareLine(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader)
+{
+    if (!line.pieces.isEmpty() && router.comparableCharacters(line.pieces.first()) > 0)
+        line.comparison =
+            router.compared(line.pieces.first(), LineNormalizer(image, line.found.pieces.first().ink), reader);
+}
+
+std::vector<ReadLine *> doubtfulOf(QList<ReadLine> &lines, const LineRouter &router)
+{
+    std::vector<ReadLine *> doubtful;
+    for (ReadLine &line : lines) {
+        if (isDoubtful(line, router))
+            doubtful.push_back(&line);
+    }
+    return doubtful;
+}
+
+/// The lines by which traditional is told from simplified Chinese, the best first: of a few ideographs, since one says
+/// little and many take long.
+std::vector<ReadLine *> tellingOf(QList<ReadLine> &lines, const LineRouter &router)
+{
+    constexpr int few = 9;
+    const auto distance = [&](const ReadLine &line) {
+        return std::abs(router.comparableCharacters(line.pieces.first()) - few);
+    };
+    std::vector<ReadLine *> telling;
+    for (ReadLine &line : lines) {
+        if (!line.pieces.isEmpty() && !isDoubtful(line, router) && line.comparison.characters == 0 &&
+            router.comparableCharacters(line.pieces.first()) > 0)
+            telling.push_back(&line);
+    }
+    std::ranges::stable_sort(telling, {}, [&](const ReadLine *line) { return distance(*line); });
+    return telling;
+}
+
+/// Takes away the first ones.
+std::vector<ReadLine *> takenFrom(std::vector<ReadLine *> &lines, std::size_t most)
+{
+    const auto end = lines.begin() + std::ptrdiff_t(std::min(most, lines.size()));
+    std::vector<ReadLine *> taken(lines.begin(), end);
+    lines.erase(lines.begin(), end);
+    return taken;
+}
+
+/// How many lines are asked about further. The few of the first round tell which language needn't be asked any more.
+struct Round
+{
+    std::size_t doubtful;
+    std::size_t telling;
+};
+constexpr std::array rounds{Round{3, 2}, Round{SIZE_MAX, SIZE_MAX}};
 
 /// A piece's text without what has been seen of the ellipsis behind it.
 QString withoutDots(QString text, const QString &joint)
@@ -248,7 +318,7 @@ QList<ReadLine> linesIn(const QImage &image, double minimumTextHeight)
     const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
     QList<ReadLine> lines;
     for (const FoundLine &found : findLines(image, minimumHeight))
-        lines.append({found, {}, {}, false});
+        lines.append({found, {}, {}, {}, false});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
@@ -302,29 +372,62 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const LineRouter hasty(languages, {}, false);
     ScreenLanguages screen;
     ReadingBudget budget(m_pool->workers() * readingTime(image.size()));
-    const auto withEach = [&](std::span<ReadLine> some, const auto &work) {
+    const auto withEach = [&](const std::vector<ReadLine *> &some, const auto &work) {
         std::latch done(std::ssize(some));
-        for (ReadLine &line : some) {
-            m_pool->post([&] {
+        for (ReadLine *line : some) {
+            m_pool->post([&, line] {
                 if (!budget.isSpent() && (!request.isWanted || request.isWanted())) {
                     const ReadingBudget::Spending spending(budget);
-                    work(line);
+                    work(*line);
                 }
                 done.count_down();
             });
         }
         done.wait();
     };
-    withEach(lines, [&](ReadLine &line) { lookAt(line, image); });
+    std::vector<ReadLine *> all;
+    for (ReadLine &line : lines)
+        all.push_back(&line);
+    withEach(all, [&](ReadLine &line) { lookAt(line, image); });
     expectLanguages(screen, lines);
-    const std::span<ReadLine> all(lines);
-    const std::size_t tellingLines = putTellingFirst(lines);
-    for (const std::span<ReadLine> &some : {all.first(tellingLines), all.subspan(tellingLines)}) {
-        withEach(some,
-                 [&](ReadLine &line) { readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen); });
-        learnFrom(screen, some);
+
+    const std::vector<ReadLine *> samples = samplesOf(lines);
+    withEach(samples, [&](ReadLine &line) {
+        readLine(line, image, thorough, reader, screen);
+        readLineOn(line, image, thorough, reader, screen);
+        compareLine(line, image, thorough, reader);
+    });
+    std::vector<ReadLine *> others = all;
+    std::erase_if(others, [&](ReadLine *line) { return std::ranges::find(samples, line) != samples.end(); });
+    for (const ReadLine *line : samples) {
+        learnFrom(screen, *line);
+        screen.learn(line->comparison);
     }
-    withEach(lines, [&](ReadLine &line) { readLineAlike(line, image, thorough, reader, screen); });
+    withEach(others,
+             [&](ReadLine &line) { readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen); });
+    for (const ReadLine *line : others)
+        learnFrom(screen, *line);
+
+    std::vector<ReadLine *> doubtful = doubtfulOf(lines, thorough);
+    std::vector<ReadLine *> telling = tellingOf(lines, thorough);
+    for (const Round &round : rounds) {
+        std::vector<ReadLine *> asked = takenFrom(doubtful, round.doubtful);
+        const std::size_t count = asked.size();
+        std::ranges::copy(takenFrom(telling, screen.isSimplifiedOpen() ? round.telling : 0), std::back_inserter(asked));
+        withEach(asked, [&](ReadLine &line) {
+            if (budget.isScarce())
+                return;
+            if (isDoubtful(line, thorough))
+                readLineOn(line, image, thorough, reader, screen);
+            else
+                compareLine(line, image, thorough, reader);
+        });
+        for (const ReadLine *line : std::span(asked).first(count))
+            learnFrom(screen, *line);
+        for (const ReadLine *line : std::span(asked).subspan(count))
+            screen.learn(line->comparison);
+    }
+    withEach(all, [&](ReadLine &line) { readLineAlike(line, image, thorough, reader, screen); });
     return observationsOf(lines, image.size());
 }
 

@@ -158,6 +158,7 @@ private Q_SLOTS:
         QTest::newRow("avatar beside it") << u"avatar"_s;
         QTest::newRow("bars of a diagram below") << u"bars"_s;
         QTest::newRow("rule beneath") << u"rule"_s;
+        QTest::newRow("outline of a roof that touches it") << u"roof"_s;
     }
 
     void surroundingsAreNoPartOfTheLine()
@@ -183,6 +184,8 @@ private Q_SLOTS:
         } else if (surroundings == u"bars"_s) {
             for (int i = 0; i < 8; ++i)
                 painter.fillRect(60 + 14 * i, 104, 9, 40, accent);
+        } else if (surroundings == u"roof"_s) {
+            painter.fillRect(20, 81, 400, 79, QColor(205, 205, 205));
         } else {
             painter.fillRect(20, 92, 440, 2, accent);
         }

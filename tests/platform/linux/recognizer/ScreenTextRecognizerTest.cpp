@@ -86,6 +86,36 @@ private Q_SLOTS:
         QCOMPARE(textsOf(*lines), left + right);
     }
 
+    void screensInFurtherLanguages_data()
+    {
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<QStringList>("texts");
+        QTest::newRow("Korean") << u"Noto Sans CJK KR"_s
+                                << QStringList{u"자동 업데이트"_s, u"언어와 지역"_s, u"저장 공간"_s, u"알림"_s};
+        QTest::newRow("simplified Chinese")
+            << u"Noto Sans CJK SC"_s
+            << QStringList{u"语言和地区"_s, u"显示与亮度"_s, u"键盘快捷键"_s, u"选择窗口的外观"_s};
+        QTest::newRow("traditional Chinese")
+            << han << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
+    }
+
+    /// What was read of a screen first decides who reads the rest.
+    void screensInFurtherLanguages()
+    {
+        QFETCH(const QString, family);
+        QFETCH(const QStringList, texts);
+        QImage image = blank({420, 60 + 50 * int(texts.size())}, Qt::white);
+        for (qsizetype i = 0; i < texts.size(); ++i)
+            write(image, {20, 50 + 50 * int(i)}, texts[i], font(family, 24), Qt::black);
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QStringList read = textsOf(*lines);
+        QStringList expected = texts;
+        for (QStringList *list : {&read, &expected})
+            list->replaceInStrings(u" "_s, QString());
+        QCOMPARE(read, expected);
+    }
+
     void theRequestIsHonoured()
     {
         QImage image = blank({500, 200}, Qt::white);
