@@ -64,7 +64,10 @@ void explain(const QImage &image, const QDir &folder)
             const Separation separation = normalizer.isVaried() ? Separation::BrightFill : Separation::Axis;
             const Strip strip = normalizer.strip(separation, StripShape());
             strips.append(imageOf(strip));
-            const Reading best = router.read(normalizer, looksOf(strip), line.isShort(), reader, screen).best;
+            RoutedReading routed = router.read(normalizer, looksOf(strip), line.isShort(), reader, screen);
+            if (router.isDoubtful(routed) && !line.isShort())
+                routed = router.readOn(routed, normalizer, reader, screen);
+            const Reading &best = routed.best;
             readersPainter.setPen(QPen(colourOf(best.language), 2));
             readersPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
             const bool isKept = isPlausible(best, line, normalizer.isVaried());
