@@ -4,85 +4,16 @@
 //
 // The same seed gives the same windows. FOLDER gets pictures and a truth.json as `run` takes them. Text is taken from
 // what the widgets hand to the painter, so check marks, arrows and icons are never in it.
+#include "NotingDevice.h"
+
 #include <QtWidgets>
 
 #include <cmath>
 
+using namespace lucentra;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-struct Word
-{
-    QRectF ink; // pixels of the picture
-    double baseline;
-    QString text;
-};
-
-/// Notes what is written, and paints nothing.
-class NotingEngine : public QPaintEngine
-{
-public:
-    NotingEngine()
-        : QPaintEngine(AllFeatures)
-    {
-    }
-    bool begin(QPaintDevice *) override { return true; }
-    bool end() override { return true; }
-    Type type() const override { return User; }
-    void updateState(const QPaintEngineState &changed) override
-    {
-        if (changed.state() & DirtyTransform)
-            m_transform = changed.transform();
-    }
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
-    void drawPath(const QPainterPath &) override {}
-    void drawPolygon(const QPointF *, int, PolygonDrawMode) override {}
-    void drawTextItem(const QPointF &at, const QTextItem &item) override
-    {
-        const QRectF ink = QFontMetricsF(item.font()).tightBoundingRect(item.text()).translated(at);
-        if (!item.text().trimmed().isEmpty())
-            words.append({m_transform.mapRect(ink), m_transform.map(at).y(), item.text()});
-    }
-
-    QList<Word> words;
-
-private:
-    QTransform m_transform;
-};
-
-class NotingDevice : public QPaintDevice
-{
-public:
-    explicit NotingDevice(const QSize &size)
-        : m_size(size)
-    {
-    }
-    QPaintEngine *paintEngine() const override { return &engine; }
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmWidth:
-            return m_size.width();
-        case PdmHeight:
-            return m_size.height();
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmDevicePixelRatio:
-            return 1;
-        default:
-            return QPaintDevice::metric(metric);
-        }
-    }
-
-    mutable NotingEngine engine;
-
-private:
-    QSize m_size;
-};
 
 /// What is random about a window.
 struct Look
@@ -385,34 +316,6 @@ void fill(QWidget &window, Look &look)
         middle->addWidget(choices(look, &window));
     column->addLayout(middle);
     column->addWidget(buttons(look, &window));
-}
-
-/// Words that the painter got one by one, put together where they stand on one baseline side by side.
-QJsonArray linesOf(QList<Word> words)
-{
-    std::stable_sort(words.begin(), words.end(),
-                     [](const Word &a, const Word &b) { return a.ink.left() < b.ink.left(); });
-    QList<Word> lines;
-    for (const Word &word : words) {
-        const auto before = std::find_if(lines.begin(), lines.end(), [&](const Word &line) {
-            return std::abs(line.baseline - word.baseline) < 1 &&
-                   std::abs(word.ink.left() - line.ink.right()) < 0.5 * word.ink.height();
-        });
-        if (before != lines.end()) {
-            before->ink |= word.ink;
-            before->text += word.text;
-        } else {
-            lines.append(word);
-        }
-    }
-    QJsonArray result;
-    for (const Word &line : lines)
-        result.append(QJsonObject{{u"text"_s, line.text.trimmed()},
-                                  {u"x"_s, qRound(line.ink.x())},
-                                  {u"y"_s, qRound(line.ink.y())},
-                                  {u"width"_s, qRound(line.ink.width())},
-                                  {u"height"_s, qRound(line.ink.height())}});
-    return result;
 }
 
 const QMap<QString, QStringList> texts{

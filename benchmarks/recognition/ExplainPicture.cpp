@@ -9,6 +9,8 @@
 
 #include <leptonica/allheaders.h>
 
+#include <array>
+
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
@@ -43,12 +45,25 @@ QImage faded(const QImage &image)
     return image.convertToFormat(QImage::Format_Grayscale8).convertToFormat(QImage::Format_RGB32);
 }
 
+Strip stripOf(const QImage &image, const LinePiece &piece)
+{
+    const LineNormalizer normalizer(image, piece.ink);
+    return normalizer.strip(normalizer.isVaried() ? Separation::BrightFill : Separation::Axis, StripShape());
+}
+
 void explain(const QImage &image, const QDir &folder)
 {
     LineReader reader;
     const LineRouter router({ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese},
                             {}, true);
-    const ScreenLanguages screen;
+    const QList<FoundLine> found = findLines(image, 5);
+    std::array<int, 3> heights{};
+    for (const FoundLine &line : found) {
+        for (const LinePiece &piece : line.pieces)
+            heights[std::size_t(looksOf(stripOf(image, piece)))] += piece.ink.width() / piece.ink.height();
+    }
+    ScreenLanguages screen;
+    screen.expect(heights[0], heights[1], heights[2]);
     QImage lines = faded(image);
     QImage readers = faded(image);
     QImage kept = faded(image);
@@ -56,13 +71,12 @@ void explain(const QImage &image, const QDir &folder)
     QPainter readersPainter(&readers);
     QPainter keptPainter(&kept);
     QList<QImage> strips;
-    for (const FoundLine &line : findLines(image, 5)) {
+    for (const FoundLine &line : found) {
         linesPainter.setPen(QPen(QColor(230, 40, 40), 2));
         for (const LinePiece &piece : line.pieces) {
             linesPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
             const LineNormalizer normalizer(image, piece.ink);
-            const Separation separation = normalizer.isVaried() ? Separation::BrightFill : Separation::Axis;
-            const Strip strip = normalizer.strip(separation, StripShape());
+            const Strip strip = stripOf(image, piece);
             strips.append(imageOf(strip));
             RoutedReading routed = router.read(normalizer, looksOf(strip), line.isShort(), reader, screen);
             if (router.isDoubtful(routed) && !line.isShort())

@@ -9,6 +9,7 @@
 #include "SettingsStore.h"
 #include "TransparentWindow.h"
 
+#include <QAbstractButton>
 #include <QTemporaryDir>
 
 namespace lucentra {
@@ -63,6 +64,16 @@ View *only(QWidget *parent)
         }
     }
     return found;
+}
+
+/// The button with an accessible name, where it is shown.
+inline QAbstractButton *buttonNamed(QWidget *parent, const QString &name)
+{
+    for (QAbstractButton *button : parent->findChildren<QAbstractButton *>()) {
+        if (button->accessibleName() == name && !button->isHidden())
+            return button;
+    }
+    return nullptr;
 }
 
 } // namespace lucentra

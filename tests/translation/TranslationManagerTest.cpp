@@ -1,11 +1,7 @@
-#include "TranslationManager.h"
+#include "ManagerOnFakes.h"
 
 #include "ConnectionTest.h"
-#include "KeychainStore.h"
-#include "MainQueue.h"
-#include "PlayedSecrets.h"
 #include "Settings.h"
-#include "TestTexts.h"
 #include "TranslationError.h"
 
 #include <QTest>
@@ -15,35 +11,12 @@
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString joined(const TranslationClients::Blocks &blocks)
-{
-    QStringList texts;
-    for (const TextBlock &block : blocks)
-        texts.append(block.text);
-    return texts.join(u'+');
-}
-
-QString described(const LanguageModelProvider &provider)
-{
-    if (const auto *const openAI = std::get_if<OpenAIProvider>(&provider))
-        return u"openAI(%1,%2)"_s.arg(openAI->apiKey, openAI->model);
-    if (const auto *const anthropic = std::get_if<AnthropicProvider>(&provider))
-        return u"anthropic(%1,%2)"_s.arg(anthropic->apiKey, anthropic->model);
-    const auto &compatible = std::get<CompatibleProvider>(provider);
-    return u"compatible(%1,%2,%3)"_s.arg(compatible.apiKey, compatible.model, compatible.baseUrl);
-}
-
-} // namespace
-
-/// The fake clients answer with what they were called with.
-class TranslationManagerTest : public QObject
+class TranslationManagerTest : public QObject, private ManagerOnFakes
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { begin(); }
     void engines_data();
     void engines();
     void storedEngines_data();
@@ -64,132 +37,7 @@ private Q_SLOTS:
     void anEndedManagerDropsWhatIsLate();
     void connectionTests_data();
     void connectionTests();
-
-private:
-    void useManagerWith(const TranslationClients &clients);
-    // Settings are put in front of the file: writing it over and over is what would take the time.
-    void select(qint64 engine, bool consent, const QString &key);
-    /// What the blocks "a" and "b" become, or domain, code and description of the failure. `isSynchronous` tells
-    /// whether it came before the call returned.
-    QString translateBlocks();
-    QString translateText(const QString &text);
-
-    TranslationClients fakeClients();
-
-    std::unique_ptr<TestTexts> m_texts;
-    std::unique_ptr<PlayedSecrets> m_secrets;
-    std::unique_ptr<KeychainStore> m_keychain;
-    std::unique_ptr<MainQueue> m_queue;
-    std::unique_ptr<TranslationManager> m_manager;
-    std::function<QStringList()> m_outcome; ///< of every client, instead of what it was called with
-    std::function<std::optional<QStringList>()> m_onDeviceOutcome;
-    bool m_supportsOnDevice = true;
-    bool m_isSynchronous = false;
-    QStringList m_copied;
-    QStringList m_recorded;
 };
-
-TranslationClients TranslationManagerTest::fakeClients()
-{
-    const auto answer = [this](const QStringList &call) {
-        return m_outcome ? m_outcome() : QStringList{call.join(u' ')};
-    };
-    using Blocks = TranslationClients::Blocks;
-    TranslationClients clients;
-    clients.googleFree = [=](const Blocks &blocks, const QString &target) {
-        return answer({u"googleFree"_s, joined(blocks), target});
-    };
-    clients.googleCloud = [=](const Blocks &blocks, const QString &target, const QString &key) {
-        return answer({u"googleCloud"_s, joined(blocks), target, key});
-    };
-    clients.microsoft = [=](const Blocks &blocks, const QString &key, const QString &region, const QString &target) {
-        return answer({u"microsoft"_s, joined(blocks), target, key, region});
-    };
-    clients.deepL = [=](const Blocks &blocks, const QString &key, const QString &target) {
-        return answer({u"deepL"_s, joined(blocks), target, key});
-    };
-    clients.geminiBlocks = [=](const QString &key, const Blocks &blocks, const QString &target) {
-        return answer({u"geminiBlocks"_s, joined(blocks), target, key});
-    };
-    clients.geminiText = [=](const QString &key, const QString &text, const QString &target) {
-        return answer({u"geminiText"_s, text, target, key}).value(0);
-    };
-    clients.modelBlocks = [=](const Blocks &blocks, const QString &target, const LanguageModelProvider &provider) {
-        return answer({u"modelBlocks"_s, joined(blocks), target, described(provider)});
-    };
-    clients.modelText = [=](const QString &text, const QString &target, const LanguageModelProvider &provider) {
-        return answer({u"modelText"_s, text, target, described(provider)}).value(0);
-    };
-    clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion) {
-        const auto outcome = m_onDeviceOutcome
-                                 ? m_onDeviceOutcome()
-                                 : std::optional(QStringList{u"onDevice "_s + texts.join(u'+') + u' ' + target});
-        completion(outcome ? std::optional(OnDeviceTranslations{.texts = *outcome}) : std::nullopt);
-    };
-    clients.supportsOnDevice = [this] { return m_supportsOnDevice; };
-    return clients;
-}
-
-void TranslationManagerTest::init()
-{
-    m_manager.reset();
-    m_texts = std::make_unique<TestTexts>();
-    m_secrets = std::make_unique<PlayedSecrets>();
-    m_keychain = std::make_unique<KeychainStore>(*m_secrets, u"keys"_s, DiagnosticLine());
-    m_queue = std::make_unique<MainQueue>();
-    m_outcome = nullptr;
-    m_onDeviceOutcome = nullptr;
-    m_supportsOnDevice = true;
-    m_copied.clear();
-    m_recorded.clear();
-    useManagerWith(fakeClients());
-    m_texts->settings.overrideForThisProcess(settings::targetLanguageCode, u"ja"_s);
-}
-
-void TranslationManagerTest::useManagerWith(const TranslationClients &clients)
-{
-    m_manager = std::make_unique<TranslationManager>(
-        m_texts->settings, *m_keychain, m_texts->manager, *m_queue, clients,
-        TranslationManager::Sinks{
-            .copy = [this](const QString &text) { m_copied.append(text); },
-            .record = [this](const QString &original,
-                             const QString &translation) { m_recorded.append(original + u" → "_s + translation); }});
-}
-
-void TranslationManagerTest::select(qint64 engine, bool consent, const QString &key)
-{
-    m_texts->settings.overrideForThisProcess(settings::translationEngine, engine);
-    m_texts->settings.overrideForThisProcess(settings::consentKey(engine), consent);
-    if (!key.isEmpty() && engine > 0 && engine < 8)
-        m_secrets->secrets[engineEntry(TranslationEngine(engine)).account] = key.toUtf8();
-}
-
-QString TranslationManagerTest::translateBlocks()
-{
-    QStringList outcomes;
-    m_manager->translateBlocks({{.text = u"a"_s}, {.text = u"b"_s}}, [&](const Result<QStringList> &result) {
-        const auto described = [](const Failure &failure) {
-            return u"%1 %2 %3"_s.arg(failure.domain).arg(failure.code).arg(failure.description);
-        };
-        outcomes.append(result ? result->join(u'|') : described(result.error()));
-    });
-    m_isSynchronous = !outcomes.isEmpty();
-    if (!QTest::qWaitFor([&] { return !outcomes.isEmpty(); }))
-        return u"nothing came"_s;
-    QCoreApplication::processEvents();
-    return outcomes.join(u" and again: "_s);
-}
-
-QString TranslationManagerTest::translateText(const QString &text)
-{
-    QStringList outcomes;
-    m_manager->translateText(text, [&](const QString &result) { outcomes.append(result); });
-    m_isSynchronous = !outcomes.isEmpty();
-    if (!QTest::qWaitFor([&] { return !outcomes.isEmpty(); }))
-        return u"nothing came"_s;
-    QCoreApplication::processEvents();
-    return outcomes.join(u" and again: "_s);
-}
 
 void TranslationManagerTest::engines_data()
 {

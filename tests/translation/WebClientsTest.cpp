@@ -1,17 +1,15 @@
+#include "CalledServices.h"
+
 #include "AnthropicClient.h"
 #include "CompatibleClient.h"
 #include "DeepLClient.h"
 #include "GeminiClient.h"
 #include "GoogleCloudClient.h"
 #include "GoogleFreeClient.h"
-#include "HttpSession.h"
 #include "MicrosoftClient.h"
 #include "OpenAIClient.h"
-#include "QueuedServer.h"
 #include "ServiceResponder.h"
 #include "TargetLanguage.h"
-#include "TestTexts.h"
-#include "TranslationClients.h"
 
 #include <QTest>
 
@@ -20,17 +18,6 @@ using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-enum class Service { GoogleFree, GoogleCloud, DeepL, Microsoft };
-
-constexpr std::array services{Service::GoogleFree, Service::GoogleCloud, Service::DeepL, Service::Microsoft};
-
-const QString failurePrefix = u"failure: "_s;
-
-QString labelOf(Service service)
-{
-    return std::array{u"Google 免費翻譯"_s, u"Google Cloud"_s, u"DeepL"_s, u"Microsoft Translator"_s}[size_t(service)];
-}
 
 QStringList numberedTexts(int count)
 {
@@ -42,12 +29,12 @@ QStringList numberedTexts(int count)
 
 } // namespace
 
-class WebClientsTest : public QObject
+class WebClientsTest : public QObject, private CalledServices
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { begin(); }
     void requestsOnTheWire_data();
     void requestsOnTheWire();
     void everyServiceHasItsTimeOut();
@@ -71,51 +58,7 @@ private Q_SLOTS:
     void messagesOfErrors();
     void theKeyIsInNoMessage_data();
     void theKeyIsInNoMessage();
-
-private:
-    /// The translations, or what the call throws as the one text.
-    QStringList translate(Service service, const QStringList &texts, const QString &target = u"zh-Hant"_s,
-                          const QString &key = u"k3y"_s) const;
-    /// The description of what the call throws.
-    QString failureOf(Service service, const QStringList &texts, const QString &target = u"zh-Hant"_s,
-                      const QString &key = u"k3y"_s) const;
-
-    TestTexts m_texts;
-    QueuedServer m_server;
-    HttpSession m_session;
-    TranslationClients m_clients = remoteClients(m_session, m_texts.manager, hostsAt(m_server.origin()));
 };
-
-void WebClientsTest::init()
-{
-    m_server.reset();
-    m_server.respondWith({});
-}
-
-QStringList WebClientsTest::translate(Service service, const QStringList &texts, const QString &target,
-                                      const QString &key) const
-try {
-    switch (service) {
-    case Service::GoogleFree:
-        return m_clients.googleFree(blocksOf(texts), target);
-    case Service::GoogleCloud:
-        return m_clients.googleCloud(blocksOf(texts), target, key);
-    case Service::DeepL:
-        return m_clients.deepL(blocksOf(texts), key, target);
-    case Service::Microsoft:
-        break;
-    }
-    return m_clients.microsoft(blocksOf(texts), key, u""_s, target);
-} catch (...) {
-    return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
-}
-
-QString WebClientsTest::failureOf(Service service, const QStringList &texts, const QString &target,
-                                  const QString &key) const
-{
-    const QString outcome = translate(service, texts, target, key).join(u'|');
-    return outcome.startsWith(failurePrefix) ? outcome.sliced(failurePrefix.size()) : u"no failure: "_s + outcome;
-}
 
 void WebClientsTest::requestsOnTheWire_data()
 {

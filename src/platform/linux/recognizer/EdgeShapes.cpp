@@ -1,7 +1,6 @@
 #include "EdgeShapes.h"
 
 #include <algorithm>
-#include <array>
 #include <numeric>
 
 namespace lucentra {
@@ -31,18 +30,6 @@ void join(std::vector<Run> &runs, int a, int b)
     a = rootOf(runs, a);
     b = rootOf(runs, b);
     runs[std::size_t(std::max(a, b))].root = std::min(a, b);
-}
-
-void appendRuns(std::vector<Run> &runs, const std::uint8_t *row, int y, int left, int right, int threshold)
-{
-    for (int x = left; x <= right; ++x) {
-        if (row[x] < threshold)
-            continue;
-        const int start = x;
-        while (x <= right && row[x] >= threshold)
-            ++x;
-        runs.push_back({y, start, x - 1, int(runs.size())});
-    }
 }
 
 /// Gives runs (sorted by row, then column) that touch, also at a corner, a common root.
@@ -173,13 +160,11 @@ void erase(EdgeMap &edges, const Shape &shape)
         std::fill(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, std::uint8_t(0));
 }
 
-EdgeMap emptyLike(const EdgeMap &edges)
-{
-    return {edges.width, edges.height, std::vector<std::uint8_t>(edges.strength.size(), 0)};
-}
-
+/// Takes a shape over into a map of the same size, or into one that has no size yet.
 void copy(const EdgeMap &edges, const Shape &shape, EdgeMap &target)
 {
+    if (target.width == 0)
+        target = {edges.width, edges.height, std::vector<std::uint8_t>(edges.strength.size(), 0)};
     for (const Run &run : shape)
         std::copy(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, target.row(run.y) + run.left);
 }
@@ -197,11 +182,21 @@ bool isFrame(const EdgeShape &shape)
     return (isWide || isLarge) && shape.isHollow;
 }
 
+/// By row, then column.
 std::vector<Run> allRuns(const EdgeMap &edges)
 {
     std::vector<Run> runs;
-    for (int y = 0; y < edges.height; ++y)
-        appendRuns(runs, edges.row(y), y, 0, edges.width - 1, 1);
+    for (int y = 0; y < edges.height; ++y) {
+        const std::uint8_t *row = edges.row(y);
+        for (int x = 0; x < edges.width; ++x) {
+            if (row[x] == 0)
+                continue;
+            const int start = x;
+            while (x < edges.width && row[x] > 0)
+                ++x;
+            runs.push_back({y, start, x - 1, int(runs.size())});
+        }
+    }
     return runs;
 }
 
@@ -223,7 +218,7 @@ void bringBackLetters(EdgeMap &edges, EdgeMap frames)
 
 void eraseFrames(EdgeMap &edges, Walls &walls)
 {
-    EdgeMap large = emptyLike(edges);
+    EdgeMap large;
     for (const Shape &shape : separate(allRuns(edges))) {
         const EdgeShape whole = measure(edges, shape);
         if (isFrame(whole)) {
@@ -235,7 +230,8 @@ void eraseFrames(EdgeMap &edges, Walls &walls)
             eraseRules(edges, walls, shape, whole.ink);
         }
     }
-    bringBackLetters(edges, std::move(large));
+    if (large.width > 0)
+        bringBackLetters(edges, std::move(large));
 }
 
 /// The shapes that may be letters; `oversized` takes what may be letters that touch a picture.
@@ -263,10 +259,12 @@ EdgeShapes shapesIn(EdgeMap edges, std::size_t maximum)
     Walls walls;
     eraseFrames(edges, walls);
     dropOvershadowed(edges, shadow);
-    EdgeMap oversized = emptyLike(edges);
+    EdgeMap oversized;
     std::vector<EdgeShape> shapes = collected(edges, &oversized);
-    dropOvershadowed(oversized, picture);
-    std::ranges::copy(collected(oversized, nullptr), std::back_inserter(shapes));
+    if (oversized.width > 0) {
+        dropOvershadowed(oversized, picture);
+        std::ranges::copy(collected(oversized, nullptr), std::back_inserter(shapes));
+    }
     if (shapes.size() > maximum) {
         std::nth_element(shapes.begin(), shapes.begin() + std::ptrdiff_t(maximum), shapes.end(),
                          [](const EdgeShape &a, const EdgeShape &b) { return a.strength > b.strength; });

@@ -17,7 +17,7 @@ constexpr double misfit = 0.45;     // of the confidence is left where the lette
 constexpr qsizetype wordLength = 8; // characters; a few ideographs may look like a word, but not like a sentence
 constexpr double known = 60;        // the language is right, if not every letter
 constexpr double unread = 62;       // and that of a writing which none of those asked knows isn't higher
-constexpr double hopeless = 40;     // of a picture's edges: not even another language is tried
+constexpr double hopeless = 40;     // of a picture's edges, or of letters that weren't told apart from it
 
 bool has(const QList<ReadingLanguage> &languages, ReadingLanguage language)
 {
@@ -99,14 +99,6 @@ bool isAtHome(const Reading &reading, ReadingLanguage leading)
 class LineRouter::Attempts
 {
 public:
-    Attempts(const LineNormalizer &line, Separation separation, LineReader &reader, ReadingLanguage leading)
-        : m_line(line)
-        , m_reader(reader)
-        , m_leading(leading)
-    {
-        m_routed.separation = separation;
-    }
-
     /// Goes on from what has been read.
     Attempts(const LineNormalizer &line, RoutedReading routed, LineReader &reader, ReadingLanguage leading)
         : m_line(line)
@@ -124,10 +116,7 @@ public:
         Reading reading = m_reader.read(strip(language), language, mode, isUsual ? 64 : 1);
         if (!fits(reading.text, m_line.inkSize()))
             reading.confidence *= misfit;
-        if (mode == ReadingMode::Whole)
-            m_routed.readWhole.append(language);
-        else
-            m_routed.asked.append(language);
+        m_routed.attempts.append({language, m_routed.separation, mode});
         // Ideographs that fill their squares are hardly Latin letters by chance.
         if (writingOf(reading.text) == Writing::Latin && fillsSquares(best().text, m_line.inkSize()) &&
             reading.confidence < certain)
@@ -147,8 +136,10 @@ public:
     }
 
     bool isDoubtfullyLatin() const { return writing() == Writing::Latin && best().weakest < known; }
-    bool hasReadWhole(ReadingLanguage language) const { return m_routed.readWhole.contains(language); }
-    bool hasAsked(ReadingLanguage language) const { return m_routed.asked.contains(language); }
+    bool hasAsked(ReadingLanguage language, ReadingMode mode = ReadingMode::Line) const
+    {
+        return m_routed.attempts.contains(Attempt{language, m_routed.separation, mode});
+    }
     const LineNormalizer &line() const { return m_line; }
     ReadingLanguage leading() const { return m_leading; }
     const Reading &best() const { return m_routed.best; }
@@ -171,6 +162,25 @@ private:
     std::map<ReadingLanguage, Strip> m_strips;
     RoutedReading m_routed;
 };
+
+namespace {
+
+/// Nothing read yet of a line whose letters and surroundings are told apart so; what was tried otherwise is remembered.
+RoutedReading toldApart(const RoutedReading &routed, Separation separation)
+{
+    return {{}, separation, routed.attempts};
+}
+
+/// `others` go on from `routed`.
+void takeBetter(RoutedReading &routed, const RoutedReading &others)
+{
+    if (others.best.confidence > routed.best.confidence)
+        routed = others;
+    else
+        routed.attempts = others.attempts;
+}
+
+} // namespace
 
 LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry)
     : m_languages(std::move(languages))
@@ -201,16 +211,17 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
                                const ScreenLanguages &screen) const
 {
     const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
-    const bool isEnglishFirst = isShort && !screen.isMostlyWide() && has(m_languages, ReadingLanguage::English);
+    const bool isEnglishFirst = isShort && !screen.hasMuchWide() && has(m_languages, ReadingLanguage::English);
     const ReadingLanguage first = isEnglishFirst ? ReadingLanguage::English
                                   : isShort      ? screen.leading(m_languages, m_extras)
                                                  : firstReader(looks, screen);
+    const QList<Separation> separations = separationsOf(line, isShort);
     RoutedReading routed;
-    for (const Separation separation : separationsOf(line, isShort)) {
-        Attempts attempts(line, separation, reader, leading);
+    routed.separation = separations.first();
+    for (const Separation separation : separations) {
+        Attempts attempts(line, toldApart(routed, separation), reader, leading);
         readFirst(attempts, first, isShort, screen);
-        if (attempts.best().confidence > routed.best.confidence || separation == separationsOf(line, isShort).first())
-            routed = attempts.routed();
+        takeBetter(routed, attempts.routed());
         if (routed.best.confidence >= hopeless)
             break;
     }
@@ -249,7 +260,8 @@ void LineRouter::readFirst(Attempts &attempts, ReadingLanguage first, bool isSho
 
 void LineRouter::readWhole(Attempts &attempts) const
 {
-    if (m_mayRetry && attempts.best().confidence < good && !attempts.hasReadWhole(attempts.language()))
+    if (m_mayRetry && attempts.best().confidence < good && attempts.hasAsked(attempts.language()) &&
+        !attempts.hasAsked(attempts.language(), ReadingMode::Whole))
         attempts.read(attempts.language(), ReadingMode::Whole);
 }
 
@@ -274,35 +286,39 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
         if (separation == earlier.separation || routed.best.confidence >= doubtful)
             continue;
         // The colours may have been wrong, the language hardly was where the letters made sense.
-        Attempts others(line, separation, reader, leading);
-        others.read(routed.best.confidence >= hopeless ? routed.best.language : leading);
+        const ReadingLanguage first = routed.best.confidence >= hopeless ? routed.best.language : leading;
+        Attempts others(line, toldApart(routed, separation), reader, leading);
+        if (others.hasAsked(first))
+            continue;
+        others.read(first);
         if (routed.best.confidence < known && others.best().confidence >= hopeless)
             askReaders(others, readersOf(others.writing()), others.writing() == Writing::Latin ? -englishLead : 0);
-        if (others.best().confidence > routed.best.confidence)
-            routed = others.routed();
+        takeBetter(routed, others.routed());
     }
     return routed;
 }
 
-Reading LineRouter::readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
-                              const ScreenLanguages &screen) const
+Reading LineRouter::readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
+                              LineReader &reader, const ScreenLanguages &screen) const
 {
-    const Separation separation = line.isVaried() ? Separation::BrightFill : Separation::Axis;
     const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
-    if (has(m_extras, leading) && earlier.confidence < good && earlier.language != leading) {
-        Attempts attempts(line, separation, reader, leading);
-        attempts.read(leading);
-        return attempts.best().confidence > earlier.confidence ? attempts.best() : earlier;
+    if (has(m_extras, leading) && earlier.best.confidence < good) {
+        Attempts attempts(line, earlier, reader, leading);
+        if (!attempts.hasAsked(leading))
+            attempts.read(leading);
+        return attempts.best();
     }
     const ReadingLanguage wrong =
         screen.isSimplified() ? ReadingLanguage::TraditionalChinese : ReadingLanguage::SimplifiedChinese;
     const ReadingLanguage right =
         screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
-    if (earlier.language != wrong || writingOf(earlier.text) != Writing::Han || !reads(right))
-        return earlier;
-    Attempts attempts(line, separation, reader, right);
+    if (earlier.best.language != wrong || writingOf(earlier.best.text) != Writing::Han || !reads(right))
+        return earlier.best;
+    if (right == ReadingLanguage::SimplifiedChinese && comparison.characters > 0)
+        return writingOf(comparison.simplified.text) == Writing::Han ? comparison.simplified : earlier.best;
+    Attempts attempts(line, toldApart(earlier, earlier.separation), reader, right);
     attempts.read(right);
-    return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier;
+    return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier.best;
 }
 
 /// The ways to tell letters from their surroundings, the likeliest first.
@@ -336,9 +352,9 @@ int LineRouter::comparableCharacters(const RoutedReading &routed) const
 Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, LineReader &reader) const
 {
     const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
-    const double simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1).confidence;
+    const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1);
     const int characters = comparableCharacters(routed);
-    return {(simplified - routed.best.confidence) * characters, characters};
+    return {simplified, (simplified.confidence - routed.best.confidence) * characters, characters};
 }
 
 /// What none of the expected languages can read may be in another.

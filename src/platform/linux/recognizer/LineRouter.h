@@ -32,17 +32,18 @@ public:
                          const ScreenLanguages &screen) const;
 
     /// How many ideographs of a line tell traditional from simplified Chinese: traditional Chinese reads simplified
-    /// characters as their counterparts and is sure of them, but simplified Chinese is surer. 0 where it isn't
-    /// expected.
+    /// characters as their counterparts and is sure of them, but simplified Chinese is surer. 0 where the line tells
+    /// nothing, or where simplified Chinese isn't one of the extra languages.
     int comparableCharacters(const RoutedReading &routed) const;
 
     /// Lets simplified Chinese read a line as well. Any thread.
     Comparison compared(const RoutedReading &routed, const LineNormalizer &line, LineReader &reader) const;
 
     /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
-    /// as the screen's, and so is a doubtful one on a screen in a further language; any other stays as it is.
-    Reading readAlike(const LineNormalizer &line, const Reading &earlier, LineReader &reader,
-                      const ScreenLanguages &screen) const;
+    /// as the screen's, and so is a doubtful one on a screen in an extra language; any other stays as it is.
+    /// `comparison` is what the line was compared with, if it was.
+    Reading readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
+                      LineReader &reader, const ScreenLanguages &screen) const;
 
 private:
     class Attempts;

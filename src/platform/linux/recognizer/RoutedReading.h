@@ -7,19 +7,29 @@
 
 namespace lucentra {
 
+/// Who read a line, and what of it.
+struct Attempt
+{
+    ReadingLanguage language;
+    Separation separation;
+    ReadingMode mode;
+
+    bool operator==(const Attempt &) const = default;
+};
+
 /// The best reading of a line, and what was tried to get it.
 struct RoutedReading
 {
     Reading best;
     Separation separation = Separation::Axis; ///< on which the best one was read
-    QList<ReadingLanguage> asked;             ///< who has read the line, told apart like that
-    QList<ReadingLanguage> readWhole;         ///< and who has read the strip as it is
+    QList<Attempt> attempts;
 };
 
-/// How much surer of a line simplified Chinese is than traditional, in confidence times characters.
+/// How much surer of a line simplified Chinese is than traditional.
 struct Comparison
 {
-    double simplifiedLead = 0;
+    Reading simplified;
+    double lead = 0; ///< in confidence times characters
     int characters = 0;
 };
 

@@ -15,7 +15,7 @@ constexpr double sure = 80; // confidence, 0 to 100; what is read with less says
 void ScreenLanguages::expect(int latin, int kana, int ideographs)
 {
     m_isWide = kana + ideographs > 0;
-    m_isMostlyWide = 3 * (kana + ideographs) > latin;
+    m_hasMuchWide = 3 * (kana + ideographs) > latin;
     constexpr int weight = 20; // characters; what is read soon counts for more
     // Of a Japanese text a third and more has kana; of a Chinese one the odd line looks as light.
     if (3 * kana > ideographs)
@@ -26,9 +26,11 @@ void ScreenLanguages::learn(const RoutedReading &reading)
 {
     const Reading &best = reading.best;
     const Writing writing = writingOf(best.text);
-    for (const ReadingLanguage language : reading.asked) {
-        if (language != best.language)
-            ++m_denials[std::size_t(language)];
+    for (std::size_t i = 0; i < m_denials.size(); ++i) {
+        const auto language = ReadingLanguage(i);
+        const bool wasAsked = std::ranges::any_of(
+            reading.attempts, [language](const Attempt &attempt) { return attempt.language == language; });
+        m_denials[i] += wasAsked && best.language != language ? 1 : 0;
     }
     m_isKnown = true;
     // Latin letters and digits are on every screen.
@@ -40,7 +42,7 @@ void ScreenLanguages::learn(const RoutedReading &reading)
 
 void ScreenLanguages::learn(const Comparison &comparison)
 {
-    m_simplifiedLead += comparison.simplifiedLead;
+    m_simplifiedLead += comparison.lead;
     m_compared += comparison.characters;
 }
 
@@ -64,6 +66,13 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected,
             leading = extra;
     }
     return leading;
+}
+
+bool ScreenLanguages::isSimplifiedOpen() const
+{
+    constexpr int enough = 24; // characters
+    const bool isSimplifiedForSure = m_compared >= enough && m_simplifiedLead > 2 * m_compared;
+    return m_compared == 0 || (m_simplifiedLead > -6 * m_compared && !isSimplifiedForSure);
 }
 
 bool ScreenLanguages::isSimplified() const

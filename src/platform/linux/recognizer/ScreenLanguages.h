@@ -15,6 +15,7 @@ public:
     /// in heights of the line.
     void expect(int latin, int kana, int ideographs);
 
+    /// Each line once.
     void learn(const RoutedReading &reading);
     void learn(const Comparison &comparison);
 
@@ -25,15 +26,15 @@ public:
     /// Whether the Chinese is simplified rather than traditional.
     bool isSimplified() const;
 
-    /// Whether the lines so far aren't clearly traditional.
-    bool isSimplifiedOpen() const { return m_compared == 0 || m_simplifiedLead > -6 * m_compared; }
+    /// Whether the lines so far are neither clearly traditional nor clearly simplified.
+    bool isSimplifiedOpen() const;
 
     /// Whether any line has been read.
     bool isKnown() const { return m_isKnown; }
 
-    /// Whether anything looks like kana or ideographs, and whether a good part does.
+    /// Whether anything looks like kana or ideographs, and whether a quarter does.
     bool isWide() const { return m_isWide; }
-    bool isMostlyWide() const { return m_isMostlyWide; }
+    bool hasMuchWide() const { return m_hasMuchWide; }
 
     /// Whether the screen may still be in a language that nobody expects.
     bool isOpen(ReadingLanguage extra) const;
@@ -42,13 +43,13 @@ private:
     int characters(ReadingLanguage language) const { return m_characters[std::size_t(language)]; }
 
     std::array<int, 5> m_characters{};
-    std::array<int, 5> m_denials{}; // lines that are in another language for sure
+    std::array<int, 5> m_denials{}; // lines that a language read in vain
     double m_simplifiedLead = 0;
     int m_compared = 0;
     int m_expectedJapanese = 0; // characters, by the looks; they count for less once anything has been read
     bool m_isKnown = false;
     bool m_isWide = false;
-    bool m_isMostlyWide = false;
+    bool m_hasMuchWide = false;
 };
 
 } // namespace lucentra

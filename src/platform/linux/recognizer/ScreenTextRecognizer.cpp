@@ -87,7 +87,7 @@ public:
 
     bool isSpent() const { return left() <= 0; }
 
-    /// Whether so much of it is spent that no line may be read twice any more, lest others aren't read at all.
+    /// Whether so much of it is spent that nothing doubtful is read on any more, lest other lines aren't read at all.
     bool isScarce() const { return 2 * left() <= m_whole; }
 
     /// Takes from the budget what its thread worked during its life.
@@ -173,15 +173,11 @@ void readLineOn(ReadLine &line, const QImage &image, const LineRouter &router, L
 void readLineAlike(ReadLine &line, const QImage &image, const LineRouter &router, LineReader &reader,
                    const ScreenLanguages &screen)
 {
-    for (qsizetype i = 0; i < line.pieces.size(); ++i)
-        line.pieces[i].best =
-            router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), line.pieces[i].best, reader, screen);
-}
-
-void learnFrom(ScreenLanguages &screen, const ReadLine &line)
-{
-    for (const RoutedReading &piece : line.pieces)
-        screen.learn(piece);
+    for (qsizetype i = 0; i < line.pieces.size(); ++i) {
+        RoutedReading &piece = line.pieces[i];
+        piece.best = router.readAlike(LineNormalizer(image, line.found.pieces[i].ink), piece,
+                                      i == 0 ? line.comparison : Comparison(), reader, screen);
+    }
 }
 
 bool isDoubtful(const ReadLine &line, const LineRouter &router)
@@ -216,30 +212,27 @@ void compareLine(ReadLine &line, const QImage &image, const LineRouter &router, 
             router.compared(line.pieces.first(), LineNormalizer(image, line.found.pieces.first().ink), reader);
 }
 
-std::vector<ReadLine *> doubtfulOf(QList<ReadLine> &lines, const LineRouter &router)
+std::vector<ReadLine *> doubtfulOf(const std::vector<ReadLine *> &lines, const LineRouter &router)
 {
     std::vector<ReadLine *> doubtful;
-    for (ReadLine &line : lines) {
-        if (isDoubtful(line, router))
-            doubtful.push_back(&line);
-    }
+    std::ranges::copy_if(lines, std::back_inserter(doubtful),
+                         [&](const ReadLine *line) { return isDoubtful(*line, router); });
     return doubtful;
 }
 
 /// The lines by which traditional is told from simplified Chinese, the best first: of a few ideographs, since one says
 /// little and many take long.
-std::vector<ReadLine *> tellingOf(QList<ReadLine> &lines, const LineRouter &router)
+std::vector<ReadLine *> tellingOf(const std::vector<ReadLine *> &lines, const LineRouter &router)
 {
     constexpr int few = 9;
     const auto distance = [&](const ReadLine &line) {
         return std::abs(router.comparableCharacters(line.pieces.first()) - few);
     };
     std::vector<ReadLine *> telling;
-    for (ReadLine &line : lines) {
-        if (!line.pieces.isEmpty() && !isDoubtful(line, router) && line.comparison.characters == 0 &&
-            router.comparableCharacters(line.pieces.first()) > 0)
-            telling.push_back(&line);
-    }
+    std::ranges::copy_if(lines, std::back_inserter(telling), [&](const ReadLine *line) {
+        return !line->pieces.isEmpty() && !isDoubtful(*line, router) &&
+               router.comparableCharacters(line->pieces.first()) > 0;
+    });
     std::ranges::stable_sort(telling, {}, [&](const ReadLine *line) { return distance(*line); });
     return telling;
 }
@@ -391,40 +384,46 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     withEach(all, [&](ReadLine &line) { lookAt(line, image); });
     expectLanguages(screen, lines);
 
+    const auto readOn = [&](ReadLine &line) {
+        if (!budget.isScarce())
+            readLineOn(line, image, thorough, reader, screen);
+    };
+    const auto compare = [&](ReadLine &line) {
+        if (!budget.isScarce())
+            compareLine(line, image, thorough, reader);
+    };
+    const auto learn = [&](const ReadLine *line) {
+        for (const RoutedReading &piece : line->pieces)
+            screen.learn(piece);
+        screen.learn(line->comparison);
+    };
+
     const std::vector<ReadLine *> samples = samplesOf(lines);
     withEach(samples, [&](ReadLine &line) {
-        readLine(line, image, thorough, reader, screen);
-        readLineOn(line, image, thorough, reader, screen);
-        compareLine(line, image, thorough, reader);
+        readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen);
+        readOn(line);
+        compare(line);
     });
+    std::ranges::for_each(samples, learn);
+
     std::vector<ReadLine *> others = all;
     std::erase_if(others, [&](ReadLine *line) { return std::ranges::find(samples, line) != samples.end(); });
-    for (const ReadLine *line : samples) {
-        learnFrom(screen, *line);
-        screen.learn(line->comparison);
-    }
     withEach(others,
              [&](ReadLine &line) { readLine(line, image, budget.isScarce() ? hasty : thorough, reader, screen); });
-    for (const ReadLine *line : others)
-        learnFrom(screen, *line);
+    std::vector<ReadLine *> doubtful = doubtfulOf(others, thorough);
+    std::vector<ReadLine *> telling = tellingOf(others, thorough);
+    std::erase_if(others, [&](const ReadLine *line) { return isDoubtful(*line, thorough); });
+    std::ranges::for_each(others, learn);
 
-    std::vector<ReadLine *> doubtful = doubtfulOf(lines, thorough);
-    std::vector<ReadLine *> telling = tellingOf(lines, thorough);
     for (const Round &round : rounds) {
-        std::vector<ReadLine *> asked = takenFrom(doubtful, round.doubtful);
-        const std::size_t count = asked.size();
-        std::ranges::copy(takenFrom(telling, screen.isSimplifiedOpen() ? round.telling : 0), std::back_inserter(asked));
-        withEach(asked, [&](ReadLine &line) {
-            if (budget.isScarce())
-                return;
-            if (isDoubtful(line, thorough))
-                readLineOn(line, image, thorough, reader, screen);
-            else
-                compareLine(line, image, thorough, reader);
-        });
-        for (const ReadLine *line : std::span(asked).first(count))
-            learnFrom(screen, *line);
-        for (const ReadLine *line : std::span(asked).subspan(count))
+        const std::vector<ReadLine *> asked = takenFrom(doubtful, round.doubtful);
+        const std::vector<ReadLine *> compared = takenFrom(telling, screen.isSimplifiedOpen() ? round.telling : 0);
+        std::vector<ReadLine *> both = asked;
+        std::ranges::copy(compared, std::back_inserter(both));
+        // What is read on is doubtful, what is compared isn't.
+        withEach(both, [&](ReadLine &line) { isDoubtful(line, thorough) ? readOn(line) : compare(line); });
+        std::ranges::for_each(asked, learn);
+        for (const ReadLine *line : compared)
             screen.learn(line->comparison);
     }
     withEach(all, [&](ReadLine &line) { readLineAlike(line, image, thorough, reader, screen); });

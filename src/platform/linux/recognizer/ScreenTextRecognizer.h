@@ -32,9 +32,9 @@ public:
     void warmUp();
 
     /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read
-    /// in about 1.5 seconds of processor time a worker is left out (the shortest lines first), so that no picture takes
-    /// longer. Fails only where none of the languages' models is installed (domain "TextRecognition", code 1). The
-    /// level Fast reads doubtful lines once.
+    /// in about 3 seconds of processor time a worker (1.5 for a picture of 8K) is left out, the shortest lines first,
+    /// so that no picture takes longer. Fails only where none of the languages' models is installed (domain
+    /// "TextRecognition", code 1). The level Fast leaves doubtful lines as they were read first.
     Result<QList<RecognizedTextObservation>> perform(const TextRecognitionRequest &request,
                                                      const QImage &image) override;
 

@@ -134,10 +134,12 @@ private Q_SLOTS:
 
     void nobodyWantsItAnyMore()
     {
-        QImage image = blank({600, 200}, Qt::white);
+        QImage image = blank({600, 300}, Qt::white);
         write(image, {20, 60}, u"The lighthouse keeper writes"_s, font(latin, 24), Qt::black);
-        write(image, {20, 140}, u"a letter every evening"_s, font(latin, 24), Qt::black);
-        for (int wanted = 0; wanted < 6; ++wanted) {
+        write(image, {20, 140}, u"系統預設與自動更新"_s, font(han, 24), Qt::black);
+        write(image, {20, 200}, u"下載位置"_s, font(han, 24), Qt::black);
+        write(image, {20, 260}, u"xéœ¬ %¤ §µ ¶¿"_s, font(latin, 24), Qt::black); // nobody is sure of it
+        for (int wanted = 0; wanted < 20; ++wanted) {
             std::atomic<int> left = wanted; // questions that are answered with yes
             TextRecognitionRequest request = usual;
             request.isWanted = [&left] { return left-- > 0; };
