@@ -18,13 +18,17 @@ QImage SoftShadow::under(const QSizeF &size, double scale, const std::function<v
         QPainter painter(&shape);
         draw(painter);
     }
-    QImage picture = shape;
+    QImage spread = shape.convertToFormat(QImage::Format_Alpha8); // one channel, a quarter of the work
+    spread.setDevicePixelRatio(scale);
+    softBlur(spread, radius / 2 * scale); // a spread of twice the deviation is all that is seen of a Gaussian
+    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(scale);
+    picture.fill(color);
     {
         QPainter painter(&picture);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        painter.fillRect(QRectF({}, size), color);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        painter.drawImage(0, 0, spread);
     }
-    softBlur(picture, radius / 2 * scale); // a spread of twice the deviation is all that is seen of a Gaussian
     QImage shifted(pixels, QImage::Format_ARGB32_Premultiplied);
     shifted.setDevicePixelRatio(scale);
     shifted.fill(Qt::transparent);
