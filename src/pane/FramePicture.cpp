@@ -96,13 +96,16 @@ void FramePicture::paintEdges(QPainter &painter, const QRectF &rect) const
     const double near = d * m_scale;
     const double reach = m_reach * m_scale;
     const double farReach = m_picture.width() - reach;
-    for (double x = rect.left() + d; x < rect.right() - d; x += pieceLength) {
+    const auto pieces = [d](double side) { return int(std::ceil((side - 2 * d) / pieceLength)); };
+    for (int i = 0; i < pieces(rect.width()); ++i) {
+        const double x = rect.left() + d + double(i) * pieceLength;
         const double length = std::min<double>(pieceLength, rect.right() - d - x);
         painter.drawPixmap(QRectF(x, rect.top(), length, m_reach), m_picture, QRectF(near, 0, length * m_scale, reach));
         painter.drawPixmap(QRectF(x, rect.bottom() - m_reach, length, m_reach), m_picture,
                            QRectF(near, farReach, length * m_scale, reach));
     }
-    for (double y = rect.top() + d; y < rect.bottom() - d; y += pieceLength) {
+    for (int i = 0; i < pieces(rect.height()); ++i) {
+        const double y = rect.top() + d + double(i) * pieceLength;
         const double length = std::min<double>(pieceLength, rect.bottom() - d - y);
         painter.drawPixmap(QRectF(rect.left(), y, m_reach, length), m_picture,
                            QRectF(0, near, reach, length * m_scale));

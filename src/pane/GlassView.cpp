@@ -146,9 +146,11 @@ void GlassView::updateCalmAreas()
         areas.append({.rect = frame});
     if (m_hints.opacity() > 0) {
         // Over lines of text that nobody has cut to its size, it ends in a long slope.
-        for (double reach = calmAroundHint; reach >= 0; reach -= calmStep)
+        for (int step = 0; step * calmStep <= calmAroundHint; ++step) {
+            const double reach = calmAroundHint - step * calmStep;
             areas.append({.rect = QRectF(m_hints.textRect()).adjusted(-reach, -reach, reach, reach),
                           .strength = calmStepStrength * m_hints.opacity()});
+        }
     }
     if (m_inputPanel)
         areas.append({.rect = m_inputPanel->geometry()});

@@ -86,7 +86,7 @@ HintLabel::Setting HintLabel::setting() const
     QFont smaller = font();
     for (int pixels = fontPixels;; --pixels) {
         smaller.setPixelSize(pixels);
-        const Setting found = settingIn(smaller);
+        Setting found = settingIn(smaller);
         if (pixels == leastFontPixels || found.rect.height() <= height() - 2 * roomForButtons)
             return found;
     }

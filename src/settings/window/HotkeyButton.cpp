@@ -28,7 +28,7 @@ quint32 flagsOf(Qt::KeyboardModifiers modifiers)
 /// The key as it is shown: its name, or what the layout puts there, whatever the modifiers would make of it.
 QString shownKey(const QKeyEvent &event, quint32 keyCode)
 {
-    const QString name = virtualKeyName(keyCode);
+    QString name = virtualKeyName(keyCode);
     if (!name.isEmpty())
         return name;
     // Up to here the toolkit's numbers are Unicode's; above it they are keys without a character, dead ones among them.

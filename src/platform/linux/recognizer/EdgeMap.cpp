@@ -31,7 +31,7 @@ EdgeMap gradient(const QImage &image)
             steps[std::size_t(i)] = std::max(difference(upper[i], lower[i + 4]), difference(upper[i + 4], lower[i]));
         std::uint8_t *out = edges.row(y);
         for (int x = 0; x + 1 < edges.width; ++x) {
-            const std::uint8_t *step = steps.data() + 4 * x;
+            const std::uint8_t *step = steps.data() + 4 * std::ptrdiff_t(x);
             out[x] = std::max(step[0], std::max(step[1], step[2]));
         }
     }
@@ -69,8 +69,9 @@ Grid noiseOf(const EdgeMap &edges)
             const int right = std::min(edges.width, (column + 1) * size);
             const int bottom = std::min(edges.height, (row + 1) * size);
             for (int y = row * size; y < bottom; ++y) {
-                for (const std::uint8_t *p = edges.row(y) + column * size; p != edges.row(y) + right; ++p)
-                    ++histogram[*p];
+                const std::uint8_t *strength = edges.row(y);
+                for (int x = column * size; x < right; ++x)
+                    ++histogram[strength[x]];
             }
             int rest = (right - column * size) * (bottom - row * size) * 2 / 5;
             int value = 0;
@@ -90,7 +91,7 @@ Grid maximaOf(const EdgeMap &edges)
         for (int column = 0; column < maxima.columns; ++column) {
             const int right = std::min(edges.width, (column + 1) * cell);
             std::uint8_t &value = maxima.at(column, y / cell);
-            value = std::max(value, *std::max_element(row + column * cell, row + right));
+            value = std::max(value, *std::max_element(row + std::ptrdiff_t(column) * cell, row + right));
         }
     }
     return maxima;
@@ -136,7 +137,7 @@ QImage smoothed(const QImage &image)
             sums[std::size_t(i)] = std::uint16_t(above[i] + here[i] + below[i]);
         uchar *out = result.scanLine(y);
         for (int i = 4; i + 4 < bytes; ++i)
-            out[i] = uchar((sums[std::size_t(i - 4)] + sums[std::size_t(i)] + sums[std::size_t(i + 4)]) * 7282U >> 16);
+            out[i] = uchar((sums[std::size_t(i) - 4] + sums[std::size_t(i)] + sums[std::size_t(i) + 4]) * 7282U >> 16);
     }
     return result;
 }

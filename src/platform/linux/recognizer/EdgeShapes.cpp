@@ -134,7 +134,7 @@ void eraseRules(EdgeMap &edges, Walls &walls, const Shape &shape, const QRect &i
     std::vector<Column> columns(std::size_t(ink.width()) + 2);
     for (const Run &run : shape) {
         for (int x = run.left; x <= run.right; ++x) {
-            Column &column = columns[std::size_t(x - ink.left() + 1)];
+            Column &column = columns[std::size_t(x) - std::size_t(ink.left()) + 1];
             column.top = column.pixels == 0 ? run.y : column.top;
             column.bottom = run.y;
             ++column.pixels;
@@ -148,7 +148,7 @@ void eraseRules(EdgeMap &edges, Walls &walls, const Shape &shape, const QRect &i
     for (const Run &run : shape) {
         const bool isRule = run.right - run.left >= ruleLength;
         for (int x = run.left; x <= run.right; ++x) {
-            if (isRule || columns[std::size_t(x - ink.left() + 1)].pixels >= columnLimit)
+            if (isRule || columns[std::size_t(x) - std::size_t(ink.left()) + 1].pixels >= columnLimit)
                 edges.row(run.y)[x] = 0;
         }
     }

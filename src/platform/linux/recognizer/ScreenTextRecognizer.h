@@ -13,8 +13,8 @@ class ReaderPool;
 /// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
 ///
 /// Four stages, each a file of its own: `findLines` (where are lines), `LineNormalizer` (a line as dark letters on a
-/// white strip), `LineRouter` (which of the models read it), `isPlausible` (is it writing at all). The lines of an
-/// image are read by several workers at once.
+/// white strip), `LineRouter` (which of the models read it), `isPlausible` (is it writing at all). `ScreenPass` leads
+/// the lines of an image through the second and third, several workers at once.
 class ScreenTextRecognizer : public TextRecognizer
 {
 public:

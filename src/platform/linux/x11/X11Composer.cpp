@@ -204,7 +204,7 @@ QList<X11WindowPlace> X11Composer::viewableWindows()
 {
     if (!m_usable)
         return {};
-    const QList<X11WindowPlace> places = m_windows->viewable();
+    QList<X11WindowPlace> places = m_windows->viewable();
     drainErrors();
     return places;
 }

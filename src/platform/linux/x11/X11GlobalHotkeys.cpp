@@ -93,7 +93,7 @@ X11GlobalHotkeys::ModifierMasks X11GlobalHotkeys::queryModifierMasks()
         if (keys[i] < setup->min_keycode)
             continue; // an empty place
         const auto mask = quint16(1U << (i / perModifier));
-        const xcb_keysym_t *own = allSymbols + (keys[i] - setup->min_keycode) * perKey;
+        const xcb_keysym_t *own = allSymbols + std::ptrdiff_t(keys[i] - setup->min_keycode) * perKey;
         for (int k = 0; k < perKey; ++k) {
             if (isOneOf(own[k], {altLeft, altRight}) && !found.alt)
                 found.alt = mask;
