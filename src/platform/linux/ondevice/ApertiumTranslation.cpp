@@ -81,7 +81,7 @@ OnDeviceOutcome outcomeOf(QByteArray answer, const QString &source)
 
 } // namespace
 
-ApertiumTranslation::ApertiumTranslation(QString program, const QString &modesFolder)
+ApertiumTranslation::ApertiumTranslation(const QString &program, const QString &modesFolder)
 {
     if (program.isEmpty())
         return;

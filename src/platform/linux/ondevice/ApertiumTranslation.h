@@ -20,7 +20,7 @@ class ApertiumTranslation : public OnDeviceTranslationService
 public:
     /// `program` is the path of apertium-wblank-mode, or empty; the modes that it makes pipelines of are files called
     /// "eng-spa.mode" in `modesFolder`.
-    ApertiumTranslation(QString program, const QString &modesFolder);
+    ApertiumTranslation(const QString &program, const QString &modesFolder);
     /// Those of this system.
     static std::unique_ptr<ApertiumTranslation> ofThisSystem();
     ~ApertiumTranslation() override;
