@@ -67,7 +67,7 @@ NgramScores NgramModel::scores(QStringView text) const
 {
     NgramScores scores{};
     eachNgram(text, [&](quint32 place) {
-        const auto *const row = reinterpret_cast<const uchar *>(m_bytes.data()) + place * rowSize;
+        const auto *const row = reinterpret_cast<const uchar *>(m_bytes.data()) + size_t(place) * rowSize;
         for (size_t language = 0; language < scores.size(); ++language)
             scores[language] -= row[language] / logarithmScale;
     });

@@ -86,9 +86,11 @@ bool NulProcess::start()
     }
     ::fcntl(input[1], F_SETFL, O_NONBLOCK);
     std::vector<QByteArray> words;
+    words.reserve(size_t(m_command.size()));
     for (const QString &word : m_command)
         words.push_back(word.toLocal8Bit());
     std::vector<char *> arguments;
+    arguments.reserve(words.size() + 1);
     for (QByteArray &word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

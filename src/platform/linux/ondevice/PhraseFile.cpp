@@ -126,12 +126,12 @@ std::optional<PhraseMatch> PhraseFile::find(const PhraseTable &place, const QStr
 
 std::optional<PhraseMatch> PhraseFile::fromEnglish(int language, const QString &key) const
 {
-    return find(m_header->tables[size_t(2 * language)], key);
+    return find(m_header->tables[2 * size_t(language)], key);
 }
 
 std::optional<PhraseMatch> PhraseFile::intoEnglish(int language, const QString &key) const
 {
-    return find(m_header->tables[size_t(2 * language) + 1], key);
+    return find(m_header->tables[2 * size_t(language) + 1], key);
 }
 
 int PhraseFile::englishVotes(const QString &key) const
@@ -153,12 +153,12 @@ bool PhraseFile::isEnglishWord(const QString &word) const
 
 quint32 PhraseFile::phrasesInto(int language) const
 {
-    return m_header->tables[size_t(2 * language)].entries;
+    return m_header->tables[2 * size_t(language)].entries;
 }
 
 quint32 PhraseFile::phrasesOutOf(int language) const
 {
-    return m_header->tables[size_t(2 * language) + 1].entries;
+    return m_header->tables[2 * size_t(language) + 1].entries;
 }
 
 } // namespace lucentra

@@ -1,5 +1,6 @@
 #include "MessageCatalogue.h"
 
+#include <QStringList>
 #include <QtEndian>
 
 #include <algorithm>

@@ -64,7 +64,8 @@ std::vector<Rgb> commonest(const std::vector<Rgb> &colours)
 {
     std::array<int, 4096> counts{};
     const auto bucket = [](const Rgb &c) {
-        return std::size_t(int(c.red) / 16 * 256 + int(c.green) / 16 * 16 + int(c.blue) / 16);
+        const int place = int(c.red) / 16 * 256 + int(c.green) / 16 * 16 + int(c.blue) / 16;
+        return std::size_t(place);
     };
     for (const Rgb &colour : colours)
         ++counts[bucket(colour)];
@@ -117,6 +118,7 @@ std::vector<Rgb> rimOf(const QImage &image, const QRect &area)
 std::vector<float> alongAxis(const std::vector<Rgb> &pixels, const Rgb &paper)
 {
     std::vector<float> distances;
+    distances.reserve(pixels.size());
     for (const Rgb &pixel : pixels)
         distances.push_back(length(pixel - paper));
     const float far = std::max(8.F, 0.8F * percentile(distances, 0.97));
@@ -128,6 +130,7 @@ std::vector<float> alongAxis(const std::vector<Rgb> &pixels, const Rgb &paper)
     const Rgb axis = mean(inks) - paper;
     const float scale = 1 / std::max(64.F, dot(axis, axis));
     std::vector<float> coverage;
+    coverage.reserve(pixels.size());
     for (const Rgb &pixel : pixels)
         coverage.push_back(std::clamp(dot(pixel - paper, axis) * scale, 0.F, 1.F));
     return coverage;
@@ -137,6 +140,7 @@ std::vector<float> alongAxis(const std::vector<Rgb> &pixels, const Rgb &paper)
 std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
 {
     std::vector<float> levels;
+    levels.reserve(pixels.size());
     for (const Rgb &pixel : pixels)
         levels.push_back(isBright ? brightness(pixel) : -brightness(pixel));
     const float high = percentile(levels, 0.92);
@@ -147,10 +151,12 @@ std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
     }
     const Rgb fill = mean(commonest(extremes));
     std::vector<float> distances;
+    distances.reserve(pixels.size());
     for (const Rgb &pixel : pixels)
         distances.push_back(length(pixel - fill));
     const float far = std::max(24.F, 0.85F * percentile(distances, 0.6));
     std::vector<float> coverage;
+    coverage.reserve(pixels.size());
     for (const float distance : distances)
         coverage.push_back(std::clamp((0.75F - distance / far) / 0.55F, 0.F, 1.F));
     return coverage;

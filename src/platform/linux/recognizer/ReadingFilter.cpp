@@ -68,7 +68,8 @@ bool isBrace(const Reading &reading, const FoundLine &line, bool isOnPicture)
     constexpr double sure = 90;
     static const QRegularExpression brace(u"^(?:[{}]|[})\\]]{1,4}[;,]?)$"_s);
     return !isOnPicture && reading.confidence >= sure && brace.match(reading.text).hasMatch() &&
-           2 * line.ink.height() >= 3 * line.ink.width() / std::max<qsizetype>(1, reading.text.size());
+           qsizetype(2) * line.ink.height() >=
+               qsizetype(3) * line.ink.width() / std::max<qsizetype>(1, reading.text.size());
 }
 
 } // namespace
