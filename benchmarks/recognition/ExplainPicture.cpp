@@ -1,15 +1,14 @@
 // Draws what each stage makes of a picture, for docs/recognition.md: explain-picture PICTURE FOLDER.
 #include "LineFinder.h"
-#include "LineRouter.h"
+#include "ReaderPool.h"
 #include "ReadingFilter.h"
+#include "ScreenPass.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QPainter>
 
 #include <leptonica/allheaders.h>
-
-#include <array>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -45,25 +44,21 @@ QImage faded(const QImage &image)
     return image.convertToFormat(QImage::Format_Grayscale8).convertToFormat(QImage::Format_RGB32);
 }
 
-Strip stripOf(const QImage &image, const LinePiece &piece)
+QList<ReadLine> linesOf(const QImage &image)
 {
-    const LineNormalizer normalizer(image, piece.ink);
-    return normalizer.strip(normalizer.isVaried() ? Separation::BrightFill : Separation::Axis, StripShape());
+    QList<ReadLine> lines;
+    for (const FoundLine &found : findLines(image, 5))
+        lines.append({found, {}, {}, {}, false});
+    LineReader reader;
+    ReaderPool pool(2, std::chrono::hours(1), [] {});
+    const LineRouter router({ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese},
+                            {}, true);
+    ScreenPass(image, lines, router, router, reader, pool, {}).run();
+    return lines;
 }
 
 void explain(const QImage &image, const QDir &folder)
 {
-    LineReader reader;
-    const LineRouter router({ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese},
-                            {}, true);
-    const QList<FoundLine> found = findLines(image, 5);
-    std::array<int, 3> heights{};
-    for (const FoundLine &line : found) {
-        for (const LinePiece &piece : line.pieces)
-            heights[std::size_t(looksOf(stripOf(image, piece)))] += piece.ink.width() / piece.ink.height();
-    }
-    ScreenLanguages screen;
-    screen.expect(heights[0], heights[1], heights[2]);
     QImage lines = faded(image);
     QImage readers = faded(image);
     QImage kept = faded(image);
@@ -71,20 +66,18 @@ void explain(const QImage &image, const QDir &folder)
     QPainter readersPainter(&readers);
     QPainter keptPainter(&kept);
     QList<QImage> strips;
-    for (const FoundLine &line : found) {
+    for (const ReadLine &line : linesOf(image)) {
         linesPainter.setPen(QPen(QColor(230, 40, 40), 2));
-        for (const LinePiece &piece : line.pieces) {
+        for (qsizetype i = 0; i < line.found.pieces.size(); ++i) {
+            const LinePiece &piece = line.found.pieces[i];
             linesPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
             const LineNormalizer normalizer(image, piece.ink);
-            const Strip strip = stripOf(image, piece);
-            strips.append(imageOf(strip));
-            RoutedReading routed = router.read(normalizer, looksOf(strip), line.isShort(), reader, screen);
-            if (router.isDoubtful(routed) && !line.isShort())
-                routed = router.readOn(routed, normalizer, reader, screen);
+            const RoutedReading routed = line.pieces.value(i);
+            strips.append(imageOf(normalizer.strip(routed.separation, StripShape())));
             const Reading &best = routed.best;
             readersPainter.setPen(QPen(colourOf(best.language), 2));
             readersPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
-            const bool isKept = isPlausible(best, line, normalizer.isVaried());
+            const bool isKept = isPlausible(best, line.found, line.isOnPicture);
             keptPainter.setPen(QPen(isKept ? QColor(0, 160, 60) : QColor(230, 40, 40), 2));
             keptPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
             if (!isKept)

@@ -191,6 +191,19 @@ constexpr std::array modifierRows{
     ModifierRow{modifierFlag::command, hotkeyModifier::command, u'⌘'},
 };
 
+char32_t lastCodePoint(QStringView text)
+{
+    const QChar last = text.back();
+    if (text.size() > 1 && last.isLowSurrogate() && text[text.size() - 2].isHighSurrogate())
+        return QChar::surrogateToUcs4(text[text.size() - 2], last);
+    return last.unicode();
+}
+
+QString textOf(char32_t codePoint)
+{
+    return QString::fromUcs4(&codePoint, 1);
+}
+
 } // namespace
 
 quint32 hotkeyModifiersOfFlags(quint64 flags)
@@ -249,7 +262,9 @@ QString hotkeyDisplayString(quint32 flags, const QString &key)
         if (flags & row.flag)
             combination += row.symbol;
     }
-    return combination + (key.size() == 1 ? QString(key[0].toUpper()) : key);
+    const char32_t character = lastCodePoint(key);
+    const QString characterAlone = textOf(character);
+    return combination + (key == characterAlone ? textOf(QChar::toUpper(character)) : key);
 }
 
 QString menuKeyOfDisplayString(const QString &combination)
@@ -264,7 +279,12 @@ QString menuKeyOfDisplayString(const QString &combination)
     const QStringView key(keyStart, combination.end());
     const bool isName = std::any_of(keyRows.begin(), keyRows.end(),
                                     [=](const KeyRow &row) { return row.kind == Kind::Named && row.name == key; });
-    return isName ? key.toString() : combination.last(1).toLower();
+    if (isName)
+        return key.toString();
+    const char32_t shown = lastCodePoint(combination);
+    const char32_t lower = QChar::toLower(shown);
+    // A letter that isn't its small letter's capital ("İ") stays, or a menu would show another one ("I").
+    return textOf(QChar::toUpper(lower) == QChar::toUpper(shown) ? lower : shown);
 }
 
 } // namespace lucentra

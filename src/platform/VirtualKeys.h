@@ -57,7 +57,7 @@ QString americanKeyLabel(quint32 virtualKeyCode);
 QString hotkeyDisplayString(quint32 flags, const QString &key);
 
 /// The key of such a combination for menus: the name of a key without a character, else the last character in lower
-/// case; "t" where there is none.
+/// case, which with the same modifiers is shown as the same combination; "t" where there is none.
 QString menuKeyOfDisplayString(const QString &combination);
 
 } // namespace lucentra

@@ -21,8 +21,9 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     const QString key = menuKeyOfDisplayString(combination);
     mustHold(!key.isEmpty(), "a menu always has a key to show");
-    mustHold(menuKeyOfDisplayString(hotkeyDisplayString(quint32(flags), key)) == key,
-             "a combination that is shown is read as the same key");
+    const QString shown = hotkeyDisplayString(quint32(flags), key);
+    mustHold(hotkeyDisplayString(quint32(flags), menuKeyOfDisplayString(shown)) == shown,
+             "a menu shows the combination that was recorded");
     if (const auto xKeyCode = xKeyCodeOfVirtualKey(keyCode)) {
         const auto back = virtualKeyOfXKeyCode(*xKeyCode);
         mustHold(back && xKeyCodeOfVirtualKey(*back) == xKeyCode, "a position has one number either way");

@@ -232,6 +232,9 @@ void HotkeyManagerTest::combinationsAreShown_data()
     QTest::newRow("all modifiers in their order") << 0x1E0000U << u"k"_s << u"⌃⌥⇧⌘K"_s;
     QTest::newRow("none") << 0U << u"ä"_s << u"Ä"_s;
     QTest::newRow("a name") << modifierFlag::shift << u"Page Up"_s << u"⇧Page Up"_s;
+    QTest::newRow("a letter of two code units") << modifierFlag::option << u"𐐨"_s << u"⌥𐐀"_s;
+    QTest::newRow("a small letter of another capital") << modifierFlag::option << u"ς"_s << u"⌥Σ"_s;
+    QTest::newRow("a capital without a small letter of its own") << modifierFlag::option << u"İ"_s << u"⌥İ"_s;
     QTest::newRow("no key") << modifierFlag::shift << QString() << QString();
 }
 
@@ -239,7 +242,10 @@ void HotkeyManagerTest::combinationsAreShown()
 {
     QFETCH(quint32, flags);
     QFETCH(QString, key);
-    QTEST(hotkeyDisplayString(flags, key), "shown");
+    const QString shown = hotkeyDisplayString(flags, key);
+    QTEST(shown, "shown");
+    if (!key.isEmpty())
+        QCOMPARE(hotkeyDisplayString(flags, menuKeyOfDisplayString(shown)), shown); // and a menu shows the same
 }
 
 QTEST_MAIN(HotkeyManagerTest)
