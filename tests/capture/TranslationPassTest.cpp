@@ -132,6 +132,7 @@ private:
 void TranslationPassTest::init()
 {
     m_pass.reset();
+    m_settings.reset(); // what it still writes goes into the folder of its own test
     m_folder = std::make_unique<QTemporaryDir>();
     m_settings = std::make_unique<SettingsStore>(m_folder->filePath(u"preferences.json"_s));
     m_queue = std::make_unique<MainQueue>();

@@ -102,7 +102,8 @@ void visitForm(QByteArrayView source, QByteArrayView translation, QStringDecoder
         return;
     decoder.resetState();
     const QString text = decoder.decode(translation);
-    if (!decoder.hasError() && !text.contains(QChar::ReplacementCharacter))
+    // Some character sets have bytes that stand for nothing.
+    if (!decoder.hasError() && !text.isEmpty() && !text.contains(QChar::ReplacementCharacter))
         visit(source, text);
 }
 

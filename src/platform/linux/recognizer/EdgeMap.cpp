@@ -20,7 +20,7 @@ std::uint8_t difference(std::uint8_t a, std::uint8_t b)
 
 EdgeMap gradient(const QImage &image)
 {
-    EdgeMap edges{image.width(), image.height(), {}};
+    EdgeMap edges{image.width(), image.height(), {}, false};
     edges.strength.resize(std::size_t(edges.width) * std::size_t(edges.height));
     const int bytes = std::max(0, 4 * (edges.width - 1));
     std::vector<std::uint8_t> steps(std::size_t(bytes), 0);
@@ -159,6 +159,7 @@ EdgeMap edgesOf(const QImage &image)
     Grid noise = noiseOf(edges);
     if (median(noise.values) > grain) {
         edges = gradient(smoothed(image));
+        edges.isSmoothed = true;
         noise = noiseOf(edges);
     }
     dropTexture(edges, noise);

@@ -18,6 +18,7 @@ struct EdgeMap
     int width = 0;
     int height = 0;
     std::vector<std::uint8_t> strength; ///< row by row; (x, y) is the step between the pixels x and x + 1, y and y + 1
+    bool isSmoothed = false;            ///< for its grain; the steps of thin strokes are lower then
 
     std::uint8_t *row(int y) { return strength.data() + std::size_t(y) * std::size_t(width); }
     const std::uint8_t *row(int y) const { return strength.data() + std::size_t(y) * std::size_t(width); }

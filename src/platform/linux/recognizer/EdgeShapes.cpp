@@ -1,6 +1,7 @@
 #include "EdgeShapes.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 
 namespace lucentra {
@@ -117,6 +118,19 @@ void addSides(Walls &walls, const Shape &shape, const QRect &ink)
         walls.add(ink.right(), ink.top(), ink.bottom());
 }
 
+/// Whether a run is as strong throughout, as a rule is; where the letters of a small font run together it isn't.
+bool isEven(const EdgeMap &edges, const Run &run)
+{
+    const std::uint8_t *const first = edges.row(run.y) + run.left;
+    std::vector<std::uint8_t> sorted(first, first + (run.right - run.left + 1));
+    const auto middle = sorted.begin() + std::ptrdiff_t(sorted.size() / 2);
+    std::nth_element(sorted.begin(), middle, sorted.end());
+    const int usual = *middle;
+    const auto alike = std::count_if(sorted.begin(), sorted.end(),
+                                     [usual](int strength) { return 4 * std::abs(strength - usual) <= usual; });
+    return 3 * alike >= 2 * std::ssize(sorted);
+}
+
 /// Zeroes the straight lines of a shape: the grid of a table, the track of a slider, an underline. A large letter has
 /// long strokes too, but it isn't wide.
 void eraseRules(EdgeMap &edges, Walls &walls, const Shape &shape, const QRect &ink)
@@ -146,7 +160,7 @@ void eraseRules(EdgeMap &edges, Walls &walls, const Shape &shape, const QRect &i
             walls.add(ink.left() + int(i) - 1, columns[i].top, columns[i].bottom);
     }
     for (const Run &run : shape) {
-        const bool isRule = run.right - run.left >= ruleLength;
+        const bool isRule = run.right - run.left >= ruleLength && isEven(edges, run);
         for (int x = run.left; x <= run.right; ++x) {
             if (isRule || columns[std::size_t(x) - std::size_t(ink.left()) + 1].pixels >= columnLimit)
                 edges.row(run.y)[x] = 0;
@@ -164,7 +178,7 @@ void erase(EdgeMap &edges, const Shape &shape)
 void copy(const EdgeMap &edges, const Shape &shape, EdgeMap &target)
 {
     if (target.width == 0)
-        target = {edges.width, edges.height, std::vector<std::uint8_t>(edges.strength.size(), 0)};
+        target = {edges.width, edges.height, std::vector<std::uint8_t>(edges.strength.size(), 0), edges.isSmoothed};
     for (const Run &run : shape)
         std::copy(edges.row(run.y) + run.left, edges.row(run.y) + run.right + 1, target.row(run.y) + run.left);
 }
@@ -270,7 +284,7 @@ EdgeShapes shapesIn(EdgeMap edges, std::size_t maximum)
                          [](const EdgeShape &a, const EdgeShape &b) { return a.strength > b.strength; });
         shapes.resize(maximum);
     }
-    return {std::move(shapes), std::move(walls)};
+    return {std::move(shapes), std::move(walls), edges.isSmoothed};
 }
 
 } // namespace lucentra

@@ -18,10 +18,20 @@ struct EdgeShape
     bool isHollow = false; ///< nearly all of it lies at the rim of its box
 };
 
+/// The box around them; null where there are none.
+inline QRect inkOf(const std::vector<EdgeShape> &shapes)
+{
+    QRect ink;
+    for (const EdgeShape &shape : shapes)
+        ink |= shape.ink;
+    return ink;
+}
+
 struct EdgeShapes
 {
     std::vector<EdgeShape> shapes;
     Walls walls;
+    bool areSmoothed = false; ///< the picture was, for its grain
 };
 
 /// The outlines of a map (8-connected) that can be letters or parts of letters.

@@ -3,6 +3,7 @@
 #include "EdgeShapes.h"
 #include "LineEntries.h"
 #include "LineIcons.h"
+#include "LineRows.h"
 
 #include <algorithm>
 #include <map>
@@ -66,11 +67,16 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const int higher = std::max(a.ink.height(), b.ink.height());
     const int gap = std::max(a.ink.left(), b.ink.left()) - std::min(a.ink.right(), b.ink.right()) - 1;
     const int together = std::max(a.ink.bottom(), b.ink.bottom()) - std::min(a.ink.top(), b.ink.top()) + 1;
+    const int tallest = std::max(a.tallest, b.tallest);
     const bool isDot = lower <= std::max(5, higher / 4);
-    // An underscore lies below the other letters.
-    const int reach = isDot ? higher * 2 / 5 : 0;
-    if (together > 1.6 * std::max(a.tallest, b.tallest) + 1)
+    const int lowersWidth = a.ink.height() < b.ink.height() ? a.ink.width() : b.ink.width();
+    // An underscore lies below the other letters, as does a bar, which is longer.
+    const int reach = isDot && 2 * lowersWidth <= 3 * higher ? higher * 2 / 5 : 0;
+    if (together > 1.6 * tallest + 1)
         return false; // from letter to letter it climbs
+    const bool isSpeck = std::max(lower, lowersWidth) <= std::max(3, higher / 6);
+    if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > 1.25 * tallest + 1))
+        return false; // a star beside the text
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
         return false;
     // What shines through a translucent panel isn't part of the text on it.
@@ -201,37 +207,8 @@ std::vector<Group> linked(std::vector<Group> groups, const Walls &walls, const N
 
 Group groupOf(std::vector<EdgeShape> shapes)
 {
-    Group group;
-    for (const EdgeShape &shape : shapes)
-        group.ink |= shape.ink;
-    group.shapes = std::move(shapes);
-    return group;
-}
-
-/// Two rows that a tall shape (a brace, an icon) had held together come apart at the empty band between them.
-std::vector<Group> splitRows(Group group)
-{
-    std::vector<int> cover(std::size_t(group.ink.height()), 0);
-    std::vector<EdgeShape> letters;
-    for (const EdgeShape &shape : group.shapes) {
-        if (shape.ink.height() * 5 > group.ink.height() * 4)
-            continue;
-        letters.push_back(shape);
-        for (int y = shape.ink.top(); y <= shape.ink.bottom(); ++y)
-            ++cover[std::size_t(y - group.ink.top())];
-    }
-    const int third = group.ink.height() / 3;
-    const auto middle = cover.begin() + third;
-    const auto empty = std::find(middle, cover.end() - third, 0);
-    const bool isHeldTogether = 3 * (group.shapes.size() - letters.size()) <= letters.size();
-    if (!isHeldTogether || letters.size() < 6 || empty >= cover.end() - third)
-        return {std::move(group)};
-    const int cut = group.ink.top() + int(empty - cover.begin());
-    const auto lower = std::partition(letters.begin(), letters.end(),
-                                      [cut](const EdgeShape &shape) { return shape.ink.bottom() < cut; });
-    if (lower - letters.begin() < 3 || letters.end() - lower < 3)
-        return {std::move(group)};
-    return {groupOf({letters.begin(), lower}), groupOf({lower, letters.end()})};
+    const QRect ink = inkOf(shapes);
+    return {ink, std::move(shapes)};
 }
 
 FoundLine lineOf(const QImage &image, const Group &group)
@@ -317,9 +294,9 @@ std::vector<EdgeShape> withoutBlobs(const QImage &image, std::vector<EdgeShape> 
 
 /// Whether there is as much edge in a line as letters have (measured on thousands of lines of 9 to 60 pixels): the
 /// contour of a hill, the rim of a cloud have far less of it, and fainter.
-bool isAsDenseAsWriting(const FoundLine &line)
+bool isAsDenseAsWriting(const FoundLine &line, bool isSmoothed)
 {
-    constexpr int faintest = 40;
+    const int faintest = isSmoothed ? 28 : 40;
     const double size = std::min(1.0, 20.0 / line.ink.height()); // outlines grow with the height, areas with its square
     return line.strength >= faintest && line.density >= (line.shapeCount <= 2 ? 0.32 : 0.14) * size;
 }
@@ -361,12 +338,12 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
         if (row.shapes.empty() || row.ink.height() < least || areAllFilled(row))
             return;
         const FoundLine line = lineOf(image, row);
-        if (isAsDenseAsWriting(line))
+        if (isAsDenseAsWriting(line, found.areSmoothed))
             lines.append(line);
     };
     for (Group &group : groups) {
-        for (Group &row : splitRows(std::move(group))) {
-            for (std::vector<EdgeShape> &entry : entriesOf(std::move(row.shapes)))
+        for (std::vector<EdgeShape> &row : rowsOf(withoutSpecks(std::move(group.shapes)))) {
+            for (std::vector<EdgeShape> &entry : entriesOf(withoutSpecks(std::move(row))))
                 addLine(groupOf(withoutIcons(image, std::move(entry))));
         }
     }

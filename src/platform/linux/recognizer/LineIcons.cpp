@@ -121,14 +121,6 @@ Cluster clusterAt(Iterator from, Iterator to, int gap)
     return cluster;
 }
 
-QRect inkOf(const std::vector<EdgeShape> &shapes)
-{
-    QRect ink;
-    for (const EdgeShape &shape : shapes)
-        ink |= shape.ink;
-    return ink;
-}
-
 /// How a figure stands beside the text.
 struct Beside
 {
@@ -150,6 +142,23 @@ bool overtops(const Beside &beside)
            2 * beside.figure.width() >= beside.figure.height();
 }
 
+/// A bullet, a disc, a patch: as wide as high and of one colour.
+bool isSolid(const QImage &image, const QRect &ink, QRgb paper)
+{
+    constexpr int same = 24; // of 255
+    if (std::min(ink.width(), ink.height()) < 4 || 4 * std::abs(ink.width() - ink.height()) > ink.height())
+        return false;
+    const QRgb colour = pixelAt(image, ink.center());
+    const QRect inner = ink.adjusted(ink.width() / 5, ink.height() / 5, -ink.width() / 5, -ink.height() / 5);
+    for (int y = inner.top(); y <= inner.bottom(); ++y) {
+        for (int x = inner.left(); x <= inner.right(); ++x) {
+            if (distance(colour, pixelAt(image, {x, y})) > same)
+                return false;
+        }
+    }
+    return distance(colour, paper) > 2 * same;
+}
+
 bool isIcon(const QImage &image, const Beside &beside)
 {
     const Figure figure(image, beside.figure, beside.paper);
@@ -162,7 +171,7 @@ bool isIcon(const QImage &image, const Beside &beside)
     const Figure text(image, beside.text, beside.paper);
     const bool isSquare = 100 * figure.width() >= 80 * height && 100 * figure.height() >= 80 * height;
     const bool isOfOtherColour = distance(figure.colour(), text.colour()) > 90;
-    return isTick(figure) || isThreeBars(figure) || (isSquare && isOfOtherColour) || (beside.isFarOff && beside.isRing);
+    return (!isMark && isSolid(image, beside.figure, beside.paper)) || isTick(figure) || isThreeBars(figure) || (isSquare && isOfOtherColour) || (beside.isFarOff && beside.isRing);
 }
 
 /// Takes away an icon at one of the ends. False where there is none.
@@ -207,8 +216,10 @@ bool areButtons(const std::vector<EdgeShape> &shapes)
             clusters.push_back(clusterAt(at, shapes.end(), std::max(2, line.height() * share / 100)));
         const auto rings = std::count_if(clusters.begin(), clusters.end(),
                                          [](const Cluster &cluster) { return cluster.isRing(smallest); });
-        const bool areFigures =
-            std::all_of(clusters.begin(), clusters.end(), [](const Cluster &cluster) { return cluster.isOneFigure(); });
+        // The letters of a small font may run together, but not in a figure.
+        const bool areFigures = std::all_of(clusters.begin(), clusters.end(), [&line](const Cluster &cluster) {
+            return cluster.isOneFigure() && 2 * cluster.ink.width() <= 3 * line.height();
+        });
         const auto count = std::ssize(clusters);
         if (areFigures && count >= 2 && count <= 4 && (share == 40 ? rings >= 1 : 2 * rings >= count))
             return true;
