@@ -59,7 +59,9 @@ bool isTriangle(const Figure &figure)
     const auto narrows = [](int count, int across, const auto &runsAt) {
         int grows = 0;
         int falls = 0;
-        for (int i = 1; i < count; ++i) {
+        const int start = runsAt(0).first == 0 ? 1 : 0; // the tip may be too faint
+        const int end = runsAt(count - 1).first == 0 ? count - 1 : count;
+        for (int i = start + 1; i < end; ++i) {
             const auto [runs, length] = runsAt(i);
             if (runs != 1)
                 return false;
@@ -67,8 +69,8 @@ bool isTriangle(const Figure &figure)
             grows += length > before ? 1 : 0;
             falls += length < before ? 1 : 0;
         }
-        const int first = runsAt(0).second;
-        const int last = runsAt(count - 1).second;
+        const int first = runsAt(start).second;
+        const int last = runsAt(end - 1).second;
         return std::min(grows, falls) == 0 && std::abs(first - last) >= across / 2 && grows + falls >= count / 3;
     };
     return narrows(figure.height(), figure.width(), [&](int y) { return figure.runsOfRow(y); }) ||
@@ -159,6 +161,16 @@ bool isSolid(const QImage &image, const QRect &ink, QRgb paper)
     return distance(colour, paper) > 2 * same;
 }
 
+/// Whether there is just an icon: the arrow of a drop-down list, a tool's picture.
+bool isIconAlone(const QImage &image, const std::vector<EdgeShape> &shapes)
+{
+    const Cluster cluster = clusterAt(shapes.begin(), shapes.end(), 2);
+    if (cluster.count < shapes.size() || !cluster.isOneFigure())
+        return false;
+    const QRgb paper = pixelAt(image, {cluster.ink.left() - 3, cluster.ink.center().y()});
+    return isTriangle(Figure(image, cluster.ink, paper)) || isSolid(image, cluster.ink, paper);
+}
+
 bool isIcon(const QImage &image, const Beside &beside)
 {
     const Figure figure(image, beside.figure, beside.paper);
@@ -171,7 +183,8 @@ bool isIcon(const QImage &image, const Beside &beside)
     const Figure text(image, beside.text, beside.paper);
     const bool isSquare = 100 * figure.width() >= 80 * height && 100 * figure.height() >= 80 * height;
     const bool isOfOtherColour = distance(figure.colour(), text.colour()) > 90;
-    return (!isMark && isSolid(image, beside.figure, beside.paper)) || isTick(figure) || isThreeBars(figure) || (isSquare && isOfOtherColour) || (beside.isFarOff && beside.isRing);
+    return (!isMark && isSolid(image, beside.figure, beside.paper)) || isTick(figure) || isThreeBars(figure) ||
+           (isSquare && isOfOtherColour) || (beside.isFarOff && beside.isRing);
 }
 
 /// Takes away an icon at one of the ends. False where there is none.
@@ -264,6 +277,8 @@ std::vector<EdgeShape> withoutIcons(const QImage &image, std::vector<EdgeShape> 
         for (int i = 0; i < mostIcons && dropIcon(image, shapes, isBefore); ++i) {
         }
     }
+    if (isIconAlone(image, shapes))
+        return {};
     return shapes;
 }
 

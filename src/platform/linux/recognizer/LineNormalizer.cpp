@@ -162,6 +162,67 @@ std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
     return coverage;
 }
 
+/// A plane of numbers, row by row.
+struct Plane
+{
+    int width;
+    int height;
+    std::vector<float> values;
+
+    Plane(int w, int h)
+        : width(w)
+        , height(h)
+        , values(std::size_t(w) * std::size_t(h))
+    {
+    }
+    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
+    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
+};
+
+/// In how many columns there is ink.
+int inkedColumns(const Plane &coverage)
+{
+    int count = 0;
+    for (int x = 0; x < coverage.width; ++x) {
+        int y = 0;
+        while (y < coverage.height && coverage.row(y)[x] < 0.5F)
+            ++y;
+        count += y < coverage.height ? 1 : 0;
+    }
+    return count;
+}
+
+/// The coverage without what has the letters' colour and reaches the rim: a bright ground that outlines keep from the
+/// letters. Where there are no such outlines, so that the letters would go with the ground, everything stays.
+Plane withoutRim(const Plane &original)
+{
+    constexpr float least = 0.4F;
+    Plane coverage = original;
+    std::vector<QPoint> open;
+    const auto take = [&](const QPoint &at) {
+        if (at.x() < 0 || at.y() < 0 || at.x() >= coverage.width || at.y() >= coverage.height ||
+            coverage.row(at.y())[at.x()] < least)
+            return;
+        coverage.row(at.y())[at.x()] = 0;
+        open.push_back(at);
+    };
+    for (int x = 0; x < coverage.width; ++x) {
+        take({x, 0});
+        take({x, coverage.height - 1});
+    }
+    for (int y = 0; y < coverage.height; ++y) {
+        take({0, y});
+        take({coverage.width - 1, y});
+    }
+    while (!open.empty()) {
+        const QPoint at = open.back();
+        open.pop_back();
+        for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)})
+            take(at + step);
+    }
+    return 100 * inkedColumns(coverage) >= 45 * coverage.width ? coverage : original;
+}
+
 /// The source pixels that make a target pixel, and their shares.
 struct Taps
 {
@@ -192,23 +253,6 @@ std::vector<Taps> tapsFor(int target, double scale)
     }
     return result;
 }
-
-/// A plane of numbers, row by row.
-struct Plane
-{
-    int width;
-    int height;
-    std::vector<float> values;
-
-    Plane(int w, int h)
-        : width(w)
-        , height(h)
-        , values(std::size_t(w) * std::size_t(h))
-    {
-    }
-    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
-    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
-};
 
 /// The plane scaled by `scale.x()` and `scale.y()`.
 Plane resized(const Plane &source, const QPointF &scale)
@@ -276,6 +320,8 @@ Strip LineNormalizer::strip(Separation separation, const StripShape &shape) cons
     Plane coverage(m_crop.width(), m_crop.height());
     coverage.values = separation == Separation::Axis ? alongAxis(pixels, colourOf(m_paper.rgb()))
                                                      : byFill(pixels, separation == Separation::BrightFill);
+    if (separation != Separation::Axis)
+        coverage = withoutRim(coverage);
     const double scale = shape.height * shape.inkShare / m_ink.height();
     const Strip scaled = greyOf(resized(coverage, {scale * shape.widthScale, scale}));
     const int width = pixGetWidth(scaled.get());

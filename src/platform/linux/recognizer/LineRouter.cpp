@@ -14,7 +14,8 @@ constexpr double good = 80;         // nor is another reading worth its time
 constexpr double doubtful = 70;     // other languages are asked as well
 constexpr double englishLead = 12;  // English reads Latin letters better than others that are as confident
 constexpr double misfit = 0.45;     // of the confidence is left where the letters don't fit into the line
-constexpr qsizetype wordLength = 8; // characters; a few ideographs may look like a word, but not like a sentence
+constexpr qsizetype wordLength = 8; // letters; a few ideographs may look like a word, but not like a sentence
+constexpr int sentenceWidth = 6;    // heights
 constexpr double known = 60;        // the language is right, if not every letter
 constexpr double unread = 62;       // and that of a writing which none of those asked knows isn't higher
 constexpr double hopeless = 40;     // of a picture's edges, or of letters that weren't told apart from it
@@ -70,6 +71,12 @@ bool fillsSquares(const QString &text, const QSize &ink)
     return std::abs(ink.width() / double(ink.height()) - wide) <= 0.25 + 0.08 * wide;
 }
 
+/// How many letters a text has; ideographs beside a number may look like one or two.
+qsizetype lettersIn(const QString &text)
+{
+    return std::ranges::count_if(text, [](QChar character) { return character.isLetter(); });
+}
+
 /// Whether the one who read it is the best reader of what came out.
 bool isAtHome(const Reading &reading, ReadingLanguage leading)
 {
@@ -82,7 +89,8 @@ bool isAtHome(const Reading &reading, ReadingLanguage leading)
     case Writing::Digits:
         return confidence >= (language == ReadingLanguage::English ? doubtful : certain);
     case Writing::Latin:
-        return language == ReadingLanguage::English && confidence >= (text.size() <= wordLength ? certain : doubtful);
+        return language == ReadingLanguage::English &&
+               confidence >= (lettersIn(text) <= wordLength ? certain : doubtful);
     case Writing::Kana:
         return language == ReadingLanguage::Japanese && confidence >= doubtful;
     case Writing::Han:
@@ -127,15 +135,22 @@ public:
             handicap += englishLead;
         const bool areRatherSquares = writing() == Writing::Latin && best().confidence < certain &&
                                       reading.confidence >= hopeless && fillsSquares(reading.text, m_line.inkSize());
-        // A word in other letters among Latin ones is what English is unsure of.
-        const bool explainsWord =
-            isDoubtfullyLatin() && reading.confidence >= doubtful && scriptsOf(reading.text).wide() >= 2;
+        // A word in other letters among Latin ones is what English is unsure of, or takes for a few letters.
+        const bool explainsWord = (isDoubtfullyLatin() || isFewLetters()) && reading.confidence >= doubtful &&
+                                  scriptsOf(reading.text).wide() >= 2;
         if (areRatherSquares || explainsWord || reading.confidence > best().confidence + handicap)
             m_routed.best = reading;
         return reading.confidence;
     }
 
     bool isDoubtfullyLatin() const { return writing() == Writing::Latin && best().weakest < known; }
+    /// A number with what may be its unit or a word that looks like one.
+    bool isFewLetters() const
+    {
+        constexpr qsizetype few = 3;
+        const bool hasDigit = std::ranges::any_of(best().text, [](QChar character) { return character.isDigit(); });
+        return writing() == Writing::Latin && hasDigit && lettersIn(best().text) <= few && best().confidence < certain;
+    }
     bool hasAsked(ReadingLanguage language, ReadingMode mode = ReadingMode::Line) const
     {
         return m_routed.attempts.contains(Attempt{language, m_routed.separation, mode});
@@ -227,7 +242,7 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
     }
     Attempts attempts(line, routed, reader, leading);
     const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;
-    const bool isSentence = isLatin && attempts.best().text.size() > wordLength;
+    const bool isSentence = isLatin && lettersIn(attempts.best().text) > wordLength;
     if (isLatin && attempts.best().confidence >= doubtful && screen.isWide()) {
         if (!isSentence)
             askReaders(attempts, {leading}, 0);
@@ -280,6 +295,8 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
         askReaders(attempts, m_languages, 0);
         askExtras(attempts, screen);
         readWhole(attempts);
+    } else if (line.inkSize().width() >= sentenceWidth * line.inkSize().height()) {
+        askExtras(attempts, screen); // of which the usual ones make as little as of a picture's edges
     }
     RoutedReading routed = attempts.routed();
     for (const Separation separation : separationsOf(line, false)) {

@@ -91,9 +91,8 @@ std::vector<std::vector<EdgeShape>> rowsOf(std::vector<EdgeShape> shapes)
     const QRect ink = inkOf(shapes);
     std::vector<EdgeShape> letters;
     std::vector<EdgeShape> tall;
-    std::ranges::partition_copy(
-        shapes, std::back_inserter(letters), std::back_inserter(tall),
-        [&](const EdgeShape &shape) { return 5 * shape.ink.height() <= 3 * ink.height(); });
+    std::ranges::partition_copy(shapes, std::back_inserter(letters), std::back_inserter(tall),
+                                [&](const EdgeShape &shape) { return 5 * shape.ink.height() <= 3 * ink.height(); });
     const std::optional<int> cut = emptyRow(letters, ink);
     if (!cut || 2 * widthsOf(tall) > ink.width())
         return {std::move(shapes)};

@@ -18,11 +18,13 @@ QString tidied(const QString &text)
     static const QRegularExpression controlKey(u"\\b[Cc]tr[il1|I]{0,2}\\+"_s);
     static const QRegularExpression letterKey(u"^[Cc]tr.{1,3}?([A-Z])$"_s);
     static const QRegularExpression functionKey(u"^((?:Shift|Ctrl|Alt)\\+)?F[il1|I]{2,3}$"_s);
+    static const QRegularExpression hexadecimal(u"\\b[Oo]x(?=[0-9A-F]{2,}\\b)"_s);
     static const QRegularExpression doubledLetter(u"^([CcOoSsVvWwXxZzKkPpUu])(?i:\\1)$"_s);
     QString result = text;
     result.replace(controlKey, u"Ctrl+"_s);
     result.replace(letterKey, u"Ctrl+\\1"_s);
     result.replace(functionKey, u"\\1F11"_s);
+    result.replace(hexadecimal, u"0x"_s);
     result.replace(doubledLetter, u"\\1"_s);
     result.replace(spaceBetweenWide, QString());
     result.replace(stopTwice, u"。"_s);
@@ -50,7 +52,9 @@ bool isRatherIcon(const Reading &reading, const FoundLine &line)
     if (text.size() == 1)
         return isWide;
     const bool hasDigit = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
-    return text.size() <= 4 && !isWide && !hasDigit && line.shapeCount == 1;
+    // A word's letters may run together; it is longer than an icon then.
+    return text.size() <= 4 && !isWide && !hasDigit && line.shapeCount == 1 &&
+           (line.isShort() || reading.confidence < 70);
 }
 
 /// The parts of a syllable alone, or syllables among kana: what Korean makes of rings, bars and waves.
@@ -99,11 +103,14 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
     return reading.confidence >= least;
 }
 
-bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line)
+bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture)
 {
+    constexpr double sure = 90;
     const auto letters =
         std::count_if(reading.text.begin(), reading.text.end(), [](QChar c) { return c.isLetterOrNumber(); });
-    return !line.isShort() && reading.confidence >= (letters <= 3 ? 80 : 50);
+    if (line.isShort()) // the label of a button, perhaps
+        return !isOnPicture && letters >= 2 && reading.confidence >= sure;
+    return reading.confidence >= (letters <= 3 ? 80 : 50);
 }
 
 } // namespace lucentra

@@ -16,6 +16,6 @@ QString withFullStop(const QString &text);
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);
 
 /// The same for a screen that is a picture for the most part: its flat places have specks that look like letters, too.
-bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line);
+bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture);
 
 } // namespace lucentra

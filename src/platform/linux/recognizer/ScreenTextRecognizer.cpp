@@ -97,11 +97,12 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
     QList<TypeLine> texts;
     QList<QRect> inks;
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        const bool isText =
-            !readings[i].text.isEmpty() && (!isPicture || isPlausibleOnPictures(readings[i], lines[i].found));
+        const ReadLine &line = lines[i];
+        const bool isText = !readings[i].text.isEmpty() &&
+                            (!isPicture || isPlausibleOnPictures(readings[i], line.found, line.isOnPicture));
         if (isText) {
-            texts.append({lines[i].found.ink, readings[i].text});
-            inks.append(lines[i].found.ink);
+            texts.append({line.found.ink, readings[i].text});
+            inks.append(line.found.ink);
         }
     }
     const QList<QRect> boxes = typographicBoxes(texts, QRect(QPoint(), size));
