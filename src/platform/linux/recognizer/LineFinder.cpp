@@ -1,231 +1,36 @@
 #include "LineFinder.h"
 
+#include "BrightLetters.h"
 #include "EdgeShapes.h"
 #include "LineEntries.h"
 #include "LineIcons.h"
+#include "LineLinking.h"
+#include "LineNormalizer.h"
 #include "LineRows.h"
 
 #include <algorithm>
 #include <map>
-#include <numeric>
 
 namespace lucentra {
 namespace {
 
-constexpr int band = 32;       // pixels; neighbours are looked for within the bands that a shape touches
-constexpr int neighbours = 48; // at most so many to the right are tried
-
-/// Shapes that have been linked.
-struct Group
-{
-    QRect ink;
-    std::vector<EdgeShape> shapes;
-};
-
-int strengthOf(const Group &group)
-{
-    int strength = 0;
-    for (const EdgeShape &shape : group.shapes)
-        strength = std::max(strength, shape.strength);
-    return strength;
-}
-
-int tallestOf(const Group &group)
-{
-    int tallest = 0;
-    for (const EdgeShape &shape : group.shapes)
-        tallest = std::max(tallest, shape.ink.height());
-    return tallest;
-}
-
-/// What linking needs to know of a group.
-struct Box
-{
-    QRect ink;
-    int count = 1;    // of shapes
-    int strength = 0; // of the strongest
-    int tallest = 0;  // of the shapes, pixels
-};
-
-/// How near two groups must be, and how like one another.
-struct Nearness
-{
-    double gap;         // at most, in heights
-    double heightRatio; // of two single shapes, at most
-    double growth;      // of a line by a shape or two, at most
-};
-
-constexpr Nearness likeLetters{0.65, 2.0, 1.5};     // letters of about one size
-constexpr Nearness likePunctuation{0.65, 100, 1.9}; // and what is smaller or, like a parenthesis, larger
-constexpr Nearness likeWords{1.15, 100, 1.4};       // an icon beside the text is larger than that
-
-bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
-{
-    const Box &line = a.count != b.count ? (a.count > b.count ? a : b) : (a.ink.height() > b.ink.height() ? a : b);
-    const int overlap = std::min(a.ink.bottom(), b.ink.bottom()) - std::max(a.ink.top(), b.ink.top()) + 1;
-    const int lower = std::min(a.ink.height(), b.ink.height());
-    const int higher = std::max(a.ink.height(), b.ink.height());
-    const int gap = std::max(a.ink.left(), b.ink.left()) - std::min(a.ink.right(), b.ink.right()) - 1;
-    const int together = std::max(a.ink.bottom(), b.ink.bottom()) - std::min(a.ink.top(), b.ink.top()) + 1;
-    const int tallest = std::max(a.tallest, b.tallest);
-    const bool isDot = lower <= std::max(5, higher / 4);
-    const int lowersWidth = a.ink.height() < b.ink.height() ? a.ink.width() : b.ink.width();
-    // An underscore lies below the other letters, as does a bar, which is longer.
-    const int reach = isDot && 2 * lowersWidth <= 3 * higher ? higher * 2 / 5 : 0;
-    if (together > 1.6 * tallest + 1)
-        return false; // from letter to letter it climbs
-    const bool isSpeck = std::max(lower, lowersWidth) <= std::max(3, higher / 6);
-    if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > 1.25 * tallest + 1))
-        return false; // a star beside the text
-    if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
-        return false;
-    // What shines through a translucent panel isn't part of the text on it.
-    const bool areLines = a.count >= 3 && b.count >= 3;
-    const double similarity = std::min(a.strength, b.strength) / double(std::max(a.strength, b.strength));
-    if (similarity < (areLines || lower < 6 ? 0.33 : 0.45))
-        return false;
-    if (areLines && higher > 1.7 * lower)
-        return false;
-    if (line.count >= 3) {
-        const double height = line.ink.height();
-        return together <= nearness.growth * height + 1 && gap <= nearness.gap * std::min<double>(higher, 1.6 * height);
-    }
-    if (higher <= 2 * lower)
-        return gap <= nearness.gap * higher;
-    // A dot beside a letter, but no letter beside a large icon.
-    return gap <= (isDot ? 0.7 : 0.3) * higher;
-}
-
-/// The groups under construction; one that has been taken into another points to it.
-class Linking
-{
-public:
-    Linking(std::vector<Box> boxes, const Walls &walls)
-        : m_boxes(std::move(boxes))
-        , m_walls(walls)
-        , m_parents(m_boxes.size())
-    {
-        std::iota(m_parents.begin(), m_parents.end(), 0U);
-    }
-
-    std::size_t groupOf(std::size_t index)
-    {
-        while (m_parents[index] != index)
-            index = m_parents[index] = m_parents[m_parents[index]];
-        return index;
-    }
-
-    bool link(std::size_t a, std::size_t b, const Nearness &nearness)
-    {
-        a = groupOf(a);
-        b = groupOf(b);
-        if (a == b || !belongTogether(m_boxes[a], m_boxes[b], nearness) ||
-            m_walls.standBetween(m_boxes[a].ink, m_boxes[b].ink))
-            return false;
-        m_parents[b] = a;
-        m_boxes[a].ink |= m_boxes[b].ink;
-        m_boxes[a].count += m_boxes[b].count;
-        m_boxes[a].strength = std::max(m_boxes[a].strength, m_boxes[b].strength);
-        m_boxes[a].tallest = std::max(m_boxes[a].tallest, m_boxes[b].tallest);
-        return true;
-    }
-
-private:
-    std::vector<Box> m_boxes;
-    const Walls &m_walls;
-    std::vector<std::size_t> m_parents;
-};
-
-/// For every band of rows the boxes that touch it, from left to right.
-std::vector<std::vector<std::size_t>> bandsOf(const std::vector<QRect> &boxes)
-{
-    int bottom = 0;
-    for (const QRect &box : boxes)
-        bottom = std::max(bottom, box.bottom());
-    std::vector<std::size_t> order(boxes.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t a, std::size_t b) { return boxes[a].left() < boxes[b].left(); });
-    std::vector<std::vector<std::size_t>> bands(std::size_t(bottom / band) + 1);
-    for (const std::size_t index : order) {
-        for (int i = boxes[index].top() / band; i <= boxes[index].bottom() / band; ++i)
-            bands[std::size_t(i)].push_back(index);
-    }
-    return bands;
-}
-
-/// Links once through all bands.
-bool linkNeighbours(const std::vector<QRect> &boxes, Linking &linking, const Nearness &nearness)
-{
-    bool hasLinked = false;
-    for (const std::vector<std::size_t> &members : bandsOf(boxes)) {
-        int highest = 0;
-        for (const std::size_t index : members)
-            highest = std::max(highest, boxes[index].height());
-        for (std::size_t i = 0; i < members.size(); ++i) {
-            const QRect &box = boxes[members[i]];
-            const std::size_t end = std::min(members.size(), i + 1 + neighbours);
-            for (std::size_t j = i + 1; j < end && boxes[members[j]].left() - box.right() <= nearness.gap * highest + 1;
-                 ++j)
-                hasLinked |= linking.link(members[i], members[j], nearness);
-        }
-    }
-    return hasLinked;
-}
-
-std::vector<Group> gathered(std::vector<Group> groups, Linking &linking)
-{
-    for (std::size_t i = 0; i < groups.size(); ++i) {
-        Group &target = groups[linking.groupOf(i)];
-        if (&target == &groups[i])
-            continue;
-        target.ink |= groups[i].ink;
-        target.shapes.insert(target.shapes.end(), groups[i].shapes.begin(), groups[i].shapes.end());
-        groups[i].shapes.clear();
-    }
-    std::erase_if(groups, [](const Group &group) { return group.shapes.empty(); });
-    return groups;
-}
-
-std::vector<Group> linked(std::vector<Group> groups, const Walls &walls, const Nearness &nearness)
-{
-    constexpr int rounds = 4;
-    for (int round = 0; round < rounds; ++round) {
-        std::vector<QRect> boxes;
-        std::vector<Box> counted;
-        for (const Group &group : groups) {
-            boxes.push_back(group.ink);
-            counted.push_back({group.ink, int(group.shapes.size()), strengthOf(group), tallestOf(group)});
-        }
-        Linking linking(std::move(counted), walls);
-        if (!linkNeighbours(boxes, linking, nearness))
-            break;
-        groups = gathered(std::move(groups), linking);
-    }
-    return groups;
-}
-
-Group groupOf(std::vector<EdgeShape> shapes)
-{
-    const QRect ink = inkOf(shapes);
-    return {ink, std::move(shapes)};
-}
-
-FoundLine lineOf(const QImage &image, const Group &group)
+FoundLine lineOf(const QImage &image, const std::vector<EdgeShape> &shapes)
 {
     qint64 pixels = 0;
     qint64 strength = 0;
-    for (const EdgeShape &shape : group.shapes) {
+    for (const EdgeShape &shape : shapes) {
         pixels += shape.edgePixels;
         strength += qint64(shape.strength) * shape.edgePixels;
     }
-    const qint64 area = qint64(group.ink.width()) * group.ink.height();
-    return {group.ink,
-            int(group.shapes.size()),
+    const QRect ink = inkOf(shapes);
+    const qint64 area = qint64(ink.width()) * ink.height();
+    return {ink,
+            int(shapes.size()),
             int(strength / pixels),
             double(pixels) / double(area),
-            piecesOf(group.shapes, group.ink),
-            endsInRing(image, group.shapes, group.ink)};
+            piecesOf(shapes, ink),
+            endsInRing(image, shapes, ink),
+            false};
 }
 
 /// Whether an outline is that of a filled bar, disc or box: hollow as an outline, yet not of the colour around it. (An
@@ -315,39 +120,74 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
     return lines;
 }
 
+/// A line of bright letters with dark all around them; on flat ground only where it can't be a row of icons.
+bool isBrightLine(const std::vector<EdgeShape> &shapes, bool isOnPicture, int minimumHeight)
+{
+    const QRect ink = inkOf(shapes);
+    int inked = 0;
+    for (const EdgeShape &shape : shapes)
+        inked += shape.ink.width();
+    return shapes.size() >= (isOnPicture ? 3 : 5) && ink.height() >= std::max(9, minimumHeight) &&
+           2 * ink.width() >= 5 * ink.height() && 100 * inked >= (isOnPicture ? 50 : 70) * ink.width();
+}
+
+/// The share of a line's width that others of about its height cover.
+double coveredShare(const FoundLine &line, const QList<FoundLine> &others)
+{
+    std::vector<bool> columns(std::size_t(line.ink.width()), false);
+    for (const FoundLine &other : others) {
+        const QRect common = other.ink & line.ink;
+        if (5 * common.height() < 3 * line.ink.height() || 2 * other.ink.height() > 3 * line.ink.height())
+            continue;
+        const auto first = columns.begin() + (common.left() - line.ink.left());
+        std::fill(first, first + common.width(), true);
+    }
+    return double(std::ranges::count(columns, true)) / line.ink.width();
+}
+
 } // namespace
 
 QList<FoundLine> findLines(const QImage &image, int minimumHeight)
 {
     EdgeShapes found = shapesIn(edgesOf(image));
-    std::vector<Group> groups;
-    for (const EdgeShape &shape : withoutBlobs(image, withoutMarksInBoxes(image, std::move(found.shapes))))
-        groups.push_back({shape.ink, {shape}});
-    for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
-        groups = linked(std::move(groups), found.walls, nearness);
-
-    const auto areAllFilled = [&image](const Group &group) {
-        return std::all_of(group.shapes.begin(), group.shapes.end(),
-                           [&](const EdgeShape &shape) { return isFilled(image, shape, group.shapes.size() == 1); });
+    const auto areAllFilled = [&image](const std::vector<EdgeShape> &shapes) {
+        return std::all_of(shapes.begin(), shapes.end(),
+                           [&](const EdgeShape &shape) { return isFilled(image, shape, shapes.size() == 1); });
     };
     QList<FoundLine> lines;
-    const auto addLine = [&](const Group &row) {
+    const auto addLine = [&](const std::vector<EdgeShape> &row) {
+        const QRect ink = inkOf(row);
         // Beside its neighbours a letter may be that low; alone it is a speck.
-        const bool isSmall = row.shapes.size() < 3 && row.ink.width() < 2 * row.ink.height();
+        const bool isSmall = row.size() < 3 && ink.width() < 2 * ink.height();
         const int least = isSmall ? std::max(7, minimumHeight) : minimumHeight;
-        if (row.shapes.empty() || row.ink.height() < least || areAllFilled(row))
+        if (row.empty() || ink.height() < least || areAllFilled(row))
             return;
         const FoundLine line = lineOf(image, row);
         if (isAsDenseAsWriting(line, found.areSmoothed))
             lines.append(line);
     };
-    for (Group &group : groups) {
-        for (std::vector<EdgeShape> &row : rowsOf(withoutSpecks(std::move(group.shapes)))) {
-            for (std::vector<EdgeShape> &entry : entriesOf(withoutSpecks(std::move(row))))
-                addLine(groupOf(withoutIcons(image, std::move(entry))));
+    const auto forEachRow = [&](const std::vector<EdgeShape> &shapes, const auto &take) {
+        for (std::vector<EdgeShape> &group : linkedShapes(shapes, found.walls)) {
+            for (std::vector<EdgeShape> &row : rowsOf(withoutSpecks(std::move(group)))) {
+                for (std::vector<EdgeShape> &entry : entriesOf(withoutSpecks(std::move(row))))
+                    take(withoutIcons(image, std::move(entry)));
+            }
         }
-    }
-    return withoutPattern(std::move(lines));
+    };
+    forEachRow(withoutBlobs(image, withoutMarksInBoxes(image, std::move(found.shapes))), addLine);
+    lines = withoutPattern(std::move(lines));
+    QList<FoundLine> rivals;
+    forEachRow(brightLettersIn(image), [&](const std::vector<EdgeShape> &row) {
+        const bool isOnPicture = !row.empty() && LineNormalizer(image, inkOf(row)).isVaried();
+        if (!isBrightLine(row, isOnPicture, minimumHeight))
+            return;
+        FoundLine rival = lineOf(image, row);
+        rival.isRival = true;
+        // Flat ground tears no line.
+        if (coveredShare(rival, lines) < (isOnPicture ? 0.85 : 0.1))
+            rivals.append(rival);
+    });
+    return lines + rivals;
 }
 
 } // namespace lucentra

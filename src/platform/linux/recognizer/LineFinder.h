@@ -17,6 +17,7 @@ struct FoundLine
     double density = 0;      ///< edge pixels of its outlines by its area
     QList<LinePiece> pieces; ///< what is read one by one, from the left to the right
     bool endsInRing = false; ///< perhaps an ideographic full stop
+    bool isRival = false;    ///< found by its bright letters; of it and what it overlaps the better read is right
 
     /// A letter or two at most; perhaps an icon.
     bool isShort() const { return shapeCount <= 2 && ink.width() < 2 * ink.height(); }
@@ -26,8 +27,9 @@ struct FoundLine
 ///
 /// Outlines that stand beside one another at about one height are linked, from the left to the right, as far as the
 /// gaps are narrower than the line is high: so the columns of a table and the words of a menu bar stay apart. Nor are
-/// they linked across the side of a frame: a label and its field are two lines.
-/// Lines less than `minimumHeight` pixels high are left out. Any thread.
+/// they linked across the side of a frame: a label and its field are two lines. Bright letters with dark around them
+/// are found by their fill as well: where a picture's edges may have torn such a line, or taken it along, both are
+/// there. Lines less than `minimumHeight` pixels high are left out. Any thread.
 QList<FoundLine> findLines(const QImage &image, int minimumHeight);
 
 } // namespace lucentra

@@ -82,6 +82,45 @@ Reading wholeOf(const ReadLine &line)
     return whole;
 }
 
+/// How much a reading says, and how surely.
+double weightOf(const Reading &reading)
+{
+    constexpr double guess = 30; // what is as unsure as that says nothing
+    double letters = 0;
+    for (const QChar character : reading.text)
+        letters += character.unicode() >= 0x2E80 ? 2 : (character.isLetterOrNumber() ? 1 : 0);
+    return letters * std::max(0.0, reading.confidence - guess);
+}
+
+/// Whether two lines are the same letters for the most part.
+bool overlap(const QRect &a, const QRect &b)
+{
+    const auto areaOf = [](const QRect &box) { return qint64(box.width()) * box.height(); };
+    return 2 * areaOf(a & b) >= std::min(areaOf(a), areaOf(b));
+}
+
+/// Empties the readings of rivals that aren't clearly better than what they overlap, or of that.
+void dropBeaten(const QList<ReadLine> &lines, QList<Reading> &readings)
+{
+    constexpr double lead = 1.15;
+    for (qsizetype rival = 0; rival < lines.size(); ++rival) {
+        if (!lines[rival].found.isRival)
+            continue;
+        QList<qsizetype> others;
+        double weight = 0;
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            if (i == rival || readings[i].text.isEmpty() || !overlap(lines[i].found.ink, lines[rival].found.ink))
+                continue;
+            others.append(i);
+            weight += weightOf(readings[i]);
+        }
+        if (weightOf(readings[rival]) <= lead * weight)
+            others = {rival};
+        for (const qsizetype beaten : others)
+            readings[beaten].text.clear();
+    }
+}
+
 /// What is writing of the lines, in reading order.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
 {
@@ -91,8 +130,9 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
         readings.append(wholeOf(line));
         if (!isPlausible(readings.last(), line.found, line.isOnPicture))
             readings.last().text.clear();
-        doubtful += readings.last().text.isEmpty() || line.isOnPicture ? 1 : 0;
+        doubtful += !line.found.isRival && (readings.last().text.isEmpty() || line.isOnPicture) ? 1 : 0;
     }
+    dropBeaten(lines, readings);
     const bool isPicture = doubtful > std::max<qsizetype>(3, lines.size() / 4);
     QList<TypeLine> texts;
     QList<QRect> inks;
