@@ -68,6 +68,11 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const int reach = isDot && 2 * lowersWidth <= 3 * higher ? higher * 2 / 5 : 0;
     if (together > 1.6 * tallest + 1)
         return false; // from letter to letter it climbs
+    if (lower <= 3 && lowersWidth > 5 * higher / 2)
+        return false; // a rule
+    const Box &taller = a.ink.height() < b.ink.height() ? b : a;
+    if (taller.count == 1 && taller.ink.width() <= 2 && 20 * higher > 29 * lower && lower > 5)
+        return false; // the side of a bubble
     const bool isSpeck = std::max(lower, lowersWidth) <= std::max(3, higher / 6);
     if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > 1.25 * tallest + 1))
         return false; // a star beside the text

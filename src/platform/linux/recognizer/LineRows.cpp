@@ -21,7 +21,7 @@ int widthsOf(const std::vector<EdgeShape> &shapes)
 bool isRow(const std::vector<EdgeShape> &shapes, int groupHeight)
 {
     const int height = inkOf(shapes).height();
-    return height >= lowestRow && 4 * height >= groupHeight && 2 * widthsOf(shapes) >= 3 * height;
+    return height >= lowestRow && 5 * height >= groupHeight && 2 * widthsOf(shapes) >= 3 * height;
 }
 
 /// The middle of the widest band, neither near the top nor near the bottom, that no shape touches.

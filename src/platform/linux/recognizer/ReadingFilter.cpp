@@ -1,5 +1,7 @@
 #include "ReadingFilter.h"
 
+#include "Writing.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -106,8 +108,9 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
 bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture)
 {
     constexpr double sure = 90;
-    const auto letters =
-        std::count_if(reading.text.begin(), reading.text.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    const Scripts scripts = scriptsOf(reading.text);
+    // An ideograph says as much as two letters; kana is what blades of grass are read as.
+    const int letters = scripts.latin + scripts.kana + 2 * (scripts.han + scripts.hangul);
     if (line.isShort()) // the label of a button, perhaps
         return !isOnPicture && letters >= 2 && reading.confidence >= sure;
     return reading.confidence >= (letters <= 3 ? 80 : 50);
