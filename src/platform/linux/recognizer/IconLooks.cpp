@@ -136,7 +136,8 @@ constexpr std::array<Unit, 8> units{{
 }};
 constexpr double offset = 0.05;
 constexpr double sure = 3;         // rather an icon left than a letter lost
-constexpr double surer = 5;        // of what is as narrow as a digit, or ends the line as one often does
+constexpr double surer = 5;        // of what is as narrow or as small as a digit, or ends the line as one often does
+constexpr int smallest = 11;       // pixels, of most icons
 constexpr double narrowest = 0.55; // of the text's height; narrower ones are digits and signs
 
 } // namespace
@@ -152,7 +153,7 @@ bool looksLikeIcon(const QImage &image, const std::vector<EdgeShape> &figure, co
         const double sum = std::inner_product(measures.begin(), measures.end(), unit.weights.begin(), unit.offset);
         judgement += unit.share * std::max(0.0, sum);
     }
-    const bool mayBeDigit = 5 * measures[1] < 4 * measures[2];
+    const bool mayBeDigit = 5 * measures[1] < 4 * measures[2] || inkOf(figure).height() < smallest;
     const bool isBefore = measures[15] > 0;
     return judgement > (mayBeDigit || !isBefore ? surer : sure);
 }

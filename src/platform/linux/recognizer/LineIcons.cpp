@@ -59,13 +59,16 @@ bool isTriangle(const Figure &figure)
     const auto narrows = [](int count, int across, const auto &runsAt) {
         int grows = 0;
         int falls = 0;
-        const int start = runsAt(0).first == 0 ? 1 : 0; // the tip may be too faint
+        // The tip may be too faint.
+        const int start = runsAt(0).first == 0 ? 1 : 0;
         const int end = runsAt(count - 1).first == 0 ? count - 1 : count;
         for (int i = start + 1; i < end; ++i) {
             const auto [runs, length] = runsAt(i);
             if (runs != 1)
                 return false;
             const int before = runsAt(i - 1).second;
+            if (std::abs(length - before) > std::max(4, 5 * across / (2 * count)))
+                return false; // the stem of a 1 beside its flag
             grows += length > before ? 1 : 0;
             falls += length < before ? 1 : 0;
         }
