@@ -240,6 +240,8 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
         if (routed.best.confidence >= hopeless)
             break;
     }
+    if (routed.best.confidence < hopeless && !line.isVaried())
+        routed.separation = separations.first(); // others may make more of it as it is
     Attempts attempts(line, routed, reader, leading);
     const bool isLatin = attempts.writing() == Writing::Latin && attempts.language() == ReadingLanguage::English;
     const bool isSentence = isLatin && lettersIn(attempts.best().text) > wordLength;

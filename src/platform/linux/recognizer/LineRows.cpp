@@ -94,12 +94,26 @@ std::vector<std::vector<EdgeShape>> rowsOf(std::vector<EdgeShape> shapes)
     std::ranges::partition_copy(shapes, std::back_inserter(letters), std::back_inserter(tall),
                                 [&](const EdgeShape &shape) { return 5 * shape.ink.height() <= 3 * ink.height(); });
     const std::optional<int> cut = emptyRow(letters, ink);
-    if (!cut || 2 * widthsOf(tall) > ink.width())
+    if (!cut)
         return {std::move(shapes)};
-    const auto below = std::partition(letters.begin(), letters.end(),
-                                      [&](const EdgeShape &shape) { return shape.ink.bottom() < *cut; });
-    std::vector<EdgeShape> upper(letters.begin(), below);
-    std::vector<EdgeShape> lower(below, letters.end());
+    // A letter may be a little taller than the others; many that are mean that this is one row.
+    const QRect lettersInk = inkOf(letters);
+    std::erase_if(tall, [&](const EdgeShape &shape) {
+        return shape.ink.left() >= lettersInk.right() || shape.ink.right() <= lettersInk.left();
+    });
+    if (5 * widthsOf(tall) > ink.width())
+        return {std::move(shapes)};
+    std::vector<EdgeShape> upper;
+    std::vector<EdgeShape> lower;
+    for (const std::vector<EdgeShape> &part : {letters, tall}) {
+        for (const EdgeShape &shape : part) {
+            const int above = std::clamp(*cut - shape.ink.top(), 0, shape.ink.height());
+            if (10 * above >= 7 * shape.ink.height())
+                upper.push_back(shape);
+            else if (10 * above <= 3 * shape.ink.height())
+                lower.push_back(shape);
+        }
+    }
     if (!isRow(upper, ink.height()) || !isRow(lower, ink.height()))
         return {std::move(shapes)};
     std::vector<std::vector<EdgeShape>> rows = rowsOf(std::move(upper));
