@@ -86,7 +86,9 @@ EdgeShape letterOf(const std::vector<QPoint> &pixels, const QRect &ink, const Le
 {
     int around = 0;
     int darkAround = 0;
+    int brightest = 0;
     for (const QPoint &at : pixels) {
+        brightest = std::max<int>(brightest, levels.at(at.x(), at.y()));
         for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {
             if (levels.at(at.x() + step.x(), at.y() + step.y()) >= bright)
                 continue;
@@ -96,7 +98,7 @@ EdgeShape letterOf(const std::vector<QPoint> &pixels, const QRect &ink, const Le
     }
     if (around == 0 || 4 * darkAround < 3 * around)
         return {};
-    return {ink, around, 255 - dark, false};
+    return {ink, around, brightest - bright + 15, false};
 }
 
 } // namespace

@@ -64,8 +64,11 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const int tallest = std::max(a.tallest, b.tallest);
     const bool isDot = lower <= std::max(5, higher / 4);
     const int lowersWidth = a.ink.height() < b.ink.height() ? a.ink.width() : b.ink.width();
-    // An underscore lies below the other letters, as does a bar, which is longer.
-    const int reach = isDot && 2 * lowersWidth <= 3 * higher ? higher * 2 / 5 : 0;
+    const bool isSpeck = std::max(lower, lowersWidth) <= std::max(3, higher / 6);
+    // An underscore lies below the other letters, as does a bar, which is longer; an accent above them, as does a star,
+    // which is farther off.
+    const bool mayBeApart = isDot && 2 * lowersWidth <= 3 * higher;
+    const int reach = mayBeApart ? higher * (isSpeck ? 3 : 4) / 10 : 0;
     if (together > 1.6 * tallest + 1)
         return false; // from letter to letter it climbs
     if (lower <= 3 && lowersWidth > 5 * higher / 2)
@@ -73,7 +76,6 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const Box &taller = a.ink.height() < b.ink.height() ? b : a;
     if (taller.count == 1 && taller.ink.width() <= 2 && 20 * higher > 29 * lower && lower > 5)
         return false; // the side of a bubble
-    const bool isSpeck = std::max(lower, lowersWidth) <= std::max(3, higher / 6);
     if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > 1.25 * tallest + 1))
         return false; // a star beside the text
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)

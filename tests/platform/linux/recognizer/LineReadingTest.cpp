@@ -31,6 +31,7 @@ private Q_SLOTS:
         QTest::newRow("bars in code stay") << u"move || handle"_s << u"move || handle"_s;
         QTest::newRow("a key's name") << u"Ctri+H"_s << u"Ctrl+H"_s;
         QTest::newRow("a function key") << u"Shift+Fll"_s << u"Shift+F11"_s;
+        QTest::newRow("a hexadecimal number") << u"at OxF89E"_s << u"at 0xF89E"_s;
         QTest::newRow("one letter seen twice") << u"Cc"_s << u"C"_s;
         QTest::newRow("words that look alike stay") << u"Fill"_s.toLower() << u"fill"_s;
     }
