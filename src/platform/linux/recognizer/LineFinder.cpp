@@ -131,6 +131,19 @@ bool isBrightLine(const std::vector<EdgeShape> &shapes, bool isOnPicture, int mi
            2 * ink.width() >= 5 * ink.height() && 100 * inked >= (isOnPicture ? 50 : 70) * ink.width();
 }
 
+/// Whether it is bright above and below: then the bright shapes are the paper within dark letters.
+bool isBrightAround(const QImage &image, const QRect &ink)
+{
+    constexpr int bright = 185; // of 255, as the letters are
+    int count = 0;
+    for (const int y : {ink.top() - ink.height(), ink.bottom() + ink.height()}) {
+        const auto *row = reinterpret_cast<const QRgb *>(image.constScanLine(std::clamp(y, 0, image.height() - 1)));
+        for (int x = ink.left(); x <= ink.right(); ++x)
+            count += qGray(row[x]) >= bright ? 1 : 0;
+    }
+    return 10 * count >= 6 * 2 * ink.width();
+}
+
 /// The share of a line's width that others of about its height cover.
 double coveredShare(const FoundLine &line, const QList<FoundLine> &others)
 {
@@ -179,11 +192,11 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
     QList<FoundLine> rivals;
     forEachRow(brightLettersIn(image), [&](const std::vector<EdgeShape> &row) {
         const bool isOnPicture = !row.empty() && LineNormalizer(image, inkOf(row)).isVaried();
-        if (!isBrightLine(row, isOnPicture, minimumHeight))
+        if (!isBrightLine(row, isOnPicture, minimumHeight) || isBrightAround(image, inkOf(row)))
             return;
         FoundLine rival = lineOf(image, row);
         rival.isRival = true;
-        // Flat ground tears no line.
+        // Flat ground tears no line, but some are lost there.
         if (coveredShare(rival, lines) < (isOnPicture ? 0.85 : 0.1))
             rivals.append(rival);
     });

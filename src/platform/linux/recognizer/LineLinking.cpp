@@ -71,10 +71,10 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const int reach = mayBeApart ? higher * (isSpeck ? 3 : 4) / 10 : 0;
     if (together > 1.6 * tallest + 1)
         return false; // from letter to letter it climbs
-    if (lower <= 3 && lowersWidth > 5 * higher / 2)
+    if (gap > 0 && lower <= 3 && lowersWidth > 5 * higher / 2)
         return false; // a rule
     const Box &taller = a.ink.height() < b.ink.height() ? b : a;
-    if (taller.count == 1 && taller.ink.width() <= 2 && 20 * higher > 29 * lower && lower > 5)
+    if (2 * gap > lower && taller.count == 1 && taller.ink.width() <= 2 && 20 * higher > 29 * lower && lower > 5)
         return false; // the side of a bubble
     if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > 1.25 * tallest + 1))
         return false; // a star beside the text

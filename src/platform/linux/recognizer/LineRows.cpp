@@ -90,29 +90,23 @@ std::vector<std::vector<EdgeShape>> rowsOf(std::vector<EdgeShape> shapes)
 {
     const QRect ink = inkOf(shapes);
     std::vector<EdgeShape> letters;
-    std::vector<EdgeShape> tall;
-    std::ranges::partition_copy(shapes, std::back_inserter(letters), std::back_inserter(tall),
-                                [&](const EdgeShape &shape) { return 5 * shape.ink.height() <= 3 * ink.height(); });
+    std::ranges::copy_if(shapes, std::back_inserter(letters),
+                         [&](const EdgeShape &shape) { return 5 * shape.ink.height() <= 3 * ink.height(); });
     const std::optional<int> cut = emptyRow(letters, ink);
     if (!cut)
         return {std::move(shapes)};
-    // A letter may be a little taller than the others; many that are mean that this is one row.
+    // A letter may be a little taller than the others; one that spans the band means that this is one row.
     const QRect lettersInk = inkOf(letters);
-    std::erase_if(tall, [&](const EdgeShape &shape) {
-        return shape.ink.left() >= lettersInk.right() || shape.ink.right() <= lettersInk.left();
-    });
-    if (5 * widthsOf(tall) > ink.width())
-        return {std::move(shapes)};
     std::vector<EdgeShape> upper;
     std::vector<EdgeShape> lower;
-    for (const std::vector<EdgeShape> &part : {letters, tall}) {
-        for (const EdgeShape &shape : part) {
-            const int above = std::clamp(*cut - shape.ink.top(), 0, shape.ink.height());
-            if (10 * above >= 7 * shape.ink.height())
-                upper.push_back(shape);
-            else if (10 * above <= 3 * shape.ink.height())
-                lower.push_back(shape);
-        }
+    for (const EdgeShape &shape : shapes) {
+        const int above = std::clamp(*cut - shape.ink.top(), 0, shape.ink.height());
+        if (10 * above >= 7 * shape.ink.height())
+            upper.push_back(shape);
+        else if (10 * above <= 3 * shape.ink.height())
+            lower.push_back(shape);
+        else if (shape.ink.left() < lettersInk.right() && shape.ink.right() > lettersInk.left())
+            return {std::move(shapes)};
     }
     if (!isRow(upper, ink.height()) || !isRow(lower, ink.height()))
         return {std::move(shapes)};
