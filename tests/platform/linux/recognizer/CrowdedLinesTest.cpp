@@ -1,7 +1,9 @@
 // Lines that stand close to what is none: bullets, icons, arrows, stars, a picture's strokes, the row beneath.
 
+#include "EdgeShapes.h"
 #include "LineFinder.h"
 #include "LineNormalizer.h"
+#include "LineRows.h"
 #include "Pictures.h"
 
 #include <leptonica/allheaders.h>
@@ -196,15 +198,55 @@ private Q_SLOTS:
         }));
     }
 
+    void lettersThatRunTogetherAreNoRule_data()
+    {
+        QTest::addColumn<int>("weakest");
+        QTest::addColumn<int>("height"); // of the tallest outline that is left
+        QTest::newRow("a rule through strokes is as strong throughout") << 120 << 8;
+        QTest::newRow("letters that run together aren't") << 40 << 16;
+    }
+
     void lettersThatRunTogetherAreNoRule()
     {
-        QFont tight = font(han, 13);
-        tight.setLetterSpacing(QFont::AbsoluteSpacing, -1);
-        for (const QString &text : {u"植物燈真的有效嗎植物燈真的有效嗎"_s, u"健身房合約退費經驗分享健身房"_s}) {
-            QImage image = blank({320, 50}, QColor(24, 27, 31));
-            const QRect box = write(image, {16, 30}, text, tight, QColor(230, 237, 243));
-            QVERIFY(isFound(image, box));
+        QFETCH(const int, weakest);
+        EdgeMap edges{200, 40, std::vector<std::uint8_t>(200 * 40, 0), false};
+        for (int x = 20; x <= 140; ++x) {
+            for (int y = 10; y <= 25; ++y)
+                edges.row(y)[x] = x % 6 == 0 ? 120 : 0;
+            edges.row(18)[x] = x % 2 == 0 ? 120 : std::uint8_t(weakest);
         }
+        int tallest = 0;
+        for (const EdgeShape &shape : shapesIn(edges).shapes)
+            tallest = std::max(tallest, shape.ink.height() + 1); // an edge lies between two rows
+        QTEST(tallest, "height");
+    }
+
+    void rowsThatSomethingHeldTogether_data()
+    {
+        QTest::addColumn<QList<QRect>>("shapes");
+        QTest::addColumn<QList<int>>("counts"); // of each row's shapes
+        const QList<QRect> upper{{40, 10, 12, 12}, {54, 10, 12, 12}, {68, 11, 12, 11}};
+        const QList<QRect> lower{{40, 28, 10, 10}, {52, 28, 10, 10}, {64, 28, 10, 10}};
+        const QList<QRect> third{{40, 44, 10, 10}, {52, 44, 10, 10}};
+        QTest::newRow("one row") << upper << QList<int>{3};
+        QTest::newRow("two") << upper + lower << QList<int>{3, 3};
+        QTest::newRow("three") << upper + lower + third << QList<int>{3, 3, 2};
+        QTest::newRow("beside an icon") << upper + lower + QList<QRect>{{2, 10, 28, 28}} << QList<int>{3, 3};
+        QTest::newRow("a letter spans both") << upper + lower + QList<QRect>{{46, 10, 6, 28}} << QList<int>{7};
+        QTest::newRow("accents above") << QList<QRect>{{40, 14, 8, 12}, {52, 14, 8, 12}, {42, 10, 3, 2}, {54, 10, 3, 2}}
+                                       << QList<int>{4};
+    }
+
+    void rowsThatSomethingHeldTogether()
+    {
+        QFETCH(const QList<QRect>, shapes);
+        std::vector<EdgeShape> group;
+        for (const QRect &ink : shapes)
+            group.push_back({ink, 2 * (ink.width() + ink.height()), 150, false});
+        QList<int> counts;
+        for (const std::vector<EdgeShape> &row : rowsOf(group))
+            counts.append(int(row.size()));
+        QTEST(counts, "counts");
     }
 
     void outlinedLettersAreFoundInAPicture()
