@@ -107,6 +107,35 @@ private Q_SLOTS:
         QTEST(isPlausible(reading, line, isOnPicture), "isPlausible");
     }
 
+    void plausibilityOnPictures_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("confidence");
+        QTest::addColumn<QSize>("ink");
+        QTest::addColumn<bool>("isOnPicture");
+        QTest::addColumn<bool>("isPlausible");
+        const QSize label(28, 15);
+        const QSize line(90, 15);
+        QTest::newRow("a button's label beside it") << u"繼續"_s << 93.0 << label << false << true;
+        QTest::newRow("the same on it") << u"繼續"_s << 93.0 << label << true << false;
+        QTest::newRow("an unsure one") << u"繼續"_s << 80.0 << label << false << false;
+        QTest::newRow("a letter") << u"G"_s << 95.0 << label << false << false;
+        QTest::newRow("a few ideographs") << u"2. 瀏覽"_s << 65.0 << line << true << true;
+        QTest::newRow("grass") << u"デー"_s << 65.0 << line << true << false;
+    }
+
+    void plausibilityOnPictures()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const double, confidence);
+        QFETCH(const QSize, ink);
+        QFETCH(const bool, isOnPicture);
+        FoundLine line;
+        line.ink = QRect(QPoint(0, 0), ink);
+        line.shapeCount = 2;
+        QTEST(isPlausibleOnPictures({text, confidence}, line, isOnPicture), "isPlausible");
+    }
+
     void order_data()
     {
         QTest::addColumn<QList<QRect>>("boxes");
