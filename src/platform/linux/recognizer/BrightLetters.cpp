@@ -1,129 +1,102 @@
 #include "BrightLetters.h"
 
+#include "Runs.h"
+
 #include <algorithm>
-#include <cstdint>
 
 namespace lucentra {
 namespace {
 
-constexpr int bright = 185;        // of 255: white and yellow, their soft edges too
-constexpr int dark = 130;          // an outline, a shadow
-constexpr int outlineReach = 2;    // pixels from the letter to where its outline is darkest
-constexpr int tallest = 90;        // pixels
-constexpr int widest = 160;        // pixels; more than one letter may hang together
-constexpr std::size_t most = 8000; // shapes; a picture with more is noise
+constexpr int dark = 130;                   // an outline, a shadow
+constexpr int outlineReach = 2;             // pixels from the letter to where its outline is darkest
+constexpr int tallest = 90;                 // pixels
+constexpr int widest = 160;                 // pixels; more than one letter may hang together
+constexpr int smallest = 4;                 // pixels in all
+constexpr std::size_t most = 8000;          // shapes
+constexpr std::size_t mostRuns = 2'000'000; // rows of bright pixels side by side
 
-/// How bright each pixel is, row by row.
-struct Levels
+/// Bright pixels that hang together side by side.
+struct Spot
 {
-    int width;
-    int height;
-    std::vector<std::uint8_t> values;
+    QRect ink;
+    int pixels = 0;
+    int brightest = 0;
+    int around = 0;     // pixels beside it
+    int darkAround = 0; // of those, how many have a dark one behind them
 
-    std::uint8_t at(int x, int y) const
-    {
-        return values[std::size_t(std::clamp(y, 0, height - 1)) * std::size_t(width) +
-                      std::size_t(std::clamp(x, 0, width - 1))];
-    }
+    bool isOfLettersSize() const { return pixels >= smallest && ink.height() <= tallest && ink.width() <= widest; }
+    bool isLetter() const { return around > 0 && 4 * darkAround >= 3 * around; }
 };
 
-Levels levelsOf(const QImage &image)
+/// None where there are too many.
+std::vector<Run> brightRunsIn(const QImage &image)
 {
-    Levels levels{image.width(), image.height(), {}};
-    levels.values.reserve(std::size_t(levels.width) * std::size_t(levels.height));
-    for (int y = 0; y < levels.height; ++y) {
-        const QRgb *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        for (int x = 0; x < levels.width; ++x)
-            levels.values.push_back(std::uint8_t((77 * qRed(row[x]) + 151 * qGreen(row[x]) + 28 * qBlue(row[x])) >> 8));
+    std::vector<Run> runs;
+    for (int y = 0; y < image.height() && runs.size() <= mostRuns; ++y) {
+        const auto *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (levelOf(row[x]) < brightLevel)
+                continue;
+            const int start = x;
+            while (x < image.width() && levelOf(row[x]) >= brightLevel)
+                ++x;
+            runs.push_back({y, start, x - 1, int(runs.size())});
+        }
     }
-    return levels;
+    return runs.size() > mostRuns ? std::vector<Run>() : runs;
 }
 
-/// The bright pixels that hang together with a first one, side by side.
-class Spread
+void lookAround(Spot &spot, const QImage &image, const Run &run)
 {
-public:
-    explicit Spread(const Levels &levels)
-        : m_levels(levels)
-        , m_isTaken(levels.values.size(), false)
-    {
-    }
-
-    /// Empty where the pixel is dark or has been taken before.
-    const std::vector<QPoint> &from(const QPoint &start)
-    {
-        m_pixels.clear();
-        take(start);
-        for (std::size_t i = 0; i < m_pixels.size(); ++i) {
-            const QPoint at = m_pixels[i];
-            take({at.x() - 1, at.y()});
-            take({at.x() + 1, at.y()});
-            take({at.x(), at.y() - 1});
-            take({at.x(), at.y() + 1});
-        }
-        return m_pixels;
-    }
-
-private:
-    void take(const QPoint &at)
-    {
-        if (at.x() < 0 || at.y() < 0 || at.x() >= m_levels.width || at.y() >= m_levels.height)
-            return;
-        const std::size_t place = std::size_t(at.y()) * std::size_t(m_levels.width) + std::size_t(at.x());
-        if (m_isTaken[place] || m_levels.values[place] < bright)
-            return;
-        m_isTaken[place] = true;
-        m_pixels.push_back(at);
-    }
-
-    const Levels &m_levels;
-    std::vector<bool> m_isTaken;
-    std::vector<QPoint> m_pixels;
-};
-
-/// The letter that the pixels make; null ink where it has no dark outline.
-EdgeShape letterOf(const std::vector<QPoint> &pixels, const QRect &ink, const Levels &levels)
-{
-    int around = 0;
-    int darkAround = 0;
-    int brightest = 0;
-    for (const QPoint &at : pixels) {
-        brightest = std::max<int>(brightest, levels.at(at.x(), at.y()));
+    const auto level = [&image](int x, int y) {
+        const int row = std::clamp(y, 0, image.height() - 1);
+        return levelOf(reinterpret_cast<const QRgb *>(image.constScanLine(row))[std::clamp(x, 0, image.width() - 1)]);
+    };
+    for (int x = run.left; x <= run.right; ++x) {
+        spot.brightest = std::max(spot.brightest, level(x, run.y));
         for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {
-            if (levels.at(at.x() + step.x(), at.y() + step.y()) >= bright)
+            if (level(x + step.x(), run.y + step.y()) >= brightLevel)
                 continue;
-            ++around;
-            darkAround += levels.at(at.x() + outlineReach * step.x(), at.y() + outlineReach * step.y()) <= dark ? 1 : 0;
+            ++spot.around;
+            const QPoint behind = QPoint(x, run.y) + outlineReach * step;
+            spot.darkAround += level(behind.x(), behind.y()) <= dark ? 1 : 0;
         }
     }
-    if (around == 0 || 4 * darkAround < 3 * around)
-        return {};
-    return {ink, around, brightest - bright + 15, false};
 }
 
 } // namespace
 
 std::vector<EdgeShape> brightLettersIn(const QImage &image)
 {
-    const Levels levels = levelsOf(image);
-    Spread spread(levels);
-    std::vector<EdgeShape> letters;
-    for (int y = 0; y < levels.height; ++y) {
-        for (int x = 0; x < levels.width && letters.size() < most; ++x) {
-            const std::vector<QPoint> &pixels = spread.from({x, y});
-            if (pixels.size() < 4)
-                continue;
-            QRect ink;
-            for (const QPoint &pixel : pixels)
-                ink |= QRect(pixel, QSize(1, 1));
-            if (ink.height() > tallest || ink.width() > widest)
-                continue;
-            const EdgeShape letter = letterOf(pixels, ink, levels);
-            if (!letter.ink.isNull())
-                letters.push_back(letter);
+    constexpr int faintest = 15; // above nothing, so that white is more than twice as strong as what is hardly bright
+    std::vector<Run> runs = brightRunsIn(image);
+    connect(runs, 0);
+    std::vector<Spot> spots;
+    std::vector<int> numbers(runs.size(), -1); // of the spots, by their first runs
+    std::vector<int> spotOf;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const Run &run = runs[i];
+        int &number = numbers[std::size_t(rootOf(runs, int(i)))];
+        if (number < 0) {
+            number = int(spots.size());
+            spots.emplace_back();
         }
+        spotOf.push_back(number);
+        Spot &spot = spots[std::size_t(number)];
+        spot.ink |= QRect(QPoint(run.left, run.y), QPoint(run.right, run.y));
+        spot.pixels += run.right - run.left + 1;
     }
-    return letters;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        Spot &spot = spots[std::size_t(spotOf[i])];
+        if (spot.isOfLettersSize())
+            lookAround(spot, image, runs[i]);
+    }
+    std::vector<EdgeShape> letters;
+    for (const Spot &spot : spots) {
+        if (spot.isLetter())
+            letters.push_back({spot.ink, spot.around, spot.brightest - brightLevel + faintest, false});
+    }
+    return letters.size() > most ? std::vector<EdgeShape>() : letters;
 }
 
 } // namespace lucentra

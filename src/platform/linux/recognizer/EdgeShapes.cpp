@@ -1,51 +1,13 @@
 #include "EdgeShapes.h"
 
+#include "Runs.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <numeric>
 
 namespace lucentra {
 namespace {
-
-/// Consecutive edge pixels of one row.
-struct Run
-{
-    int y;
-    int left;
-    int right; // inclusive
-    int root;  // a run of the same shape; its own index for the first
-};
-
-int rootOf(std::vector<Run> &runs, int index)
-{
-    while (runs[std::size_t(index)].root != index) {
-        int &root = runs[std::size_t(index)].root;
-        root = runs[std::size_t(root)].root;
-        index = root;
-    }
-    return index;
-}
-
-void join(std::vector<Run> &runs, int a, int b)
-{
-    a = rootOf(runs, a);
-    b = rootOf(runs, b);
-    runs[std::size_t(std::max(a, b))].root = std::min(a, b);
-}
-
-/// Gives runs (sorted by row, then column) that touch, also at a corner, a common root.
-void connect(std::vector<Run> &runs)
-{
-    std::size_t above = 0;
-    for (std::size_t i = 0; i < runs.size(); ++i) {
-        const Run &run = runs[i];
-        while (above < i &&
-               (runs[above].y < run.y - 1 || (runs[above].y == run.y - 1 && runs[above].right + 1 < run.left)))
-            ++above;
-        for (std::size_t j = above; j < i && runs[j].y == run.y - 1 && runs[j].left <= run.right + 1; ++j)
-            join(runs, int(j), int(i));
-    }
-}
 
 using Shape = std::vector<Run>;
 
@@ -84,7 +46,7 @@ EdgeShape measure(const EdgeMap &edges, const Shape &runs)
 
 std::vector<Shape> separate(std::vector<Run> runs)
 {
-    connect(runs);
+    connect(runs, 1);
     std::vector<int> numbers(runs.size(), -1);
     std::vector<Shape> shapes;
     for (std::size_t i = 0; i < runs.size(); ++i) {

@@ -2,6 +2,7 @@
 
 #include "BrightLetters.h"
 #include "EdgeShapes.h"
+#include "Figure.h"
 #include "LineEntries.h"
 #include "LineIcons.h"
 #include "LineLinking.h"
@@ -43,9 +44,7 @@ bool isFilled(const QImage &image, const EdgeShape &shape, bool isAlone)
         return false;
     const QRgb inside = image.pixel(ink.center());
     const auto differs = [&](int x) {
-        const QRgb outside = image.pixel(std::clamp(x, 0, image.width() - 1), ink.center().y());
-        return std::abs(qRed(inside) - qRed(outside)) > other || std::abs(qGreen(inside) - qGreen(outside)) > other ||
-               std::abs(qBlue(inside) - qBlue(outside)) > other;
+        return distance(inside, image.pixel(std::clamp(x, 0, image.width() - 1), ink.center().y())) > other;
     };
     const bool left = differs(ink.left() - 3);
     const bool right = differs(ink.right() + 3);
@@ -72,10 +71,7 @@ bool isBlob(const QImage &image, const QRect &ink)
     const auto differs = [&](const QPoint &step) {
         const QPoint at(std::clamp(centre.x() + step.x(), 0, image.width() - 1),
                         std::clamp(centre.y() + step.y(), 0, image.height() - 1));
-        const QRgb a = image.pixel(centre);
-        const QRgb b = image.pixel(at);
-        return std::abs(qRed(a) - qRed(b)) > other || std::abs(qGreen(a) - qGreen(b)) > other ||
-               std::abs(qBlue(a) - qBlue(b)) > other;
+        return distance(image.pixel(centre), image.pixel(at)) > other;
     };
     const int x = width / 2 + 2;
     const int y = height / 2 + 2;
@@ -120,26 +116,27 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
     return lines;
 }
 
-/// A line of bright letters with dark all around them; on flat ground only where it can't be a row of icons.
-bool isBrightLine(const std::vector<EdgeShape> &shapes, bool isOnPicture, int minimumHeight)
+/// Whether bright letters make a line. On flat ground, where icons are in rows too, they stand closer.
+bool isBrightLine(const QImage &image, const std::vector<EdgeShape> &shapes, int minimumHeight)
 {
     const QRect ink = inkOf(shapes);
+    if (shapes.size() < 3 || ink.height() < std::max(9, minimumHeight) || 2 * ink.width() < 5 * ink.height())
+        return false;
     int inked = 0;
     for (const EdgeShape &shape : shapes)
         inked += shape.ink.width();
-    return shapes.size() >= (isOnPicture ? 3 : 5) && ink.height() >= std::max(9, minimumHeight) &&
-           2 * ink.width() >= 5 * ink.height() && 100 * inked >= (isOnPicture ? 50 : 70) * ink.width();
+    const bool isOnPicture = LineNormalizer(image, ink).isVaried();
+    return shapes.size() >= (isOnPicture ? 3 : 5) && 100 * inked >= (isOnPicture ? 50 : 70) * ink.width();
 }
 
 /// Whether it is bright above and below: then the bright shapes are the paper within dark letters.
 bool isBrightAround(const QImage &image, const QRect &ink)
 {
-    constexpr int bright = 185; // of 255, as the letters are
     int count = 0;
     for (const int y : {ink.top() - ink.height(), ink.bottom() + ink.height()}) {
         const auto *row = reinterpret_cast<const QRgb *>(image.constScanLine(std::clamp(y, 0, image.height() - 1)));
         for (int x = ink.left(); x <= ink.right(); ++x)
-            count += qGray(row[x]) >= bright ? 1 : 0;
+            count += levelOf(row[x]) >= brightLevel ? 1 : 0;
     }
     return 10 * count >= 6 * 2 * ink.width();
 }
@@ -191,13 +188,13 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
     lines = withoutPattern(std::move(lines));
     QList<FoundLine> rivals;
     forEachRow(brightLettersIn(image), [&](const std::vector<EdgeShape> &row) {
-        const bool isOnPicture = !row.empty() && LineNormalizer(image, inkOf(row)).isVaried();
-        if (!isBrightLine(row, isOnPicture, minimumHeight) || isBrightAround(image, inkOf(row)))
+        if (!isBrightLine(image, row, minimumHeight) || isBrightAround(image, inkOf(row)))
             return;
         FoundLine rival = lineOf(image, row);
         rival.isRival = true;
         // Flat ground tears no line, but some are lost there.
-        if (coveredShare(rival, lines) < (isOnPicture ? 0.85 : 0.1))
+        const double covered = LineNormalizer(image, rival.ink).isVaried() ? 0.85 : 0.1;
+        if (coveredShare(rival, lines) < covered)
             rivals.append(rival);
     });
     return lines + rivals;

@@ -76,7 +76,9 @@ bool belongTogether(const Box &a, const Box &b, const Nearness &nearness)
     const Box &taller = a.ink.height() < b.ink.height() ? b : a;
     if (2 * gap > lower && taller.count == 1 && taller.ink.width() <= 2 && 20 * higher > 29 * lower && lower > 5)
         return false; // the side of a bubble
-    if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > 1.25 * tallest + 1))
+    // Descenders make a line higher than its tallest letter is.
+    const double lineHeight = std::max(1.25 * tallest + 1, std::min<double>(higher, 1.4 * tallest));
+    if (isSpeck && gap > 0 && (gap > 0.7 * tallest + 1 || together > lineHeight))
         return false; // a star beside the text
     if (2 * (overlap + reach) < lower || higher > nearness.heightRatio * lower || together > 1.3 * higher + 1)
         return false;

@@ -196,7 +196,7 @@ int inkedColumns(const Plane &coverage)
 /// letters. Where there are no such outlines, so that the letters would go with the ground, everything stays.
 Plane withoutRim(const Plane &original)
 {
-    constexpr float least = 0.4F;
+    constexpr float least = 0.4F; // soft edges go too
     Plane coverage = original;
     std::vector<QPoint> open;
     const auto take = [&](const QPoint &at) {
@@ -220,6 +220,7 @@ Plane withoutRim(const Plane &original)
         for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)})
             take(at + step);
     }
+    // Letters leave about a third of the columns empty; of .45 and .6 this lost fewer lines of drawn screens.
     return 100 * inkedColumns(coverage) >= 45 * coverage.width ? coverage : original;
 }
 

@@ -16,6 +16,7 @@ QString withFullStop(const QString &text);
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);
 
 /// The same for a screen that is a picture for the most part: its flat places have specks that look like letters, too.
+/// A letter or two that stand on the picture itself never are; beside it, surely read, they may be a button's label.
 bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture);
 
 } // namespace lucentra

@@ -102,7 +102,7 @@ bool overlap(const QRect &a, const QRect &b)
 /// Empties the readings of rivals that aren't clearly better than what they overlap, or of that.
 void dropBeaten(const QList<ReadLine> &lines, QList<Reading> &readings)
 {
-    constexpr double lead = 1.15;
+    constexpr double lead = 1.15; // with 1 a rival with a speck more won now and then
     for (qsizetype rival = 0; rival < lines.size(); ++rival) {
         if (!lines[rival].found.isRival)
             continue;
@@ -126,14 +126,16 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
 {
     QList<Reading> readings;
     qsizetype doubtful = 0;
+    qsizetype rivals = 0;
     for (const ReadLine &line : lines) {
         readings.append(wholeOf(line));
         if (!isPlausible(readings.last(), line.found, line.isOnPicture))
             readings.last().text.clear();
+        rivals += line.found.isRival ? 1 : 0;
         doubtful += !line.found.isRival && (readings.last().text.isEmpty() || line.isOnPicture) ? 1 : 0;
     }
     dropBeaten(lines, readings);
-    const bool isPicture = doubtful > std::max<qsizetype>(3, lines.size() / 4);
+    const bool isPicture = doubtful > std::max<qsizetype>(3, (lines.size() - rivals) / 4);
     QList<TypeLine> texts;
     QList<QRect> inks;
     for (qsizetype i = 0; i < lines.size(); ++i) {

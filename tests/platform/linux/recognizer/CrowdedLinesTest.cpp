@@ -227,10 +227,10 @@ private Q_SLOTS:
         QTest::addColumn<QList<int>>("counts"); // of each row's shapes
         const QList<QRect> upper{{40, 10, 12, 12}, {54, 10, 12, 12}, {68, 11, 12, 11}};
         const QList<QRect> lower{{40, 28, 10, 10}, {52, 28, 10, 10}, {64, 28, 10, 10}};
-        const QList<QRect> third{{40, 44, 10, 10}, {52, 44, 10, 10}};
+        const QList<QRect> third{{40, 44, 10, 10}, {52, 44, 10, 10}, {64, 44, 10, 10}};
         QTest::newRow("one row") << upper << QList<int>{3};
         QTest::newRow("two") << upper + lower << QList<int>{3, 3};
-        QTest::newRow("three") << upper + lower + third << QList<int>{3, 3, 2};
+        QTest::newRow("three") << upper + lower + third << QList<int>{3, 3, 3};
         QTest::newRow("beside an icon") << upper + lower + QList<QRect>{{2, 10, 28, 28}} << QList<int>{3, 3};
         QTest::newRow("a letter spans both") << upper + lower + QList<QRect>{{46, 10, 6, 28}} << QList<int>{7};
         QTest::newRow("accents above") << QList<QRect>{{40, 14, 8, 12}, {52, 14, 8, 12}, {42, 10, 3, 2}, {54, 10, 3, 2}}
@@ -247,6 +247,31 @@ private Q_SLOTS:
         for (const std::vector<EdgeShape> &row : rowsOf(group))
             counts.append(int(row.size()));
         QTEST(counts, "counts");
+    }
+
+    void partsOfALetterAreNoRows_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("family");
+        const QString japanese = u"Noto Sans CJK JP"_s;
+        const QString korean = u"Noto Sans CJK KR"_s;
+        for (const QString &text : {u"売上"_s, u"予告"_s, u"言う"_s, u"合計 1"_s})
+            QTest::newRow(qPrintable(text)) << text << japanese;
+        for (const QString &text : {u"로그인"_s, u"한국어"_s, u"제목 1"_s, u"모두 보기"_s})
+            QTest::newRow(qPrintable(text)) << text << korean;
+        QTest::newRow("dots at the end") << u"Loading..."_s << u"Liberation Serif"_s;
+        QTest::newRow("an ellipsis") << u"Please wait…"_s << u"Liberation Serif"_s;
+    }
+
+    void partsOfALetterAreNoRows()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, family);
+        for (const int size : {20, 28, 32, 40, 48, 56}) {
+            QImage image = blank({400, 100}, QColor(250, 250, 250));
+            const QRect box = write(image, {20, 70}, text, font(family, size), QColor(20, 20, 20));
+            QVERIFY2(isFound(image, box, 3 + size / 16), qPrintable(QString::number(size)));
+        }
     }
 
     void outlinedLettersAreFoundInAPicture()
