@@ -210,14 +210,16 @@ std::vector<Group> linked(std::vector<Group> groups, const Walls &walls, const N
 
 } // namespace
 
-std::vector<std::vector<EdgeShape>> linkedShapes(std::vector<EdgeShape> shapes, const Walls &walls)
+std::vector<std::vector<EdgeShape>> linkedShapes(const std::vector<EdgeShape> &shapes, const Walls &walls)
 {
     std::vector<Group> groups;
+    groups.reserve(shapes.size());
     for (const EdgeShape &shape : shapes)
         groups.push_back({shape.ink, {shape}});
     for (const Nearness &nearness : {likeLetters, likePunctuation, likeWords})
         groups = linked(std::move(groups), walls, nearness);
     std::vector<std::vector<EdgeShape>> result;
+    result.reserve(groups.size());
     for (Group &group : groups)
         result.push_back(std::move(group.shapes));
     return result;
