@@ -116,17 +116,20 @@ QList<FoundLine> withoutPattern(QList<FoundLine> lines)
     return lines;
 }
 
-/// Whether bright letters make a line. On flat ground, where icons are in rows too, they stand closer.
-bool isBrightLine(const QImage &image, const std::vector<EdgeShape> &shapes, int minimumHeight)
+/// Whether bright letters may make a line, by their number and the room that they take.
+bool mayBeBrightLine(const std::vector<EdgeShape> &shapes, int minimumHeight)
 {
     const QRect ink = inkOf(shapes);
-    if (shapes.size() < 3 || ink.height() < std::max(9, minimumHeight) || 2 * ink.width() < 5 * ink.height())
-        return false;
+    return shapes.size() >= 3 && ink.height() >= std::max(9, minimumHeight) && 2 * ink.width() >= 5 * ink.height();
+}
+
+/// Whether they stand as close as letters do. On flat ground, where icons are in rows too, they must be closer.
+bool areCloseLetters(const std::vector<EdgeShape> &shapes, bool isOnPicture)
+{
     int inked = 0;
     for (const EdgeShape &shape : shapes)
         inked += shape.ink.width();
-    const bool isOnPicture = LineNormalizer(image, ink).isVaried();
-    return shapes.size() >= (isOnPicture ? 3 : 5) && 100 * inked >= (isOnPicture ? 50 : 70) * ink.width();
+    return shapes.size() >= (isOnPicture ? 3 : 5) && 100 * inked >= (isOnPicture ? 50 : 70) * inkOf(shapes).width();
 }
 
 /// Whether it is bright above and below: then the bright shapes are the paper within dark letters.
@@ -188,13 +191,13 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
     lines = withoutPattern(std::move(lines));
     QList<FoundLine> rivals;
     forEachRow(brightLettersIn(image), [&](const std::vector<EdgeShape> &row) {
-        if (!isBrightLine(image, row, minimumHeight) || isBrightAround(image, inkOf(row)))
+        if (!mayBeBrightLine(row, minimumHeight) || isBrightAround(image, inkOf(row)))
             return;
+        const bool isOnPicture = LineNormalizer(image, inkOf(row)).isVaried();
         FoundLine rival = lineOf(image, row);
         rival.isRival = true;
         // Flat ground tears no line, but some are lost there.
-        const double covered = LineNormalizer(image, rival.ink).isVaried() ? 0.85 : 0.1;
-        if (coveredShare(rival, lines) < covered)
+        if (areCloseLetters(row, isOnPicture) && coveredShare(rival, lines) < (isOnPicture ? 0.85 : 0.1))
             rivals.append(rival);
     });
     return lines + rivals;

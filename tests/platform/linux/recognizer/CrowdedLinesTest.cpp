@@ -19,9 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString han = u"Noto Sans CJK TC"_s;
-const QString latin = u"DejaVu Sans"_s;
-
 /// Whether a box is that of a text, but for a pixel or two: wider outlines, softer edges.
 bool isAbout(const QRect &found, const QRect &written, int margin = 3)
 {

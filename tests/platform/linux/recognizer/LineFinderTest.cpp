@@ -15,9 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString han = u"Noto Sans CJK TC"_s;
-const QString latin = u"DejaVu Sans"_s;
-
 double overlap(const QRect &a, const QRect &b)
 {
     const QRect both = a & b;

@@ -10,6 +10,9 @@
 
 namespace lucentra::pictures {
 
+inline const QString han = QStringLiteral("Noto Sans CJK TC");
+inline const QString latin = QStringLiteral("DejaVu Sans");
+
 inline QFont font(const QString &family, int pixels)
 {
     QFont result(family);

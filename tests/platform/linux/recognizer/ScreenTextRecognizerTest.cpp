@@ -14,9 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const TextRecognitionRequest usual{{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}, RecognitionLevel::Accurate, true, 0.008};
-const QString han = u"Noto Sans CJK TC"_s;
-const QString latin = u"DejaVu Sans"_s;
-
 QStringList textsOf(const QList<RecognizedTextObservation> &lines)
 {
     QStringList texts;
