@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <utility>
@@ -189,7 +190,9 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
     const QString message = breakable(m_message);
     const QString shown = fittedText(m_messageLabel->font(), message, textWidth, room);
     m_messageLabel->setText(shown);
-    m_messageLabel->setToolTip(shown == message ? QString() : m_message);
+    // Escaped: a tool tip takes what a service wrote for HTML, and would open the pictures in it.
+    m_messageLabel->setToolTip(shown == message ? QString()
+                                                : Qt::convertFromPlainText(m_message, Qt::WhiteSpaceNormal));
     const int messageHeight = wrappedHeight(m_messageLabel->font(), shown, textWidth);
     m_messageLabel->setGeometry({corner + QPoint(0, titleHeight + form.gap), QSize(textWidth, messageHeight)});
 

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QWindow>
 
 using namespace lucentra;
@@ -128,7 +129,8 @@ private Q_SLOTS:
     {
         QFETCH(QSize, pane);
         QFETCH(int, width);
-        for (const QString &message : {u"短訊息"_s, u"很長的訊息。"_s.repeated(50), u"x"_s.repeated(260)}) {
+        for (const QString &message : {u"短訊息"_s, u"很長的訊息。"_s.repeated(50), u"x"_s.repeated(260),
+                                       u"<img src=\"/dev/zero\"> &amp;"_s.repeated(30)}) {
             PaneFixture fixture;
             fixture.window.resize(pane);
             fixture.window.show();
@@ -145,6 +147,8 @@ private Q_SLOTS:
                 const QRect text =
                     label->fontMetrics().boundingRect(label->contentsRect(), Qt::TextWordWrap, label->text());
                 QVERIFY2(label->contentsRect().contains(text), qPrintable(label->text()));
+                if (const QString toolTip = label->toolTip(); !toolTip.isEmpty())
+                    QCOMPARE(QTextDocumentFragment::fromHtml(toolTip).toPlainText(), message);
             }
         }
     }
