@@ -90,9 +90,10 @@ private Q_SLOTS:
             }
             QTRY_VERIFY(pane.property(u"_NET_WM_STATE"_s).contains(u"SKIP_TASKBAR"_s));
             QTRY_VERIFY(pane.property(u"_NET_WM_STATE"_s).contains(u"SKIP_PAGER"_s));
-            QCOMPARE(pane.window.pos(), place);
+            QTRY_COMPARE(pane.window.pos(), place);
             pane.window.orderOut();
-            QTest::qWait(100);
+            // A window manager that hasn't heard of it yet would take the hints away after the next showing.
+            QTRY_VERIFY(!pane.property(u"WM_STATE"_s).contains(u"Normal"_s));
         }
         pane.settings.write(settings::showInDock, true);
         pane.window.makeKeyAndOrderFront();
@@ -106,8 +107,7 @@ private Q_SLOTS:
     void dragByBody()
     {
         RealPane pane;
-        QTRY_VERIFY(pane.window.isShown());
-        QTest::qWait(200);
+        QTRY_VERIFY(pane.window.isShown() && pane.window.isActiveWindow());
         const QPoint start = pane.window.pos();
         const QPoint body = start + QPoint(240, 200);
         xdotool(drag(body, body + QPoint(120, 60)));
@@ -142,8 +142,7 @@ private Q_SLOTS:
     void resizeByCornerDownToTheSmallestSize()
     {
         RealPane pane;
-        QTRY_VERIFY(pane.window.isShown());
-        QTest::qWait(200);
+        QTRY_VERIFY(pane.window.isShown() && pane.window.isActiveWindow());
         const QPoint corner = pane.window.geometry().bottomRight() - QPoint(8, 8);
         xdotool(drag(corner, corner - QPoint(60, 40)));
         QTRY_COMPARE(pane.moves, 1);
@@ -211,7 +210,13 @@ int main(int argc, char **argv)
     int result = 0;
     {
         QApplication application(argc, argv);
-        QTest::qWait(500);
+        // Windows that are shown before there is a window manager would be shown anew by it.
+        if (!QTest::qWaitFor(
+                [] {
+                    return output(u"xprop"_s, {u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s}).contains(u"window id"_s);
+                },
+                30000))
+            return 1;
         PaneWindowTest test;
         result = QTest::qExec(&test, argc, argv);
     }

@@ -1,20 +1,15 @@
 #pragma once
 
+#include "PrivateBus.h"
+
 #include <gio/gio.h>
 
-#include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <csignal>
-
-#include <sys/prctl.h>
 
 namespace lucentra {
 
-/// A session bus that starts nothing by itself, and GNOME Keyring on it, both in a folder of the test's own. They end
-/// with their owner. While it lives the process's environment points at them.
+/// A session bus and GNOME Keyring on it, in folders of the test's own. They end with their owner. While it lives the
+/// process's environment points at them.
 class PrivateKeyring
 {
 public:
@@ -31,41 +26,14 @@ public:
         m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress());
         m_environment.remove(QStringLiteral("DISPLAY"));
         qputenv("DBUS_SESSION_BUS_ADDRESS", busAddress().toLocal8Bit());
-        for (QProcess *process : {&m_bus, &m_keyring}) // also when the test crashes
-            process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+        // Also when the test crashes.
+        m_keyring.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     }
-    ~PrivateKeyring()
-    {
-        stopKeyring();
-        stopBus();
-    }
+    ~PrivateKeyring() { stopKeyring(); }
 
-    QString busAddress() const { return QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus")); }
-
-    bool startBus()
-    {
-        QFile configuration(m_folder.filePath(QStringLiteral("bus.conf")));
-        if (!configuration.open(QIODevice::WriteOnly))
-            return false;
-        configuration.write("<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
-                            "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>"
-                            "<busconfig><type>session</type><listen>" +
-                            busAddress().toLocal8Bit() +
-                            "</listen><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-                            "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
-        configuration.close();
-        m_bus.setProcessEnvironment(m_environment);
-        m_bus.setStandardErrorFile(QProcess::nullDevice());
-        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + configuration.fileName(),
-                                                    QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
-        return m_bus.waitForStarted() && m_bus.waitForReadyRead(5000);
-    }
-
-    void stopBus()
-    {
-        m_bus.terminate();
-        m_bus.waitForFinished(5000);
-    }
+    QString busAddress() const { return m_bus.address(); }
+    bool startBus() { return m_bus.start(); }
+    void stopBus() { m_bus.stop(); }
 
     /// Starts the keyring with its default collection unlocked, or without making one.
     bool startKeyring(bool unlocked = true)
@@ -157,7 +125,7 @@ private:
 
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment;
-    QProcess m_bus;
+    PrivateBus m_bus;
     QProcess m_keyring;
 };
 

@@ -35,9 +35,10 @@ void X11ChangeMonitorTest::initTestCase()
     qputenv("DISPLAY", m_screen->display());
 }
 
-/// Whether, after what is under way has arrived, there were so many reports; begins to count anew.
+/// Whether there were so many reports, once they and a surplus had time to arrive; begins to count anew.
 bool X11ChangeMonitorTest::reported(int expected)
 {
+    (void)QTest::qWaitFor([&] { return m_reports >= expected; });
     QTest::qWait(100);
     return std::exchange(m_reports, 0) == expected;
 }
