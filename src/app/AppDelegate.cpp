@@ -159,10 +159,8 @@ void AppDelegate::wirePass()
     m_pass = std::make_unique<TranslationPass>(*m_glassView, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
     m_glassView->onTranslateTapped = [this] { m_pass->startCapturePass(); };
-    m_window->onUserMoved = [this] {
-        if (!m_glassView->isInputMode()) // typed text is not to be covered by the screen's
-            m_pass->scheduleDebouncedCapture();
-    };
+    m_window->onUserHold = [this](bool isHeld) { m_pass->userHolds(isHeld); };
+    m_window->onUserMoved = [this](std::chrono::milliseconds ago) { m_pass->scheduleDebouncedCapture(ago); };
 }
 
 void AppDelegate::giveBackMemoryLater()
@@ -190,7 +188,11 @@ void AppDelegate::wireManualInput()
         },
         .submit = [this] { m_manualInput.translateNow(); },
         .copy = [this] { m_manualInput.copyResult(); },
-        .reset = [this] { m_manualInput.reset(); },
+        .reset =
+            [this] { // the input mode begins or ends
+                m_manualInput.reset();
+                m_pass->supersede();
+            },
     };
 }
 

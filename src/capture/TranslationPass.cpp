@@ -75,14 +75,30 @@ void TranslationPass::translateCurrentArea()
         m_pane.translateTapped();
 }
 
-void TranslationPass::scheduleDebouncedCapture()
+bool TranslationPass::startsByItself() const
 {
-    if (m_settings.read(settings::triggerMode) == manualTrigger)
+    // In the input mode the pane shows typed text, which the screen's must not cover.
+    return m_settings.read(settings::triggerMode) != manualTrigger && !m_pane.isInputMode();
+}
+
+void TranslationPass::scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease)
+{
+    m_isDueAfterHold = false;
+    if (!startsByItself())
         return;
-    m_debounceTimer = m_scheduler.after(debounceDelay, [this] {
-        if (m_settings.read(settings::triggerMode) != manualTrigger)
+    m_debounceTimer = m_scheduler.after(debounceDelay - sinceRelease, [this] {
+        m_debounceTimer.reset();
+        if (startsByItself())
             startCapturePass();
     });
+}
+
+void TranslationPass::userHolds(bool isHeld)
+{
+    if (!isHeld && m_isDueAfterHold)
+        scheduleDebouncedCapture();
+    else if (isHeld && std::exchange(m_debounceTimer, nullptr))
+        m_isDueAfterHold = true;
 }
 
 void TranslationPass::startCapturePass()
@@ -90,6 +106,7 @@ void TranslationPass::startCapturePass()
     if (!m_pane.isOnScreen())
         return;
     m_debounceTimer.reset();
+    m_isDueAfterHold = false;
     ++m_captureGeneration;
     m_pane.dismissPristineHint();
     m_pane.clearOverlays();
@@ -112,6 +129,14 @@ void TranslationPass::startCapturePass()
                                  (*self)->handleCaptureFailure(context.generation, image.error());
                          });
                      });
+}
+
+void TranslationPass::supersede()
+{
+    m_debounceTimer.reset();
+    m_isDueAfterHold = false;
+    ++m_captureGeneration;
+    m_pane.setProcessing(false);
 }
 
 void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler)
@@ -161,7 +186,7 @@ bool TranslationPass::endsBusyState(qint64 generation)
 
 void TranslationPass::handleCaptureFailure(qint64 generation, const Failure &failure)
 {
-    if (!endsBusyState(generation) || m_pane.isInputMode())
+    if (!endsBusyState(generation))
         return;
     if (m_steps.access.isGranted()) {
         showRetryCard(m_texts.localized(u"無法擷取畫面"_s), failure.description);
@@ -223,8 +248,6 @@ void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, c
 
 void TranslationPass::showRetryCard(const QString &title, const QString &message)
 {
-    if (m_pane.isInputMode())
-        return; // a card would lie over what is being typed and take the keyboard
     m_pane.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
         if (const auto self = weak.lock())
             (*self)->startCapturePass();

@@ -57,15 +57,22 @@ public:
 
     /// The menu's and the hotkey's action: translates, submits the typed text, or shows the hidden pane.
     void translateCurrentArea();
-    /// The user moved or resized the pane. In the automatic mode, the last call starts a pass 0.8 s later.
-    void scheduleDebouncedCapture();
+    /// The user moved or resized the pane and let go of it so long ago. In the automatic mode, the last call starts a
+    /// pass 0.8 s after that, unless the user holds the pane again by then.
+    void scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease = {});
+    /// The user takes hold of the pane, which drops a pass that is due, or lets go of it where it was, which makes that
+    /// pass due again.
+    void userHolds(bool isHeld);
     /// Starts a pass; does nothing while the pane is on no screen.
     void startCapturePass();
+    /// Drops the pass that is due, and what is under way: nothing of it is shown, copied or recorded.
+    void supersede();
 
 private:
     struct Context;
 
     void recognizeText(const QImage &image, const Context &context);
+    bool startsByItself() const;
     bool isCurrent(qint64 generation) const { return generation == m_captureGeneration; }
     bool endsBusyState(qint64 generation);
     void handleCaptureFailure(qint64 generation, const Failure &failure);
@@ -84,6 +91,7 @@ private:
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
     std::unique_ptr<ScheduledTask> m_debounceTimer;
+    bool m_isDueAfterHold = false; ///< a pass was due when the user took hold of the pane
     std::unique_ptr<ScheduledTask> m_reportTimer;
     std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread; workers look whether theirs is over
     /// Held weakly by every deferred stage; looked at on the main thread only.

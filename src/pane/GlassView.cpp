@@ -206,6 +206,7 @@ void GlassView::toggleInputMode()
     if (m_isInputMode) {
         dismissPristineHint();
         clearOverlays();
+        setTranslationActionState(TranslationActionState::translate);
         showManualInput();
     } else {
         hideManualInput();

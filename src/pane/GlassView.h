@@ -51,7 +51,7 @@ public:
         std::function<QWidget *(QWidget *)> makePanel;
         std::function<void()> submit; ///< translates what has been typed
         std::function<void()> copy;   ///< copies the translation
-        std::function<void()> reset;  ///< cancels and forgets everything
+        std::function<void()> reset;  ///< cancels and forgets everything, also a pass that is under way
     };
     ManualInput manualInput;
 

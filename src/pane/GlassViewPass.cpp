@@ -134,8 +134,6 @@ void GlassView::setTranslationActionState(TranslationActionState state)
 
 void GlassView::addTranslationOverlay(const QString &text, double bottomLimit, const QRectF &rect)
 {
-    if (m_isInputMode)
-        return; // the pass began before; its text is no longer what the pane shows
     if (!m_typesetter)
         m_typesetter = std::make_unique<OverlayTypesetter>(m_targetLanguageCode);
     const auto layout =

@@ -47,10 +47,13 @@ TransparentWindow::TransparentWindow(const Services &services)
                    // Some window managers drag the window without a word to it until the end.
                    .held = [this] { frameChanged(); },
                    .released = [this] { endManagersDrag(); }},
-                  [this] {
-                      if (onUserMoved)
-                          onUserMoved();
-                  })
+                  {.began = [this] { userHolds(true); },
+                   .unchanged = [this] { userHolds(false); },
+                   .moved =
+                       [this](std::chrono::milliseconds ago) {
+                           if (onUserMoved)
+                               onUserMoved(ago);
+                       }})
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setMinimumSize(smallestSize);
@@ -66,6 +69,12 @@ TransparentWindow::TransparentWindow(const Services &services)
         // An open menu of ours has pointer and keyboard to itself.
         m_userMoves.held(isHeld && !QApplication::activePopupWidget());
     });
+}
+
+void TransparentWindow::userHolds(bool isHeld)
+{
+    if (onUserHold)
+        onUserHold(isHeld);
 }
 
 void TransparentWindow::setContentView(GlassView *view)

@@ -44,8 +44,10 @@ public:
     /// Takes the view over and lets it fill the window.
     void setContentView(GlassView *view);
 
-    /// The user has moved or resized the window, and has let go.
-    std::function<void()> onUserMoved;
+    /// The user has taken hold of the window (true), or has let go of it without having moved it (false).
+    std::function<void(bool)> onUserHold;
+    /// The user has moved or resized the window, and let go of it so long ago.
+    std::function<void(std::chrono::milliseconds)> onUserMoved;
     /// The window lies elsewhere or has another size, for whatever reason; called for each step on the way.
     std::function<void()> onFrameChanged;
     /// The window has appeared (mapped and not minimized), or is gone.
@@ -84,6 +86,7 @@ private:
     void addButtons();
     void addResizeHandles();
     void retranslate();
+    void userHolds(bool isHeld);
     void zoom();
     void endManagersDrag();
     void beginResize(Qt::Edges edges, QPoint pointer);

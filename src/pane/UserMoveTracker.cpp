@@ -4,10 +4,10 @@
 
 namespace lucentra {
 
-UserMoveTracker::UserMoveTracker(Scheduler &scheduler, Surroundings surroundings, std::function<void()> moved)
+UserMoveTracker::UserMoveTracker(Scheduler &scheduler, Surroundings surroundings, Reports reports)
     : m_scheduler(scheduler)
     , m_surroundings(std::move(surroundings))
-    , m_moved(std::move(moved))
+    , m_reports(std::move(reports))
 {
 }
 
@@ -19,9 +19,12 @@ void UserMoveTracker::windowShown()
 
 void UserMoveTracker::windowHidden()
 {
+    const bool wasHeld = m_isHeld || m_isTracking;
     m_isShown = m_isHeld = m_isTracking = false;
     m_look.reset();
     m_answerEnds.reset();
+    if (wasHeld)
+        m_reports.unchanged();
 }
 
 void UserMoveTracker::held(bool isHeld)
@@ -30,6 +33,12 @@ void UserMoveTracker::held(bool isHeld)
         return;
     m_isHeld = isHeld;
     m_answerEnds = isHeld ? nullptr : m_scheduler.after(answerPatience, [this] { m_answerEnds.reset(); });
+    if (m_isTracking && !isHeld)
+        look(); // the release is heard of here first
+    else if (!m_isTracking && !isHeld)
+        m_reports.unchanged();
+    else if (m_surroundings.isButtonDown()) // some window managers report a drag only when it is over
+        m_reports.began();
 }
 
 void UserMoveTracker::grabbed()
@@ -55,7 +64,8 @@ void UserMoveTracker::begin(const QRect &from)
     m_isReleased = false;
     m_start = from;
     m_lastSeen = {};
-    m_patience = answerPatience;
+    m_waited = std::chrono::milliseconds::zero();
+    m_reports.began();
     m_look = m_scheduler.after(lookInterval, [this] { look(); });
 }
 
@@ -65,15 +75,17 @@ void UserMoveTracker::look()
     bool hasEnded = false;
     if (m_isHeld || m_surroundings.isButtonDown()) {
         m_lastSeen = {};
+        m_waited = std::chrono::milliseconds::zero();
         if (m_surroundings.held)
             m_surroundings.held();
     } else {
         letGo();
         // After the release the window's last place may still be on its way: two looks must see the same, and the
         // place that it began at only counts once a slow window manager has had its time.
+        if (!m_lastSeen.isNull())
+            m_waited += lookInterval;
         const bool isResting = std::exchange(m_lastSeen, frame) == frame;
-        m_patience -= lookInterval;
-        hasEnded = isResting && (frame != m_start || m_patience.count() <= 0);
+        hasEnded = isResting && (frame != m_start || m_waited >= answerPatience);
     }
     if (!hasEnded) {
         m_look = m_scheduler.after(lookInterval, [this] { look(); });
@@ -82,7 +94,9 @@ void UserMoveTracker::look()
     m_isTracking = false;
     m_lastFrame = frame;
     if (frame != m_start)
-        m_moved();
+        m_reports.moved(m_waited);
+    else
+        m_reports.unchanged();
 }
 
 void UserMoveTracker::letGo()

@@ -9,7 +9,7 @@
 
 namespace lucentra {
 
-/// Finds out which moves and resizes of the pane's window are the user's own, and tells once when one has ended.
+/// Finds out which moves and resizes of the pane's window are the user's own, and reports when one begins and ends.
 ///
 /// The window's rectangle also changes when it is first shown, and by window managers and displays; such a change must
 /// not count, since what lies beneath the pane is sent out after the user's own moves. A change counts when the user
@@ -31,8 +31,18 @@ public:
         std::function<void()> released; ///< called once the button isn't down any more; may be empty
     };
 
-    /// `moved` is called on the main thread once a move or resize has ended with another rectangle than it began.
-    UserMoveTracker(Scheduler &scheduler, Surroundings surroundings, std::function<void()> moved);
+    /// Called on the main thread.
+    struct Reports
+    {
+        /// The user has taken hold of the window; one of the other two follows. May be called again before that.
+        std::function<void()> began;
+        /// The user has let go of the window, and has not moved it.
+        std::function<void()> unchanged;
+        /// A move or resize has ended with another rectangle than it began; the user let go of the window so long ago.
+        std::function<void(std::chrono::milliseconds)> moved;
+    };
+
+    UserMoveTracker(Scheduler &scheduler, Surroundings surroundings, Reports reports);
 
     void windowShown();
     void windowHidden();
@@ -53,7 +63,7 @@ private:
 
     Scheduler &m_scheduler;
     const Surroundings m_surroundings;
-    const std::function<void()> m_moved;
+    const Reports m_reports;
     std::unique_ptr<ScheduledTask> m_look;
     std::unique_ptr<ScheduledTask> m_answerEnds; ///< until when a change may be the answer to a hold that has ended
     bool m_isShown = false;
@@ -63,7 +73,7 @@ private:
     QRect m_start;
     QRect m_lastFrame;
     QRect m_lastSeen;                        ///< at the last look
-    std::chrono::milliseconds m_patience{0}; ///< what is left of it
+    std::chrono::milliseconds m_waited{0};   ///< since the first look without a button down
 };
 
 } // namespace lucentra

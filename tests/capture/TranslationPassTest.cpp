@@ -98,9 +98,11 @@ private Q_SLOTS:
     void aNewerPassDropsTheOlderOnesResults();
     void whatIsSupersededIsNeitherReadNorSent();
     void failuresEndInTheirCards();
-    void noCardComesOverTypedText();
+    void nothingComesOfAPassOnceTextIsTyped();
     void aRetryStartsANewPass();
     void aDragCostsOnePass();
+    void aSecondDragPutsThePassOff_data();
+    void aSecondDragPutsThePassOff();
     void theManualModeStartsNothingByItself();
     void anExplicitTriggerAbsorbsTheTimer();
     void theActionShowsAHiddenPaneAndSubmitsTypedText();
@@ -270,14 +272,24 @@ void TranslationPassTest::whatIsSupersededIsNeitherReadNorSent()
     QCOMPARE(m_requests.size(), 1);
 }
 
-void TranslationPassTest::noCardComesOverTypedText()
+void TranslationPassTest::nothingComesOfAPassOnceTextIsTyped()
 {
+    m_settings->write(settings::autoCopy, true);
     m_pass->startCapturePass();
+    capture();
+    settle([&] { return m_requests.size() == 1; });
+    m_pass->startCapturePass();
+    m_pass->scheduleDebouncedCapture();
     m_pane->inputMode = true;
-    capture(tl::unexpected(Failure{.description = u"reason"_s}));
-    m_queue->drain();
+    m_pass->supersede();
     QVERIFY(!m_pane->processing);
-    QCOMPARE(m_pane->log, QStringList{u"clear"_s});
+    m_pass->scheduleDebouncedCapture(); // moved while text is typed
+    m_clock->advance(10s);
+    capture(tl::unexpected(Failure{.description = u"reason"_s}));
+    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+    QVERIFY(!m_pane->processing && m_capture->held.isEmpty());
+    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s}));
+    QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
 }
 
 void TranslationPassTest::failuresEndInTheirCards()
@@ -330,6 +342,35 @@ void TranslationPassTest::aDragCostsOnePass()
     m_clock->advance(1ms);
     QCOMPARE(m_capture->held.size(), 1);
     m_clock->advance(10s);
+    QCOMPARE(m_capture->held.size(), 1);
+}
+
+void TranslationPassTest::aSecondDragPutsThePassOff_data()
+{
+    QTest::addColumn<bool>("moves");
+    QTest::newRow("to another place") << true;
+    QTest::newRow("back to where it began") << false;
+}
+
+void TranslationPassTest::aSecondDragPutsThePassOff()
+{
+    QFETCH(bool, moves);
+    m_pass->userHolds(true);
+    m_pass->userHolds(false); // nothing was due
+    QVERIFY(m_clock->isIdle());
+    m_pass->scheduleDebouncedCapture(40ms);
+    m_clock->advance(400ms);
+    m_pass->userHolds(true);
+    m_clock->advance(2s);
+    m_pass->userHolds(true); // held for long, and moved at last
+    QVERIFY(m_capture->held.isEmpty());
+    if (moves)
+        m_pass->scheduleDebouncedCapture(40ms);
+    else
+        m_pass->userHolds(false);
+    m_clock->advance(moves ? 759ms : 799ms);
+    QVERIFY(m_capture->held.isEmpty());
+    m_clock->advance(1ms);
     QCOMPARE(m_capture->held.size(), 1);
 }
 

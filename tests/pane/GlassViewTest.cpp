@@ -136,7 +136,7 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         int moves = 0;
-        pane.window.onUserMoved = [&] { ++moves; };
+        pane.window.onUserMoved = [&](std::chrono::milliseconds) { ++moves; };
         pane.window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
         const QPoint start = pane.window.pos();
@@ -161,7 +161,7 @@ private Q_SLOTS:
         PaneFixture pane;
         int moves = 0;
         int steps = 0;
-        pane.window.onUserMoved = [&] { ++moves; };
+        pane.window.onUserMoved = [&](std::chrono::milliseconds) { ++moves; };
         pane.window.onFrameChanged = [&] { ++steps; };
         pane.window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&pane.window));

@@ -52,7 +52,7 @@ struct RealPane : PaneFixture
     {
         window.setContentView(view);
         view->onTranslateTapped = [this] { ++passes; };
-        window.onUserMoved = [this] { ++moves; };
+        window.onUserMoved = [this](std::chrono::milliseconds) { ++moves; };
         window.makeKeyAndOrderFront();
     }
 

@@ -27,9 +27,19 @@ struct Desk
     bool isButtonDown = false;
     QRect frame{100, 100, 480, 280};
     int reports = 0;
+    bool isTaken = false;
+    std::chrono::milliseconds sinceRelease{};
     ManualScheduler scheduler;
-    UserMoveTracker tracker{
-        scheduler, {[this] { return isButtonDown; }, [this] { return frame; }}, [this] { ++reports; }};
+    UserMoveTracker tracker{scheduler,
+                            {[this] { return isButtonDown; }, [this] { return frame; }},
+                            {.began = [this] { isTaken = true; },
+                             .unchanged = [this] { isTaken = false; },
+                             .moved =
+                                 [this](std::chrono::milliseconds ago) {
+                                     ++reports;
+                                     isTaken = false;
+                                     sinceRelease = ago;
+                                 }}};
 
     void moveTo(QPoint corner)
     {
@@ -103,13 +113,14 @@ private Q_SLOTS:
             desk.scheduler.advance(20ms);
         }
         desk.scheduler.advance(10s); // held still
-        QCOMPARE(desk.reports, 0);
+        QVERIFY(desk.isTaken && desk.reports == 0);
         desk.isButtonDown = false;
         desk.scheduler.advance(30ms);
         desk.moveTo({150, 100}); // the last step comes after the release
         desk.scheduler.advance(1s);
         QCOMPARE(desk.reports, 1);
-        QVERIFY(desk.scheduler.isIdle());
+        QVERIFY(desk.sinceRelease >= 40ms && desk.sinceRelease <= 120ms);
+        QVERIFY(desk.scheduler.isIdle() && !desk.isTaken);
     }
 
     void dragThatEndsWhereItBeganIsNotReported()
@@ -122,7 +133,9 @@ private Q_SLOTS:
         desk.scheduler.advance(200ms);
         desk.moveTo({100, 100}); // Escape, in most window managers
         desk.isButtonDown = false;
+        QVERIFY(desk.isTaken);
         desk.scheduler.advance(1s);
+        QVERIFY(!desk.isTaken);
         QCOMPARE(desk.reports, 0);
     }
 
@@ -142,6 +155,7 @@ private Q_SLOTS:
         if (tellsAtOnce)
             desk.moveTo({110, 100});
         desk.scheduler.advance(100ms);
+        QVERIFY(desk.isTaken);
         desk.isButtonDown = false;
         desk.tracker.held(false);
         desk.scheduler.advance(10ms);
@@ -212,6 +226,7 @@ private Q_SLOTS:
         desk.tracker.windowHidden();
         desk.isButtonDown = false;
         desk.scheduler.advance(1s);
+        QVERIFY(!desk.isTaken);
         QCOMPARE(desk.reports, 0);
     }
 
