@@ -87,11 +87,10 @@ class OnAScreen:
 
         x, y, _, _ = pane.frame
         self.screen.drag((480, 440), (492, 452))
-        self.screen.do("sleep 0.3")
-        self.screen.drag((492, 452), (480, 440), hold=1.2)
+        self.assertTrue(eventually(lambda: (x, y) != pane.frame[:2]))
+        self.screen.drag((492, 452), (480, 440), hold=1.2)  # back to where it was
         self.assertEqual(len(self.server.requests), 2, "nothing while the button is down, of the first drag neither")
         self.assertEqual(self.requests(3), [LINES] * 3)
-        self.assertNotEqual((x, y), pane.frame[:2])
         time.sleep(1.2)
         self.assertEqual(len(self.server.requests), 3)
         # Three times the same pair is one entry.
