@@ -7,8 +7,6 @@ namespace lucentra {
 
 namespace {
 
-constexpr quint8 sentEventBit = 0x80;
-
 QRect outerFrame(int x, int y, int width, int height, int border)
 {
     return {x, y, width + 2 * border, height + 2 * border};
@@ -21,8 +19,6 @@ X11ChangeMonitor::X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(co
     , m_toNative(std::move(toNative))
 {
 }
-
-X11ChangeMonitor::~X11ChangeMonitor() = default;
 
 void X11ChangeMonitor::watch(const QRectF &area, std::function<void()> changed)
 {
@@ -42,9 +38,9 @@ void X11ChangeMonitor::rearm()
         return;
     for (Watched &watched : m_windows) {
         if (std::exchange(watched.isDamaged, false))
-            xcb_damage_subtract(m_connection.get(), watched.damage, XCB_NONE, XCB_NONE);
+            xcb_damage_subtract(m_connection->get(), watched.damage, XCB_NONE, XCB_NONE);
     }
-    xcb_flush(m_connection.get());
+    xcb_flush(m_connection->get());
     m_isArmed = true;
     if (std::exchange(m_hasMissedChange, false))
         reportIfInside(m_area);
@@ -52,35 +48,29 @@ void X11ChangeMonitor::rearm()
 
 void X11ChangeMonitor::start()
 {
-    int screenNumber = 0;
-    m_connection.reset(xcb_connect(nullptr, &screenNumber));
-    xcb_connection_t *c = m_connection.get();
-    const xcb_query_extension_reply_t *damage =
-        xcb_connection_has_error(c) ? nullptr : xcb_get_extension_data(c, &xcb_damage_id);
+    m_connection = std::make_unique<X11EventConnection>();
+    xcb_connection_t *c = m_connection->get();
+    const xcb_query_extension_reply_t *damage = *m_connection ? xcb_get_extension_data(c, &xcb_damage_id) : nullptr;
     if (!damage || !damage->present) {
         m_connection.reset();
         return;
     }
     m_damageEvent = damage->first_event;
     xcb_discard_reply(c, xcb_damage_query_version(c, 1, 1).sequence);
-    m_root = x11Screen(c, screenNumber)->root;
     m_desktopPicture = x11Atom(c, "_XROOTPMAP_ID");
     const quint32 events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(c, m_root, XCB_CW_EVENT_MASK, &events);
-    X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, xcb_query_tree(c, m_root), nullptr));
+    xcb_change_window_attributes(c, m_connection->root(), XCB_CW_EVENT_MASK, &events);
+    X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, xcb_query_tree(c, m_connection->root()), nullptr));
     if (tree) {
         const xcb_window_t *children = xcb_query_tree_children(tree.get());
         for (int i = 0; i < tree->children_len; ++i)
             addWindow(children[i]);
     }
-    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(c), QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readEvents(); });
-    readEvents();
+    m_connection->listen([this](const xcb_generic_event_t &event) { handle(event); });
 }
 
 void X11ChangeMonitor::stop()
 {
-    m_notifier.reset();
     m_windows.clear();
     m_connection.reset();
 }
@@ -89,19 +79,19 @@ bool X11ChangeMonitor::isOurs(xcb_window_t window)
 {
     if (m_ours.contains(window))
         return true;
-    const auto cookie = xcb_query_tree(m_connection.get(), window);
-    X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection.get(), cookie, nullptr));
+    const auto cookie = xcb_query_tree(m_connection->get(), window);
+    X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection->get(), cookie, nullptr));
     if (!tree)
         return true; // gone already
     const xcb_window_t *children = xcb_query_tree_children(tree.get());
     return std::any_of(children, children + tree->children_len, [this, window](xcb_window_t child) {
-        return m_ours.contains(child) && x11FillsHalf(m_connection.get(), child, window); // no bar with an icon of ours
+        return m_ours.contains(child) && x11FillsHalf(m_connection->get(), child, window); // no bar with an icon of ours
     });
 }
 
 void X11ChangeMonitor::addWindow(xcb_window_t window)
 {
-    xcb_connection_t *c = m_connection.get();
+    xcb_connection_t *c = m_connection->get();
     const auto attributesCookie = xcb_get_window_attributes(c, window);
     const auto geometryCookie = xcb_get_geometry(c, window);
     X11Reply<xcb_get_window_attributes_reply_t> attributes(
@@ -119,46 +109,32 @@ void X11ChangeMonitor::addWindow(xcb_window_t window)
     reportIfInside(watched.frame);
 }
 
-void X11ChangeMonitor::readEvents()
+void X11ChangeMonitor::handle(const xcb_generic_event_t &event)
 {
-    // A report may end the watch, and with it the connection.
-    while (m_connection) {
-        X11Reply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection.get()));
-        if (!event)
-            break;
-        handle(event.get());
-    }
-    if (m_connection && xcb_connection_has_error(m_connection.get()))
-        stop();
-}
-
-void X11ChangeMonitor::handle(const xcb_generic_event_t *event)
-{
-    const quint8 type = event->response_type & ~sentEventBit;
+    const int type = x11EventType(event);
     if (type == m_damageEvent + XCB_DAMAGE_NOTIFY) {
-        const auto *damage = reinterpret_cast<const xcb_damage_notify_event_t *>(event);
-        const auto watched = m_windows.find(damage->drawable);
+        const auto watched = m_windows.find(x11Event<xcb_damage_notify_event_t>(event).drawable);
         if (watched == m_windows.end())
             return;
         watched->isDamaged = true;
         reportIfInside(watched->frame);
     } else if (type == XCB_PROPERTY_NOTIFY) {
-        if (reinterpret_cast<const xcb_property_notify_event_t *>(event)->atom == m_desktopPicture)
+        if (x11Event<xcb_property_notify_event_t>(event).atom == m_desktopPicture)
             reportIfInside(m_area);
     } else if (type == XCB_MAP_NOTIFY) {
-        addWindow(reinterpret_cast<const xcb_map_notify_event_t *>(event)->window);
+        addWindow(x11Event<xcb_map_notify_event_t>(event).window);
     } else if (type == XCB_CONFIGURE_NOTIFY) {
-        const auto *configure = reinterpret_cast<const xcb_configure_notify_event_t *>(event);
-        const auto watched = m_windows.find(configure->window);
+        const auto &configure = x11Event<xcb_configure_notify_event_t>(event);
+        const auto watched = m_windows.find(configure.window);
         if (watched == m_windows.end())
             return;
-        const QRect before = std::exchange(watched->frame, outerFrame(configure->x, configure->y, configure->width,
-                                                                      configure->height, configure->border_width));
+        const QRect before = std::exchange(watched->frame, outerFrame(configure.x, configure.y, configure.width,
+                                                                      configure.height, configure.border_width));
         reportIfInside(before | watched->frame);
     } else if (type == XCB_UNMAP_NOTIFY) {
-        const auto gone = m_windows.take(reinterpret_cast<const xcb_unmap_notify_event_t *>(event)->window);
+        const auto gone = m_windows.take(x11Event<xcb_unmap_notify_event_t>(event).window);
         if (gone.damage)
-            xcb_damage_destroy(m_connection.get(), gone.damage); // fails unnoticed where the window went too
+            xcb_damage_destroy(m_connection->get(), gone.damage); // fails unnoticed where the window went too
         reportIfInside(gone.frame);
     }
 }

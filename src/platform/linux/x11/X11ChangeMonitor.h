@@ -2,10 +2,10 @@
 
 #include "ScreenChangeMonitor.h"
 #include "X11Composer.h"
+#include "X11EventConnection.h"
 
 #include <QHash>
 #include <QRect>
-#include <QSocketNotifier>
 
 #include <xcb/damage.h>
 
@@ -21,7 +21,6 @@ public:
     /// Connects to $DISPLAY. `ours` are the ids of this program's other connection; `toNative` gives the native
     /// pixels of an area in points.
     X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const QRectF &)> toNative);
-    ~X11ChangeMonitor() override;
 
     void watch(const QRectF &area, std::function<void()> changed) override;
     void rearm() override;
@@ -38,15 +37,12 @@ private:
     void stop();
     void addWindow(xcb_window_t window);
     bool isOurs(xcb_window_t window);
-    void readEvents();
-    void handle(const xcb_generic_event_t *event);
+    void handle(const xcb_generic_event_t &event);
     void reportIfInside(const QRect &native);
 
     const X11ResourceRange m_ours;
     const std::function<QRect(const QRectF &)> m_toNative;
-    X11Connection m_connection;
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    xcb_window_t m_root = XCB_WINDOW_NONE;
+    std::unique_ptr<X11EventConnection> m_connection; ///< only while an area is watched
     xcb_atom_t m_desktopPicture = XCB_ATOM_NONE;
     quint8 m_damageEvent = 0;
     QHash<xcb_window_t, Watched> m_windows; ///< foreign and mapped

@@ -2,29 +2,48 @@
 
 #include "VirtualKeys.h"
 
+#include <X11/keysym.h>
+#include <xcb/xcb_keysyms.h>
+
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace lucentra {
 
 namespace {
 
-constexpr quint8 sentEventBit = 0x80;
-
 /// A held key repeats as a release and a press at nearly the same time; nobody's finger is that fast. Milliseconds.
 constexpr quint32 repeatGap = 5;
 
-// Key symbols of the X protocol.
-constexpr xcb_keysym_t altLeft = 0xFFE9;
-constexpr xcb_keysym_t altRight = 0xFFEA;
-constexpr xcb_keysym_t superLeft = 0xFFEB;
-constexpr xcb_keysym_t superRight = 0xFFEC;
-constexpr xcb_keysym_t numLock = 0xFF7F;
-constexpr xcb_keysym_t scrollLock = 0xFF14;
-
-bool isOneOf(xcb_keysym_t symbol, std::initializer_list<xcb_keysym_t> wanted)
+struct KeySymbolsDeleter
 {
-    return std::find(wanted.begin(), wanted.end(), symbol) != wanted.end();
+    void operator()(xcb_key_symbols_t *symbols) const { xcb_key_symbols_free(symbols); }
+};
+using KeySymbols = std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter>;
+
+/// The modifiers that keys with one of the symbols are assigned to: a mask.
+quint16 modifiersOf(xcb_key_symbols_t *symbols, const xcb_get_modifier_mapping_reply_t *mapping,
+                    std::initializer_list<xcb_keysym_t> wanted)
+{
+    const xcb_keycode_t *assigned = xcb_get_modifier_mapping_keycodes(mapping);
+    quint16 mask = 0;
+    for (const xcb_keysym_t symbol : wanted) {
+        const X11Reply<xcb_keycode_t> keys(xcb_key_symbols_get_keycode(symbols, symbol));
+        for (const xcb_keycode_t *key = keys.get(); key && *key != XCB_NO_SYMBOL; ++key) {
+            for (int i = 0; i < 8 * mapping->keycodes_per_modifier; ++i) {
+                if (assigned[i] == *key)
+                    mask |= quint16(1U << (i / mapping->keycodes_per_modifier));
+            }
+        }
+    }
+    return mask;
+}
+
+/// The lowest modifier of a mask, or the usual one if the mask is empty.
+quint16 firstModifier(quint16 mask, quint16 usual)
+{
+    return mask ? quint16(mask & -mask) : usual;
 }
 
 /// Calls the function with every combination of the mask's bits, none of them included.
@@ -59,15 +78,10 @@ private:
 X11GlobalHotkeys::X11GlobalHotkeys(Scheduler &scheduler)
     : m_scheduler(scheduler)
 {
-    int screenNumber = 0;
-    m_connection.reset(xcb_connect(nullptr, &screenNumber));
-    xcb_connection_t *c = m_connection.get();
-    if (xcb_connection_has_error(c))
+    if (!m_connection)
         return;
-    m_root = x11Screen(c, screenNumber)->root;
     m_masks = queryModifierMasks();
-    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(c), QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readEvents(); });
+    m_connection.listen([this](const xcb_generic_event_t &event) { handle(event); }, [this] { updateModifierMasks(); });
 }
 
 X11GlobalHotkeys::~X11GlobalHotkeys() = default;
@@ -75,39 +89,17 @@ X11GlobalHotkeys::~X11GlobalHotkeys() = default;
 X11GlobalHotkeys::ModifierMasks X11GlobalHotkeys::queryModifierMasks()
 {
     xcb_connection_t *c = m_connection.get();
-    const xcb_setup_t *setup = xcb_get_setup(c);
-    const auto modifiersCookie = xcb_get_modifier_mapping(c);
-    const auto symbolsCookie =
-        xcb_get_keyboard_mapping(c, setup->min_keycode, quint8(setup->max_keycode - setup->min_keycode + 1));
-    X11Reply<xcb_get_modifier_mapping_reply_t> modifiers(xcb_get_modifier_mapping_reply(c, modifiersCookie, nullptr));
-    X11Reply<xcb_get_keyboard_mapping_reply_t> symbols(xcb_get_keyboard_mapping_reply(c, symbolsCookie, nullptr));
-    if (!modifiers || !symbols)
+    const auto cookie = xcb_get_modifier_mapping(c);
+    const KeySymbols symbols(xcb_key_symbols_alloc(c));
+    const X11Reply<xcb_get_modifier_mapping_reply_t> mapping(xcb_get_modifier_mapping_reply(c, cookie, nullptr));
+    if (!symbols || !mapping)
         return m_masks;
-    const xcb_keycode_t *keys = xcb_get_modifier_mapping_keycodes(modifiers.get());
-    const xcb_keysym_t *allSymbols = xcb_get_keyboard_mapping_keysyms(symbols.get());
-    const int perModifier = modifiers->keycodes_per_modifier;
-    const int perKey = symbols->keysyms_per_keycode;
-
-    ModifierMasks found{.alt = 0, .super = 0, .locks = XCB_MOD_MASK_LOCK};
-    for (int i = 0; i < 8 * perModifier; ++i) {
-        if (keys[i] < setup->min_keycode)
-            continue; // an empty place
-        const auto mask = quint16(1U << (i / perModifier));
-        const xcb_keysym_t *own = allSymbols + std::ptrdiff_t(keys[i] - setup->min_keycode) * perKey;
-        for (int k = 0; k < perKey; ++k) {
-            if (isOneOf(own[k], {altLeft, altRight}) && !found.alt)
-                found.alt = mask;
-            else if (isOneOf(own[k], {superLeft, superRight}) && !found.super)
-                found.super = mask;
-            else if (isOneOf(own[k], {numLock, scrollLock}))
-                found.locks |= mask;
-        }
-    }
     const ModifierMasks usual;
-    if (!found.alt)
-        found.alt = usual.alt;
-    if (!found.super)
-        found.super = usual.super;
+    ModifierMasks found;
+    found.alt = firstModifier(modifiersOf(symbols.get(), mapping.get(), {XK_Alt_L, XK_Alt_R}), usual.alt);
+    found.super = firstModifier(modifiersOf(symbols.get(), mapping.get(), {XK_Super_L, XK_Super_R}), usual.super);
+    found.locks =
+        XCB_MOD_MASK_LOCK | modifiersOf(symbols.get(), mapping.get(), {XK_Num_Lock, XK_Scroll_Lock});
     found.locks &= ~quint16(found.alt | found.super | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL);
     return found;
 }
@@ -130,7 +122,7 @@ tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHo
                                                                                      HotkeyIdentifier identifier)
 {
     const auto key = xKeyCodeOfVirtualKey(keyCode);
-    if (!key || !m_root)
+    if (!key || !m_connection)
         return tl::unexpected(hotkeyStatus::invalid);
     // The server lets one connection grab the same combination twice.
     const bool isOurs = std::any_of(m_registrations.begin(), m_registrations.end(), [&](const Registration *each) {
@@ -157,7 +149,7 @@ bool X11GlobalHotkeys::grab(quint8 key, quint16 state)
     QList<xcb_void_cookie_t> requests;
     forEachSubset(m_masks.locks, [&](quint16 locks) {
         requests.append(
-            xcb_grab_key_checked(c, false, m_root, state | locks, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+            xcb_grab_key_checked(c, false, m_connection.root(), state | locks, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     });
     bool isGranted = true;
     for (const xcb_void_cookie_t request : requests) {
@@ -173,7 +165,7 @@ void X11GlobalHotkeys::ungrab(quint8 key, quint16 state)
 {
     xcb_void_cookie_t last{};
     forEachSubset(m_masks.locks, [&](quint16 locks) {
-        last = xcb_ungrab_key_checked(m_connection.get(), key, m_root, state | locks);
+        last = xcb_ungrab_key_checked(m_connection.get(), key, m_connection.root(), state | locks);
     });
     // Once this returns, another program can have the combination.
     const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), last));
@@ -204,37 +196,22 @@ void X11GlobalHotkeys::lookForReleases()
     }
     if (!m_heldUnseen.isEmpty())
         m_look = m_scheduler.after(releaseLookInterval, [this] { lookForReleases(); });
-    // Events that came with the answers are in the queue already and wake nobody.
-    readEvents();
+    m_connection.handlePending();
 }
 
-void X11GlobalHotkeys::readEvents()
+void X11GlobalHotkeys::handle(const xcb_generic_event_t &event)
 {
-    // What arrives while the keyboard is asked about is in the queue then, and wakes nobody.
-    while (takeEvents())
-        keyboardChanged();
-}
-
-bool X11GlobalHotkeys::takeEvents()
-{
-    bool hasKeyboardChanged = false;
-    while (X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
-        const quint8 type = event->response_type & ~sentEventBit;
-        if (type == XCB_KEY_PRESS) {
-            const auto *press = reinterpret_cast<const xcb_key_press_event_t *>(event.get());
-            if (!isRepeat(press->detail, press->time))
-                keyPressed(press->detail, press->state);
-        } else if (type == XCB_KEY_RELEASE) {
-            const auto *release = reinterpret_cast<const xcb_key_release_event_t *>(event.get());
-            m_held.insert(release->detail, release->time);
-        } else if (type == XCB_MAPPING_NOTIFY) {
-            hasKeyboardChanged = true;
-        }
+    const int type = x11EventType(event);
+    if (type == XCB_KEY_PRESS) {
+        const auto &press = x11Event<xcb_key_press_event_t>(event);
+        if (!isRepeat(press.detail, press.time))
+            keyPressed(press.detail, press.state);
+    } else if (type == XCB_KEY_RELEASE) {
+        const auto &release = x11Event<xcb_key_release_event_t>(event);
+        m_held.insert(release.detail, release.time);
+    } else if (type == XCB_MAPPING_NOTIFY) {
+        m_hasKeyboardChanged = true;
     }
-    if (!xcb_connection_has_error(m_connection.get()))
-        return hasKeyboardChanged;
-    m_notifier->setEnabled(false);
-    return false;
 }
 
 bool X11GlobalHotkeys::isRepeat(quint8 key, quint32 time)
@@ -259,8 +236,10 @@ void X11GlobalHotkeys::keyPressed(quint8 key, quint16 state)
     }
 }
 
-void X11GlobalHotkeys::keyboardChanged()
+void X11GlobalHotkeys::updateModifierMasks()
 {
+    if (!std::exchange(m_hasKeyboardChanged, false))
+        return;
     const ModifierMasks masks = queryModifierMasks();
     if (masks == m_masks)
         return;

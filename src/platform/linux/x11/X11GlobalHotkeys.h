@@ -2,12 +2,11 @@
 
 #include "GlobalHotkeys.h"
 #include "Scheduler.h"
-#include "X11Connection.h"
+#include "X11EventConnection.h"
 
 #include <QHash>
 #include <QList>
 #include <QSet>
-#include <QSocketNotifier>
 
 #include <memory>
 #include <optional>
@@ -58,24 +57,21 @@ private:
     void release(const Registration *registration);
     bool isDown(quint8 key);
     void lookForReleases();
-    void readEvents();
-    /// Handles the events that have come; true where the keyboard has changed.
-    bool takeEvents();
+    void handle(const xcb_generic_event_t &event);
     bool isRepeat(quint8 key, quint32 time);
     void keyPressed(quint8 key, quint16 state);
-    void keyboardChanged();
+    void updateModifierMasks();
 
     Scheduler &m_scheduler;
-    X11Connection m_connection;
-    xcb_window_t m_root = XCB_WINDOW_NONE; ///< none: there is no server
+    X11EventConnection m_connection;
     ModifierMasks m_masks;
     QList<Registration *> m_registrations; ///< they belong to their owners
     /// Keys that were pressed, with the server's time of their release where they are no longer down.
     QHash<quint8, std::optional<quint32>> m_held;
     QSet<quint8> m_heldUnseen; ///< those among them whose release the server won't report
+    bool m_hasKeyboardChanged = false; ///< since the modifiers were looked up
     std::unique_ptr<ScheduledTask> m_look;
     std::function<void(HotkeyIdentifier)> m_pressed;
-    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 } // namespace lucentra

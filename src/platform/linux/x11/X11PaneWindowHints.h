@@ -1,13 +1,12 @@
 #pragma once
 
 #include "PaneWindowHints.h"
-#include "X11Connection.h"
+#include "X11EventConnection.h"
 
 #include <QAbstractNativeEventFilter>
-#include <QSocketNotifier>
-#include <QtGlobal>
 
-#include <initializer_list>
+#include <xcb/xcb_ewmh.h>
+
 #include <memory>
 
 namespace lucentra {
@@ -39,18 +38,17 @@ public:
 
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
-    void readEvents();
+    void handle(const xcb_generic_event_t &event);
     bool isPointerOver(xcb_window_t window) const;
-    xcb_atom_t atom(const char *name) const;
-    void tellWindowManager(xcb_window_t window, xcb_atom_t message, std::initializer_list<quint32> values) const;
+    void changeState(const QWindow &window, bool isSet, xcb_atom_t first, xcb_atom_t second);
 
-    X11Connection m_connection;
-    /// Apart from the questions: an event that came together with an answer would wait unseen.
-    X11Connection m_events;
-    xcb_window_t m_root = XCB_WINDOW_NONE;
+    X11EventConnection m_connection;
+    /// The atoms of the window manager's hints. Never filled in without a server.
+    std::unique_ptr<xcb_ewmh_connection_t, void (*)(xcb_ewmh_connection_t *)> m_hints;
+    /// A connection of its own, so that waiting for a reply never leaves an event in the queue.
+    std::unique_ptr<X11EventConnection> m_events;
     xcb_window_t m_heldWindow = XCB_WINDOW_NONE; ///< the one whose holds are told
     std::function<void(bool)> m_hold;
-    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 } // namespace lucentra

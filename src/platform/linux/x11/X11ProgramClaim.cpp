@@ -11,10 +11,8 @@ constexpr auto claimName = "_COM_TARNBY_LUCENTRA";
 
 X11ProgramClaim::X11ProgramClaim()
 {
-    int screenNumber = 0;
-    m_connection.reset(xcb_connect(nullptr, &screenNumber));
     xcb_connection_t *c = m_connection.get();
-    m_selection = xcb_connection_has_error(c) ? xcb_atom_t(XCB_ATOM_NONE) : x11Atom(c, claimName);
+    m_selection = m_connection ? x11Atom(c, claimName) : xcb_atom_t(XCB_ATOM_NONE);
     if (!m_selection)
         return;
     const auto cookie = xcb_get_selection_owner(c, m_selection);
@@ -23,16 +21,15 @@ X11ProgramClaim::X11ProgramClaim()
     if (isTaken())
         return;
     const xcb_window_t window = xcb_generate_id(c);
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
-    xcb_create_window(c, XCB_COPY_FROM_PARENT, window, root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window, m_connection.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     xcb_set_selection_owner(c, window, m_selection, XCB_CURRENT_TIME);
-    xcb_flush(c);
-    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(c), QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readEvents(); });
+    m_connection.listen([this](const xcb_generic_event_t &event) {
+        if (x11EventType(event) == XCB_CLIENT_MESSAGE &&
+            x11Event<xcb_client_message_event_t>(event).type == m_selection && onShowAsked)
+            onShowAsked();
+    });
 }
-
-X11ProgramClaim::~X11ProgramClaim() = default;
 
 void X11ProgramClaim::askToShow()
 {
@@ -44,20 +41,6 @@ void X11ProgramClaim::askToShow()
     xcb_send_event(m_connection.get(), false, m_owner, 0, reinterpret_cast<const char *>(&message));
     const X11Reply<xcb_get_input_focus_reply_t> isThrough(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
-}
-
-void X11ProgramClaim::readEvents()
-{
-    constexpr quint8 sentEventBit = 0x80;
-    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection.get())}) {
-        if ((event->response_type & ~sentEventBit) != XCB_CLIENT_MESSAGE)
-            continue;
-        const auto *message = reinterpret_cast<const xcb_client_message_event_t *>(event.get());
-        if (message->type == m_selection && onShowAsked)
-            onShowAsked();
-    }
-    if (xcb_connection_has_error(m_connection.get()))
-        m_notifier->setEnabled(false);
 }
 
 } // namespace lucentra

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "X11Connection.h"
-
-#include <QSocketNotifier>
+#include "X11EventConnection.h"
 
 #include <functional>
-#include <memory>
 
 namespace lucentra {
 
@@ -16,7 +13,6 @@ class X11ProgramClaim
 public:
     /// Asks the server of $DISPLAY, and takes what nobody has.
     X11ProgramClaim();
-    ~X11ProgramClaim();
     X11ProgramClaim(const X11ProgramClaim &) = delete;
     X11ProgramClaim &operator=(const X11ProgramClaim &) = delete;
 
@@ -29,12 +25,9 @@ public:
     std::function<void()> onShowAsked;
 
 private:
-    void readEvents();
-
-    X11Connection m_connection;
+    X11EventConnection m_connection;
     xcb_atom_t m_selection = XCB_ATOM_NONE;
     xcb_window_t m_owner = XCB_WINDOW_NONE; ///< another program's
-    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 } // namespace lucentra
