@@ -8,6 +8,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -23,11 +25,12 @@ tl::unexpected<Failure> failed(const QString &description)
 /// The running program replaces the file whole, so that it can be read at any time.
 Result<QList<HistoryItem>> matchingItems(const Invocation &invocation, Services &services)
 {
-    auto items = readHistoryFile(HistoryManager::userFilePath());
-    if (!items)
-        return failed(services.texts().formatted(u"無法讀取翻譯紀錄：%@"_s, items.error().description));
+    auto content = readHistoryFile(HistoryManager::userFilePath());
+    if (!content)
+        return failed(services.texts().formatted(u"無法讀取翻譯紀錄：%@"_s, content.error().description));
+    QList<HistoryItem> items = std::move(content->items);
     const HistorySearch search(invocation.search);
-    items->removeIf([&](const HistoryItem &item) { return !search.matches(item); });
+    items.removeIf([&](const HistoryItem &item) { return !search.matches(item); });
     return items;
 }
 

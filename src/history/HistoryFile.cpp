@@ -1,5 +1,6 @@
 #include "HistoryFile.h"
 
+#include "Json.h"
 #include "PrivateFile.h"
 
 #include <QDateTime>
@@ -11,7 +12,10 @@
 #include <QJsonObject>
 
 #include <cerrno>
+#include <functional>
+#include <numeric>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -67,6 +71,33 @@ std::optional<HistoryItem> itemOf(const QJsonObject &object)
                        .isStarred = isStarred.toBool()};
 }
 
+qint64 encodedSize(const QString &text)
+{
+    return std::transform_reduce(text.cbegin(), text.cend(), qint64(0), std::plus<>(), [](QChar unit) {
+        const char16_t code = unit.unicode();
+        if (code < 0x20)
+            return 6; // of which a few need but two
+        if (code < 0x80)
+            return code == u'"' || code == u'\\' ? 2 : 1;
+        return code < 0x800 || unit.isSurrogate() ? 2 : 3;
+    });
+}
+
+/// An array that was cut off, without the entry that it was cut off in.
+QByteArray wholeEntries(QByteArray json)
+{
+    qsizetype depth = 0;
+    qsizetype end = 0;
+    forEachJsonMark(json, [&](qsizetype at, char mark) {
+        depth += mark == '[' || mark == '{' ? 1 : 0;
+        depth -= mark == ']' || mark == '}' ? 1 : 0;
+        if (mark == '}' && depth == 1)
+            end = at + 1;
+    });
+    json.truncate(end);
+    return json + ']';
+}
+
 } // namespace
 
 QByteArray encodeHistory(const QList<HistoryItem> &items)
@@ -79,16 +110,11 @@ QByteArray encodeHistory(const QList<HistoryItem> &items)
 
 Result<QList<HistoryItem>> decodeHistory(const QByteArray &json)
 {
-    if (!json.isValidUtf8())
-        return failure(u"not UTF-8"_s);
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
-    if (error.error != QJsonParseError::NoError)
-        return failure(u"%1 at byte %2"_s.arg(error.errorString()).arg(error.offset));
-    if (!document.isArray())
+    const auto document = parseJson(json);
+    if (!document || !document->isArray())
         return failure(u"not a JSON array"_s);
     QList<HistoryItem> items;
-    const QJsonArray array = document.array();
+    const QJsonArray array = document->array();
     items.reserve(array.size());
     for (const auto &value : array) {
         const auto item = itemOf(value.toObject());
@@ -99,21 +125,29 @@ Result<QList<HistoryItem>> decodeHistory(const QByteArray &json)
     return items;
 }
 
-Result<QList<HistoryItem>> readHistoryFile(const QString &path)
+qint64 encodedSize(const HistoryItem &item)
+{
+    constexpr qint64 keysAndNumbers = 160;
+    return keysAndNumbers + encodedSize(item.originalText) + encodedSize(item.translatedText);
+}
+
+Result<HistoryFileContent> readHistoryFile(const QString &path)
 {
     QFile file(path);
     if (!file.exists())
-        return QList<HistoryItem>();
+        return HistoryFileContent();
     if (!QFileInfo(path).isFile()) // a pipe would never end, nor would some devices
         return failure(qt_error_string(ENOTSUP));
     if (!file.open(QIODevice::ReadOnly))
         return failure(file.errorString());
-    if (file.size() > mostBytes)
-        return failure(u"the file is larger than %1 MiB"_s.arg(mostBytes >> 20));
-    const QByteArray json = file.readAll();
+    const bool isWhole = file.size() <= mostBytes;
+    const QByteArray json = isWhole ? file.readAll() : wholeEntries(file.read(mostBytes));
     if (file.error() != QFileDevice::NoError)
         return failure(file.errorString());
-    return decodeHistory(json);
+    auto items = decodeHistory(json);
+    if (!items)
+        return tl::unexpected(items.error());
+    return HistoryFileContent{.items = std::move(*items), .isWhole = isWhole};
 }
 
 Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items)

@@ -17,8 +17,17 @@ QByteArray encodeHistory(const QList<HistoryItem> &items);
 /// one item without fails the whole. Further keys are ignored. The failure tells the reason but none of the content.
 Result<QList<HistoryItem>> decodeHistory(const QByteArray &json);
 
-/// Reads and decodes a file; a missing one is an empty history. One of more than 128 MiB is not read.
-Result<QList<HistoryItem>> readHistoryFile(const QString &path);
+/// Bytes that an entry takes in the file, give or take a few.
+qint64 encodedSize(const HistoryItem &item);
+
+struct HistoryFileContent
+{
+    QList<HistoryItem> items;
+    bool isWhole = true; ///< false: the file is larger than 128 MiB, and these are the entries of its first part
+};
+
+/// Reads and decodes a file; a missing one is an empty history.
+Result<HistoryFileContent> readHistoryFile(const QString &path);
 
 /// Replaces the file by `encodeHistory` of the items, private and whole; a missing folder is made, for the owner only.
 Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items);

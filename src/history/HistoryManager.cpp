@@ -1,6 +1,8 @@
 #include "HistoryManager.h"
 
+#include "FileLock.h"
 #include "HistoryFile.h"
+#include "HistoryMerge.h"
 #include "MainQueue.h"
 #include "PrivateFile.h"
 
@@ -9,18 +11,15 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
 namespace {
-
-qsizetype lengthOf(const HistoryItem &item)
-{
-    return item.originalText.size() + item.translatedText.size();
-}
 
 auto itemWithId(const QUuid &id)
 {
@@ -39,10 +38,16 @@ HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue,
     : QObject(parent)
     , m_mainQueue(mainQueue)
     , m_diagnostics(std::move(diagnostics))
-    , m_writer(filePath, m_diagnostics)
+    , m_writer(filePath, m_diagnostics, [self = QPointer(this), &mainQueue] {
+        mainQueue.post([self] {
+            if (self)
+                self->adoptMerged();
+        });
+    })
 {
     createFolderOf(filePath);
-    removeUnfinishedCopies(filePath);
+    if (const FileLock lock(filePath, 0ms); lock.isHeld())
+        removeUnfinishedCopies(filePath);
     load(filePath);
 }
 
@@ -54,17 +59,15 @@ HistoryManager::~HistoryManager()
 
 void HistoryManager::load(const QString &filePath)
 {
-    auto items = readHistoryFile(filePath);
-    if (!items) {
-        m_writer.preserveUnreadableFile();
-        m_wasUnreadable = true;
-        if (m_diagnostics)
-            m_diagnostics(u"Failed to load history: "_s + items.error().description);
+    auto content = readHistoryFile(filePath);
+    if (m_diagnostics && !content)
+        m_diagnostics(u"Failed to load history: "_s + content.error().description);
+    if (m_diagnostics && content && !content->isWhole)
+        m_diagnostics(u"The history file is too large: its first %1 entries are read"_s.arg(content->items.size()));
+    m_wasUnreadable = !content;
+    if (!content || content->items.isEmpty())
         return;
-    }
-    if (items->isEmpty())
-        return;
-    m_loaded = std::move(*items);
+    m_loaded = std::move(content->items);
     m_mainQueue.post([self = QPointer(this)] {
         if (self)
             self->assignLoaded();
@@ -79,15 +82,27 @@ void HistoryManager::assignLoaded()
     Q_EMIT changed();
 }
 
+/// As much of a text as an entry may hold.
+QString HistoryManager::kept(const QString &text) const
+{
+    if (text.size() <= maxTextLength)
+        return text;
+    if (m_diagnostics)
+        m_diagnostics(u"A text of %1 characters is too long for the history and was cut"_s.arg(text.size()));
+    const qsizetype length = maxTextLength - 1;
+    return text.first(text[length - 1].isHighSurrogate() ? length - 1 : length) + u'…';
+}
+
 void HistoryManager::add(const QString &originalText, const QString &translatedText)
 {
     if (m_isPaused)
         return;
     assignLoaded();
-    if (!m_history.isEmpty() && m_history.first().originalText == originalText &&
-        m_history.first().translatedText == translatedText)
+    HistoryItem item = newHistoryItem(kept(originalText), kept(translatedText));
+    if (!m_history.isEmpty() && m_history.first().originalText == item.originalText &&
+        m_history.first().translatedText == item.translatedText)
         return;
-    m_waiting.push_back(newHistoryItem(originalText, translatedText));
+    m_waiting.push_back(std::move(item));
     m_mainQueue.post([self = QPointer(this)] {
         if (self)
             self->insertNext();
@@ -100,8 +115,7 @@ void HistoryManager::insertNext()
         return; // finish() was quicker
     m_history.prepend(std::move(m_waiting.front()));
     m_waiting.pop_front();
-    trim();
-    save();
+    trimAndSave({{m_history.first().id, HistoryChange::Added}});
 }
 
 void HistoryManager::toggleStar(const QUuid &id)
@@ -111,7 +125,7 @@ void HistoryManager::toggleStar(const QUuid &id)
     if (item == m_history.end())
         return;
     item->isStarred = !item->isStarred;
-    save();
+    save({{id, HistoryChange::Altered}});
 }
 
 std::optional<HistoryItem> HistoryManager::deleteItem(const QUuid &id)
@@ -121,7 +135,7 @@ std::optional<HistoryItem> HistoryManager::deleteItem(const QUuid &id)
     if (item == m_history.cend())
         return std::nullopt;
     const HistoryItem removed = m_history.takeAt(item - m_history.cbegin());
-    save();
+    save({{removed.id, HistoryChange::Altered}});
     return removed;
 }
 
@@ -135,7 +149,10 @@ QList<HistoryItem> HistoryManager::clearUnstarred()
     if (removed.isEmpty())
         return removed;
     m_history = starred;
-    save();
+    HistoryChanges changes;
+    for (const HistoryItem &item : std::as_const(removed))
+        changes.insert(item.id, HistoryChange::Altered);
+    save(changes);
     return removed;
 }
 
@@ -147,35 +164,38 @@ void HistoryManager::restore(const QList<HistoryItem> &items)
     QSet<QUuid> present;
     for (const HistoryItem &item : std::as_const(m_history))
         present.insert(item.id);
+    HistoryChanges changes;
     for (const HistoryItem &item : items) {
-        if (!present.contains(item.id))
-            m_history.append(item);
+        if (present.contains(item.id))
+            continue;
+        m_history.append(item);
+        changes.insert(item.id, HistoryChange::Added);
     }
     std::stable_sort(m_history.begin(), m_history.end(),
                      [](const HistoryItem &a, const HistoryItem &b) { return a.timestamp > b.timestamp; });
-    trim();
-    save();
+    trimAndSave(changes);
 }
 
-/// Drops the oldest unstarred entries above the limits.
-void HistoryManager::trim()
+void HistoryManager::trimAndSave(HistoryChanges changes)
 {
-    qsizetype excess = m_history.size() - maxItems;
-    qsizetype excessLength = -maxLength;
-    for (const HistoryItem &item : m_history)
-        excessLength += lengthOf(item);
-    for (qsizetype i = m_history.size() - 1; i >= 0 && (excess > 0 || excessLength > 0); --i) {
-        if (m_history[i].isStarred)
-            continue;
-        excessLength -= lengthOf(m_history[i]);
-        m_history.removeAt(i);
-        --excess;
-    }
+    const QList<QUuid> dropped = trimHistory(m_history);
+    for (const QUuid &id : dropped)
+        changes.insert(id, HistoryChange::Altered);
+    save(changes);
 }
 
-void HistoryManager::save()
+void HistoryManager::save(const HistoryChanges &changes)
 {
-    m_writer.write(m_history);
+    m_writer.write(m_history, changes);
+    Q_EMIT changed();
+}
+
+void HistoryManager::adoptMerged()
+{
+    const auto merged = m_writer.takeMerged();
+    if (!merged)
+        return;
+    m_history = mergedHistory(m_history, merged->changes, merged->items);
     Q_EMIT changed();
 }
 

@@ -19,6 +19,9 @@ class MainQueue;
 
 /// The list of finished translations, newest first, and its file. Main thread only.
 ///
+/// Other processes may change the same file: no entry of theirs is lost, and none that they deleted comes back. Their
+/// changes reach the list with its next own change.
+///
 /// The file is written after every change, on a thread of its own; there is nothing to save at the end but what is
 /// still waiting, which `finish` and the destructor complete. A failed write is one diagnostic line and is made good
 /// by the next change.
@@ -27,19 +30,20 @@ class HistoryManager : public QObject
     Q_OBJECT
 
 public:
-    /// How many unstarred entries are kept, and how many UTF-16 units all texts may have: so the file, of three bytes a
-    /// unit at most for what people write, stays small enough to be read again. Starred entries are never dropped, so
-    /// that the list may be longer.
+    /// Most entries and most bytes of the file, unless that many are starred: starred entries are never dropped. The
+    /// file stays small enough to be read again.
     static constexpr int maxItems = 1000;
-    static constexpr qsizetype maxLength = qsizetype(32) * 1024 * 1024;
+    static constexpr qint64 maxBytes = qint64(64) * 1024 * 1024;
+    /// Most UTF-16 units of a text. The rest of a longer one is not recorded.
+    static constexpr qsizetype maxTextLength = qsizetype(64) * 1024;
 
     /// The user's file: "Lucentra/history.json" where the desktop keeps the data of programs.
     static QString userFilePath();
 
     /// Creates the file's folder where it is missing, removes what a killed process left unfinished, and reads the
     /// file. Its list is assigned through the main queue, as it stands. A file that can't be read leaves the history
-    /// empty, with one diagnostic line; it is kept beside the new one when that is first written. `diagnostics` may be
-    /// called on the writer's thread, too.
+    /// empty, with one diagnostic line; of one that is too large the first entries are read. Either is kept beside the
+    /// new one when that is first written. `diagnostics` may be called on the writer's thread, too.
     HistoryManager(const QString &filePath, MainQueue &mainQueue, std::function<void(const QString &)> diagnostics,
                    QObject *parent = nullptr);
     ~HistoryManager() override;
@@ -51,7 +55,8 @@ public:
     // the list's late arrival.
 
     /// Records a translation, through the main queue, so that the caller's work comes first. Does nothing where the
-    /// newest entry has the same two texts; entries that still wait for the queue don't count.
+    /// newest entry has the same two texts; entries that still wait for the queue don't count. A text that is too long
+    /// is cut, with a diagnostic line.
     void add(const QString &originalText, const QString &translatedText);
     void toggleStar(const QUuid &id);
     /// The removed entry, or nothing where none has the id.
@@ -79,8 +84,10 @@ private:
     void load(const QString &filePath);
     void assignLoaded();
     void insertNext();
-    void trim();
-    void save();
+    void trimAndSave(HistoryChanges changes);
+    void save(const HistoryChanges &changes);
+    void adoptMerged();
+    QString kept(const QString &text) const;
 
     MainQueue &m_mainQueue;
     const std::function<void(const QString &)> m_diagnostics;

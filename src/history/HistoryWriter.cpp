@@ -1,16 +1,29 @@
 #include "HistoryWriter.h"
 
+#include "FileLock.h"
 #include "HistoryFile.h"
+#include "PrivateFile.h"
 
+#include <chrono>
 #include <utility>
 
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-HistoryWriter::HistoryWriter(QString path, std::function<void(const QString &)> diagnostics)
+namespace {
+
+// A write takes milliseconds; a process that holds the lock for longer than this hangs.
+constexpr auto lockTimeout = 2s;
+
+} // namespace
+
+HistoryWriter::HistoryWriter(QString path, std::function<void(const QString &)> diagnostics,
+                             std::function<void()> onMerged)
     : m_path(std::move(path))
     , m_diagnostics(std::move(diagnostics))
+    , m_onMerged(std::move(onMerged))
 {
     m_queue.setObjectName(u"com.tarnby.lucentra.historyPersistence"_s);
     m_queue.setMaxThreadCount(1);
@@ -21,17 +34,28 @@ HistoryWriter::~HistoryWriter()
     finish();
 }
 
-void HistoryWriter::preserveUnreadableFile()
-{
-    m_preservesUnreadableFile = true;
-}
-
-void HistoryWriter::write(QList<HistoryItem> snapshot)
+void HistoryWriter::write(QList<HistoryItem> snapshot, const HistoryChanges &changes)
 {
     const std::lock_guard lock(m_mutex);
+    ++m_number;
+    for (auto change = changes.begin(); change != changes.end(); ++change) {
+        // An entry that the file has never had stays a new one, whatever else happens to it.
+        const auto before = m_unwritten.constFind(change.key());
+        const bool isNew = before != m_unwritten.cend() && before->change == HistoryChange::Added;
+        m_unwritten.insert(change.key(), {m_number, isNew ? HistoryChange::Added : change.value()});
+    }
     m_pending = std::move(snapshot);
     if (!std::exchange(m_isWriting, true))
         m_queue.start([this] { writePending(); });
+}
+
+std::optional<HistoryWriter::Merged> HistoryWriter::takeMerged()
+{
+    const std::lock_guard lock(m_mutex);
+    auto merged = std::exchange(m_merged, std::nullopt);
+    if (!merged)
+        return std::nullopt;
+    return Merged{.items = std::move(*merged), .changes = unwrittenChanges()};
 }
 
 void HistoryWriter::finish()
@@ -39,30 +63,85 @@ void HistoryWriter::finish()
     m_queue.waitForDone();
 }
 
-std::optional<QList<HistoryItem>> HistoryWriter::takePending()
+HistoryChanges HistoryWriter::unwrittenChanges() const
+{
+    HistoryChanges changes;
+    for (auto unwritten = m_unwritten.begin(); unwritten != m_unwritten.end(); ++unwritten)
+        changes.insert(unwritten.key(), unwritten->change);
+    return changes;
+}
+
+std::optional<HistoryWriter::Pending> HistoryWriter::takePending()
 {
     const std::lock_guard lock(m_mutex);
     m_isWriting = m_pending.has_value();
-    return std::exchange(m_pending, std::nullopt);
+    auto snapshot = std::exchange(m_pending, std::nullopt);
+    if (!snapshot)
+        return std::nullopt;
+    return Pending{.snapshot = std::move(*snapshot), .changes = unwrittenChanges(), .number = m_number};
 }
 
 void HistoryWriter::writePending()
 {
-    while (const auto snapshot = takePending())
-        writeSnapshot(*snapshot);
+    while (const auto pending = takePending()) {
+        const auto written = writeMerged(*pending);
+        if (written)
+            takeNoteOf(*pending, *written);
+        else if (m_diagnostics)
+            m_diagnostics(u"Failed to save history: "_s + written.error().description);
+    }
 }
 
-void HistoryWriter::writeSnapshot(const QList<HistoryItem> &snapshot)
+/// What is in the file then.
+Result<QList<HistoryItem>> HistoryWriter::writeMerged(const Pending &pending)
 {
-    Result<void> written;
-    if (m_preservesUnreadableFile) {
-        written = keepUnreadableFile(m_path);
-        m_preservesUnreadableFile = !written;
+    createFolderOf(m_path);
+    const FileLock lock(m_path, lockTimeout);
+    if (!lock.isHeld())
+        return tl::unexpected(
+            Failure{.domain = u"History"_s, .code = 0, .description = u"the file cannot be locked"_s});
+    auto items = merged(pending);
+    if (!items)
+        return items;
+    const auto written = writeHistoryFile(m_path, *items);
+    if (!written)
+        return tl::unexpected(written.error());
+    m_written = *items;
+    m_stamp = stampOf(m_path);
+    return items;
+}
+
+Result<QList<HistoryItem>> HistoryWriter::merged(const Pending &pending)
+{
+    const FileStamp stamp = stampOf(m_path);
+    if (stamp == FileStamp()) // the folder was emptied; what is known here is all there is
+        return pending.snapshot;
+    QList<HistoryItem> inFile = m_written;
+    if (stamp != m_stamp) {
+        auto content = readHistoryFile(m_path);
+        if (!content || !content->isWhole) {
+            const auto kept = keepUnreadableFile(m_path);
+            if (!kept)
+                return tl::unexpected(kept.error());
+            return pending.snapshot;
+        }
+        inFile = std::move(content->items);
     }
-    if (written)
-        written = writeHistoryFile(m_path, snapshot);
-    if (!written && m_diagnostics)
-        m_diagnostics(u"Failed to save history: "_s + written.error().description);
+    QList<HistoryItem> items = mergedHistory(pending.snapshot, pending.changes, inFile);
+    trimHistory(items);
+    return items;
+}
+
+void HistoryWriter::takeNoteOf(const Pending &written, const QList<HistoryItem> &items)
+{
+    const std::lock_guard lock(m_mutex);
+    m_unwritten.removeIf([&](const std::pair<const QUuid &, NumberedChange &> &change) {
+        return change.second.number <= written.number;
+    });
+    const bool isMerged = items != written.snapshot;
+    m_merged = isMerged ? std::optional(items) : std::nullopt;
+    if (isMerged)
+        m_onMerged();
 }
 
 } // namespace lucentra

@@ -1,20 +1,17 @@
 #include "PreferencesFile.h"
 
+#include "FileLock.h"
+#include "Json.h"
 #include "PrivateFile.h"
 #include "RegularFile.h"
 
 #include <QDateTime>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QLockFile>
-
-#include <sys/stat.h>
 
 #include <chrono>
-#include <thread>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -29,38 +26,21 @@ constexpr auto lockTimeout = 2s;
 // Far beyond any real settings file; keeps a wrong file from being read into memory whole.
 constexpr qint64 maximumSize = qint64(16) * 1024 * 1024;
 
-bool takeLock(QLockFile &lock)
-{
-    // In short steps: the class's own waiting sleeps for longer and longer, so that the others always come first.
-    const QDeadlineTimer deadline(lockTimeout);
-    while (!lock.tryLock(0)) {
-        if (lock.error() != QLockFile::LockFailedError || deadline.hasExpired())
-            return false;
-        std::this_thread::sleep_for(5ms);
-    }
-    return true;
-}
-
-qint64 nanoseconds(const timespec &time)
-{
-    return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
-}
-
 } // namespace
 
 PreferencesFile::PreferencesFile(QString path, DiagnosticLine diagnostics)
     : m_path(std::move(path))
     , m_diagnostics(std::move(diagnostics))
 {
-    const Stamp now = stamp();
+    const FileStamp now = stampOf(m_path);
     const Content content = look();
     adopt(content, now);
     if (content.state == State::Unreadable)
         fail(u"it cannot be read"_s);
     if (content.state != State::Broken)
         return;
-    QLockFile lock(m_path + u".lock"_s);
-    if (!takeLock(lock))
+    const FileLock lock(m_path, lockTimeout);
+    if (!lock.isHeld())
         fail(u"it is no JSON object and cannot be kept aside"_s);
     else if (look().state == State::Broken) // another process may have dealt with it meanwhile
         keepAside();
@@ -69,7 +49,7 @@ PreferencesFile::PreferencesFile(QString path, DiagnosticLine diagnostics)
 QJsonObject PreferencesFile::values()
 {
     const std::lock_guard guard(m_mutex);
-    const Stamp now = stamp(); // before reading: a replacement in between is then noticed by the next look
+    const FileStamp now = stampOf(m_path); // before reading: a replacement in between is then noticed by the next look
     if (m_stamp != now)
         adopt(look(), now);
     return m_values;
@@ -80,8 +60,8 @@ bool PreferencesFile::apply(const QHash<QString, QJsonValue> &changes)
     createFolderOf(m_path);
     if (!QFileInfo(QFileInfo(m_path).absolutePath()).isDir())
         return fail(u"its folder cannot be made"_s);
-    QLockFile lock(m_path + u".lock"_s);
-    if (!takeLock(lock))
+    const FileLock lock(m_path, lockTimeout);
+    if (!lock.isHeld())
         return fail(u"its lock cannot be taken"_s);
 
     const Content content = look();
@@ -101,14 +81,6 @@ bool PreferencesFile::apply(const QHash<QString, QJsonValue> &changes)
     return (newValues == oldValues && content.state != State::Broken) || save(newValues);
 }
 
-PreferencesFile::Stamp PreferencesFile::stamp() const
-{
-    struct stat status = {};
-    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0)
-        return {};
-    return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
-}
-
 PreferencesFile::Content PreferencesFile::look() const
 {
     const QFileInfo info(m_path);
@@ -117,13 +89,13 @@ PreferencesFile::Content PreferencesFile::look() const
     const auto bytes = readRegularFile(m_path, maximumSize);
     if (!bytes && bytes.error() == RegularFileError::Unreadable)
         return {State::Unreadable, {}};
-    const QJsonDocument document = bytes ? QJsonDocument::fromJson(*bytes) : QJsonDocument();
-    if (!document.isObject())
+    const auto document = bytes ? parseJson(*bytes) : std::nullopt;
+    if (!document || !document->isObject())
         return {State::Broken, {}};
-    return {State::Valid, document.object()};
+    return {State::Valid, document->object()};
 }
 
-void PreferencesFile::adopt(const Content &content, const Stamp &stamp)
+void PreferencesFile::adopt(const Content &content, const FileStamp &stamp)
 {
     if (content.state == State::Valid || content.state == State::Missing)
         m_values = content.values;

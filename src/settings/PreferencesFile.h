@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DiagnosticLine.h"
+#include "FileStamp.h"
 
 #include <QHash>
 #include <QJsonObject>
@@ -28,17 +29,6 @@ public:
     bool apply(const QHash<QString, QJsonValue> &changes);
 
 private:
-    /// Tells two contents of the file apart without reading them.
-    struct Stamp
-    {
-        quint64 device = 0;
-        quint64 inode = 0;
-        qint64 size = -1;    ///< -1: there is no file
-        qint64 modified = 0; ///< nanoseconds
-        qint64 changed = 0;
-
-        bool operator==(const Stamp &) const = default;
-    };
     enum class State { Missing, Valid, Broken, Unreadable };
     struct Content
     {
@@ -46,9 +36,8 @@ private:
         QJsonObject values;
     };
 
-    Stamp stamp() const;
     Content look() const;
-    void adopt(const Content &content, const Stamp &stamp);
+    void adopt(const Content &content, const FileStamp &stamp);
     bool keepAside();
     bool save(const QJsonObject &newValues);
     bool fail(const QString &reason);
@@ -58,7 +47,7 @@ private:
     bool m_hasReportedFailure = false;
     std::mutex m_mutex; // guards the rest
     QJsonObject m_values;
-    std::optional<Stamp> m_stamp; ///< of what was read last
+    std::optional<FileStamp> m_stamp; ///< of what was read last
 };
 
 } // namespace lucentra

@@ -28,15 +28,6 @@ QString unfinishedName(const QString &fileName, const QString &letters)
     return u'.' + fileName + u'.' + letters + u".unfinished"_s;
 }
 
-void giveToOwnerOf(const QString &folder, int descriptor)
-{
-    struct stat status;
-    if (::geteuid() != 0 || ::stat(QFile::encodeName(folder).constData(), &status) != 0)
-        return;
-    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0)
-        return; // a disk that knows no owners
-}
-
 void makeFolder(const QString &folder, QFileDevice::Permissions permissions)
 {
     if (QFileInfo::exists(folder))
@@ -60,6 +51,15 @@ void makeFolder(const QString &folder, QFileDevice::Permissions permissions)
 void createFolderOf(const QString &path)
 {
     makeFolder(QFileInfo(path).absolutePath(), ownerOnly | QFileDevice::ExeOwner);
+}
+
+void giveToOwnerOf(const QString &folder, int descriptor)
+{
+    struct stat status;
+    if (::geteuid() != 0 || ::stat(QFile::encodeName(folder).constData(), &status) != 0)
+        return;
+    if (::fchown(descriptor, status.st_uid, status.st_gid) != 0)
+        return; // a disk that knows no owners
 }
 
 void giveToOwnerOfFolder(const QFileDevice &file)

@@ -17,6 +17,7 @@ void createFolderOf(const QString &path);
 /// What root makes in a user's folder becomes the user's, who could not read it otherwise. For others it does nothing.
 /// The file is open: its name could lead elsewhere by now.
 void giveToOwnerOfFolder(const QFileDevice &file);
+void giveToOwnerOf(const QString &folder, int descriptor);
 
 /// Replaces a file whole or not at all: at any moment there is the old content or the new one, which is on the disk
 /// before it takes the old one's place. Mode 0600 from its first byte. A device, pipe or folder is never replaced.

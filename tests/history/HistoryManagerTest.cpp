@@ -5,12 +5,20 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
+#include <csignal>
 #include <memory>
 #include <mutex>
+
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -50,7 +58,9 @@ private Q_SLOTS:
     void repeatsOfTheNewestAreLeftOut();
     void trimming_data();
     void trimming();
-    void veryLongTextsMakePlace();
+    void hostileAnswersPushNothingOut();
+    void twoProgramsOnOneFile();
+    void twoProgramsKilledAtAnyMoment();
     void starsDeletionsAndClearing();
     void restoring_data();
     void restoring();
@@ -113,7 +123,7 @@ void HistoryManagerTest::createWith(const QList<HistoryItem> &items)
 QList<HistoryItem> HistoryManagerTest::written() const
 {
     m_manager->finish();
-    return readHistoryFile(m_path).value_or(QList<HistoryItem>());
+    return readHistoryFile(m_path).value_or(HistoryFileContent()).items;
 }
 
 void HistoryManagerTest::addingWaitsForTheMainQueue()
@@ -151,15 +161,37 @@ void HistoryManagerTest::repeatsOfTheNewestAreLeftOut()
     QCOMPARE(namesOf(m_manager->history()), u"c c a a b a"_s);
 }
 
-void HistoryManagerTest::veryLongTextsMakePlace()
+/// A service that answers with megabytes, of which each character takes six bytes in the file.
+void HistoryManagerTest::hostileAnswersPushNothingOut()
 {
-    const QString third(HistoryManager::maxLength * 2 / 5, u'x');
-    createWith({item(u"short"_s, 3), item(u"starred"_s, 2, true), item(u"old"_s, 1)});
-    for (const QString &name : {u"a"_s, u"b"_s, u"c"_s}) {
-        m_manager->add(name, third);
-        m_queue->drain();
+    const QString controls(1 << 20, QChar(1));
+    const QString pairs = u"x"_s + u"👍"_s.repeated(1 << 19);
+    QList<HistoryItem> before;
+    for (int i = 0; i < 500; ++i)
+        before.append(item(u"e%1"_s.arg(i), 1000 - i));
+    QList<HistoryItem> full = before;
+    while (full.size() < before.size() + 84) { // of 768 KiB each
+        const QString longest = controls.first(HistoryManager::maxTextLength);
+        full.prepend(newHistoryItem(longest, longest));
     }
-    QCOMPARE(namesOf(m_manager->history()), u"c b starred*"_s);
+    createWith(full);
+    for (int i = 0; i < 5; ++i)
+        m_manager->add(QString::number(i) + controls, controls);
+    m_manager->add(u"last"_s, pairs);
+    m_queue->drain();
+    const QList<HistoryItem> after = written();
+    QCOMPARE(after, m_manager->history());
+    QVERIFY(QFileInfo(m_path).size() <= HistoryManager::maxBytes);
+    for (const HistoryItem &each : after) {
+        QVERIFY(each.translatedText.size() <= HistoryManager::maxTextLength);
+        QVERIFY(each.translatedText.isValidUtf16());
+    }
+    for (const HistoryItem &each : before)
+        QVERIFY2(after.contains(each), qPrintable(each.originalText));
+    QCOMPARE(m_lines.size(), 11);
+    QVERIFY(m_lines.first().contains(u"was cut"_s));
+    m_manager->add(u"last"_s, pairs); // the newest once more
+    QCOMPARE(written(), after);
 }
 
 void HistoryManagerTest::trimming_data()
@@ -310,7 +342,7 @@ void HistoryManagerTest::destructionWritesWhatWaits()
     m_manager.reset();
     QCOMPARE(changes.count(), before);
     m_queue->drain();
-    QCOMPARE(namesOf(*readHistoryFile(m_path)), u"b a"_s);
+    QCOMPARE(namesOf(readHistoryFile(m_path)->items), u"b a"_s);
 }
 
 void HistoryManagerTest::everyChangeIsWritten()
@@ -437,6 +469,102 @@ void HistoryManagerTest::manyQuickChangesEndInTheNewest()
     }
     QCOMPARE(namesOf(written()), expected);
     QVERIFY(m_lines.isEmpty());
+}
+
+void HistoryManagerTest::twoProgramsOnOneFile()
+{
+    createWith({item(u"c"_s, 3), item(u"b"_s, 2), item(u"a"_s, 1)});
+    MainQueue otherQueue;
+    HistoryManager other(m_path, otherQueue, {});
+    const auto write = [&](HistoryManager &manager, const QString &name) {
+        manager.add(name, name);
+        manager.finish();
+        otherQueue.drain();
+        m_queue->drain();
+    };
+    otherQueue.drain();
+    m_manager->deleteItem(m_manager->history()[1].id);
+    write(*m_manager, u"x"_s);
+    other.toggleStar(other.history()[1].id); // which is deleted by now, and stays so
+    other.toggleStar(other.history()[2].id);
+    write(other, u"y"_s);
+    QCOMPARE(namesOf(other.history()), u"y x c a*"_s);
+    QCOMPARE(namesOf(m_manager->history()), u"x c a"_s);
+    write(*m_manager, u"z"_s);
+    QCOMPARE(namesOf(m_manager->history()), u"z y x c a*"_s);
+    m_manager->toggleStar(m_manager->history().last().id);
+    const QList<HistoryItem> cleared = m_manager->clearUnstarred();
+    QVERIFY(written().isEmpty());
+    write(other, u"w"_s);
+    QCOMPARE(namesOf(other.history()), u"w"_s);
+    m_manager->restore(cleared);
+    QCOMPARE(namesOf(written()), u"w z y x c a"_s);
+}
+
+/// Two processes add entries, and each is killed again and again. What one of them knows to be written stays.
+void HistoryManagerTest::twoProgramsKilledAtAnyMoment()
+{
+    struct Program
+    {
+        pid_t process = 0;
+        int written = -1;
+    };
+    const auto start = [this](int number) {
+        int ends[2];
+        if (pipe(ends) != 0)
+            return Program();
+        const pid_t process = fork();
+        if (process > 0) {
+            close(ends[1]);
+            return Program{process, ends[0]};
+        }
+        MainQueue queue;
+        bool hasFailed = false;
+        HistoryManager manager(m_path, queue, [&](const QString &line) {
+            hasFailed = true;
+            qWarning("%s", qPrintable(line));
+        });
+        for (int i = 0; !hasFailed; ++i) {
+            const QString name = u"%1.%2\n"_s.arg(number).arg(i);
+            manager.add(name, u"x"_s);
+            manager.finish();
+            queue.drain();
+            if (!hasFailed && ::write(ends[1], name.toLatin1().constData(), size_t(name.size())) < 0)
+                break;
+            usleep(3000); // the other one's turn
+        }
+        _exit(1);
+    };
+    const auto killed = [](const Program &program) {
+        int status = 0;
+        if (program.process <= 0 || kill(program.process, SIGKILL) != 0 ||
+            waitpid(program.process, &status, 0) != program.process || !WIFSIGNALED(status))
+            return QStringList{u"a program that ended by itself"_s};
+        QFile written;
+        (void)written.open(program.written, QIODevice::ReadOnly, QFile::AutoCloseHandle);
+        return QString::fromLatin1(written.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    };
+    for (int round = 0; round < 15; ++round) {
+        QFile::remove(m_path);
+        std::array<Program, 2> programs{start(0), start(1)};
+        QStringList known;
+        for (int i = 0; i < 20; ++i) {
+            Program &program = programs[i % 2];
+            pollfd underWay{.fd = program.written, .events = POLLIN, .revents = 0};
+            QVERIFY(poll(&underWay, 1, 20000) == 1);
+            usleep(useconds_t(QRandomGenerator::global()->bounded(15000)));
+            known += killed(program);
+            if (i < 18)
+                program = start(i + 2);
+        }
+        const auto content = readHistoryFile(m_path);
+        QVERIFY(content && content->items.size() < HistoryManager::maxItems && known.size() >= 20);
+        QSet<QString> inFile;
+        for (const HistoryItem &each : content->items)
+            inFile.insert(each.originalText.trimmed());
+        for (const QString &name : std::as_const(known))
+            QVERIFY2(inFile.contains(name), qPrintable(name));
+    }
 }
 
 QTEST_GUILESS_MAIN(HistoryManagerTest)

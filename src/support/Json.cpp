@@ -8,8 +8,20 @@ namespace lucentra {
 
 namespace {
 
-/// A document that has more costs over a hundred times its size in memory; no service's answer comes near.
+/// A document that has more costs over a hundred times its size in memory; no answer, history or settings come near.
 constexpr qsizetype mostContainers = 1'000'000;
+constexpr qsizetype mostCommas = 8'000'000;
+
+bool isAffordable(QByteArrayView json)
+{
+    qsizetype containers = 0;
+    qsizetype commas = 0;
+    forEachJsonMark(json, [&](qsizetype, char mark) {
+        containers += mark == '[' || mark == '{' ? 1 : 0;
+        commas += mark == ',' ? 1 : 0;
+    });
+    return containers <= mostContainers && commas <= mostCommas;
+}
 
 } // namespace
 
@@ -17,7 +29,7 @@ std::optional<QJsonDocument> parseJson(const QByteArray &bytes)
 {
     if (bytes.contains('\0'))
         return std::nullopt; // the parser takes it as part of a string
-    if (bytes.count('[') + bytes.count('{') > mostContainers)
+    if (!isAffordable(bytes))
         return std::nullopt;
     QJsonParseError error;
     QJsonDocument document = QJsonDocument::fromJson(bytes, &error);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+
+namespace lucentra {
+
+/// Lets one process at a time replace a file. The lock is a hidden file beside it, ".<name>.lock", which stays there;
+/// the system releases the lock of a process that ends, however it ends.
+class FileLock
+{
+public:
+    /// Waits for the lock, but no longer than given. The folder must exist.
+    FileLock(const QString &path, std::chrono::milliseconds timeout);
+    ~FileLock();
+    FileLock(const FileLock &) = delete;
+    FileLock &operator=(const FileLock &) = delete;
+
+    bool isHeld() const { return m_descriptor >= 0; }
+
+private:
+    int m_descriptor;
+};
+
+} // namespace lucentra
