@@ -142,7 +142,6 @@ void AppDelegate::wirePass()
     TranslationManager &manager = m_services.translationManager();
     PassSteps steps{
         .capture = m_desktop.capture,
-        .access = m_desktop.access,
         .recognize =
             [this, &recognizer](const QImage &image, std::function<bool()> isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
@@ -202,9 +201,8 @@ void AppDelegate::wireBackdrop()
         BackdropRenewal::Pane{
             .area = [this] { return m_glassView->glassArea(); },
             .display = [this] { return m_glassView->displayArea(); },
-            .screenRect = [this] { return QRectF(m_window->geometry()); },
             .showBeneath = [this](const QImage &content) { m_glassView->setBackdropContent(content); }},
-        m_desktop.capture, m_desktop.changes, m_services.texts(), m_services.mainQueue(), m_scheduler);
+        m_desktop.capture, m_desktop.changes, m_services.texts(), m_captureWorker, m_services.mainQueue(), m_scheduler);
     m_window->onShown = [this](bool shown) {
         m_desktop.capture.setPaneShown(shown);
         if (shown)

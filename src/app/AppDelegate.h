@@ -22,6 +22,7 @@
 #include "X11Desktop.h"
 
 #include <QPointer>
+#include <QThreadPool>
 
 #include <memory>
 
@@ -74,6 +75,7 @@ private:
     Services m_services;
     HistoryManager m_history;
     X11Desktop m_desktop;
+    QThreadPool m_captureWorker; ///< of the backdrop
     HotkeyManager m_hotkeys;
     ManualInputViewModel m_manualInput;
     std::unique_ptr<TransparentWindow> m_window;

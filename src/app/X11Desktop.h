@@ -30,7 +30,6 @@ public:
 
     SessionBus &bus;
     X11ScreenCapture capture;
-    X11CaptureAccess access;
     X11ChangeMonitor changes;
     X11CompositingMonitor compositing;
     X11PaneWindowHints windowHints;

@@ -1,7 +1,6 @@
 #include "BackdropRenewal.h"
 
 #include "MainQueue.h"
-#include "ScreenCaptureService.h"
 #include "ScreenChangeMonitor.h"
 
 #include <QPainter>
@@ -13,7 +12,7 @@ namespace lucentra {
 namespace {
 
 /// A picture of the whole pane around the part of it that a display shows; what no display shows stays clear. The
-/// rectangles are in the same space, y up.
+/// rectangles are in the same space.
 QImage completed(const QImage &captured, const QRectF &visible, const QRectF &glass)
 {
     if (captured.isNull() || visible == glass)
@@ -22,25 +21,30 @@ QImage completed(const QImage &captured, const QRectF &visible, const QRectF &gl
     QImage whole((glass.size() * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     whole.fill(Qt::transparent);
     QPainter painter(&whole);
-    painter.drawImage(QPointF(visible.left() - glass.left(), glass.bottom() - visible.bottom()) * scale, captured);
+    painter.drawImage((visible.topLeft() - glass.topLeft()) * scale, captured);
     return whole;
 }
 
 } // namespace
 
-BackdropRenewal::BackdropRenewal(Pane pane, ScreenCaptureService &capture, ScreenChangeMonitor &changes,
-                                 const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler)
+BackdropRenewal::BackdropRenewal(Pane pane, ScreenCapture &capture, ScreenChangeMonitor &changes,
+                                 const LocalizationManager &texts, QThreadPool &worker, MainQueue &mainQueue,
+                                 Scheduler &scheduler)
     : m_pane(std::move(pane))
     , m_capture(capture)
     , m_changes(changes)
     , m_texts(texts)
+    , m_worker(worker)
     , m_mainQueue(mainQueue)
     , m_scheduler(scheduler)
     , m_self(std::make_shared<BackdropRenewal *>(this))
 {
 }
 
-BackdropRenewal::~BackdropRenewal() = default;
+BackdropRenewal::~BackdropRenewal()
+{
+    m_worker.waitForDone(); // it uses what was given
+}
 
 void BackdropRenewal::start()
 {
@@ -65,7 +69,7 @@ void BackdropRenewal::paneMoved()
 
 void BackdropRenewal::watchArea()
 {
-    m_changes.watch(m_pane.screenRect(), [this] { renew(); });
+    m_changes.watch(m_pane.area().glass, [this] { renew(); });
 }
 
 void BackdropRenewal::renew()
@@ -85,17 +89,18 @@ void BackdropRenewal::renew()
     const QRectF display = m_pane.display();
     const QRectF visible = display.intersects(glass) ? display & glass : glass;
     area.glass = visible.adjusted(-captureInset, -captureInset, captureInset, captureInset);
-    captureGlassArea(m_capture, area, m_texts,
-                     [weak = std::weak_ptr(m_self), visible, glass, &queue = m_mainQueue](const Result<QImage> &image) {
-                         queue.post([weak, visible, glass, picture = image.value_or(QImage())] {
-                             const auto self = weak.lock();
-                             if (!self)
-                                 return;
-                             if ((*self)->m_isRunning)
-                                 (*self)->m_pane.showBeneath(completed(picture, visible, glass));
-                             (*self)->rest();
-                         });
-                     });
+    m_worker.start([weak = std::weak_ptr(m_self), area, visible, glass, &capture = m_capture, &texts = m_texts,
+                    &queue = m_mainQueue] {
+        const QImage picture = captureGlassArea(capture, area, texts).value_or(QImage());
+        queue.post([weak, picture = completed(picture, visible, glass)] {
+            const auto self = weak.lock();
+            if (!self)
+                return;
+            if ((*self)->m_isRunning)
+                (*self)->m_pane.showBeneath(picture);
+            (*self)->rest();
+        });
+    });
 }
 
 void BackdropRenewal::rest()

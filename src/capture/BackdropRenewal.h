@@ -4,6 +4,7 @@
 #include "Scheduler.h"
 
 #include <QImage>
+#include <QThreadPool>
 
 #include <chrono>
 #include <functional>
@@ -27,12 +28,12 @@ public:
     {
         std::function<GlassArea()> area;                 ///< where the pane is; see `GlassArea`
         std::function<QRectF()> display;                 ///< the one with the pane's centre, in the space of `area`
-        std::function<QRectF()> screenRect;              ///< the pane in global points, origin top-left
         std::function<void(const QImage &)> showBeneath; ///< takes the picture; null where there is none
     };
 
-    BackdropRenewal(Pane pane, ScreenCaptureService &capture, ScreenChangeMonitor &changes,
-                    const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler);
+    /// Pictures are taken on the worker.
+    BackdropRenewal(Pane pane, ScreenCapture &capture, ScreenChangeMonitor &changes, const LocalizationManager &texts,
+                    QThreadPool &worker, MainQueue &mainQueue, Scheduler &scheduler);
     ~BackdropRenewal();
 
     void start();
@@ -46,9 +47,10 @@ private:
     void watchArea();
 
     const Pane m_pane;
-    ScreenCaptureService &m_capture;
+    ScreenCapture &m_capture;
     ScreenChangeMonitor &m_changes;
     const LocalizationManager &m_texts;
+    QThreadPool &m_worker;
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
     bool m_isRunning = false;

@@ -1,19 +1,17 @@
 #pragma once
 
-#include "ScreenCaptureService.h"
+#include "ScreenCapture.h"
 
 #include <QRectF>
-
-#include <functional>
 
 namespace lucentra {
 
 class LocalizationManager;
 
-/// The edge of the pane that a capture leaves out, in points on every side: the border's line lies there.
+/// The edge of the pane that a capture leaves out, in points on every side: the border is drawn there.
 inline constexpr double captureInset = 2.0;
 
-/// Where the pane is. Rectangles are global points with the origin at the bottom-left of the main screen, y up.
+/// Where the pane is, as the toolkit has it. Rectangles are global points with the origin at the top-left, y down.
 struct GlassArea
 {
     QRectF glass;             ///< the pane
@@ -23,25 +21,13 @@ struct GlassArea
     bool operator==(const GlassArea &) const = default;
 };
 
-/// What to ask of the service for one capture of the pane's area.
-struct GlassCapturePlan
-{
-    ContentFilter filter;
-    QRectF sourceRect; ///< points, origin at the display's top-left corner
-};
+/// The area to capture in global points. Failures are of the domain "ScreenCapture": -1 the window system doesn't list
+/// the pane's window, -2 no display holds the centre of the area, -3 the area isn't whole inside that display.
+Result<QRectF> planGlassCapture(const CaptureSurroundings &surroundings, const GlassArea &area,
+                                const LocalizationManager &texts);
 
-/// Chooses display, filter and rectangle. Failures are of the domain "ScreenCapture": -1 the pane's window isn't among
-/// the content, -2 no display holds the centre of the area, -3 the area isn't whole inside that display.
-Result<GlassCapturePlan> planGlassCapture(const ShareableContent &content, const GlassArea &area,
-                                          qint64 processIdentifier, const LocalizationManager &texts);
-
-/// The configuration of a screenshot of a rectangle (points) at a scale (pixels per point; below 1 counts as 1).
-StreamConfiguration glassCaptureConfiguration(const QRectF &sourceRect, double scale);
-
-/// Captures exactly what lies beneath the pane. The completion runs once, on a thread of the service. A failure of
-/// the service itself is passed on unchanged; -4 says that it returned neither an image nor an error. `service` and
-/// `texts` must outlive the completion.
-void captureGlassArea(ScreenCaptureService &service, const GlassArea &area, const LocalizationManager &texts,
-                      std::function<void(Result<QImage>)> completion);
+/// Captures exactly what is beneath the pane. Blocks; any thread. A failure of `capture` itself is passed on unchanged;
+/// -4 says that it returned neither an image nor an error.
+Result<QImage> captureGlassArea(ScreenCapture &capture, const GlassArea &area, const LocalizationManager &texts);
 
 } // namespace lucentra

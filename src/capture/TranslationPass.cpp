@@ -4,7 +4,7 @@
 #include "MainQueue.h"
 #include "OverlayPlacement.h"
 #include "PassTimings.h"
-#include "ScreenCaptureService.h"
+#include "ScreenCapture.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "WindowButtonMask.h"
@@ -34,6 +34,7 @@ QString joinedTexts(const QList<TextBlock> &blocks)
 struct TranslationPass::Context
 {
     qint64 generation = 0;
+    GlassArea area;
     QSizeF paneSize;
     QList<QRectF> exclusionRects;
     std::shared_ptr<PassTimings> timings; ///< nothing where nobody wants to know
@@ -113,22 +114,12 @@ void TranslationPass::startCapturePass()
     m_pane.setProcessing(true);
 
     const Context context{.generation = m_captureGeneration,
+                          .area = m_pane.glassArea(),
                           .paneSize = m_pane.paneSize(),
                           .exclusionRects = m_pane.windowControlExclusionRects(controlPadding),
                           .timings = PassTimings::start()};
-    captureGlassArea(m_steps.capture, m_pane.glassArea(), m_texts,
-                     [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context](const Result<QImage> &image) {
-                         // On the service's thread: only forwarded.
-                         queue.post([weak, context, image] {
-                             const auto self = weak.lock();
-                             if (!self)
-                                 return;
-                             if (image)
-                                 (*self)->recognizeText(*image, context);
-                             else
-                                 (*self)->handleCaptureFailure(context.generation, image.error());
-                         });
-                     });
+    // The workers end before the pass does, so that they may refer to it.
+    m_workers.start([this, context] { run(context); });
 }
 
 void TranslationPass::supersede()
@@ -147,31 +138,35 @@ void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler
     });
 }
 
-void TranslationPass::recognizeText(const QImage &image, const Context &context)
+void TranslationPass::run(const Context &context)
 {
-    if (!isCurrent(context.generation))
-        return; // superseded while it was captured
+    const auto isWanted = [this, generation = context.generation] { return isCurrent(generation); };
+    if (!isWanted())
+        return;
+    const Result<QImage> image = captureGlassArea(m_steps.capture, context.area, m_texts);
+    if (!image) {
+        postHandler([context, failure = image.error()](TranslationPass &pass) {
+            pass.handleCaptureFailure(context.generation, failure);
+        });
+        return;
+    }
     context.finish(u"capture"_s);
-    // The workers end before the pass does, so that they may refer to it.
-    m_workers.start([this, image, context] {
-        const auto isWanted = [this, generation = context.generation] { return isCurrent(generation); };
-        if (!isWanted())
-            return; // reading it would only slow the newer pass down
-        const QImage masked = maskWindowButtons(image, context.exclusionRects, context.paneSize);
-        const QList<TextBlock> blocks = m_steps.recognize(masked, isWanted);
-        if (!isWanted())
-            return; // nobody would see a translation, so no text leaves the machine for it
-        if (blocks.isEmpty()) {
-            postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
-            return;
-        }
-        context.finish(u"recognition"_s);
-        m_steps.translateBlocks(blocks, [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
-                                         blocks](const Result<BlockTranslations> &translations) {
-            queue.post([weak, context, blocks, translations] {
-                if (const auto self = weak.lock())
-                    (*self)->handleTranslationResult(translations, context, blocks);
-            });
+    if (!isWanted())
+        return; // reading it would only slow the newer pass down
+    const QList<TextBlock> blocks =
+        m_steps.recognize(maskWindowButtons(*image, context.exclusionRects, context.paneSize), isWanted);
+    if (!isWanted())
+        return; // nobody would see a translation, so no text leaves the machine for it
+    if (blocks.isEmpty()) {
+        postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
+        return;
+    }
+    context.finish(u"recognition"_s);
+    m_steps.translateBlocks(blocks, [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
+                                     blocks](const Result<BlockTranslations> &translations) {
+        queue.post([weak, context, blocks, translations] {
+            if (const auto self = weak.lock())
+                (*self)->handleTranslationResult(translations, context, blocks);
         });
     });
 }
@@ -188,7 +183,7 @@ void TranslationPass::handleCaptureFailure(qint64 generation, const Failure &fai
 {
     if (!endsBusyState(generation))
         return;
-    if (m_steps.access.isGranted()) {
+    if (m_steps.capture.isGranted()) {
         showRetryCard(m_texts.localized(u"無法擷取畫面"_s), failure.description);
         return;
     }

@@ -19,15 +19,13 @@ namespace lucentra {
 
 class LocalizationManager;
 class MainQueue;
-class ScreenCaptureAccess;
-class ScreenCaptureService;
+class ScreenCapture;
 class SettingsStore;
 
 /// The steps of a pass that lie outside of it.
 struct PassSteps
 {
-    ScreenCaptureService &capture;
-    ScreenCaptureAccess &access;
+    ScreenCapture &capture;
     /// The lines of an image; called on a worker, may block. May end early, with any part of them, once the given
     /// function says that the image is no longer wanted.
     std::function<QList<TextBlock>(const QImage &, std::function<bool()>)> recognize;
@@ -41,8 +39,8 @@ struct PassSteps
 /// One translation of the screen area beneath the pane, from its trigger to its overlays or its error card.
 ///
 /// Passes are neither queued nor refused: a trigger starts a new one, and what an older one still brings is dropped
-/// when it arrives; what it hasn't begun it leaves, so that nothing superseded is read or sent. Main thread only; the
-/// pass's own worker masks and recognizes. Everything given must outlive it.
+/// when it arrives; what it hasn't begun it leaves, so that nothing superseded is read or sent. Main thread only; a
+/// worker of the pass captures, masks, recognizes and asks for the translation. Everything given must outlive it.
 class TranslationPass
 {
 public:
@@ -71,7 +69,7 @@ public:
 private:
     struct Context;
 
-    void recognizeText(const QImage &image, const Context &context);
+    void run(const Context &context);
     bool startsByItself() const;
     bool isCurrent(qint64 generation) const { return generation == m_captureGeneration; }
     bool endsBusyState(qint64 generation);

@@ -30,14 +30,6 @@ namespace {
 /// Reading takes about this long; an ideograph more, but then there are fewer.
 constexpr std::chrono::milliseconds timePerCharacter = 70ms;
 
-/// From the toolkit's space, y down, into that with the origin at the bottom-left of the main screen, y up.
-QRectF upwards(const QRectF &rect)
-{
-    const QScreen *mainScreen = QGuiApplication::primaryScreen();
-    const QRect screen = mainScreen ? mainScreen->geometry() : QRect();
-    return {rect.x() - screen.x(), screen.y() + screen.height() - rect.bottom(), rect.width(), rect.height()};
-}
-
 } // namespace
 
 bool GlassView::isOnScreen() const
@@ -63,15 +55,15 @@ void GlassView::makeKeyAndOrderFront()
 
 GlassArea GlassView::glassArea() const
 {
-    return {.glass = upwards({mapToGlobal(QPointF(0, 0)), QSizeF(size())}),
-            .windowFrame = upwards(window()->geometry()),
+    return {.glass = {mapToGlobal(QPointF(0, 0)), QSizeF(size())},
+            .windowFrame = window()->geometry(),
             .windowNumber = quint32(window()->winId())};
 }
 
 QRectF GlassView::displayArea() const
 {
     const QScreen *screen = QGuiApplication::screenAt(mapToGlobal(rect().center()));
-    return screen ? upwards(screen->geometry()) : QRectF();
+    return screen ? QRectF(screen->geometry()) : QRectF();
 }
 
 QList<QRectF> GlassView::windowControlExclusionRects(double padding) const

@@ -2,36 +2,38 @@
 
 #include "MainQueue.h"
 #include "ManualScheduler.h"
-#include "ScreenCaptureService.h"
+#include "ScreenCapture.h"
 #include "ScreenChangeMonitor.h"
 #include "TestTexts.h"
 
 #include <QTest>
+#include <QThreadPool>
+
+#include <atomic>
 
 using namespace lucentra;
 using namespace std::chrono_literals;
 
 namespace {
 
-class CountingCapture : public ScreenCaptureService
+class CountingCapture : public ScreenCapture
 {
 public:
-    int screenshots = 0;
-    StreamConfiguration asked;
+    std::atomic<int> captures = 0;
+    QRectF asked;
 
-    void shareableContent(bool, bool, std::function<void(Result<ShareableContent>)> completion) override
+    bool isGranted() const override { return true; }
+    Result<CaptureSurroundings> surroundings(quint32) override
     {
-        completion(ShareableContent{.windows = {{1, {100, 100, 480, 280}}}, .displays = {{1, {0, 0, 1920, 1080}}}});
+        return CaptureSurroundings{.paneWindow = QRectF(100, 100, 480, 280), .displays = {{0, 0, 1920, 1080}}};
     }
-    double pointPixelScale(const ContentFilter &) const override { return 1; }
-    void screenshot(const ContentFilter &, const StreamConfiguration &configuration,
-                    std::function<void(Result<QImage>)> completion) override
+    Result<QImage> capture(const QRectF &area) override
     {
-        ++screenshots;
-        asked = configuration;
-        QImage image(configuration.width, configuration.height, QImage::Format_RGB32);
+        ++captures;
+        asked = area;
+        QImage image(area.size().toSize(), QImage::Format_RGB32);
         image.fill(Qt::gray);
-        completion(image);
+        return image;
     }
 };
 
@@ -67,14 +69,21 @@ private:
     {
         return {.area =
                     [] {
-                        return GlassArea{{100, 700, 480, 280}, {100, 700, 480, 280}, 1};
+                        return GlassArea{{100, 100, 480, 280}, {100, 100, 480, 280}, 1};
                     },
                 .display = [this] { return m_display; },
-                .screenRect = [] { return QRectF(100, 100, 480, 280); },
                 .showBeneath = [this](const QImage &image) { m_shown = image; }};
     }
 
+    /// Waits for a picture under way and delivers it.
+    void deliver()
+    {
+        m_worker.waitForDone();
+        m_queue.drain();
+    }
+
     TestTexts m_texts;
+    QThreadPool m_worker;
     MainQueue m_queue;
     ManualScheduler m_clock;
     QImage m_shown;
@@ -85,15 +94,15 @@ void BackdropRenewalTest::aBusyScreenCostsTenPicturesASecond()
 {
     CountingCapture capture;
     HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_queue, m_clock);
+    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
     renewal.start();
     for (int i = 0; i < 100; ++i) { // a second of changes and moves
         monitor.changed();
         renewal.paneMoved();
-        m_queue.drain();
+        deliver();
         m_clock.advance(10ms);
     }
-    QVERIFY2(capture.screenshots >= 9 && capture.screenshots <= 11, qPrintable(QString::number(capture.screenshots)));
+    QVERIFY2(capture.captures >= 9 && capture.captures <= 11, qPrintable(QString::number(capture.captures)));
     QCOMPARE(m_shown.size(), QSize(480, 280)); // the whole pane, without the inset
 }
 
@@ -101,46 +110,47 @@ void BackdropRenewalTest::withoutChangesThereIsNoWork()
 {
     CountingCapture capture;
     HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_queue, m_clock);
+    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
     renewal.start();
-    m_queue.drain();
+    deliver();
     m_clock.advance(10s);
-    QCOMPARE(capture.screenshots, 1);
+    QCOMPARE(capture.captures, 1);
     QCOMPARE(monitor.rearmed, 1);
     QVERIFY(m_clock.isIdle());
     monitor.changed();
-    m_queue.drain();
+    deliver();
     m_clock.advance(10s);
-    QCOMPARE(capture.screenshots, 2);
+    QCOMPARE(capture.captures, 2);
 }
 
 void BackdropRenewalTest::aHiddenPaneTakesNone()
 {
     CountingCapture capture;
     HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_queue, m_clock);
+    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
     renewal.start();
     renewal.stop();
     m_shown = QImage();
-    m_queue.drain(); // the picture under way is no longer wanted
+    deliver(); // the picture under way is no longer wanted
     QVERIFY(m_shown.isNull());
     m_clock.advance(10s);
     renewal.paneMoved();
-    QCOMPARE(capture.screenshots, 1);
+    QCOMPARE(capture.captures, 1);
     QVERIFY(monitor.area.isEmpty());
     renewal.start();
-    QCOMPARE(capture.screenshots, 2);
+    deliver();
+    QCOMPARE(capture.captures, 2);
 }
 
 void BackdropRenewalTest::anOverhangingPaneShowsWhatTheDisplayShows()
 {
-    m_display = {200, 0, 300, 900}; // y up: the pane reaches over its left, its right and its upper edge
+    m_display = {200, 180, 300, 900}; // the pane reaches over its left, its right and its upper edge
     CountingCapture capture;
     HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_queue, m_clock);
+    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
     renewal.start();
-    m_queue.drain();
-    QCOMPARE(QSize(capture.asked.width, capture.asked.height), QSize(300, 200));
+    deliver();
+    QCOMPARE(capture.asked, QRectF(200, 180, 300, 200));
     QCOMPARE(m_shown.size(), QSize(480, 280));
     QRect filled;
     for (int y = 0; y < m_shown.height(); ++y) {

@@ -214,16 +214,6 @@ private Q_SLOTS:
         QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>());
     }
 
-    void glassAreaCountsFromTheLowerLeftCornerOfTheMainScreen()
-    {
-        PaneFixture pane;
-        pane.window.setGeometry(10, 20, 480, 280);
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        const GlassArea area = pane.view->glassArea();
-        QCOMPARE(area.glass, QRectF(10, screen.height() - 300, 480, 280));
-        QCOMPARE(area.windowFrame, area.glass);
-    }
-
     void targetLanguageChosenOnThePane_data()
     {
         QTest::addColumn<QString>("code");

@@ -1,8 +1,7 @@
 #include "X11ScreenCapture.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -38,7 +37,6 @@ X11ScreenCapture::X11ScreenCapture(X11ResourceRange ours)
     : m_ours(ours)
 {
     m_worker.setMaxThreadCount(1);
-    m_worker.setExpiryTimeout(-1);
 }
 
 X11ScreenCapture::~X11ScreenCapture()
@@ -48,75 +46,71 @@ X11ScreenCapture::~X11ScreenCapture()
 
 void X11ScreenCapture::setDisplays(QList<X11Display> displays)
 {
-    const std::lock_guard lock(m_mutex);
+    const std::lock_guard lock(m_displaysMutex);
     m_displays = std::move(displays);
 }
 
 QList<X11Display> X11ScreenCapture::displays() const
 {
-    const std::lock_guard lock(m_mutex);
+    const std::lock_guard lock(m_displaysMutex);
     return m_displays;
 }
 
-X11Composer &X11ScreenCapture::composer()
+X11Composer &X11ScreenCapture::preparedComposer()
 {
     if (!m_composer)
         m_composer = std::make_unique<X11Composer>(m_ours);
+    m_composer->setRedirecting(m_isPaneShown);
     return *m_composer;
 }
 
 void X11ScreenCapture::setPaneShown(bool shown)
 {
-    m_worker.start([this, shown] { composer().setRedirecting(shown); });
-}
-
-void X11ScreenCapture::shareableContent(bool, bool, std::function<void(Result<ShareableContent>)> completion)
-{
-    // Desktop windows count and hidden ones don't, whatever is asked: a hidden window has no place on the screen here.
-    m_worker.start([this, completion = std::move(completion)] {
-        if (!composer().isUsable()) {
-            completion(tl::unexpected(noServer()));
-            return;
-        }
-        ShareableContent content;
-        const QList<X11Display> all = displays();
-        for (qsizetype i = 0; i < all.size(); ++i)
-            content.displays.append({.identifier = quint32(i), .frame = all[i].frame()});
-        for (const X11WindowPlace &place : composer().viewableWindows()) {
-            if (const X11Display *display = displayOf(all, place.frame))
-                content.windows.append({.identifier = place.window,
-                                        .frame = QRectF(display->toPoints(place.frame.topLeft()),
-                                                        QSizeF(place.frame.size()) / display->scale)});
-        }
-        content.applications.append(ShareableApplication{QCoreApplication::applicationPid()});
-        completion(content);
+    m_isPaneShown = shown;
+    m_worker.start([this] {
+        const std::lock_guard lock(m_composing);
+        preparedComposer();
     });
 }
 
-double X11ScreenCapture::pointPixelScale(const ContentFilter &filter) const
+Result<CaptureSurroundings> X11ScreenCapture::surroundings(quint32 paneWindow)
 {
-    for (const X11Display &display : displays()) {
-        if (display.frame() == filter.display.frame)
-            return display.scale;
+    const std::lock_guard lock(m_composing);
+    X11Composer &composer = preparedComposer();
+    if (!composer.isUsable())
+        return tl::unexpected(noServer());
+    CaptureSurroundings surroundings;
+    const QList<X11Display> all = displays();
+    for (const X11Display &display : all)
+        surroundings.displays.append(display.frame());
+    for (const X11WindowPlace &place : composer.viewableWindows()) {
+        const X11Display *display = place.window == paneWindow ? displayOf(all, place.frame) : nullptr;
+        if (display)
+            surroundings.paneWindow =
+                QRectF(display->toPoints(place.frame.topLeft()), QSizeF(place.frame.size()) / display->scale);
     }
-    return 1;
+    return surroundings;
 }
 
-void X11ScreenCapture::screenshot(const ContentFilter &filter, const StreamConfiguration &configuration,
-                                  std::function<void(Result<QImage>)> completion)
+Result<QImage> X11ScreenCapture::capture(const QRectF &area)
 {
-    const double scale = pointPixelScale(filter);
-    const QPointF corner = configuration.sourceRect.topLeft() * scale + filter.display.frame.topLeft();
-    // A fraction of a pixel at the far edge is inside: the configured size is rounded up.
-    const QRect native(qRound(corner.x()), qRound(corner.y()), configuration.width, configuration.height);
-    m_worker.start([this, native, completion = std::move(completion)] {
-        if (!composer().isUsable())
-            completion(tl::unexpected(noServer()));
-        else if (m_nothingBeneath && !composer().hasForeignWindows(native))
-            completion(tl::unexpected(Failure{.domain = u"X11"_s, .code = 2, .description = m_nothingBeneath()}));
-        else
-            completion(composer().compose(native));
+    const QList<X11Display> all = displays();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const X11Display &display) {
+        return display.frame().contains(area.center());
     });
+    const X11Display display = found == all.end() ? X11Display() : *found;
+    const double scale = std::max(1.0, display.scale);
+    const QPointF corner = (area.topLeft() - display.nativeFrame.topLeft()) * scale + display.nativeFrame.topLeft();
+    // A fraction of a pixel at the far edge is inside, so sizes are rounded up.
+    const QRect native(qRound(corner.x()), qRound(corner.y()), std::max(1, int(std::ceil(scale * area.width()))),
+                       std::max(1, int(std::ceil(scale * area.height()))));
+    const std::lock_guard lock(m_composing);
+    X11Composer &composer = preparedComposer();
+    if (!composer.isUsable())
+        return tl::unexpected(noServer());
+    if (m_nothingBeneath && !composer.hasForeignWindows(native))
+        return tl::unexpected(Failure{.domain = u"X11"_s, .code = 2, .description = m_nothingBeneath()});
+    return composer.compose(native);
 }
 
 } // namespace lucentra

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "ScreenCaptureService.h"
+#include "ScreenCapture.h"
 #include "X11Composer.h"
 
 #include <QThreadPool>
 
+#include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -24,8 +26,8 @@ struct X11Display
 };
 
 /// Screen capture on an X server: the windows beneath the pane are composed from their own pixmaps, so that the pane
-/// never needs to be hidden. One worker thread, one private connection; made at the first use.
-class X11ScreenCapture : public ScreenCaptureService
+/// never needs to be hidden. One private connection, made at the first use.
+class X11ScreenCapture : public ScreenCapture
 {
 public:
     /// `ours` are the resource ids of the connection that this program's windows are made on.
@@ -34,37 +36,29 @@ public:
 
     /// The displays as they are now, the main one first. Any thread; call again when they change.
     void setDisplays(QList<X11Display> displays);
-    /// Whether the pane is shown; only then windows are redirected. Any thread.
+    /// Whether the pane is shown; only then windows are redirected. Any thread, never blocks.
     void setPaneShown(bool shown);
 
-    /// For servers that don't have every program's windows: a screenshot that no other program's window is in fails,
-    /// with this sentence for the user. Asked for on the worker. Set before the first screenshot.
+    /// For servers that don't have every program's windows: a capture of an area without a window of another program
+    /// fails with this sentence for the user. Called on the capturing thread. Set before the first capture.
     void explainNothingBeneath(std::function<QString()> sentence) { m_nothingBeneath = std::move(sentence); }
 
-    void shareableContent(bool excludingDesktopWindows, bool onScreenWindowsOnly,
-                          std::function<void(Result<ShareableContent>)> completion) override;
-    double pointPixelScale(const ContentFilter &filter) const override;
-    void screenshot(const ContentFilter &filter, const StreamConfiguration &configuration,
-                    std::function<void(Result<QImage>)> completion) override;
+    bool isGranted() const override { return true; } ///< no X server withholds its screen
+    Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;
+    Result<QImage> capture(const QRectF &area) override;
 
 private:
     QList<X11Display> displays() const;
-    X11Composer &composer(); // on the worker only
+    X11Composer &preparedComposer();
 
     const X11ResourceRange m_ours;
-    mutable std::mutex m_mutex;
-    QList<X11Display> m_displays; // guarded by m_mutex
+    mutable std::mutex m_displaysMutex;
+    QList<X11Display> m_displays; ///< guarded by m_displaysMutex
     std::function<QString()> m_nothingBeneath;
+    std::atomic<bool> m_isPaneShown = false;
+    std::mutex m_composing; ///< the composer serves one thread at a time
     std::unique_ptr<X11Composer> m_composer;
-    QThreadPool m_worker; // last: its destruction waits for what uses the rest
-};
-
-/// Every program on an X server may see the screen.
-class X11CaptureAccess : public ScreenCaptureAccess
-{
-public:
-    bool isGranted() const override { return true; }
-    void request() override {}
+    QThreadPool m_worker; ///< last: its destruction waits for what uses the rest
 };
 
 } // namespace lucentra

@@ -2,7 +2,6 @@
 #include "VirtualScreen.h"
 #include "X11ScreenCapture.h"
 
-#include <QSemaphore>
 #include <QTest>
 
 #include <optional>
@@ -167,28 +166,12 @@ void X11ComposerTest::aScaledDisplayGivesNativePixels()
     // The second display begins at 640 and has two pixels a point: the pane's corner is at 640 + 40 / 2.
     capture.setDisplays(
         {{.nativeFrame = {0, 0, 640, 800}, .scale = 1}, {.nativeFrame = {640, 0, 640, 800}, .scale = 2}});
-    QSemaphore done;
-    ShareableContent content;
-    capture.shareableContent(false, true, [&](const Result<ShareableContent> &answer) {
-        if (answer)
-            content = *answer;
-        done.release();
-    });
-    QVERIFY(done.tryAcquire(1, 5000));
-    QCOMPARE(content.displays.size(), 2);
-    QCOMPARE(content.displays[1].frame, QRectF(640, 0, 320, 400));
-    QVERIFY(content.windows.contains(ShareableWindow{pane, QRectF(660, 90, 120, 70)}));
+    const auto surroundings = capture.surroundings(pane);
+    QVERIFY(surroundings);
+    QCOMPARE(surroundings->displays, (QList<QRectF>{{0, 0, 640, 800}, {640, 0, 320, 400}}));
+    QCOMPARE(surroundings->paneWindow, QRectF(660, 90, 120, 70));
 
-    QImage image;
-    const ContentFilter filter{.display = content.displays[1]};
-    QCOMPARE(capture.pointPixelScale(filter), 2.0);
-    capture.screenshot(filter, {.sourceRect = {30, 100, 100, 50}, .width = 200, .height = 100},
-                       [&](const Result<QImage> &answer) {
-                           if (answer)
-                               image = *answer;
-                           done.release();
-                       });
-    QVERIFY(done.tryAcquire(1, 5000));
+    const QImage image = capture.capture({670, 100, 100, 50}).value_or(QImage());
     QCOMPARE(image.size(), QSize(200, 100));
     QCOMPARE(image.pixel(0, 0), red);
     QCOMPARE(image.pixel(199, 99), red);
@@ -198,14 +181,8 @@ void X11ComposerTest::withoutAServerTheCaptureFails()
 {
     qputenv("DISPLAY", ":4711");
     X11ScreenCapture capture({});
-    QSemaphore done;
-    bool failed = false;
-    capture.shareableContent(false, true, [&](const Result<ShareableContent> &answer) {
-        failed = !answer;
-        done.release();
-    });
-    QVERIFY(done.tryAcquire(1, 5000));
-    QVERIFY(failed);
+    QVERIFY(!capture.surroundings(1));
+    QVERIFY(!capture.capture({0, 0, 10, 10}));
     qputenv("DISPLAY", m_screen->display());
 }
 

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Result.h"
+
+#include <QImage>
+#include <QList>
+#include <QRectF>
+
+#include <optional>
+
+namespace lucentra {
+
+/// Where the pane and the displays are. Frames are global points: origin top-left, y down, the main display's corner
+/// at its own place in the desktop's arrangement.
+struct CaptureSurroundings
+{
+    std::optional<QRectF> paneWindow; ///< nullopt if the window system doesn't list the window
+    QList<QRectF> displays;           ///< the main one first
+
+    bool operator==(const CaptureSurroundings &) const = default;
+};
+
+/// Takes pictures of what other programs show on the screen. This program's own windows are never part of them; how
+/// that is achieved is up to the implementation. Blocking calls, on any thread, several at once.
+class ScreenCapture
+{
+public:
+    virtual ~ScreenCapture() = default;
+
+    /// Whether captures are allowed; never asks the user.
+    virtual bool isGranted() const = 0;
+
+    /// The frame of the pane's window, given by the window system's number, as the window system has it at this moment.
+    virtual Result<CaptureSurroundings> surroundings(quint32 paneWindow) = 0;
+
+    /// The picture of an area (global points) of the display that holds its centre, in that display's pixels, at least
+    /// one per point; width and height are rounded up to whole pixels. A null image if the system returned neither an
+    /// image nor an error.
+    virtual Result<QImage> capture(const QRectF &area) = 0;
+};
+
+} // namespace lucentra
