@@ -105,7 +105,10 @@ class OnAScreen:
                  "mousemove 480 440 mousedown 1 mousemove 470 430 mousemove 460 420 mouseup 1")]):
             with self.subTest(name):
                 before = pane.frame
-                self.screen.do(how)
+                for _ in range(3):  # on a busy machine the window manager may take longer than a user's own move lasts
+                    self.screen.do(how)
+                    if len(self.requests(number + 1, 5)) == number + 1:
+                        break
                 self.assertEqual(len(self.requests(number + 1)), number + 1)
                 self.assertNotEqual(before, pane.frame)
                 after = pane.frame
@@ -183,7 +186,7 @@ class OnAScreen:
 
     def test_a_newer_trigger_drops_the_older_pass(self):
         answer = {"first": "OLDER", "second": "NEWER"}
-        self.server.queued = [self.later(answer["first"], 1.5), self.later(answer["second"], 4)]
+        self.server.queued = [self.later(answer["first"], 1.5), self.later(answer["second"], 8)]
         pane = self.pane_over_page()
         pane.double_click()
         self.requests(1)
@@ -191,8 +194,9 @@ class OnAScreen:
         self.requests(2)
         time.sleep(2)  # the first answer has come
         self.assertFalse({"OLDER", "NEWER"} & set(self.screen.texts()))
-        self.assertGreater(len({pane.picture().getpixel((260, 6)) for _ in range(12) if not time.sleep(0.1)}), 2,
-                           "the border pulses while the newer pass runs")
+        colours = set()
+        self.assertTrue(eventually(lambda: colours.add(pane.picture().getpixel((260, 6))) or len(colours) > 2, 10),
+                        "the border pulses while the newer pass runs")
         self.shows("NEWER")
         self.assertEqual([item["translatedText"] for item in eventually(self.history)], ["\n".join(["NEWER"] * 3)])
 
