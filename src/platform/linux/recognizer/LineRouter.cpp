@@ -61,6 +61,12 @@ bool fits(const QString &text, const QSize &ink)
     return width >= least && width <= most;
 }
 
+/// Whether a figure is as wide as a lone ideograph or kana.
+bool isSquare(const QSize &ink)
+{
+    return ink.height() >= 8 && 20 * ink.width() >= 13 * ink.height() && 10 * ink.width() <= 15 * ink.height();
+}
+
 /// Whether a text of ideographs and kana alone has one for each square of the line.
 bool fillsSquares(const QString &text, const QSize &ink)
 {
@@ -108,7 +114,7 @@ class LineRouter::Attempts
 {
 public:
     /// Goes on from what has been read.
-    Attempts(const LineNormalizer &line, RoutedReading routed, LineReader &reader, ReadingLanguage leading)
+    Attempts(const LineNormalizer &line, RoutedReading routed, const PassReader &reader, ReadingLanguage leading)
         : m_line(line)
         , m_reader(reader)
         , m_leading(leading)
@@ -143,6 +149,19 @@ public:
         return reading.confidence;
     }
 
+    /// Reads without comparing; where the engine sees nothing, the strip as it is.
+    Reading readAlone(ReadingLanguage language)
+    {
+        Reading reading;
+        for (const ReadingMode mode : {ReadingMode::Line, ReadingMode::Whole}) {
+            if (reading.confidence < hopeless)
+                reading = m_reader.read(strip(language), language, mode);
+        }
+        m_routed.attempts.append({language, m_routed.separation, ReadingMode::Line});
+        return reading;
+    }
+    void take(const Reading &reading) { m_routed.best = reading; }
+
     bool isDoubtfullyLatin() const { return writing() == Writing::Latin && best().weakest < known; }
     /// A number with what may be its unit or a word that looks like one.
     bool isFewLetters() const
@@ -172,7 +191,7 @@ private:
     }
 
     const LineNormalizer &m_line;
-    LineReader &m_reader;
+    const PassReader &m_reader;
     ReadingLanguage m_leading;
     std::map<ReadingLanguage, Strip> m_strips;
     RoutedReading m_routed;
@@ -222,7 +241,7 @@ ReadingLanguage LineRouter::firstReader(LineLooks looks, const ScreenLanguages &
                : leading;
 }
 
-RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
+RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool isShort, const PassReader &reader,
                                const ScreenLanguages &screen) const
 {
     const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
@@ -233,6 +252,12 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
     const QList<Separation> separations = separationsOf(line, isShort);
     RoutedReading routed;
     routed.separation = separations.first();
+    if (isShort && m_mayRetry && isSquare(line.inkSize())) {
+        Attempts attempts(line, routed, reader, leading);
+        if (readSquare(attempts))
+            return attempts.routed();
+        routed.attempts = attempts.routed().attempts;
+    }
     for (const Separation separation : separations) {
         Attempts attempts(line, toldApart(routed, separation), reader, leading);
         readFirst(attempts, first, isShort, screen);
@@ -254,6 +279,29 @@ RoutedReading LineRouter::read(const LineNormalizer &line, LineLooks looks, bool
     if (!isShort || (isLatin && attempts.best().text.size() > 1))
         readWhole(attempts);
     return attempts.routed();
+}
+
+/// Reads a figure as a lone ideograph or kana. English makes a letter of nearly each of them and is sure of it, so the
+/// others are asked first; they know Latin letters and digits from their own. False where it is neither.
+bool LineRouter::readSquare(Attempts &attempts) const
+{
+    Reading best;
+    for (const ReadingLanguage language : {ReadingLanguage::Japanese, attempts.leading()}) {
+        if (language == ReadingLanguage::English || !reads(language) || attempts.hasAsked(language))
+            continue;
+        Reading reading = attempts.readAlone(language);
+        const Writing writing = writingOf(reading.text);
+        if ((writing == Writing::Latin || writing == Writing::Digits) && reading.confidence >= good)
+            return false;
+        const bool isOne = reading.text.size() == 1 && scriptsOf(reading.text).wide() == 1;
+        if (isOne && reading.confidence >= good && reading.confidence > best.confidence)
+            best = reading;
+        if (writing == Writing::Kana && best.language == ReadingLanguage::Japanese)
+            break;
+    }
+    if (!best.text.isEmpty())
+        attempts.take(best);
+    return !best.text.isEmpty();
 }
 
 /// The one who should know first; who knows better, by what comes out, and where no sense does, the leading one.
@@ -287,7 +335,7 @@ bool LineRouter::isDoubtful(const RoutedReading &routed) const
     return m_mayRetry && routed.best.confidence < doubtful;
 }
 
-RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormalizer &line, LineReader &reader,
+RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormalizer &line, const PassReader &reader,
                                  const ScreenLanguages &screen) const
 {
     const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
@@ -318,7 +366,7 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
 }
 
 Reading LineRouter::readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
-                              LineReader &reader, const ScreenLanguages &screen) const
+                              const PassReader &reader, const ScreenLanguages &screen) const
 {
     const ReadingLanguage leading = firstReader(LineLooks::Ideographs, screen);
     if (has(m_extras, leading) && earlier.best.confidence < good) {
@@ -368,7 +416,7 @@ int LineRouter::comparableCharacters(const RoutedReading &routed) const
     return isComparable ? scriptsOf(best.text).han : 0;
 }
 
-Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, LineReader &reader) const
+Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, const PassReader &reader) const
 {
     const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
     const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LineLooks.h"
+#include "PassReader.h"
 #include "RoutedReading.h"
 #include "ScreenLanguages.h"
 
@@ -20,7 +21,7 @@ public:
 
     /// The best reading of a line by those who should know it. `isShort` says that it is a letter or two at most,
     /// perhaps an icon. Any thread.
-    RoutedReading read(const LineNormalizer &line, LineLooks looks, bool isShort, LineReader &reader,
+    RoutedReading read(const LineNormalizer &line, LineLooks looks, bool isShort, const PassReader &reader,
                        const ScreenLanguages &screen) const;
 
     /// Whether the line is worth the further trouble of `readOn`.
@@ -28,7 +29,7 @@ public:
 
     /// Once the lines have been read: goes on with a doubtful one. Everybody is asked, also the extra languages, and
     /// letters and surroundings are told apart in the other ways. Any thread.
-    RoutedReading readOn(const RoutedReading &earlier, const LineNormalizer &line, LineReader &reader,
+    RoutedReading readOn(const RoutedReading &earlier, const LineNormalizer &line, const PassReader &reader,
                          const ScreenLanguages &screen) const;
 
     /// How many ideographs of a line tell traditional from simplified Chinese: traditional Chinese reads simplified
@@ -37,18 +38,19 @@ public:
     int comparableCharacters(const RoutedReading &routed) const;
 
     /// Lets simplified Chinese read a line as well. Any thread.
-    Comparison compared(const RoutedReading &routed, const LineNormalizer &line, LineReader &reader) const;
+    Comparison compared(const RoutedReading &routed, const LineNormalizer &line, const PassReader &reader) const;
 
     /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
     /// as the screen's, and so is a doubtful one on a screen in an extra language; any other stays as it is.
     /// `comparison` is what the line was compared with, if it was.
     Reading readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
-                      LineReader &reader, const ScreenLanguages &screen) const;
+                      const PassReader &reader, const ScreenLanguages &screen) const;
 
 private:
     class Attempts;
 
     void readFirst(Attempts &attempts, ReadingLanguage first, bool isShort, const ScreenLanguages &screen) const;
+    bool readSquare(Attempts &attempts) const;
     void readWhole(Attempts &attempts) const;
     void askReaders(Attempts &attempts, const QList<ReadingLanguage> &languages, double handicap) const;
     void askExtras(Attempts &attempts, const ScreenLanguages &screen) const;

@@ -46,11 +46,12 @@ namespace {
 /// A figure alone that was read as a character or two: an arrow, a switch, a tool's picture.
 bool isRatherIcon(const Reading &reading, const FoundLine &line)
 {
-    constexpr double sure = 90; // letters are read like that, figures seldom
+    constexpr double sure = 90;   // letters are read like that, figures seldom
+    constexpr double rather = 80; // nor are ideographs made of them as surely as that
     const QString &text = reading.text;
-    if (reading.confidence >= sure || line.shapeCount > 2)
-        return false;
     const bool isWide = text.at(0).unicode() >= 0x2E80;
+    if (reading.confidence >= (isWide ? rather : sure) || line.shapeCount > 2)
+        return false;
     if (text.size() == 1)
         return isWide;
     const bool hasDigit = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });

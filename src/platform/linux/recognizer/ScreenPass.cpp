@@ -44,9 +44,8 @@ ScreenPass::ScreenPass(const QImage &image, QList<ReadLine> &lines, const LineRo
     : m_image(image)
     , m_thorough(thorough)
     , m_hasty(hasty)
-    , m_reader(reader)
+    , m_reader(reader, isWanted)
     , m_pool(pool)
-    , m_isWanted(isWanted)
     , m_budget(pool.workers() * readingTime(image.size()))
 {
     for (ReadLine &line : lines)
@@ -101,7 +100,7 @@ void ScreenPass::withEach(const Lines &lines, const std::function<void(ReadLine 
     std::latch done(std::ssize(lines));
     for (ReadLine *line : lines) {
         m_pool.post([&, line] {
-            if (!m_budget.isSpent() && (!m_isWanted || m_isWanted())) {
+            if (!m_budget.isSpent() && m_reader.isWanted()) {
                 const ReadingBudget::Spending spending(m_budget);
                 work(*line);
             }

@@ -3,6 +3,7 @@
 #include "LineFinder.h"
 #include "LineLooks.h"
 #include "LineRouter.h"
+#include "PassReader.h"
 #include "ReadingBudget.h"
 
 #include <QImage>
@@ -63,9 +64,8 @@ private:
     Lines m_lines;
     const LineRouter &m_thorough;
     const LineRouter &m_hasty;
-    LineReader &m_reader;
+    const PassReader m_reader;
     ReaderPool &m_pool;
-    const std::function<bool()> &m_isWanted;
     ReadingBudget m_budget;
     ScreenLanguages m_screen;
 };

@@ -113,6 +113,33 @@ private Q_SLOTS:
         QCOMPARE(read, expected);
     }
 
+    void loneCharacters_data()
+    {
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<int>("size");
+        for (const QString &family : {han, u"Noto Sans CJK JP"_s}) {
+            for (const int size : {16, 18})
+                QTest::addRow("%s, %d pixels", qPrintable(family), size) << family << size;
+        }
+    }
+
+    /// A calendar's days, keys with one character.
+    void loneCharacters()
+    {
+        QFETCH(const QString, family);
+        QFETCH(const int, size);
+        const QString characters = u"月火木金中大小設定編明語あいかきくるれ"_s;
+        QImage image = blank({90 * 7, 80 * 3}, Qt::white);
+        for (int i = 0; i < characters.size(); ++i)
+            write(image, {30 + i % 7 * 90, 50 + i / 7 * 80}, characters[i], font(family, size), Qt::black);
+        qsizetype right = 0;
+        for (const QString &text : textsOf(*m_recognizer.perform(usual, image))) {
+            QVERIFY2(text.size() == 1 && characters.contains(text), qPrintable(text));
+            ++right;
+        }
+        QVERIFY2(10 * right >= 9 * characters.size(), qPrintable(QString::number(right)));
+    }
+
     void theRequestIsHonoured()
     {
         QImage image = blank({500, 200}, Qt::white);
@@ -142,6 +169,22 @@ private Q_SLOTS:
             request.isWanted = [&left] { return left-- > 0; };
             QVERIFY(m_recognizer.perform(request, image).has_value());
         }
+    }
+
+    /// A reading can't be interrupted; so a line far wider than a screen is read in pieces.
+    void aWideLineEndsSoon()
+    {
+        QImage image = blank({12'000, 50}, Qt::white);
+        write(image, {20, 32}, u"The keeper writes the letter that nobody reads. "_s.repeated(26), font(latin, 18),
+              Qt::black);
+        std::atomic<int> left = 4; // the pass, the look, the reading, the first piece
+        TextRecognitionRequest request = usual;
+        request.isWanted = [&left] { return left-- > 0; };
+        QVERIFY(textsOf(*m_recognizer.perform(request, image)).isEmpty());
+        const QStringList whole = textsOf(*m_recognizer.perform(usual, image));
+        QCOMPARE(whole.size(), 1);
+        QVERIFY2(whole.first().size() > 1200, qPrintable(QString::number(whole.first().size())));
+        QCOMPARE(whole.first().count(u"nobody reads."_s), 26);
     }
 
     void severalThreadsAtOnce()
