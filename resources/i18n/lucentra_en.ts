@@ -49,11 +49,11 @@
     </message>
     <message>
         <source>API Key 會安全存放於 macOS Keychain。</source>
-        <translation>The API key is kept safely in this computer’s keyring.</translation>
+        <translation>The API key is stored safely in the keyring of this computer.</translation>
     </message>
     <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
-        <translation>The API key is optional; without one the free version is used (limited in volume and request rate).</translation>
+        <translation>The API key is optional. Without it, the free version is used (limited in volume and request rate).</translation>
     </message>
     <message>
         <source>Apple 內建翻譯</source>
@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
-        <translation>Azure translation needs an API key and the region that belongs to it.</translation>
+        <translation>Azure translation needs an API key and its region.</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
@@ -89,7 +89,7 @@
     </message>
     <message>
         <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
-        <translation>Keys of DeepL Free and Pro both work; the matching endpoint is chosen automatically.</translation>
+        <translation>API keys of DeepL Free and Pro both work; the matching endpoint is chosen automatically.</translation>
     </message>
     <message>
         <source>DeepL 設定</source>
@@ -133,7 +133,7 @@
     </message>
     <message>
         <source>Lucentra 沒有執行這個指令。</source>
-        <translation>Lucentra did not carry out this command.</translation>
+        <translation>Lucentra did not run this command.</translation>
     </message>
     <message>
         <source>Lucentra 無法啟動。</source>
@@ -145,7 +145,7 @@
     </message>
     <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
-        <translation>Lucentra: translates the text on your screen</translation>
+        <translation>Lucentra: translates the text on the screen</translation>
     </message>
     <message>
         <source>Lucentra｜澄鏡通</source>
@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>⚠️ API Key 為空，將無法進行翻譯！</source>
-        <translation>⚠️ There is no API key, so nothing can be translated!</translation>
+        <translation>⚠️ Nothing can be translated without an API key!</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -225,7 +225,7 @@
     </message>
     <message>
         <source>⚠️ 請至設定填入相容 API Key</source>
-        <translation>⚠️ Enter your compatible API key in Settings</translation>
+        <translation>⚠️ Enter the API key of your compatible API in Settings</translation>
     </message>
     <message>
         <source>✓ 將使用 Google 免費版（有流量與請求頻率限制）</source>
@@ -233,7 +233,7 @@
     </message>
     <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
-        <translation>❌ The API response is malformed or the key is invalid</translation>
+        <translation>❌ The API response is malformed or the API key is invalid</translation>
     </message>
     <message>
         <source>❌ Gemini API 錯誤 %d：%@</source>
@@ -257,11 +257,11 @@
     </message>
     <message>
         <source>不支援的圖片格式</source>
-        <translation>this format of pictures isn't supported</translation>
+        <translation>the picture format is not supported</translation>
     </message>
     <message>
         <source>不是可辨識的圖片格式：%@</source>
-        <translation>This isn't a picture of a known format: %@</translation>
+        <translation>Not a picture in a known format: %@</translation>
     </message>
     <message>
         <source>介面語言</source>
@@ -333,11 +333,11 @@
     </message>
     <message>
         <source>列出在這部電腦上翻譯的服務與語言</source>
-        <translation>List what translates on this computer, and its languages</translation>
+        <translation>list what translates on this computer, and its languages</translation>
     </message>
     <message>
         <source>列出歷史紀錄</source>
-        <translation>List the history</translation>
+        <translation>list the history</translation>
     </message>
     <message>
         <source>刪除</source>
@@ -353,11 +353,11 @@
     </message>
     <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
-        <translation>Format of the export; by default that of FILE's suffix, else csv</translation>
+        <translation>format of the export; by default the one that the suffix of FILE names, or else csv</translation>
     </message>
     <message>
         <source>匯出顯示的紀錄</source>
-        <translation>Export what is shown</translation>
+        <translation>Export the entries shown</translation>
     </message>
     <message>
         <source>原文</source>
@@ -373,7 +373,7 @@
     </message>
     <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
-        <translation>Only entries with TEXT in their source or translation</translation>
+        <translation>only entries with TEXT in their source or translation</translation>
     </message>
     <message>
         <source>可用性檢查</source>
@@ -381,7 +381,7 @@
     </message>
     <message>
         <source>可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。</source>
-        <translation>Connects to OpenRouter, Ollama or any other service with chat completions; addresses other than this computer’s must use HTTPS.</translation>
+        <translation>Connects to OpenRouter, Ollama or any other service with chat completions. Addresses on other computers must use HTTPS.</translation>
     </message>
     <message>
         <source>同時輸出各階段所需的毫秒數</source>
@@ -397,7 +397,7 @@
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
-        <translation>Click the glass pane to translate</translation>
+        <translation>Click the pane to translate</translation>
     </message>
     <message>
         <source>單擊翻譯</source>
@@ -409,11 +409,11 @@
     </message>
     <message>
         <source>圖片已損壞或無法解碼：%@</source>
-        <translation>The picture is damaged or can't be decoded: %@</translation>
+        <translation>The picture is damaged or cannot be decoded: %@</translation>
     </message>
     <message>
         <source>圖片檔案是空的：%@</source>
-        <translation>The picture's file is empty: %@</translation>
+        <translation>The picture file is empty: %@</translation>
     </message>
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
@@ -425,7 +425,7 @@
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
-        <translation>Show in the task bar</translation>
+        <translation>Show in the taskbar</translation>
     </message>
     <message>
         <source>地區</source>
@@ -437,15 +437,15 @@
     </message>
     <message>
         <source>多餘的參數：%@</source>
-        <translation>One argument too many: %@</translation>
+        <translation>Unexpected argument: %@</translation>
     </message>
     <message>
         <source>失去焦點時自動隱藏玻璃板</source>
-        <translation>Hide the glass pane when it loses the focus</translation>
+        <translation>Hide the pane when it loses focus</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
-        <translation>Installing these packages helps, too: %@</translation>
+        <translation>Installing these packages also helps: %@</translation>
     </message>
     <message>
         <source>寫信給開發團隊</source>
@@ -457,7 +457,7 @@
     </message>
     <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
-        <translation>Export the history to FILE; it is only read, never changed</translation>
+        <translation>export the history to FILE; the history itself is not changed</translation>
     </message>
     <message>
         <source>尚未有任何翻譯紀錄</source>
@@ -505,11 +505,11 @@
     </message>
     <message>
         <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
-        <translation>You use the built-in engine: free offline translation without a limit.</translation>
+        <translation>You are using the built-in engine: free and unlimited translation that works offline.</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
-        <translation>the compatible API endpoint you have set</translation>
+        <translation>the compatible API that you have set up</translation>
     </message>
     <message>
         <source>所選服務</source>
@@ -529,11 +529,11 @@
     </message>
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
-        <translation>The translation window cannot be captured. Please check the screen recording permission</translation>
+        <translation>The pane could not be captured. Check the screen recording permission</translation>
     </message>
     <message>
         <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
-        <translation>Lucentra cannot be reached: there is no session bus (D-Bus).</translation>
+        <translation>Could not reach Lucentra: there is no session bus (D-Bus).</translation>
     </message>
     <message>
         <source>找不到符合的紀錄</source>
@@ -541,7 +541,7 @@
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
-        <translation>The display that shows the translation window was not found</translation>
+        <translation>The display that shows the pane was not found</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
@@ -549,7 +549,7 @@
     </message>
     <message>
         <source>搜尋紀錄...</source>
-        <translation>Search history...</translation>
+        <translation>Search history…</translation>
     </message>
     <message>
         <source>操作</source>
@@ -565,7 +565,7 @@
     </message>
     <message>
         <source>文字已是目標語言。</source>
-        <translation>The text is in the target language already.</translation>
+        <translation>The text is already in the target language.</translation>
     </message>
     <message>
         <source>日</source>
@@ -585,7 +585,7 @@
     </message>
     <message>
         <source>服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定</source>
-        <translation>The service returned no usable translation. Check the key, the model and the network settings</translation>
+        <translation>The service returned no usable translation. Check the API key, the model and the network settings</translation>
     </message>
     <message>
         <source>未知的指令：%@</source>
@@ -621,15 +621,15 @@
     </message>
     <message>
         <source>模型名稱可依你的 Anthropic 帳號權限調整。</source>
-        <translation>Change the model to one that your Anthropic account may use.</translation>
+        <translation>You can enter any model that your Anthropic account may use.</translation>
     </message>
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
-        <translation>Change the model to one that your OpenAI account may use.</translation>
+        <translation>You can enter any model that your OpenAI account may use.</translation>
     </message>
     <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
-        <translation>The translations on this computer are still being gathered. Please try again in a moment.</translation>
+        <translation>The translations on this computer are still being collected. Try again in a moment.</translation>
     </message>
     <message>
         <source>正在測試連線…</source>
@@ -661,7 +661,7 @@
     </message>
     <message>
         <source>測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。</source>
-        <translation>The test sends one short sentence; online services may count it as a very small use of the API.</translation>
+        <translation>The test sends one short sentence. Online services may count it as a very small use of the API.</translation>
     </message>
     <message>
         <source>測試翻譯引擎的連線</source>
@@ -673,7 +673,7 @@
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
-        <translation>The language of the text can't be told.</translation>
+        <translation>The language of the text could not be identified.</translation>
     </message>
     <message>
         <source>無法匯出：%@</source>
@@ -681,15 +681,15 @@
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
-        <translation>The picture %@ can't be written: %@</translation>
+        <translation>Could not write the picture %@: %@</translation>
     </message>
     <message>
         <source>無法寫入標準輸出</source>
-        <translation>The answer could not be written to the standard output</translation>
+        <translation>Could not write to the standard output</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
-        <translation>The input for the translation could not be built</translation>
+        <translation>Could not prepare the text for translation</translation>
     </message>
     <message>
         <source>無法擷取畫面</source>
@@ -697,7 +697,7 @@
     </message>
     <message>
         <source>無法與伺服器建立安全連線</source>
-        <translation>A secure connection to the server could not be made</translation>
+        <translation>Could not make a secure connection to the server</translation>
     </message>
     <message>
         <source>無法讀取先前的翻譯紀錄，原檔案會保留在同一個資料夾中。</source>
@@ -705,11 +705,11 @@
     </message>
     <message>
         <source>無法讀取圖片：%@</source>
-        <translation>The picture can't be read: %@</translation>
+        <translation>Could not read the picture: %@</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
-        <translation>The history could not be read: %@</translation>
+        <translation>Could not read the history: %@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
@@ -721,7 +721,7 @@
     </message>
     <message>
         <source>玻璃板樣式</source>
-        <translation>Glass Pane</translation>
+        <translation>Pane</translation>
     </message>
     <message>
         <source>玻璃透明度：%d%%</source>
@@ -765,7 +765,7 @@
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
-        <translation>The system refused this combination; another program may use it. Please choose a different one.</translation>
+        <translation>The system refused this shortcut. Another program may be using it. Choose a different one.</translation>
     </message>
     <message>
         <source>系統沒有回傳擷取畫面</source>
@@ -809,11 +809,11 @@
     </message>
     <message>
         <source>缺少參數：%@</source>
-        <translation>An argument is missing: %@</translation>
+        <translation>Missing argument: %@</translation>
     </message>
     <message>
         <source>缺少指令</source>
-        <translation>A command is missing</translation>
+        <translation>Missing command</translation>
     </message>
     <message>
         <source>翻譯</source>
@@ -849,7 +849,7 @@
     </message>
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
-        <translation>translate into the language CODE (zh-Hant, en, ja, for example) this once</translation>
+        <translation>translate into the language CODE (for example zh-Hant, en or ja) this once</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -877,7 +877,7 @@
     </message>
     <message>
         <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
-        <translation>The automatic mode translates after the pane was moved or resized. In the manual mode only a click, the button or the shortcut translates.</translation>
+        <translation>The automatic mode translates after the pane has been moved or resized. In the manual mode, only a click, the button or the shortcut translates.</translation>
     </message>
     <message>
         <source>自動調整文字大小</source>
@@ -941,7 +941,7 @@
     </message>
     <message>
         <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
-        <translation>Shows or hides the pane from anywhere. The default is ⌥T (Alt+T). Esc cancels the recording.</translation>
+        <translation>Shows or hides the pane from anywhere. The default is Alt+T. Press Esc to cancel.</translation>
     </message>
     <message>
         <source>試算表（CSV）…</source>
@@ -949,19 +949,19 @@
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>Enable Lucentra in the “Screen &amp; System Audio Recording” list. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart the app.</translation>
+        <translation>Enable Lucentra in the “Screen &amp; System Audio Recording” list. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart Lucentra.</translation>
     </message>
     <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>Enable Lucentra in System Settings. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart the app.</translation>
+        <translation>Enable Lucentra in System Settings. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart Lucentra.</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
-        <translation>Place the translation window completely on one display, then try again</translation>
+        <translation>Place the whole pane on one display, then try again</translation>
     </message>
     <message>
         <source>請按下組合鍵... (按 ESC 取消)</source>
-        <translation>Press a shortcut… (ESC to cancel)</translation>
+        <translation>Press a shortcut… (Esc to cancel)</translation>
     </message>
     <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
@@ -981,7 +981,7 @@
     </message>
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
-        <translation>Move or resize the glass pane so that the text lies completely inside it, then try again.</translation>
+        <translation>Move or resize the pane so that the text is completely inside it, then try again.</translation>
     </message>
     <message>
         <source>貼上</source>
@@ -1013,35 +1013,35 @@
     </message>
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
-        <translation>Recognized or typed text is sent to %@ to be translated; that service’s privacy policy governs what happens to it. Lucentra has no server in between and sends no copy to its developers.</translation>
+        <translation>Recognized or typed text is sent to %@ to be translated; how it is handled there is governed by that service’s privacy policy. Lucentra has no server in between and sends no copy to its developers.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
-        <translation>This desktop has no system tray. To show the pane again, start Lucentra once more.</translation>
+        <translation>This desktop has no system tray. To show the pane again, start Lucentra again.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
-        <translation>This desktop has no system tray. To show the pane again, press %@ or start Lucentra once more.</translation>
+        <translation>This desktop has no system tray. To show the pane again, press %@ or start Lucentra again.</translation>
     </message>
     <message>
         <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
-        <translation>This system's dpkg settings leave translations out (path-exclude); please change them first.</translation>
+        <translation>The dpkg settings of this system leave translations out (path-exclude). Change them first.</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
-        <translation>No program on this computer has a translation of this text. Please use another translation engine.</translation>
+        <translation>No program on this computer has a translation of this text. Use another translation engine.</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>
-        <translation>This computer translates:</translation>
+        <translation>This computer can translate:</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>This computer has no keyring service, so the API key can’t be kept. Install the package gnome-keyring, log in again and retry.</translation>
+        <translation>This computer has no keyring service, so the API key cannot be saved. Install the package gnome-keyring, log in again, then retry.</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
-        <translation>This computer can't translate this language. Please use another translation engine.</translation>
+        <translation>This computer cannot translate this language. Use another translation engine.</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>
@@ -1053,7 +1053,7 @@
     </message>
     <message>
         <source>連線逾時，請稍後再試</source>
-        <translation>The connection timed out. Please try again later</translation>
+        <translation>The connection timed out. Try again later</translation>
     </message>
     <message>
         <source>選項 %@ 不接受值</source>
@@ -1061,7 +1061,7 @@
     </message>
     <message>
         <source>選項 %@ 的值無效：%@</source>
-        <translation>The option %@ can't have this value: %@</translation>
+        <translation>Invalid value of the option %@: %@</translation>
     </message>
     <message>
         <source>選項 %@ 需要一個值</source>
@@ -1097,7 +1097,7 @@
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>The keyring doesn’t respond, so the API key was neither read nor saved. It is tried again when you come back to this window.</translation>
+        <translation>The keyring does not respond, so the API key could not be read or saved. Lucentra tries again when you come back to this window.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>
@@ -1145,11 +1145,11 @@
     </message>
     <message>
         <source>隱藏翻譯板</source>
-        <translation>hide the translation pane</translation>
+        <translation>hide the pane</translation>
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
-        <translation>Double-click the glass pane to translate</translation>
+        <translation>Double-click the pane to translate</translation>
     </message>
     <message>
         <source>雙擊翻譯</source>
@@ -1157,7 +1157,7 @@
     </message>
     <message>
         <source>雙擊翻譯（建議）</source>
-        <translation>Double click translates (recommended)</translation>
+        <translation>Double-click to translate (recommended)</translation>
     </message>
     <message>
         <source>需要「螢幕錄影」權限</source>
@@ -1181,15 +1181,15 @@
     </message>
     <message>
         <source>顯示/隱藏 翻譯板</source>
-        <translation>Show/Hide Translation Pane</translation>
+        <translation>Show/Hide Pane</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>
-        <translation>show or hide the translation pane</translation>
+        <translation>show or hide the pane</translation>
     </message>
     <message>
         <source>顯示翻譯板</source>
-        <translation>show the translation pane</translation>
+        <translation>show the pane</translation>
     </message>
     <message>
         <source>點擊玻璃板</source>

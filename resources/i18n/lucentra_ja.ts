@@ -145,7 +145,7 @@
     </message>
     <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
-        <translation>Lucentra：画面の文字を翻訳する</translation>
+        <translation>Lucentra：画面上のテキストを翻訳</translation>
     </message>
     <message>
         <source>Lucentra｜澄鏡通</source>
@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>⚠️ API Key 為空，將無法進行翻譯！</source>
-        <translation>⚠️ API キーが空のため、翻訳できません！</translation>
+        <translation>⚠️ API キーが空なので翻訳できません！</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -201,7 +201,7 @@
     </message>
     <message>
         <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
-        <translation>⚠️ 先に翻訳の設定で %@ への文字の送信を許可してください。</translation>
+        <translation>⚠️ 先に翻訳の設定で %@ へのテキストの送信を許可してください。</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入 Claude API Key</source>
@@ -281,7 +281,7 @@
     </message>
     <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
-        <translation>今回だけ翻訳エンジン N（0〜7）を使う</translation>
+        <translation>今回だけ翻訳エンジン N（0～7）を使う</translation>
     </message>
     <message>
         <source>停止輸入後自動翻譯</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>允許將文字傳送至 %@</source>
-        <translation>%@ への文字の送信を許可</translation>
+        <translation>%@ へのテキストの送信を許可</translation>
     </message>
     <message>
         <source>全域快捷鍵</source>
@@ -297,11 +297,11 @@
     </message>
     <message>
         <source>全選</source>
-        <translation>すべてを選択</translation>
+        <translation>すべて選択</translation>
     </message>
     <message>
         <source>全部顯示</source>
-        <translation>すべてを表示</translation>
+        <translation>すべて表示</translation>
     </message>
     <message>
         <source>切換到手動輸入</source>
@@ -333,7 +333,7 @@
     </message>
     <message>
         <source>列出在這部電腦上翻譯的服務與語言</source>
-        <translation>このコンピューターで翻訳するサービスと言語を一覧表示</translation>
+        <translation>このコンピューターで翻訳するサービスと言語を一覧表示する</translation>
     </message>
     <message>
         <source>列出歷史紀錄</source>
@@ -349,15 +349,15 @@
     </message>
     <message>
         <source>剪下</source>
-        <translation>カット</translation>
+        <translation>切り取り</translation>
     </message>
     <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
-        <translation>書き出しの形式。省略時は FILE の拡張子、なければ csv</translation>
+        <translation>エクスポートの形式。省略時は FILE の拡張子に従い、なければ csv</translation>
     </message>
     <message>
         <source>匯出顯示的紀錄</source>
-        <translation>表示中の履歴を書き出す</translation>
+        <translation>表示中の履歴をエクスポート</translation>
     </message>
     <message>
         <source>原文</source>
@@ -369,11 +369,11 @@
     </message>
     <message>
         <source>古典透白 (Classic White - 預設)</source>
-        <translation>クラシックホワイト（標準）</translation>
+        <translation>クラシックホワイト（デフォルト）</translation>
     </message>
     <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
-        <translation>原文か訳文に TEXT を含む履歴だけ</translation>
+        <translation>原文か訳文に TEXT を含む履歴だけにする</translation>
     </message>
     <message>
         <source>可用性檢查</source>
@@ -397,7 +397,7 @@
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
-        <translation>ガラスパネルをクリックすると翻訳します</translation>
+        <translation>翻訳パネルをクリックすると翻訳します</translation>
     </message>
     <message>
         <source>單擊翻譯</source>
@@ -421,7 +421,7 @@
     </message>
     <message>
         <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
-        <translation>Wayland セッションでは、Lucentra は X11 プログラムのウインドウしか見ることができず、パネルの下にはそのようなウインドウがありません。そのプログラムを XWayland 経由で実行するか、X11 セッションでログインしてください。</translation>
+        <translation>Wayland セッションでは、Lucentra は X11 プログラムのウィンドウしか見ることができず、翻訳パネルの下にはそのようなウィンドウがありません。そのプログラムを XWayland で実行するか、X11 セッションでログインしてください。</translation>
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
@@ -441,11 +441,11 @@
     </message>
     <message>
         <source>失去焦點時自動隱藏玻璃板</source>
-        <translation>フォーカスを失ったらガラス板を隠す</translation>
+        <translation>フォーカスを失ったら翻訳パネルを隠す</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
-        <translation>次のパッケージを入れるのも役立ちます：%@</translation>
+        <translation>次のパッケージのインストールも役立ちます：%@</translation>
     </message>
     <message>
         <source>寫信給開發團隊</source>
@@ -457,7 +457,7 @@
     </message>
     <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
-        <translation>履歴を FILE に書き出す（読み取りのみ）</translation>
+        <translation>履歴を FILE にエクスポートする（読み取りのみ）</translation>
     </message>
     <message>
         <source>尚未有任何翻譯紀錄</source>
@@ -505,11 +505,11 @@
     </message>
     <message>
         <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
-        <translation>内蔵エンジンを使用中です。オフラインで無制限に無料で翻訳できます。</translation>
+        <translation>内蔵エンジンを使用中です。オフラインでも、無料で無制限に翻訳できます。</translation>
     </message>
     <message>
         <source>您設定的相容 API 端點</source>
-        <translation>設定した互換 API エンドポイント</translation>
+        <translation>設定した互換 API のエンドポイント</translation>
     </message>
     <message>
         <source>所選服務</source>
@@ -529,7 +529,7 @@
     </message>
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
-        <translation>キャプチャできる翻訳ウインドウが見つかりません。画面収録の許可を確認してください</translation>
+        <translation>キャプチャできる翻訳パネルが見つかりません。画面収録の許可を確認してください</translation>
     </message>
     <message>
         <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
@@ -541,15 +541,15 @@
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
-        <translation>翻訳ウインドウがあるディスプレイが見つかりません</translation>
+        <translation>翻訳パネルがあるディスプレイが見つかりません</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
-        <translation>Alt を押しながら、メインキーボードの Enter（↩）を押します</translation>
+        <translation>Alt を押しながら、メインキーボードの Return（↩）を押します</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
-        <translation>履歴を検索...</translation>
+        <translation>履歴を検索…</translation>
     </message>
     <message>
         <source>操作</source>
@@ -565,7 +565,7 @@
     </message>
     <message>
         <source>文字已是目標語言。</source>
-        <translation>文字列はすでに翻訳先の言語です。</translation>
+        <translation>テキストはすでに翻訳先の言語です。</translation>
     </message>
     <message>
         <source>日</source>
@@ -641,7 +641,7 @@
     </message>
     <message>
         <source>沒有偵測到文字</source>
-        <translation>文字が見つかりませんでした</translation>
+        <translation>テキストが見つかりませんでした</translation>
     </message>
     <message>
         <source>沒有可用的語言</source>
@@ -673,15 +673,15 @@
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
-        <translation>文字列の言語を判別できません。</translation>
+        <translation>テキストの言語を判別できませんでした。</translation>
     </message>
     <message>
         <source>無法匯出：%@</source>
-        <translation>書き出せませんでした：%@</translation>
+        <translation>エクスポートできませんでした：%@</translation>
     </message>
     <message>
         <source>無法寫入圖片 %@：%@</source>
-        <translation>画像 %@ を書き込めません：%@</translation>
+        <translation>画像 %@ を書き込めませんでした：%@</translation>
     </message>
     <message>
         <source>無法寫入標準輸出</source>
@@ -693,35 +693,35 @@
     </message>
     <message>
         <source>無法擷取畫面</source>
-        <translation>画面をキャプチャできません</translation>
+        <translation>画面をキャプチャできませんでした</translation>
     </message>
     <message>
         <source>無法與伺服器建立安全連線</source>
-        <translation>サーバーと安全な接続を確立できません</translation>
+        <translation>サーバーと安全な接続を確立できませんでした</translation>
     </message>
     <message>
         <source>無法讀取先前的翻譯紀錄，原檔案會保留在同一個資料夾中。</source>
-        <translation>以前の翻訳履歴を読み込めませんでした。元のファイルは同じフォルダに残ります。</translation>
+        <translation>以前の翻訳履歴を読み込めませんでした。元のファイルは同じフォルダーに残ります。</translation>
     </message>
     <message>
         <source>無法讀取圖片：%@</source>
-        <translation>画像を読み込めません：%@</translation>
+        <translation>画像を読み込めませんでした：%@</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
-        <translation>翻訳履歴を読み込めません：%@</translation>
+        <translation>翻訳履歴を読み込めませんでした：%@</translation>
     </message>
     <message>
         <source>無法透過代理伺服器連線</source>
-        <translation>プロキシサーバー経由で接続できません</translation>
+        <translation>プロキシサーバー経由で接続できませんでした</translation>
     </message>
     <message>
         <source>無法連線到伺服器</source>
-        <translation>サーバーに接続できません</translation>
+        <translation>サーバーに接続できませんでした</translation>
     </message>
     <message>
         <source>玻璃板樣式</source>
-        <translation>ガラス板のスタイル</translation>
+        <translation>翻訳パネルのスタイル</translation>
     </message>
     <message>
         <source>玻璃透明度：%d%%</source>
@@ -741,7 +741,7 @@
     </message>
     <message>
         <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>
-        <translation>互換 API の URL には HTTPS が必要です（localhost のみ HTTP を使用できます）</translation>
+        <translation>互換 API の URL には HTTPS が必要です（localhost では HTTP も使えます）</translation>
     </message>
     <message>
         <source>相容 API URL 無效</source>
@@ -765,11 +765,11 @@
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
-        <translation>この組み合わせはシステムに拒否されました。ほかのプログラムが使っている可能性があります。別の組み合わせをお選びください。</translation>
+        <translation>このショートカットはシステムに拒否されました。ほかのプログラムが使っている可能性があります。別のショートカットをお選びください。</translation>
     </message>
     <message>
         <source>系統沒有回傳擷取畫面</source>
-        <translation>システムからキャプチャ画像が返されませんでした</translation>
+        <translation>システムから画面の画像が返されませんでした</translation>
     </message>
     <message>
         <source>系統行為</source>
@@ -793,7 +793,7 @@
     </message>
     <message>
         <source>縮小</source>
-        <translation>しまう</translation>
+        <translation>最小化</translation>
     </message>
     <message>
         <source>縮放</source>
@@ -821,7 +821,7 @@
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>文章を翻訳する（漢字を含む文章は英語に翻訳）</translation>
+        <translation>テキストを翻訳する（漢字を含むテキストは英語に翻訳）</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -833,7 +833,7 @@
     </message>
     <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
-        <translation>画像の文字を翻訳し、訳文を原文の上に描く</translation>
+        <translation>画像のテキストを翻訳し、訳文を原文の上に描く</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
@@ -865,11 +865,11 @@
     </message>
     <message>
         <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
-        <translation>現在の範囲を翻訳する。パネルが隠れているときは先に表示する</translation>
+        <translation>現在の範囲を翻訳する。翻訳パネルが隠れているときは先に表示する</translation>
     </message>
     <message>
         <source>翻譯結果會顯示在這裡</source>
-        <translation>翻訳結果はここに表示されます</translation>
+        <translation>訳文はここに表示されます</translation>
     </message>
     <message>
         <source>聯絡與社群</source>
@@ -917,15 +917,15 @@
     </message>
     <message>
         <source>複製翻譯結果</source>
-        <translation>翻訳結果をコピー</translation>
+        <translation>訳文をコピー</translation>
     </message>
     <message>
         <source>要求已取消</source>
-        <translation>要求はキャンセルされました</translation>
+        <translation>要求がキャンセルされました</translation>
     </message>
     <message>
         <source>視窗</source>
-        <translation>ウインドウ</translation>
+        <translation>ウィンドウ</translation>
     </message>
     <message>
         <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
@@ -941,7 +941,7 @@
     </message>
     <message>
         <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
-        <translation>どこからでも翻訳板を表示・非表示にできます。標準は ⌥T（Alt+T）です。ESC で取り消せます。</translation>
+        <translation>どこからでも翻訳パネルを表示したり隠したりできます。デフォルトは Alt+T です。Esc でキャンセルできます。</translation>
     </message>
     <message>
         <source>試算表（CSV）…</source>
@@ -949,19 +949,19 @@
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>「画面収録とシステムオーディオ録音」のリストで Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、アプリを再起動してください。</translation>
+        <translation>「画面収録とシステムオーディオ録音」のリストで Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、Lucentra を再起動してください。</translation>
     </message>
     <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>システム設定で Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、アプリを再起動してください。</translation>
+        <translation>システム設定で Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、Lucentra を再起動してください。</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
-        <translation>翻訳ウインドウ全体を 1 つの画面内に置いて、もう一度お試しください</translation>
+        <translation>翻訳パネル全体を 1 つのディスプレイ内に置いて、もう一度お試しください</translation>
     </message>
     <message>
         <source>請按下組合鍵... (按 ESC 取消)</source>
-        <translation>ショートカットを押してください…（ESC でキャンセル）</translation>
+        <translation>ショートカットを押してください…（Esc でキャンセル）</translation>
     </message>
     <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
@@ -981,11 +981,11 @@
     </message>
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
-        <translation>文字全体が枠の中に収まるようにガラスパネルの位置や大きさを調整して、もう一度お試しください。</translation>
+        <translation>テキスト全体が枠の中に収まるように翻訳パネルの位置や大きさを調整して、もう一度お試しください。</translation>
     </message>
     <message>
         <source>貼上</source>
-        <translation>ペースト</translation>
+        <translation>貼り付け</translation>
     </message>
     <message>
         <source>資料傳送與隱私</source>
@@ -1009,27 +1009,27 @@
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
-        <translation>画像の文字を認識し、行ごとに JSON で出力する</translation>
+        <translation>画像のテキストを認識し、行ごとに JSON で出力する</translation>
     </message>
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
-        <translation>認識または入力された文字は翻訳のため %@ に送信され、その扱いは同サービスのプライバシーポリシーに従います。Lucentra に中継サーバーはなく、開発者に写しが送られることもありません。</translation>
+        <translation>認識または入力されたテキストは翻訳のため %@ に送信され、その扱いは同サービスのプライバシーポリシーに従います。Lucentra に中継サーバーはなく、開発者に写しが送られることもありません。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
-        <translation>このデスクトップにはシステムトレイがありません。パネルを再び表示するには、Lucentra をもう一度起動してください。</translation>
+        <translation>このデスクトップにはシステムトレイがありません。翻訳パネルを再び表示するには、Lucentra をもう一度起動してください。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
-        <translation>このデスクトップにはシステムトレイがありません。パネルを再び表示するには、%@ を押すか、Lucentra をもう一度起動してください。</translation>
+        <translation>このデスクトップにはシステムトレイがありません。翻訳パネルを再び表示するには、%@ を押すか、Lucentra をもう一度起動してください。</translation>
     </message>
     <message>
         <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
-        <translation>このシステムの dpkg は訳を入れない設定（path-exclude）です。先に設定を変更してください。</translation>
+        <translation>このシステムの dpkg は訳文をインストールしない設定（path-exclude）です。先に設定を変更してください。</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
-        <translation>このコンピューターのプログラムには、この文字列の訳がありません。別の翻訳エンジンをお使いください。</translation>
+        <translation>このコンピューターのプログラムには、このテキストの訳文がありません。別の翻訳エンジンをお使いください。</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>
@@ -1069,7 +1069,7 @@
     </message>
     <message>
         <source>還原</source>
-        <translation>取り消す</translation>
+        <translation>元に戻す</translation>
     </message>
     <message>
         <source>邊框發光顏色：</source>
@@ -1093,11 +1093,11 @@
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>キーリングがロックされています。システムに尋ねられたらロックを解除して、このウインドウに戻ってください。そのときに API キーを読み込むか保存します。</translation>
+        <translation>キーリングがロックされています。システムに尋ねられたらロックを解除して、このウィンドウに戻ってください。そのときに API キーを読み込むか保存します。</translation>
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>キーリングが応答しないため、API キーの読み込みも保存もできていません。このウインドウに戻ったときにもう一度試します。</translation>
+        <translation>キーリングが応答しないため、API キーの読み込みも保存もできていません。このウィンドウに戻ったときにもう一度試します。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>
@@ -1105,11 +1105,11 @@
     </message>
     <message>
         <source>開啟翻譯歷史紀錄視窗</source>
-        <translation>翻訳履歴ウインドウを開く</translation>
+        <translation>翻訳履歴のウィンドウを開く</translation>
     </message>
     <message>
         <source>開啟設定視窗</source>
-        <translation>設定ウインドウを開く</translation>
+        <translation>設定のウィンドウを開く</translation>
     </message>
     <message>
         <source>開機自動啟動</source>
@@ -1149,7 +1149,7 @@
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
-        <translation>ガラスパネルをダブルクリックすると翻訳します</translation>
+        <translation>翻訳パネルをダブルクリックすると翻訳します</translation>
     </message>
     <message>
         <source>雙擊翻譯</source>
@@ -1173,7 +1173,7 @@
     </message>
     <message>
         <source>顯示 / 隱藏翻譯視窗：</source>
-        <translation>翻訳ウィンドウの表示／非表示：</translation>
+        <translation>翻訳パネルの表示/非表示：</translation>
     </message>
     <message>
         <source>顯示 API Key</source>
@@ -1181,7 +1181,7 @@
     </message>
     <message>
         <source>顯示/隱藏 翻譯板</source>
-        <translation>翻訳パネルを表示/非表示</translation>
+        <translation>翻訳パネルの表示/非表示</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>
@@ -1193,7 +1193,7 @@
     </message>
     <message>
         <source>點擊玻璃板</source>
-        <translation>ガラス板のクリック</translation>
+        <translation>翻訳パネルのクリック</translation>
     </message>
 </context>
 </TS>

@@ -49,11 +49,11 @@
     </message>
     <message>
         <source>API Key 會安全存放於 macOS Keychain。</source>
-        <translation>API 키는 이 컴퓨터의 키링에 안전하게 보관됩니다.</translation>
+        <translation>API 키는 이 컴퓨터의 키 모음에 안전하게 보관됩니다.</translation>
     </message>
     <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
-        <translation>API 키는 선택 사항이며, 비워 두면 무료 버전을 사용합니다(용량과 요청 빈도에 제한이 있음).</translation>
+        <translation>API 키는 선택 사항입니다. 비워 두면 무료 버전을 사용합니다(용량과 요청 빈도에 제한이 있음).</translation>
     </message>
     <message>
         <source>Apple 內建翻譯</source>
@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
-        <translation>Azure 번역에는 API 키와 해당 지역이 필요합니다.</translation>
+        <translation>Azure 번역에는 API 키와 해당 리전이 필요합니다.</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
@@ -89,7 +89,7 @@
     </message>
     <message>
         <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
-        <translation>DeepL Free와 Pro 키를 모두 사용할 수 있으며, 맞는 엔드포인트가 자동으로 선택됩니다.</translation>
+        <translation>DeepL Free와 Pro의 API 키를 모두 사용할 수 있으며, 맞는 엔드포인트가 자동으로 선택됩니다.</translation>
     </message>
     <message>
         <source>DeepL 設定</source>
@@ -145,7 +145,7 @@
     </message>
     <message>
         <source>Lucentra：翻譯螢幕上的文字</source>
-        <translation>Lucentra: 화면의 글자를 번역합니다</translation>
+        <translation>Lucentra: 화면의 텍스트를 번역</translation>
     </message>
     <message>
         <source>Lucentra｜澄鏡通</source>
@@ -233,7 +233,7 @@
     </message>
     <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
-        <translation>❌ API 응답 형식이 잘못되었거나 키가 유효하지 않습니다</translation>
+        <translation>❌ API 응답 형식이 잘못되었거나 API 키가 유효하지 않습니다</translation>
     </message>
     <message>
         <source>❌ Gemini API 錯誤 %d：%@</source>
@@ -285,7 +285,7 @@
     </message>
     <message>
         <source>停止輸入後自動翻譯</source>
-        <translation>입력을 멈추면 자동으로 번역됩니다</translation>
+        <translation>입력을 멈추면 자동으로 번역합니다</translation>
     </message>
     <message>
         <source>允許將文字傳送至 %@</source>
@@ -301,7 +301,7 @@
     </message>
     <message>
         <source>全部顯示</source>
-        <translation>모두 보기</translation>
+        <translation>모두 표시</translation>
     </message>
     <message>
         <source>切換到手動輸入</source>
@@ -337,7 +337,7 @@
     </message>
     <message>
         <source>列出歷史紀錄</source>
-        <translation>기록을 나열합니다</translation>
+        <translation>기록을 나열</translation>
     </message>
     <message>
         <source>刪除</source>
@@ -349,11 +349,11 @@
     </message>
     <message>
         <source>剪下</source>
-        <translation>오려두기</translation>
+        <translation>잘라내기</translation>
     </message>
     <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
-        <translation>내보내기 형식. 생략하면 FILE의 확장자, 없으면 csv</translation>
+        <translation>내보내기 형식. 생략하면 FILE의 확장자를 따르고, 없으면 csv</translation>
     </message>
     <message>
         <source>匯出顯示的紀錄</source>
@@ -389,7 +389,7 @@
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
-        <translation>각 줄의 번역과 위치도 출력</translation>
+        <translation>각 줄의 번역문과 위치도 출력</translation>
     </message>
     <message>
         <source>單字卡（以定位字元分隔）…</source>
@@ -397,7 +397,7 @@
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
-        <translation>글라스 패널을 클릭하면 번역합니다</translation>
+        <translation>번역 패널을 클릭하면 번역합니다</translation>
     </message>
     <message>
         <source>單擊翻譯</source>
@@ -409,7 +409,7 @@
     </message>
     <message>
         <source>圖片已損壞或無法解碼：%@</source>
-        <translation>그림이 손상되었거나 해석할 수 없습니다: %@</translation>
+        <translation>그림이 손상되었거나 디코딩할 수 없습니다: %@</translation>
     </message>
     <message>
         <source>圖片檔案是空的：%@</source>
@@ -421,7 +421,7 @@
     </message>
     <message>
         <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
-        <translation>Wayland 세션에서 Lucentra는 X11 프로그램의 창만 볼 수 있으며, 패널 아래에는 그런 창이 없습니다. 해당 프로그램을 XWayland로 실행하거나 X11 세션으로 로그인하세요.</translation>
+        <translation>Wayland 세션에서 Lucentra는 X11 프로그램의 창만 볼 수 있으며, 번역 패널 아래에는 그런 창이 없습니다. 해당 프로그램을 XWayland로 실행하거나 X11 세션으로 로그인하세요.</translation>
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
@@ -429,7 +429,7 @@
     </message>
     <message>
         <source>地區</source>
-        <translation>지역</translation>
+        <translation>리전</translation>
     </message>
     <message>
         <source>外觀</source>
@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>失去焦點時自動隱藏玻璃板</source>
-        <translation>포커스를 잃으면 유리판 자동 숨기기</translation>
+        <translation>포커스를 잃으면 번역 패널 자동 숨기기</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
@@ -457,7 +457,7 @@
     </message>
     <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
-        <translation>기록을 FILE로 내보냅니다(읽기만 함)</translation>
+        <translation>기록을 FILE로 내보내기(읽기만 함)</translation>
     </message>
     <message>
         <source>尚未有任何翻譯紀錄</source>
@@ -529,7 +529,7 @@
     </message>
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
-        <translation>캡처할 수 있는 번역 창을 찾을 수 없습니다. 화면 기록 권한을 확인하세요</translation>
+        <translation>캡처할 수 있는 번역 패널을 찾을 수 없습니다. 화면 기록 권한을 확인하세요</translation>
     </message>
     <message>
         <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
@@ -541,15 +541,15 @@
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
-        <translation>번역 창이 있는 디스플레이를 찾을 수 없습니다</translation>
+        <translation>번역 패널이 있는 디스플레이를 찾을 수 없습니다</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
-        <translation>Alt를 누른 채 기본 키보드의 Enter(↩)를 누릅니다</translation>
+        <translation>Alt를 누른 채 기본 키보드의 Return(↩)을 누릅니다</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
-        <translation>기록 검색...</translation>
+        <translation>기록 검색…</translation>
     </message>
     <message>
         <source>操作</source>
@@ -565,7 +565,7 @@
     </message>
     <message>
         <source>文字已是目標語言。</source>
-        <translation>글이 이미 대상 언어로 되어 있습니다.</translation>
+        <translation>텍스트가 이미 대상 언어로 되어 있습니다.</translation>
     </message>
     <message>
         <source>日</source>
@@ -585,7 +585,7 @@
     </message>
     <message>
         <source>服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定</source>
-        <translation>서비스에서 유효한 번역을 반환하지 않았습니다. 키, 모델, 네트워크 설정을 확인하세요</translation>
+        <translation>서비스에서 유효한 번역문을 반환하지 않았습니다. API 키, 모델, 네트워크 설정을 확인하세요</translation>
     </message>
     <message>
         <source>未知的指令：%@</source>
@@ -661,7 +661,7 @@
     </message>
     <message>
         <source>測試會送出一小段範例文字；雲端服務可能計入極少量 API 用量。</source>
-        <translation>테스트는 짧은 예문 하나를 보냅니다. 클라우드 서비스에서는 아주 적은 API 사용량으로 계산될 수 있습니다.</translation>
+        <translation>테스트할 때 짧은 예문 하나를 보냅니다. 클라우드 서비스에서는 아주 적은 API 사용량으로 계산될 수 있습니다.</translation>
     </message>
     <message>
         <source>測試翻譯引擎的連線</source>
@@ -673,7 +673,7 @@
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
-        <translation>글의 언어를 알 수 없습니다.</translation>
+        <translation>텍스트의 언어를 알 수 없습니다.</translation>
     </message>
     <message>
         <source>無法匯出：%@</source>
@@ -721,7 +721,7 @@
     </message>
     <message>
         <source>玻璃板樣式</source>
-        <translation>유리판 스타일</translation>
+        <translation>번역 패널 스타일</translation>
     </message>
     <message>
         <source>玻璃透明度：%d%%</source>
@@ -765,7 +765,7 @@
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
-        <translation>시스템이 이 조합을 받아들이지 않았습니다. 다른 프로그램이 사용 중일 수 있으니 다른 조합을 선택해 주세요.</translation>
+        <translation>시스템이 이 단축키를 받아들이지 않았습니다. 다른 프로그램이 사용 중일 수 있으니 다른 단축키를 선택하세요.</translation>
     </message>
     <message>
         <source>系統沒有回傳擷取畫面</source>
@@ -821,7 +821,7 @@
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>글을 번역(한자가 있으면 영어로 번역)</translation>
+        <translation>텍스트를 번역(한자가 있으면 영어로 번역)</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -833,7 +833,7 @@
     </message>
     <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
-        <translation>그림의 글자를 번역해 원문 위에 표시</translation>
+        <translation>그림의 텍스트를 번역해 원문 위에 표시</translation>
     </message>
     <message>
         <source>翻譯失敗</source>
@@ -841,7 +841,7 @@
     </message>
     <message>
         <source>翻譯完成後自動複製到剪貼簿</source>
-        <translation>번역이 끝나면 클립보드에 자동 복사</translation>
+        <translation>번역이 끝나면 번역문을 클립보드에 자동 복사</translation>
     </message>
     <message>
         <source>翻譯引擎</source>
@@ -865,11 +865,11 @@
     </message>
     <message>
         <source>翻譯目前區域；翻譯板隱藏時先顯示</source>
-        <translation>현재 영역 번역(패널이 가려져 있으면 먼저 표시)</translation>
+        <translation>현재 영역 번역(번역 패널이 숨겨져 있으면 먼저 표시)</translation>
     </message>
     <message>
         <source>翻譯結果會顯示在這裡</source>
-        <translation>번역 결과가 여기에 표시됩니다</translation>
+        <translation>번역문이 여기에 표시됩니다</translation>
     </message>
     <message>
         <source>聯絡與社群</source>
@@ -917,7 +917,7 @@
     </message>
     <message>
         <source>複製翻譯結果</source>
-        <translation>번역 결과 복사</translation>
+        <translation>번역문 복사</translation>
     </message>
     <message>
         <source>要求已取消</source>
@@ -925,7 +925,7 @@
     </message>
     <message>
         <source>視窗</source>
-        <translation>윈도우</translation>
+        <translation>창</translation>
     </message>
     <message>
         <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
@@ -941,7 +941,7 @@
     </message>
     <message>
         <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
-        <translation>어디서든 번역판을 표시하거나 숨길 수 있습니다. 기본값은 ⌥T(Alt+T)입니다. ESC를 누르면 취소됩니다.</translation>
+        <translation>어디서든 번역 패널을 표시하거나 숨길 수 있습니다. 기본값은 Alt+T입니다. Esc를 누르면 취소됩니다.</translation>
     </message>
     <message>
         <source>試算表（CSV）…</source>
@@ -949,19 +949,19 @@
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>‘화면 및 시스템 오디오 기록’ 목록에서 Lucentra를 활성화하세요. 목록에 아직 없으면 왼쪽 아래의 ‘＋’를 눌러 Lucentra.app을 추가한 다음 앱을 다시 시작하세요.</translation>
+        <translation>‘화면 및 시스템 오디오 기록’ 목록에서 Lucentra를 활성화하세요. 목록에 아직 없으면 왼쪽 아래의 ‘＋’를 눌러 Lucentra.app을 추가한 다음 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>시스템 설정에서 Lucentra를 활성화하세요. 목록에 아직 없으면 왼쪽 아래의 ‘＋’를 눌러 Lucentra.app을 추가한 다음 앱을 다시 시작하세요.</translation>
+        <translation>시스템 설정에서 Lucentra를 활성화하세요. 목록에 아직 없으면 왼쪽 아래의 ‘＋’를 눌러 Lucentra.app을 추가한 다음 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
-        <translation>번역 창 전체를 한 화면 안에 놓고 다시 시도하세요</translation>
+        <translation>번역 패널 전체를 한 디스플레이 안에 놓고 다시 시도하세요</translation>
     </message>
     <message>
         <source>請按下組合鍵... (按 ESC 取消)</source>
-        <translation>단축키를 누르세요… (ESC로 취소)</translation>
+        <translation>단축키를 누르세요…(Esc로 취소)</translation>
     </message>
     <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
@@ -981,7 +981,7 @@
     </message>
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
-        <translation>텍스트 전체가 틀 안에 들어오도록 글라스 패널의 위치나 크기를 조정한 뒤 다시 시도하세요.</translation>
+        <translation>텍스트 전체가 틀 안에 들어오도록 번역 패널의 위치나 크기를 조정한 뒤 다시 시도하세요.</translation>
     </message>
     <message>
         <source>貼上</source>
@@ -1009,7 +1009,7 @@
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
-        <translation>그림의 글자를 인식해 줄별로 JSON 출력</translation>
+        <translation>그림의 텍스트를 인식해 줄별로 JSON 출력</translation>
     </message>
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
@@ -1017,19 +1017,19 @@
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
-        <translation>이 데스크톱에는 시스템 트레이가 없습니다. 패널을 다시 보려면 Lucentra를 다시 시작하세요.</translation>
+        <translation>이 데스크톱에는 시스템 트레이가 없습니다. 번역 패널을 다시 표시하려면 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。</source>
-        <translation>이 데스크톱에는 시스템 트레이가 없습니다. 패널을 다시 보려면 %@을(를) 누르거나 Lucentra를 다시 시작하세요.</translation>
+        <translation>이 데스크톱에는 시스템 트레이가 없습니다. 번역 패널을 다시 표시하려면 %@을(를) 누르거나 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
         <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
-        <translation>이 시스템의 dpkg 설정은 번역을 설치하지 않습니다(path-exclude). 먼저 설정을 바꾸세요.</translation>
+        <translation>이 시스템의 dpkg 설정은 번역문을 설치하지 않습니다(path-exclude). 먼저 설정을 바꾸세요.</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
-        <translation>이 컴퓨터의 프로그램에는 이 글의 번역이 없습니다. 다른 번역 엔진을 사용하세요.</translation>
+        <translation>이 컴퓨터의 프로그램에는 이 텍스트의 번역문이 없습니다. 다른 번역 엔진을 사용하세요.</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>
@@ -1037,7 +1037,7 @@
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>이 컴퓨터에 키링 서비스가 없어 API 키를 보관할 수 없습니다. gnome-keyring 패키지를 설치하고 다시 로그인한 뒤 시도해 주세요.</translation>
+        <translation>이 컴퓨터에 키 모음 서비스가 없어 API 키를 보관할 수 없습니다. gnome-keyring 패키지를 설치하고 다시 로그인한 뒤 시도하세요.</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
@@ -1093,11 +1093,11 @@
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>키링이 잠겨 있습니다. 시스템이 물으면 잠금을 해제하고 이 창으로 돌아오세요. 그때 API 키를 읽거나 저장합니다.</translation>
+        <translation>키 모음이 잠겨 있습니다. 시스템이 물으면 잠금을 풀고 이 창으로 돌아오세요. 그때 API 키를 읽거나 저장합니다.</translation>
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>키링이 응답하지 않아 API 키를 읽거나 저장하지 못했습니다. 이 창으로 돌아오면 다시 시도합니다.</translation>
+        <translation>키 모음이 응답하지 않아 API 키를 읽거나 저장하지 못했습니다. 이 창으로 돌아오면 다시 시도합니다.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>
@@ -1105,11 +1105,11 @@
     </message>
     <message>
         <source>開啟翻譯歷史紀錄視窗</source>
-        <translation>번역 기록 윈도우 열기</translation>
+        <translation>번역 기록 창 열기</translation>
     </message>
     <message>
         <source>開啟設定視窗</source>
-        <translation>설정 윈도우 열기</translation>
+        <translation>설정 창 열기</translation>
     </message>
     <message>
         <source>開機自動啟動</source>
@@ -1125,7 +1125,7 @@
     </message>
     <message>
         <source>關於 Lucentra｜澄鏡通</source>
-        <translation>Lucentra에 관하여</translation>
+        <translation>Lucentra 정보</translation>
     </message>
     <message>
         <source>關閉</source>
@@ -1137,19 +1137,19 @@
     </message>
     <message>
         <source>隱藏 Lucentra</source>
-        <translation>Lucentra 가리기</translation>
+        <translation>Lucentra 숨기기</translation>
     </message>
     <message>
         <source>隱藏其他項目</source>
-        <translation>기타 가리기</translation>
+        <translation>기타 숨기기</translation>
     </message>
     <message>
         <source>隱藏翻譯板</source>
-        <translation>번역 패널 가리기</translation>
+        <translation>번역 패널 숨기기</translation>
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
-        <translation>글라스 패널을 두 번 클릭하면 번역합니다</translation>
+        <translation>번역 패널을 두 번 클릭하면 번역합니다</translation>
     </message>
     <message>
         <source>雙擊翻譯</source>
@@ -1173,7 +1173,7 @@
     </message>
     <message>
         <source>顯示 / 隱藏翻譯視窗：</source>
-        <translation>번역 창 표시/숨기기:</translation>
+        <translation>번역 패널 표시/숨기기:</translation>
     </message>
     <message>
         <source>顯示 API Key</source>
@@ -1181,19 +1181,19 @@
     </message>
     <message>
         <source>顯示/隱藏 翻譯板</source>
-        <translation>번역 패널 보기/가리기</translation>
+        <translation>번역 패널 표시/숨기기</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>
-        <translation>번역 패널을 보이거나 가리기</translation>
+        <translation>번역 패널을 표시하거나 숨기기</translation>
     </message>
     <message>
         <source>顯示翻譯板</source>
-        <translation>번역 패널 보기</translation>
+        <translation>번역 패널 표시</translation>
     </message>
     <message>
         <source>點擊玻璃板</source>
-        <translation>유리판 클릭</translation>
+        <translation>번역 패널 클릭</translation>
     </message>
 </context>
 </TS>

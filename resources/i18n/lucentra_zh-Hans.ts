@@ -13,7 +13,7 @@
     </message>
     <message>
         <source>%@・拖曳移動</source>
-        <translation>%@・拖动移动</translation>
+        <translation>%@・拖动可移动</translation>
     </message>
     <message>
         <source>%d 個詞句</source>
@@ -21,15 +21,15 @@
     </message>
     <message>
         <source>%d 分鐘前建立</source>
-        <translation>%d 分钟前建立</translation>
+        <translation>%d 分钟前创建</translation>
     </message>
     <message>
         <source>%d 天前建立</source>
-        <translation>%d 天前建立</translation>
+        <translation>%d 天前创建</translation>
     </message>
     <message>
         <source>%d 小時前建立</source>
-        <translation>%d 小时前建立</translation>
+        <translation>%d 小时前创建</translation>
     </message>
     <message>
         <source>AI 翻譯</source>
@@ -37,23 +37,23 @@
     </message>
     <message>
         <source>API Base URL</source>
-        <translation>API Base URL</translation>
+        <translation>API 基础 URL</translation>
     </message>
     <message>
         <source>API Key</source>
-        <translation>API Key</translation>
+        <translation>API 密钥</translation>
     </message>
     <message>
         <source>API Key 或設定含有無法傳送的字元</source>
-        <translation>API Key 或设置含有无法发送的字符</translation>
+        <translation>API 密钥或设置含有无法发送的字符</translation>
     </message>
     <message>
         <source>API Key 會安全存放於 macOS Keychain。</source>
-        <translation>API Key 会安全存放于这台电脑的密钥环。</translation>
+        <translation>API 密钥会安全存放在这台电脑的密钥环中。</translation>
     </message>
     <message>
         <source>API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。</source>
-        <translation>API Key 为选填，留空则使用免费版（有流量和请求频率限制）。</translation>
+        <translation>API 密钥为选填，留空则使用免费版（有流量和请求频率限制）。</translation>
     </message>
     <message>
         <source>Apple 內建翻譯</source>
@@ -73,7 +73,7 @@
     </message>
     <message>
         <source>Azure 翻譯必須填寫 API Key 與對應的地區。</source>
-        <translation>Azure 翻译必须填写 API Key 和对应的区域。</translation>
+        <translation>Azure 翻译必须填写 API 密钥和对应的区域。</translation>
     </message>
     <message>
         <source>Claude API URL 無效</source>
@@ -89,7 +89,7 @@
     </message>
     <message>
         <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
-        <translation>DeepL Free 与 Pro 密钥均可使用，程序会自动选择对应的端点。</translation>
+        <translation>DeepL Free 和 Pro 的 API 密钥均可使用，程序会自动选择对应的端点。</translation>
     </message>
     <message>
         <source>DeepL 設定</source>
@@ -105,7 +105,7 @@
     </message>
     <message>
         <source>Gemini 翻譯必須填寫 API Key。</source>
-        <translation>Gemini 翻译必须填写 API Key。</translation>
+        <translation>Gemini 翻译必须填写 API 密钥。</translation>
     </message>
     <message>
         <source>Google Cloud API URL 無效</source>
@@ -129,7 +129,7 @@
     </message>
     <message>
         <source>Lucentra 沒有在執行。</source>
-        <translation>Lucentra 没有在运行。</translation>
+        <translation>Lucentra 未在运行。</translation>
     </message>
     <message>
         <source>Lucentra 沒有執行這個指令。</source>
@@ -185,11 +185,11 @@
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
-        <translation>lucentra --help 列出所有指令</translation>
+        <translation>lucentra --help 列出所有命令</translation>
     </message>
     <message>
         <source>⚠️ API Key 為空，將無法進行翻譯！</source>
-        <translation>⚠️ API Key 为空，将无法进行翻译！</translation>
+        <translation>⚠️ API 密钥为空，将无法进行翻译！</translation>
     </message>
     <message>
         <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
@@ -205,27 +205,27 @@
     </message>
     <message>
         <source>⚠️ 請至設定填入 Claude API Key</source>
-        <translation>⚠️ 请到设置中填写 Claude API Key</translation>
+        <translation>⚠️ 请到设置中填写 Claude API 密钥</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入 DeepL API Key</source>
-        <translation>⚠️ 请到设置中填写 DeepL API Key</translation>
+        <translation>⚠️ 请到设置中填写 DeepL API 密钥</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入 Gemini API Key</source>
-        <translation>⚠️ 请到设置中填写 Gemini API Key</translation>
+        <translation>⚠️ 请到设置中填写 Gemini API 密钥</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
-        <translation>⚠️ 请到设置中填写 Microsoft Azure API Key</translation>
+        <translation>⚠️ 请到设置中填写 Microsoft Azure API 密钥</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入 OpenAI API Key</source>
-        <translation>⚠️ 请到设置中填写 OpenAI API Key</translation>
+        <translation>⚠️ 请到设置中填写 OpenAI API 密钥</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入相容 API Key</source>
-        <translation>⚠️ 请到设置中填写兼容 API Key</translation>
+        <translation>⚠️ 请到设置中填写兼容 API 的密钥</translation>
     </message>
     <message>
         <source>✓ 將使用 Google 免費版（有流量與請求頻率限制）</source>
@@ -233,7 +233,7 @@
     </message>
     <message>
         <source>❌ API 回應格式錯誤或金鑰無效</source>
-        <translation>❌ API 响应格式错误或密钥无效</translation>
+        <translation>❌ API 响应格式错误或 API 密钥无效</translation>
     </message>
     <message>
         <source>❌ Gemini API 錯誤 %d：%@</source>
@@ -241,7 +241,7 @@
     </message>
     <message>
         <source>❌ 網路請求準備失敗</source>
-        <translation>❌ 网络请求准备失败</translation>
+        <translation>❌ 无法准备网络请求</translation>
     </message>
     <message>
         <source>❌ 網路錯誤：%@</source>
@@ -253,7 +253,7 @@
     </message>
     <message>
         <source>一般</source>
-        <translation>通用</translation>
+        <translation>常规</translation>
     </message>
     <message>
         <source>不支援的圖片格式</source>
@@ -317,7 +317,7 @@
     </message>
     <message>
         <source>切換為框選翻譯 (當前:自動辨識)</source>
-        <translation>切换为框选翻译 (当前：自动识别)</translation>
+        <translation>切换为框选翻译（当前：自动识别）</translation>
     </message>
     <message>
         <source>切換為自動辨識</source>
@@ -325,7 +325,7 @@
     </message>
     <message>
         <source>切換為自動辨識 (當前:框選翻譯)</source>
-        <translation>切换为自动识别 (当前：框选翻译)</translation>
+        <translation>切换为自动识别（当前：框选翻译）</translation>
     </message>
     <message>
         <source>切換目標語言</source>
@@ -333,7 +333,7 @@
     </message>
     <message>
         <source>列出在這部電腦上翻譯的服務與語言</source>
-        <translation>列出在这台电脑上翻译的服务与语言</translation>
+        <translation>列出在这台电脑上翻译的服务和语言</translation>
     </message>
     <message>
         <source>列出歷史紀錄</source>
@@ -397,7 +397,7 @@
     </message>
     <message>
         <source>單擊玻璃板即可翻譯</source>
-        <translation>单击玻璃板即可翻译</translation>
+        <translation>单击翻译板即可翻译</translation>
     </message>
     <message>
         <source>單擊翻譯</source>
@@ -441,7 +441,7 @@
     </message>
     <message>
         <source>失去焦點時自動隱藏玻璃板</source>
-        <translation>失去焦点时自动隐藏玻璃板</translation>
+        <translation>失去焦点时自动隐藏翻译板</translation>
     </message>
     <message>
         <source>安裝這些套件也有幫助：%@</source>
@@ -489,7 +489,7 @@
     </message>
     <message>
         <source>已複製翻譯</source>
-        <translation>已复制翻译</translation>
+        <translation>已复制译文</translation>
     </message>
     <message>
         <source>引擎與語系</source>
@@ -525,31 +525,31 @@
     </message>
     <message>
         <source>找不到伺服器，請檢查網路連線與網址</source>
-        <translation>找不到服务器，请检查网络连接与网址</translation>
+        <translation>找不到服务器，请检查网络连接和网址</translation>
     </message>
     <message>
         <source>找不到可擷取的翻譯視窗，請確認螢幕錄影權限</source>
-        <translation>找不到可截取的翻译窗口，请确认屏幕录制权限</translation>
+        <translation>找不到可截取的翻译板，请检查屏幕录制权限</translation>
     </message>
     <message>
         <source>找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。</source>
-        <translation>找不到会话总线（D-Bus），无法联系 Lucentra。</translation>
+        <translation>找不到会话总线（D-Bus），无法连接到 Lucentra。</translation>
     </message>
     <message>
         <source>找不到符合的紀錄</source>
-        <translation>找不到符合的记录</translation>
+        <translation>找不到匹配的记录</translation>
     </message>
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
-        <translation>找不到翻译窗口所在的显示器</translation>
+        <translation>找不到翻译板所在的显示器</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
-        <translation>按住 Alt，再按主键盘上的 Enter（↩）键</translation>
+        <translation>按住 Alt，再按主键盘上的 Return（↩）键</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
-        <translation>搜索记录...</translation>
+        <translation>搜索记录…</translation>
     </message>
     <message>
         <source>操作</source>
@@ -585,11 +585,11 @@
     </message>
     <message>
         <source>服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定</source>
-        <translation>服务没有返回有效译文，请检查密钥、模型与网络设置</translation>
+        <translation>服务没有返回有效译文，请检查 API 密钥、模型和网络设置</translation>
     </message>
     <message>
         <source>未知的指令：%@</source>
-        <translation>未知的指令：%@</translation>
+        <translation>未知的命令：%@</translation>
     </message>
     <message>
         <source>未知的選項：%@</source>
@@ -693,7 +693,7 @@
     </message>
     <message>
         <source>無法擷取畫面</source>
-        <translation>无法截取画面</translation>
+        <translation>无法截取屏幕画面</translation>
     </message>
     <message>
         <source>無法與伺服器建立安全連線</source>
@@ -721,7 +721,7 @@
     </message>
     <message>
         <source>玻璃板樣式</source>
-        <translation>玻璃板样式</translation>
+        <translation>翻译板样式</translation>
     </message>
     <message>
         <source>玻璃透明度：%d%%</source>
@@ -741,11 +741,11 @@
     </message>
     <message>
         <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>
-        <translation>兼容 API URL 必须使用 HTTPS；本机 localhost 可使用 HTTP</translation>
+        <translation>兼容 API 的 URL 必须使用 HTTPS；本机 localhost 可使用 HTTP</translation>
     </message>
     <message>
         <source>相容 API URL 無效</source>
-        <translation>兼容 API URL 无效</translation>
+        <translation>兼容 API 的 URL 无效</translation>
     </message>
     <message>
         <source>移動或縮放後自動翻譯・%@</source>
@@ -769,7 +769,7 @@
     </message>
     <message>
         <source>系統沒有回傳擷取畫面</source>
-        <translation>系统没有返回截取的画面</translation>
+        <translation>系统没有返回屏幕画面</translation>
     </message>
     <message>
         <source>系統行為</source>
@@ -813,7 +813,7 @@
     </message>
     <message>
         <source>缺少指令</source>
-        <translation>缺少指令</translation>
+        <translation>缺少命令</translation>
     </message>
     <message>
         <source>翻譯</source>
@@ -869,7 +869,7 @@
     </message>
     <message>
         <source>翻譯結果會顯示在這裡</source>
-        <translation>翻译结果会显示在这里</translation>
+        <translation>译文会显示在这里</translation>
     </message>
     <message>
         <source>聯絡與社群</source>
@@ -877,7 +877,7 @@
     </message>
     <message>
         <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
-        <translation>自动模式会在移动或缩放后翻译；手动模式下移动只做对照，点击、按钮或快捷键才会更新。</translation>
+        <translation>自动模式会在移动或缩放翻译板后翻译；手动模式下移动翻译板只用于对照，点击、按钮或快捷键才会更新译文。</translation>
     </message>
     <message>
         <source>自動調整文字大小</source>
@@ -913,11 +913,11 @@
     </message>
     <message>
         <source>複製翻譯</source>
-        <translation>复制翻译</translation>
+        <translation>复制译文</translation>
     </message>
     <message>
         <source>複製翻譯結果</source>
-        <translation>复制翻译结果</translation>
+        <translation>复制译文</translation>
     </message>
     <message>
         <source>要求已取消</source>
@@ -941,7 +941,7 @@
     </message>
     <message>
         <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
-        <translation>设置后，可在任何情况下呼出或隐藏翻译板。默认为 ⌥T。按 ESC 可取消。</translation>
+        <translation>设置后，可在任何情况下显示或隐藏翻译板。默认为 Alt+T。按 Esc 可取消。</translation>
     </message>
     <message>
         <source>試算表（CSV）…</source>
@@ -949,39 +949,39 @@
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>请在“录屏与系统录音”列表中启用 Lucentra。如果列表中尚未出现，请点按左下角的“＋”添加 Lucentra.app，然后重新启动 App。</translation>
+        <translation>请在“录屏与系统录音”列表中启用 Lucentra。如果列表中尚未出现，请点击左下角的“＋”添加 Lucentra.app，然后重新启动 Lucentra。</translation>
     </message>
     <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
-        <translation>请在系统设置中启用 Lucentra。如果列表中尚未出现，请点按左下角的“＋”添加 Lucentra.app，然后重新启动 App。</translation>
+        <translation>请在系统设置中启用 Lucentra。如果列表中尚未出现，请点击左下角的“＋”添加 Lucentra.app，然后重新启动 Lucentra。</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
-        <translation>请将翻译窗口完整放在同一个屏幕内再试一次</translation>
+        <translation>请将翻译板完整放在同一个显示器内，然后再试一次</translation>
     </message>
     <message>
         <source>請按下組合鍵... (按 ESC 取消)</source>
-        <translation>请按下组合键…（按 ESC 取消）</translation>
+        <translation>请按下组合键…（按 Esc 取消）</translation>
     </message>
     <message>
         <source>請檢查 API Key、模型名稱與服務設定</source>
-        <translation>请检查 API Key、模型名称与服务设置</translation>
+        <translation>请检查 API 密钥、模型名称和服务设置</translation>
     </message>
     <message>
         <source>請至設定填入 %@ API Key</source>
-        <translation>请到设置中填写 %@ API Key</translation>
+        <translation>请到设置中填写 %@ API 密钥</translation>
     </message>
     <message>
         <source>請至設定填入 Gemini API Key</source>
-        <translation>请到设置中填写 Gemini API Key</translation>
+        <translation>请到设置中填写 Gemini API 密钥</translation>
     </message>
     <message>
         <source>請至設定填入 Microsoft Azure API Key</source>
-        <translation>请到设置中填写 Microsoft Azure API Key</translation>
+        <translation>请到设置中填写 Microsoft Azure API 密钥</translation>
     </message>
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
-        <translation>请调整玻璃板的位置或大小，让文字完整落在框内后再试一次。</translation>
+        <translation>请调整翻译板的位置或大小，让文字完整落在框内，然后再试一次。</translation>
     </message>
     <message>
         <source>貼上</source>
@@ -989,7 +989,7 @@
     </message>
     <message>
         <source>資料傳送與隱私</source>
-        <translation>数据传送与隐私</translation>
+        <translation>数据传输与隐私</translation>
     </message>
     <message>
         <source>資料（JSON）…</source>
@@ -1013,7 +1013,7 @@
     </message>
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
-        <translation>识别或输入的文字会发送至 %@ 以生成翻译；内容的处理方式受该服务的隐私政策约束。Lucentra 没有中转服务器，也不会将副本发送给开发者。</translation>
+        <translation>识别或输入的文字会发送至 %@ 进行翻译；内容的处理方式受该服务的隐私政策约束。Lucentra 没有中转服务器，也不会将副本发送给开发者。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1025,7 +1025,7 @@
     </message>
     <message>
         <source>這個系統的 dpkg 設定不會安裝譯文（path-exclude），請先更改設定。</source>
-        <translation>此系统的 dpkg 设置不会安装译文（path-exclude），请先更改设置。</translation>
+        <translation>这个系统的 dpkg 设置不会安装译文（path-exclude），请先更改设置。</translation>
     </message>
     <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
@@ -1037,7 +1037,7 @@
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>这台电脑没有密钥环服务，无法保存 API Key。请安装 gnome-keyring 软件包，重新登录后再试。</translation>
+        <translation>这台电脑没有密钥环服务，无法保存 API 密钥。请安装软件包 gnome-keyring，重新登录后再试。</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
@@ -1093,11 +1093,11 @@
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>密钥环已锁定。请在系统询问时解锁，再回到这个窗口；API Key 会在那时读取或存入。</translation>
+        <translation>密钥环已锁定。请在系统询问时解锁，再回到这个窗口；届时会读取或保存 API 密钥。</translation>
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>密钥环没有回应，API Key 尚未读取或存入。回到这个窗口时会再试一次。</translation>
+        <translation>密钥环没有响应，API 密钥尚未读取或保存。回到这个窗口时会再试一次。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>
@@ -1113,7 +1113,7 @@
     </message>
     <message>
         <source>開機自動啟動</source>
-        <translation>开机自动启动</translation>
+        <translation>登录时自动启动</translation>
     </message>
     <message>
         <source>閱讀隱私權政策</source>
@@ -1133,7 +1133,7 @@
     </message>
     <message>
         <source>隱藏 API Key</source>
-        <translation>隐藏 API Key</translation>
+        <translation>隐藏 API 密钥</translation>
     </message>
     <message>
         <source>隱藏 Lucentra</source>
@@ -1149,7 +1149,7 @@
     </message>
     <message>
         <source>雙擊玻璃板即可翻譯</source>
-        <translation>双击玻璃板即可翻译</translation>
+        <translation>双击翻译板即可翻译</translation>
     </message>
     <message>
         <source>雙擊翻譯</source>
@@ -1173,15 +1173,15 @@
     </message>
     <message>
         <source>顯示 / 隱藏翻譯視窗：</source>
-        <translation>显示 / 隐藏翻译窗口：</translation>
+        <translation>显示/隐藏翻译板：</translation>
     </message>
     <message>
         <source>顯示 API Key</source>
-        <translation>显示 API Key</translation>
+        <translation>显示 API 密钥</translation>
     </message>
     <message>
         <source>顯示/隱藏 翻譯板</source>
-        <translation>显示/隐藏 翻译板</translation>
+        <translation>显示/隐藏翻译板</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>
@@ -1193,7 +1193,7 @@
     </message>
     <message>
         <source>點擊玻璃板</source>
-        <translation>点击玻璃板</translation>
+        <translation>点击翻译板</translation>
     </message>
 </context>
 </TS>

@@ -25,7 +25,19 @@
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
-        <translation>按住 Alt，再按主鍵盤上的 Enter（↩）鍵</translation>
+        <translation>按住 Alt，再按主鍵盤上的 Return（↩）鍵</translation>
+    </message>
+    <message>
+        <source>縮小</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。</source>
+        <translation>設定後，可在任何情境下呼叫/隱藏翻譯板。預設為 Alt+T。欲取消請按 Esc。</translation>
+    </message>
+    <message>
+        <source>還原</source>
+        <translation>復原</translation>
     </message>
 </context>
 </TS>

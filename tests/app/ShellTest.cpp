@@ -95,7 +95,7 @@ void ShellTest::titlesFollowTheInterfaceLanguage()
             titles.append(menu->text());
         titles.append(menus.last()->menu<QMenu *>()->actions().last()->text());
     }
-    QCOMPARE(titles, (QStringList{u"Show/Hide Translation Pane | Ctrl+Shift+K"_s,
+    QCOMPARE(titles, (QStringList{u"Show/Hide Pane | Ctrl+Shift+K"_s,
                                   u"Translate Current Area | Alt+Return"_s, u"-"_s, u"Quit Lucentra | Ctrl+Q"_s,
                                   u"&Lucentra"_s, u"&Edit"_s, u"&Translation"_s, u"&Window"_s, u"Close"_s}));
 }

@@ -136,7 +136,7 @@ class HistoryWindow(unittest.TestCase):
         self.screen.start_pane(40, 40)
         self.open_window()
         names = self.screen.texts()
-        places = [names.index(name) for name in ("Edit", "Search history...", "alpha")]
+        places = [names.index(name) for name in ("Edit", "Search history…", "alpha")]
         self.assertEqual(places, sorted(places), names)
         self.screen.do(f"windowfocus --sync {self.window} key Home key Down key Menu sleep 0.5 key Up key Return")
         self.shown("1 entry deleted")

@@ -159,7 +159,7 @@ class EnginesAndKeys(SettingsWindow):
         self.choose_engine(COMPATIBLE)
         self.type_key("k")
         self.expect_test_possible(False)
-        self.screen.press("Allow text to be sent to the compatible API endpoint you have set")
+        self.screen.press("Allow text to be sent to the compatible API that you have set up")
         self.expect_stored("privacy.remoteTranslation.v1.engine.7", True)
         self.expect_test_possible(True)
         self.screen.press("Test Connection")
@@ -201,7 +201,7 @@ class EnginesAndKeys(SettingsWindow):
         self.screen.do("key ctrl+w")
         self.assertTrue(eventually(lambda: not self.windows()))
         self.open()
-        self.screen.press("Allow text to be sent to the compatible API endpoint you have set")
+        self.screen.press("Allow text to be sent to the compatible API that you have set up")
         self.expect_stored("privacy.remoteTranslation.v1.engine.7", False)
         self.expect_test_possible(False)
         self.assertIsNone(self.process.poll())
@@ -374,7 +374,7 @@ class TheRest(SettingsWindow):
         pane = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$").split()[0]
         skips = lambda: "SKIP_TASKBAR" in self.screen.output("xprop", "-id", pane, "_NET_WM_STATE")  # noqa: E731
         self.assertFalse(skips())
-        self.screen.press("Show in the task bar")
+        self.screen.press("Show in the taskbar")
         self.assertTrue(eventually(skips))
         self.assertTrue(eventually(lambda: "Settings" in self.screen.output("xdotool", "getactivewindow", "getwindowname")))
 

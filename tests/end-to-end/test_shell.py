@@ -282,9 +282,9 @@ class StatusItem(OnADesktop):
         address = self.start_with_tray()
         self.expect_pane(True)
         titles = dict(line.split("\t") for line in self.item(address, "titles").splitlines())
-        self.assertEqual(titles, {"Show/Hide Translation Pane": "Ctrl+Shift+K", "Translate Current Area": "Alt+Return",
+        self.assertEqual(titles, {"Show/Hide Pane": "Ctrl+Shift+K", "Translate Current Area": "Alt+Return",
                                   "Settings…": "Ctrl+,", "Quit Lucentra": "Ctrl+Q"})
-        self.item(address, "click", "Show/Hide Translation Pane")
+        self.item(address, "click", "Show/Hide Pane")
         self.expect_pane(False)
         self.item(address, "activate")
         self.expect_pane(True)
