@@ -580,6 +580,10 @@
         <translation>Pause recording</translation>
     </message>
     <message>
+        <source>最大化</source>
+        <translation>Maximize</translation>
+    </message>
+    <message>
         <source>服務</source>
         <translation>Services</translation>
     </message>
@@ -794,10 +798,6 @@
     <message>
         <source>縮小</source>
         <translation>Minimize</translation>
-    </message>
-    <message>
-        <source>縮放</source>
-        <translation>Zoom</translation>
     </message>
     <message>
         <source>繁</source>

@@ -580,6 +580,10 @@
         <translation>記録を一時停止</translation>
     </message>
     <message>
+        <source>最大化</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
         <source>服務</source>
         <translation>サービス</translation>
     </message>
@@ -794,10 +798,6 @@
     <message>
         <source>縮小</source>
         <translation>最小化</translation>
-    </message>
-    <message>
-        <source>縮放</source>
-        <translation>拡大/縮小</translation>
     </message>
     <message>
         <source>繁</source>

@@ -580,6 +580,10 @@
         <translation>기록 일시 중지</translation>
     </message>
     <message>
+        <source>最大化</source>
+        <translation>최대화</translation>
+    </message>
+    <message>
         <source>服務</source>
         <translation>서비스</translation>
     </message>
@@ -794,10 +798,6 @@
     <message>
         <source>縮小</source>
         <translation>최소화</translation>
-    </message>
-    <message>
-        <source>縮放</source>
-        <translation>확대/축소</translation>
     </message>
     <message>
         <source>繁</source>

@@ -580,6 +580,10 @@
         <translation>暂停记录</translation>
     </message>
     <message>
+        <source>最大化</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
         <source>服務</source>
         <translation>服务</translation>
     </message>
@@ -794,10 +798,6 @@
     <message>
         <source>縮小</source>
         <translation>最小化</translation>
-    </message>
-    <message>
-        <source>縮放</source>
-        <translation>缩放</translation>
     </message>
     <message>
         <source>繁</source>

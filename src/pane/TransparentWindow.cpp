@@ -134,7 +134,7 @@ void TransparentWindow::retranslate()
 {
     setWindowTitle(u"Lucentra｜澄鏡通"_s);
     const QString names[]{m_services.texts.localized(u"關閉"_s), m_services.texts.localized(u"縮小"_s),
-                          m_services.texts.localized(u"縮放"_s)};
+                          m_services.texts.localized(u"最大化"_s)};
     for (qsizetype i = 0; i < m_buttons.size(); ++i) {
         m_buttons[i]->setAccessibleName(names[i]);
         m_buttons[i]->setToolTip(names[i]);
