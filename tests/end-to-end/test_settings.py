@@ -303,7 +303,7 @@ class TheRest(SettingsWindow):
         changed = self.screen.home / "changed.json"  # replaces the file as a whole, as another process of the program
         changed.write_text(json.dumps(self.screen.preferences | {"translationEngine": 4}), encoding="utf-8")
         changed.replace(self.screen.preferences_path)
-        self.expect_text("Keys of DeepL")
+        self.expect_text("keys of DeepL")
         self.assertIn("Deep", self.screen.accessibility("tree").stdout)
         with self.screen.preferences_path.open("r+", encoding="utf-8") as file:  # as by an editor
             values = json.load(file)
