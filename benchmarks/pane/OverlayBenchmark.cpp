@@ -54,7 +54,7 @@ void layOutAPage(benchmark::State &state)
     for (auto each : state) {
         OverlayTypesetter typesetter(u"zh-Hant"_s);
         for (const Block &block : blocks) {
-            auto layout = layOutOverlay(typesetter, block.text, block.bottomLimit, block.rect, pane, {});
+            auto layout = layOutOverlay(typesetter, block.text, {block.bottomLimit}, block.rect, pane, {});
             benchmark::DoNotOptimize(layout);
         }
     }
@@ -66,7 +66,7 @@ void layOutEndlessTexts(benchmark::State &state)
     const QString text = u"This text has no end. "_s.repeated(100000);
     for (auto each : state) {
         OverlayTypesetter typesetter(u"en"_s);
-        auto layout = layOutOverlay(typesetter, text, 900, QRectF(10, 10, 300, 60), pane, {});
+        auto layout = layOutOverlay(typesetter, text, {900}, QRectF(10, 10, 300, 60), pane, {});
         benchmark::DoNotOptimize(layout);
     }
 }
@@ -80,7 +80,7 @@ void paintAPage(benchmark::State &state)
     OverlayTypesetter typesetter(u"zh-Hant"_s);
     std::vector<OverlayPainter> unused;
     for (const Block &block : page()) {
-        if (auto layout = layOutOverlay(typesetter, block.text, block.bottomLimit, block.rect, pane, {}))
+        if (auto layout = layOutOverlay(typesetter, block.text, {block.bottomLimit}, block.rect, pane, {}))
             unused.emplace_back(typesetter.typeset(block.text), *layout);
     }
     for (auto each : state) {
@@ -98,7 +98,7 @@ void repaintAPage(benchmark::State &state)
     OverlayTypesetter typesetter(u"zh-Hant"_s);
     std::vector<OverlayPainter> overlays;
     for (const Block &block : page()) {
-        if (auto layout = layOutOverlay(typesetter, block.text, block.bottomLimit, block.rect, pane, {}))
+        if (auto layout = layOutOverlay(typesetter, block.text, {block.bottomLimit}, block.rect, pane, {}))
             overlays.emplace_back(typesetter.typeset(block.text), *layout);
     }
     for (auto each : state) {

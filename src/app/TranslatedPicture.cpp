@@ -29,7 +29,7 @@ TranslatedPicture::TranslatedPicture(const QSize &pictureSize, const QList<TextB
 {
     const QSizeF paneSize = QSizeF(pictureSize) + QSizeF(2 * captureInset, 2 * captureInset);
     const auto candidates = placeOverlays(blocks, translations, paneSize, {}).candidates;
-    const QList<double> limits = bottomLimits(candidates, paneSize.height());
+    const QList<OverlayLimits> limits = overlayLimits(candidates, paneSize.height());
     OverlayTypesetter typesetter(targetLanguage);
     qsizetype next = 0; // of the candidates, which leave out the blocks without text
     for (qsizetype i = 0; i < blocks.size(); ++i) {
@@ -37,8 +37,9 @@ TranslatedPicture::TranslatedPicture(const QSize &pictureSize, const QList<TextB
                             .translation = textForBlock(blocks, translations, i),
                             .rect = paneRect(blocks[i].normBox, paneSize)};
         if (!line.translation.isEmpty()) {
-            line.layout = layOutOverlay(typesetter, line.translation, limits[next++], line.rect,
+            line.layout = layOutOverlay(typesetter, line.translation, limits[next], candidates[next].rect,
                                         QRectF(QPointF(), paneSize), fontSettings);
+            ++next;
             if (line.layout)
                 line.shaped = typesetter.typeset(line.translation);
         }
@@ -60,7 +61,8 @@ void TranslatedPicture::paintOver(QImage &picture, double glassOpacity) const
     painter.setOpacity(glassOpacity);
     paintSheen(painter, whole);
     painter.setOpacity(1);
-    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas), glassOpacity);
+    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas),
+                   glassOpacity);
     painter.translate(-captureInset, -captureInset);
     for (const TranslatedLine &line : m_lines) {
         if (line.layout)

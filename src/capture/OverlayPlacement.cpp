@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lucentra {
 
@@ -14,8 +15,10 @@ namespace {
 constexpr double stackingTolerance = 2.0;
 /// Lines that share less than this, in points, stand side by side.
 constexpr double sideBySideOverlap = 4.0;
-/// The gap that is kept above the next line, in points.
-constexpr double gapToNextLine = 4.0;
+/// The gap that is kept above the next line and before the next text on a row, in points.
+constexpr double gapToNext = 4.0;
+/// Starts that are no farther apart than this, in points, become one.
+constexpr double commonStart = 3.0;
 
 /// The far edges are outside.
 bool contains(const QRectF &rect, QPointF point)
@@ -27,6 +30,29 @@ bool isBelow(const QRectF &lower, const QRectF &upper)
 {
     const double shared = std::min(lower.right(), upper.right()) - std::max(lower.left(), upper.left());
     return upper.bottom() - stackingTolerance <= lower.top() && shared > sideBySideOverlap;
+}
+
+/// Whether a rectangle lies right of another on the same row.
+bool isBeside(const QRectF &right, const QRectF &left)
+{
+    const double shared = std::min(right.bottom(), left.bottom()) - std::max(right.top(), left.top());
+    return left.right() - stackingTolerance <= right.left() && shared > sideBySideOverlap;
+}
+
+/// Recognized lines of one column start a little apart, by their first letters' shapes.
+void alignStarts(QList<TranslationOverlayCandidate> &candidates)
+{
+    QList<TranslationOverlayCandidate *> fromLeft;
+    for (TranslationOverlayCandidate &candidate : candidates)
+        fromLeft.append(&candidate);
+    std::sort(fromLeft.begin(), fromLeft.end(),
+              [](const auto *a, const auto *b) { return a->rect.left() < b->rect.left(); });
+    double start = -std::numeric_limits<double>::infinity();
+    for (TranslationOverlayCandidate *candidate : std::as_const(fromLeft)) {
+        if (candidate->rect.left() - start > commonStart)
+            start = candidate->rect.left();
+        candidate->rect.setLeft(start);
+    }
 }
 
 } // namespace
@@ -61,21 +87,26 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
         if (!isUnderButtons)
             placement.candidates.append({text, rect});
     }
+    alignStarts(placement.candidates);
     return placement;
 }
 
-QList<double> bottomLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight)
+QList<OverlayLimits> overlayLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight)
 {
-    QList<double> limits;
+    QList<OverlayLimits> limits;
     for (const TranslationOverlayCandidate &candidate : candidates) {
         double nextTop = paneHeight;
+        double nextLeft = std::numeric_limits<double>::infinity();
         for (const TranslationOverlayCandidate &other : candidates) {
             if (isBelow(other.rect, candidate.rect))
                 nextTop = std::min(nextTop, other.rect.top());
+            if (isBeside(other.rect, candidate.rect))
+                nextLeft = std::min(nextLeft, other.rect.left());
         }
         // Nothing below is no line to keep a gap to, but the pane's edge is kept clear just so.
-        const double limit = std::min(paneHeight, nextTop - gapToNextLine);
-        limits.append(std::max(candidate.rect.bottom(), limit));
+        const double bottom = std::min(paneHeight, nextTop - gapToNext);
+        limits.append({.bottom = std::max(candidate.rect.bottom(), bottom),
+                       .right = std::max(candidate.rect.right(), nextLeft - gapToNext)});
     }
     return limits;
 }

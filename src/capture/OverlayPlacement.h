@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <limits>
+
 namespace lucentra {
 
 /// A translation and where its source line lies on the pane (pane points, origin top-left, y down).
@@ -17,6 +19,16 @@ struct TranslationOverlayCandidate
     QRectF rect;
 
     bool operator==(const TranslationOverlayCandidate &) const = default;
+};
+
+/// How far an overlay may reach so that it doesn't cover another one's place. Pane points.
+struct OverlayLimits
+{
+    double bottom = 0; ///< its lowest y
+    /// Its greatest x, unless its text can't be shown otherwise.
+    double right = std::numeric_limits<double>::infinity();
+
+    bool operator==(const OverlayLimits &) const = default;
 };
 
 /// What a pass puts on the pane and on the pasteboard.
@@ -33,12 +45,12 @@ QRectF paneRect(const QRectF &normBox, const QSizeF &paneSize);
 QString textForBlock(const QList<TextBlock> &blocks, const QStringList &translations, qsizetype index);
 
 /// Maps blocks and their translations (matched by position; fewer are allowed) onto the pane. What has its centre in
-/// an exclusion rectangle (pane points) gets no overlay.
+/// an exclusion rectangle (pane points) gets no overlay. Overlays that would start at nearly the same x start at one.
 OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList &translations, const QSizeF &paneSize,
                                const QList<QRectF> &exclusionRects);
 
-/// The lowest y that each candidate's overlay may reach, so that it grows into the gap below it but not into the next
-/// line. Never above the candidate's own bottom.
-QList<double> bottomLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight);
+/// The limits of each candidate's overlay: it grows into the gap below it but not into the next line, and to the right
+/// until the next candidate on its row. Never less than the candidate itself.
+QList<OverlayLimits> overlayLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight);
 
 } // namespace lucentra

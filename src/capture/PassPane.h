@@ -1,6 +1,7 @@
 #pragma once
 
 #include "GlassAreaCapture.h"
+#include "OverlayPlacement.h"
 
 #include <QList>
 #include <QRectF>
@@ -42,7 +43,7 @@ public:
     /// The busy state of the pane, its border and its capsule.
     virtual void setProcessing(bool processing) = 0;
     virtual void setTranslationActionState(TranslationActionState state) = 0;
-    virtual void addTranslationOverlay(const QString &text, double bottomLimit, const QRectF &rect) = 0;
+    virtual void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) = 0;
     /// Says something over the overlays for as long as it takes to read.
     virtual void showTemporaryHint(const QString &text) = 0;
     /// Replaces the overlays by a card with one button.

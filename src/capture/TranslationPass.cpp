@@ -234,7 +234,7 @@ void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, c
 {
     const OverlayPlacement placement =
         placeOverlays(blocks, translations, paneSize, m_pane.windowControlExclusionRects(controlPadding));
-    const QList<double> limits = bottomLimits(placement.candidates, paneSize.height());
+    const QList<OverlayLimits> limits = overlayLimits(placement.candidates, paneSize.height());
     for (qsizetype i = 0; i < placement.candidates.size(); ++i)
         m_pane.addTranslationOverlay(placement.candidates[i].text, limits[i], placement.candidates[i].rect);
     if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())

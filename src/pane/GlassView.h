@@ -97,7 +97,7 @@ public:
     void clearOverlays() override;
     void setProcessing(bool processing) override;
     void setTranslationActionState(TranslationActionState state) override;
-    void addTranslationOverlay(const QString &text, double bottomLimit, const QRectF &rect) override;
+    void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) override;
     void showTemporaryHint(const QString &text) override;
     void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                        std::function<void()> action) override;

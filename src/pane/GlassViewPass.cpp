@@ -124,12 +124,12 @@ void GlassView::setTranslationActionState(TranslationActionState state)
     updateCapsuleState();
 }
 
-void GlassView::addTranslationOverlay(const QString &text, double bottomLimit, const QRectF &rect)
+void GlassView::addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect)
 {
     if (!m_typesetter)
         m_typesetter = std::make_unique<OverlayTypesetter>(m_targetLanguageCode);
     const auto layout =
-        layOutOverlay(*m_typesetter, text, bottomLimit, rect, this->rect(), overlayFontSettings(m_services.settings));
+        layOutOverlay(*m_typesetter, text, limits, rect, this->rect(), overlayFontSettings(m_services.settings));
     if (!layout)
         return;
     const auto painter = std::make_shared<OverlayPainter>(m_typesetter->typeset(text), *layout);

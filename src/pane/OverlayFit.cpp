@@ -60,9 +60,10 @@ OverlayFit Fitting::fixed(double lineHeight) const
     const double bounding = measurer.boundingHeight(text, width, startSize, allowed * lineHeight);
     if (!std::isfinite(bounding))
         return oneLineOfTheSource(startSize);
-    const int lines = boundedCount(linesOf(bounding, lineHeight), 1, allowed);
+    const double wantedLines = linesOf(bounding, lineHeight);
+    const int lines = boundedCount(wantedLines, 1, allowed);
     const double wanted = std::min(lineHeight * lines + verticalSlack, roundedUpToPoints(bounding) + verticalSlack);
-    return {lines, startSize, std::min(height, std::max(sourceHeight, wanted))};
+    return {lines, startSize, std::min(height, std::max(sourceHeight, wanted)), wantedLines <= allowed};
 }
 
 OverlayFit Fitting::automatic(const SingleLineMeasure &start) const
@@ -104,7 +105,7 @@ OverlayFit Fitting::cutOff(double size) const
     if (!isUsable(line))
         return oneLineOfTheSource(size);
     const int lines = boundedCount(room(line.lineHeight), 1, maximumLines);
-    return {lines, size, std::min(height, std::max(sourceHeight, line.lineHeight * lines + verticalSlack))};
+    return {lines, size, std::min(height, std::max(sourceHeight, line.lineHeight * lines + verticalSlack)), false};
 }
 
 } // namespace

@@ -37,6 +37,7 @@ struct OverlayFit
     int lines = 1;       ///< at most so many are drawn, 1 to 4; the last is cut off with an ellipsis
     double fontSize = 0; ///< points
     double height = 0;   ///< of the overlay, points
+    bool isWhole = true; ///< whether nothing is cut off
 
     bool operator==(const OverlayFit &) const = default;
 };

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace lucentra {
 
@@ -25,10 +26,10 @@ bool isLargeEnough(const QRectF &rect)
            std::isfinite(rect.height()) && rect.width() > minimumSourceSide && rect.height() > minimumSourceSide;
 }
 
-/// The source's frame, widened for a text of the given width on one line and kept inside the usable area.
-QRectF widenedFrame(const QRectF &source, double textWidth, const QRectF &usable)
+/// The source's frame, widened for a text of the given width on one line up to a limit and kept inside the usable area.
+QRectF widenedFrame(const QRectF &source, double textWidth, double rightLimit, const QRectF &usable)
 {
-    const double wanted = textWidth + 2 * sidePadding;
+    const double wanted = std::min(textWidth + 2 * sidePadding, rightLimit - source.left());
     const double widest = std::max(minimumGrownWidth, widthGrowth * source.width());
     const double width = std::min(std::max(source.width(), std::min(widest, wanted)), usable.width());
     const double x = std::min(usable.right() - width, std::max(source.left(), usable.left()));
@@ -37,25 +38,27 @@ QRectF widenedFrame(const QRectF &source, double textWidth, const QRectF &usable
 
 } // namespace
 
-std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text, double bottomLimit,
-                                           const QRectF &rect, const QRectF &paneBounds,
+std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text,
+                                           const OverlayLimits &limits, const QRectF &rect, const QRectF &paneBounds,
                                            const OverlayFontSettings &settings)
 {
     if (!isLargeEnough(rect))
         return std::nullopt;
-    QRectF frame = rect;
     const QRectF usable = paneBounds.adjusted(edgeInset, 0, -edgeInset, 0);
-    if (usable.width() > 0) {
-        const double size = startingFontSize(settings.isAuto, rect.height(), settings.storedFontSize);
-        const double oneLine = measurer.measureSingleLine(text, size).width;
-        frame = widenedFrame(rect, std::isfinite(oneLine) ? oneLine : 0, usable);
+    const double size = startingFontSize(settings.isAuto, rect.height(), settings.storedFontSize);
+    const double oneLine = measurer.measureSingleLine(text, size).width;
+    for (double right = limits.right;; right = std::numeric_limits<double>::infinity()) {
+        QRectF frame = rect;
+        if (usable.width() > 0)
+            frame = widenedFrame(rect, std::isfinite(oneLine) ? oneLine : 0, right, usable);
+        const double textWidth = std::max(1.0, frame.width() - 2 * sidePadding);
+        const double maxHeight = std::max(frame.height(), std::min(paneBounds.bottom(), limits.bottom) - frame.top());
+        const OverlayFit fit = fitOverlayText(measurer, text, settings.isAuto, rect.height(), textWidth, maxHeight,
+                                              settings.storedFontSize);
+        frame.setHeight(std::min(maxHeight, fit.height));
+        if (fit.isWhole || !std::isfinite(right))
+            return OverlayLayout{.frame = frame, .fontSize = fit.fontSize, .lines = fit.lines};
     }
-    const double textWidth = std::max(1.0, frame.width() - 2 * sidePadding);
-    const double maxHeight = std::max(frame.height(), std::min(paneBounds.bottom(), bottomLimit) - frame.top());
-    const OverlayFit fit =
-        fitOverlayText(measurer, text, settings.isAuto, rect.height(), textWidth, maxHeight, settings.storedFontSize);
-    frame.setHeight(std::min(maxHeight, fit.height));
-    return OverlayLayout{.frame = frame, .fontSize = fit.fontSize, .lines = fit.lines};
 }
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OverlayFit.h"
+#include "OverlayPlacement.h"
 
 #include <QRectF>
 #include <QString>
@@ -33,11 +34,12 @@ struct OverlayLayout
     bool operator==(const OverlayLayout &) const = default;
 };
 
-/// Lays out the translation of one source line over it. `rect` is where the source lies and `bottomLimit` the lowest
-/// y that the overlay may reach, both in pane points. The overlay grows to the right to keep its text on one line,
-/// is moved to the left where it would leave the pane, and then grows downwards. Nothing where the source is too small.
-std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text, double bottomLimit,
-                                           const QRectF &rect, const QRectF &paneBounds,
+/// Lays out the translation of one source line over it. `rect` is where the source lies, in pane points. The overlay
+/// grows to the right to keep its text on one line, is moved to the left where it would leave the pane, and then grows
+/// downwards. It passes its right limit only if its text would be cut off otherwise. Returns nullopt if the source is
+/// too small.
+std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text,
+                                           const OverlayLimits &limits, const QRectF &rect, const QRectF &paneBounds,
                                            const OverlayFontSettings &settings);
 
 } // namespace lucentra

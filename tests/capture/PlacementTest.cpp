@@ -45,10 +45,11 @@ private Q_SLOTS:
     void boxesAreMappedOntoThePane_data();
     void boxesAreMappedOntoThePane();
     void textsWithoutTranslationKeepTheirSource();
+    void startsCloseToOneAnotherBecomeOne();
     void whatLiesUnderTheButtonsIsCopiedButNotDrawn_data();
     void whatLiesUnderTheButtonsIsCopiedButNotDrawn();
-    void overlaysGrowDownToTheNextLine_data();
-    void overlaysGrowDownToTheNextLine();
+    void overlaysGrowToTheNextText_data();
+    void overlaysGrowToTheNextText();
     void buttonsAreMasked_data();
     void buttonsAreMasked();
 };
@@ -137,6 +138,22 @@ void PlacementTest::textsWithoutTranslationKeepTheirSource()
     QCOMPARE(placement.candidates[1].rect.top(), 182.0);
 }
 
+void PlacementTest::startsCloseToOneAnotherBecomeOne()
+{
+    const auto placement = placeOverlays({{u"a"_s, {0.0525, 0.7, 0.5, 0.1}},
+                                          {u"b"_s, {0.1, 0.6, 0.5, 0.1}},
+                                          {u"c"_s, {0.045, 0.5, 0.5, 0.1}},
+                                          {u"d"_s, {0.055, 0.4, 0.5, 0.1}}},
+                                         {}, {404, 304}, {});
+    QList<double> starts, ends;
+    for (const auto &candidate : placement.candidates) {
+        starts.append(candidate.rect.left());
+        ends.append(candidate.rect.right());
+    }
+    QCOMPARE(starts, (QList<double>{20, 42, 20, 24}));
+    QCOMPARE(ends, (QList<double>{223, 242, 220, 224}));
+}
+
 void PlacementTest::whatLiesUnderTheButtonsIsCopiedButNotDrawn_data()
 {
     QTest::addColumn<QRectF>("excluded");
@@ -157,36 +174,54 @@ void PlacementTest::whatLiesUnderTheButtonsIsCopiedButNotDrawn()
     QTEST(!placement.candidates.isEmpty(), "isDrawn");
 }
 
-void PlacementTest::overlaysGrowDownToTheNextLine_data()
+void PlacementTest::overlaysGrowToTheNextText_data()
 {
     QTest::addColumn<QList<QRectF>>("rects");
-    QTest::addColumn<QList<double>>("limits");
+    QTest::addColumn<QList<double>>("bottoms");
+    QTest::addColumn<QList<double>>("rights");
+    constexpr double free = std::numeric_limits<double>::infinity();
     QTest::newRow("nothing below: the pane's edge less the gap")
-        << QList<QRectF>{{10, 10, 100, 20}} << QList<double>{296};
-    QTest::newRow("a gap of ten") << QList<QRectF>{{10, 10, 100, 20}, {10, 40, 100, 20}} << QList<double>{36, 296};
+        << QList<QRectF>{{10, 10, 100, 20}} << QList<double>{296} << QList<double>{free};
+    QTest::newRow("a gap of ten") << QList<QRectF>{{10, 10, 100, 20}, {10, 40, 100, 20}} << QList<double>{36, 296}
+                                  << QList<double>{free, free};
     QTest::newRow("a gap of two: the own height stays")
-        << QList<QRectF>{{10, 10, 100, 20}, {10, 32, 100, 20}} << QList<double>{30, 296};
+        << QList<QRectF>{{10, 10, 100, 20}, {10, 32, 100, 20}} << QList<double>{30, 296} << QList<double>{free, free};
     QTest::newRow("boxes that overlap by two are stacked")
-        << QList<QRectF>{{10, 10, 100, 20}, {10, 28, 100, 20}} << QList<double>{30, 296};
+        << QList<QRectF>{{10, 10, 100, 20}, {10, 28, 100, 20}} << QList<double>{30, 296} << QList<double>{free, free};
     QTest::newRow("boxes that overlap by three are not")
-        << QList<QRectF>{{10, 10, 100, 20}, {10, 27, 100, 20}} << QList<double>{296, 296};
+        << QList<QRectF>{{10, 10, 100, 20}, {10, 27, 100, 20}} << QList<double>{296, 296} << QList<double>{free, free};
     QTest::newRow("side by side, four points shared")
-        << QList<QRectF>{{10, 10, 100, 20}, {106, 60, 100, 20}} << QList<double>{296, 296};
+        << QList<QRectF>{{10, 10, 100, 20}, {106, 60, 100, 20}} << QList<double>{296, 296} << QList<double>{free, free};
     QTest::newRow("side by side, five points shared")
-        << QList<QRectF>{{10, 10, 100, 20}, {105, 60, 100, 20}} << QList<double>{56, 296};
+        << QList<QRectF>{{10, 10, 100, 20}, {105, 60, 100, 20}} << QList<double>{56, 296} << QList<double>{free, free};
     QTest::newRow("the nearest counts, whatever the order")
-        << QList<QRectF>{{10, 200, 100, 20}, {10, 10, 100, 20}, {10, 100, 100, 20}} << QList<double>{296, 96, 196};
-    QTest::newRow("below the pane's edge") << QList<QRectF>{{10, 290, 100, 20}} << QList<double>{310};
-    QTest::newRow("a flat box below itself") << QList<QRectF>{{10, 50, 100, 2}} << QList<double>{52};
+        << QList<QRectF>{{10, 200, 100, 20}, {10, 10, 100, 20}, {10, 100, 100, 20}} << QList<double>{296, 96, 196}
+        << QList<double>{free, free, free};
+    QTest::newRow("below the pane's edge")
+        << QList<QRectF>{{10, 290, 100, 20}} << QList<double>{310} << QList<double>{free};
+    QTest::newRow("a row of three: each ends before the next")
+        << QList<QRectF>{{200, 12, 40, 16}, {10, 10, 40, 20}, {100, 11, 98, 16}} << QList<double>{296, 296, 296}
+        << QList<double>{free, 96, 198};
+    QTest::newRow("what overlaps or shares four points of a row is no neighbour")
+        << QList<QRectF>{{10, 10, 40, 20}, {40, 10, 40, 20}, {60, 26, 40, 20}} << QList<double>{296, 296, 296}
+        << QList<double>{free, free, free};
+    QTest::newRow("a flat box below itself")
+        << QList<QRectF>{{10, 50, 100, 2}} << QList<double>{52} << QList<double>{free};
 }
 
-void PlacementTest::overlaysGrowDownToTheNextLine()
+void PlacementTest::overlaysGrowToTheNextText()
 {
     QFETCH(QList<QRectF>, rects);
     QList<TranslationOverlayCandidate> candidates;
     for (const QRectF &rect : rects)
         candidates.append({u"text"_s, rect});
-    QTEST(bottomLimits(candidates, 300), "limits");
+    QList<double> bottoms, rights;
+    for (const OverlayLimits &limits : overlayLimits(candidates, 300)) {
+        bottoms.append(limits.bottom);
+        rights.append(limits.right);
+    }
+    QTEST(bottoms, "bottoms");
+    QTEST(rights, "rights");
 }
 
 void PlacementTest::buttonsAreMasked_data()

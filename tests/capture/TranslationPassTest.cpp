@@ -49,7 +49,7 @@ public:
     void clearOverlays() override { log.append(u"clear"_s); }
     void setProcessing(bool busy) override { processing = busy; }
     void setTranslationActionState(TranslationActionState) override { log.append(u"retranslate"_s); }
-    void addTranslationOverlay(const QString &text, double, const QRectF &) override
+    void addTranslationOverlay(const QString &text, const OverlayLimits &, const QRectF &) override
     {
         log.append(u"overlay "_s + text);
     }

@@ -126,7 +126,7 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         pane.window.show();
-        pane.view->addTranslationOverlay(u"譯文"_s, 280, {100, 100, 200, 30});
+        pane.view->addTranslationOverlay(u"譯文"_s, {280}, {100, 100, 200, 30});
         pane.view->showHint(u"提示"_s, false);
         QCOMPARE(pane.window.childAt(150, 115), pane.view);
         QCOMPARE(pane.window.childAt(pane.view->rect().center()), pane.view);
@@ -267,8 +267,8 @@ private Q_SLOTS:
     void overlaysAreLabelsToAssistiveProgramsAndGoTogether()
     {
         PaneFixture pane;
-        pane.view->addTranslationOverlay(u"R&D <b>"_s, 280, {50, 60, 200, 24});
-        pane.view->addTranslationOverlay(u"speck"_s, 280, {50, 60, 4, 4});
+        pane.view->addTranslationOverlay(u"R&D <b>"_s, {280}, {50, 60, 200, 24});
+        pane.view->addTranslationOverlay(u"speck"_s, {280}, {50, 60, 4, 4});
         const auto labels = pane.view->findChildren<QLabel *>();
         QList<QLabel *> overlays;
         for (QLabel *label : labels) {

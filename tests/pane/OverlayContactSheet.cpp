@@ -109,7 +109,7 @@ void drawOverlays(QPainter &painter, const Situation &situation)
         const Line &line = situation.lines[i];
         const QRectF rect(line.left, line.top, sourceWidth(line), line.height);
         const double next = i + 1 < situation.lines.size() ? situation.lines[i + 1].top : cell.height();
-        const auto layout = layOutOverlay(typesetter, line.translation, std::max(rect.bottom(), next - 4), rect,
+        const auto layout = layOutOverlay(typesetter, line.translation, {std::max(rect.bottom(), next - 4)}, rect,
                                           QRectF(QPointF(), cell), situation.settings);
         if (layout)
             OverlayPainter(typesetter.typeset(line.translation), *layout).paint(painter);

@@ -125,7 +125,7 @@ void OverlayDrawingTest::whatFitsIsDrawnWholeInItsFrame()
     for (const double height : {9.0, 14.0, 21.5, 40.0}) {
         for (const double sourceWidth : {30.0, 111.0, 260.0}) {
             const auto layout =
-                layOutOverlay(typesetter, text, 250, QRectF(0, 0, sourceWidth, height), QRectF(0, 0, 640, 260), {});
+                layOutOverlay(typesetter, text, {250}, QRectF(0, 0, sourceWidth, height), QRectF(0, 0, 640, 260), {});
             QVERIFY(layout);
             const double width = layout->frame.width() - 2 * overlay::sidePadding;
             const auto typeset = typesetter.typeset(text);
@@ -266,7 +266,7 @@ void OverlayDrawingTest::paintingKeepsToPointsAtAnyScale()
     QFETCH(QPointF, offset);
     OverlayTypesetter typesetter(u"en"_s);
     const QString text = u"HHHH"_s;
-    const auto layout = layOutOverlay(typesetter, text, 60, QRectF(10, 20, 90, 30), QRectF(0, 0, 200, 80), {});
+    const auto layout = layOutOverlay(typesetter, text, {60}, QRectF(10, 20, 90, 30), QRectF(0, 0, 200, 80), {});
     OverlayPainter overlayPainter(typesetter.typeset(text), *layout);
 
     QImage image(int(200 * ratio), int(80 * ratio), QImage::Format_ARGB32_Premultiplied);
@@ -299,7 +299,7 @@ void OverlayDrawingTest::shadowIsSoftAndLiesBelow()
 {
     OverlayTypesetter typesetter(u"en"_s);
     const QString text = u"————"_s; // one thick line
-    const auto layout = layOutOverlay(typesetter, text, 100, QRectF(10, 20, 150, 40), QRectF(0, 0, 200, 100), {});
+    const auto layout = layOutOverlay(typesetter, text, {100}, QRectF(10, 20, 150, 40), QRectF(0, 0, 200, 100), {});
     QImage image(200, 100, QImage::Format_RGB32);
     image.fill(qRgb(245, 245, 245)); // as bright as the text
     QPainter painter(&image);

@@ -92,7 +92,7 @@ int main(int argc, char **argv)
     pane.view->setProcessing(false);
     pane.view->clearOverlays();
     for (int line = 0; line < 5; ++line)
-        pane.view->addTranslationOverlay(u"第 %1 行：敏捷的棕色狐狸跳過懶狗。"_s.arg(line), 280,
+        pane.view->addTranslationOverlay(u"第 %1 行：敏捷的棕色狐狸跳過懶狗。"_s.arg(line), {280},
                                          {20, 50.0 + 40 * line, 300, 22});
     pane.view->setTranslationActionState(TranslationActionState::retranslate);
     save(folder, prefix + u"overlays"_s);
