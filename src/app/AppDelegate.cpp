@@ -186,7 +186,12 @@ void AppDelegate::wireManualInput()
             return m_manualInputView;
         },
         .submit = [this] { m_manualInput.translateNow(); },
-        .copy = [this] { m_manualInput.copyResult(); },
+        .copy =
+            [this] {
+                m_manualInput.copyResult();
+                if (m_manualInput.isCopied() && m_manualInputView && !m_manualInputView->hasHeaders())
+                    m_glassView->showHint(m_services.texts().localized(u"已複製"_s), true);
+            },
         .reset =
             [this] { // the input mode begins or ends
                 m_manualInput.reset();

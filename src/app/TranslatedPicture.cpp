@@ -61,7 +61,7 @@ void TranslatedPicture::paintOver(QImage &picture, double glassOpacity) const
     painter.setOpacity(glassOpacity);
     paintSheen(painter, whole);
     painter.setOpacity(1);
-    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas),
+    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas, areCalmAreasSeen(glassOpacity)),
                    glassOpacity);
     painter.translate(-captureInset, -captureInset);
     for (const TranslatedLine &line : m_lines) {

@@ -28,7 +28,6 @@ constexpr int headerPixels = 11;
 constexpr int textPixels = 15;
 constexpr int wheelSide = 16;
 constexpr int markSide = 11;
-/// A lower panel is all text.
 constexpr int leastHeightWithHeaders = 150;
 
 /// The glass's own tint; it alone makes white text readable over white.
@@ -217,13 +216,19 @@ void ManualInputView::render()
     m_copied->setVisible(tellsOfCopy);
 }
 
+bool ManualInputView::hasHeaders() const
+{
+    return height() >= leastHeightWithHeaders;
+}
+
 void ManualInputView::resizeEvent(QResizeEvent *)
 {
-    const bool hasHeaders = height() >= leastHeightWithHeaders;
-    m_sourceHeader->setVisible(hasHeaders);
-    m_resultHeader->setVisible(hasHeaders);
-    for (LongTextEdit *area : {m_editor, m_result})
-        area->document()->setDocumentMargin(hasHeaders ? padding : lowPanelPadding);
+    m_sourceHeader->setVisible(hasHeaders());
+    m_resultHeader->setVisible(hasHeaders());
+    for (LongTextEdit *area : {m_editor, m_result}) {
+        area->document()->setDocumentMargin(hasHeaders() ? padding : lowPanelPadding);
+        area->setVerticalScrollBarPolicy(hasHeaders() ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    }
 }
 
 void ManualInputView::paintEvent(QPaintEvent *)

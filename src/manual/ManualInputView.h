@@ -22,6 +22,8 @@ public:
     ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization,
                     NotificationCenter &notificationCenter, bool reduceMotion, QWidget *parent = nullptr);
     void setReduceMotion(bool reduceMotion);
+    /// A low panel is all text: without headers, it has no place to tell of a copy.
+    bool hasHeaders() const;
     /// Whether Escape would end what an input method is composing.
     bool takesEscape() const;
 

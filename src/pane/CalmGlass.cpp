@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace lucentra {
 
@@ -26,9 +28,83 @@ constexpr double blurredScale = 0.5;
 constexpr double sheenShare = 0.55; ///< of the glass's height
 constexpr float sheenStrength = 0.055F;
 
+/// How far apart, in points, the starts of lines may be that share an area.
+constexpr double sharedStart = 24;
+
+/// How far a band is lengthened to cover a line whole, and the slope that it has otherwise. Points.
+constexpr int longestReach = 28;
+constexpr double leastSlope = 4;
+constexpr double usualSlope = 20;
+/// Of the space between lines, how much the band takes whole, since its blur makes it weaker at its ends.
+constexpr double wholeShare = 0.4;
+constexpr double mostWhole = 6; ///< points
+/// Differences of grey that count as an edge.
+constexpr int edgeContrast = 24;
+/// A row between lines has at most this part of the edges of the richest row.
+constexpr double quietShare = 0.05;
+
+/// Whether the lower one goes on with the block of lines that the upper one has begun.
+bool goesOn(const QRectF &upper, const QRectF &lower)
+{
+    const double distance = lower.top() - upper.bottom();
+    return std::abs(lower.left() - upper.left()) <= sharedStart && distance <= lower.height() &&
+           lower.bottom() > upper.bottom();
+}
+
+void joinLines(QList<CalmArea> &areas)
+{
+    std::stable_sort(areas.begin(), areas.end(),
+                     [](const CalmArea &a, const CalmArea &b) { return a.rect.top() < b.rect.top(); });
+    QList<CalmArea> joined;
+    for (const CalmArea &area : std::as_const(areas)) {
+        const auto block = std::find_if(joined.begin(), joined.end(), [&](const CalmArea &each) {
+            return each.slopeAbove == 0 && area.slopeAbove == 0 && goesOn(each.rect, area.rect);
+        });
+        if (block == joined.end())
+            joined.append(area);
+        else
+            block->rect |= area.rect;
+    }
+    areas = joined;
+}
+
+void fillBand(QPainter &painter, const CalmArea &area)
+{
+    const QRectF whole = area.rect.adjusted(0, -area.slopeAbove, 0, area.slopeBelow);
+    QLinearGradient slope(whole.topLeft(), whole.bottomLeft());
+    constexpr int stops = 8; // a slope without corners, which would be seen as lines
+    for (int i = 0; i <= stops; ++i) {
+        const double way = double(i) / stops;
+        const QColor color = QColor::fromRgbF(0, 0, 0, float(way * way * (3 - 2 * way)));
+        slope.setColorAt(way * area.slopeAbove / whole.height(), color);
+        slope.setColorAt(1 - way * area.slopeBelow / whole.height(), color);
+    }
+    painter.fillRect(whole, slope);
+}
+
+/// How many edges each of a picture's rows has.
+std::vector<int> edgesOfRows(const QImage &picture)
+{
+    const QImage grey = picture.convertToFormat(QImage::Format_Grayscale8);
+    std::vector<int> edges;
+    for (int y = 0; y < grey.height(); ++y) {
+        const uchar *line = grey.constScanLine(y);
+        int count = 0;
+        for (int x = 1; x < grey.width(); ++x)
+            count += std::abs(line[x] - line[x - 1]) > edgeContrast;
+        edges.push_back(count);
+    }
+    return edges;
+}
+
 } // namespace
 
-QImage calmMask(const QSizeF &size, double pixelsPerPoint, const QList<CalmArea> &areas)
+bool areCalmAreasSeen(double glassOpacity)
+{
+    return glassOpacity < leastCalmOpacity;
+}
+
+QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas, bool joined)
 {
     QImage blurred(int(std::ceil(size.width() * blurredScale)), int(std::ceil(size.height() * blurredScale)),
                    QImage::Format_ARGB32_Premultiplied);
@@ -37,10 +113,16 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, const QList<CalmArea>
     painter.scale(blurredScale, blurredScale);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    for (const CalmArea &area : areas) {
+    if (joined)
+        joinLines(areas);
+    for (const CalmArea &area : std::as_const(areas)) {
         painter.setOpacity(area.strength);
-        painter.setBrush(Qt::black);
-        painter.drawRoundedRect(area.rect.marginsAdded(calmMargins), calmCornerRadius, calmCornerRadius);
+        if (area.slopeAbove > 0) {
+            fillBand(painter, area);
+        } else {
+            painter.setBrush(Qt::black);
+            painter.drawRoundedRect(area.rect.marginsAdded(calmMargins), calmCornerRadius, calmCornerRadius);
+        }
     }
     painter.end();
     blurred.convertTo(QImage::Format_Alpha8); // of which a quarter is to be blurred
@@ -54,6 +136,39 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, const QList<CalmArea>
     enlarging.setRenderHint(QPainter::SmoothPixmapTransform);
     enlarging.drawImage(QRectF(QPointF(), QSizeF(blurred.size()) / blurredScale), blurred);
     return mask;
+}
+
+CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glass)
+{
+    CalmArea band{.rect = QRectF(0, place.top(), glass.width(), place.height()),
+                  .slopeAbove = usualSlope,
+                  .slopeBelow = usualSlope};
+    if (content.isNull())
+        return band;
+    const double scale = content.width() / glass.width(); // pixels per point
+    const int firstRow = std::max(0, int((place.top() - longestReach) * scale));
+    const int lastRow = std::min(content.height() - 1, int((place.bottom() + longestReach) * scale));
+    const std::vector<int> edges = edgesOfRows(content.copy(0, firstRow, content.width(), lastRow - firstRow + 1));
+    const double limit = quietShare * (edges.empty() ? 0 : *std::max_element(edges.begin(), edges.end()));
+    // From one end of the band outwards into the next space between lines.
+    const auto lengthen = [&](double end, int step, double &slope) {
+        int row = int(end * scale) - firstRow;
+        const auto isInside = [&] { return row >= 0 && row < int(edges.size()); };
+        while (isInside() && edges[size_t(row)] > limit)
+            row += step;
+        const int near = row;
+        while (isInside() && edges[size_t(row)] <= limit)
+            row += step;
+        if (row == near)
+            return end;
+        const double space = std::abs(row - near) / scale;
+        const double whole = std::min(wholeShare * space, mostWhole);
+        slope = std::clamp(space - whole, leastSlope, usualSlope);
+        return (near + firstRow) / scale + step * whole;
+    };
+    band.rect.setTop(lengthen(band.rect.top(), -1, band.slopeAbove));
+    band.rect.setBottom(lengthen(band.rect.bottom(), 1, band.slopeBelow));
+    return band;
 }
 
 void paintSheen(QPainter &painter, const QRectF &rect)

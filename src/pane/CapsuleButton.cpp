@@ -1,6 +1,5 @@
 #include "CapsuleButton.h"
 
-#include "Spring.h"
 #include "Symbol.h"
 
 #include <QFontMetricsF>
@@ -10,14 +9,12 @@
 #include <cmath>
 #include <utility>
 
-using namespace std::chrono_literals;
-
 namespace lucentra {
 
 namespace {
 
 constexpr double symbolSide = 16;
-constexpr int textPixels = 11;
+constexpr int textPixels = 13;
 constexpr double foregroundOpacity = 0.85;
 constexpr double pressedScale = 0.94;
 constexpr double pressedGround = 0.18;
@@ -33,10 +30,10 @@ CapsuleButton::CapsuleButton(QWidget *parent)
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
-    QFont bold = font();
-    bold.setPixelSize(textPixels);
-    bold.setBold(true);
-    setFont(bold);
+    QFont label = font();
+    label.setPixelSize(textPixels);
+    label.setHintingPreference(QFont::PreferNoHinting); // at this size hinting fills an ideograph's small spaces
+    setFont(label);
 
     m_press.setDuration(pressMilliseconds);
     m_press.setEasingCurve(QEasingCurve::OutSine);
@@ -54,27 +51,15 @@ CapsuleButton::CapsuleButton(QWidget *parent)
     });
 }
 
-void CapsuleButton::setSymbol(const QString &symbol)
+void CapsuleButton::setSymbol(const QString &symbol, const SymbolChange &change)
 {
-    if (symbol != m_symbol)
-        animateSymbol(std::exchange(m_symbol, symbol), m_symbolChange);
-}
-
-void CapsuleButton::setShown(bool shown)
-{
-    const bool appears = shown && isHidden();
-    setVisible(shown);
-    if (appears)
-        animateSymbol({}, {.fromScale = 0.8, .duration = springTime(250ms), .curve = springCurve()});
-}
-
-void CapsuleButton::animateSymbol(const QString &previous, const SymbolChange &change)
-{
+    if (symbol == m_symbol)
+        return;
+    m_previousSymbol = std::exchange(m_symbol, symbol);
     m_change.stop();
     m_change.setDuration(int(change.duration.count()));
     m_change.setEasingCurve(change.curve);
-    m_fromScale = change.fromScale;
-    m_previousSymbol = previous;
+    m_smallestScale = change.smallestScale;
     m_presence = 1;
     if (!m_reduceMotion && isVisible() && m_opacity > 0)
         m_change.start();
@@ -138,20 +123,21 @@ void CapsuleButton::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_pressure > 0 || m_presence < 1);
     const QRectF whole = rect();
     painter.translate(whole.center());
+    const double pressScale = 1 - (1 - pressedScale) * m_pressure;
+    painter.scale(pressScale, pressScale);
     painter.setOpacity(m_opacity);
     painter.setPen(hasFocus() ? QPen(QColor(255, 255, 255, 210), 1.5) : QPen(Qt::NoPen));
     const double resting = underMouse() ? hoveredGround : 0;
     painter.setBrush(QColor::fromRgbF(1, 1, 1, float(resting + (pressedGround - resting) * m_pressure)));
     painter.drawEllipse(QPointF(), side / 2.0 - 1.5, side / 2.0 - 1.5);
-
-    const double pressScale = 1 - (1 - pressedScale) * m_pressure;
-    if (m_presence < 1 && !m_previousSymbol.isEmpty())
-        paintContent(painter, m_previousSymbol, 1 - m_presence, pressScale);
-    paintContent(painter, m_symbol, m_presence, pressScale * (m_fromScale + (1 - m_fromScale) * m_presence));
+    if (m_presence < 1)
+        paintContent(painter, m_previousSymbol, 1 - m_presence);
+    paintContent(painter, m_symbol, m_presence);
 }
 
-void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, double presence, double scale) const
+void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, double presence) const
 {
+    const double scale = m_smallestScale + (1 - m_smallestScale) * presence;
     painter.save();
     painter.scale(scale, scale);
     painter.setOpacity(m_opacity * foregroundOpacity * presence);

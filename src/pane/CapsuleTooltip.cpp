@@ -1,5 +1,6 @@
 #include "CapsuleTooltip.h"
 
+#include "BalancedLines.h"
 #include "SoftShadow.h"
 #include "Spring.h"
 
@@ -19,13 +20,15 @@ constexpr int sidePadding = 8;
 constexpr int verticalPadding = 4;
 constexpr double cornerRadius = 6;
 constexpr int distanceFromLeft = 8;
+constexpr int greatestWidth = 280;
+constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 constexpr int belowCapsule = 6;
-constexpr int shadowRoom = 4;
+constexpr int shadowRoom = 8;
 constexpr double smallestScale = 0.9;
 constexpr double descent = 6; ///< how far above its place the bubble begins, points
 constexpr auto response = 300ms;
 
-const SoftShadow bubbleShadow{.color = QColor::fromRgbF(0, 0, 0, 0.2F), .radius = 2, .offset = {0, 2}};
+const SoftShadow bubbleShadow{.opacity = 0.2, .deviation = 2, .offset = {0, 2}};
 const QColor bubbleColor = QColor::fromRgbF(0, 0, 0, 0.75F);
 
 } // namespace
@@ -52,11 +55,10 @@ void CapsuleTooltip::showText(const QString &text, const QRect &capsule)
         return;
     m_text = text;
     m_capsule = capsule;
-    const QFontMetrics metrics(font());
-    const int width =
-        std::min(capsule.right() - distanceFromLeft, metrics.horizontalAdvance(text) + 2 * sidePadding + 1);
-    const QSize size(width, metrics.height() + 2 * verticalPadding);
-    const QPoint corner(capsule.right() + 1 - width, capsule.bottom() + 1 + belowCapsule);
+    const int room = std::min(greatestWidth, capsule.right() - distanceFromLeft) - 2 * sidePadding;
+    const QSize size = balancedSize(QFontMetrics(font()), {room, 1 << 16}, textFlags, text) +
+                       QSize(2 * sidePadding, 2 * verticalPadding);
+    const QPoint corner(capsule.right() + 1 - size.width(), capsule.bottom() + 1 + belowCapsule);
     setGeometry(QRect(corner, size).adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom));
     renderPicture();
     show();
@@ -103,9 +105,7 @@ void CapsuleTooltip::renderPicture()
         painter.drawRoundedRect(bubble, cornerRadius, cornerRadius);
         painter.setFont(font());
         painter.setPen(Qt::white);
-        const QRect inner = bubble.adjusted(sidePadding, 0, -sidePadding, 0);
-        painter.drawText(inner, Qt::AlignCenter,
-                         QFontMetrics(font()).elidedText(m_text, Qt::ElideRight, inner.width() + 1));
+        painter.drawText(bubble.adjusted(sidePadding, 0, -sidePadding, 0), textFlags, m_text);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "CapsuleButton.h"
 #include "CapsuleTooltip.h"
+#include "GlassBackdropView.h"
 #include "LocalizationManager.h"
 #include "MenuButtonAccessibility.h"
 #include "NotificationCenter.h"
@@ -12,7 +13,6 @@
 #include <QApplication>
 #include <QCursor>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -30,12 +30,18 @@ namespace lucentra {
 
 namespace {
 
+constexpr int capsuleHeight = 32;
+constexpr int endPadding = 6;
+constexpr int buttonStep = CapsuleButton::side + 4;
+constexpr int buttonCount = 6;
 constexpr auto fadeResponse = 300ms;
+constexpr auto progressTime = 150ms;
 constexpr int menuDistance = 4;
+constexpr double outlineWidth = 0.8;
 
-/// The card's and the capsule's colours; what isn't checked has no box.
+/// Much like the ground of the card; what isn't checked has no box.
 constexpr auto menuStyle = R"(
-    QMenu { background: #2c2f36; color: rgba(255, 255, 255, 242); border: 1px solid rgba(255, 255, 255, 46);
+    QMenu { background: #30343d; color: rgba(255, 255, 255, 242); border: 1px solid rgba(255, 255, 255, 46);
             border-radius: %1px; padding: 5px; font-size: 13px; }
     QMenu::item { background: transparent; padding: 6px 22px 6px 28px; border-radius: 6px; }
     QMenu::item:selected { background: #2f6fe4; }
@@ -44,13 +50,20 @@ constexpr auto menuStyle = R"(
 )"_L1;
 constexpr int menuCornerRadius = 10;
 
-struct TranslateForm
+/// The length of the row of buttons, in points, with as much of the progress indicator as is there (0 to 1).
+double rowWidth(double progressPresence)
+{
+    constexpr int gap = buttonStep - CapsuleButton::side;
+    return 2 * endPadding + buttonCount * buttonStep - gap + progressPresence * buttonStep;
+}
+
+struct ActionForm
 {
     QString symbol;
     QString label;
 };
 
-TranslateForm translateForm(TranslationActionState state)
+ActionForm translateForm(TranslationActionState state)
 {
     switch (state) {
     case TranslationActionState::retranslate:
@@ -66,28 +79,31 @@ TranslateForm translateForm(TranslationActionState state)
 } // namespace
 
 ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
-                                       QWidget *parent)
+                                       const GlassBackdropView &glass, QWidget *parent)
     : QWidget(parent)
     , m_localization(localization)
+    , m_glass(glass)
+    , m_progress(new ProgressIndicator(this))
     , m_tooltip(new CapsuleTooltip(parent))
 {
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(6, 1, 6, 1);
-    row->setSpacing(4);
-    row->setSizeConstraint(QLayout::SetFixedSize);
-    row->addWidget(m_progress = new ProgressIndicator(this));
-    m_copy = addButton(&ControlCapsuleView::onCopyTapped);
-    m_translate = addButton(&ControlCapsuleView::onTranslateTapped);
-    m_triggerMode = addButton(&ControlCapsuleView::onTriggerModeTapped);
-    m_keyboard = addButton(&ControlCapsuleView::onKeyboardTapped);
-    m_language = addButton(nullptr);
-    m_history = addButton(&ControlCapsuleView::onHistoryTapped);
-    m_settings = addButton(&ControlCapsuleView::onSettingsTapped);
-    m_translate->setSymbolChange({.fromScale = 0.85, .duration = 120ms, .curve = QEasingCurve::OutSine});
-    m_copy->setSymbol(u"doc.on.doc"_s);
+    setFixedSize(int(rowWidth(1)), capsuleHeight);
+    const auto call = [this](std::function<void()> ControlCapsuleView::*callback) {
+        return [this, callback] {
+            if (const auto &react = this->*callback)
+                react();
+        };
+    };
+    m_progress->move(endPadding, (capsuleHeight - CapsuleButton::side) / 2);
+    m_action =
+        addButton([this, translate = call(&ControlCapsuleView::onTranslateTapped),
+                   copy = call(&ControlCapsuleView::onCopyTapped)] { m_state.isInputMode ? copy() : translate(); });
+    m_triggerMode = addButton(call(&ControlCapsuleView::onTriggerModeTapped));
+    m_keyboard = addButton(call(&ControlCapsuleView::onKeyboardTapped));
+    m_language = addButton([this] { showLanguageMenu(); });
+    m_history = addButton(call(&ControlCapsuleView::onHistoryTapped));
+    m_settings = addButton(call(&ControlCapsuleView::onSettingsTapped));
     m_history->setSymbol(u"clock"_s);
     m_settings->setSymbol(u"gearshape"_s);
-    connect(m_language, &QAbstractButton::clicked, this, &ControlCapsuleView::showLanguageMenu);
     makeMenu();
 
     m_fade.setDuration(int(springTime(fadeResponse).count()));
@@ -96,23 +112,23 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
         if (isVisibleStep(m_opacity, value.toDouble(), m_fade.endValue().toDouble()))
             setOpacity(value.toDouble());
     });
+    m_progressFade.setDuration(int(std::chrono::milliseconds(progressTime).count()));
+    m_progressFade.setEasingCurve(QEasingCurve::OutSine);
+    connect(&m_progressFade, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant &value) { setProgressPresence(value.toDouble()); });
     notificationCenter.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { render(); });
+    setProgressPresence(0);
     render();
     setOpacity(0);
 }
 
-CapsuleButton *ControlCapsuleView::addButton(std::function<void()> ControlCapsuleView::*callback)
+CapsuleButton *ControlCapsuleView::addButton(std::function<void()> callback)
 {
     auto *button = new CapsuleButton(this);
-    layout()->addWidget(button);
+    button->move(m_progress->pos() + QPoint(buttonStep * int(m_buttons.size() + 1), 0));
     button->installEventFilter(this);
     m_buttons.append(button);
-    if (callback) {
-        connect(button, &QAbstractButton::clicked, this, [this, callback] {
-            if (const auto &react = this->*callback)
-                react();
-        });
-    }
+    connect(button, &QAbstractButton::clicked, this, std::move(callback));
     return button;
 }
 
@@ -138,16 +154,8 @@ void ControlCapsuleView::render()
     const auto text = [this](const QString &key) { return m_localization.localized(key); };
     m_progress->setAccessibleName(text(u"正在辨識與翻譯"_s));
     m_progress->setToolTip(text(u"正在辨識與翻譯"_s));
-    m_progress->setVisible(m_state.isProcessing);
-    m_progress->setTurning(m_state.isProcessing && !m_reduceMotion);
-
-    m_copy->setShown(m_state.isInputMode);
-    m_copy->describe(text(u"複製翻譯結果"_s), text(u"複製翻譯結果"_s));
-    const TranslateForm form = translateForm(m_state.translationActionState);
-    m_translate->setShown(!m_state.isInputMode);
-    m_translate->setSymbol(form.symbol);
-    m_translate->describe(text(form.label), text(form.label));
-
+    updateProgress();
+    renderAction();
     m_triggerMode->setSymbol(m_state.isManual ? u"bolt.fill"_s : u"hand.point.up.left.fill"_s);
     m_triggerMode->describe(
         text(m_state.isManual ? u"切換為自動辨識"_s : u"切換為框選翻譯"_s),
@@ -165,6 +173,43 @@ void ControlCapsuleView::render()
     m_settings->describe(text(u"設定"_s), text(u"設定"_s));
     updateVisibility();
     updateTooltip();
+}
+
+void ControlCapsuleView::renderAction()
+{
+    const ActionForm form = m_state.isInputMode ? ActionForm{u"doc.on.doc"_s, u"複製翻譯結果"_s}
+                                                : translateForm(m_state.translationActionState);
+    const QString label = m_localization.localized(form.label);
+    m_action->describe(label, label);
+    const bool offeredCopy = std::exchange(m_offersCopy, m_state.isInputMode);
+    if (offeredCopy != m_offersCopy)
+        m_action->setSymbol(form.symbol, {.smallestScale = 0.8, .duration = springTime(250ms), .curve = springCurve()});
+    else
+        m_action->setSymbol(form.symbol, {.smallestScale = 0.85, .duration = 120ms, .curve = QEasingCurve::OutSine});
+}
+
+void ControlCapsuleView::updateProgress()
+{
+    const double target = m_state.isProcessing ? 1 : 0;
+    m_progress->setTurning(m_state.isProcessing && !m_reduceMotion);
+    if (m_progressFade.state() == QAbstractAnimation::Running && m_progressFade.endValue() == target && !m_reduceMotion)
+        return;
+    m_progressFade.stop();
+    if (m_reduceMotion || !isVisible() || m_opacity <= 0 || m_progressPresence == target) {
+        setProgressPresence(target);
+        return;
+    }
+    m_progressFade.setStartValue(m_progressPresence);
+    m_progressFade.setEndValue(target);
+    m_progressFade.start();
+}
+
+void ControlCapsuleView::setProgressPresence(double presence)
+{
+    m_progressPresence = presence;
+    m_progress->setVisible(presence > 0);
+    m_progress->setPresence(presence);
+    update();
 }
 
 void ControlCapsuleView::setComposited(bool composited)
@@ -198,7 +243,8 @@ void ControlCapsuleView::showLanguageMenu()
     }
     m_hoveredButton = nullptr;
     updateTooltip();
-    m_menu->popup(mapToGlobal(QPoint(width() - m_menu->sizeHint().width(), height() + menuDistance)));
+    const int right = m_language->geometry().right() + 1;
+    m_menu->popup(mapToGlobal(QPoint(right - m_menu->sizeHint().width(), height() + menuDistance)));
 }
 
 void ControlCapsuleView::updateVisibility()
@@ -306,10 +352,15 @@ void ControlCapsuleView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(m_opacity);
-    const QRectF row = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.18F), 0.8));
-    painter.setBrush(QColor(38, 41, 48, 224));
+    QRectF row = rect();
+    row.setLeft(row.right() - rowWidth(m_progressPresence));
+    m_glass.paintSurface(painter, row, row.height() / 2, *this);
+    painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.15F));
     painter.drawRoundedRect(row, row.height() / 2, row.height() / 2);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.18F), outlineWidth));
+    constexpr double inset = outlineWidth / 2;
+    painter.drawRoundedRect(row.adjusted(inset, inset, -inset, -inset), row.height() / 2, row.height() / 2);
 }
 
 } // namespace lucentra

@@ -15,6 +15,7 @@ namespace lucentra {
 
 class CapsuleButton;
 class CapsuleTooltip;
+class GlassBackdropView;
 class LocalizationManager;
 class NotificationCenter;
 class ProgressIndicator;
@@ -34,13 +35,14 @@ struct ControlCapsuleState
 
 /// The row of buttons in the pane's upper right corner. It can be seen while the pointer is over the pane or a pass
 /// runs, and for those who work without a pointer while one of its buttons has the focus: Tab and the arrows reach them
-/// all. While it can't be seen it takes no clicks. Main thread only.
+/// all. While it can't be seen it takes no clicks. It always has the size of its longest row, which lies at its right
+/// end, so that no button moves when the progress indicator comes or goes. Main thread only.
 class ControlCapsuleView : public QWidget
 {
 public:
-    /// The tooltips of the buttons appear beneath the capsule on the parent.
+    /// The capsule's ground is made of the glass. The tooltips of the buttons appear beneath the capsule on the parent.
     ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
-                       QWidget *parent);
+                       const GlassBackdropView &glass, QWidget *parent);
 
     // One call a tap. Those that aren't set are left out.
     std::function<void()> onTranslateTapped;
@@ -66,24 +68,30 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    CapsuleButton *addButton(std::function<void()> ControlCapsuleView::*callback);
+    CapsuleButton *addButton(std::function<void()> callback);
     void makeMenu();
     void showLanguageMenu();
     void render();
+    void renderAction();
+    void updateProgress();
+    void setProgressPresence(double presence);
     void updateVisibility();
     void updateTooltip();
     void setOpacity(double opacity);
     void findPointer();
 
     const LocalizationManager &m_localization;
+    const GlassBackdropView &m_glass;
     ControlCapsuleState m_state;
     bool m_reduceMotion = false;
     bool m_isComposited = true;
     double m_opacity = 0;
     QVariantAnimation m_fade;
     ProgressIndicator *m_progress;
-    CapsuleButton *m_copy;
-    CapsuleButton *m_translate;
+    double m_progressPresence = 0; ///< from 0, not there, to 1
+    QVariantAnimation m_progressFade;
+    CapsuleButton *m_action; ///< translates, or copies in input mode
+    bool m_offersCopy = false;
     CapsuleButton *m_triggerMode;
     CapsuleButton *m_keyboard;
     CapsuleButton *m_language;

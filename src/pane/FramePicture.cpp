@@ -62,7 +62,7 @@ FramePicture FramePicture::line(const NeonBorderStyle &style, double scale)
 
 FramePicture FramePicture::glow(const NeonBorderStyle &style, double scale)
 {
-    const double deviation = style.glowRadius / 2;
+    const double deviation = style.glowReach / 2; // e^-2 is about a seventh
     return make(style.color, scale, depth, [&](double inside) {
         const double fromLine = inside - lineInset - style.lineWidth / 2;
         const double edge = std::clamp((inside - lineInset) * scale + 0.5, 0.0, 1.0);

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -72,6 +73,16 @@ void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacit
     else
         painter.drawImage(rect, m_glass);
     painter.restore();
+}
+
+QBrush FrostedBackdrop::brush(const QRectF &rect) const
+{
+    if (m_glass.isNull())
+        return QColor::fromRgb(tint);
+    QBrush brush(m_glass);
+    brush.setTransform(QTransform::fromTranslate(rect.x(), rect.y())
+                           .scale(rect.width() / m_glass.width(), rect.height() / m_glass.height()));
+    return brush;
 }
 
 void FrostedBackdrop::paintCalm(QPainter &painter, const QRectF &rect, double opacity) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBrush>
 #include <QImage>
 #include <QRectF>
 
@@ -20,6 +21,8 @@ public:
 
     /// Draws the glass over `rect` (the content's place, in the painter's coordinates), at an opacity from 0 to 1.
     void paint(QPainter &painter, const QRectF &rect, double opacity) const;
+    /// Fills a part of `rect` with the glass, opaque.
+    QBrush brush(const QRectF &rect) const;
     /// Draws what glass of that opacity over the content looks like, without the content's sharp lines: opaque. Nothing
     /// where there is no content.
     void paintCalm(QPainter &painter, const QRectF &rect, double opacity) const;

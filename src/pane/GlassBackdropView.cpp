@@ -14,6 +14,9 @@ namespace lucentra {
 
 namespace {
 
+/// Of surfaces on the glass.
+const QColor surfaceGrey(66, 70, 79, 168);
+
 /// Cuts the rounded corners out of a picture; touches nothing but the four corners.
 void roundCorners(QPainter &painter, const QRectF &rect)
 {
@@ -82,6 +85,17 @@ void GlassBackdropView::setOpaque(bool opaque)
     makeStale();
 }
 
+void GlassBackdropView::paintSurface(QPainter &painter, const QRectF &surface, double radius, const QWidget &view) const
+{
+    const QRectF glass(view.mapFrom(parentWidget(), pos()), size());
+    painter.setPen(Qt::NoPen);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (const QBrush &brush : {(m_isOpaque ? FrostedBackdrop() : m_frosted).brush(glass), QBrush(surfaceGrey)}) {
+        painter.setBrush(brush);
+        painter.drawRoundedRect(surface, radius, radius);
+    }
+}
+
 void GlassBackdropView::setComposited(bool composited)
 {
     m_isComposited = composited;
@@ -121,8 +135,11 @@ void GlassBackdropView::renderGlass()
 
 void GlassBackdropView::calm(QPainter &painter)
 {
-    if (m_calmMask.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
-        m_calmMask = calmMask(size(), devicePixelRatioF(), m_calmAreas);
+    const bool joined = areCalmAreasSeen(m_opacity);
+    if (m_calmMask.size() != (QSizeF(size()) * devicePixelRatioF()).toSize() || m_isMaskJoined != joined) {
+        m_calmMask = calmMask(size(), devicePixelRatioF(), m_calmAreas, joined);
+        m_isMaskJoined = joined;
+    }
     paintCalmGlass(painter, m_frosted, rect(), m_calmMask, m_opacity);
 }
 

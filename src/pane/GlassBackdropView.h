@@ -23,6 +23,7 @@ public:
     /// its tint alone.
     void setContent(const QImage &content);
     bool hasContent() const { return !m_content.isNull(); }
+    const QImage &content() const { return m_content; }
 
     /// The glass's opacity, from 0 to 1, at once or in a short while.
     void setOpacity(double opacity, bool animated);
@@ -30,6 +31,10 @@ public:
     void setCalmAreas(const QList<CalmArea> &areas);
     /// An opaque surface without what lies beneath, instead of glass.
     void setOpaque(bool opaque);
+    /// Draws the opaque ground of what lies on the glass: a grey through which the content's colours are felt, and
+    /// nothing sharp. `surface` is a rounded rectangle in the points of `view`, a view on the same pane, and so is the
+    /// painter.
+    void paintSurface(QPainter &painter, const QRectF &surface, double radius, const QWidget &view) const;
     /// Where windows aren't blended, the content itself is drawn first, so that it looks the same.
     void setComposited(bool composited);
 
@@ -50,7 +55,8 @@ private:
     bool m_isComposited = true;
     QList<CalmArea> m_calmAreas;
     QImage m_calmMask; ///< how calm the glass is to be, in its alpha; null where it must be made anew
-    QPixmap m_glass;   ///< the glass as it is shown, with its rounded corners
+    bool m_isMaskJoined = false;
+    QPixmap m_glass; ///< the glass as it is shown, with its rounded corners
     bool m_isGlassStale = true;
 };
 

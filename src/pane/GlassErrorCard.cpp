@@ -1,5 +1,6 @@
 #include "GlassErrorCard.h"
 
+#include "GlassBackdropView.h"
 #include "SoftShadow.h"
 #include "Symbol.h"
 #include "Text.h"
@@ -20,27 +21,65 @@ namespace lucentra {
 
 namespace {
 
-constexpr int shadowRoom = 24;
+constexpr int shadowRoom = 36;
 constexpr double cornerRadius = 14;
 constexpr int titlePixels = 15;
 constexpr int messagePixels = 13;
 constexpr int symbolSide = 17;
 constexpr int symbolGap = 7;
 constexpr int buttonHeight = 26;
-constexpr int distanceFromTop = 28; ///< the window's buttons stand there
+constexpr int buttonPadding = 12;
+constexpr double buttonRadius = 6;
+constexpr int ringRoom = 3; ///< around the button, for the ring that shows that it has the focus
+constexpr double outlineWidth = 0.5;
+constexpr int distanceFromTop = 32; ///< beneath the window's buttons
 constexpr int distanceFromBottom = 4;
 
-const SoftShadow cardShadow{.color = QColor::fromRgbF(0, 0, 0, 0.22F), .radius = 14, .offset = {0, 6}};
-const QColor surfaceColor(44, 47, 54, 242);
+const SoftShadow cardShadow{.opacity = 0.22, .deviation = 14, .offset = {0, 6}};
 const QColor outlineColor = QColor::fromRgbF(1, 1, 1, 0.18F);
 
-constexpr auto buttonStyle = R"(
-    QPushButton { background: #2f6fe4; color: white; border: 1px solid rgba(255, 255, 255, 40); border-radius: 6px;
-                  padding: 0 12px; font-size: 13px; font-weight: 600; }
-    QPushButton:hover { background: #3d7cf0; }
-    QPushButton:pressed { background: #265fc9; }
-    QPushButton:focus { border: 2px solid rgba(255, 255, 255, 210); padding: 0 11px; }
-)";
+/// The card's one button, of the accent colour. Its ring of focus is drawn around it.
+class CardButton : public QPushButton
+{
+public:
+    CardButton(const QString &text, QWidget *parent)
+        : QPushButton(text, parent)
+    {
+        setAutoDefault(true); // Return presses it, as Space does
+        setAttribute(Qt::WA_Hover);
+        QFont bold = font();
+        bold.setPixelSize(messagePixels);
+        bold.setWeight(QFont::DemiBold);
+        setFont(bold);
+    }
+
+    QSize sizeHint() const override
+    {
+        return {QFontMetrics(font()).horizontalAdvance(text()) + 2 * (buttonPadding + ringRoom),
+                buttonHeight + 2 * ringRoom};
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF ground = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(isDown() ? 0x265fc9 : underMouse() ? 0x3d7cf0 : 0x2f6fe4));
+        painter.drawRoundedRect(ground, buttonRadius, buttonRadius);
+        painter.setPen(Qt::white);
+        painter.drawText(ground, Qt::AlignCenter, text());
+        if (!hasFocus())
+            return;
+        constexpr double ringWidth = 1.5;
+        constexpr double reach = ringRoom - ringWidth / 2;
+        painter.setPen(QPen(QColor(255, 255, 255, 210), ringWidth));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(ground.adjusted(-reach, -reach, reach, reach), buttonRadius + reach,
+                                buttonRadius + reach);
+    }
+};
 
 /// The text with places to break at within words that no line could hold, such as an address.
 QString breakable(const QString &text)
@@ -129,8 +168,9 @@ QLabel *addLabel(const QString &text, int pixels, QFont::Weight weight, double o
 } // namespace
 
 GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, const QString &actionTitle,
-                               std::function<void()> action, QWidget *parent)
+                               std::function<void()> action, const GlassBackdropView &glass, QWidget *parent)
     : QWidget(parent)
+    , m_glass(glass)
     , m_message(message)
     , m_titleLabel(addLabel(title, titlePixels, QFont::DemiBold, 0.95, this))
     , m_messageLabel(addLabel(message, messagePixels, QFont::Normal, 0.72, this))
@@ -141,9 +181,7 @@ GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, con
     setAccessibleDescription(message);
     if (actionTitle.isEmpty())
         return;
-    m_button = new QPushButton(actionTitle, this);
-    m_button->setStyleSheet(QString::fromLatin1(buttonStyle));
-    m_button->setAutoDefault(true); // Return presses it, as Space does
+    m_button = new CardButton(actionTitle, this);
     connect(m_button, &QPushButton::clicked, this, [action = std::move(action)] {
         const auto kept = action; // the card may go meanwhile, and this function with it
         if (kept)
@@ -172,7 +210,7 @@ QRect GlassErrorCard::cardRect() const
 
 int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
 {
-    const QSize button = m_button ? QSize(m_button->sizeHint().width(), buttonHeight) : QSize(0, 0);
+    const QSize button = m_button ? QSize(m_button->sizeHint().width() - 2 * ringRoom, buttonHeight) : QSize(0, 0);
     const bool isBeside = m_button && form.hasButtonBeside;
     const bool isBeneath = m_button && !form.hasButtonBeside;
     const int inner = width - 2 * form.padding;
@@ -197,33 +235,35 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
     m_messageLabel->setGeometry({corner + QPoint(0, titleHeight + form.gap), QSize(textWidth, messageHeight)});
 
     const int height = around + messageHeight;
-    if (isBeneath)
-        m_button->setGeometry({QPoint(corner.x(), shadowRoom + height - form.padding - buttonHeight), button});
-    else if (isBeside)
-        m_button->setGeometry(
-            {QPoint(corner.x() + inner - button.width(), shadowRoom + (height - buttonHeight) / 2), button});
+    if (m_button) {
+        const QPoint place = isBeside
+                                 ? QPoint(corner.x() + inner - button.width(), shadowRoom + (height - buttonHeight) / 2)
+                                 : QPoint(corner.x(), shadowRoom + height - form.padding - buttonHeight);
+        m_button->setGeometry(QRect(place, button).adjusted(-ringRoom, -ringRoom, ringRoom, ringRoom));
+    }
     return height;
 }
 
 void GlassErrorCard::paintEvent(QPaintEvent *)
 {
-    if (m_surface.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
-        renderSurface();
+    const QRectF card = rect().adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+    if (m_shadow.size() != (QSizeF(size()) * devicePixelRatioF()).toSize()) {
+        m_shadow = cardShadow.under(size(), devicePixelRatioF(), [&](QPainter &painter) {
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(Qt::black);
+            painter.drawRoundedRect(card.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+        });
+    }
     QPainter painter(this);
-    painter.drawImage(0, 0, m_surface);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.drawImage(0, 0, m_shadow);
+    m_glass.paintSurface(painter, card, cornerRadius, *this);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(outlineColor, outlineWidth));
+    constexpr double inset = outlineWidth / 2;
+    painter.drawRoundedRect(card.adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
     paintSymbol(painter, u"exclamationmark.triangle.fill"_s, QRectF(m_symbolCorner, QSizeF(symbolSide, symbolSide)));
-}
-
-void GlassErrorCard::renderSurface()
-{
-    m_surface = cardShadow.under(size(), devicePixelRatioF(), [this](QPainter &painter) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(outlineColor, 1));
-        painter.setBrush(surfaceColor);
-        painter.drawRoundedRect(
-            QRectF(rect()).adjusted(shadowRoom + 0.5, shadowRoom + 0.5, -shadowRoom - 0.5, -shadowRoom - 0.5),
-            cornerRadius, cornerRadius);
-    });
 }
 
 } // namespace lucentra

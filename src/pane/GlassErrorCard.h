@@ -11,6 +11,8 @@ class QPushButton;
 
 namespace lucentra {
 
+class GlassBackdropView;
+
 /// A card on the pane that says what went wrong, with or without a button. Its place on the pane is its own business;
 /// a message that has no room is cut off with an ellipsis. To assistive programs it is an alert.
 class GlassErrorCard : public QWidget
@@ -23,9 +25,9 @@ public:
     /// How far the card's centre lies below the pane's.
     static constexpr int belowCenter = 8;
 
-    /// Without `actionTitle` there is no button. `action` may end the card.
+    /// Without `actionTitle` there is no button. `action` may end the card. The card's ground is made of the glass.
     GlassErrorCard(const QString &title, const QString &message, const QString &actionTitle,
-                   std::function<void()> action, QWidget *parent);
+                   std::function<void()> action, const GlassBackdropView &glass, QWidget *parent);
 
     /// Lays the card out for a pane of a size; its own widget is larger by the room for its shadow.
     void placeOn(QSize pane);
@@ -45,14 +47,14 @@ private:
     };
 
     int layOut(int width, int greatestHeight, Form form);
-    void renderSurface();
 
+    const GlassBackdropView &m_glass;
     const QString m_message;
     QLabel *m_titleLabel;
     QLabel *m_messageLabel;
     QPushButton *m_button = nullptr;
     QPoint m_symbolCorner;
-    QImage m_surface; ///< the card's ground with its shadow
+    QImage m_shadow;
 };
 
 } // namespace lucentra

@@ -33,11 +33,8 @@ constexpr qint64 manualTrigger = 1;
 constexpr int capsuleTop = 5;
 constexpr int capsuleRight = 16;
 constexpr int leastCapsuleRight = 6;
-constexpr int leftOfCapsule = 70; ///< where the window's buttons end
+constexpr int leftOfCapsule = 68; ///< where the window's buttons end
 constexpr int inputPanelTop = 40;
-constexpr double calmAroundHint = 24;
-constexpr double calmStep = 4;
-constexpr double calmStepStrength = 0.4;
 constexpr auto inputPanelAppears = 250ms;
 constexpr auto inputPanelGoes = 200ms;
 
@@ -56,7 +53,7 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_visualEffect(new GlassBackdropView(this))
     , m_neonBorderView(new NeonBorderView(services.settings, services.notificationCenter, this))
     , m_grip(new GripView(this))
-    , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, this))
+    , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, *m_visualEffect, this))
     , m_hints(
           *this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); }, [this] { updateCalmAreas(); })
     , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
@@ -127,10 +124,10 @@ void GlassView::updateCapsuleState()
 
 void GlassView::placeCapsule()
 {
-    const QSize capsule = m_capsule->sizeHint();
+    const QSize capsule = m_capsule->size();
     // A narrow pane gives its margin up before the capsule covers the window's buttons.
     const int right = std::clamp(width() - capsule.width() - leftOfCapsule, leastCapsuleRight, capsuleRight);
-    m_capsule->setGeometry({QPoint(width() - right - capsule.width(), capsuleTop), capsule});
+    m_capsule->move(width() - right - capsule.width(), capsuleTop);
 }
 
 void GlassView::addBelowCapsule(QWidget *view)
@@ -145,16 +142,15 @@ void GlassView::updateCalmAreas()
     for (const QRectF &frame : std::as_const(m_overlayFrames))
         areas.append({.rect = frame});
     if (m_hints.opacity() > 0) {
-        // Over lines of text that nobody has cut to its size, it ends in a long slope.
-        for (int step = 0; step * calmStep <= calmAroundHint; ++step) {
-            const double reach = calmAroundHint - step * calmStep;
-            areas.append({.rect = QRectF(m_hints.textRect()).adjusted(-reach, -reach, reach, reach),
-                          .strength = calmStepStrength * m_hints.opacity()});
-        }
+        CalmArea band = calmBand(m_hints.textRect(), m_visualEffect->content(), size());
+        band.strength = m_hints.opacity();
+        areas.append(band);
     }
     if (m_inputPanel)
         areas.append({.rect = m_inputPanel->geometry()});
     m_visualEffect->setCalmAreas(areas);
+    // What lies over a part of the grip would leave a fragment of it.
+    m_grip->setVisible(!m_inputPanel && !(m_errorCard && m_errorCard->cardRect().intersects(m_grip->geometry())));
 }
 
 void GlassView::showPristineHint()
@@ -245,6 +241,8 @@ void GlassView::hideManualInput()
 void GlassView::setBackdropContent(const QImage &content)
 {
     m_visualEffect->setContent(content);
+    if (m_hints.opacity() > 0)
+        updateCalmAreas();
     updateCorners();
 }
 

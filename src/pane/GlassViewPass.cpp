@@ -106,8 +106,8 @@ void GlassView::clearOverlays()
     }
     m_overlayViews.clear();
     m_overlayFrames.clear();
-    updateCalmAreas();
     m_errorCard.clear();
+    updateCalmAreas();
 }
 
 void GlassView::setProcessing(bool processing)
@@ -162,10 +162,11 @@ void GlassView::showErrorCard(const QString &title, const QString &message, cons
 {
     setTranslationActionState(TranslationActionState::retry);
     clearOverlays();
-    m_errorCard = new GlassErrorCard(title, message, actionTitle, std::move(action), this);
+    m_errorCard = new GlassErrorCard(title, message, actionTitle, std::move(action), *m_visualEffect, this);
     m_errorCard->placeOn(size());
     addBelowCapsule(m_errorCard);
     m_overlayViews.append(m_errorCard.data());
+    updateCalmAreas();
     if (QPushButton *button = m_errorCard->actionButton(); button && isActiveWindow())
         button->setFocus();
     QAccessibleEvent alert(m_errorCard, QAccessible::Alert);

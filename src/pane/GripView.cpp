@@ -4,6 +4,12 @@
 
 namespace lucentra {
 
+namespace {
+
+constexpr double distance = 6; ///< of the strokes' ends from the pane's edges, points
+
+} // namespace
+
 GripView::GripView(QWidget *parent)
     : PassThroughContainerView(parent)
 {
@@ -15,10 +21,9 @@ void GripView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor::fromRgbF(0.5F, 0.5F, 0.5F, 0.4F), 1.5, Qt::SolidLine, Qt::RoundCap));
-    const QPointF corner(width() - 6, height() - 20);
-    painter.drawLine(corner + QPointF(0, 14), corner + QPointF(-14, 0));
-    painter.drawLine(corner + QPointF(-4.5, 9.5), corner + QPointF(-9.5, 4.5));
-    painter.drawLine(corner + QPointF(-9, 5), corner + QPointF(-5, 9));
+    const QPointF corner(width() - distance, height() - distance);
+    for (const double length : {14.0, 9.0, 4.0})
+        painter.drawLine(corner - QPointF(0, length), corner - QPointF(length, 0));
 }
 
 } // namespace lucentra

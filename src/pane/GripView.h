@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// The three strokes in the pane's lower right corner by which it can be resized. Takes no clicks.
+/// Three strokes across the pane's lower right corner: it can be resized there. Takes no clicks.
 class GripView : public PassThroughContainerView
 {
 public:

@@ -1,5 +1,6 @@
 #include "HintLabel.h"
 
+#include "BalancedLines.h"
 #include "SoftShadow.h"
 
 #include <QFont>
@@ -17,14 +18,14 @@ namespace {
 constexpr int fontPixels = 18;
 constexpr int sidePadding = 24;
 constexpr int verticalPadding = 12;
-constexpr int shadowRoom = 6;
+constexpr int shadowRoom = 10;
 constexpr int leastFontPixels = 12;
 /// At the pane's upper edge, and as much at the lower one.
 constexpr int roomForButtons = 28;
 constexpr int capsuleBottom = 38;
 constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 
-const SoftShadow textShadow{.color = QColor::fromRgbF(0, 0, 0, 0.65F), .radius = 3, .offset = {0, 1}};
+const SoftShadow textShadow{.opacity = 0.65, .deviation = 3, .offset = {0, 1}};
 
 /// Two lines instead of the last middle dot.
 QString onTwoLines(const QString &text)
@@ -98,17 +99,7 @@ HintLabel::Setting HintLabel::settingIn(const QFont &font) const
     const QRect room = rect().adjusted(sidePadding, verticalPadding, -sidePadding, -verticalPadding);
     const bool fitsOneLine = metrics.horizontalAdvance(text()) <= room.width();
     const QString shown = fitsOneLine ? text() : onTwoLines(text());
-    // As narrow as the lines' number allows: lines of about the same length, and no lonely last word.
-    const auto heightAt = [&](int width) {
-        return metrics.boundingRect(0, 0, width, room.height(), textFlags, shown).height();
-    };
-    const int height = heightAt(room.width());
-    int tooNarrow = 0;
-    int width = room.width();
-    while (width - tooNarrow > 1) {
-        const int middle = (tooNarrow + width) / 2;
-        (heightAt(middle) > height ? tooNarrow : width) = middle;
-    }
+    const int width = balancedSize(metrics, room.size(), textFlags, shown).width(); // no lonely last word
     const QRect narrow(room.x() + (room.width() - width) / 2, room.y(), width, room.height());
     const QRect centred = metrics.boundingRect(narrow, textFlags, shown);
     // A low pane has no middle clear of the capsule.

@@ -10,7 +10,7 @@ struct NeonBorderStyle
 {
     QColor color; ///< of line and glow, with its opacity
     double lineWidth = 0;
-    double glowRadius = 0;
+    double glowReach = 0;   ///< from the line inwards, where a seventh of its light is left
     double glowOpacity = 0; ///< while nothing is going on
 
     bool isVisible() const { return lineWidth > 0; }

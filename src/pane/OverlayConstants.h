@@ -35,9 +35,9 @@ inline constexpr double sizeStep = 0.5;
 /// More lines would hide what lies around the source.
 inline constexpr int maximumLines = 4;
 
-/// The text's grey level (white is 1), and its opaque black shadow: offset downwards, and how far it spreads.
+/// The text's grey level (white is 1), and its opaque black shadow: offset downwards, and the deviation of its blur.
 inline constexpr double textWhite = 0.96;
 inline constexpr double shadowOffset = 1.0;
-inline constexpr double shadowRadius = 2.0;
+inline constexpr double shadowDeviation = 2.0;
 
 } // namespace lucentra::overlay

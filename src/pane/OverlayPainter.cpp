@@ -1,7 +1,7 @@
 #include "OverlayPainter.h"
 
 #include "OverlayConstants.h"
-#include "SoftBlur.h"
+#include "SoftShadow.h"
 
 #include <QPainter>
 
@@ -15,33 +15,11 @@ using namespace overlay;
 
 namespace {
 
-/// The shadow's radius is the standard deviation of its blur; after three of them nothing is left of it.
-constexpr double shadowReach = 3 * shadowRadius + shadowOffset;
+constexpr double shadowReach = 3 * shadowDeviation + shadowOffset;
 
 /// Pixels per point beyond which the picture is only enlarged: no screen has more, and a printer's picture would not
 /// fit into memory.
 constexpr double maximumScale = 8;
-
-QImage emptyPicture(const QSizeF &pixels)
-{
-    QImage image(int(std::ceil(pixels.width())), int(std::ceil(pixels.height())), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    return image;
-}
-
-/// Draws a blurred black copy of the text.
-void drawShadow(QPainter &painter, const QImage &text, double scale)
-{
-    // So soft a picture needs no more than one pixel a point.
-    const int reduction = std::max(1, int(scale));
-    QImage shadow = text.convertToFormat(QImage::Format_Alpha8);
-    if (reduction > 1)
-        shadow = shadow.scaled(shadow.size() / reduction, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                     .convertToFormat(QImage::Format_Alpha8);
-    softBlur(shadow, shadowRadius * scale / reduction);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRectF(QPointF(0, shadowOffset * scale), QSizeF(text.size())), shadow);
-}
 
 } // namespace
 
@@ -61,21 +39,15 @@ QRectF OverlayPainter::paintedArea() const
 OverlayPainter::Picture OverlayPainter::render(double scale, QPointF remainder) const
 {
     const QRectF area = paintedArea();
-    QImage text = emptyPicture(area.size() * scale + QSizeF(1, 1));
-    QPainter textPainter(&text);
-    textPainter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-    textPainter.setPen(QColor::fromRgbF(textWhite, textWhite, textWhite));
-    textPainter.translate(remainder);
-    textPainter.scale(scale, scale);
-    const QPointF corner = m_layout.frame.topLeft() - area.topLeft() + QPointF(sidePadding, verticalPadding);
-    m_text->draw(textPainter, corner, m_layout.frame.width() - 2 * sidePadding, m_layout.fontSize, m_layout.lines);
-    textPainter.end();
-
-    QImage image = emptyPicture(text.size());
-    QPainter painter(&image);
-    drawShadow(painter, text, scale);
-    painter.drawImage(0, 0, text);
-    painter.end();
+    const QSize pixels(int(std::ceil(area.width() * scale + 1)), int(std::ceil(area.height() * scale + 1)));
+    const SoftShadow shadow{.deviation = shadowDeviation, .offset = {0, shadowOffset}};
+    const QImage image = shadow.under(QSizeF(pixels) / scale, scale, [&](QPainter &painter) {
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+        painter.setPen(QColor::fromRgbF(textWhite, textWhite, textWhite));
+        painter.translate(remainder / scale);
+        const QPointF corner = m_layout.frame.topLeft() - area.topLeft() + QPointF(sidePadding, verticalPadding);
+        m_text->draw(painter, corner, m_layout.frame.width() - 2 * sidePadding, m_layout.fontSize, m_layout.lines);
+    });
     return {image, scale, remainder};
 }
 

@@ -14,6 +14,7 @@ constexpr int spokes = 10;
 constexpr int turnMilliseconds = 1000;
 constexpr double innerRadius = 3.6;
 constexpr double outerRadius = 7;
+constexpr double smallestScale = 0.85;
 
 } // namespace
 
@@ -40,6 +41,12 @@ void ProgressIndicator::setOpacity(double opacity)
     update();
 }
 
+void ProgressIndicator::setPresence(double presence)
+{
+    m_presence = presence;
+    update();
+}
+
 void ProgressIndicator::setTurning(bool turning)
 {
     if (!turning)
@@ -53,10 +60,12 @@ void ProgressIndicator::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(QRectF(rect()).center());
+    const double scale = smallestScale + (1 - smallestScale) * m_presence;
+    painter.scale(scale, scale);
     painter.setPen(QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap));
     for (int spoke = 0; spoke < spokes; ++spoke) {
         const int age = (m_step - spoke + spokes) % spokes;
-        painter.setOpacity(m_opacity * (0.95 - 0.75 * age / (spokes - 1)));
+        painter.setOpacity(m_opacity * m_presence * (0.95 - 0.75 * age / (spokes - 1)));
         painter.save();
         painter.rotate(360.0 * spoke / spokes);
         painter.drawLine(QPointF(0, -innerRadius), QPointF(0, -outerRadius));

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace lucentra {
 
 QImage SoftShadow::under(const QSizeF &size, double scale, const std::function<void(QPainter &)> &draw) const
@@ -18,24 +20,24 @@ QImage SoftShadow::under(const QSizeF &size, double scale, const std::function<v
         QPainter painter(&shape);
         draw(painter);
     }
-    QImage spread = shape.convertToFormat(QImage::Format_Alpha8); // one channel, a quarter of the work
-    spread.setDevicePixelRatio(scale);
-    softBlur(spread, radius / 2 * scale); // a spread of twice the deviation is all that is seen of a Gaussian
+    // One channel is enough, and so soft a picture needs no more than one pixel per point.
+    const int reduction = std::max(1, int(scale));
+    QImage shadow = shape.convertToFormat(QImage::Format_Alpha8);
+    if (reduction > 1)
+        shadow = shadow.scaled(pixels / reduction, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                     .convertToFormat(QImage::Format_Alpha8);
+    softBlur(shadow, deviation * scale / reduction);
+
     QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(scale);
-    picture.fill(color);
-    {
-        QPainter painter(&picture);
-        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        painter.drawImage(0, 0, spread);
-    }
-    QImage shifted(pixels, QImage::Format_ARGB32_Premultiplied);
-    shifted.setDevicePixelRatio(scale);
-    shifted.fill(Qt::transparent);
-    QPainter painter(&shifted);
-    painter.drawImage(offset, picture);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setOpacity(opacity);
+    painter.drawImage(QRectF(offset, QSizeF(pixels) / scale), shadow, shadow.rect());
+    painter.setOpacity(1);
     painter.drawImage(0, 0, shape);
-    return shifted;
+    return picture;
 }
 
 } // namespace lucentra

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QColor>
 #include <QImage>
+#include <QPointF>
 #include <QSizeF>
 
 #include <functional>
@@ -10,12 +10,14 @@ class QPainter;
 
 namespace lucentra {
 
-/// A shape's soft shadow.
+/// The soft black shadow of a shape.
 struct SoftShadow
 {
-    QColor color;
-    double radius = 0; ///< how far it spreads, points
-    QPointF offset;    ///< points
+    double opacity = 1;
+    /// Standard deviation of the Gaussian that blurs the shape, in points. Shadows fade to nothing within three of
+    /// them.
+    double deviation = 0;
+    QPointF offset; ///< points
 
     /// A picture of `size` points at `scale` pixels per point that holds the shadow and above it the shape, which
     /// `draw` paints in points.

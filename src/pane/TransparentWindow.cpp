@@ -25,8 +25,9 @@ namespace lucentra {
 
 namespace {
 
-/// Of the three buttons' squares: the first one's corner, and from one to the next. Points.
-constexpr QPoint firstButton{9, 7};
+/// Of the three buttons' squares: the first one's corner, and from one to the next. Points. They share their centre
+/// line with the capsule.
+constexpr QPoint firstButton{10, 12};
 constexpr int buttonStep = 20;
 
 QRect centredOnMainScreen(QSize size)

@@ -39,7 +39,7 @@ void WindowButton::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPointF center = QRectF(rect()).center();
-    painter.setPen(QPen(QColor(0, 0, 0, 70), 1));
+    painter.setPen(QPen(QColor(0, 0, 0, 90), 1));
     painter.setBrush(circleColor(m_kind, underMouse(), isDown()));
     painter.drawEllipse(center, circleRadius, circleRadius);
     if (hasFocus()) {

@@ -1,3 +1,4 @@
+#include "CalmGlass.h"
 #include "FrostedBackdrop.h"
 #include "SoftBlur.h"
 
@@ -68,6 +69,8 @@ private Q_SLOTS:
     void linesOfTextMelt();
     void colourShinesThrough();
     void withoutContentThereIsATint();
+    void aBandEndsBetweenLines();
+    void joinedLinesHaveNoSteps();
 };
 
 void GlassTest::blurHasTheWantedDeviation_data()
@@ -171,6 +174,30 @@ void GlassTest::withoutContentThereIsATint()
     painter.end();
     QVERIFY(contrastToText(image.pixel(50, 50)) >= 7.0);
     QCOMPARE(image.pixel(150, 50), qRgb(255, 255, 255));
+}
+
+void GlassTest::aBandEndsBetweenLines()
+{
+    for (const int scale : {1, 2}) {
+        const QImage content = page().scaled(QSize(200, 120) * scale);
+        const CalmArea band = calmBand(QRectF(60, 44, 80, 10), content, QSizeF(200, 120));
+        QCOMPARE(band.rect.left(), 0.0);
+        QCOMPARE(band.rect.width(), 200.0);
+        // The line from 40 to 51 is covered; the one above ends at 33, and the one below begins at 58.
+        QVERIFY(band.rect.top() <= 40 && band.rect.top() - band.slopeAbove >= 32);
+        QVERIFY(band.rect.bottom() >= 51 && band.rect.bottom() + band.slopeBelow <= 60);
+    }
+}
+
+void GlassTest::joinedLinesHaveNoSteps()
+{
+    const QList<CalmArea> lines{{.rect = {20, 50, 60, 16}}, {.rect = {22, 24, 140, 16}}, {.rect = {120, 90, 60, 16}}};
+    const auto calmness = [&](bool joined, int x, int y) {
+        return qAlpha(calmMask(QSizeF(200, 120), 1, lines, joined).pixel(x, y));
+    };
+    QVERIFY(calmness(false, 150, 60) < 20);
+    QVERIFY(calmness(true, 150, 60) > 240); // beside the short line, beneath the long one
+    QVERIFY(calmness(true, 60, 98) < 20);   // what starts elsewhere is apart
 }
 
 QTEST_GUILESS_MAIN(GlassTest)

@@ -206,9 +206,9 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         const auto &buttons = pane.window.standardButtons();
-        QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>{QRectF(2, 0, 72, 32)});
+        QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>{QRectF(3, 5, 72, 32)});
         buttons[0]->hide();
-        QCOMPARE(pane.view->windowControlExclusionRects(0), QList<QRectF>{QRectF(29, 7, 38, 18)});
+        QCOMPARE(pane.view->windowControlExclusionRects(0), QList<QRectF>{QRectF(30, 12, 38, 18)});
         buttons[1]->hide();
         buttons[2]->hide();
         QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>());

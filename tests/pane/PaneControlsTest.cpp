@@ -35,7 +35,9 @@ private Q_SLOTS:
         pane.view->setHovering(true);
         QCOMPARE(capsule->opacity(), 1.0);
         pane.window.resize(TransparentWindow::smallestSize);
+        const QPoint resting = buttonNamed(pane.view, u"設定"_s)->mapTo(pane.view, QPoint());
         pane.view->setProcessing(true);
+        QCOMPARE(buttonNamed(pane.view, u"設定"_s)->mapTo(pane.view, QPoint()), resting);
         QVERIFY(capsule->geometry().left() > pane.window.standardButtons().last()->geometry().right());
     }
 

@@ -2,6 +2,7 @@
 
 #include "CapsuleTooltip.h"
 #include "ControlCapsuleView.h"
+#include "GlassErrorCard.h"
 #include "HintLabel.h"
 #include "PaneFixture.h"
 
@@ -25,7 +26,7 @@ void layOver(PaneFixture &pane, const QColor &paper, const QColor &ink)
     QImage page(pane.view->size(), QImage::Format_RGB32);
     page.fill(paper);
     QPainter painter(&page);
-    for (int y = 60; y < 240; y += 30) {
+    for (int y = 0; y < 240; y += 30) {
         for (int x = 40; x < 440; x += 11)
             painter.fillRect(x, y + 4, 6, 16, ink);
     }
@@ -89,6 +90,23 @@ private Q_SLOTS:
         QCOMPARE(spread(behind), clear);
     }
 
+    void nothingSharpShowsThroughCapsuleAndCard()
+    {
+        PaneFixture pane;
+        pane.settings.write(settings::glassOpacity, 0.1);
+        pane.notificationCenter.post(notifications::updateGlassOpacity);
+        layOver(pane, Qt::white, Qt::black);
+        pane.view->setHovering(true);
+        pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});
+        const QRect capsule = only<ControlCapsuleView>(pane.view)->geometry();
+        const QRect card = only<GlassErrorCard>(pane.view)->cardRect();
+        // Where neither symbols nor words are.
+        for (const QRect &area : {capsule.adjusted(50, 2, -20, -25), card.adjusted(card.width() / 2, 4, -10, -4)}) {
+            const auto [least, greatest] = greys(pane.picture(), area);
+            QVERIFY2(greatest - least < 12 && greatest < 80, qPrintable(u"%1 to %2"_s.arg(least).arg(greatest)));
+        }
+    }
+
     void aHintFitsThePane_data()
     {
         QTest::addColumn<QSize>("pane");
@@ -128,7 +146,7 @@ private Q_SLOTS:
         pane.view->setProcessing(false);
         const auto *tooltip = only<CapsuleTooltip>(pane.view);
         QVERIFY(tooltip && !tooltip->text().isEmpty());
-        QCOMPARE(tooltip->geometry().right() - capsule->geometry().right(), 4); // its shadow
+        QCOMPARE(tooltip->geometry().right() - capsule->geometry().right(), 8); // its shadow
     }
 };
 
