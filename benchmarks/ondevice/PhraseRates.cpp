@@ -37,7 +37,7 @@ QStringList linesOf(const QString &path)
 
 void printRates(const PhraseFile &file, const QStringList &texts, bool withMisses)
 {
-    for (const MemoryLanguage &language : memoryLanguages) {
+    for (const Language &language : memoryLanguages) {
         const auto lookup = PhraseLookup::between(file, {u"en"_s, language.code});
         if (!lookup)
             continue;

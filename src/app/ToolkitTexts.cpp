@@ -1,5 +1,7 @@
 #include "ToolkitTexts.h"
 
+#include "Language.h"
+
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -8,20 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
-
-namespace {
-
-/// The toolkit names Chinese by its countries.
-QString toolkitCode(const QString &languageCode)
-{
-    if (languageCode == "zh-Hant"_L1)
-        return u"zh_TW"_s;
-    if (languageCode == "zh-Hans"_L1)
-        return u"zh_CN"_s;
-    return languageCode;
-}
-
-} // namespace
 
 ToolkitTexts::ToolkitTexts() = default;
 
@@ -32,8 +20,9 @@ void ToolkitTexts::use(const QString &languageCode)
     QLocale::setDefault(QLocale(languageCode));
     m_table.reset();
     auto table = std::make_unique<QTranslator>();
-    if (languageCode == "en"_L1 ||
-        !table->load(u"qtbase_"_s + toolkitCode(languageCode), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    const Language *const language = targetLanguage(languageCode);
+    if (!language || languageCode == "en"_L1 ||
+        !table->load(u"qtbase_"_s + QString(language->locale), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         return;
     m_table = std::move(table);
     QCoreApplication::installTranslator(m_table.get());

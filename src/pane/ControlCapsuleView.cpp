@@ -165,8 +165,8 @@ void ControlCapsuleView::render()
     m_keyboard->describe(keyboard, keyboard);
 
     const TargetLanguageOption &language = targetLanguageOption(m_state.targetLanguageCode);
-    const QString languageLabel = m_localization.formatted(u"目標語言：%@"_s, text(language.name));
-    m_language->setText(language.shortLabel);
+    const QString languageLabel = m_localization.formatted(u"目標語言：%@"_s, text(language.name.toString()));
+    m_language->setText(language.shortLabel.toString());
     m_language->describe(languageLabel, languageLabel);
     m_language->setAccessibleDescription(text(u"切換目標語言"_s));
     m_history->describe(text(u"翻譯歷史紀錄"_s), text(u"翻譯歷史紀錄"_s));
@@ -232,11 +232,11 @@ void ControlCapsuleView::makeMenu()
 void ControlCapsuleView::showLanguageMenu()
 {
     m_menu->clear();
-    for (const TargetLanguageOption &option : targetLanguageOptions()) {
-        QAction *entry = m_menu->addAction(m_localization.localized(option.name));
+    for (const TargetLanguageOption &option : targetLanguages) {
+        QAction *entry = m_menu->addAction(m_localization.localized(option.name.toString()));
         entry->setCheckable(true);
         entry->setChecked(option.code == m_state.targetLanguageCode);
-        connect(entry, &QAction::triggered, this, [this, code = option.code] {
+        connect(entry, &QAction::triggered, this, [this, code = QString(option.code)] {
             if (onTargetLanguageSelected)
                 onTargetLanguageSelected(code);
         });

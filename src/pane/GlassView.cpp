@@ -190,7 +190,7 @@ void GlassView::selectTargetLanguage(const QString &code)
     m_services.settings.write(settings::targetLanguageCode, code);
     m_services.notificationCenter.post(notifications::targetLanguageChanged, code);
     const LocalizationManager &texts = m_services.texts;
-    showHint(texts.formatted(u"目標語言：%@"_s, texts.localized(targetLanguageOption(code).name)), true);
+    showHint(texts.formatted(u"目標語言：%@"_s, texts.localized(targetLanguageOption(code).name.toString())), true);
 }
 
 void GlassView::toggleInputMode()

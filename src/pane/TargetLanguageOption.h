@@ -1,23 +1,17 @@
 #pragma once
 
-#include <QString>
-
-#include <array>
+#include "Language.h"
 
 namespace lucentra {
 
-/// A target language that the pane offers.
-struct TargetLanguageOption
+/// A target language that the pane offers: one of `targetLanguages`.
+using TargetLanguageOption = Language;
+
+/// The option of a code, or the first one if no option has the code.
+inline const TargetLanguageOption &targetLanguageOption(QStringView code)
 {
-    QString code;
-    QString name;       ///< key of its name in the interface language
-    QString shortLabel; ///< as it stands on a button, the same in all languages
-};
-
-/// The languages in the order of the menu.
-const std::array<TargetLanguageOption, 5> &targetLanguageOptions();
-
-/// The option for a code; the first one where there is none.
-const TargetLanguageOption &targetLanguageOption(const QString &code);
+    const Language *const language = targetLanguage(code);
+    return language ? *language : targetLanguages.front();
+}
 
 } // namespace lucentra

@@ -1,51 +1,40 @@
 #include "AppLanguage.h"
 
+#include "Language.h"
+
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
 namespace {
 
-struct AppLanguageRow
+/// The target language that is the same as a concrete interface language.
+const Language &languageOf(AppLanguage language)
 {
-    AppLanguage language;
-    QStringView rawValue;
-    QStringView pickerLabel;
-};
-
-constexpr std::array appLanguageRows{
-    AppLanguageRow{AppLanguage::System, u"system", u"跟隨系統"},
-    AppLanguageRow{AppLanguage::TraditionalChinese, u"zh-Hant", u"繁體中文"},
-    AppLanguageRow{AppLanguage::SimplifiedChinese, u"zh-Hans", u"簡體中文"},
-    AppLanguageRow{AppLanguage::English, u"en", u"English"},
-    AppLanguageRow{AppLanguage::Japanese, u"ja", u"日文"},
-    AppLanguageRow{AppLanguage::Korean, u"ko", u"韓文"},
-};
-
-const AppLanguageRow &rowOf(AppLanguage language)
-{
-    return appLanguageRows[size_t(language)];
+    return targetLanguages[size_t(language) - 1];
 }
 
 } // namespace
 
 QString rawValue(AppLanguage language)
 {
-    return rowOf(language).rawValue.toString();
+    return language == AppLanguage::System ? u"system"_s : QString(languageOf(language).code);
 }
 
-AppLanguage appLanguageFromRawValue(const QString &rawValue)
+AppLanguage appLanguageFromRawValue(const QString &value)
 {
-    for (const AppLanguageRow &row : appLanguageRows) {
-        if (row.rawValue == rawValue)
-            return row.language;
-    }
-    return AppLanguage::System;
+    const auto found = std::find_if(allAppLanguages.begin(), allAppLanguages.end(),
+                                    [&](AppLanguage language) { return rawValue(language) == value; });
+    return found == allAppLanguages.end() ? AppLanguage::System : *found;
 }
 
 QString pickerLabelKey(AppLanguage language)
 {
-    return rowOf(language).pickerLabel.toString();
+    if (language == AppLanguage::System)
+        return u"跟隨系統"_s;
+    return (language == AppLanguage::English ? languageOf(language).englishName : languageOf(language).name).toString();
 }
 
 QString supportedLanguageCode(const QString &tag)

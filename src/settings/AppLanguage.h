@@ -7,7 +7,8 @@
 
 namespace lucentra {
 
-/// The languages that the interface can be shown in, in the order of the language picker.
+/// The languages that the interface can be shown in, in the order of the language picker: the system's, then
+/// `targetLanguages`.
 enum class AppLanguage { System, TraditionalChinese, SimplifiedChinese, English, Japanese, Korean };
 
 inline constexpr std::array allAppLanguages{
@@ -18,7 +19,7 @@ inline constexpr std::array allAppLanguages{
 QString rawValue(AppLanguage language);
 
 /// Exact matches only; everything else is `System`.
-AppLanguage appLanguageFromRawValue(const QString &rawValue);
+AppLanguage appLanguageFromRawValue(const QString &value);
 
 /// Key of the language's name in the language picker.
 QString pickerLabelKey(AppLanguage language);

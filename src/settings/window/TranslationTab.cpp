@@ -4,6 +4,7 @@
 #include "ConnectionSection.h"
 #include "ConsentSection.h"
 #include "EngineSection.h"
+#include "Language.h"
 #include "NotificationCenter.h"
 #include "OnDeviceSection.h"
 #include "Settings.h"
@@ -28,13 +29,11 @@ const QList<PickerOption> &engineOptions()
     return options;
 }
 
-const QList<PickerOption> &targetOptions()
+QList<PickerOption> targetOptions()
 {
-    static const QList<PickerOption> options{{u"繁體中文"_s, u"zh-Hant"_s},
-                                             {u"簡體中文"_s, u"zh-Hans"_s},
-                                             {u"英文"_s, u"en"_s},
-                                             {u"日文"_s, u"ja"_s},
-                                             {u"韓文"_s, u"ko"_s}};
+    QList<PickerOption> options;
+    for (const Language &language : targetLanguages)
+        options.append({language.name.toString(), QString(language.code)});
     return options;
 }
 

@@ -37,16 +37,16 @@ QStringView usualLocale(QStringView locale)
 
 std::optional<int> memoryLanguage(QStringView code)
 {
-    const auto exact = find([&](const MemoryLanguage &language) { return code == language.code; });
+    const auto exact = find([&](const Language &language) { return code == language.code; });
     const qsizetype dash = code.indexOf(u'-');
     if (exact || dash < 0 || code.startsWith(u"zh"))
         return exact;
-    return find([&](const MemoryLanguage &language) { return code.first(dash) == language.code; });
+    return find([&](const Language &language) { return code.first(dash) == language.code; });
 }
 
 std::optional<int> memoryLanguageOfLocale(QStringView locale)
 {
-    return find([usual = usualLocale(locale)](const MemoryLanguage &language) { return usual == language.locale; });
+    return find([usual = usualLocale(locale)](const Language &language) { return usual == language.locale; });
 }
 
 bool isEnglish(QStringView code)

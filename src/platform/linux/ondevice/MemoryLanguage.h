@@ -1,38 +1,24 @@
 #pragma once
 
-#include <QLatin1StringView>
-#include <QStringView>
+#include "Language.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
+#include <string_view>
 
 namespace lucentra {
 
-/// A language of the phrase memory. English isn't among them: it is what programs are written in, and every pair of
-/// two others goes through it.
-struct MemoryLanguage
-{
-    QLatin1StringView code;
-    QLatin1StringView locale; ///< how catalogues call it
-    bool isTarget;            ///< phrases are translated into it, not just out of it
-};
-
-/// Their places are the numbers by which the memory's file knows them. Targets are those that users can choose; the
-/// others are the languages that programs are most often translated into, so that their texts are told apart too.
-inline constexpr std::array memoryLanguages{
-    MemoryLanguage{QLatin1StringView("zh-Hant"), QLatin1StringView("zh_TW"), true},
-    MemoryLanguage{QLatin1StringView("zh-Hans"), QLatin1StringView("zh_CN"), true},
-    MemoryLanguage{QLatin1StringView("ja"), QLatin1StringView("ja"), true},
-    MemoryLanguage{QLatin1StringView("ko"), QLatin1StringView("ko"), true},
-    MemoryLanguage{QLatin1StringView("de"), QLatin1StringView("de"), false},
-    MemoryLanguage{QLatin1StringView("fr"), QLatin1StringView("fr"), false},
-    MemoryLanguage{QLatin1StringView("es"), QLatin1StringView("es"), false},
-    MemoryLanguage{QLatin1StringView("it"), QLatin1StringView("it"), false},
-    MemoryLanguage{QLatin1StringView("pt"), QLatin1StringView("pt_BR"), false},
-    MemoryLanguage{QLatin1StringView("nl"), QLatin1StringView("nl"), false},
-    MemoryLanguage{QLatin1StringView("pl"), QLatin1StringView("pl"), false},
-    MemoryLanguage{QLatin1StringView("ru"), QLatin1StringView("ru"), false},
-};
+/// The languages of the phrase memory; their places are the numbers by which its file knows them. English isn't among
+/// them: it is what programs are written in, and every pair of two others goes through it. Phrases are translated into
+/// target languages, and out of all.
+inline constexpr auto memoryLanguages = [] {
+    std::array<Language, languages.size() - 1> others;
+    std::copy_if(languages.begin(), languages.end(), others.begin(), [](const Language &language) {
+        return std::string_view(language.code.data(), size_t(language.code.size())) != "en";
+    });
+    return others;
+}();
 
 /// The number of a language by its code, whose region doesn't count where no language has it ("de-AT" is "de").
 std::optional<int> memoryLanguage(QStringView code);

@@ -148,7 +148,7 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
     const Source &from = source(sourceText);
     if (!from.isUsable)
         return;
-    const bool isTarget = memoryLanguages[size_t(language)].isTarget;
+    const bool isTarget = memoryLanguages[size_t(language)].isTarget();
     if (!isTarget && translation.size() > longestForeign)
         return m_ngrams.learn(language, translation);
     auto form = translationForm(translation, from.form, from.hasMnemonic);

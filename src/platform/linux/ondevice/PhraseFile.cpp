@@ -138,7 +138,7 @@ int PhraseFile::englishVotes(const QString &key) const
 {
     int votes = 0;
     for (int language = 0; language < int(memoryLanguages.size()); ++language) {
-        if (memoryLanguages[size_t(language)].isTarget) {
+        if (memoryLanguages[size_t(language)].isTarget()) {
             const auto match = fromEnglish(language, key);
             votes = std::max(votes, match ? match->voters : 0);
         }

@@ -56,7 +56,7 @@ PairAvailability PhraseMemory::availability(const LanguagePair &pair)
     const auto known = [](const QString &code) { return isEnglish(code) || memoryLanguage(code).has_value(); };
     const auto target = memoryLanguage(pair.target);
     const bool isPossible =
-        known(pair.source) && (isEnglish(pair.target) || (target && memoryLanguages[size_t(*target)].isTarget));
+        known(pair.source) && (isEnglish(pair.target) || (target && memoryLanguages[size_t(*target)].isTarget()));
     const auto file = m_store.file();
     if (file ? PhraseLookup::between(*file, pair).has_value() : isPossible && m_store.isGettingReady())
         return PairAvailability::Available;
@@ -83,7 +83,7 @@ QList<OnDeviceServiceStatus> PhraseMemory::status()
             if (!areChinese && PhraseLookup::between(*file, {code(language), code(target)}))
                 status.pairs.append({code(language), code(target)});
         }
-        if (memoryLanguages[language].isTarget)
+        if (memoryLanguages[language].isTarget())
             fewest = std::min(fewest, file->phrasesInto(int(language)));
     }
     status.phraseCount = file->header().phrases;

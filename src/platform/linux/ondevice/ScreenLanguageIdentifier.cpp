@@ -190,7 +190,7 @@ private:
                          (other == u"en" ? detected : 0);
         for (size_t i = 0; i < memoryLanguages.size(); ++i) {
             const QString code = memoryLanguages[i].code;
-            if (memoryLanguages[i].isTarget || code == u"ru")
+            if (memoryLanguages[i].isTarget() || code == u"ru")
                 continue;
             // A word that just one program has is often spelled as an English one that none has: "Son", "Sensible".
             const auto known = m_memory->intoEnglish(int(i), key);

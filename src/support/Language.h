@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QLatin1StringView>
+#include <QStringView>
+
+#include <array>
+#include <span>
+
+namespace lucentra {
+
+/// A language that the program knows by name.
+struct Language
+{
+    QLatin1StringView code;   ///< BCP 47, as settings and engines name it
+    QLatin1StringView locale; ///< as message catalogues and the toolkit name it
+    // Only of those that users can choose for the interface and as a target.
+    QStringView name;        ///< Chinese; also the key of the name in the interface language
+    QStringView englishName;
+    QStringView shortLabel;  ///< the same in every interface language
+
+    /// Whether users can choose it for the interface and as a target. The others are those that programs are most often
+    /// translated into, so that their texts are recognized.
+    constexpr bool isTarget() const { return !name.isEmpty(); }
+};
+
+/// The one table of languages: targets first, in the order of menus. The place of a language, English left out, is its
+/// number in the file of phrases.
+inline constexpr std::array languages{
+    Language{QLatin1StringView("zh-Hant"), QLatin1StringView("zh_TW"), u"繁體中文", u"Traditional Chinese", u"繁"},
+    Language{QLatin1StringView("zh-Hans"), QLatin1StringView("zh_CN"), u"簡體中文", u"Simplified Chinese", u"简"},
+    Language{QLatin1StringView("en"), QLatin1StringView("en"), u"英文", u"English", u"EN"},
+    Language{QLatin1StringView("ja"), QLatin1StringView("ja"), u"日文", u"Japanese", u"日"},
+    Language{QLatin1StringView("ko"), QLatin1StringView("ko"), u"韓文", u"Korean", u"한"},
+    Language{QLatin1StringView("de"), QLatin1StringView("de")},
+    Language{QLatin1StringView("fr"), QLatin1StringView("fr")},
+    Language{QLatin1StringView("es"), QLatin1StringView("es")},
+    Language{QLatin1StringView("it"), QLatin1StringView("it")},
+    Language{QLatin1StringView("pt"), QLatin1StringView("pt_BR")},
+    Language{QLatin1StringView("nl"), QLatin1StringView("nl")},
+    Language{QLatin1StringView("pl"), QLatin1StringView("pl")},
+    Language{QLatin1StringView("ru"), QLatin1StringView("ru")},
+};
+
+/// The languages that users can choose, in the order of menus.
+inline constexpr std::span<const Language> targetLanguages{languages.data(), 5};
+static_assert(targetLanguages.back().isTarget() && !languages[targetLanguages.size()].isTarget());
+
+/// The target language of a code, compared exactly; nullptr if there is none.
+const Language *targetLanguage(QStringView code);
+
+} // namespace lucentra
