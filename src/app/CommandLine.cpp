@@ -50,7 +50,7 @@ constexpr std::array commandRows{
     CommandRow{u"image", Command::Image, u"IMAGE", u"output engine target json timing", u"output",
                u"翻譯圖片中的文字，將譯文畫在原文之上"},
     CommandRow{u"text", Command::Text, u"TEXT", u"engine target timing", u"",
-               u"翻譯一段文字；含漢字的文字一律譯成英文"},
+               u"翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入"},
     CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
     CommandRow{u"languages", Command::Languages, u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
     CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",

@@ -34,11 +34,18 @@ bool printLine(std::FILE *stream, const QString &line)
     return print(stream, line + u'\n');
 }
 
+/// Whether a character changes the direction of what follows it: the embeddings, overrides and isolates.
+bool isDirectional(QChar c)
+{
+    return (c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069');
+}
+
 /// For a terminal: what a server sent or a picture showed may hold control characters, which would be obeyed there.
 QString withoutControlCharacters(QString text)
 {
     for (QChar &character : text) {
-        if (character.category() == QChar::Other_Control && character != u'\n' && character != u'\t')
+        const bool isControl = character.category() == QChar::Other_Control && character != u'\n' && character != u'\t';
+        if (isControl || isDirectional(character))
             character = QChar::ReplacementCharacter;
     }
     return text;

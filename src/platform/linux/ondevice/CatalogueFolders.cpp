@@ -7,6 +7,7 @@
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QLibraryInfo>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -37,6 +38,13 @@ QString familyOf(const QString &domain)
     return family.isEmpty() ? domain : family;
 }
 
+/// The application or runtime of Flatpak that a file belongs to; empty for any other file.
+QString flatpakOf(const QString &path)
+{
+    static const QRegularExpression owner(u"/flatpak/(?:app|runtime)/([^/]+)/"_s);
+    return owner.match(path).captured(1);
+}
+
 class Survey
 {
 public:
@@ -53,6 +61,7 @@ public:
     /// Files whose names end in a locale: "qtbase_zh_TW.qm", "vlc_ja.qm", "de.qm".
     void addQtFolder(const QString &folder)
     {
+        const QString program = QFileInfo(QFileInfo(folder).path()).fileName();
         QDirIterator files(folder, {u"*.qm"_s}, QDir::Files);
         while (files.hasNext()) {
             files.next();
@@ -61,8 +70,7 @@ public:
                 const auto language = memoryLanguageOfLocale(QStringView(name).sliced(at == 0 ? 0 : at + 1));
                 if (!language)
                     continue;
-                const QString domain = at == 0 ? QFileInfo(QFileInfo(folder).path()).fileName() : name.first(at);
-                add(files.fileInfo(), domain, *language, true);
+                add(files.fileInfo(), at == 0 ? program : name.first(at), program, *language, true);
                 break;
             }
         }
@@ -115,20 +123,20 @@ private:
         while (files.hasNext()) {
             files.next();
             const QFileInfo info = files.fileInfo();
-            add(info, info.completeBaseName(), language, info.suffix() == "qm"_L1);
+            add(info, info.completeBaseName(), info.completeBaseName(), language, info.suffix() == "qm"_L1);
         }
     }
 
-    void add(const QFileInfo &info, const QString &domain, int language, bool isQt)
+    /// `program` is whose catalogue it is: however many files a program has, it has one voice.
+    void add(const QFileInfo &info, const QString &domain, const QString &program, int language, bool isQt)
     {
         // LibreOffice has a catalogue for each of its parts, with names of a few letters.
         const bool isOffice = info.path().contains("/libreoffice/"_L1);
+        const QString flatpak = flatpakOf(info.path());
+        const QString family = isOffice ? u"libreoffice"_s : flatpak.isEmpty() ? familyOf(program) : flatpak;
         const bool isLeftOut = std::any_of(leftOut.begin(), leftOut.end(), [&](auto name) { return domain == name; });
         if (!isLeftOut && info.size() <= largestFile && m_found.size() < mostFiles)
-            m_found.push_back({.file = {.path = info.filePath(),
-                                        .family = isOffice ? u"libreoffice"_s : familyOf(domain),
-                                        .language = language,
-                                        .isQt = isQt},
+            m_found.push_back({.file = {.path = info.filePath(), .family = family, .language = language, .isQt = isQt},
                                .size = info.size(),
                                .changed = info.lastModified().toMSecsSinceEpoch()});
     }

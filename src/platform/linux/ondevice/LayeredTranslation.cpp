@@ -5,6 +5,31 @@
 
 namespace lucentra {
 
+namespace {
+
+/// How much an outcome helps the user: a translation most, then one that a later try may bring.
+int helpfulness(OnDeviceOutcome::Kind kind)
+{
+    using Kind = OnDeviceOutcome::Kind;
+    switch (kind) {
+    case Kind::Translated:
+        return 5;
+    case Kind::NotReady:
+        return 4;
+    case Kind::SameLanguage:
+        return 3;
+    case Kind::UnknownPhrase:
+        return 2;
+    case Kind::Undetermined:
+        return 1;
+    case Kind::PairUnavailable:
+        break;
+    }
+    return 0;
+}
+
+} // namespace
+
 LayeredTranslation::LayeredTranslation(std::vector<std::unique_ptr<OnDeviceTranslationService>> layers)
     : m_layers(std::move(layers))
 {
@@ -29,7 +54,7 @@ QList<OnDeviceOutcome> LayeredTranslation::translate(const LanguagePair &pair, c
             break;
         const QList<OnDeviceOutcome> found = layer->translate(pair, openTexts);
         for (qsizetype i = 0; i < std::min(open.size(), found.size()); ++i) {
-            if (found[i].kind != Kind::PairUnavailable)
+            if (helpfulness(found[i].kind) > helpfulness(outcomes[open[i]].kind))
                 outcomes[open[i]] = found[i];
         }
     }

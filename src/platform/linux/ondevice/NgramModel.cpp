@@ -74,6 +74,13 @@ NgramScores NgramModel::scores(QStringView text) const
     return scores;
 }
 
+int NgramModel::count(QStringView text)
+{
+    int count = 0;
+    eachNgram(text, [&count](quint32) { ++count; });
+    return count;
+}
+
 NgramCounter::NgramCounter()
 {
     for (std::vector<quint32> &counts : m_counts)

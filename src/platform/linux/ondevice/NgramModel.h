@@ -33,6 +33,8 @@ public:
 
     /// The sum over the text's n-grams; all zero for a text without letters.
     NgramScores scores(QStringView text) const;
+    /// How many n-grams a text has.
+    static int count(QStringView text);
 
 private:
     QByteArrayView m_bytes;

@@ -21,13 +21,13 @@ namespace lucentra {
 
 namespace {
 
-/// Longer texts don't stand on one line of a screen.
-constexpr qsizetype longestPhrase = 160;
 /// Of the languages that are only translated from, buttons, menus and labels will do.
 constexpr qsizetype longestForeign = 60;
 constexpr qint64 largestFile = 32 << 20;
 /// Ten times what a computer full of programs has; bounds what hostile catalogues cost.
 constexpr qsizetype mostBytes = 256 << 20;
+constexpr size_t mostSources = 2'000'000;
+constexpr size_t mostRecords = 10'000'000;
 
 /// Fewer texts may have taken a word from another language.
 constexpr quint16 fewestTexts = 3;
@@ -143,7 +143,8 @@ void PhraseCollector::learnWords(QStringView phrase)
 
 void PhraseCollector::add(const QString &family, int language, QByteArrayView sourceText, const QString &translation)
 {
-    if (m_strings.bytes().size() + m_sourceTexts.bytes().size() > mostBytes)
+    if (m_strings.bytes().size() + m_sourceTexts.bytes().size() > mostBytes || m_sources.size() > mostSources ||
+        m_records.size() > mostRecords)
         return;
     const Source &from = source(sourceText);
     if (!from.isUsable)

@@ -12,6 +12,8 @@ namespace lucentra {
 /// use area. In keys every slot is `firstSlot`.
 inline constexpr char16_t firstSlot = u'\uE000';
 inline constexpr int mostSlots = 9;
+/// Longer phrases aren't stored: they don't fit on one line of a screen.
+inline constexpr qsizetype longestPhrase = 160;
 
 /// What stands at the end of a phrase and goes from one language to the other by itself.
 enum class PhraseTail { None, Colon, Ellipsis, FullStop };

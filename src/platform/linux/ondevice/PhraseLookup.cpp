@@ -15,6 +15,9 @@ namespace lucentra {
 
 namespace {
 
+/// A line may be longer than its phrase by the values in it (a path, an address) and by its other parts. Longer ones
+/// are texts that no program says; taking them apart would cost more with the square of their length.
+constexpr qsizetype longestLine = 4 * longestPhrase;
 /// Of texts this long, one that differs in a character is hardly another word.
 constexpr qsizetype shortestRepairable = 8;
 /// How much less sure a line is of which just parts are known, or one that had to be repaired.
@@ -105,6 +108,8 @@ std::optional<PhraseLookup> PhraseLookup::between(const PhraseFile &file, const 
 
 std::optional<PhraseMatch> PhraseLookup::find(const QString &key) const
 {
+    if (key.size() > longestPhrase)
+        return std::nullopt;
     if (!m_source)
         return m_file.fromEnglish(*m_target, key);
     auto english = m_file.intoEnglish(*m_source, key);
@@ -136,9 +141,10 @@ std::optional<LineTranslation> PhraseLookup::phrase(const ScreenPhrase &phrase) 
 
 std::optional<LineTranslation> PhraseLookup::respelled(const QString &text) const
 {
-    if (m_source || !m_target) // from English into a language without plural
+    const QString key = phraseKey(text);
+    if (m_source || !m_target || key.size() > longestPhrase) // from English into a language without plural
         return std::nullopt;
-    for (const QString &spelling : otherSpellings(phraseKey(text))) {
+    for (const QString &spelling : otherSpellings(key)) {
         if (const auto match = find(spelling))
             return LineTranslation{.text = match->text, .confidence = confidence(*match) * spellingFactor};
     }
@@ -148,7 +154,7 @@ std::optional<LineTranslation> PhraseLookup::respelled(const QString &text) cons
 std::optional<LineTranslation> PhraseLookup::repaired(const QString &text) const
 {
     const QString key = phraseKey(text);
-    if (key.size() < shortestRepairable)
+    if (key.size() < shortestRepairable || key.size() > longestPhrase)
         return std::nullopt;
     for (const Confusion &confusion : confusions) {
         for (qsizetype at = key.indexOf(confusion.read); at >= 0; at = key.indexOf(confusion.read, at + 1)) {
@@ -228,6 +234,8 @@ std::optional<LineTranslation> PhraseLookup::menuBar(const QString &text) const
 
 std::optional<LineTranslation> PhraseLookup::translate(const QString &line) const
 {
+    if (line.size() > longestLine)
+        return std::nullopt;
     const ScreenPhrase taken = screenPhrase(line);
     const QString &text = taken.forms.first().text;
     if (!hasLetter(text))

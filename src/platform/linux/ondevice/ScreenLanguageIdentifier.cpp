@@ -27,9 +27,15 @@ constexpr double missingCharacter = 5.0; ///< for an ideograph that a language's
 constexpr double knownPhrase = 6.0;      ///< for a text that is a phrase of the language
 constexpr double detected = 2.5;         ///< for what the general detector says
 constexpr double mostlyEnglish = 1.0;    ///< for English, which most programs speak
+/// What an n-gram counts in the language that the detector names, if the memory doesn't have it: a little less than
+/// n-grams usually do in a text's own language, and far more than they do in any other.
+constexpr double foreignNgram = -7.25;
+constexpr double foreign = -2.0;
 /// A line is left to its neighbours where the second language is this close to the first.
 constexpr double tooClose = 2.5;
 constexpr double slightly = 0.01; ///< so little that neighbours decide
+/// So much of a text says what language it is in; all of a long one would cost with the square of its length.
+constexpr qsizetype longestSample = 1000;
 
 /// What a line's letters are.
 struct Letters
@@ -91,6 +97,8 @@ QString detectedLanguage(const QString &text)
     const QString code = QString::fromLatin1(CLD2::LanguageCode(language));
     if (code == u"zh")
         return u"zh-Hans"_s;
+    if (code == u"no")
+        return u"nb"_s;
     return code == u"un" || code == u"xxx" ? QString() : code;
 }
 
@@ -188,6 +196,7 @@ private:
         const bool isEnglishPhrase = m_memory->englishVotes(key) > 0;
         double english = scores[ngramEnglish] + mostlyEnglish + (isEnglishPhrase ? knownPhrase : 0) +
                          (other == u"en" ? detected : 0);
+        bool isKnownAnywhere = isEnglishPhrase || m_memory->isEnglishWord(key);
         for (size_t i = 0; i < memoryLanguages.size(); ++i) {
             const QString code = memoryLanguages[i].code;
             if (memoryLanguages[i].isTarget() || code == u"ru")
@@ -195,6 +204,7 @@ private:
             // A word that just one program has is often spelled as an English one that none has: "Son", "Sensible".
             const auto known = m_memory->intoEnglish(int(i), key);
             const bool isKnown = known && (known->votes > 1 || key.contains(u' '));
+            isKnownAnywhere = isKnownAnywhere || known;
             const double score = scores[i] + (isKnown ? knownPhrase : 0) + (other == code ? detected : 0);
             // What programs say in English is English, unless its neighbours speak otherwise.
             line.candidates.emplace_back(code, isEnglishPhrase ? std::min(score, english - slightly) : score);
@@ -205,6 +215,8 @@ private:
                 english = std::max(english, score + slightly);
         }
         line.candidates.emplace_back(u"en"_s, english);
+        if (!isKnownAnywhere && !other.isEmpty() && !isEnglish(other) && !memoryLanguage(other))
+            line.candidates.emplace_back(other, foreignNgram * NgramModel::count(words) + foreign);
         line.decide();
         return line;
     }
@@ -239,7 +251,7 @@ QStringList ScreenLanguageIdentifier::identify(const QStringList &texts)
     std::vector<Line> lines;
     QHash<QString, int> sureLines;
     for (const QString &text : texts) {
-        lines.push_back(judge.judge(text));
+        lines.push_back(judge.judge(text.first(std::min(text.size(), longestSample))));
         if (lines.back().isSure)
             ++sureLines[lines.back().code];
     }

@@ -64,6 +64,13 @@ void LanguageIdentificationTest::scriptsDecide_data()
     QTest::newRow("characters of Japan alone") << u"両替対応"_s << u"ja"_s;
     QTest::newRow("Ukrainian letters") << u"Зберегти зміни"_s << u"uk"_s;
     QTest::newRow("Greek") << u"Αποθήκευση αλλαγών"_s << u"el"_s;
+    // Languages that the memory doesn't have aren't taken for their neighbours.
+    QTest::newRow("Swedish") << u"Filen kunde inte sparas eftersom disken är full"_s << u"sv"_s;
+    QTest::newRow("Catalan") << u"No s'ha pogut desar el fitxer perquè el disc és ple"_s << u"ca"_s;
+    QTest::newRow("Welsh") << u"Methwyd cadw'r ffeil gan fod y ddisg yn llawn"_s << u"cy"_s;
+    QTest::newRow("Finnish") << u"Tiedostoa ei voitu tallentaa, koska levy on täynnä"_s << u"fi"_s;
+    QTest::newRow("Norwegian") << u"Kunne ikke lagre filen fordi disken er full"_s << u"nb"_s;
+    QTest::newRow("a megabyte") << u"Save the file and close the window. "_s.repeated(30'000) << u"en"_s;
     QTest::newRow("Thai") << u"บันทึกการเปลี่ยนแปลง"_s << u"th"_s;
 }
 

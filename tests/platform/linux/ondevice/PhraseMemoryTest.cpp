@@ -24,12 +24,12 @@ namespace {
 
 constexpr BuildPatience patient{.longest = 20s, .acceptsOutdated = false};
 
-QByteArray build(const QString &share)
+QByteArray build(const QStringList &shares)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     const std::atomic<bool> isCancelled = false;
-    buildPhraseFile(surveyCatalogues({.dataFolders = {share}}), buffer, isCancelled);
+    buildPhraseFile(surveyCatalogues({.dataFolders = shares}), buffer, isCancelled);
     return buffer.data();
 }
 
@@ -98,7 +98,7 @@ void PhraseMemoryTest::initTestCase()
         }
     }
     install(u"de"_s, u"editor.mo"_s, {{"_Cancel", "_Abbrechen"}, {"Unknown there", "Dort unbekannt"}});
-    m_file = PhraseFile::fromBytes(build(m_share));
+    m_file = PhraseFile::fromBytes(build({m_share}));
     QVERIFY(m_file);
 }
 
@@ -142,6 +142,12 @@ void PhraseMemoryTest::linesAreTranslated_data()
     QTest::newRow("an argument that the source doesn't have") << u"en ja"_s << u"12 is 13"_s << u"-"_s;
     QTest::newRow("nothing but numbers") << u"en ja"_s << u"12 / 13"_s << u"-"_s;
     QTest::newRow("a language that nobody has") << u"en ko"_s << u"Cancel"_s << u"-"_s;
+    // These would take hours if the cost grew with the square of the length.
+    QTest::newRow("a megabyte of letters") << u"en ja"_s << u"i"_s.repeated(1 << 20) << u"-"_s;
+    QTest::newRow("a megabyte of words") << u"en ja"_s << u"abc "_s.repeated(1 << 18) << u"-"_s;
+    const QString folders = u"/tmp"_s.repeated(longestPhrase / 4);
+    QTest::newRow("a value longer than any phrase")
+        << u"en ja"_s << u"Copying %1 to b.txt"_s.arg(folders) << u"b.txt へ %1 をコピー中"_s.arg(folders);
 }
 
 void PhraseMemoryTest::linesAreTranslated()
@@ -162,7 +168,17 @@ void PhraseMemoryTest::programsVote()
         install(name, {{"Print", "打印"}, {"Font", "字體"}, {"Zoom", "縮放顯示"}});
     install(u"one.mo"_s, {{"Print", "列印"}, {"Font", "字型"}, {"Zoom", "縮放"}});
     install(u"two.mo"_s, {{"Print", "列印"}});
-    const auto file = PhraseFile::fromBytes(build(folder.path()));
+    // And so is a whole application that somebody else has packed, or a program's own folder.
+    const QString flatpak = folder.filePath(u"flatpak/app/org.example.Loud/current/active/files/share"_s);
+    for (const QString &name : {u"alpha.mo"_s, u"beta.mo"_s, u"gamma.mo"_s})
+        installCatalogue(flatpak, u"zh_TW"_s, name, moBytes({{"Print", "印"}}));
+    QVERIFY(QDir(folder.path()).mkpath(u"loud/translations"_s));
+    for (const QString &name : {u"alpha"_s, u"beta"_s, u"gamma"_s}) {
+        QFile qm(folder.filePath(u"loud/translations/%1_zh_TW.qm"_s.arg(name)));
+        QVERIFY(qm.open(QIODevice::WriteOnly));
+        qm.write(qmBytes({{"Print", "印刷"}}));
+    }
+    const auto file = PhraseFile::fromBytes(build({folder.path(), flatpak}));
     QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
     QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
 }
@@ -206,7 +222,7 @@ void PhraseMemoryTest::wordsAreWeighed()
     const QStringList names{u"first.mo"_s, u"second.mo"_s, u"third.mo"_s};
     for (qsizetype i = 0; i < programs.size(); ++i)
         installCatalogue(folder.path(), locale, names[i], moBytes(programs[i]));
-    const auto file = PhraseFile::fromBytes(build(folder.path()));
+    const auto file = PhraseFile::fromBytes(build({folder.path()}));
     const QString code = locale == u"zh_TW" ? u"zh-Hant"_s : locale;
     QTEST(translated(*file, u"en"_s, code, word), "translation");
 }
@@ -310,7 +326,7 @@ void PhraseMemoryTest::whatIsNoCatalogueIsSkipped()
     installCatalogue(folder.path(), u"ja"_s, u"text.mo"_s, "no catalogue at all");
     installCatalogue(folder.path(), u"ja"_s, u"huge.mo"_s, {});
     QVERIFY(QFile::resize(messages + u"/huge.mo"_s, qint64(5) << 30)); // takes no room on the disk
-    const auto file = PhraseFile::fromBytes(build(folder.path()));
+    const auto file = PhraseFile::fromBytes(build({folder.path()}));
     QVERIFY(file);
     QCOMPARE(file->header().catalogues, 1U);
     QCOMPARE(translated(*file, u"en"_s, u"ja"_s, u"Cancel"_s), u"中止"_s);
@@ -332,7 +348,7 @@ void PhraseMemoryTest::systemsWithoutTranslationsAreKnown()
 
 void PhraseMemoryTest::damagedMemoriesDoNoHarm()
 {
-    const QByteArray good = build(m_share);
+    const QByteArray good = build({m_share});
     std::mt19937 random(1); // the same files every time
     int opened = 0;
     for (int round = 0; round < 300; ++round) {
