@@ -124,6 +124,14 @@
         <translation>Google Translate</translation>
     </message>
     <message>
+        <source>JSON Array parse error</source>
+        <translation>Gemini’s translations aren’t valid JSON</translation>
+    </message>
+    <message>
+        <source>JSON encode error</source>
+        <translation>The text can’t be written as JSON</translation>
+    </message>
+    <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
         <translation>In a Wayland session Lucentra needs XWayland, which was not found (DISPLAY is not set).</translation>
     </message>
@@ -182,6 +190,14 @@
     <message>
         <source>OpenAI 設定</source>
         <translation>OpenAI</translation>
+    </message>
+    <message>
+        <source>Request prepare error</source>
+        <translation>The request can’t be prepared</translation>
+    </message>
+    <message>
+        <source>Response parse error</source>
+        <translation>Gemini’s response can’t be understood</translation>
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
@@ -620,6 +636,14 @@
         <translation>No Border</translation>
     </message>
     <message>
+        <source>標準輸入不是 UTF-8 文字</source>
+        <translation>Standard input isn’t UTF-8 text</translation>
+    </message>
+    <message>
+        <source>標準輸入的文字過長</source>
+        <translation>The text on standard input is too long</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>Model</translation>
     </message>
@@ -710,6 +734,10 @@
     <message>
         <source>無法讀取圖片：%@</source>
         <translation>Could not read the picture: %@</translation>
+    </message>
+    <message>
+        <source>無法讀取標準輸入</source>
+        <translation>Can’t read standard input</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
@@ -820,8 +848,8 @@
         <translation>Translation</translation>
     </message>
     <message>
-        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>translate a text; one with Chinese characters is translated into English</translation>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入</source>
+        <translation>translate a text; one with Chinese characters is translated into English. If TEXT is -, standard input is read</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -1092,12 +1120,12 @@
         <translation>Retry Translation</translation>
     </message>
     <message>
-        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>The keyring is locked. Unlock it when the system asks, then come back to this window: the API key is read or saved then.</translation>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>
+        <translation>The keyring is locked. Unlock it when the system asks; the API key is read or saved with the next attempt.</translation>
     </message>
     <message>
-        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>The keyring does not respond, so the API key could not be read or saved. Lucentra tries again when you come back to this window.</translation>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
+        <translation>The keyring doesn’t respond, so the API key was neither read nor saved. Please try again later.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -124,6 +124,14 @@
         <translation>Google 翻訳の設定</translation>
     </message>
     <message>
+        <source>JSON Array parse error</source>
+        <translation>Gemini の訳文が有効な JSON ではありません</translation>
+    </message>
+    <message>
+        <source>JSON encode error</source>
+        <translation>テキストを JSON に変換できません</translation>
+    </message>
+    <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
         <translation>Wayland セッションでは Lucentra に XWayland が必要ですが、見つかりません（DISPLAY が設定されていません）。</translation>
     </message>
@@ -182,6 +190,14 @@
     <message>
         <source>OpenAI 設定</source>
         <translation>OpenAI の設定</translation>
+    </message>
+    <message>
+        <source>Request prepare error</source>
+        <translation>リクエストを準備できません</translation>
+    </message>
+    <message>
+        <source>Response parse error</source>
+        <translation>Gemini の応答を解析できません</translation>
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
@@ -620,6 +636,14 @@
         <translation>枠なし</translation>
     </message>
     <message>
+        <source>標準輸入不是 UTF-8 文字</source>
+        <translation>標準入力が UTF-8 のテキストではありません</translation>
+    </message>
+    <message>
+        <source>標準輸入的文字過長</source>
+        <translation>標準入力のテキストが長すぎます</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>モデル名</translation>
     </message>
@@ -710,6 +734,10 @@
     <message>
         <source>無法讀取圖片：%@</source>
         <translation>画像を読み込めませんでした：%@</translation>
+    </message>
+    <message>
+        <source>無法讀取標準輸入</source>
+        <translation>標準入力を読み込めません</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
@@ -820,8 +848,8 @@
         <translation>翻訳</translation>
     </message>
     <message>
-        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>テキストを翻訳する（漢字を含むテキストは英語に翻訳）</translation>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入</source>
+        <translation>テキストを翻訳する（漢字を含むテキストは英語に翻訳）。TEXT が - なら標準入力を読む</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -1092,12 +1120,12 @@
         <translation>翻訳を再試行</translation>
     </message>
     <message>
-        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>キーリングがロックされています。システムに尋ねられたらロックを解除して、このウィンドウに戻ってください。そのときに API キーを読み込むか保存します。</translation>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>
+        <translation>キーリングがロックされています。システムに尋ねられたらロックを解除してください。API キーは次に試したときに読み込むか保存します。</translation>
     </message>
     <message>
-        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>キーリングが応答しないため、API キーの読み込みも保存もできていません。このウィンドウに戻ったときにもう一度試します。</translation>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
+        <translation>キーリングが応答しないため、API キーの読み込みも保存もできていません。しばらくしてからもう一度お試しください。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -124,6 +124,14 @@
         <translation>Google 번역 설정</translation>
     </message>
     <message>
+        <source>JSON Array parse error</source>
+        <translation>Gemini의 번역이 올바른 JSON이 아닙니다</translation>
+    </message>
+    <message>
+        <source>JSON encode error</source>
+        <translation>텍스트를 JSON으로 바꿀 수 없습니다</translation>
+    </message>
+    <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
         <translation>Wayland 세션에서 Lucentra에는 XWayland가 필요하지만 찾을 수 없습니다(DISPLAY가 설정되지 않음).</translation>
     </message>
@@ -182,6 +190,14 @@
     <message>
         <source>OpenAI 設定</source>
         <translation>OpenAI 설정</translation>
+    </message>
+    <message>
+        <source>Request prepare error</source>
+        <translation>요청을 준비할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>Response parse error</source>
+        <translation>Gemini의 응답을 해석할 수 없습니다</translation>
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
@@ -620,6 +636,14 @@
         <translation>테두리 없음</translation>
     </message>
     <message>
+        <source>標準輸入不是 UTF-8 文字</source>
+        <translation>표준 입력이 UTF-8 텍스트가 아닙니다</translation>
+    </message>
+    <message>
+        <source>標準輸入的文字過長</source>
+        <translation>표준 입력의 텍스트가 너무 깁니다</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>모델 이름</translation>
     </message>
@@ -710,6 +734,10 @@
     <message>
         <source>無法讀取圖片：%@</source>
         <translation>그림을 읽을 수 없습니다: %@</translation>
+    </message>
+    <message>
+        <source>無法讀取標準輸入</source>
+        <translation>표준 입력을 읽을 수 없습니다</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
@@ -820,8 +848,8 @@
         <translation>번역</translation>
     </message>
     <message>
-        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>텍스트를 번역(한자가 있으면 영어로 번역)</translation>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入</source>
+        <translation>텍스트를 번역(한자가 있으면 영어로 번역). TEXT가 -이면 표준 입력을 읽음</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -1092,12 +1120,12 @@
         <translation>번역 다시 시도</translation>
     </message>
     <message>
-        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>키 모음이 잠겨 있습니다. 시스템이 물으면 잠금을 풀고 이 창으로 돌아오세요. 그때 API 키를 읽거나 저장합니다.</translation>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>
+        <translation>키 모음이 잠겨 있습니다. 시스템이 물으면 잠금을 푸세요. API 키는 다음에 시도할 때 읽거나 저장합니다.</translation>
     </message>
     <message>
-        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>키 모음이 응답하지 않아 API 키를 읽거나 저장하지 못했습니다. 이 창으로 돌아오면 다시 시도합니다.</translation>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
+        <translation>키 모음이 응답하지 않아 API 키를 읽거나 저장하지 못했습니다. 잠시 후 다시 시도하세요.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

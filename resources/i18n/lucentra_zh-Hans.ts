@@ -124,6 +124,14 @@
         <translation>Google 翻译设置</translation>
     </message>
     <message>
+        <source>JSON Array parse error</source>
+        <translation>Gemini 返回的译文不是有效的 JSON</translation>
+    </message>
+    <message>
+        <source>JSON encode error</source>
+        <translation>无法将文字写成 JSON</translation>
+    </message>
+    <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
         <translation>Lucentra 在 Wayland 会话中需要 XWayland，但找不到它（没有设置 DISPLAY）。</translation>
     </message>
@@ -182,6 +190,14 @@
     <message>
         <source>OpenAI 設定</source>
         <translation>OpenAI 设置</translation>
+    </message>
+    <message>
+        <source>Request prepare error</source>
+        <translation>无法准备网络请求</translation>
+    </message>
+    <message>
+        <source>Response parse error</source>
+        <translation>无法解析 Gemini 的响应</translation>
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
@@ -620,6 +636,14 @@
         <translation>极简无边框</translation>
     </message>
     <message>
+        <source>標準輸入不是 UTF-8 文字</source>
+        <translation>标准输入不是 UTF-8 文字</translation>
+    </message>
+    <message>
+        <source>標準輸入的文字過長</source>
+        <translation>标准输入的文字过长</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>模型名称</translation>
     </message>
@@ -710,6 +734,10 @@
     <message>
         <source>無法讀取圖片：%@</source>
         <translation>无法读取图片：%@</translation>
+    </message>
+    <message>
+        <source>無法讀取標準輸入</source>
+        <translation>无法读取标准输入</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
@@ -820,8 +848,8 @@
         <translation>翻译</translation>
     </message>
     <message>
-        <source>翻譯一段文字；含漢字的文字一律譯成英文</source>
-        <translation>翻译一段文字；含汉字的文字一律译成英文</translation>
+        <source>翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入</source>
+        <translation>翻译一段文字；含汉字的文字一律译成英文。TEXT 为 - 时读取标准输入</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -1092,12 +1120,12 @@
         <translation>重试翻译</translation>
     </message>
     <message>
-        <source>鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。</source>
-        <translation>密钥环已锁定。请在系统询问时解锁，再回到这个窗口；届时会读取或保存 API 密钥。</translation>
+        <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>
+        <translation>密钥环已锁定。请在系统询问时解锁；API 密钥 会在下次尝试时读取或保存。</translation>
     </message>
     <message>
-        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。</source>
-        <translation>密钥环没有响应，API 密钥尚未读取或保存。回到这个窗口时会再试一次。</translation>
+        <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
+        <translation>密钥环没有回应，API 密钥 尚未读取或保存。请稍后再试。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -16,6 +16,22 @@
         <translation>本機翻譯</translation>
     </message>
     <message>
+        <source>JSON Array parse error</source>
+        <translation>Gemini 回傳的譯文不是有效的 JSON</translation>
+    </message>
+    <message>
+        <source>JSON encode error</source>
+        <translation>無法將文字寫成 JSON</translation>
+    </message>
+    <message>
+        <source>Request prepare error</source>
+        <translation>無法準備網路請求</translation>
+    </message>
+    <message>
+        <source>Response parse error</source>
+        <translation>無法解析 Gemini 的回應</translation>
+    </message>
+    <message>
         <source>在下方 Dock 欄顯示圖示</source>
         <translation>在工作列顯示圖示</translation>
     </message>

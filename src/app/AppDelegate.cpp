@@ -148,8 +148,9 @@ void AppDelegate::wirePass()
                 return recognizeBlocks(recognizer, image, std::move(isWanted));
             },
         .translateBlocks =
-            [&manager](const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion) {
-                manager.translateBlocks(blocks, std::move(completion));
+            [&manager](const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion,
+                       std::function<bool()> isWanted) {
+                manager.translateBlocks(blocks, std::move(completion), std::move(isWanted));
             },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },

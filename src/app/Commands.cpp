@@ -5,6 +5,7 @@
 #include "RemoteControl.h"
 #include "Services.h"
 #include "Settings.h"
+#include "Text.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
 #include "TranslatedPicture.h"
@@ -13,11 +14,13 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -27,6 +30,9 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
+
+/// In bytes. No engine translates more at a time.
+constexpr qint64 longestText = 1 << 20;
 
 /// How long the stages of a command took.
 class Stages
@@ -151,10 +157,25 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
     return *translations;
 }
 
-/// Typed text is answered with one text either way; these signs mark the sentences for the user.
-bool isFailureText(const QString &text)
+/// The text to translate: that of the command line, or of the standard input for "-".
+Result<QString> givenText(const QString &argument, const LocalizationManager &texts)
 {
-    return text.startsWith(u"⚠️"_s) || text.startsWith(u"❌"_s);
+    if (argument != u"-")
+        return argument;
+    QFile input;
+    const auto failed = [](const QString &description) {
+        return tl::unexpected(
+            Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
+    };
+    QByteArray bytes;
+    if (input.open(stdin, QIODevice::ReadOnly))
+        bytes = input.read(longestText + 1);
+    if (input.error() != QFileDevice::NoError)
+        return failed(texts.localized(u"無法讀取標準輸入"_s));
+    if (bytes.size() > longestText)
+        return failed(texts.localized(u"標準輸入的文字過長"_s));
+    const auto text = decodeUtf8(bytes);
+    return text ? Result<QString>(text->trimmed()) : failed(texts.localized(u"標準輸入不是 UTF-8 文字"_s));
 }
 
 } // namespace
@@ -220,10 +241,13 @@ Result<CommandOutput> textCommand(const Invocation &invocation, Services &servic
     chooseForThisCommand(invocation, services);
     Stages stages;
     services.onDevice().bridge.setParentView(qApp);
+    const auto text = givenText(invocation.argument, services.texts());
+    if (!text)
+        return tl::unexpected(text.error());
     const auto translation = await<TextTranslation>(
-        [&](auto completion) { services.translationManager().translateText(invocation.argument, completion); });
+        [&](auto completion) { services.translationManager().translateText(*text, completion); });
     stages.finish(u"translate"_s);
-    if (isFailureText(translation.text))
+    if (translation.isMessage)
         return tl::unexpected(
             Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = translation.text});
     CommandOutput output = outputOf(std::nullopt, invocation, stages);
@@ -234,6 +258,7 @@ Result<CommandOutput> textCommand(const Invocation &invocation, Services &servic
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services)
 {
     chooseForThisCommand(invocation, services);
+    services.onDevice().bridge.setParentView(qApp);
     const auto outcome = await<Result<QString>>([&](auto completion) {
         testConnection(services.translationManager(), services.settings(), services.texts(), completion);
     });

@@ -60,7 +60,7 @@ TranslationPass::TranslationPass(PassPane &pane, PassSteps steps, const Settings
 
 TranslationPass::~TranslationPass()
 {
-    m_captureGeneration = -1; // no pass is current any more: its workers end soon
+    *m_captureGeneration = -1; // no pass is current any more: its workers end soon
 }
 
 void TranslationPass::translateCurrentArea()
@@ -108,12 +108,12 @@ void TranslationPass::startCapturePass()
         return;
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
-    ++m_captureGeneration;
+    ++*m_captureGeneration;
     m_pane.dismissPristineHint();
     m_pane.clearOverlays();
     m_pane.setProcessing(true);
 
-    const Context context{.generation = m_captureGeneration,
+    const Context context{.generation = *m_captureGeneration,
                           .area = m_pane.glassArea(),
                           .paneSize = m_pane.paneSize(),
                           .exclusionRects = m_pane.windowControlExclusionRects(controlPadding),
@@ -126,7 +126,7 @@ void TranslationPass::supersede()
 {
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
-    ++m_captureGeneration;
+    ++*m_captureGeneration;
     m_pane.setProcessing(false);
 }
 
@@ -140,7 +140,7 @@ void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler
 
 void TranslationPass::run(const Context &context)
 {
-    const auto isWanted = [this, generation = context.generation] { return isCurrent(generation); };
+    const auto isWanted = [last = m_captureGeneration, generation = context.generation] { return generation == *last; };
     if (!isWanted())
         return;
     const Result<QImage> image = captureGlassArea(m_steps.capture, context.area, m_texts);
@@ -162,13 +162,14 @@ void TranslationPass::run(const Context &context)
         return;
     }
     context.finish(u"recognition"_s);
-    m_steps.translateBlocks(blocks, [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
-                                     blocks](const Result<BlockTranslations> &translations) {
+    const auto translated = [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
+                             blocks](const Result<BlockTranslations> &translations) {
         queue.post([weak, context, blocks, translations] {
             if (const auto self = weak.lock())
                 (*self)->handleTranslationResult(translations, context, blocks);
         });
-    });
+    };
+    m_steps.translateBlocks(blocks, translated, isWanted);
 }
 
 bool TranslationPass::endsBusyState(qint64 generation)

@@ -29,8 +29,11 @@ struct PassSteps
     /// The lines of an image; called on a worker, may block. May end early, with any part of them, once the given
     /// function says that the image is no longer wanted.
     std::function<QList<TextBlock>(const QImage &, std::function<bool()>)> recognize;
-    /// Translates blocks; called on a worker, completes once on any thread.
-    std::function<void(const QList<TextBlock> &, std::function<void(Result<BlockTranslations>)>)> translateBlocks;
+    /// Translates blocks; called on a worker, completes once on any thread. Nothing more is sent once the given
+    /// function says that the translations are no longer wanted; it may be called on any thread, also after the pass
+    /// has ended.
+    std::function<void(const QList<TextBlock> &, std::function<void(Result<BlockTranslations>)>, std::function<bool()>)>
+        translateBlocks;
     std::function<void(const QString &)> copy;                    ///< puts a text on the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;
@@ -71,7 +74,7 @@ private:
 
     void run(const Context &context);
     bool startsByItself() const;
-    bool isCurrent(qint64 generation) const { return generation == m_captureGeneration; }
+    bool isCurrent(qint64 generation) const { return generation == *m_captureGeneration; }
     bool endsBusyState(qint64 generation);
     void handleCaptureFailure(qint64 generation, const Failure &failure);
     void handleNoTextDetected(qint64 generation);
@@ -91,7 +94,8 @@ private:
     std::unique_ptr<ScheduledTask> m_debounceTimer;
     bool m_isDueAfterHold = false; ///< a pass was due when the user took hold of the pane
     std::unique_ptr<ScheduledTask> m_reportTimer;
-    std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread; workers look whether theirs is over
+    /// Written on the main thread; workers look whether theirs is over.
+    const std::shared_ptr<std::atomic<qint64>> m_captureGeneration = std::make_shared<std::atomic<qint64>>(0);
     /// Held weakly by every deferred stage; looked at on the main thread only.
     std::shared_ptr<TranslationPass *> m_self;
     QThreadPool m_workers; ///< last: its destruction waits for what still runs

@@ -32,12 +32,22 @@ KeychainStore::KeychainStore(SecretStorage &storage, QString service, Diagnostic
 
 std::optional<QString> KeychainStore::readString(const QString &account) const
 {
+    return read(account).value_or(std::nullopt);
+}
+
+Result<std::optional<QString>> KeychainStore::read(const QString &account) const
+{
     const auto secret = m_storage.lookup(m_service, account);
     if (!secret) {
         report(u"讀取"_s, account, reasonOf(secret.error()));
-        return std::nullopt;
+        return tl::unexpected(secret.error());
     }
-    return *secret ? decode(**secret, account) : std::nullopt;
+    if (!*secret)
+        return std::nullopt;
+    auto value = decode(**secret, account);
+    if (!value)
+        return tl::unexpected(Failure{.domain = u"Keychain"_s, .code = int(SecretStorageProblem::NoSecret)});
+    return value;
 }
 
 QHash<QString, QString> KeychainStore::readAllStrings() const

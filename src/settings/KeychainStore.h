@@ -25,8 +25,10 @@ public:
     /// The storage must outlive the store.
     KeychainStore(SecretStorage &storage, QString service, DiagnosticLine diagnostics);
 
-    /// The account's value, byte for byte; nothing where there is none (no failure) or where it isn't UTF-8.
+    /// The account's value, byte for byte; nothing where there is none (no failure) or where it can't be read.
     std::optional<QString> readString(const QString &account) const;
+    /// The same for callers that mustn't take a value that can't be read for one that isn't there.
+    Result<std::optional<QString>> read(const QString &account) const;
 
     /// All values of the service by account, by one search. Empty after a failed search, whose line names the service
     /// in the account's place; a value that isn't UTF-8 is left out with its own line.

@@ -1,7 +1,10 @@
 #include "StoredAPIKeys.h"
 
 #include "KeychainStore.h"
+#include "SecretStorage.h"
 #include "SettingsStore.h"
+
+using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
@@ -23,11 +26,30 @@ QString reconcile(SettingsStore &settings, const KeychainStore &keychain, const 
 
 } // namespace
 
-QString loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
-                         const QString &legacyKey)
+Result<QString> loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
+                                 const QString &legacyKey)
 {
     const QString plaintext = settings.value(legacyKey).toString();
-    return reconcile(settings, keychain, account, legacyKey, plaintext, keychain.readString(account));
+    const auto kept = keychain.read(account);
+    if (!kept && plaintext.isEmpty())
+        return tl::unexpected(kept.error());
+    return reconcile(settings, keychain, account, legacyKey, plaintext, kept.value_or(std::nullopt));
+}
+
+QString keychainAdvice(const Failure &failure)
+{
+    switch (SecretStorageProblem(failure.code)) {
+    case SecretStorageProblem::Locked:
+    case SecretStorageProblem::NoKeyring:
+        return u"鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。"_s;
+    case SecretStorageProblem::NoBus:
+    case SecretStorageProblem::NoService:
+        return u"這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。"_s;
+    case SecretStorageProblem::NoAnswer:
+    case SecretStorageProblem::NoSecret:
+        break;
+    }
+    return u"鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。"_s;
 }
 
 StoredAPIKeys loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain, const QStringList &accounts)

@@ -15,9 +15,13 @@ class SettingsStore;
 
 /// The API key of one account, empty where none is stored. The keychain comes first. A plaintext copy of a former
 /// version in the settings, under the legacy key, goes away once the keychain holds a value: it is moved there when the
-/// keychain has none, and stays in use where that fails. Blocks as `KeychainStore` does, on any thread.
-QString loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
-                         const QString &legacyKey);
+/// keychain has none, and stays in use where that fails. Without such a copy, a keychain that can't be read is a
+/// failure: it may hold a key. Blocks as `KeychainStore` does, on any thread.
+Result<QString> loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
+                                 const QString &legacyKey);
+
+/// What the user can do about a failure of the keychain: a key of the string tables.
+QString keychainAdvice(const Failure &failure);
 
 struct StoredAPIKeys
 {

@@ -26,7 +26,7 @@ ServiceRequest anthropicRequest(const ServiceHosts &hosts, const AnthropicProvid
                            {u"system"_s, message.instruction},
                            {u"messages"_s, QJsonArray{user}}};
     return jsonRequest(*url, {{"x-api-key", provider.apiKey.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body,
-                       label, provider.apiKey);
+                       label, {provider.apiKey});
 }
 
 QString anthropicAnswer(const QByteArray &body)

@@ -24,9 +24,11 @@ struct TranslationJob
     QString text;
 };
 
-bool isChinese(const QString &code)
+/// Whether a text of one language needs no translation into the other: neither between kinds of Chinese nor between
+/// regions of one language.
+bool isSameLanguage(const QString &code, const QString &target)
 {
-    return code.startsWith(u"zh");
+    return code.section(u'-', 0, 0) == target.section(u'-', 0, 0);
 }
 
 } // namespace
@@ -92,7 +94,7 @@ void AppleTranslationBridge::identifyAndGroup(const std::shared_ptr<Call> &call)
     for (qsizetype i = 0; i < call->texts.size(); ++i) {
         const QString language = languages.value(i);
         const bool isUndetermined = language.isEmpty() || language == u"und" || language == u"unknown";
-        const bool isSame = language == call->target || (isChinese(language) && isChinese(call->target));
+        const bool isSame = isSameLanguage(language, call->target);
         call->result.outcomes.append({.kind = isSame ? Kind::SameLanguage : Kind::Undetermined});
         if (isUndetermined || isSame)
             continue;

@@ -1,6 +1,7 @@
 #include "BlockBatch.h"
 
 #include "Json.h"
+#include "ModelLimits.h"
 #include "TranslationError.h"
 
 #include <QHash>
@@ -26,6 +27,25 @@ std::optional<qsizetype> blockPosition(const QJsonValue &id, qsizetype blockCoun
 }
 
 } // namespace
+
+QList<QList<TextBlock>> blockBatches(const QList<TextBlock> &blocks)
+{
+    // A translation has about as many tokens as its source has characters at the most, and an ideograph, which may
+    // become a word, is three bytes.
+    constexpr qsizetype tokensOfAnElement = 16; // brackets, names and number
+    QList<QList<TextBlock>> batches{{}};
+    qsizetype tokens = 0;
+    for (const TextBlock &block : blocks) {
+        const qsizetype more = block.text.toUtf8().size() + tokensOfAnElement;
+        if (!batches.last().isEmpty() && tokens + more > mostOutputTokens) {
+            batches.append(QList<TextBlock>());
+            tokens = 0;
+        }
+        batches.last().append(block);
+        tokens += more;
+    }
+    return batches;
+}
 
 std::optional<QString> blockBatchInput(const QList<TextBlock> &blocks)
 {

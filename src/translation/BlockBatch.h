@@ -12,7 +12,11 @@
 
 namespace lucentra {
 
-/// The wire protocol between the program and a language model: all blocks in one message, numbered by their position.
+/// The wire protocol between the program and a language model: the blocks in one message, numbered by their position.
+
+/// The blocks in consecutive runs whose translations fit into one answer: in general all in one. No blocks are one
+/// empty run.
+QList<QList<TextBlock>> blockBatches(const QList<TextBlock> &blocks);
 
 /// The user message: `[{"id":0,"text":"…"},…]`, one object a block; nothing where a text is not valid Unicode.
 std::optional<QString> blockBatchInput(const QList<TextBlock> &blocks);

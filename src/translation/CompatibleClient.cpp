@@ -4,6 +4,7 @@
 #include "ModelLimits.h"
 
 #include <QUrl>
+#include <QUrlQuery>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,16 @@ bool mayReceiveText(const QUrl &url)
     if (url.scheme() == u"https")
         return !host.isEmpty();
     return url.scheme() == u"http" && (host == u"localhost" || host == u"127.0.0.1" || host == u"::1");
+}
+
+/// The key, and what the address itself may hold of that kind.
+QStringList secretsOf(const CompatibleProvider &provider)
+{
+    const QUrl url(provider.baseUrl.trimmed(), QUrl::StrictMode);
+    QStringList secrets{provider.apiKey, url.userName(), url.password()};
+    for (const auto &[name, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
+        secrets.append(value);
+    return secrets;
 }
 
 } // namespace
@@ -53,7 +64,7 @@ ServiceRequest compatibleRequest(const CompatibleProvider &provider, const Model
     if (message.isStructured)
         body.insert(u"response_format"_s, QJsonObject{{u"type"_s, u"json_object"_s}});
     return jsonRequest(chatCompletionsURL(provider.baseUrl), {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}},
-                       body, label, provider.apiKey);
+                       body, label, secretsOf(provider));
 }
 
 QString compatibleAnswer(const QByteArray &body)

@@ -10,6 +10,8 @@ namespace lucentra {
 namespace {
 
 const QString provider = u"DeepL"_s;
+/// What the service takes in one request; its whole body may have 128 KiB.
+constexpr ChunkLimit chunkLimit{.texts = 50, .bytes = 120'000};
 
 } // namespace
 
@@ -23,7 +25,7 @@ ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts,
                            {u"target_lang"_s, deepLLanguageCode(target)},
                            {u"preserve_formatting"_s, true},
                            {u"model_type"_s, u"prefer_quality_optimized"_s}};
-    return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, provider, key);
+    return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, provider, {key});
 }
 
 QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
@@ -41,8 +43,13 @@ QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
 QStringList translateWithDeepL(const TranslationServices &services, const QList<TextBlock> &blocks, const QString &key,
                                const QString &target)
 {
-    const QStringList sources = textsOf(blocks);
-    return deepLAnswer(postJSON(services, deepLRequest(services.hosts, sources, key, target)), sources);
+    QList<QStringList> chunks = chunksOf(textsOf(blocks), chunkLimit);
+    if (chunks.isEmpty())
+        chunks.append(QStringList()); // the service is asked all the same
+    QStringList translations;
+    for (const QStringList &chunk : chunks)
+        translations.append(deepLAnswer(postJSON(services, deepLRequest(services.hosts, chunk, key, target)), chunk));
+    return translations;
 }
 
 } // namespace lucentra

@@ -23,7 +23,28 @@ ProviderFailure geminiFailure(const QString &description)
 
 QString errorMessage(const HttpResponse &response, const QString &key, const LocalizationManager &texts)
 {
-    return response.body.isEmpty() ? texts.localized(u"未知錯誤"_s) : providerErrorMessage(response.body, key, texts);
+    return response.body.isEmpty() ? texts.localized(u"未知錯誤"_s) : providerErrorMessage(response.body, {key}, texts);
+}
+
+QStringList translateBatch(const TranslationServices &services, const QString &key, const QList<TextBlock> &blocks,
+                           const QString &target)
+{
+    const auto input = blockBatchInput(blocks);
+    if (!input)
+        throw geminiFailure(u"JSON encode error"_s);
+    const ModelMessage message{
+        .instruction = geminiBlockInstruction(promptLanguageName(target)), .userText = *input, .isStructured = true};
+    const auto request = geminiRequest(services.hosts, key, message);
+    if (!request)
+        throw geminiFailure(u"Request prepare error"_s);
+    const HttpResponse response = services.send(request->http);
+    if (!isSuccess(response))
+        throw TranslationProviderError::requestFailed(label, response.status,
+                                                      errorMessage(response, key, services.texts));
+    const auto output = geminiAnswer(response.body);
+    if (!output)
+        throw geminiFailure(u"Response parse error"_s);
+    return parseGeminiBlocks(*output, blocks);
 }
 
 QJsonObject generationConfig(bool isStructured)
@@ -48,7 +69,7 @@ std::optional<ServiceRequest> geminiRequest(const ServiceHosts &hosts, const QSt
     const QJsonObject body{{u"system_instruction"_s, parts(message.instruction)},
                            {u"contents"_s, QJsonArray{parts(message.userText)}},
                            {u"generationConfig"_s, generationConfig(message.isStructured)}};
-    return jsonRequest(*url, {}, jsonBytes(body), requestTimeout, label, key);
+    return jsonRequest(*url, {}, jsonBytes(body), requestTimeout, label, {key});
 }
 
 std::optional<QString> geminiAnswer(const QByteArray &body)
@@ -73,42 +94,34 @@ QStringList parseGeminiBlocks(const QString &output, const QList<TextBlock> &blo
 QStringList translateBlocksWithGemini(const TranslationServices &services, const QString &key,
                                       const QList<TextBlock> &blocks, const QString &target)
 {
-    const auto input = blockBatchInput(blocks);
-    if (!input)
-        throw geminiFailure(u"JSON encode error"_s);
-    const ModelMessage message{
-        .instruction = geminiBlockInstruction(promptLanguageName(target)), .userText = *input, .isStructured = true};
-    const auto request = geminiRequest(services.hosts, key, message);
-    if (!request)
-        throw geminiFailure(u"Request prepare error"_s);
-    const HttpResponse response = services.http.send(request->http);
-    if (!isSuccess(response))
-        throw TranslationProviderError::requestFailed(label, response.status,
-                                                      errorMessage(response, key, services.texts));
-    const auto output = geminiAnswer(response.body);
-    if (!output)
-        throw geminiFailure(u"Response parse error"_s);
-    return parseGeminiBlocks(*output, blocks);
+    QStringList translations;
+    for (const QList<TextBlock> &batch : blockBatches(blocks))
+        translations.append(translateBatch(services, key, batch, target));
+    return translations;
 }
 
-QString translateTextWithGemini(const TranslationServices &services, const QString &key, const QString &text,
-                                const QString &target)
+TextTranslation translateTextWithGemini(const TranslationServices &services, const QString &key, const QString &text,
+                                        const QString &target)
 {
     const LocalizationManager &texts = services.texts;
+    const auto failed = [](const QString &message) { return TextTranslation{.text = message, .isMessage = true}; };
     const ModelMessage message{.instruction = geminiDictionaryInstruction(dictionaryLanguageName(target)),
                                .userText = text};
     const auto request = geminiRequest(services.hosts, key, message);
     if (!request)
-        return texts.localized(u"❌ 網路請求準備失敗"_s);
+        return failed(texts.localized(u"❌ 網路請求準備失敗"_s));
     try {
-        const HttpResponse response = services.http.send(request->http);
+        const HttpResponse response = services.send(request->http);
         if (!isSuccess(response))
-            return texts.formatted(u"❌ Gemini API 錯誤 %d：%@"_s, response.status, errorMessage(response, key, texts));
+            return failed(
+                texts.formatted(u"❌ Gemini API 錯誤 %d：%@"_s, response.status, errorMessage(response, key, texts)));
         if (const auto output = geminiAnswer(response.body))
-            return output->trimmed();
-        return texts.localized(u"❌ API 回應格式錯誤或金鑰無效"_s);
+            return {.text = output->trimmed()};
+        return failed(texts.localized(u"❌ API 回應格式錯誤或金鑰無效"_s));
     } catch (const TransportError &error) {
-        return texts.formatted(u"❌ 網路錯誤：%@"_s, error.failure(texts).description);
+        if (error.kind() == TransportError::Kind::cancelled)
+            throw;
+        return failed(texts.formatted(u"❌ 網路錯誤：%@"_s, error.failure(texts).description));
     }
 }
 

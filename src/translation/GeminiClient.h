@@ -2,6 +2,7 @@
 
 #include "ModelMessage.h"
 #include "ServiceRequest.h"
+#include "Translations.h"
 
 namespace lucentra {
 
@@ -14,13 +15,13 @@ std::optional<QString> geminiAnswer(const QByteArray &body);
 /// One string a block from the model's text. Throws `ProviderFailure` of "Gemini" where it is no array of objects.
 QStringList parseGeminiBlocks(const QString &output, const QList<TextBlock> &blocks);
 
-/// All blocks in one request; one string a block, in their order. Throws `TranslationError`.
+/// One string a block, in their order. Throws `TranslationError`.
 QStringList translateBlocksWithGemini(const TranslationServices &services, const QString &key,
                                       const QList<TextBlock> &blocks, const QString &target);
 
-/// A typed text, dictionary-style: the translation, or a sentence that begins with "❌ ". Never throws. `target` is the
-/// target language's code.
-QString translateTextWithGemini(const TranslationServices &services, const QString &key, const QString &text,
-                                const QString &target);
+/// A typed text, dictionary-style: the translation, or a message that begins with "❌ ". Throws where the request was
+/// cancelled or may not be made. `target` is the target language's code.
+TextTranslation translateTextWithGemini(const TranslationServices &services, const QString &key, const QString &text,
+                                        const QString &target);
 
 } // namespace lucentra

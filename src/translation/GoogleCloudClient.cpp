@@ -9,7 +9,8 @@ namespace lucentra {
 
 namespace {
 
-constexpr qsizetype chunkSize = 128;
+/// The service takes 100,000 bytes in one request.
+constexpr ChunkLimit chunkLimit{.texts = 128, .bytes = 95'000};
 constexpr std::chrono::seconds requestTimeout{20};
 const QString provider = u"Google Cloud"_s;
 
@@ -24,7 +25,7 @@ ServiceRequest googleCloudRequest(const ServiceHosts &hosts, const QStringList &
     const QJsonObject body{{u"q"_s, QJsonArray::fromStringList(texts)},
                            {u"target"_s, googleLanguageCode(target)},
                            {u"format"_s, u"text"_s}};
-    return jsonRequest(*url, {}, jsonBytes(body), requestTimeout, provider, key);
+    return jsonRequest(*url, {}, jsonBytes(body), requestTimeout, provider, {key});
 }
 
 QStringList googleCloudAnswer(const QByteArray &body, qsizetype count)
@@ -45,7 +46,7 @@ QStringList translateWithGoogleCloud(const TranslationServices &services, const 
                                      const QString &target, const QString &key)
 {
     QStringList translations;
-    for (const QStringList &chunk : chunksOf(textsOf(blocks), chunkSize)) {
+    for (const QStringList &chunk : chunksOf(textsOf(blocks), chunkLimit)) {
         const ServiceRequest request = googleCloudRequest(services.hosts, chunk, target, key);
         translations.append(googleCloudAnswer(postJSON(services, request), chunk.size()));
     }

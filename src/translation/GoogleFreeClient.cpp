@@ -15,6 +15,27 @@ constexpr std::chrono::seconds requestTimeout{15};
 const QString provider = u"Google 免費翻譯"_s;
 const QString separator = u"||||"_s;
 
+/// Whether the text couldn't be told from the separators around it.
+bool resemblesSeparator(const QString &text)
+{
+    return text.contains(separator) || text.startsWith(u'|') || text.endsWith(u'|');
+}
+
+/// Runs of texts that one request joins.
+QList<QStringList> joinableChunks(const QStringList &texts)
+{
+    QList<QStringList> chunks;
+    bool mayAppend = false;
+    for (const QString &text : texts) {
+        const bool isAlone = resemblesSeparator(text);
+        if (!mayAppend || isAlone || chunks.last().size() == chunkSize)
+            chunks.append(QStringList());
+        chunks.last().append(text);
+        mayAppend = !isAlone;
+    }
+    return chunks;
+}
+
 /// Sends the requests side by side and returns the answers in the order of the requests.
 QList<QStringList> answersOf(const TranslationServices &services, const QList<ServiceRequest> &requests,
                              const QList<QStringList> &chunks)
@@ -24,6 +45,8 @@ QList<QStringList> answersOf(const TranslationServices &services, const QList<Se
         wave.append(request.http);
     QList<QStringList> answers(requests.size());
     try {
+        if (services.beforeRequest)
+            services.beforeRequest();
         services.http.sendTogether(wave, [&](qsizetype i, const HttpResponse &response) {
             answers[i] = googleFreeAnswer(acceptedBody(response, requests[i], services.texts), chunks[i].size());
         });
@@ -56,7 +79,7 @@ std::optional<ServiceRequest> googleFreeRequest(const ServiceHosts &hosts, const
                                    .body = {},
                                    .timeout = requestTimeout},
                           .provider = provider,
-                          .key = {}};
+                          .secrets = {}};
 }
 
 QStringList googleFreeAnswer(const QByteArray &body, qsizetype count)
@@ -71,7 +94,8 @@ QStringList googleFreeAnswer(const QByteArray &body, qsizetype count)
             throw TranslationProviderError::invalidResponse(provider);
         translation += sentence[0].toString();
     }
-    QStringList pieces = translation.split(separator);
+    // Of a text that was sent alone every separator is its own.
+    QStringList pieces = count == 1 ? QStringList{translation} : translation.split(separator);
     if (pieces.size() != count)
         throw TranslationProviderError::invalidResponse(provider);
     for (QString &piece : pieces)
@@ -82,7 +106,7 @@ QStringList googleFreeAnswer(const QByteArray &body, qsizetype count)
 QStringList translateWithGoogleFree(const TranslationServices &services, const QList<TextBlock> &blocks,
                                     const QString &target)
 {
-    const QList<QStringList> chunks = chunksOf(textsOf(blocks), chunkSize);
+    const QList<QStringList> chunks = joinableChunks(textsOf(blocks));
     QStringList translations;
     for (qsizetype start = 0; start < chunks.size(); start += waveSize) {
         const QList<QStringList> wave = chunks.mid(start, waveSize);

@@ -28,12 +28,16 @@ QString sendToModel(const TranslationServices &services, const LanguageModelProv
 QStringList translateBlocksWithModel(const TranslationServices &services, const QList<TextBlock> &blocks,
                                      const QString &target, const LanguageModelProvider &provider)
 {
-    const auto input = blockBatchInput(blocks);
-    if (!input)
-        throw TranslationProviderError::invalidConfiguration(u"無法建立翻譯輸入"_s);
-    const ModelMessage message{
-        .instruction = blockInstruction(promptLanguageName(target)), .userText = *input, .isStructured = true};
-    return parseBlockTranslations(sendToModel(services, provider, message), blocks);
+    QStringList translations;
+    for (const QList<TextBlock> &batch : blockBatches(blocks)) {
+        const auto input = blockBatchInput(batch);
+        if (!input)
+            throw TranslationProviderError::invalidConfiguration(u"無法建立翻譯輸入"_s);
+        const ModelMessage message{
+            .instruction = blockInstruction(promptLanguageName(target)), .userText = *input, .isStructured = true};
+        translations.append(parseBlockTranslations(sendToModel(services, provider, message), batch));
+    }
+    return translations;
 }
 
 QString translateTextWithModel(const TranslationServices &services, const QString &text, const QString &target,

@@ -9,7 +9,8 @@ namespace lucentra {
 
 namespace {
 
-constexpr qsizetype chunkSize = 100;
+/// The service takes 50,000 characters in one request, whatever their bytes.
+constexpr ChunkLimit chunkLimit{.texts = 100, .bytes = 50'000};
 constexpr std::chrono::seconds requestTimeout{20};
 const QString provider = u"Microsoft Translator"_s;
 
@@ -27,7 +28,7 @@ ServiceRequest microsoftRequest(const ServiceHosts &hosts, const QStringList &te
         body.append(QJsonObject{{u"text"_s, text}});
     return jsonRequest(*url,
                        {{"Ocp-Apim-Subscription-Key", key.toUtf8()}, {"Ocp-Apim-Subscription-Region", region.toUtf8()}},
-                       jsonBytes(body), requestTimeout, provider, key);
+                       jsonBytes(body), requestTimeout, provider, {key});
 }
 
 QStringList microsoftAnswer(const QByteArray &body, qsizetype count)
@@ -49,7 +50,7 @@ QStringList translateWithMicrosoft(const TranslationServices &services, const QL
                                    const QString &key, const QString &region, const QString &target)
 {
     QStringList translations;
-    for (const QStringList &chunk : chunksOf(textsOf(blocks), chunkSize)) {
+    for (const QStringList &chunk : chunksOf(textsOf(blocks), chunkLimit)) {
         const ServiceRequest request = microsoftRequest(services.hosts, chunk, key, region, target);
         translations.append(microsoftAnswer(postJSON(services, request), chunk.size()));
     }

@@ -46,7 +46,7 @@ ServiceRequest openAIRequest(const ServiceHosts &hosts, const OpenAIProvider &pr
                                  {u"schema"_s, translationSchema()}};
         body.insert(u"text"_s, QJsonObject{{u"format"_s, format}});
     }
-    return jsonRequest(*url, {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}}, body, label, provider.apiKey);
+    return jsonRequest(*url, {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}}, body, label, {provider.apiKey});
 }
 
 QString openAIAnswer(const QByteArray &body)

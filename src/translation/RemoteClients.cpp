@@ -11,9 +11,12 @@ namespace lucentra {
 
 TranslationClients remoteClients(HttpSession &http, const LocalizationManager &texts, const ServiceHosts &hosts)
 {
-    const TranslationServices services{.http = http, .hosts = hosts, .texts = texts};
-    const auto bound = [services](auto client) {
-        return [services, client](const auto &...values) { return client(services, values...); };
+    const auto bound = [&http, &texts, hosts](auto client) {
+        return [&http, &texts, hosts, client](const BeforeRequest &beforeRequest, const auto &...values) {
+            const TranslationServices services{
+                .http = http, .hosts = hosts, .texts = texts, .beforeRequest = beforeRequest};
+            return client(services, values...);
+        };
     };
     TranslationClients clients;
     clients.googleFree = bound(translateWithGoogleFree);

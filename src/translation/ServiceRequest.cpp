@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -16,6 +18,8 @@ namespace {
 constexpr std::chrono::seconds postTimeout{45};
 constexpr qsizetype longestPlainMessage = 300;
 constexpr qsizetype longestMessage = 4000;
+/// Shorter ones are no services' keys, and may well be parts of words.
+constexpr qsizetype shortestSecret = 8;
 
 // Every form in which a service may echo one character of a key: as it is, in a URL, in a JSON string, in HTML.
 QString echoesOf(char32_t character)
@@ -37,24 +41,67 @@ QString echoesOf(char32_t character)
     return u"(?:"_s + forms.join(u'|') + u")"_s;
 }
 
-QString withoutKey(QString message, const QString &key)
+bool isPartOfToken(QChar c)
 {
-    if (key.isEmpty())
-        return message;
+    return c.isLetterOrNumber() || c.isSurrogate() || c == u'_' || c == u'-';
+}
+
+/// Takes out every token that holds the secret.
+QString withoutSecret(const QString &message, const QString &secret)
+{
     const QString hidden = u"•••"_s;
-    message.replace(key, hidden);
     QString pattern;
-    for (const char32_t character : key.toUcs4())
+    for (const char32_t character : secret.toUcs4())
         pattern += echoesOf(character);
     const QRegularExpression echo(pattern, QRegularExpression::UseUnicodePropertiesOption);
     // A key too long for a pattern is no service's key; rather no message than one that may hold a part of it.
-    return echo.isValid() ? message.replace(echo, hidden) : hidden;
+    if (!echo.isValid())
+        return hidden;
+    QString result;
+    qsizetype copied = 0;
+    for (auto matches = echo.globalMatch(message); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        qsizetype start = match.capturedStart();
+        qsizetype end = match.capturedEnd();
+        while (start > copied && isPartOfToken(message[start - 1]))
+            --start;
+        while (end < message.size() && isPartOfToken(message[end]))
+            ++end;
+        if (end <= copied)
+            continue; // in the token that was taken out last
+        result += QStringView(message).sliced(copied, std::max(start, copied) - copied);
+        result += hidden;
+        copied = end;
+    }
+    result += QStringView(message).sliced(copied);
+    return result;
+}
+
+QString firstUnits(const QString &text, qsizetype count)
+{
+    QString start = text.left(count);
+    if (start.size() < text.size() && !start.isEmpty() && start.back().isHighSurrogate())
+        start.chop(1);
+    return start;
+}
+
+/// The start of a message, without the secrets.
+QString shownMessage(const QString &message, const QStringList &secrets)
+{
+    // What nobody will see needn't be searched.
+    constexpr qsizetype mostSearched = 4 * longestMessage;
+    QString shown = firstUnits(message, mostSearched);
+    for (const QString &secret : secrets) {
+        if (secret.size() >= shortestSecret)
+            shown = withoutSecret(shown, secret);
+    }
+    return firstUnits(shown, longestMessage);
 }
 
 } // namespace
 
 ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const QByteArray &body,
-                           std::chrono::milliseconds timeout, const QString &provider, const QString &key)
+                           std::chrono::milliseconds timeout, const QString &provider, const QStringList &secrets)
 {
     return {.http = {.method = "POST",
                      .url = url,
@@ -62,19 +109,26 @@ ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const 
                      .body = body,
                      .timeout = timeout},
             .provider = provider,
-            .key = key};
+            .secrets = secrets};
 }
 
 ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const QJsonObject &body,
-                           const QString &provider, const QString &key)
+                           const QString &provider, const QStringList &secrets)
 {
-    return jsonRequest(url, headers, jsonBytes(body), postTimeout, provider, key);
+    return jsonRequest(url, headers, jsonBytes(body), postTimeout, provider, secrets);
+}
+
+HttpResponse TranslationServices::send(const HttpRequest &request) const
+{
+    if (beforeRequest)
+        beforeRequest();
+    return http.send(request);
 }
 
 QByteArray postJSON(const TranslationServices &services, const ServiceRequest &request)
 {
     try {
-        return acceptedBody(services.http.send(request.http), request, services.texts);
+        return acceptedBody(services.send(request.http), request, services.texts);
     } catch (const TransportError &error) {
         if (error.kind() == TransportError::Kind::notHttp)
             throw TranslationProviderError::invalidResponse(request.provider);
@@ -86,7 +140,7 @@ QByteArray acceptedBody(const HttpResponse &response, const ServiceRequest &requ
 {
     if (!isSuccess(response))
         throw TranslationProviderError::requestFailed(request.provider, response.status,
-                                                      providerErrorMessage(response.body, request.key, texts));
+                                                      providerErrorMessage(response.body, request.secrets, texts));
     return response.body;
 }
 
@@ -95,18 +149,18 @@ bool isSuccess(const HttpResponse &response)
     return response.status >= 200 && response.status <= 299;
 }
 
-QString providerErrorMessage(const QByteArray &body, const QString &key, const LocalizationManager &texts)
+QString providerErrorMessage(const QByteArray &body, const QStringList &secrets, const LocalizationManager &texts)
 {
     const auto document = parseJson(body);
     if (document && document->isObject()) {
         for (const QJsonValue &message : {(*document)["error"_L1]["message"_L1], (*document)["message"_L1]}) {
             if (message.isString())
-                return withoutKey(message.toString(), key).left(longestMessage);
+                return shownMessage(message.toString(), secrets);
         }
         return texts.localized(u"請檢查 API Key、模型名稱與服務設定"_s);
     }
     if (const auto text = decodeUtf8(body))
-        return firstCharacters(withoutKey(*text, key), longestPlainMessage);
+        return firstCharacters(shownMessage(*text, secrets), longestPlainMessage);
     return texts.localized(u"未知錯誤"_s);
 }
 
@@ -119,11 +173,19 @@ QStringList textsOf(const QList<TextBlock> &blocks)
     return texts;
 }
 
-QList<QStringList> chunksOf(const QStringList &texts, qsizetype size)
+QList<QStringList> chunksOf(const QStringList &texts, const ChunkLimit &limit)
 {
     QList<QStringList> chunks;
-    for (qsizetype start = 0; start < texts.size(); start += size)
-        chunks.append(texts.mid(start, size));
+    qsizetype bytes = 0;
+    for (const QString &text : texts) {
+        const qsizetype size = jsonBytes(QJsonArray{text}).size();
+        if (chunks.isEmpty() || chunks.last().size() == limit.texts || bytes + size > limit.bytes) {
+            chunks.append(QStringList());
+            bytes = 0;
+        }
+        chunks.last().append(text);
+        bytes += size;
+    }
     return chunks;
 }
 

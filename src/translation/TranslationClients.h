@@ -4,6 +4,7 @@
 #include "OnDeviceTranslations.h"
 #include "ServiceHosts.h"
 #include "TextBlock.h"
+#include "Translations.h"
 
 #include <QList>
 #include <QString>
@@ -17,26 +18,31 @@ namespace lucentra {
 class HttpSession;
 class LocalizationManager;
 
+/// Called before each request, on the request's worker. Throws where it may not be made any more.
+using BeforeRequest = std::function<void()>;
+
 /// Translates texts on this machine: calls back once, on any thread, with one text a source text, or with nothing.
 using OnDeviceTranslation = std::function<void(const QStringList &texts, const QString &target,
                                                std::function<void(std::optional<OnDeviceTranslations>)> completion)>;
 
-/// What the manager can translate with. Except for the on-device one, every client runs on a worker, may block,
-/// returns one string a block in their order, and throws `TranslationError`.
+/// What the manager can translate with. Except for the on-device one, every client runs on a worker, may block, asks
+/// before each of its requests, returns one string a block in their order, and throws `TranslationError`.
 struct TranslationClients
 {
     using Blocks = QList<TextBlock>;
 
-    std::function<QStringList(const Blocks &, const QString &target)> googleFree;
-    std::function<QStringList(const Blocks &, const QString &target, const QString &key)> googleCloud;
-    std::function<QStringList(const Blocks &, const QString &key, const QString &region, const QString &target)>
-        microsoft;
-    std::function<QStringList(const Blocks &, const QString &key, const QString &target)> deepL;
-    std::function<QStringList(const QString &key, const Blocks &, const QString &target)> geminiBlocks;
-    /// Never throws: the translation, or the sentence for the user.
-    std::function<QString(const QString &key, const QString &text, const QString &target)> geminiText;
-    std::function<QStringList(const Blocks &, const QString &target, const LanguageModelProvider &)> modelBlocks;
-    std::function<QString(const QString &text, const QString &target, const LanguageModelProvider &)> modelText;
+    template <typename Answer, typename... Values>
+    using Client = std::function<Answer(const BeforeRequest &, const Values &...)>;
+
+    Client<QStringList, Blocks, QString /*target*/> googleFree;
+    Client<QStringList, Blocks, QString /*target*/, QString /*key*/> googleCloud;
+    Client<QStringList, Blocks, QString /*key*/, QString /*region*/, QString /*target*/> microsoft;
+    Client<QStringList, Blocks, QString /*key*/, QString /*target*/> deepL;
+    Client<QStringList, QString /*key*/, Blocks, QString /*target*/> geminiBlocks;
+    /// Its own failures are messages.
+    Client<TextTranslation, QString /*key*/, QString /*text*/, QString /*target*/> geminiText;
+    Client<QStringList, Blocks, QString /*target*/, LanguageModelProvider> modelBlocks;
+    Client<QString, QString /*text*/, QString /*target*/, LanguageModelProvider> modelText;
 
     /// Called where a request is made; an unset one counts as having no result.
     OnDeviceTranslation onDevice;

@@ -56,6 +56,12 @@ std::optional<QString> remoteProviderName(TranslationEngine engine, const Locali
     return name == ownEndpoint ? texts.localized(name.toString()) : name.toString();
 }
 
+QString labelBeforeAPI(const QString &label)
+{
+    constexpr QStringView api = u"API";
+    return label.endsWith(api) ? label.chopped(api.size()).trimmed() : label;
+}
+
 QStringList apiKeyAccounts()
 {
     using enum TranslationEngine;

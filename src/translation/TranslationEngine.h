@@ -47,6 +47,9 @@ std::optional<TranslationEngine> translationEngine(qint64 rawValue);
 /// the on-device engine.
 std::optional<QString> remoteProviderName(TranslationEngine engine, const LocalizationManager &texts);
 
+/// A service's label as it stands before the word "API", which a label may end in itself ("相容 API").
+QString labelBeforeAPI(const QString &label);
+
 /// The accounts of all API keys, in the order in which they are read.
 QStringList apiKeyAccounts();
 

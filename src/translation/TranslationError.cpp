@@ -1,6 +1,7 @@
 #include "TranslationError.h"
 
 #include "LocalizationManager.h"
+#include "TranslationEngine.h"
 
 #include <utility>
 
@@ -40,7 +41,8 @@ Failure TranslationProviderError::failure(const LocalizationManager &texts) cons
         description = texts.localized(m_message);
         break;
     case Kind::requestFailed:
-        description = texts.formatted(u"%@ API 錯誤 %d：%@"_s, texts.localized(m_provider), m_status, m_message);
+        description =
+            texts.formatted(u"%@ API 錯誤 %d：%@"_s, labelBeforeAPI(texts.localized(m_provider)), m_status, m_message);
         break;
     case Kind::invalidResponse:
         description = texts.formatted(u"%@ 回應格式無法解析"_s, texts.localized(m_provider));

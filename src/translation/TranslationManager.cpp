@@ -1,5 +1,6 @@
 #include "TranslationManager.h"
 
+#include "HttpSession.h"
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
@@ -21,11 +22,22 @@ namespace {
 /// Far more than requests can hang at once: a pass every second, each for the longest time-out of 45 seconds.
 constexpr int mostRequests = 512;
 
+const QString consentDomain = u"RemoteTranslationConsent"_s;
 const QString onDeviceDomain = u"AppleTranslation"_s;
 const QString onDeviceFailed = u"Apple 翻譯失敗"_s;
 const QString onDeviceTooOld = u"Apple 內建翻譯需升級至 macOS 15"_s;
 const QString onDeviceFailedReply = u"⚠️ Apple 翻譯失敗"_s;
 const QString onDeviceTooOldReply = u"⚠️ Apple 內建翻譯需升級至 macOS 15"_s;
+
+TextTranslation message(const QString &text)
+{
+    return {.text = text, .isMessage = true};
+}
+
+bool isCancelled(const Failure &failure)
+{
+    return failure.domain == u"HttpSession" && failure.code == int(TransportError::Kind::cancelled);
+}
 
 } // namespace
 
@@ -33,10 +45,20 @@ const QString onDeviceTooOldReply = u"⚠️ Apple 內建翻譯需升級至 macO
 struct TranslationManager::Request
 {
     TranslationEngine engine;
-    QString key; ///< of the engine, trimmed; empty where it has none
     QString target;
+    QString model;   ///< of a language model
+    QString baseUrl; ///< of an endpoint of the user's own
+    QString region;
+    QString key{}; ///< of the engine, trimmed; empty where it has none
 
     bool lacksKey() const { return key.isEmpty() && engineEntry(engine).requiresKey; }
+};
+
+/// What became of a typed text.
+struct TranslationManager::TextOutcome
+{
+    TextTranslation result;
+    bool mayBeCopied = true;
 };
 
 TranslationManager::TranslationManager(SettingsStore &settings, const KeychainStore &keychain,
@@ -48,6 +70,7 @@ TranslationManager::TranslationManager(SettingsStore &settings, const KeychainSt
     , m_mainQueue(mainQueue)
     , m_clients(std::move(clients))
     , m_sinks(std::move(sinks))
+    , m_lastText(std::make_shared<std::atomic<qint64>>(0))
     , m_self(std::make_shared<TranslationManager *>(this))
 {
     m_workers.setMaxThreadCount(mostRequests);
@@ -68,11 +91,44 @@ TranslationManager::Request TranslationManager::currentRequest() const
 {
     const auto engine =
         translationEngine(m_settings.read(settings::translationEngine)).value_or(TranslationEngine::apple);
-    // All of them, whichever the engine: legacy copies leave the preferences with the first request.
-    const QHash<QString, QString> keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts()).keys;
+    const auto model = [this, engine] {
+        switch (engine) {
+        case TranslationEngine::openAI:
+            return m_settings.read(settings::openAIModel);
+        case TranslationEngine::anthropic:
+            return m_settings.read(settings::anthropicModel);
+        case TranslationEngine::compatible:
+            return m_settings.read(settings::compatibleModel);
+        default:
+            return QString();
+        }
+    };
     return {.engine = engine,
-            .key = keys.value(engineEntry(engine).account).trimmed(),
-            .target = m_settings.read(settings::targetLanguageCode)};
+            .target = m_settings.read(settings::targetLanguageCode),
+            .model = model(),
+            .baseUrl = m_settings.read(settings::compatibleBaseURL),
+            .region = m_settings.read(settings::microsoftApiRegion)};
+}
+
+Result<QString> TranslationManager::keyFor(TranslationEngine engine) const
+{
+    const QString account = engineEntry(engine).account;
+    const auto key = loadStoredAPIKey(m_settings, m_keychain, account, account);
+    if (key)
+        return key->trimmed();
+    return tl::unexpected(Failure{.domain = u"Keychain"_s,
+                                  .code = key.error().code,
+                                  .description = m_texts.localized(keychainAdvice(key.error()))});
+}
+
+BeforeRequest TranslationManager::permission(TranslationEngine engine, std::function<bool()> isWanted) const
+{
+    return [this, engine, isWanted = std::move(isWanted)] {
+        if (isWanted && !isWanted())
+            throw TransportError(TransportError::Kind::cancelled);
+        if (lacksConsent(engine))
+            throw ProviderFailure(consentDomain, 1, consentMessage(engine));
+    };
 }
 
 bool TranslationManager::lacksConsent(TranslationEngine engine) const
@@ -86,14 +142,13 @@ QString TranslationManager::consentMessage(TranslationEngine engine) const
     return m_texts.formatted(u"⚠️ 請先在翻譯設定中允許將文字傳送至 %@。"_s, service);
 }
 
-LanguageModelProvider TranslationManager::languageModelProvider(const Request &request) const
+LanguageModelProvider TranslationManager::languageModelProvider(const Request &request)
 {
     if (request.engine == TranslationEngine::openAI)
-        return OpenAIProvider{request.key, m_settings.read(settings::openAIModel)};
+        return OpenAIProvider{request.key, request.model};
     if (request.engine == TranslationEngine::anthropic)
-        return AnthropicProvider{request.key, m_settings.read(settings::anthropicModel)};
-    return CompatibleProvider{request.key, m_settings.read(settings::compatibleModel),
-                              m_settings.read(settings::compatibleBaseURL)};
+        return AnthropicProvider{request.key, request.model};
+    return CompatibleProvider{request.key, request.model, request.baseUrl};
 }
 
 bool TranslationManager::supportsOnDevice() const
@@ -114,35 +169,54 @@ void TranslationManager::translateOnDevice(const QStringList &texts, const QStri
         posted(std::nullopt);
 }
 
-std::function<QStringList()> TranslationManager::blockWork(const Request &request, const QList<TextBlock> &blocks) const
+QStringList TranslationManager::sendBlocks(const Request &request, const BeforeRequest &mayBeSent,
+                                           const QList<TextBlock> &blocks) const
 {
-    const TranslationClients &clients = m_clients;
     switch (request.engine) {
     case TranslationEngine::microsoft:
-        return [&clients, request, blocks, region = m_settings.read(settings::microsoftApiRegion)] {
-            return clients.microsoft(blocks, request.key, region, request.target);
-        };
+        return m_clients.microsoft(mayBeSent, blocks, request.key, request.region, request.target);
     case TranslationEngine::customAPI:
-        return [&clients, request, blocks] { return clients.geminiBlocks(request.key, blocks, request.target); };
+        return m_clients.geminiBlocks(mayBeSent, request.key, blocks, request.target);
     case TranslationEngine::deepl:
-        return [&clients, request, blocks] { return clients.deepL(blocks, request.key, request.target); };
+        return m_clients.deepL(mayBeSent, blocks, request.key, request.target);
     case TranslationEngine::openAI:
     case TranslationEngine::anthropic:
     case TranslationEngine::compatible:
-        return [&clients, request, blocks, provider = languageModelProvider(request)] {
-            return clients.modelBlocks(blocks, request.target, provider);
-        };
-    case TranslationEngine::apple: // has no work of its own: it is asked where the call is made
+        return m_clients.modelBlocks(mayBeSent, blocks, request.target, languageModelProvider(request));
+    case TranslationEngine::apple: // is asked where the call is made
     case TranslationEngine::free:
         break;
     }
     if (request.key.isEmpty())
-        return [&clients, request, blocks] { return clients.googleFree(blocks, request.target); };
-    return [&clients, request, blocks] { return clients.googleCloud(blocks, request.target, request.key); };
+        return m_clients.googleFree(mayBeSent, blocks, request.target);
+    return m_clients.googleCloud(mayBeSent, blocks, request.target, request.key);
+}
+
+Result<BlockTranslations> TranslationManager::blocksFrom(Request request, const BeforeRequest &mayBeSent,
+                                                         const QList<TextBlock> &blocks) const
+{
+    const auto key = keyFor(request.engine);
+    if (!key)
+        return tl::unexpected(key.error());
+    request.key = *key;
+    if (request.lacksKey()) {
+        const EngineEntry &entry = engineEntry(request.engine);
+        const QString label = entry.label.toString();
+        return tl::unexpected(Failure{.domain = label,
+                                      .code = -1,
+                                      .description = m_texts.formatted(entry.missingKeyText.toString(),
+                                                                       labelBeforeAPI(m_texts.localized(label)))});
+    }
+    try {
+        return BlockTranslations{.texts = sendBlocks(request, mayBeSent, blocks)};
+    } catch (...) {
+        return tl::unexpected(failureOfCurrentException(m_texts));
+    }
 }
 
 void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
-                                         std::function<void(Result<BlockTranslations>)> completion)
+                                         std::function<void(Result<BlockTranslations>)> completion,
+                                         std::function<bool()> isWanted)
 {
     const Request request = currentRequest();
     const auto refuse = [&](const QString &domain, int code, const QString &description) {
@@ -165,99 +239,101 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
                                  });
     }
     if (lacksConsent(request.engine))
-        return refuse(u"RemoteTranslationConsent"_s, 1, consentMessage(request.engine));
-    if (request.lacksKey()) {
-        const EngineEntry &entry = engineEntry(request.engine);
-        const QString label = entry.label.toString();
-        return refuse(label, -1, m_texts.formatted(entry.missingKeyText.toString(), m_texts.localized(label)));
-    }
-    m_workers.start([this, work = blockWork(request, blocks), completion = std::move(completion)] {
-        Result<BlockTranslations> outcome;
-        try {
-            outcome = BlockTranslations{.texts = work()};
-        } catch (...) {
-            outcome = tl::unexpected(failureOfCurrentException(m_texts));
-        }
-        m_mainQueue.post([completion, outcome] { completion(outcome); });
+        return refuse(consentDomain, 1, consentMessage(request.engine));
+    m_workers.start([this, request, blocks, mayBeSent = permission(request.engine, std::move(isWanted)),
+                     completion = std::move(completion)] {
+        m_mainQueue.post([completion, outcome = blocksFrom(request, mayBeSent, blocks)] { completion(outcome); });
     });
 }
 
-std::function<QString()> TranslationManager::textWork(const Request &request, const QString &text) const
+TextTranslation TranslationManager::sendText(const Request &request, const BeforeRequest &mayBeSent,
+                                             const QString &text) const
 {
-    const TranslationClients &clients = m_clients;
     switch (request.engine) {
     case TranslationEngine::customAPI:
-        return [&clients, request, text] { return clients.geminiText(request.key, text, request.target); };
+        return m_clients.geminiText(mayBeSent, request.key, text, request.target);
     case TranslationEngine::openAI:
     case TranslationEngine::anthropic:
     case TranslationEngine::compatible:
-        return [&clients, request, text, provider = languageModelProvider(request)] {
-            return clients.modelText(text, request.target, provider);
-        };
+        return {.text = m_clients.modelText(mayBeSent, text, request.target, languageModelProvider(request))};
     default:
-        return [work = blockWork(request, {TextBlock{.text = text, .normBox = {}}})] { return work().value(0); };
+        return {.text = sendBlocks(request, mayBeSent, {TextBlock{.text = text, .normBox = {}}}).value(0)};
+    }
+}
+
+TranslationManager::TextOutcome TranslationManager::textFrom(Request request, const BeforeRequest &mayBeSent,
+                                                             const QString &text) const
+{
+    const auto key = keyFor(request.engine);
+    if (!key)
+        return {.result = message(u"⚠️ "_s + key.error().description), .mayBeCopied = false};
+    request.key = *key;
+    if (request.lacksKey()) // Gemini's is the one missing key that is neither copied nor recorded
+        return {.result = message(m_texts.localized(engineEntry(request.engine).missingKeyReply.toString())),
+                .mayBeCopied = request.engine != TranslationEngine::customAPI};
+    try {
+        return {.result = sendText(request, mayBeSent, text)};
+    } catch (...) {
+        const Failure failure = failureOfCurrentException(m_texts);
+        if (isCancelled(failure))
+            return {};
+        if (failure.domain == consentDomain)
+            return {.result = message(failure.description), .mayBeCopied = false};
+        return {.result = message(m_texts.formatted(u"❌ 翻譯失敗：%@"_s, failure.description))};
     }
 }
 
 void TranslationManager::translateText(const QString &text, std::function<void(TextTranslation)> completion)
 {
+    const qint64 number = ++*m_lastText;
     Request request = currentRequest();
     if (lacksConsent(request.engine))
-        return completion({.text = consentMessage(request.engine)});
+        return completion(message(consentMessage(request.engine)));
     if (containsHanCharacters(text))
         request.target = u"en-US"_s;
     if (request.engine == TranslationEngine::apple) {
         if (!supportsOnDevice())
-            return finishText(text, {.text = m_texts.localized(onDeviceTooOldReply)}, completion);
-        const QString failed = m_texts.localized(onDeviceFailedReply);
+            return finishText(text, {.result = message(m_texts.localized(onDeviceTooOldReply))}, completion);
+        const TextTranslation failed = message(m_texts.localized(onDeviceFailedReply));
         const auto finish = postedFinish(text, std::move(completion));
         return translateOnDevice(
             {text}, request.target, [&lookup = m_texts, text, finish, failed](const auto &translations) {
                 const QString translation = translations ? translations->texts.value(0) : QString();
                 if (translation.isEmpty())
-                    return finish({.text = failed});
-                finish({.text = translation, .note = onDeviceNote({text}, *translations, lookup)});
+                    return finish({.result = failed});
+                finish({.result = {.text = translation, .note = onDeviceNote({text}, *translations, lookup)}});
             });
     }
-    if (request.lacksKey()) {
-        const QString reply = m_texts.localized(engineEntry(request.engine).missingKeyReply.toString());
-        if (request.engine == TranslationEngine::customAPI)
-            return completion({.text = reply}); // the one missing key that is neither copied nor recorded
-        return finishText(text, {.text = reply}, completion);
-    }
-    m_workers.start([this, work = textWork(request, text), finish = postedFinish(text, std::move(completion))] {
-        try {
-            finish({.text = work()});
-        } catch (...) {
-            finish({.text = m_texts.formatted(u"❌ 翻譯失敗：%@"_s, failureOfCurrentException(m_texts).description)});
-        }
-    });
+    const auto isWanted = [last = m_lastText, number] { return *last == number; };
+    m_workers.start(
+        [this, request, text, mayBeSent = permission(request.engine, isWanted),
+         finish = postedFinish(text, std::move(completion))] { finish(textFrom(request, mayBeSent, text)); });
 }
 
-std::function<void(const TextTranslation &)>
+std::function<void(const TranslationManager::TextOutcome &)>
 TranslationManager::postedFinish(const QString &original, std::function<void(TextTranslation)> completion)
 {
     return [&queue = m_mainQueue, weak = std::weak_ptr(m_self), original,
-            completion = std::move(completion)](const TextTranslation &result) {
-        queue.post([weak, original, completion, result] {
+            completion = std::move(completion)](const TextOutcome &outcome) {
+        queue.post([weak, original, completion, outcome] {
             if (const auto self = weak.lock())
-                (*self)->finishText(original, result, completion);
+                (*self)->finishText(original, outcome, completion);
         });
     };
 }
 
-void TranslationManager::finishText(const QString &original, const TextTranslation &result,
+void TranslationManager::finishText(const QString &original, const TextOutcome &outcome,
                                     const std::function<void(TextTranslation)> &completion)
 {
-    const QString &text = result.text;
-    if (!text.isEmpty()) {
+    const QString &text = outcome.result.text;
+    if (!text.isEmpty() && outcome.mayBeCopied) {
         if (m_sinks.copy && m_settings.read(settings::autoCopy))
             m_sinks.copy(text);
-        const bool isMessage = text.startsWith(u"⚠️") || text.startsWith(u"❌");
+        const bool isMessage = outcome.result.isMessage || text.startsWith(u"⚠️") || text.startsWith(u"❌");
         if (m_sinks.record && !isMessage)
             m_sinks.record(original, text);
     }
-    completion(result);
+    completion(outcome.result);
 }
 
 } // namespace lucentra

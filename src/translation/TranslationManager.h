@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QThreadPool>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -20,9 +21,10 @@ class SettingsStore;
 
 /// The one entry point through which the program translates.
 ///
-/// It keeps nothing between calls: each call reads engine, keys, consent, models and target language from the stores,
-/// refuses at once where something is missing, and otherwise starts one client on a worker. Calls may overlap; none
-/// waits for another. Whether an outcome is still wanted is the caller's business.
+/// It keeps nothing between calls: each call reads engine, consent, models and target language from the stores, refuses
+/// at once where the consent is missing, and otherwise starts one client on a worker, which reads the engine's own key
+/// from the keychain first. A keychain that can't be read ends the call: without the key the text might go elsewhere.
+/// Calls may overlap; none waits for another. Consent is looked at once more before every single request.
 class TranslationManager
 {
 public:
@@ -40,14 +42,17 @@ public:
     ~TranslationManager();
 
     /// Translates the blocks' texts into the target language: one string a block, in their order, with a note where
-    /// none of them is new, or the failure.
-    /// Any thread. Completes once: before it returns where the configuration is at fault, else on the main queue.
-    void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion);
+    /// none of them is new, or the failure. No further request is made once `isWanted`, if given, returns false; it is
+    /// called on workers.
+    /// Any thread. Completes once: before it returns where the consent is missing, else on the main queue.
+    void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion,
+                         std::function<bool()> isWanted = {});
 
     /// Translates typed text dictionary-style, text with Chinese characters into English. Main thread. Completes once
-    /// with the translation, or with a sentence that begins with "⚠️ " (the configuration is at fault; before it
-    /// returns) or "❌ " (the request failed); except for the former, on the main queue. Before that the result is
-    /// copied where the setting wants it, and a translation is recorded.
+    /// with the translation, or with a message that begins with "⚠️ " (the configuration is at fault) or "❌ "
+    /// (the request failed); before it returns where the consent is missing, else on the main queue. Before that the
+    /// result is copied where the setting wants it, and a translation is recorded. No further request is made for a
+    /// text once there is a newer one; what was cancelled completes with an empty text.
     void translateText(const QString &text, std::function<void(TextTranslation)> completion);
 
     /// Ends every request under way at once; for when the program quits.
@@ -55,21 +60,28 @@ public:
 
 private:
     struct Request;
+    struct TextOutcome;
 
     Request currentRequest() const;
     QString consentMessage(TranslationEngine engine) const;
     bool lacksConsent(TranslationEngine engine) const;
-    LanguageModelProvider languageModelProvider(const Request &request) const;
+    static LanguageModelProvider languageModelProvider(const Request &request);
     bool supportsOnDevice() const;
     void translateOnDevice(const QStringList &texts, const QString &target,
                            std::function<void(std::optional<OnDeviceTranslations>)> completion);
-    std::function<QStringList()> blockWork(const Request &request, const QList<TextBlock> &blocks) const;
-    std::function<QString()> textWork(const Request &request, const QString &text) const;
-    void finishText(const QString &original, const TextTranslation &result,
+    Result<QString> keyFor(TranslationEngine engine) const;
+    BeforeRequest permission(TranslationEngine engine, std::function<bool()> isWanted) const;
+    QStringList sendBlocks(const Request &request, const BeforeRequest &mayBeSent,
+                           const QList<TextBlock> &blocks) const;
+    TextTranslation sendText(const Request &request, const BeforeRequest &mayBeSent, const QString &text) const;
+    Result<BlockTranslations> blocksFrom(Request request, const BeforeRequest &mayBeSent,
+                                         const QList<TextBlock> &blocks) const;
+    TextOutcome textFrom(Request request, const BeforeRequest &mayBeSent, const QString &text) const;
+    void finishText(const QString &original, const TextOutcome &outcome,
                     const std::function<void(TextTranslation)> &completion);
     /// A completion for typed text that may be called on any thread, and does nothing once the manager is gone.
-    std::function<void(const TextTranslation &)> postedFinish(const QString &original,
-                                                              std::function<void(TextTranslation)> completion);
+    std::function<void(const TextOutcome &)> postedFinish(const QString &original,
+                                                          std::function<void(TextTranslation)> completion);
 
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;
@@ -77,6 +89,7 @@ private:
     MainQueue &m_mainQueue;
     const TranslationClients m_clients;
     const Sinks m_sinks;
+    const std::shared_ptr<std::atomic<qint64>> m_lastText; ///< number of the newest typed text
     std::shared_ptr<TranslationManager *> m_self; ///< held weakly by what waits; looked at on the main thread only
     QThreadPool m_workers;                        ///< last: its destruction waits for what still runs
 };

@@ -26,7 +26,8 @@ struct BlockTranslations
 struct TextTranslation
 {
     QString text;
-    QString note; ///< as above
+    QString note;           ///< as above
+    bool isMessage = false; ///< no translation, but what went wrong
 
     operator const QString &() const { return text; }
 };

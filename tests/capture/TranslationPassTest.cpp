@@ -154,6 +154,7 @@ private:
     std::atomic<int> m_readings = 0;
     std::atomic<bool> m_isHoldingReader = false; ///< it reads as long as the image is wanted
     QList<Completion> m_requests;                // appended on the worker, one at a time
+    std::function<bool()> m_isTranslationWanted; // of the last request
     QStringList m_copied;
     QStringList m_recorded;
     std::unique_ptr<TranslationPass> m_pass;
@@ -183,8 +184,11 @@ void TranslationPassTest::init()
                 return m_blocks;
             },
         .translateBlocks =
-            [this](const QList<TextBlock> &, Completion completion) {
-                m_queue->post([this, completion = std::move(completion)] { m_requests.append(completion); });
+            [this](const QList<TextBlock> &, Completion completion, std::function<bool()> isWanted) {
+                m_queue->post([this, completion = std::move(completion), isWanted = std::move(isWanted)] {
+                    m_isTranslationWanted = isWanted;
+                    m_requests.append(completion);
+                });
             },
         .copy = [this](const QString &text) { m_copied.append(text); },
         .record = [this](const QString &source, const QString &text) { m_recorded.append(source + u'>' + text); },
@@ -305,6 +309,7 @@ void TranslationPassTest::whatIsSupersededIsNeitherReadNorSent()
     m_pass->startCapturePass();
     capture();
     settle([&, before = m_readings.load()] { return m_readings > before || m_pane->processing; });
+    QVERIFY(!m_isTranslationWanted()); // so that what isn't sent yet stays here
     m_capture->close();
     m_pass.reset();
     m_queue->drain();

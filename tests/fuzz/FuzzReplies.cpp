@@ -69,7 +69,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     // The same with the key somewhere in what the service says.
     for (const QByteArray &said : {body, QByteArray(body).insert(body.size() / 2, key.toLatin1())}) {
-        const QString message = providerErrorMessage(said, key, texts.manager);
+        const QString message = providerErrorMessage(said, {key}, texts.manager);
         mustHold(!message.contains(key), "no error text holds the key");
         mustHold(message.size() <= 4000, "an error text fits a window");
     }

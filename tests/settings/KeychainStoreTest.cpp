@@ -168,7 +168,7 @@ void KeychainStoreTest::legacyCopiesMoveIntoTheKeychain()
         SettingsStore settings(folder.filePath(u"preferences.json"_s));
         settings.setValue(account, legacy);
         const QString key = bySearch ? loadStoredAPIKeys(settings, m_keychain, {account}).keys.value(account)
-                                     : loadStoredAPIKey(settings, m_keychain, account, account);
+                                     : loadStoredAPIKey(settings, m_keychain, account, account).value_or(u"none"_s);
         QTEST(key, "key");
         QTEST(QString::fromUtf8(m_storage.secrets.value(account)), "keptAfterwards");
         QTEST(settings.contains(account), "hasLegacyAfterwards");

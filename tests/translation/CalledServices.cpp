@@ -28,15 +28,15 @@ QStringList CalledServices::translate(Service service, const QStringList &texts,
 try {
     switch (service) {
     case Service::GoogleFree:
-        return m_clients.googleFree(blocksOf(texts), target);
+        return m_clients.googleFree({}, blocksOf(texts), target);
     case Service::GoogleCloud:
-        return m_clients.googleCloud(blocksOf(texts), target, key);
+        return m_clients.googleCloud({}, blocksOf(texts), target, key);
     case Service::DeepL:
-        return m_clients.deepL(blocksOf(texts), key, target);
+        return m_clients.deepL({}, blocksOf(texts), key, target);
     case Service::Microsoft:
         break;
     }
-    return m_clients.microsoft(blocksOf(texts), key, u""_s, target);
+    return m_clients.microsoft({}, blocksOf(texts), key, u""_s, target);
 } catch (...) {
     return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
 }

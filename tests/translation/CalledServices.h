@@ -25,10 +25,10 @@ protected:
 
     /// The translations, or what the call throws as the one text.
     QStringList translate(Service service, const QStringList &texts, const QString &target = QStringLiteral("zh-Hant"),
-                          const QString &key = QStringLiteral("k3y")) const;
+                          const QString &key = QStringLiteral("k3y-4711")) const;
     /// The description of what the call throws.
     QString failureOf(Service service, const QStringList &texts, const QString &target = QStringLiteral("zh-Hant"),
-                      const QString &key = QStringLiteral("k3y")) const;
+                      const QString &key = QStringLiteral("k3y-4711")) const;
 
     TestTexts m_texts;
     QueuedServer m_server;

@@ -7,6 +7,7 @@
 #include "ServiceResponder.h"
 #include "TestTexts.h"
 #include "TranslationClients.h"
+#include "TranslationEngine.h"
 #include "TranslationError.h"
 
 #include <QJsonDocument>
@@ -50,6 +51,8 @@ private Q_SLOTS:
     void answersOfAnotherForm_data();
     void answersOfAnotherForm();
     void refusals();
+    void longPassesAreSentInSeveralRequests();
+    void secretsOfTheAddressAreInNoMessage();
     void theFirstTextIsTheAnswer();
     void dictionaryAnswersOfGemini_data();
     void dictionaryAnswersOfGemini();
@@ -61,8 +64,8 @@ private Q_SLOTS:
 private:
     LanguageModelProvider provider(Model model, const QString &key) const;
     /// The translations, or what the call throws as the one text.
-    QStringList translateBlocks(Model model, const QStringList &texts, const QString &key = u"k3y"_s) const;
-    QString translateText(Model model, const QString &text, const QString &key = u"k3y"_s) const;
+    QStringList translateBlocks(Model model, const QStringList &texts, const QString &key = u"k3y-4711"_s) const;
+    QString translateText(Model model, const QString &text, const QString &key = u"k3y-4711"_s) const;
 
     TestTexts m_texts;
     QueuedServer m_server;
@@ -88,8 +91,8 @@ LanguageModelProvider LanguageModelsTest::provider(Model model, const QString &k
 QStringList LanguageModelsTest::translateBlocks(Model model, const QStringList &texts, const QString &key) const
 try {
     if (model == Model::Gemini)
-        return m_clients.geminiBlocks(key, blocksOf(texts), u"ja"_s);
-    return m_clients.modelBlocks(blocksOf(texts), u"ja"_s, provider(model, key));
+        return m_clients.geminiBlocks({}, key, blocksOf(texts), u"ja"_s);
+    return m_clients.modelBlocks({}, blocksOf(texts), u"ja"_s, provider(model, key));
 } catch (...) {
     return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
 }
@@ -97,8 +100,8 @@ try {
 QString LanguageModelsTest::translateText(Model model, const QString &text, const QString &key) const
 try {
     if (model == Model::Gemini)
-        return m_clients.geminiText(key, text, u"ja"_s);
-    return m_clients.modelText(text, u"ja"_s, provider(model, key));
+        return m_clients.geminiText({}, key, text, u"ja"_s);
+    return m_clients.modelText({}, text, u"ja"_s, provider(model, key));
 } catch (...) {
     return failurePrefix + failureOfCurrentException(m_texts.manager).description;
 }
@@ -110,7 +113,7 @@ void LanguageModelsTest::requestsOnTheWire_data()
     QTest::addColumn<QByteArray>("target");
     QTest::addColumn<QStringList>("headers"); // besides the type of the content
     QTest::addColumn<QByteArray>("body");     // INSTRUCTION and USER stand for the texts
-    const QStringList bearer{u"Authorization: Bearer k3y"_s};
+    const QStringList bearer{u"Authorization: Bearer k3y-4711"_s};
     QTest::newRow("OpenAI, blocks") << Model::OpenAI << true << QByteArray("/v1/responses") << bearer << compact(R"({
         "model": "m-1", "instructions": "INSTRUCTION", "input": "USER", "store": false, "max_output_tokens": 8192,
         "text": {"format": {"type": "json_schema", "name": "translation_blocks", "strict": true, "schema": {
@@ -120,7 +123,7 @@ void LanguageModelsTest::requestsOnTheWire_data()
                 "properties": {"id": {"type": "integer"}, "text": {"type": "string"}}}}}}}}})");
     QTest::newRow("OpenAI, text") << Model::OpenAI << false << QByteArray("/v1/responses") << bearer << compact(R"({
         "model": "m-1", "instructions": "INSTRUCTION", "input": "USER", "store": false, "max_output_tokens": 8192})");
-    const QStringList anthropic{u"x-api-key: k3y"_s, u"anthropic-version: 2023-06-01"_s};
+    const QStringList anthropic{u"x-api-key: k3y-4711"_s, u"anthropic-version: 2023-06-01"_s};
     for (const bool isBatch : {true, false}) {
         QTest::addRow("Anthropic, %s", isBatch ? "blocks" : "text")
             << Model::Anthropic << isBatch << QByteArray("/v1/messages") << anthropic
@@ -136,7 +139,7 @@ void LanguageModelsTest::requestsOnTheWire_data()
                                       << compact(QByteArray(chat).replace("FORMAT", ""));
     const QByteArray gemini = R"({"system_instruction": {"parts": [{"text": "INSTRUCTION"}]},
         "contents": [{"parts": [{"text": "USER"}]}], "generationConfig": CONFIG})";
-    const QByteArray geminiTarget = "/v1beta/models/gemini-2.5-flash:generateContent?key=k3y";
+    const QByteArray geminiTarget = "/v1beta/models/gemini-2.5-flash:generateContent?key=k3y-4711";
     QTest::newRow("Gemini, blocks") << Model::Gemini << true << geminiTarget << QStringList()
                                     << compact(QByteArray(gemini).replace("CONFIG", R"({"temperature": 0.1,
         "maxOutputTokens": 8192, "responseMimeType": "application/json"})"));
@@ -301,16 +304,52 @@ void LanguageModelsTest::answersOfAnotherForm()
 void LanguageModelsTest::refusals()
 {
     for (const Model model : models) {
-        m_server.enqueue(QueuedAnswer::reply(429, R"({"error":{"message":"Slow down, k3y"}})"));
+        m_server.enqueue(QueuedAnswer::reply(429, R"({"error":{"message":"Slow down, k3y-4711"}})"));
         QCOMPARE(translateBlocks(model, {u"0"_s}),
-                 QStringList{failurePrefix + labelOf(model) + u" API 錯誤 429：Slow down, •••"_s});
+                 QStringList{failurePrefix + labelBeforeAPI(labelOf(model)) + u" API 錯誤 429：Slow down, •••"_s});
         m_server.enqueue(QueuedAnswer::reply(503, ""));
-        QCOMPARE(translateBlocks(model, {u"0"_s}), QStringList{failurePrefix + labelOf(model) + u" API 錯誤 503："_s +
-                                                               (model == Model::Gemini ? u"未知錯誤"_s : u""_s)});
+        QCOMPARE(translateBlocks(model, {u"0"_s}),
+                 QStringList{failurePrefix + labelBeforeAPI(labelOf(model)) + u" API 錯誤 503："_s +
+                             (model == Model::Gemini ? u"未知錯誤"_s : u""_s)});
         m_server.enqueue(QueuedAnswer::raw("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf"));
         QCOMPARE(translateBlocks(model, {u"0"_s}), QStringList{failurePrefix + u"與伺服器的連線已中斷"_s});
     }
     QCOMPARE(m_server.requests().size(), qsizetype(3 * models.size())); // nothing is tried again
+}
+
+void LanguageModelsTest::longPassesAreSentInSeveralRequests()
+{
+    m_server.respondWith([](const ReceivedRequest &request) {
+        return answerAsService(request, [](const QString &text) { return text.toUpper(); });
+    });
+    QStringList texts;
+    QStringList expected;
+    for (int i = 0; i < 300; ++i) {
+        texts.append(u"第%1行 a line as long as many"_s.arg(i));
+        expected.append(texts.last().toUpper());
+    }
+    for (const Model model : models) {
+        m_server.reset();
+        QCOMPARE(translateBlocks(model, texts), expected);
+        QVERIFY(m_server.requests().size() > 1);
+        m_server.reset();
+        QCOMPARE(translateBlocks(model, texts.first(60)), expected.first(60));
+        QCOMPARE(m_server.requests().size(), 1);
+    }
+}
+
+void LanguageModelsTest::secretsOfTheAddressAreInNoMessage()
+{
+    m_server.enqueue(QueuedAnswer::reply(403, R"({"message":"No: user-4711 pass%2Fword q-secret-1"})"));
+    QByteArray address = m_server.origin() + "/v1?api-key=q-secret-1";
+    address.replace("http://", "http://user-4711:pass%2Fword@");
+    try {
+        m_clients.modelBlocks({}, blocksOf({u"0"_s}), u"ja"_s,
+                              CompatibleProvider{u"k3y-4711"_s, u"m"_s, QString::fromLatin1(address)});
+        QFAIL("refused");
+    } catch (const TranslationError &error) {
+        QCOMPARE(error.failure(m_texts.manager).description, u"相容 API 錯誤 403：No: ••• ••• •••"_s);
+    }
 }
 
 void LanguageModelsTest::theFirstTextIsTheAnswer()
@@ -333,7 +372,7 @@ void LanguageModelsTest::dictionaryAnswersOfGemini_data()
     QTest::newRow("no text") << QueuedAnswer::json(R"({"candidates":[{"content":{"parts":[]}}]})")
                              << u"❌ API 回應格式錯誤或金鑰無效"_s;
     QTest::newRow("no JSON") << QueuedAnswer::json("<html>") << u"❌ API 回應格式錯誤或金鑰無效"_s;
-    QTest::newRow("refused") << QueuedAnswer::reply(400, R"({"error":{"message":"API key k3y not valid"}})")
+    QTest::newRow("refused") << QueuedAnswer::reply(400, R"({"error":{"message":"API key k3y-4711 not valid"}})")
                              << u"❌ Gemini API 錯誤 400：API key ••• not valid"_s;
     QTest::newRow("hangs up") << QueuedAnswer::raw("HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhalf")
                               << u"❌ 網路錯誤：與伺服器的連線已中斷"_s;
@@ -399,7 +438,7 @@ void LanguageModelsTest::textsThatAreNoUnicodeAreRefused()
 
 void LanguageModelsTest::keysThatCannotBeSent()
 {
-    const QString key = u"k3y\r\nX-Injected: 1"_s;
+    const QString key = u"k3y-4711\r\nX-Injected: 1"_s;
     for (const Model model : {Model::OpenAI, Model::Anthropic, Model::Compatible})
         QCOMPARE(translateBlocks(model, {u"0"_s}, key),
                  QStringList{failurePrefix + u"API Key 或設定含有無法傳送的字元"_s});

@@ -32,34 +32,46 @@ QString described(const LanguageModelProvider &provider)
 
 TranslationClients ManagerOnFakes::fakeClients()
 {
-    const auto answer = [this](const QStringList &call) {
+    const auto answer = [this](const BeforeRequest &mayBeSent, const QStringList &call) {
+        for (int i = 0; i < m_requestsOfACall; ++i) {
+            mayBeSent();
+            if (onRequest)
+                onRequest();
+        }
         return m_outcome ? m_outcome() : QStringList{call.join(u' ')};
     };
     using Blocks = TranslationClients::Blocks;
     TranslationClients clients;
-    clients.googleFree = [=](const Blocks &blocks, const QString &target) {
-        return answer({u"googleFree"_s, joined(blocks), target});
+    clients.googleFree = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &target) {
+        return answer(mayBeSent, {u"googleFree"_s, joined(blocks), target});
     };
-    clients.googleCloud = [=](const Blocks &blocks, const QString &target, const QString &key) {
-        return answer({u"googleCloud"_s, joined(blocks), target, key});
+    clients.googleCloud = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &target,
+                              const QString &key) {
+        return answer(mayBeSent, {u"googleCloud"_s, joined(blocks), target, key});
     };
-    clients.microsoft = [=](const Blocks &blocks, const QString &key, const QString &region, const QString &target) {
-        return answer({u"microsoft"_s, joined(blocks), target, key, region});
+    clients.microsoft = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &key,
+                            const QString &region, const QString &target) {
+        return answer(mayBeSent, {u"microsoft"_s, joined(blocks), target, key, region});
     };
-    clients.deepL = [=](const Blocks &blocks, const QString &key, const QString &target) {
-        return answer({u"deepL"_s, joined(blocks), target, key});
+    clients.deepL = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &key,
+                        const QString &target) {
+        return answer(mayBeSent, {u"deepL"_s, joined(blocks), target, key});
     };
-    clients.geminiBlocks = [=](const QString &key, const Blocks &blocks, const QString &target) {
-        return answer({u"geminiBlocks"_s, joined(blocks), target, key});
+    clients.geminiBlocks = [=](const BeforeRequest &mayBeSent, const QString &key, const Blocks &blocks,
+                               const QString &target) {
+        return answer(mayBeSent, {u"geminiBlocks"_s, joined(blocks), target, key});
     };
-    clients.geminiText = [=](const QString &key, const QString &text, const QString &target) {
-        return answer({u"geminiText"_s, text, target, key}).value(0);
+    clients.geminiText = [=](const BeforeRequest &mayBeSent, const QString &key, const QString &text,
+                             const QString &target) {
+        return TextTranslation{.text = answer(mayBeSent, {u"geminiText"_s, text, target, key}).value(0)};
     };
-    clients.modelBlocks = [=](const Blocks &blocks, const QString &target, const LanguageModelProvider &provider) {
-        return answer({u"modelBlocks"_s, joined(blocks), target, described(provider)});
+    clients.modelBlocks = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &target,
+                              const LanguageModelProvider &provider) {
+        return answer(mayBeSent, {u"modelBlocks"_s, joined(blocks), target, described(provider)});
     };
-    clients.modelText = [=](const QString &text, const QString &target, const LanguageModelProvider &provider) {
-        return answer({u"modelText"_s, text, target, described(provider)}).value(0);
+    clients.modelText = [=](const BeforeRequest &mayBeSent, const QString &text, const QString &target,
+                            const LanguageModelProvider &provider) {
+        return answer(mayBeSent, {u"modelText"_s, text, target, described(provider)}).value(0);
     };
     clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion) {
         const auto outcome = m_onDeviceOutcome
@@ -81,6 +93,8 @@ void ManagerOnFakes::begin()
     m_outcome = nullptr;
     m_onDeviceOutcome = nullptr;
     m_supportsOnDevice = true;
+    m_requestsOfACall = 1;
+    onRequest = nullptr;
     m_copied.clear();
     m_recorded.clear();
     useManagerWith(fakeClients());

@@ -37,6 +37,8 @@ protected:
     std::function<QStringList()> m_outcome; ///< of every client, instead of what it was called with
     std::function<std::optional<QStringList>()> m_onDeviceOutcome;
     bool m_supportsOnDevice = true;
+    int m_requestsOfACall = 1;
+    std::function<void()> onRequest; ///< called on the worker with each request that a client makes
     bool m_isSynchronous = false;
     QStringList m_copied;
     QStringList m_recorded;

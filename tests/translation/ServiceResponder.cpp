@@ -6,6 +6,9 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <algorithm>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -46,6 +49,32 @@ QString userText(const ReceivedRequest &request)
         return body["contents"_L1][0]["parts"_L1][0]["text"_L1].toString();
     const QJsonArray messages = body["messages"_L1].toArray();
     return messages.last()["content"_L1].toString();
+}
+
+/// The refusal of a request that is larger than the service's documentation allows.
+std::optional<QueuedAnswer> refusalOf(const ReceivedRequest &request)
+{
+    const QStringList texts = textsIn(request);
+    const QByteArray path = pathOf(request);
+    const bool isTooLarge =
+        (path == "/v2/translate" && (texts.size() > 50 || request.body.size() > 128 * 1024)) ||
+        (path == "/language/translate/v2" && (texts.size() > 128 || request.body.size() > 100'000)) ||
+        (path == "/translate" && (texts.size() > 1000 || texts.join(QString()).size() > 50'000));
+    return isTooLarge ? std::optional(QueuedAnswer::reply(413, R"({"message":"Request too large"})")) : std::nullopt;
+}
+
+/// As much of a model's text as it may answer with: a token is three letters, or one ideograph.
+QString withinOutputLimit(const ReceivedRequest &request, const QString &text)
+{
+    const QJsonDocument body = bodyOf(request);
+    int thirds = 0;
+    for (const QString &name : {u"max_output_tokens"_s, u"max_tokens"_s})
+        thirds = std::max(thirds, 3 * body[name].toInt());
+    thirds = std::max(thirds, 3 * body["generationConfig"_L1]["maxOutputTokens"_L1].toInt());
+    qsizetype end = 0;
+    for (; end < text.size() && thirds > 0; ++end)
+        thirds -= text[end].unicode() < 0x80 ? 1 : 3;
+    return text.first(end);
 }
 
 } // namespace
@@ -108,8 +137,9 @@ QStringList textsIn(const ReceivedRequest &request)
     return texts;
 }
 
-QueuedAnswer modelReply(const ReceivedRequest &request, const QString &text)
+QueuedAnswer modelReply(const ReceivedRequest &request, const QString &whole)
 {
+    const QString text = withinOutputLimit(request, whole);
     const QByteArray path = pathOf(request);
     if (path == "/v1/responses") {
         const QJsonObject part{{u"type"_s, u"output_text"_s}, {u"text"_s, text}};
@@ -129,6 +159,8 @@ QueuedAnswer modelReply(const ReceivedRequest &request, const QString &text)
 
 QueuedAnswer answerAsService(const ReceivedRequest &request, const std::function<QString(const QString &)> &translate)
 {
+    if (const auto refusal = refusalOf(request))
+        return *refusal;
     QStringList translations;
     for (const QString &text : textsIn(request))
         translations.append(translate(text));

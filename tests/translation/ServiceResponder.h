@@ -14,7 +14,8 @@ namespace lucentra {
 /// Every service at the server's address.
 ServiceHosts hostsAt(const QByteArray &origin);
 
-/// Answers a request to any of the services as that service would, told apart by the path. Language models are taken
+/// Answers a request to any of the services as that service would, told apart by the path; refuses what is above its
+/// documented limits. Language models are taken
 /// to be asked for a batch where the user's message is a JSON array.
 QueuedAnswer answerAsService(const ReceivedRequest &request, const std::function<QString(const QString &)> &translate);
 

@@ -4,8 +4,10 @@
 #include "Settings.h"
 #include "TranslationError.h"
 
+#include <QSet>
 #include <QTest>
 
+#include <atomic>
 #include <future>
 
 using namespace lucentra;
@@ -32,7 +34,11 @@ private Q_SLOTS:
     void whatIsCopiedAndRecorded_data();
     void whatIsCopiedAndRecorded();
     void settingsAreUsedAsStored();
-    void oneSearchMovesEveryLegacyKey();
+    void eachEngineReadsItsOwnKey();
+    void aKeyringThatCannotBeReadSendsNothing_data();
+    void aKeyringThatCannotBeReadSendsNothing();
+    void noFurtherRequestIsMadeThatMayNotBe_data();
+    void noFurtherRequestIsMadeThatMayNotBe();
     void aHangingCallDelaysNoOther();
     void anEndedManagerDropsWhatIsLate();
     void connectionTests_data();
@@ -119,7 +125,7 @@ void TranslationManagerTest::refusalsComeInTheirOrder_data()
     keyRow(4, u"DeepL -1 請至設定填入 DeepL API Key"_s, u"⚠️ 請至設定填入 DeepL API Key"_s, true);
     keyRow(5, u"OpenAI -1 請至設定填入 OpenAI API Key"_s, u"⚠️ 請至設定填入 OpenAI API Key"_s, true);
     keyRow(6, u"Claude -1 請至設定填入 Claude API Key"_s, u"⚠️ 請至設定填入 Claude API Key"_s, true);
-    keyRow(7, u"相容 API -1 請至設定填入 相容 API API Key"_s, u"⚠️ 請至設定填入相容 API Key"_s, true);
+    keyRow(7, u"相容 API -1 請至設定填入 相容 API Key"_s, u"⚠️ 請至設定填入相容 API Key"_s, true);
 }
 
 void TranslationManagerTest::refusalsComeInTheirOrder()
@@ -131,9 +137,9 @@ void TranslationManagerTest::refusalsComeInTheirOrder()
     m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
     select(engine, consent, key);
     QTEST(translateBlocks(), "blocks");
-    QVERIFY(m_isSynchronous);
+    QCOMPARE(m_isSynchronous, !consent); // keys are read on a worker
     QTEST(translateText(u"hello"_s), "text");
-    QVERIFY(m_isSynchronous);
+    QCOMPARE(m_isSynchronous, !consent);
     QCOMPARE(m_copied, copied.isEmpty() ? QStringList() : QStringList{copied});
     QVERIFY(m_recorded.isEmpty());
 }
@@ -283,15 +289,115 @@ void TranslationManagerTest::settingsAreUsedAsStored()
     QCOMPARE(translateBlocks(), u"microsoft a+b ja k "_s);
 }
 
-void TranslationManagerTest::oneSearchMovesEveryLegacyKey()
+void TranslationManagerTest::eachEngineReadsItsOwnKey()
 {
-    for (const QString &account : apiKeyAccounts())
-        m_texts->settings.setValue(account, u"legacy"_s);
+    for (const EngineEntry &entry : engineCatalogue()) {
+        const QString account = entry.account;
+        const bool hasKey = !account.isEmpty();
+        for (const bool isMoved : {true, false}) {
+            m_secrets->secrets.clear();
+            m_secrets->lookups.clear();
+            if (hasKey && isMoved)
+                m_texts->settings.setValue(account, u"legacy"_s);
+            select(qint64(entry.engine), true, hasKey && !isMoved ? u"k"_s : QString());
+            QVERIFY(translateBlocks().contains(hasKey ? isMoved ? u"legacy"_s : u"k"_s : u"onDevice"_s));
+            QVERIFY(!translateText(u"hello"_s).startsWith(u"⚠️"_s));
+            QCOMPARE(QSet<QString>(m_secrets->lookups.begin(), m_secrets->lookups.end()),
+                     hasKey ? QSet<QString>{account} : QSet<QString>());
+            QVERIFY(!m_texts->settings.contains(account));
+        }
+    }
+}
+
+void TranslationManagerTest::aKeyringThatCannotBeReadSendsNothing_data()
+{
+    QTest::addColumn<int>("problem");
+    QTest::addColumn<QString>("sentence");
+    using Problem = SecretStorageProblem;
+    QTest::newRow("locked") << int(Problem::Locked) << u"鑰匙圈已鎖定"_s;
+    QTest::newRow("silent or slow") << int(Problem::NoAnswer) << u"鑰匙圈沒有回應"_s;
+    QTest::newRow("absent") << int(Problem::NoService) << u"沒有鑰匙圈服務"_s;
+    QTest::newRow("no bus") << int(Problem::NoBus) << u"沒有鑰匙圈服務"_s;
+    QTest::newRow("a key that is no text") << 0 << u"鑰匙圈沒有回應"_s;
+}
+
+void TranslationManagerTest::aKeyringThatCannotBeReadSendsNothing()
+{
+    QFETCH(int, problem);
+    QFETCH(QString, sentence);
+    m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
+    for (int engine = 1; engine < 8; ++engine) {
+        select(engine, true, u"k"_s);
+        if (problem)
+            m_secrets->failure = Failure{.code = problem};
+        else
+            m_secrets->secrets[engineEntry(TranslationEngine(engine)).account] = "\xff";
+        const QString blocks = translateBlocks();
+        QVERIFY2(blocks.startsWith(u"Keychain "_s) && blocks.contains(sentence), qPrintable(blocks));
+        const QString text = translateText(u"hello"_s);
+        QVERIFY2(text.startsWith(u"⚠️ "_s) && text.contains(sentence), qPrintable(text));
+        // A copy of a former version is a key that can be read.
+        m_texts->settings.setValue(engineEntry(TranslationEngine(engine)).account, u"legacy"_s);
+        QVERIFY(translateBlocks().contains(u"legacy"_s));
+    }
+    select(0, true, u""_s);
     QCOMPARE(translateBlocks(), u"onDevice a+b ja"_s);
-    QCOMPARE(m_secrets->searches, 1);
-    QCOMPARE(m_secrets->secrets.size(), 7);
-    for (const QString &account : apiKeyAccounts())
-        QVERIFY(!m_texts->settings.contains(account));
+    QVERIFY(m_copied.isEmpty());
+}
+
+void TranslationManagerTest::noFurtherRequestIsMadeThatMayNotBe_data()
+{
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("consent withdrawn") << u"consent"_s;
+    QTest::newRow("superseded") << u"superseded"_s;
+}
+
+void TranslationManagerTest::noFurtherRequestIsMadeThatMayNotBe()
+{
+    QFETCH(QString, reason);
+    const bool isConsent = reason == u"consent";
+    m_requestsOfACall = 5;
+    m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
+    const auto newerText = [&] {
+        select(0, true, u""_s);
+        m_onDeviceOutcome = [] { return QStringList{u"⚠️"_s}; };
+        m_texts->settings.overrideForThisProcess(settings::autoCopy, false);
+        m_manager->translateText(u"newer"_s, [](const TextTranslation &) {});
+    };
+    for (int engine = 1; engine < 8; ++engine) {
+        select(engine, true, u"k"_s);
+        std::atomic<int> requests = 0;
+        std::atomic<bool> isWanted = true;
+        onRequest = [&] {
+            if (++requests != 2)
+                return;
+            if (isConsent)
+                select(engine, false, u""_s);
+            else
+                isWanted = false;
+        };
+        QString failure;
+        m_manager->translateBlocks(
+            {}, [&](const Result<QStringList> &result) { failure = result ? u"none"_s : result.error().domain; },
+            [&] { return isWanted.load(); });
+        QTRY_COMPARE(failure, isConsent ? u"RemoteTranslationConsent"_s : u"HttpSession"_s);
+        QCOMPARE(requests.load(), 2);
+
+        select(engine, true, u"k"_s);
+        requests = 0;
+        onRequest = [&] {
+            if (++requests == 2 && isConsent)
+                select(engine, false, u""_s);
+            else if (requests == 2)
+                QMetaObject::invokeMethod(this, newerText, Qt::BlockingQueuedConnection);
+        };
+        const QString text = translateText(u"hello"_s);
+        QCOMPARE(text.startsWith(u"⚠️ 請先在翻譯設定中允許"_s), isConsent);
+        QCOMPARE(text.isEmpty(), !isConsent);
+        QCOMPARE(requests.load(), 2);
+    }
+    QVERIFY(m_copied.isEmpty()); // nothing comes of what was cancelled
+    QVERIFY(m_recorded.isEmpty());
 }
 
 void TranslationManagerTest::aHangingCallDelaysNoOther()
@@ -299,7 +405,8 @@ void TranslationManagerTest::aHangingCallDelaysNoOther()
     std::promise<void> release;
     const std::shared_future<void> released(release.get_future());
     TranslationClients clients = fakeClients();
-    clients.deepL = [released](const TranslationClients::Blocks &, const QString &, const QString &) {
+    clients.deepL = [released](const BeforeRequest &, const TranslationClients::Blocks &, const QString &,
+                               const QString &) {
         released.wait();
         return QStringList{u"late"_s};
     };
@@ -360,7 +467,8 @@ void TranslationManagerTest::connectionTests()
     QFETCH(QString, reply);
     m_texts->settings.overrideForThisProcess(settings::targetLanguageCode, target);
     TranslationClients clients = fakeClients();
-    clients.deepL = [&](const TranslationClients::Blocks &blocks, const QString &, const QString &) {
+    clients.deepL = [&](const BeforeRequest &, const TranslationClients::Blocks &blocks, const QString &,
+                        const QString &) {
         return QStringList{QString(reply).replace(u"SENTENCE"_s, blocks.constFirst().text)};
     };
     useManagerWith(clients);

@@ -45,6 +45,8 @@ private Q_SLOTS:
     void textsArriveWhole();
     void blocksAreSentInChunks_data();
     void blocksAreSentInChunks();
+    void noRequestIsAboveTheServicesLimits();
+    void separatorsWithinTextsAreTheirOwn();
     void wavesFollowEachOther();
     void answersOfAnotherForm_data();
     void answersOfAnotherForm();
@@ -72,16 +74,17 @@ void WebClientsTest::requestsOnTheWire_data()
                                                   "Open%20file%7C%7C%7C%7CSave")
                                     << QStringList{u"User-Agent: Mozilla/5.0"_s} << QByteArray();
     QTest::newRow("Google Cloud") << Service::GoogleCloud << QByteArray("POST")
-                                  << QByteArray("/language/translate/v2?key=k3y")
+                                  << QByteArray("/language/translate/v2?key=k3y-4711")
                                   << QStringList{u"Content-Type: application/json"_s}
                                   << QByteArray(R"({"format":"text","q":["Open file","Save"],"target":"zh-TW"})");
     QTest::newRow("DeepL") << Service::DeepL << QByteArray("POST") << QByteArray("/v2/translate")
-                           << QStringList{u"Content-Type: application/json"_s, u"Authorization: DeepL-Auth-Key k3y"_s}
+                           << QStringList{u"Content-Type: application/json"_s,
+                                          u"Authorization: DeepL-Auth-Key k3y-4711"_s}
                            << QByteArray(R"({"model_type":"prefer_quality_optimized","preserve_formatting":true,)"
                                          R"("target_lang":"ZH-HANT","text":["Open file","Save"]})");
     QTest::newRow("Microsoft, whose region is empty")
         << Service::Microsoft << QByteArray("POST") << QByteArray("/translate?api-version=3.0&to=zh-Hant")
-        << QStringList{u"Content-Type: application/json"_s, u"Ocp-Apim-Subscription-Key: k3y"_s,
+        << QStringList{u"Content-Type: application/json"_s, u"Ocp-Apim-Subscription-Key: k3y-4711"_s,
                        u"Ocp-Apim-Subscription-Region: "_s}
         << QByteArray(R"([{"text":"Open file"},{"text":"Save"}])");
 }
@@ -199,7 +202,8 @@ void WebClientsTest::blocksAreSentInChunks_data()
     row(Service::GoogleCloud, 129, {128, 1});
     row(Service::GoogleCloud, 300, {128, 128, 44});
     row(Service::DeepL, 0, {0});
-    row(Service::DeepL, 129, {129});
+    row(Service::DeepL, 50, {50});
+    row(Service::DeepL, 129, {50, 50, 29});
     row(Service::Microsoft, 0, {});
     row(Service::Microsoft, 100, {100});
     row(Service::Microsoft, 101, {100, 1});
@@ -225,6 +229,26 @@ void WebClientsTest::blocksAreSentInChunks()
         for (qsizetype i = 0; i < sizes.size(); ++i)
             QCOMPARE(m_server.requests()[i].answersBefore, int(i));
     QTEST(sizes, "sizes");
+}
+
+void WebClientsTest::noRequestIsAboveTheServicesLimits()
+{
+    m_server.respondWith(
+        [](const ReceivedRequest &request) { return answerAsService(request, [](const QString &t) { return t; }); });
+    // Control characters are six bytes each in JSON, ideographs three.
+    for (const QString &text : {u"字"_s.repeated(8000), u"\u0001"_s.repeated(8000), u"a"_s.repeated(30'000)}) {
+        const QStringList texts(20, text);
+        for (const Service service : {Service::GoogleCloud, Service::DeepL, Service::Microsoft})
+            QVERIFY(translate(service, texts) == texts);
+    }
+}
+
+void WebClientsTest::separatorsWithinTextsAreTheirOwn()
+{
+    m_server.respondWith(
+        [](const ReceivedRequest &request) { return answerAsService(request, [](const QString &t) { return t; }); });
+    const QStringList texts{u"a"_s, u"b|"_s, u"c"_s, u"d||||e"_s, u"||||"_s, u"f"_s, u"g"_s};
+    QCOMPARE(translate(Service::GoogleFree, texts), texts);
 }
 
 void WebClientsTest::wavesFollowEachOther()
@@ -398,6 +422,10 @@ void WebClientsTest::messagesOfErrors_data()
                                  << QString(u"<html>"_s + QString(294, u'x'));
     QTest::newRow("characters are what readers see")
         << u"👨‍👩‍👧"_s.repeated(400).toUtf8() << u"👨‍👩‍👧"_s.repeated(300);
+    QTest::newRow("no half characters") << R"({"message":"x)" + u"😀"_s.repeated(2000).toUtf8() + R"("})"
+                                        << u"x"_s + u"😀"_s.repeated(1999);
+    QTest::newRow("the whole word that holds a key")
+        << QByteArray(R"({"message":"max_k3y-4711_tokens, max"})") << u"•••, max"_s;
     QTest::newRow("nothing") << QByteArray() << u""_s;
     QTest::newRow("no UTF-8") << QByteArray("\xff\xfe") << u"未知錯誤"_s;
 }
@@ -405,7 +433,7 @@ void WebClientsTest::messagesOfErrors_data()
 void WebClientsTest::messagesOfErrors()
 {
     QFETCH(QByteArray, body);
-    QTEST(providerErrorMessage(body, u"k3y"_s, m_texts.manager), "message");
+    QTEST(providerErrorMessage(body, {u"k3y-4711"_s, u"x"_s}, m_texts.manager), "message");
 }
 
 void WebClientsTest::theKeyIsInNoMessage_data()

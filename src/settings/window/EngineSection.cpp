@@ -2,10 +2,10 @@
 
 #include "FormColors.h"
 #include "KeyField.h"
-#include "SecretStorage.h"
 #include "Settings.h"
 #include "SettingsForm.h"
 #include "SettingsStore.h"
+#include "StoredAPIKeys.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -57,23 +57,6 @@ const EngineForm &engineForm(TranslationEngine engine)
          true},
     }};
     return forms[size_t(engine)];
-}
-
-/// The key of the text that says what the user can do.
-QString keychainAdvice(const Failure &failure)
-{
-    switch (SecretStorageProblem(failure.code)) {
-    case SecretStorageProblem::Locked:
-    case SecretStorageProblem::NoKeyring:
-        return u"鑰匙圈已鎖定。請在系統詢問時解鎖，再回到這個視窗；API Key 會在那時讀取或存入。"_s;
-    case SecretStorageProblem::NoBus:
-    case SecretStorageProblem::NoService:
-        return u"這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。"_s;
-    case SecretStorageProblem::NoAnswer:
-    case SecretStorageProblem::NoSecret:
-        break;
-    }
-    return u"鑰匙圈沒有回應，API Key 尚未讀取或存入。回到這個視窗時會再試一次。"_s;
 }
 
 } // namespace
