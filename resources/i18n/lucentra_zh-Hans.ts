@@ -1121,11 +1121,11 @@
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>
-        <translation>密钥环已锁定。请在系统询问时解锁；API 密钥 会在下次尝试时读取或保存。</translation>
+        <translation>密钥环已锁定。请在系统询问时解锁；API 密钥会在下次尝试时读取或保存。</translation>
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
-        <translation>密钥环没有回应，API 密钥 尚未读取或保存。请稍后再试。</translation>
+        <translation>密钥环没有回应，API 密钥尚未读取或保存。请稍后再试。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

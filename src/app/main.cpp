@@ -7,6 +7,8 @@
 
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -36,16 +38,32 @@ void repairFolders()
         setenv("HOME", user->pw_dir, 1);
 }
 
+/// Keys and what is on the screen are in this process's memory: a core file never gets them, not even where a program
+/// takes the cores, to which the limit on their size means nothing.
+void leaveNothingInCoreFiles()
+{
+    constexpr rlimit nothing{};
+    setrlimit(RLIMIT_CORE, &nothing);
+    if (const int filter = open("/proc/self/coredump_filter", O_WRONLY | O_CLOEXEC); filter >= 0) {
+        [[maybe_unused]] const ssize_t written = write(filter, "0", 1); // none of the memory
+        close(filter);
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     occupyClosedStreams();
     repairFolders();
+    leaveNothingInCoreFiles();
     using namespace lucentra;
     if (argc == 1)
         return runPane(argc, argv, PaneAtStart::Shown);
     if (argc == 2 && std::string_view(argv[1]) == waitForCommandOption)
         return runPane(argc, argv, PaneAtStart::WaitsForCommand);
+    // Nor can other programs of the user look into a command. The pane has to do without: the desktop's portals answer
+    // nobody whose process they can't look into.
+    prctl(PR_SET_DUMPABLE, 0);
     return runCommandLine(argc, argv);
 }

@@ -128,6 +128,28 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(self.session.preferences["targetLanguageCode"], "en")
         self.assertFalse((self.session.home / "data" / "Lucentra").exists())
 
+    def test_a_text_from_standard_input(self):
+        def read(given: bytes) -> subprocess.CompletedProcess:
+            return subprocess.run([str(LUCENTRA), "text", "-"], env=self.session.environment, input=given,
+                                  capture_output=True)
+
+        self.assertEqual(read("Grüß Gott\nWelt\n".encode()).stdout.decode(), "«Grüß Gott\nWelt»\n")
+        self.server.translate = lambda text: "⚠️ Achtung"  # a translation, though it looks like a message
+        self.assertEqual((read(b"Warning").returncode, read(b"Warning").stdout.decode()), (0, "⚠️ Achtung\n"))
+        sent = len(self.server.requests)
+        for given in (b"\xff\xfe", b"a" * (1024 * 1024 + 1)):
+            self.assertEqual(read(given).returncode, 2)
+        self.assertEqual(len(self.server.requests), sent)
+
+    def test_without_a_keyring_nothing_is_sent(self):
+        preferences = self.session.preferences
+        self.session = self.enterContext_(Session(keyring=False))
+        for engine in range(1, 8):
+            self.session.preferences = {**preferences, "translationEngine": engine,
+                                        f"privacy.remoteTranslation.v1.engine.{engine}": True}
+            self.assertIn("keyring", self.fails(2, "text", "Good morning"))
+        self.assertEqual(self.server.requests, [])
+
     def test_the_connection_test(self):
         self.assertIn("這是一個連線測試。", self.succeeds("test-connection"))
         self.server.translate = lambda text: text
@@ -183,13 +205,14 @@ class CommandLine(unittest.TestCase):
     def test_control_characters_of_a_server_stay_off_the_terminal(self):
         self.server.queued = [lambda *_: (401, {"error": {"message": "a\x1b]0;title\x07b"}})]
         self.assertIn("a\ufffd]0;title\ufffdb", self.fails(2, "text", "Good morning"))
-        self.server.translate = lambda text: "a\x1b]0;title\x07b"
-        self.assertEqual(self.succeeds("text", "Good morning"), "a\x1b]0;title\x07b\n")  # no terminal reads this
+        said = "a\x1b]0;title\x07\u202eb"
+        self.server.translate = lambda text: said
+        self.assertEqual(self.succeeds("text", "Good morning"), said + "\n")  # no terminal reads this
         screen, terminal = pty.openpty()
         self.addCleanup(os.close, screen)
         subprocess.run([str(LUCENTRA), "text", "Good morning"], env=self.session.environment, stdout=terminal, check=True)
         os.close(terminal)
-        self.assertEqual(os.read(screen, 100).decode(), "a\ufffd]0;title\ufffdb\r\n")
+        self.assertEqual(os.read(screen, 100).decode(), "a\ufffd]0;title\ufffd\ufffdb\r\n")
 
     def test_ink_on_nothing(self):
         sample_page.render(self.picture, sample_page.ENGLISH)

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void anEndedManagerDropsWhatIsLate();
     void connectionTests_data();
     void connectionTests();
+    void theEngineOfThisComputerIsTestedByACommonWord();
 };
 
 void TranslationManagerTest::engines_data()
@@ -479,6 +480,31 @@ void TranslationManagerTest::connectionTests()
     });
     QTRY_VERIFY(!outcomes.isEmpty());
     QTEST(outcomes.join(u'|'), "outcome");
+}
+
+void TranslationManagerTest::theEngineOfThisComputerIsTestedByACommonWord()
+{
+    using Kind = OnDeviceOutcome::Kind;
+    TranslationClients clients = fakeClients();
+    bool knows = true;
+    clients.onDevice = [&](const QStringList &texts, const QString &, const auto &completion) {
+        QStringList translations = texts;
+        if (knows)
+            translations.last() = u"キャンセル"_s;
+        completion(OnDeviceTranslations{
+            .texts = translations,
+            .outcomes = QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::UnknownPhrase})});
+    };
+    useManagerWith(clients);
+    select(0, false, u""_s);
+    for (const QString &expected : {u"キャンセル"_s, u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s}) {
+        QString outcome;
+        testConnection(*m_manager, m_texts->settings, m_texts->manager, [&](const Result<QString> &result) {
+            outcome = result ? *result : result.error().description;
+        });
+        QTRY_COMPARE(outcome, expected);
+        knows = false;
+    }
 }
 
 QTEST_GUILESS_MAIN(TranslationManagerTest)

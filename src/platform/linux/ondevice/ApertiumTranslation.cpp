@@ -41,8 +41,9 @@ QStringView withoutRegion(QStringView code)
     return dash < 0 || code.startsWith(u"zh") ? code : code.first(dash);
 }
 
-/// Characters that mean something in the translator's stream are escaped.
-QByteArray escaped(const QString &text)
+} // namespace
+
+QByteArray apertiumQuestion(const QString &text)
 {
     QByteArray bytes;
     for (const char c : text.toUtf8()) {
@@ -51,11 +52,10 @@ QByteArray escaped(const QString &text)
         if (c != '\0')
             bytes += c;
     }
-    return bytes;
+    return bytes + end;
 }
 
-/// The text of an answer, and how much of it was known; unknown words begin with an asterisk.
-OnDeviceOutcome outcomeOf(QByteArray answer, const QString &source)
+OnDeviceOutcome apertiumOutcome(QByteArray answer, const QString &source)
 {
     if (answer.endsWith(end))
         answer.chop(end.size());
@@ -78,8 +78,6 @@ OnDeviceOutcome outcomeOf(QByteArray answer, const QString &source)
             .service = u"apertium"_s,
             .confidence = fullConfidence * double(words - std::min(unknownWords, words)) / double(words)};
 }
-
-} // namespace
 
 ApertiumTranslation::ApertiumTranslation(const QString &program, const QString &modesFolder)
 {
@@ -126,8 +124,8 @@ QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, 
     for (const QString &text : texts) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
         const auto answer =
-            left > 0ms ? chosen->process->ask(escaped(text) + end, std::min(left, longestWait)) : std::nullopt;
-        outcomes.append(answer ? outcomeOf(*answer, text)
+            left > 0ms ? chosen->process->ask(apertiumQuestion(text), std::min(left, longestWait)) : std::nullopt;
+        outcomes.append(answer ? apertiumOutcome(*answer, text)
                                : OnDeviceOutcome{.kind = OnDeviceOutcome::Kind::UnknownPhrase});
     }
     return outcomes;

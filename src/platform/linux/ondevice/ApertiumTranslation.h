@@ -2,7 +2,7 @@
 
 #include "OnDeviceTranslationService.h"
 
-#include <QHash>
+#include <QByteArray>
 #include <QString>
 
 #include <map>
@@ -12,6 +12,13 @@
 namespace lucentra {
 
 class NulProcess;
+
+// What goes through Apertium's stream, without the NUL byte at its end.
+
+/// The text with the stream's own characters escaped, and a mark after which nothing is waited for.
+QByteArray apertiumQuestion(const QString &text);
+/// The text of an answer, and how much of it was known: unknown words begin with an asterisk.
+OnDeviceOutcome apertiumOutcome(QByteArray answer, const QString &source);
 
 /// Translates with Apertium where it is installed, for the pairs that are installed with it. One process a pair is
 /// kept, started with its first text.

@@ -1,6 +1,7 @@
 #include "PhraseMemory.h"
 #include "CatalogueBytes.h"
 #include "CatalogueFolders.h"
+#include "LayeredTranslation.h"
 #include "NgramModel.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
@@ -40,6 +41,26 @@ QString translated(const PhraseFile &file, const QString &source, const QString 
     return found ? found->text : u"-"_s;
 }
 
+/// The same becomes of every text.
+class FixedLayer : public OnDeviceTranslationService
+{
+public:
+    explicit FixedLayer(OnDeviceOutcome::Kind kind)
+        : m_kind(kind)
+    {
+    }
+
+    QList<OnDeviceOutcome> translate(const LanguagePair &, const QStringList &texts) override
+    {
+        return QList<OnDeviceOutcome>(texts.size(), {.kind = m_kind});
+    }
+    PairAvailability availability(const LanguagePair &) override { return PairAvailability::Available; }
+    QList<OnDeviceServiceStatus> status() override { return {}; }
+
+private:
+    const OnDeviceOutcome::Kind m_kind;
+};
+
 } // namespace
 
 class PhraseMemoryTest : public QObject
@@ -55,6 +76,7 @@ private Q_SLOTS:
     void wordsAreWeighed();
     void agreementMakesSure();
     void outcomesSayWhatBecameOfEachText();
+    void aLaterLayerHidesNothingThatHelpsMore();
     void theCacheIsKeptUntilTheCataloguesChange();
     void aDamagedCacheIsBuiltAnew_data();
     void aDamagedCacheIsBuiltAnew();
@@ -252,6 +274,21 @@ void PhraseMemoryTest::outcomesSayWhatBecameOfEachText()
     QCOMPARE(memory.availability({u"de"_s, u"ko"_s}), PairAvailability::Addable);
     QCOMPARE(memory.availability({u"en"_s, u"de"_s}), PairAvailability::Unavailable);
     QVERIFY(!memory.status().value(0).addableBy.isEmpty()); // a handful of phrases calls for more
+}
+
+void PhraseMemoryTest::aLaterLayerHidesNothingThatHelpsMore()
+{
+    using Kind = OnDeviceOutcome::Kind;
+    const auto outcomeOf = [](const std::vector<Kind> &kinds) {
+        std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
+        for (const Kind kind : kinds)
+            layers.push_back(std::make_unique<FixedLayer>(kind));
+        return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}).value(0).kind;
+    };
+    QCOMPARE(outcomeOf({Kind::NotReady, Kind::UnknownPhrase}), Kind::NotReady);
+    QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}), Kind::NotReady);
+    QCOMPARE(outcomeOf({Kind::NotReady, Kind::Translated}), Kind::Translated);
+    QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::PairUnavailable}), Kind::UnknownPhrase);
 }
 
 void PhraseMemoryTest::theCacheIsKeptUntilTheCataloguesChange()
