@@ -30,16 +30,13 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 
 
 class Session:
-    """Use as a context manager; `environment` is that of every program started in the session. `activatable`: the bus
-    starts the program as it is built; `data_folders`: the desktop's folders of data ($XDG_DATA_DIRS), whose services
-    the bus starts."""
+    """Use as a context manager; `environment` is that of every program started in the session. `data_folders`: the
+    desktop's folders of data ($XDG_DATA_DIRS), whose services the bus starts."""
 
-    def __init__(self, keyring: bool = True, language: str = "en", activatable: bool = False, data_folders: str = ""):
+    def __init__(self, keyring: bool = True, language: str = "en", data_folders: str = ""):
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-test-"))
         self.keyring = keyring
-        services = LUCENTRA.parent.parent / "share" / "dbus-1" / "services"
-        self.services = ("<standard_session_servicedirs/>" if data_folders else
-                         f"<servicedir>{services}</servicedir>" if activatable else "")
+        self.services = "<standard_session_servicedirs/>" if data_folders else ""
         self.processes: list[subprocess.Popen] = []
         runtime = self.home / "run"
         runtime.mkdir(mode=0o700)

@@ -93,34 +93,6 @@ class HistoryWindow(unittest.TestCase):
         self.assertEqual(self.path.read_bytes(), before)
         self.assertEqual(self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:], frame)
 
-    def test_three_deletions_and_one_undo_and_a_search(self):
-        self.store([entry(name, f"{name} übersetzt", 1000 - i, starred=i == 4)
-                    for i, name in enumerate(["alpha", "beta", "gamma", "delta", "epsilon"])])
-        pane = self.screen.start_pane(40, 40)
-        self.open_window()
-        self.screen.do(f"windowfocus --sync {self.window} key Home key Delete key Delete key Delete")
-        self.shown("3 entries deleted")
-        self.assertEqual(self.stored(), ["delta", "epsilon"])
-        self.screen.do("key --window 0 ctrl+z")
-        self.assertTrue(eventually(lambda: self.stored() == ["alpha", "beta", "gamma", "delta", "epsilon"]))
-        before = self.path.read_bytes()
-        self.restart(pane)
-        self.open_window()
-        self.shown("alpha", "beta", "gamma")
-        self.assertEqual(self.path.read_bytes(), before)
-        self.screen.do(f"windowfocus --sync {self.window}")
-
-        self.screen.do("key --window 0 ctrl+f", "type --delay 30 LTA")
-        self.shown("delta")
-        self.assertFalse([name for name in self.screen.texts() if "alpha" in name])
-        self.screen.do("key --window 0 Escape")
-        self.shown("alpha")
-
-        self.screen.press("Clear Unstarred")
-        self.shown("4 entries deleted")
-        self.screen.press("Undo")
-        self.assertTrue(eventually(lambda: len(self.stored()) == 5))
-
     def test_the_display_goes_away(self):
         self.store([entry(name, f"{name} x", 1000 - i) for i, name in enumerate(["alpha", "beta", "gamma"])])
         pane = self.screen.start_pane(40, 40)

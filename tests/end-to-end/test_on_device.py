@@ -2,7 +2,6 @@
 """The on-device engine as a user meets it: no server, no key, no consent; what it knows are the message catalogues of a
 program that only this session has."""
 import json
-import os
 import pathlib
 import stat
 import struct
@@ -69,27 +68,6 @@ class OnDevice(unittest.TestCase):
         cached = [path for path in (self.screen.home / "cache" / "lucentra").rglob("*") if path.is_file()]
         self.assertTrue(cached)
         self.assertTrue(all(stat.S_IMODE(path.stat().st_mode) == 0o600 for path in cached))
-
-    def test_what_is_not_known_stays_and_is_explained(self):
-        translation, message = self.text(UNKNOWN[0])
-        self.assertEqual(translation, UNKNOWN[0])
-        self.assertIn("another translation engine", message)
-
-    def test_a_program_that_is_installed_later(self):
-        self.assertEqual(self.text("Trim the seventh wick")[0], "Trim the seventh wick")
-        folder = self.screen.home / "share" / "locale" / "ja" / "LC_MESSAGES"
-        (folder / "wick.mo").write_bytes(message_catalogue({"Trim the seventh wick": "七番目の芯を切る"}))
-        self.assertEqual(eventually(lambda: self.text("Trim the seventh wick")[0] == "七番目の芯を切る", 20), True)
-
-    def test_hostile_catalogues_are_skipped(self):
-        folder = self.screen.home / "share" / "locale" / "ja" / "LC_MESSAGES"
-        (folder / "cut.mo").write_bytes(message_catalogue({"Polish the _lantern": "切れた"})[:60])
-        (folder / "offsets.mo").write_bytes(struct.pack("<IIIIIII", 0x950412de, 0, 0xffffffff, 28, 0xfffffff0, 0, 0))
-        with (folder / "hole.mo").open("wb") as hole:
-            hole.truncate(5 << 30)
-        (folder / "loop.mo").symlink_to("loop.mo")
-        os.mkfifo(folder / "pipe.mo")
-        self.assertEqual(self.text(LINES[0])[0], JAPANESE[0])
 
     def test_a_picture(self):
         sample_page.render(self.page, [*LINES, *UNKNOWN])

@@ -17,10 +17,8 @@ PANE_NAME = "Lucentra"
 
 
 class OnADesktop(unittest.TestCase):
-    activatable = False
-
     def setUp(self):
-        self.screen = self.enterContext_(Screen(composited=False, keyring=False, activatable=self.activatable))
+        self.screen = self.enterContext_(Screen(composited=False, keyring=False))
         self.log = self.screen.home / "lucentra.log"
 
     def enterContext_(self, context):  # unittest has it from Python 3.11 on
@@ -92,20 +90,6 @@ class Hotkeys(OnADesktop):
         self.expect_pane(True, "Escape in another window isn't the pane's")
         self.assertNotRegex(self.keys_of(other), r"\b(t|Return)\b")
         self.assertIn("✅ Carbon 熱鍵已註冊 keyCode=17 carbonMods=2048", self.log.read_text())
-
-    def test_in_another_layout_and_with_the_locks_on(self):
-        self.start()
-        self.expect_pane(True)
-        self.other_program()
-        shown = True
-        for layout, keys in [("us", "alt+28"), ("ru", "alt+28"), ("de", "Caps_Lock alt+28 Caps_Lock"),
-                             ("de", "Num_Lock alt+28 Num_Lock")]:
-            with self.subTest(layout=layout, keys=keys):
-                subprocess.run(["setxkbmap", layout], env=self.screen.environment, check=True)
-                time.sleep(0.3)
-                self.screen.do(f"key {keys}")
-                shown = not shown
-                self.expect_pane(shown)
 
     def test_one_that_another_program_holds(self):
         holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "28", "8"], stdout=subprocess.PIPE)
@@ -213,16 +197,6 @@ class RemoteCommands(OnADesktop):
                                   "/com/tarnby/lucentra")
         for member in ("Toggle", "Show", "Hide", "Translate", "Settings", "History", "Quit"):
             self.assertIn(f"{member}()", seen)
-
-
-class StartedByTheBus(OnADesktop):
-    activatable = True
-
-    def test_a_call_starts_the_program(self):
-        self.screen.let_the_bus_start_programs()
-        self.assertEqual(self.call("Toggle").returncode, 0)
-        self.expect_pane(True, "the call that starts the program shows its pane")
-        self.assertEqual(self.call("Quit").returncode, 0)
 
 
 class WithoutATray(OnADesktop):

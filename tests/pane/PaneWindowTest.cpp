@@ -24,25 +24,6 @@ QString output(const QString &program, const QStringList &arguments)
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-/// Drives the pointer as a hand would, while this program goes on running.
-void xdotool(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(u"xdotool"_s, arguments);
-    QTRY_COMPARE(process.state(), QProcess::NotRunning);
-}
-
-QStringList drag(QPoint from, QPoint to)
-{
-    const auto move = [](QPoint at) {
-        return QStringList{u"mousemove"_s, QString::number(at.x()), QString::number(at.y()), u"sleep"_s, u"0.05"_s};
-    };
-    QStringList script = move(from) + QStringList{u"mousedown"_s, u"1"_s};
-    for (int step = 1; step <= 10; ++step)
-        script += move(from + (to - from) * step / 10);
-    return script + QStringList{u"mouseup"_s, u"1"_s};
-}
-
 /// The pane as the program wires it to an X server.
 struct RealPane : PaneFixture
 {
@@ -51,7 +32,6 @@ struct RealPane : PaneFixture
         , view(new GlassView({settings, texts, notificationCenter, scheduler}, {.reduceMotion = true}))
     {
         window.setContentView(view);
-        view->onTranslateTapped = [this] { ++passes; };
         window.onUserMoved = [this](std::chrono::milliseconds) { ++moves; };
         window.makeKeyAndOrderFront();
     }
@@ -102,58 +82,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!pane.property(u"_NET_WM_STATE"_s).contains(u"SKIP_TASKBAR"_s));
         QTest::qWait(300);
         QCOMPARE(pane.moves, 0);
-    }
-
-    void dragByBody()
-    {
-        RealPane pane;
-        QTRY_VERIFY(pane.window.isShown() && pane.window.isActiveWindow());
-        const QPoint start = pane.window.pos();
-        const QPoint body = start + QPoint(240, 200);
-        xdotool(drag(body, body + QPoint(120, 60)));
-        QTRY_COMPARE(pane.moves, 1);
-        const QPoint travel = pane.window.pos() - start;
-        // All of the pointer's way but what it took to tell the drag from a click.
-        QVERIFY(travel.x() <= 120 && travel.x() >= 70);
-        QCOMPARE(travel.y(), travel.x() / 2);
-        QCOMPARE(pane.window.size(), TransparentWindow::initialSize);
-        // The window works at once after the window manager's grab.
-        const QPoint again = pane.window.pos() + QPoint(240, 200);
-        xdotool({u"mousemove"_s, QString::number(again.x()), QString::number(again.y()), u"click"_s, u"--repeat"_s,
-                 u"2"_s, u"--delay"_s, u"60"_s, u"1"_s});
-        QTRY_COMPARE(pane.passes, 1);
-        QTest::qWait(300);
-        QCOMPARE(pane.moves, 1);
-    }
-
-    void fourQuickClicksAreTwoPasses()
-    {
-        RealPane pane;
-        QTRY_VERIFY(pane.window.isShown());
-        const QPoint body = pane.window.pos() + QPoint(240, 200);
-        xdotool({u"mousemove"_s, QString::number(body.x()), QString::number(body.y()), u"click"_s, u"--repeat"_s,
-                 u"4"_s, u"--delay"_s, u"60"_s, u"1"_s});
-        QTRY_COMPARE(pane.passes, 2);
-        QTest::qWait(300);
-        QCOMPARE(pane.passes, 2);
-        QCOMPARE(pane.moves, 0);
-    }
-
-    void resizeByCornerDownToTheSmallestSize()
-    {
-        RealPane pane;
-        QTRY_VERIFY(pane.window.isShown() && pane.window.isActiveWindow());
-        const QPoint corner = pane.window.geometry().bottomRight() - QPoint(8, 8);
-        xdotool(drag(corner, corner - QPoint(60, 40)));
-        QTRY_COMPARE(pane.moves, 1);
-        const QSize size = pane.window.size();
-        QVERIFY(size.width() < 440 && size.width() > 400);
-        const QPoint left = pane.window.pos() + QPoint(1, 120);
-        const int right = pane.window.geometry().right();
-        xdotool(drag(left, left + QPoint(400, 0)));
-        QTRY_COMPARE(pane.moves, 2);
-        QCOMPARE(pane.window.width(), TransparentWindow::smallestSize.width());
-        QCOMPARE(pane.window.geometry().right(), right);
     }
 
     void zoomAndBack()

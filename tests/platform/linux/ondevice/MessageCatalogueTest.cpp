@@ -3,8 +3,6 @@
 
 #include <QTest>
 
-#include <random>
-
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
@@ -43,8 +41,6 @@ private Q_SLOTS:
     void moFiles();
     void qmFiles_data();
     void qmFiles();
-    void damagedFilesDoNoHarm_data();
-    void damagedFilesDoNoHarm();
 };
 
 void MessageCatalogueTest::moFiles_data()
@@ -105,47 +101,6 @@ void MessageCatalogueTest::qmFiles()
 {
     QFETCH(QByteArray, bytes);
     QTEST(read(readQmCatalogue, bytes), "messages");
-}
-
-void MessageCatalogueTest::damagedFilesDoNoHarm_data()
-{
-    QTest::addColumn<bool>("isQt");
-    QTest::newRow("mo") << false;
-    QTest::newRow("qm") << true;
-}
-
-void MessageCatalogueTest::damagedFilesDoNoHarm()
-{
-    QFETCH(bool, isQt);
-    const Messages messages{
-        {"Cancel", "取消"}, {"_Open", "開啟(_O)"}, {QByteArray("%d file\0%d files", 16), "%d 個檔案"}};
-    const QByteArray good = isQt ? qmBytes(messages) : moBytes(messages);
-    const Reader reader = isQt ? readQmCatalogue : readMoCatalogue;
-    std::mt19937 random(1); // the same files every time
-    qsizetype most = 0;
-    for (int round = 0; round < 20000; ++round) {
-        QByteArray bytes = good;
-        for (quint32 changes = random() % 6 + 1; changes > 0; --changes) {
-            const auto at = qsizetype(random() % quint32(bytes.size()));
-            switch (random() % 4) {
-            case 0:
-                bytes[at] = char(random());
-                break;
-            case 1:
-                bytes.replace(at, 4, "\xff\xff\xff\xff", 4);
-                break;
-            case 2:
-                bytes.truncate(at + 1);
-                break;
-            default:
-                bytes.insert(at, bytes.sliced(at / 2, std::min<qsizetype>(8, bytes.size() - at / 2)));
-            }
-        }
-        most = std::max(most, read(reader, bytes).size());
-    }
-    // Nothing may be made of nothing: a message takes at least the bytes of its entries.
-    QVERIFY2(most <= good.size() / 8, qPrintable(QString::number(most)));
-    QVERIFY(most >= messages.size());
 }
 
 QTEST_GUILESS_MAIN(MessageCatalogueTest)

@@ -14,6 +14,8 @@ class X11ChangeMonitorTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void init();
+    void cleanup() { m_monitor.reset(); }
     void whatOthersDrawBeneathIsReportedOnce();
     void whatIsElsewhereOrOursIsNoChange();
     void windowsThatComeMoveAndGoAreChanges();
@@ -21,10 +23,14 @@ private Q_SLOTS:
     void anEmptyAreaEndsTheWatch();
 
 private:
+    void watch() { m_monitor->watch({150, 150, 100, 100}, [this] { ++m_reports; }); }
     bool reported(int expected);
-    void settle(X11ChangeMonitor &monitor);
+    void settle();
 
     std::optional<VirtualScreen> m_screen;
+    std::optional<TestClient> m_us;
+    std::optional<TestClient> m_other;
+    std::optional<X11ChangeMonitor> m_monitor;
     int m_reports = 0;
 };
 
@@ -33,6 +39,13 @@ void X11ChangeMonitorTest::initTestCase()
     m_screen.emplace();
     QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
     qputenv("DISPLAY", m_screen->display());
+}
+
+void X11ChangeMonitorTest::init()
+{
+    m_us.emplace();
+    m_other.emplace();
+    m_monitor.emplace(m_us->range(), [](const QRectF &area) { return area.toRect(); });
 }
 
 /// Whether there were so many reports, once they and a surplus had time to arrive; begins to count anew.
@@ -44,11 +57,11 @@ bool X11ChangeMonitorTest::reported(int expected)
 }
 
 /// Takes up the changes that are still on their way.
-void X11ChangeMonitorTest::settle(X11ChangeMonitor &monitor)
+void X11ChangeMonitorTest::settle()
 {
     for (int i = 0; i < 10; ++i) {
         m_reports = 0;
-        monitor.rearm();
+        m_monitor->rearm();
         if (reported(0))
             return;
     }
@@ -57,66 +70,51 @@ void X11ChangeMonitorTest::settle(X11ChangeMonitor &monitor)
 
 void X11ChangeMonitorTest::whatOthersDrawBeneathIsReportedOnce()
 {
-    TestClient us;
-    TestClient other;
-    const xcb_window_t window = other.addWindow({100, 100, 300, 200}, 0xff0000);
-    X11ChangeMonitor monitor(us.range(), [](const QRectF &area) { return area.toRect(); });
-    monitor.watch({150, 150, 100, 100}, [this] { ++m_reports; });
-    settle(monitor);
+    const xcb_window_t window = m_other->addWindow({100, 100, 300, 200}, 0xff0000);
+    watch();
+    settle();
     for (int i = 0; i < 50; ++i)
-        other.fill(window, QRgb(i));
+        m_other->fill(window, QRgb(i));
     QVERIFY(reported(1));
-    settle(monitor);
-    other.fill(window, 0x00ff00);
+    settle();
+    m_other->fill(window, 0x00ff00);
     QVERIFY(reported(1));
 }
 
 void X11ChangeMonitorTest::whatIsElsewhereOrOursIsNoChange()
 {
-    TestClient us;
-    TestClient other;
-    const xcb_window_t elsewhere = other.addWindow({600, 400, 100, 100}, 0xff0000);
-    const xcb_window_t pane = us.addWindow({150, 150, 100, 100}, 0x0000ff);
-    X11ChangeMonitor monitor(us.range(), [](const QRectF &area) { return area.toRect(); });
-    monitor.watch({150, 150, 100, 100}, [this] { ++m_reports; });
+    const xcb_window_t elsewhere = m_other->addWindow({600, 400, 100, 100}, 0xff0000);
+    const xcb_window_t pane = m_us->addWindow({150, 150, 100, 100}, 0x0000ff);
+    watch();
     reported(0);
-    other.fill(elsewhere, 0x00ff00);
-    us.fill(pane, 0x00ff00);
+    m_other->fill(elsewhere, 0x00ff00);
+    m_us->fill(pane, 0x00ff00);
     QVERIFY(reported(0));
 }
 
 void X11ChangeMonitorTest::windowsThatComeMoveAndGoAreChanges()
 {
-    TestClient us;
-    TestClient other;
-    X11ChangeMonitor monitor(us.range(), [](const QRectF &area) { return area.toRect(); });
-    monitor.watch({150, 150, 100, 100}, [this] { ++m_reports; });
-    const xcb_window_t window = other.addWindow({100, 100, 300, 200}, 0xff0000);
+    watch();
+    const xcb_window_t window = m_other->addWindow({100, 100, 300, 200}, 0xff0000);
     QVERIFY(reported(1));
-    settle(monitor);
-    other.destroy(window);
+    settle();
+    m_other->destroy(window);
     QVERIFY(reported(1));
 }
 
 void X11ChangeMonitorTest::anotherDesktopPictureIsAChange()
 {
-    TestClient us;
-    TestClient desktop;
-    X11ChangeMonitor monitor(us.range(), [](const QRectF &area) { return area.toRect(); });
-    monitor.watch({150, 150, 100, 100}, [this] { ++m_reports; });
+    watch();
     reported(0);
-    desktop.forgetDesktopPicture(); // it names another one in any case
+    m_other->forgetDesktopPicture(); // it names another one in any case
     QVERIFY(reported(1));
 }
 
 void X11ChangeMonitorTest::anEmptyAreaEndsTheWatch()
 {
-    TestClient us;
-    TestClient other;
-    X11ChangeMonitor monitor(us.range(), [](const QRectF &area) { return area.toRect(); });
-    monitor.watch({150, 150, 100, 100}, [this] { ++m_reports; });
-    monitor.watch({}, [this] { ++m_reports; });
-    other.addWindow({100, 100, 300, 200}, 0xff0000);
+    watch();
+    m_monitor->watch({}, [this] { ++m_reports; });
+    m_other->addWindow({100, 100, 300, 200}, 0xff0000);
     QVERIFY(reported(0));
 }
 

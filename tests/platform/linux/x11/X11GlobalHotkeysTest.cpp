@@ -78,8 +78,7 @@ private Q_SLOTS:
     void aKeyThatIsDownAtFirstMustBeReleased();
     void aPressWhileTheKeyboardIsAskedAboutIsHeard();
     void whatAnotherProgramHoldsIsRefused();
-    void theSameCombinationTwiceIsRefused();
-    void whatIsLetGoIsFreeForOthers();
+    void whatIsHeldIsRefusedUntilItIsLetGo();
     void numbersWithoutAKeyAreInvalid();
     void withoutAServerEverythingIsRefused();
 
@@ -149,7 +148,6 @@ void X11GlobalHotkeysTest::aCombinationIsHeardWhateverTheLocks_data()
     QTest::newRow("no lock") << us << QStringList{} << option << u"alt+28"_s << u"alt+shift+28"_s;
     QTest::newRow("Caps Lock") << us << QStringList{u"Caps_Lock"_s} << option << u"alt+28"_s << u"28"_s;
     QTest::newRow("Num Lock") << us << QStringList{u"Num_Lock"_s} << option << u"alt+28"_s << u"ctrl+alt+28"_s;
-    QTest::newRow("both") << us << QStringList{u"Caps_Lock"_s, u"Num_Lock"_s} << option << u"alt+28"_s << u"alt+27"_s;
     QTest::newRow("three modifiers") << us << QStringList{}
                                      << (hotkeyModifier::control | hotkeyModifier::shift | hotkeyModifier::command)
                                      << u"ctrl+shift+super+28"_s << u"ctrl+shift+28"_s;
@@ -268,22 +266,16 @@ void X11GlobalHotkeysTest::whatAnotherProgramHoldsIsRefused()
     QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_2));
 }
 
-void X11GlobalHotkeysTest::theSameCombinationTwiceIsRefused()
-{
-    const auto toggle = registered(*m_hotkeys, virtualKey::returnKey, hotkeyModifier::option);
-    QVERIFY(toggle);
-    QVERIFY(!m_hotkeys->registerHotkey(virtualKey::returnKey, hotkeyModifier::option, second));
-    type({u"key"_s, u"alt+36"_s});
-    QTRY_COMPARE(m_pressed, QList{first});
-}
-
-void X11GlobalHotkeysTest::whatIsLetGoIsFreeForOthers()
+void X11GlobalHotkeysTest::whatIsHeldIsRefusedUntilItIsLetGo()
 {
     auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
-    QVERIFY(reference);
+    QVERIFY(reference && !m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, second));
+    type({u"key"_s, u"alt+28"_s});
+    QTRY_COMPARE(m_pressed, QList{first});
     reference.reset();
     X11GlobalHotkeys other(m_scheduler);
     QVERIFY(registered(other, virtualKey::t, hotkeyModifier::option));
+    m_pressed.clear();
     type({u"key"_s, u"alt+28"_s});
     QCOMPARE(presses(), 0);
 }
