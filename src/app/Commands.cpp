@@ -168,8 +168,12 @@ Result<QString> givenText(const QString &argument, const LocalizationManager &te
             Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
     };
     QByteArray bytes;
-    if (input.open(stdin, QIODevice::ReadOnly))
-        bytes = input.read(longestText + 1);
+    QByteArray piece; // a pipe gives what is in it
+    input.open(stdin, QIODevice::ReadOnly);
+    do {
+        piece = input.read(longestText + 1 - bytes.size());
+        bytes += piece;
+    } while (!piece.isEmpty() && bytes.size() <= longestText);
     if (input.error() != QFileDevice::NoError)
         return failed(texts.localized(u"無法讀取標準輸入"_s));
     if (bytes.size() > longestText)

@@ -10,9 +10,14 @@
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QByteArray sound = smallMemory(); // made before the engine times the first input
+
+} // namespace
+
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QByteArray sound = smallMemory();
     PhraseFileHeader header;
     std::memcpy(&header, sound.constData(), sizeof header);
     QByteArray bytes = sound;

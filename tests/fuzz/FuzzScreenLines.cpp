@@ -10,9 +10,15 @@
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Made before the engine times the first input.
+const std::shared_ptr<const PhraseFile> file = PhraseFile::fromBytes(smallMemory());
+
+} // namespace
+
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const std::shared_ptr<const PhraseFile> file = PhraseFile::fromBytes(smallMemory());
     const auto text = decodeUtf8(bytesOf(data, size));
     if (!text)
         return 0;
