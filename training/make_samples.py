@@ -1,0 +1,78 @@
+#!/usr/bin/python3
+"""usage: make_samples.py FOLDER FIRST COUNT - makes samples FIRST to FIRST + COUNT - 1 from the material in FOLDER.
+
+Sample n depends on n alone. Three files each: n.full.npy (RGB, ink), n.half.npy (bits), n.script.npy (bits at an eighth).
+"""
+import os
+import random
+import sys
+
+import numpy as np
+
+import material
+import pages
+from browser import Browser
+from samples import sample
+
+BROWSER_PAGES = 40  # pages of one browser, which has one way of smoothing
+
+
+def restyle(chance, known):
+    """Other fonts and colours for a document, so that a few hundred of them look like more."""
+    dark = chance.random() < .4
+    fonts = ",".join(f"'{chance.choice(known[language])}'" for language in chance.sample(list(material.LANGUAGES), 5))
+    ground = f"hsl({chance.randint(0, 360)},{chance.randint(0, 40)}%,{chance.randint(4, 22) if dark else chance.randint(88, 100)}%)"
+    text = f"hsl({chance.randint(0, 360)},{chance.randint(0, 30)}%,{chance.randint(75, 100) if dark else chance.randint(0, 28)}%)"
+    own = f"html,body,body *{{background-color:transparent!important;color:{text}!important}}html{{background:{ground}!important}}" if chance.random() < .6 else ""
+    return f"{own}body{{font-size:{chance.randint(11, 19)}px;line-height:{chance.choice((1.1, 1.3, 1.5))}}}body,body *{{font-family:{fonts}{chance.choice(('', '!important'))}}}"
+
+
+def take(browser, number, known, folder):
+    chance = random.Random(number)
+    scale = chance.choice((.8, 1, 1, 1, 1, 1, 1.25, 1.5, 2))
+    if chance.random() < .16:
+        language = chance.choice([l for l in material.LANGUAGES if known["documents"][l]])
+        height = browser.open("file://" + chance.choice(known["documents"][language]), 960, 640, scale)
+        browser.style(restyle(chance, known["families"]))
+        return browser.shoot(chance.random() * max(0, height - 640))
+    path = f"{folder}/page-{number % 1000}-{os.getpid()}.html"
+    kind, html = pages.draw(chance, known)
+    with open(path, "w") as file:
+        file.write(html)
+    height = browser.open("file://" + path, 960, 640, scale)
+    os.remove(path)
+    return browser.shoot(chance.random() * max(0, height - 640) if kind == "site" else 0)
+
+
+def main():
+    folder, first, count = os.path.abspath(sys.argv[1]), int(sys.argv[2]), int(sys.argv[3])
+    known = material.collect(folder)
+    os.makedirs(f"{folder}/samples", exist_ok=True)
+    browser, group = None, None
+    for number in range(first, first + count):
+        target = f"{folder}/samples/{number:05d}"
+        if os.path.exists(target + ".full.npy"):
+            continue
+        if browser is None or number // BROWSER_PAGES != group:
+            if browser:
+                browser.close()
+            group = number // BROWSER_PAGES
+            chance = random.Random(group)
+            browser = Browser(material.font_config(folder, chance, f"fonts-{group}"), chance.random() < .6)
+        try:
+            full, bits, script = sample(*take(browser, number, known, folder))
+        except Exception as error:  # a page that does not load must not end the whole run
+            print(number, repr(error)[:200], flush=True)
+            browser.close()
+            browser = None
+            continue
+        np.save(target + ".script.npy", script)
+        np.save(target + ".half.npy", bits)
+        np.save(target + ".new.npy", full)
+        os.rename(target + ".new.npy", target + ".full.npy")
+    if browser:
+        browser.close()
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,177 @@
+"""What the samples are made of: fonts, icons, pictures, documents and strings of the packages in material.txt.
+
+The packages are unpacked into a folder of their own, never installed, so that samples depend neither on the fonts nor on
+the catalogues of the machine.
+"""
+import glob
+import gettext
+import json
+import os
+import random
+import re
+import subprocess
+from concurrent.futures import ThreadPoolExecutor
+
+from PIL import Image
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+LANGUAGES = ("en", "zh_TW", "zh_CN", "ja", "ko")
+FONT_CONFIG = """<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig>
+<dir>{root}/usr/share/fonts</dir><cachedir>{cache}</cachedir>
+<match target="font"><edit name="antialias" mode="assign"><bool>{antialias}</bool></edit>
+<edit name="hinting" mode="assign"><bool>{hinting}</bool></edit>
+<edit name="hintstyle" mode="assign"><const>{style}</const></edit>
+<edit name="rgba" mode="assign"><const>{order}</const></edit></match>
+</fontconfig>"""
+
+
+def unpack(folder):
+    """Downloads and unpacks the packages. Returns the root of their files."""
+    root, debs = f"{folder}/root", f"{folder}/debs"
+    if os.path.exists(f"{root}/done"):
+        return root
+    os.makedirs(root, exist_ok=True)
+    os.makedirs(debs, exist_ok=True)
+    names = open(f"{HERE}/material.txt").read().split()
+    missing = [name for name in names if not glob.glob(f"{debs}/{name}_*.deb")]
+    if missing:
+        subprocess.run(["apt-get", "download", *missing], cwd=debs, check=True)
+    for package in sorted(glob.glob(f"{debs}/*.deb")):
+        subprocess.run(["dpkg", "-x", package, root], check=True)
+    open(f"{root}/done", "w").close()
+    return root
+
+
+def font_config(folder, chance, name):
+    """Writes a font configuration that knows the unpacked fonts only. Returns the environment that makes programs use it."""
+    path = f"{folder}/{name}.conf"
+    style = chance.choice(("hintnone", "hintslight", "hintslight", "hintfull"))
+    with open(path, "w") as file:
+        file.write(FONT_CONFIG.format(root=f"{folder}/root", cache=f"{folder}/font-cache",
+                                      antialias="false" if chance.random() < .04 else "true",
+                                      hinting=str(style != "hintnone").lower(), style=style,
+                                      order=chance.choice(("none", "rgb", "rgb", "bgr"))))
+    return dict(os.environ, FONTCONFIG_FILE=path)
+
+
+def families(folder):
+    """Font families by language, and the monospaced ones of each."""
+    environment, found = font_config(folder, random.Random(1), "fonts"), {}
+    for language in LANGUAGES:
+        for kind, more in ((language, ""), (language + " mono", ":spacing=100")):
+            pattern = f":lang={language.replace('_', '-').lower()}{more}"
+            out = subprocess.run(["fc-list", pattern, "family"], env=environment, capture_output=True, text=True, check=True)
+            names = {line.split(",")[0].strip() for line in out.stdout.splitlines()}
+            found[kind] = sorted(name for name in names if "Keyboard" not in name and "\\" not in name)
+    east = {name for language in LANGUAGES[1:] for name in found[language]}
+    for kind in ("en", "en mono"):  # CJK fonts draw Latin too, on their own pages
+        found[kind] = [name for name in found[kind] if name not in east]
+    for language in LANGUAGES[1:]:
+        found[language + " mono"] = found[language + " mono"] or found[language]
+    return found
+
+
+def small_pictures(root, folder):
+    """Wallpapers and games' pictures, scaled to a screen's size at most. Returns (grounds, sprites)."""
+    os.makedirs(folder, exist_ok=True)
+    sources = [path for top in ("wallpapers", "backgrounds", "games", "tuxpaint/stamps", "openclonk")
+               for ending in ("png", "jpg", "jpeg")
+               for path in glob.glob(f"{root}/usr/share/{top}/**/*.{ending}", recursive=True)]
+    unwanted = re.compile(r"font|text|title|splash|credit|logo|letter|alphabet|number|menu|button|screenshot|cursor|/gui|_l10n|fonts")
+    sources = sorted(path for path in sources if os.path.isfile(path) and os.path.getsize(path) > 800
+                     and not unwanted.search(path[len(root):].lower()))
+    random.Random(1).shuffle(sources)
+    grounds = [p for p in sources if re.search(r"wallpapers|backgrounds|/land|/terrain|/scenery", p)]
+    stamps = [p for p in sources if "stamps" in p][:900]
+    sprites = [p for p in sources if p not in set(grounds) and "stamps" not in p][:4500]
+    chosen = grounds[:700] + stamps + sprites
+
+    def shrink(path):
+        target = f"{folder}/{path[len(root) + 1:].replace('/', '_').rsplit('.', 1)[0]}"
+        for done in (target + ".png", target + ".jpg"):
+            if os.path.exists(done):
+                return done
+        try:
+            with Image.open(path) as picture:
+                picture.draft("RGB", (1300, 1300))
+                clear = picture.mode in ("RGBA", "LA", "P", "PA")
+                picture = picture.convert("RGBA" if clear else "RGB")
+                picture.thumbnail((1300, 1300))
+                if min(picture.size) < 12:
+                    return None
+                target += ".png" if clear else ".jpg"
+                picture.save(target, **({} if clear else {"quality": 92}))
+        except (OSError, ValueError):
+            return None
+        return target
+    with ThreadPoolExecutor(2) as pool:
+        done = [path for path in pool.map(shrink, chosen) if path]
+    large = [path for path in done if max(Image.open(path).size) >= 480 and min(Image.open(path).size) >= 240]
+    return large, [path for path in done if path not in set(large)]
+
+
+def icons(root):
+    """Icons by look: coloured ones and those of one colour."""
+    paths = sorted(path for theme in ("Papirus", "breeze", "Tango", "elementary-xfce", "oxygen/base")
+                   for ending in ("svg", "png") for size in ("16", "22", "24", "32", "48", "symbolic", "scalable")
+                   for path in glob.glob(f"{root}/usr/share/icons/{theme}/**/*{size}*/**/*.{ending}", recursive=True)
+                   if os.path.isfile(path) and not re.search(r"text-x|format-text|font|spell|keyboard-|flag|locale|animation", path))
+    paths = sorted({os.path.realpath(path) for path in paths})
+    plain = [p for p in paths if re.search(r"symbolic|/breeze/actions|Papirus/(16x16|22x22|24x24)/(actions|panel)", p)]
+    coloured = [p for p in paths if p not in set(plain)]
+    chance = random.Random(1)
+    return chance.sample(coloured, min(5000, len(coloured))), chance.sample(plain, min(3000, len(plain)))
+
+
+def documents(root):
+    """HTML documents by language."""
+    found = {language: [] for language in LANGUAGES}
+    for path in sorted(glob.glob(f"{root}/usr/share/**/*.html", recursive=True)):
+        if not os.path.isfile(path) or os.path.getsize(path) < 5000:
+            continue
+        match = re.search(r"(?:^|[./_-])(ja|ko|zh[-_]cn|zh[-_]tw|en)(?:[./_-]|$)", path[len(root):].lower())
+        name = match.group(1).replace("-", "_") if match else "en"
+        found[{"zh_cn": "zh_CN", "zh_tw": "zh_TW"}.get(name, name)].append(path)
+    return found
+
+
+def strings(root):
+    """Short strings of windows and sentences, by language, from message catalogues."""
+    def clean(text):
+        return re.sub(r"\s+", " ", re.sub(r"\(_?&?\w\)$|[_&]", "", text)).strip()
+    found, english = {}, set()
+    for language in LANGUAGES[1:]:
+        short, long = set(), set()
+        for path in sorted(glob.glob(f"{root}/usr/share/locale/{language}*/LC_MESSAGES/*.mo")):
+            try:
+                with open(path, "rb") as file:
+                    catalogue = gettext.GNUTranslations(file)._catalog
+            except (OSError, UnicodeDecodeError, ValueError):
+                continue
+            for source, text in catalogue.items():
+                if not isinstance(source, str) or not source or re.search(r"[%<{|\\]", text + source):
+                    continue
+                source, text = clean(source.split("\x04")[-1]), clean(text)
+                if re.search(r"[\u3040-\u30ff\u3400-\u9fff\uac00-\ud7a3]", text):
+                    (short if len(text) <= 14 else long).add(text[:200])
+                if 1 < len(source) <= 200 and source.isascii():
+                    english.add(source)
+        found[language] = {"short": sorted(short), "long": sorted(long)}
+    found["en"] = {"short": sorted(s for s in english if len(s) <= 24), "long": sorted(s for s in english if len(s) > 24)}
+    chance = random.Random(1)
+    return {language: {kind: chance.sample(v, min(len(v), 8000)) for kind, v in kinds.items()} for language, kinds in found.items()}
+
+
+def collect(folder):
+    """Everything of the above, found once and remembered in the folder."""
+    folder = os.path.abspath(folder)
+    path = f"{folder}/material.json"
+    if not os.path.exists(path):
+        root = unpack(folder)
+        grounds, sprites = small_pictures(root, f"{folder}/pictures")
+        coloured, plain = icons(root)
+        with open(path, "w") as file:
+            json.dump({"families": families(folder), "grounds": grounds, "sprites": sprites, "icons": coloured,
+                       "plain icons": plain, "documents": documents(root), "strings": strings(root)}, file)
+    with open(path) as file:
+        return json.load(file)

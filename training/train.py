@@ -1,0 +1,169 @@
+#!/usr/bin/python3
+"""usage: train.py SAMPLES STEPS OUT.pt [--rate R] [--from START.pt] - trains the net; goes on by itself after a stop.
+
+Every 25th sample is held back and watched. OUT.pt gets the running mean of the weights, OUT.pt.state what a stopped run
+needs to go on. Set OMP_WAIT_POLICY=PASSIVE when the machine has other work: threads that spin take ten times as long.
+"""
+import argparse
+import glob
+import io
+import math
+import os
+import random
+import time
+
+import numpy as np
+import torch
+from PIL import Image, ImageFilter
+from torch.nn import functional
+from torch.utils.data import DataLoader, Dataset
+
+from net import Net
+from samples import CORE, GAP, UNSURE
+
+SIDE, BATCH, HELD_BACK = 320, 6, 25
+
+
+class Crops(Dataset):
+    """Crop i of a run depends on the samples and on i alone."""
+
+    def __init__(self, names, count, change=True):
+        self.names, self.count, self.change = names, count, change
+
+    def __len__(self):
+        return self.count
+
+    def __getitem__(self, index):
+        chance = random.Random(index)
+        name = chance.choice(self.names) if self.change else self.names[index]
+        full = np.load(name + ".full.npy", mmap_mode="r")
+        bits, script = np.load(name + ".half.npy", mmap_mode="r"), np.load(name + ".script.npy", mmap_mode="r")
+        scale = math.exp(chance.uniform(-.35, .3)) if self.change and chance.random() < .3 else 1
+        side = min(int(SIDE / scale) // 8 * 8, *(s // 8 * 8 for s in full.shape[:2]))
+        for _ in range(3):  # most crops have text
+            y, x = (chance.randint(0, (s - side) // 8) * 8 for s in full.shape[:2])
+            part = bits[y // 2:(y + side) // 2, x // 2:(x + side) // 2]
+            if (part & CORE).any():
+                break
+        picture = Image.fromarray(full[y:y + side, x:x + side, :3])
+        ink = Image.fromarray(full[y:y + side, x:x + side, 3])
+        script = script[y // 8:(y + side) // 8, x // 8:(x + side) // 8]
+        if side != SIDE:
+            picture = picture.resize((SIDE, SIDE), chance.choice((Image.BILINEAR, Image.BICUBIC, Image.BOX)))
+            ink = ink.resize((SIDE, SIDE), Image.BILINEAR)
+            part = np.asarray(Image.fromarray(part).resize((SIDE // 2, SIDE // 2), Image.NEAREST))
+            script = np.asarray(Image.fromarray(script).resize((SIDE // 8, SIDE // 8), Image.NEAREST))
+        values = changed(picture, chance) if self.change else np.asarray(picture, np.float32) / 255
+        ink = (np.asarray(ink, np.float32) / 255).reshape(SIDE // 2, 2, SIDE // 2, 2).transpose(1, 3, 0, 2).reshape(4, SIDE // 2, SIDE // 2)
+        lines = np.stack([(part & CORE) / CORE, (part & GAP) / GAP]).astype(np.float32)
+        return (np.ascontiguousarray(values.transpose(2, 0, 1)) - np.float32(.5), np.concatenate([ink, lines]),
+                ((part & UNSURE) == 0)[None].astype(np.float32), (script[None] >> np.arange(4)[:, None, None] & 1).astype(np.float32))
+
+
+def changed(picture, chance):
+    """Lossy, blurred, inverted, recoloured, paler or noisy."""
+    if chance.random() < .22:
+        store = io.BytesIO()
+        if chance.random() < .75:
+            picture.save(store, "JPEG", quality=chance.randint(25, 92), subsampling=chance.choice((0, 2, 2)))
+        else:
+            picture.save(store, "WEBP", quality=chance.randint(20, 90), method=0)
+        picture = Image.open(store).convert("RGB")
+    if chance.random() < .06:
+        picture = picture.filter(ImageFilter.GaussianBlur(chance.uniform(.3, .8)))
+    values = np.asarray(picture, np.float32) / 255
+    if chance.random() < .2:
+        values = 1 - values
+    if chance.random() < .4:
+        values = values[..., chance.sample(range(3), 3)]
+    if chance.random() < .12:
+        values = values.mean(2, keepdims=True).repeat(3, 2)
+    if chance.random() < .35:
+        values = values ** np.float32(math.exp(chance.uniform(-.5, .5)))
+    if chance.random() < .3:
+        span = chance.uniform(.4, 1)
+        values = values * np.float32(span) + np.float32(chance.uniform(0, 1 - span))
+    if chance.random() < .2:
+        noise = np.random.default_rng(chance.getrandbits(32)).standard_normal(values.shape, np.float32)
+        values = np.clip(values + noise * np.float32(chance.uniform(.005, .04)), 0, 1)
+    return values
+
+
+POSITIVE = torch.tensor([1.] * 4 + [2., 2.]).view(1, 6, 1, 1)  # weight of what is there
+
+
+def overlap(guess, truth):
+    """Dice of each output over the batch."""
+    both = (guess * truth).sum((0, 2, 3))
+    return (2 * both + 1) / ((guess * guess).sum((0, 2, 3)) + (truth * truth).sum((0, 2, 3)) + 1)
+
+
+def loss(outputs, truth, sure, script):
+    maps, scripts = outputs
+    entropy = (functional.binary_cross_entropy_with_logits(maps, truth, reduction="none", pos_weight=POSITIVE) * sure).mean((0, 2, 3))
+    dice = overlap(torch.sigmoid(maps) * sure, truth * sure)
+    parts = 2 * entropy + 1 - dice
+    known = (script.sum(1, keepdim=True) > 0).float() * 3 + 1
+    kinds = (functional.binary_cross_entropy_with_logits(scripts, script, reduction="none") * known).mean()
+    return parts[:4].mean() + parts[4] + parts[5] + .5 * kinds, dice.detach(), kinds.detach()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("samples")
+    parser.add_argument("steps", type=int)
+    parser.add_argument("out")
+    parser.add_argument("--rate", type=float, default=4e-3)
+    parser.add_argument("--start")
+    parser.add_argument("--first", type=int, default=0, help="number of the first crop, so that a second run sees others")
+    given = parser.parse_args()
+    torch.set_num_threads(2)
+    torch.manual_seed(1)
+    names = sorted(path[:-len(".full.npy")] for path in glob.glob(given.samples + "/*.full.npy"))
+    held, taught = names[::HELD_BACK], [name for i, name in enumerate(names) if i % HELD_BACK]
+    net, mean, step = Net(), Net(), 0
+    if given.start:
+        net.load_state_dict(torch.load(given.start))
+    mean.load_state_dict(net.state_dict())
+    optimizer = torch.optim.AdamW(net.parameters(), lr=given.rate, weight_decay=1e-4)
+    if os.path.exists(given.out + ".state"):
+        step, state, weights = torch.load(given.out + ".state")
+        net.load_state_dict(weights)
+        optimizer.load_state_dict(state)
+        mean.load_state_dict(torch.load(given.out))
+    print(f"{len(taught)} samples, {len(held)} held back, from step {step}", flush=True)
+    crops = Crops(taught, (given.steps - step) * BATCH)
+    offset = given.first + step * BATCH
+    loader = DataLoader(torch.utils.data.Subset(Crops(taught, given.first + given.steps * BATCH), range(offset, offset + len(crops))), BATCH, num_workers=2, prefetch_factor=4)
+    watched = DataLoader(Crops(held, min(len(held), 60), False), BATCH)
+    begun, sums = time.time(), []
+    for picture, truth, sure, script in loader:
+        part = step / given.steps
+        for group in optimizer.param_groups:
+            group["lr"] = given.rate * min(1, part / .03 + .02) * (.5 + .5 * math.cos(math.pi * part)) + 1e-5
+        net.train()
+        optimizer.zero_grad()
+        value, _, _ = loss(net(picture), truth, sure, script)
+        value.backward()
+        torch.nn.utils.clip_grad_norm_(net.parameters(), 5.)
+        optimizer.step()
+        step += 1
+        sums.append(value.item())
+        keep = min(.995, step / (step + 20))
+        with torch.no_grad():
+            for target, source in zip(mean.state_dict().values(), net.state_dict().values()):
+                target.copy_(target * keep + source * (1 - keep) if target.is_floating_point() else source)
+        if step % 250 == 0 or step == given.steps:
+            mean.eval()
+            with torch.no_grad():
+                seen = [loss(mean(p), t, s, k) for p, t, s, k in watched]
+            dice = torch.stack([d for _, d, _ in seen]).mean(0)
+            print(f"{(time.time() - begun) / 60:6.1f} min, step {step}: loss {np.mean(sums):.3f}, held back {np.mean([v.item() for v, _, _ in seen]):.3f}, "
+                  f"ink {dice[:4].mean():.3f} core {dice[4]:.3f} gap {dice[5]:.3f} script {np.mean([k.item() for _, _, k in seen]):.3f}", flush=True)
+            sums = []
+            torch.save(mean.state_dict(), given.out)
+            torch.save((step, optimizer.state_dict(), net.state_dict()), given.out + ".state")
+
+
+if __name__ == "__main__":
+    main()
