@@ -59,7 +59,9 @@ if (s.textDecorationLine != 'none') e.style.textDecorationColor = s.color; } doc
 class Browser:
     def __init__(self, environment, smooth_colours):
         self.folder = tempfile.mkdtemp(prefix="pages-")
-        arguments = ["chromium", "--headless=new", "--no-sandbox", "--disable-gpu", "--hide-scrollbars", "--no-first-run",
+        # As root, chromium would give itself a higher priority than it was started with.
+        lower = ["setpriv", "--bounding-set=-sys_nice"] if os.geteuid() == 0 else []
+        arguments = [*lower, "chromium-headless-shell", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
                      "--allow-file-access-from-files", "--disable-extensions", "--disable-background-networking",
                      "--remote-debugging-port=0", "--remote-allow-origins=*", f"--user-data-dir={self.folder}"]
         arguments += [] if smooth_colours else ["--disable-lcd-text"]

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""usage: make_samples.py FOLDER FIRST COUNT - makes samples FIRST to FIRST + COUNT - 1 from the material in FOLDER.
+"""usage: make_samples.py FOLDER FIRST COUNT [PART PARTS] - makes samples FIRST to FIRST + COUNT - 1 from the material in FOLDER.
 
-Sample n depends on n alone. Three files each: n.full.npy (RGB, ink), n.half.npy (bits), n.script.npy (bits at an eighth).
+Sample n depends on n alone. With PART of PARTS the maker leaves the groups of pages of other makers to them. Three files each: n.full.npy (RGB, ink), n.half.npy (bits), n.script.npy (bits at an eighth).
 """
 import os
 import random
@@ -46,12 +46,13 @@ def take(browser, number, known, folder):
 
 def main():
     folder, first, count = os.path.abspath(sys.argv[1]), int(sys.argv[2]), int(sys.argv[3])
+    part, parts = (int(v) for v in sys.argv[4:6]) if len(sys.argv) > 4 else (0, 1)
     known = material.collect(folder)
     os.makedirs(f"{folder}/samples", exist_ok=True)
     browser, group = None, None
     for number in range(first, first + count):
         target = f"{folder}/samples/{number:05d}"
-        if os.path.exists(target + ".full.npy"):
+        if number // BROWSER_PAGES % parts != part or os.path.exists(target + ".full.npy"):
             continue
         if browser is None or number // BROWSER_PAGES != group:
             if browser:

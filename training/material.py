@@ -10,7 +10,6 @@ import os
 import random
 import re
 import subprocess
-from concurrent.futures import ThreadPoolExecutor
 
 from PIL import Image
 
@@ -71,63 +70,47 @@ def families(folder):
     return found
 
 
-def small_pictures(root, folder):
-    """Wallpapers and games' pictures, scaled to a screen's size at most. Returns (grounds, sprites)."""
-    os.makedirs(folder, exist_ok=True)
-    sources = [path for top in ("wallpapers", "backgrounds", "games", "tuxpaint/stamps", "openclonk")
-               for ending in ("png", "jpg", "jpeg")
-               for path in glob.glob(f"{root}/usr/share/{top}/**/*.{ending}", recursive=True)]
-    unwanted = re.compile(r"font|text|title|splash|credit|logo|letter|alphabet|number|menu|button|screenshot|cursor|/gui|_l10n|fonts")
-    sources = sorted(path for path in sources if os.path.isfile(path) and os.path.getsize(path) > 800
-                     and not unwanted.search(path[len(root):].lower()))
-    random.Random(1).shuffle(sources)
-    grounds = [p for p in sources if re.search(r"wallpapers|backgrounds|/land|/terrain|/scenery", p)]
-    stamps = [p for p in sources if "stamps" in p][:900]
-    sprites = [p for p in sources if p not in set(grounds) and "stamps" not in p][:4500]
-    chosen = grounds[:700] + stamps + sprites
+def regular_files(root):
+    """All files of the packages without links, which icon themes have by the ten thousand."""
+    out = subprocess.run(["find", f"{root}/usr/share", "-type", "f", "-size", "+200c"], stdout=subprocess.PIPE, text=True, check=False)
+    return sorted(path for path in out.stdout.splitlines() if "'" not in path)
 
-    def shrink(path):
-        target = f"{folder}/{path[len(root) + 1:].replace('/', '_').rsplit('.', 1)[0]}"
-        for done in (target + ".png", target + ".jpg"):
-            if os.path.exists(done):
-                return done
+
+def pictures(root, files):
+    """Wallpapers and games' pictures, none much larger than a screen. Returns (grounds, sprites)."""
+    place = re.compile(r"/usr/share/(wallpapers|backgrounds|games|tuxpaint/stamps|openclonk)/.*\.(png|jpe?g)$")
+    unwanted = re.compile(r"font|text|title|splash|credit|logo|letter|alphabet|number|menu|button|cursor|/gui|_l10n")
+    paths = [path for path in files if place.search(path) and not unwanted.search(path[len(root):].lower())]
+    grounds, sprites = [], []
+    for path in random.Random(1).sample(paths, min(len(paths), 5000)):
         try:
             with Image.open(path) as picture:
-                picture.draft("RGB", (1300, 1300))
-                clear = picture.mode in ("RGBA", "LA", "P", "PA")
-                picture = picture.convert("RGBA" if clear else "RGB")
-                picture.thumbnail((1300, 1300))
-                if min(picture.size) < 12:
-                    return None
-                target += ".png" if clear else ".jpg"
-                picture.save(target, **({} if clear else {"quality": 92}))
+                small, large = sorted(picture.size)
         except (OSError, ValueError):
-            return None
-        return target
-    with ThreadPoolExecutor(2) as pool:
-        done = [path for path in pool.map(shrink, chosen) if path]
-    large = [path for path in done if max(Image.open(path).size) >= 480 and min(Image.open(path).size) >= 240]
-    return large, [path for path in done if path not in set(large)]
+            continue
+        if small >= 240 and 480 <= large <= 2600 and len(grounds) < 500:
+            grounds.append(path)
+        elif small >= 12 and large < 480 and len(sprites) < 2500:
+            sprites.append(path)
+    return grounds, sprites
 
 
-def icons(root):
+def icons(files):
     """Icons by look: coloured ones and those of one colour."""
-    paths = sorted(path for theme in ("Papirus", "breeze", "Tango", "elementary-xfce", "oxygen/base")
-                   for ending in ("svg", "png") for size in ("16", "22", "24", "32", "48", "symbolic", "scalable")
-                   for path in glob.glob(f"{root}/usr/share/icons/{theme}/**/*{size}*/**/*.{ending}", recursive=True)
-                   if os.path.isfile(path) and not re.search(r"text-x|format-text|font|spell|keyboard-|flag|locale|animation", path))
-    paths = sorted({os.path.realpath(path) for path in paths})
-    plain = [p for p in paths if re.search(r"symbolic|/breeze/actions|Papirus/(16x16|22x22|24x24)/(actions|panel)", p)]
-    coloured = [p for p in paths if p not in set(plain)]
+    place = re.compile(r"/usr/share/icons/(Papirus|breeze|Tango|elementary-xfce|oxygen)/.*(16|22|24|32|48|symbolic|scalable).*\.(png|svg)$")
+    unwanted = re.compile(r"text-x|format-text|font|spell|keyboard-|flag|locale|animation")
+    paths = [path for path in files if place.search(path) and not unwanted.search(path)]
+    is_plain = re.compile(r"symbolic|/breeze/actions|Papirus/(16x16|22x22|24x24)/(actions|panel)")
+    plain, coloured = [p for p in paths if is_plain.search(p)], [p for p in paths if not is_plain.search(p)]
     chance = random.Random(1)
     return chance.sample(coloured, min(5000, len(coloured))), chance.sample(plain, min(3000, len(plain)))
 
 
-def documents(root):
+def documents(root, files):
     """HTML documents by language."""
     found = {language: [] for language in LANGUAGES}
-    for path in sorted(glob.glob(f"{root}/usr/share/**/*.html", recursive=True)):
-        if not os.path.isfile(path) or os.path.getsize(path) < 5000:
+    for path in files:
+        if not path.endswith(".html") or os.path.getsize(path) < 5000:
             continue
         match = re.search(r"(?:^|[./_-])(ja|ko|zh[-_]cn|zh[-_]tw|en)(?:[./_-]|$)", path[len(root):].lower())
         name = match.group(1).replace("-", "_") if match else "en"
@@ -168,10 +151,13 @@ def collect(folder):
     path = f"{folder}/material.json"
     if not os.path.exists(path):
         root = unpack(folder)
-        grounds, sprites = small_pictures(root, f"{folder}/pictures")
-        coloured, plain = icons(root)
-        with open(path, "w") as file:
-            json.dump({"families": families(folder), "grounds": grounds, "sprites": sprites, "icons": coloured,
-                       "plain icons": plain, "documents": documents(root), "strings": strings(root)}, file)
+        files = regular_files(root)
+        grounds, sprites = pictures(root, files)
+        coloured, plain = icons(files)
+        found = {"families": families(folder), "grounds": grounds, "sprites": sprites, "icons": coloured, "plain icons": plain,
+                 "documents": documents(root, files), "strings": strings(root)}
+        with open(path + ".new", "w") as file:
+            json.dump(found, file)
+        os.rename(path + ".new", path)
     with open(path) as file:
         return json.load(file)
