@@ -1,10 +1,12 @@
 #!/usr/bin/python3
 """usage: make_samples.py FOLDER FIRST COUNT [PART PARTS] - makes samples FIRST to FIRST + COUNT - 1 from the material in FOLDER.
 
-Sample n depends on n alone. With PART of PARTS the maker leaves the groups of pages of other makers to them. Three files each: n.full.npy (RGB, ink), n.half.npy (bits), n.script.npy (bits at an eighth).
+Sample n depends on n alone. With PART of PARTS the maker leaves the groups of pages of other makers to them.
+Three files each: n.full.npy (RGB, ink), n.half.npy (bits), n.script.npy (bits at an eighth).
 """
 import os
 import random
+import signal
 import sys
 
 import numpy as np
@@ -49,30 +51,33 @@ def main():
     part, parts = (int(v) for v in sys.argv[4:6]) if len(sys.argv) > 4 else (0, 1)
     known = material.collect(folder)
     os.makedirs(f"{folder}/samples", exist_ok=True)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that no browser is left behind
     browser, group = None, None
-    for number in range(first, first + count):
-        target = f"{folder}/samples/{number:05d}"
-        if number // BROWSER_PAGES % parts != part or os.path.exists(target + ".full.npy"):
-            continue
-        if browser is None or number // BROWSER_PAGES != group:
-            if browser:
+    try:
+        for number in range(first, first + count):
+            target = f"{folder}/samples/{number:05d}"
+            if number // BROWSER_PAGES % parts != part or os.path.exists(target + ".full.npy"):
+                continue
+            if browser is None or number // BROWSER_PAGES != group:
+                if browser:
+                    browser.close()
+                group = number // BROWSER_PAGES
+                chance = random.Random(group)
+                browser = Browser(material.font_config(folder, chance, f"fonts-{group}"), chance.random() < .6)
+            try:
+                full, bits, script = sample(*take(browser, number, known, folder))
+            except Exception as error:  # a page that does not load must not end the whole run
+                print(number, repr(error)[:200], flush=True)
                 browser.close()
-            group = number // BROWSER_PAGES
-            chance = random.Random(group)
-            browser = Browser(material.font_config(folder, chance, f"fonts-{group}"), chance.random() < .6)
-        try:
-            full, bits, script = sample(*take(browser, number, known, folder))
-        except Exception as error:  # a page that does not load must not end the whole run
-            print(number, repr(error)[:200], flush=True)
+                browser = None
+                continue
+            np.save(target + ".script.npy", script)
+            np.save(target + ".half.npy", bits)
+            np.save(target + ".new.npy", full)
+            os.rename(target + ".new.npy", target + ".full.npy")
+    finally:
+        if browser:
             browser.close()
-            browser = None
-            continue
-        np.save(target + ".script.npy", script)
-        np.save(target + ".half.npy", bits)
-        np.save(target + ".new.npy", full)
-        os.rename(target + ".new.npy", target + ".full.npy")
-    if browser:
-        browser.close()
 
 
 if __name__ == "__main__":

@@ -285,7 +285,7 @@ class Screen:
             spans += [f'<span style="color:{self.pick(colours + [self.text])}">{word()}</span>' for _ in range(self.number(1, 6))]
             return indent + self.pick((" ", " ", " = ")).join(spans) + self.pick((";", ")", " {", "", ","))
         numbers, start = self.maybe(.7), self.number(1, 300)
-        rows = "".join(f'<div style="display:flex">' + (f'<div style="width:36px;margin-right:{self.pick((8, 14))}px;color:{self.soft};text-align:right;flex:none">{start + i}</div>' if numbers else "") + f"<div>{line()}</div></div>" for i in range(lines or self.number(8, 40)))
+        rows = "".join('<div style="display:flex">' + (f'<div style="width:36px;margin-right:{self.pick((8, 14))}px;color:{self.soft};text-align:right;flex:none">{start + i}</div>' if numbers else "") + f"<div>{line()}</div></div>" for i in range(lines or self.number(8, 40)))
         return f'<div style="font-family:{self.mono};white-space:pre;line-height:{self.pick((1.1, 1.2, 1.35, 1.5))};padding:4px;overflow:hidden">{rows}</div>'
 
     def terminal(self):
