@@ -179,7 +179,6 @@ void AppDelegate::wireManualInput()
                                     const QString &text, const ManualInputViewModel::Completion &completion) {
         manager.translateText(text, completion);
     };
-    m_manualInput.onNote = [this](const QString &note) { m_glassView->showTemporaryHint(note); };
     m_glassView->manualInput = {
         .makePanel = [this](QWidget *parent) -> QWidget * {
             m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),

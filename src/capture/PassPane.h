@@ -44,8 +44,8 @@ public:
     virtual void setProcessing(bool processing) = 0;
     virtual void setTranslationActionState(TranslationActionState state) = 0;
     virtual void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) = 0;
-    /// Says something over the overlays for as long as it takes to read.
-    virtual void showTemporaryHint(const QString &text) = 0;
+    /// Says something over the overlays for as long as it takes to read, or until the user does something.
+    virtual void showNote(const QString &text) = 0;
     /// Replaces the overlays by a card with one button.
     virtual void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                                std::function<void()> action) = 0;

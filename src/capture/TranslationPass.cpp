@@ -221,7 +221,7 @@ void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &t
     if (!source.isEmpty() && !translated.isEmpty())
         m_steps.record(source, translated);
     if (!translations->note.isEmpty())
-        m_pane.showTemporaryHint(translations->note);
+        m_pane.showNote(translations->note);
     if (context.timings) {
         m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [context] { // once they are painted
             context.finish(u"paint"_s);

@@ -110,7 +110,8 @@ protected:
 QWidget *makeHeader(const QList<QWidget *> &leading, const QList<QWidget *> &trailing, QWidget *parent)
 {
     auto *header = new QWidget(parent);
-    header->setFixedHeight(headerHeight);
+    header->setMinimumHeight(headerHeight); // a note may take more
+    header->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto *row = new QHBoxLayout(header);
     row->setContentsMargins(padding, 0, padding, 0);
     row->setSpacing(6);
@@ -181,7 +182,11 @@ QWidget *ManualInputView::makeResultHeader()
     m_translating = makeLabel(QFont::Normal, secondaryColor, this);
     m_checkMark = new CheckMark(this);
     m_copied = makeLabel(QFont::Medium, copiedColor, this);
-    return makeHeader({m_resultTitle}, {m_progress, m_translating, m_checkMark, m_copied}, this);
+    m_note = makeLabel(QFont::Normal, secondaryColor, this);
+    m_note->setWordWrap(true);
+    QWidget *header = makeHeader({m_resultTitle, m_note}, {m_progress, m_translating, m_checkMark, m_copied}, this);
+    static_cast<QHBoxLayout *>(header->layout())->setStretchFactor(m_note, 1);
+    return header;
 }
 
 void ManualInputView::renderTexts()
@@ -212,6 +217,8 @@ void ManualInputView::render()
     m_progress->setVisible(isTranslating);
     m_progress->setTurning(isTranslating && !m_reduceMotion);
     m_translating->setVisible(isTranslating);
+    m_note->setText(m_viewModel.note());
+    m_note->setVisible(!isTranslating && !m_viewModel.note().isEmpty());
     m_checkMark->setVisible(tellsOfCopy);
     m_copied->setVisible(tellsOfCopy);
 }

@@ -43,6 +43,7 @@ private:
     QLabel *m_sourceTitle;
     QLabel *m_hint;
     QLabel *m_resultTitle;
+    QLabel *m_note;
     ProgressIndicator *m_progress;
     QLabel *m_translating;
     QWidget *m_checkMark;

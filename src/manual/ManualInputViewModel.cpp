@@ -33,6 +33,7 @@ void ManualInputViewModel::setInputText(const QString &text)
                 return;
             ManualInputViewModel &model = **self;
             model.m_translatedText.clear();
+            model.m_note.clear();
             if (generation == model.m_requestGeneration) // or else a newer request is under way
                 model.m_isTranslating = false;
             Q_EMIT model.changed();
@@ -66,10 +67,9 @@ void ManualInputViewModel::accept(qint64 generation, const QString &sent, const 
     if (generation != m_requestGeneration || m_inputText.trimmed() != sent)
         return;
     m_translatedText = translation.text;
+    m_note = translation.note;
     m_isTranslating = false;
     Q_EMIT changed();
-    if (onNote && !translation.note.isEmpty())
-        onNote(translation.note);
 }
 
 void ManualInputViewModel::copyResult()
@@ -92,6 +92,7 @@ void ManualInputViewModel::reset()
     ++m_requestGeneration;
     m_inputText.clear();
     m_translatedText.clear();
+    m_note.clear();
     m_isTranslating = false;
     m_isCopied = false;
     Q_EMIT changed();

@@ -34,12 +34,12 @@ public:
     ManualInputViewModel(Scheduler &scheduler, MainQueue &mainQueue, std::function<void(const QString &)> copy);
     ~ManualInputViewModel() override;
 
-    // Those that aren't set are left out.
-    std::function<void(const QString &, Completion)> onTranslate; ///< may complete on any thread, also at once
-    std::function<void(const QString &)> onNote; ///< what is to be said about a translation that is shown
+    /// May complete on any thread, also at once. Left out where it isn't set.
+    std::function<void(const QString &, Completion)> onTranslate;
 
     const QString &inputText() const { return m_inputText; }           ///< as typed
     const QString &translatedText() const { return m_translatedText; } ///< or the sentence that says why there is none
+    const QString &note() const { return m_note; } ///< what is to be said about that translation; empty in general
     bool isTranslating() const { return m_isTranslating; }
     bool isCopied() const { return m_isCopied; }
 
@@ -63,6 +63,7 @@ private:
     const std::function<void(const QString &)> m_copy;
     QString m_inputText;
     QString m_translatedText;
+    QString m_note;
     bool m_isTranslating = false;
     bool m_isCopied = false;
     std::unique_ptr<ScheduledTask> m_translationTask;

@@ -54,8 +54,10 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_neonBorderView(new NeonBorderView(services.settings, services.notificationCenter, this))
     , m_grip(new GripView(this))
     , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, *m_visualEffect, this))
-    , m_hints(
-          *this, services.scheduler, [this](QWidget *view) { addBelowCapsule(view); }, [this] { updateCalmAreas(); })
+    , m_hints(*this, services.scheduler,
+              {.add = [this](QWidget *view) { addBelowCapsule(view); },
+               .changed = [this] { updateCalmAreas(); },
+               .isOverText = [this] { return isTextShown(); }})
     , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
 {
     setFocusPolicy(Qt::ClickFocus);
@@ -134,6 +136,12 @@ void GlassView::addBelowCapsule(QWidget *view)
 {
     view->stackUnder(m_capsule);
     view->show();
+    m_hints.stackUnder(m_capsule);
+}
+
+bool GlassView::isTextShown() const
+{
+    return !m_overlayViews.isEmpty() || m_inputPanel;
 }
 
 void GlassView::updateCalmAreas()
@@ -141,7 +149,7 @@ void GlassView::updateCalmAreas()
     QList<CalmArea> areas;
     for (const QRectF &frame : std::as_const(m_overlayFrames))
         areas.append({.rect = frame});
-    if (m_hints.opacity() > 0) {
+    if (m_hints.opacity() > 0 && !isTextShown()) {
         CalmArea band = calmBand(m_hints.textRect(), m_visualEffect->content(), size());
         band.strength = m_hints.opacity();
         areas.append(band);

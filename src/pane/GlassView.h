@@ -98,7 +98,7 @@ public:
     void setProcessing(bool processing) override;
     void setTranslationActionState(TranslationActionState state) override;
     void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) override;
-    void showTemporaryHint(const QString &text) override;
+    void showNote(const QString &text) override { m_hints.showNote(text); }
     void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                        std::function<void()> action) override;
 
@@ -119,6 +119,7 @@ private:
     void placeCapsule();
     void updateCorners();
     void addBelowCapsule(QWidget *view);
+    bool isTextShown() const;
     void updateCalmAreas();
     void showManualInput();
     void hideManualInput();

@@ -21,16 +21,7 @@
 
 #include <algorithm>
 
-using namespace std::chrono_literals;
-
 namespace lucentra {
-
-namespace {
-
-/// Reading takes about this long; an ideograph more, but then there are fewer.
-constexpr std::chrono::milliseconds timePerCharacter = 70ms;
-
-} // namespace
 
 bool GlassView::isOnScreen() const
 {
@@ -113,6 +104,8 @@ void GlassView::clearOverlays()
 void GlassView::setProcessing(bool processing)
 {
     m_isProcessing = processing;
+    if (processing)
+        m_hints.endNote();
     m_neonBorderView->isProcessing = processing;
     m_neonBorderView->updatePulse();
     updateCapsuleState();
@@ -149,12 +142,6 @@ void GlassView::addTranslationOverlay(const QString &text, const OverlayLimits &
     m_overlayViews.append(container);
     m_overlayFrames.append(layout->frame.united(rect));
     updateCalmAreas();
-}
-
-void GlassView::showTemporaryHint(const QString &text)
-{
-    m_hints.show(text, true,
-                 std::max<std::chrono::milliseconds>(PaneHints::temporaryTime, timePerCharacter * text.size()));
 }
 
 void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,

@@ -25,6 +25,11 @@ constexpr int roomForButtons = 28;
 constexpr int capsuleBottom = 38;
 constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 
+/// Around the text, over other text.
+constexpr QMargins groundMargins(18, 11, 18, 11);
+constexpr double groundRadius = 14;
+const QColor groundColor(12, 17, 26, 236);
+
 const SoftShadow textShadow{.opacity = 0.65, .deviation = 3, .offset = {0, 1}};
 
 /// Two lines instead of the last middle dot.
@@ -74,6 +79,12 @@ void HintLabel::paintText(QPainter &painter)
         });
     }
     painter.setOpacity(m_opacity);
+    if (isOverText && isOverText()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(groundColor);
+        painter.drawRoundedRect(shown.rect.marginsAdded(groundMargins), groundRadius, groundRadius);
+    }
     painter.drawImage(place.topLeft(), m_picture);
 }
 

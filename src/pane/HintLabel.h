@@ -13,7 +13,8 @@
 namespace lucentra {
 
 /// A large white text with a soft shadow in the middle of the pane, over its whole area; smaller on a pane too small
-/// for it. Where one line isn't enough, what the last middle dot joins stands on lines of its own. Takes no clicks.
+/// for it. Where one line isn't enough, what the last middle dot joins stands on lines of its own. Over other text it
+/// has a dark ground. Takes no clicks.
 class HintLabel : public PassThroughHostingView
 {
 public:
@@ -24,6 +25,8 @@ public:
     double opacity() const { return m_opacity; }
     /// Called with each step of the fade; left out where it isn't set.
     std::function<void()> onOpacityChanged;
+    /// Whether other text is beneath; asked at each painting.
+    std::function<bool()> isOverText;
     /// Where the text stands.
     QRect textRect() const;
 

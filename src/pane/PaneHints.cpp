@@ -2,6 +2,10 @@
 
 #include "HintLabel.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -10,18 +14,20 @@ namespace lucentra {
 
 namespace {
 
+constexpr auto temporaryTime = 1500ms;
 constexpr auto temporaryFade = 500ms;
 constexpr auto startFade = 400ms;
 constexpr auto reducedFade = 120ms;
 
+/// Reading takes about this long; an ideograph more, but then there are fewer.
+constexpr std::chrono::milliseconds timePerCharacter = 70ms;
+
 } // namespace
 
-PaneHints::PaneHints(QWidget &pane, Scheduler &scheduler, std::function<void(QWidget *)> add,
-                     std::function<void()> changed)
+PaneHints::PaneHints(QWidget &pane, Scheduler &scheduler, Surroundings surroundings)
     : m_pane(pane)
     , m_scheduler(scheduler)
-    , m_add(std::move(add))
-    , m_changed(std::move(changed))
+    , m_surroundings(std::move(surroundings))
 {
 }
 
@@ -31,18 +37,53 @@ void PaneHints::showStart(const QString &text)
     show(text, false);
 }
 
-void PaneHints::show(const QString &text, bool temporary, std::chrono::milliseconds time)
+void PaneHints::show(const QString &text, bool temporary)
 {
     m_timer.reset();
+    m_isNote = false;
+    QCoreApplication::instance()->removeEventFilter(this);
     delete m_label;
     m_label = new HintLabel(text, &m_pane);
-    m_label->onOpacityChanged = m_changed;
+    m_label->onOpacityChanged = m_surroundings.changed;
+    m_label->isOverText = m_surroundings.isOverText;
     layOut();
-    m_add(m_label);
+    m_surroundings.add(m_label);
     if (!temporary)
         return;
     m_isPristine = false;
+    fadeAfter(temporaryTime);
+}
+
+void PaneHints::fadeAfter(std::chrono::milliseconds time)
+{
     m_timer = m_scheduler.after(time, [this] { fade(temporaryFade, QEasingCurve::OutSine); });
+}
+
+void PaneHints::showNote(const QString &text)
+{
+    show(text, true);
+    m_isNote = true;
+    QCoreApplication::instance()->installEventFilter(this);
+    fadeAfter(std::max<std::chrono::milliseconds>(temporaryTime, timePerCharacter * text.size()));
+}
+
+void PaneHints::endNote()
+{
+    if (!std::exchange(m_isNote, false))
+        return;
+    QCoreApplication::instance()->removeEventFilter(this);
+    m_timer.reset();
+    fade(reducedFade, QEasingCurve::OutSine);
+}
+
+bool PaneHints::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) {
+        const auto *widget = qobject_cast<const QWidget *>(watched);
+        if (widget && widget->window() == m_pane.window())
+            endNote();
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void PaneHints::dismissStart()
@@ -55,7 +96,13 @@ void PaneHints::layOut()
 {
     if (m_label)
         m_label->setGeometry(m_pane.rect());
-    m_changed();
+    m_surroundings.changed();
+}
+
+void PaneHints::stackUnder(QWidget *capsule)
+{
+    if (m_label)
+        m_label->stackUnder(capsule);
 }
 
 QRect PaneHints::textRect() const

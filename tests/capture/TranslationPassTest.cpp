@@ -53,7 +53,7 @@ public:
     {
         log.append(u"overlay "_s + text);
     }
-    void showTemporaryHint(const QString &text) override { log.append(u"hint "_s + text); }
+    void showNote(const QString &text) override { log.append(u"note "_s + text); }
     void showErrorCard(const QString &title, const QString &message, const QString &,
                        std::function<void()> action) override
     {
@@ -267,7 +267,7 @@ void TranslationPassTest::nothingNewIsExplainedOverTheOverlays()
     m_pass->startCapturePass();
     capture();
     translate(0, BlockTranslations{.texts = {u"一"_s, u"二"_s}, .note = u"why"_s});
-    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"retranslate"_s, u"hint why"_s}));
+    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"retranslate"_s, u"note why"_s}));
 }
 
 void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()

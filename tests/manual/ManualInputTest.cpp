@@ -28,7 +28,6 @@ struct Typing
             requests << text;
             completions << std::move(completion);
         };
-        model->onNote = [this](const QString &note) { notes << note; };
     }
 
     void answer(int request, const QString &text, const QString &note = {})
@@ -65,7 +64,6 @@ struct Typing
     ManualScheduler clock;
     MainQueue queue;
     QStringList requests;
-    QStringList notes;
     QStringList copies;
     QList<ManualInputViewModel::Completion> completions;
     std::unique_ptr<ManualInputViewModel> model =
@@ -179,8 +177,12 @@ private Q_SLOTS:
         typing.model->translateNow();
         typing.model->translateNow();
         typing.answer(0, u"A"_s, u"stale"_s);
+        QVERIFY(typing.model->note().isEmpty());
         typing.answer(1, u"A"_s, u"why"_s);
-        QCOMPARE(typing.notes, QStringList{u"why"_s});
+        QCOMPARE(typing.model->note(), u"why"_s);
+        typing.model->setInputText(u" "_s);
+        typing.queue.drain();
+        QVERIFY(typing.model->note().isEmpty());
     }
 
     void answersFromAnotherThreadAndAfterTheEnd()

@@ -97,6 +97,43 @@ private Q_SLOTS:
         QTRY_VERIFY(!only<HintLabel>(pane.view));
     }
 
+    void notesEndWithWhatTheUserDoes_data()
+    {
+        QTest::addColumn<std::function<void(PaneFixture &)>>("act");
+        using Act = std::function<void(PaneFixture &)>;
+        QTest::newRow("a click") << Act([](PaneFixture &pane) { click(pane.view, {200, 200}, 1); });
+        QTest::newRow("a key") << Act([](PaneFixture &pane) { QTest::keyClick(&pane.window, Qt::Key_Shift); });
+        QTest::newRow("a pass") << Act([](PaneFixture &pane) { pane.view->setProcessing(true); });
+        QTest::newRow("reading it") << Act([](PaneFixture &pane) { pane.scheduler.advance(7100ms); });
+    }
+    void notesEndWithWhatTheUserDoes()
+    {
+        QFETCH(std::function<void(PaneFixture &)>, act);
+        PaneFixture pane;
+        pane.window.show();
+        pane.view->showNote(QString(100, u'n'));
+        pane.scheduler.advance(6900ms);
+        QCOMPARE(only<HintLabel>(pane.view)->opacity(), 1);
+        act(pane);
+        QTRY_VERIFY(!only<HintLabel>(pane.view));
+    }
+
+    void hintsOverOtherTextHaveADarkGround()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        pane.view->setBackdropContent([] {
+            QImage white(480, 280, QImage::Format_RGB32);
+            white.fill(Qt::white);
+            return white;
+        }());
+        pane.view->showHint(u"目標語言：日文"_s, true);
+        const QPoint besideText = only<HintLabel>(pane.view)->textRect().topLeft() - QPoint(10, 4);
+        QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
+        pane.view->addTranslationOverlay(u"譯文"_s, 280, {100, 130, 280, 30}); // beneath the hint, though later
+        QVERIFY(pane.picture().pixelColor(besideText).lightness() < 40);
+    }
+
     void clicks_data()
     {
         QTest::addColumn<int>("gesture");
