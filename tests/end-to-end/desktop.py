@@ -30,13 +30,14 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 
 
 class Session:
-    """Use as a context manager; `environment` is that of every program started in the session. `data_folders`: the
-    desktop's folders of data ($XDG_DATA_DIRS), whose services the bus starts."""
+    """Use as a context manager; `environment` is that of every program started in the session. `activatable`: the bus
+    starts the program, and no other service of this computer."""
 
-    def __init__(self, keyring: bool = True, language: str = "en", data_folders: str = ""):
+    def __init__(self, keyring: bool = True, language: str = "en", activatable: bool = False):
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-test-"))
         self.keyring = keyring
-        self.services = "<standard_session_servicedirs/>" if data_folders else ""
+        services = LUCENTRA.parent.parent / "share" / "dbus-1" / "services"
+        self.services = f"<servicedir>{services}</servicedir>" if activatable else ""
         self.processes: list[subprocess.Popen] = []
         runtime = self.home / "run"
         runtime.mkdir(mode=0o700)
@@ -51,8 +52,6 @@ class Session:
             "LANGUAGE": language,
             "QT_QPA_PLATFORM": "offscreen",
         }
-        if data_folders:
-            self.environment["XDG_DATA_DIRS"] = data_folders
         for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TESSDATA_PREFIX"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]

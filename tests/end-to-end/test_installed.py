@@ -50,7 +50,8 @@ def tearDownModule():
 
 class Installed(unittest.TestCase):
     def setUp(self):
-        self.screen = Screen(composited=False, keyring=False, data_folders=f"{PREFIX}/share:/usr/share", language="ja")
+        self.screen = Screen(composited=False, keyring=False, activatable=True, language="ja")
+        self.screen.environment["XDG_DATA_DIRS"] = f"{PREFIX}/share:/usr/share"
         self.screen.__enter__()
         self.addCleanup(self.screen.__exit__, None, None, None)
 
