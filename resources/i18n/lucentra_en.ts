@@ -464,10 +464,6 @@
         <translation>Installing these packages also helps: %@</translation>
     </message>
     <message>
-        <source>寫信給開發團隊</source>
-        <translation>Write to the developers</translation>
-    </message>
-    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>write the picture to OUT.png</translation>
     </message>
@@ -574,6 +570,10 @@
     <message>
         <source>操作模式</source>
         <translation>Mode</translation>
+    </message>
+    <message>
+        <source>收合</source>
+        <translation>Show Less</translation>
     </message>
     <message>
         <source>收藏</source>
@@ -900,10 +900,6 @@
         <translation>The translation appears here</translation>
     </message>
     <message>
-        <source>聯絡與社群</source>
-        <translation>Contact</translation>
-    </message>
-    <message>
         <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
         <translation>The automatic mode translates after the pane has been moved or resized. In the manual mode, only a click, the button or the shortcut translates.</translation>
     </message>
@@ -1210,6 +1206,10 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>Show/Hide Pane</translation>
+    </message>
+    <message>
+        <source>顯示全部</source>
+        <translation>Show All</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>

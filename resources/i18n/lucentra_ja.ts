@@ -464,10 +464,6 @@
         <translation>次のパッケージのインストールも役立ちます：%@</translation>
     </message>
     <message>
-        <source>寫信給開發團隊</source>
-        <translation>開発チームにメールを送る</translation>
-    </message>
-    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>画像を OUT.png に書き込む</translation>
     </message>
@@ -574,6 +570,10 @@
     <message>
         <source>操作模式</source>
         <translation>モード</translation>
+    </message>
+    <message>
+        <source>收合</source>
+        <translation>折りたたむ</translation>
     </message>
     <message>
         <source>收藏</source>
@@ -900,10 +900,6 @@
         <translation>訳文はここに表示されます</translation>
     </message>
     <message>
-        <source>聯絡與社群</source>
-        <translation>お問い合わせ</translation>
-    </message>
-    <message>
         <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
         <translation>自動モードでは、移動やサイズ変更のあとに翻訳します。手動モードでは、クリック、ボタン、ショートカットのときだけ更新します。</translation>
     </message>
@@ -1210,6 +1206,10 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>翻訳パネルの表示/非表示</translation>
+    </message>
+    <message>
+        <source>顯示全部</source>
+        <translation>すべて表示</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>

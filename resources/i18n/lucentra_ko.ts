@@ -464,10 +464,6 @@
         <translation>다음 패키지를 설치해도 도움이 됩니다: %@</translation>
     </message>
     <message>
-        <source>寫信給開發團隊</source>
-        <translation>개발 팀에 메일 보내기</translation>
-    </message>
-    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>그림을 OUT.png에 저장</translation>
     </message>
@@ -574,6 +570,10 @@
     <message>
         <source>操作模式</source>
         <translation>모드</translation>
+    </message>
+    <message>
+        <source>收合</source>
+        <translation>접기</translation>
     </message>
     <message>
         <source>收藏</source>
@@ -900,10 +900,6 @@
         <translation>번역문이 여기에 표시됩니다</translation>
     </message>
     <message>
-        <source>聯絡與社群</source>
-        <translation>문의</translation>
-    </message>
-    <message>
         <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
         <translation>자동 모드에서는 이동하거나 크기를 바꾼 뒤에 번역합니다. 수동 모드에서는 클릭, 버튼, 단축키를 사용할 때만 갱신합니다.</translation>
     </message>
@@ -1210,6 +1206,10 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>번역 패널 표시/숨기기</translation>
+    </message>
+    <message>
+        <source>顯示全部</source>
+        <translation>모두 표시</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>

@@ -464,10 +464,6 @@
         <translation>安装这些软件包也有帮助：%@</translation>
     </message>
     <message>
-        <source>寫信給開發團隊</source>
-        <translation>给开发团队写信</translation>
-    </message>
-    <message>
         <source>將圖片寫入 OUT.png</source>
         <translation>将图片写入 OUT.png</translation>
     </message>
@@ -574,6 +570,10 @@
     <message>
         <source>操作模式</source>
         <translation>操作模式</translation>
+    </message>
+    <message>
+        <source>收合</source>
+        <translation>收起</translation>
     </message>
     <message>
         <source>收藏</source>
@@ -900,10 +900,6 @@
         <translation>译文会显示在这里</translation>
     </message>
     <message>
-        <source>聯絡與社群</source>
-        <translation>联系与社区</translation>
-    </message>
-    <message>
         <source>自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。</source>
         <translation>自动模式会在移动或缩放翻译板后翻译；手动模式下移动翻译板只用于对照，点击、按钮或快捷键才会更新译文。</translation>
     </message>
@@ -1210,6 +1206,10 @@
     <message>
         <source>顯示/隱藏 翻譯板</source>
         <translation>显示/隐藏翻译板</translation>
+    </message>
+    <message>
+        <source>顯示全部</source>
+        <translation>显示全部</translation>
     </message>
     <message>
         <source>顯示或隱藏翻譯板</source>

@@ -7,6 +7,7 @@
 #include "Settings.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
+#include "VirtualKeys.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -343,9 +344,9 @@ void AppDelegate::tellOfMissingTray()
     if (std::exchange(m_hasToldOfMissingTray, true))
         return;
     const LocalizationManager &texts = m_services.texts();
-    const QString &hotkey = m_services.settings().read(settings::hotkeyString);
+    const QString hotkey = desktopNameOfHotkey(m_services.settings().read(settings::hotkeyString));
     showDesktopNotice(
-        m_desktop.bus.connection(), u"Lucentra｜澄鏡通"_s,
+        m_desktop.bus.connection(), texts.localized(u"Lucentra｜澄鏡通"_s),
         m_hotkeys.isToggleHotkeyRefused()
             ? texts.localized(u"這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。"_s)
             : texts.formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s, hotkey));

@@ -13,8 +13,9 @@ constexpr const char *deleteSelection = nullptr;
 
 void deleteSelected(QWidget *widget)
 {
-    if (auto *line = qobject_cast<QLineEdit *>(widget))
-        line->del();
+    auto *line = qobject_cast<QLineEdit *>(widget);
+    if (line && line->hasSelectedText())
+        line->del(); // which without a selection takes the next character
     else if (auto *text = qobject_cast<QTextEdit *>(widget))
         text->textCursor().removeSelectedText();
     else if (auto *plain = qobject_cast<QPlainTextEdit *>(widget))

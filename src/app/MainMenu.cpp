@@ -3,10 +3,10 @@
 #include "EditCommands.h"
 #include "LocalizationManager.h"
 #include "Mnemonics.h"
+#include "Version.h"
 
 #include <QApplication>
 #include <QMenuBar>
-#include <QMessageBox>
 
 #include <utility>
 
@@ -152,14 +152,18 @@ void MainMenu::updateEditItems()
         action->setEnabled(isTextField(QApplication::focusWidget()));
 }
 
-void MainMenu::showAbout() const
+void MainMenu::showAbout()
 {
-    auto *about = new QMessageBox(QMessageBox::NoIcon, m_texts.localized(u"關於 Lucentra｜澄鏡通"_s),
-                                  u"Lucentra｜澄鏡通"_s, QMessageBox::Close);
-    about->setInformativeText(QCoreApplication::applicationVersion());
-    about->setIconPixmap(QApplication::windowIcon().pixmap(64));
-    about->setAttribute(Qt::WA_DeleteOnClose);
-    about->show();
+    if (!m_about) {
+        m_about = new QMessageBox(QMessageBox::NoIcon, m_texts.localized(u"關於 Lucentra｜澄鏡通"_s),
+                                  m_texts.localized(u"Lucentra｜澄鏡通"_s), QMessageBox::Close);
+        m_about->setInformativeText(versionAndBuild());
+        m_about->setIconPixmap(QApplication::windowIcon().pixmap(64));
+        m_about->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_about->show();
+    m_about->raise();
+    m_about->activateWindow();
 }
 
 } // namespace lucentra

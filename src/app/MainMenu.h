@@ -4,7 +4,9 @@
 
 #include <QList>
 #include <QMenu>
+#include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 
 #include <memory>
 
@@ -48,7 +50,7 @@ private:
     QAction *add(QMenu &menu, const QString &key, const QKeySequence &shortcut, std::function<void()> act);
     QAction *add(QMenu &menu, const QString &key, const QKeySequence &shortcut, const std::function<void()> *act);
     void updateEditItems();
-    void showAbout() const;
+    void showAbout();
 
     const LocalizationManager &m_texts;
     const ShellActions &m_actions;
@@ -58,6 +60,7 @@ private:
     QMenu m_window;
     QMenu m_context;
     QList<Item> m_items;
+    QPointer<QMessageBox> m_about; ///< while it is open
 };
 
 } // namespace lucentra

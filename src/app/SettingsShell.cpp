@@ -48,8 +48,7 @@ SettingsServices servicesOf(const SettingsShell::Program &program, LaunchAtLogin
         .settingsFile = SettingsStore::userFilePath(),
         .pagesFolder = QCoreApplication::applicationDirPath() + u"/../share/lucentra/privacy"_s,
         .applicationIcon = QIcon(u":/lucentra/icons/com.tarnby.lucentra.svg"_s),
-        .version = QString::fromLatin1(programVersion),
-        .buildNumber = QString::fromLatin1(buildNumber),
+        .version = versionAndBuild(),
     };
 }
 

@@ -120,12 +120,16 @@ void StatusItem::build()
     toggle->setData(toggleTag);
     add(u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
     m_menu.addSeparator();
+    if (m_actions.openHistory)
+        add(u"翻譯歷史紀錄"_s, {}, [this] { m_actions.openHistory(); });
     if (m_actions.openSettings) {
         add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
         m_menu.addSeparator();
     }
     add(u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
-    if (!m_icon)
+    if (m_icon)
+        m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));
+    else
         look();
 }
 
@@ -158,7 +162,7 @@ void StatusItem::look()
 void StatusItem::makeIcon()
 {
     m_icon = std::make_unique<QSystemTrayIcon>(statusImage());
-    m_icon->setToolTip(u"Lucentra｜澄鏡通"_s);
+    m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));
     m_icon->setContextMenu(&m_menu);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
         if (reason == QSystemTrayIcon::Trigger)

@@ -90,8 +90,10 @@ void TransparentWindow::setContentView(GlassView *view)
 
 void TransparentWindow::makeKeyAndOrderFront()
 {
-    if (isVisible() && !isMinimized() && !m_isShown)
-        hide(); // a window manager has taken it off the screen: only a new window comes back for certain
+    // A window manager has taken it off the screen: only a new window comes back for certain. One that is just about to
+    // appear must stay, since window managers forget the hints of a window that goes and comes at once.
+    if (isVisible() && !isMinimized() && !m_isShown && m_hasAppeared)
+        hide();
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
@@ -133,7 +135,7 @@ void TransparentWindow::addResizeHandles()
 
 void TransparentWindow::retranslate()
 {
-    setWindowTitle(u"Lucentra｜澄鏡通"_s);
+    setWindowTitle(m_services.texts.localized(u"Lucentra｜澄鏡通"_s));
     const QString names[]{m_services.texts.localized(u"關閉"_s), m_services.texts.localized(u"縮小"_s),
                           m_services.texts.localized(u"最大化"_s)};
     for (qsizetype i = 0; i < m_buttons.size(); ++i) {
@@ -200,8 +202,11 @@ bool TransparentWindow::event(QEvent *event)
         if (m_view)
             m_view->setHovering(event->type() == QEvent::Enter);
         break;
-    case QEvent::WindowStateChange:
     case QEvent::Hide:
+        m_hasAppeared = false;
+        updateShown();
+        break;
+    case QEvent::WindowStateChange:
         updateShown();
         break;
     default:
@@ -269,6 +274,7 @@ void TransparentWindow::updateShown()
         return;
     m_isShown = shown;
     if (shown) {
+        m_hasAppeared = true;
         m_userMoves.windowShown();
         updatePresence();
     } else {

@@ -102,6 +102,7 @@ private:
     std::optional<WindowDrag> m_drag; ///< one that the window manager didn't take over
     bool m_isManagersDrag = false;    ///< one that it did
     bool m_isShown = false;
+    bool m_hasAppeared = false; ///< since it was shown last
     bool m_areCornersCut = false;
 };
 

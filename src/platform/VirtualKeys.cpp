@@ -181,14 +181,15 @@ struct ModifierRow
     quint32 flag;
     quint32 hotkeyModifier;
     QChar symbol;
+    QStringView desktopName;
 };
 
 /// In the order in which they are shown.
 constexpr std::array modifierRows{
-    ModifierRow{modifierFlag::control, hotkeyModifier::control, u'⌃'},
-    ModifierRow{modifierFlag::option, hotkeyModifier::option, u'⌥'},
-    ModifierRow{modifierFlag::shift, hotkeyModifier::shift, u'⇧'},
-    ModifierRow{modifierFlag::command, hotkeyModifier::command, u'⌘'},
+    ModifierRow{modifierFlag::control, hotkeyModifier::control, u'⌃', u"Ctrl+"},
+    ModifierRow{modifierFlag::option, hotkeyModifier::option, u'⌥', u"Alt+"},
+    ModifierRow{modifierFlag::shift, hotkeyModifier::shift, u'⇧', u"Shift+"},
+    ModifierRow{modifierFlag::command, hotkeyModifier::command, u'⌘', u"Meta+"},
 };
 
 char32_t lastCodePoint(QStringView text)
@@ -265,6 +266,19 @@ QString hotkeyDisplayString(quint32 flags, const QString &key)
     const char32_t character = lastCodePoint(key);
     const QString characterAlone = textOf(character);
     return combination + (key == characterAlone ? textOf(QChar::toUpper(character)) : key);
+}
+
+QString desktopNameOfHotkey(const QString &combination)
+{
+    QString name;
+    QStringView key = combination;
+    for (const ModifierRow &row : modifierRows) {
+        if (!key.startsWith(row.symbol))
+            continue;
+        name += row.desktopName;
+        key = key.sliced(1);
+    }
+    return name + key.toString();
 }
 
 QString menuKeyOfDisplayString(const QString &combination)

@@ -56,6 +56,9 @@ QString americanKeyLabel(quint32 virtualKeyCode);
 /// is empty.
 QString hotkeyDisplayString(quint32 flags, const QString &key);
 
+/// Such a combination as this desktop writes it: "Alt+T". Any other text stays as it is.
+QString desktopNameOfHotkey(const QString &combination);
+
 /// The key of such a combination for menus: the name of a key without a character, else the last character in lower
 /// case, which with the same modifiers is shown as the same combination; "t" where there is none.
 QString menuKeyOfDisplayString(const QString &combination);

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QTest>
 
@@ -26,7 +27,7 @@ private Q_SLOTS:
     void theStatusMenuFollowsTheHotkey_data();
     void theStatusMenuFollowsTheHotkey();
     void titlesFollowTheInterfaceLanguage();
-    void itemsWithoutAnActionAreLeftOut();
+    void menusInTheirOrderWithoutItemsThatDoNothing();
     void theStatusItemWaitsForATray();
     void editCommandsActOnTheTextField();
     void theToolkitSpeaksTheInterfaceLanguage();
@@ -97,10 +98,10 @@ void ShellTest::titlesFollowTheInterfaceLanguage()
     }
     QCOMPARE(titles, (QStringList{u"Show/Hide Pane | Ctrl+Shift+K"_s,
                                   u"Translate Current Area | Alt+Return"_s, u"-"_s, u"Quit Lucentra | Ctrl+Q"_s,
-                                  u"&Lucentra"_s, u"&Edit"_s, u"&Translation"_s, u"&Window"_s, u"Close"_s}));
+                                  u"&Lucentra"_s, u"&Edit"_s, u"T&ranslation"_s, u"&Window"_s, u"Close"_s}));
 }
 
-void ShellTest::itemsWithoutAnActionAreLeftOut()
+void ShellTest::menusInTheirOrderWithoutItemsThatDoNothing()
 {
     int opened = 0;
     StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
@@ -111,15 +112,54 @@ void ShellTest::itemsWithoutAnActionAreLeftOut()
     menu.build();
     const QMenu &application = *menus[0]->menu<QMenu *>();
     QVERIFY(!shown(application).contains(u"設定… | Ctrl+,"_s));
-    QCOMPARE(menus[1]->text(), u"編輯(&A)"_s);
-    m_actions.openSettings = [&] { ++opened; };
+    m_actions.openHistory = m_actions.openSettings = [&] { ++opened; };
     menu.build();
     item.build();
-    QVERIFY(shown(application).contains(u"設定… | Ctrl+,"_s));
-    QCOMPARE(shown(item.menu()).value(3), u"設定… | Ctrl+,"_s);
-    item.menu().actions()[3]->trigger();
-    QCOMPARE(opened, 1);
-    m_actions.openSettings = {};
+    QCOMPARE(shown(item.menu()).mid(2), (QStringList{u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
+                                                     u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+    for (const int number : {3, 4})
+        item.menu().actions()[number]->trigger();
+    QCOMPARE(opened, 2);
+    m_actions.openHistory = m_actions.openSettings = {};
+    QStringList lines;
+    for (const QAction *each : menus) {
+        lines.append(each->text());
+        lines.append(shown(*each->menu<QMenu *>()));
+    }
+    const QStringList expected{u"&Lucentra"_s,
+                               u"關於 Lucentra｜澄鏡通 | "_s,
+                               u"-"_s,
+                               u"設定… | Ctrl+,"_s,
+                               u"-"_s,
+                               u"隱藏 Lucentra | Ctrl+H"_s,
+                               u"-"_s,
+                               u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s,
+                               u"編輯(&A)"_s,
+                               u"還原 | Ctrl+Z"_s,
+                               u"重做 | Ctrl+Shift+Z"_s,
+                               u"-"_s,
+                               u"剪下 | Ctrl+X"_s,
+                               u"複製 | Ctrl+C"_s,
+                               u"貼上 | Ctrl+V"_s,
+                               u"刪除 | Backspace"_s,
+                               u"全選 | Ctrl+A"_s,
+                               u"翻譯(&B)"_s,
+                               u"翻譯目前區域 | Alt+Return"_s,
+                               u"視窗(&C)"_s,
+                               u"縮小 | Ctrl+M"_s,
+                               u"關閉 | Ctrl+W"_s};
+    QCOMPARE(lines, expected);
+    for (int time = 0; time < 2; ++time)
+        application.actions()[0]->trigger();
+    const auto windows = QApplication::topLevelWidgets();
+    QList<QMessageBox *> abouts;
+    for (QWidget *window : windows) {
+        if (auto *about = qobject_cast<QMessageBox *>(window))
+            abouts.append(about);
+    }
+    QCOMPARE(abouts.size(), 1);
+    QVERIFY2(abouts[0]->informativeText().contains(u" (Build "_s), qPrintable(abouts[0]->informativeText()));
+    delete abouts[0];
 }
 
 void ShellTest::theStatusItemWaitsForATray()
@@ -146,6 +186,9 @@ void ShellTest::editCommandsActOnTheTextField()
         }
     };
     for (QWidget *field : {static_cast<QWidget *>(&line), static_cast<QWidget *>(&text)}) {
+        line.setCursorPosition(0);
+        perform(u"刪除", *field); // of a selection, and there is none
+        QCOMPARE(line.text() + text.toPlainText(), field == &line ? u"some textsome text"_s : u"some text"_s);
         perform(u"全選", *field);
         perform(u"刪除", *field);
     }

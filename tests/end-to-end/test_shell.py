@@ -257,7 +257,7 @@ class StatusItem(OnADesktop):
         self.expect_pane(True)
         titles = dict(line.split("\t") for line in self.item(address, "titles").splitlines())
         self.assertEqual(titles, {"Show/Hide Pane": "Ctrl+Shift+K", "Translate Current Area": "Alt+Return",
-                                  "Settings…": "Ctrl+,", "Quit Lucentra": "Ctrl+Q"})
+                                  "Translation History": "", "Settings…": "Ctrl+,", "Quit Lucentra": "Ctrl+Q"})
         self.item(address, "click", "Show/Hide Pane")
         self.expect_pane(False)
         self.item(address, "activate")

@@ -18,6 +18,7 @@ NOT_SHOWN = {
     "platform/linux/recognizer": "punctuation and characters of the scripts that are recognized",
     "settings/HotkeyManager.cpp": "words of the log's lines",
     "settings/KeychainStore.cpp": "words of the log's lines",
+    "platform/linux/desktop/AutostartEntry.cpp": "names in a desktop entry",
     "translation/ConnectionTest.cpp": "the sentence that the test has translated",
     "translation/Prompts.cpp": "instructions to language models",
     "translation/TargetLanguage.cpp": "names of languages in instructions to language models",

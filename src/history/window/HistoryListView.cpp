@@ -56,6 +56,11 @@ void HistoryListView::toggleExpanded(const QModelIndex &index)
     doItemsLayout();
 }
 
+QString HistoryListView::help(const QModelIndex &index, RowAction action) const
+{
+    return m_delegate.help(index, rowWidth(), action);
+}
+
 /// The scroll bar's place is always left free: rows must not become narrower by being too many.
 int HistoryListView::rowWidth() const
 {
@@ -377,16 +382,15 @@ void HistoryListView::focusOutEvent(QFocusEvent *event)
     viewport()->update();
 }
 
-bool HistoryListView::viewportEvent(QEvent *event)
+bool HistoryListView::viewportEvent(QEvent *anyEvent)
 {
-    if (event->type() == QEvent::Leave)
+    if (anyEvent->type() == QEvent::Leave)
         endHover();
-    if (event->type() != QEvent::ToolTip)
-        return QListView::viewportEvent(event);
-    const auto *help = static_cast<QHelpEvent *>(event);
-    const auto action = actionAt(help->pos());
-    QToolTip::showText(help->globalPos(),
-                       action ? m_delegate.help(indexAt(help->pos()), rowWidth(), *action) : QString(), viewport());
+    if (anyEvent->type() != QEvent::ToolTip)
+        return QListView::viewportEvent(anyEvent);
+    const auto *event = static_cast<QHelpEvent *>(anyEvent);
+    const auto action = actionAt(event->pos());
+    QToolTip::showText(event->globalPos(), action ? help(indexAt(event->pos()), *action) : QString(), viewport());
     return true;
 }
 

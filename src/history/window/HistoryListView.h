@@ -26,8 +26,10 @@ public:
 
     /// Lays every row out anew: texts or fonts are others.
     void relayout();
-    /// Shows all of the current entry, or no longer.
+    /// Shows all of an entry, or no longer.
     void toggleExpanded(const QModelIndex &index);
+    /// What a control of an entry does; empty where the entry has no such control.
+    QString help(const QModelIndex &index, RowAction action) const;
 
     QRect visualRect(const QModelIndex &index) const override;
     QModelIndex indexAt(const QPoint &point) const override;

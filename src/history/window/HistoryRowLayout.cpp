@@ -82,6 +82,22 @@ HistoryRowLayout::HistoryRowLayout(const HistoryItem &item, qreal width, const H
     , m_height(m_buttonsTop + buttonHeight + padding - spacing / 2)
 {
     placeButtons(texts);
+    if (isExpanded || isCutOff())
+        placeShowAll(isExpanded, texts);
+}
+
+/// On a line of its own beneath the texts.
+void HistoryRowLayout::placeShowAll(bool isExpanded, const LocalizationManager &texts)
+{
+    for (Button &button : m_buttons)
+        button.rect.translate(0, buttonHeight);
+    m_height += buttonHeight;
+    const QString title = texts.localized(isExpanded ? u"收合"_s : u"顯示全部"_s);
+    const qreal width = QFontMetricsF(smallFont()).horizontalAdvance(title) + 2 * buttonInset;
+    m_buttons.append({.action = RowAction::ShowAll,
+                      .rect = {padding - buttonInset, m_buttonsTop - spacing / 2, width, buttonHeight},
+                      .title = title,
+                      .help = title});
 }
 
 void HistoryRowLayout::placeButtons(const LocalizationManager &texts)
@@ -182,9 +198,15 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
         color = withAlpha(palette.color(QPalette::Text).lightness() > 127 ? redOnDark : redOnLight, 0.8);
     }
     painter.setOpacity(state.isActive || isDone ? 1 : quietOpacity);
+    painter.setFont(smallFont());
+    if (button.action == RowAction::ShowAll) {
+        painter.setPen(palette.color(QPalette::Link));
+        painter.setOpacity(1);
+        painter.drawText(rect, Qt::AlignCenter, button.title);
+        return;
+    }
     const QRectF picture(rect.left() + buttonInset, rect.center().y() - size / 2, size, size);
     paintSymbolIcon(painter, symbol, picture, color);
-    painter.setFont(smallFont());
     painter.setPen(color);
     painter.drawText(rect.adjusted(buttonInset + symbolSize + symbolGap, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
                      isDone ? button.doneTitle : button.title);

@@ -17,7 +17,7 @@ namespace lucentra {
 class LocalizationManager;
 
 /// What can be done with an entry.
-enum class RowAction { Star, CopyOriginal, CopyTranslation, Delete };
+enum class RowAction { Star, CopyOriginal, CopyTranslation, Delete, ShowAll };
 
 /// How an entry looks beyond its content.
 struct RowState
@@ -42,7 +42,7 @@ public:
     bool isCutOff() const { return m_original.isCutOff() || m_translation.isCutOff(); }
 
     std::optional<RowAction> actionAt(QPointF point) const;
-    /// What a control does, for its tool tip.
+    /// What a control does, for its tool tip; empty where the entry has no such control.
     QString help(RowAction action) const;
 
     void paint(QPainter &painter, QPointF origin, const QPalette &palette, const RowState &state) const;
@@ -58,6 +58,7 @@ private:
     };
 
     void placeButtons(const LocalizationManager &texts);
+    void placeShowAll(bool isExpanded, const LocalizationManager &texts);
     void paintCard(QPainter &painter, QPointF origin, const QPalette &palette, const RowState &state) const;
     void paintButton(QPainter &painter, QPointF origin, const Button &button, const QPalette &palette,
                      const RowState &state) const;

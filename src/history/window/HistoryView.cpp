@@ -319,6 +319,9 @@ void HistoryView::perform(const QModelIndex &index, RowAction action)
     case RowAction::Delete:
         m_undo.deleteItem(item.id);
         break;
+    case RowAction::ShowAll:
+        m_list->toggleExpanded(index);
+        break;
     }
 }
 
@@ -339,6 +342,11 @@ void HistoryView::showRowMenu(QPoint place)
     m_star->setText(m_texts.localized(m_model.item(index.row()).isStarred ? u"取消收藏"_s : u"收藏"_s));
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (const QString showAll = m_list->help(index, RowAction::ShowAll); !showAll.isEmpty()) {
+        connect(menu->addAction(showAll), &QAction::triggered, this,
+                [this] { perform(m_list->currentIndex(), RowAction::ShowAll); });
+        menu->addSeparator();
+    }
     menu->addActions({m_star, m_copyOriginal, m_copyTranslation});
     menu->addSeparator();
     menu->addAction(m_delete);

@@ -6,8 +6,11 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QMenuBar>
 #include <QScreen>
 #include <QWindow>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +18,7 @@ namespace lucentra {
 
 namespace {
 
-constexpr QSize initialSize(450, 600);
+constexpr QSize initialSize(450, 600); ///< of what is beneath the menu bar
 
 /// The window's place and size as the toolkit writes them, in base 64.
 constexpr Setting<QString> frameSetting{"HistoryWindow"_L1, u""};
@@ -29,7 +32,6 @@ HistoryWindowController::HistoryWindowController(const Services &services)
     setCentralWidget(m_view);
     connect(m_view, &HistoryView::closeRequested, this, &QWidget::close);
     refreshTexts();
-    restoreFrame();
 }
 
 HistoryWindowController::~HistoryWindowController()
@@ -43,7 +45,7 @@ void HistoryWindowController::restoreFrame()
     const QByteArray frame = QByteArray::fromBase64(m_services.settings.read(frameSetting).toLatin1());
     if (restoreGeometry(frame))
         return;
-    resize(initialSize);
+    resize(initialSize + QSize(0, menuBar()->sizeHint().height()));
     if (const QScreen *screen = QGuiApplication::primaryScreen())
         move(screen->availableGeometry().center() - rect().center());
 }
@@ -55,6 +57,8 @@ void HistoryWindowController::saveFrame()
 
 void HistoryWindowController::showWindow()
 {
+    if (!std::exchange(m_hasFrame, true))
+        restoreFrame(); // now that the window has its menus
     if (!isVisible())
         m_view->setFocus();
     if (isMinimized())

@@ -48,6 +48,7 @@ private:
 
     const Services m_services;
     HistoryView *m_view;
+    bool m_hasFrame = false;
 };
 
 } // namespace lucentra

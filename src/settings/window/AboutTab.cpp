@@ -1,7 +1,5 @@
 #include "AboutTab.h"
 
-#include "Addresses.h"
-#include "FormLink.h"
 #include "FormSection.h"
 #include "SettingsForm.h"
 
@@ -14,8 +12,9 @@ namespace lucentra {
 
 namespace {
 
-QWidget *makeHeader(const SettingsServices &services)
+QWidget *makeHeader(SettingsForm &form)
 {
+    const SettingsServices &services = form.services();
     auto *header = new QWidget;
     auto *layout = new QVBoxLayout(header);
     layout->setContentsMargins(0, 12, 0, 4);
@@ -23,7 +22,8 @@ QWidget *makeHeader(const SettingsServices &services)
     constexpr int iconSize = 72;
     auto *icon = new QLabel;
     icon->setPixmap(services.applicationIcon.pixmap(QSize(iconSize, iconSize), header->devicePixelRatioF()));
-    auto *name = new QLabel(u"Lucentra｜澄鏡通"_s);
+    auto *name = new QLabel;
+    form.keepText([&form, name] { name->setText(form.text(u"Lucentra｜澄鏡通"_s)); });
     constexpr qreal nameSize = 1.6;
     QFont font = name->font();
     font.setPointSizeF(font.pointSizeF() * nameSize);
@@ -31,7 +31,7 @@ QWidget *makeHeader(const SettingsServices &services)
     name->setFont(font);
     QLabel *version = makeSmallPrint();
     version->setAlignment(Qt::AlignHCenter);
-    version->setText(services.version + u" (Build "_s + services.buildNumber + u')');
+    version->setText(services.version);
     layout->addWidget(icon, 0, Qt::AlignHCenter);
     layout->addWidget(name, 0, Qt::AlignHCenter);
     layout->addWidget(version);
@@ -43,10 +43,7 @@ QWidget *makeHeader(const SettingsServices &services)
 AboutTab::AboutTab(SettingsForm &form, QWidget *parent)
     : FormPage(parent)
 {
-    addSection(makeHeader(form.services()));
-    auto *contact = new FormSection(form, u"聯絡與社群"_s);
-    contact->addWidget(new FormLink(form, u"寫信給開發團隊"_s, [] { return contactAddress(); }));
-    addSection(contact);
+    addSection(makeHeader(form));
 }
 
 } // namespace lucentra

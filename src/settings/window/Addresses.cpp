@@ -13,9 +13,4 @@ QUrl privacyPage(const QString &pagesFolder, const QString &languageCode)
     return QUrl::fromLocalFile(QFileInfo::exists(own) ? own : path(u"en"_s));
 }
 
-QUrl contactAddress()
-{
-    return QUrl(u"mailto:lucentra@example.org"_s);
-}
-
 } // namespace lucentra

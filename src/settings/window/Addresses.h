@@ -8,7 +8,4 @@ namespace lucentra {
 /// Where the program's privacy policy lies, in the language, in English where there is none.
 QUrl privacyPage(const QString &pagesFolder, const QString &languageCode);
 
-/// Where users write to. The one place of the address; its domain is a reserved one until the maintainers have theirs.
-QUrl contactAddress();
-
 } // namespace lucentra

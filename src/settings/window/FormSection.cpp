@@ -158,9 +158,11 @@ QComboBox *FormSection::addPicker(const QString &labelKey, const QList<PickerOpt
         for (int i = 0; i < options.size(); ++i)
             picker->setItemText(i, m_form.text(options[i].textKey));
     });
-    m_form.keepValue(
-        [picker, read = std::move(binding.read)] { picker->setCurrentIndex(std::max(0, picker->findData(read()))); });
-    connect(picker, &QComboBox::activated, this, [this, picker, write = std::move(binding.write)](int index) {
+    const auto inForce = [picker, read = std::move(binding.read)] { return std::max(0, picker->findData(read())); };
+    m_form.keepValue([picker, inForce] { picker->setCurrentIndex(inForce()); });
+    connect(picker, &QComboBox::activated, this, [this, picker, inForce, write = std::move(binding.write)](int index) {
+        if (index == inForce())
+            return; // chosen once more
         write(picker->itemData(index));
         m_form.refreshValues();
     });

@@ -30,10 +30,7 @@ void GeneralTab::addLanguageSection(SettingsForm &form)
     section->addPicker(u"介面語言"_s, options,
                        {[&texts] { return rawValue(texts.language()); },
                         [&form, &texts](const QVariant &value) {
-                            const AppLanguage language = appLanguageFromRawValue(value.toString());
-                            if (language == texts.language())
-                                return;
-                            texts.setLanguage(language);
+                            texts.setLanguage(appLanguageFromRawValue(value.toString()));
                             form.followInterfaceLanguage();
                         }});
     addSection(section);

@@ -59,7 +59,9 @@ void HotkeyButton::setDefaultTitle(const QString &title)
         return;
     // The button needn't be wider than while it records.
     const int width = fontMetrics().horizontalAdvance(recordingPrompt());
-    setText(fontMetrics().elidedText(title, Qt::ElideRight, width).replace(u'&', u"&&"_s)); // which may be a key, too
+    setText(fontMetrics()
+                .elidedText(desktopNameOfHotkey(title), Qt::ElideRight, width)
+                .replace(u'&', u"&&"_s)); // which may be a key, too
 }
 
 QString HotkeyButton::recordingPrompt() const

@@ -31,7 +31,8 @@ public:
     std::function<void(bool isRecording)> onRecordingChanged;
 
     bool isRecording() const { return m_isRecording; }
-    /// What the button shows while it doesn't record, elided where it is longer than the prompt of a recording.
+    /// What the button shows while it doesn't record, as this desktop writes a combination, and elided where it is
+    /// longer than the prompt of a recording.
     QString defaultTitle() const { return m_defaultTitle; }
     void setDefaultTitle(const QString &title);
     /// Ends a recording; a given title becomes the default one.

@@ -8,31 +8,11 @@
 #include "SettingsStore.h"
 #include "VirtualKeys.h"
 
-#include <QKeySequence>
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
-
-namespace {
-
-/// The combination as the keyboards of this desktop name it: "Alt+T".
-QString desktopName(quint32 flags, const QString &combination)
-{
-    Qt::KeyboardModifiers modifiers;
-    modifiers.setFlag(Qt::ControlModifier, flags & modifierFlag::control);
-    modifiers.setFlag(Qt::AltModifier, flags & modifierFlag::option);
-    modifiers.setFlag(Qt::ShiftModifier, flags & modifierFlag::shift);
-    modifiers.setFlag(Qt::MetaModifier, flags & modifierFlag::command);
-    QString key = combination;
-    while (!key.isEmpty() && u"⌃⌥⇧⌘"_s.contains(key.front()))
-        key.remove(0, 1);
-    const QString names = QKeySequence(modifiers | Qt::Key_A).toString(QKeySequence::NativeText);
-    return names.chopped(1) + key;
-}
-
-} // namespace
 
 HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
     : FormPage(parent)
@@ -61,7 +41,7 @@ void HotkeyTab::addRecorder(FormSection &section)
 
 void HotkeyTab::addFixedHotkey(FormSection &section)
 {
-    auto *fixed = new QLabel(u"⌥ Return"_s);
+    auto *fixed = new QLabel(desktopNameOfHotkey(u"⌥Return"_s));
     QLabel *label = section.addRow(u"翻譯目前區域："_s, fixed);
     m_form.keepText([this, fixed, label] {
         fixed->setAccessibleName(label->accessibleName() + u" "_s + fixed->text());
@@ -73,8 +53,7 @@ void HotkeyTab::showStored()
 {
     m_recorder->showStored();
     const SettingsStore &store = m_form.services().settings;
-    m_recorder->setToolTip(
-        desktopName(quint32(store.read(settings::hotkeyModifiers)), store.read(settings::hotkeyString)));
+    m_recorder->setToolTip(desktopNameOfHotkey(store.read(settings::hotkeyString)));
     setTone(*m_refusal, Tone::Bad);
     m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
     m_refusal->parentWidget()->setVisible(m_form.services().isHotkeyRefused());

@@ -19,6 +19,9 @@ using Letters = QSet<QChar>;
 
 namespace {
 
+/// Alt with this letter is the hotkey that shows and hides the pane, unless the user sets another one.
+constexpr QChar hotkeyLetter = u'T';
+
 constexpr auto textProperty = "mnemonicText";
 constexpr auto letterProperty = "mnemonicLetter";
 
@@ -27,13 +30,13 @@ bool isLetter(QChar character)
     return (character >= u'A' && character <= u'Z') || (character >= u'a' && character <= u'z');
 }
 
-/// Where a text's letters are, those that begin a word first.
+/// Where the letters of a text are that can lead to a control, those that begin a word first.
 QList<qsizetype> letterPlaces(const QString &text)
 {
     QList<qsizetype> beginnings;
     QList<qsizetype> others;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        if (isLetter(text[i]))
+        if (isLetter(text[i]) && text[i].toUpper() != hotkeyLetter)
             (i == 0 || !text[i - 1].isLetterOrNumber() ? beginnings : others).append(i);
     }
     return beginnings + others;
@@ -47,7 +50,7 @@ QChar freeLetter(const QString &text, const Letters &taken)
             return text[place].toUpper();
     }
     for (char16_t letter = u'A'; letter <= u'Z'; ++letter) {
-        if (!taken.contains(letter))
+        if (letter != hotkeyLetter && !taken.contains(letter))
             return letter;
     }
     return {};

@@ -50,8 +50,7 @@ struct SettingsServices
     QString settingsFile; ///< changes to it are shown at once
     QString pagesFolder;  ///< where the pages lie that ship with the program
     QIcon applicationIcon;
-    QString version;     ///< the short one
-    QString buildNumber; ///< of the version
+    QString version; ///< with its build number
 };
 
 } // namespace lucentra

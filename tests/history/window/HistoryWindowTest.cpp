@@ -84,7 +84,24 @@ struct Window
         return all.join(u' ');
     }
     QString message() const { return banner->isVisible() ? banner->findChild<QLabel *>()->text() : QString(); }
-    void press(int row, RowAction action) { Q_EMIT list->actionTriggered(list->model()->index(row, 0), action); }
+    QModelIndex index(int row) const { return list->model()->index(row, 0); }
+    /// Presses the control of a row with the pointer, which becomes a hand over each of them.
+    void press(int row, RowAction action)
+    {
+        QCoreApplication::processEvents(); // the layout follows its changes
+        const int lowestControls = list->visualRect(index(row)).bottom() - 23;
+        QPoint place(0, action == RowAction::ShowAll ? lowestControls - 26 : lowestControls);
+        int control = -1;
+        for (bool isHand = false; control < (action == RowAction::ShowAll ? 0 : int(action)); place.rx() += 2) {
+            QVERIFY(place.x() < list->width());
+            QTest::mouseMove(list->viewport(), place);
+            const bool wasHand = std::exchange(isHand, list->viewport()->cursor().shape() == Qt::PointingHandCursor);
+            control += isHand && !wasHand ? 1 : 0;
+        }
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(list->viewport(), &leave);
+    }
 
     TestTexts texts;
     QString path;
@@ -113,6 +130,7 @@ private Q_SLOTS:
     void aLongSearchGoesOnBesideTheEventLoop();
     void keysActOnTheCurrentEntry();
     void copyFeedbackIsOfOneRowAndOneButton();
+    void aLongTextIsShownWhole();
     void whatIsSeenStaysInItsPlace();
     void rowsLieOneBelowTheOther();
     void aLongTextIsDrawnQuickly_data();
@@ -259,6 +277,8 @@ void HistoryWindowTest::copyFeedbackIsOfOneRowAndOneButton()
     const auto picture = [&](int row) {
         return window.list->grab(window.list->visualRect(window.list->model()->index(row, 0))).toImage();
     };
+    for (int time = 0; time < 2; ++time)
+        window.press(1, RowAction::Star); // from now on it is the current row
     const QImage first = picture(0);
     const QImage second = picture(1);
     window.press(1, RowAction::CopyOriginal);
@@ -272,6 +292,22 @@ void HistoryWindowTest::copyFeedbackIsOfOneRowAndOneButton()
     QVERIFY(picture(1) != second);
     window.scheduler.advance(1ms);
     QCOMPARE(picture(1), second);
+}
+
+void HistoryWindowTest::aLongTextIsShownWhole()
+{
+    Window window({item(u"a\n"_s.repeated(40), 2), item(u"b"_s, 1)});
+    const auto height = [&] { return window.list->visualRect(window.index(0)).height(); };
+    const int cutOff = height();
+    QCOMPARE(window.list->help(window.index(0), RowAction::ShowAll), u"顯示全部"_s);
+    QCOMPARE(window.list->help(window.index(1), RowAction::ShowAll), QString());
+    window.press(0, RowAction::ShowAll);
+    QTRY_VERIFY(height() > 2 * cutOff);
+    QCOMPARE(window.list->help(window.index(0), RowAction::ShowAll), u"收合"_s);
+    QTest::keyClick(window.list, Qt::Key_Return);
+    QTRY_COMPARE(height(), cutOff);
+    window.press(0, RowAction::Star);
+    QVERIFY(window.manager->history()[0].isStarred);
 }
 
 void HistoryWindowTest::whatIsSeenStaysInItsPlace()

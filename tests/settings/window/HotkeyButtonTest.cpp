@@ -119,7 +119,8 @@ void HotkeyButtonTest::combinationsAreStored()
     QTEST(m->texts.settings.read(settings::hotkeyModifiers), "flags");
     QTEST(m->texts.settings.read(settings::hotkeyCode), "code");
     QTEST(m->texts.settings.read(settings::hotkeyString), "shown");
-    QTEST(m->button.text(), "shown");
+    QTEST(m->button.defaultTitle(), "shown");
+    QCOMPARE(m->button.text(), desktopNameOfHotkey(m->button.defaultTitle()));
 }
 
 void HotkeyButtonTest::keysThatChangeNothing_data()
@@ -141,7 +142,7 @@ void HotkeyButtonTest::keysThatChangeNothing()
     m->press(key);
     QCOMPARE(m->button.isRecording(), !ends);
     QCOMPARE(m->button.defaultTitle(), u"⌥T"_s);
-    QCOMPARE(m->button.text() == u"⌥T"_s, ends);
+    QCOMPARE(m->button.text() == u"Alt+T"_s, ends);
     QVERIFY(!m->texts.settings.contains(settings::hotkeyCode) && !m->texts.settings.contains(settings::hotkeyString));
     m->press({28, Qt::Key_Y, Qt::AltModifier, u"y"_s});
     QCOMPARE(m->texts.settings.contains(settings::hotkeyCode), !ends);
@@ -152,7 +153,7 @@ void HotkeyButtonTest::otherFocusEndsARecording()
     m->click();
     m->other.setFocus();
     QVERIFY(!m->button.isRecording());
-    QCOMPARE(m->button.text(), u"⌥T"_s);
+    QCOMPARE(m->button.text(), u"Alt+T"_s);
     m->click();
     m->window.hide();
     QVERIFY(!m->button.isRecording());

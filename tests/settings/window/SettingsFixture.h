@@ -76,8 +76,7 @@ struct SettingsFixture
         .settingsFile = folder.filePath(QStringLiteral("preferences.json")),
         .pagesFolder = QString(),
         .applicationIcon = QIcon(),
-        .version = QStringLiteral("1.2"),
-        .buildNumber = QStringLiteral("3"),
+        .version = QStringLiteral("1.2 (Build 3)"),
     };
     std::optional<APIKeys> keys;
     std::optional<SettingsView> view;
@@ -85,7 +84,8 @@ struct SettingsFixture
     void show()
     {
         for (const QLatin1StringView name :
-             {notifications::targetLanguageChanged, notifications::updateGlassOpacity, notifications::updateNeonBorder})
+             {notifications::targetLanguageChanged, notifications::updateGlassOpacity, notifications::updateNeonBorder,
+              notifications::translationClickGestureChanged})
             notifications.observe(name, &mainQueue, [this, name](const QVariant &value) {
                 posted.append(value.isValid() ? name + u' ' + value.toString() : QString(name));
             });

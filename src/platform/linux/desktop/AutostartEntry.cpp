@@ -8,7 +8,11 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#undef signals // a member of a structure of the library's
+#include <gio/gdesktopappinfo.h>
+
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -28,34 +32,23 @@ Failure failure(const QString &description)
     return {.domain = u"LoginItem"_s, .code = 1, .description = description};
 }
 
-/// Whether an entry is in force; nothing where there is none.
+/// Whether an entry starts something; nullopt if there is none. An entry whose program is gone doesn't.
 std::optional<bool> isInForce(const QString &path)
 {
-    constexpr qint64 longestEntry = 1 << 16;
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(path).isFile())
         return std::nullopt;
-    bool isMainGroup = false;
-    bool isOn = true;
-    const QList<QByteArray> lines = file.read(longestEntry).split('\n');
-    for (const QByteArray &line : lines) {
-        const QByteArray text = line.trimmed();
-        if (text.startsWith('['))
-            isMainGroup = text == "[Desktop Entry]";
-        const qsizetype equals = text.indexOf('=');
-        if (!isMainGroup || equals < 0)
-            continue;
-        const QByteArray key = text.first(equals).trimmed();
-        const QByteArray value = text.sliced(equals + 1).trimmed();
-        if ((key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false"))
-            isOn = false;
-    }
-    return isOn;
+    constexpr auto enabledKey = "X-GNOME-Autostart-enabled";
+    const std::unique_ptr<GDesktopAppInfo, decltype(&g_object_unref)> entry(
+        g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()), g_object_unref);
+    return entry && !g_desktop_app_info_get_is_hidden(entry.get()) &&
+           (!g_desktop_app_info_has_key(entry.get(), enabledKey) ||
+            g_desktop_app_info_get_boolean(entry.get(), enabledKey));
 }
 
 QString entryHead()
 {
-    return u"[Desktop Entry]\nType=Application\nName="_s + u"Lucentra｜澄鏡通"_s + u'\n';
+    return u"[Desktop Entry]\nType=Application\nName=Lucentra\nName[zh]=Lucentra｜澄镜通\n"
+           u"Name[zh_TW]=Lucentra｜澄鏡通\nName[zh_HK]=Lucentra｜澄鏡通\n"_s;
 }
 
 /// A path as one argument of an Exec line: quoted for the command, and once more for the file.

@@ -10,7 +10,7 @@ namespace lucentra {
 /// The login item as an autostart entry of the desktop, "com.tarnby.lucentra.desktop" in the user's autostart folder.
 ///
 /// An entry that the user has switched off by the desktop's own means (hidden, or disabled for autostart) counts as not
-/// enabled, and one of the whole system is overruled by the user's own.
+/// enabled, and so does one whose program is gone. One of the whole system is overruled by the user's own.
 class AutostartEntry : public LoginItem
 {
 public:

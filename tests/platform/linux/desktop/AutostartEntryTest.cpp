@@ -31,7 +31,7 @@ private:
         QString own = folder.filePath(u"config/autostart/com.tarnby.lucentra.desktop"_s);
         QString system = folder.filePath(u"xdg/autostart/com.tarnby.lucentra.desktop"_s);
 
-        AutostartEntry entry(const QString &executable = u"/usr/bin/lucentra"_s) const
+        AutostartEntry entry(const QString &executable = QCoreApplication::applicationFilePath()) const
         {
             return {folder.filePath(u"config"_s), {folder.filePath(u"xdg"_s)}, executable};
         }
@@ -56,9 +56,11 @@ void AutostartEntryTest::whatIsInForce_data()
     QTest::addColumn<QByteArray>("own"); // null: there is no such file
     QTest::addColumn<QByteArray>("system");
     QTest::addColumn<bool>("enabled");
-    const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=lucentra\n";
+    const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=true\n";
     QTest::newRow("nothing") << QByteArray() << QByteArray() << false;
     QTest::newRow("an entry of any content") << plain << QByteArray() << true;
+    QTest::newRow("a program that is gone")
+        << QByteArray("[Desktop Entry]\nType=Application\nExec=\"/opt/\\\\$a/b\"\n") << QByteArray() << false;
     QTest::newRow("hidden") << plain + "Hidden=true\n" << QByteArray() << false;
     QTest::newRow("disabled by the session's settings") << plain + "X-GNOME-Autostart-enabled = false\n"
                                                         << QByteArray() << false;
@@ -90,20 +92,26 @@ void AutostartEntryTest::switchingOnWritesAnEntryAndOffRemovesIt()
 {
     AutostartEntry entry = m->entry();
     QVERIFY(entry.setEnabled(true));
-    QVERIFY2(m->content().contains(u"\nExec=\"/usr/bin/lucentra\"\n"_s), qPrintable(m->content()));
+    QVERIFY2(m->content().contains(u"\nExec=\"/"_s), qPrintable(m->content()));
     QVERIFY(entry.setEnabled(false));
     QVERIFY(!QFileInfo::exists(m->own));
 }
 
 void AutostartEntryTest::thePathIsQuoted()
 {
-    QVERIFY(m->entry(uR"(/opt/a b/100%/$x`"\l)"_s).setEnabled(true));
-    QVERIFY2(m->content().contains(uR"(Exec="/opt/a b/100%%/\\$x\\`\\"\\\\l")"_s), qPrintable(m->content()));
+    const QString program = m->folder.filePath(uR"(a b $x`"\l)"_s);
+    QVERIFY(QFile::link(QCoreApplication::applicationFilePath(), program));
+    AutostartEntry entry = m->entry(program);
+    QVERIFY(entry.setEnabled(true));
+    QVERIFY2(entry.isEnabled() && m->content().contains(uR"(/a b \\$x\\`\\"\\\\l")"_s), qPrintable(m->content()));
+    QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(false));
+    QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(true));
+    QVERIFY2(m->content().contains(u"Exec=\"/opt/100%%/lucentra\""_s), qPrintable(m->content()));
 }
 
 void AutostartEntryTest::theSystemsEntryIsOverruled()
 {
-    Fixture::put(m->system, "[Desktop Entry]\nExec=lucentra\n");
+    Fixture::put(m->system, "[Desktop Entry]\nType=Application\nExec=true\n");
     QVERIFY(m->entry().setEnabled(false));
     QVERIFY(m->content().contains(u"Hidden=true"_s));
     QVERIFY(QFileInfo::exists(m->system));
