@@ -200,9 +200,12 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
     painter.setOpacity(state.isActive || isDone ? 1 : quietOpacity);
     painter.setFont(smallFont());
     if (button.action == RowAction::ShowAll) {
-        painter.setPen(palette.color(QPalette::Link));
-        painter.setOpacity(1);
+        QFont underlined = smallFont();
+        underlined.setUnderline(true);
+        painter.setFont(underlined);
+        painter.setPen(color);
         painter.drawText(rect, Qt::AlignCenter, button.title);
+        painter.setOpacity(1);
         return;
     }
     const QRectF picture(rect.left() + buttonInset, rect.center().y() - size / 2, size, size);
