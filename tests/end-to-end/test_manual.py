@@ -68,7 +68,7 @@ class TypedText(unittest.TestCase):
         self.screen.do("key alt+Return")  # translates what is typed, not the screen
         self.assertEqual(self.sent(3)[2:], ["LIGHTHOUSE"])
 
-    def test_a_hint_says_why_nothing_was_translated(self):
+    def test_a_note_says_why_nothing_was_translated(self):
         self.stop()
         self.screen.preferences = PREFERENCES | {"translationEngine": 0, "targetLanguageCode": "ja",
                                                  "targetLanguageFollowsInterface": False}
@@ -78,7 +78,8 @@ class TypedText(unittest.TestCase):
         hint = "No program on this computer has a translation of this text."
         self.assertTrue(eventually(lambda: any(text.startswith(hint) for text in self.screen.texts()), 20),
                         self.screen.texts())
-        self.assertTrue(eventually(lambda: not any(text.startswith(hint) for text in self.screen.texts()), 30), "it goes")
+        self.screen.do("key ctrl+a key BackSpace")
+        self.assertTrue(eventually(lambda: not any(text.startswith(hint) for text in self.screen.texts())), "it goes")
 
     def test_what_an_input_method_composes(self):
         self.stop()
