@@ -580,6 +580,10 @@
         <translation>Star</translation>
     </message>
     <message>
+        <source>文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。</source>
+        <translation>There is too much text to read in time, so some lines were left out. Make the pane smaller, then try again.</translation>
+    </message>
+    <message>
         <source>文字已是目標語言。</source>
         <translation>The text is already in the target language.</translation>
     </message>
@@ -1038,6 +1042,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>Recognized or typed text is sent to %@ to be translated; how it is handled there is governed by that service’s privacy policy. Lucentra has no server in between and sends no copy to its developers.</translation>
+    </message>
+    <message>
+        <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
+        <translation>This X server lacks what capturing the screen needs: %@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

@@ -580,6 +580,10 @@
         <translation>スターを付ける</translation>
     </message>
     <message>
+        <source>文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。</source>
+        <translation>テキストが多すぎて、一部の行は時間内に認識できませんでした。翻訳パネルを小さくして、もう一度お試しください。</translation>
+    </message>
+    <message>
         <source>文字已是目標語言。</source>
         <translation>テキストはすでに翻訳先の言語です。</translation>
     </message>
@@ -1038,6 +1042,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>認識または入力されたテキストは翻訳のため %@ に送信され、その扱いは同サービスのプライバシーポリシーに従います。Lucentra に中継サーバーはなく、開発者に写しが送られることもありません。</translation>
+    </message>
+    <message>
+        <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
+        <translation>この X サーバーには、画面の取得に必要な機能がありません: %@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

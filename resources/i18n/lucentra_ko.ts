@@ -580,6 +580,10 @@
         <translation>별표 추가</translation>
     </message>
     <message>
+        <source>文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。</source>
+        <translation>텍스트가 너무 많아 일부 줄을 제시간에 인식하지 못했습니다. 번역 패널을 줄인 뒤 다시 시도하세요.</translation>
+    </message>
+    <message>
         <source>文字已是目標語言。</source>
         <translation>텍스트가 이미 대상 언어로 되어 있습니다.</translation>
     </message>
@@ -1038,6 +1042,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>인식되거나 입력된 텍스트는 번역을 위해 %@(으)로 전송되며, 처리 방식은 해당 서비스의 개인정보 처리방침을 따릅니다. Lucentra에는 중계 서버가 없으며 개발자에게 사본을 보내지 않습니다.</translation>
+    </message>
+    <message>
+        <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
+        <translation>이 X 서버에는 화면 캡처에 필요한 기능이 없습니다: %@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

@@ -580,6 +580,10 @@
         <translation>收藏</translation>
     </message>
     <message>
+        <source>文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。</source>
+        <translation>文字太多，有些行来不及识别。请缩小翻译板，然后再试一次。</translation>
+    </message>
+    <message>
         <source>文字已是目標語言。</source>
         <translation>文字已是目标语言。</translation>
     </message>
@@ -1038,6 +1042,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>识别或输入的文字会发送至 %@ 进行翻译；内容的处理方式受该服务的隐私政策约束。Lucentra 没有中转服务器，也不会将副本发送给开发者。</translation>
+    </message>
+    <message>
+        <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
+        <translation>此 X 服务器缺少截取屏幕所需的功能：%@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

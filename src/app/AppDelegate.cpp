@@ -125,6 +125,9 @@ void AppDelegate::createGlassWindow()
             return texts.localized(
                 u"在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。"_s);
         });
+    m_desktop.capture.explainMissing([&texts = m_services.texts()](const QString &names) {
+        return texts.formatted(u"這個 X 伺服器缺少擷取畫面所需的功能：%@"_s, names);
+    });
     m_glassView->setComposited(m_desktop.compositing.isComposited());
     m_desktop.compositing.setChangeHandler([this](bool composited) { m_glassView->setComposited(composited); });
     m_desktop.displayOptions.setChangeHandler([this](const AccessibilityDisplayOptions &options) {

@@ -191,7 +191,7 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture));
+    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture)).blocks;
     stages.finish(u"recognize"_s);
     QJsonArray lines;
     for (const TextBlock &block : blocks) {
@@ -214,7 +214,7 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture));
+    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture)).blocks;
     stages.finish(u"recognize"_s);
     const auto translations = translate(blocks, services);
     if (!translations)

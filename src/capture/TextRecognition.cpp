@@ -54,12 +54,15 @@ QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &
     return blocks;
 }
 
-QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted)
+RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted)
 {
     TextRecognitionRequest request = passRequest();
     request.isWanted = std::move(isWanted);
-    const auto observations = recognizer.perform(request, image);
-    return observations ? blocksFromObservations(*observations) : QList<TextBlock>();
+    RecognizedBlocks found;
+    request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
+    if (const auto observations = recognizer.perform(request, image))
+        found.blocks = blocksFromObservations(*observations);
+    return found;
 }
 
 } // namespace lucentra

@@ -18,7 +18,13 @@ TextRecognitionRequest passRequest();
 /// noise. Order and spelling stay.
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
+struct RecognizedBlocks
+{
+    QList<TextBlock> blocks;
+    bool areLinesLeftOut = false; ///< they would have taken too long
+};
+
 /// The lines of a captured image. Blocks, on any thread but the main one. A recognizer that fails has found nothing.
-QList<TextBlock> recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted = {});
+RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted = {});
 
 } // namespace lucentra

@@ -153,23 +153,23 @@ void TranslationPass::run(const Context &context)
     context.finish(u"capture"_s);
     if (!isWanted())
         return; // reading it would only slow the newer pass down
-    const QList<TextBlock> blocks =
+    const RecognizedBlocks found =
         m_steps.recognize(maskWindowButtons(*image, context.exclusionRects, context.paneSize), isWanted);
     if (!isWanted())
         return; // nobody would see a translation, so no text leaves the machine for it
-    if (blocks.isEmpty()) {
+    if (found.blocks.isEmpty()) {
         postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
         return;
     }
     context.finish(u"recognition"_s);
     const auto translated = [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
-                             blocks](const Result<BlockTranslations> &translations) {
-        queue.post([weak, context, blocks, translations] {
+                             found](const Result<BlockTranslations> &translations) {
+        queue.post([weak, context, found, translations] {
             if (const auto self = weak.lock())
-                (*self)->handleTranslationResult(translations, context, blocks);
+                (*self)->handleTranslationResult(translations, context, found);
         });
     };
-    m_steps.translateBlocks(blocks, translated, isWanted);
+    m_steps.translateBlocks(found.blocks, translated, isWanted);
 }
 
 bool TranslationPass::endsBusyState(qint64 generation)
@@ -204,7 +204,7 @@ void TranslationPass::handleNoTextDetected(qint64 generation)
 }
 
 void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
-                                              const QList<TextBlock> &blocks)
+                                              const RecognizedBlocks &found)
 {
     if (!endsBusyState(context.generation))
         return;
@@ -213,15 +213,19 @@ void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &t
         return;
     }
     context.finish(u"translation"_s);
-    placeTranslationOverlays(blocks, translations->texts, context.paneSize);
+    placeTranslationOverlays(found.blocks, translations->texts, context.paneSize);
     context.finish(u"layout"_s);
     m_pane.setTranslationActionState(TranslationActionState::retranslate);
-    const QString source = joinedTexts(blocks);
+    const QString source = joinedTexts(found.blocks);
     const QString translated = translations->texts.join(u'\n');
     if (!source.isEmpty() && !translated.isEmpty())
         m_steps.record(source, translated);
-    if (!translations->note.isEmpty())
-        m_pane.showNote(translations->note);
+    QStringList notes(translations->note);
+    if (found.areLinesLeftOut)
+        notes.append(m_texts.localized(u"文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。"_s));
+    notes.removeAll(QString());
+    if (!notes.isEmpty())
+        m_pane.showNote(notes.join(u'\n'));
     if (context.timings) {
         m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [context] { // once they are painted
             context.finish(u"paint"_s);

@@ -3,7 +3,7 @@
 #include "PassPane.h"
 #include "Result.h"
 #include "Scheduler.h"
-#include "TextBlock.h"
+#include "TextRecognition.h"
 #include "Translations.h"
 
 #include <QImage>
@@ -28,7 +28,7 @@ struct PassSteps
     ScreenCapture &capture;
     /// The lines of an image; called on a worker, may block. May end early, with any part of them, once the given
     /// function says that the image is no longer wanted.
-    std::function<QList<TextBlock>(const QImage &, std::function<bool()>)> recognize;
+    std::function<RecognizedBlocks(const QImage &, std::function<bool()>)> recognize;
     /// Translates blocks; called on a worker, completes once on any thread. Nothing more is sent once the given
     /// function says that the translations are no longer wanted; it may be called on any thread, also after the pass
     /// has ended.
@@ -79,7 +79,7 @@ private:
     void handleCaptureFailure(qint64 generation, const Failure &failure);
     void handleNoTextDetected(qint64 generation);
     void handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
-                                 const QList<TextBlock> &blocks);
+                                 const RecognizedBlocks &found);
     void placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
                                   const QSizeF &paneSize);
     void showRetryCard(const QString &title, const QString &message);

@@ -22,6 +22,8 @@ struct TextRecognitionRequest
     /// Asked now and then, on any thread: once it says false, reading ends as soon as may be, with a part of the lines.
     /// None: everything is read.
     std::function<bool()> isWanted;
+    /// Called once before reading ends if lines were left out because they would have taken too long; may be empty.
+    std::function<void()> onLinesLeftOut;
 };
 
 /// One line as the recognizer saw it.

@@ -102,10 +102,10 @@ void PlacementTest::aFailedRequestFindsNothing()
     PlayedRecognizer recognizer;
     recognizer.answer = tl::unexpected(Failure{});
     const QImage image(10, 10, QImage::Format_RGB32);
-    QVERIFY(recognizeBlocks(recognizer, image).isEmpty());
+    QVERIFY(recognizeBlocks(recognizer, image).blocks.isEmpty());
     QCOMPARE(recognizer.asked.languages, (QStringList{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}));
     recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {}}};
-    QCOMPARE(recognizeBlocks(recognizer, image).size(), 1);
+    QCOMPARE(recognizeBlocks(recognizer, image).blocks.size(), 1);
 }
 
 void PlacementTest::boxesAreMappedOntoThePane_data()

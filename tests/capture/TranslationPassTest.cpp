@@ -122,6 +122,7 @@ private Q_SLOTS:
     void fewerTranslationsThanBlocks();
     void emptyTranslationsLeaveNothing();
     void nothingNewIsExplainedOverTheOverlays();
+    void theWindowsButtonsAreNeitherReadNorCovered();
     void aNewerPassDropsTheOlderOnesResults();
     void whatIsSupersededIsNeitherReadNorSent();
     void failuresEndInTheirCards();
@@ -151,6 +152,8 @@ private:
     std::unique_ptr<NotingPane> m_pane;
     std::unique_ptr<HeldCapture> m_capture;
     QList<TextBlock> m_blocks;
+    bool m_areLinesLeftOut = false;
+    QImage m_read; ///< what the reader was given last
     std::atomic<int> m_readings = 0;
     std::atomic<bool> m_isHoldingReader = false; ///< it reads as long as the image is wanted
     QList<Completion> m_requests;                // appended on the worker, one at a time
@@ -177,11 +180,12 @@ void TranslationPassTest::init()
     PassSteps steps{
         .capture = *m_capture,
         .recognize =
-            [this](const QImage &, const std::function<bool()> &isWanted) {
+            [this](const QImage &image, const std::function<bool()> &isWanted) {
+                m_read = image;
                 ++m_readings;
                 while (m_isHoldingReader && isWanted())
                     QThread::msleep(1);
-                return m_blocks;
+                return RecognizedBlocks{m_blocks, m_areLinesLeftOut};
             },
         .translateBlocks =
             [this](const QList<TextBlock> &, Completion completion, std::function<bool()> isWanted) {
@@ -268,6 +272,26 @@ void TranslationPassTest::nothingNewIsExplainedOverTheOverlays()
     capture();
     translate(0, BlockTranslations{.texts = {u"一"_s, u"二"_s}, .note = u"why"_s});
     QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"retranslate"_s, u"note why"_s}));
+}
+
+void TranslationPassTest::theWindowsButtonsAreNeitherReadNorCovered()
+{
+    m_settings->write(settings::autoCopy, true);
+    m_blocks = {{u"一"_s, {0, 0.95, 0.1, 0.04}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
+    m_areLinesLeftOut = true;
+    m_pane->exclusions = {{2, 0, 72, 32}};
+    m_pass->startCapturePass();
+    QImage screen(400, 300, QImage::Format_RGB32);
+    screen.fill(Qt::white);
+    capture(screen);
+    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+    QVERIFY(m_read.pixelColor(20, 10) != QColor(Qt::white));
+    QCOMPARE(m_read.pixelColor(120, 10), QColor(Qt::white));
+    QCOMPARE(m_pane->log.mid(0, 3), (QStringList{u"clear"_s, u"overlay two"_s, u"retranslate"_s}));
+    QVERIFY(m_pane->log.last().startsWith(u"note "_s)); // some lines were left out
+    QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
+    QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
+    m_areLinesLeftOut = false;
 }
 
 void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()

@@ -217,7 +217,7 @@ class WithoutATray(OnADesktop):
     def test_it_is_said_once(self):
         text = self.notices("xdotool", "key", "alt+t")
         self.assertEqual(text.count("member=Notify"), 1)
-        self.assertIn("press ⌥T or start Lucentra again", text)
+        self.assertIn("press Alt+T or start Lucentra again", text)
 
     def test_a_hotkey_that_was_refused_is_not_recommended(self):
         holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "28", "8"], stdout=subprocess.PIPE)

@@ -78,6 +78,12 @@ void ScreenPass::run()
     withEach(m_lines, [this](ReadLine &line) { readAlike(line); });
 }
 
+bool ScreenPass::hasLeftOutLines() const
+{
+    return m_budget.isSpent() &&
+           std::ranges::any_of(m_lines, [](const ReadLine *line) { return line->pieces.isEmpty(); });
+}
+
 void ScreenPass::askFurther(Lines doubtful, Lines telling)
 {
     for (const Round &round : rounds) {

@@ -41,6 +41,8 @@ public:
 
     /// Returns when all is read.
     void run();
+    /// Whether there was no time for some of the lines.
+    bool hasLeftOutLines() const;
 
 private:
     using Lines = std::vector<ReadLine *>;

@@ -212,7 +212,10 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
-    ScreenPass(image, lines, thorough, hasty, reader, *m_pool, request.isWanted).run();
+    ScreenPass pass(image, lines, thorough, hasty, reader, *m_pool, request.isWanted);
+    pass.run();
+    if (request.onLinesLeftOut && pass.hasLeftOutLines())
+        request.onLinesLeftOut();
     return observationsOf(lines, image.size());
 }
 

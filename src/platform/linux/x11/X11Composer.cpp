@@ -7,6 +7,9 @@
 #include <xcb/xfixes.h>
 
 #include <thread>
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
@@ -18,21 +21,35 @@ X11Composer::X11Composer(X11ResourceRange ours)
     if (xcb_connection_has_error(m_connection.get()))
         return;
     m_screen = x11Screen(m_connection.get(), screenNumber);
-    m_usable = prepareExtensions();
+    m_missing = missingExtensions();
+    if (m_missing.isEmpty())
+        prepareExtensions();
 }
 
 X11Composer::~X11Composer() = default;
 
-bool X11Composer::prepareExtensions()
+QStringList X11Composer::missingExtensions() const
 {
     xcb_connection_t *c = m_connection.get();
-    for (xcb_extension_t *extension : {&xcb_composite_id, &xcb_render_id, &xcb_xfixes_id, &xcb_shape_id, &xcb_shm_id})
+    const std::pair<xcb_extension_t *, QString> needed[]{{&xcb_composite_id, u"Composite"_s},
+                                                         {&xcb_render_id, u"RENDER"_s},
+                                                         {&xcb_xfixes_id, u"XFIXES"_s},
+                                                         {&xcb_shape_id, u"SHAPE"_s}};
+    for (const auto &[extension, name] : needed)
         xcb_prefetch_extension_data(c, extension);
-    for (xcb_extension_t *extension : {&xcb_composite_id, &xcb_render_id, &xcb_xfixes_id, &xcb_shape_id}) {
+    xcb_prefetch_extension_data(c, &xcb_shm_id);
+    QStringList missing;
+    for (const auto &[extension, name] : needed) {
         const xcb_query_extension_reply_t *reply = xcb_get_extension_data(c, extension);
         if (!reply || !reply->present)
-            return false;
+            missing.append(name);
     }
+    return missing;
+}
+
+void X11Composer::prepareExtensions()
+{
+    xcb_connection_t *c = m_connection.get();
     const auto composite = xcb_composite_query_version(c, 0, 4);
     const auto fixes = xcb_xfixes_query_version(c, 4, 0);
     const auto formats = xcb_render_query_pict_formats(c);
@@ -41,8 +58,14 @@ bool X11Composer::prepareExtensions()
     X11Reply<xcb_xfixes_query_version_reply_t> fixesReply(xcb_xfixes_query_version_reply(c, fixes, nullptr));
     X11Reply<xcb_render_query_pict_formats_reply_t> formatsReply(
         xcb_render_query_pict_formats_reply(c, formats, nullptr));
-    if (!compositeReply || !fixesReply || !formatsReply)
-        return false;
+    for (const auto &[isThere, name] :
+         {std::pair(compositeReply != nullptr, u"Composite"_s), std::pair(fixesReply != nullptr, u"XFIXES"_s),
+          std::pair(formatsReply != nullptr, u"RENDER"_s)}) {
+        if (!isThere)
+            m_missing.append(name);
+    }
+    if (!m_missing.isEmpty())
+        return;
 
     for (auto format = xcb_render_query_pict_formats_formats_iterator(formatsReply.get()); format.rem;
          xcb_render_pictforminfo_next(&format)) {
@@ -63,12 +86,13 @@ bool X11Composer::prepareExtensions()
     m_rootPixmap = x11Atom(c, "_XROOTPMAP_ID");
     m_windows.emplace(c, m_screen, m_ours);
     m_reader.emplace(c);
-    return m_argbFormat != 0;
+    if (!m_argbFormat)
+        m_missing.append(u"ARGB32"_s);
 }
 
 void X11Composer::setRedirecting(bool redirecting)
 {
-    if (!m_usable || redirecting == m_redirecting)
+    if (!isUsable() || redirecting == m_redirecting)
         return;
     m_redirecting = redirecting;
     if (redirecting) {
@@ -174,7 +198,7 @@ void X11Composer::blend(const X11TopLevel &window, xcb_render_picture_t target, 
 
 QImage X11Composer::compose(const QRect &area)
 {
-    if (!m_usable || area.isEmpty())
+    if (!isUsable() || area.isEmpty())
         return {};
     const bool onlyForThis = !m_redirecting;
     setRedirecting(true);
@@ -202,7 +226,7 @@ QImage X11Composer::compose(const QRect &area)
 
 QList<X11WindowPlace> X11Composer::viewableWindows()
 {
-    if (!m_usable)
+    if (!isUsable())
         return {};
     QList<X11WindowPlace> places = m_windows->viewable();
     drainErrors();
@@ -211,7 +235,7 @@ QList<X11WindowPlace> X11Composer::viewableWindows()
 
 bool X11Composer::hasForeignWindows(const QRect &area)
 {
-    return m_usable && !m_windows->foreignTopLevels(area).isEmpty();
+    return isUsable() && !m_windows->foreignTopLevels(area).isEmpty();
 }
 
 void X11Composer::drainErrors()

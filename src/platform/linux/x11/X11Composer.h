@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QList>
 #include <QRect>
+#include <QStringList>
 
 #include <xcb/render.h>
 
@@ -33,8 +34,10 @@ public:
     X11Composer(const X11Composer &) = delete;
     X11Composer &operator=(const X11Composer &) = delete;
 
-    /// False where there is no server or it lacks an extension that composing needs.
-    bool isUsable() const { return m_usable; }
+    /// False where there is no server or it lacks what composing needs.
+    bool isUsable() const { return m_missing.isEmpty(); }
+    /// What the server lacks: names of extensions, or "ARGB32" for a picture format with transparency.
+    QStringList missing() const { return m_missing; }
 
     /// Has the server keep a pixmap of every top-level window, as long as it is wanted. Full-screen programs lose
     /// their direct path meanwhile, so it is asked for only while the pane is shown.
@@ -50,7 +53,8 @@ public:
     QImage compose(const QRect &area);
 
 private:
-    bool prepareExtensions();
+    QStringList missingExtensions() const;
+    void prepareExtensions();
     void paintBackground(xcb_render_picture_t target, const QRect &area);
     void paintPlainBackground(xcb_render_picture_t target, const QRect &area);
     xcb_render_color_t rootColour(QPoint place);
@@ -60,7 +64,7 @@ private:
     X11Connection m_connection;
     const X11ResourceRange m_ours;
     xcb_screen_t *m_screen = nullptr;
-    bool m_usable = false;
+    QStringList m_missing{QStringLiteral("$DISPLAY")};
     bool m_redirecting = false;
     std::chrono::steady_clock::time_point m_redirectedAt;
     std::unordered_map<xcb_visualid_t, xcb_render_pictformat_t> m_formats;

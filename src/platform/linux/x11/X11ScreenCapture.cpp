@@ -26,11 +26,6 @@ const X11Display *displayOf(const QList<X11Display> &displays, const QRect &nati
     return best;
 }
 
-Failure noServer()
-{
-    return {.domain = u"X11"_s, .code = 1, .description = QString()};
-}
-
 } // namespace
 
 X11ScreenCapture::X11ScreenCapture(X11ResourceRange ours)
@@ -64,6 +59,12 @@ X11Composer &X11ScreenCapture::preparedComposer()
     return *m_composer;
 }
 
+Failure X11ScreenCapture::unusable() const
+{
+    const QString names = m_composer->missing().join(u", "_s);
+    return {.domain = u"X11"_s, .code = 1, .description = m_missing ? m_missing(names) : names};
+}
+
 void X11ScreenCapture::setPaneShown(bool shown)
 {
     m_isPaneShown = shown;
@@ -78,7 +79,7 @@ Result<CaptureSurroundings> X11ScreenCapture::surroundings(quint32 paneWindow)
     const std::lock_guard lock(m_composing);
     X11Composer &composer = preparedComposer();
     if (!composer.isUsable())
-        return tl::unexpected(noServer());
+        return tl::unexpected(unusable());
     CaptureSurroundings surroundings;
     const QList<X11Display> all = displays();
     for (const X11Display &display : all)
@@ -95,9 +96,8 @@ Result<CaptureSurroundings> X11ScreenCapture::surroundings(quint32 paneWindow)
 Result<QImage> X11ScreenCapture::capture(const QRectF &area)
 {
     const QList<X11Display> all = displays();
-    const auto found = std::find_if(all.begin(), all.end(), [&](const X11Display &display) {
-        return display.frame().contains(area.center());
-    });
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const X11Display &display) { return display.frame().contains(area.center()); });
     const X11Display display = found == all.end() ? X11Display() : *found;
     const double scale = std::max(1.0, display.scale);
     const QPointF corner = (area.topLeft() - display.nativeFrame.topLeft()) * scale + display.nativeFrame.topLeft();
@@ -107,7 +107,7 @@ Result<QImage> X11ScreenCapture::capture(const QRectF &area)
     const std::lock_guard lock(m_composing);
     X11Composer &composer = preparedComposer();
     if (!composer.isUsable())
-        return tl::unexpected(noServer());
+        return tl::unexpected(unusable());
     if (m_nothingBeneath && !composer.hasForeignWindows(native))
         return tl::unexpected(Failure{.domain = u"X11"_s, .code = 2, .description = m_nothingBeneath()});
     return composer.compose(native);

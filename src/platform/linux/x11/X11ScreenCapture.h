@@ -42,6 +42,8 @@ public:
     /// For servers that don't have every program's windows: a capture of an area without a window of another program
     /// fails with this sentence for the user. Called on the capturing thread. Set before the first capture.
     void explainNothingBeneath(std::function<QString()> sentence) { m_nothingBeneath = std::move(sentence); }
+    /// The sentence for the user where the server lacks what captures need, which is given by its names.
+    void explainMissing(std::function<QString(const QString &)> sentence) { m_missing = std::move(sentence); }
 
     bool isGranted() const override { return true; } ///< no X server withholds its screen
     Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;
@@ -50,11 +52,13 @@ public:
 private:
     QList<X11Display> displays() const;
     X11Composer &preparedComposer();
+    Failure unusable() const;
 
     const X11ResourceRange m_ours;
     mutable std::mutex m_displaysMutex;
     QList<X11Display> m_displays; ///< guarded by m_displaysMutex
     std::function<QString()> m_nothingBeneath;
+    std::function<QString(const QString &)> m_missing;
     std::atomic<bool> m_isPaneShown = false;
     std::mutex m_composing; ///< the composer serves one thread at a time
     std::unique_ptr<X11Composer> m_composer;

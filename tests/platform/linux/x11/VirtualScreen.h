@@ -10,13 +10,14 @@ namespace lucentra {
 class VirtualScreen
 {
 public:
-    explicit VirtualScreen(const QString &geometry = QStringLiteral("1280x800x24"))
+    explicit VirtualScreen(const QString &geometry = QStringLiteral("1280x800x24"), const QStringList &options = {})
     {
         m_server.setStandardErrorFile(QProcess::nullDevice());
         m_server.start(QStringLiteral("Xvfb"),
-                       {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                        QStringLiteral("0"), geometry, QStringLiteral("-noreset"), QStringLiteral("-nolisten"),
-                        QStringLiteral("tcp")});
+                       QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                                   QStringLiteral("0"), geometry, QStringLiteral("-noreset"),
+                                   QStringLiteral("-nolisten"), QStringLiteral("tcp")} +
+                           options);
         if (m_server.waitForStarted() && m_server.waitForReadyRead(10000))
             m_display = ':' + m_server.readAllStandardOutput().trimmed();
     }

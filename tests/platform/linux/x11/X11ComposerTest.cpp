@@ -31,6 +31,7 @@ private Q_SLOTS:
     void windowsThatVanishCostOnlyTheirPixels();
     void aScaledDisplayGivesNativePixels();
     void withoutAServerTheCaptureFails();
+    void whatTheServerLacksIsNamed();
 
 private:
     std::optional<VirtualScreen> m_screen;
@@ -184,6 +185,18 @@ void X11ComposerTest::withoutAServerTheCaptureFails()
     QVERIFY(!capture.surroundings(1));
     QVERIFY(!capture.capture({0, 0, 10, 10}));
     qputenv("DISPLAY", m_screen->display());
+}
+
+void X11ComposerTest::whatTheServerLacksIsNamed()
+{
+    const VirtualScreen poor(u"640x480x24"_s, {u"-extension"_s, u"Composite"_s, u"-extension"_s, u"XFIXES"_s});
+    qputenv("DISPLAY", poor.display());
+    X11ScreenCapture capture({});
+    capture.explainMissing([](const QString &names) { return u"lacks "_s + names; });
+    const auto surroundings = capture.surroundings(1);
+    qputenv("DISPLAY", m_screen->display());
+    QVERIFY(!surroundings);
+    QCOMPARE(surroundings.error().description, u"lacks Composite, XFIXES"_s);
 }
 
 QTEST_GUILESS_MAIN(X11ComposerTest)
