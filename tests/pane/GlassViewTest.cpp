@@ -130,7 +130,7 @@ private Q_SLOTS:
         pane.view->showHint(u"目標語言：日文"_s, true);
         const QPoint besideText = only<HintLabel>(pane.view)->textRect().topLeft() - QPoint(10, 4);
         QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
-        pane.view->addTranslationOverlay(u"譯文"_s, 280, {100, 130, 280, 30}); // beneath the hint, though later
+        pane.view->addTranslationOverlay(u"譯文"_s, {280}, {100, 130, 280, 30}); // beneath the hint, though later
         QVERIFY(pane.picture().pixelColor(besideText).lightness() < 40);
     }
 
