@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <array>
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
@@ -32,6 +33,7 @@ public:
     bool inputMode = false;
     bool processing = false;
     QStringList log;
+    QList<std::array<double, 3>> places; ///< of each overlay: top, bottom, and the lowest that it may reach
     QList<QRectF> exclusions;
     std::function<void()> onTranslateTapped;
     std::function<void()> cardAction;
@@ -48,10 +50,14 @@ public:
     void dismissPristineHint() override {}
     void clearOverlays() override { log.append(u"clear"_s); }
     void setProcessing(bool busy) override { processing = busy; }
-    void setTranslationActionState(TranslationActionState) override { log.append(u"retranslate"_s); }
-    void addTranslationOverlay(const QString &text, const OverlayLimits &, const QRectF &) override
+    void setTranslationActionState(TranslationActionState state) override
+    {
+        log.append(state == TranslationActionState::retranslate ? u"retranslate"_s : u"another state"_s);
+    }
+    void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) override
     {
         log.append(u"overlay "_s + text);
+        places.append({rect.top(), rect.bottom(), limits.bottom});
     }
     void showNote(const QString &text) override { log.append(u"note "_s + text); }
     void showErrorCard(const QString &title, const QString &message, const QString &,
@@ -243,6 +249,8 @@ void TranslationPassTest::aPassEndsInOverlaysCopyAndHistory()
     QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay two"_s, u"retranslate"_s}));
     QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
     QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
+    const auto [first, second] = std::pair(m_pane->places[0], m_pane->places[1]); // each with its own line's place
+    QVERIFY(first[1] < second[0] && first[2] < second[1] && first[2] > first[1] && second[2] > second[1]);
 }
 
 void TranslationPassTest::fewerTranslationsThanBlocks()

@@ -80,7 +80,7 @@ class TypedText(unittest.TestCase):
         def is_noted() -> bool:
             self.screen.do("key alt+Return")  # once more: with many programs installed, their phrases take a while
             return eventually(lambda: any(text.startswith(hint) for text in self.screen.texts()), 4)
-        self.assertTrue(eventually(is_noted, 90), self.screen.texts())
+        self.assertTrue(eventually(is_noted, 240), self.screen.texts())
         self.screen.do("key ctrl+a key BackSpace")
         self.assertTrue(eventually(lambda: not any(text.startswith(hint) for text in self.screen.texts())), "it goes")
 

@@ -1,6 +1,7 @@
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
+#include "NeonBorderStyle.h"
 #include "PaneFixture.h"
 #include "PassThroughContainerView.h"
 #include "WindowButton.h"
@@ -132,6 +133,15 @@ private Q_SLOTS:
         QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
         pane.view->addTranslationOverlay(u"譯文"_s, {280}, {100, 130, 280, 30}); // beneath the hint, though later
         QVERIFY(pane.picture().pixelColor(besideText).lightness() < 40);
+    }
+
+    void borderColours()
+    {
+        QCOMPARE(neonBorderStyle(u"green"_s), neonBorderStyle(u"white"_s));
+        QCOMPARE(neonBorderStyle(u"white"_s).color.name(QColor::HexArgb), u"#99ffffff"_s);
+        QCOMPARE(neonBorderStyle(u"blue"_s).color.name(QColor::HexArgb), u"#cc99ccff"_s);
+        QCOMPARE(neonBorderStyle(u"pink"_s).color.name(QColor::HexArgb), u"#ccffb3cc"_s);
+        QVERIFY(!neonBorderStyle(u"none"_s).isVisible());
     }
 
     void clicks_data()
@@ -295,6 +305,8 @@ private Q_SLOTS:
         QVERIFY(!buttonNamed(pane.view, u"重試翻譯"_s));
         QTest::mouseClick(buttonNamed(pane.view, u"複製翻譯結果"_s), Qt::LeftButton);
         QTest::mouseClick(buttonNamed(pane.view, u"切換回框選翻譯"_s), Qt::LeftButton);
+        QCOMPARE(only<ControlCapsuleView>(pane.view)->state().translationActionState,
+                 TranslationActionState::translate);
         QCOMPARE(calls, (QStringList{u"reset"_s, u"submit"_s, u"copy"_s, u"reset"_s}));
         QCOMPARE(pane.passes, 0);
         QCOMPARE(hintText(pane), u"框選翻譯"_s);

@@ -76,6 +76,7 @@ private Q_SLOTS:
     void aHistoryIsCopiedOnlyOnce();
     void aHistoryThatCannotBeCopiedIsALine();
     void preferencesAreCopiedWhereTheyAreMissing();
+    void theseKeysAreCopied();
     void bothFormsAndEveryKindOfValueAreRead_data();
     void bothFormsAndEveryKindOfValueAreRead();
     void hostileFilesCostNothing_data();
@@ -188,6 +189,26 @@ void LegacyMigrationTest::preferencesAreCopiedWhereTheyAreMissing()
                                {u"triggerMode"_s, 1},       {u"privacy.remoteTranslation.v1.engine.4"_s, true},
                                {u"fontSize"_s, 30},         {u"autoCopy"_s, true}};
     QCOMPARE(QJsonDocument::fromJson(file.readAll()).object(), expected);
+}
+
+void LegacyMigrationTest::theseKeysAreCopied()
+{
+    QStringList keys =
+        u"appLanguage translationEngine targetLanguageCode targetLanguageFollowsInterface triggerMode translationClickGesture neonBorderColor glassOpacity fontSize isFontSizeAuto autoCopy autoHide showInDock hotkeyString hotkeyCode hotkeyModifiers isAlwaysOnTop microsoftApiRegion openAIModel anthropicModel compatibleBaseURL compatibleModel"_s
+            .split(u' ');
+    for (int engine = 1; engine <= 7; ++engine)
+        keys.append(u"privacy.remoteTranslation.v1.engine.%1"_s.arg(engine));
+    QByteArray body;
+    for (const QString &key : keys + QStringList{u"privacy.remoteTranslation.v1.engine.0"_s, u"HistoryWindow"_s})
+        body += "<key>" + key.toUtf8() + "</key><string>x</string>";
+    m->put(preferences, xmlList(body));
+    m->migrate();
+    m->settings.flush();
+    QFile file(m->path("preferences.json"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    keys.sort();
+    QCOMPARE(keys.size(), 29);
+    QCOMPARE(QJsonDocument::fromJson(file.readAll()).object().keys(), keys);
 }
 
 void LegacyMigrationTest::bothFormsAndEveryKindOfValueAreRead_data()
