@@ -12,7 +12,8 @@
 namespace lucentra {
 
 /// The history as other programs read it, UTF-8. Times are UTC by ISO 8601, to the second. In spreadsheets a text that
-/// would be taken for a formula has an apostrophe in front of it, and for flash cards, which are HTML, texts are escaped.
+/// would be taken for a formula has an apostrophe in front of it, and for flash cards, which are HTML, texts are
+/// escaped.
 enum class ExportFormat {
     Csv,  ///< comma-separated with a line of titles: timestamp, original, translation, starred; as of RFC 4180
     Json, ///< an array of objects: id, timestamp, originalText, translatedText, isStarred

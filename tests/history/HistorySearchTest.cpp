@@ -116,8 +116,7 @@ void HistorySearchTest::separatedFormats_data()
         row(formula, QString::fromLatin1(formula), "'" + QByteArray(formula), "'" + QByteArray(formula));
     row("a formula behind a tab", u"\t=1"_s, "'\t=1", "\"'\t=1\"");
     row("a formula behind a carriage return", u"\r=1"_s, "\"'\r=1\"", "\"'\r=1\"");
-    row("markup", u"<img src=\"a\"> &lt;"_s, "\"<img src=\"\"a\"\"> &lt;\"",
-        "\"&lt;img src=\"\"a\"\"&gt; &amp;lt;\"");
+    row("markup", u"<img src=\"a\"> &lt;"_s, "\"<img src=\"\"a\"\"> &lt;\"", "\"&lt;img src=\"\"a\"\"&gt; &amp;lt;\"");
 }
 
 void HistorySearchTest::separatedFormats()
