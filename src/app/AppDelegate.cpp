@@ -67,10 +67,7 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
 {
 }
 
-AppDelegate::~AppDelegate()
-{
-    m_pass.reset(); // waits for its workers, which use the rest
-}
+AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
@@ -99,14 +96,15 @@ void AppDelegate::applicationWillTerminate()
 {
     m_hotkeys.unregisterHotkeys();
     qGuiApp->disconnect(this); // the window's end moves the focus once more
+    m_settingsShell.reset();   // which saves what was typed last
     m_historyWindow.reset();
     m_backdrop->stop();
     m_window->orderOut();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // which takes it off the screen
     m_services.translationManager().cancelAll();
-    m_settingsShell.reset(); // which saves what was typed last
+    m_pass.reset();
     m_services.mainQueue().drain();
-    completeStoring();
+    m_history.finish();
 }
 
 void AppDelegate::createGlassWindow()

@@ -31,9 +31,12 @@ constexpr float sheenStrength = 0.055F;
 /// How far apart, in points, the starts of lines may be that share an area.
 constexpr double sharedStart = 24;
 
+/// How far a band reaches beyond what is to be read, before it is lengthened.
+constexpr double bandMargin = 8;
 /// How far a band is lengthened to cover a line whole, and the slope that it has otherwise. Points.
 constexpr int longestReach = 28;
 constexpr double leastSlope = 4;
+constexpr double leastSpace = 5;
 constexpr double usualSlope = 20;
 /// Of the space between lines, how much the band takes whole, since its blur makes it weaker at its ends.
 constexpr double wholeShare = 0.4;
@@ -140,31 +143,34 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas
 
 CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glass)
 {
-    CalmArea band{.rect = QRectF(0, place.top(), glass.width(), place.height()),
+    CalmArea band{.rect = QRectF(0, place.top() - bandMargin, glass.width(), place.height() + 2 * bandMargin),
                   .slopeAbove = usualSlope,
                   .slopeBelow = usualSlope};
     if (content.isNull())
         return band;
     const double scale = content.width() / glass.width(); // pixels per point
-    const int firstRow = std::max(0, int((place.top() - longestReach) * scale));
-    const int lastRow = std::min(content.height() - 1, int((place.bottom() + longestReach) * scale));
+    const int firstRow = std::max(0, int((band.rect.top() - longestReach) * scale));
+    const int lastRow = std::min(content.height() - 1, int((band.rect.bottom() + longestReach) * scale));
     const std::vector<int> edges = edgesOfRows(content.copy(0, firstRow, content.width(), lastRow - firstRow + 1));
     const double limit = quietShare * (edges.empty() ? 0 : *std::max_element(edges.begin(), edges.end()));
-    // From one end of the band outwards into the next space between lines.
+    // From one end of the band outwards into the next space between lines that has room for a slope.
     const auto lengthen = [&](double end, int step, double &slope) {
         int row = int(end * scale) - firstRow;
         const auto isInside = [&] { return row >= 0 && row < int(edges.size()); };
-        while (isInside() && edges[size_t(row)] > limit)
-            row += step;
-        const int near = row;
-        while (isInside() && edges[size_t(row)] <= limit)
-            row += step;
-        if (row == near)
-            return end;
-        const double space = std::abs(row - near) / scale;
-        const double whole = std::min(wholeShare * space, mostWhole);
-        slope = std::clamp(space - whole, leastSlope, usualSlope);
-        return (near + firstRow) / scale + step * whole;
+        while (isInside()) {
+            while (isInside() && edges[size_t(row)] > limit)
+                row += step;
+            const int near = row;
+            while (isInside() && edges[size_t(row)] <= limit)
+                row += step;
+            const double space = std::abs(row - near) / scale;
+            if (row == near || (space < leastSpace && isInside()))
+                continue;
+            const double whole = std::min(wholeShare * space, mostWhole);
+            slope = std::clamp(space - whole, leastSlope, usualSlope);
+            return (near + firstRow) / scale + step * whole;
+        }
+        return end;
     };
     band.rect.setTop(lengthen(band.rect.top(), -1, band.slopeAbove));
     band.rect.setBottom(lengthen(band.rect.bottom(), 1, band.slopeBelow));

@@ -14,12 +14,23 @@ namespace lucentra {
 namespace {
 
 constexpr double symbolSide = 16;
-constexpr int textPixels = 13;
+constexpr int ideographPixels = 13;
+constexpr int letterPixels = 12;
 constexpr double foregroundOpacity = 0.85;
 constexpr double pressedScale = 0.94;
 constexpr double pressedGround = 0.18;
 constexpr double hoveredGround = 0.10;
 constexpr int pressMilliseconds = 80;
+
+/// An ideograph at this size needs thin strokes, and no hinting, which would fill its small spaces.
+QFont labelFont(const QString &text, QFont font)
+{
+    const bool isLatin = !text.isEmpty() && text.front().script() == QChar::Script_Latin;
+    font.setPixelSize(isLatin ? letterPixels : ideographPixels);
+    font.setWeight(isLatin ? QFont::DemiBold : QFont::Normal);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
 
 } // namespace
 
@@ -30,11 +41,6 @@ CapsuleButton::CapsuleButton(QWidget *parent)
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
-    QFont label = font();
-    label.setPixelSize(textPixels);
-    label.setHintingPreference(QFont::PreferNoHinting); // at this size hinting fills an ideograph's small spaces
-    setFont(label);
-
     m_press.setDuration(pressMilliseconds);
     m_press.setEasingCurve(QEasingCurve::OutSine);
     connect(&m_press, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
@@ -144,8 +150,10 @@ void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, doubl
     if (!symbol.isEmpty()) {
         paintSymbol(painter, symbol, {-symbolSide / 2, -symbolSide / 2, symbolSide, symbolSide});
     } else {
+        const QFont label = labelFont(text(), font());
+        painter.setFont(label);
         painter.setPen(Qt::white);
-        const QRectF ink = QFontMetricsF(font()).tightBoundingRect(text()); // centred as it is seen
+        const QRectF ink = QFontMetricsF(label).tightBoundingRect(text()); // centred as it is seen
         painter.drawText(QPointF(std::round(-ink.center().x()), std::round(-ink.center().y())), text());
     }
     painter.restore();

@@ -36,6 +36,7 @@ constexpr int buttonStep = CapsuleButton::side + 4;
 constexpr int buttonCount = 6;
 constexpr auto fadeResponse = 300ms;
 constexpr auto progressTime = 150ms;
+constexpr double groundLead = 2; ///< the ground is there before the progress indicator, and goes after it
 constexpr int menuDistance = 4;
 constexpr double outlineWidth = 0.8;
 
@@ -349,18 +350,33 @@ void ControlCapsuleView::keyPressEvent(QKeyEvent *event)
 
 void ControlCapsuleView::paintEvent(QPaintEvent *)
 {
+    const GroundKey key{m_glass.surfaceVersion(), m_glass.size(), pos(), m_progressPresence, devicePixelRatioF()};
+    if (key != m_groundKey) {
+        m_groundKey = key;
+        renderGround();
+    }
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(m_opacity);
+    painter.drawPixmap(0, 0, m_ground);
+}
+
+void ControlCapsuleView::renderGround()
+{
+    m_ground = QPixmap((QSizeF(size()) * devicePixelRatioF()).toSize());
+    m_ground.setDevicePixelRatio(devicePixelRatioF());
+    m_ground.fill(Qt::transparent);
+    QPainter painter(&m_ground);
+    painter.setRenderHint(QPainter::Antialiasing);
     QRectF row = rect();
-    row.setLeft(row.right() - rowWidth(m_progressPresence));
-    m_glass.paintSurface(painter, row, row.height() / 2, *this);
+    row.setLeft(row.right() - rowWidth(std::min(1.0, groundLead * m_progressPresence)));
+    const double radius = row.height() / 2;
+    m_glass.paintSurface(painter, row, radius, *this);
     painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.15F));
-    painter.drawRoundedRect(row, row.height() / 2, row.height() / 2);
+    painter.drawRoundedRect(row, radius, radius);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.18F), outlineWidth));
     constexpr double inset = outlineWidth / 2;
-    painter.drawRoundedRect(row.adjusted(inset, inset, -inset, -inset), row.height() / 2, row.height() / 2);
+    painter.drawRoundedRect(row.adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
 } // namespace lucentra

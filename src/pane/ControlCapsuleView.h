@@ -3,6 +3,7 @@
 #include "PassPane.h"
 
 #include <QList>
+#include <QPixmap>
 #include <QString>
 #include <QVariantAnimation>
 #include <QWidget>
@@ -68,6 +69,18 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// What the picture of the capsule's ground depends on.
+    struct GroundKey
+    {
+        int surfaceVersion = -1;
+        QSize glass;
+        QPoint place;
+        double progressPresence = 0;
+        double pixelsPerPoint = 0;
+
+        bool operator==(const GroundKey &) const = default;
+    };
+
     CapsuleButton *addButton(std::function<void()> callback);
     void makeMenu();
     void showLanguageMenu();
@@ -75,6 +88,7 @@ private:
     void renderAction();
     void updateProgress();
     void setProgressPresence(double presence);
+    void renderGround();
     void updateVisibility();
     void updateTooltip();
     void setOpacity(double opacity);
@@ -92,6 +106,8 @@ private:
     QVariantAnimation m_progressFade;
     CapsuleButton *m_action; ///< translates, or copies in input mode
     bool m_offersCopy = false;
+    QPixmap m_ground; ///< painted again with every frame of the border's glow, so it is kept
+    GroundKey m_groundKey;
     CapsuleButton *m_triggerMode;
     CapsuleButton *m_keyboard;
     CapsuleButton *m_language;

@@ -48,6 +48,7 @@ void GlassBackdropView::setContent(const QImage &content)
     m_content = content;
     m_content.setDevicePixelRatio(devicePixelRatioF());
     m_frosted = FrostedBackdrop(content, devicePixelRatioF());
+    ++m_surfaceVersion;
     makeStale();
 }
 
@@ -82,6 +83,7 @@ void GlassBackdropView::setOpacity(double opacity, bool animated)
 void GlassBackdropView::setOpaque(bool opaque)
 {
     m_isOpaque = opaque;
+    ++m_surfaceVersion;
     makeStale();
 }
 

@@ -35,6 +35,8 @@ public:
     /// nothing sharp. `surface` is a rounded rectangle in the points of `view`, a view on the same pane, and so is the
     /// painter.
     void paintSurface(QPainter &painter, const QRectF &surface, double radius, const QWidget &view) const;
+    /// Changes when surfaces look different.
+    int surfaceVersion() const { return m_surfaceVersion; }
     /// Where windows aren't blended, the content itself is drawn first, so that it looks the same.
     void setComposited(bool composited);
 
@@ -52,6 +54,7 @@ private:
     QVariantAnimation m_opacityAnimation;
     double m_opacity = 1;
     bool m_isOpaque = false;
+    int m_surfaceVersion = 0;
     bool m_isComposited = true;
     QList<CalmArea> m_calmAreas;
     QImage m_calmMask; ///< how calm the glass is to be, in its alpha; null where it must be made anew
