@@ -67,7 +67,10 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
 {
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate()
+{
+    m_pass.reset(); // waits for its workers, which use the rest
+}
 
 void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
@@ -96,15 +99,14 @@ void AppDelegate::applicationWillTerminate()
 {
     m_hotkeys.unregisterHotkeys();
     qGuiApp->disconnect(this); // the window's end moves the focus once more
-    m_settingsShell.reset();   // which saves what was typed last
     m_historyWindow.reset();
     m_backdrop->stop();
     m_window->orderOut();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // which takes it off the screen
     m_services.translationManager().cancelAll();
-    m_pass.reset();
+    m_settingsShell.reset(); // which saves what was typed last
     m_services.mainQueue().drain();
-    m_history.finish();
+    completeStoring();
 }
 
 void AppDelegate::createGlassWindow()

@@ -54,7 +54,7 @@ Result<CommandOutput> entriesCommand(const Invocation &invocation, Services &ser
     if (!items)
         return tl::unexpected(items.error());
     QString answer =
-        QString::fromUtf8(exportedHistory(*items, invocation.json ? ExportFormat::Json : ExportFormat::Tsv));
+        QString::fromUtf8(exportedHistory(*items, invocation.json ? ExportFormat::Json : ExportFormat::Lines));
     if (answer.endsWith(u'\n'))
         answer.chop(1);
     return CommandOutput{.answer = answer};

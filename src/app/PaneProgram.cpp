@@ -18,14 +18,23 @@
 #include <QIcon>
 #include <QThread>
 
+#include <chrono>
+#include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
+#include <stop_token>
+#include <thread>
 
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
 namespace {
+
+/// How long quitting takes at most, whatever is under way.
+constexpr auto longestEnd = 900ms;
 
 void printDiagnostic(const QString &line)
 {
@@ -95,6 +104,27 @@ private:
     static inline QtMessageHandler previous = nullptr;
 };
 
+/// Ends the process when what is being taken down isn't gone in time.
+class EndDeadline
+{
+public:
+    /// Once everything is stored.
+    void start(std::chrono::steady_clock::time_point deadline, int code)
+    {
+        m_thread = std::jthread([deadline, code](const std::stop_token &stop) {
+            std::mutex mutex;
+            std::unique_lock lock(mutex);
+            std::condition_variable_any stopped;
+            stopped.wait_until(lock, stop, deadline, [] { return false; });
+            if (!stop.stop_requested())
+                std::_Exit(code);
+        });
+    }
+
+private:
+    std::jthread m_thread; ///< its destructor stops it
+};
+
 } // namespace
 
 int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
@@ -103,6 +133,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
         return explainMissingDisplay(argc, argv);
     // The pane is placed, kept on top and left out of captures by means of X11, in Wayland sessions as well.
     qputenv("QT_QPA_PLATFORM", "xcb");
+    EndDeadline endDeadline;
     TerminationSignals signalsToQuit;
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"lucentra"_s);
@@ -136,9 +167,12 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const HangWatch hangWatch;
 #endif
     const int code = QApplication::exec();
+    const auto deadline = std::chrono::steady_clock::now() + longestEnd;
+    TerminationSignals::endAtOnce();
     displayClaim.onShowAsked = nullptr;
     remoteControl.onCommand = nullptr; // what comes from now on is for the next start
     delegate.applicationWillTerminate();
+    endDeadline.start(deadline, code);
     return code;
 }
 

@@ -22,6 +22,9 @@ constexpr qint64 mebibyte = 1 << 20;
 /// A picture of the largest size without any compression; what a pipe says beyond it is not read.
 constexpr qint64 maximumPipedBytes = maximumPicturePixels * 4 + mebibyte;
 
+/// What screens are kept as. Drawings may refer to other files, and other formats' readers are too little tried.
+const QByteArrayList readFormats{"png", "jpeg", "webp", "bmp", "gif", "tiff", "avif"};
+
 Failure pictureFailure(const QString &description)
 {
     return {.domain = u"Picture"_s, .code = 1, .description = description};
@@ -60,9 +63,7 @@ Result<QImage> readPicture(const QString &path, const LocalizationManager &texts
     QImageReader reader(&source);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    // Drawings may refer to other files and have no pixels of their own.
-    const QByteArray format = reader.format();
-    if (format.isEmpty() || format.startsWith("svg") || format == "pdf")
+    if (!readFormats.contains(reader.format()))
         return tl::unexpected(pictureFailure(texts.formatted(u"不是可辨識的圖片格式：%@"_s, path)));
     const QSize size = reader.size();
     if (qint64(size.width()) * size.height() > maximumPicturePixels)

@@ -35,9 +35,20 @@ void TerminationSignals::listen(std::function<void()> terminate)
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
                      [descriptor = m_descriptor, terminate = std::move(terminate)] {
                          signalfd_siginfo information;
-                         if (read(descriptor, &information, sizeof information) == sizeof information)
-                             terminate();
+                         if (read(descriptor, &information, sizeof information) != sizeof information)
+                             return;
+                         endAtOnce();
+                         terminate();
                      });
+}
+
+void TerminationSignals::endAtOnce()
+{
+    sigset_t signalSet;
+    sigemptyset(&signalSet);
+    sigaddset(&signalSet, SIGTERM);
+    sigaddset(&signalSet, SIGINT);
+    pthread_sigmask(SIG_UNBLOCK, &signalSet, nullptr);
 }
 
 TerminationSignals::~TerminationSignals()

@@ -18,8 +18,13 @@ public:
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;
 
-    /// Once there is an application object. Signals that came before are not lost.
+    /// Once there is an application object. Signals that came before are not lost. After the first, another SIGTERM or
+    /// SIGINT ends the process at once.
     void listen(std::function<void()> terminate);
+
+    /// From now on SIGTERM and SIGINT end the process at once. SIGHUP doesn't: it follows SIGTERM by itself when a
+    /// session ends.
+    static void endAtOnce();
 
 private:
     const int m_descriptor;

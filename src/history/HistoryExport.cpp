@@ -32,6 +32,18 @@ QString field(QString text, QChar separator)
     return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
 
+/// A spreadsheet takes a cell that begins with one of these for a formula, which may read files and open addresses.
+QString harmless(const QString &text)
+{
+    constexpr QStringView formulaStarts = u"=+-@\t\r";
+    return !text.isEmpty() && formulaStarts.contains(text.front()) ? u'\'' + text : text;
+}
+
+QString harmlessMarkup(QString text)
+{
+    return harmless(text.replace(u'&', u"&amp;"_s).replace(u'<', u"&lt;"_s).replace(u'>', u"&gt;"_s));
+}
+
 QString line(const QStringList &fields, QChar separator)
 {
     QStringList quoted;
@@ -44,17 +56,18 @@ QByteArray csv(const QList<HistoryItem> &items)
 {
     QString text = u"timestamp,original,translation,starred\r\n"_s;
     for (const HistoryItem &item : items)
-        text += line({timeOf(item), item.originalText, item.translatedText, item.isStarred ? u"true"_s : u"false"_s},
+        text += line({timeOf(item), harmless(item.originalText), harmless(item.translatedText),
+                      item.isStarred ? u"true"_s : u"false"_s},
                      u',') +
                 u"\r\n"_s;
     return text.toUtf8();
 }
 
-QByteArray tsv(const QList<HistoryItem> &items)
+QByteArray tsv(const QList<HistoryItem> &items, QString (*prepared)(QString))
 {
     QString text;
     for (const HistoryItem &item : items)
-        text += line({item.originalText, item.translatedText}, u'\t') + u'\n';
+        text += line({prepared(item.originalText), prepared(item.translatedText)}, u'\t') + u'\n';
     return text.toUtf8();
 }
 
@@ -89,6 +102,7 @@ QString exportSuffix(ExportFormat format)
         return u"csv"_s;
     case ExportFormat::Json:
         return u"json"_s;
+    case ExportFormat::Lines:
     case ExportFormat::Tsv:
         break;
     }
@@ -102,10 +116,12 @@ QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format)
         return csv(items);
     case ExportFormat::Json:
         return json(items);
+    case ExportFormat::Lines:
+        return tsv(items, [](QString text) { return text; });
     case ExportFormat::Tsv:
         break;
     }
-    return tsv(items);
+    return tsv(items, harmlessMarkup);
 }
 
 Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path)

@@ -29,9 +29,8 @@ QList<HistoryItem> mergedHistory(const QList<HistoryItem> &own, const HistoryCha
         kept.append(std::move(item));
     }
     QList<HistoryItem> added;
-    std::copy_if(inFile.cbegin(), inFile.cend(), std::back_inserter(added), [&](const HistoryItem &item) {
-        return !ownStars.contains(item.id) && !changes.contains(item.id);
-    });
+    std::copy_if(inFile.cbegin(), inFile.cend(), std::back_inserter(added),
+                 [&](const HistoryItem &item) { return !ownStars.contains(item.id) && !changes.contains(item.id); });
     if (added.isEmpty())
         return kept;
     QList<HistoryItem> merged;

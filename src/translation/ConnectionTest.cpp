@@ -10,6 +10,18 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
+namespace {
+
+/// UTF-16 units of an answer that are shown. No translation of the sentence is near as long.
+constexpr qsizetype longestShown = 300;
+
+QString shortened(const QString &answer)
+{
+    return answer.first(longestShown - (answer[longestShown - 1].isHighSurrogate() ? 1 : 0)) + u'…';
+}
+
+} // namespace
+
 void testConnection(TranslationManager &manager, const SettingsStore &settings, const LocalizationManager &texts,
                     const std::function<void(Result<QString>)> &completion)
 {
@@ -29,7 +41,7 @@ void testConnection(TranslationManager &manager, const SettingsStore &settings, 
         for (qsizetype i = 0; i < sentences.size(); ++i) {
             const QString translation = translations->texts.value(i).trimmed();
             if (!translation.isEmpty() && translation.compare(sentences[i], Qt::CaseInsensitive) != 0)
-                return completion(translation);
+                return completion(translation.size() > longestShown ? shortened(translation) : translation);
         }
         const QString nothingNew = texts.localized(u"服務沒有回傳有效譯文，請檢查金鑰、模型與網路設定"_s);
         completion(

@@ -8,7 +8,8 @@ import time
 
 class ChatServer:
     """`requests` keeps what came in as (path, headers, body); `queued` holds functions that answer in its stead, each
-    once, and `answer` one that always does."""
+    once, and `answer` one that always does. They return a status and a reply: bytes, what becomes JSON, or a function
+    that writes to the handler's connection itself."""
 
     def __init__(self, translate=lambda text: f"«{text}»", answer=None):
         self.translate = translate
@@ -26,6 +27,9 @@ class ChatServer:
                 server.requests.append((self.path, dict(self.headers), body))
                 answer = server.queued.pop(0) if server.queued else server.answer
                 status, reply = answer(server, body)
+                if callable(reply):
+                    self.close_connection = True
+                    return reply(self)
                 data = reply if isinstance(reply, bytes) else json.dumps(reply).encode()
                 self.send_response(status)
                 self.send_header("Content-Type", "application/json")

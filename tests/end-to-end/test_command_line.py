@@ -173,14 +173,17 @@ class CommandLine(unittest.TestCase):
         self.assertIn("lucentra image", self.succeeds("--help"))
 
     def test_pictures_that_are_none(self):
-        empty, broken, huge = (self.session.home / name for name in ("empty.png", "broken.png", "huge.bmp"))
+        names = ("empty.png", "broken.png", "huge.bmp", "other-format.png", "drawing.png")
+        empty, broken, huge, other, drawing = (self.session.home / name for name in names)
         empty.touch()
+        other.write_bytes(b"P5 40 40 255\n" + bytes(1600))
+        drawing.write_text('<svg xmlns="http://www.w3.org/2000/svg" width="40" height="40"/>')
         sample_page.render(broken, sample_page.ENGLISH)
         broken.write_bytes(broken.read_bytes()[:300])
         header = b"BM" + (0).to_bytes(4, "little") + bytes(4) + (54).to_bytes(4, "little") + (40).to_bytes(4, "little")
         huge.write_bytes(header + (60000).to_bytes(4, "little") * 2 + (1).to_bytes(2, "little")
                          + (24).to_bytes(2, "little") + bytes(24))
-        for path in (empty, broken, huge, self.session.home, self.session.home / "missing.png", pathlib.Path("/dev/zero")):
+        for path in (empty, broken, huge, other, drawing, self.session.home, self.session.home / "missing.png", pathlib.Path("/dev/zero")):
             with self.subTest(path=path.name):
                 self.assertIn(str(path), self.fails(2, "recognize", str(path)))
 

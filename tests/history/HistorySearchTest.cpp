@@ -112,6 +112,11 @@ void HistorySearchTest::separatedFormats_data()
     row("quotes", u"a \"b\""_s, "\"a \"\"b\"\"\"", "\"a \"\"b\"\"\"");
     row("lines", u"a\nb"_s, "\"a\nb\"", "\"a\nb\"");
     row("nothing", QString(), "", "");
+    for (const char *formula : {"=1+1", "+1", "-1", "@a"})
+        row(formula, QString::fromLatin1(formula), "'" + QByteArray(formula), "'" + QByteArray(formula));
+    row("a formula behind a tab", u"\t=1"_s, "'\t=1", "\"'\t=1\"");
+    row("a formula behind a carriage return", u"\r=1"_s, "\"'\r=1\"", "\"'\r=1\"");
+    row("markup", u"<img src=\"a\"> &lt;"_s, "\"<img src=\"\"a\"\"> &lt;\"", "\"&lt;img src=\"\"a\"\"&gt; &amp;lt;\"");
 }
 
 void HistorySearchTest::separatedFormats()
@@ -123,6 +128,7 @@ void HistorySearchTest::separatedFormats()
     QCOMPARE(exportedHistory(items, ExportFormat::Csv),
              "timestamp,original,translation,starred\r\n2001-01-02T00:00:00Z," + csv + ",x,false\r\n");
     QCOMPARE(exportedHistory(items, ExportFormat::Tsv), tsv + "\tx\n");
+    QVERIFY(exportedHistory(items, ExportFormat::Lines).contains(QString(original).replace(u'"', u"\"\""_s).toUtf8()));
 }
 
 void HistorySearchTest::json()

@@ -455,6 +455,7 @@ void TranslationManagerTest::connectionTests_data()
     QTest::newRow("sent to any other") << u"fr"_s << true << u"[SENTENCE]"_s << u"[This is a connection test.]"_s;
     QTest::newRow("echoed") << u"ja"_s << true << u"SENTENCE "_s << echoed;
     QTest::newRow("echoed in capitals") << u"ja"_s << true << u"THIS IS A CONNECTION TEST."_s << echoed;
+    QTest::newRow("endless") << u"ja"_s << true << QString(200'000, u'x') << QString(300, u'x') + u'…';
     QTest::newRow("blank") << u"ja"_s << true << u" \n"_s << echoed;
     QTest::newRow("no consent")
         << u"ja"_s << false << u"x"_s
