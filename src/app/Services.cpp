@@ -58,8 +58,8 @@ TranslationManager &Services::translationManager()
         m_http = std::make_unique<HttpSession>();
         TranslationClients clients = remoteClients(*m_http, m_texts, m_hosts);
         clients.onDevice = [&bridge = onDevice().bridge](const QStringList &texts, const QString &target,
-                                                         const auto &completion) {
-            bridge.translate(texts, target, completion);
+                                                         const auto &completion, const auto &isWanted) {
+            bridge.translate(texts, target, completion, isWanted);
         };
         m_translationManager = std::make_unique<TranslationManager>(m_settings, *m_keychain, m_texts, m_mainQueue,
                                                                     std::move(clients), m_sinks);

@@ -64,8 +64,10 @@ class OnDeviceTranslationService
 public:
     virtual ~OnDeviceTranslationService() = default;
 
-    /// Translates a batch of one language pair: one outcome a text, in their order. Blocks.
-    virtual QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) = 0;
+    /// Translates a batch of one language pair: one outcome a text, in their order. Blocks, but ends soon with whatever
+    /// outcomes once `isWanted`, if given, returns false.
+    virtual QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
+                                             const std::function<bool()> &isWanted) = 0;
 
     virtual PairAvailability availability(const LanguagePair &pair) = 0;
 

@@ -45,6 +45,7 @@ struct AppleTranslationBridge::Call
     QStringList texts;
     QString target;
     std::function<void(OnDeviceTranslations)> completion;
+    std::function<bool()> isWanted;
     std::mutex mutex;
     OnDeviceTranslations result; // this and what follows is guarded by the mutex
     size_t unfinished = 0;       ///< groups
@@ -73,12 +74,14 @@ void AppleTranslationBridge::setParentView(const QObject *view)
 }
 
 void AppleTranslationBridge::translate(const QStringList &texts, const QString &targetLanguage,
-                                       std::function<void(OnDeviceTranslations)> completion)
+                                       std::function<void(OnDeviceTranslations)> completion,
+                                       std::function<bool()> isWanted)
 {
     const auto call = std::make_shared<Call>();
     call->texts = texts;
     call->target = targetLanguage;
     call->completion = std::move(completion);
+    call->isWanted = std::move(isWanted);
     call->result.texts = texts;
     if (!m_hasParent || texts.isEmpty())
         complete(call);
@@ -124,13 +127,16 @@ void AppleTranslationBridge::translateGroup(Call &call, const Group &group)
     QStringList texts;
     for (const TranslationJob &job : group.jobs)
         texts.append(job.text);
-    const QList<OnDeviceOutcome> outcomes = m_service.translate(group.pair, texts);
+    const QList<OnDeviceOutcome> outcomes = m_service.translate(group.pair, texts, call.isWanted);
+    const bool isWanted = !call.isWanted || call.isWanted();
     const std::lock_guard lock(call.mutex);
     for (size_t i = 0; i < group.jobs.size(); ++i) {
         const OnDeviceOutcome outcome = outcomes.value(qsizetype(i));
         call.result.outcomes[group.jobs[i].index] = outcome;
         if (outcome.kind == OnDeviceOutcome::Kind::Translated)
             call.result.texts[group.jobs[i].index] = outcome.text;
+        else if (!isWanted)
+            call.result.isCancelled = true;
     }
 }
 

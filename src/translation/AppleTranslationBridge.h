@@ -35,8 +35,9 @@ public:
     /// Translates each text into a language ("zh-Hant", "en" ...). A text comes back as it is where its language can't
     /// be told or is the target's (any Chinese for a Chinese target), or where it can't be translated. Any thread,
     /// never blocks. Completes once, through the main queue.
+    /// Once `isWanted`, if given, returns false, nothing more is translated; it is called on workers.
     void translate(const QStringList &texts, const QString &targetLanguage,
-                   std::function<void(OnDeviceTranslations)> completion);
+                   std::function<void(OnDeviceTranslations)> completion, std::function<bool()> isWanted = {});
 
 private:
     struct Call;

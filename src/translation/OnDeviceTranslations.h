@@ -12,6 +12,7 @@ struct OnDeviceTranslations
 {
     QStringList texts;               ///< one a source text: its translation, or itself
     QList<OnDeviceOutcome> outcomes; ///< what became of each; may be empty where nothing was tried
+    bool isCancelled = false;        ///< nobody wanted it any more before all was translated
     bool isStripped = false;         ///< the system installs programs without their translations
     QStringList addableBy;           ///< packages that would add phrases or language pairs
 };

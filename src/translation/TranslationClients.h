@@ -22,8 +22,10 @@ class LocalizationManager;
 using BeforeRequest = std::function<void()>;
 
 /// Translates texts on this machine: calls back once, on any thread, with one text a source text, or with nothing.
+/// The last function says whether the texts are still wanted; it may be called on any thread, and may be unset.
 using OnDeviceTranslation = std::function<void(const QStringList &texts, const QString &target,
-                                               std::function<void(std::optional<OnDeviceTranslations>)> completion)>;
+                                               std::function<void(std::optional<OnDeviceTranslations>)> completion,
+                                               std::function<bool()> isWanted)>;
 
 /// What the manager can translate with. Except for the on-device one, every client runs on a worker, may block, asks
 /// before each of its requests, returns one string a block in their order, and throws `TranslationError`.

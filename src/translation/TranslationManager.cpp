@@ -83,6 +83,7 @@ TranslationManager::~TranslationManager()
 
 void TranslationManager::cancelAll()
 {
+    ++*m_lastText;
     if (m_clients.cancelAll)
         m_clients.cancelAll();
 }
@@ -157,14 +158,15 @@ bool TranslationManager::supportsOnDevice() const
 }
 
 void TranslationManager::translateOnDevice(const QStringList &texts, const QString &target,
-                                           std::function<void(std::optional<OnDeviceTranslations>)> completion)
+                                           std::function<void(std::optional<OnDeviceTranslations>)> completion,
+                                           std::function<bool()> isWanted)
 {
     const auto posted = [&queue = m_mainQueue,
                          completion = std::move(completion)](const std::optional<OnDeviceTranslations> &result) {
         queue.post([completion, result] { completion(result); });
     };
     if (m_clients.onDevice)
-        m_clients.onDevice(texts, target, posted);
+        m_clients.onDevice(texts, target, posted, std::move(isWanted));
     else
         posted(std::nullopt);
 }
@@ -229,14 +231,14 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
         QStringList texts;
         for (const TextBlock &block : blocks)
             texts.append(block.text);
-        return translateOnDevice(texts, request.target,
-                                 [&lookup = m_texts, texts, completion, failed](const auto &translations) {
-                                     if (!translations)
-                                         return completion(tl::unexpected(failed));
-                                     completion(BlockTranslations{.texts = translations->texts,
-                                                                  .note = onDeviceNote(texts, *translations, lookup),
-                                                                  .outcomes = translations->outcomes});
-                                 });
+        const auto finish = [&lookup = m_texts, texts, completion, failed](const auto &translations) {
+            if (!translations)
+                return completion(tl::unexpected(failed));
+            completion(BlockTranslations{.texts = translations->texts,
+                                         .note = onDeviceNote(texts, *translations, lookup),
+                                         .outcomes = translations->outcomes});
+        };
+        return translateOnDevice(texts, request.target, finish, std::move(isWanted));
     }
     if (lacksConsent(request.engine))
         return refuse(consentDomain, 1, consentMessage(request.engine));
@@ -285,7 +287,7 @@ TranslationManager::TextOutcome TranslationManager::textFrom(Request request, co
 
 void TranslationManager::translateText(const QString &text, std::function<void(TextTranslation)> completion)
 {
-    const qint64 number = ++*m_lastText;
+    const auto isWanted = [last = m_lastText, number = ++*m_lastText] { return *last == number; };
     Request request = currentRequest();
     if (lacksConsent(request.engine))
         return completion(message(consentMessage(request.engine)));
@@ -296,15 +298,16 @@ void TranslationManager::translateText(const QString &text, std::function<void(T
             return finishText(text, {.result = message(m_texts.localized(onDeviceTooOldReply))}, completion);
         const TextTranslation failed = message(m_texts.localized(onDeviceFailedReply));
         const auto finish = postedFinish(text, std::move(completion));
-        return translateOnDevice(
-            {text}, request.target, [&lookup = m_texts, text, finish, failed](const auto &translations) {
-                const QString translation = translations ? translations->texts.value(0) : QString();
-                if (translation.isEmpty())
-                    return finish({.result = failed});
-                finish({.result = {.text = translation, .note = onDeviceNote({text}, *translations, lookup)}});
-            });
+        const auto translated = [&lookup = m_texts, text, finish, failed](const auto &translations) {
+            if (translations && translations->isCancelled)
+                return finish({});
+            const QString translation = translations ? translations->texts.value(0) : QString();
+            if (translation.isEmpty())
+                return finish({.result = failed});
+            finish({.result = {.text = translation, .note = onDeviceNote({text}, *translations, lookup)}});
+        };
+        return translateOnDevice({text}, request.target, translated, isWanted);
     }
-    const auto isWanted = [last = m_lastText, number] { return *last == number; };
     m_workers.start(
         [this, request, text, mayBeSent = permission(request.engine, isWanted),
          finish = postedFinish(text, std::move(completion))] { finish(textFrom(request, mayBeSent, text)); });

@@ -68,7 +68,8 @@ private:
     static LanguageModelProvider languageModelProvider(const Request &request);
     bool supportsOnDevice() const;
     void translateOnDevice(const QStringList &texts, const QString &target,
-                           std::function<void(std::optional<OnDeviceTranslations>)> completion);
+                           std::function<void(std::optional<OnDeviceTranslations>)> completion,
+                           std::function<bool()> isWanted);
     Result<QString> keyFor(TranslationEngine engine) const;
     BeforeRequest permission(TranslationEngine engine, std::function<bool()> isWanted) const;
     QStringList sendBlocks(const Request &request, const BeforeRequest &mayBeSent,

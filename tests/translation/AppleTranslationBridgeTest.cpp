@@ -5,7 +5,9 @@
 #include "TestTexts.h"
 
 #include <QTest>
+#include <QThread>
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -36,8 +38,11 @@ public:
     QStringList requests; ///< "en>ja a|b"
     OnDeviceServiceStatus state{.name = u"noting"_s};
 
-    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) override
+    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
+                                     const std::function<bool()> &isWanted) override
     {
+        while (isWanted && isWanted()) // a slow one, which notices
+            QThread::msleep(1);
         const std::lock_guard lock(mutex);
         requests.append(pair.source + u'>' + pair.target + u' ' + texts.join(u'|'));
         QList<OnDeviceOutcome> outcomes;
@@ -65,6 +70,7 @@ private Q_SLOTS:
     void textsAreGroupedTranslatedAndGathered_data();
     void textsAreGroupedTranslatedAndGathered();
     void withoutAParentTextsComeBack();
+    void whatIsNotWantedEnds();
     void callsOverlap();
     void theNoteSaysWhyNothingIsNew_data();
     void theNoteSaysWhyNothingIsNew();
@@ -137,6 +143,21 @@ void AppleTranslationBridgeTest::withoutAParentTextsComeBack()
     m_bridge.setParentView(nullptr);
     QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
     QVERIFY(m_service.requests.isEmpty());
+}
+
+void AppleTranslationBridgeTest::whatIsNotWantedEnds()
+{
+    m_bridge.setParentView(this);
+    const auto isWanted = std::make_shared<std::atomic<bool>>(true);
+    std::optional<OnDeviceTranslations> result;
+    m_bridge.translate(
+        {u"en:hard"_s}, u"ja"_s, [&](const OnDeviceTranslations &translations) { result = translations; },
+        [isWanted] { return isWanted->load(); });
+    QTest::qWait(20);
+    QVERIFY(!result);
+    *isWanted = false;
+    QTRY_VERIFY(result);
+    QVERIFY(result->isCancelled);
 }
 
 void AppleTranslationBridgeTest::callsOverlap()

@@ -73,7 +73,7 @@ TranslationClients ManagerOnFakes::fakeClients()
                             const LanguageModelProvider &provider) {
         return answer(mayBeSent, {u"modelText"_s, text, target, described(provider)}).value(0);
     };
-    clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion) {
+    clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion, const auto &) {
         const auto outcome = m_onDeviceOutcome
                                  ? m_onDeviceOutcome()
                                  : std::optional(QStringList{u"onDevice "_s + texts.join(u'+') + u' ' + target});

@@ -429,7 +429,9 @@ void TranslationManagerTest::anEndedManagerDropsWhatIsLate()
     std::function<void(std::optional<OnDeviceTranslations>)> late;
     bool isCancelled = false;
     TranslationClients clients = fakeClients();
-    clients.onDevice = [&](const QStringList &, const QString &, const auto &completion) { late = completion; };
+    clients.onDevice = [&](const QStringList &, const QString &, const auto &completion, const auto &) {
+        late = completion;
+    };
     clients.cancelAll = [&] { isCancelled = true; };
     useManagerWith(clients);
     bool isCompleted = false;
@@ -488,21 +490,19 @@ void TranslationManagerTest::theEngineOfThisComputerIsTestedByACommonWord()
     using Kind = OnDeviceOutcome::Kind;
     TranslationClients clients = fakeClients();
     bool knows = true;
-    clients.onDevice = [&](const QStringList &texts, const QString &, const auto &completion) {
+    clients.onDevice = [&](const QStringList &texts, const QString &, const auto &completion, const auto &) {
         QStringList translations = texts;
         if (knows)
             translations.last() = u"キャンセル"_s;
         completion(OnDeviceTranslations{
-            .texts = translations,
-            .outcomes = QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::UnknownPhrase})});
+            .texts = translations, .outcomes = QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::UnknownPhrase})});
     };
     useManagerWith(clients);
     select(0, false, u""_s);
     for (const QString &expected : {u"キャンセル"_s, u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s}) {
         QString outcome;
-        testConnection(*m_manager, m_texts->settings, m_texts->manager, [&](const Result<QString> &result) {
-            outcome = result ? *result : result.error().description;
-        });
+        testConnection(*m_manager, m_texts->settings, m_texts->manager,
+                       [&](const Result<QString> &result) { outcome = result ? *result : result.error().description; });
         QTRY_COMPARE(outcome, expected);
         knows = false;
     }

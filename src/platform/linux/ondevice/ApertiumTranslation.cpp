@@ -113,7 +113,8 @@ ApertiumTranslation::Mode *ApertiumTranslation::mode(const LanguagePair &pair) c
     return nullptr;
 }
 
-QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, const QStringList &texts)
+QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, const QStringList &texts,
+                                                      const std::function<bool()> &isWanted)
 {
     Mode *const chosen = mode(pair);
     if (!chosen)
@@ -123,8 +124,9 @@ QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, 
     const auto deadline = std::chrono::steady_clock::now() + longestWait + texts.size() * usualWait;
     for (const QString &text : texts) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
-        const auto answer =
-            left > 0ms ? chosen->process->ask(apertiumQuestion(text), std::min(left, longestWait)) : std::nullopt;
+        const auto answer = left > 0ms
+                                ? chosen->process->ask(apertiumQuestion(text), std::min(left, longestWait), isWanted)
+                                : std::nullopt;
         outcomes.append(answer ? apertiumOutcome(*answer, text)
                                : OnDeviceOutcome{.kind = OnDeviceOutcome::Kind::UnknownPhrase});
     }

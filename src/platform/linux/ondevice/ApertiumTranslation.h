@@ -32,7 +32,8 @@ public:
     static std::unique_ptr<ApertiumTranslation> ofThisSystem();
     ~ApertiumTranslation() override;
 
-    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) override;
+    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
+                                     const std::function<bool()> &isWanted) override;
     PairAvailability availability(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
 

@@ -35,7 +35,8 @@ LayeredTranslation::LayeredTranslation(std::vector<std::unique_ptr<OnDeviceTrans
 {
 }
 
-QList<OnDeviceOutcome> LayeredTranslation::translate(const LanguagePair &pair, const QStringList &texts)
+QList<OnDeviceOutcome> LayeredTranslation::translate(const LanguagePair &pair, const QStringList &texts,
+                                                     const std::function<bool()> &isWanted)
 {
     using Kind = OnDeviceOutcome::Kind;
     QList<OnDeviceOutcome> outcomes(texts.size());
@@ -52,7 +53,7 @@ QList<OnDeviceOutcome> LayeredTranslation::translate(const LanguagePair &pair, c
         }
         if (open.isEmpty())
             break;
-        const QList<OnDeviceOutcome> found = layer->translate(pair, openTexts);
+        const QList<OnDeviceOutcome> found = layer->translate(pair, openTexts, isWanted);
         for (qsizetype i = 0; i < std::min(open.size(), found.size()); ++i) {
             if (helpfulness(found[i].kind) > helpfulness(outcomes[open[i]].kind))
                 outcomes[open[i]] = found[i];

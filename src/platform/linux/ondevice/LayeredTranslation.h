@@ -14,7 +14,8 @@ class LayeredTranslation : public OnDeviceTranslationService
 public:
     explicit LayeredTranslation(std::vector<std::unique_ptr<OnDeviceTranslationService>> layers);
 
-    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) override;
+    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
+                                     const std::function<bool()> &isWanted) override;
     PairAvailability availability(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
 

@@ -49,19 +49,29 @@ private:
     sigset_t m_before{};
 };
 
-/// Waits until the pipe can be read or written; false once the deadline has passed.
-bool waitFor(int pipe, short events, Clock::time_point deadline)
-{
-    pollfd waiting{.fd = pipe, .events = events, .revents = 0};
-    for (;;) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        const int ready = left > 0 ? ::poll(&waiting, 1, int(left)) : 0;
-        if (ready >= 0 || errno != EINTR)
-            return ready > 0;
-    }
-}
-
 } // namespace
+
+/// How long an answer is waited for.
+struct NulProcess::Patience
+{
+    Clock::time_point deadline;
+    const std::function<bool()> &isWanted;
+
+    /// Waits until the pipe can be read or written; false once it isn't worth it any more.
+    bool waitFor(int pipe, short events) const
+    {
+        constexpr std::chrono::milliseconds longest{100}; // between two looks at whether the answer is wanted
+        pollfd waiting{.fd = pipe, .events = events, .revents = 0};
+        for (;;) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+            if (left.count() <= 0 || (isWanted && !isWanted()))
+                return false;
+            const int ready = ::poll(&waiting, 1, int(std::min(left, longest).count()));
+            if (ready > 0 || (ready < 0 && errno != EINTR))
+                return ready > 0;
+        }
+    }
+};
 
 NulProcess::NulProcess(QStringList command)
     : m_command(std::move(command))
@@ -131,11 +141,11 @@ void NulProcess::stop()
     }
 }
 
-bool NulProcess::send(QByteArrayView bytes, Clock::time_point deadline) const
+bool NulProcess::send(QByteArrayView bytes, const Patience &patience) const
 {
     const SignalOfBrokenPipe broken;
     while (!bytes.isEmpty()) {
-        if (!waitFor(m_input, POLLOUT, deadline))
+        if (!patience.waitFor(m_input, POLLOUT))
             return false;
         const ssize_t sent = ::write(m_input, bytes.data(), size_t(bytes.size()));
         if (sent < 0 && errno != EAGAIN && errno != EINTR)
@@ -145,15 +155,18 @@ bool NulProcess::send(QByteArrayView bytes, Clock::time_point deadline) const
     return true;
 }
 
-std::optional<QByteArray> NulProcess::ask(QByteArrayView question, std::chrono::milliseconds timeout)
+std::optional<QByteArray> NulProcess::ask(QByteArrayView question, std::chrono::milliseconds timeout,
+                                          const std::function<bool()> &isWanted)
 {
-    const auto deadline = Clock::now() + timeout;
+    const Patience patience{.deadline = Clock::now() + timeout, .isWanted = isWanted};
+    if (isWanted && !isWanted())
+        return std::nullopt; // before anything of it is in the stream
     if (m_process < 0 && !start())
         return std::nullopt;
     QByteArray answer;
-    if (send(question, deadline) && send(QByteArrayView("\0", 1), deadline)) {
+    if (send(question, patience) && send(QByteArrayView("\0", 1), patience)) {
         std::array<char, 4096> piece{};
-        while (answer.size() < longestAnswer && waitFor(m_output, POLLIN, deadline)) {
+        while (answer.size() < longestAnswer && patience.waitFor(m_output, POLLIN)) {
             const ssize_t count = ::read(m_output, piece.data(), piece.size());
             if (count <= 0)
                 break;

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 #include <sys/types.h>
@@ -25,12 +26,15 @@ public:
 
     /// The answer; nothing where the program can't be started, has ended, or doesn't answer in time. It is ended then,
     /// and started again for the next question.
-    std::optional<QByteArray> ask(QByteArrayView question, std::chrono::milliseconds timeout);
+    /// The same once `isWanted`, if given, returns false.
+    std::optional<QByteArray> ask(QByteArrayView question, std::chrono::milliseconds timeout,
+                                  const std::function<bool()> &isWanted = {});
 
 private:
     bool start();
     void stop();
-    bool send(QByteArrayView bytes, std::chrono::steady_clock::time_point deadline) const;
+    struct Patience;
+    bool send(QByteArrayView bytes, const Patience &patience) const;
 
     const QStringList m_command;
     pid_t m_process = -1;

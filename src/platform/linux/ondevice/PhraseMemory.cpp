@@ -30,7 +30,8 @@ PhraseMemory::PhraseMemory(PhraseStore &store)
 {
 }
 
-QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const QStringList &texts)
+QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const QStringList &texts,
+                                               const std::function<bool()> & /*isWanted*/)
 {
     using Kind = OnDeviceOutcome::Kind;
     const auto file = m_store.file();

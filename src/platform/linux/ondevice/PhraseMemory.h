@@ -15,7 +15,8 @@ public:
     /// The store must outlive it.
     explicit PhraseMemory(PhraseStore &store);
 
-    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts) override;
+    QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
+                                     const std::function<bool()> &isWanted) override;
     PairAvailability availability(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
 

@@ -21,10 +21,11 @@ private Q_SLOTS:
     void answers();
     void oneProcessServesMany();
     void aProcessThatEndsIsStartedAgain();
+    void nobodyWaitsForWhatIsNotWanted();
 
 private:
     void install(const QString &mode, const QByteArray &script);
-    QList<OnDeviceOutcome> translate(const QStringList &texts);
+    QList<OnDeviceOutcome> translate(const QStringList &texts, const std::function<bool()> &isWanted = {});
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ApertiumTranslation> m_apertium;
@@ -47,11 +48,12 @@ void ApertiumTranslationTest::install(const QString &mode, const QByteArray &scr
     file.write(script);
 }
 
-QList<OnDeviceOutcome> ApertiumTranslationTest::translate(const QStringList &texts)
+QList<OnDeviceOutcome> ApertiumTranslationTest::translate(const QStringList &texts,
+                                                          const std::function<bool()> &isWanted)
 {
     if (!m_apertium)
         m_apertium = std::make_unique<ApertiumTranslation>(m_folder->filePath(u"pipeline"_s), m_folder->path());
-    return m_apertium->translate({u"es"_s, u"en-US"_s}, texts);
+    return m_apertium->translate({u"es"_s, u"en-US"_s}, texts, isWanted);
 }
 
 void ApertiumTranslationTest::modesAreLanguagePairs()
@@ -120,6 +122,17 @@ void ApertiumTranslationTest::aProcessThatEndsIsStartedAgain()
     const QString second = translate({u"b"_s}).value(0).text;
     const QString third = translate({u"c"_s}).value(0).text;
     QVERIFY(second == u"once"_s || third == u"once"_s);
+}
+
+void ApertiumTranslationTest::nobodyWaitsForWhatIsNotWanted()
+{
+    install(u"spa-eng.mode"_s, "exec sleep 60");
+    QElapsedTimer timer;
+    timer.start();
+    int looks = 0;
+    const auto outcomes = translate({u"a"_s, u"b"_s, u"c"_s}, [&looks] { return ++looks < 3; });
+    QCOMPARE(outcomes.size(), 3);
+    QVERIFY(timer.elapsed() < 8000); // less than one answer would be waited for
 }
 
 QTEST_GUILESS_MAIN(ApertiumTranslationTest)

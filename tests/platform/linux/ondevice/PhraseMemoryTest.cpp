@@ -50,7 +50,8 @@ public:
     {
     }
 
-    QList<OnDeviceOutcome> translate(const LanguagePair &, const QStringList &texts) override
+    QList<OnDeviceOutcome> translate(const LanguagePair &, const QStringList &texts,
+                                     const std::function<bool()> &) override
     {
         return QList<OnDeviceOutcome>(texts.size(), {.kind = m_kind});
     }
@@ -264,12 +265,12 @@ void PhraseMemoryTest::outcomesSayWhatBecameOfEachText()
     using Kind = OnDeviceOutcome::Kind;
     PhraseStore store({.dataFolders = {m_share}}, m_folder.filePath(u"outcomes"_s), patient);
     PhraseMemory memory(store);
-    const auto outcomes = memory.translate({u"en"_s, u"ja"_s}, {u"Cancel"_s, u"Nobody says this"_s});
+    const auto outcomes = memory.translate({u"en"_s, u"ja"_s}, {u"Cancel"_s, u"Nobody says this"_s}, {});
     QCOMPARE(outcomes.size(), 2);
     QCOMPARE(outcomes[0].kind, Kind::Translated);
     QCOMPARE(outcomes[0].service, u"phrases"_s);
     QCOMPARE(outcomes[1].kind, Kind::UnknownPhrase);
-    QCOMPARE(memory.translate({u"en"_s, u"ko"_s}, {u"Cancel"_s}).value(0).kind, Kind::PairUnavailable);
+    QCOMPARE(memory.translate({u"en"_s, u"ko"_s}, {u"Cancel"_s}, {}).value(0).kind, Kind::PairUnavailable);
     QCOMPARE(memory.availability({u"de"_s, u"ja"_s}), PairAvailability::Available);
     QCOMPARE(memory.availability({u"de"_s, u"ko"_s}), PairAvailability::Addable);
     QCOMPARE(memory.availability({u"en"_s, u"de"_s}), PairAvailability::Unavailable);
@@ -283,7 +284,7 @@ void PhraseMemoryTest::aLaterLayerHidesNothingThatHelpsMore()
         std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
         for (const Kind kind : kinds)
             layers.push_back(std::make_unique<FixedLayer>(kind));
-        return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}).value(0).kind;
+        return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0).kind;
     };
     QCOMPARE(outcomeOf({Kind::NotReady, Kind::UnknownPhrase}), Kind::NotReady);
     QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}), Kind::NotReady);
