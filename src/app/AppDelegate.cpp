@@ -185,6 +185,12 @@ void AppDelegate::wireManualInput()
                                     const QString &text, const ManualInputViewModel::Completion &completion) {
         manager.translateText(text, completion);
     };
+    connect(&m_manualInput, &ManualInputViewModel::changed, this, [this, shown = QString()]() mutable {
+        const QString &note = m_manualInput.note();
+        const bool isNew = std::exchange(shown, note) != note;
+        if (isNew && !note.isEmpty() && m_manualInputView && !m_manualInputView->hasHeaders())
+            m_glassView->showNote(note);
+    });
     m_glassView->manualInput = {
         .makePanel = [this](QWidget *parent) -> QWidget * {
             m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
