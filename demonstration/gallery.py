@@ -86,7 +86,7 @@ class Stage(contextlib.ExitStack):
         self.server.queued = [chat_server.pause(seconds)]
         self.pane.double_click()
         self.point_away()
-        self.screen.must(lambda: len(self.server.requests) > asked, "a request")
+        self.screen.must(lambda: len(self.server.requests) > asked, "a request", 30)
         time.sleep(0.8)
 
     def picture(self, margin: int = 32) -> Image.Image:
@@ -123,7 +123,7 @@ def states(folder: pathlib.Path, name: str, **options) -> None:
         stage.shoot(f"{name}-pristine")
         stage.be_busy()
         stage.shoot(f"{name}-busy")
-        stage.screen.must(lambda: labels(stage.screen) > 4, "translations")
+        stage.screen.must(lambda: labels(stage.screen) > 4, "translations", 30)
         time.sleep(1)
         stage.shoot(f"{name}-translated")
         stage.point_at(PANE[0] + 300, PANE[1] + 270)
@@ -134,9 +134,12 @@ def states(folder: pathlib.Path, name: str, **options) -> None:
         stage.point_at(PANE[0] + PANE[2] - LANGUAGE + 40, PANE[1] + 118)
         stage.shoot(f"{name}-language-menu")
         stage.screen.do("key Escape")
+        stage.point_at_button(TRIGGER, click=True)
+        stage.shoot(f"{name}-hint-over-translations")
+        stage.point_at_button(TRIGGER, click=True)
         stage.server.queued = [chat_server.too_many_requests]
         stage.pane.double_click()
-        stage.screen.must(lambda: "Retry" in stage.screen.texts(), "the card")
+        stage.screen.must(lambda: "Retry" in stage.screen.texts(), "the card", 30)
         stage.point_away()
         stage.shoot(f"{name}-error")
         input_mode(stage, name)
@@ -151,7 +154,7 @@ def input_mode(stage: Stage, name: str) -> None:
     stage.server.queued = [chat_server.pause(2.5)]
     asked = len(stage.server.requests)
     stage.screen.type(TYPED)
-    stage.screen.must(lambda: len(stage.server.requests) > asked, "a request")
+    stage.screen.must(lambda: len(stage.server.requests) > asked, "a request", 30)
     stage.shoot(f"{name}-input-busy")
     time.sleep(3)
     stage.point_at_button(TRANSLATE, click=True)  # it copies now
@@ -172,7 +175,7 @@ def in_five_languages(folder: pathlib.Path) -> None:
             shown = labels(stage.screen)
             stage.server.queued = [chat_server.too_many_requests]
             stage.pane.double_click()
-            stage.screen.must(lambda: labels(stage.screen) != shown or stage.server.requests, "the card")
+            stage.screen.must(lambda: labels(stage.screen) != shown or stage.server.requests, "the card", 30)
             stage.point_away()
             time.sleep(1)
             pictures.append(stage.picture())
@@ -220,9 +223,14 @@ def display_options(folder: pathlib.Path) -> None:
     with Stage(folder, portal=("reduce-transparency",)) as stage:
         stage.translate()
         stage.shoot("reduced-transparency-translated")
-    with Stage(folder, preferences={"glassOpacity": 0.25}) as stage:
+    with Stage(folder, preferences={"glassOpacity": 0.1}) as stage:
+        stage.shoot("clear-glass-pristine")
         stage.translate()
         stage.shoot("clear-glass-translated")
+        stage.server.queued = [chat_server.too_many_requests]
+        stage.pane.double_click()
+        stage.screen.must(lambda: "Retry" in stage.screen.texts(), "the card", 30)
+        stage.shoot("clear-glass-error")
     with Stage(folder, composited=False) as stage:
         stage.translate()
         stage.shoot("without-compositor")
@@ -234,6 +242,7 @@ def contents(folder: pathlib.Path) -> None:
         return lambda scale: scenes.white_page(scale, texts)
     for name, content, target, count in (
             ("white-on-white", lines(scenes.PALE), "zh-Hant", 3), ("photograph", scenes.photograph, "ja", 3),
+            ("row-of-words", lines(scenes.ROW), "ja", 7),
             ("small-print", lines(scenes.PRINT), "zh-Hant", 6), ("right-to-left", lines(scenes.MESSAGES), "ar", 4),
             ("hebrew", lines(scenes.MESSAGES), "he", 4), ("thai", lines(scenes.MESSAGES), "th", 4),
             ("emoji-and-mixed-scripts", lines(scenes.MESSAGES), "mixed", 4),
@@ -250,11 +259,16 @@ def sizes(folder: pathlib.Path) -> None:
         pictures.append(stage.picture())
         stage.server.queued = [chat_server.too_many_requests]
         stage.pane.double_click()
-        stage.screen.must(lambda: "Retry" in stage.screen.texts(), "the card")
+        stage.screen.must(lambda: "Retry" in stage.screen.texts(), "the card", 30)
         stage.point_away()
         pictures.append(stage.picture())
         stage.point_at_button(27 + 34 * 3, click=True)
         time.sleep(2)
+        pictures.append(stage.picture())
+        stage.screen.type(TYPED)
+        time.sleep(3)
+        pictures.append(stage.picture())
+        stage.point_at_button(27 + 34 * 5, click=True)
         pictures.append(stage.picture())
     save(sheet(pictures, 2), folder, "smallest-size")
 

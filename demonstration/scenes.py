@@ -137,5 +137,11 @@ MESSAGES = [Text("See you at the harbour tonight", 310, 240, 20), Text("The fish
             Text("Call me when the ferry arrives", 310, 328, 20), Text("We have three tickets left", 310, 372, 20)]
 
 
+# A toolbar: what is longer in another language must not run into its neighbour.
+ROW = [Text("View", 310, 240, 17), Text("Editor", 370, 240, 17), Text("Window", 446, 240, 17), Text("File", 530, 240, 17),
+       Text("Wrap long lines", 312, 284, 17), Text("Display line endings", 310, 316, 17),
+       Text("The lines end here", 311, 348, 17)]
+
+
 def dark_article(scale: float) -> Image.Image:
     return article(scale, True)

@@ -28,7 +28,7 @@ constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 /// Around the text, over other text.
 constexpr QMargins groundMargins(18, 11, 18, 11);
 constexpr double groundRadius = 14;
-const QColor groundColor(12, 17, 26, 250);
+const QColor groundColor(12, 17, 26);
 
 const SoftShadow textShadow{.opacity = 0.65, .deviation = 3, .offset = {0, 1}};
 
