@@ -114,7 +114,8 @@ HintLabel::Setting HintLabel::settingIn(const QFont &font) const
     const QRect narrow(room.x() + (room.width() - width) / 2, room.y(), width, room.height());
     const QRect centred = metrics.boundingRect(narrow, textFlags, shown);
     // A low pane has no middle clear of the capsule.
-    const int down = std::max(0, std::min(capsuleBottom - centred.top(), room.bottom() - centred.bottom()));
+    const int highest = capsuleBottom + (isOverText && isOverText() ? groundMargins.top() : 0);
+    const int down = std::max(0, std::min(highest - centred.top(), room.bottom() - centred.bottom()));
     return {shown, font, centred.translated(0, down)};
 }
 
