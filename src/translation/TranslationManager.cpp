@@ -111,8 +111,17 @@ TranslationManager::Request TranslationManager::currentRequest() const
             .region = m_settings.read(settings::microsoftApiRegion)};
 }
 
+void TranslationManager::moveLegacyKeys() const
+{
+    for (const QString &account : apiKeyAccounts()) {
+        if (m_settings.contains(account))
+            loadStoredAPIKey(m_settings, m_keychain, account, account);
+    }
+}
+
 Result<QString> TranslationManager::keyFor(TranslationEngine engine) const
 {
+    moveLegacyKeys();
     const QString account = engineEntry(engine).account;
     const auto key = loadStoredAPIKey(m_settings, m_keychain, account, account);
     if (key)
@@ -225,6 +234,7 @@ void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
         completion(tl::unexpected(Failure{.domain = domain, .code = code, .description = description}));
     };
     if (request.engine == TranslationEngine::apple) {
+        m_workers.start([this] { moveLegacyKeys(); });
         if (!supportsOnDevice())
             return refuse(onDeviceDomain, -1, m_texts.localized(onDeviceTooOld));
         const Failure failed{.domain = onDeviceDomain, .code = -1, .description = m_texts.localized(onDeviceFailed)};

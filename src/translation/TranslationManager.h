@@ -70,6 +70,9 @@ private:
     void translateOnDevice(const QStringList &texts, const QString &target,
                            std::function<void(std::optional<OnDeviceTranslations>)> completion,
                            std::function<bool()> isWanted);
+    /// Moves all plaintext copies of a former version into the keychain, whichever engine they belong to. Doesn't touch
+    /// the keychain if there are none. Blocks.
+    void moveLegacyKeys() const;
     Result<QString> keyFor(TranslationEngine engine) const;
     BeforeRequest permission(TranslationEngine engine, std::function<bool()> isWanted) const;
     QStringList sendBlocks(const Request &request, const BeforeRequest &mayBeSent,

@@ -308,6 +308,15 @@ void TranslationManagerTest::eachEngineReadsItsOwnKey()
             QVERIFY(!m_texts->settings.contains(account));
         }
     }
+    // Plaintext copies of a former version are moved by the first request of any engine.
+    m_secrets->secrets.clear();
+    for (const qint64 engine : {0, 1}) {
+        m_texts->settings.setValue(u"deeplApiKey"_s, u"legacy"_s);
+        select(engine, true, QString());
+        translateBlocks();
+        QTRY_VERIFY(!m_texts->settings.contains(u"deeplApiKey"_s));
+    }
+    QCOMPARE(m_secrets->secrets.value(u"deeplApiKey"_s), "legacy");
 }
 
 void TranslationManagerTest::aKeyringThatCannotBeReadSendsNothing_data()
