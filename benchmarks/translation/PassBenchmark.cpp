@@ -5,7 +5,7 @@
 #include "HttpSession.h"
 #include "KeychainStore.h"
 #include "MainQueue.h"
-#include "PlayedSecrets.h"
+#include "FakeSecretStorage.h"
 #include "QueuedServer.h"
 #include "ServiceResponder.h"
 #include "Settings.h"
@@ -118,7 +118,7 @@ void managedPass(benchmark::State &state)
     TestTexts &texts = wire().texts;
     texts.settings.write(settings::translationEngine, qint64(TranslationEngine::deepl));
     texts.settings.write(settings::consentKey(qint64(TranslationEngine::deepl)), true);
-    PlayedSecrets secrets;
+    FakeSecretStorage secrets;
     secrets.secrets.insert(u"deeplApiKey"_s, "key");
     const KeychainStore keychain(secrets, u"keys"_s, DiagnosticLine());
     MainQueue queue;

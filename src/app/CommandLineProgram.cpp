@@ -137,7 +137,7 @@ ExitCode run(const Invocation &invocation, Services &services)
 
 } // namespace
 
-int runCommandLine(int argc, char *argv[], const ServiceHosts &hosts)
+int runCommandLine(int argc, char *argv[])
 {
     const QStringList arguments = argumentsAfterName(argc, argv);
     int ownName = 1; // Qt would take options of its own out of the others
@@ -146,8 +146,7 @@ int runCommandLine(int argc, char *argv[], const ServiceHosts &hosts)
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
     // Nobody else waits for a command, so that it rather waits for the memory of phrases than knows nothing.
-    Services services([](const QString &line) { printMessage(line); }, {}, {.longest = 30s, .acceptsOutdated = false},
-                      hosts);
+    Services services([](const QString &line) { printMessage(line); }, {}, {.longest = 30s, .acceptsOutdated = false});
     const auto invocation = parseCommandLine(arguments, services.texts());
     if (!invocation) {
         printMessage(invocation.error().description);

@@ -11,12 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience,
-                   ServiceHosts hosts)
+Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience)
     : m_diagnostics(std::move(diagnostics))
     , m_sinks(std::move(sinks))
     , m_patience(patience)
-    , m_hosts(std::move(hosts))
     , m_settings(SettingsStore::userFilePath(), m_diagnostics)
     , m_texts(m_settings, m_notifications, stringTablesFolder(), QLocale::system().uiLanguages())
 {
@@ -56,7 +54,7 @@ TranslationManager &Services::translationManager()
         m_secrets = std::make_unique<SecretServiceStorage>();
         m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
         m_http = std::make_unique<HttpSession>();
-        TranslationClients clients = remoteClients(*m_http, m_texts, m_hosts);
+        TranslationClients clients = remoteClients(*m_http, m_texts);
         clients.onDevice = [&bridge = onDevice().bridge](const QStringList &texts, const QString &target,
                                                          const auto &completion, const auto &isWanted) {
             bridge.translate(texts, target, completion, isWanted);

@@ -25,9 +25,7 @@ class Services
 {
 public:
     /// `sinks` get the typed texts that were translated. `patience` is for the memory of phrases while it is built.
-    /// `hosts` are the services' own but for tests.
-    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {},
-             ServiceHosts hosts = {});
+    Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {});
     ~Services();
     Services(const Services &) = delete;
     Services &operator=(const Services &) = delete;
@@ -49,7 +47,6 @@ private:
     const DiagnosticLine m_diagnostics;
     const TranslationManager::Sinks m_sinks;
     const BuildPatience m_patience;
-    const ServiceHosts m_hosts;
     MainQueue m_mainQueue;
     NotificationCenter m_notifications;
     SettingsStore m_settings;

@@ -179,46 +179,6 @@ private Q_SLOTS:
         QCOMPARE(pane.window.childAt(pane.view->rect().center()), pane.view);
     }
 
-    void dragByBodyMovesTheWindowAndStartsNothing()
-    {
-        PaneFixture pane;
-        int moves = 0;
-        pane.window.onUserMoved = [&](std::chrono::milliseconds) { ++moves; };
-        pane.window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
-        const QPoint start = pane.window.pos();
-        QTest::mousePress(pane.view, Qt::LeftButton, {}, {200, 200});
-        pane.hints.buttonDown = true;
-        QTest::mouseMove(pane.view, {206, 200});
-        QCOMPARE(pane.window.pos(), start);
-        QTest::mouseMove(pane.view, {209, 200});
-        QCOMPARE(pane.window.pos(), start + QPoint(9, 0)); // what was taken hold of lies beneath the pointer again
-        QTest::mouseMove(pane.view, {220, 210});
-        QCOMPARE(pane.window.pos(), start + QPoint(29, 10));
-        QTest::mouseRelease(pane.view, Qt::LeftButton, {}, {200, 200});
-        QCOMPARE(moves, 0);
-        pane.hints.buttonDown = false;
-        pane.scheduler.advance(1s);
-        QCOMPARE(moves, 1);
-        QCOMPARE(pane.passes, 0);
-    }
-
-    void changesThatTheProgramMakesAreNotTheUsers()
-    {
-        PaneFixture pane;
-        int moves = 0;
-        int steps = 0;
-        pane.window.onUserMoved = [&](std::chrono::milliseconds) { ++moves; };
-        pane.window.onFrameChanged = [&] { ++steps; };
-        pane.window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
-        pane.window.move(30, 40);
-        pane.window.resize(600, 300);
-        pane.scheduler.advance(10s);
-        QCOMPARE(moves, 0);
-        QVERIFY(steps >= 2);
-    }
-
     void presenceIsToldAfterEveryShowing()
     {
         PaneFixture pane;

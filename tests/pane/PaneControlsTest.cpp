@@ -104,20 +104,6 @@ private Q_SLOTS:
         QVERIFY(tooltip->isHidden());
     }
 
-    void capsuleNamesWhatItsButtonsDo()
-    {
-        PaneFixture pane;
-        QVERIFY(buttonNamed(pane.view, u"翻譯目前區域"_s));
-        QVERIFY(buttonNamed(pane.view, u"切換為框選翻譯"_s));
-        QVERIFY(buttonNamed(pane.view, u"目標語言：繁體中文"_s));
-        pane.view->setTranslationActionState(TranslationActionState::retranslate);
-        pane.view->toggleTriggerMode();
-        QVERIFY(!buttonNamed(pane.view, u"翻譯目前區域"_s));
-        QCOMPARE(buttonNamed(pane.view, u"切換為自動辨識"_s)->toolTip(), u"切換為自動辨識 (當前:框選翻譯)"_s);
-        QTest::mouseClick(buttonNamed(pane.view, u"重新翻譯"_s), Qt::LeftButton);
-        QCOMPARE(pane.passes, 1);
-    }
-
     void errorCardPlace_data()
     {
         QTest::addColumn<QSize>("pane");

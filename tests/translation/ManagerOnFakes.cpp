@@ -87,7 +87,7 @@ void ManagerOnFakes::begin()
 {
     m_manager.reset();
     m_texts = std::make_unique<TestTexts>();
-    m_secrets = std::make_unique<PlayedSecrets>();
+    m_secrets = std::make_unique<FakeSecretStorage>();
     m_keychain = std::make_unique<KeychainStore>(*m_secrets, u"keys"_s, DiagnosticLine());
     m_queue = std::make_unique<MainQueue>();
     m_outcome = nullptr;

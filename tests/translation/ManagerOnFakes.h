@@ -2,7 +2,7 @@
 
 #include "KeychainStore.h"
 #include "MainQueue.h"
-#include "PlayedSecrets.h"
+#include "FakeSecretStorage.h"
 #include "TestTexts.h"
 #include "TranslationManager.h"
 
@@ -30,7 +30,7 @@ protected:
     TranslationClients fakeClients();
 
     std::unique_ptr<TestTexts> m_texts;
-    std::unique_ptr<PlayedSecrets> m_secrets;
+    std::unique_ptr<FakeSecretStorage> m_secrets;
     std::unique_ptr<KeychainStore> m_keychain;
     std::unique_ptr<MainQueue> m_queue;
     std::unique_ptr<TranslationManager> m_manager;

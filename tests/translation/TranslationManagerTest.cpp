@@ -339,7 +339,7 @@ void TranslationManagerTest::aKeyringThatCannotBeReadSendsNothing()
     for (int engine = 1; engine < 8; ++engine) {
         select(engine, true, u"k"_s);
         if (problem)
-            m_secrets->failure = Failure{.code = problem};
+            m_secrets->lookupFailure = Failure{.code = problem};
         else
             m_secrets->secrets[engineEntry(TranslationEngine(engine)).account] = "\xff";
         const QString blocks = translateBlocks();

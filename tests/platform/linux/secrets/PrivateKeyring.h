@@ -2,8 +2,6 @@
 
 #include "PrivateBus.h"
 
-#include <gio/gio.h>
-
 #include <QTest>
 
 namespace lucentra {
@@ -54,31 +52,11 @@ public:
     /// Unlocks the running keyring's default collection, as the user's answer would.
     bool unlock() const
     {
-        GDBusConnection *bus = g_dbus_connection_new_for_address_sync(
-            busAddress().toUtf8().constData(),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr);
-        const auto call = [&](const char *interface, const char *method, GVariant *arguments) {
-            return g_dbus_connection_call_sync(bus, "org.freedesktop.secrets", "/org/freedesktop/secrets", interface,
-                                               method, arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr,
-                                               nullptr);
-        };
-        GVariant *session = call("org.freedesktop.Secret.Service", "OpenSession",
-                                 g_variant_new("(sv)", "plain", g_variant_new_string("")));
-        const char *path = nullptr;
-        g_variant_get_child(session, 1, "&o", &path);
-        GVariant *answer = call("org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface", "UnlockWithMasterPassword",
-                                g_variant_new("(o(o@ay@ays))", "/org/freedesktop/secrets/collection/login", path,
-                                              g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, nullptr, 0, 1),
-                                              g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, password().constData(),
-                                                                        gsize(password().size()), 1),
-                                              "text/plain"));
-        g_variant_unref(session);
-        g_object_unref(bus);
-        if (answer)
-            g_variant_unref(answer);
-        return answer != nullptr;
+        QProcess tool;
+        tool.setProcessEnvironment(m_environment);
+        tool.start(QStringLiteral("/usr/bin/python3"),
+                   {QStringLiteral(KEYRING_TOOL), QStringLiteral("unlock"), QString::fromLatin1(password())});
+        return tool.waitForFinished(20000) && tool.exitCode() == 0;
     }
     void stopKeyring()
     {

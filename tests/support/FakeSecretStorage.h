@@ -2,13 +2,11 @@
 
 #include "SecretStorage.h"
 
-#include <QMap>
-
-#include <utility>
+#include <QStringList>
 
 namespace lucentra {
 
-/// A safe in memory that refuses on demand and counts how often it is asked.
+/// A safe in memory that refuses on demand and remembers what it is asked.
 class FakeSecretStorage : public SecretStorage
 {
 public:
@@ -16,7 +14,7 @@ public:
     std::optional<Failure> lookupFailure;
     std::optional<Failure> storeFailure;
     std::optional<Failure> removeFailure;
-    int lookups = 0;
+    QStringList lookups; ///< accounts
     int searches = 0;
     int stores = 0;
 
@@ -29,7 +27,7 @@ public:
     }
     Result<std::optional<QByteArray>> lookup(const QString &, const QString &account) override
     {
-        ++lookups;
+        lookups.append(account);
         if (lookupFailure)
             return tl::unexpected(*lookupFailure);
         return secrets.contains(account) ? std::optional(secrets.value(account)) : std::nullopt;
