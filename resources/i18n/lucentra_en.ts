@@ -125,11 +125,11 @@
     </message>
     <message>
         <source>JSON Array parse error</source>
-        <translation>Gemini’s translations aren’t valid JSON</translation>
+        <translation>Gemini’s translations are not valid JSON</translation>
     </message>
     <message>
         <source>JSON encode error</source>
-        <translation>The text can’t be written as JSON</translation>
+        <translation>Could not write the text as JSON</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -193,11 +193,11 @@
     </message>
     <message>
         <source>Request prepare error</source>
-        <translation>The request can’t be prepared</translation>
+        <translation>Could not prepare the network request</translation>
     </message>
     <message>
         <source>Response parse error</source>
-        <translation>Gemini’s response can’t be understood</translation>
+        <translation>The response of Gemini could not be understood</translation>
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>❌ 網路請求準備失敗</source>
-        <translation>❌ The network request could not be prepared</translation>
+        <translation>❌ Could not prepare the network request</translation>
     </message>
     <message>
         <source>❌ 網路錯誤：%@</source>
@@ -641,11 +641,11 @@
     </message>
     <message>
         <source>標準輸入不是 UTF-8 文字</source>
-        <translation>Standard input isn’t UTF-8 text</translation>
+        <translation>The standard input is not UTF-8 text</translation>
     </message>
     <message>
         <source>標準輸入的文字過長</source>
-        <translation>The text on standard input is too long</translation>
+        <translation>The text on the standard input is too long</translation>
     </message>
     <message>
         <source>模型名稱</source>
@@ -741,7 +741,7 @@
     </message>
     <message>
         <source>無法讀取標準輸入</source>
-        <translation>Can’t read standard input</translation>
+        <translation>Could not read the standard input</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
@@ -853,7 +853,7 @@
     </message>
     <message>
         <source>翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入</source>
-        <translation>translate a text; one with Chinese characters is translated into English. If TEXT is -, standard input is read</translation>
+        <translation>translate a text (- reads the standard input); one with Chinese characters is translated into English</translation>
     </message>
     <message>
         <source>翻譯中</source>
@@ -1045,7 +1045,7 @@
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
-        <translation>This X server lacks what capturing the screen needs: %@</translation>
+        <translation>This X server lacks what is needed to capture the screen: %@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1129,7 +1129,7 @@
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
-        <translation>The keyring doesn’t respond, so the API key was neither read nor saved. Please try again later.</translation>
+        <translation>The keyring does not respond, so the API key could not be read or saved. Try again later.</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -129,7 +129,7 @@
     </message>
     <message>
         <source>JSON encode error</source>
-        <translation>テキストを JSON に変換できません</translation>
+        <translation>テキストを JSON に変換できませんでした</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -193,11 +193,11 @@
     </message>
     <message>
         <source>Request prepare error</source>
-        <translation>リクエストを準備できません</translation>
+        <translation>ネットワーク要求を準備できませんでした</translation>
     </message>
     <message>
         <source>Response parse error</source>
-        <translation>Gemini の応答を解析できません</translation>
+        <translation>Gemini の応答を解析できませんでした</translation>
     </message>
     <message>
         <source>lucentra --help 列出所有指令</source>
@@ -741,7 +741,7 @@
     </message>
     <message>
         <source>無法讀取標準輸入</source>
-        <translation>標準入力を読み込めません</translation>
+        <translation>標準入力を読み込めませんでした</translation>
     </message>
     <message>
         <source>無法讀取翻譯紀錄：%@</source>
@@ -1045,7 +1045,7 @@
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
-        <translation>この X サーバーには、画面の取得に必要な機能がありません: %@</translation>
+        <translation>この X サーバーには、画面のキャプチャに必要な機能がありません：%@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

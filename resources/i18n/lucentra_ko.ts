@@ -125,11 +125,11 @@
     </message>
     <message>
         <source>JSON Array parse error</source>
-        <translation>Gemini의 번역이 올바른 JSON이 아닙니다</translation>
+        <translation>Gemini의 번역문이 올바른 JSON이 아닙니다</translation>
     </message>
     <message>
         <source>JSON encode error</source>
-        <translation>텍스트를 JSON으로 바꿀 수 없습니다</translation>
+        <translation>텍스트를 JSON으로 변환할 수 없습니다</translation>
     </message>
     <message>
         <source>Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。</source>
@@ -193,7 +193,7 @@
     </message>
     <message>
         <source>Request prepare error</source>
-        <translation>요청을 준비할 수 없습니다</translation>
+        <translation>네트워크 요청을 준비하지 못했습니다</translation>
     </message>
     <message>
         <source>Response parse error</source>

@@ -1045,7 +1045,7 @@
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
-        <translation>此 X 服务器缺少截取屏幕所需的功能：%@</translation>
+        <translation>这个 X 服务器缺少截取屏幕画面所需的功能：%@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1129,7 +1129,7 @@
     </message>
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
-        <translation>密钥环没有回应，API 密钥尚未读取或保存。请稍后再试。</translation>
+        <translation>密钥环没有响应，API 密钥尚未读取或保存。请稍后再试。</translation>
     </message>
     <message>
         <source>開啟系統設定</source>
