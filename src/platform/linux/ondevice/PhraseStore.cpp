@@ -105,8 +105,10 @@ void PhraseStore::publish(std::shared_ptr<const PhraseFile> file)
 
 void PhraseStore::check()
 {
-    // The thread's own, as the system understands it: nobody who works with the computer should notice.
-    ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
+    // The thread's own, as the system understands it: nobody who works with the computer should notice. A command,
+    // which waits for nothing else, would wait forever on a busy computer.
+    if (m_patience.acceptsOutdated)
+        ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
     auto current = [this] {
         const std::lock_guard lock(m_mutex);
         return m_file;
