@@ -9,9 +9,9 @@ target_compile_definitions(lucentra-common INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_NO_FOREACH)
 if(LUCENTRA_SANITIZE)
     target_compile_options(lucentra-common INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-    target_link_options(lucentra-common INTERFACE -fsanitize=address,undefined)
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        -fsanitize=${LUCENTRA_SANITIZERS} -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(lucentra-common INTERFACE -fsanitize=${LUCENTRA_SANITIZERS})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND NOT LUCENTRA_SANITIZERS STREQUAL "thread")
         target_compile_options(lucentra-common INTERFACE -fsanitize=fuzzer-no-link) # tells fuzzers which way a call took
     endif()
 endif()
