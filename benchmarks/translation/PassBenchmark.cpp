@@ -2,10 +2,10 @@
 // once. "Time" is the whole pass, the server's share included; "CPU" is the calling thread alone, so in the rows of the
 // clients it is our own time, libcurl's included. Connections are kept, except in the rows that say otherwise.
 
+#include "FakeSecretStorage.h"
 #include "HttpSession.h"
 #include "KeychainStore.h"
 #include "MainQueue.h"
-#include "FakeSecretStorage.h"
 #include "QueuedServer.h"
 #include "ServiceResponder.h"
 #include "Settings.h"
@@ -63,27 +63,30 @@ using Client = std::function<QStringList(const TranslationClients &, const QList
 
 const QString target = u"zh-Hant"_s;
 const QString key = u"key"_s;
+const auto always = [] {}; // every request may be sent
 
 const std::vector<std::pair<std::string, Client>> &clients()
 {
     using Blocks = QList<TextBlock>;
     static const std::vector<std::pair<std::string, Client>> all{
-        {"GoogleKeyless", [](const TranslationClients &c, const Blocks &b) { return c.googleFree(b, target); }},
-        {"GoogleCloud", [](const TranslationClients &c, const Blocks &b) { return c.googleCloud(b, target, key); }},
-        {"Microsoft", [](const TranslationClients &c, const Blocks &b) { return c.microsoft(b, key, key, target); }},
-        {"Gemini", [](const TranslationClients &c, const Blocks &b) { return c.geminiBlocks(key, b, target); }},
-        {"DeepL", [](const TranslationClients &c, const Blocks &b) { return c.deepL(b, key, target); }},
+        {"GoogleKeyless", [](const TranslationClients &c, const Blocks &b) { return c.googleFree(always, b, target); }},
+        {"GoogleCloud",
+         [](const TranslationClients &c, const Blocks &b) { return c.googleCloud(always, b, target, key); }},
+        {"Microsoft",
+         [](const TranslationClients &c, const Blocks &b) { return c.microsoft(always, b, key, key, target); }},
+        {"Gemini", [](const TranslationClients &c, const Blocks &b) { return c.geminiBlocks(always, key, b, target); }},
+        {"DeepL", [](const TranslationClients &c, const Blocks &b) { return c.deepL(always, b, key, target); }},
         {"OpenAI",
          [](const TranslationClients &c, const Blocks &b) {
-             return c.modelBlocks(b, target, OpenAIProvider{key, u"m"_s});
+             return c.modelBlocks(always, b, target, OpenAIProvider{key, u"m"_s});
          }},
         {"Anthropic",
          [](const TranslationClients &c, const Blocks &b) {
-             return c.modelBlocks(b, target, AnthropicProvider{key, u"m"_s});
+             return c.modelBlocks(always, b, target, AnthropicProvider{key, u"m"_s});
          }},
         {"Compatible",
          [](const TranslationClients &c, const Blocks &b) {
-             return c.modelBlocks(b, target,
+             return c.modelBlocks(always, b, target,
                                   CompatibleProvider{key, u"m"_s, QString::fromLatin1(wire().plain.origin())});
          }},
     };
@@ -107,7 +110,7 @@ void securePass(benchmark::State &state, bool isKept)
         HttpSession fresh(HttpSession::Options{.certificateFile = certificateFile(u"authority.pem"_s), .proxies = {}});
         const TranslationClients clients =
             isKept ? wire().secureClients : remoteClients(fresh, wire().texts.manager, hostsAt(wire().secure.origin()));
-        if (clients.deepL(blocks, key, target).size() != blocks.size())
+        if (clients.deepL(always, blocks, key, target).size() != blocks.size())
             state.SkipWithError("not one translation a block");
     }
 }
@@ -128,9 +131,9 @@ void managedPass(benchmark::State &state)
     const QList<TextBlock> blocks = screenOf(state.range(0));
     for (auto _ : state) {
         bool isDone = false;
-        manager.translateBlocks(blocks, [&](const Result<QStringList> &result) {
+        manager.translateBlocks(blocks, [&](const Result<BlockTranslations> &result) {
             isDone = true;
-            if (!result || result->size() != blocks.size())
+            if (!result || result->texts.size() != blocks.size())
                 state.SkipWithError("not one translation a block");
         });
         while (!isDone)
