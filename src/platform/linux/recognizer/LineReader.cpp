@@ -62,6 +62,25 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
 
 thread_local std::chrono::microseconds timeOfLoading{0};
 
+/// Whether there is a real space between two words of Korean, which makes a word of each syllable. The engine's boxes
+/// are rough, so the widest gap about there counts.
+bool isSpace(const std::vector<std::uint8_t> &darkest, int left, int right, int height)
+{
+    int widest = 0;
+    int run = 0;
+    const int end = std::min(int(darkest.size()), right + height / 5);
+    for (int x = std::max(0, left - height / 5); x < end; ++x) {
+        run = darkest[std::size_t(x)] >= lightestInk ? run + 1 : 0;
+        widest = std::max(widest, run);
+    }
+    return 100 * widest >= 13 * height;
+}
+
+bool isHangul(QChar character)
+{
+    return character.script() == QChar::Script_Hangul;
+}
+
 } // namespace
 
 /// Holds an engine for as long as it reads.
@@ -181,13 +200,24 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     const std::unique_ptr<tesseract::ResultIterator> words(api->GetIterator());
     double sum = 0;
     qsizetype length = 0;
+    int end = 0;
+    std::vector<std::uint8_t> darkest;
+    if (language == ReadingLanguage::Korean)
+        darkest = darkestOfColumns(strip);
     while (words && !words->Empty(tesseract::RIL_WORD)) {
         const std::unique_ptr<char[]> text(words->GetUTF8Text(tesseract::RIL_WORD));
         const QString word = QString::fromUtf8(text.get()).simplified();
         if (!word.isEmpty()) {
             const double confidence = double(words->Confidence(tesseract::RIL_WORD));
-            if (!reading.text.isEmpty())
+            int left = 0;
+            int top = 0;
+            int right = 0;
+            int bottom = 0;
+            words->BoundingBox(tesseract::RIL_WORD, &left, &top, &right, &bottom);
+            const bool areSyllables = !reading.text.isEmpty() && isHangul(reading.text.back()) && isHangul(word.at(0));
+            if (!reading.text.isEmpty() && (!areSyllables || isSpace(darkest, end, left, pixGetHeight(strip.get()))))
                 reading.text += QLatin1Char(' ');
+            end = right;
             reading.text += word;
             sum += confidence * double(word.size());
             reading.weakest = length == 0 ? confidence : std::min(reading.weakest, confidence);

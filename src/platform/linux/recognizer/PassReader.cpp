@@ -10,19 +10,6 @@ namespace {
 
 constexpr int longest = 40;      // heights of the strip
 constexpr double wordGap = 0.13; // of the strip's height; narrower ones are between ideographs or letters
-constexpr l_uint8 paper = 0xC0;  // grey, 0 to 255; nothing darker is in an empty column
-
-/// The darkest grey of each column.
-std::vector<l_uint8> darkestOf(Pix *strip)
-{
-    std::vector<l_uint8> darkest(std::size_t(pixGetWidth(strip)), 255);
-    for (int y = 0; y < pixGetHeight(strip); ++y) {
-        const l_uint32 *row = pixGetData(strip) + std::ptrdiff_t(y) * pixGetWpl(strip);
-        for (std::size_t x = 0; x < darkest.size(); ++x)
-            darkest[x] = std::min(darkest[x], l_uint8(GET_DATA_BYTE(row, x)));
-    }
-    return darkest;
-}
 
 /// A place to cut a strip at, between two columns.
 struct Cut
@@ -32,12 +19,12 @@ struct Cut
 };
 
 /// The middle of the widest gap from `from` to `to`; where there is none, the lightest column.
-Cut bestCut(const std::vector<l_uint8> &darkest, int from, int to)
+Cut bestCut(const std::vector<std::uint8_t> &darkest, int from, int to)
 {
     Cut best;
     int run = 0;
     for (int x = from; x <= to; ++x) {
-        run = x < to && darkest[std::size_t(x)] >= paper ? run + 1 : 0;
+        run = x < to && darkest[std::size_t(x)] >= lightestInk ? run + 1 : 0;
         if (run > 0 && run >= best.gap)
             best = {x - run / 2, run};
     }
@@ -68,7 +55,7 @@ Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     const int piece = longest * pixGetHeight(strip.get());
     if (width <= piece)
         return m_reader.read(strip, language, mode, most);
-    const std::vector<l_uint8> darkest = darkestOf(strip.get());
+    const std::vector<std::uint8_t> darkest = darkestOfColumns(strip);
     Reading whole{{}, 0, language};
     double sum = 0;
     qsizetype length = 0;

@@ -60,13 +60,13 @@ bool isRatherIcon(const Reading &reading, const FoundLine &line)
            (line.isShort() || reading.confidence < 70);
 }
 
-/// The parts of a syllable alone, or syllables among kana: what Korean makes of rings, bars and waves.
+/// Many parts of syllables alone, or syllables among kana: what Korean makes of rings, bars and waves.
 bool isGibberish(const QString &text)
 {
     static const QRegularExpression lonePart(u"[\\x{1100}-\\x{11FF}\\x{3130}-\\x{318F}]"_s);
     static const QRegularExpression syllable(u"[\\x{AC00}-\\x{D7A3}]"_s);
     static const QRegularExpression kana(u"[\\p{Hiragana}\\p{Katakana}]"_s);
-    return text.contains(lonePart) || (text.contains(syllable) && text.contains(kana));
+    return 3 * text.count(lonePart) >= text.size() || (text.contains(syllable) && text.contains(kana));
 }
 
 /// A line of code that closes or opens what others are in.

@@ -140,6 +140,19 @@ private Q_SLOTS:
         QVERIFY2(10 * right >= 9 * characters.size(), qPrintable(QString::number(right)));
     }
 
+    /// The engine makes a word of nearly each syllable.
+    void koreanWordSpaces()
+    {
+        QImage image = blank({700, 160}, Qt::white);
+        const QStringList texts{u"가능한 패키지 목록과 설명은 여기에서 찾을 수 있습니다"_s,
+                                u"사용자는 언제든지 이 설정을 바꿀 수 있습니다"_s};
+        for (int i = 0; i < texts.size(); ++i)
+            write(image, {20, 50 + 60 * i}, texts[i], font(u"Noto Sans CJK KR"_s, 18), Qt::black);
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(textsOf(*lines), texts);
+    }
+
     void theRequestIsHonoured()
     {
         QImage image = blank({500, 200}, Qt::white);
