@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <algorithm>
 #include <cerrno>
 
 using namespace Qt::StringLiterals;
@@ -23,11 +24,15 @@ QString timeOf(const HistoryItem &item)
     return dateOf(item.timestamp).toUTC().toString(Qt::ISODate);
 }
 
-QString field(QString text, QChar separator)
+/// Spreadsheets may take any of these for the separator, so that what follows it would be a cell of its own.
+bool needsQuotes(QChar c)
 {
-    const bool needsQuotes =
-        text.contains(separator) || text.contains(u'"') || text.contains(u'\n') || text.contains(u'\r');
-    if (!needsQuotes)
+    return QStringView(u",;\t|\"\n\r").contains(c);
+}
+
+QString field(QString text)
+{
+    if (std::none_of(text.cbegin(), text.cend(), needsQuotes))
         return text;
     return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
@@ -48,7 +53,7 @@ QString line(const QStringList &fields, QChar separator)
 {
     QStringList quoted;
     for (const QString &each : fields)
-        quoted.append(field(each, separator));
+        quoted.append(field(each));
     return quoted.join(separator);
 }
 

@@ -107,14 +107,14 @@ void HistorySearchTest::separatedFormats_data()
         QTest::newRow(name) << original << csv << tsv;
     };
     row("plain", u"燈塔"_s, "燈塔", "燈塔");
-    row("a comma", u"a,b"_s, "\"a,b\"", "a,b");
-    row("a tab", u"a\tb"_s, "a\tb", "\"a\tb\"");
+    for (const char *other : {"a,b", "a;=1", "a\t=1", "a|b"}) // another separator for some programs
+        row(other, QString::fromLatin1(other), '"' + QByteArray(other) + '"', '"' + QByteArray(other) + '"');
     row("quotes", u"a \"b\""_s, "\"a \"\"b\"\"\"", "\"a \"\"b\"\"\"");
     row("lines", u"a\nb"_s, "\"a\nb\"", "\"a\nb\"");
     row("nothing", QString(), "", "");
     for (const char *formula : {"=1+1", "+1", "-1", "@a"})
         row(formula, QString::fromLatin1(formula), "'" + QByteArray(formula), "'" + QByteArray(formula));
-    row("a formula behind a tab", u"\t=1"_s, "'\t=1", "\"'\t=1\"");
+    row("a formula behind a tab", u"\t=1"_s, "\"'\t=1\"", "\"'\t=1\"");
     row("a formula behind a carriage return", u"\r=1"_s, "\"'\r=1\"", "\"'\r=1\"");
     row("markup", u"<img src=\"a\"> &lt;"_s, "\"<img src=\"\"a\"\"> &lt;\"", "\"&lt;img src=\"\"a\"\"&gt; &amp;lt;\"");
 }
