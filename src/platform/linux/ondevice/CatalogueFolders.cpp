@@ -38,10 +38,11 @@ QString familyOf(const QString &domain)
     return family.isEmpty() ? domain : family;
 }
 
-/// The application or runtime of Flatpak that a file belongs to; empty for any other file.
+/// The application or runtime of Flatpak that a file belongs to; empty for any other file. Only the three parts that
+/// every name has: with further ones, as in "org.example.App.Locale", it is an extension by the same hands.
 QString flatpakOf(const QString &path)
 {
-    static const QRegularExpression owner(u"/flatpak/(?:app|runtime)/([^/]+)/"_s);
+    static const QRegularExpression owner(u"/flatpak/(?:app|runtime)/([^/.]+[.][^/.]+[.][^/.]+)"_s);
     return owner.match(path).captured(1);
 }
 

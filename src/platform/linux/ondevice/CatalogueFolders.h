@@ -11,7 +11,7 @@ struct CatalogueFile
 {
     QString path;
     /// Of programs that share their translators: "gtk" of gtk20.mo and gtk30-properties.mo. All files of a program's
-    /// own folder, and all of a Flatpak application, are one.
+    /// own folder, and all of a Flatpak application with its extensions, are one.
     QString family;
     int language = 0;  ///< place in `memoryLanguages`
     bool isQt = false; ///< a .qm file, else a .mo file

@@ -191,17 +191,21 @@ void PhraseMemoryTest::programsVote()
         install(name, {{"Print", "打印"}, {"Font", "字體"}, {"Zoom", "縮放顯示"}});
     install(u"one.mo"_s, {{"Print", "列印"}, {"Font", "字型"}, {"Zoom", "縮放"}});
     install(u"two.mo"_s, {{"Print", "列印"}});
-    // And so is a whole application that somebody else has packed, or a program's own folder.
-    const QString flatpak = folder.filePath(u"flatpak/app/org.example.Loud/current/active/files/share"_s);
-    for (const QString &name : {u"alpha.mo"_s, u"beta.mo"_s, u"gamma.mo"_s})
-        installCatalogue(flatpak, u"zh_TW"_s, name, moBytes({{"Print", "印"}}));
+    // And so is a whole application that somebody else has packed, with its extensions, or a program's own folder.
+    QStringList folders{folder.path()};
+    for (const QString &name :
+         {u"app/org.example.Loud"_s, u"runtime/org.example.Loud.Locale"_s, u"runtime/org.example.Loud.More.Words"_s}) {
+        folders.append(folder.filePath(u"flatpak/"_s + name + u"/files/share"_s));
+        installCatalogue(folders.last(), u"zh_TW"_s, u"alpha.mo"_s, moBytes({{"Print", "印"}}));
+        installCatalogue(folders.last(), u"zh_TW"_s, u"beta.mo"_s, moBytes({{"Print", "印"}}));
+    }
     QVERIFY(QDir(folder.path()).mkpath(u"loud/translations"_s));
     for (const QString &name : {u"alpha"_s, u"beta"_s, u"gamma"_s}) {
         QFile qm(folder.filePath(u"loud/translations/%1_zh_TW.qm"_s.arg(name)));
         QVERIFY(qm.open(QIODevice::WriteOnly));
         qm.write(qmBytes({{"Print", "印刷"}}));
     }
-    const auto file = PhraseFile::fromBytes(build({folder.path(), flatpak}));
+    const auto file = PhraseFile::fromBytes(build(folders));
     QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
     QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
 }
