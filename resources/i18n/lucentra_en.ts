@@ -900,6 +900,10 @@
         <translation>translate the current area; a hidden pane is shown first</translation>
     </message>
     <message>
+        <source>翻譯紀錄檔案過大，只讀取了開頭的部分。</source>
+        <translation>The history file is too large; only its first part was read.</translation>
+    </message>
+    <message>
         <source>翻譯結果會顯示在這裡</source>
         <translation>The translation appears here</translation>
     </message>

@@ -900,6 +900,10 @@
         <translation>現在の範囲を翻訳する。翻訳パネルが隠れているときは先に表示する</translation>
     </message>
     <message>
+        <source>翻譯紀錄檔案過大，只讀取了開頭的部分。</source>
+        <translation>履歴ファイルが大きすぎるため、先頭の部分だけを読み込みました。</translation>
+    </message>
+    <message>
         <source>翻譯結果會顯示在這裡</source>
         <translation>訳文はここに表示されます</translation>
     </message>

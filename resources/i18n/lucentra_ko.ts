@@ -900,6 +900,10 @@
         <translation>현재 영역 번역(번역 패널이 숨겨져 있으면 먼저 표시)</translation>
     </message>
     <message>
+        <source>翻譯紀錄檔案過大，只讀取了開頭的部分。</source>
+        <translation>기록 파일이 너무 커서 앞부분만 읽었습니다.</translation>
+    </message>
+    <message>
         <source>翻譯結果會顯示在這裡</source>
         <translation>번역문이 여기에 표시됩니다</translation>
     </message>

@@ -900,6 +900,10 @@
         <translation>翻译当前区域；翻译板隐藏时先显示</translation>
     </message>
     <message>
+        <source>翻譯紀錄檔案過大，只讀取了開頭的部分。</source>
+        <translation>翻译记录文件过大，只读取了开头的部分。</translation>
+    </message>
+    <message>
         <source>翻譯結果會顯示在這裡</source>
         <translation>译文会显示在这里</translation>
     </message>

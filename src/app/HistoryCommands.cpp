@@ -8,8 +8,6 @@
 
 #include <QFileInfo>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -23,41 +21,47 @@ tl::unexpected<Failure> failed(const QString &description)
 }
 
 /// The running program replaces the file whole, so that it can be read at any time.
-Result<QList<HistoryItem>> matchingItems(const Invocation &invocation, Services &services)
+Result<HistoryFileContent> matchingContent(const Invocation &invocation, Services &services)
 {
     auto content = readHistoryFile(HistoryManager::userFilePath());
     if (!content)
         return failed(services.texts().formatted(u"無法讀取翻譯紀錄：%@"_s, content.error().description));
-    QList<HistoryItem> items = std::move(content->items);
     const HistorySearch search(invocation.search);
-    items.removeIf([&](const HistoryItem &item) { return !search.matches(item); });
-    return items;
+    content->items.removeIf([&](const HistoryItem &item) { return !search.matches(item); });
+    return content;
+}
+
+/// What is to be said besides the answer.
+QString noteOn(const HistoryFileContent &content, const LocalizationManager &texts)
+{
+    return content.isWhole ? QString() : texts.localized(u"翻譯紀錄檔案過大，只讀取了開頭的部分。"_s);
 }
 
 } // namespace
 
 Result<CommandOutput> exportCommand(const Invocation &invocation, Services &services)
 {
-    const auto items = matchingItems(invocation, services);
-    if (!items)
-        return tl::unexpected(items.error());
+    const auto content = matchingContent(invocation, services);
+    if (!content)
+        return tl::unexpected(content.error());
     const QString name = invocation.format.value_or(QFileInfo(invocation.argument).suffix());
-    const auto written = exportHistory(*items, exportFormat(name).value_or(ExportFormat::Csv), invocation.argument);
+    const auto written =
+        exportHistory(content->items, exportFormat(name).value_or(ExportFormat::Csv), invocation.argument);
     if (!written)
         return failed(services.texts().formatted(u"無法匯出：%@"_s, written.error().description));
-    return CommandOutput{};
+    return CommandOutput{.message = noteOn(*content, services.texts())};
 }
 
 Result<CommandOutput> entriesCommand(const Invocation &invocation, Services &services)
 {
-    const auto items = matchingItems(invocation, services);
-    if (!items)
-        return tl::unexpected(items.error());
+    const auto content = matchingContent(invocation, services);
+    if (!content)
+        return tl::unexpected(content.error());
     QString answer =
-        QString::fromUtf8(exportedHistory(*items, invocation.json ? ExportFormat::Json : ExportFormat::Lines));
+        QString::fromUtf8(exportedHistory(content->items, invocation.json ? ExportFormat::Json : ExportFormat::Lines));
     if (answer.endsWith(u'\n'))
         answer.chop(1);
-    return CommandOutput{.answer = answer};
+    return CommandOutput{.answer = answer, .message = noteOn(*content, services.texts())};
 }
 
 } // namespace lucentra

@@ -204,6 +204,8 @@ void HistoryManager::finish()
     assignLoaded();
     while (!m_waiting.empty())
         insertNext();
+    if (m_writer.hasFailed()) // the disk may have room by now, and the file no lock
+        m_writer.write(m_history, {});
     m_writer.finish();
 }
 

@@ -49,6 +49,12 @@ void HistoryWriter::write(QList<HistoryItem> snapshot, const HistoryChanges &cha
         m_queue.start([this] { writePending(); });
 }
 
+bool HistoryWriter::hasFailed()
+{
+    const std::lock_guard lock(m_mutex);
+    return !m_isWriting && !m_unwritten.isEmpty();
+}
+
 std::optional<HistoryWriter::Merged> HistoryWriter::takeMerged()
 {
     const std::lock_guard lock(m_mutex);

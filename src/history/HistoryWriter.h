@@ -39,6 +39,8 @@ public:
 
     /// The changes are those since the last snapshot. What could not be written goes out with the next one.
     void write(QList<HistoryItem> snapshot, const HistoryChanges &changes);
+    /// Whether something could not be written and nothing is being written now.
+    bool hasFailed();
     /// What was written last, if other processes had changed the file by then and it wasn't taken yet.
     std::optional<Merged> takeMerged();
     /// Blocks until everything given so far is written or has failed.

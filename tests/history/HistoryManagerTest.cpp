@@ -418,6 +418,7 @@ void HistoryManagerTest::failedWritesAreReportedAndMadeGood()
     QCOMPARE(namesOf(m_manager->history()), u"a"_s);
 
     QVERIFY(QFile::remove(blocked) && QDir().mkpath(blocked));
+    QCOMPARE(namesOf(written()), u"a"_s);
     m_manager->add(u"b"_s, u"B"_s);
     QCOMPARE(namesOf(written()), u"b a"_s);
     QCOMPARE(m_lines.size(), 1);
