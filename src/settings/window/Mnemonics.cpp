@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QHash>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
@@ -98,17 +99,59 @@ bool isShownOn(const QWidget &page, const QWidget *widget)
     return true;
 }
 
+/// Gives the control one of its own text's letters. If none is free, another control changes to another of its own.
+/// `tried` are the letters that can't be had. Returns false if that is impossible.
+bool findOwnLetter(qsizetype control, const QStringList &texts, QHash<QChar, qsizetype> &owners, Letters &tried)
+{
+    const auto places = letterPlaces(texts[control]);
+    for (const qsizetype place : places) {
+        const QChar letter = texts[control][place].toUpper();
+        if (!tried.contains(letter) && !owners.contains(letter)) {
+            owners.insert(letter, control);
+            return true;
+        }
+    }
+    for (const qsizetype place : places) {
+        const QChar letter = texts[control][place].toUpper();
+        if (tried.contains(letter))
+            continue;
+        tried.insert(letter);
+        if (findOwnLetter(owners.value(letter), texts, owners, tried)) {
+            owners.insert(letter, control);
+            return true;
+        }
+    }
+    return false;
+}
+
 void assignOnPage(QWidget &page, Letters taken)
 {
+    QList<QWidget *> controls;
+    QStringList texts;
     const auto widgets = page.findChildren<QWidget *>();
     for (QWidget *widget : widgets) {
         const QString text = widget->property(textProperty).toString();
         if (text.isEmpty() || !leadsSomewhere(*widget) || !isShownOn(page, widget))
             continue;
-        const QChar letter = freeLetter(text, taken);
+        controls.append(widget);
+        texts.append(text);
+    }
+    QHash<QChar, qsizetype> owners;
+    for (qsizetype i = 0; i < controls.size(); ++i) {
+        Letters tried = taken;
+        findOwnLetter(i, texts, owners, tried);
+    }
+    QList<QChar> letters(controls.size());
+    for (const auto &[letter, owner] : owners.asKeyValueRange()) {
+        letters[owner] = letter;
         taken.insert(letter);
-        widget->setProperty(letterProperty, letter);
-        show(*widget, marked(text, letter));
+    }
+    for (qsizetype i = 0; i < controls.size(); ++i) {
+        if (letters[i].isNull())
+            letters[i] = freeLetter(texts[i], taken);
+        taken.insert(letters[i]);
+        controls[i]->setProperty(letterProperty, letters[i]);
+        show(*controls[i], marked(texts[i], letters[i]));
     }
 }
 
