@@ -1,11 +1,11 @@
 #include "HotkeyManager.h"
 
+#include "Columns.h"
 #include "MainQueue.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "VirtualKeys.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QSet>
 #include <QTemporaryDir>
@@ -70,16 +70,124 @@ class HotkeyManagerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void theStoredCombinationIsRegisteredAndShown_data();
-    void theStoredCombinationIsRegisteredAndShown();
-    void aRefusalIsALineAndStopsNothing();
-    void registeringAgainLeavesOneRegistration();
-    void pressesArriveThroughTheMainQueue();
-    void escapeHidesThePaneAlone();
-    void everyKeyHasOneNumberEitherWay();
-    void combinationsAreShown_data();
-    void combinationsAreShown();
+    void init() { m = std::make_unique<Fixture>(); }
+
+    void theStoredCombinationIsRegisteredAndShown_data()
+    {
+        columns<QJsonObject, quint32, quint32, quint32, QString>("stored", "keyCode", "modifiers", "shownFlags",
+                                                                 "shownKey");
+        QTest::newRow("nothing") << QJsonObject{} << 17U << 0x800U << 0x80000U << u"t"_s;
+        QTest::newRow("Command and Shift, the other numbers missing")
+            << QJsonObject{{u"hotkeyModifiers"_s, 0x120000}} << 17U << 0x300U << 0x120000U << u"t"_s;
+        QTest::newRow("bits that are no modifiers")
+            << QJsonObject{{u"hotkeyModifiers"_s, 0xA80000}} << 17U << 0x800U << 0xA80000U << u"t"_s;
+        QTest::newRow("no modifier, the A key")
+            << QJsonObject{{u"hotkeyCode"_s, 0}, {u"hotkeyModifiers"_s, 0}, {u"hotkeyString"_s, u"A"_s}} << 0U << 0U
+            << 0U << u"a"_s;
+        QTest::newRow("a key with a name")
+            << QJsonObject{{u"hotkeyCode"_s, 0x60}, {u"hotkeyModifiers"_s, 0x40000}, {u"hotkeyString"_s, u"⌃F5"_s}}
+            << 0x60U << 0x1000U << 0x40000U << u"F5"_s;
+    }
+
+    void theStoredCombinationIsRegisteredAndShown()
+    {
+        QFETCH(QJsonObject, stored);
+        QFETCH(quint32, keyCode);
+        QFETCH(quint32, modifiers);
+        for (auto value = stored.begin(); value != stored.end(); ++value)
+            m->settings.setValue(value.key(), value.value());
+        m->registerHotkeys();
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, 1}, {36, 0x800, 2}}));
+        QTEST(m->shownFlags, "shownFlags");
+        QTEST(m->shownKey, "shownKey");
+        QCOMPARE(m->log, QStringList{u"  ✅ Carbon 熱鍵已註冊 keyCode=%1 carbonMods=%2"_s.arg(keyCode).arg(modifiers)});
+    }
+
+    void aRefusalIsALineAndStopsNothing()
+    {
+        m->hotkeys.refused = {1, 2};
+        m->registerHotkeys();
+        QCOMPARE(m->log, (QStringList{u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus=-9878"_s,
+                                      u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus=-9878"_s}));
+        QCOMPARE(m->shownKey, u"t"_s);
+        m->hotkeys.refused = {1};
+        m->registerHotkeys();
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{36, 0x800, 2}}));
+    }
+
+    void registeringAgainLeavesOneRegistration()
+    {
+        m->registerHotkeys();
+        m->settings.write(settings::hotkeyCode, 40);
+        m->registerHotkeys();
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{40, 0x800, 1}, {36, 0x800, 2}}));
+        m->manager.unregisterHotkeys();
+        QVERIFY(m->hotkeys.held.isEmpty() && !m->hotkeys.pressed);
+    }
+
+    void pressesArriveThroughTheMainQueue()
+    {
+        QStringList called;
+        m->manager.onToggleWindow = [&] { called.append(u"toggle"_s); };
+        m->manager.onTranslateCurrentArea = [&] { called.append(u"translate"_s); };
+        m->registerHotkeys();
+        m->hotkeys.pressed({HotkeyManager::signature, 2});
+        m->hotkeys.pressed({HotkeyManager::signature, 1});
+        m->hotkeys.pressed({HotkeyManager::signature, 3});
+        m->hotkeys.pressed({0x41424344, 1}); // somebody else's
+        QCOMPARE(called, QStringList());
+        m->mainQueue.drain();
+        QCOMPARE(called, (QStringList{u"translate"_s, u"toggle"_s}));
+    }
+
+    void escapeHidesThePaneAlone()
+    {
+        int hidden = 0;
+        m->manager.onHideWindow = [&] { ++hidden; };
+        m->registerHotkeys();
+        m->registerHotkeys(); // one monitor, however often
+        QWindow window;
+        const auto press = [&](Qt::Key key) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(&window, &event);
+        };
+        press(Qt::Key_Escape);
+        QCOMPARE(hidden, 0);
+        m->isPaneKey = true;
+        press(Qt::Key_Space);
+        QCOMPARE(hidden, 0);
+        press(Qt::Key_Escape);
+        QCOMPARE(hidden, 1);
+    }
+
+    void everyKeyHasOneNumberEitherWay()
+    {
+        QSet<quint32> numbers;
+        for (quint32 xKeyCode = 8; xKeyCode <= 255; ++xKeyCode) {
+            const auto number = virtualKeyOfXKeyCode(xKeyCode);
+            QVERIFY(number && !numbers.contains(*number));
+            numbers.insert(*number);
+            QCOMPARE(xKeyCodeOfVirtualKey(*number), std::optional(quint8(xKeyCode)));
+        }
+        for (quint32 number = 0; number <= 0xFFFF; ++number)
+            QCOMPARE(xKeyCodeOfVirtualKey(number).has_value(), numbers.contains(number));
+        QCOMPARE(virtualKeyOfXKeyCode(28), std::optional(virtualKey::t));
+        QCOMPARE(virtualKeyOfXKeyCode(36), std::optional(virtualKey::returnKey));
+        QCOMPARE(virtualKeyOfXKeyCode(9), std::optional(virtualKey::escape));
+    }
+
+    void combinationsAreShown()
+    {
+        for (const auto &[flags, key, shown] : {std::tuple(0x1E0000U, u"k"_s, u"⌃⌥⇧⌘K"_s),
+                                                {0U, u"ä"_s, u"Ä"_s},
+                                                {modifierFlag::shift, u"Page Up"_s, u"⇧Page Up"_s},
+                                                {modifierFlag::option, u"𐐨"_s, u"⌥𐐀"_s},
+                                                {modifierFlag::option, u"İ"_s, u"⌥İ"_s}}) {
+            QCOMPARE(hotkeyDisplayString(flags, key), shown);
+            QCOMPARE(hotkeyDisplayString(flags, menuKeyOfDisplayString(shown)), shown); // and a menu shows the same
+        }
+        QCOMPARE(hotkeyDisplayString(modifierFlag::shift, QString()), QString());
+    }
 
 private:
     struct Fixture
@@ -105,148 +213,6 @@ private:
     };
     std::unique_ptr<Fixture> m;
 };
-
-void HotkeyManagerTest::init()
-{
-    m = std::make_unique<Fixture>();
-}
-
-void HotkeyManagerTest::theStoredCombinationIsRegisteredAndShown_data()
-{
-    QTest::addColumn<QJsonObject>("stored");
-    QTest::addColumn<quint32>("keyCode");
-    QTest::addColumn<quint32>("modifiers");
-    QTest::addColumn<quint32>("shownFlags");
-    QTest::addColumn<QString>("shownKey");
-    QTest::newRow("nothing") << QJsonObject{} << 17U << 0x800U << 0x80000U << u"t"_s;
-    QTest::newRow("Control, Shift and K")
-        << QJsonObject{{u"hotkeyCode"_s, 40}, {u"hotkeyModifiers"_s, 0x60000}, {u"hotkeyString"_s, u"⌃⇧K"_s}} << 40U
-        << 0x1200U << 0x60000U << u"k"_s;
-    QTest::newRow("Command and Shift, the other numbers missing")
-        << QJsonObject{{u"hotkeyModifiers"_s, 0x120000}} << 17U << 0x300U << 0x120000U << u"t"_s;
-    QTest::newRow("bits that are no modifiers")
-        << QJsonObject{{u"hotkeyModifiers"_s, 0xA80000}} << 17U << 0x800U << 0xA80000U << u"t"_s;
-    QTest::newRow("no modifier, the A key")
-        << QJsonObject{{u"hotkeyCode"_s, 0}, {u"hotkeyModifiers"_s, 0}, {u"hotkeyString"_s, u"A"_s}} << 0U << 0U << 0U
-        << u"a"_s;
-    QTest::newRow("an empty text") << QJsonObject{{u"hotkeyString"_s, u""_s}} << 17U << 0x800U << 0x80000U << u"t"_s;
-    QTest::newRow("a key with a name") << QJsonObject{{u"hotkeyCode"_s, 0x60},
-                                                      {u"hotkeyModifiers"_s, 0x40000},
-                                                      {u"hotkeyString"_s, u"⌃F5"_s}}
-                                       << 0x60U << 0x1000U << 0x40000U << u"F5"_s;
-}
-
-void HotkeyManagerTest::theStoredCombinationIsRegisteredAndShown()
-{
-    QFETCH(QJsonObject, stored);
-    QFETCH(quint32, keyCode);
-    QFETCH(quint32, modifiers);
-    for (auto value = stored.begin(); value != stored.end(); ++value)
-        m->settings.setValue(value.key(), value.value());
-    m->registerHotkeys();
-    QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, 1}, {36, 0x800, 2}}));
-    QTEST(m->shownFlags, "shownFlags");
-    QTEST(m->shownKey, "shownKey");
-    QCOMPARE(m->log, QStringList{u"  ✅ Carbon 熱鍵已註冊 keyCode=%1 carbonMods=%2"_s.arg(keyCode).arg(modifiers)});
-}
-
-void HotkeyManagerTest::aRefusalIsALineAndStopsNothing()
-{
-    m->hotkeys.refused = {1, 2};
-    m->registerHotkeys();
-    QCOMPARE(m->log, (QStringList{u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus=-9878"_s,
-                                  u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus=-9878"_s}));
-    QCOMPARE(m->shownKey, u"t"_s);
-    m->hotkeys.refused = {1};
-    m->registerHotkeys();
-    QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{36, 0x800, 2}}));
-}
-
-void HotkeyManagerTest::registeringAgainLeavesOneRegistration()
-{
-    m->registerHotkeys();
-    m->settings.write(settings::hotkeyCode, 40);
-    m->registerHotkeys();
-    QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{40, 0x800, 1}, {36, 0x800, 2}}));
-    m->manager.unregisterHotkeys();
-    QVERIFY(m->hotkeys.held.isEmpty() && !m->hotkeys.pressed);
-}
-
-void HotkeyManagerTest::pressesArriveThroughTheMainQueue()
-{
-    QStringList called;
-    m->manager.onToggleWindow = [&] { called.append(u"toggle"_s); };
-    m->manager.onTranslateCurrentArea = [&] { called.append(u"translate"_s); };
-    m->registerHotkeys();
-    m->hotkeys.pressed({HotkeyManager::signature, 2});
-    m->hotkeys.pressed({HotkeyManager::signature, 1});
-    m->hotkeys.pressed({HotkeyManager::signature, 3});
-    m->hotkeys.pressed({0x41424344, 1}); // somebody else's
-    QCOMPARE(called, QStringList());
-    m->mainQueue.drain();
-    QCOMPARE(called, (QStringList{u"translate"_s, u"toggle"_s}));
-}
-
-void HotkeyManagerTest::escapeHidesThePaneAlone()
-{
-    int hidden = 0;
-    m->manager.onHideWindow = [&] { ++hidden; };
-    m->registerHotkeys();
-    m->registerHotkeys(); // one monitor, however often
-    QWindow window;
-    const auto press = [&](Qt::Key key) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(&window, &event);
-    };
-    press(Qt::Key_Escape);
-    QCOMPARE(hidden, 0);
-    m->isPaneKey = true;
-    press(Qt::Key_Space);
-    QCOMPARE(hidden, 0);
-    press(Qt::Key_Escape);
-    QCOMPARE(hidden, 1);
-}
-
-void HotkeyManagerTest::everyKeyHasOneNumberEitherWay()
-{
-    QSet<quint32> numbers;
-    for (quint32 xKeyCode = 8; xKeyCode <= 255; ++xKeyCode) {
-        const auto number = virtualKeyOfXKeyCode(xKeyCode);
-        QVERIFY(number && !numbers.contains(*number));
-        numbers.insert(*number);
-        QCOMPARE(xKeyCodeOfVirtualKey(*number), std::optional(quint8(xKeyCode)));
-    }
-    for (quint32 number = 0; number <= 0xFFFF; ++number)
-        QCOMPARE(xKeyCodeOfVirtualKey(number).has_value(), numbers.contains(number));
-    QCOMPARE(virtualKeyOfXKeyCode(28), std::optional(virtualKey::t));
-    QCOMPARE(virtualKeyOfXKeyCode(36), std::optional(virtualKey::returnKey));
-    QCOMPARE(virtualKeyOfXKeyCode(9), std::optional(virtualKey::escape));
-}
-
-void HotkeyManagerTest::combinationsAreShown_data()
-{
-    QTest::addColumn<quint32>("flags");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("one modifier") << modifierFlag::option << u"t"_s << u"⌥T"_s;
-    QTest::newRow("all modifiers in their order") << 0x1E0000U << u"k"_s << u"⌃⌥⇧⌘K"_s;
-    QTest::newRow("none") << 0U << u"ä"_s << u"Ä"_s;
-    QTest::newRow("a name") << modifierFlag::shift << u"Page Up"_s << u"⇧Page Up"_s;
-    QTest::newRow("a letter of two code units") << modifierFlag::option << u"𐐨"_s << u"⌥𐐀"_s;
-    QTest::newRow("a small letter of another capital") << modifierFlag::option << u"ς"_s << u"⌥Σ"_s;
-    QTest::newRow("a capital without a small letter of its own") << modifierFlag::option << u"İ"_s << u"⌥İ"_s;
-    QTest::newRow("no key") << modifierFlag::shift << QString() << QString();
-}
-
-void HotkeyManagerTest::combinationsAreShown()
-{
-    QFETCH(quint32, flags);
-    QFETCH(QString, key);
-    const QString shown = hotkeyDisplayString(flags, key);
-    QTEST(shown, "shown");
-    if (!key.isEmpty())
-        QCOMPARE(hotkeyDisplayString(flags, menuKeyOfDisplayString(shown)), shown); // and a menu shows the same
-}
 
 QTEST_MAIN(HotkeyManagerTest)
 #include "HotkeyManagerTest.moc"

@@ -1,5 +1,6 @@
 #include "LegacyMigration.h"
 
+#include "Columns.h"
 #include "PropertyList.h"
 #include "SettingsStore.h"
 
@@ -10,9 +11,6 @@
 #include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <functional>
-#include <optional>
 
 #include <sys/stat.h>
 
@@ -71,16 +69,128 @@ class LegacyMigrationTest : public QObject
 
 private Q_SLOTS:
     void init() { m = std::make_unique<Fixture>(); }
-    void historyComesFromTheFirstSourceThatHasOne_data();
-    void historyComesFromTheFirstSourceThatHasOne();
-    void aHistoryIsCopiedOnlyOnce();
-    void aHistoryThatCannotBeCopiedIsALine();
-    void preferencesAreCopiedWhereTheyAreMissing();
-    void theseKeysAreCopied();
-    void bothFormsAndEveryKindOfValueAreRead_data();
-    void bothFormsAndEveryKindOfValueAreRead();
-    void hostileFilesCostNothing_data();
-    void hostileFilesCostNothing();
+    void historyComesFromTheFirstSourceThatHasOne_data()
+    {
+        // files: folders of files that hold their own name
+        columns<QStringList, QString>("files", "expected");
+        const QString home = QString::fromUtf8(support);
+        const QString container = QString::fromUtf8(containerSupport);
+        QTest::newRow("no source") << QStringList{} << u"none"_s;
+        QTest::newRow("own name before the former one")
+            << QStringList{home + u"Panewise"_s, home + u"Lucentra"_s} << home + u"Lucentra"_s;
+        QTest::newRow("the home folder before the container")
+            << QStringList{container + u"Lucentra"_s, home + u"Panewise"_s} << home + u"Panewise"_s;
+        QTest::newRow("the container alone") << QStringList{container + u"Panewise"_s} << container + u"Panewise"_s;
+        QTest::newRow("this desktop's former version") << QStringList{u"data/Panewise"_s} << u"data/Panewise"_s;
+        QTest::newRow("there is one already")
+            << QStringList{u"data/Lucentra"_s, home + u"Lucentra"_s} << u"data/Lucentra"_s;
+    }
+
+    void historyComesFromTheFirstSourceThatHasOne()
+    {
+        QFETCH(QStringList, files);
+        for (const QString &folder : files)
+            m->put((folder + u"/history.json"_s).toUtf8().constData(), folder.toUtf8());
+        m->migrate();
+        QFETCH(QString, expected);
+        QCOMPARE(QString::fromUtf8(m->copied()), expected);
+        if (expected.startsWith(u"home"_s))
+            QCOMPARE(QFileInfo(m->history()).permissions() & 0x0FF, QFileDevice::Permissions());
+    }
+
+    void aHistoryThatCannotBeCopiedIsALine()
+    {
+        // A pipe and a folder are no files; too large a one is, and is told of.
+        QDir().mkpath(m->path("home/Library/Application Support/Lucentra/history.json"));
+        QDir().mkpath(m->path("home/Library/Application Support/Panewise"));
+        const QString pipe = m->path("home/Library/Application Support/Panewise/history.json");
+        QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+        m->put("home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/Lucentra/history.json",
+               "");
+        QFile huge(m->path("home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/Lucentra/"
+                           "history.json"));
+        QVERIFY(huge.resize(qint64(1) << 40));
+        m->put("data/Panewise/history.json", "[3]");
+        m->migrate();
+        QCOMPARE(m->copied(), "[3]");
+        QCOMPARE(m->log, QStringList{u"Local data migration skipped history source "_s + huge.fileName() +
+                                     u": the file is too large"_s});
+    }
+
+    void preferencesAreCopiedWhereTheyAreMissing()
+    {
+        m->put(preferences, xmlList("<key>appLanguage</key><string>ja</string>"
+                                    "<key>autoHide</key><true/><key>openAIApiKey</key><string>secret</string>"
+                                    "<key>unknown</key><true/>"));
+        m->put(containerPreferences, xmlList("<key>appLanguage</key><string>ko</string>"
+                                             "<key>triggerMode</key><integer>1</integer>"
+                                             "<key>privacy.remoteTranslation.v1.engine.4</key><true/>"));
+        m->put("config/com.tarnby.Panewise/preferences.json", R"({"triggerMode": 0, "fontSize": 30})");
+        m->settings.setValue(u"autoHide"_s, false);
+        m->migrate();
+        m->put(preferences, xmlList("<key>appLanguage</key><string>en</string><key>autoCopy</key><true/>"));
+        m->migrate();
+        const QJsonObject expected{{u"appLanguage"_s, u"ja"_s}, {u"autoHide"_s, false},
+                                   {u"triggerMode"_s, 1},       {u"privacy.remoteTranslation.v1.engine.4"_s, true},
+                                   {u"fontSize"_s, 30},         {u"autoCopy"_s, true}};
+        QCOMPARE(m->stored(), expected);
+    }
+
+    void theseKeysAreCopied()
+    {
+        QStringList keys =
+            u"appLanguage translationEngine targetLanguageCode targetLanguageFollowsInterface triggerMode translationClickGesture neonBorderColor glassOpacity fontSize isFontSizeAuto autoCopy autoHide showInDock hotkeyString hotkeyCode hotkeyModifiers isAlwaysOnTop microsoftApiRegion openAIModel anthropicModel compatibleBaseURL compatibleModel"_s
+                .split(u' ');
+        for (int engine = 1; engine <= 7; ++engine)
+            keys.append(u"privacy.remoteTranslation.v1.engine.%1"_s.arg(engine));
+        QByteArray body;
+        for (const QString &key : keys + QStringList{u"privacy.remoteTranslation.v1.engine.0"_s, u"HistoryWindow"_s})
+            body += "<key>" + key.toUtf8() + "</key><string>x</string>";
+        m->put(preferences, xmlList(body));
+        m->migrate();
+        keys.sort();
+        QCOMPARE(keys.size(), 29);
+        QCOMPARE(m->stored().keys(), keys);
+    }
+
+    void bothFormsAndEveryKindOfValueAreRead()
+    {
+        QCOMPARE(
+            readPropertyList(xmlList("<key>a</key><string>⌥T &amp; more</string><key>b</key><integer>-3</integer>"
+                                     "<key>c</key><real>0.5</real><key>d</key><false/>"
+                                     "<key>e</key><array><string>x</string></array><key>f</key><data>AAAA</data>")),
+            (QJsonObject{{u"a"_s, u"⌥T & more"_s}, {u"b"_s, -3}, {u"c"_s, 0.5}, {u"d"_s, false}}));
+        QCOMPARE(
+            readPropertyList(binaryList({QByteArray("\xD3\x01\x02\x03\x04\x05\x06", 7), binaryText("a"),
+                                         binaryText("b"), binaryText("c"), QByteArray("\x62\x23\x25\x00\x54", 5), // ⌥T
+                                         QByteArray("\x12\x00\x08\x00\x00", 5), QByteArray("\x09")})),
+            (QJsonObject{{u"a"_s, u"⌥T"_s}, {u"b"_s, 0x80000}, {u"c"_s, true}}));
+        QCOMPARE(readPropertyList(doublingList(3)), QJsonObject{});
+        QCOMPARE(readPropertyList(binaryList({binaryText("a")})), QJsonObject{}); // no dictionary at the top
+    }
+
+    void hostileFilesCostNothing()
+    {
+        const QByteArray large = xmlList("<key>fontSize</key><real>40</real>");
+        for (const QByteArray &content : {xmlList("<key>fontSize</key><real>1").chopped(20),
+                                          xmlList("<key>fontSize</key>" + QByteArray("<array>").repeated(100000)),
+                                          doublingList(100), large, QByteArray()}) {
+            m = std::make_unique<Fixture>();
+            m->put(preferences, content);
+            if (content == large)
+                QVERIFY(QFile::resize(m->path(preferences), qint64(1) << 40));
+            if (content.isEmpty()) { // a pipe
+                QVERIFY(QFile::remove(m->path(preferences)));
+                QCOMPARE(mkfifo(qPrintable(m->path(preferences)), 0600), 0);
+            }
+            m->put(containerPreferences, xmlList("<key>fontSize</key><real>30</real>"));
+            QElapsedTimer clock;
+            clock.start();
+            m->migrate();
+            QVERIFY(clock.elapsed() < 5000);
+            QCOMPARE(m->settings.value(u"fontSize"_s), QJsonValue(30));
+        }
+    }
 
 private:
     struct Fixture
@@ -103,6 +213,12 @@ private:
             QFile file(history());
             return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
         }
+        QJsonObject stored()
+        {
+            settings.flush();
+            QFile file(path("preferences.json"));
+            return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+        }
         void migrate()
         {
             migrateLegacyData(settings, history(),
@@ -112,164 +228,6 @@ private:
     };
     std::unique_ptr<Fixture> m;
 };
-
-void LegacyMigrationTest::historyComesFromTheFirstSourceThatHasOne_data()
-{
-    QTest::addColumn<QStringList>("files"); // folders of files that hold their own name
-    QTest::addColumn<QString>("expected");
-    const QString home = QString::fromUtf8(support);
-    const QString container = QString::fromUtf8(containerSupport);
-    QTest::newRow("no source") << QStringList{} << u"none"_s;
-    QTest::newRow("own name before the former one")
-        << QStringList{home + u"Panewise"_s, home + u"Lucentra"_s} << home + u"Lucentra"_s;
-    QTest::newRow("the home folder before the container")
-        << QStringList{container + u"Lucentra"_s, home + u"Panewise"_s} << home + u"Panewise"_s;
-    QTest::newRow("the container alone") << QStringList{container + u"Panewise"_s} << container + u"Panewise"_s;
-    QTest::newRow("this desktop's former version") << QStringList{u"data/Panewise"_s} << u"data/Panewise"_s;
-    QTest::newRow("there is one already")
-        << QStringList{u"data/Lucentra"_s, home + u"Lucentra"_s} << u"data/Lucentra"_s;
-}
-
-void LegacyMigrationTest::historyComesFromTheFirstSourceThatHasOne()
-{
-    QFETCH(QStringList, files);
-    for (const QString &folder : files)
-        m->put((folder + u"/history.json"_s).toUtf8().constData(), folder.toUtf8());
-    m->migrate();
-    QFETCH(QString, expected);
-    QCOMPARE(QString::fromUtf8(m->copied()), expected);
-    if (expected.startsWith(u"home"_s))
-        QCOMPARE(QFileInfo(m->history()).permissions() & 0x0FF, QFileDevice::Permissions());
-}
-
-void LegacyMigrationTest::aHistoryIsCopiedOnlyOnce()
-{
-    m->put("home/Library/Application Support/Panewise/history.json", "[1]");
-    m->migrate();
-    m->put("home/Library/Application Support/Panewise/history.json", "[2]");
-    m->migrate();
-    QCOMPARE(m->copied(), "[1]");
-}
-
-void LegacyMigrationTest::aHistoryThatCannotBeCopiedIsALine()
-{
-    // A pipe and a folder are no files; too large a one is, and is told of.
-    QDir().mkpath(m->path("home/Library/Application Support/Lucentra/history.json"));
-    QDir().mkpath(m->path("home/Library/Application Support/Panewise"));
-    const QString pipe = m->path("home/Library/Application Support/Panewise/history.json");
-    QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
-    m->put("home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/Lucentra/history.json", "");
-    QFile huge(m->path("home/Library/Containers/com.tarnby.Panewise/Data/Library/Application Support/Lucentra/"
-                       "history.json"));
-    QVERIFY(huge.resize(qint64(1) << 40));
-    m->put("data/Panewise/history.json", "[3]");
-    m->migrate();
-    QCOMPARE(m->copied(), "[3]");
-    QCOMPARE(m->log, QStringList{u"Local data migration skipped history source "_s + huge.fileName() +
-                                 u": the file is too large"_s});
-}
-
-void LegacyMigrationTest::preferencesAreCopiedWhereTheyAreMissing()
-{
-    m->put(preferences, xmlList("<key>appLanguage</key><string>ja</string>"
-                                "<key>autoHide</key><true/><key>openAIApiKey</key><string>secret</string>"
-                                "<key>unknown</key><true/>"));
-    m->put(containerPreferences, xmlList("<key>appLanguage</key><string>ko</string>"
-                                         "<key>triggerMode</key><integer>1</integer>"
-                                         "<key>privacy.remoteTranslation.v1.engine.4</key><true/>"));
-    m->put("config/com.tarnby.Panewise/preferences.json", R"({"triggerMode": 0, "fontSize": 30})");
-    m->settings.setValue(u"autoHide"_s, false);
-    m->migrate();
-    m->put(preferences, xmlList("<key>appLanguage</key><string>en</string><key>autoCopy</key><true/>"));
-    m->migrate();
-    m->settings.flush();
-    QFile file(m->path("preferences.json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject expected{{u"appLanguage"_s, u"ja"_s}, {u"autoHide"_s, false},
-                               {u"triggerMode"_s, 1},       {u"privacy.remoteTranslation.v1.engine.4"_s, true},
-                               {u"fontSize"_s, 30},         {u"autoCopy"_s, true}};
-    QCOMPARE(QJsonDocument::fromJson(file.readAll()).object(), expected);
-}
-
-void LegacyMigrationTest::theseKeysAreCopied()
-{
-    QStringList keys =
-        u"appLanguage translationEngine targetLanguageCode targetLanguageFollowsInterface triggerMode translationClickGesture neonBorderColor glassOpacity fontSize isFontSizeAuto autoCopy autoHide showInDock hotkeyString hotkeyCode hotkeyModifiers isAlwaysOnTop microsoftApiRegion openAIModel anthropicModel compatibleBaseURL compatibleModel"_s
-            .split(u' ');
-    for (int engine = 1; engine <= 7; ++engine)
-        keys.append(u"privacy.remoteTranslation.v1.engine.%1"_s.arg(engine));
-    QByteArray body;
-    for (const QString &key : keys + QStringList{u"privacy.remoteTranslation.v1.engine.0"_s, u"HistoryWindow"_s})
-        body += "<key>" + key.toUtf8() + "</key><string>x</string>";
-    m->put(preferences, xmlList(body));
-    m->migrate();
-    m->settings.flush();
-    QFile file(m->path("preferences.json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    keys.sort();
-    QCOMPARE(keys.size(), 29);
-    QCOMPARE(QJsonDocument::fromJson(file.readAll()).object().keys(), keys);
-}
-
-void LegacyMigrationTest::bothFormsAndEveryKindOfValueAreRead_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QJsonObject>("expected");
-    QTest::newRow("XML") << xmlList("<key>a</key><string>⌥T &amp; more</string><key>b</key><integer>-3</integer>"
-                                    "<key>c</key><real>0.5</real><key>d</key><false/>"
-                                    "<key>e</key><array><string>x</string></array><key>f</key><data>AAAA</data>")
-                         << QJsonObject{{u"a"_s, u"⌥T & more"_s}, {u"b"_s, -3}, {u"c"_s, 0.5}, {u"d"_s, false}};
-    QTest::newRow("binary") << binaryList({QByteArray("\xD3\x01\x02\x03\x04\x05\x06", 7), binaryText("a"),
-                                           binaryText("b"), binaryText("c"),
-                                           QByteArray("\x62\x23\x25\x00\x54", 5), // ⌥T
-                                           QByteArray("\x12\x00\x08\x00\x00", 5), QByteArray("\x09")})
-                            << QJsonObject{{u"a"_s, u"⌥T"_s}, {u"b"_s, 0x80000}, {u"c"_s, true}};
-    QTest::newRow("a shared object") << doublingList(3) << QJsonObject{};
-    QTest::newRow("no dictionary at the top") << binaryList({binaryText("a")}) << QJsonObject{};
-}
-
-void LegacyMigrationTest::bothFormsAndEveryKindOfValueAreRead()
-{
-    QFETCH(QByteArray, content);
-    QTEST(readPropertyList(content), "expected");
-}
-
-void LegacyMigrationTest::hostileFilesCostNothing_data()
-{
-    using Maker = std::function<void(Fixture &)>;
-    QTest::addColumn<Maker>("make");
-    const auto content = [](const QByteArray &bytes) -> Maker {
-        return [bytes](Fixture &fixture) { fixture.put(preferences, bytes); };
-    };
-    QTest::newRow("cut off") << content(xmlList("<key>fontSize</key><real>1").chopped(20));
-    QTest::newRow("deep XML") << content(xmlList("<key>fontSize</key>" + QByteArray("<array>").repeated(100000)));
-    QTest::newRow("two to the hundredth objects") << content(doublingList(100));
-    QTest::newRow("larger than preferences ever are") << Maker([](Fixture &fixture) {
-        fixture.put(preferences, xmlList("<key>fontSize</key><real>40</real>"));
-        QVERIFY(QFile::resize(fixture.path(preferences), qint64(1) << 40));
-    });
-    QTest::newRow("a folder") << Maker([](Fixture &fixture) { QDir().mkpath(fixture.path(preferences)); });
-    QTest::newRow("a pipe") << Maker([](Fixture &fixture) {
-        QDir().mkpath(QFileInfo(fixture.path(preferences)).path());
-        QCOMPARE(mkfifo(qPrintable(fixture.path(preferences)), 0600), 0);
-    });
-    QTest::newRow("links in a circle") << Maker([](Fixture &fixture) {
-        QDir().mkpath(QFileInfo(fixture.path(preferences)).path());
-        QVERIFY(QFile::link(fixture.path(preferences), fixture.path(preferences)));
-    });
-}
-
-void LegacyMigrationTest::hostileFilesCostNothing()
-{
-    QFETCH(std::function<void(Fixture &)>, make);
-    make(*m);
-    m->put(containerPreferences, xmlList("<key>fontSize</key><real>30</real>"));
-    QElapsedTimer clock;
-    clock.start();
-    m->migrate();
-    QVERIFY(clock.elapsed() < 5000);
-    QCOMPARE(m->settings.value(u"fontSize"_s), QJsonValue(30));
-}
 
 QTEST_GUILESS_MAIN(LegacyMigrationTest)
 #include "LegacyMigrationTest.moc"
