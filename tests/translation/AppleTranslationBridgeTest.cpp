@@ -67,147 +67,111 @@ class AppleTranslationBridgeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void textsAreGroupedTranslatedAndGathered_data();
-    void textsAreGroupedTranslatedAndGathered();
-    void withoutAParentTextsComeBack();
-    void whatIsNotWantedEnds();
-    void callsOverlap();
-    void theNoteSaysWhyNothingIsNew_data();
-    void theNoteSaysWhyNothingIsNew();
+    void textsAreGroupedTranslatedAndGathered()
+    {
+        m_bridge.setParentView(this);
+        const auto check = [&](const QString &target, const QString &texts, const QString &result,
+                               const QString &requests) {
+            QCOMPARE(translate(texts.split(u' '), target).texts.join(u'|'), result);
+            QCOMPARE(m_service.requests.join(u", "_s), requests);
+        };
+        check(u"zh-Hant"_s, u"en:a ja:b zh-Hant:c en:d"_s, u"zh-Hant en:a|zh-Hant ja:b|zh-Hant:c|zh-Hant en:d"_s,
+              u"en>zh-Hant en:a|en:d, ja>zh-Hant ja:b"_s);
+        check(u"ja"_s, u":123 und:x unknown:y"_s, u":123|und:x|unknown:y"_s, u""_s); // no language
+        check(u"zh-Hans"_s, u"zh-Hant:a"_s, u"zh-Hant:a"_s, u""_s);
+        check(u"en-US"_s, u"en:a"_s, u"en:a"_s, u""_s); // a region makes no other language
+        check(u"ja"_s, u"en:a en:hard en:c"_s, u"ja en:a|en:hard|ja en:c"_s, u"en>ja en:a|en:hard|en:c"_s);
+    }
+
+    void withoutAParentTextsComeBack()
+    {
+        auto view = std::make_unique<QObject>();
+        m_bridge.setParentView(view.get());
+        QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"ja en:a"_s});
+        view.reset();
+        QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
+        m_bridge.setParentView(this);
+        m_bridge.setParentView(nullptr);
+        QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
+        QVERIFY(m_service.requests.isEmpty());
+    }
+
+    void whatIsNotWantedEnds()
+    {
+        m_bridge.setParentView(this);
+        const auto isWanted = std::make_shared<std::atomic<bool>>(true);
+        std::optional<OnDeviceTranslations> result;
+        m_bridge.translate(
+            {u"en:hard"_s}, u"ja"_s, [&](const OnDeviceTranslations &translations) { result = translations; },
+            [isWanted] { return isWanted->load(); });
+        QTest::qWait(20);
+        QVERIFY(!result);
+        *isWanted = false;
+        QTRY_VERIFY(result);
+        QVERIFY(result->isCancelled);
+    }
+
+    void callsOverlap()
+    {
+        m_bridge.setParentView(this);
+        constexpr int calls = 40;
+        int completed = 0;
+        std::thread other([&] { // any thread may call
+            for (int i = 0; i < calls; ++i) {
+                const QString own = QString::number(i);
+                m_bridge.translate(
+                    {u"en:"_s + own, u"ja:"_s + own, u"fr:"_s + own}, u"ko"_s,
+                    [&completed, own](const OnDeviceTranslations &translations) {
+                        const QStringList expected{u"ko en:"_s + own, u"ko ja:"_s + own, u"ko fr:"_s + own};
+                        completed += translations.texts == expected ? 1 : 0;
+                    });
+            }
+        });
+        other.join();
+        QTRY_COMPARE(completed, calls);
+    }
+
+    void theNoteSaysWhyNothingIsNew()
+    {
+        const TestTexts lookup;
+        m_bridge.setParentView(this);
+        const auto note = [&](const QStringList &texts) {
+            return onDeviceNote(texts, translate(texts, u"ja"_s), lookup.manager);
+        };
+        const QString unknown = u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s;
+        QCOMPARE(note({u"en:a"_s, u"en:hard"_s}), u""_s); // one is new
+        QCOMPARE(note({u"en:hard"_s, u"ja:own"_s}), unknown);
+        QCOMPARE(note({}), u""_s);
+        m_service.state.addableBy = {u"one"_s, u"two"_s};
+        QCOMPARE(note({u"en:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two"_s);
+        QCOMPARE(note({u"en:early"_s, u"en:hard"_s}), u"正在收集這部電腦上的譯文，請稍後再試。"_s);
+        QCOMPARE(note({u"ja:a"_s}), u"文字已是目標語言。"_s);
+        QCOMPARE(note({u":12"_s, u"ja:a"_s}), u"無法判斷文字的語言。"_s);
+    }
 
 private:
-    OnDeviceTranslations translate(const QStringList &texts, const QString &target);
+    OnDeviceTranslations translate(const QStringList &texts, const QString &target)
+    {
+        std::optional<OnDeviceTranslations> result;
+        int completions = 0;
+        m_service.requests.clear();
+        m_bridge.translate(texts, target, [&](const OnDeviceTranslations &translations) {
+            result = translations;
+            ++completions;
+        });
+        const bool isLate = !result;
+        while (!result)
+            QTest::qWait(1);
+        m_queue.drain();
+        m_service.requests.sort();
+        return isLate && completions == 1 ? *result : OnDeviceTranslations{};
+    }
 
     WrittenLanguages m_identifier;
     NotingService m_service;
     MainQueue m_queue;
     AppleTranslationBridge m_bridge{m_identifier, m_service, m_queue};
 };
-
-OnDeviceTranslations AppleTranslationBridgeTest::translate(const QStringList &texts, const QString &target)
-{
-    std::optional<OnDeviceTranslations> result;
-    int completions = 0;
-    m_service.requests.clear();
-    m_bridge.translate(texts, target, [&](const OnDeviceTranslations &translations) {
-        result = translations;
-        ++completions;
-    });
-    const bool isLate = !result;
-    while (!result)
-        QTest::qWait(1);
-    m_queue.drain();
-    m_service.requests.sort();
-    return isLate && completions == 1 ? *result : OnDeviceTranslations{};
-}
-
-void AppleTranslationBridgeTest::textsAreGroupedTranslatedAndGathered_data()
-{
-    QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QStringList>("result");
-    QTest::addColumn<QStringList>("requests");
-    QTest::newRow("two languages and the target's own")
-        << QStringList{u"en:a"_s, u"ja:b"_s, u"zh-Hant:c"_s, u"en:d"_s} << u"zh-Hant"_s
-        << QStringList{u"zh-Hant en:a"_s, u"zh-Hant ja:b"_s, u"zh-Hant:c"_s, u"zh-Hant en:d"_s}
-        << QStringList{u"en>zh-Hant en:a|en:d"_s, u"ja>zh-Hant ja:b"_s};
-    QTest::newRow("no language") << QStringList{u":123"_s, u"und:x"_s, u"unknown:y"_s} << u"ja"_s
-                                 << QStringList{u":123"_s, u"und:x"_s, u"unknown:y"_s} << QStringList();
-    QTest::newRow("one kind of Chinese for another")
-        << QStringList{u"zh-Hant:a"_s} << u"zh-Hans"_s << QStringList{u"zh-Hant:a"_s} << QStringList();
-    QTest::newRow("a region makes no other language")
-        << QStringList{u"en:a"_s} << u"en-US"_s << QStringList{u"en:a"_s} << QStringList();
-    QTest::newRow("the second of three fails")
-        << QStringList{u"en:a"_s, u"en:hard"_s, u"en:c"_s} << u"ja"_s
-        << QStringList{u"ja en:a"_s, u"en:hard"_s, u"ja en:c"_s} << QStringList{u"en>ja en:a|en:hard|en:c"_s};
-    QTest::newRow("no texts") << QStringList() << u"ja"_s << QStringList() << QStringList();
-}
-
-void AppleTranslationBridgeTest::textsAreGroupedTranslatedAndGathered()
-{
-    QFETCH(QStringList, texts);
-    QFETCH(QString, target);
-    m_bridge.setParentView(this);
-    QTEST(translate(texts, target).texts, "result");
-    QTEST(m_service.requests, "requests");
-}
-
-void AppleTranslationBridgeTest::withoutAParentTextsComeBack()
-{
-    auto view = std::make_unique<QObject>();
-    m_bridge.setParentView(view.get());
-    QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"ja en:a"_s});
-    view.reset();
-    QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
-    m_bridge.setParentView(this);
-    m_bridge.setParentView(nullptr);
-    QCOMPARE(translate({u"en:a"_s}, u"ja"_s).texts, QStringList{u"en:a"_s});
-    QVERIFY(m_service.requests.isEmpty());
-}
-
-void AppleTranslationBridgeTest::whatIsNotWantedEnds()
-{
-    m_bridge.setParentView(this);
-    const auto isWanted = std::make_shared<std::atomic<bool>>(true);
-    std::optional<OnDeviceTranslations> result;
-    m_bridge.translate(
-        {u"en:hard"_s}, u"ja"_s, [&](const OnDeviceTranslations &translations) { result = translations; },
-        [isWanted] { return isWanted->load(); });
-    QTest::qWait(20);
-    QVERIFY(!result);
-    *isWanted = false;
-    QTRY_VERIFY(result);
-    QVERIFY(result->isCancelled);
-}
-
-void AppleTranslationBridgeTest::callsOverlap()
-{
-    m_bridge.setParentView(this);
-    constexpr int calls = 40;
-    int completed = 0;
-    std::thread other([&] { // any thread may call
-        for (int i = 0; i < calls; ++i) {
-            const QString own = QString::number(i);
-            m_bridge.translate({u"en:"_s + own, u"ja:"_s + own, u"fr:"_s + own}, u"ko"_s,
-                               [&completed, own](const OnDeviceTranslations &translations) {
-                                   const QStringList expected{u"ko en:"_s + own, u"ko ja:"_s + own, u"ko fr:"_s + own};
-                                   completed += translations.texts == expected ? 1 : 0;
-                               });
-        }
-    });
-    other.join();
-    QTRY_COMPARE(completed, calls);
-}
-
-void AppleTranslationBridgeTest::theNoteSaysWhyNothingIsNew_data()
-{
-    QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<QStringList>("packages");
-    QTest::addColumn<QString>("note");
-    const QString unknown = u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s;
-    QTest::newRow("one is new") << QStringList{u"en:a"_s, u"en:hard"_s} << QStringList() << u""_s;
-    QTest::newRow("unknown phrases") << QStringList{u"en:hard"_s, u"ja:own"_s} << QStringList() << unknown;
-    QTest::newRow("unknown phrases, more could be installed")
-        << QStringList{u"en:hard"_s} << QStringList{u"one"_s, u"two"_s}
-        << unknown + u"\n安裝這些套件也有幫助：one two"_s;
-    QTest::newRow("the service gets ready") << QStringList{u"en:early"_s, u"en:hard"_s} << QStringList{u"one"_s}
-                                            << u"正在收集這部電腦上的譯文，請稍後再試。"_s;
-    QTest::newRow("the target's language")
-        << QStringList{u"ja:a"_s} << QStringList{u"one"_s} << u"文字已是目標語言。"_s;
-    QTest::newRow("no language") << QStringList{u":12"_s, u"ja:a"_s} << QStringList{u"one"_s}
-                                 << u"無法判斷文字的語言。"_s;
-    QTest::newRow("no texts") << QStringList() << QStringList() << u""_s;
-}
-
-void AppleTranslationBridgeTest::theNoteSaysWhyNothingIsNew()
-{
-    QFETCH(QStringList, texts);
-    QFETCH(QStringList, packages);
-    const TestTexts lookup;
-    m_bridge.setParentView(this);
-    m_service.state.addableBy = packages;
-    QTEST(onDeviceNote(texts, translate(texts, u"ja"_s), lookup.manager), "note");
-}
 
 QTEST_GUILESS_MAIN(AppleTranslationBridgeTest)
 #include "AppleTranslationBridgeTest.moc"

@@ -14,7 +14,8 @@ const QString failurePrefix = u"failure: "_s;
 
 QString labelOf(Service service)
 {
-    return std::array{u"Google 免費翻譯"_s, u"Google Cloud"_s, u"DeepL"_s, u"Microsoft Translator"_s}[size_t(service)];
+    return std::array{u"Google 免費翻譯"_s, u"Google Cloud"_s, u"DeepL"_s,    u"Microsoft Translator"_s,
+                      u"OpenAI"_s,          u"Claude"_s,       u"相容 API"_s, u"Gemini"_s}[size_t(service)];
 }
 
 void CalledServices::begin()
@@ -34,11 +35,32 @@ try {
     case Service::DeepL:
         return m_clients.deepL({}, blocksOf(texts), key, target);
     case Service::Microsoft:
-        break;
+        return m_clients.microsoft({}, blocksOf(texts), key, u""_s, target);
+    case Service::Gemini:
+        return m_clients.geminiBlocks({}, key, blocksOf(texts), target);
+    default:
+        return m_clients.modelBlocks({}, blocksOf(texts), target, provider(service, key));
     }
-    return m_clients.microsoft({}, blocksOf(texts), key, u""_s, target);
 } catch (...) {
     return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
+}
+
+LanguageModelProvider CalledServices::provider(Service model, const QString &key) const
+{
+    if (model == Service::OpenAI)
+        return OpenAIProvider{key, u"m-1"_s};
+    if (model == Service::Anthropic)
+        return AnthropicProvider{key, u"m-1"_s};
+    return CompatibleProvider{key, u"m-1"_s, QString::fromLatin1(m_server.origin()) + u"/api/v1/"_s};
+}
+
+QString CalledServices::translateText(Service model, const QString &text, const QString &key) const
+try {
+    if (model == Service::Gemini)
+        return m_clients.geminiText({}, key, text, u"ja"_s);
+    return m_clients.modelText({}, text, u"ja"_s, provider(model, key));
+} catch (...) {
+    return failurePrefix + failureOfCurrentException(m_texts.manager).description;
 }
 
 QString CalledServices::failureOf(Service service, const QStringList &texts, const QString &target,

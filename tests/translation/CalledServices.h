@@ -10,13 +10,16 @@
 
 namespace lucentra {
 
-enum class Service { GoogleFree, GoogleCloud, DeepL, Microsoft };
+enum class Service { GoogleFree, GoogleCloud, DeepL, Microsoft, OpenAI, Anthropic, Compatible, Gemini };
 
 inline constexpr std::array services{Service::GoogleFree, Service::GoogleCloud, Service::DeepL, Service::Microsoft};
+inline constexpr std::array models{Service::OpenAI, Service::Anthropic, Service::Compatible, Service::Gemini};
+inline constexpr std::array engines{Service::GoogleFree, Service::GoogleCloud, Service::DeepL,      Service::Microsoft,
+                                    Service::OpenAI,     Service::Anthropic,   Service::Compatible, Service::Gemini};
 
 QString labelOf(Service service);
 
-/// The clients of the services, which a server on this computer plays.
+/// The clients of all engines but this computer's, whose servers one on this computer plays.
 class CalledServices
 {
 protected:
@@ -26,9 +29,13 @@ protected:
     /// The translations, or what the call throws as the one text.
     QStringList translate(Service service, const QStringList &texts, const QString &target = QStringLiteral("zh-Hant"),
                           const QString &key = QStringLiteral("k3y-4711")) const;
+    /// The same of a language model and a single text, into Japanese.
+    QString translateText(Service model, const QString &text, const QString &key = QStringLiteral("k3y-4711")) const;
     /// The description of what the call throws.
     QString failureOf(Service service, const QStringList &texts, const QString &target = QStringLiteral("zh-Hant"),
                       const QString &key = QStringLiteral("k3y-4711")) const;
+
+    LanguageModelProvider provider(Service model, const QString &key) const;
 
     TestTexts m_texts;
     QueuedServer m_server;

@@ -40,37 +40,29 @@ TranslationClients ManagerOnFakes::fakeClients()
         }
         return m_outcome ? m_outcome() : QStringList{call.join(u' ')};
     };
-    using Blocks = TranslationClients::Blocks;
     TranslationClients clients;
-    clients.googleFree = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &target) {
+    clients.googleFree = [=](auto &mayBeSent, auto &blocks, auto &target) {
         return answer(mayBeSent, {u"googleFree"_s, joined(blocks), target});
     };
-    clients.googleCloud = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &target,
-                              const QString &key) {
+    clients.googleCloud = [=](auto &mayBeSent, auto &blocks, auto &target, auto &key) {
         return answer(mayBeSent, {u"googleCloud"_s, joined(blocks), target, key});
     };
-    clients.microsoft = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &key,
-                            const QString &region, const QString &target) {
+    clients.microsoft = [=](auto &mayBeSent, auto &blocks, auto &key, auto &region, auto &target) {
         return answer(mayBeSent, {u"microsoft"_s, joined(blocks), target, key, region});
     };
-    clients.deepL = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &key,
-                        const QString &target) {
+    clients.deepL = [=](auto &mayBeSent, auto &blocks, auto &key, auto &target) {
         return answer(mayBeSent, {u"deepL"_s, joined(blocks), target, key});
     };
-    clients.geminiBlocks = [=](const BeforeRequest &mayBeSent, const QString &key, const Blocks &blocks,
-                               const QString &target) {
+    clients.geminiBlocks = [=](auto &mayBeSent, auto &key, auto &blocks, auto &target) {
         return answer(mayBeSent, {u"geminiBlocks"_s, joined(blocks), target, key});
     };
-    clients.geminiText = [=](const BeforeRequest &mayBeSent, const QString &key, const QString &text,
-                             const QString &target) {
+    clients.geminiText = [=](auto &mayBeSent, auto &key, auto &text, auto &target) {
         return TextTranslation{.text = answer(mayBeSent, {u"geminiText"_s, text, target, key}).value(0)};
     };
-    clients.modelBlocks = [=](const BeforeRequest &mayBeSent, const Blocks &blocks, const QString &target,
-                              const LanguageModelProvider &provider) {
+    clients.modelBlocks = [=](auto &mayBeSent, auto &blocks, auto &target, auto &provider) {
         return answer(mayBeSent, {u"modelBlocks"_s, joined(blocks), target, described(provider)});
     };
-    clients.modelText = [=](const BeforeRequest &mayBeSent, const QString &text, const QString &target,
-                            const LanguageModelProvider &provider) {
+    clients.modelText = [=](auto &mayBeSent, auto &text, auto &target, auto &provider) {
         return answer(mayBeSent, {u"modelText"_s, text, target, described(provider)}).value(0);
     };
     clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion, const auto &) {

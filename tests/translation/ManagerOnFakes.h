@@ -1,8 +1,8 @@
 #pragma once
 
+#include "FakeSecretStorage.h"
 #include "KeychainStore.h"
 #include "MainQueue.h"
-#include "FakeSecretStorage.h"
 #include "TestTexts.h"
 #include "TranslationManager.h"
 

@@ -79,24 +79,23 @@ private:
     {
         while (QTcpSocket *const socket = m_server->nextPendingConnection()) {
             const std::lock_guard lock(m_state.mutex);
-            const int connection = ++m_state.connections;
-            connect(socket, &QTcpSocket::readyRead, this, [this, socket, connection] { read(socket, connection); });
+            ++m_state.connections;
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); });
             connect(socket, &QTcpSocket::disconnected, this, [this, socket] {
                 m_buffers.remove(socket);
                 socket->deleteLater();
             });
             if (socket->bytesAvailable() > 0)
                 QMetaObject::invokeMethod(
-                    socket, [this, socket, connection] { read(socket, connection); }, Qt::QueuedConnection);
+                    socket, [this, socket] { read(socket); }, Qt::QueuedConnection);
         }
     }
 
-    void read(QTcpSocket *socket, int connection)
+    void read(QTcpSocket *socket)
     {
         QByteArray &buffer = m_buffers[socket];
         buffer += socket->readAll();
         while (auto request = takeRequest(buffer)) {
-            request->connection = connection;
             receive(socket, std::move(*request));
         }
     }

@@ -20,7 +20,6 @@ struct ReceivedRequest
     QByteArray target; ///< path and query as sent; a whole URL where the server serves as a proxy
     QList<std::pair<QByteArray, QByteArray>> headers;
     QByteArray body;
-    int connection = 0;     ///< counts the server's connections from 1
     int answersBefore = 0;  ///< how many requests were answered when this one was complete
     int unansweredThen = 0; ///< how many were waiting for their answer then, this one included
 
