@@ -24,16 +24,147 @@ class ShellTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theStatusMenuFollowsTheHotkey_data();
-    void theStatusMenuFollowsTheHotkey();
-    void titlesFollowTheInterfaceLanguage();
-    void menusInTheirOrderWithoutItemsThatDoNothing();
-    void theStatusItemWaitsForATray();
-    void editCommandsActOnTheTextField();
-    void theToolkitSpeaksTheInterfaceLanguage();
-    void theSettingsWindowKeepsTheKeysWhenThePaneLeavesTheTaskBar();
-    void thePaneHidesOnlyWhenTheKeysAreReallyGone_data();
-    void thePaneHidesOnlyWhenTheKeysAreReallyGone();
+    void theStatusMenuFollowsTheHotkey()
+    {
+        StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
+        item.build();
+        for (const auto &[flags, key, shortcut] : {std::tuple(0x80000U, u"t"_s, u"Alt+T"_s),
+                                                   {0x60000U, u"k"_s, u"Ctrl+Shift+K"_s},
+                                                   {0x100000U, u"k"_s, u"Meta+K"_s},
+                                                   {0x40000U, u"F5"_s, u"Ctrl+F5"_s},
+                                                   {0U, u"a"_s, u"A"_s}}) {
+            item.setToggleKeys(flags, key);
+            QCOMPARE(shown(item.menu()),
+                     (QStringList{u"顯示/隱藏 翻譯板 | "_s + shortcut, u"翻譯目前區域 | Alt+Return"_s, u"-"_s,
+                                  u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+        }
+    }
+
+    void menusInTheirOrderWithoutItemsThatDoNothing()
+    {
+        int opened = 0;
+        StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
+        MainMenu menu(m_texts.manager, m_actions);
+        QMenuBar bar;
+        menu.fillMenuBar(bar);
+        const QList<QAction *> menus = bar.actions();
+        menu.build();
+        const QMenu &application = *menus[0]->menu<QMenu *>();
+        QVERIFY(!shown(application).contains(u"設定… | Ctrl+,"_s));
+        m_actions.openHistory = m_actions.openSettings = [&] { ++opened; };
+        menu.build();
+        item.build();
+        QCOMPARE(shown(item.menu()).mid(2), (QStringList{u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
+                                                         u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+        for (const int number : {3, 4})
+            item.menu().actions()[number]->trigger();
+        QCOMPARE(opened, 2);
+        m_actions.openHistory = m_actions.openSettings = {};
+        QStringList lines;
+        for (const QAction *each : menus) {
+            lines.append(each->text());
+            lines.append(shown(*each->menu<QMenu *>()));
+        }
+        const QString expected =
+            u"&Lucentra|關於 Lucentra｜澄鏡通 | |-|設定… | Ctrl+,|-|隱藏 Lucentra | Ctrl+H|-|結束 Lucentra｜澄鏡通 | "
+            u"Ctrl+Q|"
+            u"編輯(&A)|還原 | Ctrl+Z|重做 | Ctrl+Shift+Z|-|剪下 | Ctrl+X|複製 | Ctrl+C|貼上 | Ctrl+V|刪除 | Backspace|"
+            u"全選 | Ctrl+A|翻譯(&B)|翻譯目前區域 | Alt+Return|視窗(&C)|縮小 | Ctrl+M|關閉 | Ctrl+W"_s;
+        QCOMPARE(lines.join(u'|'), expected);
+        for (int time = 0; time < 2; ++time)
+            application.actions()[0]->trigger();
+        const auto windows = QApplication::topLevelWidgets();
+        QList<QMessageBox *> abouts;
+        for (QWidget *window : windows) {
+            if (auto *about = qobject_cast<QMessageBox *>(window))
+                abouts.append(about);
+        }
+        QCOMPARE(abouts.size(), 1);
+        QVERIFY2(abouts[0]->informativeText().contains(u" (Build "_s), qPrintable(abouts[0]->informativeText()));
+        delete abouts[0];
+    }
+
+    void editCommandsActOnTheTextField()
+    {
+        QLineEdit line(u"some text"_s);
+        QPlainTextEdit text(u"some text"_s);
+        const auto perform = [](QStringView title, QWidget &widget) {
+            for (const EditCommand &command : editCommands()) {
+                if (command.titleKey == title)
+                    performEditCommand(command, &widget);
+            }
+        };
+        for (QWidget *field : {static_cast<QWidget *>(&line), static_cast<QWidget *>(&text)}) {
+            line.setCursorPosition(0);
+            perform(u"刪除", *field); // of a selection, and there is none
+            QCOMPARE(line.text() + text.toPlainText(), field == &line ? u"some textsome text"_s : u"some text"_s);
+            perform(u"全選", *field);
+            perform(u"刪除", *field);
+        }
+        QCOMPARE(line.text() + text.toPlainText(), QString());
+        perform(u"還原", line);
+        perform(u"還原", text);
+        QCOMPARE(line.text() + text.toPlainText(), u"some textsome text"_s);
+        QWidget none;
+        perform(u"全選", none); // no text field: nothing to select in
+        QVERIFY(!isTextField(&none) && !isTextField(nullptr));
+    }
+
+    void theToolkitSpeaksTheInterfaceLanguage()
+    {
+        ToolkitTexts toolkit;
+        QStringList words;
+        for (const QString &code : {u"zh-Hant"_s, u"zh-Hans"_s, u"ja"_s, u"ko"_s, u"en"_s}) {
+            toolkit.use(code);
+            words.append(QCoreApplication::translate("QPlatformTheme", "Cancel"));
+        }
+        QCOMPARE(words, (QStringList{u"取消"_s, u"取消"_s, u"キャンセル"_s, u"취소"_s, u"Cancel"_s}));
+    }
+
+    void theSettingsWindowKeepsTheKeysWhenThePaneLeavesTheTaskBar()
+    {
+        PaneFixture pane;
+        QWidget window;
+        window.setObjectName(u"settings"_s);
+        window.show();
+        pane.window.makeKeyAndOrderFront();
+        QVERIFY(QTest::qWaitForWindowActive(&pane.window));
+        pane.settings.write(settings::showInDock, false);
+        applyDockPresence(pane.window, false);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = false});
+        pane.settings.write(settings::showInDock, true);
+        applyDockPresence(pane.window, true);
+        QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = true});
+    }
+
+    void thePaneHidesOnlyWhenTheKeysAreReallyGone()
+    {
+        const auto losses = [&](bool hasInputFocus, bool isPointerInUse, bool comesBack) {
+            bool isPaneActive = true;
+            int lost = 0;
+            AutoHide autoHide(m_scheduler,
+                              {.isPaneActive = [&] { return isPaneActive; },
+                               .hasInputFocus = [&] { return hasInputFocus; },
+                               .isPointerInUse = [&] { return isPointerInUse; }},
+                              [&] { ++lost; });
+            autoHide.focusChanged();
+            isPaneActive = false;
+            autoHide.focusChanged();
+            m_scheduler.advance(AutoHide::lookInterval * 10);
+            const int atOnce = lost;
+            isPaneActive = comesBack;
+            hasInputFocus = isPointerInUse = false;
+            m_scheduler.advance(AutoHide::lookInterval * 10);
+            return std::pair(atOnce, lost);
+        };
+        QCOMPARE(losses(false, false, false), std::pair(1, 1)); // another window has them
+        QCOMPARE(losses(true, false, true), std::pair(0, 0));   // a hotkey is held
+        QCOMPARE(losses(true, false, false), std::pair(0, 1));  // and then another window has them
+        QCOMPARE(losses(false, true, true), std::pair(0, 0));   // the pane is dragged
+        QCOMPARE(losses(false, true, false), std::pair(0, 1));  // another window is clicked
+        QVERIFY(m_scheduler.isIdle());
+    }
 
 private:
     static QStringList shown(const QMenu &menu)
@@ -52,220 +183,6 @@ private:
     ManualScheduler m_scheduler;
     ShellActions m_actions{.toggleWindow = [] {}, .translateCurrentArea = [] {}};
 };
-
-void ShellTest::theStatusMenuFollowsTheHotkey_data()
-{
-    QTest::addColumn<quint32>("flags");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("shortcut");
-    QTest::newRow("the default") << 0x80000U << u"t"_s << u"Alt+T"_s;
-    QTest::newRow("Control, Shift and K") << 0x60000U << u"k"_s << u"Ctrl+Shift+K"_s;
-    QTest::newRow("Command") << 0x100000U << u"k"_s << u"Meta+K"_s;
-    QTest::newRow("a key with a name") << 0x40000U << u"F5"_s << u"Ctrl+F5"_s;
-    QTest::newRow("no modifier") << 0U << u"a"_s << u"A"_s;
-}
-
-void ShellTest::theStatusMenuFollowsTheHotkey()
-{
-    QFETCH(quint32, flags);
-    QFETCH(QString, key);
-    QFETCH(QString, shortcut);
-    StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
-    item.build();
-    item.setToggleKeys(flags, key);
-    QCOMPARE(shown(item.menu()), (QStringList{u"顯示/隱藏 翻譯板 | "_s + shortcut, u"翻譯目前區域 | Alt+Return"_s,
-                                              u"-"_s, u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
-}
-
-void ShellTest::titlesFollowTheInterfaceLanguage()
-{
-    LocalizationManager texts(m_texts.settings, m_texts.notifications, QStringLiteral(PROGRAM_TABLES), {u"zh-Hant"_s});
-    MainMenu mainMenu(texts, m_actions);
-    StatusItem item(texts, m_actions, m_scheduler, [] { return false; });
-    QMenuBar bar;
-    mainMenu.fillMenuBar(bar);
-    QStringList titles;
-    for (const AppLanguage language : {AppLanguage::Japanese, AppLanguage::English}) {
-        texts.setLanguage(language);
-        mainMenu.build();
-        item.build();
-        item.setToggleKeys(0x60000, u"k"_s);
-        titles = shown(item.menu());
-        const QList<QAction *> menus = bar.actions();
-        for (const QAction *menu : menus)
-            titles.append(menu->text());
-        titles.append(menus.last()->menu<QMenu *>()->actions().last()->text());
-    }
-    QCOMPARE(titles, (QStringList{u"Show/Hide Pane | Ctrl+Shift+K"_s,
-                                  u"Translate Current Area | Alt+Return"_s, u"-"_s, u"Quit Lucentra | Ctrl+Q"_s,
-                                  u"&Lucentra"_s, u"&Edit"_s, u"T&ranslation"_s, u"&Window"_s, u"Close"_s}));
-}
-
-void ShellTest::menusInTheirOrderWithoutItemsThatDoNothing()
-{
-    int opened = 0;
-    StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
-    MainMenu menu(m_texts.manager, m_actions);
-    QMenuBar bar;
-    menu.fillMenuBar(bar);
-    const QList<QAction *> menus = bar.actions();
-    menu.build();
-    const QMenu &application = *menus[0]->menu<QMenu *>();
-    QVERIFY(!shown(application).contains(u"設定… | Ctrl+,"_s));
-    m_actions.openHistory = m_actions.openSettings = [&] { ++opened; };
-    menu.build();
-    item.build();
-    QCOMPARE(shown(item.menu()).mid(2), (QStringList{u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
-                                                     u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
-    for (const int number : {3, 4})
-        item.menu().actions()[number]->trigger();
-    QCOMPARE(opened, 2);
-    m_actions.openHistory = m_actions.openSettings = {};
-    QStringList lines;
-    for (const QAction *each : menus) {
-        lines.append(each->text());
-        lines.append(shown(*each->menu<QMenu *>()));
-    }
-    const QStringList expected{u"&Lucentra"_s,
-                               u"關於 Lucentra｜澄鏡通 | "_s,
-                               u"-"_s,
-                               u"設定… | Ctrl+,"_s,
-                               u"-"_s,
-                               u"隱藏 Lucentra | Ctrl+H"_s,
-                               u"-"_s,
-                               u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s,
-                               u"編輯(&A)"_s,
-                               u"還原 | Ctrl+Z"_s,
-                               u"重做 | Ctrl+Shift+Z"_s,
-                               u"-"_s,
-                               u"剪下 | Ctrl+X"_s,
-                               u"複製 | Ctrl+C"_s,
-                               u"貼上 | Ctrl+V"_s,
-                               u"刪除 | Backspace"_s,
-                               u"全選 | Ctrl+A"_s,
-                               u"翻譯(&B)"_s,
-                               u"翻譯目前區域 | Alt+Return"_s,
-                               u"視窗(&C)"_s,
-                               u"縮小 | Ctrl+M"_s,
-                               u"關閉 | Ctrl+W"_s};
-    QCOMPARE(lines, expected);
-    for (int time = 0; time < 2; ++time)
-        application.actions()[0]->trigger();
-    const auto windows = QApplication::topLevelWidgets();
-    QList<QMessageBox *> abouts;
-    for (QWidget *window : windows) {
-        if (auto *about = qobject_cast<QMessageBox *>(window))
-            abouts.append(about);
-    }
-    QCOMPARE(abouts.size(), 1);
-    QVERIFY2(abouts[0]->informativeText().contains(u" (Build "_s), qPrintable(abouts[0]->informativeText()));
-    delete abouts[0];
-}
-
-void ShellTest::theStatusItemWaitsForATray()
-{
-    bool isTrayThere = false;
-    StatusItem item(m_texts.manager, m_actions, m_scheduler, [&] { return isTrayThere; });
-    item.build();
-    m_scheduler.advance(StatusItem::longestLookInterval * 3);
-    QVERIFY(!item.isShown());
-    isTrayThere = true;
-    m_scheduler.advance(StatusItem::longestLookInterval);
-    QVERIFY(item.isShown());
-    QVERIFY(m_scheduler.isIdle());
-}
-
-void ShellTest::editCommandsActOnTheTextField()
-{
-    QLineEdit line(u"some text"_s);
-    QPlainTextEdit text(u"some text"_s);
-    const auto perform = [](QStringView title, QWidget &widget) {
-        for (const EditCommand &command : editCommands()) {
-            if (command.titleKey == title)
-                performEditCommand(command, &widget);
-        }
-    };
-    for (QWidget *field : {static_cast<QWidget *>(&line), static_cast<QWidget *>(&text)}) {
-        line.setCursorPosition(0);
-        perform(u"刪除", *field); // of a selection, and there is none
-        QCOMPARE(line.text() + text.toPlainText(), field == &line ? u"some textsome text"_s : u"some text"_s);
-        perform(u"全選", *field);
-        perform(u"刪除", *field);
-    }
-    QCOMPARE(line.text() + text.toPlainText(), QString());
-    perform(u"還原", line);
-    perform(u"還原", text);
-    QCOMPARE(line.text() + text.toPlainText(), u"some textsome text"_s);
-    QWidget none;
-    perform(u"全選", none); // no text field: nothing to select in
-    QVERIFY(!isTextField(&none) && !isTextField(nullptr));
-}
-
-void ShellTest::theToolkitSpeaksTheInterfaceLanguage()
-{
-    ToolkitTexts toolkit;
-    QStringList words;
-    for (const QString &code : {u"zh-Hant"_s, u"zh-Hans"_s, u"ja"_s, u"ko"_s, u"en"_s}) {
-        toolkit.use(code);
-        words.append(QCoreApplication::translate("QPlatformTheme", "Cancel"));
-    }
-    QCOMPARE(words, (QStringList{u"取消"_s, u"取消"_s, u"キャンセル"_s, u"취소"_s, u"Cancel"_s}));
-}
-
-void ShellTest::theSettingsWindowKeepsTheKeysWhenThePaneLeavesTheTaskBar()
-{
-    PaneFixture pane;
-    QWidget window;
-    window.setObjectName(u"settings"_s);
-    window.show();
-    pane.window.makeKeyAndOrderFront();
-    QVERIFY(QTest::qWaitForWindowActive(&pane.window));
-    pane.settings.write(settings::showInDock, false);
-    applyDockPresence(pane.window, false);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = false});
-    pane.settings.write(settings::showInDock, true);
-    applyDockPresence(pane.window, true);
-    QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = true});
-}
-
-void ShellTest::thePaneHidesOnlyWhenTheKeysAreReallyGone_data()
-{
-    QTest::addColumn<bool>("hasInputFocus");
-    QTest::addColumn<bool>("isPointerInUse");
-    QTest::addColumn<bool>("comesBack");
-    QTest::addColumn<int>("losses");
-    QTest::newRow("another window has them") << false << false << false << 1;
-    QTest::newRow("a hotkey is held") << true << false << true << 0;
-    QTest::newRow("a hotkey is held, then another window has them") << true << false << false << 1;
-    QTest::newRow("the pane is dragged") << false << true << true << 0;
-    QTest::newRow("another window is clicked") << false << true << false << 1;
-}
-
-void ShellTest::thePaneHidesOnlyWhenTheKeysAreReallyGone()
-{
-    QFETCH(bool, hasInputFocus);
-    QFETCH(bool, isPointerInUse);
-    QFETCH(bool, comesBack);
-    QFETCH(int, losses);
-    bool isPaneActive = true;
-    int lost = 0;
-    AutoHide autoHide(m_scheduler,
-                      {.isPaneActive = [&] { return isPaneActive; },
-                       .hasInputFocus = [&] { return hasInputFocus; },
-                       .isPointerInUse = [&] { return isPointerInUse; }},
-                      [&] { ++lost; });
-    autoHide.focusChanged();
-    isPaneActive = false;
-    autoHide.focusChanged();
-    m_scheduler.advance(AutoHide::lookInterval * 10);
-    QCOMPARE(lost, hasInputFocus || isPointerInUse ? 0 : 1);
-    isPaneActive = comesBack;
-    hasInputFocus = isPointerInUse = false;
-    m_scheduler.advance(AutoHide::lookInterval * 10);
-    QCOMPARE(lost, losses);
-    QVERIFY(m_scheduler.isIdle());
-}
 
 QTEST_MAIN(ShellTest)
 #include "ShellTest.moc"
