@@ -1,5 +1,6 @@
 #include "HotkeyRow.h"
 
+#include "Columns.h"
 #include "ManualScheduler.h"
 #include "Settings.h"
 #include "TestTexts.h"
@@ -33,14 +34,101 @@ class HotkeyButtonTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void combinationsAreStored_data();
-    void combinationsAreStored();
-    void keysThatChangeNothing_data();
-    void keysThatChangeNothing();
-    void otherFocusEndsARecording();
-    void aMomentWithoutTheFocusDoesNot();
-    void theProgramLearnsOfTheRecordingAndOfTheChangeInOrder();
+    void init()
+    {
+        m.emplace();
+        m->window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&m->window));
+    }
+
+    void combinationsAreStored_data()
+    {
+        columns<Key, qint64, qint64, QString>("key", "flags", "code", "shown");
+        QTest::newRow("Control, whose text is no letter")
+            << Key{45, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier, u"\x0b"_s} << qint64(0x60000) << qint64(40)
+            << u"⌃⇧K"_s;
+        QTest::newRow("a key that moves the focus")
+            << Key{23, Qt::Key_Backtab, Qt::ShiftModifier | Qt::MetaModifier, QString()} << qint64(0x120000)
+            << qint64(48) << u"⇧⌘⇥"_s;
+        QTest::newRow("another layout's letter at the T position")
+            << Key{28, Qt::Key(0x0415), Qt::AltModifier, u"е"_s} << qint64(0x80000) << qint64(17) << u"⌥Е"_s;
+        QTest::newRow("a dead key") << Key{21, Qt::Key_Dead_Acute, Qt::AltModifier, QString()} << qint64(0x80000)
+                                    << qint64(24) << u"⌥="_s;
+        QTest::newRow("the keypad's Enter") << Key{104, Qt::Key_Enter, Qt::AltModifier | Qt::KeypadModifier, u"\r"_s}
+                                            << qint64(0x80000) << qint64(0x4C) << u"⌥⌅"_s;
+        QTest::newRow("a key that the numbering lacks") << Key{107, Qt::Key_Print, Qt::ControlModifier, QString()}
+                                                        << qint64(0x40000) << qint64(0x16B) << u"⌃Print"_s;
+    }
+
+    void combinationsAreStored()
+    {
+        QFETCH(Key, key);
+        m->click();
+        QCOMPARE(m->button.text(), u"請按下組合鍵... (按 ESC 取消)"_s);
+        m->press(key);
+        QVERIFY(!m->button.isRecording());
+        QTEST(m->texts.settings.read(settings::hotkeyModifiers), "flags");
+        QTEST(m->texts.settings.read(settings::hotkeyCode), "code");
+        QTEST(m->texts.settings.read(settings::hotkeyString), "shown");
+        QTEST(m->button.defaultTitle(), "shown");
+        QCOMPARE(m->button.text(), desktopNameOfHotkey(m->button.defaultTitle()));
+    }
+
+    void keysThatChangeNothing()
+    {
+        for (const auto &[key, ends] : {std::pair(Key{9, Qt::Key_Escape, Qt::NoModifier, u"\x1b"_s}, true),
+                                        {Key{36, Qt::Key_Return, Qt::AltModifier, u"\r"_s}, true},
+                                        {Key{64, Qt::Key_Alt, Qt::NoModifier, QString()}, false},
+                                        {Key{0, Qt::Key_unknown, Qt::NoModifier, QString()}, false}}) {
+            init();
+            m->click();
+            m->press(key);
+            QCOMPARE(m->button.isRecording(), !ends);
+            QCOMPARE(m->button.defaultTitle(), u"⌥T"_s);
+            QCOMPARE(m->button.text() == u"Alt+T"_s, ends);
+            const SettingsStore &store = m->texts.settings;
+            QVERIFY(!store.contains(settings::hotkeyCode) && !store.contains(settings::hotkeyString));
+            m->press({28, Qt::Key_Y, Qt::AltModifier, u"y"_s});
+            QCOMPARE(store.contains(settings::hotkeyCode), !ends);
+        }
+    }
+
+    void otherFocusEndsARecording()
+    {
+        m->click();
+        m->other.setFocus();
+        QVERIFY(!m->button.isRecording());
+        QCOMPARE(m->button.text(), u"Alt+T"_s);
+        m->click();
+        m->window.hide();
+        QVERIFY(!m->button.isRecording());
+    }
+
+    void aMomentWithoutTheFocusDoesNot()
+    {
+        m->click();
+        QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QFocusEvent in(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+        QApplication::sendEvent(&m->button, &out);
+        m->scheduler.advance(HotkeyButton::focusPatience / 2);
+        QApplication::sendEvent(&m->button, &in);
+        m->scheduler.advance(HotkeyButton::focusPatience);
+        QVERIFY(m->button.isRecording());
+        QApplication::sendEvent(&m->button, &out);
+        m->scheduler.advance(HotkeyButton::focusPatience);
+        QVERIFY(!m->button.isRecording());
+    }
+
+    void theProgramLearnsOfTheRecordingAndOfTheChangeInOrder()
+    {
+        m->click();
+        m->press({28, Qt::Key_T, Qt::AltModifier, u"t"_s});
+        QCOMPARE(m->events, (QStringList{u"began"_s, u"changed"_s, u"ended"_s}));
+        QTest::keyClick(&m->button, Qt::Key_Space); // the keyboard begins a recording too
+        QCOMPARE(m->events.size(), 4);
+        m->press({9, Qt::Key_Escape, Qt::NoModifier, QString()});
+        QCOMPARE(m->events.last(), u"ended"_s);
+    }
 
 private:
     struct Fixture
@@ -75,115 +163,6 @@ private:
     };
     std::optional<Fixture> m;
 };
-
-void HotkeyButtonTest::init()
-{
-    m.emplace();
-    m->window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&m->window));
-}
-
-void HotkeyButtonTest::combinationsAreStored_data()
-{
-    QTest::addColumn<Key>("key");
-    QTest::addColumn<qint64>("flags");
-    QTest::addColumn<qint64>("code");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("Option and T") << Key{28, Qt::Key_T, Qt::AltModifier, u"t"_s} << qint64(0x80000) << qint64(17)
-                                  << u"⌥T"_s;
-    QTest::newRow("Control, whose text is no letter")
-        << Key{45, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier, u"\x0b"_s} << qint64(0x60000) << qint64(40)
-        << u"⌃⇧K"_s;
-    QTest::newRow("no modifier") << Key{71, Qt::Key_F5, Qt::NoModifier, QString()} << qint64(0) << qint64(0x60)
-                                 << u"F5"_s;
-    QTest::newRow("a key that moves the focus")
-        << Key{23, Qt::Key_Backtab, Qt::ShiftModifier | Qt::MetaModifier, QString()} << qint64(0x120000) << qint64(48)
-        << u"⇧⌘⇥"_s;
-    QTest::newRow("another layout's letter at the T position")
-        << Key{28, Qt::Key(0x0415), Qt::AltModifier, u"е"_s} << qint64(0x80000) << qint64(17) << u"⌥Е"_s;
-    QTest::newRow("a dead key") << Key{21, Qt::Key_Dead_Acute, Qt::AltModifier, QString()} << qint64(0x80000)
-                                << qint64(24) << u"⌥="_s;
-    QTest::newRow("the keypad's Enter") << Key{104, Qt::Key_Enter, Qt::AltModifier | Qt::KeypadModifier, u"\r"_s}
-                                        << qint64(0x80000) << qint64(0x4C) << u"⌥⌅"_s;
-    QTest::newRow("a key that the numbering lacks")
-        << Key{107, Qt::Key_Print, Qt::ControlModifier, QString()} << qint64(0x40000) << qint64(0x16B) << u"⌃Print"_s;
-}
-
-void HotkeyButtonTest::combinationsAreStored()
-{
-    QFETCH(Key, key);
-    m->click();
-    QCOMPARE(m->button.text(), u"請按下組合鍵... (按 ESC 取消)"_s);
-    m->press(key);
-    QVERIFY(!m->button.isRecording());
-    QTEST(m->texts.settings.read(settings::hotkeyModifiers), "flags");
-    QTEST(m->texts.settings.read(settings::hotkeyCode), "code");
-    QTEST(m->texts.settings.read(settings::hotkeyString), "shown");
-    QTEST(m->button.defaultTitle(), "shown");
-    QCOMPARE(m->button.text(), desktopNameOfHotkey(m->button.defaultTitle()));
-}
-
-void HotkeyButtonTest::keysThatChangeNothing_data()
-{
-    QTest::addColumn<Key>("key");
-    QTest::addColumn<bool>("ends");
-    QTest::newRow("Escape") << Key{9, Qt::Key_Escape, Qt::NoModifier, u"\x1b"_s} << true;
-    QTest::newRow("Return, with a modifier") << Key{36, Qt::Key_Return, Qt::AltModifier, u"\r"_s} << true;
-    QTest::newRow("a modifier alone") << Key{64, Qt::Key_Alt, Qt::NoModifier, QString()} << false;
-    QTest::newRow("Caps Lock") << Key{66, Qt::Key_CapsLock, Qt::NoModifier, QString()} << false;
-    QTest::newRow("no key at all") << Key{0, Qt::Key_unknown, Qt::NoModifier, QString()} << false;
-}
-
-void HotkeyButtonTest::keysThatChangeNothing()
-{
-    QFETCH(Key, key);
-    QFETCH(bool, ends);
-    m->click();
-    m->press(key);
-    QCOMPARE(m->button.isRecording(), !ends);
-    QCOMPARE(m->button.defaultTitle(), u"⌥T"_s);
-    QCOMPARE(m->button.text() == u"Alt+T"_s, ends);
-    QVERIFY(!m->texts.settings.contains(settings::hotkeyCode) && !m->texts.settings.contains(settings::hotkeyString));
-    m->press({28, Qt::Key_Y, Qt::AltModifier, u"y"_s});
-    QCOMPARE(m->texts.settings.contains(settings::hotkeyCode), !ends);
-}
-
-void HotkeyButtonTest::otherFocusEndsARecording()
-{
-    m->click();
-    m->other.setFocus();
-    QVERIFY(!m->button.isRecording());
-    QCOMPARE(m->button.text(), u"Alt+T"_s);
-    m->click();
-    m->window.hide();
-    QVERIFY(!m->button.isRecording());
-}
-
-void HotkeyButtonTest::aMomentWithoutTheFocusDoesNot()
-{
-    m->click();
-    QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-    QFocusEvent in(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
-    QApplication::sendEvent(&m->button, &out);
-    m->scheduler.advance(HotkeyButton::focusPatience / 2);
-    QApplication::sendEvent(&m->button, &in);
-    m->scheduler.advance(HotkeyButton::focusPatience);
-    QVERIFY(m->button.isRecording());
-    QApplication::sendEvent(&m->button, &out);
-    m->scheduler.advance(HotkeyButton::focusPatience);
-    QVERIFY(!m->button.isRecording());
-}
-
-void HotkeyButtonTest::theProgramLearnsOfTheRecordingAndOfTheChangeInOrder()
-{
-    m->click();
-    m->press({28, Qt::Key_T, Qt::AltModifier, u"t"_s});
-    QCOMPARE(m->events, (QStringList{u"began"_s, u"changed"_s, u"ended"_s}));
-    QTest::keyClick(&m->button, Qt::Key_Space); // the keyboard begins a recording too
-    QCOMPARE(m->events.size(), 4);
-    m->press({9, Qt::Key_Escape, Qt::NoModifier, QString()});
-    QCOMPARE(m->events.last(), u"ended"_s);
-}
 
 QTEST_MAIN(HotkeyButtonTest)
 #include "HotkeyButtonTest.moc"

@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QToolButton>
 
 using namespace lucentra;
@@ -14,145 +13,125 @@ class SettingsKeysTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLastOfSeveralKeysWins();
-    void aKeyThatCannotBeSavedIsTriedAgain_data();
-    void aKeyThatCannotBeSavedIsTriedAgain();
-    void anUnsavedKeyIsShownAgain_data();
-    void anUnsavedKeyIsShownAgain();
-    void aKeyShownInClearIsToldNobody();
-    void whatWasTypedIsNotOverwrittenByWhatIsLoaded();
+    void theLastOfSeveralKeysWins()
+    {
+        SettingsFixture m;
+        m.settings.setValue(u"deeplApiKey"_s, u"plain"_s);
+        m.show();
+        QVERIFY(!m.settings.contains(u"deeplApiKey"_s));
+        for (const QString &key : {u"k"_s, u"ke"_s, u"key"_s})
+            m.keys->save(u"deeplApiKey"_s, key);
+        m.settle();
+        QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "key");
+        m.keys->save(u"deeplApiKey"_s, {});
+        m.settle();
+        QVERIFY(!m.secrets.secrets.contains(u"deeplApiKey"_s));
+    }
+
+    void aKeyThatCannotBeSavedIsTriedAgain()
+    {
+        using Problem = SecretStorageProblem;
+        for (const auto &[problem, advice] : {std::pair(int(Problem::Locked), u"鑰匙圈已鎖定"_s),
+                                              {int(Problem::NoKeyring), u"鑰匙圈已鎖定"_s},
+                                              {int(Problem::NoService), u"請安裝 gnome-keyring"_s},
+                                              {2, u"鑰匙圈沒有回應"_s}}) { // of the system's own
+            SettingsFixture m;
+            m.settings.write(settings::translationEngine, 4);
+            m.secrets.lookupFailure = m.secrets.storeFailure = Failure{.code = problem, .description = u"refused"_s};
+            m.show();
+            m.view->setCurrentIndex(1);
+            QTRY_COMPARE(m.linesWith(advice), 1); // the stored one can't be read
+            const auto field = m.control<QLineEdit>(u"API Key"_s);
+            m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
+            m.secrets.lookupFailure.reset();
+            m.keys->retryFailed();
+            m.settle();
+            QTRY_COMPARE(field->text(), u"stored"_s);
+            QCOMPARE(m.linesWith(advice), 0);
+            QTest::keyClicks(field, u"abc"_s);
+            m.settle();
+            QTRY_COMPARE(m.linesWith(advice), 1);
+            QCOMPARE(field->text(), u"storedabc"_s);
+            m.secrets.storeFailure.reset();
+            m.keys->retryFailed();
+            m.settle();
+            QTRY_COMPARE(m.linesWith(advice), 0);
+            QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "storedabc");
+        }
+    }
+
+    void anUnsavedKeyIsShownAgain()
+    {
+        for (const bool isBack : {true, false}) { // the keyring
+            SettingsFixture m;
+            m.settings.write(settings::translationEngine, 4);
+            m.secrets.secrets.insert(u"deeplApiKey"_s, "old");
+            m.show();
+            m.view->setCurrentIndex(1);
+            const Failure away{.code = int(SecretStorageProblem::NoService), .description = u"gone"_s};
+            m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = away;
+            QTest::keyClicks(m.control<QLineEdit>(u"API Key"_s), u"NEW"_s);
+            m.settle();
+            QTRY_COMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), 1);
+            if (isBack)
+                m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = std::nullopt;
+            m.view.emplace(m.services, *m.keys);
+            m.view->setCurrentIndex(1);
+            m.view->show();
+            m.keys->retryFailed(); // as the window does when it comes up
+            m.settle();
+            auto *field = m.control<QLineEdit>(u"API Key"_s);
+            QTRY_COMPARE(field->text(), u"oldNEW"_s);
+            QCOMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), isBack ? 0 : 1);
+            QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW" : "old");
+            QTest::keyClicks(field, u"!"_s);
+            m.settle();
+            QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW!" : "old");
+        }
+    }
+
+    void aKeyShownInClearIsToldNobody()
+    {
+        SettingsFixture m;
+        m.settings.write(settings::translationEngine, 4);
+        m.show();
+        m.view->setCurrentIndex(1);
+        auto *field = m.control<QLineEdit>(u"API Key"_s);
+        QTest::keyClicks(field, u"hidden"_s);
+        const QImage dots = field->grab().toImage();
+        m.control<QToolButton>(u"顯示 API Key"_s)->click();
+        QVERIFY(field->grab().toImage() != dots);
+        QTest::keyClicks(field, u"-shown"_s);
+        auto *accessible = QAccessible::queryAccessibleInterface(field);
+        const QString text = accessible->text(QAccessible::Value) + accessible->textInterface()->text(0, 12);
+        for (const QChar letter : u"hidenswo-"_s)
+            QVERIFY2(!text.contains(letter), qPrintable(text));
+        field->selectAll();
+        QVERIFY(!field->hasSelectedText());
+        // A click goes to the letter that is seen there.
+        QTest::mouseClick(field, Qt::LeftButton, {}, {3, field->height() / 2});
+        QTest::keyClicks(field, u"0"_s);
+        QCOMPARE(field->text(), u"0hidden-shown"_s);
+        m.control<QToolButton>(u"隱藏 API Key"_s)->click();
+        field->selectAll();
+        QVERIFY(field->hasSelectedText());
+    }
+
+    void whatWasTypedIsNotOverwrittenByWhatIsLoaded()
+    {
+        SettingsFixture m;
+        m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
+        m.settings.write(settings::translationEngine, 4);
+        m.keys.emplace(m.settings, m.keychain, m.mainQueue);
+        m.view.emplace(m.services, *m.keys);
+        m.view->show();
+        auto *field = m.control<QLineEdit>(u"API Key"_s);
+        QTest::keyClicks(field, u"new"_s); // before the load has come back
+        m.settle();
+        QCOMPARE(field->text(), u"new"_s);
+        QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "new");
+    }
 };
-
-void SettingsKeysTest::theLastOfSeveralKeysWins()
-{
-    SettingsFixture m;
-    m.settings.setValue(u"deeplApiKey"_s, u"plain"_s);
-    m.show();
-    QVERIFY(!m.settings.contains(u"deeplApiKey"_s));
-    for (const QString &key : {u"k"_s, u"ke"_s, u"key"_s})
-        m.keys->save(u"deeplApiKey"_s, key);
-    m.settle();
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "key");
-    m.keys->save(u"deeplApiKey"_s, {});
-    m.settle();
-    QVERIFY(!m.secrets.secrets.contains(u"deeplApiKey"_s));
-}
-
-void SettingsKeysTest::aKeyThatCannotBeSavedIsTriedAgain_data()
-{
-    QTest::addColumn<int>("problem");
-    QTest::addColumn<QString>("advice");
-    QTest::newRow("locked") << int(SecretStorageProblem::Locked) << u"鑰匙圈已鎖定"_s;
-    QTest::newRow("none made yet") << int(SecretStorageProblem::NoKeyring) << u"鑰匙圈已鎖定"_s;
-    QTest::newRow("no service") << int(SecretStorageProblem::NoService) << u"請安裝 gnome-keyring"_s;
-    QTest::newRow("of the system's own") << 2 << u"鑰匙圈沒有回應"_s;
-}
-
-void SettingsKeysTest::aKeyThatCannotBeSavedIsTriedAgain()
-{
-    QFETCH(int, problem);
-    QFETCH(QString, advice);
-    SettingsFixture m;
-    m.settings.write(settings::translationEngine, 4);
-    m.secrets.lookupFailure = m.secrets.storeFailure = Failure{.code = problem, .description = u"refused"_s};
-    m.show();
-    m.view->setCurrentIndex(1);
-    QTRY_COMPARE(m.linesWith(advice), 1); // the stored one can't be read
-    const auto field = m.control<QLineEdit>(u"API Key"_s);
-    m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
-    m.secrets.lookupFailure.reset();
-    m.keys->retryFailed();
-    m.settle();
-    QTRY_COMPARE(field->text(), u"stored"_s);
-    QCOMPARE(m.linesWith(advice), 0);
-    QTest::keyClicks(field, u"abc"_s);
-    m.settle();
-    QTRY_COMPARE(m.linesWith(advice), 1);
-    QCOMPARE(field->text(), u"storedabc"_s);
-    m.secrets.storeFailure.reset();
-    m.keys->retryFailed();
-    m.settle();
-    QTRY_COMPARE(m.linesWith(advice), 0);
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "storedabc");
-}
-
-void SettingsKeysTest::anUnsavedKeyIsShownAgain_data()
-{
-    QTest::addColumn<bool>("isBack");
-    QTest::newRow("the keyring is back") << true;
-    QTest::newRow("the keyring is still away") << false;
-}
-
-void SettingsKeysTest::anUnsavedKeyIsShownAgain()
-{
-    QFETCH(bool, isBack);
-    SettingsFixture m;
-    m.settings.write(settings::translationEngine, 4);
-    m.secrets.secrets.insert(u"deeplApiKey"_s, "old");
-    m.show();
-    m.view->setCurrentIndex(1);
-    const Failure away{.code = int(SecretStorageProblem::NoService), .description = u"gone"_s};
-    m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = away;
-    QTest::keyClicks(m.control<QLineEdit>(u"API Key"_s), u"NEW"_s);
-    m.settle();
-    QTRY_COMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), 1);
-    if (isBack)
-        m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = std::nullopt;
-    m.view.emplace(m.services, *m.keys);
-    m.view->setCurrentIndex(1);
-    m.view->show();
-    m.keys->retryFailed(); // as the window does when it comes up
-    m.settle();
-    auto *field = m.control<QLineEdit>(u"API Key"_s);
-    QTRY_COMPARE(field->text(), u"oldNEW"_s);
-    QCOMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), isBack ? 0 : 1);
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW" : "old");
-    QTest::keyClicks(field, u"!"_s);
-    m.settle();
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW!" : "old");
-}
-
-void SettingsKeysTest::aKeyShownInClearIsToldNobody()
-{
-    SettingsFixture m;
-    m.settings.write(settings::translationEngine, 4);
-    m.show();
-    m.view->setCurrentIndex(1);
-    auto *field = m.control<QLineEdit>(u"API Key"_s);
-    QTest::keyClicks(field, u"hidden"_s);
-    const QImage dots = field->grab().toImage();
-    m.control<QToolButton>(u"顯示 API Key"_s)->click();
-    QVERIFY(field->grab().toImage() != dots);
-    QTest::keyClicks(field, u"-shown"_s);
-    auto *accessible = QAccessible::queryAccessibleInterface(field);
-    const QString text = accessible->text(QAccessible::Value) + accessible->textInterface()->text(0, 12);
-    for (const QChar letter : u"hidenswo-"_s)
-        QVERIFY2(!text.contains(letter), qPrintable(text));
-    field->selectAll();
-    QVERIFY(!field->hasSelectedText());
-    // A click goes to the letter that is seen there.
-    QTest::mouseClick(field, Qt::LeftButton, {}, {3, field->height() / 2});
-    QTest::keyClicks(field, u"0"_s);
-    QCOMPARE(field->text(), u"0hidden-shown"_s);
-    m.control<QToolButton>(u"隱藏 API Key"_s)->click();
-    field->selectAll();
-    QVERIFY(field->hasSelectedText());
-}
-
-void SettingsKeysTest::whatWasTypedIsNotOverwrittenByWhatIsLoaded()
-{
-    SettingsFixture m;
-    m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
-    m.settings.write(settings::translationEngine, 4);
-    m.keys.emplace(m.settings, m.keychain, m.mainQueue);
-    m.view.emplace(m.services, *m.keys);
-    m.view->show();
-    auto *field = m.control<QLineEdit>(u"API Key"_s);
-    QTest::keyClicks(field, u"new"_s); // before the load has come back
-    m.settle();
-    QCOMPARE(field->text(), u"new"_s);
-    QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "new");
-}
 
 QTEST_MAIN(SettingsKeysTest)
 #include "SettingsKeysTest.moc"
