@@ -38,221 +38,201 @@ class PlacementTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noiseIsNoBlock_data();
-    void noiseIsNoBlock();
-    void theBestCandidateCountsAndOrderStays();
-    void aFailedRequestFindsNothing();
-    void boxesAreMappedOntoThePane_data();
-    void boxesAreMappedOntoThePane();
-    void textsWithoutTranslationKeepTheirSource();
-    void startsCloseToOneAnotherBecomeOne();
-    void whatLiesUnderTheButtonsIsCopiedButNotDrawn_data();
-    void whatLiesUnderTheButtonsIsCopiedButNotDrawn();
-    void overlaysGrowToTheNextText_data();
-    void overlaysGrowToTheNextText();
-    void buttonsAreMasked_data();
-    void buttonsAreMasked();
-};
-
-void PlacementTest::noiseIsNoBlock_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("isBlock");
-    QTest::newRow("empty") << u""_s << false;
-    QTest::newRow("hyphens") << u"---"_s << false;
-    QTest::newRow("a bullet and blanks") << u" • "_s << false;
-    QTest::newRow("an emoji") << u"🙂"_s << false;
-    QTest::newRow("I") << u"I"_s << true;
-    QTest::newRow("a") << u"a"_s << true;
-    QTest::newRow("A") << u"A"_s << true;
-    QTest::newRow("lone x") << u"x"_s << false;
-    QTest::newRow("lone digit") << u"1"_s << false;
-    QTest::newRow("lone accented letter") << u"é"_s << false;
-    QTest::newRow("lone accented letter of two scalars") << u"e\u0301"_s << false;
-    QTest::newRow("a letter with a blank is two characters") << u"x "_s << true;
-    QTest::newRow("kana") << u"あ"_s << true;
-    QTest::newRow("kana with a mark of its own") << u"か\u3099"_s << true;
-    QTest::newRow("ideograph") << u"譯"_s << true;
-    QTest::newRow("first of the range: no letter") << u"\u3040"_s << false;
-    QTest::newRow("last of the range") << u"\u9fff"_s << true;
-    QTest::newRow("hangul lies beyond the range") << u"한"_s << false;
-    QTest::newRow("supplementary ideograph") << u"𠮷"_s << false;
-    QTest::newRow("number with a sign") << u"+5"_s << true;
-    QTest::newRow("circled number") << u"①②"_s << true;
-}
-
-void PlacementTest::noiseIsNoBlock()
-{
-    QFETCH(QString, text);
-    QTEST(!blocksFromObservations({{{text}, {}}}).isEmpty(), "isBlock");
-}
-
-void PlacementTest::theBestCandidateCountsAndOrderStays()
-{
-    const auto blocks = blocksFromObservations({{{u"second"_s, u"2nd"_s}, {0, 0.1, 1, 0.1}},
-                                                {{}, {}},
-                                                {{u"-"_s, u"word"_s}, {}},
-                                                {{u" first "_s}, {0, 0.8, 1, 0.1}}});
-    QCOMPARE(textsOf(blocks), (QStringList{u"second"_s, u" first "_s}));
-    QCOMPARE(blocks[1].normBox, QRectF(0, 0.8, 1, 0.1));
-}
-
-void PlacementTest::aFailedRequestFindsNothing()
-{
-    PlayedRecognizer recognizer;
-    recognizer.answer = tl::unexpected(Failure{});
-    const QImage image(10, 10, QImage::Format_RGB32);
-    QVERIFY(recognizeBlocks(recognizer, image).blocks.isEmpty());
-    QCOMPARE(recognizer.asked.languages, (QStringList{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}));
-    recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {}}};
-    QCOMPARE(recognizeBlocks(recognizer, image).blocks.size(), 1);
-}
-
-void PlacementTest::boxesAreMappedOntoThePane_data()
-{
-    QTest::addColumn<QRectF>("normBox");
-    QTest::addColumn<QSizeF>("pane");
-    QTest::addColumn<QRectF>("rect");
-    QTest::newRow("left half, second quarter from the top")
-        << QRectF(0, 0.5, 0.5, 0.25) << QSizeF(404, 304) << QRectF(2, 77, 200, 75);
-    QTest::newRow("the whole area") << QRectF(0, 0, 1, 1) << QSizeF(404, 304) << QRectF(2, 2, 400, 300);
-    QTest::newRow("halves are rounded away from zero")
-        << QRectF(0.00125, 0.5, 0.00625, 0.005) << QSizeF(404, 304) << QRectF(3, 151 - 1 + 1, 3, 2);
-    QTest::newRow("a pane narrower than its inset") << QRectF(0, 0, 1, 1) << QSizeF(3, 2) << QRectF(2, 2, 1, 1);
-}
-
-void PlacementTest::boxesAreMappedOntoThePane()
-{
-    QFETCH(QRectF, normBox);
-    QFETCH(QSizeF, pane);
-    QTEST(paneRect(normBox, pane), "rect");
-}
-
-void PlacementTest::textsWithoutTranslationKeepTheirSource()
-{
-    const QList<TextBlock> blocks{
-        {u"a1"_s, {0, 0.7, 1, 0.1}}, {u"b2"_s, {0, 0.5, 1, 0.1}}, {u"c3"_s, {0, 0.3, 1, 0.1}}};
-    const auto placement = placeOverlays(blocks, {u"A"_s, u""_s}, {404, 304}, {});
-    QCOMPARE(placement.copyList, (QStringList{u"A"_s, u"c3"_s}));
-    QCOMPARE(placement.candidates.size(), 2);
-    QCOMPARE(placement.candidates[1].rect.top(), 182.0);
-}
-
-void PlacementTest::startsCloseToOneAnotherBecomeOne()
-{
-    const auto placement = placeOverlays({{u"a"_s, {0.0525, 0.7, 0.5, 0.1}},
-                                          {u"b"_s, {0.1, 0.6, 0.5, 0.1}},
-                                          {u"c"_s, {0.045, 0.5, 0.5, 0.1}},
-                                          {u"d"_s, {0.055, 0.4, 0.5, 0.1}}},
-                                         {}, {404, 304}, {});
-    QList<double> starts, ends;
-    for (const auto &candidate : placement.candidates) {
-        starts.append(candidate.rect.left());
-        ends.append(candidate.rect.right());
+    void noiseIsNoBlock_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("isBlock");
+        QTest::newRow("empty") << u""_s << false;
+        QTest::newRow("hyphens") << u"---"_s << false;
+        QTest::newRow("a bullet and blanks") << u" • "_s << false;
+        QTest::newRow("an emoji") << u"🙂"_s << false;
+        QTest::newRow("I") << u"I"_s << true;
+        QTest::newRow("a") << u"a"_s << true;
+        QTest::newRow("A") << u"A"_s << true;
+        QTest::newRow("lone x") << u"x"_s << false;
+        QTest::newRow("lone digit") << u"1"_s << false;
+        QTest::newRow("lone accented letter") << u"é"_s << false;
+        QTest::newRow("lone accented letter of two scalars") << u"e\u0301"_s << false;
+        QTest::newRow("a letter with a blank is two characters") << u"x "_s << true;
+        QTest::newRow("kana") << u"あ"_s << true;
+        QTest::newRow("kana with a mark of its own") << u"か\u3099"_s << true;
+        QTest::newRow("ideograph") << u"譯"_s << true;
+        QTest::newRow("first of the range: no letter") << u"\u3040"_s << false;
+        QTest::newRow("last of the range") << u"\u9fff"_s << true;
+        QTest::newRow("hangul lies beyond the range") << u"한"_s << false;
+        QTest::newRow("supplementary ideograph") << u"𠮷"_s << false;
+        QTest::newRow("number with a sign") << u"+5"_s << true;
+        QTest::newRow("circled number") << u"①②"_s << true;
     }
-    QCOMPARE(starts, (QList<double>{20, 42, 20, 24}));
-    QCOMPARE(ends, (QList<double>{223, 242, 220, 224}));
-}
-
-void PlacementTest::whatLiesUnderTheButtonsIsCopiedButNotDrawn_data()
-{
-    QTest::addColumn<QRectF>("excluded");
-    QTest::addColumn<bool>("isDrawn");
-    // The line's rectangle is (2, 77, 200, 75), its centre (102, 114.5).
-    QTest::newRow("centre inside") << QRectF(90, 100, 40, 40) << false;
-    QTest::newRow("centre on the near edges") << QRectF(102, 114.5, 10, 10) << false;
-    QTest::newRow("centre on the far right edge") << QRectF(92, 100, 10, 40) << true;
-    QTest::newRow("centre on the far bottom edge") << QRectF(90, 104.5, 40, 10) << true;
-    QTest::newRow("overlapping beside the centre") << QRectF(0, 70, 90, 90) << true;
-}
-
-void PlacementTest::whatLiesUnderTheButtonsIsCopiedButNotDrawn()
-{
-    QFETCH(QRectF, excluded);
-    const auto placement = placeOverlays({{u"text"_s, {0, 0.5, 0.5, 0.25}}}, {u"T"_s}, {404, 304}, {excluded});
-    QCOMPARE(placement.copyList, QStringList{u"T"_s});
-    QTEST(!placement.candidates.isEmpty(), "isDrawn");
-}
-
-void PlacementTest::overlaysGrowToTheNextText_data()
-{
-    QTest::addColumn<QList<QRectF>>("rects");
-    QTest::addColumn<QList<double>>("bottoms");
-    QTest::addColumn<QList<double>>("rights");
-    constexpr double free = std::numeric_limits<double>::infinity();
-    QTest::newRow("nothing below: the pane's edge less the gap")
-        << QList<QRectF>{{10, 10, 100, 20}} << QList<double>{296} << QList<double>{free};
-    QTest::newRow("a gap of ten") << QList<QRectF>{{10, 10, 100, 20}, {10, 40, 100, 20}} << QList<double>{36, 296}
-                                  << QList<double>{free, free};
-    QTest::newRow("a gap of two: the own height stays")
-        << QList<QRectF>{{10, 10, 100, 20}, {10, 32, 100, 20}} << QList<double>{30, 296} << QList<double>{free, free};
-    QTest::newRow("boxes that overlap by two are stacked")
-        << QList<QRectF>{{10, 10, 100, 20}, {10, 28, 100, 20}} << QList<double>{30, 296} << QList<double>{free, free};
-    QTest::newRow("boxes that overlap by three are not")
-        << QList<QRectF>{{10, 10, 100, 20}, {10, 27, 100, 20}} << QList<double>{296, 296} << QList<double>{free, free};
-    QTest::newRow("side by side, four points shared")
-        << QList<QRectF>{{10, 10, 100, 20}, {106, 60, 100, 20}} << QList<double>{296, 296} << QList<double>{free, free};
-    QTest::newRow("side by side, five points shared")
-        << QList<QRectF>{{10, 10, 100, 20}, {105, 60, 100, 20}} << QList<double>{56, 296} << QList<double>{free, free};
-    QTest::newRow("the nearest counts, whatever the order")
-        << QList<QRectF>{{10, 200, 100, 20}, {10, 10, 100, 20}, {10, 100, 100, 20}} << QList<double>{296, 96, 196}
-        << QList<double>{free, free, free};
-    QTest::newRow("below the pane's edge")
-        << QList<QRectF>{{10, 290, 100, 20}} << QList<double>{310} << QList<double>{free};
-    QTest::newRow("a row of three: each ends before the next")
-        << QList<QRectF>{{200, 12, 40, 16}, {10, 10, 40, 20}, {100, 11, 98, 16}} << QList<double>{296, 296, 296}
-        << QList<double>{free, 96, 198};
-    QTest::newRow("what overlaps or shares four points of a row is no neighbour")
-        << QList<QRectF>{{10, 10, 40, 20}, {40, 10, 40, 20}, {60, 26, 40, 20}} << QList<double>{296, 296, 296}
-        << QList<double>{free, free, free};
-    QTest::newRow("a flat box below itself")
-        << QList<QRectF>{{10, 50, 100, 2}} << QList<double>{52} << QList<double>{free};
-}
-
-void PlacementTest::overlaysGrowToTheNextText()
-{
-    QFETCH(QList<QRectF>, rects);
-    QList<TranslationOverlayCandidate> candidates;
-    for (const QRectF &rect : rects)
-        candidates.append({u"text"_s, rect});
-    QList<double> bottoms, rights;
-    for (const OverlayLimits &limits : overlayLimits(candidates, 300)) {
-        bottoms.append(limits.bottom);
-        rights.append(limits.right);
+    void noiseIsNoBlock()
+    {
+        QFETCH(QString, text);
+        QTEST(!blocksFromObservations({{{text}, {}}}).isEmpty(), "isBlock");
     }
-    QTEST(bottoms, "bottoms");
-    QTEST(rights, "rights");
-}
 
-void PlacementTest::buttonsAreMasked_data()
-{
-    QTest::addColumn<QList<QRectF>>("rects");
-    QTest::addColumn<QRect>("grey"); // in a capture of twice as many pixels as points
-    QTest::newRow("none") << QList<QRectF>{} << QRect();
-    QTest::newRow("inside") << QList<QRectF>{{10, 10, 20, 10}} << QRect(16, 16, 40, 20);
-    QTest::newRow("over the captured edge: what overlaps") << QList<QRectF>{{0, 0, 12, 12}} << QRect(0, 0, 20, 20);
-    QTest::newRow("in the inset alone") << QList<QRectF>{{0, 0, 2, 100}} << QRect();
-    QTest::newRow("fractions grow to whole pixels") << QList<QRectF>{{10.2, 10.2, 1, 1}} << QRect(16, 16, 3, 3);
-}
+    void theBestCandidateCountsAndOrderStays()
+    {
+        const auto blocks = blocksFromObservations({{{u"second"_s, u"2nd"_s}, {0, 0.1, 1, 0.1}},
+                                                    {{}, {}},
+                                                    {{u"-"_s, u"word"_s}, {}},
+                                                    {{u" first "_s}, {0, 0.8, 1, 0.1}}});
+        QCOMPARE(textsOf(blocks), (QStringList{u"second"_s, u" first "_s}));
+        QCOMPARE(blocks[1].normBox, QRectF(0, 0.8, 1, 0.1));
+    }
 
-void PlacementTest::buttonsAreMasked()
-{
-    QFETCH(QList<QRectF>, rects);
-    QFETCH(QRect, grey);
-    QImage image(192, 92, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    const QImage masked = maskWindowButtons(image, rects, {100, 50});
-    QRect found;
-    for (int y = 0; y < masked.height(); ++y) {
-        for (int x = 0; x < masked.width(); ++x) {
-            if (masked.pixelColor(x, y) != Qt::white)
-                found |= QRect(x, y, 1, 1);
+    void aFailedRequestFindsNothing()
+    {
+        PlayedRecognizer recognizer;
+        recognizer.answer = tl::unexpected(Failure{});
+        const QImage image(10, 10, QImage::Format_RGB32);
+        QVERIFY(recognizeBlocks(recognizer, image).blocks.isEmpty());
+        QCOMPARE(recognizer.asked.languages, (QStringList{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}));
+        recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {}}};
+        QCOMPARE(recognizeBlocks(recognizer, image).blocks.size(), 1);
+    }
+
+    void boxesAreMappedOntoThePane_data()
+    {
+        QTest::addColumn<QRectF>("normBox");
+        QTest::addColumn<QSizeF>("pane");
+        QTest::addColumn<QRectF>("rect");
+        QTest::newRow("left half, second quarter from the top")
+            << QRectF(0, 0.5, 0.5, 0.25) << QSizeF(404, 304) << QRectF(2, 77, 200, 75);
+        QTest::newRow("the whole area") << QRectF(0, 0, 1, 1) << QSizeF(404, 304) << QRectF(2, 2, 400, 300);
+        QTest::newRow("halves are rounded away from zero")
+            << QRectF(0.00125, 0.5, 0.00625, 0.005) << QSizeF(404, 304) << QRectF(3, 151 - 1 + 1, 3, 2);
+        QTest::newRow("a pane narrower than its inset") << QRectF(0, 0, 1, 1) << QSizeF(3, 2) << QRectF(2, 2, 1, 1);
+    }
+    void boxesAreMappedOntoThePane()
+    {
+        QFETCH(QRectF, normBox);
+        QFETCH(QSizeF, pane);
+        QTEST(paneRect(normBox, pane), "rect");
+    }
+
+    void textsWithoutTranslationKeepTheirSource()
+    {
+        const QList<TextBlock> blocks{
+            {u"a1"_s, {0, 0.7, 1, 0.1}}, {u"b2"_s, {0, 0.5, 1, 0.1}}, {u"c3"_s, {0, 0.3, 1, 0.1}}};
+        const auto placement = placeOverlays(blocks, {u"A"_s, u""_s}, {404, 304}, {});
+        QCOMPARE(placement.copyList, (QStringList{u"A"_s, u"c3"_s}));
+        QCOMPARE(placement.candidates.size(), 2);
+        QCOMPARE(placement.candidates[1].rect.top(), 182.0);
+    }
+
+    void startsCloseToOneAnotherBecomeOne()
+    {
+        const auto placement = placeOverlays({{u"a"_s, {0.0525, 0.7, 0.5, 0.1}},
+                                              {u"b"_s, {0.1, 0.6, 0.5, 0.1}},
+                                              {u"c"_s, {0.045, 0.5, 0.5, 0.1}},
+                                              {u"d"_s, {0.055, 0.4, 0.5, 0.1}}},
+                                             {}, {404, 304}, {});
+        QList<double> starts, ends;
+        for (const auto &candidate : placement.candidates) {
+            starts.append(candidate.rect.left());
+            ends.append(candidate.rect.right());
         }
+        QCOMPARE(starts, (QList<double>{20, 42, 20, 24}));
+        QCOMPARE(ends, (QList<double>{223, 242, 220, 224}));
     }
-    QCOMPARE(found, grey);
-    if (!grey.isEmpty())
-        QCOMPARE(masked.pixel(grey.center()), qRgb(46, 46, 46));
-}
+
+    void whatLiesUnderTheButtonsIsCopiedButNotDrawn_data()
+    {
+        QTest::addColumn<QRectF>("excluded");
+        QTest::addColumn<bool>("isDrawn");
+        // The line's rectangle is (2, 77, 200, 75), its centre (102, 114.5).
+        QTest::newRow("centre inside") << QRectF(90, 100, 40, 40) << false;
+        QTest::newRow("centre on the near edges") << QRectF(102, 114.5, 10, 10) << false;
+        QTest::newRow("centre on the far right edge") << QRectF(92, 100, 10, 40) << true;
+        QTest::newRow("centre on the far bottom edge") << QRectF(90, 104.5, 40, 10) << true;
+        QTest::newRow("overlapping beside the centre") << QRectF(0, 70, 90, 90) << true;
+    }
+    void whatLiesUnderTheButtonsIsCopiedButNotDrawn()
+    {
+        QFETCH(QRectF, excluded);
+        const auto placement = placeOverlays({{u"text"_s, {0, 0.5, 0.5, 0.25}}}, {u"T"_s}, {404, 304}, {excluded});
+        QCOMPARE(placement.copyList, QStringList{u"T"_s});
+        QTEST(!placement.candidates.isEmpty(), "isDrawn");
+    }
+
+    void overlaysGrowToTheNextText_data()
+    {
+        QTest::addColumn<QList<QRectF>>("rects");
+        QTest::addColumn<QList<double>>("bottoms");
+        QTest::addColumn<QList<double>>("rights");
+        constexpr double free = std::numeric_limits<double>::infinity();
+        QTest::newRow("nothing below: the pane's edge less the gap")
+            << QList<QRectF>{{10, 10, 100, 20}} << QList<double>{296} << QList<double>{free};
+        QTest::newRow("a gap of ten") << QList<QRectF>{{10, 10, 100, 20}, {10, 40, 100, 20}} << QList<double>{36, 296}
+                                      << QList<double>{free, free};
+        QTest::newRow("a gap of two: the own height stays") << QList<QRectF>{{10, 10, 100, 20}, {10, 32, 100, 20}}
+                                                            << QList<double>{30, 296} << QList<double>{free, free};
+        QTest::newRow("boxes that overlap by two are stacked") << QList<QRectF>{{10, 10, 100, 20}, {10, 28, 100, 20}}
+                                                               << QList<double>{30, 296} << QList<double>{free, free};
+        QTest::newRow("boxes that overlap by three are not") << QList<QRectF>{{10, 10, 100, 20}, {10, 27, 100, 20}}
+                                                             << QList<double>{296, 296} << QList<double>{free, free};
+        QTest::newRow("side by side, four points shared") << QList<QRectF>{{10, 10, 100, 20}, {106, 60, 100, 20}}
+                                                          << QList<double>{296, 296} << QList<double>{free, free};
+        QTest::newRow("side by side, five points shared") << QList<QRectF>{{10, 10, 100, 20}, {105, 60, 100, 20}}
+                                                          << QList<double>{56, 296} << QList<double>{free, free};
+        QTest::newRow("the nearest counts, whatever the order")
+            << QList<QRectF>{{10, 200, 100, 20}, {10, 10, 100, 20}, {10, 100, 100, 20}} << QList<double>{296, 96, 196}
+            << QList<double>{free, free, free};
+        QTest::newRow("below the pane's edge")
+            << QList<QRectF>{{10, 290, 100, 20}} << QList<double>{310} << QList<double>{free};
+        QTest::newRow("a row of three: each ends before the next")
+            << QList<QRectF>{{200, 12, 40, 16}, {10, 10, 40, 20}, {100, 11, 98, 16}} << QList<double>{296, 296, 296}
+            << QList<double>{free, 96, 198};
+        QTest::newRow("what overlaps or shares four points of a row is no neighbour")
+            << QList<QRectF>{{10, 10, 40, 20}, {40, 10, 40, 20}, {60, 26, 40, 20}} << QList<double>{296, 296, 296}
+            << QList<double>{free, free, free};
+        QTest::newRow("a flat box below itself")
+            << QList<QRectF>{{10, 50, 100, 2}} << QList<double>{52} << QList<double>{free};
+    }
+    void overlaysGrowToTheNextText()
+    {
+        QFETCH(QList<QRectF>, rects);
+        QList<TranslationOverlayCandidate> candidates;
+        for (const QRectF &rect : rects)
+            candidates.append({u"text"_s, rect});
+        QList<double> bottoms, rights;
+        for (const OverlayLimits &limits : overlayLimits(candidates, 300)) {
+            bottoms.append(limits.bottom);
+            rights.append(limits.right);
+        }
+        QTEST(bottoms, "bottoms");
+        QTEST(rights, "rights");
+    }
+
+    void buttonsAreMasked_data()
+    {
+        QTest::addColumn<QList<QRectF>>("rects");
+        QTest::addColumn<QRect>("grey"); // in a capture of twice as many pixels as points
+        QTest::newRow("none") << QList<QRectF>{} << QRect();
+        QTest::newRow("inside") << QList<QRectF>{{10, 10, 20, 10}} << QRect(16, 16, 40, 20);
+        QTest::newRow("over the captured edge: what overlaps") << QList<QRectF>{{0, 0, 12, 12}} << QRect(0, 0, 20, 20);
+        QTest::newRow("in the inset alone") << QList<QRectF>{{0, 0, 2, 100}} << QRect();
+        QTest::newRow("fractions grow to whole pixels") << QList<QRectF>{{10.2, 10.2, 1, 1}} << QRect(16, 16, 3, 3);
+    }
+    void buttonsAreMasked()
+    {
+        QFETCH(QList<QRectF>, rects);
+        QFETCH(QRect, grey);
+        QImage image(192, 92, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        const QImage masked = maskWindowButtons(image, rects, {100, 50});
+        QRect found;
+        for (int y = 0; y < masked.height(); ++y) {
+            for (int x = 0; x < masked.width(); ++x) {
+                if (masked.pixelColor(x, y) != Qt::white)
+                    found |= QRect(x, y, 1, 1);
+            }
+        }
+        QCOMPARE(found, grey);
+        if (!grey.isEmpty())
+            QCOMPARE(masked.pixel(grey.center()), qRgb(46, 46, 46));
+    }
+};
 
 QTEST_GUILESS_MAIN(PlacementTest)
 #include "PlacementTest.moc"

@@ -22,6 +22,10 @@ namespace {
 
 const auto sampleId = u"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5"_s;
 
+const QByteArray sampleBytes(R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","isStarred":true,)"
+                             R"("originalText":"第一行\n\"quoted\" \\ \u0001","timestamp":785432100.123456,)"
+                             R"("translatedText":"👍 é"}])");
+
 QByteArray object(const QByteArray &more)
 {
     return R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","originalText":"a","translatedText":"b")" + more + "}]";
@@ -43,249 +47,228 @@ class HistoryFileTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void bytes();
-    void everyTextSurvives_data();
-    void everyTextSurvives();
-    void decoding_data();
-    void decoding();
-    void datesCountFrom2001();
-    void missingFileIsEmpty();
-    void fileIsPrivateAndReplacedWhole();
-    void hugeFilesAreReadInPart_data();
-    void hugeFilesAreReadInPart();
-    void unreadableFilesStayBeside();
-    void killedAtAnyMoment();
-    void fullDiskKeepsTheOldFile();
-    void unfinishedCopiesAreRemoved();
-};
-
-void HistoryFileTest::bytes()
-{
-    QCOMPARE(encodeHistory({sample()}),
-             QByteArray(R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","isStarred":true,)"
-                        R"("originalText":"第一行\n\"quoted\" \\ \u0001","timestamp":785432100.123456,)"
-                        R"("translatedText":"👍 é"}])"));
-    QCOMPARE(encodeHistory({}), QByteArray("[]"));
-}
-
-void HistoryFileTest::everyTextSurvives_data()
-{
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
-    row("several lines", u"一\r\n二\u2028三"_s);
-    row("a NUL", u"a\0b"_s);
-    row("emoji of several characters", u"👨‍👩‍👧🏽"_s);
-    row("empty", QString(u""_s));
-    row("long", u"長"_s.repeated(100000));
-    // A broken service may answer with one; the file must stay readable all the same.
-    row("half of a surrogate pair", u"a"_s + QChar(0xD83D) + u'b');
-}
-
-void HistoryFileTest::everyTextSurvives()
-{
-    QFETCH(QString, text);
-    const HistoryItem item = newHistoryItem(text, u"x"_s);
-    const auto items = decodeHistory(encodeHistory({item}));
-    QVERIFY(items);
-    QCOMPARE(*items, QList<HistoryItem>{item}); // the time to its last bit, too
-}
-
-void HistoryFileTest::decoding_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<bool>("readable");
-    const QByteArray good = object(R"(,"timestamp":1.5,"isStarred":false)");
-    QTest::newRow("empty list") << QByteArray("[]") << true;
-    QTest::newRow("all five") << good << true;
-    QTest::newRow("a whole number as the time") << object(R"(,"timestamp":700000000,"isStarred":true)") << true;
-    QTest::newRow("a further key") << object(R"(,"timestamp":1,"isStarred":true,"note":{})") << true;
-    QTest::newRow("small letters in the id") << QByteArray(good).replace("0F5BE2A1", "0f5be2a1") << true;
-    QTest::newRow("braces around the id")
-        << QByteArray(good).replace(sampleId.toLatin1(), "{" + sampleId.toLatin1() + "}") << false;
-    QTest::newRow("no id at all") << QByteArray(good).replace(sampleId.toLatin1(), "first") << false;
-    QTest::newRow("isStarred is missing") << object(R"(,"timestamp":1.5)") << false;
-    QTest::newRow("isStarred is a number") << object(R"(,"timestamp":1.5,"isStarred":0)") << false;
-    QTest::newRow("the time is a string") << object(R"(,"timestamp":"1.5","isStarred":false)") << false;
-    QTest::newRow("a text is null") << QByteArray(good).replace(R"("a")", "null") << false;
-    QTest::newRow("an entry that is no object") << good.chopped(1) + ",7]" << false;
-    QTest::newRow("an object outside") << QByteArray("{}") << false;
-    QTest::newRow("cut off") << good.chopped(4) << false;
-    QTest::newRow("an empty file") << QByteArray() << false;
-    QTest::newRow("two million arrays") << "[" + QByteArray("[0],").repeated(2'000'000) + "[]]" << false;
-    QTest::newRow("not UTF-8") << QByteArray(good).replace(R"("a")", "\"\xe9\"") << false;
-}
-
-void HistoryFileTest::decoding()
-{
-    QFETCH(QByteArray, json);
-    const auto items = decodeHistory(json);
-    QTEST(items.has_value(), "readable");
-    if (!items)
-        QVERIFY(!items.error().description.isEmpty() && !items.error().description.contains(sampleId));
-}
-
-void HistoryFileTest::datesCountFrom2001()
-{
-    QCOMPARE(dateOf(HistoryItem::Timestamp(0)), QDateTime({2001, 1, 1}, {0, 0}, Qt::UTC));
-    QCOMPARE(dateOf(HistoryItem::Timestamp(86399.5)), QDateTime({2001, 1, 1}, {23, 59, 59, 500}, Qt::UTC));
-    const auto now = dateOf(newHistoryItem({}, {}).timestamp);
-    QVERIFY(qAbs(now.msecsTo(QDateTime::currentDateTimeUtc())) < 5000);
-}
-
-void HistoryFileTest::missingFileIsEmpty()
-{
-    const QTemporaryDir folder;
-    const auto content = readHistoryFile(folder.filePath(u"history.json"_s));
-    QVERIFY(content && content->isWhole && content->items.isEmpty());
-}
-
-void HistoryFileTest::fileIsPrivateAndReplacedWhole()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"history.json"_s);
-    QFile old(path);
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write(QByteArray(100000, 'x'));
-    old.close();
-    old.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-    QVERIFY(writeHistoryFile(path, {sample()}));
-    QCOMPARE(QFile::permissions(path), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
-    QCOMPARE(readHistoryFile(path)->items, QList<HistoryItem>{sample()});
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
-}
-
-void HistoryFileTest::hugeFilesAreReadInPart_data()
-{
-    QTest::addColumn<QByteArray>("start");
-    QTest::addColumn<QByteArray>("repeated");
-    QTest::addColumn<bool>("readable");
-    const QByteArray entry = object(R"(,"timestamp":1,"isStarred":false)").chopped(1).sliced(1);
-    // Nearly all of what is read belongs to an entry that is cut off.
-    const QByteArray texts = "[" + entry + "," + QByteArray(entry).replace("\"b\"", "\"b");
-    QTest::newRow("entries") << texts << QByteArray("]},[{\\\"") << true;
-    QTest::newRow("no entries") << QByteArray("[") << QByteArray("[0],") << false;
-    QTest::newRow("nothing at all") << QByteArray() << QByteArray(1, '\0') << false;
-}
-
-void HistoryFileTest::hugeFilesAreReadInPart()
-{
-    QFETCH(QByteArray, start);
-    QFETCH(QByteArray, repeated);
-    constexpr qint64 size = 160LL << 20;
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"history.json"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(start) == start.size());
-    for (const QByteArray block = repeated.repeated((1 << 20) / repeated.size()); file.pos() < size;)
-        QVERIFY(file.write(block) == block.size());
-    file.close();
-    // Reading all of it would fail here rather than take what memory there is.
-    rlimit before{};
-    getrlimit(RLIMIT_DATA, &before);
-    const rlimit small{.rlim_cur = 1 << 30, .rlim_max = before.rlim_max};
-    setrlimit(RLIMIT_DATA, &small);
-    const auto read = readHistoryFile(file.fileName());
-    setrlimit(RLIMIT_DATA, &before);
-    QTEST(read && read->items.size() == 1 && !read->isWhole, "readable");
-}
-
-void HistoryFileTest::unreadableFilesStayBeside()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"history.json"_s);
-    for (const QByteArray &content : {QByteArray("first"), QByteArray("second")}) {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        file.close();
-        QVERIFY(keepUnreadableFile(path));
-        QTest::qWait(2); // the names carry milliseconds
+    void bytes()
+    {
+        QCOMPARE(encodeHistory({sample()}), sampleBytes);
+        QCOMPARE(encodeHistory({}), QByteArray("[]"));
     }
-    QVERIFY(keepUnreadableFile(path)); // nothing is there any more
-    const QStringList kept = QDir(folder.path()).entryList(QDir::Files, QDir::Name);
-    QCOMPARE(kept.size(), 2);
-    for (const QString &name : kept) {
-        QVERIFY(name.startsWith(u"history.unreadable-2"_s) && name.endsWith(u"Z.json"_s));
-        QCOMPARE(QFile::permissions(folder.filePath(name)) & QFile::ReadOther, QFile::Permissions());
-    }
-    QFile first(folder.filePath(kept.first()));
-    QVERIFY(first.open(QIODevice::ReadOnly));
-    QCOMPARE(first.readAll(), QByteArray("first"));
-}
 
-/// A process that does nothing but replace the file is killed again and again.
-void HistoryFileTest::killedAtAnyMoment()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"history.json"_s);
-    QList<QList<HistoryItem>> versions(2);
-    for (int i = 0; i < 400; ++i)
-        versions[0].append(newHistoryItem(u"a"_s.repeated(500), QString::number(i)));
-    versions[1] = versions[0].mid(0, 30);
-    QVERIFY(writeHistoryFile(path, versions[0]));
-    const QList<QByteArray> contents{encodeHistory(versions[0]), encodeHistory(versions[1])};
-    QList<int> seen{0, 0};
-    for (int round = 0; round < 300; ++round) {
-        int begun[2];
-        QVERIFY(pipe(begun) == 0);
-        const pid_t writer = fork();
-        if (writer == 0) {
-            for (int i = 0;; ++i) {
-                (void)writePrivateFile(path, contents[i % 2]);
-                if (i == 1)
-                    close(begun[1]);
-            }
-        }
-        close(begun[1]);
-        char nothing = 0;
-        QVERIFY(read(begun[0], &nothing, 1) == 0); // returns when the writer is under way
-        close(begun[0]);
-        usleep(useconds_t(QRandomGenerator::global()->bounded(3000)));
-        QVERIFY(kill(writer, SIGKILL) == 0 && waitpid(writer, nullptr, 0) == writer);
-        const auto content = readHistoryFile(path);
-        QVERIFY2(content, content ? "" : qPrintable(content.error().description));
-        const auto version = versions.indexOf(content->items);
-        QVERIFY(version >= 0);
-        ++seen[version];
-        removeUnfinishedCopies(path);
+    void everyTextSurvives_data()
+    {
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
+        row("several lines", u"一\r\n二\u2028三"_s);
+        row("a NUL", u"a\0b"_s);
+        row("emoji of several characters", u"👨‍👩‍👧🏽"_s);
+        row("empty", QString(u""_s));
+        row("long", u"長"_s.repeated(100000));
+        // A broken service may answer with one; the file must stay readable all the same.
+        row("half of a surrogate pair", u"a"_s + QChar(0xD83D) + u'b');
+    }
+    void everyTextSurvives()
+    {
+        QFETCH(QString, text);
+        const HistoryItem item = newHistoryItem(text, u"x"_s);
+        const auto items = decodeHistory(encodeHistory({item}));
+        QVERIFY(items);
+        QCOMPARE(*items, QList<HistoryItem>{item}); // the time to its last bit, too
+    }
+
+    void decoding_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<bool>("readable");
+        const QByteArray good = object(R"(,"timestamp":1.5,"isStarred":false)");
+        QTest::newRow("empty list") << QByteArray("[]") << true;
+        QTest::newRow("all five") << good << true;
+        QTest::newRow("a whole number as the time") << object(R"(,"timestamp":700000000,"isStarred":true)") << true;
+        QTest::newRow("a further key") << object(R"(,"timestamp":1,"isStarred":true,"note":{})") << true;
+        QTest::newRow("small letters in the id") << QByteArray(good).replace("0F5BE2A1", "0f5be2a1") << true;
+        QTest::newRow("braces around the id")
+            << QByteArray(good).replace(sampleId.toLatin1(), "{" + sampleId.toLatin1() + "}") << false;
+        QTest::newRow("no id at all") << QByteArray(good).replace(sampleId.toLatin1(), "first") << false;
+        QTest::newRow("isStarred is missing") << object(R"(,"timestamp":1.5)") << false;
+        QTest::newRow("isStarred is a number") << object(R"(,"timestamp":1.5,"isStarred":0)") << false;
+        QTest::newRow("the time is a string") << object(R"(,"timestamp":"1.5","isStarred":false)") << false;
+        QTest::newRow("a text is null") << QByteArray(good).replace(R"("a")", "null") << false;
+        QTest::newRow("an entry that is no object") << good.chopped(1) + ",7]" << false;
+        QTest::newRow("an object outside") << QByteArray("{}") << false;
+        QTest::newRow("cut off") << good.chopped(4) << false;
+        QTest::newRow("an empty file") << QByteArray() << false;
+        QTest::newRow("two million arrays") << "[" + QByteArray("[0],").repeated(2'000'000) + "[]]" << false;
+        QTest::newRow("not UTF-8") << QByteArray(good).replace(R"("a")", "\"\xe9\"") << false;
+    }
+    void decoding()
+    {
+        QFETCH(QByteArray, json);
+        const auto items = decodeHistory(json);
+        QTEST(items.has_value(), "readable");
+        if (!items)
+            QVERIFY(!items.error().description.isEmpty() && !items.error().description.contains(sampleId));
+    }
+
+    void datesCountFrom2001()
+    {
+        QCOMPARE(dateOf(HistoryItem::Timestamp(0)), QDateTime({2001, 1, 1}, {0, 0}, Qt::UTC));
+        QCOMPARE(dateOf(HistoryItem::Timestamp(86399.5)), QDateTime({2001, 1, 1}, {23, 59, 59, 500}, Qt::UTC));
+        const auto now = dateOf(newHistoryItem({}, {}).timestamp);
+        QVERIFY(qAbs(now.msecsTo(QDateTime::currentDateTimeUtc())) < 5000);
+    }
+
+    void missingFileIsEmpty()
+    {
+        const QTemporaryDir folder;
+        const auto content = readHistoryFile(folder.filePath(u"history.json"_s));
+        QVERIFY(content && content->isWhole && content->items.isEmpty());
+    }
+
+    void fileIsPrivateAndReplacedWhole()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"history.json"_s);
+        QFile old(path);
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write(QByteArray(100000, 'x'));
+        old.close();
+        old.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+        QVERIFY(writeHistoryFile(path, {sample()}));
+        QCOMPARE(QFile::permissions(path), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+        QCOMPARE(readHistoryFile(path)->items, QList<HistoryItem>{sample()});
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
     }
-    QVERIFY(seen[0] > 20 && seen[1] > 20); // they were killed while they wrote
-}
 
-void HistoryFileTest::fullDiskKeepsTheOldFile()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"history.json"_s);
-    QVERIFY(writeHistoryFile(path, {sample()}));
-    // As on a full disk, the first part can be written and the rest can't.
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{.rlim_cur = 20000, .rlim_max = before.rlim_max};
-    std::signal(SIGXFSZ, SIG_IGN);
-    setrlimit(RLIMIT_FSIZE, &small);
-    const auto written = writeHistoryFile(path, {newHistoryItem(u"x"_s.repeated(100000), u"y"_s)});
-    // Or nothing at all, which is noticed late where it is so little that it waits in a buffer.
-    const rlimit none{.rlim_cur = 0, .rlim_max = before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &none);
-    const auto writtenLittle = writeHistoryFile(path, {newHistoryItem(u"x"_s, u"y"_s)});
-    setrlimit(RLIMIT_FSIZE, &before);
-    QVERIFY(!written && !written.error().description.isEmpty());
-    QVERIFY(!writtenLittle && !writtenLittle.error().description.isEmpty());
-    QCOMPARE(readHistoryFile(path)->items, QList<HistoryItem>{sample()});
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
-}
-
-void HistoryFileTest::unfinishedCopiesAreRemoved()
-{
-    const QTemporaryDir folder;
-    const QStringList others{u"history.json"_s, u"history.json.backup"_s, u"history.unreadable-1.json"_s};
-    for (const QString &name : others + QStringList{u".history.json.aBcDeF.unfinished"_s}) {
-        QFile file(folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+    void hugeFilesAreReadInPart_data()
+    {
+        QTest::addColumn<QByteArray>("start");
+        QTest::addColumn<QByteArray>("repeated");
+        QTest::addColumn<bool>("readable");
+        const QByteArray entry = object(R"(,"timestamp":1,"isStarred":false)").chopped(1).sliced(1);
+        // Nearly all of what is read belongs to an entry that is cut off.
+        const QByteArray texts = "[" + entry + "," + QByteArray(entry).replace("\"b\"", "\"b");
+        QTest::newRow("entries") << texts << QByteArray("]},[{\\\"") << true;
+        QTest::newRow("no entries") << QByteArray("[") << QByteArray("[0],") << false;
+        QTest::newRow("nothing at all") << QByteArray() << QByteArray(1, '\0') << false;
     }
-    removeUnfinishedCopies(folder.filePath(u"history.json"_s));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name), others);
-}
+    void hugeFilesAreReadInPart()
+    {
+        QFETCH(QByteArray, start);
+        QFETCH(QByteArray, repeated);
+        constexpr qint64 size = 160LL << 20;
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"history.json"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(start) == start.size());
+        for (const QByteArray block = repeated.repeated((1 << 20) / repeated.size()); file.pos() < size;)
+            QVERIFY(file.write(block) == block.size());
+        file.close();
+        // Reading all of it would fail here rather than take what memory there is.
+        rlimit before{};
+        getrlimit(RLIMIT_DATA, &before);
+        const rlimit small{.rlim_cur = 1 << 30, .rlim_max = before.rlim_max};
+        setrlimit(RLIMIT_DATA, &small);
+        const auto read = readHistoryFile(file.fileName());
+        setrlimit(RLIMIT_DATA, &before);
+        QTEST(read && read->items.size() == 1 && !read->isWhole, "readable");
+    }
+
+    void unreadableFilesStayBeside()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"history.json"_s);
+        for (const QByteArray &content : {QByteArray("first"), QByteArray("second")}) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+            file.close();
+            QVERIFY(keepUnreadableFile(path));
+            QTest::qWait(2); // the names carry milliseconds
+        }
+        QVERIFY(keepUnreadableFile(path)); // nothing is there any more
+        const QStringList kept = QDir(folder.path()).entryList(QDir::Files, QDir::Name);
+        QCOMPARE(kept.size(), 2);
+        for (const QString &name : kept) {
+            QVERIFY(name.startsWith(u"history.unreadable-2"_s) && name.endsWith(u"Z.json"_s));
+            QCOMPARE(QFile::permissions(folder.filePath(name)) & QFile::ReadOther, QFile::Permissions());
+        }
+        QFile first(folder.filePath(kept.first()));
+        QVERIFY(first.open(QIODevice::ReadOnly));
+        QCOMPARE(first.readAll(), QByteArray("first"));
+    }
+
+    /// A process that does nothing but replace the file is killed again and again.
+    void killedAtAnyMoment()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"history.json"_s);
+        QList<QList<HistoryItem>> versions(2);
+        for (int i = 0; i < 400; ++i)
+            versions[0].append(newHistoryItem(u"a"_s.repeated(500), QString::number(i)));
+        versions[1] = versions[0].mid(0, 30);
+        QVERIFY(writeHistoryFile(path, versions[0]));
+        const QList<QByteArray> contents{encodeHistory(versions[0]), encodeHistory(versions[1])};
+        QList<int> seen{0, 0};
+        for (int round = 0; round < 300; ++round) {
+            int begun[2];
+            QVERIFY(pipe(begun) == 0);
+            const pid_t writer = fork();
+            if (writer == 0) {
+                for (int i = 0;; ++i) {
+                    (void)writePrivateFile(path, contents[i % 2]);
+                    if (i == 1)
+                        close(begun[1]);
+                }
+            }
+            close(begun[1]);
+            char nothing = 0;
+            QVERIFY(read(begun[0], &nothing, 1) == 0); // returns when the writer is under way
+            close(begun[0]);
+            usleep(useconds_t(QRandomGenerator::global()->bounded(3000)));
+            QVERIFY(kill(writer, SIGKILL) == 0 && waitpid(writer, nullptr, 0) == writer);
+            const auto content = readHistoryFile(path);
+            QVERIFY2(content, content ? "" : qPrintable(content.error().description));
+            const auto version = versions.indexOf(content->items);
+            QVERIFY(version >= 0);
+            ++seen[version];
+            removeUnfinishedCopies(path);
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
+        }
+        QVERIFY(seen[0] > 20 && seen[1] > 20); // they were killed while they wrote
+    }
+
+    void fullDiskKeepsTheOldFile()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"history.json"_s);
+        QVERIFY(writeHistoryFile(path, {sample()}));
+        // As on a full disk, the first part can be written and the rest can't.
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small{.rlim_cur = 20000, .rlim_max = before.rlim_max};
+        std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &small);
+        const auto written = writeHistoryFile(path, {newHistoryItem(u"x"_s.repeated(100000), u"y"_s)});
+        // Or nothing at all, which is noticed late where it is so little that it waits in a buffer.
+        const rlimit none{.rlim_cur = 0, .rlim_max = before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+        const auto writtenLittle = writeHistoryFile(path, {newHistoryItem(u"x"_s, u"y"_s)});
+        setrlimit(RLIMIT_FSIZE, &before);
+        QVERIFY(!written && !written.error().description.isEmpty());
+        QVERIFY(!writtenLittle && !writtenLittle.error().description.isEmpty());
+        QCOMPARE(readHistoryFile(path)->items, QList<HistoryItem>{sample()});
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
+    }
+
+    void unfinishedCopiesAreRemoved()
+    {
+        const QTemporaryDir folder;
+        const QStringList others{u"history.json"_s, u"history.json.backup"_s, u"history.unreadable-1.json"_s};
+        for (const QString &name : others + QStringList{u".history.json.aBcDeF.unfinished"_s}) {
+            QFile file(folder.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        removeUnfinishedCopies(folder.filePath(u"history.json"_s));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name), others);
+    }
+};
 
 QTEST_GUILESS_MAIN(HistoryFileTest)
 #include "HistoryFileTest.moc"

@@ -24,139 +24,127 @@ class HistorySearchTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void matching_data();
-    void matching();
-    void ranges_data();
-    void ranges();
-    void separatedFormats_data();
-    void separatedFormats();
-    void json();
-    void dates_data();
-    void dates();
+    void matching_data()
+    {
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QString>("original");
+        QTest::addColumn<QString>("translation");
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<bool>("matches");
+        const auto row = [](const char *name, const QString &search, const QString &original,
+                            const QString &translation, bool matches, const QString &locale = u"en"_s) {
+            QTest::newRow(name) << search << original << translation << locale << matches;
+        };
+        row("nothing is everywhere", u""_s, u"a"_s, u"b"_s, true);
+        row("only in the translation", u"light"_s, u"燈塔"_s, u"LIGHTHOUSE"_s, true);
+        row("not across the two texts", u"ab"_s, u"a"_s, u"b"_s, false);
+        row("blanks count", u"a "_s, u"a"_s, u"b"_s, false);
+        row("accents count", u"uber"_s, u"über"_s, u""_s, false);
+        row("an accent encoded another way", u"U\u0308ber"_s, u"über"_s, u""_s, true);
+        row("Greek final sigma", u"ΟΔΟΣ"_s, u"οδος"_s, u""_s, true);
+        row("a sharp s is two", u"STRASSE"_s, u"Straße"_s, u""_s, true);
+        row("two are a capital sharp s", u"GROẞ"_s, u"gross"_s, u""_s, true);
+        row("a ligature is its letters", u"office"_s, u"o\uFB03ce"_s, u""_s, true);
+        row("Greek with an iota below", u"ᾼδ"_s, u"αιδης"_s, u""_s, true);
+        row("an I that is no i in Turkish", u"ı"_s, u"KAPI"_s, u""_s, true, u"tr"_s);
+        row("and none elsewhere", u"ı"_s, u"KAPI"_s, u""_s, false);
+        row("half of a surrogate pair", QString(QChar(0xD83D)), u"a"_s, u"b"_s, false);
+    }
+    void matching()
+    {
+        QFETCH(QString, search);
+        QFETCH(QString, original);
+        QFETCH(QString, translation);
+        QFETCH(QString, locale);
+        const HistorySearch tested(search, QLocale(locale));
+        QTEST(tested.matches(item(original, translation)), "matches");
+    }
+
+    void ranges_data()
+    {
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("found");
+        QTest::newRow("several, without overlaps") << u"aa"_s << u"AAaa a"_s << QStringList{u"AA"_s, u"aa"_s};
+        QTest::newRow("folding changes lengths before it")
+            << u"weg"_s << u"e\u0301e\u0301e\u0301 Weg"_s << QStringList{u"Weg"_s};
+        QTest::newRow("an accent by itself belongs to its letter")
+            << u"é"_s << u"cafe\u0301s"_s << QStringList{u"e\u0301"_s};
+        QTest::newRow("across lines") << u"a\nb"_s << u"xA\nBx"_s << QStringList{u"A\nB"_s};
+        QTest::newRow("half of a letter") << u"s w"_s << u"Groß weg"_s << QStringList{u"ß w"_s};
+        QTest::newRow("nowhere") << u"z"_s << u"abc"_s << QStringList{};
+    }
+    void ranges()
+    {
+        QFETCH(QString, search);
+        QFETCH(QString, text);
+        QStringList found;
+        const auto ranges = HistorySearch(search, QLocale(QLocale::English)).rangesIn(text);
+        for (const TextRange &range : ranges)
+            found.append(text.sliced(range.start, range.length));
+        QTEST(found, "found");
+    }
+
+    void separatedFormats_data()
+    {
+        QTest::addColumn<QString>("original");
+        QTest::addColumn<QByteArray>("csv");
+        QTest::addColumn<QByteArray>("tsv");
+        const auto row = [](const char *name, const QString &original, const QByteArray &csv, const QByteArray &tsv) {
+            QTest::newRow(name) << original << csv << tsv;
+        };
+        row("plain", u"燈塔"_s, "燈塔", "燈塔");
+        for (const char *other : {"a,b", "a;=1", "a\t=1", "a|b"}) // another separator for some programs
+            row(other, QString::fromLatin1(other), '"' + QByteArray(other) + '"', '"' + QByteArray(other) + '"');
+        row("quotes", u"a \"b\""_s, "\"a \"\"b\"\"\"", "\"a \"\"b\"\"\"");
+        row("lines", u"a\nb"_s, "\"a\nb\"", "\"a\nb\"");
+        row("nothing", QString(), "", "");
+        for (const char *formula : {"=1+1", "+1", "-1", "@a"})
+            row(formula, QString::fromLatin1(formula), "'" + QByteArray(formula), "'" + QByteArray(formula));
+        row("a formula behind a tab", u"\t=1"_s, "\"'\t=1\"", "\"'\t=1\"");
+        row("a formula behind a carriage return", u"\r=1"_s, "\"'\r=1\"", "\"'\r=1\"");
+        row("markup", u"<img src=\"a\"> &lt;"_s, "\"<img src=\"\"a\"\"> &lt;\"",
+            "\"&lt;img src=\"\"a\"\"&gt; &amp;lt;\"");
+    }
+    void separatedFormats()
+    {
+        QFETCH(QString, original);
+        QFETCH(QByteArray, csv);
+        QFETCH(QByteArray, tsv);
+        const QList<HistoryItem> items{item(original, u"x"_s)};
+        QCOMPARE(exportedHistory(items, ExportFormat::Csv),
+                 "timestamp,original,translation,starred\r\n2001-01-02T00:00:00Z," + csv + ",x,false\r\n");
+        QCOMPARE(exportedHistory(items, ExportFormat::Tsv), tsv + "\tx\n");
+        QVERIFY(
+            exportedHistory(items, ExportFormat::Lines).contains(QString(original).replace(u'"', u"\"\""_s).toUtf8()));
+    }
+
+    void json()
+    {
+        const HistoryItem exported = item(u"a"_s, u"b"_s);
+        const QJsonArray array = QJsonDocument::fromJson(exportedHistory({exported}, *exportFormat(u"JSON"_s))).array();
+        QCOMPARE(array.size(), 1);
+        QCOMPARE(QUuid(array[0][u"id"].toString()), exported.id);
+        QCOMPARE(array[0][u"timestamp"].toString(), u"2001-01-02T00:00:00Z"_s);
+        QVERIFY(!exportFormat(u"xls"_s));
+    }
+
+    void dates_data()
+    {
+        QTest::addColumn<double>("timestamp");
+        QTest::addColumn<QByteArray>("date");
+        QTest::newRow("before the reference date") << -0.75 << QByteArray("2000-12-31T23:59:59Z");
+        QTest::newRow("beyond all calendars") << 1e300 << QByteArray("9999-12-30T23:59:59Z");
+        QTest::newRow("before all calendars") << -1e300 << QByteArray("0001-01-02T00:00:00Z");
+    }
+    void dates()
+    {
+        QFETCH(double, timestamp);
+        HistoryItem exported = item(u"a"_s, u"b"_s);
+        exported.timestamp = HistoryItem::Timestamp(timestamp);
+        QTEST(exportedHistory({exported}, ExportFormat::Csv).split('\n')[1].split(',')[0], "date");
+    }
 };
-
-void HistorySearchTest::matching_data()
-{
-    QTest::addColumn<QString>("search");
-    QTest::addColumn<QString>("original");
-    QTest::addColumn<QString>("translation");
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<bool>("matches");
-    const auto row = [](const char *name, const QString &search, const QString &original, const QString &translation,
-                        bool matches, const QString &locale = u"en"_s) {
-        QTest::newRow(name) << search << original << translation << locale << matches;
-    };
-    row("nothing is everywhere", u""_s, u"a"_s, u"b"_s, true);
-    row("only in the translation", u"light"_s, u"燈塔"_s, u"LIGHTHOUSE"_s, true);
-    row("not across the two texts", u"ab"_s, u"a"_s, u"b"_s, false);
-    row("blanks count", u"a "_s, u"a"_s, u"b"_s, false);
-    row("accents count", u"uber"_s, u"über"_s, u""_s, false);
-    row("an accent encoded another way", u"U\u0308ber"_s, u"über"_s, u""_s, true);
-    row("Greek final sigma", u"ΟΔΟΣ"_s, u"οδος"_s, u""_s, true);
-    row("a sharp s is two", u"STRASSE"_s, u"Straße"_s, u""_s, true);
-    row("two are a capital sharp s", u"GROẞ"_s, u"gross"_s, u""_s, true);
-    row("a ligature is its letters", u"office"_s, u"o\uFB03ce"_s, u""_s, true);
-    row("Greek with an iota below", u"ᾼδ"_s, u"αιδης"_s, u""_s, true);
-    row("an I that is no i in Turkish", u"ı"_s, u"KAPI"_s, u""_s, true, u"tr"_s);
-    row("and none elsewhere", u"ı"_s, u"KAPI"_s, u""_s, false);
-    row("half of a surrogate pair", QString(QChar(0xD83D)), u"a"_s, u"b"_s, false);
-}
-
-void HistorySearchTest::matching()
-{
-    QFETCH(QString, search);
-    QFETCH(QString, original);
-    QFETCH(QString, translation);
-    QFETCH(QString, locale);
-    const HistorySearch tested(search, QLocale(locale));
-    QTEST(tested.matches(item(original, translation)), "matches");
-}
-
-void HistorySearchTest::ranges_data()
-{
-    QTest::addColumn<QString>("search");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("found");
-    QTest::newRow("several, without overlaps") << u"aa"_s << u"AAaa a"_s << QStringList{u"AA"_s, u"aa"_s};
-    QTest::newRow("folding changes lengths before it")
-        << u"weg"_s << u"e\u0301e\u0301e\u0301 Weg"_s << QStringList{u"Weg"_s};
-    QTest::newRow("an accent by itself belongs to its letter")
-        << u"é"_s << u"cafe\u0301s"_s << QStringList{u"e\u0301"_s};
-    QTest::newRow("across lines") << u"a\nb"_s << u"xA\nBx"_s << QStringList{u"A\nB"_s};
-    QTest::newRow("half of a letter") << u"s w"_s << u"Groß weg"_s << QStringList{u"ß w"_s};
-    QTest::newRow("nowhere") << u"z"_s << u"abc"_s << QStringList{};
-}
-
-void HistorySearchTest::ranges()
-{
-    QFETCH(QString, search);
-    QFETCH(QString, text);
-    QStringList found;
-    const auto ranges = HistorySearch(search, QLocale(QLocale::English)).rangesIn(text);
-    for (const TextRange &range : ranges)
-        found.append(text.sliced(range.start, range.length));
-    QTEST(found, "found");
-}
-
-void HistorySearchTest::separatedFormats_data()
-{
-    QTest::addColumn<QString>("original");
-    QTest::addColumn<QByteArray>("csv");
-    QTest::addColumn<QByteArray>("tsv");
-    const auto row = [](const char *name, const QString &original, const QByteArray &csv, const QByteArray &tsv) {
-        QTest::newRow(name) << original << csv << tsv;
-    };
-    row("plain", u"燈塔"_s, "燈塔", "燈塔");
-    for (const char *other : {"a,b", "a;=1", "a\t=1", "a|b"}) // another separator for some programs
-        row(other, QString::fromLatin1(other), '"' + QByteArray(other) + '"', '"' + QByteArray(other) + '"');
-    row("quotes", u"a \"b\""_s, "\"a \"\"b\"\"\"", "\"a \"\"b\"\"\"");
-    row("lines", u"a\nb"_s, "\"a\nb\"", "\"a\nb\"");
-    row("nothing", QString(), "", "");
-    for (const char *formula : {"=1+1", "+1", "-1", "@a"})
-        row(formula, QString::fromLatin1(formula), "'" + QByteArray(formula), "'" + QByteArray(formula));
-    row("a formula behind a tab", u"\t=1"_s, "\"'\t=1\"", "\"'\t=1\"");
-    row("a formula behind a carriage return", u"\r=1"_s, "\"'\r=1\"", "\"'\r=1\"");
-    row("markup", u"<img src=\"a\"> &lt;"_s, "\"<img src=\"\"a\"\"> &lt;\"", "\"&lt;img src=\"\"a\"\"&gt; &amp;lt;\"");
-}
-
-void HistorySearchTest::separatedFormats()
-{
-    QFETCH(QString, original);
-    QFETCH(QByteArray, csv);
-    QFETCH(QByteArray, tsv);
-    const QList<HistoryItem> items{item(original, u"x"_s)};
-    QCOMPARE(exportedHistory(items, ExportFormat::Csv),
-             "timestamp,original,translation,starred\r\n2001-01-02T00:00:00Z," + csv + ",x,false\r\n");
-    QCOMPARE(exportedHistory(items, ExportFormat::Tsv), tsv + "\tx\n");
-    QVERIFY(exportedHistory(items, ExportFormat::Lines).contains(QString(original).replace(u'"', u"\"\""_s).toUtf8()));
-}
-
-void HistorySearchTest::json()
-{
-    const HistoryItem exported = item(u"a"_s, u"b"_s);
-    const QJsonArray array = QJsonDocument::fromJson(exportedHistory({exported}, *exportFormat(u"JSON"_s))).array();
-    QCOMPARE(array.size(), 1);
-    QCOMPARE(QUuid(array[0][u"id"].toString()), exported.id);
-    QCOMPARE(array[0][u"timestamp"].toString(), u"2001-01-02T00:00:00Z"_s);
-    QVERIFY(!exportFormat(u"xls"_s));
-}
-
-void HistorySearchTest::dates_data()
-{
-    QTest::addColumn<double>("timestamp");
-    QTest::addColumn<QByteArray>("date");
-    QTest::newRow("before the reference date") << -0.75 << QByteArray("2000-12-31T23:59:59Z");
-    QTest::newRow("beyond all calendars") << 1e300 << QByteArray("9999-12-30T23:59:59Z");
-    QTest::newRow("before all calendars") << -1e300 << QByteArray("0001-01-02T00:00:00Z");
-}
-
-void HistorySearchTest::dates()
-{
-    QFETCH(double, timestamp);
-    HistoryItem exported = item(u"a"_s, u"b"_s);
-    exported.timestamp = HistoryItem::Timestamp(timestamp);
-    QTEST(exportedHistory({exported}, ExportFormat::Csv).split('\n')[1].split(',')[0], "date");
-}
 
 QTEST_GUILESS_MAIN(HistorySearchTest)
 #include "HistorySearchTest.moc"

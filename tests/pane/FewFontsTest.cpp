@@ -15,50 +15,44 @@ class FewFontsTest : public QObject
     Q_OBJECT
 
 public:
-    static void initMain();
+    static void initMain()
+    {
+        static const QTemporaryDir folder;
+        const QString path = folder.filePath(u"fonts.conf"_s);
+        QFile configuration(path);
+        if (!configuration.open(QIODevice::WriteOnly))
+            qFatal("no font configuration");
+        configuration.write("<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>");
+        configuration.write(folder.filePath(u"cache"_s).toUtf8() + "</cachedir></fontconfig>");
+        qputenv("FONTCONFIG_FILE", path.toUtf8());
+    }
 
 private Q_SLOTS:
-    void scriptsWithoutFontShowReplacementCharacters_data();
-    void scriptsWithoutFontShowReplacementCharacters();
+    void scriptsWithoutFontShowReplacementCharacters_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("drawn");
+        QTest::newRow("ideographs") << u"A 螢幕 B"_s << u"A \uFFFD\uFFFD B"_s;
+        QTest::newRow("Devanagari") << u"A नम B"_s << u"A \uFFFD\uFFFD B"_s;
+        QTest::newRow("Latin") << u"plain"_s << u"plain"_s;
+    }
+    void scriptsWithoutFontShowReplacementCharacters()
+    {
+        const auto painted = [](const QString &text) {
+            OverlayTypesetter typesetter(u"zh-Hant"_s);
+            QImage image(400, 80, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            QPainter painter(&image);
+            painter.setPen(Qt::white);
+            typesetter.typeset(text)->draw(painter, QPointF(), 400, 30, 1);
+            return image;
+        };
+        QFETCH(QString, text);
+        QFETCH(QString, drawn);
+        QCOMPARE(painted(text), painted(drawn));
+        QVERIFY(painted(text) != painted(QString()));
+    }
 };
-
-void FewFontsTest::initMain()
-{
-    static const QTemporaryDir folder;
-    const QString path = folder.filePath(u"fonts.conf"_s);
-    QFile configuration(path);
-    if (!configuration.open(QIODevice::WriteOnly))
-        qFatal("no font configuration");
-    configuration.write("<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>");
-    configuration.write(folder.filePath(u"cache"_s).toUtf8() + "</cachedir></fontconfig>");
-    qputenv("FONTCONFIG_FILE", path.toUtf8());
-}
-
-void FewFontsTest::scriptsWithoutFontShowReplacementCharacters_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("drawn");
-    QTest::newRow("ideographs") << u"A 螢幕 B"_s << u"A \uFFFD\uFFFD B"_s;
-    QTest::newRow("Devanagari") << u"A नम B"_s << u"A \uFFFD\uFFFD B"_s;
-    QTest::newRow("Latin") << u"plain"_s << u"plain"_s;
-}
-
-void FewFontsTest::scriptsWithoutFontShowReplacementCharacters()
-{
-    const auto painted = [](const QString &text) {
-        OverlayTypesetter typesetter(u"zh-Hant"_s);
-        QImage image(400, 80, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        painter.setPen(Qt::white);
-        typesetter.typeset(text)->draw(painter, QPointF(), 400, 30, 1);
-        return image;
-    };
-    QFETCH(QString, text);
-    QFETCH(QString, drawn);
-    QCOMPARE(painted(text), painted(drawn));
-    QVERIFY(painted(text) != painted(QString()));
-}
 
 QTEST_MAIN(FewFontsTest)
 #include "FewFontsTest.moc"

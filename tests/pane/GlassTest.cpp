@@ -61,144 +61,133 @@ class GlassTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void blurHasTheWantedDeviation_data();
-    void blurHasTheWantedDeviation();
-    void blurKeepsPlainPicturesAndOddSizes();
-    void textIsLegibleOverAnything_data();
-    void textIsLegibleOverAnything();
-    void linesOfTextMelt();
-    void colourShinesThrough();
-    void withoutContentThereIsATint();
-    void aBandEndsBetweenLines();
-    void joinedLinesHaveNoSteps();
-};
-
-void GlassTest::blurHasTheWantedDeviation_data()
-{
-    QTest::addColumn<double>("deviation");
-    for (const double deviation : {0.5, 1.0, 2.0, 3.3, 7.0})
-        QTest::addRow("%g", deviation) << deviation;
-}
-
-void GlassTest::blurHasTheWantedDeviation()
-{
-    QFETCH(double, deviation);
-    constexpr int barWidth = 9, center = 60;
-    QImage image(121, 5, QImage::Format_Alpha8);
-    image.fill(0);
-    for (int y = 0; y < image.height(); ++y)
-        std::fill_n(image.scanLine(y) + center - barWidth / 2, barWidth, uchar(255));
-    softBlur(image, deviation);
-    double sum = 0, spread = 0;
-    for (int x = 0; x < image.width(); ++x) {
-        const double value = image.constScanLine(2)[x];
-        sum += value;
-        spread += value * (x - center) * (x - center);
+    void blurHasTheWantedDeviation_data()
+    {
+        QTest::addColumn<double>("deviation");
+        for (const double deviation : {0.5, 1.0, 2.0, 3.3, 7.0})
+            QTest::addRow("%g", deviation) << deviation;
     }
-    const double barVariance = (barWidth * barWidth - 1) / 12.0;
-    QVERIFY(std::abs(sum - 255 * barWidth) < 0.02 * 255 * barWidth);
-    QVERIFY(std::abs(std::sqrt(spread / sum - barVariance) - deviation) < 0.05 * deviation + 0.05);
-}
-
-void GlassTest::blurKeepsPlainPicturesAndOddSizes()
-{
-    for (const QSize size : {QSize(1, 1), QSize(1, 40), QSize(40, 1), QSize(33, 17)}) {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(QColor(10, 120, 250));
-        const QImage before = image;
-        softBlur(image, 9.7);
-        QCOMPARE(image, before);
+    void blurHasTheWantedDeviation()
+    {
+        QFETCH(double, deviation);
+        constexpr int barWidth = 9, center = 60;
+        QImage image(121, 5, QImage::Format_Alpha8);
+        image.fill(0);
+        for (int y = 0; y < image.height(); ++y)
+            std::fill_n(image.scanLine(y) + center - barWidth / 2, barWidth, uchar(255));
+        softBlur(image, deviation);
+        double sum = 0, spread = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            const double value = image.constScanLine(2)[x];
+            sum += value;
+            spread += value * (x - center) * (x - center);
+        }
+        const double barVariance = (barWidth * barWidth - 1) / 12.0;
+        QVERIFY(std::abs(sum - 255 * barWidth) < 0.02 * 255 * barWidth);
+        QVERIFY(std::abs(std::sqrt(spread / sum - barVariance) - deviation) < 0.05 * deviation + 0.05);
     }
-    QImage unknown(8, 8, QImage::Format_RGB16);
-    unknown.fill(Qt::red);
-    softBlur(unknown, 2);
-    QCOMPARE(unknown.pixelColor(3, 3), QColor(Qt::red));
-}
 
-void GlassTest::textIsLegibleOverAnything_data()
-{
-    QTest::addColumn<QColor>("content");
-    QTest::addColumn<double>("opacity");
-    QTest::addColumn<double>("contrast");
-    QTest::newRow("white") << QColor(Qt::white) << 0.75 << 7.0;
-    QTest::newRow("black") << QColor(Qt::black) << 0.75 << 14.0;
-    QTest::newRow("yellow") << QColor(Qt::yellow) << 0.75 << 7.0;
-    QTest::newRow("red") << QColor(Qt::red) << 0.75 << 7.0;
-    QTest::newRow("grey") << QColor(128, 128, 128) << 0.75 << 7.0;
-    QTest::newRow("white through thin glass") << QColor(Qt::white) << 0.65 << 4.5;
-    QTest::newRow("white, nothing shines through") << QColor(Qt::white) << 1.0 << 14.0;
-}
+    void blurKeepsPlainPicturesAndOddSizes()
+    {
+        for (const QSize size : {QSize(1, 1), QSize(1, 40), QSize(40, 1), QSize(33, 17)}) {
+            QImage image(size, QImage::Format_RGB32);
+            image.fill(QColor(10, 120, 250));
+            const QImage before = image;
+            softBlur(image, 9.7);
+            QCOMPARE(image, before);
+        }
+        QImage unknown(8, 8, QImage::Format_RGB16);
+        unknown.fill(Qt::red);
+        softBlur(unknown, 2);
+        QCOMPARE(unknown.pixelColor(3, 3), QColor(Qt::red));
+    }
 
-void GlassTest::textIsLegibleOverAnything()
-{
-    QFETCH(QColor, content);
-    QFETCH(double, opacity);
-    QFETCH(double, contrast);
-    const QImage glass = glassOver(plain(content), opacity);
-    QVERIFY(contrastToText(glass.pixel(100, 60)) >= contrast);
-    QCOMPARE(glass.pixel(3, 3), glass.pixel(100, 60));
-}
+    void textIsLegibleOverAnything_data()
+    {
+        QTest::addColumn<QColor>("content");
+        QTest::addColumn<double>("opacity");
+        QTest::addColumn<double>("contrast");
+        QTest::newRow("white") << QColor(Qt::white) << 0.75 << 7.0;
+        QTest::newRow("black") << QColor(Qt::black) << 0.75 << 14.0;
+        QTest::newRow("yellow") << QColor(Qt::yellow) << 0.75 << 7.0;
+        QTest::newRow("red") << QColor(Qt::red) << 0.75 << 7.0;
+        QTest::newRow("grey") << QColor(128, 128, 128) << 0.75 << 7.0;
+        QTest::newRow("white through thin glass") << QColor(Qt::white) << 0.65 << 4.5;
+        QTest::newRow("white, nothing shines through") << QColor(Qt::white) << 1.0 << 14.0;
+    }
+    void textIsLegibleOverAnything()
+    {
+        QFETCH(QColor, content);
+        QFETCH(double, opacity);
+        QFETCH(double, contrast);
+        const QImage glass = glassOver(plain(content), opacity);
+        QVERIFY(contrastToText(glass.pixel(100, 60)) >= contrast);
+        QCOMPARE(glass.pixel(3, 3), glass.pixel(100, 60));
+    }
 
-void GlassTest::linesOfTextMelt()
-{
-    const QImage glass = glassOver(page(), 1.0);
-    int darkest = 255, brightest = 0;
-    for (int y = 20; y < glass.height() - 20; ++y) {
-        for (int x = 20; x < glass.width() - 20; ++x) {
-            darkest = std::min(darkest, qGray(glass.pixel(x, y)));
-            brightest = std::max(brightest, qGray(glass.pixel(x, y)));
+    void linesOfTextMelt()
+    {
+        const QImage glass = glassOver(page(), 1.0);
+        int darkest = 255, brightest = 0;
+        for (int y = 20; y < glass.height() - 20; ++y) {
+            for (int x = 20; x < glass.width() - 20; ++x) {
+                darkest = std::min(darkest, qGray(glass.pixel(x, y)));
+                brightest = std::max(brightest, qGray(glass.pixel(x, y)));
+            }
+        }
+        QVERIFY(brightest - darkest <= 4);
+        // At the pane's usual opacity the brightest spot of a page is still dark enough.
+        const QImage usual = glassOver(page(), 0.75);
+        for (int y = 0; y < usual.height(); ++y) {
+            for (int x = 0; x < usual.width(); ++x)
+                QVERIFY(contrastToText(usual.pixel(x, y)) > 6);
         }
     }
-    QVERIFY(brightest - darkest <= 4);
-    // At the pane's usual opacity the brightest spot of a page is still dark enough.
-    const QImage usual = glassOver(page(), 0.75);
-    for (int y = 0; y < usual.height(); ++y) {
-        for (int x = 0; x < usual.width(); ++x)
-            QVERIFY(contrastToText(usual.pixel(x, y)) > 6);
+
+    void colourShinesThrough()
+    {
+        const QRgb red = glassOver(plain(QColor(200, 60, 60)), 1.0).pixel(50, 50);
+        const QRgb blue = glassOver(plain(QColor(60, 60, 200)), 1.0).pixel(50, 50);
+        QVERIFY(qRed(red) > qBlue(red));
+        QVERIFY(qBlue(blue) > qRed(blue) + 20);
     }
-}
 
-void GlassTest::colourShinesThrough()
-{
-    const QRgb red = glassOver(plain(QColor(200, 60, 60)), 1.0).pixel(50, 50);
-    const QRgb blue = glassOver(plain(QColor(60, 60, 200)), 1.0).pixel(50, 50);
-    QVERIFY(qRed(red) > qBlue(red));
-    QVERIFY(qBlue(blue) > qRed(blue) + 20);
-}
-
-void GlassTest::withoutContentThereIsATint()
-{
-    QImage image = plain(Qt::white);
-    QPainter painter(&image);
-    FrostedBackdrop().paint(painter, QRectF(0, 0, 100, 120), 0.75);
-    painter.end();
-    QVERIFY(contrastToText(image.pixel(50, 50)) >= 7.0);
-    QCOMPARE(image.pixel(150, 50), qRgb(255, 255, 255));
-}
-
-void GlassTest::aBandEndsBetweenLines()
-{
-    for (const int scale : {1, 2}) {
-        const QImage content = page().scaled(QSize(200, 120) * scale);
-        const CalmArea band = calmBand(QRectF(60, 50, 80, 1), content, QSizeF(200, 120));
-        QCOMPARE(band.rect.left(), 0.0);
-        QCOMPARE(band.rect.width(), 200.0);
-        // The lines from 40 to 51 and from 58 to 69 are covered; the one above ends at 33, the one below begins at 76.
-        QVERIFY(band.rect.top() <= 40 && band.rect.top() - band.slopeAbove >= 32);
-        QVERIFY(band.rect.bottom() >= 69 && band.rect.bottom() + band.slopeBelow <= 77);
+    void withoutContentThereIsATint()
+    {
+        QImage image = plain(Qt::white);
+        QPainter painter(&image);
+        FrostedBackdrop().paint(painter, QRectF(0, 0, 100, 120), 0.75);
+        painter.end();
+        QVERIFY(contrastToText(image.pixel(50, 50)) >= 7.0);
+        QCOMPARE(image.pixel(150, 50), qRgb(255, 255, 255));
     }
-}
 
-void GlassTest::joinedLinesHaveNoSteps()
-{
-    const QList<CalmArea> lines{{.rect = {20, 50, 60, 16}}, {.rect = {22, 24, 140, 16}}, {.rect = {120, 90, 60, 16}}};
-    const auto calmness = [&](bool joined, int x, int y) {
-        return qAlpha(calmMask(QSizeF(200, 120), 1, lines, joined).pixel(x, y));
-    };
-    QVERIFY(calmness(false, 150, 60) < 20);
-    QVERIFY(calmness(true, 150, 60) > 240); // beside the short line, beneath the long one
-    QVERIFY(calmness(true, 60, 98) < 20);   // what starts elsewhere is apart
-}
+    void aBandEndsBetweenLines()
+    {
+        for (const int scale : {1, 2}) {
+            const QImage content = page().scaled(QSize(200, 120) * scale);
+            const CalmArea band = calmBand(QRectF(60, 50, 80, 1), content, QSizeF(200, 120));
+            QCOMPARE(band.rect.left(), 0.0);
+            QCOMPARE(band.rect.width(), 200.0);
+            // The lines from 40 to 51 and from 58 to 69 are covered; the one above ends at 33, the one below begins
+            // at 76.
+            QVERIFY(band.rect.top() <= 40 && band.rect.top() - band.slopeAbove >= 32);
+            QVERIFY(band.rect.bottom() >= 69 && band.rect.bottom() + band.slopeBelow <= 77);
+        }
+    }
+
+    void joinedLinesHaveNoSteps()
+    {
+        const QList<CalmArea> lines{
+            {.rect = {20, 50, 60, 16}}, {.rect = {22, 24, 140, 16}}, {.rect = {120, 90, 60, 16}}};
+        const auto calmness = [&](bool joined, int x, int y) {
+            return qAlpha(calmMask(QSizeF(200, 120), 1, lines, joined).pixel(x, y));
+        };
+        QVERIFY(calmness(false, 150, 60) < 20);
+        QVERIFY(calmness(true, 150, 60) > 240); // beside the short line, beneath the long one
+        QVERIFY(calmness(true, 60, 98) < 20);   // what starts elsewhere is apart
+    }
+};
 
 QTEST_GUILESS_MAIN(GlassTest)
 #include "GlassTest.moc"

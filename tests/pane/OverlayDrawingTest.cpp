@@ -87,244 +87,226 @@ class OverlayDrawingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void whatFitsIsDrawnWholeInItsFrame_data();
-    void whatFitsIsDrawnWholeInItsFrame();
-    void whatIsCutOffKeepsItsLines_data();
-    void whatIsCutOffKeepsItsLines();
-    void limitDoesNotChangeTheMeasure();
-    void sizesBetweenWholePixels();
-    void rightToLeftTextLeadsAtTheRight();
-    void familyFollowsTheTargetLanguage();
-    void noEmptyBoxes_data();
-    void noEmptyBoxes();
-    void paintingKeepsToPointsAtAnyScale_data();
-    void paintingKeepsToPointsAtAnyScale();
-    void shadowIsSoftAndLiesBelow();
-};
-
-void OverlayDrawingTest::whatFitsIsDrawnWholeInItsFrame_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("Traditional Chinese") << u"zh-Hant"_s << traditionalChinese;
-    QTest::newRow("English") << u"en"_s << english;
-    QTest::newRow("Japanese") << u"ja"_s << japanese;
-    QTest::newRow("Korean") << u"ko"_s << korean;
-    QTest::newRow("Arabic") << u"ar"_s << arabic;
-    QTest::newRow("a word longer than the line") << u"de"_s << longWord;
-    QTest::newRow("marks above and below, emoji") << u"en"_s << tallMarks;
-    QTest::newRow("English among ideographs") << u"zh-Hant"_s << u"按 Ctrl+Shift+Escape 開啟 Task Manager 視窗"_s;
-}
-
-void OverlayDrawingTest::whatFitsIsDrawnWholeInItsFrame()
-{
-    QFETCH(QString, language);
-    QFETCH(QString, text);
-    OverlayTypesetter typesetter(language);
-    int whole = 0;
-    for (const double height : {9.0, 14.0, 21.5, 40.0}) {
-        for (const double sourceWidth : {30.0, 111.0, 260.0}) {
-            const auto layout =
-                layOutOverlay(typesetter, text, {250}, QRectF(0, 0, sourceWidth, height), QRectF(0, 0, 640, 260), {});
-            QVERIFY(layout);
-            const double width = layout->frame.width() - 2 * overlay::sidePadding;
-            const auto typeset = typesetter.typeset(text);
-            const QImage image = drawnText(*typeset, width, layout->fontSize, layout->lines);
-            const QRectF ink = inkOf(image).translated(overlay::sidePadding, overlay::verticalPadding);
-            const QRectF frame = layout->frame.translated(-layout->frame.topLeft());
-            QVERIFY2(frame.contains(ink),
-                     qPrintable(QString::asprintf("ink %g,%g %gx%g", ink.x(), ink.y(), ink.width(), ink.height())));
-            const double needed = typesetter.boundingHeight(text, width, layout->fontSize, 1e9);
-            if (needed > layout->lines * typeset->lineHeight(layout->fontSize) + 0.01)
-                continue; // the fit gave up at its least size
-            ++whole;
-            QCOMPARE(image, drawnText(*typeset, width, layout->fontSize, 100));
-        }
+    void whatFitsIsDrawnWholeInItsFrame_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("Traditional Chinese") << u"zh-Hant"_s << traditionalChinese;
+        QTest::newRow("English") << u"en"_s << english;
+        QTest::newRow("Japanese") << u"ja"_s << japanese;
+        QTest::newRow("Korean") << u"ko"_s << korean;
+        QTest::newRow("Arabic") << u"ar"_s << arabic;
+        QTest::newRow("a word longer than the line") << u"de"_s << longWord;
+        QTest::newRow("marks above and below, emoji") << u"en"_s << tallMarks;
+        QTest::newRow("English among ideographs") << u"zh-Hant"_s << u"按 Ctrl+Shift+Escape 開啟 Task Manager 視窗"_s;
     }
-    QVERIFY(whole >= 6);
-}
+    void whatFitsIsDrawnWholeInItsFrame()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, text);
+        OverlayTypesetter typesetter(language);
+        int whole = 0;
+        for (const double height : {9.0, 14.0, 21.5, 40.0}) {
+            for (const double sourceWidth : {30.0, 111.0, 260.0}) {
+                const auto layout = layOutOverlay(typesetter, text, {250}, QRectF(0, 0, sourceWidth, height),
+                                                  QRectF(0, 0, 640, 260), {});
+                QVERIFY(layout);
+                const double width = layout->frame.width() - 2 * overlay::sidePadding;
+                const auto typeset = typesetter.typeset(text);
+                const QImage image = drawnText(*typeset, width, layout->fontSize, layout->lines);
+                const QRectF ink = inkOf(image).translated(overlay::sidePadding, overlay::verticalPadding);
+                const QRectF frame = layout->frame.translated(-layout->frame.topLeft());
+                QVERIFY2(frame.contains(ink),
+                         qPrintable(QString::asprintf("ink %g,%g %gx%g", ink.x(), ink.y(), ink.width(), ink.height())));
+                const double needed = typesetter.boundingHeight(text, width, layout->fontSize, 1e9);
+                if (needed > layout->lines * typeset->lineHeight(layout->fontSize) + 0.01)
+                    continue; // the fit gave up at its least size
+                ++whole;
+                QCOMPARE(image, drawnText(*typeset, width, layout->fontSize, 100));
+            }
+        }
+        QVERIFY(whole >= 6);
+    }
 
-void OverlayDrawingTest::whatIsCutOffKeepsItsLines_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("lines");
-    QTest::newRow("one line of words") << english << 1;
-    QTest::newRow("four lines of words") << english.repeated(4) << 4;
-    QTest::newRow("ideographs") << traditionalChinese.repeated(3) << 3;
-    QTest::newRow("one long word") << longWord << 1;
-    QTest::newRow("right to left") << arabic.repeated(3) << 2;
-    QTest::newRow("emoji of several characters") << u"👨‍👩‍👧👍🏽🇹🇼"_s.repeated(12) << 1;
-    QTest::newRow("far too long") << english.repeated(2000) << 4;
-}
+    void whatIsCutOffKeepsItsLines_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("lines");
+        QTest::newRow("one line of words") << english << 1;
+        QTest::newRow("four lines of words") << english.repeated(4) << 4;
+        QTest::newRow("ideographs") << traditionalChinese.repeated(3) << 3;
+        QTest::newRow("one long word") << longWord << 1;
+        QTest::newRow("right to left") << arabic.repeated(3) << 2;
+        QTest::newRow("emoji of several characters") << u"👨‍👩‍👧👍🏽🇹🇼"_s.repeated(12) << 1;
+        QTest::newRow("far too long") << english.repeated(2000) << 4;
+    }
+    void whatIsCutOffKeepsItsLines()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, lines);
+        OverlayTypesetter typesetter(u"zh-Hant"_s);
+        const auto typeset = typesetter.typeset(text);
+        const double size = 20;
+        const QRectF ink = inkOf(drawnText(*typeset, 200, size, lines));
+        QVERIFY(ink.left() >= -1);
+        QVERIFY(ink.right() <= 201);
+        QVERIFY(ink.width() > 150); // the last lines reach nearly as far as there is room
+        QVERIFY(ink.bottom() <= lines * typeset->lineHeight(size) + 1 / scale); // glyphs stand on whole pixels
+        QVERIFY(ink.bottom() > (lines - 1) * typeset->lineHeight(size));
+        QVERIFY(drawnText(*typeset, 200, size, lines) != drawnText(*typeset, 200, size, lines + 1));
+    }
 
-void OverlayDrawingTest::whatIsCutOffKeepsItsLines()
-{
-    QFETCH(QString, text);
-    QFETCH(int, lines);
-    OverlayTypesetter typesetter(u"zh-Hant"_s);
-    const auto typeset = typesetter.typeset(text);
-    const double size = 20;
-    const QRectF ink = inkOf(drawnText(*typeset, 200, size, lines));
-    QVERIFY(ink.left() >= -1);
-    QVERIFY(ink.right() <= 201);
-    QVERIFY(ink.width() > 150); // the last lines reach nearly as far as there is room
-    QVERIFY(ink.bottom() <= lines * typeset->lineHeight(size) + 1 / scale); // glyphs stand on whole pixels
-    QVERIFY(ink.bottom() > (lines - 1) * typeset->lineHeight(size));
-    QVERIFY(drawnText(*typeset, 200, size, lines) != drawnText(*typeset, 200, size, lines + 1));
-}
-
-void OverlayDrawingTest::limitDoesNotChangeTheMeasure()
-{
-    OverlayTypesetter typesetter(u"zh-Hant"_s);
-    for (const QString &text : {traditionalChinese, english, japanese, arabic, longWord, tallMarks}) {
-        for (double size = 10; size <= 48; size += 0.5) {
-            for (const double width : {35.0, 120.0, 333.3}) {
-                const double height = typesetter.boundingHeight(text, width, size, 1e9);
-                for (const double limit : {0.0, 13.0, 40.0, 97.5, 200.0}) {
-                    const double limited = typesetter.boundingHeight(text, width, size, limit);
-                    if (height <= limit)
-                        QCOMPARE(limited, height);
-                    else
-                        QVERIFY(limited > limit + 1e-4 && limited <= height);
+    void limitDoesNotChangeTheMeasure()
+    {
+        OverlayTypesetter typesetter(u"zh-Hant"_s);
+        for (const QString &text : {traditionalChinese, english, japanese, arabic, longWord, tallMarks}) {
+            for (double size = 10; size <= 48; size += 0.5) {
+                for (const double width : {35.0, 120.0, 333.3}) {
+                    const double height = typesetter.boundingHeight(text, width, size, 1e9);
+                    for (const double limit : {0.0, 13.0, 40.0, 97.5, 200.0}) {
+                        const double limited = typesetter.boundingHeight(text, width, size, limit);
+                        if (height <= limit)
+                            QCOMPARE(limited, height);
+                        else
+                            QVERIFY(limited > limit + 1e-4 && limited <= height);
+                    }
                 }
             }
         }
     }
-}
 
-void OverlayDrawingTest::sizesBetweenWholePixels()
-{
-    OverlayTypesetter typesetter(u"en"_s);
-    const auto text = typesetter.typeset(u"|Measured and drawn at eleven and a quarter|"_s);
-    const double at11 = inkOf(drawnText(*text, 600, 11, 1)).width();
-    for (const double size : {11.25, 11.5, 14.4, 22.0}) {
-        const double ink = inkOf(drawnText(*text, 600, size, 1)).width();
-        QVERIFY(std::abs(ink - at11 * size / 11) <= 1.01);
-        QVERIFY(text->lineWidth(size) > ink && text->lineWidth(size) < 1.04 * ink);
-    }
-}
-
-void OverlayDrawingTest::rightToLeftTextLeadsAtTheRight()
-{
-    OverlayTypesetter typesetter(u"ar"_s);
-    const QRectF oneLine = inkOf(drawnText(*typesetter.typeset(u"مرحبا"_s), 300, 20, 1));
-    QVERIFY(oneLine.left() > 200);
-    QVERIFY(oneLine.right() > 295 && oneLine.right() <= 301);
-    const auto text = typesetter.typeset(u"مرحبا بالعالم مرحبا بالعالم مرحبا"_s);
-    const QRectF shortLastLine = inkOf(drawnText(*text, 180, 20, 4), text->lineHeight(20) + 2);
-    QVERIFY(shortLastLine.left() > 60);
-    QVERIFY(shortLastLine.right() > 170);
-}
-
-void OverlayDrawingTest::familyFollowsTheTargetLanguage()
-{
-    // Each region writes this character in a shape of its own.
-    const QString text = u"骨"_s;
-    const QStringList languages{u"zh-Hant"_s, u"zh-Hans"_s, u"ja"_s};
-    for (const QString &each : languages) {
-        for (const QString &other : languages)
-            QCOMPARE(painted(each, text) == painted(other, text), each == other);
-    }
-    QCOMPARE(painted(u"zh-TW"_s, text), painted(u"zh-Hant"_s, text));
-    QCOMPARE(painted(u"zh-CN"_s, text), painted(u"zh-Hans"_s, text));
-    QCOMPARE(painted(u"heb"_s, u"x"_s), painted(u"en-US"_s, u"x"_s));
-}
-
-void OverlayDrawingTest::noEmptyBoxes_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("drawn");
-    QTest::newRow("private use") << u"A\U000F0001\uE000B"_s << u"AB"_s;
-    QTest::newRow("not assigned") << u"A\u0378B"_s << u"A\uFFFDB"_s;
-    QTest::newRow("half of a pair") << u"A"_s + QChar(0xD83D) << u"A\uFFFD"_s;
-    QTest::newRow("controls") << u"A\u0007\u001B\u0000B"_s << u"AB"_s;
-    QTest::newRow("line breaks and tabs are spaces") << u"\nA\tB\r\nC\u2028D\n"_s << u"A B  C D"_s;
-    QTest::newRow("only spaces") << u" \n "_s << QString();
-    QTest::newRow("marks that show nothing") << u"A\u200B\u200D\uFE0F\u2060B"_s << u"AB"_s;
-}
-
-void OverlayDrawingTest::noEmptyBoxes()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, drawn);
-    QCOMPARE(painted(u"zh-Hant"_s, text), painted(u"zh-Hant"_s, drawn));
-}
-
-void OverlayDrawingTest::paintingKeepsToPointsAtAnyScale_data()
-{
-    QTest::addColumn<double>("ratio");
-    QTest::addColumn<QPointF>("offset");
-    QTest::newRow("1") << 1.0 << QPointF();
-    QTest::newRow("1.25") << 1.25 << QPointF();
-    QTest::newRow("2") << 2.0 << QPointF();
-    QTest::newRow("3, off the grid") << 3.0 << QPointF(0.4, 0.7);
-}
-
-void OverlayDrawingTest::paintingKeepsToPointsAtAnyScale()
-{
-    QFETCH(double, ratio);
-    QFETCH(QPointF, offset);
-    OverlayTypesetter typesetter(u"en"_s);
-    const QString text = u"HHHH"_s;
-    const auto layout = layOutOverlay(typesetter, text, {60}, QRectF(10, 20, 90, 30), QRectF(0, 0, 200, 80), {});
-    OverlayPainter overlayPainter(typesetter.typeset(text), *layout);
-
-    QImage image(int(200 * ratio), int(80 * ratio), QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(ratio);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    painter.translate(offset);
-    overlayPainter.paint(painter);
-    painter.end();
-
-    QRect bright;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qGray(image.pixel(x, y)) > 122)
-                bright |= QRect(x, y, 1, 1);
+    void sizesBetweenWholePixels()
+    {
+        OverlayTypesetter typesetter(u"en"_s);
+        const auto text = typesetter.typeset(u"|Measured and drawn at eleven and a quarter|"_s);
+        const double at11 = inkOf(drawnText(*text, 600, 11, 1)).width();
+        for (const double size : {11.25, 11.5, 14.4, 22.0}) {
+            const double ink = inkOf(drawnText(*text, 600, size, 1)).width();
+            QVERIFY(std::abs(ink - at11 * size / 11) <= 1.01);
+            QVERIFY(text->lineWidth(size) > ink && text->lineWidth(size) < 1.04 * ink);
         }
     }
-    const double size = layout->fontSize;
-    const QRectF ink(bright.left() / ratio, bright.top() / ratio, bright.width() / ratio, bright.height() / ratio);
-    // A letter H is 0.714 em high and begins at the padding.
-    QVERIFY(std::abs(ink.bottom() - (20 + 2 + 0.714 * size + offset.y())) < 1.01);
-    QVERIFY(std::abs(ink.height() - 0.714 * size) < 1.01);
-    QVERIFY(std::abs(ink.left() - (10 + 4 + 0.09 * size + offset.x())) < 1.01);
-    QVERIFY(overlayPainter.paintedArea().translated(offset).contains(ink));
-    const QRgb brightest = image.pixel(bright.left() + 1, bright.center().y());
-    QVERIFY(qGray(brightest) >= 200 && qGray(brightest) <= 245);
-}
 
-void OverlayDrawingTest::shadowIsSoftAndLiesBelow()
-{
-    OverlayTypesetter typesetter(u"en"_s);
-    const QString text = u"————"_s; // one thick line
-    const auto layout = layOutOverlay(typesetter, text, {100}, QRectF(10, 20, 150, 40), QRectF(0, 0, 200, 100), {});
-    QImage image(200, 100, QImage::Format_RGB32);
-    image.fill(qRgb(245, 245, 245)); // as bright as the text
-    QPainter painter(&image);
-    OverlayPainter(typesetter.typeset(text), *layout).paint(painter);
-    painter.end();
+    void rightToLeftTextLeadsAtTheRight()
+    {
+        OverlayTypesetter typesetter(u"ar"_s);
+        const QRectF oneLine = inkOf(drawnText(*typesetter.typeset(u"مرحبا"_s), 300, 20, 1));
+        QVERIFY(oneLine.left() > 200);
+        QVERIFY(oneLine.right() > 295 && oneLine.right() <= 301);
+        const auto text = typesetter.typeset(u"مرحبا بالعالم مرحبا بالعالم مرحبا"_s);
+        const QRectF shortLastLine = inkOf(drawnText(*text, 180, 20, 4), text->lineHeight(20) + 2);
+        QVERIFY(shortLastLine.left() > 60);
+        QVERIFY(shortLastLine.right() > 170);
+    }
 
-    const QImage middle = image.copy(60, 0, 30, 100);
-    QList<int> darkness;
-    for (int y = 0; y < middle.height(); ++y)
-        darkness.append(245 - int(rowBrightness(middle, y)));
-    // The stroke itself is the least dark row between its shadow's upper and lower part.
-    const double baseline = 20 + overlay::verticalPadding + 0.714 * layout->fontSize;
-    const auto expected = darkness.begin() + int(baseline - 0.3 * layout->fontSize);
-    const int stroke = int(std::min_element(expected - 2, expected + 3) - darkness.begin());
-    QVERIFY(darkness[stroke] < 20);
-    const int above = std::accumulate(darkness.begin(), darkness.begin() + stroke, 0);
-    const int below = std::accumulate(darkness.begin() + stroke, darkness.end(), 0);
-    QVERIFY(above > 30);
-    QVERIFY(below > 2 * above);
-    // It fades away row by row, and within a few points.
-    const auto darkest = std::max_element(darkness.begin() + stroke, darkness.end());
-    QVERIFY(std::is_sorted(darkest, darkness.end(), std::greater<>()));
-    QVERIFY(*(darkest + 3) > 5);
-    QVERIFY(*(darkest + 8) == 0);
-}
+    void familyFollowsTheTargetLanguage()
+    {
+        // Each region writes this character in a shape of its own.
+        const QString text = u"骨"_s;
+        const QStringList languages{u"zh-Hant"_s, u"zh-Hans"_s, u"ja"_s};
+        for (const QString &each : languages) {
+            for (const QString &other : languages)
+                QCOMPARE(painted(each, text) == painted(other, text), each == other);
+        }
+        QCOMPARE(painted(u"zh-TW"_s, text), painted(u"zh-Hant"_s, text));
+        QCOMPARE(painted(u"zh-CN"_s, text), painted(u"zh-Hans"_s, text));
+        QCOMPARE(painted(u"heb"_s, u"x"_s), painted(u"en-US"_s, u"x"_s));
+    }
+
+    void noEmptyBoxes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("drawn");
+        QTest::newRow("private use") << u"A\U000F0001\uE000B"_s << u"AB"_s;
+        QTest::newRow("not assigned") << u"A\u0378B"_s << u"A\uFFFDB"_s;
+        QTest::newRow("half of a pair") << u"A"_s + QChar(0xD83D) << u"A\uFFFD"_s;
+        QTest::newRow("controls") << u"A\u0007\u001B\u0000B"_s << u"AB"_s;
+        QTest::newRow("line breaks and tabs are spaces") << u"\nA\tB\r\nC\u2028D\n"_s << u"A B  C D"_s;
+        QTest::newRow("only spaces") << u" \n "_s << QString();
+        QTest::newRow("marks that show nothing") << u"A\u200B\u200D\uFE0F\u2060B"_s << u"AB"_s;
+    }
+    void noEmptyBoxes()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, drawn);
+        QCOMPARE(painted(u"zh-Hant"_s, text), painted(u"zh-Hant"_s, drawn));
+    }
+
+    void paintingKeepsToPointsAtAnyScale_data()
+    {
+        QTest::addColumn<double>("ratio");
+        QTest::addColumn<QPointF>("offset");
+        QTest::newRow("1") << 1.0 << QPointF();
+        QTest::newRow("1.25") << 1.25 << QPointF();
+        QTest::newRow("2") << 2.0 << QPointF();
+        QTest::newRow("3, off the grid") << 3.0 << QPointF(0.4, 0.7);
+    }
+    void paintingKeepsToPointsAtAnyScale()
+    {
+        QFETCH(double, ratio);
+        QFETCH(QPointF, offset);
+        OverlayTypesetter typesetter(u"en"_s);
+        const QString text = u"HHHH"_s;
+        const auto layout = layOutOverlay(typesetter, text, {60}, QRectF(10, 20, 90, 30), QRectF(0, 0, 200, 80), {});
+        OverlayPainter overlayPainter(typesetter.typeset(text), *layout);
+
+        QImage image(int(200 * ratio), int(80 * ratio), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        painter.translate(offset);
+        overlayPainter.paint(painter);
+        painter.end();
+
+        QRect bright;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) > 122)
+                    bright |= QRect(x, y, 1, 1);
+            }
+        }
+        const double size = layout->fontSize;
+        const QRectF ink(bright.left() / ratio, bright.top() / ratio, bright.width() / ratio, bright.height() / ratio);
+        // A letter H is 0.714 em high and begins at the padding.
+        QVERIFY(std::abs(ink.bottom() - (20 + 2 + 0.714 * size + offset.y())) < 1.01);
+        QVERIFY(std::abs(ink.height() - 0.714 * size) < 1.01);
+        QVERIFY(std::abs(ink.left() - (10 + 4 + 0.09 * size + offset.x())) < 1.01);
+        QVERIFY(overlayPainter.paintedArea().translated(offset).contains(ink));
+        const QRgb brightest = image.pixel(bright.left() + 1, bright.center().y());
+        QVERIFY(qGray(brightest) >= 200 && qGray(brightest) <= 245);
+    }
+
+    void shadowIsSoftAndLiesBelow()
+    {
+        OverlayTypesetter typesetter(u"en"_s);
+        const QString text = u"————"_s; // one thick line
+        const auto layout = layOutOverlay(typesetter, text, {100}, QRectF(10, 20, 150, 40), QRectF(0, 0, 200, 100), {});
+        QImage image(200, 100, QImage::Format_RGB32);
+        image.fill(qRgb(245, 245, 245)); // as bright as the text
+        QPainter painter(&image);
+        OverlayPainter(typesetter.typeset(text), *layout).paint(painter);
+        painter.end();
+
+        const QImage middle = image.copy(60, 0, 30, 100);
+        QList<int> darkness;
+        for (int y = 0; y < middle.height(); ++y)
+            darkness.append(245 - int(rowBrightness(middle, y)));
+        // The stroke itself is the least dark row between its shadow's upper and lower part.
+        const double baseline = 20 + overlay::verticalPadding + 0.714 * layout->fontSize;
+        const auto expected = darkness.begin() + int(baseline - 0.3 * layout->fontSize);
+        const int stroke = int(std::min_element(expected - 2, expected + 3) - darkness.begin());
+        QVERIFY(darkness[stroke] < 20);
+        const int above = std::accumulate(darkness.begin(), darkness.begin() + stroke, 0);
+        const int below = std::accumulate(darkness.begin() + stroke, darkness.end(), 0);
+        QVERIFY(above > 30);
+        QVERIFY(below > 2 * above);
+        // It fades away row by row, and within a few points.
+        const auto darkest = std::max_element(darkness.begin() + stroke, darkness.end());
+        QVERIFY(std::is_sorted(darkest, darkness.end(), std::greater<>()));
+        QVERIFY(*(darkest + 3) > 5);
+        QVERIFY(*(darkest + 8) == 0);
+    }
+};
 
 QTEST_MAIN(OverlayDrawingTest)
 #include "OverlayDrawingTest.moc"

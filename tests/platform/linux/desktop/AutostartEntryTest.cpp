@@ -17,12 +17,80 @@ class AutostartEntryTest : public QObject
 
 private Q_SLOTS:
     void init() { m = std::make_unique<Fixture>(); }
-    void whatIsInForce_data();
-    void whatIsInForce();
-    void switchingOnWritesAnEntryAndOffRemovesIt();
-    void thePathIsQuoted();
-    void theSystemsEntryIsOverruled();
-    void aFolderThatCannotBeMadeIsAFailure();
+
+    void whatIsInForce_data()
+    {
+        QTest::addColumn<QByteArray>("own"); // null: there is no such file
+        QTest::addColumn<QByteArray>("system");
+        QTest::addColumn<bool>("enabled");
+        const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=true\n";
+        QTest::newRow("nothing") << QByteArray() << QByteArray() << false;
+        QTest::newRow("an entry of any content") << plain << QByteArray() << true;
+        QTest::newRow("a program that is gone")
+            << QByteArray("[Desktop Entry]\nType=Application\nExec=\"/opt/\\\\$a/b\"\n") << QByteArray() << false;
+        QTest::newRow("hidden") << plain + "Hidden=true\n" << QByteArray() << false;
+        QTest::newRow("disabled by the session's settings") << plain + "X-GNOME-Autostart-enabled = false\n"
+                                                            << QByteArray() << false;
+        QTest::newRow("the same words in another group") << plain + "[Desktop Action x]\nHidden=true\n"
+                                                         << QByteArray() << true;
+        QTest::newRow("the whole system's") << QByteArray() << plain << true;
+        QTest::newRow("the whole system's, hidden by the user")
+            << QByteArray("[Desktop Entry]\nHidden=true\n") << plain << false;
+    }
+    void whatIsInForce()
+    {
+        QFETCH(QByteArray, own);
+        QFETCH(QByteArray, system);
+        if (!own.isNull())
+            Fixture::put(m->own, own);
+        if (!system.isNull())
+            Fixture::put(m->system, system);
+        QFETCH(bool, enabled);
+        AutostartEntry entry = m->entry();
+        QCOMPARE(entry.isEnabled(), enabled);
+        QVERIFY(entry.setEnabled(!enabled));
+        QCOMPARE(entry.isEnabled(), !enabled);
+        QVERIFY(entry.setEnabled(enabled));
+        QCOMPARE(entry.isEnabled(), enabled);
+    }
+
+    void switchingOnWritesAnEntryAndOffRemovesIt()
+    {
+        AutostartEntry entry = m->entry();
+        QVERIFY(entry.setEnabled(true));
+        QVERIFY2(m->content().contains(u"\nExec=\"/"_s), qPrintable(m->content()));
+        QVERIFY(entry.setEnabled(false));
+        QVERIFY(!QFileInfo::exists(m->own));
+    }
+
+    void thePathIsQuoted()
+    {
+        const QString program = m->folder.filePath(u"a b $x`\"\\l"_s);
+        QVERIFY(QFile::link(QCoreApplication::applicationFilePath(), program));
+        AutostartEntry entry = m->entry(program);
+        QVERIFY(entry.setEnabled(true));
+        QVERIFY2(entry.isEnabled() && m->content().contains(u"/a b \\\\$x\\\\`\\\\\"\\\\\\\\l\""_s),
+                 qPrintable(m->content()));
+        QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(false));
+        QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(true));
+        QVERIFY2(m->content().contains(u"Exec=\"/opt/100%%/lucentra\""_s), qPrintable(m->content()));
+    }
+
+    void theSystemsEntryIsOverruled()
+    {
+        Fixture::put(m->system, "[Desktop Entry]\nType=Application\nExec=true\n");
+        QVERIFY(m->entry().setEnabled(false));
+        QVERIFY(m->content().contains(u"Hidden=true"_s));
+        QVERIFY(QFileInfo::exists(m->system));
+    }
+
+    void aFolderThatCannotBeMadeIsAFailure()
+    {
+        Fixture::put(m->folder.filePath(u"config"_s), "a file in its place");
+        const auto failed = m->entry().setEnabled(true);
+        QVERIFY(!failed);
+        QVERIFY(failed.error().description.contains(u"autostart"_s));
+    }
 
 private:
     struct Fixture
@@ -50,80 +118,6 @@ private:
     };
     std::unique_ptr<Fixture> m;
 };
-
-void AutostartEntryTest::whatIsInForce_data()
-{
-    QTest::addColumn<QByteArray>("own"); // null: there is no such file
-    QTest::addColumn<QByteArray>("system");
-    QTest::addColumn<bool>("enabled");
-    const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=true\n";
-    QTest::newRow("nothing") << QByteArray() << QByteArray() << false;
-    QTest::newRow("an entry of any content") << plain << QByteArray() << true;
-    QTest::newRow("a program that is gone")
-        << QByteArray("[Desktop Entry]\nType=Application\nExec=\"/opt/\\\\$a/b\"\n") << QByteArray() << false;
-    QTest::newRow("hidden") << plain + "Hidden=true\n" << QByteArray() << false;
-    QTest::newRow("disabled by the session's settings") << plain + "X-GNOME-Autostart-enabled = false\n"
-                                                        << QByteArray() << false;
-    QTest::newRow("the same words in another group") << plain + "[Desktop Action x]\nHidden=true\n"
-                                                     << QByteArray() << true;
-    QTest::newRow("the whole system's") << QByteArray() << plain << true;
-    QTest::newRow("the whole system's, hidden by the user")
-        << QByteArray("[Desktop Entry]\nHidden=true\n") << plain << false;
-}
-
-void AutostartEntryTest::whatIsInForce()
-{
-    QFETCH(QByteArray, own);
-    QFETCH(QByteArray, system);
-    if (!own.isNull())
-        Fixture::put(m->own, own);
-    if (!system.isNull())
-        Fixture::put(m->system, system);
-    QFETCH(bool, enabled);
-    AutostartEntry entry = m->entry();
-    QCOMPARE(entry.isEnabled(), enabled);
-    QVERIFY(entry.setEnabled(!enabled));
-    QCOMPARE(entry.isEnabled(), !enabled);
-    QVERIFY(entry.setEnabled(enabled));
-    QCOMPARE(entry.isEnabled(), enabled);
-}
-
-void AutostartEntryTest::switchingOnWritesAnEntryAndOffRemovesIt()
-{
-    AutostartEntry entry = m->entry();
-    QVERIFY(entry.setEnabled(true));
-    QVERIFY2(m->content().contains(u"\nExec=\"/"_s), qPrintable(m->content()));
-    QVERIFY(entry.setEnabled(false));
-    QVERIFY(!QFileInfo::exists(m->own));
-}
-
-void AutostartEntryTest::thePathIsQuoted()
-{
-    const QString program = m->folder.filePath(uR"(a b $x`"\l)"_s);
-    QVERIFY(QFile::link(QCoreApplication::applicationFilePath(), program));
-    AutostartEntry entry = m->entry(program);
-    QVERIFY(entry.setEnabled(true));
-    QVERIFY2(entry.isEnabled() && m->content().contains(uR"(/a b \\$x\\`\\"\\\\l")"_s), qPrintable(m->content()));
-    QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(false));
-    QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(true));
-    QVERIFY2(m->content().contains(u"Exec=\"/opt/100%%/lucentra\""_s), qPrintable(m->content()));
-}
-
-void AutostartEntryTest::theSystemsEntryIsOverruled()
-{
-    Fixture::put(m->system, "[Desktop Entry]\nType=Application\nExec=true\n");
-    QVERIFY(m->entry().setEnabled(false));
-    QVERIFY(m->content().contains(u"Hidden=true"_s));
-    QVERIFY(QFileInfo::exists(m->system));
-}
-
-void AutostartEntryTest::aFolderThatCannotBeMadeIsAFailure()
-{
-    Fixture::put(m->folder.filePath(u"config"_s), "a file in its place");
-    const auto failed = m->entry().setEnabled(true);
-    QVERIFY(!failed);
-    QVERIFY(failed.error().description.contains(u"autostart"_s));
-}
 
 QTEST_GUILESS_MAIN(AutostartEntryTest)
 #include "AutostartEntryTest.moc"

@@ -15,125 +15,112 @@ class ApertiumTranslationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void modesAreLanguagePairs();
-    void answers_data();
-    void answers();
-    void oneProcessServesMany();
-    void aProcessThatEndsIsStartedAgain();
-    void nobodyWaitsForWhatIsNotWanted();
+    void init()
+    {
+        m_apertium.reset();
+        m_folder = std::make_unique<QTemporaryDir>();
+        QFile program(m_folder->filePath(u"pipeline"_s));
+        QVERIFY(program.open(QIODevice::WriteOnly));
+        program.write("#!/bin/sh\ncat \"$2\"\n");
+        program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    void modesAreLanguagePairs()
+    {
+        install(u"spa-eng.mode"_s, {});
+        install(u"spa-eng_US.mode"_s, {});
+        install(u"oc-es.mode"_s, {});
+        ApertiumTranslation apertium(m_folder->filePath(u"pipeline"_s), m_folder->path());
+        QCOMPARE(apertium.status().value(0).pairs, (QList<LanguagePair>{{u"oc"_s, u"es"_s}, {u"es"_s, u"en"_s}}));
+        QCOMPARE(apertium.availability({u"es"_s, u"en-US"_s}), PairAvailability::Available);
+        QCOMPARE(apertium.availability({u"en"_s, u"es"_s}), PairAvailability::Unavailable);
+        QVERIFY(ApertiumTranslation({}, m_folder->path()).status().isEmpty());
+    }
+
+    void answers_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("translation");
+        const QByteArray echo = "while IFS= read -r -d '' text; do printf '%s\\0' \"$text\"; done";
+        QTest::newRow("what means something in its stream")
+            << echo << u"a [b] <c> ^d$ \\ e/f *"_s << u"a [b] <c> ^d$ \\ e/f *"_s;
+        QTest::newRow("other scripts") << echo << u"日本 ñ"_s << u"日本 ñ"_s;
+        QTest::newRow("one unknown word of three")
+            << QByteArray("while IFS= read -r -d '' t; do printf 'the *perro eats[][\\n]\\0'; done")
+            << u"el perro come"_s << u"the perro eats"_s;
+        QTest::newRow("mostly unknown words")
+            << QByteArray("while IFS= read -r -d '' t; do printf 'the *perro *come\\0'; done") << u"el perro come"_s
+            << QString();
+        QTest::newRow("not UTF-8") << QByteArray("while IFS= read -r -d '' t; do printf '\\xff\\xfe\\0'; done")
+                                   << u"hola"_s << QString();
+        QTest::newRow("nothing") << QByteArray("while IFS= read -r -d '' t; do printf '\\0'; done") << u"hola"_s
+                                 << QString();
+        QTest::newRow("it ends at once") << QByteArray("exit 1") << u"hola"_s << QString();
+    }
+    void answers()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QString, source);
+        QFETCH(QString, translation);
+        install(u"spa-eng.mode"_s, script);
+        const auto outcomes = translate({source});
+        QCOMPARE(outcomes.size(), 1);
+        QCOMPARE(outcomes[0].kind,
+                 translation.isEmpty() ? OnDeviceOutcome::Kind::UnknownPhrase : OnDeviceOutcome::Kind::Translated);
+        QCOMPARE(outcomes[0].text, translation);
+    }
+
+    void oneProcessServesMany()
+    {
+        install(u"spa-eng.mode"_s, "n=0; while IFS= read -r -d '' t; do n=$((n+1)); printf 'answer %s\\0' $n; done");
+        QStringList texts;
+        for (const auto &outcomes : {translate({u"a"_s, u"b"_s}), translate({u"c"_s})}) {
+            for (const OnDeviceOutcome &outcome : outcomes)
+                texts.append(outcome.text);
+        }
+        QCOMPARE(texts, (QStringList{u"answer 1"_s, u"answer 2"_s, u"answer 3"_s}));
+    }
+
+    void aProcessThatEndsIsStartedAgain()
+    {
+        install(u"spa-eng.mode"_s, "IFS= read -r -d '' t; printf 'once\\0'");
+        QCOMPARE(translate({u"a"_s}).value(0).text, u"once"_s);
+        // The first question after its end may still find it there; the next one finds another.
+        const QString second = translate({u"b"_s}).value(0).text;
+        const QString third = translate({u"c"_s}).value(0).text;
+        QVERIFY(second == u"once"_s || third == u"once"_s);
+    }
+
+    void nobodyWaitsForWhatIsNotWanted()
+    {
+        install(u"spa-eng.mode"_s, "exec sleep 60");
+        QElapsedTimer timer;
+        timer.start();
+        int looks = 0;
+        const auto outcomes = translate({u"a"_s, u"b"_s, u"c"_s}, [&looks] { return ++looks < 3; });
+        QCOMPARE(outcomes.size(), 3);
+        QVERIFY(timer.elapsed() < 8000); // less than one answer would be waited for
+    }
 
 private:
-    void install(const QString &mode, const QByteArray &script);
-    QList<OnDeviceOutcome> translate(const QStringList &texts, const std::function<bool()> &isWanted = {});
+    void install(const QString &mode, const QByteArray &script)
+    {
+        QFile file(m_folder->filePath(mode));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(script);
+    }
+
+    QList<OnDeviceOutcome> translate(const QStringList &texts, const std::function<bool()> &isWanted = {})
+    {
+        if (!m_apertium)
+            m_apertium = std::make_unique<ApertiumTranslation>(m_folder->filePath(u"pipeline"_s), m_folder->path());
+        return m_apertium->translate({u"es"_s, u"en-US"_s}, texts, isWanted);
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ApertiumTranslation> m_apertium;
 };
-
-void ApertiumTranslationTest::init()
-{
-    m_apertium.reset();
-    m_folder = std::make_unique<QTemporaryDir>();
-    QFile program(m_folder->filePath(u"pipeline"_s));
-    QVERIFY(program.open(QIODevice::WriteOnly));
-    program.write("#!/bin/sh\ncat \"$2\"\n");
-    program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
-
-void ApertiumTranslationTest::install(const QString &mode, const QByteArray &script)
-{
-    QFile file(m_folder->filePath(mode));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(script);
-}
-
-QList<OnDeviceOutcome> ApertiumTranslationTest::translate(const QStringList &texts,
-                                                          const std::function<bool()> &isWanted)
-{
-    if (!m_apertium)
-        m_apertium = std::make_unique<ApertiumTranslation>(m_folder->filePath(u"pipeline"_s), m_folder->path());
-    return m_apertium->translate({u"es"_s, u"en-US"_s}, texts, isWanted);
-}
-
-void ApertiumTranslationTest::modesAreLanguagePairs()
-{
-    install(u"spa-eng.mode"_s, {});
-    install(u"spa-eng_US.mode"_s, {});
-    install(u"oc-es.mode"_s, {});
-    ApertiumTranslation apertium(m_folder->filePath(u"pipeline"_s), m_folder->path());
-    QCOMPARE(apertium.status().value(0).pairs, (QList<LanguagePair>{{u"oc"_s, u"es"_s}, {u"es"_s, u"en"_s}}));
-    QCOMPARE(apertium.availability({u"es"_s, u"en-US"_s}), PairAvailability::Available);
-    QCOMPARE(apertium.availability({u"en"_s, u"es"_s}), PairAvailability::Unavailable);
-    QVERIFY(ApertiumTranslation({}, m_folder->path()).status().isEmpty());
-}
-
-void ApertiumTranslationTest::answers_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<QString>("source");
-    QTest::addColumn<QString>("translation");
-    const QByteArray echo = "while IFS= read -r -d '' text; do printf '%s\\0' \"$text\"; done";
-    QTest::newRow("what means something in its stream")
-        << echo << u"a [b] <c> ^d$ \\ e/f *"_s << u"a [b] <c> ^d$ \\ e/f *"_s;
-    QTest::newRow("other scripts") << echo << u"日本 ñ"_s << u"日本 ñ"_s;
-    QTest::newRow("one unknown word of three")
-        << QByteArray("while IFS= read -r -d '' t; do printf 'the *perro eats[][\\n]\\0'; done") << u"el perro come"_s
-        << u"the perro eats"_s;
-    QTest::newRow("mostly unknown words")
-        << QByteArray("while IFS= read -r -d '' t; do printf 'the *perro *come\\0'; done") << u"el perro come"_s
-        << QString();
-    QTest::newRow("not UTF-8") << QByteArray("while IFS= read -r -d '' t; do printf '\\xff\\xfe\\0'; done") << u"hola"_s
-                               << QString();
-    QTest::newRow("nothing") << QByteArray("while IFS= read -r -d '' t; do printf '\\0'; done") << u"hola"_s
-                             << QString();
-    QTest::newRow("it ends at once") << QByteArray("exit 1") << u"hola"_s << QString();
-}
-
-void ApertiumTranslationTest::answers()
-{
-    QFETCH(QByteArray, script);
-    QFETCH(QString, source);
-    QFETCH(QString, translation);
-    install(u"spa-eng.mode"_s, script);
-    const auto outcomes = translate({source});
-    QCOMPARE(outcomes.size(), 1);
-    QCOMPARE(outcomes[0].kind,
-             translation.isEmpty() ? OnDeviceOutcome::Kind::UnknownPhrase : OnDeviceOutcome::Kind::Translated);
-    QCOMPARE(outcomes[0].text, translation);
-}
-
-void ApertiumTranslationTest::oneProcessServesMany()
-{
-    install(u"spa-eng.mode"_s, "n=0; while IFS= read -r -d '' t; do n=$((n+1)); printf 'answer %s\\0' $n; done");
-    QStringList texts;
-    for (const auto &outcomes : {translate({u"a"_s, u"b"_s}), translate({u"c"_s})}) {
-        for (const OnDeviceOutcome &outcome : outcomes)
-            texts.append(outcome.text);
-    }
-    QCOMPARE(texts, (QStringList{u"answer 1"_s, u"answer 2"_s, u"answer 3"_s}));
-}
-
-void ApertiumTranslationTest::aProcessThatEndsIsStartedAgain()
-{
-    install(u"spa-eng.mode"_s, "IFS= read -r -d '' t; printf 'once\\0'");
-    QCOMPARE(translate({u"a"_s}).value(0).text, u"once"_s);
-    // The first question after its end may still find it there; the next one finds another.
-    const QString second = translate({u"b"_s}).value(0).text;
-    const QString third = translate({u"c"_s}).value(0).text;
-    QVERIFY(second == u"once"_s || third == u"once"_s);
-}
-
-void ApertiumTranslationTest::nobodyWaitsForWhatIsNotWanted()
-{
-    install(u"spa-eng.mode"_s, "exec sleep 60");
-    QElapsedTimer timer;
-    timer.start();
-    int looks = 0;
-    const auto outcomes = translate({u"a"_s, u"b"_s, u"c"_s}, [&looks] { return ++looks < 3; });
-    QCOMPARE(outcomes.size(), 3);
-    QVERIFY(timer.elapsed() < 8000); // less than one answer would be waited for
-}
 
 QTEST_GUILESS_MAIN(ApertiumTranslationTest)
 #include "ApertiumTranslationTest.moc"

@@ -39,113 +39,104 @@ class LanguageIdentificationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void scriptsDecide_data();
-    void scriptsDecide();
-    void ambiguousLinesFollowTheOthers();
-    void wordsOfEnglishAreEnglish();
-    void shortLinesAreToldRight_data();
-    void shortLinesAreToldRight();
+    void scriptsDecide_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("code");
+        QTest::newRow("nothing") << u""_s << u""_s;
+        QTest::newRow("numbers and signs") << u"12,345.67 € (+3 %)"_s << u""_s;
+        QTest::newRow("an address") << u"https://example.org/a/page?q=1"_s << u""_s;
+        QTest::newRow("a path and a mail address") << u"/usr/share/doc me@example.org"_s << u""_s;
+        QTest::newRow("a keyboard shortcut") << u"Ctrl+Shift+S"_s << u""_s;
+        QTest::newRow("a kana makes it Japanese") << u"設定を変更"_s << u"ja"_s;
+        QTest::newRow("a long vowel mark misread in Chinese") << u"ー個檔案無法開啟"_s << u"zh-Hant"_s;
+        QTest::newRow("hangul among Latin letters") << u"PDF 파일"_s << u"ko"_s;
+        QTest::newRow("traditional beside a program's name") << u"Firefox 擴充套件"_s << u"zh-Hant"_s;
+        QTest::newRow("simplified") << u"检查更新"_s << u"zh-Hans"_s;
+        QTest::newRow("characters of Japan alone") << u"両替対応"_s << u"ja"_s;
+        QTest::newRow("Ukrainian letters") << u"Зберегти зміни"_s << u"uk"_s;
+        QTest::newRow("Greek") << u"Αποθήκευση αλλαγών"_s << u"el"_s;
+        // Languages that the memory doesn't have aren't taken for their neighbours.
+        QTest::newRow("Swedish") << u"Filen kunde inte sparas eftersom disken är full"_s << u"sv"_s;
+        QTest::newRow("Catalan") << u"No s'ha pogut desar el fitxer perquè el disc és ple"_s << u"ca"_s;
+        QTest::newRow("Welsh") << u"Methwyd cadw'r ffeil gan fod y ddisg yn llawn"_s << u"cy"_s;
+        QTest::newRow("Finnish") << u"Tiedostoa ei voitu tallentaa, koska levy on täynnä"_s << u"fi"_s;
+        QTest::newRow("Norwegian") << u"Kunne ikke lagre filen fordi disken er full"_s << u"nb"_s;
+        QTest::newRow("a megabyte") << u"Save the file and close the window. "_s.repeated(30'000) << u"en"_s;
+        QTest::newRow("Thai") << u"บันทึกการเปลี่ยนแปลง"_s << u"th"_s;
+    }
+    void scriptsDecide()
+    {
+        QFETCH(QString, text);
+        for (const auto &memory : {&noMemory, &memoryOfThisComputer}) {
+            ScreenLanguageIdentifier identifier(memory);
+            QTEST(identifier.identify({text}).value(0), "code");
+        }
+    }
+
+    void ambiguousLinesFollowTheOthers()
+    {
+        ScreenLanguageIdentifier identifier(&noMemory);
+        const QString ambiguous = u"音量"_s; // the same in all three
+        QCOMPARE(identifier.identify({u"検索を開始する"_s, ambiguous, u"終わり"_s}).value(1), u"ja"_s);
+        QCOMPARE(identifier.identify({ambiguous, u"关闭窗口"_s}).value(0), u"zh-Hans"_s);
+        QCOMPARE(identifier.identify({ambiguous, u"關閉視窗"_s}).value(0), u"zh-Hant"_s);
+        // What can't be in a language doesn't become so for company.
+        QCOMPARE(identifier.identify({u"検索を開始する"_s, u"关闭窗口"_s, u"終わり"_s}).value(1), u"zh-Hans"_s);
+    }
+
+    void wordsOfEnglishAreEnglish()
+    {
+        const QTemporaryDir folder;
+        const auto install = [&](const QString &name, const Messages &messages) {
+            installCatalogue(folder.path(), u"es"_s, name, moBytes(messages));
+        };
+        for (const QString &name : {u"first.mo"_s, u"second.mo"_s}) {
+            install(name, {{"End", "Final"},
+                           {"Close the window", "Cerrar la ventana"},
+                           {"The final copy", "La copia"},
+                           {"A final word", "Una palabra"},
+                           {"Final checks", "Pruebas"},
+                           {"Last week", "Semana última"}});
+        }
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        const std::atomic<bool> isCancelled = false;
+        QVERIFY(buildPhraseFile(surveyCatalogues({.dataFolders = {folder.path()}}), buffer, isCancelled));
+        const auto file = PhraseFile::fromBytes(buffer.data());
+        ScreenLanguageIdentifier identifier([file] { return file; });
+        QCOMPARE(identifier.identify({u"Final"_s}), QStringList{u"en"_s}); // though English has it within phrases only
+        QCOMPARE(identifier.identify({u"Cerrar la ventana"_s}), QStringList{u"es"_s});
+        ScreenLanguageIdentifier ofThisComputer(&memoryOfThisComputer);
+        QCOMPARE(ofThisComputer.identify({u"Cerrar la ventana"_s, u"Final"_s}).value(1), u"es"_s);
+    }
+
+    void shortLinesAreToldRight_data()
+    {
+        QTest::addColumn<bool>("withMemory");
+        QTest::addColumn<double>("share");
+        QTest::newRow("with this computer's memory") << true << 0.95;
+        QTest::newRow("without any") << false << 0.88;
+    }
+    void shortLinesAreToldRight()
+    {
+        QFETCH(bool, withMemory);
+        QFETCH(double, share);
+        QFile file(QStringLiteral(TEST_DATA "/languages.tsv"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        ScreenLanguageIdentifier identifier(withMemory ? &memoryOfThisComputer : &noMemory);
+        int count = 0;
+        QStringList wrong;
+        for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
+            const QString code = identifier.identify({line.section(u'\t', 1)}).value(0);
+            ++count;
+            if (code != line.section(u'\t', 0, 0))
+                wrong.append(line + u" -> "_s + code);
+        }
+        QVERIFY(count >= 300);
+        QVERIFY2(double(wrong.size()) <= (1 - share) * count, qPrintable(wrong.join(u'\n')));
+    }
 };
-
-void LanguageIdentificationTest::scriptsDecide_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("code");
-    QTest::newRow("nothing") << u""_s << u""_s;
-    QTest::newRow("numbers and signs") << u"12,345.67 € (+3 %)"_s << u""_s;
-    QTest::newRow("an address") << u"https://example.org/a/page?q=1"_s << u""_s;
-    QTest::newRow("a path and a mail address") << u"/usr/share/doc me@example.org"_s << u""_s;
-    QTest::newRow("a keyboard shortcut") << u"Ctrl+Shift+S"_s << u""_s;
-    QTest::newRow("a kana makes it Japanese") << u"設定を変更"_s << u"ja"_s;
-    QTest::newRow("a long vowel mark misread in Chinese") << u"ー個檔案無法開啟"_s << u"zh-Hant"_s;
-    QTest::newRow("hangul among Latin letters") << u"PDF 파일"_s << u"ko"_s;
-    QTest::newRow("traditional beside a program's name") << u"Firefox 擴充套件"_s << u"zh-Hant"_s;
-    QTest::newRow("simplified") << u"检查更新"_s << u"zh-Hans"_s;
-    QTest::newRow("characters of Japan alone") << u"両替対応"_s << u"ja"_s;
-    QTest::newRow("Ukrainian letters") << u"Зберегти зміни"_s << u"uk"_s;
-    QTest::newRow("Greek") << u"Αποθήκευση αλλαγών"_s << u"el"_s;
-    // Languages that the memory doesn't have aren't taken for their neighbours.
-    QTest::newRow("Swedish") << u"Filen kunde inte sparas eftersom disken är full"_s << u"sv"_s;
-    QTest::newRow("Catalan") << u"No s'ha pogut desar el fitxer perquè el disc és ple"_s << u"ca"_s;
-    QTest::newRow("Welsh") << u"Methwyd cadw'r ffeil gan fod y ddisg yn llawn"_s << u"cy"_s;
-    QTest::newRow("Finnish") << u"Tiedostoa ei voitu tallentaa, koska levy on täynnä"_s << u"fi"_s;
-    QTest::newRow("Norwegian") << u"Kunne ikke lagre filen fordi disken er full"_s << u"nb"_s;
-    QTest::newRow("a megabyte") << u"Save the file and close the window. "_s.repeated(30'000) << u"en"_s;
-    QTest::newRow("Thai") << u"บันทึกการเปลี่ยนแปลง"_s << u"th"_s;
-}
-
-void LanguageIdentificationTest::scriptsDecide()
-{
-    QFETCH(QString, text);
-    for (const auto &memory : {&noMemory, &memoryOfThisComputer}) {
-        ScreenLanguageIdentifier identifier(memory);
-        QTEST(identifier.identify({text}).value(0), "code");
-    }
-}
-
-void LanguageIdentificationTest::ambiguousLinesFollowTheOthers()
-{
-    ScreenLanguageIdentifier identifier(&noMemory);
-    const QString ambiguous = u"音量"_s; // the same in all three
-    QCOMPARE(identifier.identify({u"検索を開始する"_s, ambiguous, u"終わり"_s}).value(1), u"ja"_s);
-    QCOMPARE(identifier.identify({ambiguous, u"关闭窗口"_s}).value(0), u"zh-Hans"_s);
-    QCOMPARE(identifier.identify({ambiguous, u"關閉視窗"_s}).value(0), u"zh-Hant"_s);
-    // What can't be in a language doesn't become so for company.
-    QCOMPARE(identifier.identify({u"検索を開始する"_s, u"关闭窗口"_s, u"終わり"_s}).value(1), u"zh-Hans"_s);
-}
-
-void LanguageIdentificationTest::wordsOfEnglishAreEnglish()
-{
-    const QTemporaryDir folder;
-    const auto install = [&](const QString &name, const Messages &messages) {
-        installCatalogue(folder.path(), u"es"_s, name, moBytes(messages));
-    };
-    for (const QString &name : {u"first.mo"_s, u"second.mo"_s}) {
-        install(name, {{"End", "Final"},
-                       {"Close the window", "Cerrar la ventana"},
-                       {"The final copy", "La copia"},
-                       {"A final word", "Una palabra"},
-                       {"Final checks", "Pruebas"},
-                       {"Last week", "Semana última"}});
-    }
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    const std::atomic<bool> isCancelled = false;
-    QVERIFY(buildPhraseFile(surveyCatalogues({.dataFolders = {folder.path()}}), buffer, isCancelled));
-    const auto file = PhraseFile::fromBytes(buffer.data());
-    ScreenLanguageIdentifier identifier([file] { return file; });
-    QCOMPARE(identifier.identify({u"Final"_s}), QStringList{u"en"_s}); // though English has it within phrases only
-    QCOMPARE(identifier.identify({u"Cerrar la ventana"_s}), QStringList{u"es"_s});
-    ScreenLanguageIdentifier ofThisComputer(&memoryOfThisComputer);
-    QCOMPARE(ofThisComputer.identify({u"Cerrar la ventana"_s, u"Final"_s}).value(1), u"es"_s);
-}
-
-void LanguageIdentificationTest::shortLinesAreToldRight_data()
-{
-    QTest::addColumn<bool>("withMemory");
-    QTest::addColumn<double>("share");
-    QTest::newRow("with this computer's memory") << true << 0.95;
-    QTest::newRow("without any") << false << 0.88;
-}
-
-void LanguageIdentificationTest::shortLinesAreToldRight()
-{
-    QFETCH(bool, withMemory);
-    QFETCH(double, share);
-    QFile file(QStringLiteral(TEST_DATA "/languages.tsv"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    ScreenLanguageIdentifier identifier(withMemory ? &memoryOfThisComputer : &noMemory);
-    int count = 0;
-    QStringList wrong;
-    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)) {
-        const QString code = identifier.identify({line.section(u'\t', 1)}).value(0);
-        ++count;
-        if (code != line.section(u'\t', 0, 0))
-            wrong.append(line + u" -> "_s + code);
-    }
-    QVERIFY(count >= 300);
-    QVERIFY2(double(wrong.size()) <= (1 - share) * count, qPrintable(wrong.join(u'\n')));
-}
 
 QTEST_GUILESS_MAIN(LanguageIdentificationTest)
 #include "LanguageIdentificationTest.moc"

@@ -69,349 +69,333 @@ class PhraseMemoryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void linesAreTranslated_data();
-    void linesAreTranslated();
-    void programsVote();
-    void wordsAreWeighed_data();
-    void wordsAreWeighed();
-    void agreementMakesSure();
-    void outcomesSayWhatBecameOfEachText();
-    void aLaterLayerHidesNothingThatHelpsMore();
-    void theCacheIsKeptUntilTheCataloguesChange();
-    void aDamagedCacheIsBuiltAnew_data();
-    void aDamagedCacheIsBuiltAnew();
-    void withoutAPlaceForACacheItIsInMemory();
-    void whatIsNoCatalogueIsSkipped();
-    void systemsWithoutTranslationsAreKnown();
-    void damagedMemoriesDoNoHarm();
+    void initTestCase()
+    {
+        m_share = m_folder.filePath(u"share"_s);
+        const auto install = [this](const QString &locale, const QString &name, const Messages &messages) {
+            installCatalogue(m_share, locale, name, moBytes(messages));
+        };
+        install(u"ja"_s, u"editor.mo"_s,
+                {{"_Cancel", "キャンセル(_C)"},
+                 {"Save _As...", "名前を付けて保存(_A)..."},
+                 {"File name:", "ファイル名:"},
+                 {"Page %d of %d", "%d / %d ページ"},
+                 {"Could not open “%s”.", "“%s”を開けませんでした。"},
+                 {"Copying {source} to {target}", "{target} へ {source} をコピー中"},
+                 {"<b>Warning</b>", "<b>警告</b>"},
+                 {"Preferences", "設定"},
+                 {"file_name_1", "file_name_1 のままの語"},
+                 {"%s is %s", "%3$s は %1$s"},
+                 {"Text Editor", "テキストエディター"},
+                 {"Size", "サイズ"}});
+        for (const QString &program : {u"editor.mo"_s, u"player.mo"_s}) {
+            for (const auto &[source, german, japanese] :
+                 {std::tuple{"_File", "_Datei", "ファイル(_F)"}, std::tuple{"_Edit", "_Bearbeiten", "編集(_E)"},
+                  std::tuple{"_View", "_Ansicht", "表示(_V)"}}) {
+                const QString own = QString::fromUtf8(source).sliced(1).toLower() + u'-' + program;
+                install(u"ja"_s, own, {{source, japanese}});
+                install(u"de"_s, own, {{source, german}});
+            }
+        }
+        install(u"de"_s, u"editor.mo"_s, {{"_Cancel", "_Abbrechen"}, {"Unknown there", "Dort unbekannt"}});
+        m_file = PhraseFile::fromBytes(build({m_share}));
+        QVERIFY(m_file);
+    }
+
+    void linesAreTranslated_data()
+    {
+        QTest::addColumn<QString>("pair");
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("translation");
+        QTest::newRow("mnemonics are gone") << u"en ja"_s << u"Cancel"_s << u"キャンセル"_s;
+        QTest::newRow("another case") << u"en ja"_s << u"CANCEL"_s << u"キャンセル"_s;
+        QTest::newRow("an ellipsis as one character") << u"en ja"_s << u"Save As…"_s << u"名前を付けて保存…"_s;
+        QTest::newRow("misread dots") << u"en ja"_s << u"Save As.…"_s << u"名前を付けて保存…"_s;
+        QTest::newRow("the line's own tail") << u"en ja"_s << u"Save  as :"_s << u"名前を付けて保存："_s;
+        QTest::newRow("a tail that the line doesn't have") << u"en ja"_s << u"file name"_s << u"ファイル名"_s;
+        QTest::newRow("numbers") << u"en ja"_s << u"Page 12 of 3,400"_s << u"12 / 3,400 ページ"_s;
+        QTest::newRow("other quotation marks")
+            << u"en ja"_s << u"Could not open \"a b.txt\"."_s << u"“a b.txt”を開けませんでした。"_s;
+        QTest::newRow("values change places")
+            << u"en ja"_s << u"Copying /tmp/a.c to b.txt"_s << u"b.txt へ /tmp/a.c をコピー中"_s;
+        QTest::newRow("markup") << u"en ja"_s << u"Warning"_s << u"警告"_s;
+        QTest::newRow("underscores that are no mnemonic")
+            << u"en ja"_s << u"file_name_1"_s << u"file_name_1 のままの語"_s;
+        QTest::newRow("a window's title")
+            << u"en ja"_s << u"notes.txt - Text Editor"_s << u"notes.txt - テキストエディター"_s;
+        QTest::newRow("a label with its value") << u"en ja"_s << u"Size: 12 MB"_s << u"サイズ：12 MB"_s;
+        QTest::newRow("an unknown label") << u"en ja"_s << u"Colour: Size"_s << u"-"_s;
+        QTest::newRow("a keyboard shortcut")
+            << u"en ja"_s << u"Save As...   Ctrl+Shift+S"_s << u"名前を付けて保存…   Ctrl+Shift+S"_s;
+        QTest::newRow("a bullet") << u"en ja"_s << u"• Preferences"_s << u"• 設定"_s;
+        QTest::newRow("a menu bar read as one line") << u"en ja"_s << u"File Edit View"_s << u"ファイル  編集  表示"_s;
+        QTest::newRow("a phrase of such words in capitals") << u"en ja"_s << u"View Edit File"_s << u"-"_s;
+        QTest::newRow("a sentence of such words") << u"en ja"_s << u"Edit view file"_s << u"-"_s;
+        QTest::newRow("a singular") << u"en ja"_s << u"Preference"_s << u"設定"_s;
+        QTest::newRow("hyphenated") << u"en ja"_s << u"Text-editor"_s << u"テキストエディター"_s;
+        QTest::newRow("a misread character") << u"en ja"_s << u"Preferenees"_s << u"設定"_s;
+        QTest::newRow("two misread characters") << u"en ja"_s << u"Preferenoos"_s << u"-"_s;
+        QTest::newRow("a misread short word") << u"en ja"_s << u"Slze"_s << u"-"_s;
+        QTest::newRow("through English") << u"de ja"_s << u"Abbrechen"_s << u"キャンセル"_s;
+        QTest::newRow("known to English only") << u"de ja"_s << u"Dort unbekannt"_s << u"-"_s;
+        QTest::newRow("into English") << u"ja en-US"_s << u"キャンセル"_s << u"Cancel"_s;
+        QTest::newRow("white space within ideographs") << u"ja en"_s << u"キャン セル"_s << u"Cancel"_s;
+        QTest::newRow("an argument that the source doesn't have") << u"en ja"_s << u"12 is 13"_s << u"-"_s;
+        QTest::newRow("nothing but numbers") << u"en ja"_s << u"12 / 13"_s << u"-"_s;
+        QTest::newRow("a language that nobody has") << u"en ko"_s << u"Cancel"_s << u"-"_s;
+        // These would take hours if the cost grew with the square of the length.
+        QTest::newRow("a megabyte of letters") << u"en ja"_s << u"i"_s.repeated(1 << 20) << u"-"_s;
+        QTest::newRow("a megabyte of words") << u"en ja"_s << u"abc "_s.repeated(1 << 18) << u"-"_s;
+        const QString folders = u"/tmp"_s.repeated(longestPhrase / 4);
+        QTest::newRow("a value longer than any phrase")
+            << u"en ja"_s << u"Copying %1 to b.txt"_s.arg(folders) << u"b.txt へ %1 をコピー中"_s.arg(folders);
+    }
+    void linesAreTranslated()
+    {
+        QFETCH(QString, pair);
+        QFETCH(QString, line);
+        QTEST(translated(*m_file, pair.section(u' ', 0, 0), pair.section(u' ', 1), line), "translation");
+    }
+
+    void programsVote()
+    {
+        const QTemporaryDir folder;
+        const auto install = [&](const QString &name, const Messages &messages) {
+            installCatalogue(folder.path(), u"zh_TW"_s, name, moBytes(messages));
+        };
+        // Five files of one family are one voice.
+        for (const QString &name : {u"big20.mo"_s, u"big30.mo"_s, u"big30-parts.mo"_s, u"big4.mo"_s, u"big_tool.mo"_s})
+            install(name, {{"Print", "打印"}, {"Font", "字體"}, {"Zoom", "縮放顯示"}});
+        install(u"one.mo"_s, {{"Print", "列印"}, {"Font", "字型"}, {"Zoom", "縮放"}});
+        install(u"two.mo"_s, {{"Print", "列印"}});
+        // And so is a whole application that somebody else has packed, with its extensions, or a program's own folder.
+        QStringList folders{folder.path()};
+        for (const QString &name : {u"app/org.example.Loud"_s, u"runtime/org.example.Loud.Locale"_s,
+                                    u"runtime/org.example.Loud.More.Words"_s}) {
+            folders.append(folder.filePath(u"flatpak/"_s + name + u"/files/share"_s));
+            installCatalogue(folders.last(), u"zh_TW"_s, u"alpha.mo"_s, moBytes({{"Print", "印"}}));
+            installCatalogue(folders.last(), u"zh_TW"_s, u"beta.mo"_s, moBytes({{"Print", "印"}}));
+        }
+        QVERIFY(QDir(folder.path()).mkpath(u"loud/translations"_s));
+        for (const QString &name : {u"alpha"_s, u"beta"_s, u"gamma"_s}) {
+            QFile qm(folder.filePath(u"loud/translations/%1_zh_TW.qm"_s.arg(name)));
+            QVERIFY(qm.open(QIODevice::WriteOnly));
+            qm.write(qmBytes({{"Print", "印刷"}}));
+        }
+        const auto file = PhraseFile::fromBytes(build(folders));
+        QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
+        QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
+    }
+
+    void wordsAreWeighed_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QList<Messages>>("programs"); // first.mo, second.mo ...
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("translation");
+        const auto row = [](const char *name, const QString &locale, const QList<Messages> &programs,
+                            const QString &word, const QString &translation) {
+            QTest::newRow(name) << locale << programs << word << translation;
+        };
+        row("a code is no translation", u"zh_TW"_s, {{{"Do", "zh_TW"}}}, u"Do"_s, u"-"_s);
+        row("a remark", u"ko"_s, {{{"Spaces", "<공백개수>"}}}, u"Spaces"_s, u"-"_s);
+        row("the source beside its translation", u"ko"_s, {{{"Period", "Period (기간)"}}}, u"Period"_s, u"기간"_s);
+        row("the source in brackets", u"ko"_s, {{{"Gamma", "감마 (Gamma)"}}}, u"Gamma"_s, u"감마"_s);
+        row("one program's explanation", u"ko"_s, {{{"Gold", "금 (1 트로이 온스)"}}}, u"Gold"_s, u"-"_s);
+        row("two programs' explanation", u"ja"_s, {{{"Beep", "音 (警告)"}}, {{"Beep", "音 (警告)"}}}, u"Beep"_s,
+            u"音 (警告)"_s);
+        row("one program's word for a longer phrase", u"ja"_s,
+            {{{"Rate", "サンプリング周波数"}, {"Sampling rate", "サンプリング周波数"}}}, u"Rate"_s, u"-"_s);
+        row("the longer phrase itself", u"ja"_s,
+            {{{"Rate", "サンプリング周波数"}, {"Sampling rate", "サンプリング周波数"}}}, u"Sampling rate"_s,
+            u"サンプリング周波数"_s);
+        row("a long word of its own", u"ja"_s, {{{"Administrator", "アドミニストレーター"}}}, u"Administrator"_s,
+            u"アドミニストレーター"_s);
+        row("of two alike the one that others use too", u"ja"_s,
+            {{{"Order", "次数"}}, {{"Order", "順序"}}, {{"Sequence", "順序"}}}, u"Order"_s, u"順序"_s);
+        row("a program of two minds counts half for each", u"ja"_s,
+            {{{"Fit", "合わせ"}, {"_Fit", "適合"}}, {{"Fit", "収まるように"}}}, u"Fit"_s, u"収まるように"_s);
+    }
+    void wordsAreWeighed()
+    {
+        QFETCH(QString, locale);
+        QFETCH(QList<Messages>, programs);
+        QFETCH(QString, word);
+        const QTemporaryDir folder;
+        const QStringList names{u"first.mo"_s, u"second.mo"_s, u"third.mo"_s};
+        for (qsizetype i = 0; i < programs.size(); ++i)
+            installCatalogue(folder.path(), locale, names[i], moBytes(programs[i]));
+        const auto file = PhraseFile::fromBytes(build({folder.path()}));
+        const QString code = locale == u"zh_TW" ? u"zh-Hant"_s : locale;
+        QTEST(translated(*file, u"en"_s, code, word), "translation");
+    }
+
+    void agreementMakesSure()
+    {
+        const auto lookup = PhraseLookup::between(*m_file, {u"en"_s, u"ja"_s});
+        const double one = lookup->translate(u"Cancel"_s)->confidence;
+        const double more = lookup->translate(u"File"_s)->confidence;
+        QCOMPARE(one, 0.5);
+        QVERIFY(more >= one);
+        QVERIFY(lookup->translate(u"Preferenees"_s)->confidence < lookup->translate(u"Preferences"_s)->confidence);
+    }
+
+    void outcomesSayWhatBecameOfEachText()
+    {
+        using Kind = OnDeviceOutcome::Kind;
+        PhraseStore store({.dataFolders = {m_share}}, m_folder.filePath(u"outcomes"_s), patient);
+        PhraseMemory memory(store);
+        const auto outcomes = memory.translate({u"en"_s, u"ja"_s}, {u"Cancel"_s, u"Nobody says this"_s}, {});
+        QCOMPARE(outcomes.size(), 2);
+        QCOMPARE(outcomes[0].kind, Kind::Translated);
+        QCOMPARE(outcomes[0].service, u"phrases"_s);
+        QCOMPARE(outcomes[1].kind, Kind::UnknownPhrase);
+        QCOMPARE(memory.translate({u"en"_s, u"ko"_s}, {u"Cancel"_s}, {}).value(0).kind, Kind::PairUnavailable);
+        QCOMPARE(memory.availability({u"de"_s, u"ja"_s}), PairAvailability::Available);
+        QCOMPARE(memory.availability({u"de"_s, u"ko"_s}), PairAvailability::Addable);
+        QCOMPARE(memory.availability({u"en"_s, u"de"_s}), PairAvailability::Unavailable);
+        QVERIFY(!memory.status().value(0).addableBy.isEmpty()); // a handful of phrases calls for more
+    }
+
+    void aLaterLayerHidesNothingThatHelpsMore()
+    {
+        using Kind = OnDeviceOutcome::Kind;
+        const auto outcomeOf = [](const std::vector<Kind> &kinds) {
+            std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
+            for (const Kind kind : kinds)
+                layers.push_back(std::make_unique<FixedLayer>(kind));
+            return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0).kind;
+        };
+        QCOMPARE(outcomeOf({Kind::NotReady, Kind::UnknownPhrase}), Kind::NotReady);
+        QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}), Kind::NotReady);
+        QCOMPARE(outcomeOf({Kind::NotReady, Kind::Translated}), Kind::Translated);
+        QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::PairUnavailable}), Kind::UnknownPhrase);
+    }
+
+    void theCacheIsKeptUntilTheCataloguesChange()
+    {
+        const QTemporaryDir folder;
+        const QString cache = folder.filePath(u"deep/phrases"_s);
+        installCatalogue(folder.path(), u"ja"_s, u"a.mo"_s, moBytes({{"Cancel", "中止"}}));
+        const CatalogueFolders folders{.dataFolders = {folder.path()}};
+        const auto look = [&] {
+            PhraseStore store(folders, cache, patient);
+            return translated(*store.file(), u"en"_s, u"ja"_s, u"Cancel"_s);
+        };
+        QCOMPARE(look(), u"中止"_s);
+        QCOMPARE(QFile::permissions(cache) & ~(QFile::ReadUser | QFile::WriteUser),
+                 QFile::ReadOwner | QFile::WriteOwner);
+        struct stat before
+        {
+        };
+        struct stat after
+        {
+        };
+        QCOMPARE(::stat(qPrintable(cache), &before), 0);
+        QCOMPARE(look(), u"中止"_s);
+        QCOMPARE(::stat(qPrintable(cache), &after), 0);
+        QCOMPARE(after.st_ino, before.st_ino); // the very same file
+
+        installCatalogue(folder.path(), u"ja"_s, u"a.mo"_s, moBytes({{"Cancel", "取りやめる"}}));
+        QCOMPARE(look(), u"取りやめる"_s);
+    }
+
+    void aDamagedCacheIsBuiltAnew_data()
+    {
+        QTest::addColumn<qint64>("size");
+        QTest::newRow("empty") << qint64(0);
+        QTest::newRow("cut off in the header") << qint64(100);
+        QTest::newRow("cut off later") << qint64(5000);
+    }
+    void aDamagedCacheIsBuiltAnew()
+    {
+        QFETCH(qint64, size);
+        const QString cache = m_folder.filePath(u"damaged"_s);
+        {
+            PhraseStore store({.dataFolders = {m_share}}, cache, patient);
+            QVERIFY(store.file());
+        }
+        QVERIFY(QFile::resize(cache, size));
+        PhraseStore store({.dataFolders = {m_share}}, cache, patient);
+        QVERIFY(store.file());
+        QCOMPARE(translated(*store.file(), u"en"_s, u"ja"_s, u"Cancel"_s), u"キャンセル"_s);
+    }
+
+    void withoutAPlaceForACacheItIsInMemory()
+    {
+        QFile file(m_folder.filePath(u"in-the-way"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        PhraseStore store({.dataFolders = {m_share}}, file.fileName() + u"/phrases"_s, patient);
+        QVERIFY(store.file());
+        QCOMPARE(translated(*store.file(), u"en"_s, u"ja"_s, u"Cancel"_s), u"キャンセル"_s);
+    }
+
+    void whatIsNoCatalogueIsSkipped()
+    {
+        const QTemporaryDir folder;
+        installCatalogue(folder.path(), u"ja"_s, u"good.mo"_s, moBytes({{"Cancel", "中止"}}));
+        const QString messages = folder.filePath(u"locale/ja/LC_MESSAGES"_s);
+        QCOMPARE(::mkfifo(qPrintable(messages + u"/pipe.mo"_s), 0600), 0); // opening it would wait for a writer
+        QVERIFY(QFile::link(messages + u"/loop.mo"_s, messages + u"/loop.mo"_s));
+        QVERIFY(QFile::link(folder.path(), folder.filePath(u"locale/ko"_s)));
+        QVERIFY(QDir().mkpath(folder.filePath(u"locale/de"_s)));
+        QVERIFY(QFile::link(folder.filePath(u"locale/de"_s), folder.filePath(u"locale/de/LC_MESSAGES"_s)));
+        QVERIFY(QDir().mkpath(messages + u"/folder.mo"_s));
+        installCatalogue(folder.path(), u"ja"_s, u"text.mo"_s, "no catalogue at all");
+        installCatalogue(folder.path(), u"ja"_s, u"huge.mo"_s, {});
+        QVERIFY(QFile::resize(messages + u"/huge.mo"_s, qint64(5) << 30)); // takes no room on the disk
+        const auto file = PhraseFile::fromBytes(build({folder.path()}));
+        QVERIFY(file);
+        QCOMPARE(file->header().catalogues, 1U);
+        QCOMPARE(translated(*file, u"en"_s, u"ja"_s, u"Cancel"_s), u"中止"_s);
+    }
+
+    void systemsWithoutTranslationsAreKnown()
+    {
+        const QTemporaryDir folder;
+        const auto write = [&](const QString &name, const QByteArray &text) {
+            QFile file(folder.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(text);
+        };
+        write(u"docker"_s, "# path-exclude=/usr/share/locale/*\npath-exclude=/usr/share/doc/*\n");
+        QVERIFY(!leavesOutCatalogues(folder.path()));
+        write(u"excludes"_s, "path-exclude=/usr/share/man/*\npath-exclude=/usr/share/locale/*\n");
+        QVERIFY(leavesOutCatalogues(folder.path()));
+    }
+
+    void damagedMemoriesDoNoHarm()
+    {
+        const QByteArray good = build({m_share});
+        std::mt19937 random(1); // the same files every time
+        int opened = 0;
+        for (int round = 0; round < 300; ++round) {
+            QByteArray bytes = good;
+            const qsizetype header = sizeof(PhraseFileHeader);
+            // The tables come first, so that most changes hit the header, slots or strings rather than the model
+            // between.
+            const qsizetype tables = header + qsizetype(sizeof(PhraseSlot)) * 200;
+            for (int change = 0; change < 8; ++change) {
+                const qsizetype at = random() % 3 == 0
+                                         ? bytes.size() - 1 - qsizetype(random() % 2000)
+                                         : qsizetype(random() % quint32(random() % 8 == 0 ? header : tables));
+                bytes[at] = char(random());
+            }
+            const auto file = PhraseFile::fromBytes(bytes);
+            opened += file ? 1 : 0;
+            for (const QString &line : {u"Cancel"_s, u"Page 1 of 2"_s, u"Preferenees"_s, u"File Edit View"_s}) {
+                if (file)
+                    QVERIFY(translated(*file, u"en"_s, u"ja"_s, line).size() < 70000);
+            }
+        }
+        QVERIFY(opened > 50);
+    }
 
 private:
     QTemporaryDir m_folder;
     QString m_share;
     std::shared_ptr<const PhraseFile> m_file;
 };
-
-void PhraseMemoryTest::initTestCase()
-{
-    m_share = m_folder.filePath(u"share"_s);
-    const auto install = [this](const QString &locale, const QString &name, const Messages &messages) {
-        installCatalogue(m_share, locale, name, moBytes(messages));
-    };
-    install(u"ja"_s, u"editor.mo"_s,
-            {{"_Cancel", "キャンセル(_C)"},
-             {"Save _As...", "名前を付けて保存(_A)..."},
-             {"File name:", "ファイル名:"},
-             {"Page %d of %d", "%d / %d ページ"},
-             {"Could not open “%s”.", "“%s”を開けませんでした。"},
-             {"Copying {source} to {target}", "{target} へ {source} をコピー中"},
-             {"<b>Warning</b>", "<b>警告</b>"},
-             {"Preferences", "設定"},
-             {"file_name_1", "file_name_1 のままの語"},
-             {"%s is %s", "%3$s は %1$s"},
-             {"Text Editor", "テキストエディター"},
-             {"Size", "サイズ"}});
-    for (const QString &program : {u"editor.mo"_s, u"player.mo"_s}) {
-        for (const auto &[source, german, japanese] :
-             {std::tuple{"_File", "_Datei", "ファイル(_F)"}, std::tuple{"_Edit", "_Bearbeiten", "編集(_E)"},
-              std::tuple{"_View", "_Ansicht", "表示(_V)"}}) {
-            const QString own = QString::fromUtf8(source).sliced(1).toLower() + u'-' + program;
-            install(u"ja"_s, own, {{source, japanese}});
-            install(u"de"_s, own, {{source, german}});
-        }
-    }
-    install(u"de"_s, u"editor.mo"_s, {{"_Cancel", "_Abbrechen"}, {"Unknown there", "Dort unbekannt"}});
-    m_file = PhraseFile::fromBytes(build({m_share}));
-    QVERIFY(m_file);
-}
-
-void PhraseMemoryTest::linesAreTranslated_data()
-{
-    QTest::addColumn<QString>("pair");
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("translation");
-    QTest::newRow("mnemonics are gone") << u"en ja"_s << u"Cancel"_s << u"キャンセル"_s;
-    QTest::newRow("another case") << u"en ja"_s << u"CANCEL"_s << u"キャンセル"_s;
-    QTest::newRow("an ellipsis as one character") << u"en ja"_s << u"Save As…"_s << u"名前を付けて保存…"_s;
-    QTest::newRow("misread dots") << u"en ja"_s << u"Save As.…"_s << u"名前を付けて保存…"_s;
-    QTest::newRow("the line's own tail") << u"en ja"_s << u"Save  as :"_s << u"名前を付けて保存："_s;
-    QTest::newRow("a tail that the line doesn't have") << u"en ja"_s << u"file name"_s << u"ファイル名"_s;
-    QTest::newRow("numbers") << u"en ja"_s << u"Page 12 of 3,400"_s << u"12 / 3,400 ページ"_s;
-    QTest::newRow("other quotation marks")
-        << u"en ja"_s << u"Could not open \"a b.txt\"."_s << u"“a b.txt”を開けませんでした。"_s;
-    QTest::newRow("values change places")
-        << u"en ja"_s << u"Copying /tmp/a.c to b.txt"_s << u"b.txt へ /tmp/a.c をコピー中"_s;
-    QTest::newRow("markup") << u"en ja"_s << u"Warning"_s << u"警告"_s;
-    QTest::newRow("underscores that are no mnemonic") << u"en ja"_s << u"file_name_1"_s << u"file_name_1 のままの語"_s;
-    QTest::newRow("a window's title") << u"en ja"_s << u"notes.txt - Text Editor"_s
-                                      << u"notes.txt - テキストエディター"_s;
-    QTest::newRow("a label with its value") << u"en ja"_s << u"Size: 12 MB"_s << u"サイズ：12 MB"_s;
-    QTest::newRow("an unknown label") << u"en ja"_s << u"Colour: Size"_s << u"-"_s;
-    QTest::newRow("a keyboard shortcut") << u"en ja"_s << u"Save As...   Ctrl+Shift+S"_s
-                                         << u"名前を付けて保存…   Ctrl+Shift+S"_s;
-    QTest::newRow("a bullet") << u"en ja"_s << u"• Preferences"_s << u"• 設定"_s;
-    QTest::newRow("a menu bar read as one line") << u"en ja"_s << u"File Edit View"_s << u"ファイル  編集  表示"_s;
-    QTest::newRow("a phrase of such words in capitals") << u"en ja"_s << u"View Edit File"_s << u"-"_s;
-    QTest::newRow("a sentence of such words") << u"en ja"_s << u"Edit view file"_s << u"-"_s;
-    QTest::newRow("a singular") << u"en ja"_s << u"Preference"_s << u"設定"_s;
-    QTest::newRow("hyphenated") << u"en ja"_s << u"Text-editor"_s << u"テキストエディター"_s;
-    QTest::newRow("a misread character") << u"en ja"_s << u"Preferenees"_s << u"設定"_s;
-    QTest::newRow("two misread characters") << u"en ja"_s << u"Preferenoos"_s << u"-"_s;
-    QTest::newRow("a misread short word") << u"en ja"_s << u"Slze"_s << u"-"_s;
-    QTest::newRow("through English") << u"de ja"_s << u"Abbrechen"_s << u"キャンセル"_s;
-    QTest::newRow("known to English only") << u"de ja"_s << u"Dort unbekannt"_s << u"-"_s;
-    QTest::newRow("into English") << u"ja en-US"_s << u"キャンセル"_s << u"Cancel"_s;
-    QTest::newRow("white space within ideographs") << u"ja en"_s << u"キャン セル"_s << u"Cancel"_s;
-    QTest::newRow("an argument that the source doesn't have") << u"en ja"_s << u"12 is 13"_s << u"-"_s;
-    QTest::newRow("nothing but numbers") << u"en ja"_s << u"12 / 13"_s << u"-"_s;
-    QTest::newRow("a language that nobody has") << u"en ko"_s << u"Cancel"_s << u"-"_s;
-    // These would take hours if the cost grew with the square of the length.
-    QTest::newRow("a megabyte of letters") << u"en ja"_s << u"i"_s.repeated(1 << 20) << u"-"_s;
-    QTest::newRow("a megabyte of words") << u"en ja"_s << u"abc "_s.repeated(1 << 18) << u"-"_s;
-    const QString folders = u"/tmp"_s.repeated(longestPhrase / 4);
-    QTest::newRow("a value longer than any phrase")
-        << u"en ja"_s << u"Copying %1 to b.txt"_s.arg(folders) << u"b.txt へ %1 をコピー中"_s.arg(folders);
-}
-
-void PhraseMemoryTest::linesAreTranslated()
-{
-    QFETCH(QString, pair);
-    QFETCH(QString, line);
-    QTEST(translated(*m_file, pair.section(u' ', 0, 0), pair.section(u' ', 1), line), "translation");
-}
-
-void PhraseMemoryTest::programsVote()
-{
-    const QTemporaryDir folder;
-    const auto install = [&](const QString &name, const Messages &messages) {
-        installCatalogue(folder.path(), u"zh_TW"_s, name, moBytes(messages));
-    };
-    // Five files of one family are one voice.
-    for (const QString &name : {u"big20.mo"_s, u"big30.mo"_s, u"big30-parts.mo"_s, u"big4.mo"_s, u"big_tool.mo"_s})
-        install(name, {{"Print", "打印"}, {"Font", "字體"}, {"Zoom", "縮放顯示"}});
-    install(u"one.mo"_s, {{"Print", "列印"}, {"Font", "字型"}, {"Zoom", "縮放"}});
-    install(u"two.mo"_s, {{"Print", "列印"}});
-    // And so is a whole application that somebody else has packed, with its extensions, or a program's own folder.
-    QStringList folders{folder.path()};
-    for (const QString &name :
-         {u"app/org.example.Loud"_s, u"runtime/org.example.Loud.Locale"_s, u"runtime/org.example.Loud.More.Words"_s}) {
-        folders.append(folder.filePath(u"flatpak/"_s + name + u"/files/share"_s));
-        installCatalogue(folders.last(), u"zh_TW"_s, u"alpha.mo"_s, moBytes({{"Print", "印"}}));
-        installCatalogue(folders.last(), u"zh_TW"_s, u"beta.mo"_s, moBytes({{"Print", "印"}}));
-    }
-    QVERIFY(QDir(folder.path()).mkpath(u"loud/translations"_s));
-    for (const QString &name : {u"alpha"_s, u"beta"_s, u"gamma"_s}) {
-        QFile qm(folder.filePath(u"loud/translations/%1_zh_TW.qm"_s.arg(name)));
-        QVERIFY(qm.open(QIODevice::WriteOnly));
-        qm.write(qmBytes({{"Print", "印刷"}}));
-    }
-    const auto file = PhraseFile::fromBytes(build(folders));
-    QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
-    QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
-}
-
-void PhraseMemoryTest::wordsAreWeighed_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QList<Messages>>("programs"); // first.mo, second.mo ...
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QString>("translation");
-    const auto row = [](const char *name, const QString &locale, const QList<Messages> &programs, const QString &word,
-                        const QString &translation) {
-        QTest::newRow(name) << locale << programs << word << translation;
-    };
-    row("a code is no translation", u"zh_TW"_s, {{{"Do", "zh_TW"}}}, u"Do"_s, u"-"_s);
-    row("a remark", u"ko"_s, {{{"Spaces", "<공백개수>"}}}, u"Spaces"_s, u"-"_s);
-    row("the source beside its translation", u"ko"_s, {{{"Period", "Period (기간)"}}}, u"Period"_s, u"기간"_s);
-    row("the source in brackets", u"ko"_s, {{{"Gamma", "감마 (Gamma)"}}}, u"Gamma"_s, u"감마"_s);
-    row("one program's explanation", u"ko"_s, {{{"Gold", "금 (1 트로이 온스)"}}}, u"Gold"_s, u"-"_s);
-    row("two programs' explanation", u"ja"_s, {{{"Beep", "音 (警告)"}}, {{"Beep", "音 (警告)"}}}, u"Beep"_s,
-        u"音 (警告)"_s);
-    row("one program's word for a longer phrase", u"ja"_s,
-        {{{"Rate", "サンプリング周波数"}, {"Sampling rate", "サンプリング周波数"}}}, u"Rate"_s, u"-"_s);
-    row("the longer phrase itself", u"ja"_s,
-        {{{"Rate", "サンプリング周波数"}, {"Sampling rate", "サンプリング周波数"}}}, u"Sampling rate"_s,
-        u"サンプリング周波数"_s);
-    row("a long word of its own", u"ja"_s, {{{"Administrator", "アドミニストレーター"}}}, u"Administrator"_s,
-        u"アドミニストレーター"_s);
-    row("of two alike the one that others use too", u"ja"_s,
-        {{{"Order", "次数"}}, {{"Order", "順序"}}, {{"Sequence", "順序"}}}, u"Order"_s, u"順序"_s);
-    row("a program of two minds counts half for each", u"ja"_s,
-        {{{"Fit", "合わせ"}, {"_Fit", "適合"}}, {{"Fit", "収まるように"}}}, u"Fit"_s, u"収まるように"_s);
-}
-
-void PhraseMemoryTest::wordsAreWeighed()
-{
-    QFETCH(QString, locale);
-    QFETCH(QList<Messages>, programs);
-    QFETCH(QString, word);
-    const QTemporaryDir folder;
-    const QStringList names{u"first.mo"_s, u"second.mo"_s, u"third.mo"_s};
-    for (qsizetype i = 0; i < programs.size(); ++i)
-        installCatalogue(folder.path(), locale, names[i], moBytes(programs[i]));
-    const auto file = PhraseFile::fromBytes(build({folder.path()}));
-    const QString code = locale == u"zh_TW" ? u"zh-Hant"_s : locale;
-    QTEST(translated(*file, u"en"_s, code, word), "translation");
-}
-
-void PhraseMemoryTest::agreementMakesSure()
-{
-    const auto lookup = PhraseLookup::between(*m_file, {u"en"_s, u"ja"_s});
-    const double one = lookup->translate(u"Cancel"_s)->confidence;
-    const double more = lookup->translate(u"File"_s)->confidence;
-    QCOMPARE(one, 0.5);
-    QVERIFY(more >= one);
-    QVERIFY(lookup->translate(u"Preferenees"_s)->confidence < lookup->translate(u"Preferences"_s)->confidence);
-}
-
-void PhraseMemoryTest::outcomesSayWhatBecameOfEachText()
-{
-    using Kind = OnDeviceOutcome::Kind;
-    PhraseStore store({.dataFolders = {m_share}}, m_folder.filePath(u"outcomes"_s), patient);
-    PhraseMemory memory(store);
-    const auto outcomes = memory.translate({u"en"_s, u"ja"_s}, {u"Cancel"_s, u"Nobody says this"_s}, {});
-    QCOMPARE(outcomes.size(), 2);
-    QCOMPARE(outcomes[0].kind, Kind::Translated);
-    QCOMPARE(outcomes[0].service, u"phrases"_s);
-    QCOMPARE(outcomes[1].kind, Kind::UnknownPhrase);
-    QCOMPARE(memory.translate({u"en"_s, u"ko"_s}, {u"Cancel"_s}, {}).value(0).kind, Kind::PairUnavailable);
-    QCOMPARE(memory.availability({u"de"_s, u"ja"_s}), PairAvailability::Available);
-    QCOMPARE(memory.availability({u"de"_s, u"ko"_s}), PairAvailability::Addable);
-    QCOMPARE(memory.availability({u"en"_s, u"de"_s}), PairAvailability::Unavailable);
-    QVERIFY(!memory.status().value(0).addableBy.isEmpty()); // a handful of phrases calls for more
-}
-
-void PhraseMemoryTest::aLaterLayerHidesNothingThatHelpsMore()
-{
-    using Kind = OnDeviceOutcome::Kind;
-    const auto outcomeOf = [](const std::vector<Kind> &kinds) {
-        std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
-        for (const Kind kind : kinds)
-            layers.push_back(std::make_unique<FixedLayer>(kind));
-        return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0).kind;
-    };
-    QCOMPARE(outcomeOf({Kind::NotReady, Kind::UnknownPhrase}), Kind::NotReady);
-    QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}), Kind::NotReady);
-    QCOMPARE(outcomeOf({Kind::NotReady, Kind::Translated}), Kind::Translated);
-    QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::PairUnavailable}), Kind::UnknownPhrase);
-}
-
-void PhraseMemoryTest::theCacheIsKeptUntilTheCataloguesChange()
-{
-    const QTemporaryDir folder;
-    const QString cache = folder.filePath(u"deep/phrases"_s);
-    installCatalogue(folder.path(), u"ja"_s, u"a.mo"_s, moBytes({{"Cancel", "中止"}}));
-    const CatalogueFolders folders{.dataFolders = {folder.path()}};
-    const auto look = [&] {
-        PhraseStore store(folders, cache, patient);
-        return translated(*store.file(), u"en"_s, u"ja"_s, u"Cancel"_s);
-    };
-    QCOMPARE(look(), u"中止"_s);
-    QCOMPARE(QFile::permissions(cache) & ~(QFile::ReadUser | QFile::WriteUser), QFile::ReadOwner | QFile::WriteOwner);
-    struct stat before
-    {
-    };
-    struct stat after
-    {
-    };
-    QCOMPARE(::stat(qPrintable(cache), &before), 0);
-    QCOMPARE(look(), u"中止"_s);
-    QCOMPARE(::stat(qPrintable(cache), &after), 0);
-    QCOMPARE(after.st_ino, before.st_ino); // the very same file
-
-    installCatalogue(folder.path(), u"ja"_s, u"a.mo"_s, moBytes({{"Cancel", "取りやめる"}}));
-    QCOMPARE(look(), u"取りやめる"_s);
-}
-
-void PhraseMemoryTest::aDamagedCacheIsBuiltAnew_data()
-{
-    QTest::addColumn<qint64>("size");
-    QTest::newRow("empty") << qint64(0);
-    QTest::newRow("cut off in the header") << qint64(100);
-    QTest::newRow("cut off later") << qint64(5000);
-}
-
-void PhraseMemoryTest::aDamagedCacheIsBuiltAnew()
-{
-    QFETCH(qint64, size);
-    const QString cache = m_folder.filePath(u"damaged"_s);
-    {
-        PhraseStore store({.dataFolders = {m_share}}, cache, patient);
-        QVERIFY(store.file());
-    }
-    QVERIFY(QFile::resize(cache, size));
-    PhraseStore store({.dataFolders = {m_share}}, cache, patient);
-    QVERIFY(store.file());
-    QCOMPARE(translated(*store.file(), u"en"_s, u"ja"_s, u"Cancel"_s), u"キャンセル"_s);
-}
-
-void PhraseMemoryTest::withoutAPlaceForACacheItIsInMemory()
-{
-    QFile file(m_folder.filePath(u"in-the-way"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    PhraseStore store({.dataFolders = {m_share}}, file.fileName() + u"/phrases"_s, patient);
-    QVERIFY(store.file());
-    QCOMPARE(translated(*store.file(), u"en"_s, u"ja"_s, u"Cancel"_s), u"キャンセル"_s);
-}
-
-void PhraseMemoryTest::whatIsNoCatalogueIsSkipped()
-{
-    const QTemporaryDir folder;
-    installCatalogue(folder.path(), u"ja"_s, u"good.mo"_s, moBytes({{"Cancel", "中止"}}));
-    const QString messages = folder.filePath(u"locale/ja/LC_MESSAGES"_s);
-    QCOMPARE(::mkfifo(qPrintable(messages + u"/pipe.mo"_s), 0600), 0); // opening it would wait for a writer
-    QVERIFY(QFile::link(messages + u"/loop.mo"_s, messages + u"/loop.mo"_s));
-    QVERIFY(QFile::link(folder.path(), folder.filePath(u"locale/ko"_s)));
-    QVERIFY(QDir().mkpath(folder.filePath(u"locale/de"_s)));
-    QVERIFY(QFile::link(folder.filePath(u"locale/de"_s), folder.filePath(u"locale/de/LC_MESSAGES"_s)));
-    QVERIFY(QDir().mkpath(messages + u"/folder.mo"_s));
-    installCatalogue(folder.path(), u"ja"_s, u"text.mo"_s, "no catalogue at all");
-    installCatalogue(folder.path(), u"ja"_s, u"huge.mo"_s, {});
-    QVERIFY(QFile::resize(messages + u"/huge.mo"_s, qint64(5) << 30)); // takes no room on the disk
-    const auto file = PhraseFile::fromBytes(build({folder.path()}));
-    QVERIFY(file);
-    QCOMPARE(file->header().catalogues, 1U);
-    QCOMPARE(translated(*file, u"en"_s, u"ja"_s, u"Cancel"_s), u"中止"_s);
-}
-
-void PhraseMemoryTest::systemsWithoutTranslationsAreKnown()
-{
-    const QTemporaryDir folder;
-    const auto write = [&](const QString &name, const QByteArray &text) {
-        QFile file(folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    };
-    write(u"docker"_s, "# path-exclude=/usr/share/locale/*\npath-exclude=/usr/share/doc/*\n");
-    QVERIFY(!leavesOutCatalogues(folder.path()));
-    write(u"excludes"_s, "path-exclude=/usr/share/man/*\npath-exclude=/usr/share/locale/*\n");
-    QVERIFY(leavesOutCatalogues(folder.path()));
-}
-
-void PhraseMemoryTest::damagedMemoriesDoNoHarm()
-{
-    const QByteArray good = build({m_share});
-    std::mt19937 random(1); // the same files every time
-    int opened = 0;
-    for (int round = 0; round < 300; ++round) {
-        QByteArray bytes = good;
-        const qsizetype header = sizeof(PhraseFileHeader);
-        // The tables come first, so that most changes hit the header, slots or strings rather than the model between.
-        const qsizetype tables = header + qsizetype(sizeof(PhraseSlot)) * 200;
-        for (int change = 0; change < 8; ++change) {
-            const qsizetype at = random() % 3 == 0 ? bytes.size() - 1 - qsizetype(random() % 2000)
-                                                   : qsizetype(random() % quint32(random() % 8 == 0 ? header : tables));
-            bytes[at] = char(random());
-        }
-        const auto file = PhraseFile::fromBytes(bytes);
-        opened += file ? 1 : 0;
-        for (const QString &line : {u"Cancel"_s, u"Page 1 of 2"_s, u"Preferenees"_s, u"File Edit View"_s}) {
-            if (file)
-                QVERIFY(translated(*file, u"en"_s, u"ja"_s, line).size() < 70000);
-        }
-    }
-    QVERIFY(opened > 50);
-}
 
 QTEST_GUILESS_MAIN(PhraseMemoryTest)
 #include "PhraseMemoryTest.moc"

@@ -51,261 +51,245 @@ class SecretServiceStorageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void valuesComeBackByteForByte_data();
-    void valuesComeBackByteForByte();
-    void accountsAreFoundTogetherReplacedAndRemoved();
-    void itemsOfOtherToolsAreFoundAndReplacedForTheReader();
-    void callsFromManyThreadsAtOnce();
-    void aRestartCostsNothing_data();
-    void aRestartCostsNothing();
-    void nothingIsHeldByWhatDoesNotAnswer_data();
-    void nothingIsHeldByWhatDoesNotAnswer();
-    void aServiceThatHangsIsLeftAloneForAWhile();
-    void aLockedKeyringAsksTheUserOnce();
-    void aRefusedPromptIsNotRepeatedAtOnce();
-    void withoutADefaultKeyringTheUserIsAskedToMakeOne();
-};
-
-void SecretServiceStorageTest::valuesComeBackByteForByte_data()
-{
-    QTest::addColumn<QByteArray>("secret");
-    QTest::newRow("plain") << "sk-abcdefghijklmnopqrstuvwxyz0123456789"_ba;
-    QTest::newRow("full-width space and Han") << QString(u"金鑰\u3000key\n"_s).toUtf8();
-    QTest::newRow("not UTF-8, with a zero byte") << QByteArray("\xff\x00\xfe", 3);
-    QTest::newRow("64 KiB") << QByteArray(65536, 'x');
-}
-
-void SecretServiceStorageTest::valuesComeBackByteForByte()
-{
-    QFETCH(QByteArray, secret);
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    SecretServiceStorage storage;
-    const auto before = storage.lookup(service, u"account"_s);
-    QVERIFY2(before, reasonOf(before).constData());
-    QVERIFY(!before->has_value());
-    QVERIFY(storage.store(service, u"account"_s, secret));
-    QCOMPARE(storage.lookup(service, u"account"_s).value(), std::optional(secret));
-}
-
-void SecretServiceStorageTest::accountsAreFoundTogetherReplacedAndRemoved()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    SecretServiceStorage storage;
-    QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>()));
-    for (const char *value : {"old", "new"})
-        QVERIFY(storage.store(service, u"a"_s, value));
-    QVERIFY(storage.store(service, u"b"_s, "2"));
-    QVERIFY(storage.store(u"org.example.others"_s, u"c"_s, "3"));
-    QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>{{u"a"_s, "new"}, {u"b"_s, "2"}}));
-    const QByteArray found =
-        keyring.run(u"secret-tool"_s, {u"search"_s, u"--all"_s, u"service"_s, service, u"account"_s, u"a"_s});
-    QCOMPARE(found.count("secret = "), 1);
-    for (int time = 0; time < 2; ++time)
-        QVERIFY(storage.remove(service, u"a"_s));
-    QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>{{u"b"_s, "2"}}));
-}
-
-void SecretServiceStorageTest::itemsOfOtherToolsAreFoundAndReplacedForTheReader()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    keyring.run(u"secret-tool"_s, {u"store"_s, u"--label=x"_s, u"service"_s, service, u"account"_s, u"a"_s}, "theirs");
-    SecretServiceStorage storage;
-    QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional("theirs"_ba));
-    QTest::qWait(1100); // items are dated to the second
-    QVERIFY(storage.store(service, u"a"_s, "ours"));
-    QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional("ours"_ba));
-    QVERIFY(storage.remove(service, u"a"_s));
-    QVERIFY(!storage.lookup(service, u"a"_s).value());
-}
-
-void SecretServiceStorageTest::callsFromManyThreadsAtOnce()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    SecretServiceStorage storage;
-    std::atomic<int> failures = 0;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 6; ++i)
-        threads.emplace_back([&, i] {
-            const QString account = QString::number(i);
-            if (!storage.store(service, account, account.toUtf8()) ||
-                storage.lookup(service, account).value_or(std::nullopt) != account.toUtf8())
-                ++failures;
-        });
-    for (std::thread &thread : threads)
-        thread.join();
-    QCOMPARE(failures.load(), 0);
-    QCOMPARE(storage.lookupAll(service).value().size(), 6);
-}
-
-void SecretServiceStorageTest::aRestartCostsNothing_data()
-{
-    QTest::addColumn<bool>("ofTheBus");
-    QTest::addColumn<bool>("isNoticed"); // by a call in between
-    QTest::newRow("of the keyring") << false << true;
-    QTest::newRow("of the keyring, between two calls") << false << false;
-    QTest::newRow("of the bus") << true << true;
-    QTest::newRow("of the bus, between two calls") << true << false;
-}
-
-void SecretServiceStorageTest::aRestartCostsNothing()
-{
-    QFETCH(bool, ofTheBus);
-    QFETCH(bool, isNoticed);
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    SecretServiceStorage storage;
-    QVERIFY(storage.store(service, u"a"_s, "1"));
-    keyring.stopKeyring();
-    if (ofTheBus)
-        keyring.stopBus();
-    QVERIFY(!isNoticed || !storage.lookup(service, u"a"_s));
-    QVERIFY(!ofTheBus || keyring.startBus());
-    QVERIFY(keyring.startKeyring());
-    const auto found = storage.lookup(service, u"a"_s);
-    QVERIFY2(found, reasonOf(found).constData());
-    QCOMPARE(*found, std::optional("1"_ba));
-}
-
-void SecretServiceStorageTest::nothingIsHeldByWhatDoesNotAnswer_data()
-{
-    QTest::addColumn<QString>("situation");
-    QTest::addColumn<int>("problem"); // 0: the system's own
-    QTest::newRow("no bus is known") << u"none"_s << int(SecretStorageProblem::NoBus);
-    QTest::newRow("the bus is gone") << u"gone"_s << 0;
-    QTest::newRow("the bus accepts and says nothing") << u"silent bus"_s << int(SecretStorageProblem::NoAnswer);
-    QTest::newRow("no service on the bus") << u"no service"_s << int(SecretStorageProblem::NoService);
-    QTest::newRow("the service takes calls and never answers")
-        << u"silent service"_s << int(SecretStorageProblem::NoAnswer);
-}
-
-void SecretServiceStorageTest::nothingIsHeldByWhatDoesNotAnswer()
-{
-    QFETCH(QString, situation);
-    PrivateKeyring keyring;
-    QLocalServer silentBus;
-    std::unique_ptr<SilentBusName> silentService;
-    if (situation == "none"_L1)
-        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-    else if (situation == "silent bus"_L1)
-        QVERIFY(silentBus.listen(keyring.busAddress().section(u'=', 1)));
-    else if (situation != "gone"_L1)
-        QVERIFY(keyring.startBus());
-    if (situation == "silent service"_L1) {
-        silentService = std::make_unique<SilentBusName>(keyring.busAddress().toUtf8(), "org.freedesktop.secrets");
-        QVERIFY(silentService->isOwner());
-    }
-
-    QElapsedTimer time;
+    void valuesComeBackByteForByte_data()
     {
-        SecretServiceStorage storage;
-        time.start();
-        const auto first = storage.lookupAll(service);
-        QVERIFY(!first);
-        const int code = first.error().code;
-        QTEST(code < int(SecretStorageProblem::NoAnswer) ? 0 : code, "problem");
-        QVERIFY2(time.restart() < 1000, "first call");
-        const auto second = storage.store(service, u"a"_s, "1");
-        QVERIFY(!second);
-        QVERIFY(!second.error().description.isEmpty());
-        QVERIFY2(time.restart() < 300, "second call");
+        QTest::addColumn<QByteArray>("secret");
+        QTest::newRow("plain") << "sk-abcdefghijklmnopqrstuvwxyz0123456789"_ba;
+        QTest::newRow("full-width space and Han") << QString(u"金鑰\u3000key\n"_s).toUtf8();
+        QTest::newRow("not UTF-8, with a zero byte") << QByteArray("\xff\x00\xfe", 3);
+        QTest::newRow("64 KiB") << QByteArray(65536, 'x');
     }
-    QVERIFY2(time.elapsed() < 500, "the end of the thread");
-    QVERIFY(!silentService || silentService->callCount() > 0);
-}
+    void valuesComeBackByteForByte()
+    {
+        QFETCH(QByteArray, secret);
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        SecretServiceStorage storage;
+        const auto before = storage.lookup(service, u"account"_s);
+        QVERIFY2(before, reasonOf(before).constData());
+        QVERIFY(!before->has_value());
+        QVERIFY(storage.store(service, u"account"_s, secret));
+        QCOMPARE(storage.lookup(service, u"account"_s).value(), std::optional(secret));
+    }
 
-void SecretServiceStorageTest::aServiceThatHangsIsLeftAloneForAWhile()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    PushedClock clock;
-    SecretServiceStorage storage(clock);
-    QVERIFY(storage.store(service, u"a"_s, "1"));
+    void accountsAreFoundTogetherReplacedAndRemoved()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        SecretServiceStorage storage;
+        QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>()));
+        for (const char *value : {"old", "new"})
+            QVERIFY(storage.store(service, u"a"_s, value));
+        QVERIFY(storage.store(service, u"b"_s, "2"));
+        QVERIFY(storage.store(u"org.example.others"_s, u"c"_s, "3"));
+        QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>{{u"a"_s, "new"}, {u"b"_s, "2"}}));
+        const QByteArray found =
+            keyring.run(u"secret-tool"_s, {u"search"_s, u"--all"_s, u"service"_s, service, u"account"_s, u"a"_s});
+        QCOMPARE(found.count("secret = "), 1);
+        for (int time = 0; time < 2; ++time)
+            QVERIFY(storage.remove(service, u"a"_s));
+        QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>{{u"b"_s, "2"}}));
+    }
 
-    ::kill(pid_t(keyring.keyringProcess()), SIGSTOP);
-    QElapsedTimer time;
-    time.start();
-    const auto held = storage.lookup(service, u"a"_s);
-    const qint64 firstMilliseconds = time.restart();
-    const auto refused = storage.lookup(service, u"a"_s);
-    const qint64 secondMilliseconds = time.restart();
-    ::kill(pid_t(keyring.keyringProcess()), SIGCONT);
-    QCOMPARE(problemOf(held), int(SecretStorageProblem::NoAnswer));
-    QVERIFY2(firstMilliseconds < 1000, qPrintable(QString::number(firstMilliseconds)));
-    QCOMPARE(problemOf(refused), int(SecretStorageProblem::NoAnswer));
-    QVERIFY2(secondMilliseconds < 50, qPrintable(QString::number(secondMilliseconds)));
+    void itemsOfOtherToolsAreFoundAndReplacedForTheReader()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        keyring.run(u"secret-tool"_s, {u"store"_s, u"--label=x"_s, u"service"_s, service, u"account"_s, u"a"_s},
+                    "theirs");
+        SecretServiceStorage storage;
+        QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional("theirs"_ba));
+        QTest::qWait(1100); // items are dated to the second
+        QVERIFY(storage.store(service, u"a"_s, "ours"));
+        QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional("ours"_ba));
+        QVERIFY(storage.remove(service, u"a"_s));
+        QVERIFY(!storage.lookup(service, u"a"_s).value());
+    }
 
-    *clock.ahead = 29;
-    QVERIFY(!storage.lookup(service, u"a"_s));
-    *clock.ahead = 31;
-    QCOMPARE(storage.lookup(service, u"a"_s).value_or(std::nullopt), std::optional("1"_ba));
-}
+    void callsFromManyThreadsAtOnce()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        SecretServiceStorage storage;
+        std::atomic<int> failures = 0;
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 6; ++i)
+            threads.emplace_back([&, i] {
+                const QString account = QString::number(i);
+                if (!storage.store(service, account, account.toUtf8()) ||
+                    storage.lookup(service, account).value_or(std::nullopt) != account.toUtf8())
+                    ++failures;
+            });
+        for (std::thread &thread : threads)
+            thread.join();
+        QCOMPARE(failures.load(), 0);
+        QCOMPARE(storage.lookupAll(service).value().size(), 6);
+    }
 
-void SecretServiceStorageTest::aLockedKeyringAsksTheUserOnce()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    // Whoever shows the keyring's questions; this one never gets an answer from its user.
-    SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
-    QVERIFY(prompter.isOwner());
-    SecretServiceStorage storage;
-    QVERIFY(storage.store(service, u"a"_s, "1"));
-    keyring.call(collectionInterface + u".Lock"_s, {u"['/org/freedesktop/secrets/aliases/default']"_s});
+    void aRestartCostsNothing_data()
+    {
+        QTest::addColumn<bool>("ofTheBus");
+        QTest::addColumn<bool>("isNoticed"); // by a call in between
+        QTest::newRow("of the keyring") << false << true;
+        QTest::newRow("of the keyring, between two calls") << false << false;
+        QTest::newRow("of the bus") << true << true;
+        QTest::newRow("of the bus, between two calls") << true << false;
+    }
+    void aRestartCostsNothing()
+    {
+        QFETCH(bool, ofTheBus);
+        QFETCH(bool, isNoticed);
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        SecretServiceStorage storage;
+        QVERIFY(storage.store(service, u"a"_s, "1"));
+        keyring.stopKeyring();
+        if (ofTheBus)
+            keyring.stopBus();
+        QVERIFY(!isNoticed || !storage.lookup(service, u"a"_s));
+        QVERIFY(!ofTheBus || keyring.startBus());
+        QVERIFY(keyring.startKeyring());
+        const auto found = storage.lookup(service, u"a"_s);
+        QVERIFY2(found, reasonOf(found).constData());
+        QCOMPARE(*found, std::optional("1"_ba));
+    }
 
-    QElapsedTimer time;
-    time.start();
-    QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
-    QVERIFY(time.elapsed() < 500);
-    QTRY_COMPARE(prompter.callCount(), 1);
-    QCOMPARE(problemOf(storage.lookup(service, u"never stored"_s)), int(SecretStorageProblem::Locked));
-    QCOMPARE(problemOf(storage.lookupAll(service)), int(SecretStorageProblem::Locked));
-    QCOMPARE(problemOf(storage.store(service, u"a"_s, "2")), int(SecretStorageProblem::Locked));
-    QCOMPARE(problemOf(storage.remove(service, u"a"_s)), int(SecretStorageProblem::Locked));
-    QTest::qWait(200);
-    QCOMPARE(prompter.callCount(), 1);
+    void nothingIsHeldByWhatDoesNotAnswer_data()
+    {
+        QTest::addColumn<QString>("situation");
+        QTest::addColumn<int>("problem"); // 0: the system's own
+        QTest::newRow("no bus is known") << u"none"_s << int(SecretStorageProblem::NoBus);
+        QTest::newRow("the bus is gone") << u"gone"_s << 0;
+        QTest::newRow("the bus accepts and says nothing") << u"silent bus"_s << int(SecretStorageProblem::NoAnswer);
+        QTest::newRow("no service on the bus") << u"no service"_s << int(SecretStorageProblem::NoService);
+        QTest::newRow("the service takes calls and never answers")
+            << u"silent service"_s << int(SecretStorageProblem::NoAnswer);
+    }
+    void nothingIsHeldByWhatDoesNotAnswer()
+    {
+        QFETCH(QString, situation);
+        PrivateKeyring keyring;
+        QLocalServer silentBus;
+        std::unique_ptr<SilentBusName> silentService;
+        if (situation == "none"_L1)
+            qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        else if (situation == "silent bus"_L1)
+            QVERIFY(silentBus.listen(keyring.busAddress().section(u'=', 1)));
+        else if (situation != "gone"_L1)
+            QVERIFY(keyring.startBus());
+        if (situation == "silent service"_L1) {
+            silentService = std::make_unique<SilentBusName>(keyring.busAddress().toUtf8(), "org.freedesktop.secrets");
+            QVERIFY(silentService->isOwner());
+        }
 
-    QVERIFY(keyring.unlock());
-    QCOMPARE(storage.lookup(service, u"a"_s).value_or(std::nullopt), std::optional("1"_ba));
-}
+        QElapsedTimer time;
+        {
+            SecretServiceStorage storage;
+            time.start();
+            const auto first = storage.lookupAll(service);
+            QVERIFY(!first);
+            const int code = first.error().code;
+            QTEST(code < int(SecretStorageProblem::NoAnswer) ? 0 : code, "problem");
+            QVERIFY2(time.restart() < 1000, "first call");
+            const auto second = storage.store(service, u"a"_s, "1");
+            QVERIFY(!second);
+            QVERIFY(!second.error().description.isEmpty());
+            QVERIFY2(time.restart() < 300, "second call");
+        }
+        QVERIFY2(time.elapsed() < 500, "the end of the thread");
+        QVERIFY(!silentService || silentService->callCount() > 0);
+    }
 
-void SecretServiceStorageTest::aRefusedPromptIsNotRepeatedAtOnce()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring());
-    PushedClock clock;
-    SecretServiceStorage storage(clock);
-    QVERIFY(storage.store(service, u"a"_s, "1"));
-    keyring.call(collectionInterface + u".Lock"_s, {u"['/org/freedesktop/secrets/aliases/default']"_s});
-    // Nobody can show the question: the keyring gives it up at once, as it does when the user refuses.
-    QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
-    QTest::qWait(300);
-    SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
-    QVERIFY(prompter.isOwner());
-    QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
-    QTest::qWait(300);
-    QCOMPARE(prompter.callCount(), 0);
-    *clock.ahead = 31;
-    QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
-    QTRY_COMPARE(prompter.callCount(), 1);
-}
+    void aServiceThatHangsIsLeftAloneForAWhile()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        PushedClock clock;
+        SecretServiceStorage storage(clock);
+        QVERIFY(storage.store(service, u"a"_s, "1"));
 
-void SecretServiceStorageTest::withoutADefaultKeyringTheUserIsAskedToMakeOne()
-{
-    PrivateKeyring keyring;
-    QVERIFY(keyring.startBus() && keyring.startKeyring(false));
-    SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
-    QVERIFY(prompter.isOwner());
-    SecretServiceStorage storage;
-    const auto nothing = storage.lookup(service, u"a"_s);
-    QVERIFY2(nothing, reasonOf(nothing).constData());
-    QVERIFY(!*nothing);
-    QCOMPARE(prompter.callCount(), 0);
-    QCOMPARE(problemOf(storage.store(service, u"a"_s, "1")), int(SecretStorageProblem::NoKeyring));
-    QTRY_COMPARE(prompter.callCount(), 1);
-}
+        ::kill(pid_t(keyring.keyringProcess()), SIGSTOP);
+        QElapsedTimer time;
+        time.start();
+        const auto held = storage.lookup(service, u"a"_s);
+        const qint64 firstMilliseconds = time.restart();
+        const auto refused = storage.lookup(service, u"a"_s);
+        const qint64 secondMilliseconds = time.restart();
+        ::kill(pid_t(keyring.keyringProcess()), SIGCONT);
+        QCOMPARE(problemOf(held), int(SecretStorageProblem::NoAnswer));
+        QVERIFY2(firstMilliseconds < 1000, qPrintable(QString::number(firstMilliseconds)));
+        QCOMPARE(problemOf(refused), int(SecretStorageProblem::NoAnswer));
+        QVERIFY2(secondMilliseconds < 50, qPrintable(QString::number(secondMilliseconds)));
+
+        *clock.ahead = 29;
+        QVERIFY(!storage.lookup(service, u"a"_s));
+        *clock.ahead = 31;
+        QCOMPARE(storage.lookup(service, u"a"_s).value_or(std::nullopt), std::optional("1"_ba));
+    }
+
+    void aLockedKeyringAsksTheUserOnce()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        // Whoever shows the keyring's questions; this one never gets an answer from its user.
+        SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
+        QVERIFY(prompter.isOwner());
+        SecretServiceStorage storage;
+        QVERIFY(storage.store(service, u"a"_s, "1"));
+        keyring.call(collectionInterface + u".Lock"_s, {u"['/org/freedesktop/secrets/aliases/default']"_s});
+
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
+        QVERIFY(time.elapsed() < 500);
+        QTRY_COMPARE(prompter.callCount(), 1);
+        QCOMPARE(problemOf(storage.lookup(service, u"never stored"_s)), int(SecretStorageProblem::Locked));
+        QCOMPARE(problemOf(storage.lookupAll(service)), int(SecretStorageProblem::Locked));
+        QCOMPARE(problemOf(storage.store(service, u"a"_s, "2")), int(SecretStorageProblem::Locked));
+        QCOMPARE(problemOf(storage.remove(service, u"a"_s)), int(SecretStorageProblem::Locked));
+        QTest::qWait(200);
+        QCOMPARE(prompter.callCount(), 1);
+
+        QVERIFY(keyring.unlock());
+        QCOMPARE(storage.lookup(service, u"a"_s).value_or(std::nullopt), std::optional("1"_ba));
+    }
+
+    void aRefusedPromptIsNotRepeatedAtOnce()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring());
+        PushedClock clock;
+        SecretServiceStorage storage(clock);
+        QVERIFY(storage.store(service, u"a"_s, "1"));
+        keyring.call(collectionInterface + u".Lock"_s, {u"['/org/freedesktop/secrets/aliases/default']"_s});
+        // Nobody can show the question: the keyring gives it up at once, as it does when the user refuses.
+        QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
+        QTest::qWait(300);
+        SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
+        QVERIFY(prompter.isOwner());
+        QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
+        QTest::qWait(300);
+        QCOMPARE(prompter.callCount(), 0);
+        *clock.ahead = 31;
+        QCOMPARE(problemOf(storage.lookup(service, u"a"_s)), int(SecretStorageProblem::Locked));
+        QTRY_COMPARE(prompter.callCount(), 1);
+    }
+
+    void withoutADefaultKeyringTheUserIsAskedToMakeOne()
+    {
+        PrivateKeyring keyring;
+        QVERIFY(keyring.startBus() && keyring.startKeyring(false));
+        SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
+        QVERIFY(prompter.isOwner());
+        SecretServiceStorage storage;
+        const auto nothing = storage.lookup(service, u"a"_s);
+        QVERIFY2(nothing, reasonOf(nothing).constData());
+        QVERIFY(!*nothing);
+        QCOMPARE(prompter.callCount(), 0);
+        QCOMPARE(problemOf(storage.store(service, u"a"_s, "1")), int(SecretStorageProblem::NoKeyring));
+        QTRY_COMPARE(prompter.callCount(), 1);
+    }
+};
 
 QTEST_GUILESS_MAIN(SecretServiceStorageTest)
 #include "SecretServiceStorageTest.moc"

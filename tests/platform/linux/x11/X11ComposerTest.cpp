@@ -22,182 +22,172 @@ class X11ComposerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void foreignWindowsAreComposedInTheirOrder();
-    void ourWindowsAreNeverInTheImage();
-    void whoseAWindowIsThatHoldsOneOfOurs();
-    void neitherAreTheyOverTheBareRoot();
-    void shapesAndTranslucencyAreKept();
-    void windowsThatVanishCostOnlyTheirPixels();
-    void aScaledDisplayGivesNativePixels();
-    void withoutAServerTheCaptureFails();
-    void whatTheServerLacksIsNamed();
+    void initTestCase()
+    {
+        m_screen.emplace();
+        QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
+        qputenv("DISPLAY", m_screen->display());
+    }
+
+    void foreignWindowsAreComposedInTheirOrder()
+    {
+        TestClient us;
+        TestClient other;
+        X11Composer composer(us.range());
+        QVERIFY(composer.isUsable());
+        composer.setRedirecting(true);
+        other.addWindow({100, 100, 300, 200}, red);
+        other.addWindow({200, 150, 300, 200}, green);
+        other.addWindow({120, 120, 20, 20}, blue, false); // never mapped
+        const QImage image = composer.compose({90, 90, 400, 300});
+        QCOMPARE(image.size(), QSize(400, 300));
+        QCOMPARE(image.pixel(20, 20), red);
+        QCOMPARE(image.pixel(35, 35), red);
+        QCOMPARE(image.pixel(120, 70), green);
+        QCOMPARE(image.pixel(350, 200), green);
+        QVERIFY(image.pixel(5, 5) != red);
+    }
+
+    void ourWindowsAreNeverInTheImage()
+    {
+        TestClient us;
+        TestClient other;
+        X11Composer composer(us.range());
+        composer.setRedirecting(true);
+        other.addWindow({0, 0, 600, 400}, red);
+        const xcb_window_t pane = us.addWindow({50, 50, 480, 280}, blue);
+        us.addWindow({100, 100, 80, 80}, blue); // a menu of ours over the pane
+        const QImage image = composer.compose({52, 52, 476, 276});
+        for (const QPoint point : {QPoint(0, 0), QPoint(60, 60), QPoint(475, 275)})
+            QCOMPARE(image.pixel(point), red);
+
+        bool found = false;
+        for (const X11WindowPlace &place : composer.viewableWindows())
+            found = found || (place.window == pane && place.frame == QRect(50, 50, 480, 280));
+        QVERIFY(found);
+    }
+
+    void whoseAWindowIsThatHoldsOneOfOurs()
+    {
+        TestClient us;
+        TestClient other;
+        X11Composer composer(us.range());
+        composer.setRedirecting(true);
+        other.addWindow({0, 0, 600, 400}, red);
+        const xcb_window_t frame = other.addWindow({50, 50, 300, 200}, green);
+        us.putInto(us.addWindow({0, 0, 280, 180}, blue), frame); // as window managers do
+        const xcb_window_t bar = other.addWindow({0, 300, 600, 30}, green);
+        us.putInto(us.addWindow({0, 0, 24, 24}, blue), bar); // our icon among others
+        const QImage image = composer.compose({0, 0, 600, 400});
+        QCOMPARE(image.pixel(200, 100), red);
+        QCOMPARE(image.pixel(300, 315), green);
+    }
+
+    void neitherAreTheyOverTheBareRoot()
+    {
+        TestClient us;
+        TestClient other;
+        other.paintRoot(green);
+        other.forgetDesktopPicture();
+        X11Composer composer(us.range());
+        composer.setRedirecting(true);
+        us.addWindow({50, 50, 480, 280}, blue);
+        other.addWindow({400, 0, 400, 400}, red);
+        const QImage image = composer.compose({40, 40, 500, 300});
+        for (const QPoint point : {QPoint(2, 2), QPoint(20, 20), QPoint(350, 280)})
+            QCOMPARE(image.pixel(point), green);
+        QCOMPARE(image.pixel(450, 100), red);
+    }
+
+    void shapesAndTranslucencyAreKept()
+    {
+        TestClient us;
+        TestClient other;
+        X11Composer composer(us.range());
+        composer.setRedirecting(true);
+        other.addWindow({0, 0, 400, 300}, red);
+        const xcb_window_t shaped = other.addWindow({50, 50, 100, 100}, green);
+        other.shape(shaped, {0, 0, 50, 100});
+        other.addTranslucentWindow({200, 50, 100, 100}, 0x80000080); // half blue
+        const QImage image = composer.compose({0, 0, 400, 300});
+        QCOMPARE(image.pixel(60, 60), green);
+        QCOMPARE(image.pixel(120, 60), red); // outside the shape
+        const QRgb mixed = image.pixel(250, 100);
+        QVERIFY2(qAbs(qRed(mixed) - 0x60) <= 2 && qAbs(qBlue(mixed) - 0x90) <= 2,
+                 qPrintable(QString::number(mixed, 16)));
+    }
+
+    void windowsThatVanishCostOnlyTheirPixels()
+    {
+        TestClient us;
+        X11Composer composer(us.range());
+        composer.setRedirecting(true);
+        composer.compose({0, 0, 100, 100}); // settled from here on
+        TestClient other;
+        other.addWindow({0, 0, 640, 480}, red);
+        QAtomicInt stop = 0;
+        QThreadPool churn;
+        churn.start([&] {
+            TestClient restless;
+            while (!stop) {
+                const xcb_window_t window = restless.addWindow({100, 100, 200, 200}, green);
+                restless.destroy(window);
+            }
+        });
+        for (int i = 0; i < 200; ++i) {
+            const QImage image = composer.compose({0, 0, 640, 480});
+            QCOMPARE(image.size(), QSize(640, 480));
+            QCOMPARE(image.pixel(10, 10), red);
+        }
+        stop = 1;
+        churn.waitForDone();
+    }
+
+    void aScaledDisplayGivesNativePixels()
+    {
+        TestClient us;
+        TestClient other;
+        other.addWindow({700, 200, 200, 100}, red);
+        const xcb_window_t pane = us.addWindow({680, 180, 240, 140}, blue);
+        X11ScreenCapture capture(us.range());
+        // The second display begins at 640 and has two pixels a point: the pane's corner is at 640 + 40 / 2.
+        capture.setDisplays(
+            {{.nativeFrame = {0, 0, 640, 800}, .scale = 1}, {.nativeFrame = {640, 0, 640, 800}, .scale = 2}});
+        const auto surroundings = capture.surroundings(pane);
+        QVERIFY(surroundings);
+        QCOMPARE(surroundings->displays, (QList<QRectF>{{0, 0, 640, 800}, {640, 0, 320, 400}}));
+        QCOMPARE(surroundings->paneWindow, QRectF(660, 90, 120, 70));
+
+        const QImage image = capture.capture({670, 100, 100, 50}).value_or(QImage());
+        QCOMPARE(image.size(), QSize(200, 100));
+        QCOMPARE(image.pixel(0, 0), red);
+        QCOMPARE(image.pixel(199, 99), red);
+    }
+
+    void withoutAServerTheCaptureFails()
+    {
+        qputenv("DISPLAY", ":4711");
+        X11ScreenCapture capture({});
+        QVERIFY(!capture.surroundings(1));
+        QVERIFY(!capture.capture({0, 0, 10, 10}));
+        qputenv("DISPLAY", m_screen->display());
+    }
+
+    void whatTheServerLacksIsNamed()
+    {
+        const VirtualScreen poor(u"640x480x24"_s, {u"-extension"_s, u"Composite"_s, u"-extension"_s, u"XFIXES"_s});
+        qputenv("DISPLAY", poor.display());
+        X11ScreenCapture capture({});
+        capture.explainMissing([](const QString &names) { return u"lacks "_s + names; });
+        const auto surroundings = capture.surroundings(1);
+        qputenv("DISPLAY", m_screen->display());
+        QVERIFY(!surroundings);
+        QCOMPARE(surroundings.error().description, u"lacks Composite, XFIXES"_s);
+    }
 
 private:
     std::optional<VirtualScreen> m_screen;
 };
-
-void X11ComposerTest::initTestCase()
-{
-    m_screen.emplace();
-    QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
-    qputenv("DISPLAY", m_screen->display());
-}
-
-void X11ComposerTest::foreignWindowsAreComposedInTheirOrder()
-{
-    TestClient us;
-    TestClient other;
-    X11Composer composer(us.range());
-    QVERIFY(composer.isUsable());
-    composer.setRedirecting(true);
-    other.addWindow({100, 100, 300, 200}, red);
-    other.addWindow({200, 150, 300, 200}, green);
-    other.addWindow({120, 120, 20, 20}, blue, false); // never mapped
-    const QImage image = composer.compose({90, 90, 400, 300});
-    QCOMPARE(image.size(), QSize(400, 300));
-    QCOMPARE(image.pixel(20, 20), red);
-    QCOMPARE(image.pixel(35, 35), red);
-    QCOMPARE(image.pixel(120, 70), green);
-    QCOMPARE(image.pixel(350, 200), green);
-    QVERIFY(image.pixel(5, 5) != red);
-}
-
-void X11ComposerTest::ourWindowsAreNeverInTheImage()
-{
-    TestClient us;
-    TestClient other;
-    X11Composer composer(us.range());
-    composer.setRedirecting(true);
-    other.addWindow({0, 0, 600, 400}, red);
-    const xcb_window_t pane = us.addWindow({50, 50, 480, 280}, blue);
-    us.addWindow({100, 100, 80, 80}, blue); // a menu of ours over the pane
-    const QImage image = composer.compose({52, 52, 476, 276});
-    for (const QPoint point : {QPoint(0, 0), QPoint(60, 60), QPoint(475, 275)})
-        QCOMPARE(image.pixel(point), red);
-
-    bool found = false;
-    for (const X11WindowPlace &place : composer.viewableWindows())
-        found = found || (place.window == pane && place.frame == QRect(50, 50, 480, 280));
-    QVERIFY(found);
-}
-
-void X11ComposerTest::whoseAWindowIsThatHoldsOneOfOurs()
-{
-    TestClient us;
-    TestClient other;
-    X11Composer composer(us.range());
-    composer.setRedirecting(true);
-    other.addWindow({0, 0, 600, 400}, red);
-    const xcb_window_t frame = other.addWindow({50, 50, 300, 200}, green);
-    us.putInto(us.addWindow({0, 0, 280, 180}, blue), frame); // as window managers do
-    const xcb_window_t bar = other.addWindow({0, 300, 600, 30}, green);
-    us.putInto(us.addWindow({0, 0, 24, 24}, blue), bar); // our icon among others
-    const QImage image = composer.compose({0, 0, 600, 400});
-    QCOMPARE(image.pixel(200, 100), red);
-    QCOMPARE(image.pixel(300, 315), green);
-}
-
-void X11ComposerTest::neitherAreTheyOverTheBareRoot()
-{
-    TestClient us;
-    TestClient other;
-    other.paintRoot(green);
-    other.forgetDesktopPicture();
-    X11Composer composer(us.range());
-    composer.setRedirecting(true);
-    us.addWindow({50, 50, 480, 280}, blue);
-    other.addWindow({400, 0, 400, 400}, red);
-    const QImage image = composer.compose({40, 40, 500, 300});
-    for (const QPoint point : {QPoint(2, 2), QPoint(20, 20), QPoint(350, 280)})
-        QCOMPARE(image.pixel(point), green);
-    QCOMPARE(image.pixel(450, 100), red);
-}
-
-void X11ComposerTest::shapesAndTranslucencyAreKept()
-{
-    TestClient us;
-    TestClient other;
-    X11Composer composer(us.range());
-    composer.setRedirecting(true);
-    other.addWindow({0, 0, 400, 300}, red);
-    const xcb_window_t shaped = other.addWindow({50, 50, 100, 100}, green);
-    other.shape(shaped, {0, 0, 50, 100});
-    other.addTranslucentWindow({200, 50, 100, 100}, 0x80000080); // half blue
-    const QImage image = composer.compose({0, 0, 400, 300});
-    QCOMPARE(image.pixel(60, 60), green);
-    QCOMPARE(image.pixel(120, 60), red); // outside the shape
-    const QRgb mixed = image.pixel(250, 100);
-    QVERIFY2(qAbs(qRed(mixed) - 0x60) <= 2 && qAbs(qBlue(mixed) - 0x90) <= 2, qPrintable(QString::number(mixed, 16)));
-}
-
-void X11ComposerTest::windowsThatVanishCostOnlyTheirPixels()
-{
-    TestClient us;
-    X11Composer composer(us.range());
-    composer.setRedirecting(true);
-    composer.compose({0, 0, 100, 100}); // settled from here on
-    TestClient other;
-    other.addWindow({0, 0, 640, 480}, red);
-    QAtomicInt stop = 0;
-    QThreadPool churn;
-    churn.start([&] {
-        TestClient restless;
-        while (!stop) {
-            const xcb_window_t window = restless.addWindow({100, 100, 200, 200}, green);
-            restless.destroy(window);
-        }
-    });
-    for (int i = 0; i < 200; ++i) {
-        const QImage image = composer.compose({0, 0, 640, 480});
-        QCOMPARE(image.size(), QSize(640, 480));
-        QCOMPARE(image.pixel(10, 10), red);
-    }
-    stop = 1;
-    churn.waitForDone();
-}
-
-void X11ComposerTest::aScaledDisplayGivesNativePixels()
-{
-    TestClient us;
-    TestClient other;
-    other.addWindow({700, 200, 200, 100}, red);
-    const xcb_window_t pane = us.addWindow({680, 180, 240, 140}, blue);
-    X11ScreenCapture capture(us.range());
-    // The second display begins at 640 and has two pixels a point: the pane's corner is at 640 + 40 / 2.
-    capture.setDisplays(
-        {{.nativeFrame = {0, 0, 640, 800}, .scale = 1}, {.nativeFrame = {640, 0, 640, 800}, .scale = 2}});
-    const auto surroundings = capture.surroundings(pane);
-    QVERIFY(surroundings);
-    QCOMPARE(surroundings->displays, (QList<QRectF>{{0, 0, 640, 800}, {640, 0, 320, 400}}));
-    QCOMPARE(surroundings->paneWindow, QRectF(660, 90, 120, 70));
-
-    const QImage image = capture.capture({670, 100, 100, 50}).value_or(QImage());
-    QCOMPARE(image.size(), QSize(200, 100));
-    QCOMPARE(image.pixel(0, 0), red);
-    QCOMPARE(image.pixel(199, 99), red);
-}
-
-void X11ComposerTest::withoutAServerTheCaptureFails()
-{
-    qputenv("DISPLAY", ":4711");
-    X11ScreenCapture capture({});
-    QVERIFY(!capture.surroundings(1));
-    QVERIFY(!capture.capture({0, 0, 10, 10}));
-    qputenv("DISPLAY", m_screen->display());
-}
-
-void X11ComposerTest::whatTheServerLacksIsNamed()
-{
-    const VirtualScreen poor(u"640x480x24"_s, {u"-extension"_s, u"Composite"_s, u"-extension"_s, u"XFIXES"_s});
-    qputenv("DISPLAY", poor.display());
-    X11ScreenCapture capture({});
-    capture.explainMissing([](const QString &names) { return u"lacks "_s + names; });
-    const auto surroundings = capture.surroundings(1);
-    qputenv("DISPLAY", m_screen->display());
-    QVERIFY(!surroundings);
-    QCOMPARE(surroundings.error().description, u"lacks Composite, XFIXES"_s);
-}
 
 QTEST_GUILESS_MAIN(X11ComposerTest)
 #include "X11ComposerTest.moc"

@@ -69,233 +69,214 @@ class X11GlobalHotkeysTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void aCombinationIsHeardWhateverTheLocks_data();
-    void aCombinationIsHeardWhateverTheLocks();
-    void aHeldKeyIsOnePress();
-    void aKeyThatIsDownAtFirstMustBeReleased();
-    void aPressWhileTheKeyboardIsAskedAboutIsHeard();
-    void whatAnotherProgramHoldsIsRefused();
-    void whatIsHeldIsRefusedUntilItIsLetGo();
-    void numbersWithoutAKeyAreInvalid();
-    void withoutAServerEverythingIsRefused();
+    void initTestCase()
+    {
+        m_screen.emplace();
+        QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
+        qputenv("DISPLAY", m_screen->display());
+    }
+
+    void init()
+    {
+        m_pressed.clear();
+        m_hotkeys.emplace(m_scheduler);
+        m_hotkeys->setPressedHandler([this](HotkeyIdentifier identifier) { m_pressed.append(identifier); });
+    }
+
+    void cleanup() { m_hotkeys.reset(); }
+
+    void aCombinationIsHeardWhateverTheLocks_data()
+    {
+        QTest::addColumn<QStringList>("layout"); // arguments of setxkbmap
+        QTest::addColumn<QStringList>("before"); // keys that are pressed first, and again at the end
+        QTest::addColumn<quint32>("modifiers");
+        QTest::addColumn<QString>("heard");
+        QTest::addColumn<QString>("notHeard");
+        constexpr quint32 option = hotkeyModifier::option;
+        const QStringList us{u"us"_s, u"-option"_s, u""_s};
+        QTest::newRow("no lock") << us << QStringList{} << option << u"alt+28"_s << u"alt+shift+28"_s;
+        QTest::newRow("Caps Lock") << us << QStringList{u"Caps_Lock"_s} << option << u"alt+28"_s << u"28"_s;
+        QTest::newRow("Num Lock") << us << QStringList{u"Num_Lock"_s} << option << u"alt+28"_s << u"ctrl+alt+28"_s;
+        QTest::newRow("three modifiers") << us << QStringList{}
+                                         << (hotkeyModifier::control | hotkeyModifier::shift | hotkeyModifier::command)
+                                         << u"ctrl+shift+super+28"_s << u"ctrl+shift+28"_s;
+        QTest::newRow("no modifier") << us << QStringList{} << quint32(0) << u"28"_s << u"shift+28"_s;
+        QTest::newRow("a layout that has another letter there")
+            << QStringList{u"-layout"_s, u"us"_s, u"-variant"_s, u"dvorak"_s, u"-option"_s, u""_s} << QStringList{}
+            << option << u"alt+28"_s << u"alt+45"_s;
+        QTest::newRow("the second group of a layout")
+            << QStringList{u"-layout"_s, u"us,de"_s, u"-variant"_s, u","_s,
+                           u"-option"_s, u""_s,      u"-option"_s,  u"grp:sclk_toggle"_s}
+            << QStringList{u"78"_s} << option << u"alt+28"_s << u"alt+29"_s;
+        QTest::newRow("Alt and Super exchanged")
+            << QStringList{u"us"_s, u"-option"_s, u""_s, u"-option"_s, u"altwin:swap_alt_win"_s} << QStringList{}
+            << option << u"Alt_L+28"_s << u"Super_L+28"_s;
+    }
+    void aCombinationIsHeardWhateverTheLocks()
+    {
+        if (QStandardPaths::findExecutable(u"setxkbmap"_s).isEmpty())
+            QSKIP("needs setxkbmap");
+        QFETCH(QStringList, layout);
+        QFETCH(QStringList, before);
+        QFETCH(QString, heard);
+        QFETCH(QString, notHeard);
+        QFETCH(quint32, modifiers);
+        // Registered first: a change of the keyboard must be followed.
+        const auto reference = registered(*m_hotkeys, virtualKey::t, modifiers);
+        QVERIFY(reference);
+        run(u"setxkbmap"_s, layout);
+        presses();
+        for (const QString &key : before)
+            type({u"key"_s, key});
+        type({u"key"_s, heard});
+        const int heardCount = presses(1);
+        type({u"key"_s, notHeard});
+        const int notHeardCount = presses();
+        for (const QString &key : before)
+            type({u"key"_s, key});
+        QCOMPARE(heardCount, 1);
+        QCOMPARE(notHeardCount, 0);
+    }
+
+    void aHeldKeyIsOnePress()
+    {
+        const auto toggle = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
+        const auto translate = registered(*m_hotkeys, virtualKey::returnKey, hotkeyModifier::option, second);
+        QVERIFY(toggle && translate);
+        type({u"keydown"_s, u"alt"_s, u"keydown"_s, u"28"_s, u"sleep"_s, u"1"_s});
+        QCOMPARE(presses(1), 1);
+        type({u"key"_s, u"36"_s}); // while T is still down
+        QTRY_COMPARE(m_pressed, QList{second});
+        type({u"keyup"_s, u"28"_s, u"key"_s, u"28"_s, u"key"_s, u"28"_s, u"keyup"_s, u"alt"_s});
+        QCOMPARE(presses(3), 3);
+    }
+
+    void aKeyThatIsDownAtFirstMustBeReleased()
+    {
+        type({u"keydown"_s, u"alt"_s, u"keydown"_s, u"28"_s});
+        const auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
+        QVERIFY(reference);
+        QTest::qWait(900); // its repeats have begun
+        type({u"keyup"_s, u"28"_s, u"keyup"_s, u"alt"_s});
+        QCOMPARE(presses(), 0);
+        type({u"key"_s, u"alt+28"_s});
+        QCOMPARE(presses(1), 1);
+    }
+
+    void aPressWhileTheKeyboardIsAskedAboutIsHeard()
+    {
+        run(u"setxkbmap"_s, {u"us"_s, u"-option"_s, u""_s});
+        const auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
+        QVERIFY(reference);
+        Keyboard keyboard;
+        QVERIFY(keyboard.isUsable());
+        type({u"key"_s, u"alt+28"_s}); // from now on it is the keyboard that was used last
+        QCOMPARE(presses(1), 1);
+        std::thread user([&keyboard] {
+            constexpr quint8 alt = 64;
+            constexpr quint8 keyT = 28;
+            xcb_grab_server(keyboard.connection());
+            keyboard.tellOfAChange();
+            std::this_thread::sleep_for(std::chrono::milliseconds(150));
+            keyboard.fake(XCB_KEY_PRESS, alt);
+            keyboard.fake(XCB_KEY_PRESS, keyT);
+            keyboard.fake(XCB_KEY_RELEASE, keyT);
+            keyboard.fake(XCB_KEY_RELEASE, alt);
+            xcb_ungrab_server(keyboard.connection());
+            xcb_flush(keyboard.connection());
+        });
+        const int heard = presses(1);
+        user.join();
+        QCOMPARE(heard, 1);
+    }
+
+    void whatAnotherProgramHoldsIsRefused()
+    {
+        X11GlobalHotkeys other(m_scheduler);
+        const auto theirs = registered(other, virtualKey::t, hotkeyModifier::option);
+        const auto refused = m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, first);
+        QVERIFY(theirs && !refused);
+        QCOMPARE(refused.error(), hotkeyStatus::taken);
+        QVERIFY(registered(*m_hotkeys, virtualKey::t, hotkeyModifier::control));
+
+        // One that is held for a single state of the locks alone can't be had either, and none of it is kept.
+        const X11Connection alone(xcb_connect(nullptr, nullptr));
+        xcb_connection_t *c = alone.get();
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+        constexpr quint8 keyF = 41;
+        const auto grab = [&](quint16 state) {
+            const auto cookie =
+                xcb_grab_key_checked(c, false, root, state, keyF, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+            return X11Reply<xcb_generic_error_t>(xcb_request_check(c, cookie)) == nullptr;
+        };
+        QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK));
+        QVERIFY(!m_hotkeys->registerHotkey(3, hotkeyModifier::option, second));
+        QVERIFY(grab(XCB_MOD_MASK_1));
+        QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_2));
+    }
+
+    void whatIsHeldIsRefusedUntilItIsLetGo()
+    {
+        auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
+        QVERIFY(reference && !m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, second));
+        type({u"key"_s, u"alt+28"_s});
+        QTRY_COMPARE(m_pressed, QList{first});
+        reference.reset();
+        X11GlobalHotkeys other(m_scheduler);
+        QVERIFY(registered(other, virtualKey::t, hotkeyModifier::option));
+        m_pressed.clear();
+        type({u"key"_s, u"alt+28"_s});
+        QCOMPARE(presses(), 0);
+    }
+
+    void numbersWithoutAKeyAreInvalid()
+    {
+        for (const quint32 keyCode : {0x7FU, 0xFFFFU, 0xFFFFFFFFU}) {
+            const auto refused = m_hotkeys->registerHotkey(keyCode, 0, first);
+            QVERIFY(!refused);
+            QCOMPARE(refused.error(), hotkeyStatus::invalid);
+        }
+    }
+
+    void withoutAServerEverythingIsRefused()
+    {
+        qputenv("DISPLAY", ":9999");
+        X11GlobalHotkeys nowhere(m_scheduler);
+        qputenv("DISPLAY", m_screen->display());
+        QVERIFY(!nowhere.registerHotkey(virtualKey::t, hotkeyModifier::option, first));
+    }
 
 private:
-    static void run(const QString &program, const QStringList &arguments);
+    static void run(const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.start(program, arguments);
+        QVERIFY2(process.waitForFinished(10000) && process.exitCode() == 0, qPrintable(program));
+    }
+
     static void type(const QStringList &arguments) { run(u"xdotool"_s, arguments); }
-    int presses(int expected = 0);
+
+    /// How often a hotkey was reported since the last question, once as many as expected and a surplus had time to
+    /// arrive.
+    int presses(int expected = 0)
+    {
+        (void)QTest::qWaitFor([&] { return m_pressed.size() >= expected; });
+        QTest::qWait(120);
+        return int(std::exchange(m_pressed, {}).size());
+    }
+
     std::unique_ptr<HotkeyReference> registered(GlobalHotkeys &hotkeys, quint32 keyCode, quint32 modifiers,
-                                                HotkeyIdentifier identifier = first);
+                                                HotkeyIdentifier identifier = first)
+    {
+        auto reference = hotkeys.registerHotkey(keyCode, modifiers, identifier);
+        return reference ? std::move(*reference) : nullptr;
+    }
 
     std::optional<VirtualScreen> m_screen;
     EventLoopScheduler m_scheduler;
     std::optional<X11GlobalHotkeys> m_hotkeys;
     QList<HotkeyIdentifier> m_pressed;
 };
-
-void X11GlobalHotkeysTest::initTestCase()
-{
-    m_screen.emplace();
-    QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
-    qputenv("DISPLAY", m_screen->display());
-}
-
-void X11GlobalHotkeysTest::init()
-{
-    m_pressed.clear();
-    m_hotkeys.emplace(m_scheduler);
-    m_hotkeys->setPressedHandler([this](HotkeyIdentifier identifier) { m_pressed.append(identifier); });
-}
-
-void X11GlobalHotkeysTest::cleanup()
-{
-    m_hotkeys.reset();
-}
-
-void X11GlobalHotkeysTest::run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    QVERIFY2(process.waitForFinished(10000) && process.exitCode() == 0, qPrintable(program));
-}
-
-/// How often a hotkey was reported since the last question, once as many as expected and a surplus had time to arrive.
-int X11GlobalHotkeysTest::presses(int expected)
-{
-    (void)QTest::qWaitFor([&] { return m_pressed.size() >= expected; });
-    QTest::qWait(120);
-    return int(std::exchange(m_pressed, {}).size());
-}
-
-std::unique_ptr<HotkeyReference> X11GlobalHotkeysTest::registered(GlobalHotkeys &hotkeys, quint32 keyCode,
-                                                                  quint32 modifiers, HotkeyIdentifier identifier)
-{
-    auto reference = hotkeys.registerHotkey(keyCode, modifiers, identifier);
-    return reference ? std::move(*reference) : nullptr;
-}
-
-void X11GlobalHotkeysTest::aCombinationIsHeardWhateverTheLocks_data()
-{
-    QTest::addColumn<QStringList>("layout"); // arguments of setxkbmap
-    QTest::addColumn<QStringList>("before"); // keys that are pressed first, and again at the end
-    QTest::addColumn<quint32>("modifiers");
-    QTest::addColumn<QString>("heard");
-    QTest::addColumn<QString>("notHeard");
-    constexpr quint32 option = hotkeyModifier::option;
-    const QStringList us{u"us"_s, u"-option"_s, u""_s};
-    QTest::newRow("no lock") << us << QStringList{} << option << u"alt+28"_s << u"alt+shift+28"_s;
-    QTest::newRow("Caps Lock") << us << QStringList{u"Caps_Lock"_s} << option << u"alt+28"_s << u"28"_s;
-    QTest::newRow("Num Lock") << us << QStringList{u"Num_Lock"_s} << option << u"alt+28"_s << u"ctrl+alt+28"_s;
-    QTest::newRow("three modifiers") << us << QStringList{}
-                                     << (hotkeyModifier::control | hotkeyModifier::shift | hotkeyModifier::command)
-                                     << u"ctrl+shift+super+28"_s << u"ctrl+shift+28"_s;
-    QTest::newRow("no modifier") << us << QStringList{} << quint32(0) << u"28"_s << u"shift+28"_s;
-    QTest::newRow("a layout that has another letter there")
-        << QStringList{u"-layout"_s, u"us"_s, u"-variant"_s, u"dvorak"_s, u"-option"_s, u""_s} << QStringList{}
-        << option << u"alt+28"_s << u"alt+45"_s;
-    QTest::newRow("the second group of a layout")
-        << QStringList{u"-layout"_s, u"us,de"_s, u"-variant"_s, u","_s,
-                       u"-option"_s, u""_s,      u"-option"_s,  u"grp:sclk_toggle"_s}
-        << QStringList{u"78"_s} << option << u"alt+28"_s << u"alt+29"_s;
-    QTest::newRow("Alt and Super exchanged")
-        << QStringList{u"us"_s, u"-option"_s, u""_s, u"-option"_s, u"altwin:swap_alt_win"_s} << QStringList{} << option
-        << u"Alt_L+28"_s << u"Super_L+28"_s;
-}
-
-void X11GlobalHotkeysTest::aCombinationIsHeardWhateverTheLocks()
-{
-    if (QStandardPaths::findExecutable(u"setxkbmap"_s).isEmpty())
-        QSKIP("needs setxkbmap");
-    QFETCH(QStringList, layout);
-    QFETCH(QStringList, before);
-    QFETCH(QString, heard);
-    QFETCH(QString, notHeard);
-    QFETCH(quint32, modifiers);
-    // Registered first: a change of the keyboard must be followed.
-    const auto reference = registered(*m_hotkeys, virtualKey::t, modifiers);
-    QVERIFY(reference);
-    run(u"setxkbmap"_s, layout);
-    presses();
-    for (const QString &key : before)
-        type({u"key"_s, key});
-    type({u"key"_s, heard});
-    const int heardCount = presses(1);
-    type({u"key"_s, notHeard});
-    const int notHeardCount = presses();
-    for (const QString &key : before)
-        type({u"key"_s, key});
-    QCOMPARE(heardCount, 1);
-    QCOMPARE(notHeardCount, 0);
-}
-
-void X11GlobalHotkeysTest::aHeldKeyIsOnePress()
-{
-    const auto toggle = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
-    const auto translate = registered(*m_hotkeys, virtualKey::returnKey, hotkeyModifier::option, second);
-    QVERIFY(toggle && translate);
-    type({u"keydown"_s, u"alt"_s, u"keydown"_s, u"28"_s, u"sleep"_s, u"1"_s});
-    QCOMPARE(presses(1), 1);
-    type({u"key"_s, u"36"_s}); // while T is still down
-    QTRY_COMPARE(m_pressed, QList{second});
-    type({u"keyup"_s, u"28"_s, u"key"_s, u"28"_s, u"key"_s, u"28"_s, u"keyup"_s, u"alt"_s});
-    QCOMPARE(presses(3), 3);
-}
-
-void X11GlobalHotkeysTest::aKeyThatIsDownAtFirstMustBeReleased()
-{
-    type({u"keydown"_s, u"alt"_s, u"keydown"_s, u"28"_s});
-    const auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
-    QVERIFY(reference);
-    QTest::qWait(900); // its repeats have begun
-    type({u"keyup"_s, u"28"_s, u"keyup"_s, u"alt"_s});
-    QCOMPARE(presses(), 0);
-    type({u"key"_s, u"alt+28"_s});
-    QCOMPARE(presses(1), 1);
-}
-
-void X11GlobalHotkeysTest::aPressWhileTheKeyboardIsAskedAboutIsHeard()
-{
-    run(u"setxkbmap"_s, {u"us"_s, u"-option"_s, u""_s});
-    const auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
-    QVERIFY(reference);
-    Keyboard keyboard;
-    QVERIFY(keyboard.isUsable());
-    type({u"key"_s, u"alt+28"_s}); // from now on it is the keyboard that was used last
-    QCOMPARE(presses(1), 1);
-    std::thread user([&keyboard] {
-        constexpr quint8 alt = 64;
-        constexpr quint8 keyT = 28;
-        xcb_grab_server(keyboard.connection());
-        keyboard.tellOfAChange();
-        std::this_thread::sleep_for(std::chrono::milliseconds(150));
-        keyboard.fake(XCB_KEY_PRESS, alt);
-        keyboard.fake(XCB_KEY_PRESS, keyT);
-        keyboard.fake(XCB_KEY_RELEASE, keyT);
-        keyboard.fake(XCB_KEY_RELEASE, alt);
-        xcb_ungrab_server(keyboard.connection());
-        xcb_flush(keyboard.connection());
-    });
-    const int heard = presses(1);
-    user.join();
-    QCOMPARE(heard, 1);
-}
-
-void X11GlobalHotkeysTest::whatAnotherProgramHoldsIsRefused()
-{
-    X11GlobalHotkeys other(m_scheduler);
-    const auto theirs = registered(other, virtualKey::t, hotkeyModifier::option);
-    const auto refused = m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, first);
-    QVERIFY(theirs && !refused);
-    QCOMPARE(refused.error(), hotkeyStatus::taken);
-    QVERIFY(registered(*m_hotkeys, virtualKey::t, hotkeyModifier::control));
-
-    // One that is held for a single state of the locks alone can't be had either, and none of it is kept.
-    const X11Connection alone(xcb_connect(nullptr, nullptr));
-    xcb_connection_t *c = alone.get();
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
-    constexpr quint8 keyF = 41;
-    const auto grab = [&](quint16 state) {
-        const auto cookie = xcb_grab_key_checked(c, false, root, state, keyF, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        return X11Reply<xcb_generic_error_t>(xcb_request_check(c, cookie)) == nullptr;
-    };
-    QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK));
-    QVERIFY(!m_hotkeys->registerHotkey(3, hotkeyModifier::option, second));
-    QVERIFY(grab(XCB_MOD_MASK_1));
-    QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_2));
-}
-
-void X11GlobalHotkeysTest::whatIsHeldIsRefusedUntilItIsLetGo()
-{
-    auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
-    QVERIFY(reference && !m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, second));
-    type({u"key"_s, u"alt+28"_s});
-    QTRY_COMPARE(m_pressed, QList{first});
-    reference.reset();
-    X11GlobalHotkeys other(m_scheduler);
-    QVERIFY(registered(other, virtualKey::t, hotkeyModifier::option));
-    m_pressed.clear();
-    type({u"key"_s, u"alt+28"_s});
-    QCOMPARE(presses(), 0);
-}
-
-void X11GlobalHotkeysTest::numbersWithoutAKeyAreInvalid()
-{
-    for (const quint32 keyCode : {0x7FU, 0xFFFFU, 0xFFFFFFFFU}) {
-        const auto refused = m_hotkeys->registerHotkey(keyCode, 0, first);
-        QVERIFY(!refused);
-        QCOMPARE(refused.error(), hotkeyStatus::invalid);
-    }
-}
-
-void X11GlobalHotkeysTest::withoutAServerEverythingIsRefused()
-{
-    qputenv("DISPLAY", ":9999");
-    X11GlobalHotkeys nowhere(m_scheduler);
-    qputenv("DISPLAY", m_screen->display());
-    QVERIFY(!nowhere.registerHotkey(virtualKey::t, hotkeyModifier::option, first));
-}
 
 QTEST_GUILESS_MAIN(X11GlobalHotkeysTest)
 #include "X11GlobalHotkeysTest.moc"
