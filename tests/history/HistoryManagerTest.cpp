@@ -1,4 +1,5 @@
 #include "HistoryManager.h"
+#include "Columns.h"
 #include "HistoryFile.h"
 #include "MainQueue.h"
 
@@ -65,19 +66,6 @@ private Q_SLOTS:
         m_queue.reset();
     }
 
-    void addingWaitsForTheMainQueue()
-    {
-        create();
-        QSignalSpy changes(m_manager.get(), &HistoryManager::changed);
-        m_manager->add(u"a"_s, u"A"_s);
-        QVERIFY(m_manager->history().isEmpty());
-        m_queue->drain();
-        QCOMPARE(namesOf(m_manager->history()), u"a"_s);
-        QVERIFY(!m_manager->history().first().id.isNull());
-        QCOMPARE(changes.count(), 1);
-        QCOMPARE(written(), m_manager->history());
-    }
-
     void repeatsOfTheNewestAreLeftOut()
     {
         create();
@@ -85,7 +73,9 @@ private Q_SLOTS:
             m_manager->add(original, translated);
             m_queue->drain();
         };
-        add(u"a"_s, u"A"_s);
+        m_manager->add(u"a"_s, u"A"_s);
+        QVERIFY(m_manager->history().isEmpty()); // it waits for the main queue
+        m_queue->drain();
         add(u"a"_s, u"A"_s);
         QCOMPARE(namesOf(m_manager->history()), u"a"_s);
         add(u"b"_s, u"B"_s);
@@ -102,11 +92,8 @@ private Q_SLOTS:
 
     void trimming_data()
     {
-        QTest::addColumn<int>("starred"); // the oldest
-        QTest::addColumn<int>("unstarred");
-        QTest::addColumn<int>("left");
-        QTest::addColumn<QString>("newest");
-        QTest::addColumn<QString>("oldestUnstarred");
+        // starred: the oldest
+        columns<int, int, int, QString, QString>("starred", "unstarred", "left", "newest", "oldestUnstarred");
         QTest::newRow("room for one") << 0 << 999 << 1000 << u"new"_s << u"u0"_s;
         QTest::newRow("full") << 0 << 1000 << 1000 << u"new"_s << u"u1"_s;
         QTest::newRow("full, the oldest with a star") << 1 << 999 << 1000 << u"new"_s << u"u1"_s;
@@ -283,7 +270,7 @@ private Q_SLOTS:
         m_manager->toggleStar(m_manager->history()[2].id);
         m_manager->toggleStar(m_manager->history()[3].id);
         m_manager->toggleStar(m_manager->history()[3].id);
-        QCOMPARE(namesOf(m_manager->history()), u"d c b* a"_s);
+        QCOMPARE(namesOf(written()), u"d c b* a"_s);
         const auto removed = m_manager->deleteItem(m_manager->history()[1].id);
         QVERIFY(removed);
         QCOMPARE(*removed, item(u"c"_s, 3));
@@ -302,8 +289,7 @@ private Q_SLOTS:
 
     void restoring_data()
     {
-        QTest::addColumn<QList<HistoryItem>>("items");
-        QTest::addColumn<QString>("history");
+        columns<QList<HistoryItem>, QString>("items", "history");
         using Items = QList<HistoryItem>;
         // The history is d4 b2 a1.
         QTest::newRow("between the others") << Items{item(u"c"_s, 3, true)} << u"d c* b a"_s;
@@ -320,93 +306,37 @@ private Q_SLOTS:
         QCOMPARE(written(), m_manager->history());
     }
 
-    void fileListIsAssignedThroughTheQueue()
-    {
-        const QList<HistoryItem> items{item(u"old"_s, 1), item(u"newer"_s, 2)}; // not in order, and kept so
-        QVERIFY(writeHistoryFile(m_path, items));
-        create();
-        QSignalSpy changes(m_manager.get(), &HistoryManager::changed);
-        QVERIFY(m_manager->history().isEmpty());
-        m_queue->drain();
-        QCOMPARE(m_manager->history(), items);
-        QCOMPARE(changes.count(), 1);
-        QVERIFY(m_lines.isEmpty());
-    }
-
     void operationsBeforeTheFileListIsAssigned()
     {
-        const QList<HistoryItem> items{item(u"b"_s, 2), item(u"a"_s, 1, true)};
-        QVERIFY(writeHistoryFile(m_path, items));
+        QVERIFY(writeHistoryFile(m_path, {item(u"b"_s, 2), item(u"a"_s, 1, true)}));
         create();
         m_manager->add(u"b"_s, u"B"_s); // the file's newest once more
         m_manager->add(u"c"_s, u"C"_s);
-        m_queue->drain();
+        QCOMPARE(namesOf(written()), u"c b a*"_s);
+        QSignalSpy changes(m_manager.get(), &HistoryManager::changed);
+        m_queue->drain(); // the tasks of both find nothing to do
         QCOMPARE(namesOf(m_manager->history()), u"c b a*"_s);
+        m_manager->add(u"d"_s, u"D"_s);
+        m_manager.reset(); // writes what waits, without a word
+        m_queue->drain();
+        QCOMPARE(changes.count(), 0);
+        QCOMPARE(namesOf(readHistoryFile(m_path)->items), u"d c b a*"_s);
 
         create();
         m_manager->restore({item(u"x"_s, 3)});
         m_queue->drain();
-        QCOMPARE(namesOf(m_manager->history()), u"c x b a*"_s);
+        QCOMPARE(namesOf(m_manager->history()), u"d c x b a*"_s);
         QCOMPARE(written(), m_manager->history());
 
         create();
-        QCOMPARE(namesOf(m_manager->clearUnstarred()), u"c x b"_s);
+        QCOMPARE(namesOf(m_manager->clearUnstarred()), u"d c x b"_s);
         m_queue->drain();
         QCOMPARE(namesOf(m_manager->history()), u"a*"_s);
     }
 
-    void finishRecordsWhatWaits()
-    {
-        createWith({item(u"a"_s, 1)});
-        m_manager->add(u"b"_s, u"B"_s);
-        m_manager->add(u"c"_s, u"C"_s);
-        QCOMPARE(namesOf(written()), u"c b a"_s);
-        m_queue->drain(); // the tasks of both find nothing to do
-        QCOMPARE(namesOf(m_manager->history()), u"c b a"_s);
-    }
-
-    void destructionWritesWhatWaits()
-    {
-        QVERIFY(writeHistoryFile(m_path, {item(u"a"_s, 1)}));
-        create();
-        QSignalSpy changes(m_manager.get(), &HistoryManager::changed);
-        m_manager->add(u"b"_s, u"B"_s);
-        const auto before = changes.count();
-        m_manager.reset();
-        QCOMPARE(changes.count(), before);
-        m_queue->drain();
-        QCOMPARE(namesOf(readHistoryFile(m_path)->items), u"b a"_s);
-    }
-
-    void everyChangeIsWritten()
-    {
-        create();
-        m_manager->add(u"a"_s, u"A"_s);
-        m_queue->drain();
-        QCOMPARE(namesOf(written()), u"a"_s);
-        m_manager->toggleStar(m_manager->history().first().id);
-        QCOMPARE(namesOf(written()), u"a*"_s);
-        const auto removed = m_manager->deleteItem(m_manager->history().first().id);
-        QCOMPARE(namesOf(written()), QString());
-        m_manager->restore({*removed});
-        QCOMPARE(namesOf(written()), u"a*"_s);
-        create();
-        m_queue->drain();
-        QCOMPARE(m_manager->history(), QList<HistoryItem>{*removed});
-    }
-
-    void unreadableFileIsKeptUntilTheFirstSave_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("broken") << QByteArray(R"([{"id":"secret")");
-        QTest::newRow("one entry lacks a value") << QByteArray(
-            R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","originalText":"secret","translatedText":"",)"
-            R"("timestamp":1}])");
-        QTest::newRow("empty") << QByteArray();
-    }
     void unreadableFileIsKeptUntilTheFirstSave()
     {
-        QFETCH(QByteArray, content);
+        const QByteArray content = R"([{"id":"secret")";
         QFile file(m_path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(content);
@@ -446,7 +376,6 @@ private Q_SLOTS:
         m_manager->finish();
         QCOMPARE(m_lines.size(), 1);
         QVERIFY(m_lines.first().startsWith(u"Failed to save history: "_s));
-        QVERIFY(m_lines.first().size() > QStringLiteral("Failed to save history: ").size());
         QCOMPARE(namesOf(m_manager->history()), u"a"_s);
 
         QVERIFY(QFile::remove(blocked) && QDir().mkpath(blocked));
@@ -456,21 +385,12 @@ private Q_SLOTS:
         QCOMPARE(m_lines.size(), 1);
     }
 
-    void missingFoldersAreCreated()
+    void foldersAreMadePrivateAndAnew()
     {
         m_path = m_folder->filePath(u"share/Lucentra/history.json"_s);
         create();
         const auto everybody = QFile::ReadOther | QFile::ExeOther | QFile::ReadGroup;
-        QVERIFY(QFileInfo(m_folder->filePath(u"share/Lucentra"_s)).isDir());
         QCOMPARE(QFile::permissions(m_folder->filePath(u"share/Lucentra"_s)) & everybody, QFile::Permissions());
-        m_manager->add(u"a"_s, u"A"_s);
-        QCOMPARE(namesOf(written()), u"a"_s);
-    }
-
-    void foldersThatVanishAreMadeAnew()
-    {
-        m_path = m_folder->filePath(u"share/history.json"_s);
-        create();
         QVERIFY(QDir(m_folder->filePath(u"share"_s)).removeRecursively());
         m_manager->add(u"a"_s, u"A"_s);
         QCOMPARE(namesOf(written()), u"a"_s);
@@ -494,13 +414,12 @@ private Q_SLOTS:
     void manyQuickChangesEndInTheNewest()
     {
         create();
-        QString expected;
         for (int i = 0; i < 300; ++i) {
             m_manager->add(QString::number(i), u"x"_s);
             m_queue->drain();
-            expected.prepend(QString::number(i) + (i > 0 ? u" "_s : QString()));
         }
-        QCOMPARE(namesOf(written()), expected);
+        QCOMPARE(m_manager->history().size(), 300);
+        QCOMPARE(written(), m_manager->history());
         QVERIFY(m_lines.isEmpty());
     }
 
