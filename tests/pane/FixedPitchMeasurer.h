@@ -19,12 +19,9 @@ public:
 
     double boundingHeight(const QString &text, double width, double fontSize, double) override
     {
-        ++layouts;
         const double perLine = std::max(1.0, std::floor(width / (0.5 * fontSize)));
         return std::ceil(double(text.size()) / perLine) * 1.2 * fontSize;
     }
-
-    int layouts = 0; ///< how often a whole layout was asked for
 };
 
 } // namespace lucentra

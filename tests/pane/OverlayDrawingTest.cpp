@@ -1,3 +1,4 @@
+#include "Columns.h"
 #include "OverlayConstants.h"
 #include "OverlayLayout.h"
 #include "OverlayPainter.h"
@@ -89,8 +90,7 @@ class OverlayDrawingTest : public QObject
 private Q_SLOTS:
     void whatFitsIsDrawnWholeInItsFrame_data()
     {
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("text");
+        columns<QString, QString>("language", "text");
         QTest::newRow("Traditional Chinese") << u"zh-Hant"_s << traditionalChinese;
         QTest::newRow("English") << u"en"_s << english;
         QTest::newRow("Japanese") << u"ja"_s << japanese;
@@ -130,8 +130,7 @@ private Q_SLOTS:
 
     void whatIsCutOffKeepsItsLines_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("lines");
+        columns<QString, int>("text", "lines");
         QTest::newRow("one line of words") << english << 1;
         QTest::newRow("four lines of words") << english.repeated(4) << 4;
         QTest::newRow("ideographs") << traditionalChinese.repeated(3) << 3;
@@ -215,8 +214,7 @@ private Q_SLOTS:
 
     void noEmptyBoxes_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("drawn");
+        columns<QString, QString>("text", "drawn");
         QTest::newRow("private use") << u"A\U000F0001\uE000B"_s << u"AB"_s;
         QTest::newRow("not assigned") << u"A\u0378B"_s << u"A\uFFFDB"_s;
         QTest::newRow("half of a pair") << u"A"_s + QChar(0xD83D) << u"A\uFFFD"_s;
@@ -232,48 +230,43 @@ private Q_SLOTS:
         QCOMPARE(painted(u"zh-Hant"_s, text), painted(u"zh-Hant"_s, drawn));
     }
 
-    void paintingKeepsToPointsAtAnyScale_data()
-    {
-        QTest::addColumn<double>("ratio");
-        QTest::addColumn<QPointF>("offset");
-        QTest::newRow("1") << 1.0 << QPointF();
-        QTest::newRow("1.25") << 1.25 << QPointF();
-        QTest::newRow("2") << 2.0 << QPointF();
-        QTest::newRow("3, off the grid") << 3.0 << QPointF(0.4, 0.7);
-    }
     void paintingKeepsToPointsAtAnyScale()
     {
-        QFETCH(double, ratio);
-        QFETCH(QPointF, offset);
-        OverlayTypesetter typesetter(u"en"_s);
-        const QString text = u"HHHH"_s;
-        const auto layout = layOutOverlay(typesetter, text, {60}, QRectF(10, 20, 90, 30), QRectF(0, 0, 200, 80), {});
-        OverlayPainter overlayPainter(typesetter.typeset(text), *layout);
+        for (const auto &[ratio, offset] :
+             {std::pair(1.0, QPointF()), std::pair(1.25, QPointF()), std::pair(2.0, QPointF()),
+              std::pair(3.0, QPointF(0.4, 0.7))}) { // the last one is off the grid
+            OverlayTypesetter typesetter(u"en"_s);
+            const QString text = u"HHHH"_s;
+            const auto layout =
+                layOutOverlay(typesetter, text, {60}, QRectF(10, 20, 90, 30), QRectF(0, 0, 200, 80), {});
+            OverlayPainter overlayPainter(typesetter.typeset(text), *layout);
 
-        QImage image(int(200 * ratio), int(80 * ratio), QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(ratio);
-        image.fill(Qt::black);
-        QPainter painter(&image);
-        painter.translate(offset);
-        overlayPainter.paint(painter);
-        painter.end();
+            QImage image(int(200 * ratio), int(80 * ratio), QImage::Format_ARGB32_Premultiplied);
+            image.setDevicePixelRatio(ratio);
+            image.fill(Qt::black);
+            QPainter painter(&image);
+            painter.translate(offset);
+            overlayPainter.paint(painter);
+            painter.end();
 
-        QRect bright;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                if (qGray(image.pixel(x, y)) > 122)
-                    bright |= QRect(x, y, 1, 1);
+            QRect bright;
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    if (qGray(image.pixel(x, y)) > 122)
+                        bright |= QRect(x, y, 1, 1);
+                }
             }
+            const double size = layout->fontSize;
+            const QRectF ink(bright.left() / ratio, bright.top() / ratio, bright.width() / ratio,
+                             bright.height() / ratio);
+            // A letter H is 0.714 em high and begins at the padding.
+            QVERIFY(std::abs(ink.bottom() - (20 + 2 + 0.714 * size + offset.y())) < 1.01);
+            QVERIFY(std::abs(ink.height() - 0.714 * size) < 1.01);
+            QVERIFY(std::abs(ink.left() - (10 + 4 + 0.09 * size + offset.x())) < 1.01);
+            QVERIFY(overlayPainter.paintedArea().translated(offset).contains(ink));
+            const QRgb brightest = image.pixel(bright.left() + 1, bright.center().y());
+            QVERIFY(qGray(brightest) >= 200 && qGray(brightest) <= 245);
         }
-        const double size = layout->fontSize;
-        const QRectF ink(bright.left() / ratio, bright.top() / ratio, bright.width() / ratio, bright.height() / ratio);
-        // A letter H is 0.714 em high and begins at the padding.
-        QVERIFY(std::abs(ink.bottom() - (20 + 2 + 0.714 * size + offset.y())) < 1.01);
-        QVERIFY(std::abs(ink.height() - 0.714 * size) < 1.01);
-        QVERIFY(std::abs(ink.left() - (10 + 4 + 0.09 * size + offset.x())) < 1.01);
-        QVERIFY(overlayPainter.paintedArea().translated(offset).contains(ink));
-        const QRgb brightest = image.pixel(bright.left() + 1, bright.center().y());
-        QVERIFY(qGray(brightest) >= 200 && qGray(brightest) <= 245);
     }
 
     void shadowIsSoftAndLiesBelow()

@@ -1,4 +1,5 @@
 #include "OverlayLayout.h"
+#include "Columns.h"
 #include "FixedPitchMeasurer.h"
 
 #include <QTest>
@@ -15,46 +16,28 @@ class OverlayLayoutTest : public QObject
 private Q_SLOTS:
     void frames_data()
     {
-        QTest::addColumn<int>("length");
-        QTest::addColumn<QRectF>("rect");
-        QTest::addColumn<OverlayLimits>("limits");
-        QTest::addColumn<QRectF>("pane");
-        QTest::addColumn<QRectF>("frame");
-        QTest::addColumn<int>("lines");
-
-        const QRectF pane(0, 0, 500, 300);
+        columns<int, QRectF, OverlayLimits, QRectF, QRectF, int>("length", "rect", "limits", "pane", "frame", "lines");
+        const auto row = [](const char *name, int length, const QRectF &rect, const OverlayLimits &limits,
+                            const QRectF &frame, int lines, const QRectF &pane = {0, 0, 500, 300}) {
+            QTest::newRow(name) << length << rect << limits << pane << frame << lines;
+        };
+        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
         // A source 20 high starts at size 18: 9 points a character, lines of 22.
-        QTest::newRow("shorter than its source")
-            << 5 << QRectF(50, 40, 100, 20) << OverlayLimits{100.0} << pane << QRectF(50, 40, 100, 26) << 1;
-        QTest::newRow("grows to fit one line")
-            << 20 << QRectF(50, 40, 100, 20) << OverlayLimits{100.0} << pane << QRectF(50, 40, 188, 26) << 1;
-        QTest::newRow("grows to at most 220 ...")
-            << 40 << QRectF(50, 40, 60, 20) << OverlayLimits{100.0} << pane << QRectF(50, 40, 220, 48) << 2;
-        QTest::newRow("... or 2.25 times its source")
-            << 60 << QRectF(10, 40, 120, 20) << OverlayLimits{100.0} << pane << QRectF(10, 40, 270, 45) << 2;
-        QTest::newRow("moved left to end 4 points inside")
-            << 20 << QRectF(440, 40, 50, 20) << OverlayLimits{100.0} << pane << QRectF(308, 40, 188, 26) << 1;
-        QTest::newRow("wider than the pane")
-            << 20 << QRectF(-20, 40, 600, 20) << OverlayLimits{100.0} << pane << QRectF(4, 40, 492, 26) << 1;
-        QTest::newRow("begins left of the usable area")
-            << 20 << QRectF(0, 40, 100, 20) << OverlayLimits{100.0} << pane << QRectF(4, 40, 188, 26) << 1;
-        QTest::newRow("the limit lies close below")
-            << 40 << QRectF(50, 40, 60, 20) << OverlayLimits{70.0} << pane << QRectF(50, 40, 220, 20) << 1;
-        QTest::newRow("the limit lies above the bottom edge")
-            << 5 << QRectF(50, 40, 100, 20) << OverlayLimits{30.0} << pane << QRectF(50, 40, 100, 20) << 1;
-        QTest::newRow("the limit lies below the pane")
-            << 5 << QRectF(50, 275, 100, 20) << OverlayLimits{900.0} << pane << QRectF(50, 275, 100, 25) << 1;
-        QTest::newRow("ends before its neighbour, at a smaller size")
-            << 12 << QRectF(50, 40, 60, 20) << OverlayLimits{100, 160} << pane << QRectF(50, 40, 110, 25) << 1;
-        QTest::newRow("... or on two lines")
-            << 20 << QRectF(50, 40, 60, 20) << OverlayLimits{100, 160} << pane << QRectF(50, 40, 110, 48) << 2;
-        QTest::newRow("passes its limit where it would be cut off")
-            << 20 << QRectF(50, 40, 60, 20) << OverlayLimits{62, 120} << pane << QRectF(50, 40, 188, 22) << 1;
-        QTest::newRow("a pane without usable area")
-            << 5 << QRectF(0, 0, 8, 20) << OverlayLimits{100.0} << QRectF(0, 0, 8, 300) << QRectF(0, 0, 8, 52) << 4;
-        QTest::newRow("a limit that is no number")
-            << 5 << QRectF(50, 40, 100, 20) << OverlayLimits{std::numeric_limits<double>::quiet_NaN()} << pane
-            << QRectF(50, 40, 100, 26) << 1;
+        row("shorter than its source", 5, {50, 40, 100, 20}, {100}, {50, 40, 100, 26}, 1);
+        row("grows to fit one line", 20, {50, 40, 100, 20}, {100}, {50, 40, 188, 26}, 1);
+        row("grows to at most 220 ...", 40, {50, 40, 60, 20}, {100}, {50, 40, 220, 48}, 2);
+        row("... or 2.25 times its source", 60, {10, 40, 120, 20}, {100}, {10, 40, 270, 45}, 2);
+        row("moved left to end 4 points inside", 20, {440, 40, 50, 20}, {100}, {308, 40, 188, 26}, 1);
+        row("wider than the pane", 20, {-20, 40, 600, 20}, {100}, {4, 40, 492, 26}, 1);
+        row("begins left of the usable area", 20, {0, 40, 100, 20}, {100}, {4, 40, 188, 26}, 1);
+        row("the limit lies close below", 40, {50, 40, 60, 20}, {70}, {50, 40, 220, 20}, 1);
+        row("the limit lies above the bottom edge", 5, {50, 40, 100, 20}, {30}, {50, 40, 100, 20}, 1);
+        row("the limit lies below the pane", 5, {50, 275, 100, 20}, {900}, {50, 275, 100, 25}, 1);
+        row("ends before its neighbour, at a smaller size", 12, {50, 40, 60, 20}, {100, 160}, {50, 40, 110, 25}, 1);
+        row("... or on two lines", 20, {50, 40, 60, 20}, {100, 160}, {50, 40, 110, 48}, 2);
+        row("passes its limit where it would be cut off", 20, {50, 40, 60, 20}, {62, 120}, {50, 40, 188, 22}, 1);
+        row("a pane without usable area", 5, {0, 0, 8, 20}, {100}, {0, 0, 8, 52}, 4, {0, 0, 8, 300});
+        row("a limit that is no number", 5, {50, 40, 100, 20}, {nan}, {50, 40, 100, 26}, 1);
     }
     void frames()
     {
@@ -77,20 +60,14 @@ private Q_SLOTS:
         QCOMPARE(layout, (OverlayLayout{.frame = {50, 40, 158, 40}, .fontSize = 30, .lines = 1}));
     }
 
-    void specksGetNoOverlay_data()
-    {
-        QTest::addColumn<QRectF>("rect");
-        QTest::newRow("four points wide") << QRectF(10, 10, 4, 20);
-        QTest::newRow("four points high") << QRectF(10, 10, 20, 4);
-        QTest::newRow("empty") << QRectF();
-        QTest::newRow("no number") << QRectF(10, 10, std::numeric_limits<double>::quiet_NaN(), 20);
-        QTest::newRow("endless") << QRectF(10, 10, 20, std::numeric_limits<double>::infinity());
-    }
     void specksGetNoOverlay()
     {
-        QFETCH(QRectF, rect);
+        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+        constexpr double infinity = std::numeric_limits<double>::infinity();
         FixedPitchMeasurer measurer;
-        QVERIFY(!layOutOverlay(measurer, u"text"_s, {100}, rect, QRectF(0, 0, 500, 300), {}));
+        for (const QRectF &rect : {QRectF(10, 10, 4, 20), QRectF(10, 10, 20, 4), QRectF(), QRectF(10, 10, nan, 20),
+                                   QRectF(10, 10, 20, infinity)})
+            QVERIFY(!layOutOverlay(measurer, u"text"_s, {100}, rect, QRectF(0, 0, 500, 300), {}));
     }
 };
 

@@ -1,4 +1,5 @@
 #include "CapsuleTooltip.h"
+#include "Columns.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "PaneFixture.h"
@@ -25,7 +26,11 @@ private Q_SLOTS:
         PaneFixture pane;
         pane.window.show();
         const auto *capsule = only<ControlCapsuleView>(pane.view);
+        const auto isClickable = [&] {
+            return qobject_cast<QAbstractButton *>(pane.view->childAt(capsule->geometry().center() + QPoint(60, 0)));
+        };
         QCOMPARE(capsule->opacity(), 0.0);
+        QVERIFY(!isClickable());
         pane.view->setProcessing(true);
         QCOMPARE(capsule->opacity(), 1.0);
         QCOMPARE(capsule->geometry().top(), 5);
@@ -34,49 +39,12 @@ private Q_SLOTS:
         QCOMPARE(capsule->opacity(), 0.0);
         pane.view->setHovering(true);
         QCOMPARE(capsule->opacity(), 1.0);
+        QVERIFY(isClickable());
         pane.window.resize(TransparentWindow::smallestSize);
         const QPoint resting = buttonNamed(pane.view, u"設定"_s)->mapTo(pane.view, QPoint());
         pane.view->setProcessing(true);
         QCOMPARE(buttonNamed(pane.view, u"設定"_s)->mapTo(pane.view, QPoint()), resting);
         QVERIFY(capsule->geometry().left() > pane.window.standardButtons().last()->geometry().right());
-    }
-
-    void capsuleByKeyboard_data()
-    {
-        QTest::addColumn<QList<Qt::Key>>("keys"); // after Tab has reached the first button
-        QTest::addColumn<QString>("focused");
-        QTest::addColumn<int>("passes");
-        QTest::newRow("Return presses") << QList{Qt::Key_Return} << u"翻譯目前區域"_s << 1;
-        QTest::newRow("Space presses") << QList{Qt::Key_Space} << u"翻譯目前區域"_s << 1;
-        QTest::newRow("an arrow goes on") << QList{Qt::Key_Right, Qt::Key_Down} << u"切換到手動輸入"_s << 0;
-        QTest::newRow("back over the row's start") << QList{Qt::Key_Left} << u"設定"_s << 0;
-        QTest::newRow("on over its end") << QList{Qt::Key_Up, Qt::Key_Right} << u"翻譯目前區域"_s << 0;
-    }
-    void capsuleByKeyboard()
-    {
-        QFETCH(QList<Qt::Key>, keys);
-        QFETCH(QString, focused);
-        PaneFixture pane;
-        pane.window.makeKeyAndOrderFront();
-        QVERIFY(QTest::qWaitForWindowActive(&pane.window));
-        const auto *capsule = only<ControlCapsuleView>(pane.view);
-        pane.view->setFocus();
-        QTest::keyClick(pane.window.windowHandle(), Qt::Key_Tab);
-        QTRY_COMPARE(capsule->opacity(), 1.0);
-        for (const Qt::Key key : keys)
-            QTest::keyClick(pane.window.windowHandle(), key);
-        QCOMPARE(QApplication::focusWidget()->accessibleName(), focused);
-        QTEST(pane.passes, "passes");
-    }
-
-    void capsuleTakesNoClicksWhileItIsInvisible()
-    {
-        PaneFixture pane;
-        pane.window.show();
-        const QPoint onSettings = only<ControlCapsuleView>(pane.view)->geometry().center() + QPoint(60, 0);
-        QVERIFY(!qobject_cast<QAbstractButton *>(pane.view->childAt(onSettings)));
-        pane.view->setHovering(true);
-        QVERIFY(qobject_cast<QAbstractButton *>(pane.view->childAt(onSettings)));
     }
 
     void tooltipsFollowThePointerAndTheState()
@@ -106,8 +74,7 @@ private Q_SLOTS:
 
     void errorCardPlace_data()
     {
-        QTest::addColumn<QSize>("pane");
-        QTest::addColumn<int>("width");
+        columns<QSize, int>("pane", "width");
         QTest::newRow("initial size") << QSize(480, 280) << 380;
         QTest::newRow("between the sides") << QSize(400, 280) << 352;
         QTest::newRow("narrower than the card's least width allows") << QSize(320, 280) << 280;
@@ -141,15 +108,8 @@ private Q_SLOTS:
         }
     }
 
-    void errorCardsButtonByKeyboard_data()
-    {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::newRow("Return") << Qt::Key_Return;
-        QTest::newRow("Space") << Qt::Key_Space;
-    }
     void errorCardsButtonByKeyboard()
     {
-        QFETCH(Qt::Key, key);
         PaneFixture pane;
         pane.window.makeKeyAndOrderFront();
         QVERIFY(QTest::qWaitForWindowActive(&pane.window));
@@ -164,17 +124,10 @@ private Q_SLOTS:
         QCOMPARE(accessible->role(), QAccessible::AlertMessage);
         QCOMPARE(accessible->text(QAccessible::Name), u"翻譯失敗"_s);
         QVERIFY(card->actionButton()->hasFocus());
-        QTest::keyClick(pane.window.windowHandle(), key);
+        QTest::keyClick(pane.window.windowHandle(), Qt::Key_Space);
         QCOMPARE(retries, 1);
         QTRY_VERIFY(!only<GlassErrorCard>(pane.view));
         QVERIFY(pane.view->hasFocus());
-    }
-
-    void errorCardWithoutActionHasNoButton()
-    {
-        PaneFixture pane;
-        pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});
-        QVERIFY(!only<GlassErrorCard>(pane.view)->actionButton());
     }
 };
 

@@ -1,4 +1,5 @@
 #include "ClickRecognizer.h"
+#include "Columns.h"
 #include "ManualScheduler.h"
 #include "UserMoveTracker.h"
 #include "WindowDrag.h"
@@ -7,6 +8,7 @@
 
 using namespace lucentra;
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -46,6 +48,27 @@ struct Desk
         frame.moveTopLeft(corner);
         tracker.frameChanged();
     }
+
+    /// "x,y" moves the window, "+ms" waits; the other steps are named by what happens.
+    void perform(const QString &steps)
+    {
+        for (const QString &step : steps.split(u' ')) {
+            if (step.startsWith(u'+'))
+                scheduler.advance(std::chrono::milliseconds(step.toInt()));
+            else if (step.contains(u','))
+                moveTo({step.section(u',', 0, 0).toInt(), step.section(u',', 1).toInt()});
+            else if (step == u"press" || step == u"release")
+                isButtonDown = step == u"press";
+            else if (step == u"grabbed")
+                tracker.grabbed();
+            else if (step == u"held" || step == u"let-go")
+                tracker.held(step == u"held");
+            else if (step == u"requested")
+                tracker.requested();
+            else
+                tracker.windowHidden();
+        }
+    }
 };
 
 } // namespace
@@ -57,26 +80,23 @@ class PointerTest : public QObject
 private Q_SLOTS:
     void clicksAndDrags_data()
     {
-        QTest::addColumn<QList<Gesture>>("gestures");
-        QTest::addColumn<QList<int>>("clicks"); ///< 0: no click
-
-        QTest::newRow("four quick clicks are two pairs")
-            << QList<Gesture>{{0}, {150}, {300}, {450}} << QList<int>{1, 2, 1, 2};
-        QTest::newRow("two slow clicks") << QList<Gesture>{{0}, {401}} << QList<int>{1, 1};
-        QTest::newRow("the second click just in time") << QList<Gesture>{{0}, {400}} << QList<int>{1, 2};
-        QTest::newRow("two quick clicks far apart") << QList<Gesture>{{0}, {100, {6, 0}}} << QList<int>{1, 1};
-        QTest::newRow("a third click after a slow second") << QList<Gesture>{{0}, {500}, {600}} << QList<int>{1, 1, 2};
-        QTest::newRow("unrest of the hand stays a click")
-            << QList<Gesture>{{0, {}, {5.6, 5.6}}, {100}} << QList<int>{1, 2};
-        QTest::newRow("eight points are a drag") << QList<Gesture>{{0, {}, {8, 0}}} << QList<int>{0};
-        QTest::newRow("eight points aslant are a drag") << QList<Gesture>{{0, {}, {5.7, -5.7}}} << QList<int>{0};
-        QTest::newRow("the window has moved beneath a resting pointer")
-            << QList<Gesture>{{0, {}, {}, {0, 2}}} << QList<int>{0};
-        QTest::newRow("the window has hardly moved") << QList<Gesture>{{0, {}, {}, {1.2, 1.2}}} << QList<int>{1};
-        QTest::newRow("a drag is no first click of a pair")
-            << QList<Gesture>{{0, {}, {20, 0}}, {100}} << QList<int>{0, 1};
-        QTest::newRow("a click, a drag, a click")
-            << QList<Gesture>{{0}, {100, {}, {9, 0}}, {200}} << QList<int>{1, 0, 1};
+        // clicks: 0: no click
+        columns<QList<Gesture>, QList<int>>("gestures", "clicks");
+        const auto row = [](const char *name, const QList<Gesture> &gestures, const QList<int> &clicks) {
+            QTest::newRow(name) << gestures << clicks;
+        };
+        row("four quick clicks are two pairs", {{0}, {150}, {300}, {450}}, {1, 2, 1, 2});
+        row("two slow clicks", {{0}, {401}}, {1, 1});
+        row("the second click just in time", {{0}, {400}}, {1, 2});
+        row("two quick clicks far apart", {{0}, {100, {6, 0}}}, {1, 1});
+        row("a third click after a slow second", {{0}, {500}, {600}}, {1, 1, 2});
+        row("unrest of the hand stays a click", {{0, {}, {5.6, 5.6}}, {100}}, {1, 2});
+        row("eight points are a drag", {{0, {}, {8, 0}}}, {0});
+        row("eight points aslant are a drag", {{0, {}, {5.7, -5.7}}}, {0});
+        row("the window has moved beneath a resting pointer", {{0, {}, {}, {0, 2}}}, {0});
+        row("the window has hardly moved", {{0, {}, {}, {1.2, 1.2}}}, {1});
+        row("a drag is no first click of a pair", {{0, {}, {20, 0}}, {100}}, {0, 1});
+        row("a click, a drag, a click", {{0}, {100, {}, {9, 0}}, {200}}, {1, 0, 1});
     }
     void clicksAndDrags()
     {
@@ -102,81 +122,39 @@ private Q_SLOTS:
         QVERIFY(!recognizer.release({10, 10}, {}));
     }
 
-    void dragByBodyIsReportedOnceAfterTheRelease()
+    void movesAreReportedOnceAfterTheRelease_data()
     {
-        Desk desk;
-        desk.tracker.windowShown();
-        desk.isButtonDown = true;
-        desk.tracker.grabbed();
-        for (int x = 101; x < 140; ++x) {
-            desk.moveTo({x, 100});
-            desk.scheduler.advance(20ms);
-        }
-        desk.scheduler.advance(10s); // held still
-        QVERIFY(desk.isTaken && desk.reports == 0);
-        desk.isButtonDown = false;
-        desk.scheduler.advance(30ms);
-        desk.moveTo({150, 100}); // the last step comes after the release
-        desk.scheduler.advance(1s);
-        QCOMPARE(desk.reports, 1);
-        QVERIFY(desk.sinceRelease >= 40ms && desk.sinceRelease <= 120ms);
-        QVERIFY(desk.scheduler.isIdle() && !desk.isTaken);
+        // isTaken: by the user, after these steps
+        columns<QString, bool, QString, int>("steps", "isTaken", "end", "reports");
+        const auto row = [](const char *name, const QString &steps, bool isTaken, const QString &end, int reports) {
+            QTest::newRow(name) << steps << isTaken << end << reports;
+        };
+        row("by its body, held still, with a last step after the release",
+            u"press grabbed 101,100 +20 102,100 +10000"_s, true, u"release +30 150,100 +1000"_s, 1);
+        row("back to where it began, as Escape does", u"press grabbed 300,300 +200 100,100 release"_s, true, u"+1000"_s,
+            0);
+        // With a modifier key, on the window: the toolkit hears of nothing but the moves.
+        row("by the window manager", u"press held 110,100 +100"_s, true, u"release let-go +10 120,100 +1000"_s, 1);
+        row("by one that tells after the release", u"press held +100"_s, true, u"release let-go +10 120,100 +1000"_s,
+            1);
+        row("by its keys", u"held 110,100 +1000 120,100 +1000"_s, true, u"let-go +1000"_s, 1);
+        row("a zoom, however slow the answer", u"requested +400 0,0"_s, true, u"+1000"_s, 1);
+        row("hidden in the middle of it", u"press grabbed 300,300 hidden"_s, false, u"release +1000"_s, 0);
     }
-
-    void dragThatEndsWhereItBeganIsNotReported()
+    void movesAreReportedOnceAfterTheRelease()
     {
+        QFETCH(QString, steps);
+        QFETCH(QString, end);
         Desk desk;
         desk.tracker.windowShown();
-        desk.isButtonDown = true;
-        desk.tracker.grabbed();
-        desk.moveTo({300, 300});
-        desk.scheduler.advance(200ms);
-        desk.moveTo({100, 100}); // Escape, in most window managers
-        desk.isButtonDown = false;
-        QVERIFY(desk.isTaken);
-        desk.scheduler.advance(1s);
-        QVERIFY(!desk.isTaken);
+        desk.perform(steps);
+        QTEST(desk.isTaken, "isTaken");
         QCOMPARE(desk.reports, 0);
-    }
-
-    void windowManagersOwnDrag_data()
-    {
-        QTest::addColumn<bool>("tellsAtOnce");
-        QTest::newRow("tells the window of each step") << true;
-        QTest::newRow("tells the window after the release") << false;
-    }
-    void windowManagersOwnDrag()
-    {
-        QFETCH(bool, tellsAtOnce);
-        Desk desk;
-        desk.tracker.windowShown();
-        desk.isButtonDown = true; // with a modifier key, on the window: the toolkit hears of nothing but the moves
-        desk.tracker.held(true);
-        if (tellsAtOnce)
-            desk.moveTo({110, 100});
-        desk.scheduler.advance(100ms);
-        QVERIFY(desk.isTaken);
-        desk.isButtonDown = false;
-        desk.tracker.held(false);
-        desk.scheduler.advance(10ms);
-        desk.moveTo({120, 100});
-        desk.scheduler.advance(1s);
-        QCOMPARE(desk.reports, 1);
-    }
-
-    void windowManagersKeys()
-    {
-        Desk desk;
-        desk.tracker.windowShown();
-        desk.tracker.held(true);
-        desk.moveTo({110, 100});
-        desk.scheduler.advance(1s);
-        desk.moveTo({120, 100});
-        desk.scheduler.advance(1s);
-        QCOMPARE(desk.reports, 0);
-        desk.tracker.held(false);
-        desk.scheduler.advance(1s);
-        QCOMPARE(desk.reports, 1);
+        desk.perform(end);
+        QTEST(desk.reports, "reports");
+        QVERIFY(!desk.isTaken && desk.scheduler.isIdle());
+        QVERIFY(!desk.reports || !steps.startsWith(u"press"_s) ||
+                (desk.sinceRelease > 0ms && desk.sinceRelease <= 120ms));
     }
 
     void changesThatNobodyAskedFor()
@@ -204,37 +182,9 @@ private Q_SLOTS:
         QVERIFY(desk.scheduler.isIdle());
     }
 
-    void zoomIsTheUsersOwnHoweverSlowTheAnswer()
-    {
-        Desk desk;
-        desk.tracker.windowShown();
-        desk.tracker.requested();
-        desk.scheduler.advance(400ms);
-        desk.frame = {0, 0, 1280, 800};
-        desk.tracker.frameChanged();
-        desk.scheduler.advance(1s);
-        QCOMPARE(desk.reports, 1);
-    }
-
-    void windowHiddenInMidDrag()
-    {
-        Desk desk;
-        desk.tracker.windowShown();
-        desk.isButtonDown = true;
-        desk.tracker.grabbed();
-        desk.moveTo({300, 300});
-        desk.tracker.windowHidden();
-        desk.isButtonDown = false;
-        desk.scheduler.advance(1s);
-        QVERIFY(!desk.isTaken);
-        QCOMPARE(desk.reports, 0);
-    }
-
     void frameUnderTheHand_data()
     {
-        QTest::addColumn<Qt::Edges>("edges");
-        QTest::addColumn<QPoint>("travel");
-        QTest::addColumn<QRect>("frame");
+        columns<Qt::Edges, QPoint, QRect>("edges", "travel", "frame");
 
         QTest::newRow("body") << Qt::Edges() << QPoint(-7, 9) << QRect(93, 109, 480, 280);
         QTest::newRow("right edge ignores up and down")

@@ -1,6 +1,7 @@
 // Whether what stands on the pane can be read over what lies beneath, and stands where it belongs.
 
 #include "CapsuleTooltip.h"
+#include "Columns.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
@@ -59,9 +60,7 @@ class ReadabilityTest : public QObject
 private Q_SLOTS:
     void noSourceShinesThroughBehindATranslation_data()
     {
-        QTest::addColumn<QColor>("paper");
-        QTest::addColumn<QColor>("ink");
-        QTest::addColumn<double>("opacity");
+        columns<QColor, QColor, double>("paper", "ink", "opacity");
         QTest::newRow("black on white") << QColor(Qt::white) << QColor(Qt::black) << 0.75;
         QTest::newRow("white on black") << QColor(Qt::black) << QColor(Qt::white) << 0.75;
         QTest::newRow("black on white, very clear glass") << QColor(Qt::white) << QColor(Qt::black) << 0.2;
@@ -107,29 +106,18 @@ private Q_SLOTS:
         }
     }
 
-    void aHintFitsThePane_data()
-    {
-        QTest::addColumn<QSize>("pane");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("as it starts") << TransparentWindow::initialSize
-                                      << u"Translates after moving or resizing · Double-click to translate"_s;
-        QTest::newRow("smallest pane") << TransparentWindow::smallestSize
-                                       << u"Translates after moving or resizing · Double-click to translate"_s;
-    }
     void aHintFitsThePane()
     {
-        QFETCH(QSize, pane);
-        QFETCH(QString, text);
         PaneFixture fixture;
         fixture.window.show();
-        fixture.window.resize(pane);
-        fixture.view->showHint(text, false);
-        const auto *hint = only<HintLabel>(fixture.view);
-        QVERIFY(hint);
-        const QRect buttons(0, 0, 75, 27);
-        QVERIFY(fixture.view->rect().adjusted(8, 8, -8, -8).contains(hint->textRect()));
-        QVERIFY(!hint->textRect().intersects(buttons));
-        QVERIFY2(std::abs(hint->textRect().center().x() - pane.width() / 2) <= 4, "in the middle");
+        for (const QSize pane : {TransparentWindow::initialSize, TransparentWindow::smallestSize}) {
+            fixture.window.resize(pane);
+            fixture.view->showHint(u"Translates after moving or resizing · Double-click to translate"_s, false);
+            const QRect text = only<HintLabel>(fixture.view)->textRect();
+            QVERIFY(fixture.view->rect().adjusted(8, 8, -8, -8).contains(text));
+            QVERIFY(!text.intersects(QRect(0, 0, 75, 27))); // the window's buttons
+            QVERIFY2(std::abs(text.center().x() - pane.width() / 2) <= 4, "in the middle");
+        }
     }
 
     void theTooltipStaysBeneathTheCapsule()
