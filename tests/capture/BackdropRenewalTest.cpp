@@ -59,10 +59,77 @@ class BackdropRenewalTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aBusyScreenCostsTenPicturesASecond();
-    void withoutChangesThereIsNoWork();
-    void aHiddenPaneTakesNone();
-    void anOverhangingPaneShowsWhatTheDisplayShows();
+    void aBusyScreenCostsTenPicturesASecond()
+    {
+        CountingCapture capture;
+        HandMonitor monitor;
+        BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
+        renewal.start();
+        for (int i = 0; i < 100; ++i) { // a second of changes and moves
+            monitor.changed();
+            renewal.paneMoved();
+            deliver();
+            m_clock.advance(10ms);
+        }
+        QVERIFY2(capture.captures >= 9 && capture.captures <= 11, qPrintable(QString::number(capture.captures)));
+        QCOMPARE(m_shown.size(), QSize(480, 280)); // the whole pane, without the inset
+    }
+
+    void withoutChangesThereIsNoWork()
+    {
+        CountingCapture capture;
+        HandMonitor monitor;
+        BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
+        renewal.start();
+        deliver();
+        m_clock.advance(10s);
+        QCOMPARE(capture.captures, 1);
+        QCOMPARE(monitor.rearmed, 1);
+        QVERIFY(m_clock.isIdle());
+        monitor.changed();
+        deliver();
+        m_clock.advance(10s);
+        QCOMPARE(capture.captures, 2);
+    }
+
+    void aHiddenPaneTakesNone()
+    {
+        CountingCapture capture;
+        HandMonitor monitor;
+        BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
+        renewal.start();
+        renewal.stop();
+        m_shown = QImage();
+        deliver(); // the picture under way is no longer wanted
+        QVERIFY(m_shown.isNull());
+        m_clock.advance(10s);
+        renewal.paneMoved();
+        QCOMPARE(capture.captures, 1);
+        QVERIFY(monitor.area.isEmpty());
+        renewal.start();
+        deliver();
+        QCOMPARE(capture.captures, 2);
+    }
+
+    void anOverhangingPaneShowsWhatTheDisplayShows()
+    {
+        m_display = {200, 180, 300, 900}; // the pane reaches over its left, its right and its upper edge
+        CountingCapture capture;
+        HandMonitor monitor;
+        BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
+        renewal.start();
+        deliver();
+        QCOMPARE(capture.asked, QRectF(200, 180, 300, 200));
+        QCOMPARE(m_shown.size(), QSize(480, 280));
+        QRect filled;
+        for (int y = 0; y < m_shown.height(); ++y) {
+            for (int x = 0; x < m_shown.width(); ++x) {
+                if (qAlpha(m_shown.pixel(x, y)) > 0)
+                    filled |= QRect(x, y, 1, 1);
+            }
+        }
+        QCOMPARE(filled, QRect(100, 80, 300, 200));
+    }
 
 private:
     BackdropRenewal::Pane pane()
@@ -89,78 +156,6 @@ private:
     QImage m_shown;
     QRectF m_display{0, 0, 1920, 1080};
 };
-
-void BackdropRenewalTest::aBusyScreenCostsTenPicturesASecond()
-{
-    CountingCapture capture;
-    HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
-    renewal.start();
-    for (int i = 0; i < 100; ++i) { // a second of changes and moves
-        monitor.changed();
-        renewal.paneMoved();
-        deliver();
-        m_clock.advance(10ms);
-    }
-    QVERIFY2(capture.captures >= 9 && capture.captures <= 11, qPrintable(QString::number(capture.captures)));
-    QCOMPARE(m_shown.size(), QSize(480, 280)); // the whole pane, without the inset
-}
-
-void BackdropRenewalTest::withoutChangesThereIsNoWork()
-{
-    CountingCapture capture;
-    HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
-    renewal.start();
-    deliver();
-    m_clock.advance(10s);
-    QCOMPARE(capture.captures, 1);
-    QCOMPARE(monitor.rearmed, 1);
-    QVERIFY(m_clock.isIdle());
-    monitor.changed();
-    deliver();
-    m_clock.advance(10s);
-    QCOMPARE(capture.captures, 2);
-}
-
-void BackdropRenewalTest::aHiddenPaneTakesNone()
-{
-    CountingCapture capture;
-    HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
-    renewal.start();
-    renewal.stop();
-    m_shown = QImage();
-    deliver(); // the picture under way is no longer wanted
-    QVERIFY(m_shown.isNull());
-    m_clock.advance(10s);
-    renewal.paneMoved();
-    QCOMPARE(capture.captures, 1);
-    QVERIFY(monitor.area.isEmpty());
-    renewal.start();
-    deliver();
-    QCOMPARE(capture.captures, 2);
-}
-
-void BackdropRenewalTest::anOverhangingPaneShowsWhatTheDisplayShows()
-{
-    m_display = {200, 180, 300, 900}; // the pane reaches over its left, its right and its upper edge
-    CountingCapture capture;
-    HandMonitor monitor;
-    BackdropRenewal renewal(pane(), capture, monitor, m_texts.manager, m_worker, m_queue, m_clock);
-    renewal.start();
-    deliver();
-    QCOMPARE(capture.asked, QRectF(200, 180, 300, 200));
-    QCOMPARE(m_shown.size(), QSize(480, 280));
-    QRect filled;
-    for (int y = 0; y < m_shown.height(); ++y) {
-        for (int x = 0; x < m_shown.width(); ++x) {
-            if (qAlpha(m_shown.pixel(x, y)) > 0)
-                filled |= QRect(x, y, 1, 1);
-        }
-    }
-    QCOMPARE(filled, QRect(100, 80, 300, 200));
-}
 
 QTEST_GUILESS_MAIN(BackdropRenewalTest)
 #include "BackdropRenewalTest.moc"

@@ -122,33 +122,334 @@ class TranslationPassTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void aPassEndsInOverlaysCopyAndHistory();
-    void fewerTranslationsThanBlocks();
-    void emptyTranslationsLeaveNothing();
-    void nothingNewIsExplainedOverTheOverlays();
-    void theWindowsButtonsAreNeitherReadNorCovered();
-    void aNewerPassDropsTheOlderOnesResults();
-    void whatIsSupersededIsNeitherReadNorSent();
-    void failuresEndInTheirCards();
-    void nothingComesOfAPassOnceTextIsTyped();
-    void aRetryStartsANewPass();
-    void aDragCostsOnePass();
-    void aSecondDragPutsThePassOff_data();
-    void aSecondDragPutsThePassOff();
-    void theManualModeStartsNothingByItself();
-    void anExplicitTriggerAbsorbsTheTimer();
-    void theActionShowsAHiddenPaneAndSubmitsTypedText();
-    void nothingHappensOffScreen();
-    void lateResultsOfAnEndedPassAreHarmless();
-    void whoAsksIsToldHowLongTheStagesTook();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_settings = std::make_unique<SettingsStore>(m_folder->filePath(u"preferences.json"_s));
+        m_queue = std::make_unique<MainQueue>();
+        m_clock = std::make_unique<ManualScheduler>();
+        m_pane = std::make_unique<NotingPane>();
+        m_capture = std::make_unique<HeldCapture>();
+        m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
+        m_requests.clear();
+        m_readings = 0;
+        m_isHoldingReader = false;
+        m_copied.clear();
+        m_recorded.clear();
+        PassSteps steps{
+            .capture = *m_capture,
+            .recognize =
+                [this](const QImage &image, const std::function<bool()> &isWanted) {
+                    m_read = image;
+                    ++m_readings;
+                    while (m_isHoldingReader && isWanted())
+                        QThread::msleep(1);
+                    return RecognizedBlocks{m_blocks, m_areLinesLeftOut};
+                },
+            .translateBlocks =
+                [this](const QList<TextBlock> &, Completion completion, std::function<bool()> isWanted) {
+                    m_queue->post([this, completion = std::move(completion), isWanted = std::move(isWanted)] {
+                        m_isTranslationWanted = isWanted;
+                        m_requests.append(completion);
+                    });
+                },
+            .copy = [this](const QString &text) { m_copied.append(text); },
+            .record = [this](const QString &source, const QString &text) { m_recorded.append(source + u'>' + text); },
+            .openScreenRecordingSettings = [this] { m_pane->log.append(u"settings"_s); },
+        };
+        m_pass = std::make_unique<TranslationPass>(*m_pane, steps, *m_settings, m_texts.manager, *m_queue, *m_clock);
+        m_pane->onTranslateTapped = [this] { m_pass->startCapturePass(); };
+    }
+
+    void cleanup()
+    {
+        m_capture->close();
+        m_pass.reset();
+        m_settings.reset(); // what it still writes goes into the folder of its own test
+    }
+
+    void aPassEndsInOverlaysCopyAndHistory()
+    {
+        m_settings->write(settings::autoCopy, true);
+        m_pass->startCapturePass();
+        QVERIFY(m_pane->processing);
+        capture();
+        translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        QVERIFY(!m_pane->processing);
+        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay two"_s, u"retranslate"_s}));
+        QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
+        QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
+        const auto [first, second] = std::pair(m_pane->places[0], m_pane->places[1]); // each with its own line's place
+        QVERIFY(first[1] < second[0] && first[2] < second[1] && first[2] > first[1] && second[2] > second[1]);
+    }
+
+    void fewerTranslationsThanBlocks()
+    {
+        m_pass->startCapturePass();
+        capture();
+        translate(0, BlockTranslations{.texts = {u"one"_s}});
+        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay 二"_s, u"retranslate"_s}));
+        QCOMPARE(m_recorded, QStringList{u"一\n二>one"_s});
+        QVERIFY(m_copied.isEmpty()); // not asked for
+    }
+
+    void emptyTranslationsLeaveNothing()
+    {
+        m_settings->write(settings::autoCopy, true);
+        m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
+        m_pass->startCapturePass();
+        capture();
+        translate(0, BlockTranslations{.texts = {u""_s}});
+        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"retranslate"_s}));
+        QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
+    }
+
+    void nothingNewIsExplainedOverTheOverlays()
+    {
+        m_pass->startCapturePass();
+        capture();
+        translate(0, BlockTranslations{.texts = {u"一"_s, u"二"_s}, .note = u"why"_s});
+        QCOMPARE(m_pane->log,
+                 (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"retranslate"_s, u"note why"_s}));
+    }
+
+    void theWindowsButtonsAreNeitherReadNorCovered()
+    {
+        m_settings->write(settings::autoCopy, true);
+        m_blocks = {{u"一"_s, {0, 0.95, 0.1, 0.04}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
+        m_areLinesLeftOut = true;
+        m_pane->exclusions = {{2, 0, 72, 32}};
+        m_pass->startCapturePass();
+        QImage screen(400, 300, QImage::Format_RGB32);
+        screen.fill(Qt::white);
+        capture(screen);
+        translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        QVERIFY(m_read.pixelColor(20, 10) != QColor(Qt::white));
+        QCOMPARE(m_read.pixelColor(120, 10), QColor(Qt::white));
+        QCOMPARE(m_pane->log.mid(0, 3), (QStringList{u"clear"_s, u"overlay two"_s, u"retranslate"_s}));
+        QVERIFY(m_pane->log.last().startsWith(u"note "_s)); // some lines were left out
+        QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
+        QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
+        m_areLinesLeftOut = false;
+    }
+
+    void aNewerPassDropsTheOlderOnesResults()
+    {
+        m_pass->startCapturePass();
+        capture();
+        settle([&] { return m_requests.size() == 1; });
+        m_pass->startCapturePass();
+        settle([&] { return m_capture->isWaiting(); });
+        translate(0, BlockTranslations{.texts = {u"old"_s, u"old"_s}});
+        QVERIFY(m_pane->processing); // the newer pass is still at work
+        m_pass->startCapturePass();
+        capture(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
+        m_queue->drain();
+        QVERIFY(m_pane->processing);
+        capture();
+        translate(1, BlockTranslations{.texts = {u"new"_s, u"new"_s}});
+        QVERIFY(!m_pane->processing);
+        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s, u"clear"_s, u"overlay new"_s, u"overlay new"_s,
+                                           u"retranslate"_s}));
+    }
+
+    void whatIsSupersededIsNeitherReadNorSent()
+    {
+        m_isHoldingReader = true;
+        m_pass->startCapturePass();
+        capture();
+        settle([&] { return m_readings == 1; });
+        for (int i = 0; i < 20; ++i) {
+            m_pass->startCapturePass();
+            capture();
+        }
+        m_isHoldingReader = false;
+        settle([&] { return !m_requests.isEmpty(); });
+        QTest::qWait(50);
+        QCOMPARE(m_requests.size(), 1);
+
+        m_isHoldingReader = true; // until the end of the pass
+        m_pass->startCapturePass();
+        capture();
+        settle([&, before = m_readings.load()] { return m_readings > before || m_pane->processing; });
+        QVERIFY(!m_isTranslationWanted()); // so that what isn't sent yet stays here
+        m_capture->close();
+        m_pass.reset();
+        m_queue->drain();
+        QCOMPARE(m_requests.size(), 1);
+    }
+
+    void failuresEndInTheirCards()
+    {
+        m_pass->startCapturePass();
+        capture(tl::unexpected(Failure{.description = u"reason"_s}));
+        settle([&] { return !m_pane->processing; });
+        QCOMPARE(m_pane->log.last(), u"card 無法擷取畫面|reason"_s);
+
+        m_capture->granted = false;
+        m_pass->startCapturePass();
+        capture(tl::unexpected(Failure{.description = u"reason"_s}));
+        settle([&] { return !m_pane->processing; });
+        QVERIFY(m_pane->log.last().startsWith(u"card 需要螢幕錄製權限|"_s));
+        m_pane->cardAction();
+        QCOMPARE(m_pane->log.last(), u"settings"_s);
+
+        m_pass->startCapturePass();
+        capture();
+        translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
+        QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
+
+        m_blocks.clear();
+        m_pass->startCapturePass();
+        capture();
+        settle([&] { return !m_pane->processing; });
+        QVERIFY(m_pane->log.last().startsWith(u"card 沒有偵測到文字|"_s));
+        QVERIFY(m_recorded.isEmpty());
+    }
+
+    void nothingComesOfAPassOnceTextIsTyped()
+    {
+        m_settings->write(settings::autoCopy, true);
+        m_pass->startCapturePass();
+        capture();
+        settle([&] { return m_requests.size() == 1; });
+        m_pass->startCapturePass();
+        settle([&] { return m_capture->isWaiting(); });
+        m_pass->scheduleDebouncedCapture();
+        m_pane->inputMode = true;
+        m_pass->supersede();
+        QVERIFY(!m_pane->processing);
+        m_pass->scheduleDebouncedCapture(); // moved while text is typed
+        m_clock->advance(10s);
+        capture(tl::unexpected(Failure{.description = u"reason"_s}));
+        translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        QVERIFY(!m_pane->processing);
+        QCOMPARE(passes(), 2);
+        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s}));
+        QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
+    }
+
+    void aDragCostsOnePass()
+    {
+        for (int i = 0; i < 40; ++i) {
+            m_pass->scheduleDebouncedCapture();
+            m_clock->advance(100ms);
+        }
+        QCOMPARE(passes(), 0);
+        m_clock->advance(699ms);
+        QCOMPARE(passes(), 0);
+        m_clock->advance(1ms);
+        QCOMPARE(passes(), 1);
+        m_clock->advance(10s);
+        QCOMPARE(passes(), 1);
+    }
+
+    void aSecondDragPutsThePassOff()
+    {
+        for (const bool moves : {true, false}) { // false: it ends where it began
+            const auto before = passes();
+            m_pass->userHolds(true);
+            m_pass->userHolds(false); // nothing was due
+            QVERIFY(m_clock->isIdle());
+            m_pass->scheduleDebouncedCapture(40ms);
+            m_clock->advance(400ms);
+            m_pass->userHolds(true);
+            m_clock->advance(2s);
+            m_pass->userHolds(true); // held for long, and moved at last
+            QCOMPARE(passes(), before);
+            if (moves)
+                m_pass->scheduleDebouncedCapture(40ms);
+            else
+                m_pass->userHolds(false);
+            m_clock->advance(moves ? 759ms : 799ms);
+            QCOMPARE(passes(), before);
+            m_clock->advance(1ms);
+            QCOMPARE(passes(), before + 1);
+        }
+    }
+
+    void theManualModeStartsNothingByItself()
+    {
+        m_settings->write(settings::triggerMode, 1);
+        m_pass->scheduleDebouncedCapture();
+        QVERIFY(m_clock->isIdle());
+        m_settings->write(settings::triggerMode, 0);
+        m_pass->scheduleDebouncedCapture();
+        m_settings->write(settings::triggerMode, 1); // switched while the timer runs
+        m_clock->advance(1s);
+        QCOMPARE(passes(), 0);
+    }
+
+    void anExplicitTriggerAbsorbsTheTimer()
+    {
+        m_pass->scheduleDebouncedCapture();
+        m_clock->advance(500ms);
+        m_pass->translateCurrentArea();
+        m_clock->advance(10s);
+        QCOMPARE(passes(), 1);
+    }
+
+    void theActionShowsAHiddenPaneAndSubmitsTypedText()
+    {
+        m_pane->visible = false;
+        m_pass->translateCurrentArea();
+        QCOMPARE(m_pane->log, QStringList{u"front"_s});
+        m_pane->visible = true;
+        m_pane->inputMode = true;
+        m_pass->translateCurrentArea();
+        QCOMPARE(m_pane->log.last(), u"submit"_s);
+        QCOMPARE(passes(), 0);
+    }
+
+    void nothingHappensOffScreen()
+    {
+        m_pane->onScreen = false;
+        m_pass->startCapturePass();
+        QVERIFY(!m_pane->processing && m_pane->log.isEmpty());
+    }
+
+    void lateResultsOfAnEndedPassAreHarmless()
+    {
+        m_pass->startCapturePass();
+        capture();
+        settle([&] { return m_requests.size() == 1; });
+        m_pass.reset();
+        const QStringList before = m_pane->log;
+        translate(0, BlockTranslations{.texts = {u"late"_s}});
+        QCOMPARE(m_pane->log, before);
+    }
+
+    void whoAsksIsToldHowLongTheStagesTook()
+    {
+        const QString number = u"\\d+\\.\\d ms"_s;
+        const QStringList stages{u"capture"_s, u"recognition"_s, u"translation"_s, u"layout"_s, u"paint"_s};
+        QTest::ignoreMessage(
+            QtDebugMsg, QRegularExpression(u"^"_s + stages.join(u' ' + number + u", "_s) + u' ' + number + u"$"_s));
+        QLoggingCategory::setFilterRules(u"lucentra.pass.debug=true"_s);
+        m_pass->startCapturePass();
+        capture();
+        translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        m_clock->advance(0ms);
+        QLoggingCategory::setFilterRules({});
+    }
 
 private:
-    void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32));
-    void translate(qsizetype request, Result<BlockTranslations> translations);
-    void settle(const std::function<bool()> &reached);
-    qsizetype passes() const; ///< that have started
+    void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32))
+    {
+        settle([&] { return m_capture->isWaiting(); });
+        m_capture->answer(std::move(image));
+    }
+
+    void translate(qsizetype request, Result<BlockTranslations> translations)
+    {
+        settle([&] { return m_requests.size() > request; });
+        m_requests[request](std::move(translations));
+        m_queue->drain();
+    }
+
+    void settle(const std::function<bool()> &reached) { QTRY_VERIFY(reached()); }
+
+    qsizetype passes() const { return m_pane->log.count(u"clear"_s); }
 
     TestTexts m_texts;
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -168,354 +469,6 @@ private:
     QStringList m_recorded;
     std::unique_ptr<TranslationPass> m_pass;
 };
-
-void TranslationPassTest::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_settings = std::make_unique<SettingsStore>(m_folder->filePath(u"preferences.json"_s));
-    m_queue = std::make_unique<MainQueue>();
-    m_clock = std::make_unique<ManualScheduler>();
-    m_pane = std::make_unique<NotingPane>();
-    m_capture = std::make_unique<HeldCapture>();
-    m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
-    m_requests.clear();
-    m_readings = 0;
-    m_isHoldingReader = false;
-    m_copied.clear();
-    m_recorded.clear();
-    PassSteps steps{
-        .capture = *m_capture,
-        .recognize =
-            [this](const QImage &image, const std::function<bool()> &isWanted) {
-                m_read = image;
-                ++m_readings;
-                while (m_isHoldingReader && isWanted())
-                    QThread::msleep(1);
-                return RecognizedBlocks{m_blocks, m_areLinesLeftOut};
-            },
-        .translateBlocks =
-            [this](const QList<TextBlock> &, Completion completion, std::function<bool()> isWanted) {
-                m_queue->post([this, completion = std::move(completion), isWanted = std::move(isWanted)] {
-                    m_isTranslationWanted = isWanted;
-                    m_requests.append(completion);
-                });
-            },
-        .copy = [this](const QString &text) { m_copied.append(text); },
-        .record = [this](const QString &source, const QString &text) { m_recorded.append(source + u'>' + text); },
-        .openScreenRecordingSettings = [this] { m_pane->log.append(u"settings"_s); },
-    };
-    m_pass = std::make_unique<TranslationPass>(*m_pane, steps, *m_settings, m_texts.manager, *m_queue, *m_clock);
-    m_pane->onTranslateTapped = [this] { m_pass->startCapturePass(); };
-}
-
-void TranslationPassTest::cleanup()
-{
-    m_capture->close();
-    m_pass.reset();
-    m_settings.reset(); // what it still writes goes into the folder of its own test
-}
-
-qsizetype TranslationPassTest::passes() const
-{
-    return m_pane->log.count(u"clear"_s);
-}
-
-void TranslationPassTest::settle(const std::function<bool()> &reached)
-{
-    QTRY_VERIFY(reached());
-}
-
-void TranslationPassTest::capture(Result<QImage> image)
-{
-    settle([&] { return m_capture->isWaiting(); });
-    m_capture->answer(std::move(image));
-}
-
-void TranslationPassTest::translate(qsizetype request, Result<BlockTranslations> translations)
-{
-    settle([&] { return m_requests.size() > request; });
-    m_requests[request](std::move(translations));
-    m_queue->drain();
-}
-
-void TranslationPassTest::aPassEndsInOverlaysCopyAndHistory()
-{
-    m_settings->write(settings::autoCopy, true);
-    m_pass->startCapturePass();
-    QVERIFY(m_pane->processing);
-    capture();
-    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
-    QVERIFY(!m_pane->processing);
-    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay two"_s, u"retranslate"_s}));
-    QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
-    QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
-    const auto [first, second] = std::pair(m_pane->places[0], m_pane->places[1]); // each with its own line's place
-    QVERIFY(first[1] < second[0] && first[2] < second[1] && first[2] > first[1] && second[2] > second[1]);
-}
-
-void TranslationPassTest::fewerTranslationsThanBlocks()
-{
-    m_pass->startCapturePass();
-    capture();
-    translate(0, BlockTranslations{.texts = {u"one"_s}});
-    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay 二"_s, u"retranslate"_s}));
-    QCOMPARE(m_recorded, QStringList{u"一\n二>one"_s});
-    QVERIFY(m_copied.isEmpty()); // not asked for
-}
-
-void TranslationPassTest::emptyTranslationsLeaveNothing()
-{
-    m_settings->write(settings::autoCopy, true);
-    m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
-    m_pass->startCapturePass();
-    capture();
-    translate(0, BlockTranslations{.texts = {u""_s}});
-    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"retranslate"_s}));
-    QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
-}
-
-void TranslationPassTest::nothingNewIsExplainedOverTheOverlays()
-{
-    m_pass->startCapturePass();
-    capture();
-    translate(0, BlockTranslations{.texts = {u"一"_s, u"二"_s}, .note = u"why"_s});
-    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"retranslate"_s, u"note why"_s}));
-}
-
-void TranslationPassTest::theWindowsButtonsAreNeitherReadNorCovered()
-{
-    m_settings->write(settings::autoCopy, true);
-    m_blocks = {{u"一"_s, {0, 0.95, 0.1, 0.04}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
-    m_areLinesLeftOut = true;
-    m_pane->exclusions = {{2, 0, 72, 32}};
-    m_pass->startCapturePass();
-    QImage screen(400, 300, QImage::Format_RGB32);
-    screen.fill(Qt::white);
-    capture(screen);
-    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
-    QVERIFY(m_read.pixelColor(20, 10) != QColor(Qt::white));
-    QCOMPARE(m_read.pixelColor(120, 10), QColor(Qt::white));
-    QCOMPARE(m_pane->log.mid(0, 3), (QStringList{u"clear"_s, u"overlay two"_s, u"retranslate"_s}));
-    QVERIFY(m_pane->log.last().startsWith(u"note "_s)); // some lines were left out
-    QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
-    QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
-    m_areLinesLeftOut = false;
-}
-
-void TranslationPassTest::aNewerPassDropsTheOlderOnesResults()
-{
-    m_pass->startCapturePass();
-    capture();
-    settle([&] { return m_requests.size() == 1; });
-    m_pass->startCapturePass();
-    settle([&] { return m_capture->isWaiting(); });
-    translate(0, BlockTranslations{.texts = {u"old"_s, u"old"_s}});
-    QVERIFY(m_pane->processing); // the newer pass is still at work
-    m_pass->startCapturePass();
-    capture(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
-    m_queue->drain();
-    QVERIFY(m_pane->processing);
-    capture();
-    translate(1, BlockTranslations{.texts = {u"new"_s, u"new"_s}});
-    QVERIFY(!m_pane->processing);
-    QCOMPARE(m_pane->log,
-             (QStringList{u"clear"_s, u"clear"_s, u"clear"_s, u"overlay new"_s, u"overlay new"_s, u"retranslate"_s}));
-}
-
-void TranslationPassTest::whatIsSupersededIsNeitherReadNorSent()
-{
-    m_isHoldingReader = true;
-    m_pass->startCapturePass();
-    capture();
-    settle([&] { return m_readings == 1; });
-    for (int i = 0; i < 20; ++i) {
-        m_pass->startCapturePass();
-        capture();
-    }
-    m_isHoldingReader = false;
-    settle([&] { return !m_requests.isEmpty(); });
-    QTest::qWait(50);
-    QCOMPARE(m_requests.size(), 1);
-
-    m_isHoldingReader = true; // until the end of the pass
-    m_pass->startCapturePass();
-    capture();
-    settle([&, before = m_readings.load()] { return m_readings > before || m_pane->processing; });
-    QVERIFY(!m_isTranslationWanted()); // so that what isn't sent yet stays here
-    m_capture->close();
-    m_pass.reset();
-    m_queue->drain();
-    QCOMPARE(m_requests.size(), 1);
-}
-
-void TranslationPassTest::nothingComesOfAPassOnceTextIsTyped()
-{
-    m_settings->write(settings::autoCopy, true);
-    m_pass->startCapturePass();
-    capture();
-    settle([&] { return m_requests.size() == 1; });
-    m_pass->startCapturePass();
-    settle([&] { return m_capture->isWaiting(); });
-    m_pass->scheduleDebouncedCapture();
-    m_pane->inputMode = true;
-    m_pass->supersede();
-    QVERIFY(!m_pane->processing);
-    m_pass->scheduleDebouncedCapture(); // moved while text is typed
-    m_clock->advance(10s);
-    capture(tl::unexpected(Failure{.description = u"reason"_s}));
-    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
-    QVERIFY(!m_pane->processing);
-    QCOMPARE(passes(), 2);
-    QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s}));
-    QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
-}
-
-void TranslationPassTest::failuresEndInTheirCards()
-{
-    m_pass->startCapturePass();
-    capture(tl::unexpected(Failure{.description = u"reason"_s}));
-    settle([&] { return !m_pane->processing; });
-    QCOMPARE(m_pane->log.last(), u"card 無法擷取畫面|reason"_s);
-
-    m_capture->granted = false;
-    m_pass->startCapturePass();
-    capture(tl::unexpected(Failure{.description = u"reason"_s}));
-    settle([&] { return !m_pane->processing; });
-    QVERIFY(m_pane->log.last().startsWith(u"card 需要螢幕錄製權限|"_s));
-    m_pane->cardAction();
-    QCOMPARE(m_pane->log.last(), u"settings"_s);
-
-    m_pass->startCapturePass();
-    capture();
-    translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
-    QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
-
-    m_blocks.clear();
-    m_pass->startCapturePass();
-    capture();
-    settle([&] { return !m_pane->processing; });
-    QVERIFY(m_pane->log.last().startsWith(u"card 沒有偵測到文字|"_s));
-    QVERIFY(m_recorded.isEmpty());
-}
-
-void TranslationPassTest::aRetryStartsANewPass()
-{
-    m_pass->startCapturePass();
-    capture(tl::unexpected(Failure{}));
-    settle([&] { return !m_pane->processing; });
-    m_pane->cardAction();
-    QVERIFY(m_pane->processing);
-    QCOMPARE(passes(), 2);
-}
-
-void TranslationPassTest::aDragCostsOnePass()
-{
-    for (int i = 0; i < 40; ++i) {
-        m_pass->scheduleDebouncedCapture();
-        m_clock->advance(100ms);
-    }
-    QCOMPARE(passes(), 0);
-    m_clock->advance(699ms);
-    QCOMPARE(passes(), 0);
-    m_clock->advance(1ms);
-    QCOMPARE(passes(), 1);
-    m_clock->advance(10s);
-    QCOMPARE(passes(), 1);
-}
-
-void TranslationPassTest::aSecondDragPutsThePassOff_data()
-{
-    QTest::addColumn<bool>("moves");
-    QTest::newRow("to another place") << true;
-    QTest::newRow("back to where it began") << false;
-}
-
-void TranslationPassTest::aSecondDragPutsThePassOff()
-{
-    QFETCH(bool, moves);
-    m_pass->userHolds(true);
-    m_pass->userHolds(false); // nothing was due
-    QVERIFY(m_clock->isIdle());
-    m_pass->scheduleDebouncedCapture(40ms);
-    m_clock->advance(400ms);
-    m_pass->userHolds(true);
-    m_clock->advance(2s);
-    m_pass->userHolds(true); // held for long, and moved at last
-    QCOMPARE(passes(), 0);
-    if (moves)
-        m_pass->scheduleDebouncedCapture(40ms);
-    else
-        m_pass->userHolds(false);
-    m_clock->advance(moves ? 759ms : 799ms);
-    QCOMPARE(passes(), 0);
-    m_clock->advance(1ms);
-    QCOMPARE(passes(), 1);
-}
-
-void TranslationPassTest::theManualModeStartsNothingByItself()
-{
-    m_settings->write(settings::triggerMode, 1);
-    m_pass->scheduleDebouncedCapture();
-    QVERIFY(m_clock->isIdle());
-    m_settings->write(settings::triggerMode, 0);
-    m_pass->scheduleDebouncedCapture();
-    m_settings->write(settings::triggerMode, 1); // switched while the timer runs
-    m_clock->advance(1s);
-    QCOMPARE(passes(), 0);
-}
-
-void TranslationPassTest::anExplicitTriggerAbsorbsTheTimer()
-{
-    m_pass->scheduleDebouncedCapture();
-    m_clock->advance(500ms);
-    m_pass->translateCurrentArea();
-    m_clock->advance(10s);
-    QCOMPARE(passes(), 1);
-}
-
-void TranslationPassTest::theActionShowsAHiddenPaneAndSubmitsTypedText()
-{
-    m_pane->visible = false;
-    m_pass->translateCurrentArea();
-    QCOMPARE(m_pane->log, QStringList{u"front"_s});
-    m_pane->visible = true;
-    m_pane->inputMode = true;
-    m_pass->translateCurrentArea();
-    QCOMPARE(m_pane->log.last(), u"submit"_s);
-    QCOMPARE(passes(), 0);
-}
-
-void TranslationPassTest::nothingHappensOffScreen()
-{
-    m_pane->onScreen = false;
-    m_pass->startCapturePass();
-    QVERIFY(!m_pane->processing && m_pane->log.isEmpty());
-}
-
-void TranslationPassTest::lateResultsOfAnEndedPassAreHarmless()
-{
-    m_pass->startCapturePass();
-    capture();
-    settle([&] { return m_requests.size() == 1; });
-    m_pass.reset();
-    const QStringList before = m_pane->log;
-    translate(0, BlockTranslations{.texts = {u"late"_s}});
-    QCOMPARE(m_pane->log, before);
-}
-
-void TranslationPassTest::whoAsksIsToldHowLongTheStagesTook()
-{
-    const QString number = u"\\d+\\.\\d ms"_s;
-    const QStringList stages{u"capture"_s, u"recognition"_s, u"translation"_s, u"layout"_s, u"paint"_s};
-    QTest::ignoreMessage(QtDebugMsg,
-                         QRegularExpression(u"^"_s + stages.join(u' ' + number + u", "_s) + u' ' + number + u"$"_s));
-    QLoggingCategory::setFilterRules(u"lucentra.pass.debug=true"_s);
-    m_pass->startCapturePass();
-    capture();
-    translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
-    m_clock->advance(0ms);
-    QLoggingCategory::setFilterRules({});
-}
 
 QTEST_GUILESS_MAIN(TranslationPassTest)
 #include "TranslationPassTest.moc"

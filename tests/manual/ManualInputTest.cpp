@@ -1,3 +1,4 @@
+#include "Columns.h"
 #include "LongTextEdit.h"
 #include "MainQueue.h"
 #include "ManualInputView.h"
@@ -106,9 +107,7 @@ private Q_SLOTS:
 
     void whatIsSentAndShown_data()
     {
-        QTest::addColumn<QStringList>("steps");
-        QTest::addColumn<QStringList>("requests");
-        QTest::addColumn<QString>("shown");
+        columns<QStringList, QStringList, QString>("steps", "requests", "shown");
         const auto row = [](const char *name, const QStringList &steps, const QStringList &requests,
                             const QString &shown) { QTest::newRow(name) << steps << requests << shown; };
 
@@ -118,10 +117,8 @@ private Q_SLOTS:
         row("white space around it", {u"= \n a\u3000b\t\n"_s, u"+600"_s, u"0>AB"_s}, {u"a\u3000b"_s}, u"AB"_s);
         row("nothing but white space", {u"= \n\u3000"_s, u"!"_s, u"+600"_s}, {}, u""_s);
         row("emptied after a translation", {u"=a"_s, u"+600"_s, u"0>A"_s, u"= "_s, u"+600"_s}, {u"a"_s}, u""_s);
-        row("emptied while one is under way", {u"=a"_s, u"+600"_s, u"="_s, u"0>A"_s}, {u"a"_s}, u""_s);
 
         const QStringList overtaken{u"=a"_s, u"+600"_s, u"=ab"_s, u"0>A"_s};
-        row("an answer to a text that went on", overtaken, {u"a"_s}, u"…"_s);
         row("the answer to the longer text", overtaken + QStringList{u"+600"_s, u"1>AB"_s}, {u"a"_s, u"ab"_s}, u"AB"_s);
         row("the older answer comes last", {u"=a"_s, u"+600"_s, u"=ab"_s, u"+600"_s, u"1>AB"_s, u"0>A"_s},
             {u"a"_s, u"ab"_s}, u"AB"_s);
@@ -130,18 +127,15 @@ private Q_SLOTS:
             {u"a"_s, u"ab"_s}, u"A…"_s);
 
         row("now, and the pause sends nothing more", {u"=a"_s, u"+300"_s, u"!"_s, u"+600"_s}, {u"a"_s}, u"…"_s);
-        row("the same text twice, first answer", {u"=a"_s, u"!"_s, u"!"_s, u"0>first"_s}, {u"a"_s, u"a"_s}, u"…"_s);
         row("the same text twice, both", {u"=a"_s, u"!"_s, u"!"_s, u"1>second"_s, u"0>first"_s}, {u"a"_s, u"a"_s},
             u"second"_s);
 
-        row("reset within the pause", {u"=a"_s, u"+300"_s, u"reset"_s, u"+600"_s}, {}, u""_s);
         row("reset while one is under way", {u"=a"_s, u"!"_s, u"reset"_s, u"0>A"_s}, {u"a"_s}, u""_s);
         row("reset, and the same text again", {u"=a"_s, u"!"_s, u"reset"_s, u"=a"_s, u"0>A"_s, u"!"_s, u"1>B"_s},
             {u"a"_s, u"a"_s}, u"B"_s);
 
         const QStringList translated{u"=a"_s, u"!"_s, u"0>A"_s};
         const QStringList copiedTwice = translated + QStringList{u"copy"_s, u"+1000"_s, u"copy"_s, u"+1499"_s};
-        row("copied twice, the second is still told of", copiedTwice, {u"a"_s}, u"A✓"_s);
         row("copied twice, and told of", copiedTwice + QStringList{u"+1"_s}, {u"a"_s}, u"A"_s);
         row("nothing to copy", {u"=a"_s, u"!"_s, u"copy"_s}, {u"a"_s}, u"…"_s);
         row("reset ends what is told", translated + QStringList{u"copy"_s, u"reset"_s}, {u"a"_s}, u""_s);
@@ -198,31 +192,6 @@ private Q_SLOTS:
         typing.model.reset();
         typing.answer(0, u"too late"_s);
         QVERIFY(typing.clock.isIdle());
-    }
-
-    void whatAnInputMethodComposesIsNotSent()
-    {
-        Typing typing;
-        TestTexts texts;
-        ManualInputView view(*typing.model, texts.manager, texts.notifications, true);
-        view.resize(464, 240);
-        view.show();
-        QWidget *editor = view.focusProxy();
-        QInputMethodEvent composing(u"ni"_s, {});
-        QCoreApplication::sendEvent(editor, &composing);
-        typing.clock.advance(1000ms);
-        QCOMPARE(typing.model->inputText(), QString());
-        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-        QCoreApplication::sendEvent(editor, &escape);
-        QVERIFY2(escape.isAccepted(), "it ends what is composed, and nothing else");
-        QCoreApplication::sendEvent(editor, &escape);
-        QVERIFY(!escape.isAccepted());
-        QCoreApplication::sendEvent(editor, &composing);
-        QInputMethodEvent committing(QString(), {});
-        committing.setCommitString(u"你"_s);
-        QCoreApplication::sendEvent(editor, &committing);
-        typing.clock.advance(600ms);
-        QCOMPARE(typing.requests, QStringList{u"你"_s});
     }
 
     void aMegabyteIsPasted_data()
