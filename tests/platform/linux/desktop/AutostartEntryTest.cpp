@@ -1,4 +1,5 @@
 #include "AutostartEntry.h"
+#include "Columns.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,9 +21,8 @@ private Q_SLOTS:
 
     void whatIsInForce_data()
     {
-        QTest::addColumn<QByteArray>("own"); // null: there is no such file
-        QTest::addColumn<QByteArray>("system");
-        QTest::addColumn<bool>("enabled");
+        // own: null: there is no such file
+        columns<QByteArray, QByteArray, bool>("own", "system", "enabled");
         const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=true\n";
         QTest::newRow("nothing") << QByteArray() << QByteArray() << false;
         QTest::newRow("an entry of any content") << plain << QByteArray() << true;
@@ -50,17 +50,9 @@ private Q_SLOTS:
         QCOMPARE(entry.isEnabled(), enabled);
         QVERIFY(entry.setEnabled(!enabled));
         QCOMPARE(entry.isEnabled(), !enabled);
+        QCOMPARE(QFileInfo::exists(m->system), !system.isNull()); // it is overruled, not removed
         QVERIFY(entry.setEnabled(enabled));
         QCOMPARE(entry.isEnabled(), enabled);
-    }
-
-    void switchingOnWritesAnEntryAndOffRemovesIt()
-    {
-        AutostartEntry entry = m->entry();
-        QVERIFY(entry.setEnabled(true));
-        QVERIFY2(m->content().contains(u"\nExec=\"/"_s), qPrintable(m->content()));
-        QVERIFY(entry.setEnabled(false));
-        QVERIFY(!QFileInfo::exists(m->own));
     }
 
     void thePathIsQuoted()
@@ -71,17 +63,9 @@ private Q_SLOTS:
         QVERIFY(entry.setEnabled(true));
         QVERIFY2(entry.isEnabled() && m->content().contains(u"/a b \\\\$x\\\\`\\\\\"\\\\\\\\l\""_s),
                  qPrintable(m->content()));
-        QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(false));
+        QVERIFY(entry.setEnabled(false) && !QFileInfo::exists(m->own));
         QVERIFY(m->entry(u"/opt/100%/lucentra"_s).setEnabled(true));
         QVERIFY2(m->content().contains(u"Exec=\"/opt/100%%/lucentra\""_s), qPrintable(m->content()));
-    }
-
-    void theSystemsEntryIsOverruled()
-    {
-        Fixture::put(m->system, "[Desktop Entry]\nType=Application\nExec=true\n");
-        QVERIFY(m->entry().setEnabled(false));
-        QVERIFY(m->content().contains(u"Hidden=true"_s));
-        QVERIFY(QFileInfo::exists(m->system));
     }
 
     void aFolderThatCannotBeMadeIsAFailure()

@@ -1,4 +1,5 @@
 #include "ApertiumTranslation.h"
+#include "Columns.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -39,9 +40,7 @@ private Q_SLOTS:
 
     void answers_data()
     {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<QString>("translation");
+        columns<QByteArray, QString, QString>("script", "source", "translation");
         const QByteArray echo = "while IFS= read -r -d '' text; do printf '%s\\0' \"$text\"; done";
         QTest::newRow("what means something in its stream")
             << echo << u"a [b] <c> ^d$ \\ e/f *"_s << u"a [b] <c> ^d$ \\ e/f *"_s;

@@ -1,4 +1,5 @@
 #include "SecretServiceStorage.h"
+#include "Columns.h"
 
 #include "PrivateKeyring.h"
 #include "SecretServiceClient.h"
@@ -51,35 +52,28 @@ class SecretServiceStorageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void valuesComeBackByteForByte_data()
-    {
-        QTest::addColumn<QByteArray>("secret");
-        QTest::newRow("plain") << "sk-abcdefghijklmnopqrstuvwxyz0123456789"_ba;
-        QTest::newRow("full-width space and Han") << QString(u"金鑰\u3000key\n"_s).toUtf8();
-        QTest::newRow("not UTF-8, with a zero byte") << QByteArray("\xff\x00\xfe", 3);
-        QTest::newRow("64 KiB") << QByteArray(65536, 'x');
-    }
-    void valuesComeBackByteForByte()
-    {
-        QFETCH(QByteArray, secret);
-        PrivateKeyring keyring;
-        QVERIFY(keyring.startBus() && keyring.startKeyring());
-        SecretServiceStorage storage;
-        const auto before = storage.lookup(service, u"account"_s);
-        QVERIFY2(before, reasonOf(before).constData());
-        QVERIFY(!before->has_value());
-        QVERIFY(storage.store(service, u"account"_s, secret));
-        QCOMPARE(storage.lookup(service, u"account"_s).value(), std::optional(secret));
-    }
-
-    void accountsAreFoundTogetherReplacedAndRemoved()
+    void itemsAreFoundReplacedAndRemoved()
     {
         PrivateKeyring keyring;
         QVERIFY(keyring.startBus() && keyring.startKeyring());
         SecretServiceStorage storage;
         QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>()));
-        for (const char *value : {"old", "new"})
+        const auto before = storage.lookup(service, u"a"_s);
+        QVERIFY2(before, reasonOf(before).constData());
+        QVERIFY(!before->has_value());
+        keyring.run(u"secret-tool"_s, {u"store"_s, u"--label=x"_s, u"service"_s, service, u"account"_s, u"t"_s},
+                    "theirs");
+        QCOMPARE(storage.lookup(service, u"t"_s).value(), std::optional("theirs"_ba));
+        QTest::qWait(1100); // items are dated to the second
+        QVERIFY(storage.store(service, u"t"_s, "ours"));
+        QCOMPARE(storage.lookup(service, u"t"_s).value(), std::optional("ours"_ba));
+        QVERIFY(storage.remove(service, u"t"_s));
+        QVERIFY(!storage.lookup(service, u"t"_s).value());
+        for (const QByteArray &value : {QString(u"金鑰\u3000key\n"_s).toUtf8(), QByteArray("\xff\x00\xfe", 3),
+                                        QByteArray(65536, 'x'), "new"_ba}) {
             QVERIFY(storage.store(service, u"a"_s, value));
+            QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional(value)); // byte for byte
+        }
         QVERIFY(storage.store(service, u"b"_s, "2"));
         QVERIFY(storage.store(u"org.example.others"_s, u"c"_s, "3"));
         QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>{{u"a"_s, "new"}, {u"b"_s, "2"}}));
@@ -89,21 +83,6 @@ private Q_SLOTS:
         for (int time = 0; time < 2; ++time)
             QVERIFY(storage.remove(service, u"a"_s));
         QCOMPARE(storage.lookupAll(service).value(), (QHash<QString, QByteArray>{{u"b"_s, "2"}}));
-    }
-
-    void itemsOfOtherToolsAreFoundAndReplacedForTheReader()
-    {
-        PrivateKeyring keyring;
-        QVERIFY(keyring.startBus() && keyring.startKeyring());
-        keyring.run(u"secret-tool"_s, {u"store"_s, u"--label=x"_s, u"service"_s, service, u"account"_s, u"a"_s},
-                    "theirs");
-        SecretServiceStorage storage;
-        QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional("theirs"_ba));
-        QTest::qWait(1100); // items are dated to the second
-        QVERIFY(storage.store(service, u"a"_s, "ours"));
-        QCOMPARE(storage.lookup(service, u"a"_s).value(), std::optional("ours"_ba));
-        QVERIFY(storage.remove(service, u"a"_s));
-        QVERIFY(!storage.lookup(service, u"a"_s).value());
     }
 
     void callsFromManyThreadsAtOnce()
@@ -128,8 +107,8 @@ private Q_SLOTS:
 
     void aRestartCostsNothing_data()
     {
-        QTest::addColumn<bool>("ofTheBus");
-        QTest::addColumn<bool>("isNoticed"); // by a call in between
+        // isNoticed: by a call in between
+        columns<bool, bool>("ofTheBus", "isNoticed");
         QTest::newRow("of the keyring") << false << true;
         QTest::newRow("of the keyring, between two calls") << false << false;
         QTest::newRow("of the bus") << true << true;
@@ -156,8 +135,8 @@ private Q_SLOTS:
 
     void nothingIsHeldByWhatDoesNotAnswer_data()
     {
-        QTest::addColumn<QString>("situation");
-        QTest::addColumn<int>("problem"); // 0: the system's own
+        // problem: 0: the system's own
+        columns<QString, int>("situation", "problem");
         QTest::newRow("no bus is known") << u"none"_s << int(SecretStorageProblem::NoBus);
         QTest::newRow("the bus is gone") << u"gone"_s << 0;
         QTest::newRow("the bus accepts and says nothing") << u"silent bus"_s << int(SecretStorageProblem::NoAnswer);

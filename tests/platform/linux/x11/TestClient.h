@@ -7,6 +7,8 @@
 
 #include <xcb/shape.h>
 
+#include <array>
+
 namespace lucentra {
 
 /// Windows of one program on the server.
@@ -21,16 +23,8 @@ public:
 
     xcb_window_t addWindow(const QRect &frame, QRgb colour, bool mapped = true)
     {
-        const xcb_window_t window = xcb_generate_id(m_connection.get());
-        const quint32 values[]{colour, 1};
-        xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, window, m_screen->root, qint16(frame.x()),
-                          qint16(frame.y()), quint16(frame.width()), quint16(frame.height()), 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, m_screen->root_visual,
-                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
-        if (mapped)
-            xcb_map_window(m_connection.get(), window);
-        sync();
-        return window;
+        return add(frame, {colour, 0, 1, m_screen->default_colormap}, m_screen->root_depth, m_screen->root_visual,
+                   mapped);
     }
 
     /// A window of 32 bits a pixel: `colour` is premultiplied.
@@ -43,14 +37,7 @@ public:
         }
         const xcb_colormap_t colours = xcb_generate_id(m_connection.get());
         xcb_create_colormap(m_connection.get(), XCB_COLORMAP_ALLOC_NONE, colours, m_screen->root, visual);
-        const xcb_window_t window = xcb_generate_id(m_connection.get());
-        const quint32 values[]{colour, 0, 1, colours};
-        xcb_create_window(m_connection.get(), 32, window, m_screen->root, qint16(frame.x()), qint16(frame.y()),
-                          quint16(frame.width()), quint16(frame.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-                          XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values);
-        xcb_map_window(m_connection.get(), window);
-        sync();
-        return window;
+        return add(frame, {colour, 0, 1, colours}, 32, visual, true);
     }
 
     /// Gives the root window a colour, as a bare desktop has.
@@ -113,6 +100,20 @@ public:
     }
 
 private:
+    xcb_window_t add(const QRect &frame, const std::array<quint32, 4> &values, quint8 depth, xcb_visualid_t visual,
+                     bool mapped)
+    {
+        const xcb_window_t window = xcb_generate_id(m_connection.get());
+        xcb_create_window(m_connection.get(), depth, window, m_screen->root, qint16(frame.x()), qint16(frame.y()),
+                          quint16(frame.width()), quint16(frame.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+                          XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP,
+                          values.data());
+        if (mapped)
+            xcb_map_window(m_connection.get(), window);
+        sync();
+        return window;
+    }
+
     X11Connection m_connection;
     xcb_screen_t *m_screen;
 };
