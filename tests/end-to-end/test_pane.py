@@ -184,30 +184,6 @@ class OnAScreen:
         self.assertEqual(set(self.requests(2)[1]), expected)
         self.screen.do("key Escape")
 
-    def test_a_newer_trigger_drops_the_older_pass(self):
-        answer = {"first": "OLDER", "second": "NEWER"}
-        self.server.queued = [self.later(answer["first"], 1.5), self.later(answer["second"], 8)]
-        pane = self.pane_over_page()
-        pane.double_click()
-        self.requests(1)
-        pane.double_click()
-        self.requests(2)
-        time.sleep(2)  # the first answer has come
-        self.assertFalse({"OLDER", "NEWER"} & set(self.screen.texts()))
-        colours = set()
-        self.assertTrue(eventually(lambda: colours.add(pane.picture().getpixel((260, 6))) or len(colours) > 2, 10),
-                        "the border pulses while the newer pass runs")
-        self.shows("NEWER")
-        self.assertEqual([item["translatedText"] for item in eventually(self.history)], ["\n".join(["NEWER"] * 3)])
-
-    @staticmethod
-    def later(text: str, seconds: float):
-        def answer(server, body):
-            time.sleep(seconds)
-            return 200, chat_server.completion(json.dumps(
-                {"translations": [{"id": block["id"], "text": text} for block in blocks_of(body)]}))
-        return answer
-
     def test_a_refusal_shows_its_card_and_can_be_retried(self):
         self.server.queued = [chat_server.too_many_requests]
         pane = self.pane_over_page()
