@@ -39,29 +39,14 @@ class PlacementTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noiseIsNoBlock_data()
-    {
-        columns<QString, bool>("text", "isBlock");
-        QTest::newRow("hyphens") << u"---"_s << false;
-        QTest::newRow("a bullet and blanks") << u" • "_s << false;
-        QTest::newRow("an emoji") << u"🙂"_s << false;
-        QTest::newRow("I") << u"I"_s << true;
-        QTest::newRow("A") << u"A"_s << true;
-        QTest::newRow("lone x") << u"x"_s << false;
-        QTest::newRow("lone accented letter of two scalars") << u"e\u0301"_s << false;
-        QTest::newRow("a letter with a blank is two characters") << u"x "_s << true;
-        QTest::newRow("kana with a mark of its own") << u"か\u3099"_s << true;
-        QTest::newRow("ideograph") << u"譯"_s << true;
-        QTest::newRow("first of the range: no letter") << u"\u3040"_s << false;
-        QTest::newRow("last of the range") << u"\u9fff"_s << true;
-        QTest::newRow("hangul lies beyond the range") << u"한"_s << false;
-        QTest::newRow("number with a sign") << u"+5"_s << true;
-        QTest::newRow("circled number") << u"①②"_s << true;
-    }
     void noiseIsNoBlock()
     {
-        QFETCH(QString, text);
-        QTEST(!blocksFromObservations({{{text}, {}}}).isEmpty(), "isBlock");
+        const auto isBlock = [](const QString &text) { return !blocksFromObservations({{{text}, {}}}).isEmpty(); };
+        // Signs, a lone letter or number, and what lies before and behind the scripts whose characters are words.
+        for (const QString &noise : {u"---"_s, u" • "_s, u"🙂"_s, u"x"_s, u"e\u0301"_s, u"\u3040"_s, u"한"_s})
+            QVERIFY2(!isBlock(noise), qPrintable(noise));
+        for (const QString &text : {u"I"_s, u"A"_s, u"x "_s, u"か\u3099"_s, u"譯"_s, u"\u9fff"_s, u"+5"_s, u"①②"_s})
+            QVERIFY2(isBlock(text), qPrintable(text));
     }
 
     void theBestCandidateCountsAndOrderStays()
@@ -172,33 +157,27 @@ private Q_SLOTS:
         QTEST(rights, "rights");
     }
 
-    void buttonsAreMasked_data()
-    {
-        // grey: in a capture of twice as many pixels as points
-        columns<QList<QRectF>, QRect>("rects", "grey");
-        QTest::newRow("none") << QList<QRectF>{} << QRect();
-        QTest::newRow("inside") << QList<QRectF>{{10, 10, 20, 10}} << QRect(16, 16, 40, 20);
-        QTest::newRow("over the captured edge: what overlaps") << QList<QRectF>{{0, 0, 12, 12}} << QRect(0, 0, 20, 20);
-        QTest::newRow("in the inset alone") << QList<QRectF>{{0, 0, 2, 100}} << QRect();
-        QTest::newRow("fractions grow to whole pixels") << QList<QRectF>{{10.2, 10.2, 1, 1}} << QRect(16, 16, 3, 3);
-    }
     void buttonsAreMasked()
     {
-        QFETCH(QList<QRectF>, rects);
-        QFETCH(QRect, grey);
-        QImage image(192, 92, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        const QImage masked = maskWindowButtons(image, rects, {100, 50});
-        QRect found;
-        for (int y = 0; y < masked.height(); ++y) {
-            for (int x = 0; x < masked.width(); ++x) {
-                if (masked.pixelColor(x, y) != Qt::white)
-                    found |= QRect(x, y, 1, 1);
+        // The grey is in a capture of twice as many pixels as points.
+        for (const auto &[rect, grey] : {std::pair(QRectF(10, 10, 20, 10), QRect(16, 16, 40, 20)),
+                                         std::pair(QRectF(0, 0, 12, 12), QRect(0, 0, 20, 20)), // over the edge
+                                         std::pair(QRectF(0, 0, 2, 100), QRect()),             // in the inset alone
+                                         std::pair(QRectF(10.2, 10.2, 1, 1), QRect(16, 16, 3, 3))}) {
+            QImage image(192, 92, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            const QImage masked = maskWindowButtons(image, {rect}, {100, 50});
+            QRect found;
+            for (int y = 0; y < masked.height(); ++y) {
+                for (int x = 0; x < masked.width(); ++x) {
+                    if (masked.pixelColor(x, y) != Qt::white)
+                        found |= QRect(x, y, 1, 1);
+                }
             }
+            QCOMPARE(found, grey);
+            if (!grey.isEmpty())
+                QCOMPARE(masked.pixel(grey.center()), qRgb(46, 46, 46));
         }
-        QCOMPARE(found, grey);
-        if (!grey.isEmpty())
-            QCOMPARE(masked.pixel(grey.center()), qRgb(46, 46, 46));
     }
 };
 

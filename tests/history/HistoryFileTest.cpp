@@ -54,26 +54,17 @@ private Q_SLOTS:
         QCOMPARE(encodeHistory({}), QByteArray("[]"));
     }
 
-    void everyTextSurvives_data()
-    {
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
-        row("several lines", u"一\r\n二\u2028三"_s);
-        row("a NUL", u"a\0b"_s);
-        row("emoji of several characters", u"👨‍👩‍👧🏽"_s);
-        row("empty", QString(u""_s));
-        row("long", u"長"_s.repeated(100000));
-        // A broken service may answer with one; the file must stay readable all the same.
-        row("half of a surrogate pair", u"a"_s + QChar(0xD83D) + u'b');
-    }
     void everyTextSurvives()
     {
-        QFETCH(QString, text);
-        const HistoryItem item = newHistoryItem(text, u"x"_s);
-        const auto items = decodeHistory(encodeHistory({item}));
-        QVERIFY(items);
-        QCOMPARE(*items, QList<HistoryItem>{item}); // the time to its last bit, too
-        QVERIFY(qAbs(dateOf(item.timestamp).msecsTo(QDateTime::currentDateTimeUtc())) < 5000);
+        // The last one is half of a surrogate pair: a broken service may answer with one.
+        for (const QString &text : {u"一\r\n二\u2028三"_s, u"a\0b"_s, u"👨‍👩‍👧🏽"_s, QString(u""_s),
+                                    u"長"_s.repeated(100000), u"a"_s + QChar(0xD83D) + u'b'}) {
+            const HistoryItem item = newHistoryItem(text, u"x"_s);
+            const auto items = decodeHistory(encodeHistory({item}));
+            QVERIFY(items);
+            QCOMPARE(*items, QList<HistoryItem>{item}); // the time to its last bit, too
+            QVERIFY(qAbs(dateOf(item.timestamp).msecsTo(QDateTime::currentDateTimeUtc())) < 5000);
+        }
     }
 
     void decoding_data()

@@ -1,5 +1,4 @@
 #include "CalmGlass.h"
-#include "Columns.h"
 #include "FrostedBackdrop.h"
 #include "SoftBlur.h"
 
@@ -98,23 +97,15 @@ private Q_SLOTS:
         QCOMPARE(unknown.pixelColor(3, 3), QColor(Qt::red));
     }
 
-    void textIsLegibleOverAnything_data()
-    {
-        columns<QColor, double, double>("content", "opacity", "contrast");
-        QTest::newRow("white") << QColor(Qt::white) << 0.75 << 7.0;
-        QTest::newRow("black") << QColor(Qt::black) << 0.75 << 14.0;
-        QTest::newRow("yellow") << QColor(Qt::yellow) << 0.75 << 7.0;
-        QTest::newRow("white through thin glass") << QColor(Qt::white) << 0.65 << 4.5;
-        QTest::newRow("white, nothing shines through") << QColor(Qt::white) << 1.0 << 14.0;
-    }
     void textIsLegibleOverAnything()
     {
-        QFETCH(QColor, content);
-        QFETCH(double, opacity);
-        QFETCH(double, contrast);
-        const QImage glass = glassOver(plain(content), opacity);
-        QVERIFY(contrastToText(glass.pixel(100, 60)) >= contrast);
-        QCOMPARE(glass.pixel(3, 3), glass.pixel(100, 60));
+        for (const auto &[content, opacity, contrast] :
+             {std::tuple(Qt::white, 0.75, 7.0), std::tuple(Qt::black, 0.75, 14.0), std::tuple(Qt::yellow, 0.75, 7.0),
+              std::tuple(Qt::white, 0.65, 4.5), std::tuple(Qt::white, 1.0, 14.0)}) {
+            const QImage glass = glassOver(plain(content), opacity);
+            QVERIFY(contrastToText(glass.pixel(100, 60)) >= contrast);
+            QCOMPARE(glass.pixel(3, 3), glass.pixel(100, 60));
+        }
     }
 
     void linesOfTextMelt()

@@ -1,7 +1,6 @@
 // Whether what stands on the pane can be read over what lies beneath, and stands where it belongs.
 
 #include "CapsuleTooltip.h"
-#include "Columns.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
@@ -58,35 +57,30 @@ class ReadabilityTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void noSourceShinesThroughBehindATranslation_data()
-    {
-        columns<QColor, QColor, double>("paper", "ink", "opacity");
-        QTest::newRow("black on white") << QColor(Qt::white) << QColor(Qt::black) << 0.75;
-        QTest::newRow("white on black") << QColor(Qt::black) << QColor(Qt::white) << 0.75;
-        QTest::newRow("black on white, very clear glass") << QColor(Qt::white) << QColor(Qt::black) << 0.2;
-    }
     void noSourceShinesThroughBehindATranslation()
     {
-        QFETCH(QColor, paper);
-        QFETCH(QColor, ink);
-        QFETCH(double, opacity);
-        PaneFixture pane;
-        pane.settings.write(settings::glassOpacity, opacity);
-        pane.notificationCenter.post(notifications::updateGlassOpacity);
-        layOver(pane, paper, ink);
-        const auto spread = [&](const QRect &area) {
-            const auto [least, greatest] = greys(pane.picture(), area);
-            return greatest - least;
-        };
-        const QRect behind = source.adjusted(200, 3, 0, -3); // where a short translation leaves the source uncovered
-        const int clear = spread(behind);
-        QVERIFY(clear > 40);
-        pane.view->addTranslationOverlay(u"短"_s, {280}, source);
-        QVERIFY(spread(behind) < 12);
-        QVERIFY(greys(pane.picture(), behind).second < 110); // white text is seen on it
-        QVERIFY(spread(source.translated(0, 60)) > 40);      // elsewhere the glass is as clear as the user wants it
-        pane.view->clearOverlays();
-        QCOMPARE(spread(behind), clear);
+        for (const auto &[paper, ink, opacity] :
+             {std::tuple(Qt::white, Qt::black, 0.75), std::tuple(Qt::black, Qt::white, 0.75),
+              std::tuple(Qt::white, Qt::black, 0.2)}) { // the last one is very clear glass
+            PaneFixture pane;
+            pane.settings.write(settings::glassOpacity, opacity);
+            pane.notificationCenter.post(notifications::updateGlassOpacity);
+            layOver(pane, paper, ink);
+            const auto spread = [&](const QRect &area) {
+                const auto [least, greatest] = greys(pane.picture(), area);
+                return greatest - least;
+            };
+            const QRect behind =
+                source.adjusted(200, 3, 0, -3); // where a short translation leaves the source uncovered
+            const int clear = spread(behind);
+            QVERIFY(clear > 40);
+            pane.view->addTranslationOverlay(u"短"_s, {280}, source);
+            QVERIFY(spread(behind) < 12);
+            QVERIFY(greys(pane.picture(), behind).second < 110); // white text is seen on it
+            QVERIFY(spread(source.translated(0, 60)) > 40);      // elsewhere the glass is as clear as the user wants it
+            pane.view->clearOverlays();
+            QCOMPARE(spread(behind), clear);
+        }
     }
 
     void nothingSharpShowsThroughCapsuleAndCard()

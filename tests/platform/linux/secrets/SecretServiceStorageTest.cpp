@@ -105,32 +105,25 @@ private Q_SLOTS:
         QCOMPARE(storage.lookupAll(service).value().size(), 6);
     }
 
-    void aRestartCostsNothing_data()
-    {
-        // isNoticed: by a call in between
-        columns<bool, bool>("ofTheBus", "isNoticed");
-        QTest::newRow("of the keyring") << false << true;
-        QTest::newRow("of the keyring, between two calls") << false << false;
-        QTest::newRow("of the bus") << true << true;
-        QTest::newRow("of the bus, between two calls") << true << false;
-    }
     void aRestartCostsNothing()
     {
-        QFETCH(bool, ofTheBus);
-        QFETCH(bool, isNoticed);
-        PrivateKeyring keyring;
-        QVERIFY(keyring.startBus() && keyring.startKeyring());
-        SecretServiceStorage storage;
-        QVERIFY(storage.store(service, u"a"_s, "1"));
-        keyring.stopKeyring();
-        if (ofTheBus)
-            keyring.stopBus();
-        QVERIFY(!isNoticed || !storage.lookup(service, u"a"_s));
-        QVERIFY(!ofTheBus || keyring.startBus());
-        QVERIFY(keyring.startKeyring());
-        const auto found = storage.lookup(service, u"a"_s);
-        QVERIFY2(found, reasonOf(found).constData());
-        QCOMPARE(*found, std::optional("1"_ba));
+        // Of the keyring or of the bus, and noticed by a call in between or not.
+        for (const auto &[ofTheBus, isNoticed] :
+             {std::pair(false, true), std::pair(false, false), std::pair(true, true), std::pair(true, false)}) {
+            PrivateKeyring keyring;
+            QVERIFY(keyring.startBus() && keyring.startKeyring());
+            SecretServiceStorage storage;
+            QVERIFY(storage.store(service, u"a"_s, "1"));
+            keyring.stopKeyring();
+            if (ofTheBus)
+                keyring.stopBus();
+            QVERIFY(!isNoticed || !storage.lookup(service, u"a"_s));
+            QVERIFY(!ofTheBus || keyring.startBus());
+            QVERIFY(keyring.startKeyring());
+            const auto found = storage.lookup(service, u"a"_s);
+            QVERIFY2(found, reasonOf(found).constData());
+            QCOMPARE(*found, std::optional("1"_ba));
+        }
     }
 
     void nothingIsHeldByWhatDoesNotAnswer_data()
