@@ -187,11 +187,11 @@ private Q_SLOTS:
     {
         SettingsFixture m;
         m.show();
-        for (int i = 0; i < 20; ++i) { // the two other tabs, and that of the engines with each of them
+        for (int i = 0; i < 24; ++i) { // the four other tabs, and that of the engines with each of them
             m.texts.setLanguage(i % 2 ? AppLanguage::English : AppLanguage::TraditionalChinese);
             m.settings.write(settings::translationEngine, std::min(i / 2, 7));
             m.view->refresh();
-            m.view->setCurrentIndex(i < 16 ? 1 : i < 18 ? 0 : 2);
+            m.view->setCurrentIndex(i < 16 ? 1 : i < 18 ? 0 : i / 2 - 7);
             QStringList letters;
             for (int each = 0; each < m.view->count(); ++each)
                 letters.append(QKeySequence::mnemonic(m.view->tabText(each)).toString());
