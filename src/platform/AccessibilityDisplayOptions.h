@@ -4,24 +4,24 @@
 
 namespace lucentra {
 
-/// What the user has asked the desktop for, of what concerns drawing.
+/// The desktop's accessibility options that concern drawing.
 struct AccessibilityDisplayOptions
 {
-    bool reduceMotion = false;       ///< nothing moves or fades without need
+    bool reduceMotion = false;       ///< no animations
     bool reduceTransparency = false; ///< surfaces are opaque
 
     bool operator==(const AccessibilityDisplayOptions &) const = default;
 };
 
-/// Knows the desktop's display options while the program runs. Main thread only.
+/// The desktop's display options, followed while the program runs.
 class AccessibilityDisplaySource
 {
 public:
     virtual ~AccessibilityDisplaySource() = default;
 
-    /// The options as they are known now; the defaults until the desktop has answered, and where it has none.
+    /// The current options. The defaults until the desktop has answered, or if it has no such options.
     virtual AccessibilityDisplayOptions options() const = 0;
-    /// Called with the new options whenever they change, until the source goes. Replaces the handler before it.
+    /// Calls the handler with the new options whenever they change. Replaces the previous handler.
     virtual void setChangeHandler(std::function<void(const AccessibilityDisplayOptions &)> changed) = 0;
 };
 

@@ -4,14 +4,14 @@
 
 namespace lucentra {
 
-/// Knows whether translucent windows are blended with what lies beneath them. Main thread only.
+/// Watches whether translucent windows are blended with the windows beneath them.
 class CompositingMonitor
 {
 public:
     virtual ~CompositingMonitor() = default;
 
     virtual bool isComposited() const = 0;
-    /// Called with the new state whenever it changes, until the monitor goes. Replaces the handler before it.
+    /// Calls the handler with the new state whenever it changes. Replaces the previous handler.
     virtual void setChangeHandler(std::function<void(bool)> changed) = 0;
 };
 

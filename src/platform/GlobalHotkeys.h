@@ -9,7 +9,7 @@
 
 namespace lucentra {
 
-/// Tells a hotkey from those of other programs and from the program's own others.
+/// Identifies a hotkey among those of this program and of others.
 struct HotkeyIdentifier
 {
     quint32 signature = 0; ///< four characters, the first in the highest byte
@@ -18,32 +18,32 @@ struct HotkeyIdentifier
     bool operator==(const HotkeyIdentifier &) const = default;
 };
 
-/// Keeps a hotkey registered as long as it lives. It must go before the service that gave it.
+/// Keeps a hotkey registered; destroying it unregisters the hotkey. Must not outlive the service that returned it.
 class HotkeyReference
 {
 public:
     virtual ~HotkeyReference() = default;
 };
 
-/// Why a hotkey was refused, in the numbers that the log's lines tell.
+/// Why a hotkey was refused. The numbers appear in the log.
 namespace hotkeyStatus {
-inline constexpr int taken = -9878;   ///< another program holds it, or this one does already
-inline constexpr int invalid = -9879; ///< there is no such key, or no keyboard to be asked
+inline constexpr int taken = -9878;   ///< registered already, by another program or by this one
+inline constexpr int invalid = -9879; ///< there is no such key, or no keyboard
 } // namespace hotkeyStatus
 
-/// Combinations of keys that reach the program whichever program has the focus. Main thread only.
+/// Key combinations that reach the program whichever program has the focus.
 class GlobalHotkeys
 {
 public:
     virtual ~GlobalHotkeys() = default;
 
-    /// Registers a combination: a virtual key code and hotkey modifiers (VirtualKeys.h). A refusal is a status of
-    /// `hotkeyStatus`, known when this returns.
+    /// Registers a combination of a virtual key code and hotkey modifiers (VirtualKeys.h). The error is one of
+    /// `hotkeyStatus`.
     [[nodiscard]] virtual tl::expected<std::unique_ptr<HotkeyReference>, int>
     registerHotkey(quint32 keyCode, quint32 modifiers, HotkeyIdentifier identifier) = 0;
 
-    /// Called for every press of a registered hotkey, once while it is held down. Replaces the handler before it; an
-    /// empty function removes it. A handler may register and let go of hotkeys.
+    /// Calls the handler for every press of a registered hotkey, not for its repeats. Replaces the previous handler; an
+    /// empty function removes it. A handler may register and unregister hotkeys.
     virtual void setPressedHandler(std::function<void(HotkeyIdentifier)> pressed) = 0;
 };
 

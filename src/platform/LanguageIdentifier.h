@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// Tells in which language texts are written.
+/// Identifies the language that texts are written in.
 class LanguageIdentifier
 {
 public:

@@ -4,15 +4,15 @@
 
 namespace lucentra {
 
-/// The desktop's record of whether it starts the program at login. There is no other record: the user may change it
-/// behind the program's back. Main thread only.
+/// Whether the desktop starts the program at login. The desktop's own record is the only one: the user may change it
+/// without the program.
 class LoginItem
 {
 public:
     virtual ~LoginItem() = default;
 
     virtual bool isEnabled() const = 0;
-    /// A failure's description says why, for the log.
+    /// The failure's description is for the log.
     virtual Result<void> setEnabled(bool enabled) = 0;
 };
 

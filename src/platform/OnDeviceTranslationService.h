@@ -17,48 +17,48 @@ struct LanguagePair
     bool operator==(const LanguagePair &) const = default;
 };
 
-/// What became of one text.
+/// The outcome for one text.
 struct OnDeviceOutcome
 {
     enum class Kind {
         Translated,
-        SameLanguage,    ///< it is in the target language already, or in another kind of Chinese
-        Undetermined,    ///< nobody can say in which language it is
-        UnknownPhrase,   ///< a service has the pair, but not this text
-        NotReady,        ///< a service that may know the text still gathers what it knows; a later try will tell
+        SameLanguage,    ///< the text is in the target language already, or in another kind of Chinese
+        Undetermined,    ///< the language of the text is unknown
+        UnknownPhrase,   ///< a service has the pair, but cannot translate this text
+        NotReady,        ///< a service that may know the text is still building its data; a later try may succeed
         PairUnavailable, ///< no service has the pair
     };
 
     Kind kind = Kind::PairUnavailable;
     QString text;    ///< the translation; empty for every other kind
     QString service; ///< which service made it: its `OnDeviceServiceStatus::name`
-    /// How sure the service is, 0 to 1. Values of different services can be compared, though only roughly: 0.5 is what
-    /// one single source claims.
+    /// Confidence of the service, 0 to 1. Roughly comparable between services: 0.5 is the confidence in a translation
+    /// that a single source gives.
     double confidence = 0;
 
     bool operator==(const OnDeviceOutcome &) const = default;
 };
 
 enum class PairAvailability {
-    Available, ///< perhaps, for a service that isn't ready yet
-    Addable,   ///< it would be, were the packages installed that the status names
+    Available, ///< also for a service that isn't ready yet and may have it
+    Addable,   ///< after installing packages that the status names
     Unavailable
 };
 
-/// What a user may know of a service.
+/// The state of a service, for the user.
 struct OnDeviceServiceStatus
 {
-    QString name;              ///< a short one in Latin letters, the same in every language
-    QList<LanguagePair> pairs; ///< those that are available
+    QString name;              ///< short, in Latin letters, the same in every interface language
+    QList<LanguagePair> pairs; ///< available ones
     QStringList addableBy;     ///< Debian packages that would add pairs or phrases; may be empty
-    /// Whether this system is set up to install programs without their translations, so that they must be let in.
+    /// Whether this system is configured to install programs without their translations.
     bool isStripped = false;
-    bool isGettingReady = false; ///< what it knows is still being gathered
-    qint64 phraseCount = 0;      ///< what it looks up in; 0 for a service that composes
-    qint64 cacheAgeSeconds = -1; ///< how old its cache is; -1 where it has none
+    bool isGettingReady = false; ///< its data is still being built
+    qint64 phraseCount = 0;      ///< stored phrases; 0 for a service that doesn't look phrases up
+    qint64 cacheAgeSeconds = -1; ///< age of its cache; -1 if it has none
 };
 
-/// Translates on this machine, without network. All functions may be called on any thread, several at once.
+/// Translates on this computer, without a network. All functions may be called on any thread, concurrently.
 class OnDeviceTranslationService
 {
 public:
@@ -71,7 +71,7 @@ public:
 
     virtual PairAvailability availability(const LanguagePair &pair) = 0;
 
-    /// One entry a service that stands behind this one.
+    /// One entry per service that this one consists of.
     virtual QList<OnDeviceServiceStatus> status() = 0;
 };
 

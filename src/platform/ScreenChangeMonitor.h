@@ -6,16 +6,16 @@
 
 namespace lucentra {
 
-/// Tells when what other programs show on a part of the screen may have changed. Main thread only.
+/// Reports changes of what other programs show in an area of the screen.
 class ScreenChangeMonitor
 {
 public:
     virtual ~ScreenChangeMonitor() = default;
 
-    /// Watches an area (global points, origin top-left) instead of the one before; an empty one ends the watch, and
-    /// with it all work. `changed` runs on the main thread, once; call `rearm` for the next change.
+    /// Watches an area (global points, origin top-left, y down) in place of the previous one; an empty area ends the
+    /// watch and all work for it. `changed` is called once; call `rearm` for the next change.
     virtual void watch(const QRectF &area, std::function<void()> changed) = 0;
-    /// Asks for the next change after one was reported and dealt with.
+    /// Enables the next report.
     virtual void rearm() = 0;
 };
 

@@ -10,33 +10,33 @@
 
 namespace lucentra {
 
-/// Why a storage did not do what was asked, in `Failure::code`. Other codes, all of them lower, are the system's own.
+/// Why a call failed, as `Failure::code`. Other codes are the system's own and lower.
 enum class SecretStorageProblem {
-    NoAnswer = 9001, ///< it did not answer in time
-    NoBus,           ///< there is no session bus
-    NoService,       ///< nothing on this computer keeps secrets
-    NoSecret,        ///< an item came without its value
-    Locked,          ///< the safe is locked
-    NoKeyring,       ///< there is no safe to store into; the user is asked to make one
+    NoAnswer = 9001, ///< no answer in time
+    NoBus,           ///< no session bus
+    NoService,       ///< no keyring service on this computer
+    NoSecret,        ///< the item has no readable value
+    Locked,          ///< the keyring is locked
+    NoKeyring,       ///< there is no default keyring; the user is asked to create one
 };
 
-/// The desktop's safe for passwords: generic secrets under a service and an account.
+/// The desktop's keyring: generic secrets, each identified by a service and an account.
 ///
-/// Every call blocks, on any thread, and ends within about a second, whatever the service behind it does; after a
-/// time-out, calls fail at once for a while. A locked safe asks the user to unlock it without holding the caller.
-/// A failure's description is the system's own reason and never holds a secret.
+/// Calls block, may be made on any thread, and end within about a second; after a time-out, calls fail at once for a
+/// while. A locked keyring is a failure; the user is asked to unlock it without blocking the caller. A failure's
+/// description is the system's own reason and never contains a secret.
 class SecretStorage
 {
 public:
     virtual ~SecretStorage() = default;
 
-    /// All secrets of a service by account, in one search; empty where there is none.
+    /// All secrets of a service by account.
     virtual Result<QHash<QString, QByteArray>> lookupAll(const QString &service) = 0;
-    /// One secret; nothing where the account has none.
+    /// One secret; nullopt if the account has none.
     virtual Result<std::optional<QByteArray>> lookup(const QString &service, const QString &account) = 0;
-    /// Creates the item or replaces its value.
+    /// Creates the item, or replaces its value.
     virtual Result<void> store(const QString &service, const QString &account, const QByteArray &secret) = 0;
-    /// Removes the item; one that doesn't exist is no failure.
+    /// Removes the item. Succeeds if it doesn't exist.
     virtual Result<void> remove(const QString &service, const QString &account) = 0;
 };
 

@@ -15,7 +15,7 @@ enum class RecognitionLevel { Fast, Accurate };
 
 struct TextRecognitionRequest
 {
-    QStringList languages; ///< BCP 47 tags, the most expected first
+    QStringList languages; ///< BCP 47 tags, most expected first
     RecognitionLevel level = RecognitionLevel::Accurate;
     bool usesLanguageCorrection = true;
     double minimumTextHeight = 0; ///< fraction of the image height; smaller lines are not looked for
@@ -26,24 +26,24 @@ struct TextRecognitionRequest
     std::function<void()> onLinesLeftOut;
 };
 
-/// One line as the recognizer saw it.
+/// One recognized line.
 struct RecognizedTextObservation
 {
-    QStringList candidates; ///< spellings, the best first; may be empty
+    QStringList candidates; ///< readings, best first; may be empty
     QRectF boundingBox;     ///< fractions of the image (0 to 1); origin bottom-left, y upwards
 
     QStringList topCandidates(qsizetype count) const { return candidates.first(qMin(count, candidates.size())); }
     bool operator==(const RecognizedTextObservation &) const = default;
 };
 
-/// Finds and reads the lines of text of an image, on this machine.
+/// Finds and reads the lines of text in an image, on this computer.
 class TextRecognizer
 {
 public:
     virtual ~TextRecognizer() = default;
 
-    /// Blocks until every line is read. Any thread, several at once. The observations come in reading order,
-    /// whichever worker finished first. An image without text is no failure: the list is empty.
+    /// Blocks until every line is read. Any thread, concurrently. The observations are in reading order. Returns an
+    /// empty list for an image without text.
     virtual Result<QList<RecognizedTextObservation>> perform(const TextRecognitionRequest &request,
                                                              const QImage &image) = 0;
 };

@@ -6,10 +6,10 @@
 
 namespace lucentra {
 
-// How hotkeys are stored: a virtual key code names a physical position on the keyboard, whatever the layout prints on
-// it, and modifiers are a mask of flags. Both are the numbers of the desktop that the settings' format comes from.
+// How hotkeys are stored: a virtual key code names a physical position on the keyboard, whatever the layout; modifiers
+// are a mask of flags. The numbers are those of the desktop that the settings' format comes from.
 
-/// Flags of "hotkeyModifiers". The low 16 bits tell of a device and are never stored.
+/// Flags of "hotkeyModifiers". The low 16 bits are device-dependent and never stored.
 namespace modifierFlag {
 inline constexpr quint32 shift = 0x20000;
 inline constexpr quint32 control = 0x40000;
@@ -17,7 +17,7 @@ inline constexpr quint32 option = 0x80000;   ///< Alt
 inline constexpr quint32 command = 0x100000; ///< Super
 } // namespace modifierFlag
 
-/// Modifiers of a registered hotkey, the second numbering of that desktop; log lines tell these.
+/// Modifiers of a registered hotkey, in that desktop's second numbering. They appear in the log.
 namespace hotkeyModifier {
 inline constexpr quint32 command = 0x100;
 inline constexpr quint32 shift = 0x200;
@@ -25,7 +25,7 @@ inline constexpr quint32 option = 0x800;
 inline constexpr quint32 control = 0x1000;
 } // namespace hotkeyModifier
 
-/// Modifier flags as hotkey modifiers; every other bit is ignored.
+/// Converts modifier flags to hotkey modifiers. Other bits are ignored.
 quint32 hotkeyModifiersOfFlags(quint64 flags);
 
 namespace virtualKey {
@@ -34,26 +34,26 @@ inline constexpr quint32 returnKey = 36;
 inline constexpr quint32 escape = 53;
 } // namespace virtualKey
 
-/// The X server's code of a position, as every keyboard on Linux counts them. Nothing for a number that names no key.
+/// The X key code of a position, as every keyboard on Linux counts them. Returns nullopt if the number names no key.
 ///
 /// Keys that the stored numbering lacks (Print, Pause, the conversion keys) have 0x100 plus their X key code, so that
 /// every key of a keyboard has exactly one number either way.
 std::optional<quint8> xKeyCodeOfVirtualKey(quint32 virtualKeyCode);
-/// The other way; nothing for codes below 8, which no key has.
+/// The inverse. Returns nullopt for codes below 8, which no key has.
 std::optional<quint32> virtualKeyOfXKeyCode(quint32 xKeyCode);
 
-/// Whether the position is a modifier, which is no hotkey on its own.
+/// Whether the key is a modifier, which can't be a hotkey on its own.
 bool isModifierKey(quint32 virtualKeyCode);
 
-/// How a key is shown that prints no character of its own ("F5", "Home", "←"); empty for keys whose character depends
-/// on the layout.
+/// The name of a key that prints no character ("F5", "Home", "←"). Empty for keys whose character depends on the
+/// layout.
 QString virtualKeyName(quint32 virtualKeyCode);
 
-/// What an American keyboard prints on a key, for one whose character can't be shown; empty where it has no such key.
+/// The label of a key on an American keyboard, for keys whose character can't be shown. Empty if it has no such key.
 QString americanKeyLabel(quint32 virtualKeyCode);
 
-/// A combination as the user sees it: "⌃", "⌥", "⇧", "⌘" in this order, then the key, upper-cased. Empty where the key
-/// is empty.
+/// A combination as it is stored for display: "⌃", "⌥", "⇧", "⌘" in this order, then the key, upper-cased. Empty if the
+/// key is empty.
 QString hotkeyDisplayString(quint32 flags, const QString &key);
 
 /// Such a combination as this desktop writes it: "Alt+T". Any other text stays as it is.

@@ -6,12 +6,12 @@
 
 namespace lucentra {
 
-/// Lets one process at a time replace a file. The lock is a hidden file beside it, ".<name>.lock", which stays there;
-/// the system releases the lock of a process that ends, however it ends.
+/// Lets one process at a time replace a file. The lock is on a hidden file beside it, ".<name>.lock", which is never
+/// removed. The system releases the lock when the process ends, however it ends.
 class FileLock
 {
 public:
-    /// Waits for the lock, but no longer than given. The folder must exist.
+    /// Waits for the lock at most as long as given. The folder must exist.
     FileLock(const QString &path, std::chrono::milliseconds timeout);
     ~FileLock();
     FileLock(const FileLock &) = delete;

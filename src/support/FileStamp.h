@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// Tells two contents of a file apart without reading them, where each is written as a new file.
+/// Distinguishes two contents of a file without reading them. Each content must be written as a new file.
 struct FileStamp
 {
     quint64 device = 0;

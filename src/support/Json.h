@@ -11,7 +11,7 @@
 
 namespace lucentra {
 
-/// Calls a function with the place and the character of each bracket and comma that is no part of a string.
+/// Calls a function with the position and the character of each bracket and comma outside of strings.
 template <typename Function>
 void forEachJsonMark(QByteArrayView json, Function function)
 {
@@ -32,10 +32,10 @@ void forEachJsonMark(QByteArrayView json, Function function)
 /// which would take many times their size in memory. Of a key that an object repeats, the last value counts.
 std::optional<QJsonDocument> parseJson(const QByteArray &bytes);
 
-/// The value as an array that holds objects only; nothing where it is none.
+/// The value as an array. Returns nullopt if it isn't an array that contains only objects.
 std::optional<QJsonArray> objectsIn(const QJsonValue &value);
 
-/// The first element of an array whose "type" is the given one; `Undefined` where there is none.
+/// The first element of an array with the given "type". `Undefined` if there is none.
 QJsonValue firstOfType(const QJsonValue &array, const QString &type);
 
 /// The compact bytes of an object or array.

@@ -8,21 +8,21 @@
 
 namespace lucentra {
 
-/// The one first-in-first-out queue onto the main thread.
+/// A first-in-first-out queue of tasks for the main thread.
 ///
-/// Workers post what they found; it runs on the thread that made the queue, one task per turn of the event loop, in
-/// the order of posting. A task may post further tasks; they run after those that already wait.
+/// Tasks run on the thread that created the queue, one per turn of the event loop, in the order of posting. A task may
+/// post further tasks.
 class MainQueue : public QObject
 {
 public:
     explicit MainQueue(QObject *parent = nullptr);
     ~MainQueue() override;
 
-    /// Appends a task. Any thread. The task is dropped unrun when the queue is destroyed first.
+    /// Appends a task. Any thread. Tasks that still wait when the queue is destroyed are dropped.
     void post(std::function<void()> task);
 
-    /// Runs tasks until none waits, including those that they post. Main thread only; used when the program quits,
-    /// so that deferred work (a history entry) still counts.
+    /// Runs tasks until none waits, including those that they post. Called when the program quits, so that deferred
+    /// work (a history entry) is completed.
     void drain();
 
 private:

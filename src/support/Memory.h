@@ -2,8 +2,8 @@
 
 namespace lucentra {
 
-/// Gives the system back what has been freed: the allocator keeps it, spread over one heap a thread, so that the
-/// program would seem to grow by what each of its workers has once needed. Takes some milliseconds; any thread.
+/// Returns freed memory to the system. The allocator keeps it in one heap per thread, so the program would otherwise
+/// stay as large as each of its workers once was. Takes some milliseconds; any thread.
 void giveBackFreeMemory();
 
 } // namespace lucentra

@@ -8,24 +8,24 @@
 
 namespace lucentra {
 
-/// 0600: what a file that holds the user's texts or settings lets others do.
+/// The mode of files that contain the user's texts or settings: 0600.
 constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
-/// Makes a file's folder where it is missing, 0700. A failure shows when the file is written.
+/// Creates a file's folder with mode 0700 if it is missing. A failure is noticed when the file is written.
 void createFolderOf(const QString &path);
 
-/// What root makes in a user's folder becomes the user's, who could not read it otherwise. For others it does nothing.
-/// The file is open: its name could lead elsewhere by now.
+/// Gives a file that root creates in another user's folder to that user, who could not read it otherwise. Does nothing
+/// for other users. Works on the open file, since its name could lead elsewhere by now.
 void giveToOwnerOfFolder(const QFileDevice &file);
 void giveToOwnerOf(const QString &folder, int descriptor);
 
-/// Replaces a file whole or not at all: at any moment there is the old content or the new one, which is on the disk
-/// before it takes the old one's place. Mode 0600 from its first byte. A device, pipe or folder is never replaced.
-/// The failure's description is the system's reason, without the path; the old content stays.
+/// Replaces a file atomically; the new content is on the disk before it replaces the old one. The file has mode 0600
+/// from its first byte. Devices, pipes and folders are never replaced. On failure the old content stays, and the
+/// description is the system's reason without the path.
 Result<void> writePrivateFile(const QString &path, const QByteArray &content);
 
-/// Removes the unfinished copies that a process which was killed in `writePrivateFile` has left beside the file. Only
-/// where no other process writes it.
+/// Removes the temporary files that a process left beside the file when it was killed in `writePrivateFile`. No other
+/// process may be writing the file.
 void removeUnfinishedCopies(const QString &path);
 
 } // namespace lucentra

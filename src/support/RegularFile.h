@@ -12,7 +12,8 @@ enum class RegularFileError {
     TooLarge,
 };
 
-/// The content of a foreign file. Nothing that can be put in its place makes the call wait or fills the memory.
+/// The content of a file that others may have made. Never blocks and never reads more than `largest` bytes, whatever is
+/// at the path.
 tl::expected<QByteArray, RegularFileError> readRegularFile(const QString &path, qint64 largest);
 
 } // namespace lucentra

@@ -8,8 +8,8 @@ namespace lucentra {
 
 /// Why an operation failed, as a value.
 ///
-/// `domain` and `code` are what the program acts on; `description` is the sentence for the user, already in the
-/// interface language. None of them ever holds a key, a URL's query, captured text or a file's content.
+/// The program acts on `domain` and `code`; `description` is the sentence for the user, in the interface language. None
+/// of them ever contains a key, a URL's query, captured text or a file's content.
 struct Failure
 {
     QString domain;
@@ -19,7 +19,7 @@ struct Failure
     bool operator==(const Failure &) const = default;
 };
 
-/// A value, or the reason why there is none.
+/// A value, or why there is none.
 template <typename Value>
 using Result = tl::expected<Value, Failure>;
 

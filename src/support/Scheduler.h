@@ -6,20 +6,21 @@
 
 namespace lucentra {
 
-/// A task that waits for its time. Destroying it cancels the task; once the task has run it does nothing.
+/// A task that waits to run. Destroying it cancels the task, or does nothing if the task has run.
 class ScheduledTask
 {
 public:
     virtual ~ScheduledTask() = default;
 };
 
-/// Runs tasks later, on the main thread. Whatever waits for a while goes through it, so that tests can push the clock.
+/// Runs tasks later, on the main thread. All delays go through it, so that tests can use a clock of their own.
 class Scheduler
 {
 public:
     virtual ~Scheduler() = default;
 
-    /// Runs the task once after the delay, unless the returned handle goes first. A task may destroy its own handle.
+    /// Runs the task once after the delay, unless the returned handle is destroyed before. A task may destroy its own
+    /// handle.
     [[nodiscard]] virtual std::unique_ptr<ScheduledTask> after(std::chrono::milliseconds delay,
                                                                std::function<void()> task) = 0;
 };

@@ -9,13 +9,13 @@ namespace lucentra {
 
 /// The login item as an autostart entry of the desktop, "com.tarnby.lucentra.desktop" in the user's autostart folder.
 ///
-/// An entry that the user has switched off by the desktop's own means (hidden, or disabled for autostart) counts as not
-/// enabled, and so does one whose program is gone. One of the whole system is overruled by the user's own.
+/// An entry that the user has disabled in the desktop's own settings (hidden, or disabled for autostart), or whose
+/// program doesn't exist any more, counts as not enabled. The user's entry overrides one of the whole system.
 class AutostartEntry : public LoginItem
 {
 public:
-    /// `configHome` and `systemConfigFolders` are the user's and the system's folders of configuration
-    /// ($XDG_CONFIG_HOME, $XDG_CONFIG_DIRS); `executable` is what is to be started.
+    /// `configHome` and `systemConfigFolders` are $XDG_CONFIG_HOME and $XDG_CONFIG_DIRS; `executable` is the program to
+    /// start.
     AutostartEntry(const QString &configHome, const QStringList &systemConfigFolders, QString executable);
 
     /// For this user and this program.

@@ -13,18 +13,18 @@ class QDBusServiceWatcher;
 
 namespace lucentra {
 
-/// The display options from the desktop portal's settings, asked for without waiting and followed live. Animations
-/// that are switched off (GNOME's and KDE's setting) are reduced motion; the wish for a higher contrast stands for
-/// reduced transparency, for which desktops have no setting of its own. Without a portal the defaults stay.
+/// The display options from the desktop portal's settings, read asynchronously and followed. Disabled animations
+/// (GNOME's and KDE's setting) mean reduced motion; higher contrast means reduced transparency, since desktops have no
+/// setting for that. Without a portal the defaults stay.
 class PortalDisplayOptions : public QObject, public AccessibilityDisplaySource
 {
     Q_OBJECT
 public:
-    /// Asks on a bus, in general the session's; it must outlive this object.
+    /// Uses the given bus, normally the session bus.
     explicit PortalDisplayOptions(const QDBusConnection &bus, QObject *parent = nullptr);
     ~PortalDisplayOptions() override;
 
-    /// Asks on another bus from then on: the former has ended.
+    /// Uses another bus from now on, after the previous one has ended.
     void setBus(const QDBusConnection &bus);
 
     AccessibilityDisplayOptions options() const override { return m_options; }

@@ -30,11 +30,11 @@ SessionBus::~SessionBus() = default;
 
 void SessionBus::lost()
 {
-    m_interval = firstLookInterval;
-    m_look = m_scheduler.after(m_interval, [this] { look(); });
+    m_interval = firstRetryInterval;
+    m_retry = m_scheduler.after(m_interval, [this] { reconnect(); });
 }
 
-void SessionBus::look()
+void SessionBus::reconnect()
 {
     const QString name = u"lucentra-session-%1"_s.arg(++m_connections);
     QDBusConnection connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
@@ -44,8 +44,8 @@ void SessionBus::look()
         return;
     }
     QDBusConnection::disconnectFromBus(name);
-    m_interval = std::min(2 * m_interval, longestLookInterval);
-    m_look = m_scheduler.after(m_interval, [this] { look(); });
+    m_interval = std::min(2 * m_interval, longestRetryInterval);
+    m_retry = m_scheduler.after(m_interval, [this] { reconnect(); });
 }
 
 } // namespace lucentra

@@ -9,38 +9,38 @@
 
 namespace lucentra {
 
-/// The session's bus, which may end and come back: a connection doesn't survive that. While there is no bus, one is
-/// looked for now and then. Main thread only.
+/// The session bus, which may end and come back with a new connection. While there is none, tries to connect again
+/// periodically.
 class SessionBus : public QObject
 {
     Q_OBJECT
 public:
-    /// Between two looks for a bus: at first, and after a while.
-    static constexpr std::chrono::milliseconds firstLookInterval{1000};
-    static constexpr std::chrono::milliseconds longestLookInterval{10000};
+    /// Time between two attempts to connect: at first, and after a while.
+    static constexpr std::chrono::milliseconds firstRetryInterval{1000};
+    static constexpr std::chrono::milliseconds longestRetryInterval{10000};
 
-    /// Connects to the bus that the environment names. The scheduler must outlive this object.
+    /// Connects to the bus that the environment names.
     explicit SessionBus(Scheduler &scheduler);
     ~SessionBus() override;
 
-    /// The present connection, which may have no bus behind it. Not to be kept beyond `returned`.
+    /// The current connection, which may not be connected. Invalid after `returned`.
     QDBusConnection connection() const { return m_connection; }
 
 Q_SIGNALS:
-    /// There is a bus again, with nothing on it that this program has put there.
+    /// There is a new connection. Names and objects must be registered again.
     void returned();
 
 private Q_SLOTS:
     void lost();
 
 private:
-    void look();
+    void reconnect();
 
     Scheduler &m_scheduler;
     QDBusConnection m_connection;
-    int m_connections = 0; ///< how many were made after the first one
-    std::chrono::milliseconds m_interval = firstLookInterval;
-    std::unique_ptr<ScheduledTask> m_look;
+    int m_connections = 0; ///< number of connections after the first one
+    std::chrono::milliseconds m_interval = firstRetryInterval;
+    std::unique_ptr<ScheduledTask> m_retry;
 };
 
 } // namespace lucentra

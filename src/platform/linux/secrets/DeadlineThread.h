@@ -14,23 +14,23 @@
 
 namespace lucentra {
 
-/// One thread that makes blocking GLib calls for others, who wait for each only so long.
+/// A thread that makes blocking GLib calls for other threads, with a time limit per call.
 ///
-/// The calls run one after the other. A call whose time is up is cancelled through its cancellable, and skipped where
-/// it has not begun; it must return soon then, since the next ones wait for it. The thread has a main context of its
-/// own, so that what GLib delivers to a context stays on it.
+/// Calls run one after the other. When its time is up, a call is cancelled through its cancellable, or skipped if it
+/// has not begun. It must return soon after that, since the next calls wait for it. The thread has a main context of
+/// its own for what GLib delivers to a context.
 class DeadlineThread
 {
 public:
-    /// `atEnd` is the last thing that runs on the thread, for what has to be let go where GLib knows it.
+    /// `atEnd` runs last on the thread, to release objects that belong to it.
     explicit DeadlineThread(std::function<void()> atEnd);
-    /// Cancels what runs and waits for its end.
+    /// Cancels the running call and waits for it.
     ~DeadlineThread();
     DeadlineThread(const DeadlineThread &) = delete;
     DeadlineThread &operator=(const DeadlineThread &) = delete;
 
-    /// What the function returned, or nothing when it did not within the limit. Any thread but its own. The function
-    /// may outlive the call by the time that its cancellation takes, so it holds values, no references.
+    /// Returns the function's result, or nullopt if it doesn't return within the limit. Any thread but this one. The
+    /// function may still run for a moment after its cancellation, so it must capture values, not references.
     template <typename Answer>
     std::optional<Answer> call(std::chrono::milliseconds limit, std::function<Answer(GCancellable *)> function)
     {
@@ -44,7 +44,7 @@ public:
         return std::nullopt;
     }
 
-    /// Runs a function when the calls before it are through, without waiting for it.
+    /// Runs a function after the calls before it, without waiting for it.
     void post(std::function<void(GCancellable *)> function) { enqueue(std::move(function)); }
 
 private:

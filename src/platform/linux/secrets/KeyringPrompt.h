@@ -11,16 +11,16 @@
 
 namespace lucentra {
 
-/// What the user is asked for.
+/// What to ask the user for.
 struct KeyringRequest
 {
-    QByteArrayList locked; ///< object paths of keyrings and items to unlock; none: make the default keyring
+    QByteArrayList locked; ///< object paths of keyrings and items to unlock; empty: create the default keyring
 };
 
-/// Has the Secret Service ask the user to unlock a keyring, or to make the first one, without waiting for the user.
+/// Makes the Secret Service ask the user to unlock a keyring, or to create the first one, without waiting for the user.
 ///
-/// The user is asked once at a time, and not again within 30 seconds of a refusal. All on one thread, whose
-/// thread-default main context is iterated between the calls: that is how the end of a prompt is noticed.
+/// There is one prompt at a time, and none within 30 seconds of a refusal. All calls must be on one thread, whose
+/// thread-default main context is iterated between them, so that the end of a prompt is noticed.
 class KeyringPrompt
 {
 public:
@@ -31,11 +31,11 @@ public:
     KeyringPrompt(const KeyringPrompt &) = delete;
     KeyringPrompt &operator=(const KeyringPrompt &) = delete;
 
-    /// Starts the prompt; takes about a second at most. What can't be asked is dropped: the caller's own failure
-    /// says what is missing.
+    /// Starts the prompt; takes about a second at most. Errors are ignored, since the caller's own failure says what is
+    /// missing.
     void ask(GDBusConnection *bus, const KeyringRequest &request, GCancellable *cancel);
 
-    /// The bus is gone, and with it the prompt.
+    /// To be called when the bus has ended, and with it the prompt.
     void forget();
 
 private:

@@ -18,10 +18,10 @@ namespace lucentra {
 
 Failure secretServiceFailure(SecretStorageProblem problem);
 
-/// The calls to the Secret Service, plain and blocking; every one ends soon after its cancellable is cancelled. All on
-/// one thread, whose thread-default main context is iterated between the calls.
+/// Blocking calls to the Secret Service. Each returns soon after its cancellable is cancelled. All calls must be on one
+/// thread, whose thread-default main context is iterated between them.
 ///
-/// One session is kept open. A service that was restarted, or a new bus, only costs the opening of another.
+/// One session is kept open; a new one is opened after a restart of the service or of the bus.
 class SecretServiceClient
 {
 public:
@@ -30,16 +30,16 @@ public:
     SecretServiceClient(const SecretServiceClient &) = delete;
     SecretServiceClient &operator=(const SecretServiceClient &) = delete;
 
-    /// The secrets of a service by account; with an account, of this one alone. Of two items with one account the
-    /// newer counts. Fails rather than leave out what is locked.
+    /// The secrets of a service by account, or only that of the given account. If an account has two items, the newer
+    /// one counts. Fails if any of the items is locked.
     Result<QHash<QString, QByteArray>> search(const QString &service, const std::optional<QString> &account,
                                               GCancellable *cancel);
     Result<void> store(const QString &service, const QString &account, const QByteArray &secret, GCancellable *cancel);
     Result<void> remove(const QString &service, const QString &account, GCancellable *cancel);
 
-    /// True when a call has failed since the last time for something that the user can help with.
+    /// Whether a call has failed since the last prompt for a reason that the user can resolve.
     bool hasQuestion() const { return m_request.has_value(); }
-    /// Has the user asked for it; see `KeyringPrompt::ask`.
+    /// Asks the user to resolve it; see `KeyringPrompt::ask`.
     void askUser(GCancellable *cancel);
 
 private:

@@ -10,16 +10,14 @@ namespace lucentra {
 
 /// The desktop's Secret Service (GNOME Keyring, KWallet, KeePassXC and others) through libsecret.
 ///
-/// An item has the attributes "service" and "account" and lies in the default keyring. The calls run on a thread of
-/// the storage's own, one after the other, and hold nobody for longer than 0.8 seconds, waiting for their turn
-/// included. One that takes longer is cancelled, and for 30 seconds from then on every call fails at once. A locked
-/// keyring is a failure, never an empty answer; the service is then asked to have the user unlock it, once at a time
-/// and not again within 30 seconds of the user's refusal, and the first call after it succeeds. Nothing is ever kept
-/// anywhere else.
+/// Items have the attributes "service" and "account" and are in the default keyring. Calls run one after the other on a
+/// thread of the storage and take at most 0.8 seconds, waiting included. A call that takes longer is cancelled, and
+/// for the next 30 seconds every call fails at once. A locked keyring is a failure, never an empty answer; the user is
+/// then asked to unlock it (see `KeyringPrompt`), and calls succeed after that. Secrets are stored nowhere else.
 class SecretServiceStorage : public SecretStorage
 {
 public:
-    /// Tests push the clock by which calls fail at once.
+    /// The clock of these 30 seconds, for tests.
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
     explicit SecretServiceStorage(Clock clock = &std::chrono::steady_clock::now);

@@ -13,13 +13,13 @@
 
 namespace lucentra {
 
-/// Watches the foreign top-level windows by their damage, and the desktop's picture by the root window's property, on a
-/// connection of its own. A window that is drawn without pause costs one event for every `rearm`.
+/// Watches other programs' top-level windows through XDamage, and the desktop's picture through the root window's
+/// property, on a private connection. A window that is drawn continuously causes one event per `rearm`.
 class X11ChangeMonitor : public ScreenChangeMonitor
 {
 public:
-    /// Connects to $DISPLAY. `ours` are the ids of this program's other connection; `toNative` gives the native
-    /// pixels of an area in points.
+    /// Connects to $DISPLAY. `ours` are the ids of the connection that this program's windows belong to; `toNative`
+    /// converts an area in points to native pixels.
     X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const QRectF &)> toNative);
 
     void watch(const QRectF &area, std::function<void()> changed) override;
@@ -28,7 +28,7 @@ public:
 private:
     struct Watched
     {
-        QRect frame; ///< native, with the border
+        QRect frame; ///< native pixels, including the border
         xcb_damage_damage_t damage = 0;
         bool isDamaged = false;
     };
@@ -45,7 +45,7 @@ private:
     std::unique_ptr<X11EventConnection> m_connection; ///< only while an area is watched
     xcb_atom_t m_desktopPicture = XCB_ATOM_NONE;
     quint8 m_damageEvent = 0;
-    QHash<xcb_window_t, Watched> m_windows; ///< foreign and mapped
+    QHash<xcb_window_t, Watched> m_windows; ///< mapped windows of other programs
     QRect m_area;
     std::function<void()> m_changed;
     bool m_isArmed = false;

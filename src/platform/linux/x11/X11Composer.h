@@ -16,15 +16,15 @@
 
 namespace lucentra {
 
-/// Composes what the screen shows without this program's windows, from the other windows' own pixmaps. Nothing on
-/// the screen changes by it.
+/// Composes the screen's content without this program's windows from the pixmaps of the other windows. The screen
+/// itself doesn't change.
 ///
-/// Blocking calls on a connection of its own; for one thread at a time. Windows that come, go or change meanwhile
-/// cost nothing but their pixels.
+/// Blocking calls on a private connection; one thread at a time. Of windows that appear, vanish or change meanwhile,
+/// pixels may be missing.
 class X11Composer
 {
 public:
-    /// How long after the first redirection the windows' pixmaps may still be empty; measured on servers with and
+    /// How long after the first redirection the windows' pixmaps may still be empty. Measured on servers with and
     /// without a compositor.
     static constexpr std::chrono::milliseconds settlingTime{300};
 
@@ -39,17 +39,17 @@ public:
     /// What the server lacks: names of extensions, or "ARGB32" for a picture format with transparency.
     QStringList missing() const { return m_missing; }
 
-    /// Has the server keep a pixmap of every top-level window, as long as it is wanted. Full-screen programs lose
-    /// their direct path meanwhile, so it is asked for only while the pane is shown.
+    /// Makes the server keep a pixmap of every top-level window. Full-screen programs lose their direct path to the
+    /// screen meanwhile, so this is enabled only while the pane is shown.
     void setRedirecting(bool redirecting);
 
-    /// The viewable windows: those that the window manager lists, and the root's own children.
+    /// See `X11Windows::viewable`.
     QList<X11WindowPlace> viewableWindows();
 
-    /// Whether any window of another program shows in an area (native pixels).
+    /// Whether a window of another program intersects an area (native pixels).
     bool hasForeignWindows(const QRect &area);
 
-    /// An area of the root window (native pixels) as it looks without our windows; null where the server is gone.
+    /// An area of the root window (native pixels) without our windows. Null if the connection is broken.
     QImage compose(const QRect &area);
 
 private:

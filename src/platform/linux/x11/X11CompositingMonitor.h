@@ -5,7 +5,7 @@
 
 namespace lucentra {
 
-/// A compositor is known by the selection that it owns; a connection of its own to $DISPLAY watches it.
+/// Watches the selection that a compositor owns, on a private connection to $DISPLAY.
 class X11CompositingMonitor : public CompositingMonitor
 {
 public:

@@ -14,7 +14,7 @@ struct FreeDeleter
     void operator()(void *memory) const { std::free(memory); }
 };
 
-/// An answer of the X server; freed with its owner.
+/// Owns a reply of the X server.
 template <typename Reply>
 using X11Reply = std::unique_ptr<Reply, FreeDeleter>;
 
@@ -23,10 +23,10 @@ struct X11Disconnect
     void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
 };
 
-/// A private connection to the X server. Closing it frees every resource that was made on it.
+/// A private connection to the X server. Closing it frees every resource that was created on it.
 using X11Connection = std::unique_ptr<xcb_connection_t, X11Disconnect>;
 
-/// The screen of a number, as xcb_connect tells it, of a connection without an error. The connection's own.
+/// The screen with a number that xcb_connect returned. The connection must have no error; it owns the screen.
 inline xcb_screen_t *x11Screen(xcb_connection_t *connection, int number)
 {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -35,7 +35,7 @@ inline xcb_screen_t *x11Screen(xcb_connection_t *connection, int number)
     return screens.data;
 }
 
-/// The atom of a name; none where the server is gone.
+/// The atom of a name, or XCB_ATOM_NONE if the connection is broken.
 inline xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name)
 {
     const auto cookie = xcb_intern_atom(connection, false, uint16_t(std::strlen(name)), name);
@@ -43,7 +43,7 @@ inline xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name)
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
-/// The numbers of a property of 32 bits each; none where there is no such property or `reply` is null.
+/// The 32-bit values of a property. Empty if there is no such property or `reply` is null.
 inline std::vector<uint32_t> x11PropertyValues(const xcb_get_property_reply_t *reply)
 {
     if (!reply || reply->format != 32)
@@ -52,7 +52,7 @@ inline std::vector<uint32_t> x11PropertyValues(const xcb_get_property_reply_t *r
     return {values, values + reply->value_len};
 }
 
-/// Whether a window takes up at least half of another one's width and height. False where either is gone.
+/// Whether a window fills at least half of another one's width and height. False if either doesn't exist any more.
 inline bool x11FillsHalf(xcb_connection_t *connection, xcb_window_t window, xcb_window_t outer)
 {
     const auto windowCookie = xcb_get_geometry(connection, window);

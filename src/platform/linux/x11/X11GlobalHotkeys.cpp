@@ -13,7 +13,7 @@ namespace lucentra {
 
 namespace {
 
-/// A held key repeats as a release and a press at nearly the same time; nobody's finger is that fast. Milliseconds.
+/// A key repeat is a release and a press within this time, in milliseconds; no finger is that fast.
 constexpr quint32 repeatGap = 5;
 
 struct KeySymbolsDeleter
@@ -46,7 +46,7 @@ quint16 firstModifier(quint16 mask, quint16 usual)
     return mask ? quint16(mask & -mask) : usual;
 }
 
-/// Calls the function with every combination of the mask's bits, none of them included.
+/// Calls the function with every subset of the mask's bits, including the empty one.
 void forEachSubset(quint16 mask, const std::function<void(quint16)> &function)
 {
     for (quint16 subset = mask;; subset = quint16((subset - 1) & mask)) {
@@ -98,8 +98,7 @@ X11GlobalHotkeys::ModifierMasks X11GlobalHotkeys::queryModifierMasks()
     ModifierMasks found;
     found.alt = firstModifier(modifiersOf(symbols.get(), mapping.get(), {XK_Alt_L, XK_Alt_R}), usual.alt);
     found.super = firstModifier(modifiersOf(symbols.get(), mapping.get(), {XK_Super_L, XK_Super_R}), usual.super);
-    found.locks =
-        XCB_MOD_MASK_LOCK | modifiersOf(symbols.get(), mapping.get(), {XK_Num_Lock, XK_Scroll_Lock});
+    found.locks = XCB_MOD_MASK_LOCK | modifiersOf(symbols.get(), mapping.get(), {XK_Num_Lock, XK_Scroll_Lock});
     found.locks &= ~quint16(found.alt | found.super | XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL);
     return found;
 }
@@ -124,7 +123,7 @@ tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHo
     const auto key = xKeyCodeOfVirtualKey(keyCode);
     if (!key || !m_connection)
         return tl::unexpected(hotkeyStatus::invalid);
-    // The server lets one connection grab the same combination twice.
+    // The server would let one connection grab the same combination twice.
     const bool isOurs = std::any_of(m_registrations.begin(), m_registrations.end(), [&](const Registration *each) {
         return each->hotkey.key == *key && stateOf(each->hotkey.modifiers) == stateOf(modifiers);
     });
@@ -134,7 +133,7 @@ tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHo
         m_held.insert(*key, std::nullopt);
         m_heldUnseen.insert(*key);
     }
-    m_look = m_scheduler.after(releaseLookInterval, [this] { lookForReleases(); });
+    m_poll = m_scheduler.after(releasePollInterval, [this] { pollReleases(); });
     return std::make_unique<Registration>(*this, Hotkey{*key, modifiers, identifier});
 }
 
@@ -148,8 +147,8 @@ bool X11GlobalHotkeys::grab(quint8 key, quint16 state)
     xcb_connection_t *c = m_connection.get();
     QList<xcb_void_cookie_t> requests;
     forEachSubset(m_masks.locks, [&](quint16 locks) {
-        requests.append(
-            xcb_grab_key_checked(c, false, m_connection.root(), state | locks, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        requests.append(xcb_grab_key_checked(c, false, m_connection.root(), state | locks, key, XCB_GRAB_MODE_ASYNC,
+                                             XCB_GRAB_MODE_ASYNC));
     });
     bool isGranted = true;
     for (const xcb_void_cookie_t request : requests) {
@@ -157,7 +156,7 @@ bool X11GlobalHotkeys::grab(quint8 key, quint16 state)
         isGranted = isGranted && !error;
     }
     if (!isGranted)
-        ungrab(key, state); // those variants that nobody else holds
+        ungrab(key, state); // the variants that were granted
     return isGranted;
 }
 
@@ -167,7 +166,7 @@ void X11GlobalHotkeys::ungrab(quint8 key, quint16 state)
     forEachSubset(m_masks.locks, [&](quint16 locks) {
         last = xcb_ungrab_key_checked(m_connection.get(), key, m_connection.root(), state | locks);
     });
-    // Once this returns, another program can have the combination.
+    // Wait, so that another program can grab the combination once this returns.
     const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), last));
 }
 
@@ -184,7 +183,7 @@ bool X11GlobalHotkeys::isDown(quint8 key)
     return keymap && (keymap->keys[key / 8] & (1U << (key % 8)));
 }
 
-void X11GlobalHotkeys::lookForReleases()
+void X11GlobalHotkeys::pollReleases()
 {
     for (auto key = m_heldUnseen.begin(); key != m_heldUnseen.end();) {
         if (isDown(*key)) {
@@ -195,7 +194,7 @@ void X11GlobalHotkeys::lookForReleases()
         }
     }
     if (!m_heldUnseen.isEmpty())
-        m_look = m_scheduler.after(releaseLookInterval, [this] { lookForReleases(); });
+        m_poll = m_scheduler.after(releasePollInterval, [this] { pollReleases(); });
     m_connection.handlePending();
 }
 
@@ -224,14 +223,14 @@ bool X11GlobalHotkeys::isRepeat(quint8 key, quint32 time)
 
 void X11GlobalHotkeys::keyPressed(quint8 key, quint16 state)
 {
-    // In another group of the layout the server may add modifiers that aren't pressed.
+    // In another group of the layout the server may report modifiers that aren't pressed.
     const quint16 modifiers = state & (XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | m_masks.alt | m_masks.super);
     for (const Registration *each : m_registrations) {
         if (each->hotkey.key == key && stateOf(each->hotkey.modifiers) == modifiers) {
             const HotkeyIdentifier identifier = each->hotkey.identifier;
             if (m_pressed)
                 m_pressed(identifier);
-            return; // the handler may have changed the registrations
+            return; // the handler may have changed m_registrations
         }
     }
 }

@@ -13,17 +13,18 @@
 
 namespace lucentra {
 
-/// Hotkeys as passive key grabs on the root window, on a connection of their own to $DISPLAY.
+/// Hotkeys as passive key grabs on the root window, on a private connection to $DISPLAY.
 ///
-/// A combination is grabbed once for each state of the lock keys (Caps Lock, Num Lock, Scroll Lock where it is a
-/// modifier), so that it works in all of them. A combination that another program holds is refused at once. When the
-/// keyboard or its layout changes, Alt, Super and the lock keys are looked up again. While a key is held down, its
-/// repeats are no presses; a key that is down while its hotkey is registered must be released first.
+/// A combination is grabbed once for each state of the lock keys (Caps Lock, Num Lock, Scroll Lock if it is a
+/// modifier). A combination that another program has grabbed is refused. When the keyboard or its layout changes, Alt,
+/// Super and the lock keys are looked up again. Key repeats are not reported as presses; a key that is down while its
+/// hotkey is registered must be released first.
 class X11GlobalHotkeys : public GlobalHotkeys
 {
 public:
-    /// Between two looks at a key that was down while its hotkey was registered: nobody tells of its release.
-    static constexpr std::chrono::milliseconds releaseLookInterval{50};
+    /// Polling interval for the release of a key that was down while its hotkey was registered; the server doesn't
+    /// report that release.
+    static constexpr std::chrono::milliseconds releasePollInterval{50};
 
     explicit X11GlobalHotkeys(Scheduler &scheduler);
     ~X11GlobalHotkeys() override;
@@ -40,7 +41,7 @@ private:
         HotkeyIdentifier identifier;
     };
     class Registration;
-    /// What the X server's modifiers mean on the keyboard in use: masks.
+    /// The masks of the X server's modifiers on the current keyboard.
     struct ModifierMasks
     {
         quint16 alt = XCB_MOD_MASK_1;
@@ -56,7 +57,7 @@ private:
     void ungrab(quint8 key, quint16 state);
     void release(const Registration *registration);
     bool isDown(quint8 key);
-    void lookForReleases();
+    void pollReleases();
     void handle(const xcb_generic_event_t &event);
     bool isRepeat(quint8 key, quint32 time);
     void keyPressed(quint8 key, quint16 state);
@@ -65,12 +66,12 @@ private:
     Scheduler &m_scheduler;
     X11EventConnection m_connection;
     ModifierMasks m_masks;
-    QList<Registration *> m_registrations; ///< they belong to their owners
-    /// Keys that were pressed, with the server's time of their release where they are no longer down.
+    QList<Registration *> m_registrations; ///< not owned
+    /// Keys that were pressed, with the server's time of their release, or nullopt while they are down.
     QHash<quint8, std::optional<quint32>> m_held;
-    QSet<quint8> m_heldUnseen; ///< those among them whose release the server won't report
+    QSet<quint8> m_heldUnseen;         ///< the keys among them whose release the server won't report
     bool m_hasKeyboardChanged = false; ///< since the modifiers were looked up
-    std::unique_ptr<ScheduledTask> m_look;
+    std::unique_ptr<ScheduledTask> m_poll;
     std::function<void(HotkeyIdentifier)> m_pressed;
 };
 

@@ -11,29 +11,28 @@
 
 namespace lucentra {
 
-/// The hints of EWMH as messages to the window manager, on a connection of its own to $DISPLAY. Without a server or a
-/// window manager nothing happens.
+/// EWMH messages to the window manager, on a private connection to $DISPLAY. Does nothing without a server or a window
+/// manager.
 class X11PaneWindowHints : public PaneWindowHints, private QAbstractNativeEventFilter
 {
 public:
     X11PaneWindowHints();
     ~X11PaneWindowHints() override;
 
-    /// The window must be mapped: the window manager reads these messages for windows that it manages.
+    /// The window must be mapped: the window manager only handles these messages for windows that it manages.
     void apply(const QWindow &window, const PaneWindowPresence &presence) override;
     bool isPointerButtonDown() const override;
-    /// Hears of the pointer by raw events of the X Input Extension 2, which come also while a window manager has
-    /// grabbed it; of keys by the focus that a grab takes from the window for as long as it lasts.
+    /// Uses raw events of the X Input Extension 2, which are reported also while a window manager has grabbed the
+    /// pointer, and focus events, since a keyboard grab takes the focus from the window while it lasts.
     void setHoldHandler(const QWindow &window, std::function<void(bool)> handler) override;
     void endDrag(const QWindow &window) override;
-    /// Whether keys go to the window. Unlike what the toolkit tells, that doesn't change while somebody has grabbed the
-    /// keyboard for a moment.
+    /// Whether keys go to the window. Unlike the toolkit's focus, this doesn't change during a keyboard grab.
     bool hasInputFocus(const QWindow &window) const;
-    /// Keeps a mapped window above others, as the pane is, or no longer.
+    /// Keeps a mapped window above others, like the pane, or stops doing so.
     void setAbove(const QWindow &window, bool isAbove);
-    /// Gives a mapped window the keys, as a task bar would: at the user's own wish. The toolkit's way is refused by
-    /// window managers that guard the focus, since it tells the time of the last key that the toolkit saw, and the
-    /// hotkey isn't among those.
+    /// Activates a mapped window at the user's wish, as a task bar would. Window managers with focus-stealing
+    /// prevention refuse the toolkit's request, since it carries the time of the last key that the toolkit saw, which
+    /// the hotkey isn't.
     void activate(const QWindow &window);
 
 private:
@@ -43,11 +42,11 @@ private:
     void changeState(const QWindow &window, bool isSet, xcb_atom_t first, xcb_atom_t second);
 
     X11EventConnection m_connection;
-    /// The atoms of the window manager's hints. Never filled in without a server.
+    /// The atoms of EWMH; filled in if there is a server.
     std::unique_ptr<xcb_ewmh_connection_t, void (*)(xcb_ewmh_connection_t *)> m_hints;
     /// A connection of its own, so that waiting for a reply never leaves an event in the queue.
     std::unique_ptr<X11EventConnection> m_events;
-    xcb_window_t m_heldWindow = XCB_WINDOW_NONE; ///< the one whose holds are told
+    xcb_window_t m_heldWindow = XCB_WINDOW_NONE; ///< the window of setHoldHandler
     std::function<void(bool)> m_hold;
 };
 

@@ -10,8 +10,8 @@
 
 namespace lucentra {
 
-/// Reads pixmaps into images, through memory that the X server shares with us where it can reach it.
-/// Blocking calls on a connection that somebody else owns; for one thread at a time.
+/// Reads pixmaps into images, by shared memory if the X server supports it. Blocking calls on a connection that the
+/// caller owns; one thread at a time.
 class X11PixmapReader
 {
 public:
@@ -20,7 +20,7 @@ public:
     X11PixmapReader(const X11PixmapReader &) = delete;
     X11PixmapReader &operator=(const X11PixmapReader &) = delete;
 
-    /// A pixmap of 32 bits a pixel from its corner on; null where it can't be read.
+    /// Reads a pixmap of 32 bits per pixel from its top-left corner. Returns a null image on failure.
     QImage read(xcb_pixmap_t pixmap, const QSize &size);
 
 private:
@@ -30,7 +30,7 @@ private:
     xcb_connection_t *m_connection;
     size_t m_size = 0;
     xcb_shm_seg_t m_segment = 0;
-    uchar *m_data = nullptr; ///< null where the server can't reach our memory
+    uchar *m_data = nullptr; ///< null if memory can't be shared
 };
 
 } // namespace lucentra

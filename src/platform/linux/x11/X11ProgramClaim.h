@@ -6,28 +6,28 @@
 
 namespace lucentra {
 
-/// Makes the program the only one on its display, for want of a session bus: by a selection that it owns, whose owner
-/// can be asked to show its pane. Main thread only.
+/// Makes the program the only instance on its display if there is no session bus: the instance owns a selection, and
+/// another start asks the owner to show its pane.
 class X11ProgramClaim
 {
 public:
-    /// Asks the server of $DISPLAY, and takes what nobody has.
+    /// Connects to $DISPLAY and takes the selection if nobody owns it.
     X11ProgramClaim();
     X11ProgramClaim(const X11ProgramClaim &) = delete;
     X11ProgramClaim &operator=(const X11ProgramClaim &) = delete;
 
-    /// Whether another program had it already.
+    /// Whether another instance owns the selection.
     bool isTaken() const { return m_owner != XCB_WINDOW_NONE; }
-    /// Asks that other program to show its pane.
+    /// Asks that instance to show its pane.
     void askToShow();
 
-    /// Another start has asked for the pane.
+    /// Called when another start asks for the pane.
     std::function<void()> onShowAsked;
 
 private:
     X11EventConnection m_connection;
     xcb_atom_t m_selection = XCB_ATOM_NONE;
-    xcb_window_t m_owner = XCB_WINDOW_NONE; ///< another program's
+    xcb_window_t m_owner = XCB_WINDOW_NONE; ///< of the other instance
 };
 
 } // namespace lucentra

@@ -8,7 +8,7 @@
 
 namespace lucentra {
 
-/// The ids that one client's connection gives its resources.
+/// The range of resource ids of one client's connection.
 struct X11ResourceRange
 {
     quint32 base = 0;
@@ -17,38 +17,37 @@ struct X11ResourceRange
     bool contains(quint32 id) const { return mask != 0 && (id & ~mask) == base; }
 };
 
-/// A window as the X server places it: native pixels, origin at the root window's corner, without its border.
+/// The place of a window without its border: native pixels, relative to the root window.
 struct X11WindowPlace
 {
     xcb_window_t window = XCB_WINDOW_NONE;
     QRect frame;
 };
 
-/// A child of the root window: what a compositor works with. Native pixels.
+/// A child of the root window. Native pixels.
 struct X11TopLevel
 {
     xcb_window_t window;
     xcb_visualid_t visual;
-    QPoint origin; ///< outer corner, with the border, in the root window
-    QSize size;    ///< with the border
+    QPoint origin; ///< outer corner, including the border, in the root window
+    QSize size;    ///< including the border
     int border;
     bool isShaped;
     quint16 opacity; ///< 0xffff is opaque
 };
 
-/// Looks at a screen's windows. Blocking calls on a connection that somebody else owns; for one thread at a time.
-/// Windows that come, go or change meanwhile are left out or are as they were a moment ago.
+/// Lists the windows of a screen. Blocking calls on a connection that the caller owns; one thread at a time. Windows
+/// that appear, vanish or change meanwhile may be missing or outdated.
 class X11Windows
 {
 public:
-    /// `ours` are the ids of this program's other connection.
+    /// `ours` are the ids of the connection that this program's windows belong to.
     X11Windows(xcb_connection_t *connection, const xcb_screen_t *screen, X11ResourceRange ours);
 
-    /// The viewable windows: those that the window manager lists, and the root's own children. Also ours.
+    /// The viewable windows, including ours: those that the window manager lists, and the children of the root.
     QList<X11WindowPlace> viewable() const;
 
-    /// The viewable children of the root that lie, at least in part, in an area and hold no window of ours; the
-    /// lowest first.
+    /// The viewable children of the root that intersect an area and contain no window of ours, bottom to top.
     QList<X11TopLevel> foreignTopLevels(const QRect &area) const;
 
 private:

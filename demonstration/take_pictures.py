@@ -2,8 +2,7 @@
 """Pictures of the settings' and the history's windows as users see them, in every language, light and dark, at scales
 1 and 2, to be looked at: take_pictures.py FOLDER [settings|history] [LANGUAGE...]
 
-One contact sheet each of a language, theme and scale lies in the folder, the single pictures in a folder beneath. Not
-a test: what is ugly or cut off is for people to see."""
+Makes one contact sheet per language, theme and scale in the folder, and the single pictures in a folder below it."""
 import json
 import pathlib
 import sys
@@ -11,6 +10,8 @@ import time
 import uuid
 
 from PIL import Image
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "tests" / "end-to-end"))
 
 from desktop import LUCENTRA
 from screen import Screen
