@@ -11,25 +11,25 @@
 
 namespace lucentra {
 
-/// The history as other programs read it, UTF-8. Times are UTC by ISO 8601, to the second. In spreadsheets a text that
-/// would be taken for a formula has an apostrophe in front of it, and for flash cards, which are HTML, texts are
-/// escaped.
+/// Formats of the history for other programs, in UTF-8. Times are ISO 8601 in UTC, to the second. In CSV and TSV an
+/// apostrophe is put before texts that a spreadsheet would take for a formula. TSV is HTML-escaped, since flash cards
+/// are HTML.
 enum class ExportFormat {
-    Csv,  ///< comma-separated with a line of titles: timestamp, original, translation, starred; as of RFC 4180
+    Csv,  ///< RFC 4180 with a header line: timestamp, original, translation, starred
     Json, ///< an array of objects: id, timestamp, originalText, translatedText, isStarred
-    Tsv,  ///< for flash-card programs: original and translation, separated by a tab, without titles
-    Lines ///< for a terminal or a script: as `Tsv`, but with the texts as they are; no file has this format
+    Tsv,  ///< for flash-card programs: original and translation, separated by a tab, without a header
+    Lines ///< for terminals and scripts: like `Tsv` with unchanged texts; not offered for files
 };
 
-/// By its name on the command line and as a file's suffix: "csv", "json", "tsv", in any case.
+/// The format of a name on the command line or of a file's suffix: "csv", "json", "tsv", case-insensitive.
 std::optional<ExportFormat> exportFormat(const QString &name);
 
-/// The format's suffix, as `exportFormat` reads it.
+/// The format's suffix, see `exportFormat`.
 QString exportSuffix(ExportFormat format);
 
 QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format);
 
-/// Writes a file whole or not at all, readable by its owner only. The failure's description is the system's.
+/// Writes a file atomically with mode 0600. The failure's description is the system's.
 Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path);
 
 } // namespace lucentra

@@ -17,67 +17,64 @@ namespace lucentra {
 
 class MainQueue;
 
-/// The list of finished translations, newest first, and its file. Main thread only.
+/// The list of finished translations, newest first, and its file.
 ///
-/// Other processes may change the same file: no entry of theirs is lost, and none that they deleted comes back. Their
-/// changes reach the list with its next own change.
+/// Other processes may change the same file: none of their entries is lost, and none that they deleted comes back.
+/// Their changes are merged into the list with the next change here.
 ///
-/// The file is written after every change, on a thread of its own; there is nothing to save at the end but what is
-/// still waiting, which `finish` and the destructor complete. A failed write is one diagnostic line and is made good
-/// by the next change.
+/// The file is written after every change on a separate thread; `finish` and the destructor wait for pending writes. A
+/// failed write is logged and repeated with the next change.
 class HistoryManager : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Most entries and most bytes of the file, unless that many are starred: starred entries are never dropped. The
-    /// file stays small enough to be read again.
+    /// The maximum number of entries and of bytes in the file. Starred entries are never dropped, so more of them are
+    /// possible.
     static constexpr int maxItems = 1000;
     static constexpr qint64 maxBytes = qint64(64) * 1024 * 1024;
-    /// Most UTF-16 units of a text. The rest of a longer one is not recorded.
+    /// The maximum length of a text in UTF-16 units. Longer texts are cut.
     static constexpr qsizetype maxTextLength = qsizetype(64) * 1024;
 
-    /// The user's file: "Lucentra/history.json" where the desktop keeps the data of programs.
+    /// The user's file: "Lucentra/history.json" in $XDG_DATA_HOME.
     static QString userFilePath();
 
-    /// Creates the file's folder where it is missing, removes what a killed process left unfinished, and reads the
-    /// file. Its list is assigned through the main queue, as it stands. A file that can't be read leaves the history
-    /// empty, with one diagnostic line; of one that is too large the first entries are read. Either is kept beside the
-    /// new one when that is first written. `diagnostics` may be called on the writer's thread, too.
+    /// Creates the file's folder if it is missing, removes temporary files of killed processes, and reads the file. Its
+    /// list is assigned through the main queue. If the file can't be read, the history is empty and a line is logged;
+    /// if it is too large, its first entries are read. In both cases the file is renamed before a new one is written.
+    /// `diagnostics` may also be called on the writer's thread.
     HistoryManager(const QString &filePath, MainQueue &mainQueue, std::function<void(const QString &)> diagnostics,
                    QObject *parent = nullptr);
     ~HistoryManager() override;
 
     const QList<HistoryItem> &history() const { return m_history; }
 
-    // An operation before the main queue has assigned the file's list assigns it first: a translation that finishes
-    // early is compared with the newest entry of the file and goes on top of it, and no change is ever overwritten by
-    // the list's late arrival.
+    // An operation before the main queue has assigned the file's list assigns it first. So an early translation is
+    // compared with the newest entry of the file, and no change is overwritten by the assignment.
 
-    /// Records a translation, through the main queue, so that the caller's work comes first. Does nothing where the
-    /// newest entry has the same two texts; entries that still wait for the queue don't count. A text that is too long
-    /// is cut, with a diagnostic line.
+    /// Records a translation through the main queue, after the caller's work. Does nothing if the newest entry, not
+    /// counting those that wait in the queue, has the same two texts. A text that is too long is cut and logged.
     void add(const QString &originalText, const QString &translatedText);
     void toggleStar(const QUuid &id);
-    /// The removed entry, or nothing where none has the id.
+    /// Removes an entry and returns it, or nullopt if none has the id.
     std::optional<HistoryItem> deleteItem(const QUuid &id);
     /// Removes the entries without a star and returns them, newest first.
     QList<HistoryItem> clearUnstarred();
-    /// Puts deleted entries back at the places that their times tell; those that are there already are left out.
+    /// Puts deleted entries back in the order of their times. Entries that exist are left out.
     void restore(const QList<HistoryItem> &items);
 
-    /// While paused, `add` records nothing. It ends with the program.
+    /// While paused, `add` records nothing. Not stored.
     void setPaused(bool isPaused) { m_isPaused = isPaused; }
     bool isPaused() const { return m_isPaused; }
 
-    /// True once, for whoever tells the user, where the file could not be read.
+    /// Whether the file could not be read; true only at the first call, for the caller that shows a notice.
     bool takeUnreadableNotice() { return std::exchange(m_wasUnreadable, false); }
 
-    /// Records what was added, and blocks until the file is written.
+    /// Records pending entries and blocks until the file is written.
     void finish();
 
 Q_SIGNALS:
-    /// The list is another one now.
+    /// The list has changed.
     void changed();
 
 private:
@@ -92,8 +89,8 @@ private:
     MainQueue &m_mainQueue;
     const std::function<void(const QString &)> m_diagnostics;
     QList<HistoryItem> m_history;
-    std::optional<QList<HistoryItem>> m_loaded; ///< read, but not yet assigned
-    std::deque<HistoryItem> m_waiting;          ///< added, but not yet in the list
+    std::optional<QList<HistoryItem>> m_loaded; ///< read but not yet assigned
+    std::deque<HistoryItem> m_waiting;          ///< added but not yet in the list
     bool m_isPaused = false;
     bool m_wasUnreadable = false;
     HistoryWriter m_writer;

@@ -8,7 +8,8 @@
 
 namespace lucentra {
 
-/// What this process did to an entry that its file doesn't show yet. An entry that is in the list no more was removed.
+/// A change of an entry by this process that isn't in the file yet. An altered entry that isn't in the list was
+/// removed.
 enum class HistoryChange {
     Added,  ///< recorded, or put back after it was deleted
     Altered ///< starred, unstarred or removed
@@ -16,13 +17,14 @@ enum class HistoryChange {
 
 using HistoryChanges = QHash<QUuid, HistoryChange>;
 
-/// This process's list with what other processes did to the file meanwhile: their new entries are at the places that
-/// their times give them, what they deleted is gone, and their stars count where this process changed none.
+/// Merges this process's list with the changes that other processes made to the file: their new entries are inserted by
+/// time, entries that they deleted are removed, and their stars apply to entries that this process hasn't changed.
 QList<HistoryItem> mergedHistory(const QList<HistoryItem> &own, const HistoryChanges &changes,
                                  const QList<HistoryItem> &inFile);
 
-/// Drops unstarred entries until the list keeps the limits of `HistoryManager`, and returns what was dropped. Above the
-/// number the oldest go. Above the size the longest go, so that no long entry costs the place of many short ones.
+/// Drops unstarred entries until the list is within the limits of `HistoryManager`, and returns the dropped ones. For
+/// the number of entries the oldest are dropped; for the size the longest, so that a long entry doesn't displace many
+/// short ones.
 QList<QUuid> trimHistory(QList<HistoryItem> &items);
 
 } // namespace lucentra

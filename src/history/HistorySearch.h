@@ -17,13 +17,12 @@ struct TextRange
     bool operator==(const TextRange &) const = default;
 };
 
-/// Finds a text in the entries' originals and translations: as a part of them, as typed (blanks count), whatever the
-/// case of its letters ("ss" finds "ß") and however its accents are encoded. Which letters are cases of each other is
-/// the locale's business (a Turkish I and ı).
+/// Searches the originals and translations of entries for a text. Blanks count; case ("ss" finds "ß") and the encoding
+/// of accents don't. Case depends on the locale (Turkish I and ı).
 class HistorySearch
 {
 public:
-    /// An empty text is found everywhere.
+    /// An empty text matches every entry.
     explicit HistorySearch(QString text = {}, const QLocale &locale = QLocale::system());
 
     const QString &text() const { return m_text; }
@@ -31,12 +30,11 @@ public:
 
     bool matches(const HistoryItem &item) const;
 
-    /// What `matchesFolded` compares with: both texts without what doesn't count. It is worth keeping where the same
-    /// entries are searched again and again.
+    /// The folded texts of an entry for `matchesFolded`, to be cached if the same entries are searched repeatedly.
     QString folded(const HistoryItem &item) const;
     bool matchesFolded(const QString &folded) const { return folded.contains(m_folded); }
 
-    /// Where the text is found, without overlaps, in whole user-perceived characters.
+    /// The matches in a text, without overlaps, extended to whole user-perceived characters.
     QList<TextRange> rangesIn(const QString &text) const;
 
 private:

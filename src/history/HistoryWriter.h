@@ -16,34 +16,33 @@
 
 namespace lucentra {
 
-/// Brings snapshots of the history to its file, one after the other on a thread of its own, together with what other
-/// processes wrote there meanwhile. Snapshots that arrive while one is being written are merged: only the newest of
-/// them is written next.
+/// Writes snapshots of the history to its file on a separate thread, merged with what other processes wrote meanwhile.
+/// If several snapshots arrive while one is being written, only the newest is written.
 ///
-/// A file that can't be read, or only in part, is moved out of the way instead of being replaced.
+/// A file that can't be read, or only in part, is renamed instead of being replaced.
 class HistoryWriter
 {
 public:
-    /// A list with the other processes' changes in it, and the changes of this process that aren't in it yet.
+    /// A list that includes other processes' changes, and the changes of this process that it doesn't include yet.
     struct Merged
     {
         QList<HistoryItem> items;
         HistoryChanges changes;
     };
 
-    /// `diagnostics` gets one line for each failed write, and `onMerged` is called when other processes had changed the
-    /// file; both on the writer's thread.
+    /// `diagnostics` is called for each failed write, and `onMerged` after merging other processes' changes; both on
+    /// the writer's thread.
     HistoryWriter(QString path, std::function<void(const QString &)> diagnostics, std::function<void()> onMerged);
-    /// Completes what is to be written.
+    /// Waits for pending writes.
     ~HistoryWriter();
 
-    /// The changes are those since the last snapshot. What could not be written goes out with the next one.
+    /// Writes a snapshot; `changes` are those since the last one. If writing fails, they are kept for the next one.
     void write(QList<HistoryItem> snapshot, const HistoryChanges &changes);
-    /// Whether something could not be written and nothing is being written now.
+    /// Whether the last write failed and none is pending.
     bool hasFailed();
-    /// What was written last, if other processes had changed the file by then and it wasn't taken yet.
+    /// The list that was written last, if it includes other processes' changes and wasn't taken yet.
     std::optional<Merged> takeMerged();
-    /// Blocks until everything given so far is written or has failed.
+    /// Blocks until all snapshots so far are written or have failed.
     void finish();
 
 private:
@@ -69,10 +68,10 @@ private:
     const QString m_path;
     const std::function<void(const QString &)> m_diagnostics;
     const std::function<void()> m_onMerged;
-    // What was written last, and how to tell that it is still there. On the writer's thread only.
+    // The list that was written last, and the file's stamp after that. On the writer's thread only.
     QList<HistoryItem> m_written;
     FileStamp m_stamp;
-    std::mutex m_mutex; // guards the rest
+    std::mutex m_mutex; // guards what follows
     std::optional<QList<HistoryItem>> m_pending;
     QHash<QUuid, NumberedChange> m_unwritten;
     std::optional<QList<HistoryItem>> m_merged;

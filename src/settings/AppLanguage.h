@@ -15,17 +15,17 @@ inline constexpr std::array allAppLanguages{
     AppLanguage::System,  AppLanguage::TraditionalChinese, AppLanguage::SimplifiedChinese,
     AppLanguage::English, AppLanguage::Japanese,           AppLanguage::Korean};
 
-/// What is stored under `settings::appLanguage`: "system", or the code of the language's string table.
+/// The stored value of `settings::appLanguage`: "system", or the code of the language's string table.
 QString rawValue(AppLanguage language);
 
-/// Exact matches only; everything else is `System`.
+/// The language with exactly this raw value, or `System`.
 AppLanguage appLanguageFromRawValue(const QString &value);
 
-/// Key of the language's name in the language picker.
+/// The text key of the language's name in the language picker.
 QString pickerLabelKey(AppLanguage language);
 
-/// The nearest language that has a string table ("zh-Hans", "zh-Hant", "ja", "ko" or "en") for a BCP 47 tag. Chinese
-/// without a sign of the simplified script is traditional; a language without a table is English.
+/// The language with a string table ("zh-Hans", "zh-Hant", "ja", "ko" or "en") that is nearest to a BCP 47 tag. Chinese
+/// is traditional unless the tag names the simplified script, mainland China or Singapore. The fall-back is English.
 QString supportedLanguageCode(const QString &tag);
 
 } // namespace lucentra

@@ -35,8 +35,8 @@ void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged
 {
     unregisterHotkeys();
     m_isRegistered = true;
-    m_carbonHotKeyRef = registerToggleHotkey();
-    m_translateHotKeyRef = registerTranslateHotkey();
+    m_toggleRegistration = registerToggleHotkey();
+    m_translateRegistration = registerTranslateHotkey();
     m_hotkeys.setPressedHandler([this](HotkeyIdentifier identifier) { handlePressed(identifier); });
     tellStoredCombination(onHotkeyDisplayChanged);
     // Installing it again is no second monitor: it moves to the front.
@@ -54,8 +54,8 @@ void HotkeyManager::tellStoredCombination(const DisplayChanged &onHotkeyDisplayC
 void HotkeyManager::unregisterHotkeys()
 {
     m_hotkeys.setPressedHandler({});
-    m_carbonHotKeyRef.reset();
-    m_translateHotKeyRef.reset();
+    m_toggleRegistration.reset();
+    m_translateRegistration.reset();
     m_isRegistered = false;
 }
 

@@ -9,16 +9,14 @@ namespace lucentra {
 class LoginItem;
 class MainQueue;
 
-/// Switches the start at login on and off for a toggle of the settings window. The desktop's own record is the only
-/// one; no setting is stored. Main thread only.
+/// Switches the start at login on and off for a toggle in the settings window. Only the desktop stores the state.
 class LaunchAtLogin
 {
 public:
-    /// What is referred to must outlive it.
     LaunchAtLogin(LoginItem &item, MainQueue &mainQueue, DiagnosticLine diagnostics);
 
     bool isEnabled() const;
-    /// Where that fails the log has a line, and `correct` is called later with the state that is really in force.
+    /// On failure logs a line and calls `correct` later with the actual state.
     void setEnabled(bool enabled, std::function<void(bool isEnabled)> correct);
 
 private:

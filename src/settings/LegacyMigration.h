@@ -8,22 +8,22 @@ namespace lucentra {
 
 class SettingsStore;
 
-/// Where the program's former version may have left its data, and where this one keeps its own.
+/// Where a former version of the program may have left its data, and where this one stores its own.
 struct LegacyFolders
 {
-    QString home;       ///< the user's real home folder, whatever the environment says
-    QString configHome; ///< of this desktop's preferences
-    QString dataHome;   ///< of this desktop's data
+    QString home;       ///< the user's home folder from the user database, not from the environment
+    QString configHome; ///< of preferences on this desktop
+    QString dataHome;   ///< of data on this desktop
 
     static LegacyFolders ofUser();
 };
 
-/// Copies what the former version has left and this one lacks: the history file while there is none, and each setting
-/// while its key is absent; the first source that has something wins. API keys are never copied, and nothing changes at
-/// the old places, so that it may run at every start.
+/// Copies a former version's data that this version lacks: the history file if there is none, and each setting whose
+/// key is absent. The first source that has the data wins. API keys are never copied, and the sources never change, so
+/// this may run at every start.
 ///
-/// Sources that are missing, unreadable, no regular file, too large or malformed are skipped; only a history file that
-/// can't be copied is a line in the log. Blocks for as long as a few small files are read.
+/// Sources that are missing, unreadable, no regular file, too large or malformed are skipped; a history file that can't
+/// be copied is logged. Blocks while a few small files are read.
 void migrateLegacyData(SettingsStore &settings, const QString &historyFile, const LegacyFolders &folders,
                        const DiagnosticLine &diagnostics);
 

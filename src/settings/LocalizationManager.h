@@ -15,45 +15,44 @@ namespace lucentra {
 class NotificationCenter;
 class SettingsStore;
 
-/// The interface language: the user's choice, the texts in it, and the target language that may follow it.
+/// The interface language, the texts in it, and the target language that may follow it.
 ///
-/// Every text that a user sees is looked up here with its Traditional Chinese wording as the key. The lookups and
-/// `resolvedLanguageCode` may be called from any thread, everything else on the main thread.
+/// Every visible text is looked up here; its key is the Traditional Chinese text. The lookups and
+/// `resolvedLanguageCode` may be called on any thread.
 class LocalizationManager
 {
 public:
-    /// Takes the language from the settings and writes nothing. `tablesFolder` holds the compiled string tables (see
-    /// `stringTablesFolder`); `preferredLanguages` are the system's, BCP 47 tags, the most preferred first
-    /// (`QLocale::system().uiLanguages()`). The store and the centre must outlive the manager.
+    /// Reads the language from the settings. `tablesFolder` contains the compiled string tables (see
+    /// `stringTablesFolder`); `preferredLanguages` are the system's languages as BCP 47 tags, most preferred first
+    /// (`QLocale::system().uiLanguages()`).
     LocalizationManager(SettingsStore &settings, NotificationCenter &notifications, const QString &tablesFolder,
                         QStringList preferredLanguages);
 
     AppLanguage language() const { return m_language; }
 
-    /// Stores a new language and posts "AppLanguageDidChange"; the current one again does nothing.
+    /// Stores the language and posts "AppLanguageDidChange". Does nothing if it is the current one.
     void setLanguage(AppLanguage language);
 
-    /// The text for a key in the interface language; the English one, else the key, where it is missing.
+    /// The text for a key in the interface language; if that is missing, the English text; if that is missing, the key.
     QString localized(const QString &key) const;
 
-    /// The looked-up pattern with `%@` (a text) and `%d` (a whole number) filled by position, numbers in the interface
-    /// language's own form; see `fillPattern`.
+    /// Looks up a pattern and replaces `%@` (a text) and `%d` (a whole number) by the arguments; see `fillPattern`.
     template <typename... Arguments>
     QString formatted(const QString &key, const Arguments &...arguments) const
     {
         return fillPattern(localized(key), {PatternArgument(arguments)...}, QLocale(resolvedLanguageCode()));
     }
 
-    /// The code of a language's texts and numbers. `System` is the system's most preferred language as far as there is
-    /// a table for it, "en" where the system prefers none.
+    /// The code of the language in which texts and numbers are shown. `System` is the language nearest to the system's
+    /// most preferred one, or "en" if the system has no preference.
     QString resolvedLanguageCode(AppLanguage language) const;
     QString resolvedLanguageCode() const { return resolvedLanguageCode(m_language); }
 
-    /// The target language that goes with an interface language: "zh-Hans", "zh-Hant", "ja", "ko" or "en".
+    /// The target language for an interface language: "zh-Hans", "zh-Hant", "ja", "ko" or "en".
     QString targetCode(AppLanguage language) const;
 
-    /// Lets the target language follow the stored interface language, unless the user has switched that off. Returns
-    /// the code that it wrote.
+    /// Sets the target language to that of the stored interface language, unless the user has disabled that. Returns
+    /// the code that it wrote, or nullopt.
     std::optional<QString> syncTargetLanguage();
 
 private:

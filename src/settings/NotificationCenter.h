@@ -8,36 +8,36 @@
 
 namespace lucentra {
 
-/// Tells whoever observes a name that something happened under it. Main thread only.
+/// Posts named notifications to their observers.
 class NotificationCenter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What an observer runs; the value is the notification's own, invalid where it has none.
+    /// The function of an observer. The value is that of the notification, invalid if it has none.
     using Callback = std::function<void(const QVariant &value)>;
 
-    /// Runs the callbacks of the name before it returns, in the order in which they began to observe.
+    /// Calls the observers of the name in the order of their registration.
     void post(QLatin1StringView name, const QVariant &value = {});
 
-    /// Observes a name until the context is destroyed. A callback may post, observe and destroy its own context.
+    /// Observes a name until the context is destroyed. A callback may post, observe and destroy its context.
     void observe(QLatin1StringView name, QObject *context, Callback callback);
 
 Q_SIGNALS:
     void posted(QLatin1StringView name, const QVariant &value);
 };
 
-/// The names, with the value that comes along.
+/// The names, and the type of their values.
 namespace notifications {
 
 using namespace Qt::StringLiterals;
 
-inline constexpr auto targetLanguageChanged = "TargetLanguageChanged"_L1;                   ///< the new code, a text
-inline constexpr auto translationClickGestureChanged = "TranslationClickGestureChanged"_L1; ///< the new number
-inline constexpr auto updateNeonBorder = "UpdateNeonBorder"_L1;                             ///< nothing
-inline constexpr auto updateGlassOpacity = "UpdateGlassOpacity"_L1;                         ///< nothing
-inline constexpr auto updateGlobalHotkey = "UpdateGlobalHotkey"_L1;                         ///< nothing
-inline constexpr auto appLanguageDidChange = "AppLanguageDidChange"_L1;                     ///< nothing
+inline constexpr auto targetLanguageChanged = "TargetLanguageChanged"_L1;                   ///< QString: the new code
+inline constexpr auto translationClickGestureChanged = "TranslationClickGestureChanged"_L1; ///< qint64: the new value
+inline constexpr auto updateNeonBorder = "UpdateNeonBorder"_L1;                             ///< none
+inline constexpr auto updateGlassOpacity = "UpdateGlassOpacity"_L1;                         ///< none
+inline constexpr auto updateGlobalHotkey = "UpdateGlobalHotkey"_L1;                         ///< none
+inline constexpr auto appLanguageDidChange = "AppLanguageDidChange"_L1;                     ///< none
 
 } // namespace notifications
 

@@ -12,20 +12,20 @@
 
 namespace lucentra {
 
-/// The file behind the settings: one JSON object, replaced as a whole, shared with other processes.
+/// The file of the settings: one JSON object, replaced atomically, shared with other processes.
 class PreferencesFile
 {
 public:
-    /// Reads the file now. One that is no JSON object is kept aside.
+    /// Reads the file. If it isn't a JSON object, it is kept under another name.
     PreferencesFile(QString path, DiagnosticLine diagnostics);
 
-    /// What the file holds at this moment. A file that has become unreadable since keeps its last content. Any thread;
-    /// never waits for `apply`.
+    /// The current content of the file, or its last content if it has become unreadable. Any thread; never waits for
+    /// `apply`.
     QJsonObject values();
 
-    /// Sets (or, by `Undefined`, removes) the keys in whatever the file holds at this moment, alone among all
-    /// processes. False, after a diagnostic line, when that is impossible; the file is then as it was. Waits for the
-    /// disk, and up to 2 seconds for another process. One thread at a time.
+    /// Sets the keys in the current content of the file, or removes those whose value is `Undefined`, while no other
+    /// process writes it. On failure logs a line, returns false and leaves the file unchanged. Waits for the disk, and
+    /// up to 2 seconds for another process. One thread at a time.
     bool apply(const QHash<QString, QJsonValue> &changes);
 
 private:
@@ -45,9 +45,9 @@ private:
     const QString m_path;
     const DiagnosticLine m_diagnostics;
     bool m_hasReportedFailure = false;
-    std::mutex m_mutex; // guards the rest
+    std::mutex m_mutex; ///< guards what follows
     QJsonObject m_values;
-    std::optional<FileStamp> m_stamp; ///< of what was read last
+    std::optional<FileStamp> m_stamp; ///< of the content that was read last
 };
 
 } // namespace lucentra

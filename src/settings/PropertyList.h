@@ -5,11 +5,11 @@
 
 namespace lucentra {
 
-/// The texts, numbers and booleans at the top of a property list, an XML or a binary one; empty where it is malformed
-/// or its top is no dictionary. Values of other kinds are left out: no setting has one.
+/// The texts, numbers and booleans of the top-level dictionary of an XML or binary property list. Values of other types
+/// are left out, since no setting has one. Returns an empty map if the list is malformed or not a dictionary.
 ///
-/// A list that is deeper or would become larger in memory than preferences ever are is refused before it is read, so
-/// that a hostile file of some kilobytes costs neither time nor memory.
+/// A list that is nested deeper or would take more memory than preferences ever do is rejected before it is read, so
+/// that a small hostile file costs neither time nor memory.
 QJsonObject readPropertyList(const QByteArray &content);
 
 } // namespace lucentra

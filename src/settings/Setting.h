@@ -12,7 +12,7 @@ template <typename Value>
 concept SettingValue = std::same_as<Value, QString> || std::same_as<Value, qint64> || std::same_as<Value, double> ||
     std::same_as<Value, bool>;
 
-/// How a default is written down: a constant text is a view, everything else is itself.
+/// The type of a setting's default: a view for texts, else the value's own type.
 template <SettingValue Value>
 struct SettingDefault
 {
@@ -24,11 +24,11 @@ struct SettingDefault<QString>
     using Type = QStringView;
 };
 
-/// Which stored numbers count.
+/// Which stored numbers are valid.
 enum class StoredNumbers { All, PositiveOnly };
 
-/// A setting: its key, its type (`QString`, `qint64`, `double` or `bool`) and the value in force while nothing is
-/// stored. With `PositiveOnly` the default also stands in for a stored number that is not greater than 0.
+/// A setting: its key, its type (`QString`, `qint64`, `double` or `bool`) and the default. With `PositiveOnly` the
+/// default also applies if the stored number is not greater than 0.
 template <SettingValue Value>
 struct Setting
 {

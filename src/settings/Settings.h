@@ -4,8 +4,8 @@
 
 #include <array>
 
-/// Every setting of the program: the one place of the keys and of the defaults. What other parts must learn at once
-/// when it changes has a notification, see NotificationCenter.h.
+/// The keys and defaults of all settings. Settings whose changes take effect at once have a notification, see
+/// NotificationCenter.h.
 namespace lucentra::settings {
 
 using namespace Qt::StringLiterals;
@@ -31,8 +31,8 @@ inline constexpr Setting<QString> anthropicModel{"anthropicModel"_L1, u"claude-s
 inline constexpr Setting<QString> compatibleBaseURL{"compatibleBaseURL"_L1, u"https://openrouter.ai/api/v1"};
 inline constexpr Setting<QString> compatibleModel{"compatibleModel"_L1, u"~openai/gpt-latest"};
 
-/// Consent to send text to a remote engine, by the engine's raw value (1 to 7). Any other value has no consent: its
-/// setting has no key, reads false and drops what is written.
+/// The consent to send text to a remote engine, given by its raw value (1 to 7). For any other value the setting has no
+/// key, reads as false and drops writes.
 constexpr Setting<bool> consentKey(qint64 engineRawValue)
 {
     constexpr std::array keys{
@@ -47,7 +47,7 @@ constexpr Setting<bool> consentKey(qint64 engineRawValue)
 
 // Triggers
 
-/// 0: translate by itself after the pane was moved or resized; 1: only on a click, a button or the hotkey.
+/// 0: translate automatically after the pane was moved or resized; 1: only on a click, a button or the hotkey.
 inline constexpr Setting<qint64> triggerMode{"triggerMode"_L1, 0};
 /// 0: a single click on the pane translates; any other value: a double click.
 inline constexpr Setting<qint64> translationClickGesture{"translationClickGesture"_L1, 1};
@@ -58,11 +58,11 @@ inline constexpr Setting<qint64> translationClickGesture{"translationClickGestur
 inline constexpr Setting<QString> neonBorderColor{"neonBorderColor"_L1, u"white"};
 /// Opacity of the pane's backdrop, a fraction.
 inline constexpr Setting<double> glassOpacity{"glassOpacity"_L1, 0.75, StoredNumbers::PositiveOnly};
-/// Size of translated text in points where it is not fitted to its block, as the pane lays it out.
+/// Size of translated text in points if it is not fitted to its block. The default is that of the pane.
 inline constexpr Setting<double> fontSize{"fontSize"_L1, 22, StoredNumbers::PositiveOnly};
-/// The same setting as the settings form shows it while nothing is stored.
+/// The same setting with the default that the settings form shows.
 inline constexpr Setting<double> fontSizeInForm{fontSize.key, 20};
-/// Translated text is sized to fit its source block; otherwise it has `fontSize`.
+/// Fit the size of translated text to its source block; otherwise use `fontSize`.
 inline constexpr Setting<bool> isFontSizeAuto{"isFontSizeAuto"_L1, true};
 /// Copy each finished translation to the clipboard.
 inline constexpr Setting<bool> autoCopy{"autoCopy"_L1, false};

@@ -12,29 +12,28 @@
 
 namespace lucentra {
 
-/// All settings, as flat pairs of a key and a value in one JSON file of the user.
+/// All settings as key/value pairs in one JSON file of the user.
 ///
-/// A value is read from the file at the moment it is asked for, so that several processes see each other's changes.
-/// What is written counts at once within the process; a thread of the store brings it to the file (within
-/// milliseconds, several changes together), so that nobody waits for the disk. Processes never lose each other's keys,
-/// and keys that nobody knows survive. The file is replaced as a whole and readable by its owner alone (0600, a folder
-/// made for it 0700).
+/// Values are read from the file on each access, so that processes see each other's changes. A written value is visible
+/// in this process at once; a thread of the store writes it to the file within milliseconds, several changes together,
+/// so that callers never wait for the disk. Processes never lose each other's keys, and unknown keys are kept. The file
+/// is replaced atomically and has mode 0600; a folder that is created for it has mode 0700.
 ///
-/// A key is present or absent. Reading an absent one gives the setting's default. A stored value of another type reads
-/// as the type's zero value (0, 0.0, false), a text as the default; whole numbers and fractional ones are one type,
-/// booleans another.
+/// Reading an absent key returns the setting's default. If the stored value has another type, numbers and booleans read
+/// as 0, 0.0 or false, and texts as the default. Whole and fractional numbers are one type.
 ///
-/// The store never fails visibly. A file that is no JSON object is kept aside as "preferences.unreadable-<time>.json"
-/// beside it, and the store starts empty. What can't be written (a read-only folder, a full disk) holds for this
-/// process and goes out with the next change. Either is one diagnostic line that names the file, never its content.
+/// The store has no visible failures. A file that isn't a JSON object is renamed to
+/// "preferences.unreadable-<time>.json", and the store starts empty. Changes that can't be written (a read-only folder,
+/// a full disk) are valid for this process and are written with the next change. Both are logged with the file's name,
+/// never with its content.
 ///
-/// Every operation may be called from any thread.
+/// Every operation may be called on any thread.
 class SettingsStore
 {
 public:
-    /// The store over one file, which need not exist, nor its folder.
+    /// Uses the given file. Neither the file nor its folder need exist.
     explicit SettingsStore(const QString &filePath, DiagnosticLine diagnostics = {});
-    /// Waits until what was written is in the file.
+    /// Waits until all changes are in the file.
     ~SettingsStore();
     SettingsStore(const SettingsStore &) = delete;
     SettingsStore &operator=(const SettingsStore &) = delete;
@@ -54,15 +53,15 @@ public:
         setValue(setting.key, QJsonValue(newValue));
     }
 
-    /// Puts a value in front of the stored one for the life of this store; it is never written. A later `write` goes to
-    /// the file but stays behind it.
+    /// Overrides the stored value for the lifetime of this store, without writing it. A later `write` changes the file
+    /// but not the override.
     template <typename Value>
     void overrideForThisProcess(const Setting<Value> &setting, const std::type_identity_t<Value> &newValue)
     {
         setOverride(setting.key, QJsonValue(newValue));
     }
 
-    /// True when the key holds a value of any type, also in front of the file; a default is none.
+    /// Whether the key has a value of any type, stored or overridden. A default doesn't count.
     bool contains(const QString &key) const;
     template <typename Value>
     bool contains(const Setting<Value> &setting) const
@@ -77,12 +76,12 @@ public:
         remove(QString(setting.key));
     }
 
-    /// The raw value of any key, `Undefined` where it is absent. For keys that are no settings of the table.
+    /// The raw value of a key, `Undefined` if it is absent. For keys that have no `Setting`.
     QJsonValue value(const QString &key) const;
-    /// Stores a raw value; an empty key or an `Undefined` value is dropped.
+    /// Stores a raw value. Ignores an empty key and an `Undefined` value.
     void setValue(const QString &key, const QJsonValue &newValue);
 
-    /// Waits until what was written so far is in the file, or could not be brought there.
+    /// Waits until all changes so far are in the file, or writing them has failed.
     void flush();
 
 private:

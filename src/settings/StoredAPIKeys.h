@@ -13,23 +13,23 @@ namespace lucentra {
 class KeychainStore;
 class SettingsStore;
 
-/// The API key of one account, empty where none is stored. The keychain comes first. A plaintext copy of a former
-/// version in the settings, under the legacy key, goes away once the keychain holds a value: it is moved there when the
-/// keychain has none, and stays in use where that fails. Without such a copy, a keychain that can't be read is a
-/// failure: it may hold a key. Blocks as `KeychainStore` does, on any thread.
+/// The API key of one account, empty if none is stored. A value in the keychain takes precedence. A plaintext copy that
+/// a former version left in the settings, under the legacy key, is moved to the keychain if that has no value, else
+/// removed; if moving fails, it stays and is used. If there is no such copy, a keychain that can't be read is a
+/// failure, since it may contain a key. Blocks like `KeychainStore`, on any thread.
 Result<QString> loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
                                  const QString &legacyKey);
 
-/// What the user can do about a failure of the keychain: a key of the string tables.
+/// What the user can do about a failure of the keychain, as a text key.
 QString keychainAdvice(const Failure &failure);
 
 struct StoredAPIKeys
 {
-    QHash<QString, QString> keys;   ///< by account; every account has an entry
-    std::optional<Failure> failure; ///< of the keychain; there are only the plaintext copies then
+    QHash<QString, QString> keys;   ///< by account; contains every account
+    std::optional<Failure> failure; ///< of the keychain; `keys` then contains the plaintext copies only
 };
 
-/// The same for several accounts, whose legacy keys have the same names, by one search of the keychain.
+/// The same for several accounts by one search of the keychain. Their legacy keys have the same names.
 StoredAPIKeys loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain, const QStringList &accounts);
 
 } // namespace lucentra

@@ -31,9 +31,9 @@ private:
     bool m_isNumber = false;
 };
 
-/// The pattern with its `%@` and `%d` replaced by the arguments in order, in one pass: what was filled in is never
-/// searched again. Numbers are written in the locale, with its digits and separators. `%%` is a per-cent sign; any
-/// other `%` stands as it is. Where arguments are too few the signs stay, where they are too many the last are dropped.
+/// Replaces `%@` and `%d` in the pattern by the arguments in order, in one pass: arguments are not searched for
+/// placeholders. Numbers are formatted by the locale. `%%` is a per-cent sign; any other `%` is kept. Placeholders
+/// without an argument are kept, and superfluous arguments are ignored.
 QString fillPattern(const QString &pattern, std::initializer_list<PatternArgument> arguments, const QLocale &locale);
 
 } // namespace lucentra
