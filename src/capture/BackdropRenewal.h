@@ -16,19 +16,19 @@ class LocalizationManager;
 class MainQueue;
 class ScreenChangeMonitor;
 
-/// Keeps a picture of what lies beneath the pane up to date while the pane is shown: renewed when something beneath
-/// it changes or the pane has moved, at most ten times a second; without a change, no work. Main thread only.
+/// Keeps a picture of the screen beneath the pane up to date while the pane is shown. It is renewed when something
+/// beneath changes or the pane moves, at most ten times per second; without a change there is no work.
 class BackdropRenewal
 {
 public:
-    /// The least time between two pictures: ten a second look alive behind frosted glass.
+    /// The minimum time between two pictures. Ten per second look alive behind frosted glass.
     static constexpr std::chrono::milliseconds interval{100};
 
     struct Pane
     {
-        std::function<GlassArea()> area;                 ///< where the pane is; see `GlassArea`
-        std::function<QRectF()> display;                 ///< the one with the pane's centre, in the space of `area`
-        std::function<void(const QImage &)> showBeneath; ///< takes the picture; null where there is none
+        std::function<GlassArea()> area;                 ///< the place of the pane
+        std::function<QRectF()> display;                 ///< the display with the pane's centre, global points
+        std::function<void(const QImage &)> showBeneath; ///< receives the picture; null if there is none
     };
 
     /// Pictures are taken on the worker.
@@ -38,7 +38,7 @@ public:
 
     void start();
     void stop();
-    /// The pane was moved or resized: another part of the screen lies beneath it.
+    /// To be called after the pane was moved or resized.
     void paneMoved();
 
 private:
@@ -55,7 +55,7 @@ private:
     Scheduler &m_scheduler;
     bool m_isRunning = false;
     bool m_isBusy = false;  ///< a picture is being taken, or the interval after it isn't over
-    bool m_isStale = false; ///< another picture is due when that is over
+    bool m_isStale = false; ///< another picture is needed after that
     std::unique_ptr<ScheduledTask> m_rest;
     std::shared_ptr<BackdropRenewal *> m_self; ///< held weakly by pictures under way
 };

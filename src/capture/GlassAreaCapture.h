@@ -21,13 +21,14 @@ struct GlassArea
     bool operator==(const GlassArea &) const = default;
 };
 
-/// The area to capture in global points. Failures are of the domain "ScreenCapture": -1 the window system doesn't list
-/// the pane's window, -2 no display holds the centre of the area, -3 the area isn't whole inside that display.
+/// The area to capture in global points. Failures have the domain "ScreenCapture" and the code -1 if the window system
+/// doesn't list the pane's window, -2 if no display contains the centre of the area, -3 if that display doesn't contain
+/// the whole area.
 Result<QRectF> planGlassCapture(const CaptureSurroundings &surroundings, const GlassArea &area,
                                 const LocalizationManager &texts);
 
-/// Captures exactly what is beneath the pane. Blocks; any thread. A failure of `capture` itself is passed on unchanged;
-/// -4 says that it returned neither an image nor an error.
+/// Captures the screen beneath the pane. Blocks; any thread. Passes on failures of `capture` unchanged; the code is -4
+/// if it returned neither an image nor an error.
 Result<QImage> captureGlassArea(ScreenCapture &capture, const GlassArea &area, const LocalizationManager &texts);
 
 } // namespace lucentra

@@ -12,7 +12,7 @@
 
 namespace lucentra {
 
-/// A translation and where its source line lies on the pane (pane points, origin top-left, y down).
+/// A translation and the place of its source line on the pane (pane points, origin top-left, y down).
 struct TranslationOverlayCandidate
 {
     QString text;
@@ -21,36 +21,36 @@ struct TranslationOverlayCandidate
     bool operator==(const TranslationOverlayCandidate &) const = default;
 };
 
-/// How far an overlay may reach so that it doesn't cover another one's place. Pane points.
+/// How far an overlay may extend without covering the place of another one. Pane points.
 struct OverlayLimits
 {
-    double bottom = 0; ///< its lowest y
-    /// Its greatest x, unless its text can't be shown otherwise.
+    double bottom = 0; ///< greatest y
+    /// Greatest x, unless the text can't be shown otherwise.
     double right = std::numeric_limits<double>::infinity();
 
     bool operator==(const OverlayLimits &) const = default;
 };
 
-/// What a pass puts on the pane and on the pasteboard.
+/// The result of a pass for the pane and for the pasteboard.
 struct OverlayPlacement
 {
     QList<TranslationOverlayCandidate> candidates; ///< in the order of the blocks
-    QStringList copyList; ///< every text that isn't empty, also those that lie under the window's buttons
+    QStringList copyList; ///< all texts that aren't empty, including those under the window's buttons
 };
 
-/// Where a box of the captured image lies on a pane: whole points, the capture's inset included.
+/// Maps a box of the captured image to the pane, in whole points. Adds the capture's inset.
 QRectF paneRect(const QRectF &normBox, const QSizeF &paneSize);
 
-/// The text that stands for a block: its translation, or its own text where none came back.
+/// The text to show for a block: its translation, or its own text if there is none.
 QString textForBlock(const QList<TextBlock> &blocks, const QStringList &translations, qsizetype index);
 
-/// Maps blocks and their translations (matched by position; fewer are allowed) onto the pane. What has its centre in
-/// an exclusion rectangle (pane points) gets no overlay. Overlays that would start at nearly the same x start at one.
+/// Maps blocks and their translations (matched by position; there may be fewer) to the pane. A block whose centre is in
+/// an exclusion rectangle (pane points) gets no overlay. Overlays whose left edges are nearly equal are aligned.
 OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList &translations, const QSizeF &paneSize,
                                const QList<QRectF> &exclusionRects);
 
-/// The limits of each candidate's overlay: it grows into the gap below it but not into the next line, and to the right
-/// until the next candidate on its row. Never less than the candidate itself.
+/// The limits of each candidate's overlay: downwards before the next line, and to the right before the next candidate
+/// on its row. Never less than the candidate itself.
 QList<OverlayLimits> overlayLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight);
 
 } // namespace lucentra

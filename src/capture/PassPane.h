@@ -12,41 +12,41 @@
 
 namespace lucentra {
 
-/// Which form the pane's translate button takes.
+/// The form of the pane's translate button.
 enum class TranslationActionState { translate, retranslate, retry };
 
-/// What a translation pass needs of the pane and its window. Main thread only.
+/// The operations of the pane and its window that a translation pass needs.
 class PassPane
 {
 public:
     virtual ~PassPane() = default;
 
-    /// The window exists and its rectangle touches a display (a minimized or hidden one lies on none).
+    /// Whether the window is shown and its rectangle intersects a display.
     virtual bool isOnScreen() const = 0;
-    /// The window is mapped and not minimized.
+    /// Whether the window is mapped and not minimized.
     virtual bool isWindowVisible() const = 0;
-    /// Shows the window, raises it and gives it the focus.
+    /// Shows, raises and activates the window.
     virtual void makeKeyAndOrderFront() = 0;
 
     virtual QSizeF paneSize() const = 0; ///< points
     virtual GlassArea glassArea() const = 0;
-    /// Where the window's own buttons lie, grown by `padding` points: none or one rectangle in pane points.
+    /// The area of the window's own buttons, grown by `padding` points: zero or one rectangle in pane points.
     virtual QList<QRectF> windowControlExclusionRects(double padding) const = 0;
 
     virtual bool isInputMode() const = 0;
     virtual void submitManualInput() = 0;
-    /// Runs the callback that the pane's translate action runs.
+    /// Calls the callback of the pane's translate action.
     virtual void translateTapped() = 0;
 
     virtual void dismissPristineHint() = 0;
     virtual void clearOverlays() = 0;
-    /// The busy state of the pane, its border and its capsule.
+    /// Sets the busy state of the pane, its border and its capsule.
     virtual void setProcessing(bool processing) = 0;
     virtual void setTranslationActionState(TranslationActionState state) = 0;
     virtual void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) = 0;
-    /// Says something over the overlays for as long as it takes to read, or until the user does something.
+    /// Shows a note over the overlays for the time it takes to read, or until the user does something.
     virtual void showNote(const QString &text) = 0;
-    /// Replaces the overlays by a card with one button.
+    /// Replaces the overlays by a card with a button.
     virtual void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                                std::function<void()> action) = 0;
 };

@@ -7,16 +7,15 @@
 
 namespace lucentra {
 
-/// How long the stages of a pass take, for those who want to know: with QT_LOGGING_RULES=lucentra.pass.debug=true each
-/// pass that ends in overlays says so in one line, "capture 4.2 ms, recognition 61.0 ms ...". One thread after
-/// another.
+/// The durations of a pass's stages. With QT_LOGGING_RULES=lucentra.pass.debug=true each pass that ends in overlays
+/// logs one line, "capture 4.2 ms, recognition 61.0 ms ...". Not thread-safe.
 class PassTimings
 {
 public:
-    /// Begins the first stage; nothing where nobody wants to know.
+    /// Starts timing. Returns null if the log category is disabled.
     static std::shared_ptr<PassTimings> start();
 
-    /// Ends the stage that began with the end of the one before.
+    /// Ends the current stage, which began at the end of the previous one.
     void finish(const QString &stage);
     void report() const;
 

@@ -8,23 +8,24 @@
 
 namespace lucentra {
 
-/// Lines lower than this fraction of the image's height are not looked for.
+/// The minimum height of lines as a fraction of the image's height.
 inline constexpr double minimumTextHeight = 0.008;
 
-/// What a pass asks of the recognizer: accurate, with language correction, for the languages that screens show.
+/// The request of a pass: accurate, with language correction.
 TextRecognitionRequest passRequest();
 
-/// The observations that are text: without letter or digit, or of one character that is no word of its own, they are
-/// noise. Order and spelling stay.
+/// Drops observations that are noise: those without a letter or digit, and single characters that aren't words. Keeps
+/// order and spelling.
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
 struct RecognizedBlocks
 {
     QList<TextBlock> blocks;
-    bool areLinesLeftOut = false; ///< they would have taken too long
+    bool areLinesLeftOut = false; ///< some lines were not read for lack of time
 };
 
-/// The lines of a captured image. Blocks, on any thread but the main one. A recognizer that fails has found nothing.
+/// Recognizes the lines of a captured image. Blocks; any thread but the main one. Returns no lines if the recognizer
+/// fails.
 RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted = {});
 
 } // namespace lucentra

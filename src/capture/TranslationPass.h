@@ -22,51 +22,50 @@ class MainQueue;
 class ScreenCapture;
 class SettingsStore;
 
-/// The steps of a pass that lie outside of it.
+/// The steps of a pass that others implement.
 struct PassSteps
 {
     ScreenCapture &capture;
-    /// The lines of an image; called on a worker, may block. May end early, with any part of them, once the given
-    /// function says that the image is no longer wanted.
+    /// Recognizes the lines of an image. Called on a worker, may block. May return early, with a part of them, once the
+    /// given function returns false.
     std::function<RecognizedBlocks(const QImage &, std::function<bool()>)> recognize;
-    /// Translates blocks; called on a worker, completes once on any thread. Nothing more is sent once the given
-    /// function says that the translations are no longer wanted; it may be called on any thread, also after the pass
-    /// has ended.
+    /// Translates blocks. Called on a worker, completes once on any thread. Sends no further request once the given
+    /// function returns false; that may be called on any thread, also after the pass has ended.
     std::function<void(const QList<TextBlock> &, std::function<void(Result<BlockTranslations>)>, std::function<bool()>)>
         translateBlocks;
-    std::function<void(const QString &)> copy;                    ///< puts a text on the pasteboard
+    std::function<void(const QString &)> copy;                    ///< copies a text to the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;
 };
 
-/// One translation of the screen area beneath the pane, from its trigger to its overlays or its error card.
+/// The translation of the screen area beneath the pane, from the trigger to the overlays or the error card.
 ///
-/// Passes are neither queued nor refused: a trigger starts a new one, and what an older one still brings is dropped
-/// when it arrives; what it hasn't begun it leaves, so that nothing superseded is read or sent. Main thread only; a
-/// worker of the pass captures, masks, recognizes and asks for the translation. Everything given must outlive it.
+/// Passes are neither queued nor refused: a trigger starts a new pass. Results of an older one are dropped, and it
+/// doesn't start further stages, so that nothing superseded is read or sent. Called on the main thread; a worker
+/// captures, masks, recognizes and requests the translation.
 class TranslationPass
 {
 public:
-    /// How long the pane must rest after a move or resize before a pass starts by itself.
+    /// Delay of the automatic pass after a move or resize.
     static constexpr std::chrono::milliseconds debounceDelay{800};
-    /// How far around the window's buttons neither text is read nor overlays are drawn, in points.
+    /// The margin around the window's buttons in which no text is read and no overlay is drawn, in points.
     static constexpr double controlPadding = 7.0;
 
     TranslationPass(PassPane &pane, PassSteps steps, const SettingsStore &settings, const LocalizationManager &texts,
                     MainQueue &mainQueue, Scheduler &scheduler);
     ~TranslationPass();
 
-    /// The menu's and the hotkey's action: translates, submits the typed text, or shows the hidden pane.
+    /// The action of the menu and the hotkey: translates, submits the typed text, or shows the hidden pane.
     void translateCurrentArea();
-    /// The user moved or resized the pane and let go of it so long ago. In the automatic mode, the last call starts a
-    /// pass 0.8 s after that, unless the user holds the pane again by then.
+    /// To be called after the user moved or resized the pane. In the automatic mode, a pass starts 0.8 s after the
+    /// release, unless the user holds the pane again by then or there is a further call.
     void scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease = {});
-    /// The user takes hold of the pane, which drops a pass that is due, or lets go of it where it was, which makes that
-    /// pass due again.
+    /// To be called when the user takes hold of the pane, which cancels a pending automatic pass, and when the user
+    /// releases it without a move, which schedules that pass again.
     void userHolds(bool isHeld);
-    /// Starts a pass; does nothing while the pane is on no screen.
+    /// Starts a pass. Does nothing while the pane isn't on a screen.
     void startCapturePass();
-    /// Drops the pass that is due, and what is under way: nothing of it is shown, copied or recorded.
+    /// Cancels the pending pass and the running one: nothing of it is shown, copied or recorded.
     void supersede();
 
 private:
@@ -92,13 +91,13 @@ private:
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
     std::unique_ptr<ScheduledTask> m_debounceTimer;
-    bool m_isDueAfterHold = false; ///< a pass was due when the user took hold of the pane
+    bool m_isDueAfterHold = false; ///< a pass was pending when the user took hold of the pane
     std::unique_ptr<ScheduledTask> m_reportTimer;
-    /// Written on the main thread; workers look whether theirs is over.
+    /// Written on the main thread, read by workers.
     const std::shared_ptr<std::atomic<qint64>> m_captureGeneration = std::make_shared<std::atomic<qint64>>(0);
-    /// Held weakly by every deferred stage; looked at on the main thread only.
+    /// Held weakly by deferred stages; used on the main thread only.
     std::shared_ptr<TranslationPass *> m_self;
-    QThreadPool m_workers; ///< last: its destruction waits for what still runs
+    QThreadPool m_workers; ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

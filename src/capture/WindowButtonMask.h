@@ -7,9 +7,9 @@
 
 namespace lucentra {
 
-/// The captured image with the places of the window's buttons painted over in a dark grey, so that nothing there is
-/// read as text. The rectangles are pane points; `paneSize` is the pane's size in points, whose capture the image is.
-/// Without rectangles, the image comes back unchanged. Any thread.
+/// Paints the window's buttons over in dark grey, so that they are not read as text. The rectangles are in pane points;
+/// `paneSize` is the size of the captured pane in points. Returns the image unchanged if there are no rectangles. Any
+/// thread.
 QImage maskWindowButtons(const QImage &image, const QList<QRectF> &exclusionRects, const QSizeF &paneSize);
 
 } // namespace lucentra

@@ -6,9 +6,9 @@
 
 namespace lucentra {
 
-/// Anthropic's Messages interface. A structured answer is asked for by the instruction alone.
+/// Anthropic's Messages interface. Only the instruction asks for a structured answer.
 
-/// Throws `invalidConfiguration` where the host makes no URL.
+/// Throws `invalidConfiguration` if the host isn't valid in a URL.
 ServiceRequest anthropicRequest(const ServiceHosts &hosts, const AnthropicProvider &provider,
                                 const ModelMessage &message);
 /// The model's text. Throws `invalidResponse`.

@@ -16,26 +16,25 @@ namespace lucentra {
 class LanguageIdentifier;
 class MainQueue;
 
-/// Hands texts to the translation on this machine: tells their languages, translates those of one language together,
-/// each language on a worker of its own, and gathers what comes back in the caller's order.
+/// Translates texts on this computer: identifies their languages, translates the texts of each language together on a
+/// worker of their own, and collects the results in the caller's order.
 class AppleTranslationBridge
 {
 public:
-    /// What is given must outlive it.
     AppleTranslationBridge(LanguageIdentifier &identifier, OnDeviceTranslationService &service, MainQueue &mainQueue);
-    /// Waits for what is being translated; nothing more is completed then than is posted already.
+    /// Waits for running translations. Completions that aren't posted yet are not called.
     ~AppleTranslationBridge();
     AppleTranslationBridge(const AppleTranslationBridge &) = delete;
     AppleTranslationBridge &operator=(const AppleTranslationBridge &) = delete;
 
-    /// Translations are for somebody who looks at them: without a parent, or once it is gone, texts come back as they
-    /// are. Main thread.
+    /// The view that the translations are for. Without it, or once it is destroyed, texts are returned unchanged. On
+    /// the desktop that this interface comes from, the system's service needed a view; here it only needs to exist.
     void setParentView(const QObject *view);
 
-    /// Translates each text into a language ("zh-Hant", "en" ...). A text comes back as it is where its language can't
-    /// be told or is the target's (any Chinese for a Chinese target), or where it can't be translated. Any thread,
-    /// never blocks. Completes once, through the main queue.
-    /// Once `isWanted`, if given, returns false, nothing more is translated; it is called on workers.
+    /// Translates each text into a language ("zh-Hant", "en" ...). A text is returned unchanged if its language is
+    /// unknown or the target (any Chinese for a Chinese target), or if it can't be translated. Any thread, never
+    /// blocks. Completes once, through the main queue. Nothing more is translated once `isWanted`, which is called on
+    /// workers, returns false.
     void translate(const QStringList &texts, const QString &targetLanguage,
                    std::function<void(OnDeviceTranslations)> completion, std::function<bool()> isWanted = {});
 
@@ -52,7 +51,7 @@ private:
     MainQueue &m_mainQueue;
     QMetaObject::Connection m_parentGone;
     std::atomic<bool> m_hasParent = false;
-    QThreadPool m_workers; ///< last: its destruction waits for what still runs
+    QThreadPool m_workers; ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

@@ -6,10 +6,10 @@
 
 namespace lucentra {
 
-/// Any endpoint with OpenAI's chat completions, at a base URL of the user's own.
+/// Any endpoint with OpenAI's chat completions, at a base URL that the user enters.
 
-/// The base URL with the path of the chat completions; query and port are kept. Throws `invalidConfiguration` where it
-/// is neither https nor http to this machine by the name "localhost" or a loopback address.
+/// The base URL with the path of the chat completions; keeps query and port. Throws `invalidConfiguration` unless it is
+/// https, or http to "localhost" or a loopback address.
 QByteArray chatCompletionsURL(const QString &baseUrl);
 
 /// Throws what `chatCompletionsURL` throws.

@@ -12,11 +12,10 @@ class LocalizationManager;
 class SettingsStore;
 class TranslationManager;
 
-/// Whether the selected engine works with what is stored: sends one short sentence the way a pass does. Main thread.
-/// Completes once with its translation, cut off if it is far too long, or with what the pane would show, or with a
-/// failure of the domain "TranslationConnectionTest" where the service gave nothing back but the sentence itself. The
-/// engine of this computer is asked for a common word besides, and fails with its note. What is given must outlive the
-/// test.
+/// Tests whether the selected engine works with the stored settings, by translating a short sentence the way a pass
+/// does. Completes once with the translation, shortened if it is far too long; with the failure that the pane would
+/// show; or with a failure of the domain "TranslationConnectionTest" if the service returned only the sentence itself.
+/// The engine of this computer also gets a common word, and its failure is the note that a pass shows.
 void testConnection(TranslationManager &manager, const SettingsStore &settings, const LocalizationManager &texts,
                     const std::function<void(Result<QString>)> &completion);
 

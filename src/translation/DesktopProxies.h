@@ -11,7 +11,7 @@
 
 namespace lucentra {
 
-/// A proxy as libcurl takes it; an empty `url` means a direct connection.
+/// A proxy for libcurl. An empty `url` means a direct connection.
 struct ProxyAddress
 {
     QByteArray url; ///< scheme, host and port, without credentials
@@ -19,11 +19,10 @@ struct ProxyAddress
     QByteArray password;
 };
 
-/// Which proxy the desktop wants for a server.
+/// The desktop's proxy for a server.
 ///
-/// Asking the desktop may take long (a proxy script, a name service that doesn't answer), so each question runs on a
-/// thread of its own that nobody has to wait for, and its answer holds for `validity`. Loopback addresses need none.
-/// May be called from any thread.
+/// The look-up may take long (a proxy script, a name service that doesn't answer), so each runs on a detached thread,
+/// and its result is cached for `validity`. Loopback addresses need no proxy. Any thread.
 class DesktopProxies
 {
 public:
@@ -31,21 +30,21 @@ public:
 
     using Lookup = std::function<QList<QNetworkProxy>(const QUrl &)>;
 
-    /// With the lookup to ask; the desktop's own where it is unset.
+    /// Uses the given look-up, or the desktop's if it is unset.
     explicit DesktopProxies(Lookup lookup);
     ~DesktopProxies();
 
-    /// The proxy for a URL of which only scheme, host and port count. Throws `TransportError`: `timedOut` where the
-    /// answer doesn't come before the deadline, `cancelled` after `cancel`.
+    /// The proxy for a URL; only scheme, host and port matter. Throws `TransportError`: `timedOut` if there is no
+    /// answer before the deadline, `cancelled` after `cancel`.
     ProxyAddress proxyFor(const QUrl &url, std::chrono::steady_clock::time_point deadline);
 
-    /// Ends every wait, for good.
+    /// Ends all current and future waits.
     void cancel();
 
 private:
     struct State;
 
-    const std::shared_ptr<State> m_state; ///< shared with the threads that still ask
+    const std::shared_ptr<State> m_state; ///< shared with the detached threads
 };
 
 } // namespace lucentra

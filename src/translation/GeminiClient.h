@@ -6,21 +6,22 @@
 
 namespace lucentra {
 
-/// Google Gemini, which has error texts of its own. Its block batch is answered with an array.
+/// Google Gemini, which has its own error texts. The answer to a batch of blocks is an array.
 
-/// Nothing where the key has no place in a URL.
+/// Returns nullopt if the key isn't valid in a URL.
 std::optional<ServiceRequest> geminiRequest(const ServiceHosts &hosts, const QString &key, const ModelMessage &message);
-/// The model's text; nothing where the answer has none.
+/// The model's text. Returns nullopt if the answer has none.
 std::optional<QString> geminiAnswer(const QByteArray &body);
-/// One string a block from the model's text. Throws `ProviderFailure` of "Gemini" where it is no array of objects.
+/// Parses the model's text into one string per block. Throws `ProviderFailure` of "Gemini" if it isn't an array of
+/// objects.
 QStringList parseGeminiBlocks(const QString &output, const QList<TextBlock> &blocks);
 
-/// One string a block, in their order. Throws `TranslationError`.
+/// One string per block, in their order. Throws `TranslationError`.
 QStringList translateBlocksWithGemini(const TranslationServices &services, const QString &key,
                                       const QList<TextBlock> &blocks, const QString &target);
 
-/// A typed text, dictionary-style: the translation, or a message that begins with "❌ ". Throws where the request was
-/// cancelled or may not be made. `target` is the target language's code.
+/// Translates a typed text dictionary-style. Returns the translation, or a message that begins with "❌ ". Throws if the
+/// request was cancelled or isn't allowed. `target` is the code of the target language.
 TextTranslation translateTextWithGemini(const TranslationServices &services, const QString &key, const QString &text,
                                         const QString &target);
 

@@ -4,15 +4,15 @@
 
 namespace lucentra {
 
-/// Google Cloud Translation v2: 128 texts a request, one request after another.
+/// Google Cloud Translation v2: at most 128 texts per request, one request after another.
 
-/// The request for one chunk of texts. Throws `invalidConfiguration` where the key has no place in a URL.
+/// The request for one chunk of texts. Throws `invalidConfiguration` if the key isn't valid in a URL.
 ServiceRequest googleCloudRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &target,
                                   const QString &key);
-/// The translations in the answer to a request with `count` texts. Throws `invalidResponse`.
+/// Parses the answer to a request with `count` texts. Throws `invalidResponse`.
 QStringList googleCloudAnswer(const QByteArray &body, qsizetype count);
 
-/// One translation a block, in their order. Throws `TranslationError`; the first chunk that fails ends it all.
+/// One translation per block, in their order. Throws `TranslationError` of the first chunk that fails.
 QStringList translateWithGoogleCloud(const TranslationServices &services, const QList<TextBlock> &blocks,
                                      const QString &target, const QString &key);
 

@@ -10,21 +10,22 @@
 
 namespace lucentra {
 
-/// One request on its way: a transfer of libcurl, its answer as far as it is there, and the redirects that it may
-/// still follow. One thread only.
+/// A running request: a transfer of libcurl, the received part of its answer, and the remaining number of redirects.
+/// One thread only.
 class HttpExchange
 {
 public:
-    /// The request must outlive the exchange, its URL be a `wireUrl`. Throws `invalidRequest` for its headers.
+    /// The request must outlive the exchange, and its URL must be a `wireUrl`. Throws `invalidRequest` if a header is
+    /// invalid.
     HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile, CURLSH *share,
                  std::chrono::steady_clock::time_point deadline);
 
     CURL *handle() const { return m_handle.get(); }
 
-    /// After the transfer has ended well: sets the next one up where the answer is a redirect to be followed.
+    /// To be called after a successful transfer. If the answer is a redirect to follow, sets up the next transfer.
     bool followRedirect();
     HttpResponse takeResponse();
-    /// What went wrong in the transfer that ended with the code.
+    /// The error of a transfer that ended with the code.
     TransportError error(CURLcode code) const;
 
 private:
@@ -46,7 +47,7 @@ private:
 
     const HttpRequest &m_request;
     const std::chrono::steady_clock::time_point m_deadline;
-    std::unique_ptr<curl_slist, ListCleanup> m_headers; ///< outlives the handle that points to it
+    std::unique_ptr<curl_slist, ListCleanup> m_headers; ///< must outlive the handle
     std::unique_ptr<CURL, EasyCleanup> m_handle;
     QByteArray m_url;
     QByteArray m_body;

@@ -20,22 +20,22 @@ namespace lucentra {
 struct HttpRequest
 {
     QByteArray method = "GET";
-    QByteArray url;                                   ///< http or https, encoded already; sent byte for byte
-    QList<std::pair<QByteArray, QByteArray>> headers; ///< sent in this order, an empty value as an empty header
-    QByteArray body;                                  ///< sent where the method isn't GET
-    std::chrono::milliseconds timeout{45'000};        ///< for the whole exchange, look-ups and redirects included
+    QByteArray url;                                   ///< http or https, percent-encoded; sent unchanged
+    QList<std::pair<QByteArray, QByteArray>> headers; ///< sent in this order; an empty value is sent as an empty header
+    QByteArray body;                                  ///< sent if the method isn't GET
+    std::chrono::milliseconds timeout{45'000};        ///< for the whole exchange including look-ups and redirects
 
     bool operator==(const HttpRequest &) const = default;
 };
 
-/// What the server answered, whatever the status.
+/// The server's answer, whatever its status.
 struct HttpResponse
 {
     int status = 0;
     QByteArray body;
 };
 
-/// Why there is no answer. Its failures have the domain "HttpSession" and the kind as code.
+/// Why there is no answer. The failure's domain is "HttpSession", its code the kind.
 class TransportError : public TranslationError
 {
 public:
@@ -44,12 +44,12 @@ public:
         hostUnknown,
         cannotConnect,
         connectionLost,
-        certificate, ///< the server isn't who it claims to be
+        certificate, ///< the server's certificate isn't valid
         secureConnection,
         proxy,
         notHttp,
         answerTooLarge,
-        invalidRequest, ///< the request can't be put on the wire: a line break in a header, a malformed URL
+        invalidRequest, ///< the request can't be sent: a line break in a header, a malformed URL
         cancelled,
         other,
     };
@@ -66,27 +66,26 @@ private:
     Kind m_kind;
 };
 
-/// HTTP requests that block their caller: any number of threads at once, none waits for another.
+/// Blocking HTTP requests. Any number of threads concurrently; none waits for another.
 ///
-/// Connections and TLS sessions are kept between requests. TLS is always verified. Redirects are followed within the
-/// same origin (scheme, host and port) only; any other is an answer like the rest. Proxies are the desktop's, except
-/// for loopback addresses, which are always reached directly.
+/// Connections and TLS sessions are reused. TLS is always verified. Only redirects within the same origin (scheme, host
+/// and port) are followed; others are returned as answers. Uses the desktop's proxies, except for loopback addresses.
 class HttpSession
 {
 public:
-    /// The largest body that is taken, decoded, and the largest head of an answer; more is `answerTooLarge`.
+    /// The maximum sizes of an answer's decoded body and of its head. A larger answer is `answerTooLarge`.
     static constexpr qsizetype largestBody = qsizetype(16) * 1024 * 1024;
     static constexpr qsizetype largestHead = qsizetype(256) * 1024;
-    /// How often one request follows a redirect.
+    /// The maximum number of redirects per request.
     static constexpr int mostRedirects = 5;
 
-    /// Finds the proxies for a URL in the order of preference; called on a thread of its own, may block.
+    /// Finds the proxies for a URL in the order of preference. Called on a separate thread, may block.
     using ProxyLookup = std::function<QList<QNetworkProxy>(const QUrl &)>;
 
     struct Options
     {
-        QString certificateFile; ///< authorities to trust (PEM); the system's where empty
-        ProxyLookup proxies;     ///< the desktop's where unset
+        QString certificateFile; ///< trusted authorities (PEM); the system's if empty
+        ProxyLookup proxies;     ///< the desktop's if unset
     };
 
     HttpSession();
@@ -98,13 +97,13 @@ public:
     /// Sends the request and waits for the whole answer. Throws `TransportError`.
     HttpResponse send(const HttpRequest &request) const;
 
-    /// Sends all requests side by side and hands over each answer, by its request's position, as soon as it is there
-    /// (on the calling thread). Throws the first `TransportError`, or what `answered` throws; the others end then.
+    /// Sends all requests concurrently and calls `answered` with each answer and its request's position as soon as it
+    /// has arrived, on the calling thread. Throws the first `TransportError`, or what `answered` throws, and ends the
+    /// others.
     void sendTogether(const QList<HttpRequest> &requests,
                       const std::function<void(qsizetype, const HttpResponse &)> &answered) const;
 
-    /// Ends every request under way at once, and every later one before it starts, with `cancelled`. Any thread; for
-    /// good. It doesn't wait for their threads.
+    /// Ends all running and future requests with `cancelled`. Any thread; permanent. Doesn't wait for their threads.
     void cancelAll();
 
 private:
@@ -114,8 +113,8 @@ private:
     const std::unique_ptr<ChannelPool> m_channels;
 };
 
-/// The bytes as a URL for a request; nothing where they are none: no http or https, no host, or a character that has
-/// no place in a URL.
+/// The bytes as a URL for a request. Returns nullopt if the scheme isn't http or https, the host is missing, or a
+/// character isn't valid in a URL.
 std::optional<QByteArray> wireUrl(const QByteArray &url);
 
 } // namespace lucentra

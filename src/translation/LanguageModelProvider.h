@@ -6,7 +6,7 @@
 
 namespace lucentra {
 
-/// Which language model translates, and with what. Gemini isn't among them; its client is a different one.
+/// The language model that translates, and its settings. Gemini has its own client.
 struct OpenAIProvider
 {
     QString apiKey;
@@ -27,7 +27,7 @@ struct CompatibleProvider
 {
     QString apiKey;
     QString model;
-    QString baseUrl; ///< as the user typed it, not yet checked
+    QString baseUrl; ///< as entered by the user, not validated
 
     bool operator==(const CompatibleProvider &) const = default;
 };

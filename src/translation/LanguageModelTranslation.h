@@ -5,13 +5,13 @@
 
 namespace lucentra {
 
-/// Translation by a language model: instruction and input from the protocol, carried by the provider's client.
+/// Translation by a language model through the provider's client.
 
 /// All blocks in one request; one string a block, in their order. Throws `TranslationError`.
 QStringList translateBlocksWithModel(const TranslationServices &services, const QList<TextBlock> &blocks,
                                      const QString &target, const LanguageModelProvider &provider);
 
-/// A typed text, dictionary-style: the model's answer as it is. Throws `TranslationError`.
+/// Translates a typed text dictionary-style. Returns the model's answer unchanged. Throws `TranslationError`.
 QString translateTextWithModel(const TranslationServices &services, const QString &text, const QString &target,
                                const LanguageModelProvider &provider);
 

@@ -2,8 +2,7 @@
 
 namespace lucentra {
 
-/// How long an answer of a language model may become, in tokens, and how freely it may choose its words: the same for
-/// every service that can be told.
+/// The maximum length of a language model's answer in tokens and its temperature, for every service with these options.
 inline constexpr int mostOutputTokens = 8192;
 inline constexpr double batchTemperature = 0.1;
 

@@ -8,8 +8,8 @@ namespace lucentra {
 class LocalizationManager;
 struct OnDeviceTranslations;
 
-/// Why nothing came back that is other than its source, and what helps, as one sentence or two; empty where something
-/// did, or where there was nothing to translate. Any thread.
+/// One or two sentences on why no text was translated and what helps. Empty if a text was translated or there was
+/// nothing to translate. Any thread.
 QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &translations,
                      const LocalizationManager &texts);
 

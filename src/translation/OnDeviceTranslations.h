@@ -7,12 +7,12 @@
 
 namespace lucentra {
 
-/// What came back from this machine.
+/// The result of a translation on this computer.
 struct OnDeviceTranslations
 {
-    QStringList texts;               ///< one a source text: its translation, or itself
-    QList<OnDeviceOutcome> outcomes; ///< what became of each; may be empty where nothing was tried
-    bool isCancelled = false;        ///< nobody wanted it any more before all was translated
+    QStringList texts;               ///< one per source text: its translation, or the text itself
+    QList<OnDeviceOutcome> outcomes; ///< one per source text; empty if nothing was tried
+    bool isCancelled = false;        ///< cancelled before everything was translated
     bool isStripped = false;         ///< the system installs programs without their translations
     QStringList addableBy;           ///< packages that would add phrases or language pairs
 };

@@ -6,9 +6,9 @@
 
 namespace lucentra {
 
-/// OpenAI's Responses interface. A structured answer is bound to a schema.
+/// OpenAI's Responses interface. Structured answers have a schema.
 
-/// Throws `invalidConfiguration` where the host makes no URL.
+/// Throws `invalidConfiguration` if the host isn't valid in a URL.
 ServiceRequest openAIRequest(const ServiceHosts &hosts, const OpenAIProvider &provider, const ModelMessage &message);
 /// The model's text. Throws `invalidResponse`.
 QString openAIAnswer(const QByteArray &body);

@@ -4,8 +4,8 @@
 
 namespace lucentra {
 
-/// The instructions for language models, sent exactly as they stand in the source. `language` is the name that is
-/// inserted: `promptLanguageName`, or `dictionaryLanguageName` for Gemini's dictionary.
+/// The instructions for language models, sent verbatim. `language` is the name to insert: `promptLanguageName`, or
+/// `dictionaryLanguageName` for Gemini's dictionary.
 
 /// For a batch of blocks, answered with an object.
 QString blockInstruction(const QString &language);

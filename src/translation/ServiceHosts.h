@@ -4,14 +4,14 @@
 
 namespace lucentra {
 
-/// Where the translation services live: scheme, host and, where it isn't the scheme's own, port. The defaults are the
-/// hosts that the services document. The compatible endpoint isn't among them; its URL is a setting.
+/// The addresses of the translation services: scheme, host and, if needed, port. The defaults are the documented hosts.
+/// The URL of the compatible endpoint is a setting.
 struct ServiceHosts
 {
     QByteArray googleFree = "https://translate.googleapis.com";
     QByteArray googleCloud = "https://translation.googleapis.com";
     QByteArray deepL = "https://api.deepl.com";
-    QByteArray deepLFree = "https://api-free.deepl.com"; ///< for the keys of DeepL's free plan
+    QByteArray deepLFree = "https://api-free.deepl.com"; ///< for keys of DeepL's free plan
     QByteArray microsoft = "https://api.cognitive.microsofttranslator.com";
     QByteArray openAI = "https://api.openai.com";
     QByteArray anthropic = "https://api.anthropic.com";

@@ -17,24 +17,24 @@ namespace lucentra {
 
 class LocalizationManager;
 
-/// What every client of a remote service needs besides its request's values. Must outlive the requests.
+/// What every client of a remote service needs besides the values of its request.
 struct TranslationServices
 {
     const HttpSession &http;
     const ServiceHosts hosts;
     const LocalizationManager &texts;
-    std::function<void()> beforeRequest; ///< throws where no further request may be made
+    std::function<void()> beforeRequest; ///< throws if no further request is allowed
 
-    /// Sends one request, if it still may be made.
+    /// Sends a request, if it is still allowed.
     HttpResponse send(const HttpRequest &request) const;
 };
 
-/// A request to a service, with what may be said about it.
+/// A request to a service, with the details that its errors need.
 struct ServiceRequest
 {
     HttpRequest http;
     QString provider;    ///< the service's name in its errors
-    QStringList secrets; ///< what it carries, taken out of whatever the service says in an error
+    QStringList secrets; ///< removed from the service's error messages
 
     bool operator==(const ServiceRequest &) const = default;
 };
@@ -45,33 +45,33 @@ using Headers = QList<std::pair<QByteArray, QByteArray>>;
 ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const QByteArray &body,
                            std::chrono::milliseconds timeout, const QString &provider, const QStringList &secrets);
 
-/// The same with an object as body, and 45 seconds for all of it.
+/// The same with an object as body and a timeout of 45 seconds.
 ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const QJsonObject &body,
                            const QString &provider, const QStringList &secrets);
 
-/// Sends the request and returns the answer's body. Throws `requestFailed` where the status isn't 200 to 299,
-/// `invalidResponse` where the answer isn't HTTP, and any other `TransportError` as it is.
+/// Sends the request and returns the answer's body. Throws `requestFailed` if the status isn't 200 to 299,
+/// `invalidResponse` if the answer isn't HTTP, and other `TransportError`s unchanged.
 QByteArray postJSON(const TranslationServices &services, const ServiceRequest &request);
 
-/// The answer's body. Throws `requestFailed` where the status isn't 200 to 299.
+/// The answer's body. Throws `requestFailed` if the status isn't 200 to 299.
 QByteArray acceptedBody(const HttpResponse &response, const ServiceRequest &request, const LocalizationManager &texts);
 
 bool isSuccess(const HttpResponse &response);
 
-/// What a service says in the body of an error: of a JSON object "error" → "message", else "message" (4,000 UTF-16
-/// units at most: no window shows megabytes), else a sentence of our own; of any other text the first 300 characters.
-/// Words that hold a secret of eight characters or more are taken out.
+/// The message in an error's body: for a JSON object "error" → "message", else "message" (at most 4,000 UTF-16 units),
+/// else a sentence of our own; for any other text the first 300 characters. Words that contain a secret of eight
+/// characters or more are removed.
 QString providerErrorMessage(const QByteArray &body, const QStringList &secrets, const LocalizationManager &texts);
 
 /// The texts of the blocks, in their order.
 QStringList textsOf(const QList<TextBlock> &blocks);
-/// How much one request may hold.
+/// The maximum content of a request.
 struct ChunkLimit
 {
     qsizetype texts = 0;
-    qsizetype bytes = 0; ///< of the texts as they stand in JSON
+    qsizetype bytes = 0; ///< of the texts encoded as JSON
 };
-/// The texts in consecutive runs within the limit. A text above it has a run of its own.
+/// Splits the texts into consecutive runs within the limit. A longer text gets a run of its own.
 QList<QStringList> chunksOf(const QStringList &texts, const ChunkLimit &limit);
 
 } // namespace lucentra

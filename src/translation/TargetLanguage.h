@@ -5,23 +5,23 @@
 
 namespace lucentra {
 
-/// What the code of a target language ("zh-Hant", "zh-Hans", "en-US" or "en", "ja", "ko") becomes for each reader.
-/// Codes are compared exactly; any other code is handled as each function says.
+/// Conversions of the code of a target language ("zh-Hant", "zh-Hans", "en-US" or "en", "ja", "ko"). Codes are compared
+/// exactly.
 
-/// The Chinese name in the prompts for blocks, and for typed text where the model isn't Gemini; Traditional Chinese
-/// for any other code.
+/// The Chinese name in the prompts for blocks, and for typed text except with Gemini. Traditional Chinese for other
+/// codes.
 QString promptLanguageName(const QString &target);
-/// The bilingual name in Gemini's prompt for typed text; Traditional Chinese for any other code.
+/// The bilingual name in Gemini's prompt for typed text. Traditional Chinese for other codes.
 QString dictionaryLanguageName(const QString &target);
 
-/// Google's code, of both services; any other code unchanged.
+/// The code for both of Google's services. Other codes are unchanged.
 QString googleLanguageCode(const QString &target);
-/// DeepL's code; any other code in upper case.
+/// The code for DeepL. Other codes are upper-cased.
 QString deepLLanguageCode(const QString &target);
-/// Microsoft's code; any other code unchanged.
+/// The code for Microsoft. Other codes are unchanged.
 QString microsoftLanguageCode(const QString &target);
 
-/// True when the text has a character of the block of CJK unified ideographs (U+4E00 to U+9FFF).
+/// Whether the text contains a CJK unified ideograph (U+4E00 to U+9FFF).
 bool containsHanCharacters(QStringView text);
 
 } // namespace lucentra

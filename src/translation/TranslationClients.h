@@ -18,17 +18,17 @@ namespace lucentra {
 class HttpSession;
 class LocalizationManager;
 
-/// Called before each request, on the request's worker. Throws where it may not be made any more.
+/// Called before each request, on the request's worker. Throws if the request isn't allowed any more.
 using BeforeRequest = std::function<void()>;
 
-/// Translates texts on this machine: calls back once, on any thread, with one text a source text, or with nothing.
-/// The last function says whether the texts are still wanted; it may be called on any thread, and may be unset.
+/// Translates texts on this computer. Completes once, on any thread, with the result or nullopt. Stops once `isWanted`,
+/// which may be called on any thread and may be unset, returns false.
 using OnDeviceTranslation = std::function<void(const QStringList &texts, const QString &target,
                                                std::function<void(std::optional<OnDeviceTranslations>)> completion,
                                                std::function<bool()> isWanted)>;
 
-/// What the manager can translate with. Except for the on-device one, every client runs on a worker, may block, asks
-/// before each of its requests, returns one string a block in their order, and throws `TranslationError`.
+/// The clients of the manager. Except for the on-device one, each runs on a worker, may block, calls the
+/// `BeforeRequest` before each request, returns one string per block in their order, and throws `TranslationError`.
 struct TranslationClients
 {
     using Blocks = QList<TextBlock>;
@@ -46,16 +46,16 @@ struct TranslationClients
     Client<QStringList, Blocks, QString /*target*/, LanguageModelProvider> modelBlocks;
     Client<QString, QString /*text*/, QString /*target*/, LanguageModelProvider> modelText;
 
-    /// Called where a request is made; an unset one counts as having no result.
+    /// Called on the thread that requests the translation. If unset, there is no result.
     OnDeviceTranslation onDevice;
-    /// Whether this system is recent enough for on-device translation; it is where unset.
+    /// Whether this system supports on-device translation; it does if this is unset.
     std::function<bool()> supportsOnDevice;
 
-    /// Ends every request under way at once.
+    /// Ends all running requests at once.
     std::function<void()> cancelAll;
 };
 
-/// The clients of the remote services; the on-device members are unset. What is given must outlive them.
+/// The clients of the remote services. The on-device members are unset.
 TranslationClients remoteClients(HttpSession &http, const LocalizationManager &texts, const ServiceHosts &hosts = {});
 
 } // namespace lucentra

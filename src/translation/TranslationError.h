@@ -10,29 +10,29 @@ namespace lucentra {
 
 class LocalizationManager;
 
-/// What the clients of the translation services throw. Thrown and caught on the same worker; the manager turns it into
-/// a `Failure` by `failureOfCurrentException`. None of them holds a key, a URL or captured text.
+/// The exceptions of the translation clients. Thrown and caught on the same worker; the manager converts them to a
+/// `Failure` by `failureOfCurrentException`. They never contain a key, a URL or captured text.
 class TranslationError : public std::exception
 {
 public:
-    /// The error as a value, its sentence in the interface language.
+    /// The error as a value, with a sentence in the interface language.
     virtual Failure failure(const LocalizationManager &texts) const = 0;
-    /// For a debugger only; users see the failure's description.
+    /// For debugging only.
     const char *what() const noexcept override { return "translation failed"; }
 };
 
-/// The error that all remote services have in common. Its failures have the domain "TranslationProviderError" and as
-/// code the HTTP status, or 0 where no request failed.
+/// The common error of the remote services. The failure's domain is "TranslationProviderError", its code the HTTP
+/// status, or 0 if no request failed.
 class TranslationProviderError : public TranslationError
 {
 public:
     enum class Kind { invalidConfiguration, requestFailed, invalidResponse };
 
-    /// The request can't be made from the settings. The message is a key of the string tables.
+    /// The settings don't allow a request. The message is a text key.
     static TranslationProviderError invalidConfiguration(const QString &message);
-    /// The service refused: its HTTP status, and its reason as `providerErrorMessage` reads it.
+    /// The service refused with this HTTP status; see `providerErrorMessage` for the message.
     static TranslationProviderError requestFailed(const QString &provider, int status, const QString &message);
-    /// The service's answer doesn't have the form that it should have.
+    /// The service's answer has an unexpected form.
     static TranslationProviderError invalidResponse(const QString &provider);
 
     Kind kind() const { return m_kind; }
@@ -47,7 +47,7 @@ private:
     QString m_message;
 };
 
-/// An error with a domain and a code of its own; the description is a key of the string tables.
+/// An error with its own domain and code. The description is a text key.
 class ProviderFailure : public TranslationError
 {
 public:
@@ -61,8 +61,8 @@ private:
     QString m_descriptionKey;
 };
 
-/// The failure of the exception that is being handled; to be called in a catch block only. An exception that is none
-/// of ours gets the sentence for the unknown.
+/// Converts the exception that is being handled to a failure; to be called in a catch block only. Other exceptions get
+/// the sentence for unknown errors.
 Failure failureOfCurrentException(const LocalizationManager &texts);
 
 } // namespace lucentra

@@ -8,26 +8,25 @@
 
 namespace lucentra {
 
-// What the manager answers with. Each converts to its texts, for those to whom the note means nothing.
+// The results of the manager. Each converts to its texts, for callers that don't need the note.
 
-/// Of blocks: one text a block.
+/// The translations of blocks: one text per block.
 struct BlockTranslations
 {
     QStringList texts;
-    /// Why no text is other than its source, and what helps: a sentence in the interface language. Empty where one is.
+    /// Why no text was translated, and what helps: a sentence in the interface language. Empty if one was translated.
     QString note;
-    QList<OnDeviceOutcome>
-        outcomes; ///< of the engine of this machine, what became of each; empty for every other engine
+    QList<OnDeviceOutcome> outcomes; ///< of the on-device engine, one per block; empty for other engines
 
     operator const QStringList &() const { return texts; }
 };
 
-/// Of typed text.
+/// The translation of typed text.
 struct TextTranslation
 {
     QString text;
     QString note;           ///< as above
-    bool isMessage = false; ///< no translation, but what went wrong
+    bool isMessage = false; ///< the text is an error message
 
     operator const QString &() const { return text; }
 };
