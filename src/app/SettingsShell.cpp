@@ -33,7 +33,11 @@ SettingsServices servicesOf(const SettingsShell::Program &program, LaunchAtLogin
             [&services](const std::function<void(Result<QString>)> &completion) {
                 testConnection(services.translationManager(), services.settings(), services.texts(), completion);
             },
-        .onDeviceStatus = [&service = services.onDevice().service] { return service.status(); },
+        .onDeviceStatus =
+            [&onDevice = services.onDevice()] {
+                onDevice.store.file(); // waits a moment for phrases that are being collected
+                return onDevice.service.status();
+            },
         .applyDockPresence = program.applyDockPresence,
         .hotkeyRecordingChanged =
             [&hotkeys, registerHotkeys = program.registerHotkeys](bool isRecording) {

@@ -295,7 +295,8 @@ std::vector<PhraseSlot> PhraseCollector::englishWords()
     return words;
 }
 
-bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 catalogues)
+bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 catalogues,
+                            const std::atomic<bool> *isCancelled)
 {
     const auto order = [](const Record &r) { return std::tuple(r.table, r.key, r.value, r.family); };
     std::sort(m_records.begin(), m_records.end(),
@@ -306,6 +307,8 @@ bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 cata
     header.catalogues = catalogues;
     std::vector<std::vector<PhraseSlot>> phrases;
     for (quint16 table = 0; table < phraseTableCount; ++table) {
+        if (isCancelled && *isCancelled)
+            return false;
         phrases.push_back(chosen(table));
         header.phrases += quint32(phrases.back().size());
     }
@@ -366,7 +369,7 @@ bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std
         };
         used += (file.isQt ? readQmCatalogue(bytes, visit) : readMoCatalogue(bytes, visit)) ? 1 : 0;
     }
-    return collector.write(device, survey.fingerprint, used);
+    return collector.write(device, survey.fingerprint, used, &isCancelled);
 }
 
 } // namespace lucentra

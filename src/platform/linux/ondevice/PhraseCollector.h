@@ -26,7 +26,8 @@ public:
     void add(const QString &family, int language, QByteArrayView source, const QString &translation);
 
     /// Writes the file; false where the device doesn't take it. Called once, after which nothing is left.
-    bool write(QIODevice &device, quint64 fingerprint, quint32 catalogues);
+    bool write(QIODevice &device, quint64 fingerprint, quint32 catalogues,
+               const std::atomic<bool> *isCancelled = nullptr);
 
 private:
     struct Source

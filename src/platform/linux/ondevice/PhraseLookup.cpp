@@ -232,9 +232,14 @@ std::optional<LineTranslation> PhraseLookup::menuBar(const QString &text) const
     return LineTranslation{.text = titles.join(u"  "_s), .confidence = sureness * partsFactor};
 }
 
+bool PhraseLookup::mayKnow(const QString &line)
+{
+    return line.size() <= longestLine;
+}
+
 std::optional<LineTranslation> PhraseLookup::translate(const QString &line) const
 {
-    if (line.size() > longestLine)
+    if (!mayKnow(line))
         return std::nullopt;
     const ScreenPhrase taken = screenPhrase(line);
     const QString &text = taken.forms.first().text;

@@ -27,7 +27,10 @@ public:
     /// Nothing where the memory doesn't have both languages.
     static std::optional<PhraseLookup> between(const PhraseFile &file, const LanguagePair &pair);
 
-    /// Nothing where no part of the line is known.
+    /// Whether the line is short enough to be known.
+    static bool mayKnow(const QString &line);
+
+    /// Returns nullopt if no part of the line is known.
     std::optional<LineTranslation> translate(const QString &line) const;
 
 private:

@@ -34,6 +34,8 @@ QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const Q
                                                const std::function<bool()> & /*isWanted*/)
 {
     using Kind = OnDeviceOutcome::Kind;
+    if (std::none_of(texts.begin(), texts.end(), &PhraseLookup::mayKnow)) // not worth waiting for a build
+        return QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::UnknownPhrase});
     const auto file = m_store.file();
     if (!file && m_store.isGettingReady())
         return QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::NotReady});
@@ -58,20 +60,21 @@ PairAvailability PhraseMemory::availability(const LanguagePair &pair)
     const auto target = memoryLanguage(pair.target);
     const bool isPossible =
         known(pair.source) && (isEnglish(pair.target) || (target && memoryLanguages[size_t(*target)].isTarget()));
+    if (isPossible && m_store.isGettingReady())
+        return PairAvailability::Available;
     const auto file = m_store.file();
-    if (file ? PhraseLookup::between(*file, pair).has_value() : isPossible && m_store.isGettingReady())
+    if (file && PhraseLookup::between(*file, pair))
         return PairAvailability::Available;
     return isPossible ? PairAvailability::Addable : PairAvailability::Unavailable;
 }
 
 QList<OnDeviceServiceStatus> PhraseMemory::status()
 {
-    OnDeviceServiceStatus status{.name = QString::fromLatin1(serviceName)};
-    const auto file = m_store.file();
-    if (!file) {
-        status.isGettingReady = m_store.isGettingReady();
+    OnDeviceServiceStatus status{.name = QString::fromLatin1(serviceName),
+                                 .isGettingReady = m_store.isGettingReady()};
+    const auto file = status.isGettingReady ? nullptr : m_store.file();
+    if (!file)
         return {status};
-    }
     const auto code = [](size_t language) { return QString(memoryLanguages[language].code); };
     quint32 fewest = std::numeric_limits<quint32>::max();
     for (size_t language = 0; language < memoryLanguages.size(); ++language) {

@@ -105,10 +105,6 @@ void PhraseStore::publish(std::shared_ptr<const PhraseFile> file)
 
 void PhraseStore::check()
 {
-    // The thread's own, as the system understands it: nobody who works with the computer should notice. A command,
-    // which waits for nothing else, would wait forever on a busy computer.
-    if (m_patience.acceptsOutdated)
-        ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
     auto current = [this] {
         const std::lock_guard lock(m_mutex);
         return m_file;
@@ -118,6 +114,10 @@ void PhraseStore::check()
         if (current)
             publish(current);
     }
+    // The priority of this thread. A renewal should not disturb the user's other work; the first build, and one that a
+    // command waits for, would never end on a busy computer.
+    if (m_patience.acceptsOutdated && current)
+        ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
     const CatalogueSurvey survey = surveyCatalogues(m_folders);
     if (!current || current->header().fingerprint != survey.fingerprint) {
         if (auto built = build(survey))

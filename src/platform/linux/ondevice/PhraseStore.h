@@ -29,7 +29,7 @@ struct BuildPatience
 class PhraseStore
 {
 public:
-    /// Starts at once, on a thread of its own at low priority.
+    /// Starts at once, on a thread of its own.
     PhraseStore(CatalogueFolders folders, QString cachePath, BuildPatience patience);
     /// Gives up as `cancel` does.
     ~PhraseStore();

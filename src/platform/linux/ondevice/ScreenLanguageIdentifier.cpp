@@ -247,7 +247,10 @@ ScreenLanguageIdentifier::ScreenLanguageIdentifier(std::function<std::shared_ptr
 
 QStringList ScreenLanguageIdentifier::identify(const QStringList &texts)
 {
-    const LineJudge judge(m_memory());
+    // Longer texts are told by their first part alone, for which waiting for a build isn't worth it.
+    const bool hasShort = std::any_of(texts.begin(), texts.end(),
+                                      [](const QString &text) { return text.size() <= longestSample; });
+    const LineJudge judge(hasShort ? m_memory() : nullptr);
     std::vector<Line> lines;
     QHash<QString, int> sureLines;
     for (const QString &text : texts) {
