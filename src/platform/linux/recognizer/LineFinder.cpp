@@ -187,7 +187,7 @@ QList<FoundLine> findLines(const QImage &image, int minimumHeight)
             }
         }
     };
-    forEachRow(withoutBlobs(image, withoutMarksInBoxes(image, std::move(found.shapes))), addLine);
+    forEachRow(withoutBlobs(image, withoutBoxes(image, std::move(found.shapes))), addLine);
     lines = withoutPattern(std::move(lines));
     QList<FoundLine> rivals;
     forEachRow(brightLettersIn(image), [&](const std::vector<EdgeShape> &row) {

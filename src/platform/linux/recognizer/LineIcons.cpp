@@ -285,7 +285,7 @@ std::vector<EdgeShape> withoutIcons(const QImage &image, std::vector<EdgeShape> 
     return shapes;
 }
 
-std::vector<EdgeShape> withoutMarksInBoxes(const QImage &image, std::vector<EdgeShape> shapes)
+std::vector<EdgeShape> withoutBoxes(const QImage &image, std::vector<EdgeShape> shapes)
 {
     std::vector<QRect> boxes;
     for (const EdgeShape &shape : shapes) {
@@ -298,7 +298,9 @@ std::vector<EdgeShape> withoutMarksInBoxes(const QImage &image, std::vector<Edge
                                     [](int left, const QRect &other) { return left < other.left(); });
         for (; box != boxes.begin() && std::prev(box)->left() + largestBox > shape.ink.left(); --box) {
             const QRect &around = *std::prev(box);
-            if (around.contains(shape.ink) && around != shape.ink && 3 * shape.ink.height() >= around.height())
+            if (around == shape.ink)
+                return true;
+            if (around.contains(shape.ink) && 3 * shape.ink.height() >= around.height())
                 return true;
         }
         return false;

@@ -20,7 +20,7 @@ namespace lucentra {
 /// height apart, `looksLikeIcon` takes what it is sure of. `image` has 32 bits a pixel. Any thread.
 std::vector<EdgeShape> withoutIcons(const QImage &image, std::vector<EdgeShape> shapes);
 
-/// The shapes of a picture without the marks that fill a small square of a colour of its own: the ticks of check boxes.
-std::vector<EdgeShape> withoutMarksInBoxes(const QImage &image, std::vector<EdgeShape> shapes);
+/// The shapes of a picture without small squares of a colour of their own and the marks that fill them: check boxes.
+std::vector<EdgeShape> withoutBoxes(const QImage &image, std::vector<EdgeShape> shapes);
 
 } // namespace lucentra
