@@ -179,6 +179,8 @@ void HistoryManager::restore(const QList<HistoryItem> &items)
 void HistoryManager::trimAndSave(HistoryChanges changes)
 {
     const QList<QUuid> dropped = trimHistory(m_history);
+    if (m_diagnostics && !dropped.isEmpty() && m_history.size() < maxItems)
+        m_diagnostics(u"The history would be too large: its %1 longest entries were dropped"_s.arg(dropped.size()));
     for (const QUuid &id : dropped)
         changes.insert(id, HistoryChange::Altered);
     save(changes);

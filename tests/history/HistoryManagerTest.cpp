@@ -156,8 +156,8 @@ private Q_SLOTS:
         }
         for (const HistoryItem &each : before)
             QVERIFY2(after.contains(each), qPrintable(each.originalText));
-        QCOMPARE(m_lines.size(), 11);
-        QVERIFY(m_lines.first().contains(u"was cut"_s));
+        QCOMPARE(m_lines.filter(u"was cut"_s).size(), 11);
+        QVERIFY(!m_lines.filter(u"were dropped"_s).isEmpty());
         m_manager->add(u"last"_s, pairs); // the newest once more
         QCOMPARE(written(), after);
     }

@@ -29,17 +29,17 @@ QStringList CalledServices::translate(Service service, const QStringList &texts,
 try {
     switch (service) {
     case Service::GoogleFree:
-        return m_clients.googleFree({}, blocksOf(texts), target);
+        return m_clients.googleFree(m_beforeRequest, blocksOf(texts), target);
     case Service::GoogleCloud:
-        return m_clients.googleCloud({}, blocksOf(texts), target, key);
+        return m_clients.googleCloud(m_beforeRequest, blocksOf(texts), target, key);
     case Service::DeepL:
-        return m_clients.deepL({}, blocksOf(texts), key, target);
+        return m_clients.deepL(m_beforeRequest, blocksOf(texts), key, target);
     case Service::Microsoft:
-        return m_clients.microsoft({}, blocksOf(texts), key, u""_s, target);
+        return m_clients.microsoft(m_beforeRequest, blocksOf(texts), key, u""_s, target);
     case Service::Gemini:
-        return m_clients.geminiBlocks({}, key, blocksOf(texts), target);
+        return m_clients.geminiBlocks(m_beforeRequest, key, blocksOf(texts), target);
     default:
-        return m_clients.modelBlocks({}, blocksOf(texts), target, provider(service, key));
+        return m_clients.modelBlocks(m_beforeRequest, blocksOf(texts), target, provider(service, key));
     }
 } catch (...) {
     return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
@@ -57,8 +57,8 @@ LanguageModelProvider CalledServices::provider(Service model, const QString &key
 QString CalledServices::translateText(Service model, const QString &text, const QString &key) const
 try {
     if (model == Service::Gemini)
-        return m_clients.geminiText({}, key, text, u"ja"_s);
-    return m_clients.modelText({}, text, u"ja"_s, provider(model, key));
+        return m_clients.geminiText(m_beforeRequest, key, text, u"ja"_s);
+    return m_clients.modelText(m_beforeRequest, text, u"ja"_s, provider(model, key));
 } catch (...) {
     return failurePrefix + failureOfCurrentException(m_texts.manager).description;
 }

@@ -37,6 +37,7 @@ protected:
 
     LanguageModelProvider provider(Service model, const QString &key) const;
 
+    BeforeRequest m_beforeRequest; ///< of the calls
     TestTexts m_texts;
     QueuedServer m_server;
     HttpSession m_session;

@@ -1,4 +1,5 @@
 #include "CalledServices.h"
+#include "TranslationError.h"
 
 #include "Columns.h"
 #include "DeepLClient.h"
@@ -273,6 +274,22 @@ private Q_SLOTS:
             QVERIFY(failureOf(service, numberedTexts(2000)).endsWith(u" API 錯誤 429：Slow down"_s));
             QCOMPARE(m_server.requests().size(), requests);
         }
+    }
+
+    void consentWithdrawnDuringACall()
+    {
+        for (const Service service : engines) {
+            m_server.reset();
+            m_server.respondWith(asTheService);
+            int asked = 0;
+            m_beforeRequest = [&asked] {
+                if (++asked > 1)
+                    throw ProviderFailure(u"RemoteTranslationConsent"_s, 1, u"withdrawn"_s);
+            };
+            QCOMPARE(failureOf(service, numberedTexts(2000)), u"withdrawn"_s);
+            QCOMPARE(m_server.requests().size(), service == Service::GoogleFree ? 3 : 1); // its first wave
+        }
+        m_beforeRequest = {};
     }
 
     void valuesThatCannotBeSent()

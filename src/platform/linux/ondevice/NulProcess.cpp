@@ -112,8 +112,12 @@ bool NulProcess::start()
     posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP); // what it starts is ended with it
+    // A process group, so that what it starts is ended with it, and no signals that this program has blocked for itself.
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
     posix_spawnattr_setpgroup(&attributes, 0);
+    sigset_t noSignals;
+    sigemptyset(&noSignals);
+    posix_spawnattr_setsigmask(&attributes, &noSignals);
     const bool isStarted =
         ::posix_spawn(&m_process, arguments.front(), &files, &attributes, arguments.data(), environ) == 0;
     posix_spawnattr_destroy(&attributes);
