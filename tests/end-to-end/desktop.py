@@ -52,7 +52,7 @@ class Session:
             "LANGUAGE": language,
             "QT_QPA_PLATFORM": "offscreen",
         }
-        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TESSDATA_PREFIX"):
+        for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS", "UBSAN_OPTIONS", "TESSDATA_PREFIX"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]
 
