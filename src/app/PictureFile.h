@@ -12,7 +12,7 @@ class LocalizationManager;
 /// The largest picture that is read, in pixels: four 8K screens. Larger ones are refused before they are decoded.
 inline constexpr qint64 maximumPicturePixels = 4LL * 7680 * 4320;
 
-/// Reads a picture file upright (its orientation mark applied), as 32 bits a pixel. The format is told by the content:
+/// Reads a picture file upright (its orientation mark applied), as 32 bits a pixel. The format is detected from the content:
 /// PNG, JPEG, WebP, BMP, GIF, TIFF or AVIF, as far as they are installed.
 Result<QImage> readPicture(const QString &path, const LocalizationManager &texts);
 

@@ -64,8 +64,8 @@ class OnDeviceTranslationService
 public:
     virtual ~OnDeviceTranslationService() = default;
 
-    /// Translates a batch of one language pair: one outcome a text, in their order. Blocks, but ends soon with whatever
-    /// outcomes once `isWanted`, if given, returns false.
+    /// Translates texts of one language pair. Returns one outcome per text, in their order. Blocks, but returns soon after
+    /// `isWanted`, if given, returns false; the outcomes are arbitrary then.
     virtual QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                              const std::function<bool()> &isWanted) = 0;
 

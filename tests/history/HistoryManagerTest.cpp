@@ -111,7 +111,7 @@ private Q_SLOTS:
         for (int i = 0; i < unstarred; ++i)
             items.prepend(item(u"u%1"_s.arg(i), starred + i));
         createWith(items);
-        QCOMPARE(m_manager->history(), items); // as it stands in the file
+        QCOMPARE(m_manager->history(), items); // in the order of the file
         m_manager->add(u"new"_s, u"NEW"_s);
         m_queue->drain();
 

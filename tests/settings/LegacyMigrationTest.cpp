@@ -100,7 +100,7 @@ private Q_SLOTS:
 
     void aHistoryThatCannotBeCopiedIsALine()
     {
-        // A pipe and a folder are no files; too large a one is, and is told of.
+        // A pipe and a folder are not files; a file that is too large is one, and is logged.
         QDir().mkpath(m->path("home/Library/Application Support/Lucentra/history.json"));
         QDir().mkpath(m->path("home/Library/Application Support/Panewise"));
         const QString pipe = m->path("home/Library/Application Support/Panewise/history.json");

@@ -26,7 +26,7 @@ public:
 
     /// Lays every row out anew: texts or fonts are others.
     void relayout();
-    /// Shows all of an entry, or no longer.
+    /// Shows the whole of an entry, or its first lines again.
     void toggleExpanded(const QModelIndex &index);
     /// What a control of an entry does; empty where the entry has no such control.
     QString help(const QModelIndex &index, RowAction action) const;

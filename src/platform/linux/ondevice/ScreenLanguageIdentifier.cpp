@@ -247,7 +247,7 @@ ScreenLanguageIdentifier::ScreenLanguageIdentifier(std::function<std::shared_ptr
 
 QStringList ScreenLanguageIdentifier::identify(const QStringList &texts)
 {
-    // Longer texts are told by their first part alone, for which waiting for a build isn't worth it.
+    // The first part of a longer text is enough to identify its language without the phrases.
     const bool hasShort = std::any_of(texts.begin(), texts.end(),
                                       [](const QString &text) { return text.size() <= longestSample; });
     const LineJudge judge(hasShort ? m_memory() : nullptr);

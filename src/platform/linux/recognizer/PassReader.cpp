@@ -18,7 +18,7 @@ struct Cut
     int gap = 0; // empty columns around it
 };
 
-/// The middle of the widest gap from `from` to `to`; where there is none, the lightest column.
+/// The middle of the widest gap from `from` to `to`, or the lightest column if there is no gap.
 Cut bestCut(const std::vector<std::uint8_t> &darkest, int from, int to)
 {
     Cut best;

@@ -203,7 +203,7 @@ private Q_SLOTS:
     {
         PrivateKeyring keyring;
         QVERIFY(keyring.startBus() && keyring.startKeyring());
-        // Whoever shows the keyring's questions; this one never gets an answer from its user.
+        // The program that shows the keyring's questions; this one never gets an answer from its user.
         SilentBusName prompter(keyring.busAddress().toUtf8(), "org.gnome.keyring.SystemPrompter");
         QVERIFY(prompter.isOwner());
         SecretServiceStorage storage;
