@@ -21,6 +21,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+constexpr bool isSanitized = true;
+#else
+constexpr bool isSanitized = false;
+#endif
+#else
+constexpr bool isSanitized = false;
+#endif
+
 const auto sampleId = u"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5"_s;
 
 const QByteArray sampleBytes(R"([{"id":"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5","isStarred":true,)"
@@ -135,10 +145,10 @@ private Q_SLOTS:
         for (const QByteArray block = repeated.repeated((1 << 20) / repeated.size()); file.pos() < size;)
             QVERIFY(file.write(block) == block.size());
         file.close();
-        // Reading all of it would fail here rather than take what memory there is.
+        // Reading all of it would fail here rather than take all memory. The address sanitizer itself needs more.
         rlimit before{};
         getrlimit(RLIMIT_DATA, &before);
-        const rlimit small{.rlim_cur = 1 << 30, .rlim_max = before.rlim_max};
+        const rlimit small{.rlim_cur = isSanitized ? before.rlim_cur : 1 << 30, .rlim_max = before.rlim_max};
         setrlimit(RLIMIT_DATA, &small);
         const auto read = readHistoryFile(file.fileName());
         setrlimit(RLIMIT_DATA, &before);
