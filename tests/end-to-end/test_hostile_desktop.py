@@ -72,7 +72,15 @@ class WindowManager(HostileDesktop):
         self.expect_pass("hidden and shown without it")
         self.restart()
         self.pane.place(*PANE)
-        self.expect_pass("with another one")
+
+        def click_until_heard() -> None:  # a window manager that has just started may keep the first click
+            asked = len(self.server.requests)
+            for _ in range(3):
+                self.pane.double_click()
+                if eventually(lambda: len(self.server.requests) > asked, 5):
+                    return
+
+        self.expect_pass("with another one", click_until_heard)
         self.assertIn("_NET_WM_STATE_ABOVE", self.screen.output("xprop", "-id", self.pane.window, "_NET_WM_STATE"))
         self.screen.drag((480, 440), (520, 470), hold=0.3)
         self.assertTrue(eventually(lambda: self.pane.frame[0] > PANE[0] + 10), f"a drag moves it: {self.pane.frame}")
@@ -195,7 +203,7 @@ class Services(HostileDesktop):
         self.expect_pass("with the keyring")
         self.end(self.program("gnome-keyring-daemon"))
         self.pane.double_click()
-        self.assertTrue(eventually(lambda: "Enter your Compatible endpoint API key in Settings" in self.screen.texts()))
+        self.assertTrue(eventually(lambda: any("keyring" in text for text in self.screen.texts())), self.screen.texts())
         self.screen.start_keyring()
         self.expect_pass("with the keyring again", lambda: self.screen.press("Retry"))
 

@@ -76,7 +76,7 @@ class Installed(unittest.TestCase):
         self.assertTrue(eventually(lambda: self.screen.lucentra("quit").returncode == 2))
 
     def test_it_finds_its_texts_and_icons(self):
-        self.assertIn("画面の文字を翻訳する", self.screen.lucentra("--help").stdout)
+        self.assertIn("画面上のテキストを翻訳", self.screen.lucentra("--help").stdout)
         watcher = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
         self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
         self.screen.start([os.environ["LUCENTRA"]], stdout=subprocess.DEVNULL)
