@@ -10,13 +10,15 @@ ALLOWED = {
     "platform": {"support"},
     "platform/linux": {"platform", "support"},
     "settings": {"platform", "support"},
+    "settings/texts": {"settings", "platform", "support"},
+    "settings/migration": {"settings", "platform", "support"},
     "history": {"platform", "support"},
-    "translation": {"history", "settings", "platform", "support"},
-    "capture": {"translation", "history", "settings", "platform", "support"},
-    "pane": {"capture", "translation", "history", "settings", "platform", "support"},
-    "manual": {"pane", "capture", "translation", "history", "settings", "platform", "support"},
-    "history/window": {"capture", "translation", "history", "settings", "platform", "support"},
-    "settings/window": {"capture", "translation", "history", "settings", "platform", "support"},
+    "translation": {"history", "settings/texts", "settings", "platform", "support"},
+    "capture": {"translation", "history", "settings/texts", "settings", "platform", "support"},
+    "pane": {"capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
+    "manual": {"pane", "capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
+    "history/window": {"capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
+    "settings/window": {"capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
 }
 ALLOWED["app"] = set(ALLOWED)
 

@@ -9,7 +9,7 @@ import re
 import sys
 
 sys.dont_write_bytecode = True
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+ROOT = pathlib.Path(__file__).resolve().parents[3]
 sys.path.insert(0, str(ROOT / "resources" / "i18n"))
 import string_tables  # noqa: E402
 
