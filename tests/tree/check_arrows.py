@@ -4,22 +4,29 @@ import pathlib
 import re
 import sys
 
-# A folder may include its own headers and those of the folders listed here.
-ALLOWED = {
-    "support": set(),
-    "platform": {"support"},
-    "platform/linux": {"platform", "support"},
-    "settings": {"platform", "support"},
-    "settings/texts": {"settings", "platform", "support"},
-    "settings/migration": {"settings", "platform", "support"},
-    "history": {"platform", "support"},
-    "translation": {"history", "settings/texts", "settings", "platform", "support"},
-    "capture": {"translation", "history", "settings/texts", "settings", "platform", "support"},
-    "pane": {"capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
-    "manual": {"pane", "capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
-    "history/window": {"capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
-    "settings/window": {"capture", "translation", "history", "settings/texts", "settings", "platform", "support"},
+# The arrows from each folder; it may include the headers of every folder that it reaches by them.
+ARROWS = {
+    "support": [],
+    "widgets": [],
+    "platform": ["support"],
+    "platform/linux": ["platform"],
+    "settings": ["platform"],
+    "settings/texts": ["settings"],
+    "settings/migration": ["settings"],
+    "history": ["platform"],
+    "translation": ["history", "settings/texts"],
+    "capture": ["translation"],
+    "pane/glass": ["widgets", "settings"],
+    "pane/overlay": ["pane/glass", "capture"],
+    "pane/capsule": ["pane/glass", "capture"],
+    "pane/window": ["pane/overlay", "pane/capsule"],
+    "manual": ["widgets", "translation"],
+    "history/window": ["history", "settings/texts"],
+    "settings/window": ["translation"],
 }
+ALLOWED: dict[str, set[str]] = {}
+for folder, arrows in ARROWS.items():
+    ALLOWED[folder] = set(arrows).union(*(ALLOWED[other] for other in arrows))
 ALLOWED["app"] = set(ALLOWED)
 
 

@@ -1,7 +1,5 @@
 #include "ProgressIndicator.h"
 
-#include "CapsuleButton.h"
-
 #include <QPainter>
 
 #include <utility>
@@ -10,6 +8,7 @@ namespace lucentra {
 
 namespace {
 
+constexpr int side = 30; // points
 constexpr int spokes = 10;
 constexpr int turnMilliseconds = 1000;
 constexpr double innerRadius = 3.6;
@@ -23,7 +22,7 @@ ProgressIndicator::ProgressIndicator(QWidget *parent)
 {
     setRange(0, 0);
     setTextVisible(false);
-    setFixedSize(CapsuleButton::side, CapsuleButton::side);
+    setFixedSize(side, side);
     m_turn.setStartValue(0);
     m_turn.setEndValue(spokes);
     m_turn.setDuration(turnMilliseconds);
