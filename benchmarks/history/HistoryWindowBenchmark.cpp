@@ -6,7 +6,6 @@
 #include "HistoryView.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
-#include "NotificationCenter.h"
 #include "Scheduler.h"
 #include "SettingsStore.h"
 
@@ -60,8 +59,7 @@ struct Window
     QTemporaryDir folder;
     QString path = folder.filePath(u"history.json"_s);
     SettingsStore settings{folder.filePath(u"preferences.json"_s)};
-    NotificationCenter notifications;
-    LocalizationManager texts{settings, notifications, folder.path(), {u"en"_s}};
+    LocalizationManager texts{settings, folder.path(), {u"en"_s}};
     MainQueue queue;
     EventLoopScheduler scheduler;
     std::unique_ptr<HistoryManager> manager;

@@ -111,17 +111,13 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::createGlassWindow()
 {
-    m_window = std::make_unique<TransparentWindow>(
-        TransparentWindow::Services{.hints = m_desktop.windowHints,
-                                    .settings = m_services.settings(),
-                                    .texts = m_services.texts(),
-                                    .notificationCenter = m_services.notifications(),
-                                    .scheduler = m_scheduler});
-    m_glassView = new GlassView({.settings = m_services.settings(),
-                                 .texts = m_services.texts(),
-                                 .notificationCenter = m_services.notifications(),
-                                 .scheduler = m_scheduler},
-                                m_desktop.displayOptions.options());
+    m_window = std::make_unique<TransparentWindow>(TransparentWindow::Services{.hints = m_desktop.windowHints,
+                                                                               .settings = m_services.settings(),
+                                                                               .texts = m_services.texts(),
+                                                                               .scheduler = m_scheduler});
+    m_glassView =
+        new GlassView({.settings = m_services.settings(), .texts = m_services.texts(), .scheduler = m_scheduler},
+                      m_desktop.displayOptions.options());
     if (isWaylandSession())
         m_desktop.capture.explainNothingBeneath([&texts = m_services.texts()] {
             return texts.localized(
@@ -193,7 +189,7 @@ void AppDelegate::wireManualInput()
     });
     m_glassView->manualInput = {
         .makePanel = [this](QWidget *parent) -> QWidget * {
-            m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(), m_services.notifications(),
+            m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(),
                                                     m_desktop.displayOptions.options().reduceMotion, parent);
             return m_manualInputView;
         },
@@ -301,9 +297,9 @@ void AppDelegate::wireHotkeys()
 
 void AppDelegate::observeNotifications()
 {
-    NotificationCenter &center = m_services.notifications();
-    center.observe(notifications::updateGlobalHotkey, this, [this](const QVariant &) { registerHotkeys(); });
-    center.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { refreshLocalizedTitles(); });
+    m_services.settings().followFile();
+    m_services.settings().observe(notifications::updateGlobalHotkey, this, [this] { registerHotkeys(); });
+    m_services.texts().observeLanguage(this, [this] { refreshLocalizedTitles(); });
 }
 
 void AppDelegate::registerHotkeys()

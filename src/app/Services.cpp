@@ -16,7 +16,7 @@ Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, 
     , m_sinks(std::move(sinks))
     , m_patience(patience)
     , m_settings(SettingsStore::userFilePath(), m_diagnostics)
-    , m_texts(m_settings, m_notifications, stringTablesFolder(), QLocale::system().uiLanguages())
+    , m_texts(m_settings, stringTablesFolder(), QLocale::system().uiLanguages())
 {
 }
 

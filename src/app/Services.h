@@ -4,7 +4,6 @@
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
-#include "NotificationCenter.h"
 #include "OnDeviceServices.h"
 #include "Scheduler.h"
 #include "SettingsStore.h"
@@ -33,7 +32,6 @@ public:
     SettingsStore &settings() { return m_settings; }
     LocalizationManager &texts() { return m_texts; }
     MainQueue &mainQueue() { return m_mainQueue; }
-    NotificationCenter &notifications() { return m_notifications; }
     /// Any thread once `warmUpRecognizer` was called.
     TextRecognizer &recognizer();
     /// Makes the recognizer now, and has it load its models after a while.
@@ -48,7 +46,6 @@ private:
     const TranslationManager::Sinks m_sinks;
     const BuildPatience m_patience;
     MainQueue m_mainQueue;
-    NotificationCenter m_notifications;
     SettingsStore m_settings;
     LocalizationManager m_texts;
     std::unique_ptr<SecretStorage> m_secrets;

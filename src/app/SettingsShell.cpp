@@ -24,7 +24,6 @@ SettingsServices servicesOf(const SettingsShell::Program &program, LaunchAtLogin
     return {
         .settings = services.settings(),
         .texts = services.texts(),
-        .notifications = services.notifications(),
         .scheduler = program.scheduler,
         .mainQueue = services.mainQueue(),
         .keychain = services.keychain(),
@@ -49,7 +48,6 @@ SettingsServices servicesOf(const SettingsShell::Program &program, LaunchAtLogin
         .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
         .fillMenuBar = [&menu = program.menu](QMenuBar &bar) { menu.fillMenuBar(bar); },
         .paneFrame = program.paneFrame,
-        .settingsFile = SettingsStore::userFilePath(),
         .pagesFolder = QCoreApplication::applicationDirPath() + u"/../share/lucentra/privacy"_s,
         .applicationIcon = QIcon(u":/lucentra/icons/com.tarnby.lucentra.svg"_s),
         .version = versionAndBuild(),

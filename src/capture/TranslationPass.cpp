@@ -17,9 +17,6 @@ namespace lucentra {
 
 namespace {
 
-/// The value of the trigger mode in which nothing starts by itself.
-constexpr int manualTrigger = 1;
-
 QString joinedTexts(const QList<TextBlock> &blocks)
 {
     QStringList texts;
@@ -79,7 +76,7 @@ void TranslationPass::translateCurrentArea()
 bool TranslationPass::startsByItself() const
 {
     // In the input mode the pane shows typed text, which the screen's must not cover.
-    return m_settings.read(settings::triggerMode) != manualTrigger && !m_pane.isInputMode();
+    return m_settings.read(settings::triggerMode) == TriggerMode::AfterMoving && !m_pane.isInputMode();
 }
 
 void TranslationPass::scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease)

@@ -3,7 +3,6 @@
 #include "LocalizationManager.h"
 #include "LongTextEdit.h"
 #include "ManualInputViewModel.h"
-#include "NotificationCenter.h"
 #include "ProgressIndicator.h"
 
 #include <QHBoxLayout>
@@ -126,7 +125,7 @@ QWidget *makeHeader(const QList<QWidget *> &leading, const QList<QWidget *> &tra
 } // namespace
 
 ManualInputView::ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization,
-                                 NotificationCenter &notificationCenter, bool reduceMotion, QWidget *parent)
+                                 bool reduceMotion, QWidget *parent)
     : QWidget(parent)
     , m_viewModel(viewModel)
     , m_localization(localization)
@@ -151,7 +150,7 @@ ManualInputView::ManualInputView(ManualInputViewModel &viewModel, const Localiza
 
     connect(m_editor, &QPlainTextEdit::textChanged, this, [this] { m_viewModel.setInputText(m_editor->wholeText()); });
     connect(&viewModel, &ManualInputViewModel::changed, this, &ManualInputView::render);
-    notificationCenter.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { renderTexts(); });
+    localization.observeLanguage(this, [this] { renderTexts(); });
     renderTexts();
     render();
 }

@@ -9,7 +9,6 @@ namespace lucentra {
 class LocalizationManager;
 class LongTextEdit;
 class ManualInputViewModel;
-class NotificationCenter;
 class ProgressIndicator;
 
 /// The panel for typed text: an editor above, its translation beneath. It lies on the pane's lower part on a ground of
@@ -19,8 +18,8 @@ class ManualInputView : public QWidget
 {
 public:
     /// All but the parent must outlive the view. Under reduced motion nothing turns.
-    ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization,
-                    NotificationCenter &notificationCenter, bool reduceMotion, QWidget *parent = nullptr);
+    ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization, bool reduceMotion,
+                    QWidget *parent = nullptr);
     void setReduceMotion(bool reduceMotion);
     /// A low panel is all text: without headers, it has no place to tell of a copy.
     bool hasHeaders() const;

@@ -19,6 +19,8 @@ public:
     /// Reads the file. If it isn't a JSON object, it is kept under another name.
     PreferencesFile(QString path, DiagnosticLine diagnostics);
 
+    const QString &path() const { return m_path; }
+
     /// The current content of the file, or its last content if it has become unreadable. Any thread; never waits for
     /// `apply`.
     QJsonObject values();

@@ -4,8 +4,21 @@
 
 #include <array>
 
-/// The keys and defaults of all settings. Settings whose changes take effect at once have a notification, see
-/// NotificationCenter.h.
+namespace lucentra {
+
+/// When the pane translates by itself.
+enum class TriggerMode {
+    AfterMoving, ///< after it was moved or resized
+    Manual,      ///< never: only on a click, a button or the hotkey
+    last = Manual
+};
+
+/// What on the pane translates.
+enum class ClickGesture { SingleClick, DoubleClick, last = DoubleClick };
+
+} // namespace lucentra
+
+/// The keys and defaults of all settings.
 namespace lucentra::settings {
 
 using namespace Qt::StringLiterals;
@@ -47,10 +60,8 @@ constexpr Setting<bool> consentKey(qint64 engineRawValue)
 
 // Triggers
 
-/// 0: translate automatically after the pane was moved or resized; 1: only on a click, a button or the hotkey.
-inline constexpr Setting<qint64> triggerMode{"triggerMode"_L1, 0};
-/// 0: a single click on the pane translates; any other value: a double click.
-inline constexpr Setting<qint64> translationClickGesture{"translationClickGesture"_L1, 1};
+inline constexpr Setting<TriggerMode> triggerMode{"triggerMode"_L1, TriggerMode::AfterMoving};
+inline constexpr Setting<ClickGesture> translationClickGesture{"translationClickGesture"_L1, ClickGesture::DoubleClick};
 
 // The pane
 
@@ -86,3 +97,20 @@ inline constexpr Setting<qint64> hotkeyModifiers{"hotkeyModifiers"_L1, 0x80000};
 inline constexpr Setting<QString> hotkeyString{"hotkeyString"_L1, u"⌥T"};
 
 } // namespace lucentra::settings
+
+/// The changes that have a name of their own; see `SettingsStore::observe`.
+namespace lucentra::notifications {
+
+using namespace Qt::StringLiterals;
+
+inline constexpr Notification<QString> targetLanguageChanged{"TargetLanguageChanged"_L1, settings::targetLanguageCode};
+inline constexpr Notification<ClickGesture> translationClickGestureChanged{"TranslationClickGestureChanged"_L1,
+                                                                           settings::translationClickGesture};
+inline constexpr Notification<QString> updateNeonBorder{"UpdateNeonBorder"_L1, settings::neonBorderColor};
+inline constexpr Notification<double> updateGlassOpacity{"UpdateGlassOpacity"_L1, settings::glassOpacity};
+/// Of the three settings of the hotkey, the text is written last.
+inline constexpr Notification<QString> updateGlobalHotkey{"UpdateGlobalHotkey"_L1, settings::hotkeyString};
+/// Observe it through `LocalizationManager::observeLanguage`.
+inline constexpr Notification<QString> appLanguageDidChange{"AppLanguageDidChange"_L1, settings::appLanguage};
+
+} // namespace lucentra::notifications

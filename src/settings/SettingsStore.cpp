@@ -1,7 +1,10 @@
 #include "SettingsStore.h"
 
 #include "PreferencesFile.h"
+#include "PrivateFile.h"
 
+#include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QJsonObject>
 #include <QStandardPaths>
 
@@ -33,6 +36,7 @@ class SettingsStore::State
 public:
     State(const QString &filePath, DiagnosticLine diagnostics)
         : m_file(filePath, std::move(diagnostics))
+        , m_announced(m_file.values())
     {
     }
 
@@ -51,12 +55,26 @@ public:
     QJsonValue value(const QString &key)
     {
         const std::lock_guard lock(m_mutex);
-        if (const auto found = m_overrides.constFind(key); found != m_overrides.cend())
-            return found.value();
-        if (const auto found = m_unsaved.constFind(key); found != m_unsaved.cend())
-            return found.value();
-        return m_file.values().value(key);
+        return valueIn(m_file.values(), key);
     }
+
+    /// Which of the keys, or of all keys if none is given, have another value than at the last call.
+    QStringList newsOf(const QStringList &keys = {})
+    {
+        const std::lock_guard lock(m_mutex);
+        const QJsonObject file = m_file.values();
+        QStringList candidates = keys;
+        if (keys.isEmpty()) {
+            candidates = file.keys() + m_announced.keys();
+            candidates.removeDuplicates();
+        }
+        candidates.removeIf([&](const QString &key) { return valueIn(file, key) == m_announced.value(key); });
+        for (const QString &key : std::as_const(candidates))
+            m_announced.insert(key, valueIn(file, key));
+        return candidates;
+    }
+
+    const QString &path() const { return m_file.path(); }
 
     void change(const QString &key, const QJsonValue &newValue)
     {
@@ -81,6 +99,15 @@ public:
     }
 
 private:
+    QJsonValue valueIn(const QJsonObject &file, const QString &key) const
+    {
+        if (const auto found = m_overrides.constFind(key); found != m_overrides.cend())
+            return found.value();
+        if (const auto found = m_unsaved.constFind(key); found != m_unsaved.cend())
+            return found.value();
+        return file.value(key);
+    }
+
     void write()
     {
         std::unique_lock lock(m_mutex);
@@ -114,6 +141,7 @@ private:
     std::mutex m_mutex;                   // guards the rest
     QHash<QString, QJsonValue> m_unsaved; // `Undefined`: to be removed
     QHash<QString, QJsonValue> m_overrides;
+    QJsonObject m_announced; // the values that observers know
     quint64 m_changeCount = 0;
     quint64 m_triedCount = 0; // how many of the changes were written, or could not be
     bool m_isEnding = false;
@@ -140,7 +168,7 @@ bool SettingsStore::contains(const QString &key) const
 
 void SettingsStore::remove(const QString &key)
 {
-    m_state->change(key, QJsonValue(QJsonValue::Undefined));
+    change(key, QJsonValue(QJsonValue::Undefined));
 }
 
 QJsonValue SettingsStore::value(const QString &key) const
@@ -151,7 +179,32 @@ QJsonValue SettingsStore::value(const QString &key) const
 void SettingsStore::setValue(const QString &key, const QJsonValue &newValue)
 {
     if (!key.isEmpty() && !newValue.isUndefined())
-        m_state->change(key, newValue);
+        change(key, newValue);
+}
+
+void SettingsStore::change(const QString &key, const QJsonValue &newValue)
+{
+    m_state->change(key, newValue);
+    if (!m_state->newsOf({key}).isEmpty())
+        Q_EMIT changed(key);
+}
+
+void SettingsStore::followFile()
+{
+    const QString &path = m_state->path();
+    createFolderOf(path);
+    auto *watcher = new QFileSystemWatcher({QFileInfo(path).path(), path}, this);
+    const auto look = [this, watcher, &path] {
+        // Another file may have this name now, while the watcher still watches the old one.
+        watcher->removePath(path);
+        if (QFileInfo::exists(path))
+            watcher->addPath(path);
+        for (const QString &key : m_state->newsOf())
+            Q_EMIT changed(key);
+    };
+    // The program replaces the file, of which only its folder reports; an editor may write into it.
+    connect(watcher, &QFileSystemWatcher::directoryChanged, this, look);
+    connect(watcher, &QFileSystemWatcher::fileChanged, this, look);
 }
 
 void SettingsStore::flush()

@@ -5,10 +5,13 @@
 
 #include <QHash>
 #include <QJsonValue>
+#include <QObject>
 #include <QString>
 
+#include <concepts>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
 namespace lucentra {
 
@@ -27,16 +30,16 @@ namespace lucentra {
 /// a full disk) are valid for this process and are written with the next change. Both are logged with the file's name,
 /// never with its content.
 ///
-/// Every operation may be called on any thread.
-class SettingsStore
+/// Every operation but `followFile` may be called on any thread.
+class SettingsStore : public QObject
 {
+    Q_OBJECT
+
 public:
     /// Uses the given file. Neither the file nor its folder need exist.
     explicit SettingsStore(const QString &filePath, DiagnosticLine diagnostics = {});
     /// Waits until all changes are in the file.
-    ~SettingsStore();
-    SettingsStore(const SettingsStore &) = delete;
-    SettingsStore &operator=(const SettingsStore &) = delete;
+    ~SettingsStore() override;
 
     /// The user's own file: "lucentra/preferences.json" in $XDG_CONFIG_HOME.
     static QString userFilePath();
@@ -50,7 +53,7 @@ public:
     template <typename Value>
     void write(const Setting<Value> &setting, const std::type_identity_t<Value> &newValue)
     {
-        setValue(setting.key, QJsonValue(newValue));
+        setValue(setting.key, jsonOf(newValue));
     }
 
     /// Overrides the stored value for the lifetime of this store, without writing it. A later `write` changes the file
@@ -58,7 +61,7 @@ public:
     template <typename Value>
     void overrideForThisProcess(const Setting<Value> &setting, const std::type_identity_t<Value> &newValue)
     {
-        setOverride(setting.key, QJsonValue(newValue));
+        setOverride(setting.key, jsonOf(newValue));
     }
 
     /// Whether the key has a value of any type, stored or overridden. A default doesn't count.
@@ -84,13 +87,56 @@ public:
     /// Waits until all changes so far are in the file, or writing them has failed.
     void flush();
 
+    /// Calls after each change of the setting until the context is destroyed, in the context's thread. The callback
+    /// takes the new value, or nothing.
+    template <typename Value, typename Callback>
+    void observe(const Setting<Value> &setting, QObject *context, Callback callback) const
+    {
+        connect(this, &SettingsStore::changed, context,
+                [this, setting, callback = std::move(callback)](const QString &key) mutable {
+                    if (key != setting.key)
+                        return;
+                    if constexpr (std::invocable<Callback, Value>)
+                        callback(read(setting));
+                    else
+                        callback();
+                });
+    }
+    template <typename Value, typename Callback>
+    void observe(const Notification<Value> &notification, QObject *context, Callback callback) const
+    {
+        observe(notification.setting, context, std::move(callback));
+    }
+
+    /// From now on, changes that others make to the file are announced too. Call it on the main thread.
+    void followFile();
+
+Q_SIGNALS:
+    /// The key's value has become another one, by a write (emitted on its thread) or in the file.
+    void changed(const QString &key);
+
 private:
+    template <typename Value>
+    static QJsonValue jsonOf(const Value &value)
+    {
+        if constexpr (std::is_enum_v<Value>)
+            return qint64(value);
+        else
+            return value;
+    }
+    void change(const QString &key, const QJsonValue &newValue);
     void setOverride(const QString &key, const QJsonValue &newValue);
 
     static bool interpret(const QJsonValue &stored, const Setting<bool> &setting);
     static qint64 interpret(const QJsonValue &stored, const Setting<qint64> &setting);
     static double interpret(const QJsonValue &stored, const Setting<double> &setting);
     static QString interpret(const QJsonValue &stored, const Setting<QString> &setting);
+    template <typename Enumeration>
+    static Enumeration interpret(const QJsonValue &stored, const Setting<Enumeration> &setting)
+    {
+        const auto number = interpret(stored, Setting<qint64>{setting.key, qint64(setting.defaultValue)});
+        return number >= 0 && number <= qint64(Enumeration::last) ? Enumeration(number) : setting.defaultValue;
+    }
 
     class State;
     const std::unique_ptr<State> m_state;

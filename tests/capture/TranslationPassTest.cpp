@@ -370,12 +370,12 @@ private Q_SLOTS:
 
     void theManualModeStartsNothingByItself()
     {
-        m_settings->write(settings::triggerMode, 1);
+        m_settings->write(settings::triggerMode, TriggerMode::Manual);
         m_pass->scheduleDebouncedCapture();
         QVERIFY(m_clock->isIdle());
-        m_settings->write(settings::triggerMode, 0);
+        m_settings->write(settings::triggerMode, TriggerMode::AfterMoving);
         m_pass->scheduleDebouncedCapture();
-        m_settings->write(settings::triggerMode, 1); // switched while the timer runs
+        m_settings->write(settings::triggerMode, TriggerMode::Manual); // switched while the timer runs
         m_clock->advance(1s);
         QCOMPARE(passes(), 0);
     }

@@ -201,7 +201,7 @@ private Q_SLOTS:
               u"👩‍🚀燈塔管理員"_s.repeated(100000)}) { // one word of characters of several units
             Typing typing;
             TestTexts texts;
-            ManualInputView view(*typing.model, texts.manager, texts.notifications, true);
+            ManualInputView view(*typing.model, texts.manager, true);
             view.resize(464, 240);
             view.show();
             auto *editor = dynamic_cast<QPlainTextEdit *>(view.focusProxy());

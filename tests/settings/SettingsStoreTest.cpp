@@ -61,8 +61,8 @@ private Q_SLOTS:
 
     void storedValuesAreReadByType_data()
     {
-        columns<QByteArray, qint64, double, double, bool, QString>("file", "clickGesture", "opacity", "sizeInForm",
-                                                                   "follows", "target");
+        columns<QByteArray, ClickGesture, double, double, bool, QString>("file", "clickGesture", "opacity",
+                                                                         "sizeInForm", "follows", "target");
         const auto row = [](const char *name, const char *value) -> QTestData & {
             QByteArray file = "{";
             for (const char *key : {"translationClickGesture", "glassOpacity", "fontSize",
@@ -70,15 +70,16 @@ private Q_SLOTS:
                 file += (file.size() > 1 ? ",\"" : "\"") + QByteArray(key) + "\":" + value;
             return QTest::newRow(name) << (*value ? file + '}' : "{}"_ba);
         };
-        row("absent: the defaults", "") << qint64(1) << 0.75 << 20.0 << true << u"zh-Hant"_s;
-        row("a whole number", "3") << qint64(3) << 3.0 << 3.0 << false << u"zh-Hant"_s;
-        row("a whole number written as a fraction", "3.0") << qint64(3) << 3.0 << 3.0 << false << u"zh-Hant"_s;
-        row("zero is no opacity", "0") << qint64(0) << 0.75 << 0.0 << false << u"zh-Hant"_s;
-        row("a fraction is no whole number", "0.5") << qint64(0) << 0.5 << 0.5 << false << u"zh-Hant"_s;
-        row("true is no number", "true") << qint64(0) << 0.75 << 0.0 << true << u"zh-Hant"_s;
-        row("a text is no number", "\"1\"") << qint64(0) << 0.75 << 0.0 << false << u"1"_s;
-        row("an empty text is a text", "\"\"") << qint64(0) << 0.75 << 0.0 << false << u""_s;
-        row("null", "null") << qint64(0) << 0.75 << 0.0 << false << u"zh-Hant"_s;
+        row("absent: the defaults", "") << ClickGesture::DoubleClick << 0.75 << 20.0 << true << u"zh-Hant"_s;
+        row("a whole number", "3") << ClickGesture::DoubleClick << 3.0 << 3.0 << false << u"zh-Hant"_s;
+        row("a whole number written as a fraction", "3.0")
+            << ClickGesture::DoubleClick << 3.0 << 3.0 << false << u"zh-Hant"_s;
+        row("zero is no opacity", "0") << ClickGesture::SingleClick << 0.75 << 0.0 << false << u"zh-Hant"_s;
+        row("a fraction is no whole number", "0.5") << ClickGesture::SingleClick << 0.5 << 0.5 << false << u"zh-Hant"_s;
+        row("true is no number", "true") << ClickGesture::SingleClick << 0.75 << 0.0 << true << u"zh-Hant"_s;
+        row("a text is no number", "\"1\"") << ClickGesture::SingleClick << 0.75 << 0.0 << false << u"1"_s;
+        row("an empty text is a text", "\"\"") << ClickGesture::SingleClick << 0.75 << 0.0 << false << u""_s;
+        row("null", "null") << ClickGesture::SingleClick << 0.75 << 0.0 << false << u"zh-Hant"_s;
     }
 
     void storedValuesAreReadByType()
@@ -261,6 +262,30 @@ private Q_SLOTS:
         QVERIFY(store.contains(settings::targetLanguageCode));
         QCOMPARE(stored(store), (QJsonObject{{u"translationEngine"_s, 5}}));
         QCOMPARE(makeStore().read(settings::translationEngine), 5);
+    }
+
+    void observersHearOfChangesAlone()
+    {
+        SettingsStore store = makeStore();
+        store.followFile();
+        QStringList seen;
+        auto first = std::make_unique<QObject>();
+        store.observe(notifications::targetLanguageChanged, first.get(), [&](const QString &code) {
+            seen.append(u"first "_s + code);
+            first.reset(); // during the announcement
+        });
+        store.observe(settings::targetLanguageCode, this, [&](const QString &code) { seen.append(code); });
+        const auto cleanUp = qScopeGuard([&] { store.disconnect(this); });
+        store.write(settings::autoHide, true);
+        store.write(settings::targetLanguageCode, u"ja"_s);
+        store.write(settings::targetLanguageCode, u"ja"_s);
+        QCOMPARE(seen, (QStringList{u"first ja"_s, u"ja"_s}));
+        store.flush();
+        seen.clear();
+        makeStore().write(settings::targetLanguageCode, u"ko"_s); // another process
+        QTRY_COMPARE(seen, QStringList{u"ko"_s});
+        QVERIFY(QFile::remove(m_path));
+        QTRY_COMPARE(seen, (QStringList{u"ko"_s, u"zh-Hant"_s}));
     }
 
     void consentHasKeysForRemoteEnginesAlone()

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "LocalizationManager.h"
-#include "NotificationCenter.h"
 #include "SettingsStore.h"
 
 #include <QTemporaryDir>
@@ -13,8 +12,7 @@ struct TestTexts
 {
     QTemporaryDir folder;
     SettingsStore settings{folder.filePath(QStringLiteral("preferences.json"))};
-    NotificationCenter notifications;
-    LocalizationManager manager{settings, notifications, folder.path(), {QStringLiteral("zh-Hant")}};
+    LocalizationManager manager{settings, folder.path(), {QStringLiteral("zh-Hant")}};
 };
 
 } // namespace lucentra

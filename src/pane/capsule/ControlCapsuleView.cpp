@@ -5,7 +5,6 @@
 #include "GlassBackdropView.h"
 #include "LocalizationManager.h"
 #include "MenuButtonAccessibility.h"
-#include "NotificationCenter.h"
 #include "ProgressIndicator.h"
 #include "Spring.h"
 #include "TargetLanguageOption.h"
@@ -79,8 +78,8 @@ ActionForm translateForm(TranslationActionState state)
 
 } // namespace
 
-ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
-                                       const GlassBackdropView &glass, QWidget *parent)
+ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, const GlassBackdropView &glass,
+                                       QWidget *parent)
     : QWidget(parent)
     , m_localization(localization)
     , m_glass(glass)
@@ -117,7 +116,7 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     m_progressFade.setEasingCurve(QEasingCurve::OutSine);
     connect(&m_progressFade, &QVariantAnimation::valueChanged, this,
             [this](const QVariant &value) { setProgressPresence(value.toDouble()); });
-    notificationCenter.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) { render(); });
+    localization.observeLanguage(this, [this] { render(); });
     setProgressPresence(0);
     render();
     setOpacity(0);

@@ -18,7 +18,6 @@ class CapsuleButton;
 class CapsuleTooltip;
 class GlassBackdropView;
 class LocalizationManager;
-class NotificationCenter;
 class ProgressIndicator;
 
 /// What the capsule shows; the pane owns it.
@@ -42,8 +41,7 @@ class ControlCapsuleView : public QWidget
 {
 public:
     /// The capsule's ground is made of the glass. The tooltips of the buttons appear beneath the capsule on the parent.
-    ControlCapsuleView(const LocalizationManager &localization, NotificationCenter &notificationCenter,
-                       const GlassBackdropView &glass, QWidget *parent);
+    ControlCapsuleView(const LocalizationManager &localization, const GlassBackdropView &glass, QWidget *parent);
 
     // One call a tap. Those that aren't set are left out.
     std::function<void()> onTranslateTapped;

@@ -1,6 +1,5 @@
 #include "NeonBorderView.h"
 
-#include "NotificationCenter.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "Spring.h"
@@ -24,7 +23,7 @@ double pulseOpacity(double phase)
 
 } // namespace
 
-NeonBorderView::NeonBorderView(const SettingsStore &settings, NotificationCenter &notificationCenter, QWidget *parent)
+NeonBorderView::NeonBorderView(const SettingsStore &settings, QWidget *parent)
     : QWidget(parent)
     , m_settings(settings)
 {
@@ -38,7 +37,7 @@ NeonBorderView::NeonBorderView(const SettingsStore &settings, NotificationCenter
         if (isVisibleStep(m_glowOpacity, opacity, -1)) // it never ends
             setGlowOpacity(opacity);
     });
-    notificationCenter.observe(notifications::updateNeonBorder, this, [this](const QVariant &) { updateColor(); });
+    settings.observe(notifications::updateNeonBorder, this, [this] { updateColor(); });
     updateColor();
 }
 

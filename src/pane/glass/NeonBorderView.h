@@ -9,7 +9,6 @@
 
 namespace lucentra {
 
-class NotificationCenter;
 class SettingsStore;
 
 /// The pane's border: a line on the rounded edge that glows inwards, and whose glow breathes while a pass runs. It
@@ -22,8 +21,7 @@ public:
     static constexpr double greatestPulse = 0.9;
     static constexpr int pulseWayMilliseconds = 800;
 
-    /// `settings` and `notificationCenter` must outlive the view.
-    NeonBorderView(const SettingsStore &settings, NotificationCenter &notificationCenter, QWidget *parent = nullptr);
+    NeonBorderView(const SettingsStore &settings, QWidget *parent = nullptr);
 
     /// Shows that a pass runs; only looks are changed. `updatePulse` must follow.
     bool isProcessing = false;

@@ -6,7 +6,6 @@
 #include "GripView.h"
 #include "LocalizationManager.h"
 #include "NeonBorderView.h"
-#include "NotificationCenter.h"
 #include "OverlayTypesetter.h"
 #include "Settings.h"
 #include "SettingsStore.h"
@@ -29,7 +28,6 @@ namespace lucentra {
 
 namespace {
 
-constexpr qint64 manualTrigger = 1;
 constexpr int capsuleTop = 5;
 constexpr int capsuleRight = 16;
 constexpr int leastCapsuleRight = 6;
@@ -51,9 +49,9 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_services(services)
     , m_displayOptions(displayOptions)
     , m_visualEffect(new GlassBackdropView(this))
-    , m_neonBorderView(new NeonBorderView(services.settings, services.notificationCenter, this))
+    , m_neonBorderView(new NeonBorderView(services.settings, this))
     , m_grip(new GripView(this))
-    , m_capsule(new ControlCapsuleView(services.texts, services.notificationCenter, *m_visualEffect, this))
+    , m_capsule(new ControlCapsuleView(services.texts, *m_visualEffect, this))
     , m_hints(*this, services.scheduler,
               {.add = [this](QWidget *view) { addBelowCapsule(view); },
                .changed = [this] { updateCalmAreas(); },
@@ -71,22 +69,20 @@ GlassView::~GlassView() = default;
 
 void GlassView::observeNotifications()
 {
-    NotificationCenter &center = m_services.notificationCenter;
-    center.observe(notifications::updateGlassOpacity, this, [this](const QVariant &) {
-        m_visualEffect->setOpacity(m_services.settings.read(settings::glassOpacity), !m_displayOptions.reduceMotion);
-    });
-    center.observe(notifications::targetLanguageChanged, this, [this](const QVariant &code) {
-        m_targetLanguageCode = code.typeId() == QMetaType::QString
-                                   ? code.toString()
-                                   : m_services.settings.read(settings::targetLanguageCode);
+    const SettingsStore &store = m_services.settings;
+    store.observe(notifications::updateGlassOpacity, this,
+                  [this](double opacity) { m_visualEffect->setOpacity(opacity, !m_displayOptions.reduceMotion); });
+    store.observe(settings::triggerMode, this, [this] { updateCapsuleState(); });
+    store.observe(notifications::targetLanguageChanged, this, [this](const QString &code) {
+        m_targetLanguageCode = code;
         m_typesetter.reset();
         updateCapsuleState();
     });
-    center.observe(notifications::translationClickGestureChanged, this, [this](const QVariant &) {
+    store.observe(notifications::translationClickGestureChanged, this, [this] {
         showHint(m_services.texts.localized(isDoubleClickGesture() ? u"雙擊玻璃板即可翻譯"_s : u"單擊玻璃板即可翻譯"_s),
                  true);
     });
-    center.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) {
+    m_services.texts.observeLanguage(this, [this] {
         if (isPristine())
             showPristineHint();
     });
@@ -116,7 +112,7 @@ void GlassView::setupControlCapsule()
 void GlassView::updateCapsuleState()
 {
     m_capsule->setState({.isHovering = m_isHovering,
-                         .isManual = m_services.settings.read(settings::triggerMode) == manualTrigger,
+                         .isManual = m_services.settings.read(settings::triggerMode) == TriggerMode::Manual,
                          .isInputMode = m_isInputMode,
                          .isProcessing = m_isProcessing,
                          .targetLanguageCode = m_targetLanguageCode,
@@ -165,13 +161,13 @@ void GlassView::showPristineHint()
 {
     const LocalizationManager &texts = m_services.texts;
     const QString gesture = texts.localized(isDoubleClickGesture() ? u"雙擊翻譯"_s : u"單擊翻譯"_s);
-    const bool isManual = m_services.settings.read(settings::triggerMode) == manualTrigger;
+    const bool isManual = m_services.settings.read(settings::triggerMode) == TriggerMode::Manual;
     m_hints.showStart(texts.formatted(isManual ? u"%@・拖曳移動"_s : u"移動或縮放後自動翻譯・%@"_s, gesture));
 }
 
 bool GlassView::isDoubleClickGesture() const
 {
-    return m_services.settings.read(settings::translationClickGesture) != 0;
+    return m_services.settings.read(settings::translationClickGesture) == ClickGesture::DoubleClick;
 }
 
 void GlassView::performTranslateAction()
@@ -186,9 +182,8 @@ void GlassView::performTranslateAction()
 void GlassView::toggleTriggerMode()
 {
     SettingsStore &store = m_services.settings;
-    const bool becomesManual = store.read(settings::triggerMode) != manualTrigger;
-    store.write(settings::triggerMode, becomesManual ? manualTrigger : 0);
-    updateCapsuleState();
+    const bool becomesManual = store.read(settings::triggerMode) != TriggerMode::Manual;
+    store.write(settings::triggerMode, becomesManual ? TriggerMode::Manual : TriggerMode::AfterMoving);
     showHint(m_services.texts.localized(becomesManual ? u"框選翻譯"_s : u"自動辨識"_s), true);
 }
 
@@ -196,7 +191,6 @@ void GlassView::selectTargetLanguage(const QString &code)
 {
     m_services.settings.write(settings::targetLanguageFollowsInterface, false);
     m_services.settings.write(settings::targetLanguageCode, code);
-    m_services.notificationCenter.post(notifications::targetLanguageChanged, code);
     const LocalizationManager &texts = m_services.texts;
     showHint(texts.formatted(u"目標語言：%@"_s, texts.localized(targetLanguageOption(code).name.toString())), true);
 }

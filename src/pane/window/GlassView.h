@@ -21,7 +21,6 @@ class GlassErrorCard;
 class GripView;
 class LocalizationManager;
 class NeonBorderView;
-class NotificationCenter;
 class OverlayTypesetter;
 class SettingsStore;
 class TransparentWindow;
@@ -37,7 +36,6 @@ public:
     {
         SettingsStore &settings;
         const LocalizationManager &texts;
-        NotificationCenter &notificationCenter;
         Scheduler &scheduler;
     };
 

@@ -2,7 +2,6 @@
 
 #include "GlassView.h"
 #include "LocalizationManager.h"
-#include "NotificationCenter.h"
 #include "PaneShape.h"
 #include "ResizeHandle.h"
 #include "Settings.h"
@@ -62,8 +61,7 @@ TransparentWindow::TransparentWindow(const Services &services)
     addButtons();
     addResizeHandles();
     retranslate();
-    services.notificationCenter.observe(notifications::appLanguageDidChange, this,
-                                        [this](const QVariant &) { retranslate(); });
+    services.texts.observeLanguage(this, [this] { retranslate(); });
     create();
     windowHandle()->installEventFilter(this);
     services.hints.setHoldHandler(*windowHandle(), [this](bool isHeld) {

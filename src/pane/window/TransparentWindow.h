@@ -14,7 +14,6 @@ namespace lucentra {
 
 class GlassView;
 class LocalizationManager;
-class NotificationCenter;
 class ResizeHandle;
 class SettingsStore;
 class WindowButton;
@@ -34,7 +33,6 @@ public:
         PaneWindowHints &hints;
         const SettingsStore &settings;
         const LocalizationManager &texts;
-        NotificationCenter &notificationCenter;
         Scheduler &scheduler;
     };
 

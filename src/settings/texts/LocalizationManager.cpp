@@ -1,23 +1,20 @@
 #include "LocalizationManager.h"
 
-#include "NotificationCenter.h"
-#include "Settings.h"
-#include "SettingsStore.h"
-
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-LocalizationManager::LocalizationManager(SettingsStore &settings, NotificationCenter &notifications,
-                                         const QString &tablesFolder, QStringList preferredLanguages)
+LocalizationManager::LocalizationManager(SettingsStore &settings, const QString &tablesFolder,
+                                         QStringList preferredLanguages)
     : m_settings(settings)
-    , m_notifications(notifications)
     , m_tables(tablesFolder)
     , m_preferredLanguages(std::move(preferredLanguages))
     , m_language(appLanguageFromRawValue(settings.read(settings::appLanguage)))
 {
+    // Before anybody else observes the setting, so that all of them see the new language.
+    observeLanguage(&m_observer, [this](const QString &stored) { m_language = appLanguageFromRawValue(stored); });
 }
 
 void LocalizationManager::setLanguage(AppLanguage language)
@@ -25,7 +22,6 @@ void LocalizationManager::setLanguage(AppLanguage language)
     if (m_language.exchange(language) == language)
         return;
     m_settings.write(settings::appLanguage, rawValue(language));
-    m_notifications.post(notifications::appLanguageDidChange);
 }
 
 QString LocalizationManager::localized(const QString &key) const

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "AppLanguage.h"
+#include "Settings.h"
+#include "SettingsStore.h"
 #include "StringTables.h"
 #include "TextPattern.h"
 
@@ -12,9 +14,6 @@
 
 namespace lucentra {
 
-class NotificationCenter;
-class SettingsStore;
-
 /// The interface language, the texts in it, and the target language that may follow it.
 ///
 /// Every visible text is looked up here; its key is the Traditional Chinese text. The lookups and
@@ -25,13 +24,19 @@ public:
     /// Reads the language from the settings. `tablesFolder` contains the compiled string tables (see
     /// `stringTablesFolder`); `preferredLanguages` are the system's languages as BCP 47 tags, most preferred first
     /// (`QLocale::system().uiLanguages()`).
-    LocalizationManager(SettingsStore &settings, NotificationCenter &notifications, const QString &tablesFolder,
-                        QStringList preferredLanguages);
+    LocalizationManager(SettingsStore &settings, const QString &tablesFolder, QStringList preferredLanguages);
 
     AppLanguage language() const { return m_language; }
 
-    /// Stores the language and posts "AppLanguageDidChange". Does nothing if it is the current one.
+    /// Stores the language, which announces it. Does nothing if it is the current one.
     void setLanguage(AppLanguage language);
+
+    /// Calls after each change of the language until the context is destroyed ("AppLanguageDidChange").
+    template <typename Callback>
+    void observeLanguage(QObject *context, Callback callback) const
+    {
+        m_settings.observe(notifications::appLanguageDidChange, context, std::move(callback));
+    }
 
     /// The text for a key in the interface language; if that is missing, the English text; if that is missing, the key.
     QString localized(const QString &key) const;
@@ -59,10 +64,10 @@ private:
     QString systemLanguageCode(const QString &withoutPreference) const;
 
     SettingsStore &m_settings;
-    NotificationCenter &m_notifications;
     const StringTables m_tables;
     const QStringList m_preferredLanguages;
     std::atomic<AppLanguage> m_language;
+    QObject m_observer;
 };
 
 } // namespace lucentra

@@ -2,7 +2,6 @@
 
 #include "FormSection.h"
 #include "LocalizationManager.h"
-#include "NotificationCenter.h"
 #include "Settings.h"
 #include "SettingsForm.h"
 #include "SettingsStore.h"
@@ -33,44 +32,32 @@ int shownFontSize(const SettingsStore &store)
     return int(std::fmin(std::fmax(store.read(settings::fontSizeInForm), leastFontSize), greatestFontSize));
 }
 
-void addBorderColor(SettingsForm &form, FormSection &section)
+void addBorderColor(FormSection &section)
 {
-    SettingsStore &store = form.services().settings;
-    NotificationCenter &center = form.services().notifications;
     section.addPicker(u"邊框發光顏色："_s,
                       {{u"古典透白 (Classic White - 預設)"_s, u"white"_s},
                        {u"淡雅水藍 (Subtle Blue)"_s, u"blue"_s},
                        {u"柔和櫻粉 (Soft Pink)"_s, u"pink"_s},
                        {u"極簡無邊框 (No Border)"_s, u"none"_s}},
-                      {[&store] { return store.read(settings::neonBorderColor); },
-                       [&store, &center](const QVariant &color) {
-                           store.write(settings::neonBorderColor, color.toString());
-                           center.post(notifications::updateNeonBorder);
-                       }});
+                      section.stored<QVariant>(settings::neonBorderColor));
 }
 
 void addOpacity(SettingsForm &form, FormSection &section)
 {
     const LocalizationManager &texts = form.services().texts;
     SettingsStore &store = form.services().settings;
-    NotificationCenter &center = form.services().notifications;
     section.addSlider(
         [&texts, &store] { return texts.formatted(u"玻璃透明度：%d%%"_s, int(shownOpacity(store) * 100)); },
         leastOpacity, int(opacitySteps),
         {[&store] { return qRound(shownOpacity(store) * opacitySteps); },
-         [&store, &center](int step) {
-             store.write(settings::glassOpacity, step / opacitySteps);
-             center.post(notifications::updateGlassOpacity);
-         }});
+         [&store](int step) { store.write(settings::glassOpacity, step / opacitySteps); }});
 }
 
 void addFontSize(SettingsForm &form, FormSection &section)
 {
     const LocalizationManager &texts = form.services().texts;
     SettingsStore &store = form.services().settings;
-    section.addToggle(u"自動調整文字大小"_s,
-                      {[&store] { return store.read(settings::isFontSizeAuto); },
-                       [&store](bool isAuto) { store.write(settings::isFontSizeAuto, isAuto); }});
+    section.addToggle(u"自動調整文字大小"_s, section.stored<bool>(settings::isFontSizeAuto));
     QSlider *slider =
         section.addSlider([&texts, &store] { return texts.formatted(u"自訂文字大小：%d pt"_s, shownFontSize(store)); },
                           leastFontSize, greatestFontSize,
@@ -85,7 +72,7 @@ AppearanceTab::AppearanceTab(SettingsForm &form, QWidget *parent)
     : FormPage(parent)
 {
     auto *section = new FormSection(form, u"玻璃板樣式"_s);
-    addBorderColor(form, *section);
+    addBorderColor(*section);
     addOpacity(form, *section);
     addFontSize(form, *section);
     addSection(section);

@@ -5,7 +5,6 @@
 #include "LocalizationManager.h"
 #include "Settings.h"
 #include "SettingsForm.h"
-#include "SettingsStore.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,11 +15,8 @@ ConsentSection::ConsentSection(SettingsForm &form, TranslationEngine engine, QWi
 {
     const LocalizationManager &texts = form.services().texts;
     const auto provider = [&texts, engine] { return remoteProviderName(engine, texts).value_or(QString()); };
-    SettingsStore &store = form.services().settings;
-    const auto consent = settings::consentKey(qint64(engine));
     addToggle([&texts, provider] { return texts.formatted(u"允許將文字傳送至 %@"_s, provider()); },
-              {[&store, consent] { return store.read(consent); },
-               [&store, consent](bool isGranted) { store.write(consent, isGranted); }});
+              stored<bool>(settings::consentKey(qint64(engine))));
     addParagraph([&texts, provider] {
         return texts.formatted(
             u"辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。"_s,

@@ -67,12 +67,8 @@ EngineSection::EngineSection(SettingsForm &form, TranslationEngine engine, QWidg
 {
     if (!engineEntry(engine).account.isEmpty())
         addKeyRows();
-    SettingsStore &store = form.services().settings;
-    for (const auto &field : engineForm(engine).fields) {
-        const Setting<QString> &setting = field.second;
-        addField(field.first, {[&store, setting] { return store.read(setting); },
-                               [&store, setting](const QString &text) { store.write(setting, text); }});
-    }
+    for (const auto &field : engineForm(engine).fields)
+        addField(field.first, stored<QString>(field.second));
     for (const QString &footer : engineForm(engine).footers)
         addFooter(footer);
 }

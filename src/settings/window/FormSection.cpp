@@ -160,11 +160,9 @@ QComboBox *FormSection::addPicker(const QString &labelKey, const QList<PickerOpt
     });
     const auto inForce = [picker, read = std::move(binding.read)] { return std::max(0, picker->findData(read())); };
     m_form.keepValue([picker, inForce] { picker->setCurrentIndex(inForce()); });
-    connect(picker, &QComboBox::activated, this, [this, picker, inForce, write = std::move(binding.write)](int index) {
-        if (index == inForce())
-            return; // chosen once more
-        write(picker->itemData(index));
-        m_form.refreshValues();
+    connect(picker, &QComboBox::activated, this, [picker, inForce, write = std::move(binding.write)](int index) {
+        if (index != inForce()) // not chosen once more
+            write(picker->itemData(index));
     });
     addRow(labelKey, picker);
     return picker;
@@ -180,10 +178,7 @@ QCheckBox *FormSection::addToggle(std::function<QString()> text, Binding<bool> b
         toggle->setChecked(read());
     });
     // Not the click: assistive technologies toggle without one.
-    connect(toggle, &QCheckBox::toggled, this, [this, write = std::move(binding.write)](bool isOn) {
-        write(isOn);
-        m_form.refreshValues();
-    });
+    connect(toggle, &QCheckBox::toggled, this, std::move(binding.write));
     addWidget(toggle);
     return toggle;
 }
@@ -231,10 +226,7 @@ QLineEdit *FormSection::addField(const QString &labelKey, Binding<QString> bindi
     auto *field = new QLineEdit;
     field->setMinimumWidth(fieldWidth);
     m_form.keepValue([field, read = std::move(binding.read)] { showText(*field, read()); });
-    connect(field, &QLineEdit::textEdited, this, [this, write = std::move(binding.write)](const QString &text) {
-        write(text);
-        m_form.refreshValues();
-    });
+    connect(field, &QLineEdit::textEdited, this, std::move(binding.write));
     addRow(labelKey, field);
     return field;
 }

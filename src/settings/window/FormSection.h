@@ -1,5 +1,8 @@
 #pragma once
 
+#include "SettingsForm.h"
+#include "SettingsStore.h"
+
 #include <QList>
 #include <QString>
 #include <QVariant>
@@ -15,8 +18,6 @@ class QSlider;
 class QVBoxLayout;
 
 namespace lucentra {
-
-class SettingsForm;
 
 /// One choice of a picker: the key of its text, and what is stored for it.
 struct PickerOption
@@ -37,6 +38,21 @@ public:
         std::function<Value()> read;
         std::function<void(const Value &)> write;
     };
+    /// The binding to a setting; `Shown` is the type that the control works with.
+    template <typename Shown, typename Value>
+    Binding<Shown> stored(const Setting<Value> &setting) const
+    {
+        SettingsStore &store = m_form.services().settings;
+        if constexpr (std::is_same_v<Shown, Value>)
+            return {[&store, setting] { return store.read(setting); },
+                    [&store, setting](const Shown &shown) { store.write(setting, shown); }};
+        else if constexpr (std::is_enum_v<Value>)
+            return {[&store, setting] { return int(store.read(setting)); },
+                    [&store, setting](const Shown &shown) { store.write(setting, Value(shown.toInt())); }};
+        else
+            return {[&store, setting] { return store.read(setting); },
+                    [&store, setting](const Shown &shown) { store.write(setting, shown.template value<Value>()); }};
+    }
 
     FormSection(SettingsForm &form, const QString &titleKey, QWidget *parent = nullptr);
 

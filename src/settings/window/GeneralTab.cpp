@@ -5,7 +5,6 @@
 #include "LocalizationManager.h"
 #include "Settings.h"
 #include "SettingsForm.h"
-#include "SettingsStore.h"
 
 #include <QPointer>
 
@@ -29,9 +28,9 @@ void GeneralTab::addLanguageSection(SettingsForm &form)
     LocalizationManager &texts = form.services().texts;
     section->addPicker(u"介面語言"_s, options,
                        {[&texts] { return rawValue(texts.language()); },
-                        [&form, &texts](const QVariant &value) {
+                        [&texts](const QVariant &value) {
                             texts.setLanguage(appLanguageFromRawValue(value.toString()));
-                            form.followInterfaceLanguage();
+                            texts.syncTargetLanguage();
                         }});
     addSection(section);
 }
@@ -40,7 +39,6 @@ void GeneralTab::addSystemSection(SettingsForm &form)
 {
     auto *section = new FormSection(form, u"系統行為"_s);
     const SettingsServices &services = form.services();
-    SettingsStore &store = services.settings;
     LaunchAtLogin &launch = services.launchAtLogin;
     section->addToggle(u"開機自動啟動"_s, {[&launch] { return launch.isEnabled(); },
                                            [&launch, form = QPointer(&form)](bool isOn) {
@@ -49,13 +47,9 @@ void GeneralTab::addSystemSection(SettingsForm &form)
                                                        form->refreshValues(); // which asks for what is really in force
                                                });
                                            }});
-    const auto stored = [&store](const Setting<bool> &setting) {
-        return FormSection::Binding<bool>{[&store, setting] { return store.read(setting); },
-                                          [&store, setting](const bool &isOn) { store.write(setting, isOn); }};
-    };
-    section->addToggle(u"失去焦點時自動隱藏玻璃板"_s, stored(settings::autoHide));
-    section->addToggle(u"翻譯完成後自動複製到剪貼簿"_s, stored(settings::autoCopy));
-    auto inDock = stored(settings::showInDock);
+    section->addToggle(u"失去焦點時自動隱藏玻璃板"_s, section->stored<bool>(settings::autoHide));
+    section->addToggle(u"翻譯完成後自動複製到剪貼簿"_s, section->stored<bool>(settings::autoCopy));
+    auto inDock = section->stored<bool>(settings::showInDock);
     inDock.write = [write = inDock.write, apply = services.applyDockPresence](const bool &isOn) {
         write(isOn);
         apply(isOn);

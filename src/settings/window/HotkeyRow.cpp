@@ -1,16 +1,13 @@
 #include "HotkeyRow.h"
 
-#include "NotificationCenter.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 
 namespace lucentra {
 
-HotkeyRow::HotkeyRow(SettingsStore &settings, NotificationCenter &notifications, const LocalizationManager &texts,
-                     Scheduler &scheduler, QWidget *parent)
+HotkeyRow::HotkeyRow(SettingsStore &settings, const LocalizationManager &texts, Scheduler &scheduler, QWidget *parent)
     : HotkeyButton(texts, scheduler, parent)
     , m_settings(settings)
-    , m_notifications(notifications)
 {
     showStored();
     onHotkeyChanged = [this](quint32 flags, quint32 keyCode, const QString &combination) {
@@ -29,8 +26,7 @@ void HotkeyRow::store(quint32 flags, quint32 keyCode, const QString &combination
     constexpr quint32 storedBits = 0xFFFF;
     m_settings.write(settings::hotkeyModifiers, flags);
     m_settings.write(settings::hotkeyCode, keyCode & storedBits);
-    m_settings.write(settings::hotkeyString, combination);
-    m_notifications.post(notifications::updateGlobalHotkey);
+    m_settings.write(settings::hotkeyString, combination); // last: it announces all three
 }
 
 } // namespace lucentra

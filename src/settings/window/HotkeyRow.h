@@ -4,7 +4,6 @@
 
 namespace lucentra {
 
-class NotificationCenter;
 class SettingsStore;
 
 /// The button that records the hotkey of the settings: it shows the stored combination, and stores a recorded one,
@@ -13,8 +12,8 @@ class HotkeyRow : public HotkeyButton
 {
 public:
     /// What is referred to must outlive the button.
-    HotkeyRow(SettingsStore &settings, NotificationCenter &notifications, const LocalizationManager &texts,
-              Scheduler &scheduler, QWidget *parent = nullptr);
+    HotkeyRow(SettingsStore &settings, const LocalizationManager &texts, Scheduler &scheduler,
+              QWidget *parent = nullptr);
 
     /// Shows what is stored by now, unless a combination is being recorded.
     void showStored();
@@ -23,7 +22,6 @@ private:
     void store(quint32 flags, quint32 keyCode, const QString &combination);
 
     SettingsStore &m_settings;
-    NotificationCenter &m_notifications;
 };
 
 } // namespace lucentra

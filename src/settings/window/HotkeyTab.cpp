@@ -30,10 +30,13 @@ HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
 void HotkeyTab::addRecorder(FormSection &section)
 {
     const SettingsServices &services = m_form.services();
-    m_recorder = new HotkeyRow(services.settings, services.notifications, services.texts, services.scheduler);
+    m_recorder = new HotkeyRow(services.settings, services.texts, services.scheduler);
     constexpr int recorderWidth = 120;
     m_recorder->setMinimumWidth(recorderWidth);
-    m_recorder->onRecordingChanged = services.hotkeyRecordingChanged;
+    m_recorder->onRecordingChanged = [this, change = services.hotkeyRecordingChanged](bool isRecording) {
+        change(isRecording);
+        showStored(); // the same combination may have been refused before
+    };
     section.addRow(u"顯示 / 隱藏翻譯視窗："_s, m_recorder);
     m_refusal = makeSmallPrint();
     section.addRemark(m_refusal);

@@ -1,9 +1,7 @@
 #include "SettingsForm.h"
 
 #include "LocalizationManager.h"
-#include "NotificationCenter.h"
-
-#include <QFileInfo>
+#include "SettingsStore.h"
 
 #include <utility>
 
@@ -13,30 +11,8 @@ SettingsForm::SettingsForm(const SettingsServices &services, QObject *parent)
     : QObject(parent)
     , m_services(services)
 {
-    NotificationCenter &center = services.notifications;
-    center.observe(notifications::appLanguageDidChange, this, [this](const QVariant &) {
-        refreshTexts();
-        refreshValues();
-    });
-    // What is told of must not wait for the file.
-    for (const QLatin1StringView name :
-         {notifications::targetLanguageChanged, notifications::translationClickGestureChanged,
-          notifications::updateNeonBorder, notifications::updateGlassOpacity, notifications::updateGlobalHotkey})
-        center.observe(name, this, [this](const QVariant &) { refreshValues(); });
-    // The program replaces the file as a whole, which only its folder tells of; an editor may write into it.
-    m_watcher.addPath(QFileInfo(services.settingsFile).path());
-    m_watcher.addPath(services.settingsFile);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] { followFile(); });
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { followFile(); });
-}
-
-void SettingsForm::followFile()
-{
-    // Another file may stand there now under the same name, and the old one still be watched.
-    m_watcher.removePath(m_services.settingsFile);
-    if (QFileInfo::exists(m_services.settingsFile))
-        m_watcher.addPath(m_services.settingsFile);
-    refreshValues();
+    services.texts.observeLanguage(this, [this] { refreshTexts(); });
+    connect(&services.settings, &SettingsStore::changed, this, [this] { refreshValues(); });
 }
 
 QString SettingsForm::text(const QString &key) const
@@ -70,12 +46,6 @@ void SettingsForm::refreshValues()
         apply();
     if (onRefreshed)
         onRefreshed();
-}
-
-void SettingsForm::followInterfaceLanguage()
-{
-    if (const auto code = m_services.texts.syncTargetLanguage())
-        m_services.notifications.post(notifications::targetLanguageChanged, *code);
 }
 
 } // namespace lucentra

@@ -2,7 +2,6 @@
 
 #include "SettingsServices.h"
 
-#include <QFileSystemWatcher>
 #include <QObject>
 
 #include <functional>
@@ -37,16 +36,10 @@ public:
     /// Called after either, and after a change of what is shown.
     std::function<void()> onRefreshed;
 
-    /// Lets the target language follow the interface language where the user wants that, and tells of it.
-    void followInterfaceLanguage();
-
 private:
-    void followFile();
-
     const SettingsServices &m_services;
     std::vector<std::function<void()>> m_texts;
     std::vector<std::function<void()>> m_values;
-    QFileSystemWatcher m_watcher;
 };
 
 } // namespace lucentra

@@ -17,7 +17,6 @@ class KeychainStore;
 class LaunchAtLogin;
 class LocalizationManager;
 class MainQueue;
-class NotificationCenter;
 class Scheduler;
 class SettingsStore;
 
@@ -27,7 +26,6 @@ struct SettingsServices
 {
     SettingsStore &settings;
     LocalizationManager &texts;
-    NotificationCenter &notifications;
     Scheduler &scheduler;
     MainQueue &mainQueue;
     const KeychainStore &keychain;
@@ -47,8 +45,7 @@ struct SettingsServices
     /// Where the pane lies on the screen, in points; empty while it is hidden. It floats above every window.
     std::function<QRect()> paneFrame;
 
-    QString settingsFile; ///< changes to it are shown at once
-    QString pagesFolder;  ///< where the pages lie that ship with the program
+    QString pagesFolder; ///< where the pages lie that ship with the program
     QIcon applicationIcon;
     QString version; ///< with its build number
 };

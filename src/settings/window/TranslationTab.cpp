@@ -5,7 +5,7 @@
 #include "ConsentSection.h"
 #include "EngineSection.h"
 #include "Language.h"
-#include "NotificationCenter.h"
+#include "LocalizationManager.h"
 #include "OnDeviceSection.h"
 #include "Settings.h"
 #include "SettingsForm.h"
@@ -37,12 +37,6 @@ QList<PickerOption> targetOptions()
     return options;
 }
 
-FormSection::Binding<QVariant> stored(SettingsStore &store, const Setting<qint64> &setting)
-{
-    return {[&store, setting] { return QVariant(store.read(setting)); },
-            [&store, setting](const QVariant &value) { store.write(setting, value.toInt()); }};
-}
-
 } // namespace
 
 TranslationTab::TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent)
@@ -64,37 +58,24 @@ TranslationTab::TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *paren
 void TranslationTab::addEngineAndLanguageSection()
 {
     auto *section = new FormSection(m_form, u"引擎與語系"_s);
-    SettingsStore &store = m_form.services().settings;
-    NotificationCenter &center = m_form.services().notifications;
-    section->addPicker(u"翻譯引擎"_s, engineOptions(), stored(store, settings::translationEngine));
-    section->addPicker(u"目標語言"_s, targetOptions(),
-                       {[&store] { return store.read(settings::targetLanguageCode); },
-                        [&store, &center](const QVariant &code) {
-                            store.write(settings::targetLanguageCode, code.toString());
-                            center.post(notifications::targetLanguageChanged, code);
-                        }});
-    section->addToggle(u"跟隨介面語言"_s, {[&store] { return store.read(settings::targetLanguageFollowsInterface); },
-                                           [this, &store](bool follows) {
-                                               store.write(settings::targetLanguageFollowsInterface, follows);
-                                               if (follows)
-                                                   m_form.followInterfaceLanguage();
-                                           }});
+    section->addPicker(u"翻譯引擎"_s, engineOptions(), section->stored<QVariant>(settings::translationEngine));
+    section->addPicker(u"目標語言"_s, targetOptions(), section->stored<QVariant>(settings::targetLanguageCode));
+    auto follows = section->stored<bool>(settings::targetLanguageFollowsInterface);
+    follows.write = [write = follows.write, &texts = m_form.services().texts](const bool &isOn) {
+        write(isOn);
+        texts.syncTargetLanguage();
+    };
+    section->addToggle(u"跟隨介面語言"_s, std::move(follows));
     addSection(section);
 }
 
 void TranslationTab::addOperationSection()
 {
     auto *section = new FormSection(m_form, u"操作"_s);
-    SettingsStore &store = m_form.services().settings;
-    NotificationCenter &center = m_form.services().notifications;
     section->addPicker(u"操作模式"_s, {{u"自動辨識（移動或縮放後）"_s, 0}, {u"手動翻譯（點擊或快捷鍵）"_s, 1}},
-                       stored(store, settings::triggerMode));
+                       section->stored<QVariant>(settings::triggerMode));
     section->addPicker(u"點擊玻璃板"_s, {{u"單擊翻譯"_s, 0}, {u"雙擊翻譯（建議）"_s, 1}},
-                       {[&store] { return int(store.read(settings::translationClickGesture) != 0); },
-                        [&store, &center](const QVariant &gesture) {
-                            store.write(settings::translationClickGesture, gesture.toInt());
-                            center.post(notifications::translationClickGestureChanged, gesture);
-                        }});
+                       section->stored<QVariant>(settings::translationClickGesture));
     section->addFooter(u"自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。"_s);
     addSection(section);
 }

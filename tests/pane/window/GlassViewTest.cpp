@@ -53,13 +53,12 @@ private Q_SLOTS:
         PaneFixture pane;
         pane.view->showPristineHint();
         QCOMPARE(hintText(pane), u"移動或縮放後自動翻譯・雙擊翻譯"_s);
-        pane.settings.write(settings::triggerMode, 1);
-        pane.settings.write(settings::translationClickGesture, 0);
-        pane.notificationCenter.post(notifications::appLanguageDidChange);
-        QCOMPARE(hintText(pane), u"單擊翻譯・拖曳移動"_s);
+        pane.settings.write(settings::triggerMode, TriggerMode::Manual);
+        pane.texts.setLanguage(AppLanguage::English);
+        QCOMPARE(hintText(pane), u"雙擊翻譯・拖曳移動"_s);
         pane.view->dismissPristineHint();
         QTRY_VERIFY(!only<HintLabel>(pane.view));
-        pane.notificationCenter.post(notifications::appLanguageDidChange);
+        pane.texts.setLanguage(AppLanguage::Japanese);
         QVERIFY(!only<HintLabel>(pane.view));
     }
 
@@ -68,12 +67,12 @@ private Q_SLOTS:
         PaneFixture pane;
         pane.window.show();
         pane.view->toggleTriggerMode();
-        QCOMPARE(pane.settings.read(settings::triggerMode), 1);
+        QCOMPARE(pane.settings.read(settings::triggerMode), TriggerMode::Manual);
         QCOMPARE(hintText(pane), u"框選翻譯"_s);
         QVERIFY(!pane.view->isPristine());
         pane.scheduler.advance(1400ms);
         pane.view->toggleTriggerMode();
-        QCOMPARE(pane.settings.read(settings::triggerMode), 0);
+        QCOMPARE(pane.settings.read(settings::triggerMode), TriggerMode::AfterMoving);
         pane.scheduler.advance(1400ms); // the first one's time is over, not the second one's
         QTest::qWait(200);
         QCOMPARE(hintText(pane), u"自動辨識"_s);
@@ -134,7 +133,7 @@ private Q_SLOTS:
                  {1, 1, 0}, {1, 3, 1}, {1, 4, 2}, {0, 1, 1}, {0, 2, 1}, {unknown, 2, 1}}) {
             PaneFixture pane;
             pane.window.show();
-            pane.settings.write(settings::translationClickGesture, gesture);
+            pane.settings.setValue(settings::translationClickGesture.key, gesture);
             click(pane.view, {200, 200}, count);
             QCOMPARE(pane.passes, passes);
             QCOMPARE(pane.view->isPristine(), passes == 0);
@@ -177,8 +176,8 @@ private Q_SLOTS:
         const QString code = u"fr"_s; // which has no name
         PaneFixture pane;
         QString posted;
-        pane.notificationCenter.observe(notifications::targetLanguageChanged, pane.view,
-                                        [&](const QVariant &value) { posted = value.toString(); });
+        pane.settings.observe(notifications::targetLanguageChanged, pane.view,
+                              [&](const QString &value) { posted = value; });
         pane.view->selectTargetLanguage(code);
         QCOMPARE(pane.settings.read(settings::targetLanguageCode), code);
         QVERIFY(pane.settings.contains(settings::targetLanguageFollowsInterface));

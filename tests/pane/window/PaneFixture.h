@@ -3,7 +3,6 @@
 #include "GlassView.h"
 #include "LocalizationManager.h"
 #include "ManualScheduler.h"
-#include "NotificationCenter.h"
 #include "PaneWindowHints.h"
 #include "Settings.h"
 #include "SettingsStore.h"
@@ -31,7 +30,7 @@ public:
 struct PaneFixture
 {
     explicit PaneFixture(const AccessibilityDisplayOptions &options = {.reduceMotion = true})
-        : view(new GlassView({settings, texts, notificationCenter, scheduler}, options))
+        : view(new GlassView({settings, texts, scheduler}, options))
     {
         window.setContentView(view);
         view->onTranslateTapped = [this] { ++passes; };
@@ -42,11 +41,10 @@ struct PaneFixture
 
     QTemporaryDir folder;
     SettingsStore settings{folder.filePath(QStringLiteral("preferences.json"))};
-    NotificationCenter notificationCenter;
-    LocalizationManager texts{settings, notificationCenter, folder.path(), {QStringLiteral("zh-Hant")}};
+    LocalizationManager texts{settings, folder.path(), {QStringLiteral("zh-Hant")}};
     ManualScheduler scheduler;
     RecordedHints hints;
-    TransparentWindow window{{hints, settings, texts, notificationCenter, scheduler}};
+    TransparentWindow window{{hints, settings, texts, scheduler}};
     GlassView *view;
     int passes = 0;
 };

@@ -28,8 +28,8 @@ QString output(const QString &program, const QStringList &arguments)
 struct RealPane : PaneFixture
 {
     RealPane()
-        : window(TransparentWindow::Services{hints, settings, texts, notificationCenter, scheduler})
-        , view(new GlassView({settings, texts, notificationCenter, scheduler}, {.reduceMotion = true}))
+        : window(TransparentWindow::Services{hints, settings, texts, scheduler})
+        , view(new GlassView({settings, texts, scheduler}, {.reduceMotion = true}))
     {
         window.setContentView(view);
         window.onUserMoved = [this](std::chrono::milliseconds) { ++moves; };

@@ -64,7 +64,6 @@ private Q_SLOTS:
               std::tuple(Qt::white, Qt::black, 0.2)}) { // the last one is very clear glass
             PaneFixture pane;
             pane.settings.write(settings::glassOpacity, opacity);
-            pane.notificationCenter.post(notifications::updateGlassOpacity);
             layOver(pane, paper, ink);
             const auto spread = [&](const QRect &area) {
                 const auto [least, greatest] = greys(pane.picture(), area);
@@ -87,7 +86,6 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         pane.settings.write(settings::glassOpacity, 0.1);
-        pane.notificationCenter.post(notifications::updateGlassOpacity);
         layOver(pane, Qt::white, Qt::black);
         pane.view->setHovering(true);
         pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});

@@ -1,6 +1,5 @@
 #include "LocalizationManager.h"
 
-#include "NotificationCenter.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 
@@ -92,14 +91,17 @@ private Q_SLOTS:
     {
         const auto texts = manager(u"ja"_s);
         QStringList seen;
-        m_notifications.observe(notifications::appLanguageDidChange, this,
-                                [&](const QVariant &) { seen.append(m_settings->read(settings::appLanguage)); });
+        texts->observeLanguage(this, [&](const QString &stored) {
+            QCOMPARE(stored, rawValue(texts->language())); // the manager knows it first
+            seen.append(stored);
+        });
         texts->setLanguage(AppLanguage::Japanese);
         QCOMPARE(seen, QStringList());
         texts->setLanguage(AppLanguage::Korean);
         texts->setLanguage(AppLanguage::Korean);
-        QCOMPARE(seen, QStringList{u"ko"_s});
-        disconnect(&m_notifications, nullptr, this, nullptr);
+        m_settings->write(settings::appLanguage, u"en"_s); // as by another process
+        QCOMPARE(seen, (QStringList{u"ko"_s, u"en"_s}));
+        m_settings.reset();
     }
 
     void theTargetFollowsUnlessSwitchedOff()
@@ -137,35 +139,15 @@ private Q_SLOTS:
         QCOMPARE(wrong.load(), 0);
     }
 
-    void observersLeaveWithTheirContext()
-    {
-        NotificationCenter center;
-        QStringList seen;
-        auto first = std::make_unique<QObject>();
-        QObject second;
-        center.observe(notifications::targetLanguageChanged, first.get(), [&](const QVariant &value) {
-            seen.append(u"first "_s + value.toString());
-            first.reset(); // in the middle of being told
-        });
-        center.observe(notifications::targetLanguageChanged, &second,
-                       [&](const QVariant &value) { seen.append(u"second "_s + value.toString()); });
-        center.post(notifications::updateNeonBorder);
-        center.post(notifications::targetLanguageChanged, u"ja"_s);
-        center.post(notifications::targetLanguageChanged, u"ko"_s);
-        QCOMPARE(seen, (QStringList{u"first ja"_s, u"second ja"_s, u"second ko"_s}));
-    }
-
 private:
     std::unique_ptr<LocalizationManager> manager(const QString &language, const QStringList &preferred = {})
     {
         m_settings->write(settings::appLanguage, language);
-        return std::make_unique<LocalizationManager>(*m_settings, m_notifications, QStringLiteral(TEST_TABLES),
-                                                     preferred);
+        return std::make_unique<LocalizationManager>(*m_settings, QStringLiteral(TEST_TABLES), preferred);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<SettingsStore> m_settings;
-    NotificationCenter m_notifications;
 };
 
 QTEST_GUILESS_MAIN(LocalizationManagerTest)

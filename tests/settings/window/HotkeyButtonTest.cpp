@@ -136,7 +136,7 @@ private:
         TestTexts texts;
         ManualScheduler scheduler;
         QWidget window;
-        HotkeyRow button{texts.settings, texts.notifications, texts.manager, scheduler, &window};
+        HotkeyRow button{texts.settings, texts.manager, scheduler, &window};
         QPushButton other{&window};
         QStringList events;
 
@@ -148,8 +148,7 @@ private:
             button.onRecordingChanged = [this](bool isRecording) {
                 events.append(isRecording ? u"began"_s : u"ended"_s);
             };
-            texts.notifications.observe(notifications::updateGlobalHotkey, &button,
-                                        [this](const QVariant &) { events.append(u"changed"_s); });
+            texts.settings.observe(notifications::updateGlobalHotkey, &button, [this] { events.append(u"changed"_s); });
         }
         void click() { QTest::mouseClick(&button, Qt::LeftButton); }
         void press(const Key &key)

@@ -8,7 +8,6 @@
 #include "LoginItem.h"
 #include "MainQueue.h"
 #include "ManualScheduler.h"
-#include "NotificationCenter.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "SettingsView.h"
@@ -38,9 +37,7 @@ struct SettingsFixture
 {
     QTemporaryDir folder;
     SettingsStore settings{folder.filePath(QStringLiteral("preferences.json"))};
-    NotificationCenter notifications;
-    LocalizationManager texts{
-        settings, notifications, QString::fromLatin1(PROGRAM_TABLES), {QStringLiteral("zh-Hant")}};
+    LocalizationManager texts{settings, QString::fromLatin1(PROGRAM_TABLES), {QStringLiteral("zh-Hant")}};
     ManualScheduler scheduler;
     MainQueue mainQueue;
     FakeSecretStorage secrets;
@@ -52,7 +49,6 @@ struct SettingsFixture
     SettingsServices services{
         .settings = settings,
         .texts = texts,
-        .notifications = notifications,
         .scheduler = scheduler,
         .mainQueue = mainQueue,
         .keychain = keychain,
@@ -73,7 +69,6 @@ struct SettingsFixture
         .isHotkeyRefused = [this] { return isHotkeyRefused; },
         .fillMenuBar = [](QMenuBar &) {},
         .paneFrame = [] { return QRect(); },
-        .settingsFile = folder.filePath(QStringLiteral("preferences.json")),
         .pagesFolder = QString(),
         .applicationIcon = QIcon(),
         .version = QStringLiteral("1.2 (Build 3)"),
@@ -83,12 +78,14 @@ struct SettingsFixture
 
     void show()
     {
-        for (const QLatin1StringView name :
-             {notifications::targetLanguageChanged, notifications::updateGlassOpacity, notifications::updateNeonBorder,
-              notifications::translationClickGestureChanged})
-            notifications.observe(name, &mainQueue, [this, name](const QVariant &value) {
-                posted.append(value.isValid() ? name + u' ' + value.toString() : QString(name));
-            });
+        const auto follow = [this](const auto &notification) {
+            settings.observe(notification, &mainQueue,
+                             [this, name = notification.name](const auto &) { posted.append(name); });
+        };
+        follow(notifications::targetLanguageChanged);
+        follow(notifications::updateGlassOpacity);
+        follow(notifications::updateNeonBorder);
+        follow(notifications::translationClickGestureChanged);
         keys.emplace(settings, keychain, mainQueue);
         view.emplace(services, *keys);
         view->resize(view->minimumSizeHint().expandedTo({520, 440}));
