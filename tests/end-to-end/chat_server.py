@@ -76,27 +76,6 @@ def by_id(server: ChatServer, body: dict):
     return 200, completion(json.dumps({"translations": translations}))
 
 
-def out_of_order(server: ChatServer, body: dict):
-    status, reply = by_id(server, body)
-    document = json.loads(reply["choices"][0]["message"]["content"])
-    document["translations"].reverse()
-    return status, completion(json.dumps(document))
-
-
-def without_first(server: ChatServer, body: dict):
-    """Leaves the first block's translation out."""
-    _, reply = by_id(server, body)
-    document = json.loads(reply["choices"][0]["message"]["content"])
-    del document["translations"][0]
-    return 200, completion(json.dumps(document))
-
-
-def fenced(server: ChatServer, body: dict):
-    """Wraps the answer in a code fence, as models do."""
-    _, reply = by_id(server, body)
-    return 200, completion("```json\n" + reply["choices"][0]["message"]["content"] + "\n```")
-
-
 def too_many_requests(_server: ChatServer, _body: dict):
     return 429, {"error": {"message": "Slow down, please"}}
 

@@ -4,7 +4,6 @@ import os
 import pathlib
 import select
 import shutil
-import signal
 import subprocess
 import tempfile
 import time

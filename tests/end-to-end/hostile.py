@@ -1,11 +1,7 @@
 """What the tests of a hostile desktop share: the program over a page, and the question whether it still does its work."""
-import json
-import pathlib
-import unittest
-
 import sample_page
-from chat_server import ChatServer
-from screen import Pane, Screen, eventually
+from case import OnADisplay
+from screen import Pane, eventually
 
 PAGE = (200, 160)
 PANE = (220, 170, 520, 300)
@@ -16,28 +12,19 @@ FIRST_LINE = 283  # the height on the screen at which the first line's translati
 WITHIN_BOTH, BEYOND_SHORT = 260, 420  # points of it: within both lengths, and within the long one only
 
 
-class HostileDesktop(unittest.TestCase):
+class HostileDesktop(OnADisplay):
     """A test starts with a page on the screen and a server that translates it; the program is started by the test."""
 
     options: dict = {"keyring": False}
 
     def setUp(self):
+        super().setUp()
         self.length = LONG
-        self.server = ChatServer(translate=lambda _: BLOCK * self.length)
-        self.screen = self.make_screen()
-        for context in (self.server, self.screen):
-            context.__enter__()
-            self.addCleanup(context.__exit__, None, None, None)
-        self.screen.preferences = {**self.engine(), "targetLanguageCode": "en", "compatibleApiKey": "key"}
         self.page = self.screen.home / "page.png"
         sample_page.render(self.page, ["", *LINES], dark=True, size="720x400")
 
-    def make_screen(self) -> Screen:
-        return Screen(**self.options)
-
-    def engine(self) -> dict:
-        return {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, "compatibleModel": "m",
-                "privacy.remoteTranslation.v1.engine.7": True}
+    def translate(self, _text: str) -> str:
+        return BLOCK * self.length
 
     def start(self) -> Pane:
         self.screen.show_picture(self.page, *PAGE)
@@ -71,13 +58,6 @@ class HostileDesktop(unittest.TestCase):
     def expect_in_history(self, translation: str, why: str = "") -> None:
         self.assertTrue(eventually(lambda: self.history() and self.history()[0]["translatedText"] == translation),
                         f"in the history {why}: {self.history()}")
-
-    @property
-    def history_path(self) -> pathlib.Path:
-        return self.screen.home / "data" / "Lucentra" / "history.json"
-
-    def history(self) -> list[dict]:
-        return json.loads(self.history_path.read_text(encoding="utf-8")) if self.history_path.exists() else []
 
     def log(self) -> str:
         return (self.screen.home / "lucentra.log").read_text(encoding="utf-8")

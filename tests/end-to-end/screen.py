@@ -11,6 +11,7 @@ from PIL import Image, ImageGrab
 
 from desktop import LUCENTRA, Session
 
+HERE = pathlib.Path(__file__).parent
 SHOW = pathlib.Path(os.environ.get("SHOW_PICTURE", "build/dev/bin/show_picture")).resolve()
 
 
@@ -112,10 +113,27 @@ class Screen(Session):
         pane.place(x, y, width, height)
         return pane
 
+    def start_tray(self) -> subprocess.Popen:
+        """A watcher of status items, which prints the address of each."""
+        tray = self.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
+        self.wait_for_name("org.kde.StatusNotifierWatcher")
+        return tray
+
+    def item_in(self, tray: subprocess.Popen) -> str:
+        """The address of the next status item."""
+        if not select.select([tray.stdout], [], [], 20)[0]:
+            raise RuntimeError("no item was registered")
+        return tray.stdout.readline().decode().strip()
+
+    def hold_key(self, code: int, modifiers: int) -> None:
+        """Another program takes a hotkey."""
+        holder = self.start(["/usr/bin/python3", str(HERE / "hold_key.py"), str(code), str(modifiers)], stdout=subprocess.PIPE)
+        if holder.stdout.readline() != b"held\n":
+            raise RuntimeError("the hotkey isn't free")
+
     def start_portal(self, *options: str):
         """The desktop's portal, which asks for reduce-motion or reduce-transparency. What is returned asks for others."""
-        script = pathlib.Path(__file__).with_name("portal.py")
-        portal = self.start(["/usr/bin/python3", str(script), *options], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+        portal = self.start(["/usr/bin/python3", str(HERE / "portal.py"), *options], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                             encoding="utf-8")
         portal.stdout.readline()
 
@@ -160,9 +178,8 @@ class Screen(Session):
         self.must(lambda: self.accessibility("press", name).returncode == 0, f"the control {name}")
 
     def accessibility(self, *arguments: str) -> subprocess.CompletedProcess:
-        script = pathlib.Path(__file__).with_name("accessibility.py")
-        return subprocess.run(["/usr/bin/python3", str(script), *arguments], env=self.environment, capture_output=True,
-                              encoding="utf-8", check=False)
+        return subprocess.run(["/usr/bin/python3", str(HERE / "accessibility.py"), *arguments], env=self.environment,
+                              capture_output=True, encoding="utf-8", check=False)
 
     def do(self, *commands: str) -> None:
         """xdotool's own words, e.g. "mousemove 10 10 click 1"."""

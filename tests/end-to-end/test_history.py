@@ -2,19 +2,15 @@
 """The history's window: what arrives in it, what is deleted and taken back, what is found, and what a restart keeps."""
 import csv
 import json
-import os
-import pathlib
 import signal
 import time
-import unittest
 import uuid
 
 import sample_page
-from chat_server import ChatServer
-from screen import Pane, Screen, eventually
+from case import OnADisplay
+from screen import Pane, eventually
 
 LINES = ["The lighthouse keeper writes", "a letter every evening"]
-CONSENT = "privacy.remoteTranslation.v1.engine.7"
 
 
 def entry(original: str, translation: str, seconds: int, starred: bool = False) -> dict:
@@ -22,26 +18,19 @@ def entry(original: str, translation: str, seconds: int, starred: bool = False) 
             "timestamp": seconds, "isStarred": starred}
 
 
-class HistoryWindow(unittest.TestCase):
-    def setUp(self):
-        self.server = ChatServer(translate=str.upper).__enter__()
-        self.addCleanup(self.server.__exit__, None, None, None)
-        self.screen = Screen(composited=False).__enter__()
-        self.addCleanup(self.screen.__exit__, None, None, None)
-        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url,
-                                   "compatibleModel": "m", "targetLanguageCode": "en", CONSENT: True,
-                                   "compatibleApiKey": "key", "triggerMode": 1}
+class HistoryWindow(OnADisplay):
+    options = {"composited": False}
 
-    @property
-    def path(self) -> pathlib.Path:
-        return self.screen.home / "data" / "Lucentra" / "history.json"
+    def setUp(self):
+        super().setUp()
+        self.screen.preferences |= {"triggerMode": 1}
 
     def store(self, entries: list[dict]) -> None:
-        self.path.parent.mkdir(parents=True, exist_ok=True)
-        self.path.write_text(json.dumps(entries), encoding="utf-8")
+        self.history_path.parent.mkdir(parents=True, exist_ok=True)
+        self.history_path.write_text(json.dumps(entries), encoding="utf-8")
 
     def stored(self) -> list[str]:
-        return [item["originalText"] for item in json.loads(self.path.read_text(encoding="utf-8"))]
+        return [item["originalText"] for item in self.history()]
 
     def open_window(self) -> None:
         self.assertEqual(self.screen.lucentra("history").returncode, 0)
@@ -49,17 +38,13 @@ class HistoryWindow(unittest.TestCase):
             lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", "^Translation History$"), "window")
         time.sleep(0.5)
 
-    def shown(self, *texts: str) -> None:
-        found = eventually(lambda: all(any(text in name for name in self.screen.texts()) for text in texts))
-        self.assertTrue(found, f"{texts} not in {self.screen.texts()}")
-
     def restart(self, pane: Pane) -> Pane:
         pane.process.send_signal(signal.SIGTERM)
         self.assertEqual(pane.process.wait(20), 0)
         return self.screen.start_pane(120, 170, 520, 300)
 
     def type_on(self, pane: Pane, text: str) -> None:
-        self.shown("Text to translate")
+        self.shows("Text to translate")
         self.screen.do(f"windowactivate --sync {pane.window} sleep 0.5 key ctrl+a", f"type --delay 50 {text}")
 
     def test_a_pass_and_typed_text_arrive_and_a_restart_keeps_everything(self):
@@ -68,29 +53,29 @@ class HistoryWindow(unittest.TestCase):
         self.screen.show_picture(page, 100, 160)
         pane = self.screen.start_pane(120, 170, 520, 300)
         self.open_window()
-        self.shown("No translations yet")
+        self.shows("No translations yet")
         self.screen.do(f"windowmove {self.window} 760 60")
         pane.double_click()
-        self.shown("THE LIGHTHOUSE KEEPER WRITES")
+        self.shows("THE LIGHTHOUSE KEEPER WRITES")
         self.screen.do(f"windowfocus --sync {self.window} key Down key ctrl+d")
-        self.assertTrue(eventually(lambda: json.loads(self.path.read_text())[0]["isStarred"]))
+        self.assertTrue(eventually(lambda: self.history()[0]["isStarred"]))
         self.screen.press("Switch to Manual Input")
         self.type_on(pane, "lamp")
-        self.shown("LAMP")
+        self.shows("LAMP")
         self.screen.press("Pause recording")
-        self.shown("Recording is paused")
+        self.shows("Recording is paused")
         self.type_on(pane, "wick")
         self.assertTrue(eventually(lambda: "wick" in json.dumps([body for _, _, body in self.server.requests])))
         self.screen.do(f"windowactivate --sync {self.window} sleep 1")
         frame = self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:]
-        before = self.path.read_bytes()
+        before = self.history_path.read_bytes()
         self.assertEqual(self.stored(), ["lamp", "\n".join(LINES)])
 
         self.restart(pane)
         self.open_window()
-        self.shown("THE LIGHTHOUSE KEEPER WRITES", "Starred", "LAMP")
+        self.shows("THE LIGHTHOUSE KEEPER WRITES", "Starred", "LAMP")
         self.assertFalse([name for name in self.screen.texts() if "Recording is paused" in name])
-        self.assertEqual(self.path.read_bytes(), before)
+        self.assertEqual(self.history_path.read_bytes(), before)
         self.assertEqual(self.screen.output("xdotool", "getwindowgeometry", self.window).splitlines()[1:], frame)
 
     def test_the_display_goes_away(self):
@@ -98,7 +83,7 @@ class HistoryWindow(unittest.TestCase):
         pane = self.screen.start_pane(40, 40)
         self.open_window()
         self.screen.do(f"windowfocus --sync {self.window} key Home key Delete")
-        self.shown("1 entry deleted")
+        self.shows("1 entry deleted")
         next(process for process in self.screen.processes if process.args[0] == "Xvfb").kill()
         self.assertEqual(pane.process.wait(20), 2, "it ended in order")
         self.assertEqual(self.stored(), ["beta", "gamma"])
@@ -111,7 +96,7 @@ class HistoryWindow(unittest.TestCase):
         places = [names.index(name) for name in ("Edit", "Search history…", "alpha")]
         self.assertEqual(places, sorted(places), names)
         self.screen.do(f"windowfocus --sync {self.window} key Home key Down key Menu sleep 0.5 key Up key Return")
-        self.shown("1 entry deleted")
+        self.shows("1 entry deleted")
         self.assertTrue(eventually(lambda: self.stored() == ["alpha", "gamma"]), self.stored())
         target = self.screen.home / "shown.json"
         self.screen.do("key ctrl+f", "type --delay 30 GAMMA")
@@ -122,18 +107,18 @@ class HistoryWindow(unittest.TestCase):
         self.assertEqual([item["originalText"] for item in json.loads(target.read_text())], ["gamma"])
 
     def test_an_unreadable_file_is_told_of_and_kept(self):
-        self.path.parent.mkdir(parents=True)
-        self.path.write_text("[{broken")
+        self.history_path.parent.mkdir(parents=True)
+        self.history_path.write_text("[{broken")
         self.screen.start_pane(40, 40)
         self.open_window()
-        self.shown("The earlier history could not be read. Its file is kept in the same folder.")
+        self.shows("The earlier history could not be read. Its file is kept in the same folder.")
         self.screen.do(f"windowfocus --sync {self.window} key Escape")
         self.open_window()
         self.assertFalse([name for name in self.screen.texts() if "could not be read" in name])
 
     def test_exports_of_the_command_line(self):
         self.store([entry("two\nlines", 'a "quote"', 86400, starred=True), entry("other", "x", 5)])
-        before = self.path.read_bytes()
+        before = self.history_path.read_bytes()
         target = self.screen.home / "out.csv"
         self.assertEqual(self.screen.lucentra("export", str(target), "--search", "TWO").returncode, 0)
         with target.open(newline="", encoding="utf-8") as file:
@@ -144,9 +129,4 @@ class HistoryWindow(unittest.TestCase):
         refused = self.screen.lucentra("export", str(self.screen.home / "no" / "out.csv"))
         self.assertEqual(refused.returncode, 2)
         self.assertIn("Could not export", refused.stderr)
-        self.assertEqual(self.path.read_bytes(), before)
-
-
-if __name__ == "__main__":
-    os.chdir(pathlib.Path(__file__).parent)
-    unittest.main(verbosity=2)
+        self.assertEqual(self.history_path.read_bytes(), before)

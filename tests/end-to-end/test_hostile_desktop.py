@@ -3,17 +3,14 @@
 must give its overlays again, and history and settings must be kept."""
 import os
 import pathlib
-import select
 import signal
 import subprocess
 import time
-import unittest
 
 import chat_server
 from hostile import PANE, HostileDesktop
 from screen import eventually
 
-HERE = pathlib.Path(__file__).parent
 FAKE_CLOCK = pathlib.Path(os.environ.get("FAKE_CLOCK", "build/dev/lib/libfake_clock.so")).resolve()
 PAGE_COLOUR = (0x1e, 0x1f, 0x29)
 YEAR = 365 * 24 * 3600
@@ -209,9 +206,9 @@ class Services(HostileDesktop):
 
     def test_the_bus_goes_and_comes_back(self):
         self.screen.start_keyring()
-        tray = self.watcher()
+        tray = self.screen.start_tray()
         self.start()
-        self.assertTrue(select.select([tray.stdout], [], [], 20)[0], "the item is in the tray")
+        self.screen.item_in(tray)
         self.expect_pass("with a bus")
         bus = self.program("dbus-daemon")
         for process in (bus, self.program("gnome-keyring-daemon")):
@@ -224,8 +221,8 @@ class Services(HostileDesktop):
         self.screen.start_bus()
         self.screen.start_keyring()
         self.screen.wait_for_name("com.tarnby.lucentra")
-        tray = self.watcher()
-        self.assertTrue(select.select([tray.stdout], [], [], 20)[0], "the item comes to the tray of the new bus")
+        tray = self.screen.start_tray()
+        self.screen.item_in(tray)
         self.screen.start_portal("reduce-motion")
         self.pane.place(*PANE)
         self.expect_pass("with a new bus", lambda: self.screen.lucentra("translate"))
@@ -242,21 +239,15 @@ class Services(HostileDesktop):
         self.assertEqual(len({self.pane.picture().tobytes() for _ in range(6) if not time.sleep(0.1)}), 1,
                          "the portal is heard: nothing moves")
 
-    def watcher(self) -> subprocess.Popen:
-        tray = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
-        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
-        return tray
-
     def test_the_tray_goes_and_comes_back(self):
-        tray = self.watcher()
+        tray = self.screen.start_tray()
         self.start()
         for _ in range(2):
-            self.assertTrue(select.select([tray.stdout], [], [], 10)[0], "the item is registered")
-            tray.stdout.readline()
+            self.screen.item_in(tray)
             self.expect_pass("with a tray")
             self.end(tray)
             self.expect_pass("without it")
-            tray = self.watcher()
+            tray = self.screen.start_tray()
 
     def test_stopped_for_a_while(self):
         self.start()
@@ -283,8 +274,3 @@ class Services(HostileDesktop):
     def is_shown(self) -> bool:
         return self.pane.window in self.screen.output("xdotool", "search", "--onlyvisible", "--pid",
                                                       str(self.pane.process.pid)).split()
-
-
-if __name__ == "__main__":
-    os.chdir(HERE)
-    unittest.main(verbosity=2)

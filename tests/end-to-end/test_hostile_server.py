@@ -8,7 +8,6 @@ import socket
 import struct
 import subprocess
 import time
-import unittest
 
 from chat_server import by_id, completion
 from hostile import HostileDesktop
@@ -50,13 +49,6 @@ def a_byte_a_second(handler) -> None:
 
 
 class HostileServer(HostileDesktop):
-    def store(self, entries: list[dict]) -> None:
-        self.history_path.parent.mkdir(parents=True)
-        self.history_path.write_text(json.dumps(entries), encoding="utf-8")
-
-    def shows(self, text: str, seconds: float = 20) -> None:
-        self.assertTrue(eventually(lambda: any(text in each for each in self.screen.texts()), seconds), text)
-
     def ask(self, answer) -> None:
         asked = len(self.server.requests)
         self.server.answer = answer
@@ -69,7 +61,8 @@ class HostileServer(HostileDesktop):
         return next((window for window in windows if window not in self.windows), None)
 
     def test_everything_that_a_server_can_do(self):
-        self.store(FULL)
+        self.history_path.parent.mkdir(parents=True)
+        self.history_path.write_text(json.dumps(FULL), encoding="utf-8")
         self.start()
         self.windows = self.screen.output("xdotool", "search", "--onlyvisible", "--class", "lucentra").split()
 
@@ -92,15 +85,15 @@ class HostileServer(HostileDesktop):
         self.assertIn("was cut", self.log())
 
         self.ask(lambda _server, _body: (200, reset))
-        self.shows("connection to the server", 20)
+        self.shows("connection to the server")
         self.assertEqual(self.screen.lucentra("history").returncode, 0)
-        self.shows("\x01\x01\x01", 30)
+        self.shows("\x01\x01\x01", seconds=30)
         self.server.answer = with_text("x" * 200_000)
         self.assertEqual(self.screen.lucentra("settings").returncode, 0)
         form = ["/usr/bin/python3", str(pathlib.Path(__file__).with_name("form.py")), "tab", "Translation"]
         self.screen.must(lambda: subprocess.run(form, env=self.screen.environment, check=False).returncode == 0, "the tab", 30)
         self.screen.press("Test Connection")
-        self.shows("Connection succeeded: " + "x" * 100, 30)
+        self.shows("Connection succeeded: " + "x" * 100, seconds=30)
         self.assertLess(max(len(text) for text in self.screen.texts() if "succeeded" in text), 1000)
 
         self.server.answer = by_id
@@ -111,8 +104,3 @@ class HostileServer(HostileDesktop):
         self.assertEqual(self.pane.process.wait(5), 0)
         print(f"quit after {time.monotonic() - begun:.2f} s", flush=True)
         self.assertEqual(len(self.history()), len(kept) + 1)
-
-
-if __name__ == "__main__":
-    os.chdir(pathlib.Path(__file__).parent)
-    unittest.main(verbosity=2)

@@ -11,7 +11,7 @@ import unittest
 
 import sample_page
 from desktop import LUCENTRA
-from hostile import BLOCK, LONG, PAGE, PANE, SHORT, HostileDesktop
+from hostile import LONG, PANE, SHORT, HostileDesktop
 from screen import Screen, eventually
 
 IS_ROOT = os.geteuid() == 0
@@ -169,8 +169,3 @@ class LittleHome(HostileDesktop):
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
         self.pane.process.wait(10)
         other.expect_pass("of the second user, alone")
-
-
-if __name__ == "__main__":
-    os.chdir(pathlib.Path(__file__).parent)
-    unittest.main(verbosity=2)

@@ -3,7 +3,6 @@
 there, and the installed program finds what it needs."""
 import os
 import pathlib
-import select
 import shutil
 import subprocess
 import tempfile
@@ -12,7 +11,6 @@ import unittest
 from PIL import Image, ImageChops
 
 BUILD = pathlib.Path(os.environ.get("LUCENTRA_BUILD", "build/dev")).resolve()
-HERE = pathlib.Path(__file__).parent
 PREFIX = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-installed-"))
 os.environ["LUCENTRA"] = str(PREFIX / "bin" / "lucentra")
 
@@ -77,11 +75,9 @@ class Installed(unittest.TestCase):
 
     def test_it_finds_its_texts_and_icons(self):
         self.assertIn("画面上のテキストを翻訳", self.screen.lucentra("--help").stdout)
-        watcher = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
-        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
+        tray = self.screen.start_tray()
         self.screen.start([os.environ["LUCENTRA"]], stdout=subprocess.DEVNULL)
-        self.assertTrue(select.select([watcher.stdout], [], [], 20)[0], "no item was registered")
-        item = watcher.stdout.readline().decode().split()[0]
+        item = self.screen.item_in(tray).split()[0]
         name = self.screen.output("dbus-send", "--session", "--print-reply", f"--dest={item}", "/StatusNotifierItem",
                                   "org.freedesktop.DBus.Properties.Get", "string:org.kde.StatusNotifierItem",
                                   "string:IconName")
@@ -106,8 +102,3 @@ class Installed(unittest.TestCase):
             return ImageChops.difference(panel, ground).crop((2, 2, 88, 30)).getbbox()  # without the panel's edge
         left, top, right, bottom = self.screen.must(drawn, "the icon", 40)
         self.assertGreaterEqual(right - left, bottom - top, "it is wider than high")
-
-
-if __name__ == "__main__":
-    os.chdir(HERE)
-    unittest.main(verbosity=2)

@@ -1,26 +1,16 @@
 #!/usr/bin/env python3
 """Typed text on the pane, as a user types it: into the editor, by keys, and read by what a screen reader reads."""
-import json
-import os
-import pathlib
 import time
-import unittest
 
-from chat_server import ChatServer
-from screen import Screen, eventually
-
-PREFERENCES = {"translationEngine": 7, "compatibleModel": "m", "targetLanguageCode": "en", "compatibleApiKey": "key",
-               "privacy.remoteTranslation.v1.engine.7": True}
+from case import OnADisplay
+from screen import eventually
 
 
-class TypedText(unittest.TestCase):
+class TypedText(OnADisplay):
+    options = {"composited": False}
+
     def setUp(self):
-        self.server = ChatServer(translate=str.upper)
-        self.screen = Screen(composited=False)
-        for context in (self.server, self.screen):
-            context.__enter__()
-            self.addCleanup(context.__exit__, None, None, None)
-        self.screen.preferences = PREFERENCES | {"compatibleBaseURL": self.server.base_url}
+        super().setUp()
         self.start()
 
     def start(self) -> None:
@@ -39,18 +29,13 @@ class TypedText(unittest.TestCase):
             return dict(line.split("\t", 1) for line in lines if "\t" in line)
         self.assertTrue(eventually(lambda: fields().get(name) == text, 20), fields())
 
-    def shows(self, text: str) -> None:
-        self.assertTrue(eventually(lambda: text in self.screen.texts()), self.screen.texts())
-
     def sent(self, count: int) -> list[str]:
         """The typed texts of all requests, once there are as many."""
         eventually(lambda: len(self.server.requests) >= count, 20)
         return [body["messages"][1]["content"] for _, _, body in self.server.requests]
 
-    def history(self) -> list[tuple[str, str]]:
-        path = self.screen.home / "data" / "Lucentra" / "history.json"
-        items = json.loads(path.read_text(encoding="utf-8")) if path.exists() else []
-        return [(item["originalText"], item["translatedText"]) for item in items]
+    def recorded(self) -> list[tuple[str, str]]:
+        return [(item["originalText"], item["translatedText"]) for item in self.history()]
 
     def test_it_is_translated_copied_and_recorded(self):
         self.screen.do("type --delay 30 lighthouse")
@@ -62,16 +47,16 @@ class TypedText(unittest.TestCase):
         self.screen.do("key ctrl+a key ctrl+v")
         self.contents("Text to translate", "LIGHTHOUSE")
         self.assertEqual(self.sent(2), ["lighthouse", "LIGHTHOUSE"])
-        self.assertTrue(eventually(lambda: self.history() == [("LIGHTHOUSE", "LIGHTHOUSE"),
-                                                              ("lighthouse", "LIGHTHOUSE")]), self.history())
+        self.assertTrue(eventually(lambda: self.recorded() == [("LIGHTHOUSE", "LIGHTHOUSE"),
+                                                               ("lighthouse", "LIGHTHOUSE")]), self.recorded())
 
         self.screen.do("key alt+Return")  # translates what is typed, not the screen
         self.assertEqual(self.sent(3)[2:], ["LIGHTHOUSE"])
 
     def test_a_note_says_why_nothing_was_translated(self):
         self.stop()
-        self.screen.preferences = PREFERENCES | {"translationEngine": 0, "targetLanguageCode": "ja",
-                                                 "targetLanguageFollowsInterface": False}
+        self.screen.preferences |= {"translationEngine": 0, "targetLanguageCode": "ja",
+                                    "targetLanguageFollowsInterface": False}
         self.screen.lucentra("languages")  # waits until the phrases of the installed programs are known
         self.start()
         self.screen.type("the quiet keeper of an unknown tower")
@@ -114,8 +99,3 @@ class TypedText(unittest.TestCase):
         self.screen.do("type --delay 30 wick")
         self.contents("Translation", "WICK")
         self.assertFalse([text for text in self.sent(1) if "oil" in text])
-
-
-if __name__ == "__main__":
-    os.chdir(pathlib.Path(__file__).parent)
-    unittest.main(verbosity=2)

@@ -2,13 +2,10 @@
 """The on-device engine as a user meets it: no server, no key, no consent; what it knows are the message catalogues of a
 program that only this session has."""
 import json
-import pathlib
 import stat
 import struct
 import time
 import unittest
-
-from PIL import Image
 
 import sample_page
 from screen import Screen, eventually
@@ -97,7 +94,3 @@ class OnDevice(unittest.TestCase):
         pane.double_click()
         hint = eventually(lambda: [text for text in self.screen.texts() if "another translation engine" in text], 15)
         self.assertTrue(hint, self.screen.texts())
-
-
-if __name__ == "__main__":
-    unittest.main(verbosity=2)

@@ -1,22 +1,18 @@
 #!/usr/bin/env python3
 """The pane on a real X server with a window manager, once with and once without a compositor: over another program's
 window, translating through a local chat-completions server."""
-import json
-import os
-import pathlib
 import subprocess
 import time
-import unittest
 
 from PIL import Image
 
 import chat_server
 import sample_page
-from chat_server import ChatServer, blocks_of
-from screen import Pane, Screen, eventually
+from case import CONSENT, OnADisplay
+from chat_server import blocks_of
+from screen import Pane, eventually
 
 LINES = ["The lighthouse keeper writes", "a letter every evening", "and posts it on Sundays"]
-CONSENT = "privacy.remoteTranslation.v1.engine.7"
 PAGE = (200, 160)  # where the page's picture begins on the screen
 PANE = (220, 170, 520, 300)
 BORDER = 14  # points at the pane's edges that the border and its glow take
@@ -39,21 +35,10 @@ def ink_rows(picture: Image.Image) -> list[tuple[int, int, int]]:
 class OnAScreen:
     """What must hold with and without a compositor."""
 
-    composited: bool
-
     def setUp(self):
-        self.server = self.enterContext_(ChatServer(translate=str.upper))
-        self.screen = self.enterContext_(Screen(composited=self.composited))
-        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url,
-                                   "compatibleModel": "m", "targetLanguageCode": "en", CONSENT: True,
-                                   "compatibleApiKey": "key"}
+        super().setUp()
         self.page = self.screen.home / "page.png"
         sample_page.render(self.page, ["", *LINES], dark=True, size="720x400")  # clear of the pane's buttons
-
-    def enterContext_(self, context):  # unittest has it from Python 3.11 on
-        value = context.__enter__()
-        self.addCleanup(context.__exit__, None, None, None)
-        return value
 
     def pane_over_page(self) -> Pane:
         self.screen.show_picture(self.page, *PAGE)
@@ -63,14 +48,6 @@ class OnAScreen:
         """The lines of each request, once there are as many."""
         eventually(lambda: len(self.server.requests) >= count, seconds)
         return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
-
-    def shows(self, *texts: str, seconds: float = 15) -> None:
-        shown = eventually(lambda: set(texts) <= set(names := self.screen.texts()) and names, seconds)
-        self.assertTrue(shown, f"{texts} not in {self.screen.texts()}")
-
-    def history(self) -> list[dict]:
-        path = self.screen.home / "data" / "Lucentra" / "history.json"
-        return json.loads(path.read_text()) if path.exists() else []
 
     def test_every_trigger_starts_one_pass(self):
         pane = self.pane_over_page()
@@ -222,7 +199,7 @@ class OnAScreen:
             self.assertLess(seen, 1000)
 
 
-class WithACompositor(OnAScreen, unittest.TestCase):
+class WithACompositor(OnAScreen, OnADisplay):
     def test_scales_and_several_monitors(self):
         for name, width, x in (("left", 600, 0), ("right", 680, 600)):
             subprocess.run(["xrandr", "--setmonitor", name, f"{width}/200x800/200+{x}+0", "none"],
@@ -241,13 +218,6 @@ class WithACompositor(OnAScreen, unittest.TestCase):
                     process.terminate()
                     process.wait(10)
 
-    composited = True
 
-
-class WithoutACompositor(OnAScreen, unittest.TestCase):
-    composited = False
-
-
-if __name__ == "__main__":
-    os.chdir(pathlib.Path(__file__).parent)
-    unittest.main(verbosity=2)
+class WithoutACompositor(OnAScreen, OnADisplay):
+    options = {"composited": False}

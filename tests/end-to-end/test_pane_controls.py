@@ -1,30 +1,20 @@
 #!/usr/bin/env python3
 """The pane's capsule and edges, as a user works them: by keyboard, by pointer, and by what a screen reader presses."""
-import os
-import pathlib
 import time
-import unittest
 
 import chat_server
 import sample_page
-from chat_server import ChatServer
-from screen import Screen, eventually
+from case import OnADisplay
+from screen import eventually
 
 PANE = (220, 170, 520, 300)
 CAPSULE = ["Translate Current Area", "Switch to Area Translation", "Switch to Manual Input", "Target language: English",
            "Translation History", "Settings"]
 
 
-class OnThePane(unittest.TestCase):
+class OnThePane(OnADisplay):
     def setUp(self):
-        self.server = ChatServer(translate=str.upper)
-        self.screen = Screen()
-        for context in (self.server, self.screen):
-            context.__enter__()
-            self.addCleanup(context.__exit__, None, None, None)
-        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, "compatibleModel": "m",
-                                   "targetLanguageCode": "en", "compatibleApiKey": "key",
-                                   "privacy.remoteTranslation.v1.engine.7": True}
+        super().setUp()
         page = self.screen.home / "page.png"
         sample_page.render(page, ["", "The lighthouse keeper", "writes a letter"], dark=True, size="720x400")
         self.screen.show_picture(page, 200, 160)
@@ -151,8 +141,3 @@ class Edges(OnThePane):
         x, y, width, height = self.pane.frame
         self.screen.drag((x + width - 3, y + height - 3), (x + 20, y + 20))
         self.expect(lambda: self.pane.frame == (x, y, 320, 100), f"{self.pane.frame}")
-
-
-if __name__ == "__main__":
-    os.chdir(pathlib.Path(__file__).parent)
-    unittest.main(verbosity=2)

@@ -1,18 +1,16 @@
 #!/usr/bin/env python3
 """The settings window, driven through the accessibility tree and the keyboard as by a user: keys go into a real keyring,
 tests go to a local server, and every change is in force at once."""
-import os
 import pathlib
-import select
 import subprocess
-import unittest
 import urllib.parse
 import xml.etree.ElementTree
 
 import chat_server
 from chat_server import ChatServer
 from desktop import LUCENTRA
-from screen import Screen, eventually
+from case import OnADisplay
+from screen import eventually
 
 HERE = pathlib.Path(__file__).parent
 TITLE = "(Settings|設定|设置|설정)$"
@@ -34,14 +32,15 @@ def translations(code: str) -> dict[str, str]:
     return {message.findtext("source"): message.findtext("translation") for message in messages}
 
 
-class SettingsWindow(unittest.TestCase):
+class SettingsWindow(OnADisplay):
+    options = {"composited": False}
+
+    @staticmethod
+    def translate(text: str) -> str:
+        return f"«{text}»"
+
     def setUp(self):
-        self.screen = Screen(composited=False)
-        self.screen.__enter__()
-        self.addCleanup(self.screen.__exit__)
-        self.server = ChatServer()
-        self.server.__enter__()
-        self.addCleanup(self.server.__exit__)
+        super().setUp()
         self.screen.preferences = {"compatibleBaseURL": self.server.base_url, "targetLanguageFollowsInterface": False,
                                    "triggerMode": 1}
         self.log = self.screen.home / "lucentra.log"
@@ -88,10 +87,6 @@ class SettingsWindow(unittest.TestCase):
         if key:
             self.screen.do(f"type --delay 20 {key}")
 
-    def expect_text(self, part: str) -> None:
-        self.assertTrue(eventually(lambda: any(part in text for text in self.screen.texts()), 20),
-                        f"{part} isn't shown: {self.screen.texts()}")
-
     def expect_no_text(self, part: str) -> None:
         self.assertTrue(eventually(lambda: not any(part in text for text in self.screen.texts())), part)
 
@@ -126,7 +121,7 @@ class EnginesAndKeys(SettingsWindow):
     def test_a_key_goes_into_the_keyring_and_nowhere_else(self):
         self.open("Translation")
         self.choose_engine(COMPATIBLE)
-        self.expect_text("without an API key")
+        self.shows("without an API key")
         listener = self.screen.start(["/usr/bin/python3", str(HERE / "told.py")], stdout=subprocess.PIPE, text=True)
         self.assertEqual(listener.stdout.readline(), "listening\n")
         self.type_key(KEY)
@@ -149,7 +144,7 @@ class EnginesAndKeys(SettingsWindow):
         self.assertEqual(set("".join(told)), {"•"}, told)
         self.type_key("")
         self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") is None))
-        self.expect_text("without an API key")
+        self.shows("without an API key")
 
     def test_the_connection(self):
         self.open("Translation")
@@ -160,21 +155,21 @@ class EnginesAndKeys(SettingsWindow):
         self.expect_stored("privacy.remoteTranslation.v1.engine.7", True)
         self.expect_test_possible(True)
         self.screen.press("Test Connection")
-        self.expect_text("Connection succeeded: «This is a connection test.»")
+        self.shows("Connection succeeded: «This is a connection test.»")
         self.assertEqual(self.server.requests[0][1]["Authorization"], "Bearer k")
         self.server.queued = [chat_server.too_many_requests] * 8
         self.screen.press("Test Connection")
-        self.expect_text("Slow down, please")
+        self.shows("Slow down, please")
         self.server.queued.clear()
         self.server.translate = str.upper
         self.screen.press("Test Connection")
-        self.expect_text("no usable translation")
+        self.shows("no usable translation")
         # What a server says of the key, it says to nobody else.
         self.type_key("echo-Secret-12345")
         self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == "echo-Secret-12345"))
         self.server.queued = [echo_the_key] * 8
         self.screen.press("Test Connection")
-        self.expect_text("Wrong key")
+        self.shows("Wrong key")
         for text in (*self.screen.texts(), self.log.read_text()):
             self.assertNotIn("echo-Secret", text)
         self.server.queued.clear()
@@ -193,7 +188,7 @@ class EnginesAndKeys(SettingsWindow):
         self.server.queued = [chat_server.hang]
         self.screen.press("Test Connection")
         self.assertTrue(eventually(lambda: len(self.server.requests) > asked + 1))
-        self.expect_text("Testing the connection…")
+        self.shows("Testing the connection…")
         self.expect_test_possible(False)
         self.screen.do("key ctrl+w")
         self.assertTrue(eventually(lambda: not self.windows()))
@@ -217,14 +212,14 @@ class WithALockedKeyring(SettingsWindow):
         self.assertTrue(eventually(lambda: not self.windows()))
         self.keyring_tool("lock")
         self.open()
-        self.expect_text("The keyring is locked")  # the stored key can't be read
+        self.shows("The keyring is locked")  # the stored key can't be read
         self.keyring_tool("unlock", "test")
         self.come_back()
         self.expect_no_text("The keyring is locked")
         self.expect_no_text("without an API key")
         self.keyring_tool("lock")
         self.type_key("second")
-        self.expect_text("The keyring is locked")
+        self.shows("The keyring is locked")
         self.keyring_tool("unlock", "test")
         self.come_back()
         self.assertTrue(eventually(lambda: self.screen.secret("deeplApiKey") == "second"))
@@ -287,10 +282,9 @@ class TheRest(SettingsWindow):
         self.assertTrue(eventually(panes))
         self.screen.do("sleep 0.3 key ctrl+alt+k")
         self.assertTrue(eventually(lambda: not panes()), self.log.read_text())
-        self.expect_text("Ctrl+Alt+K")  # as the keyboards here name it
+        self.shows("Ctrl+Alt+K")  # as the keyboards here name it
         # One that is another program's is said to be.
-        holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "44", "12"], stdout=subprocess.PIPE)
-        self.assertEqual(holder.stdout.readline(), b"held\n")
+        self.screen.hold_key(44, 12)
         self.expect_no_text("The system refused")
         # The keyboard gives the combination to its holder, so it comes from a file as from another desktop.
         self.screen.preferences = self.screen.preferences | {"hotkeyString": "⌃⌥J", "hotkeyCode": 38}
@@ -298,7 +292,7 @@ class TheRest(SettingsWindow):
         self.process.wait(10)
         self.start()
         self.open("Shortcuts")
-        self.expect_text("The system refused")
+        self.shows("The system refused")
 
     def test_its_links(self):
         """The page of the interface language, by the keyboard."""
@@ -343,13 +337,11 @@ class BesidesTheForm(SettingsWindow):
     """With a tray."""
 
     def start(self) -> None:
-        self.tray = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
-        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
+        self.tray = self.screen.start_tray()
         super().start()
 
     def test_menus_and_open_windows_follow_the_language(self):
-        self.assertTrue(select.select([self.tray.stdout], [], [], 10)[0], "no item was registered")
-        item = self.tray.stdout.readline().decode().strip()
+        item = self.screen.item_in(self.tray)
         self.assertEqual(self.screen.lucentra("history").returncode, 0)
         self.open("General")
         table = translations("en")
@@ -366,8 +358,3 @@ class BesidesTheForm(SettingsWindow):
             shown = set(self.screen.texts())  # of the pane, the history and its menu bar too
             for key in ("切換到手動輸入", "搜尋紀錄...", "編輯"):
                 self.assertTrue(any(table[key] in text for text in shown), (table[key], shown))
-
-
-if __name__ == "__main__":
-    os.chdir(HERE)
-    unittest.main(verbosity=2)

@@ -7,8 +7,8 @@ import re
 import select
 import subprocess
 import time
-import unittest
 
+from case import Case
 from desktop import LUCENTRA
 from screen import Screen, eventually
 
@@ -16,15 +16,10 @@ HERE = pathlib.Path(__file__).parent
 PANE_NAME = "Lucentra"
 
 
-class OnADesktop(unittest.TestCase):
+class OnADesktop(Case):
     def setUp(self):
-        self.screen = self.enterContext_(Screen(composited=False, keyring=False))
+        self.screen = self.enter(Screen(composited=False, keyring=False))
         self.log = self.screen.home / "lucentra.log"
-
-    def enterContext_(self, context):  # unittest has it from Python 3.11 on
-        value = context.__enter__()
-        self.addCleanup(context.__exit__, None, None, None)
-        return value
 
     def start(self, *arguments: str) -> subprocess.Popen:
         with self.log.open("a") as log:
@@ -92,8 +87,7 @@ class Hotkeys(OnADesktop):
         self.assertIn("✅ Carbon 熱鍵已註冊 keyCode=17 carbonMods=2048", self.log.read_text())
 
     def test_one_that_another_program_holds(self):
-        holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "28", "8"], stdout=subprocess.PIPE)
-        self.assertEqual(holder.stdout.readline(), b"held\n")
+        self.screen.hold_key(28, 8)
         self.start()
         self.expect_pane(True)
         self.assertTrue(eventually(lambda: "⚠ Carbon RegisterEventHotKey 失敗，OSStatus=-9878" in self.log.read_text()))
@@ -220,8 +214,7 @@ class WithoutATray(OnADesktop):
         self.assertIn("press Alt+T or start Lucentra again", text)
 
     def test_a_hotkey_that_was_refused_is_not_recommended(self):
-        holder = self.screen.start(["/usr/bin/python3", str(HERE / "hold_key.py"), "28", "8"], stdout=subprocess.PIPE)
-        self.assertEqual(holder.stdout.readline(), b"held\n")
+        self.screen.hold_key(28, 8)
         text = self.notices(str(LUCENTRA), "toggle")
         self.assertEqual(text.count("member=Notify"), 1)
         self.assertIn("To show the pane again, start Lucentra again", text)
@@ -245,11 +238,9 @@ class StatusItem(OnADesktop):
         return answer.stdout
 
     def start_with_tray(self) -> str:
-        watcher = self.screen.start(["/usr/bin/python3", str(HERE / "tray.py")], stdout=subprocess.PIPE)
-        self.screen.wait_for_name("org.kde.StatusNotifierWatcher")
+        tray = self.screen.start_tray()
         self.start()
-        self.assertTrue(select.select([watcher.stdout], [], [], 10)[0], "no item was registered")
-        return watcher.stdout.readline().decode().strip()
+        return self.screen.item_in(tray)
 
     def test_its_menu_over_the_bus(self):
         self.screen.preferences = {"hotkeyCode": 40, "hotkeyModifiers": 0x60000, "hotkeyString": "⌃⇧K"}
@@ -321,8 +312,3 @@ class Migration(OnADesktop):
         self.expect_pane(True)
         self.assertEqual(history.read_text(), entry % "old")
         self.assertEqual(self.screen.preferences["appLanguage"], "ja")
-
-
-if __name__ == "__main__":
-    os.chdir(HERE)
-    unittest.main(verbosity=2)
