@@ -4,6 +4,7 @@
 #include "Text.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 #include <QStandardPaths>
 
@@ -100,8 +101,9 @@ ApertiumTranslation::~ApertiumTranslation() = default;
 
 std::unique_ptr<ApertiumTranslation> ApertiumTranslation::ofThisSystem()
 {
-    return std::make_unique<ApertiumTranslation>(QStandardPaths::findExecutable(u"apertium-wblank-mode"_s),
-                                                 u"/usr/share/apertium/modes"_s);
+    const QString program = QStandardPaths::findExecutable(u"apertium-wblank-mode"_s);
+    return std::make_unique<ApertiumTranslation>(program,
+                                                 QFileInfo(program).path() + u"/../share/apertium/modes"_s);
 }
 
 ApertiumTranslation::Mode *ApertiumTranslation::mode(const LanguagePair &pair) const

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QHash>
 #include <QLibraryInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -25,6 +26,7 @@ constexpr qint64 largestFile = 32 << 20;
 constexpr std::array leftOut{"iso_639-3"_L1,  "iso_639_3"_L1,  "iso_639-5"_L1, "iso_639_5"_L1,
                              "iso_3166-2"_L1, "iso_3166_2"_L1, "iso_15924"_L1};
 
+/// The family of a program's catalogue, or of a package, by its name.
 QString familyOf(const QString &domain)
 {
     qsizetype end = 0;
@@ -177,6 +179,7 @@ CatalogueFolders CatalogueFolders::ofThisSystem()
     folders.localeFolders << u"/usr/lib/libreoffice/program/resource"_s << u"/opt/libreoffice/program/resource"_s;
     folders.qtFolders << QLibraryInfo::path(QLibraryInfo::TranslationsPath) << u"/usr/share/qt5/translations"_s
                       << u"/usr/share/qt6/translations"_s;
+    folders.packageLists = u"/var/lib/dpkg/info"_s;
     folders.dataFolders.removeDuplicates();
     folders.qtFolders.removeDuplicates();
     return folders;
@@ -206,7 +209,31 @@ CatalogueSurvey surveyCatalogues(const CatalogueFolders &folders)
         survey.addLocaleFolder(folder);
     for (const QString &folder : folders.qtFolders)
         survey.addQtFolder(folder);
-    return survey.finished();
+    CatalogueSurvey finished = survey.finished();
+    finished.packageLists = folders.packageLists;
+    return finished;
+}
+
+QList<CatalogueFile> filesByPackage(const CatalogueSurvey &survey)
+{
+    QList<CatalogueFile> files = survey.files;
+    QHash<QByteArray, qsizetype> places;
+    for (qsizetype i = 0; i < files.size(); ++i)
+        places.insert(QFile::encodeName(files[i].path), i);
+    QDirIterator lists(survey.packageLists, {u"*.list"_s}, QDir::Files);
+    while (!survey.packageLists.isEmpty() && lists.hasNext()) {
+        QFile list(lists.next());
+        const QString package = lists.fileName().section(u'.', 0, -2).section(u':', 0, 0);
+        // A language pack has all programs' catalogues.
+        if (package.startsWith("language-pack-"_L1) || !list.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray &line : list.readAll().split('\n')) {
+            const auto place = places.constFind(line);
+            if (place != places.cend())
+                files[*place].family = familyOf(package);
+        }
+    }
+    return files;
 }
 
 } // namespace lucentra

@@ -10,8 +10,8 @@ namespace lucentra {
 struct CatalogueFile
 {
     QString path;
-    /// Of programs that share their translators: "gtk" of gtk20.mo and gtk30-properties.mo. All files of a program's
-    /// own folder, and all of a Flatpak application with its extensions, are one.
+    /// A name for the programs that share their translators: "gtk" for gtk20.mo and gtk30-properties.mo. All files of a
+    /// program's own folder have the same one, and so have those of a Flatpak application with its extensions.
     QString family;
     int language = 0;  ///< place in `memoryLanguages`
     bool isQt = false; ///< a .qm file, else a .mo file
@@ -25,6 +25,7 @@ struct CatalogueSurvey
     QList<CatalogueFile> files; ///< in the order of their paths
     /// Of the paths, sizes and times of all these files; the same as long as none was added, removed or changed.
     quint64 fingerprint = 0;
+    QString packageLists; ///< as in `CatalogueFolders`
 };
 
 /// Where catalogues are kept.
@@ -33,6 +34,7 @@ struct CatalogueFolders
     QStringList dataFolders;   ///< as /usr/share: with locale/, locale-langpack/ and programs' own folders
     QStringList localeFolders; ///< as /usr/share/locale: one folder a locale, with LC_MESSAGES/
     QStringList qtFolders;     ///< with .qm files that end in a locale's name
+    QString packageLists;      ///< where dpkg keeps a list of each package's files; may be empty or missing
 
     /// Those of this system: data folders, Flatpak's, LibreOffice's, Qt's.
     static CatalogueFolders ofThisSystem();
@@ -45,5 +47,9 @@ bool leavesOutCatalogues(const QString &folder = QStringLiteral("/etc/dpkg/dpkg.
 /// Lists the catalogues. It looks into folders of a known depth only, so that links between them make no loop. Any
 /// thread; takes milliseconds.
 CatalogueSurvey surveyCatalogues(const CatalogueFolders &folders);
+
+/// The survey's files, with one family for all files of a package: the parts of a large program have many names, and
+/// the same translators. Reads all of the package manager's lists, megabytes.
+QList<CatalogueFile> filesByPackage(const CatalogueSurvey &survey);
 
 } // namespace lucentra

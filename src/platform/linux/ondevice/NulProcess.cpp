@@ -57,16 +57,15 @@ struct NulProcess::Patience
     Clock::time_point deadline;
     const std::function<bool()> &isWanted;
 
-    /// Waits until the pipe can be read or written; false once it isn't worth it any more.
-    bool waitFor(int pipe, short events) const
+    /// Waits until one of the pipes is ready; returns false if the answer is late or isn't wanted any more.
+    bool waitFor(std::array<pollfd, 2> &pipes) const
     {
-        constexpr std::chrono::milliseconds longest{100}; // between two looks at whether the answer is wanted
-        pollfd waiting{.fd = pipe, .events = events, .revents = 0};
+        constexpr std::chrono::milliseconds longest{100}; // between two checks of whether the answer is wanted
         for (;;) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
             if (left.count() <= 0 || (isWanted && !isWanted()))
                 return false;
-            const int ready = ::poll(&waiting, 1, int(std::min(left, longest).count()));
+            const int ready = ::poll(pipes.data(), pipes.size(), int(std::min(left, longest).count()));
             if (ready > 0 || (ready < 0 && errno != EINTR))
                 return ready > 0;
         }
@@ -145,44 +144,47 @@ void NulProcess::stop()
     }
 }
 
-bool NulProcess::send(QByteArrayView bytes, const Patience &patience) const
+std::optional<QByteArray> NulProcess::exchange(QByteArrayView question, const Patience &patience) const
 {
     const SignalOfBrokenPipe broken;
-    while (!bytes.isEmpty()) {
-        if (!patience.waitFor(m_input, POLLOUT))
-            return false;
-        const ssize_t sent = ::write(m_input, bytes.data(), size_t(bytes.size()));
-        if (sent < 0 && errno != EAGAIN && errno != EINTR)
-            return false;
-        bytes = bytes.sliced(std::max<ssize_t>(sent, 0));
+    QByteArray answer;
+    std::array<char, 4096> piece{};
+    while (answer.size() < longestAnswer) {
+        // A long answer may begin before all of the question is written; reading it keeps both pipes from filling up.
+        std::array<pollfd, 2> pipes{pollfd{.fd = question.isEmpty() ? -1 : m_input, .events = POLLOUT, .revents = 0},
+                                    pollfd{.fd = m_output, .events = POLLIN, .revents = 0}};
+        if (!patience.waitFor(pipes))
+            return std::nullopt;
+        if (pipes[0].revents != 0) {
+            const ssize_t sent = ::write(m_input, question.data(), size_t(question.size()));
+            if (sent < 0 && errno != EAGAIN && errno != EINTR)
+                return std::nullopt;
+            question = question.sliced(std::max<ssize_t>(sent, 0));
+        }
+        if (pipes[1].revents != 0) {
+            const ssize_t count = ::read(m_output, piece.data(), piece.size());
+            if (count <= 0)
+                return std::nullopt;
+            answer.append(piece.data(), count);
+            if (answer.endsWith('\0'))
+                return question.isEmpty() ? std::optional(answer.chopped(1)) : std::nullopt;
+        }
     }
-    return true;
+    return std::nullopt;
 }
 
 std::optional<QByteArray> NulProcess::ask(QByteArrayView question, std::chrono::milliseconds timeout,
                                           const std::function<bool()> &isWanted)
 {
-    const Patience patience{.deadline = Clock::now() + timeout, .isWanted = isWanted};
     if (isWanted && !isWanted())
         return std::nullopt; // before anything of it is in the stream
+    const Patience patience{.deadline = Clock::now() + timeout, .isWanted = isWanted};
     if (m_process < 0 && !start())
         return std::nullopt;
-    QByteArray answer;
-    if (send(question, patience) && send(QByteArrayView("\0", 1), patience)) {
-        std::array<char, 4096> piece{};
-        while (answer.size() < longestAnswer && patience.waitFor(m_output, POLLIN)) {
-            const ssize_t count = ::read(m_output, piece.data(), piece.size());
-            if (count <= 0)
-                break;
-            answer.append(piece.data(), count);
-            if (answer.endsWith('\0')) {
-                answer.chop(1);
-                return answer;
-            }
-        }
-    }
-    stop();
-    return std::nullopt;
+    auto answer = exchange(question.toByteArray().append('\0'), patience);
+    if (!answer)
+        stop();
+    return answer;
 }
 
 } // namespace lucentra

@@ -24,9 +24,8 @@ public:
     NulProcess(const NulProcess &) = delete;
     NulProcess &operator=(const NulProcess &) = delete;
 
-    /// The answer; nothing where the program can't be started, has ended, or doesn't answer in time. It is ended then,
-    /// and started again for the next question.
-    /// The same once `isWanted`, if given, returns false.
+    /// The answer; nullopt if the program can't be started, ends, or doesn't answer in time, or once `isWanted`, if
+    /// given, returns false. The program is then ended, and started again for the next question.
     std::optional<QByteArray> ask(QByteArrayView question, std::chrono::milliseconds timeout,
                                   const std::function<bool()> &isWanted = {});
 
@@ -34,7 +33,7 @@ private:
     bool start();
     void stop();
     struct Patience;
-    bool send(QByteArrayView bytes, const Patience &patience) const;
+    std::optional<QByteArray> exchange(QByteArrayView question, const Patience &patience) const;
 
     const QStringList m_command;
     pid_t m_process = -1;

@@ -356,7 +356,7 @@ bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std
     quint32 used = 0;
     QByteArray bytes;
     // A program's catalogues one after another: what is at hand from one language is needed for the next.
-    QList<CatalogueFile> files = survey.files;
+    QList<CatalogueFile> files = filesByPackage(survey);
     std::stable_sort(files.begin(), files.end(),
                      [](const CatalogueFile &a, const CatalogueFile &b) { return a.family < b.family; });
     for (const CatalogueFile &file : std::as_const(files)) {

@@ -24,12 +24,12 @@ namespace {
 
 constexpr BuildPatience patient{.longest = 20s, .acceptsOutdated = false};
 
-QByteArray build(const QStringList &shares)
+QByteArray build(const QStringList &shares, const QString &packageLists = {})
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     const std::atomic<bool> isCancelled = false;
-    buildPhraseFile(surveyCatalogues({.dataFolders = shares}), buffer, isCancelled);
+    buildPhraseFile(surveyCatalogues({.dataFolders = shares, .packageLists = packageLists}), buffer, isCancelled);
     return buffer.data();
 }
 
@@ -179,7 +179,15 @@ private Q_SLOTS:
             QVERIFY(qm.open(QIODevice::WriteOnly));
             qm.write(qmBytes({{"Print", "印刷"}}));
         }
-        const auto file = PhraseFile::fromBytes(build(folders));
+        // And a package with many parts.
+        QFile list(folder.filePath(u"loudspeaker:all.list"_s));
+        QVERIFY(list.open(QIODevice::WriteOnly));
+        for (const QString &name : {u"shell.mo"_s, u"panel.mo"_s, u"mixer.mo"_s}) {
+            install(name, {{"Print", "印製"}});
+            list.write(u"%1/locale/zh_TW/LC_MESSAGES/%2\n"_s.arg(folder.path(), name).toUtf8());
+        }
+        list.close();
+        const auto file = PhraseFile::fromBytes(build(folders, folder.path()));
         QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
         QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
     }
