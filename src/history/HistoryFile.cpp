@@ -102,10 +102,14 @@ QByteArray wholeEntries(QByteArray json)
 
 QByteArray encodeHistory(const QList<HistoryItem> &items)
 {
-    QJsonArray array;
-    for (const HistoryItem &item : items)
-        array.append(objectOf(item));
-    return QJsonDocument(array).toJson(QJsonDocument::Compact);
+    QByteArray json = "[";
+    for (const HistoryItem &item : items) { // one at a time: as a whole they would take several times the memory
+        json += QJsonDocument(objectOf(item)).toJson(QJsonDocument::Compact);
+        json += ',';
+    }
+    if (!items.isEmpty())
+        json.chop(1);
+    return json + ']';
 }
 
 Result<QList<HistoryItem>> decodeHistory(const QByteArray &json)

@@ -201,14 +201,14 @@ void HistoryManager::adoptMerged()
     Q_EMIT changed();
 }
 
-void HistoryManager::finish()
+void HistoryManager::finish(bool isUrgent)
 {
     assignLoaded();
     while (!m_waiting.empty())
         insertNext();
     if (m_writer.hasFailed()) // the disk may have room by now, and the file no lock
         m_writer.write(m_history, {});
-    m_writer.finish();
+    m_writer.finish(isUrgent);
 }
 
 } // namespace lucentra

@@ -70,8 +70,8 @@ public:
     /// Whether the file could not be read; true only at the first call, for the caller that shows a notice.
     bool takeUnreadableNotice() { return std::exchange(m_wasUnreadable, false); }
 
-    /// Records pending entries and blocks until the file is written.
-    void finish();
+    /// Records pending entries and blocks until the file is written. `isUrgent`: as in `HistoryWriter`.
+    void finish(bool isUrgent = false);
 
 Q_SIGNALS:
     /// The list has changed.

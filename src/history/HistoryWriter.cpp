@@ -64,8 +64,10 @@ std::optional<HistoryWriter::Merged> HistoryWriter::takeMerged()
     return Merged{.items = std::move(*merged), .changes = unwrittenChanges()};
 }
 
-void HistoryWriter::finish()
+void HistoryWriter::finish(bool isUrgent)
 {
+    if (isUrgent)
+        m_isUrgent = true;
     m_queue.waitForDone();
 }
 
@@ -93,19 +95,27 @@ void HistoryWriter::writePending()
         const auto written = writeMerged(*pending);
         if (written)
             takeNoteOf(*pending, *written);
-        else if (m_diagnostics)
-            m_diagnostics(u"Failed to save history: "_s + written.error().description);
+        else
+            log(u"Failed to save history: "_s + written.error().description);
     }
+}
+
+void HistoryWriter::log(const QString &line) const
+{
+    if (m_diagnostics)
+        m_diagnostics(line);
 }
 
 /// What is in the file then.
 Result<QList<HistoryItem>> HistoryWriter::writeMerged(const Pending &pending)
 {
     createFolderOf(m_path);
-    const FileLock lock(m_path, lockTimeout);
-    if (!lock.isHeld())
+    const FileLock lock(m_path, lockTimeout, &m_isUrgent);
+    if (!lock.mayWrite())
         return tl::unexpected(
             Failure{.domain = u"History"_s, .code = 0, .description = u"the file cannot be locked"_s});
+    if (!lock.isHeld() && !std::exchange(m_hasWarnedOfLock, true))
+        log(u"The history is written without a lock; what other programs write at the same time may be lost"_s);
     auto items = merged(pending);
     if (!items)
         return items;

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QThreadPool>
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -42,8 +43,9 @@ public:
     bool hasFailed();
     /// The list that was written last, if it includes other processes' changes and wasn't taken yet.
     std::optional<Merged> takeMerged();
-    /// Blocks until all snapshots so far are written or have failed.
-    void finish();
+    /// Blocks until all snapshots so far are written or have failed. `isUrgent`: a process that keeps the file locked
+    /// is then waited for half a second at most, and the file is written all the same.
+    void finish(bool isUrgent = false);
 
 private:
     struct NumberedChange
@@ -61,6 +63,7 @@ private:
     std::optional<Pending> takePending();
     HistoryChanges unwrittenChanges() const;
     void writePending();
+    void log(const QString &line) const;
     Result<QList<HistoryItem>> writeMerged(const Pending &pending);
     Result<QList<HistoryItem>> merged(const Pending &pending);
     void takeNoteOf(const Pending &written, const QList<HistoryItem> &items);
@@ -71,6 +74,8 @@ private:
     // The list that was written last, and the file's stamp after that. On the writer's thread only.
     QList<HistoryItem> m_written;
     FileStamp m_stamp;
+    bool m_hasWarnedOfLock = false;
+    std::atomic<bool> m_isUrgent = false;
     std::mutex m_mutex; // guards what follows
     std::optional<QList<HistoryItem>> m_pending;
     QHash<QUuid, NumberedChange> m_unwritten;

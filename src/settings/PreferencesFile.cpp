@@ -40,7 +40,7 @@ PreferencesFile::PreferencesFile(QString path, DiagnosticLine diagnostics)
     if (content.state != State::Broken)
         return;
     const FileLock lock(m_path, lockTimeout);
-    if (!lock.isHeld())
+    if (!lock.mayWrite())
         fail(u"it is no JSON object and cannot be kept aside"_s);
     else if (look().state == State::Broken) // another process may have dealt with it meanwhile
         keepAside();
@@ -60,8 +60,8 @@ bool PreferencesFile::apply(const QHash<QString, QJsonValue> &changes)
     createFolderOf(m_path);
     if (!QFileInfo(QFileInfo(m_path).absolutePath()).isDir())
         return fail(u"its folder cannot be made"_s);
-    const FileLock lock(m_path, lockTimeout);
-    if (!lock.isHeld())
+    const FileLock lock(m_path, lockTimeout, &m_isUrgent);
+    if (!lock.mayWrite())
         return fail(u"its lock cannot be taken"_s);
 
     const Content content = look();

@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 
@@ -30,6 +31,10 @@ public:
     /// up to 2 seconds for another process. One thread at a time.
     bool apply(const QHash<QString, QJsonValue> &changes);
 
+    /// From now on, and in an `apply` under way, another process is waited for half a second at most, and the file is
+    /// written all the same. Any thread.
+    void hurry() { m_isUrgent = true; }
+
 private:
     enum class State { Missing, Valid, Broken, Unreadable };
     struct Content
@@ -47,6 +52,7 @@ private:
     const QString m_path;
     const DiagnosticLine m_diagnostics;
     bool m_hasReportedFailure = false;
+    std::atomic<bool> m_isUrgent = false;
     std::mutex m_mutex; ///< guards what follows
     QJsonObject m_values;
     std::optional<FileStamp> m_stamp; ///< of the content that was read last

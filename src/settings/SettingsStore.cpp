@@ -92,8 +92,10 @@ public:
         m_overrides.insert(key, newValue);
     }
 
-    void flush()
+    void flush(bool isUrgent)
     {
+        if (isUrgent)
+            m_file.hurry();
         std::unique_lock lock(m_mutex);
         m_changed.wait(lock, [this, wanted = m_changeCount] { return m_triedCount >= wanted; });
     }
@@ -207,9 +209,9 @@ void SettingsStore::followFile()
     connect(watcher, &QFileSystemWatcher::fileChanged, this, look);
 }
 
-void SettingsStore::flush()
+void SettingsStore::flush(bool isUrgent)
 {
-    m_state->flush();
+    m_state->flush(isUrgent);
 }
 
 void SettingsStore::setOverride(const QString &key, const QJsonValue &newValue)

@@ -84,8 +84,9 @@ public:
     /// Stores a raw value. Ignores an empty key and an `Undefined` value.
     void setValue(const QString &key, const QJsonValue &newValue);
 
-    /// Waits until all changes so far are in the file, or writing them has failed.
-    void flush();
+    /// Waits until all changes so far are in the file, or writing them has failed. `isUrgent`: a process that keeps the
+    /// file locked is waited for half a second at most, and the file is written all the same.
+    void flush(bool isUrgent = false);
 
     /// Calls after each change of the setting until the context is destroyed, in the context's thread. The callback
     /// takes the new value, or nothing.

@@ -6,8 +6,10 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -18,23 +20,32 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-FileLock::FileLock(const QString &path, std::chrono::milliseconds timeout)
+namespace {
+
+constexpr auto urgentTimeout = 500ms;
+
+} // namespace
+
+FileLock::FileLock(const QString &path, std::chrono::milliseconds timeout, const std::atomic<bool> *isUrgent)
 {
     const QFileInfo info(path);
     const QString name = info.absolutePath() + u"/."_s + info.fileName() + u".lock"_s;
-    const QDeadlineTimer deadline(timeout);
     m_descriptor = ::open(QFile::encodeName(name).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (m_descriptor < 0)
         return;
     giveToOwnerOf(info.absolutePath(), m_descriptor);
-    while (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
-        if ((errno != EWOULDBLOCK && errno != EINTR) || deadline.hasExpired()) {
-            ::close(m_descriptor);
-            m_descriptor = -1;
+    QDeadlineTimer deadline(timeout);
+    bool wasUrgent = false;
+    while (!(m_isHeld = ::flock(m_descriptor, LOCK_EX | LOCK_NB) == 0)) {
+        const bool isSupported = errno == EWOULDBLOCK || errno == EINTR;
+        if (isUrgent && *isUrgent && !std::exchange(wasUrgent, true))
+            deadline = std::min(deadline, QDeadlineTimer(urgentTimeout));
+        m_mayWrite = !isSupported || wasUrgent;
+        if (!isSupported || deadline.hasExpired())
             return;
-        }
         std::this_thread::sleep_for(2ms);
     }
+    m_mayWrite = true;
 }
 
 FileLock::~FileLock()

@@ -1,5 +1,6 @@
 #include "HistoryManager.h"
 #include "Columns.h"
+#include "FileLock.h"
 #include "HistoryFile.h"
 #include "MainQueue.h"
 
@@ -13,16 +14,36 @@
 #include <QTest>
 
 #include <array>
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <memory>
 #include <mutex>
 
 #include <poll.h>
+#include <sys/file.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace lucentra;
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+std::atomic<int> lockFailure = 0;
+
+} // namespace
+
+/// The system's own, unless a test wants it to fail.
+extern "C" int flock(int descriptor, int operation) noexcept
+{
+    if (lockFailure == 0)
+        return int(syscall(SYS_flock, descriptor, operation));
+    errno = lockFailure;
+    return -1;
+}
 
 namespace {
 
@@ -383,6 +404,23 @@ private Q_SLOTS:
         m_manager->add(u"b"_s, u"B"_s);
         QCOMPARE(namesOf(written()), u"b a"_s);
         QCOMPARE(m_lines.size(), 1);
+    }
+
+    void nothingIsLostWithoutALock()
+    {
+        createWith({item(u"a"_s, 1)});
+        m_manager->add(u"b"_s, u"B"_s);
+        {
+            const FileLock hanging(m_path, 0ms); // another program's
+            m_manager->finish(true);
+        }
+        QCOMPARE(namesOf(readHistoryFile(m_path)->items), u"b a"_s);
+        create();
+        lockFailure = ENOLCK; // a file system that has no locks
+        m_manager->add(u"c"_s, u"C"_s);
+        QCOMPARE(namesOf(written()), u"c b a"_s);
+        lockFailure = 0;
+        QCOMPARE(m_lines.filter(u"without a lock"_s).size(), 2);
     }
 
     void foldersAreMadePrivateAndAnew()
