@@ -106,7 +106,6 @@ void AppDelegate::applicationWillTerminate()
     m_services.translationManager().cancelAll();
     m_settingsShell.reset(); // which saves what was typed last
     m_services.mainQueue().drain();
-    completeStoring();
 }
 
 void AppDelegate::createGlassWindow()
@@ -362,8 +361,8 @@ void AppDelegate::tellOfMissingTray()
 void AppDelegate::completeStoring()
 {
     m_history.blockSignals(true);
-    m_history.finish();
-    m_services.settings().flush();
+    m_history.finish(true);
+    m_services.settings().flush(true);
 }
 
 void AppDelegate::toggleWindow()

@@ -39,7 +39,7 @@ public:
 
     /// Starts up, and shows the pane unless it is to wait for a command.
     void applicationDidFinishLaunching(PaneAtStart paneAtStart);
-    /// Ends what is under way and completes what is to be stored. Called once, before the program ends.
+    /// Closes the windows and ends what is under way. Called once, before `completeStoring` and the program's end.
     void applicationWillTerminate();
     /// Brings what is to be stored to the disk, and tells nobody of it: the windows may be no more.
     void completeStoring();

@@ -33,8 +33,10 @@ namespace lucentra {
 
 namespace {
 
-/// How long quitting takes at most, whatever is under way.
+/// How long quitting takes at most, whatever is under way, once everything is stored.
 constexpr auto longestEnd = 900ms;
+/// How long closing the windows takes at most, before anything is stored: the X server may hang.
+constexpr auto longestClosing = 5s;
 
 void printDiagnostic(const QString &line)
 {
@@ -104,24 +106,37 @@ private:
     static inline QtMessageHandler previous = nullptr;
 };
 
-/// Ends the process when what is being taken down isn't gone in time.
+/// Ends the process if quitting takes too long. What is being stored is completed first.
 class EndDeadline
 {
 public:
-    /// Once everything is stored.
-    void start(std::chrono::steady_clock::time_point deadline, int code)
+    enum class State { Closing, Storing, Stored };
+
+    void start(int code)
     {
-        m_thread = std::jthread([deadline, code](const std::stop_token &stop) {
-            std::mutex mutex;
-            std::unique_lock lock(mutex);
-            std::condition_variable_any stopped;
-            stopped.wait_until(lock, stop, deadline, [] { return false; });
+        m_thread = std::jthread([this, code, begun = std::chrono::steady_clock::now()](const std::stop_token &stop) {
+            std::unique_lock lock(m_mutex);
+            const auto hasBegunToStore = [this] { return m_state != State::Closing; };
+            if (m_changed.wait_until(lock, stop, begun + longestClosing, hasBegunToStore)) {
+                m_changed.wait(lock, stop, [this] { return m_state == State::Stored; });
+                m_changed.wait_until(lock, stop, begun + longestEnd, [] { return false; });
+            }
             if (!stop.stop_requested())
                 std::_Exit(code);
         });
     }
 
+    void setState(State state)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_state = state;
+        m_changed.notify_all();
+    }
+
 private:
+    std::mutex m_mutex;
+    std::condition_variable_any m_changed;
+    State m_state = State::Closing;
     std::jthread m_thread; ///< its destructor stops it
 };
 
@@ -167,12 +182,14 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const HangWatch hangWatch;
 #endif
     const int code = QApplication::exec();
-    const auto deadline = std::chrono::steady_clock::now() + longestEnd;
     TerminationSignals::endAtOnce();
+    endDeadline.start(code);
     displayClaim.onShowAsked = nullptr;
     remoteControl.onCommand = nullptr; // what comes from now on is for the next start
     delegate.applicationWillTerminate();
-    endDeadline.start(deadline, code);
+    endDeadline.setState(EndDeadline::State::Storing);
+    delegate.completeStoring();
+    endDeadline.setState(EndDeadline::State::Stored);
     return code;
 }
 

@@ -1,61 +1,69 @@
 #include "TerminationSignals.h"
 
 #include <csignal>
+#include <initializer_list>
 #include <utility>
 
-#include <sys/signalfd.h>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace lucentra {
 
 namespace {
 
-int openDescriptor()
+sigset_t setOf(std::initializer_list<int> signals)
 {
-    sigset_t signalSet;
-    sigemptyset(&signalSet);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signalSet, signal);
-    pthread_sigmask(SIG_BLOCK, &signalSet, nullptr);
-    return signalfd(-1, &signalSet, SFD_CLOEXEC | SFD_NONBLOCK);
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal : signals)
+        sigaddset(&set, signal);
+    return set;
 }
 
 } // namespace
 
 TerminationSignals::TerminationSignals()
-    : m_descriptor(openDescriptor())
+    : m_arrived(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
+    const sigset_t signals = setOf({SIGTERM, SIGINT, SIGHUP});
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    m_watcher = std::thread([this] { watch(); });
+}
+
+void TerminationSignals::watch()
+{
+    sigset_t awaited = setOf({SIGTERM, SIGINT, SIGHUP});
+    int signal = 0;
+    while (sigwait(&awaited, &signal) == 0 && !m_isEnding) {
+        endAtOnce(); // this thread, which waits for nothing else, takes the next one
+        awaited = setOf({SIGHUP});
+        eventfd_write(m_arrived, 1);
+    }
 }
 
 void TerminationSignals::listen(std::function<void()> terminate)
 {
-    if (m_descriptor < 0)
-        return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_arrived, QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
-                     [descriptor = m_descriptor, terminate = std::move(terminate)] {
-                         signalfd_siginfo information;
-                         if (read(descriptor, &information, sizeof information) != sizeof information)
-                             return;
-                         endAtOnce();
+                     [notifier = m_notifier.get(), terminate = std::move(terminate)] {
+                         notifier->setEnabled(false);
                          terminate();
                      });
 }
 
 void TerminationSignals::endAtOnce()
 {
-    sigset_t signalSet;
-    sigemptyset(&signalSet);
-    sigaddset(&signalSet, SIGTERM);
-    sigaddset(&signalSet, SIGINT);
-    pthread_sigmask(SIG_UNBLOCK, &signalSet, nullptr);
+    const sigset_t signals = setOf({SIGTERM, SIGINT});
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 TerminationSignals::~TerminationSignals()
 {
     m_notifier.reset();
-    if (m_descriptor >= 0)
-        close(m_descriptor);
+    m_isEnding = true;
+    pthread_kill(m_watcher.native_handle(), SIGHUP); // which wakes it
+    m_watcher.join();
+    close(m_arrived);
 }
 
 } // namespace lucentra

@@ -2,12 +2,16 @@
 
 #include <QSocketNotifier>
 
+#include <atomic>
 #include <functional>
 #include <memory>
+#include <thread>
 
 namespace lucentra {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread, so that the program ends as by its quit command.
+/// After the first, another SIGTERM or SIGINT ends the process at once, even if the main thread is blocked.
+///
 /// Made before any other thread, those of the application object included: the signals are blocked in this one and all
 /// that it starts, and a single thread that doesn't block them would be ended by them, and the program with it.
 class TerminationSignals
@@ -18,8 +22,7 @@ public:
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;
 
-    /// Once there is an application object. Signals that came before are not lost. After the first, another SIGTERM or
-    /// SIGINT ends the process at once.
+    /// Once there is an application object. Signals that came before are not lost.
     void listen(std::function<void()> terminate);
 
     /// From now on SIGTERM and SIGINT end the process at once. SIGHUP doesn't: it follows SIGTERM by itself when a
@@ -27,8 +30,12 @@ public:
     static void endAtOnce();
 
 private:
-    const int m_descriptor;
+    void watch();
+
+    const int m_arrived; ///< can be read once the first signal has arrived
+    std::atomic<bool> m_isEnding = false;
     std::unique_ptr<QSocketNotifier> m_notifier;
+    std::thread m_watcher;
 };
 
 } // namespace lucentra

@@ -8,6 +8,7 @@ import subprocess
 import time
 
 import chat_server
+from desktop import LUCENTRA
 from hostile import PANE, HostileDesktop
 from screen import eventually
 
@@ -262,6 +263,28 @@ class Services(HostileDesktop):
         self.assertFalse(self.is_shown())
         self.pane.process.send_signal(signal.SIGCONT)
         self.assertTrue(eventually(self.is_shown), "the hotkey that was pressed meanwhile isn't lost")
+
+    def test_signals_while_the_display_hangs(self):
+        """The first asks the program to quit, which ends by itself though the windows can't be closed; the second one
+        ends it at once, wherever it hangs."""
+        server = self.program("Xvfb")
+        for is_blocked, signals in ((False, [signal.SIGTERM]), (False, [signal.SIGTERM, signal.SIGINT]),
+                                    (True, [signal.SIGHUP, signal.SIGTERM])):
+            with self.subTest(is_blocked=is_blocked, signals=signals):
+                self.start()
+                self.expect_pass()
+                server.send_signal(signal.SIGSTOP)
+                self.addCleanup(server.send_signal, signal.SIGCONT)
+                asking = self.screen.start([str(LUCENTRA), "settings"]) if is_blocked else None
+                time.sleep(1)
+                for each in signals:
+                    self.assertIsNone(self.pane.process.poll())
+                    self.pane.process.send_signal(each)
+                    time.sleep(0.5)
+                self.assertEqual(self.pane.process.wait(20), 0 if len(signals) == 1 else -signals[1])
+                server.send_signal(signal.SIGCONT)
+                if asking:
+                    asking.wait(30)
 
     def stop_while_the_answer_comes(self) -> None:
         asked = len(self.server.requests)

@@ -9,6 +9,7 @@ import struct
 import subprocess
 import time
 
+import sample_page
 from chat_server import by_id, completion
 from hostile import HostileDesktop
 from screen import eventually
@@ -99,8 +100,39 @@ class HostileServer(HostileDesktop):
         self.server.answer = by_id
         self.expect_pass("after all that", lambda: self.screen.lucentra("translate"), 30)
         self.ask(lambda _server, _body: (200, a_byte_a_second))
+        self.quit()
+        self.assertEqual(len(self.history()), len(kept) + 1)
+
+    def quit(self) -> None:
+        """While something is under way that takes much longer than a busy computer needs for quitting."""
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
         begun = time.monotonic()
         self.assertEqual(self.pane.process.wait(5), 0)
         print(f"quit after {time.monotonic() - begun:.2f} s", flush=True)
-        self.assertEqual(len(self.history()), len(kept) + 1)
+
+    def processor_seconds(self) -> float:
+        fields = pathlib.Path(f"/proc/{self.pane.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def test_quitting_while_a_full_screen_is_read(self):
+        sample_page.render(self.page, ["The lighthouse keeper writes a letter every evening " * 3] * 30, size="1280x800")
+        self.start()
+        self.pane.place(0, 0, 1280, 780)
+        before = self.processor_seconds()
+        self.screen.lucentra("translate")
+        self.assertTrue(eventually(lambda: self.processor_seconds() > before + 0.5), "it is reading")
+        self.assertEqual(self.server.requests, [])
+        self.quit()
+
+    def test_quitting_while_an_installed_translator_hangs(self):
+        programs = self.screen.home / "programs"
+        for name in ("bin/apertium-wblank-mode", "share/apertium/modes/eng-spa.mode"):
+            (programs / name).parent.mkdir(parents=True)
+            (programs / name).write_text(f"#!/bin/sh\necho 'touch {programs}/asked; exec sleep 60'\n")
+            (programs / name).chmod(0o755)
+        self.screen.environment["PATH"] = f"{programs}/bin:{self.screen.environment['PATH']}"
+        self.screen.preferences = {"translationEngine": 0, "targetLanguageCode": "es"}
+        self.start()
+        self.screen.lucentra("translate")
+        self.assertTrue(eventually((programs / "asked").exists, 30), self.log())
+        self.quit()
