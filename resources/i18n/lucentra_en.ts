@@ -181,11 +181,11 @@
     </message>
     <message>
         <source>OpenAI 相容 API</source>
-        <translation>OpenAI-Compatible API</translation>
+        <translation>Compatible API</translation>
     </message>
     <message>
         <source>OpenAI 相容 API 設定</source>
-        <translation>OpenAI-Compatible API</translation>
+        <translation>Compatible API</translation>
     </message>
     <message>
         <source>OpenAI 設定</source>
@@ -680,6 +680,10 @@
         <translation>No languages available</translation>
     </message>
     <message>
+        <source>沒有可翻譯的文字</source>
+        <translation>There is no text to translate</translation>
+    </message>
+    <message>
         <source>淡雅水藍 (Subtle Blue)</source>
         <translation>Subtle Blue</translation>
     </message>
@@ -773,7 +777,7 @@
     </message>
     <message>
         <source>相容 API</source>
-        <translation>Compatible endpoint</translation>
+        <translation>Compatible API</translation>
     </message>
     <message>
         <source>相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP</source>
@@ -1097,7 +1101,7 @@
     </message>
     <message>
         <source>選項 %@ 的值無效：%@</source>
-        <translation>Invalid value of the option %@: %@</translation>
+        <translation>Invalid value for the option %@: %@</translation>
     </message>
     <message>
         <source>選項 %@ 需要一個值</source>

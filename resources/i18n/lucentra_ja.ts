@@ -680,6 +680,10 @@
         <translation>利用できる言語がありません</translation>
     </message>
     <message>
+        <source>沒有可翻譯的文字</source>
+        <translation>翻訳するテキストがありません</translation>
+    </message>
+    <message>
         <source>淡雅水藍 (Subtle Blue)</source>
         <translation>淡いブルー</translation>
     </message>

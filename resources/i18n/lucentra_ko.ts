@@ -265,7 +265,7 @@
     </message>
     <message>
         <source>❌ 翻譯失敗：%@</source>
-        <translation>❌ 번역 실패: %@</translation>
+        <translation>❌ 번역하지 못했습니다: %@</translation>
     </message>
     <message>
         <source>一般</source>
@@ -678,6 +678,10 @@
     <message>
         <source>沒有可用的語言</source>
         <translation>사용할 수 있는 언어가 없음</translation>
+    </message>
+    <message>
+        <source>沒有可翻譯的文字</source>
+        <translation>번역할 텍스트가 없습니다</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>

@@ -680,6 +680,10 @@
         <translation>没有可用的语言</translation>
     </message>
     <message>
+        <source>沒有可翻譯的文字</source>
+        <translation>没有可翻译的文字</translation>
+    </message>
+    <message>
         <source>淡雅水藍 (Subtle Blue)</source>
         <translation>淡雅水蓝</translation>
     </message>

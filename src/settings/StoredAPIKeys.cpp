@@ -31,9 +31,9 @@ Result<QString> loadStoredAPIKey(SettingsStore &settings, const KeychainStore &k
 {
     const QString plaintext = settings.value(legacyKey).toString();
     const auto kept = keychain.read(account);
-    if (!kept && plaintext.isEmpty())
-        return tl::unexpected(kept.error());
-    return reconcile(settings, keychain, account, legacyKey, plaintext, kept.value_or(std::nullopt));
+    if (kept)
+        return reconcile(settings, keychain, account, legacyKey, plaintext, *kept);
+    return plaintext.isEmpty() ? Result<QString>(tl::unexpected(kept.error())) : plaintext;
 }
 
 QString keychainAdvice(const Failure &failure)
@@ -58,14 +58,13 @@ StoredAPIKeys loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &ke
     for (const QString &account : accounts)
         plaintexts.insert(account, settings.value(account).toString());
     const auto read = keychain.readAll();
-    const QHash<QString, QString> kept = read.value_or(QHash<QString, QString>());
-    StoredAPIKeys stored;
     if (!read)
-        stored.failure = read.error();
+        return {.keys = plaintexts, .failure = read.error()};
+    StoredAPIKeys stored;
     for (const QString &account : accounts) {
-        const auto value = kept.constFind(account);
+        const auto value = read->constFind(account);
         stored.keys.insert(account, reconcile(settings, keychain, account, account, plaintexts.value(account),
-                                              value == kept.cend() ? std::nullopt : std::optional(value.value())));
+                                              value == read->cend() ? std::nullopt : std::optional(value.value())));
     }
     return stored;
 }

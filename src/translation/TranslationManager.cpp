@@ -116,14 +116,17 @@ void TranslationManager::moveLegacyKeys() const
     for (const QString &account : apiKeyAccounts()) {
         if (m_settings.contains(account))
             loadStoredAPIKey(m_settings, m_keychain, account, account);
+        if (!m_settings.value(account).toString().isEmpty())
+            return; // the keychain refuses; it refuses the others, too
     }
 }
 
 Result<QString> TranslationManager::keyFor(TranslationEngine engine) const
 {
-    moveLegacyKeys();
     const QString account = engineEntry(engine).account;
     const auto key = loadStoredAPIKey(m_settings, m_keychain, account, account);
+    if (key && m_settings.value(account).toString().isEmpty()) // else the keychain has just refused
+        moveLegacyKeys();
     if (key)
         return key->trimmed();
     return tl::unexpected(Failure{.domain = u"Keychain"_s,

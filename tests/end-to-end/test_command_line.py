@@ -16,6 +16,7 @@ import sample_page
 from chat_server import ChatServer
 from case import CONSENT, Case
 from desktop import LUCENTRA, Session
+from screen import eventually
 
 KEY = "sk-test-äöü-4711"
 
@@ -119,9 +120,20 @@ class CommandLine(Case):
         self.server.translate = lambda text: "⚠️ Achtung"  # a translation, though it looks like a message
         self.assertEqual((read(b"Warning").returncode, read(b"Warning").stdout.decode()), (0, "⚠️ Achtung\n"))
         sent = len(self.server.requests)
-        for given in (b"\xff\xfe", b"a" * (1024 * 1024 + 1)):
-            self.assertEqual(read(given).returncode, 2)
+        for given, said in ((b"\xff\xfe", "UTF-8"), (b"a" * (1024 * 1024 + 1), "too long"), (b" \n", "There is no text")):
+            answer = read(given)
+            self.assertEqual(answer.returncode, 2)
+            self.assertIn(said, answer.stderr.decode())
         self.assertEqual(len(self.server.requests), sent)
+
+    def test_its_memory_is_closed_to_others(self):
+        user = {"user": 65534} if os.geteuid() == 0 else {}
+        process = self.session.start([str(LUCENTRA), "text", "-"], stdin=subprocess.PIPE, stderr=subprocess.DEVNULL, **user)
+        files = pathlib.Path(f"/proc/{process.pid}")
+        # The system gives the files of such a process to root.
+        self.assertTrue(eventually(lambda: (files / "maps").stat().st_uid == 0 != files.stat().st_uid))
+        self.assertRegex((files / "limits").read_text(), r"Max core file size +0 +0 ")
+        self.assertEqual(int((files / "coredump_filter").read_text(), 16), 0)
 
     def test_the_connection_test(self):
         self.assertIn("這是一個連線測試。", self.succeeds("test-connection"))
@@ -202,7 +214,7 @@ class WithoutAKeyring(unittest.TestCase):
                                    "compatibleApiKey": "plain"}
             answer = session.lucentra("text", "Good morning", timeout=10)
             self.assertEqual((answer.returncode, answer.stdout), (0, "«Good morning»\n"), answer.stderr)
-            self.assertIn("Keychain", answer.stderr)
+            self.assertEqual(answer.stderr.count("Keychain"), 1, answer.stderr)
             self.assertEqual(session.preferences["compatibleApiKey"], "plain")
             session.preferences = {**session.preferences, "compatibleApiKey": ""}
             self.assertIn("keyring", session.lucentra("text", "Good morning").stderr)

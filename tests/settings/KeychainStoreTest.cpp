@@ -113,6 +113,7 @@ private Q_SLOTS:
         check(u""_s, 5, u""_s, true);
         m_storage.lookupFailure = m_storage.storeFailure = refusal;
         check(u""_s, u"old"_s, u"old"_s, true); // stays in use
+        QCOMPARE(m_lines.size(), 2);            // once for each way of reading
     }
 
     void allAccountsAreReadByOneSearch()
