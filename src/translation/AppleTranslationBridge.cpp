@@ -92,6 +92,10 @@ void AppleTranslationBridge::translate(const QStringList &texts, const QString &
 void AppleTranslationBridge::identifyAndGroup(const std::shared_ptr<Call> &call)
 {
     using Kind = OnDeviceOutcome::Kind;
+    if (call->isWanted && !call->isWanted()) {
+        call->result.isCancelled = true;
+        return complete(call);
+    }
     const QStringList languages = m_identifier.identify(call->texts);
     std::map<QString, Group> groups;
     for (qsizetype i = 0; i < call->texts.size(); ++i) {

@@ -1,9 +1,12 @@
 #include "AllocationCount.h"
+#include "ApertiumTranslation.h"
+#include "AppleTranslationBridge.h"
 #include "BlockBatch.h"
 #include "CatalogueBytes.h"
 #include "CatalogueFolders.h"
 #include "CompatibleClient.h"
 #include "DeepLClient.h"
+#include "FakeSecretStorage.h"
 #include "GeminiClient.h"
 #include "GoogleFreeClient.h"
 #include "HistoryExport.h"
@@ -11,31 +14,39 @@
 #include "HistoryManager.h"
 #include "HistoryMerge.h"
 #include "HistorySearch.h"
+#include "KeychainStore.h"
 #include "MainQueue.h"
 #include "MessageCatalogue.h"
 #include "MicrosoftClient.h"
+#include "NulProcess.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
 #include "PhraseLookup.h"
+#include "PhraseMemory.h"
+#include "PhraseStore.h"
 #include "PictureFile.h"
 #include "PropertyList.h"
 #include "ScreenLanguageIdentifier.h"
 #include "ServiceRequest.h"
+#include "Settings.h"
 #include "TestTexts.h"
 #include "TranslatedPicture.h"
 #include "TranslationError.h"
+#include "TranslationManager.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <atomic>
 #include <functional>
 #include <memory>
 
 using namespace lucentra;
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -74,6 +85,27 @@ QList<TextBlock> blocks(qsizetype count)
     return QList<TextBlock>(count, {u"A line of text"_s, QRectF(0.1, 0.1, 0.5, 0.05)});
 }
 
+/// A binary property list: a dictionary of keys of nine digits that all have the same value.
+QByteArray binaryPropertyList(quint32 entries)
+{
+    const auto number = [](quint64 value, qsizetype size) {
+        const quint64 bigEndian = qToBigEndian(value);
+        return QByteArray(reinterpret_cast<const char *>(&bigEndian), 8).last(size);
+    };
+    QByteArray list = "bplist00\xDF\x12" + number(entries, 4);
+    for (quint32 i = 0; i < entries; ++i)
+        list += number(i + 2, 4);
+    list += QByteArray(number(1, 4)).repeated(entries);
+    QByteArray offsets = number(8, 4) + number(quint64(list.size()), 4);
+    list += "\x51v";
+    for (quint32 i = 0; i < entries; ++i) {
+        offsets += number(quint64(list.size()), 4);
+        list += "\x59" + QByteArray::number(i).rightJustified(9, '0');
+    }
+    const auto table = quint64(list.size());
+    return list + offsets + QByteArray(6, '\0') + "\x04\x04" + number(entries + 2, 8) + number(0, 8) + number(table, 8);
+}
+
 } // namespace
 
 /// Ten times as much input costs about ten times as much, and not more memory than a multiple of its size: else some
@@ -96,6 +128,9 @@ private:
         return path;
     }
 
+    /// What happens while a text is typed and each pause asks for its translation: later ones supersede earlier ones.
+    void type(const QString &text, TranslationEngine engine);
+
     TestTexts m_texts;
     QTemporaryDir m_folder;
     int m_files = 0;
@@ -111,6 +146,35 @@ void GrowthTest::initTestCase()
     buildPhraseFile(surveyCatalogues({.dataFolders = {share}}), buffer, std::atomic<bool>(false));
     m_memory = PhraseFile::fromBytes(buffer.data());
     QVERIFY(m_memory);
+}
+
+void GrowthTest::type(const QString &text, TranslationEngine engine)
+{
+    m_texts.settings.overrideForThisProcess(settings::translationEngine, qint64(engine));
+    m_texts.settings.overrideForThisProcess(settings::consentKey(qint64(engine)), true);
+    m_texts.settings.overrideForThisProcess(settings::targetLanguageCode, u"de"_s);
+    PhraseStore store({.dataFolders = {m_folder.filePath(u"share"_s)}}, m_folder.filePath(u"phrases"_s), {60s});
+    ScreenLanguageIdentifier identifier([&store] { return store.file(); });
+    PhraseMemory memory(store);
+    MainQueue queue;
+    AppleTranslationBridge bridge(identifier, memory, queue);
+    bridge.setParentView(this);
+    FakeSecretStorage secrets;
+    const KeychainStore keychain(secrets, u"keys"_s, {});
+    TranslationClients clients;
+    clients.onDevice = [&bridge](const auto &texts, const auto &target, const auto &completion, const auto &isWanted) {
+        bridge.translate(texts, target, completion, isWanted);
+    };
+    clients.modelText = [](const auto &mayBeSent, const auto &typed, const auto &, const auto &) {
+        mayBeSent();
+        return typed;
+    };
+    TranslationManager manager(m_texts.settings, keychain, m_texts.manager, queue, clients, {});
+    constexpr int pauses = 20;
+    int completed = 0;
+    for (int i = 1; i <= pauses; ++i)
+        manager.translateText(text.first(text.size() * i / pauses), [&completed](const auto &) { ++completed; });
+    QVERIFY(QTest::qWaitFor([&completed] { return completed == pauses; }, 60'000));
 }
 
 void GrowthTest::costGrowsWithTheInput_data()
@@ -188,11 +252,26 @@ void GrowthTest::costGrowsWithTheInput_data()
         }
     }
 
+    for (const auto engine : {TranslationEngine::apple, TranslationEngine::compatible})
+        row(engine == TranslationEngine::apple ? "typed text on this computer" : "typed text for a model", 1 << 20, 40,
+            [this, engine](qsizetype size) {
+                return Work(
+                    [this, engine, text = u"Page 1 of 2, abc\n"_s.repeated(size / 17)] { type(text, engine); });
+            });
+    row("Apertium's question and answer", 1'000'000, 8, [](qsizetype size) {
+        const QString text = u"*[a] \\ é "_s.repeated(size / 16);
+        return Work([text] {
+            NulProcess process({u"/bin/cat"_s});
+            const auto echo = process.ask(apertiumQuestion(text), 60s);
+            (void)apertiumOutcome(echo.value(), text);
+        });
+    });
+
     row("the history is read", 40 << 20, 220, [this](qsizetype size) {
         const QString path = fileWith(encodeHistory(entries(size / 2)));
         return Work([path] { (void)readHistoryFile(path); });
     });
-    row("the history is written", 20 << 20, 105, [this](qsizetype size) {
+    row("the history is written", 20 << 20, 75, [this](qsizetype size) {
         const QString path = m_folder.filePath(u"written"_s);
         return Work([path, items = entries(size / 2)] { (void)writeHistoryFile(path, items); });
     });
@@ -244,6 +323,13 @@ void GrowthTest::costGrowsWithTheInput_data()
                                    QByteArray("<key>a</key><string>&lt;b</string>").repeated(size / 35) +
                                    "</dict></plist>";
         return Work([content] { (void)readPropertyList(content); });
+    });
+    row("a binary property list", 1 << 20, 20, [](qsizetype size) {
+        const QByteArray content = binaryPropertyList(quint32(size / 22));
+        return Work([content] {
+            if (readPropertyList(content).isEmpty())
+                qFatal("it isn't read");
+        });
     });
     for (const bool isMo : {true, false})
         row(isMo ? "a catalogue of gettext's" : "a catalogue of Qt's", 4 << 20, 5, [isMo](qsizetype size) {
