@@ -166,7 +166,7 @@ class OnAScreen:
         pane = self.pane_over_page()
         pane.double_click()
         self.shows("Retry")
-        self.assertIn("Compatible endpoint API error 429: Slow down, please", self.screen.texts())
+        self.assertIn("Compatible API error 429: Slow down, please", self.screen.texts())
         self.screen.press("Retry")
         self.shows(*map(str.upper, LINES))
         self.assertNotIn("Retry", self.screen.texts())

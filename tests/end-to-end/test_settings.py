@@ -15,7 +15,7 @@ from screen import eventually
 HERE = pathlib.Path(__file__).parent
 TITLE = "(Settings|設定|设置|설정)$"
 ENGINES = ["On This Computer", "Google Translate", "Microsoft Azure Translator", "Gemini", "DeepL", "OpenAI", "Claude",
-           "OpenAI-Compatible API"]
+           "Compatible API"]
 COMPATIBLE = 7
 KEY = "sk-secret-5Z"
 
@@ -102,7 +102,7 @@ class EnginesAndKeys(SettingsWindow):
     def test_each_engine_has_its_section(self):
         self.open("Translation")
         sections = ["Built-in Translation", "Google Translate", "Microsoft Azure", "Gemini AI", "DeepL", "OpenAI",
-                    "Claude", "OpenAI-Compatible API"]
+                    "Claude", "Compatible API"]
         accounts = [None, "googleApiKey", "microsoftApiKey", "geminiApiKey", "deeplApiKey", "openAIApiKey",
                     "anthropicApiKey", "compatibleApiKey"]
         for number, (section, account) in enumerate(zip(sections, accounts)):
