@@ -119,9 +119,9 @@ void MainMenu::build()
 {
     QSet<QChar> letters;
     m_application.setTitle(withMnemonic(u"Lucentra"_s, letters));
-    m_edit.setTitle(withMnemonic(m_texts.localized(u"編輯"_s), letters));
-    m_translate.setTitle(withMnemonic(m_texts.localized(u"翻譯"_s), letters));
-    m_window.setTitle(withMnemonic(m_texts.localized(u"視窗"_s), letters));
+    m_edit.setTitle(withMnemonic(m_texts.localized(u"編輯"_s), letters, u'E'));
+    m_translate.setTitle(withMnemonic(m_texts.localized(u"翻譯"_s), letters, u'R')); // Alt+T is the hotkey's
+    m_window.setTitle(withMnemonic(m_texts.localized(u"視窗"_s), letters, u'W'));
     for (const Item &item : std::as_const(m_items)) {
         item.action->setText(m_texts.localized(item.key));
         item.action->setVisible(!item.act || *item.act);

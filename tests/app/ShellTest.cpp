@@ -68,8 +68,8 @@ private Q_SLOTS:
         const QString expected =
             u"&Lucentra|關於 Lucentra｜澄鏡通 | |-|設定… | Ctrl+,|-|隱藏 Lucentra | Ctrl+H|-|結束 Lucentra｜澄鏡通 | "
             u"Ctrl+Q|"
-            u"編輯(&A)|還原 | Ctrl+Z|重做 | Ctrl+Shift+Z|-|剪下 | Ctrl+X|複製 | Ctrl+C|貼上 | Ctrl+V|刪除 | Backspace|"
-            u"全選 | Ctrl+A|翻譯(&B)|翻譯目前區域 | Alt+Return|視窗(&C)|縮小 | Ctrl+M|關閉 | Ctrl+W"_s;
+            u"編輯(&E)|還原 | Ctrl+Z|重做 | Ctrl+Shift+Z|-|剪下 | Ctrl+X|複製 | Ctrl+C|貼上 | Ctrl+V|刪除 | Backspace|"
+            u"全選 | Ctrl+A|翻譯(&R)|翻譯目前區域 | Alt+Return|視窗(&W)|縮小 | Ctrl+M|關閉 | Ctrl+W"_s;
         QCOMPARE(lines.join(u'|'), expected);
         for (int time = 0; time < 2; ++time)
             application.actions()[0]->trigger();

@@ -48,6 +48,13 @@ QFont smallFont()
     return fontOfSize(11);
 }
 
+QFont linkFont()
+{
+    QFont font = fontOfSize(13);
+    font.setUnderline(true);
+    return font;
+}
+
 TextFlow::Shape shapeOf(const QFont &font, qreal width, bool isExpanded)
 {
     return {
@@ -93,7 +100,7 @@ void HistoryRowLayout::placeShowAll(bool isExpanded, const LocalizationManager &
         button.rect.translate(0, buttonHeight);
     m_height += buttonHeight;
     const QString title = texts.localized(isExpanded ? u"收合"_s : u"顯示全部"_s);
-    const qreal width = QFontMetricsF(smallFont()).horizontalAdvance(title) + 2 * buttonInset;
+    const qreal width = QFontMetricsF(linkFont()).horizontalAdvance(title) + 2 * buttonInset;
     m_buttons.append({.action = RowAction::ShowAll,
                       .rect = {padding - buttonInset, m_buttonsTop - spacing / 2, width, buttonHeight},
                       .title = title,
@@ -186,6 +193,12 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
         painter.setBrush(withAlpha(palette.color(QPalette::Text), 0.08));
         painter.drawRoundedRect(rect, 5, 5);
     }
+    if (button.action == RowAction::ShowAll) { // belongs to the text, and is always to be seen
+        painter.setFont(linkFont());
+        painter.setPen(palette.color(QPalette::Text));
+        painter.drawText(rect, Qt::AlignCenter, button.title);
+        return;
+    }
     QString symbol = isDone ? u"checkmark"_s : u"doc.on.doc"_s;
     QColor color = isDone ? green : palette.color(QPalette::Text);
     qreal size = symbolSize;
@@ -199,15 +212,6 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
     }
     painter.setOpacity(state.isActive || isDone ? 1 : quietOpacity);
     painter.setFont(smallFont());
-    if (button.action == RowAction::ShowAll) {
-        QFont underlined = smallFont();
-        underlined.setUnderline(true);
-        painter.setFont(underlined);
-        painter.setPen(color);
-        painter.drawText(rect, Qt::AlignCenter, button.title);
-        painter.setOpacity(1);
-        return;
-    }
     const QRectF picture(rect.left() + buttonInset, rect.center().y() - size / 2, size, size);
     paintSymbolIcon(painter, symbol, picture, color);
     painter.setPen(color);

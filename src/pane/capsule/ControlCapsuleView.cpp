@@ -319,6 +319,7 @@ bool ControlCapsuleView::eventFilter(QObject *watched, QEvent *event)
         m_hoveredButton = static_cast<CapsuleButton *>(watched);
         updateTooltip();
         break;
+    case QEvent::MouseButtonPress: // what the press brings is not to be covered
     case QEvent::Leave:
         if (m_hoveredButton == watched)
             m_hoveredButton = nullptr;

@@ -11,11 +11,16 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QSlider>
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
@@ -40,6 +45,30 @@ protected:
             return false;
         event->ignore();
         return true;
+    }
+};
+
+/// With Qt's own style, the outline of a check box can hardly be seen on a dark ground.
+class OutlinedCheckBox : public QCheckBox
+{
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QCheckBox::paintEvent(event);
+        QColor line = palette().color(QPalette::WindowText);
+        if (style()->name() != "fusion"_L1 || line.lightness() < palette().color(QPalette::Window).lightness())
+            return;
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        const QRectF box = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
+        line.setAlphaF(0.5F);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(line);
+        painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
     }
 };
 
@@ -170,7 +199,7 @@ QComboBox *FormSection::addPicker(const QString &labelKey, const QList<PickerOpt
 
 QCheckBox *FormSection::addToggle(std::function<QString()> text, Binding<bool> binding)
 {
-    auto *toggle = new QCheckBox;
+    auto *toggle = new OutlinedCheckBox;
     const auto apply = [toggle, text = std::move(text)] { setMnemonicText(*toggle, text()); };
     m_form.keepText(apply);
     m_form.keepValue([toggle, read = std::move(binding.read)] {

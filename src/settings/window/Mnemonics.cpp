@@ -170,9 +170,10 @@ void setMnemonicText(QWidget &widget, const QString &text)
     show(widget, marked(text, widget.property(letterProperty).toChar()));
 }
 
-QString withMnemonic(const QString &text, Letters &taken)
+QString withMnemonic(const QString &text, Letters &taken, QChar customary)
 {
-    const QChar letter = freeLetter(text, taken);
+    const bool isCustomary = !customary.isNull() && !taken.contains(customary) && letterPlaces(text).isEmpty();
+    const QChar letter = isCustomary ? customary : freeLetter(text, taken);
     taken.insert(letter);
     return marked(text, letter);
 }

@@ -18,8 +18,8 @@ void setMnemonicText(QWidget &widget, const QString &text);
 /// Names a widget for screen readers, which are told of every call, unless it has the name.
 void setAccessibleNameOnce(QWidget &widget, const QString &name);
 
-/// A text with a letter that isn't taken yet, and now is.
-QString withMnemonic(const QString &text, QSet<QChar> &taken);
+/// A text with a letter that isn't taken yet, and now is. `customary` is the one to use if the text has no letters.
+QString withMnemonic(const QString &text, QSet<QChar> &taken, QChar customary = {});
 
 /// Gives the tabs and what each page shows letters of their own, other than those of the window's menus. `titles` are
 /// those of the tabs.
