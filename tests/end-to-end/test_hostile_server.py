@@ -131,7 +131,7 @@ class HostileServer(HostileDesktop):
             (programs / name).write_text(f"#!/bin/sh\necho 'touch {programs}/asked; exec sleep 60'\n")
             (programs / name).chmod(0o755)
         self.screen.environment["PATH"] = f"{programs}/bin:{self.screen.environment['PATH']}"
-        self.screen.preferences = {"translationEngine": 0, "targetLanguageCode": "es"}
+        self.screen.preferences = {"translationEngine": 0, "targetLanguageCode": "es", "targetLanguageFollowsInterface": False}
         self.start()
         self.screen.lucentra("translate")
         self.assertTrue(eventually((programs / "asked").exists, 30), self.log())
