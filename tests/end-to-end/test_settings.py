@@ -3,6 +3,7 @@
 tests go to a local server, and every change is in force at once."""
 import pathlib
 import subprocess
+import threading
 import urllib.parse
 import xml.etree.ElementTree
 
@@ -175,14 +176,16 @@ class EnginesAndKeys(SettingsWindow):
         self.server.queued.clear()
         # The answer of an engine that is no longer chosen counts for nothing.
         self.server.translate = lambda text: "belated"
-        self.server.queued = [chat_server.pause(2)]
+        may_answer = threading.Event()
+        self.server.queued = [lambda *asked: may_answer.wait(90) and chat_server.by_id(*asked)]
         asked = len(self.server.requests)
         self.screen.press("Test Connection")
         self.assertTrue(eventually(lambda: len(self.server.requests) > asked))
         self.expect_test_possible(False)
         self.choose_engine(4)
         self.choose_engine(COMPATIBLE)
-        self.screen.do("sleep 2.5")
+        may_answer.set()
+        self.screen.do("sleep 1")
         self.assertFalse(any("belated" in text for text in self.screen.texts()))
         # Closing the window while a test hangs is safe.
         self.server.queued = [chat_server.hang]
