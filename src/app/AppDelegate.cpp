@@ -376,32 +376,32 @@ void AppDelegate::toggleWindow()
 bool AppDelegate::perform(Invocation::Command command)
 {
     using Command = Invocation::Command;
-    const auto call = [](const std::function<void()> &action) {
-        if (action)
-            action();
-        return bool(action);
-    };
     switch (command) {
     case Command::Toggle:
-        return call(m_actions.toggleWindow);
+        toggleWindow();
+        break;
     case Command::Show:
         showPane();
-        return true;
+        break;
     case Command::Hide:
         m_window->orderOut();
-        return true;
+        break;
     case Command::Translate:
-        return call(m_actions.translateCurrentArea);
+        m_actions.translateCurrentArea();
+        break;
     case Command::Settings:
-        return call(m_actions.openSettings);
+        openSettings();
+        break;
     case Command::History:
-        return call(m_actions.openHistory);
+        historyWindow().showWindow();
+        break;
     case Command::Quit:
         QCoreApplication::exit();
-        return true;
+        break;
     default:
         return false;
     }
+    return true;
 }
 
 } // namespace lucentra

@@ -29,11 +29,10 @@
 namespace lucentra {
 
 /// The program with its pane: makes every object, wires the pane to the pass, and keeps them until it quits. Closing
-/// the pane only hides it. Main thread only.
+/// the pane only hides it.
 class AppDelegate : public QObject
 {
 public:
-    /// What is referred to must outlive the delegate.
     AppDelegate(Scheduler &scheduler, SessionBus &bus, const DiagnosticLine &diagnostics);
     ~AppDelegate() override;
 

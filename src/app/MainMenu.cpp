@@ -55,16 +55,9 @@ QAction *MainMenu::add(QMenu &menu, const QString &key, const QKeySequence &shor
 {
     auto *action = new QAction(this);
     action->setShortcut(shortcut);
-    connect(action, &QAction::triggered, this, [act = std::move(act)] { act(); });
+    connect(action, &QAction::triggered, this, std::move(act));
     menu.addAction(action);
-    m_items.append({action, key, nullptr});
-    return action;
-}
-
-QAction *MainMenu::add(QMenu &menu, const QString &key, const QKeySequence &shortcut, const std::function<void()> *act)
-{
-    QAction *action = add(menu, key, shortcut, [act] { (*act)(); });
-    m_items.last().act = act;
+    m_items.append({action, key});
     return action;
 }
 
@@ -72,7 +65,7 @@ void MainMenu::fillApplicationMenu()
 {
     add(m_application, u"關於 Lucentra｜澄鏡通"_s, {}, [this] { showAbout(); });
     m_application.addSeparator();
-    add(m_application, u"設定…"_s, Qt::CTRL | Qt::Key_Comma, &m_actions.openSettings);
+    add(m_application, u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
     m_application.addSeparator();
     add(m_application, u"隱藏 Lucentra"_s, Qt::CTRL | Qt::Key_H, hideApplication);
     m_application.addSeparator();
@@ -95,7 +88,7 @@ void MainMenu::fillEditMenu()
 
 void MainMenu::fillTranslateMenu()
 {
-    add(m_translate, u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, &m_actions.translateCurrentArea);
+    add(m_translate, u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
 }
 
 void MainMenu::fillWindowMenu()
@@ -122,10 +115,8 @@ void MainMenu::build()
     m_edit.setTitle(withMnemonic(m_texts.localized(u"編輯"_s), letters, u'E'));
     m_translate.setTitle(withMnemonic(m_texts.localized(u"翻譯"_s), letters, u'R')); // Alt+T is the hotkey's
     m_window.setTitle(withMnemonic(m_texts.localized(u"視窗"_s), letters, u'W'));
-    for (const Item &item : std::as_const(m_items)) {
+    for (const Item &item : std::as_const(m_items))
         item.action->setText(m_texts.localized(item.key));
-        item.action->setVisible(!item.act || *item.act);
-    }
 }
 
 void MainMenu::fillMenuBar(QMenuBar &bar) const

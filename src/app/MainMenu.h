@@ -18,15 +18,14 @@ class LocalizationManager;
 
 /// The program's menus "Lucentra", "編輯", "翻譯" and "視窗". They are the menu bar of windows that have one, and
 /// the context menu of the pane, which has none. Items without a target act on the window, or the text field, that has
-/// the focus. Main thread only.
+/// the focus.
 class MainMenu : public QObject
 {
 public:
-    /// What is referred to must outlive the menus.
     MainMenu(const LocalizationManager &texts, const ShellActions &actions);
     ~MainMenu() override;
 
-    /// Gives every item its title in the interface language, and shows those whose action there is.
+    /// Gives every item its title in the interface language.
     void build();
 
     /// Gives a window the menus as its bar.
@@ -38,8 +37,7 @@ private:
     struct Item
     {
         QAction *action;
-        QString key;                      ///< of its title
-        const std::function<void()> *act; ///< empty where the item is always there
+        QString key; ///< of its title
     };
 
     void fillApplicationMenu();
@@ -48,7 +46,6 @@ private:
     void fillWindowMenu();
     void fillContextMenu();
     QAction *add(QMenu &menu, const QString &key, const QKeySequence &shortcut, std::function<void()> act);
-    QAction *add(QMenu &menu, const QString &key, const QKeySequence &shortcut, const std::function<void()> *act);
     void updateEditItems();
     void showAbout();
 

@@ -13,7 +13,7 @@ namespace lucentra {
 class LocalizationManager;
 
 /// The running program's end of the session bus: makes it the only one of the user's session, and takes commands, by
-/// the table of the command line. Main thread only.
+/// the table of the command line.
 ///
 /// The name is "com.tarnby.lucentra", the object "/com/tarnby/lucentra"; its interface of the same name has one method
 /// without arguments a command ("Toggle", "Show" ...), and "org.freedesktop.Application" does the same by the

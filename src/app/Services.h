@@ -19,7 +19,6 @@ class ScreenTextRecognizer;
 class TextRecognizer;
 
 /// The objects that both the pane and the command line stand on, each made once, at its first use where it is costly.
-/// Main thread only.
 class Services
 {
 public:

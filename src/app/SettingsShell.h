@@ -1,7 +1,7 @@
 #pragma once
 
 #include "AutostartEntry.h"
-#include "DiagnosticLine.h"
+#include "Callback.h"
 #include "LaunchAtLogin.h"
 #include "SettingsWindowController.h"
 
@@ -14,7 +14,7 @@ class MainMenu;
 class Scheduler;
 class Services;
 
-/// The settings window with all that it stands on, wired to the running program. Main thread only.
+/// The settings window with all that it stands on, wired to the running program.
 class SettingsShell
 {
 public:
@@ -30,7 +30,6 @@ public:
         std::function<QRect()> paneFrame; ///< empty while the pane is hidden
     };
 
-    /// What is referred to must outlive it.
     SettingsShell(const Program &program, DiagnosticLine diagnostics);
 
     SettingsWindowController &controller() { return m_controller; }

@@ -4,8 +4,7 @@
 
 namespace lucentra {
 
-/// What menus, the status item and remote commands can have the program do. An action that isn't set has no menu item
-/// and refuses its command.
+/// What menus, the status item and remote commands do. All are set before the first menu is built.
 struct ShellActions
 {
     std::function<void()> toggleWindow;

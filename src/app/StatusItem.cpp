@@ -109,7 +109,7 @@ QAction *StatusItem::add(const QString &key, const QKeySequence &shortcut, std::
 {
     QAction *action = m_menu.addAction(m_texts.localized(key));
     action->setShortcut(shortcut);
-    connect(action, &QAction::triggered, this, [act = std::move(act)] { act(); });
+    connect(action, &QAction::triggered, this, std::move(act));
     return action;
 }
 
@@ -120,12 +120,9 @@ void StatusItem::build()
     toggle->setData(toggleTag);
     add(u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
     m_menu.addSeparator();
-    if (m_actions.openHistory)
-        add(u"翻譯歷史紀錄"_s, {}, [this] { m_actions.openHistory(); });
-    if (m_actions.openSettings) {
-        add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
-        m_menu.addSeparator();
-    }
+    add(u"翻譯歷史紀錄"_s, {}, [this] { m_actions.openHistory(); });
+    add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
+    m_menu.addSeparator();
     add(u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
     if (m_icon)
         m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));

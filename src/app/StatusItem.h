@@ -17,7 +17,7 @@ namespace lucentra {
 class LocalizationManager;
 
 /// The program's place in the desktop's tray: a left click shows and hides the pane, a right click opens the status
-/// menu. Main thread only.
+/// menu.
 ///
 /// A tray may come after the program, at login above all; the item appears once there is one. The toolkit decides at
 /// the item's first showing which of the two kinds of tray it speaks to, so that it isn't made before.
@@ -30,7 +30,7 @@ public:
     /// Tag of the item that shows the stored toggle hotkey.
     static constexpr int toggleTag = 100;
 
-    /// What is referred to must outlive the item. `isTrayThere` tells whether the desktop has a tray at this moment.
+    /// `isTrayThere` returns whether the desktop has a tray now.
     StatusItem(const LocalizationManager &texts, const ShellActions &actions, Scheduler &scheduler,
                std::function<bool()> isTrayThere);
     ~StatusItem() override;

@@ -28,7 +28,7 @@ struct TranslatedLine
 };
 
 /// A picture's lines laid out on the pane that the picture stands in for: the picture is what lies beneath a pane 4
-/// points wider and higher, without window buttons, at scale 1. Main thread only.
+/// points wider and higher, without window buttons, at scale 1.
 class TranslatedPicture
 {
 public:

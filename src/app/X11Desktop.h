@@ -22,7 +22,6 @@ bool isWaylandSession();
 class X11Desktop : public QObject
 {
 public:
-    /// What is referred to must outlive this object.
     X11Desktop(Scheduler &scheduler, SessionBus &sessionBus);
 
     /// Whether the desktop has a place for status items, of either kind.

@@ -24,7 +24,7 @@ QString timeOf(const HistoryItem &item)
     return dateOf(item.timestamp).toUTC().toString(Qt::ISODate);
 }
 
-/// Spreadsheets may take any of these for the separator, so that what follows it would be a cell of its own.
+/// Spreadsheets may use any of these as the separator, so that the text after it would be another cell.
 bool needsQuotes(QChar c)
 {
     return QStringView(u",;\t|\"\n\r").contains(c);
@@ -37,7 +37,7 @@ QString field(QString text)
     return u'"' + text.replace(u'"', u"\"\""_s) + u'"';
 }
 
-/// A spreadsheet takes a cell that begins with one of these for a formula, which may read files and open addresses.
+/// A cell that begins with one of these is a formula, which may read files and open addresses.
 QString harmless(const QString &text)
 {
     constexpr QStringView formulaStarts = u"=+-@\t\r";
@@ -131,7 +131,7 @@ QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format)
 
 Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path)
 {
-    if (QFileInfo(path) == QFileInfo(HistoryManager::userFilePath())) // an export is no history that can be read back
+    if (QFileInfo(path) == QFileInfo(HistoryManager::userFilePath())) // an export can't be read back
         return tl::unexpected(Failure{.domain = u"History"_s, .code = 0, .description = qt_error_string(EPERM)});
     return writePrivateFile(path, exportedHistory(items, format));
 }

@@ -3,8 +3,6 @@
 #include "Json.h"
 #include "PrivateFile.h"
 
-#include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -29,7 +27,7 @@ constexpr auto translatedTextKey = "translatedText"_L1;
 constexpr auto timestampKey = "timestamp"_L1;
 constexpr auto isStarredKey = "isStarred"_L1;
 
-/// Reading takes several times as much memory. A hundred thousand entries of 500 characters are less.
+/// Reading needs several times as much memory. A hundred thousand entries of 500 characters are smaller.
 constexpr qint64 mostBytes = 128LL << 20;
 
 tl::unexpected<Failure> failure(const QString &description)
@@ -76,14 +74,14 @@ qint64 encodedSize(const QString &text)
     return std::transform_reduce(text.cbegin(), text.cend(), qint64(0), std::plus<>(), [](QChar unit) {
         const char16_t code = unit.unicode();
         if (code < 0x20)
-            return 6; // of which a few need but two
+            return 6; // a few need only two
         if (code < 0x80)
             return code == u'"' || code == u'\\' ? 2 : 1;
         return code < 0x800 || unit.isSurrogate() ? 2 : 3;
     });
 }
 
-/// An array that was cut off, without the entry that it was cut off in.
+/// Completes an array that was cut off, without its last, incomplete entry.
 QByteArray wholeEntries(QByteArray json)
 {
     qsizetype depth = 0;
@@ -140,7 +138,7 @@ Result<HistoryFileContent> readHistoryFile(const QString &path)
     QFile file(path);
     if (!file.exists())
         return HistoryFileContent();
-    if (!QFileInfo(path).isFile()) // a pipe would never end, nor would some devices
+    if (!QFileInfo(path).isFile()) // reading a pipe or a device may never end
         return failure(qt_error_string(ENOTSUP));
     if (!file.open(QIODevice::ReadOnly))
         return failure(file.errorString());
@@ -158,20 +156,6 @@ Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &ite
 {
     createFolderOf(path);
     return writePrivateFile(path, encodeHistory(items));
-}
-
-Result<void> keepUnreadableFile(const QString &path)
-{
-    const QFileInfo info(path);
-    const QString stem = info.path() + u'/' + info.completeBaseName() + u".unreadable-"_s +
-                         QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmsszzz'Z'"_s);
-    QFile file(path);
-    if (!file.exists())
-        return {};
-    if (!file.rename(stem + u'.' + info.suffix()))
-        return failure(file.errorString());
-    file.setPermissions(ownerOnly);
-    return {};
 }
 
 } // namespace lucentra

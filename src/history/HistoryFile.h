@@ -32,8 +32,4 @@ Result<HistoryFileContent> readHistoryFile(const QString &path);
 /// Writes `encodeHistory` of the items by `writePrivateFile`; creates a missing folder with mode 0700.
 Result<void> writeHistoryFile(const QString &path, const QList<HistoryItem> &items);
 
-/// Renames a file that could not be read to "history.unreadable-<time>.json". Succeeds if the file doesn't exist any
-/// more.
-Result<void> keepUnreadableFile(const QString &path);
-
 } // namespace lucentra

@@ -7,7 +7,7 @@ namespace lucentra {
 namespace {
 
 constexpr std::chrono::seconds referenceDate{978307200}; // 2001-01-01 00:00:00 UTC since 1970
-// Since 1970: the years that dates are written with four digits in, a day off either end for the time zones.
+// Since 1970: the years of four digits, without a day at either end because of time zones.
 constexpr HistoryItem::Timestamp earliest{-62135596800.0 + 86400};
 constexpr HistoryItem::Timestamp latest{253402300799.0 - 86400};
 

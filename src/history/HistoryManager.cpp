@@ -33,17 +33,13 @@ QString HistoryManager::userFilePath()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Lucentra/history.json"_s;
 }
 
-HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue,
-                               std::function<void(const QString &)> diagnostics, QObject *parent)
+HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue, DiagnosticLine diagnostics,
+                               QObject *parent)
     : QObject(parent)
     , m_mainQueue(mainQueue)
     , m_diagnostics(std::move(diagnostics))
-    , m_writer(filePath, m_diagnostics, [self = QPointer(this), &mainQueue] {
-        mainQueue.post([self] {
-            if (self)
-                self->adoptMerged();
-        });
-    })
+    , m_writer(filePath, m_diagnostics,
+               [this, self = QPointer<QObject>(this)] { m_mainQueue.post(self, [this] { adoptMerged(); }); })
 {
     createFolderOf(filePath);
     if (const FileLock lock(filePath, 0ms); lock.isHeld())
@@ -53,25 +49,22 @@ HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue,
 
 HistoryManager::~HistoryManager()
 {
-    blockSignals(true); // listeners may be half gone
+    blockSignals(true); // listeners may be partly destroyed
     finish();
 }
 
 void HistoryManager::load(const QString &filePath)
 {
     auto content = readHistoryFile(filePath);
-    if (m_diagnostics && !content)
+    if (!content)
         m_diagnostics(u"Failed to load history: "_s + content.error().description);
-    if (m_diagnostics && content && !content->isWhole)
+    if (content && !content->isWhole)
         m_diagnostics(u"The history file is too large: its first %1 entries are read"_s.arg(content->items.size()));
     m_wasUnreadable = !content;
     if (!content || content->items.isEmpty())
         return;
     m_loaded = std::move(content->items);
-    m_mainQueue.post([self = QPointer(this)] {
-        if (self)
-            self->assignLoaded();
-    });
+    m_mainQueue.post(this, [this] { assignLoaded(); });
 }
 
 void HistoryManager::assignLoaded()
@@ -82,13 +75,12 @@ void HistoryManager::assignLoaded()
     Q_EMIT changed();
 }
 
-/// As much of a text as an entry may hold.
+/// Cuts a text to the maximum length.
 QString HistoryManager::kept(const QString &text) const
 {
     if (text.size() <= maxTextLength)
         return text;
-    if (m_diagnostics)
-        m_diagnostics(u"A text of %1 characters is too long for the history and was cut"_s.arg(text.size()));
+    m_diagnostics(u"A text of %1 characters is too long for the history and was cut"_s.arg(text.size()));
     const qsizetype length = maxTextLength - 1;
     return text.first(text[length - 1].isHighSurrogate() ? length - 1 : length) + u'…';
 }
@@ -103,16 +95,13 @@ void HistoryManager::add(const QString &originalText, const QString &translatedT
         m_history.first().translatedText == item.translatedText)
         return;
     m_waiting.push_back(std::move(item));
-    m_mainQueue.post([self = QPointer(this)] {
-        if (self)
-            self->insertNext();
-    });
+    m_mainQueue.post(this, [this] { insertNext(); });
 }
 
 void HistoryManager::insertNext()
 {
     if (m_waiting.empty())
-        return; // finish() was quicker
+        return; // finish() has inserted it
     m_history.prepend(std::move(m_waiting.front()));
     m_waiting.pop_front();
     trimAndSave({{m_history.first().id, HistoryChange::Added}});
@@ -179,7 +168,7 @@ void HistoryManager::restore(const QList<HistoryItem> &items)
 void HistoryManager::trimAndSave(HistoryChanges changes)
 {
     const QList<QUuid> dropped = trimHistory(m_history);
-    if (m_diagnostics && !dropped.isEmpty() && m_history.size() < maxItems)
+    if (!dropped.isEmpty() && m_history.size() < maxItems)
         m_diagnostics(u"The history would be too large: its %1 longest entries were dropped"_s.arg(dropped.size()));
     for (const QUuid &id : dropped)
         changes.insert(id, HistoryChange::Altered);
@@ -206,7 +195,7 @@ void HistoryManager::finish(bool isUrgent)
     assignLoaded();
     while (!m_waiting.empty())
         insertNext();
-    if (m_writer.hasFailed()) // the disk may have room by now, and the file no lock
+    if (m_writer.hasFailed()) // there may be room on the disk now, and the lock may be free
         m_writer.write(m_history, {});
     m_writer.finish(isUrgent);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "HistoryItem.h"
 #include "HistoryWriter.h"
 
@@ -43,7 +44,7 @@ public:
     /// list is assigned through the main queue. If the file can't be read, the history is empty and a line is logged;
     /// if it is too large, its first entries are read. In both cases the file is renamed before a new one is written.
     /// `diagnostics` may also be called on the writer's thread.
-    HistoryManager(const QString &filePath, MainQueue &mainQueue, std::function<void(const QString &)> diagnostics,
+    HistoryManager(const QString &filePath, MainQueue &mainQueue, DiagnosticLine diagnostics,
                    QObject *parent = nullptr);
     ~HistoryManager() override;
 
@@ -87,7 +88,7 @@ private:
     QString kept(const QString &text) const;
 
     MainQueue &m_mainQueue;
-    const std::function<void(const QString &)> m_diagnostics;
+    const DiagnosticLine m_diagnostics;
     QList<HistoryItem> m_history;
     std::optional<QList<HistoryItem>> m_loaded; ///< read but not yet assigned
     std::deque<HistoryItem> m_waiting;          ///< added but not yet in the list

@@ -2,6 +2,9 @@
 
 #include <QTextBoundaryFinder>
 
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -9,46 +12,31 @@ namespace lucentra {
 
 namespace {
 
-/// Stands between an entry's texts, so that nothing is found across them; no character of any text.
+/// Separates an entry's texts, so that no match spans both. It is not a character of any text.
 constexpr QChar separator(0xFFFF);
-
-/// Whether a letter's cases differ in length ("ß" and "SS", ligatures, Greek with an iota below), which the toolkit's
-/// folding leaves out. A few others are among them, which it doesn't harm.
-bool hasLongerCase(QChar letter)
-{
-    const char16_t code = letter.unicode();
-    return code == 0x00DF || code == 0x0149 || code == 0x01F0 || code == 0x0390 || code == 0x03B0 || code == 0x0587 ||
-           (code >= 0x1E96 && code <= 0x1E9E) || (code >= 0x1F50 && code <= 0x1FFC) ||
-           (code >= 0xFB00 && code <= 0xFB17);
-}
-
-QString foldedWhole(const QString &text)
-{
-    QString simple = text.toCaseFolded();
-    if (std::none_of(simple.cbegin(), simple.cend(), hasLongerCase))
-        return simple;
-    QString result;
-    result.reserve(simple.size() + 8);
-    for (const QChar letter : std::as_const(simple))
-        result += hasLongerCase(letter) ? QString(letter).toUpper().toCaseFolded() : QString(letter);
-    return result;
-}
 
 } // namespace
 
 HistorySearch::HistorySearch(QString text, const QLocale &locale)
     : m_text(std::move(text))
-    , m_hasDotlessI(locale.language() == QLocale::Turkish || locale.language() == QLocale::Azerbaijani)
+    , m_foldingOptions(locale.language() == QLocale::Turkish || locale.language() == QLocale::Azerbaijani
+                           ? U_FOLD_CASE_EXCLUDE_SPECIAL_I
+                           : U_FOLD_CASE_DEFAULT)
     , m_folded(folded(m_text))
 {
 }
 
 QString HistorySearch::folded(const QString &text) const
 {
-    QString result = text.normalized(QString::NormalizationForm_C);
-    if (m_hasDotlessI)
-        result.replace(QChar(u'I'), QChar(u'ı')).replace(QChar(u'İ'), QChar(u'i'));
-    return foldedWhole(result);
+    const QString composed = text.normalized(QString::NormalizationForm_C);
+    constexpr qsizetype mostUnits = 3; // of the folding of one unit
+    QString result(composed.size() * mostUnits, Qt::Uninitialized);
+    UErrorCode error = U_ZERO_ERROR;
+    const int size = u_strFoldCase(reinterpret_cast<char16_t *>(result.data()), int32_t(result.size()),
+                                   reinterpret_cast<const char16_t *>(composed.constData()), int32_t(composed.size()),
+                                   m_foldingOptions, &error);
+    result.truncate(size);
+    return result;
 }
 
 QString HistorySearch::folded(const HistoryItem &item) const
@@ -65,7 +53,7 @@ QList<TextRange> HistorySearch::rangesIn(const QString &text) const
 {
     if (isEmpty())
         return {};
-    // Folding may change lengths, so each character is folded by itself and remembered by where it came from.
+    // Folding may change lengths, so each character is folded separately, with its range in the text.
     QString foldedText;
     QList<std::pair<qsizetype, TextRange>> characters; // start in the folded text, range in the text
     QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);

@@ -41,7 +41,7 @@ private:
     QString folded(const QString &text) const;
 
     QString m_text;
-    bool m_hasDotlessI;
+    quint32 m_foldingOptions;
     QString m_folded;
 };
 

@@ -19,8 +19,7 @@ constexpr auto lockTimeout = 2s;
 
 } // namespace
 
-HistoryWriter::HistoryWriter(QString path, std::function<void(const QString &)> diagnostics,
-                             std::function<void()> onMerged)
+HistoryWriter::HistoryWriter(QString path, DiagnosticLine diagnostics, std::function<void()> onMerged)
     : m_path(std::move(path))
     , m_diagnostics(std::move(diagnostics))
     , m_onMerged(std::move(onMerged))
@@ -39,7 +38,7 @@ void HistoryWriter::write(QList<HistoryItem> snapshot, const HistoryChanges &cha
     const std::lock_guard lock(m_mutex);
     ++m_number;
     for (auto change = changes.begin(); change != changes.end(); ++change) {
-        // An entry that the file has never had stays a new one, whatever else happens to it.
+        // An entry that was never in the file is still new after further changes.
         const auto before = m_unwritten.constFind(change.key());
         const bool isNew = before != m_unwritten.cend() && before->change == HistoryChange::Added;
         m_unwritten.insert(change.key(), {m_number, isNew ? HistoryChange::Added : change.value()});
@@ -96,17 +95,11 @@ void HistoryWriter::writePending()
         if (written)
             takeNoteOf(*pending, *written);
         else
-            log(u"Failed to save history: "_s + written.error().description);
+            m_diagnostics(u"Failed to save history: "_s + written.error().description);
     }
 }
 
-void HistoryWriter::log(const QString &line) const
-{
-    if (m_diagnostics)
-        m_diagnostics(line);
-}
-
-/// What is in the file then.
+/// Returns the new content of the file.
 Result<QList<HistoryItem>> HistoryWriter::writeMerged(const Pending &pending)
 {
     createFolderOf(m_path);
@@ -115,7 +108,8 @@ Result<QList<HistoryItem>> HistoryWriter::writeMerged(const Pending &pending)
         return tl::unexpected(
             Failure{.domain = u"History"_s, .code = 0, .description = u"the file cannot be locked"_s});
     if (!lock.isHeld() && !std::exchange(m_hasWarnedOfLock, true))
-        log(u"The history is written without a lock; what other programs write at the same time may be lost"_s);
+        m_diagnostics(
+            u"The history is written without a lock; what other programs write at the same time may be lost"_s);
     auto items = merged(pending);
     if (!items)
         return items;
@@ -130,13 +124,13 @@ Result<QList<HistoryItem>> HistoryWriter::writeMerged(const Pending &pending)
 Result<QList<HistoryItem>> HistoryWriter::merged(const Pending &pending)
 {
     const FileStamp stamp = stampOf(m_path);
-    if (stamp == FileStamp()) // the folder was emptied; what is known here is all there is
+    if (stamp == FileStamp()) // the file was deleted, so there is nothing to merge
         return pending.snapshot;
     QList<HistoryItem> inFile = m_written;
     if (stamp != m_stamp) {
         auto content = readHistoryFile(m_path);
         if (!content || !content->isWhole) {
-            const auto kept = keepUnreadableFile(m_path);
+            const auto kept = keepAside(m_path);
             if (!kept)
                 return tl::unexpected(kept.error());
             return pending.snapshot;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "FileStamp.h"
 #include "HistoryItem.h"
 #include "HistoryMerge.h"
@@ -33,7 +34,7 @@ public:
 
     /// `diagnostics` is called for each failed write, and `onMerged` after merging other processes' changes; both on
     /// the writer's thread.
-    HistoryWriter(QString path, std::function<void(const QString &)> diagnostics, std::function<void()> onMerged);
+    HistoryWriter(QString path, DiagnosticLine diagnostics, std::function<void()> onMerged);
     /// Waits for pending writes.
     ~HistoryWriter();
 
@@ -63,13 +64,12 @@ private:
     std::optional<Pending> takePending();
     HistoryChanges unwrittenChanges() const;
     void writePending();
-    void log(const QString &line) const;
     Result<QList<HistoryItem>> writeMerged(const Pending &pending);
     Result<QList<HistoryItem>> merged(const Pending &pending);
     void takeNoteOf(const Pending &written, const QList<HistoryItem> &items);
 
     const QString m_path;
-    const std::function<void(const QString &)> m_diagnostics;
+    const DiagnosticLine m_diagnostics;
     const std::function<void()> m_onMerged;
     // The list that was written last, and the file's stamp after that. On the writer's thread only.
     QList<HistoryItem> m_written;

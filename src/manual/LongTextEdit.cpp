@@ -17,7 +17,8 @@ namespace lucentra {
 
 namespace {
 
-/// Set in the format of a block that goes on with the line of the one before it; formats are what undoing restores.
+/// The property of blocks that continue the line of the previous block. It is in the block's format because undo
+/// restores formats.
 constexpr int goesOnProperty = QTextFormat::UserProperty + 1;
 
 bool goesOn(const QTextBlock &block)
@@ -32,10 +33,10 @@ QTextBlockFormat pieceFormat()
     return format;
 }
 
-/// Some input methods end what they compose at the Escape key and then pass it on.
+/// Some input methods end a composition at the Escape key and then pass the key on.
 constexpr int sameKeyMilliseconds = 50;
 
-/// How much of a long line's rest makes a piece: up to a space, or else between two characters.
+/// The length of the next piece of a long line: up to a space, or else up to the end of a character.
 qsizetype pieceLength(QStringView rest)
 {
     if (rest.size() <= LongTextEdit::greatestPiece)
@@ -59,7 +60,7 @@ QString withPlainLineEnds(QString text)
 
 QString LongTextEdit::wholeText() const
 {
-    if (!m_hasPieces) // many lines are put together faster by the document itself
+    if (!m_hasPieces) // the document itself is faster at joining many lines
         return document()->toRawText().replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
     return textBetween(0, document()->characterCount());
 }
@@ -104,7 +105,7 @@ void LongTextEdit::insertWhole(QTextCursor cursor, const QString &text)
 void LongTextEdit::keyPressEvent(QKeyEvent *event)
 {
     if (!isReadOnly() && event->matches(QKeySequence::InsertParagraphSeparator)) {
-        textCursor().insertBlock(QTextBlockFormat()); // a line of its own, also within a piece
+        textCursor().insertBlock(QTextBlockFormat()); // a new line, even within a piece
         ensureCursorVisible();
         return;
     }
@@ -112,7 +113,7 @@ void LongTextEdit::keyPressEvent(QKeyEvent *event)
         QPlainTextEdit::keyPressEvent(event);
         return;
     }
-    // An input method that left the key to us loses what it composes, and the pane stays.
+    // If the input method leaves the key to us, the composition is dropped and the pane stays.
     if (isComposing()) {
         QGuiApplication::inputMethod()->reset();
         QInputMethodEvent nothing;

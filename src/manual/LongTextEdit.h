@@ -7,9 +7,8 @@ namespace lucentra {
 
 /// An editor of plain text that stays quick when a very long line is put into it.
 ///
-/// The toolkit lays a line out anew with every key, which takes seconds for a megabyte, and minutes where it has no
-/// space. Such a line is kept as several pieces, which are joined again in whatever leaves the editor. Main thread
-/// only.
+/// The toolkit lays out a whole line after each key, which takes seconds for a megabyte, and minutes if the line has no
+/// spaces. Such a line is stored as several pieces, which are joined again in all text that leaves the editor.
 class LongTextEdit : public QPlainTextEdit
 {
 public:
@@ -18,15 +17,16 @@ public:
 
     using QPlainTextEdit::QPlainTextEdit;
 
-    /// The text as it was put in; use these instead of `toPlainText` and `setPlainText`.
+    /// The text with whole lines. Use these instead of `toPlainText` and `setPlainText`.
     QString wholeText() const;
     void setWholeText(const QString &text);
 
-    /// Whether an input method is composing, or has ended that with the key that is under way: then Escape is its own.
+    /// Whether an input method is composing, or has just ended a composition with the current key, so that Escape
+    /// belongs to it.
     bool takesEscape() const;
 
 protected:
-    /// Escape ends what an input method is composing before it does anything else.
+    /// Escape first ends a composition.
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
@@ -37,8 +37,8 @@ private:
     QString textBetween(int start, int end) const;
     bool isComposing() const;
 
-    QElapsedTimer m_composingEnded; ///< invalid where nothing has been composed
-    bool m_hasPieces = false;       ///< whether there may be lines in pieces
+    QElapsedTimer m_composingEnded; ///< invalid before the first composition
+    bool m_hasPieces = false;       ///< whether lines may be split
 };
 
 } // namespace lucentra

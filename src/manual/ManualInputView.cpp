@@ -17,7 +17,7 @@ namespace lucentra {
 
 namespace {
 
-/// Keeps clear of the border's glow.
+/// Leaves room for the border's glow.
 constexpr QMargins margins(9, 0, 9, 9);
 constexpr double cornerRadius = 10;
 constexpr int padding = 14;
@@ -29,7 +29,7 @@ constexpr int wheelSide = 16;
 constexpr int markSide = 11;
 constexpr int leastHeightWithHeaders = 150;
 
-/// The glass's own tint; it alone makes white text readable over white.
+/// The tint of the glass. White text on white is readable only with it.
 const QColor groundColor(12, 17, 26, 204);
 const QColor outlineColor = QColor::fromRgbF(1, 1, 1, 0.10F);
 const QColor dividerColor = QColor::fromRgbF(1, 1, 1, 0.12F);
@@ -73,7 +73,7 @@ LongTextEdit *makeTextArea(QWidget *parent)
     area->setFont(fontOf(*area, textPixels, QFont::Normal));
     area->document()->setDocumentMargin(padding);
     area->setMinimumHeight(0);
-    area->setTabChangesFocus(true); // the keyboard's way to the buttons
+    area->setTabChangesFocus(true); // so that Tab leads to the buttons
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->verticalScrollBar()->setStyleSheet(QString::fromLatin1(scrollBarStyle));
     area->viewport()->setAutoFillBackground(false);
@@ -109,7 +109,7 @@ protected:
 QWidget *makeHeader(const QList<QWidget *> &leading, const QList<QWidget *> &trailing, QWidget *parent)
 {
     auto *header = new QWidget(parent);
-    header->setMinimumHeight(headerHeight); // a note may take more
+    header->setMinimumHeight(headerHeight); // a note may need more
     header->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto *row = new QHBoxLayout(header);
     row->setContentsMargins(padding, 0, padding, 0);
@@ -146,7 +146,7 @@ ManualInputView::ManualInputView(ManualInputViewModel &viewModel, const Localiza
     stack->addWidget(m_resultHeader);
     stack->addWidget(m_result, 1);
     setFocusProxy(m_editor);
-    setFocusPolicy(Qt::ClickFocus); // a drag by a header leaves the editor its focus
+    setFocusPolicy(Qt::ClickFocus); // so that dragging a header doesn't take the focus from the editor
 
     connect(m_editor, &QPlainTextEdit::textChanged, this, [this] { m_viewModel.setInputText(m_editor->wholeText()); });
     connect(&viewModel, &ManualInputViewModel::changed, this, &ManualInputView::render);

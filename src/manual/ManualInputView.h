@@ -11,19 +11,18 @@ class LongTextEdit;
 class ManualInputViewModel;
 class ProgressIndicator;
 
-/// The panel for typed text: an editor above, its translation beneath. It lies on the pane's lower part on a ground of
-/// its own, so that small text can be read however clear the glass is. Text that an input method is still composing
-/// isn't the editor's yet. Main thread only.
+/// The panel for typed text: an editor with the translation below it. It covers the lower part of the pane with its own
+/// background, so that small text is readable on clear glass. Text that an input method is composing is not translated.
 class ManualInputView : public QWidget
 {
 public:
-    /// All but the parent must outlive the view. Under reduced motion nothing turns.
+    /// With reduced motion, the progress indicator doesn't turn.
     ManualInputView(ManualInputViewModel &viewModel, const LocalizationManager &localization, bool reduceMotion,
                     QWidget *parent = nullptr);
     void setReduceMotion(bool reduceMotion);
-    /// A low panel is all text: without headers, it has no place to tell of a copy.
+    /// A low panel has no headers, and so no place for the copy feedback.
     bool hasHeaders() const;
-    /// Whether Escape would end what an input method is composing.
+    /// Whether Escape would end a composition of an input method.
     bool takesEscape() const;
 
 protected:

@@ -34,7 +34,7 @@ void ManualInputViewModel::setInputText(const QString &text)
             ManualInputViewModel &model = **self;
             model.m_translatedText.clear();
             model.m_note.clear();
-            if (generation == model.m_requestGeneration) // or else a newer request is under way
+            if (generation == model.m_requestGeneration) // otherwise there is a newer request
                 model.m_isTranslating = false;
             Q_EMIT model.changed();
         });
@@ -47,7 +47,7 @@ void ManualInputViewModel::translateNow()
     const QString text = m_inputText.trimmed();
     if (text.isEmpty())
         return;
-    m_translationTask.reset(); // what was asked for needn't be sent once more when the pause is over
+    m_translationTask.reset(); // this request replaces the one after the pause
     const qint64 generation = ++m_requestGeneration;
     m_isTranslating = true;
     Q_EMIT changed();

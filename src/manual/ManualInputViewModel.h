@@ -13,47 +13,46 @@ namespace lucentra {
 
 class MainQueue;
 
-/// The typed text, its translation, and when one is asked for the other. Main thread only.
+/// The typed text, its translation, and the decision when to translate.
 ///
-/// Texts count without the white space and line breaks around them: that is what is translated, and nothing is where
-/// nothing is left. A translation is shown only if it is the latest request's and the text is still the one that was
-/// sent; requests that were overtaken run on and are dropped.
+/// White space and line breaks around a text are ignored. An empty text isn't translated. A translation is shown only
+/// if it belongs to the latest request and the text hasn't changed since; the results of earlier requests are dropped.
 class ManualInputViewModel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// How long the text must rest before it is translated by itself.
+    /// How long the text must be unchanged before it is translated automatically.
     static constexpr std::chrono::milliseconds typingPause{600};
-    /// How long a copy is told of.
+    /// How long the copy feedback is shown.
     static constexpr std::chrono::milliseconds copyFeedback{1500};
 
     using Completion = std::function<void(const TextTranslation &)>;
 
-    /// The clock and the queue must outlive the model; `copy` puts a text on the pasteboard.
+    /// `copy` puts a text on the pasteboard.
     ManualInputViewModel(Scheduler &scheduler, MainQueue &mainQueue, std::function<void(const QString &)> copy);
     ~ManualInputViewModel() override;
 
-    /// May complete on any thread, also at once. Left out where it isn't set.
+    /// Translates a text. May complete on any thread, even before it returns.
     std::function<void(const QString &, Completion)> onTranslate;
 
     const QString &inputText() const { return m_inputText; }           ///< as typed
-    const QString &translatedText() const { return m_translatedText; } ///< or the sentence that says why there is none
-    const QString &note() const { return m_note; } ///< what is to be said about that translation; empty in general
+    const QString &translatedText() const { return m_translatedText; } ///< or the reason why there is none
+    const QString &note() const { return m_note; }                     ///< a remark on the translation; usually empty
     bool isTranslating() const { return m_isTranslating; }
     bool isCopied() const { return m_isCopied; }
 
-    /// Another text: it will be translated when it has rested for a while. The same one again does nothing.
+    /// Sets the text, which is translated after it was unchanged for a while. Does nothing if it is the same.
     void setInputText(const QString &text);
     /// Translates at once.
     void translateNow();
-    /// Copies the translation where there is one, and tells of it for a while.
+    /// Copies the translation, if there is one, and shows the feedback for a while.
     void copyResult();
     /// Cancels and forgets everything.
     void reset();
 
 Q_SIGNALS:
-    void changed(); ///< one of the values above has
+    void changed(); ///< one of the values above has changed
 
 private:
     void accept(qint64 generation, const QString &sent, const TextTranslation &translation);
@@ -68,8 +67,9 @@ private:
     bool m_isCopied = false;
     std::unique_ptr<ScheduledTask> m_translationTask;
     std::unique_ptr<ScheduledTask> m_copiedResetTask;
-    qint64 m_requestGeneration = 0; ///< raised with every request, and when what is under way is unwanted
-    std::shared_ptr<ManualInputViewModel *> m_self; ///< held weakly by what waits; looked at on the main thread only
+    qint64 m_requestGeneration = 0; ///< incremented per request, and when the current one is cancelled
+    std::shared_ptr<ManualInputViewModel *>
+        m_self; ///< held weakly by pending completions; read on the main thread only
 };
 
 } // namespace lucentra

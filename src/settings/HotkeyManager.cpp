@@ -7,7 +7,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QWindow>
 
 #include <utility>
@@ -39,14 +38,12 @@ void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged
     m_translateRegistration = registerTranslateHotkey();
     m_hotkeys.setPressedHandler([this](HotkeyIdentifier identifier) { handlePressed(identifier); });
     tellStoredCombination(onHotkeyDisplayChanged);
-    // Installing it again is no second monitor: it moves to the front.
+    // A filter that is installed again moves to the front; there is still only one.
     qApp->installEventFilter(this);
 }
 
 void HotkeyManager::tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const
 {
-    if (!onHotkeyDisplayChanged)
-        return;
     const auto flags = quint32(m_settings.read(settings::hotkeyModifiers));
     onHotkeyDisplayChanged(flags, menuKeyOfDisplayString(m_settings.read(settings::hotkeyString)));
 }
@@ -65,11 +62,11 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerToggleHotkey()
     const quint32 modifiers = hotkeyModifiersOfFlags(quint64(m_settings.read(settings::hotkeyModifiers)));
     auto reference = m_hotkeys.registerHotkey(keyCode, modifiers, toggleHotkey);
     if (!reference) {
-        log(u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus="_s + QString::number(reference.error()));
+        m_diagnostics(u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus="_s + QString::number(reference.error()));
         return {};
     }
-    log(u"  ✅ Carbon 熱鍵已註冊 keyCode="_s + QString::number(keyCode) + u" carbonMods="_s +
-        QString::number(modifiers));
+    m_diagnostics(u"  ✅ Carbon 熱鍵已註冊 keyCode="_s + QString::number(keyCode) + u" carbonMods="_s +
+                  QString::number(modifiers));
     return std::move(*reference);
 }
 
@@ -77,7 +74,7 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
 {
     auto reference = m_hotkeys.registerHotkey(virtualKey::returnKey, hotkeyModifier::option, translateHotkey);
     if (!reference) {
-        log(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(reference.error()));
+        m_diagnostics(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(reference.error()));
         return {};
     }
     return std::move(*reference);
@@ -85,34 +82,20 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
 
 void HotkeyManager::handlePressed(HotkeyIdentifier identifier)
 {
-    // The callback is looked up when its turn comes: it may have been replaced, or the manager gone.
-    const auto post = [this](std::function<void()> HotkeyManager::*callback) {
-        m_mainQueue.post([manager = QPointer(this), callback] {
-            if (manager && (*manager).*callback)
-                ((*manager).*callback)();
-        });
-    };
     if (identifier == toggleHotkey)
-        post(&HotkeyManager::onToggleWindow);
+        m_mainQueue.post(this, [this] { onToggleWindow(); });
     else if (identifier == translateHotkey)
-        post(&HotkeyManager::onTranslateCurrentArea);
+        m_mainQueue.post(this, [this] { onTranslateCurrentArea(); });
 }
 
 bool HotkeyManager::eventFilter(QObject *watched, QEvent *event)
 {
-    // Keys reach a window before its widgets; there they can still be taken from it.
+    // Keys reach a window before its widgets, so the filter can still consume them.
     const bool isEscape = event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
     if (!isEscape || !watched->isWindowType() || !m_isPaneKeyWindow())
         return false;
-    if (onHideWindow)
-        onHideWindow();
+    onHideWindow();
     return true;
-}
-
-void HotkeyManager::log(const QString &line) const
-{
-    if (m_diagnostics)
-        m_diagnostics(line);
 }
 
 } // namespace lucentra

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DiagnosticLine.h"
+#include "Callback.h"
 #include "GlobalHotkeys.h"
 
 #include <QObject>
@@ -30,13 +30,13 @@ public:
     ~HotkeyManager() override;
 
     // Called from the main queue, never during the window system's dispatch of events.
-    std::function<void()> onToggleWindow;
-    std::function<void()> onTranslateCurrentArea;
+    Callback<> onToggleWindow;
+    Callback<> onTranslateCurrentArea;
     /// Called during the dispatch of Escape.
-    std::function<void()> onHideWindow;
+    Callback<> onHideWindow;
 
-    /// Receives the stored combination for menus: modifier flags (VirtualKeys.h) and the key in lower case.
-    using DisplayChanged = std::function<void(quint32 flags, const QString &key)>;
+    /// Gets the stored combination for menus: modifier flags (VirtualKeys.h) and the key in lower case.
+    using DisplayChanged = Callback<quint32, const QString &>;
 
     /// Unregisters everything and registers it again from the settings. A refused hotkey is logged; the other one is
     /// registered and the callback is called all the same.
@@ -57,7 +57,6 @@ private:
     std::unique_ptr<HotkeyReference> registerToggleHotkey();
     std::unique_ptr<HotkeyReference> registerTranslateHotkey();
     void handlePressed(HotkeyIdentifier identifier);
-    void log(const QString &line) const;
 
     const SettingsStore &m_settings;
     GlobalHotkeys &m_hotkeys;

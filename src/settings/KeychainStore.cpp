@@ -105,8 +105,7 @@ Result<void> KeychainStore::remove(const QString &account) const
 
 void KeychainStore::report(const QString &operation, const QString &account, const QString &reason) const
 {
-    if (m_diagnostics)
-        m_diagnostics(u"Keychain "_s + operation + u"失敗 ["_s + account + u"]: "_s + reason);
+    m_diagnostics(u"Keychain "_s + operation + u"失敗 ["_s + account + u"]: "_s + reason);
 }
 
 std::optional<QString> KeychainStore::decode(const QByteArray &secret, const QString &account) const

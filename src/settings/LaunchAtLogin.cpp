@@ -26,8 +26,7 @@ void LaunchAtLogin::setEnabled(bool enabled, std::function<void(bool isEnabled)>
     const auto changed = m_item.setEnabled(enabled);
     if (changed)
         return;
-    if (m_diagnostics)
-        m_diagnostics(u"SMAppService failed: "_s + changed.error().description);
+    m_diagnostics(u"SMAppService failed: "_s + changed.error().description);
     m_mainQueue.post([&item = m_item, correct = std::move(correct)] { correct(item.isEnabled()); });
 }
 

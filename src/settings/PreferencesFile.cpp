@@ -5,7 +5,6 @@
 #include "PrivateFile.h"
 #include "RegularFile.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -21,9 +20,9 @@ namespace lucentra {
 
 namespace {
 
-// A write takes milliseconds; whoever holds the lock for longer than this hangs.
+// A write takes milliseconds; a process that holds the lock for longer than this hangs.
 constexpr auto lockTimeout = 2s;
-// Far beyond any real settings file; keeps a wrong file from being read into memory whole.
+// Far larger than any real settings file. Keeps a wrong file from being read whole.
 constexpr qint64 maximumSize = qint64(16) * 1024 * 1024;
 
 } // namespace
@@ -42,14 +41,15 @@ PreferencesFile::PreferencesFile(QString path, DiagnosticLine diagnostics)
     const FileLock lock(m_path, lockTimeout);
     if (!lock.mayWrite())
         fail(u"it is no JSON object and cannot be kept aside"_s);
-    else if (look().state == State::Broken) // another process may have dealt with it meanwhile
+    else if (look().state == State::Broken) // another process may have renamed it meanwhile
         keepAside();
 }
 
 QJsonObject PreferencesFile::values()
 {
     const std::lock_guard guard(m_mutex);
-    const FileStamp now = stampOf(m_path); // before reading: a replacement in between is then noticed by the next look
+    const FileStamp now =
+        stampOf(m_path); // taken before reading, so that the next call notices a replacement in between
     if (m_stamp != now)
         adopt(look(), now);
     return m_values;
@@ -104,15 +104,10 @@ void PreferencesFile::adopt(const Content &content, const FileStamp &stamp)
 
 bool PreferencesFile::keepAside()
 {
-    const QFileInfo info(m_path);
-    const QString time = QDateTime::currentDateTime().toString(u"yyyyMMdd'T'HHmmsszzz"_s);
-    const QString aside =
-        info.absolutePath() + u'/' + info.completeBaseName() + u".unreadable-"_s + time + u'.' + info.suffix();
-    if (!QFile::rename(m_path, aside))
+    const auto aside = lucentra::keepAside(m_path);
+    if (!aside)
         return fail(u"it is no JSON object and cannot be kept aside"_s);
-    QFile::setPermissions(aside, ownerOnly);
-    if (m_diagnostics)
-        m_diagnostics(u"Preferences were no JSON object; kept aside as %1"_s.arg(aside));
+    m_diagnostics(u"Preferences were no JSON object; kept aside as %1"_s.arg(*aside));
     return true;
 }
 
@@ -121,14 +116,14 @@ bool PreferencesFile::save(const QJsonObject &newValues)
     const auto saved = writePrivateFile(m_path, QJsonDocument(newValues).toJson());
     if (!saved)
         return fail(saved.error().description);
-    values(); // what stays in use should the file be broken later
+    values(); // remembers them in case the file is broken later
     m_hasReportedFailure = false;
     return true;
 }
 
 bool PreferencesFile::fail(const QString &reason)
 {
-    if (m_diagnostics && !std::exchange(m_hasReportedFailure, true))
+    if (!std::exchange(m_hasReportedFailure, true))
         m_diagnostics(u"Preferences file %1 is not in use: %2"_s.arg(m_path, reason));
     return false;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DiagnosticLine.h"
+#include "Callback.h"
 #include "FileStamp.h"
 
 #include <QHash>

@@ -7,10 +7,9 @@
 #include <QFileSystemWatcher>
 #include <QJsonObject>
 #include <QStandardPaths>
+#include <QThreadPool>
 
-#include <condition_variable>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -19,7 +18,7 @@ namespace lucentra {
 
 namespace {
 
-/// The setting's rule for stored numbers; `nothing` is what a value of another type reads as.
+/// Applies the setting's rule for stored numbers. `number` is 0 for a stored value of another type.
 template <typename Value>
 Value numberOf(const QJsonValue &stored, const Setting<Value> &setting, Value number)
 {
@@ -30,7 +29,7 @@ Value numberOf(const QJsonValue &stored, const Setting<Value> &setting, Value nu
 
 } // namespace
 
-/// What stands in front of the file, and the thread that brings it there.
+/// The values that hide those of the file, and the thread that writes them.
 class SettingsStore::State
 {
 public:
@@ -40,25 +39,16 @@ public:
     {
     }
 
-    ~State()
-    {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_isEnding = true;
-        }
-        m_changed.notify_all();
-        if (m_writer.joinable())
-            m_writer.join();
-    }
+    ~State() { flush(false); }
 
-    /// Nearest to the reader first: what this process put in front, what is not written yet, the file.
+    /// Overrides come first, then values that are not written yet, then the file.
     QJsonValue value(const QString &key)
     {
         const std::lock_guard lock(m_mutex);
         return valueIn(m_file.values(), key);
     }
 
-    /// Which of the keys, or of all keys if none is given, have another value than at the last call.
+    /// Returns which of the keys (of all keys if none is given) have changed since the last call.
     QStringList newsOf(const QStringList &keys = {})
     {
         const std::lock_guard lock(m_mutex);
@@ -80,10 +70,9 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         m_unsaved.insert(key, newValue);
-        ++m_changeCount;
-        if (!m_writer.joinable())
-            m_writer = std::thread([this] { write(); });
-        m_changed.notify_all();
+        m_isWaiting = true;
+        if (!std::exchange(m_isWriting, true))
+            m_writer.start([this] { write(); });
     }
 
     void putInFront(const QString &key, const QJsonValue &newValue)
@@ -96,8 +85,7 @@ public:
     {
         if (isUrgent)
             m_file.hurry();
-        std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this, wanted = m_changeCount] { return m_triedCount >= wanted; });
+        m_writer.waitForDone();
     }
 
 private:
@@ -113,23 +101,18 @@ private:
     void write()
     {
         std::unique_lock lock(m_mutex);
-        for (;;) {
-            m_changed.wait(lock, [this] { return m_isEnding || m_triedCount < m_changeCount; });
-            if (m_triedCount == m_changeCount)
-                return;
+        while (std::exchange(m_isWaiting, false)) {
             const auto changes = m_unsaved;
-            const quint64 count = m_changeCount;
             lock.unlock();
             const bool isSaved = m_file.apply(changes);
             lock.lock();
             if (isSaved)
                 forget(changes);
-            m_triedCount = count;
-            m_changed.notify_all();
         }
+        m_isWriting = false;
     }
 
-    /// What was changed again meanwhile stays.
+    /// Keeps values that were changed again meanwhile.
     void forget(const QHash<QString, QJsonValue> &saved)
     {
         for (auto change = saved.begin(); change != saved.end(); ++change) {
@@ -143,12 +126,10 @@ private:
     std::mutex m_mutex;                   // guards the rest
     QHash<QString, QJsonValue> m_unsaved; // `Undefined`: to be removed
     QHash<QString, QJsonValue> m_overrides;
-    QJsonObject m_announced; // the values that observers know
-    quint64 m_changeCount = 0;
-    quint64 m_triedCount = 0; // how many of the changes were written, or could not be
-    bool m_isEnding = false;
-    std::condition_variable m_changed;
-    std::thread m_writer; // started by the first change
+    QJsonObject m_announced;  // the values that observers know
+    bool m_isWaiting = false; // there is a change that the writer hasn't tried to write
+    bool m_isWriting = false;
+    QThreadPool m_writer; // runs at most one task at a time
 };
 
 SettingsStore::SettingsStore(const QString &filePath, DiagnosticLine diagnostics)
@@ -204,7 +185,7 @@ void SettingsStore::followFile()
         for (const QString &key : m_state->newsOf())
             Q_EMIT changed(key);
     };
-    // The program replaces the file, of which only its folder reports; an editor may write into it.
+    // The folder reports that the program has replaced the file, the file that an editor has written into it.
     connect(watcher, &QFileSystemWatcher::directoryChanged, this, look);
     connect(watcher, &QFileSystemWatcher::fileChanged, this, look);
 }

@@ -10,7 +10,8 @@ namespace lucentra {
 
 namespace {
 
-/// `plaintext` was read before the keyring was: another process that moves it meanwhile is not missed twice.
+/// `plaintext` must be read before the keyring: if another process moves the key in between, it is found in one of
+/// them.
 QString reconcile(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
                   const QString &legacyKey, const QString &plaintext, const std::optional<QString> &kept)
 {

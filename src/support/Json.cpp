@@ -8,7 +8,8 @@ namespace lucentra {
 
 namespace {
 
-/// A document that has more costs over a hundred times its size in memory; no answer, history or settings come near.
+/// A document with more would need over a hundred times its size in memory. No real answer, history or settings file
+/// has nearly as many.
 constexpr qsizetype mostContainers = 1'000'000;
 constexpr qsizetype mostCommas = 8'000'000;
 
@@ -28,7 +29,7 @@ bool isAffordable(QByteArrayView json)
 std::optional<QJsonDocument> parseJson(const QByteArray &bytes)
 {
     if (bytes.contains('\0'))
-        return std::nullopt; // the parser takes it as part of a string
+        return std::nullopt; // the parser accepts it within a string
     if (!isAffordable(bytes))
         return std::nullopt;
     QJsonParseError error;

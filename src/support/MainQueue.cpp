@@ -23,6 +23,14 @@ void MainQueue::post(std::function<void()> task)
         this, [this] { runNext(); }, Qt::QueuedConnection);
 }
 
+void MainQueue::post(const QPointer<QObject> &context, std::function<void()> task)
+{
+    post([context, task = std::move(task)] {
+        if (context)
+            task();
+    });
+}
+
 void MainQueue::drain()
 {
     Q_ASSERT(QThread::currentThread() == thread());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 #include <deque>
 #include <functional>
@@ -20,6 +21,8 @@ public:
 
     /// Appends a task. Any thread. Tasks that still wait when the queue is destroyed are dropped.
     void post(std::function<void()> task);
+    /// The same, unless the context is destroyed before the task's turn.
+    void post(const QPointer<QObject> &context, std::function<void()> task);
 
     /// Runs tasks until none waits, including those that they post. Called when the program quits, so that deferred
     /// work (a history entry) is completed.

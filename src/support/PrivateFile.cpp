@@ -1,5 +1,6 @@
 #include "PrivateFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryFile>
@@ -22,7 +23,7 @@ tl::unexpected<Failure> failure(const QString &description)
     return tl::unexpected(Failure{.domain = u"File"_s, .code = 0, .description = description});
 }
 
-/// The name of an unfinished copy, with something in the place of its six letters. Nobody else's file is called so.
+/// The name of an unfinished copy, with `letters` in place of its six random letters. No other program uses such names.
 QString unfinishedName(const QString &fileName, const QString &letters)
 {
     return u'.' + fileName + u'.' + letters + u".unfinished"_s;
@@ -32,7 +33,7 @@ void makeFolder(const QString &folder, QFileDevice::Permissions permissions)
 {
     if (QFileInfo::exists(folder))
         return;
-    // Those above it are as the system makes folders.
+    // Its parents get the usual mode of folders.
     makeFolder(QFileInfo(folder).absolutePath(), ownerOnly | QFileDevice::ExeOwner | QFileDevice::ReadGroup |
                                                      QFileDevice::ExeGroup | QFileDevice::ReadOther |
                                                      QFileDevice::ExeOther);
@@ -59,7 +60,7 @@ void giveToOwnerOf(const QString &folder, int descriptor)
     if (::geteuid() != 0 || ::stat(QFile::encodeName(folder).constData(), &status) != 0)
         return;
     if (::fchown(descriptor, status.st_uid, status.st_gid) != 0)
-        return; // a disk that knows no owners
+        return; // a file system without owners
 }
 
 void giveToOwnerOfFolder(const QFileDevice &file)
@@ -70,13 +71,13 @@ void giveToOwnerOfFolder(const QFileDevice &file)
 Result<void> writePrivateFile(const QString &path, const QByteArray &content)
 {
     const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) // the new file would take its place
+    if (info.exists() && !info.isFile()) // the new file would replace it
         return failure(qt_error_string(ENOTSUP));
-    const QFileInfo target(info.exists() ? info.canonicalFilePath() : info.absoluteFilePath());      // a link stays one
+    const QFileInfo target(info.exists() ? info.canonicalFilePath() : info.absoluteFilePath());      // keeps links
     QTemporaryFile file(target.path() + u'/' + unfinishedName(target.fileName(), QString(6, u'X'))); // 0600
     if (!file.open())
         return failure(file.errorString());
-    // A full disk may be noticed only when the last part of the buffer is written.
+    // A full disk may be reported only when the last buffer is written.
     if (file.write(content) != content.size() || !file.flush())
         return failure(file.error() == QFileDevice::NoError ? u"only a part of it could be written"_s
                                                             : file.errorString());
@@ -86,8 +87,22 @@ Result<void> writePrivateFile(const QString &path, const QByteArray &content)
         ::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target.filePath()).constData()) == 0;
     if (!isInPlace)
         return failure(qt_error_string());
-    file.setAutoRemove(false); // there is nothing under its name any more
+    file.setAutoRemove(false); // it has been renamed
     return {};
+}
+
+Result<QString> keepAside(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString aside = info.path() + u'/' + info.completeBaseName() + u".unreadable-"_s +
+                          QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmsszzz'Z'."_s) + info.suffix();
+    QFile file(path);
+    if (!file.exists())
+        return QString();
+    if (!file.rename(aside))
+        return failure(file.errorString());
+    file.setPermissions(ownerOnly);
+    return aside;
 }
 
 void removeUnfinishedCopies(const QString &path)

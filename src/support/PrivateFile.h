@@ -24,6 +24,10 @@ void giveToOwnerOf(const QString &folder, int descriptor);
 /// description is the system's reason without the path.
 Result<void> writePrivateFile(const QString &path, const QByteArray &content);
 
+/// Renames a file that can't be used to "<name>.unreadable-<time>.<suffix>", which only its owner may read. Returns the
+/// new path, or an empty one if the file doesn't exist any more.
+Result<QString> keepAside(const QString &path);
+
 /// Removes the temporary files that a process left beside the file when it was killed in `writePrivateFile`. No other
 /// process may be writing the file.
 void removeUnfinishedCopies(const QString &path);

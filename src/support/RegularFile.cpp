@@ -10,7 +10,7 @@ namespace lucentra {
 
 tl::expected<QByteArray, RegularFileError> readRegularFile(const QString &path, qint64 largest)
 {
-    // Opening a pipe would wait for its other end.
+    // Otherwise opening a pipe would wait for its other end.
     const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0)
         return tl::unexpected(RegularFileError::Unreadable);
@@ -25,7 +25,7 @@ tl::expected<QByteArray, RegularFileError> readRegularFile(const QString &path, 
     }
     if (status.st_size > largest)
         return tl::unexpected(RegularFileError::TooLarge);
-    QByteArray content = file.read(status.st_size + 1); // room is made for all that is asked for
+    QByteArray content = file.read(status.st_size + 1); // QFile allocates as much as is requested
     if (content.size() > status.st_size)                // it has grown meanwhile
         content += file.read(largest + 1 - content.size());
     if (file.error() != QFileDevice::NoError)

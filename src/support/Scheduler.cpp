@@ -25,7 +25,7 @@ private:
         void operator()(QTimer *timer) const
         {
             timer->stop();
-            timer->deleteLater(); // a task may be destroying its own handle
+            timer->deleteLater(); // a task may destroy its own handle
         }
     };
 

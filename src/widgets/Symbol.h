@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QColor>
+#include <QIcon>
 #include <QRectF>
 #include <QString>
 
@@ -7,8 +9,15 @@ class QPainter;
 
 namespace lucentra {
 
-/// Paints one of the program's own white symbols ("bolt.fill", "clock", ...) into a square, sharp at any scale. Main
-/// thread only.
-void paintSymbol(QPainter &painter, const QString &name, const QRectF &rect);
+// The program's own symbols ("bolt.fill", "clock", ...), each in one colour. Main thread only.
+
+/// Paints a symbol into a square, sharp at any scale.
+void paintSymbol(QPainter &painter, const QString &name, const QRectF &rect, const QColor &color = Qt::white);
+
+/// A symbol of a size in points.
+QPixmap symbolPixmap(const QString &name, int size, const QColor &color, qreal scale);
+
+/// An icon for controls.
+QIcon symbolIcon(const QString &name, const QColor &color);
 
 } // namespace lucentra

@@ -34,15 +34,12 @@ private Q_SLOTS:
                                                    {0x40000U, u"F5"_s, u"Ctrl+F5"_s},
                                                    {0U, u"a"_s, u"A"_s}}) {
             item.setToggleKeys(flags, key);
-            QCOMPARE(shown(item.menu()),
-                     (QStringList{u"顯示/隱藏 翻譯板 | "_s + shortcut, u"翻譯目前區域 | Alt+Return"_s, u"-"_s,
-                                  u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+            QCOMPARE(shown(item.menu()).first(), u"顯示/隱藏 翻譯板 | "_s + shortcut);
         }
     }
 
-    void menusInTheirOrderWithoutItemsThatDoNothing()
+    void menusInTheirOrder()
     {
-        int opened = 0;
         StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
         MainMenu menu(m_texts.manager, m_actions);
         QMenuBar bar;
@@ -50,16 +47,13 @@ private Q_SLOTS:
         const QList<QAction *> menus = bar.actions();
         menu.build();
         const QMenu &application = *menus[0]->menu<QMenu *>();
-        QVERIFY(!shown(application).contains(u"設定… | Ctrl+,"_s));
-        m_actions.openHistory = m_actions.openSettings = [&] { ++opened; };
-        menu.build();
         item.build();
-        QCOMPARE(shown(item.menu()).mid(2), (QStringList{u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
-                                                         u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
-        for (const int number : {3, 4})
+        QCOMPARE(shown(item.menu()).mid(1),
+                 (QStringList{u"翻譯目前區域 | Alt+Return"_s, u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
+                              u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+        for (const int number : {1, 3, 4})
             item.menu().actions()[number]->trigger();
-        QCOMPARE(opened, 2);
-        m_actions.openHistory = m_actions.openSettings = {};
+        QCOMPARE(m_done, (QStringList{u"translate"_s, u"history"_s, u"settings"_s}));
         QStringList lines;
         for (const QAction *each : menus) {
             lines.append(each->text());
@@ -171,17 +165,18 @@ private:
     {
         QStringList lines;
         const QList<QAction *> actions = menu.actions();
-        for (const QAction *action : actions) {
-            if (action->isVisible())
-                lines.append(action->isSeparator() ? u"-"_s
-                                                   : action->text() + u" | "_s + action->shortcut().toString());
-        }
+        for (const QAction *action : actions)
+            lines.append(action->isSeparator() ? u"-"_s : action->text() + u" | "_s + action->shortcut().toString());
         return lines;
     }
 
     TestTexts m_texts;
     ManualScheduler m_scheduler;
-    ShellActions m_actions{.toggleWindow = [] {}, .translateCurrentArea = [] {}};
+    QStringList m_done;
+    ShellActions m_actions{.toggleWindow = [] {},
+                           .translateCurrentArea = [this] { m_done.append(u"translate"_s); },
+                           .openSettings = [this] { m_done.append(u"settings"_s); },
+                           .openHistory = [this] { m_done.append(u"history"_s); }};
 };
 
 QTEST_MAIN(ShellTest)

@@ -21,8 +21,8 @@ ARROWS = {
     "pane/capsule": ["pane/glass", "capture"],
     "pane/window": ["pane/overlay", "pane/capsule"],
     "manual": ["widgets", "translation"],
-    "history/window": ["history", "settings/texts"],
-    "settings/window": ["translation"],
+    "history/window": ["history", "settings/texts", "widgets"],
+    "settings/window": ["translation", "widgets"],
 }
 ALLOWED: dict[str, set[str]] = {}
 for folder, arrows in ARROWS.items():

@@ -18,11 +18,11 @@ namespace lucentra {
 
 namespace {
 
-/// Above so many changed rows, a view is quicker told that everything is new.
+/// If more rows have changed, resetting the model is faster.
 constexpr qsizetype mostSingleChanges = 100;
-/// How long a search may hold the event loop; painting and laying out come on top.
+/// How long a search may block the event loop, not counting layout and painting.
 constexpr auto lookDuration = 6ms;
-/// So many entries are looked at between two looks at the clock.
+/// How many entries are searched between checks of the time.
 constexpr qsizetype lookStep = 16;
 
 } // namespace
@@ -60,7 +60,7 @@ bool HistoryListModel::matches(const HistoryItem &item)
     return m_search.matchesFolded(folded);
 }
 
-/// The matches among the entries that a few milliseconds suffice for.
+/// Searches for a few milliseconds and returns the matches.
 QList<HistoryItem> HistoryListModel::lookFurther()
 {
     const QList<HistoryItem> &all = m_manager.history();
@@ -130,10 +130,10 @@ void HistoryListModel::follow()
         endResetModel();
     }
     if (isSearching())
-        lookLater(); // the search has come to its end
+        lookLater(); // which reports that the search is complete
 }
 
-/// False where that would be too many.
+/// Returns false, without a change, if there are too many.
 bool HistoryListModel::removeMissing(const QList<HistoryItem> &wanted)
 {
     QSet<QUuid> ids;

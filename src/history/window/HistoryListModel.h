@@ -15,35 +15,34 @@ namespace lucentra {
 class HistoryManager;
 class LocalizationManager;
 
-/// The entries of the store that match the search, in the store's order. It follows the store's changes entry by
-/// entry, so that a view keeps its place and its current row. A search through many entries goes on beside the event
-/// loop, a few milliseconds at a time, and what it finds is added as it is found. Main thread only.
+/// The entries of the store that match the search, in the store's order. It follows the store's changes entry by entry,
+/// so that a view keeps its position and its current row. A search through many entries returns to the event loop after
+/// every few milliseconds, and adds its matches as it finds them.
 class HistoryListModel : public QAbstractListModel
 {
     Q_OBJECT
 
 public:
-    /// All must outlive the model.
     HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
                      QObject *parent = nullptr);
 
     const HistorySearch &search() const { return m_search; }
-    /// The first entries that match are there when it returns, unless they lie far down.
+    /// When it returns, the model contains the first matches unless they are far down.
     void setSearchText(const QString &text);
-    /// Whether entries have not been looked at yet.
+    /// Whether the search is incomplete.
     bool isSearching() const { return m_nextLook != nullptr; }
-    /// Looks at all entries now.
+    /// Completes the search now.
     void completeSearch();
 
     const QList<HistoryItem> &items() const { return m_items; }
     const HistoryItem &item(int row) const { return m_items[row]; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
-    /// The texts of a row are what a screen reader says; painting takes the entry itself.
+    /// The texts of a row for screen readers; the delegate paints the entry itself.
     QVariant data(const QModelIndex &index, int role) const override;
 
 Q_SIGNALS:
-    /// The search has looked at all entries.
+    /// The search is complete.
     void searchCompleted();
 
 private:
@@ -62,7 +61,7 @@ private:
     Scheduler &m_scheduler;
     HistorySearch m_search;
     QList<HistoryItem> m_items;
-    qsizetype m_lookedAt = 0; ///< so many of the store's entries, from the newest on
+    qsizetype m_lookedAt = 0; ///< number of searched entries of the store, starting with the newest
     std::unique_ptr<ScheduledTask> m_nextLook;
     QHash<QUuid, QString> m_folded; ///< of entries searched before
 };

@@ -61,7 +61,7 @@ QString HistoryListView::help(const QModelIndex &index, RowAction action) const
     return m_delegate.help(index, rowWidth(), action);
 }
 
-/// The scroll bar's place is always left free: rows must not become narrower by being too many.
+/// Always without the place of the scroll bar, so that the width doesn't depend on the number of rows.
 int HistoryListView::rowWidth() const
 {
     return maximumViewportSize().width() - verticalScrollBar()->sizeHint().width();
@@ -96,7 +96,7 @@ void HistoryListView::sumUp()
         m_tops[row + 1] = m_tops[row] + m_rows[row].height;
 }
 
-/// True where the row's height is another one than was taken as likely.
+/// Measures the row. Returns whether its height differs from the estimate.
 bool HistoryListView::measure(int row)
 {
     Row &measured = m_rows[size_t(row)];
@@ -121,7 +121,7 @@ void HistoryListView::measureVisible()
         const int before = m_rows[size_t(row)].height;
         if (measure(row)) {
             isChanged = true;
-            // A row that comes into sight from above grows upwards.
+            // A row that appears at the top grows upwards.
             if (row == first && m_tops[size_t(row)] < bar.value())
                 shift = m_rows[size_t(row)].height - before;
         }
@@ -144,7 +144,7 @@ void HistoryListView::keepAnchor()
     m_anchorOffset = m_anchor.isValid() ? value - m_tops[size_t(row)] : 0;
 }
 
-/// Rows above have come or gone, or have other heights. At the top, what is new comes into sight.
+/// Restores the scroll position after changes of the rows above. At the top, new rows become visible instead.
 void HistoryListView::placeAtAnchor()
 {
     QScrollBar &bar = *verticalScrollBar();
@@ -155,7 +155,7 @@ void HistoryListView::placeAtAnchor()
     bar.setValue(m_tops[size_t(m_anchor.row())] + m_anchorOffset);
 }
 
-// These pass the list's own layout over, in whose place they are.
+// These replace the layout of QListView, so they call its base class.
 // NOLINTBEGIN(bugprone-parent-virtual-call)
 void HistoryListView::doItemsLayout()
 {
@@ -320,7 +320,7 @@ std::optional<RowAction> HistoryListView::actionAt(QPoint point) const
 
 void HistoryListView::mousePressEvent(QMouseEvent *event)
 {
-    executeDelayedItemsLayout(); // entries may have come or gone just now
+    executeDelayedItemsLayout(); // entries may have been added or removed
     const auto action = actionAt(event->pos());
     if (action && event->button() == Qt::LeftButton)
         m_pressed = {m_model.item(indexAt(event->pos()).row()).id, *action};
@@ -342,7 +342,7 @@ void HistoryListView::mouseReleaseEvent(QMouseEvent *event)
 void HistoryListView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (actionAt(event->pos()))
-        mousePressEvent(event); // quick presses of a control are presses
+        mousePressEvent(event); // quick clicks on a control are single clicks
     else
         toggleExpanded(indexAt(event->pos()));
 }

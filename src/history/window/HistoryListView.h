@@ -14,21 +14,20 @@ namespace lucentra {
 class HistoryListModel;
 class HistoryRowDelegate;
 
-/// A list whose rows have heights of their own. Only rows that come into sight are laid out; those of the others are
-/// taken as likely, and what is seen stays in its place when they turn out otherwise. Main thread only.
+/// A list with rows of different heights. Only visible rows are laid out; the heights of the others are estimated. The
+/// visible rows keep their place when an estimate turns out wrong.
 class HistoryListView : public QListView
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive the view.
     HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate, QWidget *parent = nullptr);
 
-    /// Lays every row out anew: texts or fonts are others.
+    /// Lays out all rows again after a change of texts or fonts.
     void relayout();
-    /// Shows the whole of an entry, or its first lines again.
+    /// Shows an entry in full, or only its first lines again.
     void toggleExpanded(const QModelIndex &index);
-    /// What a control of an entry does; empty where the entry has no such control.
+    /// The tool tip of an entry's control; empty if the entry has no such control.
     QString help(const QModelIndex &index, RowAction action) const;
 
     QRect visualRect(const QModelIndex &index) const override;
@@ -81,11 +80,11 @@ private:
     HistoryListModel &m_model;
     HistoryRowDelegate &m_delegate;
     std::vector<Row> m_rows;
-    std::vector<int> m_tops; ///< of each row, and where the last one ends
+    std::vector<int> m_tops; ///< of each row, and the end of the last one
     QHash<QUuid, int> m_measuredHeights;
     int m_measuredWidth = 0;
-    QPersistentModelIndex m_anchor; ///< the first row in sight
-    int m_anchorOffset = 0;         ///< how much of it lies above
+    QPersistentModelIndex m_anchor; ///< the first visible row
+    int m_anchorOffset = 0;         ///< how much of it is hidden above
     bool m_isArranging = false;
     QPersistentModelIndex m_hovered;
     std::optional<std::pair<QUuid, RowAction>> m_pressed;

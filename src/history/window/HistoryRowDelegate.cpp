@@ -13,10 +13,10 @@ namespace lucentra {
 
 namespace {
 
-constexpr int sideMargin = 14; ///< left of a card; the view's scroll bar lies right of it
+constexpr int sideMargin = 14; ///< left of a card; the scroll bar is right of it
 constexpr int verticalMargin = 4;
 constexpr auto feedbackDuration = 1500ms;
-constexpr int cachedLayouts = 100; ///< more than are ever seen at once
+constexpr int cachedLayouts = 100; ///< more than are ever visible
 
 } // namespace
 
@@ -47,7 +47,7 @@ int HistoryRowDelegate::height(const QModelIndex &index, int rowWidth) const
 
 int HistoryRowDelegate::likelyHeight(const QModelIndex &index, int rowWidth) const
 {
-    // Of Latin text; where it is wrong, the view is put right as soon as the row is seen.
+    // For Latin text. The view corrects a wrong estimate when the row becomes visible.
     constexpr int characterWidth = 8;
     constexpr int lineHeight = 18;
     constexpr int besidesTexts = 86;

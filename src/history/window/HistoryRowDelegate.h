@@ -16,41 +16,40 @@ namespace lucentra {
 
 class HistoryListModel;
 
-/// Draws the rows of a `HistoryListModel` and knows where their controls lie. Only rows that are asked for cost
-/// anything. Sizes are points; a row is as wide as its view says and has the card within. Main thread only.
+/// Draws the rows of a `HistoryListModel` and knows the places of their controls. Rows are laid out on demand. Sizes
+/// are in points; a row contains the card and is as wide as the view.
 class HistoryRowDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    /// All must outlive the delegate.
     HistoryRowDelegate(const HistoryListModel &model, const LocalizationManager &texts, Scheduler &scheduler,
                        QObject *parent = nullptr);
 
-    /// The exact height, which lays the row's texts out.
+    /// The exact height. Lays out the row's texts.
     int height(const QModelIndex &index, int rowWidth) const;
-    /// About that height, at no cost.
+    /// An estimate of the height without a layout.
     int likelyHeight(const QModelIndex &index, int rowWidth) const;
 
-    /// The control at a point of the row; the row's top-left corner is the origin.
+    /// The control at a point relative to the row's top-left corner.
     std::optional<RowAction> actionAt(const QModelIndex &index, int rowWidth, QPoint point) const;
     QString help(const QModelIndex &index, int rowWidth, RowAction action) const;
 
-    /// Tells for 1.5 seconds, in this row alone, that a text was copied.
+    /// Shows the copy feedback in this row for 1.5 seconds.
     void showCopied(const QUuid &id, RowAction action);
-    /// Shows all of an entry's texts, or no longer; false where nothing of it was left out.
+    /// Shows an entry in full, or shortened again. Returns false if it wasn't shortened.
     bool toggleExpanded(const QModelIndex &index, int rowWidth);
-    /// Fonts, texts, the search or entries are others now.
+    /// Drops layouts after a change of fonts, texts, the search or entries.
     void forgetLayouts();
     void forgetLayout(const QUuid &id);
 
-    /// The row's state is the option's: State_MouseOver and State_HasFocus make the controls stand out.
+    /// With State_MouseOver or State_HasFocus, the controls are emphasized.
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
     std::optional<RowAction> hoveredAction; ///< in the row under the pointer
 
 Q_SIGNALS:
-    /// Rows look another way, but are as high as before.
+    /// Rows must be painted again; their heights are the same.
     void looksChanged();
 
 private:

@@ -1,7 +1,7 @@
 #include "HistoryRowLayout.h"
 
 #include "LocalizationManager.h"
-#include "SymbolIcon.h"
+#include "Symbol.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -22,7 +22,7 @@ constexpr qreal padding = 12;
 constexpr qreal spacing = 8;
 constexpr qreal cornerRadius = 10;
 constexpr qreal buttonHeight = 22;
-constexpr qreal buttonInset = 5; ///< on a button's left and right
+constexpr qreal buttonInset = 5; ///< left and right of a button's content
 constexpr qreal symbolSize = 13;
 constexpr qreal starSize = 16;
 constexpr qreal symbolGap = 4;
@@ -69,8 +69,7 @@ QColor withAlpha(QColor color, qreal alpha)
 
 QString timeText(const HistoryItem &item, const QLocale &locale)
 {
-    // Part of the day in words, which Traditional Chinese asks for, is nothing that Qt knows; without it hours run
-    // to 23.
+    // Qt doesn't support the period of the day in words that Traditional Chinese uses. Without it, hours run to 23.
     return locale.toString(dateOf(item.timestamp), locale.dateTimeFormat(QLocale::ShortFormat).remove(u'B'));
 }
 
@@ -93,7 +92,7 @@ HistoryRowLayout::HistoryRowLayout(const HistoryItem &item, qreal width, const H
         placeShowAll(isExpanded, texts);
 }
 
-/// On a line of its own beneath the texts.
+/// Placed in a separate line below the texts.
 void HistoryRowLayout::placeShowAll(bool isExpanded, const LocalizationManager &texts)
 {
     for (Button &button : m_buttons)
@@ -126,7 +125,7 @@ void HistoryRowLayout::placeButtons(const LocalizationManager &texts)
     const QFontMetricsF metrics(smallFont());
     qreal x = padding - buttonInset;
     for (Button &button : m_buttons) {
-        // Wide enough for both titles, so that the controls beside it never move.
+        // Wide enough for both titles, so that the other controls never move.
         const qreal title =
             std::max(metrics.horizontalAdvance(button.title), metrics.horizontalAdvance(button.doneTitle));
         const qreal content = button.title.isEmpty() ? starSize : symbolSize + symbolGap + title;
@@ -173,7 +172,7 @@ void HistoryRowLayout::paintCard(QPainter &painter, QPointF origin, const QPalet
                                  const RowState &state) const
 {
     painter.setRenderHint(QPainter::Antialiasing);
-    // The line is drawn within the card, sharp at whole points.
+    // The line is drawn inside the card, sharp at whole points.
     const QRectF card = QRectF(origin, QSizeF(m_width, m_height)).adjusted(0.5, 0.5, -0.5, -0.5);
     const QColor line = palette.color(QPalette::Text);
     painter.setPen(state.isSelected ? QPen(palette.color(QPalette::Highlight), 1.5)
@@ -213,7 +212,7 @@ void HistoryRowLayout::paintButton(QPainter &painter, QPointF origin, const Butt
     painter.setOpacity(state.isActive || isDone ? 1 : quietOpacity);
     painter.setFont(smallFont());
     const QRectF picture(rect.left() + buttonInset, rect.center().y() - size / 2, size, size);
-    paintSymbolIcon(painter, symbol, picture, color);
+    paintSymbol(painter, symbol, picture, color);
     painter.setPen(color);
     painter.drawText(rect.adjusted(buttonInset + symbolSize + symbolGap, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
                      isDone ? button.doneTitle : button.title);

@@ -19,18 +19,18 @@ class LocalizationManager;
 /// What can be done with an entry.
 enum class RowAction { Star, CopyOriginal, CopyTranslation, Delete, ShowAll };
 
-/// How an entry looks beyond its content.
+/// The state of an entry's row.
 struct RowState
 {
-    bool isActive = false; ///< its controls stand out
+    bool isActive = false; ///< its controls are emphasized
     bool isSelected = false;
     std::optional<RowAction> hovered; ///< the control under the pointer
-    bool hasCopiedOriginal = false;   ///< tells so instead of offering it
+    bool hasCopiedOriginal = false;   ///< shows the feedback instead of the action
     bool hasCopiedTranslation = false;
 };
 
-/// One entry as a card: its time, its texts, and a row of controls. Coordinates are points, the origin is the card's
-/// top-left corner. Main thread only.
+/// One entry as a card: its time, its texts, and a row of controls. Coordinates are points relative to the card's
+/// top-left corner.
 class HistoryRowLayout
 {
 public:
@@ -38,11 +38,11 @@ public:
                      const LocalizationManager &texts);
 
     qreal height() const { return m_height; }
-    /// Something is left out that expanding the entry would show.
+    /// Whether a text is shortened, so that the entry can be expanded.
     bool isCutOff() const { return m_original.isCutOff() || m_translation.isCutOff(); }
 
     std::optional<RowAction> actionAt(QPointF point) const;
-    /// What a control does, for its tool tip; empty where the entry has no such control.
+    /// The tool tip of a control; empty if the entry has no such control.
     QString help(RowAction action) const;
 
     void paint(QPainter &painter, QPointF origin, const QPalette &palette, const RowState &state) const;
@@ -52,7 +52,7 @@ private:
     {
         RowAction action;
         QRectF rect;
-        QString title;     ///< empty: only a symbol
+        QString title;     ///< empty if there is only a symbol
         QString doneTitle; ///< for a while after the action
         QString help;
     };

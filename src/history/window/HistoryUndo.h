@@ -14,30 +14,29 @@ namespace lucentra {
 class HistoryManager;
 class LocalizationManager;
 
-/// Deletions that can still be taken back: at once they take effect, and for five seconds after the last one all of
-/// them together can be undone. Main thread only.
+/// Deletions that can be undone. A deletion takes effect at once; all of them can be undone together until five seconds
+/// after the last one.
 class HistoryUndo : public QObject
 {
     Q_OBJECT
 
 public:
-    /// All must outlive the object.
     HistoryUndo(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
                 QObject *parent = nullptr);
 
     void deleteItem(const QUuid &id);
     void clearUnstarred();
-    /// Puts back what is pending.
+    /// Undoes the pending deletions.
     void undo();
     /// Makes the deletions final.
     void dismiss();
 
     bool isPending() const { return !m_pendingUndoItems.isEmpty(); }
-    /// What was deleted, in the interface language of this moment; empty where nothing is pending.
+    /// The message in the current interface language; empty if nothing is pending.
     QString undoMessage() const;
 
 Q_SIGNALS:
-    /// The message is another one now, or is shown anew.
+    /// The message has changed or must be shown again.
     void changed();
 
 private:
@@ -47,7 +46,7 @@ private:
     const LocalizationManager &m_texts;
     Scheduler &m_scheduler;
     QList<HistoryItem> m_pendingUndoItems;
-    QString m_singleMessage; ///< key of the message where one entry is pending
+    QString m_singleMessage; ///< text key of the message for a single entry
     std::unique_ptr<ScheduledTask> m_undoDismissTask;
 };
 

@@ -4,7 +4,7 @@
 #include "HistoryListView.h"
 #include "HistoryManager.h"
 #include "LocalizationManager.h"
-#include "SymbolIcon.h"
+#include "Symbol.h"
 #include "UndoBanner.h"
 
 #include <QAction>
@@ -188,7 +188,7 @@ bool HistoryView::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::ShortcutOverride && watched == m_search &&
         static_cast<QKeyEvent *>(event)->matches(QKeySequence::Undo) && m_undo.isPending()) {
-        event->ignore(); // the banner's, not the field's
+        event->ignore(); // the shortcut belongs to the banner
         return true;
     }
     if (event->type() != QEvent::KeyPress)
@@ -259,7 +259,7 @@ void HistoryView::applyPalette()
     QColor quiet = palette().color(QPalette::Text);
     quiet.setAlphaF(0.55f);
     QPalette field = m_search->palette();
-    field.setColor(QPalette::PlaceholderText, quiet); // which some desktops leave black in their dark colours
+    field.setColor(QPalette::PlaceholderText, quiet); // black in the dark palettes of some desktops
     m_search->setPalette(field);
     const QColor text = palette().color(QPalette::ButtonText);
     m_searchSymbol->setIcon(symbolIcon(u"magnifier"_s, quiet));
@@ -356,7 +356,7 @@ void HistoryView::showRowMenu(QPoint place)
 void HistoryView::chooseExportFile(ExportFormat format)
 {
     m_model.completeSearch();
-    const QList<HistoryItem> shown = m_model.items(); // as they are now, whatever arrives while a name is typed
+    const QList<HistoryItem> shown = m_model.items(); // a copy, since entries may arrive while the dialog is open
     const QString suffix = exportSuffix(format);
     auto *dialog = new QFileDialog(this, m_texts.localized(u"匯出顯示的紀錄"_s), {}, u"*."_s + suffix);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

@@ -19,7 +19,7 @@ class HistoryListView;
 class UndoBanner;
 enum class ExportFormat;
 
-/// The history with its search field, its entries and the banner that takes deletions back. Main thread only.
+/// The history with its search field, its entries and the undo banner.
 ///
 /// Keys: the arrows, Page Up and Down, Home and End move through the entries; Return shows the whole of a long one,
 /// Ctrl+C copies its translation and Ctrl+Shift+C its original, Ctrl+D gives or takes its star, Delete deletes it, the
@@ -29,17 +29,16 @@ class HistoryView : public QWidget
     Q_OBJECT
 
 public:
-    /// All must outlive the view.
     HistoryView(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
                 QWidget *parent = nullptr);
 
-    /// Looks every text up again.
+    /// Updates all texts after a change of the interface language.
     void retranslate();
-    /// What was deleted stays so; the banner goes.
+    /// Makes pending deletions final and hides the banner.
     void windowClosed();
 
 Q_SIGNALS:
-    /// Escape was pressed where there is nothing to end.
+    /// Escape was pressed and there is no search to end.
     void closeRequested();
 
 protected:

@@ -18,9 +18,9 @@ namespace lucentra {
 
 namespace {
 
-constexpr QSize initialSize(450, 600); ///< of what is beneath the menu bar
+constexpr QSize initialSize(450, 600); ///< without the menu bar
 
-/// The window's place and size as the toolkit writes them, in base 64.
+/// The window's geometry as saved by the toolkit, in base 64.
 constexpr Setting<QString> frameSetting{"HistoryWindow"_L1, u""};
 
 } // namespace
@@ -58,7 +58,7 @@ void HistoryWindowController::saveFrame()
 void HistoryWindowController::showWindow()
 {
     if (!std::exchange(m_hasFrame, true))
-        restoreFrame(); // now that the window has its menus
+        restoreFrame(); // after the menus were added
     if (!isVisible())
         m_view->setFocus();
     if (isMinimized())
@@ -67,8 +67,7 @@ void HistoryWindowController::showWindow()
         show();
     raise();
     activateWindow();
-    if (m_services.activate)
-        m_services.activate(*windowHandle());
+    m_services.activate(*windowHandle());
 }
 
 void HistoryWindowController::refreshTexts()

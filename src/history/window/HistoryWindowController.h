@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QMainWindow>
+#include "Callback.h"
 
-#include <functional>
+#include <QMainWindow>
 
 namespace lucentra {
 
@@ -12,8 +12,8 @@ class LocalizationManager;
 class Scheduler;
 class SettingsStore;
 
-/// The window of the history. It is made once and hidden when it is closed; its place and size are kept as
-/// "HistoryWindow". Main thread only.
+/// The window of the history. It is created once and hidden when it is closed. Its geometry is stored as
+/// "HistoryWindow".
 class HistoryWindowController : public QMainWindow
 {
     Q_OBJECT
@@ -25,17 +25,16 @@ public:
         SettingsStore &settings;
         const LocalizationManager &texts;
         Scheduler &scheduler;
-        /// Has the desktop give the window the focus, wherever it is now.
-        std::function<void(QWindow &)> activate;
+        /// Asks the desktop to give the window the focus.
+        Callback<QWindow &> activate;
     };
 
-    /// What is referred to must outlive the window.
     explicit HistoryWindowController(const Services &services);
     ~HistoryWindowController() override;
 
     /// Shows the window above the others, with the focus.
     void showWindow();
-    /// Gives title and content their texts in the interface language.
+    /// Updates all texts after a change of the interface language.
     void refreshTexts();
 
 protected:

@@ -14,13 +14,13 @@ namespace lucentra {
 
 namespace {
 
-/// More characters than a line can hold, so that a very long paragraph is laid out no further than it is shown.
+/// More characters than fit into a line. Limits how much of a very long paragraph is laid out.
 constexpr int charactersPerLine = 400;
-/// How much of the text is shown before a match that stands far behind its beginning.
+/// How much of the text is shown before a match that is far from the beginning.
 constexpr qsizetype charactersBeforeMatch = 24;
-/// In UTF-16 units; a paragraph with a longer one is wrapped between any two characters.
+/// In UTF-16 units. A paragraph with a longer word is wrapped between any two characters.
 constexpr qsizetype longestWord = 10'000;
-/// Pieces no farther apart share a highlight.
+/// Highlights that are not farther apart are joined.
 constexpr qreal touchingDistance = 0.05;
 
 bool endsParagraph(QChar character)
@@ -55,7 +55,7 @@ void wrap(QTextLayout &layout, qreal width, int maxLines)
     layout.endLayout();
 }
 
-/// A word so long that the toolkit, which looks for its end on each of its lines, would take seconds.
+/// Whether a word is so long that the toolkit, which searches its end for each line, would need seconds.
 bool hasVeryLongWord(const QString &text)
 {
     if (text.size() <= longestWord)
@@ -96,7 +96,7 @@ QString excerptBefore(const QString &text, qsizetype match)
     return u"…"_s + text.sliced(std::clamp<qsizetype>(words.position(), 0, match));
 }
 
-/// What can be seen of what is painted, in the painter's coordinates; perhaps more.
+/// A rectangle that contains the visible part, in the painter's coordinates.
 QRectF exposedRect(const QPainter &painter)
 {
     const QRectF device = painter.worldTransform().inverted().mapRect(QRectF(painter.window()));
@@ -116,7 +116,7 @@ int firstLineBelow(const QTextLayout &layout, qreal y)
     return first;
 }
 
-/// What lies behind the matches on a line. A match that runs in both directions may have several rectangles.
+/// The highlights of a line. A match with both writing directions may have several rectangles.
 QList<QRectF> highlightsOf(const QTextLine &line, const QList<TextRange> &matches)
 {
     const qsizetype lineStart = line.textStart();
@@ -191,7 +191,7 @@ void TextFlow::addParagraph(const QString &text, bool isLast, const Shape &shape
         const qsizetype lastLine = layout->lineAt(layout->lineCount() - 1).textStart();
         const QString rest =
             beginning.sliced(lastLine, std::min<qsizetype>(charactersPerLine, beginning.size() - lastLine));
-        // Room for rounding, so that the shortened line isn't wrapped once more.
+        // Leaves room for rounding, so that the shortened line isn't wrapped again.
         const QString shortened =
             QFontMetricsF(shape.font).elidedText(rest.trimmed() + u"…"_s, Qt::ElideRight, shape.width - 2);
         m_shownLength = lastLine + shortened.size() - 1;

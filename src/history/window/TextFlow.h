@@ -16,8 +16,8 @@ class QPainter;
 
 namespace lucentra {
 
-/// A text of one or more paragraphs, wrapped to a width. Each paragraph runs in its own writing direction and begins
-/// at that direction's side. Sizes are points. Main thread only.
+/// A text of one or more paragraphs, wrapped to a width. Each paragraph has its own writing direction and alignment.
+/// Sizes are in points.
 class TextFlow
 {
 public:
@@ -25,17 +25,17 @@ public:
     {
         QFont font;
         qreal width = 0;
-        int maxLines = 0; ///< what comes after is left out, with an ellipsis at the end of the last line
+        int maxLines = 0; ///< further lines are replaced by an ellipsis at the end of the last one
     };
 
-    /// Shows the text from its beginning, or, where the search's first match would be left out, from shortly before
-    /// that match.
+    /// Shows the text from its beginning, or from shortly before the first match of the search if that would be left
+    /// out.
     TextFlow(const QString &text, const Shape &shape, const HistorySearch &search);
 
     qreal height() const { return m_height; }
     bool isCutOff() const { return m_isCutOff; }
 
-    /// The matches have the highlight behind them. Only the lines within the painter's device and clip are drawn.
+    /// Draws the text with highlighted matches. Lines outside the painter's device and clip are skipped.
     void draw(QPainter &painter, QPointF origin, const QColor &color, const QColor &highlight) const;
 
 private:

@@ -40,10 +40,7 @@ UndoBanner::UndoBanner(QWidget *parent)
     connect(m_animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant &value) { setProgress(value.toReal()); });
     connect(m_animation, &QVariantAnimation::finished, this, [this] { setVisible(m_isShown); });
-    connect(m_button, &QPushButton::clicked, this, [this] {
-        if (onPressed)
-            onPressed();
-    });
+    connect(m_button, &QPushButton::clicked, this, [this] { onPressed(); });
     hide();
 }
 
@@ -77,7 +74,7 @@ void UndoBanner::animate(bool shown)
     m_animation->start();
 }
 
-/// From 0, gone, to 1.
+/// From 0 (hidden) to 1 (shown).
 void UndoBanner::setProgress(qreal progress)
 {
     setFixedHeight(qRound(sizeHint().height() * progress));

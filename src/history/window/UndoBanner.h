@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QFrame>
+#include "Callback.h"
 
-#include <functional>
+#include <QFrame>
 
 class QGraphicsOpacityEffect;
 class QLabel;
@@ -11,7 +11,7 @@ class QVariantAnimation;
 
 namespace lucentra {
 
-/// A message with a button at the lower edge of a window; it slides in and fades. Main thread only.
+/// A message with a button at the lower edge of a window. It slides in and fades.
 class UndoBanner : public QFrame
 {
     Q_OBJECT
@@ -19,9 +19,9 @@ class UndoBanner : public QFrame
 public:
     explicit UndoBanner(QWidget *parent = nullptr);
 
-    std::function<void()> onPressed;
+    Callback<> onPressed;
 
-    /// Shows a message, or with an empty one goes away, keeping its last one meanwhile.
+    /// Shows a message. An empty one hides the banner, which keeps its last message while it fades.
     void setMessage(const QString &message);
     void setButtonText(const QString &text);
 

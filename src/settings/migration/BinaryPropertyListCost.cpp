@@ -9,18 +9,19 @@ namespace lucentra {
 
 namespace {
 
-/// Objects and bytes of texts, once every reference is a copy.
+/// The number of objects and of bytes of text after every reference was replaced by a copy.
 constexpr quint64 mostCost = 4 << 20;
 constexpr int deepestNesting = 512;
 
 constexpr qsizetype headerSize = 8;
 constexpr qsizetype trailerSize = 32;
 
-/// Markers of objects: their upper half byte. The lower one counts the members; 15 says that a number follows.
+/// The upper four bits of an object's marker are its type; the lower four are its size, or 15 if a number follows.
 enum Kind : quint8 { Data = 4, Ascii = 5, Utf16 = 6, Array = 10, Set = 12, Dictionary = 13 };
 constexpr quint8 countFollows = 15;
 
-/// The file's outline: where its objects lie and whom they refer to. Positions outside of the file are nothing.
+/// The structure of the file: the positions of its objects and their references. Positions outside the file are
+/// ignored.
 class Outline
 {
 public:
@@ -29,7 +30,7 @@ public:
     {
     }
 
-    /// False where the trailer makes no sense.
+    /// Whether the trailer is valid.
     bool readTrailer()
     {
         if (m_content.size() < headerSize + trailerSize)
@@ -96,7 +97,7 @@ private:
         return object;
     }
 
-    /// Whether none of the characters is NUL, on which the library that reads the list ends the program.
+    /// Whether no character is NUL: the library aborts the program at one.
     bool isText(quint64 start, quint64 characters, int size) const
     {
         for (quint64 i = 0; i < characters; ++i) {
@@ -126,8 +127,8 @@ private:
     quint64 m_table = 0;
 };
 
-/// What an object costs with all that it refers to. What is known is remembered, and the references that are followed
-/// are limited as a whole, so that the time taken goes with the size of the file.
+/// Computes the cost of an object including all that it refers to. Costs are cached and the total number of followed
+/// references is limited, so that the time is proportional to the size of the file.
 class CostCount
 {
 public:
@@ -140,9 +141,9 @@ public:
     struct Cost
     {
         quint64 cost = 0;
-        int height = 0; ///< how deep objects lie within it
+        int height = 0; ///< levels of objects below it
     };
-    /// Nothing where it is too much.
+    /// Returns nullopt if the cost is too high.
     std::optional<Cost> costOf(quint64 index, int depth)
     {
         Entry &entry = m_known[qsizetype(index)];

@@ -98,8 +98,7 @@ void migrateHistory(const LegacyFolders &folders, const QString &historyFile, co
         if (content && copied)
             return;
         const QString problem = content ? copied.error().description : u"the file is too large"_s;
-        if (diagnostics)
-            diagnostics(u"Local data migration skipped history source "_s + source + u": "_s + problem);
+        diagnostics(u"Local data migration skipped history source "_s + source + u": "_s + problem);
     }
 }
 

@@ -13,7 +13,7 @@ namespace lucentra {
 
 namespace {
 
-/// Every list or dictionary may lie within the one before it.
+/// In the worst case, every array or dictionary is nested in the one before it.
 constexpr qsizetype mostContainers = 2000;
 
 struct PlistDeleter
@@ -26,7 +26,7 @@ bool isTame(const QByteArray &content)
 {
     if (content.startsWith("bplist"))
         return isTameBinaryPropertyList(content);
-    // The library ends the program on a text with a NUL.
+    // The library aborts the program at a text with a NUL.
     return !content.contains('\0') && content.count("<array") + content.count("<dict") <= mostContainers;
 }
 
@@ -67,7 +67,7 @@ QJsonValue valueOf(plist_t node)
 
 QJsonObject readPropertyList(const QByteArray &content)
 {
-    // The library may know further forms, whose depth nobody has looked at.
+    // The library may support further formats, whose nesting is not checked here.
     if ((!content.startsWith("bplist") && !content.trimmed().startsWith('<')) || !isTame(content))
         return {};
     plist_t parsed = nullptr;

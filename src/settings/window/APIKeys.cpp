@@ -65,10 +65,7 @@ void APIKeys::saveNext(const QString &account)
     const auto saved = m_keychain.save(*key, account);
     if (saved)
         m_settings.remove(account);
-    m_mainQueue.post([self = QPointer(this), account, key = *key, saved] {
-        if (self)
-            self->finished(account, key, saved);
-    });
+    m_mainQueue.post(m_self, [this, account, key = *key, saved] { finished(account, key, saved); });
 }
 
 void APIKeys::finished(const QString &account, const QString &key, const Result<void> &saved)
@@ -82,8 +79,7 @@ void APIKeys::finished(const QString &account, const QString &key, const Result<
         m_unsaved.insert(account, key);
         m_failed.insert(account);
     }
-    if (onSaved)
-        onSaved(account, saved);
+    onSaved(account, saved);
 }
 
 void APIKeys::retryFailed()
@@ -97,10 +93,7 @@ void APIKeys::retryFailed()
 void APIKeys::afterSaving(QObject *context, std::function<void()> then)
 {
     m_worker.start([&mainQueue = m_mainQueue, context = QPointer(context), then = std::move(then)] {
-        mainQueue.post([context, then] {
-            if (context)
-                then();
-        });
+        mainQueue.post(context, then);
     });
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Callback.h"
 #include "Result.h"
 #include "StoredAPIKeys.h"
 
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -19,30 +21,29 @@ class KeychainStore;
 class MainQueue;
 class SettingsStore;
 
-/// Loads and saves the API keys for the settings form without holding it: the keychain is asked on one worker, in the
-/// order of the calls. Of several values for one account that wait, just the last is saved. Main thread only, and so
-/// are its callbacks. The destructor waits until what was typed is saved, which the keychain does within a second.
+/// Loads and saves the API keys for the settings form without blocking it. The keychain is called on one worker, in the
+/// order of the calls. If several values of one account wait, only the last is saved. Callbacks are called on the main
+/// thread. The destructor waits until typed keys are saved, which takes the keychain a second at most.
 class APIKeys : public QObject
 {
 public:
-    /// What is referred to must outlive it.
     APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQueue &mainQueue);
     ~APIKeys() override;
 
-    /// The keys of all accounts; one that still waits to be saved comes before the stored one. Called once more after a
-    /// `retryFailed` where the keychain failed. Nothing is called once the context is gone.
+    /// Loads the keys of all accounts. A key that still waits to be saved replaces the stored one. If the keychain
+    /// failed, `retryFailed` loads them again. `loaded` is not called after the context is destroyed.
     void load(QObject *context, std::function<void(const StoredAPIKeys &keys)> loaded);
 
-    /// Saves what the account's key is now; an empty one is removed. A plaintext copy of a former version goes away
-    /// once that has succeeded.
+    /// Saves the account's new key; an empty key is removed. After that has succeeded, a plaintext copy of a former
+    /// version is deleted.
     void save(const QString &account, const QString &key);
-    /// Called when an account's last value was saved, or couldn't be.
-    std::function<void(const QString &account, const Result<void> &saved)> onSaved;
+    /// Called after an account's last value was saved or saving it has failed.
+    Callback<const QString &, const Result<void> &> onSaved;
 
-    /// Tries once more to load and to save what couldn't be.
+    /// Repeats what has failed: loading and saving.
     void retryFailed();
 
-    /// Calls when everything that was to be saved by now has been tried.
+    /// Calls `then` after every save so far has been tried.
     void afterSaving(QObject *context, std::function<void()> then);
 
 private:
@@ -51,13 +52,14 @@ private:
 
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;
+    const QPointer<QObject> m_self{this};
     MainQueue &m_mainQueue;
-    QHash<QString, QString> m_unsaved;    ///< by account: what was typed last, until the keychain has it
-    QSet<QString> m_failed;               ///< accounts of those that couldn't be saved
-    std::function<void()> m_loadOnceMore; ///< where the keychain failed
+    QHash<QString, QString> m_unsaved;    ///< by account: the key that was typed last, until it is in the keychain
+    QSet<QString> m_failed;               ///< accounts whose key couldn't be saved
+    std::function<void()> m_loadOnceMore; ///< set if the keychain failed
     std::mutex m_mutex;
     QHash<QString, QString> m_waiting; ///< guarded by m_mutex
-    QThreadPool m_worker;              ///< last: its destruction waits for what still runs
+    QThreadPool m_worker;              ///< last, since its destructor waits for tasks that use the rest
 };
 
 } // namespace lucentra

@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// What the program is, and how its makers are reached. Main thread only.
+/// The program's name, version and contact.
 class AboutTab : public FormPage
 {
 public:

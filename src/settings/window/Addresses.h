@@ -5,7 +5,7 @@
 
 namespace lucentra {
 
-/// Where the program's privacy policy lies, in the language, in English where there is none.
+/// The page of the program's privacy policy in the language, or in English if there is none.
 QUrl privacyPage(const QString &pagesFolder, const QString &languageCode);
 
 } // namespace lucentra

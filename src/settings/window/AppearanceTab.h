@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// How the pane looks. Main thread only.
+/// The settings of the pane's appearance.
 class AppearanceTab : public FormPage
 {
 public:

@@ -10,17 +10,18 @@ class QPushButton;
 
 namespace lucentra {
 
-/// The button that tries the selected engine, and what came of it. Main thread only.
+/// The button that tests the selected engine, and the result of the test.
 class ConnectionSection : public FormSection
 {
 public:
-    /// `canTest` says whether what is filled in suffices; `beforeTest` calls back once all that was typed is stored.
+    /// `canTest` returns whether the form has all that a test needs. `beforeTest` calls its argument after all typed
+    /// keys are stored.
     ConnectionSection(SettingsForm &form, std::function<bool()> canTest,
                       std::function<void(std::function<void()> then)> beforeTest, QWidget *parent = nullptr);
 
-    /// Looks anew whether a test is possible.
+    /// Updates whether a test is possible.
     void refresh();
-    /// Drops a test that runs, and its result line: they belong to another engine.
+    /// Drops the result, and that of a running test, because another engine is selected.
     void forget();
 
 private:
@@ -34,8 +35,8 @@ private:
     QProgressBar *m_busy;
     QLabel *m_result;
     bool m_isTestingConnection = false;
-    bool m_isGood = false; ///< what the result line says
-    int m_test = 0;        ///< counts tests, so that the end of a dropped one is known
+    bool m_isGood = false; ///< the result that is shown
+    int m_test = 0;        ///< number of the last test; the results of earlier ones are ignored
 };
 
 } // namespace lucentra

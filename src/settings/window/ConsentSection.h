@@ -5,8 +5,7 @@
 
 namespace lucentra {
 
-/// The consent to send text to one remote engine, what becomes of the text, and the way to the privacy policy. Main
-/// thread only.
+/// The consent to send text to one remote engine, with an explanation and a link to the privacy policy.
 class ConsentSection : public FormSection
 {
 public:

@@ -18,14 +18,14 @@ namespace lucentra {
 
 namespace {
 
-using TextSettings = QList<std::pair<QString, Setting<QString>>>; ///< by the key of the field's label
+using TextSettings = QList<std::pair<QString, Setting<QString>>>; ///< with the text key of the field's label
 
 struct EngineForm
 {
     QString title;
     TextSettings fields;
     QStringList footers;
-    bool areFieldsNeeded; ///< for a test
+    bool areFieldsNeeded; ///< whether a test needs them
 };
 
 const EngineForm &engineForm(TranslationEngine engine)
@@ -79,8 +79,7 @@ void EngineSection::addKeyRows()
     m_key->onTyped = [this](const QString &key) {
         m_isLoaded = true;
         showKeyStatus();
-        if (onKeyTyped)
-            onKeyTyped(key);
+        onKeyTyped(key);
     };
     addRow(u"API Key"_s, m_key);
     m_status = makeSmallPrint();
@@ -109,7 +108,7 @@ void EngineSection::setStoredKey(const QString &key, const std::optional<Failure
     m_isLoaded = true;
     m_key->setStoredKey(key);
     showKeyStatus();
-    // A typed one has been tried since, and one that isn't needed isn't missed.
+    // A typed key has been saved since, and an optional one isn't missed.
     if (!m_key->wasTyped())
         showFailure(engineEntry(m_engine).requiresKey ? failure : std::nullopt);
 }

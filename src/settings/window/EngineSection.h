@@ -1,34 +1,34 @@
 #pragma once
 
+#include "Callback.h"
 #include "FormSection.h"
 #include "Result.h"
 #include "TranslationEngine.h"
 
-#include <functional>
 #include <optional>
 
 namespace lucentra {
 
 class KeyField;
 
-/// What one engine needs to know: key, model, endpoint. Main thread only.
+/// The settings of one engine: key, model, endpoint.
 class EngineSection : public FormSection
 {
 public:
     EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent = nullptr);
 
-    /// Of the engine's key; empty where it has none.
+    /// The account of the engine's key; empty if the engine has none.
     QString account() const { return engineEntry(m_engine).account; }
-    /// The field's text; empty where the engine has no key.
+    /// The field's text; empty if the engine has no key.
     QString key() const;
-    /// Fills in the stored key, unless something was typed already, and says where the keychain couldn't be asked.
-    /// Until then nothing is said of a missing one.
+    /// Fills in the stored key unless one was typed already, and shows a failure of the keychain. Before this is
+    /// called, a missing key isn't reported.
     void setStoredKey(const QString &key, const std::optional<Failure> &failure = {});
-    std::function<void(const QString &key)> onKeyTyped;
-    /// Says why the typed key couldn't be saved and what helps, or no longer.
+    Callback<const QString &> onKeyTyped;
+    /// Shows why the typed key couldn't be saved, or removes that message.
     void setSaved(const Result<void> &saved);
 
-    /// Whether all that a test needs is filled in: the key where there must be one, model and endpoint.
+    /// Whether the fields that a test needs are filled in: the key if it is mandatory, model and endpoint.
     bool isComplete() const;
 
 private:
@@ -40,7 +40,7 @@ private:
     KeyField *m_key = nullptr;
     QLabel *m_status = nullptr;
     QLabel *m_failureText = nullptr;
-    std::optional<Failure> m_failure; ///< of the keychain, the last time it was asked
+    std::optional<Failure> m_failure; ///< the last one of the keychain
     bool m_isLoaded = false;
 };
 

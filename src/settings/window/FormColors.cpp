@@ -8,7 +8,7 @@ void setTone(QLabel &label, Tone tone)
 {
     const QPalette own = QPalette();
     const bool isDark = own.color(QPalette::Window).lightness() < own.color(QPalette::WindowText).lightness();
-    // Each has a contrast of at least 4.5 to 1 on the plate.
+    // Each colour has a contrast of at least 4.5 to 1 on the plate.
     const QColor color = [&] {
         switch (tone) {
         case Tone::Quiet:

@@ -6,10 +6,10 @@ class QLabel;
 
 namespace lucentra {
 
-/// What a line of the form says: each has a colour that can be read on the palette's own background.
+/// The meaning of a line of the form. Each has a colour that is readable on the palette's background.
 enum class Tone { Quiet, Good, Warning, Bad };
 
-/// Colours a label for the application's present palette.
+/// Sets a label's colour for the application's current palette.
 void setTone(QLabel &label, Tone tone);
 
 } // namespace lucentra

@@ -13,14 +13,14 @@ namespace lucentra {
 
 namespace {
 
-constexpr int margin = 2; ///< around the text, for the frame of the focus
+constexpr int margin = 2; ///< around the text, for the focus frame
 
 } // namespace
 
 FormLink::FormLink(SettingsForm &form, const QString &textKey, std::function<QUrl()> address, QWidget *parent)
     : QPushButton(parent)
 {
-    setAutoDefault(true); // Return opens it, too
+    setAutoDefault(true); // for the Return key
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

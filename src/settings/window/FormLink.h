@@ -9,12 +9,11 @@ namespace lucentra {
 
 class SettingsForm;
 
-/// A link that the desktop opens: with the pointer, its letter, or Return or Space while it has the focus. Main thread
-/// only.
+/// A link that the desktop opens at a click, at its mnemonic, or at Return or Space while it has the focus.
 class FormLink : public QPushButton
 {
 public:
-    /// The address is asked for when the link is used.
+    /// `address` is called when the link is used.
     FormLink(SettingsForm &form, const QString &textKey, std::function<QUrl()> address, QWidget *parent = nullptr);
 
     QSize sizeHint() const override;

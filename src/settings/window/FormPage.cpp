@@ -21,7 +21,7 @@ FormPage::FormPage(QWidget *parent)
     m_sections->addStretch(1);
     content->installEventFilter(this);
     setWidget(content);
-    // The page lies on the window's own colour, as its plates expect.
+    // The plates are painted on the colour of the window.
     viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
 }

@@ -8,7 +8,7 @@ namespace lucentra {
 
 class SettingsForm;
 
-/// One tab: sections below each other, which scroll up and down where they don't fit. Never narrower than they need.
+/// One tab: a column of sections that scrolls if it is too high. Never narrower than the sections need.
 class FormPage : public QScrollArea
 {
 public:

@@ -4,11 +4,11 @@
 
 namespace lucentra {
 
-/// The rounded plate that a section's rows stand on, with a thin line between two rows. Its colours are the palette's.
+/// The rounded background of a section's rows, with a thin line between rows, in the colours of the palette.
 class FormPlate : public QFrame
 {
 public:
-    /// Name of the property, a boolean, of a row without a line above it.
+    /// The boolean property of a row that has no line above it.
     static constexpr char continuesRow[] = "continuesRow";
 
     explicit FormPlate(QWidget *parent = nullptr);

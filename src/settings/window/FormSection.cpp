@@ -31,7 +31,7 @@ constexpr int rowPadding = 9;
 constexpr int labelToControl = 16;
 constexpr int fieldWidth = 300;
 
-/// Keeps a turn of the wheel that is meant for the page from a control that the pointer happens to pass.
+/// Leaves the wheel to the page while the control under the pointer doesn't have the focus.
 class WheelGuard : public QObject
 {
 public:
@@ -206,7 +206,7 @@ QCheckBox *FormSection::addToggle(std::function<QString()> text, Binding<bool> b
         const QSignalBlocker quiet(toggle);
         toggle->setChecked(read());
     });
-    // Not the click: assistive technologies toggle without one.
+    // Not `clicked`: assistive technologies toggle without a click.
     connect(toggle, &QCheckBox::toggled, this, std::move(binding.write));
     addWidget(toggle);
     return toggle;

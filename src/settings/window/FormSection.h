@@ -19,19 +19,19 @@ class QVBoxLayout;
 
 namespace lucentra {
 
-/// One choice of a picker: the key of its text, and what is stored for it.
+/// One choice of a picker: the key of its text, and the stored value.
 struct PickerOption
 {
     QString textKey;
     QVariant value;
 };
 
-/// A titled group of rows on a plate, with footers beneath it. Every row keeps its text in the interface language and
-/// its value true to the settings; a label is its control's buddy and accessible name. Main thread only.
+/// A titled group of rows on a plate, with footers below it. Each row follows the interface language and the settings.
+/// A label is its control's buddy and accessible name.
 class FormSection : public QWidget
 {
 public:
-    /// Reads and writes what a control shows. Writing happens on the user's doing alone.
+    /// Reads and writes the value of a control. Only the user's changes are written.
     template <typename Value>
     struct Binding
     {
@@ -56,20 +56,20 @@ public:
 
     FormSection(SettingsForm &form, const QString &titleKey, QWidget *parent = nullptr);
 
-    /// The first option is also shown for a stored value that none has; it is the one in force then.
+    /// The first option is also shown for a stored value that matches none, since it is the one that applies.
     QComboBox *addPicker(const QString &labelKey, const QList<PickerOption> &options, Binding<QVariant> binding);
-    /// The text is made by the function, whenever the interface language or a setting changes.
+    /// `text` is called when the interface language or a setting changes.
     QCheckBox *addToggle(std::function<QString()> text, Binding<bool> binding);
     QCheckBox *addToggle(const QString &textKey, Binding<bool> binding);
-    /// A slider over whole steps. The label is the one that belongs to the value.
+    /// A slider with whole steps. `label` returns the label for the current value.
     QSlider *addSlider(std::function<QString()> label, int first, int last, Binding<int> binding);
     QLineEdit *addField(const QString &labelKey, Binding<QString> binding);
 
     /// A label beside a control.
     QLabel *addRow(const QString &labelKey, QWidget *control);
-    /// A row that is one widget; returns the row.
+    /// Adds a widget as a row, and returns the row.
     QWidget *addWidget(QWidget *widget);
-    /// What belongs to the row above; returns the row of its own, by which it is shown and hidden.
+    /// Adds a remark to the row above, and returns the remark's own row, which can be hidden.
     QWidget *addRemark(QWidget *remark);
     /// A paragraph as a row.
     QLabel *addParagraph(std::function<QString()> text);
@@ -84,10 +84,10 @@ private:
     QVBoxLayout *m_footers;
 };
 
-/// A label in small print that breaks its lines; the text can be selected by the pointer.
+/// Makes a label of small print with wrapped lines and selectable text.
 QLabel *makeSmallPrint(QWidget *parent = nullptr);
 
-/// Puts a text into a field unless it is there, so that the cursor stays.
+/// Sets a field's text if it differs, so that the cursor keeps its place otherwise.
 void showText(QLineEdit &field, const QString &text);
 
 } // namespace lucentra

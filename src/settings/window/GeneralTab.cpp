@@ -44,7 +44,7 @@ void GeneralTab::addSystemSection(SettingsForm &form)
                                            [&launch, form = QPointer(&form)](bool isOn) {
                                                launch.setEnabled(isOn, [form](bool) {
                                                    if (form)
-                                                       form->refreshValues(); // which asks for what is really in force
+                                                       form->refreshValues(); // shows the actual state
                                                });
                                            }});
     section->addToggle(u"失去焦點時自動隱藏玻璃板"_s, section->stored<bool>(settings::autoHide));

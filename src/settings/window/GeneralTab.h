@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// Interface language, and how the program behaves on the desktop. Main thread only.
+/// The settings of the interface language and of the behaviour on the desktop.
 class GeneralTab : public FormPage
 {
 public:

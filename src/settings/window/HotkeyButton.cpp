@@ -25,13 +25,13 @@ quint32 flagsOf(Qt::KeyboardModifiers modifiers)
     return flags;
 }
 
-/// The key as it is shown: its name, or what the layout puts there, whatever the modifiers would make of it.
+/// The displayed key: its name, or its character in the layout without modifiers.
 QString shownKey(const QKeyEvent &event, quint32 keyCode)
 {
     QString name = virtualKeyName(keyCode);
     if (!name.isEmpty())
         return name;
-    // Up to here the toolkit's numbers are Unicode's; above it they are keys without a character, dead ones among them.
+    // Qt's codes up to this one are Unicode characters; those above are keys without a character, such as dead keys.
     const auto character = char32_t(event.key());
     constexpr char32_t firstNamedKey = 0x01000000;
     if (character > U' ' && character < firstNamedKey)
@@ -48,7 +48,7 @@ HotkeyButton::HotkeyButton(const LocalizationManager &texts, Scheduler &schedule
 {
     setAutoDefault(false);
     setDefaultTitle(texts.localized(u"未設定"_s));
-    // The mouse begins at the press; this is for the keyboard.
+    // For the keyboard; the mouse starts at the press.
     connect(this, &QAbstractButton::clicked, this, [this] { startRecording(); });
 }
 
@@ -57,11 +57,11 @@ void HotkeyButton::setDefaultTitle(const QString &title)
     m_defaultTitle = title;
     if (m_isRecording)
         return;
-    // The button needn't be wider than while it records.
+    // The button is never wider than with the prompt.
     const int width = fontMetrics().horizontalAdvance(recordingPrompt());
     setText(fontMetrics()
                 .elidedText(desktopNameOfHotkey(title), Qt::ElideRight, width)
-                .replace(u'&', u"&&"_s)); // which may be a key, too
+                .replace(u'&', u"&&"_s)); // it may be the key
 }
 
 QString HotkeyButton::recordingPrompt() const
@@ -87,15 +87,13 @@ void HotkeyButton::finishRecording(const std::optional<QString> &title)
     if (!wasRecording)
         return;
     clearFocus();
-    if (onRecordingChanged)
-        onRecordingChanged(false);
+    onRecordingChanged(false);
 }
 
 void HotkeyButton::setRecording(bool recording)
 {
     m_isRecording = recording;
-    if (onRecordingChanged)
-        onRecordingChanged(recording);
+    onRecordingChanged(recording);
 }
 
 bool HotkeyButton::handleRecordingKey(const QKeyEvent &event)
@@ -113,19 +111,18 @@ bool HotkeyButton::handleRecordingKey(const QKeyEvent &event)
     const QString combination = hotkeyDisplayString(flags, shownKey(event, *keyCode));
     if (combination.isEmpty())
         return true;
-    if (onHotkeyChanged)
-        onHotkeyChanged(flags, *keyCode, combination);
+    onHotkeyChanged(flags, *keyCode, combination);
     finishRecording(combination);
     return true;
 }
 
 bool HotkeyButton::event(QEvent *event)
 {
-    // Here rather than in the handler of keys, which doesn't get those that move the focus.
+    // keyPressEvent doesn't get the keys that move the focus.
     if (event->type() == QEvent::KeyPress && handleRecordingKey(*static_cast<QKeyEvent *>(event)))
         return true;
     if (event->type() == QEvent::ShortcutOverride && m_isRecording) {
-        event->accept(); // no shortcut: the key is what is recorded
+        event->accept(); // the key is recorded instead of triggering a shortcut
         return true;
     }
     return QPushButton::event(event);

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Callback.h"
 #include "Scheduler.h"
 
 #include <QPushButton>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -12,30 +12,28 @@ namespace lucentra {
 
 class LocalizationManager;
 
-/// A button that records a combination of keys: a click begins, the next combination ends it. Return, Escape and the
-/// loss of the focus end it without a change. Keys need no modifier; modifiers alone are no combination. Main thread
-/// only.
+/// A button that records a key combination. A click starts recording, the next combination ends it. Return, Escape and
+/// the loss of the focus end it without a change. A key needs no modifiers; modifiers alone are not a combination.
 class HotkeyButton : public QPushButton
 {
 public:
-    /// How long the window may be without the focus while a combination is recorded. A window manager that looks at a
-    /// key first takes the focus away for a moment.
+    /// How long the window may lose the focus without ending a recording. A window manager that handles a key first
+    /// takes the focus for a moment.
     static constexpr std::chrono::milliseconds focusPatience{500};
 
-    /// What is referred to must outlive the button.
     HotkeyButton(const LocalizationManager &texts, Scheduler &scheduler, QWidget *parent = nullptr);
 
-    /// Takes modifier flags and the virtual key code (VirtualKeys.h), and the combination as it is shown.
-    std::function<void(quint32 flags, quint32 keyCode, const QString &combination)> onHotkeyChanged;
-    /// Recording has begun or ended. Meanwhile the program's own hotkeys must be let go, or they couldn't be recorded.
-    std::function<void(bool isRecording)> onRecordingChanged;
+    /// Gets the modifier flags, the virtual key code (VirtualKeys.h) and the displayed combination.
+    Callback<quint32, quint32, const QString &> onHotkeyChanged;
+    /// Gets whether a recording has started or ended. During a recording the program's hotkeys must be unregistered,
+    /// otherwise they couldn't be recorded.
+    Callback<bool> onRecordingChanged;
 
     bool isRecording() const { return m_isRecording; }
-    /// What the button shows while it doesn't record, as this desktop writes a combination, and elided where it is
-    /// longer than the prompt of a recording.
+    /// The text outside a recording: a combination as this desktop writes it, elided if it is longer than the prompt.
     QString defaultTitle() const { return m_defaultTitle; }
     void setDefaultTitle(const QString &title);
-    /// Ends a recording; a given title becomes the default one.
+    /// Ends a recording. A given title becomes the default title.
     void finishRecording(const std::optional<QString> &title = std::nullopt);
 
 protected:

@@ -6,16 +6,14 @@ namespace lucentra {
 
 class SettingsStore;
 
-/// The button that records the hotkey of the settings: it shows the stored combination, and stores a recorded one,
-/// which the program then registers at once ("UpdateGlobalHotkey"). Main thread only.
+/// The button that shows the stored hotkey and stores a recorded one, which announces "UpdateGlobalHotkey".
 class HotkeyRow : public HotkeyButton
 {
 public:
-    /// What is referred to must outlive the button.
     HotkeyRow(SettingsStore &settings, const LocalizationManager &texts, Scheduler &scheduler,
               QWidget *parent = nullptr);
 
-    /// Shows what is stored by now, unless a combination is being recorded.
+    /// Updates the shown combination unless one is being recorded.
     void showStored();
 
 private:

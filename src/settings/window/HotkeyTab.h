@@ -9,7 +9,7 @@ namespace lucentra {
 class FormSection;
 class HotkeyRow;
 
-/// The recorder of the hotkey that shows and hides the pane, and the fixed one. Main thread only.
+/// The recorder of the hotkey that shows and hides the pane, and the fixed hotkey.
 class HotkeyTab : public FormPage
 {
 public:

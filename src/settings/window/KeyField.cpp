@@ -2,7 +2,7 @@
 
 #include "SecretEdit.h"
 #include "SettingsForm.h"
-#include "TintedSymbol.h"
+#include "Symbol.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -23,15 +23,14 @@ KeyField::KeyField(SettingsForm &form, QWidget *parent)
     layout->setSpacing(4);
     layout->addWidget(m_field, 1);
     layout->addWidget(m_show);
-    constexpr int fieldWidth = 300; // the button included
+    constexpr int fieldWidth = 300; // including the button
     setMinimumWidth(fieldWidth);
     setFocusProxy(m_field);
     m_show->setCheckable(true);
     m_show->setAutoRaise(true);
     connect(m_field, &QLineEdit::textEdited, this, [this](const QString &text) {
         m_wasTyped = true;
-        if (onTyped)
-            onTyped(text);
+        onTyped(text);
     });
     connect(m_show, &QToolButton::toggled, this, &KeyField::showInClear);
     form.keepText([this] { labelButton(); });
@@ -60,7 +59,8 @@ void KeyField::labelButton()
     const QString name = m_form.text(m_show->isChecked() ? u"隱藏 API Key"_s : u"顯示 API Key"_s);
     m_show->setAccessibleName(name);
     m_show->setToolTip(name);
-    m_show->setIcon(tintedSymbol(m_show->isChecked() ? u"eye-crossed"_s : u"eye"_s, palette()));
+    m_show->setIcon(symbolIcon(m_show->isChecked() ? u"eye-crossed"_s : u"eye"_s,
+                               palette().color(QPalette::Active, QPalette::ButtonText)));
 }
 
 } // namespace lucentra

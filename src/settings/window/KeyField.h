@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QWidget>
+#include "Callback.h"
 
-#include <functional>
+#include <QWidget>
 
 class QToolButton;
 
@@ -11,7 +11,7 @@ namespace lucentra {
 class SecretEdit;
 class SettingsForm;
 
-/// A field for a secret with a button that shows it in clear. Main thread only.
+/// A field for a secret, with a button that shows it in clear.
 class KeyField : public QWidget
 {
 public:
@@ -21,7 +21,7 @@ public:
     /// Fills in a stored key, unless something was typed already.
     void setStoredKey(const QString &key);
     bool wasTyped() const { return m_wasTyped; }
-    std::function<void(const QString &key)> onTyped;
+    Callback<const QString &> onTyped;
 
 private:
     void showInClear(bool inClear);

@@ -20,7 +20,7 @@ using Letters = QSet<QChar>;
 
 namespace {
 
-/// Alt with this letter is the hotkey that shows and hides the pane, unless the user sets another one.
+/// By default, Alt and this letter are the hotkey that shows and hides the pane.
 constexpr QChar hotkeyLetter = u'T';
 
 constexpr auto textProperty = "mnemonicText";
@@ -31,7 +31,7 @@ bool isLetter(QChar character)
     return (character >= u'A' && character <= u'Z') || (character >= u'a' && character <= u'z');
 }
 
-/// Where the letters of a text are that can lead to a control, those that begin a word first.
+/// The positions of the letters that can be a mnemonic, first those at the beginning of a word.
 QList<qsizetype> letterPlaces(const QString &text)
 {
     QList<qsizetype> beginnings;
@@ -99,8 +99,8 @@ bool isShownOn(const QWidget &page, const QWidget *widget)
     return true;
 }
 
-/// Gives the control one of its own text's letters. If none is free, another control changes to another of its own.
-/// `tried` are the letters that can't be had. Returns false if that is impossible.
+/// Assigns a letter of its own text to the control. If none is free, another control changes to another of its letters.
+/// `tried` contains the letters that can't be used. Returns false if that is impossible.
 bool findOwnLetter(qsizetype control, const QStringList &texts, QHash<QChar, qsizetype> &owners, Letters &tried)
 {
     const auto places = letterPlaces(texts[control]);

@@ -10,7 +10,7 @@ class QWidget;
 namespace lucentra {
 
 // The letters that reach a form's controls together with Alt: one of the text's own, or, in scripts without such
-// letters, one in brackets behind it. A screen reader gets the text without. Main thread only.
+// letters, one in brackets behind it. A screen reader gets the text without.
 
 /// Gives a label or a button its text, with the letter that it has by now.
 void setMnemonicText(QWidget &widget, const QString &text);

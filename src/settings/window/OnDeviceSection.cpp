@@ -21,16 +21,16 @@ namespace {
 
 constexpr std::chrono::seconds lookInterval{3};
 
-/// A language as its own speakers call it.
+/// The name of a language in that language.
 QString ownName(const QString &code)
 {
     if (code == u"en")
-        return u"English"_s; // not that of one country
+        return u"English"_s; // without a country
     const QString name = QLocale(code).nativeLanguageName();
     return name.isEmpty() ? code : name;
 }
 
-/// One line a source language: "English → 日本語, 한국어".
+/// One line per source language: "English → 日本語, 한국어".
 QStringList pairLines(const QList<LanguagePair> &pairs)
 {
     QMap<QString, QStringList> targets;
@@ -90,13 +90,10 @@ OnDeviceSection::OnDeviceSection(SettingsForm &form, QWidget *parent)
 void OnDeviceSection::refresh()
 {
     const SettingsServices &services = form().services();
-    m_worker.start([self = QPointer(this), &mainQueue = services.mainQueue, status = services.onDeviceStatus] {
-        auto found = status();
-        mainQueue.post([self, found = std::move(found)] {
-            if (self)
-                self->take(found);
+    m_worker.start(
+        [this, self = QPointer<QObject>(this), &mainQueue = services.mainQueue, status = services.onDeviceStatus] {
+            mainQueue.post(self, [this, found = status()] { take(found); });
         });
-    });
 }
 
 void OnDeviceSection::take(const QList<OnDeviceServiceStatus> &services)
@@ -107,7 +104,7 @@ void OnDeviceSection::take(const QList<OnDeviceServiceStatus> &services)
     m_nextLook.reset();
     const bool isEmpty = std::all_of(services.begin(), services.end(),
                                      [](const OnDeviceServiceStatus &service) { return service.pairs.isEmpty(); });
-    if (isEmpty && !isHidden()) // the memory of phrases may still be built
+    if (isEmpty && !isHidden()) // the phrases may still be collected
         m_nextLook = form().services().scheduler.after(lookInterval, [this] { refresh(); });
 }
 

@@ -10,7 +10,7 @@
 
 namespace lucentra {
 
-/// What this machine can translate by itself. Looked up on a worker, each time it is asked for. Main thread only.
+/// What this machine can translate by itself. Looked up on a worker, each time it is asked for.
 class OnDeviceSection : public FormSection
 {
 public:

@@ -14,21 +14,21 @@ namespace lucentra {
 
 namespace {
 
-constexpr int horizontalMargin = 2; ///< as in every field
+constexpr int horizontalMargin = 2; ///< as in QLineEdit
 
-/// While it exists, what is told of the changes of secrets' fields is dots; the toolkit itself tells the letters, in
-/// every echo mode. Made only while a field may change: what others tell passes it on a way around.
-class Discretion
+/// Replaces the letters by dots in the accessibility events of secret fields, since the toolkit reports the letters in
+/// every echo mode. Installed only while such a field may change, because all other events take a detour then.
+class SecretFieldAccessibility
 {
 public:
-    static void begin() { QAccessible::installUpdateHandler(&tell); }
+    static void begin() { QAccessible::installUpdateHandler(&handle); }
     static void end() { QAccessible::installUpdateHandler(nullptr); }
 
 private:
-    static void tell(QAccessibleEvent *event)
+    static void handle(QAccessibleEvent *event)
     {
         if (event->type() == QAccessible::TableModelChanged)
-            return; // has had its effect, and would have it twice
+            return; // it has been handled already
         if (!dynamic_cast<SecretEdit *>(event->object())) {
             passOn(event);
             return;
@@ -36,17 +36,17 @@ private:
         QObject *field = event->object();
         if (event->type() == QAccessible::TextInserted) {
             const auto *inserted = static_cast<QAccessibleTextInsertEvent *>(event);
-            QAccessibleTextInsertEvent told(field, inserted->changePosition(), dots(inserted->textInserted()));
-            passOn(&told);
+            QAccessibleTextInsertEvent masked(field, inserted->changePosition(), dots(inserted->textInserted()));
+            passOn(&masked);
         } else if (event->type() == QAccessible::TextRemoved) {
             const auto *removed = static_cast<QAccessibleTextRemoveEvent *>(event);
-            QAccessibleTextRemoveEvent told(field, removed->changePosition(), dots(removed->textRemoved()));
-            passOn(&told);
+            QAccessibleTextRemoveEvent masked(field, removed->changePosition(), dots(removed->textRemoved()));
+            passOn(&masked);
         } else if (event->type() == QAccessible::TextUpdated) {
             const auto *updated = static_cast<QAccessibleTextUpdateEvent *>(event);
-            QAccessibleTextUpdateEvent told(field, updated->changePosition(), dots(updated->textRemoved()),
-                                            dots(updated->textInserted()));
-            passOn(&told);
+            QAccessibleTextUpdateEvent masked(field, updated->changePosition(), dots(updated->textRemoved()),
+                                              dots(updated->textInserted()));
+            passOn(&masked);
         } else if (event->type() != QAccessible::ValueChanged) {
             passOn(event);
         }
@@ -66,7 +66,7 @@ SecretEdit::SecretEdit(QWidget *parent)
     : QLineEdit(parent)
 {
     setEchoMode(Password);
-    setAcceptDrops(false); // would come while another has the focus
+    setAcceptDrops(false); // a drop would change the field without the focus
     setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
     connect(this, &QLineEdit::selectionChanged, this, [this] {
         if (m_isInClear)
@@ -78,28 +78,28 @@ SecretEdit::SecretEdit(QWidget *parent)
 SecretEdit::~SecretEdit()
 {
     if (hasFocus())
-        Discretion::end();
+        SecretFieldAccessibility::end();
 }
 
 void SecretEdit::setSecret(const QString &secret)
 {
-    Discretion::begin();
+    SecretFieldAccessibility::begin();
     setText(secret);
     if (!hasFocus())
-        Discretion::end();
+        SecretFieldAccessibility::end();
 }
 
 void SecretEdit::focusInEvent(QFocusEvent *event)
 {
-    Discretion::begin();
+    SecretFieldAccessibility::begin();
     QLineEdit::focusInEvent(event);
 }
 
 void SecretEdit::focusOutEvent(QFocusEvent *event)
 {
     QLineEdit::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason) // the menu that pastes
-        Discretion::end();
+    if (event->reason() != Qt::PopupFocusReason) // the context menu, which can paste
+        SecretFieldAccessibility::end();
 }
 
 void SecretEdit::showInClear(bool inClear)
@@ -126,7 +126,7 @@ void SecretEdit::layOut(QTextLayout &layout) const
     layout.endLayout();
 }
 
-/// How far the text is moved to the left, so that the cursor is seen.
+/// How far the text is scrolled to the left to show the cursor.
 qreal SecretEdit::offset(const QTextLayout &layout) const
 {
     const QTextLine line = layout.lineAt(0);
@@ -157,7 +157,7 @@ void SecretEdit::paintEvent(QPaintEvent *event)
                           style()->pixelMetric(QStyle::PM_TextCursorWidth, &panel, this));
 }
 
-/// The places of the dots, which the field itself knows, are not those of the letters.
+/// QLineEdit would use the positions of the dots instead of the letters.
 void SecretEdit::mousePressEvent(QMouseEvent *event)
 {
     if (!m_isInClear || event->button() != Qt::LeftButton) {

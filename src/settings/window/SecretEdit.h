@@ -8,7 +8,7 @@ namespace lucentra {
 
 /// A field for a secret that can be shown in clear. It is shown by painting alone: for whatever asks the field, such as
 /// a screen reader, it holds dots at all times, and dots are what is told of its changes. While it is shown nothing of
-/// it can be selected, for what is selected would be on the clipboard of selections. Main thread only.
+/// it can be selected, for what is selected would be on the clipboard of selections.
 class SecretEdit : public QLineEdit
 {
 public:

@@ -36,16 +36,14 @@ void SettingsForm::refreshTexts()
 {
     for (const auto &apply : m_texts)
         apply();
-    if (onRefreshed)
-        onRefreshed();
+    onRefreshed();
 }
 
 void SettingsForm::refreshValues()
 {
     for (const auto &apply : m_values)
         apply();
-    if (onRefreshed)
-        onRefreshed();
+    onRefreshed();
 }
 
 } // namespace lucentra

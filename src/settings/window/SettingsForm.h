@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "SettingsServices.h"
 
 #include <QObject>
@@ -9,9 +10,8 @@
 
 namespace lucentra {
 
-/// What all parts of the settings form have in common: the services, and how a control stays true. Texts are set anew
-/// when the interface language changes; values are read anew when anything of the settings changes, wherever it was
-/// changed. Main thread only.
+/// The services that all parts of the settings form share, and the updates of their controls: of texts after a change
+/// of the interface language, of values after a change of any setting, whoever made it.
 class SettingsForm : public QObject
 {
 public:
@@ -22,19 +22,19 @@ public:
     /// The text for a key in the interface language.
     QString text(const QString &key) const;
 
-    /// Calls now, and again after each change of the interface language or of the palette. What the function touches
+    /// Calls `apply` now and after each change of the interface language or of the palette. The objects that it uses
     /// must live as long as the form.
     void keepText(std::function<void()> apply);
-    /// Calls now, and again after each change of a setting.
+    /// Calls `apply` now and after each change of a setting.
     void keepValue(std::function<void()> apply);
 
-    /// Sets every text anew, and what goes by the palette with it.
+    /// Updates all texts, and what depends on the palette.
     void refreshTexts();
-    /// Reads every value anew.
+    /// Updates all values.
     void refreshValues();
 
-    /// Called after either, and after a change of what is shown.
-    std::function<void()> onRefreshed;
+    /// Called after both, and after a change of what is shown.
+    Callback<> onRefreshed;
 
 private:
     const SettingsServices &m_services;

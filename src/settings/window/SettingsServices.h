@@ -20,8 +20,7 @@ class MainQueue;
 class Scheduler;
 class SettingsStore;
 
-/// What the settings window stands on. Everything that is referred to outlives the window. The functions are called on
-/// the main thread but for `onDeviceStatus`.
+/// The services of the settings window. All functions except `onDeviceStatus` are called on the main thread.
 struct SettingsServices
 {
     SettingsStore &settings;
@@ -31,21 +30,21 @@ struct SettingsServices
     const KeychainStore &keychain;
     LaunchAtLogin &launchAtLogin;
 
-    /// Sends a short sentence the way a pass does; completes once, on the main thread.
+    /// Sends a short sentence like a pass does. Completes once, on the main thread.
     std::function<void(std::function<void(Result<QString>)> completion)> testConnection;
-    /// What translates on this machine. Called on a worker, for it may block.
+    /// The translators on this machine. Called on a worker, since it may block.
     std::function<QList<OnDeviceServiceStatus>()> onDeviceStatus;
-    /// Brings a changed "showInDock" into force.
+    /// Applies a changed "showInDock".
     std::function<void(bool showInDock)> applyDockPresence;
-    /// A combination is being recorded, or no longer: meanwhile the program's own hotkeys must be let go.
+    /// Unregisters the program's hotkeys during a recording, and registers them again after it.
     std::function<void(bool isRecording)> hotkeyRecordingChanged;
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
     std::function<void(QMenuBar &bar)> fillMenuBar;
-    /// Where the pane lies on the screen, in points; empty while it is hidden. It floats above every window.
+    /// The pane's place on the screen in points, above all other windows; empty while it is hidden.
     std::function<QRect()> paneFrame;
 
-    QString pagesFolder; ///< where the pages lie that ship with the program
+    QString pagesFolder; ///< of the pages that ship with the program
     QIcon applicationIcon;
     QString version; ///< with its build number
 };

@@ -5,7 +5,7 @@
 #include "GeneralTab.h"
 #include "HotkeyTab.h"
 #include "Mnemonics.h"
-#include "TintedSymbol.h"
+#include "Symbol.h"
 #include "TranslationTab.h"
 
 #include <QEvent>
@@ -22,24 +22,24 @@ SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWid
     , m_form(services)
 {
     setDocumentMode(true);
-    setUsesScrollButtons(false); // the window is as wide as all its tabs
+    setUsesScrollButtons(false); // the window is wide enough for all tabs
     setIconSize(QSize(20, 20));
     addPage(new GeneralTab(m_form), u"一般"_s, u"gearshape"_s);
     addPage(new TranslationTab(m_form, keys), u"翻譯"_s, u"book"_s);
     addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
     addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);
     addPage(new AboutTab(m_form), u"關於"_s, u"info"_s);
-    tabBar()->lower(); // it lies above the page, so a screen reader comes to it first
+    tabBar()->lower(); // so that a screen reader reads it before the page
     m_form.onRefreshed = [this] { assignLetters(); };
+    showSymbols();
     assignLetters();
 }
 
 void SettingsView::addPage(QWidget *page, const QString &titleKey, const QString &symbol)
 {
-    const int index = addTab(page, tintedSymbol(symbol, palette()), QString());
+    addTab(page, m_form.text(titleKey)); // without its letter for now
     m_symbols.append(symbol);
     m_titles.append(titleKey);
-    setTabText(index, m_form.text(titleKey)); // until it has its letter
 }
 
 void SettingsView::assignLetters()
@@ -67,7 +67,7 @@ void SettingsView::changeEvent(QEvent *event)
 void SettingsView::showSymbols()
 {
     for (int i = 0; i < m_symbols.size(); ++i)
-        setTabIcon(i, tintedSymbol(m_symbols[i], palette()));
+        setTabIcon(i, symbolIcon(m_symbols[i], palette().color(QPalette::Active, QPalette::ButtonText)));
 }
 
 } // namespace lucentra

@@ -8,15 +8,13 @@ namespace lucentra {
 
 class APIKeys;
 
-/// The settings form: five tabs over the settings. Every control writes what it stands for at once, and shows at once
-/// what was changed elsewhere. What it shows comes from the stores when it is made. Main thread only.
+/// The settings form: five tabs. Every control writes its setting at once, and follows changes made elsewhere.
 class SettingsView : public QTabWidget
 {
 public:
-    /// The keys outlive the view.
     SettingsView(const SettingsServices &services, APIKeys &keys, QWidget *parent = nullptr);
 
-    /// Reads every value anew.
+    /// Updates all values.
     void refresh();
 
 protected:
@@ -28,8 +26,8 @@ private:
     void assignLetters();
 
     SettingsForm m_form;
-    QStringList m_symbols; ///< a tab each
-    QStringList m_titles;  ///< the keys of their texts
+    QStringList m_symbols; ///< one per tab
+    QStringList m_titles;  ///< text keys, one per tab
 };
 
 } // namespace lucentra

@@ -19,14 +19,14 @@ namespace lucentra {
 
 namespace {
 
-/// Of the form, where no language needs more.
+/// The size of the form unless a language needs more.
 constexpr QSize formSize(520, 440);
 
-/// The middle of the screen, or where the pane covers less of the window, beside it.
+/// The middle of the screen, or a place beside the pane if the pane covers less of the window there.
 QPoint uncoveredPlace(const QSize &size, const QRect &screen, const QRect &pane)
 {
     constexpr int gap = 16;
-    constexpr int titleBar = 36; // which the window manager adds on top
+    constexpr int titleBar = 36; // added by the window manager
     QRect middle(QPoint(), size);
     middle.moveCenter(screen.center());
     const auto within = [&](int x, int y) {

@@ -14,7 +14,7 @@ namespace lucentra {
 class SettingsView;
 
 /// The settings window. It stays when it is closed, but its form goes, and with it the keys that it showed; the next
-/// time it is shown the form is made anew from what is stored. Main thread only.
+/// time it is shown the form is made anew from what is stored.
 class SettingsWindowController : public QObject
 {
 public:

@@ -122,7 +122,7 @@ void TranslationTab::loadKeys()
 void TranslationTab::showSelectedEngine()
 {
     const auto selected = translationEngine(m_form.services().settings.read(settings::translationEngine))
-                              .value_or(TranslationEngine::apple); // as the manager translates
+                              .value_or(TranslationEngine::apple); // as in the translation manager
     if (selected != m_shown) {
         m_shown = selected;
         m_onDevice->setVisible(selected == TranslationEngine::apple);

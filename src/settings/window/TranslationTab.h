@@ -14,11 +14,10 @@ class ConsentSection;
 class EngineSection;
 class OnDeviceSection;
 
-/// Engine and languages, how a translation is started, and what the selected engine needs. Main thread only.
+/// Engine and languages, how a translation is started, and the settings of the selected engine.
 class TranslationTab : public FormPage
 {
 public:
-    /// The keys outlive the tab.
     TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent = nullptr);
 
 private:
@@ -31,11 +30,11 @@ private:
 
     SettingsForm &m_form;
     APIKeys &m_keys;
-    std::array<EngineSection *, 8> m_engines{};   ///< by number; each belongs to the page
-    std::array<ConsentSection *, 8> m_consents{}; ///< likewise; none for the on-device engine
+    std::array<EngineSection *, 8> m_engines{};   ///< by engine number
+    std::array<ConsentSection *, 8> m_consents{}; ///< by engine number; null for the on-device engine
     OnDeviceSection *m_onDevice = nullptr;
     ConnectionSection *m_connection = nullptr;
-    std::optional<TranslationEngine> m_shown; ///< nothing until the first time
+    std::optional<TranslationEngine> m_shown; ///< nullopt at first
 };
 
 } // namespace lucentra

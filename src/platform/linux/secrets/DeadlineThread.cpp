@@ -51,7 +51,7 @@ void DeadlineThread::run()
             m_tasks.pop_front();
             m_current = task;
         }
-        // Signals since the last call, of which the next one may want to know.
+        // Handles signals that have arrived since the last call.
         while (g_main_context_iteration(context, FALSE)) {
         }
         if (!g_cancellable_is_cancelled(task->cancellable.get()))

@@ -22,7 +22,7 @@ struct VariantRelease
 };
 using VariantPointer = std::unique_ptr<GVariant, VariantRelease>;
 
-/// Null where the call failed.
+/// Returns null if the call failed.
 VariantPointer callBus(GDBusConnection *bus, const char *name, const char *path, const char *interface,
                        const char *method, GVariant *arguments, GCancellable *cancel)
 {
@@ -31,7 +31,7 @@ VariantPointer callBus(GDBusConnection *bus, const char *name, const char *path,
                                                       nullptr));
 }
 
-/// The unique bus name of the running service; empty where none runs.
+/// The unique bus name of the running service; empty if none runs.
 QByteArray ownerOfService(GDBusConnection *bus, GCancellable *cancel)
 {
     const auto answer = callBus(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
@@ -63,7 +63,7 @@ VariantPointer requestDefaultKeyring(GDBusConnection *bus, GCancellable *cancel)
 
 } // namespace
 
-/// A prompt that was started, and how it ended.
+/// A prompt that was started, and its result.
 struct KeyringPrompt::Shown
 {
     Shown(GDBusConnection *ofBus, QByteArray ofOwner, const QByteArray &path, Clock clock)
@@ -120,7 +120,7 @@ void KeyringPrompt::ask(GDBusConnection *bus, const KeyringRequest &request, GCa
         return;
     const char *prompt = nullptr;
     g_variant_get_child(answer.get(), 1, "&o", &prompt);
-    if (qstrcmp(prompt, "/") != 0) // otherwise it was done without asking
+    if (qstrcmp(prompt, "/") != 0) // otherwise no prompt was necessary
         show(bus, owner, prompt, cancel);
 }
 

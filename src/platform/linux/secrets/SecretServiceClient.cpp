@@ -13,7 +13,7 @@ namespace lucentra {
 
 namespace {
 
-// The attributes alone identify an item, so that one that another tool has stored under them is found as well.
+// Only the attributes identify an item, so that items stored by other tools are found as well.
 const SecretSchema itemSchema{"com.tarnby.lucentra.Secret",
                               SECRET_SCHEMA_DONT_MATCH_NAME,
                               {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING},
@@ -58,7 +58,7 @@ Attributes attributesOf(const QString &service, const std::optional<QString> &ac
     return attributes;
 }
 
-/// Nobody on the bus is the service, nor could be started as it.
+/// Whether the service isn't on the bus and can't be started.
 bool isWithoutService(const GError *error)
 {
     return error->domain == G_DBUS_ERROR &&
@@ -67,7 +67,7 @@ bool isWithoutService(const GError *error)
             error->code == G_DBUS_ERROR_SPAWN_EXEC_FAILED);
 }
 
-/// Takes the error over.
+/// Takes ownership of the error.
 Failure failureOf(GError *error)
 {
     if (isWithoutService(error)) {
@@ -103,17 +103,17 @@ QByteArray pathOf(gpointer proxy)
     return g_dbus_proxy_get_object_path(static_cast<GDBusProxy *>(proxy));
 }
 
-/// GLib would start a bus of its own where none is known; no keyring would ever be on that.
+/// Without an address GLib would start a new bus, which has no keyring.
 bool hasSessionBus()
 {
     return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
            QFile::exists(QFile::decodeName(g_get_user_runtime_dir()) + u"/bus"_s);
 }
 
-/// The process's connection to the session bus; null, with an error, where there is none.
+/// The process's connection to the session bus, or null and an error.
 GObjectPointer<GDBusConnection> sessionBus(GCancellable *cancel, GError **error)
 {
-    // A connection that was closed is handed out for as long as anybody, GLib's own thread included, still holds it.
+    // GLib returns a closed connection as long as anybody, even its own thread, still holds it.
     for (int attempts = 20;; --attempts) {
         GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, cancel, error));
         if (!bus || attempts == 0 || !g_dbus_connection_is_closed(bus.get()))
@@ -123,7 +123,7 @@ GObjectPointer<GDBusConnection> sessionBus(GCancellable *cancel, GError **error)
     }
 }
 
-/// The unique bus name of the service behind a proxy; empty where it has gone.
+/// The unique bus name of a proxy's service; empty if it has ended.
 QByteArray ownerOf(SecretService *service)
 {
     const std::unique_ptr<char, decltype(&g_free)> owner(
@@ -188,7 +188,7 @@ Result<void> SecretServiceClient::store(const QString &service, const QString &a
 Result<void> SecretServiceClient::remove(const QString &service, const QString &account, GCancellable *cancel)
 {
     return withSession<Result<void>>(cancel, [&]() -> Result<void> {
-        // Clearing would wait for the user where something is locked.
+        // Clearing would wait for the user if something is locked.
         if (const auto found = searchInSession(service, account, false, cancel); !found)
             return tl::unexpected(found.error());
         GError *error = nullptr;
@@ -205,8 +205,8 @@ void SecretServiceClient::askUser(GCancellable *cancel)
         m_prompt.ask(m_bus.get(), *request, cancel);
 }
 
-/// Makes the call in the kept session, and once more in a new one where the kept one, or a bus that has just ended, may
-/// have been the reason.
+/// Makes the call in the existing session, and repeats it in a new one if the session or a bus that has just ended may
+/// be the reason of a failure.
 template <typename Answer>
 Answer SecretServiceClient::withSession(GCancellable *cancel, const std::function<Answer()> &call)
 {
@@ -216,7 +216,7 @@ Answer SecretServiceClient::withSession(GCancellable *cancel, const std::functio
         Answer answer = opened ? call() : Answer(tl::unexpected(opened.error()));
         if (answer || m_request)
             return answer;
-        // GLib hands a connection out until it has noticed that the other side is gone.
+        // GLib returns a connection until it has noticed that the other side is gone.
         const bool hasBusEnded = m_bus && g_dbus_connection_is_closed(m_bus.get());
         close();
         if (isSecondAttempt || !(isKept || hasBusEnded) || g_cancellable_is_cancelled(cancel))
@@ -239,7 +239,7 @@ Result<void> SecretServiceClient::open(GCancellable *cancel)
     m_bus = sessionBus(cancel, &error);
     if (!m_bus)
         return tl::unexpected(failureOf(error));
-    g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE); // the end of the bus would be the end of the program
+    g_dbus_connection_set_exit_on_close(m_bus.get(), FALSE); // otherwise the end of the bus would end the program
     m_service.reset(
         secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_OPEN_SESSION, cancel, &error));
     if (!m_service)
@@ -290,14 +290,14 @@ SecretServiceClient::SearchAnswer SecretServiceClient::searchInSession(const QSt
     if (!locked.isEmpty())
         return tl::unexpected(needUser(SecretStorageProblem::Locked, locked.values()));
     if (!account || secrets.isEmpty()) {
-        // Some services don't even tell what a locked keyring holds.
+        // Some services don't list the items of a locked keyring.
         if (auto usable = checkDefaultKeyring(false, cancel); !usable)
             return tl::unexpected(usable.error());
     }
     return secrets;
 }
 
-/// Fails where the default keyring is locked, or, where it must exist, missing.
+/// Fails if the default keyring is locked, or if it is missing although it must exist.
 Result<void> SecretServiceClient::checkDefaultKeyring(bool mustExist, GCancellable *cancel)
 {
     GError *error = nullptr;

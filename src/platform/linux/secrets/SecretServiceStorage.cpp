@@ -25,7 +25,7 @@ struct SecretServiceStorage::Worker
     {
     }
 
-    /// Makes one call of the client, which it passes to the function together with the call's cancellable.
+    /// Calls the function with the client and the call's cancellable.
     template <typename Answer>
     Answer call(std::function<Answer(SecretServiceClient &, GCancellable *)> function)
     {
@@ -53,7 +53,7 @@ struct SecretServiceStorage::Worker
     const Clock clock;
     std::mutex mutex;
     std::chrono::steady_clock::time_point silentUntil; // guarded by mutex
-    std::unique_ptr<SecretServiceClient> client;       // the thread's alone
+    std::unique_ptr<SecretServiceClient> client;       // used by the thread only
     DeadlineThread thread{[this] { client.reset(); }};
 };
 
