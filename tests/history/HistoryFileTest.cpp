@@ -1,20 +1,16 @@
 #include "HistoryFile.h"
 #include "Columns.h"
-#include "PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -109,21 +105,6 @@ private Q_SLOTS:
             QVERIFY(!items.error().description.isEmpty() && !items.error().description.contains(sampleId));
     }
 
-    void fileIsPrivateAndReplacedWhole()
-    {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"history.json"_s);
-        QFile old(path);
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        old.write(QByteArray(100000, 'x'));
-        old.close();
-        old.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-        QVERIFY(writeHistoryFile(path, {sample()}));
-        QCOMPARE(QFile::permissions(path), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
-        QCOMPARE(readHistoryFile(path)->items, QList<HistoryItem>{sample()});
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
-    }
-
     void hugeFilesAreReadInPart_data()
     {
         columns<QByteArray, QByteArray, bool>("start", "repeated", "readable");
@@ -153,71 +134,6 @@ private Q_SLOTS:
         const auto read = readHistoryFile(file.fileName());
         setrlimit(RLIMIT_DATA, &before);
         QTEST(read && read->items.size() == 1 && !read->isWhole, "readable");
-    }
-
-    void unreadableFilesStayBeside()
-    {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"history.json"_s);
-        for (const QByteArray &content : {QByteArray("first"), QByteArray("second")}) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(content);
-            file.close();
-            QVERIFY(keepAside(path));
-            QTest::qWait(2); // the names carry milliseconds
-        }
-        QVERIFY(keepAside(path)); // nothing is there any more
-        removeUnfinishedCopies(path);
-        const QStringList kept = QDir(folder.path()).entryList(QDir::Files, QDir::Name);
-        QCOMPARE(kept.size(), 2);
-        for (const QString &name : kept) {
-            QVERIFY(name.startsWith(u"history.unreadable-2"_s) && name.endsWith(u"Z.json"_s));
-            QCOMPARE(QFile::permissions(folder.filePath(name)) & QFile::ReadOther, QFile::Permissions());
-        }
-        QFile first(folder.filePath(kept.first()));
-        QVERIFY(first.open(QIODevice::ReadOnly));
-        QCOMPARE(first.readAll(), QByteArray("first"));
-    }
-
-    /// A process that does nothing but replace the file is killed again and again.
-    void killedAtAnyMoment()
-    {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"history.json"_s);
-        QList<QList<HistoryItem>> versions(2);
-        for (int i = 0; i < 400; ++i)
-            versions[0].append(newHistoryItem(u"a"_s.repeated(500), QString::number(i)));
-        versions[1] = versions[0].mid(0, 30);
-        QVERIFY(writeHistoryFile(path, versions[0]));
-        const QList<QByteArray> contents{encodeHistory(versions[0]), encodeHistory(versions[1])};
-        QList<int> seen{0, 0};
-        for (int round = 0; round < 300; ++round) {
-            int begun[2];
-            QVERIFY(pipe(begun) == 0);
-            const pid_t writer = fork();
-            if (writer == 0) {
-                for (int i = 0;; ++i) {
-                    (void)writePrivateFile(path, contents[i % 2]);
-                    if (i == 1)
-                        close(begun[1]);
-                }
-            }
-            close(begun[1]);
-            char nothing = 0;
-            QVERIFY(read(begun[0], &nothing, 1) == 0); // returns when the writer is under way
-            close(begun[0]);
-            usleep(useconds_t(QRandomGenerator::global()->bounded(3000)));
-            QVERIFY(kill(writer, SIGKILL) == 0 && waitpid(writer, nullptr, 0) == writer);
-            const auto content = readHistoryFile(path);
-            QVERIFY2(content, content ? "" : qPrintable(content.error().description));
-            const auto version = versions.indexOf(content->items);
-            QVERIFY(version >= 0);
-            ++seen[version];
-            removeUnfinishedCopies(path);
-            QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_s});
-        }
-        QVERIFY(seen[0] > 20 && seen[1] > 20); // they were killed while they wrote
     }
 
     void fullDiskKeepsTheOldFile()

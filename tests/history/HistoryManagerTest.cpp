@@ -3,6 +3,7 @@
 #include "FileLock.h"
 #include "HistoryFile.h"
 #include "MainQueue.h"
+#include "PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -276,6 +277,9 @@ private Q_SLOTS:
                 inFile.insert(each.originalText.trimmed());
             for (const QString &name : std::as_const(known))
                 QVERIFY2(inFile.contains(name), qPrintable(name));
+            removeUnfinishedCopies(m_path);
+            QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+                     (QStringList{u".history.json.lock"_s, u"history.json"_s}));
         }
     }
 
