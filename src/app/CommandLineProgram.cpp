@@ -87,45 +87,35 @@ QStringList argumentsAfterName(int argc, char *argv[])
     return arguments;
 }
 
+Result<CommandOutput> runCommand(const Invocation &invocation, Services &services)
+{
+    switch (invocation.command) {
+    case Command::Recognize:
+        return recognizeCommand(invocation, services);
+    case Command::Image:
+        return imageCommand(invocation, services);
+    case Command::Text:
+        return textCommand(invocation, services);
+    case Command::TestConnection:
+        return testConnectionCommand(invocation, services);
+    case Command::Languages:
+        return languagesCommand(invocation, services);
+    case Command::Export:
+        return exportCommand(invocation, services);
+    case Command::Entries:
+        return entriesCommand(invocation, services);
+    default:
+        return remoteCommand(invocation, services);
+    }
+}
+
 ExitCode run(const Invocation &invocation, Services &services)
 {
-    Result<CommandOutput> output;
-    switch (invocation.command) {
-    case Command::Help:
+    if (invocation.command == Command::Help)
         return answered(print(stdout, helpPage(services.texts())), services.texts());
-    case Command::Version:
+    if (invocation.command == Command::Version)
         return answered(printLine(stdout, u"lucentra "_s + QCoreApplication::applicationVersion()), services.texts());
-    case Command::Recognize:
-        output = recognizeCommand(invocation, services);
-        break;
-    case Command::Image:
-        output = imageCommand(invocation, services);
-        break;
-    case Command::Text:
-        output = textCommand(invocation, services);
-        break;
-    case Command::Toggle:
-    case Command::Show:
-    case Command::Hide:
-    case Command::Translate:
-    case Command::Settings:
-    case Command::History:
-    case Command::Quit:
-        output = remoteCommand(invocation, services);
-        break;
-    case Command::TestConnection:
-        output = testConnectionCommand(invocation, services);
-        break;
-    case Command::Languages:
-        output = languagesCommand(invocation, services);
-        break;
-    case Command::Export:
-        output = exportCommand(invocation, services);
-        break;
-    case Command::Entries:
-        output = entriesCommand(invocation, services);
-        break;
-    }
+    const auto output = runCommand(invocation, services);
     if (!output) {
         printMessage(output.error().description);
         return ExitCode::Failed;
