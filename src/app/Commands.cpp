@@ -228,8 +228,7 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
 
     const SettingsStore &store = services.settings();
     const QString target = store.read(settings::targetLanguageCode);
-    const TranslatedPicture translated(picture->size(), blocks, translations->texts, target,
-                                       overlayFontSettings(store));
+    TranslatedPicture translated(picture->size(), blocks, translations->texts, target, overlayFontSettings(store));
     stages.finish(u"layout"_s);
     translated.paintOver(*picture, store.read(settings::glassOpacity));
     const auto written = writePicture(*picture, invocation.output, services.texts());

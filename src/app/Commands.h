@@ -21,7 +21,7 @@ struct CommandOutput
 
 /// The lines of a picture as JSON: their texts and boxes (fractions of the picture, origin bottom-left).
 Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &services);
-/// Translates a picture's lines and writes it with their overlays. The picture counts as what lies beneath a pane 4
+/// Translates a picture's lines and writes it with their overlays. The picture is treated as the area beneath a pane 4
 /// points wider and higher, so that a point of the pane (x, y) is the picture's pixel (x - 2, y - 2).
 Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services);
 /// Translates a text as the pane does a typed one.

@@ -14,7 +14,7 @@ struct EditCommand
     QStringView titleKey;
     QKeySequence shortcut;
     const char *slot;         ///< of the text field
-    bool startsGroup = false; ///< a separator stands before it
+    bool startsGroup = false; ///< a separator precedes it
 };
 
 /// In the order of the menu.
@@ -23,7 +23,7 @@ const QList<EditCommand> &editCommands();
 /// Whether the commands make sense for the widget; false for none.
 bool isTextField(const QWidget *widget);
 
-/// Does nothing where the widget is no text field.
+/// Does nothing if the widget is no text field.
 void performEditCommand(const EditCommand &command, QWidget *widget);
 
 } // namespace lucentra

@@ -8,7 +8,7 @@ enum class PaneAtStart {
     WaitsForCommand, ///< hidden until one comes over the bus
 };
 
-/// The option that starts the program for whoever sends a command at once.
+/// The option with which a sender of a command starts the program.
 inline constexpr auto waitForCommandOption = "--wait-for-command";
 
 } // namespace lucentra

@@ -60,7 +60,7 @@ int explainMissingDisplay(int argc, char *argv[])
     return int(ExitCode::Failed);
 }
 
-/// Copies what the former version left, before anybody reads a setting.
+/// Migrates the data of an earlier version, before any setting is read.
 void migrateFormerVersion()
 {
     SettingsStore settings(SettingsStore::userFilePath(), &printDiagnostic);
@@ -71,7 +71,7 @@ void migrateFormerVersion()
 int showRunningProgram(PaneAtStart paneAtStart)
 {
     if (paneAtStart == PaneAtStart::WaitsForCommand)
-        return int(ExitCode::Done); // whoever sends the command reaches the other one
+        return int(ExitCode::Done); // the command reaches the running program
     Services services(&printDiagnostic, {});
     const auto shown = sendRemoteCommand(Invocation::Command::Show, QDBusConnection::sessionBus(), services.texts());
     if (shown)

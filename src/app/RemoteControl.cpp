@@ -95,7 +95,7 @@ RemoteControl::Claim RemoteControl::claim()
 {
     if (!m_bus.isConnected())
         return Claim::NoBus;
-    // The object first: whoever waits for the name calls it at once.
+    // The object first, since callers that wait for the name call it at once.
     m_bus.registerVirtualObject(objectPath, this);
     const auto reply = m_bus.interface()->registerService(serviceName, QDBusConnectionInterface::DontQueueService,
                                                           QDBusConnectionInterface::DontAllowReplacement);

@@ -31,10 +31,10 @@ public:
     };
     /// Asks for the name. Commands that arrive wait for the event loop.
     Claim claim();
-    /// Takes commands on another bus from then on: the former has ended.
+    /// Takes commands on another bus, after the first one has ended.
     Claim moveTo(const QDBusConnection &bus);
 
-    /// Carries a command out; false where the program has no such thing, which the caller is told. Without it the
+    /// Carries out a command. Returns false if it isn't available, which is reported to the caller. Without it the
     /// program isn't there any more for its callers: it ends.
     std::function<bool(Invocation::Command)> onCommand;
 

@@ -9,7 +9,7 @@ class QTranslator;
 namespace lucentra {
 
 /// The toolkit's own texts (buttons of dialogs, menus of text fields), and its form of numbers, in the interface
-/// language. Where the toolkit's tables aren't installed they stay English. Main thread only; needs the application.
+/// language. They stay English if the toolkit's tables aren't installed.
 class ToolkitTexts
 {
 public:

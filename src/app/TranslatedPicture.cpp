@@ -1,11 +1,7 @@
 #include "TranslatedPicture.h"
 
-#include "CalmGlass.h"
 #include "FrostedBackdrop.h"
 #include "GlassAreaCapture.h"
-#include "OverlayPainter.h"
-#include "OverlayPlacement.h"
-#include "OverlayTypesetter.h"
 
 #include <QJsonObject>
 #include <QPainter>
@@ -28,61 +24,36 @@ TranslatedPicture::TranslatedPicture(const QSize &pictureSize, const QList<TextB
                                      const OverlayFontSettings &fontSettings)
 {
     const QSizeF paneSize = QSizeF(pictureSize) + QSizeF(2 * captureInset, 2 * captureInset);
-    const auto candidates = placeOverlays(blocks, translations, paneSize, {}).candidates;
-    const QList<OverlayLimits> limits = overlayLimits(candidates, paneSize.height());
-    OverlayTypesetter typesetter(targetLanguage);
-    qsizetype next = 0; // of the candidates, which leave out the blocks without text
+    m_overlays.setOverlays(placeOverlays(blocks, translations, paneSize, {}).candidates,
+                           {.paneSize = paneSize, .targetLanguage = targetLanguage, .font = fontSettings});
+    auto overlay = m_overlays.overlays().cbegin(); // blocks without text have none
     for (qsizetype i = 0; i < blocks.size(); ++i) {
-        TranslatedLine line{.text = blocks[i].text,
-                            .translation = textForBlock(blocks, translations, i),
-                            .rect = paneRect(blocks[i].normBox, paneSize)};
-        if (!line.translation.isEmpty()) {
-            line.layout = layOutOverlay(typesetter, line.translation, limits[next], candidates[next].rect,
-                                        QRectF(QPointF(), paneSize), fontSettings);
-            ++next;
-            if (line.layout)
-                line.shaped = typesetter.typeset(line.translation);
-        }
-        m_lines.push_back(std::move(line));
+        const QString translation = textForBlock(blocks, translations, i);
+        const auto *painter = translation.isEmpty() || !overlay->painter ? nullptr : &*overlay->painter;
+        overlay += translation.isEmpty() ? 0 : 1;
+        m_json.append(QJsonObject{{u"text"_s, blocks[i].text},
+                                  {u"translation"_s, translation},
+                                  {u"rect"_s, toArray(paneRect(blocks[i].normBox, paneSize))},
+                                  {u"frame"_s, painter ? QJsonValue(toArray(painter->layout().frame)) : QJsonValue()},
+                                  {u"fontSize"_s, painter ? QJsonValue(painter->layout().fontSize) : QJsonValue()},
+                                  {u"lines"_s, painter ? QJsonValue(painter->layout().lines) : QJsonValue()}});
     }
 }
 
-void TranslatedPicture::paintOver(QImage &picture, double glassOpacity) const
+void TranslatedPicture::paintOver(QImage &picture, double glassOpacity)
 {
     const FrostedBackdrop glass(picture);
-    QList<CalmArea> calmAreas;
-    for (const TranslatedLine &line : m_lines) {
-        if (line.layout)
-            calmAreas.append({.rect = line.layout->frame.translated(-captureInset, -captureInset)});
-    }
-    const QRectF whole = picture.rect();
+    QList<CalmArea> calmAreas = m_overlays.calmAreas();
+    for (CalmArea &area : calmAreas)
+        area.rect.translate(-captureInset, -captureInset);
+    const QRect whole = picture.rect();
     QPainter painter(&picture);
-    glass.paint(painter, whole, glassOpacity);
-    painter.setOpacity(glassOpacity);
-    paintSheen(painter, whole);
-    painter.setOpacity(1);
+    paintGlass(painter, glass, whole, glassOpacity);
     paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas, areCalmAreasSeen(glassOpacity)),
                    glassOpacity);
     painter.translate(-captureInset, -captureInset);
-    for (const TranslatedLine &line : m_lines) {
-        if (line.layout)
-            OverlayPainter(line.shaped, *line.layout).paint(painter);
-    }
-}
-
-QJsonArray TranslatedPicture::toJson() const
-{
-    QJsonArray blocks;
-    for (const TranslatedLine &line : m_lines) {
-        const auto &layout = line.layout;
-        blocks.append(QJsonObject{{u"text"_s, line.text},
-                                  {u"translation"_s, line.translation},
-                                  {u"rect"_s, toArray(line.rect)},
-                                  {u"frame"_s, layout ? QJsonValue(toArray(layout->frame)) : QJsonValue()},
-                                  {u"fontSize"_s, layout ? QJsonValue(layout->fontSize) : QJsonValue()},
-                                  {u"lines"_s, layout ? QJsonValue(layout->lines) : QJsonValue()}});
-    }
-    return blocks;
+    constexpr int inset = int(captureInset);
+    m_overlays.paint(painter, whole.adjusted(-inset, -inset, 3 * inset, 3 * inset));
 }
 
 } // namespace lucentra

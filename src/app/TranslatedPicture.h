@@ -1,34 +1,15 @@
 #pragma once
 
-#include "OverlayLayout.h"
-#include "OverlayText.h"
+#include "OverlayPicture.h"
 #include "TextBlock.h"
 
 #include <QImage>
 #include <QJsonArray>
-#include <QList>
-#include <QRectF>
-#include <QString>
-#include <QStringList>
-
-#include <memory>
-#include <optional>
-#include <vector>
 
 namespace lucentra {
 
-/// One recognized line with its translation, as the pane would place it.
-struct TranslatedLine
-{
-    QString text;
-    QString translation;                 ///< the source text where none came back
-    QRectF rect;                         ///< where the source lies, in pane points
-    std::optional<OverlayLayout> layout; ///< nothing where it gets no overlay
-    std::shared_ptr<OverlayText> shaped; ///< set where `layout` is
-};
-
-/// A picture's lines laid out on the pane that the picture stands in for: the picture is what lies beneath a pane 4
-/// points wider and higher, without window buttons, at scale 1.
+/// A picture's lines laid out on a pane. The picture is treated as the area beneath a pane that is 4 points wider and
+/// higher, without window buttons, at scale 1.
 class TranslatedPicture
 {
 public:
@@ -36,13 +17,14 @@ public:
                       const QString &targetLanguage, const OverlayFontSettings &fontSettings);
 
     /// Draws the pane's glass and the overlays over the picture.
-    void paintOver(QImage &picture, double glassOpacity) const;
+    void paintOver(QImage &picture, double glassOpacity);
 
-    /// Every line in the order of recognition.
-    QJsonArray toJson() const;
+    /// Every line in the order of recognition, also those without an overlay.
+    const QJsonArray &toJson() const { return m_json; }
 
 private:
-    std::vector<TranslatedLine> m_lines;
+    OverlayPicture m_overlays;
+    QJsonArray m_json;
 };
 
 } // namespace lucentra

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A standard stream that was closed by whoever started us is taken by a file that nothing can be written to; the
+/// A standard stream that was closed by the parent is replaced by a file that can't be written to; the
 /// number would otherwise go to the next file or connection, and the answer into it.
 void occupyClosedStreams()
 {

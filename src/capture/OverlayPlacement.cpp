@@ -55,6 +55,24 @@ void alignStarts(QList<TranslationOverlayCandidate> &candidates)
     }
 }
 
+void setLimits(QList<TranslationOverlayCandidate> &candidates, double paneHeight)
+{
+    for (TranslationOverlayCandidate &candidate : candidates) {
+        double nextTop = paneHeight;
+        double nextLeft = std::numeric_limits<double>::infinity();
+        for (const TranslationOverlayCandidate &other : std::as_const(candidates)) {
+            if (isBelow(other.rect, candidate.rect))
+                nextTop = std::min(nextTop, other.rect.top());
+            if (isBeside(other.rect, candidate.rect))
+                nextLeft = std::min(nextLeft, other.rect.left());
+        }
+        // Nothing below is no line to keep a gap to, but the pane's edge is kept clear just so.
+        const double bottom = std::min(paneHeight, nextTop - gapToNext);
+        candidate.limits = {.bottom = std::max(candidate.rect.bottom(), bottom),
+                            .right = std::max(candidate.rect.right(), nextLeft - gapToNext)};
+    }
+}
+
 } // namespace
 
 QRectF paneRect(const QRectF &normBox, const QSizeF &paneSize)
@@ -85,30 +103,11 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
             std::any_of(exclusionRects.begin(), exclusionRects.end(),
                         [&](const QRectF &excluded) { return contains(excluded, rect.center()); });
         if (!isUnderButtons)
-            placement.candidates.append({text, rect});
+            placement.candidates.append({text, rect, {}});
     }
     alignStarts(placement.candidates);
+    setLimits(placement.candidates, paneSize.height());
     return placement;
-}
-
-QList<OverlayLimits> overlayLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight)
-{
-    QList<OverlayLimits> limits;
-    for (const TranslationOverlayCandidate &candidate : candidates) {
-        double nextTop = paneHeight;
-        double nextLeft = std::numeric_limits<double>::infinity();
-        for (const TranslationOverlayCandidate &other : candidates) {
-            if (isBelow(other.rect, candidate.rect))
-                nextTop = std::min(nextTop, other.rect.top());
-            if (isBeside(other.rect, candidate.rect))
-                nextLeft = std::min(nextLeft, other.rect.left());
-        }
-        // Nothing below is no line to keep a gap to, but the pane's edge is kept clear just so.
-        const double bottom = std::min(paneHeight, nextTop - gapToNext);
-        limits.append({.bottom = std::max(candidate.rect.bottom(), bottom),
-                       .right = std::max(candidate.rect.right(), nextLeft - gapToNext)});
-    }
-    return limits;
 }
 
 } // namespace lucentra

@@ -12,15 +12,6 @@
 
 namespace lucentra {
 
-/// A translation and the place of its source line on the pane (pane points, origin top-left, y down).
-struct TranslationOverlayCandidate
-{
-    QString text;
-    QRectF rect;
-
-    bool operator==(const TranslationOverlayCandidate &) const = default;
-};
-
 /// How far an overlay may extend without covering the place of another one. Pane points.
 struct OverlayLimits
 {
@@ -29,6 +20,16 @@ struct OverlayLimits
     double right = std::numeric_limits<double>::infinity();
 
     bool operator==(const OverlayLimits &) const = default;
+};
+
+/// A translation and the place of its source line on the pane (pane points, origin top-left, y down).
+struct TranslationOverlayCandidate
+{
+    QString text;
+    QRectF rect;
+    OverlayLimits limits;
+
+    bool operator==(const TranslationOverlayCandidate &) const = default;
 };
 
 /// The result of a pass for the pane and for the pasteboard.
@@ -45,12 +46,9 @@ QRectF paneRect(const QRectF &normBox, const QSizeF &paneSize);
 QString textForBlock(const QList<TextBlock> &blocks, const QStringList &translations, qsizetype index);
 
 /// Maps blocks and their translations (matched by position; there may be fewer) to the pane. A block whose centre is in
-/// an exclusion rectangle (pane points) gets no overlay. Overlays whose left edges are nearly equal are aligned.
+/// an exclusion rectangle (pane points) gets no overlay. Overlays whose left edges are nearly equal are aligned. Each
+/// may extend down to the next line and right to the next candidate on its row, and is never smaller than its source.
 OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList &translations, const QSizeF &paneSize,
                                const QList<QRectF> &exclusionRects);
-
-/// The limits of each candidate's overlay: downwards before the next line, and to the right before the next candidate
-/// on its row. Never less than the candidate itself.
-QList<OverlayLimits> overlayLimits(const QList<TranslationOverlayCandidate> &candidates, double paneHeight);
 
 } // namespace lucentra

@@ -32,7 +32,6 @@ struct TranslationPass::Context
 {
     qint64 generation = 0;
     GlassArea area;
-    QSizeF paneSize;
     QList<QRectF> exclusionRects;
     std::shared_ptr<PassTimings> timings; ///< nothing where nobody wants to know
 
@@ -43,9 +42,11 @@ struct TranslationPass::Context
     }
 };
 
-TranslationPass::TranslationPass(PassPane &pane, PassSteps steps, const SettingsStore &settings,
-                                 const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler)
-    : m_pane(pane)
+TranslationPass::TranslationPass(const PassSource &source, PassView &view, PassSteps steps,
+                                 const SettingsStore &settings, const LocalizationManager &texts, MainQueue &mainQueue,
+                                 Scheduler &scheduler)
+    : m_source(source)
+    , m_view(view)
     , m_steps(std::move(steps))
     , m_settings(settings)
     , m_texts(texts)
@@ -60,23 +61,10 @@ TranslationPass::~TranslationPass()
     *m_captureGeneration = -1; // no pass is current any more: its workers end soon
 }
 
-void TranslationPass::translateCurrentArea()
-{
-    if (!m_pane.isWindowVisible()) {
-        m_pane.makeKeyAndOrderFront();
-        return;
-    }
-    m_pane.dismissPristineHint();
-    if (m_pane.isInputMode())
-        m_pane.submitManualInput();
-    else
-        m_pane.translateTapped();
-}
-
 bool TranslationPass::startsByItself() const
 {
     // In the input mode the pane shows typed text, which the screen's must not cover.
-    return m_settings.read(settings::triggerMode) == TriggerMode::AfterMoving && !m_pane.isInputMode();
+    return m_settings.read(settings::triggerMode) == TriggerMode::AfterMoving && !m_source.isInputMode();
 }
 
 void TranslationPass::scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease)
@@ -101,19 +89,16 @@ void TranslationPass::userHolds(bool isHeld)
 
 void TranslationPass::startCapturePass()
 {
-    if (!m_pane.isOnScreen())
+    if (!m_source.isOnScreen())
         return;
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
     ++*m_captureGeneration;
-    m_pane.dismissPristineHint();
-    m_pane.clearOverlays();
-    m_pane.setProcessing(true);
+    m_view.passStarted();
 
     const Context context{.generation = *m_captureGeneration,
-                          .area = m_pane.glassArea(),
-                          .paneSize = m_pane.paneSize(),
-                          .exclusionRects = m_pane.windowControlExclusionRects(controlPadding),
+                          .area = m_source.glassArea(),
+                          .exclusionRects = m_source.windowControlExclusionRects(controlPadding),
                           .timings = PassTimings::start()};
     // The workers end before the pass does, so that they may refer to it.
     m_workers.start([this, context] { run(context); });
@@ -124,7 +109,7 @@ void TranslationPass::supersede()
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
     ++*m_captureGeneration;
-    m_pane.setProcessing(false);
+    m_view.passEnded();
 }
 
 void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler)
@@ -151,7 +136,7 @@ void TranslationPass::run(const Context &context)
     if (!isWanted())
         return; // reading it would only slow the newer pass down
     const RecognizedBlocks found =
-        m_steps.recognize(maskWindowButtons(*image, context.exclusionRects, context.paneSize), isWanted);
+        m_steps.recognize(maskWindowButtons(*image, context.exclusionRects, context.area.glass.size()), isWanted);
     if (!isWanted())
         return; // nobody would see a translation, so no text leaves the machine for it
     if (found.blocks.isEmpty()) {
@@ -173,7 +158,7 @@ bool TranslationPass::endsBusyState(qint64 generation)
 {
     if (!isCurrent(generation))
         return false; // a newer pass has started; the pane is its business
-    m_pane.setProcessing(false);
+    m_view.passEnded();
     return true;
 }
 
@@ -185,7 +170,7 @@ void TranslationPass::handleCaptureFailure(qint64 generation, const Failure &fai
         showRetryCard(m_texts.localized(u"無法擷取畫面"_s), failure.description);
         return;
     }
-    m_pane.showErrorCard(
+    m_view.showErrorCard(
         m_texts.localized(u"需要螢幕錄製權限"_s),
         m_texts.localized(
             u"請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。"_s),
@@ -210,19 +195,16 @@ void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &t
         return;
     }
     context.finish(u"translation"_s);
-    placeTranslationOverlays(found.blocks, translations->texts, context.paneSize);
-    context.finish(u"layout"_s);
-    m_pane.setTranslationActionState(TranslationActionState::retranslate);
-    const QString source = joinedTexts(found.blocks);
-    const QString translated = translations->texts.join(u'\n');
-    if (!source.isEmpty() && !translated.isEmpty())
-        m_steps.record(source, translated);
     QStringList notes(translations->note);
     if (found.areLinesLeftOut)
         notes.append(m_texts.localized(u"文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。"_s));
     notes.removeAll(QString());
-    if (!notes.isEmpty())
-        m_pane.showNote(notes.join(u'\n'));
+    placeTranslationOverlays(found.blocks, translations->texts, context.area.glass.size(), notes.join(u'\n'));
+    context.finish(u"layout"_s);
+    const QString source = joinedTexts(found.blocks);
+    const QString translated = translations->texts.join(u'\n');
+    if (!source.isEmpty() && !translated.isEmpty())
+        m_steps.record(source, translated);
     if (context.timings) {
         m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [context] { // once they are painted
             context.finish(u"paint"_s);
@@ -232,20 +214,18 @@ void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &t
 }
 
 void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
-                                               const QSizeF &paneSize)
+                                               const QSizeF &paneSize, const QString &note)
 {
     const OverlayPlacement placement =
-        placeOverlays(blocks, translations, paneSize, m_pane.windowControlExclusionRects(controlPadding));
-    const QList<OverlayLimits> limits = overlayLimits(placement.candidates, paneSize.height());
-    for (qsizetype i = 0; i < placement.candidates.size(); ++i)
-        m_pane.addTranslationOverlay(placement.candidates[i].text, limits[i], placement.candidates[i].rect);
+        placeOverlays(blocks, translations, paneSize, m_source.windowControlExclusionRects(controlPadding));
+    m_view.showTranslations(placement.candidates, note);
     if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
         m_steps.copy(placement.copyList.join(u'\n'));
 }
 
 void TranslationPass::showRetryCard(const QString &title, const QString &message)
 {
-    m_pane.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
+    m_view.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
         if (const auto self = weak.lock())
             (*self)->startCapturePass();
     });

@@ -51,12 +51,10 @@ public:
     /// The margin around the window's buttons in which no text is read and no overlay is drawn, in points.
     static constexpr double controlPadding = 7.0;
 
-    TranslationPass(PassPane &pane, PassSteps steps, const SettingsStore &settings, const LocalizationManager &texts,
-                    MainQueue &mainQueue, Scheduler &scheduler);
+    TranslationPass(const PassSource &source, PassView &view, PassSteps steps, const SettingsStore &settings,
+                    const LocalizationManager &texts, MainQueue &mainQueue, Scheduler &scheduler);
     ~TranslationPass();
 
-    /// The action of the menu and the hotkey: translates, submits the typed text, or shows the hidden pane.
-    void translateCurrentArea();
     /// To be called after the user moved or resized the pane. In the automatic mode, a pass starts 0.8 s after the
     /// release, unless the user holds the pane again by then or there is a further call.
     void scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease = {});
@@ -80,11 +78,12 @@ private:
     void handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
                                  const RecognizedBlocks &found);
     void placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
-                                  const QSizeF &paneSize);
+                                  const QSizeF &paneSize, const QString &note);
     void showRetryCard(const QString &title, const QString &message);
     void postHandler(std::function<void(TranslationPass &)> handler);
 
-    PassPane &m_pane;
+    const PassSource &m_source;
+    PassView &m_view;
     const PassSteps m_steps;
     const SettingsStore &m_settings;
     const LocalizationManager &m_texts;

@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// Holds other views and never takes the pointer: clicks reach what lies beneath.
+/// Holds other views and takes no pointer events: clicks reach the view beneath.
 class PassThroughContainerView : public QWidget
 {
 public:

@@ -8,11 +8,11 @@ class QPainter;
 
 namespace lucentra {
 
-/// Shows a text that is drawn by its content and never takes the pointer. To assistive programs it is a label.
+/// Shows a text that a function paints, and takes no pointer events. To assistive programs it is a label.
 class PassThroughHostingView : public QLabel
 {
 public:
-    /// `content` paints the view in its own points, origin top-left; it belongs to the view.
+    /// `content` paints the view in the view's coordinates.
     PassThroughHostingView(const QString &text, std::function<void(QPainter &)> content, QWidget *parent = nullptr);
 
 protected:

@@ -5,16 +5,16 @@
 
 namespace lucentra {
 
-/// A small wheel that turns while something is going on whose end isn't known.
+/// A small turning wheel for work of unknown duration.
 class ProgressIndicator : public QProgressBar
 {
 public:
     explicit ProgressIndicator(QWidget *parent = nullptr);
 
     void setOpacity(double opacity);
-    /// How far the wheel has come, from 0 to 1: while it comes and goes it is paler and smaller.
+    /// From 0 (absent) to 1. In between, the wheel is paler and smaller.
     void setPresence(double presence);
-    /// Whether the wheel turns; it stands still under reduced motion.
+    /// Whether the wheel turns. It stands still under reduced motion.
     void setTurning(bool turning);
 
 protected:

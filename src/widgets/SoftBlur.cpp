@@ -26,8 +26,7 @@ Values gaussian(double deviation)
     return weights;
 }
 
-// Both directions add up whole weighted rows, the two with the same weight at once: the compiler turns that into
-// vector code.
+// Both directions add up whole weighted rows, two of equal weight at a time, which the compiler turns into vector code.
 
 void addWeighted(float *sums, const float *values, float weight, size_t count)
 {
@@ -41,7 +40,7 @@ void addWeighted(float *sums, const float *values, const float *otherValues, flo
         sums[i] += weight * (values[i] + otherValues[i]);
 }
 
-/// Each row blurred along itself, one after the other.
+/// Blurs each row along itself.
 Values blurredRows(const QImage &image, size_t channels, const Values &weights)
 {
     const size_t length = size_t(image.width()) * channels;

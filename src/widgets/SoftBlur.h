@@ -4,9 +4,9 @@
 
 namespace lucentra {
 
-/// Blurs a picture in place by a Gaussian of the given standard deviation, in pixels. Beyond its edges the picture
-/// counts as going on in the edge's colour. `Format_Alpha8`, `Format_RGB32` and `Format_ARGB32_Premultiplied` are
-/// blurred; others stay as they are.
+/// Blurs a picture in place by a Gaussian of the given standard deviation, in pixels. Beyond its edges, the picture
+/// continues in the colour of the edge. Pictures of other formats than `Format_Alpha8`, `Format_RGB32` and
+/// `Format_ARGB32_Premultiplied` are not changed.
 void softBlur(QImage &image, double deviation);
 
 } // namespace lucentra

@@ -14,13 +14,13 @@ namespace lucentra {
 struct SoftShadow
 {
     double opacity = 1;
-    /// Standard deviation of the Gaussian that blurs the shape, in points. Shadows fade to nothing within three of
-    /// them.
+    /// Standard deviation of the Gaussian that blurs the shape, in points. A shadow reaches about three
+    /// deviations.
     double deviation = 0;
     QPointF offset; ///< points
 
-    /// A picture of `size` points at `scale` pixels per point that holds the shadow and above it the shape, which
-    /// `draw` paints in points.
+    /// A picture of `size` points at `scale` pixels per point with the shadow and the shape above it, which `draw`
+    /// paints in points.
     QImage under(const QSizeF &size, double scale, const std::function<void(QPainter &)> &draw) const;
 };
 

@@ -7,7 +7,7 @@ namespace lucentra {
 
 namespace {
 
-/// In radians of the undamped swing; 1 % of the way is left then.
+/// Radians of the undamped oscillation after which 1 % of the way is left.
 constexpr double restsAfter = 6.64;
 
 constexpr double visibleChange = 0.03;

@@ -12,8 +12,8 @@ QEasingCurve springCurve();
 /// How long a spring of the given response (the period that it would have without damping) takes to come to rest.
 std::chrono::milliseconds springTime(std::chrono::milliseconds response);
 
-/// Whether a step of a fade is worth a frame: a smaller change of opacity can hardly be seen, and a spring's long end
-/// consists of little else. The last step always is.
+/// Whether a step of a fade is worth a frame. Smaller changes of opacity are hardly visible, and the long end of a
+/// spring consists of them. The last step always is.
 bool isVisibleStep(double shown, double next, double last);
 
 } // namespace lucentra

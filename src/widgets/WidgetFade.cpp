@@ -24,7 +24,7 @@ void fadeWidget(QWidget &widget, double from, double to, std::chrono::millisecon
                          if (done)
                              done();
                          if (isOpaque)
-                             widget.setGraphicsEffect(nullptr); // drawing through it costs a picture a frame
+                             widget.setGraphicsEffect(nullptr); // an effect costs a picture per frame
                      });
     animation->start();
 }

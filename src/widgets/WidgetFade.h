@@ -7,8 +7,8 @@ class QWidget;
 
 namespace lucentra {
 
-/// Lets a widget appear or disappear between two opacities (0 to 1), and then calls `done` where it is set. Ends
-/// silently where the widget goes meanwhile.
+/// Animates a widget's opacity (0 to 1), and then calls `done`, which may be empty. Ends silently if the widget is
+/// deleted.
 void fadeWidget(QWidget &widget, double from, double to, std::chrono::milliseconds duration,
                 std::function<void()> done);
 

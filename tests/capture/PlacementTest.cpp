@@ -145,13 +145,14 @@ private Q_SLOTS:
     void overlaysGrowToTheNextText()
     {
         QFETCH(QList<QRectF>, rects);
-        QList<TranslationOverlayCandidate> candidates;
+        QList<TextBlock> blocks; // captured in a pane of 404 by 300 points
         for (const QRectF &rect : rects)
-            candidates.append({u"text"_s, rect});
+            blocks.append({u"text"_s, QRectF((rect.x() - 2) / 400, 1 - (rect.bottom() - 2) / 296, rect.width() / 400,
+                                             rect.height() / 296)});
         QList<double> bottoms, rights;
-        for (const OverlayLimits &limits : overlayLimits(candidates, 300)) {
-            bottoms.append(limits.bottom);
-            rights.append(limits.right);
+        for (const auto &candidate : placeOverlays(blocks, {}, {404, 300}, {}).candidates) {
+            bottoms.append(candidate.limits.bottom);
+            rights.append(candidate.limits.right);
         }
         QTEST(bottoms, "bottoms");
         QTEST(rights, "rights");

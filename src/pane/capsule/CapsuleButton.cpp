@@ -22,7 +22,7 @@ constexpr double pressedGround = 0.18;
 constexpr double hoveredGround = 0.10;
 constexpr int pressMilliseconds = 80;
 
-/// An ideograph at this size needs thin strokes, and no hinting, which would fill its small spaces.
+/// An ideograph of this size needs thin strokes and no hinting, which would fill its small gaps.
 QFont labelFont(const QString &text, QFont font)
 {
     const bool isLatin = !text.isEmpty() && text.front().script() == QChar::Script_Latin;
@@ -99,7 +99,7 @@ void CapsuleButton::setOpacity(double opacity)
 
 bool CapsuleButton::event(QEvent *event)
 {
-    // The capsule shows the text itself, at once.
+    // The capsule itself shows the text, without delay.
     return event->type() == QEvent::ToolTip || QAbstractButton::event(event);
 }
 
@@ -153,7 +153,7 @@ void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, doubl
         const QFont label = labelFont(text(), font());
         painter.setFont(label);
         painter.setPen(Qt::white);
-        const QRectF ink = QFontMetricsF(label).tightBoundingRect(text()); // centred as it is seen
+        const QRectF ink = QFontMetricsF(label).tightBoundingRect(text()); // centred by its ink
         painter.drawText(QPointF(std::round(-ink.center().x()), std::round(-ink.center().y())), text());
     }
     painter.restore();

@@ -7,8 +7,8 @@
 
 namespace lucentra {
 
-/// How a symbol takes the place of another: one fades in and grows from a share of its size, while the other fades
-/// out and shrinks to it.
+/// How one symbol replaces another: the new one fades in and grows from a share of its size, while the old one fades
+/// out and shrinks.
 struct SymbolChange
 {
     double smallestScale = 1;
@@ -16,8 +16,8 @@ struct SymbolChange
     QEasingCurve curve = QEasingCurve::InOutSine;
 };
 
-/// A button of the capsule: a symbol or a short text on a round ground that lights up. The capsule's own opacity is
-/// the button's, too. Space and Return press it.
+/// A button of the capsule: a symbol or a short text on a round ground that lights up. It has the capsule's opacity.
+/// Space and Return press it.
 class CapsuleButton : public QAbstractButton
 {
 public:
@@ -25,9 +25,9 @@ public:
 
     explicit CapsuleButton(QWidget *parent = nullptr);
 
-    /// What the button shows: the name of a symbol, or else its text.
+    /// The symbol to show. If the name is empty, the button shows its text.
     void setSymbol(const QString &symbol, const SymbolChange &change = {});
-    /// What the button is to assistive programs, and what it says when the pointer rests on it.
+    /// The name for assistive programs, and the tooltip.
     void describe(const QString &label, const QString &toolTip);
     void setOpacity(double opacity);
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }

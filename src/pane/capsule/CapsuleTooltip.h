@@ -7,18 +7,18 @@
 
 namespace lucentra {
 
-/// The dark bubble beneath the capsule that says what the button under the pointer does. Takes no clicks; assistive
-/// programs read the same from the button. Main thread only.
+/// The dark bubble beneath the capsule that explains the button under the pointer. Takes no clicks. Assistive programs
+/// get the same text from the button.
 class CapsuleTooltip : public PassThroughContainerView
 {
 public:
     explicit CapsuleTooltip(QWidget *parent);
 
-    /// Shows a text beneath the capsule, which is given in the parent's points, right-aligned with it.
+    /// Shows a text beneath the capsule, right-aligned with it. `capsule` is in the parent's coordinates.
     void showText(const QString &text, const QRect &capsule);
     void hideText();
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }
-    /// Empty where none is shown, or it is going.
+    /// Empty if none is shown or it is fading out.
     const QString &text() const { return m_text; }
 
 protected:
@@ -31,7 +31,7 @@ private:
 
     QString m_text;
     QRect m_capsule;
-    QImage m_picture; ///< of the text; stays while it goes
+    QImage m_picture; ///< of the text; kept while it fades out
     bool m_reduceMotion = false;
     double m_presence = 0;
     QVariantAnimation m_motion;

@@ -35,11 +35,11 @@ constexpr int buttonStep = CapsuleButton::side + 4;
 constexpr int buttonCount = 6;
 constexpr auto fadeResponse = 300ms;
 constexpr auto progressTime = 150ms;
-constexpr double groundLead = 2; ///< the ground is there before the progress indicator, and goes after it
+constexpr double groundLead = 2; ///< the ground appears before the progress indicator and disappears after it
 constexpr int menuDistance = 4;
 constexpr double outlineWidth = 0.8;
 
-/// Much like the ground of the card; what isn't checked has no box.
+/// Similar to the ground of the card. Items that aren't checked have no box.
 constexpr auto menuStyle = R"(
     QMenu { background: #30343d; color: rgba(255, 255, 255, 242); border: 1px solid rgba(255, 255, 255, 46);
             border-radius: %1px; padding: 5px; font-size: 13px; }
@@ -50,7 +50,7 @@ constexpr auto menuStyle = R"(
 )"_L1;
 constexpr int menuCornerRadius = 10;
 
-/// The length of the row of buttons, in points, with as much of the progress indicator as is there (0 to 1).
+/// The length of the row of buttons, in points, including the visible part of the progress indicator (0 to 1).
 double rowWidth(double progressPresence)
 {
     constexpr int gap = buttonStep - CapsuleButton::side;
@@ -283,7 +283,7 @@ void ControlCapsuleView::findPointer()
     QWindow *handle = window()->windowHandle();
     if (!handle || !m_state.isHovering || QGuiApplication::mouseButtons() != Qt::NoButton)
         return;
-    // A pointer that came to rest on a button before there was one is told of it by a move to where it is.
+    // A button that appears under a resting pointer gets no enter event without this move.
     const QPointF onScreen = QCursor::pos();
     const QPointF onWindow = window()->mapFromGlobal(onScreen);
     QCoreApplication::postEvent(handle, new QMouseEvent(QEvent::MouseMove, onWindow, onWindow, onScreen, Qt::NoButton,

@@ -33,17 +33,16 @@ struct ControlCapsuleState
     bool operator==(const ControlCapsuleState &) const = default;
 };
 
-/// The row of buttons in the pane's upper right corner. It can be seen while the pointer is over the pane or a pass
-/// runs, and for those who work without a pointer while one of its buttons has the focus: Tab and the arrows reach them
-/// all. While it can't be seen it takes no clicks. It always has the size of its longest row, which lies at its right
-/// end, so that no button moves when the progress indicator comes or goes. Main thread only.
+/// The row of buttons in the pane's upper right corner. It is visible while the pointer is over the pane, a pass runs
+/// or one of its buttons has the focus; Tab and the arrow keys reach all of them. While it is invisible it takes no
+/// clicks. It always has the size of its longest row, which is at its right end, so that no button moves when the
+/// progress indicator appears or disappears.
 class ControlCapsuleView : public QWidget
 {
 public:
     /// The capsule's ground is made of the glass. The tooltips of the buttons appear beneath the capsule on the parent.
     ControlCapsuleView(const LocalizationManager &localization, const GlassBackdropView &glass, QWidget *parent);
 
-    // One call a tap. Those that aren't set are left out.
     std::function<void()> onTranslateTapped;
     std::function<void()> onTriggerModeTapped;
     std::function<void()> onKeyboardTapped;
@@ -55,7 +54,7 @@ public:
     void setState(const ControlCapsuleState &state);
     const ControlCapsuleState &state() const { return m_state; }
     void setReduceMotion(bool reduceMotion);
-    /// Whether the window system blends translucent windows: then the menu has rounded corners.
+    /// Whether the window system blends translucent windows. If so, the menu has rounded corners.
     void setComposited(bool composited);
     double opacity() const { return m_opacity; }
 
@@ -67,7 +66,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// What the picture of the capsule's ground depends on.
+    /// The state for which the picture of the capsule's ground was painted.
     struct GroundKey
     {
         int surfaceVersion = -1;
@@ -100,11 +99,11 @@ private:
     double m_opacity = 0;
     QVariantAnimation m_fade;
     ProgressIndicator *m_progress;
-    double m_progressPresence = 0; ///< from 0, not there, to 1
+    double m_progressPresence = 0; ///< from 0 (absent) to 1
     QVariantAnimation m_progressFade;
     CapsuleButton *m_action; ///< translates, or copies in input mode
     bool m_offersCopy = false;
-    QPixmap m_ground; ///< painted again with every frame of the border's glow, so it is kept
+    QPixmap m_ground; ///< kept, since every frame of the border's glow paints it
     GroundKey m_groundKey;
     CapsuleButton *m_triggerMode;
     CapsuleButton *m_keyboard;
@@ -114,7 +113,7 @@ private:
     QMenu *m_menu = nullptr;
     QList<CapsuleButton *> m_buttons;
     CapsuleTooltip *m_tooltip;                ///< the parent's
-    CapsuleButton *m_hoveredButton = nullptr; ///< whose tooltip is shown
+    CapsuleButton *m_hoveredButton = nullptr; ///< its tooltip is shown
 };
 
 } // namespace lucentra

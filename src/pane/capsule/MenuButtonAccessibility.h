@@ -5,8 +5,8 @@ class QMenu;
 
 namespace lucentra {
 
-/// Shows assistive programs a button's menu as what is in the button, which the toolkit does for its own buttons alone.
-/// Another menu takes its place by calling this again. Main thread only.
+/// Makes a menu the accessible child of a button, as the toolkit does for its own menu buttons. Replaces the menu of an
+/// earlier call.
 void showMenuInAccessibleTree(QAbstractButton &button, QMenu *menu);
 
 } // namespace lucentra

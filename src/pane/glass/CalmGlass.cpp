@@ -15,30 +15,30 @@ namespace lucentra {
 
 namespace {
 
-/// Of the glass where something is to be read.
+/// The least opacity of calm glass.
 constexpr double leastCalmOpacity = 0.72;
-/// How far a calm area reaches beyond what is to be read, and how softly it ends.
+/// How far a calm area extends around the text, and how soft its edge is.
 constexpr QMarginsF calmMargins(10, 6, 10, 6);
 constexpr double calmCornerRadius = 9;
 constexpr double calmDeviation = 4;
-/// Pixels per point at which the mask is blurred: so soft a picture needs no more, and the blur of one of a large
-/// screen's size would hold the main thread up for most of a second.
+/// Pixels per point of the mask while it is blurred. So soft a picture needs no more, and blurring a mask of a large
+/// screen's size would block the main thread for most of a second.
 constexpr double blurredScale = 0.5;
 
 constexpr double sheenShare = 0.55; ///< of the glass's height
 constexpr float sheenStrength = 0.055F;
 
-/// How far apart, in points, the starts of lines may be that share an area.
+/// The greatest distance, in points, between the starts of lines that share an area.
 constexpr double sharedStart = 24;
 
-/// How far a band reaches beyond what is to be read, before it is lengthened.
+/// How far a band extends above and below the text before it is lengthened. Points.
 constexpr double bandMargin = 8;
-/// How far a band is lengthened to cover a line whole, and the slope that it has otherwise. Points.
+/// How far a band is lengthened at most to cover whole lines, and the heights of its soft ends. Points.
 constexpr int longestReach = 28;
 constexpr double leastSlope = 4;
 constexpr double leastSpace = 5;
 constexpr double usualSlope = 20;
-/// Of the space between lines, how much the band takes whole, since its blur makes it weaker at its ends.
+/// The share of the space between lines that the band covers fully, since its blur makes it weaker at its ends.
 constexpr double wholeShare = 0.4;
 constexpr double mostWhole = 6; ///< points
 /// Differences of grey that count as an edge.
@@ -46,7 +46,7 @@ constexpr int edgeContrast = 24;
 /// A row between lines has at most this part of the edges of the richest row.
 constexpr double quietShare = 0.05;
 
-/// Whether the lower one goes on with the block of lines that the upper one has begun.
+/// Whether two lines belong to the same block.
 bool goesOn(const QRectF &upper, const QRectF &lower)
 {
     const double distance = lower.top() - upper.bottom();
@@ -75,7 +75,7 @@ void fillBand(QPainter &painter, const CalmArea &area)
 {
     const QRectF whole = area.rect.adjusted(0, -area.slopeAbove, 0, area.slopeBelow);
     QLinearGradient slope(whole.topLeft(), whole.bottomLeft());
-    constexpr int stops = 8; // a slope without corners, which would be seen as lines
+    constexpr int stops = 8; // corners of the slope would be visible as lines
     for (int i = 0; i <= stops; ++i) {
         const double way = double(i) / stops;
         const QColor color = QColor::fromRgbF(0, 0, 0, float(way * way * (3 - 2 * way)));
@@ -85,7 +85,7 @@ void fillBand(QPainter &painter, const CalmArea &area)
     painter.fillRect(whole, slope);
 }
 
-/// How many edges each of a picture's rows has.
+/// The number of edges in each row.
 std::vector<int> edgesOfRows(const QImage &picture)
 {
     const QImage grey = picture.convertToFormat(QImage::Format_Grayscale8);
@@ -98,6 +98,14 @@ std::vector<int> edgesOfRows(const QImage &picture)
         edges.push_back(count);
     }
     return edges;
+}
+
+void paintSheen(QPainter &painter, const QRectF &rect)
+{
+    QLinearGradient sheen(rect.topLeft(), QPointF(rect.left(), rect.top() + sheenShare * rect.height()));
+    sheen.setColorAt(0, QColor::fromRgbF(1, 1, 1, sheenStrength));
+    sheen.setColorAt(1, QColor::fromRgbF(1, 1, 1, 0));
+    painter.fillRect(rect, sheen);
 }
 
 } // namespace
@@ -128,7 +136,7 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas
         }
     }
     painter.end();
-    blurred.convertTo(QImage::Format_Alpha8); // of which a quarter is to be blurred
+    blurred.convertTo(QImage::Format_Alpha8); // a quarter of the work for the blur
     softBlur(blurred, calmDeviation * blurredScale);
     blurred.convertTo(QImage::Format_ARGB32_Premultiplied);
 
@@ -153,7 +161,7 @@ CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glas
     const int lastRow = std::min(content.height() - 1, int((band.rect.bottom() + longestReach) * scale));
     const std::vector<int> edges = edgesOfRows(content.copy(0, firstRow, content.width(), lastRow - firstRow + 1));
     const double limit = quietShare * (edges.empty() ? 0 : *std::max_element(edges.begin(), edges.end()));
-    // From one end of the band outwards into the next space between lines that has room for a slope.
+    // Moves one end of the band outwards into the next space between lines that has room for a slope.
     const auto lengthen = [&](double end, int step, double &slope) {
         int row = int(end * scale) - firstRow;
         const auto isInside = [&] { return row >= 0 && row < int(edges.size()); };
@@ -177,12 +185,12 @@ CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glas
     return band;
 }
 
-void paintSheen(QPainter &painter, const QRectF &rect)
+void paintGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, double opacity)
 {
-    QLinearGradient sheen(rect.topLeft(), QPointF(rect.left(), rect.top() + sheenShare * rect.height()));
-    sheen.setColorAt(0, QColor::fromRgbF(1, 1, 1, sheenStrength));
-    sheen.setColorAt(1, QColor::fromRgbF(1, 1, 1, 0));
-    painter.fillRect(rect, sheen);
+    painter.setOpacity(opacity);
+    frosted.paint(painter, rect, 1);
+    paintSheen(painter, rect);
+    painter.setOpacity(1);
 }
 
 void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, const QImage &mask,

@@ -10,34 +10,34 @@ namespace lucentra {
 
 class FrostedBackdrop;
 
-/// Where something is to be read on the glass. There it lets nothing sharp through, and is never too clear for white
-/// text; its tone stays that of the glass around it.
+/// An area of the glass with text on it. There the glass lets nothing sharp through and is dark enough for white text;
+/// its tone is that of the glass around it.
 struct CalmArea
 {
     QRectF rect;           ///< points of the glass
-    double strength = 1;   ///< from 0, like the glass around it, to 1
-    double slopeAbove = 0; ///< over how many points a band across the glass ends; 0 for a rounded area
+    double strength = 1;   ///< from 0 (like the glass around it) to 1
+    double slopeAbove = 0; ///< the height of a band's soft upper end, in points; 0 for a rounded area
     double slopeBelow = 0;
 
     bool operator==(const CalmArea &) const = default;
 };
 
-/// Whether areas on glass of that opacity (0 to 1) are darker than the glass around them, so that their outlines are
-/// seen.
+/// Whether calm areas on glass of that opacity (0 to 1) are darker than the glass around them, so that their outlines
+/// are visible.
 bool areCalmAreasSeen(double glassOpacity);
 
-/// How calm glass of that size is to be, in the alpha of its pixels: the areas and a little around them, softly ending.
-/// With `joined`, lines beneath one another get one area, whose outline has no steps.
+/// A mask of the calm areas with soft edges: alpha is the calmness of each pixel. With `joined`, lines below each other
+/// share one area, so that its outline has no steps.
 QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas, bool joined);
 
 /// A band across the glass that covers `place` and the whole lines of the content's text there; between lines it ends
 /// softly. The content is of the glass's size.
 CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glass);
 
-/// Light that falls on the glass from above.
-void paintSheen(QPainter &painter, const QRectF &rect);
+/// Draws glass of that opacity (0 to 1), with light that falls on it from above.
+void paintGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, double opacity);
 
-/// Draws calm glass over glass of that opacity (0 to 1), as far as the mask, of the rectangle's size, tells.
+/// Draws calm glass over glass of that opacity (0 to 1), through the mask, which has the rectangle's size.
 void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, const QImage &mask,
                     double opacity);
 

@@ -22,10 +22,10 @@ double distanceInside(double x, double y, double side)
     return paneCornerRadius - beyondCorner - std::min(std::max(dx, dy), 0.0);
 }
 
-/// The line lies this far inside the edge, so that its outer side isn't cut off.
+/// The line's distance from the edge, so that its outer side isn't cut off.
 constexpr double lineInset = 0.5;
 
-/// Of the edges' pieces.
+/// The length of the edges' pieces.
 constexpr int pieceLength = 128;
 
 } // namespace
@@ -52,7 +52,7 @@ FramePicture FramePicture::make(const QColor &color, double scale, double reach,
 
 FramePicture FramePicture::line(const NeonBorderStyle &style, double scale)
 {
-    // A pixel is covered by as much as reaches into it from either side.
+    // A pixel's coverage is the part of it that the line covers from either side.
     return make(style.color, scale, std::ceil(lineInset + style.lineWidth) + 1, [&](double inside) {
         const double fromOuter = (inside - lineInset) * scale + 0.5;
         const double fromInner = (lineInset + style.lineWidth - inside) * scale + 0.5;

@@ -9,8 +9,8 @@ class QPainter;
 
 namespace lucentra {
 
-/// A picture of a rounded frame that fits any size: its corners are drawn once, its edges in pieces until they are as
-/// long as needed. (Stretching them would be several times slower.)
+/// A picture of a rounded frame for any size: its corners are drawn once, its edges by repeating a piece of them, which
+/// is several times faster than stretching.
 class FramePicture
 {
 public:
@@ -20,7 +20,7 @@ public:
     FramePicture() = default;
     /// The border's line, on the pane's rounded edge. `scale` is pixels per point.
     static FramePicture line(const NeonBorderStyle &style, double scale);
-    /// The light that the line throws inwards.
+    /// The glow from the line inwards.
     static FramePicture glow(const NeonBorderStyle &style, double scale);
 
     void paint(QPainter &painter, const QRectF &rect, double opacity) const;

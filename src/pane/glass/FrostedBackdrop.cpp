@@ -14,15 +14,15 @@ namespace lucentra {
 namespace {
 
 constexpr int reduction = 4;
-/// Standard deviation in points: lines of text melt into even tones, larger shapes are still felt.
+/// Standard deviation in points. Lines of text become even tones; larger shapes are still visible.
 constexpr double blurDeviation = 12;
 
 /// A cool near-black.
 constexpr QRgb tint = qRgb(12, 17, 26);
 /// How much of the content's colour (its difference from grey) shines through.
 constexpr double colorShare = 0.22;
-/// Brightness that shines through, at black and at white. Through a glass that is not quite opaque the content is
-/// seen a second time; over light content the glass is darker to make up for it.
+/// Brightness that shines through, at black and at white. Content is also seen directly through glass that isn't
+/// opaque; the glass is darker over light content to compensate.
 constexpr double glowOverDark = 22;
 constexpr double glowOverLight = 0;
 

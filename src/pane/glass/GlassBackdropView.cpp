@@ -14,7 +14,7 @@ namespace lucentra {
 
 namespace {
 
-/// Of surfaces on the glass.
+/// The colour of surfaces on the glass.
 const QColor surfaceGrey(66, 70, 79, 168);
 
 /// Cuts the rounded corners out of a picture; touches nothing but the four corners.
@@ -110,7 +110,7 @@ void GlassBackdropView::paintEvent(QPaintEvent *event)
         renderGlass();
     QPainter painter(this);
     for (const QRect &part : event->region()) {
-        painter.setClipRect(part); // pictures are drawn several times faster into one rectangle than into a region
+        painter.setClipRect(part); // drawing a picture into a rectangle is several times faster than into a region
         if (!m_isComposited)
             paintContent(painter);
         painter.drawPixmap(0, 0, m_glass);
@@ -124,10 +124,7 @@ void GlassBackdropView::renderGlass()
     glass.setDevicePixelRatio(devicePixelRatioF());
     glass.fill(Qt::transparent);
     QPainter painter(&glass);
-    painter.setOpacity(m_isOpaque ? 1 : m_opacity);
-    (m_isOpaque ? FrostedBackdrop() : m_frosted).paint(painter, rect(), 1);
-    paintSheen(painter, rect());
-    painter.setOpacity(1);
+    paintGlass(painter, m_isOpaque ? FrostedBackdrop() : m_frosted, rect(), m_isOpaque ? 1 : m_opacity);
     if (!m_isOpaque && hasContent() && !m_calmAreas.isEmpty())
         calm(painter);
     roundCorners(painter, rect());

@@ -19,25 +19,22 @@ public:
 
     explicit GlassBackdropView(QWidget *parent = nullptr);
 
-    /// What lies beneath the pane, of the pane's size in device pixels; null where it isn't known, then the glass is
-    /// its tint alone.
+    /// The picture beneath the pane, of the pane's size in device pixels. If it is null, the glass is its tint alone.
     void setContent(const QImage &content);
     bool hasContent() const { return !m_content.isNull(); }
     const QImage &content() const { return m_content; }
 
-    /// The glass's opacity, from 0 to 1, at once or in a short while.
+    /// The glass's opacity, from 0 to 1, at once or by a short animation.
     void setOpacity(double opacity, bool animated);
-    /// Where something is to be read.
     void setCalmAreas(const QList<CalmArea> &areas);
-    /// An opaque surface without what lies beneath, instead of glass.
+    /// An opaque surface instead of glass, without the content beneath.
     void setOpaque(bool opaque);
-    /// Draws the opaque ground of what lies on the glass: a grey through which the content's colours are felt, and
-    /// nothing sharp. `surface` is a rounded rectangle in the points of `view`, a view on the same pane, and so is the
-    /// painter.
+    /// Draws the opaque ground of a view on the glass: grey with a trace of the content's colours and nothing sharp.
+    /// `surface` is a rounded rectangle in the coordinates of `view`, a view on the same pane, and so is the painter.
     void paintSurface(QPainter &painter, const QRectF &surface, double radius, const QWidget &view) const;
     /// Changes when surfaces look different.
     int surfaceVersion() const { return m_surfaceVersion; }
-    /// Where windows aren't blended, the content itself is drawn first, so that it looks the same.
+    /// If windows aren't blended, the content itself is drawn beneath the glass, so that it looks the same.
     void setComposited(bool composited);
 
 protected:
@@ -57,7 +54,7 @@ private:
     int m_surfaceVersion = 0;
     bool m_isComposited = true;
     QList<CalmArea> m_calmAreas;
-    QImage m_calmMask; ///< how calm the glass is to be, in its alpha; null where it must be made anew
+    QImage m_calmMask; ///< see `calmMask`; null if it is out of date
     bool m_isMaskJoined = false;
     QPixmap m_glass; ///< the glass as it is shown, with its rounded corners
     bool m_isGlassStale = true;

@@ -30,7 +30,7 @@ constexpr int symbolGap = 7;
 constexpr int buttonHeight = 26;
 constexpr int buttonPadding = 12;
 constexpr double buttonRadius = 6;
-constexpr int ringRoom = 3; ///< around the button, for the ring that shows that it has the focus
+constexpr int ringRoom = 3; ///< around the button, for its focus ring
 constexpr double outlineWidth = 0.5;
 constexpr int distanceFromTop = 32; ///< beneath the window's buttons
 constexpr int distanceFromBottom = 4;
@@ -38,7 +38,7 @@ constexpr int distanceFromBottom = 4;
 const SoftShadow cardShadow{.opacity = 0.22, .deviation = 14, .offset = {0, 6}};
 const QColor outlineColor = QColor::fromRgbF(1, 1, 1, 0.18F);
 
-/// The card's one button, of the accent colour. Its ring of focus is drawn around it.
+/// The card's button, in the accent colour. Its focus ring is drawn around it.
 class CardButton : public QPushButton
 {
 public:
@@ -81,7 +81,7 @@ protected:
     }
 };
 
-/// The text with places to break at within words that no line could hold, such as an address.
+/// Adds places to break within words that are wider than a line, such as addresses.
 QString breakable(const QString &text)
 {
     constexpr int longestWhole = 24;
@@ -104,7 +104,7 @@ int wrappedHeight(const QFont &font, const QString &text, int width)
     return QFontMetrics(font).boundingRect(0, 0, width, 1 << 20, Qt::TextWordWrap, text).height();
 }
 
-/// The text, or as much of it from its start as fits a height, with an ellipsis.
+/// Cuts the text off with an ellipsis if it doesn't fit the height.
 QString fittedText(const QFont &font, const QString &text, int width, int height)
 {
     if (wrappedHeight(font, text, width) <= height)
@@ -183,7 +183,7 @@ GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, con
         return;
     m_button = new CardButton(actionTitle, this);
     connect(m_button, &QPushButton::clicked, this, [action = std::move(action)] {
-        const auto kept = action; // the card may go meanwhile, and this function with it
+        const auto kept = action; // it may delete the card and this function with it
         if (kept)
             kept();
     });
@@ -228,7 +228,7 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
     const QString message = breakable(m_message);
     const QString shown = fittedText(m_messageLabel->font(), message, textWidth, room);
     m_messageLabel->setText(shown);
-    // Escaped: a tool tip takes what a service wrote for HTML, and would open the pictures in it.
+    // Escaped, since a tool tip would interpret a service's message as HTML and load pictures.
     m_messageLabel->setToolTip(shown == message ? QString()
                                                 : Qt::convertFromPlainText(m_message, Qt::WhiteSpaceNormal));
     const int messageHeight = wrappedHeight(m_messageLabel->font(), shown, textWidth);

@@ -13,8 +13,8 @@ namespace lucentra {
 
 class GlassBackdropView;
 
-/// A card on the pane that says what went wrong, with or without a button. Its place on the pane is its own business;
-/// a message that has no room is cut off with an ellipsis. To assistive programs it is an alert.
+/// A card on the pane with an error message, with or without a button. It places itself on the pane. A message that
+/// doesn't fit is cut off with an ellipsis. To assistive programs it is an alert.
 class GlassErrorCard : public QWidget
 {
 public:
@@ -22,16 +22,16 @@ public:
     static constexpr int greatestWidth = 380;
     /// Between the card and the pane's sides, while there is room.
     static constexpr int sideDistance = 24;
-    /// How far the card's centre lies below the pane's.
+    /// The distance of the card's centre below the pane's centre.
     static constexpr int belowCenter = 8;
 
-    /// Without `actionTitle` there is no button. `action` may end the card. The card's ground is made of the glass.
+    /// Without `actionTitle` there is no button. `action` may delete the card. The card's ground is made of the glass.
     GlassErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                    std::function<void()> action, const GlassBackdropView &glass, QWidget *parent);
 
-    /// Lays the card out for a pane of a size; its own widget is larger by the room for its shadow.
+    /// Lays the card out for a pane of that size. The widget is larger than the card by the room for the shadow.
     void placeOn(QSize pane);
-    /// Where the card itself is seen, in the pane's points.
+    /// The visible card without its shadow, in pane points.
     QRect cardRect() const;
     QPushButton *actionButton() const { return m_button; }
 

@@ -20,19 +20,19 @@ constexpr int sidePadding = 24;
 constexpr int verticalPadding = 12;
 constexpr int shadowRoom = 10;
 constexpr int leastFontPixels = 12;
-/// At the pane's upper edge, and as much at the lower one.
+/// Kept free at the pane's upper and lower edge.
 constexpr int roomForButtons = 28;
 constexpr int capsuleBottom = 38;
 constexpr int textFlags = Qt::AlignCenter | Qt::TextWordWrap;
 
-/// Around the text, over other text.
+/// The dark ground around a text over other text.
 constexpr QMargins groundMargins(18, 11, 18, 11);
 constexpr double groundRadius = 14;
 const QColor groundColor(12, 17, 26);
 
 const SoftShadow textShadow{.opacity = 0.65, .deviation = 3, .offset = {0, 1}};
 
-/// Two lines instead of the last middle dot.
+/// Breaks the line at the last middle dot.
 QString onTwoLines(const QString &text)
 {
     static const QRegularExpression lastDot(u" ?[・·] ?(?=[^・·]*$)"_s);
@@ -110,10 +110,10 @@ HintLabel::Setting HintLabel::settingIn(const QFont &font) const
     const QRect room = rect().adjusted(sidePadding, verticalPadding, -sidePadding, -verticalPadding);
     const bool fitsOneLine = metrics.horizontalAdvance(text()) <= room.width();
     const QString shown = fitsOneLine ? text() : onTwoLines(text());
-    const int width = balancedSize(metrics, room.size(), textFlags, shown).width(); // no lonely last word
+    const int width = balancedSize(metrics, room.size(), textFlags, shown).width(); // avoids a last line of one word
     const QRect narrow(room.x() + (room.width() - width) / 2, room.y(), width, room.height());
     const QRect centred = metrics.boundingRect(narrow, textFlags, shown);
-    // A low pane has no middle clear of the capsule.
+    // In a low pane the middle isn't clear of the capsule.
     const int highest = capsuleBottom + (isOverText && isOverText() ? groundMargins.top() : 0);
     const int down = std::max(0, std::min(highest - centred.top(), room.bottom() - centred.bottom()));
     return {shown, font, centred.translated(0, down)};

@@ -12,22 +12,22 @@
 
 namespace lucentra {
 
-/// A large white text with a soft shadow in the middle of the pane, over its whole area; smaller on a pane too small
-/// for it. Where one line isn't enough, what the last middle dot joins stands on lines of its own. Over other text it
-/// has a dark ground. Takes no clicks.
+/// A large white text with a soft shadow in the middle of the pane. The widget fills the pane and takes no clicks. The
+/// text is smaller on a small pane, is broken at the last middle dot if it is too long for one line, and has a dark
+/// ground over other text.
 class HintLabel : public PassThroughHostingView
 {
 public:
     explicit HintLabel(const QString &text, QWidget *parent = nullptr);
 
-    /// Fades to nothing, and is then deleted.
+    /// Fades out and is then deleted.
     void fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type easing);
     double opacity() const { return m_opacity; }
-    /// Called with each step of the fade; left out where it isn't set.
+    /// Called for each step of the fade.
     std::function<void()> onOpacityChanged;
-    /// Whether other text is beneath; asked at each painting.
+    /// Whether other text is beneath. Called for each painting.
     std::function<bool()> isOverText;
-    /// Where the text stands.
+    /// The text's place.
     QRect textRect() const;
 
 private:

@@ -8,10 +8,10 @@ namespace lucentra {
 /// How the pane's border is drawn. Lengths are points.
 struct NeonBorderStyle
 {
-    QColor color; ///< of line and glow, with its opacity
+    QColor color; ///< of line and glow, including its opacity
     double lineWidth = 0;
-    double glowReach = 0;   ///< from the line inwards, where a seventh of its light is left
-    double glowOpacity = 0; ///< while nothing is going on
+    double glowReach = 0;   ///< distance from the line at which a seventh of the light is left
+    double glowOpacity = 0; ///< while no pass is running
 
     bool isVisible() const { return lineWidth > 0; }
     bool operator==(const NeonBorderStyle &) const = default;

@@ -74,7 +74,7 @@ void NeonBorderView::paintEvent(QPaintEvent *event)
     }
     QPainter painter(this);
     for (const QRect &part : event->region()) {
-        painter.setClipRect(part); // pictures are drawn several times faster into one rectangle than into a region
+        painter.setClipRect(part); // drawing a picture into a rectangle is several times faster than into a region
         m_glow.paint(painter, rect(), m_glowOpacity);
         m_line.paint(painter, rect(), 1);
     }

@@ -11,8 +11,8 @@ namespace lucentra {
 
 class SettingsStore;
 
-/// The pane's border: a line on the rounded edge that glows inwards, and whose glow breathes while a pass runs. It
-/// fills the pane and takes no clicks.
+/// The pane's border: a line on the rounded edge with a glow inwards that pulses while a pass runs. It fills the pane
+/// and takes no clicks.
 class NeonBorderView : public QWidget
 {
 public:
@@ -23,12 +23,12 @@ public:
 
     NeonBorderView(const SettingsStore &settings, QWidget *parent = nullptr);
 
-    /// Shows that a pass runs; only looks are changed. `updatePulse` must follow.
+    /// Whether a pass runs. `updatePulse` must follow a change.
     bool isProcessing = false;
 
     /// Reads the colour from the settings. Also done on "UpdateNeonBorder".
     void updateColor();
-    /// Starts or ends the pulse.
+    /// Starts or ends the pulse as `isProcessing`, colour and reduced motion require.
     void updatePulse();
     void accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options);
 
@@ -50,7 +50,7 @@ private:
     double m_glowOpacity = 0;
     FramePicture m_line;
     FramePicture m_glow;
-    double m_pictureScale = 0; ///< of the two pictures; 0 where they must be made anew
+    double m_pictureScale = 0; ///< of the two pictures; 0 if they are out of date
 };
 
 } // namespace lucentra

@@ -19,7 +19,7 @@ constexpr auto temporaryFade = 500ms;
 constexpr auto startFade = 400ms;
 constexpr auto reducedFade = 120ms;
 
-/// Reading takes about this long; an ideograph more, but then there are fewer.
+/// The time to read a character. An ideograph takes longer, but there are fewer of them.
 constexpr std::chrono::milliseconds timePerCharacter = 70ms;
 
 } // namespace

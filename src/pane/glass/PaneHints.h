@@ -16,40 +16,40 @@ namespace lucentra {
 
 class HintLabel;
 
-/// The hints in the middle of the pane, at most one at a time. While the pane hasn't been used yet it is pristine and
-/// shows its start hint. Main thread only.
+/// The hints in the middle of the pane, at most one at a time. Until the pane is used it is pristine and shows its
+/// start hint.
 class PaneHints : public QObject
 {
 public:
-    /// The pane around the hints.
     struct Surroundings
     {
         std::function<void(QWidget *)> add; ///< puts a label on the pane, beneath the capsule, and shows it
-        std::function<void()> changed;      ///< the hint is another, or less opaque
+        std::function<void()> changed;      ///< the hint or its opacity has changed
         std::function<bool()> isOverText;   ///< whether there is other text on the pane
     };
 
     PaneHints(QWidget &pane, Scheduler &scheduler, Surroundings surroundings);
 
-    /// A persistent hint; the pane counts as unused (again).
+    /// Shows a persistent hint. The pane becomes pristine.
     void showStart(const QString &text);
-    /// Stays until another hint, or fades by itself if temporary; a temporary one means that the pane is being used.
+    /// Shows a hint until the next one, or for a short time if it is temporary. With a temporary one the pane is no
+    /// longer pristine.
     void show(const QString &text, bool temporary);
-    /// A temporary hint that stays for as long as it takes to read, or until the user's next click or key.
+    /// Shows a temporary hint for the time it takes to read, or until the user's next click or key.
     void showNote(const QString &text);
     void endNote();
-    /// The pane is being used: the start hint fades. Nothing happens where that was known.
+    /// The pane is no longer pristine: the start hint fades.
     void dismissStart();
 
-    /// Where the hint's text stands on the pane, and how opaque it is: 0 where there is none.
+    /// The place of the hint's text on the pane, and its opacity: 0 if there is no hint.
     QRect textRect() const;
     double opacity() const;
 
     bool isPristine() const { return m_isPristine; }
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }
-    /// The pane has another size.
+    /// To be called when the pane's size changes.
     void layOut();
-    /// Another view has come onto the pane: the hint stays above it, beneath the capsule.
+    /// To be called when a view was added to the pane, so that the hint stays above it, beneath the capsule.
     void stackUnder(QWidget *capsule);
 
 protected:

@@ -13,15 +13,15 @@ namespace lucentra {
 /// private-use characters are gone.
 QString drawableText(const QString &text);
 
-/// Whether this is no font at all, but what the toolkit draws empty boxes with where no installed font knows a script.
-/// Its other properties must not be asked for.
+/// Whether this is the toolkit's substitute that draws empty boxes because no installed font covers a script. Its other
+/// properties are meaningless.
 bool isBoxFont(const QRawFont &font);
 
 /// Whether a shaped text would show empty boxes.
 bool hasMissingGlyphs(const QList<QGlyphRun> &runs);
 
-/// The text with a replacement character for each character that neither the font nor its fallbacks can draw; they
-/// are left out where that is missing, too. Slow: for texts that have missing glyphs.
+/// Replaces each character that neither the font nor its fallbacks can draw by a replacement character, or removes it
+/// if that can't be drawn either. Slow: call it only if `hasMissingGlyphs`.
 QString withoutMissingGlyphs(const QString &text, const QFont &font);
 
 } // namespace lucentra

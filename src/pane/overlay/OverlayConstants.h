@@ -1,10 +1,9 @@
 #pragma once
 
-/// The numbers of the overlays' layout, in points where nothing else is said. They are the design's, tuned by eye;
-/// what each is for stands beside it.
+/// The constants of the overlays' layout, in points unless stated otherwise. They were tuned by eye.
 namespace lucentra::overlay {
 
-/// Left free at the pane's left and right edge: the border and its glow lie there.
+/// Left free at the pane's left and right edge: the border and its glow are drawn there.
 inline constexpr double edgeInset = 4.0;
 /// A source line must be wider and higher than this; smaller rectangles are specks that no text would fit.
 inline constexpr double minimumSourceSide = 4.0;
@@ -20,19 +19,19 @@ inline constexpr double verticalPadding = 2.0;
 /// Added to a measured text height: the padding above and below.
 inline constexpr double verticalSlack = 2 * verticalPadding;
 
-/// Sizes that can still be read; a size that the user has fixed starts higher.
+/// The smallest readable sizes, in the automatic mode and for a size that the user has fixed.
 inline constexpr double minimumAutomaticSize = 10.0;
 inline constexpr double minimumFixedSize = 12.0;
 inline constexpr double maximumSize = 48.0;
-/// In force while the user has fixed the size without ever choosing one.
+/// Used if the size is fixed and none is stored.
 inline constexpr double defaultFixedSize = 22.0;
 /// A line's box is a little higher than the font size of its text.
 inline constexpr double sizeOfSourceHeight = 0.9;
 /// One line at a smaller size is better than two, down to this part of the starting size.
 inline constexpr double singleLineShrink = 0.8;
-/// Between two sizes that are tried for several lines.
+/// The step between the sizes that are tried for several lines.
 inline constexpr double sizeStep = 0.5;
-/// More lines would hide what lies around the source.
+/// More lines would hide what is around the source.
 inline constexpr int maximumLines = 4;
 
 /// The text's grey level (white is 1), and its opaque black shadow: offset downwards, and the deviation of its blur.

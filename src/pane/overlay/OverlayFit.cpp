@@ -12,10 +12,10 @@ using namespace overlay;
 
 namespace {
 
-/// Less than any real difference between measures, more than floating point adds to them.
+/// Less than any real difference between measures and more than floating-point errors.
 constexpr double noise = 1e-6;
 
-/// A count that is limited before it becomes an integer, whatever the measures were.
+/// Limits a count before the conversion to an integer, whatever the measures are.
 int boundedCount(double count, int least, int most)
 {
     return int(std::clamp(count, double(least), double(most)));
@@ -81,7 +81,7 @@ OverlayFit Fitting::automatic(const SingleLineMeasure &start) const
     return cutOff(std::max(minimumAutomaticSize, std::min(fittingSize, startSize)));
 }
 
-/// Several lines that show the whole text at a size, where they fit.
+/// Fits the whole text at a size on several lines. Returns nullopt if it doesn't fit.
 std::optional<OverlayFit> Fitting::wholeText(double size) const
 {
     const SingleLineMeasure line = measurer.measureSingleLine(text, size);

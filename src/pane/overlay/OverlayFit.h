@@ -15,26 +15,26 @@ struct SingleLineMeasure
     bool operator==(const SingleLineMeasure &) const = default;
 };
 
-/// A measure in whole points, rounded up. Scaling leaves a hair above whole numbers; that doesn't count.
+/// Rounds a measure up to whole points. Ignores the tiny excess that scaling leaves above whole numbers.
 double roundedUpToPoints(double measure);
 
-/// Measures overlay texts. Answers must agree with what is drawn later. Sizes and measures are points.
+/// Measures overlay texts, consistently with how they are drawn. Sizes and measures are points.
 class OverlayTextMeasurer
 {
 public:
     virtual ~OverlayTextMeasurer() = default;
 
     virtual SingleLineMeasure measureSingleLine(const QString &text, double fontSize) = 0;
-    /// The height of the text broken into lines at a width, not rounded. Once it is clear that the height exceeds
-    /// `atMost`, measuring may end: any finite answer clearly above `atMost` then does.
+    /// The height of the text broken into lines at a width, not rounded. If the height exceeds `atMost`, any finite
+    /// value clearly above `atMost` may be returned.
     virtual double boundingHeight(const QString &text, double width, double fontSize,
                                   double atMost = std::numeric_limits<double>::infinity()) = 0;
 };
 
-/// How a text is made to fit.
+/// The size at which a text fits, and its lines.
 struct OverlayFit
 {
-    int lines = 1;       ///< at most so many are drawn, 1 to 4; the last is cut off with an ellipsis
+    int lines = 1;       ///< the greatest number of lines, 1 to 4; a longer text ends with an ellipsis
     double fontSize = 0; ///< points
     double height = 0;   ///< of the overlay, points
     bool isWhole = true; ///< whether nothing is cut off
@@ -47,9 +47,9 @@ struct OverlayFit
 double startingFontSize(bool isAuto, double sourceHeight, double storedFontSize);
 
 /// Finds size, lines and height for a text. The automatic mode prefers one line, a little smaller if need be, then
-/// the greatest size in half points at which the whole text fits; where none does, the text is cut off. The fixed
-/// mode keeps its size. A source's height is never given up, even above `maxHeight`. A measure that is not finite,
-/// or a line height of 0, counts as one line of the source's height.
+/// the greatest size in half points at which the whole text fits. If there is none, the text is cut off. The fixed
+/// mode keeps its size. The height is never less than the source's, even above `maxHeight`. A measure that is not
+/// finite, or a line height of 0, counts as one line of the source's height.
 OverlayFit fitOverlayText(OverlayTextMeasurer &measurer, const QString &text, bool isAuto, double sourceHeight,
                           double textWidth, double maxHeight, double storedFontSize);
 

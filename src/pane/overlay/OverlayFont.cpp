@@ -21,14 +21,14 @@ constexpr LanguageFamily languageFamilies[] = {
     {"hi"_L1, "Noto Sans Devanagari"_L1},
 };
 
-// Asked in this order for what the language's family lacks. Emoji stand before the symbols, since a reader expects
-// the coloured form; they stand behind the text families, since the emoji font has digits of its own.
+// Fallbacks for characters that the language's family lacks, in this order. Emoji come before symbols, since a reader
+// expects the coloured form, but after the text families, since the emoji font has its own digits.
 constexpr QLatin1StringView fallbackFamilies[] = {
     "Noto Sans"_L1,      "Noto Sans CJK TC"_L1,     "Noto Sans Arabic"_L1, "Noto Sans Hebrew"_L1,
     "Noto Sans Thai"_L1, "Noto Sans Devanagari"_L1, "Noto Color Emoji"_L1, "Noto Sans Symbols2"_L1,
 };
 
-/// Whether a tag begins with whole subtags.
+/// Whether the leading subtags of a tag equal the prefix.
 bool begins(const QString &tag, QLatin1StringView prefix)
 {
     return tag.startsWith(prefix, Qt::CaseInsensitive) && (tag.size() == prefix.size() || tag[prefix.size()] == u'-');

@@ -16,12 +16,12 @@ class SettingsStore;
 struct OverlayFontSettings
 {
     bool isAuto = true;        ///< the size follows the source's height
-    double storedFontSize = 0; ///< points; in force while `isAuto` is false; 0 where none is stored
+    double storedFontSize = 0; ///< points; used if `isAuto` is false; 0 if none is stored
 
     bool operator==(const OverlayFontSettings &) const = default;
 };
 
-/// Reads them; anything but a stored boolean counts as automatic.
+/// Any stored value for `isAuto` that isn't a boolean counts as true.
 OverlayFontSettings overlayFontSettings(const SettingsStore &settings);
 
 /// Where and how one translation is drawn.
@@ -29,13 +29,13 @@ struct OverlayLayout
 {
     QRectF frame;        ///< pane points, origin top-left, y down
     double fontSize = 0; ///< points
-    int lines = 1;       ///< at most so many are drawn
+    int lines = 1;       ///< the greatest number of lines
 
     bool operator==(const OverlayLayout &) const = default;
 };
 
-/// Lays out the translation of one source line over it. `rect` is where the source lies, in pane points. The overlay
-/// grows to the right to keep its text on one line, is moved to the left where it would leave the pane, and then grows
+/// Lays out the translation of one source line over it. `rect` is the source's place, in pane points. The overlay
+/// grows to the right to keep its text on one line, is moved to the left if it would leave the pane, and then grows
 /// downwards. It passes its right limit only if its text would be cut off otherwise. Returns nullopt if the source is
 /// too small.
 std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text,

@@ -17,7 +17,7 @@ namespace {
 
 constexpr double shadowReach = 3 * shadowDeviation + shadowOffset;
 
-/// Pixels per point beyond which the picture is only enlarged: no screen has more, and a printer's picture would not
+/// Pixels per point. Above this scale the picture is enlarged: no screen has more, and a picture for a printer wouldn't
 /// fit into memory.
 constexpr double maximumScale = 8;
 

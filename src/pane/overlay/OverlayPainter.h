@@ -13,16 +13,16 @@ class QPainter;
 namespace lucentra {
 
 /// Draws one overlay: bold, nearly white text with a soft black shadow, on any paint device at any scale. The picture
-/// is made once a scale and kept, so that repainting is cheap. Main thread only.
+/// is kept until the scale changes, so that repainting is cheap.
 class OverlayPainter
 {
 public:
     /// `text` must be the one that the layout was made for, of the same typesetter.
     OverlayPainter(std::shared_ptr<OverlayText> text, const OverlayLayout &layout);
 
-    const QRectF &frame() const { return m_layout.frame; }
-    /// What painting may touch, in pane points: the lines and their shadow, which reaches beyond the frame. So does a
-    /// line for which the frame has no room.
+    const OverlayLayout &layout() const { return m_layout; }
+    /// The area that painting may touch, in pane points. The shadow, and a line that doesn't fit into the frame, reach
+    /// beyond the frame.
     QRectF paintedArea() const;
 
     /// Paints in pane points. The painter may be scaled and moved; under a rotation the text is only interpolated.
@@ -33,13 +33,13 @@ private:
     {
         QImage image;
         double scale = 0;  ///< pixels per point
-        QPointF remainder; ///< the part of a pixel by which the area's corner lies off the grid
+        QPointF remainder; ///< offset of the area's corner from the pixel grid, less than a pixel
     };
 
     Picture render(double scale, QPointF remainder) const;
 
-    const std::shared_ptr<OverlayText> m_text;
-    const OverlayLayout m_layout;
+    std::shared_ptr<OverlayText> m_text;
+    OverlayLayout m_layout;
     Picture m_picture;
 };
 

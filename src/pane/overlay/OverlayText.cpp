@@ -18,20 +18,20 @@ namespace lucentra {
 
 namespace {
 
-/// The room above and below the baseline that every line has, in ems: those of the kind of system font that the
-/// overlays' numbers are tuned for. The families' own line heights, 1.36 to 2.1 em, are made for running text and for
-/// every mark of their scripts; where a text has such marks, its lines grow by what their ink needs.
+/// The height of every line above and below the baseline, in ems, as in the system font for which the overlays'
+/// constants were tuned. The families' own line heights, 1.36 to 2.1 em, are made for running text and every mark of
+/// their scripts. The lines of a text with such marks grow by what its ink needs.
 constexpr double nominalAscent = 0.952;
 constexpr double nominalDescent = 0.241;
 /// The widest line that the toolkit's fixed-point numbers can hold.
 constexpr double unlimitedWidth = 8000000;
-/// A text that is this little too wide, in points, stays on its line: the padding is wider.
+/// A text that exceeds the width by no more than this, in points, stays on one line, since the padding is wider.
 constexpr double widthTolerance = 0.25;
-/// Kerning across a line's end is lost, so lines may be a little narrower than their part of the whole.
+/// Breaking a line loses kerning, so lines may be a little narrower than their share of the whole.
 constexpr double brokenLineShare = 0.98;
-/// User-perceived characters are narrower, in ems, but for a few ornamental ligatures.
+/// The width of nearly all user-perceived characters is less, in ems.
 constexpr double widestCharacter = 4;
-/// By which a height must exceed a limit, in points, so that no rounding can hide it.
+/// A height that exceeds a limit by more than this, in points, exceeds it despite rounding.
 constexpr double clearExcess = 0.001;
 
 QTextOption optionFor(const QString &text)
@@ -130,12 +130,12 @@ double OverlayText::lineWidth(double fontSize) const
     return m_width * fontSize / m_font.pixelSize();
 }
 
-/// What the text needs at least, without breaking it into lines.
+/// A lower bound of the height, without breaking the text into lines.
 double OverlayText::leastHeight(double width, double fontSize) const
 {
     const double oneLine = lineHeight(fontSize);
     if (width < widestCharacter * fontSize)
-        return oneLine; // a character that is wider than the line stands on it all the same
+        return oneLine; // a line holds at least one character, even a wider one
     const double blackWidth = m_blackWidth * fontSize / m_font.pixelSize();
     return std::max(1.0, std::ceil(blackWidth * brokenLineShare / width)) * oneLine;
 }
@@ -213,7 +213,7 @@ void OverlayText::draw(QPainter &painter, QPointF topLeft, double width, double 
         if (line.isValid())
             drawLine(painter, line, 0);
     } else {
-        // One line more tells that text is left over.
+        // A further line shows that the text is longer.
         const int count = breakIntoLines(width / scale, lines + 1);
         const int whole = count > lines ? lines - 1 : count;
         for (int i = 0; i < whole; ++i)

@@ -12,9 +12,9 @@ namespace lucentra {
 /// The text of one overlay, shaped once at the reference size of the font; every size in points is a scale of it.
 /// Measuring and drawing break the lines by the same code, so that what was measured to fit is drawn whole.
 ///
-/// Line breaks in the text are drawn as spaces, since an overlay stands for one line of the source. What no installed
-/// font can draw is left out or drawn as a replacement character, never as an empty box. All lines are equally far
-/// apart, whatever fonts are used in them. Main thread only; measures are points and not rounded.
+/// Line breaks in the text are drawn as spaces, since an overlay replaces one line of the source. A character
+/// that no installed font can draw is left out or replaced, and is never drawn as an empty box. The distance between
+/// lines doesn't depend on the fonts used in them. Measures are points and not rounded.
 class OverlayText
 {
 public:
@@ -26,13 +26,13 @@ public:
 
     double lineHeight(double fontSize) const;
     double lineWidth(double fontSize) const;
-    /// The height at a width; ends early with some greater height once it exceeds `atMost`.
+    /// The height at a width. If it exceeds `atMost`, some greater height may be returned.
     double boundingHeight(double width, double fontSize, double atMost);
 
-    /// Draws at most `lines` lines into a width with the painter's pen, the last one with an ellipsis where text is
-    /// left over. `topLeft` is the corner of the first line's capitals rather than of its box, since a source line's
-    /// rectangle encloses its ink: so the one's letters lie over the other's. A right-to-left text is aligned to the
-    /// right.
+    /// Draws at most `lines` lines into a width with the painter's pen, the last one with an ellipsis if the
+    /// text is longer. `topLeft` is the corner of the first line's capitals rather than of its box: the rectangle of a
+    /// source line encloses its ink, so that the letters are drawn over those of the source. A right-to-left text is
+    /// aligned to the right.
     void draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines);
 
 private:
@@ -49,7 +49,7 @@ private:
     double m_descent = 0;
     double m_emptyTop = 0; ///< the first line's room above its ink or its capitals, whichever are higher
     double m_width = 0;
-    double m_blackWidth = 0; ///< what the lines together hold at least: the width without spaces
+    double m_blackWidth = 0; ///< the width without spaces, which broken lines together hold at least
 };
 
 } // namespace lucentra

@@ -10,8 +10,8 @@
 
 namespace lucentra {
 
-/// Measures overlay texts with the font that they are drawn in. It remembers the last text, since the measures of one
-/// fit ask for the same text again and again. Main thread only; needs the application's fonts.
+/// Measures overlay texts with the font that they are drawn in. It remembers the last text, since fitting measures the
+/// same text repeatedly.
 class OverlayTypesetter final : public OverlayTextMeasurer
 {
 public:
@@ -21,7 +21,7 @@ public:
     SingleLineMeasure measureSingleLine(const QString &text, double fontSize) override;
     double boundingHeight(const QString &text, double width, double fontSize, double atMost) override;
 
-    /// The shaped text, to be drawn.
+    /// The shaped text, for painting.
     std::shared_ptr<OverlayText> typeset(const QString &text);
 
 private:

@@ -7,19 +7,19 @@
 
 namespace lucentra {
 
-/// Tells clicks from drags on the pane's body, and counts clicks that follow each other quickly.
+/// Distinguishes clicks from drags on the pane's body, and counts clicks in quick succession.
 ///
-/// Clicks count in pairs: four quick ones are two double clicks (1, 2, 1, 2). Positions are points on the screen, so
-/// that a window which follows the pointer doesn't hide the pointer's travel.
+/// Clicks count in pairs: four quick ones are two double clicks (1, 2, 1, 2). Positions are in screen points, so that
+/// the pointer's travel is known even if the window follows it.
 class ClickRecognizer
 {
 public:
-    /// From here on a press is a drag: the pointer's travel, and the window's, in points. The pointer's is the
-    /// toolkit-independent size of a hand's unrest on a touchpad; a window doesn't move by itself at all.
+    /// Travel of the pointer and of the window, in points, from which a press is a drag. The pointer's allows for an
+    /// unsteady hand on a touchpad; a window doesn't move by itself.
     static constexpr double pointerTravel = 8.0;
     static constexpr double windowTravel = 2.0;
 
-    /// Within which time and distance (points) of the press before a press counts as the second of a pair.
+    /// The greatest time and distance (points) between the two presses of a pair.
     struct PairLimits
     {
         std::chrono::milliseconds interval;
@@ -27,11 +27,11 @@ public:
     };
 
     void press(QPointF pointer, QPointF windowOrigin, std::chrono::milliseconds time, PairLimits limits);
-    /// The place of the press, once a press: from this move on it is a drag.
+    /// Returns the place of the press when it becomes a drag, and nullopt for all other moves.
     std::optional<QPointF> move(QPointF pointer);
-    /// The click's place in its pair (1 or 2), or nothing where the press was a drag or is no longer followed.
+    /// Returns the click's position in its pair (1 or 2), or nullopt if the press became a drag or was cancelled.
     std::optional<int> release(QPointF pointer, QPointF windowOrigin);
-    /// Follows the press no longer, and starts counting anew.
+    /// Drops the press and the count.
     void cancel();
 
 private:

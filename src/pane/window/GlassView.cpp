@@ -6,17 +6,14 @@
 #include "GripView.h"
 #include "LocalizationManager.h"
 #include "NeonBorderView.h"
-#include "OverlayTypesetter.h"
+#include "OverlayView.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "TargetLanguageOption.h"
-#include "TransparentWindow.h"
 #include "WidgetFade.h"
 
-#include <QGuiApplication>
-#include <QMouseEvent>
-#include <QPainter>
-#include <QStyleHints>
+#include <QAccessible>
+#include <QPushButton>
 
 #include <algorithm>
 #include <utility>
@@ -36,12 +33,6 @@ constexpr int inputPanelTop = 40;
 constexpr auto inputPanelAppears = 250ms;
 constexpr auto inputPanelGoes = 200ms;
 
-ClickRecognizer::PairLimits pairLimits()
-{
-    const QStyleHints *hints = QGuiApplication::styleHints();
-    return {std::chrono::milliseconds(hints->mouseDoubleClickInterval()), double(hints->mouseDoubleClickDistance())};
-}
-
 } // namespace
 
 GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions, QWidget *parent)
@@ -52,6 +43,7 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_neonBorderView(new NeonBorderView(services.settings, this))
     , m_grip(new GripView(this))
     , m_capsule(new ControlCapsuleView(services.texts, *m_visualEffect, this))
+    , m_overlayView(new OverlayView(this))
     , m_hints(*this, services.scheduler,
               {.add = [this](QWidget *view) { addBelowCapsule(view); },
                .changed = [this] { updateCalmAreas(); },
@@ -65,8 +57,6 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     showPristineHint();
 }
 
-GlassView::~GlassView() = default;
-
 void GlassView::observeNotifications()
 {
     const SettingsStore &store = m_services.settings;
@@ -75,7 +65,6 @@ void GlassView::observeNotifications()
     store.observe(settings::triggerMode, this, [this] { updateCapsuleState(); });
     store.observe(notifications::targetLanguageChanged, this, [this](const QString &code) {
         m_targetLanguageCode = code;
-        m_typesetter.reset();
         updateCapsuleState();
     });
     store.observe(notifications::translationClickGestureChanged, this, [this] {
@@ -123,7 +112,7 @@ void GlassView::updateCapsuleState()
 void GlassView::placeCapsule()
 {
     const QSize capsule = m_capsule->size();
-    // A narrow pane gives its margin up before the capsule covers the window's buttons.
+    // In a narrow pane the margin shrinks before the capsule covers the window's buttons.
     const int right = std::clamp(width() - capsule.width() - leftOfCapsule, leastCapsuleRight, capsuleRight);
     m_capsule->move(width() - right - capsule.width(), capsuleTop);
 }
@@ -137,14 +126,12 @@ void GlassView::addBelowCapsule(QWidget *view)
 
 bool GlassView::isTextShown() const
 {
-    return !m_overlayViews.isEmpty() || m_inputPanel;
+    return !m_overlayView->picture().calmAreas().isEmpty() || m_errorCard || m_inputPanel;
 }
 
 void GlassView::updateCalmAreas()
 {
-    QList<CalmArea> areas;
-    for (const QRectF &frame : std::as_const(m_overlayFrames))
-        areas.append({.rect = frame});
+    QList<CalmArea> areas = m_overlayView->picture().calmAreas();
     if (m_hints.opacity() > 0 && !isTextShown()) {
         CalmArea band = calmBand(m_hints.textRect(), m_visualEffect->content(), size());
         band.strength = m_hints.opacity();
@@ -153,7 +140,7 @@ void GlassView::updateCalmAreas()
     if (m_inputPanel)
         areas.append({.rect = m_inputPanel->geometry()});
     m_visualEffect->setCalmAreas(areas);
-    // What lies over a part of the grip would leave a fragment of it.
+    // A view over a part of the grip would leave a fragment of it visible.
     m_grip->setVisible(!m_inputPanel && !(m_errorCard && m_errorCard->cardRect().intersects(m_grip->geometry())));
 }
 
@@ -173,10 +160,14 @@ bool GlassView::isDoubleClickGesture() const
 void GlassView::performTranslateAction()
 {
     dismissPristineHint();
-    if (m_isInputMode)
-        submitManualInput();
-    else
-        translateTapped();
+    if (const auto &act = m_isInputMode ? manualInput.submit : onTranslateTapped)
+        act();
+}
+
+void GlassView::bodyClicked(int count)
+{
+    if (!m_isInputMode && count == (isDoubleClickGesture() ? 2 : 1))
+        performTranslateAction();
 }
 
 void GlassView::toggleTriggerMode()
@@ -233,7 +224,7 @@ void GlassView::hideManualInput()
     m_inputPanel.clear();
     updateCalmAreas();
     if (panel->isAncestorOf(focusWidget()))
-        setFocus(); // what is typed while it goes is no text any more
+        setFocus(); // keys pressed while it fades out are not for it
     if (m_displayOptions.reduceMotion)
         delete panel;
     else
@@ -258,8 +249,8 @@ void GlassView::setComposited(bool composited)
 
 void GlassView::updateCorners()
 {
-    if (TransparentWindow *window = paneWindow())
-        window->setCornersCut(!m_isComposited && !m_visualEffect->hasContent());
+    if (onCornersCut)
+        onCornersCut(!m_isComposited && !m_visualEffect->hasContent());
 }
 
 void GlassView::accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options)
@@ -278,60 +269,73 @@ void GlassView::setHovering(bool hovering)
     updateCapsuleState();
 }
 
-TransparentWindow *GlassView::paneWindow() const
+void GlassView::clearOverlays()
 {
-    return dynamic_cast<TransparentWindow *>(window());
-}
-
-void GlassView::mousePressEvent(QMouseEvent *event)
-{
-    TransparentWindow *window = paneWindow();
-    if (!window || event->button() != Qt::LeftButton) {
-        QWidget::mousePressEvent(event);
-        return;
+    m_overlayView->clear();
+    if (m_errorCard) {
+        if (m_errorCard->isAncestorOf(focusWidget()))
+            setFocus(); // otherwise the first of the window's buttons would get the focus
+        m_errorCard->hide();
+        m_errorCard->deleteLater(); // it may be handling a click on its own button
+        m_errorCard.clear();
     }
-    m_clicks.press(event->globalPosition(), window->pos(), std::chrono::milliseconds(event->timestamp()), pairLimits());
+    updateCalmAreas();
 }
 
-void GlassView::mouseDoubleClickEvent(QMouseEvent *event)
+void GlassView::passStarted()
 {
-    mousePressEvent(event); // the second press of a pair comes as this event alone
-}
-
-void GlassView::mouseMoveEvent(QMouseEvent *event)
-{
-    TransparentWindow *window = paneWindow();
-    if (window && event->buttons() & Qt::LeftButton)
-        dragTo(event->globalPosition(), *window);
-}
-
-void GlassView::dragTo(QPointF pointer, TransparentWindow &window)
-{
-    if (const auto start = m_clicks.move(pointer))
-        window.beginMove(start->toPoint(), pointer.toPoint());
-    window.continueDrag(pointer.toPoint());
-}
-
-void GlassView::mouseReleaseEvent(QMouseEvent *event)
-{
-    TransparentWindow *window = paneWindow();
-    if (!window || event->button() != Qt::LeftButton) {
-        QWidget::mouseReleaseEvent(event);
-        return;
-    }
-    dragTo(event->globalPosition(), *window); // of a quick drag this may be the first that is heard
-    window->endDrag();
-    const auto click = m_clicks.release(event->globalPosition(), window->pos());
-    if (m_isInputMode || click != (isDoubleClickGesture() ? 2 : 1))
-        return;
     dismissPristineHint();
-    translateTapped();
+    clearOverlays();
+    setProcessing(true);
+}
+
+void GlassView::setProcessing(bool processing)
+{
+    m_isProcessing = processing;
+    if (processing)
+        m_hints.endNote();
+    m_neonBorderView->isProcessing = processing;
+    m_neonBorderView->updatePulse();
+    updateCapsuleState();
+}
+
+void GlassView::setTranslationActionState(TranslationActionState state)
+{
+    m_translationActionState = state;
+    updateCapsuleState();
+}
+
+void GlassView::showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note)
+{
+    m_overlayView->setOverlays(
+        candidates,
+        {.paneSize = size(), .targetLanguage = m_targetLanguageCode, .font = overlayFontSettings(m_services.settings)});
+    updateCalmAreas();
+    setTranslationActionState(TranslationActionState::retranslate);
+    if (!note.isEmpty())
+        showNote(note);
+}
+
+void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
+                              std::function<void()> action)
+{
+    setTranslationActionState(TranslationActionState::retry);
+    clearOverlays();
+    m_errorCard = new GlassErrorCard(title, message, actionTitle, std::move(action), *m_visualEffect, this);
+    m_errorCard->placeOn(size());
+    addBelowCapsule(m_errorCard);
+    updateCalmAreas();
+    if (QPushButton *button = m_errorCard->actionButton(); button && isActiveWindow())
+        button->setFocus();
+    QAccessibleEvent alert(m_errorCard, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 void GlassView::resizeEvent(QResizeEvent *)
 {
     m_visualEffect->setGeometry(rect());
     m_neonBorderView->setGeometry(rect());
+    m_overlayView->setGeometry(rect());
     m_grip->move(rect().bottomRight() + QPoint(1, 1) - QPoint(GripView::side, GripView::side));
     m_hints.layOut();
     placeCapsule();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AccessibilityDisplayOptions.h"
-#include "ClickRecognizer.h"
 #include "PaneHints.h"
 #include "PassPane.h"
 
@@ -11,7 +10,6 @@
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 
 namespace lucentra {
 
@@ -21,17 +19,14 @@ class GlassErrorCard;
 class GripView;
 class LocalizationManager;
 class NeonBorderView;
-class OverlayTypesetter;
+class OverlayView;
 class SettingsStore;
-class TransparentWindow;
 
 /// The pane: frosted glass with a glowing border, on which translations, hints, the error card and the capsule of
-/// buttons are shown, and which turns clicks on its body into the translate action. It never captures, recognizes or
-/// translates by itself; a pass drives it through `PassPane`. Main thread only.
-class GlassView : public QWidget, public PassPane
+/// buttons are shown. It never captures, recognizes or translates by itself; a pass drives it through `PassView`.
+class GlassView : public QWidget, public PassView
 {
 public:
-    /// What is in here must outlive the pane.
     struct Services
     {
         SettingsStore &settings;
@@ -40,80 +35,71 @@ public:
     };
 
     GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions, QWidget *parent = nullptr);
-    ~GlassView() override;
 
-    /// Typed text on the pane. Functions that aren't set are left out.
+    /// Typed text on the pane. Any of the functions may be empty.
     struct ManualInput
     {
         /// Makes the panel that takes the text, as a child of the given widget.
         std::function<QWidget *(QWidget *)> makePanel;
         std::function<void()> submit; ///< translates what has been typed
         std::function<void()> copy;   ///< copies the translation
-        std::function<void()> reset;  ///< cancels and forgets everything, also a pass that is under way
+        std::function<void()> reset;  ///< cancels and forgets everything, including a running pass
     };
     ManualInput manualInput;
 
-    // Those that aren't set are left out.
+    // Any of these may be empty.
     std::function<void()> onTranslateTapped; ///< starts a pass over the area beneath the pane
     std::function<void()> onSettingsTapped;
     std::function<void()> onHistoryTapped;
+    std::function<void(bool)> onCornersCut; ///< whether the window must have rounded corners by its shape
 
-    /// What lies beneath the pane, of its size in device pixels; null where it isn't known.
+    /// The picture beneath the pane, of its size in device pixels; null if it isn't known.
     void setBackdropContent(const QImage &content);
     /// Whether the window system blends translucent windows.
     void setComposited(bool composited);
     void accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options);
-    /// The pointer is over the pane, or over something that lies on it.
+    /// Whether the pointer is over the pane or a view on it.
     void setHovering(bool hovering);
 
-    /// The start hint, in words for the settings in force.
+    /// Shows the start hint for the current settings.
     void showPristineHint();
     bool isPristine() const { return m_hints.isPristine(); }
     /// A hint replaces the one before it. A temporary one fades after 1.5 seconds.
     void showHint(const QString &text, bool temporary) { m_hints.show(text, temporary); }
+    void showNote(const QString &text) { m_hints.showNote(text); }
 
-    /// The translate action of clicks, buttons and menus: a pass, or the typed text in input mode.
+    /// The translate action of clicks, buttons, menus and hotkeys: starts a pass, or translates the typed text in input
+    /// mode.
     void performTranslateAction();
+    /// A click on the pane's body, the first or second of a pair.
+    void bodyClicked(int count);
     void toggleTriggerMode();
     void toggleInputMode();
     void selectTargetLanguage(const QString &code);
 
     bool isProcessing() const { return m_isProcessing; }
 
-    bool isOnScreen() const override;
-    bool isWindowVisible() const override;
-    void makeKeyAndOrderFront() override;
-    QSizeF paneSize() const override { return size(); }
-    GlassArea glassArea() const override;
-    /// The display that shows the pane's centre, in the space of `glassArea`; empty where there is none.
-    QRectF displayArea() const;
-    QList<QRectF> windowControlExclusionRects(double padding) const override;
-    bool isInputMode() const override { return m_isInputMode; }
-    void submitManualInput() override;
-    void translateTapped() override;
-    void dismissPristineHint() override { m_hints.dismissStart(); }
-    void clearOverlays() override;
-    void setProcessing(bool processing) override;
-    void setTranslationActionState(TranslationActionState state) override;
-    void addTranslationOverlay(const QString &text, const OverlayLimits &limits, const QRectF &rect) override;
-    void showNote(const QString &text) override { m_hints.showNote(text); }
+    bool isInputMode() const { return m_isInputMode; }
+    void dismissPristineHint() { m_hints.dismissStart(); }
+    void clearOverlays();
+    /// Sets the busy state of the pane, its border and its capsule.
+    void setProcessing(bool processing);
+
+    void passStarted() override;
+    void passEnded() override { setProcessing(false); }
+    void showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note) override;
     void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                        std::function<void()> action) override;
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseDoubleClickEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
     void setupControlCapsule();
     void observeNotifications();
-    TransparentWindow *paneWindow() const;
-    void dragTo(QPointF pointer, TransparentWindow &window);
     bool isDoubleClickGesture() const;
     void updateCapsuleState();
+    void setTranslationActionState(TranslationActionState state);
     void placeCapsule();
     void updateCorners();
     void addBelowCapsule(QWidget *view);
@@ -128,13 +114,10 @@ private:
     NeonBorderView *m_neonBorderView;
     GripView *m_grip;
     ControlCapsuleView *m_capsule;
-    QList<QPointer<QWidget>> m_overlayViews;
-    QList<QRectF> m_overlayFrames;
+    OverlayView *m_overlayView;
     QPointer<GlassErrorCard> m_errorCard;
     PaneHints m_hints;
-    std::unique_ptr<OverlayTypesetter> m_typesetter; ///< of the target language; made at its first use
     QPointer<QWidget> m_inputPanel;
-    ClickRecognizer m_clicks;
     QString m_targetLanguageCode;
     TranslationActionState m_translationActionState = TranslationActionState::translate;
     bool m_isComposited = true;

@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// Three strokes across the pane's lower right corner: it can be resized there. Takes no clicks.
+/// Three strokes across the pane's lower right corner, where it can be resized. Takes no clicks.
 class GripView : public PassThroughContainerView
 {
 public:

@@ -11,14 +11,13 @@ namespace lucentra {
 class ResizeHandle : public QWidget
 {
 public:
-    /// How far the handles reach into the pane, in points. The lower-right corner's covers the drawn grip.
+    /// How far the handles reach into the pane, in points. The handle of the lower right corner covers the drawn grip.
     static constexpr int edgeDepth = 5;
     static constexpr int cornerDepth = 12;
     static constexpr int gripDepth = 22;
 
-    /// `pressed` is called with the edges when the left button goes down on the handle, then `moved` with the pointer's
-    /// place on the screen while it is held, and `released` at the end (neither where the window manager has taken
-    /// over).
+    /// `pressed` is called with the edges when the left button goes down on the handle, then, unless the window manager
+    /// takes over, `moved` with the pointer's place on the screen, and `released` at the end.
     struct Callbacks
     {
         std::function<void(Qt::Edges, QPoint)> pressed;
@@ -29,7 +28,7 @@ public:
     ResizeHandle(Qt::Edges edges, Callbacks callbacks, QWidget *parent);
 
     Qt::Edges edges() const { return m_edges; }
-    /// Where the handle for some edges lies in a window of a size.
+    /// The place of the handle for some edges in a window of that size.
     static QRect placeFor(Qt::Edges edges, QSize window);
 
 protected:

@@ -14,8 +14,10 @@
 #include <QKeyEvent>
 #include <QPainterPath>
 #include <QScreen>
+#include <QStyleHints>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,8 +26,8 @@ namespace lucentra {
 
 namespace {
 
-/// Of the three buttons' squares: the first one's corner, and from one to the next. Points. They share their centre
-/// line with the capsule.
+/// The corner of the first of the three buttons, and the distance to the next. Points. The buttons have the capsule's
+/// centre line.
 constexpr QPoint firstButton{10, 12};
 constexpr int buttonStep = 20;
 
@@ -44,7 +46,7 @@ TransparentWindow::TransparentWindow(const Services &services)
     , m_userMoves(services.scheduler,
                   {.isButtonDown = [this] { return m_services.hints.isPointerButtonDown(); },
                    .frame = [this] { return geometry(); },
-                   // Some window managers drag the window without a word to it until the end.
+                   // Some window managers don't report a drag to the window until its end.
                    .held = [this] { frameChanged(); },
                    .released = [this] { endManagersDrag(); }},
                   {.began = [this] { userHolds(true); },
@@ -65,7 +67,7 @@ TransparentWindow::TransparentWindow(const Services &services)
     create();
     windowHandle()->installEventFilter(this);
     services.hints.setHoldHandler(*windowHandle(), [this](bool isHeld) {
-        // An open menu of ours has pointer and keyboard to itself.
+        // An open menu of this program grabs pointer and keyboard.
         m_userMoves.held(isHeld && !QApplication::activePopupWidget());
     });
 }
@@ -79,17 +81,21 @@ void TransparentWindow::userHolds(bool isHeld)
 void TransparentWindow::setContentView(GlassView *view)
 {
     m_view = view;
+    view->onCornersCut = [this](bool cut) {
+        m_areCornersCut = cut;
+        updateMask();
+    };
     view->setParent(this);
     view->setGeometry(rect());
     view->lower();
     view->show();
-    view->setFocus(); // not the first button: nobody has gone there
+    view->setFocus(); // otherwise the first button would have the focus
 }
 
 void TransparentWindow::makeKeyAndOrderFront()
 {
-    // A window manager has taken it off the screen: only a new window comes back for certain. One that is just about to
-    // appear must stay, since window managers forget the hints of a window that goes and comes at once.
+    // If a window manager has taken the window off the screen, only a new window is sure to appear. A window that is
+    // just about to appear must stay, since window managers forget the hints of one that is hidden and shown at once.
     if (isVisible() && !isMinimized() && !m_isShown && m_hasAppeared)
         hide();
     setWindowState(windowState() & ~Qt::WindowMinimized);
@@ -124,7 +130,7 @@ void TransparentWindow::addResizeHandles()
         .moved = [this](QPoint pointer) { continueDrag(pointer); },
         .released = [this] { endDrag(); },
     };
-    // Corners last: they lie above the edges.
+    // Corners last, so that they are above the edges.
     for (const Qt::Edges edges : {Qt::Edges(Qt::TopEdge), Qt::Edges(Qt::BottomEdge), Qt::Edges(Qt::LeftEdge),
                                   Qt::Edges(Qt::RightEdge), Qt::TopEdge | Qt::LeftEdge, Qt::TopEdge | Qt::RightEdge,
                                   Qt::BottomEdge | Qt::LeftEdge, Qt::BottomEdge | Qt::RightEdge})
@@ -152,9 +158,9 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
 {
     m_userMoves.grabbed();
     const QRect start = geometry();
-    // A button that is up by now, in a quick flick, is one that a window manager would wait for in vain.
+    // After a quick flick the button is already up, and a window manager would wait for its release in vain.
     if (m_services.hints.isPointerButtonDown()) {
-        move(start.topLeft() + pointer - pressed); // a window manager begins where the pointer is
+        move(start.topLeft() + pointer - pressed); // the window manager's drag starts at the pointer
         m_isManagersDrag = windowHandle()->startSystemMove();
     }
     if (!m_isManagersDrag)
@@ -186,12 +192,6 @@ void TransparentWindow::endDrag()
     m_drag.reset();
 }
 
-void TransparentWindow::setCornersCut(bool cut)
-{
-    m_areCornersCut = cut;
-    updateMask();
-}
-
 bool TransparentWindow::event(QEvent *event)
 {
     switch (event->type()) {
@@ -219,6 +219,44 @@ void TransparentWindow::keyPressEvent(QKeyEvent *event)
         orderOut();
     else
         QWidget::keyPressEvent(event);
+}
+
+void TransparentWindow::mousePressEvent(QMouseEvent *event)
+{
+    const QStyleHints *hints = QGuiApplication::styleHints();
+    if (event->button() == Qt::LeftButton)
+        m_clicks.press(
+            event->globalPosition(), pos(), std::chrono::milliseconds(event->timestamp()),
+            {std::chrono::milliseconds(hints->mouseDoubleClickInterval()), double(hints->mouseDoubleClickDistance())});
+}
+
+void TransparentWindow::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    mousePressEvent(event); // this event replaces the second press of a pair
+}
+
+void TransparentWindow::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons() & Qt::LeftButton)
+        dragBody(event->globalPosition());
+}
+
+void TransparentWindow::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    dragBody(event->globalPosition()); // a quick drag may have had no move event
+    endDrag();
+    const auto click = m_clicks.release(event->globalPosition(), pos());
+    if (click && m_view)
+        m_view->bodyClicked(*click);
+}
+
+void TransparentWindow::dragBody(QPointF pointer)
+{
+    if (const auto start = m_clicks.move(pointer))
+        beginMove(start->toPoint(), pointer.toPoint());
+    continueDrag(pointer.toPoint());
 }
 
 void TransparentWindow::closeEvent(QCloseEvent *event)
@@ -254,7 +292,7 @@ void TransparentWindow::frameChanged()
 bool TransparentWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == windowHandle()) {
-        // Only a mapped window is exposed; before that a window manager doesn't know it.
+        // Only a mapped window is exposed. Before that, the window manager doesn't know it.
         if (event->type() == QEvent::Expose)
             updateShown();
     } else if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
@@ -266,7 +304,7 @@ bool TransparentWindow::eventFilter(QObject *watched, QEvent *event)
 
 void TransparentWindow::updateShown()
 {
-    // Window managers also take a window off the screen without a word, to show the desktop: then it isn't exposed.
+    // When a window manager shows the desktop, windows disappear without an event. They are no longer exposed then.
     const bool shown = isVisible() && !isMinimized() && windowHandle()->isExposed();
     if (shown == m_isShown)
         return;
@@ -282,6 +320,45 @@ void TransparentWindow::updateShown()
     }
     if (onShown)
         onShown(shown);
+}
+
+bool TransparentWindow::isOnScreen() const
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    return m_isShown && std::any_of(screens.begin(), screens.end(), [this](const QScreen *screen) {
+               return screen->geometry().intersects(geometry());
+           });
+}
+
+bool TransparentWindow::isInputMode() const
+{
+    return m_view && m_view->isInputMode();
+}
+
+GlassArea TransparentWindow::glassArea() const
+{
+    return {.glass = {mapToGlobal(QPointF(0, 0)), QSizeF(size())},
+            .windowFrame = geometry(),
+            .windowNumber = quint32(winId())};
+}
+
+QRectF TransparentWindow::displayArea() const
+{
+    const QScreen *screen = QGuiApplication::screenAt(mapToGlobal(rect().center()));
+    return screen ? QRectF(screen->geometry()) : QRectF();
+}
+
+QList<QRectF> TransparentWindow::windowControlExclusionRects(double padding) const
+{
+    QRectF controls;
+    for (const WindowButton *button : m_buttons) {
+        if (!button->isHidden())
+            controls |= button->geometry();
+    }
+    if (controls.isEmpty())
+        return {};
+    controls = controls.adjusted(-padding, -padding, padding, padding).intersected(rect());
+    return controls.isEmpty() ? QList<QRectF>() : QList{controls};
 }
 
 void TransparentWindow::updateMask()

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "ClickRecognizer.h"
 #include "PaneWindowHints.h"
+#include "PassPane.h"
 #include "UserMoveTracker.h"
 #include "WindowDrag.h"
 
@@ -19,12 +21,12 @@ class SettingsStore;
 class WindowButton;
 
 /// The pane's window: frameless, translucent, above all others and on all desktops. It equals the pane, and draws its
-/// three buttons itself. Closing it, by whatever means, only hides it. Main thread only.
-class TransparentWindow : public QWidget
+/// three buttons itself. Dragging the pane's body moves it. Closing it, by whatever means, only hides it.
+class TransparentWindow : public QWidget, public PassSource
 {
 public:
-    /// Points. At the smallest size the capsule of a running pass still stands beside the three buttons, and the
-    /// smallest form of an error card still fits.
+    /// Points. The smallest size has room for the three buttons beside the capsule of a running pass, and for the
+    /// smallest form of an error card.
     static constexpr QSize initialSize{480, 280};
     static constexpr QSize smallestSize{320, 100};
 
@@ -36,45 +38,47 @@ public:
         Scheduler &scheduler;
     };
 
-    /// The window is made in the middle of the main screen and not shown. What is in `services` must outlive it.
+    /// The window is in the middle of the main screen and not shown.
     explicit TransparentWindow(const Services &services);
 
-    /// Takes the view over and lets it fill the window.
+    /// Takes ownership of the view, which fills the window.
     void setContentView(GlassView *view);
 
     /// The user has taken hold of the window (true), or has let go of it without having moved it (false).
     std::function<void(bool)> onUserHold;
-    /// The user has moved or resized the window, and let go of it so long ago.
+    /// The user has moved or resized the window. The argument is the time since the release.
     std::function<void(std::chrono::milliseconds)> onUserMoved;
-    /// The window lies elsewhere or has another size, for whatever reason; called for each step on the way.
+    /// The window's rectangle has changed, for whatever reason. Called for each step of a drag.
     std::function<void()> onFrameChanged;
-    /// The window has appeared (mapped and not minimized), or is gone.
+    /// The window has appeared (mapped and not minimized) or disappeared.
     std::function<void(bool)> onShown;
 
     /// Mapped and not minimized.
     bool isShown() const { return m_isShown; }
-    /// Shows the window, also a minimized one, above the others and with the focus.
+    /// Shows the window, even if it is minimized, above the others and with the focus.
     void makeKeyAndOrderFront();
-    /// Hides the window; the program goes on.
+    /// Hides the window. The program keeps running.
     void orderOut() { hide(); }
-    /// Brings "showInDock" into force.
+    /// Applies "showInDock".
     void updatePresence();
-
-    /// The user drags the window by its body, until the button is released. `pressed` is where on the screen it was
-    /// taken hold of, `pointer` where the pointer is by now.
-    void beginMove(QPoint pressed, QPoint pointer);
-    /// To be told of the pointer while `beginMove` is in force and the window manager didn't take over.
-    void continueDrag(QPoint pointer);
-    void endDrag();
 
     /// Close, minimize, zoom.
     const QList<WindowButton *> &standardButtons() const { return m_buttons; }
-    /// Where windows aren't blended and nothing can stand in for it, the corners are cut off.
-    void setCornersCut(bool cut);
+
+    bool isOnScreen() const override;
+    bool isInputMode() const override;
+    GlassArea glassArea() const override;
+    QList<QRectF> windowControlExclusionRects(double padding) const override;
+    /// The display that shows the pane's centre, in the space of `glassArea`; empty if there is none.
+    QRectF displayArea() const;
 
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void moveEvent(QMoveEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -87,7 +91,11 @@ private:
     void userHolds(bool isHeld);
     void zoom();
     void endManagersDrag();
+    void beginMove(QPoint pressed, QPoint pointer);
     void beginResize(Qt::Edges edges, QPoint pointer);
+    void dragBody(QPointF pointer);
+    void continueDrag(QPoint pointer);
+    void endDrag();
     void frameChanged();
     void updateShown();
     void updateMask();
@@ -97,6 +105,7 @@ private:
     GlassView *m_view = nullptr;
     QList<WindowButton *> m_buttons;
     QList<ResizeHandle *> m_handles;
+    ClickRecognizer m_clicks;
     std::optional<WindowDrag> m_drag; ///< one that the window manager didn't take over
     bool m_isManagersDrag = false;    ///< one that it did
     bool m_isShown = false;

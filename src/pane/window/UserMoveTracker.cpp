@@ -34,7 +34,7 @@ void UserMoveTracker::held(bool isHeld)
     m_isHeld = isHeld;
     m_answerEnds = isHeld ? nullptr : m_scheduler.after(answerPatience, [this] { m_answerEnds.reset(); });
     if (m_isTracking && !isHeld)
-        look(); // the release is heard of here first
+        look(); // the first notice of the release
     else if (!m_isTracking && !isHeld)
         m_reports.unchanged();
     else if (m_surroundings.isButtonDown()) // some window managers report a drag only when it is over
@@ -80,8 +80,8 @@ void UserMoveTracker::look()
             m_surroundings.held();
     } else {
         letGo();
-        // After the release the window's last place may still be on its way: two looks must see the same, and the
-        // place that it began at only counts once a slow window manager has had its time.
+        // The window's last place may arrive after the release: two polls must see the same place, and the place of the
+        // start counts only after a slow window manager has had time to answer.
         if (!m_lastSeen.isNull())
             m_waited += lookInterval;
         const bool isResting = std::exchange(m_lastSeen, frame) == frame;

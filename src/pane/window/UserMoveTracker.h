@@ -9,36 +9,35 @@
 
 namespace lucentra {
 
-/// Finds out which moves and resizes of the pane's window are the user's own, and reports when one begins and ends.
+/// Finds out which moves and resizes of the pane's window were made by the user, and reports their beginnings and ends.
 ///
-/// The window's rectangle also changes when it is first shown, and by window managers and displays; such a change must
-/// not count, since what lies beneath the pane is sent out after the user's own moves. A change counts when the user
-/// has taken hold of the shown window, by its body or edge, or by means of the window manager.
+/// The window's rectangle also changes when it is first shown, and by window managers and displays. Such a change must
+/// not count, since after a move by the user the text beneath the pane is sent to a service. A change counts if the
+/// user is holding the shown window, by its body or edge or by means of the window manager.
 class UserMoveTracker
 {
 public:
-    /// Between two looks at the pointer's buttons; a window system doesn't tell who has a foreign grab.
+    /// The interval for polling the pointer's buttons, since no event reports a release during another client's grab.
     static constexpr std::chrono::milliseconds lookInterval{40};
-    /// How long, with no button held, a window manager may take to put the window where it was dragged or asked to
-    /// be. Some tell a window of its place only when the drag is over.
+    /// The longest time after the release until the window manager reports the window's new place. Some report it only
+    /// at the end of a drag.
     static constexpr std::chrono::milliseconds answerPatience{600};
 
     struct Surroundings
     {
         std::function<bool()> isButtonDown;
         std::function<QRect()> frame;   ///< the window's, points on the screen
-        std::function<void()> held;     ///< called again and again while the window is dragged; may be empty
-        std::function<void()> released; ///< called once the button isn't down any more; may be empty
+        std::function<void()> held;     ///< called repeatedly while the window is dragged; may be empty
+        std::function<void()> released; ///< called once after the release of the button; may be empty
     };
 
-    /// Called on the main thread.
     struct Reports
     {
         /// The user has taken hold of the window; one of the other two follows. May be called again before that.
         std::function<void()> began;
         /// The user has let go of the window, and has not moved it.
         std::function<void()> unchanged;
-        /// A move or resize has ended with another rectangle than it began; the user let go of the window so long ago.
+        /// A move or resize has ended with another rectangle. The argument is the time since the release.
         std::function<void(std::chrono::milliseconds)> moved;
     };
 
@@ -48,8 +47,8 @@ public:
     void windowHidden();
     /// The user takes hold of the window by its body or edge.
     void grabbed();
-    /// The user has taken hold of the window as a window manager sees it, or has let go: a press of a button over it,
-    /// or a key that moves it. Most such holds move nothing.
+    /// The window manager reports the beginning or end of a hold: a pressed button over the window or a key that moves
+    /// it. Most of them move nothing.
     void held(bool isHeld);
     /// The user asked for another rectangle without holding a button: the zoom button.
     void requested();
@@ -65,15 +64,15 @@ private:
     const Surroundings m_surroundings;
     const Reports m_reports;
     std::unique_ptr<ScheduledTask> m_look;
-    std::unique_ptr<ScheduledTask> m_answerEnds; ///< until when a change may be the answer to a hold that has ended
+    std::unique_ptr<ScheduledTask> m_answerEnds; ///< while it runs, a change still counts as part of the last hold
     bool m_isShown = false;
     bool m_isHeld = false;
     bool m_isTracking = false;
-    bool m_isReleased = false; ///< the drag that is tracked has ended, but for the window's last place
+    bool m_isReleased = false; ///< the button was released; only the window's last place is awaited
     QRect m_start;
     QRect m_lastFrame;
-    QRect m_lastSeen;                        ///< at the last look
-    std::chrono::milliseconds m_waited{0};   ///< since the first look without a button down
+    QRect m_lastSeen;                      ///< at the last poll
+    std::chrono::milliseconds m_waited{0}; ///< since the first poll without a pressed button
 };
 
 } // namespace lucentra

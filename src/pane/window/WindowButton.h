@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// One of the window's own three buttons: a small calm circle that shows its sign while the pointer is near.
+/// One of the window's three buttons: a small circle that shows its sign while the pointer is over one of them.
 class WindowButton : public QAbstractButton
 {
 public:
@@ -15,7 +15,7 @@ public:
 
     explicit WindowButton(Kind kind, QWidget *parent = nullptr);
 
-    /// The pointer is over one of the three buttons: all three show their signs.
+    /// Whether the button shows its sign.
     void setRevealed(bool revealed);
 
 protected:

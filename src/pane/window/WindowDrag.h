@@ -6,15 +6,14 @@
 
 namespace lucentra {
 
-/// Where a window that is dragged by its body or by an edge lies: for where no window manager does it. Points on the
-/// screen.
+/// The frame of a window that is dragged by its body or an edge without a window manager. Screen points.
 struct WindowDrag
 {
     QRect startFrame;
     QPoint startPointer;
     Qt::Edges edges; ///< none: the window is moved
 
-    /// The frame for a place of the pointer. The edges that aren't held stay, also at the smallest size.
+    /// The frame for a place of the pointer. Edges that aren't dragged stay in place, even at the smallest size.
     QRect frameFor(QPoint pointer, QSize smallest) const;
 };
 

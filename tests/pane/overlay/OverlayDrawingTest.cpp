@@ -1,7 +1,7 @@
 #include "Columns.h"
 #include "OverlayConstants.h"
 #include "OverlayLayout.h"
-#include "OverlayPainter.h"
+#include "OverlayPicture.h"
 #include "OverlayTypesetter.h"
 
 #include <QPainter>
@@ -298,6 +298,23 @@ private Q_SLOTS:
         QVERIFY(std::is_sorted(darkest, darkness.end(), std::greater<>()));
         QVERIFY(*(darkest + 3) > 5);
         QVERIFY(*(darkest + 8) == 0);
+    }
+
+    void aNewListKeepsWhatItSharesWithTheOldOne()
+    {
+        const TranslationOverlayCandidate kept{u"kept"_s, {10, 10, 100, 20}, {36}};
+        const TranslationOverlayCandidate gone{u"gone"_s, {10, 60, 100, 20}, {90}};
+        const TranslationOverlayCandidate added{u"new"_s, {10, 110, 100, 20}, {200}};
+        const OverlayPicture::Setting setting{.paneSize = {480, 280}, .targetLanguage = u"en"_s};
+        OverlayPicture picture;
+        picture.setOverlays({kept, gone, kept}, setting);
+        const QRegion changed = picture.setOverlays({added, kept, kept}, setting);
+        QVERIFY(changed.contains(QPoint(20, 70)) && changed.contains(QPoint(20, 120)));
+        QVERIFY(!changed.contains(QPoint(20, 20)));
+        QCOMPARE(picture.overlays()[1].candidate, kept);
+        QVERIFY(picture.overlays()[0].painter && picture.overlays()[2].painter);
+        const QRegion refitted = picture.setOverlays({added, kept, kept}, {setting.paneSize, u"ja"_s, setting.font});
+        QVERIFY(refitted.contains(QPoint(20, 20)) && refitted.contains(QPoint(20, 120)));
     }
 };
 

@@ -2,12 +2,11 @@
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
 #include "NeonBorderStyle.h"
+#include "OverlayView.h"
 #include "PaneFixture.h"
-#include "PassThroughContainerView.h"
 #include "WindowButton.h"
 
 #include <QAccessible>
-#include <QLabel>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -113,7 +112,7 @@ private Q_SLOTS:
         pane.view->showHint(u"目標語言：日文"_s, true);
         const QPoint besideText = only<HintLabel>(pane.view)->textRect().topLeft() - QPoint(10, 4);
         QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
-        pane.view->addTranslationOverlay(u"譯文"_s, {280}, {100, 130, 280, 30}); // beneath the hint, though later
+        pane.view->showTranslations({{u"譯文"_s, {100, 130, 280, 30}, {280}}}, {}); // beneath the hint, though later
         QVERIFY(pane.picture().pixelColor(besideText).lightness() < 40);
     }
 
@@ -148,28 +147,28 @@ private Q_SLOTS:
         pane.window.onShown = [&](bool isShown) { shown.append(isShown); };
         pane.window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
-        QVERIFY(pane.view->isWindowVisible());
+        QVERIFY(pane.window.isShown());
         pane.settings.write(settings::showInDock, false);
         QTest::mouseClick(buttonNamed(&pane.window, u"關閉"_s), Qt::LeftButton);
-        QVERIFY(!pane.view->isWindowVisible());
+        QVERIFY(!pane.window.isShown());
         pane.window.makeKeyAndOrderFront();
-        QTRY_VERIFY(pane.view->isWindowVisible());
+        QTRY_VERIFY(pane.window.isShown());
         QCOMPARE(pane.hints.applied, (QList<PaneWindowPresence>{{.isListed = true}, {.isListed = false}}));
         QCOMPARE(shown, (QList<bool>{true, false, true}));
         pane.window.close();
-        QVERIFY(!pane.view->isOnScreen());
+        QVERIFY(!pane.window.isOnScreen());
     }
 
     void exclusionOfTheWindowsButtons()
     {
         PaneFixture pane;
         const auto &buttons = pane.window.standardButtons();
-        QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>{QRectF(3, 5, 72, 32)});
+        QCOMPARE(pane.window.windowControlExclusionRects(7), QList<QRectF>{QRectF(3, 5, 72, 32)});
         buttons[0]->hide();
-        QCOMPARE(pane.view->windowControlExclusionRects(0), QList<QRectF>{QRectF(30, 12, 38, 18)});
+        QCOMPARE(pane.window.windowControlExclusionRects(0), QList<QRectF>{QRectF(30, 12, 38, 18)});
         buttons[1]->hide();
         buttons[2]->hide();
-        QCOMPARE(pane.view->windowControlExclusionRects(7), QList<QRectF>());
+        QCOMPARE(pane.window.windowControlExclusionRects(7), QList<QRectF>());
     }
 
     void targetLanguageChosenOnThePane()
@@ -218,26 +217,22 @@ private Q_SLOTS:
         QTRY_VERIFY(!panel);
     }
 
-    void overlaysAreLabelsToAssistiveProgramsAndGoTogether()
+    void overlaysAreLabelsToAssistivePrograms()
     {
         PaneFixture pane;
         pane.window.show();
-        pane.view->addTranslationOverlay(u"R&D <b>"_s, {280}, {50, 60, 200, 24});
-        pane.view->addTranslationOverlay(u"speck"_s, {280}, {50, 60, 4, 4});
+        pane.view->showTranslations({{u"R&D <b>"_s, {50, 60, 200, 24}, {280}}, {u"speck"_s, {50, 60, 4, 4}, {280}}},
+                                    {});
         QCOMPARE(pane.view->childAt(150, 72), nullptr); // clicks go through it
-        const auto labels = pane.view->findChildren<QLabel *>();
-        QList<QLabel *> overlays;
-        for (QLabel *label : labels) {
-            if (dynamic_cast<PassThroughContainerView *>(label->parentWidget()))
-                overlays.append(label);
-        }
-        QCOMPARE(overlays.size(), 1);
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(overlays.first());
-        QCOMPARE(accessible->role(), QAccessible::StaticText);
-        QCOMPARE(accessible->text(QAccessible::Name), u"R&D <b>"_s);
-        const QPointer<QLabel> overlay = overlays.first();
+        QAccessibleInterface *overlays = QAccessible::queryAccessibleInterface(only<OverlayView>(pane.view));
+        QCOMPARE(overlays->childCount(), 1);
+        QAccessibleInterface *label = overlays->child(0);
+        QCOMPARE(overlays->indexOfChild(label), 0);
+        QCOMPARE(label->role(), QAccessible::StaticText);
+        QCOMPARE(label->text(QAccessible::Name), u"R&D <b>"_s);
+        QVERIFY(label->rect().contains(pane.view->mapToGlobal(QPoint(60, 72))));
         pane.view->clearOverlays();
-        QTRY_VERIFY(!overlay);
+        QCOMPARE(overlays->childCount(), 0);
     }
 };
 

@@ -95,9 +95,9 @@ private Q_SLOTS:
         QTRY_COMPARE(pane.window.geometry(), before);
         QTRY_COMPARE(pane.moves, 2);
         pane.window.standardButtons()[1]->click();
-        QTRY_VERIFY(!pane.view->isOnScreen());
-        pane.view->makeKeyAndOrderFront();
-        QTRY_VERIFY(pane.view->isOnScreen());
+        QTRY_VERIFY(!pane.window.isOnScreen());
+        pane.window.makeKeyAndOrderFront();
+        QTRY_VERIFY(pane.window.isOnScreen());
     }
 
     void compositorComesAndGoes()

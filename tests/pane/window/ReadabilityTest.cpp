@@ -73,7 +73,7 @@ private Q_SLOTS:
                 source.adjusted(200, 3, 0, -3); // where a short translation leaves the source uncovered
             const int clear = spread(behind);
             QVERIFY(clear > 40);
-            pane.view->addTranslationOverlay(u"短"_s, {280}, source);
+            pane.view->showTranslations({{u"短"_s, source, {280}}}, {});
             QVERIFY(spread(behind) < 12);
             QVERIFY(greys(pane.picture(), behind).second < 110); // white text is seen on it
             QVERIFY(spread(source.translated(0, 60)) > 40);      // elsewhere the glass is as clear as the user wants it

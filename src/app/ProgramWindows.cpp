@@ -1,0 +1,101 @@
+#include "ProgramWindows.h"
+
+#include "ConnectionTest.h"
+#include "HotkeyManager.h"
+#include "MainMenu.h"
+#include "Services.h"
+#include "Version.h"
+#include "X11PaneWindowHints.h"
+
+#include <QCoreApplication>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QWindow>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+ProgramWindows::ProgramWindows(Program program)
+    : m_program(std::move(program))
+    , m_autostart(AutostartEntry::ofUser())
+    , m_launchAtLogin(m_autostart, m_program.services.mainQueue(), m_program.diagnostics)
+{
+}
+
+SettingsServices ProgramWindows::settingsServices()
+{
+    Services &services = m_program.services;
+    HotkeyManager &hotkeys = m_program.hotkeys;
+    return {
+        .settings = services.settings(),
+        .texts = services.texts(),
+        .scheduler = m_program.scheduler,
+        .mainQueue = services.mainQueue(),
+        .keychain = services.keychain(),
+        .launchAtLogin = m_launchAtLogin,
+        .testConnection =
+            [&services](const std::function<void(Result<QString>)> &completion) {
+                testConnection(services.translationManager(), services.settings(), services.texts(), completion);
+            },
+        .onDeviceStatus =
+            [&onDevice = services.onDevice()] {
+                onDevice.store.file(); // waits a moment for phrases that are being collected
+                return onDevice.service.status();
+            },
+        .applyDockPresence = m_program.applyDockPresence,
+        .hotkeyRecordingChanged =
+            [&hotkeys, registerHotkeys = m_program.registerHotkeys](bool isRecording) {
+                if (isRecording)
+                    hotkeys.unregisterHotkeys();
+                else if (!hotkeys.isRegistered())
+                    registerHotkeys();
+            },
+        .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
+        .fillMenuBar = [&menu = m_program.menu](QMenuBar &bar) { menu.fillMenuBar(bar); },
+        .paneFrame = m_program.paneFrame,
+        .pagesFolder = QCoreApplication::applicationDirPath() + u"/../share/lucentra/privacy"_s,
+        .applicationIcon = QIcon(u":/lucentra/icons/com.tarnby.lucentra.svg"_s),
+        .version = versionAndBuild(),
+    };
+}
+
+void ProgramWindows::openSettings()
+{
+    if (!m_settingsWindow)
+        m_settingsWindow = std::make_unique<SettingsWindowController>(settingsServices());
+    m_settingsWindow->showWindow();
+    m_program.windowHints.activate(*m_settingsWindow->window().windowHandle());
+}
+
+HistoryWindowController &ProgramWindows::historyWindow()
+{
+    if (!m_historyWindow) {
+        m_historyWindow = std::make_unique<HistoryWindowController>(HistoryWindowController::Services{
+            .history = m_program.history,
+            .settings = m_program.services.settings(),
+            .texts = m_program.services.texts(),
+            .scheduler = m_program.scheduler,
+            .activate = [&hints = m_program.windowHints](QWindow &window) { hints.activate(window); }});
+        m_program.menu.fillMenuBar(*m_historyWindow->menuBar());
+        m_historyWindow->menuBar()->lower(); // a screen reader reads from the top to the bottom
+    }
+    return *m_historyWindow;
+}
+
+void ProgramWindows::refreshTexts()
+{
+    if (m_settingsWindow)
+        m_settingsWindow->refreshTitle();
+    historyWindow().refreshTexts();
+}
+
+void ProgramWindows::close()
+{
+    m_historyWindow.reset();
+    m_settingsWindow.reset();
+}
+
+} // namespace lucentra

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "AutostartEntry.h"
+#include "Callback.h"
+#include "HistoryWindowController.h"
+#include "LaunchAtLogin.h"
+#include "SettingsWindowController.h"
+
+#include <functional>
+#include <memory>
+
+namespace lucentra {
+
+class HotkeyManager;
+class MainMenu;
+class X11PaneWindowHints;
+class Services;
+
+/// The program's windows besides the pane: settings and history. Each is made when it is first needed.
+class ProgramWindows
+{
+public:
+    struct Program
+    {
+        Services &services;
+        Scheduler &scheduler;
+        HistoryManager &history;
+        HotkeyManager &hotkeys;
+        MainMenu &menu;
+        X11PaneWindowHints &windowHints;
+        std::function<void()> registerHotkeys;
+        std::function<void(bool showInDock)> applyDockPresence;
+        std::function<QRect()> paneFrame; ///< empty while the pane is hidden
+        DiagnosticLine diagnostics;
+    };
+
+    explicit ProgramWindows(Program program);
+
+    void openSettings();
+    void openHistory() { historyWindow().showWindow(); }
+    void refreshTexts();
+    /// Saves what was typed last.
+    void close();
+
+private:
+    SettingsServices settingsServices();
+    HistoryWindowController &historyWindow();
+
+    const Program m_program;
+    AutostartEntry m_autostart;
+    LaunchAtLogin m_launchAtLogin;
+    std::unique_ptr<SettingsWindowController> m_settingsWindow;
+    std::unique_ptr<HistoryWindowController> m_historyWindow;
+};
+
+} // namespace lucentra
