@@ -1,6 +1,6 @@
 // What the memory of phrases costs on this computer: building it, looking up, telling languages.
 #include "CatalogueFolders.h"
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
 #include "PhraseLookup.h"

@@ -4,7 +4,7 @@
 //        phrase-rates TEXTS --answers [CODE ...]: one line a text, with what each language makes of it when it stands
 //        alone on the screen, separated by tabs; where nothing new comes back, nothing stands there
 #include "CatalogueFolders.h"
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
 #include "PhraseLookup.h"
@@ -37,7 +37,7 @@ QStringList linesOf(const QString &path)
 
 void printRates(const PhraseFile &file, const QStringList &texts, bool withMisses)
 {
-    for (const Language &language : memoryLanguages) {
+    for (const Language &language : phraseLanguages) {
         const auto lookup = PhraseLookup::between(file, {u"en"_s, language.code});
         if (!lookup)
             continue;

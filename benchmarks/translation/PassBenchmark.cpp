@@ -23,12 +23,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Lines as long as those of a screen.
-QList<TextBlock> screenOf(qsizetype count)
+QStringList screenOf(qsizetype count)
 {
-    QList<TextBlock> blocks;
+    QStringList texts;
     for (qsizetype i = 0; i < count; ++i)
-        blocks.append({.text = u"Settings that apply to line %1 of the page"_s.arg(i), .normBox = {}});
-    return blocks;
+        texts.append(u"Settings that apply to line %1 of the page"_s.arg(i));
+    return texts;
 }
 
 QueuedAnswer translated(const ReceivedRequest &request)
@@ -59,59 +59,38 @@ Wire &wire()
     return theOne;
 }
 
-using Client = std::function<QStringList(const TranslationClients &, const QList<TextBlock> &)>;
-
-const QString target = u"zh-Hant"_s;
-const QString key = u"key"_s;
 const auto always = [] {}; // every request may be sent
 
-const std::vector<std::pair<std::string, Client>> &clients()
+EngineRequest requestOf(TranslationEngine engine, const QStringList &texts, const QString &key = u"key"_s)
 {
-    using Blocks = QList<TextBlock>;
-    static const std::vector<std::pair<std::string, Client>> all{
-        {"GoogleKeyless", [](const TranslationClients &c, const Blocks &b) { return c.googleFree(always, b, target); }},
-        {"GoogleCloud",
-         [](const TranslationClients &c, const Blocks &b) { return c.googleCloud(always, b, target, key); }},
-        {"Microsoft",
-         [](const TranslationClients &c, const Blocks &b) { return c.microsoft(always, b, key, key, target); }},
-        {"Gemini", [](const TranslationClients &c, const Blocks &b) { return c.geminiBlocks(always, key, b, target); }},
-        {"DeepL", [](const TranslationClients &c, const Blocks &b) { return c.deepL(always, b, key, target); }},
-        {"OpenAI",
-         [](const TranslationClients &c, const Blocks &b) {
-             return c.modelBlocks(always, b, target, OpenAIProvider{key, u"m"_s});
-         }},
-        {"Anthropic",
-         [](const TranslationClients &c, const Blocks &b) {
-             return c.modelBlocks(always, b, target, AnthropicProvider{key, u"m"_s});
-         }},
-        {"Compatible",
-         [](const TranslationClients &c, const Blocks &b) {
-             return c.modelBlocks(always, b, target,
-                                  CompatibleProvider{key, u"m"_s, QString::fromLatin1(wire().plain.origin())});
-         }},
-    };
-    return all;
+    return {.engine = engine,
+            .texts = texts,
+            .target = u"zh-Hant"_s,
+            .key = key,
+            .model = u"m"_s,
+            .baseUrl = QString::fromLatin1(wire().plain.origin()),
+            .region = u"region"_s};
 }
 
-void runClient(benchmark::State &state, const TranslationClients &which, const Client &client)
+void runClient(benchmark::State &state, TranslationEngine engine, const QString &key)
 {
-    const QList<TextBlock> blocks = screenOf(state.range(0));
+    const EngineRequest request = requestOf(engine, screenOf(state.range(0)), key);
     for (auto _ : state) {
-        if (client(which, blocks).size() != blocks.size())
-            state.SkipWithError("not one translation a block");
+        if (wire().clients.remote(request, always).size() != request.texts.size())
+            state.SkipWithError("not one translation per text");
     }
 }
 
 /// A pass over TLS whose session knows the server (`isKept`) or has never spoken to it.
 void securePass(benchmark::State &state, bool isKept)
 {
-    const QList<TextBlock> blocks = screenOf(40);
+    const EngineRequest request = requestOf(TranslationEngine::deepl, screenOf(40));
     for (auto _ : state) {
         HttpSession fresh(HttpSession::Options{.certificateFile = certificateFile(u"authority.pem"_s), .proxies = {}});
         const TranslationClients clients =
             isKept ? wire().secureClients : remoteClients(fresh, wire().texts.manager, hostsAt(wire().secure.origin()));
-        if (clients.deepL(always, blocks, key, target).size() != blocks.size())
-            state.SkipWithError("not one translation a block");
+        if (clients.remote(request, always).size() != request.texts.size())
+            state.SkipWithError("not one translation per text");
     }
 }
 
@@ -128,7 +107,9 @@ void managedPass(benchmark::State &state)
     TranslationClients clients = wire().clients;
     clients.cancelAll = nullptr; // the session goes on serving the other rows
     TranslationManager manager(texts.settings, keychain, texts.manager, queue, clients, {});
-    const QList<TextBlock> blocks = screenOf(state.range(0));
+    QList<TextBlock> blocks;
+    for (const QString &text : screenOf(state.range(0)))
+        blocks.append({.text = text, .normBox = {}});
     for (auto _ : state) {
         bool isDone = false;
         manager.translateBlocks(blocks, [&](const Result<BlockTranslations> &result) {
@@ -143,16 +124,23 @@ void managedPass(benchmark::State &state)
 
 void registerRows()
 {
-    for (const auto &[name, client] : clients()) {
-        benchmark::RegisterBenchmark(
-            ("client/" + name).c_str(),
-            [client = client](benchmark::State &state) { runClient(state, wire().clients, client); })
+    const auto client = [](const char *name, TranslationEngine engine, const QString &key) {
+        benchmark::RegisterBenchmark((std::string("client/") + name).c_str(),
+                                     [=](benchmark::State &state) { runClient(state, engine, key); })
             ->Arg(40)
             ->Arg(200)
             ->Arg(2000)
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime();
-    }
+    };
+    client("GoogleKeyless", TranslationEngine::free, QString());
+    client("GoogleCloud", TranslationEngine::free, u"key"_s);
+    client("Microsoft", TranslationEngine::microsoft, u"key"_s);
+    client("Gemini", TranslationEngine::customAPI, u"key"_s);
+    client("DeepL", TranslationEngine::deepl, u"key"_s);
+    client("OpenAI", TranslationEngine::openAI, u"key"_s);
+    client("Anthropic", TranslationEngine::anthropic, u"key"_s);
+    client("Compatible", TranslationEngine::compatible, u"key"_s);
     benchmark::RegisterBenchmark("manager/DeepL", managedPass)
         ->Arg(40)
         ->Arg(2000)

@@ -3,6 +3,7 @@
 #include "DesktopNotice.h"
 #include "DockPresence.h"
 #include "InterfaceFont.h"
+#include "MakeDesktop.h"
 #include "Settings.h"
 #include "VirtualKeys.h"
 
@@ -29,18 +30,24 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
                                .record = [this](const QString &original,
                                                 const QString &translation) { m_history.add(original, translation); }})
     , m_history(HistoryManager::userFilePath(), m_services.mainQueue(), diagnostics)
-    , m_desktop(m_scheduler, bus)
+    , m_bus(bus)
+    , m_desktop(makeDesktop({.scheduler = m_scheduler,
+                             .bus = bus,
+                             .mainQueue = m_services.mainQueue(),
+                             .localized = [&texts = m_services.texts()](const QString &key) {
+                                 return texts.localized(key);
+                             }}))
     , m_hotkeys(
-          m_services.settings(), m_desktop.hotkeys, m_services.mainQueue(), [this] { return m_pane->isKeyWindow(); },
+          m_services.settings(), m_desktop->hotkeys(), m_services.mainQueue(), [this] { return m_pane->isKeyWindow(); },
           diagnostics)
     , m_mainMenu(m_services.texts(), m_actions)
-    , m_statusItem(m_services.texts(), m_actions, m_scheduler, [this] { return m_desktop.hasTray(); })
+    , m_statusItem(m_services.texts(), m_actions, m_scheduler, [this] { return m_desktop->hasTray(); })
     , m_windows({.services = m_services,
                  .scheduler = scheduler,
                  .history = m_history,
                  .hotkeys = m_hotkeys,
                  .menu = m_mainMenu,
-                 .windowHints = m_desktop.windowHints,
+                 .windowHints = m_desktop->windows(),
                  .registerHotkeys = [this] { registerHotkeys(); },
                  .applyDockPresence = [this](bool on) { applyDockPresence(m_pane->window(), on); },
                  .paneFrame = [this] { return m_pane->window().isShown() ? m_pane->window().geometry() : QRect(); },
@@ -53,7 +60,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
     useInterfaceFont(m_services.texts().resolvedLanguageCode());
     m_services.texts().syncTargetLanguage();
-    m_pane.emplace(m_scheduler, m_services, m_desktop, m_history);
+    m_pane.emplace(m_scheduler, m_services, *m_desktop, m_history);
     m_pane->onShown = [this](bool shown) {
         if (!shown && !m_pane->window().isMinimized() && !m_statusItem.isShown())
             tellOfMissingTray();
@@ -70,7 +77,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_mainMenu.build();
     m_mainMenu.attachContextMenu(m_pane->view());
     m_statusItem.build();
-    connect(&m_desktop.bus, &SessionBus::returned, this, [this] { m_statusItem.lookAgain(); });
+    connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.lookAgain(); });
     m_hotkeys.onToggleWindow = m_actions.toggleWindow;
     m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
@@ -114,7 +121,7 @@ void AppDelegate::tellOfMissingTray()
     const LocalizationManager &texts = m_services.texts();
     const QString hotkey = desktopNameOfHotkey(m_services.settings().read(settings::hotkeyString));
     showDesktopNotice(
-        m_desktop.bus.connection(), texts.localized(u"Lucentra｜澄鏡通"_s),
+        m_bus.connection(), texts.localized(u"Lucentra｜澄鏡通"_s),
         m_hotkeys.isToggleHotkeyRefused()
             ? texts.localized(u"這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。"_s)
             : texts.formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s, hotkey));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommandLine.h"
+#include "Desktop.h"
 #include "HistoryManager.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
@@ -8,11 +9,12 @@
 #include "PaneShell.h"
 #include "ProgramWindows.h"
 #include "Services.h"
+#include "SessionBus.h"
 #include "ShellActions.h"
 #include "StatusItem.h"
 #include "ToolkitTexts.h"
-#include "X11Desktop.h"
 
+#include <memory>
 #include <optional>
 
 namespace lucentra {
@@ -42,7 +44,8 @@ private:
     ToolkitTexts m_toolkitTexts;
     Services m_services;
     HistoryManager m_history;
-    X11Desktop m_desktop;
+    SessionBus &m_bus;
+    const std::unique_ptr<Desktop> m_desktop;
     HotkeyManager m_hotkeys;
     std::optional<PaneShell> m_pane; ///< made at the start
     ShellActions m_actions;

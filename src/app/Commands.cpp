@@ -149,7 +149,7 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
     if (blocks.isEmpty())
         return tl::unexpected(card(texts.localized(u"沒有偵測到文字"_s),
                                    texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)));
-    services.onDevice().bridge.setParentView(qApp); // the command is the one who looks
+    services.prepareOnDevice(*qApp);
     const auto translations = await<Result<BlockTranslations>>(
         [&](auto completion) { services.translationManager().translateBlocks(blocks, completion); });
     if (!translations)
@@ -248,7 +248,7 @@ Result<CommandOutput> textCommand(const Invocation &invocation, Services &servic
 {
     chooseForThisCommand(invocation, services);
     Stages stages;
-    services.onDevice().bridge.setParentView(qApp);
+    services.prepareOnDevice(*qApp);
     const auto text = givenText(invocation.argument, services.texts());
     if (!text)
         return tl::unexpected(text.error());
@@ -266,7 +266,7 @@ Result<CommandOutput> textCommand(const Invocation &invocation, Services &servic
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services)
 {
     chooseForThisCommand(invocation, services);
-    services.onDevice().bridge.setParentView(qApp);
+    services.prepareOnDevice(*qApp);
     const auto outcome = await<Result<QString>>([&](auto completion) {
         testConnection(services.translationManager(), services.settings(), services.texts(), completion);
     });

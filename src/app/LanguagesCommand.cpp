@@ -74,8 +74,7 @@ QJsonObject toJson(const OnDeviceServiceStatus &service)
 
 Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services)
 {
-    services.onDevice().store.file(); // waits until the phrases are there
-    const QList<OnDeviceServiceStatus> all = services.onDevice().service.status();
+    const QList<OnDeviceServiceStatus> all = services.onDeviceStatus(); // waits until the phrases are collected
     if (!invocation.json)
         return CommandOutput{.answer = page(all, services.texts())};
     QJsonArray array;

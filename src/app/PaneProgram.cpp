@@ -6,13 +6,13 @@
 #include "HangWatch.h"
 #endif
 #include "LegacyMigration.h"
+#include "MakeDesktop.h"
 #include "RemoteControl.h"
 #include "Scheduler.h"
 #include "Services.h"
 #include "SessionBus.h"
 #include "TerminationSignals.h"
 #include "Version.h"
-#include "X11ProgramClaim.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -50,13 +50,11 @@ void printError(const QString &message)
     std::fputs((message + u'\n').toUtf8().constData(), stderr);
 }
 
-int explainMissingDisplay(int argc, char *argv[])
+int explainMissingDesktop(int argc, char *argv[], const QString &reason)
 {
     const QCoreApplication application(argc, argv);
     Services services(&printDiagnostic, {});
-    printError(services.texts().localized(
-        isWaylandSession() ? u"Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。"_s
-                           : u"Lucentra 需要圖形桌面（沒有設定 DISPLAY）。"_s));
+    printError(services.texts().localized(reason));
     return int(ExitCode::Failed);
 }
 
@@ -144,10 +142,8 @@ private:
 
 int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
-        return explainMissingDisplay(argc, argv);
-    // The pane is placed, kept on top and left out of captures by means of X11, in Wayland sessions as well.
-    qputenv("QT_QPA_PLATFORM", "xcb");
+    if (const auto missing = prepareDesktop())
+        return explainMissingDesktop(argc, argv, *missing);
     EndDeadline endDeadline;
     TerminationSignals signalsToQuit;
     QApplication application(argc, argv);
@@ -165,9 +161,9 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const auto claim = remoteControl.claim();
     if (claim == RemoteControl::Claim::Taken)
         return showRunningProgram(paneAtStart);
-    X11ProgramClaim displayClaim;
-    if (claim == RemoteControl::Claim::NoBus && displayClaim.isTaken()) {
-        displayClaim.askToShow();
+    const auto displayClaim = makeProgramClaim();
+    if (claim == RemoteControl::Claim::NoBus && displayClaim->isTaken()) {
+        displayClaim->askToShow();
         return int(ExitCode::Done);
     }
     migrateFormerVersion();
@@ -176,7 +172,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     AppDelegate delegate(scheduler, bus, &printDiagnostic);
     const DisplayLoss displayLoss(delegate);
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
-    displayClaim.onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
+    displayClaim->onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
     delegate.applicationDidFinishLaunching(paneAtStart);
 #ifdef LUCENTRA_HANG_WATCH
     const HangWatch hangWatch;
@@ -184,7 +180,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const int code = QApplication::exec();
     TerminationSignals::endAtOnce();
     endDeadline.start(code);
-    displayClaim.onShowAsked = nullptr;
+    displayClaim->onShowAsked = nullptr;
     remoteControl.onCommand = nullptr; // what comes from now on is for the next start
     delegate.applicationWillTerminate();
     endDeadline.setState(EndDeadline::State::Storing);

@@ -1,12 +1,16 @@
 #include "PaneShell.h"
 
+#include "AccessibilityDisplayOptions.h"
+#include "CompositingMonitor.h"
+#include "Desktop.h"
 #include "HistoryManager.h"
 #include "Memory.h"
+#include "PaneWindowHints.h"
+#include "ScreenStream.h"
 #include "Services.h"
 #include "Settings.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
-#include "X11Desktop.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -31,28 +35,24 @@ void copyToClipboard(const QString &text)
 
 } // namespace
 
-PaneShell::PaneShell(Scheduler &scheduler, Services &services, X11Desktop &desktop, HistoryManager &history)
+PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop, HistoryManager &history)
     : m_scheduler(scheduler)
     , m_services(services)
     , m_desktop(desktop)
     , m_history(history)
     , m_manualInput(scheduler, services.mainQueue(), copyToClipboard)
-    , m_window({.hints = desktop.windowHints,
+    , m_window({.hints = desktop.windows(),
                 .settings = services.settings(),
                 .texts = services.texts(),
                 .scheduler = scheduler})
     , m_view(new GlassView({.settings = services.settings(), .texts = services.texts(), .scheduler = scheduler},
-                           desktop.displayOptions.options()))
-    , m_backdrop({.area = [this] { return m_window.glassArea(); },
-                  .display = [this] { return m_window.displayArea(); },
-                  .showBeneath = [this](const QImage &content) { m_view->setBackdropContent(content); }},
-                 desktop.capture, desktop.changes, services.texts(), m_captureWorker, services.mainQueue(), scheduler)
+                           desktop.displayOptions().options()))
     , m_autoHide(
           scheduler,
           {.isPaneActive = [this] { return isActive(); },
-           .hasInputFocus = [this] { return m_desktop.windowHints.hasInputFocus(*m_window.windowHandle()); },
+           .hasInputFocus = [this] { return m_desktop.windows().hasInputFocus(*m_window.windowHandle()); },
            .isPointerInUse =
-               [this] { return QApplication::activePopupWidget() || m_desktop.windowHints.isPointerButtonDown(); }},
+               [this] { return QApplication::activePopupWidget() || m_desktop.windows().isPointerButtonDown(); }},
           [this] {
               if (m_services.settings().read(settings::autoHide))
                   m_window.orderOut();
@@ -60,7 +60,7 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, X11Desktop &deskt
 {
     wireDesktop();
     m_window.setContentView(m_view);
-    services.onDevice().bridge.setParentView(m_view);
+    services.prepareOnDevice(*m_view);
     wirePass();
     wireManualInput();
     wireBackdrop();
@@ -78,17 +78,9 @@ PaneShell::~PaneShell()
 
 void PaneShell::wireDesktop()
 {
-    if (isWaylandSession())
-        m_desktop.capture.explainNothingBeneath([&texts = m_services.texts()] {
-            return texts.localized(
-                u"在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。"_s);
-        });
-    m_desktop.capture.explainMissing([&texts = m_services.texts()](const QString &names) {
-        return texts.formatted(u"這個 X 伺服器缺少擷取畫面所需的功能：%@"_s, names);
-    });
-    m_view->setComposited(m_desktop.compositing.isComposited());
-    m_desktop.compositing.setChangeHandler([this](bool composited) { m_view->setComposited(composited); });
-    m_desktop.displayOptions.setChangeHandler([this](const AccessibilityDisplayOptions &options) {
+    m_view->setComposited(m_desktop.compositing().isComposited());
+    m_desktop.compositing().setChangeHandler([this](bool composited) { m_view->setComposited(composited); });
+    m_desktop.displayOptions().setChangeHandler([this](const AccessibilityDisplayOptions &options) {
         m_view->accessibilityDisplayOptionsChanged(options);
         if (m_manualInputView)
             m_manualInputView->setReduceMotion(options.reduceMotion);
@@ -101,17 +93,14 @@ void PaneShell::wirePass()
     TextRecognizer &recognizer = m_services.recognizer();
     TranslationManager &manager = m_services.translationManager();
     PassSteps steps{
-        .capture = m_desktop.capture,
+        .capture = m_desktop.capture(),
         .recognize =
-            [this, &recognizer](const QImage &image, std::function<bool()> isWanted) {
+            [this, &recognizer](const QImage &image, const std::function<bool()> &isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
-                return recognizeBlocks(recognizer, image, std::move(isWanted));
+                return recognizeBlocks(recognizer, image, isWanted);
             },
-        .translateBlocks =
-            [&manager](const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion,
-                       std::function<bool()> isWanted) {
-                manager.translateBlocks(blocks, std::move(completion), std::move(isWanted));
-            },
+        .translate = [&manager](const QList<TextBlock> &blocks,
+                                const std::function<bool()> &isWanted) { return manager.translate(blocks, isWanted); },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },
         .openScreenRecordingSettings = [] {}, // no X server withholds its screen, so there is nothing to open
@@ -148,7 +137,7 @@ void PaneShell::wireManualInput()
     m_view->manualInput = {
         .makePanel = [this](QWidget *parent) -> QWidget * {
             m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(),
-                                                    m_desktop.displayOptions.options().reduceMotion, parent);
+                                                    m_desktop.displayOptions().options().reduceMotion, parent);
             return m_manualInputView;
         },
         .submit = [this] { m_manualInput.translateNow(); },
@@ -169,17 +158,21 @@ void PaneShell::wireManualInput()
 void PaneShell::wireBackdrop()
 {
     m_window.onShown = [this](bool shown) {
-        m_desktop.capture.setPaneShown(shown);
-        if (shown) {
-            m_backdrop.start();
-            m_desktop.windowHints.activate(*m_window.windowHandle());
-        } else {
-            m_backdrop.stop();
-        }
+        followBeneath();
+        if (shown)
+            m_desktop.windows().activate(*m_window.windowHandle());
         if (onShown)
             onShown(shown);
     };
-    m_window.onFrameChanged = [this] { m_backdrop.paneMoved(); };
+    m_window.onFrameChanged = [this] { followBeneath(); };
+}
+
+void PaneShell::followBeneath()
+{
+    // The glass reaches to the pane's edge, also over a display's edge, while a capture for reading leaves the border
+    // out and must be whole.
+    m_desktop.stream().follow(m_window.isShown() ? m_window.glassArea().glass : QRectF(),
+                              [this](const ScreenFrame &frame) { m_view->setBackdropContent(frame.picture); });
 }
 
 void PaneShell::keepAbovePane(const QWindow *used)
@@ -188,7 +181,7 @@ void PaneShell::keepAbovePane(const QWindow *used)
     for (const QWindow *window : QGuiApplication::topLevelWindows()) {
         const bool isMember = window->type() == Qt::Window || window->type() == Qt::Dialog;
         if (isMember && window->isExposed() && window != m_window.windowHandle())
-            m_desktop.windowHints.setAbove(*window, used && (window == used || window == used->transientParent()));
+            m_desktop.windows().setAbove(*window, used && (window == used || window == used->transientParent()));
     }
 }
 
@@ -207,7 +200,7 @@ void PaneShell::show()
 {
     m_window.makeKeyAndOrderFront();
     if (m_window.isShown())
-        m_desktop.windowHints.activate(*m_window.windowHandle());
+        m_desktop.windows().activate(*m_window.windowHandle());
 }
 
 void PaneShell::toggle()
@@ -229,7 +222,7 @@ void PaneShell::translateCurrentArea()
 void PaneShell::stop()
 {
     qGuiApp->disconnect(this); // the focus moves once more when the program's windows close
-    m_backdrop.stop();
+    m_desktop.stream().follow({}, {});
     hide();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AutoHide.h"
-#include "BackdropRenewal.h"
 #include "GlassView.h"
 #include "ManualInputView.h"
 #include "ManualInputViewModel.h"
@@ -9,22 +8,21 @@
 #include "TransparentWindow.h"
 
 #include <QPointer>
-#include <QThreadPool>
 
 #include <memory>
 
 namespace lucentra {
 
+class Desktop;
 class HistoryManager;
 class Services;
-class X11Desktop;
 
 /// The pane with everything that drives it: the pass, typed text and the picture of what is beneath. Closing the pane
 /// only hides it.
 class PaneShell : public QObject
 {
 public:
-    PaneShell(Scheduler &scheduler, Services &services, X11Desktop &desktop, HistoryManager &history);
+    PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop, HistoryManager &history);
     ~PaneShell() override;
 
     TransparentWindow &window() { return m_window; }
@@ -47,21 +45,20 @@ private:
     void wirePass();
     void wireManualInput();
     void wireBackdrop();
+    void followBeneath();
     void giveBackMemoryLater();
     bool isActive() const;
     void keepAbovePane(const QWindow *used);
 
     Scheduler &m_scheduler;
     Services &m_services;
-    X11Desktop &m_desktop;
+    Desktop &m_desktop;
     HistoryManager &m_history;
     ManualInputViewModel m_manualInput;
     TransparentWindow m_window;
     GlassView *m_view;                           ///< belongs to the window
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     std::unique_ptr<ScheduledTask> m_memoryTask;
-    QThreadPool m_captureWorker; ///< of the backdrop
-    BackdropRenewal m_backdrop;
     AutoHide m_autoHide;
     std::unique_ptr<TranslationPass> m_pass;
 };

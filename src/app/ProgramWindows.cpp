@@ -3,9 +3,9 @@
 #include "ConnectionTest.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
+#include "PaneWindowHints.h"
 #include "Services.h"
 #include "Version.h"
-#include "X11PaneWindowHints.h"
 
 #include <QCoreApplication>
 #include <QMainWindow>
@@ -40,11 +40,7 @@ SettingsServices ProgramWindows::settingsServices()
             [&services](const std::function<void(Result<QString>)> &completion) {
                 testConnection(services.translationManager(), services.settings(), services.texts(), completion);
             },
-        .onDeviceStatus =
-            [&onDevice = services.onDevice()] {
-                onDevice.store.file(); // waits a moment for phrases that are being collected
-                return onDevice.service.status();
-            },
+        .onDeviceStatus = [&services] { return services.onDeviceStatus(); },
         .applyDockPresence = m_program.applyDockPresence,
         .hotkeyRecordingChanged =
             [&hotkeys, registerHotkeys = m_program.registerHotkeys](bool isRecording) {
@@ -53,6 +49,7 @@ SettingsServices ProgramWindows::settingsServices()
                 else if (!hotkeys.isRegistered())
                     registerHotkeys();
             },
+        .areHotkeysChosenHere = hotkeys.areKeysChosenHere(),
         .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
         .fillMenuBar = [&menu = m_program.menu](QMenuBar &bar) { menu.fillMenuBar(bar); },
         .paneFrame = m_program.paneFrame,

@@ -13,7 +13,7 @@ namespace lucentra {
 
 class HotkeyManager;
 class MainMenu;
-class X11PaneWindowHints;
+class PaneWindowHints;
 class Services;
 
 /// The program's windows besides the pane: settings and history. Each is made when it is first needed.
@@ -27,7 +27,7 @@ public:
         HistoryManager &history;
         HotkeyManager &hotkeys;
         MainMenu &menu;
-        X11PaneWindowHints &windowHints;
+        PaneWindowHints &windowHints;
         std::function<void()> registerHotkeys;
         std::function<void(bool showInDock)> applyDockPresence;
         std::function<QRect()> paneFrame; ///< empty while the pane is hidden

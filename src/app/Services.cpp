@@ -35,16 +35,24 @@ void Services::warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds 
     m_warmUp = scheduler.after(delay, [this] { m_recognizer->warmUp(); });
 }
 
-OnDeviceServices &Services::onDevice()
+const OnDeviceEngine &Services::onDeviceEngine()
 {
-    if (!m_onDevice)
-        m_onDevice = std::make_unique<OnDeviceServices>(m_mainQueue, m_patience);
-    return *m_onDevice;
+    if (!m_bridge) {
+        m_onDevice = makeOnDeviceEngine(m_patience);
+        m_bridge = std::make_unique<AppleTranslationBridge>(*m_onDevice.identifier, *m_onDevice.translation);
+    }
+    return m_onDevice;
+}
+
+void Services::prepareOnDevice(const QObject &view)
+{
+    onDeviceEngine().translation->prepare();
+    m_bridge->setParentView(&view);
 }
 
 const KeychainStore &Services::keychain()
 {
-    translationManager(); // whose first use makes it
+    translationManager(); // makes it
     return *m_keychain;
 }
 
@@ -55,9 +63,13 @@ TranslationManager &Services::translationManager()
         m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
         m_http = std::make_unique<HttpSession>();
         TranslationClients clients = remoteClients(*m_http, m_texts);
-        clients.onDevice = [&bridge = onDevice().bridge](const QStringList &texts, const QString &target,
-                                                         const auto &completion, const auto &isWanted) {
-            bridge.translate(texts, target, completion, isWanted);
+        onDeviceEngine();
+        clients.onDevice = [this](const EngineRequest &request, const auto &isWanted) {
+            return m_bridge->translate(request.texts, request.target, isWanted);
+        };
+        clients.cancelAll = [this] {
+            m_http->cancelAll();
+            m_onDevice.translation->cancel();
         };
         m_translationManager = std::make_unique<TranslationManager>(m_settings, *m_keychain, m_texts, m_mainQueue,
                                                                     std::move(clients), m_sinks);

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "AppleTranslationBridge.h"
 #include "HttpSession.h"
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
-#include "OnDeviceServices.h"
+#include "OnDeviceEngine.h"
 #include "Scheduler.h"
 #include "SettingsStore.h"
 #include "TranslationManager.h"
@@ -18,11 +19,11 @@ class SecretStorage;
 class ScreenTextRecognizer;
 class TextRecognizer;
 
-/// The objects that both the pane and the command line stand on, each made once, at its first use where it is costly.
+/// The objects that both the pane and the command line need. Each is made once; costly ones at their first use.
 class Services
 {
 public:
-    /// `sinks` get the typed texts that were translated. `patience` is for the memory of phrases while it is built.
+    /// `sinks` receive the typed texts that were translated. `patience` is for phrases that are being collected.
     Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {});
     ~Services();
     Services(const Services &) = delete;
@@ -37,10 +38,14 @@ public:
     void warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay);
     TranslationManager &translationManager();
     const KeychainStore &keychain();
-    /// What translates on this machine; made with the manager at the latest.
-    OnDeviceServices &onDevice();
+    /// The state of what translates on this computer. Blocks while its data is being built.
+    QList<OnDeviceServiceStatus> onDeviceStatus() { return onDeviceEngine().translation->status(); }
+    /// Starts what the on-device engine needs, and names the view that its translations are for.
+    void prepareOnDevice(const QObject &view);
 
 private:
+    const OnDeviceEngine &onDeviceEngine();
+
     const DiagnosticLine m_diagnostics;
     const TranslationManager::Sinks m_sinks;
     const BuildPatience m_patience;
@@ -52,7 +57,8 @@ private:
     std::unique_ptr<ScreenTextRecognizer> m_recognizer;
     std::unique_ptr<ScheduledTask> m_warmUp;
     std::unique_ptr<HttpSession> m_http;
-    std::unique_ptr<OnDeviceServices> m_onDevice;
+    OnDeviceEngine m_onDevice;
+    std::unique_ptr<AppleTranslationBridge> m_bridge;
     std::unique_ptr<TranslationManager> m_translationManager;
 };
 

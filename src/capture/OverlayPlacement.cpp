@@ -13,7 +13,7 @@ namespace {
 /// How far, in points, a line may begin above another's bottom and still count as below it: boxes of lines that are
 /// set solid overlap a little.
 constexpr double stackingTolerance = 2.0;
-/// Lines that share less than this, in points, stand side by side.
+/// Lines that overlap less than this, in points, are side by side.
 constexpr double sideBySideOverlap = 4.0;
 /// The gap that is kept above the next line and before the next text on a row, in points.
 constexpr double gapToNext = 4.0;
@@ -32,7 +32,7 @@ bool isBelow(const QRectF &lower, const QRectF &upper)
     return upper.bottom() - stackingTolerance <= lower.top() && shared > sideBySideOverlap;
 }
 
-/// Whether a rectangle lies right of another on the same row.
+/// Whether a rectangle is to the right of another on the same row.
 bool isBeside(const QRectF &right, const QRectF &left)
 {
     const double shared = std::min(right.bottom(), left.bottom()) - std::max(right.top(), left.top());
@@ -66,10 +66,10 @@ void setLimits(QList<TranslationOverlayCandidate> &candidates, double paneHeight
             if (isBeside(other.rect, candidate.rect))
                 nextLeft = std::min(nextLeft, other.rect.left());
         }
-        // Nothing below is no line to keep a gap to, but the pane's edge is kept clear just so.
+        // The same gap is kept to the pane's edge.
         const double bottom = std::min(paneHeight, nextTop - gapToNext);
-        candidate.limits = {.bottom = std::max(candidate.rect.bottom(), bottom),
-                            .right = std::max(candidate.rect.right(), nextLeft - gapToNext)};
+        candidate.limits.bottom = std::max(candidate.rect.bottom(), bottom);
+        candidate.limits.right = std::max(candidate.rect.right(), nextLeft - gapToNext);
     }
 }
 
@@ -93,6 +93,7 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
                                const QList<QRectF> &exclusionRects)
 {
     OverlayPlacement placement;
+    const double captureHeight = std::max(1.0, paneSize.height() - 2 * captureInset);
     for (qsizetype i = 0; i < blocks.size(); ++i) {
         const QString text = textForBlock(blocks, translations, i);
         if (text.isEmpty())
@@ -103,7 +104,8 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
             std::any_of(exclusionRects.begin(), exclusionRects.end(),
                         [&](const QRectF &excluded) { return contains(excluded, rect.center()); });
         if (!isUnderButtons)
-            placement.candidates.append({text, rect, {}});
+            placement.candidates.append(
+                {text, rect, {.lineHeight = std::round(captureHeight * blocks[i].lineHeight)}});
     }
     alignStarts(placement.candidates);
     setLimits(placement.candidates, paneSize.height());

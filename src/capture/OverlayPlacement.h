@@ -12,17 +12,18 @@
 
 namespace lucentra {
 
-/// How far an overlay may extend without covering the place of another one. Pane points.
+/// How large an overlay may become without covering the place of another one. Pane points.
 struct OverlayLimits
 {
     double bottom = 0; ///< greatest y
     /// Greatest x, unless the text can't be shown otherwise.
     double right = std::numeric_limits<double>::infinity();
+    double lineHeight = 0; ///< of the source, which the text's size follows; 0 means that of its rectangle
 
     bool operator==(const OverlayLimits &) const = default;
 };
 
-/// A translation and the place of its source line on the pane (pane points, origin top-left, y down).
+/// A translation and the place of its source on the pane (pane points, origin top-left, y down).
 struct TranslationOverlayCandidate
 {
     QString text;

@@ -12,9 +12,9 @@ Q_LOGGING_CATEGORY(category, "lucentra.pass", QtInfoMsg)
 
 } // namespace
 
-std::shared_ptr<PassTimings> PassTimings::start()
+bool PassTimings::areReported()
 {
-    return category().isDebugEnabled() ? std::shared_ptr<PassTimings>(new PassTimings) : nullptr;
+    return category().isDebugEnabled();
 }
 
 void PassTimings::finish(const QString &stage)

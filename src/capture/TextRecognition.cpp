@@ -43,21 +43,35 @@ TextRecognitionRequest passRequest()
             .minimumTextHeight = minimumTextHeight};
 }
 
-QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations)
+QList<TextLine> linesFromObservations(const QList<RecognizedTextObservation> &observations)
 {
-    QList<TextBlock> blocks;
+    QList<TextLine> lines;
     for (const RecognizedTextObservation &observation : observations) {
         const QStringList top = observation.topCandidates(1);
         if (!top.isEmpty() && isText(top.first()))
-            blocks.append({top.first(), observation.boundingBox});
+            lines.append({top.first(), observation.boundingBox});
     }
+    return lines;
+}
+
+QList<TextBlock> blocksFromLines(const QList<TextLine> &lines)
+{
+    QList<TextBlock> blocks;
+    for (const TextLine &line : lines)
+        blocks.append({line.text, line.normBox, line.normBox.height()});
     return blocks;
 }
 
-RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted)
+QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations)
+{
+    return blocksFromLines(linesFromObservations(observations));
+}
+
+RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image,
+                                 const std::function<bool()> &isWanted)
 {
     TextRecognitionRequest request = passRequest();
-    request.isWanted = std::move(isWanted);
+    request.isWanted = isWanted;
     RecognizedBlocks found;
     request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
     if (const auto observations = recognizer.perform(request, image))

@@ -14,8 +14,19 @@ inline constexpr double minimumTextHeight = 0.008;
 /// The request of a pass: accurate, with language correction.
 TextRecognitionRequest passRequest();
 
+/// A line of text that recognition found.
+struct TextLine
+{
+    QString text;   ///< exactly as recognized
+    QRectF normBox; ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
+};
+
 /// Drops observations that are noise: those without a letter or digit, and single characters that aren't words. Keeps
 /// order and spelling.
+QList<TextLine> linesFromObservations(const QList<RecognizedTextObservation> &observations);
+/// Composes the blocks that are translated: each line is one.
+QList<TextBlock> blocksFromLines(const QList<TextLine> &lines);
+/// Both steps.
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
 struct RecognizedBlocks
@@ -26,6 +37,7 @@ struct RecognizedBlocks
 
 /// Recognizes the lines of a captured image. Blocks; any thread but the main one. Returns no lines if the recognizer
 /// fails.
-RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, std::function<bool()> isWanted = {});
+RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image,
+                                 const std::function<bool()> &isWanted = {});
 
 } // namespace lucentra

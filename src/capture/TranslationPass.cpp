@@ -17,6 +17,9 @@ namespace lucentra {
 
 namespace {
 
+/// Far more than superseded passes can wait for a service at once: each ends after 45 seconds at the latest.
+constexpr int mostPasses = 512;
+
 QString joinedTexts(const QList<TextBlock> &blocks)
 {
     QStringList texts;
@@ -27,19 +30,29 @@ QString joinedTexts(const QList<TextBlock> &blocks)
 
 } // namespace
 
-/// What a pass carries from stage to stage, by value.
-struct TranslationPass::Context
+/// What a pass is asked for.
+struct TranslationPass::Request
 {
     qint64 generation = 0;
     GlassArea area;
     QList<QRectF> exclusionRects;
-    std::shared_ptr<PassTimings> timings; ///< nothing where nobody wants to know
+};
 
-    void finish(const QString &stage) const
-    {
-        if (timings)
-            timings->finish(stage);
-    }
+/// What a pass found and its translations.
+struct TranslationPass::Reading
+{
+    QList<TextBlock> blocks;
+    QStringList translations;
+    QStringList notes;
+    PassTimings timings;
+};
+
+/// What the pane shows if there is none.
+struct TranslationPass::ErrorCard
+{
+    QString title;
+    QString message;
+    bool opensSettings = false; ///< its button opens the system's settings instead of starting a new pass
 };
 
 TranslationPass::TranslationPass(const PassSource &source, PassView &view, PassSteps steps,
@@ -54,11 +67,12 @@ TranslationPass::TranslationPass(const PassSource &source, PassView &view, PassS
     , m_scheduler(scheduler)
     , m_self(std::make_shared<TranslationPass *>(this))
 {
+    m_workers.setMaxThreadCount(mostPasses);
 }
 
 TranslationPass::~TranslationPass()
 {
-    *m_captureGeneration = -1; // no pass is current any more: its workers end soon
+    m_captureGeneration = -1; // no pass is current any more, so that the workers end soon
 }
 
 bool TranslationPass::startsByItself() const
@@ -93,139 +107,125 @@ void TranslationPass::startCapturePass()
         return;
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
-    ++*m_captureGeneration;
+    ++m_captureGeneration;
     m_view.passStarted();
 
-    const Context context{.generation = *m_captureGeneration,
+    const Request request{.generation = m_captureGeneration,
                           .area = m_source.glassArea(),
-                          .exclusionRects = m_source.windowControlExclusionRects(controlPadding),
-                          .timings = PassTimings::start()};
+                          .exclusionRects = m_source.windowControlExclusionRects(controlPadding)};
     // The workers end before the pass does, so that they may refer to it.
-    m_workers.start([this, context] { run(context); });
+    m_workers.start([this, request, weak = std::weak_ptr(m_self)] {
+        m_mainQueue.post([weak, request, outcome = run(request)] {
+            if (const auto self = weak.lock())
+                (*self)->finish(request, outcome);
+        });
+    });
 }
 
 void TranslationPass::supersede()
 {
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
-    ++*m_captureGeneration;
+    ++m_captureGeneration;
     m_view.passEnded();
 }
 
-void TranslationPass::postHandler(std::function<void(TranslationPass &)> handler)
+bool TranslationPass::isCurrent(const Request &request) const
 {
-    m_mainQueue.post([weak = std::weak_ptr(m_self), handler = std::move(handler)] {
-        if (const auto self = weak.lock())
-            handler(**self);
-    });
+    return request.generation == m_captureGeneration;
 }
 
-void TranslationPass::run(const Context &context)
+TranslationPass::Outcome TranslationPass::run(const Request &request) const
 {
-    const auto isWanted = [last = m_captureGeneration, generation = context.generation] { return generation == *last; };
-    if (!isWanted())
-        return;
-    const Result<QImage> image = captureGlassArea(m_steps.capture, context.area, m_texts);
-    if (!image) {
-        postHandler([context, failure = image.error()](TranslationPass &pass) {
-            pass.handleCaptureFailure(context.generation, failure);
-        });
-        return;
-    }
-    context.finish(u"capture"_s);
-    if (!isWanted())
-        return; // reading it would only slow the newer pass down
-    const RecognizedBlocks found =
-        m_steps.recognize(maskWindowButtons(*image, context.exclusionRects, context.area.glass.size()), isWanted);
-    if (!isWanted())
-        return; // nobody would see a translation, so no text leaves the machine for it
-    if (found.blocks.isEmpty()) {
-        postHandler([context](TranslationPass &pass) { pass.handleNoTextDetected(context.generation); });
-        return;
-    }
-    context.finish(u"recognition"_s);
-    const auto translated = [weak = std::weak_ptr(m_self), &queue = m_mainQueue, context,
-                             found](const Result<BlockTranslations> &translations) {
-        queue.post([weak, context, found, translations] {
-            if (const auto self = weak.lock())
-                (*self)->handleTranslationResult(translations, context, found);
-        });
+    const auto isWanted = [this, &request] { return isCurrent(request); };
+    const tl::unexpected superseded{ErrorCard()}; // not shown: the outcome of a superseded pass is dropped
+    Reading reading;
+    const auto finishStage = [&](const QString &stage) {
+        reading.timings.finish(stage);
+        return isWanted();
     };
-    m_steps.translateBlocks(found.blocks, translated, isWanted);
+    if (!isWanted())
+        return superseded;
+
+    const Result<QImage> image = captureGlassArea(m_steps.capture, request.area, m_texts);
+    if (!image)
+        return tl::unexpected(captureFailed(image.error()));
+    if (!finishStage(u"capture"_s))
+        return superseded; // reading it would only slow the newer pass down
+
+    RecognizedBlocks found =
+        m_steps.recognize(maskWindowButtons(*image, request.exclusionRects, request.area.glass.size()), isWanted);
+    if (!finishStage(u"recognition"_s))
+        return superseded; // nobody would see a translation, so no text leaves the computer for it
+    if (found.blocks.isEmpty())
+        return tl::unexpected(
+            ErrorCard{m_texts.localized(u"沒有偵測到文字"_s),
+                      m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)});
+
+    Result<BlockTranslations> translations = m_steps.translate(found.blocks, isWanted);
+    finishStage(u"translation"_s);
+    if (!translations)
+        return tl::unexpected(ErrorCard{m_texts.localized(u"翻譯失敗"_s), translations.error().description});
+
+    reading.blocks = std::move(found.blocks);
+    reading.translations = std::move(translations->texts);
+    if (!translations->note.isEmpty())
+        reading.notes.append(translations->note);
+    if (found.areLinesLeftOut)
+        reading.notes.append(m_texts.localized(u"文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。"_s));
+    return reading;
 }
 
-bool TranslationPass::endsBusyState(qint64 generation)
+TranslationPass::ErrorCard TranslationPass::captureFailed(const Failure &failure) const
 {
-    if (!isCurrent(generation))
-        return false; // a newer pass has started; the pane is its business
-    m_view.passEnded();
-    return true;
-}
-
-void TranslationPass::handleCaptureFailure(qint64 generation, const Failure &failure)
-{
-    if (!endsBusyState(generation))
-        return;
-    if (m_steps.capture.isGranted()) {
-        showRetryCard(m_texts.localized(u"無法擷取畫面"_s), failure.description);
-        return;
-    }
-    m_view.showErrorCard(
+    if (m_steps.capture.isGranted())
+        return {m_texts.localized(u"無法擷取畫面"_s), failure.description};
+    return {
         m_texts.localized(u"需要螢幕錄製權限"_s),
         m_texts.localized(
             u"請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。"_s),
-        m_texts.localized(u"開啟系統設定"_s), m_steps.openScreenRecordingSettings);
+        true};
 }
 
-void TranslationPass::handleNoTextDetected(qint64 generation)
+void TranslationPass::finish(const Request &request, const Outcome &outcome)
 {
-    if (!endsBusyState(generation))
-        return;
-    showRetryCard(m_texts.localized(u"沒有偵測到文字"_s),
-                  m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s));
+    if (!isCurrent(request))
+        return; // the pane belongs to a newer pass
+    m_view.passEnded();
+    if (outcome)
+        show(request, *outcome);
+    else
+        showCard(outcome.error());
 }
 
-void TranslationPass::handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
-                                              const RecognizedBlocks &found)
+void TranslationPass::show(const Request &request, const Reading &reading)
 {
-    if (!endsBusyState(context.generation))
-        return;
-    if (!translations) {
-        showRetryCard(m_texts.localized(u"翻譯失敗"_s), translations.error().description);
-        return;
-    }
-    context.finish(u"translation"_s);
-    QStringList notes(translations->note);
-    if (found.areLinesLeftOut)
-        notes.append(m_texts.localized(u"文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。"_s));
-    notes.removeAll(QString());
-    placeTranslationOverlays(found.blocks, translations->texts, context.area.glass.size(), notes.join(u'\n'));
-    context.finish(u"layout"_s);
-    const QString source = joinedTexts(found.blocks);
-    const QString translated = translations->texts.join(u'\n');
+    const OverlayPlacement placement = placeOverlays(reading.blocks, reading.translations, request.area.glass.size(),
+                                                     m_source.windowControlExclusionRects(controlPadding));
+    m_view.showTranslations(placement.candidates, reading.notes.join(u'\n'));
+    if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
+        m_steps.copy(placement.copyList.join(u'\n'));
+    const QString source = joinedTexts(reading.blocks);
+    const QString translated = reading.translations.join(u'\n');
     if (!source.isEmpty() && !translated.isEmpty())
         m_steps.record(source, translated);
-    if (context.timings) {
-        m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [context] { // once they are painted
-            context.finish(u"paint"_s);
-            context.timings->report();
+    if (PassTimings::areReported()) {
+        PassTimings timings = reading.timings;
+        timings.finish(u"layout"_s);
+        // Runs once the overlays are painted.
+        m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [timings]() mutable {
+            timings.finish(u"paint"_s);
+            timings.report();
         });
     }
 }
 
-void TranslationPass::placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
-                                               const QSizeF &paneSize, const QString &note)
+void TranslationPass::showCard(const ErrorCard &card)
 {
-    const OverlayPlacement placement =
-        placeOverlays(blocks, translations, paneSize, m_source.windowControlExclusionRects(controlPadding));
-    m_view.showTranslations(placement.candidates, note);
-    if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
-        m_steps.copy(placement.copyList.join(u'\n'));
-}
-
-void TranslationPass::showRetryCard(const QString &title, const QString &message)
-{
-    m_view.showErrorCard(title, message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
+    if (card.opensSettings)
+        return m_view.showErrorCard(card.title, card.message, m_texts.localized(u"開啟系統設定"_s),
+                                    m_steps.openScreenRecordingSettings);
+    m_view.showErrorCard(card.title, card.message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
         if (const auto self = weak.lock())
             (*self)->startCapturePass();
     });

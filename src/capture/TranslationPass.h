@@ -22,17 +22,15 @@ class MainQueue;
 class ScreenCapture;
 class SettingsStore;
 
-/// The steps of a pass that others implement.
+/// The steps of a pass that others implement. Capture, recognition and translation block, on a worker.
 struct PassSteps
 {
     ScreenCapture &capture;
-    /// Recognizes the lines of an image. Called on a worker, may block. May return early, with a part of them, once the
-    /// given function returns false.
-    std::function<RecognizedBlocks(const QImage &, std::function<bool()>)> recognize;
-    /// Translates blocks. Called on a worker, completes once on any thread. Sends no further request once the given
-    /// function returns false; that may be called on any thread, also after the pass has ended.
-    std::function<void(const QList<TextBlock> &, std::function<void(Result<BlockTranslations>)>, std::function<bool()>)>
-        translateBlocks;
+    /// Recognizes the lines of an image. May return early, with a part of them, once the given function returns false.
+    std::function<RecognizedBlocks(const QImage &, const std::function<bool()> &)> recognize;
+    /// Translates blocks. Sends no further request once the given function, which may be called on any thread, returns
+    /// false.
+    std::function<Result<BlockTranslations>(const QList<TextBlock> &, const std::function<bool()> &)> translate;
     std::function<void(const QString &)> copy;                    ///< copies a text to the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;
@@ -41,8 +39,8 @@ struct PassSteps
 /// The translation of the screen area beneath the pane, from the trigger to the overlays or the error card.
 ///
 /// Passes are neither queued nor refused: a trigger starts a new pass. Results of an older one are dropped, and it
-/// doesn't start further stages, so that nothing superseded is read or sent. Called on the main thread; a worker
-/// captures, masks, recognizes and requests the translation.
+/// doesn't start further stages, so that nothing superseded is read or sent. One worker per pass captures, masks,
+/// recognizes and translates; the outcome is shown on the main thread.
 class TranslationPass
 {
 public:
@@ -67,20 +65,18 @@ public:
     void supersede();
 
 private:
-    struct Context;
+    struct Request;
+    struct Reading;
+    struct ErrorCard;
+    using Outcome = tl::expected<Reading, ErrorCard>;
 
-    void run(const Context &context);
     bool startsByItself() const;
-    bool isCurrent(qint64 generation) const { return generation == *m_captureGeneration; }
-    bool endsBusyState(qint64 generation);
-    void handleCaptureFailure(qint64 generation, const Failure &failure);
-    void handleNoTextDetected(qint64 generation);
-    void handleTranslationResult(const Result<BlockTranslations> &translations, const Context &context,
-                                 const RecognizedBlocks &found);
-    void placeTranslationOverlays(const QList<TextBlock> &blocks, const QStringList &translations,
-                                  const QSizeF &paneSize, const QString &note);
-    void showRetryCard(const QString &title, const QString &message);
-    void postHandler(std::function<void(TranslationPass &)> handler);
+    bool isCurrent(const Request &request) const;
+    Outcome run(const Request &request) const;
+    ErrorCard captureFailed(const Failure &failure) const;
+    void finish(const Request &request, const Outcome &outcome);
+    void show(const Request &request, const Reading &reading);
+    void showCard(const ErrorCard &card);
 
     const PassSource &m_source;
     PassView &m_view;
@@ -92,10 +88,8 @@ private:
     std::unique_ptr<ScheduledTask> m_debounceTimer;
     bool m_isDueAfterHold = false; ///< a pass was pending when the user took hold of the pane
     std::unique_ptr<ScheduledTask> m_reportTimer;
-    /// Written on the main thread, read by workers.
-    const std::shared_ptr<std::atomic<qint64>> m_captureGeneration = std::make_shared<std::atomic<qint64>>(0);
-    /// Held weakly by deferred stages; used on the main thread only.
-    std::shared_ptr<TranslationPass *> m_self;
+    std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread
+    std::shared_ptr<TranslationPass *> m_self; ///< held weakly by outcomes under way; used on the main thread only
     QThreadPool m_workers; ///< last member: its destructor waits for running tasks
 };
 

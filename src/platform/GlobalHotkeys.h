@@ -9,14 +9,8 @@
 
 namespace lucentra {
 
-/// Identifies a hotkey among those of this program and of others.
-struct HotkeyIdentifier
-{
-    quint32 signature = 0; ///< four characters, the first in the highest byte
-    quint32 id = 0;
-
-    bool operator==(const HotkeyIdentifier &) const = default;
-};
+/// What a hotkey does.
+enum class HotkeyAction { TogglePane, TranslateArea };
 
 /// Keeps a hotkey registered; destroying it unregisters the hotkey. Must not outlive the service that returned it.
 class HotkeyReference
@@ -37,14 +31,18 @@ class GlobalHotkeys
 public:
     virtual ~GlobalHotkeys() = default;
 
-    /// Registers a combination of a virtual key code and hotkey modifiers (VirtualKeys.h). The error is one of
+    /// Whether the program chooses the keys. Otherwise the desktop lets the user choose them, and the keys that are
+    /// given to `registerHotkey` are at most a suggestion.
+    virtual bool areKeysChosenHere() const = 0;
+
+    /// Registers the hotkey of an action: a virtual key code and hotkey modifiers (VirtualKeys.h). The error is one of
     /// `hotkeyStatus`.
     [[nodiscard]] virtual tl::expected<std::unique_ptr<HotkeyReference>, int>
-    registerHotkey(quint32 keyCode, quint32 modifiers, HotkeyIdentifier identifier) = 0;
+    registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) = 0;
 
     /// Calls the handler for every press of a registered hotkey, not for its repeats. Replaces the previous handler; an
     /// empty function removes it. A handler may register and unregister hotkeys.
-    virtual void setPressedHandler(std::function<void(HotkeyIdentifier)> pressed) = 0;
+    virtual void setPressedHandler(std::function<void(HotkeyAction)> pressed) = 0;
 };
 
 } // namespace lucentra

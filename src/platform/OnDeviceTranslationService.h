@@ -20,13 +20,14 @@ struct LanguagePair
 /// The outcome for one text.
 struct OnDeviceOutcome
 {
+    /// Ordered by how much an outcome helps the user: of two services' outcomes the greater one counts.
     enum class Kind {
-        Translated,
-        SameLanguage,    ///< the text is in the target language already, or in another kind of Chinese
+        PairUnavailable, ///< no service has the pair
         Undetermined,    ///< the language of the text is unknown
         UnknownPhrase,   ///< a service has the pair, but cannot translate this text
+        SameLanguage,    ///< the text is in the target language already, or in another kind of Chinese
         NotReady,        ///< a service that may know the text is still building its data; a later try may succeed
-        PairUnavailable, ///< no service has the pair
+        Translated,
     };
 
     Kind kind = Kind::PairUnavailable;
@@ -37,12 +38,6 @@ struct OnDeviceOutcome
     double confidence = 0;
 
     bool operator==(const OnDeviceOutcome &) const = default;
-};
-
-enum class PairAvailability {
-    Available, ///< also for a service that isn't ready yet and may have it
-    Addable,   ///< after installing packages that the status names
-    Unavailable
 };
 
 /// The state of a service, for the user.
@@ -64,14 +59,18 @@ class OnDeviceTranslationService
 public:
     virtual ~OnDeviceTranslationService() = default;
 
-    /// Translates texts of one language pair. Returns one outcome per text, in their order. Blocks, but returns soon after
-    /// `isWanted`, if given, returns false; the outcomes are arbitrary then.
+    /// Starts to open or build the data that translations need, and returns at once. The first call that needs the
+    /// data starts it, too.
+    virtual void prepare() {}
+    /// Ends all waiting, for good: what isn't ready by now counts as missing. To be called when the program quits.
+    virtual void cancel() {}
+
+    /// Translates texts of one language pair. Returns one outcome per text, in their order. Blocks, but returns soon
+    /// after `isWanted`, if given, returns false; the outcomes are arbitrary then.
     virtual QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                              const std::function<bool()> &isWanted) = 0;
 
-    virtual PairAvailability availability(const LanguagePair &pair) = 0;
-
-    /// One entry per service that this one consists of.
+    /// One entry per service that this one consists of. Blocks while data is being built, as `translate` does.
     virtual QList<OnDeviceServiceStatus> status() = 0;
 };
 

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QRect>
+
 #include <functional>
 
+class QWidget;
 class QWindow;
 
 namespace lucentra {
@@ -14,7 +17,7 @@ struct PaneWindowPresence
     bool operator==(const PaneWindowPresence &) const = default;
 };
 
-/// The window-system services that the pane's window needs and the toolkit lacks.
+/// How the pane's window, and the program's other windows over it, are placed and stacked.
 class PaneWindowHints
 {
 public:
@@ -35,6 +38,19 @@ public:
     /// Cancels a window manager's drag that began after the button was released and would never end. Does nothing if
     /// there is none.
     virtual void endDrag(const QWindow &window) = 0;
+
+    /// Moves and resizes a window; global points.
+    virtual void place(QWidget &window, const QRect &frame) = 0;
+    /// Starts a drag by the window manager. Returns false if there is none, so that the window has to move itself.
+    virtual bool startMove(QWindow &window) = 0;
+    virtual bool startResize(QWindow &window, Qt::Edges edges) = 0;
+
+    /// Whether keys go to the window. Unlike the toolkit's focus, this doesn't change during a keyboard grab.
+    virtual bool hasInputFocus(const QWindow &window) const = 0;
+    /// Keeps a mapped window above others, like the pane, or stops doing so.
+    virtual void setAbove(const QWindow &window, bool isAbove) = 0;
+    /// Activates a mapped window at the user's wish, as a task bar would.
+    virtual void activate(const QWindow &window) = 0;
 };
 
 } // namespace lucentra

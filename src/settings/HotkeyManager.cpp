@@ -36,7 +36,7 @@ void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged
     m_isRegistered = true;
     m_toggleRegistration = registerToggleHotkey();
     m_translateRegistration = registerTranslateHotkey();
-    m_hotkeys.setPressedHandler([this](HotkeyIdentifier identifier) { handlePressed(identifier); });
+    m_hotkeys.setPressedHandler([this](HotkeyAction action) { handlePressed(action); });
     tellStoredCombination(onHotkeyDisplayChanged);
     // A filter that is installed again moves to the front; there is still only one.
     qApp->installEventFilter(this);
@@ -60,7 +60,7 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerToggleHotkey()
 {
     const auto keyCode = quint32(m_settings.read(settings::hotkeyCode));
     const quint32 modifiers = hotkeyModifiersOfFlags(quint64(m_settings.read(settings::hotkeyModifiers)));
-    auto reference = m_hotkeys.registerHotkey(keyCode, modifiers, toggleHotkey);
+    auto reference = m_hotkeys.registerHotkey(HotkeyAction::TogglePane, keyCode, modifiers);
     if (!reference) {
         m_diagnostics(u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus="_s + QString::number(reference.error()));
         return {};
@@ -72,7 +72,7 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerToggleHotkey()
 
 std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
 {
-    auto reference = m_hotkeys.registerHotkey(virtualKey::returnKey, hotkeyModifier::option, translateHotkey);
+    auto reference = m_hotkeys.registerHotkey(HotkeyAction::TranslateArea, virtualKey::returnKey, hotkeyModifier::option);
     if (!reference) {
         m_diagnostics(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(reference.error()));
         return {};
@@ -80,11 +80,11 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
     return std::move(*reference);
 }
 
-void HotkeyManager::handlePressed(HotkeyIdentifier identifier)
+void HotkeyManager::handlePressed(HotkeyAction action)
 {
-    if (identifier == toggleHotkey)
+    if (action == HotkeyAction::TogglePane)
         m_mainQueue.post(this, [this] { onToggleWindow(); });
-    else if (identifier == translateHotkey)
+    else
         m_mainQueue.post(this, [this] { onTranslateCurrentArea(); });
 }
 

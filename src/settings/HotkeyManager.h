@@ -19,11 +19,6 @@ class SettingsStore;
 class HotkeyManager : public QObject
 {
 public:
-    /// "LCTA"
-    static constexpr quint32 signature = 0x4C435441;
-    static constexpr HotkeyIdentifier toggleHotkey{signature, 1};
-    static constexpr HotkeyIdentifier translateHotkey{signature, 2};
-
     /// `isPaneKeyWindow` returns whether a key that is pressed now would go to the pane's window.
     HotkeyManager(const SettingsStore &settings, GlobalHotkeys &hotkeys, MainQueue &mainQueue,
                   std::function<bool()> isPaneKeyWindow, DiagnosticLine diagnostics);
@@ -45,6 +40,7 @@ public:
     void tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const;
     /// Unregisters both hotkeys. Escape still works.
     void unregisterHotkeys();
+    bool areKeysChosenHere() const { return m_hotkeys.areKeysChosenHere(); }
     /// Whether `registerHotkeys` was called since the last `unregisterHotkeys`.
     bool isRegistered() const { return m_isRegistered; }
     /// Whether the stored hotkey was refused at its last registration.
@@ -56,7 +52,7 @@ protected:
 private:
     std::unique_ptr<HotkeyReference> registerToggleHotkey();
     std::unique_ptr<HotkeyReference> registerTranslateHotkey();
-    void handlePressed(HotkeyIdentifier identifier);
+    void handlePressed(HotkeyAction action);
 
     const SettingsStore &m_settings;
     GlobalHotkeys &m_hotkeys;

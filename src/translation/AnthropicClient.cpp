@@ -1,7 +1,6 @@
-#include "AnthropicClient.h"
-
+#include "EngineClients.h"
 #include "Json.h"
-#include "ModelLimits.h"
+#include "TranslationEngine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,23 +10,22 @@ namespace {
 
 const QString label = u"Claude"_s;
 
-} // namespace
-
-ServiceRequest anthropicRequest(const ServiceHosts &hosts, const AnthropicProvider &provider,
-                                const ModelMessage &message)
+ServiceRequest anthropicRequest(const ServiceHosts &hosts, const EngineRequest &request, const ModelMessage &message)
 {
     const auto url = wireUrl(hosts.anthropic + "/v1/messages");
     if (!url)
         throw TranslationProviderError::invalidConfiguration(u"Claude API URL 無效"_s);
     const QJsonObject user{{u"role"_s, u"user"_s}, {u"content"_s, message.userText}};
-    const QJsonObject body{{u"model"_s, provider.model},
+    const QJsonObject body{{u"model"_s, request.model},
                            {u"max_tokens"_s, mostOutputTokens},
                            {u"temperature"_s, batchTemperature},
                            {u"system"_s, message.instruction},
                            {u"messages"_s, QJsonArray{user}}};
-    return jsonRequest(*url, {{"x-api-key", provider.apiKey.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body,
-                       label, {provider.apiKey});
+    return jsonRequest(*url, {{"x-api-key", request.key.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body,
+                       label, {request.key});
 }
+
+} // namespace
 
 QString anthropicAnswer(const QByteArray &body)
 {
@@ -39,10 +37,9 @@ QString anthropicAnswer(const QByteArray &body)
     return text.toString();
 }
 
-QString sendAnthropic(const TranslationServices &services, const AnthropicProvider &provider,
-                      const ModelMessage &message)
+QString sendAnthropic(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message)
 {
-    return anthropicAnswer(postJSON(services, anthropicRequest(services.hosts, provider, message)));
+    return anthropicAnswer(postJSON(services, anthropicRequest(services.hosts, request, message)));
 }
 
 } // namespace lucentra

@@ -5,24 +5,20 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 
 #include <atomic>
 #include <functional>
-#include <memory>
 
 namespace lucentra {
 
 class LanguageIdentifier;
-class MainQueue;
 
-/// Translates texts on this computer: identifies their languages, translates the texts of each language together on a
-/// worker of their own, and collects the results in the caller's order.
+/// Translates texts on this computer: identifies their languages, translates the texts of each language together, and
+/// collects the results in the caller's order.
 class AppleTranslationBridge
 {
 public:
-    AppleTranslationBridge(LanguageIdentifier &identifier, OnDeviceTranslationService &service, MainQueue &mainQueue);
-    /// Waits for running translations. Completions that aren't posted yet are not called.
+    AppleTranslationBridge(LanguageIdentifier &identifier, OnDeviceTranslationService &service);
     ~AppleTranslationBridge();
     AppleTranslationBridge(const AppleTranslationBridge &) = delete;
     AppleTranslationBridge &operator=(const AppleTranslationBridge &) = delete;
@@ -32,26 +28,16 @@ public:
     void setParentView(const QObject *view);
 
     /// Translates each text into a language ("zh-Hant", "en" ...). A text is returned unchanged if its language is
-    /// unknown or the target (any Chinese for a Chinese target), or if it can't be translated. Any thread, never
-    /// blocks. Completes once, through the main queue. Nothing more is translated once `isWanted`, which is called on
-    /// workers, returns false.
-    void translate(const QStringList &texts, const QString &targetLanguage,
-                   std::function<void(OnDeviceTranslations)> completion, std::function<bool()> isWanted = {});
+    /// unknown or the target (any Chinese for a Chinese target), or if it can't be translated. Blocks; any thread, but
+    /// not the main one. Ends early once `isWanted`, which is called on several threads and may be unset, returns false.
+    OnDeviceTranslations translate(const QStringList &texts, const QString &targetLanguage,
+                                   const std::function<bool()> &isWanted = {}) const;
 
 private:
-    struct Call;
-    struct Group;
-
-    void identifyAndGroup(const std::shared_ptr<Call> &call);
-    void translateGroup(Call &call, const Group &group);
-    void complete(const std::shared_ptr<Call> &call);
-
     LanguageIdentifier &m_identifier;
     OnDeviceTranslationService &m_service;
-    MainQueue &m_mainQueue;
     QMetaObject::Connection m_parentGone;
     std::atomic<bool> m_hasParent = false;
-    QThreadPool m_workers; ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

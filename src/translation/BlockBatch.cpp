@@ -1,7 +1,6 @@
 #include "BlockBatch.h"
 
 #include "Json.h"
-#include "ModelLimits.h"
 #include "TranslationError.h"
 
 #include <QHash>
@@ -17,10 +16,10 @@ namespace lucentra {
 
 namespace {
 
-/// The position that an "id" names; nothing where it is none.
+/// The position that an "id" names, or nullopt.
 std::optional<qsizetype> blockPosition(const QJsonValue &id, qsizetype blockCount)
 {
-    const double number = id.toDouble(-1); // -1 where it is no number
+    const double number = id.toDouble(-1); // -1 if it isn't a number
     if (number < 0 || number >= double(blockCount) || std::trunc(number) != number)
         return std::nullopt;
     return qsizetype(number);
@@ -28,17 +27,17 @@ std::optional<qsizetype> blockPosition(const QJsonValue &id, qsizetype blockCoun
 
 } // namespace
 
-QList<QList<TextBlock>> blockBatches(const QList<TextBlock> &blocks)
+QList<QStringList> blockBatches(const QStringList &blocks)
 {
-    // A translation has about as many tokens as its source has characters at the most, and an ideograph, which may
-    // become a word, is three bytes.
+    // A translation has at most about as many tokens as its source has characters. An ideograph, which may become a
+    // word, has three bytes.
     constexpr qsizetype tokensOfAnElement = 16; // brackets, names and number
-    QList<QList<TextBlock>> batches{{}};
+    QList<QStringList> batches{{}};
     qsizetype tokens = 0;
-    for (const TextBlock &block : blocks) {
-        const qsizetype more = block.text.toUtf8().size() + tokensOfAnElement;
+    for (const QString &block : blocks) {
+        const qsizetype more = block.toUtf8().size() + tokensOfAnElement;
         if (!batches.last().isEmpty() && tokens + more > mostOutputTokens) {
-            batches.append(QList<TextBlock>());
+            batches.append(QStringList());
             tokens = 0;
         }
         batches.last().append(block);
@@ -47,13 +46,13 @@ QList<QList<TextBlock>> blockBatches(const QList<TextBlock> &blocks)
     return batches;
 }
 
-std::optional<QString> blockBatchInput(const QList<TextBlock> &blocks)
+std::optional<QString> blockBatchInput(const QStringList &blocks)
 {
     QJsonArray batch;
-    for (const TextBlock &block : blocks) {
-        if (!block.text.isValidUtf16())
+    for (const QString &block : blocks) {
+        if (!block.isValidUtf16())
             return std::nullopt;
-        batch.append(QJsonObject{{u"id"_s, batch.size()}, {u"text"_s, block.text}});
+        batch.append(QJsonObject{{u"id"_s, batch.size()}, {u"text"_s, block}});
     }
     return QString::fromUtf8(QJsonDocument(batch).toJson(QJsonDocument::Compact));
 }
@@ -66,11 +65,9 @@ QString withoutFences(const QString &output)
     return text.trimmed();
 }
 
-QStringList matchedTranslations(const QJsonArray &elements, const QList<TextBlock> &blocks)
+QStringList matchedTranslations(const QJsonArray &elements, const QStringList &blocks)
 {
-    QStringList translations;
-    for (const TextBlock &block : blocks)
-        translations.append(block.text);
+    QStringList translations = blocks;
     for (const QJsonValue element : elements) {
         const auto position = blockPosition(element["id"_L1], blocks.size());
         const QJsonValue text = element["text"_L1];
@@ -80,7 +77,7 @@ QStringList matchedTranslations(const QJsonArray &elements, const QList<TextBloc
     return translations;
 }
 
-QStringList parseBlockTranslations(const QString &output, const QList<TextBlock> &blocks)
+QStringList parseBlockTranslations(const QString &output, const QStringList &blocks)
 {
     const auto document = parseJson(withoutFences(output).toUtf8());
     if (!document)

@@ -1,7 +1,6 @@
-#include "CompatibleClient.h"
-
+#include "EngineClients.h"
 #include "Json.h"
-#include "ModelLimits.h"
+#include "TranslationEngine.h"
 
 #include <QUrl>
 #include <QUrlQuery>
@@ -23,10 +22,10 @@ bool mayReceiveText(const QUrl &url)
 }
 
 /// The key, and what the address itself may hold of that kind.
-QStringList secretsOf(const CompatibleProvider &provider)
+QStringList secretsOf(const EngineRequest &request)
 {
-    const QUrl url(provider.baseUrl.trimmed(), QUrl::StrictMode);
-    QStringList secrets{provider.apiKey, url.userName(), url.password()};
+    const QUrl url(request.baseUrl.trimmed(), QUrl::StrictMode);
+    QStringList secrets{request.key, url.userName(), url.password()};
     for (const auto &[name, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded))
         secrets.append(value);
     return secrets;
@@ -52,20 +51,24 @@ QByteArray chatCompletionsURL(const QString &baseUrl)
     return *encoded;
 }
 
-ServiceRequest compatibleRequest(const CompatibleProvider &provider, const ModelMessage &message)
+namespace {
+
+ServiceRequest compatibleRequest(const EngineRequest &request, const ModelMessage &message)
 {
     const QJsonObject system{{u"role"_s, u"system"_s}, {u"content"_s, message.instruction}};
     const QJsonObject user{{u"role"_s, u"user"_s}, {u"content"_s, message.userText}};
-    QJsonObject body{{u"model"_s, provider.model},
+    QJsonObject body{{u"model"_s, request.model},
                      {u"messages"_s, QJsonArray{system, user}},
                      {u"temperature"_s, batchTemperature},
                      {u"max_tokens"_s, mostOutputTokens},
                      {u"stream"_s, false}};
     if (message.isStructured)
         body.insert(u"response_format"_s, QJsonObject{{u"type"_s, u"json_object"_s}});
-    return jsonRequest(chatCompletionsURL(provider.baseUrl), {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}},
-                       body, label, secretsOf(provider));
+    return jsonRequest(chatCompletionsURL(request.baseUrl), {{"Authorization", "Bearer " + request.key.toUtf8()}},
+                       body, label, secretsOf(request));
 }
+
+} // namespace
 
 QString compatibleAnswer(const QByteArray &body)
 {
@@ -76,10 +79,9 @@ QString compatibleAnswer(const QByteArray &body)
     return text.toString();
 }
 
-QString sendCompatible(const TranslationServices &services, const CompatibleProvider &provider,
-                       const ModelMessage &message)
+QString sendCompatible(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message)
 {
-    return compatibleAnswer(postJSON(services, compatibleRequest(provider, message)));
+    return compatibleAnswer(postJSON(services, compatibleRequest(request, message)));
 }
 
 } // namespace lucentra

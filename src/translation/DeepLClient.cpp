@@ -1,7 +1,7 @@
-#include "DeepLClient.h"
-
+#include "EngineClients.h"
 #include "Json.h"
 #include "TargetLanguage.h"
+#include "TranslationEngine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,10 +10,8 @@ namespace lucentra {
 namespace {
 
 const QString provider = u"DeepL"_s;
-/// What the service takes in one request; its whole body may have 128 KiB.
+/// The service's limits per request; the whole body may have 128 KiB.
 constexpr ChunkLimit chunkLimit{.texts = 50, .bytes = 120'000};
-
-} // namespace
 
 ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &key,
                             const QString &target)
@@ -28,6 +26,8 @@ ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts,
     return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, provider, {key});
 }
 
+} // namespace
+
 QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
 {
     const auto document = parseJson(body);
@@ -40,15 +40,15 @@ QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
     return texts;
 }
 
-QStringList translateWithDeepL(const TranslationServices &services, const QList<TextBlock> &blocks, const QString &key,
-                               const QString &target)
+QStringList translateWithDeepL(const TranslationServices &services, const EngineRequest &request)
 {
-    QList<QStringList> chunks = chunksOf(textsOf(blocks), chunkLimit);
+    QList<QStringList> chunks = chunksOf(request.texts, chunkLimit);
     if (chunks.isEmpty())
         chunks.append(QStringList()); // the service is asked all the same
     QStringList translations;
     for (const QStringList &chunk : chunks)
-        translations.append(deepLAnswer(postJSON(services, deepLRequest(services.hosts, chunk, key, target)), chunk));
+        translations += deepLAnswer(
+            postJSON(services, deepLRequest(services.hosts, chunk, request.key, request.target)), chunk);
     return translations;
 }
 

@@ -1,13 +1,12 @@
 #include "HttpSession.h"
 
 #include "DesktopProxies.h"
-#include "HttpExchange.h"
 #include "LocalizationManager.h"
-
-#include <QHash>
 
 #include <curl/curl.h>
 
+#include <algorithm>
+#include <array>
 #include <atomic>
 #include <mutex>
 #include <vector>
@@ -19,221 +18,343 @@ namespace lucentra {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using Kind = TransportError::Kind;
 
 /// How many channels wait for their next request; each keeps the connections of one earlier thread.
 constexpr size_t mostIdleChannels = 4;
 
-QString sentenceFor(TransportError::Kind kind)
+template <auto cleanUp>
+struct Cleanup
 {
-    using Kind = TransportError::Kind;
-    switch (kind) {
-    case Kind::timedOut:
-        return u"連線逾時，請稍後再試"_s;
-    case Kind::hostUnknown:
-        return u"找不到伺服器，請檢查網路連線與網址"_s;
-    case Kind::cannotConnect:
-        return u"無法連線到伺服器"_s;
-    case Kind::connectionLost:
-        return u"與伺服器的連線已中斷"_s;
-    case Kind::certificate:
-        return u"伺服器的安全憑證無效"_s;
-    case Kind::secureConnection:
-        return u"無法與伺服器建立安全連線"_s;
-    case Kind::proxy:
-        return u"無法透過代理伺服器連線"_s;
-    case Kind::notHttp:
-        return u"伺服器的回應不是有效的 HTTP 回應"_s;
-    case Kind::answerTooLarge:
-        return u"伺服器的回應過大"_s;
-    case Kind::invalidRequest:
-        return u"API Key 或設定含有無法傳送的字元"_s;
-    case Kind::cancelled:
-        return u"要求已取消"_s;
-    case Kind::other:
-        break;
-    }
-    return u"網路連線發生錯誤"_s;
+    void operator()(auto *object) const { cleanUp(object); }
+};
+template <typename Object, auto cleanUp>
+using Owned = std::unique_ptr<Object, Cleanup<cleanUp>>;
+
+/// The sentences for the user in the order of the kinds.
+const std::array sentences{u"連線逾時，請稍後再試"_s,
+                           u"找不到伺服器，請檢查網路連線與網址"_s,
+                           u"無法連線到伺服器"_s,
+                           u"與伺服器的連線已中斷"_s,
+                           u"伺服器的安全憑證無效"_s,
+                           u"無法與伺服器建立安全連線"_s,
+                           u"無法透過代理伺服器連線"_s,
+                           u"伺服器的回應不是有效的 HTTP 回應"_s,
+                           u"伺服器的回應過大"_s,
+                           u"API Key 或設定含有無法傳送的字元"_s,
+                           u"要求已取消"_s,
+                           u"網路連線發生錯誤"_s};
+static_assert(sentences.size() == size_t(Kind::other));
+
+using ParsedUrl = Owned<CURLU, curl_url_cleanup>;
+
+ParsedUrl parse(const QByteArray &url)
+{
+    ParsedUrl parsed(curl_url());
+    if (curl_url_set(parsed.get(), CURLUPART_URL, url.constData(), CURLU_PATH_AS_IS) != CURLUE_OK)
+        return nullptr;
+    return parsed;
 }
 
-void initializeLibrary()
+QByteArray part(const ParsedUrl &url, CURLUPart which)
 {
-    static const CURLcode initialized = curl_global_init(CURL_GLOBAL_DEFAULT);
-    if (initialized != CURLE_OK)
-        throw TransportError(TransportError::Kind::other);
+    char *text = nullptr;
+    if (curl_url_get(url.get(), which, &text, CURLU_DEFAULT_PORT) != CURLUE_OK)
+        return {};
+    QByteArray copy(text);
+    curl_free(text);
+    return copy;
+}
+
+bool isSameOrigin(const QByteArray &one, const QByteArray &other)
+{
+    const ParsedUrl first = parse(one);
+    const ParsedUrl second = parse(other);
+    return first && second && part(first, CURLUPART_SCHEME) == part(second, CURLUPART_SCHEME) &&
+           part(first, CURLUPART_HOST).toLower() == part(second, CURLUPART_HOST).toLower() &&
+           part(first, CURLUPART_PORT) == part(second, CURLUPART_PORT);
+}
+
+/// A control character would end the header and start another.
+bool holdsControlCharacter(const QByteArray &text)
+{
+    return std::any_of(text.begin(), text.end(), [](char c) { return uchar(c) < 0x20 || c == 0x7f; });
+}
+
+bool isUrlCharacter(char c)
+{
+    static const QByteArray punctuation("-._~:/?#[]@!$&'()*+,;=%");
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || punctuation.contains(c);
+}
+
+Kind kindOf(CURLcode code)
+{
+    switch (code) {
+    case CURLE_OPERATION_TIMEDOUT:
+        return Kind::timedOut;
+    case CURLE_COULDNT_RESOLVE_HOST:
+        return Kind::hostUnknown;
+    case CURLE_COULDNT_CONNECT:
+        return Kind::cannotConnect;
+    case CURLE_COULDNT_RESOLVE_PROXY:
+    case CURLE_PROXY:
+        return Kind::proxy;
+    case CURLE_GOT_NOTHING:
+    case CURLE_RECV_ERROR:
+    case CURLE_SEND_ERROR:
+    case CURLE_PARTIAL_FILE:
+    case CURLE_HTTP2:
+    case CURLE_HTTP2_STREAM:
+        return Kind::connectionLost;
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_ISSUER_ERROR:
+    case CURLE_SSL_INVALIDCERTSTATUS:
+        return Kind::certificate;
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_SSL_CERTPROBLEM:
+    case CURLE_SSL_CIPHER:
+    case CURLE_SSL_CACERT_BADFILE:
+        return Kind::secureConnection;
+    case CURLE_UNSUPPORTED_PROTOCOL: // also an answer without a status line
+    case CURLE_WEIRD_SERVER_REPLY:
+    case CURLE_BAD_CONTENT_ENCODING:
+        return Kind::notHttp;
+    case CURLE_OUT_OF_MEMORY: // libcurl's own limits, such as 100 KiB per header line
+        return Kind::answerTooLarge;
+    case CURLE_URL_MALFORMAT:
+        return Kind::invalidRequest;
+    default:
+        return Kind::other;
+    }
 }
 
 } // namespace
 
+std::optional<QByteArray> wireUrl(const QByteArray &url)
+{
+    if (!std::all_of(url.begin(), url.end(), isUrlCharacter))
+        return std::nullopt;
+    if (url.sliced(std::max<qsizetype>(url.indexOf("://"), 0)).startsWith(":///"))
+        return std::nullopt; // libcurl would use the first part of the path as the host
+    const ParsedUrl parsed = parse(url);
+    if (!parsed || part(parsed, CURLUPART_HOST).isEmpty())
+        return std::nullopt;
+    const QByteArray scheme = part(parsed, CURLUPART_SCHEME);
+    if (scheme != "http" && scheme != "https")
+        return std::nullopt;
+    return url;
+}
+
 Failure TransportError::failure(const LocalizationManager &texts) const
 {
-    return {.domain = u"HttpSession"_s, .code = int(m_kind), .description = texts.localized(sentenceFor(m_kind))};
+    return {.domain = u"HttpSession"_s,
+            .code = int(m_kind),
+            .description = texts.localized(sentences[size_t(m_kind) - 1])};
 }
 
-/// The transfers of one thread at a time, with the connections and TLS sessions that earlier ones have left open.
+/// The connections and TLS sessions that earlier transfers have left open.
 ///
-/// libcurl can share both between threads, yet 7.88 does so unsafely (a shared connection cache, and OpenSSL's session
+/// libcurl can share both between threads, but 7.88 does so unsafely (a shared connection cache, and OpenSSL's session
 /// objects being changed while they are shared). So a channel belongs to one thread while it works.
-class HttpSession::Channel
+struct HttpSession::Channel
 {
-public:
-    Channel()
-        : m_share(curl_share_init())
-        , m_multi(curl_multi_init())
-    {
-        curl_share_setopt(m_share.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION);
-    }
+    Owned<CURLSH, curl_share_cleanup> share{curl_share_init()};
+    Owned<CURLM, curl_multi_cleanup> multi{curl_multi_init()};
 
-    CURLSH *share() const { return m_share.get(); }
-    /// Any thread.
-    void wake() { curl_multi_wakeup(m_multi.get()); }
-
-    /// Runs the exchanges to their end. `isCancelled` is looked at after every `wake`.
-    void run(const std::vector<std::unique_ptr<HttpExchange>> &exchanges,
-             const std::function<void(qsizetype, const HttpResponse &)> &answered,
-             const std::atomic<bool> &isCancelled);
-
-private:
-    struct ShareCleanup
-    {
-        void operator()(CURLSH *share) const { curl_share_cleanup(share); }
-    };
-    struct MultiCleanup
-    {
-        void operator()(CURLM *multi) const { curl_multi_cleanup(multi); }
-    };
-
-    const std::unique_ptr<CURLSH, ShareCleanup> m_share;
-    const std::unique_ptr<CURLM, MultiCleanup> m_multi;
+    Channel() { curl_share_setopt(share.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION); }
 };
 
-void HttpSession::Channel::run(const std::vector<std::unique_ptr<HttpExchange>> &exchanges,
-                               const std::function<void(qsizetype, const HttpResponse &)> &answered,
-                               const std::atomic<bool> &isCancelled)
+struct HttpSession::State
 {
-    /// The transfers that libcurl works on; whichever way the work ends, none stays behind.
-    struct Transfers
-    {
-        CURLM *multi;
-        QHash<CURL *, qsizetype> positions;
-
-        void add(CURL *easy, qsizetype position)
-        {
-            curl_multi_add_handle(multi, easy);
-            positions.insert(easy, position);
-        }
-        qsizetype take(CURL *easy)
-        {
-            curl_multi_remove_handle(multi, easy);
-            return positions.take(easy);
-        }
-        ~Transfers()
-        {
-            for (CURL *const easy : positions.keys())
-                curl_multi_remove_handle(multi, easy);
-        }
-    };
-    Transfers transfers{.multi = m_multi.get(), .positions = {}};
-    for (size_t i = 0; i < exchanges.size(); ++i)
-        transfers.add(exchanges[i]->handle(), qsizetype(i));
-
-    while (!transfers.positions.isEmpty()) {
-        if (isCancelled)
-            throw TransportError(TransportError::Kind::cancelled);
-        int running = 0;
-        int waiting = 0;
-        if (curl_multi_perform(m_multi.get(), &running) != CURLM_OK)
-            throw TransportError(TransportError::Kind::other);
-        while (const CURLMsg *const message = curl_multi_info_read(m_multi.get(), &waiting)) {
-            const CURLcode code = message->data.result; // the message goes with its transfer
-            CURL *const easy = message->easy_handle;
-            const qsizetype position = transfers.take(easy);
-            HttpExchange &exchange = *exchanges[size_t(position)];
-            if (code != CURLE_OK)
-                throw exchange.error(code);
-            if (exchange.followRedirect())
-                transfers.add(easy, position);
-            else
-                answered(position, exchange.takeResponse());
-        }
-        // Returns at once where libcurl has something to do; a wake-up is never lost. The limit is only an upper bound.
-        if (!transfers.positions.isEmpty())
-            curl_multi_poll(m_multi.get(), nullptr, 0, 60'000, nullptr);
-    }
-}
-
-/// The channels at work and those that wait for their next thread.
-class HttpSession::ChannelPool
-{
-public:
-    explicit ChannelPool(Options options)
-        : m_certificateFile(std::move(options.certificateFile))
-        , m_proxies(std::move(options.proxies))
-    {
-    }
-
-    void run(const QList<HttpRequest> &requests, const std::function<void(qsizetype, const HttpResponse &)> &answered);
-    void cancelAll();
-
-private:
-    std::unique_ptr<Channel> take();
-    void giveBack(std::unique_ptr<Channel> channel);
-
-    const QString m_certificateFile;
-    DesktopProxies m_proxies;
-    std::atomic<bool> m_isCancelled = false;
-    std::mutex m_mutex;
-    std::vector<std::unique_ptr<Channel>> m_idle; // guarded by m_mutex; the last one was used last
-    std::vector<Channel *> m_working;             // guarded by m_mutex
+    QString certificateFile;
+    DesktopProxies proxies;
+    std::atomic<bool> isCancelled = false;
+    std::mutex mutex;
+    std::vector<std::unique_ptr<Channel>> idle{}; // guarded by the mutex; the last one was used last
+    std::vector<Channel *> working{};             // guarded by the mutex
 };
 
-std::unique_ptr<HttpSession::Channel> HttpSession::ChannelPool::take()
+namespace {
+
+/// A running request: a transfer of libcurl, the received part of its answer, and the remaining number of redirects.
+class HttpExchange
 {
-    const std::lock_guard lock(m_mutex);
-    std::unique_ptr<Channel> channel;
-    if (m_idle.empty()) {
-        channel = std::make_unique<Channel>();
-    } else {
-        channel = std::move(m_idle.back());
-        m_idle.pop_back();
+public:
+    /// References outlive the exchange. Throws `invalidRequest` if the URL or a header is invalid.
+    HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile, CURLSH *share,
+                 Clock::time_point deadline);
+
+    CURL *handle() const { return m_handle.get(); }
+
+    /// To be called after a successful transfer. If the answer is a redirect to follow, sets up the next transfer.
+    bool followRedirect();
+    HttpResponse takeResponse();
+    /// The error of a transfer that ended with the code.
+    TransportError error(CURLcode code) const;
+
+private:
+    void setUrl(const QByteArray &url);
+    void setHeaders(bool withBody);
+    void setMethod(bool withBody);
+    void setProxy(const ProxyAddress &proxy);
+    static size_t takeBody(const char *data, size_t size, size_t count, void *exchange);
+    static size_t takeHead(const char *data, size_t size, size_t count, void *exchange);
+
+    const HttpRequest &m_request;
+    const Clock::time_point m_deadline;
+    Owned<curl_slist, curl_slist_free_all> m_headers; ///< must outlive the handle
+    Owned<CURL, curl_easy_cleanup> m_handle{curl_easy_init()};
+    QByteArray m_url;
+    QByteArray m_body;
+    qsizetype m_headSize = 0;
+    bool m_isTooLarge = false;
+    int m_redirectsLeft = HttpSession::mostRedirects;
+};
+
+HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile,
+                           CURLSH *share, Clock::time_point deadline)
+    : m_request(request)
+    , m_deadline(deadline)
+{
+    if (!m_handle)
+        throw TransportError(Kind::other);
+    CURL *const easy = m_handle.get();
+    curl_easy_setopt(easy, CURLOPT_SHARE, share);
+    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    // A name look-up that hangs isn't waited for.
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
+    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
+    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");   // all that can be decoded: proxies may compress unasked
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, "Lucentra"); // some services refuse requests without one
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
+    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
+    curl_easy_setopt(easy, CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2);
+    if (!certificateFile.isEmpty()) {
+        curl_easy_setopt(easy, CURLOPT_CAINFO, certificateFile.toLocal8Bit().constData());
+        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
     }
-    m_working.push_back(channel.get());
-    return channel;
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &HttpExchange::takeBody);
+    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &HttpExchange::takeHead);
+    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    setProxy(proxy);
+    setUrl(request.url);
+    const bool withBody = request.method != "GET";
+    setHeaders(withBody);
+    setMethod(withBody);
 }
 
-void HttpSession::ChannelPool::giveBack(std::unique_ptr<Channel> channel)
+void HttpExchange::setUrl(const QByteArray &url)
 {
-    const std::lock_guard lock(m_mutex);
-    std::erase(m_working, channel.get());
-    if (m_idle.size() < mostIdleChannels)
-        m_idle.push_back(std::move(channel));
+    m_url = url;
+    curl_easy_setopt(handle(), CURLOPT_URL, m_url.constData());
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(m_deadline - std::chrono::steady_clock::now()).count();
+    curl_easy_setopt(handle(), CURLOPT_TIMEOUT_MS, long(std::max<qint64>(left, 1))); // 0 would mean none
 }
 
-void HttpSession::ChannelPool::cancelAll()
+void HttpExchange::setHeaders(bool withBody)
 {
-    m_isCancelled = true;
-    m_proxies.cancel();
-    const std::lock_guard lock(m_mutex);
-    for (Channel *const channel : m_working)
-        channel->wake();
-}
-
-void HttpSession::ChannelPool::run(const QList<HttpRequest> &requests,
-                                   const std::function<void(qsizetype, const HttpResponse &)> &answered)
-{
-    const Clock::time_point start = Clock::now();
-    const auto giveBackWhenDone = [this](Channel *channel) { giveBack(std::unique_ptr<Channel>(channel)); };
-    const std::unique_ptr<Channel, decltype(giveBackWhenDone)> channel(take().release(), giveBackWhenDone);
-    std::vector<std::unique_ptr<HttpExchange>> exchanges;
-    for (const HttpRequest &request : requests) {
-        if (!wireUrl(request.url))
-            throw TransportError(TransportError::Kind::invalidRequest);
-        const Clock::time_point deadline = start + request.timeout;
-        const ProxyAddress proxy = m_proxies.proxyFor(QUrl::fromEncoded(request.url), deadline);
-        exchanges.push_back(
-            std::make_unique<HttpExchange>(request, proxy, m_certificateFile, channel->share(), deadline));
+    QList<QByteArray> lines{"Expect:"}; // without a value, so that libcurl doesn't send its own
+    const auto isContentHeader = [](const QByteArray &name) { return name.toLower().startsWith("content-"); };
+    for (const auto &[name, value] : m_request.headers) {
+        if (name.isEmpty() || name.contains(':') || holdsControlCharacter(name) || holdsControlCharacter(value))
+            throw TransportError(Kind::invalidRequest);
+        if (withBody || !isContentHeader(name))
+            lines.append(value.isEmpty() ? name + ';' : name + ": " + value);
     }
-    channel->run(exchanges, answered, m_isCancelled);
+    m_headers.reset();
+    for (const QByteArray &line : lines) {
+        if (curl_slist *const longer = curl_slist_append(m_headers.get(), line.constData())) {
+            static_cast<void>(m_headers.release());
+            m_headers.reset(longer);
+        }
+    }
+    curl_easy_setopt(handle(), CURLOPT_HTTPHEADER, m_headers.get());
 }
+
+void HttpExchange::setMethod(bool withBody)
+{
+    if (!withBody) {
+        curl_easy_setopt(handle(), CURLOPT_HTTPGET, 1L);
+        return;
+    }
+    curl_easy_setopt(handle(), CURLOPT_POST, 1L);
+    curl_easy_setopt(handle(), CURLOPT_POSTFIELDS, m_request.body.constData());
+    curl_easy_setopt(handle(), CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(m_request.body.size()));
+    if (m_request.method != "POST")
+        curl_easy_setopt(handle(), CURLOPT_CUSTOMREQUEST, m_request.method.constData());
+}
+
+void HttpExchange::setProxy(const ProxyAddress &proxy)
+{
+    // An empty text keeps libcurl from reading the environment: the desktop's settings count.
+    curl_easy_setopt(handle(), CURLOPT_PROXY, proxy.url.constData());
+    curl_easy_setopt(handle(), CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    if (!proxy.user.isEmpty()) {
+        curl_easy_setopt(handle(), CURLOPT_PROXYUSERNAME, proxy.user.constData());
+        curl_easy_setopt(handle(), CURLOPT_PROXYPASSWORD, proxy.password.constData());
+    }
+}
+
+size_t HttpExchange::takeBody(const char *data, size_t size, size_t count, void *exchange)
+{
+    auto &self = *static_cast<HttpExchange *>(exchange);
+    self.m_body.append(data, qsizetype(size * count));
+    self.m_isTooLarge = self.m_body.size() > HttpSession::largestBody;
+    return self.m_isTooLarge ? 0 : size * count;
+}
+
+size_t HttpExchange::takeHead(const char *, size_t size, size_t count, void *exchange)
+{
+    auto &self = *static_cast<HttpExchange *>(exchange);
+    self.m_headSize += qsizetype(size * count);
+    self.m_isTooLarge = self.m_headSize > HttpSession::largestHead;
+    return self.m_isTooLarge ? 0 : size * count;
+}
+
+bool HttpExchange::followRedirect()
+{
+    long status = 0;
+    const char *location = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
+    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_URL, &location);
+    const QByteArray target(location);
+    if (status / 100 != 3 || !isSameOrigin(m_url, target) || !wireUrl(target) || m_redirectsLeft == 0)
+        return false;
+    --m_redirectsLeft;
+    m_body.clear();
+    m_headSize = 0;
+    setUrl(target);
+    const bool keepsMethod = status == 307 || status == 308;
+    if (!keepsMethod) { // as browsers do, by a GET
+        setHeaders(false);
+        setMethod(false);
+    }
+    return true;
+}
+
+HttpResponse HttpExchange::takeResponse()
+{
+    long status = 0;
+    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
+    return {.status = int(status), .body = std::move(m_body)};
+}
+
+TransportError HttpExchange::error(CURLcode code) const
+{
+    if (m_isTooLarge)
+        return TransportError(Kind::answerTooLarge);
+    long proxyStatus = 0;
+    curl_easy_getinfo(handle(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
+    if (proxyStatus >= 300)
+        return TransportError(Kind::proxy);
+    return TransportError(kindOf(code));
+}
+
+} // namespace
 
 HttpSession::HttpSession()
     : HttpSession(Options{})
@@ -241,9 +362,12 @@ HttpSession::HttpSession()
 }
 
 HttpSession::HttpSession(Options options)
-    : m_channels(std::make_unique<ChannelPool>(std::move(options)))
+    : m_state(new State{.certificateFile = std::move(options.certificateFile),
+                        .proxies = DesktopProxies(std::move(options.proxies))})
 {
-    initializeLibrary();
+    static const CURLcode initialized = curl_global_init(CURL_GLOBAL_DEFAULT);
+    if (initialized != CURLE_OK)
+        throw TransportError(Kind::other);
 }
 
 HttpSession::~HttpSession() = default;
@@ -251,19 +375,102 @@ HttpSession::~HttpSession() = default;
 HttpResponse HttpSession::send(const HttpRequest &request) const
 {
     HttpResponse answer;
-    m_channels->run({request}, [&](qsizetype, const HttpResponse &response) { answer = response; });
+    sendTogether({request}, [&](qsizetype, const HttpResponse &response) { answer = response; });
     return answer;
 }
 
 void HttpSession::sendTogether(const QList<HttpRequest> &requests,
                                const std::function<void(qsizetype, const HttpResponse &)> &answered) const
 {
-    m_channels->run(requests, answered);
+    const Clock::time_point start = Clock::now();
+    /// A channel for the time of this call.
+    struct Lease
+    {
+        State &state;
+        std::unique_ptr<Channel> channel;
+
+        explicit Lease(State &from)
+            : state(from)
+        {
+            const std::lock_guard lock(state.mutex);
+            if (state.idle.empty()) {
+                channel = std::make_unique<Channel>();
+            } else {
+                channel = std::move(state.idle.back());
+                state.idle.pop_back();
+            }
+            state.working.push_back(channel.get());
+        }
+        ~Lease()
+        {
+            const std::lock_guard lock(state.mutex);
+            std::erase(state.working, channel.get());
+            if (state.idle.size() < mostIdleChannels)
+                state.idle.push_back(std::move(channel));
+        }
+    };
+    const Lease lease(*m_state);
+    CURLM *const multi = lease.channel->multi.get();
+
+    /// The transfers that libcurl works on. However the work ends, none is left behind.
+    struct Transfers
+    {
+        CURLM *multi;
+        std::vector<std::unique_ptr<HttpExchange>> exchanges{};
+
+        ~Transfers()
+        {
+            for (const auto &exchange : exchanges)
+                curl_multi_remove_handle(multi, exchange->handle()); // does nothing if the transfer has ended
+        }
+    };
+    Transfers transfers{.multi = multi};
+    for (const HttpRequest &request : requests) {
+        if (!wireUrl(request.url))
+            throw TransportError(Kind::invalidRequest);
+        const Clock::time_point deadline = start + request.timeout;
+        const ProxyAddress proxy = m_state->proxies.proxyFor(QUrl::fromEncoded(request.url), deadline);
+        transfers.exchanges.push_back(std::make_unique<HttpExchange>(request, proxy, m_state->certificateFile,
+                                                                     lease.channel->share.get(), deadline));
+    }
+    for (const auto &exchange : transfers.exchanges)
+        curl_multi_add_handle(multi, exchange->handle());
+
+    for (qsizetype unanswered = requests.size(); unanswered > 0;) {
+        if (m_state->isCancelled)
+            throw TransportError(Kind::cancelled);
+        int running = 0;
+        int waiting = 0;
+        if (curl_multi_perform(multi, &running) != CURLM_OK)
+            throw TransportError(Kind::other);
+        while (const CURLMsg *const message = curl_multi_info_read(multi, &waiting)) {
+            const CURLcode code = message->data.result; // not valid any more once the handle is removed
+            CURL *const easy = message->easy_handle;
+            const auto exchange = std::find_if(transfers.exchanges.begin(), transfers.exchanges.end(),
+                                               [easy](const auto &each) { return each->handle() == easy; });
+            curl_multi_remove_handle(multi, easy);
+            if (code != CURLE_OK)
+                throw (*exchange)->error(code);
+            if ((*exchange)->followRedirect()) {
+                curl_multi_add_handle(multi, easy);
+            } else {
+                --unanswered;
+                answered(exchange - transfers.exchanges.begin(), (*exchange)->takeResponse());
+            }
+        }
+        // Returns at once if libcurl has something to do; a wake-up is never lost. The limit is only an upper bound.
+        if (unanswered > 0)
+            curl_multi_poll(multi, nullptr, 0, 60'000, nullptr);
+    }
 }
 
 void HttpSession::cancelAll()
 {
-    m_channels->cancelAll();
+    m_state->isCancelled = true;
+    m_state->proxies.cancel();
+    const std::lock_guard lock(m_state->mutex);
+    for (Channel *const channel : m_state->working)
+        curl_multi_wakeup(channel->multi.get());
 }
 
 } // namespace lucentra

@@ -107,10 +107,10 @@ public:
     void cancelAll();
 
 private:
-    class Channel;
-    class ChannelPool;
+    struct Channel;
+    struct State;
 
-    const std::unique_ptr<ChannelPool> m_channels;
+    const std::unique_ptr<State> m_state;
 };
 
 /// The bytes as a URL for a request. Returns nullopt if the scheme isn't http or https, the host is missing, or a

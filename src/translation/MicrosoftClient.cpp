@@ -1,7 +1,7 @@
-#include "MicrosoftClient.h"
-
+#include "EngineClients.h"
 #include "Json.h"
 #include "TargetLanguage.h"
+#include "TranslationEngine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -9,27 +9,26 @@ namespace lucentra {
 
 namespace {
 
-/// The service takes 50,000 characters in one request, whatever their bytes.
+/// The service takes 50,000 characters per request; counting bytes stays below that.
 constexpr ChunkLimit chunkLimit{.texts = 100, .bytes = 50'000};
 constexpr std::chrono::seconds requestTimeout{20};
 const QString provider = u"Microsoft Translator"_s;
 
-} // namespace
-
-ServiceRequest microsoftRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &key,
-                                const QString &region, const QString &target)
+ServiceRequest microsoftRequest(const ServiceHosts &hosts, const QStringList &texts, const EngineRequest &request)
 {
     const auto url =
-        wireUrl(hosts.microsoft + "/translate?api-version=3.0&to=" + microsoftLanguageCode(target).toUtf8());
+        wireUrl(hosts.microsoft + "/translate?api-version=3.0&to=" + microsoftLanguageCode(request.target).toUtf8());
     if (!url)
         throw TranslationProviderError::invalidConfiguration(u"Microsoft Translator API URL 無效"_s);
     QJsonArray body;
     for (const QString &text : texts)
         body.append(QJsonObject{{u"text"_s, text}});
-    return jsonRequest(*url,
-                       {{"Ocp-Apim-Subscription-Key", key.toUtf8()}, {"Ocp-Apim-Subscription-Region", region.toUtf8()}},
-                       jsonBytes(body), requestTimeout, provider, {key});
+    const Headers headers{{"Ocp-Apim-Subscription-Key", request.key.toUtf8()},
+                          {"Ocp-Apim-Subscription-Region", request.region.toUtf8()}};
+    return jsonRequest(*url, headers, jsonBytes(body), requestTimeout, provider, {request.key});
 }
+
+} // namespace
 
 QStringList microsoftAnswer(const QByteArray &body, qsizetype count)
 {
@@ -46,14 +45,12 @@ QStringList microsoftAnswer(const QByteArray &body, qsizetype count)
     return texts;
 }
 
-QStringList translateWithMicrosoft(const TranslationServices &services, const QList<TextBlock> &blocks,
-                                   const QString &key, const QString &region, const QString &target)
+QStringList translateWithMicrosoft(const TranslationServices &services, const EngineRequest &request)
 {
     QStringList translations;
-    for (const QStringList &chunk : chunksOf(textsOf(blocks), chunkLimit)) {
-        const ServiceRequest request = microsoftRequest(services.hosts, chunk, key, region, target);
-        translations.append(microsoftAnswer(postJSON(services, request), chunk.size()));
-    }
+    for (const QStringList &chunk : chunksOf(request.texts, chunkLimit))
+        translations += microsoftAnswer(postJSON(services, microsoftRequest(services.hosts, chunk, request)),
+                                        chunk.size());
     return translations;
 }
 

@@ -12,7 +12,6 @@ struct OnDeviceTranslations
 {
     QStringList texts;               ///< one per source text: its translation, or the text itself
     QList<OnDeviceOutcome> outcomes; ///< one per source text; empty if nothing was tried
-    bool isCancelled = false;        ///< cancelled before everything was translated
     bool isStripped = false;         ///< the system installs programs without their translations
     QStringList addableBy;           ///< packages that would add phrases or language pairs
 };

@@ -1,7 +1,6 @@
-#include "OpenAIClient.h"
-
+#include "EngineClients.h"
 #include "Json.h"
-#include "ModelLimits.h"
+#include "TranslationEngine.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,14 +26,12 @@ QJsonObject translationSchema()
                         {u"translations"_s});
 }
 
-} // namespace
-
-ServiceRequest openAIRequest(const ServiceHosts &hosts, const OpenAIProvider &provider, const ModelMessage &message)
+ServiceRequest openAIRequest(const ServiceHosts &hosts, const EngineRequest &request, const ModelMessage &message)
 {
     const auto url = wireUrl(hosts.openAI + "/v1/responses");
     if (!url)
         throw TranslationProviderError::invalidConfiguration(u"OpenAI API URL 無效"_s);
-    QJsonObject body{{u"model"_s, provider.model},
+    QJsonObject body{{u"model"_s, request.model},
                      {u"instructions"_s, message.instruction},
                      {u"input"_s, message.userText},
                      {u"store"_s, false},
@@ -46,8 +43,10 @@ ServiceRequest openAIRequest(const ServiceHosts &hosts, const OpenAIProvider &pr
                                  {u"schema"_s, translationSchema()}};
         body.insert(u"text"_s, QJsonObject{{u"format"_s, format}});
     }
-    return jsonRequest(*url, {{"Authorization", "Bearer " + provider.apiKey.toUtf8()}}, body, label, {provider.apiKey});
+    return jsonRequest(*url, {{"Authorization", "Bearer " + request.key.toUtf8()}}, body, label, {request.key});
 }
+
+} // namespace
 
 QString openAIAnswer(const QByteArray &body)
 {
@@ -61,9 +60,9 @@ QString openAIAnswer(const QByteArray &body)
     throw TranslationProviderError::invalidResponse(label);
 }
 
-QString sendOpenAI(const TranslationServices &services, const OpenAIProvider &provider, const ModelMessage &message)
+QString sendOpenAI(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message)
 {
-    return openAIAnswer(postJSON(services, openAIRequest(services.hosts, provider, message)));
+    return openAIAnswer(postJSON(services, openAIRequest(services.hosts, request, message)));
 }
 
 } // namespace lucentra

@@ -18,10 +18,10 @@ namespace {
 constexpr std::chrono::seconds postTimeout{45};
 constexpr qsizetype longestPlainMessage = 300;
 constexpr qsizetype longestMessage = 4000;
-/// Shorter ones are no services' keys, and may well be parts of words.
+/// Shorter texts aren't keys of services, and may be parts of words.
 constexpr qsizetype shortestSecret = 8;
 
-// Every form in which a service may echo one character of a key: as it is, in a URL, in a JSON string, in HTML.
+/// A pattern for every form in which a service may echo a character of a key: plain, in a URL, in JSON, in HTML.
 QString echoesOf(char32_t character)
 {
     const QString plain = QString::fromUcs4(&character, 1);
@@ -46,7 +46,7 @@ bool isPartOfToken(QChar c)
     return c.isLetterOrNumber() || c.isSurrogate() || c == u'_' || c == u'-';
 }
 
-/// Takes out every token that holds the secret.
+/// Replaces every token that contains the secret.
 QString withoutSecret(const QString &message, const QString &secret)
 {
     const QString hidden = u"•••"_s;
@@ -54,7 +54,7 @@ QString withoutSecret(const QString &message, const QString &secret)
     for (const char32_t character : secret.toUcs4())
         pattern += echoesOf(character);
     const QRegularExpression echo(pattern, QRegularExpression::UseUnicodePropertiesOption);
-    // A key too long for a pattern is no service's key; rather no message than one that may hold a part of it.
+    // No service has a key that is too long for a pattern. Showing no message is safer than showing a part of the key.
     if (!echo.isValid())
         return hidden;
     QString result;
@@ -68,7 +68,7 @@ QString withoutSecret(const QString &message, const QString &secret)
         while (end < message.size() && isPartOfToken(message[end]))
             ++end;
         if (end <= copied)
-            continue; // in the token that was taken out last
+            continue; // within the previous token
         result += QStringView(message).sliced(copied, std::max(start, copied) - copied);
         result += hidden;
         copied = end;
@@ -85,11 +85,10 @@ QString firstUnits(const QString &text, qsizetype count)
     return start;
 }
 
-/// The start of a message, without the secrets.
+/// The part of a message that is shown, without the secrets.
 QString shownMessage(const QString &message, const QStringList &secrets)
 {
-    // What nobody will see needn't be searched.
-    constexpr qsizetype mostSearched = 4 * longestMessage;
+    constexpr qsizetype mostSearched = 4 * longestMessage; // the rest isn't shown
     QString shown = firstUnits(message, mostSearched);
     for (const QString &secret : secrets) {
         if (secret.size() >= shortestSecret)
@@ -162,15 +161,6 @@ QString providerErrorMessage(const QByteArray &body, const QStringList &secrets,
     if (const auto text = decodeUtf8(body))
         return firstCharacters(shownMessage(*text, secrets), longestPlainMessage);
     return texts.localized(u"未知錯誤"_s);
-}
-
-QStringList textsOf(const QList<TextBlock> &blocks)
-{
-    QStringList texts;
-    texts.reserve(blocks.size());
-    for (const TextBlock &block : blocks)
-        texts.append(block.text);
-    return texts;
 }
 
 QList<QStringList> chunksOf(const QStringList &texts, const ChunkLimit &limit)

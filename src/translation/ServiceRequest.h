@@ -2,7 +2,6 @@
 
 #include "HttpSession.h"
 #include "ServiceHosts.h"
-#include "TextBlock.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -17,7 +16,7 @@ namespace lucentra {
 
 class LocalizationManager;
 
-/// What every client of a remote service needs besides the values of its request.
+/// What the clients of remote services need besides the values of a request.
 struct TranslationServices
 {
     const HttpSession &http;
@@ -63,8 +62,6 @@ bool isSuccess(const HttpResponse &response);
 /// characters or more are removed.
 QString providerErrorMessage(const QByteArray &body, const QStringList &secrets, const LocalizationManager &texts);
 
-/// The texts of the blocks, in their order.
-QStringList textsOf(const QList<TextBlock> &blocks);
 /// The maximum content of a request.
 struct ChunkLimit
 {

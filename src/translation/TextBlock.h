@@ -6,11 +6,13 @@
 
 namespace lucentra {
 
-/// One recognized line of the captured image. Blocks keep the recognizer's order and are identified by position.
+/// A text to translate: one or more lines of the captured image. Blocks keep the order of reading and are identified by
+/// position.
 struct TextBlock
 {
-    QString text;   ///< exactly as recognized
-    QRectF normBox; ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
+    QString text;          ///< exactly as recognized
+    QRectF normBox;        ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
+    double lineHeight = 0; ///< of one of its lines, a fraction of the image's height; 0 means that of the box
 
     bool operator==(const TextBlock &) const = default;
 };

@@ -1,6 +1,8 @@
 #include "TranslationEngine.h"
 
+#include "EngineClients.h"
 #include "LocalizationManager.h"
+#include "Settings.h"
 
 using namespace Qt::StringLiterals;
 
@@ -11,38 +13,110 @@ namespace {
 constexpr QStringView missingKeyPattern = u"請至設定填入 %@ API Key";
 constexpr QStringView ownEndpoint = u"您設定的相容 API 端點";
 
-constexpr std::array<EngineEntry, 8> catalogue{{
-    {TranslationEngine::apple, {}, {}, false, {}, {}, {}},
-    {TranslationEngine::free, u"Google", "googleApiKey"_L1, false, {}, {}, {}},
-    {TranslationEngine::microsoft, u"Microsoft Azure", "microsoftApiKey"_L1, true, u"Microsoft",
-     u"請至設定填入 Microsoft Azure API Key", u"⚠️ 請至設定填入 Microsoft Azure API Key"},
-    {TranslationEngine::customAPI, u"Google Gemini", "geminiApiKey"_L1, true, u"Gemini", u"請至設定填入 Gemini API Key",
-     u"⚠️ 請至設定填入 Gemini API Key"},
-    {TranslationEngine::deepl, u"DeepL", "deeplApiKey"_L1, true, u"DeepL", missingKeyPattern,
-     u"⚠️ 請至設定填入 DeepL API Key"},
-    {TranslationEngine::openAI, u"OpenAI", "openAIApiKey"_L1, true, u"OpenAI", missingKeyPattern,
-     u"⚠️ 請至設定填入 OpenAI API Key"},
-    {TranslationEngine::anthropic, u"Anthropic Claude", "anthropicApiKey"_L1, true, u"Claude", missingKeyPattern,
-     u"⚠️ 請至設定填入 Claude API Key"},
-    {TranslationEngine::compatible, ownEndpoint, "compatibleApiKey"_L1, true, u"相容 API", missingKeyPattern,
-     u"⚠️ 請至設定填入相容 API Key"},
-}};
+constexpr QStringView keychainFooter = u"API Key 會安全存放於 macOS Keychain。";
+
+/// The client of a language model.
+template <LanguageModelProvider provider>
+QStringList translateWithModel(const TranslationServices &services, const EngineRequest &request)
+{
+    return request.isTyped ? QStringList{translateTextWithModel(services, request, provider)}
+                           : translateBlocksWithModel(services, request, provider);
+}
 
 } // namespace
 
 const std::array<EngineEntry, 8> &engineCatalogue()
 {
+    static const std::array<EngineEntry, 8> catalogue{{
+        {.engine = TranslationEngine::apple, .name = u"Apple 翻譯", .requiresKey = false},
+        {.engine = TranslationEngine::free,
+         .name = u"Google 翻譯",
+         .client = translateWithGoogle,
+         .serviceName = u"Google",
+         .account = "googleApiKey"_L1,
+         .requiresKey = false,
+         .formTitle = u"Google 翻譯設定",
+         .formFooters = {u"API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。", keychainFooter}},
+        {.engine = TranslationEngine::microsoft,
+         .name = u"Microsoft Azure 翻譯",
+         .client = translateWithMicrosoft,
+         .serviceName = u"Microsoft Azure",
+         .account = "microsoftApiKey"_L1,
+         .label = u"Microsoft",
+         .missingKeyText = u"請至設定填入 Microsoft Azure API Key",
+         .missingKeyReply = u"⚠️ 請至設定填入 Microsoft Azure API Key",
+         .formTitle = u"Microsoft Azure 設定",
+         .formFooters = {u"Azure 翻譯必須填寫 API Key 與對應的地區。", keychainFooter},
+         .fields = {{u"地區", settings::microsoftApiRegion, &EngineRequest::region}}},
+        {.engine = TranslationEngine::customAPI,
+         .name = u"Gemini",
+         .client = translateWithGemini,
+         .serviceName = u"Google Gemini",
+         .account = "geminiApiKey"_L1,
+         .label = u"Gemini",
+         .missingKeyText = u"請至設定填入 Gemini API Key",
+         .missingKeyReply = u"⚠️ 請至設定填入 Gemini API Key",
+         .formTitle = u"Gemini AI 設定",
+         .formFooters = {u"Gemini 翻譯必須填寫 API Key。", keychainFooter}},
+        {.engine = TranslationEngine::deepl,
+         .name = u"DeepL",
+         .client = translateWithDeepL,
+         .serviceName = u"DeepL",
+         .account = "deeplApiKey"_L1,
+         .label = u"DeepL",
+         .missingKeyText = missingKeyPattern,
+         .missingKeyReply = u"⚠️ 請至設定填入 DeepL API Key",
+         .formTitle = u"DeepL 設定",
+         .formFooters = {u"DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。"}},
+        {.engine = TranslationEngine::openAI,
+         .name = u"OpenAI",
+         .client = translateWithModel<sendOpenAI>,
+         .serviceName = u"OpenAI",
+         .account = "openAIApiKey"_L1,
+         .label = u"OpenAI",
+         .missingKeyText = missingKeyPattern,
+         .missingKeyReply = u"⚠️ 請至設定填入 OpenAI API Key",
+         .formTitle = u"OpenAI 設定",
+         .formFooters = {u"模型名稱可依你的 OpenAI 帳號權限調整。"},
+         .fields = {{u"模型名稱", settings::openAIModel, &EngineRequest::model}},
+         .areFieldsRequired = true},
+        {.engine = TranslationEngine::anthropic,
+         .name = u"Claude",
+         .client = translateWithModel<sendAnthropic>,
+         .serviceName = u"Anthropic Claude",
+         .account = "anthropicApiKey"_L1,
+         .label = u"Claude",
+         .missingKeyText = missingKeyPattern,
+         .missingKeyReply = u"⚠️ 請至設定填入 Claude API Key",
+         .formTitle = u"Claude 設定",
+         .formFooters = {u"模型名稱可依你的 Anthropic 帳號權限調整。"},
+         .fields = {{u"模型名稱", settings::anthropicModel, &EngineRequest::model}},
+         .areFieldsRequired = true},
+        {.engine = TranslationEngine::compatible,
+         .name = u"OpenAI 相容 API",
+         .client = translateWithModel<sendCompatible>,
+         .serviceName = ownEndpoint,
+         .account = "compatibleApiKey"_L1,
+         .label = u"相容 API",
+         .missingKeyText = missingKeyPattern,
+         .missingKeyReply = u"⚠️ 請至設定填入相容 API Key",
+         .formTitle = u"OpenAI 相容 API 設定",
+         .formFooters = {u"可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。"},
+         .fields = {{u"API Base URL", settings::compatibleBaseURL, &EngineRequest::baseUrl},
+                    {u"模型名稱", settings::compatibleModel, &EngineRequest::model}},
+         .areFieldsRequired = true},
+    }};
     return catalogue;
 }
 
 const EngineEntry &engineEntry(TranslationEngine engine)
 {
-    return catalogue[size_t(engine)];
+    return engineCatalogue()[size_t(engine)];
 }
 
 std::optional<TranslationEngine> translationEngine(qint64 rawValue)
 {
-    if (rawValue < 0 || rawValue >= qint64(catalogue.size()))
+    if (rawValue < 0 || rawValue >= qint64(engineCatalogue().size()))
         return std::nullopt;
     return TranslationEngine(rawValue);
 }
@@ -52,7 +126,7 @@ std::optional<QString> remoteProviderName(TranslationEngine engine, const Locali
     const QStringView name = engineEntry(engine).serviceName;
     if (name.isEmpty())
         return std::nullopt;
-    // The only one that is no name but a description.
+    // Only this one is a description, not a name.
     return name == ownEndpoint ? texts.localized(name.toString()) : name.toString();
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Setting.h"
+
 #include <QLatin1StringView>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QStringView>
@@ -11,6 +14,7 @@
 namespace lucentra {
 
 class LocalizationManager;
+struct TranslationServices;
 
 /// The translation engines. Their numbers are stored in the settings and part of the consent keys, and never change.
 enum class TranslationEngine {
@@ -24,16 +28,46 @@ enum class TranslationEngine {
     compatible = 7, ///< any endpoint with OpenAI's chat completions
 };
 
-/// One engine's row of the catalogue.
+/// What an engine is asked for, with its settings at the moment of the call.
+struct EngineRequest
+{
+    TranslationEngine engine = TranslationEngine::apple;
+    QStringList texts;
+    QString target;       ///< code of the target language
+    bool isTyped = false; ///< there is one text, typed by the user, to be translated dictionary-style
+    QString key{};        ///< trimmed; empty if there is none
+    QString model{};      ///< of a language model
+    QString baseUrl{};    ///< of an endpoint of the user's own, as entered
+    QString region{};
+};
+
+/// Translates the texts of a request: one string per text, in their order. See `EngineClients.h`.
+using EngineClient = QStringList (*)(const TranslationServices &, const EngineRequest &);
+
+/// A setting of an engine besides its key.
+struct EngineField
+{
+    QStringView label; ///< text key
+    Setting<QString> setting;
+    QString EngineRequest::*value; ///< where a request has it
+};
+
+/// One engine's row of the catalogue. Texts are text keys unless they are names.
 struct EngineEntry
 {
     TranslationEngine engine;
-    QStringView serviceName;     ///< the receiver of its texts; empty if they stay on this computer
-    QLatin1StringView account;   ///< of its API key in the keychain
-    bool requiresKey;            ///< if false, it works without one, too
-    QStringView label;           ///< name in the error for a missing key, and that error's domain
-    QStringView missingKeyText;  ///< the error of a pass: a pattern for the label, or the whole sentence
-    QStringView missingKeyReply; ///< the answer to typed text
+    QStringView name;                 ///< in the list of engines
+    EngineClient client = nullptr;    ///< null for the engine of this computer
+    QStringView serviceName{};        ///< the receiver of its texts; empty if they stay on this computer
+    QLatin1StringView account{};      ///< of its API key in the keychain
+    bool requiresKey = true;          ///< if false, it works without one, too
+    QStringView label{};              ///< name in the error for a missing key, and that error's domain
+    QStringView missingKeyText{};     ///< the error of a pass: a pattern for the label, or the whole sentence
+    QStringView missingKeyReply{};    ///< the answer to typed text
+    QStringView formTitle{};          ///< of its section in the settings
+    QList<QStringView> formFooters{}; ///< below the fields
+    QList<EngineField> fields{};      ///< in the order of the form
+    bool areFieldsRequired = false;   ///< empty fields prevent a connection test
 };
 
 /// All engines in the order of their numbers.

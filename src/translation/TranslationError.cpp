@@ -63,6 +63,16 @@ Failure ProviderFailure::failure(const LocalizationManager &texts) const
     return {.domain = m_domain, .code = m_code, .description = texts.localized(m_descriptionKey)};
 }
 
+TypedTextError::TypedTextError(QString answer)
+    : m_answer(std::move(answer))
+{
+}
+
+Failure TypedTextError::failure(const LocalizationManager &) const
+{
+    return {.domain = u"TypedText"_s, .code = -1, .description = m_answer};
+}
+
 Failure failureOfCurrentException(const LocalizationManager &texts)
 {
     try {

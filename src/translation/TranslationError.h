@@ -61,6 +61,19 @@ private:
     QString m_descriptionKey;
 };
 
+/// A failed translation of typed text with its own answer, in place of the general one.
+class TypedTextError : public TranslationError
+{
+public:
+    /// The answer is in the interface language and begins with "❌ ".
+    explicit TypedTextError(QString answer);
+
+    Failure failure(const LocalizationManager &texts) const override;
+
+private:
+    QString m_answer;
+};
+
 /// Converts the exception that is being handled to a failure; to be called in a catch block only. Other exceptions get
 /// the sentence for unknown errors.
 Failure failureOfCurrentException(const LocalizationManager &texts);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Result.h"
+#include "TextBlock.h"
 #include "TranslationClients.h"
 #include "TranslationEngine.h"
 #include "Translations.h"
 
-#include <QHash>
 #include <QThreadPool>
 
 #include <atomic>
@@ -22,9 +22,9 @@ class SettingsStore;
 /// The entry point for all translations.
 ///
 /// Has no state: each call reads engine, consent, models and target language from the stores, fails at once if the
-/// consent is missing, and otherwise starts one client on a worker, which reads the engine's own key from the keychain
-/// first. If the keychain can't be read, the call fails, since without the key the text might go to another service.
-/// Calls may overlap and don't wait for one another. The consent is checked again before each request.
+/// consent is missing, and otherwise runs one client, after reading the engine's own key from the keychain. If the
+/// keychain can't be read, the call fails, since without the key the text might go to another service. Calls may overlap
+/// and don't wait for one another. The consent is checked again before each request.
 class TranslationManager
 {
 public:
@@ -41,10 +41,12 @@ public:
     ~TranslationManager();
 
     /// Translates the blocks' texts into the target language: one string per block in their order, with a note if none
-    /// of them is translated, or a failure. No further request is made once `isWanted`, which is called on workers,
-    /// returns false. Any thread. Completes once: before it returns if the consent is missing, else on the main queue.
-    void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion,
-                         std::function<bool()> isWanted = {});
+    /// of them is translated, or a failure. No further request is made once `isWanted`, which is called on several
+    /// threads, returns false. Blocks; any thread but the main one.
+    Result<BlockTranslations> translate(const QList<TextBlock> &blocks, const std::function<bool()> &isWanted = {});
+
+    /// The same on a worker. Completes once: before it returns if the consent is missing, else on the main queue.
+    void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion);
 
     /// Translates typed text dictionary-style; text with Chinese characters into English. Completes once with the
     /// translation, or with a message that begins with "⚠️ " (a problem of the configuration) or "❌ " (a failed
@@ -57,33 +59,29 @@ public:
     void cancelAll();
 
 private:
-    struct Request;
-    struct TextOutcome;
+    struct CallFailure;
+    struct TypedAnswer;
+    template <typename Value>
+    using Outcome = tl::expected<Value, CallFailure>;
 
-    Request currentRequest() const;
+    static Failure failureOf(const CallFailure &failed);
+    EngineRequest currentRequest(const QStringList &texts) const;
+    std::optional<CallFailure> refusal(TranslationEngine engine) const;
     QString consentMessage(TranslationEngine engine) const;
     bool lacksConsent(TranslationEngine engine) const;
-    static LanguageModelProvider languageModelProvider(const Request &request);
-    bool supportsOnDevice() const;
-    void translateOnDevice(const QStringList &texts, const QString &target,
-                           std::function<void(std::optional<OnDeviceTranslations>)> completion,
-                           std::function<bool()> isWanted);
     /// Moves all plaintext copies of a former version into the keychain, whichever engine they belong to. Doesn't touch
     /// the keychain if there are none. Blocks.
     void moveLegacyKeys() const;
-    Result<QString> keyFor(TranslationEngine engine) const;
-    BeforeRequest permission(TranslationEngine engine, std::function<bool()> isWanted) const;
-    QStringList sendBlocks(const Request &request, const BeforeRequest &mayBeSent,
-                           const QList<TextBlock> &blocks) const;
-    TextTranslation sendText(const Request &request, const BeforeRequest &mayBeSent, const QString &text) const;
-    Result<BlockTranslations> blocksFrom(Request request, const BeforeRequest &mayBeSent,
-                                         const QList<TextBlock> &blocks) const;
-    TextOutcome textFrom(Request request, const BeforeRequest &mayBeSent, const QString &text) const;
-    void finishText(const QString &original, const TextOutcome &outcome,
+    Outcome<QString> keyFor(TranslationEngine engine) const;
+    /// The one path of all calls. Blocks.
+    Outcome<BlockTranslations> outcomeOf(EngineRequest request, const std::function<bool()> &isWanted);
+    Outcome<BlockTranslations> translateRemotely(const EngineRequest &request,
+                                                 const std::function<bool()> &isWanted) const;
+    Outcome<BlockTranslations> translateOnDevice(const EngineRequest &request,
+                                                 const std::function<bool()> &isWanted) const;
+    TypedAnswer answerTo(TranslationEngine engine, const Outcome<BlockTranslations> &outcome) const;
+    void finishText(const QString &original, const TypedAnswer &answer,
                     const std::function<void(TextTranslation)> &completion);
-    /// A completion for typed text that may be called on any thread, and does nothing once the manager is destroyed.
-    std::function<void(const TextOutcome &)> postedFinish(const QString &original,
-                                                          std::function<void(TextTranslation)> completion);
 
     SettingsStore &m_settings;
     const KeychainStore &m_keychain;

@@ -1,14 +1,10 @@
 #include "AllocationCount.h"
 #include "ApertiumTranslation.h"
 #include "AppleTranslationBridge.h"
-#include "BlockBatch.h"
 #include "CatalogueBytes.h"
 #include "CatalogueFolders.h"
-#include "CompatibleClient.h"
-#include "DeepLClient.h"
+#include "EngineClients.h"
 #include "FakeSecretStorage.h"
-#include "GeminiClient.h"
-#include "GoogleFreeClient.h"
 #include "HistoryExport.h"
 #include "HistoryFile.h"
 #include "HistoryManager.h"
@@ -17,13 +13,12 @@
 #include "KeychainStore.h"
 #include "MainQueue.h"
 #include "MessageCatalogue.h"
-#include "MicrosoftClient.h"
 #include "NulProcess.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
 #include "PhraseLookup.h"
-#include "PhraseMemory.h"
 #include "PhraseStore.h"
+#include "PhraseTranslation.h"
 #include "PictureFile.h"
 #include "PropertyList.h"
 #include "ScreenLanguageIdentifier.h"
@@ -153,21 +148,22 @@ void GrowthTest::type(const QString &text, TranslationEngine engine)
     m_texts.settings.overrideForThisProcess(settings::translationEngine, qint64(engine));
     m_texts.settings.overrideForThisProcess(settings::consentKey(qint64(engine)), true);
     m_texts.settings.overrideForThisProcess(settings::targetLanguageCode, u"de"_s);
-    PhraseStore store({.dataFolders = {m_folder.filePath(u"share"_s)}}, m_folder.filePath(u"phrases"_s), {60s});
-    ScreenLanguageIdentifier identifier([&store] { return store.file(); });
-    PhraseMemory memory(store);
+    const auto store = std::make_shared<PhraseStore>(CatalogueFolders{.dataFolders = {m_folder.filePath(u"share"_s)}},
+                                                     m_folder.filePath(u"phrases"_s), BuildPatience{60s});
+    ScreenLanguageIdentifier identifier([&store] { return store->file(); });
+    PhraseTranslation phrases(store);
     MainQueue queue;
-    AppleTranslationBridge bridge(identifier, memory, queue);
+    AppleTranslationBridge bridge(identifier, phrases);
     bridge.setParentView(this);
     FakeSecretStorage secrets;
     const KeychainStore keychain(secrets, u"keys"_s, {});
     TranslationClients clients;
-    clients.onDevice = [&bridge](const auto &texts, const auto &target, const auto &completion, const auto &isWanted) {
-        bridge.translate(texts, target, completion, isWanted);
+    clients.onDevice = [&bridge](const EngineRequest &request, const auto &isWanted) {
+        return bridge.translate(request.texts, request.target, isWanted);
     };
-    clients.modelText = [](const auto &mayBeSent, const auto &typed, const auto &, const auto &) {
+    clients.remote = [](const EngineRequest &request, const auto &mayBeSent) {
         mayBeSent();
-        return typed;
+        return request.texts;
     };
     TranslationManager manager(m_texts.settings, keychain, m_texts.manager, queue, clients, {});
     constexpr int pauses = 20;
@@ -212,11 +208,11 @@ void GrowthTest::costGrowsWithTheInput_data()
             output +=
                 u"%1{\"id\":%2,\"text\":\"%3\"}"_s.arg(i > 0 ? u","_s : QString()).arg(i).arg(u"é"_s.repeated(36));
         output += u"]}\n```"_s;
-        const QList<TextBlock> asked = blocks(1000);
+        const QStringList asked(1000, u"A line of text"_s);
         return Work([output, asked] { (void)parseBlockTranslations(output, asked); });
     });
     row("a model's request", 1 << 20, 50, [](qsizetype size) {
-        const QList<TextBlock> asked = blocks(size / 15);
+        const QStringList asked(size / 15, u"A line of text"_s);
         return Work([asked] { (void)blockBatchInput(asked); });
     });
     row("an error message in JSON", answer, 50, [this](qsizetype size) {

@@ -7,12 +7,14 @@
 #include "SettingsStore.h"
 #include "TestTexts.h"
 
+#include <QHash>
 #include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <condition_variable>
@@ -63,34 +65,30 @@ public:
     }
 };
 
-/// Holds every capture until the test answers it.
-class HeldCapture : public ScreenCapture
+/// Holds every call until the test answers it.
+template <typename Answer>
+class Held
 {
 public:
-    std::atomic<bool> granted = true;
-
-    bool isGranted() const override { return granted; }
-    Result<CaptureSurroundings> surroundings(quint32) override
-    {
-        return CaptureSurroundings{.paneWindow = QRectF(0, 0, 404, 304), .displays = {{0, 0, 1920, 1080}}};
-    }
-    Result<QImage> capture(const QRectF &) override
+    Answer ask()
     {
         std::unique_lock lock(m_mutex);
         const int number = m_asked++;
-        m_answered.wait(lock, [&] { return m_isClosed || number < m_answers.size(); });
-        return m_isClosed ? QImage() : m_answers[number];
+        m_answered.wait(lock, [&] { return m_isClosed || m_answers.contains(number); });
+        return m_isClosed ? Answer() : m_answers[number];
     }
-
-    bool isWaiting()
+    int asked()
     {
         const std::lock_guard lock(m_mutex);
-        return m_asked > m_answers.size();
+        return m_asked;
     }
-    void answer(Result<QImage> image)
+    /// The first call that has no answer yet.
+    int next() const { return m_next; }
+    void answer(int number, Answer answer)
     {
         const std::lock_guard lock(m_mutex);
-        m_answers.append(std::move(image));
+        m_answers.insert(number, std::move(answer));
+        m_next = std::max(m_next, number + 1);
         m_answered.notify_all();
     }
     void close() ///< answers all that come
@@ -103,12 +101,25 @@ public:
 private:
     std::mutex m_mutex;
     std::condition_variable m_answered;
-    QList<Result<QImage>> m_answers;
+    QHash<int, Answer> m_answers;
     int m_asked = 0;
+    int m_next = 0;
     bool m_isClosed = false;
 };
 
-using Completion = std::function<void(Result<BlockTranslations>)>;
+class HeldCapture : public ScreenCapture
+{
+public:
+    std::atomic<bool> granted = true;
+    Held<Result<QImage>> held;
+
+    bool isGranted() const override { return granted; }
+    Result<CaptureSurroundings> surroundings(quint32) override
+    {
+        return CaptureSurroundings{.paneWindow = QRectF(0, 0, 404, 304), .displays = {{0, 0, 1920, 1080}}};
+    }
+    Result<QImage> capture(const QRectF &) override { return held.ask(); }
+};
 
 } // namespace
 
@@ -126,8 +137,9 @@ private Q_SLOTS:
         m_pane = std::make_unique<NotingPane>();
         m_capture = std::make_unique<HeldCapture>();
         m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
-        m_requests.clear();
+        m_translations = std::make_unique<Held<Result<BlockTranslations>>>();
         m_readings = 0;
+        m_isLastTranslationWanted = true;
         m_isHoldingReader = false;
         m_copied.clear();
         m_recorded.clear();
@@ -141,12 +153,11 @@ private Q_SLOTS:
                         QThread::msleep(1);
                     return RecognizedBlocks{m_blocks, m_areLinesLeftOut};
                 },
-            .translateBlocks =
-                [this](const QList<TextBlock> &, Completion completion, std::function<bool()> isWanted) {
-                    m_queue->post([this, completion = std::move(completion), isWanted = std::move(isWanted)] {
-                        m_isTranslationWanted = isWanted;
-                        m_requests.append(completion);
-                    });
+            .translate =
+                [this](const QList<TextBlock> &, const std::function<bool()> &isWanted) {
+                    const auto translations = m_translations->ask();
+                    m_isLastTranslationWanted = isWanted();
+                    return translations;
                 },
             .copy = [this](const QString &text) { m_copied.append(text); },
             .record = [this](const QString &source, const QString &text) { m_recorded.append(source + u'>' + text); },
@@ -158,8 +169,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_capture->close();
-        m_pass.reset();
+        end();
         m_settings.reset(); // what it still writes goes into the folder of its own test
     }
 
@@ -231,16 +241,16 @@ private Q_SLOTS:
     {
         m_pass->startCapturePass();
         capture();
-        settle([&] { return m_requests.size() == 1; });
+        settle([&] { return m_translations->asked() == 1; });
         m_pass->startCapturePass();
-        settle([&] { return m_capture->isWaiting(); });
-        translate(0, BlockTranslations{.texts = {u"old"_s, u"old"_s}});
+        settle([&] { return isCaptureWaiting(); });
+        m_translations->answer(0, BlockTranslations{.texts = {u"old"_s, u"old"_s}});
+        settle([&] { return m_isLastTranslationWanted == false; });
         QVERIFY(m_pane->processing); // the newer pass is still at work
         m_pass->startCapturePass();
         capture(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
-        m_queue->drain();
-        QVERIFY(m_pane->processing);
         capture();
+        QVERIFY(m_pane->processing);
         translate(1, BlockTranslations{.texts = {u"new"_s, u"new"_s}});
         QVERIFY(!m_pane->processing);
         QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s, u"clear"_s, u"overlay new"_s, u"overlay new"_s}));
@@ -257,19 +267,17 @@ private Q_SLOTS:
             capture();
         }
         m_isHoldingReader = false;
-        settle([&] { return !m_requests.isEmpty(); });
+        settle([&] { return m_translations->asked() > 0; });
         QTest::qWait(50);
-        QCOMPARE(m_requests.size(), 1);
+        QCOMPARE(m_translations->asked(), 1);
 
         m_isHoldingReader = true; // until the end of the pass
         m_pass->startCapturePass();
         capture();
         settle([&, before = m_readings.load()] { return m_readings > before || m_pane->processing; });
-        QVERIFY(!m_isTranslationWanted()); // so that what isn't sent yet stays here
-        m_capture->close();
-        m_pass.reset();
-        m_queue->drain();
-        QCOMPARE(m_requests.size(), 1);
+        end();
+        QCOMPARE(m_isLastTranslationWanted, false); // so that what isn't sent yet stays here
+        QCOMPARE(m_translations->asked(), 1);
     }
 
     void failuresEndInTheirCards()
@@ -305,9 +313,9 @@ private Q_SLOTS:
         m_settings->write(settings::autoCopy, true);
         m_pass->startCapturePass();
         capture();
-        settle([&] { return m_requests.size() == 1; });
+        settle([&] { return m_translations->asked() == 1; });
         m_pass->startCapturePass();
-        settle([&] { return m_capture->isWaiting(); });
+        settle([&] { return isCaptureWaiting(); });
         m_pass->scheduleDebouncedCapture();
         m_pane->inputMode = true;
         m_pass->supersede();
@@ -315,7 +323,9 @@ private Q_SLOTS:
         m_pass->scheduleDebouncedCapture(); // moved while text is typed
         m_clock->advance(10s);
         capture(tl::unexpected(Failure{.description = u"reason"_s}));
-        translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        m_translations->answer(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        settle([&] { return m_isLastTranslationWanted == false; });
+        end();
         QVERIFY(!m_pane->processing);
         QCOMPARE(passes(), 2);
         QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s}));
@@ -393,10 +403,10 @@ private Q_SLOTS:
     {
         m_pass->startCapturePass();
         capture();
-        settle([&] { return m_requests.size() == 1; });
-        m_pass.reset();
+        settle([&] { return m_translations->asked() == 1; });
         const QStringList before = m_pane->log;
-        translate(0, BlockTranslations{.texts = {u"late"_s}});
+        m_translations->answer(0, BlockTranslations{.texts = {u"late"_s}});
+        end();
         QCOMPARE(m_pane->log, before);
     }
 
@@ -415,16 +425,28 @@ private Q_SLOTS:
     }
 
 private:
+    /// Whether the newest pass waits for its picture.
+    bool isCaptureWaiting() const { return m_capture->held.asked() > m_capture->held.next(); }
+
     void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32))
     {
-        settle([&] { return m_capture->isWaiting(); });
-        m_capture->answer(std::move(image));
+        settle([&] { return isCaptureWaiting(); });
+        m_capture->held.answer(m_capture->held.next(), std::move(image));
     }
 
-    void translate(qsizetype request, Result<BlockTranslations> translations)
+    void translate(int request, Result<BlockTranslations> translations)
     {
-        settle([&] { return m_requests.size() > request; });
-        m_requests[request](std::move(translations));
+        settle([&] { return m_translations->asked() > request; });
+        m_translations->answer(request, std::move(translations));
+        settle([&] { return !m_pane->processing; });
+    }
+
+    /// Ends the pass while what it waits for comes.
+    void end()
+    {
+        m_capture->held.close();
+        m_translations->close();
+        m_pass.reset();
         m_queue->drain();
     }
 
@@ -444,8 +466,8 @@ private:
     QImage m_read; ///< what the reader was given last
     std::atomic<int> m_readings = 0;
     std::atomic<bool> m_isHoldingReader = false; ///< it reads as long as the image is wanted
-    QList<Completion> m_requests;                // appended on the worker, one at a time
-    std::function<bool()> m_isTranslationWanted; // of the last request
+    std::unique_ptr<Held<Result<BlockTranslations>>> m_translations;
+    std::atomic<bool> m_isLastTranslationWanted = true; ///< whether it still was when it came
     QStringList m_copied;
     QStringList m_recorded;
     std::unique_ptr<TranslationPass> m_pass;

@@ -1,6 +1,6 @@
 // The memory's file, damaged: the input is a list of places and what is written there.
 
-#include "FuzzMemory.h"
+#include "FuzzedPhrases.h"
 
 #include "NgramModel.h"
 #include "PhraseLookup.h"

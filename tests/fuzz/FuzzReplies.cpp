@@ -2,15 +2,7 @@
 
 #include "Fuzz.h"
 
-#include "AnthropicClient.h"
-#include "BlockBatch.h"
-#include "CompatibleClient.h"
-#include "DeepLClient.h"
-#include "GeminiClient.h"
-#include "GoogleCloudClient.h"
-#include "GoogleFreeClient.h"
-#include "MicrosoftClient.h"
-#include "OpenAIClient.h"
+#include "EngineClients.h"
 #include "TestTexts.h"
 #include "TranslationError.h"
 
@@ -33,17 +25,17 @@ void mustAnswerEach(qsizetype count, Reader reader)
     }
 }
 
-void readModelOutput(const QString &output, const QList<TextBlock> &blocks)
+void readModelOutput(const QString &output, const QStringList &sources)
 {
-    mustAnswerEach(blocks.size(), [&] { return parseBlockTranslations(output, blocks); });
-    mustAnswerEach(blocks.size(), [&] { return parseGeminiBlocks(output, blocks); });
+    mustAnswerEach(sources.size(), [&] { return parseBlockTranslations(output, sources); });
+    mustAnswerEach(sources.size(), [&] { return parseGeminiBlocks(output, sources); });
 }
 
 template <typename Reader>
-void readModelAnswer(Reader reader, const QList<TextBlock> &blocks)
+void readModelAnswer(Reader reader, const QStringList &sources)
 {
     try {
-        readModelOutput(reader(), blocks);
+        readModelOutput(reader(), sources);
     } catch (const TranslationError &) {
     }
 }
@@ -54,18 +46,17 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const TestTexts texts;
     static const QStringList sources{u"Open file"_s, u"取消"_s, u"저장"_s};
-    static const QList<TextBlock> blocks{{sources[0], {}}, {sources[1], {}}, {sources[2], {}}};
     const QByteArray body = bytesOf(data, size);
 
     mustAnswerEach(sources.size(), [&] { return googleFreeAnswer(body, sources.size()); });
     mustAnswerEach(sources.size(), [&] { return googleCloudAnswer(body, sources.size()); });
     mustAnswerEach(sources.size(), [&] { return microsoftAnswer(body, sources.size()); });
     mustAnswerEach(sources.size(), [&] { return deepLAnswer(body, sources); });
-    readModelAnswer([&] { return openAIAnswer(body); }, blocks);
-    readModelAnswer([&] { return anthropicAnswer(body); }, blocks);
-    readModelAnswer([&] { return compatibleAnswer(body); }, blocks);
-    readModelAnswer([&] { return geminiAnswer(body).value_or(QString()); }, blocks);
-    readModelAnswer([&] { return QString::fromUtf8(body); }, blocks);
+    readModelAnswer([&] { return openAIAnswer(body); }, sources);
+    readModelAnswer([&] { return anthropicAnswer(body); }, sources);
+    readModelAnswer([&] { return compatibleAnswer(body); }, sources);
+    readModelAnswer([&] { return geminiAnswer(body).value_or(QString()); }, sources);
+    readModelAnswer([&] { return QString::fromUtf8(body); }, sources);
 
     // The same with the key somewhere in what the service says.
     for (const QByteArray &said : {body, QByteArray(body).insert(body.size() / 2, key.toLatin1())}) {

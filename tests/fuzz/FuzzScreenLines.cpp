@@ -1,6 +1,6 @@
 // What stands on a screen, or in a catalogue: taken apart, found in the memory, and told by its language.
 
-#include "FuzzMemory.h"
+#include "FuzzedPhrases.h"
 
 #include "PhraseForm.h"
 #include "PhraseLookup.h"

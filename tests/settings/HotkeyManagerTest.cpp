@@ -7,7 +7,6 @@
 #include "VirtualKeys.h"
 
 #include <QKeyEvent>
-#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -19,7 +18,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Remembers what is registered at the moment; refuses the identifiers that it is told to.
+constexpr auto toggle = HotkeyAction::TogglePane;
+constexpr auto translate = HotkeyAction::TranslateArea;
+
+/// Remembers what is registered at the moment; refuses the given ones.
 class PlayedHotkeys : public GlobalHotkeys
 {
 public:
@@ -27,23 +29,24 @@ public:
     {
         quint32 keyCode = 0;
         quint32 modifiers = 0;
-        quint32 id = 0;
+        HotkeyAction action;
 
         bool operator==(const Combination &) const = default;
     };
 
-    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(quint32 keyCode, quint32 modifiers,
-                                                                       HotkeyIdentifier identifier) override
+    bool areKeysChosenHere() const override { return true; }
+    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction action, quint32 keyCode,
+                                                                       quint32 modifiers) override
     {
-        if (refused.contains(identifier.id))
+        if (refused.contains(action))
             return tl::unexpected(hotkeyStatus::taken);
-        return std::make_unique<Reference>(*this, Combination{keyCode, modifiers, identifier.id});
+        return std::make_unique<Reference>(*this, Combination{keyCode, modifiers, action});
     }
-    void setPressedHandler(std::function<void(HotkeyIdentifier)> handler) override { pressed = std::move(handler); }
+    void setPressedHandler(std::function<void(HotkeyAction)> handler) override { pressed = std::move(handler); }
 
-    QSet<quint32> refused;
+    QList<HotkeyAction> refused;
     QList<Combination> held;
-    std::function<void(HotkeyIdentifier)> pressed;
+    std::function<void(HotkeyAction)> pressed;
 
 private:
     class Reference : public HotkeyReference
@@ -97,7 +100,7 @@ private Q_SLOTS:
         for (auto value = stored.begin(); value != stored.end(); ++value)
             m->settings.setValue(value.key(), value.value());
         m->registerHotkeys();
-        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, 1}, {36, 0x800, 2}}));
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, toggle}, {36, 0x800, translate}}));
         QTEST(m->shownFlags, "shownFlags");
         QTEST(m->shownKey, "shownKey");
         QCOMPARE(m->log, QStringList{u"  ✅ Carbon 熱鍵已註冊 keyCode=%1 carbonMods=%2"_s.arg(keyCode).arg(modifiers)});
@@ -105,14 +108,14 @@ private Q_SLOTS:
 
     void aRefusalIsALineAndStopsNothing()
     {
-        m->hotkeys.refused = {1, 2};
+        m->hotkeys.refused = {toggle, translate};
         m->registerHotkeys();
         QCOMPARE(m->log, (QStringList{u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus=-9878"_s,
                                       u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus=-9878"_s}));
         QCOMPARE(m->shownKey, u"t"_s);
-        m->hotkeys.refused = {1};
+        m->hotkeys.refused = {toggle};
         m->registerHotkeys();
-        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{36, 0x800, 2}}));
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{36, 0x800, translate}}));
     }
 
     void registeringAgainLeavesOneRegistration()
@@ -120,7 +123,7 @@ private Q_SLOTS:
         m->registerHotkeys();
         m->settings.write(settings::hotkeyCode, 40);
         m->registerHotkeys();
-        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{40, 0x800, 1}, {36, 0x800, 2}}));
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{40, 0x800, toggle}, {36, 0x800, translate}}));
         m->manager.unregisterHotkeys();
         QVERIFY(m->hotkeys.held.isEmpty() && !m->hotkeys.pressed);
     }
@@ -131,10 +134,8 @@ private Q_SLOTS:
         m->manager.onToggleWindow = [&] { called.append(u"toggle"_s); };
         m->manager.onTranslateCurrentArea = [&] { called.append(u"translate"_s); };
         m->registerHotkeys();
-        m->hotkeys.pressed({HotkeyManager::signature, 2});
-        m->hotkeys.pressed({HotkeyManager::signature, 1});
-        m->hotkeys.pressed({HotkeyManager::signature, 3});
-        m->hotkeys.pressed({0x41424344, 1}); // somebody else's
+        m->hotkeys.pressed(translate);
+        m->hotkeys.pressed(toggle);
         QCOMPARE(called, QStringList());
         m->mainQueue.drain();
         QCOMPARE(called, (QStringList{u"translate"_s, u"toggle"_s}));

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QTemporaryDir>
+#include <QWindow>
 
 namespace lucentra {
 
@@ -21,6 +22,12 @@ public:
     bool isPointerButtonDown() const override { return buttonDown; }
     void setHoldHandler(const QWindow &, std::function<void(bool)>) override {}
     void endDrag(const QWindow &) override {}
+    void place(QWidget &window, const QRect &frame) override { window.setGeometry(frame); }
+    bool startMove(QWindow &window) override { return window.startSystemMove(); }
+    bool startResize(QWindow &window, Qt::Edges edges) override { return window.startSystemResize(edges); }
+    bool hasInputFocus(const QWindow &) const override { return true; }
+    void setAbove(const QWindow &, bool) override {}
+    void activate(const QWindow &) override {}
 
     QList<PaneWindowPresence> applied;
     bool buttonDown = false;

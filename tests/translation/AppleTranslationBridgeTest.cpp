@@ -1,6 +1,5 @@
 #include "AppleTranslationBridge.h"
 #include "LanguageIdentifier.h"
-#include "MainQueue.h"
 #include "OnDeviceNote.h"
 #include "TestTexts.h"
 
@@ -8,11 +7,13 @@
 #include <QThread>
 
 #include <atomic>
+#include <chrono>
+#include <future>
 #include <mutex>
-#include <optional>
-#include <thread>
+#include <vector>
 
 using namespace lucentra;
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -56,7 +57,6 @@ public:
         }
         return outcomes;
     }
-    PairAvailability availability(const LanguagePair &) override { return PairAvailability::Available; }
     QList<OnDeviceServiceStatus> status() override { return {state}; }
 };
 
@@ -99,36 +99,25 @@ private Q_SLOTS:
     void whatIsNotWantedEnds()
     {
         m_bridge.setParentView(this);
-        const auto isWanted = std::make_shared<std::atomic<bool>>(true);
-        std::optional<OnDeviceTranslations> result;
-        m_bridge.translate(
-            {u"en:hard"_s}, u"ja"_s, [&](const OnDeviceTranslations &translations) { result = translations; },
-            [isWanted] { return isWanted->load(); });
-        QTest::qWait(20);
-        QVERIFY(!result);
-        *isWanted = false;
-        QTRY_VERIFY(result);
-        QVERIFY(result->isCancelled);
+        std::atomic<bool> isWanted = true;
+        auto result = std::async([&] {
+            return m_bridge.translate({u"en:hard"_s, u"fr:hard"_s}, u"ja"_s, [&] { return isWanted.load(); });
+        });
+        QCOMPARE(result.wait_for(20ms), std::future_status::timeout);
+        isWanted = false;
+        result.get();
     }
 
     void callsOverlap()
     {
         m_bridge.setParentView(this);
-        constexpr int calls = 40;
-        int completed = 0;
-        std::thread other([&] { // any thread may call
-            for (int i = 0; i < calls; ++i) {
-                const QString own = QString::number(i);
-                m_bridge.translate(
-                    {u"en:"_s + own, u"ja:"_s + own, u"fr:"_s + own}, u"ko"_s,
-                    [&completed, own](const OnDeviceTranslations &translations) {
-                        const QStringList expected{u"ko en:"_s + own, u"ko ja:"_s + own, u"ko fr:"_s + own};
-                        completed += translations.texts == expected ? 1 : 0;
-                    });
-            }
-        });
-        other.join();
-        QTRY_COMPARE(completed, calls);
+        std::vector<std::future<QStringList>> calls;
+        for (int i = 0; i < 40; ++i)
+            calls.push_back(std::async([this, own = QString::number(i)] {
+                return m_bridge.translate({u"en:"_s + own, u"ja:"_s + own, u"fr:"_s + own}, u"ko"_s).texts;
+            }));
+        for (int i = 0; i < 40; ++i)
+            QCOMPARE(calls[size_t(i)].get().join(u' '), u"ko en:%1 ko ja:%1 ko fr:%1"_s.arg(i));
     }
 
     void theNoteSaysWhyNothingIsNew()
@@ -152,25 +141,15 @@ private Q_SLOTS:
 private:
     OnDeviceTranslations translate(const QStringList &texts, const QString &target)
     {
-        std::optional<OnDeviceTranslations> result;
-        int completions = 0;
         m_service.requests.clear();
-        m_bridge.translate(texts, target, [&](const OnDeviceTranslations &translations) {
-            result = translations;
-            ++completions;
-        });
-        const bool isLate = !result;
-        while (!result)
-            QTest::qWait(1);
-        m_queue.drain();
+        const OnDeviceTranslations result = m_bridge.translate(texts, target);
         m_service.requests.sort();
-        return isLate && completions == 1 ? *result : OnDeviceTranslations{};
+        return result;
     }
 
     WrittenLanguages m_identifier;
     NotingService m_service;
-    MainQueue m_queue;
-    AppleTranslationBridge m_bridge{m_identifier, m_service, m_queue};
+    AppleTranslationBridge m_bridge{m_identifier, m_service};
 };
 
 QTEST_GUILESS_MAIN(AppleTranslationBridgeTest)

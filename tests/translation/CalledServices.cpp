@@ -24,43 +24,38 @@ void CalledServices::begin()
     m_server.respondWith({});
 }
 
-QStringList CalledServices::translate(Service service, const QStringList &texts, const QString &target,
+EngineRequest CalledServices::request(Service service, const QStringList &texts, const QString &target,
                                       const QString &key) const
-try {
-    switch (service) {
-    case Service::GoogleFree:
-        return m_clients.googleFree(m_beforeRequest, blocksOf(texts), target);
-    case Service::GoogleCloud:
-        return m_clients.googleCloud(m_beforeRequest, blocksOf(texts), target, key);
-    case Service::DeepL:
-        return m_clients.deepL(m_beforeRequest, blocksOf(texts), key, target);
-    case Service::Microsoft:
-        return m_clients.microsoft(m_beforeRequest, blocksOf(texts), key, u""_s, target);
-    case Service::Gemini:
-        return m_clients.geminiBlocks(m_beforeRequest, key, blocksOf(texts), target);
-    default:
-        return m_clients.modelBlocks(m_beforeRequest, blocksOf(texts), target, provider(service, key));
-    }
-} catch (...) {
-    return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
+{
+    using enum TranslationEngine;
+    return {.engine = std::array{free, free, deepl, microsoft, openAI, anthropic, compatible,
+                                 customAPI}[size_t(service)],
+            .texts = texts,
+            .target = target,
+            .key = service == Service::GoogleFree ? QString() : key,
+            .model = u"m-1"_s,
+            .baseUrl = QString::fromLatin1(m_server.origin()) + u"/api/v1/"_s};
 }
 
-LanguageModelProvider CalledServices::provider(Service model, const QString &key) const
+QStringList CalledServices::translate(Service service, const QStringList &texts, const QString &target,
+                                      const QString &key) const
 {
-    if (model == Service::OpenAI)
-        return OpenAIProvider{key, u"m-1"_s};
-    if (model == Service::Anthropic)
-        return AnthropicProvider{key, u"m-1"_s};
-    return CompatibleProvider{key, u"m-1"_s, QString::fromLatin1(m_server.origin()) + u"/api/v1/"_s};
+    return send(request(service, texts, target, key));
 }
 
 QString CalledServices::translateText(Service model, const QString &text, const QString &key) const
+{
+    EngineRequest typed = request(model, {text}, u"ja"_s, key);
+    typed.isTyped = true;
+    const QString answer = send(typed).value(0);
+    return answer.startsWith(failurePrefix + u"❌"_s) ? answer.sliced(failurePrefix.size()) : answer;
+}
+
+QStringList CalledServices::send(const EngineRequest &request) const
 try {
-    if (model == Service::Gemini)
-        return m_clients.geminiText(m_beforeRequest, key, text, u"ja"_s);
-    return m_clients.modelText(m_beforeRequest, text, u"ja"_s, provider(model, key));
+    return m_clients.remote(request, m_beforeRequest);
 } catch (...) {
-    return failurePrefix + failureOfCurrentException(m_texts.manager).description;
+    return {failurePrefix + failureOfCurrentException(m_texts.manager).description};
 }
 
 QString CalledServices::failureOf(Service service, const QStringList &texts, const QString &target,

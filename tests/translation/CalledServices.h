@@ -35,7 +35,8 @@ protected:
     QString failureOf(Service service, const QStringList &texts, const QString &target = QStringLiteral("zh-Hant"),
                       const QString &key = QStringLiteral("k3y-4711")) const;
 
-    LanguageModelProvider provider(Service model, const QString &key) const;
+    EngineRequest request(Service service, const QStringList &texts, const QString &target, const QString &key) const;
+    QStringList send(const EngineRequest &request) const;
 
     BeforeRequest m_beforeRequest; ///< of the calls
     TestTexts m_texts;

@@ -1,7 +1,6 @@
 #include "CalledServices.h"
 #include "Columns.h"
-#include "CompatibleClient.h"
-#include "GeminiClient.h"
+#include "EngineClients.h"
 #include "Prompts.h"
 #include "TranslationEngine.h"
 #include "TranslationError.h"
@@ -236,13 +235,9 @@ private Q_SLOTS:
         m_server.enqueue(QueuedAnswer::reply(403, R"({"message":"No: user-4711 pass%2Fword q-secret-1"})"));
         QByteArray address = m_server.origin() + "/v1?api-key=q-secret-1";
         address.replace("http://", "http://user-4711:pass%2Fword@");
-        try {
-            m_clients.modelBlocks({}, blocksOf({u"0"_s}), u"ja"_s,
-                                  CompatibleProvider{u"k3y-4711"_s, u"m"_s, QString::fromLatin1(address)});
-            QFAIL("refused");
-        } catch (const TranslationError &error) {
-            QCOMPARE(error.failure(m_texts.manager).description, u"相容 API 錯誤 403：No: ••• ••• •••"_s);
-        }
+        EngineRequest refused = request(Service::Compatible, {u"0"_s}, u"ja"_s, u"k3y-4711"_s);
+        refused.baseUrl = QString::fromLatin1(address);
+        QCOMPARE(send(refused), QStringList{failurePrefix + u"相容 API 錯誤 403：No: ••• ••• •••"_s});
     }
 
     void answersToATypedText()

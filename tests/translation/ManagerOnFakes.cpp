@@ -8,68 +8,25 @@ namespace lucentra {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString joined(const TranslationClients::Blocks &blocks)
-{
-    QStringList texts;
-    for (const TextBlock &block : blocks)
-        texts.append(block.text);
-    return texts.join(u'+');
-}
-
-QString described(const LanguageModelProvider &provider)
-{
-    if (const auto *const openAI = std::get_if<OpenAIProvider>(&provider))
-        return u"openAI(%1,%2)"_s.arg(openAI->apiKey, openAI->model);
-    if (const auto *const anthropic = std::get_if<AnthropicProvider>(&provider))
-        return u"anthropic(%1,%2)"_s.arg(anthropic->apiKey, anthropic->model);
-    const auto &compatible = std::get<CompatibleProvider>(provider);
-    return u"compatible(%1,%2,%3)"_s.arg(compatible.apiKey, compatible.model, compatible.baseUrl);
-}
-
-} // namespace
-
 TranslationClients ManagerOnFakes::fakeClients()
 {
-    const auto answer = [this](const BeforeRequest &mayBeSent, const QStringList &call) {
+    TranslationClients clients;
+    clients.remote = [this](const EngineRequest &request, const BeforeRequest &mayBeSent) {
         for (int i = 0; i < m_requestsOfACall; ++i) {
             mayBeSent();
             if (onRequest)
                 onRequest();
         }
+        QStringList call{QString::number(int(request.engine)), request.texts.join(u'+'), request.target, request.key,
+                         request.model, request.baseUrl, request.region, request.isTyped ? u"typed"_s : QString()};
+        call.removeAll(QString());
         return m_outcome ? m_outcome() : QStringList{call.join(u' ')};
     };
-    TranslationClients clients;
-    clients.googleFree = [=](auto &mayBeSent, auto &blocks, auto &target) {
-        return answer(mayBeSent, {u"googleFree"_s, joined(blocks), target});
-    };
-    clients.googleCloud = [=](auto &mayBeSent, auto &blocks, auto &target, auto &key) {
-        return answer(mayBeSent, {u"googleCloud"_s, joined(blocks), target, key});
-    };
-    clients.microsoft = [=](auto &mayBeSent, auto &blocks, auto &key, auto &region, auto &target) {
-        return answer(mayBeSent, {u"microsoft"_s, joined(blocks), target, key, region});
-    };
-    clients.deepL = [=](auto &mayBeSent, auto &blocks, auto &key, auto &target) {
-        return answer(mayBeSent, {u"deepL"_s, joined(blocks), target, key});
-    };
-    clients.geminiBlocks = [=](auto &mayBeSent, auto &key, auto &blocks, auto &target) {
-        return answer(mayBeSent, {u"geminiBlocks"_s, joined(blocks), target, key});
-    };
-    clients.geminiText = [=](auto &mayBeSent, auto &key, auto &text, auto &target) {
-        return TextTranslation{.text = answer(mayBeSent, {u"geminiText"_s, text, target, key}).value(0)};
-    };
-    clients.modelBlocks = [=](auto &mayBeSent, auto &blocks, auto &target, auto &provider) {
-        return answer(mayBeSent, {u"modelBlocks"_s, joined(blocks), target, described(provider)});
-    };
-    clients.modelText = [=](auto &mayBeSent, auto &text, auto &target, auto &provider) {
-        return answer(mayBeSent, {u"modelText"_s, text, target, described(provider)}).value(0);
-    };
-    clients.onDevice = [this](const QStringList &texts, const QString &target, const auto &completion, const auto &) {
-        const auto outcome = m_onDeviceOutcome
-                                 ? m_onDeviceOutcome()
-                                 : std::optional(QStringList{u"onDevice "_s + texts.join(u'+') + u' ' + target});
-        completion(outcome ? std::optional(OnDeviceTranslations{.texts = *outcome}) : std::nullopt);
+    clients.onDevice = [this](const EngineRequest &request, const auto &) {
+        const auto outcome = m_onDeviceOutcome ? m_onDeviceOutcome()
+                                               : std::optional(QStringList{u"0 "_s + request.texts.join(u'+') + u' ' +
+                                                                           request.target});
+        return outcome ? std::optional(OnDeviceTranslations{.texts = *outcome}) : std::nullopt;
     };
     clients.supportsOnDevice = [this] { return m_supportsOnDevice; };
     return clients;

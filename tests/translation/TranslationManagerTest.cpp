@@ -22,33 +22,29 @@ private Q_SLOTS:
     void init() { begin(); }
     void engines_data()
     {
-        columns<int, QString, QString, QString>("engine", "key", "blocks", "text");
-        const QString openAI = u"openAI(k,gpt-5.6-luna)"_s;
-        const QString anthropic = u"anthropic(k,claude-sonnet-4-6)"_s;
-        const QString compatible = u"compatible(k,~openai/gpt-latest,https://openrouter.ai/api/v1)"_s;
-        QTest::newRow("on-device") << 0 << u""_s << u"onDevice a+b ja"_s << u"onDevice hello ja"_s;
-        QTest::newRow("Google, keyless") << 1 << u""_s << u"googleFree a+b ja"_s << u"googleFree hello ja"_s;
-        QTest::newRow("Google with a key") << 1 << u"k"_s << u"googleCloud a+b ja k"_s << u"googleCloud hello ja k"_s;
-        QTest::newRow("Microsoft") << 2 << u" k\n"_s << u"microsoft a+b ja k global"_s
-                                   << u"microsoft hello ja k global"_s;
-        QTest::newRow("Gemini") << 3 << u"k"_s << u"geminiBlocks a+b ja k"_s << u"geminiText hello ja k"_s;
-        QTest::newRow("DeepL") << 4 << u"k:fx"_s << u"deepL a+b ja k:fx"_s << u"deepL hello ja k:fx"_s;
-        QTest::newRow("OpenAI") << 5 << u"k"_s << u"modelBlocks a+b ja "_s + openAI
-                                << u"modelText hello ja "_s + openAI;
-        QTest::newRow("Anthropic") << 6 << u"k"_s << u"modelBlocks a+b ja "_s + anthropic
-                                   << u"modelText hello ja "_s + anthropic;
-        QTest::newRow("compatible") << 7 << u"k"_s << u"modelBlocks a+b ja "_s + compatible
-                                    << u"modelText hello ja "_s + compatible;
+        // call: what the client gets besides texts and target
+        columns<int, QString, QString>("engine", "key", "call");
+        QTest::newRow("on-device") << 0 << u""_s << u""_s;
+        QTest::newRow("Google, keyless") << 1 << u""_s << u""_s;
+        QTest::newRow("Google with a key") << 1 << u"k"_s << u" k"_s;
+        QTest::newRow("Microsoft") << 2 << u" k\n"_s << u" k global"_s;
+        QTest::newRow("Gemini") << 3 << u"k"_s << u" k"_s;
+        QTest::newRow("DeepL") << 4 << u"k:fx"_s << u" k:fx"_s;
+        QTest::newRow("OpenAI") << 5 << u"k"_s << u" k gpt-5.6-luna"_s;
+        QTest::newRow("Anthropic") << 6 << u"k"_s << u" k claude-sonnet-4-6"_s;
+        QTest::newRow("compatible") << 7 << u"k"_s << u" k ~openai/gpt-latest https://openrouter.ai/api/v1"_s;
     }
 
     void engines()
     {
         QFETCH(int, engine);
         QFETCH(QString, key);
+        QFETCH(QString, call);
         select(engine, engine != 0, key);
-        QTEST(translateBlocks(), "blocks");
+        const QString number = QString::number(engine);
+        QCOMPARE(translateBlocks(), number + u" a+b ja"_s + call);
         QVERIFY(!m_isSynchronous);
-        QTEST(translateText(u"hello"_s), "text");
+        QCOMPARE(translateText(u"hello"_s), number + u" hello ja"_s + call + (engine == 0 ? u""_s : u" typed"_s));
         QVERIFY(!m_isSynchronous);
     }
 
@@ -174,12 +170,12 @@ private Q_SLOTS:
         store.overrideForThisProcess(settings::compatibleBaseURL, u" x "_s);
         store.overrideForThisProcess(settings::microsoftApiRegion, u""_s);
         const qint64 large = (qint64(1) << 32) + 4;
-        for (const auto &[engine, blocks] : {std::pair(qint64(5), u"modelBlocks a+b ja openAI(k,)"_s),
-                                             {7, u"modelBlocks a+b ja compatible(k, m , x )"_s},
-                                             {2, u"microsoft a+b ja k "_s},
-                                             {8, u"onDevice a+b ja"_s},
-                                             {-1, u"onDevice a+b ja"_s},
-                                             {large, u"onDevice a+b ja"_s}}) {
+        for (const auto &[engine, blocks] : {std::pair(qint64(5), u"5 a+b ja k"_s),
+                                             {7, u"7 a+b ja k  m   x "_s},
+                                             {2, u"2 a+b ja k"_s},
+                                             {8, u"0 a+b ja"_s},
+                                             {-1, u"0 a+b ja"_s},
+                                             {large, u"0 a+b ja"_s}}) {
             select(engine, true, u"k"_s);
             QCOMPARE(translateBlocks(), blocks);
         }
@@ -196,7 +192,7 @@ private Q_SLOTS:
                 if (hasKey && isMoved)
                     m_texts->settings.setValue(account, u"legacy"_s);
                 select(qint64(entry.engine), true, hasKey && !isMoved ? u"k"_s : QString());
-                QVERIFY(translateBlocks().contains(hasKey ? isMoved ? u"legacy"_s : u"k"_s : u"onDevice"_s));
+                QVERIFY(translateBlocks().contains(hasKey ? isMoved ? u"legacy"_s : u"k"_s : u"0 a"_s));
                 QVERIFY(!translateText(u"hello"_s).startsWith(u"⚠️"_s));
                 QCOMPARE(QSet<QString>(m_secrets->lookups.begin(), m_secrets->lookups.end()),
                          hasKey ? QSet<QString>{account} : QSet<QString>());
@@ -243,20 +239,21 @@ private Q_SLOTS:
             QVERIFY(translateBlocks().contains(u"legacy"_s));
         }
         select(0, true, u""_s);
-        QCOMPARE(translateBlocks(), u"onDevice a+b ja"_s);
+        QCOMPARE(translateBlocks(), u"0 a+b ja"_s);
         QVERIFY(m_copied.isEmpty());
     }
 
     void noFurtherRequestIsMadeThatMayNotBe()
     {
         m_requestsOfACall = 5;
+        int newerTexts = 0;
         const auto newerText = [&] {
             select(0, true, u""_s);
             m_onDeviceOutcome = [] { return QStringList{u"⚠️"_s}; };
             m_texts->settings.overrideForThisProcess(settings::autoCopy, false);
-            m_manager->translateText(u"newer"_s, [](const TextTranslation &) {});
+            m_manager->translateText(u"newer"_s, [&](const TextTranslation &) { ++newerTexts; });
         };
-        // Consent is withdrawn, or something newer is wanted.
+        // Consent is withdrawn, or the result isn't wanted any more.
         for (int i = 2; i < 16; ++i) {
             const int engine = i / 2;
             const bool isConsent = i % 2 == 0;
@@ -273,11 +270,9 @@ private Q_SLOTS:
                 else
                     isWanted = false;
             };
-            QString failure;
-            m_manager->translateBlocks(
-                {}, [&](const Result<QStringList> &result) { failure = result ? u"none"_s : result.error().domain; },
-                [&] { return isWanted.load(); });
-            QTRY_COMPARE(failure, isConsent ? u"RemoteTranslationConsent"_s : u"HttpSession"_s);
+            const auto blocks = m_manager->translate({}, [&] { return isWanted.load(); });
+            QCOMPARE(blocks ? u"none"_s : blocks.error().domain,
+                     isConsent ? u"RemoteTranslationConsent"_s : u"HttpSession"_s);
             QCOMPARE(requests.load(), 2);
 
             select(engine, true, u"k"_s);
@@ -291,6 +286,7 @@ private Q_SLOTS:
             const QString text = translateText(u"hello"_s);
             QCOMPARE(text.startsWith(u"⚠️ 請先在翻譯設定中允許"_s), isConsent);
             QCOMPARE(text.isEmpty(), !isConsent);
+            QTRY_COMPARE(newerTexts, i / 2 - (isConsent ? 1 : 0));
             QCOMPARE(requests.load(), 2);
         }
         QVERIFY(m_copied.isEmpty()); // nothing comes of what was cancelled
@@ -302,8 +298,9 @@ private Q_SLOTS:
         std::promise<void> release;
         const std::shared_future<void> released(release.get_future());
         TranslationClients clients = fakeClients();
-        clients.deepL = [released](const BeforeRequest &, const TranslationClients::Blocks &, const QString &,
-                                   const QString &) {
+        clients.remote = [released, remote = clients.remote](const EngineRequest &request, const auto &mayBeSent) {
+            if (request.engine != TranslationEngine::deepl)
+                return remote(request, mayBeSent);
             released.wait();
             return QStringList{u"late"_s};
         };
@@ -313,7 +310,7 @@ private Q_SLOTS:
         for (int i = 0; i < 40; ++i)
             m_manager->translateBlocks({}, [&](const Result<QStringList> &result) { late.append(*result); });
         select(1, true, u""_s);
-        QCOMPARE(translateBlocks(), u"googleFree a+b ja"_s);
+        QCOMPARE(translateBlocks(), u"1 a+b ja"_s);
         QVERIFY(late.isEmpty());
         release.set_value();
         QTRY_COMPARE(late.size(), 40);
@@ -321,21 +318,18 @@ private Q_SLOTS:
 
     void anEndedManagerDropsWhatIsLate()
     {
-        select(4, true, u"k"_s);
-        std::function<void(std::optional<OnDeviceTranslations>)> late;
-        bool isCancelled = false;
         TranslationClients clients = fakeClients();
-        clients.onDevice = [&](const QStringList &, const QString &, const auto &completion, const auto &) {
-            late = completion;
+        std::promise<void> end;
+        clients.onDevice = [ended = std::shared_future<void>(end.get_future())](const auto &, const auto &) {
+            ended.wait();
+            return OnDeviceTranslations{.texts = {u"late"_s}};
         };
-        clients.cancelAll = [&] { isCancelled = true; };
+        clients.cancelAll = [&] { end.set_value(); };
         useManagerWith(clients);
         bool isCompleted = false;
         select(0, false, u""_s);
         m_manager->translateText(u"hello"_s, [&](const QString &) { isCompleted = true; });
-        m_manager.reset();
-        QVERIFY(isCancelled);
-        late(OnDeviceTranslations{.texts = {u"late"_s}});
+        m_manager.reset(); // which cancels
         m_queue->drain();
         QVERIFY(!isCompleted);
     }
@@ -344,9 +338,8 @@ private Q_SLOTS:
     {
         QString reply;
         TranslationClients clients = fakeClients();
-        clients.deepL = [&](const BeforeRequest &, const TranslationClients::Blocks &blocks, const QString &,
-                            const QString &) {
-            return QStringList{QString(reply).replace(u"SENTENCE"_s, blocks.constFirst().text)};
+        clients.remote = [&](const EngineRequest &request, const auto &) {
+            return QStringList{QString(reply).replace(u"SENTENCE"_s, request.texts.constFirst())};
         };
         useManagerWith(clients);
         const auto check = [&](const QString &target, const QString &translation, const QString &expected) {
@@ -376,13 +369,13 @@ private Q_SLOTS:
         using Kind = OnDeviceOutcome::Kind;
         TranslationClients clients = fakeClients();
         bool knows = true;
-        clients.onDevice = [&](const QStringList &texts, const QString &, const auto &completion, const auto &) {
-            QStringList translations = texts;
+        clients.onDevice = [&](const EngineRequest &request, const auto &) {
+            QStringList translations = request.texts;
             if (knows)
                 translations.last() = u"キャンセル"_s;
-            completion(
-                OnDeviceTranslations{.texts = translations,
-                                     .outcomes = QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::UnknownPhrase})});
+            return OnDeviceTranslations{
+                .texts = translations,
+                .outcomes = QList<OnDeviceOutcome>(translations.size(), {.kind = Kind::UnknownPhrase})};
         };
         useManagerWith(clients);
         select(0, false, u""_s);

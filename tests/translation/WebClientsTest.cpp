@@ -2,7 +2,7 @@
 #include "TranslationError.h"
 
 #include "Columns.h"
-#include "DeepLClient.h"
+#include "EngineClients.h"
 #include "ServiceResponder.h"
 #include "TargetLanguage.h"
 #include "TranslationEngine.h"
@@ -88,9 +88,13 @@ private Q_SLOTS:
 
     void theKeySelectsDeepLsHost()
     {
-        const ServiceHosts hosts;
-        QCOMPARE(deepLRequest(hosts, {}, u"abc:fx"_s, u"ja"_s).http.url, hosts.deepLFree + "/v2/translate");
-        QCOMPARE(deepLRequest(hosts, {}, u"abc:fx0"_s, u"ja"_s).http.url, hosts.deepL + "/v2/translate");
+        m_server.respondWith(asTheService);
+        ServiceHosts hosts = hostsAt(m_server.origin());
+        hosts.deepL = "none";
+        const TranslationClients all = std::exchange(m_clients, remoteClients(m_session, m_texts.manager, hosts));
+        QCOMPARE(translate(Service::DeepL, {u"a"_s}, u"ja"_s, u"abc:fx"_s), QStringList{u"a"_s});
+        QCOMPARE(failureOf(Service::DeepL, {u"a"_s}, u"ja"_s, u"abc:fx0"_s), u"DeepL API URL 無效"_s);
+        m_clients = all;
     }
 
     void targetCodes()

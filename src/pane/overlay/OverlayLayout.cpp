@@ -45,7 +45,8 @@ std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const 
     if (!isLargeEnough(rect))
         return std::nullopt;
     const QRectF usable = paneBounds.adjusted(edgeInset, 0, -edgeInset, 0);
-    const double size = startingFontSize(settings.isAuto, rect.height(), settings.storedFontSize);
+    const double lineHeight = limits.lineHeight > 0 ? limits.lineHeight : rect.height();
+    const double size = startingFontSize(settings.isAuto, lineHeight, settings.storedFontSize);
     const double oneLine = measurer.measureSingleLine(text, size).width;
     for (double right = limits.right;; right = std::numeric_limits<double>::infinity()) {
         QRectF frame = rect;
@@ -53,7 +54,7 @@ std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const 
             frame = widenedFrame(rect, std::isfinite(oneLine) ? oneLine : 0, right, usable);
         const double textWidth = std::max(1.0, frame.width() - 2 * sidePadding);
         const double maxHeight = std::max(frame.height(), std::min(paneBounds.bottom(), limits.bottom) - frame.top());
-        const OverlayFit fit = fitOverlayText(measurer, text, settings.isAuto, rect.height(), textWidth, maxHeight,
+        const OverlayFit fit = fitOverlayText(measurer, text, settings.isAuto, lineHeight, textWidth, maxHeight,
                                               settings.storedFontSize);
         frame.setHeight(std::min(maxHeight, fit.height));
         if (fit.isWhole || !std::isfinite(right))

@@ -161,7 +161,7 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
     // After a quick flick the button is already up, and a window manager would wait for its release in vain.
     if (m_services.hints.isPointerButtonDown()) {
         move(start.topLeft() + pointer - pressed); // the window manager's drag starts at the pointer
-        m_isManagersDrag = windowHandle()->startSystemMove();
+        m_isManagersDrag = m_services.hints.startMove(*windowHandle());
     }
     if (!m_isManagersDrag)
         m_drag = WindowDrag{start, pressed, {}};
@@ -170,7 +170,7 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
 void TransparentWindow::beginResize(Qt::Edges edges, QPoint pointer)
 {
     m_userMoves.grabbed();
-    m_isManagersDrag = m_services.hints.isPointerButtonDown() && windowHandle()->startSystemResize(edges);
+    m_isManagersDrag = m_services.hints.isPointerButtonDown() && m_services.hints.startResize(*windowHandle(), edges);
     if (!m_isManagersDrag)
         m_drag = WindowDrag{geometry(), pointer, edges};
 }
@@ -184,7 +184,7 @@ void TransparentWindow::endManagersDrag()
 void TransparentWindow::continueDrag(QPoint pointer)
 {
     if (m_drag)
-        setGeometry(m_drag->frameFor(pointer, minimumSize()));
+        m_services.hints.place(*this, m_drag->frameFor(pointer, minimumSize()));
 }
 
 void TransparentWindow::endDrag()
@@ -340,12 +340,6 @@ GlassArea TransparentWindow::glassArea() const
     return {.glass = {mapToGlobal(QPointF(0, 0)), QSizeF(size())},
             .windowFrame = geometry(),
             .windowNumber = quint32(winId())};
-}
-
-QRectF TransparentWindow::displayArea() const
-{
-    const QScreen *screen = QGuiApplication::screenAt(mapToGlobal(rect().center()));
-    return screen ? QRectF(screen->geometry()) : QRectF();
 }
 
 QList<QRectF> TransparentWindow::windowControlExclusionRects(double padding) const

@@ -69,8 +69,6 @@ public:
     bool isInputMode() const override;
     GlassArea glassArea() const override;
     QList<QRectF> windowControlExclusionRects(double padding) const override;
-    /// The display that shows the pane's centre, in the space of `glassArea`; empty if there is none.
-    QRectF displayArea() const;
 
 protected:
     bool event(QEvent *event) override;

@@ -2,7 +2,6 @@
 
 #include "FormColors.h"
 #include "KeyField.h"
-#include "Settings.h"
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 #include "StoredAPIKeys.h"
@@ -10,67 +9,22 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include <array>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-namespace {
-
-using TextSettings = QList<std::pair<QString, Setting<QString>>>; ///< with the text key of the field's label
-
-struct EngineForm
-{
-    QString title;
-    TextSettings fields;
-    QStringList footers;
-    bool areFieldsNeeded; ///< whether a test needs them
-};
-
-const EngineForm &engineForm(TranslationEngine engine)
-{
-    static const QString keychain = u"API Key 會安全存放於 macOS Keychain。"_s;
-    static const std::array<EngineForm, 8> forms{{
-        {},
-        {u"Google 翻譯設定"_s,
-         {},
-         {u"API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。"_s, keychain},
-         false},
-        {u"Microsoft Azure 設定"_s,
-         {{u"地區"_s, settings::microsoftApiRegion}},
-         {u"Azure 翻譯必須填寫 API Key 與對應的地區。"_s, keychain},
-         false},
-        {u"Gemini AI 設定"_s, {}, {u"Gemini 翻譯必須填寫 API Key。"_s, keychain}, false},
-        {u"DeepL 設定"_s, {}, {u"DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。"_s}, false},
-        {u"OpenAI 設定"_s,
-         {{u"模型名稱"_s, settings::openAIModel}},
-         {u"模型名稱可依你的 OpenAI 帳號權限調整。"_s},
-         true},
-        {u"Claude 設定"_s,
-         {{u"模型名稱"_s, settings::anthropicModel}},
-         {u"模型名稱可依你的 Anthropic 帳號權限調整。"_s},
-         true},
-        {u"OpenAI 相容 API 設定"_s,
-         {{u"API Base URL"_s, settings::compatibleBaseURL}, {u"模型名稱"_s, settings::compatibleModel}},
-         {u"可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。"_s},
-         true},
-    }};
-    return forms[size_t(engine)];
-}
-
-} // namespace
-
 EngineSection::EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent)
-    : FormSection(form, engineForm(engine).title, parent)
+    : FormSection(form, engineEntry(engine).formTitle.toString(), parent)
     , m_engine(engine)
 {
     if (!engineEntry(engine).account.isEmpty())
         addKeyRows();
-    for (const auto &field : engineForm(engine).fields)
-        addField(field.first, stored<QString>(field.second));
-    for (const QString &footer : engineForm(engine).footers)
-        addFooter(footer);
+    for (const EngineField &field : engineEntry(engine).fields)
+        addField(field.label.toString(), stored<QString>(field.setting));
+    for (const QStringView footer : engineEntry(engine).formFooters)
+        addFooter(footer.toString());
 }
 
 void EngineSection::addKeyRows()
@@ -135,14 +89,14 @@ void EngineSection::showKeyStatus()
 
 bool EngineSection::isComplete() const
 {
-    if (engineEntry(m_engine).requiresKey && key().trimmed().isEmpty())
+    const EngineEntry &entry = engineEntry(m_engine);
+    if (entry.requiresKey && key().trimmed().isEmpty())
         return false;
-    const EngineForm &needs = engineForm(m_engine);
-    for (const auto &[label, setting] : needs.fields) {
-        if (needs.areFieldsNeeded && form().services().settings.read(setting).trimmed().isEmpty())
-            return false;
-    }
-    return true;
+    const SettingsStore &store = form().services().settings;
+    return !entry.areFieldsRequired ||
+           std::none_of(entry.fields.begin(), entry.fields.end(), [&](const EngineField &field) {
+               return store.read(field.setting).trimmed().isEmpty();
+           });
 }
 
 } // namespace lucentra

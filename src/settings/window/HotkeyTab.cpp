@@ -33,6 +33,7 @@ void HotkeyTab::addRecorder(FormSection &section)
     m_recorder = new HotkeyRow(services.settings, services.texts, services.scheduler);
     constexpr int recorderWidth = 120;
     m_recorder->setMinimumWidth(recorderWidth);
+    m_recorder->setEnabled(services.areHotkeysChosenHere);
     m_recorder->onRecordingChanged = [this, change = services.hotkeyRecordingChanged](bool isRecording) {
         change(isRecording);
         showStored(); // the same combination may have been refused before

@@ -38,6 +38,8 @@ struct SettingsServices
     std::function<void(bool showInDock)> applyDockPresence;
     /// Unregisters the program's hotkeys during a recording, and registers them again after it.
     std::function<void(bool isRecording)> hotkeyRecordingChanged;
+    /// Whether the program chooses the keys of hotkeys; otherwise the user does so in the desktop's settings.
+    bool areHotkeysChosenHere = true;
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
     std::function<void(QMenuBar &bar)> fillMenuBar;

@@ -21,11 +21,11 @@ namespace lucentra {
 
 namespace {
 
-const QList<PickerOption> &engineOptions()
+QList<PickerOption> engineOptions()
 {
-    static const QList<PickerOption> options{
-        {u"Apple 翻譯"_s, 0}, {u"Google 翻譯"_s, 1}, {u"Microsoft Azure 翻譯"_s, 2}, {u"Gemini"_s, 3}, {u"DeepL"_s, 4},
-        {u"OpenAI"_s, 5},     {u"Claude"_s, 6},      {u"OpenAI 相容 API"_s, 7}};
+    QList<PickerOption> options;
+    for (const EngineEntry &entry : engineCatalogue())
+        options.append({entry.name.toString(), int(entry.engine)});
     return options;
 }
 

@@ -18,18 +18,18 @@ namespace lucentra {
 
 namespace {
 
-/// Apertium's own program for texts keeps answers back until its input ends. The mode's pipeline by itself, every part
-/// told to flush, doesn't.
+/// Apertium's own program for texts keeps answers back until its input ends. The mode's pipeline doesn't if each part of
+/// it flushes its output.
 const QString pipeline = uR"(exec bash <("$0" -z "$1") -g)"_s;
-/// The first text waits for the dictionaries to be loaded.
-constexpr std::chrono::milliseconds longestWait = 10s; ///< for an answer, and for a whole batch besides
+/// Long enough for the first text, which waits until the dictionaries are loaded.
+constexpr std::chrono::milliseconds longestWait = 10s; ///< for an answer, and in addition for a whole batch
 constexpr auto usualWait = 50ms;                       ///< for each text of a batch
-/// How sure a translation is of which every word is known: words are chosen by rules, without regard to the program.
+/// Confidence in a translation of known words only: words are chosen by rules, without regard to the program.
 constexpr double fullConfidence = 0.4;
-/// What ends a text, so that nothing waits for what may follow; it comes back as it is.
+/// Ends a text: without it, Apertium waits for what may follow. The answer ends with it, too.
 const QByteArray end = "[][\n]";
 
-/// "en" for "eng"; a code that isn't known stays.
+/// "en" for "eng". Returns unknown codes unchanged.
 QString shortCode(const QString &code)
 {
     const QLocale::Language language = QLocale::codeToLanguage(code);
@@ -87,7 +87,7 @@ ApertiumTranslation::ApertiumTranslation(const QString &program, const QString &
     for (const QString &file : QDir(modesFolder).entryList({u"*.mode"_s}, QDir::Files, QDir::Name)) {
         const QString name = file.chopped(5);
         const QStringList codes = name.split(u'-');
-        if (codes.size() != 2 || name.contains(u'_')) // a variant of another mode
+        if (codes.size() != 2 || name.contains(u'_')) // variants of other modes
             continue;
         auto made = std::make_unique<Mode>();
         made->pair = {shortCode(codes[0]), shortCode(codes[1])};
@@ -133,11 +133,6 @@ QList<OnDeviceOutcome> ApertiumTranslation::translate(const LanguagePair &pair, 
                                : OnDeviceOutcome{.kind = OnDeviceOutcome::Kind::UnknownPhrase});
     }
     return outcomes;
-}
-
-PairAvailability ApertiumTranslation::availability(const LanguagePair &pair)
-{
-    return mode(pair) ? PairAvailability::Available : PairAvailability::Unavailable;
 }
 
 QList<OnDeviceServiceStatus> ApertiumTranslation::status()

@@ -13,28 +13,27 @@ namespace lucentra {
 
 class NulProcess;
 
-// What goes through Apertium's stream, without the NUL byte at its end.
+// The format of Apertium's stream, without the NUL byte at the end of a text.
 
-/// The text with the stream's own characters escaped, and a mark after which nothing is waited for.
+/// The text with the stream's own characters escaped, and a mark that ends it, so that Apertium answers at once.
 QByteArray apertiumQuestion(const QString &text);
-/// The text of an answer, and how much of it was known: unknown words begin with an asterisk.
+/// Parses an answer. Unknown words begin with an asterisk and lower the confidence.
 OnDeviceOutcome apertiumOutcome(QByteArray answer, const QString &source);
 
-/// Translates with Apertium where it is installed, for the pairs that are installed with it. One process a pair is
-/// kept, started with its first text.
+/// Translates with Apertium if it is installed, for the pairs that are installed with it. Keeps one process per pair,
+/// started with the pair's first text.
 class ApertiumTranslation : public OnDeviceTranslationService
 {
 public:
-    /// `program` is the path of apertium-wblank-mode, or empty; the modes that it makes pipelines of are files called
-    /// "eng-spa.mode" in `modesFolder`.
+    /// `program` is the path of apertium-wblank-mode; if it is empty, there are no pairs. Each pair is a file in
+    /// `modesFolder`, such as "eng-spa.mode".
     ApertiumTranslation(const QString &program, const QString &modesFolder);
-    /// Those of this system.
+    /// The installed Apertium.
     static std::unique_ptr<ApertiumTranslation> ofThisSystem();
     ~ApertiumTranslation() override;
 
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
-    PairAvailability availability(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
 
 private:

@@ -1,6 +1,6 @@
 #include "CatalogueFolders.h"
 
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -20,9 +20,9 @@ namespace lucentra {
 
 namespace {
 
-/// No honest catalogue comes near; larger ones aren't opened.
+/// Far larger than real catalogues. Larger files aren't opened.
 constexpr qint64 largestFile = 32 << 20;
-/// Names and regions of languages and countries that nobody has heard of share their spelling with everyday words.
+/// The names of rare languages and regions are spelled like everyday words.
 constexpr std::array leftOut{"iso_639-3"_L1,  "iso_639_3"_L1,  "iso_639-5"_L1, "iso_639_5"_L1,
                              "iso_3166-2"_L1, "iso_3166_2"_L1, "iso_15924"_L1};
 
@@ -31,7 +31,7 @@ QString familyOf(const QString &domain)
 {
     qsizetype end = 0;
     while (end < domain.size() && !domain[end].isDigit() && domain[end] != u'.' && (end == 0 || domain[end] != u'_'))
-        ++end; // what follows names a part or a version
+        ++end; // followed by a part or a version
     QString family = domain.first(end).toLower();
     while (family.endsWith(u'-'))
         family.chop(1);
@@ -40,8 +40,8 @@ QString familyOf(const QString &domain)
     return family.isEmpty() ? domain : family;
 }
 
-/// The application or runtime of Flatpak that a file belongs to; empty for any other file. Only the three parts that
-/// every name has: with further ones, as in "org.example.App.Locale", it is an extension by the same hands.
+/// The Flatpak application or runtime of a file; empty for other files. It consists of the three parts that
+/// each name has: further parts, as in "org.example.App.Locale", name an extension by the same authors.
 QString flatpakOf(const QString &path)
 {
     static const QRegularExpression owner(u"/flatpak/(?:app|runtime)/([^/.]+[.][^/.]+[.][^/.]+)"_s);
@@ -56,7 +56,7 @@ public:
         QDirIterator locales(folder, QDir::Dirs | QDir::NoDotAndDotDot);
         while (locales.hasNext()) {
             locales.next();
-            if (const auto language = memoryLanguageOfLocale(locales.fileName()))
+            if (const auto language = phraseLanguageOfLocale(locales.fileName()))
                 addMessages(locales.filePath() + u"/LC_MESSAGES"_s, *language);
         }
     }
@@ -70,7 +70,7 @@ public:
             files.next();
             const QString name = files.fileInfo().completeBaseName();
             for (qsizetype at = 0; at >= 0; at = name.indexOf(u'_', at + 1)) {
-                const auto language = memoryLanguageOfLocale(QStringView(name).sliced(at == 0 ? 0 : at + 1));
+                const auto language = phraseLanguageOfLocale(QStringView(name).sliced(at == 0 ? 0 : at + 1));
                 if (!language)
                     continue;
                 add(files.fileInfo(), at == 0 ? program : name.first(at), program, *language, true);
@@ -130,10 +130,10 @@ private:
         }
     }
 
-    /// `program` is whose catalogue it is: however many files a program has, it has one voice.
+    /// `program` is the owner of the catalogue: all files of one program count once.
     void add(const QFileInfo &info, const QString &domain, const QString &program, int language, bool isQt)
     {
-        // LibreOffice has a catalogue for each of its parts, with names of a few letters.
+        // LibreOffice has a catalogue per component, named by a few letters.
         const bool isOffice = info.path().contains("/libreoffice/"_L1);
         const QString flatpak = flatpakOf(info.path());
         const QString family = isOffice ? u"libreoffice"_s : flatpak.isEmpty() ? familyOf(program) : flatpak;
@@ -144,7 +144,7 @@ private:
                                .changed = info.lastModified().toMSecsSinceEpoch()});
     }
 
-    /// Beyond any real system; bounds what a hostile folder costs.
+    /// More than any real system has; limits the cost of a hostile folder.
     static constexpr size_t mostFiles = 20000;
     std::vector<Found> m_found;
 };

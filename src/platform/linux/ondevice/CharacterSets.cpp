@@ -16,8 +16,8 @@ constexpr char16_t last = 0x9fff;
 CharacterSets::CharacterSets()
     : m_sets(last - first + 1)
 {
-    // Above these rows the sets hold what is hardly ever used, and so tells nothing about a language: GB 2312 and
-    // Shift-JIS are taken whole, of Big5 both levels.
+    // Rows above these hold characters that are hardly ever used and say nothing about the language. GB 2312 and
+    // Shift-JIS are used as a whole, Big5 with both levels.
     add("GB2312", 0xb0, Simplified);
     add("BIG5", 0xa4, Traditional);
     add("SHIFT_JIS", 0x88, Japanese);
@@ -26,7 +26,7 @@ CharacterSets::CharacterSets()
 void CharacterSets::add(const char *encoding, unsigned char lead, Set set)
 {
     const iconv_t converter = iconv_open("UTF-16LE", encoding);
-    if (converter == iconv_t(-1)) // NOLINT(performance-no-int-to-ptr): what the interface says
+    if (converter == iconv_t(-1)) // NOLINT(performance-no-int-to-ptr): the documented error value
         return;
     for (int high = lead; high <= 0xff; ++high) {
         for (int low = 0x40; low <= 0xfe; ++low) {

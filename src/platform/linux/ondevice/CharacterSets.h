@@ -4,14 +4,14 @@
 
 namespace lucentra {
 
-/// In which of the national character sets an ideograph stands. Made once from the system's converters.
+/// Which national character sets contain an ideograph, from the system's converters.
 class CharacterSets
 {
 public:
     /// Bits of `sets`.
     enum Set : unsigned char { Simplified = 1, Traditional = 2, Japanese = 4 }; ///< GB 2312, Big5, Shift-JIS
 
-    /// All sets of a character; 0 for one that is no ideograph of the block U+4E00 to U+9FFF.
+    /// The sets that contain a character; 0 outside the block U+4E00 to U+9FFF.
     static unsigned char sets(char16_t c);
 
 private:

@@ -7,16 +7,16 @@
 
 namespace lucentra {
 
-/// Several services as one: each text goes to the first that can translate it. They stand in the order in which they
-/// are trusted.
+/// Several services as one, the most trusted first: each text goes to the first that can translate it.
 class LayeredTranslation : public OnDeviceTranslationService
 {
 public:
     explicit LayeredTranslation(std::vector<std::unique_ptr<OnDeviceTranslationService>> layers);
 
+    void prepare() override;
+    void cancel() override;
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
-    PairAvailability availability(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
 
 private:

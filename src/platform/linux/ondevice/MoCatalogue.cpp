@@ -13,7 +13,7 @@ namespace {
 constexpr quint32 magic = 0x950412de;
 constexpr qsizetype headerSize = 20;
 constexpr char contextEnd = '\x04';
-/// A message as long as this is a page of help, not a phrase of an interface.
+/// A longer message is a page of help, not a phrase of an interface.
 constexpr qsizetype longestMessage = 2000;
 
 class MoFile
@@ -24,7 +24,7 @@ public:
     {
     }
 
-    /// Reads the header; false where there is none.
+    /// Reads the header. Returns false if there is none.
     bool open()
     {
         if (m_bytes.size() < headerSize)
@@ -71,8 +71,8 @@ QByteArrayView withoutContext(QByteArrayView source)
     return end < 0 ? source : source.sliced(end + 1);
 }
 
-/// The first form and the last, which is that of many things, whichever others there are; the last is empty where
-/// there is just one.
+/// The first form (singular) and the last (plural), whichever others there are; the last is empty if
+/// there is only one.
 std::pair<QByteArrayView, QByteArrayView> pluralForms(QByteArrayView text)
 {
     const qsizetype first = text.indexOf('\0');
@@ -81,7 +81,7 @@ std::pair<QByteArrayView, QByteArrayView> pluralForms(QByteArrayView text)
     return {text.first(first), text.sliced(text.lastIndexOf('\0') + 1)};
 }
 
-/// The character set that a catalogue's header names; UTF-8 where it names none.
+/// The character set in a catalogue's header; UTF-8 if there is none.
 QByteArray charsetOf(QByteArrayView header)
 {
     const QByteArray lower = header.toByteArray().toLower();
@@ -102,7 +102,7 @@ void visitForm(QByteArrayView source, QByteArrayView translation, QStringDecoder
         return;
     decoder.resetState();
     const QString text = decoder.decode(translation);
-    // Some character sets have bytes that stand for nothing.
+    // Some character sets have unassigned bytes.
     if (!decoder.hasError() && !text.isEmpty() && !text.contains(QChar::ReplacementCharacter))
         visit(source, text);
 }

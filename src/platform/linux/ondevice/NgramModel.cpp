@@ -9,17 +9,17 @@ namespace lucentra {
 
 namespace {
 
-/// So many n-grams of a language say what there is to say.
+/// This many n-grams describe a language well enough.
 constexpr quint64 mostCounted = 1'500'000;
-/// With fewer than this, a language is never the answer.
+/// A language with fewer n-grams is never the result.
 constexpr quint64 fewestCounted = 20'000;
 /// A byte of the model is this many times the negative natural logarithm.
 constexpr double logarithmScale = 14.0;
-/// What an n-gram counts that was never seen.
+/// The score of an n-gram that was never seen.
 constexpr double unseen = 0.4;
 
-/// Ideographs have the upper half for themselves: their shares are among ideographs, so that a language isn't thought
-/// unlikely because it writes other things beside them.
+/// The upper half is for ideographs only: their frequencies are relative to ideographs, so that a language isn't
+/// considered unlikely because it uses other characters, too.
 constexpr quint32 half = NgramModel::bucketCount / 2;
 
 quint32 bucket(char32_t a, char32_t b, char32_t c, bool isIdeograph)
@@ -31,7 +31,7 @@ quint32 bucket(char32_t a, char32_t b, char32_t c, bool isIdeograph)
     return quint32(hash >> 40) % half + (isIdeograph ? half : 0);
 }
 
-/// Calls back with the bucket of every n-gram of a text: of letters, in one case, words set off by one blank. An
+/// Calls back with the bucket of each n-gram of a text's letters, in lower case, with one blank between words. An
 /// ideograph counts alone and with its neighbour, a letter with the two before it.
 template <typename Visit>
 void eachNgram(QStringView text, Visit visit)

@@ -9,20 +9,20 @@
 
 namespace lucentra {
 
-/// The languages that the n-grams tell apart: those of the memory, by their numbers, and then English.
+/// The languages that n-grams distinguish: `phraseLanguages` in their order, then English.
 inline constexpr int ngramLanguageCount = 13;
 inline constexpr int ngramEnglish = 12;
 
-/// How alike a text is to each language, as a logarithm: differences count, not the values.
+/// How similar a text is to each language, as a logarithm. Only differences are meaningful.
 using NgramScores = std::array<double, ngramLanguageCount>;
 
-/// How often runs of one to three characters occur in each language, learnt from the phrases of the memory.
+/// How often runs of one to three characters occur in each language, learnt from the phrases.
 class NgramModel
 {
 public:
     static constexpr int bucketCount =
-        1 << 16;                       ///< n-grams that share one are counted together; half of them are for ideographs
-    static constexpr int rowSize = 16; ///< one byte a language; a row is read at once
+        1 << 16;                       ///< n-grams in one bucket are counted together; half of them are for ideographs
+    static constexpr int rowSize = 16; ///< one byte per language; a row is read at once
     static constexpr qsizetype byteCount = qsizetype(bucketCount) * rowSize;
 
     /// Reads a model made by `NgramCounter`; the bytes must outlive it.
@@ -46,7 +46,7 @@ class NgramCounter
 public:
     NgramCounter();
 
-    /// Learns from a phrase of a language; enough is enough, so that no language costs more than another.
+    /// Learns from a phrase of a language, up to a limit, so that no language costs more than another.
     void learn(int language, QStringView phrase);
     QByteArray model() const;
 

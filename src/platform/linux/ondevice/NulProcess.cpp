@@ -19,10 +19,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// No answer to a line of a screen is longer.
+/// Longer than any answer to a line of a screen.
 constexpr qsizetype longestAnswer = 1 << 20;
 
-/// Writing to a program that has ended would end us as well; for as long as this lives, it just fails.
+/// Blocks SIGPIPE, so that writing to a program that has ended fails instead of ending this one.
 class SignalOfBrokenPipe
 {
 public:
@@ -51,7 +51,7 @@ private:
 
 } // namespace
 
-/// How long an answer is waited for.
+/// The time limit of an answer.
 struct NulProcess::Patience
 {
     Clock::time_point deadline;
@@ -111,7 +111,7 @@ bool NulProcess::start()
     posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    // A process group, so that what it starts is ended with it, and no signals that this program has blocked for itself.
+    // A process group of its own, so that its children end with it, and without the signals that this program blocks.
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
     posix_spawnattr_setpgroup(&attributes, 0);
     sigset_t noSignals;

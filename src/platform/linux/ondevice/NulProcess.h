@@ -12,14 +12,14 @@
 
 namespace lucentra {
 
-/// A program that is kept running and answers each text that ends in a NUL byte with another that does. One thread at
+/// A program that is kept running and answers each NUL-terminated text with another one. One thread at
 /// a time.
 class NulProcess
 {
 public:
     /// `command` is the program's path and its arguments. The program is started with the first question.
     explicit NulProcess(QStringList command);
-    /// Ends the program with everything that it has started.
+    /// Ends the program and its children.
     ~NulProcess();
     NulProcess(const NulProcess &) = delete;
     NulProcess &operator=(const NulProcess &) = delete;

@@ -1,7 +1,7 @@
 #include "PhraseCollector.h"
 
 #include "CatalogueFolders.h"
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "MessageCatalogue.h"
 #include "Text.h"
 
@@ -21,23 +21,23 @@ namespace lucentra {
 
 namespace {
 
-/// Of the languages that are only translated from, buttons, menus and labels will do.
+/// For languages that are only translated from, texts of buttons, menus and labels suffice.
 constexpr qsizetype longestForeign = 60;
 constexpr qint64 largestFile = 32 << 20;
-/// Ten times what a computer full of programs has; bounds what hostile catalogues cost.
+/// Ten times as many as on a computer with many programs; limits the cost of hostile catalogues.
 constexpr qsizetype mostBytes = 256 << 20;
 constexpr size_t mostSources = 2'000'000;
 constexpr size_t mostRecords = 10'000'000;
 
-/// Fewer texts may have taken a word from another language.
+/// In fewer texts, a word may come from another language.
 constexpr quint16 fewestTexts = 3;
-/// Longer words are made of others, or none.
+/// Longer words are compounds or aren't words.
 constexpr qsizetype longestWord = 24;
 /// A translation of a single word as long as this, in half widths of a character, may say more than the word.
 constexpr int longForAWord = 9;
-/// Of the texts that a translation stands for, so many are looked at; bounds what hostile catalogues cost.
+/// How many source texts of one translation are compared; limits the cost of hostile catalogues.
 constexpr size_t mostWaysBack = 100;
-/// What a family's voice counts; if it says several things, each gets its part.
+/// The weight of a family's vote. If it has several translations, each gets a part of it.
 constexpr int wholeVoice = 60;
 
 bool hasLetter(const QString &text)
@@ -50,7 +50,7 @@ bool hasDenseScript(const QString &text)
     return std::any_of(text.begin(), text.end(), [](QChar c) { return isDenseScript(c.unicode()); });
 }
 
-/// Some translators keep the source beside its translation: "Period (기간)", "감마 (Gamma)".
+/// Some translations contain the source, too: "Period (기간)", "감마 (Gamma)".
 QString withoutSource(const QString &translation, QByteArrayView source)
 {
     if (!translation.endsWith(u')') && !translation.endsWith(u'）'))
@@ -68,7 +68,7 @@ QString withoutSource(const QString &translation, QByteArrayView source)
     return phraseKey(within) == known ? before : translation;
 }
 
-/// The bytes of a regular file, read rather than mapped: a mapped one that is cut short meanwhile would be fatal.
+/// The bytes of a regular file. It isn't mapped, since truncating a mapped file would crash this program.
 bool readFile(const QString &path, QByteArray &bytes)
 {
     const int file = ::open(path.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -149,21 +149,21 @@ void PhraseCollector::add(const QString &family, int language, QByteArrayView so
     const Source &from = source(sourceText);
     if (!from.isUsable)
         return;
-    const bool isTarget = memoryLanguages[size_t(language)].isTarget();
+    const bool isTarget = phraseLanguages[size_t(language)].isTarget();
     if (!isTarget && translation.size() > longestForeign)
         return m_ngrams.learn(language, translation);
     auto form = translationForm(translation, from.form, from.hasMnemonic);
     if (!form || form->size() > longestPhrase || !hasLetter(*form))
         return;
     if (isTarget && !hasDenseScript(*form))
-        return; // a name, a unit or another code, which says nothing to those who read the language
+        return; // a name, a unit or a code in another script
     if (form->contains(u'<') && !sourceText.contains('<'))
-        return; // a remark to other translators, or markup that the source doesn't have
+        return; // a remark for translators, or markup that the source doesn't have
     if (isTarget)
         form = withoutSource(*form, m_strings.string(from.key));
     const StringPool::Place key = m_strings.place(phraseKey(*form));
     if (key.offset == from.key)
-        return; // left as it is
+        return; // not translated
     if (key.isNew)
         m_ngrams.learn(language, *form);
     const quint16 voter = m_families.value(family, quint16(m_families.size()));
@@ -212,7 +212,7 @@ bool PhraseCollector::isDoubtful(const Record &answer)
         width += c.isSpace() || c == u'ー' ? 0 : c.script() == QChar::Script_Han ? 2 : 1;
     if (width < longForAWord)
         return false;
-    // A translation of a longer phrase too, as that of "Sampling rate" may stand for "Rate" in one program.
+    // Also the translation of a longer phrase: one program may translate "Rate" as "Sampling rate".
     const auto back = wayBack(answer);
     return std::any_of(back.begin(), back.end(), [&](const Record &longer) {
         const QStringList words = phraseKey(QString::fromUtf8(m_strings.string(longer.value))).split(u' ');
@@ -251,7 +251,7 @@ PhraseSlot PhraseCollector::choice(std::span<const Record> answers)
         bool isBetter = weight > bestWeight;
         if (weight == bestWeight) {
             const auto longer = m_strings.length(answer.value) - m_strings.length(best->value);
-            // Of two that are as long, the one is likelier that more programs use, for whatever.
+            // Of two of equal length, the one that more programs use for any text is likelier.
             isBetter =
                 longer < 0 || (longer == 0 && isFromEnglish && familiesOnWayBack(answer) > familiesOnWayBack(*best));
         }
@@ -320,7 +320,7 @@ bool PhraseCollector::write(QIODevice &device, quint64 fingerprint, quint32 cata
         PhraseTable &place = table < phraseTableCount ? header.tables[table] : header.words;
         place = {.offset = offset, .capacity = entries + entries / 2, .entries = entries};
         if (entries == 1)
-            place.capacity = 2; // a table without an empty slot would do, but is never left early
+            place.capacity = 2; // a search ends at an empty slot
         offset += place.capacity * sizeof(PhraseSlot);
     }
     header.ngrams = offset;

@@ -18,14 +18,14 @@ namespace lucentra {
 
 struct CatalogueSurvey;
 
-/// Gathers phrases with their translations and writes the memory's file. One thread.
+/// Collects phrases with their translations and writes the file of phrases. One thread.
 class PhraseCollector
 {
 public:
-    /// A message as a catalogue has it. Families that translate a phrase the same way vote for it.
+    /// Adds a catalogue's message. Families that translate a phrase the same way vote for that translation.
     void add(const QString &family, int language, QByteArrayView source, const QString &translation);
 
-    /// Writes the file; false where the device doesn't take it. Called once, after which nothing is left.
+    /// Writes the file and clears the collector. Returns false if writing fails.
     bool write(QIODevice &device, quint64 fingerprint, quint32 catalogues,
                const std::atomic<bool> *isCancelled = nullptr);
 
@@ -33,7 +33,7 @@ private:
     struct Source
     {
         PhraseForm form;          ///< without its text, which is in the pool
-        bool hasMnemonic = false; ///< or what could be one
+        bool hasMnemonic = false; ///< or a mark that could be one
         quint32 key = 0;
         quint32 text = 0;
         bool isUsable = false;
@@ -49,12 +49,12 @@ private:
     const Source &source(QByteArrayView text);
     void learnWords(QStringView phrase);
     std::span<const Record> records(quint16 table) const;
-    /// What the families' votes come to, by phrase.
+    /// The result of the families' votes, by phrase.
     std::vector<PhraseSlot> chosen(quint16 table);
     PhraseSlot choice(std::span<const Record> answers);
-    /// What a translation stands for in English, by which program.
+    /// The English sources of a translation, by program.
     std::span<const Record> wayBack(const Record &answer);
-    /// Whether a translation of a single word may say more than the word does.
+    /// Whether a translation of a single word may contain more than the word's meaning.
     bool isDoubtful(const Record &answer);
     int familiesOnWayBack(const Record &answer);
     std::vector<PhraseSlot> englishWords();
@@ -69,8 +69,8 @@ private:
     std::vector<Record> m_records;
 };
 
-/// Reads all catalogues and writes the memory's file; false where it was cancelled or the device doesn't take it.
-/// A catalogue that can't be read gives no phrases. Takes one core for a second or two and 100 MB meanwhile.
+/// Reads all catalogues and writes the file of phrases. Returns false if it was cancelled or writing fails.
+/// Catalogues that can't be read are skipped. Takes one core for a second or two, and 100 MB.
 bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std::atomic<bool> &isCancelled);
 
 } // namespace lucentra

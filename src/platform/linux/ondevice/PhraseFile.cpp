@@ -1,6 +1,6 @@
 #include "PhraseFile.h"
 
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "NgramModel.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 namespace lucentra {
 
-static_assert(phraseTableCount >= 2 * memoryLanguages.size());
+static_assert(phraseTableCount >= 2 * phraseLanguages.size());
 
 quint64 phraseHash(QByteArrayView key)
 {
@@ -45,7 +45,7 @@ std::shared_ptr<const PhraseFile> PhraseFile::open(const QString &path)
     struct stat status
     {
     };
-    // What others could write they could also put words into, or cut off while it is mapped.
+    // Other users could change the phrases of a file that they may write, or truncate it while it is mapped.
     const bool isPrivate = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
                            (status.st_uid == ::geteuid() || status.st_uid == 0) &&
                            (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
@@ -137,8 +137,8 @@ std::optional<PhraseMatch> PhraseFile::intoEnglish(int language, const QString &
 int PhraseFile::englishVotes(const QString &key) const
 {
     int votes = 0;
-    for (int language = 0; language < int(memoryLanguages.size()); ++language) {
-        if (memoryLanguages[size_t(language)].isTarget()) {
+    for (int language = 0; language < int(phraseLanguages.size()); ++language) {
+        if (phraseLanguages[size_t(language)].isTarget()) {
             const auto match = fromEnglish(language, key);
             votes = std::max(votes, match ? match->voters : 0);
         }

@@ -13,10 +13,10 @@ namespace lucentra {
 
 class NgramModel;
 
-// The memory's file, as `PhraseCollector` makes it and `PhraseFile` reads it: a header, the hash tables, the model of
-// n-grams, the strings. Numbers are in the byte order of the machine; a file from another one is made anew.
+// The file of phrases, written by `PhraseCollector` and read by `PhraseFile`: a header, the hash tables, the model of
+// n-grams, the strings. Numbers have the machine's byte order; a file with another one is rebuilt.
 
-/// The hash by which keys are found; the same on every machine and in every version.
+/// The hash of keys; the same on every machine and in every version.
 quint64 phraseHash(QByteArrayView key);
 
 struct PhraseTable
@@ -26,17 +26,17 @@ struct PhraseTable
     quint32 entries = 0;  ///< slots in use
 };
 
-/// A phrase and what the programs make of it; an unused slot has no votes.
+/// A phrase and its translation; an unused slot has no votes.
 struct PhraseSlot
 {
     quint32 tag = 0;    ///< the lower half of the key's hash
     quint32 key = 0;    ///< where the key's string starts, in bytes from the first string
-    quint32 value = 0;  ///< the same of the chosen translation
-    quint16 votes = 0;  ///< families of programs that agree on it
-    quint16 voters = 0; ///< families that translate the phrase at all
+    quint32 value = 0;  ///< where the chosen translation starts
+    quint16 votes = 0;  ///< families of programs with this translation
+    quint16 voters = 0; ///< families with any translation of the phrase
 };
 
-inline constexpr int phraseTableCount = 24; ///< room for two tables a language
+inline constexpr int phraseTableCount = 24; ///< room for two tables per language
 
 struct PhraseFileHeader
 {
@@ -52,33 +52,33 @@ struct PhraseFileHeader
     quint64 stringsSize = 0;
     quint64 ngrams = 0;                               ///< offset of the model
     std::array<PhraseTable, phraseTableCount> tables; ///< by language: from English into it, then out of it
-    PhraseTable words; ///< of English, without translations; votes are texts that have it
+    PhraseTable words; ///< of English, without translations; votes are texts that contain the word
 };
 
 /// A phrase's translation.
 struct PhraseMatch
 {
     QString text;
-    int votes = 0;  ///< families of programs that agree on it
-    int voters = 0; ///< families that translate the phrase at all
+    int votes = 0;  ///< families of programs with this translation
+    int voters = 0; ///< families with any translation of the phrase
 };
 
-/// The memory's file, mapped. It is checked when it is opened and at every look-up, so that a damaged one does no
-/// harm. Any thread, several at once.
+/// The mapped file of phrases. Checked when it is opened and at each look-up, so that a damaged file does no
+/// harm. Any thread, concurrently.
 class PhraseFile
 {
 public:
-    /// Opens a file; nothing where there is none of this version, or one that other users may write.
+    /// Opens a file. Returns null if there is none of this version, or if other users may write it.
     static std::shared_ptr<const PhraseFile> open(const QString &path);
-    /// The same from bytes, for where no file can be written.
+    /// The same from bytes, if no file can be written.
     static std::shared_ptr<const PhraseFile> fromBytes(QByteArray bytes);
     ~PhraseFile();
 
-    /// The translation of an English phrase into a language of `memoryLanguages`. Keys are `phraseKey`s.
+    /// The translation of an English phrase into a language of `phraseLanguages`. Keys are `phraseKey`s.
     std::optional<PhraseMatch> fromEnglish(int language, const QString &key) const;
     /// The English of a phrase of such a language.
     std::optional<PhraseMatch> intoEnglish(int language, const QString &key) const;
-    /// How many programs know the phrase as an English one, at least; 0 where none does.
+    /// At least how many programs have the phrase in English; 0 if none has.
     int englishVotes(const QString &key) const;
     /// Whether a single word, as a key, occurs within the programs' English.
     bool isEnglishWord(const QString &word) const;

@@ -11,7 +11,7 @@ namespace lucentra {
 
 namespace {
 
-/// A tag is one that is closed somewhere or stands alone by its nature; "<pattern>" names a value.
+/// Matches tags that are closed somewhere or need no end; "<pattern>" names a value.
 QString withoutMarkup(const QString &text)
 {
     if (!text.contains(u'<'))
@@ -61,7 +61,7 @@ QString collapsed(const QString &string)
     return result;
 }
 
-/// "取消(_C)" and "取消(&C)": in scripts that have no such letters the mnemonic stands in brackets.
+/// "取消(_C)" and "取消(&C)": in scripts without Latin letters the mnemonic is in brackets.
 void removeBracketedMnemonic(QString &text, QChar mark)
 {
     for (qsizetype at = text.indexOf(mark); at >= 0; at = text.indexOf(mark, at + 1)) {
@@ -77,8 +77,8 @@ void removeBracketedMnemonic(QString &text, QChar mark)
     }
 }
 
-/// The marks that toolkits put before the letter that a menu is opened with. A mark counts only where a letter
-/// follows and none but it is there: "file_name_1" has none.
+/// The marks of toolkits before the letter that opens a menu. A mark counts only if a letter
+/// follows and there is no other mark: "file_name_1" has none.
 void removeMnemonic(QString &text)
 {
     for (const QChar mark : {u'_', u'&', u'~'}) {
@@ -107,7 +107,7 @@ PhraseTail takeTail(QString &text)
     PhraseTail tail = PhraseTail::None;
     if (dots == u"." || dots == u"。")
         tail = PhraseTail::FullStop;
-    else if (!dots.isEmpty()) // recognizers make two or four dots of three as well
+    else if (!dots.isEmpty()) // recognizers may read three dots as two or four
         tail = PhraseTail::Ellipsis;
     else if (text.endsWith(u':') || text.endsWith(u'：')) {
         tail = PhraseTail::Colon;
@@ -121,8 +121,8 @@ PhraseTail takeTail(QString &text)
     return tail;
 }
 
-/// Replaces placeholders by slots, numbered by the order in which their arguments first come up. Arguments without a
-/// name are named by their order, from 1, as printf does. False where an argument is new and may not be.
+/// Replaces placeholders by slots, numbered in the order of their arguments' first occurrence. Arguments without a
+/// name are named by their order, from 1, as in printf. Returns false if an argument is new and may not be.
 bool replacePlaceholders(QString &text, QStringList &arguments, bool mayAdd)
 {
     if (!text.contains(u'%') && !text.contains(u'{'))
@@ -166,7 +166,7 @@ bool isQuote(QChar c)
     return QStringView(u"\"'“”„‟‘’‚‛«»‹›「」『』").contains(c);
 }
 
-/// Replaces what a pattern finds by slots, which get the values.
+/// Replaces a pattern's matches by slots with their values.
 ScreenForm slotted(const QString &text, const QRegularExpression &pattern)
 {
     ScreenForm form;
@@ -174,7 +174,7 @@ ScreenForm slotted(const QString &text, const QRegularExpression &pattern)
     auto match = pattern.globalMatch(text);
     while (match.hasNext() && form.values.size() < mostSlots) {
         const auto found = match.next();
-        int group = 0; // the first that took part, else the whole
+        int group = 0; // the first group that matched, else the whole match
         for (int i = 1; i <= found.lastCapturedIndex() && group == 0; ++i)
             group = found.capturedLength(i) > 0 ? i : 0;
         form.text += QStringView(text).sliced(copied, found.capturedStart(group) - copied);

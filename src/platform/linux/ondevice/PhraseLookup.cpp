@@ -1,6 +1,6 @@
 #include "PhraseLookup.h"
 
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 
 #include <QRegularExpression>
 
@@ -15,16 +15,16 @@ namespace lucentra {
 
 namespace {
 
-/// A line may be longer than its phrase by the values in it (a path, an address) and by its other parts. Longer ones
-/// are texts that no program says; taking them apart would cost more with the square of their length.
+/// A line may be longer than its phrase: it contains values (a path, an address) and other parts. Longer texts
+/// aren't phrases of programs, and the cost of dividing them grows with the square of their length.
 constexpr qsizetype longestLine = 4 * longestPhrase;
-/// Of texts this long, one that differs in a character is hardly another word.
+/// In texts of this length, a different character hardly makes another word.
 constexpr qsizetype shortestRepairable = 8;
-/// How much less sure a line is of which just parts are known, or one that had to be repaired.
+/// Factors of the confidence for lines of which only parts are known, and for repaired lines.
 constexpr double partsFactor = 0.7;
 constexpr double repairFactor = 0.8;
 constexpr double spellingFactor = 0.9;
-/// Of more unknown words than this, a value after a colon is a sentence that somebody should translate whole.
+/// A value after a colon with more unknown words is a sentence, which has to be translated as a whole.
 constexpr qsizetype mostUnknownWords = 3;
 
 struct Confusion
@@ -33,7 +33,7 @@ struct Confusion
     QStringView meant;
 };
 
-/// What recognizers take for each other in small type; texts are in lower case.
+/// Characters that recognizers confuse in small type; texts are in lower case.
 constexpr std::array confusions{
     Confusion{u"l", u"i"},  Confusion{u"i", u"l"},  Confusion{u"1", u"l"},  Confusion{u"1", u"i"},
     Confusion{u"|", u"l"},  Confusion{u"|", u"i"},  Confusion{u"0", u"o"},  Confusion{u"o", u"0"},
@@ -97,8 +97,8 @@ PhraseLookup::PhraseLookup(const PhraseFile &file, std::optional<int> source, st
 
 std::optional<PhraseLookup> PhraseLookup::between(const PhraseFile &file, const LanguagePair &pair)
 {
-    const auto source = memoryLanguage(pair.source);
-    const auto target = memoryLanguage(pair.target);
+    const auto source = phraseLanguage(pair.source);
+    const auto target = phraseLanguage(pair.target);
     const bool hasSource = isEnglish(pair.source) || (source && file.phrasesOutOf(*source) > 0);
     const bool hasTarget = isEnglish(pair.target) || (target && file.phrasesInto(*target) > 0);
     if (!hasSource || !hasTarget || source == target)
@@ -212,7 +212,7 @@ std::optional<LineTranslation> PhraseLookup::parts(const ScreenPhrase &whole) co
 std::optional<LineTranslation> PhraseLookup::menuBar(const QString &text) const
 {
     const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
-    // "Show All Bookmarks" looks like one, but means something else than its words.
+    // "Show All Bookmarks" looks like a menu bar, but means something else than its words.
     const bool isBar =
         words.size() >= 3 && (englishKey(words.first()) == u"file" || englishKey(words.last()) == u"help");
     const bool areTitles = isBar && std::all_of(words.begin(), words.end(), [](const QString &word) {

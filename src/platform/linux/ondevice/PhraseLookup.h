@@ -10,21 +10,21 @@
 
 namespace lucentra {
 
-/// A line's translation from the memory, and how sure it is (0 to 1).
+/// A line's translation and the confidence in it (0 to 1).
 struct LineTranslation
 {
     QString text;
     double confidence = 0;
 };
 
-/// Translates the lines of a screen by what programs say. It looks for the whole line first, then for the line with
+/// Translates the lines of a screen by the phrases of programs. Looks for the whole line first, then for the line with
 /// its numbers, quotations and names as values, then for its parts (a window's title, a label with its value, the
-/// titles of a menu bar), then for other spellings of it, and last with one character repaired that recognizers
+/// titles of a menu bar), then for other spellings, and finally with one character replaced that recognizers
 /// confuse.
 class PhraseLookup
 {
 public:
-    /// Nothing where the memory doesn't have both languages.
+    /// Returns nullopt if there are no phrases of both languages.
     static std::optional<PhraseLookup> between(const PhraseFile &file, const LanguagePair &pair);
 
     /// Whether the line is short enough to be known.
@@ -45,7 +45,7 @@ private:
     QString englishKey(const QString &word) const;
 
     const PhraseFile &m_file;
-    std::optional<int> m_source; ///< nothing for English
+    std::optional<int> m_source; ///< nullopt for English
     std::optional<int> m_target;
     QString m_targetCode;
 };

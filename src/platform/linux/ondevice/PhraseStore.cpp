@@ -27,12 +27,12 @@ namespace {
 constexpr std::chrono::milliseconds checkInterval = 60s;
 constexpr int lowPriority = 10;
 
-/// What a build took would otherwise stay with the program.
+/// Returns the memory of a build to the system.
 void giveBackMemory()
 {
     giveBackFreeMemory();
-    // That leaves out what is free at the end of this thread's own heap, which goes when something large is freed there
-    // while the threshold is low. Afterwards the threshold is what it can become by itself.
+    // That leaves out the free end of this thread's own heap, which is trimmed when a large block is freed there while
+    // the threshold is low. The high value is the largest that the threshold reaches by itself.
     constexpr int low = 1 << 20;
     constexpr int high = 64 << 20;
     constexpr size_t large = 100'000;
@@ -50,14 +50,18 @@ PhraseStore::PhraseStore(CatalogueFolders folders, QString cachePath, BuildPatie
     , m_patience(patience)
 {
     m_worker.setMaxThreadCount(1);
-    const std::lock_guard lock(m_mutex);
-    startCheck();
 }
 
 PhraseStore::~PhraseStore()
 {
     cancel();
-    m_worker.waitForDone();
+}
+
+void PhraseStore::prepare()
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_sinceCheck.isValid())
+        startCheckIfDue();
 }
 
 void PhraseStore::cancel()
@@ -72,8 +76,10 @@ QString PhraseStore::userCachePath()
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/lucentra/phrases"_s;
 }
 
-void PhraseStore::startCheck()
+void PhraseStore::startCheckIfDue()
 {
+    if (m_isChecking || (m_sinceCheck.isValid() && !m_sinceCheck.hasExpired(checkInterval.count())))
+        return;
     m_isChecking = true;
     m_sinceCheck.start();
     m_worker.start([this] { check(); });
@@ -82,8 +88,7 @@ void PhraseStore::startCheck()
 std::shared_ptr<const PhraseFile> PhraseStore::file()
 {
     std::unique_lock lock(m_mutex);
-    if (!m_isChecking && m_sinceCheck.hasExpired(checkInterval.count()))
-        startCheck();
+    startCheckIfDue();
     const auto patience = m_patience.longest - std::chrono::milliseconds(m_sinceCheck.elapsed());
     m_changed.wait_for(lock, std::max(patience, 0ms),
                        [this] { return m_isCancelled || !m_isChecking || (m_file && m_patience.acceptsOutdated); });
@@ -93,7 +98,7 @@ std::shared_ptr<const PhraseFile> PhraseStore::file()
 bool PhraseStore::isGettingReady()
 {
     const std::lock_guard lock(m_mutex);
-    return !m_file && m_isChecking && !m_isCancelled;
+    return !m_file && (m_isChecking || !m_sinceCheck.isValid()) && !m_isCancelled;
 }
 
 void PhraseStore::publish(std::shared_ptr<const PhraseFile> file)
@@ -114,8 +119,8 @@ void PhraseStore::check()
         if (current)
             publish(current);
     }
-    // The priority of this thread. A renewal should not disturb the user's other work; the first build, and one that a
-    // command waits for, would never end on a busy computer.
+    // Lowers the priority of this thread, so that a renewal doesn't disturb the user's work. The first build, and one
+    // that a command waits for, keep theirs: on a busy computer they might never end.
     if (m_patience.acceptsOutdated && current)
         ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
     const CatalogueSurvey survey = surveyCatalogues(m_folders);
@@ -133,11 +138,11 @@ std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &surv
 {
     createFolderOf(m_cachePath);
     QSaveFile cache(m_cachePath);
-    // What programs somebody has installed is nobody else's business.
+    // Readable by the owner only: the phrases show which programs are installed.
     if (cache.open(QIODevice::WriteOnly) && cache.setPermissions(QFile::ReadOwner | QFile::WriteOwner)) {
         if (!buildPhraseFile(survey, cache, m_isCancelled))
             cache.cancelWriting();
-        // On a full disk the last part may not fit, which committing alone doesn't tell.
+        // Flushed first: on a full disk, committing alone doesn't notice that the last part is missing.
         if (cache.flush()) {
             giveToOwnerOfFolder(cache);
             if (cache.commit())
@@ -146,9 +151,9 @@ std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &surv
         if (m_isCancelled)
             return nullptr;
     }
-    QBuffer memory;
-    memory.open(QIODevice::WriteOnly);
-    return buildPhraseFile(survey, memory, m_isCancelled) ? PhraseFile::fromBytes(memory.data()) : nullptr;
+    QBuffer bytes;
+    bytes.open(QIODevice::WriteOnly);
+    return buildPhraseFile(survey, bytes, m_isCancelled) ? PhraseFile::fromBytes(bytes.data()) : nullptr;
 }
 
 } // namespace lucentra

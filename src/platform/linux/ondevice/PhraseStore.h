@@ -15,39 +15,39 @@
 
 namespace lucentra {
 
-/// How long the memory is waited for while it is being built, from the moment the build was begun: however many ask,
-/// all together wait no longer.
+/// How long callers wait for phrases that are being collected.
 struct BuildPatience
 {
+    /// Counted from the start of the build, not per caller.
     std::chrono::milliseconds longest{2000};
-    /// Whether a memory will do that was made before the catalogues changed.
+    /// Whether phrases from before a change of the catalogues are good enough.
     bool acceptsOutdated = true;
 };
 
-/// Keeps the memory of phrases: opens its cache, builds it anew in the background where the catalogues have changed,
-/// and looks every minute in which it is used whether they have. Any thread.
+/// Keeps the phrases of this computer's programs: opens the cache, and builds it anew in the background if the
+/// catalogues have changed. While phrases are in use, it checks for changes at most once per minute. Any thread.
 class PhraseStore
 {
 public:
-    /// Starts at once, on a thread of its own.
     PhraseStore(CatalogueFolders folders, QString cachePath, BuildPatience patience);
-    /// Gives up as `cancel` does.
-    ~PhraseStore();
+    ~PhraseStore(); ///< cancels
 
-    /// Gives up a build under way; nobody waits any longer.
+    /// Starts to open or build the phrases, unless that has begun.
+    void prepare();
+    /// Ends a running build and all waiting, for good.
     void cancel();
 
     /// `lucentra/phrases` in the user's cache folder.
     static QString userCachePath();
 
-    /// The memory; nothing where there is none in time. Waits as its patience says.
+    /// The phrases. Waits for them, but no longer than the patience allows; returns null if there are none by then.
     std::shared_ptr<const PhraseFile> file();
 
-    /// Whether there is no memory yet, but there will be. Waits for nothing.
+    /// Whether the phrases aren't there yet. Doesn't wait.
     bool isGettingReady();
 
 private:
-    void startCheck();
+    void startCheckIfDue();
     void check();
     std::shared_ptr<const PhraseFile> build(const CatalogueSurvey &survey) const;
     void publish(std::shared_ptr<const PhraseFile> file);
@@ -61,7 +61,7 @@ private:
     std::shared_ptr<const PhraseFile> m_file; // these are guarded by m_mutex
     bool m_isChecking = false;
     QElapsedTimer m_sinceCheck;
-    QThreadPool m_worker; ///< last: its destruction waits for the check
+    QThreadPool m_worker; ///< last member: its destructor waits for the check
 };
 
 } // namespace lucentra

@@ -13,10 +13,10 @@ namespace {
 constexpr std::array<uchar, 16> magic{0x3c, 0xb8, 0x64, 0x18, 0xca, 0xef, 0x9c, 0x95,
                                       0xcd, 0x21, 0x1c, 0xbf, 0x60, 0xa1, 0xbd, 0xdd};
 constexpr uchar messagesSection = 0x69;
-/// A message as long as this is a page of help, not a phrase of an interface.
+/// A longer message is a page of help, not a phrase of an interface.
 constexpr quint32 longestMessage = 2000;
 
-/// Reads big-endian numbers and runs of bytes one after another; at the end of the bytes it fails for good.
+/// Reads big-endian numbers and runs of bytes in sequence. Fails from the end of the bytes on.
 class Cursor
 {
 public:
@@ -79,13 +79,13 @@ void readMessages(QByteArrayView section, const MessageVisitor &visit)
         switch (cursor.byte()) {
         case End:
             if (!source.isEmpty() && !translations.isEmpty() && !translations.last().isEmpty())
-                visit(source, translations.last()); // of several forms, the last is that of many things
+                visit(source, translations.last()); // the last form is the plural
             source = {};
             translations.clear();
             break;
         case Translation: {
             const quint32 size = cursor.word();
-            if (size == 0xffffffff || size % 2 != 0) // marks a message without one
+            if (size == 0xffffffff || size % 2 != 0) // no translation
                 break;
             const QByteArrayView text = cursor.bytes(size);
             translations.append(size > longestMessage ? QString() : fromBigEndianUtf16(text));
@@ -105,7 +105,7 @@ void readMessages(QByteArrayView section, const MessageVisitor &visit)
             cursor.bytes(4);
             break;
         default:
-            return; // nothing after it can be told apart
+            return; // the rest can't be parsed
         }
     }
 }

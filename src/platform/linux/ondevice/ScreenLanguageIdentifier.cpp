@@ -1,7 +1,7 @@
 #include "ScreenLanguageIdentifier.h"
 
 #include "CharacterSets.h"
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "NgramModel.h"
 #include "PhraseFile.h"
 #include "PhraseForm.h"
@@ -25,19 +25,19 @@ namespace {
 // Weights in natural logarithms, as the scores of the n-grams; chosen on lines other than those of the tests.
 constexpr double missingCharacter = 5.0; ///< for an ideograph that a language's character set doesn't have
 constexpr double knownPhrase = 6.0;      ///< for a text that is a phrase of the language
-constexpr double detected = 2.5;         ///< for what the general detector says
-constexpr double mostlyEnglish = 1.0;    ///< for English, which most programs speak
-/// What an n-gram counts in the language that the detector names, if the memory doesn't have it: a little less than
-/// n-grams usually do in a text's own language, and far more than they do in any other.
+constexpr double detected = 2.5;         ///< for the result of the general detector
+constexpr double mostlyEnglish = 1.0;    ///< for English, the language of most programs
+/// The score of an n-gram in the detector's language, if there are no phrases of it: a little less than
+/// n-grams usually have in a text's own language, and far more than in any other.
 constexpr double foreignNgram = -7.25;
 constexpr double foreign = -2.0;
-/// A line is left to its neighbours where the second language is this close to the first.
+/// If the second language is this close to the first, the neighbouring lines decide.
 constexpr double tooClose = 2.5;
-constexpr double slightly = 0.01; ///< so little that neighbours decide
-/// So much of a text says what language it is in; all of a long one would cost with the square of its length.
+constexpr double slightly = 0.01; ///< so little that neighbouring lines decide
+/// This much of a text is enough to identify its language; the cost grows with the square of the length.
 constexpr qsizetype longestSample = 1000;
 
-/// What a line's letters are.
+/// The number of a line's letters by script.
 struct Letters
 {
     int kana = 0;
@@ -81,7 +81,7 @@ QString withoutCodes(const QString &text)
     return QString(text).replace(codes, u" "_s).simplified();
 }
 
-/// What the general detector says, as a code of ours; empty where it says nothing.
+/// The result of the general detector as a code of this program; empty if there is none.
 QString detectedLanguage(const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
@@ -102,7 +102,7 @@ QString detectedLanguage(const QString &text)
     return code == u"un" || code == u"xxx" ? QString() : code;
 }
 
-/// Whether a Cyrillic text has letters that only the language has, of those that are often taken for Russian.
+/// Whether a Cyrillic text has letters of this language that Russian doesn't have.
 bool hasOwnLetters(const QString &text, const QString &code)
 {
     static const QHash<QString, QString> ownLetters{
@@ -114,10 +114,10 @@ bool hasOwnLetters(const QString &text, const QString &code)
            (letters.isEmpty() || std::any_of(text.begin(), text.end(), [&](QChar c) { return letters.contains(c); }));
 }
 
-/// A line in the making: its candidates with their scores.
+/// A line with the candidates for its language and their scores.
 struct Line
 {
-    QString code; ///< the answer; empty as long as there is none
+    QString code; ///< the language; empty until it is decided
     bool isSure = true;
     std::vector<std::pair<QString, double>> candidates; ///< the best first
 
@@ -133,8 +133,8 @@ struct Line
 class LineJudge
 {
 public:
-    explicit LineJudge(std::shared_ptr<const PhraseFile> memory)
-        : m_memory(std::move(memory))
+    explicit LineJudge(std::shared_ptr<const PhraseFile> phrases)
+        : m_phrases(std::move(phrases))
     {
     }
 
@@ -166,17 +166,17 @@ private:
         };
         Line line;
         const QString key = phraseKey(text);
-        const NgramScores scores = m_memory ? m_memory->ngrams().scores(text) : NgramScores{};
+        const NgramScores scores = m_phrases ? m_phrases->ngrams().scores(text) : NgramScores{};
         for (const auto &[code, set] :
              {Candidate{u"zh-Hant", CharacterSets::Traditional}, Candidate{u"zh-Hans", CharacterSets::Simplified},
               Candidate{u"ja", CharacterSets::Japanese}}) {
-            const int language = *memoryLanguage(code);
+            const int language = *phraseLanguage(code);
             double score = scores[size_t(language)];
             for (const QChar c : text) {
                 const unsigned char sets = CharacterSets::sets(c.unicode());
                 score -= sets != 0 && (sets & set) == 0 ? missingCharacter : 0;
             }
-            if (m_memory && m_memory->intoEnglish(language, key))
+            if (m_phrases && m_phrases->intoEnglish(language, key))
                 score += knownPhrase;
             line.candidates.emplace_back(code.toString(), score);
         }
@@ -188,43 +188,43 @@ private:
     {
         Line line;
         const QString other = detectedLanguage(words);
-        if (!m_memory)
+        if (!m_phrases)
             return {.code = other.isEmpty() ? u"en"_s : other};
         const ScreenPhrase phrase = screenPhrase(text);
         const QString key = phraseKey(phrase.forms.last().text);
-        const NgramScores scores = m_memory->ngrams().scores(words);
-        const bool isEnglishPhrase = m_memory->englishVotes(key) > 0;
+        const NgramScores scores = m_phrases->ngrams().scores(words);
+        const bool isEnglishPhrase = m_phrases->englishVotes(key) > 0;
         double english = scores[ngramEnglish] + mostlyEnglish + (isEnglishPhrase ? knownPhrase : 0) +
                          (other == u"en" ? detected : 0);
-        bool isKnownAnywhere = isEnglishPhrase || m_memory->isEnglishWord(key);
-        for (size_t i = 0; i < memoryLanguages.size(); ++i) {
-            const QString code = memoryLanguages[i].code;
-            if (memoryLanguages[i].isTarget() || code == u"ru")
+        bool isKnownAnywhere = isEnglishPhrase || m_phrases->isEnglishWord(key);
+        for (size_t i = 0; i < phraseLanguages.size(); ++i) {
+            const QString code = phraseLanguages[i].code;
+            if (phraseLanguages[i].isTarget() || code == u"ru")
                 continue;
-            // A word that just one program has is often spelled as an English one that none has: "Son", "Sensible".
-            const auto known = m_memory->intoEnglish(int(i), key);
+            // A word of only one program is often spelled like an English word that no program has: "Son", "Sensible".
+            const auto known = m_phrases->intoEnglish(int(i), key);
             const bool isKnown = known && (known->votes > 1 || key.contains(u' '));
             isKnownAnywhere = isKnownAnywhere || known;
             const double score = scores[i] + (isKnown ? knownPhrase : 0) + (other == code ? detected : 0);
-            // What programs say in English is English, unless its neighbours speak otherwise.
+            // An English phrase of programs is English, unless its neighbours suggest another language.
             line.candidates.emplace_back(code, isEnglishPhrase ? std::min(score, english - slightly) : score);
         }
-        // So is a word that occurs in their English, though none says it alone.
-        if (m_memory->isEnglishWord(key)) {
+        // So is a word within their English phrases, even if no phrase consists of it.
+        if (m_phrases->isEnglishWord(key)) {
             for (const auto &[code, score] : line.candidates)
                 english = std::max(english, score + slightly);
         }
         line.candidates.emplace_back(u"en"_s, english);
-        if (!isKnownAnywhere && !other.isEmpty() && !isEnglish(other) && !memoryLanguage(other))
+        if (!isKnownAnywhere && !other.isEmpty() && !isEnglish(other) && !phraseLanguage(other))
             line.candidates.emplace_back(other, foreignNgram * NgramModel::count(words) + foreign);
         line.decide();
         return line;
     }
 
-    std::shared_ptr<const PhraseFile> m_memory;
+    std::shared_ptr<const PhraseFile> m_phrases;
 };
 
-/// The language among a line's near candidates that most of the sure lines have; without any, English is the likeliest.
+/// The language among a line's near candidates that most of the decided lines have; English if there are none.
 void followNeighbours(Line &line, const QHash<QString, int> &sureLines)
 {
     int most = 0;
@@ -240,8 +240,8 @@ void followNeighbours(Line &line, const QHash<QString, int> &sureLines)
 
 } // namespace
 
-ScreenLanguageIdentifier::ScreenLanguageIdentifier(std::function<std::shared_ptr<const PhraseFile>()> memory)
-    : m_memory(std::move(memory))
+ScreenLanguageIdentifier::ScreenLanguageIdentifier(std::function<std::shared_ptr<const PhraseFile>()> phrases)
+    : m_phrases(std::move(phrases))
 {
 }
 
@@ -250,7 +250,7 @@ QStringList ScreenLanguageIdentifier::identify(const QStringList &texts)
     // The first part of a longer text is enough to identify its language without the phrases.
     const bool hasShort = std::any_of(texts.begin(), texts.end(),
                                       [](const QString &text) { return text.size() <= longestSample; });
-    const LineJudge judge(hasShort ? m_memory() : nullptr);
+    const LineJudge judge(hasShort ? m_phrases() : nullptr);
     std::vector<Line> lines;
     QHash<QString, int> sureLines;
     for (const QString &text : texts) {

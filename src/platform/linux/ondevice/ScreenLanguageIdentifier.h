@@ -9,19 +9,19 @@ namespace lucentra {
 
 class PhraseFile;
 
-/// Tells the languages of the short lines that stand on screens: by their script, by what the memory of phrases knows
+/// Identifies the languages of short lines of screens: by their script, by the phrases that contain them
 /// exactly, by the character sets and n-grams of their letters, and by a general detector for languages that the
-/// memory doesn't have. It works without a memory too, though less surely.
+/// phrases don't have. Works without phrases, too, but less reliably.
 class ScreenLanguageIdentifier : public LanguageIdentifier
 {
 public:
-    /// `memory` gives the memory of this moment, or nothing; called on the threads of `identify`.
-    explicit ScreenLanguageIdentifier(std::function<std::shared_ptr<const PhraseFile>()> memory);
+    /// `phrases` returns the current phrases, or null; called on the threads of `identify`.
+    explicit ScreenLanguageIdentifier(std::function<std::shared_ptr<const PhraseFile>()> phrases);
 
     QStringList identify(const QStringList &texts) override;
 
 private:
-    std::function<std::shared_ptr<const PhraseFile>()> m_memory;
+    std::function<std::shared_ptr<const PhraseFile>()> m_phrases;
 };
 
 } // namespace lucentra

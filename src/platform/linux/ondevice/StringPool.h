@@ -8,8 +8,8 @@
 
 namespace lucentra {
 
-/// Every distinct string once, as it stands in the memory's file. It takes its room in large pieces, so that it leaves
-/// nothing behind.
+/// Stores each distinct string once, in the format of the file of phrases. Allocates large pieces, so as not to
+/// fragment the heap.
 class StringPool
 {
 public:
@@ -20,10 +20,10 @@ public:
         bool isNew;
     };
 
-    /// Room for so many strings is made at once.
+    /// Reserves memory for this many strings.
     explicit StringPool(size_t expectedStrings);
 
-    /// The place of a string in the pool, which it is put into where it is new.
+    /// The place of a string in the pool. Adds the string if it is new.
     Place place(QByteArrayView bytes);
     Place place(const QString &string) { return place(QByteArrayView(string.toUtf8())); }
     const QByteArray &bytes() const { return m_bytes; }
@@ -36,8 +36,8 @@ private:
     QByteArray m_bytes;
     struct Slot
     {
-        quint32 tag = 0;  ///< of the hash, so that most strings needn't be looked at
-        quint32 next = 0; ///< 1 + offset; 0 where the slot is free
+        quint32 tag = 0;  ///< part of the hash, so that few strings need to be compared
+        quint32 next = 0; ///< 1 + offset; 0 if the slot is free
         quint32 number = 0;
     };
     std::vector<Slot> m_slots; ///< open addressing

@@ -20,7 +20,7 @@ X11ChangeMonitor::X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(co
 {
 }
 
-void X11ChangeMonitor::watch(const QRectF &area, std::function<void()> changed)
+void X11ChangeMonitor::watch(const QRectF &area, std::function<void(const QRect &)> changed)
 {
     m_changed = std::move(changed);
     m_area = area.isEmpty() ? QRect() : m_toNative(area);
@@ -82,10 +82,10 @@ bool X11ChangeMonitor::isOurs(xcb_window_t window)
     const auto cookie = xcb_query_tree(m_connection->get(), window);
     X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection->get(), cookie, nullptr));
     if (!tree)
-        return true; // gone already
+        return true; // the window is gone
     const xcb_window_t *children = xcb_query_tree_children(tree.get());
     return std::any_of(children, children + tree->children_len, [this, window](xcb_window_t child) {
-        return m_ours.contains(child) && x11FillsHalf(m_connection->get(), child, window); // no bar with an icon of ours
+        return m_ours.contains(child) && x11FillsHalf(m_connection->get(), child, window); // not a panel with our icon
     });
 }
 
@@ -134,7 +134,7 @@ void X11ChangeMonitor::handle(const xcb_generic_event_t &event)
     } else if (type == XCB_UNMAP_NOTIFY) {
         const auto gone = m_windows.take(x11Event<xcb_unmap_notify_event_t>(event).window);
         if (gone.damage)
-            xcb_damage_destroy(m_connection->get(), gone.damage); // fails unnoticed where the window went too
+            xcb_damage_destroy(m_connection->get(), gone.damage); // fails silently if the window is destroyed
         reportIfInside(gone.frame);
     }
 }
@@ -149,7 +149,7 @@ void X11ChangeMonitor::reportIfInside(const QRect &native)
     }
     m_isArmed = false;
     if (m_changed)
-        m_changed();
+        m_changed((native & m_area).translated(-m_area.topLeft()));
 }
 
 } // namespace lucentra

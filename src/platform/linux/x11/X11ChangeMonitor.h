@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ScreenChangeMonitor.h"
 #include "X11Composer.h"
 #include "X11EventConnection.h"
 
@@ -9,21 +8,24 @@
 
 #include <xcb/damage.h>
 
+#include <functional>
 #include <memory>
 
 namespace lucentra {
 
 /// Watches other programs' top-level windows through XDamage, and the desktop's picture through the root window's
 /// property, on a private connection. A window that is drawn continuously causes one event per `rearm`.
-class X11ChangeMonitor : public ScreenChangeMonitor
+class X11ChangeMonitor
 {
 public:
     /// Connects to $DISPLAY. `ours` are the ids of the connection that this program's windows belong to; `toNative`
     /// converts an area in points to native pixels.
     X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const QRectF &)> toNative);
 
-    void watch(const QRectF &area, std::function<void()> changed) override;
-    void rearm() override;
+    /// Watches an area (global points) in place of the previous one; an empty area ends the watch and all work for it.
+    /// `changed` is called once, with the changed part in pixels of the area; call `rearm` for the next change.
+    void watch(const QRectF &area, std::function<void(const QRect &)> changed);
+    void rearm();
 
 private:
     struct Watched
@@ -47,7 +49,7 @@ private:
     quint8 m_damageEvent = 0;
     QHash<xcb_window_t, Watched> m_windows; ///< mapped windows of other programs
     QRect m_area;
-    std::function<void()> m_changed;
+    std::function<void(const QRect &)> m_changed;
     bool m_isArmed = false;
     bool m_hasMissedChange = false; ///< something changed between a report and the next `rearm`
 };

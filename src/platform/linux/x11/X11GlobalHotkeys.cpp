@@ -117,8 +117,8 @@ quint16 X11GlobalHotkeys::stateOf(quint32 modifiers) const
     return state;
 }
 
-tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHotkey(quint32 keyCode, quint32 modifiers,
-                                                                                     HotkeyIdentifier identifier)
+tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode,
+                                                                                     quint32 modifiers)
 {
     const auto key = xKeyCodeOfVirtualKey(keyCode);
     if (!key || !m_connection)
@@ -134,10 +134,10 @@ tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHo
         m_heldUnseen.insert(*key);
     }
     m_poll = m_scheduler.after(releasePollInterval, [this] { pollReleases(); });
-    return std::make_unique<Registration>(*this, Hotkey{*key, modifiers, identifier});
+    return std::make_unique<Registration>(*this, Hotkey{*key, modifiers, action});
 }
 
-void X11GlobalHotkeys::setPressedHandler(std::function<void(HotkeyIdentifier)> pressed)
+void X11GlobalHotkeys::setPressedHandler(std::function<void(HotkeyAction)> pressed)
 {
     m_pressed = std::move(pressed);
 }
@@ -227,9 +227,9 @@ void X11GlobalHotkeys::keyPressed(quint8 key, quint16 state)
     const quint16 modifiers = state & (XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | m_masks.alt | m_masks.super);
     for (const Registration *each : m_registrations) {
         if (each->hotkey.key == key && stateOf(each->hotkey.modifiers) == modifiers) {
-            const HotkeyIdentifier identifier = each->hotkey.identifier;
+            const HotkeyAction action = each->hotkey.action;
             if (m_pressed)
-                m_pressed(identifier);
+                m_pressed(action);
             return; // the handler may have changed m_registrations
         }
     }

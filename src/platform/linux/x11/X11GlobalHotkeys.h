@@ -29,16 +29,17 @@ public:
     explicit X11GlobalHotkeys(Scheduler &scheduler);
     ~X11GlobalHotkeys() override;
 
-    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(quint32 keyCode, quint32 modifiers,
-                                                                       HotkeyIdentifier identifier) override;
-    void setPressedHandler(std::function<void(HotkeyIdentifier)> pressed) override;
+    bool areKeysChosenHere() const override { return true; }
+    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction action, quint32 keyCode,
+                                                                       quint32 modifiers) override;
+    void setPressedHandler(std::function<void(HotkeyAction)> pressed) override;
 
 private:
     struct Hotkey
     {
         quint8 key = 0;        ///< X key code
         quint32 modifiers = 0; ///< hotkey modifiers
-        HotkeyIdentifier identifier;
+        HotkeyAction action;
     };
     class Registration;
     /// The masks of the X server's modifiers on the current keyboard.
@@ -72,7 +73,7 @@ private:
     QSet<quint8> m_heldUnseen;         ///< the keys among them whose release the server won't report
     bool m_hasKeyboardChanged = false; ///< since the modifiers were looked up
     std::unique_ptr<ScheduledTask> m_poll;
-    std::function<void(HotkeyIdentifier)> m_pressed;
+    std::function<void(HotkeyAction)> m_pressed;
 };
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #include "X11PaneWindowHints.h"
 
 #include <QCoreApplication>
+#include <QWidget>
 #include <QWindow>
 
 #include <xcb/xinput.h>
@@ -137,6 +138,21 @@ void X11PaneWindowHints::endDrag(const QWindow &window)
                                    XCB_EWMH_WM_MOVERESIZE_CANCEL, XCB_BUTTON_INDEX_ANY,
                                    XCB_EWMH_CLIENT_SOURCE_TYPE_NORMAL);
     xcb_flush(m_connection.get());
+}
+
+void X11PaneWindowHints::place(QWidget &window, const QRect &frame)
+{
+    window.setGeometry(frame);
+}
+
+bool X11PaneWindowHints::startMove(QWindow &window)
+{
+    return window.startSystemMove();
+}
+
+bool X11PaneWindowHints::startResize(QWindow &window, Qt::Edges edges)
+{
+    return window.startSystemResize(edges);
 }
 
 bool X11PaneWindowHints::hasInputFocus(const QWindow &window) const

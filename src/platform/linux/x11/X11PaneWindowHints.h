@@ -26,14 +26,14 @@ public:
     /// pointer, and focus events, since a keyboard grab takes the focus from the window while it lasts.
     void setHoldHandler(const QWindow &window, std::function<void(bool)> handler) override;
     void endDrag(const QWindow &window) override;
-    /// Whether keys go to the window. Unlike the toolkit's focus, this doesn't change during a keyboard grab.
-    bool hasInputFocus(const QWindow &window) const;
-    /// Keeps a mapped window above others, like the pane, or stops doing so.
-    void setAbove(const QWindow &window, bool isAbove);
-    /// Activates a mapped window at the user's wish, as a task bar would. Window managers with focus-stealing
-    /// prevention refuse the toolkit's request, since it carries the time of the last key that the toolkit saw, which
-    /// the hotkey isn't.
-    void activate(const QWindow &window);
+    void place(QWidget &window, const QRect &frame) override;
+    bool startMove(QWindow &window) override;
+    bool startResize(QWindow &window, Qt::Edges edges) override;
+    bool hasInputFocus(const QWindow &window) const override;
+    void setAbove(const QWindow &window, bool isAbove) override;
+    /// Window managers with focus-stealing prevention refuse the toolkit's request, since it carries the time of the
+    /// last key that the toolkit saw, and a hotkey isn't one of those.
+    void activate(const QWindow &window) override;
 
 private:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;

@@ -37,7 +37,7 @@ void X11ProgramClaim::askToShow()
         return;
     xcb_client_message_event_t message{
         .response_type = XCB_CLIENT_MESSAGE, .format = 32, .window = m_owner, .type = m_selection};
-    // Without a mask it goes to whoever made the window.
+    // Without an event mask, it goes to the client that created the window.
     xcb_send_event(m_connection.get(), false, m_owner, 0, reinterpret_cast<const char *>(&message));
     const X11Reply<xcb_get_input_focus_reply_t> isThrough(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));

@@ -1,28 +1,19 @@
 #pragma once
 
+#include "ProgramClaim.h"
 #include "X11EventConnection.h"
-
-#include <functional>
 
 namespace lucentra {
 
-/// Makes the program the only instance on its display if there is no session bus: the instance owns a selection, and
-/// another start asks the owner to show its pane.
-class X11ProgramClaim
+/// The instance owns a selection on its display; another start sends the owner a message.
+class X11ProgramClaim : public ProgramClaim
 {
 public:
     /// Connects to $DISPLAY and takes the selection if nobody owns it.
     X11ProgramClaim();
-    X11ProgramClaim(const X11ProgramClaim &) = delete;
-    X11ProgramClaim &operator=(const X11ProgramClaim &) = delete;
 
-    /// Whether another instance owns the selection.
-    bool isTaken() const { return m_owner != XCB_WINDOW_NONE; }
-    /// Asks that instance to show its pane.
-    void askToShow();
-
-    /// Called when another start asks for the pane.
-    std::function<void()> onShowAsked;
+    bool isTaken() const override { return m_owner != XCB_WINDOW_NONE; }
+    void askToShow() override;
 
 private:
     X11EventConnection m_connection;

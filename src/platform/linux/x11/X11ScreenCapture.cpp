@@ -10,7 +10,7 @@ namespace lucentra {
 
 namespace {
 
-/// The display that holds most of a native rectangle; the first one where none does.
+/// The display with the largest part of a native rectangle, or the first one.
 const X11Display *displayOf(const QList<X11Display> &displays, const QRect &native)
 {
     const X11Display *best = displays.isEmpty() ? nullptr : &displays.first();
@@ -34,11 +34,6 @@ X11ScreenCapture::X11ScreenCapture(X11ResourceRange ours)
     m_worker.setMaxThreadCount(1);
 }
 
-X11ScreenCapture::~X11ScreenCapture()
-{
-    m_worker.waitForDone();
-}
-
 void X11ScreenCapture::setDisplays(QList<X11Display> displays)
 {
     const std::lock_guard lock(m_displaysMutex);
@@ -49,6 +44,14 @@ QList<X11Display> X11ScreenCapture::displays() const
 {
     const std::lock_guard lock(m_displaysMutex);
     return m_displays;
+}
+
+X11Display X11ScreenCapture::displayAt(const QPointF &point) const
+{
+    const QList<X11Display> all = displays();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const X11Display &display) { return display.frame().contains(point); });
+    return found == all.end() ? X11Display() : *found;
 }
 
 X11Composer &X11ScreenCapture::preparedComposer()
@@ -67,7 +70,8 @@ Failure X11ScreenCapture::unusable() const
 
 void X11ScreenCapture::setPaneShown(bool shown)
 {
-    m_isPaneShown = shown;
+    if (m_isPaneShown.exchange(shown) == shown)
+        return;
     m_worker.start([this] {
         const std::lock_guard lock(m_composing);
         preparedComposer();
@@ -95,10 +99,7 @@ Result<CaptureSurroundings> X11ScreenCapture::surroundings(quint32 paneWindow)
 
 Result<QImage> X11ScreenCapture::capture(const QRectF &area)
 {
-    const QList<X11Display> all = displays();
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const X11Display &display) { return display.frame().contains(area.center()); });
-    const X11Display display = found == all.end() ? X11Display() : *found;
+    const X11Display display = displayAt(area.center());
     const double scale = std::max(1.0, display.scale);
     const QPointF corner = (area.topLeft() - display.nativeFrame.topLeft()) * scale + display.nativeFrame.topLeft();
     // A fraction of a pixel at the far edge is inside, so sizes are rounded up.

@@ -32,17 +32,18 @@ class X11ScreenCapture : public ScreenCapture
 public:
     /// `ours` are the resource ids of the connection that this program's windows are made on.
     explicit X11ScreenCapture(X11ResourceRange ours);
-    ~X11ScreenCapture() override;
 
     /// The displays as they are now, the main one first. Any thread; call again when they change.
     void setDisplays(QList<X11Display> displays);
+    /// The display with a point (global points); one without a frame if there is none. Any thread.
+    X11Display displayAt(const QPointF &point) const;
     /// Whether the pane is shown; only then windows are redirected. Any thread, never blocks.
     void setPaneShown(bool shown);
 
     /// For servers that don't have every program's windows: a capture of an area without a window of another program
     /// fails with this sentence for the user. Called on the capturing thread. Set before the first capture.
     void explainNothingBeneath(std::function<QString()> sentence) { m_nothingBeneath = std::move(sentence); }
-    /// The sentence for the user where the server lacks what captures need, which is given by its names.
+    /// The sentence for the user if the server lacks extensions that captures need, from their names.
     void explainMissing(std::function<QString(const QString &)> sentence) { m_missing = std::move(sentence); }
 
     bool isGranted() const override { return true; } ///< no X server withholds its screen
@@ -62,7 +63,7 @@ private:
     std::atomic<bool> m_isPaneShown = false;
     std::mutex m_composing; ///< the composer serves one thread at a time
     std::unique_ptr<X11Composer> m_composer;
-    QThreadPool m_worker; ///< last: its destruction waits for what uses the rest
+    QThreadPool m_worker; ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

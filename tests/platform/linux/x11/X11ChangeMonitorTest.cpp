@@ -51,7 +51,7 @@ private Q_SLOTS:
         m_other->fill(elsewhere, 0x00ff00);
         m_us->fill(pane, 0x00ff00);
         QVERIFY(reported(0));
-        m_monitor->watch({}, [this] { ++m_reports; }); // no area: the watch ends
+        m_monitor->watch({}, [this](const QRect &) { ++m_reports; }); // no area: the watch ends
         m_other->addWindow({100, 100, 300, 200}, 0xff0000);
         QVERIFY(reported(0));
     }
@@ -72,7 +72,7 @@ private Q_SLOTS:
 private:
     void watch()
     {
-        m_monitor->watch({150, 150, 100, 100}, [this] { ++m_reports; });
+        m_monitor->watch({150, 150, 100, 100}, [this](const QRect &) { ++m_reports; });
     }
 
     /// Whether there were so many reports, once they and a surplus had time to arrive; begins to count anew.

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr HotkeyIdentifier first{0x4C435441, 1};
-constexpr HotkeyIdentifier second{0x4C435441, 2};
+constexpr auto first = HotkeyAction::TogglePane;
+constexpr auto second = HotkeyAction::TranslateArea;
 
 /// A keyboard whose connection can have the server to itself: what others ask for meanwhile has to wait.
 class Keyboard
@@ -81,7 +81,7 @@ private Q_SLOTS:
     {
         m_pressed.clear();
         m_hotkeys.emplace(m_scheduler);
-        m_hotkeys->setPressedHandler([this](HotkeyIdentifier identifier) { m_pressed.append(identifier); });
+        m_hotkeys->setPressedHandler([this](HotkeyAction action) { m_pressed.append(action); });
     }
 
     void cleanup() { m_hotkeys.reset(); }
@@ -194,7 +194,7 @@ private Q_SLOTS:
     {
         X11GlobalHotkeys other(m_scheduler);
         const auto theirs = registered(other, virtualKey::t, hotkeyModifier::option);
-        const auto refused = m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, first);
+        const auto refused = m_hotkeys->registerHotkey(first, virtualKey::t, hotkeyModifier::option);
         QVERIFY(theirs && !refused);
         QCOMPARE(refused.error(), hotkeyStatus::taken);
         QVERIFY(registered(*m_hotkeys, virtualKey::t, hotkeyModifier::control));
@@ -210,7 +210,7 @@ private Q_SLOTS:
             return X11Reply<xcb_generic_error_t>(xcb_request_check(c, cookie)) == nullptr;
         };
         QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK));
-        QVERIFY(!m_hotkeys->registerHotkey(3, hotkeyModifier::option, second));
+        QVERIFY(!m_hotkeys->registerHotkey(second, 3, hotkeyModifier::option));
         QVERIFY(grab(XCB_MOD_MASK_1));
         QVERIFY(grab(XCB_MOD_MASK_1 | XCB_MOD_MASK_2));
     }
@@ -218,7 +218,7 @@ private Q_SLOTS:
     void whatIsHeldIsRefusedUntilItIsLetGo()
     {
         auto reference = registered(*m_hotkeys, virtualKey::t, hotkeyModifier::option);
-        QVERIFY(reference && !m_hotkeys->registerHotkey(virtualKey::t, hotkeyModifier::option, second));
+        QVERIFY(reference && !m_hotkeys->registerHotkey(second, virtualKey::t, hotkeyModifier::option));
         type({u"key"_s, u"alt+28"_s});
         QTRY_COMPARE(m_pressed, QList{first});
         reference.reset();
@@ -234,9 +234,9 @@ private Q_SLOTS:
         qputenv("DISPLAY", ":9999");
         X11GlobalHotkeys nowhere(m_scheduler);
         qputenv("DISPLAY", m_screen->display());
-        QVERIFY(!nowhere.registerHotkey(virtualKey::t, hotkeyModifier::option, first));
+        QVERIFY(!nowhere.registerHotkey(first, virtualKey::t, hotkeyModifier::option));
         for (const quint32 keyCode : {0x7FU, 0xFFFFU, 0xFFFFFFFFU}) {
-            const auto refused = m_hotkeys->registerHotkey(keyCode, 0, first);
+            const auto refused = m_hotkeys->registerHotkey(first, keyCode, 0);
             QVERIFY(!refused);
             QCOMPARE(refused.error(), hotkeyStatus::invalid);
         }
@@ -262,16 +262,16 @@ private:
     }
 
     std::unique_ptr<HotkeyReference> registered(GlobalHotkeys &hotkeys, quint32 keyCode, quint32 modifiers,
-                                                HotkeyIdentifier identifier = first)
+                                                HotkeyAction action = first)
     {
-        auto reference = hotkeys.registerHotkey(keyCode, modifiers, identifier);
+        auto reference = hotkeys.registerHotkey(action, keyCode, modifiers);
         return reference ? std::move(*reference) : nullptr;
     }
 
     std::optional<VirtualScreen> m_screen;
     EventLoopScheduler m_scheduler;
     std::optional<X11GlobalHotkeys> m_hotkeys;
-    QList<HotkeyIdentifier> m_pressed;
+    QList<HotkeyAction> m_pressed;
 };
 
 QTEST_GUILESS_MAIN(X11GlobalHotkeysTest)

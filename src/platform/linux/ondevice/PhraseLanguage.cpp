@@ -1,4 +1,4 @@
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 
 #include <algorithm>
 
@@ -11,11 +11,11 @@ namespace {
 template <typename Matches>
 std::optional<int> find(Matches matches)
 {
-    const auto found = std::find_if(memoryLanguages.begin(), memoryLanguages.end(), matches);
-    return found == memoryLanguages.end() ? std::nullopt : std::optional(int(found - memoryLanguages.begin()));
+    const auto found = std::find_if(phraseLanguages.begin(), phraseLanguages.end(), matches);
+    return found == phraseLanguages.end() ? std::nullopt : std::optional(int(found - phraseLanguages.begin()));
 }
 
-/// Catalogues of the same language under other names.
+/// The usual name of a locale that has several.
 QStringView usualLocale(QStringView locale)
 {
     if (const qsizetype encoding = locale.indexOf(u'.'); encoding >= 0)
@@ -35,7 +35,7 @@ QStringView usualLocale(QStringView locale)
 
 } // namespace
 
-std::optional<int> memoryLanguage(QStringView code)
+std::optional<int> phraseLanguage(QStringView code)
 {
     const auto exact = find([&](const Language &language) { return code == language.code; });
     const qsizetype dash = code.indexOf(u'-');
@@ -44,7 +44,7 @@ std::optional<int> memoryLanguage(QStringView code)
     return find([&](const Language &language) { return code.first(dash) == language.code; });
 }
 
-std::optional<int> memoryLanguageOfLocale(QStringView locale)
+std::optional<int> phraseLanguageOfLocale(QStringView locale)
 {
     return find([usual = usualLocale(locale)](const Language &language) { return usual == language.locale; });
 }

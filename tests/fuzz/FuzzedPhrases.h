@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Fuzz.h"
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
 
@@ -20,8 +20,8 @@ inline QByteArray smallMemory()
              {std::pair{"_Cancel", "キャンセル(_C)"}, std::pair{"Page %d of %d", "%d / %d ページ"},
               std::pair{"Could not open “%s”.", "“%s”を開けませんでした。"}, std::pair{"_File", "ファイル(_F)"},
               std::pair{"_Edit", "編集(_E)"}, std::pair{"File name:", "ファイル名:"}})
-            collector.add(QString::fromLatin1(family), *memoryLanguage(u"ja"), source, QString::fromUtf8(translation));
-        collector.add(QString::fromLatin1(family), *memoryLanguage(u"de"), "_Cancel", QStringLiteral("_Abbrechen"));
+            collector.add(QString::fromLatin1(family), *phraseLanguage(u"ja"), source, QString::fromUtf8(translation));
+        collector.add(QString::fromLatin1(family), *phraseLanguage(u"de"), "_Cancel", QStringLiteral("_Abbrechen"));
     }
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);

@@ -9,10 +9,10 @@
 
 namespace lucentra {
 
-/// The languages of the phrase memory; their places are the numbers by which its file knows them. English isn't among
-/// them: it is what programs are written in, and every pair of two others goes through it. Phrases are translated into
-/// target languages, and out of all.
-inline constexpr auto memoryLanguages = [] {
+/// The languages of phrases; their positions are their numbers in the file of phrases. English isn't among
+/// them: it is the source language of programs, and pairs of two others go through it. Phrases are translated into
+/// target languages, and from all.
+inline constexpr auto phraseLanguages = [] {
     std::array<Language, languages.size() - 1> others;
     std::copy_if(languages.begin(), languages.end(), others.begin(), [](const Language &language) {
         return std::string_view(language.code.data(), size_t(language.code.size())) != "en";
@@ -20,10 +20,10 @@ inline constexpr auto memoryLanguages = [] {
     return others;
 }();
 
-/// The number of a language by its code, whose region doesn't count where no language has it ("de-AT" is "de").
-std::optional<int> memoryLanguage(QStringView code);
+/// The number of a language by its code. A region that no language has is ignored ("de-AT" is "de").
+std::optional<int> phraseLanguage(QStringView code);
 /// The number of a language by the name of a catalogue's locale ("ja", "zh_TW", "de_DE.UTF-8").
-std::optional<int> memoryLanguageOfLocale(QStringView locale);
+std::optional<int> phraseLanguageOfLocale(QStringView locale);
 /// Whether a code means English.
 bool isEnglish(QStringView code);
 

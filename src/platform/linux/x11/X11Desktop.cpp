@@ -1,5 +1,7 @@
 #include "X11Desktop.h"
 
+#include "SessionBus.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -9,6 +11,7 @@
 #include <QScreen>
 
 #include <string_view>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -16,10 +19,10 @@ namespace lucentra {
 
 namespace {
 
-/// How long the watcher of status items may take to answer, in milliseconds.
+/// Longest wait for the watcher of status items, in milliseconds.
 constexpr int watcherPatience = 500;
 
-/// The ids of the windows that the toolkit makes for us.
+/// The resource ids of the toolkit's connection.
 X11ResourceRange ownResources()
 {
     const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -40,7 +43,7 @@ bool hasStatusNotifierHost(const QDBusConnection &bus)
     return reply.isValid() && reply.value().variant().toBool();
 }
 
-/// The older kind of tray, which embeds windows, owns a selection.
+/// Whether there is a tray that embeds windows: it owns a selection.
 bool ownsTraySelection()
 {
     const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -78,14 +81,24 @@ bool isWaylandSession()
     return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
 }
 
-X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &sessionBus)
-    : bus(sessionBus)
-    , capture(ownResources())
-    , changes(ownResources(), toNative)
-    , hotkeys(scheduler)
-    , displayOptions(sessionBus.connection())
+X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQueue,
+                       const std::function<QString(const QString &)> &localized)
+    : m_bus(bus)
+    , m_capture(ownResources())
+    , m_changes(ownResources(), toNative)
+    , m_stream(streamSource(), mainQueue, scheduler)
+    , m_hotkeys(scheduler)
+    , m_displayOptions(bus.connection())
 {
-    connect(&bus, &SessionBus::returned, this, [this] { displayOptions.setBus(bus.connection()); });
+    if (isWaylandSession())
+        m_capture.explainNothingBeneath([localized] {
+            return localized(
+                u"在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。"_s);
+        });
+    m_capture.explainMissing([localized](const QString &names) {
+        return localized(u"這個 X 伺服器缺少擷取畫面所需的功能：%@"_s).replace(u"%@"_s, names);
+    });
+    connect(&m_bus, &SessionBus::returned, this, [this] { m_displayOptions.setBus(m_bus.connection()); });
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &X11Desktop::watch);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &X11Desktop::updateDisplays);
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &X11Desktop::updateDisplays);
@@ -93,9 +106,21 @@ X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &sessionBus)
         watch(screen);
 }
 
+X11ScreenStream::Source X11Desktop::streamSource()
+{
+    return {.watch =
+                [this](const QRectF &area, std::function<void(const QRect &)> changed) {
+                    m_capture.setPaneShown(!area.isEmpty());
+                    m_changes.watch(area, std::move(changed));
+                },
+            .rearm = [this] { m_changes.rearm(); },
+            .displayAt = [this](const QPointF &point) { return m_capture.displayAt(point).frame(); },
+            .capture = [this](const QRectF &area) { return m_capture.capture(area).value_or(QImage()); }};
+}
+
 bool X11Desktop::hasTray() const
 {
-    return hasStatusNotifierHost(bus.connection()) || ownsTraySelection();
+    return hasStatusNotifierHost(m_bus.connection()) || ownsTraySelection();
 }
 
 void X11Desktop::watch(QScreen *screen)
@@ -110,7 +135,7 @@ void X11Desktop::updateDisplays()
     QList<X11Display> displays;
     for (const QScreen *screen : QGuiApplication::screens())
         displays.append(displayOf(screen));
-    capture.setDisplays(displays);
+    m_capture.setDisplays(displays);
 }
 
 } // namespace lucentra

@@ -1,12 +1,13 @@
-#include "PhraseMemory.h"
+#include "PhraseTranslation.h"
 
-#include "MemoryLanguage.h"
+#include "PhraseLanguage.h"
 #include "PhraseLookup.h"
 #include "PhraseStore.h"
 
 #include <QDateTime>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,22 +24,46 @@ QStringList phrasePackages()
     return {u"libgtk-3-common"_s, u"qt6-translations-l10n"_s, u"evince-common"_s, u"gnumeric-common"_s, u"vlc-l10n"_s};
 }
 
+const QString serviceName = u"phrases"_s;
+
+/// Whether the store collects phrases of the pair.
+bool isPossible(const LanguagePair &pair)
+{
+    const auto target = phraseLanguage(pair.target);
+    return (isEnglish(pair.source) || phraseLanguage(pair.source)) &&
+           (isEnglish(pair.target) || (target && phraseLanguages[size_t(*target)].isTarget()));
+}
+
 } // namespace
 
-PhraseMemory::PhraseMemory(PhraseStore &store)
-    : m_store(store)
+PhraseTranslation::PhraseTranslation(std::shared_ptr<PhraseStore> store)
+    : m_store(std::move(store))
 {
 }
 
-QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const QStringList &texts,
+void PhraseTranslation::prepare()
+{
+    m_store->prepare();
+}
+
+void PhraseTranslation::cancel()
+{
+    m_store->cancel();
+}
+
+QList<OnDeviceOutcome> PhraseTranslation::translate(const LanguagePair &pair, const QStringList &texts,
                                                const std::function<bool()> & /*isWanted*/)
 {
     using Kind = OnDeviceOutcome::Kind;
-    if (std::none_of(texts.begin(), texts.end(), &PhraseLookup::mayKnow)) // not worth waiting for a build
-        return QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::UnknownPhrase});
-    const auto file = m_store.file();
-    if (!file && m_store.isGettingReady())
-        return QList<OnDeviceOutcome>(texts.size(), {.kind = Kind::NotReady});
+    const auto all = [&texts](Kind kind) { return QList<OnDeviceOutcome>(texts.size(), {.kind = kind}); };
+    if (!isPossible(pair))
+        return all(Kind::PairUnavailable);
+    // Texts that no phrase can match don't wait for a build.
+    if (m_store->isGettingReady() && std::none_of(texts.begin(), texts.end(), &PhraseLookup::mayKnow))
+        return all(Kind::UnknownPhrase);
+    const auto file = m_store->file();
+    if (!file && m_store->isGettingReady())
+        return all(Kind::NotReady);
     const auto lookup = file ? PhraseLookup::between(*file, pair) : std::nullopt;
     QList<OnDeviceOutcome> outcomes;
     for (const QString &text : texts) {
@@ -46,7 +71,7 @@ QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const Q
         if (found)
             outcomes.append({.kind = Kind::Translated,
                              .text = found->text,
-                             .service = QString::fromLatin1(serviceName),
+                             .service = serviceName,
                              .confidence = found->confidence});
         else
             outcomes.append({.kind = lookup ? Kind::UnknownPhrase : Kind::PairUnavailable});
@@ -54,40 +79,25 @@ QList<OnDeviceOutcome> PhraseMemory::translate(const LanguagePair &pair, const Q
     return outcomes;
 }
 
-PairAvailability PhraseMemory::availability(const LanguagePair &pair)
+QList<OnDeviceServiceStatus> PhraseTranslation::status()
 {
-    const auto known = [](const QString &code) { return isEnglish(code) || memoryLanguage(code).has_value(); };
-    const auto target = memoryLanguage(pair.target);
-    const bool isPossible =
-        known(pair.source) && (isEnglish(pair.target) || (target && memoryLanguages[size_t(*target)].isTarget()));
-    if (isPossible && m_store.isGettingReady())
-        return PairAvailability::Available;
-    const auto file = m_store.file();
-    if (file && PhraseLookup::between(*file, pair))
-        return PairAvailability::Available;
-    return isPossible ? PairAvailability::Addable : PairAvailability::Unavailable;
-}
-
-QList<OnDeviceServiceStatus> PhraseMemory::status()
-{
-    OnDeviceServiceStatus status{.name = QString::fromLatin1(serviceName),
-                                 .isGettingReady = m_store.isGettingReady()};
-    const auto file = status.isGettingReady ? nullptr : m_store.file();
+    const auto file = m_store->file();
+    OnDeviceServiceStatus status{.name = serviceName, .isGettingReady = !file && m_store->isGettingReady()};
     if (!file)
         return {status};
-    const auto code = [](size_t language) { return QString(memoryLanguages[language].code); };
+    const auto code = [](size_t language) { return QString(phraseLanguages[language].code); };
     quint32 fewest = std::numeric_limits<quint32>::max();
-    for (size_t language = 0; language < memoryLanguages.size(); ++language) {
+    for (size_t language = 0; language < phraseLanguages.size(); ++language) {
         if (file->phrasesInto(int(language)) > 0)
             status.pairs.append({u"en"_s, code(language)});
         if (file->phrasesOutOf(int(language)) > 0)
             status.pairs.append({code(language), u"en"_s});
-        for (size_t target = 0; target < memoryLanguages.size(); ++target) {
+        for (size_t target = 0; target < phraseLanguages.size(); ++target) {
             const bool areChinese = code(language).startsWith(u"zh") && code(target).startsWith(u"zh");
             if (!areChinese && PhraseLookup::between(*file, {code(language), code(target)}))
                 status.pairs.append({code(language), code(target)});
         }
-        if (memoryLanguages[language].isTarget())
+        if (phraseLanguages[language].isTarget())
             fewest = std::min(fewest, file->phrasesInto(int(language)));
     }
     status.phraseCount = file->header().phrases;

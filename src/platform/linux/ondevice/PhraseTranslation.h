@@ -2,26 +2,26 @@
 
 #include "OnDeviceTranslationService.h"
 
+#include <memory>
+
 namespace lucentra {
 
 class PhraseStore;
 
-/// Translates by the phrases that this computer's programs know.
-class PhraseMemory : public OnDeviceTranslationService
+/// Translates by the phrases in the catalogues of this computer's programs.
+class PhraseTranslation : public OnDeviceTranslationService
 {
 public:
-    static constexpr auto serviceName = "phrases";
+    explicit PhraseTranslation(std::shared_ptr<PhraseStore> store);
 
-    /// The store must outlive it.
-    explicit PhraseMemory(PhraseStore &store);
-
+    void prepare() override;
+    void cancel() override;
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
-    PairAvailability availability(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
 
 private:
-    PhraseStore &m_store;
+    const std::shared_ptr<PhraseStore> m_store;
 };
 
 } // namespace lucentra

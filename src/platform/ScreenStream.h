@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+#include <QRectF>
+
+#include <chrono>
+#include <functional>
+
+namespace lucentra {
+
+/// A picture of an area of the screen.
+struct ScreenFrame
+{
+    QImage picture; ///< transparent where no display shows the area; null if there is no picture
+    QRect damage;   ///< contains all that has changed since the previous frame, in pixels of the picture
+};
+
+/// Follows what other programs show in an area of the screen. This program's own windows are never part of it.
+class ScreenStream
+{
+public:
+    /// The minimum time between two frames.
+    static constexpr std::chrono::milliseconds interval{100};
+
+    virtual ~ScreenStream() = default;
+
+    /// Follows an area (global points) in place of the previous one; an empty area ends it. `frame` is called now and
+    /// after each change, at most once per interval. Without a change there is no work.
+    virtual void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) = 0;
+};
+
+} // namespace lucentra

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Desktop.h"
+#include "ProgramClaim.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace lucentra {
+
+class MainQueue;
+class Scheduler;
+class SessionBus;
+
+/// Selects the toolkit's platform plugin; to be called before the application object exists. Returns a text key that
+/// explains to the user why there is no desktop to run on, or nullopt.
+std::optional<QString> prepareDesktop();
+
+/// What a desktop needs of the program. References outlive it.
+struct DesktopParts
+{
+    Scheduler &scheduler;
+    SessionBus &bus;
+    MainQueue &mainQueue;
+    /// Looks up a text key in the interface language. Any thread.
+    std::function<QString(const QString &key)> localized;
+};
+
+/// The desktop of this session. Needs the application object.
+std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts);
+std::unique_ptr<ProgramClaim> makeProgramClaim();
+
+} // namespace lucentra
