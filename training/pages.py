@@ -139,7 +139,7 @@ class Screen:
 
     def menubar(self):
         key = self.maybe(.4)
-        pad = self.number(2, 9)
+        pad = self.number(4, 9)
         return self.row(self.some(4, 11, lambda: f'<div style="padding:{self.number(1, 5)}px {pad}px;{"background:" + self.accent if self.maybe(.06) else ""}">{self.short()}{self.access() if key else ""}</div>'), self.pick((0, 0, 0, 2, 6)), "padding:0 4px")
 
     def toolbar(self):
@@ -345,6 +345,59 @@ class Screen:
 
     scale_step = 50
 
+    def sheet(self):
+        """A spreadsheet: columns of fixed width whose rules are close to the letters, bold, coloured and chosen cells."""
+        rule = f"{self.pick((1, 1, 1, 2, 3))}px solid {self.pick((self.edge, self.edge, self.soft, self.text))}"
+        wide, side, pad = [self.number(28, 120) for _ in range(self.number(4, 14))], self.number(0, 2), self.number(0, 3)
+        kinds = [self.pick((self.figure, lambda: str(self.number(0, 9)), lambda: str(self.number(0, 99)), self.short, self.label)) for _ in wide]
+        head = f"background:{self.panel};text-align:center;font-weight:{self.pick((400, 700))}"
+
+        def cell(i, text, look=""):
+            return f'<td style="border:{rule};padding:{pad}px {side}px;overflow:hidden;max-width:{wide[i]}px;min-width:{wide[i]}px;{look}">{text}</td>'
+
+        def inner(i):
+            if self.maybe(.25):
+                return cell(i, "")
+            look = self.pick((f"background:{self.tone()};color:{self.pick(('#fff', '#000'))}", "font-weight:700", f"color:{self.bright()}", f"outline:2px solid {self.accent}")) if self.maybe(.12) else ""
+            return cell(i, kinds[i](), f"text-align:{aligns[i]};{look}")
+        aligns = [self.pick(("left", "right", "right", "center")) for _ in wide]
+        top = f'<tr><td style="{head}"></td>{"".join(cell(i, chr(65 + i), head) for i in range(len(wide)))}</tr>'
+        return f'<table style="border-collapse:collapse;white-space:nowrap">{top}' + "".join(
+            f'<tr><td style="border:{rule};padding:0 3px;{head}">{row + 1}</td>{"".join(inner(i) for i in range(len(wide)))}</tr>' for row in range(self.number(5, 26))) + "</table>"
+
+    DAYS = {"en": ("S M T W T F S", "Su Mo Tu We Th Fr Sa", "Mon Tue Wed Thu Fri Sat Sun"), "zh_TW": ("日 一 二 三 四 五 六", "週一 週二 週三 週四 週五 週六 週日"),
+            "zh_CN": ("一 二 三 四 五 六 日", "周日 周一 周二 周三 周四 周五 周六"), "ja": ("日 月 火 水 木 金 土", "月 火 水 木 金 土 日"), "ko": ("일 월 화 수 목 금 토",)}
+
+    def calendar(self):
+        rule = self.pick(("", "", f"border:1px solid {self.edge};"))
+        width, height, round_ = self.number(20, 66), self.number(18, 50), self.pick((0, 4, 40))
+        start, today, week = self.number(0, 6), self.number(1, 30), self.maybe(.3)
+
+        def cell(text, look=""):
+            return f'<td style="{rule}width:{width}px;height:{height}px;text-align:{align};vertical-align:{place};border-radius:{round_ if not rule else 0}px;{look}">{text}</td>'
+        align, place = self.pick(("center", "center", "right", "left")), self.pick(("middle", "middle", "top"))
+        days = self.pick(self.DAYS[self.language]).split()
+        rows = [days] + [[d if 1 <= d <= 31 else "" for d in range(r * 7 + 1 - start, r * 7 + 8 - start)] for r in range(6)]
+        looks = {0: f"color:{self.bright()};", 6: f"color:{self.bright()};"} if self.maybe(.5) else {}
+        body = "".join("<tr>" + (cell(n + 20, f"color:{self.soft};") if week else "") + "".join(cell(d, looks.get(i, "") + (f"background:{self.accent};color:#fff;" if d == today else "")) for i, d in enumerate(row)) + "</tr>" for n, row in enumerate(rows))
+        return f'<div style="padding:6px"><div style="text-align:center">{self.sign(10)} {self.short()} 20{self.number(10, 30)} {self.sign(10)}</div><table style="border-collapse:{"collapse" if rule else "separate"}">{body}</table></div>'
+
+    def alone(self):
+        """One character or a few."""
+        own = {"en": "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghkmnprstuvwxyz", "ja": "あいうえおかきくけこさしすせそたちつてとなにぬねのはひふへほまみむめもやゆよらりるれろわをんアイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワヲンー",
+               "ko": "가나다라마바사아자차카타파하예확인끔켬상하좌우"}.get(self.language, "")
+        signs = [c for c in self.short() if "\u3400" <= c <= "\u9fff" or "\uac00" <= c <= "\ud7a3"]
+        return self.pick((lambda: self.pick("0123456789"), lambda: self.pick("一二三四五六七八九十日月火水木金土上下左右大中小人口山川田力心手目年時分前後東西南北春夏秋冬開關开关是否有無新全高低男女"), lambda: self.pick(own or "東南西北年月日時分秒"), lambda: self.pick(signs or ["中"]), lambda: str(self.number(10, 99))))()
+
+    def keys(self):
+        """Keys of a keyboard, tiles of a game, marks in circles: one character each, in frames or without."""
+        size, gap = self.number(20, 64), self.number(0, 26)
+        look = self.pick((f"border:{self.number(1, 2)}px solid {self.edge};border-radius:{self.number(0, 9)}px;background:{self.panel}", f"border-radius:{size}px;background:{self.accent};color:#fff", "", "", f"border:1px solid {self.soft}", f"background:linear-gradient({self.tone(20, 50)},{self.tone(10, 40)});color:#fff;border-radius:4px"))
+        letter = self.number(10, max(11, min(40, size - 6)))
+        columns = self.number(3, 12)
+        return (f'<div style="display:grid;grid-template-columns:repeat({columns},{size}px);gap:{gap}px;padding:8px;font-size:{letter}px;line-height:1">'
+                + self.some(6, 40, lambda: f'<div style="height:{size}px;display:flex;align-items:center;justify-content:center;{look}">{self.alone()}</div>') + "</div>")
+
     def palette(self):
         size = self.number(10, 26)
         return f'<div style="display:flex;flex-wrap:wrap;gap:{self.number(0, 4)}px;padding:4px">' + self.some(12, 60, lambda: f'<div style="width:{size}px;height:{size}px;background:{self.tone()}"></div>') + "</div>"
@@ -355,7 +408,7 @@ class Screen:
 
     def part(self):
         k = self.pick((self.table, self.table, self.files, self.files, self.tree, self.form, self.form, self.settings, self.code, self.terminal, self.prose, self.prose, self.chat, self.cards,
-                       self.chart, self.map, self.grid, self.toolbar, self.toolbar, self.menubar, self.tabs, self.bigtools, self.palette, self.toolbox, self.rulers, self.tracks,
+                       self.chart, self.map, self.grid, self.sheet, self.sheet, self.calendar, self.keys, self.keys, self.toolbar, self.toolbar, self.menubar, self.tabs, self.bigtools, self.palette, self.toolbox, self.rulers, self.tracks,
                        lambda: self.some(3, 9, self.check), lambda: f'<div style="padding:8px">{self.some(1, 6, self.button, " ")}</div>', self.menu, self.status))
         return k()
 
@@ -367,6 +420,8 @@ class Screen:
 
     # whole screens
     def window(self):
+        if self.maybe(.1):
+            return f'<div style="height:100vh;overflow:hidden">{self.titlebar()}{self.menubar()}{self.toolbar()}{self.sheet()}{self.sheet()}</div>'
         top = (self.titlebar() if self.maybe(.7) else "") + (self.menubar() if self.maybe(.7) else "") + (self.some(1, 2, self.pick((self.toolbar, self.toolbar, self.bigtools, self.tabs))) if self.maybe(.8) else "")
         column = lambda width, parts: f'<div style="{width};overflow:hidden;border-right:{self.number(0, 1)}px solid {self.edge}">{parts}</div>'
         columns = []

@@ -26,6 +26,10 @@ def ink_and_lines(shown, hidden, pieces):
             if not ys.size:
                 continue
             box = (left + xs.min(), top + ys.min(), left + xs.max() + 1, top + ys.max() + 1)
+            area_height = np.median([p[4] - p[2] for p in row])
+            if box[3] - box[1] < .3 * area_height:  # flat characters such as a lone ideograph for one: as high as others
+                middle = np.median([p[2] + p[4] for p in row]) / 2
+                box = (box[0], max(0, round(middle - .28 * area_height)), box[2], min(shown.shape[0], round(middle + .28 * area_height)))
             whole = max(p[8] for p in row if p[7]) > .6 and not (box[0] == 0 and min(p[1] for p in row) <= 0)
             lines.append((box, row, whole and any(p[5] >= 0 for p in row) and box[3] - box[1] >= 3))
     return ink, (difference > SEEN) & ~known, lines
