@@ -1,8 +1,10 @@
 // Draws what each stage makes of a picture, for docs/recognition.md: explain-picture PICTURE FOLDER.
-#include "LineFinder.h"
-#include "ReaderPool.h"
-#include "ReadingFilter.h"
-#include "ScreenPass.h"
+#include "ScreenTextRecognizer.h"
+#include "find/MapLines.h"
+#include "find/TextNet.h"
+#include "judge/ReadingFilter.h"
+#include "read/ReaderPool.h"
+#include "read/ScreenPass.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -44,16 +46,16 @@ QImage faded(const QImage &image)
     return image.convertToFormat(QImage::Format_Grayscale8).convertToFormat(QImage::Format_RGB32);
 }
 
-QList<ReadLine> linesOf(const QImage &image)
+QList<ReadLine> linesReadOn(const QImage &image, const TextMaps &maps)
 {
     QList<ReadLine> lines;
-    for (const FoundLine &found : findLines(image, 5))
-        lines.append({found, {}, {}, {}, false});
+    for (const FoundLine &found : linesOf(maps, 5))
+        lines.append({found, {}, {}, false});
     LineReader reader;
     ReaderPool pool(2, std::chrono::hours(1), [] {});
     const LineRouter router({ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese},
-                            {}, true);
-    ScreenPass(image, lines, router, router, reader, pool, {}).run();
+                            {ReadingLanguage::Korean}, true);
+    ScreenPass(image, maps.ink, lines, router, router, reader, pool, {}).run();
     return lines;
 }
 
@@ -66,12 +68,13 @@ void explain(const QImage &image, const QDir &folder)
     QPainter readersPainter(&readers);
     QPainter keptPainter(&kept);
     QList<QImage> strips;
-    for (const ReadLine &line : linesOf(image)) {
+    const TextMaps maps = TextNet(ScreenTextRecognizer::Options().weights).seen(image, 2);
+    for (const ReadLine &line : linesReadOn(image, maps)) {
         linesPainter.setPen(QPen(QColor(230, 40, 40), 2));
         for (qsizetype i = 0; i < line.found.pieces.size(); ++i) {
             const LinePiece &piece = line.found.pieces[i];
             linesPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
-            const LineNormalizer normalizer(image, piece.ink);
+            const LineNormalizer normalizer(image, piece.ink, maps.ink);
             const RoutedReading routed = line.pieces.value(i);
             strips.append(imageOf(normalizer.strip(routed.separation, StripShape())));
             const Reading &best = routed.best;

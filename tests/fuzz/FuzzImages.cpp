@@ -2,9 +2,11 @@
 
 #include "Fuzz.h"
 
-#include "LineFinder.h"
 #include "PictureFile.h"
+#include "ScreenTextRecognizer.h"
 #include "TestTexts.h"
+#include "find/MapLines.h"
+#include "find/TextNet.h"
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -26,7 +28,8 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QImage opaque = onOpaqueGround(*picture);
     if (qint64(opaque.width()) * opaque.height() > 1 << 20)
         return 0; // the finder's time on large pictures is measured elsewhere
-    for (const FoundLine &line : findLines(opaque, 5))
+    static TextNet net(ScreenTextRecognizer::Options().weights);
+    for (const FoundLine &line : linesOf(net.seen(opaque, 1), 5))
         mustHold(opaque.rect().contains(line.ink), "a line lies within the picture");
     return 0;
 }

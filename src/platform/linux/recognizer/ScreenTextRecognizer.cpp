@@ -1,13 +1,15 @@
 #include "ScreenTextRecognizer.h"
 
-#include "LineBox.h"
-#include "LineFinder.h"
-#include "LineRouter.h"
 #include "Memory.h"
-#include "ReaderPool.h"
-#include "ReadingFilter.h"
-#include "ReadingOrder.h"
-#include "ScreenPass.h"
+#include "Rules.h"
+#include "find/MapLines.h"
+#include "find/TextNet.h"
+#include "judge/LineBox.h"
+#include "judge/ReadingFilter.h"
+#include "judge/ReadingOrder.h"
+#include "read/LineRouter.h"
+#include "read/ReaderPool.h"
+#include "read/ScreenPass.h"
 
 #include <QRegularExpression>
 
@@ -77,48 +79,9 @@ Reading wholeOf(const ReadLine &line)
         whole.confidence += line.pieces[i].best.confidence * piece.ink.width() / line.found.ink.width();
     }
     whole.text = tidied(whole.text);
-    if (line.found.endsInRing)
+    if (isOn("ring of a full stop") && line.found.endsInRing)
         whole.text = withFullStop(whole.text);
     return whole;
-}
-
-/// How much a reading says, and how surely.
-double weightOf(const Reading &reading)
-{
-    constexpr double guess = 30; // what is as unsure as that says nothing
-    double letters = 0;
-    for (const QChar character : reading.text)
-        letters += character.unicode() >= 0x2E80 ? 2 : (character.isLetterOrNumber() ? 1 : 0);
-    return letters * std::max(0.0, reading.confidence - guess);
-}
-
-/// Whether two lines are the same letters for the most part.
-bool overlap(const QRect &a, const QRect &b)
-{
-    const auto areaOf = [](const QRect &box) { return qint64(box.width()) * box.height(); };
-    return 2 * areaOf(a & b) >= std::min(areaOf(a), areaOf(b));
-}
-
-/// Empties the readings of rivals that aren't clearly better than what they overlap, or of that.
-void dropBeaten(const QList<ReadLine> &lines, QList<Reading> &readings)
-{
-    constexpr double lead = 1.15; // with 1 a rival with a speck more won now and then
-    for (qsizetype rival = 0; rival < lines.size(); ++rival) {
-        if (!lines[rival].found.isRival)
-            continue;
-        QList<qsizetype> others;
-        double weight = 0;
-        for (qsizetype i = 0; i < lines.size(); ++i) {
-            if (i == rival || readings[i].text.isEmpty() || !overlap(lines[i].found.ink, lines[rival].found.ink))
-                continue;
-            others.append(i);
-            weight += weightOf(readings[i]);
-        }
-        if (weightOf(readings[rival]) <= lead * weight)
-            others = {rival};
-        for (const qsizetype beaten : others)
-            readings[beaten].text.clear();
-    }
 }
 
 /// What is writing of the lines, in reading order.
@@ -126,16 +89,13 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
 {
     QList<Reading> readings;
     qsizetype doubtful = 0;
-    qsizetype rivals = 0;
     for (const ReadLine &line : lines) {
         readings.append(wholeOf(line));
         if (!isPlausible(readings.last(), line.found, line.isOnPicture))
             readings.last().text.clear();
-        rivals += line.found.isRival ? 1 : 0;
-        doubtful += !line.found.isRival && (readings.last().text.isEmpty() || line.isOnPicture) ? 1 : 0;
+        doubtful += readings.last().text.isEmpty() || line.isOnPicture ? 1 : 0;
     }
-    dropBeaten(lines, readings);
-    const bool isPicture = doubtful > std::max<qsizetype>(3, (lines.size() - rivals) / 4);
+    const bool isPicture = isOn("picture screens") && doubtful > std::max<qsizetype>(3, lines.size() / 4);
     QList<TypeLine> texts;
     QList<QRect> inks;
     for (qsizetype i = 0; i < lines.size(); ++i) {
@@ -154,13 +114,13 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
     return observations;
 }
 
-QList<ReadLine> linesIn(const QImage &image, double minimumTextHeight)
+QList<ReadLine> linesIn(const TextMaps &maps, double minimumTextHeight)
 {
     const double minimumShare = std::clamp(minimumTextHeight, 0.0, 1.0);
-    const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * image.height())));
+    const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * maps.ink.height)));
     QList<ReadLine> lines;
-    for (const FoundLine &found : findLines(image, minimumHeight))
-        lines.append({found, {}, {}, {}, false});
+    for (const FoundLine &found : linesOf(maps, minimumHeight))
+        lines.append({found, {}, {}, false});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
@@ -181,9 +141,11 @@ ScreenTextRecognizer::ScreenTextRecognizer(const Options &options)
     const int engines = 4 * workers; // the three usual languages for each worker, and the extra ones once
     m_correctingReader = std::make_unique<LineReader>(true, engines);
     m_literalReader = std::make_unique<LineReader>(false, engines);
+    m_net = std::make_unique<TextNet>(options.weights);
     m_pool = std::make_unique<ReaderPool>(workers, options.keepEngines, [this] {
         m_correctingReader->release();
         m_literalReader->release();
+        m_net->release();
         giveBackFreeMemory();
     });
 }
@@ -208,11 +170,12 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const QImage image = picture.convertToFormat(QImage::Format_RGB32);
     if (image.isNull())
         return {};
-    QList<ReadLine> lines = linesIn(image, request.minimumTextHeight);
+    const TextMaps maps = m_net->seen(image, m_pool->workers());
+    QList<ReadLine> lines = linesIn(maps, request.minimumTextHeight);
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
-    ScreenPass pass(image, lines, thorough, hasty, reader, *m_pool, request.isWanted);
+    ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request.isWanted);
     pass.run();
     if (request.onLinesLeftOut && pass.hasLeftOutLines())
         request.onLinesLeftOut();

@@ -9,12 +9,12 @@ namespace lucentra {
 
 class LineReader;
 class ReaderPool;
+class TextNet;
 
 /// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
 ///
-/// Four stages, each a file of its own: `findLines` (where are lines), `LineNormalizer` (a line as dark letters on a
-/// white strip), `LineRouter` (which of the models read it), `isPlausible` (is it writing at all). `ScreenPass` leads
-/// the lines of an image through the second and third, several workers at once.
+/// Four stages, each a folder: find (a small network sees where lines are), strip (a line as dark letters on white),
+/// read (by the model that its script asks for), judge (is it writing at all).
 class ScreenTextRecognizer : public TextRecognizer
 {
 public:
@@ -22,6 +22,7 @@ public:
     {
         int workers = 0;                                ///< threads; 0: as many as there are cores, at most 4
         std::chrono::milliseconds keepEngines{600'000}; ///< without use; then their memory is freed
+        QString weights = QStringLiteral(":/lucentra/recognizer/lines.net"); ///< of the net that finds lines
     };
 
     ScreenTextRecognizer();
@@ -41,6 +42,7 @@ public:
 private:
     std::unique_ptr<LineReader> m_correctingReader;
     std::unique_ptr<LineReader> m_literalReader;
+    std::unique_ptr<TextNet> m_net;
     std::unique_ptr<ReaderPool> m_pool;
 };
 

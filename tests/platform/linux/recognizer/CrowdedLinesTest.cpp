@@ -1,10 +1,7 @@
 // Lines that stand close to what is none: bullets, icons, arrows, stars, a picture's strokes, the row beneath.
 
-#include "EdgeShapes.h"
-#include "LineFinder.h"
-#include "LineNormalizer.h"
-#include "LineRows.h"
 #include "Pictures.h"
+#include "strip/LineNormalizer.h"
 
 #include <leptonica/allheaders.h>
 
@@ -195,57 +192,6 @@ private Q_SLOTS:
         }));
     }
 
-    void lettersThatRunTogetherAreNoRule_data()
-    {
-        QTest::addColumn<int>("weakest");
-        QTest::addColumn<int>("height"); // of the tallest outline that is left
-        QTest::newRow("a rule through strokes is as strong throughout") << 120 << 8;
-        QTest::newRow("letters that run together aren't") << 40 << 16;
-    }
-
-    void lettersThatRunTogetherAreNoRule()
-    {
-        QFETCH(const int, weakest);
-        EdgeMap edges{200, 40, std::vector<std::uint8_t>(200 * 40, 0), false};
-        for (int x = 20; x <= 140; ++x) {
-            for (int y = 10; y <= 25; ++y)
-                edges.row(y)[x] = x % 6 == 0 ? 120 : 0;
-            edges.row(18)[x] = x % 2 == 0 ? 120 : std::uint8_t(weakest);
-        }
-        int tallest = 0;
-        for (const EdgeShape &shape : shapesIn(edges).shapes)
-            tallest = std::max(tallest, shape.ink.height() + 1); // an edge lies between two rows
-        QTEST(tallest, "height");
-    }
-
-    void rowsThatSomethingHeldTogether_data()
-    {
-        QTest::addColumn<QList<QRect>>("shapes");
-        QTest::addColumn<QList<int>>("counts"); // of each row's shapes
-        const QList<QRect> upper{{40, 10, 12, 12}, {54, 10, 12, 12}, {68, 11, 12, 11}};
-        const QList<QRect> lower{{40, 28, 10, 10}, {52, 28, 10, 10}, {64, 28, 10, 10}};
-        const QList<QRect> third{{40, 44, 10, 10}, {52, 44, 10, 10}, {64, 44, 10, 10}};
-        QTest::newRow("one row") << upper << QList<int>{3};
-        QTest::newRow("two") << upper + lower << QList<int>{3, 3};
-        QTest::newRow("three") << upper + lower + third << QList<int>{3, 3, 3};
-        QTest::newRow("beside an icon") << upper + lower + QList<QRect>{{2, 10, 28, 28}} << QList<int>{3, 3};
-        QTest::newRow("a letter spans both") << upper + lower + QList<QRect>{{46, 10, 6, 28}} << QList<int>{7};
-        QTest::newRow("accents above") << QList<QRect>{{40, 14, 8, 12}, {52, 14, 8, 12}, {42, 10, 3, 2}, {54, 10, 3, 2}}
-                                       << QList<int>{4};
-    }
-
-    void rowsThatSomethingHeldTogether()
-    {
-        QFETCH(const QList<QRect>, shapes);
-        std::vector<EdgeShape> group;
-        for (const QRect &ink : shapes)
-            group.push_back({ink, 2 * (ink.width() + ink.height()), 150, false});
-        QList<int> counts;
-        for (const std::vector<EdgeShape> &row : rowsOf(group))
-            counts.append(int(row.size()));
-        QTEST(counts, "counts");
-    }
-
     void partsOfALetterAreNoRows_data()
     {
         QTest::addColumn<QString>("text");
@@ -286,7 +232,8 @@ private Q_SLOTS:
             painter.fillRect(x, 0, 4, 80, QColor(255, 245 - x % 5 * 8, 200 - x % 90));
         painter.end();
         const QRect box = writeOutlined(image, {20, 50}, u"Bright letters on sand"_s, font(latin, 24));
-        const LineNormalizer normalizer(image, box);
+        const TextMaps maps = seen(image);
+        const LineNormalizer normalizer(image, box, maps.ink);
         const Strip strip = normalizer.strip(Separation::BrightFill, StripShape());
         int dark = 0;
         for (int x = 0; x < pixGetWidth(strip.get()); ++x) {

@@ -1,4 +1,4 @@
-#include "LineBox.h"
+#include "judge/LineBox.h"
 #include "Pictures.h"
 
 #include <QTest>

@@ -1,6 +1,5 @@
-#include "LineFinder.h"
-#include "LineNormalizer.h"
 #include "Pictures.h"
+#include "strip/LineNormalizer.h"
 
 #include <leptonica/allheaders.h>
 
@@ -321,7 +320,8 @@ private Q_SLOTS:
         QFETCH(const QColor, ink);
         QImage image = blank({300, 60}, paper);
         const QRect box = write(image, {20, 40}, u"Polarity"_s, font(latin, 20), ink);
-        const LineNormalizer normalizer(image, box);
+        const TextMaps maps = seen(image);
+        const LineNormalizer normalizer(image, box, maps.ink);
         QVERIFY(!normalizer.isVaried());
         const Strip strip = normalizer.strip(Separation::Axis, StripShape());
         QCOMPARE(pixGetHeight(strip.get()), StripShape().height);
@@ -357,10 +357,11 @@ private Q_SLOTS:
                     painter.fillRect(box, painter.pen().color());
             }
             painter.end();
-            for (const FoundLine &line : findLines(image, 5)) {
+            const TextMaps maps = seen(image);
+            for (const FoundLine &line : linesOf(maps, 5)) {
                 QVERIFY(image.rect().contains(line.ink));
-                const LineNormalizer normalizer(image, line.ink);
-                for (const Separation separation : {Separation::Axis, Separation::BrightFill, Separation::DarkFill})
+                const LineNormalizer normalizer(image, line.ink, maps.ink);
+                for (const Separation separation : normalizer.separations())
                     QVERIFY(normalizer.strip(separation, StripShape()));
             }
         }

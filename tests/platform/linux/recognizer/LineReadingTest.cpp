@@ -1,9 +1,9 @@
-#include "LineLooks.h"
-#include "LineReader.h"
 #include "Pictures.h"
-#include "ReaderPool.h"
-#include "ReadingFilter.h"
-#include "ReadingOrder.h"
+#include "judge/ReadingFilter.h"
+#include "judge/ReadingOrder.h"
+#include "read/LineReader.h"
+#include "read/ReaderPool.h"
+#include "strip/LineNormalizer.h"
 
 #include <QTest>
 
@@ -188,36 +188,13 @@ private Q_SLOTS:
         QCOMPARE(sum.load(), 300);
     }
 
-    void looksTellTheWriting_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<LineLooks>("looks");
-        QTest::newRow("Latin") << u"Choose a folder for the downloads"_s << u"DejaVu Sans"_s << LineLooks::Latin;
-        QTest::newRow("code") << u"const auto end = lines.begin() + 4;"_s << u"DejaVu Sans Mono"_s << LineLooks::Latin;
-        QTest::newRow("ideographs") << u"請選擇下載的檔案要存放的資料夾"_s << u"Noto Sans CJK TC"_s
-                                    << LineLooks::Ideographs;
-        QTest::newRow("kana") << u"このフォルダーをあとでひらいてください"_s << u"Noto Sans CJK JP"_s
-                              << LineLooks::Kana;
-    }
-
-    void looksTellTheWriting()
-    {
-        QFETCH(const QString, text);
-        QFETCH(const QString, family);
-        for (const int size : {12, 16, 30}) {
-            QImage image = blank({1000, 80}, Qt::white);
-            const QRect box = write(image, {20, 50}, text, font(family, size), QColor(30, 30, 30));
-            QTEST(looksOf(LineNormalizer(image, box).strip(Separation::Axis, StripShape())), "looks");
-        }
-    }
-
     void enginesMakePlaceForOthers()
     {
         LineReader reader(true, 4);
         QImage image = blank({300, 60}, Qt::white);
         const QRect box = write(image, {20, 40}, u"Open"_s, font(u"DejaVu Sans"_s, 24), Qt::black);
-        const Strip strip = LineNormalizer(image, box).strip(Separation::Axis, StripShape());
+        const TextMaps maps = seen(image);
+        const Strip strip = LineNormalizer(image, box, maps.ink).strip(Separation::Axis, StripShape());
         for (const ReadingLanguage language :
              {ReadingLanguage::TraditionalChinese, ReadingLanguage::Japanese, ReadingLanguage::English,
               ReadingLanguage::SimplifiedChinese, ReadingLanguage::Korean})

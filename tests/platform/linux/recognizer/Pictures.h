@@ -1,5 +1,9 @@
 #pragma once
 
+#include "ScreenTextRecognizer.h"
+#include "find/MapLines.h"
+#include "find/TextNet.h"
+
 #include <QColor>
 #include <QFont>
 #include <QImage>
@@ -73,6 +77,18 @@ inline QImage dots(const QSize &size)
         }
     }
     return image;
+}
+
+/// What the program's net sees on a picture.
+inline TextMaps seen(const QImage &image)
+{
+    static TextNet net(ScreenTextRecognizer::Options().weights);
+    return net.seen(image, 1);
+}
+
+inline QList<FoundLine> findLines(const QImage &image, int minimumHeight)
+{
+    return linesOf(seen(image), minimumHeight);
 }
 
 } // namespace lucentra::pictures

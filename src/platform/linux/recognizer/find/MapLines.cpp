@@ -1,0 +1,295 @@
+#include "find/MapLines.h"
+
+#include "find/LineMarks.h"
+#include "find/Runs.h"
+
+#include <leptonica/allheaders.h>
+
+#include <algorithm>
+#include <numeric>
+
+namespace lucentra {
+namespace {
+
+// Of 255.
+constexpr int leastCore = 128;
+constexpr int leastMeanCore = 153; // over a line
+constexpr int leastInk = 77;
+
+// Heights of the line.
+constexpr double leastLatin = 3;           // wide; what is shorter Chinese and Japanese read as well
+constexpr double leastLatinInHangul = 1.2; // Korean hardly does
+constexpr double leastWide = 0.9;
+constexpr double spaceWidth = 0.25; // of a gap
+
+constexpr int leastArea = 3;  // half pixels; of a line's core
+constexpr double reach = 0.8; // of the core's height; ink that is farther off belongs to nothing
+
+/// A connected part of the core, at half size: half as high as its line's letters.
+struct Core
+{
+    QRect box;
+    int area = 0;
+    int sum = 0; // of how sure the net is of each place
+    double thickness = 0;
+
+    bool isSure() const { return area >= leastArea && sum >= leastMeanCore * area; }
+};
+
+/// Which line each place at half size belongs to, if any: 1 for the first core.
+struct Places
+{
+    int width;
+    int height;
+    std::vector<int> lines;
+    std::vector<int> distances; // to the core, in thirds of half pixels
+
+    std::size_t at(int x, int y) const { return std::size_t(y) * std::size_t(width) + std::size_t(x); }
+};
+
+std::vector<Run> coreRuns(const TextMaps &maps)
+{
+    std::vector<Run> runs;
+    for (int y = 0; y < maps.core.height; ++y) {
+        const std::uint8_t *core = maps.core.row(y);
+        const std::uint8_t *gap = maps.gap.row(y);
+        for (int x = 0; x < maps.core.width; ++x) {
+            if (core[x] < leastCore || gap[x] >= core[x]) // the wide spaces of a line are open between the two
+                continue;
+            const bool goesOn = !runs.empty() && runs.back().y == y && runs.back().right == x - 1;
+            if (goesOn)
+                ++runs.back().right;
+            else
+                runs.push_back({y, x, x, int(runs.size())});
+        }
+    }
+    connect(runs, 0);
+    return runs;
+}
+
+/// The cores, and in `places` which place is in which.
+std::vector<Core> coresOf(const TextMaps &maps, Places &places)
+{
+    std::vector<Run> runs = coreRuns(maps);
+    std::vector<Core> cores(runs.size());
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const Run &run = runs[i];
+        Core &core = cores[std::size_t(rootOf(runs, int(i)))];
+        core.box |= QRect(QPoint(run.left, run.y), QPoint(run.right, run.y));
+        core.area += run.right - run.left + 1;
+        const std::uint8_t *row = maps.core.row(run.y);
+        core.sum = std::accumulate(row + run.left, row + run.right + 1, core.sum);
+    }
+    for (Core &core : cores) {
+        if (core.area > 0)
+            core.thickness = std::clamp(1.15 * core.area / core.box.width(), 1.0, double(core.box.height()));
+    }
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const int root = rootOf(runs, int(i));
+        if (!cores[std::size_t(root)].isSure())
+            continue;
+        for (int x = runs[i].left; x <= runs[i].right; ++x) {
+            places.lines[places.at(x, runs[i].y)] = root + 1;
+            places.distances[places.at(x, runs[i].y)] = 0;
+        }
+    }
+    return cores;
+}
+
+/// Gives the places around the cores to the nearest.
+void spread(Places &places)
+{
+    const auto take = [&](int x, int y, int fromX, int fromY, int step) {
+        if (fromX < 0 || fromX >= places.width || fromY < 0 || fromY >= places.height)
+            return;
+        const std::size_t to = places.at(x, y);
+        const std::size_t from = places.at(fromX, fromY);
+        if (places.distances[from] + step < places.distances[to]) {
+            places.distances[to] = places.distances[from] + step;
+            places.lines[to] = places.lines[from];
+        }
+    };
+    for (int y = 0; y < places.height; ++y) {
+        for (int x = 0; x < places.width; ++x) {
+            take(x, y, x - 1, y, 3);
+            take(x, y, x, y - 1, 3);
+            take(x, y, x - 1, y - 1, 4);
+            take(x, y, x + 1, y - 1, 4);
+        }
+    }
+    for (int y = places.height - 1; y >= 0; --y) {
+        for (int x = places.width - 1; x >= 0; --x) {
+            take(x, y, x + 1, y, 3);
+            take(x, y, x, y + 1, 3);
+            take(x, y, x + 1, y + 1, 4);
+            take(x, y, x - 1, y + 1, 4);
+        }
+    }
+}
+
+/// The letters of a line, and parts of them: what hangs together of its ink.
+std::vector<QRect> shapesOf(const TextMaps &maps, const Places &places, const QRect &ink, int line)
+{
+    PIX *letters = pixCreate(ink.width(), ink.height(), 1);
+    for (int y = 0; y < ink.height(); ++y) {
+        const std::uint8_t *row = maps.ink.row(ink.top() + y);
+        l_uint32 *bits = pixGetData(letters) + std::ptrdiff_t(y) * pixGetWpl(letters);
+        for (int x = 0; x < ink.width(); ++x) {
+            const int fullX = ink.left() + x;
+            if (row[fullX] >= leastInk && places.lines[places.at(fullX / 2, (ink.top() + y) / 2)] == line)
+                SET_DATA_BIT(bits, x);
+        }
+    }
+    BOXA *boxes = pixConnCompBB(letters, 8);
+    std::vector<QRect> shapes;
+    for (int i = 0; i < boxaGetCount(boxes); ++i) {
+        l_int32 x = 0;
+        l_int32 y = 0;
+        l_int32 width = 0;
+        l_int32 height = 0;
+        boxaGetBoxGeometry(boxes, i, &x, &y, &width, &height);
+        shapes.push_back(QRect(x, y, width, height).translated(ink.topLeft()));
+    }
+    boxaDestroy(&boxes);
+    pixDestroy(&letters);
+    return shapes;
+}
+
+/// How sure the net is of each script in some columns of a core. At each place only the surest counts.
+ScriptShares scriptsIn(const TextMaps &maps, const QRect &core, int left, int right)
+{
+    ScriptShares sums{};
+    for (int y = core.top() / 4; y <= std::min(core.bottom() / 4, maps.scripts[0].height - 1); ++y) {
+        for (int x = left / 8; x <= std::min(right / 8, maps.scripts[0].width - 1); ++x) {
+            const auto at = [&](const SureMap &script) { return script.row(y)[x]; };
+            const auto surest = std::ranges::max_element(maps.scripts, {}, at);
+            sums[std::size_t(surest - maps.scripts.begin())] += at(*surest);
+        }
+    }
+    return sums;
+}
+
+bool isLatin(const ScriptShares &scripts)
+{
+    return scripts[TextMaps::Latin] >
+           scripts[TextMaps::Ideographs] + scripts[TextMaps::Kana] + scripts[TextMaps::Hangul];
+}
+
+/// Columns of a line, from its first letter to before its end.
+struct Stretch
+{
+    int left;
+    int right;
+    bool isLatin;
+};
+
+/// The line's letters from the left to the right, neighbours in one kind of script together. Few letters among others
+/// stay with them: who reads those reads them as well.
+std::vector<Stretch> stretchesOf(const TextMaps &maps, const QRect &core, std::vector<QRect> shapes, int height)
+{
+    std::ranges::sort(shapes, {}, &QRect::left);
+    std::vector<Stretch> letters;
+    for (const QRect &shape : shapes) {
+        if (!letters.empty() && shape.left() <= letters.back().right + 1)
+            letters.back().right = std::max(letters.back().right, shape.right());
+        else
+            letters.push_back({shape.left(), shape.right(), false});
+    }
+    for (Stretch &letter : letters)
+        letter.isLatin = isLatin(scriptsIn(maps, core, letter.left, letter.right));
+    const auto joined = [](const std::vector<Stretch> &parts) {
+        std::vector<Stretch> whole;
+        for (const Stretch &part : parts) {
+            if (!whole.empty() && whole.back().isLatin == part.isLatin)
+                whole.back().right = part.right;
+            else
+                whole.push_back(part);
+        }
+        return whole;
+    };
+    std::vector<Stretch> stretches = joined(letters);
+    for (const bool ofLatin : {false, true}) {
+        for (Stretch &stretch : stretches) {
+            const double least = (ofLatin ? leastLatin : leastWide) * height;
+            if (stretches.size() > 1 && stretch.isLatin == ofLatin && stretch.right - stretch.left + 1 < least)
+                stretch.isLatin = !ofLatin;
+        }
+        stretches = joined(stretches);
+    }
+    return stretches;
+}
+
+/// Tells the scripts of a line's pieces, and where they could be cut because Latin letters meet others.
+void tellScripts(const TextMaps &maps, const QRect &core, const std::vector<QRect> &shapes, FoundLine &line)
+{
+    ScriptShares whole = scriptsIn(maps, core, 2 * core.left(), 2 * core.right());
+    if (*std::ranges::max_element(whole) == 0)
+        return;
+    for (LinePiece &piece : line.pieces)
+        piece.scripts = scriptsIn(maps, core, piece.ink.left(), piece.ink.right());
+    const std::vector<Stretch> stretches = stretchesOf(maps, core, shapes, line.ink.height());
+    if (stretches.size() < 2)
+        return;
+    whole[TextMaps::Latin] = 0; // which has stretches of its own
+    for (const LinePiece &piece : line.pieces) {
+        const qsizetype first = line.stretches.size();
+        for (const Stretch &stretch : stretches) {
+            const QRect part =
+                piece.ink & QRect(QPoint(stretch.left, piece.ink.top()), QPoint(stretch.right, piece.ink.bottom()));
+            if (part.isEmpty())
+                continue;
+            if (line.stretches.size() > first &&
+                part.left() - line.stretches.last().ink.right() > spaceWidth * line.ink.height())
+                line.stretches.last().joint = QStringLiteral(" ");
+            line.stretches.append({part, {}, stretch.isLatin ? ScriptShares{1, 0, 0, 0} : whole});
+        }
+        if (line.stretches.size() > first)
+            line.stretches.last().joint = piece.joint;
+    }
+}
+
+} // namespace
+
+QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
+{
+    const std::size_t count = maps.core.values.size();
+    Places places{maps.core.width, maps.core.height, std::vector<int>(count, 0), std::vector<int>(count, 1 << 20)};
+    const std::vector<Core> cores = coresOf(maps, places);
+    spread(places);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (places.lines[i] > 0 &&
+            places.distances[i] > 3 * (reach * cores[std::size_t(places.lines[i] - 1)].thickness + 1))
+            places.lines[i] = 0;
+    }
+    std::vector<QRect> inks(cores.size());
+    for (int y = 0; y < maps.ink.height; ++y) {
+        const std::uint8_t *row = maps.ink.row(y);
+        for (int x = 0; x < maps.ink.width; ++x) {
+            if (row[x] < leastInk)
+                continue;
+            if (const int line = places.lines[places.at(x / 2, y / 2)]; line > 0) {
+                QRect &ink = inks[std::size_t(line - 1)];
+                ink = ink.isNull()
+                          ? QRect(x, y, 1, 1)
+                          : QRect(QPoint(std::min(ink.left(), x), ink.top()), QPoint(std::max(ink.right(), x), y));
+            }
+        }
+    }
+    QList<FoundLine> lines;
+    for (std::size_t i = 0; i < cores.size(); ++i) {
+        const QRect &ink = inks[i];
+        if (ink.height() < std::max(double(minimumHeight), 1.2 * cores[i].thickness))
+            continue;
+        const std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
+        FoundLine line;
+        line.ink = ink;
+        line.shapeCount = int(shapes.size());
+        line.pieces = piecesOf(shapes, ink);
+        line.endsInRing = endsInRing(maps.ink, shapes, ink);
+        tellScripts(maps, cores[i].box, shapes, line);
+        lines.append(line);
+    }
+    return lines;
+}
+
+} // namespace lucentra

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "find/FoundLine.h"
+#include "read/LineReader.h"
+
+namespace lucentra {
+
+/// The text as it is meant: no spaces between ideographs or kana, a bar that stands for an English I.
+QString tidied(const QString &text);
+
+/// A line's text whose last mark is known to be an ideographic full stop; unchanged where no ideographs or kana
+/// precede.
+QString withFullStop(const QString &text);
+
+/// Whether a reading is writing, or what a picture's edges happened to look like.
+bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);
+
+/// The same for a screen that is a picture for the most part: its flat places have specks that look like letters, too.
+/// A letter or two that stand on the picture itself never are; beside it, surely read, they may be a button's label.
+bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture);
+
+} // namespace lucentra

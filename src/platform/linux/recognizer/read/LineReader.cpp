@@ -1,0 +1,240 @@
+#include "read/LineReader.h"
+
+#include "read/ThreadClock.h"
+
+#include <QFileInfo>
+
+#include <leptonica/allheaders.h>
+#include <tesseract/baseapi.h>
+#include <tesseract/resultiterator.h>
+
+#include <algorithm>
+
+namespace lucentra {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const char *modelName(ReadingLanguage language)
+{
+    switch (language) {
+    case ReadingLanguage::TraditionalChinese:
+        return "chi_tra";
+    case ReadingLanguage::English:
+        return "eng";
+    case ReadingLanguage::Japanese:
+        return "jpn";
+    case ReadingLanguage::SimplifiedChinese:
+        return "chi_sim";
+    case ReadingLanguage::Korean:
+        return "kor";
+    }
+    return "";
+}
+
+/// Where the engine looks for its models, with a slash at the end. It says so once it is asked to load none.
+QString modelFolder()
+{
+    const std::vector<std::string> names{"debug_file"};
+    const std::vector<std::string> values{"/dev/null"};
+    tesseract::TessBaseAPI engine;
+    engine.Init(nullptr, "~none", tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false);
+    const char *path = engine.GetDatapath();
+    return path ? QString::fromLocal8Bit(path) : QString();
+}
+
+std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, bool usesLanguageCorrection)
+{
+    std::vector<std::string> names{"debug_file", "tessedit_do_invert"};
+    std::vector<std::string> values{"/dev/null", "0"};
+    if (!usesLanguageCorrection) {
+        for (const char *name : {"load_system_dawg", "load_freq_dawg", "load_punc_dawg", "load_number_dawg"}) {
+            names.emplace_back(name);
+            values.emplace_back("0");
+        }
+    }
+    auto engine = std::make_unique<tesseract::TessBaseAPI>();
+    if (engine->Init(nullptr, modelName(language), tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
+        return nullptr;
+    return engine;
+}
+
+thread_local std::chrono::microseconds timeOfLoading{0};
+
+/// Whether there is a real space between two words of Korean, which makes a word of each syllable. The engine's boxes
+/// are rough, so the widest gap about there counts.
+bool isSpace(const std::vector<std::uint8_t> &darkest, int left, int right, int height)
+{
+    int widest = 0;
+    int run = 0;
+    const int end = std::min(int(darkest.size()), right + height / 5);
+    for (int x = std::max(0, left - height / 5); x < end; ++x) {
+        run = darkest[std::size_t(x)] >= lightestInk ? run + 1 : 0;
+        widest = std::max(widest, run);
+    }
+    return 100 * widest >= 13 * height;
+}
+
+bool isHangul(QChar character)
+{
+    return character.script() == QChar::Script_Hangul;
+}
+
+} // namespace
+
+/// Holds an engine for as long as it reads.
+class LineReader::Loan
+{
+public:
+    Loan(LineReader &reader, ReadingLanguage language, int most)
+        : m_reader(reader)
+        , m_engine(*reader.borrowed(language, most))
+    {
+    }
+    ~Loan() { m_reader.giveBack(m_engine); }
+    Q_DISABLE_COPY_MOVE(Loan)
+
+    tesseract::TessBaseAPI *api() const { return m_engine.api.get(); }
+
+private:
+    LineReader &m_reader;
+    Engine &m_engine;
+};
+
+LineReader::LineReader(bool usesLanguageCorrection, int maximum)
+    : m_usesLanguageCorrection(usesLanguageCorrection)
+    , m_maximum(std::size_t(std::max(4, maximum)))
+{
+}
+
+LineReader::~LineReader() = default;
+
+bool LineReader::prepare(ReadingLanguage language)
+{
+    return Loan(*this, language, 1).api() != nullptr;
+}
+
+LineReader::Engine *LineReader::borrowed(ReadingLanguage language, int most)
+{
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        int busy = 0;
+        for (Engine &engine : m_engines) {
+            if (engine.language == language && !engine.isBusy) {
+                engine.isBusy = true;
+                return &engine;
+            }
+            busy += engine.language == language ? 1 : 0;
+        }
+        if (busy < most && makePlace())
+            break;
+        m_givenBack.wait(lock);
+    }
+    Engine &engine = m_engines.emplace_back(Engine{language, nullptr});
+    lock.unlock();
+    const auto start = threadTime();
+    engine.api = makeEngine(language, m_usesLanguageCorrection);
+    timeOfLoading += threadTime() - start;
+    return &engine;
+}
+
+std::chrono::microseconds LineReader::loadingTime()
+{
+    return timeOfLoading;
+}
+
+void LineReader::giveBack(Engine &engine)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        engine.isBusy = false;
+        engine.lastUse = ++m_uses;
+    }
+    m_givenBack.notify_all();
+}
+
+bool LineReader::makePlace()
+{
+    if (m_engines.size() < m_maximum)
+        return true;
+    const auto oldest = std::min_element(m_engines.begin(), m_engines.end(), [](const Engine &a, const Engine &b) {
+        return std::pair(a.isBusy, a.lastUse) < std::pair(b.isBusy, b.lastUse);
+    });
+    if (oldest->isBusy)
+        return false;
+    m_engines.erase(oldest);
+    return true;
+}
+
+void LineReader::release()
+{
+    const std::lock_guard lock(m_mutex);
+    m_engines.remove_if([](const Engine &engine) { return !engine.isBusy; });
+}
+
+StripShape LineReader::stripShape(ReadingLanguage language)
+{
+    // The heights are those of the networks. Of shares from .55 to .78 these left the fewest errors.
+    StripShape shape;
+    const bool isSmall = language == ReadingLanguage::English || language == ReadingLanguage::Japanese;
+    shape.height = isSmall ? 36 : 48;
+    shape.inkShare = language == ReadingLanguage::Japanese ? 0.72 : 0.66;
+    return shape;
+}
+
+Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode, int most)
+{
+    if (!strip)
+        return {};
+    const Loan loan(*this, language, most);
+    tesseract::TessBaseAPI *api = loan.api();
+    if (!api)
+        return {};
+    api->SetPageSegMode(mode == ReadingMode::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
+    api->SetImage(strip.get());
+    api->SetSourceResolution(300);
+    Reading reading{{}, 0, language};
+    if (api->Recognize(nullptr) != 0)
+        return reading;
+    const std::unique_ptr<tesseract::ResultIterator> words(api->GetIterator());
+    double sum = 0;
+    qsizetype length = 0;
+    int end = 0;
+    std::vector<std::uint8_t> darkest;
+    if (language == ReadingLanguage::Korean)
+        darkest = darkestOfColumns(strip);
+    while (words && !words->Empty(tesseract::RIL_WORD)) {
+        const std::unique_ptr<char[]> text(words->GetUTF8Text(tesseract::RIL_WORD));
+        const QString word = QString::fromUtf8(text.get()).simplified();
+        if (!word.isEmpty()) {
+            const double confidence = double(words->Confidence(tesseract::RIL_WORD));
+            int left = 0;
+            int top = 0;
+            int right = 0;
+            int bottom = 0;
+            words->BoundingBox(tesseract::RIL_WORD, &left, &top, &right, &bottom);
+            const bool areSyllables = !reading.text.isEmpty() && isHangul(reading.text.back()) && isHangul(word.at(0));
+            if (!reading.text.isEmpty() && (!areSyllables || isSpace(darkest, end, left, pixGetHeight(strip.get()))))
+                reading.text += QLatin1Char(' ');
+            end = right;
+            reading.text += word;
+            sum += confidence * double(word.size());
+            reading.weakest = length == 0 ? confidence : std::min(reading.weakest, confidence);
+            length += word.size();
+        }
+        if (!words->Next(tesseract::RIL_WORD))
+            break;
+    }
+    if (length > 0)
+        reading.confidence = sum / double(length);
+    return reading;
+}
+
+bool LineReader::isInstalled(ReadingLanguage language)
+{
+    static const QString folder = modelFolder();
+    return QFileInfo(folder + QLatin1String(modelName(language)) + u".traineddata"_s).isReadable();
+}
+
+} // namespace lucentra

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "strip/LineNormalizer.h"
+
+#include <QString>
+
+#include <chrono>
+#include <condition_variable>
+#include <list>
+#include <memory>
+#include <mutex>
+
+namespace tesseract {
+class TessBaseAPI;
+}
+
+namespace lucentra {
+
+/// The languages there is a model for, in the order in which they are worth loading.
+enum class ReadingLanguage { TraditionalChinese, English, Japanese, SimplifiedChinese, Korean };
+
+/// How the letters are looked for on a strip.
+enum class ReadingMode {
+    Line,  ///< the engine finds the letters' extent itself: right more often
+    Whole, ///< the strip as it is: at its best where the former sees no letters or cuts some off
+};
+
+/// What a reader made of a strip.
+struct Reading
+{
+    QString text;          ///< one line, without white space at its ends; empty where nothing was recognised
+    double confidence = 0; ///< 0 to 100; the mean over the words, weighted by their length
+    ReadingLanguage language = ReadingLanguage::English; ///< of the model
+    double weakest = 0;                                  ///< confidence of the least sure word
+};
+
+/// The engines: made when they are first needed, lent to one read at a time, kept until they are released. They take
+/// 15 (English) to 50 MB (Chinese) each and share nothing, so there are never more than `maximum` of them (at least 4);
+/// then the one that has been idle for longest makes place. Any thread, several at once.
+class LineReader
+{
+public:
+    /// With `usesLanguageCorrection` the models' word lists weigh in.
+    explicit LineReader(bool usesLanguageCorrection = true, int maximum = 4);
+    ~LineReader();
+
+    /// Loads an engine of a language where there is none. False where its model isn't installed or is broken.
+    bool prepare(ReadingLanguage language);
+
+    /// Reads a strip that fits the language (see `stripShape`). Empty where there is no such model. Waits for
+    /// another read to end where `most` engines of the language are busy.
+    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line, int most = 64);
+
+    /// The processor time that the calling thread has worked so far to load engines, of whichever reader.
+    static std::chrono::microseconds loadingTime();
+
+    /// Frees the memory of all engines that aren't reading.
+    void release();
+
+    /// How large the letters should stand on a language's strips, whose height is the one that its network takes.
+    static StripShape stripShape(ReadingLanguage language);
+
+    /// Whether the model of a language is installed.
+    static bool isInstalled(ReadingLanguage language);
+
+private:
+    struct Engine
+    {
+        ReadingLanguage language;
+        std::unique_ptr<tesseract::TessBaseAPI> api; // null where it failed
+        bool isBusy = true;
+        quint64 lastUse = 0;
+    };
+    class Loan;
+
+    Engine *borrowed(ReadingLanguage language, int most);
+    void giveBack(Engine &engine);
+    bool makePlace();
+
+    const bool m_usesLanguageCorrection;
+    const std::size_t m_maximum;
+    std::mutex m_mutex;
+    std::condition_variable m_givenBack;
+    std::list<Engine> m_engines;
+    quint64 m_uses = 0;
+};
+
+} // namespace lucentra

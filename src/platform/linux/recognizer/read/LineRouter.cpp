@@ -1,0 +1,257 @@
+#include "read/LineRouter.h"
+
+#include "Rules.h"
+#include "find/TextMaps.h"
+#include "read/Writing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <numeric>
+
+namespace lucentra {
+namespace {
+
+// Confidences of a reading, 0 to 100.
+constexpr double certain = 88;       // another language isn't worth its time, even where the script is open
+constexpr double good = 80;          // nor is another try at the same
+constexpr double doubtful = 70;      // other languages are asked as well
+constexpr double hopeless = 40;      // of a picture's edges, or of letters that weren't told apart from it
+constexpr double englishLead = 12;   // English reads Latin letters better than others that are as confident
+constexpr double disagreement = 0.5; // of the confidence goes where a reading is in none of the scripts that are seen
+
+double sumOf(const ScriptShares &scripts)
+{
+    return std::accumulate(scripts.begin(), scripts.end(), 0.0);
+}
+
+/// What a reading is worth: less than its confidence where it is in other scripts than the net sees.
+double worthOf(const Reading &reading, const ScriptShares &seen)
+{
+    const Writing writing = writingOf(reading.text);
+    double worth = reading.confidence;
+    if (reading.language == ReadingLanguage::English && (writing == Writing::Latin || writing == Writing::Digits))
+        worth += englishLead;
+    const Scripts read = scriptsOf(reading.text);
+    if (sumOf(seen) == 0 || read.all() == 0)
+        return worth;
+    if (!isOn("agreement of scripts"))
+        return worth;
+    // An ideograph takes as much room as two letters.
+    const double wideRead = 2.0 * read.wide() / (2.0 * read.wide() + read.latin);
+    const double wideSeen = 1 - seen[TextMaps::Latin] / sumOf(seen);
+    return worth * (1 - disagreement * std::abs(wideRead - wideSeen));
+}
+
+/// Whether a figure is as wide as a lone ideograph or kana.
+bool isSquare(const QSize &ink)
+{
+    return ink.height() >= 8 && 20 * ink.width() >= 13 * ink.height() && 10 * ink.width() <= 15 * ink.height();
+}
+
+} // namespace
+
+/// One line under the router's hands: who has read it, and the best that came out.
+class LineRouter::Attempts
+{
+public:
+    /// Goes on from what has been read.
+    Attempts(const LineNormalizer &line, const ScriptShares &scripts, RoutedReading routed, const PassReader &reader)
+        : m_line(line)
+        , m_scripts(scripts)
+        , m_reader(reader)
+        , m_routed(std::move(routed))
+    {
+    }
+
+    /// Reads once more, unless it has been read so. The better reading stays.
+    Reading read(ReadingLanguage language, Separation separation, ReadingMode mode = ReadingMode::Line)
+    {
+        const Attempt attempt{language, separation, mode};
+        if (m_routed.attempts.contains(attempt))
+            return {};
+        m_routed.attempts.append(attempt);
+        Strip &strip = m_strips[{separation, language}];
+        if (!strip)
+            strip = m_line.strip(separation, LineReader::stripShape(language));
+        // Few engines for what is seldom asked: they take much memory.
+        const bool isUsual = language != ReadingLanguage::SimplifiedChinese && language != ReadingLanguage::Korean;
+        const Reading reading = m_reader.read(strip, language, mode, isUsual ? 64 : 2);
+        take(reading, separation);
+        return reading;
+    }
+
+    /// Takes a reading that is better than the best one so far.
+    void take(const Reading &reading, Separation separation)
+    {
+        if (reading.text.isEmpty() || worthOf(reading, m_scripts) <= worthOf(best(), m_scripts))
+            return;
+        m_routed.best = reading;
+        m_routed.separation = separation;
+    }
+
+    const Reading &best() const { return m_routed.best; }
+    const RoutedReading &routed() const { return m_routed; }
+    const ScriptShares &scripts() const { return m_scripts; }
+    const LineNormalizer &line() const { return m_line; }
+
+private:
+    const LineNormalizer &m_line;
+    const ScriptShares &m_scripts;
+    const PassReader &m_reader;
+    std::map<std::pair<Separation, ReadingLanguage>, Strip> m_strips;
+    RoutedReading m_routed;
+};
+
+LineRouter::LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry)
+    : m_languages(std::move(languages))
+    , m_extras(std::move(extras))
+    , m_mayRetry(mayRetry)
+{
+}
+
+bool LineRouter::reads(ReadingLanguage language) const
+{
+    return m_languages.contains(language) || m_extras.contains(language);
+}
+
+/// The one of the languages with ideographs that the screen is in.
+ReadingLanguage LineRouter::leadingOf(const ScreenLanguages &screen) const
+{
+    QList<ReadingLanguage> wide = m_languages;
+    wide.removeAll(ReadingLanguage::English);
+    return wide.isEmpty() ? ReadingLanguage::English : screen.leading(wide);
+}
+
+/// Who may know a line by its scripts, the likeliest first.
+QList<ReadingLanguage> LineRouter::readersFor(const ScriptShares &scripts, const ScreenLanguages &screen) const
+{
+    const double latin = scripts[TextMaps::Latin];
+    const double wide = sumOf(scripts) - latin;
+    const ReadingLanguage leading = leadingOf(screen);
+    QList<ReadingLanguage> readers;
+    if (latin > 4 * wide)
+        readers = {ReadingLanguage::English, leading};
+    else if (scripts[TextMaps::Hangul] > 0.3 * wide)
+        readers = {ReadingLanguage::Korean, leading};
+    else if (scripts[TextMaps::Kana] > 0.12 * wide)
+        readers = {ReadingLanguage::Japanese, leading};
+    else
+        readers = {leading, ReadingLanguage::Japanese};
+    if (latin > wide)
+        readers.append(ReadingLanguage::English);
+    QList<ReadingLanguage> known;
+    for (const ReadingLanguage reader : readers) {
+        if (reads(reader) && !known.contains(reader))
+            known.append(reader);
+    }
+    return known.isEmpty() ? m_languages : known;
+}
+
+RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &scripts, bool isShort,
+                               const PassReader &reader, const ScreenLanguages &screen) const
+{
+    const QList<ReadingLanguage> readers = readersFor(scripts, screen);
+    RoutedReading routed;
+    routed.separation = line.separations().first();
+    Attempts attempts(line, scripts, routed, reader);
+    if (isOn("lone squares") && isShort && m_mayRetry && isSquare(line.inkSize()) &&
+        readSquare(attempts, leadingOf(screen)))
+        return attempts.routed();
+    for (const Separation separation : line.separations()) {
+        attempts.read(readers.first(), separation);
+        if (isOn("whole strips") && m_mayRetry && attempts.best().confidence < good)
+            attempts.read(readers.first(), separation, ReadingMode::Whole);
+        const double enough = sumOf(scripts) > 0 ? doubtful : certain;
+        for (qsizetype i = 1; i < readers.size() && attempts.best().confidence < enough; ++i)
+            attempts.read(readers[i], separation);
+        if (!m_mayRetry || attempts.best().confidence >= hopeless)
+            break;
+    }
+    return attempts.routed();
+}
+
+/// Reads a figure as a lone ideograph or kana. English makes a letter of nearly each of them and is sure of it, so the
+/// others are asked first; they know Latin letters and digits from their own. False where it is neither.
+bool LineRouter::readSquare(Attempts &attempts, ReadingLanguage leading) const
+{
+    const Separation separation = attempts.line().separations().first();
+    Reading best;
+    for (const ReadingLanguage language : {ReadingLanguage::Japanese, leading}) {
+        if (language == ReadingLanguage::English || !reads(language))
+            continue;
+        Reading reading = attempts.read(language, separation);
+        if (reading.confidence < hopeless)
+            reading = attempts.read(language, separation, ReadingMode::Whole);
+        const Writing writing = writingOf(reading.text);
+        if ((writing == Writing::Latin || writing == Writing::Digits) && reading.confidence >= good)
+            return false;
+        const bool isOne = reading.text.size() == 1 && scriptsOf(reading.text).wide() == 1;
+        if (isOne && reading.confidence >= good && reading.confidence > best.confidence)
+            best = reading;
+        if (writing == Writing::Kana && best.language == ReadingLanguage::Japanese)
+            break;
+    }
+    attempts.take(best, separation);
+    return !best.text.isEmpty();
+}
+
+bool LineRouter::isDoubtful(const RoutedReading &routed) const
+{
+    return m_mayRetry && routed.best.confidence < doubtful;
+}
+
+RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormalizer &line, const ScriptShares &scripts,
+                                 const PassReader &reader, const ScreenLanguages &screen) const
+{
+    Attempts attempts(line, scripts, earlier, reader);
+    QList<ReadingLanguage> readers = readersFor(scripts, screen);
+    if (sumOf(scripts) == 0)
+        readers += m_languages + m_extras;
+    for (const Separation separation : line.separations()) {
+        // The colours may have been wrong, the language hardly was where the letters made sense.
+        if (attempts.best().confidence >= hopeless)
+            attempts.read(attempts.best().language, separation);
+        for (const ReadingLanguage language : readers) {
+            if (attempts.best().confidence >= doubtful)
+                return attempts.routed();
+            attempts.read(language, separation);
+        }
+    }
+    return attempts.routed();
+}
+
+Reading LineRouter::readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
+                              const PassReader &reader, const ScreenLanguages &screen) const
+{
+    const ReadingLanguage wrong =
+        screen.isSimplified() ? ReadingLanguage::TraditionalChinese : ReadingLanguage::SimplifiedChinese;
+    const ReadingLanguage right =
+        screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
+    if (earlier.best.language != wrong || writingOf(earlier.best.text) != Writing::Han || !reads(right))
+        return earlier.best;
+    if (right == ReadingLanguage::SimplifiedChinese && comparison.characters > 0)
+        return writingOf(comparison.simplified.text) == Writing::Han ? comparison.simplified : earlier.best;
+    Attempts attempts(line, {}, {{}, earlier.separation, {}}, reader);
+    attempts.read(right, earlier.separation);
+    return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier.best;
+}
+
+int LineRouter::comparableCharacters(const RoutedReading &routed) const
+{
+    const Reading &best = routed.best;
+    const bool isComparable = m_mayRetry && m_extras.contains(ReadingLanguage::SimplifiedChinese) &&
+                              best.language == ReadingLanguage::TraditionalChinese && best.confidence >= doubtful &&
+                              writingOf(best.text) == Writing::Han;
+    return isComparable ? scriptsOf(best.text).han : 0;
+}
+
+Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, const PassReader &reader) const
+{
+    const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
+    const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1);
+    const int characters = comparableCharacters(routed);
+    return {simplified, (simplified.confidence - routed.best.confidence) * characters, characters};
+}
+
+} // namespace lucentra

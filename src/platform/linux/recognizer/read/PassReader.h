@@ -1,0 +1,32 @@
+#pragma once
+
+#include "read/LineReader.h"
+
+#include <functional>
+
+namespace lucentra {
+
+/// Lets the engines read for one pass over an image. Long strips are read in pieces, so that the end of a pass never
+/// waits for more than one of them; besides, the engines lose words in the middle of very long strips. Any thread.
+class PassReader
+{
+public:
+    /// Both must outlive this object. `isWanted` (if any) is asked before each piece.
+    PassReader(LineReader &reader, const std::function<bool()> &isWanted)
+        : m_reader(reader)
+        , m_isWanted(isWanted)
+    {
+    }
+
+    /// As `LineReader::read`. Empty once the pass isn't wanted any more.
+    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line,
+                 int most = 64) const;
+
+    bool isWanted() const { return !m_isWanted || m_isWanted(); }
+
+private:
+    LineReader &m_reader;
+    const std::function<bool()> &m_isWanted;
+};
+
+} // namespace lucentra

@@ -1,0 +1,213 @@
+#include "read/ScreenPass.h"
+
+#include "Rules.h"
+#include "read/ReaderPool.h"
+
+#include <algorithm>
+#include <latch>
+
+namespace lucentra {
+
+namespace {
+
+/// Seconds of processor time that each worker has for reading an image. A screen full of small print is read to its
+/// end; on one of 8K it can't be, and finding the lines takes its share as well.
+double readingTime(const QSize &size)
+{
+    constexpr double most = 3;
+    constexpr double least = 1.5;
+    constexpr double usual = 3840.0 * 2160; // pixels
+    return std::clamp(most * usual / (double(size.width()) * size.height()), least, most);
+}
+
+} // namespace
+
+ScreenPass::ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> &lines, const LineRouter &thorough,
+                       const LineRouter &hasty, LineReader &reader, ReaderPool &pool,
+                       const std::function<bool()> &isWanted)
+    : m_image(image)
+    , m_ink(ink)
+    , m_thorough(thorough)
+    , m_hasty(hasty)
+    , m_reader(reader, isWanted)
+    , m_pool(pool)
+    , m_budget(pool.workers() * readingTime(image.size()))
+{
+    for (ReadLine &line : lines)
+        m_lines.push_back(&line);
+}
+
+void ScreenPass::run()
+{
+    expectLanguages();
+    withEach(m_lines, [this](ReadLine &line) { read(line); });
+    for (const ReadLine *line : m_lines) {
+        if (!isDoubtful(*line))
+            learn(*line);
+    }
+    const Lines doubtful = doubtfulLines();
+    withEach(doubtful, [this](ReadLine &line) { readOn(line); });
+    for (const ReadLine *line : doubtful)
+        learn(*line);
+    compareChinese();
+    withEach(m_lines, [this](ReadLine &line) { readAlike(line); });
+}
+
+bool ScreenPass::hasLeftOutLines() const
+{
+    return m_budget.isSpent() &&
+           std::ranges::any_of(m_lines, [](const ReadLine *line) { return line->pieces.isEmpty(); });
+}
+
+/// Lets simplified Chinese read some lines as well. Two tell it on most screens; else all are asked.
+void ScreenPass::compareChinese()
+{
+    Lines telling = tellingLines();
+    const auto first = telling.begin() + std::ptrdiff_t(std::min<std::size_t>(2, telling.size()));
+    for (const Lines &lines : {Lines(telling.begin(), first), Lines(first, telling.end())}) {
+        if (!m_screen.isSimplifiedOpen())
+            return;
+        withEach(lines, [this](ReadLine &line) { compare(line); });
+        for (const ReadLine *line : lines)
+            m_screen.learn(line->comparison);
+    }
+}
+
+/// Lets the workers do something with lines, as long as there is time and anybody wants it. Returns when all is done.
+void ScreenPass::withEach(const Lines &lines, const std::function<void(ReadLine &)> &work)
+{
+    std::latch done(std::ssize(lines));
+    for (ReadLine *line : lines) {
+        m_pool.post([&, line] {
+            if (!m_budget.isSpent() && m_reader.isWanted()) {
+                const ReadingBudget::Spending spending(m_budget);
+                work(*line);
+            }
+            done.count_down();
+        });
+    }
+    done.wait();
+}
+
+void ScreenPass::expectLanguages()
+{
+    ScriptShares shares{};
+    for (const ReadLine *line : m_lines) {
+        for (const LinePiece &piece : line->found.pieces) {
+            for (std::size_t i = 0; i < shares.size(); ++i)
+                shares[i] += piece.scripts[i];
+        }
+    }
+    m_screen.expect(shares);
+}
+
+ScreenPass::Lines ScreenPass::doubtfulLines() const
+{
+    Lines doubtful;
+    std::ranges::copy_if(m_lines, std::back_inserter(doubtful),
+                         [this](const ReadLine *line) { return isDoubtful(*line); });
+    return doubtful;
+}
+
+/// The lines by which traditional is told from simplified Chinese, the best first: of a few ideographs, since one says
+/// little and many take long.
+ScreenPass::Lines ScreenPass::tellingLines() const
+{
+    constexpr int few = 9;
+    const auto characters = [this](const ReadLine *line) {
+        return line->pieces.isEmpty() ? 0 : m_thorough.comparableCharacters(line->pieces.first());
+    };
+    Lines telling;
+    std::ranges::copy_if(m_lines, std::back_inserter(telling),
+                         [&](const ReadLine *line) { return characters(line) > 0; });
+    std::ranges::stable_sort(telling, {}, [&](const ReadLine *line) { return std::abs(characters(line) - few); });
+    return telling;
+}
+
+bool ScreenPass::isDoubtful(const ReadLine &line) const
+{
+    return !line.found.isShort() && std::ranges::any_of(line.pieces, [this](const RoutedReading &piece) {
+        return m_thorough.isDoubtful(piece);
+    });
+}
+
+void ScreenPass::read(ReadLine &line) const
+{
+    const LineRouter &router = m_budget.isScarce() ? m_hasty : m_thorough;
+    for (const LinePiece &piece : line.found.pieces) {
+        const LineNormalizer normalizer = normalized(piece.ink);
+        line.isOnPicture |= normalizer.isVaried();
+        line.pieces.append(router.read(normalizer, piece.scripts, line.found.isShort(), m_reader, m_screen));
+    }
+    if (isOn("stretches") && !line.found.stretches.isEmpty() && !m_budget.isScarce())
+        readStretches(line);
+}
+
+/// How sure the pieces of a line are, each by its width.
+double ScreenPass::sureness(const QList<LinePiece> &pieces, const QList<RoutedReading> &readings)
+{
+    double sum = 0;
+    double width = 0;
+    for (qsizetype i = 0; i < readings.size(); ++i) {
+        sum += readings[i].best.confidence * pieces[i].ink.width();
+        width += pieces[i].ink.width();
+    }
+    return width > 0 ? sum / width : 0;
+}
+
+/// Latin letters among others are hard for who reads those, and single letters hard without their neighbours; so a
+/// mixed line that isn't quite sure is read the other way as well, and the surer way stays.
+void ScreenPass::readStretches(ReadLine &line) const
+{
+    constexpr double certain = 92;
+    const double whole = sureness(line.found.pieces, line.pieces);
+    if (whole >= certain)
+        return;
+    QList<RoutedReading> readings;
+    for (const LinePiece &stretch : line.found.stretches)
+        readings.append(m_thorough.read(normalized(stretch.ink), stretch.scripts, false, m_reader, m_screen));
+    const bool isKorean = std::ranges::any_of(line.pieces, [](const RoutedReading &piece) {
+        return piece.best.language == ReadingLanguage::Korean; // which is sure of wrong Latin letters
+    });
+    if (sureness(line.found.stretches, readings) + (isKorean ? 4 : 0) <= whole)
+        return;
+    line.found.pieces = line.found.stretches;
+    line.pieces = readings;
+}
+
+void ScreenPass::readOn(ReadLine &line) const
+{
+    for (qsizetype i = 0; i < line.pieces.size() && !m_budget.isScarce(); ++i) {
+        RoutedReading &piece = line.pieces[i];
+        if (isOn("reading on") && m_thorough.isDoubtful(piece))
+            piece = m_thorough.readOn(piece, normalized(line.found.pieces[i].ink), line.found.pieces[i].scripts,
+                                      m_reader, m_screen);
+    }
+}
+
+void ScreenPass::compare(ReadLine &line) const
+{
+    if (!isOn("two Chineses") || line.pieces.isEmpty() || m_thorough.comparableCharacters(line.pieces.first()) == 0 ||
+        m_budget.isScarce())
+        return;
+    const LineNormalizer normalizer = normalized(line.found.pieces.first().ink);
+    line.comparison = m_thorough.compared(line.pieces.first(), normalizer, m_reader);
+}
+
+void ScreenPass::readAlike(ReadLine &line) const
+{
+    for (qsizetype i = 0; i < line.pieces.size(); ++i) {
+        RoutedReading &piece = line.pieces[i];
+        piece.best = m_thorough.readAlike(normalized(line.found.pieces[i].ink), piece,
+                                          i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
+    }
+}
+
+void ScreenPass::learn(const ReadLine &line)
+{
+    for (const RoutedReading &piece : line.pieces)
+        m_screen.learn(piece);
+    m_screen.learn(line.comparison);
+}
+
+} // namespace lucentra

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "find/FoundLine.h"
+#include "find/TextMaps.h"
+#include "read/LineRouter.h"
+#include "read/PassReader.h"
+#include "read/ReadingBudget.h"
+
+#include <QImage>
+
+#include <functional>
+#include <vector>
+
+namespace lucentra {
+
+class ReaderPool;
+
+/// A line, and what became of it.
+struct ReadLine
+{
+    FoundLine found;
+    QList<RoutedReading> pieces; ///< one for each of the line's pieces
+    Comparison comparison;       ///< of the two ways to write Chinese
+    bool isOnPicture = false;
+};
+
+/// Reads the lines of one image with all workers.
+///
+/// Those that made little sense are read on, and traditional Chinese is compared with simplified, until the screen's is
+/// known; at the end all of it is read alike. What is learned of the screen is learned between these steps, on the
+/// calling thread.
+class ScreenPass
+{
+public:
+    /// `ink` is what the net sees of the letters. `lines` come with what was found, the longest first; all that is
+    /// given must outlive the pass. `hasty` is the router where time runs short. Lines that nobody has time for, or
+    /// that aren't wanted any more once `isWanted` (if any; called on the workers) says no, stay unread.
+    ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> &lines, const LineRouter &thorough,
+               const LineRouter &hasty, LineReader &reader, ReaderPool &pool, const std::function<bool()> &isWanted);
+
+    /// Returns when all is read.
+    void run();
+    /// Whether there was no time for some of the lines.
+    bool hasLeftOutLines() const;
+
+private:
+    using Lines = std::vector<ReadLine *>;
+
+    void withEach(const Lines &lines, const std::function<void(ReadLine &)> &work);
+    void expectLanguages();
+    Lines doubtfulLines() const;
+    Lines tellingLines() const;
+    void compareChinese();
+    bool isDoubtful(const ReadLine &line) const;
+
+    static double sureness(const QList<LinePiece> &pieces, const QList<RoutedReading> &readings);
+    void read(ReadLine &line) const;
+    void readStretches(ReadLine &line) const;
+    void readOn(ReadLine &line) const;
+    void compare(ReadLine &line) const;
+    void readAlike(ReadLine &line) const;
+    void learn(const ReadLine &line);
+
+    LineNormalizer normalized(const QRect &ink) const { return {m_image, ink, m_ink}; }
+
+    const QImage &m_image;
+    const SureMap &m_ink;
+    Lines m_lines;
+    const LineRouter &m_thorough;
+    const LineRouter &m_hasty;
+    const PassReader m_reader;
+    ReaderPool &m_pool;
+    ReadingBudget m_budget;
+    ScreenLanguages m_screen;
+};
+
+} // namespace lucentra

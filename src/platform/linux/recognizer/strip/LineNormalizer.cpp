@@ -1,0 +1,416 @@
+#include "strip/LineNormalizer.h"
+
+#include "Rules.h"
+
+#include <QPointF>
+
+#include <leptonica/allheaders.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+#include <vector>
+
+namespace lucentra {
+namespace {
+
+constexpr double marginShare = 0.12; // of the line's height, around it
+constexpr double commonShare = 0.35; // of the rim; a rim with a commoner colour is flat
+
+struct Rgb
+{
+    float red = 0;
+    float green = 0;
+    float blue = 0;
+};
+
+Rgb operator-(const Rgb &a, const Rgb &b)
+{
+    return {a.red - b.red, a.green - b.green, a.blue - b.blue};
+}
+Rgb operator+(const Rgb &a, const Rgb &b)
+{
+    return {a.red + b.red, a.green + b.green, a.blue + b.blue};
+}
+Rgb operator/(const Rgb &a, float divisor)
+{
+    return {a.red / divisor, a.green / divisor, a.blue / divisor};
+}
+float dot(const Rgb &a, const Rgb &b)
+{
+    return a.red * b.red + a.green * b.green + a.blue * b.blue;
+}
+float length(const Rgb &a)
+{
+    return std::sqrt(dot(a, a));
+}
+float brightness(const Rgb &a)
+{
+    return 0.3F * a.red + 0.59F * a.green + 0.11F * a.blue;
+}
+
+Rgb colourOf(QRgb pixel)
+{
+    return {float(qRed(pixel)), float(qGreen(pixel)), float(qBlue(pixel))};
+}
+
+Rgb mean(const std::vector<Rgb> &colours)
+{
+    const Rgb sum = std::accumulate(colours.begin(), colours.end(), Rgb{});
+    return sum / float(std::max<std::size_t>(1, colours.size()));
+}
+
+/// The commonest of the colours, to 16 levels a channel, with its neighbours.
+std::vector<Rgb> commonest(const std::vector<Rgb> &colours)
+{
+    std::array<int, 4096> counts{};
+    const auto bucket = [](const Rgb &c) {
+        const int place = int(c.red) / 16 * 256 + int(c.green) / 16 * 16 + int(c.blue) / 16;
+        return std::size_t(place);
+    };
+    for (const Rgb &colour : colours)
+        ++counts[bucket(colour)];
+    const std::size_t most = std::size_t(std::max_element(counts.begin(), counts.end()) - counts.begin());
+    std::vector<Rgb> members;
+    for (const Rgb &colour : colours) {
+        if (bucket(colour) == most)
+            members.push_back(colour);
+    }
+    const Rgb centre = mean(members);
+    members.clear();
+    std::copy_if(colours.begin(), colours.end(), std::back_inserter(members),
+                 [&](const Rgb &colour) { return length(colour - centre) < 20; });
+    return members;
+}
+
+/// The value that `share` of the values don't exceed.
+float percentile(std::vector<float> values, double share)
+{
+    const auto place = values.begin() + std::ptrdiff_t(share * double(values.size() - 1));
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
+}
+
+std::vector<Rgb> pixelsOf(const QImage &image, const QRect &area)
+{
+    std::vector<Rgb> pixels;
+    pixels.reserve(std::size_t(area.width()) * std::size_t(area.height()));
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        const QRgb *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = area.left(); x <= area.right(); ++x)
+            pixels.push_back(colourOf(row[x]));
+    }
+    return pixels;
+}
+
+std::vector<Rgb> rimOf(const QImage &image, const QRect &area)
+{
+    std::vector<Rgb> rim;
+    for (const QRect &side :
+         {QRect(area.left(), area.top(), area.width(), 1), QRect(area.left(), area.bottom(), area.width(), 1),
+          QRect(area.left(), area.top(), 1, area.height()), QRect(area.right(), area.top(), 1, area.height())}) {
+        const std::vector<Rgb> pixels = pixelsOf(image, side);
+        rim.insert(rim.end(), pixels.begin(), pixels.end());
+    }
+    return rim;
+}
+
+/// 0 on the paper, 1 where a pixel has the ink's colour, by the place on the line between the two.
+std::vector<float> alongAxis(const std::vector<Rgb> &pixels, const Rgb &paper)
+{
+    std::vector<float> distances;
+    distances.reserve(pixels.size());
+    for (const Rgb &pixel : pixels)
+        distances.push_back(length(pixel - paper));
+    const float far = std::max(8.F, 0.8F * percentile(distances, 0.97));
+    std::vector<Rgb> inks;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (distances[i] >= far)
+            inks.push_back(pixels[i]);
+    }
+    const Rgb axis = mean(inks) - paper;
+    const float scale = 1 / std::max(64.F, dot(axis, axis));
+    std::vector<float> coverage;
+    coverage.reserve(pixels.size());
+    for (const Rgb &pixel : pixels)
+        coverage.push_back(std::clamp(dot(pixel - paper, axis) * scale, 0.F, 1.F));
+    return coverage;
+}
+
+/// 1 where a pixel has the colour of the brightest (or darkest) letters, 0 where it is as far from it as most are.
+std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
+{
+    std::vector<float> levels;
+    levels.reserve(pixels.size());
+    for (const Rgb &pixel : pixels)
+        levels.push_back(isBright ? brightness(pixel) : -brightness(pixel));
+    const float high = percentile(levels, 0.92);
+    std::vector<Rgb> extremes;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (levels[i] >= high)
+            extremes.push_back(pixels[i]);
+    }
+    const Rgb fill = mean(commonest(extremes));
+    std::vector<float> distances;
+    distances.reserve(pixels.size());
+    for (const Rgb &pixel : pixels)
+        distances.push_back(length(pixel - fill));
+    const float far = std::max(24.F, 0.85F * percentile(distances, 0.6));
+    std::vector<float> coverage;
+    coverage.reserve(pixels.size());
+    for (const float distance : distances)
+        coverage.push_back(std::clamp((0.75F - distance / far) / 0.55F, 0.F, 1.F));
+    return coverage;
+}
+
+/// A plane of numbers, row by row.
+struct Plane
+{
+    int width;
+    int height;
+    std::vector<float> values;
+
+    Plane(int w, int h)
+        : width(w)
+        , height(h)
+        , values(std::size_t(w) * std::size_t(h))
+    {
+    }
+    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
+    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
+};
+
+/// In how many columns there is ink.
+int inkedColumns(const Plane &coverage)
+{
+    int count = 0;
+    for (int x = 0; x < coverage.width; ++x) {
+        int y = 0;
+        while (y < coverage.height && coverage.row(y)[x] < 0.5F)
+            ++y;
+        count += y < coverage.height ? 1 : 0;
+    }
+    return count;
+}
+
+/// The coverage without what has the letters' colour and reaches the rim: a bright ground that outlines keep from the
+/// letters. Where there are no such outlines, so that the letters would go with the ground, everything stays.
+Plane withoutRim(const Plane &original)
+{
+    constexpr float least = 0.4F; // soft edges go too
+    Plane coverage = original;
+    std::vector<QPoint> open;
+    const auto take = [&](const QPoint &at) {
+        if (at.x() < 0 || at.y() < 0 || at.x() >= coverage.width || at.y() >= coverage.height ||
+            coverage.row(at.y())[at.x()] < least)
+            return;
+        coverage.row(at.y())[at.x()] = 0;
+        open.push_back(at);
+    };
+    for (int x = 0; x < coverage.width; ++x) {
+        take({x, 0});
+        take({x, coverage.height - 1});
+    }
+    for (int y = 0; y < coverage.height; ++y) {
+        take({0, y});
+        take({coverage.width - 1, y});
+    }
+    while (!open.empty()) {
+        const QPoint at = open.back();
+        open.pop_back();
+        for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)})
+            take(at + step);
+    }
+    // Letters leave about a third of the columns empty; of .45 and .6 this lost fewer lines of drawn screens.
+    return 100 * inkedColumns(coverage) >= 45 * coverage.width ? coverage : original;
+}
+
+/// The source pixels that make a target pixel, and their shares.
+struct Taps
+{
+    int first;
+    std::vector<float> shares;
+};
+
+/// Cubic convolution, which keeps thin strokes apart better than straight interpolation does; widened where it shrinks.
+std::vector<Taps> tapsFor(int target, double scale)
+{
+    constexpr double sharpness = -0.75;
+    const double stretch = std::max(1.0, 1 / scale);
+    std::vector<Taps> result;
+    for (int i = 0; i < target; ++i) {
+        const double centre = (i + 0.5) / scale - 0.5;
+        Taps taps{int(std::floor(centre - 2 * stretch)) + 1, {}};
+        float sum = 0;
+        for (int k = taps.first; k < centre + 2 * stretch; ++k) {
+            const double d = std::abs(k - centre) / stretch;
+            const double near = ((sharpness + 2) * d - (sharpness + 3)) * d * d + 1;
+            const double far = sharpness * (((d - 5) * d + 8) * d - 4);
+            taps.shares.push_back(float(d < 1 ? near : far));
+            sum += taps.shares.back();
+        }
+        for (float &share : taps.shares)
+            share /= sum;
+        result.push_back(std::move(taps));
+    }
+    return result;
+}
+
+/// The plane scaled by `scale.x()` and `scale.y()`.
+Plane resized(const Plane &source, const QPointF &scale)
+{
+    Plane wide(std::max(1, int(std::lround(source.width * scale.x()))), source.height);
+    const std::vector<Taps> columns = tapsFor(wide.width, scale.x());
+    for (int y = 0; y < wide.height; ++y) {
+        for (int x = 0; x < wide.width; ++x) {
+            const Taps &taps = columns[std::size_t(x)];
+            float sum = 0;
+            for (std::size_t k = 0; k < taps.shares.size(); ++k)
+                sum += taps.shares[k] * source.row(y)[std::clamp(taps.first + int(k), 0, source.width - 1)];
+            wide.row(y)[x] = sum;
+        }
+    }
+    Plane result(wide.width, std::max(1, int(std::lround(source.height * scale.y()))));
+    const std::vector<Taps> rows = tapsFor(result.height, scale.y());
+    for (int y = 0; y < result.height; ++y) {
+        const Taps &taps = rows[std::size_t(y)];
+        float *out = result.row(y);
+        for (std::size_t k = 0; k < taps.shares.size(); ++k) {
+            const float *in = wide.row(std::clamp(taps.first + int(k), 0, wide.height - 1));
+            for (int x = 0; x < result.width; ++x)
+                out[x] += taps.shares[k] * in[x];
+        }
+    }
+    return result;
+}
+
+/// Dark where the coverage is high.
+Strip greyOf(const Plane &coverage)
+{
+    Strip grey(pixCreate(coverage.width, coverage.height, 8));
+    for (int y = 0; y < coverage.height; ++y) {
+        l_uint32 *line = pixGetData(grey.get()) + std::ptrdiff_t(y) * pixGetWpl(grey.get());
+        for (int x = 0; x < coverage.width; ++x)
+            SET_DATA_BYTE(line, x, l_uint8(255.5F - 255 * std::clamp(coverage.row(y)[x], 0.F, 1.F)));
+    }
+    return grey;
+}
+
+} // namespace
+
+void PixDeleter::operator()(Pix *pix) const
+{
+    pixDestroy(&pix);
+}
+
+std::vector<std::uint8_t> darkestOfColumns(const Strip &strip)
+{
+    std::vector<std::uint8_t> darkest(std::size_t(pixGetWidth(strip.get())), 255);
+    for (int y = 0; y < pixGetHeight(strip.get()); ++y) {
+        const l_uint32 *row = pixGetData(strip.get()) + std::ptrdiff_t(y) * pixGetWpl(strip.get());
+        for (std::size_t x = 0; x < darkest.size(); ++x)
+            darkest[x] = std::min(darkest[x], std::uint8_t(GET_DATA_BYTE(row, x)));
+    }
+    return darkest;
+}
+
+LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen)
+    : m_image(image)
+    , m_seen(seen)
+    , m_ink(ink)
+{
+    const int margin = std::max(2, int(std::lround(marginShare * ink.height())));
+    m_crop = ink.adjusted(-margin, -margin, margin, margin).intersected(image.rect());
+    const std::vector<Rgb> rim = rimOf(image, m_crop);
+    const std::vector<Rgb> common = commonest(rim);
+    const Rgb paper = mean(common);
+    m_paper = QColor::fromRgb(int(paper.red), int(paper.green), int(paper.blue));
+    m_isVaried = double(common.size()) < commonShare * double(rim.size());
+}
+
+QList<Separation> LineNormalizer::separations() const
+{
+    if (m_isVaried)
+        return isOn("mask") ? QList{Separation::Mask, Separation::BrightFill, Separation::Axis, Separation::DarkFill}
+                            : QList{Separation::BrightFill, Separation::Axis, Separation::DarkFill};
+    return {Separation::Axis, Separation::Mask};
+}
+
+/// A pixel's place between the colours of the paper around the letters and of the letters, where the net sees ink.
+std::vector<float> LineNormalizer::maskedCoverage() const
+{
+    constexpr int sure = 160; // of 255
+    constexpr int paper = 38;
+    constexpr float least = 0.12F;
+    constexpr float range = 0.3F;
+    std::vector<Rgb> inks;
+    std::vector<Rgb> papers;
+    const std::vector<Rgb> pixels = pixelsOf(m_image, m_crop);
+    std::vector<int> seen;
+    seen.reserve(pixels.size());
+    for (int y = m_crop.top(); y <= m_crop.bottom(); ++y)
+        seen.insert(seen.end(), m_seen.row(y) + m_crop.left(), m_seen.row(y) + m_crop.right() + 1);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (seen[i] >= sure)
+            inks.push_back(pixels[i]);
+        else if (seen[i] < paper)
+            papers.push_back(pixels[i]);
+    }
+    const Rgb ground = mean(papers);
+    const Rgb axis = mean(inks) - ground;
+    const float scale = 1 / std::max(64.F, dot(axis, axis));
+    std::vector<float> coverage;
+    coverage.reserve(pixels.size());
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const float place = std::clamp((dot(pixels[i] - ground, axis) * scale - 0.2F) / 0.65F, 0.F, 1.F);
+        coverage.push_back(place * std::clamp((float(seen[i]) / 255 - least) / range, 0.F, 1.F));
+    }
+    return coverage;
+}
+
+/// Takes away what isn't near the ink that the net sees: rules, frames, icons, the row beneath.
+void LineNormalizer::dropFarFromInk(std::vector<float> &coverage) const
+{
+    constexpr int least = 50; // of 255
+    const int reach = std::max(2, m_ink.height() / 10);
+    const Strip ink(pixCreate(m_crop.width(), m_crop.height(), 1));
+    for (int y = 0; y < m_crop.height(); ++y) {
+        l_uint32 *bits = pixGetData(ink.get()) + std::ptrdiff_t(y) * pixGetWpl(ink.get());
+        const std::uint8_t *seen = m_seen.row(m_crop.top() + y) + m_crop.left();
+        for (int x = 0; x < m_crop.width(); ++x) {
+            if (seen[x] >= least)
+                SET_DATA_BIT(bits, x);
+        }
+    }
+    const Strip near(pixDilateBrick(nullptr, ink.get(), 2 * reach + 1, 2 * reach + 1));
+    for (int y = 0; y < m_crop.height(); ++y) {
+        const l_uint32 *bits = pixGetData(near.get()) + std::ptrdiff_t(y) * pixGetWpl(near.get());
+        for (int x = 0; x < m_crop.width(); ++x)
+            coverage[std::size_t(y * m_crop.width() + x)] *= float(GET_DATA_BIT(bits, x));
+    }
+}
+
+Strip LineNormalizer::strip(Separation separation, const StripShape &shape) const
+{
+    const std::vector<Rgb> pixels = pixelsOf(m_image, m_crop);
+    Plane coverage(m_crop.width(), m_crop.height());
+    coverage.values = separation == Separation::Mask   ? maskedCoverage()
+                      : separation == Separation::Axis ? alongAxis(pixels, colourOf(m_paper.rgb()))
+                                                       : byFill(pixels, separation == Separation::BrightFill);
+    if (separation == Separation::BrightFill || separation == Separation::DarkFill)
+        coverage = isOn("reaches the rim") ? withoutRim(coverage) : coverage;
+    if (isOn("far from ink"))
+        dropFarFromInk(coverage.values);
+    const double scale = shape.height * shape.inkShare / m_ink.height();
+    const Strip scaled = greyOf(resized(coverage, {scale * shape.widthScale, scale}));
+    const int width = pixGetWidth(scaled.get());
+    const int height = pixGetHeight(scaled.get());
+    Strip strip(pixCreate(width + 2 * shape.padding, shape.height, 8));
+    pixSetAll(strip.get());
+    const int top = int(std::lround((shape.height * (1 - shape.inkShare)) / 2 - (m_ink.top() - m_crop.top()) * scale));
+    pixRasterop(strip.get(), shape.padding, top, width, height, PIX_SRC, scaled.get(), 0, 0);
+    return strip;
+}
+
+} // namespace lucentra
