@@ -17,7 +17,8 @@ from PIL import Image
 HIDE = """*,*::before,*::after,*::placeholder{-webkit-text-fill-color:transparent!important;transition:none!important;
 animation:none!important;caret-color:transparent!important}.gradient{background:none!important}"""
 
-# Runs in the page. For each run of one script: block, left, top, right, bottom, script, fill colour, text.
+# Runs in the page. For each run of one script: block, left, top, right, bottom, script, fill colour, whether it is more
+# than white space, how much of its height clipping leaves, text.
 # Boxes are cut to what clipping ancestors leave; covered ones are left out. Underlines get a colour of their own first.
 PIECES = r"""(() => {
 const runs = /[\u1100-\u11ff\u3130-\u318f\uac00-\ud7a3]+|[\u3041-\u3096\u30a1-\u30ff]+|[\u3005\u3400-\u9fff\uf900-\ufaff]+|[A-Za-z\u00c0-\u024f0-9]+|[^\u1100-\u11ff\u3130-\u318f\uac00-\ud7a3\u3041-\u3096\u30a1-\u30ff\u3005\u3400-\u9fff\uf900-\ufaffA-Za-z\u00c0-\u024f0-9]+/g;
@@ -47,7 +48,7 @@ for (let node; node = walker.nextNode();) {
       if (q[2] - q[0] < .5 || q[3] - q[1] < 3) continue;
       const over = document.elementFromPoint((q[0] + q[2]) / 2, (q[1] + q[3]) / 2);
       if (over && !over.contains(e) && !e.contains(over)) continue;
-      out.push([blocks.get(block), ...q, kind(match[0]), fill, match[0].trim() ? 1 : 0, (q[3] - q[1]) / (r.bottom - r.top)]);
+      out.push([blocks.get(block), ...q, kind(match[0]), fill, match[0].trim() ? 1 : 0, (q[3] - q[1]) / (r.bottom - r.top), match[0]]);
     }
   }
 }

@@ -18,7 +18,7 @@ LAYERS = (
     ("d32", 3, 2, 1, 64, 80, True), ("b32", 3, 1, 1, 80, 80, True), ("c32", 3, 1, 2, 80, 80, True),
     ("l16", 1, 1, 1, 80, 64, False), ("u16", 3, 1, 1, 64, 64, True),
     ("l8", 1, 1, 1, 64, 40, False), ("u8", 3, 1, 1, 40, 40, True),
-    ("script", 1, 1, 1, 40, 4, False),
+    ("s8", 3, 1, 1, 40, 32, True), ("script", 1, 1, 1, 32, 4, False),
     ("l4", 1, 1, 1, 40, 24, False), ("u4", 3, 1, 1, 24, 16, True),
     ("l2", 1, 1, 1, 16, 16, False), ("u2", 3, 1, 1, 16, 8, True),
     ("out", 3, 1, 1, 8, 6, False),
@@ -50,7 +50,7 @@ class Net(nn.Module):
         t8 = self.u8(e8 + up(self.l8(t)))
         t = self.u4(e4 + up(self.l4(t8)))
         t = self.u2(e2 + up(self.l2(t)))
-        return self.out(t), self.script(t8)
+        return self.out(t), self.script(self.s8(t8))
 
 
 def multiply_adds(width=960, height=576):

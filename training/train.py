@@ -60,6 +60,11 @@ class Crops(Dataset):
                 ((part & UNSURE) == 0)[None].astype(np.float32), (script[None] >> np.arange(4)[:, None, None] & 1).astype(np.float32))
 
 
+def has_hangul(name):
+    script = np.load(name + ".script.npy")
+    return (script & 8 > 0).sum() > .2 * (script > 0).sum()
+
+
 def changed(picture, chance):
     """Lossy, blurred, inverted, recoloured, paler or noisy."""
     if chance.random() < .22:
@@ -89,6 +94,7 @@ def changed(picture, chance):
     return values
 
 
+RARE = torch.tensor([1., 1.5, 2., 4.]).view(1, 4, 1, 1)  # weight of each script
 POSITIVE = torch.tensor([1.] * 4 + [2., 2.]).view(1, 6, 1, 1)  # weight of what is there
 
 
@@ -104,8 +110,8 @@ def loss(outputs, truth, sure, script):
     dice = overlap(torch.sigmoid(maps) * sure, truth * sure)
     parts = 2 * entropy + 1 - dice
     known = (script.sum(1, keepdim=True) > 0).float() * 3 + 1
-    kinds = (functional.binary_cross_entropy_with_logits(scripts, script, reduction="none") * known).mean()
-    return parts[:4].mean() + parts[4] + parts[5] + .5 * kinds, dice.detach(), kinds.detach()
+    kinds = (functional.binary_cross_entropy_with_logits(scripts, script, reduction="none", pos_weight=RARE) * known).mean()
+    return parts[:4].mean() + parts[4] + parts[5] + kinds, dice.detach(), kinds.detach()
 
 
 def main():
@@ -121,9 +127,11 @@ def main():
     torch.manual_seed(1)
     names = sorted(path[:-len(".full.npy")] for path in glob.glob(given.samples + "/*.full.npy"))
     held, taught = names[::HELD_BACK], [name for i, name in enumerate(names) if i % HELD_BACK]
+    taught += [name for name in taught if has_hangul(name)] * 2  # a tenth of the letters otherwise
     net, mean, step = Net(), Net(), 0
     if given.start:
-        net.load_state_dict(torch.load(given.start))
+        own = net.state_dict()  # layers that have changed begin anew
+        net.load_state_dict({k: v for k, v in torch.load(given.start).items() if k in own and own[k].shape == v.shape}, strict=False)
     mean.load_state_dict(net.state_dict())
     optimizer = torch.optim.AdamW(net.parameters(), lr=given.rate, weight_decay=1e-4)
     if os.path.exists(given.out + ".state"):

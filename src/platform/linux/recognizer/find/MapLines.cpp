@@ -22,6 +22,7 @@ constexpr double leastLatinInHangul = 1.2; // Korean hardly does
 constexpr double leastWide = 0.9;
 constexpr double spaceWidth = 0.25; // of a gap
 
+constexpr double flat = 1.4;  // of the core's height at half size; a full character has four
 constexpr int leastArea = 3;  // half pixels; of a line's core
 constexpr double reach = 0.8; // of the core's height; ink that is farther off belongs to nothing
 
@@ -155,6 +156,14 @@ std::vector<QRect> shapesOf(const TextMaps &maps, const Places &places, const QR
     return shapes;
 }
 
+/// The ink of a line of flat characters, such as a lone ideograph for one, as high as other characters are.
+QRect heightened(const QRect &ink, const Core &core)
+{
+    const int half = int(2 * core.thickness); // the core is half as high as the line and measured at half size
+    const int middle = core.box.top() + core.box.bottom() + 1;
+    return ink | QRect(QPoint(ink.left(), middle - half), QPoint(ink.right(), middle + half - 1));
+}
+
 /// How sure the net is of each script in some columns of a core. At each place only the surest counts.
 ScriptShares scriptsIn(const TextMaps &maps, const QRect &core, int left, int right)
 {
@@ -277,10 +286,14 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
     }
     QList<FoundLine> lines;
     for (std::size_t i = 0; i < cores.size(); ++i) {
-        const QRect &ink = inks[i];
-        if (ink.height() < std::max(double(minimumHeight), 1.2 * cores[i].thickness))
+        QRect ink = inks[i];
+        if (ink.isNull())
             continue;
         const std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
+        if (ink.height() < flat * cores[i].thickness)
+            ink = heightened(ink, cores[i]);
+        if (ink.height() < minimumHeight)
+            continue;
         FoundLine line;
         line.ink = ink;
         line.shapeCount = int(shapes.size());

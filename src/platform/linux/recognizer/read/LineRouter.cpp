@@ -205,9 +205,7 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
                                  const PassReader &reader, const ScreenLanguages &screen) const
 {
     Attempts attempts(line, scripts, earlier, reader);
-    QList<ReadingLanguage> readers = readersFor(scripts, screen);
-    if (sumOf(scripts) == 0)
-        readers += m_languages + m_extras;
+    const QList<ReadingLanguage> readers = readersFor(scripts, screen) + m_languages + m_extras; // the net may be wrong
     for (const Separation separation : line.separations()) {
         // The colours may have been wrong, the language hardly was where the letters made sense.
         if (attempts.best().confidence >= hopeless)
