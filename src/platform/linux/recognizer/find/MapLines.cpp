@@ -1,9 +1,7 @@
 #include "find/MapLines.h"
 
+#include "Mask.h"
 #include "find/LineMarks.h"
-#include "find/Runs.h"
-
-#include <leptonica/allheaders.h>
 
 #include <algorithm>
 #include <numeric>
@@ -23,6 +21,7 @@ constexpr double leastWide = 0.9;
 constexpr double spaceWidth = 0.25; // of a gap
 
 constexpr double flat = 1.4;  // of the core's height at half size; a full character has four
+constexpr int leastWidth = 2; // half pixels; of what gaps leave of a core
 constexpr int leastArea = 3;  // half pixels; of a line's core
 constexpr double reach = 0.8; // of the core's height; ink that is farther off belongs to nothing
 
@@ -48,51 +47,43 @@ struct Places
     std::size_t at(int x, int y) const { return std::size_t(y) * std::size_t(width) + std::size_t(x); }
 };
 
-std::vector<Run> coreRuns(const TextMaps &maps)
-{
-    std::vector<Run> runs;
-    for (int y = 0; y < maps.core.height; ++y) {
-        const std::uint8_t *core = maps.core.row(y);
-        const std::uint8_t *gap = maps.gap.row(y);
-        for (int x = 0; x < maps.core.width; ++x) {
-            if (core[x] < leastCore || gap[x] >= core[x]) // the wide spaces of a line are open between the two
-                continue;
-            const bool goesOn = !runs.empty() && runs.back().y == y && runs.back().right == x - 1;
-            if (goesOn)
-                ++runs.back().right;
-            else
-                runs.push_back({y, x, x, int(runs.size())});
-        }
-    }
-    connect(runs, 0);
-    return runs;
-}
-
 /// The cores, and in `places` which place is in which.
 std::vector<Core> coresOf(const TextMaps &maps, Places &places)
 {
-    std::vector<Run> runs = coreRuns(maps);
-    std::vector<Core> cores(runs.size());
-    for (std::size_t i = 0; i < runs.size(); ++i) {
-        const Run &run = runs[i];
-        Core &core = cores[std::size_t(rootOf(runs, int(i)))];
-        core.box |= QRect(QPoint(run.left, run.y), QPoint(run.right, run.y));
-        core.area += run.right - run.left + 1;
-        const std::uint8_t *row = maps.core.row(run.y);
-        core.sum = std::accumulate(row + run.left, row + run.right + 1, core.sum);
-    }
-    for (Core &core : cores) {
-        if (core.area > 0)
-            core.thickness = std::clamp(1.15 * core.area / core.box.width(), 1.0, double(core.box.height()));
-    }
-    for (std::size_t i = 0; i < runs.size(); ++i) {
-        const int root = rootOf(runs, int(i));
-        if (!cores[std::size_t(root)].isSure())
-            continue;
-        for (int x = runs[i].left; x <= runs[i].right; ++x) {
-            places.lines[places.at(x, runs[i].y)] = root + 1;
-            places.distances[places.at(x, runs[i].y)] = 0;
+    const auto isCore = [&](int x, int y) { return maps.core.row(y)[x] >= leastCore; };
+    const auto isInside = [&](int x, int y) { // the wide spaces of a line are open between the two
+        return isCore(x, y) && maps.gap.row(y)[x] < maps.core.row(y)[x];
+    };
+    const Strip whole = maskOf(places.width, places.height, isCore);
+    const Strip parted(pixSelectBySize(maskOf(places.width, places.height, isInside).get(), leastWidth, 0, 4,
+                                       L_SELECT_WIDTH, L_SELECT_IF_GTE, nullptr));
+    // Gaps part lines. Where they leave nothing of one, such as of a lone digit, it stays whole.
+    const Strip known(pixSeedfillBinary(nullptr, parted.get(), whole.get(), 4));
+    const Strip others(pixSubtract(nullptr, whole.get(), known.get()));
+    const Strip mask(pixOr(nullptr, parted.get(), others.get()));
+    const Strip numbers(pixConnCompTransform(mask.get(), 4, 32));
+    std::vector<Core> cores;
+    for (int y = 0; y < places.height; ++y) {
+        const l_uint32 *row = pixGetData(numbers.get()) + std::ptrdiff_t(y) * pixGetWpl(numbers.get());
+        for (int x = 0; x < places.width; ++x) {
+            const std::size_t number = row[x];
+            if (number == 0)
+                continue;
+            cores.resize(std::max(cores.size(), number));
+            Core &core = cores[number - 1];
+            core.box |= QRect(x, y, 1, 1);
+            core.area += 1;
+            core.sum += maps.core.row(y)[x];
+            places.lines[places.at(x, y)] = int(number);
         }
+    }
+    for (Core &core : cores)
+        core.thickness = std::clamp(1.15 * core.area / core.box.width(), 1.0, double(core.box.height()));
+    for (std::size_t i = 0; i < places.lines.size(); ++i) {
+        if (places.lines[i] > 0 && cores[std::size_t(places.lines[i] - 1)].isSure())
+            places.distances[i] = 0;
+        else
+            places.lines[i] = 0;
     }
     return cores;
 }
@@ -131,17 +122,11 @@ void spread(Places &places)
 /// The letters of a line, and parts of them: what hangs together of its ink.
 std::vector<QRect> shapesOf(const TextMaps &maps, const Places &places, const QRect &ink, int line)
 {
-    PIX *letters = pixCreate(ink.width(), ink.height(), 1);
-    for (int y = 0; y < ink.height(); ++y) {
-        const std::uint8_t *row = maps.ink.row(ink.top() + y);
-        l_uint32 *bits = pixGetData(letters) + std::ptrdiff_t(y) * pixGetWpl(letters);
-        for (int x = 0; x < ink.width(); ++x) {
-            const int fullX = ink.left() + x;
-            if (row[fullX] >= leastInk && places.lines[places.at(fullX / 2, (ink.top() + y) / 2)] == line)
-                SET_DATA_BIT(bits, x);
-        }
-    }
-    BOXA *boxes = pixConnCompBB(letters, 8);
+    const Strip letters = maskOf(ink.width(), ink.height(), [&](int x, int y) {
+        const QPoint at = ink.topLeft() + QPoint(x, y);
+        return maps.ink.row(at.y())[at.x()] >= leastInk && places.lines[places.at(at.x() / 2, at.y() / 2)] == line;
+    });
+    BOXA *boxes = pixConnCompBB(letters.get(), 8);
     std::vector<QRect> shapes;
     for (int i = 0; i < boxaGetCount(boxes); ++i) {
         l_int32 x = 0;
@@ -152,7 +137,6 @@ std::vector<QRect> shapesOf(const TextMaps &maps, const Places &places, const QR
         shapes.push_back(QRect(x, y, width, height).translated(ink.topLeft()));
     }
     boxaDestroy(&boxes);
-    pixDestroy(&letters);
     return shapes;
 }
 

@@ -129,7 +129,7 @@ TextNet::TextNet(const QString &path)
     if (stream.status() != QDataStream::Ok)
         throw broken;
     for (const char *name : {"stem", "d4",  "b4", "d8", "b8",     "d16", "b16", "d32", "b32", "c32",
-                             "l16",  "u16", "l8", "u8", "script", "l4",  "u4",  "l2",  "u2",  "out"}) {
+                             "l16",  "u16", "l8", "u8", "s8", "script", "l4",  "u4",  "l2",  "u2",  "out"}) {
         if (!m_layers.contains(name))
             throw broken;
     }
@@ -166,7 +166,8 @@ std::vector<TextNet::Step> TextNet::stepsFor(const QSize &size)
     convolve("l8", "u16");
     addUp("l8", "b8");
     convolve("u8", "b8");
-    convolve("script", "u8");
+    convolve("s8", "u8");
+    convolve("script", "s8");
     convolve("l4", "u8");
     addUp("l4", "b4");
     convolve("u4", "b4");

@@ -162,7 +162,9 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
         attempts.read(readers.first(), separation);
         if (isOn("whole strips") && m_mayRetry && attempts.best().confidence < good)
             attempts.read(readers.first(), separation, ReadingMode::Whole);
-        const double enough = sumOf(scripts) > 0 ? doubtful : certain;
+        // The net tells Latin letters from others well, kana from ideographs less so.
+        const bool isLatin = sumOf(scripts) > 0 && readers.first() == ReadingLanguage::English;
+        const double enough = isLatin ? doubtful : certain;
         for (qsizetype i = 1; i < readers.size() && attempts.best().confidence < enough; ++i)
             attempts.read(readers[i], separation);
         if (!m_mayRetry || attempts.best().confidence >= hopeless)

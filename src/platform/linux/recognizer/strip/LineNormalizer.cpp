@@ -1,10 +1,9 @@
 #include "strip/LineNormalizer.h"
 
+#include "Mask.h"
 #include "Rules.h"
 
 #include <QPointF>
-
-#include <leptonica/allheaders.h>
 
 #include <algorithm>
 #include <array>
@@ -199,28 +198,15 @@ int inkedColumns(const Plane &coverage)
 Plane withoutRim(const Plane &original)
 {
     constexpr float least = 0.4F; // soft edges go too
+    const auto isInk = [&](int x, int y) { return original.row(y)[x] >= least; };
+    const Strip inner(pixRemoveBorderConnComps(maskOf(original.width, original.height, isInk).get(), 4));
     Plane coverage = original;
-    std::vector<QPoint> open;
-    const auto take = [&](const QPoint &at) {
-        if (at.x() < 0 || at.y() < 0 || at.x() >= coverage.width || at.y() >= coverage.height ||
-            coverage.row(at.y())[at.x()] < least)
-            return;
-        coverage.row(at.y())[at.x()] = 0;
-        open.push_back(at);
-    };
-    for (int x = 0; x < coverage.width; ++x) {
-        take({x, 0});
-        take({x, coverage.height - 1});
-    }
     for (int y = 0; y < coverage.height; ++y) {
-        take({0, y});
-        take({coverage.width - 1, y});
-    }
-    while (!open.empty()) {
-        const QPoint at = open.back();
-        open.pop_back();
-        for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)})
-            take(at + step);
+        const l_uint32 *bits = pixGetData(inner.get()) + std::ptrdiff_t(y) * pixGetWpl(inner.get());
+        for (int x = 0; x < coverage.width; ++x) {
+            if (isInk(x, y) && !GET_DATA_BIT(bits, x))
+                coverage.row(y)[x] = 0;
+        }
     }
     // Letters leave about a third of the columns empty; of .45 and .6 this lost fewer lines of drawn screens.
     return 100 * inkedColumns(coverage) >= 45 * coverage.width ? coverage : original;
@@ -374,16 +360,28 @@ void LineNormalizer::dropFarFromInk(std::vector<float> &coverage) const
 {
     constexpr int least = 50; // of 255
     const int reach = std::max(2, m_ink.height() / 10);
-    const Strip ink(pixCreate(m_crop.width(), m_crop.height(), 1));
-    for (int y = 0; y < m_crop.height(); ++y) {
-        l_uint32 *bits = pixGetData(ink.get()) + std::ptrdiff_t(y) * pixGetWpl(ink.get());
-        const std::uint8_t *seen = m_seen.row(m_crop.top() + y) + m_crop.left();
-        for (int x = 0; x < m_crop.width(); ++x) {
-            if (seen[x] >= least)
-                SET_DATA_BIT(bits, x);
-        }
+    const Strip ink = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
+        return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= least;
+    });
+    Strip near(pixDilateBrick(nullptr, ink.get(), 2 * reach + 1, 2 * reach + 1));
+    if (isOn("joined to ink")) {
+        constexpr float dark = 0.3F;
+        constexpr int letter = 150; // of 255
+        const Strip letters = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
+            return coverage[std::size_t(y * m_crop.width() + x)] >= dark;
+        });
+        // What is apart from all sure ink and reaches the rim goes however near it is, such as the rule of a table.
+        const Strip sure = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
+            return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= letter;
+        });
+        const Strip seeds(pixAnd(nullptr, sure.get(), letters.get()));
+        const Strip joined(pixSeedfillBinary(nullptr, seeds.get(), letters.get(), 8));
+        const Strip others(pixSubtract(nullptr, letters.get(), joined.get()));
+        const Strip dots(pixRemoveBorderConnComps(others.get(), 8));
+        const Strip all(pixOr(nullptr, joined.get(), dots.get()));
+        const Strip soft(pixDilateBrick(nullptr, all.get(), 3, 3));
+        near.reset(pixAnd(nullptr, near.get(), soft.get()));
     }
-    const Strip near(pixDilateBrick(nullptr, ink.get(), 2 * reach + 1, 2 * reach + 1));
     for (int y = 0; y < m_crop.height(); ++y) {
         const l_uint32 *bits = pixGetData(near.get()) + std::ptrdiff_t(y) * pixGetWpl(near.get());
         for (int x = 0; x < m_crop.width(); ++x)
