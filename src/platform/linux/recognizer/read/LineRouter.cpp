@@ -148,14 +148,14 @@ QList<ReadingLanguage> LineRouter::readersFor(const ScriptShares &scripts, const
     return known.isEmpty() ? m_languages : known;
 }
 
-RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &scripts, bool isShort,
-                               const PassReader &reader, const ScreenLanguages &screen) const
+RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &scripts, const PassReader &reader,
+                               const ScreenLanguages &screen) const
 {
     const QList<ReadingLanguage> readers = readersFor(scripts, screen);
     RoutedReading routed;
     routed.separation = line.separations().first();
     Attempts attempts(line, scripts, routed, reader);
-    if (isOn("lone squares") && isShort && m_mayRetry && isSquare(line.inkSize()) &&
+    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) &&
         readSquare(attempts, leadingOf(screen)))
         return attempts.routed();
     for (const Separation separation : line.separations()) {

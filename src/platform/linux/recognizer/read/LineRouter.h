@@ -17,9 +17,8 @@ public:
     /// read again: the strip whole, with letters and surroundings told apart in other ways, by the extra languages.
     LineRouter(QList<ReadingLanguage> languages, QList<ReadingLanguage> extras, bool mayRetry);
 
-    /// The best reading of a line by those who should know it. `isShort` says that it is a letter or two at most,
-    /// perhaps an icon. Any thread.
-    RoutedReading read(const LineNormalizer &line, const ScriptShares &scripts, bool isShort, const PassReader &reader,
+    /// The best reading of a line by those who should know it. Any thread.
+    RoutedReading read(const LineNormalizer &line, const ScriptShares &scripts, const PassReader &reader,
                        const ScreenLanguages &screen) const;
 
     /// Whether the line is worth the further trouble of `readOn`.

@@ -137,7 +137,7 @@ void ScreenPass::read(ReadLine &line) const
     for (const LinePiece &piece : line.found.pieces) {
         const LineNormalizer normalizer = normalized(piece.ink);
         line.isOnPicture |= normalizer.isVaried();
-        line.pieces.append(router.read(normalizer, piece.scripts, line.found.isShort(), m_reader, m_screen));
+        line.pieces.append(router.read(normalizer, piece.scripts, m_reader, m_screen));
     }
     if (isOn("stretches") && !line.found.stretches.isEmpty() && !m_budget.isScarce())
         readStretches(line);
@@ -165,7 +165,7 @@ void ScreenPass::readStretches(ReadLine &line) const
         return;
     QList<RoutedReading> readings;
     for (const LinePiece &stretch : line.found.stretches)
-        readings.append(m_thorough.read(normalized(stretch.ink), stretch.scripts, false, m_reader, m_screen));
+        readings.append(m_thorough.read(normalized(stretch.ink), stretch.scripts, m_reader, m_screen));
     const bool isKorean = std::ranges::any_of(line.pieces, [](const RoutedReading &piece) {
         return piece.best.language == ReadingLanguage::Korean; // which is sure of wrong Latin letters
     });
