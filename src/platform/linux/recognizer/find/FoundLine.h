@@ -23,6 +23,7 @@ struct LinePiece
 struct FoundLine
 {
     QRect ink;                  ///< pixels of the image, origin top-left; as tight as the letters
+    double sureness = 0;        ///< of the net that its ink is ink, 0 to 1 on average
     int shapeCount = 0;         ///< connected parts of letters in it
     QList<LinePiece> pieces;    ///< what is read one by one, from the left to the right
     QList<LinePiece> stretches; ///< the same, cut where Latin letters meet others as well; empty if they don't

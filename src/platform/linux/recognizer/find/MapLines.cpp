@@ -255,12 +255,16 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             places.lines[i] = 0;
     }
     std::vector<QRect> inks(cores.size());
+    std::vector<int> areas(cores.size()); // of the ink, in pixels
+    std::vector<int> sums(cores.size());  // of how sure the net is of them
     for (int y = 0; y < maps.ink.height; ++y) {
         const std::uint8_t *row = maps.ink.row(y);
         for (int x = 0; x < maps.ink.width; ++x) {
             if (row[x] < leastInk)
                 continue;
             if (const int line = places.lines[places.at(x / 2, y / 2)]; line > 0) {
+                areas[std::size_t(line - 1)] += 1;
+                sums[std::size_t(line - 1)] += row[x];
                 QRect &ink = inks[std::size_t(line - 1)];
                 ink = ink.isNull()
                           ? QRect(x, y, 1, 1)
@@ -280,6 +284,7 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             continue;
         FoundLine line;
         line.ink = ink;
+        line.sureness = double(sums[i]) / (255.0 * areas[i]);
         line.shapeCount = int(shapes.size());
         line.pieces = piecesOf(shapes, ink);
         line.endsInRing = endsInRing(maps.ink, shapes, ink);

@@ -98,10 +98,14 @@ bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture
         (isOn("signs of icons") && line.isShort() && icon.match(text).hasMatch()) ||
         (isOn("repeated letters") && repeated.match(text).hasMatch()))
         return false;
+    constexpr double leastSureness = 0.52; // on real screens three of five icons have less, and one of twenty short texts
+    constexpr double sureWriting = 0.6;
+    if (isOn("sureness of the net") && text.size() <= 3 && line.sureness < leastSureness)
+        return false;
     static const QRegularExpression key(u"^(?:(?:Ctrl|Shift|Alt)\\+)*(?:Ctrl\\+\\S+|F1?\\d)$"_s);
     if (isOn("unsure keys") && key.match(text).hasMatch())
         return reading.confidence >= 20;
-    if (isOn("rather an icon") && isRatherIcon(reading, line))
+    if (isOn("rather an icon") && line.sureness < sureWriting && isRatherIcon(reading, line))
         return false;
     double least = isOnPicture ? 55 : 32;
     if (line.isShort())
