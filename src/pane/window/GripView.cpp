@@ -6,7 +6,7 @@ namespace lucentra {
 
 namespace {
 
-constexpr double distance = 6; ///< of the strokes' ends from the pane's edges, points
+constexpr double inset = 6; ///< of the strokes' ends from the pane's edges, points
 
 } // namespace
 
@@ -21,7 +21,7 @@ void GripView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor::fromRgbF(0.5F, 0.5F, 0.5F, 0.4F), 1.5, Qt::SolidLine, Qt::RoundCap));
-    const QPointF corner(width() - distance, height() - distance);
+    const QPointF corner(width() - inset, height() - inset);
     for (const double length : {14.0, 9.0, 4.0})
         painter.drawLine(corner - QPointF(0, length), corner - QPointF(length, 0));
 }
