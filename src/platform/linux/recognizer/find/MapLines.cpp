@@ -279,7 +279,7 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             continue;
         const std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
         if (ink.height() < flat * cores[i].thickness)
-            ink = heightened(ink, cores[i]);
+            ink = heightened(ink, cores[i]) & QRect(0, 0, maps.ink.width, maps.ink.height);
         if (ink.height() < minimumHeight)
             continue;
         FoundLine line;
