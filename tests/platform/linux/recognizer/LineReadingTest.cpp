@@ -102,6 +102,7 @@ private Q_SLOTS:
         QFETCH(const bool, isOnPicture);
         QFETCH(const int, shapes);
         FoundLine line;
+        line.sureness = 0.55;
         line.ink = QRect(0, 0, shapes * 8, 12);
         line.shapeCount = shapes;
         const Reading reading{text, confidence};
