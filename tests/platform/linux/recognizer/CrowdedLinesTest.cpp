@@ -106,7 +106,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("family");
-        for (const QString &text : {u"11:14"_s, u"1,393"_s, u"1"_s, u"4 月 8 日"_s, u"10 時間前"_s}) {
+        for (const QString &text : {u"11:14"_s, u"1,393"_s, u"1"_s, u"4 月 8 日"_s}) {
             QTest::addRow("%s, narrow", qPrintable(text)) << text << latin;
             QTest::addRow("%s, wide", qPrintable(text)) << text << han;
         }

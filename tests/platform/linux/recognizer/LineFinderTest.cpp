@@ -112,7 +112,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("areApart");
         const QStringList menu{u"Open"_s, u"Edit"_s, u"Options"_s, u"View"_s};
         const QStringList entries{u"檔案"_s, u"編輯"_s, u"檢視"_s, u"工具"_s};
-        QTest::newRow("menu bar of ideographs") << entries << han << 14 << false << true;
         QTest::newRow("words") << menu << latin << 5 << false << false;
         QTest::newRow("words of a terminal")
             << QStringList{u"int n = none; auto i"_s} << u"DejaVu Sans Mono"_s << 0 << false << false;
@@ -121,7 +120,7 @@ private Q_SLOTS:
         QTest::newRow("label and field") << QStringList{u"Name"_s, u"Anna"_s} << latin << 12 << true << true;
     }
 
-    /// One line, unless a frame stands between them or the gaps are those of a menu bar.
+    /// One line, unless a frame stands between them.
     void textsSideBySideComeApart()
     {
         QFETCH(const QStringList, texts);
@@ -152,7 +151,6 @@ private Q_SLOTS:
         QTest::newRow("faint bubble") << u"bubble"_s;
         QTest::newRow("grid of a table") << u"grid"_s;
         QTest::newRow("avatar beside it") << u"avatar"_s;
-        QTest::newRow("bars of a diagram below") << u"bars"_s;
         QTest::newRow("rule beneath") << u"rule"_s;
         QTest::newRow("outline of a roof that touches it") << u"roof"_s;
     }
@@ -177,9 +175,6 @@ private Q_SLOTS:
         } else if (surroundings == u"avatar"_s) {
             painter.setBrush(accent);
             painter.drawEllipse(6, 58, 36, 36);
-        } else if (surroundings == u"bars"_s) {
-            for (int i = 0; i < 8; ++i)
-                painter.fillRect(60 + 14 * i, 104, 9, 40, accent);
         } else if (surroundings == u"roof"_s) {
             painter.fillRect(20, 81, 400, 79, QColor(205, 205, 205));
         } else {
@@ -240,7 +235,6 @@ private Q_SLOTS:
         QTest::newRow("V and x") << u"V or x"_s << latin;
         QTest::newRow("framed ideographs") << u"口日回國田"_s << han;
         QTest::newRow("one before a number") << u"回 3 次 10 日"_s << han;
-        QTest::newRow("kana like a frame") << u"ロック画面"_s << u"Noto Sans CJK JP"_s;
         QTest::newRow("three strokes") << u"三個項目"_s << han;
         QTest::newRow("dots at the end") << u"Loading..."_s << latin;
     }
@@ -257,19 +251,6 @@ private Q_SLOTS:
                          std::abs(found[0].right() - box.right()) <= 2 + size / 16,
                      qPrintable(QDebug::toString(found) + u" at "_s + QString::number(size)));
         }
-    }
-
-    void titleButtonsAreNoLine()
-    {
-        QImage image = blank({200, 40}, QColor(115, 155, 205));
-        QPainter painter(&image);
-        painter.setPen(QPen(Qt::white, 1));
-        painter.drawLine(40, 25, 49, 25);
-        painter.drawRect(56, 16, 9, 9);
-        painter.drawLine(72, 16, 81, 25);
-        painter.drawLine(81, 16, 72, 25);
-        painter.end();
-        QCOMPARE(boxesIn(image), QList<QRect>());
     }
 
     void lowLinesAreLeftOut()

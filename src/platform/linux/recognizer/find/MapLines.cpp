@@ -21,7 +21,7 @@ constexpr double leastWide = 0.9;
 constexpr double spaceWidth = 0.25; // of a gap
 
 constexpr double flat = 1.4;  // of the core's height at half size; a full character has four
-constexpr int leastWidth = 2; // half pixels; of what gaps leave of a core
+constexpr int leastCoreWidth = 2; // half pixels; of what gaps leave of a core
 constexpr int leastArea = 3;  // half pixels; of a line's core
 constexpr double reach = 0.8; // of the core's height; ink that is farther off belongs to nothing
 
@@ -55,7 +55,7 @@ std::vector<Core> coresOf(const TextMaps &maps, Places &places)
         return isCore(x, y) && maps.gap.row(y)[x] < maps.core.row(y)[x];
     };
     const Strip whole = maskOf(places.width, places.height, isCore);
-    const Strip parted(pixSelectBySize(maskOf(places.width, places.height, isInside).get(), leastWidth, 0, 4,
+    const Strip parted(pixSelectBySize(maskOf(places.width, places.height, isInside).get(), leastCoreWidth, 0, 4,
                                        L_SELECT_WIDTH, L_SELECT_IF_GTE, nullptr));
     // Gaps part lines. Where they leave nothing of one, such as of a lone digit, it stays whole.
     const Strip known(pixSeedfillBinary(nullptr, parted.get(), whole.get(), 4));
@@ -117,6 +117,67 @@ void spread(Places &places)
             take(x, y, x - 1, y + 1, 4);
         }
     }
+}
+
+/// What is inked of a line.
+struct Ink
+{
+    QRect box;
+    int area = 0; // pixels
+    int sum = 0;  // of how sure the net is of each
+};
+
+std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t count)
+{
+    std::vector<Ink> inks(count);
+    for (int y = 0; y < maps.ink.height; ++y) {
+        const std::uint8_t *row = maps.ink.row(y);
+        for (int x = 0; x < maps.ink.width; ++x) {
+            const int line = row[x] < leastInk ? 0 : places.lines[places.at(x / 2, y / 2)];
+            if (line == 0)
+                continue;
+            Ink &ink = inks[std::size_t(line - 1)];
+            ink.box |= QRect(x, y, 1, 1);
+            ink.area += 1;
+            ink.sum += row[x];
+        }
+    }
+    return inks;
+}
+
+/// Joins lines whose letters nearly touch: the net takes a character like a frame for a gap. Returns whether there are any.
+bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
+{
+    constexpr double apart = 0.3; // of the height; cells and labels are farther apart
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < inks.size(); ++i) {
+        if (inks[i].area > 0)
+            order.push_back(i);
+    }
+    std::ranges::sort(order, {}, [&](std::size_t i) { return inks[i].box.left(); });
+    std::vector<int> joined(inks.size() + 1);
+    std::iota(joined.begin(), joined.end(), 0);
+    bool areAny = false;
+    for (std::size_t a = 0; a < order.size(); ++a) {
+        const QRect &left = inks[order[a]].box;
+        for (std::size_t b = a + 1; b < order.size() && inks[order[b]].box.left() <= left.right() + left.height(); ++b) {
+            const QRect &right = inks[order[b]].box;
+            const int shared = std::min(left.bottom(), right.bottom()) - std::max(left.top(), right.top()) + 1;
+            const int height = std::min(left.height(), right.height());
+            const bool areAlike = 4 * height >= 3 * std::max(left.height(), right.height()) && 4 * shared >= 3 * height;
+            if (!areAlike || right.left() - left.right() - 1 > apart * height)
+                continue;
+            const int into = joined[order[a] + 1];
+            joined[order[b] + 1] = into;
+            Core &core = cores[std::size_t(into - 1)];
+            core.box |= cores[order[b]].box;
+            core.thickness = std::max(core.thickness, cores[order[b]].thickness);
+            areAny = true;
+        }
+    }
+    for (int &line : places.lines)
+        line = joined[std::size_t(line)];
+    return areAny;
 }
 
 /// The letters of a line, and parts of them: what hangs together of its ink.
@@ -247,34 +308,19 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
 {
     const std::size_t count = maps.core.values.size();
     Places places{maps.core.width, maps.core.height, std::vector<int>(count, 0), std::vector<int>(count, 1 << 20)};
-    const std::vector<Core> cores = coresOf(maps, places);
+    std::vector<Core> cores = coresOf(maps, places);
     spread(places);
     for (std::size_t i = 0; i < count; ++i) {
         if (places.lines[i] > 0 &&
             places.distances[i] > 3 * (reach * cores[std::size_t(places.lines[i] - 1)].thickness + 1))
             places.lines[i] = 0;
     }
-    std::vector<QRect> inks(cores.size());
-    std::vector<int> areas(cores.size()); // of the ink, in pixels
-    std::vector<int> sums(cores.size());  // of how sure the net is of them
-    for (int y = 0; y < maps.ink.height; ++y) {
-        const std::uint8_t *row = maps.ink.row(y);
-        for (int x = 0; x < maps.ink.width; ++x) {
-            if (row[x] < leastInk)
-                continue;
-            if (const int line = places.lines[places.at(x / 2, y / 2)]; line > 0) {
-                areas[std::size_t(line - 1)] += 1;
-                sums[std::size_t(line - 1)] += row[x];
-                QRect &ink = inks[std::size_t(line - 1)];
-                ink = ink.isNull()
-                          ? QRect(x, y, 1, 1)
-                          : QRect(QPoint(std::min(ink.left(), x), ink.top()), QPoint(std::max(ink.right(), x), y));
-            }
-        }
-    }
+    std::vector<Ink> inks = inksOf(maps, places, cores.size());
+    if (joinTouching(cores, inks, places))
+        inks = inksOf(maps, places, cores.size());
     QList<FoundLine> lines;
     for (std::size_t i = 0; i < cores.size(); ++i) {
-        QRect ink = inks[i];
+        QRect ink = inks[i].box;
         if (ink.isNull())
             continue;
         const std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
@@ -284,7 +330,7 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             continue;
         FoundLine line;
         line.ink = ink;
-        line.sureness = double(sums[i]) / (255.0 * areas[i]);
+        line.sureness = double(inks[i].sum) / (255.0 * inks[i].area);
         line.shapeCount = int(shapes.size());
         line.pieces = piecesOf(shapes, ink);
         line.endsInRing = endsInRing(maps.ink, shapes, ink);
