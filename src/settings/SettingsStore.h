@@ -94,13 +94,14 @@ public:
     void observe(const Setting<Value> &setting, QObject *context, Callback callback) const
     {
         connect(this, &SettingsStore::changed, context,
-                [this, setting, callback = std::move(callback)](const QString &key) mutable {
+                [store = this, setting, callback = std::move(callback)](const QString &key) mutable {
                     if (key != setting.key)
                         return;
                     if constexpr (std::invocable<Callback, Value>)
-                        callback(read(setting));
+                        callback(store->read(setting));
                     else
                         callback();
+                    Q_UNUSED(store) // without a value
                 });
     }
     template <typename Value, typename Callback>
