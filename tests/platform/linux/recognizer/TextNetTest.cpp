@@ -123,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(file.open());
         file.write(bytes);
         file.close();
-        QVERIFY_EXCEPTION_THROWN(TextNet(file.fileName()), std::runtime_error);
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, TextNet(file.fileName()));
     }
 
     void linesOfMaps()
