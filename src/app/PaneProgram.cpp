@@ -110,8 +110,12 @@ class EndDeadline
 public:
     enum class State { Closing, Storing, Stored };
 
+    /// From any thread. Only the first call counts.
     void start(int code)
     {
+        const std::lock_guard starting(m_mutex);
+        if (m_thread.joinable())
+            return;
         m_thread = std::jthread([this, code, begun = std::chrono::steady_clock::now()](const std::stop_token &stop) {
             std::unique_lock lock(m_mutex);
             const auto hasBegunToStore = [this] { return m_state != State::Closing; };
@@ -145,7 +149,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     if (const auto missing = prepareDesktop())
         return explainMissingDesktop(argc, argv, *missing);
     EndDeadline endDeadline;
-    TerminationSignals signalsToQuit;
+    TerminationSignals signalsToQuit([&endDeadline] { endDeadline.start(int(ExitCode::Done)); });
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));

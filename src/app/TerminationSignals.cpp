@@ -22,8 +22,9 @@ sigset_t setOf(std::initializer_list<int> signals)
 
 } // namespace
 
-TerminationSignals::TerminationSignals()
-    : m_arrived(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+TerminationSignals::TerminationSignals(std::function<void()> arrived)
+    : m_onArrival(std::move(arrived))
+    , m_arrived(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
     const sigset_t signals = setOf({SIGTERM, SIGINT, SIGHUP});
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
@@ -37,6 +38,8 @@ void TerminationSignals::watch()
     while (sigwait(&awaited, &signal) == 0 && !m_isEnding) {
         endAtOnce(); // this thread, which waits for nothing else, takes the next one
         awaited = setOf({SIGHUP});
+        if (m_onArrival)
+            m_onArrival();
         eventfd_write(m_arrived, 1);
     }
 }

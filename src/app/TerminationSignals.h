@@ -17,7 +17,9 @@ namespace lucentra {
 class TerminationSignals
 {
 public:
-    TerminationSignals();
+    /// `arrived` is called on a thread of this object's own when the first signal arrives, even if the main thread is
+    /// blocked.
+    explicit TerminationSignals(std::function<void()> arrived = {});
     ~TerminationSignals();
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;
@@ -32,6 +34,7 @@ public:
 private:
     void watch();
 
+    const std::function<void()> m_onArrival;
     const int m_arrived; ///< can be read once the first signal has arrived
     std::atomic<bool> m_isEnding = false;
     std::unique_ptr<QSocketNotifier> m_notifier;

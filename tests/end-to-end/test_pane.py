@@ -12,7 +12,7 @@ from case import CONSENT, OnADisplay
 from chat_server import blocks_of
 from screen import Pane, eventually
 
-LINES = ["The lighthouse keeper writes", "a letter every evening", "and posts it on Sundays"]
+LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
 PAGE = (200, 160)  # where the page's picture begins on the screen
 PANE = (220, 170, 520, 300)
 BORDER = 14  # points at the pane's edges that the border and its glow take
