@@ -25,7 +25,12 @@ namespace {
 constexpr int lanes = Convolution::lanes;
 
 // The compilers' vectors: one register with AVX, two with SSE.
-using Vector = float __attribute__((vector_size(lanes * sizeof(float)), aligned(4), may_alias));
+using Vector = float __attribute__((vector_size(lanes * sizeof(float))));
+
+[[gnu::always_inline]] inline void load(Vector &vector, const float *numbers)
+{
+    std::memcpy(&vector, numbers, sizeof vector);
+}
 
 /// How many vectors of outputs are computed together: three or two share each number that is loaded.
 int togetherOf(int left)
@@ -42,7 +47,7 @@ template <int Outputs, int Pixels>
     Vector sums[Pixels][Outputs];
     for (int p = 0; p < Pixels; ++p) {
         for (int o = 0; o < Outputs; ++o)
-            sums[p][o] = *reinterpret_cast<const Vector *>(biases + o * lanes);
+            load(sums[p][o], biases + o * lanes);
     }
     for (int row = 0; row < c.kernel; ++row) {
         for (int column = 0; column < c.kernel; ++column) {
@@ -51,7 +56,7 @@ template <int Outputs, int Pixels>
             for (int i = 0; i < c.inputs; ++i) {
                 Vector factors[Outputs];
                 for (int o = 0; o < Outputs; ++o)
-                    factors[o] = *reinterpret_cast<const Vector *>(weights + o * lanes);
+                    load(factors[o], weights + o * lanes);
                 weights += Outputs * lanes;
                 for (int p = 0; p < Pixels; ++p) {
                     const float number = numbers[p * pixelStep + i];
@@ -66,7 +71,7 @@ template <int Outputs, int Pixels>
             Vector &sum = sums[p][o];
             if (c.clips)
                 sum = sum > 0.F ? sum : sum - sum;
-            *reinterpret_cast<Vector *>(out + p * outStep + o * lanes) = sum;
+            std::memcpy(out + p * outStep + o * lanes, &sum, sizeof sum);
         }
     }
 }
