@@ -221,7 +221,7 @@ private Q_SLOTS:
     {
         QImage image = grass({640, 240});
         const QRect box = writeOutlined(image, {120, 150}, u"你答應過我要一起看雪"_s, font(han, 28));
-        QVERIFY(isFound(image, box, 4));
+        QVERIFY(isFound(image, box, 14));
     }
 
     void brightGroundIsNoPartOfOutlinedLetters()

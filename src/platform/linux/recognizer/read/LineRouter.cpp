@@ -97,7 +97,7 @@ public:
 
 private:
     const LineNormalizer &m_line;
-    const ScriptShares &m_scripts;
+    const ScriptShares m_scripts;
     const PassReader &m_reader;
     std::map<std::pair<Separation, ReadingLanguage>, Strip> m_strips;
     RoutedReading m_routed;
