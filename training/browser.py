@@ -4,6 +4,7 @@ import io
 import json
 import os
 import shutil
+import signal
 import subprocess
 import tempfile
 import time
@@ -67,7 +68,7 @@ class Browser:
                      "--remote-debugging-port=0", "--remote-allow-origins=*", f"--user-data-dir={self.folder}"]
         arguments += [] if smooth_colours else ["--disable-lcd-text"]
         self.process = subprocess.Popen([*arguments, "about:blank"], env=environment,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
         port_file = f"{self.folder}/DevToolsActivePort"
         deadline = time.time() + 120
         while not (os.path.exists(port_file) and "\n" in open(port_file).read()):
@@ -82,11 +83,15 @@ class Browser:
         self.call("Page.enable")
 
     def close(self):
-        self.process.terminate()
+        # The whole group: the command is a script whose chromium would live on.
+        os.killpg(self.process.pid, signal.SIGTERM)
         try:
             self.process.wait(20)
-        except subprocess.TimeoutExpired:
-            self.process.kill()
+        finally:
+            try:
+                os.killpg(self.process.pid, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
             self.process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 

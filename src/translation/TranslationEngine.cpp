@@ -126,7 +126,7 @@ std::optional<QString> remoteProviderName(TranslationEngine engine, const Locali
     const QStringView name = engineEntry(engine).serviceName;
     if (name.isEmpty())
         return std::nullopt;
-    // Only this one is a description, not a name.
+    // All other names are proper names, which are not translated.
     return name == ownEndpoint ? texts.localized(name.toString()) : name.toString();
 }
 

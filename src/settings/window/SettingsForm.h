@@ -10,8 +10,8 @@
 
 namespace lucentra {
 
-/// The services that all parts of the settings form share, and the updates of their controls: of texts after a change
-/// of the interface language, of values after a change of any setting, whoever made it.
+/// The services that all parts of the settings form share. Updates the controls' texts when the interface language
+/// changes, and their values when a setting changes, also from outside the window.
 class SettingsForm : public QObject
 {
 public:

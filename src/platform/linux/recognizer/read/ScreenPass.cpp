@@ -109,8 +109,8 @@ ScreenPass::Lines ScreenPass::doubtfulLines() const
     return doubtful;
 }
 
-/// The lines by which traditional is told from simplified Chinese, the best first: of a few ideographs, since one says
-/// little and many take long.
+/// The lines that show whether the Chinese is traditional or simplified, the best first. Lines of a few ideographs are
+/// best: a single ideograph proves little, and many take long to read.
 ScreenPass::Lines ScreenPass::tellingLines() const
 {
     constexpr int few = 9;
