@@ -23,6 +23,11 @@ class PaneWindowHints
 public:
     virtual ~PaneWindowHints() = default;
 
+    /// Sets the flags of the pane's window that this desktop needs, before the window system knows it.
+    virtual void prepare(QWidget &) {}
+    /// Whether a window manager can minimize and maximize the pane.
+    virtual bool isManaged() const { return true; }
+
     /// Keeps a shown window above the others and on all desktops, and lists it or not. Window managers forget these
     /// hints when a window is hidden, so they must be applied again each time it is shown.
     virtual void apply(const QWindow &window, const PaneWindowPresence &presence) = 0;

@@ -64,6 +64,7 @@ TransparentWindow::TransparentWindow(const Services &services)
     addResizeHandles();
     retranslate();
     services.texts.observeLanguage(this, [this] { retranslate(); });
+    services.hints.prepare(*this);
     create();
     windowHandle()->installEventFilter(this);
     services.hints.setHoldHandler(*windowHandle(), [this](bool isHeld) {
@@ -119,7 +120,8 @@ void TransparentWindow::addButtons()
         m_buttons.append(button);
     }
     connect(m_buttons[0], &QAbstractButton::clicked, this, &QWidget::close);
-    connect(m_buttons[1], &QAbstractButton::clicked, this, &QWidget::showMinimized);
+    connect(m_buttons[1], &QAbstractButton::clicked, this,
+            m_services.hints.isManaged() ? &QWidget::showMinimized : &QWidget::hide);
     connect(m_buttons[2], &QAbstractButton::clicked, this, &TransparentWindow::zoom);
 }
 
@@ -151,7 +153,14 @@ void TransparentWindow::retranslate()
 void TransparentWindow::zoom()
 {
     m_userMoves.requested();
-    setWindowState(windowState() ^ Qt::WindowMaximized);
+    if (m_services.hints.isManaged()) {
+        setWindowState(windowState() ^ Qt::WindowMaximized);
+        return;
+    }
+    const QRect whole = screen()->geometry();
+    const QRect next = geometry() == whole ? m_beforeZoom : whole;
+    m_beforeZoom = geometry();
+    m_services.hints.place(*this, next);
 }
 
 void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
@@ -160,7 +169,7 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
     const QRect start = geometry();
     // After a quick flick the button is already up, and a window manager would wait for its release in vain.
     if (m_services.hints.isPointerButtonDown()) {
-        move(start.topLeft() + pointer - pressed); // the window manager's drag starts at the pointer
+        m_services.hints.place(*this, start.translated(pointer - pressed)); // the window manager's drag starts at the pointer
         m_isManagersDrag = m_services.hints.startMove(*windowHandle());
     }
     if (!m_isManagersDrag)

@@ -106,6 +106,7 @@ private:
     ClickRecognizer m_clicks;
     std::optional<WindowDrag> m_drag; ///< one that the window manager didn't take over
     bool m_isManagersDrag = false;    ///< one that it did
+    QRect m_beforeZoom;               ///< where no window manager remembers it
     bool m_isShown = false;
     bool m_hasAppeared = false; ///< since it was shown last
     bool m_areCornersCut = false;

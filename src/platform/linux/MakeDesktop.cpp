@@ -1,14 +1,32 @@
 #include "MakeDesktop.h"
 
+#include "LayerDesktop.h"
 #include "X11Desktop.h"
 #include "X11ProgramClaim.h"
+
+#include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
+namespace {
+
+/// The environment can force the choice, for users with trouble and for tests.
+bool isLayerPaneChosen()
+{
+    const QByteArray forced = qgetenv("LUCENTRA_PLATFORM");
+    return forced == "layer" || (forced.isEmpty() && isWaylandSession() && offersLayerPane());
+}
+
+} // namespace
+
 std::optional<QString> prepareDesktop()
 {
+    if (isLayerPaneChosen()) {
+        prepareLayerPane();
+        return std::nullopt;
+    }
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return isWaylandSession() ? u"Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。"_s
                                   : u"Lucentra 需要圖形桌面（沒有設定 DISPLAY）。"_s;
@@ -19,6 +37,8 @@ std::optional<QString> prepareDesktop()
 
 std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts)
 {
+    if (QGuiApplication::platformName().startsWith(u"wayland"_s))
+        return std::make_unique<LayerDesktop>(parts.bus);
     return std::make_unique<X11Desktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.localized);
 }
 

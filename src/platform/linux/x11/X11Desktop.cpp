@@ -1,12 +1,9 @@
 #include "X11Desktop.h"
 
 #include "SessionBus.h"
+#include "StatusNotifierHost.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusReply>
-#include <QDBusVariant>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -19,9 +16,6 @@ namespace lucentra {
 
 namespace {
 
-/// Longest wait for the watcher of status items, in milliseconds.
-constexpr int watcherPatience = 500;
-
 /// The resource ids of the toolkit's connection.
 X11ResourceRange ownResources()
 {
@@ -30,17 +24,6 @@ X11ResourceRange ownResources()
         return {};
     const xcb_setup_t *setup = xcb_get_setup(x11->connection());
     return {setup->resource_id_base, setup->resource_id_mask};
-}
-
-bool hasStatusNotifierHost(const QDBusConnection &bus)
-{
-    if (!bus.isConnected() || !bus.interface()->isServiceRegistered(u"org.kde.StatusNotifierWatcher"_s))
-        return false;
-    auto query = QDBusMessage::createMethodCall(u"org.kde.StatusNotifierWatcher"_s, u"/StatusNotifierWatcher"_s,
-                                                u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    query.setArguments({u"org.kde.StatusNotifierWatcher"_s, u"IsStatusNotifierHostRegistered"_s});
-    const QDBusReply<QDBusVariant> reply = bus.call(query, QDBus::Block, watcherPatience);
-    return reply.isValid() && reply.value().variant().toBool();
 }
 
 /// Whether there is a tray that embeds windows: it owns a selection.

@@ -1,0 +1,74 @@
+#include "LayerDesktop.h"
+
+#include "CompositingMonitor.h"
+#include "GlobalHotkeys.h"
+#include "SessionBus.h"
+#include "StatusNotifierHost.h"
+
+#include <wayland-client.h>
+
+#include <utility>
+
+namespace lucentra {
+
+namespace {
+
+/// Wayland compositors always blend windows.
+class AlwaysComposited : public CompositingMonitor
+{
+public:
+    bool isComposited() const override { return true; }
+    void setChangeHandler(std::function<void(bool)>) override {}
+};
+
+/// No hotkeys: the user gives the compositor's configuration a key that runs a command.
+class HotkeysOfConfiguration : public GlobalHotkeys
+{
+public:
+    bool areKeysChosenHere() const override { return false; }
+    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction, quint32, quint32) override
+    {
+        return std::make_unique<HotkeyReference>();
+    }
+    void setPressedHandler(std::function<void(HotkeyAction)>) override {}
+};
+
+} // namespace
+
+bool offersLayerPane()
+{
+    wl_display *display = wl_display_connect(nullptr);
+    if (!display)
+        return false;
+    const bool isOffered = WaylandQueue(display).globals().canHoldPane();
+    wl_display_disconnect(display);
+    return isOffered;
+}
+
+void prepareLayerPane()
+{
+    qputenv("QT_QPA_PLATFORM", "wayland");
+    // Windows with this hint get no role from the toolkit, and places are what the program says.
+    qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+    qputenv("QT_WAYLAND_DISABLE_FIXED_POSITIONS", "1");
+}
+
+LayerDesktop::LayerDesktop(SessionBus &bus)
+    : m_bus(bus)
+    , m_windows(m_connection)
+    , m_capture(m_connection, m_windows)
+    , m_compositing(std::make_unique<AlwaysComposited>())
+    , m_hotkeys(std::make_unique<HotkeysOfConfiguration>())
+    , m_displayOptions(bus.connection())
+{
+    connect(&m_bus, &SessionBus::returned, this, [this] { m_displayOptions.setBus(m_bus.connection()); });
+}
+
+LayerDesktop::~LayerDesktop() = default;
+
+bool LayerDesktop::hasTray() const
+{
+    return hasStatusNotifierHost(m_bus.connection());
+}
+
+} // namespace lucentra

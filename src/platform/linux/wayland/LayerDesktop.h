@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Desktop.h"
+#include "LayerPaneHints.h"
+#include "LayerScreenCapture.h"
+#include "PortalDisplayOptions.h"
+#include "WaylandConnection.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace lucentra {
+
+class SessionBus;
+
+/// Whether the session's compositor can show the pane as a layer surface, and captures the screen. Doesn't need the
+/// application object; takes a few milliseconds.
+bool offersLayerPane();
+/// Chooses the toolkit's platform for `LayerDesktop`; to be called before the application object exists.
+void prepareLayerPane();
+
+/// A Wayland desktop whose compositor lets programs place surfaces above all windows: wlroots, KDE Plasma and others.
+class LayerDesktop : public QObject, public Desktop
+{
+public:
+    explicit LayerDesktop(SessionBus &bus);
+    ~LayerDesktop() override;
+
+    ScreenCapture &capture() override { return m_capture; }
+    ScreenStream &stream() override { return m_capture; }
+    GlobalHotkeys &hotkeys() override { return *m_hotkeys; }
+    PaneWindowHints &windows() override { return m_windows; }
+    CompositingMonitor &compositing() override { return *m_compositing; }
+    AccessibilityDisplaySource &displayOptions() override { return m_displayOptions; }
+    bool hasTray() const override;
+
+private:
+    SessionBus &m_bus;
+    WaylandConnection m_connection;
+    LayerPaneHints m_windows;
+    LayerScreenCapture m_capture;
+    std::unique_ptr<CompositingMonitor> m_compositing;
+    std::unique_ptr<GlobalHotkeys> m_hotkeys;
+    PortalDisplayOptions m_displayOptions;
+};
+
+} // namespace lucentra

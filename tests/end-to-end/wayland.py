@@ -1,0 +1,111 @@
+"""Wayland sessions of the tests' own, without a monitor: sway, and KWin. What is done there is done by devices that the
+compositor takes for a user's, and what is seen is what it would show."""
+import io
+import os
+import pathlib
+import shutil
+import subprocess
+
+from PIL import Image
+
+from desktop import LUCENTRA, Session
+from screen import SHOW, eventually
+
+INPUT = pathlib.Path(os.environ.get("WAYLAND_INPUT", LUCENTRA.parent / "wayland_input")).resolve()
+
+
+class WaylandSession(Session):
+    """`sizes`: of the outputs, side by side, in logical pixels; `scale`: pixels per logical pixel of the first."""
+
+    def __init__(self, sizes: tuple[str, ...] = ("1280x800",), scale: float = 1, **options):
+        super().__init__(**options)
+        self.sizes = sizes
+        self.scale = scale
+        self.input: subprocess.Popen | None = None
+
+    def __enter__(self):
+        super().__enter__()
+        try:
+            self.environment |= {"XDG_SESSION_TYPE": "wayland", "LIBGL_ALWAYS_SOFTWARE": "1", "LP_NUM_THREADS": "1"}
+            del self.environment["QT_QPA_PLATFORM"]
+            self.begin()
+            widths, heights = zip(*(map(int, size.split("x")) for size in self.sizes))
+            self.input = self.start([str(INPUT), str(sum(widths)), str(max(heights))], stdin=subprocess.PIPE,
+                                    stdout=subprocess.PIPE, text=True)
+        except Exception:
+            self.__exit__()
+            raise
+        return self
+
+    def begin(self) -> None:
+        """Starts the compositor and adds its sockets to the environment."""
+        raise NotImplementedError
+
+    def picture(self) -> Image.Image:
+        """What the compositor shows, in the pixels of the outputs."""
+        raise NotImplementedError
+
+    def start_compositor(self, command: list[str]) -> None:
+        """As an ordinary user: compositors refuse to run as root."""
+        if os.geteuid() == 0:
+            self.home.chmod(0o711)
+            shutil.chown(self.home / "run", "nobody")
+            command = ["setpriv", "--reuid", "nobody", "--regid", "nogroup", "--clear-groups", *command]
+        with (self.home / "compositor.log").open("w") as log:
+            self.start(command, stdout=log, stderr=log)
+
+    def output(self, *command: str) -> str:
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout.strip()
+
+    def must(self, claim, what: str, seconds: float = 20):
+        value = eventually(claim, seconds)
+        if not value:
+            raise RuntimeError(f"waited in vain: {what}")
+        return value
+
+    def do(self, *commands: str) -> None:
+        """Words of wayland_input, e.g. "move 10 10", "press", "release", "travel 5 0", "key 30", "wait 50"."""
+        for command in commands:
+            self.input.stdin.write(command + "\n")
+            self.input.stdin.flush()
+            self.input.stdout.readline()
+
+    def click(self, x: float, y: float, times: int = 1) -> None:
+        self.do(f"move {x} {y}", "wait 50", *["press", "wait 30", "release", "wait 50"] * times)
+
+    def drag(self, start: tuple[int, int], end: tuple[int, int], way: str = "travel") -> None:
+        """Presses, moves in twelve steps and lets go: as a mouse ("travel") or as a tablet does ("move")."""
+        steps = []
+        for i in range(1, 13):
+            x, y = (end[j] - start[j] for j in (0, 1))
+            step = f"travel {x / 12} {y / 12}" if way == "travel" else f"move {start[0] + x * i / 12} {start[1] + y * i / 12}"
+            steps += [step, "wait 20"]
+        self.do(f"move {start[0]} {start[1]}", "wait 80", "press", "wait 60", *steps, "wait 60", "release", "wait 30")
+
+
+class Sway(WaylandSession):
+    def begin(self) -> None:
+        lines = ["xwayland disable", "default_border none", "focus_follows_mouse no"]
+        x = 0
+        for number, size in enumerate(self.sizes, 1):
+            width, height = map(int, size.split("x"))
+            scale = self.scale if number == 1 else 1
+            lines.append(f"output HEADLESS-{number} mode --custom {int(width * scale)}x{int(height * scale)}@60Hz "
+                         f"position {x} 0 scale {scale} bg #203040 solid_color")
+            x += width
+        lines.append('for_window [app_id=".*"] floating enable, border none, move absolute position 0 0')
+        configuration = self.home / "sway.conf"
+        configuration.write_text("\n".join(lines) + "\n")
+        self.environment |= {"XDG_CURRENT_DESKTOP": "sway", "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
+                             "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_HEADLESS_OUTPUTS": str(len(self.sizes))}
+        configuration.chmod(0o644)
+        self.start_compositor(["sway", "-c", str(configuration)])
+        runtime = self.home / "run"
+        self.environment["SWAYSOCK"] = str(self.must(lambda: next(runtime.glob("sway-ipc.*.sock"), None), "sway"))
+        self.environment["WAYLAND_DISPLAY"] = self.must(
+            lambda: next((path.name for path in runtime.glob("wayland-*") if path.suffix != ".lock"), None), "its display")
+        self.must(lambda: self.output("swaymsg", "-t", "get_outputs").count('"name"') >= len(self.sizes), "the outputs")
+
+    def picture(self) -> Image.Image:
+        shot = subprocess.run(["grim", "-t", "ppm", "-"], env=self.environment, capture_output=True, check=True)
+        return Image.open(io.BytesIO(shot.stdout))
