@@ -48,6 +48,24 @@ function(lucentra_library name)
     target_precompile_headers(${name} REUSE_FROM lucentra-precompiled)
 endfunction()
 
+# lucentra_wayland_protocols(<name> <XML file>...): the client's side of protocols, in headers named <protocol>-client.h.
+function(lucentra_wayland_protocols name)
+    find_program(WAYLAND_SCANNER wayland-scanner REQUIRED)
+    set(generated)
+    foreach(xml ${ARGN})
+        cmake_path(GET xml STEM protocol)
+        add_custom_command(OUTPUT ${protocol}-client.h ${protocol}.c
+            COMMAND ${WAYLAND_SCANNER} client-header ${xml} ${protocol}-client.h
+            COMMAND ${WAYLAND_SCANNER} private-code ${xml} ${protocol}.c
+            DEPENDS ${xml} VERBATIM)
+        list(APPEND generated ${CMAKE_CURRENT_BINARY_DIR}/${protocol}.c ${CMAKE_CURRENT_BINARY_DIR}/${protocol}-client.h)
+    endforeach()
+    add_library(${name} STATIC ${generated})
+    target_include_directories(${name} SYSTEM PUBLIC "${CMAKE_CURRENT_BINARY_DIR}")
+    target_link_libraries(${name} PUBLIC PkgConfig::WaylandClient)
+    set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endfunction()
+
 # lucentra_test(<name> SOURCES <file>... LINK <target>... [LABELS <label>...])
 # One QtTest program. It runs headless, in a home directory of its own, and knows the test data by TEST_DATA.
 function(lucentra_test name)

@@ -1,0 +1,1 @@
+"""The native pane of Wayland sessions."""
