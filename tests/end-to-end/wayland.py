@@ -63,6 +63,21 @@ class WaylandSession(Session):
             raise RuntimeError(f"waited in vain: {what}")
         return value
 
+    def show_picture(self, path: pathlib.Path, *options: str) -> subprocess.Popen:
+        """Another program's window, in the corner of the screen."""
+        program = self.start([str(SHOW), str(path), *options], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        if program.stdout.readline() != b"shown\n":
+            raise RuntimeError("the window didn't appear")
+        return program
+
+    def start_pane(self) -> subprocess.Popen:
+        """Starts the program. Its pane is in the middle of the first output, over something that is still."""
+        before = self.picture()
+        with (self.home / "lucentra.log").open("w") as log:
+            program = self.start([str(LUCENTRA)], stdout=log, stderr=log)
+        self.must(lambda: self.picture() != before, "the pane", 30)
+        return program
+
     def do(self, *commands: str) -> None:
         """Words of wayland_input, e.g. "move 10 10", "press", "release", "travel 5 0", "key 30", "wait 50"."""
         for command in commands:

@@ -168,7 +168,7 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
     m_userMoves.grabbed();
     const QRect start = geometry();
     // After a quick flick the button is already up, and a window manager would wait for its release in vain.
-    if (m_services.hints.isPointerButtonDown()) {
+    if (m_services.hints.isPointerButtonDown() || !m_services.hints.isManaged()) {
         m_services.hints.place(*this, start.translated(pointer - pressed)); // the window manager's drag starts at the pointer
         m_isManagersDrag = m_services.hints.startMove(*windowHandle());
     }
@@ -179,7 +179,8 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
 void TransparentWindow::beginResize(Qt::Edges edges, QPoint pointer)
 {
     m_userMoves.grabbed();
-    m_isManagersDrag = m_services.hints.isPointerButtonDown() && m_services.hints.startResize(*windowHandle(), edges);
+    m_isManagersDrag = (m_services.hints.isPointerButtonDown() || !m_services.hints.isManaged()) &&
+                       m_services.hints.startResize(*windowHandle(), edges);
     if (!m_isManagersDrag)
         m_drag = WindowDrag{geometry(), pointer, edges};
 }

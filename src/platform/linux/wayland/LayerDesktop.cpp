@@ -47,7 +47,7 @@ bool offersLayerPane()
 
 void prepareLayerPane()
 {
-    qputenv("QT_QPA_PLATFORM", "wayland");
+    qputenv("QT_QPA_PLATFORM", "wayland;xcb"); // the plugin may be missing
     // Windows with this hint get no role from the toolkit, and places are what the program says.
     qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
     qputenv("QT_WAYLAND_DISABLE_FIXED_POSITIONS", "1");

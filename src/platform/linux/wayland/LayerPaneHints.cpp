@@ -87,6 +87,10 @@ void LayerPaneHints::prepare(QWidget &window)
 
 bool LayerPaneHints::eventFilter(QObject *watched, QEvent *event)
 {
+    // What the pointer does is known here before the toolkit acts on it.
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseMove ||
+        event->type() == QEvent::MouseButtonRelease)
+        m_connection.queue().dispatchPending();
     if (event->type() == QEvent::Show && watched->isWidgetType()) {
         const auto &widget = static_cast<const QWidget &>(*watched);
         if (isPopup(widget)) {
@@ -134,7 +138,7 @@ void LayerPaneHints::withdrawPaneRole()
     m_role.reset();
     m_nothing.reset();
     m_press.reset();
-    m_isDragged = false;
+    m_isHeld = m_isDragged = false;
     setFrame(m_frame);
 }
 
@@ -236,6 +240,7 @@ void LayerPaneHints::pressed()
         return;
     const QPointF pointer = m_frame.topLeft() + m_pointer.place();
     m_press = Drag{.window = {m_frame, pointer.toPoint(), {}}, .pointer = pointer};
+    m_isHeld = true;
     m_isDragged = m_hasTravelled = false;
     if (m_hold)
         m_hold(true);
@@ -243,13 +248,17 @@ void LayerPaneHints::pressed()
 
 void LayerPaneHints::released()
 {
-    if (!m_press)
+    if (!std::exchange(m_isHeld, false))
         return;
-    m_press.reset();
-    if (std::exchange(m_isDragged, false) && screenOf(m_frame) != m_screen)
-        QMetaObject::invokeMethod(this, [this] { renewPaneRole(); }, Qt::QueuedConnection);
+    endDrag();
     if (m_hold)
         m_hold(false);
+}
+
+void LayerPaneHints::endDrag()
+{
+    if (std::exchange(m_isDragged, false) && screenOf(m_frame) != m_screen)
+        QMetaObject::invokeMethod(this, [this] { renewPaneRole(); }, Qt::QueuedConnection);
 }
 
 bool LayerPaneHints::startResize(QWindow &window, Qt::Edges edges)
@@ -259,12 +268,14 @@ bool LayerPaneHints::startResize(QWindow &window, Qt::Edges edges)
     m_press->window.edges = edges;
     m_isDragged = true;
     drag();
+    if (!m_isHeld) // the toolkit heard of a quick drag when it was over
+        endDrag();
     return true;
 }
 
 void LayerPaneHints::travelled(QPointF travel)
 {
-    if (!m_press)
+    if (!m_isHeld)
         return;
     m_hasTravelled = true;
     // The pointer stops at the edge of the screens, its travel doesn't.
@@ -276,7 +287,7 @@ void LayerPaneHints::movedOnSurface()
 {
     // Some compositors report no relative motion for tablets and virtual machines. Their places on the surface take its
     // moves into account, as soon as these have been carried out.
-    if (!m_press || m_hasTravelled || (m_lastStep.isValid() && m_lastStep.elapsed() < stepInterval))
+    if (!m_isHeld || m_hasTravelled || (m_lastStep.isValid() && m_lastStep.elapsed() < stepInterval))
         return;
     m_press->pointer = m_frame.topLeft() + m_pointer.place();
     m_lastStep.start();

@@ -42,7 +42,7 @@ public:
     void apply(const QWindow &, const PaneWindowPresence &) override {}
     bool isPointerButtonDown() const override { return m_pointer.isButtonDown(); }
     void setHoldHandler(const QWindow &window, std::function<void(bool)> handler) override;
-    void endDrag(const QWindow &) override { m_isDragged = false; }
+    void endDrag(const QWindow &) override { endDrag(); }
     void place(QWidget &window, const QRect &frame) override;
     bool startMove(QWindow &window) override { return startResize(window, {}); }
     bool startResize(QWindow &window, Qt::Edges edges) override;
@@ -66,6 +66,7 @@ private:
     void travelled(QPointF travel);
     void movedOnSurface();
     void drag();
+    void endDrag();
     void setFrame(const QRect &frame);
 
     struct Drag
@@ -86,7 +87,8 @@ private:
     QRect m_frame;          ///< guarded by m_frameMutex
     bool m_hasRole = false; ///< guarded by m_frameMutex
     std::function<void(bool)> m_hold;
-    std::optional<Drag> m_press; ///< begun over the pane, and what the window would do in a drag
+    std::optional<Drag> m_press; ///< the last one over the pane, and what the window does if that is a drag
+    bool m_isHeld = false;       ///< a button is still down since that press
     bool m_isDragged = false;
     bool m_hasTravelled = false; ///< relative motions are reported since the press
     QElapsedTimer m_lastStep;    ///< of a drag without relative motions
