@@ -10,7 +10,7 @@ from screen import Pane, Screen, eventually  # noqa: E402
 
 def labels(screen: Screen) -> int:
     """How many texts the pane shows."""
-    return len(screen.accessibility("labels").stdout.splitlines())
+    return len(screen.accessibility("labels")[1].splitlines())
 
 
 def run_pass(screen: Screen, pane: Pane, texts: int = 5) -> None:

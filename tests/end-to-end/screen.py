@@ -1,6 +1,7 @@
 """A display of the tests' own: an X server without a monitor, a window manager, and a compositor where asked for. What
 is seen and done there is seen and done as by a user: by screenshots, the pointer and the keyboard."""
 import ctypes
+import json
 import os
 import pathlib
 import select
@@ -31,6 +32,7 @@ class Screen(Session):
         self.composited = composited
         self.size = size
         self.display = ""
+        self.reader: subprocess.Popen | None = None
 
     def __enter__(self):
         super().__enter__()
@@ -150,11 +152,11 @@ class Screen(Session):
 
     def texts(self) -> list[str]:
         """The names of all that the program shows, as a screen reader reads them."""
-        return self.accessibility("texts").stdout.splitlines()
+        return self.accessibility("texts")[1].splitlines()
 
     def focused(self) -> list[str]:
         """The names of what has the keyboard's focus."""
-        return self.accessibility("focus").stdout.splitlines()
+        return self.accessibility("focused")[1].splitlines()
 
     def cursor(self) -> tuple[int, int, bytes]:
         """The pointer's picture: where in it the pointer is, and its pixels."""
@@ -175,11 +177,16 @@ class Screen(Session):
 
     def press(self, name: str) -> None:
         """Presses a control by its name."""
-        self.must(lambda: self.accessibility("press", name).returncode == 0, f"the control {name}")
+        self.must(lambda: self.accessibility("press", name)[0] == 0, f"the control {name}")
 
-    def accessibility(self, *arguments: str) -> subprocess.CompletedProcess:
-        return subprocess.run(["/usr/bin/python3", str(HERE / "accessibility.py"), *arguments], env=self.environment,
-                              capture_output=True, encoding="utf-8", check=False)
+    def accessibility(self, *arguments: str) -> tuple[int, str]:
+        """The exit code and the output of a command of accessibility.py."""
+        if self.reader is None:
+            self.reader = self.start(["/usr/bin/python3", str(HERE / "accessibility.py")], stdin=subprocess.PIPE,
+                                     stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.reader.stdin.write(json.dumps(arguments).encode() + b"\n")
+        self.reader.stdin.flush()
+        return tuple(json.loads(self.reader.stdout.readline()))
 
     def do(self, *commands: str) -> None:
         """xdotool's own words, e.g. "mousemove 10 10 click 1"."""

@@ -25,7 +25,7 @@ class TypedText(OnADisplay):
     def contents(self, name: str, text: str) -> None:
         """Waits until the named field holds the text."""
         def fields() -> dict[str, str]:
-            lines = self.screen.accessibility("contents").stdout.splitlines()
+            lines = self.screen.accessibility("contents")[1].splitlines()
             return dict(line.split("\t", 1) for line in lines if "\t" in line)
         self.assertTrue(eventually(lambda: fields().get(name) == text, 20), fields())
 

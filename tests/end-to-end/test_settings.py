@@ -58,25 +58,24 @@ class SettingsWindow(OnADisplay):
         self.assertEqual(self.screen.lucentra("settings").returncode, 0)
         self.screen.must(self.windows, "the settings window")
         if tab:
-            self.screen.must(lambda: self.form("tab", tab).returncode == 0, f"the tab {tab}")
+            self.screen.must(lambda: self.screen.accessibility("tab", tab)[0] == 0, f"the tab {tab}")
 
     def windows(self) -> list[str]:
         return self.screen.output("xdotool", "search", "--onlyvisible", "--name", TITLE).split()
 
-    def form(self, *arguments: str) -> subprocess.CompletedProcess:
-        return subprocess.run(["/usr/bin/python3", str(HERE / "form.py"), *arguments], env=self.screen.environment,
-                              capture_output=True, encoding="utf-8", check=False)
-
     def focus(self, name: str) -> None:
-        self.screen.must(lambda: self.form("focus", name).returncode == 0, f"the control {name}")
+        self.screen.must(lambda: self.screen.accessibility("focus", name)[0] == 0, f"the control {name}")
         self.screen.must(lambda: "focused" in self.states(name), f"the focus on {name}")
 
     def states(self, name: str) -> list[str]:
-        return self.form("states", name).stdout.split()
+        return self.screen.accessibility("states", name)[1].split()
 
     def choose(self, picker: str, index: int) -> None:
-        self.screen.must(lambda: self.form("open", picker).returncode == 0, f"the picker {picker}")
-        self.screen.do("sleep 0.5 key Home" + " key Down" * index + " key Return")
+        windows = lambda: len(self.screen.output("xdotool", "search", "--onlyvisible", "--class", "lucentra").split())  # noqa: E731
+        before = windows()
+        self.screen.must(lambda: self.screen.accessibility("open", picker)[0] == 0, f"the picker {picker}")
+        self.screen.must(lambda: windows() > before, f"the list of {picker}")
+        self.screen.do("sleep 0.1 key Home" + " key Down" * index + " key Return")
 
     def choose_engine(self, number: int) -> None:
         self.choose("Engine", number)
@@ -108,9 +107,9 @@ class EnginesAndKeys(SettingsWindow):
                     "anthropicApiKey", "compatibleApiKey"]
         for number, (section, account) in enumerate(zip(sections, accounts)):
             self.choose_engine(number)
-            self.assertTrue(eventually(lambda: section in self.screen.accessibility("labels").stdout.splitlines()), section)
+            self.assertTrue(eventually(lambda: section in self.screen.accessibility("labels")[1].splitlines()), section)
             # The on-device engine alone needs neither a key nor consent.
-            self.assertEqual(bool(self.form("states", "API Key").stdout), number > 0, section)
+            self.assertEqual(bool(self.screen.accessibility("states", "API Key")[1]), number > 0, section)
             self.assertEqual(any("Allow text" in text for text in self.screen.texts()), number > 0, section)
             if account:
                 self.type_key(f"key-of-{account}")
@@ -132,7 +131,7 @@ class EnginesAndKeys(SettingsWindow):
         self.screen.do("sleep 0.5 key End key x sleep 0.3 key BackSpace sleep 0.5")
         self.assertTrue(eventually(lambda: self.screen.secret("compatibleApiKey") == KEY))
         for text in (self.screen.preferences_path.read_text(), self.log.read_text(), *self.screen.texts(),
-                     self.form("value", "API Key").stdout):
+                     self.screen.accessibility("value", "API Key")[1]):
             self.assertNotIn(KEY, text)
         # The window forgets it when it is closed, and finds it again.
         self.screen.do("key ctrl+w")
@@ -247,22 +246,22 @@ class TheRest(SettingsWindow):
         self.assertTrue(eventually(autostart.exists))
         self.screen.press("Start at login")
         self.assertTrue(eventually(lambda: not autostart.exists()))
-        self.form("tab", "Translation")
+        self.screen.accessibility("tab", "Translation")
         self.screen.press("Follow the interface language")
         self.expect_stored("targetLanguageCode", "en")
-        self.form("tab", "General")
+        self.screen.accessibility("tab", "General")
         english = translations("en")
         for index, code in enumerate(["zh-Hant", "zh-Hans", "en", "ja", "ko"], 1):
             table = {key: key for key in english} | translations(code)
             if index > 1:
-                self.screen.must(lambda: self.form("tab", before["一般"]).returncode == 0, "the first tab")
+                self.screen.must(lambda: self.screen.accessibility("tab", before["一般"])[0] == 0, "the first tab")
             self.choose("Interface Language" if index == 1 else before["介面語言"], index)
             self.expect_stored("appLanguage", code)
             self.expect_stored("targetLanguageCode", code)
             self.assertTrue(eventually(lambda: table["Lucentra｜澄鏡通 設定"] in self.screen.output(
                 "xdotool", "getwindowname", self.windows()[0])), code)
             for tab in ("一般", "翻譯", "外觀", "快捷鍵", "關於"):
-                self.screen.must(lambda: self.form("tab", table[tab]).returncode == 0, f"the tab {table[tab]}")
+                self.screen.must(lambda: self.screen.accessibility("tab", table[tab])[0] == 0, f"the tab {table[tab]}")
                 self.expect_texts_of(table, code)
             before = table
 
@@ -272,7 +271,7 @@ class TheRest(SettingsWindow):
         foreign = {text for other in others for text in other.values()} - set(table.values())
         # Languages are called as their speakers call them, and the program has one name.
         foreign -= {"English", "繁體中文", "简体中文", "日本語", "한국어", "Lucentra｜澄鏡通"}
-        shown = lambda: set(self.form("names").stdout.splitlines())  # noqa: E731
+        shown = lambda: set(self.screen.accessibility("names")[1].splitlines())  # noqa: E731
         self.assertTrue(eventually(lambda: not shown() & foreign), f"{code}: {shown() & foreign}")
         self.assertTrue(shown() & set(table.values()))
 
@@ -324,7 +323,7 @@ class TheRest(SettingsWindow):
         self.open("General")
         self.assertEqual(len(self.windows()), 1)
         # A screen reader reads from the top to the bottom.
-        names = self.form("names").stdout.splitlines()
+        names = self.screen.accessibility("names")[1].splitlines()
         names = names[names.index("Lucentra Settings"):]
         places = [names.index(name) for name in ("Edit", "Appearance", "Interface Language", "Start at login")]
         self.assertEqual(places, sorted(places), names)
