@@ -49,6 +49,68 @@ class OnAScreen:
         eventually(lambda: len(self.server.requests) >= count, seconds)
         return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
 
+    def overlays_lie_over_their_lines(self, pane: Pane, page_at: tuple[int, int], scale: float = 1) -> None:
+        """After a pass over the page. `scale` is in pixels a point."""
+        pane.double_click()
+        self.shows(*map(str.upper, LINES))
+        self.screen.do("mousemove 1270 790")
+        time.sleep(0.8)  # the capsule fades
+        x, y, width, height = pane.frame
+        with Image.open(self.page) as page:
+            sources = [(left + page_at[0] - x, top + page_at[1] - y) for left, top, _ in ink_rows(page)]
+        left, top, right, bottom = (int(edge * scale) for edge in (BORDER, BORDER + 16, BORDER, BORDER + 20))
+        body = pane.picture().crop((left, top, width - right, height - bottom))
+        overlays = [(row[0] + left, row[1] + top) for row in ink_rows(body)]
+        self.assertEqual(len(overlays), len(LINES), overlays)
+        for source, overlay in zip(sources, overlays):
+            self.assertAlmostEqual(overlay[0], source[0] + 4 * scale, delta=3 * scale)  # 4: an overlay's side padding
+            self.assertAlmostEqual(overlay[1], source[1], delta=3 * scale)
+
+    def test_the_capture_shows_what_lies_beneath_and_nothing_of_ours(self):
+        above = self.screen.home / "above.png"
+        sample_page.render(above, ["Window above"], size="260x90")
+        balloon = self.screen.home / "balloon.png"
+        sample_page.render(balloon, ["Rounded balloon"], size="280x110", dark=True)
+        menu = self.screen.home / "menu.png"
+        sample_page.render(menu, ["Unmanaged menu"], size="250x80")
+        sample_page.render(self.page, ["", *LINES[:1]], dark=True, size="720x400")
+        pane = self.pane_over_page()
+        self.screen.show_picture(above, 485, 290)
+        self.screen.show_picture(balloon, 224, 320, "--rounded")
+        self.screen.show_picture(menu, 485, 385, "--unmanaged")
+        self.screen.do(f"windowraise {pane.window}")
+        pane.double_click()
+        expected = {LINES[0], "Window above", "Rounded balloon", "Unmanaged menu"}
+        self.assertEqual(set(self.requests(1)[0]), expected)
+
+        # A pass with the overlays still shown and our menu open over the text.
+        self.shows(*(line.upper() for line in expected))
+        self.screen.drag((470, 452), (470, 464))
+        self.screen.do("mousemove 260 300 click 3")
+        self.assertEqual(set(self.requests(2)[1]), expected)
+        self.screen.do("key Escape")
+
+    def test_a_capture_is_not_seen(self):
+        self.screen.preferences = {**self.screen.preferences, "neonBorderColor": "none"}
+        self.server.queued = [chat_server.pause(3), chat_server.pause(3)]
+        pane = self.pane_over_page()
+        pane.double_click()
+        self.requests(1)
+        self.screen.do("mousemove 1200 780")
+        time.sleep(1)
+        body = (PANE[0] + 20, PANE[1] + 60, PANE[0] + PANE[2] - 20, PANE[1] + PANE[3] - 30)
+        page = (PAGE[0], PAGE[1] + 320, PAGE[0] + 700, PAGE[1] + 390)
+        before = [self.screen.picture().crop(area).tobytes() for area in (body, page)]
+        self.screen.do("key --window 0 alt+Return")
+        seen = 0
+        while len(self.server.requests) < 2 or seen < 5:
+            picture = self.screen.picture()
+            self.assertEqual([picture.crop(area).tobytes() for area in (body, page)], before)
+            seen += 1
+            self.assertLess(seen, 1000)
+
+
+class WithACompositor(OnAScreen, OnADisplay):
     def test_every_trigger_starts_one_pass(self):
         pane = self.pane_over_page()
         time.sleep(1.5)
@@ -117,89 +179,19 @@ class OnAScreen:
         self.screen.do("key alt+t")
         self.assertTrue(eventually(lambda: not is_viewable()))
 
-    def test_overlays_lie_over_their_lines(self):
-        self.overlays_lie_over_their_lines(self.pane_over_page(), PAGE)
-
-    def overlays_lie_over_their_lines(self, pane: Pane, page_at: tuple[int, int], scale: float = 1) -> None:
-        """After a pass over the page. `scale` is in pixels a point."""
-        pane.double_click()
-        self.shows(*map(str.upper, LINES))
-        self.screen.do("mousemove 1270 790")
-        time.sleep(0.8)  # the capsule fades
-        x, y, width, height = pane.frame
-        with Image.open(self.page) as page:
-            sources = [(left + page_at[0] - x, top + page_at[1] - y) for left, top, _ in ink_rows(page)]
-        left, top, right, bottom = (int(edge * scale) for edge in (BORDER, BORDER + 16, BORDER, BORDER + 20))
-        body = pane.picture().crop((left, top, width - right, height - bottom))
-        overlays = [(row[0] + left, row[1] + top) for row in ink_rows(body)]
-        self.assertEqual(len(overlays), len(LINES), overlays)
-        for source, overlay in zip(sources, overlays):
-            self.assertAlmostEqual(overlay[0], source[0] + 4 * scale, delta=3 * scale)  # 4: an overlay's side padding
-            self.assertAlmostEqual(overlay[1], source[1], delta=3 * scale)
-
-    def test_the_capture_shows_what_lies_beneath_and_nothing_of_ours(self):
-        above = self.screen.home / "above.png"
-        sample_page.render(above, ["Window above"], size="260x90")
-        balloon = self.screen.home / "balloon.png"
-        sample_page.render(balloon, ["Rounded balloon"], size="280x110", dark=True)
-        menu = self.screen.home / "menu.png"
-        sample_page.render(menu, ["Unmanaged menu"], size="250x80")
-        sample_page.render(self.page, ["", *LINES[:1]], dark=True, size="720x400")
-        pane = self.pane_over_page()
-        self.screen.show_picture(above, 485, 290)
-        self.screen.show_picture(balloon, 224, 320, "--rounded")
-        self.screen.show_picture(menu, 485, 385, "--unmanaged")
-        self.screen.do(f"windowraise {pane.window}")
-        pane.double_click()
-        expected = {LINES[0], "Window above", "Rounded balloon", "Unmanaged menu"}
-        self.assertEqual(set(self.requests(1)[0]), expected)
-
-        # A pass with the overlays still shown and our menu open over the text.
-        self.shows(*(line.upper() for line in expected))
-        self.screen.drag((470, 452), (470, 464))
-        self.screen.do("mousemove 260 300 click 3")
-        self.assertEqual(set(self.requests(2)[1]), expected)
-        self.screen.do("key Escape")
-
     def test_a_refusal_shows_its_card_and_can_be_retried(self):
+        self.screen.preferences = {**self.screen.preferences, CONSENT: False}
         self.server.queued = [chat_server.too_many_requests]
-        pane = self.pane_over_page()
-        pane.double_click()
-        self.shows("Retry")
-        self.assertIn("Compatible API error 429: Slow down, please", self.screen.texts())
+        self.pane_over_page().double_click()
+        self.shows("Retry", "First allow text to be sent")
+        self.assertEqual(self.server.requests, [])
+        self.screen.preferences = {**self.screen.preferences, CONSENT: True}
+        self.screen.press("Retry")
+        self.shows("Retry", "Compatible API error 429: Slow down, please")
         self.screen.press("Retry")
         self.shows(*map(str.upper, LINES))
         self.assertNotIn("Retry", self.screen.texts())
 
-    def test_without_consent_nothing_leaves(self):
-        self.screen.preferences = {**self.screen.preferences, CONSENT: False}
-        pane = self.pane_over_page()
-        pane.double_click()
-        self.shows("Retry")
-        self.assertTrue(any("First allow text to be sent" in text for text in self.screen.texts()))
-        self.assertEqual(self.server.requests, [])
-
-    def test_a_capture_is_not_seen(self):
-        self.screen.preferences = {**self.screen.preferences, "neonBorderColor": "none"}
-        self.server.queued = [chat_server.pause(3), chat_server.pause(3)]
-        pane = self.pane_over_page()
-        pane.double_click()
-        self.requests(1)
-        self.screen.do("mousemove 1200 780")
-        time.sleep(1)
-        body = (PANE[0] + 20, PANE[1] + 60, PANE[0] + PANE[2] - 20, PANE[1] + PANE[3] - 30)
-        page = (PAGE[0], PAGE[1] + 320, PAGE[0] + 700, PAGE[1] + 390)
-        before = [self.screen.picture().crop(area).tobytes() for area in (body, page)]
-        self.screen.do("key --window 0 alt+Return")
-        seen = 0
-        while len(self.server.requests) < 2 or seen < 5:
-            picture = self.screen.picture()
-            self.assertEqual([picture.crop(area).tobytes() for area in (body, page)], before)
-            seen += 1
-            self.assertLess(seen, 1000)
-
-
-class WithACompositor(OnAScreen, OnADisplay):
     def test_scales_and_several_monitors(self):
         for name, width, x in (("left", 600, 0), ("right", 680, 600)):
             subprocess.run(["xrandr", "--setmonitor", name, f"{width}/200x800/200+{x}+0", "none"],
@@ -221,3 +213,6 @@ class WithACompositor(OnAScreen, OnADisplay):
 
 class WithoutACompositor(OnAScreen, OnADisplay):
     options = {"composited": False}
+
+    def test_overlays_lie_over_their_lines(self):
+        self.overlays_lie_over_their_lines(self.pane_over_page(), PAGE)

@@ -1,5 +1,6 @@
 #include "HistoryFile.h"
 #include "Columns.h"
+#include "Sanitized.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,16 +17,6 @@ using namespace lucentra;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool isSanitized = true;
-#else
-constexpr bool isSanitized = false;
-#endif
-#else
-constexpr bool isSanitized = false;
-#endif
 
 const auto sampleId = u"0F5BE2A1-3C4D-4E6F-8A9B-C0D1E2F3A4B5"_s;
 
@@ -93,7 +84,7 @@ private Q_SLOTS:
         QTest::newRow("an object outside") << QByteArray("{}") << false;
         QTest::newRow("cut off") << good.chopped(4) << false;
         QTest::newRow("an empty file") << QByteArray() << false;
-        QTest::newRow("two million arrays") << "[" + QByteArray("[0],").repeated(2'000'000) + "[]]" << false;
+        QTest::newRow("arrays without end") << "[" + QByteArray("[0],").repeated(isSanitized ? 20'000 : 2'000'000) + "[]]" << false;
         QTest::newRow("not UTF-8") << QByteArray(good).replace(R"("a")", "\"\xe9\"") << false;
     }
     void decoding()
@@ -117,6 +108,8 @@ private Q_SLOTS:
     }
     void hugeFilesAreReadInPart()
     {
+        if (isSanitized)
+            QSKIP("takes too long, and the sanitizer needs more memory than is allowed here");
         QFETCH(QByteArray, start);
         QFETCH(QByteArray, repeated);
         constexpr qint64 size = 160LL << 20;
@@ -126,10 +119,10 @@ private Q_SLOTS:
         for (const QByteArray block = repeated.repeated((1 << 20) / repeated.size()); file.pos() < size;)
             QVERIFY(file.write(block) == block.size());
         file.close();
-        // Reading all of it would fail here rather than take all memory. The address sanitizer itself needs more.
+        // Reading all of it would fail here rather than take all memory.
         rlimit before{};
         getrlimit(RLIMIT_DATA, &before);
-        const rlimit small{.rlim_cur = isSanitized ? before.rlim_cur : 1 << 30, .rlim_max = before.rlim_max};
+        const rlimit small{.rlim_cur = 1 << 30, .rlim_max = before.rlim_max};
         setrlimit(RLIMIT_DATA, &small);
         const auto read = readHistoryFile(file.fileName());
         setrlimit(RLIMIT_DATA, &before);
