@@ -98,20 +98,26 @@ class Monitors(HostileDesktop):
         self.xrandr("--newmode", name, "83.5", *map(str, timing))
         self.xrandr("--addmode", "screen", name)
 
-    def test_turned_and_made_smaller(self):
-        for name, size in (("wide", (1280, 800)), ("tall", (800, 1280)), ("small", (1024, 600))):
+    def test_turned_made_smaller_added_and_removed(self):
+        for name, size in (("wide", (1280, 800)), ("tall", (800, 1280)), ("small", (800, 600))):
             self.mode(name, *size)
         self.xrandr("--output", "screen", "--mode", "wide")
         self.start()
-        for name in ("tall", "wide", "small", "wide"):
+        for name in ("tall", "small", "wide"):
             self.xrandr("--output", "screen", "--mode", name)
             self.pane.place(*PANE)
             self.expect_pass(f"on a screen that is {name}")
+        self.xrandr("--setmonitor", "left", "640/200x800/200+0+0", "screen")
+        self.pane.place(PANE[0], PANE[1], 410, PANE[3])
+        self.expect_pass("on one that is half of the screen")
+        self.xrandr("--setmonitor", "right", "640/200x800/200+640+0", "none")
+        self.expect_pass("with a second one")
+        for name in ("right", "left"):
+            self.xrandr("--delmonitor", name)
+        self.pane.place(*PANE)
+        self.expect_pass("with the first one whole again")
 
-    def test_the_pane_is_not_left_where_no_monitor_is(self):
-        self.mode("small", 800, 600)
-        self.start()
-        self.pane.place(740, 700, 520, 300)
+        self.pane.place(740, 480, 520, 300)
         self.xrandr("--output", "screen", "--mode", "small")
         self.screen.lucentra("show")
 
@@ -119,19 +125,6 @@ class Monitors(HostileDesktop):
             x, y, width, _ = self.pane.frame
             return x + 40 < 800 and x + width > 40 and -20 <= y < 580
         self.assertTrue(eventually(is_reachable), f"the pane lies at {self.pane.frame}")
-
-    def test_added_and_removed(self):
-        self.start()
-        self.xrandr("--setmonitor", "left", "640/200x1280/400+0+0", "screen")
-        self.pane.place(PANE[0], PANE[1], 410, PANE[3])
-        self.expect_pass("on one that is half of the screen")
-        self.xrandr("--setmonitor", "right", "640/200x1280/400+640+0", "none")
-        self.expect_pass("with a second one")
-        self.xrandr("--delmonitor", "right")
-        self.expect_pass("with the second one gone")
-        self.xrandr("--delmonitor", "left")
-        self.pane.place(*PANE)
-        self.expect_pass("with the first one whole again")
 
     def test_the_scale_changes(self):
         self.start()
@@ -182,28 +175,27 @@ class Clock(HostileDesktop):
 
 
 class Services(HostileDesktop):
-    def test_the_portal_goes_and_comes_back(self):
-        ask_for = self.screen.start_portal()
+    def test_the_portal_the_keyring_and_the_tray_go_and_come_back(self):
+        self.screen.start_portal()
         portal = self.screen.processes[-1]
-        self.start()
-        self.expect_pass("with a portal")
-        self.end(portal)
-        self.expect_pass("without it")
-        self.screen.start_portal("reduce-motion")
-        self.server.queued = [chat_server.pause(3)]
-        self.pane.double_click()
-        self.expect_no_motion()
-        del ask_for
-
-    def test_the_keyring_goes_and_comes_back(self):
         self.screen.start_keyring()
+        tray = self.screen.start_tray()
         self.start()
-        self.expect_pass("with the keyring")
+        self.screen.item_in(tray)
+        self.expect_pass("with all of them")
+        for process in (portal, tray):
+            self.end(process)
+        self.expect_pass("without a portal and a tray")
+        self.screen.start_portal("reduce-motion")
+        self.screen.item_in(self.screen.start_tray())
         self.end(self.program("gnome-keyring-daemon"))
         self.pane.double_click()
         self.assertTrue(eventually(lambda: any("keyring" in text for text in self.screen.texts())), self.screen.texts())
         self.screen.start_keyring()
         self.expect_pass("with the keyring again", lambda: self.screen.press("Retry"))
+        self.server.queued = [chat_server.pause(3)]
+        self.pane.double_click()
+        self.expect_no_motion()
 
     def test_the_bus_goes_and_comes_back(self):
         self.screen.start_keyring()
@@ -239,16 +231,6 @@ class Services(HostileDesktop):
         time.sleep(1)
         self.assertEqual(len({self.pane.picture().tobytes() for _ in range(6) if not time.sleep(0.1)}), 1,
                          "the portal is heard: nothing moves")
-
-    def test_the_tray_goes_and_comes_back(self):
-        tray = self.screen.start_tray()
-        self.start()
-        for _ in range(2):
-            self.screen.item_in(tray)
-            self.expect_pass("with a tray")
-            self.end(tray)
-            self.expect_pass("without it")
-            tray = self.screen.start_tray()
 
     def test_stopped_for_a_while(self):
         self.start()

@@ -86,20 +86,6 @@ class Hotkeys(OnADesktop):
         self.assertNotRegex(self.keys_of(other), r"\b(t|Return)\b")
         self.assertIn("✅ Carbon 熱鍵已註冊 keyCode=17 carbonMods=2048", self.log.read_text())
 
-    def test_one_that_another_program_holds(self):
-        self.screen.hold_key(28, 8)
-        self.start()
-        self.expect_pane(True)
-        self.assertTrue(eventually(lambda: "⚠ Carbon RegisterEventHotKey 失敗，OSStatus=-9878" in self.log.read_text()))
-        self.other_program()
-        self.screen.do("key alt+t")
-        time.sleep(0.4)
-        self.expect_pane(True, "it's the other program's")
-        self.screen.lucentra("hide")
-        self.expect_pane(False)
-        self.screen.do("key alt+Return")
-        self.expect_pane(True, "the other hotkey works all the same")
-
     def test_the_pane_hides_when_another_window_gets_the_keys(self):
         self.screen.preferences = {"autoHide": True}
         self.other_program()

@@ -9,6 +9,7 @@
 #include "VirtualKeys.h"
 
 #include <QLabel>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -57,7 +58,8 @@ void HotkeyTab::showStored()
 {
     m_recorder->showStored();
     const SettingsStore &store = m_form.services().settings;
-    m_recorder->setToolTip(desktopNameOfHotkey(store.read(settings::hotkeyString)));
+    // Escaped, since a tool tip would interpret what a file says as HTML and load pictures.
+    m_recorder->setToolTip(Qt::convertFromPlainText(desktopNameOfHotkey(store.read(settings::hotkeyString)).left(100)));
     setTone(*m_refusal, Tone::Bad);
     m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
     m_refusal->parentWidget()->setVisible(m_form.services().isHotkeyRefused());

@@ -266,6 +266,15 @@ private Q_SLOTS:
         }
     }
 
+    void storedTextsAreNoMarkup()
+    {
+        SettingsFixture m;
+        m.settings.write(settings::hotkeyString, u"<img src=\"/dev/zero\">"_s);
+        m.show();
+        for (const QWidget *widget : m.view->findChildren<QWidget *>())
+            QVERIFY2(!widget->toolTip().contains(u"<img"_s), qPrintable(widget->toolTip()));
+    }
+
     void whatIsWrittenIntoTheFileIsShown()
     {
         SettingsFixture m;
