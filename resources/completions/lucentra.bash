@@ -11,7 +11,7 @@ _lucentra()
     fi
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        local commands='recognize image text test-connection languages export entries
+        local commands='recognize image text test-connection languages models export entries
             toggle show hide translate settings history quit'
         mapfile -t COMPREPLY < <(compgen -W "$commands --help --version" -- "$current")
         return
@@ -34,7 +34,9 @@ _lucentra()
                 export) options='--format --search' ;;
                 entries) options='--json --search' ;;
             esac
-            if [[ $current == -* ]]; then
+            if [[ $command == models && $COMP_CWORD == 2 && $current != -* ]]; then
+                mapfile -t COMPREPLY < <(compgen -W 'install remove' -- "$current")
+            elif [[ $current == -* ]]; then
                 mapfile -t COMPREPLY < <(compgen -W "$options --help" -- "$current")
             elif [[ $command == recognize || $command == image || $command == export ]]; then
                 compopt -o filenames 2>/dev/null

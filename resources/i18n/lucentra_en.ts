@@ -16,6 +16,10 @@
         <translation>%@ · Drag to move</translation>
     </message>
     <message>
+        <source>%@：%@，共 %@</source>
+        <translation>%@: %@ of %@</translation>
+    </message>
+    <message>
         <source>%d 個詞句</source>
         <translation>%d phrases</translation>
     </message>
@@ -272,6 +276,26 @@
         <translation>General</translation>
     </message>
     <message>
+        <source>下載 %@</source>
+        <translation>Download %@</translation>
+    </message>
+    <message>
+        <source>下載中斷。已下載的部分會保留，可以稍後繼續。</source>
+        <translation>The download was interrupted. What has arrived is kept, so that you can continue later.</translation>
+    </message>
+    <message>
+        <source>下載的檔案內容不符，已捨棄。</source>
+        <translation>A downloaded file has the wrong content and was discarded.</translation>
+    </message>
+    <message>
+        <source>下載的檔案大小不符，已捨棄。</source>
+        <translation>A downloaded file has the wrong size and was discarded.</translation>
+    </message>
+    <message>
+        <source>下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文</source>
+        <translation>download the models that translate PAIR (such as en-ja), by way of English if needed</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>the picture format is not supported</translation>
     </message>
@@ -280,8 +304,16 @@
         <translation>Not a picture in a known format: %@</translation>
     </message>
     <message>
+        <source>不是語言組合：%@</source>
+        <translation>Not a pair of languages: %@</translation>
+    </message>
+    <message>
         <source>介面語言</source>
         <translation>Interface Language</translation>
+    </message>
+    <message>
+        <source>伺服器沒有這個語言的翻譯模型。</source>
+        <translation>The server has no translation model for this language.</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -296,8 +328,16 @@
         <translation>The server’s security certificate is invalid</translation>
     </message>
     <message>
+        <source>伺服器的模型清單無法使用。</source>
+        <translation>The server's list of models can't be used.</translation>
+    </message>
+    <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
         <translation>use engine N (0 to 7) this once</translation>
+    </message>
+    <message>
+        <source>來源語言</source>
+        <translation>Source language</translation>
     </message>
     <message>
         <source>停止輸入後自動翻譯</source>
@@ -356,6 +396,10 @@
         <translation>list the history</translation>
     </message>
     <message>
+        <source>列出這部電腦上與伺服器提供的翻譯模型</source>
+        <translation>list the translation models on this computer and on the server</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>Delete</translation>
     </message>
@@ -380,6 +424,10 @@
         <translation>Source</translation>
     </message>
     <message>
+        <source>取消下載</source>
+        <translation>Cancel Download</translation>
+    </message>
+    <message>
         <source>取消收藏</source>
         <translation>Remove star</translation>
     </message>
@@ -388,8 +436,16 @@
         <translation>Classic White (Default)</translation>
     </message>
     <message>
+        <source>另一個下載正在進行。</source>
+        <translation>Another download is running.</translation>
+    </message>
+    <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>only entries with TEXT in their source or translation</translation>
+    </message>
+    <message>
+        <source>可以下載的翻譯模型：</source>
+        <translation>Translation models that can be downloaded:</translation>
     </message>
     <message>
         <source>可用性檢查</source>
@@ -472,6 +528,10 @@
         <translation>export the history to FILE; the history itself is not changed</translation>
     </message>
     <message>
+        <source>尚未下載完成</source>
+        <translation>not complete yet</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>No translations yet</translation>
     </message>
@@ -484,12 +544,36 @@
         <translation>1 entry deleted</translation>
     </message>
     <message>
+        <source>已取消下載。</source>
+        <translation>The download was cancelled.</translation>
+    </message>
+    <message>
+        <source>已安裝此語言所需的翻譯模型。</source>
+        <translation>The models for this language are installed.</translation>
+    </message>
+    <message>
+        <source>已安裝的翻譯模型：%@</source>
+        <translation>Installed translation models: %@</translation>
+    </message>
+    <message>
+        <source>已安裝：%@</source>
+        <translation>Installed: %@</translation>
+    </message>
+    <message>
         <source>已收藏</source>
         <translation>Starred</translation>
     </message>
     <message>
         <source>已清除未收藏的紀錄</source>
         <translation>Unstarred entries cleared</translation>
+    </message>
+    <message>
+        <source>已移除：%@</source>
+        <translation>Removed: %@</translation>
+    </message>
+    <message>
+        <source>已經安裝最新的翻譯模型。</source>
+        <translation>The newest models are installed already.</translation>
     </message>
     <message>
         <source>已複製</source>
@@ -558,6 +642,10 @@
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
         <translation>Hold Alt, then press Return (↩) on the main keyboard</translation>
+    </message>
+    <message>
+        <source>授權：%@</source>
+        <translation>Licence: %@</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
@@ -648,6 +736,14 @@
         <translation>The text on the standard input is too long</translation>
     </message>
     <message>
+        <source>模型伺服器回應錯誤：HTTP %d。</source>
+        <translation>The model server reported an error: HTTP %d.</translation>
+    </message>
+    <message>
+        <source>模型伺服器的網址必須使用 HTTPS。</source>
+        <translation>The address of the model server must use HTTPS.</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>Model</translation>
     </message>
@@ -658,6 +754,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>You can enter any model that your OpenAI account may use.</translation>
+    </message>
+    <message>
+        <source>正在取得模型清單…</source>
+        <translation>Fetching the list of models…</translation>
     </message>
     <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
@@ -672,6 +772,10 @@
         <translation>Recognizing and translating</translation>
     </message>
     <message>
+        <source>沒有</source>
+        <translation>none</translation>
+    </message>
+    <message>
         <source>沒有偵測到文字</source>
         <translation>No text found</translation>
     </message>
@@ -682,6 +786,10 @@
     <message>
         <source>沒有可翻譯的文字</source>
         <translation>There is no text to translate</translation>
+    </message>
+    <message>
+        <source>沒有安裝這個翻譯模型。</source>
+        <translation>This translation model isn't installed.</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -722,6 +830,10 @@
     <message>
         <source>無法寫入標準輸出</source>
         <translation>Could not write to the standard output</translation>
+    </message>
+    <message>
+        <source>無法寫入模型資料夾：%@</source>
+        <translation>The folder of models can't be written: %@</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
@@ -768,6 +880,10 @@
         <translation>Opacity of the glass: %d%%</translation>
     </message>
     <message>
+        <source>由系統安裝</source>
+        <translation>from the system</translation>
+    </message>
+    <message>
         <source>目標語言</source>
         <translation>Target Language</translation>
     </message>
@@ -788,8 +904,24 @@
         <translation>The compatible API URL is invalid</translation>
     </message>
     <message>
+        <source>磁碟空間不足：還需要 %@。</source>
+        <translation>There isn't enough space on the disk: %@ are needed.</translation>
+    </message>
+    <message>
         <source>移動或縮放後自動翻譯・%@</source>
         <translation>Translates after moving or resizing · %@</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>移除 %@</source>
+        <translation>Remove %@</translation>
+    </message>
+    <message>
+        <source>移除 PAIR 的模型</source>
+        <translation>remove the model of PAIR</translation>
     </message>
     <message>
         <source>稍後</source>
@@ -814,6 +946,10 @@
     <message>
         <source>系統行為</source>
         <translation>Behavior</translation>
+    </message>
+    <message>
+        <source>約 %@</source>
+        <translation>about %@</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -842,6 +978,10 @@
     <message>
         <source>繁體中文</source>
         <translation>Traditional Chinese</translation>
+    </message>
+    <message>
+        <source>繼續下載 %@</source>
+        <translation>Continue %@</translation>
     </message>
     <message>
         <source>缺少參數：%@</source>
@@ -886,6 +1026,14 @@
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
         <translation>translate into the language CODE (for example zh-Hant, en or ja) this once</translation>
+    </message>
+    <message>
+        <source>翻譯模型</source>
+        <translation>Translation Models</translation>
+    </message>
+    <message>
+        <source>翻譯模型能在這部電腦上翻譯任何文字。只有在您按下按鈕時才會下載；您的文字不會傳出。</source>
+        <translation>Translation models translate any text on this computer. They are downloaded only when you press the button; your texts are never sent.</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -980,8 +1128,16 @@
         <translation>Shows or hides the pane from anywhere. The default is Alt+T. Press Esc to cancel.</translation>
     </message>
     <message>
+        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
+        <translation>The settings' Translation tab downloads the models that are needed: %@</translation>
+    </message>
+    <message>
         <source>試算表（CSV）…</source>
         <translation>Spreadsheet (CSV)…</translation>
+    </message>
+    <message>
+        <source>請參閱伺服器的說明</source>
+        <translation>as the server's owner states it</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -1068,8 +1224,16 @@
         <translation>The dpkg settings of this system leave translations out (path-exclude). Change them first.</translation>
     </message>
     <message>
+        <source>這個翻譯模型由系統安裝，無法在這裡移除。</source>
+        <translation>This translation model belongs to the system and can't be removed here.</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>No program on this computer has a translation of this text. Use another translation engine.</translation>
+    </message>
+    <message>
+        <source>這部電腦上的翻譯模型：</source>
+        <translation>Translation models on this computer:</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>

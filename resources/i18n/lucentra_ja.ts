@@ -16,6 +16,10 @@
         <translation>%@・ドラッグで移動</translation>
     </message>
     <message>
+        <source>%@：%@，共 %@</source>
+        <translation>%@：%@／%@</translation>
+    </message>
+    <message>
         <source>%d 個詞句</source>
         <translation>%d 件の語句</translation>
     </message>
@@ -272,6 +276,26 @@
         <translation>一般</translation>
     </message>
     <message>
+        <source>下載 %@</source>
+        <translation>%@ をダウンロード</translation>
+    </message>
+    <message>
+        <source>下載中斷。已下載的部分會保留，可以稍後繼續。</source>
+        <translation>ダウンロードが中断されました。受信済みの部分は保存され、後で続きから再開できます。</translation>
+    </message>
+    <message>
+        <source>下載的檔案內容不符，已捨棄。</source>
+        <translation>ダウンロードしたファイルの内容が一致しないため、破棄しました。</translation>
+    </message>
+    <message>
+        <source>下載的檔案大小不符，已捨棄。</source>
+        <translation>ダウンロードしたファイルのサイズが一致しないため、破棄しました。</translation>
+    </message>
+    <message>
+        <source>下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文</source>
+        <translation>PAIR（例：en-ja）の翻訳に必要なモデルをダウンロードする。必要なら英語を経由する</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>対応していない画像形式です</translation>
     </message>
@@ -280,8 +304,16 @@
         <translation>対応していない画像形式です：%@</translation>
     </message>
     <message>
+        <source>不是語言組合：%@</source>
+        <translation>言語の組み合わせではありません：%@</translation>
+    </message>
+    <message>
         <source>介面語言</source>
         <translation>表示言語</translation>
+    </message>
+    <message>
+        <source>伺服器沒有這個語言的翻譯模型。</source>
+        <translation>この言語の翻訳モデルはサーバーにありません。</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -296,8 +328,16 @@
         <translation>サーバーのセキュリティ証明書が無効です</translation>
     </message>
     <message>
+        <source>伺服器的模型清單無法使用。</source>
+        <translation>サーバーのモデル一覧を利用できません。</translation>
+    </message>
+    <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
         <translation>今回だけ翻訳エンジン N（0～7）を使う</translation>
+    </message>
+    <message>
+        <source>來源語言</source>
+        <translation>原文の言語</translation>
     </message>
     <message>
         <source>停止輸入後自動翻譯</source>
@@ -356,6 +396,10 @@
         <translation>履歴を一覧表示する</translation>
     </message>
     <message>
+        <source>列出這部電腦上與伺服器提供的翻譯模型</source>
+        <translation>このコンピューターとサーバーの翻訳モデルを一覧表示する</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>削除</translation>
     </message>
@@ -380,6 +424,10 @@
         <translation>原文</translation>
     </message>
     <message>
+        <source>取消下載</source>
+        <translation>ダウンロードを中止</translation>
+    </message>
+    <message>
         <source>取消收藏</source>
         <translation>スターを外す</translation>
     </message>
@@ -388,8 +436,16 @@
         <translation>クラシックホワイト（デフォルト）</translation>
     </message>
     <message>
+        <source>另一個下載正在進行。</source>
+        <translation>別のダウンロードが進行中です。</translation>
+    </message>
+    <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>原文か訳文に TEXT を含む履歴だけにする</translation>
+    </message>
+    <message>
+        <source>可以下載的翻譯模型：</source>
+        <translation>ダウンロードできる翻訳モデル：</translation>
     </message>
     <message>
         <source>可用性檢查</source>
@@ -472,6 +528,10 @@
         <translation>履歴を FILE にエクスポートする（読み取りのみ）</translation>
     </message>
     <message>
+        <source>尚未下載完成</source>
+        <translation>ダウンロード未完了</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>翻訳履歴はまだありません</translation>
     </message>
@@ -484,12 +544,36 @@
         <translation>1 件の履歴を削除しました</translation>
     </message>
     <message>
+        <source>已取消下載。</source>
+        <translation>ダウンロードを中止しました。</translation>
+    </message>
+    <message>
+        <source>已安裝此語言所需的翻譯模型。</source>
+        <translation>この言語の翻訳モデルはインストール済みです。</translation>
+    </message>
+    <message>
+        <source>已安裝的翻譯模型：%@</source>
+        <translation>インストール済みの翻訳モデル：%@</translation>
+    </message>
+    <message>
+        <source>已安裝：%@</source>
+        <translation>インストールしました：%@</translation>
+    </message>
+    <message>
         <source>已收藏</source>
         <translation>スター付き</translation>
     </message>
     <message>
         <source>已清除未收藏的紀錄</source>
         <translation>スターなしの履歴を消去しました</translation>
+    </message>
+    <message>
+        <source>已移除：%@</source>
+        <translation>削除しました：%@</translation>
+    </message>
+    <message>
+        <source>已經安裝最新的翻譯模型。</source>
+        <translation>最新の翻訳モデルはインストール済みです。</translation>
     </message>
     <message>
         <source>已複製</source>
@@ -558,6 +642,10 @@
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
         <translation>Alt を押しながら、メインキーボードの Return（↩）を押します</translation>
+    </message>
+    <message>
+        <source>授權：%@</source>
+        <translation>ライセンス：%@</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
@@ -648,6 +736,14 @@
         <translation>標準入力のテキストが長すぎます</translation>
     </message>
     <message>
+        <source>模型伺服器回應錯誤：HTTP %d。</source>
+        <translation>モデルサーバーがエラーを返しました：HTTP %d。</translation>
+    </message>
+    <message>
+        <source>模型伺服器的網址必須使用 HTTPS。</source>
+        <translation>モデルサーバーの URL は HTTPS でなければなりません。</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>モデル名</translation>
     </message>
@@ -658,6 +754,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>モデル名は OpenAI アカウントの権限に合わせて変更できます。</translation>
+    </message>
+    <message>
+        <source>正在取得模型清單…</source>
+        <translation>モデルの一覧を取得しています…</translation>
     </message>
     <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
@@ -672,6 +772,10 @@
         <translation>認識と翻訳を実行中</translation>
     </message>
     <message>
+        <source>沒有</source>
+        <translation>なし</translation>
+    </message>
+    <message>
         <source>沒有偵測到文字</source>
         <translation>テキストが見つかりませんでした</translation>
     </message>
@@ -682,6 +786,10 @@
     <message>
         <source>沒有可翻譯的文字</source>
         <translation>翻訳するテキストがありません</translation>
+    </message>
+    <message>
+        <source>沒有安裝這個翻譯模型。</source>
+        <translation>この翻訳モデルはインストールされていません。</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -722,6 +830,10 @@
     <message>
         <source>無法寫入標準輸出</source>
         <translation>標準出力に書き込めませんでした</translation>
+    </message>
+    <message>
+        <source>無法寫入模型資料夾：%@</source>
+        <translation>モデルのフォルダーに書き込めません：%@</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
@@ -768,6 +880,10 @@
         <translation>ガラスの不透明度：%d%%</translation>
     </message>
     <message>
+        <source>由系統安裝</source>
+        <translation>システムのモデル</translation>
+    </message>
+    <message>
         <source>目標語言</source>
         <translation>翻訳先の言語</translation>
     </message>
@@ -788,8 +904,24 @@
         <translation>互換 API の URL が無効です</translation>
     </message>
     <message>
+        <source>磁碟空間不足：還需要 %@。</source>
+        <translation>ディスクの空き容量が足りません：%@ 必要です。</translation>
+    </message>
+    <message>
         <source>移動或縮放後自動翻譯・%@</source>
         <translation>移動・サイズ変更後に自動翻訳・%@</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>移除 %@</source>
+        <translation>%@ を削除</translation>
+    </message>
+    <message>
+        <source>移除 PAIR 的模型</source>
+        <translation>PAIR のモデルを削除する</translation>
     </message>
     <message>
         <source>稍後</source>
@@ -814,6 +946,10 @@
     <message>
         <source>系統行為</source>
         <translation>動作</translation>
+    </message>
+    <message>
+        <source>約 %@</source>
+        <translation>約 %@</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -842,6 +978,10 @@
     <message>
         <source>繁體中文</source>
         <translation>繁体字中国語</translation>
+    </message>
+    <message>
+        <source>繼續下載 %@</source>
+        <translation>%@ の続きをダウンロード</translation>
     </message>
     <message>
         <source>缺少參數：%@</source>
@@ -886,6 +1026,14 @@
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
         <translation>今回だけ CODE の言語（zh-Hant、en、ja など）に翻訳する</translation>
+    </message>
+    <message>
+        <source>翻譯模型</source>
+        <translation>翻訳モデル</translation>
+    </message>
+    <message>
+        <source>翻譯模型能在這部電腦上翻譯任何文字。只有在您按下按鈕時才會下載；您的文字不會傳出。</source>
+        <translation>翻訳モデルを使うと、どんな文章もこのコンピューターで翻訳できます。ボタンを押したときだけダウンロードされ、文章が送信されることはありません。</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -980,8 +1128,16 @@
         <translation>どこからでも翻訳パネルを表示したり隠したりできます。デフォルトは Alt+T です。Esc でキャンセルできます。</translation>
     </message>
     <message>
+        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
+        <translation>必要な翻訳モデルは設定の「翻訳」タブでダウンロードできます：%@</translation>
+    </message>
+    <message>
         <source>試算表（CSV）…</source>
         <translation>表計算（CSV）…</translation>
+    </message>
+    <message>
+        <source>請參閱伺服器的說明</source>
+        <translation>サーバーの説明を参照</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -1068,8 +1224,16 @@
         <translation>このシステムの dpkg は訳文をインストールしない設定（path-exclude）です。先に設定を変更してください。</translation>
     </message>
     <message>
+        <source>這個翻譯模型由系統安裝，無法在這裡移除。</source>
+        <translation>この翻訳モデルはシステムのもので、ここでは削除できません。</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>このコンピューターのプログラムには、このテキストの訳文がありません。別の翻訳エンジンをお使いください。</translation>
+    </message>
+    <message>
+        <source>這部電腦上的翻譯模型：</source>
+        <translation>このコンピューターの翻訳モデル：</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>

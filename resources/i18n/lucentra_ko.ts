@@ -16,6 +16,10 @@
         <translation>%@ · 드래그하여 이동</translation>
     </message>
     <message>
+        <source>%@：%@，共 %@</source>
+        <translation>%@: %@ / %@</translation>
+    </message>
+    <message>
         <source>%d 個詞句</source>
         <translation>어구 %d개</translation>
     </message>
@@ -272,6 +276,26 @@
         <translation>일반</translation>
     </message>
     <message>
+        <source>下載 %@</source>
+        <translation>%@ 다운로드</translation>
+    </message>
+    <message>
+        <source>下載中斷。已下載的部分會保留，可以稍後繼續。</source>
+        <translation>다운로드가 중단되었습니다. 받은 부분은 보관되어 나중에 이어받을 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>下載的檔案內容不符，已捨棄。</source>
+        <translation>내려받은 파일의 내용이 맞지 않아 버렸습니다.</translation>
+    </message>
+    <message>
+        <source>下載的檔案大小不符，已捨棄。</source>
+        <translation>내려받은 파일의 크기가 맞지 않아 버렸습니다.</translation>
+    </message>
+    <message>
+        <source>下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文</source>
+        <translation>PAIR(예: en-ja)를 번역할 모델을 내려받습니다. 필요하면 영어를 거칩니다</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>지원하지 않는 그림 형식입니다</translation>
     </message>
@@ -280,8 +304,16 @@
         <translation>알 수 없는 그림 형식입니다: %@</translation>
     </message>
     <message>
+        <source>不是語言組合：%@</source>
+        <translation>언어 쌍이 아닙니다: %@</translation>
+    </message>
+    <message>
         <source>介面語言</source>
         <translation>인터페이스 언어</translation>
+    </message>
+    <message>
+        <source>伺服器沒有這個語言的翻譯模型。</source>
+        <translation>서버에 이 언어의 번역 모델이 없습니다.</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -296,8 +328,16 @@
         <translation>서버의 보안 인증서가 유효하지 않습니다</translation>
     </message>
     <message>
+        <source>伺服器的模型清單無法使用。</source>
+        <translation>서버의 모델 목록을 사용할 수 없습니다.</translation>
+    </message>
+    <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
         <translation>이번만 번역 엔진 N(0~7) 사용</translation>
+    </message>
+    <message>
+        <source>來源語言</source>
+        <translation>원본 언어</translation>
     </message>
     <message>
         <source>停止輸入後自動翻譯</source>
@@ -356,6 +396,10 @@
         <translation>기록을 나열</translation>
     </message>
     <message>
+        <source>列出這部電腦上與伺服器提供的翻譯模型</source>
+        <translation>이 컴퓨터와 서버의 번역 모델을 나열합니다</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>삭제</translation>
     </message>
@@ -380,6 +424,10 @@
         <translation>원문</translation>
     </message>
     <message>
+        <source>取消下載</source>
+        <translation>다운로드 취소</translation>
+    </message>
+    <message>
         <source>取消收藏</source>
         <translation>별표 제거</translation>
     </message>
@@ -388,8 +436,16 @@
         <translation>클래식 화이트(기본값)</translation>
     </message>
     <message>
+        <source>另一個下載正在進行。</source>
+        <translation>다른 다운로드가 진행 중입니다.</translation>
+    </message>
+    <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>원문이나 번역문에 TEXT가 있는 기록만</translation>
+    </message>
+    <message>
+        <source>可以下載的翻譯模型：</source>
+        <translation>내려받을 수 있는 번역 모델:</translation>
     </message>
     <message>
         <source>可用性檢查</source>
@@ -472,6 +528,10 @@
         <translation>기록을 FILE로 내보내기(읽기만 함)</translation>
     </message>
     <message>
+        <source>尚未下載完成</source>
+        <translation>다운로드 미완료</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>아직 번역 기록이 없습니다</translation>
     </message>
@@ -484,12 +544,36 @@
         <translation>기록 1개를 삭제했습니다</translation>
     </message>
     <message>
+        <source>已取消下載。</source>
+        <translation>다운로드를 취소했습니다.</translation>
+    </message>
+    <message>
+        <source>已安裝此語言所需的翻譯模型。</source>
+        <translation>이 언어에 필요한 번역 모델이 설치되어 있습니다.</translation>
+    </message>
+    <message>
+        <source>已安裝的翻譯模型：%@</source>
+        <translation>설치된 번역 모델: %@</translation>
+    </message>
+    <message>
+        <source>已安裝：%@</source>
+        <translation>설치함: %@</translation>
+    </message>
+    <message>
         <source>已收藏</source>
         <translation>별표 표시됨</translation>
     </message>
     <message>
         <source>已清除未收藏的紀錄</source>
         <translation>별표 없는 기록을 지웠습니다</translation>
+    </message>
+    <message>
+        <source>已移除：%@</source>
+        <translation>제거함: %@</translation>
+    </message>
+    <message>
+        <source>已經安裝最新的翻譯模型。</source>
+        <translation>최신 번역 모델이 이미 설치되어 있습니다.</translation>
     </message>
     <message>
         <source>已複製</source>
@@ -558,6 +642,10 @@
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
         <translation>Alt를 누른 채 기본 키보드의 Return(↩)을 누릅니다</translation>
+    </message>
+    <message>
+        <source>授權：%@</source>
+        <translation>라이선스: %@</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
@@ -648,6 +736,14 @@
         <translation>표준 입력의 텍스트가 너무 깁니다</translation>
     </message>
     <message>
+        <source>模型伺服器回應錯誤：HTTP %d。</source>
+        <translation>모델 서버가 오류를 보냈습니다: HTTP %d.</translation>
+    </message>
+    <message>
+        <source>模型伺服器的網址必須使用 HTTPS。</source>
+        <translation>모델 서버의 주소는 HTTPS를 사용해야 합니다.</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>모델 이름</translation>
     </message>
@@ -658,6 +754,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>모델 이름은 OpenAI 계정의 권한에 맞게 바꿀 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>正在取得模型清單…</source>
+        <translation>모델 목록을 가져오는 중…</translation>
     </message>
     <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
@@ -672,6 +772,10 @@
         <translation>인식 및 번역 중</translation>
     </message>
     <message>
+        <source>沒有</source>
+        <translation>없음</translation>
+    </message>
+    <message>
         <source>沒有偵測到文字</source>
         <translation>텍스트를 찾지 못했습니다</translation>
     </message>
@@ -682,6 +786,10 @@
     <message>
         <source>沒有可翻譯的文字</source>
         <translation>번역할 텍스트가 없습니다</translation>
+    </message>
+    <message>
+        <source>沒有安裝這個翻譯模型。</source>
+        <translation>이 번역 모델은 설치되어 있지 않습니다.</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -722,6 +830,10 @@
     <message>
         <source>無法寫入標準輸出</source>
         <translation>표준 출력에 쓸 수 없습니다</translation>
+    </message>
+    <message>
+        <source>無法寫入模型資料夾：%@</source>
+        <translation>모델 폴더에 쓸 수 없습니다: %@</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
@@ -768,6 +880,10 @@
         <translation>유리 불투명도: %d%%</translation>
     </message>
     <message>
+        <source>由系統安裝</source>
+        <translation>시스템에 설치됨</translation>
+    </message>
+    <message>
         <source>目標語言</source>
         <translation>대상 언어</translation>
     </message>
@@ -788,8 +904,24 @@
         <translation>호환 API URL이 유효하지 않습니다</translation>
     </message>
     <message>
+        <source>磁碟空間不足：還需要 %@。</source>
+        <translation>디스크 공간이 부족합니다: %@가 필요합니다.</translation>
+    </message>
+    <message>
         <source>移動或縮放後自動翻譯・%@</source>
         <translation>이동하거나 크기를 바꾸면 자동 번역 · %@</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>제거</translation>
+    </message>
+    <message>
+        <source>移除 %@</source>
+        <translation>%@ 제거</translation>
+    </message>
+    <message>
+        <source>移除 PAIR 的模型</source>
+        <translation>PAIR의 모델을 제거합니다</translation>
     </message>
     <message>
         <source>稍後</source>
@@ -814,6 +946,10 @@
     <message>
         <source>系統行為</source>
         <translation>동작</translation>
+    </message>
+    <message>
+        <source>約 %@</source>
+        <translation>약 %@</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -842,6 +978,10 @@
     <message>
         <source>繁體中文</source>
         <translation>중국어(번체)</translation>
+    </message>
+    <message>
+        <source>繼續下載 %@</source>
+        <translation>%@ 이어받기</translation>
     </message>
     <message>
         <source>缺少參數：%@</source>
@@ -886,6 +1026,14 @@
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
         <translation>이번만 CODE 언어(예: zh-Hant, en, ja)로 번역</translation>
+    </message>
+    <message>
+        <source>翻譯模型</source>
+        <translation>번역 모델</translation>
+    </message>
+    <message>
+        <source>翻譯模型能在這部電腦上翻譯任何文字。只有在您按下按鈕時才會下載；您的文字不會傳出。</source>
+        <translation>번역 모델은 이 컴퓨터에서 모든 글을 번역합니다. 단추를 누를 때에만 내려받으며, 글은 전송되지 않습니다.</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -980,8 +1128,16 @@
         <translation>어디서든 번역 패널을 표시하거나 숨길 수 있습니다. 기본값은 Alt+T입니다. Esc를 누르면 취소됩니다.</translation>
     </message>
     <message>
+        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
+        <translation>필요한 번역 모델은 설정의 ‘번역’ 탭에서 내려받을 수 있습니다: %@</translation>
+    </message>
+    <message>
         <source>試算表（CSV）…</source>
         <translation>스프레드시트(CSV)…</translation>
+    </message>
+    <message>
+        <source>請參閱伺服器的說明</source>
+        <translation>서버의 설명을 참조</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -1068,8 +1224,16 @@
         <translation>이 시스템의 dpkg 설정은 번역문을 설치하지 않습니다(path-exclude). 먼저 설정을 바꾸세요.</translation>
     </message>
     <message>
+        <source>這個翻譯模型由系統安裝，無法在這裡移除。</source>
+        <translation>이 번역 모델은 시스템에 설치된 것이라 여기서 제거할 수 없습니다.</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>이 컴퓨터의 프로그램에는 이 텍스트의 번역문이 없습니다. 다른 번역 엔진을 사용하세요.</translation>
+    </message>
+    <message>
+        <source>這部電腦上的翻譯模型：</source>
+        <translation>이 컴퓨터의 번역 모델:</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>

@@ -16,6 +16,10 @@
         <translation>%@・拖动可移动</translation>
     </message>
     <message>
+        <source>%@：%@，共 %@</source>
+        <translation>%@：%@，共 %@</translation>
+    </message>
+    <message>
         <source>%d 個詞句</source>
         <translation>%d 个词句</translation>
     </message>
@@ -272,6 +276,26 @@
         <translation>常规</translation>
     </message>
     <message>
+        <source>下載 %@</source>
+        <translation>下载 %@</translation>
+    </message>
+    <message>
+        <source>下載中斷。已下載的部分會保留，可以稍後繼續。</source>
+        <translation>下载中断。已下载的部分会保留，可以稍后继续。</translation>
+    </message>
+    <message>
+        <source>下載的檔案內容不符，已捨棄。</source>
+        <translation>下载的文件内容不符，已丢弃。</translation>
+    </message>
+    <message>
+        <source>下載的檔案大小不符，已捨棄。</source>
+        <translation>下载的文件大小不符，已丢弃。</translation>
+    </message>
+    <message>
+        <source>下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文</source>
+        <translation>下载翻译 PAIR（例如 en-ja）所需的模型；必要时经由英文</translation>
+    </message>
+    <message>
         <source>不支援的圖片格式</source>
         <translation>不支持的图片格式</translation>
     </message>
@@ -280,8 +304,16 @@
         <translation>不是可识别的图片格式：%@</translation>
     </message>
     <message>
+        <source>不是語言組合：%@</source>
+        <translation>不是语言组合：%@</translation>
+    </message>
+    <message>
         <source>介面語言</source>
         <translation>界面语言</translation>
+    </message>
+    <message>
+        <source>伺服器沒有這個語言的翻譯模型。</source>
+        <translation>服务器没有这种语言的翻译模型。</translation>
     </message>
     <message>
         <source>伺服器的回應不是有效的 HTTP 回應</source>
@@ -296,8 +328,16 @@
         <translation>服务器的安全证书无效</translation>
     </message>
     <message>
+        <source>伺服器的模型清單無法使用。</source>
+        <translation>服务器的模型列表无法使用。</translation>
+    </message>
+    <message>
         <source>使用第 N 個翻譯引擎（0 至 7），不改變設定</source>
         <translation>使用第 N 个翻译引擎（0 至 7），不改变设置</translation>
+    </message>
+    <message>
+        <source>來源語言</source>
+        <translation>源语言</translation>
     </message>
     <message>
         <source>停止輸入後自動翻譯</source>
@@ -356,6 +396,10 @@
         <translation>列出历史记录</translation>
     </message>
     <message>
+        <source>列出這部電腦上與伺服器提供的翻譯模型</source>
+        <translation>列出这台电脑上与服务器提供的翻译模型</translation>
+    </message>
+    <message>
         <source>刪除</source>
         <translation>删除</translation>
     </message>
@@ -380,6 +424,10 @@
         <translation>原文</translation>
     </message>
     <message>
+        <source>取消下載</source>
+        <translation>取消下载</translation>
+    </message>
+    <message>
         <source>取消收藏</source>
         <translation>取消收藏</translation>
     </message>
@@ -388,8 +436,16 @@
         <translation>经典透白（默认）</translation>
     </message>
     <message>
+        <source>另一個下載正在進行。</source>
+        <translation>另一个下载正在进行。</translation>
+    </message>
+    <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>只包含原文或译文中有 TEXT 的记录</translation>
+    </message>
+    <message>
+        <source>可以下載的翻譯模型：</source>
+        <translation>可以下载的翻译模型：</translation>
     </message>
     <message>
         <source>可用性檢查</source>
@@ -472,6 +528,10 @@
         <translation>将历史记录导出到 FILE；只读取，不改变记录</translation>
     </message>
     <message>
+        <source>尚未下載完成</source>
+        <translation>尚未下载完成</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>还没有任何翻译记录</translation>
     </message>
@@ -484,12 +544,36 @@
         <translation>已删除 1 条记录</translation>
     </message>
     <message>
+        <source>已取消下載。</source>
+        <translation>已取消下载。</translation>
+    </message>
+    <message>
+        <source>已安裝此語言所需的翻譯模型。</source>
+        <translation>已安装此语言所需的翻译模型。</translation>
+    </message>
+    <message>
+        <source>已安裝的翻譯模型：%@</source>
+        <translation>已安装的翻译模型：%@</translation>
+    </message>
+    <message>
+        <source>已安裝：%@</source>
+        <translation>已安装：%@</translation>
+    </message>
+    <message>
         <source>已收藏</source>
         <translation>已收藏</translation>
     </message>
     <message>
         <source>已清除未收藏的紀錄</source>
         <translation>已清除未收藏的记录</translation>
+    </message>
+    <message>
+        <source>已移除：%@</source>
+        <translation>已移除：%@</translation>
+    </message>
+    <message>
+        <source>已經安裝最新的翻譯模型。</source>
+        <translation>已经安装最新的翻译模型。</translation>
     </message>
     <message>
         <source>已複製</source>
@@ -558,6 +642,10 @@
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
         <translation>按住 Alt，再按主键盘上的 Return（↩）键</translation>
+    </message>
+    <message>
+        <source>授權：%@</source>
+        <translation>许可：%@</translation>
     </message>
     <message>
         <source>搜尋紀錄...</source>
@@ -648,6 +736,14 @@
         <translation>标准输入的文字过长</translation>
     </message>
     <message>
+        <source>模型伺服器回應錯誤：HTTP %d。</source>
+        <translation>模型服务器返回错误：HTTP %d。</translation>
+    </message>
+    <message>
+        <source>模型伺服器的網址必須使用 HTTPS。</source>
+        <translation>模型服务器的网址必须使用 HTTPS。</translation>
+    </message>
+    <message>
         <source>模型名稱</source>
         <translation>模型名称</translation>
     </message>
@@ -658,6 +754,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>模型名称可按您的 OpenAI 账号权限调整。</translation>
+    </message>
+    <message>
+        <source>正在取得模型清單…</source>
+        <translation>正在获取模型列表…</translation>
     </message>
     <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
@@ -672,6 +772,10 @@
         <translation>正在识别与翻译</translation>
     </message>
     <message>
+        <source>沒有</source>
+        <translation>没有</translation>
+    </message>
+    <message>
         <source>沒有偵測到文字</source>
         <translation>没有检测到文字</translation>
     </message>
@@ -682,6 +786,10 @@
     <message>
         <source>沒有可翻譯的文字</source>
         <translation>没有可翻译的文字</translation>
+    </message>
+    <message>
+        <source>沒有安裝這個翻譯模型。</source>
+        <translation>没有安装这个翻译模型。</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -722,6 +830,10 @@
     <message>
         <source>無法寫入標準輸出</source>
         <translation>无法写入标准输出</translation>
+    </message>
+    <message>
+        <source>無法寫入模型資料夾：%@</source>
+        <translation>无法写入模型文件夹：%@</translation>
     </message>
     <message>
         <source>無法建立翻譯輸入</source>
@@ -768,6 +880,10 @@
         <translation>玻璃不透明度：%d%%</translation>
     </message>
     <message>
+        <source>由系統安裝</source>
+        <translation>由系统安装</translation>
+    </message>
+    <message>
         <source>目標語言</source>
         <translation>目标语言</translation>
     </message>
@@ -788,8 +904,24 @@
         <translation>兼容 API 的 URL 无效</translation>
     </message>
     <message>
+        <source>磁碟空間不足：還需要 %@。</source>
+        <translation>磁盘空间不足：还需要 %@。</translation>
+    </message>
+    <message>
         <source>移動或縮放後自動翻譯・%@</source>
         <translation>移动或缩放后自动翻译・%@</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>移除</translation>
+    </message>
+    <message>
+        <source>移除 %@</source>
+        <translation>移除 %@</translation>
+    </message>
+    <message>
+        <source>移除 PAIR 的模型</source>
+        <translation>移除 PAIR 的模型</translation>
     </message>
     <message>
         <source>稍後</source>
@@ -814,6 +946,10 @@
     <message>
         <source>系統行為</source>
         <translation>系统行为</translation>
+    </message>
+    <message>
+        <source>約 %@</source>
+        <translation>约 %@</translation>
     </message>
     <message>
         <source>結束 Lucentra｜澄鏡通</source>
@@ -842,6 +978,10 @@
     <message>
         <source>繁體中文</source>
         <translation>繁体中文</translation>
+    </message>
+    <message>
+        <source>繼續下載 %@</source>
+        <translation>继续下载 %@</translation>
     </message>
     <message>
         <source>缺少參數：%@</source>
@@ -886,6 +1026,14 @@
     <message>
         <source>翻譯成 CODE 語言（例如 zh-Hant、en、ja），不改變設定</source>
         <translation>翻译成 CODE 语言（例如 zh-Hans、en、ja），不改变设置</translation>
+    </message>
+    <message>
+        <source>翻譯模型</source>
+        <translation>翻译模型</translation>
+    </message>
+    <message>
+        <source>翻譯模型能在這部電腦上翻譯任何文字。只有在您按下按鈕時才會下載；您的文字不會傳出。</source>
+        <translation>翻译模型能在这台电脑上翻译任何文字。只有在您按下按钮时才会下载；您的文字不会传出。</translation>
     </message>
     <message>
         <source>翻譯歷史紀錄</source>
@@ -980,8 +1128,16 @@
         <translation>设置后，可在任何情况下显示或隐藏翻译板。默认为 Alt+T。按 Esc 可取消。</translation>
     </message>
     <message>
+        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
+        <translation>设置的“翻译”标签页可以下载所需的翻译模型：%@</translation>
+    </message>
+    <message>
         <source>試算表（CSV）…</source>
         <translation>电子表格（CSV）…</translation>
+    </message>
+    <message>
+        <source>請參閱伺服器的說明</source>
+        <translation>请参阅服务器的说明</translation>
     </message>
     <message>
         <source>請在「螢幕與系統錄音」清單中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
@@ -1068,8 +1224,16 @@
         <translation>这个系统的 dpkg 设置不会安装译文（path-exclude），请先更改设置。</translation>
     </message>
     <message>
+        <source>這個翻譯模型由系統安裝，無法在這裡移除。</source>
+        <translation>这个翻译模型由系统安装，无法在这里移除。</translation>
+    </message>
+    <message>
         <source>這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。</source>
         <translation>这台电脑上的程序没有这些文字的译文。请改用其他翻译引擎。</translation>
+    </message>
+    <message>
+        <source>這部電腦上的翻譯模型：</source>
+        <translation>这台电脑上的翻译模型：</translation>
     </message>
     <message>
         <source>這部電腦可以翻譯：</source>

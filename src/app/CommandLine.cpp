@@ -53,6 +53,10 @@ constexpr std::array commandRows{
                u"翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入"},
     CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
     CommandRow{u"languages", Command::Languages, u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
+    CommandRow{u"models", Command::Models, u"", u"", u"", u"列出這部電腦上與伺服器提供的翻譯模型"},
+    CommandRow{u"models install", Command::InstallModel, u"PAIR", u"", u"",
+               u"下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文"},
+    CommandRow{u"models remove", Command::RemoveModel, u"PAIR", u"", u"", u"移除 PAIR 的模型"},
     CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",
                u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
     CommandRow{u"entries", Command::Entries, u"", u"json search", u"", u"列出歷史紀錄"},
@@ -185,8 +189,11 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
         return Invocation{};
     if (name == "--version"_L1)
         return Invocation{.command = Invocation::Command::Version};
-    if (const CommandRow *row = findCommand([&](const CommandRow &each) { return each.name == name; }))
-        return parseArguments(*row, arguments.sliced(1), texts);
+    for (const qsizetype words : {2, 1}) { // the longer names first
+        const QString typed = arguments.first(std::min(words, arguments.size())).join(u' ');
+        if (const CommandRow *row = findCommand([&](const CommandRow &each) { return each.name == typed; }))
+            return parseArguments(*row, arguments.sliced(std::min(words, arguments.size())), texts);
+    }
     return tl::unexpected(wrongUsage(texts.formatted(u"未知的指令：%@"_s, name)));
 }
 

@@ -100,6 +100,12 @@ Result<CommandOutput> runCommand(const Invocation &invocation, Services &service
         return testConnectionCommand(invocation, services);
     case Command::Languages:
         return languagesCommand(invocation, services);
+    case Command::Models:
+        return modelsCommand(invocation, services);
+    case Command::InstallModel:
+        return installModelCommand(invocation, services);
+    case Command::RemoveModel:
+        return removeModelCommand(invocation, services);
     case Command::Export:
         return exportCommand(invocation, services);
     case Command::Entries:

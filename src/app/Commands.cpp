@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "ConnectionTest.h"
+#include "ModelInstallation.h"
 #include "PictureFile.h"
 #include "RemoteControl.h"
 #include "Services.h"
@@ -275,7 +276,10 @@ Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Servic
             Failure{.domain = outcome.error().domain,
                     .code = outcome.error().code,
                     .description = services.texts().formatted(u"連線失敗：%@"_s, outcome.error().description)});
-    return CommandOutput{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
+    CommandOutput output{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
+    if (services.settings().read(settings::translationEngine) == qint64(TranslationEngine::apple))
+        output.answer += u'\n' + installedModelsText(services.models(), services.texts());
+    return output;
 }
 
 Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services)

@@ -28,6 +28,11 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
 Result<CommandOutput> textCommand(const Invocation &invocation, Services &services);
 /// What translates on this machine: its services, language pairs, phrases and the age of their cache.
 Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services);
+/// The translation models on this machine, and those that the server of models offers.
+Result<CommandOutput> modelsCommand(const Invocation &invocation, Services &services);
+/// Downloads the models that translate a pair. Prints the progress on a terminal's standard error.
+Result<CommandOutput> installModelCommand(const Invocation &invocation, Services &services);
+Result<CommandOutput> removeModelCommand(const Invocation &invocation, Services &services);
 /// Writes the entries of the history that match the search to a file, for other programs.
 Result<CommandOutput> exportCommand(const Invocation &invocation, Services &services);
 /// Prints these entries, as JSON or as lines of original and translation.

@@ -3,8 +3,11 @@
 #include "ConnectionTest.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
+#include "ModelInstallation.h"
 #include "PaneWindowHints.h"
 #include "Services.h"
+#include "Settings.h"
+#include "TranslationEngine.h"
 #include "Version.h"
 
 #include <QCoreApplication>
@@ -36,9 +39,17 @@ SettingsServices ProgramWindows::settingsServices()
         .mainQueue = services.mainQueue(),
         .keychain = services.keychain(),
         .launchAtLogin = m_launchAtLogin,
+        .models = services.models(),
+        .modelInstallation = services.modelInstallation(),
         .testConnection =
             [&services](const std::function<void(Result<QString>)> &completion) {
-                testConnection(services.translationManager(), services.settings(), services.texts(), completion);
+                const auto withModels = [&services, completion](Result<QString> outcome) {
+                    if (outcome && services.settings().read(settings::translationEngine) ==
+                            qint64(TranslationEngine::apple))
+                        *outcome += u'\n' + installedModelsText(services.models(), services.texts());
+                    completion(outcome);
+                };
+                testConnection(services.translationManager(), services.settings(), services.texts(), withModels);
             },
         .onDeviceStatus = [&services] { return services.onDeviceStatus(); },
         .applyDockPresence = m_program.applyDockPresence,

@@ -1,7 +1,10 @@
 #include "Services.h"
 
+#include "ModelInstallation.h"
+#include "ModelStore.h"
 #include "ScreenTextRecognizer.h"
 #include "SecretServiceStorage.h"
+#include "Settings.h"
 
 #include <QLocale>
 
@@ -10,6 +13,30 @@
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
+
+namespace {
+
+Fetch modelFetch(const HttpSession &http, const LocalizationManager &texts)
+{
+    return [&](const QByteArray &url, qint64 offset, const HttpSession::TakePiece &take,
+               const std::function<bool()> &isWanted) -> ModelResult<int> {
+        HttpRequest request{.url = url, .headers = {}, .body = {}};
+        if (!isProtected(QUrl::fromEncoded(url, QUrl::StrictMode)))
+            return tl::unexpected(ModelProblem{.kind = ModelProblem::Kind::Unprotected});
+        if (offset > 0)
+            request.headers.append({"Range", "bytes=" + QByteArray::number(offset) + '-'});
+        try {
+            return http.download(request, take, isWanted);
+        } catch (const TransportError &error) {
+            if (error.kind() == TransportError::Kind::cancelled)
+                return tl::unexpected(ModelProblem{.kind = ModelProblem::Kind::Cancelled});
+            return tl::unexpected(
+                ModelProblem{.kind = ModelProblem::Kind::Network, .text = error.failure(texts).description});
+        }
+    };
+}
+
+} // namespace
 
 Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience)
     : m_diagnostics(std::move(diagnostics))
@@ -50,6 +77,33 @@ void Services::prepareOnDevice(const QObject &view)
     m_bridge->setParentView(&view);
 }
 
+HttpSession &Services::http()
+{
+    if (!m_http)
+        m_http = std::make_unique<HttpSession>();
+    return *m_http;
+}
+
+TranslationModels &Services::models()
+{
+    if (!m_models)
+        m_models = std::make_unique<ModelStore>(
+            InstalledModels::searchFoldersOfThisSystem(),
+            [this] {
+                return ModelStore::Addresses{.registry = m_settings.read(settings::modelRegistryURL).trimmed().toUtf8(),
+                                             .files = m_settings.read(settings::modelFilesURL).trimmed().toUtf8()};
+            },
+            modelFetch(http(), m_texts));
+    return *m_models;
+}
+
+ModelInstallation &Services::modelInstallation()
+{
+    if (!m_modelInstallation)
+        m_modelInstallation = std::make_unique<ModelInstallation>(models(), m_mainQueue);
+    return *m_modelInstallation;
+}
+
 const KeychainStore &Services::keychain()
 {
     translationManager(); // makes it
@@ -61,8 +115,7 @@ TranslationManager &Services::translationManager()
     if (!m_translationManager) {
         m_secrets = std::make_unique<SecretServiceStorage>();
         m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
-        m_http = std::make_unique<HttpSession>();
-        TranslationClients clients = remoteClients(*m_http, m_texts);
+        TranslationClients clients = remoteClients(http(), m_texts);
         onDeviceEngine();
         clients.onDevice = [this](const EngineRequest &request, const auto &isWanted) {
             return m_bridge->translate(request.texts, request.target, isWanted);

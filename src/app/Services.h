@@ -15,9 +15,11 @@
 
 namespace lucentra {
 
+class ModelInstallation;
 class SecretStorage;
 class ScreenTextRecognizer;
 class TextRecognizer;
+class TranslationModels;
 
 /// The objects that both the pane and the command line need. Each is made once; costly ones at their first use.
 class Services
@@ -40,10 +42,13 @@ public:
     const KeychainStore &keychain();
     /// The state of what translates on this computer. Blocks while its data is being built.
     QList<OnDeviceServiceStatus> onDeviceStatus() { return onDeviceEngine().translation->status(); }
+    TranslationModels &models();
+    ModelInstallation &modelInstallation();
     /// Starts what the on-device engine needs, and names the view that its translations are for.
     void prepareOnDevice(const QObject &view);
 
 private:
+    HttpSession &http();
     const OnDeviceEngine &onDeviceEngine();
 
     const DiagnosticLine m_diagnostics;
@@ -57,6 +62,8 @@ private:
     std::unique_ptr<ScreenTextRecognizer> m_recognizer;
     std::unique_ptr<ScheduledTask> m_warmUp;
     std::unique_ptr<HttpSession> m_http;
+    std::unique_ptr<TranslationModels> m_models;
+    std::unique_ptr<ModelInstallation> m_modelInstallation;
     OnDeviceEngine m_onDevice;
     std::unique_ptr<AppleTranslationBridge> m_bridge;
     std::unique_ptr<TranslationManager> m_translationManager;

@@ -49,6 +49,7 @@ struct OnDeviceServiceStatus
     /// Whether this system is configured to install programs without their translations.
     bool isStripped = false;
     bool isGettingReady = false; ///< its data is still being built
+    bool takesModels = false;    ///< translation models that are downloaded add pairs
     qint64 phraseCount = 0;      ///< stored phrases; 0 for a service that doesn't look phrases up
     qint64 cacheAgeSeconds = -1; ///< age of its cache; -1 if it has none
 };

@@ -44,6 +44,14 @@ inline constexpr Setting<QString> anthropicModel{"anthropicModel"_L1, u"claude-s
 inline constexpr Setting<QString> compatibleBaseURL{"compatibleBaseURL"_L1, u"https://openrouter.ai/api/v1"};
 inline constexpr Setting<QString> compatibleModel{"compatibleModel"_L1, u"~openai/gpt-latest"};
 
+/// Where the list of translation models comes from: a collection of records of a Remote Settings server.
+inline constexpr Setting<QString> modelRegistryURL{
+    "modelRegistryURL"_L1,
+    u"https://firefox.settings.services.mozilla.com/v1/buckets/main/collections/translations-models-v2/records"};
+/// Where the files of models come from; the places that the list has are appended.
+inline constexpr Setting<QString> modelFilesURL{"modelFilesURL"_L1,
+                                                u"https://firefox-settings-attachments.cdn.mozilla.net/"};
+
 /// The consent to send text to a remote engine, given by its raw value (1 to 7). For any other value the setting has no
 /// key, reads as false and drops writes.
 constexpr Setting<bool> consentKey(qint64 engineRawValue)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLatin1StringView>
+#include <QString>
 #include <QStringView>
 
 #include <array>
@@ -47,5 +48,8 @@ static_assert(targetLanguages.back().isTarget() && !languages[targetLanguages.si
 
 /// The target language of a code, compared exactly; nullptr if there is none.
 const Language *targetLanguage(QStringView code);
+
+/// The name of a language in that language, as "日本語" for "ja". The code itself if there is none.
+QString ownLanguageName(const QString &code);
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #include "AppleTranslationBridge.h"
 
 #include "LanguageIdentifier.h"
+#include "TranslationModels.h"
 
 #include <algorithm>
 #include <future>
@@ -83,6 +84,12 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
         for (const OnDeviceServiceStatus &status : m_service.status()) {
             result.addableBy += status.addableBy;
             result.isStripped = result.isStripped || status.isStripped;
+            for (const auto &[language, positions] : groups) {
+                const LanguagePair pair{language, targetLanguage};
+                if (status.takesModels && modelRoute(pair, status.pairs).isEmpty() &&
+                    !modelRoute(pair, knownModelPairs()).isEmpty())
+                    result.lackingModels.append(pair);
+            }
         }
     }
     return result;

@@ -1,4 +1,5 @@
 #include "EngineClients.h"
+#include "HttpSession.h"
 #include "Json.h"
 #include "TranslationEngine.h"
 
@@ -12,14 +13,6 @@ namespace lucentra {
 namespace {
 
 const QString label = u"相容 API"_s;
-
-bool mayReceiveText(const QUrl &url)
-{
-    const QString host = url.host(); // in lower case, like the scheme
-    if (url.scheme() == u"https")
-        return !host.isEmpty();
-    return url.scheme() == u"http" && (host == u"localhost" || host == u"127.0.0.1" || host == u"::1");
-}
 
 /// The key, and what the address itself may hold of that kind.
 QStringList secretsOf(const EngineRequest &request)
@@ -36,7 +29,7 @@ QStringList secretsOf(const EngineRequest &request)
 QByteArray chatCompletionsURL(const QString &baseUrl)
 {
     QUrl url(baseUrl.trimmed(), QUrl::StrictMode);
-    if (!url.isValid() || !mayReceiveText(url))
+    if (!url.isValid() || !isProtected(url))
         throw TranslationProviderError::invalidConfiguration(
             u"相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP"_s);
     QString path = url.path(QUrl::FullyEncoded);

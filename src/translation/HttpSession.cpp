@@ -23,6 +23,11 @@ using Kind = TransportError::Kind;
 /// How many channels wait for their next request; each keeps the connections of one earlier thread.
 constexpr size_t mostIdleChannels = 4;
 
+/// How long a download takes at most; it ends much earlier if no data arrive.
+constexpr std::chrono::hours longestDownload{24};
+/// How often a download asks whether it is still wanted.
+constexpr int downloadPollMilliseconds = 200;
+
 template <auto cleanUp>
 struct Cleanup
 {
@@ -145,6 +150,14 @@ std::optional<QByteArray> wireUrl(const QByteArray &url)
     return url;
 }
 
+bool isProtected(const QUrl &url)
+{
+    const QString host = url.host(); // in lower case, like the scheme
+    if (url.scheme() == u"https")
+        return !host.isEmpty();
+    return url.scheme() == u"http" && (host == u"localhost" || host == u"127.0.0.1" || host == u"::1");
+}
+
 Failure TransportError::failure(const LocalizationManager &texts) const
 {
     return {.domain = u"HttpSession"_s,
@@ -174,6 +187,12 @@ struct HttpSession::State
     std::vector<Channel *> working{};             // guarded by the mutex
 };
 
+struct HttpSession::Download
+{
+    const TakePiece &take;
+    const std::function<bool()> &isWanted;
+};
+
 namespace {
 
 /// A running request: a transfer of libcurl, the received part of its answer, and the remaining number of redirects.
@@ -182,7 +201,7 @@ class HttpExchange
 public:
     /// References outlive the exchange. Throws `invalidRequest` if the URL or a header is invalid.
     HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile, CURLSH *share,
-                 Clock::time_point deadline);
+                 Clock::time_point deadline, const HttpSession::TakePiece *take);
 
     CURL *handle() const { return m_handle.get(); }
 
@@ -209,12 +228,15 @@ private:
     qsizetype m_headSize = 0;
     bool m_isTooLarge = false;
     int m_redirectsLeft = HttpSession::mostRedirects;
+    const HttpSession::TakePiece *m_take; ///< null if the body is collected
+    bool m_isStopped = false;             ///< by `m_take`
 };
 
 HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile,
-                           CURLSH *share, Clock::time_point deadline)
+                           CURLSH *share, Clock::time_point deadline, const HttpSession::TakePiece *take)
     : m_request(request)
     , m_deadline(deadline)
+    , m_take(take)
 {
     if (!m_handle)
         throw TransportError(Kind::other);
@@ -239,6 +261,13 @@ HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
     curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &HttpExchange::takeHead);
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    if (m_take) {
+        curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, nullptr);
+        curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, long(request.timeout.count()));
+        curl_easy_setopt(easy, CURLOPT_LOW_SPEED_LIMIT, 1L);
+        curl_easy_setopt(easy, CURLOPT_LOW_SPEED_TIME,
+                         long(std::chrono::ceil<std::chrono::seconds>(request.timeout).count()));
+    }
     setProxy(proxy);
     setUrl(request.url);
     const bool withBody = request.method != "GET";
@@ -302,6 +331,12 @@ void HttpExchange::setProxy(const ProxyAddress &proxy)
 size_t HttpExchange::takeBody(const char *data, size_t size, size_t count, void *exchange)
 {
     auto &self = *static_cast<HttpExchange *>(exchange);
+    if (self.m_take) {
+        long status = 0;
+        curl_easy_getinfo(self.handle(), CURLINFO_RESPONSE_CODE, &status);
+        self.m_isStopped = !(*self.m_take)(int(status), {data, qsizetype(size * count)});
+        return self.m_isStopped ? 0 : size * count;
+    }
     self.m_body.append(data, qsizetype(size * count));
     self.m_isTooLarge = self.m_body.size() > HttpSession::largestBody;
     return self.m_isTooLarge ? 0 : size * count;
@@ -347,6 +382,8 @@ TransportError HttpExchange::error(CURLcode code) const
 {
     if (m_isTooLarge)
         return TransportError(Kind::answerTooLarge);
+    if (m_isStopped)
+        return TransportError(Kind::cancelled);
     long proxyStatus = 0;
     curl_easy_getinfo(handle(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
     if (proxyStatus >= 300)
@@ -381,6 +418,22 @@ HttpResponse HttpSession::send(const HttpRequest &request) const
 
 void HttpSession::sendTogether(const QList<HttpRequest> &requests,
                                const std::function<void(qsizetype, const HttpResponse &)> &answered) const
+{
+    transfer(requests, answered, nullptr);
+}
+
+int HttpSession::download(const HttpRequest &request, const TakePiece &take,
+                          const std::function<bool()> &isWanted) const
+{
+    const Download download{.take = take, .isWanted = isWanted};
+    int status = 0;
+    transfer({request}, [&](qsizetype, const HttpResponse &response) { status = response.status; }, &download);
+    return status;
+}
+
+void HttpSession::transfer(const QList<HttpRequest> &requests,
+                           const std::function<void(qsizetype, const HttpResponse &)> &answered,
+                           const Download *download) const
 {
     const Clock::time_point start = Clock::now();
     /// A channel for the time of this call.
@@ -430,14 +483,15 @@ void HttpSession::sendTogether(const QList<HttpRequest> &requests,
             throw TransportError(Kind::invalidRequest);
         const Clock::time_point deadline = start + request.timeout;
         const ProxyAddress proxy = m_state->proxies.proxyFor(QUrl::fromEncoded(request.url), deadline);
-        transfers.exchanges.push_back(std::make_unique<HttpExchange>(request, proxy, m_state->certificateFile,
-                                                                     lease.channel->share.get(), deadline));
+        transfers.exchanges.push_back(std::make_unique<HttpExchange>(
+            request, proxy, m_state->certificateFile, lease.channel->share.get(),
+            download ? start + longestDownload : deadline, download ? &download->take : nullptr));
     }
     for (const auto &exchange : transfers.exchanges)
         curl_multi_add_handle(multi, exchange->handle());
 
     for (qsizetype unanswered = requests.size(); unanswered > 0;) {
-        if (m_state->isCancelled)
+        if (m_state->isCancelled || (download && !download->isWanted()))
             throw TransportError(Kind::cancelled);
         int running = 0;
         int waiting = 0;
@@ -460,7 +514,7 @@ void HttpSession::sendTogether(const QList<HttpRequest> &requests,
         }
         // Returns at once if libcurl has something to do; a wake-up is never lost. The limit is only an upper bound.
         if (unanswered > 0)
-            curl_multi_poll(multi, nullptr, 0, 60'000, nullptr);
+            curl_multi_poll(multi, nullptr, 0, download ? downloadPollMilliseconds : 60'000, nullptr);
     }
 }
 

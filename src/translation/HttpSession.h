@@ -3,6 +3,7 @@
 #include "TranslationError.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QNetworkProxy>
 #include <QString>
@@ -103,12 +104,25 @@ public:
     void sendTogether(const QList<HttpRequest> &requests,
                       const std::function<void(qsizetype, const HttpResponse &)> &answered) const;
 
+    /// Receives a body piece by piece, each with the status of the answer. Returns false to end the transfer.
+    using TakePiece = std::function<bool(int status, QByteArrayView piece)>;
+
+    /// Sends the request and passes the bodies of its answers, also those of redirects, to `take` as they arrive: not
+    /// decoded and of any size. The request's timeout limits the time without data. Returns the status of the last
+    /// answer. Throws `TransportError`; it is `cancelled` if `take` or `isWanted`, which is called several times per
+    /// second, returns false. Both are called on the calling thread.
+    int download(const HttpRequest &request, const TakePiece &take, const std::function<bool()> &isWanted) const;
+
     /// Ends all running and future requests with `cancelled`. Any thread; permanent. Doesn't wait for their threads.
     void cancelAll();
 
 private:
     struct Channel;
     struct State;
+    struct Download;
+
+    void transfer(const QList<HttpRequest> &requests,
+                  const std::function<void(qsizetype, const HttpResponse &)> &answered, const Download *download) const;
 
     const std::unique_ptr<State> m_state;
 };
@@ -116,5 +130,8 @@ private:
 /// The bytes as a URL for a request. Returns nullopt if the scheme isn't http or https, the host is missing, or a
 /// character isn't valid in a URL.
 std::optional<QByteArray> wireUrl(const QByteArray &url);
+
+/// Whether nobody on the network can read or change what is exchanged: https, or http to this computer.
+bool isProtected(const QUrl &url);
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #include "OnDeviceNote.h"
 
 #include "LocalizationManager.h"
+#include "ModelInstallation.h"
 #include "OnDeviceTranslations.h"
 
 #include <algorithm>
@@ -30,6 +31,11 @@ QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &tra
         return texts.localized(u"無法判斷文字的語言。"_s);
     else
         return texts.localized(u"文字已是目標語言。"_s);
+    QStringList models;
+    for (const LanguagePair &pair : translations.lackingModels)
+        models.append(modelTitle(pair));
+    if (!models.isEmpty())
+        note += u'\n' + texts.formatted(u"設定的「翻譯」分頁可以下載所需的翻譯模型：%@"_s, models.join(u", "_s));
     if (!translations.addableBy.isEmpty())
         note += u'\n' + texts.formatted(u"安裝這些套件也有幫助：%@"_s, translations.addableBy.join(u' '));
     if (translations.isStripped)

@@ -14,6 +14,7 @@ struct OnDeviceTranslations
     QList<OnDeviceOutcome> outcomes; ///< one per source text; empty if nothing was tried
     bool isStripped = false;         ///< the system installs programs without their translations
     QStringList addableBy;           ///< packages that would add phrases or language pairs
+    QList<LanguagePair> lackingModels; ///< pairs whose translation models could be downloaded
 };
 
 } // namespace lucentra

@@ -1,11 +1,11 @@
 #include "OnDeviceSection.h"
 
+#include "Language.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
 #include "SettingsForm.h"
 
 #include <QLabel>
-#include <QLocale>
 #include <QMap>
 #include <QPointer>
 
@@ -21,24 +21,15 @@ namespace {
 
 constexpr std::chrono::seconds lookInterval{3};
 
-/// The name of a language in that language.
-QString ownName(const QString &code)
-{
-    if (code == u"en")
-        return u"English"_s; // without a country
-    const QString name = QLocale(code).nativeLanguageName();
-    return name.isEmpty() ? code : name;
-}
-
 /// One line per source language: "English → 日本語, 한국어".
 QStringList pairLines(const QList<LanguagePair> &pairs)
 {
     QMap<QString, QStringList> targets;
     for (const LanguagePair &pair : pairs)
-        targets[pair.source].append(ownName(pair.target));
+        targets[pair.source].append(ownLanguageName(pair.target));
     QStringList lines;
     for (auto it = targets.cbegin(); it != targets.cend(); ++it)
-        lines.append(ownName(it.key()) + u" → "_s + it.value().join(u", "_s));
+        lines.append(ownLanguageName(it.key()) + u" → "_s + it.value().join(u", "_s));
     return lines;
 }
 

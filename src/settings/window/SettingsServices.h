@@ -17,8 +17,10 @@ class KeychainStore;
 class LaunchAtLogin;
 class LocalizationManager;
 class MainQueue;
+class ModelInstallation;
 class Scheduler;
 class SettingsStore;
+class TranslationModels;
 
 /// The services of the settings window. All functions except `onDeviceStatus` are called on the main thread.
 struct SettingsServices
@@ -29,6 +31,8 @@ struct SettingsServices
     MainQueue &mainQueue;
     const KeychainStore &keychain;
     LaunchAtLogin &launchAtLogin;
+    TranslationModels &models; ///< called on a worker
+    ModelInstallation &modelInstallation;
 
     /// Sends a short sentence like a pass does. Completes once, on the main thread.
     std::function<void(std::function<void(Result<QString>)> completion)> testConnection;

@@ -6,6 +6,7 @@
 #include "EngineSection.h"
 #include "Language.h"
 #include "LocalizationManager.h"
+#include "ModelsSection.h"
 #include "OnDeviceSection.h"
 #include "Settings.h"
 #include "SettingsForm.h"
@@ -84,6 +85,9 @@ void TranslationTab::addEngineSections()
 {
     m_onDevice = new OnDeviceSection(m_form);
     addSection(m_onDevice);
+    m_models = new ModelsSection(m_form);
+    m_models->onModelsChanged = [this] { m_onDevice->refresh(); };
+    addSection(m_models);
     for (const EngineEntry &entry : engineCatalogue()) {
         if (entry.serviceName.isEmpty())
             continue;
@@ -126,6 +130,7 @@ void TranslationTab::showSelectedEngine()
     if (selected != m_shown) {
         m_shown = selected;
         m_onDevice->setVisible(selected == TranslationEngine::apple);
+        m_models->setVisible(selected == TranslationEngine::apple);
         for (const EngineEntry &entry : engineCatalogue()) {
             const auto number = size_t(entry.engine);
             if (!m_engines[number])
@@ -133,8 +138,10 @@ void TranslationTab::showSelectedEngine()
             m_engines[number]->setVisible(selected == entry.engine);
             m_consents[number]->setVisible(selected == entry.engine);
         }
-        if (selected == TranslationEngine::apple)
+        if (selected == TranslationEngine::apple) {
             m_onDevice->refresh();
+            m_models->refresh();
+        }
         m_connection->forget();
     }
     m_connection->refresh();

@@ -12,6 +12,7 @@ class APIKeys;
 class ConnectionSection;
 class ConsentSection;
 class EngineSection;
+class ModelsSection;
 class OnDeviceSection;
 
 /// Engine and languages, how a translation is started, and the settings of the selected engine.
@@ -33,6 +34,7 @@ private:
     std::array<EngineSection *, 8> m_engines{};   ///< by engine number
     std::array<ConsentSection *, 8> m_consents{}; ///< by engine number; null for the on-device engine
     OnDeviceSection *m_onDevice = nullptr;
+    ModelsSection *m_models = nullptr;
     ConnectionSection *m_connection = nullptr;
     std::optional<TranslationEngine> m_shown; ///< nullopt at first
 };

@@ -8,6 +8,7 @@
 #include "LoginItem.h"
 #include "MainQueue.h"
 #include "ManualScheduler.h"
+#include "ModelInstallation.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "SettingsView.h"
@@ -21,6 +22,19 @@
 #include <optional>
 
 namespace lucentra {
+
+class FakeModels : public TranslationModels
+{
+public:
+    QList<StoredModel> stored() override { return {}; }
+    ModelResult<QList<OfferedModel>> offered(const std::function<bool()> &) override { return {}; }
+    ModelResult<void> install(const OfferedModel &, const std::function<void(qint64)> &,
+                              const std::function<bool()> &) override
+    {
+        return {};
+    }
+    ModelResult<void> remove(const LanguagePair &) override { return {}; }
+};
 
 class RefusedLoginItem : public LoginItem
 {
@@ -44,6 +58,8 @@ struct SettingsFixture
     KeychainStore keychain{secrets, QStringLiteral("test"), {}};
     RefusedLoginItem loginItem;
     LaunchAtLogin launchAtLogin{loginItem, mainQueue, {}};
+    FakeModels models;
+    ModelInstallation modelInstallation{models, mainQueue};
     QStringList posted;
     bool isHotkeyRefused = false;
     SettingsServices services{
@@ -53,6 +69,8 @@ struct SettingsFixture
         .mainQueue = mainQueue,
         .keychain = keychain,
         .launchAtLogin = launchAtLogin,
+        .models = models,
+        .modelInstallation = modelInstallation,
         .testConnection =
             [](const std::function<void(Result<QString>)> &completion) { completion(QStringLiteral("good")); },
         .onDeviceStatus =
