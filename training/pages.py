@@ -73,6 +73,18 @@ class Screen:
         return self.pick((lambda: f"{self.pick(WORDS)}{self.pick(('', '_old', '-2', '1'))}.{self.pick(('txt', 'png', 'cpp', 'odt', 'html', 'tar.gz', 'mp3'))}",
                           lambda: self.pick(WORDS).capitalize(), lambda: f"{self.pick(WORDS)}_{self.pick(WORDS)}", self.short))()
 
+    def family(self):
+        """Returns a maker of names that begin alike: City AA, City BB; Model 01, Model 02."""
+        head = self.pick((self.short, lambda: self.pick(WORDS).capitalize()))()
+        tail = self.pick((lambda: self.pick("ABCDEFG") * 2, lambda: f"0{self.number(1, 9)}", lambda: str(self.number(1, 40)), lambda: self.pick("ABCDEFGH"), lambda: self.pick(WORDS)))
+        return lambda: f"{head} {tail()}"
+
+    def date(self):
+        n = self.number
+        y, m, d = n(2001, 2029), n(1, 12), n(1, 28)
+        return self.pick((f"{y}-{m:02}-{d:02}", f"{d:02}/{m:02}/{y}", f"{y}年{m:02}月{d:02}日", f"{y}年{m}月{d}日", f"{d} {self.pick(('Jan', 'Feb', 'May', 'Oct'))} {y}", f"{y}-{m:02}-{d:02} {n(0, 23):02}:{n(0, 59):02}",
+                          f"{y}년 {m}월 {d}일", f"{y}/{m}/{d}"))
+
     def label(self):
         return self.pick((self.short, self.short, self.short, self.short, self.figure, self.name))()
 
@@ -143,12 +155,12 @@ class Screen:
         return self.row(self.some(4, 11, lambda: f'<div style="padding:{self.number(1, 5)}px {pad}px;{"background:" + self.accent if self.maybe(.06) else ""}">{self.short()}{self.access() if key else ""}</div>'), self.pick((0, 0, 0, 2, 6)), "padding:0 4px")
 
     def toolbar(self):
-        size, plain = self.pick((16, 16, 22, 24, 24, 32)), self.maybe(.5)
+        size, plain, arrows = self.pick((16, 16, 22, 24, 24, 32)), self.maybe(.5), self.maybe(.4)
 
         def item():
             k = self.chance.random()
             if k < .62:
-                return self.icon(size, plain)
+                return self.icon(size, plain) + (f'<span style="margin-left:{self.number(1, 3)}px">{self.sign(self.number(6, 10))}</span>' if arrows and self.maybe(.4) else "")
             if k < .72:
                 return f'<div style="width:1px;height:{size}px;background:{self.edge}"></div>'
             if k < .8:
@@ -170,6 +182,12 @@ class Screen:
         tail = self.pick(("", self.sign(9), self.row(self.sign(8) + self.sign(8), self.number(1, 8)), f'<div style="line-height:.6">{self.sign(8)}<br>{self.sign(8)}</div>'))
         return (f'<div style="display:flex;align-items:center;justify-content:space-between;gap:{self.number(2, 8)}px;overflow:hidden;border:1px solid {self.edge};border-radius:{self.number(0, 5)}px;'
                 f'background:{self.ground};padding:{self.number(0, 4)}px {self.number(2, 7)}px;width:{width or self.number(40, 240)}px"><span>{inner}</span>{tail}</div>')
+
+    def gauge(self):
+        """A bar that is partly filled, with its name and its number on it."""
+        part = self.number(0, 100)
+        return (f'<div style="display:flex;justify-content:space-between;width:{self.number(120, 260)}px;padding:{self.number(1, 4)}px 4px;margin:2px;border:1px solid {self.edge};white-space:nowrap;overflow:hidden;'
+                f'background:linear-gradient(90deg,{self.pick((self.edge, self.panel, self.soft))} {part}%,{self.ground} {part}%)"><span>{self.short()}</span><span>{self.figure()} {self.sign(8) if self.maybe(.5) else ""}</span></div>')
 
     def button(self, style=""):
         strong = self.maybe(.25)
@@ -232,7 +250,7 @@ class Screen:
     def table(self):
         """Tables, sheets and lists: with rules or without, with coloured, bold and empty cells."""
         columns, rows, rules = self.number(2, 9), self.number(4, 22), self.pick(("all", "all", "rows", "none", "none", "zebra"))
-        kinds = [self.pick((self.figure, self.figure, self.short, self.label, self.name, lambda: f"{self.number(0, 99)}", lambda: (self.icon(16) + " " + self.name()))) for _ in range(columns)]
+        kinds = [self.pick((self.figure, self.figure, self.short, self.label, self.name, self.family(), self.date, lambda: f"{self.number(0, 99)}", lambda: (self.icon(16) + " " + self.name()))) for _ in range(columns)]
         pads, empty = (self.number(0, 5), self.number(1, 10)), self.pick((0, .1, .4))
         rule = f"1px solid {self.edge}"
 
@@ -261,6 +279,20 @@ class Screen:
         widths = [(self.number(50, 130), self.pick(("left", "right"))) for _ in range(3)]
         return f'<div>{self.some(5, 24, entry)}</div>'
 
+    def details(self):
+        """A list of files: columns as wide as their longest entry, without rules, close to each other."""
+        gap, pad, kinds = self.number(2, 7), self.number(0, 6), [self.short() for _ in range(self.number(1, 4))]
+        columns = [lambda: f"{self.number(1, 9999) / 10:.1f} {self.pick(('KiB', 'KiB', 'MiB', 'kB', 'MB'))}", lambda: self.pick(kinds), self.date, self.family(), lambda: str(self.number(0, 99))]
+        self.chance.shuffle(columns)
+        columns = columns[:self.number(2, 5)]
+        aligns, icons = [self.pick(("left", "left", "right")) for _ in columns], self.maybe(.7)
+        place = f'style="padding:{pad}px {gap}px'
+        head = "<tr>" + "".join(f'<td {place}">{self.short()}</td>' for _ in range(len(columns) + 1)) + "</tr>" if self.maybe(.7) else ""
+        wide = ";width:100%" if self.maybe(.5) else ""
+        rows = self.some(6, 24, lambda: f'<tr style="{"background:" + self.accent if self.maybe(.04) else ""}"><td {place}{wide}">{self.icon(16) + " " if icons else ""}<span>{self.name()}</span></td>'
+                         + "".join(f'<td {place};text-align:{align}">{column()}</td>' for column, align in zip(columns, aligns)) + "</tr>")
+        return f'<table style="border-collapse:collapse;white-space:nowrap;{"width:100%" if self.maybe(.5) else ""}">{head}{rows}</table>'
+
     def grid(self):
         size, width = self.pick((32, 48, 48, 64)), self.number(72, 120)
         return f'<div style="display:flex;flex-wrap:wrap;gap:{self.number(2, 10)}px;padding:8px">' + self.some(6, 24, lambda: f'<div style="width:{width}px;text-align:center;font-size:{self.number(80, 100)}%;overflow-wrap:anywhere">{self.icon(size)}<div>{self.name()}</div></div>') + "</div>"
@@ -285,7 +317,8 @@ class Screen:
             spans += [f'<span style="color:{self.pick(colours + [self.text])}">{word()}</span>' for _ in range(self.number(1, 6))]
             return indent + self.pick((" ", " ", " = ")).join(spans) + self.pick((";", ")", " {", "", ","))
         numbers, start = self.maybe(.7), self.number(1, 300)
-        rows = "".join('<div style="display:flex">' + (f'<div style="width:36px;margin-right:{self.pick((8, 14))}px;color:{self.soft};text-align:right;flex:none">{start + i}</div>' if numbers else "") + f"<div>{line()}</div></div>" for i in range(lines or self.number(8, 40)))
+        fold = f'<svg width="14" height="20" style="flex:none"><path fill="none" stroke="{self.soft}" d="{self.pick(("M7 0v20", "M7 0v20M7 10h6", "M3 6h8v8h-8zM5 10h4M7 14v6", "M3 6h8v8h-8zM5 10h4M7 8v4"))}"/></svg>' if self.maybe(.3) else ""
+        rows = "".join('<div style="display:flex">' + (f'<div style="width:36px;margin-right:{self.pick((8, 14))}px;color:{self.soft};text-align:right;flex:none">{start + i}</div>' if numbers else "") + (fold if self.maybe(.6) else '<div style="width:14px;flex:none"></div>' if fold else "") + f"<div>{line()}</div></div>" for i in range(lines or self.number(8, 40)))
         return f'<div style="font-family:{self.mono};white-space:pre;line-height:{self.pick((1.1, 1.2, 1.35, 1.5))};padding:4px;overflow:hidden">{rows}</div>'
 
     def terminal(self):
@@ -349,7 +382,7 @@ class Screen:
         """A spreadsheet: columns of fixed width whose rules are close to the letters, bold, coloured and chosen cells."""
         rule = f"{self.pick((1, 1, 1, 2, 3))}px solid {self.pick((self.edge, self.edge, self.soft, self.text))}"
         wide, side, pad = [self.number(28, 120) for _ in range(self.number(4, 14))], self.number(0, 2), self.number(0, 3)
-        kinds = [self.pick((self.figure, lambda: str(self.number(0, 9)), lambda: str(self.number(0, 99)), self.short, self.label)) for _ in wide]
+        kinds = [self.pick((self.figure, lambda: str(self.number(0, 9)), lambda: str(self.number(0, 99)), self.short, self.label, self.family())) for _ in wide]
         head = f"background:{self.panel};text-align:center;font-weight:{self.pick((400, 700))}"
 
         def cell(i, text, look=""):
@@ -407,7 +440,7 @@ class Screen:
         return f'<div style="display:grid;grid-template-columns:repeat({n},{size + 6}px);padding:4px;gap:{self.number(0, 4)}px">' + self.some(8, 30, lambda: self.icon(size)) + "</div>"
 
     def part(self):
-        k = self.pick((self.table, self.table, self.files, self.files, self.tree, self.form, self.form, self.settings, self.code, self.terminal, self.prose, self.prose, self.chat, self.cards,
+        k = self.pick((self.table, self.table, self.details, self.details, self.files, self.tree, self.tree, lambda: self.some(3, 9, self.gauge), self.form, self.form, self.settings, self.code, self.terminal, self.prose, self.prose, self.chat, self.cards,
                        self.chart, self.map, self.grid, self.sheet, self.sheet, self.calendar, self.keys, self.keys, self.toolbar, self.toolbar, self.menubar, self.tabs, self.bigtools, self.palette, self.toolbox, self.rulers, self.tracks,
                        lambda: self.some(3, 9, self.check), lambda: f'<div style="padding:8px">{self.some(1, 6, self.button, " ")}</div>', self.menu, self.status))
         return k()
@@ -488,10 +521,14 @@ class Screen:
         if self.maybe(.6):  # bar at the top or bottom
             items = self.some(3, 9, lambda: f'<span style="display:flex;align-items:center;gap:4px">{self.pick((self.icon(16), self.picture("width:18px;height:18px"), ""))}<span>{self.pick((self.figure, self.figure, self.short, lambda: self.short() + " " + self.figure()))()}</span></span>')
             parts.append(self.plate(self.row(items, n(6, 40)), f"left:0;right:0;{self.pick(('top', 'bottom'))}:0;padding:{n(1, 6)}px;"))
-        if self.maybe(.5):  # panel at a side
+        if self.maybe(.6):  # panel at a side
+            gold = self.tone(60, 85)
+
             def stat():
                 return self.pick((lambda: f'<div style="display:flex;justify-content:space-between;gap:8px"><span>{self.short()}</span><span>{self.figure()}</span></div>', lambda: f"<div>{self.short()}: {self.figure()}</div>",
                                   lambda: f'<div style="height:{n(5, 12)}px;border:1px solid #888;margin:3px 0"><div style="height:100%;width:{n(5, 100)}%;background:{self.accent}"></div></div>',
+                                  lambda: f'<div style="display:grid;grid-template-columns:1fr 1fr;gap:{n(0, 4)}px {n(4, 14)}px;font-size:{n(8, 12)}px;line-height:1.1">' + self.some(2, 6, lambda: f'<div><div style="color:{self.pick((gold, "#fff", "#bbb"))}">{self.short()}</div><div>{self.figure()}</div></div>') + "</div>",
+                                  lambda: f'<div>{self.picture("width:24px;height:24px")} <span style="font-size:{n(8, 12)}px">{n(1, 20)}{self.pick("x×-")}{n(1, 9)} {self.short()}</span></div>',
                                   lambda: f"<div>{self.picture('width:40px;height:40px')}{self.short()}</div>", lambda: f"<div>{self.long()}</div>", lambda: f'<div style="text-align:center;border:1px solid #888;padding:{n(2, 6)}px;margin:{n(2, 6)}px;background:{self.tone(15, 40)};color:#fff">{self.short()}</div>'))()
             parts.append(self.plate(self.some(4, 14, stat), f"{self.pick(('left', 'right'))}:{n(0, 10)}px;top:{n(0, 120)}px;width:{n(110, 260)}px;"))
         if self.maybe(.5):  # dialogue

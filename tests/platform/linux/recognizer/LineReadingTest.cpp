@@ -91,6 +91,8 @@ private Q_SLOTS:
         QTest::newRow("a bracket on a picture") << u"}"_s << 93.0 << true << 1 << false;
         QTest::newRow("parts of syllables") << u"ㅁㅁ ㅠ"_s << 90.0 << false << 6 << false;
         QTest::newRow("a part among syllables") << u"ㆍ 전체 특징 (ㅁ"_s << 90.0 << false << 12 << true;
+        QTest::newRow("a bracket of Japanese among syllables") << u"이 『전체 특징"_s << 90.0 << false << 12 << true;
+        QTest::newRow("syllables among kana") << u"が전체フ"_s << 90.0 << false << 12 << false;
         QTest::newRow("syllables") << u"설정"_s << 90.0 << false << 6 << true;
         QTest::newRow("two letters from a picture's edges") << u"ay"_s << 70.0 << true << 3 << false;
     }

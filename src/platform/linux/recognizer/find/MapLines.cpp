@@ -148,7 +148,7 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
 /// Joins lines whose letters nearly touch: the net takes a character like a frame for a gap. Returns whether there are any.
 bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
-    constexpr double apart = 0.3; // of the height; cells and labels are farther apart
+    constexpr double apart = 0.36; // of the height; cells and labels are farther apart
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
         if (inks[i].area > 0)

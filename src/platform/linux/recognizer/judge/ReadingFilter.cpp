@@ -68,9 +68,8 @@ bool isRatherIcon(const Reading &reading, const FoundLine &line)
 bool isGibberish(const QString &text)
 {
     static const QRegularExpression lonePart(u"[\\x{1100}-\\x{11FF}\\x{3130}-\\x{318F}]"_s);
-    static const QRegularExpression syllable(u"[\\x{AC00}-\\x{D7A3}]"_s);
-    static const QRegularExpression kana(u"[\\p{Hiragana}\\p{Katakana}]"_s);
-    return 3 * text.count(lonePart) >= text.size() || (text.contains(syllable) && text.contains(kana));
+    const Scripts scripts = scriptsOf(text);
+    return 3 * text.count(lonePart) >= text.size() || (scripts.hangul > 0 && scripts.kana > 0);
 }
 
 /// A line of code that closes or opens what others are in.

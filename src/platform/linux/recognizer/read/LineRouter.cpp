@@ -18,7 +18,7 @@ constexpr double good = 80;          // nor is another try at the same
 constexpr double doubtful = 70;      // other languages are asked as well
 constexpr double hopeless = 40;      // of a picture's edges, or of letters that weren't told apart from it
 constexpr double englishLead = 12;   // English reads Latin letters better than others that are as confident
-constexpr double disagreement = 0.5; // of the confidence goes where a reading is in none of the scripts that are seen
+constexpr double disagreement = 0.15; // of the confidence goes where a reading is in none of the scripts that are seen
 
 double sumOf(const ScriptShares &scripts)
 {
