@@ -42,8 +42,8 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_visualEffect(new GlassBackdropView(this))
     , m_neonBorderView(new NeonBorderView(services.settings, this))
     , m_grip(new GripView(this))
-    , m_capsule(new ControlCapsuleView(services.texts, *m_visualEffect, this))
     , m_overlayView(new OverlayView(this))
+    , m_capsule(new ControlCapsuleView(services.texts, *m_visualEffect, this))
     , m_hints(*this, services.scheduler,
               {.add = [this](QWidget *view) { addBelowCapsule(view); },
                .changed = [this] { updateCalmAreas(); },

@@ -113,8 +113,8 @@ private:
     GlassBackdropView *m_visualEffect;
     NeonBorderView *m_neonBorderView;
     GripView *m_grip;
+    OverlayView *m_overlayView; ///< made before the capsule, and therefore beneath it and beneath hints
     ControlCapsuleView *m_capsule;
-    OverlayView *m_overlayView;
     QPointer<GlassErrorCard> m_errorCard;
     PaneHints m_hints;
     QPointer<QWidget> m_inputPanel;

@@ -114,6 +114,9 @@ private Q_SLOTS:
         QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
         pane.view->showTranslations({{u"譯文"_s, {100, 130, 280, 30}, {280}}}, {}); // beneath the hint, though later
         QVERIFY(pane.picture().pixelColor(besideText).lightness() < 40);
+        pane.view->showTranslations({{QString(40, u'█'), {100, 100, 280, 80}, {280}}}, {});
+        QVERIFY(pane.picture().pixelColor(QPoint(110, besideText.y())).lightness() > 150);
+        QVERIFY(pane.picture().pixelColor(besideText).lightness() < 80);
     }
 
     void borderColours()
