@@ -26,10 +26,13 @@ QString ageText(qint64 seconds, const LocalizationManager &texts)
 }
 
 /// The pairs by source language, one line each: "de → en zh-Hant".
-QStringList pairLines(const QList<LanguagePair> &pairs)
+QStringList pairLines(const OnDeviceServiceStatus &service, const LocalizationManager &texts)
 {
+    if (service.pairs.isEmpty())
+        return {u"    "_s + texts.localized(service.isGettingReady ? u"正在收集這部電腦上的譯文，請稍後再試。"_s
+                                                                   : u"沒有可用的語言"_s)};
     QMap<QString, QStringList> targets;
-    for (const LanguagePair &pair : pairs)
+    for (const LanguagePair &pair : service.pairs)
         targets[pair.source].append(pair.target);
     QStringList lines;
     for (auto it = targets.cbegin(); it != targets.cend(); ++it)
@@ -46,9 +49,7 @@ QString page(const QList<OnDeviceServiceStatus> &services, const LocalizationMan
             title += u"  "_s + texts.formatted(u"%d 個詞句"_s, int(service.phraseCount));
         if (service.cacheAgeSeconds >= 0)
             title += u"  "_s + ageText(service.cacheAgeSeconds, texts);
-        lines << title
-              << (service.pairs.isEmpty() ? QStringList(u"    "_s + texts.localized(u"沒有可用的語言"_s))
-                                          : pairLines(service.pairs));
+        lines << title << pairLines(service, texts);
         if (!service.addableBy.isEmpty())
             lines << u"    "_s + texts.formatted(u"安裝這些套件也有幫助：%@"_s, service.addableBy.join(u' '));
         if (service.isStripped)
