@@ -1,1 +1,116 @@
-"""The native pane of Wayland sessions."""
+"""The native pane over another program's window in sessions of sway and KWin, translating through a local server."""
+import subprocess
+import time
+import unittest
+
+from PIL import Image, ImageChops
+
+from case import CONSENT, Case
+from chat_server import ChatServer, blocks_of
+from desktop import LUCENTRA
+from sample_page import render
+from screen import eventually
+from wayland import KWin, Sway
+
+LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
+SCREEN = (1280, 800)
+PANE = (400, 260, 880, 540)  # at first, in the middle of the output
+HELLO = ("key 35", "key 18", "key 38", "key 38", "key 24")  # by the kernel's numbers
+
+
+class NativePane:
+    """What must hold with each compositor. One session does it all, since each takes seconds to start."""
+
+    make_session: type
+    options: dict = {}
+
+    def setUp(self):
+        self.server = self.enter(ChatServer(translate=str.upper))
+        self.session = self.enter(self.make_session(keyring=False, **self.options))
+        self.session.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, CONSENT: True,
+                                    "compatibleModel": "m", "targetLanguageCode": "en", "compatibleApiKey": "key"}
+        text = self.session.home / "text.png"
+        render(text, LINES, dark=True, size="440x220")
+        self.page = Image.new("RGB", SCREEN, "#203040")
+        with Image.open(text) as lines:
+            self.page.paste(lines.convert("RGB"), (PANE[0] + 20, PANE[1] + 46))
+        path = self.session.home / "page.png"
+        self.page.save(path)
+        self.session.show_picture(path)
+        self.program = self.session.start_pane()
+
+    def requests(self, count: int) -> list[list[str]]:
+        eventually(lambda: len(self.server.requests) >= count, 25)
+        time.sleep(0.5)
+        return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
+
+    def pane(self) -> tuple[int, int, int, int]:
+        """Where the first output shows anything but the page."""
+        clear_of_pointer = (0, 0, SCREEN[0] - 4, SCREEN[1] - 4)
+        shown = self.session.picture().crop(clear_of_pointer)
+        return ImageChops.difference(shown, self.page.crop(clear_of_pointer)).convert("L").point(lambda value: 255 * (value > 8)).getbbox()
+
+    def see_pane(self, expected: tuple[int, int, int, int]) -> None:
+        self.session.do("move 1279 799")
+
+        def is_there() -> bool:
+            return all(abs(a - b) <= 2 for a, b in zip(self.pane() or (0, 0, 0, 0), expected))
+        self.assertTrue(eventually(is_there), f"{self.pane()} instead of {expected}")
+
+    def visit_other_output(self):
+        """Where there is one."""
+
+    def test_pane(self):
+        session = self.session
+        self.see_pane(PANE)
+        plain = session.picture()
+        session.click(640, 510, times=2)
+        self.assertEqual(self.requests(1), [LINES])
+        self.assertTrue(eventually(lambda: ImageChops.difference(session.picture(), plain).crop(
+            (PANE[0] + 20, PANE[1] + 46, PANE[2] - 20, PANE[3] - 20)).getbbox()), "the overlays")
+        for _ in range(3):  # over its own overlays
+            subprocess.run([str(LUCENTRA), "translate"], env=session.environment, check=True)
+            self.assertEqual(set(map(tuple, self.requests(len(self.server.requests) + 1))), {tuple(LINES)})
+
+        count = len(self.server.requests)
+        session.drag((640, 510), (652, 502))
+        self.see_pane((412, 252, 892, 532))
+        self.assertEqual(self.requests(count + 1)[count:], [LINES], "one pass for a drag")
+        session.drag((888, 528), (918, 558))
+        self.see_pane((412, 252, 922, 562))
+        self.assertEqual(self.requests(count + 2)[count + 1:], [LINES], "one pass for another size")
+
+        self.visit_other_output()
+        session.click(922 - 140, 272)  # typed text
+        time.sleep(1)
+        session.click(600, 330)
+        session.do(*HELLO)
+        self.assertTrue(eventually(lambda: b"hello" in str(self.server.requests[-1]).encode(), 15), "typed text")
+        session.click(422, 272)  # close
+        session.do("move 1279 799")
+        self.assertTrue(eventually(lambda: self.pane() is None), "hidden")
+        self.assertIsNone(self.program.poll())
+        subprocess.run([str(LUCENTRA), "quit"], env=session.environment, check=True)
+        self.assertEqual(self.program.wait(20), 0)
+
+
+class OnSway(NativePane, Case):
+    make_session = Sway
+    options = {"sizes": ("1280x800", "800x800")}
+
+    def visit_other_output(self):
+        def other_output() -> Image.Image:
+            return self.session.picture().crop((1280, 0, 2080, 800))
+        empty = other_output()
+        self.session.drag((640, 510), (1640, 510))
+        self.assertTrue(eventually(lambda: self.pane() is None and ImageChops.difference(other_output(), empty).getbbox()))
+        self.session.drag((1640, 510), (640, 510))
+        self.see_pane((412, 252, 922, 562))
+
+
+class OnKWin(NativePane, Case):
+    make_session = KWin
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -6,9 +6,11 @@ import pathlib
 import shutil
 import subprocess
 
+import dbus
+import dbus.bus
 from PIL import Image
 
-from desktop import LUCENTRA, Session
+from desktop import BUS_CONFIGURATION, LUCENTRA, Session
 from screen import SHOW, eventually
 
 INPUT = pathlib.Path(os.environ.get("WAYLAND_INPUT", LUCENTRA.parent / "wayland_input")).resolve()
@@ -30,12 +32,19 @@ class WaylandSession(Session):
             del self.environment["QT_QPA_PLATFORM"]
             self.begin()
             widths, heights = zip(*(map(int, size.split("x")) for size in self.sizes))
-            self.input = self.start([str(INPUT), str(sum(widths)), str(max(heights))], stdin=subprocess.PIPE,
+            # KWin must be able to find out which program this is.
+            program = pathlib.Path(shutil.copy(INPUT, self.home / "run"))
+            self.input = self.start(self.as_user([str(program), str(sum(widths)), str(max(heights))]), stdin=subprocess.PIPE,
                                     stdout=subprocess.PIPE, text=True)
         except Exception:
             self.__exit__()
             raise
         return self
+
+    def __exit__(self, *_):
+        if self.input:
+            self.input.kill()  # before its pipes are closed
+        super().__exit__()
 
     def begin(self) -> None:
         """Starts the compositor and adds its sockets to the environment."""
@@ -45,12 +54,16 @@ class WaylandSession(Session):
         """What the compositor shows, in the pixels of the outputs."""
         raise NotImplementedError
 
-    def start_compositor(self, command: list[str]) -> None:
-        """As an ordinary user: compositors refuse to run as root."""
+    @staticmethod
+    def as_user(command: list[str]) -> list[str]:
+        """Compositors refuse to run as root."""
+        return ["setpriv", "--reuid", "nobody", "--regid", "nogroup", "--clear-groups", *command] if os.geteuid() == 0 else command
+
+    def start_compositor(self, command: list[str], **environment: str) -> None:
         if os.geteuid() == 0:
             self.home.chmod(0o711)
             shutil.chown(self.home / "run", "nobody")
-            command = ["setpriv", "--reuid", "nobody", "--regid", "nogroup", "--clear-groups", *command]
+        command = self.as_user(["env", *(f"{name}={value}" for name, value in environment.items()), *command])
         with (self.home / "compositor.log").open("w") as log:
             self.start(command, stdout=log, stderr=log)
 
@@ -124,3 +137,43 @@ class Sway(WaylandSession):
     def picture(self) -> Image.Image:
         shot = subprocess.run(["grim", "-t", "ppm", "-"], env=self.environment, capture_output=True, check=True)
         return Image.open(io.BytesIO(shot.stdout))
+
+
+class KWin(WaylandSession):
+    def begin(self) -> None:
+        home = self.home / "kwin"
+        (home / ".config").mkdir(parents=True)
+        # A copy has no capabilities: with them the loader would ignore the environment.
+        program = pathlib.Path(shutil.copy(shutil.which("kwin_wayland"), home))
+        (home / ".config" / "kwinrc").write_text("[Compositing]\nAnimationSpeed=0\n")
+        (home / ".config" / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
+        if os.geteuid() == 0:
+            for path in (home, *home.rglob("*")):
+                shutil.chown(path, "nobody")
+        system_bus = self.home / "system-bus.conf"
+        system_bus.write_text(BUS_CONFIGURATION.format(home=self.home / "run", services=""))
+        self.start(["dbus-daemon", f"--config-file={system_bus}", "--nofork"], stderr=subprocess.DEVNULL)
+        self.environment |= {"DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.home / 'run' / 'bus'}", "KWIN_COMPOSE": "O2",
+                             "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "XDG_CURRENT_DESKTOP": "KDE"}
+        self.must((self.home / "run" / "bus").exists, "the system's bus")
+        width, height = self.sizes[0].split("x")
+        self.start_compositor(
+            [str(program), "--virtual", "--no-lockscreen", "--socket", "wayland-kwin", "--width", width, "--height", height,
+             "--output-count", str(len(self.sizes)), "--scale", str(self.scale)],
+            # Its services are for programs that the user installed; here everything may use them.
+            HOME=str(home), XDG_CONFIG_HOME=str(home / ".config"), XDG_CACHE_HOME=str(home), XDG_DATA_HOME=str(home), KWIN_SCREENSHOT_NO_PERMISSION_CHECKS="1", KWIN_WAYLAND_NO_PERMISSION_CHECKS="1")
+        self.environment["WAYLAND_DISPLAY"] = "wayland-kwin"
+        self.wait_for_name("org.kde.KWin")
+
+    def picture(self) -> Image.Image:
+        """By KWin's own service."""
+        reading, writing = os.pipe()
+        bus = dbus.bus.BusConnection(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        service = dbus.Interface(bus.get_object("org.kde.KWin", "/org/kde/KWin/ScreenShot2"), "org.kde.KWin.ScreenShot2")
+        answer = service.CaptureWorkspace({"native-resolution": True}, dbus.types.UnixFd(writing))
+        os.close(writing)
+        with os.fdopen(reading, "rb") as pipe:
+            pixels = pipe.read()
+        bus.close()
+        return Image.frombytes("RGB", (int(answer["width"]), int(answer["height"])), pixels, "raw", "BGRX",
+                               int(answer["stride"]))

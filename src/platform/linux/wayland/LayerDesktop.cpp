@@ -51,6 +51,8 @@ void prepareLayerPane()
     // Windows with this hint get no role from the toolkit, and places are what the program says.
     qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
     qputenv("QT_WAYLAND_DISABLE_FIXED_POSITIONS", "1");
+    // A compositor that is busy for a tenth of a second hasn't hidden the windows. Milliseconds.
+    qputenv("QT_WAYLAND_FRAME_CALLBACK_TIMEOUT", "5000");
 }
 
 LayerDesktop::LayerDesktop(SessionBus &bus)

@@ -14,14 +14,15 @@
 #include <wayland-client.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace lucentra {
 
 namespace {
 
-/// Time for a compositor to move the surface before the pointer's place on it is read again, in milliseconds.
-constexpr int stepInterval = 40;
+/// Moves after which no relative motion is to be expected. It may be reported after the first.
+constexpr int fewMoves = 3;
 
 QScreen *screenOf(const QRect &frame)
 {
@@ -216,6 +217,8 @@ void LayerPaneHints::place(QWidget &window, const QRect &frame)
         renewPaneRole();
     else if (m_screen)
         m_role->place(frame.translated(-m_screen->geometry().topLeft()));
+    if (m_isDragged)
+        m_connection.queue().afterRequests(this, [this, corner = frame.topLeft()] { m_confirmedCorner = corner; });
 }
 
 void LayerPaneHints::setHoldHandler(const QWindow &window, std::function<void(bool)> handler)
@@ -241,15 +244,18 @@ void LayerPaneHints::pressed()
     const QPointF pointer = m_frame.topLeft() + m_pointer.place();
     m_press = Drag{.window = {m_frame, pointer.toPoint(), {}}, .pointer = pointer};
     m_isHeld = true;
-    m_isDragged = m_hasTravelled = false;
+    m_isDragged = false;
+    m_movesWithoutTravel = 0;
+    m_confirmedCorner = m_frame.topLeft();
     if (m_hold)
         m_hold(true);
 }
 
 void LayerPaneHints::released()
 {
-    if (!std::exchange(m_isHeld, false))
+    if (!m_isHeld)
         return;
+    m_isHeld = false;
     endDrag();
     if (m_hold)
         m_hold(false);
@@ -277,7 +283,7 @@ void LayerPaneHints::travelled(QPointF travel)
 {
     if (!m_isHeld)
         return;
-    m_hasTravelled = true;
+    m_movesWithoutTravel = std::numeric_limits<int>::min();
     // The pointer stops at the edge of the screens, its travel doesn't.
     m_press->pointer = onScreens(m_press->pointer + travel);
     drag();
@@ -285,12 +291,11 @@ void LayerPaneHints::travelled(QPointF travel)
 
 void LayerPaneHints::movedOnSurface()
 {
-    // Some compositors report no relative motion for tablets and virtual machines. Their places on the surface take its
-    // moves into account, as soon as these have been carried out.
-    if (!m_isHeld || m_hasTravelled || (m_lastStep.isValid() && m_lastStep.elapsed() < stepInterval))
+    // KWin reports no relative motion for tablets and virtual machines. Its places on the surface take into account
+    // where it has put the surface since the press.
+    if (!m_isHeld || ++m_movesWithoutTravel < fewMoves)
         return;
-    m_press->pointer = m_frame.topLeft() + m_pointer.place();
-    m_lastStep.start();
+    m_press->pointer = m_confirmedCorner + m_pointer.place();
     drag();
 }
 
@@ -322,7 +327,7 @@ void LayerPaneHints::activate(const QWindow &window)
         const_cast<QWindow &>(window).requestActivate();
 }
 
-bool LayerPaneHints::conceal()
+bool LayerPaneHints::conceal(Concealment what)
 {
     if (!m_role || !m_pane)
         return false;
@@ -330,6 +335,9 @@ bool LayerPaneHints::conceal()
         return true;
     wl_surface *surface = WaylandConnection::surfaceOf(*m_pane->windowHandle());
     const QSize size = (QSizeF(m_pane->size()) * m_pane->devicePixelRatioF()).toSize();
+    m_isPointerConcealed = what == Concealment::PaneAndPointer && isOverPane();
+    if (m_isPointerConcealed)
+        QGuiApplication::setOverrideCursor(Qt::BlankCursor);
     m_pane->setUpdatesEnabled(false);
     if (!m_nothing || m_nothing->size() != size)
         m_nothing = std::make_unique<SharedBuffer>(m_connection.globals().shm, size, size.width() * 4,
@@ -345,6 +353,8 @@ void LayerPaneHints::reveal()
 {
     if (m_concealments == 0 || --m_concealments > 0 || !m_pane)
         return;
+    if (std::exchange(m_isPointerConcealed, false))
+        QGuiApplication::restoreOverrideCursor();
     m_pane->setUpdatesEnabled(true);
     m_pane->repaint();
 }

@@ -4,7 +4,6 @@
 #include "WaylandPointer.h"
 #include "WindowDrag.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -32,9 +31,10 @@ public:
     /// The pane's place; nullopt while it is hidden. Any thread.
     std::optional<QRect> paneFrame() const;
 
+    enum class Concealment { Pane, PaneAndPointer };
     /// Makes the pane invisible, without hiding it from the pointer, until `reveal`. Returns whether there is a pane on
     /// the screen. A picture that is asked for afterwards on the same connection doesn't show the pane.
-    bool conceal();
+    bool conceal(Concealment what);
     void reveal();
 
     void prepare(QWidget &window) override;
@@ -83,6 +83,7 @@ private:
     std::map<QWindow *, std::unique_ptr<PopupSurface>> m_popups;
     std::unique_ptr<SharedBuffer> m_nothing; ///< a transparent picture in place of the pane's
     int m_concealments = 0;
+    bool m_isPointerConcealed = false;
     mutable std::mutex m_frameMutex;
     QRect m_frame;          ///< guarded by m_frameMutex
     bool m_hasRole = false; ///< guarded by m_frameMutex
@@ -90,8 +91,8 @@ private:
     std::optional<Drag> m_press; ///< the last one over the pane, and what the window does if that is a drag
     bool m_isHeld = false;       ///< a button is still down since that press
     bool m_isDragged = false;
-    bool m_hasTravelled = false; ///< relative motions are reported since the press
-    QElapsedTimer m_lastStep;    ///< of a drag without relative motions
+    int m_movesWithoutTravel = 0; ///< since the press; negative once a relative motion has been reported
+    QPointF m_confirmedCorner;    ///< of the pane, as the compositor has it during a drag
 };
 
 } // namespace lucentra

@@ -114,7 +114,8 @@ QImage LayerScreenCapture::screencopyPicture(const QRect &area)
         return {};
     bool isConcealed = false;
     const bool isAsked = runOnMain(*this, [&] {
-        isConcealed = m_pane.conceal();
+        // Outputs without a plane for the pointer draw it into the picture.
+        isConcealed = m_pane.conceal(LayerPaneHints::Concealment::PaneAndPointer);
         m_screencopy.copy();
     });
     const QImage picture = isAsked ? m_screencopy.wait() : QImage();
@@ -126,7 +127,7 @@ QImage LayerScreenCapture::screencopyPicture(const QRect &area)
 QImage LayerScreenCapture::kwinPicture(const QRect &area)
 {
     bool isConcealed = false;
-    if (!runOnMain(*this, [&] { isConcealed = m_pane.conceal(); }))
+    if (!runOnMain(*this, [&] { isConcealed = m_pane.conceal(LayerPaneHints::Concealment::Pane); }))
         return {};
     m_screencopy.roundtrip(); // the bus is another way to KWin: the pane must be invisible before the question arrives
     return takeKWinScreenshot(area, [&] {

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include <poll.h>
 
@@ -70,10 +71,9 @@ WaylandQueue::WaylandQueue(wl_display *display)
     : m_display(display)
     , m_queue(wl_display_create_queue(display))
 {
-    auto *wrapper = static_cast<wl_display *>(wl_proxy_create_wrapper(display));
-    wl_proxy_set_queue(reinterpret_cast<wl_proxy *>(wrapper), m_queue);
-    m_registry = wl_display_get_registry(wrapper);
-    wl_proxy_wrapper_destroy(wrapper);
+    m_onQueue = static_cast<wl_display *>(wl_proxy_create_wrapper(display));
+    wl_proxy_set_queue(reinterpret_cast<wl_proxy *>(m_onQueue), m_queue);
+    m_registry = wl_display_get_registry(m_onQueue);
     wl_registry_add_listener(m_registry, &registryListener, &m_globals);
     roundtrip();
     if (m_globals.windows)
@@ -97,6 +97,7 @@ WaylandQueue::~WaylandQueue()
     if (m_globals.relativePointers)
         zwp_relative_pointer_manager_v1_destroy(m_globals.relativePointers);
     wl_registry_destroy(m_registry);
+    wl_proxy_wrapper_destroy(m_onQueue);
     wl_event_queue_destroy(m_queue);
 }
 
@@ -108,6 +109,23 @@ void WaylandQueue::flush()
 void WaylandQueue::dispatchPending()
 {
     wl_display_dispatch_queue_pending(m_display, m_queue);
+    flush();
+}
+
+void WaylandQueue::afterRequests(QPointer<QObject> context, std::function<void()> then)
+{
+    struct Call
+    {
+        QPointer<QObject> context;
+        std::function<void()> then;
+    };
+    static const wl_callback_listener listener{.done = [](void *data, wl_callback *callback, uint32_t) {
+        const std::unique_ptr<Call> call(static_cast<Call *>(data));
+        wl_callback_destroy(callback);
+        if (call->context)
+            call->then();
+    }};
+    wl_callback_add_listener(wl_display_sync(m_onQueue), &listener, new Call{std::move(context), std::move(then)});
     flush();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -55,6 +56,8 @@ public:
     void flush();
     /// Calls the listeners of events that have been read. Never blocks.
     void dispatchPending();
+    /// Calls the function, while events are dispatched, when the compositor has handled the requests made so far.
+    void afterRequests(QPointer<QObject> context, std::function<void()> then);
     /// Waits until the compositor has handled all requests. Returns false if the connection is broken.
     bool roundtrip();
     /// Handles events until `isDone`. Returns false after that many milliseconds, or if the connection is broken.
@@ -63,6 +66,7 @@ public:
 private:
     wl_display *m_display;
     wl_event_queue *m_queue = nullptr;
+    wl_display *m_onQueue = nullptr; ///< the display, for objects that report on the queue
     wl_registry *m_registry = nullptr;
     WaylandGlobals m_globals;
 };
