@@ -20,7 +20,7 @@ _lucentra()
         --engine) mapfile -t COMPREPLY < <(compgen -W '0 1 2 3 4 5 6 7' -- "$current") ;;
         --target) mapfile -t COMPREPLY < <(compgen -W 'zh-Hant zh-Hans en ja ko' -- "$current") ;;
         --format) mapfile -t COMPREPLY < <(compgen -W 'csv json tsv' -- "$current") ;;
-        --search) ;;
+        --search | --max-length-factor) ;;
         --output) compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
         *)
@@ -31,14 +31,15 @@ _lucentra()
                 text) options='--engine --target --timing' ;;
                 test-connection) options='--engine' ;;
                 languages) options='--json' ;;
+                models) options='--max-length-factor' ;;
                 export) options='--format --search' ;;
                 entries) options='--json --search' ;;
             esac
             if [[ $command == models && $COMP_CWORD == 2 && $current != -* ]]; then
-                mapfile -t COMPREPLY < <(compgen -W 'install remove' -- "$current")
+                mapfile -t COMPREPLY < <(compgen -W 'install remove run' -- "$current")
             elif [[ $current == -* ]]; then
                 mapfile -t COMPREPLY < <(compgen -W "$options --help" -- "$current")
-            elif [[ $command == recognize || $command == image || $command == export ]]; then
+            elif [[ $command == models && ${COMP_WORDS[2]} == run || $command == recognize || $command == image || $command == export ]]; then
                 compopt -o filenames 2>/dev/null
                 mapfile -t COMPREPLY < <(compgen -f -- "$current")
             fi

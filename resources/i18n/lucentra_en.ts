@@ -300,6 +300,10 @@
         <translation>the picture format is not supported</translation>
     </message>
     <message>
+        <source>不支援這種模型：%@</source>
+        <translation>Models of this kind aren’t supported: %@</translation>
+    </message>
+    <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>Not a picture in a known format: %@</translation>
     </message>
@@ -442,6 +446,10 @@
     <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>only entries with TEXT in their source or translation</translation>
+    </message>
+    <message>
+        <source>只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句</source>
+        <translation>translate standard input by the model in FOLDER alone, one sentence per line</translation>
     </message>
     <message>
         <source>可以下載的翻譯模型：</source>
@@ -754,6 +762,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>You can enter any model that your OpenAI account may use.</translation>
+    </message>
+    <message>
+        <source>模型的檔案已損壞：%@</source>
+        <translation>The model’s files are damaged: %@</translation>
     </message>
     <message>
         <source>正在取得模型清單…</source>
@@ -1176,12 +1188,20 @@
         <translation>Move or resize the pane so that the text is completely inside it, then try again.</translation>
     </message>
     <message>
+        <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
+        <translation>a translation is at most X times as long as its source, in the model's units; 2.0 by default</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>Paste</translation>
     </message>
     <message>
         <source>資料傳送與隱私</source>
         <translation>Data and Privacy</translation>
+    </message>
+    <message>
+        <source>資料夾裡沒有模型的這個檔案，或無法讀取：%@</source>
+        <translation>The folder lacks this file of the model, or it can’t be read: %@</translation>
     </message>
     <message>
         <source>資料（JSON）…</source>

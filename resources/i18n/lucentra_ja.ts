@@ -300,6 +300,10 @@
         <translation>対応していない画像形式です</translation>
     </message>
     <message>
+        <source>不支援這種模型：%@</source>
+        <translation>この種類のモデルには対応していません：%@</translation>
+    </message>
+    <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>対応していない画像形式です：%@</translation>
     </message>
@@ -442,6 +446,10 @@
     <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>原文か訳文に TEXT を含む履歴だけにする</translation>
+    </message>
+    <message>
+        <source>只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句</source>
+        <translation>FOLDER のモデルだけで標準入力を 1 行 1 文ずつ翻訳する</translation>
     </message>
     <message>
         <source>可以下載的翻譯模型：</source>
@@ -754,6 +762,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>モデル名は OpenAI アカウントの権限に合わせて変更できます。</translation>
+    </message>
+    <message>
+        <source>模型的檔案已損壞：%@</source>
+        <translation>モデルのファイルが壊れています：%@</translation>
     </message>
     <message>
         <source>正在取得模型清單…</source>
@@ -1176,12 +1188,20 @@
         <translation>テキスト全体が枠の中に収まるように翻訳パネルの位置や大きさを調整して、もう一度お試しください。</translation>
     </message>
     <message>
+        <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
+        <translation>訳文の長さは原文の X 倍まで（モデルの単位）。既定は 2.0</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>貼り付け</translation>
     </message>
     <message>
         <source>資料傳送與隱私</source>
         <translation>データの送信とプライバシー</translation>
+    </message>
+    <message>
+        <source>資料夾裡沒有模型的這個檔案，或無法讀取：%@</source>
+        <translation>フォルダにモデルのこのファイルがないか、読み込めません：%@</translation>
     </message>
     <message>
         <source>資料（JSON）…</source>

@@ -300,6 +300,10 @@
         <translation>지원하지 않는 그림 형식입니다</translation>
     </message>
     <message>
+        <source>不支援這種模型：%@</source>
+        <translation>이 종류의 모델은 지원되지 않습니다: %@</translation>
+    </message>
+    <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>알 수 없는 그림 형식입니다: %@</translation>
     </message>
@@ -442,6 +446,10 @@
     <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>원문이나 번역문에 TEXT가 있는 기록만</translation>
+    </message>
+    <message>
+        <source>只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句</source>
+        <translation>FOLDER의 모델만으로 표준 입력을 한 줄에 한 문장씩 번역합니다</translation>
     </message>
     <message>
         <source>可以下載的翻譯模型：</source>
@@ -754,6 +762,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>모델 이름은 OpenAI 계정의 권한에 맞게 바꿀 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>模型的檔案已損壞：%@</source>
+        <translation>모델 파일이 손상되었습니다: %@</translation>
     </message>
     <message>
         <source>正在取得模型清單…</source>
@@ -1176,12 +1188,20 @@
         <translation>텍스트 전체가 틀 안에 들어오도록 번역 패널의 위치나 크기를 조정한 뒤 다시 시도하세요.</translation>
     </message>
     <message>
+        <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
+        <translation>번역문은 원문의 X배까지만 길어집니다(모델의 단위). 기본값은 2.0</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>붙여넣기</translation>
     </message>
     <message>
         <source>資料傳送與隱私</source>
         <translation>데이터 전송 및 개인정보</translation>
+    </message>
+    <message>
+        <source>資料夾裡沒有模型的這個檔案，或無法讀取：%@</source>
+        <translation>폴더에 모델의 이 파일이 없거나 읽을 수 없습니다: %@</translation>
     </message>
     <message>
         <source>資料（JSON）…</source>

@@ -300,6 +300,10 @@
         <translation>不支持的图片格式</translation>
     </message>
     <message>
+        <source>不支援這種模型：%@</source>
+        <translation>不支持这种模型：%@</translation>
+    </message>
+    <message>
         <source>不是可辨識的圖片格式：%@</source>
         <translation>不是可识别的图片格式：%@</translation>
     </message>
@@ -442,6 +446,10 @@
     <message>
         <source>只包含原文或譯文中有 TEXT 的紀錄</source>
         <translation>只包含原文或译文中有 TEXT 的记录</translation>
+    </message>
+    <message>
+        <source>只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句</source>
+        <translation>只用 FOLDER 中的模型逐句翻译标准输入，每行一句</translation>
     </message>
     <message>
         <source>可以下載的翻譯模型：</source>
@@ -754,6 +762,10 @@
     <message>
         <source>模型名稱可依你的 OpenAI 帳號權限調整。</source>
         <translation>模型名称可按您的 OpenAI 账号权限调整。</translation>
+    </message>
+    <message>
+        <source>模型的檔案已損壞：%@</source>
+        <translation>模型的文件已损坏：%@</translation>
     </message>
     <message>
         <source>正在取得模型清單…</source>
@@ -1176,12 +1188,20 @@
         <translation>请调整翻译板的位置或大小，让文字完整落在框内，然后再试一次。</translation>
     </message>
     <message>
+        <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
+        <translation>译文最多为原文的 X 倍长，以模型的单位计；默认为 2.0</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>粘贴</translation>
     </message>
     <message>
         <source>資料傳送與隱私</source>
         <translation>数据传输与隐私</translation>
+    </message>
+    <message>
+        <source>資料夾裡沒有模型的這個檔案，或無法讀取：%@</source>
+        <translation>文件夹里没有模型的这个文件，或无法读取：%@</translation>
     </message>
     <message>
         <source>資料（JSON）…</source>

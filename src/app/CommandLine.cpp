@@ -40,9 +40,12 @@ constexpr std::array optionRows{
     OptionRow{u"output", u"OUT.png", u"將圖片寫入 OUT.png"},
     OptionRow{u"format", u"csv|json|tsv", u"匯出的格式；未指定時依 FILE 的副檔名，否則為 csv"},
     OptionRow{u"search", u"TEXT", u"只包含原文或譯文中有 TEXT 的紀錄"},
+    OptionRow{u"max-length-factor", u"X", u"譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0"},
     OptionRow{u"json", u"", u"同時輸出每一行的譯文與位置"},
     OptionRow{u"timing", u"", u"同時輸出各階段所需的毫秒數"},
 };
+
+constexpr double largestLengthFactor = 10;
 
 using Command = Invocation::Command;
 constexpr std::array commandRows{
@@ -57,6 +60,8 @@ constexpr std::array commandRows{
     CommandRow{u"models install", Command::InstallModel, u"PAIR", u"", u"",
                u"下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文"},
     CommandRow{u"models remove", Command::RemoveModel, u"PAIR", u"", u"", u"移除 PAIR 的模型"},
+    CommandRow{u"models run", Command::RunModel, u"FOLDER", u"max-length-factor", u"",
+               u"只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句"},
     CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",
                u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
     CommandRow{u"entries", Command::Entries, u"", u"json search", u"", u"列出歷史紀錄"},
@@ -124,6 +129,10 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
     } else if (option == u"format") {
         invocation.format = value;
         return exportFormat(value).has_value();
+    } else if (option == u"max-length-factor") {
+        bool isNumber = false;
+        invocation.maxLengthFactor = value.toDouble(&isNumber);
+        return isNumber && invocation.maxLengthFactor > 0 && invocation.maxLengthFactor <= largestLengthFactor;
     } else if (option == u"engine") {
         bool isNumber = false;
         const int number = value.toInt(&isNumber);

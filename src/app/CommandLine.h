@@ -26,6 +26,7 @@ struct Invocation
         Models,
         InstallModel,
         RemoveModel,
+        RunModel,
         Export,
         Entries,
         Toggle,
@@ -44,6 +45,7 @@ struct Invocation
     std::optional<QString> target; ///< --target: a language code
     std::optional<QString> format; ///< --format: a name of an `ExportFormat`
     QString search;                ///< --search
+    double maxLengthFactor = 2;    ///< --max-length-factor
     bool json = false;             ///< --json
     bool timing = false;           ///< --timing
 

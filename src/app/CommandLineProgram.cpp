@@ -106,6 +106,8 @@ Result<CommandOutput> runCommand(const Invocation &invocation, Services &service
         return installModelCommand(invocation, services);
     case Command::RemoveModel:
         return removeModelCommand(invocation, services);
+    case Command::RunModel:
+        return runModelCommand(invocation, services.texts());
     case Command::Export:
         return exportCommand(invocation, services);
     case Command::Entries:

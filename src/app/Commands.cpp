@@ -161,34 +161,39 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
 /// The text to translate: that of the command line, or of the standard input for "-".
 Result<QString> givenText(const QString &argument, const LocalizationManager &texts)
 {
+    const Result<QString> text = argument == u"-" ? standardInput(texts) : argument;
+    if (text && text->trimmed().isEmpty())
+        return tl::unexpected(Failure{.domain = u"CommandLine"_s,
+                                      .code = int(ExitCode::Failed),
+                                      .description = texts.localized(u"沒有可翻譯的文字"_s)});
+    return text && argument == u"-" ? text->trimmed() : text;
+}
+
+} // namespace
+
+Result<QString> standardInput(const LocalizationManager &texts)
+{
     const auto failed = [](const QString &description) {
         return tl::unexpected(
             Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
     };
-    std::optional<QString> text = argument;
-    if (argument == u"-") {
-        QFile input;
-        QByteArray bytes;
-        QByteArray piece; // a pipe gives what is in it
-        input.open(stdin, QIODevice::ReadOnly);
-        do {
-            piece = input.read(longestText + 1 - bytes.size());
-            bytes += piece;
-        } while (!piece.isEmpty() && bytes.size() <= longestText);
-        if (input.error() != QFileDevice::NoError)
-            return failed(texts.localized(u"無法讀取標準輸入"_s));
-        if (bytes.size() > longestText)
-            return failed(texts.localized(u"標準輸入的文字過長"_s));
-        text = decodeUtf8(bytes);
-    }
+    QFile input;
+    QByteArray bytes;
+    QByteArray piece; // a pipe gives what is in it
+    input.open(stdin, QIODevice::ReadOnly);
+    do {
+        piece = input.read(longestText + 1 - bytes.size());
+        bytes += piece;
+    } while (!piece.isEmpty() && bytes.size() <= longestText);
+    if (input.error() != QFileDevice::NoError)
+        return failed(texts.localized(u"無法讀取標準輸入"_s));
+    if (bytes.size() > longestText)
+        return failed(texts.localized(u"標準輸入的文字過長"_s));
+    const auto text = decodeUtf8(bytes);
     if (!text)
         return failed(texts.localized(u"標準輸入不是 UTF-8 文字"_s));
-    if (text->trimmed().isEmpty())
-        return failed(texts.localized(u"沒有可翻譯的文字"_s));
-    return argument == u"-" ? text->trimmed() : argument;
+    return *text;
 }
-
-} // namespace
 
 Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &services)
 {

@@ -7,6 +7,7 @@
 
 namespace lucentra {
 
+class LocalizationManager;
 class Services;
 
 /// What a finished command prints.
@@ -39,7 +40,12 @@ Result<CommandOutput> exportCommand(const Invocation &invocation, Services &serv
 Result<CommandOutput> entriesCommand(const Invocation &invocation, Services &services);
 /// Asks the chosen engine for one word.
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
+/// Translates the lines of the standard input by one model alone.
+Result<CommandOutput> runModelCommand(const Invocation &invocation, const LocalizationManager &texts);
 /// Has the running program carry the command out.
 Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services);
+
+/// The text of the standard input, up to 1 MiB of UTF-8.
+Result<QString> standardInput(const LocalizationManager &texts);
 
 } // namespace lucentra

@@ -75,8 +75,8 @@ class Tree:
         path = self.resources / "completions/_lucentra"
         text = path.read_text(encoding="utf-8")
         self.equal(re.findall(r"^    '([a-z-]+):", text, re.M), self.commands, "zsh: commands")
-        variables = dict(re.findall(r"^local ([a-z]+)='(?:\(- \*\))?(--[a-z]+)", text, re.M))
-        branches = {name: {variables.get(word[1:], word) for word in re.findall(r"\$[a-z]+|(?<=')--[a-z]+", rest)}
+        variables = dict(re.findall(r"^local ([a-z]+)='(?:\(- \*\))?(--[a-z-]+)", text, re.M))
+        branches = {name: {variables.get(word[1:], word) for word in re.findall(r"\$[a-z]+|(?<=')--[a-z-]+", rest)}
                     for name, rest in re.findall(r"^    (\S+)\) _arguments (.*) ;;$", text, re.M)}
         other = branches.pop("*", set())
         for command, options in self.commands.items():

@@ -207,7 +207,7 @@ tl::expected<std::shared_ptr<const NeuralModel>, NeuralModelError> NeuralModel::
         return failure(Kind::Damaged, sourceFile.name);
     if (!ownTarget && !hasOneVocabulary)
         return failure(Kind::Damaged, targetFile.name);
-    const auto file = ModelFile::parse(modelFile.file->bytes());
+    const auto file = NetworkFile::parse(modelFile.file->bytes());
     if (!file)
         return tl::unexpected(file.error());
     auto network = StudentNetwork::make(*file);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ModelFile.h"
+#include "NetworkFile.h"
 
 #include <QList>
 #include <QString>

@@ -126,7 +126,7 @@ float sigmoid(float value)
 class StudentNetwork::Loader
 {
 public:
-    explicit Loader(const ModelFile &file)
+    explicit Loader(const NetworkFile &file)
         : m_file(file)
         , m_hasActivations(file.number(u"encoder_l1_self_Wq_QuantMultA"_s).has_value())
     {
@@ -200,12 +200,12 @@ public:
     }
 
 private:
-    const ModelFile &m_file;
+    const NetworkFile &m_file;
     const bool m_hasActivations;
     std::optional<QString> m_wrong;
 };
 
-tl::expected<StudentNetwork, NeuralModelError> StudentNetwork::make(const ModelFile &file)
+tl::expected<StudentNetwork, NeuralModelError> StudentNetwork::make(const NetworkFile &file)
 {
     using Kind = NeuralModelError::Kind;
     const QMap<QString, QString> &settings = file.settings();

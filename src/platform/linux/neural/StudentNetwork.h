@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Int8Product.h"
-#include "ModelFile.h"
+#include "NetworkFile.h"
 #include "Shortlist.h"
 
 #include <functional>
@@ -18,11 +18,11 @@ struct WordTranslation
 };
 
 /// A small network for translation: a transformer's encoder, and a decoder whose state is a simple recurrent unit (SSRU).
-/// Any thread, concurrently. The bytes of its `ModelFile` have to stay.
+/// Any thread, concurrently. The bytes of its `NetworkFile` have to stay.
 class StudentNetwork
 {
 public:
-    static tl::expected<StudentNetwork, NeuralModelError> make(const ModelFile &file);
+    static tl::expected<StudentNetwork, NeuralModelError> make(const NetworkFile &file);
 
     int sourceWords() const { return m_sourceWords.rows; }
     int targetWords() const { return m_targetWords.rows; }

@@ -52,11 +52,11 @@ struct Int8Matrix
 };
 
 /// The parameters of a network in Marian's binary format, version 1, with 8-bit weights. A view: the bytes have to stay.
-class ModelFile
+class NetworkFile
 {
 public:
     /// Checks all sizes and places, so that no parameter leaves the bytes.
-    static tl::expected<ModelFile, NeuralModelError> parse(QByteArrayView bytes);
+    static tl::expected<NetworkFile, NeuralModelError> parse(QByteArrayView bytes);
 
     /// The settings of the network. A list's elements are separated by blanks.
     const QMap<QString, QString> &settings() const { return m_settings; }

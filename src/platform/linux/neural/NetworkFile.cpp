@@ -1,4 +1,4 @@
-#include "ModelFile.h"
+#include "NetworkFile.h"
 
 #include <QStringList>
 
@@ -114,7 +114,7 @@ std::unique_ptr<MappedFile> MappedFile::open(const QString &path)
     return file;
 }
 
-tl::expected<ModelFile, NeuralModelError> ModelFile::parse(QByteArrayView bytes)
+tl::expected<NetworkFile, NeuralModelError> NetworkFile::parse(QByteArrayView bytes)
 {
     const auto damaged = [](const QString &detail) {
         return tl::unexpected(NeuralModelError{NeuralModelError::Kind::Damaged, detail});
@@ -160,7 +160,7 @@ tl::expected<ModelFile, NeuralModelError> ModelFile::parse(QByteArrayView bytes)
         item.columns = int(columns);
     }
     reader.take(reader.number<quint64>());
-    ModelFile file;
+    NetworkFile file;
     for (std::size_t i = 0; i < items.size(); ++i) {
         auto &[name, item] = items[i];
         item.data = reader.take(headers[i].size);
@@ -175,7 +175,7 @@ tl::expected<ModelFile, NeuralModelError> ModelFile::parse(QByteArrayView bytes)
             return tl::unexpected(NeuralModelError{NeuralModelError::Kind::Unsupported,
                                                    name + u": type 0x"_s + QString::number(item.type, 16)});
         if (name == settingsName)
-            file.m_settings = readSettings(QString::fromUtf8(item.data));
+            file.m_settings = readSettings(QString::fromUtf8(item.data.first(qsizetype(qstrnlen(item.data.data(), size_t(item.data.size()))))));
         file.m_items.insert(name, item);
     }
     if (file.m_settings.isEmpty())
@@ -183,7 +183,7 @@ tl::expected<ModelFile, NeuralModelError> ModelFile::parse(QByteArrayView bytes)
     return file;
 }
 
-std::optional<Int8Matrix> ModelFile::matrix(const QString &name, bool isTransposed) const
+std::optional<Int8Matrix> NetworkFile::matrix(const QString &name, bool isTransposed) const
 {
     const Item item = m_items.value(name);
     if (item.type != int8Type)
@@ -195,7 +195,7 @@ std::optional<Int8Matrix> ModelFile::matrix(const QString &name, bool isTranspos
     return std::isfinite(matrix.multiplier) && matrix.multiplier > 0 ? std::optional(matrix) : std::nullopt;
 }
 
-std::optional<Int8Matrix> ModelFile::weights(const QString &name, int inputs, int outputs) const
+std::optional<Int8Matrix> NetworkFile::weights(const QString &name, int inputs, int outputs) const
 {
     const auto found = matrix(name, true);
     const bool fits =
@@ -203,12 +203,12 @@ std::optional<Int8Matrix> ModelFile::weights(const QString &name, int inputs, in
     return fits ? found : std::nullopt;
 }
 
-std::optional<Int8Matrix> ModelFile::embeddings(const QString &name) const
+std::optional<Int8Matrix> NetworkFile::embeddings(const QString &name) const
 {
     return matrix(name, false);
 }
 
-std::vector<float> ModelFile::numbers(const QString &name, int length) const
+std::vector<float> NetworkFile::numbers(const QString &name, int length) const
 {
     const Item item = m_items.value(name);
     if (item.type != floatType || qint64(item.rows) * item.columns != length)
@@ -218,7 +218,7 @@ std::vector<float> ModelFile::numbers(const QString &name, int length) const
     return numbers;
 }
 
-std::optional<float> ModelFile::number(const QString &name) const
+std::optional<float> NetworkFile::number(const QString &name) const
 {
     if (const std::vector<float> single = numbers(name, 1); !single.empty())
         return single.front();
