@@ -620,6 +620,10 @@
         <translation>the selected service</translation>
     </message>
     <message>
+        <source>所需的翻譯模型：%@</source>
+        <translation>Models needed: %@</translation>
+    </message>
+    <message>
         <source>手動翻譯（點擊或快捷鍵）</source>
         <translation>Manual (click or shortcut)</translation>
     </message>

@@ -620,6 +620,10 @@
         <translation>選択したサービス</translation>
     </message>
     <message>
+        <source>所需的翻譯模型：%@</source>
+        <translation>必要な翻訳モデル：%@</translation>
+    </message>
+    <message>
         <source>手動翻譯（點擊或快捷鍵）</source>
         <translation>手動（クリックまたはショートカット）</translation>
     </message>

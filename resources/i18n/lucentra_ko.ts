@@ -620,6 +620,10 @@
         <translation>선택한 서비스</translation>
     </message>
     <message>
+        <source>所需的翻譯模型：%@</source>
+        <translation>필요한 번역 모델: %@</translation>
+    </message>
+    <message>
         <source>手動翻譯（點擊或快捷鍵）</source>
         <translation>수동(클릭 또는 단축키)</translation>
     </message>

@@ -620,6 +620,10 @@
         <translation>所选服务</translation>
     </message>
     <message>
+        <source>所需的翻譯模型：%@</source>
+        <translation>所需的翻译模型：%@</translation>
+    </message>
+    <message>
         <source>手動翻譯（點擊或快捷鍵）</source>
         <translation>手动翻译（点击或快捷键）</translation>
     </message>

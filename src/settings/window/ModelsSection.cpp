@@ -97,6 +97,7 @@ ModelsSection::ModelsSection(SettingsForm &form, QWidget *parent)
     : FormSection(form, u"翻譯模型"_s, parent)
     , m_source(new QComboBox)
     , m_download(makeButton())
+    , m_needs(makeSmallPrint())
     , m_isInstalled(makeSmallPrint())
     , m_bar(new QProgressBar)
     , m_cancel(makeButton())
@@ -131,9 +132,11 @@ void ModelsSection::addOfferRows()
     m_source->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     addRow(u"來源語言"_s, m_source);
     connect(m_source, &QComboBox::activated, this, [this] { showOffer(); });
-    QWidget *offer = sideBySide({m_download, m_isInstalled});
+    QWidget *offer = sideBySide({m_download});
     static_cast<QHBoxLayout *>(offer->layout())->addStretch(1);
     addWidget(offer);
+    addRemark(m_needs);
+    addWidget(m_isInstalled);
     connect(m_download, &QPushButton::clicked, this, [this] {
         m_problem.reset();
         form().services().modelInstallation.start(wanted());
@@ -195,11 +198,15 @@ void ModelsSection::showOffer()
         title += u", "_s + form().services().texts.formatted(u"約 %@"_s, megabyteText(needed.size));
     setMnemonicText(*m_download,
                     form().services().texts.formatted(needed.isBegun ? u"繼續下載 %@"_s : u"下載 %@"_s, title));
-    m_download->setVisible(!needed.missing.isEmpty());
-    m_download->setEnabled(!isRunning);
+    m_download->parentWidget()->parentWidget()->setVisible(!needed.missing.isEmpty() && !isRunning);
     m_source->setEnabled(!isRunning);
+    QStringList titles;
+    for (const LanguagePair &pair : needed.missing)
+        titles.append(modelTitle(pair));
+    m_needs->setText(form().services().texts.formatted(u"所需的翻譯模型：%@"_s, titles.join(u", "_s)));
+    m_needs->parentWidget()->setVisible(!isRunning && !titles.isEmpty() && titles != QStringList(modelTitle(wanted())));
     m_isInstalled->setText(form().text(u"已安裝此語言所需的翻譯模型。"_s));
-    m_isInstalled->setVisible(needed.missing.isEmpty());
+    m_isInstalled->parentWidget()->setVisible(needed.missing.isEmpty());
     setTone(*m_isInstalled, Tone::Good);
     form().onRefreshed();
 }
@@ -244,7 +251,10 @@ void ModelsSection::showStored()
         row->hide();
         row->deleteLater();
     }
+    const bool isRunning = form().services().modelInstallation.isRunning();
     for (const StoredModel &model : m_stored) {
+        if (!model.isComplete && isRunning)
+            continue;
         QString text = modelTitle(model.pair) + u", "_s + megabyteText(model.size);
         if (!model.isComplete)
             text += u", "_s + texts.localized(u"尚未下載完成"_s);

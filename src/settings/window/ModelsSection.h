@@ -36,6 +36,7 @@ private:
 
     QComboBox *m_source;
     QPushButton *m_download;
+    QLabel *m_needs;       ///< which models a translation by way of another language needs
     QLabel *m_isInstalled; ///< shown in place of the button
     QProgressBar *m_bar;
     QPushButton *m_cancel;
