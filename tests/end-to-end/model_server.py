@@ -22,7 +22,7 @@ def sha256(content: bytes) -> str:
 class ModelServer:
     """`requests` keeps what came in as (path, headers). `faults` holds, by a part of the path, what is done instead: a
     status; a function from the packed bytes to others; or "cut" or "stall", after half of what was asked for. A
-    stalled answer waits until `released` is set."""
+    stalled answer goes on when `released` is set."""
 
     def __init__(self):
         self.records: list[dict] = []
@@ -54,11 +54,11 @@ class ModelServer:
                 self.end_headers()
                 try:
                     self.wfile.write(body[:len(body) // 2] if fault else body)
-                    self.wfile.flush()
                     if fault == "stall":
                         server.stalled.set()
                         server.released.wait(60)
-                    self.close_connection = bool(fault)
+                        self.wfile.write(body[len(body) // 2:])
+                    self.close_connection = fault == "cut"
                 except (BrokenPipeError, ConnectionResetError):
                     pass  # who asked has ended meanwhile
 
@@ -67,6 +67,7 @@ class ModelServer:
 
         self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
         self.http.daemon_threads = True
+        self.http.handle_error = lambda *_: None  # who asked has ended meanwhile
         self.thread = threading.Thread(target=self.http.serve_forever, daemon=True)
 
     def offer(self, pair: str, architecture: str = "base", version: str = "2.0", size: int = 300_000, **changes) -> None:

@@ -120,8 +120,17 @@ class Commands(Models):
         if not make_private_mounts():
             self.skipTest("may not mount")
         self.folder.mkdir(parents=True)
-        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=1m", "none", str(self.folder)], check=True)
+        subprocess.run(["mount", "-t", "tmpfs", "-o", "size=18m", "none", str(self.folder)], check=True)
         self.addCleanup(subprocess.run, ["umount", "--lazy", str(self.folder)], check=True)
+        self.stall("model.enja")
+        program = self.session.start([str(LUCENTRA), "models", "install", "en-ja"], stdout=subprocess.DEVNULL,
+                                     stderr=subprocess.PIPE, encoding="utf-8")
+        self.assertTrue(self.server.stalled.wait(20))
+        with self.assertRaises(OSError):
+            (self.folder / "filler").write_bytes(bytes(18 << 20))
+        self.go_on()
+        self.assertIn("enough space", program.communicate(timeout=20)[1])
+        self.server.requests.clear()
         self.assertIn("enough space", self.models("install", "en-ja", fails=True))
         self.assertEqual([path for path, _ in self.server.requests], ["/records"])
 

@@ -131,7 +131,10 @@ void ModelsSection::addOfferRows()
 {
     m_source->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     addRow(u"來源語言"_s, m_source);
-    connect(m_source, &QComboBox::activated, this, [this] { showOffer(); });
+    connect(m_source, &QComboBox::activated, this, [this] {
+        showOffer();
+        form().onRefreshed();
+    });
     QWidget *offer = sideBySide({m_download});
     static_cast<QHBoxLayout *>(offer->layout())->addStretch(1);
     addWidget(offer);
@@ -187,6 +190,7 @@ void ModelsSection::take(const QList<StoredModel> &stored)
     m_stored = stored;
     showStored();
     showOffer();
+    form().onRefreshed();
 }
 
 void ModelsSection::showOffer()
@@ -208,7 +212,6 @@ void ModelsSection::showOffer()
     m_isInstalled->setText(form().text(u"已安裝此語言所需的翻譯模型。"_s));
     m_isInstalled->parentWidget()->setVisible(needed.missing.isEmpty());
     setTone(*m_isInstalled, Tone::Good);
-    form().onRefreshed();
 }
 
 void ModelsSection::showInstallation()
@@ -238,6 +241,7 @@ void ModelsSection::showInstallation()
     m_failure->parentWidget()->setVisible(problem.has_value());
     if (std::exchange(m_wasRunning, isRunning) != isRunning) {
         showOffer();
+        form().onRefreshed();
         refresh();
         if (!isRunning)
             onModelsChanged();
@@ -279,7 +283,6 @@ void ModelsSection::showStored()
         row->show();
     }
     m_list->parentWidget()->setVisible(!m_stored.isEmpty());
-    form().onRefreshed();
 }
 
 void ModelsSection::removeModel(const LanguagePair &pair)

@@ -25,7 +25,8 @@ constexpr int statusNoSuchPart = 416;
 
 ModelProblem problemOf(const QFile &file, qint64 needed)
 {
-    if (file.error() == QFileDevice::ResourceError) // the disk is full
+    // On a full disk, first a part is written without an error.
+    if (file.error() == QFileDevice::ResourceError || file.error() == QFileDevice::NoError)
         return {.kind = Kind::DiskFull, .text = {}, .number = needed};
     return {.kind = Kind::NotWritten, .text = file.errorString()};
 }
