@@ -123,11 +123,12 @@ template <int Rows>
         const int end = std::min(first + together, f.rows);
         for (int column = 0; column < whole; column += 4) {
             int row = first;
-            for (; row + 3 <= end; row += 3)
+            // Four are two and two: a block of one row costs nearly as much as one of two.
+            for (; end - row == 3 || end - row > 4; row += 3)
                 multiplyBlock<3>(f, row, column, out);
-            if (end - row == 2)
+            for (; end - row >= 2; row += 2)
                 multiplyBlock<2>(f, row, column, out);
-            else if (end - row == 1)
+            if (row < end)
                 multiplyBlock<1>(f, row, column, out);
         }
     }
