@@ -85,7 +85,7 @@ def look_at_the_icon(screen: Screen, name: str, folder: pathlib.Path) -> None:
 
 def main() -> None:
     picture, folder = (pathlib.Path(argument) for argument in sys.argv[1:])
-    with Screen(keyring=False, data_folders="/usr/local/share:/usr/share") as screen:
+    with Screen(keyring=False, activatable=True) as screen:
         translate_a_window(screen, picture, folder)
         start_by_the_bus(screen)
         for name in PANELS:
