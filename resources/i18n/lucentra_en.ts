@@ -364,6 +364,14 @@
         <translation>Show All</translation>
     </message>
     <message>
+        <source>分享畫面…</source>
+        <translation>Share the Screen…</translation>
+    </message>
+    <message>
+        <source>分享的不是翻譯板所在的螢幕。請再試一次，並選擇翻譯板所在的螢幕。</source>
+        <translation>The shared screen isn't the one with the pane. Please try again and choose the screen with the pane.</translation>
+    </message>
+    <message>
         <source>切換到手動輸入</source>
         <translation>Switch to Manual Input</translation>
     </message>
@@ -498,10 +506,6 @@
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
         <translation>The picture is too large (%d × %d pixels): %@</translation>
-    </message>
-    <message>
-        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
-        <translation>In a Wayland session Lucentra can only see windows of X11 programs, and there is none beneath the pane. Run that program through XWayland, or log in to an X11 session.</translation>
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
@@ -736,6 +740,10 @@
         <translation>Area Translation</translation>
     </message>
     <message>
+        <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
+        <translation>The desktop didn't answer the request to share the screen. Please try again; if it still doesn't answer, log in again.</translation>
+    </message>
+    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>No Border</translation>
     </message>
@@ -796,6 +804,10 @@
         <translation>No text found</translation>
     </message>
     <message>
+        <source>沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。</source>
+        <translation>Without a shared screen, Lucentra can't see the text beneath the pane. With “Share the Screen…” the desktop asks again.</translation>
+    </message>
+    <message>
         <source>沒有可用的語言</source>
         <translation>No languages available</translation>
     </message>
@@ -830,6 +842,10 @@
     <message>
         <source>測試連線</source>
         <translation>Test Connection</translation>
+    </message>
+    <message>
+        <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
+        <translation>To read the text beneath the pane, the desktop will now ask you to share the screen; please choose the one with the pane.</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -898,6 +914,10 @@
     <message>
         <source>由系統安裝</source>
         <translation>from the system</translation>
+    </message>
+    <message>
+        <source>畫面分享中斷了。請再試一次。</source>
+        <translation>The screen sharing was interrupted. Please try again.</translation>
     </message>
     <message>
         <source>目標語言</source>
@@ -1234,6 +1254,10 @@
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
         <translation>This X server lacks what is needed to capture the screen: %@</translation>
+    </message>
+    <message>
+        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
+        <translation>This desktop offers no screen sharing. Please install PipeWire, xdg-desktop-portal and the back end of this desktop (such as xdg-desktop-portal-gnome or xdg-desktop-portal-kde), and log in again.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

@@ -364,6 +364,14 @@
         <translation>すべて表示</translation>
     </message>
     <message>
+        <source>分享畫面…</source>
+        <translation>画面を共有…</translation>
+    </message>
+    <message>
+        <source>分享的不是翻譯板所在的螢幕。請再試一次，並選擇翻譯板所在的螢幕。</source>
+        <translation>共有された画面に翻訳パネルがありません。もう一度試して、翻訳パネルのある画面を選んでください。</translation>
+    </message>
+    <message>
         <source>切換到手動輸入</source>
         <translation>手動入力に切り替え</translation>
     </message>
@@ -498,10 +506,6 @@
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
         <translation>画像が大きすぎます（%d × %d ピクセル）：%@</translation>
-    </message>
-    <message>
-        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
-        <translation>Wayland セッションでは、Lucentra は X11 プログラムのウィンドウしか見ることができず、翻訳パネルの下にはそのようなウィンドウがありません。そのプログラムを XWayland で実行するか、X11 セッションでログインしてください。</translation>
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
@@ -736,6 +740,10 @@
         <translation>範囲翻訳</translation>
     </message>
     <message>
+        <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
+        <translation>画面の共有の要求にデスクトップが応答しませんでした。もう一度お試しください。それでも応答がない場合は、ログインし直してください。</translation>
+    </message>
+    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>枠なし</translation>
     </message>
@@ -796,6 +804,10 @@
         <translation>テキストが見つかりませんでした</translation>
     </message>
     <message>
+        <source>沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。</source>
+        <translation>画面が共有されていないため、翻訳パネルの下の文字が見えません。「画面を共有…」を押すと、デスクトップがもう一度確認します。</translation>
+    </message>
+    <message>
         <source>沒有可用的語言</source>
         <translation>利用できる言語がありません</translation>
     </message>
@@ -830,6 +842,10 @@
     <message>
         <source>測試連線</source>
         <translation>接続をテスト</translation>
+    </message>
+    <message>
+        <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
+        <translation>翻訳パネルの下の文字を読み取るため、次にデスクトップが画面の共有を求めます。翻訳パネルのある画面を選んでください。</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -898,6 +914,10 @@
     <message>
         <source>由系統安裝</source>
         <translation>システムのモデル</translation>
+    </message>
+    <message>
+        <source>畫面分享中斷了。請再試一次。</source>
+        <translation>画面の共有が中断されました。もう一度お試しください。</translation>
     </message>
     <message>
         <source>目標語言</source>
@@ -1234,6 +1254,10 @@
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
         <translation>この X サーバーには、画面のキャプチャに必要な機能がありません：%@</translation>
+    </message>
+    <message>
+        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
+        <translation>このデスクトップでは画面を共有できません。PipeWire、xdg-desktop-portal と、このデスクトップのバックエンド（xdg-desktop-portal-gnome や xdg-desktop-portal-kde など）をインストールし、ログインし直してください。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

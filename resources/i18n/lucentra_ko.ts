@@ -364,6 +364,14 @@
         <translation>모두 표시</translation>
     </message>
     <message>
+        <source>分享畫面…</source>
+        <translation>화면 공유…</translation>
+    </message>
+    <message>
+        <source>分享的不是翻譯板所在的螢幕。請再試一次，並選擇翻譯板所在的螢幕。</source>
+        <translation>공유한 화면에 번역 패널이 없습니다. 다시 시도하여 번역 패널이 있는 화면을 선택하세요.</translation>
+    </message>
+    <message>
         <source>切換到手動輸入</source>
         <translation>직접 입력으로 전환</translation>
     </message>
@@ -498,10 +506,6 @@
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
         <translation>그림이 너무 큽니다(%d × %d픽셀): %@</translation>
-    </message>
-    <message>
-        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
-        <translation>Wayland 세션에서 Lucentra는 X11 프로그램의 창만 볼 수 있으며, 번역 패널 아래에는 그런 창이 없습니다. 해당 프로그램을 XWayland로 실행하거나 X11 세션으로 로그인하세요.</translation>
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
@@ -736,6 +740,10 @@
         <translation>영역 번역</translation>
     </message>
     <message>
+        <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
+        <translation>데스크톱이 화면 공유 요청에 응답하지 않았습니다. 다시 시도하고, 계속 응답이 없으면 다시 로그인하세요.</translation>
+    </message>
+    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>테두리 없음</translation>
     </message>
@@ -796,6 +804,10 @@
         <translation>텍스트를 찾지 못했습니다</translation>
     </message>
     <message>
+        <source>沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。</source>
+        <translation>화면을 공유하지 않으면 번역 패널 아래의 글자를 볼 수 없습니다. ‘화면 공유…’를 누르면 데스크톱이 다시 묻습니다.</translation>
+    </message>
+    <message>
         <source>沒有可用的語言</source>
         <translation>사용할 수 있는 언어가 없음</translation>
     </message>
@@ -830,6 +842,10 @@
     <message>
         <source>測試連線</source>
         <translation>연결 테스트</translation>
+    </message>
+    <message>
+        <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
+        <translation>번역 패널 아래의 글자를 읽기 위해 이제 데스크톱이 화면 공유를 요청합니다. 번역 패널이 있는 화면을 선택하세요.</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -898,6 +914,10 @@
     <message>
         <source>由系統安裝</source>
         <translation>시스템에 설치됨</translation>
+    </message>
+    <message>
+        <source>畫面分享中斷了。請再試一次。</source>
+        <translation>화면 공유가 중단되었습니다. 다시 시도하세요.</translation>
     </message>
     <message>
         <source>目標語言</source>
@@ -1234,6 +1254,10 @@
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
         <translation>이 X 서버에는 화면 캡처에 필요한 기능이 없습니다: %@</translation>
+    </message>
+    <message>
+        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
+        <translation>이 데스크톱은 화면 공유를 제공하지 않습니다. PipeWire, xdg-desktop-portal과 이 데스크톱의 백엔드(예: xdg-desktop-portal-gnome 또는 xdg-desktop-portal-kde)를 설치한 뒤 다시 로그인하세요.</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

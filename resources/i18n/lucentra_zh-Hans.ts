@@ -364,6 +364,14 @@
         <translation>全部显示</translation>
     </message>
     <message>
+        <source>分享畫面…</source>
+        <translation>共享屏幕…</translation>
+    </message>
+    <message>
+        <source>分享的不是翻譯板所在的螢幕。請再試一次，並選擇翻譯板所在的螢幕。</source>
+        <translation>共享的不是翻译板所在的屏幕。请再试一次，并选择翻译板所在的屏幕。</translation>
+    </message>
+    <message>
         <source>切換到手動輸入</source>
         <translation>切换到手动输入</translation>
     </message>
@@ -498,10 +506,6 @@
     <message>
         <source>圖片過大（%d × %d 像素）：%@</source>
         <translation>图片过大（%d × %d 像素）：%@</translation>
-    </message>
-    <message>
-        <source>在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。</source>
-        <translation>在 Wayland 会话中，Lucentra 只能看到 X11 程序的窗口，而翻译板下方没有这样的窗口。请让那个程序通过 XWayland 运行，或改用 X11 会话登录。</translation>
     </message>
     <message>
         <source>在下方 Dock 欄顯示圖示</source>
@@ -736,6 +740,10 @@
         <translation>框选翻译</translation>
     </message>
     <message>
+        <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
+        <translation>桌面没有回答共享屏幕的请求。请再试一次；如果仍然没有反应，请重新登录。</translation>
+    </message>
+    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>极简无边框</translation>
     </message>
@@ -796,6 +804,10 @@
         <translation>没有检测到文字</translation>
     </message>
     <message>
+        <source>沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。</source>
+        <translation>没有共享屏幕，Lucentra 就看不到翻译板下方的文字。点击“共享屏幕…”后，桌面会再问一次。</translation>
+    </message>
+    <message>
         <source>沒有可用的語言</source>
         <translation>没有可用的语言</translation>
     </message>
@@ -830,6 +842,10 @@
     <message>
         <source>測試連線</source>
         <translation>测试连接</translation>
+    </message>
+    <message>
+        <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
+        <translation>为了读取翻译板下方的文字，桌面接下来会请您共享屏幕；请选择翻译板所在的屏幕。</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -898,6 +914,10 @@
     <message>
         <source>由系統安裝</source>
         <translation>由系统安装</translation>
+    </message>
+    <message>
+        <source>畫面分享中斷了。請再試一次。</source>
+        <translation>屏幕共享中断了。请再试一次。</translation>
     </message>
     <message>
         <source>目標語言</source>
@@ -1234,6 +1254,10 @@
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>
         <translation>这个 X 服务器缺少截取屏幕画面所需的功能：%@</translation>
+    </message>
+    <message>
+        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
+        <translation>这个桌面不提供屏幕共享。请安装 PipeWire、xdg-desktop-portal 和这个桌面的后端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然后重新登录。</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>

@@ -36,7 +36,12 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
                              .mainQueue = m_services.mainQueue(),
                              .localized = [&texts = m_services.texts()](const QString &key) {
                                  return texts.localized(key);
-                             }}))
+                             },
+                             .screenShares = {
+                                 .read = [&store = m_services.settings()] { return store.read(settings::screenShares); },
+                                 .write = [&store = m_services.settings()](const QString &shares) {
+                                     store.write(settings::screenShares, shares);
+                                 }}}))
     , m_hotkeys(
           m_services.settings(), m_desktop->hotkeys(), m_services.mainQueue(), [this] { return m_pane->isKeyWindow(); },
           diagnostics)

@@ -103,7 +103,7 @@ void PaneShell::wirePass()
                                 const std::function<bool()> &isWanted) { return manager.translate(blocks, isWanted); },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },
-        .openScreenRecordingSettings = [] {}, // no X server withholds its screen, so there is nothing to open
+        .openScreenRecordingSettings = [] {}, // a desktop that withholds its screen asks by itself
     };
     m_pass = std::make_unique<TranslationPass>(m_window, *m_view, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);

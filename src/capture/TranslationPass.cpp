@@ -50,9 +50,15 @@ struct TranslationPass::Reading
 /// What the pane shows if there is none.
 struct TranslationPass::ErrorCard
 {
+    enum class Button {
+        Retry,
+        AskForAccess, ///< a new pass that may ask for the permission
+        OpenSettings, ///< of the system
+    };
+
     QString title;
     QString message;
-    bool opensSettings = false; ///< its button opens the system's settings instead of starting a new pass
+    Button button = Button::Retry;
 };
 
 TranslationPass::TranslationPass(const PassSource &source, PassView &view, PassSteps steps,
@@ -178,13 +184,15 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
 
 TranslationPass::ErrorCard TranslationPass::captureFailed(const Failure &failure) const
 {
+    if (failure.domain == screenAccessDomain)
+        return {m_texts.localized(u"需要螢幕錄製權限"_s), failure.description, ErrorCard::Button::AskForAccess};
     if (m_steps.capture.isGranted())
         return {m_texts.localized(u"無法擷取畫面"_s), failure.description};
     return {
         m_texts.localized(u"需要螢幕錄製權限"_s),
         m_texts.localized(
             u"請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。"_s),
-        true};
+        ErrorCard::Button::OpenSettings};
 }
 
 void TranslationPass::finish(const Request &request, const Outcome &outcome)
@@ -222,13 +230,19 @@ void TranslationPass::show(const Request &request, const Reading &reading)
 
 void TranslationPass::showCard(const ErrorCard &card)
 {
-    if (card.opensSettings)
+    if (card.button == ErrorCard::Button::OpenSettings)
         return m_view.showErrorCard(card.title, card.message, m_texts.localized(u"開啟系統設定"_s),
                                     m_steps.openScreenRecordingSettings);
-    m_view.showErrorCard(card.title, card.message, m_texts.localized(u"重試"_s), [weak = std::weak_ptr(m_self)] {
-        if (const auto self = weak.lock())
-            (*self)->startCapturePass();
-    });
+    const bool mayAsk = card.button == ErrorCard::Button::AskForAccess;
+    m_view.showErrorCard(card.title, card.message, m_texts.localized(mayAsk ? u"分享畫面…"_s : u"重試"_s),
+                         [weak = std::weak_ptr(m_self), mayAsk] {
+                             const auto self = weak.lock();
+                             if (!self)
+                                 return;
+                             if (mayAsk)
+                                 (*self)->m_steps.capture.allowAsking();
+                             (*self)->startCapturePass();
+                         });
 }
 
 } // namespace lucentra

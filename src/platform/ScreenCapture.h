@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QList>
 #include <QRectF>
+#include <QStringView>
 
 #include <optional>
 
@@ -20,6 +21,10 @@ struct CaptureSurroundings
     bool operator==(const CaptureSurroundings &) const = default;
 };
 
+/// The domain of failures that come from a missing permission. Their description says what the user can do, and a
+/// capture after `allowAsking` may succeed.
+inline constexpr QStringView screenAccessDomain = u"ScreenAccess";
+
 /// Takes pictures of what other programs show on the screen. This program's own windows are never part of them; how
 /// that is achieved is up to the implementation. Blocking calls, on any thread, several at once.
 class ScreenCapture
@@ -29,6 +34,8 @@ public:
 
     /// Whether captures are allowed; never asks the user.
     virtual bool isGranted() const = 0;
+    /// Lets the next capture ask the user for the permission, if it is missing. Otherwise captures never ask.
+    virtual void allowAsking() {}
 
     /// The frame of the pane's window, given by the window system's number, as the window system has it at this moment.
     virtual Result<CaptureSurroundings> surroundings(quint32 paneWindow) = 0;

@@ -95,6 +95,9 @@ inline constexpr Setting<bool> showInDock{"showInDock"_L1, true};
 /// Written at every start; nothing reads it.
 inline constexpr Setting<bool> isAlwaysOnTop{"isAlwaysOnTop"_L1, false};
 
+/// The user's permissions to capture the screen: the desktop's restore tokens by monitor, as JSON.
+inline constexpr Setting<QString> screenShares{"screenShares"_L1, u""};
+
 // The hotkey that shows and hides the pane
 
 /// Virtual key code, its low 16 bits. 17 is the position of the T key.

@@ -1,6 +1,7 @@
 #include "MakeDesktop.h"
 
 #include "LayerDesktop.h"
+#include "PortalDesktop.h"
 #include "X11Desktop.h"
 #include "X11ProgramClaim.h"
 
@@ -11,6 +12,11 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
+
+bool isWaylandSession()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
+}
 
 /// The environment can force the choice, for users with trouble and for tests.
 bool isLayerPaneChosen()
@@ -30,7 +36,7 @@ std::optional<QString> prepareDesktop()
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return isWaylandSession() ? u"Lucentra 在 Wayland 工作階段中需要 XWayland，但找不到它（沒有設定 DISPLAY）。"_s
                                   : u"Lucentra 需要圖形桌面（沒有設定 DISPLAY）。"_s;
-    // The pane is placed, kept on top and left out of captures by means of X11, in Wayland sessions as well.
+    // A compositor lets no ordinary window of Wayland choose its place or stay above others.
     qputenv("QT_QPA_PLATFORM", "xcb");
     return std::nullopt;
 }
@@ -39,6 +45,9 @@ std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts)
 {
     if (QGuiApplication::platformName().startsWith(u"wayland"_s))
         return std::make_unique<LayerDesktop>(parts.bus);
+    if (isWaylandSession())
+        return std::make_unique<PortalDesktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.screenShares,
+                                               parts.localized);
     return std::make_unique<X11Desktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.localized);
 }
 

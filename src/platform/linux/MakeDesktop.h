@@ -2,6 +2,7 @@
 
 #include "Desktop.h"
 #include "ProgramClaim.h"
+#include "ScreenShares.h"
 
 #include <QString>
 
@@ -27,6 +28,8 @@ struct DesktopParts
     MainQueue &mainQueue;
     /// Looks up a text key in the interface language. Any thread.
     std::function<QString(const QString &key)> localized;
+    /// Where it stores the user's permissions to capture the screen.
+    ScreenShareStore screenShares;
 };
 
 /// The desktop of this session. Needs the application object.

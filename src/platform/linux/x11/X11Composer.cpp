@@ -233,11 +233,6 @@ QList<X11WindowPlace> X11Composer::viewableWindows()
     return places;
 }
 
-bool X11Composer::hasForeignWindows(const QRect &area)
-{
-    return isUsable() && !m_windows->foreignTopLevels(area).isEmpty();
-}
-
 void X11Composer::drainErrors()
 {
     // Errors of unchecked requests arrive as events: a window went away while we looked at it.

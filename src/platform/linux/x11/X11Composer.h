@@ -46,9 +46,6 @@ public:
     /// See `X11Windows::viewable`.
     QList<X11WindowPlace> viewableWindows();
 
-    /// Whether a window of another program intersects an area (native pixels).
-    bool hasForeignWindows(const QRect &area);
-
     /// An area of the root window (native pixels) without our windows. Null if the connection is broken.
     QImage compose(const QRect &area);
 

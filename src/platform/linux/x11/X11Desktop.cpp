@@ -16,16 +16,6 @@ namespace lucentra {
 
 namespace {
 
-/// The resource ids of the toolkit's connection.
-X11ResourceRange ownResources()
-{
-    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11)
-        return {};
-    const xcb_setup_t *setup = xcb_get_setup(x11->connection());
-    return {setup->resource_id_base, setup->resource_id_mask};
-}
-
 /// Whether there is a tray that embeds windows: it owns a selection.
 bool ownsTraySelection()
 {
@@ -59,11 +49,6 @@ QRect toNative(const QRectF &area)
 
 } // namespace
 
-bool isWaylandSession()
-{
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
-}
-
 X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQueue,
                        const std::function<QString(const QString &)> &localized)
     : m_bus(bus)
@@ -73,11 +58,6 @@ X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQue
     , m_hotkeys(scheduler)
     , m_displayOptions(bus.connection())
 {
-    if (isWaylandSession())
-        m_capture.explainNothingBeneath([localized] {
-            return localized(
-                u"在 Wayland 工作階段中，Lucentra 只看得到 X11 程式的視窗，而翻譯板下方沒有這樣的視窗。請讓那個程式透過 XWayland 執行，或改用 X11 工作階段登入。"_s);
-        });
     m_capture.explainMissing([localized](const QString &names) {
         return localized(u"這個 X 伺服器缺少擷取畫面所需的功能：%@"_s).replace(u"%@"_s, names);
     });
@@ -87,6 +67,15 @@ X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQue
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &X11Desktop::updateDisplays);
     for (QScreen *screen : QGuiApplication::screens())
         watch(screen);
+}
+
+X11ResourceRange X11Desktop::ownResources()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11)
+        return {};
+    const xcb_setup_t *setup = xcb_get_setup(x11->connection());
+    return {setup->resource_id_base, setup->resource_id_mask};
 }
 
 X11ScreenStream::Source X11Desktop::streamSource()

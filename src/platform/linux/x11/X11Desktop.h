@@ -18,9 +18,6 @@ namespace lucentra {
 class MainQueue;
 class SessionBus;
 
-/// Whether the session is one of Wayland, in which this program runs through XWayland.
-bool isWaylandSession();
-
 /// An X11 desktop. Needs the application's connection to the X server.
 class X11Desktop : public QObject, public Desktop
 {
@@ -37,6 +34,12 @@ public:
     AccessibilityDisplaySource &displayOptions() override { return m_displayOptions; }
     /// Of either kind: one on the bus, or one that embeds windows.
     bool hasTray() const override;
+
+    // For a desktop whose windows are this one's, but whose captures aren't.
+
+    X11Display displayAt(const QPointF &point) const { return m_capture.displayAt(point); }
+    /// The resource ids of the toolkit's connection.
+    static X11ResourceRange ownResources();
 
 private:
     X11ScreenStream::Source streamSource();

@@ -109,8 +109,6 @@ Result<QImage> X11ScreenCapture::capture(const QRectF &area)
     X11Composer &composer = preparedComposer();
     if (!composer.isUsable())
         return tl::unexpected(unusable());
-    if (m_nothingBeneath && !composer.hasForeignWindows(native))
-        return tl::unexpected(Failure{.domain = u"X11"_s, .code = 2, .description = m_nothingBeneath()});
     return composer.compose(native);
 }
 

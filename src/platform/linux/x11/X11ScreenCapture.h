@@ -40,9 +40,6 @@ public:
     /// Whether the pane is shown; only then windows are redirected. Any thread, never blocks.
     void setPaneShown(bool shown);
 
-    /// For servers that don't have every program's windows: a capture of an area without a window of another program
-    /// fails with this sentence for the user. Called on the capturing thread. Set before the first capture.
-    void explainNothingBeneath(std::function<QString()> sentence) { m_nothingBeneath = std::move(sentence); }
     /// The sentence for the user if the server lacks extensions that captures need, from their names.
     void explainMissing(std::function<QString(const QString &)> sentence) { m_missing = std::move(sentence); }
 
@@ -58,7 +55,6 @@ private:
     const X11ResourceRange m_ours;
     mutable std::mutex m_displaysMutex;
     QList<X11Display> m_displays; ///< guarded by m_displaysMutex
-    std::function<QString()> m_nothingBeneath;
     std::function<QString(const QString &)> m_missing;
     std::atomic<bool> m_isPaneShown = false;
     std::mutex m_composing; ///< the composer serves one thread at a time

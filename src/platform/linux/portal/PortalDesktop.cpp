@@ -1,0 +1,57 @@
+#include "PortalDesktop.h"
+
+#include "X11WindowVeil.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+PortalScreenStream::PortalScreenStream(PortalScreenCapture &capture, MainQueue &mainQueue)
+    : m_capture(capture)
+    , m_mainQueue(mainQueue)
+    , m_self(std::make_shared<PortalScreenStream *>(this))
+{
+}
+
+void PortalScreenStream::follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame)
+{
+    if (area.isEmpty())
+        m_capture.cancel();
+    m_frame = std::move(frame);
+    if (std::exchange(m_area, area) == area)
+        return;
+    m_capture.alsoTake(area, [weak = std::weak_ptr(m_self), area, &queue = m_mainQueue](const QImage &picture) {
+        queue.post([weak, area, picture] {
+            const auto self = weak.lock();
+            if (self && (*self)->m_area == area && (*self)->m_frame)
+                (*self)->m_frame({picture, picture.rect()});
+        });
+    });
+    if (!area.isEmpty())
+        m_frame({});
+}
+
+PortalDesktop::PortalDesktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQueue, const ScreenShareStore &store,
+                             const std::function<QString(const QString &)> &localized)
+    : m_windows(scheduler, bus, mainQueue, localized)
+    , m_capture(pane(), store, localized)
+    , m_stream(m_capture, mainQueue)
+{
+}
+
+PortalScreenCapture::Pane PortalDesktop::pane()
+{
+    return {.surroundings = [this](quint32 window) { return m_windows.capture().surroundings(window); },
+            .displayAt = [this](const QPointF &point) { return m_windows.displayAt(point); },
+            .hide = [ours = X11Desktop::ownResources()](const QRect &area) -> std::shared_ptr<void> {
+                return std::make_shared<X11WindowVeil>(ours, area);
+            },
+            .makeRoom = [](quint32 window) -> std::shared_ptr<void> {
+                return std::make_shared<X11WindowsLowered>(window);
+            },
+            .portalName = [](quint32 window) { return u"x11:"_s + QString::number(window, 16); }};
+}
+
+} // namespace lucentra

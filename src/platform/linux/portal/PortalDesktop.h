@@ -1,0 +1,51 @@
+#pragma once
+
+#include "MainQueue.h"
+#include "PortalScreenCapture.h"
+#include "ScreenStream.h"
+#include "X11Desktop.h"
+
+namespace lucentra {
+
+/// The picture beneath the pane, as the last capture has found it. There is none after the pane has moved, since the
+/// screen is only shared for the time of a capture.
+class PortalScreenStream : public ScreenStream
+{
+public:
+    PortalScreenStream(PortalScreenCapture &capture, MainQueue &mainQueue);
+
+    void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) override;
+
+private:
+    PortalScreenCapture &m_capture;
+    MainQueue &m_mainQueue;
+    QRectF m_area;
+    std::function<void(const ScreenFrame &)> m_frame;
+    std::shared_ptr<PortalScreenStream *> m_self; ///< held weakly by pictures under way
+};
+
+/// A desktop of Wayland on which the pane is an X11 window. The screen is captured through the desktop's portal.
+class PortalDesktop : public Desktop
+{
+public:
+    /// `localized` looks up a text key in the interface language.
+    PortalDesktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQueue, const ScreenShareStore &store,
+                  const std::function<QString(const QString &)> &localized);
+
+    ScreenCapture &capture() override { return m_capture; }
+    ScreenStream &stream() override { return m_stream; }
+    GlobalHotkeys &hotkeys() override { return m_windows.hotkeys(); }
+    PaneWindowHints &windows() override { return m_windows.windows(); }
+    CompositingMonitor &compositing() override { return m_windows.compositing(); }
+    AccessibilityDisplaySource &displayOptions() override { return m_windows.displayOptions(); }
+    bool hasTray() const override { return m_windows.hasTray(); }
+
+private:
+    PortalScreenCapture::Pane pane();
+
+    X11Desktop m_windows;
+    PortalScreenCapture m_capture;
+    PortalScreenStream m_stream;
+};
+
+} // namespace lucentra

@@ -1,0 +1,219 @@
+#include "PortalScreenCapture.h"
+
+#include "PipeWireFrames.h"
+#include "ScreenCastPortal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+// Codes of failures besides those of `ScreenCastProblem`.
+constexpr int notAskedYet = -1;
+constexpr int otherMonitor = -2;
+
+/// Longest wait for the first frame of a share.
+constexpr auto firstFramePatience = 5s;
+/// Longest wait for the frame without the pane. Its disappearance is a change of the screen, so a frame always comes.
+constexpr auto frameWithoutPanePatience = 3s;
+/// The screen counts as still if no frame comes for this long: three at the usual rate.
+constexpr auto stillness = 50ms;
+
+/// A part of a display in the pixels of a picture of the whole display.
+QRect pixelsOf(const QRectF &area, const X11Display &display, const QSize &picture)
+{
+    const QRectF frame = display.frame();
+    const double horizontal = picture.width() / frame.width();
+    const double vertical = picture.height() / frame.height();
+    const QPointF corner = area.topLeft() - frame.topLeft();
+    return {qRound(corner.x() * horizontal), qRound(corner.y() * vertical),
+            std::max(1, int(std::ceil(area.width() * horizontal))),
+            std::max(1, int(std::ceil(area.height() * vertical)))};
+}
+
+QRect nativePixelsOf(const QRectF &area, const X11Display &display)
+{
+    const QPointF corner = display.nativeFrame.topLeft();
+    return QRectF((area.topLeft() - corner) * display.scale + corner, area.size() * display.scale).toAlignedRect();
+}
+
+} // namespace
+
+/// What `cancel` ends.
+class PortalScreenCapture::Running
+{
+public:
+    explicit Running(PortalScreenCapture &owner)
+        : m_owner(owner)
+    {
+        const std::lock_guard lock(m_owner.m_runningMutex);
+        m_owner.m_running = this;
+    }
+    ~Running()
+    {
+        const std::lock_guard lock(m_owner.m_runningMutex);
+        m_owner.m_running = nullptr;
+    }
+    Running(const Running &) = delete;
+    Running &operator=(const Running &) = delete;
+
+    /// Connects to a monitor of the share.
+    PipeWireFrames &receive(int descriptor, quint32 node)
+    {
+        auto made = std::make_unique<PipeWireFrames>(descriptor, node);
+        const std::lock_guard lock(m_owner.m_runningMutex);
+        frames = std::move(made);
+        return *frames;
+    }
+
+    ScreenCastPortal portal;
+    std::unique_ptr<PipeWireFrames> frames;
+
+private:
+    PortalScreenCapture &m_owner;
+};
+
+PortalScreenCapture::PortalScreenCapture(Pane pane, ScreenShareStore store,
+                                         std::function<QString(const QString &)> localized)
+    : m_pane(std::move(pane))
+    , m_localized(std::move(localized))
+    , m_shares(std::move(store))
+{
+}
+
+PortalScreenCapture::~PortalScreenCapture() = default;
+
+bool PortalScreenCapture::isGranted() const
+{
+    const std::lock_guard lock(m_storeMutex);
+    return !m_shares.isEmpty();
+}
+
+Result<CaptureSurroundings> PortalScreenCapture::surroundings(quint32 paneWindow)
+{
+    m_paneWindow = paneWindow;
+    auto found = m_pane.surroundings(paneWindow);
+    if (found)
+        m_displayCount = int(found->displays.size());
+    return found;
+}
+
+void PortalScreenCapture::alsoTake(const QRectF &area, std::function<void(const QImage &)> taken)
+{
+    const std::lock_guard lock(m_runningMutex);
+    m_alsoArea = area;
+    m_alsoTaken = std::move(taken);
+}
+
+void PortalScreenCapture::cancel()
+{
+    const std::lock_guard lock(m_runningMutex);
+    if (!m_running)
+        return;
+    m_running->portal.cancel();
+    if (m_running->frames)
+        m_running->frames->cancel();
+}
+
+tl::unexpected<Failure> PortalScreenCapture::failure(int code, const QString &key) const
+{
+    return tl::unexpected(
+        Failure{.domain = screenAccessDomain.toString(), .code = code, .description = m_localized(key)});
+}
+
+Result<QImage> PortalScreenCapture::capture(const QRectF &area)
+{
+    const std::lock_guard lock(m_capturing);
+    Running running(*this);
+    return captureFrom(running, area);
+}
+
+Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &area)
+{
+    const X11Display display = m_pane.displayAt(area.center());
+    const bool isOnlyDisplay = m_displayCount == 1;
+    const auto isWanted = [&](const SharedMonitor &monitor) {
+        return isOnlyDisplay || isSameMonitor(monitor, display.nativeFrame);
+    };
+    QString token;
+    {
+        const std::lock_guard lock(m_storeMutex);
+        token = isOnlyDisplay ? m_shares.anyToken() : m_shares.tokenFor(display.nativeFrame);
+    }
+    const bool mayAsk = m_mayAsk.exchange(false);
+    const QString refused = u"沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。"_s;
+    if (token.isEmpty() && !mayAsk) {
+        if (m_wasRefused)
+            return failure(int(ScreenCastProblem::Refused), refused);
+        return failure(notAskedYet, u"為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。"_s);
+    }
+
+    std::shared_ptr<void> room;
+    if (token.isEmpty())
+        room = m_pane.makeRoom(m_paneWindow);
+    const auto share = running.portal.start(token, m_pane.portalName(m_paneWindow));
+    room.reset();
+    if (!share) {
+        switch (share.error()) {
+        case ScreenCastProblem::Refused:
+            m_wasRefused = true;
+            if (!token.isEmpty()) {
+                const std::lock_guard lock(m_storeMutex);
+                m_shares.replace(token, {}, {});
+            }
+            return failure(int(share.error()), refused);
+        case ScreenCastProblem::NoService:
+            return failure(int(share.error()), u"這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。"_s);
+        case ScreenCastProblem::NoAnswer:
+            return failure(int(share.error()), u"桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。"_s);
+        case ScreenCastProblem::Failed:
+        case ScreenCastProblem::Cancelled:
+            break;
+        }
+        return failure(int(share.error()), u"畫面分享中斷了。請再試一次。"_s);
+    }
+    {
+        const std::lock_guard lock(m_storeMutex);
+        m_shares.replace(token, share->nextToken, share->monitors);
+    }
+    m_wasRefused = false;
+    const auto monitor = std::find_if(share->monitors.begin(), share->monitors.end(), isWanted);
+    if (monitor == share->monitors.end())
+        return failure(otherMonitor, u"分享的不是翻譯板所在的螢幕。請再試一次，並選擇翻譯板所在的螢幕。"_s);
+
+    const int descriptor = running.portal.openPipeWire();
+    const auto interrupted = failure(int(ScreenCastProblem::Failed), u"畫面分享中斷了。請再試一次。"_s);
+    if (descriptor < 0)
+        return interrupted;
+    PipeWireFrames &frames = running.receive(descriptor, monitor->node);
+    if (frames.waitForFirstFrame(firstFramePatience) != PipeWireFrames::Wait::Arrived)
+        return interrupted;
+    const auto change = PipeWireFrames::Clock::now();
+    auto hidden = m_pane.hide(nativePixelsOf(area, display));
+    const auto wait = frames.waitForFrame(PipeWireFrames::Clock::now(), change, stillness, frameWithoutPanePatience);
+    hidden.reset();
+    if (wait == PipeWireFrames::Wait::Broken || running.portal.hasEnded())
+        return interrupted;
+    if (wait == PipeWireFrames::Wait::TimedOut)
+        return QImage();
+
+    QRectF alsoArea;
+    std::function<void(const QImage &)> alsoTaken;
+    {
+        const std::lock_guard lock(m_runningMutex);
+        alsoArea = m_alsoArea;
+        alsoTaken = m_alsoTaken;
+    }
+    if (!alsoArea.isEmpty() && display.frame().contains(alsoArea))
+        alsoTaken(frames.part(pixelsOf(alsoArea, display, frames.size()))
+                      .scaled((alsoArea.size() * display.scale).toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    return frames.part(pixelsOf(area, display, frames.size()));
+}
+
+} // namespace lucentra

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "ScreenCapture.h"
+#include "ScreenShares.h"
+#include "X11ScreenCapture.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace lucentra {
+
+class PipeWireFrames;
+class ScreenCastPortal;
+
+/// Screen capture by the desktop's portal: the monitor with the pane is shared for the time of a capture. The pane is
+/// made invisible until a frame without it has arrived.
+class PortalScreenCapture : public ScreenCapture
+{
+public:
+    /// What the window system knows of the pane and its surroundings. Called on the capturing thread.
+    struct Pane
+    {
+        std::function<Result<CaptureSurroundings>(quint32 window)> surroundings;
+        /// The display with a point (global points).
+        std::function<X11Display(const QPointF &)> displayAt;
+        /// Makes this program's windows over an area (native pixels) invisible until the returned object is destroyed.
+        /// Returns once the compositor knows of it.
+        std::function<std::shared_ptr<void>(const QRect &)> hide;
+        /// Makes room for the desktop's question until the returned object is destroyed.
+        std::function<std::shared_ptr<void>(quint32 window)> makeRoom;
+        /// The window's name for the portal, so that the question belongs to it.
+        std::function<QString(quint32 window)> portalName;
+    };
+
+    /// `localized` looks up a text key in the interface language.
+    PortalScreenCapture(Pane pane, ScreenShareStore store, std::function<QString(const QString &)> localized);
+    ~PortalScreenCapture() override;
+
+    /// Whether the user has allowed the capture of a monitor.
+    bool isGranted() const override;
+    void allowAsking() override { m_mayAsk = true; }
+    Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;
+    Result<QImage> capture(const QRectF &area) override;
+
+    /// The area (global points) whose picture is wanted from each capture besides its own; may be empty. `taken` is
+    /// called on the capturing thread. Any thread.
+    void alsoTake(const QRectF &area, std::function<void(const QImage &)> taken);
+    /// Ends a capture under way, and the question of the desktop with it. Any thread.
+    void cancel();
+
+private:
+    class Running;
+
+    tl::unexpected<Failure> failure(int code, const QString &key) const;
+    Result<QImage> captureFrom(Running &running, const QRectF &area);
+
+    const Pane m_pane;
+    const std::function<QString(const QString &)> m_localized;
+    mutable std::mutex m_storeMutex;
+    ScreenShares m_shares; ///< guarded by m_storeMutex
+    std::atomic<bool> m_mayAsk = false;
+    std::atomic<bool> m_wasRefused = false;
+    std::atomic<quint32> m_paneWindow = 0;
+    std::atomic<int> m_displayCount = 1;
+    std::mutex m_capturing; ///< one share at a time
+    std::mutex m_runningMutex;
+    Running *m_running = nullptr; ///< guarded by m_runningMutex, as are the next two
+    QRectF m_alsoArea;
+    std::function<void(const QImage &)> m_alsoTaken;
+};
+
+} // namespace lucentra

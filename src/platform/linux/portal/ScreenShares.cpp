@@ -1,0 +1,84 @@
+#include "ScreenShares.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// A monitor's place and size as a key: "x,y,width,height".
+QString keyOf(const QRect &frame)
+{
+    return u"%1,%2,%3,%4"_s.arg(frame.x()).arg(frame.y()).arg(frame.width()).arg(frame.height());
+}
+
+QRect frameOf(const QString &key)
+{
+    const QStringList numbers = key.split(u',');
+    if (numbers.size() != 4)
+        return {};
+    return {numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt()};
+}
+
+} // namespace
+
+bool isSameMonitor(const SharedMonitor &shared, const QRect &native)
+{
+    const QRect &frame = shared.frame;
+    if (frame.isEmpty() || frame == native)
+        return true;
+    const double scale = double(native.width()) / frame.width();
+    constexpr double rounding = 2; // pixels
+    return std::abs(frame.height() * scale - native.height()) <= rounding &&
+           std::abs(frame.x() * scale - native.x()) <= rounding && std::abs(frame.y() * scale - native.y()) <= rounding;
+}
+
+ScreenShares::ScreenShares(ScreenShareStore store)
+    : m_store(std::move(store))
+{
+}
+
+QHash<QString, QString> ScreenShares::read() const
+{
+    QHash<QString, QString> tokens;
+    const QJsonObject stored = QJsonDocument::fromJson(m_store.read().toUtf8()).object();
+    for (auto entry = stored.begin(); entry != stored.end(); ++entry) {
+        if (const QString token = entry->toString(); !token.isEmpty())
+            tokens.insert(entry.key(), token);
+    }
+    return tokens;
+}
+
+QString ScreenShares::tokenFor(const QRect &native) const
+{
+    const QHash<QString, QString> tokens = read();
+    for (auto entry = tokens.begin(); entry != tokens.end(); ++entry) {
+        if (isSameMonitor({.frame = frameOf(entry.key())}, native))
+            return *entry;
+    }
+    return {};
+}
+
+void ScreenShares::replace(const QString &used, const QString &next, const QList<SharedMonitor> &monitors)
+{
+    QHash<QString, QString> tokens = read();
+    tokens.removeIf([&](const auto &entry) { return *entry == used; });
+    for (const SharedMonitor &monitor : monitors) {
+        if (!next.isEmpty())
+            tokens.insert(keyOf(monitor.frame), next);
+    }
+    QJsonObject stored;
+    for (auto entry = tokens.begin(); entry != tokens.end(); ++entry)
+        stored.insert(entry.key(), *entry);
+    m_store.write(QString::fromUtf8(QJsonDocument(stored).toJson(QJsonDocument::Compact)));
+}
+
+} // namespace lucentra

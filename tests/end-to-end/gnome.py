@@ -1,0 +1,155 @@
+"""A GNOME session without a monitor: GNOME Shell with XWayland, PipeWire and the desktop's portal, on buses of its own. The
+pointer and keys come through the shell's remote control, pictures through its screenshots."""
+import json
+import os
+import pathlib
+import re
+import subprocess
+
+from gi.repository import Gio, GLib
+from PIL import Image
+
+from screen import Screen
+
+PORTAL = "org.freedesktop.portal.Desktop"
+BACK_END = "org.freedesktop.impl.portal.desktop.gnome"
+REMOTE = "org.gnome.Mutter.RemoteDesktop"
+BUTTON = 0x110
+# What the portal's store holds after the user has shared the only monitor: a token, for programs outside of containers.
+TOKEN = "11111111-2222-4333-8444-555555555555"
+
+
+class Gnome(Screen):
+    """`shared`: the user has already shared the monitor, and `TOKEN` shares it again."""
+
+    def __init__(self, monitors: tuple[str, ...] = ("1280x800",), shared: bool = True, **options):
+        super().__init__(keyring=False, **options)
+        self.monitors = monitors
+        self.shared = shared
+        self.input = ""
+
+    def begin(self) -> None:
+        address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        self.environment |= {"XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_TYPE": "wayland", "GSETTINGS_BACKEND": "keyfile",
+                             "LIBGL_ALWAYS_SOFTWARE": "1", "LP_NUM_THREADS": "1", "DBUS_SYSTEM_BUS_ADDRESS": address,
+                             "WAYLAND_DISPLAY": "wayland-0", "GTK_A11Y": "none"}
+        self.environment.pop("QT_QPA_PLATFORM")
+        pathlib.Path("/tmp/.X11-unix").mkdir(mode=0o1777, exist_ok=True)
+        runtime = pathlib.Path(self.environment["XDG_RUNTIME_DIR"])
+        self.set("org.gnome.desktop.interface", "enable-animations", "false")
+        self.set("org.gnome.desktop.interface", "enable-hot-corners", "false")
+        self.set("org.gnome.desktop.notifications", "show-banners", "false")
+        self.set("org.gnome.desktop.background", "picture-options", "none")
+        self.quietly(["/usr/libexec/xdg-permission-store"])
+        self.quietly(["pipewire"])
+        self.must((runtime / "pipewire-0").exists, "PipeWire")
+        self.quietly(["wireplumber"])
+        log = (self.home / "shell.log").open("w")
+        sizes = [word for size in self.monitors for word in ("--virtual-monitor", size)]
+        self.shell = self.start(["gnome-shell", "--headless", "--wayland", "--sm-disable", "--unsafe-mode", *sizes],
+                                stdout=log, stderr=subprocess.STDOUT)
+        log.close()
+        self.bus = Gio.DBusConnection.new_for_address_sync(
+            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+        self.must(lambda: "GNOME Shell started" in self.shell_log(), "GNOME Shell", 60)
+        self.display = re.search(r"public X11 display (:\d+)", self.shell_log())[1]
+        self.environment |= {"DISPLAY": self.display, "XAUTHORITY": str(next(runtime.glob(".mutter-Xwaylandauth.*")))}
+        self.evaluate("Main.overview.hide()")
+        if self.shared:
+            self.permit()
+        self.start_portal_of_desktop()
+
+    def start_portal_of_desktop(self) -> None:
+        self.quietly(["/usr/libexec/xdg-desktop-portal-gnome"])
+        self.wait_for_name(BACK_END)
+        self.portal = self.quietly(["/usr/libexec/xdg-desktop-portal"])
+        self.wait_for_name(PORTAL)
+
+    def __exit__(self, *_):
+        if shell := getattr(self, "shell", None):
+            shell.kill()  # it doesn't end soon when asked
+        super().__exit__()
+
+    def shell_log(self) -> str:
+        return (self.home / "shell.log").read_text(encoding="utf-8")
+
+    def set(self, schema: str, key: str, value: str) -> None:
+        subprocess.run(["gsettings", "set", schema, key, value], env=self.environment, check=True)
+
+    def call(self, name: str, path: str, method: str, arguments: GLib.Variant | None = None):
+        interface, member = method.rsplit(".", 1)
+        answer = self.bus.call_sync(name, path, interface, member, arguments, None, 0, 20000, None)
+        return answer.unpack()
+
+    def evaluate(self, script: str):
+        """What a script in the shell returns."""
+        done, value = self.call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell.Eval", GLib.Variant("(s)", (script,)))
+        if not done:
+            raise RuntimeError(value)
+        return json.loads(value) if value else None
+
+    def permit(self) -> None:
+        width, height = map(int, self.monitors[0].split("x"))
+        monitor = (0, 1, GLib.Variant("s", "MetaVendor:MetaVirtualMonitor:0x00"))
+        data = GLib.Variant("(suv)", ("GNOME", 1, GLib.Variant("(xxa(uuv))", (0, 0, [monitor]))))
+        self.call("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
+                  "org.freedesktop.impl.portal.PermissionStore.Set",
+                  GLib.Variant("(sbsa{sas}v)", ("screencast", True, TOKEN, {"": ["yes"]}, data)))
+        self.shares = json.dumps({f"0,0,{width},{height}": TOKEN})
+
+    # What is seen
+
+    def picture(self) -> Image.Image:
+        path = self.home / "screenshot.png"
+        self.call("org.gnome.Shell.Screenshot", "/org/gnome/Shell/Screenshot", "org.gnome.Shell.Screenshot.Screenshot",
+                  GLib.Variant("(bbs)", (False, False, str(path))))
+        with Image.open(path) as picture:
+            return picture.convert("RGB")
+
+    # What is done
+
+    def remote(self, method: str, signature: str, *values) -> None:
+        if not self.input:
+            self.input, = self.call(REMOTE, "/org/gnome/Mutter/RemoteDesktop", REMOTE + ".CreateSession")
+            self.call(REMOTE, self.input, REMOTE + ".Session.Start")
+        self.call(REMOTE, self.input, f"{REMOTE}.Session.{method}", GLib.Variant(signature, values))
+
+    def move_pointer(self, x: int, y: int) -> None:
+        self.remote("NotifyPointerMotionRelative", "(dd)", -9999.0, -9999.0)
+        self.remote("NotifyPointerMotionRelative", "(dd)", float(x), float(y))
+
+    def push(self, dx: int, dy: int) -> None:
+        self.remote("NotifyPointerMotionRelative", "(dd)", float(dx), float(dy))
+
+    def button(self, pressed: bool) -> None:
+        self.remote("NotifyPointerButton", "(ib)", BUTTON, pressed)
+
+    def click(self, x: int, y: int, count: int = 1) -> None:
+        self.move_pointer(x, y)
+        for pressed in (True, False) * count:
+            self.pause()
+            self.button(pressed)
+
+    def double_click(self, x: int, y: int) -> None:
+        self.click(x, y, 2)
+
+    def drag(self, start: tuple[int, int], end: tuple[int, int], hold: float = 0) -> None:
+        self.move_pointer(*start)
+        self.button(True)
+        for i in range(12):
+            self.pause()
+            self.push((end[0] - start[0]) * (i + 1) // 12 - (end[0] - start[0]) * i // 12,
+                      (end[1] - start[1]) * (i + 1) // 12 - (end[1] - start[1]) * i // 12)
+        self.pause(hold)
+        self.button(False)
+
+    def keys(self, *codes: int) -> None:
+        """Presses keys, by their evdev codes, together."""
+        for pressed, order in ((True, codes), (False, codes[::-1])):
+            for code in order:
+                self.remote("NotifyKeyboardKeycode", "(ub)", code, pressed)
+                self.pause()
+
+    @staticmethod
+    def pause(seconds: float = 0.03) -> None:
+        GLib.usleep(int(seconds * 1e6))
