@@ -111,9 +111,11 @@ class HeldCapture : public ScreenCapture
 {
 public:
     std::atomic<bool> granted = true;
+    bool mayAsk = false;
     Held<Result<QImage>> held;
 
     bool isGranted() const override { return granted; }
+    void allowAsking() override { mayAsk = true; }
     Result<CaptureSurroundings> surroundings(quint32) override
     {
         return CaptureSurroundings{.paneWindow = QRectF(0, 0, 404, 304), .displays = {{0, 0, 1920, 1080}}};
@@ -294,6 +296,16 @@ private Q_SLOTS:
         QVERIFY(m_pane->log.last().startsWith(u"card 需要螢幕錄製權限|"_s));
         m_pane->cardAction();
         QCOMPARE(m_pane->log.last(), u"settings"_s);
+
+        m_pass->startCapturePass();
+        capture(tl::unexpected(Failure{.domain = screenAccessDomain.toString(), .description = u"not asked"_s}));
+        settle([&] { return !m_pane->processing; });
+        QCOMPARE(m_pane->log.last(), u"card 需要螢幕錄製權限|not asked"_s);
+        QVERIFY(!m_capture->mayAsk);
+        m_pane->cardAction();
+        QVERIFY(m_capture->mayAsk);
+        capture(tl::unexpected(Failure()));
+        settle([&] { return !m_pane->processing; });
 
         m_pass->startCapturePass();
         capture();

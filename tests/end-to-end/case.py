@@ -15,6 +15,11 @@ class Case(unittest.TestCase):
         self.addCleanup(context.__exit__, None, None, None)
         return value
 
+    def shows(self, *texts: str, seconds: float = 20) -> None:
+        """Waits until the program shows texts with these parts."""
+        found = eventually(lambda: all(any(text in name for name in self.screen.texts()) for text in texts), seconds)
+        self.assertTrue(found, f"{texts} not in {self.screen.texts()}")
+
 
 class OnADisplay(Case):
     """The program is started by the test."""
@@ -42,8 +47,3 @@ class OnADisplay(Case):
 
     def history(self) -> list[dict]:
         return json.loads(self.history_path.read_text(encoding="utf-8")) if self.history_path.exists() else []
-
-    def shows(self, *texts: str, seconds: float = 20) -> None:
-        """Waits until the program shows texts with these parts."""
-        found = eventually(lambda: all(any(text in name for name in self.screen.texts()) for text in texts), seconds)
-        self.assertTrue(found, f"{texts} not in {self.screen.texts()}")

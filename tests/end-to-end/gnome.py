@@ -29,10 +29,9 @@ class Gnome(Screen):
         self.input = ""
 
     def begin(self) -> None:
-        address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
         self.environment |= {"XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_TYPE": "wayland", "GSETTINGS_BACKEND": "keyfile",
-                             "LIBGL_ALWAYS_SOFTWARE": "1", "LP_NUM_THREADS": "1", "DBUS_SYSTEM_BUS_ADDRESS": address,
-                             "WAYLAND_DISPLAY": "wayland-0", "GTK_A11Y": "none"}
+                             "LIBGL_ALWAYS_SOFTWARE": "1", "LP_NUM_THREADS": "1", "DBUS_SYSTEM_BUS_ADDRESS": self.environment["DBUS_SESSION_BUS_ADDRESS"],
+                             "WAYLAND_DISPLAY": "wayland-0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         self.environment.pop("QT_QPA_PLATFORM")
         pathlib.Path("/tmp/.X11-unix").mkdir(mode=0o1777, exist_ok=True)
         runtime = pathlib.Path(self.environment["XDG_RUNTIME_DIR"])
@@ -50,11 +49,13 @@ class Gnome(Screen):
                                 stdout=log, stderr=subprocess.STDOUT)
         log.close()
         self.bus = Gio.DBusConnection.new_for_address_sync(
-            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+            self.environment["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
         self.must(lambda: "GNOME Shell started" in self.shell_log(), "GNOME Shell", 60)
         self.display = re.search(r"public X11 display (:\d+)", self.shell_log())[1]
         self.environment |= {"DISPLAY": self.display, "XAUTHORITY": str(next(runtime.glob(".mutter-Xwaylandauth.*")))}
         self.evaluate("Main.overview.hide()")
+        self.quietly(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
+        self.wait_for_name("org.a11y.Bus")
         if self.shared:
             self.permit()
         self.start_portal_of_desktop()
@@ -97,7 +98,27 @@ class Gnome(Screen):
                   GLib.Variant("(sbsa{sas}v)", ("screencast", True, TOKEN, {"": ["yes"]}, data)))
         self.shares = json.dumps({f"0,0,{width},{height}": TOKEN})
 
+    def place_other_windows(self, x: int, y: int) -> None:
+        """Moves the windows of Wayland."""
+        self.evaluate("global.get_window_actors().map(actor => actor.meta_window).filter(window => !window.get_client_type())"
+                      f".forEach(window => window.move_frame(true, {x}, {y}))")
+
     # What is seen
+
+    def question(self) -> list[int] | None:
+        """The frame of the window in which the desktop asks which monitor to share."""
+        return self.evaluate("global.get_window_actors().map(actor => actor.meta_window)"
+                             ".filter(window => /portal/.test(window.get_wm_class()))"
+                             ".map(window => window.get_frame_rect()).map(r => [r.x, r.y, r.width, r.height])[0] ?? null")
+
+    def answer(self, is_allowed: bool) -> None:
+        x, y, width, _ = self.must(self.question, "the desktop's question", 60)
+        if is_allowed:
+            self.click(x + width // 2, y + 176)  # the only monitor
+            self.pause(0.5)
+            self.click(x + width - 42, y + 22)
+        else:
+            self.click(x + 44, y + 22)
 
     def picture(self) -> Image.Image:
         path = self.home / "screenshot.png"

@@ -1,6 +1,7 @@
-"""The desktop's settings as a portal tells them: portal.py [reduce-motion] [reduce-transparency]. Runs as a program of its
-own on the session bus; each line that it reads is the list of what is asked for from then on, and it says when that has
-been told."""
+"""The desktop's portal, a program of its own on the session bus. portal.py [reduce-motion] [reduce-transparency]
+[refuse|crash|end|wait]: the settings, and what becomes of the question whether to share the screen. Each line that it reads
+is the list of what holds from then on, and it says when that has been told. It also prints the questions that are closed."""
+import os
 import sys
 
 import dbus
@@ -9,6 +10,8 @@ import dbus.service
 from gi.repository import GLib
 
 SETTINGS = "org.freedesktop.portal.Settings"
+CAST = "org.freedesktop.portal.ScreenCast"
+PATH = "/org/freedesktop/portal/desktop"
 APPEARANCE = "org.freedesktop.appearance"
 
 
@@ -17,8 +20,56 @@ def values(words: list[str]) -> dict:
             "contrast": dbus.UInt32("reduce-transparency" in words, variant_level=1)}
 
 
+class Handle(dbus.service.Object):
+    """A request or a session."""
+
+    @dbus.service.signal("org.freedesktop.portal.Request", signature="ua{sv}")
+    def Response(self, code, results):
+        pass
+
+    @dbus.service.method("org.freedesktop.portal.Request", in_signature="", out_signature="")
+    def Close(self):
+        print("closed", flush=True)
+
+    @dbus.service.signal("org.freedesktop.portal.Session", signature="")
+    def Closed(self):
+        pass
+
+
 class Portal(dbus.service.Object):
-    values = values(sys.argv[1:])
+    words = sys.argv[1:]
+    values = values(words)
+    count = 0
+    session = None
+
+    def answer(self, code: int, results: dict) -> dbus.ObjectPath:
+        self.count += 1
+        handle = Handle(self.connection, f"{PATH}/request/{self.count}")
+        GLib.timeout_add(20, lambda: handle.Response(dbus.UInt32(code), dbus.Dictionary(results, signature="sv")))
+        return dbus.ObjectPath(handle._object_path)
+
+    @dbus.service.method(CAST, in_signature="a{sv}", out_signature="o")
+    def CreateSession(self, _):
+        self.count += 1
+        self.session = Handle(self.connection, f"{PATH}/session/{self.count}")
+        return self.answer(0, {"session_handle": self.session._object_path})
+
+    @dbus.service.method(CAST, in_signature="oa{sv}", out_signature="o")
+    def SelectSources(self, session, _):
+        return self.answer(0, {})
+
+    @dbus.service.method(CAST, in_signature="osa{sv}", out_signature="o")
+    def Start(self, session, window, _):
+        if "crash" in self.words:
+            GLib.timeout_add(50, os._exit, 1)
+        elif "end" in self.words:
+            GLib.timeout_add(50, self.session.Closed)
+        elif "refuse" in self.words:
+            return self.answer(1, {})
+        else:
+            print("asked", flush=True)
+        self.count += 1
+        return dbus.ObjectPath(Handle(self.connection, f"{PATH}/request/{self.count}")._object_path)
 
     @dbus.service.method(SETTINGS, in_signature="as", out_signature="a{sa{sv}}")
     def ReadAll(self, _):
@@ -32,7 +83,8 @@ class Portal(dbus.service.Object):
         line = stream.readline()
         if not line:
             return False
-        self.values = values(line.split())
+        self.words = line.split()
+        self.values = values(self.words)
         for key, value in self.values.items():
             self.SettingChanged(APPEARANCE, key, value)
         print("told", flush=True)
@@ -42,7 +94,7 @@ class Portal(dbus.service.Object):
 if __name__ == "__main__":
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     name = dbus.service.BusName("org.freedesktop.portal.Desktop", dbus.SessionBus())
-    portal = Portal(name, "/org/freedesktop/portal/desktop")
+    portal = Portal(name, PATH)
     GLib.io_add_watch(sys.stdin, GLib.IO_IN | GLib.IO_HUP, portal.read_line)
     print("ready", flush=True)
     GLib.MainLoop().run()

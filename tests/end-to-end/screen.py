@@ -137,6 +137,7 @@ class Screen(Session):
         """The desktop's portal, which asks for reduce-motion or reduce-transparency. What is returned asks for others."""
         portal = self.start(["/usr/bin/python3", str(HERE / "portal.py"), *options], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                             encoding="utf-8")
+        self.portal = portal
         portal.stdout.readline()
 
         def ask_for(*others: str) -> None:

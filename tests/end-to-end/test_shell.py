@@ -207,13 +207,35 @@ class WithoutATray(OnADesktop):
 
 
 class InAWaylandSession(OnADesktop):
-    def test_windows_that_cannot_be_seen_are_no_empty_page(self):
-        self.screen.environment["WAYLAND_DISPLAY"] = "wayland-0"
-        self.start()
+    """The screen belongs to the compositor, and the desktop's portal is asked for it."""
+
+    SHARE = "Share the Screen…"
+
+    @staticmethod
+    def said(program: subprocess.Popen) -> str:
+        return program.stdout.readline() if select.select([program.stdout], [], [], 20)[0] else ""
+
+    def test_what_becomes_of_the_question_is_said(self):
+        self.screen.environment |= {"WAYLAND_DISPLAY": "wayland-0", "LUCENTRA_PLATFORM": "xcb"}
+        program = self.start()
         self.expect_pane(True)
         self.screen.lucentra("translate")
-        self.assertTrue(eventually(lambda: any("In a Wayland session" in text for text in self.screen.texts())),
-                        self.screen.texts())
+        self.shows("will now ask you to share the screen")
+        self.screen.press(self.SHARE)
+        self.shows("offers no screen sharing")
+        tell = self.screen.start_portal()
+        for outcome, text in (("refuse", "Without a shared screen"), ("end", "was interrupted"),
+                              ("refuse", "Without a shared screen"), ("crash", "was interrupted")):
+            with self.subTest(outcome):
+                tell(outcome)
+                self.screen.press(self.SHARE)
+                self.shows(text)
+        self.screen.start_portal("wait")
+        self.screen.press(self.SHARE)
+        self.assertEqual(self.said(self.screen.portal), "asked\n")
+        self.screen.lucentra("quit")
+        self.assertEqual(self.said(self.screen.portal), "closed\n", "the question stays")
+        self.assertEqual(program.wait(10), 0)
 
 
 class StatusItem(OnADesktop):

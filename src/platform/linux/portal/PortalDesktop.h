@@ -24,6 +24,15 @@ private:
     std::shared_ptr<PortalScreenStream *> m_self; ///< held weakly by pictures under way
 };
 
+/// The pane as an X11 window on a compositor of Wayland. It follows the pointer by itself when it is dragged: during a
+/// drag by the compositor, the X server learns of the release only when the pointer moves again.
+class PortalPaneHints : public X11PaneWindowHints
+{
+public:
+    bool startMove(QWindow &) override { return false; }
+    bool startResize(QWindow &, Qt::Edges) override { return false; }
+};
+
 /// A desktop of Wayland on which the pane is an X11 window. The screen is captured through the desktop's portal.
 class PortalDesktop : public Desktop
 {
@@ -35,7 +44,7 @@ public:
     ScreenCapture &capture() override { return m_capture; }
     ScreenStream &stream() override { return m_stream; }
     GlobalHotkeys &hotkeys() override { return m_windows.hotkeys(); }
-    PaneWindowHints &windows() override { return m_windows.windows(); }
+    PaneWindowHints &windows() override { return m_hints; }
     CompositingMonitor &compositing() override { return m_windows.compositing(); }
     AccessibilityDisplaySource &displayOptions() override { return m_windows.displayOptions(); }
     bool hasTray() const override { return m_windows.hasTray(); }
@@ -44,6 +53,7 @@ private:
     PortalScreenCapture::Pane pane();
 
     X11Desktop m_windows;
+    PortalPaneHints m_hints;
     PortalScreenCapture m_capture;
     PortalScreenStream m_stream;
 };

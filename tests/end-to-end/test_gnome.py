@@ -1,0 +1,97 @@
+#!/usr/bin/env python3
+"""The pane in a GNOME session of Wayland: over a window of Wayland, which is captured through the desktop's portal."""
+import json
+import os
+import pathlib
+import subprocess
+import time
+
+import sample_page
+from case import CONSENT, Case
+from chat_server import ChatServer, blocks_of
+from desktop import LUCENTRA
+from gnome import Gnome
+from screen import Pane, eventually
+
+CAPTURE_OFTEN = pathlib.Path(os.environ.get("CAPTURE_OFTEN", LUCENTRA.parent / "capture_often")).resolve()
+LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
+PAGE = (200, 160)
+PANE = (220, 170, 520, 300)
+
+
+class InGnome(Case):
+    def setUp(self):
+        self.server = self.enter(ChatServer(translate=str.upper))
+        self.screen = self.enter(Gnome())
+        self.page = self.screen.home / "page.png"
+        sample_page.render(self.page, ["", *LINES], dark=True, size="720x400")  # clear of the pane's buttons
+
+    def prefer(self, **values) -> None:
+        self.screen.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, "compatibleModel": "m",
+                                   CONSENT: True, "compatibleApiKey": "key", "targetLanguageCode": "en",
+                                   "translationClickGesture": 0, **values}
+
+    def show_page(self, *options: str) -> subprocess.Popen:
+        self.screen.environment["QT_QPA_PLATFORM"] = "wayland"
+        page = self.screen.show_picture(self.page, 0, 0, *options)
+        del self.screen.environment["QT_QPA_PLATFORM"]
+        self.screen.place_other_windows(*PAGE)
+        return page
+
+    def translated(self, count: int) -> list[list[str]]:
+        """The lines of each request, once there are as many."""
+        eventually(lambda: len(self.server.requests) >= count, 60)
+        return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
+
+    def click(self, pane: Pane) -> None:
+        x, y, width, height = pane.frame
+        self.screen.click(x + width // 2, y + height - 24)
+
+    def end(self, pane: Pane) -> None:
+        pane.process.terminate()
+        pane.process.wait(20)
+
+    def test_what_is_beneath_is_translated(self):
+        self.show_page()
+        self.prefer(screenShares=self.screen.shares)
+        pane = self.screen.start_pane(*PANE)
+        self.click(pane)
+        self.assertEqual(self.translated(1), [LINES])
+        self.shows(*map(str.upper, LINES))
+        self.end(pane)
+        self.assertTrue(self.screen.preferences["screenShares"], "no token for the next time")
+        self.assertEqual(self.screen.preferences_path.stat().st_mode & 0o777, 0o600)
+
+        pane = self.screen.start_pane(*PANE)
+        x, y, width, height = pane.frame
+        self.screen.drag((x + 300, y + height - 24), (x + 330, y + height))
+        self.assertEqual(self.translated(2), [LINES, LINES], "a drag is a trigger, and the desktop doesn't ask again")
+        self.assertEqual(pane.frame, (x + 30, y + 24, width, height))
+        time.sleep(2)
+        self.assertEqual(len(self.server.requests), 2)
+        self.end(pane)
+
+        # The user is asked, after an explanation.
+        self.prefer()
+        pane = self.screen.start_pane(*PANE)
+        self.click(pane)
+        self.shows("will now ask you to share the screen")
+        self.screen.press("Share the Screen…")
+        self.screen.answer(False)
+        self.shows("Without a shared screen")
+        self.screen.press("Share the Screen…")
+        self.screen.answer(True)
+        self.shows(*map(str.upper, LINES), seconds=60)
+        self.assertEqual(len(self.translated(3)), 3)
+        self.end(pane)
+
+        self.show_page("--video")
+        result = subprocess.run([str(CAPTURE_OFTEN), "12", self.screen.preferences["screenShares"]],
+                                env=self.screen.environment | {"QT_QPA_PLATFORM": "xcb"}, capture_output=True, check=True)
+        outcome = json.loads(result.stdout)
+        self.assertEqual((outcome["contaminated"], outcome["failures"]), (0, []))
+
+
+if __name__ == "__main__":
+    import unittest
+    unittest.main()
