@@ -64,9 +64,9 @@ class InGnome(Case):
 
         pane = self.screen.start_pane(*PANE)
         x, y, width, height = pane.frame
-        self.screen.drag((x + 300, y + height - 24), (x + 330, y + height))
+        self.screen.drag((x + 300, y + height - 40), (x + 288, y + height - 20))
         self.assertEqual(self.translated(2), [LINES, LINES], "a drag is a trigger, and the desktop doesn't ask again")
-        self.assertEqual(pane.frame, (x + 30, y + 24, width, height))
+        self.assertEqual(pane.frame, (x - 12, y + 20, width, height))
         time.sleep(2)
         self.assertEqual(len(self.server.requests), 2)
         self.end(pane)

@@ -224,31 +224,21 @@ PipeWireFrames::PipeWireFrames(int descriptor, quint32 node)
 
 PipeWireFrames::~PipeWireFrames() = default;
 
-PipeWireFrames::Wait PipeWireFrames::waitForFrame(Clock::time_point after, Clock::time_point change,
-                                                  std::chrono::milliseconds quiet, std::chrono::milliseconds patience)
+PipeWireFrames::Wait PipeWireFrames::waitForFrame(Clock::time_point after, std::chrono::milliseconds patience)
 {
     Stream &stream = *m_stream;
     const Stream::Lock lock(stream.loop);
     const auto deadline = Clock::now() + patience;
     stream.isHeld = false;
-    while (true) {
-        if (stream.isBroken || stream.isCancelled)
-            return Wait::Broken;
-        const auto now = Clock::now();
-        const bool isRecent = stream.newest && stream.newestTime > change;
-        const auto quietEnd = std::max(after, stream.newestTime) + quiet;
-        stream.isHeld = (stream.newest && stream.newestTime > after) || (isRecent && now >= quietEnd);
+    while (!stream.isBroken && !stream.isCancelled) {
+        stream.isHeld = stream.newest && stream.newestTime > after;
         if (stream.isHeld)
             return Wait::Arrived;
-        if (now >= deadline)
+        if (Clock::now() >= deadline)
             return Wait::TimedOut;
-        stream.waitUntil(isRecent ? std::min(quietEnd, deadline) : deadline);
+        stream.waitUntil(deadline);
     }
-}
-
-PipeWireFrames::Wait PipeWireFrames::waitForFirstFrame(std::chrono::milliseconds patience)
-{
-    return waitForFrame(Clock::time_point::min(), Clock::time_point::min(), patience, patience);
+    return Wait::Broken;
 }
 
 QSize PipeWireFrames::size() const

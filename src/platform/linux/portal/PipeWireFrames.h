@@ -21,12 +21,8 @@ public:
 
     enum class Wait { Arrived, TimedOut, Broken };
 
-    /// Waits for a frame that shows the screen after a time. Also accepts an older one, but not older than `change`,
-    /// if no further frame follows it for `quiet`: the screen is still then. The frame is kept until the next wait.
-    Wait waitForFrame(Clock::time_point after, Clock::time_point change, std::chrono::milliseconds quiet,
-                      std::chrono::milliseconds patience);
-    /// Waits for the first frame.
-    Wait waitForFirstFrame(std::chrono::milliseconds patience);
+    /// Waits for a frame that shows the screen after a time. It is kept until the next wait.
+    Wait waitForFrame(Clock::time_point after, std::chrono::milliseconds patience);
 
     /// The size of the newest frame in pixels.
     QSize size() const;

@@ -45,9 +45,11 @@ PortalScreenCapture::Pane PortalDesktop::pane()
 {
     return {.surroundings = [this](quint32 window) { return m_windows.capture().surroundings(window); },
             .displayAt = [this](const QPointF &point) { return m_windows.displayAt(point); },
-            .hide = [ours = X11Desktop::ownResources()](const QRect &area) -> std::shared_ptr<void> {
-                return std::make_shared<X11WindowVeil>(ours, area);
-            },
+            .hide =
+                [ours = X11Desktop::ownResources()](const QRect &area) {
+                    const auto veil = std::make_shared<X11WindowVeil>(ours, area);
+                    return PortalScreenCapture::Hidden{veil->since(), veil};
+                },
             .makeRoom = [](quint32 window) -> std::shared_ptr<void> {
                 return std::make_shared<X11WindowsLowered>(window);
             },

@@ -22,9 +22,6 @@ constexpr int otherMonitor = -2;
 constexpr auto firstFramePatience = 5s;
 /// Longest wait for the frame without the pane. Its disappearance is a change of the screen, so a frame always comes.
 constexpr auto frameWithoutPanePatience = 3s;
-/// The screen counts as still if no frame comes for this long: three at the usual rate.
-constexpr auto stillness = 50ms;
-
 /// A part of a display in the pixels of a picture of the whole display.
 QRect pixelsOf(const QRectF &area, const X11Display &display, const QSize &picture)
 {
@@ -192,12 +189,11 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &
     if (descriptor < 0)
         return interrupted;
     PipeWireFrames &frames = running.receive(descriptor, monitor->node);
-    if (frames.waitForFirstFrame(firstFramePatience) != PipeWireFrames::Wait::Arrived)
+    if (frames.waitForFrame(PipeWireFrames::Clock::time_point::min(), firstFramePatience) != PipeWireFrames::Wait::Arrived)
         return interrupted;
-    const auto change = PipeWireFrames::Clock::now();
-    auto hidden = m_pane.hide(nativePixelsOf(area, display));
-    const auto wait = frames.waitForFrame(PipeWireFrames::Clock::now(), change, stillness, frameWithoutPanePatience);
-    hidden.reset();
+    Hidden hidden = m_pane.hide(nativePixelsOf(area, display));
+    const auto wait = frames.waitForFrame(hidden.since, frameWithoutPanePatience);
+    hidden.shownAgain.reset();
     if (wait == PipeWireFrames::Wait::Broken || running.portal.hasEnded())
         return interrupted;
     if (wait == PipeWireFrames::Wait::TimedOut)

@@ -5,6 +5,7 @@
 #include "X11ScreenCapture.h"
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -19,15 +20,22 @@ class ScreenCastPortal;
 class PortalScreenCapture : public ScreenCapture
 {
 public:
+    /// This program's windows, as long as they are invisible.
+    struct Hidden
+    {
+        std::chrono::steady_clock::time_point since;
+        std::shared_ptr<void> shownAgain; ///< they are, once it is destroyed
+    };
+
     /// What the window system knows of the pane and its surroundings. Called on the capturing thread.
     struct Pane
     {
         std::function<Result<CaptureSurroundings>(quint32 window)> surroundings;
         /// The display with a point (global points).
         std::function<X11Display(const QPointF &)> displayAt;
-        /// Makes this program's windows over an area (native pixels) invisible until the returned object is destroyed.
-        /// Returns once the compositor knows of it.
-        std::function<std::shared_ptr<void>(const QRect &)> hide;
+        /// Makes this program's windows over an area (native pixels) invisible. At least one frame must follow the time
+        /// since which they are.
+        std::function<Hidden(const QRect &)> hide;
         /// Makes room for the desktop's question until the returned object is destroyed.
         std::function<std::shared_ptr<void>(quint32 window)> makeRoom;
         /// The window's name for the portal, so that the question belongs to it.

@@ -9,6 +9,7 @@ namespace lucentra {
 namespace {
 
 constexpr quint32 invisible = 0;
+constexpr quint32 hardlyVisible = 0x01010101; // of 0xffffffff: the least that compositors draw
 
 /// Waits until the server has handled all requests of a connection.
 void synchronize(xcb_connection_t *connection)
@@ -34,9 +35,13 @@ X11WindowVeil::X11WindowVeil(X11ResourceRange ours, const QRect &area)
         const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
         const auto values = x11PropertyValues(reply.get());
         m_before.insert(place.window, values.empty() ? std::nullopt : std::optional(values.front()));
-        setOpacity(place.window, invisible);
+        setOpacity(place.window, hardlyVisible);
     }
     waitForManager();
+    m_since = std::chrono::steady_clock::now();
+    for (auto window = m_before.begin(); window != m_before.end(); ++window)
+        setOpacity(window.key(), invisible);
+    xcb_flush(c);
 }
 
 X11WindowVeil::~X11WindowVeil()

@@ -11,12 +11,13 @@
 namespace lucentra {
 
 /// Makes this program's windows over an area invisible, by their opacity, until it is destroyed. For compositors that
-/// heed the opacity of windows. Blocking calls on a private connection; one thread.
+/// heed the opacity of windows. This takes two steps, so that the compositor draws once more after the time from which
+/// they can't be seen. Blocking calls on a private connection; one thread.
 class X11WindowVeil
 {
 public:
     /// Longest wait for the window manager's notice that it has handled the change.
-    static constexpr std::chrono::milliseconds managerPatience{100};
+    static constexpr std::chrono::milliseconds managerPatience{1000};
 
     /// `ours` are the resource ids of the connection that this program's windows are made on; the area is in native
     /// pixels.
@@ -24,6 +25,8 @@ public:
     ~X11WindowVeil();
     X11WindowVeil(const X11WindowVeil &) = delete;
     X11WindowVeil &operator=(const X11WindowVeil &) = delete;
+
+    std::chrono::steady_clock::time_point since() const { return m_since; }
 
 private:
     void setOpacity(xcb_window_t window, std::optional<quint32> opacity);
@@ -33,6 +36,7 @@ private:
     X11Connection m_connection;
     xcb_screen_t *m_screen = nullptr; ///< null without a server
     xcb_atom_t m_opacity = XCB_ATOM_NONE;
+    std::chrono::steady_clock::time_point m_since;
     QHash<xcb_window_t, std::optional<quint32>> m_before; ///< the windows' own opacities
 };
 
