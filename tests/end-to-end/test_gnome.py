@@ -44,6 +44,7 @@ class InGnome(Case):
         return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
 
     def click(self, pane: Pane) -> None:
+        self.shows("Click to translate")
         x, y, width, height = pane.frame
         self.screen.click(x + width // 2, y + height - 24)
 
@@ -56,7 +57,7 @@ class InGnome(Case):
         self.prefer(screenShares=self.screen.shares)
         pane = self.screen.start_pane(*PANE)
         self.click(pane)
-        self.assertEqual(self.translated(1), [LINES])
+        self.assertEqual(self.translated(1), [LINES], self.screen.texts())
         self.shows(*map(str.upper, LINES))
         self.end(pane)
         self.assertTrue(self.screen.preferences["screenShares"], "no token for the next time")
