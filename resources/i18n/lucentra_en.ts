@@ -424,6 +424,10 @@
         <translation>Cut</translation>
     </message>
     <message>
+        <source>加入桌面設定檔的一行：</source>
+        <translation>Line for the desktop's configuration:</translation>
+    </message>
+    <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
         <translation>format of the export; by default the one that the suffix of FILE names, or else csv</translation>
     </message>
@@ -910,6 +914,10 @@
     <message>
         <source>玻璃透明度：%d%%</source>
         <translation>Opacity of the glass: %d%%</translation>
+    </message>
+    <message>
+        <source>由桌面的快捷鍵呼叫 Lucentra</source>
+        <translation>Let the desktop's shortcuts call Lucentra</translation>
     </message>
     <message>
         <source>由系統安裝</source>

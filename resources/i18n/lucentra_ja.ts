@@ -424,6 +424,10 @@
         <translation>切り取り</translation>
     </message>
     <message>
+        <source>加入桌面設定檔的一行：</source>
+        <translation>デスクトップの設定に追加する行：</translation>
+    </message>
+    <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
         <translation>エクスポートの形式。省略時は FILE の拡張子に従い、なければ csv</translation>
     </message>
@@ -910,6 +914,10 @@
     <message>
         <source>玻璃透明度：%d%%</source>
         <translation>ガラスの不透明度：%d%%</translation>
+    </message>
+    <message>
+        <source>由桌面的快捷鍵呼叫 Lucentra</source>
+        <translation>デスクトップのショートカットで Lucentra を呼び出す</translation>
     </message>
     <message>
         <source>由系統安裝</source>

@@ -424,6 +424,10 @@
         <translation>잘라내기</translation>
     </message>
     <message>
+        <source>加入桌面設定檔的一行：</source>
+        <translation>데스크톱 설정 파일에 추가할 줄:</translation>
+    </message>
+    <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
         <translation>내보내기 형식. 생략하면 FILE의 확장자를 따르고, 없으면 csv</translation>
     </message>
@@ -910,6 +914,10 @@
     <message>
         <source>玻璃透明度：%d%%</source>
         <translation>유리 불투명도: %d%%</translation>
+    </message>
+    <message>
+        <source>由桌面的快捷鍵呼叫 Lucentra</source>
+        <translation>데스크톱 단축키로 Lucentra 호출</translation>
     </message>
     <message>
         <source>由系統安裝</source>

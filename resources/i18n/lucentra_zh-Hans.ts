@@ -424,6 +424,10 @@
         <translation>剪切</translation>
     </message>
     <message>
+        <source>加入桌面設定檔的一行：</source>
+        <translation>加入桌面配置文件的一行：</translation>
+    </message>
+    <message>
         <source>匯出的格式；未指定時依 FILE 的副檔名，否則為 csv</source>
         <translation>导出的格式；未指定时按 FILE 的扩展名，否则为 csv</translation>
     </message>
@@ -910,6 +914,10 @@
     <message>
         <source>玻璃透明度：%d%%</source>
         <translation>玻璃不透明度：%d%%</translation>
+    </message>
+    <message>
+        <source>由桌面的快捷鍵呼叫 Lucentra</source>
+        <translation>由桌面的快捷键调用 Lucentra</translation>
     </message>
     <message>
         <source>由系統安裝</source>

@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "DesktopNotice.h"
+#include "DesktopShortcuts.h"
 #include "DockPresence.h"
 #include "InterfaceFont.h"
 #include "MakeDesktop.h"
@@ -87,7 +88,11 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
     m_services.settings().followFile();
-    m_services.settings().observe(notifications::updateGlobalHotkey, this, [this] { registerHotkeys(); });
+    m_services.settings().observe(notifications::updateGlobalHotkey, this, [this] {
+        registerHotkeys();
+        if (areDesktopShortcutsOffered() && areDesktopShortcutsSet())
+            applyDesktopShortcuts(m_services.settings(), true);
+    });
     m_services.texts().observeLanguage(this, [this] { refreshLocalizedTitles(); });
     registerHotkeys();
     m_services.warmUpRecognizer(m_scheduler, warmUpDelay);

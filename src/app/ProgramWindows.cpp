@@ -1,14 +1,17 @@
 #include "ProgramWindows.h"
 
 #include "ConnectionTest.h"
+#include "DesktopShortcuts.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
 #include "ModelInstallation.h"
 #include "PaneWindowHints.h"
 #include "Services.h"
 #include "Settings.h"
+#include "Settings.h"
 #include "TranslationEngine.h"
 #include "Version.h"
+#include "VirtualKeys.h"
 
 #include <QCoreApplication>
 #include <QMainWindow>
@@ -20,6 +23,14 @@
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
+
+void applyDesktopShortcuts(const SettingsStore &settings, bool isOn)
+{
+    if (isOn)
+        setDesktopShortcuts(desktopNameOfHotkey(settings.read(settings::hotkeyString)), u"Alt+Return"_s);
+    else
+        removeDesktopShortcuts();
+}
 
 ProgramWindows::ProgramWindows(Program program)
     : m_program(std::move(program))
@@ -62,6 +73,11 @@ SettingsServices ProgramWindows::settingsServices()
             },
         .areHotkeysChosenHere = hotkeys.areKeysChosenHere(),
         .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
+        .areDesktopShortcutsSet = areDesktopShortcutsOffered() ? areDesktopShortcutsSet : std::function<bool()>(),
+        .setDesktopShortcuts = areDesktopShortcutsOffered()
+                                   ? [&settings = services.settings()](bool isOn) { applyDesktopShortcuts(settings, isOn); }
+                                   : std::function<void(bool)>(),
+        .shortcutConfiguration = shortcutConfigurationLine(),
         .fillMenuBar = [&menu = m_program.menu](QMenuBar &bar) { menu.fillMenuBar(bar); },
         .paneFrame = m_program.paneFrame,
         .pagesFolder = QCoreApplication::applicationDirPath() + u"/../share/lucentra/privacy"_s,

@@ -15,6 +15,10 @@ class HotkeyManager;
 class MainMenu;
 class PaneWindowHints;
 class Services;
+class SettingsStore;
+
+/// Makes the desktop's shortcuts call the program with the stored hotkey, or removes them.
+void applyDesktopShortcuts(const SettingsStore &settings, bool isOn);
 
 /// The program's windows besides the pane: settings and history. Each is made when it is first needed.
 class ProgramWindows

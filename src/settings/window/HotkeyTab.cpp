@@ -22,6 +22,7 @@ HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
     auto *section = new FormSection(form, u"全域快捷鍵"_s);
     addRecorder(*section);
     addFixedHotkey(*section);
+    addDesktopShortcuts(*section);
     section->addFooter(u"設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。"_s);
     addSection(section);
     form.keepText([this] { showStored(); });
@@ -52,6 +53,20 @@ void HotkeyTab::addFixedHotkey(FormSection &section)
         fixed->setAccessibleName(label->accessibleName() + u" "_s + fixed->text());
         fixed->setToolTip(m_form.text(u"按住 Option，再按主鍵盤上的 Return（↩）鍵"_s));
     });
+}
+
+void HotkeyTab::addDesktopShortcuts(FormSection &section)
+{
+    const SettingsServices &services = m_form.services();
+    if (services.setDesktopShortcuts)
+        section.addToggle(u"由桌面的快捷鍵呼叫 Lucentra"_s,
+                          {services.areDesktopShortcutsSet, [set = services.setDesktopShortcuts](bool isOn) { set(isOn); }});
+    if (services.shortcutConfiguration.isEmpty())
+        return;
+    auto *line = new QLabel(services.shortcutConfiguration);
+    line->setTextFormat(Qt::PlainText);
+    line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    section.addRow(u"加入桌面設定檔的一行："_s, line);
 }
 
 void HotkeyTab::showStored()

@@ -17,6 +17,7 @@ public:
 
 private:
     void addRecorder(FormSection &section);
+    void addDesktopShortcuts(FormSection &section);
     void addFixedHotkey(FormSection &section);
     void showStored();
 

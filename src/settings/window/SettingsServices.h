@@ -46,6 +46,11 @@ struct SettingsServices
     bool areHotkeysChosenHere = true;
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
+    /// Whether shortcuts of the desktop call the program, and makes or removes them. Empty if the desktop has none.
+    std::function<bool()> areDesktopShortcutsSet;
+    std::function<void(bool)> setDesktopShortcuts;
+    /// A line for the configuration of a desktop that passes no hotkeys on to programs; empty on others.
+    QString shortcutConfiguration;
     std::function<void(QMenuBar &bar)> fillMenuBar;
     /// The pane's place on the screen in points, above all other windows; empty while it is hidden.
     std::function<QRect()> paneFrame;

@@ -103,7 +103,7 @@ public:
     }
 
     bool connect();
-    /// Calls a method whose outcome comes later, by a signal. `session` is null for the method that makes one.
+    /// Calls a method whose outcome comes later, by a signal.
     Outcome request(const char *method, GVariant *(*arguments)(const Calls &, GVariantBuilder *options),
                     std::chrono::milliseconds patience);
     int openPipeWire();
@@ -120,8 +120,8 @@ public:
     QByteArray session;      ///< its path; empty before there is one
 
 private:
-    static void receive(GDBusConnection *, const char *, const char *path, const char *interface, const char *signal,
-                        GVariant *values, gpointer self);
+    static void receive(GDBusConnection *, const char *, const char *path, const char *, const char *signal,
+                        GVariant *values, gpointer data);
     void closeRequest(const QByteArray &path);
 
     const std::unique_ptr<GMainContext, ContextRelease> m_context;
@@ -198,12 +198,11 @@ ScreenCastPortal::Calls::request(const char *method, GVariant *(*arguments)(cons
     g_variant_get(handle.get(), "(&o)", &path);
 
     const Source cancelled(g_cancellable_source_new(m_cancellable.get()));
-    const auto goOn = [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; };
     g_source_set_callback(cancelled.get(), G_SOURCE_FUNC(+[](GCancellable *, gpointer) -> gboolean { return false; }),
                           nullptr, nullptr);
     g_source_attach(cancelled.get(), m_context.get());
     const Source timeout(g_timeout_source_new(guint(patience.count())));
-    g_source_set_callback(timeout.get(), goOn, nullptr, nullptr);
+    g_source_set_callback(timeout.get(), [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr, nullptr);
     g_source_attach(timeout.get(), m_context.get());
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (true) {

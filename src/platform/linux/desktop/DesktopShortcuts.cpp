@@ -1,0 +1,141 @@
+#include "DesktopShortcuts.h"
+
+#include "GObjectPointer.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+constexpr auto mediaKeys = "org.gnome.settings-daemon.plugins.media-keys";
+constexpr auto customKeybinding = "org.gnome.settings-daemon.plugins.media-keys.custom-keybinding";
+constexpr auto customKeybindings = "custom-keybindings";
+const auto entryFolder = u"/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/"_s;
+
+struct ShortcutEntry
+{
+    QString path;
+    QString command; ///< of the program
+};
+
+const std::array<ShortcutEntry, 2> ourEntries{{{entryFolder + u"lucentra-toggle/"_s, u"toggle"_s},
+                                               {entryFolder + u"lucentra-translate/"_s, u"translate"_s}}};
+
+using Settings = GObjectPointer<GSettings>;
+
+bool hasSchema(const char *name)
+{
+    GSettingsSchemaSource *source = g_settings_schema_source_get_default();
+    const std::unique_ptr<GSettingsSchema, decltype(&g_settings_schema_unref)> schema(
+        source ? g_settings_schema_source_lookup(source, name, true) : nullptr, g_settings_schema_unref);
+    return schema != nullptr;
+}
+
+QStringList listedEntries(GSettings *settings)
+{
+    const std::unique_ptr<char *, decltype(&g_strfreev)> paths(g_settings_get_strv(settings, customKeybindings),
+                                                               g_strfreev);
+    QStringList listed;
+    for (char **path = paths.get(); path && *path; ++path)
+        listed.append(QString::fromUtf8(*path));
+    return listed;
+}
+
+void listEntries(GSettings *settings, const QStringList &listed)
+{
+    QList<QByteArray> bytes;
+    for (const QString &path : listed)
+        bytes.append(path.toUtf8());
+    QList<const char *> pointers;
+    for (const QByteArray &path : bytes)
+        pointers.append(path.constData());
+    pointers.append(nullptr);
+    g_settings_set_strv(settings, customKeybindings, pointers.constData());
+}
+
+Settings entrySettings(const ShortcutEntry &entry)
+{
+    return Settings(g_settings_new_with_path(customKeybinding, entry.path.toUtf8().constData()));
+}
+
+} // namespace
+
+bool areDesktopShortcutsOffered()
+{
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && desktop.split(u':').contains(u"GNOME"_s) &&
+           hasSchema(mediaKeys) && hasSchema(customKeybinding);
+}
+
+bool areDesktopShortcutsSet()
+{
+    const Settings settings(g_settings_new(mediaKeys));
+    return listedEntries(settings.get()).contains(ourEntries.front().path);
+}
+
+void setDesktopShortcuts(const QString &toggleKeys, const QString &translateKeys)
+{
+    const Settings settings(g_settings_new(mediaKeys));
+    QStringList listed = listedEntries(settings.get());
+    const QString program = QCoreApplication::applicationFilePath();
+    for (const ShortcutEntry &entry : ourEntries) {
+        const Settings values = entrySettings(entry);
+        const QString &keys = entry.command == u"toggle" ? toggleKeys : translateKeys;
+        const QString command = u"'%1' %2"_s.arg(QString(program).replace(u'\'', u"'\\''"_s), entry.command);
+        g_settings_set_string(values.get(), "name", ("Lucentra: " + entry.command.toUtf8()).constData());
+        g_settings_set_string(values.get(), "command", command.toUtf8().constData());
+        g_settings_set_string(values.get(), "binding", gnomeAccelerator(keys).toUtf8().constData());
+        if (!listed.contains(entry.path))
+            listed.append(entry.path);
+    }
+    listEntries(settings.get(), listed);
+    g_settings_sync();
+}
+
+void removeDesktopShortcuts()
+{
+    const Settings settings(g_settings_new(mediaKeys));
+    QStringList listed = listedEntries(settings.get());
+    for (const ShortcutEntry &entry : ourEntries) {
+        listed.removeAll(entry.path);
+        const Settings values = entrySettings(entry);
+        for (const char *key : {"name", "command", "binding"})
+            g_settings_reset(values.get(), key);
+    }
+    listEntries(settings.get(), listed);
+    g_settings_sync();
+}
+
+QString gnomeAccelerator(const QString &keys)
+{
+    QStringList parts = keys.split(u'+', Qt::SkipEmptyParts);
+    if (parts.isEmpty())
+        return {};
+    QString key = parts.takeLast();
+    if (key.size() == 1)
+        key = key.toLower();
+    QString accelerator;
+    for (const QString &modifier : std::as_const(parts))
+        accelerator += u'<' + (modifier == u"Meta" ? u"Super"_s : modifier) + u'>';
+    return accelerator + key;
+}
+
+QString shortcutConfigurationLine()
+{
+    if (!qEnvironmentVariableIsEmpty("SWAYSOCK"))
+        return u"bindsym Mod1+t exec lucentra toggle"_s;
+    if (!qEnvironmentVariableIsEmpty("HYPRLAND_INSTANCE_SIGNATURE"))
+        return u"bind = ALT, T, exec, lucentra toggle"_s;
+    return {};
+}
+
+} // namespace lucentra

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+namespace lucentra {
+
+// GNOME passes no global hotkeys on to programs in a Wayland session. Its own shortcuts can run commands, though: these
+// functions manage the program's entries among them. Entries of others are left alone. Main thread.
+
+/// Whether this session is one of GNOME on Wayland whose shortcuts can be set.
+bool areDesktopShortcutsOffered();
+/// Whether the entry that shows and hides the pane exists.
+bool areDesktopShortcutsSet();
+/// Makes or changes the entries. Keys are given as "Alt+T".
+void setDesktopShortcuts(const QString &toggleKeys, const QString &translateKeys);
+void removeDesktopShortcuts();
+
+/// The accelerator of a combination like "Alt+T" as GNOME writes it: "<Alt>t".
+QString gnomeAccelerator(const QString &keys);
+
+/// The line that makes a shortcut in the configuration file of this session's compositor, such as sway. Empty if it
+/// has no such file.
+QString shortcutConfigurationLine();
+
+} // namespace lucentra

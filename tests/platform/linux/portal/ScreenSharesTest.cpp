@@ -1,0 +1,66 @@
+#include "DesktopShortcuts.h"
+#include "ScreenShares.h"
+
+#include <QTest>
+
+using namespace lucentra;
+using namespace Qt::StringLiterals;
+
+class ScreenSharesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachMonitorHasTheNewestToken()
+    {
+        QString stored = u"no JSON"_s;
+        ScreenShares shares(
+            {.read = [&] { return stored; }, .write = [&](const QString &text) { stored = text; }});
+        const QRect left(0, 0, 1280, 800);
+        const QRect right(1280, 0, 1024, 768);
+        QVERIFY(shares.isEmpty());
+
+        shares.replace({}, u"a"_s, {{.node = 1, .frame = left}});
+        QCOMPARE(shares.tokenFor(left), u"a"_s);
+        QCOMPARE(shares.tokenFor(right), QString());
+        shares.replace({}, u"b"_s, {{.node = 1, .frame = right}});
+        shares.replace(u"a"_s, u"c"_s, {{.node = 1, .frame = left}});
+        QCOMPARE(shares.tokenFor(left), u"c"_s);
+        QCOMPARE(shares.tokenFor(right), u"b"_s);
+
+        shares.replace(u"c"_s, {}, {}); // refused
+        QCOMPARE(shares.tokenFor(left), QString());
+        QCOMPARE(shares.anyToken(), u"b"_s);
+        shares.replace(u"b"_s, u"d"_s, {{.node = 1, .frame = left}}); // another monitor than before
+        QCOMPARE(shares.tokenFor(right), QString());
+        QCOMPARE(shares.tokenFor(left), u"d"_s);
+    }
+
+    void monitorsAreRecognizedAtEveryScale_data()
+    {
+        QTest::addColumn<QRect>("shared");
+        QTest::addColumn<QRect>("native");
+        QTest::addColumn<bool>("isSame");
+        QTest::newRow("the same numbers") << QRect(1280, 0, 1024, 768) << QRect(1280, 0, 1024, 768) << true;
+        QTest::newRow("twice as many pixels") << QRect(1280, 0, 1024, 768) << QRect(2560, 0, 2048, 1536) << true;
+        QTest::newRow("a fraction more") << QRect(0, 0, 1536, 864) << QRect(0, 0, 1920, 1080) << true;
+        QTest::newRow("its twin beside it") << QRect(0, 0, 1280, 800) << QRect(1280, 0, 1280, 800) << false;
+        QTest::newRow("another shape") << QRect(0, 0, 1024, 768) << QRect(0, 0, 1280, 800) << false;
+        QTest::newRow("a desktop that reports no places") << QRect() << QRect(0, 0, 1280, 800) << true;
+    }
+    void monitorsAreRecognizedAtEveryScale()
+    {
+        QFETCH(QRect, shared);
+        QFETCH(QRect, native);
+        QTEST(isSameMonitor({.frame = shared}, native), "isSame");
+    }
+
+    void shortcutsAreWrittenAsGnomeDoes()
+    {
+        QCOMPARE(gnomeAccelerator(u"Alt+T"_s), u"<Alt>t"_s);
+        QCOMPARE(gnomeAccelerator(u"Ctrl+Shift+Meta+F5"_s), u"<Ctrl><Shift><Super>F5"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(ScreenSharesTest)
+#include "ScreenSharesTest.moc"
