@@ -112,7 +112,9 @@ class Gnome(Screen):
                              ".map(window => window.get_frame_rect()).map(r => [r.x, r.y, r.width, r.height])[0] ?? null")
 
     def answer(self, is_allowed: bool) -> None:
-        x, y, width, _ = self.must(self.question, "the desktop's question", 60)
+        self.must(self.question, "the desktop's question", 60)
+        self.pause(2)  # until it is in its place
+        x, y, width, _ = self.question()
         if is_allowed:
             self.click(x + width // 2, y + 176)  # the only monitor
             self.pause(0.5)
