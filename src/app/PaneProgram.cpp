@@ -89,7 +89,9 @@ public:
         previous =
             qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
                 previous(type, context, message);
-                if (!message.startsWith(u"The X11 connection broke") || QThread::currentThread() != qApp->thread())
+                const bool isLoss = message.startsWith(u"The X11 connection broke") ||
+                                    message.startsWith(u"The Wayland connection broke");
+                if (!isLoss || QThread::currentThread() != qApp->thread())
                     return;
                 current->completeStoring();
                 std::_Exit(int(ExitCode::Failed));

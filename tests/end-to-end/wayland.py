@@ -154,7 +154,7 @@ class KWin(WaylandSession):
         system_bus.write_text(BUS_CONFIGURATION.format(home=self.home / "run", services=""))
         self.start(["dbus-daemon", f"--config-file={system_bus}", "--nofork"], stderr=subprocess.DEVNULL)
         self.environment |= {"DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.home / 'run' / 'bus'}", "KWIN_COMPOSE": "O2",
-                             "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "XDG_CURRENT_DESKTOP": "KDE"}
+                             "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "XDG_CURRENT_DESKTOP": "KDE", "LUCENTRA_PLATFORM": "layer"}
         self.must((self.home / "run" / "bus").exists, "the system's bus")
         width, height = self.sizes[0].split("x")
         self.start_compositor(

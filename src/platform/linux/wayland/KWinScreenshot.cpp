@@ -5,6 +5,9 @@
 #include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
 #include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 #include <array>
 #include <cerrno>
@@ -72,7 +75,9 @@ QDBusMessage callScreenshot(const QRect &area, int file)
 
 bool isKWinScreenshotAllowed()
 {
-    return !takeKWinScreenshot({0, 0, 1, 1}, [] {}).isNull();
+    QFile entry(QStandardPaths::locate(QStandardPaths::ApplicationsLocation, u"com.tarnby.lucentra.capture.desktop"_s));
+    const QByteArray start = "Exec=" + QFile::encodeName(QFileInfo(u"/proc/self/exe"_s).symLinkTarget());
+    return entry.open(QIODevice::ReadOnly) && entry.readAll().split('\n').contains(start);
 }
 
 QImage takeKWinScreenshot(const QRect &area, const std::function<void()> &taken)

@@ -7,7 +7,8 @@
 
 namespace lucentra {
 
-/// Whether KWin takes pictures for this program: its desktop entry must ask for that. Blocks.
+/// Whether KWin takes pictures for this program: an installed desktop entry must ask for that. Doesn't need the
+/// application object.
 bool isKWinScreenshotAllowed();
 
 /// The picture of an area (global logical pixels) in the pixels of its output, by KWin's own service on the session bus.

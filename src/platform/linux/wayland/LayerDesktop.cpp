@@ -2,6 +2,7 @@
 
 #include "CompositingMonitor.h"
 #include "GlobalHotkeys.h"
+#include "KWinScreenshot.h"
 #include "SessionBus.h"
 #include "StatusNotifierHost.h"
 
@@ -40,9 +41,9 @@ bool offersLayerPane()
     wl_display *display = wl_display_connect(nullptr);
     if (!display)
         return false;
-    const bool isOffered = WaylandQueue(display).globals().canHoldPane();
+    const WaylandGlobals globals = WaylandQueue(display).globals();
     wl_display_disconnect(display);
-    return isOffered;
+    return globals.canHoldPane() && (globals.screencopy || isKWinScreenshotAllowed());
 }
 
 void prepareLayerPane()

@@ -36,8 +36,8 @@ struct WaylandGlobals
     zwp_relative_pointer_manager_v1 *relativePointers = nullptr;
     bool isKWin = false;
 
-    /// Whether a pane can be a layer surface and the screen beneath it can be captured.
-    bool canHoldPane() const { return compositor && shm && seat && windows && layerShell && (screencopy || isKWin); }
+    /// Whether a pane can be a layer surface.
+    bool canHoldPane() const { return compositor && shm && seat && windows && layerShell; }
 };
 
 /// An event queue of this program's own on a connection to the compositor. Objects that are made from its globals
