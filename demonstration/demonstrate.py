@@ -1,16 +1,20 @@
 #!/usr/bin/env python3
-"""Shows the main job on a display of its own and leaves pictures of it: demonstrate.py FOLDER
+"""Shows the main job on a display of its own and leaves pictures of it: demonstrate.py FOLDER [sway|kwin]
 
 The pane is laid over another program's window and translates it with the engine of this device: no network, no key.
 Before and after are screenshots; the lines, their translations and places come from the command line over the same
 pixels."""
 import os
 import pathlib
+import subprocess
 import sys
 import time
 
+from PIL import Image, ImageChops
+
 from stage import run_pass
-from screen import Screen
+from screen import Screen, eventually
+from wayland import KWin, Sway, WaylandSession
 
 WINDOW = (200, 160)
 PANE = (188, 124, 684, 420)
@@ -43,11 +47,41 @@ def demonstrate(screen: Screen, folder: pathlib.Path) -> None:
         (folder / f"blocks-{code}.json").write_text(blocks.stdout, encoding="utf-8")
 
 
+def settled(session: WaylandSession, seconds: float) -> Image.Image:
+    """The picture once it hasn't changed for that long."""
+    shown = session.picture()
+    while eventually(lambda: ImageChops.difference(session.picture(), shown).getbbox(), seconds):
+        shown = session.picture()
+    return shown
+
+
+def demonstrate_on_wayland(session: WaylandSession, folder: pathlib.Path) -> None:
+    """As a user does it: the pane is moved over a window in the corner, and translates by itself."""
+    session.start([str(pathlib.Path(os.environ["SAMPLE_WINDOW"]).resolve())], stdout=subprocess.PIPE).stdout.readline()
+    eventually(lambda: "still" not in session.lucentra("languages", timeout=60).stdout, 60)
+    for code in LANGUAGES:
+        session.preferences = {"translationEngine": 0, "targetLanguageCode": code, "targetLanguageFollowsInterface": False,
+                               "glassOpacity": 0.9}
+        pane = session.start_pane()
+        settled(session, 2).save(folder / "before.png")
+        session.drag((640, 510), (246, 256))  # to the corner
+        settled(session, 0.3)
+        session.drag((482, 282), (664, 364))  # over the whole window
+        session.do("move 1270 790", "wait 3000")
+        settled(session, 3).save(folder / f"after-{code}.png")
+        pane.terminate()
+        pane.wait(10)
+
+
 def main() -> None:
     folder = pathlib.Path(sys.argv[1])
     folder.mkdir(parents=True, exist_ok=True)
-    with Screen(keyring=False) as screen:
-        demonstrate(screen, folder)
+    if len(sys.argv) > 2:
+        with {"sway": Sway, "kwin": KWin}[sys.argv[2]](scale=2, keyring=False) as session:
+            demonstrate_on_wayland(session, folder)
+    else:
+        with Screen(keyring=False) as screen:
+            demonstrate(screen, folder)
     print(f"Lucentra ran on a display of its own, over another program's window, with the engine of this device.\n"
           f"Left in {folder}:")
     for path in sorted(folder.iterdir()):

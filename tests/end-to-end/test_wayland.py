@@ -1,4 +1,5 @@
 """The native pane over another program's window in sessions of sway and KWin, translating through a local server."""
+import shutil
 import subprocess
 import time
 import unittest
@@ -108,6 +109,7 @@ class OnSway(NativePane, Case):
         self.see_pane((412, 252, 922, 562))
 
 
+@unittest.skipUnless(shutil.which("kwin_wayland"), "KWin isn't installed")
 class OnKWin(NativePane, Case):
     make_session = KWin
 

@@ -145,7 +145,8 @@ class KWin(WaylandSession):
         (home / ".config").mkdir(parents=True)
         # A copy has no capabilities: with them the loader would ignore the environment.
         program = pathlib.Path(shutil.copy(shutil.which("kwin_wayland"), home))
-        (home / ".config" / "kwinrc").write_text("[Compositing]\nAnimationSpeed=0\n")
+        (home / ".config" / "kwinrc").write_text(
+            "[Compositing]\nAnimationSpeed=0\n[Windows]\nPlacement=ZeroCornered\n[org.kde.kdecoration2]\nNoPlugin=true\n")
         (home / ".config" / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
         if os.geteuid() == 0:
             for path in (home, *home.rglob("*")):
