@@ -2,9 +2,7 @@
 
 #include "WaylandConnection.h"
 
-#define namespace namespace_ // the name of a parameter
 #include <wlr-layer-shell-unstable-v1-client.h>
-#undef namespace
 
 #include <utility>
 

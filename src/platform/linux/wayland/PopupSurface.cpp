@@ -2,10 +2,8 @@
 
 #include "WaylandConnection.h"
 
-#include <xdg-shell-client.h>
-#define namespace namespace_ // the name of a parameter
 #include <wlr-layer-shell-unstable-v1-client.h>
-#undef namespace
+#include <xdg-shell-client.h>
 
 namespace lucentra {
 

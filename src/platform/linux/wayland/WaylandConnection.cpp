@@ -1,11 +1,9 @@
 #include "WaylandConnection.h"
 
 #include <relative-pointer-unstable-v1-client.h>
+#include <wlr-layer-shell-unstable-v1-client.h>
 #include <wlr-screencopy-unstable-v1-client.h>
 #include <xdg-shell-client.h>
-#define namespace namespace_ // the name of a parameter
-#include <wlr-layer-shell-unstable-v1-client.h>
-#undef namespace
 
 #include <QAbstractEventDispatcher>
 #include <QDeadlineTimer>
