@@ -198,9 +198,10 @@ private Q_SLOTS:
 
     void aLongSearchGoesOnBesideTheEventLoop()
     {
+        constexpr int entries = isSanitized ? 3000 : 20000;
         QList<HistoryItem> items;
-        for (int i = 0; i < 20000; ++i)
-            items.append(item(u"entry %1 "_s.arg(i).repeated(30), 20000 - i, true));
+        for (int i = 0; i < entries; ++i)
+            items.append(item(u"entry %1 "_s.arg(i).repeated(30), entries - i, true));
         items.append(item(u"needle"_s, 0));
         Window window(items);
         const auto isEmptyStateShown = [&] { return !window.list->isVisible(); };
@@ -219,7 +220,7 @@ private Q_SLOTS:
         QVERIFY(isEmptyStateShown());
         window.search->setText(u"entry 1999"_s);
         window.search->clear(); // drops what was still to be looked at
-        QCOMPARE(window.list->model()->rowCount(), 20001);
+        QCOMPARE(window.list->model()->rowCount(), entries + 1);
         QVERIFY(window.scheduler.isIdle());
     }
 
