@@ -1172,10 +1172,6 @@
         <translation>Shows or hides the pane from anywhere. The default is Alt+T. Press Esc to cancel.</translation>
     </message>
     <message>
-        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
-        <translation>The settings' Translation tab downloads the models that are needed: %@</translation>
-    </message>
-    <message>
         <source>試算表（CSV）…</source>
         <translation>Spreadsheet (CSV)…</translation>
     </message>
@@ -1302,6 +1298,10 @@
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>This computer cannot translate this language. Use another translation engine.</translation>
+    </message>
+    <message>
+        <source>這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：%@</source>
+        <translation>This computer has no model for this text yet. Download it in the settings, on the Translation tab: %@</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

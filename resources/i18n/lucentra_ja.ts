@@ -1172,10 +1172,6 @@
         <translation>どこからでも翻訳パネルを表示したり隠したりできます。デフォルトは Alt+T です。Esc でキャンセルできます。</translation>
     </message>
     <message>
-        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
-        <translation>必要な翻訳モデルは設定の「翻訳」タブでダウンロードできます：%@</translation>
-    </message>
-    <message>
         <source>試算表（CSV）…</source>
         <translation>表計算（CSV）…</translation>
     </message>
@@ -1302,6 +1298,10 @@
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>このコンピューターではこの言語を翻訳できません。別の翻訳エンジンをお使いください。</translation>
+    </message>
+    <message>
+        <source>這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：%@</source>
+        <translation>このテキストを翻訳できるモデルがまだありません。設定の「翻訳」タブでダウンロードしてください：%@</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

@@ -1172,10 +1172,6 @@
         <translation>어디서든 번역 패널을 표시하거나 숨길 수 있습니다. 기본값은 Alt+T입니다. Esc를 누르면 취소됩니다.</translation>
     </message>
     <message>
-        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
-        <translation>필요한 번역 모델은 설정의 ‘번역’ 탭에서 내려받을 수 있습니다: %@</translation>
-    </message>
-    <message>
         <source>試算表（CSV）…</source>
         <translation>스프레드시트(CSV)…</translation>
     </message>
@@ -1302,6 +1298,10 @@
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>이 컴퓨터는 이 언어를 번역할 수 없습니다. 다른 번역 엔진을 사용하세요.</translation>
+    </message>
+    <message>
+        <source>這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：%@</source>
+        <translation>이 글을 번역할 모델이 아직 없습니다. 설정의 ‘번역’ 탭에서 내려받으세요: %@</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

@@ -1172,10 +1172,6 @@
         <translation>设置后，可在任何情况下显示或隐藏翻译板。默认为 Alt+T。按 Esc 可取消。</translation>
     </message>
     <message>
-        <source>設定的「翻譯」分頁可以下載所需的翻譯模型：%@</source>
-        <translation>设置的“翻译”标签页可以下载所需的翻译模型：%@</translation>
-    </message>
-    <message>
         <source>試算表（CSV）…</source>
         <translation>电子表格（CSV）…</translation>
     </message>
@@ -1302,6 +1298,10 @@
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>
         <translation>这台电脑无法翻译这种语言。请改用其他翻译引擎。</translation>
+    </message>
+    <message>
+        <source>這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：%@</source>
+        <translation>这台电脑还没有能翻译这些文字的模型。请在设置的“翻译”标签页下载：%@</translation>
     </message>
     <message>
         <source>連線失敗：%@</source>

@@ -22,6 +22,11 @@ QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &tra
     };
     if (has(Kind::NotReady))
         return texts.localized(u"正在收集這部電腦上的譯文，請稍後再試。"_s);
+    QStringList models;
+    for (const LanguagePair &pair : translations.lackingModels)
+        models.append(modelTitle(pair));
+    if (!models.isEmpty())
+        return texts.formatted(u"這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：%@"_s, models.join(u", "_s));
     QString note;
     if (has(Kind::UnknownPhrase))
         note = texts.localized(u"這部電腦上的程式沒有這些文字的譯文。請改用其他翻譯引擎。"_s);
@@ -31,11 +36,6 @@ QString onDeviceNote(const QStringList &sources, const OnDeviceTranslations &tra
         return texts.localized(u"無法判斷文字的語言。"_s);
     else
         return texts.localized(u"文字已是目標語言。"_s);
-    QStringList models;
-    for (const LanguagePair &pair : translations.lackingModels)
-        models.append(modelTitle(pair));
-    if (!models.isEmpty())
-        note += u'\n' + texts.formatted(u"設定的「翻譯」分頁可以下載所需的翻譯模型：%@"_s, models.join(u", "_s));
     if (!translations.addableBy.isEmpty())
         note += u'\n' + texts.formatted(u"安裝這些套件也有幫助：%@"_s, translations.addableBy.join(u' '));
     if (translations.isStripped)

@@ -92,5 +92,5 @@ class OnDevice(unittest.TestCase):
         self.screen.do(f"windowraise {pane.window}")
         time.sleep(0.5)
         pane.double_click()
-        hint = eventually(lambda: [text for text in self.screen.texts() if "another translation engine" in text], 15)
+        hint = eventually(lambda: [text for text in self.screen.texts() if "no model for this text yet" in text], 15)
         self.assertTrue(hint, self.screen.texts())

@@ -136,6 +136,10 @@ private Q_SLOTS:
         QCOMPARE(note({u"en:early"_s, u"en:hard"_s}), u"正在收集這部電腦上的譯文，請稍後再試。"_s);
         QCOMPARE(note({u"ja:a"_s}), u"文字已是目標語言。"_s);
         QCOMPARE(note({u":12"_s, u"ja:a"_s}), u"無法判斷文字的語言。"_s);
+        m_service.state = {.name = u"models"_s, .pairs = {{u"en"_s, u"ja"_s}}, .takesModels = true};
+        QCOMPARE(note({u"en:hard"_s}), unknown);
+        QCOMPARE(note({u"en:hard"_s, u"ko:hard"_s}),
+                 u"這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：한국어 → 日本語"_s);
     }
 
 private:
