@@ -22,7 +22,10 @@ bool isWaylandSession()
 bool isLayerPaneChosen()
 {
     const QByteArray forced = qgetenv("LUCENTRA_PLATFORM");
-    return forced == "layer" || (forced.isEmpty() && isWaylandSession() && offersLayerPane());
+    if (!isWaylandSession() || (!forced.isEmpty() && forced != "layer"))
+        return false;
+    const LayerPaneOffer offer = layerPaneOffer();
+    return offer == LayerPaneOffer::PaneAndCapture || (offer == LayerPaneOffer::PaneOnly && forced == "layer");
 }
 
 } // namespace

@@ -36,14 +36,17 @@ public:
 
 } // namespace
 
-bool offersLayerPane()
+LayerPaneOffer layerPaneOffer()
 {
     wl_display *display = wl_display_connect(nullptr);
     if (!display)
-        return false;
+        return LayerPaneOffer::None;
     const WaylandGlobals globals = WaylandQueue(display).globals();
     wl_display_disconnect(display);
-    return globals.canHoldPane() && (globals.screencopy || isKWinScreenshotAllowed());
+    if (!globals.canHoldPane())
+        return LayerPaneOffer::None;
+    return globals.screencopy || (globals.isKWin && isKWinScreenshotAllowed()) ? LayerPaneOffer::PaneAndCapture
+                                                                               : LayerPaneOffer::PaneOnly;
 }
 
 void prepareLayerPane()

@@ -14,9 +14,10 @@ namespace lucentra {
 
 class SessionBus;
 
-/// Whether the session's compositor can show the pane as a layer surface, and captures the screen. Doesn't need the
-/// application object; takes a few milliseconds.
-bool offersLayerPane();
+/// What a session's compositor offers for a pane that is a layer surface.
+enum class LayerPaneOffer { None, PaneOnly, PaneAndCapture };
+/// Doesn't need the application object; takes a few milliseconds.
+LayerPaneOffer layerPaneOffer();
 /// Chooses the toolkit's platform for `LayerDesktop`; to be called before the application object exists.
 void prepareLayerPane();
 
