@@ -77,7 +77,8 @@ void HotkeyTab::showStored()
     m_recorder->setToolTip(Qt::convertFromPlainText(desktopNameOfHotkey(store.read(settings::hotkeyString)).left(100)));
     setTone(*m_refusal, Tone::Bad);
     m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
-    m_refusal->parentWidget()->setVisible(m_form.services().isHotkeyRefused());
+    m_refusal->parentWidget()->setVisible(m_form.services().areHotkeysChosenHere &&
+                                              m_form.services().isHotkeyRefused());
 }
 
 } // namespace lucentra

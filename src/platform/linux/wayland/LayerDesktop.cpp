@@ -29,7 +29,7 @@ public:
     bool areKeysChosenHere() const override { return false; }
     tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction, quint32, quint32) override
     {
-        return std::make_unique<HotkeyReference>();
+        return tl::unexpected(hotkeyStatus::invalid);
     }
     void setPressedHandler(std::function<void(HotkeyAction)>) override {}
 };
