@@ -30,23 +30,33 @@ std::optional<QImage::Format> imageFormat(spa_video_format format)
     }
 }
 
+/// An object of the library's serialized form, from the arguments that its builder takes.
+template <typename... Properties>
+const spa_pod *objectOf(spa_pod_builder &builder, uint32_t type, uint32_t id, Properties... properties)
+{
+    spa_pod_frame frame;
+    spa_pod_builder_push_object(&builder, &frame, type, id);
+    spa_pod_builder_add(&builder, properties..., 0);
+    return static_cast<const spa_pod *>(spa_pod_builder_pop(&builder, &frame));
+}
+
 /// The formats that are accepted, in memory rather than on the graphics card.
 const spa_pod *offeredFormats(spa_pod_builder &builder)
 {
-    const spa_rectangle usual = SPA_RECTANGLE(1920, 1080);
-    const spa_rectangle smallest = SPA_RECTANGLE(1, 1);
-    const spa_rectangle largest = SPA_RECTANGLE(32768, 32768);
-    const spa_fraction onChange = SPA_FRACTION(0, 1);
-    const spa_fraction usualRate = SPA_FRACTION(60, 1);
-    const spa_fraction highestRate = SPA_FRACTION(1000, 1);
-    return static_cast<const spa_pod *>(spa_pod_builder_add_object(
-        &builder, SPA_TYPE_OBJECT_Format, SPA_PARAM_EnumFormat, SPA_FORMAT_mediaType, SPA_POD_Id(SPA_MEDIA_TYPE_video),
+    const spa_rectangle usual{1920, 1080};
+    const spa_rectangle smallest{1, 1};
+    const spa_rectangle largest{32768, 32768};
+    const spa_fraction onChange{0, 1};
+    const spa_fraction usualRate{60, 1};
+    const spa_fraction highestRate{1000, 1};
+    return objectOf(
+        builder, SPA_TYPE_OBJECT_Format, SPA_PARAM_EnumFormat, SPA_FORMAT_mediaType, SPA_POD_Id(SPA_MEDIA_TYPE_video),
         SPA_FORMAT_mediaSubtype, SPA_POD_Id(SPA_MEDIA_SUBTYPE_raw), SPA_FORMAT_VIDEO_format,
         SPA_POD_CHOICE_ENUM_Id(5, SPA_VIDEO_FORMAT_BGRx, SPA_VIDEO_FORMAT_BGRx, SPA_VIDEO_FORMAT_BGRA,
                                SPA_VIDEO_FORMAT_RGBx, SPA_VIDEO_FORMAT_RGBA),
         SPA_FORMAT_VIDEO_size, SPA_POD_CHOICE_RANGE_Rectangle(&usual, &smallest, &largest), SPA_FORMAT_VIDEO_framerate,
         SPA_POD_Fraction(&onChange), SPA_FORMAT_VIDEO_maxFramerate,
-        SPA_POD_CHOICE_RANGE_Fraction(&usualRate, &onChange, &highestRate)));
+        SPA_POD_CHOICE_RANGE_Fraction(&usualRate, &onChange, &highestRate));
 }
 
 void initializePipeWire()
@@ -135,7 +145,8 @@ PipeWireFrames::Stream::Stream(int descriptor, quint32 node)
                                          .process = &Stream::process};
     pw_stream_add_listener(m_stream, &m_listener, &events, this);
     std::array<uint8_t, 1024> memory;
-    spa_pod_builder builder = SPA_POD_BUILDER_INIT(memory.data(), uint32_t(memory.size()));
+    spa_pod_builder builder{};
+    spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
     const spa_pod *offers[]{offeredFormats(builder)};
     isBroken = pw_stream_connect(m_stream, PW_DIRECTION_INPUT, node,
                                  pw_stream_flags(PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS), offers, 1) < 0;
@@ -173,15 +184,14 @@ void PipeWireFrames::Stream::paramChanged(void *data, uint32_t id, const spa_pod
         return;
     spa_format_video_raw_parse(param, &self->format);
     std::array<uint8_t, 1024> memory;
-    spa_pod_builder builder = SPA_POD_BUILDER_INIT(memory.data(), uint32_t(memory.size()));
+    spa_pod_builder builder{};
+    spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
     const spa_pod *wanted[]{
-        static_cast<spa_pod *>(spa_pod_builder_add_object(
-            &builder, SPA_TYPE_OBJECT_ParamBuffers, SPA_PARAM_Buffers, SPA_PARAM_BUFFERS_buffers,
-            SPA_POD_CHOICE_RANGE_Int(4, 2, 8), SPA_PARAM_BUFFERS_dataType,
-            SPA_POD_CHOICE_FLAGS_Int((1 << SPA_DATA_MemFd) | (1 << SPA_DATA_MemPtr)))),
-        static_cast<spa_pod *>(spa_pod_builder_add_object(&builder, SPA_TYPE_OBJECT_ParamMeta, SPA_PARAM_Meta,
-                                                          SPA_PARAM_META_type, SPA_POD_Id(SPA_META_Header),
-                                                          SPA_PARAM_META_size, SPA_POD_Int(sizeof(spa_meta_header))))};
+        objectOf(builder, SPA_TYPE_OBJECT_ParamBuffers, SPA_PARAM_Buffers, SPA_PARAM_BUFFERS_buffers,
+                 SPA_POD_CHOICE_RANGE_Int(4, 2, 8), SPA_PARAM_BUFFERS_dataType,
+                 SPA_POD_CHOICE_FLAGS_Int((1 << SPA_DATA_MemFd) | (1 << SPA_DATA_MemPtr))),
+        objectOf(builder, SPA_TYPE_OBJECT_ParamMeta, SPA_PARAM_Meta, SPA_PARAM_META_type, SPA_POD_Id(SPA_META_Header),
+                 SPA_PARAM_META_size, SPA_POD_Int(sizeof(spa_meta_header)))};
     pw_stream_update_params(self->m_stream, wanted, 2);
 }
 
