@@ -16,7 +16,6 @@ constexpr int leastInk = 77;
 
 // Heights of the line.
 constexpr double leastLatin = 3;           // wide; what is shorter Chinese and Japanese read as well
-constexpr double leastLatinInHangul = 1.2; // Korean hardly does
 constexpr double leastWide = 0.9;
 constexpr double spaceWidth = 0.25; // of a gap
 
