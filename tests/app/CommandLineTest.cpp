@@ -36,6 +36,8 @@ private Q_SLOTS:
         row("text -- --json", {.command = Command::Text, .argument = u"--json"_s});
         row("text -5°", {.command = Command::Text, .argument = u"-5°"_s});
         row("text ", {.command = Command::Text}); // an empty text
+        row("models run a --max-length-factor 1.5",
+            {.command = Command::RunModel, .argument = u"a"_s, .maxLengthFactor = 1.5});
         row("text --help", {});
         row("toggle", {.command = Command::Toggle});
         row("--version", {.command = Command::Version});
@@ -66,6 +68,8 @@ private Q_SLOTS:
         row("text a --engine=8", u"選項 --engine 的值無效：8"_s);
         row("text a --engine=7x", u"選項 --engine 的值無效：7x"_s);
         row("text a --target=en&x=1", u"選項 --target 的值無效：en&x=1"_s);
+        row("models run a --max-length-factor=0", u"選項 --max-length-factor 的值無效：0"_s);
+        row("models run a --max-length-factor=nan", u"選項 --max-length-factor 的值無效：nan"_s);
         row("recognize", u"缺少參數：IMAGE"_s);
         row("image a", u"缺少參數：--output"_s);
         row("show pane", u"多餘的參數：pane"_s);
