@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTransform>
 
 #include <chrono>
 #include <condition_variable>
@@ -20,6 +21,21 @@ namespace {
 
 /// Longest wait for the main thread.
 constexpr auto mainPatience = 1s;
+
+/// By how many degrees a picture of an output's own pixels must be turned to be upright.
+int rotationOf(const QScreen &screen)
+{
+    switch (screen.orientation()) {
+    case Qt::PortraitOrientation:
+        return 90;
+    case Qt::InvertedLandscapeOrientation:
+        return 180;
+    case Qt::InvertedPortraitOrientation:
+        return 270;
+    default:
+        return 0;
+    }
+}
 
 /// Runs a task on the main thread and waits for it. Returns false if it takes too long to begin; it isn't run then.
 bool runOnMain(QObject &context, std::function<void()> task)
@@ -103,12 +119,18 @@ void LayerScreenCapture::reveal()
 QImage LayerScreenCapture::screencopyPicture(const QRect &area)
 {
     bool hasStarted = false;
+    int rotation = 0;
+    QRect display;
     runOnMain(*this, [&] {
         QScreen *screen = QGuiApplication::screenAt(area.center());
         wl_output *output = screen ? WaylandConnection::outputOf(*screen) : nullptr;
-        if (output)
-            m_screencopy.start(output, area.translated(-screen->geometry().topLeft()));
-        hasStarted = output;
+        if (!output)
+            return;
+        hasStarted = true;
+        rotation = rotationOf(*screen);
+        display = screen->geometry();
+        // Not all compositors find the right part of a rotated output.
+        m_screencopy.start(output, (rotation == 0 ? area : display).translated(-display.topLeft()));
     });
     if (!hasStarted || !m_screencopy.prepare())
         return {};
@@ -121,7 +143,12 @@ QImage LayerScreenCapture::screencopyPicture(const QRect &area)
     const QImage picture = isAsked ? m_screencopy.wait() : QImage();
     if (isConcealed)
         reveal();
-    return picture;
+    if (rotation == 0 || picture.isNull())
+        return picture;
+    const QImage upright = picture.transformed(QTransform().rotate(rotation));
+    const double scale = double(upright.width()) / display.width();
+    return upright.copy(
+        QRectF(QPointF(area.topLeft() - display.topLeft()) * scale, QSizeF(area.size()) * scale).toAlignedRect());
 }
 
 QImage LayerScreenCapture::kwinPicture(const QRect &area)
