@@ -141,10 +141,13 @@ class Sway(WaylandSession):
 
 class KWin(WaylandSession):
     def begin(self) -> None:
+        kwin = shutil.which("kwin_wayland")
+        if not kwin:
+            raise RuntimeError("kwin-wayland isn't installed")
         home = self.home / "kwin"
         (home / ".config").mkdir(parents=True)
         # A copy has no capabilities: with them the loader would ignore the environment.
-        program = pathlib.Path(shutil.copy(shutil.which("kwin_wayland"), home))
+        program = pathlib.Path(shutil.copy(kwin, home))
         (home / ".config" / "kwinrc").write_text(
             "[Compositing]\nAnimationSpeed=0\n[Windows]\nPlacement=ZeroCornered\n[org.kde.kdecoration2]\nNoPlugin=true\n")
         (home / ".config" / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
