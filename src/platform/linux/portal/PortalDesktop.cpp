@@ -48,7 +48,7 @@ PortalScreenCapture::Pane PortalDesktop::pane()
             .hide =
                 [ours = X11Desktop::ownResources()](const QRect &area) {
                     const auto veil = std::make_shared<X11WindowVeil>(ours, area);
-                    return PortalScreenCapture::Hidden{veil->since(), veil};
+                    return PortalScreenCapture::Hidden{veil->begun(), veil->since(), veil};
                 },
             .makeRoom = [](quint32 window) -> std::shared_ptr<void> {
                 return std::make_shared<X11WindowsLowered>(window);

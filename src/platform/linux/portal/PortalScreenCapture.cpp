@@ -20,8 +20,8 @@ constexpr int otherMonitor = -2;
 
 /// Longest wait for the first frame of a share.
 constexpr auto firstFramePatience = 5s;
-/// Longest wait for the frame without the pane. Its disappearance is a change of the screen, so a frame always comes.
-constexpr auto frameWithoutPanePatience = 3s;
+/// Longest wait for the frame without the pane. Its disappearance is a change of the screen, so a frame comes soon.
+constexpr auto frameWithoutPanePatience = 2s;
 /// A part of a display in the pixels of a picture of the whole display.
 QRect pixelsOf(const QRectF &area, const X11Display &display, const QSize &picture)
 {
@@ -192,7 +192,10 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &
     if (frames.waitForFrame(PipeWireFrames::Clock::time_point::min(), firstFramePatience) != PipeWireFrames::Wait::Arrived)
         return interrupted;
     Hidden hidden = m_pane.hide(nativePixelsOf(area, display));
-    const auto wait = frames.waitForFrame(hidden.since, frameWithoutPanePatience);
+    auto wait = frames.waitForFrame(hidden.since, frameWithoutPanePatience);
+    // If the screen is still, the last frame shows it, provided that it was drawn after the change.
+    if (wait == PipeWireFrames::Wait::TimedOut)
+        wait = frames.waitForFrame(hidden.begun, 0s);
     hidden.shownAgain.reset();
     if (wait == PipeWireFrames::Wait::Broken || running.portal.hasEnded())
         return interrupted;

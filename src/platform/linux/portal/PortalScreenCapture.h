@@ -23,6 +23,7 @@ public:
     /// This program's windows, as long as they are invisible.
     struct Hidden
     {
+        std::chrono::steady_clock::time_point begun; ///< before they began to vanish
         std::chrono::steady_clock::time_point since;
         std::shared_ptr<void> shownAgain; ///< they are, once it is destroyed
     };

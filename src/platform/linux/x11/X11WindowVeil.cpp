@@ -8,8 +8,9 @@ namespace lucentra {
 
 namespace {
 
-constexpr quint32 invisible = 0;
-constexpr quint32 hardlyVisible = 0x01010101; // of 0xffffffff: the least that compositors draw
+// Of 0xffffffff: no eye sees it, but compositors draw it, so that a change from one to the other is always a new frame.
+constexpr quint32 hardlyVisible = 0x02020202;
+constexpr quint32 invisible = 0x01010101;
 
 /// Waits until the server has handled all requests of a connection.
 void synchronize(xcb_connection_t *connection)
@@ -27,6 +28,7 @@ X11WindowVeil::X11WindowVeil(X11ResourceRange ours, const QRect &area)
     if (xcb_connection_has_error(c))
         return;
     m_screen = x11Screen(c, m_screenNumber);
+    m_begun = std::chrono::steady_clock::now();
     m_opacity = x11Atom(c, "_NET_WM_WINDOW_OPACITY");
     for (const X11WindowPlace &place : X11Windows(c, m_screen, ours).viewable()) {
         if (!ours.contains(place.window) || !place.frame.intersects(area))

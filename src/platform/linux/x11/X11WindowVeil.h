@@ -27,6 +27,8 @@ public:
     X11WindowVeil &operator=(const X11WindowVeil &) = delete;
 
     std::chrono::steady_clock::time_point since() const { return m_since; }
+    /// A time before the change.
+    std::chrono::steady_clock::time_point begun() const { return m_begun; }
 
 private:
     void setOpacity(xcb_window_t window, std::optional<quint32> opacity);
@@ -36,6 +38,7 @@ private:
     X11Connection m_connection;
     xcb_screen_t *m_screen = nullptr; ///< null without a server
     xcb_atom_t m_opacity = XCB_ATOM_NONE;
+    std::chrono::steady_clock::time_point m_begun;
     std::chrono::steady_clock::time_point m_since;
     QHash<xcb_window_t, std::optional<quint32>> m_before; ///< the windows' own opacities
 };
