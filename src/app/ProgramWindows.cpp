@@ -43,6 +43,9 @@ SettingsServices ProgramWindows::settingsServices()
 {
     Services &services = m_program.services;
     HotkeyManager &hotkeys = m_program.hotkeys;
+    // Where the desktop has taken over the hotkeys, its other shortcuts can only be removed.
+    const bool offersDesktopShortcuts =
+        areDesktopShortcutsOffered() && (hotkeys.areKeysChosenHere() || areDesktopShortcutsSet());
     return {
         .settings = services.settings(),
         .texts = services.texts(),
@@ -71,10 +74,11 @@ SettingsServices ProgramWindows::settingsServices()
                 else if (!hotkeys.isRegistered())
                     registerHotkeys();
             },
-        .areHotkeysChosenHere = hotkeys.areKeysChosenHere(),
+        .areHotkeysChosenHere = [&hotkeys] { return hotkeys.areKeysChosenHere(); },
+        .keysOfDesktop = [&hotkeys](HotkeyAction action) { return hotkeys.keysOfDesktop(action); },
         .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
-        .areDesktopShortcutsSet = areDesktopShortcutsOffered() ? areDesktopShortcutsSet : std::function<bool()>(),
-        .setDesktopShortcuts = areDesktopShortcutsOffered()
+        .areDesktopShortcutsSet = offersDesktopShortcuts ? areDesktopShortcutsSet : std::function<bool()>(),
+        .setDesktopShortcuts = offersDesktopShortcuts
                                    ? [&settings = services.settings()](bool isOn) { applyDesktopShortcuts(settings, isOn); }
                                    : std::function<void(bool)>(),
         .shortcutConfiguration = shortcutConfigurationLine(),

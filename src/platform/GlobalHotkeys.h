@@ -2,7 +2,7 @@
 
 #include <tl/expected.hpp>
 
-#include <QtGlobal>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -39,6 +39,12 @@ public:
     /// `hotkeyStatus`.
     [[nodiscard]] virtual tl::expected<std::unique_ptr<HotkeyReference>, int>
     registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) = 0;
+
+    /// The desktop's own description of an action's keys. Empty if the program chooses the keys or the desktop has none.
+    virtual QString keysOfDesktop(HotkeyAction) const { return {}; }
+
+    /// Calls the handler when it has changed who chooses the keys. Everything must be registered again then.
+    virtual void setChangeHandler(std::function<void()>) {}
 
     /// Calls the handler for every press of a registered hotkey, not for its repeats. Replaces the previous handler; an
     /// empty function removes it. A handler may register and unregister hotkeys.

@@ -23,10 +23,15 @@ HotkeyManager::HotkeyManager(const SettingsStore &settings, GlobalHotkeys &hotke
     , m_isPaneKeyWindow(std::move(isPaneKeyWindow))
     , m_diagnostics(std::move(diagnostics))
 {
+    m_hotkeys.setChangeHandler([this] {
+        if (m_isRegistered)
+            registerHotkeys();
+    });
 }
 
 HotkeyManager::~HotkeyManager()
 {
+    m_hotkeys.setChangeHandler({});
     unregisterHotkeys();
 }
 

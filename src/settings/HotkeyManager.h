@@ -41,6 +41,7 @@ public:
     /// Unregisters both hotkeys. Escape still works.
     void unregisterHotkeys();
     bool areKeysChosenHere() const { return m_hotkeys.areKeysChosenHere(); }
+    QString keysOfDesktop(HotkeyAction action) const { return m_hotkeys.keysOfDesktop(action); }
     /// Whether `registerHotkeys` was called since the last `unregisterHotkeys`.
     bool isRegistered() const { return m_isRegistered; }
     /// Whether the stored hotkey was refused at its last registration.

@@ -61,6 +61,9 @@ class NativePane:
     def visit_other_output(self):
         """Where there is one."""
 
+    def press_hotkey(self):
+        """Where the desktop has a service for hotkeys."""
+
     def test_pane(self):
         session = self.session
         self.see_pane(PANE)
@@ -90,6 +93,7 @@ class NativePane:
         session.click(422, 272)  # close
         session.do("move 1279 799")
         self.assertTrue(eventually(lambda: self.pane() is None), "hidden")
+        self.press_hotkey()
         self.assertIsNone(self.program.poll())
         subprocess.run([str(LUCENTRA), "quit"], env=session.environment, check=True)
         self.assertEqual(self.program.wait(20), 0)
@@ -112,6 +116,10 @@ class OnSway(NativePane, Case):
 @unittest.skipUnless(shutil.which("kwin_wayland"), "KWin isn't installed")
 class OnKWin(NativePane, Case):
     make_session = KWin
+
+    def press_hotkey(self):
+        self.session.do("key 56 20")
+        self.see_pane((412, 252, 922, 562))
 
 
 if __name__ == "__main__":

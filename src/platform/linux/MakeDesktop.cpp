@@ -47,7 +47,7 @@ std::optional<QString> prepareDesktop()
 std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts)
 {
     if (QGuiApplication::platformName().startsWith(u"wayland"_s))
-        return std::make_unique<LayerDesktop>(parts.bus);
+        return std::make_unique<LayerDesktop>(parts.bus, parts.localized);
     if (isWaylandSession())
         return std::make_unique<PortalDesktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.screenShares,
                                                parts.localized);

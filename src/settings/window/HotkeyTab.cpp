@@ -35,7 +35,6 @@ void HotkeyTab::addRecorder(FormSection &section)
     m_recorder = new HotkeyRow(services.settings, services.texts, services.scheduler);
     constexpr int recorderWidth = 120;
     m_recorder->setMinimumWidth(recorderWidth);
-    m_recorder->setEnabled(services.areHotkeysChosenHere);
     m_recorder->onRecordingChanged = [this, change = services.hotkeyRecordingChanged](bool isRecording) {
         change(isRecording);
         showStored(); // the same combination may have been refused before
@@ -47,8 +46,13 @@ void HotkeyTab::addRecorder(FormSection &section)
 
 void HotkeyTab::addFixedHotkey(FormSection &section)
 {
-    auto *fixed = new QLabel(desktopNameOfHotkey(u"⌥Return"_s));
+    auto *fixed = new QLabel;
+    fixed->setTextFormat(Qt::PlainText);
     QLabel *label = section.addRow(u"翻譯目前區域："_s, fixed);
+    m_form.keepValue([this, fixed] {
+        const QString keys = m_form.services().keysOfDesktop(HotkeyAction::TranslateArea);
+        fixed->setText(keys.isEmpty() ? desktopNameOfHotkey(u"⌥Return"_s) : keys);
+    });
     m_form.keepText([this, fixed, label] {
         fixed->setAccessibleName(label->accessibleName() + u" "_s + fixed->text());
         fixed->setToolTip(m_form.text(u"按住 Option，再按主鍵盤上的 Return（↩）鍵"_s));
@@ -59,8 +63,9 @@ void HotkeyTab::addDesktopShortcuts(FormSection &section)
 {
     const SettingsServices &services = m_form.services();
     if (services.setDesktopShortcuts)
-        section.addToggle(u"由桌面的快捷鍵呼叫 Lucentra"_s,
-                          {services.areDesktopShortcutsSet, [set = services.setDesktopShortcuts](bool isOn) { set(isOn); }});
+        section.addToggle(
+            u"由桌面的快捷鍵呼叫 Lucentra"_s,
+            {services.areDesktopShortcutsSet, [set = services.setDesktopShortcuts](bool isOn) { set(isOn); }});
     if (services.shortcutConfiguration.isEmpty())
         return;
     auto *line = new QLabel(services.shortcutConfiguration);
@@ -71,14 +76,19 @@ void HotkeyTab::addDesktopShortcuts(FormSection &section)
 
 void HotkeyTab::showStored()
 {
+    const SettingsServices &services = m_form.services();
+    m_recorder->setEnabled(services.areHotkeysChosenHere());
     m_recorder->showStored();
-    const SettingsStore &store = m_form.services().settings;
+    QString keys = services.keysOfDesktop(HotkeyAction::TogglePane);
+    if (keys.isEmpty())
+        keys = desktopNameOfHotkey(services.settings.read(settings::hotkeyString));
+    else
+        m_recorder->setDefaultTitle(keys);
     // Escaped, since a tool tip would interpret what a file says as HTML and load pictures.
-    m_recorder->setToolTip(Qt::convertFromPlainText(desktopNameOfHotkey(store.read(settings::hotkeyString)).left(100)));
+    m_recorder->setToolTip(Qt::convertFromPlainText(keys.left(100)));
     setTone(*m_refusal, Tone::Bad);
     m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
-    m_refusal->parentWidget()->setVisible(m_form.services().areHotkeysChosenHere &&
-                                              m_form.services().isHotkeyRefused());
+    m_refusal->parentWidget()->setVisible(services.areHotkeysChosenHere() && services.isHotkeyRefused());
 }
 
 } // namespace lucentra

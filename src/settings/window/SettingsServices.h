@@ -1,5 +1,6 @@
 #pragma once
 
+#include "GlobalHotkeys.h"
 #include "OnDeviceTranslationService.h"
 #include "Result.h"
 
@@ -43,7 +44,9 @@ struct SettingsServices
     /// Unregisters the program's hotkeys during a recording, and registers them again after it.
     std::function<void(bool isRecording)> hotkeyRecordingChanged;
     /// Whether the program chooses the keys of hotkeys; otherwise the user does so in the desktop's settings.
-    bool areHotkeysChosenHere = true;
+    std::function<bool()> areHotkeysChosenHere;
+    /// The desktop's own description of an action's keys; empty if it has none.
+    std::function<QString(HotkeyAction)> keysOfDesktop;
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
     /// Whether shortcuts of the desktop call the program, and makes or removes them. Empty if the desktop has none.

@@ -62,6 +62,7 @@ struct SettingsFixture
     ModelInstallation modelInstallation{models, mainQueue};
     QStringList posted;
     bool isHotkeyRefused = false;
+    QString keysOfDesktop;
     SettingsServices services{
         .settings = settings,
         .texts = texts,
@@ -84,6 +85,8 @@ struct SettingsFixture
             },
         .applyDockPresence = [](bool) {},
         .hotkeyRecordingChanged = [](bool) {},
+        .areHotkeysChosenHere = [this] { return keysOfDesktop.isEmpty(); },
+        .keysOfDesktop = [this](HotkeyAction) { return keysOfDesktop; },
         .isHotkeyRefused = [this] { return isHotkeyRefused; },
         .fillMenuBar = [](QMenuBar &) {},
         .paneFrame = [] { return QRect(); },

@@ -1,3 +1,4 @@
+#include "HotkeyButton.h"
 #include "Columns.h"
 #include "SettingsFixture.h"
 
@@ -255,6 +256,19 @@ private Q_SLOTS:
         m.show();
         for (const QWidget *widget : m.view->findChildren<QWidget *>())
             QVERIFY2(!widget->toolTip().contains(u"<img"_s), qPrintable(widget->toolTip()));
+    }
+
+    void keysThatTheDesktopHasChosenAreShown()
+    {
+        SettingsFixture m;
+        m.show();
+        auto *button = m.view->findChild<HotkeyButton *>();
+        QVERIFY(button->isEnabled());
+        m.keysOfDesktop = u"<b>F7</b>"_s;
+        m.view->refresh();
+        QVERIFY(!button->isEnabled());
+        QCOMPARE(button->text(), m.keysOfDesktop);
+        QVERIFY(!button->toolTip().contains(u"<b>"_s));
     }
 
     void whatIsWrittenIntoTheFileIsShown()

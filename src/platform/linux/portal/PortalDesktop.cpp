@@ -36,6 +36,7 @@ void PortalScreenStream::follow(const QRectF &area, std::function<void(const Scr
 PortalDesktop::PortalDesktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQueue, const ScreenShareStore &store,
                              const std::function<QString(const QString &)> &localized)
     : m_windows(scheduler, bus, mainQueue, localized)
+    , m_hotkeys(bus, &m_windows.hotkeys(), localized)
     , m_capture(pane(), store, localized)
     , m_stream(m_capture, mainQueue)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DesktopHotkeys.h"
 #include "MainQueue.h"
 #include "PortalScreenCapture.h"
 #include "ScreenStream.h"
@@ -43,7 +44,7 @@ public:
 
     ScreenCapture &capture() override { return m_capture; }
     ScreenStream &stream() override { return m_stream; }
-    GlobalHotkeys &hotkeys() override { return m_windows.hotkeys(); }
+    GlobalHotkeys &hotkeys() override { return m_hotkeys; }
     PaneWindowHints &windows() override { return m_hints; }
     CompositingMonitor &compositing() override { return m_windows.compositing(); }
     AccessibilityDisplaySource &displayOptions() override { return m_windows.displayOptions(); }
@@ -53,6 +54,7 @@ private:
     PortalScreenCapture::Pane pane();
 
     X11Desktop m_windows;
+    DesktopHotkeys m_hotkeys;
     PortalPaneHints m_hints;
     PortalScreenCapture m_capture;
     PortalScreenStream m_stream;

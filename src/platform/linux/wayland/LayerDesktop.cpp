@@ -1,7 +1,6 @@
 #include "LayerDesktop.h"
 
 #include "CompositingMonitor.h"
-#include "GlobalHotkeys.h"
 #include "KWinScreenshot.h"
 #include "SessionBus.h"
 #include "StatusNotifierHost.h"
@@ -20,18 +19,6 @@ class AlwaysComposited : public CompositingMonitor
 public:
     bool isComposited() const override { return true; }
     void setChangeHandler(std::function<void(bool)>) override {}
-};
-
-/// No hotkeys: the user gives the compositor's configuration a key that runs a command.
-class HotkeysOfConfiguration : public GlobalHotkeys
-{
-public:
-    bool areKeysChosenHere() const override { return false; }
-    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction, quint32, quint32) override
-    {
-        return tl::unexpected(hotkeyStatus::invalid);
-    }
-    void setPressedHandler(std::function<void(HotkeyAction)>) override {}
 };
 
 } // namespace
@@ -59,12 +46,12 @@ void prepareLayerPane()
     qputenv("QT_WAYLAND_FRAME_CALLBACK_TIMEOUT", "5000");
 }
 
-LayerDesktop::LayerDesktop(SessionBus &bus)
+LayerDesktop::LayerDesktop(SessionBus &bus, const std::function<QString(const QString &)> &localized)
     : m_bus(bus)
     , m_windows(m_connection)
     , m_capture(m_connection, m_windows)
     , m_compositing(std::make_unique<AlwaysComposited>())
-    , m_hotkeys(std::make_unique<HotkeysOfConfiguration>())
+    , m_hotkeys(bus, nullptr, localized)
     , m_displayOptions(bus.connection())
 {
     connect(&m_bus, &SessionBus::returned, this, [this] { m_displayOptions.setBus(m_bus.connection()); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Desktop.h"
+#include "DesktopHotkeys.h"
 #include "LayerPaneHints.h"
 #include "LayerScreenCapture.h"
 #include "PortalDisplayOptions.h"
@@ -25,12 +26,13 @@ void prepareLayerPane();
 class LayerDesktop : public QObject, public Desktop
 {
 public:
-    explicit LayerDesktop(SessionBus &bus);
+    /// `localized` looks up a text key in the interface language.
+    LayerDesktop(SessionBus &bus, const std::function<QString(const QString &)> &localized);
     ~LayerDesktop() override;
 
     ScreenCapture &capture() override { return m_capture; }
     ScreenStream &stream() override { return m_capture; }
-    GlobalHotkeys &hotkeys() override { return *m_hotkeys; }
+    GlobalHotkeys &hotkeys() override { return m_hotkeys; }
     PaneWindowHints &windows() override { return m_windows; }
     CompositingMonitor &compositing() override { return *m_compositing; }
     AccessibilityDisplaySource &displayOptions() override { return m_displayOptions; }
@@ -42,7 +44,7 @@ private:
     LayerPaneHints m_windows;
     LayerScreenCapture m_capture;
     std::unique_ptr<CompositingMonitor> m_compositing;
-    std::unique_ptr<GlobalHotkeys> m_hotkeys;
+    DesktopHotkeys m_hotkeys;
     PortalDisplayOptions m_displayOptions;
 };
 
