@@ -95,6 +95,7 @@ NeededModels neededModels(const LanguagePair &wanted, const QList<StoredModel> &
 
 ModelsSection::ModelsSection(SettingsForm &form, QWidget *parent)
     : FormSection(form, u"翻譯模型"_s, parent)
+    , m_installation(form.services().modelInstallation)
     , m_source(new QComboBox)
     , m_download(makeButton())
     , m_needs(makeSmallPrint())
@@ -111,7 +112,7 @@ ModelsSection::ModelsSection(SettingsForm &form, QWidget *parent)
     list->setContentsMargins(0, 0, 0, 0);
     addWidget(m_list)->hide();
     addFooter(u"翻譯模型能在這部電腦上翻譯任何文字。只有在您按下按鈕時才會下載；您的文字不會傳出。"_s);
-    form.services().modelInstallation.onChanged = [this] { showInstallation(); };
+    m_installation.onChanged = [this] { showInstallation(); };
     form.keepValue([this] {
         fillSources();
         showOffer();
@@ -124,7 +125,7 @@ ModelsSection::ModelsSection(SettingsForm &form, QWidget *parent)
 
 ModelsSection::~ModelsSection()
 {
-    form().services().modelInstallation.onChanged = nullptr;
+    m_installation.onChanged = nullptr;
 }
 
 void ModelsSection::addOfferRows()
@@ -142,13 +143,13 @@ void ModelsSection::addOfferRows()
     addWidget(m_isInstalled);
     connect(m_download, &QPushButton::clicked, this, [this] {
         m_problem.reset();
-        form().services().modelInstallation.start(wanted());
+        m_installation.start(wanted());
     });
     constexpr int barHeight = 8;
     m_bar->setFixedHeight(barHeight);
     m_bar->setTextVisible(false);
     addRemark(sideBySide({m_bar, m_cancel}))->hide();
-    connect(m_cancel, &QPushButton::clicked, this, [this] { form().services().modelInstallation.cancel(); });
+    connect(m_cancel, &QPushButton::clicked, this, [this] { m_installation.cancel(); });
     addRemark(m_progress)->hide();
     addRemark(m_failure)->hide();
 }
@@ -196,7 +197,7 @@ void ModelsSection::take(const QList<StoredModel> &stored)
 void ModelsSection::showOffer()
 {
     const NeededModels needed = neededModels(wanted(), m_stored);
-    const bool isRunning = form().services().modelInstallation.isRunning();
+    const bool isRunning = m_installation.isRunning();
     QString title = routeTitle(wanted(), needed.steps);
     if (needed.size > 0)
         title += u", "_s + form().services().texts.formatted(u"約 %@"_s, megabyteText(needed.size));
@@ -217,7 +218,7 @@ void ModelsSection::showOffer()
 void ModelsSection::showInstallation()
 {
     const LocalizationManager &texts = form().services().texts;
-    const ModelInstallation &installation = form().services().modelInstallation;
+    const ModelInstallation &installation = m_installation;
     const ModelProgress &progress = installation.progress();
     const bool isRunning = installation.isRunning();
     const bool isListed = !progress.models.isEmpty();
@@ -255,7 +256,7 @@ void ModelsSection::showStored()
         row->hide();
         row->deleteLater();
     }
-    const bool isRunning = form().services().modelInstallation.isRunning();
+    const bool isRunning = m_installation.isRunning();
     for (const StoredModel &model : m_stored) {
         if (!model.isComplete && isRunning)
             continue;

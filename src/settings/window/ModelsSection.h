@@ -34,6 +34,7 @@ private:
     void take(const QList<StoredModel> &stored);
     LanguagePair wanted() const;
 
+    ModelInstallation &m_installation;
     QComboBox *m_source;
     QPushButton *m_download;
     QLabel *m_needs;       ///< which models a translation by way of another language needs

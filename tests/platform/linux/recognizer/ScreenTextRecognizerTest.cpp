@@ -1,10 +1,10 @@
 #include "ScreenTextRecognizer.h"
 #include "Pictures.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <atomic>
+#include <ctime>
 #include <thread>
 
 using namespace lucentra;
@@ -249,12 +249,12 @@ private Q_SLOTS:
         QFETCH(QImage, image);
         if (image.hasAlphaChannel())
             image.fill(Qt::transparent);
-        QElapsedTimer timer;
-        timer.start();
+        const std::clock_t start = std::clock();
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QVERIFY2(lines->size() <= 2, "dots may look like letters here and there");
-        QVERIFY2(timer.elapsed() < 30'000, "generous, for sanitizers on a busy machine");
+        const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC; // of all threads
+        QVERIFY2(seconds < 60, "generous, for sanitizers");
     }
 
 private:
