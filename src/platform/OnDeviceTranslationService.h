@@ -73,6 +73,8 @@ public:
 
     /// One entry per service that this one consists of. Blocks while data is being built, as `translate` does.
     virtual QList<OnDeviceServiceStatus> status() = 0;
+    /// As `status`, but doesn't wait for data that is being built for the first time.
+    virtual QList<OnDeviceServiceStatus> currentStatus() { return status(); }
 };
 
 } // namespace lucentra

@@ -81,7 +81,7 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
         }
     }
     if (result.texts == texts) {
-        for (const OnDeviceServiceStatus &status : m_service.status()) {
+        for (const OnDeviceServiceStatus &status : m_service.currentStatus()) {
             result.addableBy += status.addableBy;
             result.isStripped = result.isStripped || status.isStripped;
             for (const auto &[language, positions] : groups) {

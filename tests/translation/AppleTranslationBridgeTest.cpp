@@ -57,7 +57,8 @@ public:
         }
         return outcomes;
     }
-    QList<OnDeviceServiceStatus> status() override { return {state}; }
+    QList<OnDeviceServiceStatus> status() override { return {}; } // would wait
+    QList<OnDeviceServiceStatus> currentStatus() override { return {state}; }
 };
 
 } // namespace

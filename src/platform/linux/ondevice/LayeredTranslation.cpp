@@ -55,4 +55,12 @@ QList<OnDeviceServiceStatus> LayeredTranslation::status()
     return all;
 }
 
+QList<OnDeviceServiceStatus> LayeredTranslation::currentStatus()
+{
+    QList<OnDeviceServiceStatus> all;
+    for (const auto &layer : m_layers)
+        all += layer->currentStatus();
+    return all;
+}
+
 } // namespace lucentra

@@ -18,6 +18,7 @@ public:
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
     QList<OnDeviceServiceStatus> status() override;
+    QList<OnDeviceServiceStatus> currentStatus() override;
 
 private:
     const std::vector<std::unique_ptr<OnDeviceTranslationService>> m_layers;

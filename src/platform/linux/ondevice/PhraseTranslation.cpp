@@ -79,6 +79,13 @@ QList<OnDeviceOutcome> PhraseTranslation::translate(const LanguagePair &pair, co
     return outcomes;
 }
 
+QList<OnDeviceServiceStatus> PhraseTranslation::currentStatus()
+{
+    if (m_store->isGettingReady())
+        return {{.name = serviceName, .isGettingReady = true}};
+    return status();
+}
+
 QList<OnDeviceServiceStatus> PhraseTranslation::status()
 {
     const auto file = m_store->file();

@@ -19,6 +19,7 @@ public:
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
     QList<OnDeviceServiceStatus> status() override;
+    QList<OnDeviceServiceStatus> currentStatus() override;
 
 private:
     const std::shared_ptr<PhraseStore> m_store;

@@ -247,6 +247,9 @@ private Q_SLOTS:
         using Kind = OnDeviceOutcome::Kind;
         PhraseTranslation phrases(std::make_shared<PhraseStore>(CatalogueFolders{.dataFolders = {m_share}},
                                                                 m_folder.filePath(u"outcomes"_s), patient));
+        // A text that is too long for a phrase doesn't start a build, and neither does the reason for that.
+        QCOMPARE(phrases.translate({u"en"_s, u"ja"_s}, {QString(1000, u'a')}, {}).value(0).kind, Kind::UnknownPhrase);
+        QVERIFY(phrases.currentStatus().value(0).isGettingReady);
         const auto outcomes = phrases.translate({u"en"_s, u"ja"_s}, {u"Cancel"_s, u"Nobody says this"_s}, {});
         QCOMPARE(outcomes.size(), 2);
         QCOMPARE(outcomes[0].kind, Kind::Translated);
