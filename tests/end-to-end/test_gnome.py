@@ -17,6 +17,8 @@ CAPTURE_OFTEN = pathlib.Path(os.environ.get("CAPTURE_OFTEN", LUCENTRA.parent / "
 LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
 PAGE = (200, 160)
 PANE = (220, 170, 520, 300)
+MEDIA_KEYS = "org.gnome.settings-daemon.plugins.media-keys"
+SHORTCUTS_SWITCH = "Let the desktop's shortcuts call Lucentra"
 
 
 class InGnome(Case):
@@ -91,6 +93,36 @@ class InGnome(Case):
                                 env=self.screen.environment | {"QT_QPA_PLATFORM": "xcb"}, capture_output=True, check=True)
         outcome = json.loads(result.stdout)
         self.assertEqual((outcome["contaminated"], outcome["failures"]), (0, []))
+
+    def test_keys_of_gnome_call_the_program(self):
+        screen = self.screen
+        screen.quietly(["/usr/libexec/gsd-media-keys"])
+        screen.wait_for_name("org.gnome.SettingsDaemon.MediaKeys")
+        folder = f"/{MEDIA_KEYS.replace('.', '/')}/custom-keybindings/"
+        screen.set(MEDIA_KEYS, "custom-keybindings", f"['{folder}other/']")
+
+        def entries() -> str:
+            return screen.output("gsettings", "get", MEDIA_KEYS, "custom-keybindings")
+
+        def is_shown() -> bool:
+            visible = screen.output("xdotool", "search", "--onlyvisible", "--pid", str(pane.process.pid))
+            return pane.window in visible.split()
+        pane = screen.start_pane(*PANE)
+        screen.lucentra("settings")
+        screen.press("Shortcuts")
+        screen.press(SHORTCUTS_SWITCH)
+        self.assertTrue(eventually(lambda: "lucentra-translate" in entries()))
+        self.show_page()
+        screen.click(PAGE[0] + 650, PAGE[1] + 350)  # the keys go to a window of Wayland
+        screen.pause(2)  # until GNOME has taken the keys
+        for expected in (False, True):
+            screen.keys(56, 20)  # Alt+T
+            self.assertTrue(eventually(lambda: is_shown() == expected), "the key does nothing, or too much")
+            screen.pause(1)
+            self.assertEqual(is_shown(), expected)
+        screen.press(SHORTCUTS_SWITCH)
+        self.assertTrue(eventually(lambda: entries() == f"['{folder}other/']"), "only the program's own are removed")
+        self.end(pane)
 
 
 if __name__ == "__main__":
