@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Shows the main job on a display of its own and leaves pictures of it: demonstrate.py FOLDER [sway|kwin]
+"""Shows the main job on a display of its own and leaves pictures of it: demonstrate.py FOLDER [gnome|sway|kwin]
 
 The pane is laid over another program's window and translates it with the engine of this device: no network, no key.
 Before and after are screenshots; the lines, their translations and places come from the command line over the same
@@ -12,7 +12,8 @@ import time
 
 from PIL import Image, ImageChops
 
-from stage import run_pass
+from stage import labels, run_pass
+from gnome import Gnome
 from screen import Screen, eventually
 from wayland import KWin, Sway, WaylandSession
 
@@ -22,13 +23,23 @@ SHOWN = (90, 60, 970, 610)  # the part of the screen that the pictures show
 LANGUAGES = {"zh-Hant": "Traditional Chinese", "ja": "Japanese", "ko": "Korean"}
 
 
+def keep_beneath(screen: Screen, folder: pathlib.Path) -> None:
+    x, y, width, height = PANE
+    screen.picture().crop((x + 2, y + 2, x + width - 2, y + height - 2)).save(folder / "beneath.png")
+
+
+def keep_blocks(screen: Screen, folder: pathlib.Path, code: str) -> None:
+    blocks = screen.lucentra("image", str(folder / "beneath.png"), "--output", str(folder / f"picture-{code}.png"), "--json")
+    if blocks.returncode != 0:
+        raise RuntimeError(blocks.stderr)
+    (folder / f"blocks-{code}.json").write_text(blocks.stdout, encoding="utf-8")
+
+
 def demonstrate(screen: Screen, folder: pathlib.Path) -> None:
     sample = str(pathlib.Path(os.environ["SAMPLE_WINDOW"]).resolve())
     screen.start_and_wait([sample, "{},{}".format(*WINDOW)])
     screen.do("mousemove 1270 790")
-    x, y, width, height = PANE
-    beneath = folder / "beneath.png"
-    screen.picture().crop((x + 2, y + 2, x + width - 2, y + height - 2)).save(beneath)
+    keep_beneath(screen, folder)
     screen.lucentra("languages", timeout=60)  # waits until the phrases of the installed programs are known
     for code in LANGUAGES:
         screen.preferences = {"translationEngine": 0, "targetLanguageCode": code,
@@ -41,13 +52,37 @@ def demonstrate(screen: Screen, folder: pathlib.Path) -> None:
         screen.picture().crop(SHOWN).save(folder / f"after-{code}.png")
         pane.process.terminate()
         pane.process.wait(10)
-        blocks = screen.lucentra("image", str(beneath), "--output", str(folder / f"picture-{code}.png"), "--json")
-        if blocks.returncode != 0:
-            raise RuntimeError(blocks.stderr)
-        (folder / f"blocks-{code}.json").write_text(blocks.stdout, encoding="utf-8")
+        keep_blocks(screen, folder, code)
 
 
-def settled(session: WaylandSession, seconds: float) -> Image.Image:
+def demonstrate_on_gnome(session: Gnome, folder: pathlib.Path) -> None:
+    """As a user does it who has shared the screen before: a double click on the pane over a window of Wayland."""
+    session.environment["QT_QPA_PLATFORM"] = "wayland"
+    session.start_and_wait([str(pathlib.Path(os.environ["SAMPLE_WINDOW"]).resolve())])
+    del session.environment["QT_QPA_PLATFORM"]
+    session.place_other_windows(WINDOW[0], WINDOW[1] - 14)  # with its title bar
+    session.move_pointer(1270, 790)
+    settled(session, 1)
+    keep_beneath(session, folder)
+    session.lucentra("languages", timeout=60)
+    for code in LANGUAGES:
+        session.preferences = {"translationEngine": 0, "targetLanguageCode": code, "targetLanguageFollowsInterface": False,
+                               "glassOpacity": 0.9, "screenShares": session.shares}
+        pane = session.start_pane(*PANE)
+        time.sleep(1)
+        settled(session, 1).save(folder / "before.png")
+        x, y, width, height = PANE
+        session.double_click(x + width // 2, y + height - 24)
+        if not eventually(lambda: labels(session) >= 5, 60):
+            raise RuntimeError("no translation appeared on the pane")
+        session.move_pointer(1270, 790)
+        settled(session, 2).save(folder / f"after-{code}.png")
+        pane.process.terminate()
+        pane.process.wait(20)
+        keep_blocks(session, folder, code)
+
+
+def settled(session: Gnome | WaylandSession, seconds: float) -> Image.Image:
     """The picture once it hasn't changed for that long."""
     shown = session.picture()
     while eventually(lambda: ImageChops.difference(session.picture(), shown).getbbox(), seconds):
@@ -76,7 +111,10 @@ def demonstrate_on_wayland(session: WaylandSession, folder: pathlib.Path) -> Non
 def main() -> None:
     folder = pathlib.Path(sys.argv[1])
     folder.mkdir(parents=True, exist_ok=True)
-    if len(sys.argv) > 2:
+    if sys.argv[2:] == ["gnome"]:
+        with Gnome() as session:
+            demonstrate_on_gnome(session, folder)
+    elif len(sys.argv) > 2:
         with {"sway": Sway, "kwin": KWin}[sys.argv[2]](scale=2, keyring=False) as session:
             demonstrate_on_wayland(session, folder)
     else:
