@@ -21,6 +21,7 @@ namespace {
 constexpr qint64 mebibyte = 1 << 20;
 /// A picture of the largest size without any compression; what a pipe says beyond it is not read.
 constexpr qint64 maximumPipedBytes = maximumPicturePixels * 4 + mebibyte;
+constexpr qint64 headBytes = 4096; // enough to tell the format
 
 /// What screens are kept as. Drawings may refer to other files, and other formats' readers are too little tried.
 const QByteArrayList readFormats{"png", "jpeg", "webp", "bmp", "gif", "tiff", "avif"};
@@ -52,8 +53,15 @@ Result<QImage> readPicture(const QString &path, const LocalizationManager &texts
     QByteArray piped;
     QBuffer pipe(&piped);
     if (!QFileInfo(path).isFile()) {
-        for (QByteArray part; piped.size() < maximumPipedBytes && !(part = file.read(mebibyte)).isEmpty();)
+        bool isPicture = true;
+        for (QByteArray part; isPicture && piped.size() < maximumPipedBytes && !(part = file.read(mebibyte)).isEmpty();) {
+            const bool isHead = piped.size() < headBytes;
             piped += part;
+            QBuffer head(&piped);
+            head.open(QIODevice::ReadOnly);
+            if (isHead && piped.size() >= headBytes)
+                isPicture = readFormats.contains(QImageReader::imageFormat(&head));
+        }
         pipe.open(QIODevice::ReadOnly);
     }
     QIODevice &source = pipe.isOpen() ? static_cast<QIODevice &>(pipe) : file;
