@@ -26,8 +26,8 @@ _lucentra()
         *)
             local options
             case $command in
-                recognize) options='--timing' ;;
-                image) options='--output --engine --target --json --timing' ;;
+                recognize) options='--paragraphs --timing' ;;
+                image) options='--output --engine --target --paragraphs --json --timing' ;;
                 text) options='--engine --target --timing' ;;
                 test-connection) options='--engine' ;;
                 languages) options='--json' ;;

@@ -27,6 +27,7 @@ complete -c lucentra -n '__fish_seen_subcommand_from image text test-connection'
 complete -c lucentra -n '__fish_seen_subcommand_from image text' -l target -x -a 'zh-Hant zh-Hans en ja ko' -d 'translate into this language once'
 complete -c lucentra -n '__fish_seen_subcommand_from models' -l max-length-factor -x -d 'how much longer than the source'
 complete -c lucentra -n '__fish_seen_subcommand_from run' -F
+complete -c lucentra -n '__fish_seen_subcommand_from recognize image' -l paragraphs -d 'join the lines of a paragraph'
 complete -c lucentra -n '__fish_seen_subcommand_from image languages entries' -l json -d 'print JSON'
 complete -c lucentra -n '__fish_seen_subcommand_from recognize image text' -l timing -d 'also print the milliseconds of each stage'
 complete -c lucentra -n '__fish_seen_subcommand_from export' -l format -x -a 'csv json tsv' -d 'format of the file'

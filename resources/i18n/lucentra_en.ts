@@ -540,6 +540,10 @@
         <translation>write the picture to OUT.png</translation>
     </message>
     <message>
+        <source>將屬於同一段落的各行合併</source>
+        <translation>join the lines of a paragraph</translation>
+    </message>
+    <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
         <translation>export the history to FILE; the history itself is not changed</translation>
     </message>
@@ -800,6 +804,10 @@
         <translation>Recognizing and translating</translation>
     </message>
     <message>
+        <source>段落</source>
+        <translation>paragraphs</translation>
+    </message>
+    <message>
         <source>沒有</source>
         <translation>none</translation>
     </message>
@@ -1052,6 +1060,10 @@
         <translation>Text to translate</translation>
     </message>
     <message>
+        <source>翻譯單位</source>
+        <translation>Translate</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>translate the text in a picture and draw each translation over its line</translation>
     </message>
@@ -1254,6 +1266,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>Recognized or typed text is sent to %@ to be translated; how it is handled there is governed by that service’s privacy policy. Lucentra has no server in between and sends no copy to its developers.</translation>
+    </message>
+    <message>
+        <source>逐行</source>
+        <translation>line by line</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

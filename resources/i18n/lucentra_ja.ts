@@ -540,6 +540,10 @@
         <translation>画像を OUT.png に書き込む</translation>
     </message>
     <message>
+        <source>將屬於同一段落的各行合併</source>
+        <translation>同じ段落の行をつなげる</translation>
+    </message>
+    <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
         <translation>履歴を FILE にエクスポートする（読み取りのみ）</translation>
     </message>
@@ -800,6 +804,10 @@
         <translation>認識と翻訳を実行中</translation>
     </message>
     <message>
+        <source>段落</source>
+        <translation>段落ごと</translation>
+    </message>
+    <message>
         <source>沒有</source>
         <translation>なし</translation>
     </message>
@@ -1052,6 +1060,10 @@
         <translation>翻訳する原文</translation>
     </message>
     <message>
+        <source>翻譯單位</source>
+        <translation>翻訳の単位</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>画像のテキストを翻訳し、訳文を原文の上に描く</translation>
     </message>
@@ -1254,6 +1266,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>認識または入力されたテキストは翻訳のため %@ に送信され、その扱いは同サービスのプライバシーポリシーに従います。Lucentra に中継サーバーはなく、開発者に写しが送られることもありません。</translation>
+    </message>
+    <message>
+        <source>逐行</source>
+        <translation>行ごと</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

@@ -540,6 +540,10 @@
         <translation>그림을 OUT.png에 저장</translation>
     </message>
     <message>
+        <source>將屬於同一段落的各行合併</source>
+        <translation>한 단락에 속한 줄을 합칩니다</translation>
+    </message>
+    <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
         <translation>기록을 FILE로 내보내기(읽기만 함)</translation>
     </message>
@@ -800,6 +804,10 @@
         <translation>인식 및 번역 중</translation>
     </message>
     <message>
+        <source>段落</source>
+        <translation>단락별로</translation>
+    </message>
+    <message>
         <source>沒有</source>
         <translation>없음</translation>
     </message>
@@ -1052,6 +1060,10 @@
         <translation>번역할 원문</translation>
     </message>
     <message>
+        <source>翻譯單位</source>
+        <translation>번역 단위</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>그림의 텍스트를 번역해 원문 위에 표시</translation>
     </message>
@@ -1254,6 +1266,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>인식되거나 입력된 텍스트는 번역을 위해 %@(으)로 전송되며, 처리 방식은 해당 서비스의 개인정보 처리방침을 따릅니다. Lucentra에는 중계 서버가 없으며 개발자에게 사본을 보내지 않습니다.</translation>
+    </message>
+    <message>
+        <source>逐行</source>
+        <translation>한 줄씩</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

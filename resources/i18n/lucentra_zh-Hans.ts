@@ -540,6 +540,10 @@
         <translation>将图片写入 OUT.png</translation>
     </message>
     <message>
+        <source>將屬於同一段落的各行合併</source>
+        <translation>将属于同一段落的各行合并</translation>
+    </message>
+    <message>
         <source>將歷史紀錄匯出到 FILE；只讀取，不改變紀錄</source>
         <translation>将历史记录导出到 FILE；只读取，不改变记录</translation>
     </message>
@@ -800,6 +804,10 @@
         <translation>正在识别与翻译</translation>
     </message>
     <message>
+        <source>段落</source>
+        <translation>段落</translation>
+    </message>
+    <message>
         <source>沒有</source>
         <translation>没有</translation>
     </message>
@@ -1052,6 +1060,10 @@
         <translation>翻译原文</translation>
     </message>
     <message>
+        <source>翻譯單位</source>
+        <translation>翻译单位</translation>
+    </message>
+    <message>
         <source>翻譯圖片中的文字，將譯文畫在原文之上</source>
         <translation>翻译图片中的文字，将译文画在原文之上</translation>
     </message>
@@ -1254,6 +1266,10 @@
     <message>
         <source>辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。</source>
         <translation>识别或输入的文字会发送至 %@ 进行翻译；内容的处理方式受该服务的隐私政策约束。Lucentra 没有中转服务器，也不会将副本发送给开发者。</translation>
+    </message>
+    <message>
+        <source>逐行</source>
+        <translation>逐行</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

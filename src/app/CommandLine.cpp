@@ -41,6 +41,7 @@ constexpr std::array optionRows{
     OptionRow{u"format", u"csv|json|tsv", u"匯出的格式；未指定時依 FILE 的副檔名，否則為 csv"},
     OptionRow{u"search", u"TEXT", u"只包含原文或譯文中有 TEXT 的紀錄"},
     OptionRow{u"max-length-factor", u"X", u"譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0"},
+    OptionRow{u"paragraphs", u"", u"將屬於同一段落的各行合併"},
     OptionRow{u"json", u"", u"同時輸出每一行的譯文與位置"},
     OptionRow{u"timing", u"", u"同時輸出各階段所需的毫秒數"},
 };
@@ -49,8 +50,8 @@ constexpr double largestLengthFactor = 10;
 
 using Command = Invocation::Command;
 constexpr std::array commandRows{
-    CommandRow{u"recognize", Command::Recognize, u"IMAGE", u"timing", u"", u"辨識圖片中的文字，逐行輸出為 JSON"},
-    CommandRow{u"image", Command::Image, u"IMAGE", u"output engine target json timing", u"output",
+    CommandRow{u"recognize", Command::Recognize, u"IMAGE", u"paragraphs timing", u"", u"辨識圖片中的文字，逐行輸出為 JSON"},
+    CommandRow{u"image", Command::Image, u"IMAGE", u"output engine target paragraphs json timing", u"output",
                u"翻譯圖片中的文字，將譯文畫在原文之上"},
     CommandRow{u"text", Command::Text, u"TEXT", u"engine target timing", u"",
                u"翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入"},
@@ -117,6 +118,8 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
         invocation.json = true;
     } else if (option == u"timing") {
         invocation.timing = true;
+    } else if (option == u"paragraphs") {
+        invocation.paragraphs = true;
     } else if (option == u"output") {
         invocation.output = value;
         return !value.isEmpty();

@@ -46,6 +46,7 @@ struct Invocation
     std::optional<QString> format; ///< --format: a name of an `ExportFormat`
     QString search;                ///< --search
     double maxLengthFactor = 2;    ///< --max-length-factor
+    bool paragraphs = false;       ///< --paragraphs
     bool json = false;             ///< --json
     bool timing = false;           ///< --timing
 

@@ -158,6 +158,12 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
     return *translations;
 }
 
+QList<TextBlock> recognizedBlocks(const QImage &picture, const Invocation &invocation, Services &services)
+{
+    const TextUnit unit = invocation.paragraphs ? TextUnit::Paragraph : TextUnit::Line;
+    return recognizeBlocks(services.recognizer(), onOpaqueGround(picture), {}, unit).blocks;
+}
+
 /// The text to translate: that of the command line, or of the standard input for "-".
 Result<QString> givenText(const QString &argument, const LocalizationManager &texts)
 {
@@ -202,7 +208,7 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture)).blocks;
+    const QList<TextBlock> blocks = recognizedBlocks(*picture, invocation, services);
     stages.finish(u"recognize"_s);
     QJsonArray lines;
     for (const TextBlock &block : blocks) {
@@ -225,7 +231,7 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizeBlocks(services.recognizer(), onOpaqueGround(*picture)).blocks;
+    const QList<TextBlock> blocks = recognizedBlocks(*picture, invocation, services);
     stages.finish(u"recognize"_s);
     const auto translations = translate(blocks, services);
     if (!translations)

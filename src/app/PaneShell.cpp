@@ -97,7 +97,8 @@ void PaneShell::wirePass()
         .recognize =
             [this, &recognizer](const QImage &image, const std::function<bool()> &isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
-                return recognizeBlocks(recognizer, image, isWanted);
+                return recognizeBlocks(recognizer, image, isWanted,
+                                       m_services.settings().read(settings::translationUnit));
             },
         .translate = [&manager](const QList<TextBlock> &blocks,
                                 const std::function<bool()> &isWanted) { return manager.translate(blocks, isWanted); },

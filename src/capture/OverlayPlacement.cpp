@@ -105,7 +105,12 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
                         [&](const QRectF &excluded) { return contains(excluded, rect.center()); });
         if (!isUnderButtons)
             placement.candidates.append(
-                {text, rect, {.lineHeight = std::round(captureHeight * blocks[i].lineHeight)}});
+                {text,
+                 rect,
+                 {.lineHeight = std::round(captureHeight * blocks[i].lineHeight),
+                  .lineCount = blocks[i].lineCount,
+                  .lineDistance = captureHeight * blocks[i].lineDistance,
+                  .alignment = blocks[i].alignment}});
     }
     alignStarts(placement.candidates);
     setLimits(placement.candidates, paneSize.height());

@@ -19,6 +19,10 @@ struct OverlayLimits
     /// Greatest x, unless the text can't be shown otherwise.
     double right = std::numeric_limits<double>::infinity();
     double lineHeight = 0; ///< of the source, which the text's size follows; 0 means that of its rectangle
+    // Of a paragraph.
+    int lineCount = 1;       ///< of the source
+    double lineDistance = 0; ///< between the centres of the source's lines
+    Qt::Alignment alignment = Qt::AlignLeft;
 
     bool operator==(const OverlayLimits &) const = default;
 };

@@ -1,5 +1,6 @@
 #include "TextRecognition.h"
 
+#include "Paragraphs.h"
 #include "Text.h"
 
 #include <QRegularExpression>
@@ -67,15 +68,17 @@ QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &
     return blocksFromLines(linesFromObservations(observations));
 }
 
-RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image,
-                                 const std::function<bool()> &isWanted)
+RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, const std::function<bool()> &isWanted,
+                                 TextUnit unit)
 {
     TextRecognitionRequest request = passRequest();
     request.isWanted = isWanted;
     RecognizedBlocks found;
     request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
-    if (const auto observations = recognizer.perform(request, image))
-        found.blocks = blocksFromObservations(*observations);
+    if (const auto observations = recognizer.perform(request, image)) {
+        const QList<TextLine> lines = linesFromObservations(*observations);
+        found.blocks = unit == TextUnit::Paragraph ? paragraphsFromLines(lines, image.size()) : blocksFromLines(lines);
+    }
     return found;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Settings.h"
 #include "TextBlock.h"
 #include "TextRecognizer.h"
 
@@ -35,9 +36,9 @@ struct RecognizedBlocks
     bool areLinesLeftOut = false; ///< some lines were not read for lack of time
 };
 
-/// Recognizes the lines of a captured image. Blocks; any thread but the main one. Returns no lines if the recognizer
-/// fails.
+/// Recognizes the lines of a captured image, and joins those of a paragraph if `unit` says so. Blocks; any thread but
+/// the main one. Returns no lines if the recognizer fails.
 RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image,
-                                 const std::function<bool()> &isWanted = {});
+                                 const std::function<bool()> &isWanted = {}, TextUnit unit = TextUnit::Line);
 
 } // namespace lucentra

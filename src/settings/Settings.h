@@ -16,6 +16,9 @@ enum class TriggerMode {
 /// What on the pane translates.
 enum class ClickGesture { SingleClick, DoubleClick, last = DoubleClick };
 
+/// What is translated at a time.
+enum class TextUnit { Line, Paragraph, last = Paragraph };
+
 } // namespace lucentra
 
 /// The keys and defaults of all settings.
@@ -70,6 +73,8 @@ constexpr Setting<bool> consentKey(qint64 engineRawValue)
 
 inline constexpr Setting<TriggerMode> triggerMode{"triggerMode"_L1, TriggerMode::AfterMoving};
 inline constexpr Setting<ClickGesture> translationClickGesture{"translationClickGesture"_L1, ClickGesture::DoubleClick};
+
+inline constexpr Setting<TextUnit> translationUnit{"translationUnit"_L1, TextUnit::Line};
 
 // The pane
 

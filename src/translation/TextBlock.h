@@ -13,6 +13,9 @@ struct TextBlock
     QString text;          ///< exactly as recognized
     QRectF normBox;        ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
     double lineHeight = 0; ///< of one of its lines, a fraction of the image's height; 0 means that of the box
+    int lineCount = 1;
+    double lineDistance = 0; ///< between its lines' centres, a fraction of the image's height; 0 for a single line
+    Qt::Alignment alignment = Qt::AlignLeft; ///< of its lines to each other
 
     bool operator==(const TextBlock &) const = default;
 };

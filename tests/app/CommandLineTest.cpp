@@ -23,11 +23,12 @@ private Q_SLOTS:
             QTest::newRow(arguments) << invocation;
         };
         row("recognize a.png", {.command = Command::Recognize, .argument = u"a.png"_s});
-        row("image --output=o.png a.png --engine 7 --target ja --json --timing", {.command = Command::Image,
+        row("image --output=o.png a.png --engine 7 --target ja --paragraphs --json --timing", {.command = Command::Image,
                                                                                   .argument = u"a.png"_s,
                                                                                   .output = u"o.png"_s,
                                                                                   .engine = 7,
                                                                                   .target = u"ja"_s,
+                                                                                  .paragraphs = true,
                                                                                   .json = true,
                                                                                   .timing = true});
         row("text a --target=ja --target=ko", {.command = Command::Text, .argument = u"a"_s, .target = u"ko"_s});

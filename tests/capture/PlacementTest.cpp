@@ -1,5 +1,6 @@
 #include "Columns.h"
 #include "OverlayPlacement.h"
+#include "Paragraphs.h"
 #include "TextRecognition.h"
 #include "WindowButtonMask.h"
 
@@ -31,6 +32,14 @@ QStringList textsOf(const QList<TextBlock> &blocks)
         texts.append(block.text);
     return texts;
 }
+
+/// A line in pixels, y down.
+struct Row
+{
+    double x = 0, y = 0, width = 0;
+    QString text;
+    double height = 16;
+};
 
 } // namespace
 
@@ -68,6 +77,75 @@ private Q_SLOTS:
         QCOMPARE(recognizer.asked.languages, (QStringList{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}));
         recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {}}};
         QCOMPARE(recognizeBlocks(recognizer, image).blocks.size(), 1);
+    }
+
+    void linesOfAParagraphAreJoined_data()
+    {
+        columns<QList<Row>, QStringList>("rows", "blocks");
+        const auto row = [](const char *name, const QList<Row> &rows, const QStringList &blocks) {
+            QTest::newRow(name) << rows << blocks;
+        };
+        row("two paragraphs, a gap between, a word that was broken and one that is written with a hyphen",
+            {{0, 0, 330, u"The bakery opens at mid-"_s},
+             {0, 24, 330, u"night and closes when the well-"_s},
+             {0, 48, 210, u"known bread is gone."_s},
+             {0, 96, 330, u"Nobody looked surprised when a"_s},
+             {0, 120, 120, u"train arrived."_s}},
+            {u"The bakery opens at midnight and closes when the well-known bread is gone."_s,
+             u"Nobody looked surprised when a train arrived."_s});
+        row("ideographs, indented paragraphs without a gap, no space at the joints",
+            {{32, 0, 304, u"整理桌面不是把東西全部丟掉，而是先決"_s},
+             {0, 24, 160, u"定檔案要放在哪裡。"_s},
+             {32, 48, 304, u"新版編輯器把常用的功能都放在左側，跟"_s},
+             {0, 72, 96, u"著步驟操作。"_s}},
+            {u"整理桌面不是把東西全部丟掉，而是先決定檔案要放在哪裡。"_s,
+             u"新版編輯器把常用的功能都放在左側，跟著步驟操作。"_s});
+        row("two columns",
+            {{0, 0, 300, u"The first thing to check is"_s},
+             {340, 0, 300, u"A garden of this size needs"_s},
+             {0, 24, 150, u"the power cord."_s},
+             {340, 24, 140, u"much more water."_s}},
+            {u"The first thing to check is the power cord."_s, u"A garden of this size needs much more water."_s});
+        row("a subtitle", {{240, 560, 320, u"別擔心，我會在車站等你。"_s}, {290, 584, 220, u"不要一個人回去。"_s}},
+            {u"別擔心，我會在車站等你。不要一個人回去。"_s});
+        for (const auto &[name, rows] : std::initializer_list<std::pair<const char *, QList<Row>>>{
+                 {"a menu of long entries",
+                  {{0, 0, 160, u"Open a recent document"_s},
+                   {0, 20, 190, u"Restore the previous session"_s},
+                   {0, 40, 80, u"Save a copy"_s},
+                   {0, 60, 120, u"Show hidden files"_s}}},
+                 {"a label above its explanation",
+                  {{0, 0, 70, u"自動更新"_s}, {0, 22, 190, u"在背景下載並安裝更新。"_s}}},
+                 {"another size",
+                  {{0, 0, 300, u"What we learned from the small"_s, 16}, {0, 22, 120, u"gardens here"_s, 12}}},
+                 {"a numbered list",
+                  {{0, 0, 320, u"1. Choose a folder for the exported report"_s},
+                   {0, 22, 200, u"2. Press the other button"_s}}},
+                 {"code",
+                  {{0, 0, 320, u"const auto lines = readLines(argument, 1);"_s},
+                   {0, 22, 220, u"for (const Line &line : lines) {"_s}}},
+                 {"verse",
+                  {{0, 0, 240, u"The lamps are lit along the shore,"_s},
+                   {0, 22, 244, u"And no one walks there any more,"_s},
+                   {0, 44, 240, u"The boats lie still, the nets are dry,"_s},
+                   {0, 66, 236, u"A single gull goes drifting by,"_s}}}}) {
+            QStringList blocks;
+            for (const Row &each : rows)
+                blocks.append(each.text);
+            row(name, rows, blocks);
+        }
+    }
+
+    void linesOfAParagraphAreJoined()
+    {
+        QFETCH(QList<Row>, rows);
+        const QSizeF size(800, 600);
+        QList<TextLine> lines;
+        for (const Row &row : rows)
+            lines.append({row.text,
+                          {row.x / size.width(), 1 - (row.y + row.height) / size.height(), row.width / size.width(),
+                           row.height / size.height()}});
+        QTEST(textsOf(paragraphsFromLines(lines, size)), "blocks");
     }
 
     void boxesAreMappedOntoThePane()

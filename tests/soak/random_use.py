@@ -131,7 +131,7 @@ class User:
     def change_settings(self) -> None:
         """As somebody else who writes the preferences: the program reads them when it needs them."""
         key, value = self.chance.choice([
-            ("triggerMode", self.chance.choice([0, 1])), ("translationClickGesture", self.chance.choice([0, 1])),
+            ("triggerMode", self.chance.choice([0, 1])), ("translationUnit", self.chance.choice([0, 1])), ("translationClickGesture", self.chance.choice([0, 1])),
             ("glassOpacity", self.chance.random()), ("isFontSizeAuto", self.chance.choice([True, False])),
             ("fontSize", self.chance.randint(6, 60)), ("autoHide", False), ("autoCopy", self.chance.choice([True, False])),
             ("neonBorderColor", self.chance.choice(["white", "blue", "pink", "none", "green"])),

@@ -34,6 +34,11 @@ inline constexpr double sizeStep = 0.5;
 /// More lines would hide what is around the source.
 inline constexpr int maximumLines = 4;
 
+/// The lines of a paragraph may be closer than the font's by this factor, ...
+inline constexpr double tightestLines = 0.9;
+/// ... and one may reach beyond the area by this part of itself, since the edges are rounded.
+inline constexpr double roundingOfLines = 0.15;
+
 /// The text's grey level (white is 1), and its opaque black shadow: offset downwards, and the deviation of its blur.
 inline constexpr double textWhite = 0.96;
 inline constexpr double shadowOffset = 1.0;

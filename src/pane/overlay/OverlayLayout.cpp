@@ -1,6 +1,7 @@
 #include "OverlayLayout.h"
 
 #include "OverlayConstants.h"
+#include "OverlayText.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 
@@ -54,12 +55,61 @@ std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const 
             frame = widenedFrame(rect, std::isfinite(oneLine) ? oneLine : 0, right, usable);
         const double textWidth = std::max(1.0, frame.width() - 2 * sidePadding);
         const double maxHeight = std::max(frame.height(), std::min(paneBounds.bottom(), limits.bottom) - frame.top());
-        const OverlayFit fit = fitOverlayText(measurer, text, settings.isAuto, lineHeight, textWidth, maxHeight,
-                                              settings.storedFontSize);
+        const OverlayFit fit =
+            fitOverlayText(measurer, text, settings.isAuto, lineHeight, textWidth, maxHeight, settings.storedFontSize);
         frame.setHeight(std::min(maxHeight, fit.height));
         if (fit.isWhole || !std::isfinite(right))
             return OverlayLayout{.frame = frame, .fontSize = fit.fontSize, .lines = fit.lines};
     }
+}
+
+std::optional<OverlayLayout> layOutParagraph(OverlayText &text, const OverlayLimits &limits, const QRectF &rect,
+                                             const QRectF &paneBounds, const OverlayFontSettings &settings)
+{
+    if (!isLargeEnough(rect))
+        return std::nullopt;
+    const QRectF usable = paneBounds.adjusted(edgeInset, 0, -edgeInset, 0);
+    QRectF frame = rect;
+    if (limits.alignment == Qt::AlignHCenter)
+        frame.adjust(-sidePadding, 0, sidePadding, 0);
+    else
+        frame.setRight(std::min(rect.right() + 2 * sidePadding, std::max(rect.right(), limits.right)));
+    if (usable.width() > 0) {
+        frame.setWidth(std::min(frame.width(), usable.width()));
+        frame.moveLeft(std::clamp(frame.left(), usable.left(), usable.right() - frame.width()));
+    }
+    const double width = std::max(1.0, frame.width() - 2 * sidePadding);
+    const double start = startingFontSize(settings.isAuto, limits.lineHeight, settings.storedFontSize);
+    const double lowest = std::max(frame.bottom(), std::min(paneBounds.bottom(), limits.bottom));
+
+    OverlayLayout layout{.frame = frame, .fontSize = start, .alignment = limits.alignment};
+    // Sets the size and the greatest number of lines above `bottom`. Returns whether the whole text fits.
+    const auto fits = [&](double size, double bottom) {
+        const double fontLine = text.lineHeight(size);
+        layout.fontSize = size;
+        layout.lineDistance = std::max(tightestLines * fontLine, limits.lineDistance * size / start);
+        const double more = (bottom - frame.top() - limits.lineHeight) / layout.lineDistance;
+        layout.lines = std::max(1, 1 + int(more + roundingOfLines));
+        const double height = text.boundingHeight(width, size, layout.lines * fontLine);
+        layout.isWhole = std::round(height / fontLine) <= layout.lines;
+        if (layout.isWhole)
+            layout.lines = int(std::round(height / fontLine));
+        return layout.isWhole;
+    };
+    const auto search = [&](double from, double to, double bottom) {
+        for (double size = from; size >= to; size -= sizeStep) {
+            if (fits(size, bottom))
+                return true;
+        }
+        return false;
+    };
+    const double least = settings.isAuto ? minimumAutomaticSize : start;
+    const double comfortable = std::max(least, settings.isAuto ? singleLineShrink * start : start);
+    if (!search(start, comfortable, frame.bottom()) && !search(comfortable, least, lowest))
+        fits(least, lowest);
+    const double height = verticalSlack + limits.lineHeight + (layout.lines - 1) * layout.lineDistance;
+    layout.frame.setHeight(std::min(lowest - frame.top(), std::max(frame.height(), height)));
+    return layout;
 }
 
 } // namespace lucentra

@@ -10,6 +10,7 @@
 
 namespace lucentra {
 
+class OverlayText;
 class SettingsStore;
 
 /// What the user has chosen for the text of overlays.
@@ -30,6 +31,10 @@ struct OverlayLayout
     QRectF frame;        ///< pane points, origin top-left, y down
     double fontSize = 0; ///< points
     int lines = 1;       ///< the greatest number of lines
+    // Of a paragraph.
+    double lineDistance = 0; ///< points; 0 means that of the font
+    Qt::Alignment alignment = Qt::AlignLeft;
+    bool isWhole = true; ///< whether nothing of the paragraph is cut off
 
     bool operator==(const OverlayLayout &) const = default;
 };
@@ -41,5 +46,10 @@ struct OverlayLayout
 std::optional<OverlayLayout> layOutOverlay(OverlayTextMeasurer &measurer, const QString &text,
                                            const OverlayLimits &limits, const QRectF &rect, const QRectF &paneBounds,
                                            const OverlayFontSettings &settings);
+
+/// Lays out the translation of a paragraph over its own area, at the distance of the source's lines and aligned as they
+/// are. If the text is too long, it becomes smaller, then grows down to its limit, and is cut off at the least size.
+std::optional<OverlayLayout> layOutParagraph(OverlayText &text, const OverlayLimits &limits, const QRectF &rect,
+                                             const QRectF &paneBounds, const OverlayFontSettings &settings);
 
 } // namespace lucentra

@@ -32,7 +32,8 @@ OverlayPainter::OverlayPainter(std::shared_ptr<OverlayText> text, const OverlayL
 QRectF OverlayPainter::paintedArea() const
 {
     QRectF area = m_layout.frame;
-    area.setHeight(verticalSlack + m_layout.lines * m_text->lineHeight(m_layout.fontSize));
+    area.setHeight(verticalSlack +
+                   m_layout.lines * std::max(m_layout.lineDistance, m_text->lineHeight(m_layout.fontSize)));
     return area.adjusted(-shadowReach, -shadowReach, shadowReach, shadowReach);
 }
 
@@ -46,7 +47,8 @@ OverlayPainter::Picture OverlayPainter::render(double scale, QPointF remainder) 
         painter.setPen(QColor::fromRgbF(textWhite, textWhite, textWhite));
         painter.translate(remainder / scale);
         const QPointF corner = m_layout.frame.topLeft() - area.topLeft() + QPointF(sidePadding, verticalPadding);
-        m_text->draw(painter, corner, m_layout.frame.width() - 2 * sidePadding, m_layout.fontSize, m_layout.lines);
+        m_text->draw(painter, corner, m_layout.frame.width() - 2 * sidePadding, m_layout.fontSize, m_layout.lines,
+                     m_layout.lineDistance, m_layout.alignment);
     });
     return {image, scale, remainder};
 }

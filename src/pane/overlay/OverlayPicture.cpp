@@ -38,11 +38,15 @@ OverlayPicture::Overlay OverlayPicture::addTranslationOverlay(const TranslationO
 {
     if (!m_typesetter)
         m_typesetter.emplace(m_setting.targetLanguage);
-    const auto layout = layOutOverlay(*m_typesetter, candidate.text, candidate.limits, candidate.rect,
-                                      QRectF(QPointF(), m_setting.paneSize), m_setting.font);
+    const QRectF pane(QPointF(), m_setting.paneSize);
+    const std::shared_ptr<OverlayText> text = m_typesetter->typeset(candidate.text);
+    const auto layout =
+        candidate.limits.lineCount > 1
+            ? layOutParagraph(*text, candidate.limits, candidate.rect, pane, m_setting.font)
+            : layOutOverlay(*m_typesetter, candidate.text, candidate.limits, candidate.rect, pane, m_setting.font);
     Overlay overlay{.candidate = candidate};
     if (layout)
-        overlay.painter.emplace(m_typesetter->typeset(candidate.text), *layout);
+        overlay.painter.emplace(text, *layout);
     return overlay;
 }
 
@@ -54,6 +58,15 @@ QList<CalmArea> OverlayPicture::calmAreas() const
             areas.append({.rect = overlay.painter->layout().frame.united(overlay.candidate.rect)});
     }
     return areas;
+}
+
+QString OverlayPicture::cutOffTextAt(QPointF point) const
+{
+    for (const Overlay &overlay : m_overlays) {
+        if (overlay.painter && !overlay.painter->layout().isWhole && overlay.painter->layout().frame.contains(point))
+            return overlay.candidate.text;
+    }
+    return {};
 }
 
 void OverlayPicture::paint(QPainter &painter, const QRegion &area)

@@ -42,6 +42,8 @@ public:
     const std::vector<Overlay> &overlays() const { return m_overlays; }
     /// Each covers the overlay's frame and its source line.
     QList<CalmArea> calmAreas() const;
+    /// The whole translation of a paragraph that is cut off at a point of the pane; empty if there is none.
+    QString cutOffTextAt(QPointF point) const;
     /// Paints the overlays that touch `area`, in pane points.
     void paint(QPainter &painter, const QRegion &area);
 

@@ -195,15 +195,21 @@ QString OverlayText::lastLine(int firstCharacter, int endCharacter, double width
     return cutOff(*(tooLong - 1));
 }
 
-void OverlayText::drawLine(QPainter &painter, const QTextLine &line, double top) const
+void OverlayText::drawLine(QPainter &painter, const QTextLine &line, double top, Qt::Alignment alignment) const
 {
-    line.draw(&painter, QPointF(0, top + m_ascent - line.ascent() - line.y()));
+    const bool isAtRight = m_layout.textOption().alignment() == Qt::AlignRight;
+    const double room = line.width() - line.naturalTextWidth();
+    const double left = alignment == Qt::AlignHCenter               ? (isAtRight ? -room : room) / 2
+                        : alignment == Qt::AlignRight && !isAtRight ? room
+                                                                    : 0;
+    line.draw(&painter, QPointF(left, top + m_ascent - line.ascent() - line.y()));
 }
 
-void OverlayText::draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines)
+void OverlayText::draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines,
+                       double lineDistance, Qt::Alignment alignment)
 {
     const double scale = fontSize / m_font.pixelSize();
-    const double lineAdvance = m_ascent + m_descent;
+    const double lineAdvance = lineDistance > 0 ? lineDistance / scale : m_ascent + m_descent;
     painter.save();
     painter.translate(topLeft);
     painter.scale(scale, scale);
@@ -211,20 +217,20 @@ void OverlayText::draw(QPainter &painter, QPointF topLeft, double width, double 
     if (lineWidth(fontSize) <= width + widthTolerance) {
         const QTextLine line = singleLine(m_layout, std::max(width / scale, m_width));
         if (line.isValid())
-            drawLine(painter, line, 0);
+            drawLine(painter, line, 0, alignment);
     } else {
         // A further line shows that the text is longer.
         const int count = breakIntoLines(width / scale, lines + 1);
         const int whole = count > lines ? lines - 1 : count;
         for (int i = 0; i < whole; ++i)
-            drawLine(painter, m_layout.lineAt(i), i * lineAdvance);
+            drawLine(painter, m_layout.lineAt(i), i * lineAdvance, alignment);
         if (count > lines) {
             const QTextLine next = m_layout.lineAt(lines);
             QTextLayout last(
                 lastLine(m_layout.lineAt(whole).textStart(), next.textStart() + next.textLength(), width / scale),
                 m_font);
             last.setTextOption(m_layout.textOption());
-            drawLine(painter, singleLine(last, width / scale), whole * lineAdvance);
+            drawLine(painter, singleLine(last, width / scale), whole * lineAdvance, alignment);
         }
     }
     painter.restore();

@@ -32,15 +32,16 @@ public:
     /// Draws at most `lines` lines into a width with the painter's pen, the last one with an ellipsis if the
     /// text is longer. `topLeft` is the corner of the first line's capitals rather than of its box: the rectangle of a
     /// source line encloses its ink, so that the letters are drawn over those of the source. A right-to-left text is
-    /// aligned to the right.
-    void draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines);
+    /// aligned to the right unless it is centred. `lineDistance` is in points; 0 means that of the font.
+    void draw(QPainter &painter, QPointF topLeft, double width, double fontSize, int lines, double lineDistance = 0,
+              Qt::Alignment alignment = Qt::AlignLeft);
 
 private:
     int breakIntoLines(double width, int limit);
     double leastHeight(double width, double fontSize) const;
     void takeMeasures();
     QString lastLine(int firstCharacter, int endCharacter, double width) const;
-    void drawLine(QPainter &painter, const QTextLine &line, double top) const;
+    void drawLine(QPainter &painter, const QTextLine &line, double top, Qt::Alignment alignment) const;
 
     const QFont m_font;
     QTextLayout m_layout;

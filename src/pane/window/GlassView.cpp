@@ -13,7 +13,9 @@
 #include "WidgetFade.h"
 
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QPushButton>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
@@ -329,6 +331,18 @@ void GlassView::showErrorCard(const QString &title, const QString &message, cons
         button->setFocus();
     QAccessibleEvent alert(m_errorCard, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+bool GlassView::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const QString text = m_overlayView->picture().cutOffTextAt(help->pos());
+    // Rich text breaks its lines.
+    QToolTip::showText(help->globalPos(), text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s,
+                       this);
+    return true;
 }
 
 void GlassView::resizeEvent(QResizeEvent *)

@@ -92,6 +92,8 @@ public:
                        std::function<void()> action) override;
 
 protected:
+    /// Shows the whole text of an overlay that is cut off as a tool tip.
+    bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

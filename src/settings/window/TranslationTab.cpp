@@ -77,6 +77,8 @@ void TranslationTab::addOperationSection()
                        section->stored<QVariant>(settings::triggerMode));
     section->addPicker(u"點擊玻璃板"_s, {{u"單擊翻譯"_s, 0}, {u"雙擊翻譯（建議）"_s, 1}},
                        section->stored<QVariant>(settings::translationClickGesture));
+    section->addPicker(u"翻譯單位"_s, {{u"逐行"_s, 0}, {u"段落"_s, 1}},
+                       section->stored<QVariant>(settings::translationUnit));
     section->addFooter(u"自動模式會在移動或縮放後翻譯；手動模式移動只做對照，使用點擊、按鈕或快捷鍵才更新。"_s);
     addSection(section);
 }

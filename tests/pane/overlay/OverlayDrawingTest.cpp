@@ -269,6 +269,49 @@ private Q_SLOTS:
         }
     }
 
+    void aParagraphFillsItsOwnArea()
+    {
+        const QRectF source(20, 10, 300, 88); // four lines of 16 points, 24 apart
+        const OverlayLimits limits{
+            .bottom = 120, .lineHeight = 16, .lineCount = 4, .lineDistance = 24, .alignment = Qt::AlignHCenter};
+        const auto laidOut = [&](const QString &text) {
+            OverlayPicture picture;
+            picture.setOverlays({{text, source, limits}}, {.paneSize = {400, 200}, .targetLanguage = u"en"_s});
+            return std::pair(picture.overlays()[0].painter->layout(), picture.cutOffTextAt({100, 50}));
+        };
+        const auto [brief, none] = laidOut(u"Two lines, at the distance of the source's, are enough."_s);
+        QCOMPARE(brief.fontSize, 0.9 * 16);
+        QCOMPARE(std::pair(brief.lines, brief.lineDistance), std::pair(2, 24.0));
+        const auto [longer, alsoNone] = laidOut(u"Bread is mixed at ten. "_s.repeated(9));
+        QVERIFY(longer.fontSize < brief.fontSize && longer.fontSize >= 0.8 * brief.fontSize);
+        QVERIFY(longer.frame.bottom() <= source.bottom() + overlay::verticalSlack);
+        const QString endless = u"Bread is mixed at ten. "_s.repeated(60);
+        const auto [cutOff, whole] = laidOut(endless);
+        QCOMPARE(cutOff.fontSize, overlay::minimumAutomaticSize);
+        QCOMPARE(cutOff.frame.bottom(), 120.0);
+        QCOMPARE(none + alsoNone, QString());
+        QCOMPARE(whole, endless);
+
+        OverlayTypesetter typesetter(u"en"_s);
+        QImage image(400, 200, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        const QString text = u"HHHH HHHH HHHH HHHH HHHH HHHH HHHH HHHH HHHH"_s;
+        OverlayPainter(typesetter.typeset(text),
+                       *layOutParagraph(*typesetter.typeset(text), limits, source, QRectF(0, 0, 400, 200), {}))
+            .paint(painter);
+        painter.end();
+        QRect secondLine;
+        for (int y = 36; y < 46; ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) > 122)
+                    secondLine |= QRect(x, y, 1, 1);
+            }
+        }
+        QVERIFY(secondLine.width() > 20 && secondLine.width() < 250);
+        QVERIFY(std::abs(secondLine.center().x() - source.center().x()) < 3);
+    }
+
     void shadowIsSoftAndLiesBelow()
     {
         OverlayTypesetter typesetter(u"en"_s);
