@@ -168,7 +168,7 @@ struct Line
     bool hasNeighbour = false;       ///< there is text beside it on its row
     std::vector<qsizetype> pieces{}; ///< the indices of the lines that it is made of, from the left
 
-    double em() const { return rect.height(); }
+    double em() const { return std::max(1.0, rect.height()); }
 };
 
 class Paragraphs
@@ -181,6 +181,16 @@ public:
 
 private:
     using Run = std::vector<const Line *>; ///< lines of one column with one distance, from the top
+    struct Column
+    {
+        double end = 0;            ///< the greatest x that its lines may have reached, pixels
+        double width = 0;          ///< ems
+        bool isText = false;       ///< rather than a list or verse
+        bool hasMarks = false;     ///< of sentences
+        bool isCased = false;      ///< most lines begin with a letter that has a case
+        bool hasLowerCase = false; ///< of these, some with a small one
+        bool hasCode = false;
+    };
 
     void findColumns();
     double distance(const Line &upper, const Line &lower) const;
@@ -189,6 +199,8 @@ private:
     /// Whether each line but the first continues the one above it.
     std::vector<bool> continuations(const Run &run, Links kind) const;
     std::vector<bool> centredContinuations(const Run &run) const;
+    Column columnOf(const Run &run) const;
+    bool isContinuation(const Line &upper, const Line &lower, const Run &run, const Column &column) const;
     bool isAlone(const Run &run) const;
     bool isAmongCode(const Run &run) const;
     double columnEnd(const Run &run) const;
@@ -354,65 +366,67 @@ std::vector<bool> Paragraphs::continuations(const Run &run, Links kind) const
         result = centredContinuations(run);
     if (!(kind & Left) || result.back())
         return result;
-    const double end = columnEnd(run);
-    const double em = run.front()->em();
-    const double width = (end - run.back()->rect.left()) / em;
-    const double apart = distance(*run[0], *run[1]) / em;
-    if (width < narrowestColumn)
+    const Column column = columnOf(run);
+    if (column.width < narrowestColumn || column.hasCode || isAmongCode(run))
         return result;
+    for (size_t i = 1; i < run.size(); ++i)
+        result[i] = isContinuation(*run[i - 1], *run[i], run, column);
+    return result;
+}
+
+/// What the lines of a run look like together.
+Paragraphs::Column Paragraphs::columnOf(const Run &run) const
+{
+    Column column{.end = columnEnd(run)};
+    column.width = (column.end - run.back()->rect.left()) / run.front()->em();
     int full = 0;
     int open = 0; // lines that don't end a sentence
     int cased = 0;
     int lowerCase = 0;
     int code = 0;
-    bool hasMarks = false;
     for (size_t i = 0; i < run.size(); ++i) {
         const Line &line = *run[i];
         code += isCode(line.text) ? 1 : 0;
-        hasMarks = hasMarks || hasSentenceMarks(line.text);
-        if (i == 0)
+        column.hasMarks = column.hasMarks || hasSentenceMarks(line.text);
+        if (i == 0 || endsSentence(run[i - 1]->text) || hasListMark(line.text))
             continue;
-        const Line &upper = *run[i - 1];
-        const auto letter = firstLetter(line.text);
-        const bool isOpen = !endsSentence(upper.text) && !hasListMark(line.text);
         // A heading or what follows the text may be at the run's ends.
-        const bool isFullLine = isFull(upper, line, end);
+        const bool isFullLine = isFull(*run[i - 1], line, column.end);
         const bool isAtEnd = run.size() > 2 && (i == 1 || i + 1 == run.size());
-        open += isOpen && (isFullLine || !isAtEnd) ? 1 : 0;
-        full += isOpen && isFullLine ? 1 : 0;
-        if (letter && hasCase(*letter) && isOpen) {
-            ++cased;
-            lowerCase += letter->isLower() ? 1 : 0;
-        }
+        open += isFullLine || !isAtEnd ? 1 : 0;
+        full += isFullLine ? 1 : 0;
+        const auto letter = firstLetter(line.text);
+        cased += letter && hasCase(*letter) ? 1 : 0;
+        lowerCase += letter && letter->isLower() ? 1 : 0;
     }
-    const bool isCased = cased * 2 > open;
-    const bool isList = open > 0 && full < mostLines * open;
-    const bool isVerse = isCased && cased > 2 && lowerCase < fewLines * cased;
-    if (code * 4 > int(run.size()) || isAmongCode(run))
-        return result;
-    for (size_t i = 1; i < run.size(); ++i) {
-        const Line &upper = *run[i - 1];
-        const Line &lower = *run[i];
-        const double upperWidth = upper.rect.width() / em;
-        if (!isFull(upper, lower, end) || hasListMark(lower.text) || isCode(upper.text) || isCode(lower.text) ||
-            isMostlyDigits(upper.text) || isMostlyDigits(lower.text) || upper.text.endsWith(u':') ||
-            upper.text.endsWith(u'：') || (endsSentence(upper.text) && !hasSentenceMarks(lower.text)))
-            continue;
-        const bool isTable = upper.hasNeighbour && lower.hasNeighbour && width < widestCell;
-        const bool continues = beginsInLowerCase(lower.text) && upper.text.contains(u' ');
-        bool isJoined = false;
-        if (apart > wideDistance)
-            isJoined = !isList && !isVerse && width >= ordinaryColumn && (hasMarks || continues) &&
-                       (run.size() > 2 || !endsSentence(upper.text));
-        else if (run.size() > 2 && width >= ordinaryColumn)
-            isJoined = !isList && !isVerse && (hasMarks || lowerCase > 0);
-        else if (isCased)
-            isJoined = continues || (upperWidth >= wideColumn && !endsSentence(upper.text));
-        else
-            isJoined = !endsSentence(upper.text) && (hasMarks || upperWidth >= wideColumn);
-        result[i] = isJoined && !isTable;
-    }
-    return result;
+    column.isCased = cased * 2 > open;
+    column.hasLowerCase = lowerCase > 0;
+    column.hasCode = code * 4 > int(run.size());
+    const bool isList = full < mostLines * open;
+    const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased;
+    column.isText = !isList && !isVerse;
+    return column;
+}
+
+bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run &run, const Column &column) const
+{
+    const auto isNoText = [](const QString &text) { return isCode(text) || isMostlyDigits(text); };
+    const bool endsBefore = endsSentence(upper.text);
+    if (!isFull(upper, lower, column.end) || isNoText(upper.text) || isNoText(lower.text) || hasListMark(lower.text) ||
+        upper.text.endsWith(u':') || upper.text.endsWith(u'：') || (endsBefore && !hasSentenceMarks(lower.text)))
+        return false;
+    if (upper.hasNeighbour && lower.hasNeighbour && column.width < widestCell)
+        return false;
+    const bool continues = beginsInLowerCase(lower.text) && upper.text.contains(u' ');
+    const bool isLong = upper.rect.width() >= wideColumn * upper.em();
+    if (distance(*run[0], *run[1]) > wideDistance * upper.em())
+        return column.isText && column.width >= ordinaryColumn && (column.hasMarks || continues) &&
+               (run.size() > 2 || !endsBefore);
+    if (run.size() > 2 && column.width >= ordinaryColumn)
+        return column.isText && (column.hasMarks || column.hasLowerCase);
+    if (column.isCased)
+        return continues || (isLong && !endsBefore);
+    return !endsBefore && (column.hasMarks || isLong);
 }
 
 /// Whether code is right above or below a run.
