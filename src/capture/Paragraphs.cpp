@@ -69,9 +69,10 @@ bool matches(const QString &text, const QRegularExpression &expression)
 
 bool hasListMark(const QString &text)
 {
+    // Numbers are also the ideographs of one to ten.
     static const QRegularExpression mark(
-        u"^([•·‧∙▪▫◦●○■□◆◇▶►▸★☆※✓✔✗–—*+>-]\\s|[•▪◦●■◆▶►★※✓✔・]|[(（]?([0-9]{1,3}|[a-zA-Z]|[一二三四五六七八九十]{1,3})"
-        "([.．)）、:：]\\s|[)）、．])|[0-9]+(\\.[0-9]+)+\\.?\\s|[①-⑳]|第[0-9一二三四五六七八九十]+[章節节条回])"_s);
+        u"^([•·‧∙▪▫◦●○■□◆◇▶►▸★☆※✓✔✗–—*+>-]\\s|[•▪◦●■◆▶►★※✓✔・①-⑳]|[0-9]+(\\.[0-9]+)+\\.?\\s|[(（]?([0-9]{1,3}|[a-zA-Z]|"
+        "[\\x{4e00}\\x{4e03}\\x{4e09}\\x{4e5d}\\x{4e8c}\\x{4e94}\\x{516b}\\x{516d}\\x{5341}\\x{56db}]{1,3})([.．)）、:：]\\s|[)）、．]))"_s);
     return matches(text, mark);
 }
 
@@ -85,7 +86,7 @@ bool endsSentence(const QString &text)
 /// Marks that sentences have and labels don't.
 bool hasSentenceMarks(const QString &text)
 {
-    static const QRegularExpression mark(u"[，。！？；、]|[,.;!?]['\"”’)]*\\s|[^.][.!?]$|,$"_s);
+    static const QRegularExpression mark(u"[，。！？；、]|,(\\s|$)|[^.][.;!?]['\"”’)]*(\\s|$)"_s);
     return matches(text, mark);
 }
 
