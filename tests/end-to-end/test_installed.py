@@ -19,6 +19,7 @@ from screen import Screen, eventually  # which reads LUCENTRA
 ICON = "com.tarnby.lucentra"
 FILES = {
     "bin/lucentra",
+    "share/applications/com.tarnby.lucentra.capture.desktop",
     "share/applications/com.tarnby.lucentra.desktop",
     "share/bash-completion/completions/lucentra",
     "share/dbus-1/services/com.tarnby.lucentra.service",

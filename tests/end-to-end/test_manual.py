@@ -60,7 +60,7 @@ class TypedText(OnADisplay):
         self.screen.lucentra("languages")  # waits until the phrases of the installed programs are known
         self.start()
         self.screen.type("the quiet keeper of an unknown tower")
-        hint = "No program on this computer has a translation of this text."
+        hint = "This computer has no model for this text yet."
 
         def is_noted() -> bool:
             self.screen.do("key alt+Return")  # once more: with many programs installed, their phrases take a while
