@@ -8,7 +8,7 @@ namespace lucentra {
 
 namespace {
 
-const QString label = u"Claude"_s;
+const QString claudeLabel = u"Claude"_s;
 
 ServiceRequest anthropicRequest(const ServiceHosts &hosts, const EngineRequest &request, const ModelMessage &message)
 {
@@ -22,7 +22,7 @@ ServiceRequest anthropicRequest(const ServiceHosts &hosts, const EngineRequest &
                            {u"system"_s, message.instruction},
                            {u"messages"_s, QJsonArray{user}}};
     return jsonRequest(*url, {{"x-api-key", request.key.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body,
-                       label, {request.key});
+                       claudeLabel, {request.key});
 }
 
 } // namespace
@@ -33,7 +33,7 @@ QString anthropicAnswer(const QByteArray &body)
     const QJsonValue content = document ? (*document)["content"_L1] : QJsonValue();
     const QJsonValue text = firstOfType(content, u"text"_s)["text"_L1];
     if (!text.isString())
-        throw TranslationProviderError::invalidResponse(label);
+        throw TranslationProviderError::invalidResponse(claudeLabel);
     return text.toString();
 }
 

@@ -12,7 +12,7 @@ namespace lucentra {
 
 namespace {
 
-const QString label = u"相容 API"_s;
+const QString compatibleLabel = u"相容 API"_s;
 
 /// The key, and what the address itself may hold of that kind.
 QStringList secretsOf(const EngineRequest &request)
@@ -58,7 +58,7 @@ ServiceRequest compatibleRequest(const EngineRequest &request, const ModelMessag
     if (message.isStructured)
         body.insert(u"response_format"_s, QJsonObject{{u"type"_s, u"json_object"_s}});
     return jsonRequest(chatCompletionsURL(request.baseUrl), {{"Authorization", "Bearer " + request.key.toUtf8()}},
-                       body, label, secretsOf(request));
+                       body, compatibleLabel, secretsOf(request));
 }
 
 } // namespace
@@ -68,7 +68,7 @@ QString compatibleAnswer(const QByteArray &body)
     const auto document = parseJson(body);
     const QJsonValue text = document ? (*document)["choices"_L1][0]["message"_L1]["content"_L1] : QJsonValue();
     if (!text.isString())
-        throw TranslationProviderError::invalidResponse(label);
+        throw TranslationProviderError::invalidResponse(compatibleLabel);
     return text.toString();
 }
 

@@ -9,9 +9,9 @@ namespace lucentra {
 
 namespace {
 
-const QString provider = u"DeepL"_s;
+const QString deepLProvider = u"DeepL"_s;
 /// The service's limits per request; the whole body may have 128 KiB.
-constexpr ChunkLimit chunkLimit{.texts = 50, .bytes = 120'000};
+constexpr ChunkLimit deepLLimit{.texts = 50, .bytes = 120'000};
 
 ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &key,
                             const QString &target)
@@ -23,7 +23,7 @@ ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts,
                            {u"target_lang"_s, deepLLanguageCode(target)},
                            {u"preserve_formatting"_s, true},
                            {u"model_type"_s, u"prefer_quality_optimized"_s}};
-    return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, provider, {key});
+    return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, deepLProvider, {key});
 }
 
 } // namespace
@@ -33,7 +33,7 @@ QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
     const auto document = parseJson(body);
     const QJsonValue translations = document ? (*document)["translations"_L1] : QJsonValue();
     if (!translations.isArray() || translations.toArray().size() != sources.size())
-        throw TranslationProviderError::invalidResponse(provider);
+        throw TranslationProviderError::invalidResponse(deepLProvider);
     QStringList texts;
     for (qsizetype i = 0; i < sources.size(); ++i)
         texts.append(translations[i]["text"_L1].toString(sources[i]));
@@ -42,7 +42,7 @@ QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
 
 QStringList translateWithDeepL(const TranslationServices &services, const EngineRequest &request)
 {
-    QList<QStringList> chunks = chunksOf(request.texts, chunkLimit);
+    QList<QStringList> chunks = chunksOf(request.texts, deepLLimit);
     if (chunks.isEmpty())
         chunks.append(QStringList()); // the service is asked all the same
     QStringList translations;

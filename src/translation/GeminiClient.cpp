@@ -11,12 +11,12 @@ namespace lucentra {
 
 namespace {
 
-constexpr std::chrono::seconds requestTimeout{30};
-const QString label = u"Gemini"_s;
+constexpr std::chrono::seconds geminiTimeout{30};
+const QString geminiLabel = u"Gemini"_s;
 
 ProviderFailure geminiFailure(const QString &description)
 {
-    return {label, -1, description};
+    return {geminiLabel, -1, description};
 }
 
 QString errorMessage(const HttpResponse &response, const QString &key, const LocalizationManager &texts)
@@ -44,7 +44,7 @@ std::optional<ServiceRequest> geminiRequest(const ServiceHosts &hosts, const QSt
     const QJsonObject body{{u"system_instruction"_s, parts(message.instruction)},
                            {u"contents"_s, QJsonArray{parts(message.userText)}},
                            {u"generationConfig"_s, generationConfig(message.isStructured)}};
-    return jsonRequest(*url, {}, jsonBytes(body), requestTimeout, label, {key});
+    return jsonRequest(*url, {}, jsonBytes(body), geminiTimeout, geminiLabel, {key});
 }
 
 QStringList translateBatch(const TranslationServices &services, const QString &key, const QStringList &blocks,
@@ -60,7 +60,7 @@ QStringList translateBatch(const TranslationServices &services, const QString &k
         throw geminiFailure(u"Request prepare error"_s);
     const HttpResponse response = services.send(request->http);
     if (!isSuccess(response))
-        throw TranslationProviderError::requestFailed(label, response.status,
+        throw TranslationProviderError::requestFailed(geminiLabel, response.status,
                                                       errorMessage(response, key, services.texts));
     const auto output = geminiAnswer(response.body);
     if (!output)

@@ -10,9 +10,9 @@ namespace lucentra {
 namespace {
 
 /// The service takes 50,000 characters per request; counting bytes stays below that.
-constexpr ChunkLimit chunkLimit{.texts = 100, .bytes = 50'000};
-constexpr std::chrono::seconds requestTimeout{20};
-const QString provider = u"Microsoft Translator"_s;
+constexpr ChunkLimit microsoftLimit{.texts = 100, .bytes = 50'000};
+constexpr std::chrono::seconds microsoftTimeout{20};
+const QString microsoftProvider = u"Microsoft Translator"_s;
 
 ServiceRequest microsoftRequest(const ServiceHosts &hosts, const QStringList &texts, const EngineRequest &request)
 {
@@ -25,7 +25,7 @@ ServiceRequest microsoftRequest(const ServiceHosts &hosts, const QStringList &te
         body.append(QJsonObject{{u"text"_s, text}});
     const Headers headers{{"Ocp-Apim-Subscription-Key", request.key.toUtf8()},
                           {"Ocp-Apim-Subscription-Region", request.region.toUtf8()}};
-    return jsonRequest(*url, headers, jsonBytes(body), requestTimeout, provider, {request.key});
+    return jsonRequest(*url, headers, jsonBytes(body), microsoftTimeout, microsoftProvider, {request.key});
 }
 
 } // namespace
@@ -34,12 +34,12 @@ QStringList microsoftAnswer(const QByteArray &body, qsizetype count)
 {
     const auto document = parseJson(body);
     if (!document || !document->isArray() || document->array().size() != count)
-        throw TranslationProviderError::invalidResponse(provider);
+        throw TranslationProviderError::invalidResponse(microsoftProvider);
     QStringList texts;
     for (const QJsonValue element : document->array()) {
         const QJsonValue text = element["translations"_L1][0]["text"_L1];
         if (!text.isString())
-            throw TranslationProviderError::invalidResponse(provider);
+            throw TranslationProviderError::invalidResponse(microsoftProvider);
         texts.append(text.toString());
     }
     return texts;
@@ -48,7 +48,7 @@ QStringList microsoftAnswer(const QByteArray &body, qsizetype count)
 QStringList translateWithMicrosoft(const TranslationServices &services, const EngineRequest &request)
 {
     QStringList translations;
-    for (const QStringList &chunk : chunksOf(request.texts, chunkLimit))
+    for (const QStringList &chunk : chunksOf(request.texts, microsoftLimit))
         translations += microsoftAnswer(postJSON(services, microsoftRequest(services.hosts, chunk, request)),
                                         chunk.size());
     return translations;

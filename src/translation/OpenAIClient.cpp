@@ -8,7 +8,7 @@ namespace lucentra {
 
 namespace {
 
-const QString label = u"OpenAI"_s;
+const QString openAILabel = u"OpenAI"_s;
 
 /// {"translations": [{"id": integer, "text": string}, …]} and nothing else.
 QJsonObject translationSchema()
@@ -43,7 +43,7 @@ ServiceRequest openAIRequest(const ServiceHosts &hosts, const EngineRequest &req
                                  {u"schema"_s, translationSchema()}};
         body.insert(u"text"_s, QJsonObject{{u"format"_s, format}});
     }
-    return jsonRequest(*url, {{"Authorization", "Bearer " + request.key.toUtf8()}}, body, label, {request.key});
+    return jsonRequest(*url, {{"Authorization", "Bearer " + request.key.toUtf8()}}, body, openAILabel, {request.key});
 }
 
 } // namespace
@@ -57,7 +57,7 @@ QString openAIAnswer(const QByteArray &body)
         if (text.isString())
             return text.toString();
     }
-    throw TranslationProviderError::invalidResponse(label);
+    throw TranslationProviderError::invalidResponse(openAILabel);
 }
 
 QString sendOpenAI(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message)

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int animationMilliseconds = 150;
 constexpr int outerMargin = 12;
-constexpr int cornerRadius = 10;
+constexpr int bannerRadius = 10;
 
 } // namespace
 
@@ -91,9 +91,9 @@ void UndoBanner::paintEvent(QPaintEvent *)
     painter.setPen(Qt::NoPen);
     const QRectF area = QRectF(rect()).adjusted(outerMargin, outerMargin / 2.0, -outerMargin, -outerMargin);
     painter.setBrush(palette().base());
-    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(area, bannerRadius, bannerRadius);
     painter.setBrush(tint);
-    painter.drawRoundedRect(area, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(area, bannerRadius, bannerRadius);
 }
 
 } // namespace lucentra

@@ -21,7 +21,7 @@ namespace lucentra {
 
 namespace {
 
-constexpr int shadowRoom = 36;
+constexpr int cardShadowRoom = 36;
 constexpr double cornerRadius = 14;
 constexpr int titlePixels = 15;
 constexpr int messagePixels = 13;
@@ -199,13 +199,13 @@ void GlassErrorCard::placeOn(QSize pane)
     const int centred = (pane.height() - height) / 2 + belowCenter;
     const int top = std::max(distanceFromTop, std::min(centred, pane.height() - distanceFromBottom - height));
     setGeometry(QRect((pane.width() - width) / 2, top, width, height)
-                    .adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom));
+                    .adjusted(-cardShadowRoom, -cardShadowRoom, cardShadowRoom, cardShadowRoom));
     update();
 }
 
 QRect GlassErrorCard::cardRect() const
 {
-    return geometry().adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+    return geometry().adjusted(cardShadowRoom, cardShadowRoom, -cardShadowRoom, -cardShadowRoom);
 }
 
 int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
@@ -215,7 +215,7 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
     const bool isBeneath = m_button && !form.hasButtonBeside;
     const int inner = width - 2 * form.padding;
     const int textWidth = inner - (isBeside ? button.width() + form.padding : 0);
-    const QPoint corner(shadowRoom + form.padding, shadowRoom + form.padding);
+    const QPoint corner(cardShadowRoom + form.padding, cardShadowRoom + form.padding);
     m_symbolCorner = corner + QPoint(0, 1);
     const QPoint titleCorner = corner + QPoint(symbolSide + symbolGap, 0);
     const int titleWidth = textWidth - symbolSide - symbolGap;
@@ -237,8 +237,8 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
     const int height = around + messageHeight;
     if (m_button) {
         const QPoint place = isBeside
-                                 ? QPoint(corner.x() + inner - button.width(), shadowRoom + (height - buttonHeight) / 2)
-                                 : QPoint(corner.x(), shadowRoom + height - form.padding - buttonHeight);
+                                 ? QPoint(corner.x() + inner - button.width(), cardShadowRoom + (height - buttonHeight) / 2)
+                                 : QPoint(corner.x(), cardShadowRoom + height - form.padding - buttonHeight);
         m_button->setGeometry(QRect(place, button).adjusted(-ringRoom, -ringRoom, ringRoom, ringRoom));
     }
     return height;
@@ -246,7 +246,7 @@ int GlassErrorCard::layOut(int width, int greatestHeight, Form form)
 
 void GlassErrorCard::paintEvent(QPaintEvent *)
 {
-    const QRectF card = rect().adjusted(shadowRoom, shadowRoom, -shadowRoom, -shadowRoom);
+    const QRectF card = rect().adjusted(cardShadowRoom, cardShadowRoom, -cardShadowRoom, -cardShadowRoom);
     if (m_shadow.size() != (QSizeF(size()) * devicePixelRatioF()).toSize()) {
         m_shadow = cardShadow.under(size(), devicePixelRatioF(), [&](QPainter &painter) {
             painter.setRenderHint(QPainter::Antialiasing);

@@ -18,7 +18,7 @@ namespace {
 constexpr int fontPixels = 18;
 constexpr int sidePadding = 24;
 constexpr int verticalPadding = 12;
-constexpr int shadowRoom = 10;
+constexpr int hintShadowRoom = 10;
 constexpr int leastFontPixels = 12;
 /// Kept free at the pane's upper and lower edge.
 constexpr int roomForButtons = 28;
@@ -70,7 +70,7 @@ void HintLabel::fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type e
 void HintLabel::paintText(QPainter &painter)
 {
     const Setting shown = setting();
-    const QRect place = shown.rect.adjusted(-shadowRoom, -shadowRoom, shadowRoom, shadowRoom);
+    const QRect place = shown.rect.adjusted(-hintShadowRoom, -hintShadowRoom, hintShadowRoom, hintShadowRoom);
     if (m_picture.size() != (QSizeF(place.size()) * devicePixelRatioF()).toSize()) {
         m_picture = textShadow.under(place.size(), devicePixelRatioF(), [&](QPainter &onPicture) {
             onPicture.setFont(shown.font);

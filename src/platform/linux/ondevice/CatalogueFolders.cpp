@@ -20,8 +20,6 @@ namespace lucentra {
 
 namespace {
 
-/// Far larger than real catalogues. Larger files aren't opened.
-constexpr qint64 largestFile = 32 << 20;
 /// The names of rare languages and regions are spelled like everyday words.
 constexpr std::array leftOut{"iso_639-3"_L1,  "iso_639_3"_L1,  "iso_639-5"_L1, "iso_639_5"_L1,
                              "iso_3166-2"_L1, "iso_3166_2"_L1, "iso_15924"_L1};
@@ -138,7 +136,7 @@ private:
         const QString flatpak = flatpakOf(info.path());
         const QString family = isOffice ? u"libreoffice"_s : flatpak.isEmpty() ? familyOf(program) : flatpak;
         const bool isLeftOut = std::any_of(leftOut.begin(), leftOut.end(), [&](auto name) { return domain == name; });
-        if (!isLeftOut && info.size() <= largestFile && m_found.size() < mostFiles)
+        if (!isLeftOut && info.size() <= largestCatalogue && m_found.size() < mostFiles)
             m_found.push_back({.file = {.path = info.filePath(), .family = family, .language = language, .isQt = isQt},
                                .size = info.size(),
                                .changed = info.lastModified().toMSecsSinceEpoch()});

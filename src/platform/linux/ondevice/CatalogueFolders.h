@@ -28,6 +28,9 @@ struct CatalogueSurvey
     QString packageLists; ///< as in `CatalogueFolders`
 };
 
+/// Bytes; far larger than real catalogues. Larger files aren't opened.
+constexpr qint64 largestCatalogue = 32 << 20;
+
 /// Where catalogues are kept.
 struct CatalogueFolders
 {

@@ -23,7 +23,6 @@ namespace {
 
 /// For languages that are only translated from, texts of buttons, menus and labels suffice.
 constexpr qsizetype longestForeign = 60;
-constexpr qint64 largestFile = 32 << 20;
 /// Ten times as many as on a computer with many programs; limits the cost of hostile catalogues.
 constexpr qsizetype mostBytes = 256 << 20;
 constexpr size_t mostSources = 2'000'000;
@@ -39,11 +38,6 @@ constexpr int longForAWord = 9;
 constexpr size_t mostWaysBack = 100;
 /// The weight of a family's vote. If it has several translations, each gets a part of it.
 constexpr int wholeVoice = 60;
-
-bool hasLetter(const QString &text)
-{
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
-}
 
 bool hasDenseScript(const QString &text)
 {
@@ -76,7 +70,7 @@ bool readFile(const QString &path, QByteArray &bytes)
         return false;
     struct stat info;
     bytes.resize(0);
-    if (::fstat(file, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= largestFile) {
+    if (::fstat(file, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= largestCatalogue) {
         bytes.resize(info.st_size);
         qsizetype count = 0;
         while (count < bytes.size()) {

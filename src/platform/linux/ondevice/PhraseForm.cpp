@@ -256,6 +256,11 @@ ScreenPhrase screenPhrase(const QString &line)
     return phrase;
 }
 
+bool hasLetter(QStringView text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+}
+
 QString phraseKey(const QString &text)
 {
     const bool isDense = std::any_of(text.begin(), text.end(), [](QChar c) { return isDenseScript(c.unicode()); });

@@ -59,6 +59,9 @@ ScreenPhrase screenPhrase(const QString &line);
 /// white space in a text of ideographs, kana or hangul.
 QString phraseKey(const QString &text);
 
+/// Whether there is anything to translate in a text.
+bool hasLetter(QStringView text);
+
 /// The text with the values in its slots.
 QString fillSlots(const QString &text, const QStringList &values);
 

@@ -51,11 +51,6 @@ double confidence(const PhraseMatch &match)
     return (1 - std::pow(0.5, match.votes)) * match.votes / std::max(1, match.voters);
 }
 
-bool hasLetter(QStringView text)
-{
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
-}
-
 qsizetype wordCount(QStringView text)
 {
     return std::count(text.begin(), text.end(), u' ') + 1;
