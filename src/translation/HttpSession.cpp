@@ -80,6 +80,14 @@ bool isSameOrigin(const QByteArray &one, const QByteArray &other)
            part(first, CURLUPART_PORT) == part(second, CURLUPART_PORT);
 }
 
+/// Whether nobody on the network can read a request that is sent on from one URL to the other, either. A server elsewhere
+/// may not send it on to this computer.
+bool isAsProtected(const QByteArray &from, const QByteArray &to)
+{
+    const QUrl target = QUrl::fromEncoded(to, QUrl::StrictMode);
+    return isProtected(target) && (target.scheme() == u"https" || from.startsWith("http:"));
+}
+
 /// A control character would end the header and start another.
 bool holdsControlCharacter(const QByteArray &text)
 {
@@ -357,7 +365,8 @@ bool HttpExchange::followRedirect()
     curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
     curl_easy_getinfo(handle(), CURLINFO_REDIRECT_URL, &location);
     const QByteArray target(location);
-    if (status / 100 != 3 || !isSameOrigin(m_url, target) || !wireUrl(target) || m_redirectsLeft == 0)
+    const bool mayFollow = isSameOrigin(m_url, target) || (m_request.mayChangeHost && isAsProtected(m_url, target));
+    if (status / 100 != 3 || !mayFollow || !wireUrl(target) || m_redirectsLeft == 0)
         return false;
     --m_redirectsLeft;
     m_body.clear();

@@ -25,6 +25,9 @@ struct HttpRequest
     QList<std::pair<QByteArray, QByteArray>> headers; ///< sent in this order; an empty value is sent as an empty header
     QByteArray body;                                  ///< sent if the method isn't GET
     std::chrono::milliseconds timeout{45'000};        ///< for the whole exchange including look-ups and redirects
+    /// Whether redirects to other hosts are followed, too: to protected ones only, and from https only to https. For
+    /// requests without a secret.
+    bool mayChangeHost = false;
 
     bool operator==(const HttpRequest &) const = default;
 };
@@ -69,8 +72,9 @@ private:
 
 /// Blocking HTTP requests. Any number of threads concurrently; none waits for another.
 ///
-/// Connections and TLS sessions are reused. TLS is always verified. Only redirects within the same origin (scheme, host
-/// and port) are followed; others are returned as answers. Uses the desktop's proxies, except for loopback addresses.
+/// Connections and TLS sessions are reused. TLS is always verified. Redirects are followed within the same origin (scheme,
+/// host and port), unless the request allows more; others are returned as answers. Uses the desktop's proxies, except for
+/// loopback addresses.
 class HttpSession
 {
 public:

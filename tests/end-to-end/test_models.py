@@ -73,7 +73,10 @@ class Commands(Models):
         self.models("install", "en-ja")
         self.expect_content("en-ja")
         self.assertRegex(self.models(), r"en-ja +1 MB  2\.1 base\n")
+        kept = (self.folder / "en-ja").rename(self.session.home / "kept")
+        (self.folder / "en-ja").symlink_to(kept)
         self.models("remove", "en-ja")
+        self.assertEqual(len(list(kept.iterdir())), 4)  # of a link, only the link is removed
         self.assertEqual(self.installed(), {"ko-en", "en-zh"})
         self.assertIn("isn't installed", self.models("remove", "en-ja", fails=True))
         self.assertIn("no translation model", self.models("install", "en-ko", fails=True))

@@ -133,18 +133,21 @@ private Q_SLOTS:
     void redirectsStayWithinTheOrigin_data()
     {
         // method: of the second request; empty where none follows
-        columns<int, QByteArray, QByteArray>("status", "location", "method");
+        columns<int, QByteArray, QByteArray, bool>("status", "location", "method", "mayChangeHost");
+        const QByteArray elsewhere = m_server.origin("localhost") + "/there?x=1";
         const QByteArray origin = m_server.origin();
-        QTest::newRow("relative, method kept") << 307 << QByteArray("/there?x=1") << QByteArray("POST");
-        QTest::newRow("absolute, method kept") << 308 << origin + "/there?x=1" << QByteArray("POST");
-        QTest::newRow("found becomes a GET") << 302 << QByteArray("/there?x=1") << QByteArray("GET");
-        QTest::newRow("another host") << 307 << m_server.origin("localhost") + "/there?x=1" << QByteArray();
-        QTest::newRow("another port") << 307 << QByteArray("http://127.0.0.1:1/there") << QByteArray();
+        QTest::newRow("relative, method kept") << 307 << QByteArray("/there?x=1") << QByteArray("POST") << false;
+        QTest::newRow("absolute, method kept") << 308 << origin + "/there?x=1" << QByteArray("POST") << false;
+        QTest::newRow("found becomes a GET") << 302 << QByteArray("/there?x=1") << QByteArray("GET") << false;
+        QTest::newRow("another host") << 307 << elsewhere << QByteArray() << false;
+        QTest::newRow("another port") << 307 << QByteArray("http://127.0.0.1:1/there") << QByteArray() << false;
         QTest::newRow("another scheme") << 307 << "https://127.0.0.1:" + QByteArray::number(m_server.port()) + "/there"
-                                        << QByteArray();
-        QTest::newRow("a file") << 302 << QByteArray("file:///etc/passwd") << QByteArray();
-        QTest::newRow("nowhere") << 302 << QByteArray() << QByteArray();
-        QTest::newRow("a circle") << 307 << QByteArray("/here") << QByteArray();
+                                        << QByteArray() << false;
+        QTest::newRow("a file") << 302 << QByteArray("file:///etc/passwd") << QByteArray() << false;
+        QTest::newRow("nowhere") << 302 << QByteArray() << QByteArray() << false;
+        QTest::newRow("another host that may be") << 307 << elsewhere << QByteArray("POST") << true;
+        QTest::newRow("an unprotected host") << 307 << QByteArray("http://192.0.2.1/there") << QByteArray() << true;
+        QTest::newRow("a circle") << 307 << QByteArray("/here") << QByteArray() << false;
     }
 
     void redirectsStayWithinTheOrigin()
@@ -152,6 +155,7 @@ private Q_SLOTS:
         QFETCH(int, status);
         QFETCH(QByteArray, location);
         QFETCH(QByteArray, method);
+        QFETCH(bool, mayChangeHost);
         m_server.respondWith([&](const ReceivedRequest &request) {
             return request.target == "/here" ? QueuedAnswer::reply(status, "moved", {{"Location", location}})
                                              : QueuedAnswer::reply(200, "there");
@@ -159,7 +163,8 @@ private Q_SLOTS:
         const HttpResponse response = m_session.send({.method = "POST",
                                                       .url = m_server.origin() + "/here",
                                                       .headers = {{"Content-Type", "text/plain"}, {"X-Key", "k"}},
-                                                      .body = "text"});
+                                                      .body = "text",
+                                                      .mayChangeHost = mayChangeHost});
         const auto requests = m_server.requests();
         if (method.isEmpty()) {
             QCOMPARE(requests.size(), location == "/here" ? 1 + HttpSession::mostRedirects : 1);
@@ -199,7 +204,9 @@ private Q_SLOTS:
                                        {{"Location", "http://127.0.0.1:" + QByteArray::number(server.port())}});
         });
         const HttpSession session({.certificateFile = certificateFile(u"authority.pem"_s), .proxies = {}});
-        const auto status = [&] { return session.send(get(server.origin() + "/")).status; };
+        HttpRequest request = get(server.origin() + "/");
+        request.mayChangeHost = true; // which is no reason to give up https
+        const auto status = [&] { return session.send(request).status; };
         QCOMPARE(status(), 302);
         QCOMPARE(std::async(std::launch::async, status).get(), 302);
         QCOMPARE(server.connectionCount(), 1);

@@ -22,6 +22,8 @@ using Kind = ModelProblem::Kind;
 constexpr int statusWhole = 200;
 constexpr int statusPart = 206;
 constexpr int statusNoSuchPart = 416;
+/// In bytes, of what a server says to people instead of sending the file.
+constexpr qsizetype longestExplanation = 1 << 20;
 
 ModelProblem problemOf(const QFile &file, qint64 needed)
 {
@@ -72,9 +74,14 @@ ModelResult<void> fetchPacked(const ModelFile &file, const QByteArray &url, cons
     packed.seek(offset);
     std::optional<ModelProblem> failed;
     bool isRestarted = false;
+    qsizetype explained = 0;
     const auto take = [&](int status, QByteArrayView piece) {
-        if (status != statusWhole && status != statusPart)
-            return true; // an explanation for people
+        if (status != statusWhole && status != statusPart) {
+            explained += piece.size();
+            if (explained > longestExplanation)
+                failed = ModelProblem{.kind = Kind::Refused, .text = {}, .number = status};
+            return !failed;
+        }
         if (status == statusWhole && offset > 0 && !std::exchange(isRestarted, true)) {
             packed.resize(0);
             packed.seek(0);

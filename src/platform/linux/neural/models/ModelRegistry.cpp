@@ -16,7 +16,7 @@ namespace lucentra {
 namespace {
 
 constexpr qsizetype mostRecords = 50'000;
-constexpr qint64 largestFile = qint64(1) << 30;
+constexpr qint64 largestFile = 256 << 20; ///< four times what models have
 
 enum class Channel { Nightly, Beta, Release };
 
@@ -99,10 +99,10 @@ struct Candidate
     }
 };
 
-/// Whether the name is the one that an installed file of the kind has.
+/// Whether the name is one that an installed file of the kind has.
 bool isNameOfKind(const QString &name, const QString &kind)
 {
-    return name.startsWith(kind + u'.') && name.endsWith(kind.endsWith(u"vocab") ? ".spm"_L1 : ".bin"_L1);
+    return matches(name, kind + (kind.endsWith(u"vocab") ? u"\\..+\\.spm"_s : u"\\..+\\.bin"_s));
 }
 
 } // namespace

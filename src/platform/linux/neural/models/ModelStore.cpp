@@ -55,6 +55,12 @@ QString editionIn(const QString &folder)
     return json ? json->object()[u"edition"_s].toString() : QString();
 }
 
+/// Of a link to a folder, only the link is removed.
+bool removeFolder(const QString &folder)
+{
+    return QFileInfo(folder).isSymLink() ? QFile::remove(folder) : QDir(folder).removeRecursively();
+}
+
 /// Gives a folder another folder's name, whose own content is removed.
 bool replaceFolder(const QString &folder, const QString &target)
 {
@@ -64,8 +70,8 @@ bool replaceFolder(const QString &folder, const QString &target)
         return true;
     // The old one is complete until the new one has its place.
     if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_EXCHANGE) == 0)
-        return QDir(folder).removeRecursively();
-    return QDir(target).removeRecursively() && ::rename(from.constData(), to.constData()) == 0;
+        return removeFolder(folder);
+    return removeFolder(target) && ::rename(from.constData(), to.constData()) == 0;
 }
 
 } // namespace
@@ -106,13 +112,15 @@ QList<StoredModel> ModelStore::stored()
 ModelResult<QList<OfferedModel>> ModelStore::offered(const std::function<bool()> &isWanted)
 {
     QByteArray list;
-    const auto take = [&list](int status, QByteArrayView piece) {
+    qsizetype size = 0; // with what else the server says
+    const auto take = [&](int status, QByteArrayView piece) {
         if (status == 200)
             list.append(piece);
-        return list.size() <= largestList;
+        size += piece.size();
+        return size <= largestList;
     };
     const auto status = m_fetch(m_addresses().registry, 0, take, isWanted);
-    if (list.size() > largestList)
+    if (size > largestList)
         return problem(Kind::InvalidList);
     if (!status)
         return tl::unexpected(status.error());
@@ -206,7 +214,7 @@ ModelResult<void> ModelStore::remove(const LanguagePair &pair)
     // Under another name first, so that half of it is never taken for a model.
     if (QFileInfo(folder).isDir() && !replaceFolder(folder, unfinished))
         return problem(Kind::NotWritten, qt_error_string());
-    if (!QDir(unfinished).removeRecursively())
+    if (!removeFolder(unfinished))
         return problem(Kind::NotWritten, qt_error_string());
     return {};
 }
