@@ -792,6 +792,10 @@
         <translation>Fetching the list of models…</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文…</source>
+        <translation>Collecting the translations on this computer…</translation>
+    </message>
+    <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
         <translation>The translations on this computer are still being collected. Try again in a moment.</translation>
     </message>
@@ -1032,6 +1036,10 @@
         <translation>Traditional Chinese</translation>
     </message>
     <message>
+        <source>繁體中文由 %@ 與簡體中文互相轉換。</source>
+        <translation>Traditional Chinese is converted from and into Simplified Chinese by %@.</translation>
+    </message>
+    <message>
         <source>繼續下載 %@</source>
         <translation>Continue %@</translation>
     </message>
@@ -1270,6 +1278,10 @@
     <message>
         <source>逐行</source>
         <translation>line by line</translation>
+    </message>
+    <message>
+        <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
+        <translation>These translation models can't be used; their files may be damaged: %@. Remove them and download them again.</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

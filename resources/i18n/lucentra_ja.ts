@@ -792,6 +792,10 @@
         <translation>モデルの一覧を取得しています…</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文…</source>
+        <translation>このコンピューターの訳文を集めています…</translation>
+    </message>
+    <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
         <translation>このコンピューターにある訳文を集めています。少し待ってからもう一度お試しください。</translation>
     </message>
@@ -1032,6 +1036,10 @@
         <translation>繁体字中国語</translation>
     </message>
     <message>
+        <source>繁體中文由 %@ 與簡體中文互相轉換。</source>
+        <translation>繁体字中国語は %@ で簡体字中国語と相互に変換します。</translation>
+    </message>
+    <message>
         <source>繼續下載 %@</source>
         <translation>%@ の続きをダウンロード</translation>
     </message>
@@ -1270,6 +1278,10 @@
     <message>
         <source>逐行</source>
         <translation>行ごと</translation>
+    </message>
+    <message>
+        <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
+        <translation>これらの翻訳モデルは使えません。ファイルが壊れている可能性があります：%@。削除してからもう一度ダウンロードしてください。</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

@@ -792,6 +792,10 @@
         <translation>모델 목록을 가져오는 중…</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文…</source>
+        <translation>이 컴퓨터에 있는 번역을 모으는 중…</translation>
+    </message>
+    <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
         <translation>이 컴퓨터에 있는 번역문을 모으는 중입니다. 잠시 후 다시 시도하세요.</translation>
     </message>
@@ -1032,6 +1036,10 @@
         <translation>중국어(번체)</translation>
     </message>
     <message>
+        <source>繁體中文由 %@ 與簡體中文互相轉換。</source>
+        <translation>중국어 번체는 %@(으)로 간체와 서로 변환합니다.</translation>
+    </message>
+    <message>
         <source>繼續下載 %@</source>
         <translation>%@ 이어받기</translation>
     </message>
@@ -1270,6 +1278,10 @@
     <message>
         <source>逐行</source>
         <translation>한 줄씩</translation>
+    </message>
+    <message>
+        <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
+        <translation>이 번역 모델을 사용할 수 없습니다. 파일이 손상되었을 수 있습니다: %@. 제거한 뒤 다시 다운로드하세요.</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

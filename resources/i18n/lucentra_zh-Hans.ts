@@ -792,6 +792,10 @@
         <translation>正在获取模型列表…</translation>
     </message>
     <message>
+        <source>正在收集這部電腦上的譯文…</source>
+        <translation>正在收集这台电脑上的译文…</translation>
+    </message>
+    <message>
         <source>正在收集這部電腦上的譯文，請稍後再試。</source>
         <translation>正在收集这台电脑上的译文，请稍后再试。</translation>
     </message>
@@ -1032,6 +1036,10 @@
         <translation>繁体中文</translation>
     </message>
     <message>
+        <source>繁體中文由 %@ 與簡體中文互相轉換。</source>
+        <translation>繁体中文由 %@ 与简体中文互相转换。</translation>
+    </message>
+    <message>
         <source>繼續下載 %@</source>
         <translation>继续下载 %@</translation>
     </message>
@@ -1270,6 +1278,10 @@
     <message>
         <source>逐行</source>
         <translation>逐行</translation>
+    </message>
+    <message>
+        <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
+        <translation>这些翻译模型无法使用，文件可能已损坏：%@。请移除后重新下载。</translation>
     </message>
     <message>
         <source>這個 X 伺服器缺少擷取畫面所需的功能：%@</source>

@@ -3,12 +3,18 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "Services.h"
+#include "Settings.h"
+#include "TranslationEngine.h"
 #include "Version.h"
 
 #include <QGuiApplication>
 
+#include <condition_variable>
 #include <cstdio>
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
 
 #include <unistd.h>
 
@@ -87,6 +93,34 @@ QStringList argumentsAfterName(int argc, char *argv[])
     return arguments;
 }
 
+/// Says what a command waits for if that takes long.
+class WaitingNotice
+{
+public:
+    WaitingNotice(Services &services, std::chrono::milliseconds delay)
+        : m_thread([this, &services, delay](const std::stop_token &stop) {
+            std::unique_lock lock(m_mutex);
+            m_ended.wait_for(lock, stop, delay, [] { return false; });
+            if (!stop.stop_requested() && services.isCollectingPhrases())
+                printMessage(services.texts().localized(u"正在收集這部電腦上的譯文…"_s));
+        })
+    {
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable_any m_ended;
+    std::jthread m_thread; ///< last, so that it ends first
+};
+
+bool mayWaitForPhrases(const Invocation &invocation, Services &services)
+{
+    const bool usesEngine = invocation.command == Command::Text || invocation.command == Command::Image ||
+                            invocation.command == Command::TestConnection;
+    const qint64 engine = invocation.engine ? *invocation.engine : services.settings().read(settings::translationEngine);
+    return invocation.command == Command::Languages || (usesEngine && engine == qint64(TranslationEngine::apple));
+}
+
 Result<CommandOutput> runCommand(const Invocation &invocation, Services &services)
 {
     switch (invocation.command) {
@@ -123,7 +157,13 @@ ExitCode run(const Invocation &invocation, Services &services)
         return answered(print(stdout, helpPage(services.texts())), services.texts());
     if (invocation.command == Command::Version)
         return answered(printLine(stdout, u"lucentra "_s + QCoreApplication::applicationVersion()), services.texts());
+    std::optional<WaitingNotice> notice;
+    if (mayWaitForPhrases(invocation, services)) {
+        services.prepareOnDevice(*qApp);
+        notice.emplace(services, 1s);
+    }
     const auto output = runCommand(invocation, services);
+    notice.reset();
     if (!output) {
         printMessage(output.error().description);
         return ExitCode::Failed;

@@ -1,7 +1,5 @@
 #include "Commands.h"
 
-#include "ConnectionTest.h"
-#include "ModelInstallation.h"
 #include "PictureFile.h"
 #include "RemoteControl.h"
 #include "Services.h"
@@ -279,18 +277,13 @@ Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Servic
 {
     chooseForThisCommand(invocation, services);
     services.prepareOnDevice(*qApp);
-    const auto outcome = await<Result<QString>>([&](auto completion) {
-        testConnection(services.translationManager(), services.settings(), services.texts(), completion);
-    });
+    const auto outcome = await<Result<QString>>([&](auto completion) { services.testEngine(completion); });
     if (!outcome)
         return tl::unexpected(
             Failure{.domain = outcome.error().domain,
                     .code = outcome.error().code,
                     .description = services.texts().formatted(u"連線失敗：%@"_s, outcome.error().description)});
-    CommandOutput output{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
-    if (services.settings().read(settings::translationEngine) == qint64(TranslationEngine::apple))
-        output.answer += u'\n' + installedModelsText(services.models(), services.texts());
-    return output;
+    return CommandOutput{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
 }
 
 Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services)

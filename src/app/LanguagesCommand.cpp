@@ -50,6 +50,8 @@ QString page(const QList<OnDeviceServiceStatus> &services, const LocalizationMan
         if (service.cacheAgeSeconds >= 0)
             title += u"  "_s + ageText(service.cacheAgeSeconds, texts);
         lines << title << pairLines(service, texts);
+        if (!service.traditionalChineseBy.isEmpty())
+            lines << u"    "_s + texts.formatted(u"繁體中文由 %@ 與簡體中文互相轉換。"_s, service.traditionalChineseBy);
         if (!service.addableBy.isEmpty())
             lines << u"    "_s + texts.formatted(u"安裝這些套件也有幫助：%@"_s, service.addableBy.join(u' '));
         if (service.isStripped)
@@ -68,6 +70,8 @@ QJsonObject toJson(const OnDeviceServiceStatus &service)
             {u"phrases"_s, service.phraseCount},
             {u"cacheAgeSeconds"_s, service.cacheAgeSeconds < 0 ? QJsonValue() : QJsonValue(service.cacheAgeSeconds)},
             {u"stripped"_s, service.isStripped},
+            {u"traditionalChineseBy"_s,
+             service.traditionalChineseBy.isEmpty() ? QJsonValue() : QJsonValue(service.traditionalChineseBy)},
             {u"addableBy"_s, QJsonArray::fromStringList(service.addableBy)}};
 }
 

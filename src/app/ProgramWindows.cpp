@@ -1,15 +1,11 @@
 #include "ProgramWindows.h"
 
-#include "ConnectionTest.h"
 #include "DesktopShortcuts.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
-#include "ModelInstallation.h"
 #include "PaneWindowHints.h"
 #include "Services.h"
 #include "Settings.h"
-#include "Settings.h"
-#include "TranslationEngine.h"
 #include "Version.h"
 #include "VirtualKeys.h"
 
@@ -55,16 +51,7 @@ SettingsServices ProgramWindows::settingsServices()
         .launchAtLogin = m_launchAtLogin,
         .models = services.models(),
         .modelInstallation = services.modelInstallation(),
-        .testConnection =
-            [&services](const std::function<void(Result<QString>)> &completion) {
-                const auto withModels = [&services, completion](Result<QString> outcome) {
-                    if (outcome && services.settings().read(settings::translationEngine) ==
-                            qint64(TranslationEngine::apple))
-                        *outcome += u'\n' + installedModelsText(services.models(), services.texts());
-                    completion(outcome);
-                };
-                testConnection(services.translationManager(), services.settings(), services.texts(), withModels);
-            },
+        .testConnection = [&services](const auto &completion) { services.testEngine(completion); },
         .onDeviceStatus = [&services] { return services.onDeviceStatus(); },
         .applyDockPresence = m_program.applyDockPresence,
         .hotkeyRecordingChanged =

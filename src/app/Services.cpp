@@ -1,13 +1,16 @@
 #include "Services.h"
 
+#include "ConnectionTest.h"
 #include "ModelInstallation.h"
 #include "ModelStore.h"
 #include "ScreenTextRecognizer.h"
 #include "SecretServiceStorage.h"
 #include "Settings.h"
+#include "TranslationEngine.h"
 
 #include <QLocale>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,7 +23,7 @@ Fetch modelFetch(const HttpSession &http, const LocalizationManager &texts)
 {
     return [&](const QByteArray &url, qint64 offset, const HttpSession::TakePiece &take,
                const std::function<bool()> &isWanted) -> ModelResult<int> {
-        HttpRequest request{.url = url, .headers = {}, .body = {}};
+        HttpRequest request{.url = url, .headers = {}, .body = {}, .mayChangeHost = true};
         if (!isProtected(QUrl::fromEncoded(url, QUrl::StrictMode)))
             return tl::unexpected(ModelProblem{.kind = ModelProblem::Kind::Unprotected});
         if (offset > 0)
@@ -77,6 +80,13 @@ void Services::prepareOnDevice(const QObject &view)
     m_bridge->setParentView(&view);
 }
 
+bool Services::isCollectingPhrases()
+{
+    const QList<OnDeviceServiceStatus> services = onDeviceEngine().translation->currentStatus();
+    return std::any_of(services.begin(), services.end(),
+                       [](const OnDeviceServiceStatus &service) { return service.isGettingReady; });
+}
+
 HttpSession &Services::http()
 {
     if (!m_http)
@@ -102,6 +112,17 @@ ModelInstallation &Services::modelInstallation()
     if (!m_modelInstallation)
         m_modelInstallation = std::make_unique<ModelInstallation>(models(), m_mainQueue);
     return *m_modelInstallation;
+}
+
+void Services::testEngine(const std::function<void(Result<QString>)> &completion)
+{
+    testConnection(translationManager(), m_settings, m_texts, [this, completion](Result<QString> outcome) {
+        if (m_settings.read(settings::translationEngine) == qint64(TranslationEngine::apple)) {
+            const QString installed = u'\n' + installedModelsText(models(), m_texts);
+            outcome ? *outcome += installed : outcome.error().description += installed;
+        }
+        completion(outcome);
+    });
 }
 
 const KeychainStore &Services::keychain()

@@ -11,6 +11,7 @@
 #include "TranslationManager.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace lucentra {
@@ -42,8 +43,13 @@ public:
     const KeychainStore &keychain();
     /// The state of what translates on this computer. Blocks while its data is being built.
     QList<OnDeviceServiceStatus> onDeviceStatus() { return onDeviceEngine().translation->status(); }
+    /// Whether translations on this computer wait for its phrases. Doesn't wait. Any thread once `prepareOnDevice` was
+    /// called.
+    bool isCollectingPhrases();
     TranslationModels &models();
     ModelInstallation &modelInstallation();
+    /// As `testConnection`; that of this computer's engine also says which models are installed.
+    void testEngine(const std::function<void(Result<QString>)> &completion);
     /// Starts what the on-device engine needs, and names the view that its translations are for.
     void prepareOnDevice(const QObject &view);
 

@@ -49,9 +49,20 @@ struct OnDeviceServiceStatus
     /// Whether this system is configured to install programs without their translations.
     bool isStripped = false;
     bool isGettingReady = false; ///< its data is still being built
-    bool takesModels = false;    ///< translation models that are downloaded add pairs
+    QString traditionalChineseBy; ///< what converts it from and into Simplified Chinese; empty if nothing needs to
     qint64 phraseCount = 0;      ///< stored phrases; 0 for a service that doesn't look phrases up
     qint64 cacheAgeSeconds = -1; ///< age of its cache; -1 if it has none
+};
+
+/// What would help a service with a language pair: a package of this system, or the models of a pair.
+struct OnDeviceAddition
+{
+    QString package;       ///< empty for models
+    LanguagePair models;   ///< the pair that they translate, perhaps by way of others
+    qint64 bytes = 0;      ///< of their download, roughly; 0 if unknown
+    bool isRepair = false; ///< they are on this computer, but can't be used
+
+    bool operator==(const OnDeviceAddition &) const = default;
 };
 
 /// Translates on this computer, without a network. All functions may be called on any thread, concurrently.
@@ -70,6 +81,17 @@ public:
     /// after `isWanted`, if given, returns false; the outcomes are arbitrary then.
     virtual QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                              const std::function<bool()> &isWanted) = 0;
+
+    /// As `translate`, but doesn't wait for data that is being built: `NotReady` is the outcome for a text that may be
+    /// known then.
+    virtual QList<OnDeviceOutcome> translateAtOnce(const LanguagePair &pair, const QStringList &texts,
+                                                   const std::function<bool()> &isWanted)
+    {
+        return translate(pair, texts, isWanted);
+    }
+
+    /// What would help with texts of a pair that couldn't be translated. Doesn't wait.
+    virtual QList<OnDeviceAddition> additions(const LanguagePair & /*pair*/) { return {}; }
 
     /// One entry per service that this one consists of. Blocks while data is being built, as `translate` does.
     virtual QList<OnDeviceServiceStatus> status() = 0;

@@ -44,9 +44,7 @@ QStringView languageOf(QStringView tag)
 /// The model of one step. A model of the very kind of Chinese comes first.
 std::optional<LanguagePair> step(const LanguagePair &wanted, const QList<LanguagePair> &available)
 {
-    const auto isExact = [&wanted](const LanguagePair &pair) {
-        return isSameModelLanguage(pair.source, wanted.source) && isSameModelLanguage(pair.target, wanted.target);
-    };
+    const auto isExact = [&wanted](const LanguagePair &pair) { return isSameModelPair(pair, wanted); };
     // Simplified can be made into Traditional and back.
     const auto isNear = [&wanted](const LanguagePair &pair) {
         return languageOf(pair.source) == languageOf(wanted.source) && !isTraditional(pair.source) &&
@@ -94,6 +92,11 @@ bool isSameModelLanguage(QStringView one, QStringView other)
     return languageOf(one) == languageOf(other) && isTraditional(one) == isTraditional(other);
 }
 
+bool isSameModelPair(const LanguagePair &one, const LanguagePair &other)
+{
+    return isSameModelLanguage(one.source, other.source) && isSameModelLanguage(one.target, other.target);
+}
+
 QList<LanguagePair> modelRoute(const LanguagePair &wanted, const QList<LanguagePair> &available)
 {
     if (languageOf(wanted.source) == languageOf(wanted.target))
@@ -108,9 +111,30 @@ QList<LanguagePair> modelRoute(const LanguagePair &wanted, const QList<LanguageP
 const KnownModel *knownModel(const LanguagePair &pair)
 {
     const auto found = std::find_if(knownModels.begin(), knownModels.end(), [&pair](const KnownModel &model) {
-        return isSameModelLanguage(model.source, pair.source) && isSameModelLanguage(model.target, pair.target);
+        return isSameModelPair({model.source.toString(), model.target.toString()}, pair);
     });
     return found == knownModels.end() ? nullptr : &*found;
+}
+
+MissingModels missingModels(const LanguagePair &wanted, const QList<LanguagePair> &installed)
+{
+    const QList<LanguagePair> route = modelRoute(wanted, installed + knownModelPairs());
+    MissingModels missing{.steps = route.size()};
+    bool isSizeKnown = true;
+    for (const LanguagePair &pair : route) {
+        const bool isInstalled = std::any_of(installed.begin(), installed.end(), [&pair](const LanguagePair &other) {
+            return isSameModelPair(pair, other);
+        });
+        if (isInstalled)
+            continue;
+        const KnownModel *known = knownModel(pair);
+        missing.pairs.append(pair);
+        missing.packedSize += known ? known->packedSize : 0;
+        isSizeKnown = isSizeKnown && known && known->packedSize > 0;
+    }
+    if (!isSizeKnown)
+        missing.packedSize = 0;
+    return missing;
 }
 
 QList<LanguagePair> knownModelPairs()

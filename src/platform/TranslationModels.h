@@ -113,9 +113,21 @@ QString modelName(const LanguagePair &pair);
 /// Whether two tags name the same language for models: "zh" is "zh-Hans", and other regions don't count.
 bool isSameModelLanguage(QStringView one, QStringView other);
 
+/// Whether two pairs name the same languages for models.
+bool isSameModelPair(const LanguagePair &one, const LanguagePair &other);
+
 /// The models that a translation goes through: one, or two by way of English. Traditional Chinese is made from
 /// Simplified if there is no model of it. Returns an empty list if the available ones don't suffice.
 QList<LanguagePair> modelRoute(const LanguagePair &wanted, const QList<LanguagePair> &available);
+
+/// The models that a translation needs and that aren't installed, as far as is known without asking the server.
+struct MissingModels
+{
+    qsizetype steps = 0; ///< models of the whole route; 0 if there is none
+    QList<LanguagePair> pairs;
+    qint64 packedSize = 0; ///< of the download, roughly, in bytes; 0 if unknown
+};
+MissingModels missingModels(const LanguagePair &wanted, const QList<LanguagePair> &installed);
 
 /// What is known of a published model before the list has been fetched.
 struct KnownModel

@@ -1,7 +1,6 @@
 #include "AppleTranslationBridge.h"
 
 #include "LanguageIdentifier.h"
-#include "TranslationModels.h"
 
 #include <algorithm>
 #include <future>
@@ -81,14 +80,12 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
         }
     }
     if (result.texts == texts) {
-        for (const OnDeviceServiceStatus &status : m_service.currentStatus()) {
-            result.addableBy += status.addableBy;
+        for (const OnDeviceServiceStatus &status : m_service.currentStatus())
             result.isStripped = result.isStripped || status.isStripped;
-            for (const auto &[language, positions] : groups) {
-                const LanguagePair pair{language, targetLanguage};
-                if (status.takesModels && modelRoute(pair, status.pairs).isEmpty() &&
-                    !modelRoute(pair, knownModelPairs()).isEmpty())
-                    result.lackingModels.append(pair);
+        for (const auto &[language, positions] : groups) {
+            for (const OnDeviceAddition &addition : m_service.additions({language, targetLanguage})) {
+                if (!result.additions.contains(addition))
+                    result.additions.append(addition);
             }
         }
     }

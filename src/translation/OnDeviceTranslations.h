@@ -13,8 +13,7 @@ struct OnDeviceTranslations
     QStringList texts;               ///< one per source text: its translation, or the text itself
     QList<OnDeviceOutcome> outcomes; ///< one per source text; empty if nothing was tried
     bool isStripped = false;         ///< the system installs programs without their translations
-    QStringList addableBy;           ///< packages that would add phrases or language pairs
-    QList<LanguagePair> lackingModels; ///< pairs whose translation models could be downloaded
+    QList<OnDeviceAddition> additions; ///< what would help, if nothing could be translated
 };
 
 } // namespace lucentra

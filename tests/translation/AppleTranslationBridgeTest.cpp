@@ -37,7 +37,7 @@ class NotingService : public OnDeviceTranslationService
 public:
     std::mutex mutex;
     QStringList requests; ///< "en>ja a|b"
-    OnDeviceServiceStatus state{.name = u"noting"_s};
+    QList<OnDeviceAddition> added; ///< what would help with Korean and English
 
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override
@@ -58,7 +58,11 @@ public:
         return outcomes;
     }
     QList<OnDeviceServiceStatus> status() override { return {}; } // would wait
-    QList<OnDeviceServiceStatus> currentStatus() override { return {state}; }
+    QList<OnDeviceServiceStatus> currentStatus() override { return {{.name = u"noting"_s}}; }
+    QList<OnDeviceAddition> additions(const LanguagePair &pair) override
+    {
+        return pair.source == u"ja" ? QList<OnDeviceAddition>() : added;
+    }
 };
 
 } // namespace
@@ -132,15 +136,17 @@ private Q_SLOTS:
         QCOMPARE(note({u"en:a"_s, u"en:hard"_s}), u""_s); // one is new
         QCOMPARE(note({u"en:hard"_s, u"ja:own"_s}), unknown);
         QCOMPARE(note({}), u""_s);
-        m_service.state.addableBy = {u"one"_s, u"two"_s};
+        m_service.added = {{.package = u"one"_s}, {.package = u"two"_s}};
         QCOMPARE(note({u"en:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two"_s);
         QCOMPARE(note({u"en:early"_s, u"en:hard"_s}), u"正在收集這部電腦上的譯文，請稍後再試。"_s);
         QCOMPARE(note({u"ja:a"_s}), u"文字已是目標語言。"_s);
         QCOMPARE(note({u":12"_s, u"ja:a"_s}), u"無法判斷文字的語言。"_s);
-        m_service.state = {.name = u"models"_s, .pairs = {{u"en"_s, u"ja"_s}}, .takesModels = true};
-        QCOMPARE(note({u"en:hard"_s}), unknown);
+        m_service.added.append({.models = {u"ko"_s, u"ja"_s}, .bytes = 73'400'000});
         QCOMPARE(note({u"en:hard"_s, u"ko:hard"_s}),
-                 u"這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：한국어 → 日本語"_s);
+                 u"這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：한국어 → 日本語 (73 MB)"_s);
+        m_service.added.append({.models = {u"en"_s, u"ja"_s}, .isRepair = true});
+        QCOMPARE(note({u"en:hard"_s}),
+                 u"這些翻譯模型無法使用，檔案可能已損壞：English → 日本語。請移除後重新下載。"_s);
     }
 
 private:

@@ -56,41 +56,6 @@ QString routeTitle(const LanguagePair &wanted, qsizetype steps)
     return names.join(u" → "_s);
 }
 
-/// The models that a translation needs and that aren't complete yet, as far as known without asking the server.
-struct NeededModels
-{
-    qsizetype steps = 0; ///< models of the whole route
-    QList<LanguagePair> missing;
-    qint64 size = 0; ///< of the download; 0 if unknown
-    bool isBegun = false;
-};
-
-NeededModels neededModels(const LanguagePair &wanted, const QList<StoredModel> &stored)
-{
-    QList<LanguagePair> complete;
-    QList<LanguagePair> begun;
-    for (const StoredModel &model : stored)
-        (model.isComplete ? complete : begun).append(model.pair);
-    const QList<LanguagePair> route = modelRoute(wanted, complete + knownModelPairs());
-    NeededModels needed{.steps = route.size()};
-    bool isSizeKnown = true;
-    for (const LanguagePair &pair : route) {
-        const auto isPair = [&pair](const LanguagePair &other) {
-            return isSameModelLanguage(pair.source, other.source) && isSameModelLanguage(pair.target, other.target);
-        };
-        if (std::any_of(complete.begin(), complete.end(), isPair))
-            continue;
-        const KnownModel *known = knownModel(pair);
-        needed.missing.append(pair);
-        needed.size += known ? known->packedSize : 0;
-        isSizeKnown = isSizeKnown && known && known->packedSize > 0;
-        needed.isBegun = needed.isBegun || std::any_of(begun.begin(), begun.end(), isPair);
-    }
-    if (!isSizeKnown)
-        needed.size = 0;
-    return needed;
-}
-
 } // namespace
 
 ModelsSection::ModelsSection(SettingsForm &form, QWidget *parent)
@@ -196,22 +161,30 @@ void ModelsSection::take(const QList<StoredModel> &stored)
 
 void ModelsSection::showOffer()
 {
-    const NeededModels needed = neededModels(wanted(), m_stored);
+    QList<LanguagePair> complete;
+    QList<LanguagePair> begun;
+    for (const StoredModel &model : m_stored)
+        (model.isComplete ? complete : begun).append(model.pair);
+    const MissingModels needed = missingModels(wanted(), complete);
+    const bool isBegun = std::any_of(begun.begin(), begun.end(), [&needed](const LanguagePair &one) {
+        return std::any_of(needed.pairs.begin(), needed.pairs.end(),
+                           [&one](const LanguagePair &pair) { return isSameModelPair(one, pair); });
+    });
     const bool isRunning = m_installation.isRunning();
     QString title = routeTitle(wanted(), needed.steps);
-    if (needed.size > 0)
-        title += u", "_s + form().services().texts.formatted(u"約 %@"_s, megabyteText(needed.size));
+    if (needed.packedSize > 0)
+        title += u", "_s + form().services().texts.formatted(u"約 %@"_s, megabyteText(needed.packedSize));
     setMnemonicText(*m_download,
-                    form().services().texts.formatted(needed.isBegun ? u"繼續下載 %@"_s : u"下載 %@"_s, title));
-    m_download->parentWidget()->parentWidget()->setVisible(!needed.missing.isEmpty() && !isRunning);
+                    form().services().texts.formatted(isBegun ? u"繼續下載 %@"_s : u"下載 %@"_s, title));
+    m_download->parentWidget()->parentWidget()->setVisible(!needed.pairs.isEmpty() && !isRunning);
     m_source->setEnabled(!isRunning);
     QStringList titles;
-    for (const LanguagePair &pair : needed.missing)
+    for (const LanguagePair &pair : needed.pairs)
         titles.append(modelTitle(pair));
     m_needs->setText(form().services().texts.formatted(u"所需的翻譯模型：%@"_s, titles.join(u", "_s)));
     m_needs->parentWidget()->setVisible(!isRunning && !titles.isEmpty() && titles != QStringList(modelTitle(wanted())));
     m_isInstalled->setText(form().text(u"已安裝此語言所需的翻譯模型。"_s));
-    m_isInstalled->parentWidget()->setVisible(needed.missing.isEmpty());
+    m_isInstalled->parentWidget()->setVisible(needed.pairs.isEmpty());
     setTone(*m_isInstalled, Tone::Good);
 }
 

@@ -38,6 +38,7 @@ QString statusText(const QList<OnDeviceServiceStatus> &services, const Localizat
     QList<LanguagePair> pairs;
     qint64 phrases = 0;
     QStringList packages;
+    QString traditionalChineseBy;
     bool isStripped = false;
     bool isGettingReady = false;
     for (const OnDeviceServiceStatus &service : services) {
@@ -47,6 +48,7 @@ QString statusText(const QList<OnDeviceServiceStatus> &services, const Localizat
         }
         phrases += service.phraseCount;
         packages += service.addableBy;
+        traditionalChineseBy += service.traditionalChineseBy;
         isStripped = isStripped || service.isStripped;
         isGettingReady = isGettingReady || service.isGettingReady;
     }
@@ -57,6 +59,8 @@ QString statusText(const QList<OnDeviceServiceStatus> &services, const Localizat
         lines.append(texts.localized(u"沒有可用的語言"_s));
     else
         lines << texts.localized(u"這部電腦可以翻譯："_s) << pairLines(pairs);
+    if (!traditionalChineseBy.isEmpty())
+        lines.append(texts.formatted(u"繁體中文由 %@ 與簡體中文互相轉換。"_s, traditionalChineseBy));
     if (phrases > 0)
         lines.append(texts.formatted(u"%d 個詞句"_s, phrases));
     if (!packages.isEmpty())

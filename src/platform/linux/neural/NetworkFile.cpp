@@ -1,15 +1,13 @@
 #include "NetworkFile.h"
 
+#include "SequentialReader.h"
+
 #include <QStringList>
 
 #include <array>
 #include <cmath>
 #include <cstring>
 #include <utility>
-
-#include <fcntl.h>
-#include <unistd.h>
-#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -20,50 +18,12 @@ namespace {
 constexpr quint64 textType = 0x0101;
 constexpr quint64 floatType = 0x0404;
 constexpr quint64 int8Type = 0x4101;
-const QString settingsName = u"special:model.yml"_s;
 
 // Far above what any model has.
 constexpr quint64 mostItems = 4096;
 constexpr quint64 longestName = 256;
 constexpr quint64 mostDimensions = 4;
 constexpr quint64 largestDimension = 1 << 24;
-
-/// Reads numbers and bytes one after another and remembers whether one was beyond the end.
-class Reader
-{
-public:
-    explicit Reader(QByteArrayView bytes)
-        : m_rest(bytes)
-    {
-    }
-
-    QByteArrayView take(quint64 count)
-    {
-        if (count > quint64(m_rest.size())) {
-            m_isGood = false;
-            m_rest = {};
-            return {};
-        }
-        const QByteArrayView taken = m_rest.first(qsizetype(count));
-        m_rest = m_rest.sliced(qsizetype(count));
-        return taken;
-    }
-
-    template <typename Number>
-    Number number()
-    {
-        Number value = 0;
-        if (const QByteArrayView bytes = take(sizeof value); m_isGood)
-            std::memcpy(&value, bytes.data(), sizeof value);
-        return value;
-    }
-
-    bool isGood() const { return m_isGood; }
-
-private:
-    QByteArrayView m_rest;
-    bool m_isGood = true;
-};
 
 /// Reads YAML that consists of single values and lists of them.
 QMap<QString, QString> readSettings(const QString &text)
@@ -92,34 +52,12 @@ QMap<QString, QString> readSettings(const QString &text)
 
 } // namespace
 
-std::unique_ptr<MappedFile> MappedFile::open(const QString &path)
-{
-    // Opening a pipe would wait for its other end.
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat status
-    {
-    };
-    auto file = std::make_unique<MappedFile>();
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
-        !file->m_file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return nullptr;
-    }
-    const uchar *const mapped = status.st_size > 0 ? file->m_file.map(0, status.st_size) : nullptr;
-    if (!mapped)
-        return nullptr;
-    file->m_bytes = QByteArrayView(mapped, status.st_size);
-    return file;
-}
-
 tl::expected<NetworkFile, NeuralModelError> NetworkFile::parse(QByteArrayView bytes)
 {
     const auto damaged = [](const QString &detail) {
         return tl::unexpected(NeuralModelError{NeuralModelError::Kind::Damaged, detail});
     };
-    Reader reader(bytes);
+    SequentialReader reader(bytes);
     const auto version = reader.number<quint64>();
     const auto count = reader.number<quint64>();
     if (!reader.isGood() || version != 1 || count > mostItems)
@@ -174,12 +112,12 @@ tl::expected<NetworkFile, NeuralModelError> NetworkFile::parse(QByteArrayView by
         if (needed == 0)
             return tl::unexpected(NeuralModelError{NeuralModelError::Kind::Unsupported,
                                                    name + u": type 0x"_s + QString::number(item.type, 16)});
-        if (name == settingsName)
+        if (name == networkSettingsName)
             file.m_settings = readSettings(QString::fromUtf8(item.data.first(qsizetype(qstrnlen(item.data.data(), size_t(item.data.size()))))));
         file.m_items.insert(name, item);
     }
     if (file.m_settings.isEmpty())
-        return damaged(settingsName);
+        return damaged(networkSettingsName);
     return file;
 }
 

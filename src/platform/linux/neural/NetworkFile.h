@@ -1,13 +1,11 @@
 #pragma once
 
 #include <QByteArrayView>
-#include <QFile>
 #include <QHash>
 #include <QMap>
 #include <QString>
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -29,19 +27,6 @@ struct NeuralModelError
     bool operator==(const NeuralModelError &) const = default;
 };
 
-/// A regular file in memory; other kinds of files aren't opened. Must not be truncated while it is mapped.
-class MappedFile
-{
-public:
-    /// Returns null if the file is empty or can't be mapped.
-    static std::unique_ptr<MappedFile> open(const QString &path);
-    QByteArrayView bytes() const { return m_bytes; }
-
-private:
-    QFile m_file;
-    QByteArrayView m_bytes;
-};
-
 /// A matrix of small integers, `rows` times `columns`, row by row. A weight is its integer divided by `multiplier`.
 struct Int8Matrix
 {
@@ -50,6 +35,9 @@ struct Int8Matrix
     int columns = 0;
     float multiplier = 1;
 };
+
+/// The name of the settings among the parameters.
+inline constexpr QLatin1StringView networkSettingsName{"special:model.yml"};
 
 /// The parameters of a network in Marian's binary format, version 1, with 8-bit weights. A view: the bytes have to stay.
 class NetworkFile

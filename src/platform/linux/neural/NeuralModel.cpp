@@ -1,7 +1,9 @@
 #include "NeuralModel.h"
 
+#include "MappedFile.h"
 #include "Shortlist.h"
 #include "StudentNetwork.h"
+#include "Vocabulary.h"
 
 #include <sentencepiece_processor.h>
 
@@ -47,15 +49,6 @@ NamedFile openFile(const QDir &folder, const QString &pattern)
     if (names.size() != 1)
         return {.name = pattern, .file = nullptr};
     return {.name = names.first(), .file = MappedFile::open(folder.filePath(names.first()))};
-}
-
-std::unique_ptr<Vocabulary> loadVocabulary(const NamedFile &source)
-{
-    auto vocabulary = std::make_unique<Vocabulary>();
-    const QByteArrayView bytes = source.file->bytes();
-    const auto status = vocabulary->LoadFromSerializedProto({bytes.data(), std::size_t(bytes.size())});
-    const bool isUsable = status.ok() && vocabulary->GetPieceSize() > 0 && vocabulary->eos_id() >= 0;
-    return isUsable ? std::move(vocabulary) : nullptr;
 }
 
 /// The sentence as numbers, in parts that each end in the end of the sentence.
@@ -113,7 +106,8 @@ public:
             }
         }
         const std::vector<WordTranslation> translated = translateParts(parts, options);
-        QList<Translation> translations(sentences.size(), {.text = {}, .isComplete = true});
+        const bool isIntact = m_modelFile.file->isIntact() && (!m_shortlistFile.file || m_shortlistFile.file->isIntact());
+        QList<Translation> translations(sentences.size(), {.text = {}, .isComplete = isIntact});
         for (std::size_t p = 0; p < parts.size(); ++p) {
             std::vector<int> words = translated[p].words;
             std::erase_if(words, [this](int word) { return word >= m_target->GetPieceSize(); });
@@ -198,10 +192,10 @@ tl::expected<std::shared_ptr<const NeuralModel>, NeuralModelError> NeuralModel::
             return failure(Kind::Missing, needed->name);
     }
     // Most of the time goes into the vocabularies.
-    const auto load = [](const NamedFile *file) { return loadVocabulary(*file); };
+    const auto load = [](const NamedFile *file) { return loadVocabulary(file->file->bytes()); };
     auto target = hasOneVocabulary ? std::future<std::unique_ptr<Vocabulary>>()
                                    : std::async(std::launch::async, load, &targetFile);
-    auto source = loadVocabulary(sourceFile);
+    auto source = load(&sourceFile);
     auto ownTarget = target.valid() ? target.get() : nullptr;
     if (!source)
         return failure(Kind::Damaged, sourceFile.name);

@@ -5,6 +5,8 @@
 #include "Sentences.h"
 #include "TranslationModels.h"
 
+#include <QDir>
+
 #include <algorithm>
 #include <utility>
 
@@ -42,6 +44,15 @@ QList<LanguagePair> pairsOf(const QList<InstalledModel> &installed)
 QString languageCode(const QString &tag)
 {
     return isTraditionalChinese(tag) ? u"zh-Hant"_s : isSimplifiedChinese(tag) ? u"zh-Hans"_s : tag;
+}
+
+/// Distinguishes two contents of a model's folder without reading the files.
+QList<FileStamp> stampsOf(const QString &folder)
+{
+    QList<FileStamp> stamps;
+    for (const QString &name : QDir(folder).entryList(QDir::Files, QDir::Name))
+        stamps.append(stampOf(folder + u'/' + name));
+    return stamps;
 }
 
 /// A sentence of one of the texts, on its way through the models.
@@ -113,14 +124,14 @@ void NeuralTranslation::dropRemoved(const QList<InstalledModel> &installed)
 
 std::shared_ptr<const NeuralModel> NeuralTranslation::load(const QString &folder)
 {
-    const FileStamp stamp = stampOf(folder);
+    const QList<FileStamp> stamps = stampsOf(folder);
     const std::lock_guard lock(m_mutex);
     auto loaded = std::find_if(m_loaded.begin(), m_loaded.end(),
                                [&folder](const Loaded &each) { return each.folder == folder; });
-    if (loaded == m_loaded.end() || loaded->stamp != stamp) {
+    if (loaded == m_loaded.end() || loaded->stamps != stamps) {
         if (loaded == m_loaded.end())
             loaded = m_loaded.insert(loaded, Loaded{.folder = folder});
-        loaded->stamp = stamp;
+        loaded->stamps = stamps;
         loaded->model = NeuralModel::open(folder).value_or(nullptr);
     }
     loaded->lastUse = std::chrono::steady_clock::now();
@@ -263,6 +274,20 @@ QList<OnDeviceOutcome> NeuralTranslation::translate(const LanguagePair &pair, co
     return outcomes;
 }
 
+QList<OnDeviceAddition> NeuralTranslation::additions(const LanguagePair &pair)
+{
+    const QList<InstalledModel> installed = m_models.list();
+    const MissingModels missing = missingModels(pair, pairsOf(installed));
+    if (!missing.pairs.isEmpty())
+        return {{.package = {}, .models = pair, .bytes = missing.packedSize}};
+    QList<OnDeviceAddition> repairs;
+    for (const LanguagePair &way : modelRoute(pair, pairsOf(installed))) {
+        if (!load(installed[pairsOf(installed).indexOf(way)].folder))
+            repairs.append({.package = {}, .models = way, .isRepair = true});
+    }
+    return repairs;
+}
+
 QList<OnDeviceServiceStatus> NeuralTranslation::status()
 {
     const QList<InstalledModel> installed = m_models.list();
@@ -271,11 +296,13 @@ QList<OnDeviceServiceStatus> NeuralTranslation::status()
     QStringList languages;
     for (const LanguagePair &pair : available)
         languages << languageCode(pair.source) << languageCode(pair.target);
-    if (languages.contains(u"zh-Hans"))
+    OnDeviceServiceStatus status{.name = serviceName};
+    if (languages.contains(u"zh-Hans") && !languages.contains(u"zh-Hant")) {
         languages << u"zh-Hant"_s;
+        status.traditionalChineseBy = u"OpenCC"_s;
+    }
     languages.sort();
     languages.removeDuplicates();
-    OnDeviceServiceStatus status{.name = serviceName, .takesModels = true};
     for (const QString &source : std::as_const(languages)) {
         for (const QString &target : std::as_const(languages)) {
             if (!modelRoute({source, target}, available).isEmpty())

@@ -27,6 +27,7 @@ public:
     void cancel() override;
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
+    QList<OnDeviceAddition> additions(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
     /// How many models are in memory.
     qsizetype loadedCount() const;
@@ -42,7 +43,7 @@ private:
     struct Loaded
     {
         QString folder;
-        FileStamp stamp;
+        QList<FileStamp> stamps;
         std::shared_ptr<const NeuralModel> model;
         std::chrono::steady_clock::time_point lastUse;
     };

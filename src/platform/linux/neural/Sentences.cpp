@@ -22,7 +22,7 @@ bool hasSpaces(const QString &language)
 const QRegularExpression &protectedPattern()
 {
     static const QRegularExpression pattern(
-        uR"((?:https?|ftp|file)://[^\s<>"]+|www\.[^\s<>"]+|[\w.+-]+@[\w-]+(?:\.[\w-]+)+)"_s // addresses
+        uR"((?:https?|ftp|file)://[^\s<>"]+|www\.[^\s<>"]+|(?<![\w.+-])[\w.+-]+@[\w-]+(?:\.[\w-]+)+)"_s // addresses
         uR"(|</?[A-Za-z][^<>]*>|&#?\w+;)"                                                   // tags
         uR"(|%(?:\d+\$|\(\w+\))?[-+#0]*\d*(?:\.\d+)?(?:hh?|ll?|[zjt])?(?:[sdiuxXcfgpLn]\b|@)|%L?\d+)"
         uR"(|\$?\{[\w.:-]*\}|\$[A-Za-z_]\w*)"                              // placeholders

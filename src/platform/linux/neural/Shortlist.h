@@ -24,6 +24,7 @@ public:
 private:
     QByteArrayView m_starts; ///< 64-bit numbers: where each source word's list starts, and the end of the last one
     QByteArrayView m_words; ///< 32-bit numbers
+    std::uint64_t m_wordCount = 0;
     std::size_t m_firstWords = 0;
     std::size_t m_targetWords = 0;
 };

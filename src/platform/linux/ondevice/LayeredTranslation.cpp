@@ -1,6 +1,7 @@
 #include "LayeredTranslation.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace lucentra {
@@ -26,25 +27,50 @@ QList<OnDeviceOutcome> LayeredTranslation::translate(const LanguagePair &pair, c
                                                      const std::function<bool()> &isWanted)
 {
     using Kind = OnDeviceOutcome::Kind;
+    using Translate = decltype(&OnDeviceTranslationService::translate);
     QList<OnDeviceOutcome> outcomes(texts.size());
-    for (const auto &layer : m_layers) {
+    // Asks a layer for those of the texts that aren't translated yet. Returns those that it may know later.
+    const auto ask = [&](OnDeviceTranslationService &layer, const QList<qsizetype> &chosen, Translate how) {
         QList<qsizetype> open;
         QStringList openTexts;
-        for (qsizetype i = 0; i < texts.size(); ++i) {
+        for (const qsizetype i : chosen) {
             if (outcomes[i].kind != Kind::Translated) {
                 open.append(i);
                 openTexts.append(texts[i]);
             }
         }
+        QList<qsizetype> later;
         if (open.isEmpty())
-            break;
-        const QList<OnDeviceOutcome> found = layer->translate(pair, openTexts, isWanted);
+            return later;
+        const QList<OnDeviceOutcome> found = (layer.*how)(pair, openTexts, isWanted);
         for (qsizetype i = 0; i < std::min(open.size(), found.size()); ++i) {
-            if (found[i].kind > outcomes[open[i]].kind)
+            if (found[i].kind == Kind::NotReady)
+                later.append(open[i]);
+            else if (found[i].kind > outcomes[open[i]].kind)
                 outcomes[open[i]] = found[i];
+        }
+        return later;
+    };
+    QList<qsizetype> all(texts.size());
+    std::iota(all.begin(), all.end(), qsizetype(0));
+    std::vector<QList<qsizetype>> waiting;
+    for (const auto &layer : m_layers)
+        waiting.push_back(ask(*layer, all, &OnDeviceTranslationService::translateAtOnce));
+    for (std::size_t i = 0; i < m_layers.size(); ++i) {
+        for (const qsizetype text : ask(*m_layers[i], waiting[i], &OnDeviceTranslationService::translate)) {
+            if (outcomes[text].kind != Kind::Translated)
+                outcomes[text] = {.kind = Kind::NotReady};
         }
     }
     return outcomes;
+}
+
+QList<OnDeviceAddition> LayeredTranslation::additions(const LanguagePair &pair)
+{
+    QList<OnDeviceAddition> all;
+    for (const auto &layer : m_layers)
+        all += layer->additions(pair);
+    return all;
 }
 
 QList<OnDeviceServiceStatus> LayeredTranslation::status()

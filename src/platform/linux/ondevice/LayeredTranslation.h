@@ -7,7 +7,8 @@
 
 namespace lucentra {
 
-/// Several services as one, the most trusted first: each text goes to the first that can translate it.
+/// Several services as one, the most trusted first: each text goes to the first that can translate it. A text waits for
+/// data that a service is still building only if no other service can translate it.
 class LayeredTranslation : public OnDeviceTranslationService
 {
 public:
@@ -17,6 +18,7 @@ public:
     void cancel() override;
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
+    QList<OnDeviceAddition> additions(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
     QList<OnDeviceServiceStatus> currentStatus() override;
 

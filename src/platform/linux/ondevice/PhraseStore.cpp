@@ -25,6 +25,8 @@ namespace lucentra {
 namespace {
 
 constexpr std::chrono::milliseconds checkInterval = 60s;
+/// How long callers who don't want to wait for a build wait to know whether there is one.
+constexpr std::chrono::milliseconds longestLook = 2s;
 constexpr int lowPriority = 10;
 
 /// Returns the memory of a build to the system.
@@ -85,20 +87,47 @@ void PhraseStore::startCheckIfDue()
     m_worker.start([this] { check(); });
 }
 
+/// Whether there are phrases that callers accept.
+bool PhraseStore::isUsable() const
+{
+    return m_file && (m_patience.acceptsOutdated || !m_isChecking);
+}
+
+bool PhraseStore::isAwaited() const
+{
+    return !m_isCancelled && !isUsable() && (m_isChecking || !m_sinceCheck.isValid());
+}
+
 std::shared_ptr<const PhraseFile> PhraseStore::file()
 {
     std::unique_lock lock(m_mutex);
     startCheckIfDue();
     const auto patience = m_patience.longest - std::chrono::milliseconds(m_sinceCheck.elapsed());
-    m_changed.wait_for(lock, std::max(patience, 0ms),
-                       [this] { return m_isCancelled || !m_isChecking || (m_file && m_patience.acceptsOutdated); });
+    m_changed.wait_for(lock, std::max(patience, 0ms), [this] { return !isAwaited(); });
     return m_file;
 }
 
 bool PhraseStore::isGettingReady()
 {
     const std::lock_guard lock(m_mutex);
-    return !m_file && (m_isChecking || !m_sinceCheck.isValid()) && !m_isCancelled;
+    return isAwaited();
+}
+
+bool PhraseStore::isCollecting()
+{
+    std::unique_lock lock(m_mutex);
+    startCheckIfDue();
+    const auto patience = longestLook - std::chrono::milliseconds(m_sinceCheck.elapsed());
+    m_changed.wait_for(lock, std::max(patience, 0ms), [this] { return m_isBuilding || !isAwaited(); });
+    return isAwaited();
+}
+
+void PhraseStore::setBuilding(bool isBuilding)
+{
+    const std::lock_guard lock(m_mutex);
+    m_isBuilding = isBuilding;
+    m_isChecking = isBuilding;
+    m_changed.notify_all();
 }
 
 void PhraseStore::publish(std::shared_ptr<const PhraseFile> file)
@@ -118,6 +147,8 @@ void PhraseStore::check()
         current = PhraseFile::open(m_cachePath);
         if (current)
             publish(current);
+        else
+            setBuilding(true); // at once: on a cold disk, the survey takes its time
     }
     // Lowers the priority of this thread, so that a renewal doesn't disturb the user's work. The first build, and one
     // that a command waits for, keep theirs: on a busy computer they might never end.
@@ -125,13 +156,12 @@ void PhraseStore::check()
         ::setpriority(PRIO_PROCESS, id_t(::syscall(SYS_gettid)), lowPriority);
     const CatalogueSurvey survey = surveyCatalogues(m_folders);
     if (!current || current->header().fingerprint != survey.fingerprint) {
+        setBuilding(true);
         if (auto built = build(survey))
             publish(std::move(built));
         giveBackMemory();
     }
-    const std::lock_guard lock(m_mutex);
-    m_isChecking = false;
-    m_changed.notify_all();
+    setBuilding(false);
 }
 
 std::shared_ptr<const PhraseFile> PhraseStore::build(const CatalogueSurvey &survey) const

@@ -45,8 +45,13 @@ public:
 
     /// Whether the phrases aren't there yet. Doesn't wait.
     bool isGettingReady();
+    /// The same once it is known whether those of the cache are still right. Waits for that alone, not for a build.
+    bool isCollecting();
 
 private:
+    bool isUsable() const;
+    bool isAwaited() const;
+    void setBuilding(bool isBuilding); ///< false ends the check, too
     void startCheckIfDue();
     void check();
     std::shared_ptr<const PhraseFile> build(const CatalogueSurvey &survey) const;
@@ -60,6 +65,7 @@ private:
     std::condition_variable m_changed;
     std::shared_ptr<const PhraseFile> m_file; // these are guarded by m_mutex
     bool m_isChecking = false;
+    bool m_isBuilding = false; ///< within a check
     QElapsedTimer m_sinceCheck;
     QThreadPool m_worker; ///< last member: its destructor waits for the check
 };

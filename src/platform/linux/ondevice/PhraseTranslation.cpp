@@ -51,8 +51,21 @@ void PhraseTranslation::cancel()
     m_store->cancel();
 }
 
+QList<OnDeviceOutcome> PhraseTranslation::translateAtOnce(const LanguagePair &pair, const QStringList &texts,
+                                                          const std::function<bool()> &isWanted)
+{
+    using Kind = OnDeviceOutcome::Kind;
+    const bool mayKnow = std::any_of(texts.begin(), texts.end(), &PhraseLookup::mayKnow);
+    if (!isPossible(pair) || !mayKnow || !m_store->isCollecting())
+        return translate(pair, texts, isWanted);
+    QList<OnDeviceOutcome> outcomes;
+    for (const QString &text : texts)
+        outcomes.append({.kind = PhraseLookup::mayKnow(text) ? Kind::NotReady : Kind::UnknownPhrase});
+    return outcomes;
+}
+
 QList<OnDeviceOutcome> PhraseTranslation::translate(const LanguagePair &pair, const QStringList &texts,
-                                               const std::function<bool()> & /*isWanted*/)
+                                                    const std::function<bool()> & /*isWanted*/)
 {
     using Kind = OnDeviceOutcome::Kind;
     const auto all = [&texts](Kind kind) { return QList<OnDeviceOutcome>(texts.size(), {.kind = kind}); };
@@ -77,6 +90,16 @@ QList<OnDeviceOutcome> PhraseTranslation::translate(const LanguagePair &pair, co
             outcomes.append({.kind = lookup ? Kind::UnknownPhrase : Kind::PairUnavailable});
     }
     return outcomes;
+}
+
+QList<OnDeviceAddition> PhraseTranslation::additions(const LanguagePair & /*pair*/)
+{
+    QList<OnDeviceAddition> packages;
+    for (const OnDeviceServiceStatus &status : currentStatus()) {
+        for (const QString &package : status.addableBy)
+            packages.append({.package = package});
+    }
+    return packages;
 }
 
 QList<OnDeviceServiceStatus> PhraseTranslation::currentStatus()

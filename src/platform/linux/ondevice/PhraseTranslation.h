@@ -18,6 +18,9 @@ public:
     void cancel() override;
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
+    QList<OnDeviceOutcome> translateAtOnce(const LanguagePair &pair, const QStringList &texts,
+                                           const std::function<bool()> &isWanted) override;
+    QList<OnDeviceAddition> additions(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
     QList<OnDeviceServiceStatus> currentStatus() override;
 

@@ -1,8 +1,12 @@
 #include "Columns.h"
+#include "MappedFile.h"
 #include "NeuralTranslation.h"
 #include "Sentences.h"
 #include "StudentNetwork.h"
 #include "TinyModel.h"
+#include "Vocabulary.h"
+
+#include <sentencepiece_processor.h>
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -324,6 +328,50 @@ private Q_SLOTS:
         QVERIFY(!Shortlist::parse(list, TinyModel::words, TinyModel::words - 1)); // a word beyond the vocabulary
         QVERIFY(!Shortlist::parse(list, TinyModel::words - 1, TinyModel::words));
         QVERIFY(!Shortlist::parse(list.chopped(4), TinyModel::words, TinyModel::words));
+        QByteArray changed = list;
+        ++changed.back(); // a bit too much
+        QVERIFY(!Shortlist::parse(changed, TinyModel::words, TinyModel::words));
+    }
+
+    void tablesOfVocabulariesStayInside()
+    {
+        const QByteArray map = TinyModel::characterMap();
+        const auto vocabulary = loadVocabulary(TinyModel::vocabulary());
+        QVERIFY(vocabulary);
+        QCOMPARE(vocabulary->EncodeAsIds("bAd"), vocabulary->EncodeAsIds("bad"));
+        const auto isLoaded = [&map](qsizetype place, const QByteArray &bytes) {
+            QByteArray changed = map;
+            changed.replace(place, bytes.size(), bytes);
+            return loadVocabulary(TinyModel::vocabulary(changed)) != nullptr;
+        };
+        const qsizetype value = 4 + 4 * (1 ^ 'A' ^ 2);
+        QVERIFY(isLoaded(4, "\x01"));
+        QVERIFY(!isLoaded(6, "\x7F"));                 // the first step leads out
+        QVERIFY(!isLoaded(value, "\x02"));             // a text that isn't there
+        QVERIFY(!isLoaded(map.size() - 1, "b"));       // a text without an end
+        QVERIFY(!isLoaded(0, QByteArray("\0\0", 2))); // no trie
+        QVERIFY(!loadVocabulary(TinyModel::vocabulary().chopped(1)));
+    }
+
+    void filesMayChangeWhileTheyAreMapped()
+    {
+        const QTemporaryDir home;
+        const QString path = home.filePath(u"file"_s);
+        const auto write = [](const QString &name) {
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QCOMPARE(file.write(QByteArray(100'000, 'x')), 100'000);
+        };
+        write(path);
+        const auto mapped = MappedFile::open(path);
+        write(home.filePath(u"other"_s));
+        QCOMPARE(::rename(qPrintable(home.filePath(u"other"_s)), qPrintable(path)), 0);
+        QVERIFY(mapped->isIntact());
+        const auto second = MappedFile::open(path);
+        QVERIFY(QFile::resize(path, 5000));
+        QVERIFY(!second->isIntact());
+        QCOMPARE(std::count(second->bytes().begin(), second->bytes().end(), 'x'), 5000);
+        QCOMPARE(std::count(mapped->bytes().begin(), mapped->bytes().end(), 'x'), 100'000);
     }
 
     void textsAreDivided_data()
@@ -390,7 +438,7 @@ private Q_SLOTS:
     {
         using Kind = OnDeviceOutcome::Kind;
         const QTemporaryDir home;
-        NeuralTranslation layer(InstalledModels({home.path()}), std::chrono::milliseconds(1));
+        NeuralTranslation layer(InstalledModels({home.path()}));
         const auto kinds = [&](const LanguagePair &pair, const QStringList &texts) {
             QList<Kind> found;
             for (const auto &outcome : layer.translate(pair, texts, {}))
@@ -408,13 +456,15 @@ private Q_SLOTS:
         QCOMPARE(outcomes[0].kind, Kind::Translated);
         QVERIFY2(outcomes[0].text.contains(u"%s"), qPrintable(outcomes[0].text));
         QCOMPARE(outcomes[1].kind, Kind::SameLanguage);
-        QTRY_COMPARE(layer.loadedCount(), 0); // rests
+        QCOMPARE(layer.loadedCount(), 2);
+        NeuralTranslation resting(InstalledModels({home.path()}), std::chrono::milliseconds(1));
+        resting.translate(pair, {u"ab"_s}, {});
+        QTRY_COMPARE(resting.loadedCount(), 0);
         // A model that never ends a sentence, and then a broken one.
         TinyModel(3, true, true, -100).writeTo(home.filePath(u"ja-en"_s));
         QFile::remove(home.filePath(u"ja-en/lex.50.50.xxyy.s2t.bin"_s));
         QCOMPARE(kinds(pair, {u"ab cd"_s}), QList{Kind::UnknownPhrase});
         QFile::resize(home.filePath(u"ja-en/vocab.xxyy.spm"_s), 100);
-        QTRY_COMPARE(layer.loadedCount(), 0);
         QCOMPARE(kinds(pair, {u"ab cd"_s}), QList{Kind::UnknownPhrase});
         QVERIFY(QDir(home.filePath(u"ja-en"_s)).removeRecursively());
         QCOMPARE(kinds(pair, {u"ab"_s}), QList{Kind::PairUnavailable});

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <random>
 #include <vector>
 
@@ -156,11 +157,37 @@ struct TinyModel
             append(file, quint64(word * perWord));
         for (int i = 0; i < words * perWord; ++i)
             append(file, quint32((i * 7 + i / perWord) % words));
-        return file;
+        return withChecksum(file);
+    }
+
+    static QByteArray withChecksum(QByteArray shortlist)
+    {
+        quint64 sum = 0;
+        for (qsizetype at = 16; at + 8 <= shortlist.size(); at += 8) {
+            quint64 number = 0;
+            std::memcpy(&number, shortlist.constData() + at, 8);
+            sum ^= number + 0x9E3779B9U + (sum << 6U) + (sum >> 2U);
+        }
+        std::memcpy(shortlist.data() + 8, &sum, 8);
+        return shortlist;
+    }
+
+    /// A map of characters that makes "A" an "a": a trie of 256 units, and the text that its value points to.
+    static QByteArray characterMap()
+    {
+        std::vector<quint32> units(256);
+        units[0] = 1U << 10U;                      // what follows is at 1 ^ the character
+        units[1 ^ 'A'] = 'A' | 1U << 8U | 2U << 10U; // has a value, at its own place ^ 2
+        units[1 ^ 'A' ^ 2] = 1U << 31U;            // the text at 0
+        QByteArray map;
+        append(map, quint32(units.size() * 4));
+        for (const quint32 unit : units)
+            append(map, unit);
+        return map + QByteArray("a\0", 2);
     }
 
     /// A SentencePiece model: end, unknown, the space, letters and a few words.
-    static QByteArray vocabulary()
+    static QByteArray vocabulary(const QByteArray &map = characterMap())
     {
         QByteArray file;
         for (int i = 0; i < words; ++i) {
@@ -175,7 +202,11 @@ struct TinyModel
         const QByteArray none = "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x01";
         const QByteArray trainer = QByteArray("\x18\x01\xC0\x02\x01\xC8\x02") + none + QByteArray("\xD0\x02\x00\xD8\x02", 5) + none;
         file += '\x12' + QByteArray(1, char(trainer.size())) + trainer;
-        return file;
+        const auto field = [](char key, const QByteArray &bytes) {
+            const auto size = bytes.size();
+            return QByteArray(1, key) + char((size & 0x7F) | 0x80) + char(size >> 7) + bytes;
+        };
+        return file + field('\x1A', field('\x12', map));
     }
 
     void writeTo(const QString &folder, bool isShared = true) const

@@ -40,24 +40,32 @@ QString translated(const PhraseFile &file, const QString &source, const QString 
     return found ? found->text : u"-"_s;
 }
 
-/// The same becomes of every text.
+/// The same becomes of every text, perhaps only for those who wait.
 class FixedLayer : public OnDeviceTranslationService
 {
 public:
-    explicit FixedLayer(OnDeviceOutcome::Kind kind)
+    explicit FixedLayer(OnDeviceOutcome::Kind kind, bool isSlow = false)
         : m_kind(kind)
+        , m_isSlow(isSlow)
     {
     }
 
     QList<OnDeviceOutcome> translate(const LanguagePair &, const QStringList &texts,
                                      const std::function<bool()> &) override
     {
-        return QList<OnDeviceOutcome>(texts.size(), {.kind = m_kind});
+        return QList<OnDeviceOutcome>(texts.size(), {.kind = m_kind, .text = m_isSlow ? u"slow"_s : u"fast"_s});
+    }
+    QList<OnDeviceOutcome> translateAtOnce(const LanguagePair &pair, const QStringList &texts,
+                                           const std::function<bool()> &isWanted) override
+    {
+        return m_isSlow ? QList<OnDeviceOutcome>(texts.size(), {.kind = OnDeviceOutcome::Kind::NotReady})
+                        : translate(pair, texts, isWanted);
     }
     QList<OnDeviceServiceStatus> status() override { return {}; }
 
 private:
     const OnDeviceOutcome::Kind m_kind;
+    const bool m_isSlow;
 };
 
 } // namespace
@@ -273,6 +281,20 @@ private Q_SLOTS:
         QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}), Kind::NotReady);
         QCOMPARE(outcomeOf({Kind::NotReady, Kind::Translated}), Kind::Translated);
         QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::PairUnavailable}), Kind::UnknownPhrase);
+    }
+
+    void textsWaitForNothingThatAnotherLayerKnows()
+    {
+        using Kind = OnDeviceOutcome::Kind;
+        const auto textFrom = [](Kind slow, Kind fast) {
+            std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
+            layers.push_back(std::make_unique<FixedLayer>(slow, true));
+            layers.push_back(std::make_unique<FixedLayer>(fast));
+            return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0).text;
+        };
+        QCOMPARE(textFrom(Kind::Translated, Kind::Translated), u"fast"_s);
+        QCOMPARE(textFrom(Kind::Translated, Kind::UnknownPhrase), u"slow"_s);
+        QCOMPARE(textFrom(Kind::UnknownPhrase, Kind::PairUnavailable), u"slow"_s);
     }
 
     void theCacheIsKeptUntilTheCataloguesChange()
