@@ -1,5 +1,5 @@
-// Measures a translation model: neural-rates FOLDER [LENGTH-FACTOR] < sentences. Times of one thread are those of the
-// processor, so that other programs on the machine count little; times of a pass are those of the clock.
+// Measures a translation model: neural-rates FOLDER LENGTH-FACTOR RUNS < sentences. Prints a line per figure: its name, and
+// least and median of the runs by the clock and by the processor, in milliseconds; for "memory", MB.
 
 #include "NeuralModel.h"
 
@@ -23,17 +23,24 @@ double milliseconds(clockid_t clock)
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// Median, least and most of several runs, in milliseconds.
-void printTimes(const char *title, clockid_t clock, int runs, const std::function<void()> &work)
+/// The processor's time is that of all threads.
+void printTimes(const std::string &name, int runs, const std::function<void()> &work)
 {
-    std::vector<double> times;
+    std::vector<double> clock;
+    std::vector<double> processor;
     for (int run = 0; run < runs; ++run) {
-        const double start = milliseconds(clock);
+        const double clockStart = milliseconds(CLOCK_MONOTONIC);
+        const double processorStart = milliseconds(CLOCK_PROCESS_CPUTIME_ID);
         work();
-        times.push_back(milliseconds(clock) - start);
+        clock.push_back(milliseconds(CLOCK_MONOTONIC) - clockStart);
+        processor.push_back(milliseconds(CLOCK_PROCESS_CPUTIME_ID) - processorStart);
     }
-    std::sort(times.begin(), times.end());
-    std::printf("%-44s %8.1f ms (%.1f to %.1f)\n", title, times[times.size() / 2], times.front(), times.back());
+    std::printf("%s", name.c_str());
+    for (std::vector<double> *times : {&clock, &processor}) {
+        std::sort(times->begin(), times->end());
+        std::printf("\t%.2f\t%.2f", times->front(), (*times)[times->size() / 2]);
+    }
+    std::printf("\n");
 }
 
 /// In MB: all that is resident, or what isn't a mapped file of it.
@@ -54,12 +61,13 @@ double resident(bool isPrivate)
 
 int main(int argc, char *argv[])
 {
-    if (argc < 2) {
-        std::fprintf(stderr, "neural-rates FOLDER [LENGTH-FACTOR] < sentences\n");
+    if (argc != 4) {
+        std::fprintf(stderr, "neural-rates FOLDER LENGTH-FACTOR RUNS < sentences\n");
         return 1;
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
-    const double factor = argc > 2 ? QByteArray(argv[2]).toDouble() : 2;
+    const double factor = QByteArray(argv[2]).toDouble();
+    const int runs = std::max(1, QByteArray(argv[3]).toInt());
     QStringList sentences;
     QTextStream input(stdin);
     for (QString line; input.readLineInto(&line);)
@@ -68,7 +76,7 @@ int main(int argc, char *argv[])
     const double before = resident(false);
     const double ownBefore = resident(true);
     tl::expected<std::shared_ptr<const NeuralModel>, NeuralModelError> model;
-    printTimes("load", CLOCK_MONOTONIC, 1, [&] { model = NeuralModel::open(folder); });
+    printTimes("load", runs, [&] { model = NeuralModel::open(folder); });
     if (!model) {
         std::fprintf(stderr, "%s\n", qPrintable(model.error().detail));
         return 1;
@@ -76,20 +84,17 @@ int main(int argc, char *argv[])
     const auto translate = [&](const QStringList &lines, int threads) {
         (*model)->translate(lines, {.lengthFactor = factor, .threads = threads});
     };
-    translate(sentences, 0);
-    std::printf("%-44s %8.1f MB, of which %.1f MB aren't the mapped files\n", "memory after the first pass",
-                resident(false) - before, resident(true) - ownBefore);
+    constexpr int passThreads = 2;
+    translate(sentences, passThreads);
+    std::printf("memory\t%.1f\t%.1f\n", resident(false) - before, resident(true) - ownBefore);
     qsizetype next = 0;
-    printTimes("one sentence, one thread", CLOCK_PROCESS_CPUTIME_ID, 100,
-               [&] { translate({sentences[next++ % sentences.size()]}, 1); });
-    printTimes("all as one pass, a thread per processor", CLOCK_MONOTONIC, 15, [&] { translate(sentences, 0); });
+    printTimes("sentence", 5 * runs, [&] { translate({sentences[next++ % sentences.size()]}, 1); });
+    printTimes("pass", runs, [&] { translate(sentences, passThreads); });
     for (const int size : {1, 2, 5, 10, 20}) {
-        const double start = milliseconds(CLOCK_PROCESS_CPUTIME_ID);
-        for (qsizetype at = 0; at < sentences.size(); at += size)
-            translate(sentences.mid(at, size), 1);
-        const double seconds = (milliseconds(CLOCK_PROCESS_CPUTIME_ID) - start) / 1e3;
-        std::printf("%-44s %8.1f sentences per second\n", ("together on one thread: " + std::to_string(size)).c_str(),
-                    double(sentences.size()) / seconds);
+        printTimes("together " + std::to_string(size), std::max(1, runs / 3), [&] {
+            for (qsizetype at = 0; at < sentences.size(); at += size)
+                translate(sentences.mid(at, size), 1);
+        });
     }
     return 0;
 }
