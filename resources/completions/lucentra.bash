@@ -11,7 +11,7 @@ _lucentra()
     fi
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
-        local commands='recognize image text test-connection languages models export entries
+        local commands='recognize image text test-connection languages models doctor export entries
             toggle show hide translate settings history quit'
         mapfile -t COMPREPLY < <(compgen -W "$commands --help --version" -- "$current")
         return

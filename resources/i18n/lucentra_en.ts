@@ -24,6 +24,10 @@
         <translation>%d phrases</translation>
     </message>
     <message>
+        <source>%d 個語言組合</source>
+        <translation>%d language pairs</translation>
+    </message>
+    <message>
         <source>%d 分鐘前建立</source>
         <translation>built %d minutes ago</translation>
     </message>
@@ -204,6 +208,18 @@
         <translation>The response of Gemini could not be understood</translation>
     </message>
     <message>
+        <source>Wayland 的圖層；合成器支援</source>
+        <translation>layer surface of Wayland; the compositor offers it</translation>
+    </message>
+    <message>
+        <source>X11 視窗</source>
+        <translation>X11 window</translation>
+    </message>
+    <message>
+        <source>X11 視窗（XWayland）；合成器不支援圖層</source>
+        <translation>X11 window (XWayland); the compositor offers no layer surfaces</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help lists all commands</translation>
     </message>
@@ -270,6 +286,10 @@
     <message>
         <source>❌ 翻譯失敗：%@</source>
         <translation>❌ Translation failed: %@</translation>
+    </message>
+    <message>
+        <source>「!」標出 %d 個可以改善之處。</source>
+        <translation>“!” marks what could be better: %d.</translation>
     </message>
     <message>
         <source>一般</source>
@@ -408,6 +428,10 @@
         <translation>list the history</translation>
     </message>
     <message>
+        <source>列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字</source>
+        <translation>say what the program finds on this computer, what is wrong and how to mend it; no keys, no captured text</translation>
+    </message>
+    <message>
         <source>列出這部電腦上與伺服器提供的翻譯模型</source>
         <translation>list the translation models on this computer and on the server</translation>
     </message>
@@ -468,6 +492,10 @@
         <translation>Translation models that can be downloaded:</translation>
     </message>
     <message>
+        <source>可以使用</source>
+        <translation>works</translation>
+    </message>
+    <message>
         <source>可用性檢查</source>
         <translation>Availability</translation>
     </message>
@@ -476,12 +504,24 @@
         <translation>Connects to OpenRouter, Ollama or any other service with chat completions. Addresses on other computers must use HTTPS.</translation>
     </message>
     <message>
+        <source>合成器</source>
+        <translation>Compositor</translation>
+    </message>
+    <message>
+        <source>合成器不允許擷取畫面。請安裝套件，而不是直接從原始碼執行。</source>
+        <translation>The compositor doesn't allow pictures of the screen. Install the package instead of running the program from its sources.</translation>
+    </message>
+    <message>
         <source>同時輸出各階段所需的毫秒數</source>
         <translation>also print how many milliseconds each stage took</translation>
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>also print the translation and the place of every line</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>no</translation>
     </message>
     <message>
         <source>單字卡（以定位字元分隔）…</source>
@@ -516,8 +556,16 @@
         <translation>Show in the taskbar</translation>
     </message>
     <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>Translation on this computer</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>Region</translation>
+    </message>
+    <message>
+        <source>執行中的 Lucentra</source>
+        <translation>Lucentra is running</translation>
     </message>
     <message>
         <source>外觀</source>
@@ -552,8 +600,16 @@
         <translation>not complete yet</translation>
     </message>
     <message>
+        <source>尚未建立</source>
+        <translation>not there yet</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>No translations yet</translation>
+    </message>
+    <message>
+        <source>工作階段</source>
+        <translation>Session</translation>
     </message>
     <message>
         <source>已刪除 %d 筆紀錄</source>
@@ -566,6 +622,10 @@
     <message>
         <source>已取消下載。</source>
         <translation>The download was cancelled.</translation>
+    </message>
+    <message>
+        <source>已同意</source>
+        <translation>consent given</translation>
     </message>
     <message>
         <source>已安裝此語言所需的翻譯模型。</source>
@@ -608,6 +668,10 @@
         <translation>Translation Copied</translation>
     </message>
     <message>
+        <source>已選用</source>
+        <translation>chosen</translation>
+    </message>
+    <message>
         <source>引擎與語系</source>
         <translation>Engine and Languages</translation>
     </message>
@@ -618,6 +682,10 @@
     <message>
         <source>快捷鍵</source>
         <translation>Shortcuts</translation>
+    </message>
+    <message>
+        <source>快速鍵</source>
+        <translation>Hotkeys</translation>
     </message>
     <message>
         <source>您目前選用 Apple 內建引擎，支援無限量免費離線翻譯。</source>
@@ -684,6 +752,10 @@
         <translation>Mode</translation>
     </message>
     <message>
+        <source>擷取畫面</source>
+        <translation>Capture</translation>
+    </message>
+    <message>
         <source>收合</source>
         <translation>Show Less</translation>
     </message>
@@ -700,6 +772,10 @@
         <translation>The text is already in the target language.</translation>
     </message>
     <message>
+        <source>文字辨識模型</source>
+        <translation>Recognition models</translation>
+    </message>
+    <message>
         <source>日</source>
         <translation>日</translation>
     </message>
@@ -708,12 +784,20 @@
         <translation>Japanese</translation>
     </message>
     <message>
+        <source>是</source>
+        <translation>yes</translation>
+    </message>
+    <message>
         <source>暫停記錄</source>
         <translation>Pause recording</translation>
     </message>
     <message>
         <source>最大化</source>
         <translation>Maximize</translation>
+    </message>
+    <message>
+        <source>有 API Key</source>
+        <translation>key stored</translation>
     </message>
     <message>
         <source>服務</source>
@@ -748,8 +832,16 @@
         <translation>Area Translation</translation>
     </message>
     <message>
+        <source>桌面</source>
+        <translation>Desktop</translation>
+    </message>
+    <message>
         <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
         <translation>The desktop didn't answer the request to share the screen. Please try again; if it still doesn't answer, log in again.</translation>
+    </message>
+    <message>
+        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
+        <translation>The desktop doesn't offer to share the screen. Install xdg-desktop-portal and the back end of your desktop, log in again, then retry.</translation>
     </message>
     <message>
         <source>極簡無邊框 (No Border)</source>
@@ -788,6 +880,10 @@
         <translation>The model’s files are damaged: %@</translation>
     </message>
     <message>
+        <source>檔案</source>
+        <translation>Files</translation>
+    </message>
+    <message>
         <source>正在取得模型清單…</source>
         <translation>Fetching the list of models…</translation>
     </message>
@@ -806,6 +902,10 @@
     <message>
         <source>正在辨識與翻譯</source>
         <translation>Recognizing and translating</translation>
+    </message>
+    <message>
+        <source>歷史紀錄</source>
+        <translation>History</translation>
     </message>
     <message>
         <source>段落</source>
@@ -832,8 +932,24 @@
         <translation>There is no text to translate</translation>
     </message>
     <message>
+        <source>沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。</source>
+        <translation>There is no compositor, so that the pane can't be translucent. Start one, for example picom.</translation>
+    </message>
+    <message>
         <source>沒有安裝這個翻譯模型。</source>
         <translation>This translation model isn't installed.</translation>
+    </message>
+    <message>
+        <source>沒有工作階段匯流排：快速鍵指令、鑰匙圈與狀態圖示都無法使用。請從桌面的工作階段啟動。</source>
+        <translation>There is no session bus: commands, keyring and status item don't work. Start from a session of the desktop.</translation>
+    </message>
+    <message>
+        <source>沒有發現問題。</source>
+        <translation>No problem found.</translation>
+    </message>
+    <message>
+        <source>沒有這些模型，就讀不到那些語言的文字。請安裝：%@</source>
+        <translation>Without its model, a language can't be read on the screen. Install: %@</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -862,6 +978,10 @@
     <message>
         <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
         <translation>To read the text beneath the pane, the desktop will now ask you to share the screen; please choose the one with the pane.</translation>
+    </message>
+    <message>
+        <source>無法使用</source>
+        <translation>doesn't work</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -904,6 +1024,10 @@
         <translation>Could not read the picture: %@</translation>
     </message>
     <message>
+        <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>
+        <translation>This file can't be read or written. Check its owner and permissions.</translation>
+    </message>
+    <message>
         <source>無法讀取標準輸入</source>
         <translation>Could not read the standard input</translation>
     </message>
@@ -916,8 +1040,20 @@
         <translation>Could not connect through the proxy server</translation>
     </message>
     <message>
+        <source>無法連線到 X 伺服器（DISPLAY）。</source>
+        <translation>There is no connection to the X server (DISPLAY).</translation>
+    </message>
+    <message>
         <source>無法連線到伺服器</source>
         <translation>Could not connect to the server</translation>
+    </message>
+    <message>
+        <source>版本</source>
+        <translation>Versions</translation>
+    </message>
+    <message>
+        <source>狀態圖示</source>
+        <translation>Status item</translation>
     </message>
     <message>
         <source>玻璃板樣式</source>
@@ -990,6 +1126,10 @@
     <message>
         <source>簡體中文</source>
         <translation>Simplified Chinese</translation>
+    </message>
+    <message>
+        <source>系統</source>
+        <translation>System</translation>
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
@@ -1092,6 +1232,10 @@
         <translation>translate into the language CODE (for example zh-Hant, en or ja) this once</translation>
     </message>
     <message>
+        <source>翻譯板</source>
+        <translation>Pane</translation>
+    </message>
+    <message>
         <source>翻譯模型</source>
         <translation>Translation Models</translation>
     </message>
@@ -1176,6 +1320,10 @@
         <translation>Window</translation>
     </message>
     <message>
+        <source>視窗管理員</source>
+        <translation>Window manager</translation>
+    </message>
+    <message>
         <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
         <translation>Recording is paused: new translations are not added to the history.</translation>
     </message>
@@ -1196,6 +1344,10 @@
         <translation>Spreadsheet (CSV)…</translation>
     </message>
     <message>
+        <source>語言</source>
+        <translation>Languages</translation>
+    </message>
+    <message>
         <source>請參閱伺服器的說明</source>
         <translation>as the server's owner states it</translation>
     </message>
@@ -1204,8 +1356,20 @@
         <translation>Enable Lucentra in the “Screen &amp; System Audio Recording” list. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart Lucentra.</translation>
     </message>
     <message>
+        <source>請在桌面的設定中，為指令 lucentra toggle 與 lucentra translate 設定快速鍵。</source>
+        <translation>In the desktop's settings, give keys to the commands lucentra toggle and lucentra translate.</translation>
+    </message>
+    <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
         <translation>Enable Lucentra in System Settings. If it is not in the list yet, click “＋” at the bottom left to add Lucentra.app, then restart Lucentra.</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁同意傳送文字。</source>
+        <translation>Allow text to be sent, in the settings' tab “Translation”.</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁輸入 API Key。</source>
+        <translation>Enter the API key in the settings' tab “Translation”.</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
@@ -1266,6 +1430,10 @@
     <message>
         <source>輸入或貼上要翻譯的文字</source>
         <translation>Type or paste text to translate</translation>
+    </message>
+    <message>
+        <source>辨識</source>
+        <translation>Recognition</translation>
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
@@ -1378,6 +1546,10 @@
     <message>
         <source>重試翻譯</source>
         <translation>Retry Translation</translation>
+    </message>
+    <message>
+        <source>鑰匙圈</source>
+        <translation>Keyring</translation>
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>

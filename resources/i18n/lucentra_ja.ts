@@ -24,6 +24,10 @@
         <translation>%d 件の語句</translation>
     </message>
     <message>
+        <source>%d 個語言組合</source>
+        <translation>%d 通りの言語の組</translation>
+    </message>
+    <message>
         <source>%d 分鐘前建立</source>
         <translation>%d 分前に作成</translation>
     </message>
@@ -204,6 +208,18 @@
         <translation>Gemini の応答を解析できませんでした</translation>
     </message>
     <message>
+        <source>Wayland 的圖層；合成器支援</source>
+        <translation>Wayland のレイヤーサーフェス（コンポジターが対応）</translation>
+    </message>
+    <message>
+        <source>X11 視窗</source>
+        <translation>X11 のウィンドウ</translation>
+    </message>
+    <message>
+        <source>X11 視窗（XWayland）；合成器不支援圖層</source>
+        <translation>X11 のウィンドウ（XWayland）。コンポジターはレイヤーサーフェスに未対応</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help ですべてのコマンドを表示します</translation>
     </message>
@@ -270,6 +286,10 @@
     <message>
         <source>❌ 翻譯失敗：%@</source>
         <translation>❌ 翻訳に失敗しました：%@</translation>
+    </message>
+    <message>
+        <source>「!」標出 %d 個可以改善之處。</source>
+        <translation>「!」は改善できる点です：%d 件。</translation>
     </message>
     <message>
         <source>一般</source>
@@ -408,6 +428,10 @@
         <translation>履歴を一覧表示する</translation>
     </message>
     <message>
+        <source>列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字</source>
+        <translation>このコンピューターの環境と、問題点およびその直し方を表示します。キーや読み取った文字は含みません</translation>
+    </message>
+    <message>
         <source>列出這部電腦上與伺服器提供的翻譯模型</source>
         <translation>このコンピューターとサーバーの翻訳モデルを一覧表示する</translation>
     </message>
@@ -468,6 +492,10 @@
         <translation>ダウンロードできる翻訳モデル：</translation>
     </message>
     <message>
+        <source>可以使用</source>
+        <translation>使用できます</translation>
+    </message>
+    <message>
         <source>可用性檢查</source>
         <translation>動作確認</translation>
     </message>
@@ -476,12 +504,24 @@
         <translation>OpenRouter、Ollama など Chat Completions に対応したサービスに接続できます。このコンピューター以外のアドレスでは HTTPS が必要です。</translation>
     </message>
     <message>
+        <source>合成器</source>
+        <translation>コンポジター</translation>
+    </message>
+    <message>
+        <source>合成器不允許擷取畫面。請安裝套件，而不是直接從原始碼執行。</source>
+        <translation>コンポジターが画面の取得を許可していません。ソースから実行せず、パッケージをインストールしてください。</translation>
+    </message>
+    <message>
         <source>同時輸出各階段所需的毫秒數</source>
         <translation>各段階にかかったミリ秒も出力する</translation>
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>各行の訳文と位置も出力する</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>いいえ</translation>
     </message>
     <message>
         <source>單字卡（以定位字元分隔）…</source>
@@ -516,8 +556,16 @@
         <translation>タスクバーに表示</translation>
     </message>
     <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>このコンピューターでの翻訳</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>リージョン</translation>
+    </message>
+    <message>
+        <source>執行中的 Lucentra</source>
+        <translation>実行中の Lucentra</translation>
     </message>
     <message>
         <source>外觀</source>
@@ -552,8 +600,16 @@
         <translation>ダウンロード未完了</translation>
     </message>
     <message>
+        <source>尚未建立</source>
+        <translation>まだありません</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>翻訳履歴はまだありません</translation>
+    </message>
+    <message>
+        <source>工作階段</source>
+        <translation>セッション</translation>
     </message>
     <message>
         <source>已刪除 %d 筆紀錄</source>
@@ -566,6 +622,10 @@
     <message>
         <source>已取消下載。</source>
         <translation>ダウンロードを中止しました。</translation>
+    </message>
+    <message>
+        <source>已同意</source>
+        <translation>同意済み</translation>
     </message>
     <message>
         <source>已安裝此語言所需的翻譯模型。</source>
@@ -608,6 +668,10 @@
         <translation>訳文をコピーしました</translation>
     </message>
     <message>
+        <source>已選用</source>
+        <translation>選択中</translation>
+    </message>
+    <message>
         <source>引擎與語系</source>
         <translation>エンジンと言語</translation>
     </message>
@@ -617,6 +681,10 @@
     </message>
     <message>
         <source>快捷鍵</source>
+        <translation>ショートカット</translation>
+    </message>
+    <message>
+        <source>快速鍵</source>
         <translation>ショートカット</translation>
     </message>
     <message>
@@ -684,6 +752,10 @@
         <translation>モード</translation>
     </message>
     <message>
+        <source>擷取畫面</source>
+        <translation>画面の取得</translation>
+    </message>
+    <message>
         <source>收合</source>
         <translation>折りたたむ</translation>
     </message>
@@ -700,6 +772,10 @@
         <translation>テキストはすでに翻訳先の言語です。</translation>
     </message>
     <message>
+        <source>文字辨識模型</source>
+        <translation>文字認識のモデル</translation>
+    </message>
+    <message>
         <source>日</source>
         <translation>日</translation>
     </message>
@@ -708,12 +784,20 @@
         <translation>日本語</translation>
     </message>
     <message>
+        <source>是</source>
+        <translation>はい</translation>
+    </message>
+    <message>
         <source>暫停記錄</source>
         <translation>記録を一時停止</translation>
     </message>
     <message>
         <source>最大化</source>
         <translation>最大化</translation>
+    </message>
+    <message>
+        <source>有 API Key</source>
+        <translation>API キーあり</translation>
     </message>
     <message>
         <source>服務</source>
@@ -748,8 +832,16 @@
         <translation>範囲翻訳</translation>
     </message>
     <message>
+        <source>桌面</source>
+        <translation>デスクトップ</translation>
+    </message>
+    <message>
         <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
         <translation>画面の共有の要求にデスクトップが応答しませんでした。もう一度お試しください。それでも応答がない場合は、ログインし直してください。</translation>
+    </message>
+    <message>
+        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
+        <translation>デスクトップに画面共有の機能がありません。xdg-desktop-portal とお使いのデスクトップ用のバックエンドをインストールし、ログインし直してください。</translation>
     </message>
     <message>
         <source>極簡無邊框 (No Border)</source>
@@ -788,6 +880,10 @@
         <translation>モデルのファイルが壊れています：%@</translation>
     </message>
     <message>
+        <source>檔案</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
         <source>正在取得模型清單…</source>
         <translation>モデルの一覧を取得しています…</translation>
     </message>
@@ -806,6 +902,10 @@
     <message>
         <source>正在辨識與翻譯</source>
         <translation>認識と翻訳を実行中</translation>
+    </message>
+    <message>
+        <source>歷史紀錄</source>
+        <translation>履歴</translation>
     </message>
     <message>
         <source>段落</source>
@@ -832,8 +932,24 @@
         <translation>翻訳するテキストがありません</translation>
     </message>
     <message>
+        <source>沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。</source>
+        <translation>コンポジターがないため、翻訳パネルを透明にできません。picom などを起動してください。</translation>
+    </message>
+    <message>
         <source>沒有安裝這個翻譯模型。</source>
         <translation>この翻訳モデルはインストールされていません。</translation>
+    </message>
+    <message>
+        <source>沒有工作階段匯流排：快速鍵指令、鑰匙圈與狀態圖示都無法使用。請從桌面的工作階段啟動。</source>
+        <translation>セッションバスがありません。コマンド、キーリング、状態アイコンは使えません。デスクトップのセッションから起動してください。</translation>
+    </message>
+    <message>
+        <source>沒有發現問題。</source>
+        <translation>問題は見つかりませんでした。</translation>
+    </message>
+    <message>
+        <source>沒有這些模型，就讀不到那些語言的文字。請安裝：%@</source>
+        <translation>モデルがない言語の文字は読み取れません。インストールしてください：%@</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -862,6 +978,10 @@
     <message>
         <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
         <translation>翻訳パネルの下の文字を読み取るため、次にデスクトップが画面の共有を求めます。翻訳パネルのある画面を選んでください。</translation>
+    </message>
+    <message>
+        <source>無法使用</source>
+        <translation>使用できません</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -904,6 +1024,10 @@
         <translation>画像を読み込めませんでした：%@</translation>
     </message>
     <message>
+        <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>
+        <translation>このファイルを読み書きできません。所有者と権限を確認してください。</translation>
+    </message>
+    <message>
         <source>無法讀取標準輸入</source>
         <translation>標準入力を読み込めませんでした</translation>
     </message>
@@ -916,8 +1040,20 @@
         <translation>プロキシサーバー経由で接続できませんでした</translation>
     </message>
     <message>
+        <source>無法連線到 X 伺服器（DISPLAY）。</source>
+        <translation>X サーバー（DISPLAY）に接続できません。</translation>
+    </message>
+    <message>
         <source>無法連線到伺服器</source>
         <translation>サーバーに接続できませんでした</translation>
+    </message>
+    <message>
+        <source>版本</source>
+        <translation>バージョン</translation>
+    </message>
+    <message>
+        <source>狀態圖示</source>
+        <translation>状態アイコン</translation>
     </message>
     <message>
         <source>玻璃板樣式</source>
@@ -990,6 +1126,10 @@
     <message>
         <source>簡體中文</source>
         <translation>簡体字中国語</translation>
+    </message>
+    <message>
+        <source>系統</source>
+        <translation>システム</translation>
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
@@ -1092,6 +1232,10 @@
         <translation>今回だけ CODE の言語（zh-Hant、en、ja など）に翻訳する</translation>
     </message>
     <message>
+        <source>翻譯板</source>
+        <translation>翻訳パネル</translation>
+    </message>
+    <message>
         <source>翻譯模型</source>
         <translation>翻訳モデル</translation>
     </message>
@@ -1176,6 +1320,10 @@
         <translation>ウィンドウ</translation>
     </message>
     <message>
+        <source>視窗管理員</source>
+        <translation>ウィンドウマネージャー</translation>
+    </message>
+    <message>
         <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
         <translation>記録を一時停止中：新しい翻訳は履歴に追加されません。</translation>
     </message>
@@ -1196,6 +1344,10 @@
         <translation>表計算（CSV）…</translation>
     </message>
     <message>
+        <source>語言</source>
+        <translation>言語</translation>
+    </message>
+    <message>
         <source>請參閱伺服器的說明</source>
         <translation>サーバーの説明を参照</translation>
     </message>
@@ -1204,8 +1356,20 @@
         <translation>「画面収録とシステムオーディオ録音」のリストで Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、Lucentra を再起動してください。</translation>
     </message>
     <message>
+        <source>請在桌面的設定中，為指令 lucentra toggle 與 lucentra translate 設定快速鍵。</source>
+        <translation>デスクトップの設定で、コマンド lucentra toggle と lucentra translate にキーを割り当ててください。</translation>
+    </message>
+    <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
         <translation>システム設定で Lucentra を有効にしてください。リストに表示されない場合は、左下の「＋」を押して Lucentra.app を追加し、Lucentra を再起動してください。</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁同意傳送文字。</source>
+        <translation>設定の「翻訳」タブでテキストの送信に同意してください。</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁輸入 API Key。</source>
+        <translation>設定の「翻訳」タブで API キーを入力してください。</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
@@ -1266,6 +1430,10 @@
     <message>
         <source>輸入或貼上要翻譯的文字</source>
         <translation>翻訳するテキストを入力または貼り付け</translation>
+    </message>
+    <message>
+        <source>辨識</source>
+        <translation>認識</translation>
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
@@ -1378,6 +1546,10 @@
     <message>
         <source>重試翻譯</source>
         <translation>翻訳を再試行</translation>
+    </message>
+    <message>
+        <source>鑰匙圈</source>
+        <translation>キーリング</translation>
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>

@@ -24,6 +24,10 @@
         <translation>어구 %d개</translation>
     </message>
     <message>
+        <source>%d 個語言組合</source>
+        <translation>언어 조합 %d개</translation>
+    </message>
+    <message>
         <source>%d 分鐘前建立</source>
         <translation>%d분 전에 생성</translation>
     </message>
@@ -204,6 +208,18 @@
         <translation>Gemini의 응답을 해석할 수 없습니다</translation>
     </message>
     <message>
+        <source>Wayland 的圖層；合成器支援</source>
+        <translation>Wayland 레이어 서피스(컴포지터가 지원함)</translation>
+    </message>
+    <message>
+        <source>X11 視窗</source>
+        <translation>X11 창</translation>
+    </message>
+    <message>
+        <source>X11 視窗（XWayland）；合成器不支援圖層</source>
+        <translation>X11 창(XWayland), 컴포지터가 레이어 서피스를 지원하지 않음</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help로 모든 명령을 볼 수 있습니다</translation>
     </message>
@@ -270,6 +286,10 @@
     <message>
         <source>❌ 翻譯失敗：%@</source>
         <translation>❌ 번역하지 못했습니다: %@</translation>
+    </message>
+    <message>
+        <source>「!」標出 %d 個可以改善之處。</source>
+        <translation>“!”는 개선할 수 있는 점을 나타냅니다: %d개.</translation>
     </message>
     <message>
         <source>一般</source>
@@ -408,6 +428,10 @@
         <translation>기록을 나열</translation>
     </message>
     <message>
+        <source>列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字</source>
+        <translation>이 컴퓨터의 환경과 문제점, 해결 방법을 보여 줍니다. 키나 캡처한 글자는 포함하지 않습니다</translation>
+    </message>
+    <message>
         <source>列出這部電腦上與伺服器提供的翻譯模型</source>
         <translation>이 컴퓨터와 서버의 번역 모델을 나열합니다</translation>
     </message>
@@ -468,6 +492,10 @@
         <translation>내려받을 수 있는 번역 모델:</translation>
     </message>
     <message>
+        <source>可以使用</source>
+        <translation>사용할 수 있음</translation>
+    </message>
+    <message>
         <source>可用性檢查</source>
         <translation>사용 가능 여부 확인</translation>
     </message>
@@ -476,12 +504,24 @@
         <translation>OpenRouter, Ollama 등 Chat Completions를 지원하는 서비스에 연결할 수 있습니다. 이 컴퓨터 외의 주소는 HTTPS를 사용해야 합니다.</translation>
     </message>
     <message>
+        <source>合成器</source>
+        <translation>컴포지터</translation>
+    </message>
+    <message>
+        <source>合成器不允許擷取畫面。請安裝套件，而不是直接從原始碼執行。</source>
+        <translation>컴포지터가 화면 캡처를 허용하지 않습니다. 소스에서 실행하지 말고 패키지를 설치하세요.</translation>
+    </message>
+    <message>
         <source>同時輸出各階段所需的毫秒數</source>
         <translation>단계별 소요 시간(밀리초)도 출력</translation>
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>각 줄의 번역문과 위치도 출력</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>아니요</translation>
     </message>
     <message>
         <source>單字卡（以定位字元分隔）…</source>
@@ -516,8 +556,16 @@
         <translation>작업 표시줄에 표시</translation>
     </message>
     <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>이 컴퓨터에서의 번역</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>리전</translation>
+    </message>
+    <message>
+        <source>執行中的 Lucentra</source>
+        <translation>실행 중인 Lucentra</translation>
     </message>
     <message>
         <source>外觀</source>
@@ -552,8 +600,16 @@
         <translation>다운로드 미완료</translation>
     </message>
     <message>
+        <source>尚未建立</source>
+        <translation>아직 없음</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>아직 번역 기록이 없습니다</translation>
+    </message>
+    <message>
+        <source>工作階段</source>
+        <translation>세션</translation>
     </message>
     <message>
         <source>已刪除 %d 筆紀錄</source>
@@ -566,6 +622,10 @@
     <message>
         <source>已取消下載。</source>
         <translation>다운로드를 취소했습니다.</translation>
+    </message>
+    <message>
+        <source>已同意</source>
+        <translation>동의함</translation>
     </message>
     <message>
         <source>已安裝此語言所需的翻譯模型。</source>
@@ -608,6 +668,10 @@
         <translation>번역문 복사됨</translation>
     </message>
     <message>
+        <source>已選用</source>
+        <translation>선택됨</translation>
+    </message>
+    <message>
         <source>引擎與語系</source>
         <translation>엔진 및 언어</translation>
     </message>
@@ -617,6 +681,10 @@
     </message>
     <message>
         <source>快捷鍵</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>快速鍵</source>
         <translation>단축키</translation>
     </message>
     <message>
@@ -684,6 +752,10 @@
         <translation>모드</translation>
     </message>
     <message>
+        <source>擷取畫面</source>
+        <translation>화면 캡처</translation>
+    </message>
+    <message>
         <source>收合</source>
         <translation>접기</translation>
     </message>
@@ -700,6 +772,10 @@
         <translation>텍스트가 이미 대상 언어로 되어 있습니다.</translation>
     </message>
     <message>
+        <source>文字辨識模型</source>
+        <translation>문자 인식 모델</translation>
+    </message>
+    <message>
         <source>日</source>
         <translation>日</translation>
     </message>
@@ -708,12 +784,20 @@
         <translation>일본어</translation>
     </message>
     <message>
+        <source>是</source>
+        <translation>예</translation>
+    </message>
+    <message>
         <source>暫停記錄</source>
         <translation>기록 일시 중지</translation>
     </message>
     <message>
         <source>最大化</source>
         <translation>최대화</translation>
+    </message>
+    <message>
+        <source>有 API Key</source>
+        <translation>API 키 있음</translation>
     </message>
     <message>
         <source>服務</source>
@@ -748,8 +832,16 @@
         <translation>영역 번역</translation>
     </message>
     <message>
+        <source>桌面</source>
+        <translation>데스크톱</translation>
+    </message>
+    <message>
         <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
         <translation>데스크톱이 화면 공유 요청에 응답하지 않았습니다. 다시 시도하고, 계속 응답이 없으면 다시 로그인하세요.</translation>
+    </message>
+    <message>
+        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
+        <translation>데스크톱이 화면 공유를 제공하지 않습니다. xdg-desktop-portal과 데스크톱용 백엔드를 설치하고 다시 로그인하세요.</translation>
     </message>
     <message>
         <source>極簡無邊框 (No Border)</source>
@@ -788,6 +880,10 @@
         <translation>모델 파일이 손상되었습니다: %@</translation>
     </message>
     <message>
+        <source>檔案</source>
+        <translation>파일</translation>
+    </message>
+    <message>
         <source>正在取得模型清單…</source>
         <translation>모델 목록을 가져오는 중…</translation>
     </message>
@@ -806,6 +902,10 @@
     <message>
         <source>正在辨識與翻譯</source>
         <translation>인식 및 번역 중</translation>
+    </message>
+    <message>
+        <source>歷史紀錄</source>
+        <translation>기록</translation>
     </message>
     <message>
         <source>段落</source>
@@ -832,8 +932,24 @@
         <translation>번역할 텍스트가 없습니다</translation>
     </message>
     <message>
+        <source>沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。</source>
+        <translation>컴포지터가 없어 번역 패널을 투명하게 할 수 없습니다. picom 등을 시작하세요.</translation>
+    </message>
+    <message>
         <source>沒有安裝這個翻譯模型。</source>
         <translation>이 번역 모델은 설치되어 있지 않습니다.</translation>
+    </message>
+    <message>
+        <source>沒有工作階段匯流排：快速鍵指令、鑰匙圈與狀態圖示都無法使用。請從桌面的工作階段啟動。</source>
+        <translation>세션 버스가 없어 명령, 키링, 상태 아이콘을 사용할 수 없습니다. 데스크톱 세션에서 시작하세요.</translation>
+    </message>
+    <message>
+        <source>沒有發現問題。</source>
+        <translation>문제를 찾지 못했습니다.</translation>
+    </message>
+    <message>
+        <source>沒有這些模型，就讀不到那些語言的文字。請安裝：%@</source>
+        <translation>모델이 없는 언어의 글자는 읽을 수 없습니다. 설치하세요: %@</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -862,6 +978,10 @@
     <message>
         <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
         <translation>번역 패널 아래의 글자를 읽기 위해 이제 데스크톱이 화면 공유를 요청합니다. 번역 패널이 있는 화면을 선택하세요.</translation>
+    </message>
+    <message>
+        <source>無法使用</source>
+        <translation>사용할 수 없음</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -904,6 +1024,10 @@
         <translation>그림을 읽을 수 없습니다: %@</translation>
     </message>
     <message>
+        <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>
+        <translation>이 파일을 읽거나 쓸 수 없습니다. 소유자와 권한을 확인하세요.</translation>
+    </message>
+    <message>
         <source>無法讀取標準輸入</source>
         <translation>표준 입력을 읽을 수 없습니다</translation>
     </message>
@@ -916,8 +1040,20 @@
         <translation>프록시 서버를 통해 연결할 수 없습니다</translation>
     </message>
     <message>
+        <source>無法連線到 X 伺服器（DISPLAY）。</source>
+        <translation>X 서버(DISPLAY)에 연결할 수 없습니다.</translation>
+    </message>
+    <message>
         <source>無法連線到伺服器</source>
         <translation>서버에 연결할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>版本</source>
+        <translation>버전</translation>
+    </message>
+    <message>
+        <source>狀態圖示</source>
+        <translation>상태 아이콘</translation>
     </message>
     <message>
         <source>玻璃板樣式</source>
@@ -990,6 +1126,10 @@
     <message>
         <source>簡體中文</source>
         <translation>중국어(간체)</translation>
+    </message>
+    <message>
+        <source>系統</source>
+        <translation>시스템</translation>
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
@@ -1092,6 +1232,10 @@
         <translation>이번만 CODE 언어(예: zh-Hant, en, ja)로 번역</translation>
     </message>
     <message>
+        <source>翻譯板</source>
+        <translation>번역 패널</translation>
+    </message>
+    <message>
         <source>翻譯模型</source>
         <translation>번역 모델</translation>
     </message>
@@ -1176,6 +1320,10 @@
         <translation>창</translation>
     </message>
     <message>
+        <source>視窗管理員</source>
+        <translation>창 관리자</translation>
+    </message>
+    <message>
         <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
         <translation>기록 일시 중지됨: 새 번역이 기록에 추가되지 않습니다.</translation>
     </message>
@@ -1196,6 +1344,10 @@
         <translation>스프레드시트(CSV)…</translation>
     </message>
     <message>
+        <source>語言</source>
+        <translation>언어</translation>
+    </message>
+    <message>
         <source>請參閱伺服器的說明</source>
         <translation>서버의 설명을 참조</translation>
     </message>
@@ -1204,8 +1356,20 @@
         <translation>‘화면 및 시스템 오디오 기록’ 목록에서 Lucentra를 활성화하세요. 목록에 아직 없으면 왼쪽 아래의 ‘＋’를 눌러 Lucentra.app을 추가한 다음 Lucentra를 다시 시작하세요.</translation>
     </message>
     <message>
+        <source>請在桌面的設定中，為指令 lucentra toggle 與 lucentra translate 設定快速鍵。</source>
+        <translation>데스크톱 설정에서 lucentra toggle과 lucentra translate 명령에 키를 지정하세요.</translation>
+    </message>
+    <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
         <translation>시스템 설정에서 Lucentra를 활성화하세요. 목록에 아직 없으면 왼쪽 아래의 ‘＋’를 눌러 Lucentra.app을 추가한 다음 Lucentra를 다시 시작하세요.</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁同意傳送文字。</source>
+        <translation>설정의 “번역” 탭에서 텍스트 전송에 동의하세요.</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁輸入 API Key。</source>
+        <translation>설정의 “번역” 탭에서 API 키를 입력하세요.</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
@@ -1266,6 +1430,10 @@
     <message>
         <source>輸入或貼上要翻譯的文字</source>
         <translation>번역할 텍스트를 입력하거나 붙여넣으세요</translation>
+    </message>
+    <message>
+        <source>辨識</source>
+        <translation>인식</translation>
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
@@ -1378,6 +1546,10 @@
     <message>
         <source>重試翻譯</source>
         <translation>번역 다시 시도</translation>
+    </message>
+    <message>
+        <source>鑰匙圈</source>
+        <translation>키링</translation>
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>

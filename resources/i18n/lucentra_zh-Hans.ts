@@ -24,6 +24,10 @@
         <translation>%d 个词句</translation>
     </message>
     <message>
+        <source>%d 個語言組合</source>
+        <translation>%d 个语言组合</translation>
+    </message>
+    <message>
         <source>%d 分鐘前建立</source>
         <translation>%d 分钟前创建</translation>
     </message>
@@ -204,6 +208,18 @@
         <translation>无法解析 Gemini 的响应</translation>
     </message>
     <message>
+        <source>Wayland 的圖層；合成器支援</source>
+        <translation>Wayland 的图层；合成器支持</translation>
+    </message>
+    <message>
+        <source>X11 視窗</source>
+        <translation>X11 窗口</translation>
+    </message>
+    <message>
+        <source>X11 視窗（XWayland）；合成器不支援圖層</source>
+        <translation>X11 窗口（XWayland）；合成器不支持图层</translation>
+    </message>
+    <message>
         <source>lucentra --help 列出所有指令</source>
         <translation>lucentra --help 列出所有命令</translation>
     </message>
@@ -270,6 +286,10 @@
     <message>
         <source>❌ 翻譯失敗：%@</source>
         <translation>❌ 翻译失败：%@</translation>
+    </message>
+    <message>
+        <source>「!」標出 %d 個可以改善之處。</source>
+        <translation>“!”标出 %d 个可以改善之处。</translation>
     </message>
     <message>
         <source>一般</source>
@@ -408,6 +428,10 @@
         <translation>列出历史记录</translation>
     </message>
     <message>
+        <source>列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字</source>
+        <translation>列出这台电脑上的环境、有什么不对、如何改善；不含密钥与截取的文字</translation>
+    </message>
+    <message>
         <source>列出這部電腦上與伺服器提供的翻譯模型</source>
         <translation>列出这台电脑上与服务器提供的翻译模型</translation>
     </message>
@@ -468,6 +492,10 @@
         <translation>可以下载的翻译模型：</translation>
     </message>
     <message>
+        <source>可以使用</source>
+        <translation>可以使用</translation>
+    </message>
+    <message>
         <source>可用性檢查</source>
         <translation>可用性检查</translation>
     </message>
@@ -476,12 +504,24 @@
         <translation>可连接 OpenRouter、Ollama 或其他支持 Chat Completions 的服务；非本机网址必须使用 HTTPS。</translation>
     </message>
     <message>
+        <source>合成器</source>
+        <translation>合成器</translation>
+    </message>
+    <message>
+        <source>合成器不允許擷取畫面。請安裝套件，而不是直接從原始碼執行。</source>
+        <translation>合成器不允许截取画面。请安装软件包，而不是直接从源代码运行。</translation>
+    </message>
+    <message>
         <source>同時輸出各階段所需的毫秒數</source>
         <translation>同时输出各阶段所需的毫秒数</translation>
     </message>
     <message>
         <source>同時輸出每一行的譯文與位置</source>
         <translation>同时输出每一行的译文与位置</translation>
+    </message>
+    <message>
+        <source>否</source>
+        <translation>否</translation>
     </message>
     <message>
         <source>單字卡（以定位字元分隔）…</source>
@@ -516,8 +556,16 @@
         <translation>在任务栏显示图标</translation>
     </message>
     <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>在这台电脑上翻译</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>区域</translation>
+    </message>
+    <message>
+        <source>執行中的 Lucentra</source>
+        <translation>运行中的 Lucentra</translation>
     </message>
     <message>
         <source>外觀</source>
@@ -552,8 +600,16 @@
         <translation>尚未下载完成</translation>
     </message>
     <message>
+        <source>尚未建立</source>
+        <translation>尚未创建</translation>
+    </message>
+    <message>
         <source>尚未有任何翻譯紀錄</source>
         <translation>还没有任何翻译记录</translation>
+    </message>
+    <message>
+        <source>工作階段</source>
+        <translation>会话</translation>
     </message>
     <message>
         <source>已刪除 %d 筆紀錄</source>
@@ -566,6 +622,10 @@
     <message>
         <source>已取消下載。</source>
         <translation>已取消下载。</translation>
+    </message>
+    <message>
+        <source>已同意</source>
+        <translation>已同意</translation>
     </message>
     <message>
         <source>已安裝此語言所需的翻譯模型。</source>
@@ -608,6 +668,10 @@
         <translation>已复制译文</translation>
     </message>
     <message>
+        <source>已選用</source>
+        <translation>已选用</translation>
+    </message>
+    <message>
         <source>引擎與語系</source>
         <translation>引擎与语言</translation>
     </message>
@@ -617,6 +681,10 @@
     </message>
     <message>
         <source>快捷鍵</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>快速鍵</source>
         <translation>快捷键</translation>
     </message>
     <message>
@@ -684,6 +752,10 @@
         <translation>操作模式</translation>
     </message>
     <message>
+        <source>擷取畫面</source>
+        <translation>截取画面</translation>
+    </message>
+    <message>
         <source>收合</source>
         <translation>收起</translation>
     </message>
@@ -700,6 +772,10 @@
         <translation>文字已是目标语言。</translation>
     </message>
     <message>
+        <source>文字辨識模型</source>
+        <translation>文字识别模型</translation>
+    </message>
+    <message>
         <source>日</source>
         <translation>日</translation>
     </message>
@@ -708,12 +784,20 @@
         <translation>日文</translation>
     </message>
     <message>
+        <source>是</source>
+        <translation>是</translation>
+    </message>
+    <message>
         <source>暫停記錄</source>
         <translation>暂停记录</translation>
     </message>
     <message>
         <source>最大化</source>
         <translation>最大化</translation>
+    </message>
+    <message>
+        <source>有 API Key</source>
+        <translation>有 API Key</translation>
     </message>
     <message>
         <source>服務</source>
@@ -748,8 +832,16 @@
         <translation>框选翻译</translation>
     </message>
     <message>
+        <source>桌面</source>
+        <translation>桌面</translation>
+    </message>
+    <message>
         <source>桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。</source>
         <translation>桌面没有回答共享屏幕的请求。请再试一次；如果仍然没有反应，请重新登录。</translation>
+    </message>
+    <message>
+        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
+        <translation>桌面没有提供屏幕共享。请安装 xdg-desktop-portal 与您的桌面所用的后端，重新登录后再试。</translation>
     </message>
     <message>
         <source>極簡無邊框 (No Border)</source>
@@ -788,6 +880,10 @@
         <translation>模型的文件已损坏：%@</translation>
     </message>
     <message>
+        <source>檔案</source>
+        <translation>文件</translation>
+    </message>
+    <message>
         <source>正在取得模型清單…</source>
         <translation>正在获取模型列表…</translation>
     </message>
@@ -806,6 +902,10 @@
     <message>
         <source>正在辨識與翻譯</source>
         <translation>正在识别与翻译</translation>
+    </message>
+    <message>
+        <source>歷史紀錄</source>
+        <translation>历史记录</translation>
     </message>
     <message>
         <source>段落</source>
@@ -832,8 +932,24 @@
         <translation>没有可翻译的文字</translation>
     </message>
     <message>
+        <source>沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。</source>
+        <translation>没有合成器，翻译板无法透明。请启动一个，例如 picom。</translation>
+    </message>
+    <message>
         <source>沒有安裝這個翻譯模型。</source>
         <translation>没有安装这个翻译模型。</translation>
+    </message>
+    <message>
+        <source>沒有工作階段匯流排：快速鍵指令、鑰匙圈與狀態圖示都無法使用。請從桌面的工作階段啟動。</source>
+        <translation>没有会话总线：快捷键命令、密钥环与状态图标都无法使用。请从桌面的会话启动。</translation>
+    </message>
+    <message>
+        <source>沒有發現問題。</source>
+        <translation>没有发现问题。</translation>
+    </message>
+    <message>
+        <source>沒有這些模型，就讀不到那些語言的文字。請安裝：%@</source>
+        <translation>没有这些模型，就读不到那些语言的文字。请安装：%@</translation>
     </message>
     <message>
         <source>淡雅水藍 (Subtle Blue)</source>
@@ -862,6 +978,10 @@
     <message>
         <source>為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。</source>
         <translation>为了读取翻译板下方的文字，桌面接下来会请您共享屏幕；请选择翻译板所在的屏幕。</translation>
+    </message>
+    <message>
+        <source>無法使用</source>
+        <translation>无法使用</translation>
     </message>
     <message>
         <source>無法判斷文字的語言。</source>
@@ -904,6 +1024,10 @@
         <translation>无法读取图片：%@</translation>
     </message>
     <message>
+        <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>
+        <translation>无法读取或写入这个文件。请检查它的所有者与权限。</translation>
+    </message>
+    <message>
         <source>無法讀取標準輸入</source>
         <translation>无法读取标准输入</translation>
     </message>
@@ -916,8 +1040,20 @@
         <translation>无法通过代理服务器连接</translation>
     </message>
     <message>
+        <source>無法連線到 X 伺服器（DISPLAY）。</source>
+        <translation>无法连接到 X 服务器（DISPLAY）。</translation>
+    </message>
+    <message>
         <source>無法連線到伺服器</source>
         <translation>无法连接到服务器</translation>
+    </message>
+    <message>
+        <source>版本</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>狀態圖示</source>
+        <translation>状态图标</translation>
     </message>
     <message>
         <source>玻璃板樣式</source>
@@ -990,6 +1126,10 @@
     <message>
         <source>簡體中文</source>
         <translation>简体中文</translation>
+    </message>
+    <message>
+        <source>系統</source>
+        <translation>系统</translation>
     </message>
     <message>
         <source>系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。</source>
@@ -1092,6 +1232,10 @@
         <translation>翻译成 CODE 语言（例如 zh-Hans、en、ja），不改变设置</translation>
     </message>
     <message>
+        <source>翻譯板</source>
+        <translation>翻译板</translation>
+    </message>
+    <message>
         <source>翻譯模型</source>
         <translation>翻译模型</translation>
     </message>
@@ -1176,6 +1320,10 @@
         <translation>窗口</translation>
     </message>
     <message>
+        <source>視窗管理員</source>
+        <translation>窗口管理器</translation>
+    </message>
+    <message>
         <source>記錄已暫停：新的翻譯不會加入歷史紀錄。</source>
         <translation>记录已暂停：新的翻译不会加入历史记录。</translation>
     </message>
@@ -1196,6 +1344,10 @@
         <translation>电子表格（CSV）…</translation>
     </message>
     <message>
+        <source>語言</source>
+        <translation>语言</translation>
+    </message>
+    <message>
         <source>請參閱伺服器的說明</source>
         <translation>请参阅服务器的说明</translation>
     </message>
@@ -1204,8 +1356,20 @@
         <translation>请在“录屏与系统录音”列表中启用 Lucentra。如果列表中尚未出现，请点击左下角的“＋”添加 Lucentra.app，然后重新启动 Lucentra。</translation>
     </message>
     <message>
+        <source>請在桌面的設定中，為指令 lucentra toggle 與 lucentra translate 設定快速鍵。</source>
+        <translation>请在桌面的设置中，为命令 lucentra toggle 与 lucentra translate 设置快捷键。</translation>
+    </message>
+    <message>
         <source>請在系統設定中啟用 Lucentra。若清單尚未出現，請按左下角的「＋」加入 Lucentra.app，接著重新啟動 App。</source>
         <translation>请在系统设置中启用 Lucentra。如果列表中尚未出现，请点击左下角的“＋”添加 Lucentra.app，然后重新启动 Lucentra。</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁同意傳送文字。</source>
+        <translation>请在设置的“翻译”分页同意发送文字。</translation>
+    </message>
+    <message>
+        <source>請在設定的「翻譯」分頁輸入 API Key。</source>
+        <translation>请在设置的“翻译”分页输入 API Key。</translation>
     </message>
     <message>
         <source>請將翻譯視窗完整放在同一個螢幕內再試一次</source>
@@ -1266,6 +1430,10 @@
     <message>
         <source>輸入或貼上要翻譯的文字</source>
         <translation>输入或粘贴要翻译的文字</translation>
+    </message>
+    <message>
+        <source>辨識</source>
+        <translation>识别</translation>
     </message>
     <message>
         <source>辨識圖片中的文字，逐行輸出為 JSON</source>
@@ -1378,6 +1546,10 @@
     <message>
         <source>重試翻譯</source>
         <translation>重试翻译</translation>
+    </message>
+    <message>
+        <source>鑰匙圈</source>
+        <translation>密钥环</translation>
     </message>
     <message>
         <source>鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。</source>

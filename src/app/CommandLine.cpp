@@ -63,6 +63,8 @@ constexpr std::array commandRows{
     CommandRow{u"models remove", Command::RemoveModel, u"PAIR", u"", u"", u"移除 PAIR 的模型"},
     CommandRow{u"models run", Command::RunModel, u"FOLDER", u"max-length-factor", u"",
                u"只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句"},
+    CommandRow{u"doctor", Command::Doctor, u"", u"", u"",
+               u"列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字"},
     CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",
                u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
     CommandRow{u"entries", Command::Entries, u"", u"json search", u"", u"列出歷史紀錄"},

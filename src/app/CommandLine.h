@@ -27,6 +27,7 @@ struct Invocation
         InstallModel,
         RemoveModel,
         RunModel,
+        Doctor,
         Export,
         Entries,
         Toggle,

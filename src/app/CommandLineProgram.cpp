@@ -142,6 +142,8 @@ Result<CommandOutput> runCommand(const Invocation &invocation, Services &service
         return removeModelCommand(invocation, services);
     case Command::RunModel:
         return runModelCommand(invocation, services.texts());
+    case Command::Doctor:
+        return doctorCommand(invocation, services);
     case Command::Export:
         return exportCommand(invocation, services);
     case Command::Entries:

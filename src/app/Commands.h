@@ -9,6 +9,7 @@ namespace lucentra {
 
 class LocalizationManager;
 class Services;
+struct NeuralModelError;
 
 /// What a finished command prints.
 struct CommandOutput
@@ -40,10 +41,16 @@ Result<CommandOutput> exportCommand(const Invocation &invocation, Services &serv
 Result<CommandOutput> entriesCommand(const Invocation &invocation, Services &services);
 /// Asks the chosen engine for one word.
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
+/// What a report of a problem needs: versions, the session and what of it is used, models, engines without their keys.
+/// Says what is wrong and how to mend it.
+Result<CommandOutput> doctorCommand(const Invocation &invocation, Services &services);
 /// Translates the lines of the standard input by one model alone.
 Result<CommandOutput> runModelCommand(const Invocation &invocation, const LocalizationManager &texts);
 /// Has the running program carry the command out.
 Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services);
+
+/// Why a translation model can't be used.
+QString modelErrorText(const NeuralModelError &error, const LocalizationManager &texts);
 
 /// The text of the standard input, up to 1 MiB of UTF-8.
 Result<QString> standardInput(const LocalizationManager &texts);

@@ -7,9 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-namespace {
-
-QString description(const NeuralModelError &error, const LocalizationManager &texts)
+QString modelErrorText(const NeuralModelError &error, const LocalizationManager &texts)
 {
     switch (error.kind) {
     case NeuralModelError::Kind::Missing:
@@ -22,15 +20,13 @@ QString description(const NeuralModelError &error, const LocalizationManager &te
     return texts.formatted(u"不支援這種模型：%@"_s, error.detail);
 }
 
-} // namespace
-
 Result<CommandOutput> runModelCommand(const Invocation &invocation, const LocalizationManager &texts)
 {
     const auto model = NeuralModel::open(invocation.argument);
     if (!model)
         return tl::unexpected(Failure{.domain = u"CommandLine"_s,
                                       .code = int(ExitCode::Failed),
-                                      .description = description(model.error(), texts)});
+                                      .description = modelErrorText(model.error(), texts)});
     const auto input = standardInput(texts);
     if (!input)
         return tl::unexpected(input.error());

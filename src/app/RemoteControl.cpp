@@ -39,11 +39,6 @@ Failure failure(const QString &description)
     return {.domain = u"RemoteControl"_s, .code = int(ExitCode::Failed), .description = description};
 }
 
-bool isRunning(const QDBusConnection &bus)
-{
-    return bus.interface()->isServiceRegistered(serviceName);
-}
-
 /// Starts the program and waits until it can be called. It outlives this process and holds none of its outputs open.
 bool start(const QDBusConnection &bus)
 {
@@ -57,7 +52,7 @@ bool start(const QDBusConnection &bus)
     if (!program.startDetached(&identifier))
         return false;
     const QDeadlineTimer deadline(startPatience);
-    while (!isRunning(bus)) {
+    while (!isProgramRunning(bus)) {
         const bool hasEnded = ::kill(pid_t(identifier), 0) != 0;
         if (hasEnded || deadline.hasExpired())
             return false;
@@ -150,19 +145,24 @@ bool hasJustEnded(const QDBusMessage &reply, const QDBusConnection &bus)
     if (error == QDBusError::NotSupported || error == QDBusError::UnknownMethod)
         return false; // it is there, and has answered
     const QDeadlineTimer deadline(endPatience);
-    while (isRunning(bus) && !deadline.hasExpired())
+    while (isProgramRunning(bus) && !deadline.hasExpired())
         QThread::msleep(20);
-    return !isRunning(bus);
+    return !isProgramRunning(bus);
 }
 
 } // namespace
+
+bool isProgramRunning(const QDBusConnection &bus)
+{
+    return bus.isConnected() && bus.interface()->isServiceRegistered(serviceName);
+}
 
 Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnection &bus,
                                const LocalizationManager &texts)
 {
     if (!bus.isConnected())
         return tl::unexpected(failure(texts.localized(u"找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。"_s)));
-    if (!isRunning(bus)) {
+    if (!isProgramRunning(bus)) {
         if (!startsProgram(command))
             return tl::unexpected(failure(texts.localized(u"Lucentra 沒有在執行。"_s)));
         if (!start(bus))

@@ -45,6 +45,8 @@ private:
     QDBusConnection m_bus;
 };
 
+bool isProgramRunning(const QDBusConnection &bus);
+
 /// Has the running program carry a command out, and starts it before where the command makes sense then. Blocks until
 /// it is done, at most some seconds. A failure's description is in the interface language.
 Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnection &bus,

@@ -65,6 +65,13 @@ class OnDevice(unittest.TestCase):
         cached = [path for path in (self.screen.home / "cache" / "lucentra").rglob("*") if path.is_file()]
         self.assertTrue(cached)
         self.assertTrue(all(stat.S_IMODE(path.stat().st_mode) == 0o600 for path in cached))
+        report = self.screen.lucentra("doctor")
+        self.assertEqual(report.returncode, 0, report.stderr)
+        self.assertRegex(report.stdout, "Window manager: Openbox\n    Compositor: yes\n")
+        self.assertRegex(report.stdout, "phrases: [0-9]+ language pairs, [0-9,]+ phrases\n")
+        self.assertIn("gnome-keyring", report.stdout)  # this session has none
+        self.assertIn("Settings: ~/", report.stdout)
+        self.assertNotIn(str(self.screen.home), report.stdout)
 
     def test_a_picture(self):
         sample_page.render(self.page, [*LINES, *UNKNOWN])

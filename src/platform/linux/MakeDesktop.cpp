@@ -13,11 +13,6 @@ namespace lucentra {
 
 namespace {
 
-bool isWaylandSession()
-{
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
-}
-
 /// The environment can force the choice, for users with trouble and for tests.
 bool isLayerPaneChosen()
 {
@@ -29,6 +24,11 @@ bool isLayerPaneChosen()
 }
 
 } // namespace
+
+bool isWaylandSession()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland";
+}
 
 std::optional<QString> prepareDesktop()
 {

@@ -16,6 +16,9 @@ class MainQueue;
 class Scheduler;
 class SessionBus;
 
+/// Whether the environment names a session of Wayland.
+bool isWaylandSession();
+
 /// Selects the toolkit's platform plugin; to be called before the application object exists. Returns a text key that
 /// explains to the user why there is no desktop to run on, or nullopt.
 std::optional<QString> prepareDesktop();
