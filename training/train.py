@@ -25,6 +25,9 @@ from samples import CORE, GAP, UNSURE
 SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 
+NARROW = 4  # weight of the places between two lines on one row that are nearer than about their height
+
+
 class Crops(Dataset):
     """Crop i of a run depends on the samples and on i alone."""
 
@@ -69,7 +72,8 @@ def has_hangul(name):
 
 def refined(core, sure):
     """Cores of lone characters are wider and weigh more, else they are too few places to be learned. Between lines as
-    near to each other as words are, anything is right. Returns the core and the weight of each place."""
+    near to each other as words are, anything is right; between others that are near, the places weigh more. Returns the
+    core and the weight of each place."""
     labels, _ = ndimage.label(core)
     core, weight = core.copy(), sure.astype(np.float32)
     for rows, columns in ndimage.find_objects(labels):
@@ -77,9 +81,15 @@ def refined(core, sure):
         if width <= 1.5 * thick + 1:
             core[rows, max(0, columns.start - 1):columns.stop + 1] = True
             weight[rows.start:rows.stop, max(0, columns.start - 4):columns.stop + 4] *= 4
-        row = labels[(rows.start + rows.stop) // 2, columns.stop:columns.stop + round(1.4 * thick + 1)]
-        if row.any():
-            weight[max(0, rows.start - thick):rows.stop + thick, columns.stop:columns.stop + int(np.argmax(row > 0))] = 0
+        row = labels[(rows.start + rows.stop) // 2, columns.stop:columns.stop + 6 * thick]
+        if not row.any():
+            continue
+        wide = int(np.argmax(row > 0))
+        between = np.s_[max(0, rows.start - thick):rows.stop + thick, columns.stop:columns.stop + wide]
+        if wide <= 1.4 * thick + 1:
+            weight[between] = 0
+        else:  # what parts columns and menus is narrow and rare
+            weight[between] *= NARROW
     return core, weight
 
 

@@ -107,6 +107,8 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
             inks.append(line.found.ink);
         }
     }
+    if (isOn("twins"))
+        settleTwins(texts);
     const QList<QRect> boxes = typographicBoxes(texts, QRect(QPoint(), size));
     QList<RecognizedTextObservation> observations;
     for (const int index : readingOrder(inks))

@@ -123,25 +123,6 @@ private Q_SLOTS:
         }
     }
 
-    void arrowsAloneAreNoLine()
-    {
-        for (const int side : {9, 12, 14, 17}) {
-            for (const double turn : {0.0, 90.0, 180.0, 270.0}) {
-                QImage image = blank({80, 60}, QColor(62, 66, 70));
-                QPainter painter(&image);
-                painter.setRenderHint(QPainter::Antialiasing);
-                painter.translate(40, 30);
-                painter.rotate(turn);
-                painter.setPen(Qt::NoPen);
-                painter.setBrush(QColor(200, 200, 205));
-                painter.drawPolygon(
-                    QPolygonF({{-side / 2.0, -side / 4.0}, {side / 2.0, -side / 4.0}, {0, side / 4.0}}));
-                painter.end();
-                QCOMPARE(findLines(image, 5).size(), 0);
-            }
-        }
-    }
-
     void rowsBesideAnIconComeApart_data()
     {
         QTest::addColumn<QString>("icon");

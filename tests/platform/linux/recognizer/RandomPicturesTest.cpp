@@ -115,7 +115,7 @@ private Q_SLOTS:
             const QImage image = anyPicture(random);
             TextMaps maps = seen(image);
             // On half of the pictures the net sees whatever chance will.
-            for (SureMap *map : {&maps.ink, &maps.core, &maps.gap, &maps.scripts[0], &maps.scripts[1]}) {
+            for (SureMap *map : {&maps.ink, &maps.core, &maps.scripts[0], &maps.scripts[1]}) {
                 for (int k = i % 2 == 0 ? 0 : int(map->values.size()) / 20; k > 0; --k)
                     map->values[random.bounded(quint32(map->values.size()))] = std::uint8_t(random.generate());
             }

@@ -1,6 +1,7 @@
 #include "ScreenTextRecognizer.h"
 #include "Pictures.h"
 
+#include <QPainter>
 #include <QTest>
 
 #include <atomic>
@@ -86,24 +87,28 @@ private Q_SLOTS:
     void screensInFurtherLanguages_data()
     {
         QTest::addColumn<QString>("family");
+        QTest::addColumn<int>("size");
         QTest::addColumn<QStringList>("texts");
-        QTest::newRow("Korean") << u"Noto Sans CJK KR"_s
+        QTest::newRow("Korean") << u"Noto Sans CJK KR"_s << 24
                                 << QStringList{u"자동 업데이트"_s, u"언어와 지역"_s, u"저장 공간"_s, u"알림"_s};
         QTest::newRow("simplified Chinese")
-            << u"Noto Sans CJK SC"_s
+            << u"Noto Sans CJK SC"_s << 24
             << QStringList{u"语言和地区"_s, u"显示与亮度"_s, u"键盘快捷键"_s, u"选择窗口的外观"_s};
         QTest::newRow("traditional Chinese")
-            << han << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
+            << han << 24 << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
+        QTest::newRow("keys of menus")
+            << han << 13 << QStringList{u"檔案(F)"_s, u"編輯(E)"_s, u"工具(T)"_s, u"說明(H)"_s};
     }
 
     /// What was read of a screen first decides who reads the rest.
     void screensInFurtherLanguages()
     {
         QFETCH(const QString, family);
+        QFETCH(const int, size);
         QFETCH(const QStringList, texts);
         QImage image = blank({420, 60 + 50 * int(texts.size())}, Qt::white);
         for (qsizetype i = 0; i < texts.size(); ++i)
-            write(image, {20, 50 + 50 * int(i)}, texts[i], font(family, 24), Qt::black);
+            write(image, {20, 50 + 50 * int(i)}, texts[i], font(family, size), Qt::black);
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QStringList read = textsOf(*lines);
@@ -128,7 +133,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, family);
         QFETCH(const int, size);
-        const QString characters = u"月火木金中大小設定編明語あいかきくるれ"_s;
+        const QString characters = u"月火木金中大小設定編明語あいかきくるれエカ"_s;
         QImage image = blank({90 * 7, 80 * 3}, Qt::white);
         for (int i = 0; i < characters.size(); ++i)
             write(image, {30 + i % 7 * 90, 50 + i / 7 * 80}, characters[i], font(family, size), Qt::black);
@@ -138,6 +143,25 @@ private Q_SLOTS:
             ++right;
         }
         QVERIFY2(10 * right >= 9 * characters.size(), qPrintable(QString::number(right)));
+    }
+
+    void arrowsAloneAreNoText()
+    {
+        for (const int side : {9, 12, 14, 17}) {
+            for (const double turn : {0.0, 90.0, 180.0, 270.0}) {
+                QImage image = blank({80, 60}, QColor(62, 66, 70));
+                QPainter painter(&image);
+                painter.setRenderHint(QPainter::Antialiasing);
+                painter.translate(40, 30);
+                painter.rotate(turn);
+                painter.setPen(Qt::NoPen);
+                painter.setBrush(QColor(200, 200, 205));
+                painter.drawPolygon(
+                    QPolygonF({{-side / 2.0, -side / 4.0}, {side / 2.0, -side / 4.0}, {0, side / 4.0}}));
+                painter.end();
+                QCOMPARE(textsOf(*m_recognizer.perform(usual, image)), QStringList());
+            }
+        }
     }
 
     /// The engine makes a word of nearly each syllable.

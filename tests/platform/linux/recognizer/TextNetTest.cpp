@@ -27,7 +27,7 @@ void fill(SureMap &map, const QRect &area, int value = 255)
 TextMaps emptyMaps(const QSize &size)
 {
     const auto scaled = [&](int factor) { return SureMap(size.width() / factor, size.height() / factor); };
-    return {scaled(1), scaled(2), scaled(2), {scaled(8), scaled(8), scaled(8), scaled(8)}};
+    return {scaled(1), scaled(2), {scaled(8), scaled(8), scaled(8), scaled(8)}};
 }
 
 /// Letters of 6 pixels with 2 between them, and the middle of their line.
@@ -131,20 +131,19 @@ private Q_SLOTS:
         const QSize size(320, 160);
         TextMaps maps = emptyMaps(size);
         const QRect first(20, 20, 94, 16);
-        const QRect second(126, 20, 94, 16); // so near that their cores touch
-        const QRect unsure(20, 60, 94, 16);
+        const QRect second(20, 40, 94, 16); // so near that the net sees their cores hang together
+        const QRect unsure(180, 60, 94, 16);
         const QRect small(20, 100, 94, 6);
         for (const QRect &line : {first, second, small})
             writeLetters(maps, line);
         writeLetters(maps, unsure, 140);
-        fill(maps.core, {50, 13, 25, 3});
-        fill(maps.gap, {57, 10, 6, 8});
+        fill(maps.core, {20, 16, 30, 6}, 190);
         fill(maps.ink, {24, 15, 3, 3});     // an accent
         fill(maps.ink, {280, 100, 20, 20}); // far from every core
         QList<QRect> inks;
         for (const FoundLine &line : linesOf(maps, 8))
             inks.append(line.ink);
-        std::ranges::sort(inks, {}, &QRect::left);
+        std::ranges::sort(inks, {}, &QRect::top);
         QCOMPARE(inks, QList<QRect>({first.adjusted(0, -4, 0, 0), second}));
     }
 };

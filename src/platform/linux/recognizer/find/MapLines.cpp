@@ -20,9 +20,7 @@ constexpr double leastWide = 0.9;
 constexpr double spaceWidth = 0.25; // of a gap
 
 constexpr double flat = 1.4;  // of the core's height at half size; a full character has four
-constexpr int leastCoreWidth = 2; // half pixels; of what gaps leave of a core
-// The gap between two menus is hardly wider than a space, so the net is seldom sure of it. 0.7 was better than 0.5 and 1.
-constexpr double gapWeight = 0.7;
+constexpr double rowValley = 0.85; // of how sure the net is above and below; between two rows it is less
 constexpr int leastArea = 3;  // half pixels; of a line's core
 constexpr double reach = 0.8; // of the core's height; ink that is farther off belongs to nothing
 
@@ -34,6 +32,8 @@ struct Core
     int sum = 0; // of how sure the net is of each place
     double thickness = 0;
 
+    /// Whether it is high enough for two rows of the smallest print.
+    bool mayBeRows() const { return box.height() >= 6; }
     bool isSure() const { return area >= leastArea && sum >= leastMeanCore * area; }
 };
 
@@ -48,26 +48,16 @@ struct Places
     std::size_t at(int x, int y) const { return std::size_t(y) * std::size_t(width) + std::size_t(x); }
 };
 
-/// The cores, and in `places` which place is in which.
-std::vector<Core> coresOf(const TextMaps &maps, Places &places)
+/// The connected parts of a mask, and in `places` which place is in which.
+std::vector<Core> labelled(const Strip &mask, const TextMaps &maps, Places &places)
 {
-    const auto isCore = [&](int x, int y) { return maps.core.row(y)[x] >= leastCore; };
-    const auto isInside = [&](int x, int y) { // the wide spaces of a line are open between the two
-        return isCore(x, y) && maps.gap.row(y)[x] < gapWeight * maps.core.row(y)[x];
-    };
-    const Strip whole = maskOf(places.width, places.height, isCore);
-    const Strip parted(pixSelectBySize(maskOf(places.width, places.height, isInside).get(), leastCoreWidth, 0, 4,
-                                       L_SELECT_WIDTH, L_SELECT_IF_GTE, nullptr));
-    // Gaps part lines. Where they leave nothing of one, such as of a lone digit, it stays whole.
-    const Strip known(pixSeedfillBinary(nullptr, parted.get(), whole.get(), 4));
-    const Strip others(pixSubtract(nullptr, whole.get(), known.get()));
-    const Strip mask(pixOr(nullptr, parted.get(), others.get()));
     const Strip numbers(pixConnCompTransform(mask.get(), 4, 32));
     std::vector<Core> cores;
     for (int y = 0; y < places.height; ++y) {
         const l_uint32 *row = pixGetData(numbers.get()) + std::ptrdiff_t(y) * pixGetWpl(numbers.get());
         for (int x = 0; x < places.width; ++x) {
             const std::size_t number = row[x];
+            places.lines[places.at(x, y)] = int(number);
             if (number == 0)
                 continue;
             cores.resize(std::max(cores.size(), number));
@@ -75,11 +65,51 @@ std::vector<Core> coresOf(const TextMaps &maps, Places &places)
             core.box |= QRect(x, y, 1, 1);
             core.area += 1;
             core.sum += maps.core.row(y)[x];
-            places.lines[places.at(x, y)] = int(number);
         }
     }
     for (Core &core : cores)
         core.thickness = std::clamp(1.15 * core.area / core.box.width(), 1.0, double(core.box.height()));
+    return cores;
+}
+
+/// Cuts cores that are several rows: of rows that are close to one another the net sees the cores hang together in
+/// places. What is less sure than what is above it and below it, on average over some columns, is between two rows.
+void cutRows(const Strip &mask, const std::vector<Core> &cores, const SureMap &core, const Places &places)
+{
+    constexpr int columns = 12; // half pixels to each side
+    for (std::size_t i = 0; i < cores.size(); ++i) {
+        if (!cores[i].mayBeRows())
+            continue;
+        const QRect &box = cores[i].box;
+        for (int x = box.left(); x <= box.right(); ++x) {
+            const int left = std::max(0, x - columns);
+            const int right = std::min(core.width - 1, x + columns);
+            std::vector<int> sums;
+            for (int y = box.top(); y <= box.bottom(); ++y)
+                sums.push_back(std::accumulate(core.row(y) + left, core.row(y) + right + 1, 0));
+            std::vector<int> below(sums.size());
+            std::inclusive_scan(sums.rbegin(), sums.rend(), below.rbegin(), [](int a, int b) { return std::max(a, b); });
+            int above = 0;
+            for (int y = box.top(); y <= box.bottom(); ++y) {
+                const std::size_t at = std::size_t(y - box.top());
+                above = std::max(above, sums[at]);
+                if (places.lines[places.at(x, y)] == int(i) + 1 && rowValley * std::min(above, below[at]) > sums[at])
+                    pixSetPixel(mask.get(), x, y, 0);
+            }
+        }
+    }
+}
+
+/// The cores, and in `places` which place is in which.
+std::vector<Core> coresOf(const TextMaps &maps, Places &places)
+{
+    const Strip mask = maskOf(places.width, places.height,
+                              [&](int x, int y) { return maps.core.row(y)[x] >= leastCore; });
+    std::vector<Core> cores = labelled(mask, maps, places);
+    if (std::ranges::any_of(cores, &Core::mayBeRows)) {
+        cutRows(mask, cores, maps.core, places);
+        cores = labelled(mask, maps, places);
+    }
     for (std::size_t i = 0; i < places.lines.size(); ++i) {
         if (places.lines[i] > 0 && cores[std::size_t(places.lines[i] - 1)].isSure())
             places.distances[i] = 0;
@@ -146,10 +176,10 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
-/// Joins lines whose letters nearly touch: the net takes a character like a frame for a gap. Returns whether there are any.
+/// Joins lines whose letters nearly touch: the net takes a character like a frame for one of its own. Returns whether there are any.
 bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
-    constexpr double apart = 0.36; // of the height; cells and labels are farther apart
+    constexpr double apart = 0.55; // of the height; cells and labels are farther apart
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
         if (inks[i].area > 0)

@@ -33,7 +33,6 @@ struct TextMaps
 
     SureMap ink;                    ///< at full size: the letters themselves, without outlines, shadows and icons
     SureMap core;                   ///< at half size: the middle of each line, from its first letter to its last
-    SureMap gap;                    ///< at half size: what lies before and after each line
     std::array<SureMap, 4> scripts; ///< at an eighth: the letters of a line, by `Script`
 };
 

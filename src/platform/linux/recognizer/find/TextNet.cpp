@@ -214,7 +214,6 @@ void TextNet::keep(const QRect &tile, const QRect &kept, int first, int end, Tex
     const NumberPlane &out = m_planes.find("out")->second;
     for (int y = 4 * first; y < std::min(4 * end, (kept.bottom() + 2) / 2); ++y) {
         std::uint8_t *core = maps.core.row(y);
-        std::uint8_t *gap = maps.gap.row(y);
         std::uint8_t *upper = maps.ink.row(2 * y);
         std::uint8_t *lower = 2 * y + 1 < maps.ink.height ? maps.ink.row(2 * y + 1) : upper;
         for (int x = kept.left() / 2; x <= kept.right() / 2; ++x) {
@@ -225,7 +224,6 @@ void TextNet::keep(const QRect &tile, const QRect &kept, int first, int end, Tex
             upper[right] = sureness(numbers[1]);
             upper[2 * x] = sureness(numbers[0]);
             core[x] = sureness(numbers[4]);
-            gap[x] = sureness(numbers[5]);
         }
     }
     const NumberPlane &script = m_planes.find("script")->second;
@@ -246,7 +244,7 @@ TextMaps TextNet::seen(const QImage &image, int threads)
     const auto scaled = [&](int factor) {
         return SureMap((image.width() + factor - 1) / factor, (image.height() + factor - 1) / factor);
     };
-    TextMaps maps{scaled(1), scaled(2), scaled(2), {scaled(8), scaled(8), scaled(8), scaled(8)}};
+    TextMaps maps{scaled(1), scaled(2), {scaled(8), scaled(8), scaled(8), scaled(8)}};
     for (const auto &[top, bottom] : partsOf(image.height(), largestTile.height())) {
         for (const auto &[left, right] : partsOf(image.width(), largestTile.width())) {
             const QRect kept(left, top, right - left, bottom - top);

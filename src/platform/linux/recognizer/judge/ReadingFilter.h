@@ -1,6 +1,7 @@
 #pragma once
 
 #include "find/FoundLine.h"
+#include "judge/LineBox.h"
 #include "read/LineReader.h"
 
 namespace lucentra {
@@ -11,6 +12,10 @@ QString tidied(const QString &text);
 /// A line's text whose last mark is known to be an ideographic full stop; unchanged where no ideographs or kana
 /// precede.
 QString withFullStop(const QString &text);
+
+/// Settles what lone characters are that ideographs and kana have in common, such as in a table of kana or a calendar:
+/// each is of the kind of the nearest other one on its row.
+void settleTwins(QList<TypeLine> &lines);
 
 /// Whether a reading is writing, or what a picture's edges happened to look like.
 bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);

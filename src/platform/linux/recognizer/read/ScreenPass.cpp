@@ -3,10 +3,14 @@
 #include "Rules.h"
 #include "read/ReaderPool.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <latch>
 
 namespace lucentra {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -175,6 +179,41 @@ void ScreenPass::readStretches(ReadLine &line) const
     line.pieces = readings;
 }
 
+/// Reads the key behind a menu's name or a button's, such as (F), once more as Latin letters: Chinese, Japanese and
+/// Korean make characters of it. Keys are letters.
+void ScreenPass::readKey(ReadLine &line) const
+{
+    static const QRegularExpression key(u" ?[(（](?!(?:[A-Z]|\\d+)[)）]$)[^()（）]{0,3}[)）]?$"_s);
+    static const QRegularExpression latinKey(u"(?<=\\D)([A-Z01l|])[)\\]}]$"_s);
+    Reading &reading = line.pieces.last().best;
+    const QRegularExpressionMatch match = key.match(reading.text);
+    if (reading.language == ReadingLanguage::English || !match.hasMatch() || match.capturedStart() == 0)
+        return;
+    const QRect &ink = line.found.pieces.last().ink;
+    // A key is about as wide as the line is high, and cut off at the lightest column before it.
+    const int first = std::max(ink.left(), ink.right() - int(1.9 * ink.height()));
+    const int last = ink.right() - int(0.9 * ink.height());
+    int cut = 0;
+    int least = 1 << 30;
+    for (int x = first; x < last; ++x) {
+        int sum = 0;
+        for (int y = ink.top(); y <= ink.bottom(); ++y)
+            sum += m_ink.row(y)[x];
+        if (sum <= least) {
+            least = sum;
+            cut = x;
+        }
+    }
+    const QRect part(QPoint(cut, ink.top()), ink.bottomRight());
+    const QString text = m_thorough.read(normalized(part), {1, 0, 0, 0}, m_reader, m_screen).best.text;
+    const QRegularExpressionMatch latin = latinKey.match(text);
+    if (!latin.hasMatch())
+        return;
+    const QString letter = latin.captured(1);
+    reading.text.truncate(match.capturedStart());
+    reading.text += u'(' + (letter == u"0" ? u"O"_s : letter[0].isUpper() ? letter : u"I"_s) + u')';
+}
+
 void ScreenPass::readOn(ReadLine &line) const
 {
     for (qsizetype i = 0; i < line.pieces.size() && !m_budget.isScarce(); ++i) {
@@ -201,6 +240,8 @@ void ScreenPass::readAlike(ReadLine &line) const
         piece.best = m_thorough.readAlike(normalized(line.found.pieces[i].ink), piece,
                                           i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
     }
+    if (isOn("keys") && !line.pieces.isEmpty())
+        readKey(line);
 }
 
 void ScreenPass::learn(const ReadLine &line)

@@ -55,6 +55,7 @@ private:
 
     static double sureness(const QList<LinePiece> &pieces, const QList<RoutedReading> &readings);
     void read(ReadLine &line) const;
+    void readKey(ReadLine &line) const;
     void readStretches(ReadLine &line) const;
     void readOn(ReadLine &line) const;
     void compare(ReadLine &line) const;
