@@ -66,24 +66,35 @@ function(lucentra_wayland_protocols name)
     set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
-# lucentra_test(<name> SOURCES <file>... LINK <target>... [LABELS <label>...])
-# One QtTest program. It runs headless, in a home directory of its own, and knows the test data by TEST_DATA.
-function(lucentra_test name)
-    cmake_parse_arguments(arg "" "" "SOURCES;LINK;LABELS" ${ARGN})
-    add_executable(${name} ${arg_SOURCES})
-    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+# lucentra_tests(<name> CLASSES <class>... [SOURCES <file>...] LINK <target>... [LABELS <label>...])
+# A program of QtTest classes, each in <class>.cpp, which may name a subfolder. It runs the class that its first argument
+# names: CTest runs each in a process of its own, headless, with a home directory of its own.
+# Labels: "service" tests need real services or much time and aren't run under the sanitizers; of "cost" tests a part is
+# skipped there.
+function(lucentra_tests name)
+    cmake_parse_arguments(arg "" "" "CLASSES;SOURCES;LINK;LABELS" ${ARGN})
+    if(NOT LUCENTRA_BUILD_SANITIZED_TESTS AND NOT arg_LABELS)
+        return()
+    endif()
+    set(files ${arg_CLASSES})
+    list(TRANSFORM files APPEND .cpp)
+    add_executable(${name} ${files} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES
+        AUTOMOC ON UNITY_BUILD ${LUCENTRA_UNITY_BUILD} UNITY_BUILD_BATCH_SIZE 12)
     if(LUCENTRA_SANITIZE AND "service" IN_LIST arg_LABELS)
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON) # such tests have time limits
     endif()
-    target_link_libraries(${name} PRIVATE lucentra-common Qt6::Test ${arg_LINK})
+    target_link_libraries(${name} PRIVATE lucentra-test-program ${arg_LINK})
     target_precompile_headers(${name} REUSE_FROM lucentra-precompiled)
-    target_compile_definitions(${name} PRIVATE TEST_DATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
-    add_test(NAME ${name} COMMAND ${name})
-    set(home "${CMAKE_CURRENT_BINARY_DIR}/${name}.home")
-    set_tests_properties(${name} PROPERTIES
-        LABELS "unit;${arg_LABELS}"
-        TIMEOUT 300
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_RUNTIME_DIR=${home}/run;DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+    foreach(class ${arg_CLASSES})
+        cmake_path(GET class FILENAME class)
+        add_test(NAME ${class} COMMAND ${name} ${class})
+        set(home "${CMAKE_CURRENT_BINARY_DIR}/${class}.home")
+        set_tests_properties(${class} PROPERTIES
+            LABELS "unit;${arg_LABELS}"
+            TIMEOUT 300
+            ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_RUNTIME_DIR=${home}/run;DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+    endforeach()
 endfunction()
 
 # lucentra_benchmark(<name> SOURCES <file>... LINK <target>...): one Google Benchmark program.

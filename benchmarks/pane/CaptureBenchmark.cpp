@@ -35,9 +35,8 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const VirtualScreen screen(QStringLiteral("2100x1300x24"));
-    if (!screen.isRunning())
+    if (!screen.use())
         return 1;
-    qputenv("DISPLAY", screen.display());
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

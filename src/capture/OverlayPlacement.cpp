@@ -21,7 +21,7 @@ constexpr double gapToNext = 4.0;
 constexpr double commonStart = 3.0;
 
 /// The far edges are outside.
-bool contains(const QRectF &rect, QPointF point)
+bool holds(const QRectF &rect, QPointF point)
 {
     return point.x() >= rect.left() && point.x() < rect.right() && point.y() >= rect.top() && point.y() < rect.bottom();
 }
@@ -102,7 +102,7 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
         const QRectF rect = paneRect(blocks[i].normBox, paneSize);
         const bool isUnderButtons =
             std::any_of(exclusionRects.begin(), exclusionRects.end(),
-                        [&](const QRectF &excluded) { return contains(excluded, rect.center()); });
+                        [&](const QRectF &excluded) { return holds(excluded, rect.center()); });
         if (!isUnderButtons)
             placement.candidates.append(
                 {text,

@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "TestProgram.h"
 
 #include "Columns.h"
 #include "TestTexts.h"
@@ -90,5 +91,5 @@ private:
     TestTexts m_texts;
 };
 
-QTEST_GUILESS_MAIN(CommandLineTest)
+static const TestClass<CommandLineTest> commandLineTest;
 #include "CommandLineTest.moc"

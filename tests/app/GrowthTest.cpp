@@ -3,6 +3,7 @@
 #include "AppleTranslationBridge.h"
 #include "CatalogueBytes.h"
 #include "CatalogueFolders.h"
+#include "Columns.h"
 #include "EngineClients.h"
 #include "FakeSecretStorage.h"
 #include "HistoryExport.h"
@@ -24,11 +25,13 @@
 #include "ScreenLanguageIdentifier.h"
 #include "ServiceRequest.h"
 #include "Settings.h"
+#include "TestProgram.h"
 #include "TestTexts.h"
 #include "TranslatedPicture.h"
 #include "TranslationError.h"
 #include "TranslationManager.h"
 
+#include <QApplication>
 #include <QBuffer>
 #include <QFile>
 #include <QJsonDocument>
@@ -175,9 +178,8 @@ void GrowthTest::type(const QString &text, TranslationEngine engine)
 
 void GrowthTest::costGrowsWithTheInput_data()
 {
-    QTest::addColumn<Path>("path");
-    QTest::addColumn<qsizetype>("size"); // ten times the smaller one
-    QTest::addColumn<int>("mebibytes");  // at once, at most
+    // size: ten times the smaller one; mebibytes: at once, at most
+    columns<Path, qsizetype, int>("path", "size", "mebibytes");
     const auto row = [](const char *name, qsizetype size, int mebibytes, const Path &path) {
         QTest::newRow(name) << path << size << mebibytes;
     };
@@ -369,5 +371,5 @@ void GrowthTest::costGrowsWithTheInput()
     QVERIFY(large.mostBytes <= qint64(mebibytes) << 20);
 }
 
-QTEST_MAIN(GrowthTest)
+static const TestClass<GrowthTest, QApplication> growthTest;
 #include "GrowthTest.moc"

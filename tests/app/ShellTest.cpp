@@ -5,6 +5,7 @@
 #include "ManualScheduler.h"
 #include "PaneFixture.h"
 #include "StatusItem.h"
+#include "TestProgram.h"
 #include "TestTexts.h"
 #include "ToolkitTexts.h"
 
@@ -179,5 +180,5 @@ private:
                            .openHistory = [this] { m_done.append(u"history"_s); }};
 };
 
-QTEST_MAIN(ShellTest)
+static const TestClass<ShellTest, QApplication> shellTest;
 #include "ShellTest.moc"

@@ -1,4 +1,6 @@
 #include "GlassAreaCapture.h"
+#include "Columns.h"
+#include "TestProgram.h"
 
 #include "LocalizationManager.h"
 #include "TestTexts.h"
@@ -47,9 +49,8 @@ class GlassAreaCaptureTest : public QObject
 private Q_SLOTS:
     void theAreaMustLieWholeOnOneDisplay_data()
     {
-        QTest::addColumn<QRectF>("pane");
-        QTest::addColumn<int>("code"); // 0: captured
-        QTest::addColumn<QRectF>("captured");
+        // code: 0: captured
+        columns<QRectF, int, QRectF>("pane", "code", "captured");
         QTest::newRow("inside") << QRectF(100, 40, 480, 280) << 0 << QRectF(102, 42, 476, 276);
         QTest::newRow("on the display left of the origin")
             << QRectF(-1180, 40, 480, 280) << 0 << QRectF(-1178, 42, 476, 276);
@@ -88,9 +89,7 @@ private Q_SLOTS:
     void failuresArePassedOn_data()
     {
         const Failure theirs{.domain = u"X11"_s, .code = 5, .description = u"gone"_s};
-        QTest::addColumn<Result<CaptureSurroundings>>("surroundings");
-        QTest::addColumn<Result<QImage>>("image");
-        QTest::addColumn<int>("code");
+        columns<Result<CaptureSurroundings>, Result<QImage>, int>("surroundings", "image", "code");
         const Result<CaptureSurroundings> surroundings = surroundingsOf({100, 40, 480, 280});
         const Result<QImage> image = QImage(952, 552, QImage::Format_RGB32);
         QTest::newRow("the window system is gone") << Result<CaptureSurroundings>(tl::unexpected(theirs)) << image << 5;
@@ -114,5 +113,5 @@ private:
     TestTexts m_texts;
 };
 
-QTEST_GUILESS_MAIN(GlassAreaCaptureTest)
+static const TestClass<GlassAreaCaptureTest> glassAreaCaptureTest;
 #include "GlassAreaCaptureTest.moc"

@@ -1,6 +1,7 @@
 #include "Columns.h"
 #include "OverlayPlacement.h"
 #include "Paragraphs.h"
+#include "TestProgram.h"
 #include "TextRecognition.h"
 #include "WindowButtonMask.h"
 
@@ -260,5 +261,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(PlacementTest)
+static const TestClass<PlacementTest> placementTest;
 #include "PlacementTest.moc"

@@ -1,4 +1,5 @@
 #include "TranslationPass.h"
+#include "TestProgram.h"
 
 #include "MainQueue.h"
 #include "ManualScheduler.h"
@@ -485,5 +486,5 @@ private:
     std::unique_ptr<TranslationPass> m_pass;
 };
 
-QTEST_GUILESS_MAIN(TranslationPassTest)
+static const TestClass<TranslationPassTest> translationPassTest;
 #include "TranslationPassTest.moc"

@@ -1,63 +1,43 @@
 """A local chat-completions server: answers every block by its id, or plays the answers that a test has queued."""
-import contextlib
-import http.server
 import json
-import threading
 import time
 
+from local_server import Handler, LocalServer
 
-class ChatServer:
+
+class ChatHandler(Handler):
+    def do_POST(self):
+        server = self.server.owner
+        body = json.loads(self.rfile.read(int(self.headers["Content-Length"])))
+        server.requests.append((self.path, dict(self.headers), body))
+        answer = server.queued.pop(0) if server.queued else server.answer
+        status, reply = answer(server, body)
+        if callable(reply):
+            self.close_connection = True
+            return reply(self)
+        data = reply if isinstance(reply, bytes) else json.dumps(reply).encode()
+        self.send_response(status)
+        self.send_header("Content-Type", "application/json")
+        self.send_header("Content-Length", str(len(data)))
+        self.end_headers()
+        self.wfile.write(data)
+
+
+class ChatServer(LocalServer):
     """`requests` keeps what came in as (path, headers, body); `queued` holds functions that answer in its stead, each
     once, and `answer` one that always does. They return a status and a reply: bytes, what becomes JSON, or a function
     that writes to the handler's connection itself."""
 
     def __init__(self, translate=lambda text: f"«{text}»", answer=None):
+        super().__init__(ChatHandler)
         self.translate = translate
         self.answer = answer or by_id
         self.requests: list[tuple[str, dict, dict]] = []
         self.queued: list = []
-        self.released = threading.Event()
-        server = self
-
-        class Handler(http.server.BaseHTTPRequestHandler):
-            protocol_version = "HTTP/1.1"
-
-            def do_POST(self):
-                body = json.loads(self.rfile.read(int(self.headers["Content-Length"])))
-                server.requests.append((self.path, dict(self.headers), body))
-                answer = server.queued.pop(0) if server.queued else server.answer
-                status, reply = answer(server, body)
-                if callable(reply):
-                    self.close_connection = True
-                    return reply(self)
-                data = reply if isinstance(reply, bytes) else json.dumps(reply).encode()
-                self.send_response(status)
-                self.send_header("Content-Type", "application/json")
-                self.send_header("Content-Length", str(len(data)))
-                self.end_headers()
-                with contextlib.suppress(BrokenPipeError):  # who asked has ended meanwhile
-                    self.wfile.write(data)
-
-            def log_message(self, *_):
-                pass
-
-        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        self.http.daemon_threads = True
-        self.thread = threading.Thread(target=self.http.serve_forever, daemon=True)
 
     @property
     def base_url(self) -> str:
-        return f"http://127.0.0.1:{self.http.server_port}/v1"
-
-    def __enter__(self):
-        self.thread.start()
-        return self
-
-    def __exit__(self, *_):
-        self.released.set()
-        self.http.shutdown()
-        self.http.server_close()
-        self.thread.join()
+        return f"{self.url}/v1"
 
 
 def completion(content: str) -> dict:

@@ -1,9 +1,10 @@
 """A local server of translation models: a list of records and packed files, with the faults that a test asks for."""
 import hashlib
-import http.server
 import json
 import struct
 import threading
+
+from local_server import Handler, LocalServer
 
 FILES = {"model": "model.{0}.intgemm.alphas.bin", "lex": "lex.50.50.{0}.s2t.bin", "vocab": "vocab.{0}.spm"}
 
@@ -19,56 +20,45 @@ def sha256(content: bytes) -> str:
     return hashlib.sha256(content).hexdigest()
 
 
-class ModelServer:
+class ModelHandler(Handler):
+    def do_GET(self):
+        server = self.server.owner
+        server.requests.append((self.path, dict(self.headers)))
+        fault = next((fault for part, fault in server.faults.items() if part in self.path), None)
+        content = json.dumps({"data": server.records}).encode() if self.path == "/records" \
+            else server.files.get(self.path.removeprefix("/files/"))
+        if isinstance(fault, int) or content is None:
+            return self.answer(fault or 404, b"no such file")
+        if callable(fault):
+            return self.answer(200, fault(content))
+        first = int(self.headers.get("Range", "bytes=0-")[6:-1])
+        self.answer(206 if first else 200, content[first:], fault)
+
+    def answer(self, status: int, body: bytes, fault=None):
+        self.send_response(status)
+        self.send_header("Content-Length", str(len(body)))
+        self.end_headers()
+        self.wfile.write(body[:len(body) // 2] if fault else body)
+        if fault == "stall":
+            self.server.owner.stalled.set()
+            self.server.owner.released.wait(60)
+            self.wfile.write(body[len(body) // 2:])
+        self.close_connection = fault == "cut"
+
+
+class ModelServer(LocalServer):
     """`requests` keeps what came in as (path, headers). `faults` holds, by a part of the path, what is done instead: a
     status; a function from the packed bytes to others; or "cut" or "stall", after half of what was asked for. A
     stalled answer goes on when `released` is set."""
 
     def __init__(self):
+        super().__init__(ModelHandler)
         self.records: list[dict] = []
         self.files: dict[str, bytes] = {}
         self.content: dict[str, bytes] = {}  # unpacked, by name
         self.requests: list[tuple[str, dict]] = []
         self.faults: dict = {}
-        self.stalled, self.released = threading.Event(), threading.Event()
-        server = self
-
-        class Handler(http.server.BaseHTTPRequestHandler):
-            protocol_version = "HTTP/1.1"
-
-            def do_GET(self):
-                server.requests.append((self.path, dict(self.headers)))
-                fault = next((fault for part, fault in server.faults.items() if part in self.path), None)
-                content = json.dumps({"data": server.records}).encode() if self.path == "/records" \
-                    else server.files.get(self.path.removeprefix("/files/"))
-                if isinstance(fault, int) or content is None:
-                    return self.answer(fault or 404, b"no such file")
-                if callable(fault):
-                    return self.answer(200, fault(content))
-                first = int(self.headers.get("Range", "bytes=0-")[6:-1])
-                self.answer(206 if first else 200, content[first:], fault)
-
-            def answer(self, status: int, body: bytes, fault=None):
-                self.send_response(status)
-                self.send_header("Content-Length", str(len(body)))
-                self.end_headers()
-                try:
-                    self.wfile.write(body[:len(body) // 2] if fault else body)
-                    if fault == "stall":
-                        server.stalled.set()
-                        server.released.wait(60)
-                        self.wfile.write(body[len(body) // 2:])
-                    self.close_connection = fault == "cut"
-                except (BrokenPipeError, ConnectionResetError):
-                    pass  # who asked has ended meanwhile
-
-            def log_message(self, *_):
-                pass
-
-        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        self.http.daemon_threads = True
-        self.http.handle_error = lambda *_: None  # who asked has ended meanwhile
-        self.thread = threading.Thread(target=self.http.serve_forever, daemon=True)
+        self.stalled = threading.Event()
 
     def offer(self, pair: str, architecture: str = "base", version: str = "2.0", size: int = 300_000, **changes) -> None:
         """One record per file; the content is made of the pair, the architecture and the version."""
@@ -88,15 +78,4 @@ class ModelServer:
 
     @property
     def preferences(self) -> dict:
-        url = f"http://127.0.0.1:{self.http.server_port}"
-        return {"modelRegistryURL": f"{url}/records", "modelFilesURL": f"{url}/files/"}
-
-    def __enter__(self):
-        self.thread.start()
-        return self
-
-    def __exit__(self, *_):
-        self.released.set()
-        self.http.shutdown()
-        self.http.server_close()
-        self.thread.join()
+        return {"modelRegistryURL": f"{self.url}/records", "modelFilesURL": f"{self.url}/files/"}

@@ -1,6 +1,7 @@
 #include "HistoryFile.h"
 #include "Columns.h"
 #include "Sanitized.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -153,5 +154,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HistoryFileTest)
+static const TestClass<HistoryFileTest> historyFileTest;
 #include "HistoryFileTest.moc"

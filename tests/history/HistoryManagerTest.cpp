@@ -1,10 +1,12 @@
 #include "HistoryManager.h"
 #include "Columns.h"
 #include "FileLock.h"
+#include "HistoryEntries.h"
 #include "HistoryFile.h"
 #include "MainQueue.h"
 #include "PrivateFile.h"
 #include "Sanitized.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,16 +50,6 @@ extern "C" int flock(int descriptor, int operation) noexcept
 }
 
 namespace {
-
-/// An entry named by its source text, so many seconds after the reference date.
-HistoryItem item(const QString &name, double seconds, bool isStarred = false)
-{
-    return {.id = QUuid::createUuidV5(QUuid(), name),
-            .originalText = name,
-            .translatedText = name.toUpper(),
-            .timestamp = HistoryItem::Timestamp(seconds),
-            .isStarred = isStarred};
-}
 
 /// The newest first; an asterisk marks a star.
 QString namesOf(const QList<HistoryItem> &items)
@@ -499,5 +491,5 @@ private:
     QStringList m_lines; // guarded by m_mutex while the writer runs
 };
 
-QTEST_GUILESS_MAIN(HistoryManagerTest)
+static const TestClass<HistoryManagerTest> historyManagerTest;
 #include "HistoryManagerTest.moc"

@@ -1,6 +1,7 @@
 #include "HistorySearch.h"
 #include "Columns.h"
 #include "HistoryExport.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -9,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-HistoryItem item(const QString &original, const QString &translation)
+HistoryItem entry(const QString &original, const QString &translation)
 {
     HistoryItem made = newHistoryItem(original, translation);
     made.timestamp = HistoryItem::Timestamp(86400.75);
@@ -52,7 +53,7 @@ private Q_SLOTS:
         QFETCH(QString, translation);
         QFETCH(QString, locale);
         const HistorySearch tested(search, QLocale(locale));
-        QTEST(tested.matches(item(original, translation)), "matches");
+        QTEST(tested.matches(entry(original, translation)), "matches");
     }
 
     void ranges_data()
@@ -102,7 +103,7 @@ private Q_SLOTS:
         QFETCH(QString, original);
         QFETCH(QByteArray, csv);
         QFETCH(QByteArray, tsv);
-        const QList<HistoryItem> items{item(original, u"x"_s)};
+        const QList<HistoryItem> items{entry(original, u"x"_s)};
         QCOMPARE(exportedHistory(items, ExportFormat::Csv),
                  "timestamp,original,translation,starred\r\n2001-01-02T00:00:00Z," + csv + ",x,false\r\n");
         QCOMPARE(exportedHistory(items, ExportFormat::Tsv), tsv + "\tx\n");
@@ -113,7 +114,7 @@ private Q_SLOTS:
     void datesAndFormats()
     {
         QVERIFY(!exportFormat(u"xls"_s));
-        HistoryItem exported = item(u"a"_s, u"b"_s);
+        HistoryItem exported = entry(u"a"_s, u"b"_s);
         for (const auto &[seconds, date] : {std::pair(-0.75, "2000-12-31T23:59:59Z"), // before the reference date
                                             std::pair(1e300, "9999-12-30T23:59:59Z"), // beyond all calendars
                                             std::pair(-1e300, "0001-01-02T00:00:00Z")}) {
@@ -124,5 +125,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HistorySearchTest)
+static const TestClass<HistorySearchTest> historySearchTest;
 #include "HistorySearchTest.moc"

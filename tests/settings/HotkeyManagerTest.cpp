@@ -1,4 +1,5 @@
 #include "HotkeyManager.h"
+#include "TestProgram.h"
 
 #include "Columns.h"
 #include "MainQueue.h"
@@ -6,6 +7,7 @@
 #include "SettingsStore.h"
 #include "VirtualKeys.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 #include <QTest>
@@ -215,5 +217,5 @@ private:
     std::unique_ptr<Fixture> m;
 };
 
-QTEST_MAIN(HotkeyManagerTest)
+static const TestClass<HotkeyManagerTest, QGuiApplication> hotkeyManagerTest;
 #include "HotkeyManagerTest.moc"

@@ -1,4 +1,5 @@
 #include "KeychainStore.h"
+#include "TestProgram.h"
 
 #include "FakeSecretStorage.h"
 #include "SettingsStore.h"
@@ -137,5 +138,5 @@ private:
     KeychainStore m_keychain{m_storage, u"service"_s, [this](const QString &line) { m_lines.append(line); }};
 };
 
-QTEST_GUILESS_MAIN(KeychainStoreTest)
+static const TestClass<KeychainStoreTest> keychainStoreTest;
 #include "KeychainStoreTest.moc"

@@ -1,6 +1,7 @@
 #include "SettingsStore.h"
 #include "Columns.h"
 #include "Settings.h"
+#include "TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -141,7 +142,8 @@ private Q_SLOTS:
         std::vector<std::unique_ptr<QProcess>> processes;
         for (const QString &prefix : {u"a"_s, u"b"_s}) {
             processes.push_back(std::make_unique<QProcess>());
-            processes.back()->start(QCoreApplication::applicationFilePath(), {u"--write"_s, m_path, prefix});
+            processes.back()->start(QCoreApplication::applicationFilePath(),
+                                    {u"SettingsStoreTest"_s, u"--write"_s, m_path, prefix});
         }
         SettingsStore store = makeStore();
         writeNumberedKeys(store, u"c"_s);
@@ -319,18 +321,17 @@ private:
     QStringList m_lines;
 };
 
-/// As `--write <file> <prefix>` the program is another process that writes settings.
-int main(int argc, char *argv[])
+/// With `--write <file> <prefix>` the program is another process that writes settings.
+static int runOrWrite(int argc, char **argv)
 {
+    if (argc != 4 || qstrcmp(argv[1], "--write") != 0)
+        return runTests<SettingsStoreTest>(argc, argv);
     QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == u"--write") {
-        bool hasFailed = false;
-        SettingsStore store(arguments.value(2), [&](const QString &) { hasFailed = true; });
-        writeNumberedKeys(store, arguments.value(3));
-        return hasFailed ? 1 : 0;
-    }
-    SettingsStoreTest test;
-    return QTest::qExec(&test, argc, argv);
+    bool hasFailed = false;
+    SettingsStore store(QString::fromLocal8Bit(argv[2]), [&](const QString &) { hasFailed = true; });
+    writeNumberedKeys(store, QString::fromLocal8Bit(argv[3]));
+    return hasFailed ? 1 : 0;
 }
+
+static const TestClass<SettingsStoreTest> settingsStoreTest(runOrWrite);
 #include "SettingsStoreTest.moc"

@@ -70,15 +70,10 @@ class ServerResources:
             kept["pixmap bytes"] += size.value
         return kept
 
-    def close(self) -> None:
-        self.xlib.XCloseDisplay(self.display)
 
-
-def memory(process: int) -> dict[str, int]:
-    """Resident memory of the process in KiB, and its parts."""
-    text = pathlib.Path(f"/proc/{process}/smaps_rollup").read_text(encoding="ascii")
-    lines = dict(line.split(":", 1) for line in text.splitlines()[1:])
-    return {name: int(lines[name].split()[0]) for name in ("Rss", "Private_Dirty", "Anonymous")}
+def resident_memory(process: int) -> int:
+    """In KiB."""
+    return int(re.search(r"^Rss: +(\d+)", pathlib.Path(f"/proc/{process}/smaps_rollup").read_text(), re.MULTILINE)[1])
 
 
 def threads(process: int) -> dict[str, int]:

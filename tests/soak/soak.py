@@ -161,7 +161,7 @@ class Soak:
 
     def sample(self) -> Sample:
         process = self.pane.process.pid
-        return Sample(footprint.memory(process)["Rss"], footprint.files(process), footprint.threads(process),
+        return Sample(footprint.resident_memory(process), footprint.files(process), footprint.threads(process),
                       self.server_resources.of(process))
 
 

@@ -1,4 +1,6 @@
 #include "MainQueue.h"
+#include "Columns.h"
+#include "TestProgram.h"
 #include "Text.h"
 
 #include <QTest>
@@ -50,9 +52,7 @@ private Q_SLOTS:
 
     void charactersAreUserPerceived_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QString>("firstTwo");
+        columns<QString, int, QString>("text", "count", "firstTwo");
         QTest::newRow("empty") << u""_s << 0 << u""_s;
         QTest::newRow("ideographs") << u"螢幕翻譯"_s << 4 << u"螢幕"_s;
         QTest::newRow("combining accent") << u"e\u0301a\u0308b"_s << 3 << u"e\u0301a\u0308"_s;
@@ -70,8 +70,7 @@ private Q_SLOTS:
 
     void brokenUtf8IsNoText_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("valid");
+        columns<QByteArray, bool>("bytes", "valid");
         QTest::newRow("ideographs") << QByteArray("譯") << true;
         QTest::newRow("cut off") << QByteArray("\xe8\xad") << false;
         QTest::newRow("overlong") << QByteArray("\xc0\xaf") << false;
@@ -91,5 +90,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(SupportTest)
+static const TestClass<SupportTest> supportTest;
 #include "SupportTest.moc"

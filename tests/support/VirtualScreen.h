@@ -28,7 +28,8 @@ public:
     }
 
     bool isRunning() const { return !m_display.isEmpty(); }
-    QByteArray display() const { return m_display; }
+    /// Makes it the display of this program and of those that it starts. Returns whether it runs.
+    bool use() const { return isRunning() && qputenv("DISPLAY", m_display); }
 
 private:
     QProcess m_server;

@@ -1,6 +1,7 @@
 #include "AppleTranslationBridge.h"
 #include "LanguageIdentifier.h"
 #include "OnDeviceNote.h"
+#include "TestProgram.h"
 #include "TestTexts.h"
 
 #include <QTest>
@@ -163,5 +164,5 @@ private:
     AppleTranslationBridge m_bridge{m_identifier, m_service};
 };
 
-QTEST_GUILESS_MAIN(AppleTranslationBridgeTest)
+static const TestClass<AppleTranslationBridgeTest> appleTranslationBridgeTest;
 #include "AppleTranslationBridgeTest.moc"

@@ -6,12 +6,6 @@ namespace lucentra {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString failurePrefix = u"failure: "_s;
-
-} // namespace
-
 QString labelOf(Service service)
 {
     return std::array{u"Google 免費翻譯"_s, u"Google Cloud"_s, u"DeepL"_s,    u"Microsoft Translator"_s,

@@ -17,6 +17,9 @@ inline constexpr std::array models{Service::OpenAI, Service::Anthropic, Service:
 inline constexpr std::array engines{Service::GoogleFree, Service::GoogleCloud, Service::DeepL,      Service::Microsoft,
                                     Service::OpenAI,     Service::Anthropic,   Service::Compatible, Service::Gemini};
 
+/// Before the description of a failure, where a call's outcome is a text.
+inline const auto failurePrefix = QStringLiteral("failure: ");
+
 QString labelOf(Service service);
 
 /// The clients of all engines but this computer's, whose servers one on this computer plays.

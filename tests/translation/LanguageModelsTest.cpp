@@ -2,6 +2,7 @@
 #include "Columns.h"
 #include "EngineClients.h"
 #include "Prompts.h"
+#include "TestProgram.h"
 #include "TranslationEngine.h"
 #include "TranslationError.h"
 
@@ -14,8 +15,6 @@ using namespace lucentra;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString failurePrefix = u"failure: "_s;
 
 QByteArray compact(const QByteArray &json)
 {
@@ -308,5 +307,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(LanguageModelsTest)
+static const TestClass<LanguageModelsTest> languageModelsTest;
 #include "LanguageModelsTest.moc"

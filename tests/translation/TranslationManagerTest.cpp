@@ -1,4 +1,5 @@
 #include "ManagerOnFakes.h"
+#include "TestProgram.h"
 
 #include "Columns.h"
 #include "ConnectionTest.h"
@@ -391,5 +392,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TranslationManagerTest)
+static const TestClass<TranslationManagerTest> translationManagerTest;
 #include "TranslationManagerTest.moc"

@@ -1,4 +1,5 @@
 #include "CalledServices.h"
+#include "TestProgram.h"
 #include "TranslationError.h"
 
 #include "Columns.h"
@@ -357,5 +358,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(WebClientsTest)
+static const TestClass<WebClientsTest> webClientsTest;
 #include "WebClientsTest.moc"

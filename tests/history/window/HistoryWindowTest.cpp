@@ -1,3 +1,4 @@
+#include "../HistoryEntries.h"
 #include "Columns.h"
 #include "HistoryFile.h"
 #include "HistoryListView.h"
@@ -6,13 +7,13 @@
 #include "MainQueue.h"
 #include "ManualScheduler.h"
 #include "Sanitized.h"
+#include "TestProgram.h"
 #include "TestTexts.h"
 #include "TextFlow.h"
 #include "UndoBanner.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,6 +26,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <ctime>
 #include <memory>
 
 using namespace lucentra;
@@ -32,15 +34,6 @@ using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-HistoryItem item(const QString &name, int seconds, bool isStarred = false)
-{
-    return {.id = QUuid::createUuidV5(QUuid(), name),
-            .originalText = name,
-            .translatedText = name.toUpper(),
-            .timestamp = HistoryItem::Timestamp(seconds),
-            .isStarred = isStarred};
-}
 
 QList<HistoryItem> manyItems(int count, bool starred = false)
 {
@@ -336,19 +329,15 @@ private Q_SLOTS:
         constexpr int length = isSanitized ? 3'000 : 40'000;
         for (const QString &text : {u"banana "_s.repeated(length), u"banana"_s.repeated(length),
                                     u"banana\n"_s.repeated(std::min(length, 30'000))}) {
-            QElapsedTimer timer;
-            timer.start();
+            const std::clock_t begin = std::clock(); // processor time: others may be at work
             const TextFlow flow(text, shape, HistorySearch(u"a"_s));
-            qInfo("layout: %lld ms", timer.elapsed());
-            QVERIFY(timer.restart() < 10'000);
             QImage image(400, 600, QImage::Format_ARGB32_Premultiplied);
             image.fill(Qt::white);
             QPainter painter(&image);
             for (const qreal place : {0.0, 0.5, 1.0})
                 flow.draw(painter, {0, -place * (flow.height() - image.height())}, Qt::black, Qt::yellow);
             painter.end();
-            qInfo("drawing: %lld ms", timer.elapsed());
-            QVERIFY(timer.elapsed() < 10'000);
+            QVERIFY(std::clock() - begin < 10 * CLOCKS_PER_SEC);
             for (const int y : {5, 300, 595})
                 QVERIFY(coloredWidth(image, y, Qt::yellow) > 0);
         }
@@ -398,5 +387,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(HistoryWindowTest)
+static const TestClass<HistoryWindowTest, QApplication> historyWindowTest;
 #include "HistoryWindowTest.moc"

@@ -1,6 +1,7 @@
 #include "CalmGlass.h"
 #include "FrostedBackdrop.h"
 #include "SoftBlur.h"
+#include "TestProgram.h"
 
 #include <QPainter>
 #include <QTest>
@@ -170,5 +171,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(GlassTest)
+static const TestClass<GlassTest> glassTest;
 #include "GlassTest.moc"

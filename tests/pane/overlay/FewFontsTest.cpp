@@ -1,5 +1,7 @@
 #include "OverlayTypesetter.h"
+#include "TestProgram.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -47,5 +49,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(FewFontsTest)
+static const TestClass<FewFontsTest, QApplication> fewFontsTest;
 #include "FewFontsTest.moc"

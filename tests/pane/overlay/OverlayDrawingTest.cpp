@@ -3,7 +3,9 @@
 #include "OverlayLayout.h"
 #include "OverlayPicture.h"
 #include "OverlayTypesetter.h"
+#include "TestProgram.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QTest>
 
@@ -361,5 +363,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(OverlayDrawingTest)
+static const TestClass<OverlayDrawingTest, QApplication> overlayDrawingTest;
 #include "OverlayDrawingTest.moc"

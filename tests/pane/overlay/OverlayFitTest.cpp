@@ -1,6 +1,7 @@
 #include "OverlayFit.h"
 #include "Columns.h"
 #include "FixedPitchMeasurer.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -106,5 +107,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(OverlayFitTest)
+static const TestClass<OverlayFitTest> overlayFitTest;
 #include "OverlayFitTest.moc"

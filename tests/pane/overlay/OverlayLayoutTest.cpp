@@ -1,6 +1,7 @@
 #include "OverlayLayout.h"
 #include "Columns.h"
 #include "FixedPitchMeasurer.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -71,5 +72,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(OverlayLayoutTest)
+static const TestClass<OverlayLayoutTest> overlayLayoutTest;
 #include "OverlayLayoutTest.moc"

@@ -4,9 +4,11 @@
 #include "NeonBorderStyle.h"
 #include "OverlayView.h"
 #include "PaneFixture.h"
+#include "TestProgram.h"
 #include "WindowButton.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -239,5 +241,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(GlassViewTest)
+static const TestClass<GlassViewTest, QApplication> glassViewTest;
 #include "GlassViewTest.moc"

@@ -3,9 +3,11 @@
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "PaneFixture.h"
+#include "TestProgram.h"
 #include "WindowButton.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -133,5 +135,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(PaneControlsTest)
+static const TestClass<PaneControlsTest, QApplication> paneControlsTest;
 #include "PaneControlsTest.moc"

@@ -1,4 +1,5 @@
 #include "PaneFixture.h"
+#include "TestProgram.h"
 #include "VirtualScreen.h"
 #include "WindowButton.h"
 
@@ -116,12 +117,11 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv)
+static int runOnScreen(int argc, char **argv)
 {
     VirtualScreen screen;
-    if (!screen.isRunning())
+    if (!screen.use())
         return 1;
-    qputenv("DISPLAY", screen.display());
     qputenv("QT_QPA_PLATFORM", "xcb");
     QProcess windowManager;
     windowManager.setStandardErrorFile(QProcess::nullDevice());
@@ -145,4 +145,5 @@ int main(int argc, char **argv)
     return result;
 }
 
+static const TestClass<PaneWindowTest> paneWindowTest(runOnScreen);
 #include "PaneWindowTest.moc"

@@ -1,6 +1,7 @@
 #include "ClickRecognizer.h"
 #include "Columns.h"
 #include "ManualScheduler.h"
+#include "TestProgram.h"
 #include "UserMoveTracker.h"
 #include "WindowDrag.h"
 
@@ -206,5 +207,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(PointerTest)
+static const TestClass<PointerTest> pointerTest;
 #include "PointerTest.moc"

@@ -5,8 +5,10 @@
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
 #include "PaneFixture.h"
+#include "TestProgram.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QPainter>
 #include <QTest>
 
@@ -130,5 +132,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(ReadabilityTest)
+static const TestClass<ReadabilityTest, QApplication> readabilityTest;
 #include "ReadabilityTest.moc"

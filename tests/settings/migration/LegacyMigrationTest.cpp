@@ -1,4 +1,5 @@
 #include "LegacyMigration.h"
+#include "TestProgram.h"
 
 #include "Columns.h"
 #include "PropertyList.h"
@@ -229,5 +230,5 @@ private:
     std::unique_ptr<Fixture> m;
 };
 
-QTEST_GUILESS_MAIN(LegacyMigrationTest)
+static const TestClass<LegacyMigrationTest> legacyMigrationTest;
 #include "LegacyMigrationTest.moc"

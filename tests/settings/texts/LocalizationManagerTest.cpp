@@ -1,4 +1,5 @@
 #include "LocalizationManager.h"
+#include "TestProgram.h"
 
 #include "Settings.h"
 #include "SettingsStore.h"
@@ -150,5 +151,5 @@ private:
     std::unique_ptr<SettingsStore> m_settings;
 };
 
-QTEST_GUILESS_MAIN(LocalizationManagerTest)
+static const TestClass<LocalizationManagerTest> localizationManagerTest;
 #include "LocalizationManagerTest.moc"

@@ -1,4 +1,5 @@
 #include "HotkeyRow.h"
+#include "TestProgram.h"
 
 #include "Columns.h"
 #include "ManualScheduler.h"
@@ -163,5 +164,5 @@ private:
     std::optional<Fixture> m;
 };
 
-QTEST_MAIN(HotkeyButtonTest)
+static const TestClass<HotkeyButtonTest, QApplication> hotkeyButtonTest;
 #include "HotkeyButtonTest.moc"

@@ -1,6 +1,7 @@
 #include "HotkeyButton.h"
 #include "Columns.h"
 #include "SettingsFixture.h"
+#include "TestProgram.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -290,5 +291,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SettingsFormTest)
+static const TestClass<SettingsFormTest, QApplication> settingsFormTest;
 #include "SettingsFormTest.moc"

@@ -1,6 +1,8 @@
 #include "SettingsFixture.h"
+#include "TestProgram.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -133,5 +135,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(SettingsKeysTest)
+static const TestClass<SettingsKeysTest, QApplication> settingsKeysTest;
 #include "SettingsKeysTest.moc"

@@ -1,5 +1,6 @@
 #include "AutostartEntry.h"
 #include "Columns.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -103,5 +104,5 @@ private:
     std::unique_ptr<Fixture> m;
 };
 
-QTEST_GUILESS_MAIN(AutostartEntryTest)
+static const TestClass<AutostartEntryTest> autostartEntryTest;
 #include "AutostartEntryTest.moc"

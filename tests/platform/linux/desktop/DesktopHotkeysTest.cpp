@@ -3,6 +3,7 @@
 #include "ManualScheduler.h"
 #include "PrivateBus.h"
 #include "SessionBus.h"
+#include "TestProgram.h"
 #include "VirtualKeys.h"
 
 #include <QDBusConnection>
@@ -213,5 +214,5 @@ private:
     ManualScheduler m_scheduler;
 };
 
-QTEST_GUILESS_MAIN(DesktopHotkeysTest)
+static const TestClass<DesktopHotkeysTest> desktopHotkeysTest;
 #include "DesktopHotkeysTest.moc"

@@ -1,6 +1,7 @@
 #include "PortalDisplayOptions.h"
 #include "Columns.h"
 #include "PrivateBus.h"
+#include "TestProgram.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -129,5 +130,5 @@ private:
     PrivateBus m_bus;
 };
 
-QTEST_GUILESS_MAIN(PortalDisplayOptionsTest)
+static const TestClass<PortalDisplayOptionsTest> portalDisplayOptionsTest;
 #include "PortalDisplayOptionsTest.moc"

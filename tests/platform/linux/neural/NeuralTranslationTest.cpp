@@ -3,6 +3,7 @@
 #include "NeuralTranslation.h"
 #include "Sentences.h"
 #include "StudentNetwork.h"
+#include "TestProgram.h"
 #include "TinyModel.h"
 #include "Vocabulary.h"
 
@@ -471,5 +472,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(NeuralTranslationTest)
+static const TestClass<NeuralTranslationTest> neuralTranslationTest;
 #include "NeuralTranslationTest.moc"

@@ -1,5 +1,6 @@
 #include "ApertiumTranslation.h"
 #include "Columns.h"
+#include "TestProgram.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -122,5 +123,5 @@ private:
     std::unique_ptr<ApertiumTranslation> m_apertium;
 };
 
-QTEST_GUILESS_MAIN(ApertiumTranslationTest)
+static const TestClass<ApertiumTranslationTest> apertiumTranslationTest;
 #include "ApertiumTranslationTest.moc"

@@ -4,6 +4,7 @@
 #include "PhraseCollector.h"
 #include "PhraseFile.h"
 #include "ScreenLanguageIdentifier.h"
+#include "TestProgram.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -111,7 +112,7 @@ private Q_SLOTS:
 
     void shortLinesAreToldRight()
     {
-        QFile file(QStringLiteral(TEST_DATA "/languages.tsv"));
+        QFile file(QStringLiteral(LANGUAGES));
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
         QVERIFY(lines.size() >= 300);
@@ -128,5 +129,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(LanguageIdentificationTest)
+static const TestClass<LanguageIdentificationTest> languageIdentificationTest;
 #include "LanguageIdentificationTest.moc"

@@ -1,6 +1,7 @@
 #include "MessageCatalogue.h"
 #include "CatalogueBytes.h"
 #include "Columns.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -91,5 +92,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(MessageCatalogueTest)
+static const TestClass<MessageCatalogueTest> messageCatalogueTest;
 #include "MessageCatalogueTest.moc"

@@ -8,6 +8,7 @@
 #include "PhraseFile.h"
 #include "PhraseLookup.h"
 #include "PhraseStore.h"
+#include "TestProgram.h"
 
 #include <QBuffer>
 #include <QTemporaryDir>
@@ -378,5 +379,5 @@ private:
     std::shared_ptr<const PhraseFile> m_file;
 };
 
-QTEST_GUILESS_MAIN(PhraseTranslationTest)
+static const TestClass<PhraseTranslationTest> phraseTranslationTest;
 #include "PhraseTranslationTest.moc"

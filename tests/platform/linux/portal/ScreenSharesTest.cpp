@@ -1,5 +1,7 @@
 #include "DesktopShortcuts.h"
+#include "Columns.h"
 #include "ScreenShares.h"
+#include "TestProgram.h"
 
 #include <QTest>
 
@@ -38,9 +40,7 @@ private Q_SLOTS:
 
     void monitorsAreRecognizedAtEveryScale_data()
     {
-        QTest::addColumn<QRect>("shared");
-        QTest::addColumn<QRect>("native");
-        QTest::addColumn<bool>("isSame");
+        columns<QRect, QRect, bool>("shared", "native", "isSame");
         QTest::newRow("the same numbers") << QRect(1280, 0, 1024, 768) << QRect(1280, 0, 1024, 768) << true;
         QTest::newRow("twice as many pixels") << QRect(1280, 0, 1024, 768) << QRect(2560, 0, 2048, 1536) << true;
         QTest::newRow("a fraction more") << QRect(0, 0, 1536, 864) << QRect(0, 0, 1920, 1080) << true;
@@ -62,5 +62,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(ScreenSharesTest)
+static const TestClass<ScreenSharesTest> screenSharesTest;
 #include "ScreenSharesTest.moc"

@@ -1,10 +1,13 @@
 // Lines that stand close to what is none: bullets, icons, arrows, stars, a picture's strokes, the row beneath.
 
 #include "Pictures.h"
+#include "Columns.h"
 #include "strip/LineNormalizer.h"
+#include "TestProgram.h"
 
 #include <leptonica/allheaders.h>
 
+#include <QGuiApplication>
 #include <QPainterPath>
 #include <QTest>
 
@@ -72,11 +75,7 @@ class CrowdedLinesTest : public QObject
 private Q_SLOTS:
     void bulletsAreNoPartOfTheLine_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<bool>("isDisc");
-        QTest::addColumn<QColor>("colour");
-        QTest::addColumn<bool>("isDark");
+        columns<QString, int, bool, QColor, bool>("text", "size", "isDisc", "colour", "isDark");
         const QColor red(190, 60, 50);
         QTest::newRow("square, dark") << u"信任的裝置"_s << 12 << false << red << true;
         QTest::newRow("square, light") << u"運送地址"_s << 12 << false << red << false;
@@ -104,8 +103,7 @@ private Q_SLOTS:
 
     void digitsAreNoIcons_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("family");
+        columns<QString, QString>("text", "family");
         for (const QString &text : {u"11:14"_s, u"1,393"_s, u"1"_s, u"4 月 8 日"_s}) {
             QTest::addRow("%s, narrow", qPrintable(text)) << text << latin;
             QTest::addRow("%s, wide", qPrintable(text)) << text << han;
@@ -175,8 +173,7 @@ private Q_SLOTS:
 
     void partsOfALetterAreNoRows_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("family");
+        columns<QString, QString>("text", "family");
         const QString japanese = u"Noto Sans CJK JP"_s;
         const QString korean = u"Noto Sans CJK KR"_s;
         for (const QString &text : {u"売上"_s, u"予告"_s, u"言う"_s, u"合計 1"_s})
@@ -228,5 +225,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(CrowdedLinesTest)
+static const TestClass<CrowdedLinesTest, QGuiApplication> crowdedLinesTest;
 #include "CrowdedLinesTest.moc"

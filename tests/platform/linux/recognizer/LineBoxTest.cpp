@@ -1,6 +1,9 @@
 #include "judge/LineBox.h"
+#include "Columns.h"
 #include "Pictures.h"
+#include "TestProgram.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -17,10 +20,8 @@ class LineBoxTest : public QObject
 private Q_SLOTS:
     void linesOfOneFontGetBoxesOfItsSize_data()
     {
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<double>("ascent"); // em, of the box
-        QTest::addColumn<int>("spread");    // pixels; small ideographs aren't hinted to whole ones
+        // ascent: em, of the box; spread: pixels; small ideographs aren't hinted to whole ones
+        columns<QString, QStringList, double, int>("family", "texts", "ascent", "spread");
         const QStringList words{u"more"_s, u"Cancel"_s, u"Apply"_s, u"spelling"_s, u"1920"_s,
                                 u"NEW"_s,  u"(zoom)"_s, u"Çığır"_s, u"a, b; c"_s,  u"toot"_s};
         QTest::newRow("Latin, wide face") << u"DejaVu Sans"_s << words << 0.76 << 1;
@@ -83,5 +84,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(LineBoxTest)
+static const TestClass<LineBoxTest, QGuiApplication> lineBoxTest;
 #include "LineBoxTest.moc"

@@ -1,8 +1,11 @@
 #include "Pictures.h"
+#include "Columns.h"
 #include "strip/LineNormalizer.h"
+#include "TestProgram.h"
 
 #include <leptonica/allheaders.h>
 
+#include <QGuiApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -52,10 +55,7 @@ class LineFinderTest : public QObject
 private Q_SLOTS:
     void boxesAreTight_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QFont>("face");
-        QTest::addColumn<QColor>("paper");
-        QTest::addColumn<QColor>("ink");
+        columns<QString, QFont, QColor, QColor>("text", "face", "paper", "ink");
         QTest::newRow("dark on light") << u"Open the report"_s << font(latin, 14) << QColor(Qt::white)
                                        << QColor(Qt::black);
         QTest::newRow("light on dark") << u"Open the report"_s << font(latin, 14) << QColor(30, 30, 34)
@@ -105,11 +105,8 @@ private Q_SLOTS:
 
     void textsSideBySideComeApart_data()
     {
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<int>("gap"); // pixels; the letters are 14 high
-        QTest::addColumn<bool>("isFramed");
-        QTest::addColumn<bool>("areApart");
+        // gap: pixels; the letters are 14 high
+        columns<QStringList, QString, int, bool, bool>("texts", "family", "gap", "isFramed", "areApart");
         const QStringList menu{u"Open"_s, u"Edit"_s, u"Options"_s, u"View"_s};
         const QStringList entries{u"檔案"_s, u"編輯"_s, u"檢視"_s, u"工具"_s};
         QTest::newRow("words") << menu << latin << 5 << false << false;
@@ -187,8 +184,7 @@ private Q_SLOTS:
 
     void controlsAreNoPartOfTheLabel_data()
     {
-        QTest::addColumn<QString>("control");
-        QTest::addColumn<bool>("isDark");
+        columns<QString, bool>("control", "isDark");
         for (const bool isDark : {false, true}) {
             for (const QString &control : {u"checked"_s, u"unchecked"_s, u"ring"_s, u"tick"_s, u"folder"_s, u"list"_s})
                 QTest::addRow("%s, %s", qPrintable(control), isDark ? "dark" : "light") << control << isDark;
@@ -228,8 +224,7 @@ private Q_SLOTS:
 
     void lettersThatLookLikeControlsStay_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("family");
+        columns<QString, QString>("text", "family");
         QTest::newRow("O and 0 before a word") << u"O captain, 0 left"_s << latin;
         QTest::newRow("a number at the end") << u"Option 0"_s << latin;
         QTest::newRow("V and x") << u"V or x"_s << latin;
@@ -264,8 +259,7 @@ private Q_SLOTS:
 
     void marksCutALine_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("joints");
+        columns<QString, QStringList>("text", "joints");
         QTest::newRow("none") << u"Open the report"_s << QStringList{u""_s};
         QTest::newRow("dots of abbreviations and of i") << u"args.get(1) i.e. this"_s << QStringList{u""_s};
         QTest::newRow("middle dot") << u"adrian · May 19"_s << QStringList{u" · "_s, u""_s};
@@ -287,8 +281,7 @@ private Q_SLOTS:
 
     void stripsAreDarkOnWhite_data()
     {
-        QTest::addColumn<QColor>("paper");
-        QTest::addColumn<QColor>("ink");
+        columns<QColor, QColor>("paper", "ink");
         QTest::newRow("light theme") << QColor(Qt::white) << QColor(Qt::black);
         QTest::newRow("dark theme") << QColor(20, 22, 30) << QColor(220, 220, 220);
         QTest::newRow("white on an accent colour") << QColor(200, 60, 30) << QColor(Qt::white);
@@ -372,5 +365,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(LineFinderTest)
+static const TestClass<LineFinderTest, QGuiApplication> lineFinderTest;
 #include "LineFinderTest.moc"

@@ -1,10 +1,13 @@
 #include "Pictures.h"
+#include "Columns.h"
 #include "judge/ReadingFilter.h"
 #include "judge/ReadingOrder.h"
 #include "read/LineReader.h"
 #include "read/ReaderPool.h"
 #include "strip/LineNormalizer.h"
+#include "TestProgram.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 #include <latch>
@@ -22,8 +25,7 @@ class LineReadingTest : public QObject
 private Q_SLOTS:
     void textIsTidied_data()
     {
-        QTest::addColumn<QString>("read");
-        QTest::addColumn<QString>("meant");
+        columns<QString, QString>("read", "meant");
         QTest::newRow("spaces between ideographs") << u"深 色 模式"_s << u"深色模式"_s;
         QTest::newRow("spaces before full-width marks") << u"開始 。 「 結束 」"_s << u"開始。「結束」"_s;
         QTest::newRow("a space between the scripts stays") << u"第 3 章 Linux 版"_s << u"第 3 章 Linux 版"_s;
@@ -44,9 +46,7 @@ private Q_SLOTS:
 
     void fullStops_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<bool>("isRing");
+        columns<QString, int, bool>("text", "size", "isRing");
         QTest::newRow("full stop") << u"夜半の道を歩いた。"_s << 18 << true;
         QTest::newRow("comma") << u"夜半の道を歩いた、"_s << 18 << false;
         QTest::newRow("box at the end of an ideograph") << u"送料と返品"_s << 18 << false;
@@ -75,11 +75,7 @@ private Q_SLOTS:
 
     void plausibility_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("confidence");
-        QTest::addColumn<bool>("isOnPicture");
-        QTest::addColumn<int>("shapes");
-        QTest::addColumn<bool>("isPlausible");
+        columns<QString, double, bool, int, bool>("text", "confidence", "isOnPicture", "shapes", "isPlausible");
         QTest::newRow("a sure line") << u"Open the report"_s << 90.0 << false << 14 << true;
         QTest::newRow("an unsure line on a window") << u"Open the report"_s << 45.0 << false << 14 << true;
         QTest::newRow("the same on a picture") << u"Open the report"_s << 45.0 << true << 14 << false;
@@ -113,11 +109,7 @@ private Q_SLOTS:
 
     void plausibilityOnPictures_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("confidence");
-        QTest::addColumn<QSize>("ink");
-        QTest::addColumn<bool>("isOnPicture");
-        QTest::addColumn<bool>("isPlausible");
+        columns<QString, double, QSize, bool, bool>("text", "confidence", "ink", "isOnPicture", "isPlausible");
         const QSize label(28, 15);
         const QSize line(90, 15);
         QTest::newRow("a button's label beside it") << u"繼續"_s << 93.0 << label << false << true;
@@ -142,8 +134,7 @@ private Q_SLOTS:
 
     void order_data()
     {
-        QTest::addColumn<QList<QRect>>("boxes");
-        QTest::addColumn<QList<int>>("order");
+        columns<QList<QRect>, QList<int>>("boxes", "order");
         const auto box = [](int x, int y, int width = 200, int height = 14) { return QRect(x, y, width, height); };
         QTest::newRow("nothing") << QList<QRect>() << QList<int>();
         QTest::newRow("rows") << QList<QRect>{box(0, 60), box(0, 20), box(0, 40)} << QList<int>{1, 2, 0};
@@ -218,5 +209,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(LineReadingTest)
+static const TestClass<LineReadingTest, QGuiApplication> lineReadingTest;
 #include "LineReadingTest.moc"

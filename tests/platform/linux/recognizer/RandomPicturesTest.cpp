@@ -3,9 +3,11 @@
 #include "Pictures.h"
 #include "read/LineReader.h"
 #include "strip/LineNormalizer.h"
+#include "TestProgram.h"
 
 #include <leptonica/allheaders.h>
 
+#include <QGuiApplication>
 #include <QTest>
 
 using namespace lucentra;
@@ -151,5 +153,5 @@ private:
     const int m_seed = given("LUCENTRA_RANDOM_SEED", 1000);
 };
 
-QTEST_MAIN(RandomPicturesTest)
+static const TestClass<RandomPicturesTest, QGuiApplication> randomPicturesTest;
 #include "RandomPicturesTest.moc"

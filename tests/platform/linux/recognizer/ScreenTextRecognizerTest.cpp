@@ -1,6 +1,9 @@
 #include "ScreenTextRecognizer.h"
+#include "Columns.h"
 #include "Pictures.h"
+#include "TestProgram.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QTest>
 
@@ -34,8 +37,7 @@ private Q_SLOTS:
 
     void clearLinesAreRead_data()
     {
-        QTest::addColumn<QColor>("paper");
-        QTest::addColumn<QColor>("ink");
+        columns<QColor, QColor>("paper", "ink");
         QTest::newRow("light theme") << QColor(Qt::white) << QColor(30, 30, 30);
         QTest::newRow("dark theme") << QColor(28, 28, 32) << QColor(225, 225, 225);
         QTest::newRow("on an accent colour") << QColor(30, 90, 200) << QColor(Qt::white);
@@ -86,9 +88,7 @@ private Q_SLOTS:
 
     void screensInFurtherLanguages_data()
     {
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<QStringList>("texts");
+        columns<QString, int, QStringList>("family", "size", "texts");
         QTest::newRow("Korean") << u"Noto Sans CJK KR"_s << 24
                                 << QStringList{u"자동 업데이트"_s, u"언어와 지역"_s, u"저장 공간"_s, u"알림"_s};
         QTest::newRow("simplified Chinese")
@@ -120,8 +120,7 @@ private Q_SLOTS:
 
     void loneCharacters_data()
     {
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<int>("size");
+        columns<QString, int>("family", "size");
         for (const QString &family : {han, u"Noto Sans CJK JP"_s}) {
             for (const int size : {16, 18})
                 QTest::addRow("%s, %d pixels", qPrintable(family), size) << family << size;
@@ -285,5 +284,5 @@ private:
     ScreenTextRecognizer m_recognizer;
 };
 
-QTEST_MAIN(ScreenTextRecognizerTest)
+static const TestClass<ScreenTextRecognizerTest, QGuiApplication> screenTextRecognizerTest;
 #include "ScreenTextRecognizerTest.moc"

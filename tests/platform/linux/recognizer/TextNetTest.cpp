@@ -1,6 +1,8 @@
 #include "find/TextNet.h"
+#include "Columns.h"
 #include "Pictures.h"
 #include "find/MapLines.h"
+#include "TestProgram.h"
 
 #include <QTemporaryFile>
 #include <QTest>
@@ -48,11 +50,7 @@ class TextNetTest : public QObject
 private Q_SLOTS:
     void convolutions_data()
     {
-        QTest::addColumn<int>("kernel");
-        QTest::addColumn<int>("stride");
-        QTest::addColumn<int>("dilation");
-        QTest::addColumn<int>("inputs");
-        QTest::addColumn<int>("outputs");
+        columns<int, int, int, int, int>("kernel", "stride", "dilation", "inputs", "outputs");
         QTest::newRow("the first one") << 3 << 2 << 1 << 3 << 16;
         QTest::newRow("three vectors") << 3 << 1 << 1 << 24 << 24;
         QTest::newRow("three and two") << 3 << 2 << 1 << 8 << 40;
@@ -148,5 +146,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TextNetTest)
+static const TestClass<TextNetTest> textNetTest;
 #include "TextNetTest.moc"

@@ -1,5 +1,6 @@
 #include "X11ChangeMonitor.h"
 #include "TestClient.h"
+#include "TestProgram.h"
 #include "VirtualScreen.h"
 
 #include <QTest>
@@ -16,8 +17,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_screen.emplace();
-        QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
-        qputenv("DISPLAY", m_screen->display());
+        QVERIFY2(m_screen->use(), "Xvfb didn't start");
     }
 
     void init()
@@ -102,5 +102,5 @@ private:
     int m_reports = 0;
 };
 
-QTEST_GUILESS_MAIN(X11ChangeMonitorTest)
+static const TestClass<X11ChangeMonitorTest> x11ChangeMonitorTest;
 #include "X11ChangeMonitorTest.moc"

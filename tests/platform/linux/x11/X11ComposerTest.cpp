@@ -1,4 +1,5 @@
 #include "TestClient.h"
+#include "TestProgram.h"
 #include "VirtualScreen.h"
 #include "X11ScreenCapture.h"
 
@@ -33,8 +34,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_screen.emplace();
-        QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
-        qputenv("DISPLAY", m_screen->display());
+        QVERIFY2(m_screen->use(), "Xvfb didn't start");
     }
 
     void foreignWindowsAreComposedInTheirOrder()
@@ -153,17 +153,17 @@ private Q_SLOTS:
         X11ScreenCapture capture({});
         QVERIFY(!capture.surroundings(1));
         QVERIFY(!capture.capture({0, 0, 10, 10}));
-        qputenv("DISPLAY", m_screen->display());
+        m_screen->use();
     }
 
     void whatTheServerLacksIsNamed()
     {
         const VirtualScreen poor(u"640x480x24"_s, {u"-extension"_s, u"Composite"_s, u"-extension"_s, u"XFIXES"_s});
-        qputenv("DISPLAY", poor.display());
+        poor.use();
         X11ScreenCapture capture({});
         capture.explainMissing([](const QString &names) { return u"lacks "_s + names; });
         const auto surroundings = capture.surroundings(1);
-        qputenv("DISPLAY", m_screen->display());
+        m_screen->use();
         QVERIFY(!surroundings);
         QCOMPARE(surroundings.error().description, u"lacks Composite, XFIXES"_s);
     }
@@ -172,5 +172,5 @@ private:
     std::optional<VirtualScreen> m_screen;
 };
 
-QTEST_GUILESS_MAIN(X11ComposerTest)
+static const TestClass<X11ComposerTest> x11ComposerTest;
 #include "X11ComposerTest.moc"

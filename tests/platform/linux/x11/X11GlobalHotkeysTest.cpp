@@ -1,5 +1,6 @@
 #include "X11GlobalHotkeys.h"
 #include "Columns.h"
+#include "TestProgram.h"
 #include "VirtualKeys.h"
 #include "VirtualScreen.h"
 
@@ -73,8 +74,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         m_screen.emplace();
-        QVERIFY2(m_screen->isRunning(), "Xvfb didn't start");
-        qputenv("DISPLAY", m_screen->display());
+        QVERIFY2(m_screen->use(), "Xvfb didn't start");
     }
 
     void init()
@@ -233,7 +233,7 @@ private Q_SLOTS:
     {
         qputenv("DISPLAY", ":9999");
         X11GlobalHotkeys nowhere(m_scheduler);
-        qputenv("DISPLAY", m_screen->display());
+        m_screen->use();
         QVERIFY(!nowhere.registerHotkey(first, virtualKey::t, hotkeyModifier::option));
         for (const quint32 keyCode : {0x7FU, 0xFFFFU, 0xFFFFFFFFU}) {
             const auto refused = m_hotkeys->registerHotkey(first, keyCode, 0);
@@ -274,5 +274,5 @@ private:
     QList<HotkeyAction> m_pressed;
 };
 
-QTEST_GUILESS_MAIN(X11GlobalHotkeysTest)
+static const TestClass<X11GlobalHotkeysTest> x11GlobalHotkeysTest;
 #include "X11GlobalHotkeysTest.moc"

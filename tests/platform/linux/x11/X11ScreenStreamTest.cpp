@@ -1,4 +1,5 @@
 #include "X11ScreenStream.h"
+#include "TestProgram.h"
 
 #include "MainQueue.h"
 #include "ManualScheduler.h"
@@ -120,5 +121,5 @@ private:
     std::unique_ptr<X11ScreenStream> m_stream;
 };
 
-QTEST_GUILESS_MAIN(X11ScreenStreamTest)
+static const TestClass<X11ScreenStreamTest> x11ScreenStreamTest;
 #include "X11ScreenStreamTest.moc"

@@ -1,6 +1,8 @@
 // Which models a list offers, whatever else it holds, and which models a translation goes through.
 
 #include "ModelRegistry.h"
+#include "Columns.h"
+#include "TestProgram.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -71,8 +73,8 @@ private Q_SLOTS:
 
 void ModelRegistryTest::chooses_data()
 {
-    QTest::addColumn<QJsonArray>("records");
-    QTest::addColumn<QString>("edition"); // empty: none is offered
+    // edition: empty: none is offered
+    columns<QJsonArray, QString>("records", "edition");
     const auto with = [](const char16_t *key, const QString &value) {
         return model({{QString::fromUtf16(key), value}});
     };
@@ -115,8 +117,7 @@ void ModelRegistryTest::chooses()
 
 void ModelRegistryTest::refusesFields_data()
 {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QJsonValue>("value");
+    columns<QString, QJsonValue>("key", "value");
     const auto row = [](const char *name, const QString &key, const QJsonValue &value) {
         QTest::newRow(name) << key << value;
     };
@@ -147,9 +148,7 @@ void ModelRegistryTest::refusesFields()
 
 void ModelRegistryTest::routes_data()
 {
-    QTest::addColumn<QString>("wanted");
-    QTest::addColumn<QStringList>("available");
-    QTest::addColumn<QStringList>("route");
+    columns<QString, QStringList, QStringList>("wanted", "available", "route");
     const QStringList all{u"en-ja"_s, u"ja-en"_s, u"en-zh"_s, u"zh-en"_s, u"ko-en"_s};
     QTest::newRow("direct") << u"en-ja"_s << all << QStringList{u"en-ja"_s};
     QTest::newRow("by way of English") << u"ko-ja"_s << all << QStringList{u"ko-en"_s, u"en-ja"_s};
@@ -178,5 +177,5 @@ void ModelRegistryTest::routes()
     QCOMPARE(found, route);
 }
 
-QTEST_GUILESS_MAIN(ModelRegistryTest)
+static const TestClass<ModelRegistryTest> modelRegistryTest;
 #include "ModelRegistryTest.moc"
