@@ -2,6 +2,7 @@
 
 #include "HistoryExport.h"
 #include "LocalizationManager.h"
+#include "RemoteCommands.h"
 #include "TranslationEngine.h"
 
 #include <QRegularExpression>
@@ -30,8 +31,7 @@ struct CommandRow
     QStringView options;        ///< names, separated by blanks
     QStringView requiredOption; ///< the one that must be given; empty where there is none
     QStringView summary;        ///< key of the text
-    QStringView busMember{};    ///< of commands that the running program carries out: their method on the bus
-    bool startsProgram = false; ///< such a command makes sense where no program runs: it is started
+    bool startsProgram = false; ///< a remote command that makes sense if no program runs: it is started
 };
 
 constexpr std::array optionRows{
@@ -68,14 +68,13 @@ constexpr std::array commandRows{
     CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",
                u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
     CommandRow{u"entries", Command::Entries, u"", u"json search", u"", u"列出歷史紀錄"},
-    CommandRow{u"toggle", Command::Toggle, u"", u"", u"", u"顯示或隱藏翻譯板", u"Toggle", true},
-    CommandRow{u"show", Command::Show, u"", u"", u"", u"顯示翻譯板", u"Show", true},
-    CommandRow{u"hide", Command::Hide, u"", u"", u"", u"隱藏翻譯板", u"Hide"},
-    CommandRow{u"translate", Command::Translate, u"", u"", u"", u"翻譯目前區域；翻譯板隱藏時先顯示", u"Translate",
-               true},
-    CommandRow{u"settings", Command::Settings, u"", u"", u"", u"開啟設定視窗", u"Settings", true},
-    CommandRow{u"history", Command::History, u"", u"", u"", u"開啟翻譯歷史紀錄視窗", u"History", true},
-    CommandRow{u"quit", Command::Quit, u"", u"", u"", u"結束執行中的 Lucentra", u"Quit"},
+    CommandRow{u"toggle", Command::Toggle, u"", u"", u"", u"顯示或隱藏翻譯板", true},
+    CommandRow{u"show", Command::Show, u"", u"", u"", u"顯示翻譯板", true},
+    CommandRow{u"hide", Command::Hide, u"", u"", u"", u"隱藏翻譯板"},
+    CommandRow{u"translate", Command::Translate, u"", u"", u"", u"翻譯目前區域；翻譯板隱藏時先顯示", true},
+    CommandRow{u"settings", Command::Settings, u"", u"", u"", u"開啟設定視窗", true},
+    CommandRow{u"history", Command::History, u"", u"", u"", u"開啟翻譯歷史紀錄視窗", true},
+    CommandRow{u"quit", Command::Quit, u"", u"", u"", u"結束執行中的 Lucentra"},
 };
 
 template <typename Predicate>
@@ -85,9 +84,11 @@ const CommandRow *findCommand(Predicate isWanted)
     return row == commandRows.end() ? nullptr : &*row;
 }
 
-std::optional<Command> remoteCommand(const CommandRow *row)
+QString busMemberOf(std::string_view remoteCommand)
 {
-    return row && !row->busMember.isEmpty() ? std::optional(row->command) : std::nullopt;
+    QString member = QString::fromLatin1(remoteCommand.data(), qsizetype(remoteCommand.size()));
+    member[0] = member[0].toUpper();
+    return member;
 }
 
 Failure wrongUsage(const QString &description)
@@ -217,10 +218,9 @@ QStringView commandName(Invocation::Command command)
     return row ? row->name : QStringView();
 }
 
-QStringView busMember(Invocation::Command command)
+QString busMember(Invocation::Command command)
 {
-    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
-    return row ? row->busMember : QStringView();
+    return busMemberOf(commandName(command).toLatin1().toStdString());
 }
 
 bool startsProgram(Invocation::Command command)
@@ -231,21 +231,26 @@ bool startsProgram(Invocation::Command command)
 
 std::optional<Invocation::Command> remoteCommandOfName(QStringView name)
 {
-    return remoteCommand(findCommand([=](const CommandRow &each) { return each.name == name; }));
+    const QByteArray latin = name.toLatin1();
+    if (std::find(remoteCommands.begin(), remoteCommands.end(), latin.toStdString()) == remoteCommands.end())
+        return std::nullopt;
+    return findCommand([=](const CommandRow &each) { return each.name == name; })->command;
 }
 
 std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member)
 {
-    return remoteCommand(findCommand([=](const CommandRow &each) { return each.busMember == member; }));
+    for (const std::string_view command : remoteCommands) {
+        if (busMemberOf(command) == member)
+            return remoteCommandOfName(QString::fromLatin1(command.data(), qsizetype(command.size())));
+    }
+    return std::nullopt;
 }
 
 QStringList remoteBusMembers()
 {
     QStringList members;
-    for (const CommandRow &row : commandRows) {
-        if (!row.busMember.isEmpty())
-            members.append(row.busMember.toString());
-    }
+    for (const std::string_view command : remoteCommands)
+        members.append(busMemberOf(command));
     return members;
 }
 

@@ -64,10 +64,10 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
 /// The name of a command, as typed.
 QStringView commandName(Invocation::Command command);
 
-// Commands that the running program carries out. They have a method each on the session bus, of the same table.
+// Commands that the running program carries out, those of RemoteCommands.h.
 
-/// The command's method, with a capital letter; empty where it is none of these.
-QStringView busMember(Invocation::Command command);
+/// The method of such a command on the session bus.
+QString busMember(Invocation::Command command);
 QStringList remoteBusMembers();
 std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member);
 /// By the command's name as typed.

@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "Commands.h"
+#include "RemoteCommands.h"
 #include "Services.h"
 #include "Settings.h"
 #include "TranslationEngine.h"
@@ -187,6 +188,10 @@ int runCommandLine(int argc, char *argv[])
 
     // Nobody else waits for a command, so that it rather waits for the memory of phrases than knows nothing.
     Services services([](const QString &line) { printMessage(line); }, {}, {.longest = 30s, .acceptsOutdated = false});
+    if (arguments == QStringList{QLatin1StringView(unansweredOption)}) {
+        printMessage(services.texts().localized(u"Lucentra 沒有執行這個指令。"_s));
+        return int(ExitCode::Failed);
+    }
     const auto invocation = parseCommandLine(arguments, services.texts());
     if (!invocation) {
         printMessage(invocation.error().description);

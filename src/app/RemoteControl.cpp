@@ -2,6 +2,7 @@
 
 #include "LocalizationManager.h"
 #include "PaneAtStart.h"
+#include "RemoteCommands.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -22,13 +23,11 @@ namespace {
 
 using Command = Invocation::Command;
 
-constexpr auto serviceName = "com.tarnby.lucentra"_L1;
-constexpr auto objectPath = "/com/tarnby/lucentra"_L1;
-constexpr auto ownInterface = "com.tarnby.lucentra"_L1;
+constexpr QLatin1StringView serviceName(remoteName);
+constexpr QLatin1StringView objectPath(remotePath);
+constexpr QLatin1StringView ownInterface(remoteName);
 constexpr auto applicationInterface = "org.freedesktop.Application"_L1;
 
-/// How long a command may take; none waits for anything.
-constexpr auto answerPatience = 5s;
 /// How long the program may take to appear on the bus.
 constexpr auto startPatience = 20s;
 /// How long a program that is about to end may store what it has.
@@ -125,7 +124,7 @@ bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnec
     else if (onCommand(*command))
         connection.send(message.createReply());
     else
-        connection.send(message.createErrorReply(QDBusError::NotSupported, busMember(*command).toString()));
+        connection.send(message.createErrorReply(QDBusError::NotSupported, busMember(*command)));
     return true;
 }
 
@@ -133,9 +132,9 @@ namespace {
 
 QDBusMessage call(Invocation::Command command, const QDBusConnection &bus)
 {
-    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface, busMember(command).toString());
+    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface, busMember(command));
     message.setAutoStartService(false);
-    return bus.call(message, QDBus::Block, int(std::chrono::milliseconds(answerPatience).count()));
+    return bus.call(message, QDBus::Block, remotePatience);
 }
 
 /// Whether a command came while the program was about to end, as after `quit`; waits until it has.

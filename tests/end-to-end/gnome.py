@@ -15,16 +15,19 @@ PORTAL = "org.freedesktop.portal.Desktop"
 BACK_END = "org.freedesktop.impl.portal.desktop.gnome"
 REMOTE = "org.gnome.Mutter.RemoteDesktop"
 BUTTON = 0x110
-# What the portal's store holds after the user has shared the only monitor: a token, for programs outside of containers.
-TOKEN = "11111111-2222-4333-8444-555555555555"
+DISPLAYS = "org.gnome.Mutter.DisplayConfig"
+# What the portal's store holds after the user has shared a monitor: its token, for programs outside of containers.
+TOKENS = ("11111111-2222-4333-8444-555555555555", "11111111-2222-4333-8444-666666666666")
 
 
 class Gnome(Screen):
-    """`shared`: the user has already shared the monitor, and `TOKEN` shares it again."""
+    """`monitors`: side by side, in pixels; `scale`: pixels per point, of all. `shared`: the user has already shared the
+    monitors, and `TOKENS` share them again."""
 
-    def __init__(self, monitors: tuple[str, ...] = ("1280x800",), shared: bool = True, **options):
+    def __init__(self, monitors: tuple[str, ...] = ("1280x800",), scale: float = 1, shared: bool = True, **options):
         super().__init__(keyring=False, **options)
         self.monitors = monitors
+        self.scale = scale
         self.shared = shared
         self.input = ""
 
@@ -54,6 +57,8 @@ class Gnome(Screen):
         self.display = re.search(r"public X11 display (:\d+)", self.shell_log())[1]
         self.environment |= {"DISPLAY": self.display, "XAUTHORITY": str(next(runtime.glob(".mutter-Xwaylandauth.*")))}
         self.evaluate("Main.overview.hide()")
+        if self.scale != 1:
+            self.apply_scale()
         self.quietly(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
         self.wait_for_name("org.a11y.Bus")
         if self.shared:
@@ -89,14 +94,27 @@ class Gnome(Screen):
             raise RuntimeError(value)
         return json.loads(value) if value else None
 
+    def apply_scale(self) -> None:
+        serial, monitors, logical, _ = self.call(DISPLAYS, "/org/gnome/Mutter/DisplayConfig", DISPLAYS + ".GetCurrentState")
+        modes = {monitor[0]: next(mode[0] for mode in monitor[1] if mode[6].get("is-current")) for monitor in monitors}
+        places = [(x, y, self.scale, turn, main, [(device[0], modes[device], {}) for device in devices])
+                  for x, y, _, turn, main, devices, _ in logical]
+        self.call(DISPLAYS, "/org/gnome/Mutter/DisplayConfig", DISPLAYS + ".ApplyMonitorsConfig",
+                  GLib.Variant("(uua(iiduba(ssa{sv}))a{sv})", (serial, 1, places, {})))
+
     def permit(self) -> None:
-        width, height = map(int, self.monitors[0].split("x"))
-        monitor = (0, 1, GLib.Variant("s", "MetaVendor:MetaVirtualMonitor:0x00"))
-        data = GLib.Variant("(suv)", ("GNOME", 1, GLib.Variant("(xxa(uuv))", (0, 0, [monitor]))))
-        self.call("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
-                  "org.freedesktop.impl.portal.PermissionStore.Set",
-                  GLib.Variant("(sbsa{sas}v)", ("screencast", True, TOKEN, {"": ["yes"]}, data)))
-        self.shares = json.dumps({f"0,0,{width},{height}": TOKEN})
+        self.shares = {}
+        x = 0
+        for number, (size, token) in enumerate(zip(self.monitors, TOKENS)):
+            monitor = (0, 1, GLib.Variant("s", f"MetaVendor:MetaVirtualMonitor:0x{number:02}"))
+            data = GLib.Variant("(suv)", ("GNOME", 1, GLib.Variant("(xxa(uuv))", (0, 0, [monitor]))))
+            self.call("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
+                      "org.freedesktop.impl.portal.PermissionStore.Set",
+                      GLib.Variant("(sbsa{sas}v)", ("screencast", True, token, {"": ["yes"]}, data)))
+            width, height = map(int, size.split("x"))
+            self.shares[f"{x},0,{width},{height}"] = token
+            x += width
+        self.shares = json.dumps(self.shares)
 
     def place_other_windows(self, x: int, y: int) -> None:
         """Moves the windows of Wayland."""

@@ -19,6 +19,7 @@ from screen import Screen, eventually  # which reads LUCENTRA
 ICON = "com.tarnby.lucentra"
 FILES = {
     "bin/lucentra",
+    "libexec/lucentra-program",
     "share/applications/com.tarnby.lucentra.capture.desktop",
     "share/applications/com.tarnby.lucentra.desktop",
     "share/bash-completion/completions/lucentra",
@@ -70,7 +71,7 @@ class Installed(unittest.TestCase):
         owner = self.screen.output("dbus-send", "--session", "--print-reply=literal", "--dest=org.freedesktop.DBus",
                                    "/org/freedesktop/DBus", "org.freedesktop.DBus.GetConnectionUnixProcessID",
                                    "string:com.tarnby.lucentra").split()[-1]
-        self.assertEqual(os.readlink(f"/proc/{owner}/exe"), os.environ["LUCENTRA"], "it is the installed one")
+        self.assertEqual(os.readlink(f"/proc/{owner}/exe"), str(PREFIX / "libexec" / "lucentra-program"), "it is the installed one")
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
         self.assertTrue(eventually(lambda: self.screen.lucentra("quit").returncode == 2))
 

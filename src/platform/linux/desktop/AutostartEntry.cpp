@@ -1,8 +1,8 @@
 #include "AutostartEntry.h"
 
+#include "LauncherPath.h"
 #include "PrivateFile.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -85,7 +85,7 @@ AutostartEntry AutostartEntry::ofUser()
 {
     QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
     const QString own = folders.takeFirst();
-    return {own, folders, QCoreApplication::applicationFilePath()};
+    return {own, folders, launcherPath()};
 }
 
 bool AutostartEntry::isEnabled() const

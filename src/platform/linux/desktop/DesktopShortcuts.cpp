@@ -1,8 +1,8 @@
 #include "DesktopShortcuts.h"
 
 #include "GObjectPointer.h"
+#include "LauncherPath.h"
 
-#include <QCoreApplication>
 #include <QList>
 #include <QStringList>
 
@@ -86,7 +86,7 @@ void setDesktopShortcuts(const QString &toggleKeys, const QString &translateKeys
 {
     const Settings settings(g_settings_new(mediaKeys));
     QStringList listed = listedEntries(settings.get());
-    const QString program = QCoreApplication::applicationFilePath();
+    const QString program = launcherPath();
     for (const ShortcutEntry &entry : ourEntries) {
         const Settings values = entrySettings(entry);
         const QString &keys = entry.command == u"toggle" ? toggleKeys : translateKeys;
