@@ -33,6 +33,15 @@ void PortalScreenStream::follow(const QRectF &area, std::function<void(const Scr
         m_frame({});
 }
 
+void PortalPaneHints::setHoldHandler(const QWindow &window, std::function<void(bool)> handler)
+{
+    X11PaneWindowHints::setHoldHandler(window, handler);
+    m_moves.watch(window, [this, handler](bool isHeld) {
+        if (!isPointerButtonDown()) // a drag of the program's own
+            handler(isHeld);
+    });
+}
+
 PortalDesktop::PortalDesktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQueue, const ScreenShareStore &store,
                              const std::function<QString(const QString &)> &localized)
     : m_windows(scheduler, bus, mainQueue, localized)

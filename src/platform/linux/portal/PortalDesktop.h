@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CompositorMoves.h"
 #include "DesktopHotkeys.h"
 #include "MainQueue.h"
 #include "PortalScreenCapture.h"
@@ -32,6 +33,10 @@ class PortalPaneHints : public X11PaneWindowHints
 public:
     bool startMove(QWindow &) override { return false; }
     bool startResize(QWindow &, Qt::Edges) override { return false; }
+    void setHoldHandler(const QWindow &window, std::function<void(bool)> handler) override;
+
+private:
+    CompositorMoves m_moves;
 };
 
 /// A desktop of Wayland on which the pane is an X11 window. The screen is captured through the desktop's portal.
