@@ -34,6 +34,8 @@ public:
 
     /// Carries out a command that came over the bus. Returns false if there is no such command.
     bool perform(Invocation::Command command);
+    /// After the start.
+    bool isPaneShown() { return m_pane->window().isShown(); }
 
 private:
     void registerHotkeys();

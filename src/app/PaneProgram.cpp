@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 #include "CommandLine.h"
+#include "DisplayLoss.h"
 #ifdef LUCENTRA_HANG_WATCH
 #include "HangWatch.h"
 #endif
@@ -16,7 +17,6 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QThread>
 
 #include <chrono>
 #include <condition_variable>
@@ -77,34 +77,6 @@ int showRunningProgram(PaneAtStart paneAtStart)
     printError(shown.error().description);
     return int(ExitCode::Failed);
 }
-
-/// Where the display goes away, the toolkit says so and then ends the process from within, past `main`, while other
-/// threads still run. What is to be stored is completed in between, and nothing else is taken down.
-class DisplayLoss
-{
-public:
-    explicit DisplayLoss(AppDelegate &delegate)
-    {
-        current = &delegate;
-        previous =
-            qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
-                previous(type, context, message);
-                const bool isLoss = message.startsWith(u"The X11 connection broke") ||
-                                    message.startsWith(u"The Wayland connection broke");
-                if (!isLoss || QThread::currentThread() != qApp->thread())
-                    return;
-                current->completeStoring();
-                std::_Exit(int(ExitCode::Failed));
-            });
-    }
-    ~DisplayLoss() { qInstallMessageHandler(previous); }
-    DisplayLoss(const DisplayLoss &) = delete;
-    DisplayLoss &operator=(const DisplayLoss &) = delete;
-
-private:
-    static inline AppDelegate *current = nullptr;
-    static inline QtMessageHandler previous = nullptr;
-};
 
 /// Ends the process if quitting takes too long. What is being stored is completed first.
 class EndDeadline
@@ -176,7 +148,8 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     QObject::connect(&bus, &SessionBus::returned, &remoteControl,
                      [&remoteControl, &bus] { remoteControl.moveTo(bus.connection()); });
     AppDelegate delegate(scheduler, bus, &printDiagnostic);
-    const DisplayLoss displayLoss(delegate);
+    const DisplayLoss displayLoss({.completeStoring = [&delegate] { delegate.completeStoring(); },
+                                   .isPaneShown = [&delegate] { return delegate.isPaneShown(); }});
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
     displayClaim->onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
     delegate.applicationDidFinishLaunching(paneAtStart);

@@ -2,16 +2,36 @@
 
 #include "LayerDesktop.h"
 #include "PortalDesktop.h"
+#include "X11Connection.h"
 #include "X11Desktop.h"
 #include "X11ProgramClaim.h"
 
 #include <QGuiApplication>
 
+#include <thread>
+
+#include <wayland-client.h>
+
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
 namespace {
+
+bool isWaylandDisplayThere()
+{
+    wl_display *display = wl_display_connect(nullptr);
+    if (display)
+        wl_display_disconnect(display);
+    return display;
+}
+
+bool isX11DisplayThere()
+{
+    const X11Connection connection(xcb_connect(nullptr, nullptr));
+    return xcb_connection_has_error(connection.get()) == 0;
+}
 
 /// The environment can force the choice, for users with trouble and for tests.
 bool isLayerPaneChosen()
@@ -52,6 +72,21 @@ std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts)
         return std::make_unique<PortalDesktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.screenShares,
                                                parts.localized);
     return std::make_unique<X11Desktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.localized);
+}
+
+bool waitForDisplay(std::chrono::milliseconds patience)
+{
+    constexpr auto interval = 200ms;
+    if (!isWaylandSession())
+        return false;
+    const bool isNative = QGuiApplication::platformName().startsWith(u"wayland"_s);
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!(isNative ? isWaylandDisplayThere() : isX11DisplayThere())) {
+        if (std::chrono::steady_clock::now() >= deadline)
+            return false;
+        std::this_thread::sleep_for(interval);
+    }
+    return true;
 }
 
 std::unique_ptr<ProgramClaim> makeProgramClaim()

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -38,5 +39,9 @@ struct DesktopParts
 /// The desktop of this session. Needs the application object.
 std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts);
 std::unique_ptr<ProgramClaim> makeProgramClaim();
+
+/// Waits until the display of this process, which was lost, takes connections again. Returns false if it doesn't within
+/// the given time, and at once in an X11 session, which ends with its display.
+bool waitForDisplay(std::chrono::milliseconds patience);
 
 } // namespace lucentra

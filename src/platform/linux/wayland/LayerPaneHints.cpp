@@ -30,6 +30,19 @@ QScreen *screenOf(const QRect &frame)
     return screen ? screen : QGuiApplication::primaryScreen();
 }
 
+/// The frame itself, or the nearest place on the main screen if its centre is on none.
+QRect withinReach(QRect frame)
+{
+    const QScreen *main = QGuiApplication::primaryScreen();
+    if (!main || QGuiApplication::screenAt(frame.center()))
+        return frame;
+    const QRect screen = main->geometry();
+    frame.moveRight(std::min(frame.right(), screen.right()));
+    frame.moveBottom(std::min(frame.bottom(), screen.bottom()));
+    frame.moveTopLeft({std::max(frame.left(), screen.left()), std::max(frame.top(), screen.top())});
+    return frame;
+}
+
 /// The nearest place on any screen.
 QPointF onScreens(QPointF point)
 {
@@ -122,6 +135,7 @@ void LayerPaneHints::givePaneRole()
 {
     QWindow &window = *m_pane->windowHandle();
     wl_surface *surface = WaylandConnection::surfaceOf(window);
+    setFrame(withinReach(m_frame)); // its output may be gone
     m_screen = screenOf(m_frame);
     wl_output *output = m_screen ? WaylandConnection::outputOf(*m_screen) : nullptr;
     if (!surface || !output)

@@ -1,0 +1,64 @@
+#include "DisplayLoss.h"
+
+#include "CommandLine.h"
+#include "MakeDesktop.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QThread>
+
+#include <cstdlib>
+#include <utility>
+
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// Longest wait for the display to come back.
+constexpr auto displayPatience = 10s;
+/// A display that breaks sooner after the start isn't tried again.
+constexpr auto shortestUse = 5s;
+
+} // namespace
+
+DisplayLoss::DisplayLoss(Program program)
+    : m_program(std::move(program))
+    , m_previous(qInstallMessageHandler(&DisplayLoss::handle))
+{
+    current = this;
+}
+
+DisplayLoss::~DisplayLoss()
+{
+    qInstallMessageHandler(m_previous);
+    current = nullptr;
+}
+
+void DisplayLoss::handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    current->m_previous(type, context, message);
+    const bool isLoss =
+        message.startsWith(u"The X11 connection broke") || message.startsWith(u"The Wayland connection broke");
+    if (isLoss && QThread::currentThread() == qApp->thread())
+        current->end();
+}
+
+void DisplayLoss::end()
+{
+    m_program.completeStoring();
+    const bool isWorthIt = std::chrono::steady_clock::now() - m_begin >= shortestUse;
+    if (isWorthIt && waitForDisplay(displayPatience)) {
+        QByteArray program = QFile::encodeName(QCoreApplication::applicationFilePath());
+        QByteArray option(waitForCommandOption);
+        char *arguments[] = {program.data(), m_program.isPaneShown() ? nullptr : option.data(), nullptr};
+        execv(program.constData(), arguments);
+    }
+    std::_Exit(int(ExitCode::Failed));
+}
+
+} // namespace lucentra
