@@ -13,22 +13,24 @@ import time
 from PIL import Image, ImageChops
 
 from stage import labels, run_pass
+from desktop import Session
 from gnome import Gnome
 from screen import Screen, eventually
 from wayland import KWin, Sway, WaylandSession
 
 WINDOW = (200, 160)
 PANE = (188, 124, 684, 420)
+PANE_AT_CORNER = (6, 6, 662, 362)  # where a native pane is dragged to
 SHOWN = (90, 60, 970, 610)  # the part of the screen that the pictures show
 LANGUAGES = {"zh-Hant": "Traditional Chinese", "ja": "Japanese", "ko": "Korean"}
 
 
-def keep_beneath(screen: Screen, folder: pathlib.Path) -> None:
-    x, y, width, height = PANE
-    screen.picture().crop((x + 2, y + 2, x + width - 2, y + height - 2)).save(folder / "beneath.png")
+def keep_beneath(shown: Image.Image, folder: pathlib.Path, pane: tuple[int, int, int, int] = PANE, scale: int = 1) -> None:
+    x, y, width, height = pane
+    shown.crop((scale * (x + 2), scale * (y + 2), scale * (x + width - 2), scale * (y + height - 2))).save(folder / "beneath.png")
 
 
-def keep_blocks(screen: Screen, folder: pathlib.Path, code: str) -> None:
+def keep_blocks(screen: Session, folder: pathlib.Path, code: str) -> None:
     blocks = screen.lucentra("image", str(folder / "beneath.png"), "--output", str(folder / f"picture-{code}.png"), "--json")
     if blocks.returncode != 0:
         raise RuntimeError(blocks.stderr)
@@ -39,7 +41,7 @@ def demonstrate(screen: Screen, folder: pathlib.Path) -> None:
     sample = str(pathlib.Path(os.environ["SAMPLE_WINDOW"]).resolve())
     screen.start_and_wait([sample, "{},{}".format(*WINDOW)])
     screen.do("mousemove 1270 790")
-    keep_beneath(screen, folder)
+    keep_beneath(screen.picture(), folder)
     screen.lucentra("languages", timeout=60)  # waits until the phrases of the installed programs are known
     for code in LANGUAGES:
         screen.preferences = {"translationEngine": 0, "targetLanguageCode": code,
@@ -62,8 +64,7 @@ def demonstrate_on_gnome(session: Gnome, folder: pathlib.Path) -> None:
     del session.environment["QT_QPA_PLATFORM"]
     session.place_other_windows(WINDOW[0], WINDOW[1] - 14)  # with its title bar
     session.move_pointer(1270, 790)
-    settled(session, 1)
-    keep_beneath(session, folder)
+    keep_beneath(settled(session, 1), folder)
     session.lucentra("languages", timeout=60)
     for code in LANGUAGES:
         session.preferences = {"translationEngine": 0, "targetLanguageCode": code, "targetLanguageFollowsInterface": False,
@@ -93,6 +94,8 @@ def settled(session: Gnome | WaylandSession, seconds: float) -> Image.Image:
 def demonstrate_on_wayland(session: WaylandSession, folder: pathlib.Path) -> None:
     """As a user does it: the pane is moved over a window in the corner, and translates by itself."""
     session.start([str(pathlib.Path(os.environ["SAMPLE_WINDOW"]).resolve())], stdout=subprocess.PIPE).stdout.readline()
+    session.do("move 1270 790")
+    keep_beneath(settled(session, 1), folder, PANE_AT_CORNER, 2)
     eventually(lambda: "still" not in session.lucentra("languages", timeout=60).stdout, 60)
     for code in LANGUAGES:
         session.preferences = {"translationEngine": 0, "targetLanguageCode": code, "targetLanguageFollowsInterface": False,
@@ -106,6 +109,7 @@ def demonstrate_on_wayland(session: WaylandSession, folder: pathlib.Path) -> Non
         settled(session, 3).save(folder / f"after-{code}.png")
         pane.terminate()
         pane.wait(10)
+        keep_blocks(session, folder, code)
 
 
 def main() -> None:
