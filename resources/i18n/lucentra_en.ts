@@ -560,6 +560,10 @@
         <translation>Translation on this computer</translation>
     </message>
     <message>
+        <source>在桌面的設定中變更…</source>
+        <translation>Change in the Desktop's Settings…</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>Region</translation>
     </message>

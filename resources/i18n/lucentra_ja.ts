@@ -560,6 +560,10 @@
         <translation>このコンピューターでの翻訳</translation>
     </message>
     <message>
+        <source>在桌面的設定中變更…</source>
+        <translation>デスクトップの設定で変更…</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>リージョン</translation>
     </message>

@@ -560,6 +560,10 @@
         <translation>이 컴퓨터에서의 번역</translation>
     </message>
     <message>
+        <source>在桌面的設定中變更…</source>
+        <translation>데스크톱 설정에서 변경…</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>리전</translation>
     </message>

@@ -560,6 +560,10 @@
         <translation>在这台电脑上翻译</translation>
     </message>
     <message>
+        <source>在桌面的設定中變更…</source>
+        <translation>在桌面的设置中更改…</translation>
+    </message>
+    <message>
         <source>地區</source>
         <translation>区域</translation>
     </message>

@@ -63,6 +63,10 @@ SettingsServices ProgramWindows::settingsServices()
             },
         .areHotkeysChosenHere = [&hotkeys] { return hotkeys.areKeysChosenHere(); },
         .keysOfDesktop = [&hotkeys](HotkeyAction action) { return hotkeys.keysOfDesktop(action); },
+        .keyDialog = [&hotkeys]() -> std::function<void()> {
+            const bool areDesktops = areDesktopShortcutsOffered() && areDesktopShortcutsSet();
+            return areDesktops ? shortcutSettings() : hotkeys.keyDialog();
+        },
         .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
         .areDesktopShortcutsSet = offersDesktopShortcuts ? areDesktopShortcutsSet : std::function<bool()>(),
         .setDesktopShortcuts = offersDesktopShortcuts

@@ -43,6 +43,9 @@ public:
     /// The desktop's own description of an action's keys. Empty if the program chooses the keys or the desktop has none.
     virtual QString keysOfDesktop(HotkeyAction) const { return {}; }
 
+    /// Opens the dialog in which the desktop changes the keys. Empty if the desktop doesn't open it for programs.
+    virtual std::function<void()> keyDialog() { return {}; }
+
     /// Calls the handler when it has changed who chooses the keys. Everything must be registered again then.
     virtual void setChangeHandler(std::function<void()>) {}
 

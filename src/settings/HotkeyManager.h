@@ -42,6 +42,7 @@ public:
     void unregisterHotkeys();
     bool areKeysChosenHere() const { return m_hotkeys.areKeysChosenHere(); }
     QString keysOfDesktop(HotkeyAction action) const { return m_hotkeys.keysOfDesktop(action); }
+    std::function<void()> keyDialog() { return m_hotkeys.keyDialog(); }
     /// Whether `registerHotkeys` was called since the last `unregisterHotkeys`.
     bool isRegistered() const { return m_isRegistered; }
     /// Whether the stored hotkey was refused at its last registration.

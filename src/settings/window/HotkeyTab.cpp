@@ -3,12 +3,15 @@
 #include "FormColors.h"
 #include "FormSection.h"
 #include "HotkeyRow.h"
+#include "Mnemonics.h"
 #include "Settings.h"
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 #include "VirtualKeys.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QTextDocument>
 
 using namespace Qt::StringLiterals;
@@ -65,13 +68,34 @@ void HotkeyTab::addDesktopShortcuts(FormSection &section)
     if (services.setDesktopShortcuts)
         section.addToggle(
             u"由桌面的快捷鍵呼叫 Lucentra"_s,
-            {services.areDesktopShortcutsSet, [set = services.setDesktopShortcuts](bool isOn) { set(isOn); }});
+            {services.areDesktopShortcutsSet, [this, set = services.setDesktopShortcuts](bool isOn) {
+                 set(isOn);
+                 showStored();
+             }});
+    addKeyDialog(section);
     if (services.shortcutConfiguration.isEmpty())
         return;
     auto *line = new QLabel(services.shortcutConfiguration);
     line->setTextFormat(Qt::PlainText);
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     section.addRow(u"加入桌面設定檔的一行："_s, line);
+}
+
+void HotkeyTab::addKeyDialog(FormSection &section)
+{
+    auto *button = new QPushButton;
+    button->setAutoDefault(false);
+    auto *content = new QWidget;
+    auto *layout = new QHBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(button);
+    layout->addStretch(1);
+    m_keyDialog = section.addWidget(content);
+    connect(button, &QPushButton::clicked, this, [this] {
+        if (const auto open = m_form.services().keyDialog())
+            open();
+    });
+    m_form.keepText([this, button] { setMnemonicText(*button, m_form.text(u"在桌面的設定中變更…"_s)); });
 }
 
 void HotkeyTab::showStored()
@@ -89,6 +113,7 @@ void HotkeyTab::showStored()
     setTone(*m_refusal, Tone::Bad);
     m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
     m_refusal->parentWidget()->setVisible(services.areHotkeysChosenHere() && services.isHotkeyRefused());
+    m_keyDialog->setVisible(bool(services.keyDialog()));
 }
 
 } // namespace lucentra

@@ -19,11 +19,13 @@ private:
     void addRecorder(FormSection &section);
     void addDesktopShortcuts(FormSection &section);
     void addFixedHotkey(FormSection &section);
+    void addKeyDialog(FormSection &section);
     void showStored();
 
     SettingsForm &m_form;
     HotkeyRow *m_recorder = nullptr;
     QLabel *m_refusal = nullptr;
+    QWidget *m_keyDialog = nullptr; ///< the row of the button that opens it
 };
 
 } // namespace lucentra

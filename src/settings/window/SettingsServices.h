@@ -47,6 +47,8 @@ struct SettingsServices
     std::function<bool()> areHotkeysChosenHere;
     /// The desktop's own description of an action's keys; empty if it has none.
     std::function<QString(HotkeyAction)> keysOfDesktop;
+    /// What opens the desktop's own dialog for the keys; empty if the keys aren't the desktop's, or it has none.
+    std::function<std::function<void()>()> keyDialog;
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
     /// Whether shortcuts of the desktop call the program, and makes or removes them. Empty if the desktop has none.

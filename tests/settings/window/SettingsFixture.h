@@ -63,6 +63,7 @@ struct SettingsFixture
     QStringList posted;
     bool isHotkeyRefused = false;
     QString keysOfDesktop;
+    int dialogs = 0; ///< of the desktop, for its keys
     SettingsServices services{
         .settings = settings,
         .texts = texts,
@@ -87,6 +88,7 @@ struct SettingsFixture
         .hotkeyRecordingChanged = [](bool) {},
         .areHotkeysChosenHere = [this] { return keysOfDesktop.isEmpty(); },
         .keysOfDesktop = [this](HotkeyAction) { return keysOfDesktop; },
+        .keyDialog = [this] { return keysOfDesktop.isEmpty() ? std::function<void()>() : [this] { ++dialogs; }; },
         .isHotkeyRefused = [this] { return isHotkeyRefused; },
         .fillMenuBar = [](QMenuBar &) {},
         .paneFrame = [] { return QRect(); },

@@ -270,6 +270,9 @@ private Q_SLOTS:
         QVERIFY(!button->isEnabled());
         QCOMPARE(button->text(), m.keysOfDesktop);
         QVERIFY(!button->toolTip().contains(u"<b>"_s));
+        m.view->setCurrentIndex(2);
+        m.control<QPushButton>(u"在桌面的設定中變更…"_s)->click();
+        QCOMPARE(m.dialogs, 1);
     }
 
     void whatIsWrittenIntoTheFileIsShown()

@@ -1,5 +1,6 @@
 #include "DesktopHotkeys.h"
 
+#include "DesktopShortcuts.h"
 #include "SessionBus.h"
 #include "VirtualKeys.h"
 
@@ -206,6 +207,17 @@ bool DesktopHotkeys::areKeysChosenHere() const
     return m_service == Service::None && m_fallback && m_fallback->areKeysChosenHere();
 }
 
+std::function<void()> DesktopHotkeys::keyDialog()
+{
+    constexpr uint versionWithDialog = 2;
+    if (m_service == Service::Portal && m_portalVersion >= versionWithDialog && !m_session.isEmpty())
+        return [this] {
+            callPortal(u"ConfigureShortcuts"_s,
+                       {QVariant::fromValue(QDBusObjectPath(m_session)), QString(), QVariantMap()});
+        };
+    return areKeysChosenHere() ? std::function<void()>() : shortcutSettings();
+}
+
 tl::expected<std::unique_ptr<HotkeyReference>, int> DesktopHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode,
                                                                                    quint32 modifiers)
 {
@@ -265,9 +277,13 @@ void DesktopHotkeys::ownerChanged(const QString &service, const QString &, const
 void DesktopHotkeys::askPortal()
 {
     ++m_round;
+    registerWithPortal(m_bus.connection()); // once more if the portal was started again
     call(shortcutsPortal, shortcutsPath, propertiesInterface, u"Get"_s, {shortcutsInterface, u"version"_s},
          [this](const QDBusMessage &reply) {
-             if (reply.type() == QDBusMessage::ReplyMessage)
+             m_portalVersion = reply.type() == QDBusMessage::ReplyMessage
+                                   ? reply.arguments().value(0).value<QDBusVariant>().variant().toUInt()
+                                   : 0;
+             if (m_portalVersion > 0)
                  use(Service::Portal);
              else
                  askPlasma();

@@ -30,6 +30,7 @@ public:
 
     bool areKeysChosenHere() const override;
     QString keysOfDesktop(HotkeyAction action) const override { return m_descriptions.value(action); }
+    std::function<void()> keyDialog() override;
     void setChangeHandler(std::function<void()> changed) override { m_changed = std::move(changed); }
     [[nodiscard]] tl::expected<std::unique_ptr<HotkeyReference>, int>
     registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) override;
@@ -76,6 +77,7 @@ private:
     QMap<HotkeyAction, QString> m_descriptions;
     bool m_isBound = false; ///< in the current service
     QString m_session;      ///< of the portal
+    uint m_portalVersion = 0;
     std::function<void()> m_changed;
     std::function<void(HotkeyAction)> m_pressed;
 };

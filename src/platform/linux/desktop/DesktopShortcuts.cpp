@@ -4,6 +4,8 @@
 #include "LauncherPath.h"
 
 #include <QList>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QStringList>
 
 #include <algorithm>
@@ -127,6 +129,27 @@ QString gnomeAccelerator(const QString &keys)
     for (const QString &modifier : std::as_const(parts))
         accelerator += u'<' + (modifier == u"Meta" ? u"Super"_s : modifier) + u'>';
     return accelerator + key;
+}
+
+std::function<void()> shortcutSettings()
+{
+    struct Program
+    {
+        QStringView desktop;
+        QString name;
+        QString page;
+    };
+    static const std::array programs{Program{u"GNOME", u"gnome-control-center"_s, u"keyboard"_s},
+                                     Program{u"KDE", u"systemsettings"_s, u"kcm_keys"_s},
+                                     Program{u"KDE", u"kcmshell6"_s, u"kcm_keys"_s},
+                                     Program{u"KDE", u"kcmshell5"_s, u"kcm_keys"_s}};
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    for (const Program &program : programs) {
+        const QString path = QStandardPaths::findExecutable(program.name);
+        if (desktops.contains(program.desktop) && !path.isEmpty())
+            return [path, page = program.page] { QProcess::startDetached(path, {page}); };
+    }
+    return {};
 }
 
 QString shortcutConfigurationLine()

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace lucentra {
 
 // GNOME passes no global hotkeys on to programs in a Wayland session. Its own shortcuts can run commands, though: these
@@ -17,6 +19,9 @@ void removeDesktopShortcuts();
 
 /// The accelerator of a combination like "Alt+T" as GNOME writes it: "<Alt>t".
 QString gnomeAccelerator(const QString &keys);
+
+/// What opens the desktop's settings of shortcuts. Empty on desktops without such a program.
+std::function<void()> shortcutSettings();
 
 /// The line that makes a shortcut in the configuration file of this session's compositor, such as sway. Empty if it
 /// has no such file.

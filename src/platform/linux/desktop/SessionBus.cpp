@@ -1,5 +1,7 @@
 #include "SessionBus.h"
 
+#include <QDBusMessage>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -18,12 +20,23 @@ bool listenForEnd(QDBusConnection &connection, QObject *receiver, const char *sl
 
 } // namespace
 
+void registerWithPortal(const QDBusConnection &bus)
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s,
+                                       u"org.freedesktop.host.portal.Registry"_s, u"Register"_s);
+    message << u"com.tarnby.lucentra"_s << QVariantMap();
+    bus.send(message);
+}
+
 SessionBus::SessionBus(Scheduler &scheduler)
     : m_scheduler(scheduler)
     , m_connection(QDBusConnection::sessionBus())
 {
     if (!listenForEnd(m_connection, this, SLOT(lost())))
         lost();
+    else
+        registerWithPortal(m_connection);
 }
 
 SessionBus::~SessionBus() = default;
@@ -40,6 +53,7 @@ void SessionBus::reconnect()
     QDBusConnection connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
     if (listenForEnd(connection, this, SLOT(lost()))) {
         m_connection = connection;
+        registerWithPortal(m_connection);
         Q_EMIT returned();
         return;
     }

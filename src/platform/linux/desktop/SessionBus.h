@@ -43,4 +43,8 @@ private:
     std::unique_ptr<ScheduledTask> m_retry;
 };
 
+/// Names the program for the desktop's portal, which otherwise doesn't know which program a connection belongs to. Must
+/// be sent before anything else is asked of a portal. Portals before version 1.20 ignore it.
+void registerWithPortal(const QDBusConnection &bus);
+
 } // namespace lucentra

@@ -148,6 +148,10 @@ bool ScreenCastPortal::Calls::connect()
         g_dbus_connection_signal_subscribe(m_bus.get(), sender, interface, signal, nullptr, first,
                                            G_DBUS_SIGNAL_FLAGS_NONE, &Calls::receive, this, nullptr);
     };
+    // As registerWithPortal does for the program's other connection.
+    g_dbus_connection_call(m_bus.get(), screenCastService, screenCastPath, "org.freedesktop.host.portal.Registry", "Register",
+                           g_variant_new("(sa{sv})", "com.tarnby.lucentra", nullptr), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
+                           nullptr, nullptr, nullptr);
     listen(screenCastService, requestInterface, "Response", nullptr);
     listen(screenCastService, sessionInterface, "Closed", nullptr);
     listen("org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", screenCastService);
