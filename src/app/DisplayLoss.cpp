@@ -8,6 +8,7 @@
 #include <QThread>
 
 #include <cstdlib>
+#include <thread>
 #include <utility>
 
 #include <unistd.h>
@@ -21,6 +22,8 @@ namespace {
 
 /// Longest wait for the display to come back.
 constexpr auto displayPatience = 10s;
+/// How long it takes at most to store what is to be stored.
+constexpr auto storingPatience = 5s;
 /// A display that breaks sooner after the start isn't tried again.
 constexpr auto shortestUse = 5s;
 
@@ -44,8 +47,13 @@ void DisplayLoss::handle(QtMsgType type, const QMessageLogContext &context, cons
     current->m_previous(type, context, message);
     const bool isLoss =
         message.startsWith(u"The X11 connection broke") || message.startsWith(u"The Wayland connection broke");
-    if (isLoss && QThread::currentThread() == qApp->thread())
+    if (!isLoss)
+        return;
+    if (QThread::currentThread() == qApp->thread())
         current->end();
+    // The toolkit's own threads notice it as well, and end the process when this returns.
+    QMetaObject::invokeMethod(qApp, [] { current->end(); }, Qt::QueuedConnection);
+    std::this_thread::sleep_for(displayPatience + storingPatience);
 }
 
 void DisplayLoss::end()
