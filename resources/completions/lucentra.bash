@@ -12,7 +12,7 @@ _lucentra()
     COMPREPLY=()
     if ((COMP_CWORD == 1)); then
         local commands='recognize image text test-connection languages models doctor export entries
-            toggle show hide translate settings history quit'
+            toggle show hide translate live settings history quit'
         mapfile -t COMPREPLY < <(compgen -W "$commands --help --version" -- "$current")
         return
     fi
@@ -37,6 +37,8 @@ _lucentra()
             esac
             if [[ $command == models && $COMP_CWORD == 2 && $current != -* ]]; then
                 mapfile -t COMPREPLY < <(compgen -W 'install remove run' -- "$current")
+            elif [[ $command == live && $COMP_CWORD == 2 && $current != -* ]]; then
+                mapfile -t COMPREPLY < <(compgen -W 'on off toggle' -- "$current")
             elif [[ $current == -* ]]; then
                 mapfile -t COMPREPLY < <(compgen -W "$options --help" -- "$current")
             elif [[ $command == models && ${COMP_WORDS[2]} == run || $command == recognize || $command == image || $command == export ]]; then

@@ -17,11 +17,13 @@ complete -c lucentra -n __fish_use_subcommand -a toggle -d 'show or hide the pan
 complete -c lucentra -n __fish_use_subcommand -a show -d 'show the pane'
 complete -c lucentra -n __fish_use_subcommand -a hide -d 'hide the pane'
 complete -c lucentra -n __fish_use_subcommand -a translate -d 'translate the current area'
+complete -c lucentra -n __fish_use_subcommand -a live -d 'have translations follow the screen, or stop that'
 complete -c lucentra -n __fish_use_subcommand -a settings -d 'open the settings window'
 complete -c lucentra -n __fish_use_subcommand -a history -d 'open the history window'
 complete -c lucentra -n __fish_use_subcommand -a quit -d 'quit the running program'
 
 complete -c lucentra -n '__fish_seen_subcommand_from models; and not __fish_seen_subcommand_from install remove run' -a 'install remove run'
+complete -c lucentra -n '__fish_seen_subcommand_from live; and not __fish_seen_subcommand_from on off toggle' -a 'on off toggle'
 complete -c lucentra -n '__fish_seen_subcommand_from recognize image export' -F
 complete -c lucentra -n '__fish_seen_subcommand_from image' -l output -r -F -d 'write the picture to this file'
 complete -c lucentra -n '__fish_seen_subcommand_from image text test-connection' -l engine -x -a '0\ton-device 1\tGoogle 2\tMicrosoft 3\tGemini 4\tDeepL 5\tOpenAI 6\tClaude 7\tcompatible' -d 'use this engine once'

@@ -364,6 +364,10 @@
         <translation>Source language</translation>
     </message>
     <message>
+        <source>停止即時翻譯</source>
+        <translation>Stop live translation</translation>
+    </message>
+    <message>
         <source>停止輸入後自動翻譯</source>
         <translation>Translates when you stop typing</translation>
     </message>
@@ -458,6 +462,26 @@
     <message>
         <source>匯出顯示的紀錄</source>
         <translation>Export the entries shown</translation>
+    </message>
+    <message>
+        <source>即時翻譯</source>
+        <translation>Live Translation</translation>
+    </message>
+    <message>
+        <source>即時翻譯中</source>
+        <translation>Translating live</translation>
+    </message>
+    <message>
+        <source>即時翻譯（這個桌面擷取畫面時翻譯板會閃爍，無法使用）</source>
+        <translation>Live Translation (not available: on this desktop the pane would blink)</translation>
+    </message>
+    <message>
+        <source>即時翻譯：開</source>
+        <translation>Live translation: on</translation>
+    </message>
+    <message>
+        <source>即時翻譯：關</source>
+        <translation>Live translation: off</translation>
     </message>
     <message>
         <source>原文</source>
@@ -960,6 +984,10 @@
         <translation>Subtle Blue</translation>
     </message>
     <message>
+        <source>清除</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
         <source>清除搜尋</source>
         <translation>Clear search</translation>
     </message>
@@ -1408,6 +1436,10 @@
         <translation>a translation is at most X times as long as its source, in the model's units; 2.0 by default</translation>
     </message>
     <message>
+        <source>讓譯文即時跟隨翻譯板下的畫面</source>
+        <translation>Have translations follow what changes beneath the pane</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>Paste</translation>
     </message>
@@ -1562,6 +1594,14 @@
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
         <translation>The keyring does not respond, so the API key could not be read or saved. Try again later.</translation>
+    </message>
+    <message>
+        <source>開啟 / 停止即時翻譯：</source>
+        <translation>Start or stop live translation:</translation>
+    </message>
+    <message>
+        <source>開啟或停止即時翻譯</source>
+        <translation>Start or stop live translation</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

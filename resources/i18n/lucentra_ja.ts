@@ -364,6 +364,10 @@
         <translation>原文の言語</translation>
     </message>
     <message>
+        <source>停止即時翻譯</source>
+        <translation>リアルタイム翻訳を停止する</translation>
+    </message>
+    <message>
         <source>停止輸入後自動翻譯</source>
         <translation>入力が止まると自動で翻訳します</translation>
     </message>
@@ -458,6 +462,26 @@
     <message>
         <source>匯出顯示的紀錄</source>
         <translation>表示中の履歴をエクスポート</translation>
+    </message>
+    <message>
+        <source>即時翻譯</source>
+        <translation>リアルタイム翻訳</translation>
+    </message>
+    <message>
+        <source>即時翻譯中</source>
+        <translation>リアルタイム翻訳中</translation>
+    </message>
+    <message>
+        <source>即時翻譯（這個桌面擷取畫面時翻譯板會閃爍，無法使用）</source>
+        <translation>リアルタイム翻訳（このデスクトップでは翻訳パネルがちらつくため使用できません）</translation>
+    </message>
+    <message>
+        <source>即時翻譯：開</source>
+        <translation>リアルタイム翻訳：オン</translation>
+    </message>
+    <message>
+        <source>即時翻譯：關</source>
+        <translation>リアルタイム翻訳：オフ</translation>
     </message>
     <message>
         <source>原文</source>
@@ -960,6 +984,10 @@
         <translation>淡いブルー</translation>
     </message>
     <message>
+        <source>清除</source>
+        <translation>消去</translation>
+    </message>
+    <message>
         <source>清除搜尋</source>
         <translation>検索をクリア</translation>
     </message>
@@ -1408,6 +1436,10 @@
         <translation>訳文の長さは原文の X 倍まで（モデルの単位）。既定は 2.0</translation>
     </message>
     <message>
+        <source>讓譯文即時跟隨翻譯板下的畫面</source>
+        <translation>翻訳パネルの下の画面の変化に合わせて翻訳を更新する</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>貼り付け</translation>
     </message>
@@ -1562,6 +1594,14 @@
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
         <translation>キーリングが応答しないため、API キーの読み込みも保存もできていません。しばらくしてからもう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>開啟 / 停止即時翻譯：</source>
+        <translation>リアルタイム翻訳の開始/停止：</translation>
+    </message>
+    <message>
+        <source>開啟或停止即時翻譯</source>
+        <translation>リアルタイム翻訳を開始または停止する</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -364,6 +364,10 @@
         <translation>원본 언어</translation>
     </message>
     <message>
+        <source>停止即時翻譯</source>
+        <translation>실시간 번역 중지</translation>
+    </message>
+    <message>
         <source>停止輸入後自動翻譯</source>
         <translation>입력을 멈추면 자동으로 번역합니다</translation>
     </message>
@@ -458,6 +462,26 @@
     <message>
         <source>匯出顯示的紀錄</source>
         <translation>표시된 기록 내보내기</translation>
+    </message>
+    <message>
+        <source>即時翻譯</source>
+        <translation>실시간 번역</translation>
+    </message>
+    <message>
+        <source>即時翻譯中</source>
+        <translation>실시간 번역 중</translation>
+    </message>
+    <message>
+        <source>即時翻譯（這個桌面擷取畫面時翻譯板會閃爍，無法使用）</source>
+        <translation>실시간 번역(이 데스크톱에서는 번역 패널이 깜박이므로 사용할 수 없음)</translation>
+    </message>
+    <message>
+        <source>即時翻譯：開</source>
+        <translation>실시간 번역: 켬</translation>
+    </message>
+    <message>
+        <source>即時翻譯：關</source>
+        <translation>실시간 번역: 끔</translation>
     </message>
     <message>
         <source>原文</source>
@@ -960,6 +984,10 @@
         <translation>은은한 블루</translation>
     </message>
     <message>
+        <source>清除</source>
+        <translation>지우기</translation>
+    </message>
+    <message>
         <source>清除搜尋</source>
         <translation>검색 지우기</translation>
     </message>
@@ -1408,6 +1436,10 @@
         <translation>번역문은 원문의 X배까지만 길어집니다(모델의 단위). 기본값은 2.0</translation>
     </message>
     <message>
+        <source>讓譯文即時跟隨翻譯板下的畫面</source>
+        <translation>번역 패널 아래 화면의 변화를 번역이 실시간으로 따라가게 함</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>붙여넣기</translation>
     </message>
@@ -1562,6 +1594,14 @@
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
         <translation>키 모음이 응답하지 않아 API 키를 읽거나 저장하지 못했습니다. 잠시 후 다시 시도하세요.</translation>
+    </message>
+    <message>
+        <source>開啟 / 停止即時翻譯：</source>
+        <translation>실시간 번역 시작/중지:</translation>
+    </message>
+    <message>
+        <source>開啟或停止即時翻譯</source>
+        <translation>실시간 번역을 시작하거나 중지</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -364,6 +364,10 @@
         <translation>源语言</translation>
     </message>
     <message>
+        <source>停止即時翻譯</source>
+        <translation>停止实时翻译</translation>
+    </message>
+    <message>
         <source>停止輸入後自動翻譯</source>
         <translation>停止输入后自动翻译</translation>
     </message>
@@ -458,6 +462,26 @@
     <message>
         <source>匯出顯示的紀錄</source>
         <translation>导出显示的记录</translation>
+    </message>
+    <message>
+        <source>即時翻譯</source>
+        <translation>实时翻译</translation>
+    </message>
+    <message>
+        <source>即時翻譯中</source>
+        <translation>实时翻译中</translation>
+    </message>
+    <message>
+        <source>即時翻譯（這個桌面擷取畫面時翻譯板會閃爍，無法使用）</source>
+        <translation>实时翻译（此桌面截取画面时翻译板会闪烁，无法使用）</translation>
+    </message>
+    <message>
+        <source>即時翻譯：開</source>
+        <translation>实时翻译：开</translation>
+    </message>
+    <message>
+        <source>即時翻譯：關</source>
+        <translation>实时翻译：关</translation>
     </message>
     <message>
         <source>原文</source>
@@ -960,6 +984,10 @@
         <translation>淡雅水蓝</translation>
     </message>
     <message>
+        <source>清除</source>
+        <translation>清除</translation>
+    </message>
+    <message>
         <source>清除搜尋</source>
         <translation>清除搜索</translation>
     </message>
@@ -1408,6 +1436,10 @@
         <translation>译文最多为原文的 X 倍长，以模型的单位计；默认为 2.0</translation>
     </message>
     <message>
+        <source>讓譯文即時跟隨翻譯板下的畫面</source>
+        <translation>让译文实时跟随翻译板下的画面</translation>
+    </message>
+    <message>
         <source>貼上</source>
         <translation>粘贴</translation>
     </message>
@@ -1562,6 +1594,14 @@
     <message>
         <source>鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。</source>
         <translation>密钥环没有响应，API 密钥尚未读取或保存。请稍后再试。</translation>
+    </message>
+    <message>
+        <source>開啟 / 停止即時翻譯：</source>
+        <translation>开启/停止实时翻译：</translation>
+    </message>
+    <message>
+        <source>開啟或停止即時翻譯</source>
+        <translation>开启或停止实时翻译</translation>
     </message>
     <message>
         <source>開啟系統設定</source>

@@ -74,7 +74,10 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_actions = {.toggleWindow = [this] { m_pane->toggle(); },
                  .translateCurrentArea = [this] { m_pane->translateCurrentArea(); },
                  .openSettings = [this] { m_windows.openSettings(); },
-                 .openHistory = [this] { m_windows.openHistory(); }};
+                 .openHistory = [this] { m_windows.openHistory(); },
+                 .setLive = [this](bool isLive) { setLive(isLive); },
+                 .isLive = [this] { return m_pane->canBeLive() && m_services.settings().read(settings::isLive); },
+                 .canBeLive = [this] { return m_pane->canBeLive(); }};
     m_pane->view().onSettingsTapped = m_actions.openSettings;
     m_pane->view().onHistoryTapped = m_actions.openHistory;
     if (paneAtStart == PaneAtStart::Shown)
@@ -87,6 +90,12 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_hotkeys.onToggleWindow = m_actions.toggleWindow;
     m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
+    m_hotkeys.onSwitchLive = [this] { setLive(!m_actions.isLive()); };
+    m_services.settings().observe(settings::isLive, this, [this] {
+        m_mainMenu.updateLive();
+        m_statusItem.updateLive();
+    });
+    m_services.settings().observe(settings::liveHotkeyString, this, [this] { registerHotkeys(); });
     m_services.settings().followFile();
     m_services.settings().observe(notifications::updateGlobalHotkey, this, [this] {
         registerHotkeys();
@@ -106,6 +115,16 @@ void AppDelegate::applicationWillTerminate()
     m_services.translationManager().cancelAll();
     m_windows.close();
     m_services.mainQueue().drain();
+}
+
+bool AppDelegate::setLive(bool isLive)
+{
+    if (!m_pane->canBeLive())
+        return false;
+    m_services.settings().write(settings::isLive, isLive);
+    if (isLive && !m_pane->window().isShown())
+        m_pane->show();
+    return true;
 }
 
 void AppDelegate::registerHotkeys()
@@ -160,6 +179,12 @@ bool AppDelegate::perform(Invocation::Command command)
     case Command::Translate:
         m_pane->translateCurrentArea();
         break;
+    case Command::LiveOn:
+        return setLive(true);
+    case Command::LiveOff:
+        return setLive(false);
+    case Command::LiveToggle:
+        return setLive(!m_actions.isLive());
     case Command::Settings:
         m_windows.openSettings();
         break;

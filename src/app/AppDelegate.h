@@ -39,6 +39,8 @@ public:
 
 private:
     void registerHotkeys();
+    /// Returns false if this desktop doesn't allow translations to follow the screen.
+    bool setLive(bool isLive);
     void refreshLocalizedTitles();
     void tellOfMissingTray();
 

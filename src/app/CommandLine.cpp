@@ -72,6 +72,9 @@ constexpr std::array commandRows{
     CommandRow{u"show", Command::Show, u"", u"", u"", u"顯示翻譯板", true},
     CommandRow{u"hide", Command::Hide, u"", u"", u"", u"隱藏翻譯板"},
     CommandRow{u"translate", Command::Translate, u"", u"", u"", u"翻譯目前區域；翻譯板隱藏時先顯示", true},
+    CommandRow{u"live on", Command::LiveOn, u"", u"", u"", u"讓譯文即時跟隨翻譯板下的畫面", true},
+    CommandRow{u"live off", Command::LiveOff, u"", u"", u"", u"停止即時翻譯"},
+    CommandRow{u"live toggle", Command::LiveToggle, u"", u"", u"", u"開啟或停止即時翻譯", true},
     CommandRow{u"settings", Command::Settings, u"", u"", u"", u"開啟設定視窗", true},
     CommandRow{u"history", Command::History, u"", u"", u"", u"開啟翻譯歷史紀錄視窗", true},
     CommandRow{u"quit", Command::Quit, u"", u"", u"", u"結束執行中的 Lucentra"},
@@ -86,9 +89,7 @@ const CommandRow *findCommand(Predicate isWanted)
 
 QString busMemberOf(std::string_view remoteCommand)
 {
-    QString member = QString::fromLatin1(remoteCommand.data(), qsizetype(remoteCommand.size()));
-    member[0] = member[0].toUpper();
-    return member;
+    return QString::fromStdString(remoteMember(remoteCommand));
 }
 
 Failure wrongUsage(const QString &description)

@@ -34,6 +34,9 @@ struct Invocation
         Show,
         Hide,
         Translate,
+        LiveOn,
+        LiveOff,
+        LiveToggle,
         Settings,
         History,
         Quit

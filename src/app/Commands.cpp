@@ -159,7 +159,8 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
 QList<TextBlock> recognizedBlocks(const QImage &picture, const Invocation &invocation, Services &services)
 {
     const TextUnit unit = invocation.paragraphs ? TextUnit::Paragraph : TextUnit::Line;
-    return recognizeBlocks(services.recognizer(), onOpaqueGround(picture), {}, unit).blocks;
+    const QImage image = onOpaqueGround(picture);
+    return composeBlocks(recognizeLines(services.recognizer(), image, image.rect()).lines, image.size(), unit);
 }
 
 /// The text to translate: that of the command line, or of the standard input for "-".

@@ -26,7 +26,7 @@ enum class Sent {
     Undone,     ///< for whatever reason; the program finds it out and reports it, or starts
 };
 
-Sent send(const char *command)
+Sent send(const std::string &command)
 {
     DBusError error;
     dbus_error_init(&error);
@@ -34,9 +34,8 @@ Sent send(const char *command)
     if (!bus)
         return Sent::Undone;
     dbus_connection_set_exit_on_disconnect(bus, false);
-    std::string member = command;
-    member.front() = char(member.front() - 'a' + 'A');
-    DBusMessage *call = dbus_message_new_method_call(remoteName, remotePath, remoteName, member.c_str());
+    DBusMessage *call =
+        dbus_message_new_method_call(remoteName, remotePath, remoteName, remoteMember(command).c_str());
     if (!call)
         return Sent::Undone;
     dbus_message_set_auto_start(call, false);
@@ -63,12 +62,16 @@ std::string programPath()
 
 int main(int argc, char *argv[])
 {
-    if (argc == 2 && std::find(remoteCommands.begin(), remoteCommands.end(), argv[1]) != remoteCommands.end()) {
-        const Sent sent = send(argv[1]);
+    const std::string command =
+        argc == 2 ? argv[1] : argc == 3 ? std::string(argv[1]) + ' ' + argv[2] : std::string();
+    if (std::find(remoteCommands.begin(), remoteCommands.end(), command) != remoteCommands.end()) {
+        const Sent sent = send(command);
         if (sent == Sent::Done)
             return 0;
-        if (sent == Sent::Unanswered)
+        if (sent == Sent::Unanswered) {
             argv[1] = const_cast<char *>(unansweredOption);
+            argv[2] = nullptr;
+        }
     }
     const std::string program = programPath();
     execv(program.c_str(), argv);

@@ -1,6 +1,7 @@
 #include "MainMenu.h"
 
 #include "EditCommands.h"
+#include "LiveItem.h"
 #include "LocalizationManager.h"
 #include "Mnemonics.h"
 #include "Version.h"
@@ -89,6 +90,13 @@ void MainMenu::fillEditMenu()
 void MainMenu::fillTranslateMenu()
 {
     add(m_translate, u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
+    m_live = add(m_translate, liveItemKey.toString(), {}, [this] { m_actions.setLive(m_live->isChecked()); });
+    m_live->setCheckable(true);
+}
+
+void MainMenu::updateLive()
+{
+    showLiveState(*m_live, m_actions, m_texts);
 }
 
 void MainMenu::fillWindowMenu()
@@ -117,6 +125,7 @@ void MainMenu::build()
     m_window.setTitle(withMnemonic(m_texts.localized(u"視窗"_s), letters, u'W'));
     for (const Item &item : std::as_const(m_items))
         item.action->setText(m_texts.localized(item.key));
+    updateLive();
 }
 
 void MainMenu::fillMenuBar(QMenuBar &bar) const

@@ -28,6 +28,9 @@ public:
     /// Gives every item its title in the interface language.
     void build();
 
+    /// Shows whether translations follow the screen.
+    void updateLive();
+
     /// Gives a window the menus as its bar.
     void fillMenuBar(QMenuBar &bar) const;
     /// Makes the widget, with its window, answer the shortcuts, and shows the menus at a right click or the Menu key.
@@ -57,6 +60,7 @@ private:
     QMenu m_window;
     QMenu m_context;
     QList<Item> m_items;
+    QAction *m_live = nullptr;
     QPointer<QMessageBox> m_about; ///< while it is open
 };
 

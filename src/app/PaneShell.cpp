@@ -63,6 +63,7 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
     services.prepareOnDevice(*m_view);
     wirePass();
     wireManualInput();
+    wireLive();
     wireBackdrop();
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focus) {
         m_autoHide.focusChanged();
@@ -72,6 +73,7 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
 
 PaneShell::~PaneShell()
 {
+    m_live.reset();
     m_pass.reset(); // waits for its workers, which use the rest
     onShown = nullptr;
 }
@@ -95,13 +97,13 @@ void PaneShell::wirePass()
     PassSteps steps{
         .capture = m_desktop.capture(),
         .recognize =
-            [this, &recognizer](const QImage &image, const std::function<bool()> &isWanted) {
+            [this, &recognizer](const QImage &image, const QRect &part, const std::function<bool()> &isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
-                return recognizeBlocks(recognizer, image, isWanted,
-                                       m_services.settings().read(settings::translationUnit));
+                return recognizeLines(recognizer, image, part, isWanted);
             },
         .translate = [&manager](const QList<TextBlock> &blocks,
                                 const std::function<bool()> &isWanted) { return manager.translate(blocks, isWanted); },
+        .known = [&manager](const QString &text) { return manager.known(text); },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },
         .openScreenRecordingSettings = [] {}, // a desktop that withholds its screen asks by itself
@@ -109,8 +111,45 @@ void PaneShell::wirePass()
     m_pass = std::make_unique<TranslationPass>(m_window, *m_view, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
     m_view->onTranslateTapped = [this] { m_pass->startCapturePass(); };
-    m_window.onUserHold = [this](bool isHeld) { m_pass->userHolds(isHeld); };
-    m_window.onUserMoved = [this](std::chrono::milliseconds ago) { m_pass->scheduleDebouncedCapture(ago); };
+    m_window.onUserHold = [this](bool isHeld) {
+        m_pass->userHolds(isHeld);
+        if (m_live)
+            m_live->userHolds(isHeld);
+    };
+    m_window.onUserMoved = [this](std::chrono::milliseconds ago) {
+        m_pass->scheduleDebouncedCapture(ago);
+        if (m_live)
+            m_live->userHolds(false);
+    };
+}
+
+bool PaneShell::canBeLive() const
+{
+    return m_desktop.stream().isContinuous();
+}
+
+void PaneShell::wireLive()
+{
+    if (!canBeLive())
+        return;
+    m_live = std::make_unique<LiveTranslation>(
+        LiveTranslation::Services{
+            .settings = m_services.settings(),
+            .scheduler = m_scheduler,
+            .power = m_power,
+            .now =
+                [] {
+                    return std::chrono::duration_cast<std::chrono::milliseconds>(
+                        std::chrono::steady_clock::now().time_since_epoch());
+                }},
+        *m_pass, m_window);
+    m_live->onTrouble = [this](const QString &trouble) { m_view->setLive(m_live->isOn(), trouble); };
+    m_live->onSwitched = [this](bool isOn) {
+        m_view->setLive(isOn, {});
+        m_view->showHint(m_services.texts().localized(isOn ? u"即時翻譯：開"_s : u"即時翻譯：關"_s), true);
+        followBeneath();
+    };
+    m_view->setLive(m_live->isOn(), {});
 }
 
 void PaneShell::giveBackMemoryLater()
@@ -152,6 +191,8 @@ void PaneShell::wireManualInput()
             [this] { // the input mode begins or ends
                 m_manualInput.reset();
                 m_pass->supersede();
+                if (m_live)
+                    m_live->startAgain();
             },
     };
 }
@@ -172,8 +213,30 @@ void PaneShell::followBeneath()
 {
     // The glass reaches to the pane's edge, also over a display's edge, while a capture for reading leaves the border
     // out and must be whole.
+    if (m_live) {
+        m_desktop.stream().setInterval(m_live->isOn() ? LiveTranslation::interval : ScreenStream::interval);
+        m_live->startAgain();
+    }
     m_desktop.stream().follow(m_window.isShown() ? m_window.glassArea().glass : QRectF(),
-                              [this](const ScreenFrame &frame) { m_view->setBackdropContent(frame.picture); });
+                              [this](const ScreenFrame &frame) { showBeneath(frame); });
+}
+
+void PaneShell::showBeneath(const ScreenFrame &frame)
+{
+    if (m_live)
+        m_live->add(frame);
+    // The glass needn't follow as closely as translations do.
+    if (m_nextBackdrop) {
+        m_waitingBackdrop = frame.picture;
+        return;
+    }
+    m_view->setBackdropContent(frame.picture);
+    if (m_live && m_live->isOn())
+        m_nextBackdrop = m_scheduler.after(ScreenStream::interval, [this] {
+            m_nextBackdrop.reset();
+            if (const QImage waiting = std::exchange(m_waitingBackdrop, {}); !waiting.isNull())
+                m_view->setBackdropContent(waiting);
+        });
 }
 
 void PaneShell::keepAbovePane(const QWindow *used)

@@ -2,10 +2,12 @@
 
 #include "AutoHide.h"
 #include "GlassView.h"
+#include "LiveTranslation.h"
 #include "ManualInputView.h"
 #include "ManualInputViewModel.h"
 #include "TranslationPass.h"
 #include "TransparentWindow.h"
+#include "UPowerState.h"
 
 #include <QPointer>
 
@@ -39,13 +41,17 @@ public:
     /// Whether a key goes to the pane, and neither to a menu nor to an input method.
     bool isKeyWindow() const;
     void stop();
+    /// Whether this desktop lets translations follow the screen.
+    bool canBeLive() const;
 
 private:
     void wireDesktop();
     void wirePass();
     void wireManualInput();
     void wireBackdrop();
+    void wireLive();
     void followBeneath();
+    void showBeneath(const ScreenFrame &frame);
     void giveBackMemoryLater();
     bool isActive() const;
     void keepAbovePane(const QWindow *used);
@@ -61,6 +67,10 @@ private:
     std::unique_ptr<ScheduledTask> m_memoryTask;
     AutoHide m_autoHide;
     std::unique_ptr<TranslationPass> m_pass;
+    UPowerState m_power;
+    std::unique_ptr<LiveTranslation> m_live; ///< null if this desktop can't be followed
+    std::unique_ptr<ScheduledTask> m_nextBackdrop;
+    QImage m_waitingBackdrop;
 };
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 
 namespace lucentra {
@@ -9,10 +10,22 @@ namespace lucentra {
 inline constexpr auto remoteName = "com.tarnby.lucentra";
 inline constexpr auto remotePath = "/com/tarnby/lucentra";
 
-/// The commands that the running program carries out, as typed. Each has a method on the session bus of the same name
-/// with a capital letter.
-inline constexpr std::array<std::string_view, 7> remoteCommands{"toggle",   "show",    "hide", "translate",
-                                                                "settings", "history", "quit"};
+/// The commands that the running program carries out, as typed.
+inline constexpr std::array<std::string_view, 10> remoteCommands{
+    "toggle", "show", "hide", "translate", "live on", "live off", "live toggle", "settings", "history", "quit"};
+
+/// The method on the session bus of such a command: "LiveOn" of "live on".
+inline std::string remoteMember(std::string_view command)
+{
+    std::string member;
+    bool startsWord = true;
+    for (const char letter : command) {
+        if (letter != ' ')
+            member += startsWord ? char(letter - 'a' + 'A') : letter;
+        startsWord = letter == ' ';
+    }
+    return member;
+}
 
 /// How long a command may take, in milliseconds; none waits for anything.
 inline constexpr int remotePatience = 5000;

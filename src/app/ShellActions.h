@@ -11,6 +11,9 @@ struct ShellActions
     std::function<void()> translateCurrentArea;
     std::function<void()> openSettings;
     std::function<void()> openHistory;
+    std::function<void(bool)> setLive; ///< whether translations follow the screen
+    std::function<bool()> isLive;
+    std::function<bool()> canBeLive; ///< whether this desktop allows that
 };
 
 } // namespace lucentra

@@ -1,5 +1,6 @@
 #include "StatusItem.h"
 
+#include "LiveItem.h"
 #include "LocalizationManager.h"
 #include "VirtualKeys.h"
 
@@ -119,6 +120,9 @@ void StatusItem::build()
     QAction *toggle = add(u"顯示/隱藏 翻譯板"_s, Qt::ALT | Qt::Key_T, [this] { m_actions.toggleWindow(); });
     toggle->setData(toggleTag);
     add(u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
+    m_live = add(liveItemKey.toString(), {}, [this] { m_actions.setLive(m_live->isChecked()); });
+    m_live->setCheckable(true);
+    updateLive();
     m_menu.addSeparator();
     add(u"翻譯歷史紀錄"_s, {}, [this] { m_actions.openHistory(); });
     add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
@@ -128,6 +132,12 @@ void StatusItem::build()
         m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));
     else
         look();
+}
+
+void StatusItem::updateLive()
+{
+    if (m_live)
+        showLiveState(*m_live, m_actions, m_texts);
 }
 
 void StatusItem::lookAgain()

@@ -37,6 +37,8 @@ public:
 
     /// Builds the menu anew, in the interface language, and shows the item as soon as there is a tray.
     void build();
+    /// Shows whether translations follow the screen.
+    void updateLive();
     /// Shows the item anew as soon as there is a tray: the bus that the former was on has ended.
     void lookAgain();
     /// The keys that the item with the toggle tag shows: modifier flags (VirtualKeys.h) and the key.
@@ -58,6 +60,7 @@ private:
     std::unique_ptr<ScheduledTask> m_look;
     std::chrono::milliseconds m_lookInterval = firstLookInterval;
     QMenu m_menu;
+    QAction *m_live = nullptr;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };
 

@@ -68,16 +68,33 @@ QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &
     return blocksFromLines(linesFromObservations(observations));
 }
 
-RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image, const std::function<bool()> &isWanted,
-                                 TextUnit unit)
+QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit)
+{
+    return unit == TextUnit::Paragraph ? paragraphsFromLines(lines, imageSize) : blocksFromLines(lines);
+}
+
+RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,
+                               const std::function<bool()> &isWanted)
 {
     TextRecognitionRequest request = passRequest();
     request.isWanted = isWanted;
-    RecognizedBlocks found;
+    RecognizedLines found;
     request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
-    if (const auto observations = recognizer.perform(request, image)) {
-        const QList<TextLine> lines = linesFromObservations(*observations);
-        found.blocks = unit == TextUnit::Paragraph ? paragraphsFromLines(lines, image.size()) : blocksFromLines(lines);
+    const bool isWhole = part == image.rect() || part.isEmpty();
+    if (!isWhole)
+        request.minimumTextHeight *= double(image.height()) / part.height();
+    const auto observations = recognizer.perform(request, isWhole ? image : image.copy(part));
+    if (!observations)
+        return found;
+    found.lines = linesFromObservations(*observations);
+    if (isWhole)
+        return found;
+    const QRectF share(double(part.x()) / image.width(), 1 - double(part.y() + part.height()) / image.height(),
+                       double(part.width()) / image.width(), double(part.height()) / image.height());
+    for (TextLine &line : found.lines) {
+        const QRectF box = line.normBox;
+        line.normBox = {share.x() + box.x() * share.width(), share.y() + box.y() * share.height(),
+                        box.width() * share.width(), box.height() * share.height()};
     }
     return found;
 }

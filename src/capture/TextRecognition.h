@@ -30,15 +30,18 @@ QList<TextBlock> blocksFromLines(const QList<TextLine> &lines);
 /// Both steps.
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
-struct RecognizedBlocks
+/// Composes the blocks of that unit.
+QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit);
+
+struct RecognizedLines
 {
-    QList<TextBlock> blocks;
+    QList<TextLine> lines;
     bool areLinesLeftOut = false; ///< some lines were not read for lack of time
 };
 
-/// Recognizes the lines of a captured image, and joins those of a paragraph if `unit` says so. Blocks; any thread but
-/// the main one. Returns no lines if the recognizer fails.
-RecognizedBlocks recognizeBlocks(TextRecognizer &recognizer, const QImage &image,
-                                 const std::function<bool()> &isWanted = {}, TextUnit unit = TextUnit::Line);
+/// Recognizes the lines in a part of a captured image (pixels); their boxes are fractions of the whole image. Blocks;
+/// any thread but the main one. Returns no lines if the recognizer fails.
+RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,
+                               const std::function<bool()> &isWanted = {});
 
 } // namespace lucentra

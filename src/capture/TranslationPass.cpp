@@ -5,8 +5,10 @@
 #include "OverlayPlacement.h"
 #include "PassTimings.h"
 #include "ScreenCapture.h"
+#include "ScreenReading.h"
 #include "Settings.h"
 #include "SettingsStore.h"
+#include "ShownBlocks.h"
 #include "WindowButtonMask.h"
 
 #include <utility>
@@ -19,32 +21,64 @@ namespace {
 
 /// Far more than superseded passes can wait for a service at once: each ends after 45 seconds at the latest.
 constexpr int mostPasses = 512;
+/// When texts are tried again that a service can translate once its data is built.
+constexpr std::chrono::milliseconds notReadyDelay{2000};
 
-QString joinedTexts(const QList<TextBlock> &blocks)
+QRect pixelsOf(const QRectF &normBox, const QSize &size)
 {
-    QStringList texts;
-    for (const TextBlock &block : blocks)
-        texts.append(block.text);
-    return texts.join(u'\n');
+    return QRectF(normBox.x() * size.width(), (1 - normBox.y() - normBox.height()) * size.height(),
+                  normBox.width() * size.width(), normBox.height() * size.height())
+        .toAlignedRect();
+}
+
+QList<TextBlock> blocksOf(const QList<ShownBlock> &shown)
+{
+    QList<TextBlock> blocks;
+    for (const ShownBlock &each : shown)
+        blocks.append(each.block);
+    return blocks;
+}
+
+QStringList translationsOf(const QList<ShownBlock> &shown)
+{
+    QStringList translations;
+    for (const ShownBlock &each : shown)
+        translations.append(each.translation);
+    return translations;
 }
 
 } // namespace
 
-/// What a pass is asked for.
+/// What was seen on the screen, and the translations of it that are shown.
+struct TranslationPass::Memory
+{
+    ScreenReading screen;
+    QList<ShownBlock> blocks;
+};
+
+/// What a pass or a look is asked for.
 struct TranslationPass::Request
 {
     qint64 generation = 0;
     GlassArea area;
     QList<QRectF> exclusionRects;
+    // Of a look:
+    std::optional<ScreenChange> change;
+    std::shared_ptr<const Memory> former;
+    std::function<void(const LookReport &)> done;
 };
 
-/// What a pass found and its translations.
+/// What was found, with its translations.
 struct TranslationPass::Reading
 {
-    QList<TextBlock> blocks;
-    QStringList translations;
+    Memory memory;
+    QStringList sources;      ///< what is new,
+    QStringList translations; ///< and its translations
     QStringList notes;
     PassTimings timings;
+    std::optional<std::chrono::milliseconds> again;
+    bool hasRequested = false;
+    bool hasFailed = false;
 };
 
 /// What the pane shows if there is none.
@@ -84,7 +118,8 @@ TranslationPass::~TranslationPass()
 bool TranslationPass::startsByItself() const
 {
     // In the input mode the pane shows typed text, which the screen's must not cover.
-    return m_settings.read(settings::triggerMode) == TriggerMode::AfterMoving && !m_source.isInputMode();
+    return m_settings.read(settings::triggerMode) == TriggerMode::AfterMoving && !m_source.isInputMode() &&
+           !m_isFollowing;
 }
 
 void TranslationPass::scheduleDebouncedCapture(std::chrono::milliseconds sinceRelease)
@@ -116,9 +151,24 @@ void TranslationPass::startCapturePass()
     ++m_captureGeneration;
     m_view.passStarted();
 
-    const Request request{.generation = m_captureGeneration,
-                          .area = m_source.glassArea(),
-                          .exclusionRects = m_source.windowControlExclusionRects(controlPadding)};
+    m_isRunning = true;
+    start({.generation = m_captureGeneration,
+           .area = m_source.glassArea(),
+           .exclusionRects = m_source.windowControlExclusionRects(controlPadding)});
+}
+
+void TranslationPass::look(const ScreenChange &change, std::function<void(const LookReport &)> done)
+{
+    start({.generation = m_captureGeneration,
+           .area = m_source.glassArea(),
+           .exclusionRects = m_source.windowControlExclusionRects(controlPadding),
+           .change = change,
+           .former = m_memory,
+           .done = std::move(done)});
+}
+
+void TranslationPass::start(const Request &request)
+{
     // The workers end before the pass does, so that they may refer to it.
     m_workers.start([this, request, weak = std::weak_ptr(m_self)] {
         m_mainQueue.post([weak, request, outcome = run(request)] {
@@ -132,8 +182,17 @@ void TranslationPass::supersede()
 {
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
-    ++m_captureGeneration;
+    m_isRunning = false;
+    forgetScreen();
     m_view.passEnded();
+}
+
+void TranslationPass::forgetScreen()
+{
+    if (m_isRunning)
+        return; // what the pass finds counts
+    ++m_captureGeneration;
+    m_memory.reset();
 }
 
 bool TranslationPass::isCurrent(const Request &request) const
@@ -153,33 +212,98 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     if (!isWanted())
         return superseded;
 
-    const Result<QImage> image = captureGlassArea(m_steps.capture, request.area, m_texts);
+    const Result<QImage> image =
+        request.change ? request.change->picture : captureGlassArea(m_steps.capture, request.area, m_texts);
     if (!image)
         return tl::unexpected(captureFailed(image.error()));
     if (!finishStage(u"capture"_s))
         return superseded; // reading it would only slow the newer pass down
 
-    RecognizedBlocks found =
-        m_steps.recognize(maskWindowButtons(*image, request.exclusionRects, request.area.glass.size()), isWanted);
+    bool areLinesLeftOut = false;
+    const QImage masked = maskWindowButtons(*image, request.exclusionRects, request.area.glass.size())
+                              .convertToFormat(QImage::Format_RGB32);
+    const auto read = [&](const QRect &part) {
+        RecognizedLines found = m_steps.recognize(masked, part, isWanted);
+        areLinesLeftOut = areLinesLeftOut || found.areLinesLeftOut;
+        return found.lines;
+    };
+    reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked,
+                                      request.change ? request.change->changed : QRegion(masked.rect()), read);
     if (!finishStage(u"recognition"_s))
         return superseded; // nobody would see a translation, so no text leaves the computer for it
-    if (found.blocks.isEmpty())
+    if (reading.memory.screen.lines.isEmpty() && !request.change)
         return tl::unexpected(
             ErrorCard{m_texts.localized(u"沒有偵測到文字"_s),
                       m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)});
 
-    Result<BlockTranslations> translations = m_steps.translate(found.blocks, isWanted);
+    const auto failure = translate(reading, request, isWanted);
     finishStage(u"translation"_s);
-    if (!translations)
-        return tl::unexpected(ErrorCard{m_texts.localized(u"翻譯失敗"_s), translations.error().description});
-
-    reading.blocks = std::move(found.blocks);
-    reading.translations = std::move(translations->texts);
-    if (!translations->note.isEmpty())
-        reading.notes.append(translations->note);
-    if (found.areLinesLeftOut)
+    if (failure && !request.change)
+        return tl::unexpected(*failure);
+    reading.hasFailed = failure.has_value();
+    if (failure)
+        reading.notes.append(failure->message);
+    if (areLinesLeftOut)
         reading.notes.append(m_texts.localized(u"文字太多，有些行來不及辨識。請縮小翻譯板後再試一次。"_s));
     return reading;
+}
+
+std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &reading, const Request &request,
+                                                                     const std::function<bool()> &isWanted) const
+{
+    const QSize size = reading.memory.screen.picture.size();
+    const ScreenChange change = request.change.value_or(ScreenChange());
+    BlockChange compared = compareBlocks(
+        request.former ? request.former->blocks : QList<ShownBlock>(),
+        composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit)),
+        [&](const QRectF &box) { return change.unsettled.intersects(pixelsOf(box, size)); }, change.time);
+    reading.again = compared.again;
+
+    QHash<qsizetype, QString> known; // by block
+    QList<TextBlock> unknown;
+    for (const qsizetype index : std::as_const(compared.wanted)) {
+        const TextBlock &block = compared.blocks[index].block;
+        const auto translation = m_isFollowing && m_steps.known ? m_steps.known(block.text) : std::nullopt;
+        if (translation)
+            known.insert(index, *translation);
+        else
+            unknown.append(block);
+    }
+    const auto waitUntil = [&](std::chrono::milliseconds time) {
+        reading.again = std::min(reading.again.value_or(time), time);
+    };
+    std::optional<BlockTranslations> answer;
+    std::optional<ErrorCard> failure;
+    if (!unknown.isEmpty() && change.time < change.nextRequest) {
+        waitUntil(change.nextRequest);
+    } else if (!unknown.isEmpty()) {
+        reading.hasRequested = true;
+        if (Result<BlockTranslations> result = m_steps.translate(unknown, isWanted)) {
+            answer = std::move(*result);
+            reading.notes.append(answer->note);
+        } else {
+            failure = ErrorCard{m_texts.localized(u"翻譯失敗"_s), result.error().description};
+        }
+    }
+    qsizetype asked = 0;
+    for (const qsizetype index : std::as_const(compared.wanted)) {
+        ShownBlock &shown = compared.blocks[index];
+        const qsizetype place = known.contains(index) ? -1 : asked++;
+        if (place >= 0 && !answer)
+            continue;
+        if (place >= 0 && request.change && answer->outcomes.value(place).kind == OnDeviceOutcome::Kind::NotReady) {
+            waitUntil(change.time + notReadyDelay);
+            continue;
+        }
+        shown.translation = place < 0 ? known[index] : textForBlock(unknown, answer->texts, place);
+        shown.isTranslated = true;
+        reading.sources.append(shown.block.text);
+        if (place < 0 || place < answer->texts.size())
+            reading.translations.append(shown.translation);
+    }
+    reading.memory.blocks = std::move(compared.blocks);
+    reading.notes.removeAll(QString());
+    return failure;
 }
 
 TranslationPass::ErrorCard TranslationPass::captureFailed(const Failure &failure) const
@@ -197,8 +321,12 @@ TranslationPass::ErrorCard TranslationPass::captureFailed(const Failure &failure
 
 void TranslationPass::finish(const Request &request, const Outcome &outcome)
 {
+    if (request.change)
+        return finishLook(request, outcome);
     if (!isCurrent(request))
         return; // the pane belongs to a newer pass
+    m_isRunning = false;
+    m_memory.reset();
     m_view.passEnded();
     if (outcome)
         show(request, *outcome);
@@ -206,26 +334,62 @@ void TranslationPass::finish(const Request &request, const Outcome &outcome)
         showCard(outcome.error());
 }
 
-void TranslationPass::show(const Request &request, const Reading &reading)
+void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
 {
-    const OverlayPlacement placement = placeOverlays(reading.blocks, reading.translations, request.area.glass.size(),
-                                                     m_source.windowControlExclusionRects(controlPadding));
-    m_view.showTranslations(placement.candidates, reading.notes.join(u'\n'));
-    if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
-        m_steps.copy(placement.copyList.join(u'\n'));
-    const QString source = joinedTexts(reading.blocks);
+    if (!isCurrent(request) || !outcome)
+        return request.done({.isDropped = true});
+    m_memory = std::make_shared<const Memory>(outcome->memory);
+    const QList<ShownBlock> &shown = outcome->memory.blocks;
+    m_view.changeTranslations(placeOverlays(blocksOf(shown), translationsOf(shown), request.area.glass.size(),
+                                            m_source.windowControlExclusionRects(controlPadding))
+                                  .candidates);
+    if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
+        m_steps.copy(outcome->translations.join(u'\n'));
+    store(*outcome);
+    LookReport report{.hasRequested = outcome->hasRequested,
+                      .hasFailed = outcome->hasFailed,
+                      .trouble = outcome->notes.join(u'\n'),
+                      .again = outcome->again};
+    reportTimings(*outcome);
+    for (const TextLine &line : outcome->memory.screen.lines)
+        report.lines.append(pixelsOf(line.normBox, request.change->picture.size()));
+    request.done(report);
+}
+
+void TranslationPass::store(const Reading &reading) const
+{
+    const QString source = reading.sources.join(u'\n');
     const QString translated = reading.translations.join(u'\n');
     if (!source.isEmpty() && !translated.isEmpty())
         m_steps.record(source, translated);
-    if (PassTimings::areReported()) {
-        PassTimings timings = reading.timings;
-        timings.finish(u"layout"_s);
-        // Runs once the overlays are painted.
-        m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [timings]() mutable {
-            timings.finish(u"paint"_s);
-            timings.report();
-        });
-    }
+}
+
+void TranslationPass::show(const Request &request, const Reading &reading)
+{
+    const QList<ShownBlock> &shown = reading.memory.blocks;
+    const OverlayPlacement placement =
+        placeOverlays(blocksOf(shown), translationsOf(shown), request.area.glass.size(),
+                      m_source.windowControlExclusionRects(controlPadding));
+    if (m_isFollowing)
+        m_memory = std::make_shared<const Memory>(reading.memory);
+    m_view.showTranslations(placement.candidates, reading.notes.join(u'\n'));
+    if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
+        m_steps.copy(placement.copyList.join(u'\n'));
+    store(reading);
+    reportTimings(reading);
+}
+
+void TranslationPass::reportTimings(const Reading &reading)
+{
+    if (!PassTimings::areReported())
+        return;
+    PassTimings timings = reading.timings;
+    timings.finish(u"layout"_s);
+    // Runs once the overlays are painted.
+    m_reportTimer = m_scheduler.after(std::chrono::milliseconds::zero(), [timings]() mutable {
+        timings.finish(u"paint"_s);
+        timings.report();
+    });
 }
 
 void TranslationPass::showCard(const ErrorCard &card)

@@ -7,6 +7,7 @@
 #include "Translations.h"
 
 #include <QImage>
+#include <QRegion>
 #include <QStringList>
 #include <QThreadPool>
 
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace lucentra {
 
@@ -26,14 +28,39 @@ class SettingsStore;
 struct PassSteps
 {
     ScreenCapture &capture;
-    /// Recognizes the lines of an image. May return early, with a part of them, once the given function returns false.
-    std::function<RecognizedBlocks(const QImage &, const std::function<bool()> &)> recognize;
+    /// Recognizes the lines in a part of an image (pixels). May return early, with some of them, once the given function
+    /// returns false.
+    std::function<RecognizedLines(const QImage &, const QRect &, const std::function<bool()> &)> recognize;
     /// Translates blocks. Sends no further request once the given function, which may be called on any thread, returns
     /// false.
     std::function<Result<BlockTranslations>(const QList<TextBlock> &, const std::function<bool()> &)> translate;
+    /// The translation of a text that was made before and is still known. Any thread; may be empty.
+    std::function<std::optional<QString>(const QString &)> known;
     std::function<void(const QString &)> copy;                    ///< copies a text to the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;
+};
+
+/// What has changed beneath the pane.
+struct ScreenChange
+{
+    QImage picture;    ///< what a capture of the pane's area would return
+    QRegion changed;   ///< all that differs from the picture of the last look; pixels
+    QRegion unsettled; ///< what is still changing of it
+    std::chrono::milliseconds time{0};
+    /// No request leaves before. A look that would need one shows what is known.
+    std::chrono::milliseconds nextRequest{0};
+};
+
+/// What a look at a change has found.
+struct LookReport
+{
+    bool isDropped = false; ///< a pass has started, or the pane has moved: nothing came of the look
+    QList<QRect> lines;     ///< the places of all lines of text; pixels
+    bool hasRequested = false;
+    bool hasFailed = false;
+    QString trouble; ///< why something isn't translated, in the interface language; empty if all went well
+    std::optional<std::chrono::milliseconds> again; ///< when to look again although nothing changes
 };
 
 /// The translation of the screen area beneath the pane, from the trigger to the overlays or the error card.
@@ -64,7 +91,19 @@ public:
     /// Cancels the pending pass and the running one: nothing of it is shown, copied or recorded.
     void supersede();
 
+    /// Looks at a change while the screen is followed: the same work as a pass's for what has changed and is new; the
+    /// overlays change where they must, and nothing else on the pane does. One at a time, and not while a pass runs.
+    void look(const ScreenChange &change, std::function<void(const LookReport &)> done);
+    /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay
+    /// until then.
+    void forgetScreen();
+    /// Whether a pass runs.
+    bool isRunning() const { return m_isRunning; }
+    /// Whether a look follows every change, so that no pass starts by itself and translations are remembered.
+    void setFollowing(bool isFollowing) { m_isFollowing = isFollowing; }
+
 private:
+    struct Memory;
     struct Request;
     struct Reading;
     struct ErrorCard;
@@ -72,10 +111,16 @@ private:
 
     bool startsByItself() const;
     bool isCurrent(const Request &request) const;
+    void start(const Request &request);
     Outcome run(const Request &request) const;
+    std::optional<ErrorCard> translate(Reading &reading, const Request &request,
+                                       const std::function<bool()> &isWanted) const;
     ErrorCard captureFailed(const Failure &failure) const;
     void finish(const Request &request, const Outcome &outcome);
     void show(const Request &request, const Reading &reading);
+    void store(const Reading &reading) const;
+    void reportTimings(const Reading &reading);
+    void finishLook(const Request &request, const Outcome &outcome);
     void showCard(const ErrorCard &card);
 
     const PassSource &m_source;
@@ -89,6 +134,9 @@ private:
     bool m_isDueAfterHold = false; ///< a pass was pending when the user took hold of the pane
     std::unique_ptr<ScheduledTask> m_reportTimer;
     std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread
+    bool m_isRunning = false;
+    std::atomic<bool> m_isFollowing = false;
+    std::shared_ptr<const Memory> m_memory; ///< null if nothing was seen
     std::shared_ptr<TranslationPass *> m_self; ///< held weakly by outcomes under way; used on the main thread only
     QThreadPool m_workers; ///< last member: its destructor waits for running tasks
 };

@@ -10,7 +10,7 @@
 namespace lucentra {
 
 /// What a hotkey does.
-enum class HotkeyAction { TogglePane, TranslateArea };
+enum class HotkeyAction { TogglePane, TranslateArea, SwitchLive };
 
 /// Keeps a hotkey registered; destroying it unregisters the hotkey. Must not outlive the service that returned it.
 class HotkeyReference

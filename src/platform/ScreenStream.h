@@ -20,7 +20,7 @@ struct ScreenFrame
 class ScreenStream
 {
 public:
-    /// The minimum time between two frames.
+    /// The minimum time between two frames, unless it is set.
     static constexpr std::chrono::milliseconds interval{100};
 
     virtual ~ScreenStream() = default;
@@ -28,6 +28,11 @@ public:
     /// Follows an area (global points) in place of the previous one; an empty area ends it. `frame` is called now and
     /// after each change, at most once per interval. Without a change there is no work.
     virtual void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) = 0;
+
+    /// Whether a frame follows every change, without a visible sign of it.
+    virtual bool isContinuous() const { return false; }
+    /// Sets the minimum time between two frames of a continuous stream.
+    virtual void setInterval(std::chrono::milliseconds) {}
 };
 
 } // namespace lucentra

@@ -41,6 +41,7 @@ void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged
     m_isRegistered = true;
     m_toggleRegistration = registerToggleHotkey();
     m_translateRegistration = registerTranslateHotkey();
+    m_liveRegistration = registerLiveHotkey();
     m_hotkeys.setPressedHandler([this](HotkeyAction action) { handlePressed(action); });
     tellStoredCombination(onHotkeyDisplayChanged);
     // A filter that is installed again moves to the front; there is still only one.
@@ -58,6 +59,7 @@ void HotkeyManager::unregisterHotkeys()
     m_hotkeys.setPressedHandler({});
     m_toggleRegistration.reset();
     m_translateRegistration.reset();
+    m_liveRegistration.reset();
     m_isRegistered = false;
 }
 
@@ -85,12 +87,34 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
     return std::move(*reference);
 }
 
+std::unique_ptr<HotkeyReference> HotkeyManager::registerLiveHotkey()
+{
+    if (!m_hotkeys.areKeysChosenHere() || m_settings.read(settings::liveHotkeyString).isEmpty())
+        return {};
+    auto reference = m_hotkeys.registerHotkey(
+        HotkeyAction::SwitchLive, quint32(m_settings.read(settings::liveHotkeyCode)),
+        hotkeyModifiersOfFlags(quint64(m_settings.read(settings::liveHotkeyModifiers))));
+    return reference ? std::move(*reference) : nullptr;
+}
+
+bool HotkeyManager::isLiveHotkeyRefused() const
+{
+    return m_isRegistered && !m_liveRegistration && m_hotkeys.areKeysChosenHere() &&
+           !m_settings.read(settings::liveHotkeyString).isEmpty();
+}
+
 void HotkeyManager::handlePressed(HotkeyAction action)
 {
-    if (action == HotkeyAction::TogglePane)
-        m_mainQueue.post(this, [this] { onToggleWindow(); });
-    else
-        m_mainQueue.post(this, [this] { onTranslateCurrentArea(); });
+    m_mainQueue.post(this, [this, action] {
+        switch (action) {
+        case HotkeyAction::TogglePane:
+            return onToggleWindow();
+        case HotkeyAction::TranslateArea:
+            return onTranslateCurrentArea();
+        case HotkeyAction::SwitchLive:
+            return onSwitchLive();
+        }
+    });
 }
 
 bool HotkeyManager::eventFilter(QObject *watched, QEvent *event)

@@ -14,8 +14,8 @@ namespace lucentra {
 class MainQueue;
 class SettingsStore;
 
-/// The two global hotkeys, the stored one that shows and hides the pane and the fixed ⌥Return that translates, and
-/// Escape, which hides the pane while its window has the keyboard focus.
+/// The global hotkeys: the stored one that shows and hides the pane, the fixed ⌥Return that translates, and the stored
+/// one that has translations follow the screen, if there is one; and Escape, which hides the pane while its window has the keyboard focus.
 class HotkeyManager : public QObject
 {
 public:
@@ -27,6 +27,7 @@ public:
     // Called from the main queue, never during the window system's dispatch of events.
     Callback<> onToggleWindow;
     Callback<> onTranslateCurrentArea;
+    Callback<> onSwitchLive;
     /// Called during the dispatch of Escape.
     Callback<> onHideWindow;
 
@@ -38,7 +39,7 @@ public:
     void registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged = {});
     /// Calls the callback with the stored combination without registering anything.
     void tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const;
-    /// Unregisters both hotkeys. Escape still works.
+    /// Unregisters all hotkeys. Escape still works.
     void unregisterHotkeys();
     bool areKeysChosenHere() const { return m_hotkeys.areKeysChosenHere(); }
     QString keysOfDesktop(HotkeyAction action) const { return m_hotkeys.keysOfDesktop(action); }
@@ -47,6 +48,7 @@ public:
     bool isRegistered() const { return m_isRegistered; }
     /// Whether the stored hotkey was refused at its last registration.
     bool isToggleHotkeyRefused() const { return m_isRegistered && !m_toggleRegistration; }
+    bool isLiveHotkeyRefused() const;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -54,6 +56,7 @@ protected:
 private:
     std::unique_ptr<HotkeyReference> registerToggleHotkey();
     std::unique_ptr<HotkeyReference> registerTranslateHotkey();
+    std::unique_ptr<HotkeyReference> registerLiveHotkey();
     void handlePressed(HotkeyAction action);
 
     const SettingsStore &m_settings;
@@ -63,6 +66,7 @@ private:
     const DiagnosticLine m_diagnostics;
     std::unique_ptr<HotkeyReference> m_toggleRegistration;    ///< null if it was refused
     std::unique_ptr<HotkeyReference> m_translateRegistration; ///< null if it was refused
+    std::unique_ptr<HotkeyReference> m_liveRegistration;      ///< null if there is none, or it was refused
     bool m_isRegistered = false;
 };
 

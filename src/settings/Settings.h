@@ -76,6 +76,13 @@ inline constexpr Setting<ClickGesture> translationClickGesture{"translationClick
 
 inline constexpr Setting<TextUnit> translationUnit{"translationUnit"_L1, TextUnit::Line};
 
+// The screen is followed
+
+/// Whether translations follow what changes beneath the pane.
+inline constexpr Setting<bool> isLive{"isLive"_L1, false};
+/// How many requests a minute that may cause, 1 to 60.
+inline constexpr Setting<qint64> liveRequestsPerMinute{"liveRequestsPerMinute"_L1, 30};
+
 // The pane
 
 /// Border glow: "white", "blue", "pink" or "none".
@@ -111,6 +118,12 @@ inline constexpr Setting<qint64> hotkeyCode{"hotkeyCode"_L1, 17};
 inline constexpr Setting<qint64> hotkeyModifiers{"hotkeyModifiers"_L1, 0x80000};
 /// Display form of the whole combination.
 inline constexpr Setting<QString> hotkeyString{"hotkeyString"_L1, u"⌥T"};
+
+// The hotkey that switches the following of the screen; none as long as its text is empty
+
+inline constexpr Setting<qint64> liveHotkeyCode{"liveHotkeyCode"_L1, 0};
+inline constexpr Setting<qint64> liveHotkeyModifiers{"liveHotkeyModifiers"_L1, 0};
+inline constexpr Setting<QString> liveHotkeyString{"liveHotkeyString"_L1, u""};
 
 } // namespace lucentra::settings
 

@@ -11,6 +11,7 @@
 #include "TargetLanguage.h"
 #include "TranslationError.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -38,6 +39,12 @@ QStringList textsOf(const QList<TextBlock> &blocks)
     for (const TextBlock &block : blocks)
         texts.append(block.text);
     return texts;
+}
+
+/// What a translation depends on besides the text.
+QString engineKey(const EngineRequest &request)
+{
+    return QStringList{QString::number(int(request.engine)), request.target, request.model, request.baseUrl}.join(u'\n');
 }
 
 Failure onDeviceFailure(const QString &description)
@@ -222,7 +229,21 @@ TranslationManager::Outcome<BlockTranslations> TranslationManager::outcomeOf(Eng
 Result<BlockTranslations> TranslationManager::translate(const QList<TextBlock> &blocks,
                                                         const std::function<bool()> &isWanted)
 {
-    return outcomeOf(currentRequest(textsOf(blocks)), isWanted).map_error(failureOf);
+    const EngineRequest request = currentRequest(textsOf(blocks));
+    const auto outcome = outcomeOf(request, isWanted);
+    for (qsizetype i = 0; outcome && i < std::min(request.texts.size(), outcome->texts.size()); ++i) {
+        const bool isMade =
+            outcome->outcomes.isEmpty() || outcome->outcomes.value(i).kind == OnDeviceOutcome::Kind::Translated;
+        if (isMade)
+            m_cache.insert(engineKey(request), request.texts[i], outcome->texts[i]);
+    }
+    return outcome.map_error(failureOf);
+}
+
+std::optional<QString> TranslationManager::known(const QString &text)
+{
+    const EngineRequest request = currentRequest({});
+    return refusal(request.engine) ? std::nullopt : m_cache.find(engineKey(request), text);
 }
 
 void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,

@@ -2,6 +2,7 @@
 
 #include "Result.h"
 #include "TextBlock.h"
+#include "TranslationCache.h"
 #include "TranslationClients.h"
 #include "TranslationEngine.h"
 #include "Translations.h"
@@ -11,6 +12,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace lucentra {
 
@@ -45,7 +47,11 @@ public:
     /// threads, returns false. Blocks; any thread but the main one.
     Result<BlockTranslations> translate(const QList<TextBlock> &blocks, const std::function<bool()> &isWanted = {});
 
-    /// The same on a worker. Completes once: before it returns if the consent is missing, else on the main queue.
+    /// The translation of a text that the current engine has made before, in this process. Nullopt if there is none, or
+    /// if `translate` would be refused. Any thread.
+    std::optional<QString> known(const QString &text);
+
+    /// As `translate`, on a worker. Completes once: before it returns if the consent is missing, else on the main queue.
     void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion);
 
     /// Translates typed text dictionary-style; text with Chinese characters into English. Completes once with the
@@ -89,6 +95,7 @@ private:
     MainQueue &m_mainQueue;
     const TranslationClients m_clients;
     const Sinks m_sinks;
+    TranslationCache m_cache;
     const std::shared_ptr<std::atomic<qint64>> m_lastText; ///< number of the newest typed text
     std::shared_ptr<TranslationManager *> m_self; ///< held weakly by pending completions; used on the main thread only
     QThreadPool m_workers;                        ///< last member: its destructor waits for running tasks

@@ -74,10 +74,12 @@ private Q_SLOTS:
         PlayedRecognizer recognizer;
         recognizer.answer = tl::unexpected(Failure{});
         const QImage image(10, 10, QImage::Format_RGB32);
-        QVERIFY(recognizeBlocks(recognizer, image).blocks.isEmpty());
+        QVERIFY(recognizeLines(recognizer, image, image.rect()).lines.isEmpty());
         QCOMPARE(recognizer.asked.languages, (QStringList{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}));
-        recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {}}};
-        QCOMPARE(recognizeBlocks(recognizer, image).blocks.size(), 1);
+        recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {0, 0.5, 1, 0.5}}};
+        const auto inPart = recognizeLines(recognizer, image, {5, 0, 5, 5}).lines;
+        QCOMPARE(inPart.value(0).normBox, QRectF(0.5, 0.75, 0.5, 0.25));
+        QCOMPARE(recognizer.asked.minimumTextHeight, 2 * minimumTextHeight); // of a picture half as high
     }
 
     void linesOfAParagraphAreJoined_data()

@@ -58,6 +58,13 @@ public:
         if (!note.isEmpty())
             log.append(u"note "_s + note);
     }
+    void changeTranslations(const QList<TranslationOverlayCandidate> &candidates) override
+    {
+        QStringList texts;
+        for (const TranslationOverlayCandidate &candidate : candidates)
+            texts.append(candidate.text);
+        log.append(u"now "_s + texts.join(u' '));
+    }
     void showErrorCard(const QString &title, const QString &message, const QString &,
                        std::function<void()> action) override
     {
@@ -139,7 +146,7 @@ private Q_SLOTS:
         m_clock = std::make_unique<ManualScheduler>();
         m_pane = std::make_unique<NotingPane>();
         m_capture = std::make_unique<HeldCapture>();
-        m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
+        m_lines = {{u"一"_s, {0, 0.5, 0.5, 0.25}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
         m_translations = std::make_unique<Held<Result<BlockTranslations>>>();
         m_readings = 0;
         m_isLastTranslationWanted = true;
@@ -149,15 +156,18 @@ private Q_SLOTS:
         PassSteps steps{
             .capture = *m_capture,
             .recognize =
-                [this](const QImage &image, const std::function<bool()> &isWanted) {
+                [this](const QImage &image, const QRect &, const std::function<bool()> &isWanted) {
                     m_read = image;
                     ++m_readings;
                     while (m_isHoldingReader && isWanted())
                         QThread::msleep(1);
-                    return RecognizedBlocks{m_blocks, m_areLinesLeftOut};
+                    return RecognizedLines{m_lines, m_areLinesLeftOut};
                 },
             .translate =
-                [this](const QList<TextBlock> &, const std::function<bool()> &isWanted) {
+                [this](const QList<TextBlock> &blocks, const std::function<bool()> &isWanted) {
+                    m_asked.clear();
+                    for (const TextBlock &block : blocks)
+                        m_asked.append(block.text);
                     const auto translations = m_translations->ask();
                     m_isLastTranslationWanted = isWanted();
                     return translations;
@@ -204,7 +214,7 @@ private Q_SLOTS:
     void emptyTranslationsLeaveNothing()
     {
         m_settings->write(settings::autoCopy, true);
-        m_blocks = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
+        m_lines = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
         m_pass->startCapturePass();
         capture();
         translate(0, BlockTranslations{.texts = {u""_s}});
@@ -223,7 +233,7 @@ private Q_SLOTS:
     void theWindowsButtonsAreNeitherReadNorCovered()
     {
         m_settings->write(settings::autoCopy, true);
-        m_blocks = {{u"一"_s, {0, 0.95, 0.1, 0.04}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
+        m_lines = {{u"一"_s, {0, 0.95, 0.1, 0.04}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
         m_areLinesLeftOut = true;
         m_pane->exclusions = {{2, 0, 72, 32}};
         m_pass->startCapturePass();
@@ -313,7 +323,7 @@ private Q_SLOTS:
         translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
         QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
 
-        m_blocks.clear();
+        m_lines.clear();
         m_pass->startCapturePass();
         capture();
         settle([&] { return !m_pane->processing; });
@@ -343,6 +353,51 @@ private Q_SLOTS:
         QCOMPARE(passes(), 2);
         QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"clear"_s}));
         QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
+    }
+
+    void aLookChangesWhatIsNewAndNothingElse()
+    {
+        m_settings->write(settings::autoCopy, true);
+        m_pass->setFollowing(true);
+        m_pass->scheduleDebouncedCapture();
+        QVERIFY(m_clock->isIdle()); // looks follow a move by themselves
+        QImage screen(400, 300, QImage::Format_RGB32);
+        screen.fill(Qt::white);
+        look({.picture = screen, .changed = screen.rect()});
+        m_translations->answer(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        QTRY_VERIFY(m_report);
+        QCOMPARE(m_pane->log, QStringList{u"now one two"_s});
+        QCOMPARE(m_report->lines.size(), 2);
+
+        m_lines = {{u"—"_s, {0, 0.5, 0.5, 0.25}}, {u"三"_s, {0, 0.1, 0.5, 0.2}}}; // the first one misread
+        const QRect second(0, 210, 200, 60);
+        for (int y = second.top(); y <= second.bottom(); ++y)
+            screen.setPixelColor(10, y, Qt::black);
+        look({.picture = screen, .changed = second, .nextRequest = 1s});
+        QTRY_VERIFY(m_report); // not yet
+        QCOMPARE(m_pane->log.last(), u"now one"_s);
+        QCOMPARE(m_report->again, 1s);
+        QCOMPARE(m_translations->asked(), 1);
+        look({.picture = screen, .time = 1s, .nextRequest = 1s});
+        settle([&] { return m_translations->asked() == 2; });
+        m_translations->answer(1, tl::unexpected(Failure{.description = u"busy"_s}));
+        QTRY_VERIFY(m_report);
+        QVERIFY(m_report->hasFailed && m_report->trouble == u"busy"_s);
+        look({.picture = screen, .time = 3s});
+        settle([&] { return m_translations->asked() == 3; });
+        QCOMPARE(m_asked, QStringList{u"三"_s});
+        m_translations->answer(2, BlockTranslations{.texts = {u"three"_s}});
+        QTRY_VERIFY(m_report);
+        QCOMPARE(m_pane->log.last(), u"now one three"_s);
+        QCOMPARE(m_copied, (QStringList{u"one\ntwo"_s, u"three"_s}));
+        QCOMPARE(m_recorded, (QStringList{u"一\n二>one\ntwo"_s, u"三>three"_s}));
+        QCOMPARE(m_pane->log.filter(u"card"_s), QStringList());
+
+        m_lines[1].text = u"四"_s;
+        look({.picture = screen, .changed = second, .time = 9s});
+        m_pass->startCapturePass();
+        QTRY_VERIFY(m_report);
+        QVERIFY(m_report->isDropped);
     }
 
     void aDragCostsOnePass()
@@ -447,6 +502,14 @@ private:
         m_capture->held.answer(m_capture->held.next(), std::move(image));
     }
 
+    void look(const ScreenChange &change)
+    {
+        m_report.reset();
+        const int asked = m_translations->asked();
+        m_pass->look(change, [this](const LookReport &report) { m_report = report; });
+        QTRY_VERIFY(m_report || m_translations->asked() > asked);
+    }
+
     void translate(int request, Result<BlockTranslations> translations)
     {
         settle([&] { return m_translations->asked() > request; });
@@ -474,13 +537,15 @@ private:
     std::unique_ptr<ManualScheduler> m_clock;
     std::unique_ptr<NotingPane> m_pane;
     std::unique_ptr<HeldCapture> m_capture;
-    QList<TextBlock> m_blocks;
+    QList<TextLine> m_lines;
     bool m_areLinesLeftOut = false;
     QImage m_read; ///< what the reader was given last
     std::atomic<int> m_readings = 0;
     std::atomic<bool> m_isHoldingReader = false; ///< it reads as long as the image is wanted
     std::unique_ptr<Held<Result<BlockTranslations>>> m_translations;
+    QStringList m_asked; ///< the texts of the last request
     std::atomic<bool> m_isLastTranslationWanted = true; ///< whether it still was when it came
+    std::optional<LookReport> m_report; ///< of the last look
     QStringList m_copied;
     QStringList m_recorded;
     std::unique_ptr<TranslationPass> m_pass;

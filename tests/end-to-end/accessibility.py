@@ -1,6 +1,6 @@
 """What a screen reader sees of the program, and what it does with it. Runs as a program of its own, since the
 accessibility library binds itself to one bus; reads commands, a line of JSON each, and answers each with its exit code
-and output: texts | labels | contents | focused | tree | names | press NAME | focus NAME | open NAME | tab NAME |
+and output: texts | labels | places | contents | focused | tree | names | press NAME | focus NAME | open NAME | tab NAME |
 states NAME | value NAME"""
 import json
 import os
@@ -82,6 +82,9 @@ def perform(command: str, name: str = "") -> bool:
                 print(node.name, text_of(node), sep="\t")
         elif command == "names" or (command == "focused" and node.getState().contains(pyatspi.STATE_FOCUSED)):
             print(node.name)
+        elif command == "places" and node.getRoleName() == "label":
+            box = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+            print(box.x, box.y, box.width, box.height, node.name)
         elif command == "texts" or (command == "labels" and node.getRoleName() == "label"):
             print(*filter(None, (node.name, node.description)), sep="\n")
     return True

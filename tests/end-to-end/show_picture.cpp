@@ -1,5 +1,8 @@
 // Another program's window: shows a picture at its own size until it is ended, and says "shown" once it does.
 // show_picture PICTURE [--at X,Y] [--rounded] [--unmanaged] [--video] [--turn]
+// show_picture --scene NAME [--at X,Y]: plays a scene of 960 by 540 points, see played_scenes.h
+
+#include "played_scenes.h"
 
 #include <QCommandLineParser>
 #include <QElapsedTimer>
@@ -99,10 +102,20 @@ int main(int argc, char *argv[])
                        {u"rounded"_s, u"cut the window's corners off"_s},
                        {u"unmanaged"_s, u"like a menu: the window manager doesn't see it"_s},
                        {u"video"_s, u"let something move in the picture"_s},
+                       {u"scene"_s, u"play a scene instead"_s, u"NAME"_s},
                        {u"turn"_s, u"show another picture whenever the standard input names one"_s}});
     parser.process(application);
-    const QImage picture(parser.positionalArguments().value(0));
     const QStringList place = parser.value(u"at"_s).split(u',');
+    if (parser.isSet(u"scene"_s) && place.size() == 2) {
+        PlayedScene scene(parser.value(u"scene"_s), QRect(place[0].toInt(), place[1].toInt(), 960, 540));
+        scene.show();
+        QTimer::singleShot(1000, &scene, [&scene] {
+            std::puts("shown");
+            scene.play();
+        });
+        return QGuiApplication::exec();
+    }
+    const QImage picture(parser.positionalArguments().value(0));
     if (picture.isNull() || place.size() != 2)
         return 1;
 

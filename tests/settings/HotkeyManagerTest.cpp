@@ -136,11 +136,17 @@ private Q_SLOTS:
         m->manager.onToggleWindow = [&] { called.append(u"toggle"_s); };
         m->manager.onTranslateCurrentArea = [&] { called.append(u"translate"_s); };
         m->registerHotkeys();
-        m->hotkeys.pressed(translate);
-        m->hotkeys.pressed(toggle);
+        QVERIFY(!m->manager.isLiveHotkeyRefused()); // there is none
+        m->settings.write(settings::liveHotkeyCode, 37);
+        m->settings.write(settings::liveHotkeyString, u"L"_s);
+        m->registerHotkeys();
+        m->manager.onSwitchLive = [&] { called.append(u"live"_s); };
+        QCOMPARE(m->hotkeys.held.last(), (PlayedHotkeys::Combination{37, 0, HotkeyAction::SwitchLive}));
+        for (const HotkeyAction action : {translate, toggle, HotkeyAction::SwitchLive})
+            m->hotkeys.pressed(action);
         QCOMPARE(called, QStringList());
         m->mainQueue.drain();
-        QCOMPARE(called, (QStringList{u"translate"_s, u"toggle"_s}));
+        QCOMPARE(called, (QStringList{u"translate"_s, u"toggle"_s, u"live"_s}));
     }
 
     void escapeHidesThePaneAlone()

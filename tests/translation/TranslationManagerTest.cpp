@@ -182,6 +182,30 @@ private Q_SLOTS:
         }
     }
 
+    void whatWasTranslatedIsKnown()
+    {
+        SettingsStore &store = m_texts->settings;
+        select(7, true, u"k"_s);
+        const auto known = [this] { return m_manager->known(u"a"_s); };
+        QVERIFY(!known());
+        m_outcome = [] { return QStringList{u"x"_s, u"y"_s}; };
+        QVERIFY(m_manager->translate({{u"a"_s, {}}, {u"b"_s, {}}}));
+        QCOMPARE(known(), u"x"_s);
+        store.overrideForThisProcess(settings::compatibleModel, u"other"_s);
+        QVERIFY(!known());
+        select(7, false, u"k"_s);
+        store.overrideForThisProcess(settings::compatibleModel, settings::compatibleModel.defaultValue.toString());
+        QVERIFY2(!known(), "not without consent");
+        TranslationCache cache;
+        cache.insert(u"e"_s, u"used"_s, u"x"_s);
+        const QString large(TranslationCache::mostCharacters / 5, u'x');
+        for (int i = 0; i < 20; ++i) {
+            cache.insert(u"e"_s, QString::number(i), large);
+            QVERIFY(cache.find(u"e"_s, u"used"_s));
+        }
+        QVERIFY(!cache.find(u"e"_s, u"1"_s) && cache.find(u"e"_s, u"19"_s) && !cache.find(u"f"_s, u"19"_s));
+    }
+
     void eachEngineReadsItsOwnKey()
     {
         for (const EngineEntry &entry : engineCatalogue()) {

@@ -16,6 +16,7 @@ ARROWS = {
     "history": ["platform"],
     "translation": ["history", "settings/texts"],
     "capture": ["translation"],
+    "live": ["capture"],
     "pane/glass": ["widgets", "settings"],
     "pane/overlay": ["pane/glass", "capture"],
     "pane/capsule": ["pane/glass", "capture"],

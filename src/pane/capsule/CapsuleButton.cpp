@@ -21,6 +21,8 @@ constexpr double pressedScale = 0.94;
 constexpr double pressedGround = 0.18;
 constexpr double hoveredGround = 0.10;
 constexpr int pressMilliseconds = 80;
+constexpr QPointF signCentre(9, -8);
+constexpr double signRadius = 3.5;
 
 /// An ideograph of this size needs thin strokes and no hinting, which would fill its small gaps.
 QFont labelFont(const QString &text, QFont font)
@@ -91,6 +93,12 @@ void CapsuleButton::describe(const QString &label, const QString &toolTip)
     setToolTip(toolTip);
 }
 
+void CapsuleButton::setSign(Sign sign)
+{
+    m_sign = sign;
+    update();
+}
+
 void CapsuleButton::setOpacity(double opacity)
 {
     m_opacity = opacity;
@@ -139,6 +147,11 @@ void CapsuleButton::paintEvent(QPaintEvent *)
     if (m_presence < 1)
         paintContent(painter, m_previousSymbol, 1 - m_presence);
     paintContent(painter, m_symbol, m_presence);
+    if (m_sign == Sign::None)
+        return;
+    painter.setPen(QPen(QColor(20, 24, 32), 1));
+    painter.setBrush(m_sign == Sign::Live ? QColor(64, 214, 120) : QColor(255, 176, 32));
+    painter.drawEllipse(signCentre, signRadius, signRadius);
 }
 
 void CapsuleButton::paintContent(QPainter &painter, const QString &symbol, double presence) const

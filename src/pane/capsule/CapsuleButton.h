@@ -29,6 +29,9 @@ public:
     void setSymbol(const QString &symbol, const SymbolChange &change = {});
     /// The name for assistive programs, and the tooltip.
     void describe(const QString &label, const QString &toolTip);
+    /// A small coloured dot in the button's corner.
+    enum class Sign { None, Live, Trouble };
+    void setSign(Sign sign);
     void setOpacity(double opacity);
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }
 
@@ -43,6 +46,7 @@ private:
 
     QString m_symbol;
     QString m_previousSymbol;
+    Sign m_sign = Sign::None;
     double m_opacity = 1;
     bool m_reduceMotion = false;
     double m_smallestScale = 1; ///< of symbols that come and go

@@ -180,7 +180,14 @@ void ControlCapsuleView::renderAction()
     const ActionForm form = m_state.isInputMode ? ActionForm{u"doc.on.doc"_s, u"複製翻譯結果"_s}
                                                 : translateForm(m_state.translationActionState);
     const QString label = m_localization.localized(form.label);
-    m_action->describe(label, label);
+    const bool isLive = m_state.isLive && !m_state.isInputMode;
+    m_action->setSign(!isLive ? CapsuleButton::Sign::None
+                              : m_state.liveTrouble.isEmpty() ? CapsuleButton::Sign::Live : CapsuleButton::Sign::Trouble);
+    m_action->describe(label, !isLive ? label
+                                      : m_state.liveTrouble.isEmpty()
+                           ? label + u'\n' + m_localization.localized(u"即時翻譯中"_s)
+                           : m_state.liveTrouble);
+    m_action->setAccessibleDescription(isLive ? m_action->toolTip() : QString());
     const bool offeredCopy = std::exchange(m_offersCopy, m_state.isInputMode);
     if (offeredCopy != m_offersCopy)
         m_action->setSymbol(form.symbol, {.smallestScale = 0.8, .duration = springTime(250ms), .curve = springCurve()});
@@ -251,7 +258,7 @@ void ControlCapsuleView::updateVisibility()
 {
     const QWidget *focus = QApplication::focusWidget();
     const bool isShown =
-        m_state.isHovering || m_state.isProcessing || m_menu->isVisible() || (focus && isAncestorOf(focus));
+        m_state.isHovering || m_state.isProcessing || !m_state.liveTrouble.isEmpty() || m_menu->isVisible() || (focus && isAncestorOf(focus));
     const double target = isShown ? 1 : 0;
     if (m_fade.state() == QAbstractAnimation::Running && m_fade.endValue() == target && !m_reduceMotion)
         return;

@@ -27,6 +27,8 @@ struct ControlCapsuleState
     bool isManual = false;     ///< passes start only when asked for
     bool isInputMode = false;  ///< the pane takes typed text
     bool isProcessing = false; ///< a pass runs
+    bool isLive = false;       ///< translations follow the screen
+    QString liveTrouble;       ///< why they don't at the moment; empty if all is well
     QString targetLanguageCode;
     TranslationActionState translationActionState = TranslationActionState::translate;
 

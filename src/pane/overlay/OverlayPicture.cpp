@@ -3,9 +3,37 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace lucentra {
+
+namespace {
+
+/// Places that differ by less are the same: starts are aligned with those of other lines. Points.
+constexpr double samePlace = 3.5;
+
+/// Whether an overlay shows the candidate as it is: the same text at the same place, and nothing new where it extends
+/// to. It needn't be laid out anew if other lines have left it more or less room.
+bool canStay(const OverlayPicture::Overlay &overlay, const TranslationOverlayCandidate &candidate)
+{
+    const TranslationOverlayCandidate &shown = overlay.candidate;
+    const auto near = [](double a, double b) { return std::abs(a - b) <= samePlace; };
+    if (shown.text != candidate.text || !near(shown.rect.left(), candidate.rect.left()) ||
+        shown.rect.top() != candidate.rect.top() || shown.rect.right() != candidate.rect.right() ||
+        shown.rect.bottom() != candidate.rect.bottom())
+        return false;
+    OverlayLimits limits = shown.limits;
+    limits.bottom = candidate.limits.bottom;
+    limits.right = candidate.limits.right;
+    if (limits != candidate.limits)
+        return false;
+    const auto frame = overlay.painter ? overlay.painter->layout().frame : QRectF();
+    return frame.bottom() <= std::max(limits.bottom, shown.rect.bottom()) &&
+           (frame.right() <= limits.right || frame.right() > shown.limits.right);
+}
+
+} // namespace
 
 QRegion OverlayPicture::setOverlays(const QList<TranslationOverlayCandidate> &candidates, const Setting &setting)
 {
@@ -20,8 +48,9 @@ QRegion OverlayPicture::setOverlays(const QList<TranslationOverlayCandidate> &ca
             changed |= overlay.painter->paintedArea().toAlignedRect();
     };
     for (const TranslationOverlayCandidate &candidate : candidates) {
-        const auto kept = std::find_if(
-            old.begin(), old.end(), [&](const Overlay &overlay) { return canKeep && overlay.candidate == candidate; });
+        const auto kept = std::find_if(old.begin(), old.end(), [&](const Overlay &overlay) {
+            return canKeep && (overlay.candidate == candidate || canStay(overlay, candidate));
+        });
         if (kept != old.end()) {
             m_overlays.push_back(std::move(*kept));
             old.erase(kept);

@@ -32,8 +32,9 @@ public:
         std::optional<OverlayPainter> painter; ///< nullopt if the source is too small for an overlay
     };
 
-    /// Replaces the overlays. Those whose candidate is in the old list, too, are kept as they are. Returns the area of
-    /// the others, old and new, in pane points.
+    /// Replaces the overlays. Those whose candidate is in the old list, too, are kept as they are, even if other lines
+    /// now leave it more room, or less that it doesn't need. Returns the area of the others, old and new, in pane
+    /// points.
     QRegion setOverlays(const QList<TranslationOverlayCandidate> &candidates, const Setting &setting);
 
     QRegion clear() { return setOverlays({}, m_setting); }

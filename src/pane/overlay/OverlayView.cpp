@@ -122,6 +122,8 @@ void OverlayView::clear()
 
 void OverlayView::changed(const QRegion &area)
 {
+    if (area.isEmpty())
+        return;
     update(area);
     if (onChanged)
         onChanged();

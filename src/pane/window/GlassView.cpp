@@ -106,6 +106,8 @@ void GlassView::updateCapsuleState()
                          .isManual = m_services.settings.read(settings::triggerMode) == TriggerMode::Manual,
                          .isInputMode = m_isInputMode,
                          .isProcessing = m_isProcessing,
+                         .isLive = m_isLive,
+                         .liveTrouble = m_liveTrouble,
                          .targetLanguageCode = m_targetLanguageCode,
                          .translationActionState = m_translationActionState});
     placeCapsule();
@@ -274,14 +276,19 @@ void GlassView::setHovering(bool hovering)
 void GlassView::clearOverlays()
 {
     m_overlayView->clear();
-    if (m_errorCard) {
-        if (m_errorCard->isAncestorOf(focusWidget()))
-            setFocus(); // otherwise the first of the window's buttons would get the focus
-        m_errorCard->hide();
-        m_errorCard->deleteLater(); // it may be handling a click on its own button
-        m_errorCard.clear();
-    }
+    removeErrorCard();
     updateCalmAreas();
+}
+
+void GlassView::removeErrorCard()
+{
+    if (!m_errorCard)
+        return;
+    if (m_errorCard->isAncestorOf(focusWidget()))
+        setFocus(); // otherwise the first of the window's buttons would get the focus
+    m_errorCard->hide();
+    m_errorCard->deleteLater(); // it may be handling a click on its own button
+    m_errorCard.clear();
 }
 
 void GlassView::passStarted()
@@ -307,15 +314,35 @@ void GlassView::setTranslationActionState(TranslationActionState state)
     updateCapsuleState();
 }
 
-void GlassView::showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note)
+void GlassView::setLive(bool isLive, const QString &trouble)
+{
+    m_isLive = isLive;
+    m_liveTrouble = trouble;
+    updateCapsuleState();
+}
+
+void GlassView::setOverlays(const QList<TranslationOverlayCandidate> &candidates)
 {
     m_overlayView->setOverlays(
         candidates,
         {.paneSize = size(), .targetLanguage = m_targetLanguageCode, .font = overlayFontSettings(m_services.settings)});
     updateCalmAreas();
     setTranslationActionState(TranslationActionState::retranslate);
+}
+
+void GlassView::showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note)
+{
+    setOverlays(candidates);
     if (!note.isEmpty())
         showNote(note);
+}
+
+void GlassView::changeTranslations(const QList<TranslationOverlayCandidate> &candidates)
+{
+    if (!candidates.isEmpty())
+        dismissPristineHint();
+    removeErrorCard();
+    setOverlays(candidates);
 }
 
 void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,

@@ -79,6 +79,9 @@ public:
 
     bool isProcessing() const { return m_isProcessing; }
 
+    /// Whether translations follow the screen, and what went wrong with that; empty if all is well.
+    void setLive(bool isLive, const QString &trouble);
+
     bool isInputMode() const { return m_isInputMode; }
     void dismissPristineHint() { m_hints.dismissStart(); }
     void clearOverlays();
@@ -88,6 +91,7 @@ public:
     void passStarted() override;
     void passEnded() override { setProcessing(false); }
     void showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note) override;
+    void changeTranslations(const QList<TranslationOverlayCandidate> &candidates) override;
     void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                        std::function<void()> action) override;
 
@@ -101,6 +105,8 @@ private:
     void observeNotifications();
     bool isDoubleClickGesture() const;
     void updateCapsuleState();
+    void setOverlays(const QList<TranslationOverlayCandidate> &candidates);
+    void removeErrorCard();
     void setTranslationActionState(TranslationActionState state);
     void placeCapsule();
     void updateCorners();
@@ -126,6 +132,8 @@ private:
     bool m_isProcessing = false;
     bool m_isInputMode = false;
     bool m_isHovering = false;
+    bool m_isLive = false;
+    QString m_liveTrouble;
 };
 
 } // namespace lucentra

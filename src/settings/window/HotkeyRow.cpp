@@ -1,13 +1,14 @@
 #include "HotkeyRow.h"
 
-#include "Settings.h"
 #include "SettingsStore.h"
 
 namespace lucentra {
 
-HotkeyRow::HotkeyRow(SettingsStore &settings, const LocalizationManager &texts, Scheduler &scheduler, QWidget *parent)
+HotkeyRow::HotkeyRow(SettingsStore &settings, const StoredHotkey &hotkey, const LocalizationManager &texts,
+                     Scheduler &scheduler, QWidget *parent)
     : HotkeyButton(texts, scheduler, parent)
     , m_settings(settings)
+    , m_hotkey(hotkey)
 {
     showStored();
     onHotkeyChanged = [this](quint32 flags, quint32 keyCode, const QString &combination) {
@@ -18,15 +19,15 @@ HotkeyRow::HotkeyRow(SettingsStore &settings, const LocalizationManager &texts, 
 void HotkeyRow::showStored()
 {
     if (!isRecording())
-        setDefaultTitle(m_settings.read(settings::hotkeyString));
+        setDefaultTitle(m_settings.read(m_hotkey.text));
 }
 
 void HotkeyRow::store(quint32 flags, quint32 keyCode, const QString &combination)
 {
     constexpr quint32 storedBits = 0xFFFF;
-    m_settings.write(settings::hotkeyModifiers, flags);
-    m_settings.write(settings::hotkeyCode, keyCode & storedBits);
-    m_settings.write(settings::hotkeyString, combination); // last: it announces all three
+    m_settings.write(m_hotkey.modifiers, flags);
+    m_settings.write(m_hotkey.code, keyCode & storedBits);
+    m_settings.write(m_hotkey.text, combination);
 }
 
 } // namespace lucentra

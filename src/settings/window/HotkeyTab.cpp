@@ -25,6 +25,7 @@ HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
     auto *section = new FormSection(form, u"全域快捷鍵"_s);
     addRecorder(*section);
     addFixedHotkey(*section);
+    addLiveHotkey(*section);
     addDesktopShortcuts(*section);
     section->addFooter(u"設定後，可在任何情境下呼叫/隱藏翻譯板。默認為 ⌥T。欲清除請按 ESC。"_s);
     addSection(section);
@@ -35,7 +36,9 @@ HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
 void HotkeyTab::addRecorder(FormSection &section)
 {
     const SettingsServices &services = m_form.services();
-    m_recorder = new HotkeyRow(services.settings, services.texts, services.scheduler);
+    m_recorder = new HotkeyRow(services.settings,
+                               {settings::hotkeyCode, settings::hotkeyModifiers, settings::hotkeyString}, services.texts,
+                               services.scheduler);
     constexpr int recorderWidth = 120;
     m_recorder->setMinimumWidth(recorderWidth);
     m_recorder->onRecordingChanged = [this, change = services.hotkeyRecordingChanged](bool isRecording) {
@@ -60,6 +63,43 @@ void HotkeyTab::addFixedHotkey(FormSection &section)
         fixed->setAccessibleName(label->accessibleName() + u" "_s + fixed->text());
         fixed->setToolTip(m_form.text(u"按住 Option，再按主鍵盤上的 Return（↩）鍵"_s));
     });
+}
+
+void HotkeyTab::addLiveHotkey(FormSection &section)
+{
+    const SettingsServices &services = m_form.services();
+    auto *recorder = new HotkeyRow(
+        services.settings, {settings::liveHotkeyCode, settings::liveHotkeyModifiers, settings::liveHotkeyString},
+        services.texts, services.scheduler);
+    recorder->setMinimumWidth(m_recorder->minimumWidth());
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *remove = new QPushButton;
+    layout->addWidget(remove);
+    layout->addWidget(recorder);
+    row->setFocusProxy(recorder);
+    const QLabel *label = section.addRow(u"開啟 / 停止即時翻譯："_s, row);
+    const auto show = [this, recorder, remove, label] {
+        const QString stored = m_form.services().settings.read(settings::liveHotkeyString);
+        recorder->setEnabled(m_form.services().areHotkeysChosenHere());
+        recorder->setDefaultTitle(stored.isEmpty() ? m_form.text(u"未設定"_s) : stored);
+        remove->setText(m_form.text(u"清除"_s));
+        remove->setVisible(!stored.isEmpty());
+        recorder->setAccessibleName(label->text() + u' ' + recorder->defaultTitle());
+        remove->setAccessibleName(remove->text() + u' ' + label->text());
+    };
+    recorder->onRecordingChanged = [show, change = services.hotkeyRecordingChanged](bool isRecording) {
+        change(isRecording);
+        if (!isRecording)
+            show();
+    };
+    connect(remove, &QPushButton::clicked, this, [&settings = services.settings, show] {
+        settings.write(settings::liveHotkeyString, QString());
+        show();
+    });
+    m_form.keepText(show);
+    m_form.keepValue(show);
 }
 
 void HotkeyTab::addDesktopShortcuts(FormSection &section)

@@ -20,6 +20,7 @@ private:
     void addDesktopShortcuts(FormSection &section);
     void addFixedHotkey(FormSection &section);
     void addKeyDialog(FormSection &section);
+    void addLiveHotkey(FormSection &section);
     void showStored();
 
     SettingsForm &m_form;

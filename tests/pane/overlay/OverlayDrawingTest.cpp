@@ -358,6 +358,15 @@ private Q_SLOTS:
         QVERIFY(!changed.contains(QPoint(20, 20)));
         QCOMPARE(picture.overlays()[1].candidate, kept);
         QVERIFY(picture.overlays()[0].painter && picture.overlays()[2].painter);
+        // Other lines leave it more or less room: it stays, unless it extends to a new line's place.
+        auto crowded = kept;
+        crowded.rect.setLeft(12);
+        for (const auto &[bottom, isKept] : {std::pair(34.0, true), {90.0, true}, {25.0, false}}) {
+            crowded.limits.bottom = bottom;
+            auto wide = crowded;
+            wide.text = kept.text;
+            QCOMPARE(picture.setOverlays({added, wide, kept}, setting).contains(QPoint(20, 20)), !isKept);
+        }
         const QRegion refitted = picture.setOverlays({added, kept, kept}, {setting.paneSize, u"ja"_s, setting.font});
         QVERIFY(refitted.contains(QPoint(20, 20)) && refitted.contains(QPoint(20, 120)));
     }

@@ -137,7 +137,11 @@ private:
         TestTexts texts;
         ManualScheduler scheduler;
         QWidget window;
-        HotkeyRow button{texts.settings, texts.manager, scheduler, &window};
+        HotkeyRow button{texts.settings,
+                         {settings::hotkeyCode, settings::hotkeyModifiers, settings::hotkeyString},
+                         texts.manager,
+                         scheduler,
+                         &window};
         QPushButton other{&window};
         QStringList events;
 

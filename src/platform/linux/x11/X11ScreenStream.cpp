@@ -78,7 +78,7 @@ void X11ScreenStream::renew()
 
 void X11ScreenStream::rest()
 {
-    m_rest = m_scheduler.after(interval, [this] {
+    m_rest = m_scheduler.after(m_interval, [this] {
         m_isBusy = false;
         if (m_area.isEmpty())
             return;

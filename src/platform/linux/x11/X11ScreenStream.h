@@ -32,6 +32,8 @@ public:
     X11ScreenStream(Source source, MainQueue &mainQueue, Scheduler &scheduler);
 
     void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) override;
+    bool isContinuous() const override { return true; }
+    void setInterval(std::chrono::milliseconds time) override { m_interval = time; }
 
 private:
     void renew();
@@ -40,6 +42,7 @@ private:
     const Source m_source;
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
+    std::chrono::milliseconds m_interval = interval;
     QRectF m_area;
     std::function<void(const ScreenFrame &)> m_frame;
     QRect m_damage;         ///< since the last picture

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+#include <QRegion>
+
+#include <array>
+
+namespace lucentra {
+
+/// Pictures of the same place at two times are compared by square tiles of this many pixels.
+inline constexpr int tileSide = 32;
+
+/// The strong horizontal edges of one tile, a bit per pixel and a number per row. Writing has many of them, and they
+/// stay where they are while the picture behind the writing moves.
+using TileEdges = std::array<quint32, tileSide>;
+
+/// Whether two pictures (RGB32, of the same size) show the same in a rectangle. Differences that no reader would notice
+/// are none.
+bool isSamePicture(const QImage &before, const QImage &now, const QRect &rect);
+
+/// The tiles that touch `within` and in which the pictures differ. They are cut off at the picture's edges.
+QRegion changedTiles(const QImage &before, const QImage &now, const QRect &within);
+
+/// The edges in a part of the picture (RGB32), at most a tile.
+TileEdges edgesOfTile(const QImage &picture, const QRect &tile);
+/// Whether the writing in a tile is another one: it has come, gone or changed. False if neither has enough edges for
+/// writing.
+bool isOtherWriting(const TileEdges &before, const TileEdges &now);
+
+/// Whether a line of text in `rect` is written in both pictures in the same letters, while what is behind them moves.
+/// False if most of the rectangle is as it was: then what has changed is a letter.
+bool isSameWriting(const QImage &before, const QImage &now, const QRect &rect);
+
+/// Whether two texts' boxes are at the same place: both cover most of the smaller one.
+bool isSamePlace(const QRectF &a, const QRectF &b);
+
+} // namespace lucentra

@@ -1,0 +1,225 @@
+#include "ScreenReading.h"
+
+#include "PictureChange.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+#include <vector>
+
+namespace lucentra {
+
+namespace {
+
+/// How far around what has changed is read, in pixels: about a line's height.
+constexpr int surroundings = 24;
+/// How far a part is widened if a line is cut off at its side, and how often. Pixels.
+constexpr int widening = 240;
+constexpr int mostWidenings = 3;
+/// The share of the picture from which reading all of it at once is cheaper.
+constexpr double wholeShare = 0.75;
+/// The share of a line's height by which its edges may differ in two readings of the same line.
+constexpr double sameEdges = 0.25;
+/// Shorter texts that differ by a sign are different texts.
+constexpr qsizetype leastSimilar = 4;
+
+QRect pixelsOf(const TextLine &line, const QSize &size)
+{
+    const QRectF &box = line.normBox;
+    return QRectF(box.x() * size.width(), (1 - box.y() - box.height()) * size.height(), box.width() * size.width(),
+                  box.height() * size.height())
+        .toAlignedRect();
+}
+
+double areaOf(const QRect &rect)
+{
+    return rect.isEmpty() ? 0 : double(rect.width()) * rect.height();
+}
+
+bool isSameBox(const QRect &a, const QRect &b)
+{
+    const int tolerance = std::max(2, int(sameEdges * a.height()));
+    const auto near = [tolerance](int x, int y) { return std::abs(x - y) <= tolerance; };
+    return near(a.left(), b.left()) && near(a.right(), b.right()) && near(a.top(), b.top()) &&
+           near(a.bottom(), b.bottom());
+}
+
+/// Whether the texts differ by one sign at most: another, a missing or an additional one.
+bool isNearlySame(const QString &a, const QString &b)
+{
+    if (std::min(a.size(), b.size()) < leastSimilar || std::abs(a.size() - b.size()) > 1)
+        return false;
+    const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    const auto same = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend()).first - a.rbegin();
+    return (left - a.begin()) + same >= std::max(a.size(), b.size()) - 1;
+}
+
+/// Joins rectangles that touch, until none do.
+QList<QRect> joined(QList<QRect> rects)
+{
+    for (qsizetype i = 0; i < rects.size(); ++i) {
+        for (qsizetype j = i + 1; j < rects.size(); ++j) {
+            if (rects[i].intersects(rects[j])) {
+                rects[i] |= rects.takeAt(j);
+                i = -1;
+                break;
+            }
+        }
+    }
+    return rects;
+}
+
+class SecondReading
+{
+public:
+    SecondReading(const ScreenReading &former, const QImage &picture, const QRegion &changed)
+        : m_former(former)
+        , m_picture(picture)
+        , m_changed(changed)
+    {
+        for (const TextLine &line : former.lines) {
+            const QRect box = pixelsOf(line, picture.size());
+            m_boxes.append(box);
+            m_isKept.push_back(!changed.intersects(box) || isSamePicture(former.picture, picture, box));
+        }
+    }
+
+    ScreenReading read(const ReadPart &readPart)
+    {
+        for (const QRect &part : parts())
+            readWidely(part, readPart);
+        for (qsizetype i = 0; i < m_former.lines.size(); ++i) {
+            if (!m_isKept[size_t(i)])
+                m_isKept[size_t(i)] = !replace(m_former.lines[i], m_boxes[i]);
+        }
+        ScreenReading reading{m_former.picture, {}};
+        copyChanged(reading.picture);
+        for (qsizetype i = 0; i < m_former.lines.size(); ++i) {
+            if (m_isKept[size_t(i)])
+                reading.lines.append(m_former.lines[i]);
+        }
+        for (const TextLine &line : std::as_const(m_found))
+            insert(reading.lines, line);
+        return reading;
+    }
+
+private:
+    /// What hasn't been looked at remains as it was, so that it is still known to differ.
+    void copyChanged(QImage &picture) const
+    {
+        QPainter painter(&picture);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        for (const QRect &rect : m_changed)
+            painter.drawImage(rect.topLeft(), m_picture, rect);
+    }
+
+    QList<QRect> parts() const
+    {
+        QList<QRect> rects;
+        for (const QRect &rect : m_changed)
+            rects.append(rect.adjusted(-surroundings, -surroundings / 2, surroundings, surroundings / 2) &
+                         m_picture.rect());
+        for (qsizetype i = 0; i < m_boxes.size(); ++i) {
+            if (!m_isKept[size_t(i)]) // a line has room around it, or it isn't found
+                rects.append(m_boxes[i].adjusted(-surroundings, -surroundings / 2, surroundings, surroundings / 2) &
+                             m_picture.rect());
+        }
+        rects = joined(rects);
+        double area = 0;
+        for (const QRect &rect : std::as_const(rects))
+            area += areaOf(rect);
+        return area > wholeShare * areaOf(m_picture.rect()) ? QList{m_picture.rect()} : rects;
+    }
+
+    /// Reads a part, and more of it if a line that isn't known goes on beside it.
+    void readWidely(QRect part, const ReadPart &readPart)
+    {
+        for (int i = 0;; ++i) {
+            QList<TextLine> found;
+            for (const TextLine &line : readPart(part)) {
+                if (!isKnown(pixelsOf(line, m_picture.size())))
+                    found.append(line);
+            }
+            QRect wider = part;
+            for (const TextLine &line : std::as_const(found)) {
+                const QRect box = pixelsOf(line, m_picture.size());
+                const int margin = std::max(2, box.height() / 3);
+                if (box.left() <= part.left() + margin)
+                    wider.setLeft(std::max(0, part.left() - widening));
+                if (box.right() >= part.right() - margin)
+                    wider.setRight(std::min(m_picture.width() - 1, part.right() + widening));
+            }
+            if (wider == part || i == mostWidenings) {
+                m_found += found;
+                return;
+            }
+            part = wider;
+        }
+    }
+
+    bool isKnown(const QRect &box) const
+    {
+        const auto isThere = [&](const TextLine &line) { return isSamePlace(pixelsOf(line, m_picture.size()), box); };
+        for (qsizetype i = 0; i < m_boxes.size(); ++i) {
+            if (m_isKept[size_t(i)] && isSamePlace(m_boxes[i], box))
+                return true;
+        }
+        return std::any_of(m_found.begin(), m_found.end(), isThere); // widened parts may overlap
+    }
+
+    /// Whether a former line is gone, or another one is at its place. Otherwise nothing new is left there.
+    bool replace(const TextLine &line, const QRect &box)
+    {
+        const auto other = std::find_if(m_found.begin(), m_found.end(), [&](const TextLine &each) {
+            return isSamePlace(pixelsOf(each, m_picture.size()), box);
+        });
+        if (other == m_found.end())
+            return !isSameWriting(m_former.picture, m_picture, box);
+        if (other->text == line.text) {
+            if (isSameBox(pixelsOf(*other, m_picture.size()), box))
+                other->normBox = line.normBox;
+            return true;
+        }
+        if (!isNearlySame(other->text, line.text) || !isSameWriting(m_former.picture, m_picture, box))
+            return true;
+        m_found.erase(other);
+        return false;
+    }
+
+    /// Puts a line behind the one above it, or else before the one below it.
+    void insert(QList<TextLine> &lines, const TextLine &line) const
+    {
+        const QRectF box = line.normBox; // y upwards
+        const auto sharesColumn = [&](const TextLine &other) {
+            return other.normBox.left() < box.right() && other.normBox.right() > box.left();
+        };
+        const auto isAbove = [&](const TextLine &other) {
+            return sharesColumn(other) && other.normBox.center().y() > box.center().y();
+        };
+        const auto above = std::find_if(lines.rbegin(), lines.rend(), isAbove);
+        lines.insert(above != lines.rend() ? above.base() : std::find_if(lines.begin(), lines.end(), sharesColumn),
+                     line);
+    }
+
+    const ScreenReading &m_former;
+    const QImage &m_picture;
+    const QRegion &m_changed;
+    QList<QRect> m_boxes; ///< of the former lines
+    std::vector<bool> m_isKept;
+    QList<TextLine> m_found;
+};
+
+} // namespace
+
+ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
+                        const ReadPart &read)
+{
+    if (former.picture.size() != picture.size())
+        return {picture, read(picture.rect())};
+    return SecondReading(former, picture, changed).read(read);
+}
+
+} // namespace lucentra

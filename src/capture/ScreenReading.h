@@ -1,0 +1,28 @@
+#pragma once
+
+#include "TextRecognition.h"
+
+#include <QImage>
+#include <QRegion>
+
+#include <functional>
+
+namespace lucentra {
+
+/// A picture of the screen with the lines that were read in it.
+struct ScreenReading
+{
+    QImage picture; ///< RGB32; null if nothing was read yet
+    QList<TextLine> lines;
+};
+
+/// Reads a part of a picture (pixels). The boxes are fractions of the whole picture.
+using ReadPart = std::function<QList<TextLine>(const QRect &part)>;
+
+/// Reads what has changed since a former reading and keeps the rest: lines whose pixels are the same, and lines whose
+/// letters are the same while what is behind them moves. `changed` contains all that differs, in pixels; it and the
+/// surroundings that a line may reach into are read. Everything is read if there is no former reading of that size.
+ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
+                        const ReadPart &read);
+
+} // namespace lucentra

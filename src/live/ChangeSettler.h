@@ -1,0 +1,93 @@
+#pragma once
+
+#include "PictureChange.h"
+
+#include <QImage>
+#include <QRegion>
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+namespace lucentra {
+
+/// Finds out, from one picture of the screen to the next, which parts have changed and are to be looked at: those that
+/// have come to rest after a change, or have been changing for so long that waiting makes no sense.
+///
+/// It works by tiles, so that a part that never rests holds no other part up. Such tiles are learned: there, only other
+/// writing counts as a change, and where that turns out to be no text, it counts more and more rarely. What blinks
+/// between two states is learned, too.
+class ChangeSettler
+{
+public:
+    using Time = std::chrono::milliseconds;
+
+    /// How long a part must be at rest.
+    static constexpr Time settleTime{80};
+    /// A part is looked at so long after its first change, at rest or not.
+    static constexpr Time longestWait{400};
+    /// How long writing before a moving picture must stay the same.
+    static constexpr Time writingTime{40};
+    /// How long a part that never rested must be at rest to count as any other.
+    static constexpr Time calmTime{250};
+    /// The longest time without a look at what moves.
+    static constexpr Time rarely{1600};
+    /// How long what blinks must be at rest.
+    static constexpr Time afterBlinking{3000};
+
+    /// Parts to look at, in pixels.
+    struct Due
+    {
+        QRegion changed;
+        QRegion unsettled; ///< the part of it that hasn't come to rest
+    };
+
+    /// Forgets everything: all of the next picture is due once it rests.
+    void reset() { *this = ChangeSettler(); }
+    /// Takes the next picture (RGB32). All that differs from the one before it is inside `damage`.
+    void add(const QImage &picture, const QRect &damage, Time now);
+    const QImage &picture() const { return m_picture; }
+
+    /// When something is due, if no picture comes until then; nullopt if nothing waits.
+    std::optional<Time> nextDue() const;
+    /// What is due now. The caller looks at it.
+    Due take(Time now);
+    /// Makes an area due again, since the look at it came to nothing.
+    void putBack(const QRegion &region, Time now);
+    /// Says where the lines of text are, after a look at `looked`.
+    void found(const QRegion &looked, const QList<QRect> &lines);
+
+private:
+    struct Tile
+    {
+        bool isWaiting = false;  ///< something has changed that counts
+        bool hasMoved = false;   ///< something has changed since the last look
+        bool isRestless = false; ///< it moves without end
+        bool isBlinking = false;
+        bool wasWriting = false; ///< the last look was at other writing
+        int quickLooks = 0;      ///< looks in a row with little time between
+        int vainLooks = 0;       ///< looks in a row at other writing that was no text
+        int returns = 0;         ///< how often in a row it has returned to the state before the last one
+        Time first{0};           ///< when it began to wait
+        Time last{0};            ///< the last change that counts
+        Time moved{0};           ///< the last change of any kind
+        Time looked{0};
+        size_t state = 0;        ///< a hash of its pixels at the last look,
+        size_t stateBefore = 0;  ///< and at the one before
+        TileEdges edges{};       ///< of the last picture; only if it is restless
+        TileEdges seenEdges{};   ///< of the last look
+    };
+
+    static std::optional<Time> dueTime(const Tile &tile);
+    QRect rectOf(size_t index) const;
+    size_t stateOf(const QRect &rect) const;
+    void change(Tile &tile, const QRect &rect, Time now);
+    bool look(Tile &tile, const QRect &rect, Time now, Due &due);
+
+    QImage m_picture;
+    QImage m_compared; ///< each tile as it was at its last change; so slow changes are seen, too
+    int m_columns = 0;
+    std::vector<Tile> m_tiles;
+};
+
+} // namespace lucentra

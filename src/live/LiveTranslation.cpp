@@ -1,0 +1,168 @@
+#include "LiveTranslation.h"
+
+#include "PassPane.h"
+#include "PowerState.h"
+#include "Settings.h"
+#include "SettingsStore.h"
+#include "TranslationEngine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace lucentra {
+
+namespace {
+
+/// When to ask again whether a pass still runs.
+constexpr auto passPatience = 100ms;
+/// The pause after a failure, which doubles with each one.
+constexpr LiveTranslation::Time firstPause{2000};
+constexpr LiveTranslation::Time longestPause{60'000};
+/// The pause after a look while power is saved, in times of its duration.
+constexpr int savingPauses = 3;
+
+} // namespace
+
+LiveTranslation::LiveTranslation(const Services &services, TranslationPass &pass, const PassSource &pane)
+    : m_services(services)
+    , m_pass(pass)
+    , m_pane(pane)
+{
+    const SettingsStore &settings = services.settings;
+    settings.observe(settings::isLive, this, [this] { switched(); });
+    settings.observe(settings::liveRequestsPerMinute, this, [this] { setLimit(); });
+    settings.observe(settings::translationEngine, this, [this] { startAgain(); });
+    settings.observe(settings::translationUnit, this, [this] { startAgain(); });
+    settings.observe(settings::targetLanguageCode, this, [this] { startAgain(); });
+    services.power.setChangeHandler([this] { setLimit(); });
+    setLimit();
+    pass.setFollowing(isOn());
+}
+
+bool LiveTranslation::isOn() const
+{
+    return m_services.settings.read(settings::isLive);
+}
+
+void LiveTranslation::switched()
+{
+    m_pass.setFollowing(isOn());
+    m_pass.forgetScreen();
+    m_failures = 0;
+    m_retry = Time(0);
+    setLimit();
+    setTrouble({});
+    startAgain();
+    if (onSwitched)
+        onSwitched(isOn());
+}
+
+void LiveTranslation::setLimit()
+{
+    m_limit.set(int(std::clamp<qint64>(m_services.settings.read(settings::liveRequestsPerMinute), 1, 60)),
+                isOn() && m_services.power.isSaving());
+}
+
+void LiveTranslation::startAgain()
+{
+    const QImage shown = m_settler.picture();
+    m_settler.reset();
+    m_again.reset();
+    m_task.reset();
+    if (!isOn())
+        return;
+    m_pass.forgetScreen();
+    const Time now = m_services.now();
+    m_notBefore = now + restTime;
+    m_settler.add(shown, shown.rect(), now); // the next picture may be long in coming
+    schedule();
+}
+
+void LiveTranslation::userHolds(bool isHeld)
+{
+    m_isHeld = isHeld;
+    schedule();
+}
+
+void LiveTranslation::add(const ScreenFrame &frame)
+{
+    const QSizeF pane = m_pane.glassArea().glass.size();
+    if (!isOn() || frame.picture.isNull() || m_pane.isInputMode() || pane.isEmpty())
+        return;
+    const int inset = int(std::lround(captureInset * frame.picture.width() / pane.width()));
+    const QRect area = frame.picture.rect().adjusted(inset, inset, -inset, -inset);
+    if (area.isEmpty())
+        return;
+    m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset),
+                  m_services.now());
+    schedule();
+}
+
+void LiveTranslation::schedule(Time earliest)
+{
+    m_task.reset();
+    std::optional<Time> next = m_settler.nextDue();
+    if (m_again)
+        next = std::min(next.value_or(*m_again), *m_again);
+    if (!isOn() || m_isLooking || m_isHeld || !next || !m_pane.isOnScreen() || m_pane.isInputMode())
+        return; // whatever ends that calls again
+    const Time due = std::max({*next, m_notBefore, earliest});
+    m_task = m_services.scheduler.after(std::max(Time(0), due - m_services.now()), [this] { lookIfDue(); });
+}
+
+void LiveTranslation::lookIfDue()
+{
+    const Time now = m_services.now();
+    if (m_pass.isRunning())
+        return schedule(now + passPatience);
+    const ChangeSettler::Due due = m_settler.take(now);
+    const bool isAgain = m_again && *m_again <= now;
+    if (due.changed.isEmpty() && !isAgain)
+        return schedule();
+    if (isAgain)
+        m_again.reset();
+    m_isLooking = true;
+    const bool isRemote = m_services.settings.read(settings::translationEngine) != qint64(TranslationEngine::apple);
+    m_pass.look({.picture = m_settler.picture(),
+                 .changed = due.changed,
+                 .unsettled = due.unsettled,
+                 .time = now,
+                 .nextRequest = std::max(m_retry, isRemote ? m_limit.next(now) : Time(0))},
+                [this, due, now](const LookReport &report) { finish(due, now, report); });
+}
+
+void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const LookReport &report)
+{
+    m_isLooking = false;
+    const Time now = m_services.now();
+    if (report.isDropped) {
+        m_settler.putBack(due.changed, now);
+        return schedule(now + passPatience);
+    }
+    m_settler.found(due.changed, report.lines);
+    m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
+    if (report.hasRequested)
+        m_limit.count(begun);
+    m_again = report.again;
+    if (report.hasFailed) {
+        m_retry = now + std::min(longestPause, firstPause * (1 << std::min(m_failures++, 5)));
+        m_again = std::min(m_again.value_or(m_retry), m_retry);
+    } else if (report.hasRequested) {
+        m_failures = 0;
+        m_retry = Time(0);
+    }
+    if (report.hasFailed || report.hasRequested)
+        setTrouble(report.trouble);
+    schedule();
+}
+
+void LiveTranslation::setTrouble(const QString &trouble)
+{
+    if (std::exchange(m_trouble, trouble) != trouble && onTrouble)
+        onTrouble(trouble);
+}
+
+} // namespace lucentra

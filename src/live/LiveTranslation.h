@@ -1,0 +1,83 @@
+#pragma once
+
+#include "ChangeSettler.h"
+#include "RequestLimit.h"
+#include "Scheduler.h"
+#include "ScreenStream.h"
+#include "TranslationPass.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace lucentra {
+
+class PassSource;
+class PowerState;
+class SettingsStore;
+
+/// Follows what changes beneath the pane and has the pass look at it, as long as the setting is on, the pane is on a
+/// screen and at rest, and no text is typed on it.
+///
+/// One look at a time; after each there is a pause as long as the look was, so that it never takes more than half of
+/// the time. Texts go to a service within the limits of `RequestLimit`, after failures more and more rarely.
+class LiveTranslation : public QObject
+{
+public:
+    using Time = ChangeSettler::Time;
+
+    /// How long the pane must not have moved.
+    static constexpr Time restTime{300};
+    /// The time between two pictures of the screen.
+    static constexpr Time interval{50};
+
+    struct Services
+    {
+        const SettingsStore &settings;
+        Scheduler &scheduler;
+        PowerState &power;
+        std::function<Time()> now; ///< a clock that never goes back
+    };
+
+    LiveTranslation(const Services &services, TranslationPass &pass, const PassSource &pane);
+
+    /// What went wrong at the last look, in the interface language; empty if it went well.
+    std::function<void(const QString &)> onTrouble;
+    /// Called after the setting has changed.
+    std::function<void(bool isOn)> onSwitched;
+
+    bool isOn() const;
+    /// Takes the next picture of the pane's area.
+    void add(const ScreenFrame &frame);
+    /// To be called when the pane has moved, was resized, shown or hidden, or takes other text than the screen's:
+    /// everything is looked at again once it rests.
+    void startAgain();
+    /// The user has taken hold of the pane, or has let go of it.
+    void userHolds(bool isHeld);
+
+private:
+    void switched();
+    void setLimit();
+    void schedule(Time earliest = Time(0));
+    void lookIfDue();
+    void finish(const ChangeSettler::Due &due, Time begun, const LookReport &report);
+    void setTrouble(const QString &trouble);
+
+    const Services m_services;
+    TranslationPass &m_pass;
+    const PassSource &m_pane;
+    ChangeSettler m_settler;
+    RequestLimit m_limit;
+    std::unique_ptr<ScheduledTask> m_task;
+    std::optional<Time> m_again; ///< a look that is due although nothing changes
+    Time m_notBefore{0};         ///< of the next look
+    Time m_retry{0};             ///< no request before, after failures
+    int m_failures = 0;          ///< in a row
+    bool m_isHeld = false;
+    bool m_isLooking = false;
+    QString m_trouble;
+};
+
+} // namespace lucentra

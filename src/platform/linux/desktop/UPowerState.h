@@ -1,0 +1,34 @@
+#pragma once
+
+#include "PowerState.h"
+
+#include <QObject>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace lucentra {
+
+/// The state that UPower and the power profiles' service report on the system bus, which is connected to at the first
+/// question. Without them nothing is saved.
+class UPowerState : public QObject, public PowerState
+{
+    Q_OBJECT
+public:
+    bool isSaving() override;
+    void setChangeHandler(std::function<void()> changed) override { m_changed = std::move(changed); }
+
+private Q_SLOTS:
+    void propertiesChanged(const QString &interface, const QVariantMap &changed, const QStringList &invalidated);
+
+private:
+    void follow(const QString &service, const QString &path);
+    void take(const QVariantMap &properties);
+
+    bool m_isFollowing = false;
+    bool m_isOnBattery = false;
+    bool m_isSaverChosen = false;
+    std::function<void()> m_changed;
+};
+
+} // namespace lucentra

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QRasterWindow>
+#include <QTimer>
+
+/// Another program's window in which something happens by itself, the same at each run: "video" with subtitles, "chat",
+/// "log", "typewriter", "scroll", "ticker", "caret" or "still". When a new text stands there whole, it prints the
+/// milliseconds of the system's steady clock and the text.
+class PlayedScene : public QRasterWindow
+{
+public:
+    PlayedScene(const QString &name, const QRect &place);
+    void play();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void step();
+    void say(const QString &text);
+    void said(qint64 number, const QString &text);
+    void paintVideo(QPainter &painter);
+    void paintTypewriter(QPainter &painter);
+    void paintTicker(QPainter &painter);
+    void paintPage(QPainter &painter, qint64 top, int lines);
+    void paintMessages(QPainter &painter);
+
+    const QString m_name;
+    QElapsedTimer m_clock;
+    QTimer m_frames;
+    qint64 m_state = -1;
+    qint64 m_said = -1;
+};

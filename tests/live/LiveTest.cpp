@@ -1,0 +1,327 @@
+#include "ChangeSettler.h"
+#include "RequestLimit.h"
+#include "ScreenReading.h"
+#include "ShownBlocks.h"
+
+#include "Columns.h"
+
+#include <QPainter>
+#include <QTest>
+
+#include <functional>
+
+using namespace lucentra;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize screenSize(4 * tileSide, 2 * tileSide);
+
+/// A screen of four by two tiles and those who look at it.
+class Played
+{
+public:
+    Played()
+    {
+        m_picture.fill(Qt::darkGray);
+        show();
+        pass(200ms);
+        looks.clear();
+    }
+
+    /// Fills a tile with a plain tone, or with letters of a sort.
+    void plain(int tile, int tone) { fill(tile, QColor(tone, tone, tone)); }
+    void letters(int tile, int sort)
+    {
+        QPainter painter(&m_picture);
+        for (int x = 0; x < tileSide; ++x)
+            painter.fillRect(QRect(cornerOf(tile) + QPoint(x, 8), QSize(1, 16)),
+                             ((x * (sort + 3)) % 11) < 5 ? Qt::white : Qt::black);
+        painter.end();
+        show();
+    }
+
+    /// Lets time pass; `each` is done every 50 ms, which is how often pictures come.
+    void pass(std::chrono::milliseconds duration, const std::function<void()> &each = {})
+    {
+        for (const auto end = m_now + duration; m_now < end;) {
+            m_now += 10ms;
+            if (each && m_now % 50ms == 0ms)
+                each();
+            const auto due = m_settler.take(m_now);
+            if (due.changed.isEmpty())
+                continue;
+            looks.append(due.changed);
+            unsettled |= due.unsettled;
+            times.append(m_now);
+            m_settler.found(due.changed, lines);
+        }
+    }
+
+    int looksAt(int tile) const
+    {
+        return int(std::count_if(looks.begin(), looks.end(),
+                                 [&](const QRegion &region) { return region.contains(cornerOf(tile)); }));
+    }
+    std::chrono::milliseconds sinceLastLook() const { return m_now - times.last(); }
+    static QRect rectOf(int tile) { return {cornerOf(tile), QSize(tileSide, tileSide)}; }
+
+    QList<QRegion> looks;
+    QList<std::chrono::milliseconds> times;
+    QRegion unsettled;
+    QList<QRect> lines;
+
+private:
+    static QPoint cornerOf(int tile) { return {tile % 4 * tileSide, tile / 4 * tileSide}; }
+    void fill(int tile, const QColor &color)
+    {
+        QPainter(&m_picture).fillRect(rectOf(tile), color);
+        show();
+    }
+    void show() { m_settler.add(m_picture.copy(), m_picture.rect(), m_now); }
+
+    QImage m_picture{screenSize, QImage::Format_RGB32};
+    std::chrono::milliseconds m_now = 10'000ms;
+    ChangeSettler m_settler;
+};
+
+TextLine lineAt(const QString &text, int x, int y, int width, int height = 16)
+{
+    const QSizeF size(400, 200);
+    return {text, {x / size.width(), 1 - (y + height) / size.height(), width / size.width(), height / size.height()}};
+}
+
+QStringList textsOf(const QList<TextLine> &lines)
+{
+    QStringList texts;
+    for (const TextLine &line : lines)
+        texts.append(line.text);
+    return texts;
+}
+
+} // namespace
+
+class LiveTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whatHasChangedIsLookedAtOnceItRests()
+    {
+        Played screen;
+        screen.pass(5s);
+        QVERIFY(screen.looks.isEmpty());
+        screen.letters(2, 0);
+        screen.pass(70ms);
+        QVERIFY(screen.looks.isEmpty());
+        screen.pass(10ms);
+        QCOMPARE(screen.looks, QList{QRegion(Played::rectOf(2))});
+        for (int i = 0; i < 4; ++i) { // back to what was seen before anybody looked
+            screen.letters(2, 1);
+            screen.pass(40ms);
+            screen.letters(2, 0);
+            screen.pass(100ms);
+        }
+        QCOMPARE(screen.looks.size(), 1);
+        for (int tone = 100; tone < 200; tone += 5) { // a slow change, no step of which is noticed
+            screen.plain(5, tone);
+            screen.pass(50ms);
+        }
+        QVERIFY(screen.looksAt(5) > 0);
+        QVERIFY(screen.looksAt(0) == 0);
+    }
+
+    void whatNeverRestsHoldsNothingUp()
+    {
+        Played screen;
+        const auto move = [&, tone = 0]() mutable { screen.plain(0, 60 + (tone += 17) % 120); };
+        screen.pass(400ms, move);
+        QCOMPARE(screen.looksAt(0), 1);
+        QVERIFY(screen.unsettled.contains(Played::rectOf(0).center()));
+        screen.pass(20s, move); // learned: there is no line
+        QVERIFY2(screen.looksAt(0) <= 15, qPrintable(QString::number(screen.looksAt(0))));
+        screen.looks.clear();
+        screen.letters(6, 0);
+        screen.pass(100ms, move);
+        QCOMPARE(screen.looksAt(6), 1);
+        QCOMPARE(screen.looksAt(0), 0);
+        screen.plain(0, 20);
+        screen.pass(260ms); // it rests at last
+        QCOMPARE(screen.looksAt(0), 1);
+    }
+
+    void writingBeforeAMovingPictureIsSeenAtOnce()
+    {
+        Played screen;
+        screen.lines = {Played::rectOf(0)};
+        const auto move = [&, tone = 0]() mutable { screen.plain(0, 60 + (tone += 17) % 120); };
+        screen.pass(10s, move);
+        for (int sort = 0; sort < 3; ++sort) {
+            screen.looks.clear();
+            screen.letters(0, sort);
+            screen.pass(60ms);
+            QCOMPARE(screen.looksAt(0), 1);
+            screen.pass(1s, [&, tone = 0]() mutable {
+                screen.plain(0, 60 + (tone += 17) % 120);
+                screen.letters(0, sort);
+            });
+            QVERIFY2(screen.looksAt(0) <= 2, "the same writing isn't looked at again");
+        }
+    }
+
+    void whatBlinksIsLearned()
+    {
+        Played screen;
+        const auto blink = [&, step = 0]() mutable {
+            if (++step % 10 == 0)
+                screen.letters(3, step / 10 % 2);
+        };
+        screen.pass(5s, blink);
+        screen.looks.clear();
+        screen.pass(20s, blink);
+        QCOMPARE(screen.looksAt(3), 0);
+        screen.letters(3, 5);
+        screen.pass(100ms);
+        QCOMPARE(screen.looksAt(3), 1);
+    }
+
+    void requestsAreLimited_data()
+    {
+        columns<int, bool, int>("perMinute", "saves", "inThreeMinutes");
+        QTest::newRow("once a second") << 60 << false << 180;
+        QTest::newRow("a number a minute") << 20 << false << 60;
+        QTest::newRow("half as often on battery") << 20 << true << 30;
+        QTest::newRow("at least one") << 1 << true << 3;
+    }
+
+    void requestsAreLimited()
+    {
+        QFETCH(const int, perMinute);
+        QFETCH(const bool, saves);
+        RequestLimit limit;
+        limit.set(perMinute, saves);
+        int sent = 0;
+        std::chrono::milliseconds last = -10s;
+        for (auto now = 0ms; now < 3min; now += 100ms) {
+            if (limit.next(now) > now)
+                continue;
+            QVERIFY(now - last >= (saves ? 2s : 1s));
+            limit.count(last = now);
+            ++sent;
+        }
+        QTEST(sent, "inThreeMinutes");
+    }
+
+    void linesAreKeptWhereNothingHasChanged()
+    {
+        QImage before(400, 200, QImage::Format_RGB32);
+        before.fill(Qt::white);
+        const ScreenReading former{before, {lineAt(u"first"_s, 20, 20, 100), lineAt(u"second"_s, 20, 60, 100),
+                                            lineAt(u"beside"_s, 220, 60, 100), lineAt(u"last"_s, 20, 100, 100)}};
+        QImage now = before;
+        QPainter(&now).fillRect(20, 60, 100, 16, Qt::black); // over the second line
+        const QRegion changed = changedTiles(before, now, now.rect());
+        QList<QRect> parts;
+        const auto reading = readAgain(former, now, changed, [&](const QRect &part) {
+            parts.append(part);
+            return QList{lineAt(u"f1rst"_s, 20, 20, 100), lineAt(u"other"_s, 20, 60, 110), lineAt(u"new"_s, 20, 78, 60)};
+        });
+        QCOMPARE(textsOf(reading.lines), (QStringList{u"first"_s, u"other"_s, u"new"_s, u"beside"_s, u"last"_s}));
+        QCOMPARE(parts.size(), 1);
+        QVERIFY(!parts[0].contains(300, 68) && parts[0].contains(QRect(20, 60, 100, 16)));
+        QVERIFY(isSamePicture(reading.picture, now, now.rect()));
+        // Nothing is left at the place of the second line. What changes elsewhere without being looked at yet doesn't count.
+        QPainter(&now).fillRect(20, 100, 100, 16, Qt::black);
+        const auto gone = readAgain(former, now, QRegion(0, 32, 128, 64), [](const QRect &) { return QList<TextLine>(); });
+        QCOMPARE(textsOf(gone.lines), (QStringList{u"first"_s, u"beside"_s, u"last"_s}));
+        QVERIFY(!isSamePicture(gone.picture, now, now.rect()));
+    }
+
+    void aLineThatGoesOnBesideThePartIsReadWhole()
+    {
+        QImage picture(400, 200, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QList<QRect> parts;
+        const auto reading =
+            readAgain({picture, {}}, picture, QRegion(200, 60, 32, 32), [&](const QRect &part) {
+                parts.append(part);
+                const int left = std::max(40, part.left());
+                return QList{lineAt(left == 40 ? u"whole"_s : u"le"_s, left, 66, std::min(240, part.right()) - left)};
+            });
+        QCOMPARE(textsOf(reading.lines), QStringList{u"whole"_s});
+        QVERIFY(parts.size() > 1);
+    }
+
+    void aReadingIsStableWhileItsLettersAre_data()
+    {
+        columns<int, int, QString, QString>("tone", "letters", "read", "kept");
+        QTest::newRow("misread before a moving picture") << 120 << 0 << u"subtit1e"_s << u"subtitle"_s;
+        QTest::newRow("not read at all") << 120 << 0 << QString() << u"subtitle"_s;
+        QTest::newRow("another text") << 120 << 5 << u"subtitle two"_s << u"subtitle two"_s;
+        QTest::newRow("gone") << 120 << -1 << QString() << QString();
+        QTest::newRow("a letter has changed, the ground hasn't") << 90 << 1 << u"subtit1e"_s << u"subtit1e"_s;
+    }
+
+    void aReadingIsStableWhileItsLettersAre()
+    {
+        QFETCH(const int, tone);
+        QFETCH(const int, letters);
+        QFETCH(const QString, read);
+        QFETCH(const QString, kept);
+        const auto picture = [](int ground, int sort) {
+            QImage image(400, 200, QImage::Format_RGB32);
+            image.fill(QColor(ground, ground, ground));
+            QPainter painter(&image);
+            for (int x = 100; sort >= 0 && x < 220; ++x) {
+                const int own = sort == 1 && x > 204 ? 5 : sort == 1 ? 0 : sort;
+                painter.fillRect(x, 160, 1, 16, ((x * (own + 3)) % 11) < 3 ? Qt::white : image.pixelColor(0, 0));
+            }
+            return image;
+        };
+        const QImage before = picture(90, 0);
+        const QImage now = picture(tone, letters);
+        const auto reading = readAgain({before, {lineAt(u"subtitle"_s, 100, 160, 120)}}, now,
+                                       changedTiles(before, now, now.rect()), [&](const QRect &) {
+                                           return read.isEmpty() ? QList<TextLine>()
+                                                                 : QList{lineAt(read, 101, 160, 119)};
+                                       });
+        QCOMPARE(textsOf(reading.lines).join(u'|'), kept);
+    }
+
+    void aTextThatIsBeingWrittenWaits()
+    {
+        QList<ShownBlock> shown;
+        QStringList translated;
+        const auto look = [&](const QString &text, std::chrono::milliseconds time, bool isUnsettled = false) {
+            const QRectF box(0.1, 0.1, 0.02 * double(text.size()), 0.1);
+            BlockChange change = compareBlocks(shown, {{text, box}}, [=](const QRectF &) { return isUnsettled; }, time);
+            for (const qsizetype index : change.wanted) {
+                ShownBlock &block = change.blocks[index];
+                block.isTranslated = true;
+                block.translation = block.block.text.toUpper();
+                translated.append(block.block.text);
+            }
+            shown = change.blocks;
+            return change.again;
+        };
+        QCOMPARE(look(u"whole"_s, 0ms), std::nullopt); // there at once
+        QCOMPARE(look(u"whole line"_s, 2000ms), 2300ms);
+        QCOMPARE(shown[0].translation, u"WHOLE"_s); // meanwhile
+        QCOMPARE(look(u"whole line of"_s, 2200ms), 2500ms);
+        QCOMPARE(look(u"whole line of"_s, 2500ms), std::nullopt);
+        QCOMPARE(translated, (QStringList{u"whole"_s, u"whole line of"_s}));
+        for (int i = 1; i <= 8; ++i) // without a pause
+            look(u"whole line of"_s + QString(i, u'x'), 4000ms + i * 200ms);
+        QCOMPARE(translated.mid(2), QStringList{u"whole line ofxxxxxx"_s}); // after a second
+        translated.clear();
+        QVERIFY(look(u"another"_s, 9000ms, true).has_value()); // found in the midst of a change
+        QVERIFY(translated.isEmpty());
+        look(u"another"_s, 9300ms);
+        look(u"another"_s, 19'000ms);
+        QCOMPARE(translated, QStringList{u"another"_s});
+    }
+};
+
+QTEST_GUILESS_MAIN(LiveTest)
+#include "LiveTest.moc"
