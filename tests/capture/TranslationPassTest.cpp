@@ -394,6 +394,7 @@ private Q_SLOTS:
         QCOMPARE(m_pane->log.filter(u"card"_s), QStringList());
 
         m_lines[1].text = u"四"_s;
+        screen.setPixelColor(20, second.center().y(), Qt::black);
         look({.picture = screen, .changed = second, .time = 9s});
         m_pass->startCapturePass();
         QTRY_VERIFY(m_report);

@@ -4,6 +4,7 @@
 #include "ShownBlocks.h"
 
 #include "Columns.h"
+#include "TestProgram.h"
 
 #include <QPainter>
 #include <QTest>
@@ -136,7 +137,7 @@ private Q_SLOTS:
     {
         Played screen;
         const auto move = [&, tone = 0]() mutable { screen.plain(0, 60 + (tone += 17) % 120); };
-        screen.pass(400ms, move);
+        screen.pass(500ms, move);
         QCOMPARE(screen.looksAt(0), 1);
         QVERIFY(screen.unsettled.contains(Played::rectOf(0).center()));
         screen.pass(20s, move); // learned: there is no line
@@ -323,5 +324,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(LiveTest)
+static const TestClass<LiveTest> liveTest;
 #include "LiveTest.moc"

@@ -2,6 +2,7 @@
 #include "Columns.h"
 #include "PrivateBus.h"
 #include "TestProgram.h"
+#include "UPowerState.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -47,6 +48,17 @@ Q_SIGNALS:
 private:
     QDBusConnection m_bus;
     const Groups m_groups;
+};
+
+/// A service that knows whether the computer runs on battery.
+class FakePower : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.UPower")
+    Q_PROPERTY(bool OnBattery MEMBER isOnBattery)
+
+public:
+    bool isOnBattery = true;
 };
 
 namespace {
@@ -124,6 +136,32 @@ private Q_SLOTS:
         PortalDisplayOptions options(QDBusConnection::connectToBus(m_bus.address(), u"ours"_s));
         FakePortal portal(portalBus, {{u"org.gnome.desktop.interface"_s, {{u"enable-animations"_s, false}}}});
         QTRY_VERIFY(options.options().reduceMotion);
+    }
+
+    void powerIsSavedOnBatteryAndIfTheUserSaysSo()
+    {
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.address().toLocal8Bit());
+        QDBusConnection bus = QDBusConnection::connectToBus(m_bus.address(), u"power"_s);
+        FakePower power;
+        bus.registerObject(u"/org/freedesktop/UPower"_s, &power, QDBusConnection::ExportAllProperties);
+        UPowerState state;
+        int changes = 0;
+        state.setChangeHandler([&] { ++changes; });
+        QVERIFY(bus.registerService(u"org.freedesktop.UPower"_s));
+        QVERIFY(!state.isSaving());
+        QTRY_VERIFY(state.isSaving());
+        const auto change = [&](const QString &path, const QString &name, const QVariant &value) {
+            auto signal = QDBusMessage::createSignal(path, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s);
+            signal.setArguments({u"any"_s, QVariantMap{{name, value}}, QStringList()});
+            bus.send(signal);
+        };
+        change(u"/org/freedesktop/UPower"_s, u"OnBattery"_s, false);
+        QTRY_VERIFY(!state.isSaving());
+        QVERIFY(bus.registerService(u"net.hadess.PowerProfiles"_s));
+        change(u"/net/hadess/PowerProfiles"_s, u"ActiveProfile"_s, u"power-saver"_s);
+        QTRY_VERIFY(state.isSaving());
+        change(u"/net/hadess/PowerProfiles"_s, u"ActiveProfile"_s, u"balanced"_s);
+        QTRY_COMPARE(changes, 4);
     }
 
 private:
