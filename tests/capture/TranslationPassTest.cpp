@@ -397,6 +397,7 @@ private Q_SLOTS:
         screen.setPixelColor(20, second.center().y(), Qt::black);
         look({.picture = screen, .changed = second, .time = 9s});
         m_pass->startCapturePass();
+        m_translations->answer(3, BlockTranslations{.texts = {u"four"_s}});
         QTRY_VERIFY(m_report);
         QVERIFY(m_report->isDropped);
     }
