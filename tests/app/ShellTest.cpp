@@ -50,11 +50,16 @@ private Q_SLOTS:
         const QMenu &application = *menus[0]->menu<QMenu *>();
         item.build();
         QCOMPARE(shown(item.menu()).mid(1),
-                 (QStringList{u"翻譯目前區域 | Alt+Return"_s, u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
+                 (QStringList{u"翻譯目前區域 | Alt+Return"_s, u"即時翻譯 | "_s, u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
                               u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
-        for (const int number : {1, 3, 4})
+        for (const int number : {1, 2, 4, 5})
             item.menu().actions()[number]->trigger();
-        QCOMPARE(m_done, (QStringList{u"translate"_s, u"history"_s, u"settings"_s}));
+        QCOMPARE(m_done, (QStringList{u"translate"_s, u"live"_s, u"history"_s, u"settings"_s}));
+        item.updateLive();
+        QVERIFY(item.menu().actions()[2]->isChecked());
+        m_canBeLive = false; // then the item says why
+        item.build();
+        QVERIFY(!item.menu().actions()[2]->isEnabled() && item.menu().actions()[2]->text().contains(u"無法使用"_s));
         QStringList lines;
         for (const QAction *each : menus) {
             lines.append(each->text());
@@ -64,7 +69,7 @@ private Q_SLOTS:
             u"&Lucentra|關於 Lucentra｜澄鏡通 | |-|設定… | Ctrl+,|-|隱藏 Lucentra | Ctrl+H|-|結束 Lucentra｜澄鏡通 | "
             u"Ctrl+Q|"
             u"編輯(&E)|還原 | Ctrl+Z|重做 | Ctrl+Shift+Z|-|剪下 | Ctrl+X|複製 | Ctrl+C|貼上 | Ctrl+V|刪除 | Backspace|"
-            u"全選 | Ctrl+A|翻譯(&R)|翻譯目前區域 | Alt+Return|視窗(&W)|縮小 | Ctrl+M|關閉 | Ctrl+W"_s;
+            u"全選 | Ctrl+A|翻譯(&R)|翻譯目前區域 | Alt+Return|即時翻譯 | |視窗(&W)|縮小 | Ctrl+M|關閉 | Ctrl+W"_s;
         QCOMPARE(lines.join(u'|'), expected);
         for (int time = 0; time < 2; ++time)
             application.actions()[0]->trigger();
@@ -174,10 +179,19 @@ private:
     TestTexts m_texts;
     ManualScheduler m_scheduler;
     QStringList m_done;
+    bool m_isLive = false;
+    bool m_canBeLive = true;
     ShellActions m_actions{.toggleWindow = [] {},
                            .translateCurrentArea = [this] { m_done.append(u"translate"_s); },
                            .openSettings = [this] { m_done.append(u"settings"_s); },
-                           .openHistory = [this] { m_done.append(u"history"_s); }};
+                           .openHistory = [this] { m_done.append(u"history"_s); },
+                           .setLive =
+                               [this](bool isLive) {
+                                   m_isLive = isLive;
+                                   m_done.append(u"live"_s);
+                               },
+                           .isLive = [this] { return m_isLive; },
+                           .canBeLive = [this] { return m_canBeLive; }};
 };
 
 static const TestClass<ShellTest, QApplication> shellTest;

@@ -60,6 +60,19 @@ void PlayedScene::play()
     m_frames.start(1000 / framesPerSecond);
 }
 
+void PlayedScene::playByLines()
+{
+    m_lines = std::make_unique<QSocketNotifier>(0, QSocketNotifier::Read);
+    connect(m_lines.get(), &QSocketNotifier::activated, this, [this] {
+        std::array<char, 64> line{};
+        if (std::fgets(line.data(), int(line.size()), stdin))
+            ++m_line;
+        else
+            m_lines->setEnabled(false);
+    });
+    play();
+}
+
 void PlayedScene::say(const QString &text)
 {
     using namespace std::chrono;
@@ -73,7 +86,9 @@ void PlayedScene::step()
     const qint64 time = m_clock.elapsed();
     bool isChanged = m_name == u"video" || m_name == u"ticker";
     const auto setState = [&](qint64 state) { isChanged = std::exchange(m_state, state) != state || isChanged; };
-    if (m_name == u"video")
+    if (m_lines)
+        setState(m_line);
+    else if (m_name == u"video")
         setState(time / 2500);
     else if (m_name == u"chat")
         setState(time / 1500);
@@ -124,7 +139,7 @@ void PlayedScene::paintVideo(QPainter &painter)
                             30 + 6 * i, 20 + 5 * i);
     }
     // A line for two seconds, and half a second of silence.
-    const bool isSilent = m_clock.elapsed() % 2500 > 2000;
+    const bool isSilent = !m_lines && m_clock.elapsed() % 2500 > 2000;
     if (isSilent)
         return;
     const QString text = saying(m_state);

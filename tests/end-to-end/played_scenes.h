@@ -2,7 +2,10 @@
 
 #include <QElapsedTimer>
 #include <QRasterWindow>
+#include <QSocketNotifier>
 #include <QTimer>
+
+#include <memory>
 
 /// Another program's window in which something happens by itself, the same at each run: "video" with subtitles, "chat",
 /// "log", "typewriter", "scroll", "ticker", "caret" or "still". When a new text stands there whole, it prints the
@@ -12,6 +15,8 @@ class PlayedScene : public QRasterWindow
 public:
     PlayedScene(const QString &name, const QRect &place);
     void play();
+    /// Goes on by a line of the standard input at a time, instead of the clock.
+    void playByLines();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -29,6 +34,8 @@ private:
     const QString m_name;
     QElapsedTimer m_clock;
     QTimer m_frames;
+    std::unique_ptr<QSocketNotifier> m_lines; ///< only if it goes on by lines
+    qint64 m_line = 0;
     qint64 m_state = -1;
     qint64 m_said = -1;
 };

@@ -1,6 +1,7 @@
 // Another program's window: shows a picture at its own size until it is ended, and says "shown" once it does.
 // show_picture PICTURE [--at X,Y] [--rounded] [--unmanaged] [--video] [--turn]
-// show_picture --scene NAME [--at X,Y]: plays a scene of 960 by 540 points, see played_scenes.h
+// show_picture --scene NAME [--at X,Y] [--turn]: plays a scene of 960 by 540 points, see played_scenes.h; with --turn it
+// goes on by a line of the standard input at a time
 
 #include "played_scenes.h"
 
@@ -109,9 +110,9 @@ int main(int argc, char *argv[])
     if (parser.isSet(u"scene"_s) && place.size() == 2) {
         PlayedScene scene(parser.value(u"scene"_s), QRect(place[0].toInt(), place[1].toInt(), 960, 540));
         scene.show();
-        QTimer::singleShot(1000, &scene, [&scene] {
+        QTimer::singleShot(100, &scene, [&scene, isTurned = parser.isSet(u"turn"_s)] {
             std::puts("shown");
-            scene.play();
+            isTurned ? scene.playByLines() : scene.play();
         });
         return QGuiApplication::exec();
     }

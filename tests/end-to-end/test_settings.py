@@ -361,7 +361,7 @@ class BesidesTheForm(SettingsWindow):
                                                                       f"^{table[title]}$")), table[title])
             menu = self.screen.output("/usr/bin/python3", str(HERE / "status_menu.py"), item, "titles").splitlines()
             self.assertEqual([line.split("\t")[0] for line in menu],
-                             [table[key] for key in ("顯示/隱藏 翻譯板", "翻譯目前區域", "翻譯歷史紀錄", "設定…", "結束 Lucentra｜澄鏡通")])
+                             [table[key] for key in ("顯示/隱藏 翻譯板", "翻譯目前區域", "即時翻譯", "翻譯歷史紀錄", "設定…", "結束 Lucentra｜澄鏡通")])
             shown = set(self.screen.texts())  # of the pane, the history and its menu bar too
             for key in ("切換到手動輸入", "搜尋紀錄...", "編輯"):
                 self.assertTrue(any(table[key] in text for text in shown), (table[key], shown))

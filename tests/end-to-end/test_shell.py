@@ -256,7 +256,7 @@ class StatusItem(OnADesktop):
         self.expect_pane(True)
         titles = dict(line.split("\t") for line in self.item(address, "titles").splitlines())
         self.assertEqual(titles, {"Show/Hide Pane": "Ctrl+Shift+K", "Translate Current Area": "Alt+Return",
-                                  "Translation History": "", "Settings…": "Ctrl+,", "Quit Lucentra": "Ctrl+Q"})
+                                  "Live Translation": "", "Translation History": "", "Settings…": "Ctrl+,", "Quit Lucentra": "Ctrl+Q"})
         self.item(address, "click", "Show/Hide Pane")
         self.expect_pane(False)
         self.item(address, "activate")
