@@ -59,8 +59,8 @@ class LiveTest(OnADisplay):
             self.assertEqual(after[text], before[text], f"{text} has moved")
         texts = [letters(text) for text in self.sent()]
         self.assertEqual(len(texts), len(set(texts)), f"sent twice: {texts}")
-        eventually(lambda: self.history() and "Bring three lanterns tonight" in self.history()[0]["original"])
-        self.assertEqual([letters(entry["original"]) for entry in self.history()][0], "bringthreelanternstonight")
+        originals = eventually(lambda: len(self.history()) == 3 and [entry["originalText"] for entry in self.history()])
+        self.assertEqual(letters(originals[0]), "bringthreelanternstonight")
         self.switch("off")
         asked = len(self.server.requests)
         self.turn()

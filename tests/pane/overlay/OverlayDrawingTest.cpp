@@ -361,7 +361,7 @@ private Q_SLOTS:
         // Other lines leave it more or less room: it stays, unless it extends to a new line's place.
         auto crowded = kept;
         crowded.rect.setLeft(12);
-        for (const auto &[bottom, isKept] : {std::pair(34.0, true), {90.0, true}, {25.0, false}}) {
+        for (const auto &[bottom, isKept] : {std::pair(36.0, true), {90.0, true}, {25.0, false}}) {
             crowded.limits.bottom = bottom;
             auto wide = crowded;
             wide.text = kept.text;
