@@ -20,7 +20,7 @@ from wayland import KWin, Sway, WaylandSession
 
 WINDOW = (200, 160)
 PANE = (188, 124, 684, 420)
-PANE_AT_CORNER = (6, 6, 662, 362)  # where a native pane is dragged to
+NATIVE_PANE = (298, 184, 684, 420)  # over a window in the middle of the screen
 SHOWN = (90, 60, 970, 610)  # the part of the screen that the pictures show
 LANGUAGES = {"zh-Hant": "Traditional Chinese", "ja": "Japanese", "ko": "Korean"}
 
@@ -92,19 +92,19 @@ def settled(session: Gnome | WaylandSession, seconds: float) -> Image.Image:
 
 
 def demonstrate_on_wayland(session: WaylandSession, folder: pathlib.Path) -> None:
-    """As a user does it: the pane is moved over a window in the corner, and translates by itself."""
+    """As a user does it: the pane is moved over a window, and translates by itself."""
     session.start([str(pathlib.Path(os.environ["SAMPLE_WINDOW"]).resolve())], stdout=subprocess.PIPE).stdout.readline()
     session.do("move 1270 790")
-    keep_beneath(settled(session, 1), folder, PANE_AT_CORNER, 2)
+    keep_beneath(settled(session, 1), folder, NATIVE_PANE, 2)
     eventually(lambda: "still" not in session.lucentra("languages", timeout=60).stdout, 60)
     for code in LANGUAGES:
         session.preferences = {"translationEngine": 0, "targetLanguageCode": code, "targetLanguageFollowsInterface": False,
                                "glassOpacity": 0.9}
         pane = session.start_pane()
         settled(session, 2).save(folder / "before.png")
-        session.drag((640, 510), (246, 256))  # to the corner
+        session.drag((640, 510), (538, 434))
         settled(session, 0.3)
-        session.drag((482, 282), (664, 364))  # over the whole window
+        session.drag((774, 460), (978, 600))  # over the whole window
         session.do("move 1270 790", "wait 3000")
         settled(session, 3).save(folder / f"after-{code}.png")
         pane.terminate()
@@ -119,7 +119,7 @@ def main() -> None:
         with Gnome() as session:
             demonstrate_on_gnome(session, folder)
     elif len(sys.argv) > 2:
-        with {"sway": Sway, "kwin": KWin}[sys.argv[2]](scale=2, keyring=False) as session:
+        with {"sway": Sway, "kwin": KWin}[sys.argv[2]](scale=2, centred=True, keyring=False) as session:
             demonstrate_on_wayland(session, folder)
     else:
         with Screen(keyring=False) as screen:

@@ -140,6 +140,12 @@ class Gnome(Screen):
         else:
             self.click(x + 44, y + 22)
 
+    def process_at(self, x: int, y: int) -> int | None:
+        """The process whose window a click would reach."""
+        return self.evaluate(f"let actor = global.stage.get_actor_at_pos(imports.gi.Clutter.PickMode.REACTIVE, {x}, {y});"
+                             "while (actor && !actor.meta_window) actor = actor.get_parent();"
+                             "actor ? actor.meta_window.get_pid() : null")
+
     def picture(self) -> Image.Image:
         path = self.home / "screenshot.png"
         self.call("org.gnome.Shell.Screenshot", "/org/gnome/Shell/Screenshot", "org.gnome.Shell.Screenshot.Screenshot",
@@ -190,6 +196,19 @@ class Gnome(Screen):
             for code in order:
                 self.remote("NotifyKeyboardKeycode", "(ub)", code, pressed)
                 self.pause()
+
+    def drag_with_super(self, x: int, y: int) -> None:
+        """The shell's own drag of the window under the pointer."""
+        self.remote("NotifyKeyboardKeycode", "(ub)", 125, True)
+        self.pause(0.2)
+        self.button(True)
+        self.pause(0.2)
+        self.push(x, y)
+        self.pause(0.2)
+        self.button(False)
+        self.remote("NotifyKeyboardKeycode", "(ub)", 125, False)
+        self.pause(0.2)
+        self.push(1, 1)
 
     @staticmethod
     def pause(seconds: float = 0.03) -> None:

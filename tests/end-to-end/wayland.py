@@ -17,12 +17,14 @@ INPUT = pathlib.Path(os.environ.get("WAYLAND_INPUT", LUCENTRA.parent / "wayland_
 
 
 class WaylandSession(Session):
-    """`sizes`: of the outputs, side by side, in logical pixels; `scale`: pixels per logical pixel of the first."""
+    """`sizes`: of the outputs, side by side, in logical pixels; `scale`: pixels per logical pixel of the first; `centred`:
+    windows are in the middle of it, not in its corner."""
 
-    def __init__(self, sizes: tuple[str, ...] = ("1280x800",), scale: float = 1, **options):
+    def __init__(self, sizes: tuple[str, ...] = ("1280x800",), scale: float = 1, centred: bool = False, **options):
         super().__init__(**options)
         self.sizes = sizes
         self.scale = scale
+        self.centred = centred
         self.input: subprocess.Popen | None = None
 
     def __enter__(self):
@@ -77,7 +79,7 @@ class WaylandSession(Session):
         return value
 
     def show_picture(self, path: pathlib.Path, *options: str) -> subprocess.Popen:
-        """Another program's window, in the corner of the screen."""
+        """Another program's window."""
         program = self.start([str(SHOW), str(path), *options], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         if program.stdout.readline() != b"shown\n":
             raise RuntimeError("the window didn't appear")
@@ -121,7 +123,8 @@ class Sway(WaylandSession):
             lines.append(f"output HEADLESS-{number} mode --custom {int(width * scale)}x{int(height * scale)}@60Hz "
                          f"position {x} 0 scale {scale} bg #203040 solid_color")
             x += width
-        lines.append('for_window [app_id=".*"] floating enable, border none, move absolute position 0 0')
+        place = "position center" if self.centred else "absolute position 0 0"
+        lines.append(f'for_window [app_id=".*"] floating enable, border none, move {place}')
         configuration = self.home / "sway.conf"
         configuration.write_text("\n".join(lines) + "\n")
         self.environment |= {"XDG_CURRENT_DESKTOP": "sway", "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
@@ -149,7 +152,7 @@ class KWin(WaylandSession):
         # A copy has no capabilities: with them the loader would ignore the environment.
         program = pathlib.Path(shutil.copy(kwin, home))
         (home / ".config" / "kwinrc").write_text(
-            "[Compositing]\nAnimationSpeed=0\n[Windows]\nPlacement=ZeroCornered\n[org.kde.kdecoration2]\nNoPlugin=true\n")
+            f"[Compositing]\nAnimationSpeed=0\n[Windows]\nPlacement={'Centered' if self.centred else 'ZeroCornered'}\n[org.kde.kdecoration2]\nNoPlugin=true\n")
         (home / ".config" / "kdeglobals").write_text("[KDE]\nAnimationDurationFactor=0\n")
         if os.geteuid() == 0:
             for path in (home, *home.rglob("*")):
