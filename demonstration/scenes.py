@@ -143,5 +143,34 @@ ROW = [Text("View", 310, 240, 17), Text("Editor", 370, 240, 17), Text("Window", 
        Text("The lines end here", 311, 348, 17)]
 
 
+PAGE = [Text("北の灯台", 92, 150, 30, "Bold"), Text("冬のあいだ灯はどう守られたか", 92, 204, 17, "Regular", "dim"),
+        Text("灯台守は夕暮れに塔へ登った。", 92, 248, 19), Text("四時間ごとに油を足し、", 92, 281, 19),
+        Text("夜明け前にレンズを磨いた。", 92, 314, 19)]
+DIALOGUE = [Text("村長", 716, 300, 17, "Bold", "#ffd98a"),
+            Text("旅の者よ、この先の橋は壊れている。", 716, 334, 20, "Regular", "#ffffff"),
+            Text("鍛冶屋に鉄を三つ届けてくれないか。", 716, 370, 20, "Regular", "#ffffff")]
+SUBTITLES = [Text("船要到天亮才會開。", 518, 664, 24, "Bold", "#ffffff"), Text("我們在港口等吧。", 530, 700, 24, "Bold", "#ffffff")]
+
+
+def desk(scale: float) -> Image.Image:
+    """A page, a game and a film side by side."""
+    scene = Scene(scale, "#2c3440", "#23262d")
+    scene.colors["dim"] = "#6a7180"
+    scene.box(50, 60, 540, 350, "#ffffff", 10)
+    scene.box(50, 60, 540, 46, "#eef1f5", 10)
+    scene.box(70, 74, 18, 18, "#e2604a", 9)
+    scene.paste(coast(int(130 * scale), int(210 * scale)), 430, 140, 8)
+    scene.paste(coast(int(560 * scale), int(350 * scale), 2).transpose(Image.Transpose.FLIP_LEFT_RIGHT), 670, 60, 10)
+    scene.box(690, 284, 520, 112, "#1a2233", 8)
+    scene.paste(coast(int(560 * scale), int(300 * scale), 2), 350, 450, 10)
+    for line in [*PAGE, *DIALOGUE]:
+        scene.write(line)
+    for line in SUBTITLES:
+        for x, y in ((-2, 0), (2, 0), (0, -2), (0, 2)):
+            scene.write(dataclasses.replace(line, x=line.x + x, y=line.y + y, ink="#101010"))
+        scene.write(line)
+    return scene.image
+
+
 def dark_article(scale: float) -> Image.Image:
     return article(scale, True)
