@@ -13,7 +13,7 @@ namespace lucentra {
 
 namespace {
 
-constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties"_L1;
+constexpr auto objectProperties = "org.freedesktop.DBus.Properties"_L1;
 
 } // namespace
 
@@ -29,9 +29,9 @@ bool UPowerState::isSaving()
 void UPowerState::follow(const QString &service, const QString &path)
 {
     QDBusConnection bus = QDBusConnection::systemBus();
-    bus.connect(service, path, propertiesInterface, u"PropertiesChanged"_s, this,
+    bus.connect(service, path, objectProperties, u"PropertiesChanged"_s, this,
                 SLOT(propertiesChanged(QString,QVariantMap,QStringList)));
-    auto question = QDBusMessage::createMethodCall(service, path, propertiesInterface, u"GetAll"_s);
+    auto question = QDBusMessage::createMethodCall(service, path, objectProperties, u"GetAll"_s);
     question.setArguments({service}); // each interface has its service's name
     const auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *finished) {
