@@ -92,7 +92,7 @@ function(lucentra_tests name)
         set(home "${CMAKE_CURRENT_BINARY_DIR}/${class}.home")
         set_tests_properties(${class} PROPERTIES
             LABELS "unit;${arg_LABELS}"
-            TIMEOUT 300
+            TIMEOUT 600
             ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_RUNTIME_DIR=${home}/run;DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
     endforeach()
 endfunction()
