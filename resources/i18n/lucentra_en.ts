@@ -1484,6 +1484,10 @@
         <translation>line by line</translation>
     </message>
     <message>
+        <source>逐行翻譯會切斷句子。若譯文不通順，請在設定的「翻譯」中把「翻譯單位」改為「段落」。</source>
+        <translation>Line by line, sentences are cut apart. If translations make no sense, choose paragraphs: Settings, “Translation”, “Translate”.</translation>
+    </message>
+    <message>
         <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
         <translation>These translation models can't be used; their files may be damaged: %@. Remove them and download them again.</translation>
     </message>

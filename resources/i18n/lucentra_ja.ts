@@ -1484,6 +1484,10 @@
         <translation>行ごと</translation>
     </message>
     <message>
+        <source>逐行翻譯會切斷句子。若譯文不通順，請在設定的「翻譯」中把「翻譯單位」改為「段落」。</source>
+        <translation>行ごとの翻訳では文が途切れます。訳が不自然なときは、設定の「翻訳」で「翻訳の単位」を「段落ごと」にしてください。</translation>
+    </message>
+    <message>
         <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
         <translation>これらの翻訳モデルは使えません。ファイルが壊れている可能性があります：%@。削除してからもう一度ダウンロードしてください。</translation>
     </message>

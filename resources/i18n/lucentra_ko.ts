@@ -1484,6 +1484,10 @@
         <translation>한 줄씩</translation>
     </message>
     <message>
+        <source>逐行翻譯會切斷句子。若譯文不通順，請在設定的「翻譯」中把「翻譯單位」改為「段落」。</source>
+        <translation>줄마다 번역하면 문장이 끊깁니다. 번역이 어색하면 설정의 ‘번역’에서 ‘번역 단위’를 ‘단락별로’로 바꾸세요.</translation>
+    </message>
+    <message>
         <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
         <translation>이 번역 모델을 사용할 수 없습니다. 파일이 손상되었을 수 있습니다: %@. 제거한 뒤 다시 다운로드하세요.</translation>
     </message>

@@ -1484,6 +1484,10 @@
         <translation>逐行</translation>
     </message>
     <message>
+        <source>逐行翻譯會切斷句子。若譯文不通順，請在設定的「翻譯」中把「翻譯單位」改為「段落」。</source>
+        <translation>逐行翻译会切断句子。若译文不通顺，请在设置的“翻译”中把“翻译单位”改为“段落”。</translation>
+    </message>
+    <message>
         <source>這些翻譯模型無法使用，檔案可能已損壞：%@。請移除後重新下載。</source>
         <translation>这些翻译模型无法使用，文件可能已损坏：%@。请移除后重新下载。</translation>
     </message>

@@ -9,8 +9,10 @@
 #include "ScreenStream.h"
 #include "Services.h"
 #include "Settings.h"
+#include "SettingsStore.h"
 #include "TextRecognition.h"
 #include "TextRecognizer.h"
+#include "TranslationEngine.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -71,6 +73,20 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
     });
 }
 
+/// Language models see the lines of a request together; the other engines translate each by itself.
+bool PaneShell::recommendsParagraphs(const QList<TextLine> &lines, const QSizeF &imageSize) const
+{
+    SettingsStore &settings = m_services.settings();
+    const auto engine = translationEngine(settings.read(settings::translationEngine));
+    const bool isAlone = engine == TranslationEngine::apple || engine == TranslationEngine::free ||
+                         engine == TranslationEngine::microsoft || engine == TranslationEngine::deepl;
+    if (!isAlone || settings.read(settings::translationUnit) != TextUnit::Line ||
+        settings.read(settings::areParagraphsRecommended) || !hasRunningText(lines, imageSize))
+        return false;
+    settings.write(settings::areParagraphsRecommended, true);
+    return true;
+}
+
 PaneShell::~PaneShell()
 {
     m_live.reset();
@@ -107,6 +123,8 @@ void PaneShell::wirePass()
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },
         .openScreenRecordingSettings = [] {}, // a desktop that withholds its screen asks by itself
+        .recommendsParagraphs = [this](const QList<TextLine> &lines,
+                                       const QSizeF &size) { return recommendsParagraphs(lines, size); },
     };
     m_pass = std::make_unique<TranslationPass>(m_window, *m_view, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
@@ -133,15 +151,14 @@ void PaneShell::wireLive()
     if (!canBeLive())
         return;
     m_live = std::make_unique<LiveTranslation>(
-        LiveTranslation::Services{
-            .settings = m_services.settings(),
-            .scheduler = m_scheduler,
-            .power = m_power,
-            .now =
-                [] {
-                    return std::chrono::duration_cast<std::chrono::milliseconds>(
-                        std::chrono::steady_clock::now().time_since_epoch());
-                }},
+        LiveTranslation::Services{.settings = m_services.settings(),
+                                  .scheduler = m_scheduler,
+                                  .power = m_power,
+                                  .now =
+                                      [] {
+                                          return std::chrono::duration_cast<std::chrono::milliseconds>(
+                                              std::chrono::steady_clock::now().time_since_epoch());
+                                      }},
         *m_pass, m_window);
     m_live->onTrouble = [this](const QString &trouble) { m_view->setLive(m_live->isOn(), trouble); };
     m_live->onSwitched = [this](bool isOn) {

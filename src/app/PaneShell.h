@@ -18,6 +18,7 @@ namespace lucentra {
 class Desktop;
 class HistoryManager;
 class Services;
+struct TextLine;
 
 /// The pane with everything that drives it: the pass, typed text and the picture of what is beneath. Closing the pane
 /// only hides it.
@@ -53,6 +54,7 @@ private:
     void followBeneath();
     void showBeneath(const ScreenFrame &frame);
     void giveBackMemoryLater();
+    bool recommendsParagraphs(const QList<TextLine> &lines, const QSizeF &imageSize) const;
     bool isActive() const;
     void keepAbovePane(const QWindow *used);
 

@@ -55,6 +55,31 @@ void alignStarts(QList<TranslationOverlayCandidate> &candidates)
     }
 }
 
+/// The columns of a speech bubble or a vertical heading are too narrow for horizontal lines. Widens their place as far
+/// as its neighbours and the pane allow.
+void widenColumns(QList<TranslationOverlayCandidate> &candidates, double paneWidth)
+{
+    constexpr double areaGrowth = 1.6;
+    for (TranslationOverlayCandidate &candidate : candidates) {
+        if (!(candidate.limits.alignment & Qt::AlignVCenter))
+            continue;
+        QRectF &rect = candidate.rect;
+        const double more = (std::sqrt(areaGrowth * rect.width() * rect.height()) - rect.width()) / 2;
+        if (more <= 0)
+            continue;
+        double left = std::max(captureInset, rect.left() - more);
+        double right = std::min(paneWidth - captureInset, rect.right() + more);
+        for (const TranslationOverlayCandidate &other : std::as_const(candidates)) {
+            if (isBeside(rect, other.rect))
+                left = std::max(left, other.rect.right() + gapToNext);
+            if (isBeside(other.rect, rect))
+                right = std::min(right, other.rect.left() - gapToNext);
+        }
+        rect.setLeft(std::min(rect.left(), std::round(left)));
+        rect.setRight(std::max(rect.right(), std::round(right)));
+    }
+}
+
 void setLimits(QList<TranslationOverlayCandidate> &candidates, double paneHeight)
 {
     for (TranslationOverlayCandidate &candidate : candidates) {
@@ -104,15 +129,15 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
             std::any_of(exclusionRects.begin(), exclusionRects.end(),
                         [&](const QRectF &excluded) { return holds(excluded, rect.center()); });
         if (!isUnderButtons)
-            placement.candidates.append(
-                {text,
-                 rect,
-                 {.lineHeight = std::round(captureHeight * blocks[i].lineHeight),
-                  .lineCount = blocks[i].lineCount,
-                  .lineDistance = captureHeight * blocks[i].lineDistance,
-                  .alignment = blocks[i].alignment}});
+            placement.candidates.append({text,
+                                         rect,
+                                         {.lineHeight = std::round(captureHeight * blocks[i].lineHeight),
+                                          .lineCount = blocks[i].lineCount,
+                                          .lineDistance = captureHeight * blocks[i].lineDistance,
+                                          .alignment = blocks[i].alignment}});
     }
     alignStarts(placement.candidates);
+    widenColumns(placement.candidates, paneSize.width());
     setLimits(placement.candidates, paneSize.height());
     return placement;
 }

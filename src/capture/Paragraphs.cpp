@@ -1,9 +1,10 @@
 #include "Paragraphs.h"
 
+#include "BlockOrder.h"
+#include "LineText.h"
 #include "TextRecognition.h"
 
 #include <QRegularExpression>
-#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +15,8 @@
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
+
+using namespace lines;
 
 namespace {
 
@@ -47,113 +50,9 @@ constexpr double fewLines = 0.4;
 /// A line that is at least this long can be a sentence of a subtitle.
 constexpr double widestPunctuation = 1.2;
 constexpr double shortestSubtitle = 4.5;
+constexpr double longSubtitle = 8.5; ///< without any mark
 /// How far the centre of lines of one width may be from that of the image, a fraction of its width.
 constexpr double middleOfImage = 0.03;
-
-bool isIdeographic(QChar character)
-{
-    const char16_t unit = character.unicode();
-    return (unit >= 0x2E80 && unit <= 0x9FFF) || (unit >= 0xF900 && unit <= 0xFAFF) ||
-           (unit >= 0xFF00 && unit <= 0xFFEF) || (unit >= 0xD840 && unit <= 0xD8BF);
-}
-
-bool isHangul(QChar character)
-{
-    return character.unicode() >= 0xAC00 && character.unicode() <= 0xD7A3;
-}
-
-bool matches(const QString &text, const QRegularExpression &expression)
-{
-    return expression.match(text).hasMatch();
-}
-
-bool hasListMark(const QString &text)
-{
-    // Numbers are also the ideographs of one to ten.
-    static const QRegularExpression mark(
-        u"^([•·‧∙▪▫◦●○■□◆◇▶►▸★☆※✓✔✗–—*+>-]\\s|[•▪◦●■◆▶►★※✓✔・①-⑳]|[0-9]+(\\.[0-9]+)+\\.?\\s|[(（]?([0-9]{1,3}|[a-zA-Z]|"
-        "[\\x{4e00}\\x{4e03}\\x{4e09}\\x{4e5d}\\x{4e8c}\\x{4e94}\\x{516b}\\x{516d}\\x{5341}\\x{56db}]{1,3})([.．)）、:：]\\s|[)）、．]))"_s);
-    return matches(text, mark);
-}
-
-bool endsSentence(const QString &text)
-{
-    static const QRegularExpression end(u"([.!?]['\"”’)\\]]*|[。！？．」』”）])$"_s);
-    static const QRegularExpression menuEntry(u"(\\.\\.\\.|…)$"_s);
-    return matches(text, end) && !matches(text, menuEntry);
-}
-
-/// Marks that sentences have and labels don't.
-bool hasSentenceMarks(const QString &text)
-{
-    static const QRegularExpression mark(u"[，。！？；、]|,(\\s|$)|[^.][.;!?]['\"”’)]*(\\s|$)"_s);
-    return matches(text, mark);
-}
-
-bool isCode(const QString &text)
-{
-    static const QRegularExpression code(u"[{}]$|[)\"'\\]];$|^\\s*(#include|#define|(if|for|while|switch)\\s?\\(|//|/"
-                                         u"\\*|\\$\\s|>>>|sudo\\s)|[=!<>]=|=>|->|::"
-                                         "|\\w\\(\\)|&&|\\|\\||^[\\w.-]+@[\\w.-]+[:~]|^[\\w.]+\\s=\\s"_s);
-    if (matches(text, code))
-        return true;
-    const auto isSymbol = [](QChar character) { return u"{}<>=_|\\$#~^@[]"_s.contains(character); };
-    return std::count_if(text.begin(), text.end(), isSymbol) * 16 > text.size();
-}
-
-bool isMostlyDigits(const QString &text)
-{
-    const auto count = std::count_if(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
-    return count * 3 > text.size();
-}
-
-std::optional<QChar> firstLetter(const QString &text)
-{
-    const auto letter = std::find_if(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber(); });
-    return letter == text.end() ? std::nullopt : std::optional(*letter);
-}
-
-bool hasCase(QChar character)
-{
-    return character.isLower() || character.isUpper();
-}
-
-bool beginsInLowerCase(const QString &text)
-{
-    const auto letter = firstLetter(text);
-    return letter && letter->isLower();
-}
-
-/// The approximate width of a character in a proportional font.
-double advance(QChar character)
-{
-    if (isIdeographic(character) || isHangul(character))
-        return 1;
-    if (u" .,;:'|!iljtfrI()[]"_s.contains(character))
-        return 0.3;
-    return character.isUpper() || u"mw@%"_s.contains(character) ? 0.7 : 0.53;
-}
-
-double advance(QStringView text)
-{
-    return std::accumulate(text.begin(), text.end(), 0.0,
-                           [](double sum, QChar character) { return sum + advance(character); });
-}
-
-/// What a line break keeps together at the start of a text: a word, or an ideograph with the marks that follow it.
-QStringView firstWord(QStringView text)
-{
-    static const QString closing = u"，。、！？；：」』）》〉】ー～ぁぃぅぇぉっゃゅょァィゥェォッャュョ々"_s;
-    qsizetype end = 0;
-    if (!text.isEmpty() && isIdeographic(text[0])) {
-        for (end = 1; end < text.size() && closing.contains(text[end]);)
-            ++end;
-    } else {
-        while (end < text.size() && !text[end].isSpace() && !isIdeographic(text[end]))
-            ++end;
-    }
-    return text.first(end);
-}
 
 /// Which edges or centres two lines have in common.
 enum Link { Left = 1, Centre = 2, Right = 4 };
@@ -205,7 +104,6 @@ private:
     bool isAlone(const Run &run) const;
     bool isAmongCode(const Run &run) const;
     double columnEnd(const Run &run) const;
-    QString joined(const QString &upper, const QString &lower) const;
     TextBlock block(const Run &lines, Links kind) const;
 
     QSizeF m_size;
@@ -230,7 +128,7 @@ bool isRestOf(const Line &piece, const Line &rest)
     const double gap = rest.rect.left() - piece.rect.right();
     return areOfOneSize(piece, rest) && gap > 0 && gap <= widestPunctuation * piece.em() &&
            std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4 &&
-           (matches(piece.text, white) || u"「『（《"_s.contains(rest.text.left(1)));
+           (white.match(piece.text).hasMatch() || u"「『（《"_s.contains(rest.text.left(1)));
 }
 
 Paragraphs::Paragraphs(const QList<TextLine> &lines, const QSizeF &imageSize)
@@ -456,6 +354,7 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
     std::vector<bool> result(run.size(), false);
     bool isClose = run.size() > 1;
     bool isSpoken = true;
+    bool isLong = true;
     bool hasMarks = false;
     size_t lowerCase = 0;
     for (size_t i = 0; i < run.size(); ++i) {
@@ -466,40 +365,16 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
         isClose = isClose && (i == 0 || distance(*run[i - 1], line) <= greatestCentredDistance * line.em());
         isSpoken =
             isSpoken && line.rect.width() >= shortestSubtitle * line.em() && (!isLatin || line.text.count(u' ') >= 2);
+        isLong = isLong && !isLatin && line.rect.width() >= longSubtitle * line.em();
         hasMarks = hasMarks || hasSentenceMarks(line.text);
         if (line.hasNeighbour || isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text))
             return result;
     }
-    const bool isSubtitle = run.size() == 2 && isSpoken && isAlone(run);
+    // Without a mark two lines are as likely the entries of a menu.
+    const bool isSubtitle = run.size() == 2 && isSpoken && (hasMarks || isLong) && isAlone(run);
     const bool isSentence = (endsSentence(run.back()->text) && hasMarks) || lowerCase * 2 >= run.size();
     std::fill(result.begin() + 1, result.end(), isClose && (isSubtitle || isSentence));
     return result;
-}
-
-/// Joins two lines. A hyphen at the end of a line is dropped unless the word is written with it elsewhere on the page,
-/// has another one, or begins with a part that compounds have.
-QString Paragraphs::joined(const QString &upper, const QString &lower) const
-{
-    static const QRegularExpression brokenWord(u"([\\p{L}-]+)[-\u2010]$"_s);
-    static const QSet<QString> compoundStarts{u"self"_s, u"well"_s, u"non"_s,  u"ex"_s,    u"all"_s,   u"half"_s,
-                                              u"high"_s, u"low"_s,  u"long"_s, u"short"_s, u"full"_s,  u"open"_s,
-                                              u"real"_s, u"user"_s, u"two"_s,  u"three"_s, u"third"_s, u"one"_s};
-    if (upper.isEmpty() || lower.isEmpty())
-        return upper + lower;
-    if (upper.endsWith(QChar::SoftHyphen))
-        return upper.chopped(1) + lower;
-    const auto broken = brokenWord.match(upper);
-    if (broken.hasMatch() && lower[0].isLower()) {
-        const QString start = broken.captured(1);
-        static const QRegularExpression word(u"^\\p{L}+"_s);
-        const QString end = word.match(lower).captured();
-        const bool isWrittenTogether = m_page.contains(start + end, Qt::CaseInsensitive);
-        const bool isCompound = start.contains(u'-') || compoundStarts.contains(start.toLower()) ||
-                                m_page.contains(u' ' + start + u'-' + end, Qt::CaseInsensitive);
-        return (isCompound && !isWrittenTogether ? upper : upper.chopped(1)) + lower;
-    }
-    const bool needsNoSpace = isIdeographic(upper.back()) && isIdeographic(lower[0]);
-    return upper + (needsNoSpace || broken.hasMatch() ? u""_s : u" "_s) + lower;
 }
 
 TextBlock Paragraphs::block(const Run &lines, Links kind) const
@@ -508,7 +383,7 @@ TextBlock Paragraphs::block(const Run &lines, Links kind) const
     QRectF area;
     QList<double> heights;
     for (const Line *line : lines) {
-        block.text = block.text.isEmpty() ? line->text : joined(block.text, line->text);
+        block.text = block.text.isEmpty() ? line->text : joinedLines(block.text, line->text, m_page);
         area |= line->rect;
         heights.append(line->em());
     }
@@ -569,7 +444,7 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
 
 QList<TextBlock> paragraphsFromLines(const QList<TextLine> &lines, const QSizeF &imageSize)
 {
-    return Paragraphs(lines, imageSize).blocks(blocksFromLines(lines));
+    return inColumnOrder(Paragraphs(lines, imageSize).blocks(blocksFromLines(lines)), imageSize);
 }
 
 } // namespace lucentra

@@ -2,8 +2,11 @@
 
 #include "Paragraphs.h"
 #include "Text.h"
+#include "VerticalText.h"
 
 #include <QRegularExpression>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -50,7 +53,7 @@ QList<TextLine> linesFromObservations(const QList<RecognizedTextObservation> &ob
     for (const RecognizedTextObservation &observation : observations) {
         const QStringList top = observation.topCandidates(1);
         if (!top.isEmpty() && isText(top.first()))
-            lines.append({top.first(), observation.boundingBox});
+            lines.append({top.first(), observation.boundingBox, observation.isVertical});
     }
     return lines;
 }
@@ -70,7 +73,27 @@ QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &
 
 QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit)
 {
-    return unit == TextUnit::Paragraph ? paragraphsFromLines(lines, imageSize) : blocksFromLines(lines);
+    QList<TextBlock> blocks;
+    // Lines and columns alternate seldom.
+    for (auto first = lines.begin(); first != lines.end();) {
+        const bool isVertical = first->isVertical;
+        const auto end =
+            std::find_if(first, lines.end(), [=](const TextLine &line) { return line.isVertical != isVertical; });
+        const QList<TextLine> part(first, end);
+        blocks += isVertical                    ? blocksFromColumns(part, imageSize)
+                  : unit == TextUnit::Paragraph ? paragraphsFromLines(part, imageSize)
+                                                : blocksFromLines(part);
+        first = end;
+    }
+    return blocks;
+}
+
+bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize)
+{
+    constexpr int leastLines = 3;
+    const QList<TextBlock> paragraphs = paragraphsFromLines(lines, imageSize);
+    return std::any_of(paragraphs.begin(), paragraphs.end(),
+                       [](const TextBlock &block) { return block.lineCount >= leastLines; });
 }
 
 RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,

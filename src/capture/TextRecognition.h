@@ -20,6 +20,7 @@ struct TextLine
 {
     QString text;   ///< exactly as recognized
     QRectF normBox; ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
+    bool isVertical = false; ///< a column
 };
 
 /// Drops observations that are noise: those without a letter or digit, and single characters that aren't words. Keeps
@@ -30,8 +31,11 @@ QList<TextBlock> blocksFromLines(const QList<TextLine> &lines);
 /// Both steps.
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
-/// Composes the blocks of that unit.
+/// Composes the blocks of that unit. The columns of vertical text are always joined, since a column has no place for a
+/// translation.
 QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit);
+/// Whether there is running text among the lines, whose sentences are better translated in paragraphs.
+bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize);
 
 struct RecognizedLines
 {

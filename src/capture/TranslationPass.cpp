@@ -367,12 +367,17 @@ void TranslationPass::store(const Reading &reading) const
 void TranslationPass::show(const Request &request, const Reading &reading)
 {
     const QList<ShownBlock> &shown = reading.memory.blocks;
-    const OverlayPlacement placement =
-        placeOverlays(blocksOf(shown), translationsOf(shown), request.area.glass.size(),
-                      m_source.windowControlExclusionRects(controlPadding));
+    const OverlayPlacement placement = placeOverlays(blocksOf(shown), translationsOf(shown), request.area.glass.size(),
+                                                     m_source.windowControlExclusionRects(controlPadding));
     if (m_isFollowing)
         m_memory = std::make_shared<const Memory>(reading.memory);
-    m_view.showTranslations(placement.candidates, reading.notes.join(u'\n'));
+    const ScreenReading &screen = reading.memory.screen;
+    QStringList notes = reading.notes;
+    if (notes.isEmpty() && m_steps.recommendsParagraphs &&
+        m_steps.recommendsParagraphs(screen.lines, screen.picture.size()))
+        notes.append(
+            m_texts.localized(u"逐行翻譯會切斷句子。若譯文不通順，請在設定的「翻譯」中把「翻譯單位」改為「段落」。"_s));
+    m_view.showTranslations(placement.candidates, notes.join(u'\n'));
     if (m_settings.read(settings::autoCopy) && !placement.copyList.isEmpty())
         m_steps.copy(placement.copyList.join(u'\n'));
     store(reading);

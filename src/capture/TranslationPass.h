@@ -39,6 +39,8 @@ struct PassSteps
     std::function<void(const QString &)> copy;                    ///< copies a text to the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;
+    /// Whether to recommend paragraphs to the user, because sentences are cut into these lines. True once at most.
+    std::function<bool(const QList<TextLine> &, const QSizeF &)> recommendsParagraphs{};
 };
 
 /// What has changed beneath the pane.

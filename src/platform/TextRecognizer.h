@@ -26,11 +26,12 @@ struct TextRecognitionRequest
     std::function<void()> onLinesLeftOut;
 };
 
-/// One recognized line.
+/// One recognized line, or column of vertical text.
 struct RecognizedTextObservation
 {
     QStringList candidates; ///< readings, best first; may be empty
     QRectF boundingBox;     ///< fractions of the image (0 to 1); origin bottom-left, y upwards
+    bool isVertical = false; ///< a column, written from the top to the bottom
 
     QStringList topCandidates(qsizetype count) const { return candidates.first(qMin(count, candidates.size())); }
     bool operator==(const RecognizedTextObservation &) const = default;

@@ -75,6 +75,8 @@ inline constexpr Setting<TriggerMode> triggerMode{"triggerMode"_L1, TriggerMode:
 inline constexpr Setting<ClickGesture> translationClickGesture{"translationClickGesture"_L1, ClickGesture::DoubleClick};
 
 inline constexpr Setting<TextUnit> translationUnit{"translationUnit"_L1, TextUnit::Line};
+/// Whether paragraphs have been recommended, which happens once.
+inline constexpr Setting<bool> areParagraphsRecommended{"paragraphsRecommended"_L1, false};
 
 // The screen is followed
 

@@ -103,12 +103,23 @@ private Q_SLOTS:
              {0, 72, 96, u"著步驟操作。"_s}},
             {u"整理桌面不是把東西全部丟掉，而是先決定檔案要放在哪裡。"_s,
              u"新版編輯器把常用的功能都放在左側，跟著步驟操作。"_s});
+        row("Korean, broken within a word and between two",
+            {{0, 0, 300, u"빵은 열 시에 반죽하고 열한 시에 모양"_s},
+             {0, 24, 300, u"을 잡으며 광장의 시계가 열두 시를 치면"_s},
+             {0, 48, 100, u"팔기 시작합니다."_s}},
+            {u"빵은 열 시에 반죽하고 열한 시에 모양을 잡으며 광장의 시계가 열두 시를 치면 팔기 시작합니다."_s});
         row("two columns",
             {{0, 0, 300, u"The first thing to check is"_s},
              {340, 0, 300, u"A garden of this size needs"_s},
              {0, 24, 150, u"the power cord."_s},
-             {340, 24, 140, u"much more water."_s}},
-            {u"The first thing to check is the power cord."_s, u"A garden of this size needs much more water."_s});
+             {340, 24, 140, u"much more water."_s},
+             {0, 60, 120, u"A caption"_s, 13},
+             {0, 84, 300, u"Nobody looked surprised when"_s},
+             {340, 84, 120, u"Read more"_s},
+             {0, 108, 150, u"a train arrived."_s}},
+            {u"The first thing to check is the power cord."_s, u"A caption"_s,
+             u"Nobody looked surprised when a train arrived."_s, u"A garden of this size needs much more water."_s,
+             u"Read more"_s});
         row("a subtitle", {{240, 560, 320, u"別擔心，我會在車站等你。"_s}, {290, 584, 220, u"不要一個人回去。"_s}},
             {u"別擔心，我會在車站等你。不要一個人回去。"_s});
         for (const auto &[name, rows] : std::initializer_list<std::pair<const char *, QList<Row>>>{
@@ -117,6 +128,8 @@ private Q_SLOTS:
                    {0, 20, 190, u"Restore the previous session"_s},
                    {0, 40, 80, u"Save a copy"_s},
                    {0, 60, 120, u"Show hidden files"_s}}},
+                 {"two centred entries of a menu",
+                  {{325, 300, 150, u"繼續上次的遊戲"_s, 20}, {335, 328, 130, u"回到標題畫面"_s, 20}}},
                  {"a label above its explanation",
                   {{0, 0, 70, u"自動更新"_s}, {0, 22, 190, u"在背景下載並安裝更新。"_s}}},
                  {"another size",
@@ -137,6 +150,40 @@ private Q_SLOTS:
                 blocks.append(each.text);
             row(name, rows, blocks);
         }
+    }
+
+    void columnsAreJoinedInEitherUnit()
+    {
+        PlayedRecognizer recognizer;
+        // x, y, height in pixels of an image of 800 by 600; a column is 20 wide.
+        const auto readColumns = [&](const QList<std::tuple<double, double, double, QString>> &columns) {
+            QList<RecognizedTextObservation> observations{{{u"横書き"_s}, {0.1, 0.95, 0.2, 0.03}}};
+            for (const auto &[x, y, height, text] : columns)
+                observations.append({{text}, {x / 800, 1 - (y + height) / 600, 20.0 / 800, height / 600}, true});
+            recognizer.answer = observations;
+            const QImage image(800, 600, QImage::Format_RGB32);
+            const QList<TextLine> lines = recognizeLines(recognizer, image, image.rect()).lines;
+            const QList<TextBlock> blocks = composeBlocks(lines, image.size(), TextUnit::Line);
+            [&] { QCOMPARE(composeBlocks(lines, image.size(), TextUnit::Paragraph), blocks); }();
+            return blocks;
+        };
+        const auto bubbles = readColumns({{700, 100, 120, u"君はいつも"_s},
+                                          {674, 100, 100, u"遅いね。"_s},
+                                          {648, 120, 60, u"もう行く。"_s},
+                                          {300, 90, 80, u"待って！"_s}});
+        QCOMPARE(textsOf(bubbles), (QStringList{u"横書き"_s, u"君はいつも遅いね。もう行く。"_s, u"待って！"_s}));
+        QCOMPARE(bubbles[1].alignment, Qt::AlignCenter);
+        QVERIFY(bubbles[1].lineCount > 1);
+        const auto page = readColumns({{700, 120, 380, u"　坂を上りきると、急に海が"_s},
+                                       {664, 100, 120, u"見えた。"_s},
+                                       {628, 120, 380, u"白い船が一隻、沖へ向かっ"_s},
+                                       {592, 100, 400, u"ている。少年は自転車を降り"_s},
+                                       {556, 100, 80, u"た。"_s},
+                                       {520, 100, 400, u"「待って」と彼女が言っ"_s},
+                                       {484, 100, 80, u"た。"_s}});
+        QCOMPARE(textsOf(page), (QStringList{u"横書き"_s, u"坂を上りきると、急に海が見えた。"_s,
+                                             u"白い船が一隻、沖へ向かっている。少年は自転車を降りた。"_s,
+                                             u"「待って」と彼女が言った。"_s}));
     }
 
     void linesOfAParagraphAreJoined()

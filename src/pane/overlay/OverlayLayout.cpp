@@ -70,7 +70,7 @@ std::optional<OverlayLayout> layOutParagraph(OverlayText &text, const OverlayLim
         return std::nullopt;
     const QRectF usable = paneBounds.adjusted(edgeInset, 0, -edgeInset, 0);
     QRectF frame = rect;
-    if (limits.alignment == Qt::AlignHCenter)
+    if (limits.alignment & Qt::AlignHCenter)
         frame.adjust(-sidePadding, 0, sidePadding, 0);
     else
         frame.setRight(std::min(rect.right() + 2 * sidePadding, std::max(rect.right(), limits.right)));
@@ -109,6 +109,10 @@ std::optional<OverlayLayout> layOutParagraph(OverlayText &text, const OverlayLim
         fits(least, lowest);
     const double height = verticalSlack + limits.lineHeight + (layout.lines - 1) * layout.lineDistance;
     layout.frame.setHeight(std::min(lowest - frame.top(), std::max(frame.height(), height)));
+    if (limits.alignment & Qt::AlignVCenter && height < frame.height()) {
+        layout.frame.setHeight(height);
+        layout.frame.moveTop(frame.top() + std::round((frame.height() - height) / 2));
+    }
     return layout;
 }
 

@@ -199,7 +199,7 @@ void OverlayText::drawLine(QPainter &painter, const QTextLine &line, double top,
 {
     const bool isAtRight = m_layout.textOption().alignment() == Qt::AlignRight;
     const double room = line.width() - line.naturalTextWidth();
-    const double left = alignment == Qt::AlignHCenter               ? (isAtRight ? -room : room) / 2
+    const double left = alignment & Qt::AlignHCenter                ? (isAtRight ? -room : room) / 2
                         : alignment == Qt::AlignRight && !isAtRight ? room
                                                                     : 0;
     line.draw(&painter, QPointF(left, top + m_ascent - line.ascent() - line.y()));

@@ -7,11 +7,13 @@
 #include "judge/LineBox.h"
 #include "judge/ReadingFilter.h"
 #include "judge/ReadingOrder.h"
+#include "read/ColumnReading.h"
 #include "read/LineRouter.h"
 #include "read/ReaderPool.h"
 #include "read/ScreenPass.h"
 
 #include <QRegularExpression>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -116,6 +118,21 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
     return observations;
 }
 
+/// Adds columns to lines, before the first line that is below all of them.
+QList<RecognizedTextObservation> withColumns(QList<RecognizedTextObservation> lines,
+                                             const QList<RecognizedTextObservation> &columns)
+{
+    double bottom = 1;
+    for (const RecognizedTextObservation &column : columns)
+        bottom = std::min(bottom, column.boundingBox.top()); // y is upwards
+    const auto place = std::ranges::find_if(
+        lines, [&](const RecognizedTextObservation &line) { return line.boundingBox.bottom() < bottom; });
+    qsizetype index = place - lines.begin();
+    for (const RecognizedTextObservation &column : columns)
+        lines.insert(index++, column);
+    return lines;
+}
+
 QList<ReadLine> linesIn(const TextMaps &maps, double minimumTextHeight)
 {
     const double minimumShare = std::clamp(minimumTextHeight, 0.0, 1.0);
@@ -177,11 +194,40 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
+    const QList<RecognizedTextObservation> columns = takeColumns(lines, image, request);
     ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request.isWanted);
     pass.run();
     if (request.onLinesLeftOut && pass.hasLeftOutLines())
         request.onLinesLeftOut();
-    return observationsOf(lines, image.size());
+    return withColumns(observationsOf(lines, image.size()), columns);
+}
+
+QList<RecognizedTextObservation> ScreenTextRecognizer::takeColumns(QList<ReadLine> &lines, const QImage &image,
+                                                                   const TextRecognitionRequest &request)
+{
+    QList<FoundLine> upright;
+    for (const ReadLine &line : std::as_const(lines))
+        upright.append(line.found);
+    if (!mayBeColumns(upright))
+        return {};
+    const QImage turned = image.transformed(QTransform().rotate(-90)).convertToFormat(QImage::Format_RGB32);
+    const TextMaps maps = m_net->seen(turned, m_pool->workers());
+    const QList<ColumnGroup> groups = columnsOf(linesOf(maps, leastHeight), upright, image.width());
+    const QList<ReadingLanguage> languages = verticalLanguagesOf(request.languages);
+    LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
+    QList<ReadColumns> read;
+    if (!languages.isEmpty())
+        read = readColumns(groups, turned, maps.ink, languages, reader, *m_pool, request.isWanted);
+    read.removeIf([](const ReadColumns &columns) { return !columns.isPlausible(); });
+    lines.removeIf([&](const ReadLine &line) {
+        const QRect place = turnedRect(line.found.ink, image.width());
+        // Without a model the columns stay unread rather than being read as lines.
+        return std::ranges::any_of(read, [&](const ReadColumns &c) { return isWithin(place, c.group); }) ||
+               (languages.isEmpty() && std::ranges::any_of(groups, [&](const ColumnGroup &group) {
+                    return group.isSure && isWithin(place, group);
+                }));
+    });
+    return observationsOf(read, image.size());
 }
 
 } // namespace lucentra

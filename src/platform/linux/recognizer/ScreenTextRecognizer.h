@@ -10,6 +10,7 @@ namespace lucentra {
 class LineReader;
 class ReaderPool;
 class TextNet;
+struct ReadLine;
 
 /// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
 ///
@@ -40,6 +41,10 @@ public:
                                                      const QImage &image) override;
 
 private:
+    /// Reads the columns of vertical text on an image, and takes what was found of them out of the lines.
+    QList<RecognizedTextObservation> takeColumns(QList<ReadLine> &lines, const QImage &image,
+                                                 const TextRecognitionRequest &request);
+
     std::unique_ptr<LineReader> m_correctingReader;
     std::unique_ptr<LineReader> m_literalReader;
     std::unique_ptr<TextNet> m_net;

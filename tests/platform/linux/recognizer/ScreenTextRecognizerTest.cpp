@@ -3,6 +3,7 @@
 #include "Pictures.h"
 #include "TestProgram.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QTest>
@@ -54,6 +55,23 @@ private Q_SLOTS:
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QCOMPARE(textsOf(*lines), QStringList({u"Open the report"_s, u"下載位置"_s, u"ありがとう"_s}));
+    }
+
+    void columnsAreReadFromTheRight()
+    {
+        if (!QFile::exists(u"/usr/share/tesseract-ocr/5/tessdata/jpn_vert.traineddata"_s))
+            QSKIP("the model of vertical Japanese isn't installed");
+        QImage image = blank({300, 260}, Qt::white);
+        const QStringList columns{u"広い海の中に"_s, u"魚が住んで"_s};
+        for (int x = 0; x < columns.size(); ++x) {
+            for (int y = 0; y < columns[x].size(); ++y)
+                write(image, {200 - 44 * x, 60 + 30 * y}, columns[x].mid(y, 1), font(u"Noto Sans CJK JP"_s, 30),
+                      Qt::black);
+        }
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(textsOf(*lines), columns);
+        QVERIFY(lines->first().isVertical && lines->first().boundingBox.left() > lines->last().boundingBox.right());
     }
 
     void boxesAreFractionsFromTheBottomLeft()

@@ -29,6 +29,12 @@ const char *modelName(ReadingLanguage language)
         return "chi_sim";
     case ReadingLanguage::Korean:
         return "kor";
+    case ReadingLanguage::VerticalJapanese:
+        return "jpn_vert";
+    case ReadingLanguage::VerticalTraditionalChinese:
+        return "chi_tra_vert";
+    case ReadingLanguage::VerticalSimplifiedChinese:
+        return "chi_sim_vert";
     }
     return "";
 }
@@ -177,7 +183,9 @@ StripShape LineReader::stripShape(ReadingLanguage language)
 {
     // The heights are those of the networks. Of shares from .55 to .78 these left the fewest errors.
     StripShape shape;
-    const bool isSmall = language == ReadingLanguage::English || language == ReadingLanguage::Japanese;
+    const bool isSmall = language == ReadingLanguage::English || language == ReadingLanguage::Japanese ||
+                         language == ReadingLanguage::VerticalTraditionalChinese ||
+                         language == ReadingLanguage::VerticalSimplifiedChinese;
     shape.height = isSmall ? 36 : 48;
     shape.inkShare = language == ReadingLanguage::Japanese ? 0.72 : 0.66;
     return shape;

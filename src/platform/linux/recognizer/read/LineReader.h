@@ -17,7 +17,17 @@ class TessBaseAPI;
 namespace lucentra {
 
 /// The languages there is a model for, in the order in which they are worth loading.
-enum class ReadingLanguage { TraditionalChinese, English, Japanese, SimplifiedChinese, Korean };
+/// The last ones read columns, on an image that is turned by 90 degrees counter-clockwise.
+enum class ReadingLanguage {
+    TraditionalChinese,
+    English,
+    Japanese,
+    SimplifiedChinese,
+    Korean,
+    VerticalJapanese,
+    VerticalTraditionalChinese,
+    VerticalSimplifiedChinese
+};
 
 /// How the letters are looked for on a strip.
 enum class ReadingMode {

@@ -1,0 +1,262 @@
+#include "find/TextColumns.h"
+
+#include "find/TextMaps.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <vector>
+
+namespace lucentra {
+namespace {
+
+// Ems unless stated otherwise; a column's em is its width.
+
+// What single characters of a column look like on the upright image.
+constexpr double widestCharacter = 1.6; // widths by heights
+constexpr double narrowestCharacter = 0.75;
+constexpr double sameCentre = 0.3;
+constexpr double sameWidth = 1.6; // ratio
+constexpr double touching = 0.4;
+constexpr double oneMissing = 1.4;
+constexpr double enoughPairs = 2;
+
+constexpr double leastLength = 2.6; // of a column that others gather around
+constexpr double leastGroup = 3;    // characters
+constexpr double sameColumn = 0.4;
+constexpr double gapInColumn = 0.85; // behind a full stop
+constexpr double largestGap = 2.2;   // in a column of a group
+constexpr double oneSize = 1.35;     // ratio
+constexpr double betweenColumns = 2.5;
+constexpr double lead = 1;        // of how much longer columns are than the lines across them
+constexpr double clearLead = 2.5; // likewise; certain without a reading
+constexpr double leastHeightOfCharacter = 0.6;
+constexpr double inkOfEm = 0.93;
+
+int areaOf(const QRect &rect)
+{
+    return rect.isEmpty() ? 0 : rect.width() * rect.height();
+}
+
+/// How sure the net is that a line is of ideographs or kana rather than letters.
+bool isWide(const FoundLine &line)
+{
+    double latin = 0;
+    double wide = 0;
+    for (const LinePiece &piece : line.pieces) {
+        latin += piece.scripts[TextMaps::Latin] + piece.scripts[TextMaps::Hangul];
+        wide += piece.scripts[TextMaps::Ideographs] + piece.scripts[TextMaps::Kana];
+    }
+    return wide > latin;
+}
+
+double charactersIn(const QRect &turned)
+{
+    return double(turned.width()) / turned.height();
+}
+
+/// Puts what was found in pieces together.
+QList<QRect> wholeColumns(QList<QRect> pieces)
+{
+    std::ranges::sort(pieces, {}, &QRect::left);
+    QList<QRect> columns;
+    for (const QRect &piece : std::as_const(pieces)) {
+        const auto before = std::ranges::find_if(columns, [&](const QRect &column) {
+            const double em = std::max(column.height(), piece.height());
+            const int apart = piece.left() - column.right() - 1;
+            // Which is at the side of its square.
+            const bool isMark = 2 * std::max(piece.height(), piece.width()) < column.height();
+            const double tolerance = isMark ? 0.5 * em : sameColumn * em;
+            return apart <= gapInColumn * em && apart > -0.5 * em &&
+                   std::abs(piece.center().y() - column.center().y()) <= tolerance &&
+                   (isMark || em <= oneSize * std::min(column.height(), piece.height()));
+        });
+        if (before == columns.end())
+            columns.append(piece);
+        else
+            *before |= piece;
+    }
+    return columns;
+}
+
+bool areNeighbours(const QRect &a, const QRect &b)
+{
+    const double em = std::max(a.height(), b.height());
+    const int shared = std::min(a.right(), b.right()) - std::max(a.left(), b.left());
+    const double apart = std::abs(a.center().y() - b.center().y());
+    return em <= oneSize * std::min(a.height(), b.height()) && shared > 0.4 * em && apart <= betweenColumns * em;
+}
+
+QList<QList<QRect>> groupsOf(const QList<QRect> &columns)
+{
+    std::vector<qsizetype> group(std::size_t(columns.size()));
+    std::iota(group.begin(), group.end(), 0);
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        for (qsizetype k = 0; k < i; ++k) {
+            const qsizetype from = group[std::size_t(i)];
+            const qsizetype to = group[std::size_t(k)];
+            if (from != to && areNeighbours(columns[i], columns[k]))
+                std::ranges::replace(group, from, to);
+        }
+    }
+    QList<QList<QRect>> groups;
+    for (qsizetype number = 0; number < columns.size(); ++number) {
+        QList<QRect> members;
+        for (qsizetype i = 0; i < columns.size(); ++i) {
+            if (group[std::size_t(i)] == number)
+                members.append(columns[i]);
+        }
+        if (!members.isEmpty())
+            groups.append(members);
+    }
+    return groups;
+}
+
+int sharedArea(const QRect &place, const ColumnGroup &group)
+{
+    int shared = 0;
+    for (const TextColumn &column : group.columns)
+        shared += areaOf(place & column.ink.adjusted(-column.em / 8, -column.em / 8, column.em / 8, column.em / 8));
+    return shared;
+}
+
+/// What was found of columns on the upright image.
+struct Across
+{
+    double length = 1; ///< heights
+    double height = 0; ///< pixels
+};
+
+/// The means over the lines that cross a group's columns, by the area that they share with these.
+Across acrossOf(const ColumnGroup &group, const QList<FoundLine> &upright, int width)
+{
+    double length = 0;
+    double height = 0;
+    double weight = 0;
+    for (const FoundLine &line : upright) {
+        const double shared = sharedArea(turnedRect(line.ink, width), group);
+        length += shared * line.ink.width() / line.ink.height();
+        height += shared * line.ink.height();
+        weight += shared;
+    }
+    if (weight == 0)
+        return {.length = 1, .height = std::numeric_limits<double>::infinity()};
+    return {.length = std::max(1.0, length / weight), .height = height / weight};
+}
+
+/// Puts columns into their order. Pieces of one column, between which a character wasn't found, become one.
+ColumnGroup groupOf(QList<QRect> inks)
+{
+    std::vector<int> widths;
+    for (const QRect &ink : std::as_const(inks))
+        widths.push_back(ink.height());
+    std::ranges::nth_element(widths, widths.begin() + std::ptrdiff_t(widths.size() / 2));
+    const int em = int(std::lround(widths[widths.size() / 2] / inkOfEm));
+    std::ranges::sort(inks, {}, &QRect::left);
+    QList<QRect> columns;
+    for (const QRect &ink : std::as_const(inks)) {
+        const auto before = std::ranges::find_if(columns, [&](const QRect &column) {
+            return std::abs(ink.center().y() - column.center().y()) <= sameColumn * em &&
+                   ink.left() - column.right() <= largestGap * em;
+        });
+        if (before == columns.end())
+            columns.append(ink);
+        else
+            *before |= ink;
+    }
+    std::ranges::sort(columns, {}, [](const QRect &column) { return column.center().y(); });
+    ColumnGroup group;
+    for (const QRect &column : std::as_const(columns))
+        group.columns.append({column, em});
+    return group;
+}
+
+} // namespace
+
+QRect ColumnGroup::area() const
+{
+    QRect area;
+    for (const TextColumn &column : columns)
+        area |= column.ink;
+    return area;
+}
+
+QRect uprightRect(const QRect &turned, int width)
+{
+    return {width - turned.top() - turned.height(), turned.left(), turned.height(), turned.width()};
+}
+
+QRect turnedRect(const QRect &upright, int width)
+{
+    return {upright.top(), width - upright.left() - upright.width(), upright.height(), upright.width()};
+}
+
+bool isWithin(const QRect &place, const ColumnGroup &group)
+{
+    return 3 * sharedArea(place, group) > areaOf(place);
+}
+
+bool mayBeColumns(const QList<FoundLine> &upright)
+{
+    QList<const FoundLine *> characters;
+    for (const FoundLine &line : upright) {
+        const bool isSquare = line.ink.width() <= widestCharacter * line.ink.height() &&
+                              (isWide(line) || line.ink.width() >= narrowestCharacter * line.ink.height());
+        if (isSquare)
+            characters.append(&line);
+    }
+    std::ranges::sort(characters, {}, [](const FoundLine *line) { return line->ink.top(); });
+    double pairs = 0;
+    for (auto first = characters.begin(); first != characters.end(); ++first) {
+        const QRect &upper = (*first)->ink;
+        for (auto second = first + 1; second != characters.end(); ++second) {
+            const QRect &lower = (*second)->ink;
+            const double em = std::max(upper.width(), lower.width());
+            const double apart = lower.top() - upper.bottom() - 1;
+            if (apart > oneMissing * em)
+                break;
+            if (apart < -0.3 * em || em > sameWidth * std::min(upper.width(), lower.width()) ||
+                std::abs(upper.center().x() - lower.center().x()) > sameCentre * em)
+                continue;
+            if (apart <= touching * em)
+                pairs += 1;
+            else if (isWide(**first) && isWide(**second))
+                pairs += 0.5;
+            break;
+        }
+    }
+    return pairs >= enoughPairs;
+}
+
+QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLine> &upright, int width)
+{
+    QList<QRect> pieces;
+    for (const FoundLine &line : turned)
+        pieces.append(line.ink);
+    QList<ColumnGroup> groups;
+    for (const QList<QRect> &columns : groupsOf(wholeColumns(pieces))) {
+        ColumnGroup group = groupOf(columns);
+        double along = 0;
+        double weight = 0;
+        bool isLong = false;
+        for (const QRect &piece : std::as_const(pieces)) {
+            const double shared = sharedArea(piece, group);
+            along += shared * charactersIn(piece);
+            weight += shared;
+            isLong = isLong || (isWithin(piece, group) && charactersIn(piece) >= leastLength);
+        }
+        const Across across = acrossOf(group, upright, width);
+        const double difference = along / std::max(1.0, weight) / across.length;
+        double characters = 0;
+        for (const TextColumn &column : group.columns)
+            characters += std::max(1.0, charactersIn(column.ink));
+        group.isSure = difference >= clearLead && characters >= 2 * leastGroup;
+        if (isLong && characters >= leastGroup && difference >= lead &&
+            across.height >= leastHeightOfCharacter * group.columns.first().em)
+            groups.append(group);
+    }
+    return groups;
+}
+
+} // namespace lucentra

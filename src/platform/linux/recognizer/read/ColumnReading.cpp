@@ -1,0 +1,235 @@
+#include "read/ColumnReading.h"
+
+#include "judge/ReadingFilter.h"
+#include "read/PassReader.h"
+#include "read/ReaderPool.h"
+#include "read/ReadingBudget.h"
+#include "read/Writing.h"
+#include "strip/LineNormalizer.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+#include <latch>
+#include <vector>
+
+namespace lucentra {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double columnBudget = 3;     // seconds of processor time a worker
+constexpr double goodColumn = 80;      // confidence; nothing else is tried
+constexpr double leastConfidence = 60; // likewise; less is no writing
+constexpr double widePart = 0.6;       // of the characters
+constexpr std::size_t mostTelling = 4;
+
+/// Marks as they are in horizontal text, as wide as ideographs.
+QString horizontalMarks(QString text)
+{
+    static const QRegularExpression space(u"(?<![a-zA-Z0-9]) +| +(?![a-zA-Z0-9])"_s);
+    static const QRegularExpression narrow(u"(?<![a-zA-Z0-9])[,:;?!](?![a-zA-Z0-9])"_s);
+    static const QString vertical = u"︐︑︒︓︔︕︖︗︘︙︰︱︲︳︵︶︷︸︹︺︻︼︽︾︿﹀﹁﹂﹃﹄｜"_s;
+    static const QString horizontal = u"，、。：；！？〖〗…‥—–＿（）｛｝〔〕【】《》〈〉「」『』ー"_s;
+    text.remove(space);
+    for (QChar &character : text) {
+        const qsizetype place = vertical.indexOf(character);
+        if (place >= 0)
+            character = horizontal[place];
+    }
+    for (auto marks = narrow.globalMatch(QString(text)); marks.hasNext();) {
+        QChar &mark = text[marks.next().capturedStart()];
+        mark = QChar(char16_t(mark.unicode() + 0xFEE0)); // the block of wide forms
+    }
+    return text;
+}
+
+/// A column under way.
+struct Task
+{
+    QRect ink;
+    ReadingLanguage language;
+    Reading reading{};
+};
+
+class ColumnPass
+{
+public:
+    ColumnPass(const QImage &turned, const SureMap &ink, LineReader &reader, ReaderPool &pool,
+               const std::function<bool()> &isWanted)
+        : m_turned(turned)
+        , m_ink(ink)
+        , m_reader(reader, isWanted)
+        , m_pool(pool)
+        , m_budget(pool.workers() * columnBudget)
+    {
+    }
+
+    void run(std::vector<Task> &tasks)
+    {
+        std::latch done(std::ssize(tasks));
+        for (Task &task : tasks) {
+            m_pool.post([&] {
+                if (!m_budget.isSpent() && m_reader.isWanted()) {
+                    const ReadingBudget::Spending spending(m_budget);
+                    read(task);
+                }
+                done.count_down();
+            });
+        }
+        done.wait();
+    }
+
+private:
+    void read(Task &task) const
+    {
+        const LineNormalizer column(m_turned, task.ink, m_ink);
+        for (const Separation separation : column.separations()) {
+            const Strip strip = column.strip(separation, LineReader::stripShape(task.language));
+            for (const ReadingMode mode : {ReadingMode::Line, ReadingMode::Whole}) {
+                if (task.reading.confidence >= goodColumn)
+                    break;
+                Reading reading = m_reader.read(strip, task.language, mode);
+                reading.text = tidied(horizontalMarks(reading.text));
+                if (reading.confidence > task.reading.confidence && !reading.text.isEmpty())
+                    task.reading = reading;
+            }
+        }
+    }
+
+    const QImage &m_turned;
+    const SureMap &m_ink;
+    const PassReader m_reader;
+    ReaderPool &m_pool;
+    ReadingBudget m_budget;
+};
+
+/// The columns that tell the page's language: not too short to be sure of, nor so long that they take time.
+std::vector<TextColumn> tellingColumns(const QList<ColumnGroup> &groups)
+{
+    constexpr double best = 8; // characters
+    std::vector<TextColumn> columns;
+    for (const ColumnGroup &group : groups)
+        columns.insert(columns.end(), group.columns.begin(), group.columns.end());
+    std::ranges::stable_sort(columns, {}, [](const TextColumn &column) {
+        return std::abs(std::log(column.ink.width() / (best * column.em)));
+    });
+    columns.resize(std::min(columns.size(), mostTelling));
+    return columns;
+}
+
+} // namespace
+
+bool ReadColumns::isPlausible() const
+{
+    double sum = 0;
+    int wide = 0;
+    int all = 0;
+    for (const Reading &reading : readings) {
+        const Scripts scripts = scriptsOf(reading.text);
+        wide += scripts.wide();
+        all += scripts.all();
+        sum += reading.confidence * scripts.all();
+    }
+    return all > 1 && sum >= (group.isSure ? leastConfidence : goodColumn) * all && wide >= widePart * all;
+}
+
+QList<ReadingLanguage> verticalLanguagesOf(const QStringList &tags)
+{
+    QList<ReadingLanguage> languages;
+    const auto add = [&](ReadingLanguage language) {
+        if (!languages.contains(language) && LineReader::isInstalled(language))
+            languages.append(language);
+    };
+    for (const QString &tag : tags) {
+        if (tag.startsWith(u"ja"_s)) {
+            add(ReadingLanguage::VerticalJapanese);
+        } else if (tag.startsWith(u"zh"_s)) {
+            add(ReadingLanguage::VerticalTraditionalChinese);
+            add(ReadingLanguage::VerticalSimplifiedChinese);
+        }
+    }
+    return languages;
+}
+
+QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &turned, const SureMap &ink,
+                               const QList<ReadingLanguage> &languages, LineReader &reader, ReaderPool &pool,
+                               const std::function<bool()> &isWanted)
+{
+    ColumnPass pass(turned, ink, reader, pool, isWanted);
+    std::vector<Task> telling;
+    for (const TextColumn &column : tellingColumns(groups)) {
+        for (const ReadingLanguage language : languages)
+            telling.push_back({column.ink, language});
+    }
+    pass.run(telling);
+    const auto worth = [&](ReadingLanguage language) {
+        // Simplified Chinese is nearly as sure of traditional characters, which it takes for its own.
+        constexpr double handicap = 2;
+        const bool isSimplified = language == ReadingLanguage::VerticalSimplifiedChinese;
+        double sum = 0;
+        for (const Task &task : telling) {
+            if (task.language == language)
+                sum += (task.reading.confidence - (isSimplified ? handicap : 0)) * double(task.reading.text.size());
+        }
+        return sum;
+    };
+    const ReadingLanguage language = *std::ranges::max_element(languages, {}, worth);
+    std::vector<Task> tasks;
+    for (const ColumnGroup &group : groups) {
+        for (const TextColumn &column : group.columns) {
+            const auto known = std::ranges::find_if(
+                telling, [&](const Task &task) { return task.language == language && task.ink == column.ink; });
+            tasks.push_back(known == telling.end() ? Task{column.ink, language} : *known);
+        }
+    }
+    pass.run(tasks);
+    QList<ReadColumns> read;
+    auto task = tasks.begin();
+    for (const ColumnGroup &group : groups) {
+        read.append({group, {}});
+        for (qsizetype i = 0; i < group.columns.size(); ++i)
+            read.last().readings.append((task++)->reading);
+    }
+    return read;
+}
+
+QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size)
+{
+    QList<const ReadColumns *> order;
+    for (const ReadColumns &group : groups)
+        order.append(&group);
+    // Rows of groups, from the top; within a row from the right, which is the top of the turned image.
+    std::ranges::sort(order, {}, [](const ReadColumns *group) { return group->group.area().left(); });
+    for (auto first = order.begin(); first != order.end();) {
+        const int half = (*first)->group.area().center().x();
+        const auto end = std::find_if(first, order.end(),
+                                      [&](const ReadColumns *group) { return group->group.area().left() > half; });
+        std::sort(first, end, [](const ReadColumns *a, const ReadColumns *b) {
+            return a->group.area().top() < b->group.area().top();
+        });
+        first = end;
+    }
+    QList<RecognizedTextObservation> observations;
+    for (const ReadColumns *read : std::as_const(order)) {
+        for (qsizetype i = 0; i < read->readings.size(); ++i) {
+            if (read->readings[i].text.isEmpty())
+                continue;
+            const TextColumn &column = read->group.columns[i];
+            const QRect ink = uprightRect(column.ink, size.width());
+            const QRect box =
+                QRect(ink.center().x() - column.em / 2, ink.top(), column.em, ink.height()) & QRect(QPoint(), size);
+            const double width = size.width();
+            const double height = size.height();
+            observations.append({.candidates = {read->readings[i].text},
+                                 .boundingBox = {box.x() / width, 1 - (box.y() + box.height()) / height,
+                                                 box.width() / width, box.height() / height},
+                                 .isVertical = true});
+        }
+    }
+    return observations;
+}
+
+} // namespace lucentra
