@@ -13,8 +13,8 @@ namespace {
 constexpr int noise = 10;
 /// The difference of brightness between neighbours that makes an edge.
 constexpr int edgeContrast = 56;
-/// The fewest edges of a tile with writing in it.
-constexpr int leastEdges = 36;
+/// The fewest edges of a tile with writing in it. The outline of a shape that crosses the tile has one a row.
+constexpr int leastEdges = 44;
 /// The share of the edges of both pictures that differ if the writing is another one.
 constexpr double otherShare = 0.35;
 /// The share of a line's pixels that differ if what is behind it moves.
@@ -98,13 +98,17 @@ TileEdges edgesOfTile(const QImage &picture, const QRect &tile)
 
 bool isOtherWriting(const TileEdges &before, const TileEdges &now)
 {
+    int former = 0;
+    int current = 0;
     int either = 0;
     int different = 0;
     for (size_t y = 0; y < before.size(); ++y) {
+        former += std::popcount(before[y]);
+        current += std::popcount(now[y]);
         either += std::popcount(before[y] | now[y]);
         different += std::popcount(before[y] ^ now[y]);
     }
-    return either >= leastEdges && different > otherShare * either;
+    return std::max(former, current) >= leastEdges && different > otherShare * either;
 }
 
 bool isSamePlace(const QRectF &a, const QRectF &b)

@@ -112,6 +112,7 @@ int main(int argc, char *argv[])
         scene.show();
         QTimer::singleShot(100, &scene, [&scene, isTurned = parser.isSet(u"turn"_s)] {
             std::puts("shown");
+            std::fflush(stdout);
             isTurned ? scene.playByLines() : scene.play();
         });
         return QGuiApplication::exec();
