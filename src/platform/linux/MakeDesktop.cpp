@@ -22,9 +22,11 @@ namespace {
 bool isWaylandDisplayThere()
 {
     wl_display *display = wl_display_connect(nullptr);
-    if (display)
-        wl_display_disconnect(display);
-    return display;
+    if (!display)
+        return false;
+    const bool answers = wl_display_roundtrip(display) >= 0; // one that is about to end takes connections for a moment
+    wl_display_disconnect(display);
+    return answers;
 }
 
 bool isX11DisplayThere()
