@@ -217,7 +217,7 @@ private Q_SLOTS:
             painter.drawPolygon(QPolygonF({{94, 30}, {104, 30}, {99, 35}}));
         }
         painter.end();
-        const QRect box = write(image, {42, 38}, u"Vocal"_s, font(latin, 14), ink);
+        const QRect box = write(image, {40, 38}, u"Vocal"_s, font(latin, 14), ink);
         const QList<QRect> found = boxesIn(image);
         QVERIFY(std::any_of(found.begin(), found.end(), [&](const QRect &line) { return overlap(line, box) > 0.8; }));
     }

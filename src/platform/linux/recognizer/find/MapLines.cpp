@@ -1,6 +1,7 @@
 #include "find/MapLines.h"
 
 #include "Mask.h"
+#include "Rules.h"
 #include "find/LineMarks.h"
 
 #include <algorithm>
@@ -232,6 +233,49 @@ std::vector<QRect> shapesOf(const TextMaps &maps, const Places &places, const QR
     return shapes;
 }
 
+/// How sure the net is of what is inked in an area, 0 to 255 on average.
+double surenessOf(const SureMap &ink, const QRect &area)
+{
+    int sum = 0;
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            if (ink.row(y)[x] >= leastInk) {
+                sum += ink.row(y)[x];
+                ++count;
+            }
+        }
+    }
+    return count > 0 ? double(sum) / count : 0;
+}
+
+/// Drops what stands apart at the beginning of a line and is hardly ink: a check box's edge, an icon. The net is less sure
+/// of the ink of large letters, too.
+void dropStranger(const SureMap &ink, std::vector<QRect> &shapes)
+{
+    constexpr double apart = 0.28;   // of the line's height
+    constexpr double certain = 0.8;  // of the rest's sureness; letters are hardly less
+    constexpr int large = 24;        // pixels
+    constexpr double mostSmall = 150; // of 255
+    constexpr double mostLarge = 120;
+    std::ranges::sort(shapes, {}, &QRect::left);
+    QRect stranger = shapes.front();
+    QRect rest;
+    auto first = shapes.begin();
+    for (auto shape = shapes.begin(); shape != shapes.end(); ++shape) {
+        const bool isApart = shape->left() - stranger.right() - 1 >= apart * (stranger | *shape).height();
+        if (rest.isNull() && !isApart) {
+            stranger |= *shape;
+            first = shape + 1;
+        } else {
+            rest |= *shape;
+        }
+    }
+    const double most = rest.height() <= large ? mostSmall : mostLarge;
+    if (!rest.isNull() && surenessOf(ink, stranger) < std::min(most, certain * surenessOf(ink, rest)))
+        shapes.erase(shapes.begin(), first);
+}
+
 /// The ink of a line of flat characters, such as a lone ideograph for one, as high as other characters are.
 QRect heightened(const QRect &ink, const Core &core)
 {
@@ -354,7 +398,13 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
         QRect ink = inks[i].box;
         if (ink.isNull())
             continue;
-        const std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
+        std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
+        if (isOn("strangers")) {
+            dropStranger(maps.ink, shapes);
+            ink = QRect();
+            for (const QRect &shape : shapes)
+                ink |= shape;
+        }
         if (ink.height() < flat * cores[i].thickness)
             ink = heightened(ink, cores[i]) & QRect(0, 0, maps.ink.width, maps.ink.height);
         if (ink.height() < minimumHeight)
