@@ -155,16 +155,18 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
     RoutedReading routed;
     routed.separation = line.separations().first();
     Attempts attempts(line, scripts, routed, reader);
-    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) &&
+    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) && readers.first() != ReadingLanguage::Korean &&
         readSquare(attempts, leadingOf(screen)))
         return attempts.routed();
     for (const Separation separation : line.separations()) {
         attempts.read(readers.first(), separation);
         if (isOn("whole strips") && m_mayRetry && attempts.best().confidence < good)
             attempts.read(readers.first(), separation, ReadingMode::Whole);
-        // The net tells Latin letters from others well, kana from ideographs less so.
+        // The net tells Latin letters and Hangul from others well, kana from ideographs less so.
         const bool isLatin = sumOf(scripts) > 0 && readers.first() == ReadingLanguage::English;
-        const double enough = isLatin ? doubtful : certain;
+        const Scripts read = scriptsOf(attempts.best().text);
+        const bool isHangul = readers.first() == ReadingLanguage::Korean && 2 * read.hangul > read.all();
+        const double enough = isLatin || isHangul ? doubtful : certain;
         for (qsizetype i = 1; i < readers.size() && attempts.best().confidence < enough; ++i)
             attempts.read(readers[i], separation);
         if (!m_mayRetry || attempts.best().confidence >= hopeless)
