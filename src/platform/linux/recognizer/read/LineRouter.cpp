@@ -155,7 +155,7 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
     RoutedReading routed;
     routed.separation = line.separations().first();
     Attempts attempts(line, scripts, routed, reader);
-    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) && readers.first() != ReadingLanguage::Korean &&
+    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) &&
         readSquare(attempts, leadingOf(screen)))
         return attempts.routed();
     for (const Separation separation : line.separations()) {
