@@ -86,14 +86,22 @@ Reading wholeOf(const ReadLine &line)
     return whole;
 }
 
+/// Whether a line's letters are cut by the picture's upper or lower edge. Then only what is surely read counts.
+bool isCut(const QRect &ink, const QSize &size)
+{
+    return ink.top() <= 0 || ink.bottom() >= size.height() - 1;
+}
+
 /// What is writing of the lines, in reading order.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
 {
+    constexpr double sureOfCut = 85;
     QList<Reading> readings;
     qsizetype doubtful = 0;
     for (const ReadLine &line : lines) {
         readings.append(wholeOf(line));
-        if (!isPlausible(readings.last(), line.found, line.isOnPicture))
+        if (!isPlausible(readings.last(), line.found, line.isOnPicture) ||
+            (isOn("cut lines") && isCut(line.found.ink, size) && readings.last().confidence < sureOfCut))
             readings.last().text.clear();
         doubtful += readings.last().text.isEmpty() || line.isOnPicture ? 1 : 0;
     }
