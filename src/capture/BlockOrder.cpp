@@ -134,7 +134,7 @@ private:
         }
     }
 
-    /// Whether a block is the next one of a column, with nothing across it in between.
+    /// Whether a block follows another in the same column, and no other block is between them.
     bool continues(qsizetype upper, qsizetype lower) const
     {
         const QRectF &above = m_blocks[upper].rect;

@@ -207,7 +207,7 @@ private:
     const ScreenReading &m_former;
     const QImage &m_picture;
     const QRegion &m_changed;
-    QList<QRect> m_boxes; ///< of the former lines
+    QList<QRect> m_boxes; ///< where the lines of the last reading are
     std::vector<bool> m_isKept;
     QList<TextLine> m_found;
 };

@@ -95,7 +95,7 @@ bool isCut(const QRect &ink, const QSize &size)
 /// What is writing of the lines, in reading order.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
 {
-    constexpr double sureOfCut = 85;
+    constexpr double sureOfCut = 85; // confidence, 0 to 100
     QList<Reading> readings;
     qsizetype doubtful = 0;
     for (const ReadLine &line : lines) {

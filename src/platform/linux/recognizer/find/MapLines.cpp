@@ -177,7 +177,8 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
-/// Joins lines whose letters nearly touch: the net takes a character like a frame for one of its own. Returns whether there are any.
+/// Joins lines whose letters nearly touch: the net may end a line at a character that looks like a frame. Returns whether
+/// there are any.
 bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
     constexpr double apart = 0.55; // of the height; cells and labels are farther apart
