@@ -4,9 +4,12 @@
 
 #include <QStringList>
 
+#include <mutex>
+
 namespace lucentra {
 
-/// A safe in memory that refuses on demand and remembers what it is asked.
+/// A safe in memory that refuses on demand and remembers what it is asked. Passes ask it from several threads at once; tests
+/// set and read its members while no pass runs.
 class FakeSecretStorage : public SecretStorage
 {
 public:
@@ -20,6 +23,7 @@ public:
 
     Result<QHash<QString, QByteArray>> lookupAll(const QString &) override
     {
+        const std::lock_guard lock(m_mutex);
         ++searches;
         if (lookupFailure)
             return tl::unexpected(*lookupFailure);
@@ -27,6 +31,7 @@ public:
     }
     Result<std::optional<QByteArray>> lookup(const QString &, const QString &account) override
     {
+        const std::lock_guard lock(m_mutex);
         lookups.append(account);
         if (lookupFailure)
             return tl::unexpected(*lookupFailure);
@@ -34,6 +39,7 @@ public:
     }
     Result<void> store(const QString &, const QString &account, const QByteArray &secret) override
     {
+        const std::lock_guard lock(m_mutex);
         ++stores;
         if (storeFailure)
             return tl::unexpected(*storeFailure);
@@ -42,11 +48,15 @@ public:
     }
     Result<void> remove(const QString &, const QString &account) override
     {
+        const std::lock_guard lock(m_mutex);
         if (removeFailure)
             return tl::unexpected(*removeFailure);
         secrets.remove(account);
         return {};
     }
+
+private:
+    std::mutex m_mutex;
 };
 
 } // namespace lucentra
