@@ -2,9 +2,11 @@
 """Checks what a desktop and the shells read of the program against the program itself:
 check_desktop_files.py SOURCES LUCENTRA VERSION
 
-The commands and options are those that the program's own help page tells, so that none is forgotten in a completion,
-the manual page or the menu's actions. The desktop's validators are asked where they are installed."""
+The commands and options are those of the program's help page, so that none is missing in a completion, the manual page or
+the menu's actions. The messages that the guide explains are looked up in the string table. The desktop's validators are
+asked where they are installed."""
 import configparser
+import itertools
 import os
 import pathlib
 import re
@@ -22,6 +24,8 @@ class Tree:
     def __init__(self, sources: pathlib.Path, lucentra: str, version: str):
         self.resources = sources / "resources"
         self.debian = sources / "packaging" / "debian"
+        self.docs = sources / "docs"
+        self.built = pathlib.Path(lucentra).parents[1] / "resources"
         self.version = version
         self.wrong: list[str] = []
         environment = os.environ | {"LANGUAGE": "en", "LANG": "C.UTF-8"}
@@ -138,17 +142,36 @@ class Tree:
 
     def metainfo(self) -> None:
         path = self.resources / "desktop/com.tarnby.lucentra.metainfo.xml"
+        text = path.read_text(encoding="utf-8")
         root = xml.etree.ElementTree.parse(path).getroot()
         language = "{http://www.w3.org/XML/1998/namespace}lang"
-        for tag in ("name", "summary"):
-            self.equal([element.get(language, "") for element in root.findall(tag)], METAINFO_LANGUAGES | {""},
+        for holder, tag in [(root, "name"), (root, "summary"), *((one, "caption") for one in root.iter("screenshot"))]:
+            self.equal([element.get(language, "") for element in holder.findall(tag)], METAINFO_LANGUAGES | {""},
                        f"metainfo: languages of {tag}")
         paragraphs = [element.get(language, "") for element in root.findall("description/p")]
         for wanted in METAINFO_LANGUAGES:
             self.expect(paragraphs.count(wanted) == paragraphs.count(""), f"metainfo: paragraphs in {wanted}")
         self.expect(root.findtext("launchable") == "com.tarnby.lucentra.desktop", "metainfo: launchable")
         self.expect(root.find("releases/release").get("version") == self.version, "metainfo: the newest release")
-        self.ask("appstreamcli", "validate", "--pedantic", "--no-net", str(path))
+        pictures = [image.text for image in root.iter("image")]
+        self.expect(len(pictures) > 1, "metainfo: screenshots")
+        for picture in pictures:
+            self.expect((self.docs.parent / picture).exists(), f"metainfo: there is no {picture}")
+        published = self.built / "published.metainfo.xml"
+        published.write_text(text.replace(">docs/", ">https://example.org/docs/"), encoding="utf-8")
+        for one in (published, self.built / path.name):
+            self.ask("appstreamcli", "validate", "--pedantic", "--no-net", str(one))
+
+    def guide(self) -> None:
+        """Each message that the guide explains is one that the program shows."""
+        table = xml.etree.ElementTree.parse(self.resources / "i18n/lucentra_en.ts")
+        texts = [message.findtext("translation") for message in table.iter("message")]
+        explained = (self.docs / "guide.md").read_text(encoding="utf-8").partition("| Lucentra says |")[2]
+        rows = re.findall(r"^\| (\w.+?|….+?) \|", explained, re.M)
+        self.expect(len(rows) > 25, f"the guide explains only these messages: {rows}")
+        for said in itertools.chain.from_iterable(row.split(" / ") for row in rows):
+            pattern = ".*".join(re.escape(piece.strip()) for piece in said.split("…"))
+            self.expect(any(re.search(pattern, text) for text in texts), f"the guide explains what isn't said: {said}")
 
     def package(self) -> None:
         newest = (self.debian / "changelog").read_text(encoding="utf-8").splitlines()[0]
@@ -158,7 +181,7 @@ class Tree:
 def main() -> int:
     tree = Tree(pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3])
     tree.expect(len(tree.commands) > 10 and tree.choices != set(), f"the help page is of another form:\n{tree.help}")
-    for check in (tree.bash, tree.zsh, tree.fish, tree.manual_page, tree.desktop_entries, tree.metainfo, tree.package):
+    for check in (tree.bash, tree.zsh, tree.fish, tree.manual_page, tree.desktop_entries, tree.metainfo, tree.guide, tree.package):
         check()
     print("\n".join(tree.wrong) or f"{len(tree.commands)} commands are known to desktop and shells")
     return 1 if tree.wrong else 0
