@@ -9,11 +9,11 @@
 
 namespace lucentra {
 
-/// Tells when the pane's window has really lost the keys to another window.
+/// Reports when the pane's window has lost the keyboard focus to another window.
 ///
-/// A held hotkey, a dragged window and an open menu take the keys from a window only for the moment; the toolkit then
-/// reports a loss all the same, and nothing when it becomes a real one. So that the window system itself is asked, for
-/// as long as the toolkit thinks that the keys are gone.
+/// A held hotkey, a dragged window and an open menu take the focus only for a moment. The toolkit reports such a loss
+/// too, but doesn't report when it becomes permanent. Therefore the window system is asked again and again while the
+/// toolkit regards the focus as lost.
 class AutoHide : public QObject
 {
 public:
@@ -26,7 +26,7 @@ public:
         std::function<bool()> isPointerInUse; ///< a button of the pointer is down, or a menu is open
     };
 
-    /// `lost` is called on the main thread, once for each loss.
+    /// Calls `lost` once per loss.
     AutoHide(Scheduler &scheduler, Surroundings surroundings, std::function<void()> lost);
 
     /// To be called whenever the toolkit reports that another window, or none, has the focus.

@@ -19,7 +19,7 @@ namespace {
 struct OptionRow
 {
     QStringView name;    ///< without the dashes
-    QStringView value;   ///< what the help page calls it; empty for a switch
+    QStringView value;   ///< name of the value on the help page; empty for a switch
     QStringView summary; ///< key of the text
 };
 
@@ -27,11 +27,11 @@ struct CommandRow
 {
     QStringView name;
     Invocation::Command command;
-    QStringView argument;       ///< what the help page calls the positional one; empty where there is none
+    QStringView argument;       ///< name of the positional argument on the help page; empty if there is none
     QStringView options;        ///< names, separated by blanks
-    QStringView requiredOption; ///< the one that must be given; empty where there is none
+    QStringView requiredOption; ///< the option that must be given; empty if there is none
     QStringView summary;        ///< key of the text
-    bool startsProgram = false; ///< a remote command that makes sense if no program runs: it is started
+    bool startsProgram = false; ///< a remote command that starts the program if it doesn't run
 };
 
 constexpr std::array optionRows{
@@ -115,7 +115,7 @@ const OptionRow *findOption(const CommandRow &command, QStringView name)
     return nullptr;
 }
 
-/// Stores an option's value; false where it can't be one.
+/// Stores an option's value. Returns false if the value isn't valid.
 bool take(Invocation &invocation, QStringView option, const QString &value)
 {
     if (option == u"json") {

@@ -60,8 +60,7 @@ struct Invocation
 /// Exit codes of every command.
 enum class ExitCode { Done = 0, WrongUsage = 1, Failed = 2 };
 
-/// Reads a command line by the one table of commands and options. `arguments` are those after the program's name.
-/// A failure's description says in the interface language what is wrong.
+/// Reads the arguments that follow the program's name. A failure's description is in the interface language.
 Result<Invocation> parseCommandLine(const QStringList &arguments, const LocalizationManager &texts);
 
 /// The name of a command, as typed.
@@ -73,9 +72,9 @@ QStringView commandName(Invocation::Command command);
 QString busMember(Invocation::Command command);
 QStringList remoteBusMembers();
 std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member);
-/// By the command's name as typed.
+/// Returns nullopt if no remote command has this name.
 std::optional<Invocation::Command> remoteCommandOfName(QStringView name);
-/// Whether the command makes sense where no program runs yet, which is started for it.
+/// Whether the program is started for the command if it doesn't run.
 bool startsProgram(Invocation::Command command);
 
 /// The page that --help prints, made from the same table.

@@ -28,7 +28,7 @@ namespace {
 
 using Command = Invocation::Command;
 
-/// False where not all of it could be written.
+/// Returns false if not all of the text could be written.
 bool print(std::FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
@@ -47,7 +47,7 @@ bool isDirectional(QChar c)
     return (c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069');
 }
 
-/// For a terminal: what a server sent or a picture showed may hold control characters, which would be obeyed there.
+/// For a terminal, which would obey the control characters in a server's answer or in a recognized text.
 QString withoutControlCharacters(QString text)
 {
     for (QChar &character : text) {
@@ -63,7 +63,7 @@ void printMessage(const QString &line)
     printLine(stderr, withoutControlCharacters(line));
 }
 
-/// Another program or a file gets an answer as it is.
+/// Other programs and files get the answer unchanged.
 bool printAnswer(const QString &answer)
 {
     return printLine(stdout, ::isatty(STDOUT_FILENO) ? withoutControlCharacters(answer) : answer);
@@ -77,7 +77,7 @@ ExitCode answered(bool isPrinted, const LocalizationManager &texts)
     return ExitCode::Failed;
 }
 
-/// Pictures need fonts and so a window system's plug-in, though no window system; texts need neither.
+/// Drawing pictures needs fonts and therefore a platform plug-in, but no window system.
 std::unique_ptr<QCoreApplication> makeApplication(bool drawsPictures, int &argc, char *argv[])
 {
     if (!drawsPictures)
@@ -94,7 +94,7 @@ QStringList argumentsAfterName(int argc, char *argv[])
     return arguments;
 }
 
-/// Says what a command waits for if that takes long.
+/// Prints what a command waits for if the wait is long.
 class WaitingNotice
 {
 public:
@@ -186,7 +186,7 @@ int runCommandLine(int argc, char *argv[])
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
-    // Nobody else waits for a command, so that it rather waits for the memory of phrases than knows nothing.
+    // A command can wait for the phrases; the pane can't.
     Services services([](const QString &line) { printMessage(line); }, {}, {.longest = 30s, .acceptsOutdated = false});
     if (arguments == QStringList{QLatin1StringView(unansweredOption)}) {
         printMessage(services.texts().localized(u"Lucentra 沒有執行這個指令。"_s));

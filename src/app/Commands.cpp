@@ -30,7 +30,7 @@ namespace lucentra {
 
 namespace {
 
-/// In bytes. No engine translates more at a time.
+/// In bytes; more than any engine translates at a time.
 constexpr qint64 longestText = 1 << 20;
 
 /// How long the stages of a command took.
@@ -58,7 +58,7 @@ QString toLine(const QJsonObject &document)
     return QString::fromUtf8(QJsonDocument(document).toJson(QJsonDocument::Compact));
 }
 
-/// Timings belong to the JSON of the answer; a command that prints none gives them as its message.
+/// Timings are part of the answer's JSON. A command that prints no JSON prints them as its message.
 CommandOutput outputOf(std::optional<QJsonObject> document, const Invocation &invocation, const Stages &stages)
 {
     if (!invocation.timing)
@@ -76,7 +76,7 @@ CommandOutput withNote(CommandOutput output, const QString &note)
     return output;
 }
 
-/// Turns the event loop until the operation that `start` begins has called back, which may be before it returns.
+/// Runs the event loop until the operation that `start` begins has called back, which may be before `start` returns.
 template <typename Value>
 Value await(const std::function<void(std::function<void(Value)>)> &start)
 {
@@ -91,7 +91,8 @@ Value await(const std::function<void(std::function<void(Value)>)> &start)
     return std::move(*value);
 }
 
-/// Also holds fast what isn't chosen, so that the whole command goes by the same engine and language.
+/// Also overrides what isn't given on the command line, so that the whole command uses the same engine and language
+/// even if a setting changes meanwhile.
 void chooseForThisCommand(const Invocation &invocation, Services &services)
 {
     SettingsStore &store = services.settings();
@@ -121,7 +122,7 @@ QString nameOf(OnDeviceOutcome::Kind kind)
     return u"pair unavailable"_s;
 }
 
-/// The lines, and what the engine of this machine says of each, where it was that one.
+/// Adds the outcome of each line if the engine of this computer translated them.
 QJsonArray withOutcomes(QJsonArray lines, const QList<OnDeviceOutcome> &outcomes)
 {
     for (qsizetype i = 0; i < std::min(lines.size(), outcomes.size()); ++i) {
@@ -163,7 +164,7 @@ QList<TextBlock> recognizedBlocks(const QImage &picture, const Invocation &invoc
     return composeBlocks(recognizeLines(services.recognizer(), image, image.rect()).lines, image.size(), unit);
 }
 
-/// The text to translate: that of the command line, or of the standard input for "-".
+/// The text to translate: the argument, or the standard input if the argument is "-".
 Result<QString> givenText(const QString &argument, const LocalizationManager &texts)
 {
     const Result<QString> text = argument == u"-" ? standardInput(texts) : argument;
@@ -184,7 +185,7 @@ Result<QString> standardInput(const LocalizationManager &texts)
     };
     QFile input;
     QByteArray bytes;
-    QByteArray piece; // a pipe gives what is in it
+    QByteArray piece; // a pipe may give less than requested
     input.open(stdin, QIODevice::ReadOnly);
     do {
         piece = input.read(longestText + 1 - bytes.size());
@@ -221,7 +222,7 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
 
 Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services)
 {
-    // Nothing is sent out for a picture that could not be kept.
+    // No text is sent if the result couldn't be written.
     if (const auto destination = checkPictureDestination(invocation.output, services.texts()); !destination)
         return tl::unexpected(destination.error());
     chooseForThisCommand(invocation, services);

@@ -14,12 +14,12 @@ struct NeuralModelError;
 /// What a finished command prints.
 struct CommandOutput
 {
-    QString answer;  ///< for standard output, without the last line break; empty where there is none
-    QString message; ///< for standard error; empty where there is none
+    QString answer;  ///< for standard output, without the last line break; may be empty
+    QString message; ///< for standard error; may be empty
 };
 
-// Each runs one command from start to end; a failure's description is what the pane would show. Main thread; the
-// event loop turns meanwhile.
+// Each function runs one command and runs the event loop meanwhile. A failure's description is the one that the pane
+// would show.
 
 /// The lines of a picture as JSON: their texts and boxes (fractions of the picture, origin bottom-left).
 Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &services);
@@ -28,9 +28,9 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
 Result<CommandOutput> imageCommand(const Invocation &invocation, Services &services);
 /// Translates a text as the pane does a typed one.
 Result<CommandOutput> textCommand(const Invocation &invocation, Services &services);
-/// What translates on this machine: its services, language pairs, phrases and the age of their cache.
+/// Lists what translates on this computer: services, language pairs, phrases and the age of their cache.
 Result<CommandOutput> languagesCommand(const Invocation &invocation, Services &services);
-/// The translation models on this machine, and those that the server of models offers.
+/// Lists the translation models on this computer and those that the server offers.
 Result<CommandOutput> modelsCommand(const Invocation &invocation, Services &services);
 /// Downloads the models that translate a pair. Prints the progress on a terminal's standard error.
 Result<CommandOutput> installModelCommand(const Invocation &invocation, Services &services);
@@ -41,12 +41,12 @@ Result<CommandOutput> exportCommand(const Invocation &invocation, Services &serv
 Result<CommandOutput> entriesCommand(const Invocation &invocation, Services &services);
 /// Asks the chosen engine for one word.
 Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Services &services);
-/// What a report of a problem needs: versions, the session and what of it is used, models, engines without their keys.
-/// Says what is wrong and how to mend it.
+/// Prints what the report of a problem needs: versions, the session and which parts of it are used, models, and engines
+/// without their keys. Says what is wrong and how to mend it.
 Result<CommandOutput> doctorCommand(const Invocation &invocation, Services &services);
-/// Translates the lines of the standard input by one model alone.
+/// Translates the lines of the standard input with one model.
 Result<CommandOutput> runModelCommand(const Invocation &invocation, const LocalizationManager &texts);
-/// Has the running program carry the command out.
+/// Sends the command to the running program.
 Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services);
 
 /// Why a translation model can't be used.

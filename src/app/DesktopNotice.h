@@ -5,8 +5,7 @@
 
 namespace lucentra {
 
-/// Has the desktop show a short notice outside of the program's own windows. Where nobody shows notices nothing
-/// happens; never waits.
+/// Shows a notification of the desktop. Does nothing if the desktop has no notification service. Never waits.
 void showDesktopNotice(const QDBusConnection &bus, const QString &title, const QString &text);
 
 } // namespace lucentra

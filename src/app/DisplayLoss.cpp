@@ -22,9 +22,9 @@ namespace {
 
 /// Longest wait for the display to come back.
 constexpr auto displayPatience = 10s;
-/// How long it takes at most to store what is to be stored.
+/// Longest time for storing.
 constexpr auto storingPatience = 5s;
-/// A display that breaks sooner after the start isn't tried again.
+/// If the display breaks sooner after the start, the program doesn't start again.
 constexpr auto shortestUse = 5s;
 
 } // namespace
@@ -51,7 +51,7 @@ void DisplayLoss::handle(QtMsgType type, const QMessageLogContext &context, cons
         return;
     if (QThread::currentThread() == qApp->thread())
         current->end();
-    // The toolkit's own threads notice it as well, and end the process when this returns.
+    // The toolkit's own threads notice the loss as well and end the process when this function returns.
     QMetaObject::invokeMethod(qApp, [] { current->end(); }, Qt::QueuedConnection);
     std::this_thread::sleep_for(displayPatience + storingPatience);
 }

@@ -76,7 +76,7 @@ Section onDevice(Services &services)
 {
     const LocalizationManager &texts = services.texts();
     Section section{texts.localized(u"在這部電腦上翻譯"_s), {}};
-    // Known phrases are there at once; a report doesn't wait for others.
+    // Phrases that were collected before are available at once; a report doesn't wait for others.
     constexpr int mostLooks = 20;
     constexpr int millisecondsBetween = 50;
     for (int look = 0; look < mostLooks && services.isCollectingPhrases(); ++look)
@@ -185,7 +185,7 @@ Result<CommandOutput> doctorCommand(const Invocation & /*invocation*/, Services 
         }
     }
     lines.append(problems == 0 ? texts.localized(u"沒有發現問題。"_s) : texts.formatted(u"「!」標出 %d 個可以改善之處。"_s, problems));
-    // The name of the home folder is the user's own affair.
+    // The home folder's name contains the user's.
     return CommandOutput{.answer = lines.join(u'\n').replace(QDir::homePath(), u"~"_s)};
 }
 

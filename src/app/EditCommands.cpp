@@ -8,14 +8,14 @@ namespace lucentra {
 
 namespace {
 
-/// Deleting is no slot of a text field, only a key.
+/// Text fields have a key for deleting, but no slot.
 constexpr const char *deleteSelection = nullptr;
 
 void deleteSelected(QWidget *widget)
 {
     auto *line = qobject_cast<QLineEdit *>(widget);
     if (line && line->hasSelectedText())
-        line->del(); // which without a selection takes the next character
+        line->del(); // without a selection it deletes the next character
     else if (auto *text = qobject_cast<QTextEdit *>(widget))
         text->textCursor().removeSelectedText();
     else if (auto *plain = qobject_cast<QPlainTextEdit *>(widget))

@@ -20,10 +20,10 @@ struct EditCommand
 /// In the order of the menu.
 const QList<EditCommand> &editCommands();
 
-/// Whether the commands make sense for the widget; false for none.
+/// Whether the commands apply to the widget. False for null.
 bool isTextField(const QWidget *widget);
 
-/// Does nothing if the widget is no text field.
+/// Does nothing if the widget isn't a text field.
 void performEditCommand(const EditCommand &command, QWidget *widget);
 
 } // namespace lucentra

@@ -16,14 +16,14 @@ namespace {
 
 /// How long the main thread may be away from its event loop.
 constexpr auto patience = 200ms;
-/// How often it is asked.
+/// How often it is checked.
 constexpr auto interval = 20ms;
-/// How closely an answer's time is known.
+/// Resolution of the measured time.
 constexpr auto resolution = 2ms;
 
 int stackFile = -1;
 
-/// On the main thread, wherever that is.
+/// Runs on the main thread, in whatever function that is.
 void writeStack(int)
 {
     std::array<void *, 64> frames;

@@ -8,14 +8,13 @@
 
 namespace lucentra {
 
-/// Notices when the main thread doesn't return to its event loop in time, and writes that into the file that
-/// LUCENTRA_HANG_FILE names, a line each with the duration and how much of it the thread only waited for a processor,
-/// after the stack on which it was found. Without the variable it does nothing. Only in builds with
-/// LUCENTRA_HANG_WATCH: it is for tests.
+/// Detects when the main thread doesn't return to its event loop in time, for tests. Writes the stack into the file
+/// that LUCENTRA_HANG_FILE names, then one line with the duration and how much of it the thread waited for a processor.
+/// Does nothing without that variable. Only in builds with LUCENTRA_HANG_WATCH.
 class HangWatch
 {
 public:
-    /// From then on, until it is destroyed. Main thread, once there is an application object; one at a time.
+    /// Watches until it is destroyed. Needs an application object; one instance at a time.
     HangWatch();
     ~HangWatch();
     HangWatch(const HangWatch &) = delete;

@@ -20,7 +20,7 @@ tl::unexpected<Failure> failed(const QString &description)
         Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
 }
 
-/// The running program replaces the file whole, so that it can be read at any time.
+/// Can be called at any time, since the running program replaces the file atomically.
 Result<HistoryFileContent> matchingContent(const Invocation &invocation, Services &services)
 {
     auto content = readHistoryFile(HistoryManager::userFilePath());
@@ -31,7 +31,7 @@ Result<HistoryFileContent> matchingContent(const Invocation &invocation, Service
     return content;
 }
 
-/// What is to be said besides the answer.
+/// The message besides the answer.
 QString noteOn(const HistoryFileContent &content, const LocalizationManager &texts)
 {
     return content.isWhole ? QString() : texts.localized(u"翻譯紀錄檔案過大，只讀取了開頭的部分。"_s);

@@ -10,7 +10,7 @@ namespace lucentra {
 void useInterfaceFont(const QString &languageCode)
 {
     static const QFont desktopFont = QApplication::font();
-    // By its real name: a generic one would be passed over for the next in the list.
+    // By its real name: a generic name would be skipped in favour of the next one in the list.
     QStringList families{QFontInfo(desktopFont).family()};
     for (const QString &family : textFamilies(languageCode)) {
         if (!families.contains(family))

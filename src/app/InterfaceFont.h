@@ -4,9 +4,9 @@
 
 namespace lucentra {
 
-/// Has the program's windows draw what the desktop's own font lacks with the same families as the overlays: in the
-/// shapes of the interface language's region, and in bold where bold is asked for. The language is given by the code of
-/// its string table; windows that are open learn of it.
+/// Makes the program's windows draw characters that the desktop's font lacks with the same families as the overlays: in
+/// the shapes of the interface language's region, and in bold if requested. The language is the code of its string
+/// table. Open windows are updated.
 void useInterfaceFont(const QString &languageCode);
 
 } // namespace lucentra

@@ -1,5 +1,5 @@
-// What users start. A command for the running program is sent from here: a hotkey shouldn't wait until the libraries of
-// the whole program are loaded. Everything else is done by the program itself, which replaces this process.
+// The executable that users start. It sends commands to the running program itself, so that a hotkey needn't wait until
+// the whole program's libraries are loaded. For everything else it executes the program in its place.
 
 #include "RemoteCommands.h"
 
@@ -22,8 +22,8 @@ using namespace lucentra;
 
 enum class Sent {
     Done,
-    Unanswered, ///< the program has the command, and hangs
-    Undone,     ///< for whatever reason; the program finds it out and reports it, or starts
+    Unanswered, ///< the program has received the command, but hangs
+    Undone,     ///< the program, which is executed next, finds the reason and reports it, or starts
 };
 
 Sent send(const std::string &command)
@@ -47,7 +47,7 @@ Sent send(const std::string &command)
     return isLate && dbus_error_has_name(&error, DBUS_ERROR_NO_REPLY) ? Sent::Unanswered : Sent::Undone;
 }
 
-/// The program's path, from that of this executable.
+/// The program's path, relative to this executable.
 std::string programPath()
 {
     std::array<char, PATH_MAX> own{};

@@ -7,10 +7,10 @@
 
 namespace lucentra {
 
-/// The title of the menu items by which translations follow the screen.
+/// Title of the menu items that switch live translation.
 inline constexpr QStringView liveItemKey = u"即時翻譯";
 
-/// Shows the state in such an item, or why there is none.
+/// Shows the state in such an item, or why live translation isn't available.
 inline void showLiveState(QAction &item, const ShellActions &actions, const LocalizationManager &texts)
 {
     const bool isAllowed = actions.canBeLive && actions.canBeLive();

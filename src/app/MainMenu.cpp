@@ -80,7 +80,7 @@ void MainMenu::fillEditMenu()
             m_edit.addSeparator();
         QAction *action = add(m_edit, command.titleKey.toString(), command.shortcut,
                               [&command] { performEditCommand(command, QApplication::focusWidget()); });
-        // Text fields know these keys by themselves; nothing else may lose them.
+        // Text fields handle these keys themselves, and other widgets must not lose them.
         action->setShortcutContext(Qt::WidgetShortcut);
     }
     connect(&m_edit, &QMenu::aboutToShow, this, &MainMenu::updateEditItems);
@@ -107,7 +107,7 @@ void MainMenu::fillWindowMenu()
 
 void MainMenu::fillContextMenu()
 {
-    // What is done to the pane first; the rest as in a menu bar.
+    // What acts on the pane comes first, then the menus of the menu bar.
     m_context.addActions(m_translate.actions());
     m_context.addSeparator();
     m_context.addMenu(&m_edit);

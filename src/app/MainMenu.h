@@ -16,9 +16,8 @@ namespace lucentra {
 
 class LocalizationManager;
 
-/// The program's menus "Lucentra", "編輯", "翻譯" and "視窗". They are the menu bar of windows that have one, and
-/// the context menu of the pane, which has none. Items without a target act on the window, or the text field, that has
-/// the focus.
+/// The program's menus "Lucentra", "編輯", "翻譯" and "視窗": the menu bar of windows that have one, and the context
+/// menu of the pane. Items without a target act on the window or the text field that has the focus.
 class MainMenu : public QObject
 {
 public:
@@ -28,12 +27,12 @@ public:
     /// Gives every item its title in the interface language.
     void build();
 
-    /// Shows whether translations follow the screen.
+    /// Updates the item of live translation.
     void updateLive();
 
-    /// Gives a window the menus as its bar.
+    /// Adds the menus to a window's menu bar.
     void fillMenuBar(QMenuBar &bar) const;
-    /// Makes the widget, with its window, answer the shortcuts, and shows the menus at a right click or the Menu key.
+    /// Makes the shortcuts work in the widget and its window, and shows the menus on a right click or the Menu key.
     void attachContextMenu(QWidget &widget);
 
 private:

@@ -21,7 +21,7 @@ tl::unexpected<Failure> failedModels(const QString &description)
         Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
 }
 
-/// A line of a table: "    en → ja    36 MB  2.1 base".
+/// One line of a table: "    en → ja    36 MB  2.1 base".
 QString modelLine(const LanguagePair &pair, qint64 bytes, const QString &rest)
 {
     return (u"    "_s + modelName(pair)).leftJustified(20) + megabyteText(bytes).rightJustified(7) + u"  "_s + rest;

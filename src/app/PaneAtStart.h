@@ -2,13 +2,13 @@
 
 namespace lucentra {
 
-/// Whether the pane is there when the program has started.
+/// Whether the pane is shown when the program has started.
 enum class PaneAtStart {
     Shown,
-    WaitsForCommand, ///< hidden until one comes over the bus
+    WaitsForCommand, ///< hidden until a command arrives over the bus
 };
 
-/// The option with which a sender of a command starts the program.
+/// The option with which the program is started for a command.
 inline constexpr auto waitForCommandOption = "--wait-for-command";
 
 } // namespace lucentra

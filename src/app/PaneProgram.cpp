@@ -33,9 +33,9 @@ namespace lucentra {
 
 namespace {
 
-/// How long quitting takes at most, whatever is under way, once everything is stored.
+/// Longest time for quitting once everything is stored.
 constexpr auto longestEnd = 900ms;
-/// How long closing the windows takes at most, before anything is stored: the X server may hang.
+/// Longest time for closing the windows, before anything is stored: the X server may hang.
 constexpr auto longestClosing = 5s;
 
 void printDiagnostic(const QString &line)
@@ -65,7 +65,7 @@ void migrateFormerVersion()
     migrateLegacyData(settings, HistoryManager::userFilePath(), LegacyFolders::ofUser(), &printDiagnostic);
 }
 
-/// A second start: the running program shows its pane.
+/// For a second start: makes the running program show its pane.
 int showRunningProgram(PaneAtStart paneAtStart)
 {
     if (paneAtStart == PaneAtStart::WaitsForCommand)
@@ -84,7 +84,7 @@ class EndDeadline
 public:
     enum class State { Closing, Storing, Stored };
 
-    /// From any thread. Only the first call counts.
+    /// Any thread. Only the first call has an effect.
     void start(int code)
     {
         const std::lock_guard starting(m_mutex);
@@ -131,7 +131,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     QApplication::setWindowIcon(QIcon(u":/lucentra/icons/com.tarnby.lucentra.svg"_s));
     QGuiApplication::setQuitOnLastWindowClosed(false);
 
-    // Not quit, which asks every window first: the pane only hides when it is closed, and so says no.
+    // Not QCoreApplication::quit: it closes every window first, and the pane refuses, since it only hides.
     signalsToQuit.listen([] { QCoreApplication::exit(); });
     EventLoopScheduler scheduler;
     SessionBus bus(scheduler);
@@ -160,7 +160,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     TerminationSignals::endAtOnce();
     endDeadline.start(code);
     displayClaim->onShowAsked = nullptr;
-    remoteControl.onCommand = nullptr; // what comes from now on is for the next start
+    remoteControl.onCommand = nullptr; // later commands are for the next start
     delegate.applicationWillTerminate();
     endDeadline.setState(EndDeadline::State::Storing);
     delegate.completeStoring();

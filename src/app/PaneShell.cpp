@@ -27,7 +27,7 @@ namespace lucentra {
 
 namespace {
 
-/// How long after the start of a pass the memory of its workers is given back.
+/// How long after the start of a pass the memory of its workers is released.
 constexpr auto memoryDelay = 5s;
 
 void copyToClipboard(const QString &text)
@@ -73,7 +73,7 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
     });
 }
 
-/// Language models see the lines of a request together; the other engines translate each by itself.
+/// Only for engines that translate each line by itself; language models see the lines of a request together.
 bool PaneShell::recommendsParagraphs(const QList<TextLine> &lines, const QSizeF &imageSize) const
 {
     SettingsStore &settings = m_services.settings();
@@ -122,7 +122,7 @@ void PaneShell::wirePass()
         .known = [&manager](const QString &text) { return manager.known(text); },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },
-        .openScreenRecordingSettings = [] {}, // a desktop that withholds its screen asks by itself
+        .openScreenRecordingSettings = [] {}, // a desktop that protects the screen asks by itself
         .recommendsParagraphs = [this](const QList<TextLine> &lines,
                                        const QSizeF &size) { return recommendsParagraphs(lines, size); },
     };
@@ -242,7 +242,7 @@ void PaneShell::showBeneath(const ScreenFrame &frame)
 {
     if (m_live)
         m_live->add(frame);
-    // The glass needn't follow as closely as translations do.
+    // The glass may follow more slowly than the translations.
     if (m_nextBackdrop) {
         m_waitingBackdrop = frame.picture;
         return;
@@ -258,7 +258,8 @@ void PaneShell::showBeneath(const ScreenFrame &frame)
 
 void PaneShell::keepAbovePane(const QWindow *used)
 {
-    // The pane is above all windows, and may cover the whole screen: what the user works with must not lie beneath it.
+    // The pane is above all windows and may cover the whole screen; the window that the user works with must not be
+    // beneath it.
     for (const QWindow *window : QGuiApplication::topLevelWindows()) {
         const bool isMember = window->type() == Qt::Window || window->type() == Qt::Dialog;
         if (isMember && window->isExposed() && window != m_window.windowHandle())

@@ -39,10 +39,10 @@ public:
     void toggle();
     /// Shows the hidden pane; the shown one translates.
     void translateCurrentArea();
-    /// Whether a key goes to the pane, and neither to a menu nor to an input method.
+    /// Whether a key would go to the pane, not to a menu or an input method.
     bool isKeyWindow() const;
     void stop();
-    /// Whether this desktop lets translations follow the screen.
+    /// Whether live translation is available on this desktop.
     bool canBeLive() const;
 
 private:

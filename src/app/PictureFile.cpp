@@ -19,11 +19,11 @@ namespace lucentra {
 namespace {
 
 constexpr qint64 mebibyte = 1 << 20;
-/// A picture of the largest size without any compression; what a pipe says beyond it is not read.
+/// The largest picture without compression. No more is read from a pipe.
 constexpr qint64 maximumPipedBytes = maximumPicturePixels * 4 + mebibyte;
-constexpr qint64 headBytes = 4096; // enough to tell the format
+constexpr qint64 headBytes = 4096; // enough to detect the format
 
-/// What screens are kept as. Drawings may refer to other files, and other formats' readers are too little tried.
+/// The formats of screenshots. Drawings could refer to other files, and readers of other formats are less tested.
 const QByteArrayList readFormats{"png", "jpeg", "webp", "bmp", "gif", "tiff", "avif"};
 
 Failure pictureFailure(const QString &description)
@@ -49,7 +49,7 @@ Result<QImage> readPicture(const QString &path, const LocalizationManager &texts
     QFile file(path);
     if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
         return tl::unexpected(pictureFailure(texts.formatted(u"無法讀取圖片：%@"_s, path)));
-    // A pipe can't be read twice, as finding out a picture's format wants to.
+    // Detecting the format needs to read the beginning twice, which a pipe doesn't allow.
     QByteArray piped;
     QBuffer pipe(&piped);
     if (!QFileInfo(path).isFile()) {
@@ -111,7 +111,7 @@ Result<void> checkPictureDestination(const QString &path, const LocalizationMana
     const QFileInfo folder(file.absolutePath());
     if (!QImageWriter::supportedImageFormats().contains(formatOf(path)))
         return unwritable(path, texts.localized(u"不支援的圖片格式"_s), texts);
-    // The picture takes the place of what is there: a device must not be lost to it.
+    // The picture replaces what is at the path, which must not be a device.
     if (file.exists() && !file.isDir() && !file.isFile())
         return unwritable(path, qt_error_string(ENOTSUP), texts);
     if (file.isDir() || !folder.isDir() || !folder.isWritable() || (file.exists() && !file.isWritable()))
@@ -131,7 +131,7 @@ Result<void> writePicture(const QImage &picture, const QString &path, const Loca
     QImageWriter writer(&file, formatOf(path));
     if (!writer.write(picture))
         return failed(writer.errorString());
-    // Committing would put a picture without what couldn't be flushed in the old one's place.
+    // After a failed flush, committing would replace the old picture by an incomplete one.
     if (!file.flush() || !file.commit())
         return failed(file.errorString());
     return {};

@@ -39,7 +39,7 @@ SettingsServices ProgramWindows::settingsServices()
 {
     Services &services = m_program.services;
     HotkeyManager &hotkeys = m_program.hotkeys;
-    // Where the desktop has taken over the hotkeys, its other shortcuts can only be removed.
+    // If the desktop manages the hotkeys, its custom shortcuts can only be removed.
     const bool offersDesktopShortcuts =
         areDesktopShortcutsOffered() && (hotkeys.areKeysChosenHere() || areDesktopShortcutsSet());
     return {

@@ -17,7 +17,7 @@ class PaneWindowHints;
 class Services;
 class SettingsStore;
 
-/// Makes the desktop's shortcuts call the program with the stored hotkey, or removes them.
+/// Adds custom shortcuts to the desktop that call the program with the stored hotkey, or removes them.
 void applyDesktopShortcuts(const SettingsStore &settings, bool isOn);
 
 /// The program's windows besides the pane: settings and history. Each is made when it is first needed.

@@ -14,7 +14,7 @@ inline constexpr auto remotePath = "/com/tarnby/lucentra";
 inline constexpr std::array<std::string_view, 10> remoteCommands{
     "toggle", "show", "hide", "translate", "live on", "live off", "live toggle", "settings", "history", "quit"};
 
-/// The method on the session bus of such a command: "LiveOn" of "live on".
+/// The command's method on the session bus, such as "LiveOn" for "live on".
 inline std::string remoteMember(std::string_view command)
 {
     std::string member;
@@ -27,10 +27,10 @@ inline std::string remoteMember(std::string_view command)
     return member;
 }
 
-/// How long a command may take, in milliseconds; none waits for anything.
+/// Longest wait for a command's answer, in milliseconds. No command itself waits for anything.
 inline constexpr int remotePatience = 5000;
 
-/// With this option alone the program reports that the running one didn't answer a command.
+/// If this is the only option, the program reports that the running one didn't answer a command.
 inline constexpr auto unansweredOption = "--unanswered";
 
 } // namespace lucentra

@@ -30,7 +30,7 @@ constexpr auto applicationInterface = "org.freedesktop.Application"_L1;
 
 /// How long the program may take to appear on the bus.
 constexpr auto startPatience = 20s;
-/// How long a program that is about to end may store what it has.
+/// How long a program that is about to end may take for storing.
 constexpr auto endPatience = 5s;
 
 Failure failure(const QString &description)
@@ -38,7 +38,8 @@ Failure failure(const QString &description)
     return {.domain = u"RemoteControl"_s, .code = int(ExitCode::Failed), .description = description};
 }
 
-/// Starts the program and waits until it can be called. It outlives this process and holds none of its outputs open.
+/// Starts the program and waits until it can be called. It outlives this process and keeps none of its output streams
+/// open.
 bool start(const QDBusConnection &bus)
 {
     QProcess program;
@@ -60,7 +61,7 @@ bool start(const QDBusConnection &bus)
     return true;
 }
 
-/// What a call asks for by either interface.
+/// The command of a call to either interface.
 std::optional<Command> commandOf(const QDBusMessage &message)
 {
     if (message.interface() != applicationInterface)
@@ -89,7 +90,7 @@ RemoteControl::Claim RemoteControl::claim()
 {
     if (!m_bus.isConnected())
         return Claim::NoBus;
-    // The object first, since callers that wait for the name call it at once.
+    // Before the name, since callers that wait for the name call the object at once.
     m_bus.registerVirtualObject(objectPath, this);
     const auto reply = m_bus.interface()->registerService(serviceName, QDBusConnectionInterface::DontQueueService,
                                                           QDBusConnectionInterface::DontAllowReplacement);
@@ -118,7 +119,7 @@ bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnec
 {
     const auto command = commandOf(message);
     if (!command)
-        return false; // the bus says that there is no such method
+        return false; // the bus answers that there is no such method
     if (!onCommand)
         connection.send(message.createErrorReply(QDBusError::ServiceUnknown, serviceName));
     else if (onCommand(*command))
@@ -137,12 +138,12 @@ QDBusMessage call(Invocation::Command command, const QDBusConnection &bus)
     return bus.call(message, QDBus::Block, remotePatience);
 }
 
-/// Whether a command came while the program was about to end, as after `quit`; waits until it has.
+/// Whether a command arrived while the program was about to end, as after `quit`. Waits until it has ended.
 bool hasJustEnded(const QDBusMessage &reply, const QDBusConnection &bus)
 {
     const auto error = QDBusError(reply).type();
     if (error == QDBusError::NotSupported || error == QDBusError::UnknownMethod)
-        return false; // it is there, and has answered
+        return false; // it runs and has answered
     const QDeadlineTimer deadline(endPatience);
     while (isProgramRunning(bus) && !deadline.hasExpired())
         QThread::msleep(20);

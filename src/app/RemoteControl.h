@@ -12,12 +12,11 @@ namespace lucentra {
 
 class LocalizationManager;
 
-/// The running program's end of the session bus: makes it the only one of the user's session, and takes commands, by
-/// the table of the command line.
+/// The running program on the session bus: makes sure that it is the only one of the session, and receives commands.
 ///
-/// The name is "com.tarnby.lucentra", the object "/com/tarnby/lucentra"; its interface of the same name has one method
-/// without arguments a command ("Toggle", "Show" ...), and "org.freedesktop.Application" does the same by the
-/// command's name ("toggle").
+/// The name is "com.tarnby.lucentra", the object "/com/tarnby/lucentra". The interface "com.tarnby.lucentra" has a
+/// method without arguments for each command ("Toggle", "Show" ...); the actions of "org.freedesktop.Application" have
+/// the commands' names ("toggle").
 class RemoteControl : public QDBusVirtualObject
 {
 public:
@@ -25,17 +24,17 @@ public:
     ~RemoteControl() override;
 
     enum class Claim {
-        Ours,  ///< this is the program now
+        Ours,  ///< this process is the program now
         Taken, ///< another one runs
-        NoBus, ///< nobody can tell; the program can't be reached by commands
+        NoBus, ///< unknown; the program can't be reached by commands
     };
     /// Asks for the name. Commands that arrive wait for the event loop.
     Claim claim();
-    /// Takes commands on another bus, after the first one has ended.
+    /// Receives commands on another bus after the first one has ended.
     Claim moveTo(const QDBusConnection &bus);
 
-    /// Carries out a command. Returns false if it isn't available, which is reported to the caller. Without it the
-    /// program isn't there any more for its callers: it ends.
+    /// Carries out a command. Returns false if it isn't available, which is reported to the caller. Unset while the
+    /// program ends; callers then get an error.
     std::function<bool(Invocation::Command)> onCommand;
 
     QString introspect(const QString &path) const override;
@@ -47,8 +46,8 @@ private:
 
 bool isProgramRunning(const QDBusConnection &bus);
 
-/// Has the running program carry a command out, and starts it before where the command makes sense then. Blocks until
-/// it is done, at most some seconds. A failure's description is in the interface language.
+/// Sends a command to the running program, which is started first if the command allows that. Blocks until the command
+/// is done, a few seconds at most. A failure's description is in the interface language.
 Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnection &bus,
                                const LocalizationManager &texts);
 

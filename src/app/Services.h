@@ -22,7 +22,7 @@ class ScreenTextRecognizer;
 class TextRecognizer;
 class TranslationModels;
 
-/// The objects that both the pane and the command line need. Each is made once; costly ones at their first use.
+/// The objects that both the pane and the command line need. Each is made once, costly ones at their first use.
 class Services
 {
 public:
@@ -37,7 +37,7 @@ public:
     MainQueue &mainQueue() { return m_mainQueue; }
     /// Any thread once `warmUpRecognizer` was called.
     TextRecognizer &recognizer();
-    /// Makes the recognizer now, and has it load its models after a while.
+    /// Makes the recognizer now; it loads its models after the delay.
     void warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay);
     TranslationManager &translationManager();
     const KeychainStore &keychain();
@@ -48,9 +48,9 @@ public:
     bool isCollectingPhrases();
     TranslationModels &models();
     ModelInstallation &modelInstallation();
-    /// As `testConnection`; that of this computer's engine also says which models are installed.
+    /// Like `testConnection`. The test of this computer's engine also says which models are installed.
     void testEngine(const std::function<void(Result<QString>)> &completion);
-    /// Starts what the on-device engine needs, and names the view that its translations are for.
+    /// Starts what the on-device engine needs; its translations are for this view.
     void prepareOnDevice(const QObject &view);
 
 private:

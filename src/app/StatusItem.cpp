@@ -22,8 +22,8 @@ namespace {
 
 const QString imageName = u"com.tarnby.lucentra-symbolic"_s;
 
-/// The icon, drawn in its proportions however high and wide the tray makes its place. Trays that ask for an icon of the
-/// desktop's theme by its name, and give it the colour of their panel, get the name where the theme has it.
+/// The icon, drawn in its proportions in a place of any size. Trays that look an icon up in the desktop's theme and
+/// give it their panel's colour get its name if the theme has it.
 class StatusImage : public QIconEngine
 {
 public:
@@ -64,7 +64,7 @@ QIcon statusImage()
     return image;
 }
 
-/// The former version stored keys without a letter as private characters of its desktop's toolkit.
+/// An earlier version stored keys without a letter as private-use characters.
 QString keyName(const QString &key)
 {
     constexpr char16_t firstFunctionKey = 0xF704;

@@ -19,12 +19,12 @@ class LocalizationManager;
 /// The program's place in the desktop's tray: a left click shows and hides the pane, a right click opens the status
 /// menu.
 ///
-/// A tray may come after the program, at login above all; the item appears once there is one. The toolkit decides at
-/// the item's first showing which of the two kinds of tray it speaks to, so that it isn't made before.
+/// A tray may start after the program, above all at login; the item appears once there is one. It isn't made before,
+/// since the toolkit chooses between the two kinds of trays when the item is first shown.
 class StatusItem : public QObject
 {
 public:
-    /// Between two looks for a tray while there is none: at first, and after a while.
+    /// Interval of the checks while there is no tray: at first, and after a while.
     static constexpr std::chrono::milliseconds firstLookInterval{1000};
     static constexpr std::chrono::milliseconds longestLookInterval{30000};
     /// Tag of the item that shows the stored toggle hotkey.
@@ -35,11 +35,11 @@ public:
                std::function<bool()> isTrayThere);
     ~StatusItem() override;
 
-    /// Builds the menu anew, in the interface language, and shows the item as soon as there is a tray.
+    /// Builds the menu in the interface language, and shows the item as soon as there is a tray.
     void build();
-    /// Shows whether translations follow the screen.
+    /// Updates the item of live translation.
     void updateLive();
-    /// Shows the item anew as soon as there is a tray: the bus that the former was on has ended.
+    /// Shows a new item as soon as there is a tray. To be called after the session bus has ended.
     void lookAgain();
     /// The keys that the item with the toggle tag shows: modifier flags (VirtualKeys.h) and the key.
     void setToggleKeys(quint32 flags, const QString &key);

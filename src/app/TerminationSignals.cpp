@@ -36,7 +36,7 @@ void TerminationSignals::watch()
     sigset_t awaited = setOf({SIGTERM, SIGINT, SIGHUP});
     int signal = 0;
     while (sigwait(&awaited, &signal) == 0 && !m_isEnding) {
-        endAtOnce(); // this thread, which waits for nothing else, takes the next one
+        endAtOnce(); // this thread receives the next one
         awaited = setOf({SIGHUP});
         if (m_onArrival)
             m_onArrival();
@@ -64,7 +64,7 @@ TerminationSignals::~TerminationSignals()
 {
     m_notifier.reset();
     m_isEnding = true;
-    pthread_kill(m_watcher.native_handle(), SIGHUP); // which wakes it
+    pthread_kill(m_watcher.native_handle(), SIGHUP); // wakes it
     m_watcher.join();
     close(m_arrived);
 }

@@ -12,8 +12,8 @@ namespace lucentra {
 /// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread, so that the program ends as by its quit command.
 /// After the first, another SIGTERM or SIGINT ends the process at once, even if the main thread is blocked.
 ///
-/// Made before any other thread, those of the application object included: the signals are blocked in this one and all
-/// that it starts, and a single thread that doesn't block them would be ended by them, and the program with it.
+/// Must be made before any other thread, also those of the application object: it blocks the signals in this thread,
+/// and new threads inherit that. A signal would end the process if any thread didn't block it.
 class TerminationSignals
 {
 public:
@@ -24,7 +24,7 @@ public:
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;
 
-    /// Once there is an application object. Signals that came before are not lost.
+    /// To be called once there is an application object. Earlier signals aren't lost.
     void listen(std::function<void()> terminate);
 
     /// From now on SIGTERM and SIGINT end the process at once. SIGHUP doesn't: it follows SIGTERM by itself when a

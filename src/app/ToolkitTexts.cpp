@@ -13,7 +13,7 @@ namespace lucentra {
 
 ToolkitTexts::ToolkitTexts() = default;
 
-ToolkitTexts::~ToolkitTexts() = default; // a translator that goes takes itself out
+ToolkitTexts::~ToolkitTexts() = default; // the translator uninstalls itself
 
 void ToolkitTexts::use(const QString &languageCode)
 {

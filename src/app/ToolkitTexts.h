@@ -16,11 +16,11 @@ public:
     ToolkitTexts();
     ~ToolkitTexts();
 
-    /// Brings a language into force, by the code of its string table; windows that are open learn of it.
+    /// Switches to the language with this string table's code. Open windows are updated.
     void use(const QString &languageCode);
 
 private:
-    std::unique_ptr<QTranslator> m_table; ///< none for English
+    std::unique_ptr<QTranslator> m_table; ///< null for English
 };
 
 } // namespace lucentra

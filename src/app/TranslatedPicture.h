@@ -19,7 +19,7 @@ public:
     /// Draws the pane's glass and the overlays over the picture.
     void paintOver(QImage &picture, double glassOpacity);
 
-    /// Every line in the order of recognition, also those without an overlay.
+    /// All lines in the order of recognition, also those without an overlay.
     const QJsonArray &toJson() const { return m_json; }
 
 private:

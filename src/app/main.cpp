@@ -13,8 +13,8 @@
 
 namespace {
 
-/// A standard stream that was closed by the parent is replaced by a file that can't be written to; the
-/// number would otherwise go to the next file or connection, and the answer into it.
+/// Opens a file that can't be written to in place of each standard stream that the parent closed. Otherwise the next
+/// file or connection would get the stream's number, and the answer would be written into it.
 void occupyClosedStreams()
 {
     for (int stream = 0; stream <= 2; ++stream) {
@@ -23,8 +23,8 @@ void occupyClosedStreams()
     }
 }
 
-/// Relative folders are to be ignored, and without a home folder the user's own is meant; otherwise files would be left
-/// wherever the program was started.
+/// Removes relative folders from the environment and sets a missing home folder. Otherwise files would be written into
+/// the folder in which the program was started.
 void repairFolders()
 {
     for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
@@ -38,8 +38,8 @@ void repairFolders()
         setenv("HOME", user->pw_dir, 1);
 }
 
-/// Keys and what is on the screen are in this process's memory: a core file never gets them, not even where a program
-/// takes the cores, to which the limit on their size means nothing.
+/// Keeps keys and captured text, which are in this process's memory, out of core files. A limit on their size wouldn't
+/// suffice, since it doesn't apply to programs that receive cores.
 void leaveNothingInCoreFiles()
 {
     constexpr rlimit nothing{};
@@ -62,8 +62,8 @@ int main(int argc, char *argv[])
         return runPane(argc, argv, PaneAtStart::Shown);
     if (argc == 2 && std::string_view(argv[1]) == waitForCommandOption)
         return runPane(argc, argv, PaneAtStart::WaitsForCommand);
-    // Nor can other programs of the user look into a command. The pane has to do without: the desktop's portals answer
-    // nobody whose process they can't look into.
+    // Other programs of the user can't read a command's memory either. Not for the pane: the desktop's portals refuse
+    // processes that they can't inspect.
     prctl(PR_SET_DUMPABLE, 0);
     return runCommandLine(argc, argv);
 }

@@ -1,9 +1,7 @@
 #include "HttpSession.h"
 
-#include "DesktopProxies.h"
+#include "HttpExchange.h"
 #include "LocalizationManager.h"
-
-#include <curl/curl.h>
 
 #include <algorithm>
 #include <array>
@@ -28,14 +26,6 @@ constexpr std::chrono::hours longestDownload{24};
 /// How often a download asks whether it is still wanted.
 constexpr int downloadPollMilliseconds = 200;
 
-template <auto cleanUp>
-struct Cleanup
-{
-    void operator()(auto *object) const { cleanUp(object); }
-};
-template <typename Object, auto cleanUp>
-using Owned = std::unique_ptr<Object, Cleanup<cleanUp>>;
-
 /// The sentences for the user in the order of the kinds.
 const std::array sentences{u"連線逾時，請稍後再試"_s,
                            u"找不到伺服器，請檢查網路連線與網址"_s,
@@ -51,120 +41,7 @@ const std::array sentences{u"連線逾時，請稍後再試"_s,
                            u"網路連線發生錯誤"_s};
 static_assert(sentences.size() == size_t(Kind::other));
 
-using ParsedUrl = Owned<CURLU, curl_url_cleanup>;
-
-ParsedUrl parse(const QByteArray &url)
-{
-    ParsedUrl parsed(curl_url());
-    if (curl_url_set(parsed.get(), CURLUPART_URL, url.constData(), CURLU_PATH_AS_IS) != CURLUE_OK)
-        return nullptr;
-    return parsed;
-}
-
-QByteArray part(const ParsedUrl &url, CURLUPart which)
-{
-    char *text = nullptr;
-    if (curl_url_get(url.get(), which, &text, CURLU_DEFAULT_PORT) != CURLUE_OK)
-        return {};
-    QByteArray copy(text);
-    curl_free(text);
-    return copy;
-}
-
-bool isSameOrigin(const QByteArray &one, const QByteArray &other)
-{
-    const ParsedUrl first = parse(one);
-    const ParsedUrl second = parse(other);
-    return first && second && part(first, CURLUPART_SCHEME) == part(second, CURLUPART_SCHEME) &&
-           part(first, CURLUPART_HOST).toLower() == part(second, CURLUPART_HOST).toLower() &&
-           part(first, CURLUPART_PORT) == part(second, CURLUPART_PORT);
-}
-
-/// Whether nobody on the network can read a request that is sent on from one URL to the other, either. A server elsewhere
-/// may not send it on to this computer.
-bool isAsProtected(const QByteArray &from, const QByteArray &to)
-{
-    const QUrl target = QUrl::fromEncoded(to, QUrl::StrictMode);
-    return isProtected(target) && (target.scheme() == u"https" || from.startsWith("http:"));
-}
-
-/// A control character would end the header and start another.
-bool holdsControlCharacter(const QByteArray &text)
-{
-    return std::any_of(text.begin(), text.end(), [](char c) { return uchar(c) < 0x20 || c == 0x7f; });
-}
-
-bool isUrlCharacter(char c)
-{
-    static const QByteArray punctuation("-._~:/?#[]@!$&'()*+,;=%");
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || punctuation.contains(c);
-}
-
-Kind kindOf(CURLcode code)
-{
-    switch (code) {
-    case CURLE_OPERATION_TIMEDOUT:
-        return Kind::timedOut;
-    case CURLE_COULDNT_RESOLVE_HOST:
-        return Kind::hostUnknown;
-    case CURLE_COULDNT_CONNECT:
-        return Kind::cannotConnect;
-    case CURLE_COULDNT_RESOLVE_PROXY:
-    case CURLE_PROXY:
-        return Kind::proxy;
-    case CURLE_GOT_NOTHING:
-    case CURLE_RECV_ERROR:
-    case CURLE_SEND_ERROR:
-    case CURLE_PARTIAL_FILE:
-    case CURLE_HTTP2:
-    case CURLE_HTTP2_STREAM:
-        return Kind::connectionLost;
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_ISSUER_ERROR:
-    case CURLE_SSL_INVALIDCERTSTATUS:
-        return Kind::certificate;
-    case CURLE_SSL_CONNECT_ERROR:
-    case CURLE_SSL_CERTPROBLEM:
-    case CURLE_SSL_CIPHER:
-    case CURLE_SSL_CACERT_BADFILE:
-        return Kind::secureConnection;
-    case CURLE_UNSUPPORTED_PROTOCOL: // also an answer without a status line
-    case CURLE_WEIRD_SERVER_REPLY:
-    case CURLE_BAD_CONTENT_ENCODING:
-        return Kind::notHttp;
-    case CURLE_OUT_OF_MEMORY: // libcurl's own limits, such as 100 KiB per header line
-        return Kind::answerTooLarge;
-    case CURLE_URL_MALFORMAT:
-        return Kind::invalidRequest;
-    default:
-        return Kind::other;
-    }
-}
-
 } // namespace
-
-std::optional<QByteArray> wireUrl(const QByteArray &url)
-{
-    if (!std::all_of(url.begin(), url.end(), isUrlCharacter))
-        return std::nullopt;
-    if (url.sliced(std::max<qsizetype>(url.indexOf("://"), 0)).startsWith(":///"))
-        return std::nullopt; // libcurl would use the first part of the path as the host
-    const ParsedUrl parsed = parse(url);
-    if (!parsed || part(parsed, CURLUPART_HOST).isEmpty())
-        return std::nullopt;
-    const QByteArray scheme = part(parsed, CURLUPART_SCHEME);
-    if (scheme != "http" && scheme != "https")
-        return std::nullopt;
-    return url;
-}
-
-bool isProtected(const QUrl &url)
-{
-    const QString host = url.host(); // in lower case, like the scheme
-    if (url.scheme() == u"https")
-        return !host.isEmpty();
-    return url.scheme() == u"http" && (host == u"localhost" || host == u"127.0.0.1" || host == u"::1");
-}
 
 Failure TransportError::failure(const LocalizationManager &texts) const
 {
@@ -179,8 +56,8 @@ Failure TransportError::failure(const LocalizationManager &texts) const
 /// objects being changed while they are shared). So a channel belongs to one thread while it works.
 struct HttpSession::Channel
 {
-    Owned<CURLSH, curl_share_cleanup> share{curl_share_init()};
-    Owned<CURLM, curl_multi_cleanup> multi{curl_multi_init()};
+    CurlOwned<CURLSH, curl_share_cleanup> share{curl_share_init()};
+    CurlOwned<CURLM, curl_multi_cleanup> multi{curl_multi_init()};
 
     Channel() { curl_share_setopt(share.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION); }
 };
@@ -200,207 +77,6 @@ struct HttpSession::Download
     const TakePiece &take;
     const std::function<bool()> &isWanted;
 };
-
-namespace {
-
-/// A running request: a transfer of libcurl, the received part of its answer, and the remaining number of redirects.
-class HttpExchange
-{
-public:
-    /// References outlive the exchange. Throws `invalidRequest` if the URL or a header is invalid.
-    HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile, CURLSH *share,
-                 Clock::time_point deadline, const HttpSession::TakePiece *take);
-
-    CURL *handle() const { return m_handle.get(); }
-
-    /// To be called after a successful transfer. If the answer is a redirect to follow, sets up the next transfer.
-    bool followRedirect();
-    HttpResponse takeResponse();
-    /// The error of a transfer that ended with the code.
-    TransportError error(CURLcode code) const;
-
-private:
-    void setUrl(const QByteArray &url);
-    void setHeaders(bool withBody);
-    void setMethod(bool withBody);
-    void setProxy(const ProxyAddress &proxy);
-    static size_t takeBody(const char *data, size_t size, size_t count, void *exchange);
-    static size_t takeHead(const char *data, size_t size, size_t count, void *exchange);
-
-    const HttpRequest &m_request;
-    const Clock::time_point m_deadline;
-    Owned<curl_slist, curl_slist_free_all> m_headers; ///< must outlive the handle
-    Owned<CURL, curl_easy_cleanup> m_handle{curl_easy_init()};
-    QByteArray m_url;
-    QByteArray m_body;
-    qsizetype m_headSize = 0;
-    bool m_isTooLarge = false;
-    int m_redirectsLeft = HttpSession::mostRedirects;
-    const HttpSession::TakePiece *m_take; ///< null if the body is collected
-    bool m_isStopped = false;             ///< by `m_take`
-};
-
-HttpExchange::HttpExchange(const HttpRequest &request, const ProxyAddress &proxy, const QString &certificateFile,
-                           CURLSH *share, Clock::time_point deadline, const HttpSession::TakePiece *take)
-    : m_request(request)
-    , m_deadline(deadline)
-    , m_take(take)
-{
-    if (!m_handle)
-        throw TransportError(Kind::other);
-    CURL *const easy = m_handle.get();
-    curl_easy_setopt(easy, CURLOPT_SHARE, share);
-    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    // A name look-up that hangs isn't waited for.
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
-    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
-    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);
-    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");   // all that can be decoded: proxies may compress unasked
-    curl_easy_setopt(easy, CURLOPT_USERAGENT, "Lucentra"); // some services refuse requests without one
-    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
-    curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
-    curl_easy_setopt(easy, CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2);
-    if (!certificateFile.isEmpty()) {
-        curl_easy_setopt(easy, CURLOPT_CAINFO, certificateFile.toLocal8Bit().constData());
-        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
-    }
-    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &HttpExchange::takeBody);
-    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &HttpExchange::takeHead);
-    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
-    if (m_take) {
-        curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, nullptr);
-        curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, long(request.timeout.count()));
-        curl_easy_setopt(easy, CURLOPT_LOW_SPEED_LIMIT, 1L);
-        curl_easy_setopt(easy, CURLOPT_LOW_SPEED_TIME,
-                         long(std::chrono::ceil<std::chrono::seconds>(request.timeout).count()));
-    }
-    setProxy(proxy);
-    setUrl(request.url);
-    const bool withBody = request.method != "GET";
-    setHeaders(withBody);
-    setMethod(withBody);
-}
-
-void HttpExchange::setUrl(const QByteArray &url)
-{
-    m_url = url;
-    curl_easy_setopt(handle(), CURLOPT_URL, m_url.constData());
-    const auto left =
-        std::chrono::ceil<std::chrono::milliseconds>(m_deadline - std::chrono::steady_clock::now()).count();
-    curl_easy_setopt(handle(), CURLOPT_TIMEOUT_MS, long(std::max<qint64>(left, 1))); // 0 would mean none
-}
-
-void HttpExchange::setHeaders(bool withBody)
-{
-    QList<QByteArray> lines{"Expect:"}; // without a value, so that libcurl doesn't send its own
-    const auto isContentHeader = [](const QByteArray &name) { return name.toLower().startsWith("content-"); };
-    for (const auto &[name, value] : m_request.headers) {
-        if (name.isEmpty() || name.contains(':') || holdsControlCharacter(name) || holdsControlCharacter(value))
-            throw TransportError(Kind::invalidRequest);
-        if (withBody || !isContentHeader(name))
-            lines.append(value.isEmpty() ? name + ';' : name + ": " + value);
-    }
-    m_headers.reset();
-    for (const QByteArray &line : lines) {
-        if (curl_slist *const longer = curl_slist_append(m_headers.get(), line.constData())) {
-            static_cast<void>(m_headers.release());
-            m_headers.reset(longer);
-        }
-    }
-    curl_easy_setopt(handle(), CURLOPT_HTTPHEADER, m_headers.get());
-}
-
-void HttpExchange::setMethod(bool withBody)
-{
-    if (!withBody) {
-        curl_easy_setopt(handle(), CURLOPT_HTTPGET, 1L);
-        return;
-    }
-    curl_easy_setopt(handle(), CURLOPT_POST, 1L);
-    curl_easy_setopt(handle(), CURLOPT_POSTFIELDS, m_request.body.constData());
-    curl_easy_setopt(handle(), CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(m_request.body.size()));
-    if (m_request.method != "POST")
-        curl_easy_setopt(handle(), CURLOPT_CUSTOMREQUEST, m_request.method.constData());
-}
-
-void HttpExchange::setProxy(const ProxyAddress &proxy)
-{
-    // An empty text keeps libcurl from reading the environment: the desktop's settings count.
-    curl_easy_setopt(handle(), CURLOPT_PROXY, proxy.url.constData());
-    curl_easy_setopt(handle(), CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    if (!proxy.user.isEmpty()) {
-        curl_easy_setopt(handle(), CURLOPT_PROXYUSERNAME, proxy.user.constData());
-        curl_easy_setopt(handle(), CURLOPT_PROXYPASSWORD, proxy.password.constData());
-    }
-}
-
-size_t HttpExchange::takeBody(const char *data, size_t size, size_t count, void *exchange)
-{
-    auto &self = *static_cast<HttpExchange *>(exchange);
-    if (self.m_take) {
-        long status = 0;
-        curl_easy_getinfo(self.handle(), CURLINFO_RESPONSE_CODE, &status);
-        self.m_isStopped = !(*self.m_take)(int(status), {data, qsizetype(size * count)});
-        return self.m_isStopped ? 0 : size * count;
-    }
-    self.m_body.append(data, qsizetype(size * count));
-    self.m_isTooLarge = self.m_body.size() > HttpSession::largestBody;
-    return self.m_isTooLarge ? 0 : size * count;
-}
-
-size_t HttpExchange::takeHead(const char *, size_t size, size_t count, void *exchange)
-{
-    auto &self = *static_cast<HttpExchange *>(exchange);
-    self.m_headSize += qsizetype(size * count);
-    self.m_isTooLarge = self.m_headSize > HttpSession::largestHead;
-    return self.m_isTooLarge ? 0 : size * count;
-}
-
-bool HttpExchange::followRedirect()
-{
-    long status = 0;
-    const char *location = nullptr;
-    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
-    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_URL, &location);
-    const QByteArray target(location);
-    const bool mayFollow = isSameOrigin(m_url, target) || (m_request.mayChangeHost && isAsProtected(m_url, target));
-    if (status / 100 != 3 || !mayFollow || !wireUrl(target) || m_redirectsLeft == 0)
-        return false;
-    --m_redirectsLeft;
-    m_body.clear();
-    m_headSize = 0;
-    setUrl(target);
-    const bool keepsMethod = status == 307 || status == 308;
-    if (!keepsMethod) { // as browsers do, by a GET
-        setHeaders(false);
-        setMethod(false);
-    }
-    return true;
-}
-
-HttpResponse HttpExchange::takeResponse()
-{
-    long status = 0;
-    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &status);
-    return {.status = int(status), .body = std::move(m_body)};
-}
-
-TransportError HttpExchange::error(CURLcode code) const
-{
-    if (m_isTooLarge)
-        return TransportError(Kind::answerTooLarge);
-    if (m_isStopped)
-        return TransportError(Kind::cancelled);
-    long proxyStatus = 0;
-    curl_easy_getinfo(handle(), CURLINFO_HTTP_CONNECTCODE, &proxyStatus);
-    if (proxyStatus >= 300)
-        return TransportError(Kind::proxy);
-    return TransportError(kindOf(code));
-}
-
-} // namespace
 
 HttpSession::HttpSession()
     : HttpSession(Options{})

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HttpUrl.h"
 #include "TranslationError.h"
 
 #include <QByteArray>
@@ -12,7 +13,6 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace lucentra {
@@ -21,7 +21,7 @@ namespace lucentra {
 struct HttpRequest
 {
     QByteArray method = "GET";
-    QByteArray url;                                   ///< http or https, percent-encoded; sent unchanged
+    QByteArray url;                                   ///< as `wireUrl` returns it; sent unchanged
     QList<std::pair<QByteArray, QByteArray>> headers; ///< sent in this order; an empty value is sent as an empty header
     QByteArray body;                                  ///< sent if the method isn't GET
     std::chrono::milliseconds timeout{45'000};        ///< for the whole exchange including look-ups and redirects
@@ -130,12 +130,5 @@ private:
 
     const std::unique_ptr<State> m_state;
 };
-
-/// The bytes as a URL for a request. Returns nullopt if the scheme isn't http or https, the host is missing, or a
-/// character isn't valid in a URL.
-std::optional<QByteArray> wireUrl(const QByteArray &url);
-
-/// Whether nobody on the network can read or change what is exchanged: https, or http to this computer.
-bool isProtected(const QUrl &url);
 
 } // namespace lucentra
