@@ -13,7 +13,7 @@ QEasingCurve springCurve();
 std::chrono::milliseconds springTime(std::chrono::milliseconds response);
 
 /// Whether a step of a fade is worth a frame. Smaller changes of opacity are hardly visible, and the long end of a
-/// spring consists of them. The last step always is.
+/// spring consists of them. True for the last step.
 bool isVisibleStep(double shown, double next, double last);
 
 } // namespace lucentra

@@ -24,7 +24,8 @@ bool isWaylandDisplayThere()
     wl_display *display = wl_display_connect(nullptr);
     if (!display)
         return false;
-    const bool answers = wl_display_roundtrip(display) >= 0; // one that is about to end takes connections for a moment
+    const bool answers =
+        wl_display_roundtrip(display) >= 0; // a compositor that is about to end still takes connections for a moment
     wl_display_disconnect(display);
     return answers;
 }
@@ -35,7 +36,7 @@ bool isX11DisplayThere()
     return xcb_connection_has_error(connection.get()) == 0;
 }
 
-/// The environment can force the choice, for users with trouble and for tests.
+/// The environment can force the choice, for troubleshooting and tests.
 bool isLayerPaneChosen()
 {
     const QByteArray forced = qgetenv("LUCENTRA_PLATFORM");

@@ -25,7 +25,7 @@ QString environment(const char *name)
     return value.isEmpty() ? u"-"_s : value;
 }
 
-/// What an X server says of its session.
+/// The facts about the X server.
 struct XSession
 {
     QString windowManager = u"-"_s;
@@ -60,7 +60,7 @@ std::optional<XSession> xSession()
     return session;
 }
 
-/// The version of one of the portal's interfaces; 0 if the desktop hasn't got it.
+/// The version of one of the portal's interfaces; 0 if the desktop doesn't have it.
 uint portalVersion(const QDBusConnection &bus, const QString &interface)
 {
     constexpr int mostMilliseconds = 2000; // the portal may have to be started
@@ -72,7 +72,7 @@ uint portalVersion(const QDBusConnection &bus, const QString &interface)
     return version.value<QDBusVariant>().variant().toUInt();
 }
 
-/// How a version is written: "version 4", or "-".
+/// A version for the report: "version 4", or "-".
 QString versionText(const QString &name, uint version)
 {
     return version > 0 ? name + u' ' + QString::number(version) : name + u" -"_s;

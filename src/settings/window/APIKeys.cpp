@@ -28,7 +28,7 @@ void APIKeys::load(QObject *context, std::function<void(const StoredAPIKeys &)> 
     m_worker.start([this, self = QPointer(this), context = QPointer(context), loaded = std::move(loaded)] {
         m_mainQueue.post(
             [self, context, loaded, keys = loadStoredAPIKeys(m_settings, m_keychain, apiKeyAccounts())]() mutable {
-                if (self) // what was typed last counts, though the keychain doesn't have it yet
+                if (self) // a typed key takes precedence over the stored one
                     keys.keys.insert(self->m_unsaved);
                 if (self && context && keys.failure)
                     self->m_loadOnceMore = [self, context, loaded] {
@@ -61,7 +61,7 @@ void APIKeys::saveNext(const QString &account)
             key = m_waiting.take(account);
     }
     if (!key)
-        return; // an earlier turn has saved it
+        return; // an earlier task has saved it
     const auto saved = m_keychain.save(*key, account);
     if (saved)
         m_settings.remove(account);

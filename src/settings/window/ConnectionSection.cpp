@@ -36,7 +36,7 @@ ConnectionSection::ConnectionSection(SettingsForm &form, std::function<bool()> c
     m_button->setAutoDefault(false);
     connect(m_button, &QPushButton::clicked, this, [this] { start(); });
     constexpr QSize busySize(96, 8);
-    m_busy->setRange(0, 0); // no end in sight
+    m_busy->setRange(0, 0); // of unknown duration
     m_busy->setFixedSize(busySize);
     m_busy->setTextVisible(false);
     m_busy->hide();

@@ -62,7 +62,7 @@ void EngineSection::setStoredKey(const QString &key, const std::optional<Failure
     m_isLoaded = true;
     m_key->setStoredKey(key);
     showKeyStatus();
-    // A typed key has been saved since, and an optional one isn't missed.
+    // Not if a typed key has been saved since, or if the key is optional.
     if (!m_key->wasTyped())
         showFailure(engineEntry(m_engine).requiresKey ? failure : std::nullopt);
 }

@@ -190,7 +190,7 @@ QComboBox *FormSection::addPicker(const QString &labelKey, const QList<PickerOpt
     const auto inForce = [picker, read = std::move(binding.read)] { return std::max(0, picker->findData(read())); };
     m_form.keepValue([picker, inForce] { picker->setCurrentIndex(inForce()); });
     connect(picker, &QComboBox::activated, this, [picker, inForce, write = std::move(binding.write)](int index) {
-        if (index != inForce()) // not chosen once more
+        if (index != inForce()) // not if the current choice is chosen again
             write(picker->itemData(index));
     });
     addRow(labelKey, picker);

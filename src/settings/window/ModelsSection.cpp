@@ -27,7 +27,7 @@ namespace {
 
 const QString english = u"en"_s;
 
-/// A widget with others in a row.
+/// A widget that contains the others in a row.
 QWidget *sideBySide(const QList<QWidget *> &widgets)
 {
     auto *row = new QWidget;
@@ -198,7 +198,7 @@ void ModelsSection::showInstallation()
     m_bar->parentWidget()->parentWidget()->setVisible(isRunning);
     m_progress->parentWidget()->setVisible(isRunning);
     constexpr int barSteps = 1000;
-    m_bar->setRange(0, isListed ? barSteps : 0); // without an end while the list is fetched
+    m_bar->setRange(0, isListed ? barSteps : 0); // of unknown duration while the list is fetched
     m_bar->setValue(progress.total > 0 ? int(progress.bytes * barSteps / progress.total) : 0);
     QStringList titles;
     for (const LanguagePair &pair : progress.models)

@@ -19,7 +19,7 @@ public:
     explicit ModelsSection(SettingsForm &form, QWidget *parent = nullptr);
     ~ModelsSection() override;
 
-    /// Looks again which models there are.
+    /// Reads the models again.
     void refresh();
     /// Called after models were installed or removed.
     Callback<> onModelsChanged;
@@ -47,7 +47,7 @@ private:
     QList<StoredModel> m_stored;
     bool m_wasRunning = false;
     std::optional<ModelProblem> m_problem; ///< of the last removal
-    QThreadPool m_worker;                  ///< last: its destruction waits for what still runs
+    QThreadPool m_worker;                  ///< last: its destructor waits for running tasks
 };
 
 } // namespace lucentra

@@ -10,13 +10,13 @@
 
 namespace lucentra {
 
-/// What this machine can translate by itself. Looked up on a worker, each time it is asked for.
+/// What this computer can translate by itself. Each update looks it up on a worker.
 class OnDeviceSection : public FormSection
 {
 public:
     explicit OnDeviceSection(SettingsForm &form, QWidget *parent = nullptr);
 
-    /// Asks what there is now.
+    /// Starts an update.
     void refresh();
 
 private:
@@ -27,7 +27,7 @@ private:
     QList<OnDeviceServiceStatus> m_services;
     bool m_isKnown = false;
     std::unique_ptr<ScheduledTask> m_nextLook; ///< while there is nothing yet
-    QThreadPool m_worker;                      ///< last: its destruction waits for what still runs
+    QThreadPool m_worker;                      ///< last: its destructor waits for running tasks
 };
 
 } // namespace lucentra

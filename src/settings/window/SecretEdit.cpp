@@ -17,7 +17,7 @@ namespace {
 constexpr int horizontalMargin = 2; ///< as in QLineEdit
 
 /// Replaces the letters by dots in the accessibility events of secret fields, since the toolkit reports the letters in
-/// every echo mode. Installed only while such a field may change, because all other events take a detour then.
+/// every echo mode. Installed only while such a field may change, because it slows all other events down.
 class SecretFieldAccessibility
 {
 public:

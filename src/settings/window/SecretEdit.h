@@ -6,16 +6,16 @@ class QTextLayout;
 
 namespace lucentra {
 
-/// A field for a secret that can be shown in clear. It is shown by painting alone: for whatever asks the field, such as
-/// a screen reader, it holds dots at all times, and dots are what is told of its changes. While it is shown nothing of
-/// it can be selected, for what is selected would be on the clipboard of selections.
+/// A field for a secret that can be shown in clear, by painting alone. Screen readers and everything else that reads
+/// the field always get dots, also for its changes. While the secret is shown, nothing can be selected, since the
+/// selection would be on the clipboard of selections.
 class SecretEdit : public QLineEdit
 {
 public:
     explicit SecretEdit(QWidget *parent = nullptr);
     ~SecretEdit() override;
 
-    /// In place of `setText`, which would tell screen readers the text.
+    /// Use it instead of `setText`, which would report the text to screen readers.
     void setSecret(const QString &secret);
     void showInClear(bool inClear);
 

@@ -47,11 +47,12 @@ struct SettingsServices
     std::function<bool()> areHotkeysChosenHere;
     /// The desktop's own description of an action's keys; empty if it has none.
     std::function<QString(HotkeyAction)> keysOfDesktop;
-    /// What opens the desktop's own dialog for the keys; empty if the keys aren't the desktop's, or it has none.
+    /// Opens the desktop's own dialog for the keys; empty if the program chooses the keys or the desktop has no dialog.
     std::function<std::function<void()>()> keyDialog;
     /// Whether the system refused the stored hotkey.
     std::function<bool()> isHotkeyRefused;
-    /// Whether shortcuts of the desktop call the program, and makes or removes them. Empty if the desktop has none.
+    /// Whether custom shortcuts of the desktop call the program, and adds or removes them. Empty if the desktop has
+    /// none.
     std::function<bool()> areDesktopShortcutsSet;
     std::function<void(bool)> setDesktopShortcuts;
     /// A line for the configuration of a desktop that passes no hotkeys on to programs; empty on others.

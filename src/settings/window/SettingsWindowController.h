@@ -13,17 +13,17 @@ namespace lucentra {
 
 class SettingsView;
 
-/// The settings window. It stays when it is closed, but its form goes, and with it the keys that it showed; the next
-/// time it is shown the form is made anew from what is stored.
+/// The settings window. Closing it hides it and destroys its form, and with that the keys that the form showed. Showing
+/// it makes a new form from the stored values.
 class SettingsWindowController : public QObject
 {
 public:
     explicit SettingsWindowController(SettingsServices services);
     ~SettingsWindowController() override;
 
-    /// Brings the window to the front, with the tab that was the last one.
+    /// Brings the window to the front, with the tab that was shown last.
     void showWindow();
-    /// Gives the window its title in the interface language; the form looks after itself.
+    /// Updates the window's title after a change of the interface language; the form updates itself.
     void refreshTitle();
 
     QMainWindow &window() { return *m_window; }
@@ -39,7 +39,7 @@ private:
     const SettingsServices m_services;
     APIKeys m_keys;
     std::unique_ptr<QMainWindow> m_window;
-    QPointer<SettingsView> m_view; ///< belongs to the window; empty while that is closed
+    QPointer<SettingsView> m_view; ///< belongs to the window; null while that is closed
     int m_tab = 0;
     bool m_hasPlace = false;
 };

@@ -55,10 +55,10 @@ const auto plasmaComponentInterface = u"org.kde.kglobalaccel.Component"_s;
 const auto busService = u"org.freedesktop.DBus"_s;
 const auto propertiesInterface = u"org.freedesktop.DBus.Properties"_s;
 
-/// The same at each start: some desktops keep the user's keys under it.
+/// Must be the same at each start, since some desktops store the user's keys under it.
 const auto ownComponent = u"lucentra"_s;
 
-// Requests of the portal are known by the last part of their path.
+// The last part of a request's path identifies it.
 const auto createRequest = u"lucentra_create"_s;
 const auto bindRequest = u"lucentra_bind"_s;
 
@@ -257,7 +257,7 @@ void DesktopHotkeys::call(const QString &service, const QString &path, const QSt
 
 void DesktopHotkeys::ask()
 {
-    use(Service::None); // of the bus before
+    use(Service::None); // the service of the previous bus
     m_watcher = std::make_unique<QDBusServiceWatcher>(shortcutsPortal, m_bus.connection(),
                                                       QDBusServiceWatcher::WatchForOwnerChange);
     m_watcher->addWatchedService(plasmaService);
@@ -277,7 +277,7 @@ void DesktopHotkeys::ownerChanged(const QString &service, const QString &, const
 void DesktopHotkeys::askPortal()
 {
     ++m_round;
-    registerWithPortal(m_bus.connection()); // once more if the portal was started again
+    registerWithPortal(m_bus.connection()); // again if the portal was restarted
     call(shortcutsPortal, shortcutsPath, propertiesInterface, u"Get"_s, {shortcutsInterface, u"version"_s},
          [this](const QDBusMessage &reply) {
              m_portalVersion = reply.type() == QDBusMessage::ReplyMessage
@@ -329,11 +329,11 @@ void DesktopHotkeys::use(Service service)
 void DesktopHotkeys::bind()
 {
     if (std::exchange(m_isBound, true))
-        return; // a desktop knows these shortcuts by now, and changes of them are the user's
+        return; // the desktop knows these shortcuts, and only the user changes them
     if (m_service == Service::Portal)
         callPortal(u"CreateSession"_s, {QVariantMap{{u"handle_token"_s, createRequest},
                                                     {u"session_handle_token"_s, ownComponent},
-                                                    // Plasma 5.27 takes them here alone.
+                                                    // Plasma 5.27 accepts keys only here.
                                                     {u"shortcuts"_s, shortcutsForPortal()}}});
     else
         bindInPlasma();

@@ -16,14 +16,14 @@ namespace lucentra {
 
 class SessionBus;
 
-/// Hotkeys that belong to the desktop: by its portal's global shortcuts, else by KDE Plasma's service. The program's
-/// keys are what the user finds there at first. The desktop is asked in the background; until it offers either, and
-/// where it offers neither, hotkeys go to another implementation. Main thread.
+/// Hotkeys that belong to the desktop: its portal's global shortcuts, or else KDE Plasma's service. The program only
+/// suggests the first keys. The desktop is asked in the background. Until it has answered, and if it offers neither
+/// service, another implementation handles the hotkeys.
 class DesktopHotkeys : public QObject, public GlobalHotkeys
 {
     Q_OBJECT
 public:
-    /// Without `fallback`, which outlives this object, hotkeys are refused where the desktop has no service for them.
+    /// Without `fallback`, which outlives this object, hotkeys are refused if the desktop has no service for them.
     /// `localized` looks up a text key in the interface language.
     DesktopHotkeys(SessionBus &bus, GlobalHotkeys *fallback, std::function<QString(const QString &)> localized);
     ~DesktopHotkeys() override;

@@ -7,7 +7,7 @@
 namespace lucentra {
 
 // GNOME passes no global hotkeys on to programs in a Wayland session. Its own shortcuts can run commands, though: these
-// functions manage the program's entries among them. Entries of others are left alone. Main thread.
+// functions manage the program's entries among them. Other entries are never changed.
 
 /// Whether this session is one of GNOME on Wayland whose shortcuts can be set.
 bool areDesktopShortcutsOffered();
@@ -20,7 +20,7 @@ void removeDesktopShortcuts();
 /// The accelerator of a combination like "Alt+T" as GNOME writes it: "<Alt>t".
 QString gnomeAccelerator(const QString &keys);
 
-/// What opens the desktop's settings of shortcuts. Empty on desktops without such a program.
+/// Opens the desktop's settings of shortcuts. Empty on desktops without such a program.
 std::function<void()> shortcutSettings();
 
 /// The line that makes a shortcut in the configuration file of this session's compositor, such as sway. Empty if it

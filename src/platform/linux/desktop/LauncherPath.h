@@ -4,7 +4,7 @@
 
 namespace lucentra {
 
-/// The path of the executable that users and desktops start. This process runs another one, in a folder beside its.
+/// The path of the executable that users and desktops start. This process runs a different one, in a folder beside it.
 QString launcherPath();
 
 } // namespace lucentra

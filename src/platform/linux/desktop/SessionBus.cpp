@@ -10,7 +10,7 @@ namespace lucentra {
 
 namespace {
 
-/// The library's own word that a connection is gone, which comes from no bus. False where it is gone already.
+/// Follows the library's own message that a connection has ended. Returns false if it has ended already.
 bool listenForEnd(QDBusConnection &connection, QObject *receiver, const char *slot)
 {
     return connection.isConnected() &&

@@ -9,8 +9,8 @@
 
 namespace lucentra {
 
-/// The state that UPower and the power profiles' service report on the system bus, which is connected to at the first
-/// question. Without them nothing is saved.
+/// The state that UPower and the power profiles' service report on the system bus, to which the first
+/// call connects. False without these services.
 class UPowerState : public QObject, public PowerState
 {
     Q_OBJECT

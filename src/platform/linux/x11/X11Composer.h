@@ -34,7 +34,7 @@ public:
     X11Composer(const X11Composer &) = delete;
     X11Composer &operator=(const X11Composer &) = delete;
 
-    /// False where there is no server or it lacks what composing needs.
+    /// False if there is no server or it lacks what composing needs.
     bool isUsable() const { return m_missing.isEmpty(); }
     /// What the server lacks: names of extensions, or "ARGB32" for a picture format with transparency.
     QStringList missing() const { return m_missing; }
