@@ -28,7 +28,7 @@ FILES = {
     "share/doc/lucentra/LICENSE",
     "share/doc/lucentra/privacy.md",
     "share/fish/vendor_completions.d/lucentra.fish",
-    *(f"share/icons/hicolor/{size}x{size}/apps/{ICON}.svg" for size in (16, 22, 24)),
+    *(f"share/icons/hicolor/{size}x{size}/apps/{ICON}.svg" for size in (16, 22, 24, 32)),
     f"share/icons/hicolor/scalable/apps/{ICON}.svg",
     f"share/icons/hicolor/symbolic/apps/{ICON}-symbolic.svg",
     "share/lucentra/autostart/com.tarnby.lucentra.desktop",
