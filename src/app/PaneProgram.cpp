@@ -139,7 +139,7 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const auto claim = remoteControl.claim();
     if (claim == RemoteControl::Claim::Taken)
         return showRunningProgram(paneAtStart);
-    const auto displayClaim = makeProgramClaim();
+    const auto displayClaim = makeProgramClaim(claim != RemoteControl::Claim::NoBus);
     if (claim == RemoteControl::Claim::NoBus && displayClaim->isTaken()) {
         displayClaim->askToShow();
         return int(ExitCode::Done);
@@ -151,7 +151,8 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const DisplayLoss displayLoss({.completeStoring = [&delegate] { delegate.completeStoring(); },
                                    .isPaneShown = [&delegate] { return delegate.isPaneShown(); }});
     remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
-    displayClaim->onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
+    if (displayClaim)
+        displayClaim->onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
     delegate.applicationDidFinishLaunching(paneAtStart);
 #ifdef LUCENTRA_HANG_WATCH
     const HangWatch hangWatch;
@@ -159,7 +160,8 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     const int code = QApplication::exec();
     TerminationSignals::endAtOnce();
     endDeadline.start(code);
-    displayClaim->onShowAsked = nullptr;
+    if (displayClaim)
+        displayClaim->onShowAsked = nullptr;
     remoteControl.onCommand = nullptr; // later commands are for the next start
     delegate.applicationWillTerminate();
     endDeadline.setState(EndDeadline::State::Storing);

@@ -58,7 +58,8 @@ int main(int argc, char *argv[])
     repairFolders();
     leaveNothingInCoreFiles();
     using namespace lucentra;
-    if (argc == 1)
+    // A session manager starts programs again with the name of their former session.
+    if (argc == 1 || (argc == 3 && std::string_view(argv[1]) == "-session"))
         return runPane(argc, argv, PaneAtStart::Shown);
     if (argc == 2 && std::string_view(argv[1]) == waitForCommandOption)
         return runPane(argc, argv, PaneAtStart::WaitsForCommand);

@@ -89,7 +89,7 @@ class Hotkeys(OnADesktop):
     def test_the_pane_hides_when_another_window_gets_the_keys(self):
         self.screen.preferences = {"autoHide": True}
         self.other_program()
-        self.start()
+        self.start("-session", "a-former-one")  # as a session manager does
         self.expect_pane(True)
         self.assertTrue(eventually(lambda: PANE_NAME in self.focused()))
         self.screen.do("keydown alt keydown 36 sleep 0.8 keyup 36 keyup alt")  # held hotkeys take the keys for a moment

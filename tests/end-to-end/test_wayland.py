@@ -11,7 +11,7 @@ from chat_server import ChatServer, blocks_of
 from desktop import LUCENTRA
 from sample_page import render
 from screen import eventually
-from wayland import KWin, Sway
+from wayland import KWin, NestedSway, Sway
 
 LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
 SCREEN = (1280, 800)
@@ -111,6 +111,25 @@ class OnSway(NativePane, Case):
         self.assertTrue(eventually(lambda: self.pane() is None and ImageChops.difference(other_output(), empty).getbbox()))
         self.session.drag((1640, 510), (640, 510))
         self.see_pane((412, 252, 922, 562))
+
+
+class WithoutOutputs(Case):
+    def test_the_pane_comes_back_with_an_output(self):
+        session = self.enter(NestedSway(keyring=False))
+        empty = session.picture()
+
+        def pane() -> tuple[int, int, int, int] | None:
+            return ImageChops.difference(session.picture(), empty).getbbox()
+        program = session.start_pane()
+        before = pane()
+        session.close_output()
+        self.assertEqual(session.lucentra("toggle").returncode, 0)
+        self.assertEqual(session.lucentra("toggle").returncode, 0)
+        session.output("swaymsg", "create_output")
+        session.must(session.outputs, "another output")
+        self.assertTrue(eventually(lambda: pane() == before), f"{pane()} instead of {before}")
+        self.assertEqual(session.lucentra("quit").returncode, 0)
+        self.assertEqual(program.wait(20), 0)
 
 
 @unittest.skipUnless(shutil.which("kwin_wayland"), "KWin isn't installed")

@@ -66,7 +66,7 @@ class WaylandSession(Session):
             self.home.chmod(0o711)
             shutil.chown(self.home / "run", "nobody")
         command = self.as_user(["env", *(f"{name}={value}" for name, value in environment.items()), *command])
-        with (self.home / "compositor.log").open("w") as log:
+        with (self.home / "compositor.log").open("a") as log:
             self.start(command, stdout=log, stderr=log)
 
     def output(self, *command: str) -> str:
@@ -127,19 +127,40 @@ class Sway(WaylandSession):
         lines.append(f'for_window [app_id=".*"] floating enable, border none, move {place}')
         configuration = self.home / "sway.conf"
         configuration.write_text("\n".join(lines) + "\n")
-        self.environment |= {"XDG_CURRENT_DESKTOP": "sway", "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
-                             "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_HEADLESS_OUTPUTS": str(len(self.sizes))}
         configuration.chmod(0o644)
-        self.start_compositor(["sway", "-c", str(configuration)])
+        self.environment["XDG_CURRENT_DESKTOP"] = "sway"
+        self.start_sway(WLR_BACKENDS="headless", WLR_LIBINPUT_NO_DEVICES="1", WLR_HEADLESS_OUTPUTS=str(len(self.sizes)))
+
+    def start_sway(self, **environment: str) -> None:
         runtime = self.home / "run"
-        self.environment["SWAYSOCK"] = str(self.must(lambda: next(runtime.glob("sway-ipc.*.sock"), None), "sway"))
-        self.environment["WAYLAND_DISPLAY"] = self.must(
-            lambda: next((path.name for path in runtime.glob("wayland-*") if path.suffix != ".lock"), None), "its display")
-        self.must(lambda: self.output("swaymsg", "-t", "get_outputs").count('"name"') >= len(self.sizes), "the outputs")
+        former = set(runtime.iterdir())
+
+        def new(pattern: str) -> pathlib.Path | None:
+            return next((path for path in runtime.glob(pattern) if path.suffix != ".lock" and path not in former), None)
+        self.start_compositor(["sway", "-c", str(self.home / "sway.conf")], WLR_RENDERER="pixman", **environment)
+        self.environment["SWAYSOCK"] = str(self.must(lambda: new("sway-ipc.*.sock"), "sway"))
+        self.environment["WAYLAND_DISPLAY"] = self.must(lambda: new("wayland-*"), "its display").name
+        self.must(lambda: self.outputs() >= len(self.sizes), "the outputs")
+
+    def outputs(self) -> int:
+        return self.output("swaymsg", "-t", "get_outputs").count('"name"')
 
     def picture(self) -> Image.Image:
         shot = subprocess.run(["grim", "-t", "ppm", "-"], env=self.environment, capture_output=True, check=True)
         return Image.open(io.BytesIO(shot.stdout))
+
+
+class NestedSway(Sway):
+    """Its output is a window of another sway, which can close it."""
+
+    def begin(self) -> None:
+        super().begin()
+        self.outside = self.environment.copy()
+        self.start_sway(WLR_BACKENDS="wayland")
+
+    def close_output(self) -> None:
+        subprocess.run(["swaymsg", '[app_id="wlroots"] kill'], env=self.outside, check=True, stdout=subprocess.DEVNULL)
+        self.must(lambda: self.outputs() == 0, "no output")
 
 
 class KWin(WaylandSession):

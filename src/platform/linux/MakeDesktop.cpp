@@ -46,6 +46,11 @@ bool isLayerPaneChosen()
     return offer == LayerPaneOffer::PaneAndCapture || (offer == LayerPaneOffer::PaneOnly && forced == "layer");
 }
 
+bool isPaneNative()
+{
+    return QGuiApplication::platformName().startsWith(u"wayland"_s);
+}
+
 } // namespace
 
 bool isWaylandSession()
@@ -69,7 +74,7 @@ std::optional<QString> prepareDesktop()
 
 std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts)
 {
-    if (QGuiApplication::platformName().startsWith(u"wayland"_s))
+    if (isPaneNative())
         return std::make_unique<LayerDesktop>(parts.bus, parts.localized);
     if (isWaylandSession())
         return std::make_unique<PortalDesktop>(parts.scheduler, parts.bus, parts.mainQueue, parts.screenShares,
@@ -82,7 +87,7 @@ bool waitForDisplay(std::chrono::milliseconds patience)
     constexpr auto interval = 200ms;
     if (!isWaylandSession())
         return false;
-    const bool isNative = QGuiApplication::platformName().startsWith(u"wayland"_s);
+    const bool isNative = isPaneNative();
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (!(isNative ? isWaylandDisplayThere() : isX11DisplayThere())) {
         if (std::chrono::steady_clock::now() >= deadline)
@@ -92,8 +97,10 @@ bool waitForDisplay(std::chrono::milliseconds patience)
     return true;
 }
 
-std::unique_ptr<ProgramClaim> makeProgramClaim()
+std::unique_ptr<ProgramClaim> makeProgramClaim(bool hasBus)
 {
+    if (hasBus && isPaneNative())
+        return nullptr;
     return std::make_unique<X11ProgramClaim>();
 }
 

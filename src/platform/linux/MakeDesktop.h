@@ -38,7 +38,8 @@ struct DesktopParts
 
 /// The desktop of this session. Needs the application object.
 std::unique_ptr<Desktop> makeDesktop(const DesktopParts &parts);
-std::unique_ptr<ProgramClaim> makeProgramClaim();
+/// The claim by means of the X server. Null if it isn't needed beside the session bus and would only start XWayland.
+std::unique_ptr<ProgramClaim> makeProgramClaim(bool hasBus);
 
 /// Waits until the display of this process, which was lost, takes connections again. Returns false if it doesn't within
 /// the given time, and at once in an X11 session, which ends with its display.

@@ -105,7 +105,7 @@ public:
     pw_thread_loop *loop = nullptr;
     pw_buffer *newest = nullptr; ///< the newest frame with a picture; not given back until the next one
     Clock::time_point newestTime;
-    spa_video_info_raw format{};
+    spa_video_info_raw newestFormat{};
     bool isHeld = false; ///< the newest frame stays, whatever arrives
     bool isBroken = false;
     bool isCancelled = false;
@@ -114,11 +114,13 @@ private:
     static void stateChanged(void *self, pw_stream_state, pw_stream_state state, const char *);
     static void paramChanged(void *self, uint32_t id, const spa_pod *param);
     static void process(void *self);
+    static void bufferRemoved(void *self, pw_buffer *buffer);
     bool take(pw_buffer *buffer);
 
     pw_context *m_context = nullptr;
     pw_core *m_core = nullptr;
     pw_stream *m_stream = nullptr;
+    spa_video_info_raw m_format{}; ///< of the frames to come: it changes with the monitor's size
     spa_hook m_listener{};
 };
 
@@ -142,6 +144,7 @@ PipeWireFrames::Stream::Stream(int descriptor, quint32 node)
     static const pw_stream_events events{.version = PW_VERSION_STREAM_EVENTS,
                                          .state_changed = &Stream::stateChanged,
                                          .param_changed = &Stream::paramChanged,
+                                         .remove_buffer = &Stream::bufferRemoved,
                                          .process = &Stream::process};
     pw_stream_add_listener(m_stream, &m_listener, &events, this);
     std::array<uint8_t, 1024> memory;
@@ -182,7 +185,7 @@ void PipeWireFrames::Stream::paramChanged(void *data, uint32_t id, const spa_pod
     auto *self = static_cast<Stream *>(data);
     if (!param || id != SPA_PARAM_Format)
         return;
-    spa_format_video_raw_parse(param, &self->format);
+    spa_format_video_raw_parse(param, &self->m_format);
     std::array<uint8_t, 1024> memory;
     spa_pod_builder builder{};
     spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
@@ -193,6 +196,16 @@ void PipeWireFrames::Stream::paramChanged(void *data, uint32_t id, const spa_pod
         objectOf(builder, SPA_TYPE_OBJECT_ParamMeta, SPA_PARAM_Meta, SPA_PARAM_META_type, SPA_POD_Id(SPA_META_Header),
                  SPA_PARAM_META_size, SPA_POD_Int(sizeof(spa_meta_header)))};
     pw_stream_update_params(self->m_stream, wanted, 2);
+}
+
+void PipeWireFrames::Stream::bufferRemoved(void *data, pw_buffer *buffer)
+{
+    // All are replaced when the monitor gets another size.
+    auto *self = static_cast<Stream *>(data);
+    if (self->newest != buffer)
+        return;
+    self->newest = nullptr;
+    self->isHeld = false;
 }
 
 bool PipeWireFrames::Stream::take(pw_buffer *buffer)
@@ -207,12 +220,13 @@ bool PipeWireFrames::Stream::take(pw_buffer *buffer)
     const bool isCorrupt = (data.chunk->flags & SPA_CHUNK_FLAG_CORRUPTED) ||
                            (header && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED));
     // A frame in which only the pointer has moved has no picture.
-    if (!data.data || data.chunk->size == 0 || isCorrupt || stride < 4 * qint64(format.size.width) ||
-        data.chunk->offset + stride * format.size.height > data.maxsize)
+    if (!data.data || data.chunk->size == 0 || isCorrupt || stride < 4 * qint64(m_format.size.width) ||
+        data.chunk->offset + stride * m_format.size.height > data.maxsize)
         return false;
     if (newest)
         pw_stream_queue_buffer(m_stream, newest);
     newest = buffer;
+    newestFormat = m_format;
     newestTime = header && header->pts > 0 ? Clock::time_point(std::chrono::nanoseconds(header->pts)) : Clock::now();
     return true;
 }
@@ -254,18 +268,20 @@ PipeWireFrames::Wait PipeWireFrames::waitForFrame(Clock::time_point after, std::
 QSize PipeWireFrames::size() const
 {
     const Stream::Lock lock(m_stream->loop);
-    return {int(m_stream->format.size.width), int(m_stream->format.size.height)};
+    const spa_rectangle &size = m_stream->newestFormat.size;
+    return {int(size.width), int(size.height)};
 }
 
 QImage PipeWireFrames::part(const QRect &pixels) const
 {
     const Stream::Lock lock(m_stream->loop);
-    const auto format = imageFormat(m_stream->format.format);
+    const spa_rectangle &size = m_stream->newestFormat.size;
+    const auto format = imageFormat(m_stream->newestFormat.format);
     if (!m_stream->newest || !format)
         return {};
     const spa_data &data = m_stream->newest->buffer->datas[0];
-    const QImage frame(static_cast<const uchar *>(data.data) + data.chunk->offset, int(m_stream->format.size.width),
-                       int(m_stream->format.size.height), data.chunk->stride, *format);
+    const QImage frame(static_cast<const uchar *>(data.data) + data.chunk->offset, int(size.width), int(size.height),
+                       data.chunk->stride, *format);
     return frame.copy(pixels & frame.rect()).convertToFormat(QImage::Format_RGB32);
 }
 

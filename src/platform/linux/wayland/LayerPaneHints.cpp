@@ -7,6 +7,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QMenu>
 #include <QScreen>
 #include <QWindow>
@@ -21,6 +22,8 @@ namespace lucentra {
 
 namespace {
 
+Q_LOGGING_CATEGORY(layerCategory, "lucentra.capture", QtInfoMsg)
+
 /// Moves after which no relative motion is to be expected. It may be reported after the first.
 constexpr int fewMoves = 3;
 
@@ -30,13 +33,14 @@ QScreen *screenOf(const QRect &frame)
     return screen ? screen : QGuiApplication::primaryScreen();
 }
 
-/// The frame itself, or the nearest place on the main screen if its centre is on none.
+/// The frame itself, or the nearest place on the main screen if its centre is on none. While all outputs are gone, the
+/// main screen is empty.
 QRect withinReach(QRect frame)
 {
     const QScreen *main = QGuiApplication::primaryScreen();
-    if (!main || QGuiApplication::screenAt(frame.center()))
+    const QRect screen = main ? main->geometry() : QRect();
+    if (screen.isEmpty() || QGuiApplication::screenAt(frame.center()))
         return frame;
-    const QRect screen = main->geometry();
     frame.moveRight(std::min(frame.right(), screen.right()));
     frame.moveBottom(std::min(frame.bottom(), screen.bottom()));
     frame.moveTopLeft({std::max(frame.left(), screen.left()), std::max(frame.top(), screen.top())});
@@ -70,10 +74,10 @@ LayerPaneHints::LayerPaneHints(WaylandConnection &connection)
     m_pointer.onTravelled = [this](QPointF travel) { travelled(travel); };
     m_pointer.onMoved = [this] { movedOnSurface(); };
     qGuiApp->installEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::screenAdded, this, [this] {
-        if (!m_role)
-            renewPaneRole();
-    });
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &LayerPaneHints::watchScreen);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LayerPaneHints::followScreensLater);
+    for (QScreen *screen : QGuiApplication::screens())
+        watchScreen(screen);
 }
 
 LayerPaneHints::~LayerPaneHints() = default;
@@ -140,9 +144,10 @@ void LayerPaneHints::givePaneRole()
     wl_output *output = m_screen ? WaylandConnection::outputOf(*m_screen) : nullptr;
     if (!surface || !output)
         return;
+    m_screenCorner = m_screen->geometry().topLeft();
     m_pane->setGeometry(m_frame); // the toolkit puts new windows at the corner of the screen
     m_role = std::make_unique<LayerSurface>(m_connection.queue(), surface, output,
-                                            m_frame.translated(-m_screen->geometry().topLeft()));
+                                            m_frame.translated(-m_screenCorner));
     m_role->onClosed = [this] { QMetaObject::invokeMethod(this, [this] { renewPaneRole(); }, Qt::QueuedConnection); };
     setFrame(m_frame);
 }
@@ -152,8 +157,9 @@ void LayerPaneHints::withdrawPaneRole()
     m_popups.clear();
     m_role.reset();
     m_nothing.reset();
+    m_isDragged = false;
+    released(); // the release of a button that is down would go to another surface
     m_press.reset();
-    m_isHeld = m_isDragged = false;
     setFrame(m_frame);
 }
 
@@ -171,6 +177,29 @@ void LayerPaneHints::renewPaneRole()
     wl_surface_commit(surface);
     givePaneRole();
     m_pane->repaint();
+}
+
+void LayerPaneHints::watchScreen(QScreen *screen)
+{
+    connect(screen, &QScreen::geometryChanged, this, &LayerPaneHints::followScreensLater);
+    followScreensLater();
+}
+
+void LayerPaneHints::followScreensLater()
+{
+    // The toolkit first moves its own windows from a screen that is gone.
+    QMetaObject::invokeMethod(this, &LayerPaneHints::followScreens, Qt::QueuedConnection);
+}
+
+void LayerPaneHints::followScreens()
+{
+    if (!m_role || !m_screen) {
+        renewPaneRole();
+        return;
+    }
+    const QPoint moved = m_screen->geometry().topLeft() - std::exchange(m_screenCorner, m_screen->geometry().topLeft());
+    if (const QRect frame = withinReach(m_frame.translated(moved)); m_pane && frame != m_frame)
+        place(*m_pane, frame);
 }
 
 QWindow *LayerPaneHints::parentOfPopup(const QWidget &popup) const
@@ -360,6 +389,7 @@ bool LayerPaneHints::conceal(Concealment what)
     wl_surface_damage(surface, 0, 0, m_pane->width(), m_pane->height());
     wl_surface_commit(surface);
     m_connection.queue().flush();
+    m_concealed.start();
     return true;
 }
 
@@ -371,6 +401,7 @@ void LayerPaneHints::reveal()
         QGuiApplication::restoreOverrideCursor();
     m_pane->setUpdatesEnabled(true);
     m_pane->repaint();
+    qCDebug(layerCategory) << "pane invisible for" << m_concealed.elapsed() << "ms";
 }
 
 } // namespace lucentra

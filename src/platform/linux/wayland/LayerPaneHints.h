@@ -4,6 +4,7 @@
 #include "WaylandPointer.h"
 #include "WindowDrag.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -58,6 +59,9 @@ private:
     void givePaneRole();
     void renewPaneRole();
     void withdrawPaneRole();
+    void watchScreen(QScreen *screen);
+    void followScreensLater();
+    void followScreens();
     void givePopupRole(QWindow &window);
     QWindow *parentOfPopup(const QWidget &popup) const;
     bool isOverPane() const;
@@ -79,10 +83,12 @@ private:
     WaylandPointer m_pointer;
     QPointer<QWidget> m_pane;
     QPointer<QScreen> m_screen; ///< of the role
+    QPoint m_screenCorner;      ///< of that screen when the pane was placed on it
     std::unique_ptr<LayerSurface> m_role;
     std::map<QWindow *, std::unique_ptr<PopupSurface>> m_popups;
     std::unique_ptr<SharedBuffer> m_nothing; ///< a transparent picture in place of the pane's
     int m_concealments = 0;
+    QElapsedTimer m_concealed;
     bool m_isPointerConcealed = false;
     mutable std::mutex m_frameMutex;
     QRect m_frame;          ///< guarded by m_frameMutex

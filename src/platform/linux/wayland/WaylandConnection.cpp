@@ -8,6 +8,7 @@
 #include <QAbstractEventDispatcher>
 #include <QDeadlineTimer>
 #include <QGuiApplication>
+#include <QScreen>
 
 #include <algorithm>
 #include <string_view>
@@ -172,6 +173,9 @@ wl_surface *WaylandConnection::surfaceOf(QWindow &window)
 
 wl_output *WaylandConnection::outputOf(QScreen &screen)
 {
+    // The toolkit stands an empty screen in while all outputs are gone, and would mistake it for one.
+    if (screen.geometry().isEmpty())
+        return nullptr;
     return static_cast<wl_output *>(
         QGuiApplication::platformNativeInterface()->nativeResourceForScreen("output", &screen));
 }

@@ -83,6 +83,7 @@ public:
 
     /// The toolkit's surface of a window; null while the window is hidden.
     static wl_surface *surfaceOf(QWindow &window);
+    /// Null if the screen is none: at least one output must be there.
     static wl_output *outputOf(QScreen &screen);
 
 private:

@@ -1,5 +1,7 @@
 #include "X11WindowVeil.h"
 
+#include <QLoggingCategory>
+
 #include <poll.h>
 
 #include <algorithm>
@@ -7,6 +9,8 @@
 namespace lucentra {
 
 namespace {
+
+Q_LOGGING_CATEGORY(veilCategory, "lucentra.capture", QtInfoMsg)
 
 // Of 0xffffffff: no eye sees it, but compositors draw it, so that a change from one to the other is always a new frame.
 constexpr quint32 hardlyVisible = 0x02020202;
@@ -53,6 +57,9 @@ X11WindowVeil::~X11WindowVeil()
     for (auto window = m_before.begin(); window != m_before.end(); ++window)
         setOpacity(window.key(), *window);
     synchronize(m_connection.get());
+    const auto passed = std::chrono::steady_clock::now() - m_begun;
+    qCDebug(veilCategory) << "pane invisible for" << std::chrono::duration_cast<std::chrono::milliseconds>(passed).count()
+                          << "ms";
 }
 
 void X11WindowVeil::setOpacity(xcb_window_t window, std::optional<quint32> opacity)
