@@ -161,6 +161,24 @@ private Q_SLOTS:
         QTEST(readingOrder(boxes), "order");
     }
 
+    void aTablesRulesAreNoLetters()
+    {
+        QImage image = blank({120, 60}, Qt::white);
+        const QRect word = write(image, {30, 40}, u"lib"_s, font(latin, 16), Qt::black);
+        const int x = word.left() - 4;
+        QPainter(&image).fillRect(x, 0, 1, 60, Qt::black);
+        const QRect box = word.united(QRect(x, word.top(), 1, 1));
+        SureMap seen(120, 60);
+        std::ranges::fill(seen.values, std::uint8_t(255));
+        const StripShape shape;
+        const Strip strip = LineNormalizer(image, box, seen).strip(Separation::Axis, shape);
+        const std::vector<std::uint8_t> darkest = darkestOfColumns(strip);
+        const double scale = shape.height * shape.inkShare / box.height() * shape.widthScale;
+        const auto column = [&](int pixel) { return darkest.begin() + shape.padding + int((pixel - x) * scale); };
+        QVERIFY(std::all_of(darkest.begin(), column(word.left() - 1), [](int grey) { return grey >= lightestInk; }));
+        QVERIFY(std::any_of(column(word.left()), darkest.end(), [](int grey) { return grey < 0x40; }));
+    }
+
     void everyTaskOfThePoolIsDone()
     {
         std::atomic<int> rests = 0;

@@ -109,6 +109,9 @@ private Q_SLOTS:
         columns<QString, int, QStringList>("family", "size", "texts");
         QTest::newRow("Korean") << u"Noto Sans CJK KR"_s << 24
                                 << QStringList{u"자동 업데이트"_s, u"언어와 지역"_s, u"저장 공간"_s, u"알림"_s};
+        QTest::newRow("Latin letters among Korean")
+            << u"Noto Sans CJK KR"_s << 16
+            << QStringList{u"데비안은 GNU/Linux 배포판입니다"_s, u"이 FAQ에서 원하는 내용을 찾으세요"_s};
         QTest::newRow("simplified Chinese")
             << u"Noto Sans CJK SC"_s << 24
             << QStringList{u"语言和地区"_s, u"显示与亮度"_s, u"键盘快捷键"_s, u"选择窗口的外观"_s};

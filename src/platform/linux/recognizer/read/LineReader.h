@@ -35,6 +35,16 @@ enum class ReadingMode {
     Whole, ///< the strip as it is: at its best where the former sees no letters or cuts some off
 };
 
+/// A word's place in a reading.
+struct ReadWord
+{
+    qsizetype start = 0; ///< in the text
+    qsizetype length = 0;
+    int left = 0;        ///< pixels of the strip; rough
+    int right = 0;       ///< behind the last column
+    double confidence = 0;
+};
+
 /// What a reader made of a strip.
 struct Reading
 {
@@ -42,6 +52,7 @@ struct Reading
     double confidence = 0; ///< 0 to 100; the mean over the words, weighted by their length
     ReadingLanguage language = ReadingLanguage::English; ///< of the model
     double weakest = 0;                                  ///< confidence of the least sure word
+    QList<ReadWord> words;                               ///< of Korean, where each syllable is a word
 };
 
 /// The engines: made when they are first needed, lent to one read at a time, kept until they are released. They take

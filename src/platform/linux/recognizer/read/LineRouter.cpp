@@ -2,6 +2,7 @@
 
 #include "Rules.h"
 #include "find/TextMaps.h"
+#include "read/KoreanReading.h"
 #include "read/Writing.h"
 
 #include <algorithm>
@@ -14,6 +15,7 @@ namespace {
 
 // Confidences of a reading, 0 to 100.
 constexpr double certain = 88;       // another language isn't worth its time, even where the script is open
+constexpr double likely = 75;        // nor where no line of the screen speaks for it
 constexpr double good = 80;          // nor is another try at the same
 constexpr double doubtful = 70;      // other languages are asked as well
 constexpr double hopeless = 40;      // of a picture's edges, or of letters that weren't told apart from it
@@ -71,12 +73,13 @@ public:
         if (m_routed.attempts.contains(attempt))
             return {};
         m_routed.attempts.append(attempt);
-        Strip &strip = m_strips[{separation, language}];
-        if (!strip)
-            strip = m_line.strip(separation, LineReader::stripShape(language));
+        const Strip &strip = stripFor(language, separation);
         // Few engines for what is seldom asked: they take much memory.
         const bool isUsual = language != ReadingLanguage::SimplifiedChinese && language != ReadingLanguage::Korean;
-        const Reading reading = m_reader.read(strip, language, mode, isUsual ? 64 : 2);
+        Reading reading = m_reader.read(strip, language, mode, isUsual ? 64 : 2);
+        const Scripts scripts = scriptsOf(reading.text);
+        if (isOn("latin in korean") && language == ReadingLanguage::Korean && 2 * scripts.hangul > scripts.all())
+            reading = withLatinLetters(reading, stripFor(ReadingLanguage::English, separation), m_reader);
         take(reading, separation);
         return reading;
     }
@@ -96,6 +99,14 @@ public:
     const LineNormalizer &line() const { return m_line; }
 
 private:
+    const Strip &stripFor(ReadingLanguage language, Separation separation)
+    {
+        Strip &strip = m_strips[{separation, language}];
+        if (!strip)
+            strip = m_line.strip(separation, LineReader::stripShape(language));
+        return strip;
+    }
+
     const LineNormalizer &m_line;
     const ScriptShares m_scripts;
     const PassReader &m_reader;
@@ -166,7 +177,8 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
         const bool isLatin = sumOf(scripts) > 0 && readers.first() == ReadingLanguage::English;
         const Scripts read = scriptsOf(attempts.best().text);
         const bool isHangul = readers.first() == ReadingLanguage::Korean && 2 * read.hangul > read.all();
-        const double enough = isLatin || isHangul ? doubtful : certain;
+        const bool isChinese = !screen.hasKana() && readers.first() != ReadingLanguage::Japanese;
+        const double enough = isLatin || isHangul ? doubtful : isChinese ? likely : certain;
         for (qsizetype i = 1; i < readers.size() && attempts.best().confidence < enough; ++i)
             attempts.read(readers[i], separation);
         if (!m_mayRetry || attempts.best().confidence >= hopeless)

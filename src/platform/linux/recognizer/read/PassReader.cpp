@@ -1,50 +1,16 @@
 #include "read/PassReader.h"
 
+#include "strip/StripParts.h"
+
 #include <leptonica/allheaders.h>
 
 #include <algorithm>
-#include <vector>
 
 namespace lucentra {
 namespace {
 
 constexpr int longest = 40;      // heights of the strip
 constexpr double wordGap = 0.13; // of the strip's height; narrower ones are between ideographs or letters
-constexpr l_uint8 paper = 0xC0;  // grey, 0 to 255; nothing darker is in an empty column
-
-/// A place to cut a strip at, between two columns.
-struct Cut
-{
-    int x = 0;
-    int gap = 0; // empty columns around it
-};
-
-/// The middle of the widest gap from `from` to `to`, or the lightest column if there is no gap.
-Cut bestCut(const std::vector<std::uint8_t> &darkest, int from, int to)
-{
-    Cut best;
-    int run = 0;
-    for (int x = from; x <= to; ++x) {
-        run = x < to && darkest[std::size_t(x)] >= lightestInk ? run + 1 : 0;
-        if (run > 0 && run >= best.gap)
-            best = {x - run / 2, run};
-    }
-    if (best.gap == 0) {
-        const auto lightest = std::max_element(darkest.begin() + from, darkest.begin() + to);
-        best.x = int(lightest - darkest.begin());
-    }
-    return best;
-}
-
-/// The columns from `left` to before `right`, with paper beside them.
-Strip pieceOf(Pix *strip, int left, int right)
-{
-    const int padding = StripShape().padding;
-    Strip piece(pixCreate(right - left + 2 * padding, pixGetHeight(strip), 8));
-    pixSetAll(piece.get());
-    pixRasterop(piece.get(), padding, 0, right - left, pixGetHeight(strip), PIX_SRC, strip, left, 0);
-    return piece;
-}
 
 } // namespace
 
@@ -66,6 +32,12 @@ Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
         if (!isWanted())
             return {};
         const Reading part = m_reader.read(pieceOf(strip.get(), left, cut.x), language, mode, most);
+        for (ReadWord word : part.words) {
+            word.start += whole.text.size();
+            word.left += left - StripShape().padding;
+            word.right += left - StripShape().padding;
+            whole.words.append(word);
+        }
         whole.text += part.text;
         if (!isLast && cut.gap >= wordGap * pixGetHeight(strip.get()))
             whole.text += QLatin1Char(' ');
@@ -75,7 +47,7 @@ Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
         length += part.text.size();
         left = cut.x;
     }
-    whole.text = whole.text.simplified();
+    whole.text = whole.text.trimmed();
     if (length > 0)
         whole.confidence = sum / double(length);
     return whole;

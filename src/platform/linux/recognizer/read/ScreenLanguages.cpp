@@ -15,10 +15,12 @@ constexpr double sure = 80; // confidence, 0 to 100; what is read with less says
 
 void ScreenLanguages::expect(const ScriptShares &shares)
 {
-    constexpr int weight = 20; // characters; what is read soon counts for more
+    constexpr int weight = 20;        // characters; what is read soon counts for more
+    constexpr double mistaken = 0.05; // of the ideographs and kana, which the net confuses now and then
     // A third and more of a Japanese text is kana.
     if (3 * shares[TextMaps::Kana] > shares[TextMaps::Ideographs])
         m_expectedJapanese = weight;
+    m_hasKana = shares[TextMaps::Kana] > mistaken * (shares[TextMaps::Kana] + shares[TextMaps::Ideographs]);
 }
 
 void ScreenLanguages::learn(const RoutedReading &reading)

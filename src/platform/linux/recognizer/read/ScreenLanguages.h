@@ -22,6 +22,9 @@ public:
     /// The one of `expected` that has most of the characters so far; the first if nothing is known.
     ReadingLanguage leading(const QList<ReadingLanguage> &expected) const;
 
+    /// Whether the net sees kana on the screen, as it does on each Japanese one.
+    bool hasKana() const { return m_hasKana; }
+
     /// Whether the Chinese is simplified rather than traditional.
     bool isSimplified() const;
 
@@ -34,6 +37,7 @@ private:
     std::array<int, 5> m_characters{};
     double m_simplifiedLead = 0;
     int m_compared = 0;
+    bool m_hasKana = false;
     int m_expectedJapanese = 0; // characters, by the kana
 };
 

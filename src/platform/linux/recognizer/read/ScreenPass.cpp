@@ -63,14 +63,14 @@ bool ScreenPass::hasLeftOutLines() const
            std::ranges::any_of(m_lines, [](const ReadLine *line) { return line->pieces.isEmpty(); });
 }
 
-/// Lets simplified Chinese read some lines as well. Two tell it on most screens; else all are asked.
+/// Lets simplified Chinese read lines as well, a few at a time, until they tell.
 void ScreenPass::compareChinese()
 {
-    Lines telling = tellingLines();
-    const auto first = telling.begin() + std::ptrdiff_t(std::min<std::size_t>(2, telling.size()));
-    for (const Lines &lines : {Lines(telling.begin(), first), Lines(first, telling.end())}) {
-        if (!m_screen.isSimplifiedOpen())
-            return;
+    const Lines telling = tellingLines();
+    constexpr std::size_t together = 2; // lines
+    for (std::size_t i = 0; i < telling.size() && m_screen.isSimplifiedOpen(); i += together) {
+        const Lines lines(telling.begin() + std::ptrdiff_t(i),
+                          telling.begin() + std::ptrdiff_t(std::min(i + together, telling.size())));
         withEach(lines, [this](ReadLine &line) { compare(line); });
         for (const ReadLine *line : lines)
             m_screen.learn(line->comparison);

@@ -283,6 +283,46 @@ Strip greyOf(const Plane &coverage)
     return grey;
 }
 
+/// Takes away thin vertical lines of one colour that go on above or below the crop, such as a table's. Letters don't.
+void dropRules(const QImage &image, const QRect &crop, Plane &coverage)
+{
+    constexpr float dark = 0.3F;
+    constexpr float light = 0.08F; // beside a line that isn't on whole pixels
+    const auto reaches = [&](int x, float least) {
+        for (int y = 0; y < coverage.height; ++y) {
+            if (coverage.row(y)[x] < least)
+                return false;
+        }
+        return true;
+    };
+    const auto isOneColour = [&](int x, int top, int bottom) {
+        constexpr float alike = 40; // levels
+        const Rgb colour = colourOf(image.pixel(x, crop.center().y()));
+        for (int y = std::max(0, top); y <= std::min(bottom, image.height() - 1); ++y) {
+            if (length(colourOf(image.pixel(x, y)) - colour) > alike)
+                return false;
+        }
+        return true;
+    };
+    const int beyond = std::max(2, crop.height() / 5);
+    const int widest = std::max(2, crop.height() / 8);
+    for (int left = 0; left < coverage.width; ++left) {
+        int right = left;
+        while (right < coverage.width && reaches(right, dark))
+            ++right;
+        const int middle = crop.left() + (left + right) / 2;
+        if (right > left && right - left <= widest &&
+            (isOneColour(middle, crop.top() - beyond, crop.bottom()) ||
+             isOneColour(middle, crop.top(), crop.bottom() + beyond))) {
+            const int first = left > 0 && reaches(left - 1, light) ? left - 1 : left;
+            const int end = right < coverage.width && reaches(right, light) ? right + 1 : right;
+            for (int y = 0; y < coverage.height; ++y)
+                std::fill(coverage.row(y) + first, coverage.row(y) + end, 0.F);
+        }
+        left = std::max(left, right - 1);
+    }
+}
+
 } // namespace
 
 void PixDeleter::operator()(Pix *pix) const
@@ -398,6 +438,8 @@ Strip LineNormalizer::strip(Separation separation, const StripShape &shape) cons
                                                        : byFill(pixels, separation == Separation::BrightFill);
     if (separation == Separation::BrightFill || separation == Separation::DarkFill)
         coverage = isOn("reaches the rim") ? withoutRim(coverage) : coverage;
+    if (isOn("rules of tables"))
+        dropRules(m_image, m_crop, coverage);
     if (isOn("far from ink"))
         dropFarFromInk(coverage.values);
     const double scale = shape.height * shape.inkShare / m_ink.height();
