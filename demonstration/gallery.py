@@ -81,6 +81,11 @@ class Stage(contextlib.ExitStack):
     def translate(self, texts: int = 5) -> None:
         run_pass(self.screen, self.pane, texts)
 
+    def translate_by_key(self) -> None:
+        self.screen.do("key alt+Return")
+        self.screen.must(lambda: labels(self.screen) > 4, "translations", 30)
+        time.sleep(1)
+
     def be_busy(self, seconds: float = 4) -> None:
         """Starts a pass whose answer takes a while."""
         asked = len(self.server.requests)
@@ -252,6 +257,30 @@ def contents(folder: pathlib.Path) -> None:
             stage.shoot(f"content-{name}")
 
 
+def light_glass(folder: pathlib.Path) -> None:
+    for name, options in (("light-glass", {}), ("light-glass-dark-page", {"content": scenes.dark_article}),
+                          ("light-glass-scale-2", {"scale": 2})):
+        with Stage(folder, preferences={"glassTone": 1}, **options) as stage:
+            stage.shoot(f"{name}-pristine")
+            stage.translate()
+            stage.screen.do("key Down")  # chooses a translation
+            stage.shoot(f"{name}-translated")
+            stage.screen.do("key Menu sleep 1")
+            stage.shoot(f"{name}-menu")
+
+
+def first_tips(folder: pathlib.Path) -> None:
+    for scale in (1, 2):
+        with Stage(folder, scale=scale, preferences={"firstTipsDone": 0}) as stage:
+            stage.shoot(f"tip-drag-scale-{scale}")
+            stage.translate_by_key()
+            stage.shoot(f"tip-hotkey-scale-{scale}")
+    with Stage(folder, preferences={"firstTipsDone": 0, "translationEngine": 0}) as stage:
+        stage.translate_by_key()
+        time.sleep(8)  # the engine's own hint goes
+        stage.shoot("tip-models")
+
+
 def sizes(folder: pathlib.Path) -> None:
     with Stage(folder, pane=(272, 192, 320, 100)) as stage:
         pictures = [stage.picture()]
@@ -283,6 +312,8 @@ GROUPS = {
     "options": display_options,
     "contents": contents,
     "sizes": sizes,
+    "light-glass": light_glass,
+    "tips": first_tips,
 }
 
 

@@ -488,6 +488,10 @@
         <translation>Source</translation>
     </message>
     <message>
+        <source>取得翻譯模型…</source>
+        <translation>Get a Translation Model…</translation>
+    </message>
+    <message>
         <source>取消下載</source>
         <translation>Cancel Download</translation>
     </message>
@@ -580,12 +584,16 @@
         <translation>Show in the taskbar</translation>
     </message>
     <message>
-        <source>在這部電腦上翻譯</source>
-        <translation>Translation on this computer</translation>
-    </message>
-    <message>
         <source>在桌面的設定中變更…</source>
         <translation>Change in the Desktop's Settings…</translation>
+    </message>
+    <message>
+        <source>在歷史紀錄中開啟</source>
+        <translation>Open in History</translation>
+    </message>
+    <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>Translation on this computer</translation>
     </message>
     <message>
         <source>地區</source>
@@ -758,6 +766,14 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>The display that shows the pane was not found</translation>
+    </message>
+    <message>
+        <source>把這塊翻譯板拖到您看不懂的文字上。</source>
+        <translation>Drag this pane over text that you can’t read.</translation>
+    </message>
+    <message>
+        <source>按 %@ 可隨時顯示或隱藏翻譯板。</source>
+        <translation>%@ shows and hides this pane from anywhere.</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
@@ -984,6 +1000,14 @@
         <translation>Subtle Blue</translation>
     </message>
     <message>
+        <source>深色底、白字</source>
+        <translation>Dark, white letters</translation>
+    </message>
+    <message>
+        <source>淺色底、黑字</source>
+        <translation>Light, dark letters</translation>
+    </message>
+    <message>
         <source>清除</source>
         <translation>Clear</translation>
     </message>
@@ -1092,6 +1116,10 @@
         <translation>Pane</translation>
     </message>
     <message>
+        <source>玻璃色調</source>
+        <translation>Glass</translation>
+    </message>
+    <message>
         <source>玻璃透明度：%d%%</source>
         <translation>Opacity of the glass: %d%%</translation>
     </message>
@@ -1126,6 +1154,10 @@
     <message>
         <source>相容 API URL 無效</source>
         <translation>The compatible API URL is invalid</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>Got It</translation>
     </message>
     <message>
         <source>磁碟空間不足：還需要 %@。</source>
@@ -1316,6 +1348,10 @@
         <translation>Automatic (after moving or resizing)</translation>
     </message>
     <message>
+        <source>自動（依目標語言）</source>
+        <translation>Automatic (by target language)</translation>
+    </message>
+    <message>
         <source>自訂文字大小：%d pt</source>
         <translation>Text size: %d pt</translation>
     </message>
@@ -1332,6 +1368,10 @@
         <translation>Copy</translation>
     </message>
     <message>
+        <source>複製全部翻譯</source>
+        <translation>Copy All Translations</translation>
+    </message>
+    <message>
         <source>複製原文</source>
         <translation>Copy Source</translation>
     </message>
@@ -1342,6 +1382,14 @@
     <message>
         <source>複製翻譯結果</source>
         <translation>Copy Translation</translation>
+    </message>
+    <message>
+        <source>複製這一段的翻譯</source>
+        <translation>Copy Paragraph Translation</translation>
+    </message>
+    <message>
+        <source>複製這一行的翻譯</source>
+        <translation>Copy Line Translation</translation>
     </message>
     <message>
         <source>要求已取消</source>
@@ -1430,6 +1478,10 @@
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
         <translation>Move or resize the pane so that the text is completely inside it, then try again.</translation>
+    </message>
+    <message>
+        <source>譯文字型</source>
+        <translation>Font of translations</translation>
     </message>
     <message>
         <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
@@ -1526,6 +1578,10 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>This computer can translate:</translation>
+    </message>
+    <message>
+        <source>這部電腦已經能翻譯程式的選單與訊息。網頁、遊戲等其他文字需要翻譯模型，下載一次即可離線使用。</source>
+        <translation>This computer already translates menus and messages of programs. Other text, such as pages and games, needs a translation model. Once downloaded, it works offline.</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

@@ -488,6 +488,10 @@
         <translation>原文</translation>
     </message>
     <message>
+        <source>取得翻譯模型…</source>
+        <translation>翻訳モデルを入手…</translation>
+    </message>
+    <message>
         <source>取消下載</source>
         <translation>ダウンロードを中止</translation>
     </message>
@@ -580,12 +584,16 @@
         <translation>タスクバーに表示</translation>
     </message>
     <message>
-        <source>在這部電腦上翻譯</source>
-        <translation>このコンピューターでの翻訳</translation>
-    </message>
-    <message>
         <source>在桌面的設定中變更…</source>
         <translation>デスクトップの設定で変更…</translation>
+    </message>
+    <message>
+        <source>在歷史紀錄中開啟</source>
+        <translation>履歴で開く</translation>
+    </message>
+    <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>このコンピューターでの翻訳</translation>
     </message>
     <message>
         <source>地區</source>
@@ -758,6 +766,14 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>翻訳パネルがあるディスプレイが見つかりません</translation>
+    </message>
+    <message>
+        <source>把這塊翻譯板拖到您看不懂的文字上。</source>
+        <translation>この翻訳パネルを、読めない文字の上にドラッグしてください。</translation>
+    </message>
+    <message>
+        <source>按 %@ 可隨時顯示或隱藏翻譯板。</source>
+        <translation>%@ を押すと、いつでもこのパネルを表示したり隠したりできます。</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
@@ -984,6 +1000,14 @@
         <translation>淡いブルー</translation>
     </message>
     <message>
+        <source>深色底、白字</source>
+        <translation>暗い地に白い文字</translation>
+    </message>
+    <message>
+        <source>淺色底、黑字</source>
+        <translation>明るい地に黒い文字</translation>
+    </message>
+    <message>
         <source>清除</source>
         <translation>消去</translation>
     </message>
@@ -1092,6 +1116,10 @@
         <translation>翻訳パネルのスタイル</translation>
     </message>
     <message>
+        <source>玻璃色調</source>
+        <translation>ガラスの色調</translation>
+    </message>
+    <message>
         <source>玻璃透明度：%d%%</source>
         <translation>ガラスの不透明度：%d%%</translation>
     </message>
@@ -1126,6 +1154,10 @@
     <message>
         <source>相容 API URL 無效</source>
         <translation>互換 API の URL が無効です</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>わかりました</translation>
     </message>
     <message>
         <source>磁碟空間不足：還需要 %@。</source>
@@ -1316,6 +1348,10 @@
         <translation>自動（移動・サイズ変更のあと）</translation>
     </message>
     <message>
+        <source>自動（依目標語言）</source>
+        <translation>自動（翻訳先の言語による）</translation>
+    </message>
+    <message>
         <source>自訂文字大小：%d pt</source>
         <translation>文字サイズ：%d pt</translation>
     </message>
@@ -1332,6 +1368,10 @@
         <translation>コピー</translation>
     </message>
     <message>
+        <source>複製全部翻譯</source>
+        <translation>すべての訳文をコピー</translation>
+    </message>
+    <message>
         <source>複製原文</source>
         <translation>原文をコピー</translation>
     </message>
@@ -1342,6 +1382,14 @@
     <message>
         <source>複製翻譯結果</source>
         <translation>訳文をコピー</translation>
+    </message>
+    <message>
+        <source>複製這一段的翻譯</source>
+        <translation>この段落の訳文をコピー</translation>
+    </message>
+    <message>
+        <source>複製這一行的翻譯</source>
+        <translation>この行の訳文をコピー</translation>
     </message>
     <message>
         <source>要求已取消</source>
@@ -1430,6 +1478,10 @@
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
         <translation>テキスト全体が枠の中に収まるように翻訳パネルの位置や大きさを調整して、もう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>譯文字型</source>
+        <translation>訳文のフォント</translation>
     </message>
     <message>
         <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
@@ -1526,6 +1578,10 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>このコンピューターで翻訳できる言語：</translation>
+    </message>
+    <message>
+        <source>這部電腦已經能翻譯程式的選單與訊息。網頁、遊戲等其他文字需要翻譯模型，下載一次即可離線使用。</source>
+        <translation>このパソコンは、プログラムのメニューやメッセージならすでに翻訳できます。ウェブページやゲームなどの文章には翻訳モデルが必要です。一度ダウンロードすれば、オフラインで使えます。</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

@@ -488,6 +488,10 @@
         <translation>원문</translation>
     </message>
     <message>
+        <source>取得翻譯模型…</source>
+        <translation>번역 모델 받기…</translation>
+    </message>
+    <message>
         <source>取消下載</source>
         <translation>다운로드 취소</translation>
     </message>
@@ -580,12 +584,16 @@
         <translation>작업 표시줄에 표시</translation>
     </message>
     <message>
-        <source>在這部電腦上翻譯</source>
-        <translation>이 컴퓨터에서의 번역</translation>
-    </message>
-    <message>
         <source>在桌面的設定中變更…</source>
         <translation>데스크톱 설정에서 변경…</translation>
+    </message>
+    <message>
+        <source>在歷史紀錄中開啟</source>
+        <translation>기록에서 열기</translation>
+    </message>
+    <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>이 컴퓨터에서의 번역</translation>
     </message>
     <message>
         <source>地區</source>
@@ -758,6 +766,14 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>번역 패널이 있는 디스플레이를 찾을 수 없습니다</translation>
+    </message>
+    <message>
+        <source>把這塊翻譯板拖到您看不懂的文字上。</source>
+        <translation>이 번역 패널을 읽을 수 없는 글자 위로 끌어다 놓으세요.</translation>
+    </message>
+    <message>
+        <source>按 %@ 可隨時顯示或隱藏翻譯板。</source>
+        <translation>%@ 키를 누르면 언제든지 이 패널을 표시하거나 숨길 수 있습니다.</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
@@ -984,6 +1000,14 @@
         <translation>은은한 블루</translation>
     </message>
     <message>
+        <source>深色底、白字</source>
+        <translation>어두운 바탕에 흰 글자</translation>
+    </message>
+    <message>
+        <source>淺色底、黑字</source>
+        <translation>밝은 바탕에 검은 글자</translation>
+    </message>
+    <message>
         <source>清除</source>
         <translation>지우기</translation>
     </message>
@@ -1092,6 +1116,10 @@
         <translation>번역 패널 스타일</translation>
     </message>
     <message>
+        <source>玻璃色調</source>
+        <translation>유리 색조</translation>
+    </message>
+    <message>
         <source>玻璃透明度：%d%%</source>
         <translation>유리 불투명도: %d%%</translation>
     </message>
@@ -1126,6 +1154,10 @@
     <message>
         <source>相容 API URL 無效</source>
         <translation>호환 API URL이 유효하지 않습니다</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>알겠습니다</translation>
     </message>
     <message>
         <source>磁碟空間不足：還需要 %@。</source>
@@ -1316,6 +1348,10 @@
         <translation>자동(이동하거나 크기를 바꾼 뒤)</translation>
     </message>
     <message>
+        <source>自動（依目標語言）</source>
+        <translation>자동(대상 언어에 따름)</translation>
+    </message>
+    <message>
         <source>自訂文字大小：%d pt</source>
         <translation>글자 크기: %d pt</translation>
     </message>
@@ -1332,6 +1368,10 @@
         <translation>복사</translation>
     </message>
     <message>
+        <source>複製全部翻譯</source>
+        <translation>모든 번역문 복사</translation>
+    </message>
+    <message>
         <source>複製原文</source>
         <translation>원문 복사</translation>
     </message>
@@ -1342,6 +1382,14 @@
     <message>
         <source>複製翻譯結果</source>
         <translation>번역문 복사</translation>
+    </message>
+    <message>
+        <source>複製這一段的翻譯</source>
+        <translation>이 단락의 번역문 복사</translation>
+    </message>
+    <message>
+        <source>複製這一行的翻譯</source>
+        <translation>이 줄의 번역문 복사</translation>
     </message>
     <message>
         <source>要求已取消</source>
@@ -1430,6 +1478,10 @@
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
         <translation>텍스트 전체가 틀 안에 들어오도록 번역 패널의 위치나 크기를 조정한 뒤 다시 시도하세요.</translation>
+    </message>
+    <message>
+        <source>譯文字型</source>
+        <translation>번역문 글꼴</translation>
     </message>
     <message>
         <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
@@ -1526,6 +1578,10 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>이 컴퓨터에서 번역할 수 있는 언어:</translation>
+    </message>
+    <message>
+        <source>這部電腦已經能翻譯程式的選單與訊息。網頁、遊戲等其他文字需要翻譯模型，下載一次即可離線使用。</source>
+        <translation>이 컴퓨터는 프로그램의 메뉴와 메시지를 이미 번역할 수 있습니다. 웹 페이지나 게임 같은 다른 글에는 번역 모델이 필요합니다. 한 번 다운로드하면 오프라인에서도 쓸 수 있습니다.</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

@@ -488,6 +488,10 @@
         <translation>原文</translation>
     </message>
     <message>
+        <source>取得翻譯模型…</source>
+        <translation>获取翻译模型…</translation>
+    </message>
+    <message>
         <source>取消下載</source>
         <translation>取消下载</translation>
     </message>
@@ -580,12 +584,16 @@
         <translation>在任务栏显示图标</translation>
     </message>
     <message>
-        <source>在這部電腦上翻譯</source>
-        <translation>在这台电脑上翻译</translation>
-    </message>
-    <message>
         <source>在桌面的設定中變更…</source>
         <translation>在桌面的设置中更改…</translation>
+    </message>
+    <message>
+        <source>在歷史紀錄中開啟</source>
+        <translation>在历史记录中打开</translation>
+    </message>
+    <message>
+        <source>在這部電腦上翻譯</source>
+        <translation>在这台电脑上翻译</translation>
     </message>
     <message>
         <source>地區</source>
@@ -758,6 +766,14 @@
     <message>
         <source>找不到翻譯視窗所在的顯示器</source>
         <translation>找不到翻译板所在的显示器</translation>
+    </message>
+    <message>
+        <source>把這塊翻譯板拖到您看不懂的文字上。</source>
+        <translation>把这块翻译板拖到您看不懂的文字上。</translation>
+    </message>
+    <message>
+        <source>按 %@ 可隨時顯示或隱藏翻譯板。</source>
+        <translation>按 %@ 可随时显示或隐藏翻译板。</translation>
     </message>
     <message>
         <source>按住 Option，再按主鍵盤上的 Return（↩）鍵</source>
@@ -984,6 +1000,14 @@
         <translation>淡雅水蓝</translation>
     </message>
     <message>
+        <source>深色底、白字</source>
+        <translation>深色底、白字</translation>
+    </message>
+    <message>
+        <source>淺色底、黑字</source>
+        <translation>浅色底、黑字</translation>
+    </message>
+    <message>
         <source>清除</source>
         <translation>清除</translation>
     </message>
@@ -1092,6 +1116,10 @@
         <translation>翻译板样式</translation>
     </message>
     <message>
+        <source>玻璃色調</source>
+        <translation>玻璃色调</translation>
+    </message>
+    <message>
         <source>玻璃透明度：%d%%</source>
         <translation>玻璃不透明度：%d%%</translation>
     </message>
@@ -1126,6 +1154,10 @@
     <message>
         <source>相容 API URL 無效</source>
         <translation>兼容 API 的 URL 无效</translation>
+    </message>
+    <message>
+        <source>知道了</source>
+        <translation>知道了</translation>
     </message>
     <message>
         <source>磁碟空間不足：還需要 %@。</source>
@@ -1316,6 +1348,10 @@
         <translation>自动识别（移动或缩放后）</translation>
     </message>
     <message>
+        <source>自動（依目標語言）</source>
+        <translation>自动（按目标语言）</translation>
+    </message>
+    <message>
         <source>自訂文字大小：%d pt</source>
         <translation>自定义文字大小：%d pt</translation>
     </message>
@@ -1332,6 +1368,10 @@
         <translation>复制</translation>
     </message>
     <message>
+        <source>複製全部翻譯</source>
+        <translation>复制全部翻译</translation>
+    </message>
+    <message>
         <source>複製原文</source>
         <translation>复制原文</translation>
     </message>
@@ -1342,6 +1382,14 @@
     <message>
         <source>複製翻譯結果</source>
         <translation>复制译文</translation>
+    </message>
+    <message>
+        <source>複製這一段的翻譯</source>
+        <translation>复制这一段的翻译</translation>
+    </message>
+    <message>
+        <source>複製這一行的翻譯</source>
+        <translation>复制这一行的翻译</translation>
     </message>
     <message>
         <source>要求已取消</source>
@@ -1430,6 +1478,10 @@
     <message>
         <source>請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。</source>
         <translation>请调整翻译板的位置或大小，让文字完整落在框内，然后再试一次。</translation>
+    </message>
+    <message>
+        <source>譯文字型</source>
+        <translation>译文字体</translation>
     </message>
     <message>
         <source>譯文最多為原文的 X 倍長，以模型的單位計；預設為 2.0</source>
@@ -1526,6 +1578,10 @@
     <message>
         <source>這部電腦可以翻譯：</source>
         <translation>这台电脑可以翻译：</translation>
+    </message>
+    <message>
+        <source>這部電腦已經能翻譯程式的選單與訊息。網頁、遊戲等其他文字需要翻譯模型，下載一次即可離線使用。</source>
+        <translation>这部电脑已经能翻译程序的菜单与消息。网页、游戏等其他文字需要翻译模型，下载一次即可离线使用。</translation>
     </message>
     <message>
         <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>

@@ -4,7 +4,9 @@
 #include "DesktopShortcuts.h"
 #include "DockPresence.h"
 #include "InterfaceFont.h"
+#include "CompositingMonitor.h"
 #include "MakeDesktop.h"
+#include "Packages.h"
 #include "Settings.h"
 #include "VirtualKeys.h"
 
@@ -80,14 +82,19 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
                  .canBeLive = [this] { return m_pane->canBeLive(); }};
     m_pane->view().onSettingsTapped = m_actions.openSettings;
     m_pane->view().onHistoryTapped = m_actions.openHistory;
+    m_pane->view().onOpenInHistory = [this](const QString &source, const QString &translation) {
+        m_windows.openHistory(source, translation);
+    };
     if (paneAtStart == PaneAtStart::Shown)
         m_pane->window().makeKeyAndOrderFront();
+    explainPane();
     m_services.settings().write(settings::isAlwaysOnTop, true);
     m_mainMenu.build();
-    m_mainMenu.attachContextMenu(m_pane->view());
+    m_mainMenu.attachContextMenu(m_pane->view(),
+                                 [&view = m_pane->view()](QPoint place) { return view.textActionsAt(place); });
     m_statusItem.build();
     connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.lookAgain(); });
-    m_hotkeys.onToggleWindow = m_actions.toggleWindow;
+    m_hotkeys.onToggleWindow = [this] { toggleByKey(); };
     m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
     m_hotkeys.onSwitchLive = [this] { setLive(!m_actions.isLive()); };
@@ -115,6 +122,38 @@ void AppDelegate::applicationWillTerminate()
     m_services.translationManager().cancelAll();
     m_windows.close();
     m_services.mainQueue().drain();
+}
+
+void AppDelegate::explainPane()
+{
+    m_pane->explain(
+        {.missing =
+             [this] {
+                 const LocalizationManager &texts = m_services.texts();
+                 QStringList missing;
+                 if (const QStringList packages = missingReadingPackages(); !packages.isEmpty())
+                     missing.append(texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s,
+                                                    installCommand(packages)));
+                 if (!m_desktop->compositing().isComposited())
+                     missing.append(texts.localized(u"沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。"_s) + u' ' +
+                                    installCommand({u"picom"_s}));
+                 return missing.join(u'\n');
+             },
+         .lacksModels = [this] { return m_services.lacksModels(); },
+         .hotkey =
+             [this] {
+                 if (!m_hotkeys.areKeysChosenHere())
+                     return m_hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
+                 const QString keys = m_services.settings().read(settings::hotkeyString);
+                 return m_hotkeys.isToggleHotkeyRefused() ? QString() : desktopNameOfHotkey(keys);
+             },
+         .openModels = [this] { m_windows.openModels(); }});
+}
+
+void AppDelegate::toggleByKey()
+{
+    m_pane->tips().done(FirstTip::Hotkey);
+    m_pane->toggle();
 }
 
 bool AppDelegate::setLive(bool isLive)
@@ -168,7 +207,7 @@ bool AppDelegate::perform(Invocation::Command command)
     using Command = Invocation::Command;
     switch (command) {
     case Command::Toggle:
-        m_pane->toggle();
+        toggleByKey();
         break;
     case Command::Show:
         m_pane->show();

@@ -39,6 +39,9 @@ public:
 
 private:
     void registerHotkeys();
+    void explainPane();
+    /// By the hotkey, or by the command that a desktop's key runs.
+    void toggleByKey();
     /// Returns false if this desktop doesn't allow translations to follow the screen.
     bool setLive(bool isLive);
     void refreshLocalizedTitles();

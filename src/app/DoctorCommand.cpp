@@ -4,6 +4,7 @@
 #include "InstalledModels.h"
 #include "KeychainStore.h"
 #include "NeuralModel.h"
+#include "Packages.h"
 #include "RemoteControl.h"
 #include "Services.h"
 #include "SessionReport.h"
@@ -11,7 +12,6 @@
 #include "StoredAPIKeys.h"
 #include "TranslationEngine.h"
 #include "Version.h"
-#include "read/LineReader.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -28,21 +28,6 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
-
-/// What reads a language on the screen.
-struct ReadingRow
-{
-    ReadingLanguage language;
-    QLatin1StringView code;
-    QLatin1StringView package;
-};
-constexpr ReadingRow readingRows[] = {
-    {ReadingLanguage::English, "en"_L1, "tesseract-ocr-eng"_L1},
-    {ReadingLanguage::TraditionalChinese, "zh-Hant"_L1, "tesseract-ocr-chi-tra"_L1},
-    {ReadingLanguage::SimplifiedChinese, "zh-Hans"_L1, "tesseract-ocr-chi-sim"_L1},
-    {ReadingLanguage::Japanese, "ja"_L1, "tesseract-ocr-jpn"_L1},
-    {ReadingLanguage::Korean, "ko"_L1, "tesseract-ocr-kor"_L1},
-};
 
 struct Section
 {
@@ -62,13 +47,9 @@ Section versions(const LocalizationManager &texts)
 
 Section recognition(const LocalizationManager &texts)
 {
-    QStringList installed;
-    QStringList packages;
-    for (const ReadingRow &row : readingRows)
-        LineReader::isInstalled(row.language) ? installed.append(row.code) : packages.append(row.package);
-    ReportedFact fact{.label = texts.localized(u"文字辨識模型"_s), .value = installed.join(u' ')};
-    if (!packages.isEmpty())
-        fact.advice = texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s, packages.join(u' '));
+    ReportedFact fact{.label = texts.localized(u"文字辨識模型"_s), .value = readableLanguages().join(u' ')};
+    if (const QStringList missing = missingReadingPackages(); !missing.isEmpty())
+        fact.advice = texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s, installCommand(missing));
     return {texts.localized(u"辨識"_s), {fact}};
 }
 

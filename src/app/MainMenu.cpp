@@ -134,7 +134,7 @@ void MainMenu::fillMenuBar(QMenuBar &bar) const
         bar.addAction(menu->menuAction());
 }
 
-void MainMenu::attachContextMenu(QWidget &widget)
+void MainMenu::attachContextMenu(QWidget &widget, std::function<QList<QAction *>(QPoint)> itemsAt)
 {
     for (const Item &item : std::as_const(m_items)) {
         if (!item.action->shortcut().isEmpty())
@@ -142,7 +142,11 @@ void MainMenu::attachContextMenu(QWidget &widget)
     }
     widget.setContextMenuPolicy(Qt::CustomContextMenu);
     connect(&widget, &QWidget::customContextMenuRequested, this,
-            [this, &widget](QPoint place) { m_context.popup(widget.mapToGlobal(place)); });
+            [this, &widget, itemsAt = std::move(itemsAt)](QPoint place) {
+                const QList<QAction *> items = itemsAt(place); // deletes those of the last time
+                m_context.insertActions(m_context.actions().constFirst(), items);
+                m_context.popup(widget.mapToGlobal(place));
+            });
 }
 
 void MainMenu::updateEditItems()

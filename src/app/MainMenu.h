@@ -33,7 +33,8 @@ public:
     /// Adds the menus to a window's menu bar.
     void fillMenuBar(QMenuBar &bar) const;
     /// Makes the shortcuts work in the widget and its window, and shows the menus on a right click or the Menu key.
-    void attachContextMenu(QWidget &widget);
+    /// `itemsAt` returns the items that come first at a point of the widget. The menu doesn't own them.
+    void attachContextMenu(QWidget &widget, std::function<QList<QAction *>(QPoint)> itemsAt);
 
 private:
     struct Item

@@ -94,6 +94,11 @@ PaneShell::~PaneShell()
     onShown = nullptr;
 }
 
+void PaneShell::explain(FirstTips::Circumstances circumstances)
+{
+    m_tips = std::make_unique<FirstTips>(*m_view, m_services.settings(), m_services.texts(), std::move(circumstances));
+}
+
 void PaneShell::wireDesktop()
 {
     m_view->setComposited(m_desktop.compositing().isComposited());
@@ -136,6 +141,8 @@ void PaneShell::wirePass()
     };
     m_window.onUserMoved = [this](std::chrono::milliseconds ago) {
         m_pass->scheduleDebouncedCapture(ago);
+        if (m_tips)
+            m_tips->done(FirstTip::Drag);
         if (m_live)
             m_live->userHolds(false);
     };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AutoHide.h"
+#include "FirstTips.h"
 #include "GlassView.h"
 #include "LiveTranslation.h"
 #include "ManualInputView.h"
@@ -32,6 +33,10 @@ public:
     GlassView &view() { return *m_view; }
 
     std::function<void(bool shown)> onShown;
+
+    /// Explains the pane to a new user.
+    void explain(FirstTips::Circumstances circumstances);
+    FirstTips &tips() { return *m_tips; } ///< after `explain`
 
     void show();
     void hide() { m_window.orderOut(); }
@@ -65,6 +70,7 @@ private:
     ManualInputViewModel m_manualInput;
     TransparentWindow m_window;
     GlassView *m_view;                           ///< belongs to the window
+    std::unique_ptr<FirstTips> m_tips;
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     std::unique_ptr<ScheduledTask> m_memoryTask;
     AutoHide m_autoHide;

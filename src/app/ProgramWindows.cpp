@@ -1,6 +1,7 @@
 #include "ProgramWindows.h"
 
 #include "DesktopShortcuts.h"
+#include "HistoryManager.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
 #include "PaneWindowHints.h"
@@ -89,6 +90,12 @@ void ProgramWindows::openSettings()
     m_program.windowHints.activate(*m_settingsWindow->window().windowHandle());
 }
 
+void ProgramWindows::openModels()
+{
+    openSettings();
+    m_settingsWindow->showModels();
+}
+
 HistoryWindowController &ProgramWindows::historyWindow()
 {
     if (!m_historyWindow) {
@@ -102,6 +109,18 @@ HistoryWindowController &ProgramWindows::historyWindow()
         m_historyWindow->menuBar()->lower(); // a screen reader reads from the top to the bottom
     }
     return *m_historyWindow;
+}
+
+void ProgramWindows::openHistory(const QString &source, const QString &translation)
+{
+    const auto holds = [](const QString &text, const QString &lines) {
+        return (u'\n' + text + u'\n').contains(u'\n' + lines + u'\n');
+    };
+    openHistory();
+    for (const HistoryItem &item : m_program.history.history()) {
+        if (holds(item.originalText, source) && holds(item.translatedText, translation))
+            return historyWindow().showEntry(item.id);
+    }
 }
 
 void ProgramWindows::refreshTexts()

@@ -41,7 +41,11 @@ public:
     explicit ProgramWindows(Program program);
 
     void openSettings();
+    /// Opens the settings where translation models are downloaded.
+    void openModels();
     void openHistory() { historyWindow().showWindow(); }
+    /// Opens the history at the newest entry with these two among its lines.
+    void openHistory(const QString &source, const QString &translation);
     void refreshTexts();
     /// Saves what was typed last.
     void close();

@@ -107,6 +107,12 @@ TranslationModels &Services::models()
     return *m_models;
 }
 
+bool Services::lacksModels() const
+{
+    return m_settings.read(settings::translationEngine) == qint64(TranslationEngine::apple) &&
+           InstalledModels(InstalledModels::searchFoldersOfThisSystem()).list().isEmpty();
+}
+
 ModelInstallation &Services::modelInstallation()
 {
     if (!m_modelInstallation)

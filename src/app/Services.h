@@ -47,6 +47,8 @@ public:
     /// called.
     bool isCollectingPhrases();
     TranslationModels &models();
+    /// Whether the engine in use could translate free text with models and there are none.
+    bool lacksModels() const;
     ModelInstallation &modelInstallation();
     /// Like `testConnection`. The test of this computer's engine also says which models are installed.
     void testEngine(const std::function<void(Result<QString>)> &completion);

@@ -22,6 +22,7 @@ QJsonArray toArray(const QRectF &rect)
 TranslatedPicture::TranslatedPicture(const QSize &pictureSize, const QList<TextBlock> &blocks,
                                      const QStringList &translations, const QString &targetLanguage,
                                      const OverlayFontSettings &fontSettings)
+    : m_tone(fontSettings.ground)
 {
     const QSizeF paneSize = QSizeF(pictureSize) + QSizeF(2 * captureInset, 2 * captureInset);
     m_overlays.setOverlays(placeOverlays(blocks, translations, paneSize, {}).candidates,
@@ -42,7 +43,7 @@ TranslatedPicture::TranslatedPicture(const QSize &pictureSize, const QList<TextB
 
 void TranslatedPicture::paintOver(QImage &picture, double glassOpacity)
 {
-    const FrostedBackdrop glass(picture);
+    const FrostedBackdrop glass(picture, 1, m_tone);
     QList<CalmArea> calmAreas = m_overlays.calmAreas();
     for (CalmArea &area : calmAreas)
         area.rect.translate(-captureInset, -captureInset);

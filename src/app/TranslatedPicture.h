@@ -23,6 +23,7 @@ public:
     const QJsonArray &toJson() const { return m_json; }
 
 private:
+    const GlassTone m_tone;
     OverlayPicture m_overlays;
     QJsonArray m_json;
 };

@@ -134,7 +134,8 @@ OverlayPlacement placeOverlays(const QList<TextBlock> &blocks, const QStringList
                                          {.lineHeight = std::round(captureHeight * blocks[i].lineHeight),
                                           .lineCount = blocks[i].lineCount,
                                           .lineDistance = captureHeight * blocks[i].lineDistance,
-                                          .alignment = blocks[i].alignment}});
+                                          .alignment = blocks[i].alignment},
+                                         blocks[i].text});
     }
     alignStarts(placement.candidates);
     widenColumns(placement.candidates, paneSize.width());

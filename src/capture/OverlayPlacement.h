@@ -33,6 +33,7 @@ struct TranslationOverlayCandidate
     QString text;
     QRectF rect;
     OverlayLimits limits;
+    QString source{}; ///< the text that was translated
 
     bool operator==(const TranslationOverlayCandidate &) const = default;
 };

@@ -19,6 +19,13 @@ enum class ClickGesture { SingleClick, DoubleClick, last = DoubleClick };
 /// What is translated at a time.
 enum class TextUnit { Line, Paragraph, last = Paragraph };
 
+/// The ground of the translations on the pane, and with it the colour of their letters.
+enum class GlassTone {
+    Dark,  ///< white letters
+    Light, ///< dark letters
+    last = Light
+};
+
 } // namespace lucentra
 
 /// The keys and defaults of all settings.
@@ -78,6 +85,9 @@ inline constexpr Setting<TextUnit> translationUnit{"translationUnit"_L1, TextUni
 /// Whether paragraphs have been recommended, which happens once.
 inline constexpr Setting<bool> areParagraphsRecommended{"paragraphsRecommended"_L1, false};
 
+/// Which tips of the first minutes need not be shown any more: a sum of `FirstTip` values.
+inline constexpr Setting<qint64> firstTipsDone{"firstTipsDone"_L1, 0};
+
 // The screen is followed
 
 /// Whether translations follow what changes beneath the pane.
@@ -97,6 +107,10 @@ inline constexpr Setting<double> fontSize{"fontSize"_L1, 22, StoredNumbers::Posi
 inline constexpr Setting<double> fontSizeInForm{fontSize.key, 20};
 /// Fit the size of translated text to its source block; otherwise use `fontSize`.
 inline constexpr Setting<bool> isFontSizeAuto{"isFontSizeAuto"_L1, true};
+inline constexpr Setting<GlassTone> glassTone{"glassTone"_L1, GlassTone::Dark};
+/// Font family of translated text. Empty for the one that belongs to the target language, which also draws what the
+/// chosen family lacks.
+inline constexpr Setting<QString> overlayFontFamily{"overlayFontFamily"_L1, u""};
 /// Copy each finished translation to the clipboard.
 inline constexpr Setting<bool> autoCopy{"autoCopy"_L1, false};
 /// Hide the pane when the application loses the focus.

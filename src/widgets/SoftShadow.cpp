@@ -27,6 +27,12 @@ QImage SoftShadow::under(const QSizeF &size, double scale, const std::function<v
         shadow = shadow.scaled(pixels / reduction, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                      .convertToFormat(QImage::Format_Alpha8);
     softBlur(shadow, deviation * scale / reduction);
+    if (color != Qt::black) {
+        shadow.convertTo(QImage::Format_ARGB32_Premultiplied);
+        QPainter coloring(&shadow);
+        coloring.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        coloring.fillRect(shadow.rect(), color);
+    }
 
     QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(scale);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QImage>
 #include <QPointF>
 #include <QSizeF>
@@ -10,7 +11,7 @@ class QPainter;
 
 namespace lucentra {
 
-/// The soft black shadow of a shape.
+/// The soft shadow of a shape.
 struct SoftShadow
 {
     double opacity = 1;
@@ -18,6 +19,7 @@ struct SoftShadow
     /// deviations.
     double deviation = 0;
     QPointF offset; ///< points
+    QColor color = Qt::black;
 
     /// A picture of `size` points at `scale` pixels per point with the shadow and the shape above it, which `draw`
     /// paints in points.

@@ -84,6 +84,21 @@ class Capsule(OnThePane):
         self.screen.do("key Left key Return")
         self.expect(lambda: "Text to translate" in self.screen.texts(), "the panel for typed text")
 
+    def test_a_text_goes_to_the_history_and_to_another_window(self):
+        self.screen.preferences |= {"triggerMode": 1}
+        self.pane.double_click()
+        self.expect(lambda: "WRITES A LETTER" in self.screen.texts(), "translations")
+        place = next(line.split() for line in self.screen.accessibility("places")[1].splitlines() if "WRITES" in line)
+        start = (int(place[0]) + 20, int(place[1]) + int(place[3]) // 2)
+        self.screen.do("key Down key Down key Menu sleep 0.5", *["key Down"] * 4, "key Return")  # "Open in History"
+        self.expect(lambda: any("writes a letter" in name for name in self.screen.focused()), "the history's entry")
+        history = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "Translation History").split()[0]
+        self.screen.do(f"windowmove --sync {history} 760 20 sleep 0.5 keydown ctrl")
+        self.screen.drag(start, (900, 91), hold=0.5)
+        self.screen.do("keyup ctrl")
+        self.expect(lambda: "WRITES A LETTER" in self.screen.accessibility("contents")[1], "it is in the search field")
+        self.assertEqual((self.pane.frame, len(self.server.requests)), (PANE, 1))
+
     def test_clicks_beneath_it_and_an_open_menu(self):
         for x in (PANE[2] - 290, PANE[2] - 150, PANE[2] - 30):
             asked = len(self.server.requests)

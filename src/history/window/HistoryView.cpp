@@ -22,6 +22,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -368,6 +370,18 @@ void HistoryView::chooseExportFile(ExportFormat format)
         updateNotice();
     });
     dialog->open();
+}
+
+void HistoryView::showEntry(const QUuid &id)
+{
+    m_search->clear();
+    const QList<HistoryItem> &items = m_model.items();
+    const auto entry =
+        std::find_if(items.cbegin(), items.cend(), [&id](const HistoryItem &item) { return item.id == id; });
+    if (entry == items.cend())
+        return;
+    m_list->setFocus(Qt::OtherFocusReason);
+    m_list->setCurrentIndex(m_model.index(int(entry - items.cbegin())));
 }
 
 void HistoryView::windowClosed()

@@ -34,6 +34,8 @@ public:
 
     /// Updates all texts after a change of the interface language.
     void retranslate();
+    /// Ends the search and goes to an entry, if it exists.
+    void showEntry(const QUuid &id);
     /// Makes pending deletions final and hides the banner.
     void windowClosed();
 

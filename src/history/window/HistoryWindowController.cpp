@@ -70,6 +70,11 @@ void HistoryWindowController::showWindow()
     m_services.activate(*windowHandle());
 }
 
+void HistoryWindowController::showEntry(const QUuid &id)
+{
+    m_view->showEntry(id);
+}
+
 void HistoryWindowController::refreshTexts()
 {
     setWindowTitle(m_services.texts.localized(u"翻譯歷史紀錄"_s));

@@ -3,6 +3,7 @@
 #include "Callback.h"
 
 #include <QMainWindow>
+#include <QUuid>
 
 namespace lucentra {
 
@@ -34,6 +35,8 @@ public:
 
     /// Shows the window above the others, with the focus.
     void showWindow();
+    /// Goes to an entry in the shown window. Does nothing if there is no such entry.
+    void showEntry(const QUuid &id);
     /// Updates all texts after a change of the interface language.
     void refreshTexts();
 

@@ -10,8 +10,8 @@ namespace lucentra {
 
 class FrostedBackdrop;
 
-/// An area of the glass with text on it. There the glass lets nothing sharp through and is dark enough for white text;
-/// its tone is that of the glass around it.
+/// An area of the glass with text on it. There the glass lets nothing sharp through and is dark enough for white text,
+/// or light enough for dark text; its tone is that of the glass around it.
 struct CalmArea
 {
     QRectF rect;           ///< points of the glass

@@ -17,41 +17,55 @@ constexpr int reduction = 4;
 /// Standard deviation in points. Lines of text become even tones; larger shapes are still visible.
 constexpr double blurDeviation = 12;
 
-/// A cool near-black.
-constexpr QRgb tint = qRgb(12, 17, 26);
 /// How much of the content's colour (its difference from grey) shines through.
 constexpr double colorShare = 0.22;
-/// Brightness that shines through, at black and at white. Content is also seen directly through glass that isn't
-/// opaque; the glass is darker over light content to compensate.
-constexpr double glowOverDark = 22;
-constexpr double glowOverLight = 0;
+
+struct Tone
+{
+    QRgb tint;
+    /// Brightness that shines through, at black and at white. Content is also seen directly through glass that isn't
+    /// opaque; dark glass is darker over light content to compensate.
+    double glowOverDark;
+    double glowOverLight;
+};
+
+/// A cool near-black, and a cool near-white.
+constexpr Tone darkTone{qRgb(12, 17, 26), 22, 0};
+constexpr Tone lightTone{qRgb(244, 246, 250), 4, 0};
+
+constexpr const Tone &toneOf(GlassTone tone)
+{
+    return tone == GlassTone::Light ? lightTone : darkTone;
+}
 
 uchar channel(double value)
 {
     return uchar(std::clamp(value + 0.5, 0.0, 255.0));
 }
 
-QRgb dimmed(QRgb color)
+QRgb dimmed(QRgb color, const Tone &tone)
 {
     const double grey = (qRed(color) * 0.2126 + qGreen(color) * 0.7152 + qBlue(color) * 0.0722);
-    const double glow = glowOverDark + (glowOverLight - glowOverDark) * grey / 255;
+    const double glow = tone.glowOverDark + (tone.glowOverLight - tone.glowOverDark) * grey / 255;
     const auto mixed = [&](int tintChannel, int contentChannel) {
         return channel(tintChannel + glow + colorShare * (contentChannel - grey));
     };
-    return qRgb(mixed(qRed(tint), qRed(color)), mixed(qGreen(tint), qGreen(color)), mixed(qBlue(tint), qBlue(color)));
+    return qRgb(mixed(qRed(tone.tint), qRed(color)), mixed(qGreen(tone.tint), qGreen(color)),
+                mixed(qBlue(tone.tint), qBlue(color)));
 }
 
-void dim(QImage &image)
+void dim(QImage &image, const Tone &tone)
 {
     for (int y = 0; y < image.height(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        std::transform(line, line + image.width(), line, dimmed);
+        std::transform(line, line + image.width(), line, [&tone](QRgb color) { return dimmed(color, tone); });
     }
 }
 
 } // namespace
 
-FrostedBackdrop::FrostedBackdrop(const QImage &content, double pixelsPerPoint)
+FrostedBackdrop::FrostedBackdrop(const QImage &content, double pixelsPerPoint, GlassTone tone)
+    : m_tone(tone)
 {
     if (content.isNull())
         return;
@@ -59,8 +73,22 @@ FrostedBackdrop::FrostedBackdrop(const QImage &content, double pixelsPerPoint)
     m_blurred =
         content.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB32);
     softBlur(m_blurred, blurDeviation * pixelsPerPoint / reduction);
+    applyTone();
+}
+
+void FrostedBackdrop::applyTone()
+{
     m_glass = m_blurred;
-    dim(m_glass);
+    dim(m_glass, toneOf(m_tone));
+}
+
+FrostedBackdrop FrostedBackdrop::in(GlassTone tone) const
+{
+    FrostedBackdrop other = *this;
+    other.m_tone = tone;
+    if (tone != m_tone)
+        other.applyTone();
+    return other;
 }
 
 void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacity) const
@@ -69,7 +97,7 @@ void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacit
     painter.setOpacity(std::clamp(opacity, 0.0, 1.0) * painter.opacity());
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (m_glass.isNull())
-        painter.fillRect(rect, QColor::fromRgb(tint));
+        painter.fillRect(rect, QColor::fromRgb(toneOf(m_tone).tint));
     else
         painter.drawImage(rect, m_glass);
     painter.restore();
@@ -78,7 +106,7 @@ void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacit
 QBrush FrostedBackdrop::brush(const QRectF &rect) const
 {
     if (m_glass.isNull())
-        return QColor::fromRgb(tint);
+        return QColor::fromRgb(toneOf(m_tone).tint);
     QBrush brush(m_glass);
     brush.setTransform(QTransform::fromTranslate(rect.x(), rect.y())
                            .scale(rect.width() / m_glass.width(), rect.height() / m_glass.height()));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Settings.h"
+
 #include <QBrush>
 #include <QImage>
 #include <QRectF>
@@ -8,15 +10,23 @@ class QPainter;
 
 namespace lucentra {
 
-/// The pane's frosted glass: the content beneath the pane, blurred and dimmed to a calm dark tone of its own colours,
-/// so that bright text on it is readable over light and dark content. A value type; may be constructed on any thread.
+/// The pane's frosted glass: the content beneath the pane, blurred and brought to a calm dark or light tone of its own
+/// colours, so that bright or dark text on it is readable over light and dark content. A value type; may be constructed
+/// on any thread.
 class FrostedBackdrop
 {
 public:
     /// The tint alone, if nothing can be captured.
-    FrostedBackdrop() = default;
+    explicit FrostedBackdrop(GlassTone tone = GlassTone::Dark)
+        : m_tone(tone)
+    {
+    }
     /// `content` is the picture beneath the pane.
-    explicit FrostedBackdrop(const QImage &content, double pixelsPerPoint = 1);
+    explicit FrostedBackdrop(const QImage &content, double pixelsPerPoint = 1, GlassTone tone = GlassTone::Dark);
+
+    GlassTone tone() const { return m_tone; }
+    /// The same glass in another tone.
+    FrostedBackdrop in(GlassTone tone) const;
 
     /// Draws the glass over `rect` (the content's place, in the painter's coordinates), at an opacity from 0 to 1.
     void paint(QPainter &painter, const QRectF &rect, double opacity) const;
@@ -26,6 +36,9 @@ public:
     void paintCalm(QPainter &painter, const QRectF &rect, double opacity) const;
 
 private:
+    void applyTone();
+
+    GlassTone m_tone;
     // A quarter of the content's size, since there is nothing sharp in them.
     QImage m_blurred;
     QImage m_glass;

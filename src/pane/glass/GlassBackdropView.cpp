@@ -47,8 +47,17 @@ void GlassBackdropView::setContent(const QImage &content)
 {
     m_content = content;
     m_content.setDevicePixelRatio(devicePixelRatioF());
-    m_frosted = FrostedBackdrop(content, devicePixelRatioF());
+    m_dark = FrostedBackdrop(content, devicePixelRatioF());
+    m_frosted = m_dark.in(m_frosted.tone());
     ++m_surfaceVersion;
+    makeStale();
+}
+
+void GlassBackdropView::setTone(GlassTone tone)
+{
+    if (tone == m_frosted.tone())
+        return;
+    m_frosted = m_dark.in(tone);
     makeStale();
 }
 
@@ -92,7 +101,7 @@ void GlassBackdropView::paintSurface(QPainter &painter, const QRectF &surface, d
     const QRectF glass(view.mapFrom(parentWidget(), pos()), size());
     painter.setPen(Qt::NoPen);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (const QBrush &brush : {(m_isOpaque ? FrostedBackdrop() : m_frosted).brush(glass), QBrush(surfaceGrey)}) {
+    for (const QBrush &brush : {(m_isOpaque ? FrostedBackdrop() : m_dark).brush(glass), QBrush(surfaceGrey)}) {
         painter.setBrush(brush);
         painter.drawRoundedRect(surface, radius, radius);
     }
@@ -124,10 +133,15 @@ void GlassBackdropView::renderGlass()
     glass.setDevicePixelRatio(devicePixelRatioF());
     glass.fill(Qt::transparent);
     QPainter painter(&glass);
-    paintGlass(painter, m_isOpaque ? FrostedBackdrop() : m_frosted, rect(), m_isOpaque ? 1 : m_opacity);
+    paintGlass(painter, m_isOpaque ? FrostedBackdrop(m_frosted.tone()) : m_frosted, rect(), m_isOpaque ? 1 : m_opacity);
     if (!m_isOpaque && hasContent() && !m_calmAreas.isEmpty())
         calm(painter);
     roundCorners(painter, rect());
+    if (tone() == GlassTone::Light) { // whose border isn't seen on a light screen
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setPen(QColor(0, 0, 0, 70));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), paneCornerRadius, paneCornerRadius);
+    }
     painter.end();
     m_glass = QPixmap::fromImage(std::move(glass));
 }
@@ -145,7 +159,7 @@ void GlassBackdropView::calm(QPainter &painter)
 void GlassBackdropView::paintContent(QPainter &painter)
 {
     if (m_content.isNull())
-        FrostedBackdrop().paint(painter, rect(), 1);
+        FrostedBackdrop(m_frosted.tone()).paint(painter, rect(), 1);
     else
         painter.drawImage(0, 0, m_content);
 }

@@ -26,10 +26,12 @@ public:
 
     /// The glass's opacity, from 0 to 1, at once or by a short animation.
     void setOpacity(double opacity, bool animated);
+    GlassTone tone() const { return m_frosted.tone(); }
+    void setTone(GlassTone tone);
     void setCalmAreas(const QList<CalmArea> &areas);
     /// An opaque surface instead of glass, without the content beneath.
     void setOpaque(bool opaque);
-    /// Draws the opaque ground of a view on the glass: grey with a trace of the content's colours and nothing sharp.
+    /// Draws the opaque ground of a view on the glass, which is dark on light glass, too: grey with a trace of the content's colours and nothing sharp.
     /// `surface` is a rounded rectangle in the coordinates of `view`, a view on the same pane, and so is the painter.
     void paintSurface(QPainter &painter, const QRectF &surface, double radius, const QWidget &view) const;
     /// Changes when surfaces look different.
@@ -48,6 +50,7 @@ private:
 
     QImage m_content;
     FrostedBackdrop m_frosted;
+    FrostedBackdrop m_dark; ///< of surfaces on the glass
     QVariantAnimation m_opacityAnimation;
     double m_opacity = 1;
     bool m_isOpaque = false;

@@ -1,5 +1,6 @@
 #include "GlassErrorCard.h"
 
+#include "CardButton.h"
 #include "GlassBackdropView.h"
 #include "SoftShadow.h"
 #include "Symbol.h"
@@ -27,59 +28,14 @@ constexpr int titlePixels = 15;
 constexpr int messagePixels = 13;
 constexpr int symbolSide = 17;
 constexpr int symbolGap = 7;
-constexpr int buttonHeight = 26;
-constexpr int buttonPadding = 12;
-constexpr double buttonRadius = 6;
-constexpr int ringRoom = 3; ///< around the button, for its focus ring
+constexpr int buttonHeight = CardButton::groundHeight;
+constexpr int ringRoom = CardButton::ringRoom;
 constexpr double outlineWidth = 0.5;
 constexpr int distanceFromTop = 32; ///< beneath the window's buttons
 constexpr int distanceFromBottom = 4;
 
 const SoftShadow cardShadow{.opacity = 0.22, .deviation = 14, .offset = {0, 6}};
 const QColor outlineColor = QColor::fromRgbF(1, 1, 1, 0.18F);
-
-/// The card's button, in the accent colour. Its focus ring is drawn around it.
-class CardButton : public QPushButton
-{
-public:
-    CardButton(const QString &text, QWidget *parent)
-        : QPushButton(text, parent)
-    {
-        setAutoDefault(true); // Return presses it, as Space does
-        setAttribute(Qt::WA_Hover);
-        QFont bold = font();
-        bold.setPixelSize(messagePixels);
-        bold.setWeight(QFont::DemiBold);
-        setFont(bold);
-    }
-
-    QSize sizeHint() const override
-    {
-        return {QFontMetrics(font()).horizontalAdvance(text()) + 2 * (buttonPadding + ringRoom),
-                buttonHeight + 2 * ringRoom};
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF ground = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(isDown() ? 0x265fc9 : underMouse() ? 0x3d7cf0 : 0x2f6fe4));
-        painter.drawRoundedRect(ground, buttonRadius, buttonRadius);
-        painter.setPen(Qt::white);
-        painter.drawText(ground, Qt::AlignCenter, text());
-        if (!hasFocus())
-            return;
-        constexpr double ringWidth = 1.5;
-        constexpr double reach = ringRoom - ringWidth / 2;
-        painter.setPen(QPen(QColor(255, 255, 255, 210), ringWidth));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(ground.adjusted(-reach, -reach, reach, reach), buttonRadius + reach,
-                                buttonRadius + reach);
-    }
-};
 
 /// Adds places to break within words that are wider than a line, such as addresses.
 QString breakable(const QString &text)
@@ -181,7 +137,7 @@ GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, con
     setAccessibleDescription(message);
     if (actionTitle.isEmpty())
         return;
-    m_button = new CardButton(actionTitle, this);
+    m_button = new CardButton(actionTitle, CardButton::Look::Accent, this);
     connect(m_button, &QPushButton::clicked, this, [action = std::move(action)] {
         const auto kept = action; // it may delete the card and this function with it
         if (kept)

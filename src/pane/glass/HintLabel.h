@@ -14,7 +14,7 @@ namespace lucentra {
 
 /// A large white text with a soft shadow in the middle of the pane. The widget fills the pane and takes no clicks. The
 /// text is smaller on a small pane, is broken at the last middle dot if it is too long for one line, and has a dark
-/// ground over other text.
+/// ground over other text and on light glass.
 class HintLabel : public PassThroughHostingView
 {
 public:
@@ -25,7 +25,7 @@ public:
     double opacity() const { return m_opacity; }
     /// Called for each step of the fade.
     std::function<void()> onOpacityChanged;
-    /// Whether other text is beneath. Called for each painting.
+    /// Whether it needs a dark ground. Called for each painting.
     std::function<bool()> isOverText;
     /// The text's place.
     QRect textRect() const;

@@ -25,7 +25,7 @@ public:
     {
         std::function<void(QWidget *)> add; ///< puts a label on the pane, beneath the capsule, and shows it
         std::function<void()> changed;      ///< the hint or its opacity has changed
-        std::function<bool()> isOverText;   ///< whether there is other text on the pane
+        std::function<bool()> isOverText;   ///< whether there is other text on the pane, or the pane is light
     };
 
     PaneHints(QWidget &pane, Scheduler &scheduler, Surroundings surroundings);
@@ -44,6 +44,8 @@ public:
     /// The place of the hint's text on the pane, and its opacity: 0 if there is no hint.
     QRect textRect() const;
     double opacity() const;
+    /// Whether a hint has a ground of its own.
+    bool hasGround() const { return m_surroundings.isOverText(); }
 
     bool isPristine() const { return m_isPristine; }
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }

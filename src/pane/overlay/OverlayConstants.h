@@ -39,8 +39,10 @@ inline constexpr double tightestLines = 0.9;
 /// ... and one may reach beyond the area by this part of itself, since the edges are rounded.
 inline constexpr double roundingOfLines = 0.15;
 
-/// The text's grey level (white is 1), and its opaque black shadow: offset downwards, and the deviation of its blur.
-inline constexpr double textWhite = 0.96;
+/// The text's grey level (white is 1) on dark and on light ground, and its opaque shadow: offset downwards, which a
+/// white one doesn't have, and the deviation of its blur.
+inline constexpr float textWhite = 0.96F;
+inline constexpr float textBlack = 0.07F;
 inline constexpr double shadowOffset = 1.0;
 inline constexpr double shadowDeviation = 2.0;
 

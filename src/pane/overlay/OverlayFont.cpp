@@ -52,10 +52,13 @@ QStringList textFamilies(const QString &language)
     return families;
 }
 
-QFont overlayFont(const QString &targetLanguage)
+QFont overlayFont(const QString &targetLanguage, const QString &family)
 {
     QFont font;
-    font.setFamilies(textFamilies(targetLanguage));
+    QStringList families = textFamilies(targetLanguage);
+    if (!family.isEmpty())
+        families.prepend(family);
+    font.setFamilies(families);
     font.setStyleHint(QFont::SansSerif);
     font.setWeight(QFont::Bold);
     font.setPixelSize(overlayReferencePixels);

@@ -16,7 +16,8 @@ inline constexpr int overlayReferencePixels = 128;
 QStringList textFamilies(const QString &language);
 
 /// The bold font of overlays for texts in a target language (a BCP 47 tag), at the reference size and unhinted. Its
-/// first family covers the language's script, so that line heights fit it; families of other scripts follow.
-QFont overlayFont(const QString &targetLanguage);
+/// first family covers the language's script, so that line heights fit it; families of other scripts follow. `family`,
+/// if it isn't empty and is installed, comes before them.
+QFont overlayFont(const QString &targetLanguage, const QString &family = {});
 
 } // namespace lucentra

@@ -14,7 +14,9 @@ namespace lucentra {
 OverlayFontSettings overlayFontSettings(const SettingsStore &settings)
 {
     return {.isAuto = settings.value(settings::isFontSizeAuto.key).toBool(settings::isFontSizeAuto.defaultValue),
-            .storedFontSize = settings.read(settings::fontSize)};
+            .storedFontSize = settings.read(settings::fontSize),
+            .family = settings.read(settings::overlayFontFamily),
+            .ground = settings.read(settings::glassTone)};
 }
 
 using namespace overlay;

@@ -2,6 +2,7 @@
 
 #include "OverlayFit.h"
 #include "OverlayPlacement.h"
+#include "Settings.h"
 
 #include <QRectF>
 #include <QString>
@@ -18,6 +19,8 @@ struct OverlayFontSettings
 {
     bool isAuto = true;        ///< the size follows the source's height
     double storedFontSize = 0; ///< points; used if `isAuto` is false; 0 if none is stored
+    QString family;            ///< empty for that of the target language
+    GlassTone ground = GlassTone::Dark;
 
     bool operator==(const OverlayFontSettings &) const = default;
 };

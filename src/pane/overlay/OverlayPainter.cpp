@@ -23,9 +23,10 @@ constexpr double maximumScale = 8;
 
 } // namespace
 
-OverlayPainter::OverlayPainter(std::shared_ptr<OverlayText> text, const OverlayLayout &layout)
+OverlayPainter::OverlayPainter(std::shared_ptr<OverlayText> text, const OverlayLayout &layout, GlassTone ground)
     : m_text(std::move(text))
     , m_layout(layout)
+    , m_ground(ground)
 {
 }
 
@@ -37,14 +38,26 @@ QRectF OverlayPainter::paintedArea() const
     return area.adjusted(-shadowReach, -shadowReach, shadowReach, shadowReach);
 }
 
+QRectF OverlayPainter::textArea() const
+{
+    QRectF area = m_layout.frame;
+    if (m_layout.lines == 1 && m_layout.alignment == Qt::AlignLeft && !m_text->isRightToLeft())
+        area.setWidth(std::min(area.width(), m_text->lineWidth(m_layout.fontSize) + 2 * sidePadding));
+    return area;
+}
+
 OverlayPainter::Picture OverlayPainter::render(double scale, QPointF remainder) const
 {
     const QRectF area = paintedArea();
     const QSize pixels(int(std::ceil(area.width() * scale + 1)), int(std::ceil(area.height() * scale + 1)));
-    const SoftShadow shadow{.deviation = shadowDeviation, .offset = {0, shadowOffset}};
+    const bool isDark = m_ground == GlassTone::Dark;
+    const float grey = isDark ? textWhite : textBlack;
+    const SoftShadow shadow{.deviation = shadowDeviation,
+                            .offset = {0, isDark ? shadowOffset : 0},
+                            .color = isDark ? Qt::black : Qt::white};
     const QImage image = shadow.under(QSizeF(pixels) / scale, scale, [&](QPainter &painter) {
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-        painter.setPen(QColor::fromRgbF(textWhite, textWhite, textWhite));
+        painter.setPen(QColor::fromRgbF(grey, grey, grey));
         painter.translate(remainder / scale);
         const QPointF corner = m_layout.frame.topLeft() - area.topLeft() + QPointF(sidePadding, verticalPadding);
         m_text->draw(painter, corner, m_layout.frame.width() - 2 * sidePadding, m_layout.fontSize, m_layout.lines,

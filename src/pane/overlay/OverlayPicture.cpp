@@ -38,7 +38,7 @@ bool canStay(const OverlayPicture::Overlay &overlay, const TranslationOverlayCan
 QRegion OverlayPicture::setOverlays(const QList<TranslationOverlayCandidate> &candidates, const Setting &setting)
 {
     const bool canKeep = setting == m_setting;
-    if (setting.targetLanguage != m_setting.targetLanguage)
+    if (setting.targetLanguage != m_setting.targetLanguage || setting.font.family != m_setting.font.family)
         m_typesetter.reset();
     m_setting = setting;
     std::vector<Overlay> old = std::exchange(m_overlays, {});
@@ -53,6 +53,7 @@ QRegion OverlayPicture::setOverlays(const QList<TranslationOverlayCandidate> &ca
         });
         if (kept != old.end()) {
             m_overlays.push_back(std::move(*kept));
+            m_overlays.back().candidate.source = candidate.source;
             old.erase(kept);
         } else {
             m_overlays.push_back(addTranslationOverlay(candidate));
@@ -66,7 +67,7 @@ QRegion OverlayPicture::setOverlays(const QList<TranslationOverlayCandidate> &ca
 OverlayPicture::Overlay OverlayPicture::addTranslationOverlay(const TranslationOverlayCandidate &candidate)
 {
     if (!m_typesetter)
-        m_typesetter.emplace(m_setting.targetLanguage);
+        m_typesetter.emplace(m_setting.targetLanguage, m_setting.font.family);
     const QRectF pane(QPointF(), m_setting.paneSize);
     const std::shared_ptr<OverlayText> text = m_typesetter->typeset(candidate.text);
     const auto layout =
@@ -75,7 +76,7 @@ OverlayPicture::Overlay OverlayPicture::addTranslationOverlay(const TranslationO
             : layOutOverlay(*m_typesetter, candidate.text, candidate.limits, candidate.rect, pane, m_setting.font);
     Overlay overlay{.candidate = candidate};
     if (layout)
-        overlay.painter.emplace(text, *layout);
+        overlay.painter.emplace(text, *layout, m_setting.font.ground);
     return overlay;
 }
 
@@ -84,18 +85,17 @@ QList<CalmArea> OverlayPicture::calmAreas() const
     QList<CalmArea> areas;
     for (const Overlay &overlay : m_overlays) {
         if (overlay.painter)
-            areas.append({.rect = overlay.painter->layout().frame.united(overlay.candidate.rect)});
+            areas.append({.rect = overlay.place()});
     }
     return areas;
 }
 
-QString OverlayPicture::cutOffTextAt(QPointF point) const
+const OverlayPicture::Overlay *OverlayPicture::overlayAt(QPointF point) const
 {
-    for (const Overlay &overlay : m_overlays) {
-        if (overlay.painter && !overlay.painter->layout().isWhole && overlay.painter->layout().frame.contains(point))
-            return overlay.candidate.text;
-    }
-    return {};
+    const auto topmost = std::find_if(m_overlays.rbegin(), m_overlays.rend(), [&](const Overlay &overlay) {
+        return overlay.painter && overlay.place().contains(point);
+    });
+    return topmost == m_overlays.rend() ? nullptr : &*topmost;
 }
 
 void OverlayPicture::paint(QPainter &painter, const QRegion &area)

@@ -30,6 +30,9 @@ public:
     {
         TranslationOverlayCandidate candidate; ///< the overlay's identity
         std::optional<OverlayPainter> painter; ///< nullopt if the source is too small for an overlay
+
+        /// The overlay's frame and its source line. Only with a painter.
+        QRectF place() const { return painter->layout().frame.united(candidate.rect); }
     };
 
     /// Replaces the overlays. Those whose candidate is in the old list, too, are kept as they are, even if other lines
@@ -41,10 +44,11 @@ public:
 
     /// One per candidate, in the same order.
     const std::vector<Overlay> &overlays() const { return m_overlays; }
-    /// Each covers the overlay's frame and its source line.
+    /// The places of the overlays.
     QList<CalmArea> calmAreas() const;
-    /// The whole translation of a paragraph that is cut off at a point of the pane; empty if there is none.
-    QString cutOffTextAt(QPointF point) const;
+    /// The overlay, or the source line that it covers, at a point of the pane; null if there is none. Valid until the
+    /// overlays change.
+    const Overlay *overlayAt(QPointF point) const;
     /// Paints the overlays that touch `area`, in pane points.
     void paint(QPainter &painter, const QRegion &area);
 

@@ -4,6 +4,7 @@
 #include <QPointF>
 #include <QString>
 #include <QTextLayout>
+#include <QTextOption>
 
 class QPainter;
 
@@ -24,6 +25,7 @@ public:
     /// Four lines of a narrow letter at the least size across the widest display hold about 12000.
     static constexpr int maximumLength = 16384;
 
+    bool isRightToLeft() const { return m_layout.textOption().textDirection() == Qt::RightToLeft; }
     double lineHeight(double fontSize) const;
     double lineWidth(double fontSize) const;
     /// The height at a width. If it exceeds `atMost`, some greater height may be returned.

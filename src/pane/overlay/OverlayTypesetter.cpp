@@ -4,8 +4,8 @@
 
 namespace lucentra {
 
-OverlayTypesetter::OverlayTypesetter(const QString &targetLanguage)
-    : m_font(overlayFont(targetLanguage))
+OverlayTypesetter::OverlayTypesetter(const QString &targetLanguage, const QString &family)
+    : m_font(overlayFont(targetLanguage, family))
 {
 }
 

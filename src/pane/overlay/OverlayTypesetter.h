@@ -15,8 +15,8 @@ namespace lucentra {
 class OverlayTypesetter final : public OverlayTextMeasurer
 {
 public:
-    /// `targetLanguage` is the language tag of the translations; it chooses the font's family.
-    explicit OverlayTypesetter(const QString &targetLanguage);
+    /// The font is `overlayFont` of the translations' language tag and the user's family.
+    explicit OverlayTypesetter(const QString &targetLanguage, const QString &family = {});
 
     SingleLineMeasure measureSingleLine(const QString &text, double fontSize) override;
     double boundingHeight(const QString &text, double width, double fontSize, double atMost) override;

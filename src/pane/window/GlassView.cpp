@@ -6,14 +6,15 @@
 #include "GripView.h"
 #include "LocalizationManager.h"
 #include "NeonBorderView.h"
-#include "OverlayView.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "TargetLanguageOption.h"
+#include "TipCard.h"
 #include "WidgetFade.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QToolTip>
 
@@ -45,16 +46,18 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_neonBorderView(new NeonBorderView(services.settings, this))
     , m_grip(new GripView(this))
     , m_overlayView(new OverlayView(this))
+    , m_overlayActions(*this, *m_overlayView, services.texts)
     , m_capsule(new ControlCapsuleView(services.texts, *m_visualEffect, this))
     , m_hints(*this, services.scheduler,
               {.add = [this](QWidget *view) { addBelowCapsule(view); },
                .changed = [this] { updateCalmAreas(); },
-               .isOverText = [this] { return isTextShown(); }})
+               .isOverText = [this] { return isTextShown() || m_visualEffect->tone() == GlassTone::Light; }})
     , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
 {
     setFocusPolicy(Qt::ClickFocus);
     observeNotifications();
     accessibilityDisplayOptionsChanged(displayOptions);
+    updateTone();
     setupControlCapsule();
     showPristineHint();
 }
@@ -65,6 +68,8 @@ void GlassView::observeNotifications()
     store.observe(notifications::updateGlassOpacity, this,
                   [this](double opacity) { m_visualEffect->setOpacity(opacity, !m_displayOptions.reduceMotion); });
     store.observe(settings::triggerMode, this, [this] { updateCapsuleState(); });
+    store.observe(settings::glassTone, this, [this] { updateTone(); });
+    store.observe(settings::overlayFontFamily, this, [this] { setOverlays(m_overlayView->candidates()); });
     store.observe(notifications::targetLanguageChanged, this, [this](const QString &code) {
         m_targetLanguageCode = code;
         updateCapsuleState();
@@ -95,6 +100,11 @@ void GlassView::setupControlCapsule()
     m_capsule->onCopyTapped = [this] {
         if (manualInput.copy)
             manualInput.copy();
+    };
+    m_overlayActions.onCopied = [this] { showHint(m_services.texts.localized(u"已複製"_s), true); };
+    m_overlayActions.onOpenInHistory = [this](const QString &source, const QString &translation) {
+        if (onOpenInHistory)
+            onOpenInHistory(source, translation);
     };
     m_capsule->onTargetLanguageSelected = [this](const QString &code) { selectTargetLanguage(code); };
     updateCapsuleState();
@@ -136,7 +146,7 @@ bool GlassView::isTextShown() const
 void GlassView::updateCalmAreas()
 {
     QList<CalmArea> areas = m_overlayView->picture().calmAreas();
-    if (m_hints.opacity() > 0 && !isTextShown()) {
+    if (m_hints.opacity() > 0 && !m_hints.hasGround()) {
         CalmArea band = calmBand(m_hints.textRect(), m_visualEffect->content(), size());
         band.strength = m_hints.opacity();
         areas.append(band);
@@ -146,6 +156,31 @@ void GlassView::updateCalmAreas()
     m_visualEffect->setCalmAreas(areas);
     // A view over a part of the grip would leave a fragment of it visible.
     m_grip->setVisible(!m_inputPanel && !(m_errorCard && m_errorCard->cardRect().intersects(m_grip->geometry())));
+    if (onTextsChanged)
+        onTextsChanged();
+}
+
+QRegion GlassView::textPlaces() const
+{
+    QRegion places(m_grip->geometry());
+    for (const OverlayPicture::Overlay *overlay : m_overlayView->shown()) {
+        if (overlay->candidate.text != overlay->candidate.source)
+            places |= overlay->painter->textArea().toAlignedRect();
+    }
+    if (m_hints.opacity() > 0)
+        places |= m_hints.textRect();
+    if (m_errorCard)
+        places |= m_errorCard->cardRect();
+    if (m_inputPanel)
+        places |= m_inputPanel->geometry();
+    return places;
+}
+
+TipCard *GlassView::addTip(const QString &text, const QString &actionTitle)
+{
+    auto *tip = new TipCard(text, actionTitle, m_services.texts.localized(u"知道了"_s), *m_visualEffect, this);
+    tip->stackUnder(m_capsule);
+    return tip;
 }
 
 void GlassView::showPristineHint()
@@ -193,6 +228,7 @@ void GlassView::selectTargetLanguage(const QString &code)
 void GlassView::toggleInputMode()
 {
     m_isInputMode = !m_isInputMode;
+    updateTone();
     updateCapsuleState();
     if (manualInput.reset)
         manualInput.reset();
@@ -205,6 +241,13 @@ void GlassView::toggleInputMode()
         hideManualInput();
     }
     showHint(m_services.texts.localized(m_isInputMode ? u"手動輸入"_s : u"框選翻譯"_s), true);
+}
+
+/// Typed text is white.
+void GlassView::updateTone()
+{
+    m_visualEffect->setTone(m_isInputMode ? GlassTone::Dark : m_services.settings.read(settings::glassTone));
+    setOverlays(m_overlayView->candidates());
 }
 
 void GlassView::showManualInput()
@@ -327,12 +370,12 @@ void GlassView::setOverlays(const QList<TranslationOverlayCandidate> &candidates
         candidates,
         {.paneSize = size(), .targetLanguage = m_targetLanguageCode, .font = overlayFontSettings(m_services.settings)});
     updateCalmAreas();
-    setTranslationActionState(TranslationActionState::retranslate);
 }
 
 void GlassView::showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note)
 {
     setOverlays(candidates);
+    setTranslationActionState(TranslationActionState::retranslate);
     if (!note.isEmpty())
         showNote(note);
 }
@@ -343,6 +386,7 @@ void GlassView::changeTranslations(const QList<TranslationOverlayCandidate> &can
         dismissPristineHint();
     removeErrorCard();
     setOverlays(candidates);
+    setTranslationActionState(TranslationActionState::retranslate);
 }
 
 void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
@@ -365,11 +409,21 @@ bool GlassView::event(QEvent *event)
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto *help = static_cast<QHelpEvent *>(event);
-    const QString text = m_overlayView->picture().cutOffTextAt(help->pos());
+    const OverlayPicture::Overlay *overlay = m_overlayView->picture().overlayAt(help->pos());
+    const QString text = overlay && !overlay->painter->layout().isWhole ? overlay->candidate.text : QString();
     // Rich text breaks its lines.
     QToolTip::showText(help->globalPos(), text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s,
                        this);
     return true;
+}
+
+void GlassView::keyPressEvent(QKeyEvent *event)
+{
+    const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
+    if (isArrow && event->modifiers() == Qt::NoModifier && !m_overlayView->shown().empty())
+        m_overlayView->setFocus(Qt::TabFocusReason);
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void GlassView::resizeEvent(QResizeEvent *)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "AccessibilityDisplayOptions.h"
+#include "OverlayActions.h"
+#include "OverlayView.h"
 #include "PaneHints.h"
 #include "PassPane.h"
 
@@ -19,8 +21,8 @@ class GlassErrorCard;
 class GripView;
 class LocalizationManager;
 class NeonBorderView;
-class OverlayView;
 class SettingsStore;
+class TipCard;
 
 /// The pane: frosted glass with a glowing border, on which translations, hints, the error card and the capsule of
 /// buttons are shown. It never captures, recognizes or translates by itself; a pass drives it through `PassView`.
@@ -51,6 +53,9 @@ public:
     std::function<void()> onTranslateTapped; ///< starts a pass over the area beneath the pane
     std::function<void()> onSettingsTapped;
     std::function<void()> onHistoryTapped;
+    /// The user looks for the history's entry of a text on the pane.
+    std::function<void(const QString &source, const QString &translation)> onOpenInHistory;
+    std::function<void()> onTextsChanged;   ///< see `textPlaces`
     std::function<void(bool)> onCornersCut; ///< whether the window must have rounded corners by its shape
 
     /// The picture beneath the pane, of its size in device pixels; null if it isn't known.
@@ -68,6 +73,9 @@ public:
     void showHint(const QString &text, bool temporary) { m_hints.show(text, temporary); }
     void showNote(const QString &text) { m_hints.showNote(text); }
 
+    /// The context menu's items for what is at a point of the pane. Valid until the next call.
+    QList<QAction *> textActionsAt(QPoint place) { return m_overlayActions.menuItemsAt(place); }
+
     /// The translate action of clicks, buttons, menus and hotkeys: starts a pass, or translates the typed text in input
     /// mode.
     void performTranslateAction();
@@ -78,6 +86,11 @@ public:
     void selectTargetLanguage(const QString &code);
 
     bool isProcessing() const { return m_isProcessing; }
+    bool hasTranslations() const { return !m_overlayView->shown().empty(); }
+    /// Where there is something new to read on the pane, or its grip.
+    QRegion textPlaces() const;
+    /// A hidden card on the pane, for its maker to place and show; belongs to the pane.
+    TipCard *addTip(const QString &text, const QString &actionTitle);
 
     /// Whether translations follow the screen, and what went wrong with that; empty if all is well.
     void setLive(bool isLive, const QString &trouble);
@@ -98,6 +111,8 @@ public:
 protected:
     /// Shows the whole text of an overlay that is cut off as a tool tip.
     bool event(QEvent *event) override;
+    /// The arrow keys go to the overlays.
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -112,6 +127,7 @@ private:
     void updateCorners();
     void addBelowCapsule(QWidget *view);
     bool isTextShown() const;
+    void updateTone();
     void updateCalmAreas();
     void showManualInput();
     void hideManualInput();
@@ -122,6 +138,7 @@ private:
     NeonBorderView *m_neonBorderView;
     GripView *m_grip;
     OverlayView *m_overlayView; ///< made before the capsule, and therefore beneath it and beneath hints
+    OverlayActions m_overlayActions;
     ControlCapsuleView *m_capsule;
     QPointer<GlassErrorCard> m_errorCard;
     PaneHints m_hints;

@@ -6,6 +6,7 @@
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 
+#include <QFontDatabase>
 #include <QSlider>
 
 #include <cmath>
@@ -53,6 +54,23 @@ void addOpacity(SettingsForm &form, FormSection &section)
          [&store](int step) { store.write(settings::glassOpacity, step / opacitySteps); }});
 }
 
+void addTone(FormSection &section)
+{
+    section.addPicker(u"玻璃色調"_s,
+                      {{u"深色底、白字"_s, int(GlassTone::Dark)}, {u"淺色底、黑字"_s, int(GlassTone::Light)}},
+                      section.stored<QVariant>(settings::glassTone));
+}
+
+void addFontFamily(FormSection &section)
+{
+    QList<PickerOption> options{{u"自動（依目標語言）"_s, QString()}};
+    for (const QString &family : QFontDatabase::families()) {
+        if (!QFontDatabase::isPrivateFamily(family))
+            options.append({family, family});
+    }
+    section.addPicker(u"譯文字型"_s, options, section.stored<QVariant>(settings::overlayFontFamily));
+}
+
 void addFontSize(SettingsForm &form, FormSection &section)
 {
     const LocalizationManager &texts = form.services().texts;
@@ -74,6 +92,8 @@ AppearanceTab::AppearanceTab(SettingsForm &form, QWidget *parent)
     auto *section = new FormSection(form, u"玻璃板樣式"_s);
     addBorderColor(*section);
     addOpacity(form, *section);
+    addTone(*section);
+    addFontFamily(*section);
     addFontSize(form, *section);
     addSection(section);
 }

@@ -143,6 +143,11 @@ void ModelsSection::fillSources()
     m_source->setCurrentIndex(std::max(index, 0));
 }
 
+void ModelsSection::focusDownload()
+{
+    m_download->setFocus(Qt::OtherFocusReason);
+}
+
 void ModelsSection::refresh()
 {
     const SettingsServices &services = form().services();

@@ -21,6 +21,7 @@ public:
 
     /// Reads the models again.
     void refresh();
+    void focusDownload();
     /// Called after models were installed or removed.
     Callback<> onModelsChanged;
 

@@ -20,12 +20,13 @@ namespace lucentra {
 SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWidget *parent)
     : QTabWidget(parent)
     , m_form(services)
+    , m_translation(new TranslationTab(m_form, keys))
 {
     setDocumentMode(true);
     setUsesScrollButtons(false); // the window is wide enough for all tabs
     setIconSize(QSize(20, 20));
     addPage(new GeneralTab(m_form), u"一般"_s, u"gearshape"_s);
-    addPage(new TranslationTab(m_form, keys), u"翻譯"_s, u"book"_s);
+    addPage(m_translation, u"翻譯"_s, u"book"_s);
     addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
     addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);
     addPage(new AboutTab(m_form), u"關於"_s, u"info"_s);
@@ -48,6 +49,12 @@ void SettingsView::assignLetters()
     for (const QString &key : std::as_const(m_titles))
         titles.append(m_form.text(key));
     assignMnemonics(*this, titles);
+}
+
+void SettingsView::showModels()
+{
+    setCurrentWidget(m_translation);
+    m_translation->showModels();
 }
 
 void SettingsView::refresh()

@@ -7,6 +7,7 @@
 namespace lucentra {
 
 class APIKeys;
+class TranslationTab;
 
 /// The settings form: five tabs. Every control writes its setting at once, and follows changes made elsewhere.
 class SettingsView : public QTabWidget
@@ -14,6 +15,8 @@ class SettingsView : public QTabWidget
 public:
     SettingsView(const SettingsServices &services, APIKeys &keys, QWidget *parent = nullptr);
 
+    /// Goes to the translation models, if the engine uses them.
+    void showModels();
     /// Updates all values.
     void refresh();
 
@@ -26,6 +29,7 @@ private:
     void assignLetters();
 
     SettingsForm m_form;
+    TranslationTab *m_translation;
     QStringList m_symbols; ///< one per tab
     QStringList m_titles;  ///< text keys, one per tab
 };

@@ -85,6 +85,11 @@ void SettingsWindowController::showWindow()
     m_window->activateWindow();
 }
 
+void SettingsWindowController::showModels()
+{
+    m_view->showModels();
+}
+
 void SettingsWindowController::makeView()
 {
     m_view = new SettingsView(m_services, m_keys);

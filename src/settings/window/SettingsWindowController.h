@@ -23,6 +23,8 @@ public:
 
     /// Brings the window to the front, with the tab that was shown last.
     void showWindow();
+    /// Goes to the translation models in the shown window.
+    void showModels();
     /// Updates the window's title after a change of the interface language; the form updates itself.
     void refreshTitle();
 

@@ -12,6 +12,7 @@
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 
+#include <QLayout>
 #include <QPointer>
 
 #include <utility>
@@ -123,6 +124,13 @@ void TranslationTab::loadKeys()
                 engine->setSaved(saved);
         }
     };
+}
+
+void TranslationTab::showModels()
+{
+    widget()->layout()->activate(); // the page may be new
+    ensureWidgetVisible(m_models);
+    m_models->focusDownload();
 }
 
 void TranslationTab::showSelectedEngine()

@@ -21,6 +21,9 @@ class TranslationTab : public FormPage
 public:
     TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent = nullptr);
 
+    /// Scrolls to the translation models.
+    void showModels();
+
 private:
     void addEngineAndLanguageSection();
     void addOperationSection();

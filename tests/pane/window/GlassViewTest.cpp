@@ -8,7 +8,9 @@
 #include "WindowButton.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -238,6 +240,50 @@ private Q_SLOTS:
         QVERIFY(label->rect().contains(pane.view->mapToGlobal(QPoint(60, 72))));
         pane.view->clearOverlays();
         QCOMPARE(overlays->childCount(), 0);
+    }
+
+    void textsOfOverlaysByKeysAndByMenu()
+    {
+        PaneFixture pane;
+        QStringList opened;
+        pane.view->onOpenInHistory = [&](const QString &source, const QString &text) { opened << source << text; };
+        pane.window.makeKeyAndOrderFront();
+        QVERIFY(QTest::qWaitForWindowActive(&pane.window));
+        const auto press = [&](auto key) { QTest::keySequence(pane.window.windowHandle(), QKeySequence(key)); };
+        const auto copied = [] { return QGuiApplication::clipboard()->text(); };
+        const QPoint onSecond(60, 112);
+        pane.view->showTranslations(
+            {{u"<b>一"_s, {50, 60, 200, 24}, {280}, u"one"_s},
+             {u"二"_s, {50, 100, 200, 60}, {.bottom = 280, .lineCount = 3, .lineDistance = 20}, u"two"_s}},
+            {});
+        QAccessibleInterface *overlays = QAccessible::queryAccessibleInterface(only<OverlayView>(pane.view));
+        QVERIFY(!overlays->focusChild());
+        press(Qt::Key_Down);
+        QCOMPARE(overlays->focusChild(), overlays->child(0));
+        press(QKeySequence::Copy);
+        QCOMPARE(copied(), u"<b>一"_s);
+        press(Qt::Key_Down);
+        press(Qt::Key_Down); // the second is the last one
+        QVERIFY(overlays->child(1)->state().focused);
+        press(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
+        QCOMPARE(copied(), u"two"_s);
+        QCOMPARE(hintText(pane), u"已複製"_s);
+
+        QVERIFY(pane.view->textActionsAt({400, 250}).isEmpty());
+        QCOMPARE(pane.view->textActionsAt({60, 72}).first()->text(), u"複製這一行的翻譯"_s);
+        const QList<QAction *> items = pane.view->textActionsAt(onSecond);
+        QCOMPARE(items.first()->text(), u"複製這一段的翻譯"_s);
+        pane.view->changeTranslations({{u"三"_s, {50, 100, 200, 60}, {280}, u"three"_s}}); // while the menu is open
+        QStringList byMenu;
+        for (QAction *item : items) {
+            item->trigger();
+            byMenu.append(copied());
+        }
+        QCOMPARE(byMenu.first(3), (QStringList{u"二"_s, u"two"_s, u"<b>一\n二"_s}));
+        QCOMPARE(opened, (QStringList{u"two"_s, u"二"_s}));
+        QCOMPARE(overlays->focusChild(), overlays->child(0)); // the one that is left
+        pane.view->clearOverlays();
+        QVERIFY(pane.view->hasFocus());
     }
 };
 

@@ -1,9 +1,11 @@
 #include "CapsuleTooltip.h"
 #include "Columns.h"
 #include "ControlCapsuleView.h"
+#include "FirstTips.h"
 #include "GlassErrorCard.h"
 #include "PaneFixture.h"
 #include "TestProgram.h"
+#include "TipCard.h"
 #include "WindowButton.h"
 
 #include <QAccessible>
@@ -132,6 +134,49 @@ private Q_SLOTS:
         QCOMPARE(retries, 1);
         QTRY_VERIFY(!only<GlassErrorCard>(pane.view));
         QVERIFY(pane.view->hasFocus());
+    }
+
+    void tipsComeOnceAndCoverNoText()
+    {
+        PaneFixture pane;
+        pane.window.show();
+        int opened = 0;
+        const auto makeTips = [&] {
+            return std::make_unique<FirstTips>(*pane.view, pane.settings, pane.texts,
+                                               FirstTips::Circumstances{.missing = [] { return QString(); },
+                                                                        .lacksModels = [] { return true; },
+                                                                        .hotkey = [] { return u"Alt+T"_s; },
+                                                                        .openModels = [&] { ++opened; }});
+        };
+        auto tips = makeTips();
+        const auto text = [&] {
+            const auto *card = only<TipCard>(pane.view);
+            return card && card->isVisible() ? card->accessibleName() : QString();
+        };
+        const QRectF upperLines(10, 44, 460, 100);
+        const auto translate = [&](const QRectF &place) {
+            pane.view->passStarted();
+            pane.view->showTranslations({{u"一"_s.repeated(40), place, {place.bottom()}}}, {});
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
+        QCOMPARE(text(), u"把這塊翻譯板拖到您看不懂的文字上。"_s);
+        QVERIFY(!pane.view->textPlaces().intersects(only<TipCard>(pane.view)->geometry())); // the start hint
+        translate({0, 0, 480, 280});
+        QCOMPARE(text(), QString()); // no room
+        pane.view->changeTranslations({{u"一"_s.repeated(40), upperLines, {upperLines.bottom()}}});
+        QVERIFY(text().startsWith(u"這部電腦已經能翻譯"_s));
+        QVERIFY(!pane.view->textPlaces().intersects(only<TipCard>(pane.view)->geometry()));
+        QTest::mouseClick(only<TipCard>(pane.view)->findChildren<QPushButton *>().first(), Qt::LeftButton);
+        QCOMPARE(opened, 1);
+        translate(upperLines);
+        QCOMPARE(text(), u"按 Alt+T 可隨時顯示或隱藏翻譯板。"_s);
+        tips = makeTips(); // another start: it wasn't read
+        translate(upperLines);
+        QVERIFY(!text().isEmpty());
+        QTest::mouseClick(only<TipCard>(pane.view), Qt::LeftButton, {}, {4, 4});
+        QCOMPARE(pane.passes, 0);
+        translate(upperLines);
+        QCOMPARE(text(), QString());
     }
 };
 

@@ -1,0 +1,81 @@
+#include "Packages.h"
+
+#include "read/LineReader.h"
+
+#include <QLatin1StringView>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace lucentra {
+
+namespace {
+
+/// What reads a language on the screen.
+struct ReadingRow
+{
+    ReadingLanguage language;
+    QLatin1StringView tag;
+    QLatin1StringView package;
+};
+constexpr ReadingRow readingRows[] = {
+    {ReadingLanguage::English, "en"_L1, "tesseract-ocr-eng"_L1},
+    {ReadingLanguage::TraditionalChinese, "zh-Hant"_L1, "tesseract-ocr-chi-tra"_L1},
+    {ReadingLanguage::SimplifiedChinese, "zh-Hans"_L1, "tesseract-ocr-chi-sim"_L1},
+    {ReadingLanguage::Japanese, "ja"_L1, "tesseract-ocr-jpn"_L1},
+    {ReadingLanguage::Korean, "ko"_L1, "tesseract-ocr-kor"_L1},
+};
+
+/// A package manager. Packages of models have names of their own everywhere, other ones don't.
+struct Manager
+{
+    QLatin1StringView program;
+    QLatin1StringView command;
+    QLatin1StringView modelPrefix; ///< before the model's name, in place of Debian's "tesseract-ocr-"
+};
+constexpr Manager managers[] = {
+    {"apt-get"_L1, "sudo apt install"_L1, {}},
+    {"dnf"_L1, "sudo dnf install"_L1, "tesseract-langpack-"_L1},
+    {"pacman"_L1, "sudo pacman -S"_L1, "tesseract-data-"_L1},
+};
+
+} // namespace
+
+QStringList missingReadingPackages()
+{
+    QStringList packages;
+    for (const ReadingRow &row : readingRows) {
+        if (!LineReader::isInstalled(row.language))
+            packages.append(row.package);
+    }
+    return packages;
+}
+
+QStringList readableLanguages()
+{
+    QStringList tags;
+    for (const ReadingRow &row : readingRows) {
+        if (LineReader::isInstalled(row.language))
+            tags.append(row.tag);
+    }
+    return tags;
+}
+
+QString installCommand(const QStringList &packages)
+{
+    for (const Manager &manager : managers) {
+        if (QStandardPaths::findExecutable(manager.program).isEmpty())
+            continue;
+        QString command = manager.command;
+        for (QString package : packages) {
+            if (constexpr auto debianPrefix = "tesseract-ocr-"_L1;
+                !manager.modelPrefix.isEmpty() && package.startsWith(debianPrefix))
+                package = manager.modelPrefix + package.mid(debianPrefix.size()).replace(u'-', u'_');
+            command += u' ' + package;
+        }
+        return command;
+    }
+    return packages.join(u' ');
+}
+
+} // namespace lucentra

@@ -1,0 +1,54 @@
+#include "CardButton.h"
+
+#include <QPainter>
+
+namespace lucentra {
+
+namespace {
+
+constexpr int textPixels = 13;
+constexpr int sidePadding = 12;
+constexpr double cornerRadius = 6;
+
+} // namespace
+
+CardButton::CardButton(const QString &text, Look look, QWidget *parent)
+    : QPushButton(text, parent)
+    , m_look(look)
+{
+    setAutoDefault(true); // Return presses it, as Space does
+    setAttribute(Qt::WA_Hover);
+    QFont bold = font();
+    bold.setPixelSize(textPixels);
+    bold.setWeight(QFont::DemiBold);
+    setFont(bold);
+}
+
+QSize CardButton::sizeHint() const
+{
+    return {QFontMetrics(font()).horizontalAdvance(text()) + 2 * (sidePadding + ringRoom), groundHeight + 2 * ringRoom};
+}
+
+void CardButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF ground = QRectF(rect()).adjusted(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    painter.setPen(Qt::NoPen);
+    if (m_look == Look::Accent)
+        painter.setBrush(QColor(isDown() ? 0x265fc9 : underMouse() ? 0x3d7cf0 : 0x2f6fe4));
+    else
+        painter.setBrush(QColor::fromRgbF(1, 1, 1, isDown() ? 0.28F : underMouse() ? 0.2F : 0.12F));
+    painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
+    painter.setPen(Qt::white);
+    painter.drawText(ground, Qt::AlignCenter, text());
+    if (!hasFocus())
+        return;
+    constexpr double ringWidth = 1.5;
+    constexpr double reach = ringRoom - ringWidth / 2;
+    painter.setPen(QPen(QColor(255, 255, 255, 210), ringWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(ground.adjusted(-reach, -reach, reach, reach), cornerRadius + reach, cornerRadius + reach);
+}
+
+} // namespace lucentra

@@ -1,0 +1,99 @@
+#include "TipCard.h"
+
+#include "BalancedLines.h"
+#include "CardButton.h"
+#include "GlassBackdropView.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace lucentra {
+
+namespace {
+
+constexpr int textPixels = 13;
+constexpr int padding = 12;
+constexpr int gap = 6;
+constexpr int sideDistance = 12; ///< between the card and the pane's sides
+constexpr double cornerRadius = 11;
+constexpr double outlineWidth = 0.8;
+
+} // namespace
+
+TipCard::TipCard(const QString &text, const QString &actionTitle, const QString &closeTitle,
+                 const GlassBackdropView &glass, QWidget *parent)
+    : QWidget(parent)
+    , m_glass(glass)
+    , m_label(new QLabel(this))
+{
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setText(text);
+    m_label->setWordWrap(true);
+    QFont labelFont = m_label->font();
+    labelFont.setPixelSize(textPixels);
+    m_label->setFont(labelFont);
+    QPalette palette = m_label->palette();
+    palette.setColor(QPalette::WindowText, QColor(255, 255, 255, 235));
+    m_label->setPalette(palette);
+    m_label->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(padding, padding - 2, padding, padding - CardButton::ringRoom);
+    column->setSpacing(gap);
+    column->addWidget(m_label);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(gap - CardButton::ringRoom);
+    row->addStretch();
+    if (!actionTitle.isEmpty()) {
+        auto *action = new CardButton(actionTitle, CardButton::Look::Accent, this);
+        connect(action, &QPushButton::clicked, this, [this] {
+            if (onAction)
+                onAction();
+            close();
+        });
+        row->addWidget(action);
+    }
+    auto *closing = new CardButton(closeTitle, CardButton::Look::Plain, this);
+    connect(closing, &QPushButton::clicked, this, &TipCard::close);
+    row->addWidget(closing);
+    column->addLayout(row);
+    setAccessibleName(text);
+}
+
+void TipCard::close()
+{
+    if (onClosed)
+        onClosed();
+}
+
+QSize TipCard::sizeOn(int paneWidth) const
+{
+    const int widest = std::min(greatestWidth, paneWidth - 2 * sideDistance) - 2 * padding;
+    const int text =
+        balancedSize(QFontMetrics(m_label->font()), {widest, 1 << 16}, Qt::TextWordWrap, m_label->text()).width() + 1;
+    const int width = std::max(minimumSizeHint().width(), text + 2 * padding);
+    return {width, layout()->heightForWidth(width)};
+}
+
+void TipCard::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        close();
+}
+
+void TipCard::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    constexpr double inset = outlineWidth / 2;
+    m_glass.paintSurface(painter, rect(), cornerRadius, *this);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.22F), outlineWidth));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+}
+
+} // namespace lucentra

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+
+namespace lucentra {
+
+class GlassBackdropView;
+
+/// A small card on the pane that explains something once, with a button that closes it and perhaps one that does what
+/// it is about. A click anywhere on it closes it, too.
+class TipCard : public QWidget
+{
+public:
+    static constexpr int greatestWidth = 320;
+
+    /// Without `actionTitle` there is one button. The card's ground is made of the glass.
+    TipCard(const QString &text, const QString &actionTitle, const QString &closeTitle, const GlassBackdropView &glass,
+            QWidget *parent);
+
+    // Both may delete the card later, not at once.
+    std::function<void()> onAction;
+    std::function<void()> onClosed; ///< by the user; also called after `onAction`
+
+    /// The size on a pane of that width.
+    QSize sizeOn(int paneWidth) const;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void close();
+
+    const GlassBackdropView &m_glass;
+    QLabel *m_label;
+};
+
+} // namespace lucentra
