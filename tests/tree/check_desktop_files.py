@@ -176,6 +176,13 @@ class Tree:
     def package(self) -> None:
         newest = (self.debian / "changelog").read_text(encoding="utf-8").splitlines()[0]
         self.expect(f"({self.version}-" in newest, f"the package's change log is of another version: {newest}")
+        changes = (self.docs.parent / "CHANGELOG.md").read_text(encoding="utf-8")
+        self.expect(f"\n## {self.version} (" in changes, f"the change log has no {self.version}")
+        manifest = (self.debian.parent / "flatpak/com.tarnby.lucentra.yml").read_text(encoding="utf-8")
+        self.equal(re.findall(r"url: (\S+)", manifest), re.findall(r"url: (\S+)\n +sha256: [0-9a-f]{64}\n", manifest),
+                   "Flatpak: sources with a checksum")
+        self.expect(not re.search("^ *- --(filesystem|device|socket=session-bus)", manifest, re.M),
+                    "Flatpak: permissions beyond portals")
 
 
 def main() -> int:
