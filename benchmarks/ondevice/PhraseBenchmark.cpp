@@ -1,4 +1,4 @@
-// What the memory of phrases costs on this computer: building it, looking up, telling languages.
+// What the phrases of this computer cost: collecting them, looking up, identifying languages.
 #include "CatalogueFolders.h"
 #include "PhraseLanguage.h"
 #include "PhraseCollector.h"
@@ -25,7 +25,7 @@ QByteArray build(const CatalogueSurvey &survey)
     return buffer.data();
 }
 
-std::shared_ptr<const PhraseFile> memory()
+std::shared_ptr<const PhraseFile> phrases()
 {
     static const auto file = PhraseFile::fromBytes(build(surveyCatalogues(CatalogueFolders::ofThisSystem())));
     return file;
@@ -38,7 +38,7 @@ void survey(benchmark::State &state)
 }
 BENCHMARK(survey)->Unit(benchmark::kMillisecond);
 
-void buildMemory(benchmark::State &state)
+void collectPhrases(benchmark::State &state)
 {
     const CatalogueSurvey catalogues = surveyCatalogues(CatalogueFolders::ofThisSystem());
     for (auto _ : state) {
@@ -49,22 +49,22 @@ void buildMemory(benchmark::State &state)
         state.counters["megabytes"] = double(file.size()) / (1 << 20);
     }
     state.counters["catalogues"] = double(catalogues.files.size());
-    state.counters["phrases"] = memory()->header().phrases;
+    state.counters["phrases"] = phrases()->header().phrases;
 }
-BENCHMARK(buildMemory)->Unit(benchmark::kMillisecond)->MinTime(1);
+BENCHMARK(collectPhrases)->Unit(benchmark::kMillisecond)->MinTime(1);
 
 void findPhrase(benchmark::State &state)
 {
     const QStringList keys{u"cancel"_s, u"file"_s, u"select all"_s, u"no such phrase"_s, u"open recent"_s, u"help"_s};
     qsizetype i = 0;
     for (auto _ : state)
-        benchmark::DoNotOptimize(memory()->fromEnglish(0, keys[++i % keys.size()]));
+        benchmark::DoNotOptimize(phrases()->fromEnglish(0, keys[++i % keys.size()]));
 }
 BENCHMARK(findPhrase);
 
 void translateLine(benchmark::State &state, const QString &line)
 {
-    const auto lookup = PhraseLookup::between(*memory(), {u"en"_s, u"ja"_s});
+    const auto lookup = PhraseLookup::between(*phrases(), {u"en"_s, u"ja"_s});
     for (auto _ : state)
         benchmark::DoNotOptimize(lookup->translate(line));
 }
@@ -73,7 +73,7 @@ BENCHMARK_CAPTURE(translateLine, unknown, u"The old man went fishing once more i
 
 void identifyLines(benchmark::State &state)
 {
-    ScreenLanguageIdentifier identifier(&memory);
+    ScreenLanguageIdentifier identifier(&phrases);
     const QStringList lines{u"Save changes before closing?"_s, u"關閉前要儲存變更嗎？"_s,
                             u"閉じる前に変更を保存しますか？"_s, u"Änderungen vor dem Schließen speichern?"_s,
                             u"Показать скрытые файлы"_s};

@@ -1,8 +1,8 @@
-// How many of a list of interface texts the memory of this computer translates, by language, and how many of a list of
-// lines ("code<TAB>text") are told right.
+// Prints how many interface texts the phrases of this computer translate, per language, and how many lines
+// ("code<TAB>text") are identified correctly.
 // usage: phrase-rates TEXTS LINES [--misses]
-//        phrase-rates TEXTS --answers [CODE ...]: one line a text, with what each language makes of it when it stands
-//        alone on the screen, separated by tabs; where nothing new comes back, nothing stands there
+//        phrase-rates TEXTS --answers [CODE ...]: prints one line per text with its translation in each language,
+//        separated by tabs, as if it were alone on the screen. A translation is empty if there is no new text.
 #include "CatalogueFolders.h"
 #include "PhraseLanguage.h"
 #include "PhraseCollector.h"
@@ -113,7 +113,7 @@ int main(int argc, char **argv)
     }
     std::printf("%u phrases of %u catalogues\n", file->header().phrases, file->header().catalogues);
     printRates(*file, linesOf(arguments[1]), withMisses);
-    std::puts("languages told with the memory:");
+    std::puts("languages identified with the phrases:");
     printIdentification(file, linesOf(arguments[2]), withMisses);
     std::puts("without:");
     printIdentification(nullptr, linesOf(arguments[2]), withMisses);

@@ -93,7 +93,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_mainMenu.attachContextMenu(m_pane->view(),
                                  [&view = m_pane->view()](QPoint place) { return view.textActionsAt(place); });
     m_statusItem.build();
-    connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.lookAgain(); });
+    connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.renew(); });
     m_hotkeys.onToggleWindow = [this] { toggleByKey(); };
     m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;

@@ -15,15 +15,15 @@ void AutoHide::focusChanged()
 {
     const bool isActive = m_surroundings.isPaneActive();
     if (std::exchange(m_wasActive, isActive) && !isActive)
-        m_look = m_scheduler.after(lookInterval, [this] { look(); });
+        m_poll = m_scheduler.after(pollInterval, [this] { poll(); });
 }
 
-void AutoHide::look()
+void AutoHide::poll()
 {
     if (m_surroundings.isPaneActive())
         return;
     if (m_surroundings.hasInputFocus() || m_surroundings.isPointerInUse())
-        m_look = m_scheduler.after(lookInterval, [this] { look(); });
+        m_poll = m_scheduler.after(pollInterval, [this] { poll(); });
     else
         m_lost();
 }

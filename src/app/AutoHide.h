@@ -17,7 +17,7 @@ namespace lucentra {
 class AutoHide : public QObject
 {
 public:
-    static constexpr std::chrono::milliseconds lookInterval{60};
+    static constexpr std::chrono::milliseconds pollInterval{60};
 
     struct Surroundings
     {
@@ -33,12 +33,12 @@ public:
     void focusChanged();
 
 private:
-    void look();
+    void poll();
 
     Scheduler &m_scheduler;
     const Surroundings m_surroundings;
     const std::function<void()> m_lost;
-    std::unique_ptr<ScheduledTask> m_look;
+    std::unique_ptr<ScheduledTask> m_poll;
     bool m_wasActive = false;
 };
 

@@ -131,7 +131,7 @@ void StatusItem::build()
     if (m_icon)
         m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));
     else
-        look();
+        poll();
 }
 
 void StatusItem::updateLive()
@@ -140,11 +140,11 @@ void StatusItem::updateLive()
         showLiveState(*m_live, m_actions, m_texts);
 }
 
-void StatusItem::lookAgain()
+void StatusItem::renew()
 {
     m_icon.reset();
-    m_lookInterval = firstLookInterval;
-    look();
+    m_pollInterval = firstPollInterval;
+    poll();
 }
 
 void StatusItem::setToggleKeys(quint32 flags, const QString &key)
@@ -156,14 +156,14 @@ void StatusItem::setToggleKeys(quint32 flags, const QString &key)
     }
 }
 
-void StatusItem::look()
+void StatusItem::poll()
 {
     if (m_isTrayThere()) {
         makeIcon();
         return;
     }
-    m_look = m_scheduler.after(m_lookInterval, [this] { look(); });
-    m_lookInterval = std::min(m_lookInterval * 2, longestLookInterval);
+    m_poll = m_scheduler.after(m_pollInterval, [this] { poll(); });
+    m_pollInterval = std::min(m_pollInterval * 2, longestPollInterval);
 }
 
 void StatusItem::makeIcon()

@@ -25,8 +25,8 @@ class StatusItem : public QObject
 {
 public:
     /// Interval of the checks while there is no tray: at first, and after a while.
-    static constexpr std::chrono::milliseconds firstLookInterval{1000};
-    static constexpr std::chrono::milliseconds longestLookInterval{30000};
+    static constexpr std::chrono::milliseconds firstPollInterval{1000};
+    static constexpr std::chrono::milliseconds longestPollInterval{30000};
     /// Tag of the item that shows the stored toggle hotkey.
     static constexpr int toggleTag = 100;
 
@@ -40,7 +40,7 @@ public:
     /// Updates the item of live translation.
     void updateLive();
     /// Shows a new item as soon as there is a tray. To be called after the session bus has ended.
-    void lookAgain();
+    void renew();
     /// The keys that the item with the toggle tag shows: modifier flags (VirtualKeys.h) and the key.
     void setToggleKeys(quint32 flags, const QString &key);
 
@@ -49,7 +49,7 @@ public:
     const QMenu &menu() const { return m_menu; }
 
 private:
-    void look();
+    void poll();
     void makeIcon();
     QAction *add(const QString &key, const QKeySequence &shortcut, std::function<void()> act);
 
@@ -57,8 +57,8 @@ private:
     const ShellActions &m_actions;
     Scheduler &m_scheduler;
     const std::function<bool()> m_isTrayThere;
-    std::unique_ptr<ScheduledTask> m_look;
-    std::chrono::milliseconds m_lookInterval = firstLookInterval;
+    std::unique_ptr<ScheduledTask> m_poll;
+    std::chrono::milliseconds m_pollInterval = firstPollInterval;
     QMenu m_menu;
     QAction *m_live = nullptr;
     std::unique_ptr<QSystemTrayIcon> m_icon;

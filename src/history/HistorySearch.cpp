@@ -58,7 +58,7 @@ QList<TextRange> HistorySearch::rangesIn(const QString &text) const
     QList<std::pair<qsizetype, TextRange>> characters; // start in the folded text, range in the text
     QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text);
     for (qsizetype start = 0, end = boundaries.toNextBoundary(); end > start; end = boundaries.toNextBoundary()) {
-        characters.append({foldedText.size(), {start, end - start}});
+        characters.emplaceBack(foldedText.size(), TextRange{start, end - start});
         foldedText += folded(text.sliced(start, end - start));
         start = end;
     }

@@ -151,11 +151,11 @@ private Q_SLOTS:
             autoHide.focusChanged();
             isPaneActive = false;
             autoHide.focusChanged();
-            m_scheduler.advance(AutoHide::lookInterval * 10);
+            m_scheduler.advance(AutoHide::pollInterval * 10);
             const int atOnce = lost;
             isPaneActive = comesBack;
             hasInputFocus = isPointerInUse = false;
-            m_scheduler.advance(AutoHide::lookInterval * 10);
+            m_scheduler.advance(AutoHide::pollInterval * 10);
             return std::pair(atOnce, lost);
         };
         QCOMPARE(losses(false, false, false), std::pair(1, 1)); // another window has them

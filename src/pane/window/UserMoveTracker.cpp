@@ -21,7 +21,7 @@ void UserMoveTracker::windowHidden()
 {
     const bool wasHeld = m_isHeld || m_isTracking;
     m_isShown = m_isHeld = m_isTracking = false;
-    m_look.reset();
+    m_poll.reset();
     m_answerEnds.reset();
     if (wasHeld)
         m_reports.unchanged();
@@ -34,7 +34,7 @@ void UserMoveTracker::held(bool isHeld)
     m_isHeld = isHeld;
     m_answerEnds = isHeld ? nullptr : m_scheduler.after(answerPatience, [this] { m_answerEnds.reset(); });
     if (m_isTracking && !isHeld)
-        look(); // the first notice of the release
+        poll(); // the first notice of the release
     else if (!m_isTracking && !isHeld)
         m_reports.unchanged();
     else if (m_surroundings.isButtonDown()) // some window managers report a drag only when it is over
@@ -66,10 +66,10 @@ void UserMoveTracker::begin(const QRect &from)
     m_lastSeen = {};
     m_waited = std::chrono::milliseconds::zero();
     m_reports.began();
-    m_look = m_scheduler.after(lookInterval, [this] { look(); });
+    m_poll = m_scheduler.after(pollInterval, [this] { poll(); });
 }
 
-void UserMoveTracker::look()
+void UserMoveTracker::poll()
 {
     const QRect frame = m_surroundings.frame();
     bool hasEnded = false;
@@ -83,12 +83,12 @@ void UserMoveTracker::look()
         // The window's last place may arrive after the release: two polls must see the same place, and the place of the
         // start counts only after a slow window manager has had time to answer.
         if (!m_lastSeen.isNull())
-            m_waited += lookInterval;
+            m_waited += pollInterval;
         const bool isResting = std::exchange(m_lastSeen, frame) == frame;
         hasEnded = isResting && (frame != m_start || m_waited >= answerPatience);
     }
     if (!hasEnded) {
-        m_look = m_scheduler.after(lookInterval, [this] { look(); });
+        m_poll = m_scheduler.after(pollInterval, [this] { poll(); });
         return;
     }
     m_isTracking = false;

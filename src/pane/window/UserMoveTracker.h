@@ -18,7 +18,7 @@ class UserMoveTracker
 {
 public:
     /// The interval for polling the pointer's buttons, since no event reports a release during another client's grab.
-    static constexpr std::chrono::milliseconds lookInterval{40};
+    static constexpr std::chrono::milliseconds pollInterval{40};
     /// The longest time after the release until the window manager reports the window's new place. Some report it only
     /// at the end of a drag.
     static constexpr std::chrono::milliseconds answerPatience{600};
@@ -57,13 +57,13 @@ public:
 
 private:
     void begin(const QRect &from);
-    void look();
+    void poll();
     void letGo();
 
     Scheduler &m_scheduler;
     const Surroundings m_surroundings;
     const Reports m_reports;
-    std::unique_ptr<ScheduledTask> m_look;
+    std::unique_ptr<ScheduledTask> m_poll;
     std::unique_ptr<ScheduledTask> m_answerEnds; ///< while it runs, a change still counts as part of the last hold
     bool m_isShown = false;
     bool m_isHeld = false;
