@@ -6,9 +6,9 @@ namespace lucentra {
 
 namespace {
 
-constexpr int textPixels = 13;
-constexpr int sidePadding = 12;
-constexpr double cornerRadius = 6;
+constexpr int labelPixels = 13;
+constexpr int labelPadding = 12;
+constexpr double buttonRadius = 6;
 
 } // namespace
 
@@ -19,14 +19,14 @@ CardButton::CardButton(const QString &text, Look look, QWidget *parent)
     setAutoDefault(true); // Return presses it, as Space does
     setAttribute(Qt::WA_Hover);
     QFont bold = font();
-    bold.setPixelSize(textPixels);
+    bold.setPixelSize(labelPixels);
     bold.setWeight(QFont::DemiBold);
     setFont(bold);
 }
 
 QSize CardButton::sizeHint() const
 {
-    return {QFontMetrics(font()).horizontalAdvance(text()) + 2 * (sidePadding + ringRoom), groundHeight + 2 * ringRoom};
+    return {QFontMetrics(font()).horizontalAdvance(text()) + 2 * (labelPadding + ringRoom), groundHeight + 2 * ringRoom};
 }
 
 void CardButton::paintEvent(QPaintEvent *)
@@ -39,7 +39,7 @@ void CardButton::paintEvent(QPaintEvent *)
         painter.setBrush(QColor(isDown() ? 0x265fc9 : underMouse() ? 0x3d7cf0 : 0x2f6fe4));
     else
         painter.setBrush(QColor::fromRgbF(1, 1, 1, isDown() ? 0.28F : underMouse() ? 0.2F : 0.12F));
-    painter.drawRoundedRect(ground, cornerRadius, cornerRadius);
+    painter.drawRoundedRect(ground, buttonRadius, buttonRadius);
     painter.setPen(Qt::white);
     painter.drawText(ground, Qt::AlignCenter, text());
     if (!hasFocus())
@@ -48,7 +48,7 @@ void CardButton::paintEvent(QPaintEvent *)
     constexpr double reach = ringRoom - ringWidth / 2;
     painter.setPen(QPen(QColor(255, 255, 255, 210), ringWidth));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(ground.adjusted(-reach, -reach, reach, reach), cornerRadius + reach, cornerRadius + reach);
+    painter.drawRoundedRect(ground.adjusted(-reach, -reach, reach, reach), buttonRadius + reach, buttonRadius + reach);
 }
 
 } // namespace lucentra

@@ -15,12 +15,12 @@ namespace lucentra {
 
 namespace {
 
-constexpr int textPixels = 13;
+constexpr int tipPixels = 13;
 constexpr int padding = 12;
 constexpr int gap = 6;
 constexpr int sideDistance = 12; ///< between the card and the pane's sides
-constexpr double cornerRadius = 11;
-constexpr double outlineWidth = 0.8;
+constexpr double tipRadius = 11;
+constexpr double tipOutline = 0.8;
 
 } // namespace
 
@@ -34,7 +34,7 @@ TipCard::TipCard(const QString &text, const QString &actionTitle, const QString 
     m_label->setText(text);
     m_label->setWordWrap(true);
     QFont labelFont = m_label->font();
-    labelFont.setPixelSize(textPixels);
+    labelFont.setPixelSize(tipPixels);
     m_label->setFont(labelFont);
     QPalette palette = m_label->palette();
     palette.setColor(QPalette::WindowText, QColor(255, 255, 255, 235));
@@ -89,11 +89,11 @@ void TipCard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    constexpr double inset = outlineWidth / 2;
-    m_glass.paintSurface(painter, rect(), cornerRadius, *this);
+    constexpr double inset = tipOutline / 2;
+    m_glass.paintSurface(painter, rect(), tipRadius, *this);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.22F), outlineWidth));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, 0.22F), tipOutline));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), tipRadius, tipRadius);
 }
 
 } // namespace lucentra
