@@ -281,6 +281,18 @@ def first_tips(folder: pathlib.Path) -> None:
         stage.shoot("tip-models")
 
 
+def paragraphs(folder: pathlib.Path) -> None:
+    """Text in two columns, translated line by line and in paragraphs, into each of the five languages."""
+    pictures = []
+    for target in LANGUAGES:
+        for unit in (0, 1):
+            with Stage(folder, content=lambda scale: scenes.columns(scale, target == "en"), target=target,
+                       preferences={"translationUnit": unit}) as stage:
+                stage.translate(3 if unit else 7)
+                pictures.append(stage.picture(8))
+    sheet(pictures, 2).save(folder / "paragraphs.webp", quality=80, method=6)
+
+
 def sizes(folder: pathlib.Path) -> None:
     with Stage(folder, pane=(272, 192, 320, 100)) as stage:
         pictures = [stage.picture()]
@@ -311,6 +323,7 @@ GROUPS = {
     "borders": borders,
     "options": display_options,
     "contents": contents,
+    "paragraphs": paragraphs,
     "sizes": sizes,
     "light-glass": light_glass,
     "tips": first_tips,

@@ -143,6 +143,24 @@ ROW = [Text("View", 310, 240, 17), Text("Editor", 370, 240, 17), Text("Window", 
        Text("The lines end here", 311, 348, 17)]
 
 
+# Two columns of a page, in English and in Chinese.
+COLUMNS = (["Every evening the keeper climbed", "the tower with a can of oil, lit the", "lamp and waited until the ships",
+            "had found their way into the bay."],
+           ["When the fog came in, a bell was", "rung every two minutes, so that", "nobody who listened could miss",
+            "the rocks below the tower."])
+CHINESE_COLUMNS = (["每天傍晚，守塔人都會提著一罐", "油登上燈塔，點亮燈火，一直等", "到所有船隻平安駛進海灣為止。"],
+                   ["起霧的時候，每兩分鐘要敲一次", "鐘，只要仔細聽，就不會撞上塔", "下的礁石。"])
+
+
+def columns(scale: float, is_chinese: bool) -> Image.Image:
+    scene = Scene(scale, "#fbfaf6", "#23262d")
+    scene.write(Text("北方的燈塔" if is_chinese else "Lighthouses of the North", 292, 246, 24, "Bold"))
+    for x, lines in zip((292, 546), CHINESE_COLUMNS if is_chinese else COLUMNS):
+        for row, line in enumerate(lines):
+            scene.write(Text(line, x, 304 + 26 * row, 16 if is_chinese else 14))
+    return scene.image
+
+
 PAGE = [Text("北の灯台", 92, 150, 30, "Bold"), Text("冬のあいだ灯はどう守られたか", 92, 204, 17, "Regular", "dim"),
         Text("灯台守は夕暮れに塔へ登った。", 92, 248, 19), Text("四時間ごとに油を足し、", 92, 281, 19),
         Text("夜明け前にレンズを磨いた。", 92, 314, 19)]

@@ -19,14 +19,17 @@ HIDE = """*,*::before,*::after,*::placeholder{-webkit-text-fill-color:transparen
 animation:none!important;caret-color:transparent!important}.gradient{background:none!important}"""
 
 # Runs in the page. For each run of one script: block, left, top, right, bottom, script, fill colour, whether it is more
-# than white space, how much of its height clipping leaves, text.
+# than white space, how much of its height clipping leaves, text, font size, paragraph: the block between two line breaks,
+# or 0 where the author breaks the lines.
 # Boxes are cut to what clipping ancestors leave; covered ones are left out. Underlines get a colour of their own first.
 PIECES = r"""(() => {
 const runs = /[\u1100-\u11ff\u3130-\u318f\uac00-\ud7a3]+|[\u3041-\u3096\u30a1-\u30ff]+|[\u3005\u3400-\u9fff\uf900-\ufaff]+|[A-Za-z\u00c0-\u024f0-9]+|[^\u1100-\u11ff\u3130-\u318f\uac00-\ud7a3\u3041-\u3096\u30a1-\u30ff\u3005\u3400-\u9fff\uf900-\ufaffA-Za-z\u00c0-\u024f0-9]+/g;
 const kind = c => /[\u1100-\u11ff\u3130-\u318f\uac00-\ud7a3]/.test(c) ? 3 : /[\u3041-\u3096\u30a1-\u30ff]/.test(c) ? 2 : /[\u3005\u3400-\u9fff\uf900-\ufaff]/.test(c) ? 1 : /[A-Za-z\u00c0-\u024f0-9]/.test(c) ? 0 : -1;
-const blocks = new Map(), out = [], walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT), range = document.createRange();
+const blocks = new Map(), out = [], walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT | NodeFilter.SHOW_ELEMENT), range = document.createRange();
+let breaks = 0;
 const styles = new Map(), style = e => { let s = styles.get(e); if (!s) styles.set(e, s = getComputedStyle(e)); return s; };
 for (let node; node = walker.nextNode();) {
+  if (node.nodeType == 1) { breaks += node.tagName == 'BR'; continue; }
   if (!node.data.trim()) continue;
   const e = node.parentElement, s = style(e);
   if (s.visibility != 'visible' || s.display == 'none') continue;
@@ -39,17 +42,22 @@ for (let node; node = walker.nextNode();) {
   if (opacity < .3) continue;
   while (block.parentElement && !/block|flex|grid|cell|list-item/.test(style(block).display)) block = block.parentElement;
   if (!blocks.has(block)) blocks.set(block, blocks.size);
+  const paragraph = s.whiteSpace.startsWith('pre') ? 0 : 1 + blocks.get(block) + 10000 * breaks;
   const fill = e.closest('.gradient') ? '' : s.webkitTextFillColor;
   range.selectNodeContents(node); const all = range.getBoundingClientRect();
   if (all.bottom < 0 || all.top > innerHeight || all.right < 0 || all.left > innerWidth) continue;
   for (const match of node.data.matchAll(runs)) {
     range.setStart(node, match.index); range.setEnd(node, match.index + match[0].length);
-    for (const r of range.getClientRects()) {
+    const rects = [...range.getClientRects()], at = [];
+    for (let i = match.index; rects.length > 1 && i < match.index + match[0].length; ++i) {
+      range.setStart(node, i); range.setEnd(node, i + 1); const c = [...range.getClientRects()].pop(); at.push(c ? (c.top + c.bottom) / 2 : -1); }
+    for (const r of rects) {
+      const text = rects.length > 1 ? match[0].split('').filter((_, i) => at[i] > r.top && at[i] < r.bottom).join('') : match[0];
       const q = [Math.max(r.left, clip[0]), Math.max(r.top, clip[1]), Math.min(r.right, clip[2]), Math.min(r.bottom, clip[3])];
       if (q[2] - q[0] < .5 || q[3] - q[1] < 3) continue;
       const over = document.elementFromPoint((q[0] + q[2]) / 2, (q[1] + q[3]) / 2);
       if (over && !over.contains(e) && !e.contains(over)) continue;
-      out.push([blocks.get(block), ...q, kind(match[0]), fill, match[0].trim() ? 1 : 0, (q[3] - q[1]) / (r.bottom - r.top), match[0]]);
+      out.push([blocks.get(block), ...q, kind(match[0]), fill, match[0].trim() ? 1 : 0, (q[3] - q[1]) / (r.bottom - r.top), text, parseFloat(s.fontSize), paragraph]);
     }
   }
 }

@@ -1,4 +1,4 @@
-"""The program that reads pictures, built and asked."""
+"""The programs that read pictures and join lines, built and asked."""
 
 import json
 import os
@@ -9,12 +9,13 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
-def built_reader():
-    for command in (["cmake", "--preset", "release"], ["cmake", "--build", "--preset", "release", "--target", "read-pictures"]):
+def built_program(name):
+    preset = os.environ.get("PRESET", "release")
+    for command in (["cmake", "--preset", preset], ["cmake", "--build", "--preset", preset, "--target", name]):
         done = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if done.returncode:
             sys.exit(done.stdout[-4000:])
-    return next((ROOT / "build/release").rglob("read-pictures"))
+    return next((ROOT / "build" / preset).rglob(name))
 
 
 class OurReader:

@@ -157,11 +157,13 @@ Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &se
     return *translations;
 }
 
-QList<TextBlock> recognizedBlocks(const QImage &picture, const Invocation &invocation, Services &services)
+QList<TextBlock> recognizedBlocks(const QImage &picture, const Invocation &invocation, Services &services,
+                                  const std::function<bool(const QString &)> &isPhrase = {})
 {
     const TextUnit unit = invocation.paragraphs ? TextUnit::Paragraph : TextUnit::Line;
     const QImage image = onOpaqueGround(picture);
-    return composeBlocks(recognizeLines(services.recognizer(), image, image.rect()).lines, image.size(), unit);
+    return composeBlocks(recognizeLines(services.recognizer(), image, image.rect()).lines, image.size(), unit,
+                         isPhrase);
 }
 
 /// The text to translate: the argument, or the standard input if the argument is "-".
@@ -231,7 +233,10 @@ Result<CommandOutput> imageCommand(const Invocation &invocation, Services &servi
     if (!picture)
         return tl::unexpected(picture.error());
     stages.finish(u"decode"_s);
-    const QList<TextBlock> blocks = recognizedBlocks(*picture, invocation, services);
+    services.prepareOnDevice(*qApp); // while the picture is read
+    const QList<TextBlock> blocks = recognizedBlocks(
+        *picture, invocation, services,
+        [&manager = services.translationManager()](const QString &text) { return manager.isPhrase(text); });
     stages.finish(u"recognize"_s);
     const auto translations = translate(blocks, services);
     if (!translations)

@@ -24,6 +24,9 @@ constexpr ReadingRow readingRows[] = {
     {ReadingLanguage::SimplifiedChinese, "zh-Hans"_L1, "tesseract-ocr-chi-sim"_L1},
     {ReadingLanguage::Japanese, "ja"_L1, "tesseract-ocr-jpn"_L1},
     {ReadingLanguage::Korean, "ko"_L1, "tesseract-ocr-kor"_L1},
+    {ReadingLanguage::VerticalTraditionalChinese, "zh-Hant-vertical"_L1, "tesseract-ocr-chi-tra-vert"_L1},
+    {ReadingLanguage::VerticalSimplifiedChinese, "zh-Hans-vertical"_L1, "tesseract-ocr-chi-sim-vert"_L1},
+    {ReadingLanguage::VerticalJapanese, "ja-vertical"_L1, "tesseract-ocr-jpn-vert"_L1},
 };
 
 /// A package manager. Packages of models have names of their own everywhere, other ones don't.

@@ -124,6 +124,7 @@ void PaneShell::wirePass()
             },
         .translate = [&manager](const QList<TextBlock> &blocks,
                                 const std::function<bool()> &isWanted) { return manager.translate(blocks, isWanted); },
+        .isPhrase = [&manager](const QString &text) { return manager.isPhrase(text); },
         .known = [&manager](const QString &text) { return manager.known(text); },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },

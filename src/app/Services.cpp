@@ -147,6 +147,9 @@ TranslationManager &Services::translationManager()
         clients.onDevice = [this](const EngineRequest &request, const auto &isWanted) {
             return m_bridge->translate(request.texts, request.target, isWanted);
         };
+        clients.isPhrase = [this](const QString &text, const QString &target) {
+            return m_bridge->isPhrase(text, target);
+        };
         clients.cancelAll = [this] {
             m_http->cancelAll();
             m_onDevice.translation->cancel();

@@ -32,6 +32,18 @@ double advance(QChar character)
     return character.isUpper() || u"mw@%"_s.contains(character) ? 0.7 : 0.53;
 }
 
+/// Whether there are enough words that code, if there is any, is only mentioned.
+bool isProse(const QString &text)
+{
+    static const QRegularExpression word(u"(?<=^|\\s)\\p{L}{2,}[,.;:]?(?=\\s|$)"_s);
+    constexpr int enoughWords = 5;
+    constexpr int enoughIdeographs = 8;
+    int words = 0;
+    for (auto found = word.globalMatch(text); found.hasNext(); found.next())
+        ++words;
+    return words >= enoughWords || std::count_if(text.begin(), text.end(), isIdeographic) >= enoughIdeographs;
+}
+
 /// Whether a Korean word is broken between two lines, which programs do at any syllable: the lower one begins with what
 /// only follows other syllables, or the word is elsewhere on the page.
 bool isBrokenKorean(const QString &upper, const QString &lower, const QString &page)
@@ -73,6 +85,14 @@ bool endsSentence(const QString &text)
     return matches(text, end) && !matches(text, menuEntry);
 }
 
+bool isComplete(const QString &upper, const QString &lower)
+{
+    static const QRegularExpression entry(u"(\\.\\.\\.|…|[:：]|니다|십시오|세요)$"_s);
+    static const QRegularExpression polite(u"(ます|です|ました|ません|ください)$"_s);
+    return (matches(upper, entry) && !beginsInLowerCase(lower)) ||
+           (matches(upper, polite) && !u"がかのとよねしけ"_s.contains(lower.left(1)));
+}
+
 bool hasSentenceMarks(const QString &text)
 {
     static const QRegularExpression mark(u"[，。！？；、]|,(\\s|$)|[^.][.;!?]['\"”’)]*(\\s|$)"_s);
@@ -82,9 +102,13 @@ bool hasSentenceMarks(const QString &text)
 bool isCode(const QString &text)
 {
     static const QRegularExpression code(u"[{}]$|[)\"'\\]];$|^\\s*(#include|#define|(if|for|while|switch)\\s?\\(|//|/"
-                                         u"\\*|\\$\\s|>>>|sudo\\s)|[=!<>]=|=>|->|::"
-                                         "|\\w\\(\\)|&&|\\|\\||^[\\w.-]+@[\\w.-]+[:~]|^[\\w.]+\\s=\\s"_s);
+                                         u"\\*|[$#]\\s|>>>|sudo\\s)|^[\\w.-]+@[\\w.-]+[:~]|^[\\w.]+\\s=\\s"_s);
+    static const QRegularExpression sign(u"[=!<>]=|=>|->|::|\\w\\(\\)|&&|\\|\\|"_s);
     if (matches(text, code))
+        return true;
+    if (isProse(text))
+        return false;
+    if (matches(text, sign))
         return true;
     const auto isSymbol = [](QChar character) { return u"{}<>=_|\\$#~^@[]"_s.contains(character); };
     return std::count_if(text.begin(), text.end(), isSymbol) * 16 > text.size();

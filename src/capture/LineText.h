@@ -14,6 +14,8 @@ bool isIdeographic(QChar character);
 /// Whether a text begins with a bullet or the number of an entry.
 bool hasListMark(const QString &text);
 bool endsSentence(const QString &text);
+/// Whether a text without the mark that ends a sentence is complete, so that another one begins below it.
+bool isComplete(const QString &upper, const QString &lower);
 /// Marks that sentences have and labels don't.
 bool hasSentenceMarks(const QString &text);
 bool isCode(const QString &text);

@@ -47,6 +47,7 @@ constexpr double wideColumn = 20;
 /// The part of a text's lines that must reach the end of the column, or begin in lower case.
 constexpr double mostLines = 0.6;
 constexpr double fewLines = 0.4;
+constexpr double nearlyAll = 0.9;
 /// A line that is at least this long can be a sentence of a subtitle.
 constexpr double widestPunctuation = 1.2;
 constexpr double shortestSubtitle = 4.5;
@@ -74,7 +75,8 @@ struct Line
 class Paragraphs
 {
 public:
-    Paragraphs(const QList<TextLine> &lines, const QSizeF &imageSize);
+    Paragraphs(const QList<TextLine> &lines, const QSizeF &imageSize,
+               const std::function<bool(const QString &)> &isPhrase);
 
     /// `ofLines` has a block per line.
     QList<TextBlock> blocks(QList<TextBlock> ofLines) const;
@@ -101,12 +103,14 @@ private:
     std::vector<bool> centredContinuations(const Run &run) const;
     Column columnOf(const Run &run) const;
     bool isContinuation(const Line &upper, const Line &lower, const Run &run, const Column &column) const;
+    bool isPhrase(const Line &line) const;
     bool isAlone(const Run &run) const;
     bool isAmongCode(const Run &run) const;
     double columnEnd(const Run &run) const;
     TextBlock block(const Run &lines, Links kind) const;
 
-    QSizeF m_size;
+    const QSizeF m_size;
+    const std::function<bool(const QString &)> &m_isPhrase;
     std::vector<Line> m_lines;
     QString m_page; ///< all texts
 };
@@ -131,8 +135,10 @@ bool isRestOf(const Line &piece, const Line &rest)
            (white.match(piece.text).hasMatch() || u"「『（《"_s.contains(rest.text.left(1)));
 }
 
-Paragraphs::Paragraphs(const QList<TextLine> &lines, const QSizeF &imageSize)
+Paragraphs::Paragraphs(const QList<TextLine> &lines, const QSizeF &imageSize,
+                       const std::function<bool(const QString &)> &isPhrase)
     : m_size(imageSize)
+    , m_isPhrase(isPhrase)
 {
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QRectF &box = lines[i].normBox;
@@ -192,7 +198,7 @@ Links Paragraphs::links(const Line &upper, const Line &lower, bool isFirst) cons
     const double tolerance = sameEdge * em;
     const double left = lower.rect.left() - upper.rect.left();
     const bool isIndented = isFirst && -left >= leastIndent * em && -left <= greatestIndent * em;
-    const bool isHanging = isFirst && left > 0 && left <= greatestIndent * em && hasListMark(upper.text);
+    const bool isHanging = isFirst && left > 0 && left <= greatestIndent * em && (hasListMark(upper.text) || (beginsInLowerCase(lower.text) && upper.text.contains(u' ')));
     Links result;
     result.setFlag(Left, std::abs(left) <= tolerance || isHanging || isIndented);
     result.setFlag(Centre, std::abs(lower.rect.center().x() - upper.rect.center().x()) <= tolerance);
@@ -302,7 +308,7 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
     column.hasLowerCase = lowerCase > 0;
     column.hasCode = code * 4 > int(run.size());
     const bool isList = full < mostLines * open;
-    const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased;
+    const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased && full < nearlyAll * open;
     column.isText = !isList && !isVerse;
     return column;
 }
@@ -312,7 +318,7 @@ bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run 
     const auto isNoText = [](const QString &text) { return isCode(text) || isMostlyDigits(text); };
     const bool endsBefore = endsSentence(upper.text);
     if (!isFull(upper, lower, column.end) || isNoText(upper.text) || isNoText(lower.text) || hasListMark(lower.text) ||
-        upper.text.endsWith(u':') || upper.text.endsWith(u'：') || (endsBefore && !hasSentenceMarks(lower.text)))
+        isComplete(upper.text, lower.text) || (endsBefore && !hasSentenceMarks(lower.text)))
         return false;
     if (upper.hasNeighbour && lower.hasNeighbour && column.width < widestCell)
         return false;
@@ -324,8 +330,14 @@ bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run 
     if (run.size() > 2 && column.width >= ordinaryColumn)
         return column.isText && (column.hasMarks || column.hasLowerCase);
     if (column.isCased)
-        return continues || (isLong && !endsBefore);
+        return continues;
     return !endsBefore && (column.hasMarks || isLong);
+}
+
+/// Whether a line is a text by itself rather than the rest of a sentence, which can be a phrase by chance.
+bool Paragraphs::isPhrase(const Line &line) const
+{
+    return m_isPhrase && !beginsInLowerCase(line.text) && !endsSentence(line.text) && m_isPhrase(line.text);
 }
 
 /// Whether code is right above or below a run.
@@ -356,6 +368,7 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
     bool isSpoken = true;
     bool isLong = true;
     bool hasMarks = false;
+    bool isAmongOthers = false;
     size_t lowerCase = 0;
     for (size_t i = 0; i < run.size(); ++i) {
         const Line &line = *run[i];
@@ -367,11 +380,12 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
             isSpoken && line.rect.width() >= shortestSubtitle * line.em() && (!isLatin || line.text.count(u' ') >= 2);
         isLong = isLong && !isLatin && line.rect.width() >= longSubtitle * line.em();
         hasMarks = hasMarks || hasSentenceMarks(line.text);
-        if (line.hasNeighbour || isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text))
+        isAmongOthers = isAmongOthers || line.hasNeighbour;
+        if (isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text))
             return result;
     }
     // Without a mark two lines are as likely the entries of a menu.
-    const bool isSubtitle = run.size() == 2 && isSpoken && (hasMarks || isLong) && isAlone(run);
+    const bool isSubtitle = run.size() == 2 && !isAmongOthers && isSpoken && (hasMarks || isLong) && isAlone(run);
     const bool isSentence = (endsSentence(run.back()->text) && hasMarks) || lowerCase * 2 >= run.size();
     std::fill(result.begin() + 1, result.end(), isClose && (isSubtitle || isSentence));
     return result;
@@ -416,7 +430,7 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
             if (first + 1 == run.end() && run.size() > 1)
                 break;
             auto next = first + 1;
-            while (next != run.end() && continues[next - run.begin()])
+            while (next != run.end() && continues[next - run.begin()] && !isPhrase(**(next - 1)) && !isPhrase(**next))
                 ++next;
             for (auto line = first; line != next; ++line)
                 isDone[*line - m_lines.data()] = true;
@@ -442,9 +456,10 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
 
 } // namespace
 
-QList<TextBlock> paragraphsFromLines(const QList<TextLine> &lines, const QSizeF &imageSize)
+QList<TextBlock> paragraphsFromLines(const QList<TextLine> &lines, const QSizeF &imageSize,
+                                     const std::function<bool(const QString &)> &isPhrase)
 {
-    return inColumnOrder(Paragraphs(lines, imageSize).blocks(blocksFromLines(lines)), imageSize);
+    return inColumnOrder(Paragraphs(lines, imageSize, isPhrase).blocks(blocksFromLines(lines)), imageSize);
 }
 
 } // namespace lucentra

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QSizeF>
 
+#include <functional>
+
 namespace lucentra {
 
 struct TextLine;
@@ -14,8 +16,12 @@ struct TextLine;
 /// joined if they read as a sentence, or as the two lines of a subtitle. Lines that may as well be entries of a list,
 /// labels, table cells, code or verse remain blocks of their own, because a wrong join is worse than none.
 ///
-/// `lines` are in reading order, and each paragraph takes the place of its first line, except that text in columns is read
-/// column by column. `imageSize` is in pixels.
-QList<TextBlock> paragraphsFromLines(const QList<TextLine> &lines, const QSizeF &imageSize);
+/// `isPhrase`, which may be unset, says whether the engine knows a line as a text by itself. Such a line isn't joined,
+/// unless it continues a sentence.
+///
+/// `lines` are in reading order, and each paragraph takes the place of its first line, except that text in columns is
+/// read column by column. `imageSize` is in pixels.
+QList<TextBlock> paragraphsFromLines(const QList<TextLine> &lines, const QSizeF &imageSize,
+                                     const std::function<bool(const QString &)> &isPhrase = {});
 
 } // namespace lucentra

@@ -71,7 +71,8 @@ QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &
     return blocksFromLines(linesFromObservations(observations));
 }
 
-QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit)
+QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit,
+                               const std::function<bool(const QString &)> &isPhrase)
 {
     QList<TextBlock> blocks;
     // Lines and columns alternate seldom.
@@ -81,7 +82,7 @@ QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &image
             std::find_if(first, lines.end(), [=](const TextLine &line) { return line.isVertical != isVertical; });
         const QList<TextLine> part(first, end);
         blocks += isVertical                    ? blocksFromColumns(part, imageSize)
-                  : unit == TextUnit::Paragraph ? paragraphsFromLines(part, imageSize)
+                  : unit == TextUnit::Paragraph ? paragraphsFromLines(part, imageSize, isPhrase)
                                                 : blocksFromLines(part);
         first = end;
     }

@@ -32,8 +32,9 @@ QList<TextBlock> blocksFromLines(const QList<TextLine> &lines);
 QList<TextBlock> blocksFromObservations(const QList<RecognizedTextObservation> &observations);
 
 /// Composes the blocks of that unit. The columns of vertical text are always joined, since a column has no place for a
-/// translation.
-QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit);
+/// translation. `isPhrase` is as for `paragraphsFromLines`.
+QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &imageSize, TextUnit unit,
+                               const std::function<bool(const QString &)> &isPhrase = {});
 /// Whether there is running text among the lines, whose sentences are better translated in paragraphs.
 bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize);
 

@@ -255,7 +255,7 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     const ScreenChange change = request.change.value_or(ScreenChange());
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
-        composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit)),
+        composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
         [&](const QRectF &box) { return change.unsettled.intersects(pixelsOf(box, size)); }, change.time);
     reading.again = compared.again;
 

@@ -34,8 +34,10 @@ struct PassSteps
     /// Translates blocks. Sends no further request once the given function, which may be called on any thread, returns
     /// false.
     std::function<Result<BlockTranslations>(const QList<TextBlock> &, const std::function<bool()> &)> translate;
+    /// Whether a line is a phrase that the engine knows as a whole. Any thread; may be empty.
+    std::function<bool(const QString &)> isPhrase{};
     /// The translation of a text that was made before and is still known. Any thread; may be empty.
-    std::function<std::optional<QString>(const QString &)> known;
+    std::function<std::optional<QString>(const QString &)> known{};
     std::function<void(const QString &)> copy;                    ///< copies a text to the pasteboard
     std::function<void(const QString &, const QString &)> record; ///< adds source and translation to the history
     std::function<void()> openScreenRecordingSettings;

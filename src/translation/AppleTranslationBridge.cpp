@@ -92,4 +92,10 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
     return result;
 }
 
+bool AppleTranslationBridge::isPhrase(const QString &text, const QString &targetLanguage) const
+{
+    const QString language = m_identifier.identify({text}).value(0);
+    return !isSameLanguage(language, targetLanguage) && m_service.isPhrase({language, targetLanguage}, text);
+}
+
 } // namespace lucentra

@@ -33,6 +33,9 @@ public:
     OnDeviceTranslations translate(const QStringList &texts, const QString &targetLanguage,
                                    const std::function<bool()> &isWanted = {}) const;
 
+    /// Whether a text is a phrase of programs whose translation is known. Any thread; doesn't wait.
+    bool isPhrase(const QString &text, const QString &targetLanguage) const;
+
 private:
     LanguageIdentifier &m_identifier;
     OnDeviceTranslationService &m_service;

@@ -26,6 +26,8 @@ struct TranslationClients
     /// which may be unset, returns false.
     std::function<std::optional<OnDeviceTranslations>(const EngineRequest &, const std::function<bool()> &isWanted)>
         onDevice;
+    /// Whether a text is a phrase whose translation into a language this computer knows; none is if this is unset.
+    std::function<bool(const QString &text, const QString &target)> isPhrase;
     /// Whether this system supports on-device translation; it does if this is unset.
     std::function<bool()> supportsOnDevice;
     /// Ends all running requests at once, for good.

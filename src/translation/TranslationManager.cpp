@@ -246,6 +246,12 @@ std::optional<QString> TranslationManager::known(const QString &text)
     return refusal(request.engine) ? std::nullopt : m_cache.find(engineKey(request), text);
 }
 
+bool TranslationManager::isPhrase(const QString &text) const
+{
+    const EngineRequest request = currentRequest({});
+    return request.engine == TranslationEngine::apple && m_clients.isPhrase && m_clients.isPhrase(text, request.target);
+}
+
 void TranslationManager::translateBlocks(const QList<TextBlock> &blocks,
                                          std::function<void(Result<BlockTranslations>)> completion)
 {

@@ -51,7 +51,11 @@ public:
     /// if `translate` would be refused. Any thread.
     std::optional<QString> known(const QString &text);
 
-    /// As `translate`, on a worker. Completes once: before it returns if the consent is missing, else on the main queue.
+    /// Whether a text is a phrase of programs that the current engine looks up. Any thread; doesn't wait.
+    bool isPhrase(const QString &text) const;
+
+    /// As `translate`, on a worker. Completes once: before it returns if the consent is missing, else on the main
+    /// queue.
     void translateBlocks(const QList<TextBlock> &blocks, std::function<void(Result<BlockTranslations>)> completion);
 
     /// Translates typed text dictionary-style; text with Chinese characters into English. Completes once with the

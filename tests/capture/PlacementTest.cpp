@@ -120,6 +120,13 @@ private Q_SLOTS:
             {u"The first thing to check is the power cord."_s, u"A caption"_s,
              u"Nobody looked surprised when a train arrived."_s, u"A garden of this size needs much more water."_s,
              u"Read more"_s});
+        row("a line that the engine knows as a whole",
+            {{0, 0, 330, u"Windows that were open, of which the"_s},
+             {0, 24, 330, u"Restore the Previous Session Now"_s},
+             {0, 48, 330, u"knows nothing, and which were not, as a"_s},
+             {0, 72, 120, u"train arrived."_s}},
+            {u"Windows that were open, of which the"_s, u"Restore the Previous Session Now"_s,
+             u"knows nothing, and which were not, as a train arrived."_s});
         row("a subtitle", {{240, 560, 320, u"別擔心，我會在車站等你。"_s}, {290, 584, 220, u"不要一個人回去。"_s}},
             {u"別擔心，我會在車站等你。不要一個人回去。"_s});
         for (const auto &[name, rows] : std::initializer_list<std::pair<const char *, QList<Row>>>{
@@ -195,7 +202,10 @@ private Q_SLOTS:
             lines.append({row.text,
                           {row.x / size.width(), 1 - (row.y + row.height) / size.height(), row.width / size.width(),
                            row.height / size.height()}});
-        QTEST(textsOf(paragraphsFromLines(lines, size)), "blocks");
+        const auto isPhrase = [](const QString &text) {
+            return text == u"Restore the Previous Session Now" || text == u"train arrived.";
+        };
+        QTEST(textsOf(paragraphsFromLines(lines, size, isPhrase)), "blocks");
     }
 
     void boxesAreMappedOntoThePane()

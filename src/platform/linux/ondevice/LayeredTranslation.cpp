@@ -65,6 +65,12 @@ QList<OnDeviceOutcome> LayeredTranslation::translate(const LanguagePair &pair, c
     return outcomes;
 }
 
+bool LayeredTranslation::isPhrase(const LanguagePair &pair, const QString &text)
+{
+    return std::any_of(m_layers.begin(), m_layers.end(),
+                       [&](const auto &layer) { return layer->isPhrase(pair, text); });
+}
+
 QList<OnDeviceAddition> LayeredTranslation::additions(const LanguagePair &pair)
 {
     QList<OnDeviceAddition> all;

@@ -18,6 +18,7 @@ public:
     void cancel() override;
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
                                      const std::function<bool()> &isWanted) override;
+    bool isPhrase(const LanguagePair &pair, const QString &text) override;
     QList<OnDeviceAddition> additions(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
     QList<OnDeviceServiceStatus> currentStatus() override;

@@ -232,6 +232,11 @@ bool PhraseLookup::mayKnow(const QString &line)
     return line.size() <= longestLine;
 }
 
+bool PhraseLookup::isPhrase(const QString &line) const
+{
+    return mayKnow(line) && hasLetter(line) && phrase(screenPhrase(line));
+}
+
 std::optional<LineTranslation> PhraseLookup::translate(const QString &line) const
 {
     if (!mayKnow(line))

@@ -30,6 +30,9 @@ public:
     /// Whether the line is short enough to be known.
     static bool mayKnow(const QString &line);
 
+    /// Whether the whole line is a known phrase, perhaps with values.
+    bool isPhrase(const QString &line) const;
+
     /// Returns nullopt if no part of the line is known.
     std::optional<LineTranslation> translate(const QString &line) const;
 

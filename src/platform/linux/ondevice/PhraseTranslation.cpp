@@ -92,6 +92,15 @@ QList<OnDeviceOutcome> PhraseTranslation::translate(const LanguagePair &pair, co
     return outcomes;
 }
 
+bool PhraseTranslation::isPhrase(const LanguagePair &pair, const QString &text)
+{
+    if (!isPossible(pair) || m_store->isGettingReady())
+        return false;
+    const auto file = m_store->file();
+    const auto lookup = file ? PhraseLookup::between(*file, pair) : std::nullopt;
+    return lookup && lookup->isPhrase(text);
+}
+
 QList<OnDeviceAddition> PhraseTranslation::additions(const LanguagePair & /*pair*/)
 {
     QList<OnDeviceAddition> packages;

@@ -20,6 +20,7 @@ public:
                                      const std::function<bool()> &isWanted) override;
     QList<OnDeviceOutcome> translateAtOnce(const LanguagePair &pair, const QStringList &texts,
                                            const std::function<bool()> &isWanted) override;
+    bool isPhrase(const LanguagePair &pair, const QString &text) override;
     QList<OnDeviceAddition> additions(const LanguagePair &pair) override;
     QList<OnDeviceServiceStatus> status() override;
     QList<OnDeviceServiceStatus> currentStatus() override;

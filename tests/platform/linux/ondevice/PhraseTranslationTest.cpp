@@ -266,6 +266,9 @@ private Q_SLOTS:
         QCOMPARE(outcomes[1].kind, Kind::UnknownPhrase);
         for (const LanguagePair &pair : {LanguagePair{u"en"_s, u"ko"_s}, {u"de"_s, u"ko"_s}, {u"en"_s, u"de"_s}})
             QCOMPARE(phrases.translate(pair, {u"Cancel"_s}, {}).value(0).kind, Kind::PairUnavailable);
+        for (const auto &[text, isPhrase] :
+             {std::pair(u"Page 12 of 3"_s, true), std::pair(u"notes.txt - Text Editor"_s, false)})
+            QCOMPARE(phrases.isPhrase({u"en"_s, u"ja"_s}, text), isPhrase); // parts of a line are none
         QVERIFY(!phrases.status().value(0).addableBy.isEmpty()); // a handful of phrases calls for more
     }
 
