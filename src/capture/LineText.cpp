@@ -110,8 +110,10 @@ bool isCode(const QString &text)
         return false;
     if (matches(text, sign))
         return true;
+    static const QRegularExpression note(u"\\[[0-9]+\\]"_s);
     const auto isSymbol = [](QChar character) { return u"{}<>=_|\\$#~^@[]"_s.contains(character); };
-    return std::count_if(text.begin(), text.end(), isSymbol) * 16 > text.size();
+    const QString rest = QString(text).remove(note);
+    return std::count_if(rest.begin(), rest.end(), isSymbol) * 16 > rest.size();
 }
 
 bool isMostlyDigits(const QString &text)
@@ -145,15 +147,19 @@ double advance(QStringView text)
 
 QStringView firstWord(QStringView text)
 {
+    static const QString opening = u"（「『《〈【“‘"_s;
     static const QString closing = u"，。、！？；：」』）》〉】ー～ぁぃぅぇぉっゃゅょァィゥェォッャュョ々"_s;
     qsizetype end = 0;
-    if (!text.isEmpty() && isIdeographic(text[0])) {
-        for (end = 1; end < text.size() && closing.contains(text[end]);)
-            ++end;
+    while (end < text.size() && opening.contains(text[end]))
+        ++end;
+    if (end < text.size() && isIdeographic(text[end])) {
+        ++end;
     } else {
         while (end < text.size() && !text[end].isSpace() && !isIdeographic(text[end]))
             ++end;
     }
+    while (end < text.size() && closing.contains(text[end]))
+        ++end;
     return text.first(end);
 }
 

@@ -1,10 +1,9 @@
 #include "Paragraphs.h"
 
 #include "BlockOrder.h"
+#include "LineRuns.h"
 #include "LineText.h"
 #include "TextRecognition.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -22,55 +21,26 @@ namespace {
 
 // Lengths are in ems, which is the height of a line, unless stated otherwise.
 
-/// Heights of lines of one size differ by no more than this factor.
-constexpr double sameSize = 1.1;
-/// In pixels.
-constexpr double rounding = 0.7;
-/// Edges and centres that are no farther apart count as equal.
-constexpr double sameEdge = 0.55;
-/// The first line of a paragraph may be indented by this much.
-constexpr double leastIndent = 0.8;
-constexpr double greatestIndent = 4.5;
-/// The distance between the centres of two lines of a paragraph.
-constexpr double leastDistance = 0.85;
-constexpr double greatestDistance = 2.1;
 /// Lists and menus are set wider than this, and few texts are. Those must be clearer.
 constexpr double wideDistance = 1.72;
-constexpr double distanceTolerance = 0.1;
 /// Centred lines of one sentence are closer than this.
 constexpr double greatestCentredDistance = 1.6;
 /// Narrower columns hold labels.
 constexpr double narrowestColumn = 8;
+constexpr double narrowestText = 5; ///< with the marks of sentences
 constexpr double ordinaryColumn = 12;
 constexpr double widestCell = 16;
 constexpr double wideColumn = 20;
+constexpr size_t enoughLines = 4; ///< to see where a column ends
 /// The part of a text's lines that must reach the end of the column, or begin in lower case.
 constexpr double mostLines = 0.6;
 constexpr double fewLines = 0.4;
 constexpr double nearlyAll = 0.9;
 /// A line that is at least this long can be a sentence of a subtitle.
-constexpr double widestPunctuation = 1.2;
 constexpr double shortestSubtitle = 4.5;
 constexpr double longSubtitle = 8.5; ///< without any mark
 /// How far the centre of lines of one width may be from that of the image, a fraction of its width.
 constexpr double middleOfImage = 0.03;
-
-/// Which edges or centres two lines have in common.
-enum Link { Left = 1, Centre = 2, Right = 4 };
-Q_DECLARE_FLAGS(Links, Link)
-
-/// A recognized line in pixels, y down, and its neighbours.
-struct Line
-{
-    QString text;
-    QRectF rect;
-    qsizetype below = -1; ///< the next line of its column
-    qsizetype above = -1;
-    bool hasNeighbour = false;       ///< there is text beside it on its row
-    std::vector<qsizetype> pieces{}; ///< the indices of the lines that it is made of, from the left
-
-    double em() const { return std::max(1.0, rect.height()); }
-};
 
 class Paragraphs
 {
@@ -82,7 +52,6 @@ public:
     QList<TextBlock> blocks(QList<TextBlock> ofLines) const;
 
 private:
-    using Run = std::vector<const Line *>; ///< lines of one column with one distance, from the top
     struct Column
     {
         double end = 0;            ///< the greatest x that its lines may have reached, pixels
@@ -92,12 +61,9 @@ private:
         bool isCased = false;      ///< most lines begin with a letter that has a case
         bool hasLowerCase = false; ///< of these, some with a small one
         bool hasCode = false;
+        int open = 0; ///< lines that don't end a sentence
     };
 
-    void findColumns();
-    double distance(const Line &upper, const Line &lower) const;
-    Links links(const Line &upper, const Line &lower, bool isFirst) const;
-    Run runFrom(const Line &first, Links &kind) const;
     /// Whether each line but the first continues the one above it.
     std::vector<bool> continuations(const Run &run, Links kind) const;
     std::vector<bool> centredContinuations(const Run &run) const;
@@ -111,132 +77,32 @@ private:
 
     const QSizeF m_size;
     const std::function<bool(const QString &)> &m_isPhrase;
-    std::vector<Line> m_lines;
+    const PlacedLines m_placed;
+    const std::vector<Line> &m_lines;
     QString m_page; ///< all texts
 };
-
-double sharedWidth(const QRectF &a, const QRectF &b)
-{
-    return std::min(a.right(), b.right()) - std::max(a.left(), b.left());
-}
-
-bool areOfOneSize(const Line &a, const Line &b)
-{
-    return std::max(a.em(), b.em()) <= std::min(a.em(), b.em()) * sameSize + rounding;
-}
-
-/// Whether a line was found in two pieces, since its ideographic punctuation is mostly white.
-bool isRestOf(const Line &piece, const Line &rest)
-{
-    static const QRegularExpression white(u"[，。、！？：；」』）]$"_s);
-    const double gap = rest.rect.left() - piece.rect.right();
-    return areOfOneSize(piece, rest) && gap > 0 && gap <= widestPunctuation * piece.em() &&
-           std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4 &&
-           (white.match(piece.text).hasMatch() || u"「『（《"_s.contains(rest.text.left(1)));
-}
 
 Paragraphs::Paragraphs(const QList<TextLine> &lines, const QSizeF &imageSize,
                        const std::function<bool(const QString &)> &isPhrase)
     : m_size(imageSize)
     , m_isPhrase(isPhrase)
+    , m_placed(lines, imageSize)
+    , m_lines(m_placed.lines())
 {
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QRectF &box = lines[i].normBox;
-        const Line line{.text = lines[i].text.trimmed(),
-                        .rect = {box.x() * m_size.width(), (1 - box.y() - box.height()) * m_size.height(),
-                                 box.width() * m_size.width(), box.height() * m_size.height()},
-                        .pieces = {i}};
+    for (const TextLine &line : lines)
         m_page += u' ' + line.text;
-        if (!m_lines.empty() && isRestOf(m_lines.back(), line)) {
-            m_lines.back().text += line.text;
-            m_lines.back().rect |= line.rect;
-            m_lines.back().pieces.push_back(i);
-        } else {
-            m_lines.push_back(line);
-        }
-    }
-    findColumns();
 }
 
-void Paragraphs::findColumns()
-{
-    for (Line &line : m_lines) {
-        double nearest = std::numeric_limits<double>::infinity();
-        for (qsizetype i = 0; i < qsizetype(m_lines.size()); ++i) {
-            const Line &other = m_lines[i];
-            if (&other == &line)
-                continue;
-            const double down = other.rect.center().y() - line.rect.center().y();
-            if (std::abs(down) < line.em() / 2)
-                line.hasNeighbour = true;
-            else if (down > 0 && down < nearest && sharedWidth(line.rect, other.rect) > 0) {
-                nearest = down;
-                line.below = i;
-            }
-        }
-    }
-    for (Line &line : m_lines) {
-        if (line.below < 0)
-            continue;
-        // Two lines above one are two columns above a wide text.
-        Line &below = m_lines[line.below];
-        below.above = below.above == -1 ? &line - m_lines.data() : -2;
-    }
-}
-
-double Paragraphs::distance(const Line &upper, const Line &lower) const
-{
-    return lower.rect.center().y() - upper.rect.center().y();
-}
-
-Links Paragraphs::links(const Line &upper, const Line &lower, bool isFirst) const
-{
-    const double em = std::min(upper.em(), lower.em());
-    const double apart = distance(upper, lower) / em;
-    if (!areOfOneSize(upper, lower) || apart < leastDistance || apart > greatestDistance)
-        return {};
-    const double tolerance = sameEdge * em;
-    const double left = lower.rect.left() - upper.rect.left();
-    const bool isIndented = isFirst && -left >= leastIndent * em && -left <= greatestIndent * em;
-    const bool isHanging = isFirst && left > 0 && left <= greatestIndent * em && (hasListMark(upper.text) || (beginsInLowerCase(lower.text) && upper.text.contains(u' ')));
-    Links result;
-    result.setFlag(Left, std::abs(left) <= tolerance || isHanging || isIndented);
-    result.setFlag(Centre, std::abs(lower.rect.center().x() - upper.rect.center().x()) <= tolerance);
-    result.setFlag(Right, std::abs(lower.rect.right() - upper.rect.right()) <= tolerance);
-    return result;
-}
-
-Paragraphs::Run Paragraphs::runFrom(const Line &first, Links &kind) const
-{
-    Run run{&first};
-    kind = Links(Left) | Centre | Right;
-    double usual = 0;
-    while (run.back()->below >= 0) {
-        const Line &upper = *run.back();
-        const Line &lower = m_lines[upper.below];
-        const Links common = kind & links(upper, lower, run.size() == 1);
-        const double apart = distance(upper, lower);
-        if (lower.above != &upper - m_lines.data() || !common ||
-            (usual > 0 && std::abs(apart - usual) > distanceTolerance * upper.em() + rounding))
-            break;
-        // A full line above an indented one.
-        if (common == Right && lower.below >= 0 && links(lower, m_lines[lower.below], true) & Left)
-            break;
-        kind = common;
-        usual = usual > 0 ? usual : apart;
-        run.push_back(&lower);
-    }
-    return run;
-}
-
-/// The greatest x that a line of the column may have reached. The lines above and below the run count, too, if they
-/// are in its column.
+/// The greatest x that a line of the column may have reached. If there are few lines, those above and below them count,
+/// too, if they are in the same column.
 double Paragraphs::columnEnd(const Run &run) const
 {
     double end = 0;
     for (const Line *line : run)
         end = std::max(end, line->rect.right());
     const QRectF &last = run.back()->rect;
+    if (run.size() >= enoughLines)
+        return end;
     for (const Line &other : m_lines) {
         const double em = run.back()->em();
         const bool isNear =
@@ -253,8 +119,8 @@ bool isFull(const Line &upper, const Line &lower, double end)
     const QStringView word = firstWord(lower.text);
     if (word.isEmpty())
         return false;
-    const double pixelsPerEm = lower.rect.width() / std::max(0.1, advance(lower.text));
     const bool isIdeograph = isIdeographic(word[0]);
+    const double pixelsPerEm = isIdeograph ? lower.em() : lower.rect.width() / std::max(0.1, advance(lower.text));
     // A mark at the line's end is as wide as a character, but its ink isn't.
     const double needed = (advance(word) + (isIdeograph ? 0.7 : 0.3)) * pixelsPerEm;
     return upper.rect.right() + needed > end;
@@ -267,12 +133,15 @@ std::vector<bool> Paragraphs::continuations(const Run &run, Links kind) const
         return result;
     // The lines of a subtitle can have one width.
     const double middle = run.front()->rect.center().x() / m_size.width();
-    if (!(kind & Left) || (run.size() == 2 && kind & Centre && std::abs(middle - 0.5) < middleOfImage))
+    const bool isNarrow = run.size() > 2 || std::abs(middle - 0.5) < middleOfImage;
+    if (!(kind & Left) || (kind & Centre && isNarrow))
         result = centredContinuations(run);
     if (!(kind & Left) || result.back())
         return result;
     const Column column = columnOf(run);
-    if (column.width < narrowestColumn || column.hasCode || isAmongCode(run))
+    const bool isText = run.size() > 2 && column.isText && column.hasMarks;
+    if (column.width < (isText && endsSentence(run.back()->text) ? narrowestText : narrowestColumn) || column.hasCode ||
+        (!isText && isAmongCode(run)))
         return result;
     for (size_t i = 1; i < run.size(); ++i)
         result[i] = isContinuation(*run[i - 1], *run[i], run, column);
@@ -285,7 +154,6 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
     Column column{.end = columnEnd(run)};
     column.width = (column.end - run.back()->rect.left()) / run.front()->em();
     int full = 0;
-    int open = 0; // lines that don't end a sentence
     int cased = 0;
     int lowerCase = 0;
     int code = 0;
@@ -298,37 +166,42 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
         // A heading or what follows the text may be at the run's ends.
         const bool isFullLine = isFull(*run[i - 1], line, column.end);
         const bool isAtEnd = run.size() > 2 && (i == 1 || i + 1 == run.size());
-        open += isFullLine || !isAtEnd ? 1 : 0;
+        column.open += isFullLine || !isAtEnd ? 1 : 0;
         full += isFullLine ? 1 : 0;
         const auto letter = firstLetter(line.text);
         cased += letter && hasCase(*letter) ? 1 : 0;
         lowerCase += letter && letter->isLower() ? 1 : 0;
     }
-    column.isCased = cased * 2 > open;
+    column.isCased = cased * 2 > column.open;
     column.hasLowerCase = lowerCase > 0;
     column.hasCode = code * 4 > int(run.size());
-    const bool isList = full < mostLines * open;
-    const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased && full < nearlyAll * open;
+    const bool isList = full < mostLines * column.open;
+    const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased && full < nearlyAll * column.open;
     column.isText = !isList && !isVerse;
     return column;
 }
 
 bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run &run, const Column &column) const
 {
-    const auto isNoText = [](const QString &text) { return isCode(text) || isMostlyDigits(text); };
+    const auto isNoText = [&](const QString &text) { return (run.size() < 3 && isCode(text)) || isMostlyDigits(text); };
+    const bool isText = run.size() > 2 && column.isText && column.hasMarks;
     const bool endsBefore = endsSentence(upper.text);
     if (!isFull(upper, lower, column.end) || isNoText(upper.text) || isNoText(lower.text) || hasListMark(lower.text) ||
-        isComplete(upper.text, lower.text) || (endsBefore && !hasSentenceMarks(lower.text)))
+        isComplete(upper.text, lower.text) ||
+        (endsBefore && !hasSentenceMarks(lower.text) && !(isText && column.open > 1)))
         return false;
-    if (upper.hasNeighbour && lower.hasNeighbour && column.width < widestCell)
+    if (hasListMark(upper.text) && lower.rect.left() - upper.rect.left() >= leastIndent * upper.em())
+        return true;
+    if (upper.hasNeighbour && lower.hasNeighbour && column.width < widestCell && !isText)
         return false;
-    const bool continues = beginsInLowerCase(lower.text) && upper.text.contains(u' ');
+    const bool continues =
+        beginsInLowerCase(lower.text) && upper.text.contains(u' ') && (column.hasMarks || lower.text.contains(u' '));
     const bool isLong = upper.rect.width() >= wideColumn * upper.em();
     if (distance(*run[0], *run[1]) > wideDistance * upper.em())
         return column.isText && column.width >= ordinaryColumn && (column.hasMarks || continues) &&
                (run.size() > 2 || !endsBefore);
     if (run.size() > 2 && column.width >= ordinaryColumn)
-        return column.isText && (column.hasMarks || column.hasLowerCase);
+        return column.isText && (column.isCased ? column.hasLowerCase : column.hasMarks);
     if (column.isCased)
         return continues;
     return !endsBefore && (column.hasMarks || isLong);
@@ -423,7 +296,7 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
         if (isDone[top])
             continue;
         Links kind;
-        const Run run = runFrom(m_lines[top], kind);
+        const Run run = m_placed.runFrom(m_lines[top], kind);
         const std::vector<bool> continues = continuations(run, kind);
         for (auto first = run.begin(); first != run.end();) {
             // The last line may begin the next run, which has another distance or indent.
