@@ -23,8 +23,9 @@ namespace {
 
 /// Lists and menus are set wider than this, and few texts are. Those must be clearer.
 constexpr double wideDistance = 1.72;
-/// Centred lines of one sentence are closer than this.
-constexpr double greatestCentredDistance = 1.6;
+/// The lines of a subtitle, and centred lines of one sentence, are closer than this.
+constexpr double subtitleDistance = 1.6;
+constexpr double centredDistance = 1.75;
 /// Narrower columns hold labels.
 constexpr double narrowestColumn = 8;
 constexpr double narrowestText = 5; ///< with the marks of sentences
@@ -64,8 +65,8 @@ private:
         int open = 0; ///< lines that don't end a sentence
     };
 
-    /// Whether each line but the first continues the one above it.
-    std::vector<bool> continuations(const Run &run, Links kind) const;
+    /// Whether each line but the first continues the one above it. Leaves one link if there is no doubt.
+    std::vector<bool> continuations(const Run &run, Links &kind) const;
     std::vector<bool> centredContinuations(const Run &run) const;
     Column columnOf(const Run &run) const;
     bool isContinuation(const Line &upper, const Line &lower, const Run &run, const Column &column) const;
@@ -126,19 +127,21 @@ bool isFull(const Line &upper, const Line &lower, double end)
     return upper.rect.right() + needed > end;
 }
 
-std::vector<bool> Paragraphs::continuations(const Run &run, Links kind) const
+std::vector<bool> Paragraphs::continuations(const Run &run, Links &kind) const
 {
     std::vector<bool> result(run.size(), false);
     if (run.size() < 2)
         return result;
     // The lines of a subtitle can have one width.
     const double middle = run.front()->rect.center().x() / m_size.width();
-    const bool isNarrow = run.size() > 2 || std::abs(middle - 0.5) < middleOfImage;
-    if (!(kind & Left) || (kind & Centre && isNarrow))
+    const bool isInMiddle = std::abs(middle - 0.5) < middleOfImage;
+    const Column column = columnOf(run);
+    if (!(kind & Left) || (kind & Centre && (isInMiddle || run.size() > 2)))
         result = centredContinuations(run);
+    if (result.back() && kind & Centre && (isInMiddle || column.width < ordinaryColumn))
+        kind = Centre;
     if (!(kind & Left) || result.back())
         return result;
-    const Column column = columnOf(run);
     const bool isText = run.size() > 2 && column.isText && column.hasMarks;
     if (column.width < (isText && endsSentence(run.back()->text) ? narrowestText : narrowestColumn) || column.hasCode ||
         (!isText && isAmongCode(run)))
@@ -197,11 +200,11 @@ bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run 
     const bool continues =
         beginsInLowerCase(lower.text) && upper.text.contains(u' ') && (column.hasMarks || lower.text.contains(u' '));
     const bool isLong = upper.rect.width() >= wideColumn * upper.em();
+    const bool isSure = column.isCased ? (run.size() > 2 ? column.hasLowerCase : continues) : column.hasMarks;
     if (distance(*run[0], *run[1]) > wideDistance * upper.em())
-        return column.isText && column.width >= ordinaryColumn && (column.hasMarks || continues) &&
-               (run.size() > 2 || !endsBefore);
+        return column.isText && column.width >= ordinaryColumn && isSure && (run.size() > 2 || !endsBefore);
     if (run.size() > 2 && column.width >= ordinaryColumn)
-        return column.isText && (column.isCased ? column.hasLowerCase : column.hasMarks);
+        return column.isText && isSure;
     if (column.isCased)
         return continues;
     return !endsBefore && (column.hasMarks || isLong);
@@ -237,7 +240,7 @@ bool Paragraphs::isAlone(const Run &run) const
 std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
 {
     std::vector<bool> result(run.size(), false);
-    bool isClose = run.size() > 1;
+    double farthest = 0;
     bool isSpoken = true;
     bool isLong = true;
     bool hasMarks = false;
@@ -248,19 +251,21 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
         const auto letter = firstLetter(line.text);
         lowerCase += i > 0 && beginsInLowerCase(line.text) ? 1 : 0;
         const bool isLatin = letter && hasCase(*letter);
-        isClose = isClose && (i == 0 || distance(*run[i - 1], line) <= greatestCentredDistance * line.em());
+        farthest = i == 0 ? 0 : std::max(farthest, distance(*run[i - 1], line) / line.em());
         isSpoken =
             isSpoken && line.rect.width() >= shortestSubtitle * line.em() && (!isLatin || line.text.count(u' ') >= 2);
         isLong = isLong && !isLatin && line.rect.width() >= longSubtitle * line.em();
         hasMarks = hasMarks || hasSentenceMarks(line.text);
         isAmongOthers = isAmongOthers || line.hasNeighbour;
-        if (isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text))
+        if (isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text) ||
+            (i > 0 && isComplete(run[i - 1]->text, line.text)))
             return result;
     }
     // Without a mark two lines are as likely the entries of a menu.
-    const bool isSubtitle = run.size() == 2 && !isAmongOthers && isSpoken && (hasMarks || isLong) && isAlone(run);
+    const bool isSubtitle = run.size() == 2 && farthest <= subtitleDistance && !isAmongOthers && isSpoken &&
+                            (hasMarks || isLong) && isAlone(run);
     const bool isSentence = (endsSentence(run.back()->text) && hasMarks) || lowerCase * 2 >= run.size();
-    std::fill(result.begin() + 1, result.end(), isClose && (isSubtitle || isSentence));
+    std::fill(result.begin() + 1, result.end(), isSubtitle || (isSentence && farthest <= centredDistance));
     return result;
 }
 

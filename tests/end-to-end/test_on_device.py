@@ -7,6 +7,8 @@ import struct
 import time
 import unittest
 
+from PIL import Image, ImageDraw, ImageFont
+
 import sample_page
 from screen import Screen, eventually
 
@@ -17,6 +19,8 @@ PHRASES = {
 }
 LINES = ["Polish the lantern", "Wind the tower clock…", "Count 12 seagulls"]
 JAPANESE = ["ランタンを磨く", "塔時計を巻く…", "カモメを 12 羽数える"]
+PARAGRAPH = ["Yesterday the heron slept beside our borrowed", "wheelbarrow, and nobody in the whole village",
+             "wanted to wake it before the rain."]
 UNKNOWN = ["Yesterday the heron slept beside", "our borrowed wheelbarrow"]
 
 
@@ -101,3 +105,20 @@ class OnDevice(unittest.TestCase):
         pane.double_click()
         hint = eventually(lambda: [text for text in self.screen.texts() if "no model for this text yet" in text], 15)
         self.assertTrue(hint, self.screen.texts())
+
+        # Sentences that the lines cut: paragraphs are recommended, and once chosen they are one text.
+        page = Image.new("RGB", (720, 400), "#1e1f29")
+        font = ImageFont.truetype("/usr/share/fonts/truetype/noto/NotoSans-Regular.ttf", 20)
+        for y, line in [(50, LINES[0]), *((110 + 30 * row, line) for row, line in enumerate(PARAGRAPH))]:
+            ImageDraw.Draw(page).text((40, y), line, "#d8d9e0", font)
+        page.save(self.page)
+        self.screen.show_picture(self.page, 200, 160)
+        self.screen.do(f"windowraise {pane.window}")
+        time.sleep(0.5)
+        pane.double_click()
+        hint = eventually(lambda: [text for text in self.screen.texts() if "choose paragraphs" in text], 15)
+        self.assertTrue(hint, self.screen.texts())
+        self.screen.preferences = {**self.screen.preferences, "translationUnit": 1}
+        pane.double_click()
+        wanted = {JAPANESE[0], " ".join(PARAGRAPH)}
+        self.assertTrue(eventually(lambda: wanted <= set(self.screen.texts()), 15), self.screen.texts())
