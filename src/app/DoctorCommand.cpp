@@ -48,7 +48,7 @@ Section versions(const LocalizationManager &texts)
 Section recognition(const LocalizationManager &texts)
 {
     ReportedFact fact{.label = texts.localized(u"文字辨識模型"_s), .value = readableLanguages().join(u' ')};
-    if (const QStringList missing = missingReadingPackages(); !missing.isEmpty())
+    if (const QStringList missing = missingReadingPackages() + missingVerticalPackages(); !missing.isEmpty())
         fact.advice = texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s, installCommand(missing));
     return {texts.localized(u"辨識"_s), {fact}};
 }

@@ -5,6 +5,8 @@
 #include <QLatin1StringView>
 #include <QStandardPaths>
 
+#include <span>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -24,9 +26,11 @@ constexpr ReadingRow readingRows[] = {
     {ReadingLanguage::SimplifiedChinese, "zh-Hans"_L1, "tesseract-ocr-chi-sim"_L1},
     {ReadingLanguage::Japanese, "ja"_L1, "tesseract-ocr-jpn"_L1},
     {ReadingLanguage::Korean, "ko"_L1, "tesseract-ocr-kor"_L1},
-    {ReadingLanguage::VerticalTraditionalChinese, "zh-Hant-vertical"_L1, "tesseract-ocr-chi-tra-vert"_L1},
-    {ReadingLanguage::VerticalSimplifiedChinese, "zh-Hans-vertical"_L1, "tesseract-ocr-chi-sim-vert"_L1},
-    {ReadingLanguage::VerticalJapanese, "ja-vertical"_L1, "tesseract-ocr-jpn-vert"_L1},
+};
+constexpr ReadingRow verticalRows[] = {
+    {ReadingLanguage::VerticalTraditionalChinese, {}, "tesseract-ocr-chi-tra-vert"_L1},
+    {ReadingLanguage::VerticalSimplifiedChinese, {}, "tesseract-ocr-chi-sim-vert"_L1},
+    {ReadingLanguage::VerticalJapanese, {}, "tesseract-ocr-jpn-vert"_L1},
 };
 
 /// A package manager. Packages of models have names of their own everywhere, other ones don't.
@@ -42,26 +46,31 @@ constexpr Manager managers[] = {
     {"pacman"_L1, "sudo pacman -S"_L1, "tesseract-data-"_L1},
 };
 
+QStringList namesOf(std::span<const ReadingRow> rows, QLatin1StringView ReadingRow::*name, bool areInstalled)
+{
+    QStringList names;
+    for (const ReadingRow &row : rows) {
+        if (LineReader::isInstalled(row.language) == areInstalled)
+            names.append(row.*name);
+    }
+    return names;
+}
+
 } // namespace
 
 QStringList missingReadingPackages()
 {
-    QStringList packages;
-    for (const ReadingRow &row : readingRows) {
-        if (!LineReader::isInstalled(row.language))
-            packages.append(row.package);
-    }
-    return packages;
+    return namesOf(readingRows, &ReadingRow::package, false);
+}
+
+QStringList missingVerticalPackages()
+{
+    return namesOf(verticalRows, &ReadingRow::package, false);
 }
 
 QStringList readableLanguages()
 {
-    QStringList tags;
-    for (const ReadingRow &row : readingRows) {
-        if (LineReader::isInstalled(row.language))
-            tags.append(row.tag);
-    }
-    return tags;
+    return namesOf(readingRows, &ReadingRow::tag, true);
 }
 
 QString installCommand(const QStringList &packages)

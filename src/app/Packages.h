@@ -8,6 +8,9 @@ namespace lucentra {
 /// The packages of recognition models that aren't installed, by their names in Debian.
 QStringList missingReadingPackages();
 
+/// The same for the models of vertical text, which fewer users need.
+QStringList missingVerticalPackages();
+
 /// The languages, as tags, that can be read.
 QStringList readableLanguages();
 
