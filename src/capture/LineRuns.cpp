@@ -1,5 +1,6 @@
 #include "LineRuns.h"
 
+#include "LineText.h"
 #include "TextRecognition.h"
 
 #include <QRegularExpression>
@@ -15,15 +16,24 @@ namespace {
 
 /// Heights of lines of one size differ by no more than this factor.
 constexpr double sameSize = 1.1;
+/// The same for a line between two of one size, whose letters were read wrongly.
+constexpr double likeSize = 1.22;
 /// In pixels.
-constexpr double rounding = 0.7;
-constexpr double distanceTolerance = 0.1;
+constexpr double rounding = 1;
+constexpr double distanceTolerance = 0.16;
 constexpr double widestPunctuation = 1.2;
+constexpr double widestSpace = 1.6;
 constexpr double openingSpace = 0.5;
+constexpr double clearlyCentred = 0.25;
 
 double sharedWidth(const QRectF &a, const QRectF &b)
 {
     return std::min(a.right(), b.right()) - std::max(a.left(), b.left());
+}
+
+bool areAlike(const Line &a, const Line &b)
+{
+    return std::max(a.em(), b.em()) <= std::min(a.em(), b.em()) * likeSize;
 }
 
 /// The last line of a paragraph may be so short that it ends before an indented line begins.
@@ -32,14 +42,31 @@ bool areInOneColumn(const Line &a, const Line &b)
     return sharedWidth(a.rect, b.rect) > 0 || std::abs(a.rect.left() - b.rect.left()) <= greatestIndent * a.em();
 }
 
-/// Whether a line was found in two pieces, since its ideographic punctuation is mostly white.
-bool isRestOf(const Line &piece, const Line &rest)
+/// Whether one line can be the rest of another that was found in pieces.
+bool canBeRestOf(const Line &piece, const Line &rest)
+{
+    const double gap = rest.rect.left() - piece.rect.right();
+    return areAlike(piece, rest) && gap > 0 && gap <= widestSpace * piece.em() &&
+           std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4;
+}
+
+/// Whether the gap between two pieces is ideographic punctuation, which is mostly white.
+bool isPunctuation(const Line &piece, const Line &rest)
 {
     static const QRegularExpression white(u"[，。、！？：；」』）]$"_s);
-    const double gap = rest.rect.left() - piece.rect.right();
-    return areOfOneSize(piece, rest) && gap > 0 && gap <= widestPunctuation * piece.em() &&
-           std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4 &&
+    return rest.rect.left() - piece.rect.right() <= widestPunctuation * piece.em() &&
            (white.match(piece.text).hasMatch() || u"「『（《"_s.contains(rest.text.left(1)));
+}
+
+/// Whether a line is right above or below two pieces and covers both, so that the gap between them is a wide space of
+/// justified text rather than one between columns.
+bool bridges(const Line &line, const Line &piece, const Line &rest)
+{
+    const double em = piece.em();
+    const double apart = std::abs(distance(line, piece));
+    return apart >= leastDistance * em && apart <= greatestDistance * em && areAlike(line, piece) &&
+           line.rect.left() <= piece.rect.left() + sameEdge * em &&
+           line.rect.right() >= rest.rect.right() - sameEdge * em;
 }
 
 } // namespace
@@ -56,6 +83,7 @@ double distance(const Line &upper, const Line &lower)
 
 PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
 {
+    std::vector<Line> pieces;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QRectF &box = lines[i].normBox;
         Line line{.text = lines[i].text.trimmed(),
@@ -64,10 +92,15 @@ PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
                   .pieces = {i}};
         if (u"（「『《〈【"_s.contains(line.text.left(1))) // the ink of these is in the right half
             line.rect.setLeft(line.rect.left() - openingSpace * line.em());
-        if (!m_lines.empty() && isRestOf(m_lines.back(), line)) {
-            m_lines.back().text += line.text;
-            m_lines.back().rect |= line.rect;
-            m_lines.back().pieces.push_back(i);
+        pieces.push_back(line);
+    }
+    for (const Line &line : pieces) {
+        Line *before = m_lines.empty() || !canBeRestOf(m_lines.back(), line) ? nullptr : &m_lines.back();
+        const auto bridgesGap = [&](const Line &other) { return bridges(other, *before, line); };
+        if (before && (isPunctuation(*before, line) || std::any_of(pieces.begin(), pieces.end(), bridgesGap))) {
+            before->text = joinedLines(before->text, line.text, {});
+            before->rect |= line.rect;
+            before->pieces.push_back(line.pieces.front());
         } else {
             m_lines.push_back(line);
         }
@@ -105,15 +138,17 @@ Links PlacedLines::links(const Line &upper, const Line &lower, bool isFirst) con
 {
     const double em = std::min(upper.em(), lower.em());
     const double apart = distance(upper, lower) / em;
-    if (!areOfOneSize(upper, lower) || apart < leastDistance || apart > greatestDistance)
+    if (apart < leastDistance || apart > greatestDistance)
         return {};
     const double tolerance = sameEdge * em;
     const double left = lower.rect.left() - upper.rect.left();
     const bool isIndented = isFirst && -left >= leastIndent * em && -left <= greatestIndent * em;
-    const bool isHanging = isFirst && left >= leastIndent * em && left <= greatestIndent * em;
+    const double centre = std::abs(lower.rect.center().x() - upper.rect.center().x());
+    const bool isHanging =
+        isFirst && left >= leastIndent * em && left <= greatestIndent * em && centre > clearlyCentred * em;
     Links result;
     result.setFlag(Left, std::abs(left) <= tolerance || isHanging || isIndented);
-    result.setFlag(Centre, std::abs(lower.rect.center().x() - upper.rect.center().x()) <= tolerance);
+    result.setFlag(Centre, centre <= tolerance);
     result.setFlag(Right, std::abs(lower.rect.right() - upper.rect.right()) <= tolerance);
     return result;
 }
@@ -128,7 +163,9 @@ Run PlacedLines::runFrom(const Line &first, Links &kind) const
         const Line &lower = m_lines[upper.below];
         const Links common = kind & links(upper, lower, run.size() == 1);
         const double apart = distance(upper, lower);
-        if (lower.above != &upper - m_lines.data() || !common ||
+        const bool isOfOneSize = areOfOneSize(first, lower) || (areAlike(first, lower) && lower.below >= 0 &&
+                                                                areOfOneSize(first, m_lines[lower.below]));
+        if (!isOfOneSize || lower.above != &upper - m_lines.data() || !common ||
             (usual > 0 && std::abs(apart - usual) > distanceTolerance * upper.em() + rounding))
             break;
         // A full line above an indented one.

@@ -178,7 +178,7 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
     column.isCased = cased * 2 > column.open;
     column.hasLowerCase = lowerCase > 0;
     column.hasCode = code * 4 > int(run.size());
-    const bool isList = full < mostLines * column.open;
+    const bool isList = full < mostLines * column.open || (run.size() > 2 && column.open == 0);
     const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased && full < nearlyAll * column.open;
     column.isText = !isList && !isVerse;
     return column;
@@ -246,6 +246,7 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
     bool hasMarks = false;
     bool isAmongOthers = false;
     size_t lowerCase = 0;
+    size_t sentences = 0;
     for (size_t i = 0; i < run.size(); ++i) {
         const Line &line = *run[i];
         const auto letter = firstLetter(line.text);
@@ -256,6 +257,7 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
             isSpoken && line.rect.width() >= shortestSubtitle * line.em() && (!isLatin || line.text.count(u' ') >= 2);
         isLong = isLong && !isLatin && line.rect.width() >= longSubtitle * line.em();
         hasMarks = hasMarks || hasSentenceMarks(line.text);
+        sentences += endsSentence(line.text) ? 1 : 0;
         isAmongOthers = isAmongOthers || line.hasNeighbour;
         if (isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text) ||
             (i > 0 && isComplete(run[i - 1]->text, line.text)))
@@ -264,7 +266,8 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
     // Without a mark two lines are as likely the entries of a menu.
     const bool isSubtitle = run.size() == 2 && farthest <= subtitleDistance && !isAmongOthers && isSpoken &&
                             (hasMarks || isLong) && isAlone(run);
-    const bool isSentence = (endsSentence(run.back()->text) && hasMarks) || lowerCase * 2 >= run.size();
+    const bool isSentence =
+        (endsSentence(run.back()->text) && hasMarks && sentences * 2 <= run.size()) || lowerCase * 2 >= run.size();
     std::fill(result.begin() + 1, result.end(), isSubtitle || (isSentence && farthest <= centredDistance));
     return result;
 }
@@ -320,6 +323,8 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
                 const qsizetype place = (*first)->pieces.front();
                 isJoined[place] = false;
                 ofLines[place] = block(Run(first, next), kind);
+            } else if (run.end() - next >= qsizetype(enoughLines)) {
+                break; // which may be a paragraph below a line of another kind
             }
             first = next;
         }

@@ -127,6 +127,26 @@ private Q_SLOTS:
              {0, 72, 120, u"train arrived."_s}},
             {u"Windows that were open, of which the"_s, u"Restore the Previous Session Now"_s,
              u"knows nothing, and which were not, as a train arrived."_s});
+        row("bubbles beside each other, and a paragraph in pieces with a very short last line",
+            {{100, 0, 120, u"Did you see where"_s},
+             {400, 0, 120, u"Nobody came,"_s},
+             {110, 20, 100, u"the boat went?"_s},
+             {415, 20, 90, u"so we left."_s},
+             {132, 100, 200, u"Justified text is wide"_s},
+             {352, 100, 100, u"and it has"_s},
+             {100, 124, 352, u"spaces that look as the gaps of columns,"_s},
+             {100, 148, 24, u"too."_s},
+             {132, 172, 320, u"The next paragraph begins here, and is"_s},
+             {100, 196, 40, u"long."_s}},
+            {u"Did you see where the boat went?"_s, u"Nobody came, so we left."_s,
+             u"Justified text is wide and it has spaces that look as the gaps of columns, too."_s,
+             u"The next paragraph begins here, and is long."_s});
+        row("entries with a hanging indent",
+            {{0, 0, 320, u"這個工具可以在編譯過程中必要的時候以普通"_s},
+             {32, 22, 120, u"使用者來模擬。"_s},
+             {0, 44, 320, u"上游版本號只包含字母和數字，以及加號、減"_s},
+             {32, 66, 60, u"號。"_s}},
+            {u"這個工具可以在編譯過程中必要的時候以普通使用者來模擬。"_s, u"上游版本號只包含字母和數字，以及加號、減號。"_s});
         row("a subtitle", {{240, 560, 320, u"別擔心，我會在車站等你。"_s}, {290, 584, 220, u"不要一個人回去。"_s}},
             {u"別擔心，我會在車站等你。不要一個人回去。"_s});
         for (const auto &[name, rows] : std::initializer_list<std::pair<const char *, QList<Row>>>{
@@ -144,6 +164,10 @@ private Q_SLOTS:
                  {"a numbered list",
                   {{0, 0, 320, u"1. Choose a folder for the exported report"_s},
                    {0, 22, 200, u"2. Press the other button"_s}}},
+                 {"a list of sentences",
+                  {{0, 0, 320, u"Windows that are open are restored now."_s},
+                   {0, 22, 316, u"Files of other programs, too, are found."_s},
+                   {0, 44, 318, u"Nothing else happens, whatever comes."_s}}},
                  {"code",
                   {{0, 0, 320, u"const auto lines = readLines(argument, 1);"_s},
                    {0, 22, 220, u"for (const Line &line : lines) {"_s}}},
