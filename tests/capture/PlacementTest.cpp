@@ -138,9 +138,9 @@ private Q_SLOTS:
              {100, 148, 24, u"too."_s},
              {132, 172, 320, u"The next paragraph begins here, and is"_s},
              {100, 196, 40, u"long."_s}},
-            {u"Did you see where the boat went?"_s, u"Nobody came, so we left."_s,
+            {u"Did you see where the boat went?"_s,
              u"Justified text is wide and it has spaces that look as the gaps of columns, too."_s,
-             u"The next paragraph begins here, and is long."_s});
+             u"The next paragraph begins here, and is long."_s, u"Nobody came, so we left."_s});
         row("entries with a hanging indent",
             {{0, 0, 320, u"這個工具可以在編譯過程中必要的時候以普通"_s},
              {32, 22, 120, u"使用者來模擬。"_s},
