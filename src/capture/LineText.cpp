@@ -87,7 +87,7 @@ bool endsSentence(const QString &text)
 
 bool isComplete(const QString &upper, const QString &lower)
 {
-    static const QRegularExpression entry(u"(\\.\\.\\.|…|[:：]|니다|십시오|세요)$"_s);
+    static const QRegularExpression entry(u"(\\.\\.\\.|…|[(（][A-Z][)）]|[:：]|니다|십시오|세요)$"_s);
     static const QRegularExpression polite(u"(ます|です|ました|ません|ください)$"_s);
     return (matches(upper, entry) && !beginsInLowerCase(lower)) ||
            (matches(upper, polite) && !u"がかのとよねしけ"_s.contains(lower.left(1)));

@@ -247,6 +247,10 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
     bool isAmongOthers = false;
     size_t lowerCase = 0;
     size_t sentences = 0;
+    size_t wrapped = 0;
+    const double widest = (*std::max_element(run.begin(), run.end(), [](const Line *a, const Line *b) {
+                              return a->rect.width() < b->rect.width();
+                          }))->rect.width();
     for (size_t i = 0; i < run.size(); ++i) {
         const Line &line = *run[i];
         const auto letter = firstLetter(line.text);
@@ -258,6 +262,7 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
         isLong = isLong && !isLatin && line.rect.width() >= longSubtitle * line.em();
         hasMarks = hasMarks || hasSentenceMarks(line.text);
         sentences += endsSentence(line.text) ? 1 : 0;
+        wrapped += i > 0 && isFull(*run[i - 1], line, run[i - 1]->rect.left() + widest) ? 1 : 0;
         isAmongOthers = isAmongOthers || line.hasNeighbour;
         if (isCode(line.text) || isMostlyDigits(line.text) || hasListMark(line.text) ||
             (i > 0 && isComplete(run[i - 1]->text, line.text)))
@@ -266,8 +271,10 @@ std::vector<bool> Paragraphs::centredContinuations(const Run &run) const
     // Without a mark two lines are as likely the entries of a menu.
     const bool isSubtitle = run.size() == 2 && farthest <= subtitleDistance && !isAmongOthers && isSpoken &&
                             (hasMarks || isLong) && isAlone(run);
-    const bool isSentence =
-        (endsSentence(run.back()->text) && hasMarks && sentences * 2 <= run.size()) || lowerCase * 2 >= run.size();
+    // Two lines can be divided anywhere, more are verse unless they are wrapped.
+    const bool isWrapped = run.size() == 2 || double(wrapped) >= mostLines * double(run.size() - 1);
+    const bool isSentence = (endsSentence(run.back()->text) && hasMarks && sentences * 2 <= run.size() && isWrapped) ||
+                            lowerCase * 2 >= run.size();
     std::fill(result.begin() + 1, result.end(), isSubtitle || (isSentence && farthest <= centredDistance));
     return result;
 }
