@@ -67,11 +67,11 @@ QJsonValue valueOf(plist_t node)
 
 QJsonObject readPropertyList(const QByteArray &content)
 {
-    // The library may support further formats, whose nesting is not checked here.
-    if ((!content.startsWith("bplist") && !content.trimmed().startsWith('<')) || !isTame(content))
+    const bool isBinary = content.startsWith("bplist");
+    if ((!isBinary && !content.trimmed().startsWith('<')) || !isTame(content))
         return {};
     plist_t parsed = nullptr;
-    plist_from_memory(content.constData(), uint32_t(content.size()), &parsed);
+    (isBinary ? plist_from_bin : plist_from_xml)(content.constData(), uint32_t(content.size()), &parsed);
     const std::unique_ptr<void, PlistDeleter> root(parsed);
     if (!root || plist_get_node_type(parsed) != PLIST_DICT)
         return {};
