@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
@@ -26,7 +28,8 @@ class KeychainStoreTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_storage = {};
+        std::destroy_at(&m_storage); // it can't be assigned
+        std::construct_at(&m_storage);
         m_lines.clear();
     }
 
