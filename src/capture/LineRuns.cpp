@@ -17,7 +17,7 @@ namespace {
 /// Heights of lines of one size differ by no more than this factor.
 constexpr double sameSize = 1.1;
 /// The same for a line between two of one size, whose letters were read wrongly.
-constexpr double likeSize = 1.22;
+constexpr double likeHeight = 1.22;
 /// In pixels.
 constexpr double rounding = 1;
 constexpr double distanceTolerance = 0.16;
@@ -26,20 +26,20 @@ constexpr double widestSpace = 1.6;
 constexpr double openingSpace = 0.5;
 constexpr double clearlyCentred = 0.25;
 
-double sharedWidth(const QRectF &a, const QRectF &b)
+double widthInCommon(const QRectF &a, const QRectF &b)
 {
     return std::min(a.right(), b.right()) - std::max(a.left(), b.left());
 }
 
 bool areAlike(const Line &a, const Line &b)
 {
-    return std::max(a.em(), b.em()) <= std::min(a.em(), b.em()) * likeSize;
+    return std::max(a.em(), b.em()) <= std::min(a.em(), b.em()) * likeHeight;
 }
 
 /// The last line of a paragraph may be so short that it ends before an indented line begins.
 bool areInOneColumn(const Line &a, const Line &b)
 {
-    return sharedWidth(a.rect, b.rect) > 0 || std::abs(a.rect.left() - b.rect.left()) <= greatestIndent * a.em();
+    return widthInCommon(a.rect, b.rect) > 0 || std::abs(a.rect.left() - b.rect.left()) <= greatestIndent * a.em();
 }
 
 /// Whether one line can be the rest of another that was found in pieces.
