@@ -22,8 +22,8 @@ namespace lucentra {
 
 namespace {
 
-/// How long after the first picture the recognizer's models are loaded, so that they don't hold it up.
-constexpr auto warmUpDelay = 300ms;
+/// How long the rest of the start waits for the pane's first picture. Some window managers show a window late.
+constexpr auto longestWaitForPicture = 2s;
 
 } // namespace
 
@@ -70,6 +70,8 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_services.texts().syncTargetLanguage();
     m_pane.emplace(m_scheduler, m_services, *m_desktop, m_history);
     m_pane->onShown = [this](bool shown) {
+        if (shown && !m_isLaunched) // before the window is painted
+            m_finish = m_scheduler.after(0ms, [this] { finishLaunching(); });
         if (!shown && !m_pane->window().isMinimized() && !m_statusItem.isShown())
             tellOfMissingTray();
     };
@@ -85,8 +87,23 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_pane->view().onOpenInHistory = [this](const QString &source, const QString &translation) {
         m_windows.openHistory(source, translation);
     };
+    m_hotkeys.onToggleWindow = [this] { toggleByKey(); };
+    m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
+    m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
+    m_hotkeys.onSwitchLive = [this] { setLive(!m_actions.isLive()); };
+    m_finish = m_scheduler.after(longestWaitForPicture, [this] { finishLaunching(); });
     if (paneAtStart == PaneAtStart::Shown)
         m_pane->window().makeKeyAndOrderFront();
+    m_hotkeys.registerHotkeys(); // a user who sees the pane may press them
+    if (paneAtStart != PaneAtStart::Shown)
+        finishLaunching();
+}
+
+void AppDelegate::finishLaunching()
+{
+    if (std::exchange(m_isLaunched, true))
+        return;
+    m_pane->prepareEngines();
     explainPane();
     m_services.settings().write(settings::isAlwaysOnTop, true);
     m_mainMenu.build();
@@ -94,10 +111,6 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
                                  [&view = m_pane->view()](QPoint place) { return view.textActionsAt(place); });
     m_statusItem.build();
     connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.renew(); });
-    m_hotkeys.onToggleWindow = [this] { toggleByKey(); };
-    m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
-    m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
-    m_hotkeys.onSwitchLive = [this] { setLive(!m_actions.isLive()); };
     m_services.settings().observe(settings::isLive, this, [this] {
         m_mainMenu.updateLive();
         m_statusItem.updateLive();
@@ -110,12 +123,13 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
             applyDesktopShortcuts(m_services.settings(), true);
     });
     m_services.texts().observeLanguage(this, [this] { refreshLocalizedTitles(); });
-    registerHotkeys();
-    m_services.warmUpRecognizer(m_scheduler, warmUpDelay);
+    m_hotkeys.tellStoredCombination(
+        [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
 }
 
 void AppDelegate::applicationWillTerminate()
 {
+    m_finish.reset();
     m_hotkeys.unregisterHotkeys();
     m_pane->stop();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // takes the pane off the screen
@@ -152,6 +166,7 @@ void AppDelegate::explainPane()
 
 void AppDelegate::toggleByKey()
 {
+    finishLaunching();
     m_pane->tips().done(FirstTip::Hotkey);
     m_pane->toggle();
 }
@@ -205,6 +220,7 @@ void AppDelegate::completeStoring()
 bool AppDelegate::perform(Invocation::Command command)
 {
     using Command = Invocation::Command;
+    finishLaunching();
     switch (command) {
     case Command::Toggle:
         toggleByKey();

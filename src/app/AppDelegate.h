@@ -38,6 +38,8 @@ public:
     bool isPaneShown() { return m_pane->window().isShown(); }
 
 private:
+    /// Whatever the pane can be seen without. Only the first call counts.
+    void finishLaunching();
     void registerHotkeys();
     void explainPane();
     /// By the hotkey, or by the command that a desktop's key runs.
@@ -59,6 +61,8 @@ private:
     MainMenu m_mainMenu;
     StatusItem m_statusItem;
     ProgramWindows m_windows;
+    bool m_isLaunched = false;
+    std::unique_ptr<ScheduledTask> m_finish;
     bool m_hasToldOfMissingTray = false;
 };
 

@@ -62,7 +62,6 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
 {
     wireDesktop();
     m_window.setContentView(m_view);
-    services.prepareOnDevice(*m_view);
     wirePass();
     wireManualInput();
     wireLive();
@@ -110,22 +109,29 @@ void PaneShell::wireDesktop()
     });
 }
 
+void PaneShell::prepareEngines()
+{
+    if (std::exchange(m_areEnginesPrepared, true))
+        return;
+    m_services.recognizer();
+    m_services.translationManager();
+    m_services.prepareOnDevice(*m_view);
+}
+
 void PaneShell::wirePass()
 {
-    // Made here, on the main thread; the pass's workers use them.
-    TextRecognizer &recognizer = m_services.recognizer();
-    TranslationManager &manager = m_services.translationManager();
     PassSteps steps{
         .capture = m_desktop.capture(),
         .recognize =
-            [this, &recognizer](const QImage &image, const QRect &part, const std::function<bool()> &isWanted) {
+            [this](const QImage &image, const QRect &part, const std::function<bool()> &isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
-                return recognizeLines(recognizer, image, part, isWanted);
+                return recognizeLines(m_services.recognizer(), image, part, isWanted);
             },
-        .translate = [&manager](const QList<TextBlock> &blocks,
-                                const std::function<bool()> &isWanted) { return manager.translate(blocks, isWanted); },
-        .isPhrase = [&manager](const QString &text) { return manager.isPhrase(text); },
-        .known = [&manager](const QString &text) { return manager.known(text); },
+        .translate = [this](const QList<TextBlock> &blocks, const std::function<bool()> &isWanted) {
+            return m_services.translationManager().translate(blocks, isWanted);
+        },
+        .isPhrase = [this](const QString &text) { return m_services.translationManager().isPhrase(text); },
+        .known = [this](const QString &text) { return m_services.translationManager().known(text); },
         .copy = copyToClipboard,
         .record = [this](const QString &original, const QString &translation) { m_history.add(original, translation); },
         .openScreenRecordingSettings = [] {}, // a desktop that protects the screen asks by itself
@@ -134,8 +140,14 @@ void PaneShell::wirePass()
     };
     m_pass = std::make_unique<TranslationPass>(m_window, *m_view, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
-    m_view->onTranslateTapped = [this] { m_pass->startCapturePass(); };
+    m_view->onTranslateTapped = [this] {
+        prepareEngines();
+        m_pass->startCapturePass();
+    };
     m_window.onUserHold = [this](bool isHeld) {
+        prepareEngines();
+        if (isHeld)
+            m_services.warmUpRecognizer(); // a pass will probably follow
         m_pass->userHolds(isHeld);
         if (m_live)
             m_live->userHolds(isHeld);
@@ -189,9 +201,8 @@ void PaneShell::giveBackMemoryLater()
 
 void PaneShell::wireManualInput()
 {
-    m_manualInput.onTranslate = [&manager = m_services.translationManager()](
-                                    const QString &text, const ManualInputViewModel::Completion &completion) {
-        manager.translateText(text, completion);
+    m_manualInput.onTranslate = [this](const QString &text, const ManualInputViewModel::Completion &completion) {
+        m_services.translationManager().translateText(text, completion);
     };
     connect(&m_manualInput, &ManualInputViewModel::changed, this, [this, shown = QString()]() mutable {
         const QString &note = m_manualInput.note();
@@ -248,6 +259,8 @@ void PaneShell::followBeneath()
 
 void PaneShell::showBeneath(const ScreenFrame &frame)
 {
+    if (m_live && m_live->isOn())
+        prepareEngines();
     if (m_live)
         m_live->add(frame);
     // The glass may follow more slowly than the translations.

@@ -34,6 +34,8 @@ public:
 
     std::function<void(bool shown)> onShown;
 
+    /// Makes what a pass needs, unless that is done. A pass does it, too; it takes longer than showing the pane.
+    void prepareEngines();
     /// Explains the pane to a new user.
     void explain(FirstTips::Circumstances circumstances);
     FirstTips &tips() { return *m_tips; } ///< after `explain`
@@ -72,6 +74,7 @@ private:
     GlassView *m_view;                           ///< belongs to the window
     std::unique_ptr<FirstTips> m_tips;
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
+    bool m_areEnginesPrepared = false;
     std::unique_ptr<ScheduledTask> m_memoryTask;
     AutoHide m_autoHide;
     std::unique_ptr<TranslationPass> m_pass;

@@ -59,10 +59,10 @@ TextRecognizer &Services::recognizer()
     return *m_recognizer;
 }
 
-void Services::warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay)
+void Services::warmUpRecognizer()
 {
     recognizer();
-    m_warmUp = scheduler.after(delay, [this] { m_recognizer->warmUp(); });
+    m_recognizer->warmUp();
 }
 
 const OnDeviceEngine &Services::onDeviceEngine()

@@ -6,7 +6,6 @@
 #include "LocalizationManager.h"
 #include "MainQueue.h"
 #include "OnDeviceEngine.h"
-#include "Scheduler.h"
 #include "SettingsStore.h"
 #include "TranslationManager.h"
 
@@ -35,10 +34,10 @@ public:
     SettingsStore &settings() { return m_settings; }
     LocalizationManager &texts() { return m_texts; }
     MainQueue &mainQueue() { return m_mainQueue; }
-    /// Any thread once `warmUpRecognizer` was called.
+    // These two are made at the first call, on the main thread. Afterwards they may be asked for on any thread.
     TextRecognizer &recognizer();
-    /// Makes the recognizer now; it loads its models after the delay.
-    void warmUpRecognizer(Scheduler &scheduler, std::chrono::milliseconds delay);
+    /// Has the recognizer load in the background what a pass will need.
+    void warmUpRecognizer();
     TranslationManager &translationManager();
     const KeychainStore &keychain();
     /// The state of what translates on this computer. Blocks while its data is being built.
@@ -68,7 +67,6 @@ private:
     std::unique_ptr<SecretStorage> m_secrets;
     std::unique_ptr<KeychainStore> m_keychain;
     std::unique_ptr<ScreenTextRecognizer> m_recognizer;
-    std::unique_ptr<ScheduledTask> m_warmUp;
     std::unique_ptr<HttpSession> m_http;
     std::unique_ptr<TranslationModels> m_models;
     std::unique_ptr<ModelInstallation> m_modelInstallation;

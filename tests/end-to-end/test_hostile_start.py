@@ -94,7 +94,7 @@ class LittleHome(HostileDesktop):
         self.start()
         self.expect_overlays("in a read-only home")
         asked = len(self.server.requests)
-        self.screen.do("key Tab sleep 0.1 key Tab sleep 0.1 key Return sleep 0.3")  # to the other trigger mode
+        self.screen.do("key Tab sleep 0.1 key Tab sleep 0.1 key Tab sleep 0.1 key Return sleep 0.3")  # to the trigger mode
         self.screen.drag((480, 440), (500, 440), hold=0.2)
         time.sleep(1.5)
         self.assertEqual(len(self.server.requests), asked, "a setting that can't be stored holds all the same")

@@ -309,7 +309,7 @@ class Migration(OnADesktop):
         history = self.screen.home / "data" / "Lucentra" / "history.json"
         self.assertTrue(eventually(history.exists))
         self.assertEqual(history.read_text(), entry % "old")
-        self.assertIn("keyCode=40 carbonMods=2048", self.log.read_text())
+        self.assertTrue(eventually(lambda: "keyCode=40 carbonMods=2048" in self.log.read_text()))
         self.assertEqual(self.screen.preferences["appLanguage"], "ja")
         self.assertEqual(self.screen.preferences["targetLanguageCode"], "ja", "it follows the migrated language")
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)

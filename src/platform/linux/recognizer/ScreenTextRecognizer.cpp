@@ -181,11 +181,7 @@ ScreenTextRecognizer::~ScreenTextRecognizer() = default;
 
 void ScreenTextRecognizer::warmUp()
 {
-    m_pool->post([this] {
-        for (const ReadingLanguage language :
-             {ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese})
-            m_correctingReader->prepare(language);
-    });
+    m_pool->post([this] { m_correctingReader->prepare(ReadingLanguage::English); });
 }
 
 Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const TextRecognitionRequest &request,

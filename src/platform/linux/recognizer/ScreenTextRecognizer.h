@@ -30,7 +30,8 @@ public:
     explicit ScreenTextRecognizer(const Options &options);
     ~ScreenTextRecognizer() override;
 
-    /// Loads the engines of the languages in the background, so that the first pass needn't wait for them.
+    /// Loads the English engine in the background, which nearly every screen needs for Latin letters and digits. The
+    /// others are loaded when a screen needs them.
     void warmUp();
 
     /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read
