@@ -33,6 +33,7 @@ constexpr double ordinaryColumn = 12;
 constexpr double widestCell = 16;
 constexpr double wideColumn = 20;
 constexpr size_t enoughLines = 4; ///< to see where a column ends
+constexpr size_t manyLines = 12;  ///< one line of another kind among them makes no difference
 /// The part of a text's lines that must reach the end of the column, or begin in lower case.
 constexpr double mostLines = 0.6;
 constexpr double fewLines = 0.4;
@@ -330,7 +331,7 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
                 const qsizetype place = (*first)->pieces.front();
                 isJoined[place] = false;
                 ofLines[place] = block(Run(first, next), kind);
-            } else if (run.end() - next >= qsizetype(enoughLines)) {
+            } else if (run.end() - next >= qsizetype(enoughLines) && run.size() < manyLines) {
                 break; // which may be a paragraph below a line of another kind
             }
             first = next;
