@@ -1,5 +1,5 @@
 // Another program's window, full of the texts that programs have: what the demonstration lays the pane over.
-// sample_window X,Y
+// sample_window X,Y [dark]
 
 #include <QApplication>
 #include <QCheckBox>
@@ -52,6 +52,13 @@ QGroupBox *behaviour()
     return group;
 }
 
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x3c, 0x40, 0x48), QColor(0x2a, 0x2d, 0x33)); // the style derives the others
+    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x26));
+    return palette;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -61,6 +68,8 @@ int main(int argc, char *argv[])
     QFont font(u"Noto Sans"_s);
     font.setPixelSize(16);
     QApplication::setFont(font);
+    if (QApplication::arguments().contains(u"dark"_s))
+        QApplication::setPalette(darkPalette());
 
     QWidget window;
     window.setWindowTitle(u"Preferences"_s);
