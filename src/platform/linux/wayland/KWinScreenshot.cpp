@@ -75,9 +75,11 @@ QDBusMessage callScreenshot(const QRect &area, int file)
 
 bool isKWinScreenshotAllowed()
 {
-    QFile entry(QStandardPaths::locate(QStandardPaths::ApplicationsLocation, u"com.tarnby.lucentra.capture.desktop"_s));
+    const QString path =
+        QStandardPaths::locate(QStandardPaths::ApplicationsLocation, u"com.tarnby.lucentra.capture.desktop"_s);
+    QFile entry(path);
     const QByteArray start = "Exec=" + QFile::encodeName(QFileInfo(u"/proc/self/exe"_s).symLinkTarget());
-    return entry.open(QIODevice::ReadOnly) && entry.readAll().split('\n').contains(start);
+    return !path.isEmpty() && entry.open(QIODevice::ReadOnly) && entry.readAll().split('\n').contains(start);
 }
 
 QImage takeKWinScreenshot(const QRect &area, const std::function<void()> &taken)
