@@ -68,7 +68,11 @@ SettingsServices ProgramWindows::settingsServices()
             const bool areDesktops = areDesktopShortcutsOffered() && areDesktopShortcutsSet();
             return areDesktops ? shortcutSettings() : hotkeys.keyDialog();
         },
-        .isHotkeyRefused = [&hotkeys] { return hotkeys.isToggleHotkeyRefused(); },
+        .isHotkeyRefused =
+            [&hotkeys](HotkeyAction action) {
+                return action == HotkeyAction::SwitchLive ? hotkeys.isLiveHotkeyRefused()
+                                                          : hotkeys.isToggleHotkeyRefused();
+            },
         .areDesktopShortcutsSet = offersDesktopShortcuts ? areDesktopShortcutsSet : std::function<bool()>(),
         .setDesktopShortcuts = offersDesktopShortcuts
                                    ? [&settings = services.settings()](bool isOn) { applyDesktopShortcuts(settings, isOn); }

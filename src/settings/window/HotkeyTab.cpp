@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QTextDocument>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -46,8 +48,19 @@ void HotkeyTab::addRecorder(FormSection &section)
         showStored(); // the same combination may have been refused before
     };
     section.addRow(u"顯示 / 隱藏翻譯視窗："_s, m_recorder);
-    m_refusal = makeSmallPrint();
-    section.addRemark(m_refusal);
+    addRefusal(section, HotkeyAction::TogglePane);
+}
+
+void HotkeyTab::addRefusal(FormSection &section, HotkeyAction action)
+{
+    QLabel *refusal = makeSmallPrint();
+    section.addRemark(refusal);
+    m_showRefusals.append([this, refusal, action] {
+        const SettingsServices &services = m_form.services();
+        setTone(*refusal, Tone::Bad);
+        refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
+        refusal->parentWidget()->setVisible(services.areHotkeysChosenHere() && services.isHotkeyRefused(action));
+    });
 }
 
 void HotkeyTab::addFixedHotkey(FormSection &section)
@@ -80,6 +93,7 @@ void HotkeyTab::addLiveHotkey(FormSection &section)
     layout->addWidget(recorder);
     row->setFocusProxy(recorder);
     const QLabel *label = section.addRow(u"開啟 / 停止即時翻譯："_s, row);
+    addRefusal(section, HotkeyAction::SwitchLive);
     const auto show = [this, recorder, remove, label] {
         const QString stored = m_form.services().settings.read(settings::liveHotkeyString);
         recorder->setEnabled(m_form.services().areHotkeysChosenHere());
@@ -89,14 +103,16 @@ void HotkeyTab::addLiveHotkey(FormSection &section)
         recorder->setAccessibleName(label->text() + u' ' + recorder->defaultTitle());
         remove->setAccessibleName(remove->text() + u' ' + label->text());
     };
-    recorder->onRecordingChanged = [show, change = services.hotkeyRecordingChanged](bool isRecording) {
+    recorder->onRecordingChanged = [this, show, change = services.hotkeyRecordingChanged](bool isRecording) {
         change(isRecording);
         if (!isRecording)
             show();
+        showStored();
     };
-    connect(remove, &QPushButton::clicked, this, [&settings = services.settings, show] {
+    connect(remove, &QPushButton::clicked, this, [this, &settings = services.settings, show] {
         settings.write(settings::liveHotkeyString, QString());
         show();
+        showStored();
     });
     m_form.keepText(show);
     m_form.keepValue(show);
@@ -150,9 +166,8 @@ void HotkeyTab::showStored()
         m_recorder->setDefaultTitle(keys);
     // Escaped, since a tool tip would interpret what a file says as HTML and load pictures.
     m_recorder->setToolTip(Qt::convertFromPlainText(keys.left(100)));
-    setTone(*m_refusal, Tone::Bad);
-    m_refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
-    m_refusal->parentWidget()->setVisible(services.areHotkeysChosenHere() && services.isHotkeyRefused());
+    for (const auto &show : std::as_const(m_showRefusals))
+        show();
     m_keyDialog->setVisible(bool(services.keyDialog()));
 }
 

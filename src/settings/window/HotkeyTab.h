@@ -1,8 +1,11 @@
 #pragma once
 
 #include "FormPage.h"
+#include "GlobalHotkeys.h"
 
-class QLabel;
+#include <QList>
+
+#include <functional>
 
 namespace lucentra {
 
@@ -20,12 +23,13 @@ private:
     void addDesktopShortcuts(FormSection &section);
     void addFixedHotkey(FormSection &section);
     void addKeyDialog(FormSection &section);
+    void addRefusal(FormSection &section, HotkeyAction action);
     void addLiveHotkey(FormSection &section);
     void showStored();
 
     SettingsForm &m_form;
     HotkeyRow *m_recorder = nullptr;
-    QLabel *m_refusal = nullptr;
+    QList<std::function<void()>> m_showRefusals; ///< each shows or hides the line about a refused hotkey
     QWidget *m_keyDialog = nullptr; ///< the row of the button that opens it
 };
 

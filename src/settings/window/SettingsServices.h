@@ -49,8 +49,8 @@ struct SettingsServices
     std::function<QString(HotkeyAction)> keysOfDesktop;
     /// Opens the desktop's own dialog for the keys; empty if the program chooses the keys or the desktop has no dialog.
     std::function<std::function<void()>()> keyDialog;
-    /// Whether the system refused the stored hotkey.
-    std::function<bool()> isHotkeyRefused;
+    /// Whether the system refused the stored hotkey of an action.
+    std::function<bool(HotkeyAction)> isHotkeyRefused;
     /// Whether custom shortcuts of the desktop call the program, and adds or removes them. Empty if the desktop has
     /// none.
     std::function<bool()> areDesktopShortcutsSet;

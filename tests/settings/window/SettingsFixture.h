@@ -61,7 +61,7 @@ struct SettingsFixture
     FakeModels models;
     ModelInstallation modelInstallation{models, mainQueue};
     QStringList posted;
-    bool isHotkeyRefused = false;
+    QList<HotkeyAction> refusedHotkeys;
     QString keysOfDesktop;
     int dialogs = 0; ///< of the desktop, for its keys
     SettingsServices services{
@@ -89,7 +89,7 @@ struct SettingsFixture
         .areHotkeysChosenHere = [this] { return keysOfDesktop.isEmpty(); },
         .keysOfDesktop = [this](HotkeyAction) { return keysOfDesktop; },
         .keyDialog = [this] { return keysOfDesktop.isEmpty() ? std::function<void()>() : [this] { ++dialogs; }; },
-        .isHotkeyRefused = [this] { return isHotkeyRefused; },
+        .isHotkeyRefused = [this](HotkeyAction action) { return refusedHotkeys.contains(action); },
         .fillMenuBar = [](QMenuBar &) {},
         .paneFrame = [] { return QRect(); },
         .pagesFolder = QString(),

@@ -62,7 +62,7 @@ private Q_SLOTS:
         QApplication::setFont(font);
         const auto restore = qScopeGuard([&] { QApplication::setFont(before); });
         SettingsFixture m;
-        m.isHotkeyRefused = true;
+        m.refusedHotkeys = {HotkeyAction::TogglePane, HotkeyAction::SwitchLive};
         if (AppLanguage(language) == AppLanguage::TraditionalChinese)
             m.settings.write(settings::hotkeyString, QString(300, u'W'));
         m.show();
