@@ -51,7 +51,7 @@ void TranslatedPicture::paintOver(QImage &picture, double glassOpacity)
     QPainter painter(&picture);
     paintGlass(painter, glass, whole, glassOpacity);
     paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas, areCalmAreasSeen(glassOpacity)),
-                   glassOpacity);
+                   calmBounds(calmAreas), glassOpacity);
     painter.translate(-captureInset, -captureInset);
     constexpr int inset = int(captureInset);
     m_overlays.paint(painter, whole.adjusted(-inset, -inset, 3 * inset, 3 * inset));

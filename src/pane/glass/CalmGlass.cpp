@@ -149,6 +149,17 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas
     return mask;
 }
 
+QRectF calmBounds(const QList<CalmArea> &areas)
+{
+    constexpr double softness = 3 * calmDeviation;
+    QRectF bounds;
+    for (const CalmArea &area : areas)
+        bounds |= area.rect.adjusted(0, -area.slopeAbove, 0, area.slopeBelow)
+                      .marginsAdded(calmMargins)
+                      .adjusted(-softness, -softness, softness, softness);
+    return bounds;
+}
+
 CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glass)
 {
     CalmArea band{.rect = QRectF(0, place.top() - bandMargin, glass.width(), place.height() + 2 * bandMargin),
@@ -194,13 +205,15 @@ void paintGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF 
 }
 
 void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, const QImage &mask,
-                    double opacity)
+                    const QRectF &part, double opacity)
 {
     opacity = std::max(opacity, leastCalmOpacity);
     QImage calm(mask.size(), QImage::Format_ARGB32_Premultiplied);
     calm.setDevicePixelRatio(mask.devicePixelRatio());
     const QRectF whole(QPointF(), rect.size());
+    const QRectF shown = QRectF(part.toAlignedRect()) & whole;
     QPainter onCalm(&calm);
+    onCalm.setClipRect(shown);
     onCalm.setCompositionMode(QPainter::CompositionMode_Source);
     frosted.paintCalm(onCalm, whole, opacity);
     onCalm.setCompositionMode(QPainter::CompositionMode_SourceOver);
@@ -210,7 +223,10 @@ void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRe
     onCalm.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     onCalm.drawImage(0, 0, mask);
     onCalm.end();
+    painter.save();
+    painter.setClipRect(shown.translated(rect.topLeft()), Qt::IntersectClip);
     painter.drawImage(rect.topLeft(), calm);
+    painter.restore();
 }
 
 } // namespace lucentra

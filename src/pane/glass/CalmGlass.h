@@ -37,8 +37,12 @@ CalmArea calmBand(const QRectF &place, const QImage &content, const QSizeF &glas
 /// Draws glass of that opacity (0 to 1), with light that falls on it from above.
 void paintGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, double opacity);
 
-/// Draws calm glass over glass of that opacity (0 to 1), through the mask, which has the rectangle's size.
+/// The part of the glass outside which the mask of these areas is empty.
+QRectF calmBounds(const QList<CalmArea> &areas);
+
+/// Draws calm glass over glass of that opacity (0 to 1), through the mask, which has the rectangle's size and is empty
+/// outside `part`.
 void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, const QImage &mask,
-                    double opacity);
+                    const QRectF &part, double opacity);
 
 } // namespace lucentra

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace lucentra {
 
@@ -36,6 +37,23 @@ constexpr Tone lightTone{qRgb(244, 246, 250), 4, 0};
 constexpr const Tone &toneOf(GlassTone tone)
 {
     return tone == GlassTone::Light ? lightTone : darkTone;
+}
+
+/// The differences of a colour channel that nobody sees, in the glass and in what shines through it.
+constexpr int sameGlass = 1;
+constexpr int sameBlur = 4;
+
+bool differsLittle(const QImage &a, const QImage &b, int most)
+{
+    if (a.size() != b.size())
+        return false;
+    for (int y = 0; y < a.height(); ++y) {
+        const uchar *line = a.constScanLine(y);
+        if (!std::equal(line, line + a.width() * qsizetype(sizeof(QRgb)), b.constScanLine(y),
+                        [most](int x, int z) { return std::abs(x - z) <= most; }))
+            return false;
+    }
+    return true;
 }
 
 uchar channel(double value)
@@ -89,6 +107,11 @@ FrostedBackdrop FrostedBackdrop::in(GlassTone tone) const
     if (tone != m_tone)
         other.applyTone();
     return other;
+}
+
+bool FrostedBackdrop::looksLike(const FrostedBackdrop &other) const
+{
+    return differsLittle(m_glass, other.m_glass, sameGlass) && differsLittle(m_blurred, other.m_blurred, sameBlur);
 }
 
 void FrostedBackdrop::paint(QPainter &painter, const QRectF &rect, double opacity) const

@@ -28,6 +28,9 @@ public:
     /// The same glass in another tone.
     FrostedBackdrop in(GlassTone tone) const;
 
+    /// Whether nobody would see a difference between the two.
+    bool looksLike(const FrostedBackdrop &other) const;
+
     /// Draws the glass over `rect` (the content's place, in the painter's coordinates), at an opacity from 0 to 1.
     void paint(QPainter &painter, const QRectF &rect, double opacity) const;
     /// Fills a part of `rect` with the glass, opaque.

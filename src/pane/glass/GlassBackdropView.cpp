@@ -47,7 +47,10 @@ void GlassBackdropView::setContent(const QImage &content)
 {
     m_content = content;
     m_content.setDevicePixelRatio(devicePixelRatioF());
-    m_dark = FrostedBackdrop(content, devicePixelRatioF());
+    FrostedBackdrop dark(content, devicePixelRatioF());
+    if (m_isComposited && dark.looksLike(m_dark))
+        return; // a caret that blinks beneath
+    m_dark = std::move(dark);
     m_frosted = m_dark.in(m_frosted.tone());
     ++m_surfaceVersion;
     makeStale();
@@ -153,7 +156,7 @@ void GlassBackdropView::calm(QPainter &painter)
         m_calmMask = calmMask(size(), devicePixelRatioF(), m_calmAreas, joined);
         m_isMaskJoined = joined;
     }
-    paintCalmGlass(painter, m_frosted, rect(), m_calmMask, m_opacity);
+    paintCalmGlass(painter, m_frosted, rect(), m_calmMask, calmBounds(m_calmAreas), m_opacity);
 }
 
 void GlassBackdropView::paintContent(QPainter &painter)

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace lucentra {
@@ -27,6 +29,32 @@ QImage completed(const QImage &captured, const QRectF &visible, const QRectF &ar
     return whole;
 }
 
+/// The part of `damage` in which two pictures differ. Windows report more than they have changed, often all of themselves.
+QRect changedPart(const QImage &before, const QImage &now, const QRect &damage)
+{
+    const QRect whole = damage & now.rect();
+    if (before.size() != now.size() || before.format() != now.format() || now.depth() != 32)
+        return whole;
+    int left = whole.right() + 1;
+    int right = whole.left() - 1;
+    int top = whole.bottom() + 1;
+    int bottom = whole.top() - 1;
+    for (int y = whole.top(); y <= whole.bottom(); ++y) {
+        const auto *a = reinterpret_cast<const QRgb *>(before.constScanLine(y));
+        const auto *b = reinterpret_cast<const QRgb *>(now.constScanLine(y));
+        if (std::memcmp(a + whole.left(), b + whole.left(), size_t(whole.width()) * sizeof(QRgb)) == 0)
+            continue;
+        top = std::min(top, y);
+        bottom = y;
+        left = int(std::mismatch(a + whole.left(), a + left, b + whole.left()).first - a);
+        int last = whole.right();
+        while (last > right && a[last] == b[last])
+            --last;
+        right = last;
+    }
+    return QRect(QPoint(left, top), QPoint(right, bottom));
+}
+
 } // namespace
 
 X11ScreenStream::X11ScreenStream(Source source, MainQueue &mainQueue, Scheduler &scheduler)
@@ -43,6 +71,8 @@ void X11ScreenStream::follow(const QRectF &area, std::function<void(const Screen
     m_area = area;
     m_frame = std::move(frame);
     m_damage = everything;
+    if (area.isEmpty())
+        m_worker.start([this] { m_latest = {}; });
     m_source.watch(area, [this](const QRect &damage) {
         m_damage |= damage;
         renew();
@@ -62,14 +92,18 @@ void X11ScreenStream::renew()
     m_isStale = false;
     const QRectF display = m_source.displayAt(m_area.center());
     const QRectF visible = display.intersects(m_area) ? display & m_area : m_area;
-    m_worker.start([weak = std::weak_ptr(m_self), area = m_area, visible, damage = std::exchange(m_damage, QRect()),
-                    &source = m_source, &queue = m_mainQueue] {
-        const QImage picture = completed(source.capture(visible), visible, area);
-        queue.post([weak, frame = ScreenFrame{picture, damage & picture.rect()}] {
+    // The worker ends before the stream does.
+    m_worker.start([this, weak = std::weak_ptr(m_self), area = m_area, visible,
+                    damage = std::exchange(m_damage, QRect())] {
+        const QImage picture = completed(m_source.capture(visible), visible, area);
+        const QRect changed =
+            damage == everything ? picture.rect() : changedPart(m_latest, picture, damage);
+        m_latest = picture;
+        m_mainQueue.post([weak, frame = ScreenFrame{picture, changed}] {
             const auto self = weak.lock();
             if (!self)
                 return;
-            if (!(*self)->m_area.isEmpty())
+            if (!(*self)->m_area.isEmpty() && (frame.picture.isNull() || !frame.damage.isEmpty()))
                 (*self)->m_frame(frame);
             (*self)->rest();
         });

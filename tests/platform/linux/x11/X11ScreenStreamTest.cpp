@@ -22,6 +22,7 @@ private Q_SLOTS:
         m_captures = 0;
         m_frames.clear();
         m_display = {0, 0, 1920, 1080};
+        m_tone = 1;
         m_stream = std::make_unique<X11ScreenStream>(
             X11ScreenStream::Source{.watch =
                                         [this](const QRectF &area, std::function<void(const QRect &)> changed) {
@@ -35,7 +36,7 @@ private Q_SLOTS:
                                             ++m_captures;
                                             m_asked = area;
                                             QImage image(area.size().toSize(), QImage::Format_RGB32);
-                                            image.fill(Qt::gray);
+                                            image.fill(qRgb(m_tone, 0, 0));
                                             return image;
                                         }},
             m_queue, m_clock);
@@ -61,15 +62,21 @@ private Q_SLOTS:
         QCOMPARE(m_frames.last().damage, QRect(0, 0, 480, 280)); // all of a first picture is new
         m_clock.advance(10s);
         QVERIFY(m_clock.isIdle());
+        m_tone = 2;
         m_changed({10, 20, 3, 4});
         m_changed({400, 20, 100, 4}); // of which a part is within the picture
         QTRY_COMPARE(m_frames.size(), 2);
         QCOMPARE(m_frames.last().damage, QRect(10, 20, 3, 4));
+        m_tone = 3;
         m_clock.advance(100ms);
         QTRY_COMPARE(m_frames.size(), 3);
         QCOMPARE(m_frames.last().damage, QRect(400, 20, 80, 4));
         m_clock.advance(10s);
         QCOMPARE(m_captures, 3);
+        m_changed({10, 20, 3, 4}); // painted again as it was
+        QTRY_VERIFY(!m_clock.isIdle());
+        QCOMPARE(m_captures, 4);
+        QCOMPARE(m_frames.size(), 3);
     }
 
     void aHiddenPaneTakesNone()
@@ -116,6 +123,7 @@ private:
     QRectF m_asked;
     std::function<void(const QRect &)> m_changed;
     std::atomic<int> m_captures = 0;
+    std::atomic<int> m_tone = 1;
     int m_rearmed = 0;
     QList<ScreenFrame> m_frames;
     std::unique_ptr<X11ScreenStream> m_stream;
