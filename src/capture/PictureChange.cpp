@@ -4,6 +4,9 @@
 #include <bit>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <numeric>
+#include <utility>
 
 namespace lucentra {
 
@@ -13,6 +16,16 @@ namespace {
 constexpr int noise = 10;
 /// The difference of brightness between neighbours that makes an edge.
 constexpr int edgeContrast = 56;
+/// The same for edges that are strong on any ground, and for the faintest writing; more than noise.
+constexpr int strongestContrast = 112;
+constexpr int faintContrast = 16;
+/// The fewest of the strongest edges by which letters are recognized, and the share of them, or else the number, by
+/// which the same letters may differ.
+constexpr int leastStrongest = 12;
+constexpr double sameShare = 0.05;
+constexpr int sameCount = 4;
+/// The width of the outline that letters have over pictures. It has edges where the picture behind it is bright.
+constexpr int outline = 3;
 /// The fewest edges of a tile with writing in it. The outline of a shape that crosses the tile has one a row.
 constexpr int leastEdges = 44;
 /// The share of the edges of both pictures that differ if the writing is another one.
@@ -44,9 +57,49 @@ int differingPixels(const QImage &before, const QImage &now, const QRect &rect)
     return count;
 }
 
+/// Red and blue differ, so that writing of the one on the other has edges.
 int brightness(QRgb color)
 {
-    return (qRed(color) + 2 * qGreen(color) + qBlue(color)) / 4;
+    return (3 * qRed(color) + 4 * qGreen(color) + qBlue(color)) / 8;
+}
+
+TileEdges edgesOf(const QImage &picture, const QRect &tile, int contrast)
+{
+    TileEdges edges{};
+    const QRect inside = tile & picture.rect();
+    const int columns = std::min(inside.width(), picture.width() - 1 - inside.left()); // the last one has no neighbour
+    for (int y = 0; y < inside.height(); ++y) {
+        const QRgb *pixels = row(picture, inside.top() + y) + inside.left();
+        quint32 bits = 0;
+        int next = columns > 0 ? brightness(pixels[0]) : 0;
+        for (int x = 0; x < columns; ++x) {
+            const int current = std::exchange(next, brightness(pixels[x + 1]));
+            bits |= quint32(std::abs(next - current) > contrast) << x;
+        }
+        edges[size_t(y)] = bits;
+    }
+    return edges;
+}
+
+/// The edges and what is up to so many pixels around them.
+TileEdges grown(const TileEdges &edges, int margin)
+{
+    TileEdges wide = edges;
+    for (quint32 &row : wide) {
+        for (int i = 0; i < margin; ++i)
+            row |= row << 1 | row >> 1;
+    }
+    TileEdges result = wide;
+    for (int y = 0; y < tileSide; ++y) {
+        for (int i = std::max(0, y - margin); i <= std::min(tileSide - 1, y + margin); ++i)
+            result[size_t(y)] |= wide[size_t(i)];
+    }
+    return result;
+}
+
+int countOf(const TileEdges &edges)
+{
+    return std::accumulate(edges.begin(), edges.end(), 0, [](int sum, quint32 bits) { return sum + std::popcount(bits); });
 }
 
 } // namespace
@@ -61,6 +114,27 @@ bool isSamePicture(const QImage &before, const QImage &now, const QRect &rect)
         const QRgb *b = row(now, y) + shared.left();
         if (std::memcmp(a, b, size_t(shared.width()) * sizeof(QRgb)) != 0 &&
             !std::equal(a, a + shared.width(), b, [](QRgb x, QRgb z) { return !differs(x, z); }))
+            return false;
+    }
+    return true;
+}
+
+bool areSameShapes(const QImage &before, const QImage &now, const QRect &tile)
+{
+    std::array<int, tileSide> differences{};
+    const size_t width = size_t(tile.width());
+    for (int y = tile.top(); y <= tile.bottom(); y += 2) { // no letter is lower than two rows
+        const QRgb *a = row(before, y) + tile.left();
+        const QRgb *b = row(now, y) + tile.left();
+        if (std::memcmp(a, b, width * sizeof(QRgb)) == 0)
+            continue;
+        // Without branches, so that the compiler makes vector code of it.
+        for (size_t x = 0; x < width; ++x)
+            differences[x] = brightness(b[x]) - brightness(a[x]);
+        int steepest = 0;
+        for (size_t x = 1; x < width; ++x)
+            steepest = std::max(steepest, std::abs(differences[x] - differences[x - 1]));
+        if (steepest > faintContrast)
             return false;
     }
     return true;
@@ -83,32 +157,50 @@ QRegion changedTiles(const QImage &before, const QImage &now, const QRect &withi
 
 TileEdges edgesOfTile(const QImage &picture, const QRect &tile)
 {
-    TileEdges edges{};
-    const QRect inside = tile & picture.rect();
-    const int columns = std::min(inside.width(), picture.width() - 1 - inside.left()); // the last one has no neighbour
-    for (int y = 0; y < inside.height(); ++y) {
-        const QRgb *pixels = row(picture, inside.top() + y) + inside.left();
-        quint32 bits = 0;
-        for (int x = 0; x < columns; ++x)
-            bits |= quint32(std::abs(brightness(pixels[x + 1]) - brightness(pixels[x])) > edgeContrast) << x;
-        edges[size_t(y)] = bits;
-    }
-    return edges;
+    return edgesOf(picture, tile, edgeContrast);
+}
+
+TileEdges commonEdges(const TileEdges &a, const TileEdges &b)
+{
+    TileEdges common{};
+    std::transform(a.begin(), a.end(), b.begin(), common.begin(), std::bit_and<>());
+    return common;
+}
+
+bool hasWriting(const TileEdges &edges)
+{
+    return countOf(edges) >= leastEdges;
+}
+
+TileWriting writingOfTile(const QImage &picture, const QRect &tile)
+{
+    return {edgesOf(picture, tile, edgeContrast), edgesOf(picture, tile, strongestContrast)};
+}
+
+bool hasSameLetters(const TileWriting &before, const QImage &picture, const QRect &tile)
+{
+    const int strongest = countOf(before.strongest);
+    if (strongest < leastStrongest)
+        return false;
+    const TileEdges now = edgesOf(picture, tile, edgeContrast);
+    const TileEdges around = grown(before.edges, outline);
+    int differences = strongest - countOf(commonEdges(before.strongest, now));
+    differences += countOf(now) - countOf(commonEdges(now, around));
+    return differences <= std::max<double>(sameCount, sameShare * strongest);
+}
+
+bool mayHoldWriting(const QImage &picture, const QRect &tile)
+{
+    return hasWriting(edgesOf(picture, tile, faintContrast));
 }
 
 bool isOtherWriting(const TileEdges &before, const TileEdges &now)
 {
-    int former = 0;
-    int current = 0;
-    int either = 0;
-    int different = 0;
-    for (size_t y = 0; y < before.size(); ++y) {
-        former += std::popcount(before[y]);
-        current += std::popcount(now[y]);
-        either += std::popcount(before[y] | now[y]);
-        different += std::popcount(before[y] ^ now[y]);
-    }
-    return std::max(former, current) >= leastEdges && different > otherShare * either;
+    const int former = countOf(before);
+    const int current = countOf(now);
+    const int common = countOf(commonEdges(before, now));
+    const int either = former + current - common;
+    return std::max(former, current) >= leastEdges && either - common > otherShare * either;
 }
 
 bool isSamePlace(const QRectF &a, const QRectF &b)
@@ -124,7 +216,7 @@ bool isSameWriting(const QImage &before, const QImage &now, const QRect &rect)
     const QRect shared = rect & now.rect();
     if (differingPixels(before, now, shared) < movingShare * shared.width() * shared.height())
         return false;
-    bool hasWriting = false;
+    bool isWritten = false;
     // In parts, so that one other letter in a long line counts.
     for (int y = shared.top(); y <= shared.bottom(); y += tileSide) {
         for (int x = shared.left(); x <= shared.right(); x += tileSide) {
@@ -133,10 +225,10 @@ bool isSameWriting(const QImage &before, const QImage &now, const QRect &rect)
             const TileEdges b = edgesOfTile(now, part);
             if (isOtherWriting(a, b))
                 return false;
-            hasWriting = hasWriting || isOtherWriting(a, {});
+            isWritten = isWritten || hasWriting(a);
         }
     }
-    return hasWriting;
+    return isWritten;
 }
 
 } // namespace lucentra

@@ -15,15 +15,36 @@ inline constexpr int tileSide = 32;
 /// stay where they are while the picture behind the writing moves.
 using TileEdges = std::array<quint32, tileSide>;
 
+/// What is recognized of the writing in a tile.
+struct TileWriting
+{
+    TileEdges edges{};
+    TileEdges strongest{}; ///< those of them that don't depend on what is behind the writing
+};
+
 /// Whether two pictures (RGB32, of the same size) show the same in a rectangle. Differences that no reader would notice
 /// are none.
 bool isSamePicture(const QImage &before, const QImage &now, const QRect &rect);
+
+/// Whether they show the same shapes in a part, at most a tile: all that differs is a brightness that changes evenly, as
+/// in a slow fade of the sky.
+bool areSameShapes(const QImage &before, const QImage &now, const QRect &tile);
 
 /// The tiles that touch `within` and in which the pictures differ. They are cut off at the picture's edges.
 QRegion changedTiles(const QImage &before, const QImage &now, const QRect &within);
 
 /// The edges in a part of the picture (RGB32), at most a tile.
 TileEdges edgesOfTile(const QImage &picture, const QRect &tile);
+/// The edges that both have.
+TileEdges commonEdges(const TileEdges &a, const TileEdges &b);
+/// Whether there are enough edges for writing.
+bool hasWriting(const TileEdges &edges);
+TileWriting writingOfTile(const QImage &picture, const QRect &tile);
+/// Whether a tile of the picture shows the same letters as before, to a single one, whatever is behind them now. False
+/// if there were too few to say so.
+bool hasSameLetters(const TileWriting &before, const QImage &picture, const QRect &tile);
+/// Whether a part of the picture, at most a tile, has enough edges for writing, however faint.
+bool mayHoldWriting(const QImage &picture, const QRect &tile);
 /// Whether the writing in a tile is another one: it has come, gone or changed. False if neither has enough edges for
 /// writing.
 bool isOtherWriting(const TileEdges &before, const TileEdges &now);

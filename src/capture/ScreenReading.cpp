@@ -1,5 +1,6 @@
 #include "ScreenReading.h"
 
+#include "MovedLines.h"
 #include "PictureChange.h"
 
 #include <QPainter>
@@ -25,14 +26,6 @@ constexpr double wholeShare = 0.75;
 constexpr double sameEdges = 0.25;
 /// Shorter texts that differ by a sign are different texts.
 constexpr qsizetype leastSimilar = 4;
-
-QRect pixelsOf(const TextLine &line, const QSize &size)
-{
-    const QRectF &box = line.normBox;
-    return QRectF(box.x() * size.width(), (1 - box.y() - box.height()) * size.height(), box.width() * size.width(),
-                  box.height() * size.height())
-        .toAlignedRect();
-}
 
 double areaOf(const QRect &rect)
 {
@@ -75,15 +68,15 @@ QList<QRect> joined(QList<QRect> rects)
 class SecondReading
 {
 public:
-    SecondReading(const ScreenReading &former, const QImage &picture, const QRegion &changed)
-        : m_former(former)
+    SecondReading(ScreenReading former, const QImage &picture, const QRegion &changed)
+        : m_former(std::move(former))
         , m_picture(picture)
         , m_changed(changed)
     {
-        for (const TextLine &line : former.lines) {
-            const QRect box = pixelsOf(line, picture.size());
+        for (const TextLine &line : std::as_const(m_former.lines)) {
+            const QRect box = pixelsOf(line.normBox, picture.size());
             m_boxes.append(box);
-            m_isKept.push_back(!changed.intersects(box) || isSamePicture(former.picture, picture, box));
+            m_isKept.push_back(!changed.intersects(box) || isSamePicture(m_former.picture, picture, box));
         }
     }
 
@@ -140,12 +133,12 @@ private:
         for (int i = 0;; ++i) {
             QList<TextLine> found;
             for (const TextLine &line : readPart(part)) {
-                if (!isKnown(pixelsOf(line, m_picture.size())))
+                if (!isKnown(pixelsOf(line.normBox, m_picture.size())))
                     found.append(line);
             }
             QRect wider = part;
             for (const TextLine &line : std::as_const(found)) {
-                const QRect box = pixelsOf(line, m_picture.size());
+                const QRect box = pixelsOf(line.normBox, m_picture.size());
                 const int margin = std::max(2, box.height() / 3);
                 if (box.left() <= part.left() + margin)
                     wider.setLeft(std::max(0, part.left() - widening));
@@ -162,7 +155,7 @@ private:
 
     bool isKnown(const QRect &box) const
     {
-        const auto isThere = [&](const TextLine &line) { return isSamePlace(pixelsOf(line, m_picture.size()), box); };
+        const auto isThere = [&](const TextLine &line) { return isSamePlace(pixelsOf(line.normBox, m_picture.size()), box); };
         for (qsizetype i = 0; i < m_boxes.size(); ++i) {
             if (m_isKept[size_t(i)] && isSamePlace(m_boxes[i], box))
                 return true;
@@ -174,12 +167,12 @@ private:
     bool replace(const TextLine &line, const QRect &box)
     {
         const auto other = std::find_if(m_found.begin(), m_found.end(), [&](const TextLine &each) {
-            return isSamePlace(pixelsOf(each, m_picture.size()), box);
+            return isSamePlace(pixelsOf(each.normBox, m_picture.size()), box);
         });
         if (other == m_found.end())
             return !isSameWriting(m_former.picture, m_picture, box);
         if (other->text == line.text) {
-            if (isSameBox(pixelsOf(*other, m_picture.size()), box))
+            if (isSameBox(pixelsOf(other->normBox, m_picture.size()), box))
                 other->normBox = line.normBox;
             return true;
         }
@@ -204,7 +197,7 @@ private:
                      line);
     }
 
-    const ScreenReading &m_former;
+    const ScreenReading m_former;
     const QImage &m_picture;
     const QRegion &m_changed;
     QList<QRect> m_boxes; ///< where the lines of the last reading are
@@ -214,12 +207,22 @@ private:
 
 } // namespace
 
+QRect pixelsOf(const QRectF &normBox, const QSize &size)
+{
+    constexpr double rounding = 0.01; // of a box that was made of whole pixels
+    return QRectF(normBox.x() * size.width(), (1 - normBox.y() - normBox.height()) * size.height(),
+                  normBox.width() * size.width(), normBox.height() * size.height())
+        .adjusted(rounding, rounding, -rounding, -rounding)
+        .toAlignedRect();
+}
+
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
                         const ReadPart &read)
 {
     if (former.picture.size() != picture.size())
         return {picture, read(picture.rect())};
-    return SecondReading(former, picture, changed).read(read);
+    const auto shifts = shiftsOf(former, picture);
+    return SecondReading(haveMoved(shifts) ? movedReading(former, picture, shifts) : former, picture, changed).read(read);
 }
 
 } // namespace lucentra

@@ -19,8 +19,11 @@ struct ScreenReading
 /// Reads a part of a picture (pixels). The boxes are fractions of the whole picture.
 using ReadPart = std::function<QList<TextLine>(const QRect &part)>;
 
-/// Reads what has changed since a former reading and keeps the rest: lines whose pixels are the same, and lines whose
-/// letters are the same while what is behind them moves. `changed` contains all that differs, in pixels; it and the
+/// The place of a normalized box (origin bottom-left, y upwards) in a picture, in whole pixels.
+QRect pixelsOf(const QRectF &normBox, const QSize &size);
+
+/// Reads what has changed since a former reading and keeps the rest: lines whose pixels are the same, at their place or
+/// moved up or down, and lines whose letters are the same while what is behind them moves. `changed` contains all that differs, in pixels; it and the
 /// surroundings that a line may reach into are read. Everything is read if there is no former reading of that size.
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
                         const ReadPart &read);

@@ -5,10 +5,9 @@
 #include "OverlayPlacement.h"
 #include "PassTimings.h"
 #include "ScreenCapture.h"
-#include "ScreenReading.h"
+#include "ScreenMemory.h"
 #include "Settings.h"
 #include "SettingsStore.h"
-#include "ShownBlocks.h"
 #include "WindowButtonMask.h"
 
 #include <utility>
@@ -24,37 +23,7 @@ constexpr int mostPasses = 512;
 /// When texts are tried again that a service can translate once its data is built.
 constexpr std::chrono::milliseconds notReadyDelay{2000};
 
-QRect pixelsOf(const QRectF &normBox, const QSize &size)
-{
-    return QRectF(normBox.x() * size.width(), (1 - normBox.y() - normBox.height()) * size.height(),
-                  normBox.width() * size.width(), normBox.height() * size.height())
-        .toAlignedRect();
-}
-
-QList<TextBlock> blocksOf(const QList<ShownBlock> &shown)
-{
-    QList<TextBlock> blocks;
-    for (const ShownBlock &each : shown)
-        blocks.append(each.block);
-    return blocks;
-}
-
-QStringList translationsOf(const QList<ShownBlock> &shown)
-{
-    QStringList translations;
-    for (const ShownBlock &each : shown)
-        translations.append(each.translation);
-    return translations;
-}
-
 } // namespace
-
-/// What was seen on the screen, and the translations of it that are shown.
-struct TranslationPass::Memory
-{
-    ScreenReading screen;
-    QList<ShownBlock> blocks;
-};
 
 /// What a pass or a look is asked for.
 struct TranslationPass::Request
@@ -64,14 +33,14 @@ struct TranslationPass::Request
     QList<QRectF> exclusionRects;
     // Of a look:
     std::optional<ScreenChange> change;
-    std::shared_ptr<const Memory> former;
+    std::shared_ptr<const ScreenMemory> former;
     std::function<void(const LookReport &)> done;
 };
 
 /// What was found, with its translations.
 struct TranslationPass::Reading
 {
-    Memory memory;
+    ScreenMemory memory;
     QStringList sources;      ///< what is new,
     QStringList translations; ///< and its translations
     QStringList notes;
@@ -178,6 +147,23 @@ void TranslationPass::start(const Request &request)
     });
 }
 
+void TranslationPass::follow(const QImage &picture)
+{
+    m_current = picture;
+    const auto moved = m_memory && !m_isRunning ? m_memory->movedOn(m_current) : std::nullopt;
+    if (!moved)
+        return;
+    m_memory = std::make_shared<const ScreenMemory>(*moved);
+    showMemory(m_source.glassArea());
+}
+
+void TranslationPass::showMemory(const GlassArea &area)
+{
+    m_view.changeTranslations(placeOverlays(m_memory->textBlocks(), m_memory->translations(), area.glass.size(),
+                                            m_source.windowControlExclusionRects(controlPadding))
+                                  .candidates);
+}
+
 void TranslationPass::supersede()
 {
     m_debounceTimer.reset();
@@ -193,6 +179,7 @@ void TranslationPass::forgetScreen()
         return; // what the pass finds counts
     ++m_captureGeneration;
     m_memory.reset();
+    m_current = {};
 }
 
 bool TranslationPass::isCurrent(const Request &request) const
@@ -338,11 +325,9 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
 {
     if (!isCurrent(request) || !outcome)
         return request.done({.isDropped = true});
-    m_memory = std::make_shared<const Memory>(outcome->memory);
-    const QList<ShownBlock> &shown = outcome->memory.blocks;
-    m_view.changeTranslations(placeOverlays(blocksOf(shown), translationsOf(shown), request.area.glass.size(),
-                                            m_source.windowControlExclusionRects(controlPadding))
-                                  .candidates);
+    const ScreenMemory &seen = outcome->memory;
+    m_memory = std::make_shared<const ScreenMemory>(seen.movedOn(m_current).value_or(seen)); // it may have been scrolled
+    showMemory(request.area);
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
         m_steps.copy(outcome->translations.join(u'\n'));
     store(*outcome);
@@ -351,7 +336,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
                       .trouble = outcome->notes.join(u'\n'),
                       .again = outcome->again};
     reportTimings(*outcome);
-    for (const TextLine &line : outcome->memory.screen.lines)
+    for (const TextLine &line : m_memory->screen.lines)
         report.lines.append(pixelsOf(line.normBox, request.change->picture.size()));
     request.done(report);
 }
@@ -366,11 +351,12 @@ void TranslationPass::store(const Reading &reading) const
 
 void TranslationPass::show(const Request &request, const Reading &reading)
 {
-    const QList<ShownBlock> &shown = reading.memory.blocks;
-    const OverlayPlacement placement = placeOverlays(blocksOf(shown), translationsOf(shown), request.area.glass.size(),
-                                                     m_source.windowControlExclusionRects(controlPadding));
+    const ScreenMemory &memory = reading.memory;
+    const OverlayPlacement placement =
+        placeOverlays(memory.textBlocks(), memory.translations(), request.area.glass.size(),
+                      m_source.windowControlExclusionRects(controlPadding));
     if (m_isFollowing)
-        m_memory = std::make_shared<const Memory>(reading.memory);
+        m_memory = std::make_shared<const ScreenMemory>(memory);
     const ScreenReading &screen = reading.memory.screen;
     QStringList notes = reading.notes;
     if (notes.isEmpty() && m_steps.recommendsParagraphs &&

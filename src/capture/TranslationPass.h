@@ -22,6 +22,7 @@ namespace lucentra {
 class LocalizationManager;
 class MainQueue;
 class ScreenCapture;
+struct ScreenMemory;
 class SettingsStore;
 
 /// The steps of a pass that others implement. Capture, recognition and translation block, on a worker.
@@ -98,6 +99,8 @@ public:
     /// Looks at a change while the screen is followed: the same work as a pass's for what has changed and is new; the
     /// overlays change where they must, and nothing else on the pane does. One at a time, and not while a pass runs.
     void look(const ScreenChange &change, std::function<void(const LookReport &)> done);
+    /// Moves the overlays with their lines if these are at other places in a new picture of the pane's area (RGB32).
+    void follow(const QImage &picture);
     /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay
     /// until then.
     void forgetScreen();
@@ -107,7 +110,6 @@ public:
     void setFollowing(bool isFollowing) { m_isFollowing = isFollowing; }
 
 private:
-    struct Memory;
     struct Request;
     struct Reading;
     struct ErrorCard;
@@ -124,6 +126,7 @@ private:
     void show(const Request &request, const Reading &reading);
     void store(const Reading &reading) const;
     void reportTimings(const Reading &reading);
+    void showMemory(const GlassArea &area);
     void finishLook(const Request &request, const Outcome &outcome);
     void showCard(const ErrorCard &card);
 
@@ -140,7 +143,8 @@ private:
     std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread
     bool m_isRunning = false;
     std::atomic<bool> m_isFollowing = false;
-    std::shared_ptr<const Memory> m_memory; ///< null if nothing was seen
+    std::shared_ptr<const ScreenMemory> m_memory; ///< null if nothing was seen
+    QImage m_current;                       ///< the last picture of what is followed
     std::shared_ptr<TranslationPass *> m_self; ///< held weakly by outcomes under way; used on the main thread only
     QThreadPool m_workers; ///< last member: its destructor waits for running tasks
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace lucentra {
 
@@ -16,7 +17,25 @@ constexpr ChangeSettler::Time quick{1000};
 constexpr int manyQuickLooks = 5;
 /// After so many returns to the same state it blinks.
 constexpr int manyReturns = 3;
-constexpr int mostVainLooks = 3; // 400 ms, doubled twice, are 1,600
+/// The pause after the second look in a row that found no text; it doubles with each one.
+constexpr ChangeSettler::Time vainPause{400};
+constexpr int mostVainLooks = 4;
+/// After so long without a look, looks in vain are forgotten.
+constexpr ChangeSettler::Time forgiven{10'000};
+/// Looks that may wait happen at multiples of this, so that those at several tiles are one.
+constexpr ChangeSettler::Time beat{800};
+
+ChangeSettler::Time nextBeat(ChangeSettler::Time time)
+{
+    return (time / beat + 1) * beat;
+}
+
+/// Whether a tile has a good part of a line of text in it, rather than its margin.
+bool isIn(const QRect &line, const QRect &tile)
+{
+    const QRect shared = line & tile;
+    return shared.width() >= tileSide / 8 && shared.height() >= std::min(tileSide / 4, line.height() / 3);
+}
 
 void copyPixels(QImage &to, const QImage &from, const QRect &rect)
 {
@@ -34,14 +53,13 @@ std::optional<ChangeSettler::Time> ChangeSettler::dueTime(const Tile &tile)
         return std::nullopt;
     if (tile.isBlinking)
         return tile.moved + afterBlinking;
-    if (!tile.isRestless)
-        return std::min(tile.last + settleTime, tile.first + longestWait);
-    Time due = std::min(tile.moved + calmTime, tile.looked + rarely);
-    if (tile.isWaiting) {
-        const Time pause = tile.vainLooks > 0 ? longestWait * (1 << (tile.vainLooks - 1)) : Time(0);
-        due = std::min(due, std::max(std::min(tile.last + writingTime, tile.first + longestWait), tile.looked + pause));
-    }
-    return due;
+    const Time earliest =
+        tile.vainLooks < 2 ? Time(0) : nextBeat(tile.looked + vainPause * (1 << (tile.vainLooks - 2)));
+    Time due = tile.isRestless ? tile.moved + calmTime : std::min(tile.last + settleTime, tile.first + longestWait);
+    if (tile.isStanding)
+        due = std::min(due, tile.stood + settleTime);
+    due = std::max(due, earliest);
+    return tile.isRestless ? std::min(due, nextBeat(tile.looked + (tile.hasLine ? oftenEnough : rarely))) : due;
 }
 
 QRect ChangeSettler::rectOf(size_t index) const
@@ -74,7 +92,7 @@ void ChangeSettler::add(const QImage &picture, const QRect &damage, Time now)
         for (int x = looked.left() / tileSide; x * tileSide <= looked.right(); ++x) {
             const size_t index = size_t(y) * size_t(m_columns) + size_t(x);
             const QRect rect = rectOf(index);
-            if (isSamePicture(m_compared, picture, rect))
+            if (areSameShapes(m_compared, picture, rect))
                 continue;
             copyPixels(m_compared, picture, rect);
             change(m_tiles[index], rect, now);
@@ -93,20 +111,20 @@ void ChangeSettler::change(Tile &tile, const QRect &rect, Time now)
         tile.isBlinking = false;
         tile.returns = 0;
     }
-    const auto count = [&] {
-        if (!tile.isWaiting)
-            tile.first = now;
+    if (!tile.isWaiting) {
         tile.isWaiting = true;
-        tile.last = now;
-    };
-    if (!tile.isRestless)
-        return count();
-    const TileEdges before = tile.edges;
-    tile.edges = edgesOfTile(m_picture, rect);
-    if (!isOtherWriting(tile.seenEdges, tile.edges))
-        tile.isWaiting = false;
-    else if (!tile.isWaiting || isOtherWriting(before, tile.edges))
-        count();
+        tile.first = now;
+        if (now - tile.looked > forgiven)
+            tile.vainLooks = 0;
+    }
+    tile.last = now;
+    const TileEdges edges = edgesOfTile(m_picture, rect);
+    const TileEdges standing = commonEdges(tile.standing, edges);
+    const bool stands = tile.isStanding && isOtherWriting(tile.seen.edges, standing);
+    tile.standing = stands ? standing : edges;
+    if (!stands)
+        tile.stood = now;
+    tile.isStanding = stands || isOtherWriting(tile.seen.edges, edges);
 }
 
 std::optional<ChangeSettler::Time> ChangeSettler::nextDue() const
@@ -125,27 +143,58 @@ ChangeSettler::Due ChangeSettler::take(Time now)
     const auto next = nextDue();
     if (!next || *next > now)
         return due;
+    QRegion different;
+    QRegion around; // what may hold a line, with its neighbours
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const auto time = dueTime(m_tiles[i]);
         const QRect rect = rectOf(i);
-        if (time && *time <= now + together && look(m_tiles[i], rect, now, due))
-            due.changed |= rect;
+        if (!time || *time > now + together)
+            continue;
+        Tile &tile = m_tiles[i];
+        const bool mayHaveText = isReadable(tile, rect, now);
+        if (tile.hasLine && !mayHaveText) {
+            tile.hasMoved = tile.isWaiting = tile.isStanding = false;
+            continue;
+        }
+        if (!isDifferent(tile, rect, now, due))
+            continue;
+        different |= rect;
+        if (mayHaveText)
+            around |= rect.adjusted(-tileSide, -tileSide, tileSide, tileSide);
     }
+    due.changed = different & around;
     return due;
 }
 
-/// Prepares a look at a tile. Returns false if there is nothing new to see.
-bool ChangeSettler::look(Tile &tile, const QRect &rect, Time now, Due &due)
+bool ChangeSettler::hasStood(const Tile &tile, Time now)
 {
-    const bool isCalm = now - tile.moved + together >= calmTime;
-    const bool isUnsettled = !tile.isRestless && now - tile.last + together < settleTime;
-    tile.wasWriting = tile.isRestless && tile.isWaiting && !isCalm;
-    tile.hasMoved = false;
-    tile.isWaiting = false;
-    if (tile.isRestless && isCalm) {
-        tile.isRestless = false;
-        tile.vainLooks = tile.quickLooks = 0;
-    }
+    return tile.isStanding && now - tile.stood + together >= settleTime;
+}
+
+/// Whether something can be read in a tile that is due, or could be at the last look, and isn't the same.
+bool ChangeSettler::isReadable(const Tile &tile, const QRect &rect, Time now) const
+{
+    if (tile.state == 0)
+        return true;
+    if (tile.hasLine)
+        return !hasSameLetters(tile.seen, m_picture, rect);
+    if (now - tile.last + together >= settleTime)
+        return mayHoldWriting(m_picture, rect);
+    return hasWriting(hasStood(tile, now) ? tile.standing : edgesOfTile(m_picture, rect));
+}
+
+/// Counts a look at a tile. Returns false if it shows what it did at the last one.
+bool ChangeSettler::isDifferent(Tile &tile, const QRect &rect, Time now, Due &due)
+{
+    const bool isAtRest = now - tile.last + together >= settleTime;
+    const bool stands = hasStood(tile, now);
+    const bool isUnsettled = !isAtRest && !stands && !tile.isRestless;
+    if (isAtRest || stands)
+        tile.seen = writingOfTile(m_picture, rect);
+    if (stands && !isAtRest)
+        tile.seen = {tile.standing, commonEdges(tile.standing, tile.seen.strongest)};
+    tile.hasMoved = tile.isWaiting = tile.isStanding = false;
+    tile.isRestless = tile.isRestless && now - tile.moved + together < calmTime;
     const size_t state = stateOf(rect);
     if (state == tile.state)
         return false;
@@ -153,13 +202,12 @@ bool ChangeSettler::look(Tile &tile, const QRect &rect, Time now, Due &due)
     tile.isBlinking = tile.returns >= manyReturns;
     tile.quickLooks = now - tile.looked < quick ? tile.quickLooks + 1 : 0;
     tile.isRestless = !tile.isBlinking && (tile.isRestless || isUnsettled || tile.quickLooks >= manyQuickLooks);
-    tile.stateBefore = tile.state;
-    tile.state = state;
+    tile.stateBefore = std::exchange(tile.state, state);
     tile.looked = now;
+    if (isAtRest || stands)
+        tile.vainLooks = std::min(tile.vainLooks + 1, mostVainLooks); // until text is found
     if (isUnsettled)
         due.unsettled |= rect;
-    if (tile.isRestless)
-        tile.seenEdges = tile.edges = edgesOfTile(m_picture, rect);
     return true;
 }
 
@@ -172,25 +220,20 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
         if (!tile.isWaiting)
             tile.first = now;
         tile.isWaiting = tile.hasMoved = true;
-        tile.isBlinking = false;
+        tile.isBlinking = tile.isStanding = false;
         tile.last = tile.moved = now;
         tile.state = 0; // whatever it shows is new
     }
 }
 
-void ChangeSettler::found(const QRegion &looked, const QList<QRect> &lines)
+void ChangeSettler::found(const QList<QRect> &lines)
 {
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const QRect rect = rectOf(i);
         Tile &tile = m_tiles[i];
-        if (!looked.intersects(rect))
-            continue;
-        const bool hasLine =
-            std::any_of(lines.begin(), lines.end(), [&](const QRect &line) { return line.intersects(rect); });
-        if (hasLine)
+        tile.hasLine = std::any_of(lines.begin(), lines.end(), [&](const QRect &line) { return isIn(line, rect); });
+        if (tile.hasLine)
             tile.vainLooks = 0;
-        else if (tile.wasWriting)
-            tile.vainLooks = std::min(tile.vainLooks + 1, mostVainLooks);
     }
 }
 

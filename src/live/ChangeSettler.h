@@ -12,26 +12,26 @@
 namespace lucentra {
 
 /// Finds out, from one picture of the screen to the next, which parts have changed and are to be looked at: those that
-/// have come to rest after a change, or have been changing for so long that waiting makes no sense.
+/// have come to rest after a change, or have been changing for so long that waiting makes no sense. A brightness that
+/// changes evenly is no change, and where neither a line was nor anything could be one, there is nothing to look at.
 ///
-/// It works by tiles, so that a part that never rests holds no other part up. Such tiles are learned: there, only other
-/// writing counts as a change, and where that turns out to be no text, it counts more and more rarely. What blinks
-/// between two states is learned, too.
+/// It works by tiles, so that a part that never rests holds no other part up. Such tiles are learned. There, only edges
+/// that stand still while the picture around them moves are taken for writing, and only other writing counts as a
+/// change. Where that turns out to be no text, it counts more rarely. What blinks between two states is learned, too.
 class ChangeSettler
 {
 public:
     using Time = std::chrono::milliseconds;
 
-    /// How long a part must be at rest.
+    /// How long a part, or the writing before a moving picture, must be at rest.
     static constexpr Time settleTime{80};
     /// A part is looked at so long after its first change, at rest or not.
     static constexpr Time longestWait{400};
-    /// How long writing before a moving picture must stay the same.
-    static constexpr Time writingTime{40};
     /// How long a part that never rested must be at rest to count as any other.
     static constexpr Time calmTime{250};
-    /// The longest time without a look at what moves.
-    static constexpr Time rarely{1600};
+    /// The time between looks at what moves and was a line at the last one, or wasn't.
+    static constexpr Time oftenEnough{2000};
+    static constexpr Time rarely{8000};
     /// How long what blinks must be at rest.
     static constexpr Time afterBlinking{3000};
 
@@ -54,8 +54,8 @@ public:
     Due take(Time now);
     /// Makes an area due again, since the look at it came to nothing.
     void putBack(const QRegion &region, Time now);
-    /// Says where the lines of text are, after a look at `looked`.
-    void found(const QRegion &looked, const QList<QRect> &lines);
+    /// Says where the lines of text are, after a look.
+    void found(const QList<QRect> &lines);
 
 private:
     struct Tile
@@ -64,28 +64,32 @@ private:
         bool hasMoved = false;   ///< something has changed since the last look
         bool isRestless = false; ///< it moves without end
         bool isBlinking = false;
-        bool wasWriting = false; ///< the last look was at other writing
+        bool isStanding = false; ///< other writing than at the last look may be there
+        bool hasLine = false;    ///< a line of text was there at the last look
         int quickLooks = 0;      ///< looks in a row with little time between
-        int vainLooks = 0;       ///< looks in a row at other writing that was no text
+        int vainLooks = 0;       ///< looks in a row, at what stood still, that found no text
         int returns = 0;         ///< how often in a row it has returned to the state before the last one
         Time first{0};           ///< when it began to wait
         Time last{0};            ///< the last change that counts
+        Time stood{0};           ///< since when other writing has been standing
         Time moved{0};           ///< the last change of any kind
         Time looked{0};
-        size_t state = 0;        ///< a hash of its pixels at the last look,
+        size_t state = 0;        ///< a hash of its pixels at the last look, 0 if it must be looked at in any case,
         size_t stateBefore = 0;  ///< and at the one before
-        TileEdges edges{};       ///< of the last picture; only if it is restless
-        TileEdges seenEdges{};   ///< of the last look
+        TileEdges standing{};    ///< its edges that have been there since then
+        TileWriting seen{};      ///< what was written in it at the last look
     };
 
     static std::optional<Time> dueTime(const Tile &tile);
+    static bool hasStood(const Tile &tile, Time now);
     QRect rectOf(size_t index) const;
     size_t stateOf(const QRect &rect) const;
     void change(Tile &tile, const QRect &rect, Time now);
-    bool look(Tile &tile, const QRect &rect, Time now, Due &due);
+    bool isReadable(const Tile &tile, const QRect &rect, Time now) const;
+    bool isDifferent(Tile &tile, const QRect &rect, Time now, Due &due);
 
     QImage m_picture;
-    QImage m_compared; ///< each tile as it was at its last change; so slow changes are seen, too
+    QImage m_compared; ///< each tile as it was when its shapes last changed; so slow changes are seen, too
     int m_columns = 0;
     std::vector<Tile> m_tiles;
 };

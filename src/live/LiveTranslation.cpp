@@ -98,6 +98,7 @@ void LiveTranslation::add(const ScreenFrame &frame)
         return;
     m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset),
                   m_services.now());
+    m_pass.follow(m_settler.picture());
     schedule();
 }
 
@@ -142,7 +143,7 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
         m_settler.putBack(due.changed, now);
         return schedule(now + passPatience);
     }
-    m_settler.found(due.changed, report.lines);
+    m_settler.found(report.lines);
     m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
     if (report.hasRequested)
         m_limit.count(begun);

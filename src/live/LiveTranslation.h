@@ -31,7 +31,7 @@ public:
     /// How long the pane must not have moved.
     static constexpr Time restTime{300};
     /// The time between two pictures of the screen.
-    static constexpr Time interval{50};
+    static constexpr Time interval{40};
 
     struct Services
     {

@@ -1,6 +1,6 @@
 #include "ChangeSettler.h"
 #include "RequestLimit.h"
-#include "ScreenReading.h"
+#include "ScreenMemory.h"
 #include "ShownBlocks.h"
 
 #include "Columns.h"
@@ -31,16 +31,26 @@ public:
         looks.clear();
     }
 
-    /// Fills a tile with a plain tone, or with letters of a sort.
-    void plain(int tile, int tone) { fill(tile, QColor(tone, tone, tone)); }
-    void letters(int tile, int sort)
+    /// Fills a tile with a plain tone, or with letters of a sort and a contrast.
+    void plain(int tile, int tone)
     {
-        QPainter painter(&m_picture);
-        for (int x = 0; x < tileSide; ++x)
-            painter.fillRect(QRect(cornerOf(tile) + QPoint(x, 8), QSize(1, 16)),
-                             ((x * (sort + 3)) % 11) < 5 ? Qt::white : Qt::black);
-        painter.end();
+        QPainter(&m_picture).fillRect(rectOf(tile), QColor(tone, tone, tone));
         show();
+    }
+    void letters(int tile, int sort, int contrast = 255)
+    {
+        draw(tile, 8, [=](int x) { return ((x * (sort + 3)) % 11) < 5 ? contrast : 0; });
+        show();
+    }
+    /// A film in a tile: grass in the wind, and a subtitle in its middle if it is to have one.
+    void film(int tile, int subtitle = -1)
+    {
+        const int step = ++m_step;
+        draw(tile, 0, [=](int x) { return (x + step * 5) % 8 < 4 ? 130 + step % 40 : 60; });
+        if (subtitle >= 0)
+            letters(tile, subtitle);
+        else
+            show();
     }
 
     /// Lets time pass; `each` is done every 50 ms, which is how often pictures come.
@@ -55,8 +65,7 @@ public:
                 continue;
             looks.append(due.changed);
             unsettled |= due.unsettled;
-            times.append(m_now);
-            m_settler.found(due.changed, lines);
+            m_settler.found(lines);
         }
     }
 
@@ -65,24 +74,27 @@ public:
         return int(std::count_if(looks.begin(), looks.end(),
                                  [&](const QRegion &region) { return region.contains(cornerOf(tile)); }));
     }
-    std::chrono::milliseconds sinceLastLook() const { return m_now - times.last(); }
     static QRect rectOf(int tile) { return {cornerOf(tile), QSize(tileSide, tileSide)}; }
 
     QList<QRegion> looks;
-    QList<std::chrono::milliseconds> times;
     QRegion unsettled;
     QList<QRect> lines;
 
 private:
     static QPoint cornerOf(int tile) { return {tile % 4 * tileSide, tile / 4 * tileSide}; }
-    void fill(int tile, const QColor &color)
+    void draw(int tile, int margin, const std::function<int(int)> &toneAt)
     {
-        QPainter(&m_picture).fillRect(rectOf(tile), color);
-        show();
+        QPainter painter(&m_picture);
+        for (int x = 0; x < tileSide; ++x) {
+            const int tone = toneAt(x);
+            painter.fillRect(QRect(cornerOf(tile) + QPoint(x, margin), QSize(1, tileSide - 2 * margin)),
+                             QColor(tone, tone, tone));
+        }
     }
     void show() { m_settler.add(m_picture.copy(), m_picture.rect(), m_now); }
 
     QImage m_picture{screenSize, QImage::Format_RGB32};
+    int m_step = 0;
     std::chrono::milliseconds m_now = 10'000ms;
     ChangeSettler m_settler;
 };
@@ -125,29 +137,30 @@ private Q_SLOTS:
             screen.pass(100ms);
         }
         QCOMPARE(screen.looks.size(), 1);
-        for (int tone = 100; tone < 200; tone += 5) { // a slow change, no step of which is noticed
-            screen.plain(5, tone);
+        for (int tone = 100; tone < 200; tone += 5) { // slow changes, no step of which is noticed
+            screen.letters(5, 0, tone);
+            screen.plain(0, tone);
             screen.pass(50ms);
         }
         QVERIFY(screen.looksAt(5) > 0);
-        QVERIFY(screen.looksAt(0) == 0);
+        QCOMPARE(screen.looksAt(0), 0); // there is nothing to read
     }
 
     void whatNeverRestsHoldsNothingUp()
     {
         Played screen;
-        const auto move = [&, tone = 0]() mutable { screen.plain(0, 60 + (tone += 17) % 120); };
+        const auto move = [&] { screen.film(0); };
         screen.pass(500ms, move);
         QCOMPARE(screen.looksAt(0), 1);
         QVERIFY(screen.unsettled.contains(Played::rectOf(0).center()));
         screen.pass(20s, move); // learned: there is no line
-        QVERIFY2(screen.looksAt(0) <= 15, qPrintable(QString::number(screen.looksAt(0))));
+        QVERIFY2(screen.looksAt(0) <= 4, qPrintable(QString::number(screen.looksAt(0))));
         screen.looks.clear();
         screen.letters(6, 0);
         screen.pass(100ms, move);
         QCOMPARE(screen.looksAt(6), 1);
         QCOMPARE(screen.looksAt(0), 0);
-        screen.plain(0, 20);
+        screen.film(0);
         screen.pass(260ms); // it rests at last
         QCOMPARE(screen.looksAt(0), 1);
     }
@@ -155,20 +168,19 @@ private Q_SLOTS:
     void writingBeforeAMovingPictureIsSeenAtOnce()
     {
         Played screen;
-        screen.lines = {Played::rectOf(0)};
-        const auto move = [&, tone = 0]() mutable { screen.plain(0, 60 + (tone += 17) % 120); };
-        screen.pass(10s, move);
+        screen.pass(10s, [&] { screen.film(0); });
         for (int sort = 0; sort < 3; ++sort) {
             screen.looks.clear();
-            screen.letters(0, sort);
-            screen.pass(60ms);
+            screen.lines = {Played::rectOf(0)};
+            screen.pass(140ms, [&] { screen.film(0, sort); });
             QCOMPARE(screen.looksAt(0), 1);
-            screen.pass(1s, [&, tone = 0]() mutable {
-                screen.plain(0, 60 + (tone += 17) % 120);
-                screen.letters(0, sort);
-            });
+            screen.pass(1800ms, [&] { screen.film(0, sort); });
             QVERIFY2(screen.looksAt(0) <= 2, "the same writing isn't looked at again");
         }
+        screen.looks.clear();
+        screen.lines = {};
+        screen.pass(140ms, [&] { screen.film(0); });
+        QCOMPARE(screen.looksAt(0), 1); // gone
     }
 
     void whatBlinksIsLearned()
@@ -178,6 +190,7 @@ private Q_SLOTS:
             if (++step % 10 == 0)
                 screen.letters(3, step / 10 % 2);
         };
+        screen.lines = {Played::rectOf(3)};
         screen.pass(5s, blink);
         screen.looks.clear();
         screen.pass(20s, blink);
@@ -237,6 +250,39 @@ private Q_SLOTS:
         const auto gone = readAgain(former, now, QRegion(0, 32, 128, 64), [](const QRect &) { return QList<TextLine>(); });
         QCOMPARE(textsOf(gone.lines), (QStringList{u"first"_s, u"beside"_s, u"last"_s}));
         QVERIFY(!isSamePicture(gone.picture, now, now.rect()));
+    }
+
+    void whatIsScrolledKeepsItsTranslations()
+    {
+        const auto page = [](int top, int third) {
+            QImage image(400, 200, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            const auto write = [&](int x, int y, int sort) {
+                for (int column = 0; column < 100; ++column)
+                    painter.fillRect(x + column, y, 1, (column * (sort + 3)) % 11 < 5 ? 16 : 6, Qt::black);
+            };
+            write(20, 20 - top, 0);
+            write(20, 60 - top, 1);
+            write(20, 100 - top, third);
+            write(220, 60, 3); // beside the list
+            return image;
+        };
+        const TextLine lines[]{lineAt(u"first"_s, 20, 20, 100), lineAt(u"second"_s, 20, 60, 100),
+                               lineAt(u"third"_s, 20, 100, 100), lineAt(u"beside"_s, 220, 60, 100)};
+        ScreenMemory memory{{page(0, 2), {std::begin(lines), std::end(lines)}}, {}};
+        for (const TextLine &line : lines)
+            memory.blocks.append(ShownBlock{.block = {line.text, line.normBox}, .translation = line.text.toUpper()});
+        QVERIFY(!memory.movedOn(page(0, 5)));
+        const auto moved = memory.movedOn(page(30, 2));
+        QVERIFY(moved);
+        QCOMPARE(moved->translations(), (QStringList{u"SECOND"_s, u"THIRD"_s, u"BESIDE"_s}));
+        QCOMPARE(pixelsOf(moved->blocks[1].block.normBox, {400, 200}).top(), 70);
+        QCOMPARE(moved->blocks[2].block.normBox, lines[3].normBox);
+        QVERIFY(!moved->movedOn(page(30, 2)));
+        const auto reading = readAgain(memory.screen, page(-20, 5), QRect(0, 0, 400, 200),
+                                       [](const QRect &) { return QList{lineAt(u"other"_s, 20, 120, 100)}; });
+        QCOMPARE(textsOf(reading.lines), (QStringList{u"first"_s, u"second"_s, u"other"_s, u"beside"_s}));
     }
 
     void aLineThatGoesOnBesideThePartIsReadWhole()

@@ -1,0 +1,129 @@
+#include "MovedLines.h"
+
+#include "PictureChange.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+namespace lucentra {
+
+namespace {
+
+/// How many lines are searched for everywhere, and at how many distances the others are looked for.
+constexpr size_t mostSearches = 3;
+constexpr size_t mostDistances = 8;
+
+bool isAt(const QImage &before, const QImage &now, const QRect &box, int shift)
+{
+    if (!now.rect().contains(box.translated(0, shift)))
+        return false;
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        const qsizetype left = box.left() * qsizetype(sizeof(QRgb));
+        if (std::memcmp(before.constScanLine(y) + left, now.constScanLine(y + shift) + left,
+                        size_t(box.width()) * sizeof(QRgb)) != 0)
+            return false;
+    }
+    return true;
+}
+
+/// Whether there is something to recognize the place by.
+bool hasShapes(const QImage &picture, const QRect &box)
+{
+    for (int x = box.left(); x <= box.right(); x += tileSide) {
+        if (mayHoldWriting(picture, QRect(x, box.top(), tileSide, tileSide) & box))
+            return true;
+    }
+    return false;
+}
+
+bool shareColumns(const QRect &a, const QRect &b)
+{
+    return a.left() <= b.right() && b.left() <= a.right();
+}
+
+/// The distance by which most of the boxes have moved; 0 if none has.
+int commonShift(const QImage &before, const QImage &now, const std::vector<QRect> &boxes)
+{
+    std::vector<int> distances;
+    const size_t step = std::max<size_t>(1, boxes.size() / mostSearches);
+    for (size_t i = 0; i < boxes.size() && distances.size() < mostDistances; i += step) {
+        const QRect &box = boxes[i];
+        for (int shift = -box.top(); box.bottom() + shift < now.height() && distances.size() < mostDistances; ++shift) {
+            if (shift != 0 && std::ranges::find(distances, shift) == distances.end() && isAt(before, now, box, shift))
+                distances.push_back(shift);
+        }
+    }
+    int best = 0;
+    std::ptrdiff_t most = 0;
+    for (const int distance : distances) {
+        const auto count =
+            std::ranges::count_if(boxes, [&](const QRect &box) { return isAt(before, now, box, distance); });
+        if (count > most || (count == most && std::abs(distance) < std::abs(best))) {
+            most = count;
+            best = distance;
+        }
+    }
+    return best;
+}
+
+} // namespace
+
+QList<std::optional<int>> shiftsOf(const ScreenReading &former, const QImage &now)
+{
+    QList<std::optional<int>> shifts(former.lines.size(), 0);
+    if (former.picture.size() != now.size())
+        return shifts;
+    QList<QRect> boxes;
+    std::vector<QRect> changed;
+    for (const TextLine &line : former.lines) {
+        boxes.append(pixelsOf(line.normBox, now.size()) & now.rect());
+        if (!isSamePicture(former.picture, now, boxes.last()) && hasShapes(former.picture, boxes.last()))
+            changed.push_back(boxes.last());
+    }
+    const int shift = commonShift(former.picture, now, changed);
+    if (shift == 0)
+        return shifts;
+    QList<QRect> moved;
+    for (const QRect &box : changed) {
+        if (isAt(former.picture, now, box, shift))
+            moved.append(box);
+    }
+    for (qsizetype i = 0; i < boxes.size(); ++i) {
+        if (moved.contains(boxes[i]))
+            shifts[i] = shift;
+        else if (!isSamePicture(former.picture, now, boxes[i]) &&
+                 std::ranges::any_of(moved, [&](const QRect &box) { return shareColumns(box, boxes[i]); }))
+            shifts[i] = std::nullopt;
+    }
+    return shifts;
+}
+
+bool haveMoved(const QList<std::optional<int>> &shifts)
+{
+    return std::ranges::any_of(shifts, [](const std::optional<int> &shift) { return shift != 0; });
+}
+
+ScreenReading movedReading(const ScreenReading &former, const QImage &now, const QList<std::optional<int>> &shifts)
+{
+    ScreenReading moved{former.picture, {}};
+    QPainter painter(&moved.picture);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (qsizetype i = 0; i < shifts.size(); ++i) {
+        if (!shifts[i])
+            continue;
+        TextLine line = former.lines[i];
+        if (*shifts[i] != 0) {
+            const QRect place = pixelsOf(line.normBox, now.size()).translated(0, *shifts[i]) & now.rect();
+            painter.drawImage(place.topLeft(), now, place);
+            line.normBox.translate(0, -double(*shifts[i]) / now.height());
+        }
+        moved.lines.append(line);
+    }
+    return moved;
+}
+
+} // namespace lucentra

@@ -1,0 +1,56 @@
+#include "ScreenMemory.h"
+
+#include "MovedLines.h"
+
+namespace lucentra {
+
+namespace {
+
+/// A block where its lines are now; nullopt if one of them has left the picture, or they have moved apart.
+std::optional<ShownBlock> movedBlock(ShownBlock shown, const QList<TextLine> &lines,
+                                     const QList<std::optional<int>> &shifts, int height)
+{
+    std::optional<int> common;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (!shown.block.normBox.contains(lines[i].normBox.center()))
+            continue;
+        if (!shifts[i] || common.value_or(*shifts[i]) != *shifts[i])
+            return std::nullopt;
+        common = shifts[i];
+    }
+    shown.block.normBox.translate(0, -double(common.value_or(0)) / height);
+    return shown;
+}
+
+} // namespace
+
+std::optional<ScreenMemory> ScreenMemory::movedOn(const QImage &now) const
+{
+    const QList<std::optional<int>> shifts = shiftsOf(screen, now);
+    if (!haveMoved(shifts))
+        return std::nullopt;
+    ScreenMemory moved{movedReading(screen, now, shifts), {}};
+    for (const ShownBlock &shown : blocks) {
+        if (const auto block = movedBlock(shown, screen.lines, shifts, now.height()))
+            moved.blocks.append(*block);
+    }
+    return moved;
+}
+
+QList<TextBlock> ScreenMemory::textBlocks() const
+{
+    QList<TextBlock> texts;
+    for (const ShownBlock &each : blocks)
+        texts.append(each.block);
+    return texts;
+}
+
+QStringList ScreenMemory::translations() const
+{
+    QStringList translations;
+    for (const ShownBlock &each : blocks)
+        translations.append(each.translation);
+    return translations;
+}
+
+} // namespace lucentra
