@@ -29,6 +29,8 @@ namespace {
 
 /// How long after the start of a pass the memory of its workers is released.
 constexpr auto memoryDelay = 5s;
+/// The time between two pictures of the glass while translations follow.
+constexpr auto glassInterval = 200ms;
 
 void copyToClipboard(const QString &text)
 {
@@ -270,7 +272,7 @@ void PaneShell::showBeneath(const ScreenFrame &frame)
     }
     m_view->setBackdropContent(frame.picture);
     if (m_live && m_live->isOn())
-        m_nextBackdrop = m_scheduler.after(ScreenStream::interval, [this] {
+        m_nextBackdrop = m_scheduler.after(glassInterval, [this] {
             m_nextBackdrop.reset();
             if (const QImage waiting = std::exchange(m_waitingBackdrop, {}); !waiting.isNull())
                 m_view->setBackdropContent(waiting);

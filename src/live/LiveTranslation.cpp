@@ -21,6 +21,8 @@ constexpr auto passPatience = 100ms;
 /// The pause after a failure, which doubles with each one.
 constexpr LiveTranslation::Time firstPause{2000};
 constexpr LiveTranslation::Time longestPause{60'000};
+/// The highest raw value of an engine that text is sent to.
+constexpr qint64 lastRemoteEngine = 7;
 /// The pause after a look while power is saved, in times of its duration.
 constexpr int savingPauses = 3;
 
@@ -34,9 +36,14 @@ LiveTranslation::LiveTranslation(const Services &services, TranslationPass &pass
     const SettingsStore &settings = services.settings;
     settings.observe(settings::isLive, this, [this] { switched(); });
     settings.observe(settings::liveRequestsPerMinute, this, [this] { setLimit(); });
-    settings.observe(settings::translationEngine, this, [this] { startAgain(); });
+    settings.observe(settings::translationEngine, this, [this] {
+        forgetFailures();
+        startAgain();
+    });
     settings.observe(settings::translationUnit, this, [this] { startAgain(); });
     settings.observe(settings::targetLanguageCode, this, [this] { startAgain(); });
+    for (qint64 engine = 1; engine <= lastRemoteEngine; ++engine)
+        settings.observe(settings::consentKey(engine), this, [this] { forgetFailures(); });
     services.power.setChangeHandler([this] { setLimit(); });
     setLimit();
     pass.setFollowing(isOn());
@@ -51,13 +58,22 @@ void LiveTranslation::switched()
 {
     m_pass.setFollowing(isOn());
     m_pass.forgetScreen();
-    m_failures = 0;
-    m_retry = Time(0);
+    forgetFailures();
     setLimit();
     setTrouble({});
     startAgain();
     if (onSwitched)
         onSwitched(isOn());
+}
+
+/// The next attempt needn't wait any more: what it failed for may be settled.
+void LiveTranslation::forgetFailures()
+{
+    m_failures = 0;
+    m_retry = Time(0);
+    if (m_again)
+        m_again = m_services.now();
+    schedule();
 }
 
 void LiveTranslation::setLimit()

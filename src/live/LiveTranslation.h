@@ -60,6 +60,7 @@ public:
 private:
     void switched();
     void setLimit();
+    void forgetFailures();
     void schedule(Time earliest = Time(0));
     void lookIfDue();
     void finish(const ChangeSettler::Due &due, Time begun, const LookReport &report);

@@ -62,6 +62,7 @@ void PlayedScene::play()
 
 void PlayedScene::playByLines()
 {
+    std::setvbuf(stdin, nullptr, _IONBF, 0); // the notifier doesn't know of lines in a buffer
     m_lines = std::make_unique<QSocketNotifier>(0, QSocketNotifier::Read);
     connect(m_lines.get(), &QSocketNotifier::activated, this, [this] {
         std::array<char, 64> line{};
