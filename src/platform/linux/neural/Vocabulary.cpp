@@ -5,6 +5,7 @@
 #include <sentencepiece_processor.h>
 
 #include <cstring>
+#include <exception>
 #include <functional>
 
 namespace lucentra {
@@ -116,9 +117,13 @@ std::unique_ptr<sentencepiece::SentencePieceProcessor> loadVocabulary(QByteArray
     if (bytes.size() > largestVocabulary || !isSound(bytes))
         return nullptr;
     auto vocabulary = std::make_unique<sentencepiece::SentencePieceProcessor>();
-    const auto status = vocabulary->LoadFromSerializedProto({bytes.data(), std::size_t(bytes.size())});
-    const bool isUsable = status.ok() && vocabulary->GetPieceSize() > 0 && vocabulary->eos_id() >= 0;
-    return isUsable ? std::move(vocabulary) : nullptr;
+    try {
+        const auto status = vocabulary->LoadFromSerializedProto({bytes.data(), std::size_t(bytes.size())});
+        const bool isUsable = status.ok() && vocabulary->GetPieceSize() > 0 && vocabulary->eos_id() >= 0;
+        return isUsable ? std::move(vocabulary) : nullptr;
+    } catch (const std::exception &) { // such as for a piece that begins with a zero byte
+        return nullptr;
+    }
 }
 
 } // namespace lucentra
