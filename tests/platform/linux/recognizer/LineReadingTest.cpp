@@ -5,6 +5,7 @@
 #include "read/LineReader.h"
 #include "read/ReaderPool.h"
 #include "strip/LineNormalizer.h"
+#include "strip/StripParts.h"
 #include "TestProgram.h"
 
 #include <QGuiApplication>

@@ -1,6 +1,7 @@
 #include "read/LineReader.h"
 
 #include "read/ThreadClock.h"
+#include "strip/StripParts.h"
 
 #include <QFileInfo>
 

@@ -330,17 +330,6 @@ void PixDeleter::operator()(Pix *pix) const
     pixDestroy(&pix);
 }
 
-std::vector<std::uint8_t> darkestOfColumns(const Strip &strip)
-{
-    std::vector<std::uint8_t> darkest(std::size_t(pixGetWidth(strip.get())), 255);
-    for (int y = 0; y < pixGetHeight(strip.get()); ++y) {
-        const l_uint32 *row = pixGetData(strip.get()) + std::ptrdiff_t(y) * pixGetWpl(strip.get());
-        for (std::size_t x = 0; x < darkest.size(); ++x)
-            darkest[x] = std::min(darkest[x], std::uint8_t(GET_DATA_BYTE(row, x)));
-    }
-    return darkest;
-}
-
 LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen)
     : m_image(image)
     , m_seen(seen)

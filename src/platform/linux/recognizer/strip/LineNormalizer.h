@@ -22,10 +22,6 @@ struct PixDeleter
 /// A grey picture as the readers take it, 8 bits a pixel.
 using Strip = std::unique_ptr<Pix, PixDeleter>;
 
-/// The darkest grey of each column. In an empty one nothing is darker than `lightestInk`.
-std::vector<std::uint8_t> darkestOfColumns(const Strip &strip);
-constexpr std::uint8_t lightestInk = 0xC0;
-
 /// How the letters are told from what is behind them.
 enum class Separation {
     Axis,       ///< by the colour's place between the paper's colour and the ink's, whichever is darker

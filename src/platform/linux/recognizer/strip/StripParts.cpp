@@ -6,6 +6,17 @@
 
 namespace lucentra {
 
+std::vector<std::uint8_t> darkestOfColumns(const Strip &strip)
+{
+    std::vector<std::uint8_t> darkest(std::size_t(pixGetWidth(strip.get())), 255);
+    for (int y = 0; y < pixGetHeight(strip.get()); ++y) {
+        const l_uint32 *row = pixGetData(strip.get()) + std::ptrdiff_t(y) * pixGetWpl(strip.get());
+        for (std::size_t x = 0; x < darkest.size(); ++x)
+            darkest[x] = std::min(darkest[x], std::uint8_t(GET_DATA_BYTE(row, x)));
+    }
+    return darkest;
+}
+
 Cut bestCut(const std::vector<std::uint8_t> &darkest, int from, int to)
 {
     Cut best;

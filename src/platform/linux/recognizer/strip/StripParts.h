@@ -7,6 +7,10 @@
 
 namespace lucentra {
 
+/// The darkest grey of each column. In an empty one nothing is darker than `lightestInk`.
+std::vector<std::uint8_t> darkestOfColumns(const Strip &strip);
+constexpr std::uint8_t lightestInk = 0xC0;
+
 /// A place to cut a strip at, between two columns. Columns are pixels of the strip.
 struct Cut
 {
