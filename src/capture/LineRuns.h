@@ -38,7 +38,7 @@ struct Line
     qsizetype below = -1; ///< the next line of its column
     qsizetype above = -1;
     bool hasNeighbour = false;       ///< there is text beside it on its row
-    std::vector<qsizetype> pieces{}; ///< the indices of the lines that it is made of, from the left
+    std::vector<qsizetype> pieces{}; ///< the indices of its lines, from left to right
 
     double em() const { return std::max(1.0, rect.height()); }
 };

@@ -13,7 +13,7 @@ namespace lucentra {
 
 namespace {
 
-/// How many lines are searched for everywhere, and at how many distances the others are looked for.
+/// The most lines that are searched for at every distance, and the most distances that are tried for the others.
 constexpr size_t mostSearches = 3;
 constexpr size_t mostDistances = 8;
 

@@ -40,7 +40,7 @@ public:
     virtual void passEnded() = 0;
     /// Shows the overlays, and over them, unless it is empty, a note for the time it takes to read.
     virtual void showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note) = 0;
-    /// Replaces the overlays where they differ, while the screen is followed. Whatever is as it was stays untouched.
+    /// Replaces the overlays that differ, while the screen is followed. The others stay untouched.
     virtual void changeTranslations(const QList<TranslationOverlayCandidate> &candidates) = 0;
     /// Replaces the overlays by a card with a button.
     virtual void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,

@@ -19,8 +19,8 @@ constexpr int edgeContrast = 56;
 /// The same for edges that are strong on any ground, and for the faintest writing; more than noise.
 constexpr int strongestContrast = 112;
 constexpr int faintContrast = 16;
-/// The fewest of the strongest edges by which letters are recognized, and the share of them, or else the number, by
-/// which the same letters may differ.
+/// Letters are compared by their strongest edges, of which there must be this many. Of the same letters, at most this
+/// share of them differs, or this number.
 constexpr int leastStrongest = 12;
 constexpr double sameShare = 0.05;
 constexpr int sameCount = 4;
@@ -99,7 +99,8 @@ TileEdges grown(const TileEdges &edges, int margin)
 
 int countOf(const TileEdges &edges)
 {
-    return std::accumulate(edges.begin(), edges.end(), 0, [](int sum, quint32 bits) { return sum + std::popcount(bits); });
+    return std::accumulate(edges.begin(), edges.end(), 0,
+                           [](int sum, quint32 bits) { return sum + std::popcount(bits); });
 }
 
 } // namespace

@@ -26,8 +26,8 @@ struct TileWriting
 /// are none.
 bool isSamePicture(const QImage &before, const QImage &now, const QRect &rect);
 
-/// Whether they show the same shapes in a part, at most a tile: all that differs is a brightness that changes evenly, as
-/// in a slow fade of the sky.
+/// Whether they show the same shapes in a part, at most a tile: all that differs is a brightness that changes evenly,
+/// as in a slow fade of the sky.
 bool areSameShapes(const QImage &before, const QImage &now, const QRect &tile);
 
 /// The tiles that touch `within` and in which the pictures differ. They are cut off at the picture's edges.
@@ -40,8 +40,8 @@ TileEdges commonEdges(const TileEdges &a, const TileEdges &b);
 /// Whether there are enough edges for writing.
 bool hasWriting(const TileEdges &edges);
 TileWriting writingOfTile(const QImage &picture, const QRect &tile);
-/// Whether a tile of the picture shows the same letters as before, to a single one, whatever is behind them now. False
-/// if there were too few to say so.
+/// Whether a tile of the picture shows exactly the same letters as before, on any background. Returns false if there
+/// were too few letters to decide.
 bool hasSameLetters(const TileWriting &before, const QImage &picture, const QRect &tile);
 /// Whether a part of the picture, at most a tile, has enough edges for writing, however faint.
 bool mayHoldWriting(const QImage &picture, const QRect &tile);

@@ -75,7 +75,7 @@ QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &image
                                const std::function<bool(const QString &)> &isPhrase)
 {
     QList<TextBlock> blocks;
-    // Lines and columns alternate seldom.
+    // Runs of lines and runs of columns are composed separately. There are few of them.
     for (auto first = lines.begin(); first != lines.end();) {
         const bool isVertical = first->isVertical;
         const auto end =

@@ -29,8 +29,8 @@ class SettingsStore;
 struct PassSteps
 {
     ScreenCapture &capture;
-    /// Recognizes the lines in a part of an image (pixels). May return early, with some of them, once the given function
-    /// returns false.
+    /// Recognizes the lines in a part of an image (pixels). May return early, with some of them, once the given
+    /// function returns false.
     std::function<RecognizedLines(const QImage &, const QRect &, const std::function<bool()> &)> recognize;
     /// Translates blocks. Sends no further request once the given function, which may be called on any thread, returns
     /// false.
@@ -106,7 +106,7 @@ public:
     void forgetScreen();
     /// Whether a pass runs.
     bool isRunning() const { return m_isRunning; }
-    /// Whether a look follows every change, so that no pass starts by itself and translations are remembered.
+    /// Whether looks follow the changes of the screen. No pass then starts by itself, and translations are remembered.
     void setFollowing(bool isFollowing) { m_isFollowing = isFollowing; }
 
 private:
@@ -144,9 +144,9 @@ private:
     bool m_isRunning = false;
     std::atomic<bool> m_isFollowing = false;
     std::shared_ptr<const ScreenMemory> m_memory; ///< null if nothing was seen
-    QImage m_current;                       ///< the last picture of what is followed
-    std::shared_ptr<TranslationPass *> m_self; ///< held weakly by outcomes under way; used on the main thread only
-    QThreadPool m_workers; ///< last member: its destructor waits for running tasks
+    QImage m_current;                             ///< the last picture of what is followed
+    std::shared_ptr<TranslationPass *> m_self;    ///< held weakly by outcomes under way; used on the main thread only
+    QThreadPool m_workers;                        ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

@@ -154,7 +154,7 @@ void GlassView::updateCalmAreas()
     if (m_inputPanel)
         areas.append({.rect = m_inputPanel->geometry()});
     m_visualEffect->setCalmAreas(areas);
-    // A view over a part of the grip would leave a fragment of it visible.
+    // A grip that is partly covered would look like a stray mark.
     m_grip->setVisible(!m_inputPanel && !(m_errorCard && m_errorCard->cardRect().intersects(m_grip->geometry())));
     if (onTextsChanged)
         onTextsChanged();
