@@ -37,7 +37,6 @@
 #include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtEndian>
 
 #include <atomic>
 #include <functional>
@@ -81,27 +80,6 @@ QList<HistoryItem> entries(qsizetype characters)
 QList<TextBlock> blocks(qsizetype count)
 {
     return QList<TextBlock>(count, {u"A line of text"_s, QRectF(0.1, 0.1, 0.5, 0.05)});
-}
-
-/// A binary property list: a dictionary of keys of nine digits that all have the same value.
-QByteArray binaryPropertyList(quint32 entries)
-{
-    const auto number = [](quint64 value, qsizetype size) {
-        const quint64 bigEndian = qToBigEndian(value);
-        return QByteArray(reinterpret_cast<const char *>(&bigEndian), 8).last(size);
-    };
-    QByteArray list = "bplist00\xDF\x12" + number(entries, 4);
-    for (quint32 i = 0; i < entries; ++i)
-        list += number(i + 2, 4);
-    list += QByteArray(number(1, 4)).repeated(entries);
-    QByteArray offsets = number(8, 4) + number(quint64(list.size()), 4);
-    list += "\x51v";
-    for (quint32 i = 0; i < entries; ++i) {
-        offsets += number(quint64(list.size()), 4);
-        list += "\x59" + QByteArray::number(i).rightJustified(9, '0');
-    }
-    const auto table = quint64(list.size());
-    return list + offsets + QByteArray(6, '\0') + "\x04\x04" + number(entries + 2, 8) + number(0, 8) + number(table, 8);
 }
 
 } // namespace
@@ -253,8 +231,7 @@ void GrowthTest::costGrowsWithTheInput_data()
     for (const auto engine : {TranslationEngine::apple, TranslationEngine::compatible})
         row(engine == TranslationEngine::apple ? "typed text on this computer" : "typed text for a model", 1 << 20, 40,
             [this, engine](qsizetype size) {
-                return Work(
-                    [this, engine, text = u"Page 1 of 2, abc\n"_s.repeated(size / 17)] { type(text, engine); });
+                return Work([this, engine, text = u"Page 1 of 2, abc\n"_s.repeated(size / 17)] { type(text, engine); });
             });
     row("Apertium's question and answer", 1'000'000, 8, [](qsizetype size) {
         const QString text = u"*[a] \\ é "_s.repeated(size / 16);
@@ -321,13 +298,6 @@ void GrowthTest::costGrowsWithTheInput_data()
                                    QByteArray("<key>a</key><string>&lt;b</string>").repeated(size / 35) +
                                    "</dict></plist>";
         return Work([content] { (void)readPropertyList(content); });
-    });
-    row("a binary property list", 1 << 20, 20, [](qsizetype size) {
-        const QByteArray content = binaryPropertyList(quint32(size / 22));
-        return Work([content] {
-            if (readPropertyList(content).isEmpty())
-                qFatal("it isn't read");
-        });
     });
     for (const bool isMo : {true, false})
         row(isMo ? "a catalogue of gettext's" : "a catalogue of Qt's", 4 << 20, 5, [isMo](qsizetype size) {
