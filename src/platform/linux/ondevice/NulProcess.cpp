@@ -1,17 +1,18 @@
 #include "NulProcess.h"
 
+#include <QByteArrayList>
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <glib.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <utility>
-#include <vector>
 
 namespace lucentra {
 
@@ -21,33 +22,6 @@ using Clock = std::chrono::steady_clock;
 
 /// Longer than any answer to a line of a screen.
 constexpr qsizetype longestAnswer = 1 << 20;
-
-/// Blocks SIGPIPE, so that writing to a program that has ended fails instead of ending this one.
-class SignalOfBrokenPipe
-{
-public:
-    SignalOfBrokenPipe()
-    {
-        sigemptyset(&m_signal);
-        sigaddset(&m_signal, SIGPIPE);
-        ::pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
-    }
-    ~SignalOfBrokenPipe()
-    {
-        if (sigismember(&m_before, SIGPIPE) == 0) {
-            constexpr timespec now{};
-            while (::sigtimedwait(&m_signal, nullptr, &now) > 0) {
-            }
-        }
-        ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
-    }
-    SignalOfBrokenPipe(const SignalOfBrokenPipe &) = delete;
-    SignalOfBrokenPipe &operator=(const SignalOfBrokenPipe &) = delete;
-
-private:
-    sigset_t m_signal{};
-    sigset_t m_before{};
-};
 
 } // namespace
 
@@ -84,52 +58,28 @@ NulProcess::~NulProcess()
 
 bool NulProcess::start()
 {
-    std::array<int, 2> input{};
-    std::array<int, 2> output{};
-    if (::pipe2(input.data(), O_CLOEXEC) != 0)
-        return false;
-    if (::pipe2(output.data(), O_CLOEXEC) != 0) {
-        ::close(input[0]);
-        ::close(input[1]);
-        return false;
-    }
-    ::fcntl(input[1], F_SETFL, O_NONBLOCK);
-    std::vector<QByteArray> words;
-    words.reserve(size_t(m_command.size()));
+    // Writing to a program that has ended then fails instead of ending this one.
+    static const auto ignored [[maybe_unused]] = std::signal(SIGPIPE, SIG_IGN);
+    QByteArrayList words;
     for (const QString &word : m_command)
-        words.push_back(word.toLocal8Bit());
-    std::vector<char *> arguments;
-    arguments.reserve(words.size() + 1);
+        words.append(word.toLocal8Bit());
+    QList<char *> arguments;
     for (QByteArray &word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-
-    posix_spawn_file_actions_t files;
-    posix_spawn_file_actions_init(&files);
-    posix_spawn_file_actions_adddup2(&files, input[0], STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&files, output[1], STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
+        arguments.append(word.data());
+    arguments.append(nullptr);
     // A process group of its own, so that its children end with it, and without the signals that this program blocks.
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
-    posix_spawnattr_setpgroup(&attributes, 0);
-    sigset_t noSignals;
-    sigemptyset(&noSignals);
-    posix_spawnattr_setsigmask(&attributes, &noSignals);
-    const bool isStarted =
-        ::posix_spawn(&m_process, arguments.front(), &files, &attributes, arguments.data(), environ) == 0;
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&files);
-    ::close(input[0]);
-    ::close(output[1]);
-    m_input = input[1];
-    m_output = output[0];
-    if (!isStarted) {
-        m_process = -1;
-        stop();
-    }
-    return isStarted;
+    const auto inChild = [](gpointer) {
+        ::setpgid(0, 0);
+        sigset_t noSignals;
+        sigemptyset(&noSignals);
+        ::sigprocmask(SIG_SETMASK, &noSignals, nullptr);
+    };
+    constexpr auto flags = GSpawnFlags(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_STDERR_TO_DEV_NULL);
+    if (!g_spawn_async_with_pipes(nullptr, arguments.data(), nullptr, flags, inChild, nullptr, &m_process, &m_input,
+                                  &m_output, nullptr, nullptr))
+        return false;
+    ::fcntl(m_input, F_SETFL, O_NONBLOCK);
+    return true;
 }
 
 void NulProcess::stop()
@@ -146,7 +96,6 @@ void NulProcess::stop()
 
 std::optional<QByteArray> NulProcess::exchange(QByteArrayView question, const Patience &patience) const
 {
-    const SignalOfBrokenPipe broken;
     QByteArray answer;
     std::array<char, 4096> piece{};
     while (answer.size() < longestAnswer) {

@@ -1,18 +1,14 @@
 #include "PhraseCollector.h"
 
 #include "CatalogueFolders.h"
-#include "PhraseLanguage.h"
 #include "MessageCatalogue.h"
+#include "PhraseLanguage.h"
+#include "RegularFile.h"
 #include "Text.h"
 
 #include <QDateTime>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <iterator>
 #include <limits>
 #include <tuple>
 #include <utility>
@@ -60,29 +56,6 @@ QString withoutSource(const QString &translation, QByteArrayView source)
     if (phraseKey(before) == known)
         return within;
     return phraseKey(within) == known ? before : translation;
-}
-
-/// The bytes of a regular file. It isn't mapped, since truncating a mapped file would crash this program.
-bool readFile(const QString &path, QByteArray &bytes)
-{
-    const int file = ::open(path.toLocal8Bit().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return false;
-    struct stat info;
-    bytes.resize(0);
-    if (::fstat(file, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= largestCatalogue) {
-        bytes.resize(info.st_size);
-        qsizetype count = 0;
-        while (count < bytes.size()) {
-            const ssize_t got = ::read(file, bytes.data() + count, size_t(bytes.size() - count));
-            if (got <= 0)
-                break;
-            count += got;
-        }
-        bytes.resize(count);
-    }
-    ::close(file);
-    return !bytes.isEmpty();
 }
 
 } // namespace
@@ -348,7 +321,6 @@ bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std
 {
     PhraseCollector collector;
     quint32 used = 0;
-    QByteArray bytes;
     // A program's catalogues one after another: what is at hand from one language is needed for the next.
     QList<CatalogueFile> files = filesByPackage(survey);
     std::stable_sort(files.begin(), files.end(),
@@ -356,12 +328,14 @@ bool buildPhraseFile(const CatalogueSurvey &survey, QIODevice &device, const std
     for (const CatalogueFile &file : std::as_const(files)) {
         if (isCancelled)
             return false;
-        if (!readFile(file.path, bytes))
+        // Not mapped, since truncating a mapped file would crash this program.
+        const auto bytes = readRegularFile(file.path, largestCatalogue);
+        if (!bytes)
             continue;
         const auto visit = [&](QByteArrayView source, const QString &translation) {
             collector.add(file.family, file.language, source, translation);
         };
-        used += (file.isQt ? readQmCatalogue(bytes, visit) : readMoCatalogue(bytes, visit)) ? 1 : 0;
+        used += (file.isQt ? readQmCatalogue : readMoCatalogue)(*bytes, visit) ? 1 : 0;
     }
     return collector.write(device, survey.fingerprint, used, &isCancelled);
 }

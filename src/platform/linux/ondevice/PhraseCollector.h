@@ -5,7 +5,6 @@
 #include "PhraseForm.h"
 #include "StringPool.h"
 
-#include <QByteArray>
 #include <QHash>
 #include <QIODevice>
 #include <QString>

@@ -1,13 +1,12 @@
 #include "PhraseFile.h"
 
-#include "PhraseLanguage.h"
 #include "NgramModel.h"
+#include "PhraseLanguage.h"
+#include "RegularFile.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace lucentra {
@@ -38,21 +37,11 @@ quint64 phraseHash(QByteArrayView key)
 std::shared_ptr<const PhraseFile> PhraseFile::open(const QString &path)
 {
     std::shared_ptr<PhraseFile> file(new PhraseFile);
-    // Opening a pipe would wait for its other end.
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat status
-    {
-    };
+    const auto status = openRegularFile(file->m_file, path);
     // Other users could change the phrases of a file that they may write, or truncate it while it is mapped.
-    const bool isPrivate = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-                           (status.st_uid == ::geteuid() || status.st_uid == 0) &&
-                           (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-    if (!isPrivate || !file->m_file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
+    if (!status || (status->st_uid != ::geteuid() && status->st_uid != 0) ||
+        (status->st_mode & (S_IWGRP | S_IWOTH)) != 0)
         return nullptr;
-    }
     const qint64 size = file->m_file.size();
     const uchar *const mapped = size > 0 ? file->m_file.map(0, size) : nullptr;
     if (!mapped)

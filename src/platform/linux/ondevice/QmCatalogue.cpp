@@ -1,64 +1,16 @@
 #include "MessageCatalogue.h"
 
-#include <QStringList>
-#include <QtEndian>
-
-#include <algorithm>
-#include <array>
+#include <QDataStream>
+#include <QIODevice>
 
 namespace lucentra {
 
 namespace {
 
-constexpr std::array<uchar, 16> magic{0x3c, 0xb8, 0x64, 0x18, 0xca, 0xef, 0x9c, 0x95,
-                                      0xcd, 0x21, 0x1c, 0xbf, 0x60, 0xa1, 0xbd, 0xdd};
+constexpr QByteArrayView magic("\x3c\xb8\x64\x18\xca\xef\x9c\x95\xcd\x21\x1c\xbf\x60\xa1\xbd\xdd");
 constexpr uchar messagesSection = 0x69;
 /// A longer message is a page of help, not a phrase of an interface.
-constexpr quint32 longestMessage = 2000;
-
-/// Reads big-endian numbers and runs of bytes in sequence. Fails from the end of the bytes on.
-class Cursor
-{
-public:
-    explicit Cursor(QByteArrayView bytes)
-        : m_rest(bytes)
-    {
-    }
-
-    bool isGood() const { return m_isGood; }
-    bool atEnd() const { return m_rest.isEmpty(); }
-    quint8 byte()
-    {
-        const QByteArrayView one = bytes(1);
-        return one.isEmpty() ? 0 : quint8(one.front());
-    }
-    quint32 word()
-    {
-        const QByteArrayView four = bytes(4);
-        return four.isEmpty() ? 0 : qFromBigEndian<quint32>(four.data());
-    }
-    QByteArrayView bytes(qint64 count)
-    {
-        if (!m_isGood || count > m_rest.size()) {
-            m_isGood = false;
-            return {};
-        }
-        const QByteArrayView taken = m_rest.first(count);
-        m_rest = m_rest.sliced(count);
-        return taken;
-    }
-
-private:
-    QByteArrayView m_rest;
-    bool m_isGood = true;
-};
-
-QString fromBigEndianUtf16(QByteArrayView bytes)
-{
-    QString text(bytes.size() / 2, Qt::Uninitialized);
-    qFromBigEndian<char16_t>(bytes.data(), text.size(), text.data());
-    return text.isValidUtf16() ? text : QString();
-}
+constexpr qsizetype longestMessage = 2000;
 
 enum Tag : quint8 {
     End = 1,
@@ -70,39 +22,39 @@ enum Tag : quint8 {
 };
 
 /// One message after another; each is a run of tagged fields up to its end.
-void readMessages(QByteArrayView section, const MessageVisitor &visit)
+void readMessages(const QByteArray &section, const MessageVisitor &visit)
 {
-    Cursor cursor(section);
-    QByteArrayView source;
-    QStringList translations;
-    while (!cursor.atEnd() && cursor.isGood()) {
-        switch (cursor.byte()) {
+    QDataStream stream(section);
+    QByteArray source;
+    QString translation;
+    while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
+        quint8 tag = 0;
+        QString form;
+        QByteArray skipped;
+        stream >> tag;
+        switch (tag) {
         case End:
-            if (!source.isEmpty() && !translations.isEmpty() && !translations.last().isEmpty())
-                visit(source, translations.last()); // the last form is the plural
-            source = {};
-            translations.clear();
+            if (!source.isEmpty() && !translation.isEmpty())
+                visit(source, translation);
+            source.clear();
+            translation.clear();
             break;
-        case Translation: {
-            const quint32 size = cursor.word();
-            if (size == 0xffffffff || size % 2 != 0) // no translation
-                break;
-            const QByteArrayView text = cursor.bytes(size);
-            translations.append(size > longestMessage ? QString() : fromBigEndianUtf16(text));
+        case Translation:
+            stream >> form;
+            if (!form.isNull()) // the last form is the plural
+                translation = form.size() <= longestMessage && form.isValidUtf16() ? form : QString();
             break;
-        }
-        case SourceText: {
-            source = cursor.bytes(cursor.word());
+        case SourceText:
+            stream >> source;
             if (source.size() > longestMessage)
-                source = {};
+                source.clear();
             break;
-        }
         case Context:
         case Comment:
-            cursor.bytes(cursor.word());
+            stream >> skipped;
             break;
         case Obsolete:
-            cursor.bytes(4);
+            stream.skipRawData(4);
             break;
         default:
             return; // the rest can't be parsed
@@ -114,17 +66,20 @@ void readMessages(QByteArrayView section, const MessageVisitor &visit)
 
 bool readQmCatalogue(QByteArrayView bytes, const MessageVisitor &visit)
 {
-    if (bytes.size() < qsizetype(magic.size()) ||
-        !std::equal(magic.begin(), magic.end(), reinterpret_cast<const uchar *>(bytes.data())))
+    if (!bytes.startsWith(magic))
         return false;
-    Cursor cursor(bytes.sliced(magic.size()));
-    while (!cursor.atEnd()) {
-        const quint8 tag = cursor.byte();
-        const QByteArrayView section = cursor.bytes(cursor.word());
-        if (!cursor.isGood())
+    const QByteArray sections = QByteArray::fromRawData(bytes.data(), bytes.size());
+    QDataStream stream(sections);
+    stream.skipRawData(int(magic.size()));
+    while (!stream.atEnd()) {
+        quint8 tag = 0;
+        quint32 size = 0;
+        stream >> tag >> size;
+        const char *const start = sections.constData() + stream.device()->pos();
+        if (stream.skipRawData(int(size)) != int(size))
             break;
         if (tag == messagesSection)
-            readMessages(section, visit);
+            readMessages(QByteArray::fromRawData(start, size), visit);
     }
     return true;
 }

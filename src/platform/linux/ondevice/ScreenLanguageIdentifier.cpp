@@ -1,10 +1,10 @@
 #include "ScreenLanguageIdentifier.h"
 
 #include "CharacterSets.h"
-#include "PhraseLanguage.h"
 #include "NgramModel.h"
 #include "PhraseFile.h"
 #include "PhraseForm.h"
+#include "PhraseLanguage.h"
 
 #include <QRegularExpression>
 
@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -248,8 +247,8 @@ ScreenLanguageIdentifier::ScreenLanguageIdentifier(std::function<std::shared_ptr
 QStringList ScreenLanguageIdentifier::identify(const QStringList &texts)
 {
     // The first part of a longer text is enough to identify its language without the phrases.
-    const bool hasShort = std::any_of(texts.begin(), texts.end(),
-                                      [](const QString &text) { return text.size() <= longestSample; });
+    const bool hasShort =
+        std::any_of(texts.begin(), texts.end(), [](const QString &text) { return text.size() <= longestSample; });
     const LineJudge judge(hasShort ? m_phrases() : nullptr);
     std::vector<Line> lines;
     QHash<QString, int> sureLines;
