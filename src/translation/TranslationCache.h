@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QHash>
+#include <QCache>
 #include <QString>
 
-#include <list>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 namespace lucentra {
 
@@ -17,21 +17,23 @@ public:
     /// The greatest number of characters of all texts and translations.
     static constexpr qsizetype mostCharacters = 400'000;
 
-    std::optional<QString> find(const QString &engine, const QString &text);
-    void insert(const QString &engine, const QString &text, const QString &translation);
-    void clear();
+    std::optional<QString> find(const QString &engine, const QString &text)
+    {
+        const std::lock_guard lock(m_mutex);
+        const QString *const known = m_translations.object({engine, text});
+        return known ? std::optional(*known) : std::nullopt;
+    }
+
+    void insert(const QString &engine, const QString &text, const QString &translation)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_translations.insert({engine, text}, new QString(translation),
+                              engine.size() + text.size() + translation.size());
+    }
 
 private:
-    struct Entry
-    {
-        QString key;
-        QString translation;
-    };
-
     std::mutex m_mutex;
-    std::list<Entry> m_entries; ///< the last used one first
-    QHash<QString, std::list<Entry>::iterator> m_places;
-    qsizetype m_characters = 0;
+    QCache<std::pair<QString, QString>, QString> m_translations{mostCharacters};
 };
 
 } // namespace lucentra
