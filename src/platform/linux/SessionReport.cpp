@@ -54,8 +54,8 @@ std::optional<XSession> xSession()
                                                       qsizetype(name->value_len));
     }
     const QByteArray selection = "_NET_WM_CM_S" + QByteArray::number(number);
-    const auto cookie = xcb_get_selection_owner(x, x11Atom(x, selection.constData()));
-    const X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(x, cookie, nullptr));
+    const auto owner =
+        x11Ask(x, xcb_get_selection_owner, xcb_get_selection_owner_reply, x11Atom(x, selection.constData()));
     session.isComposited = owner && owner->owner != XCB_WINDOW_NONE;
     return session;
 }
@@ -64,9 +64,9 @@ std::optional<XSession> xSession()
 uint portalVersion(const QDBusConnection &bus, const QString &interface)
 {
     constexpr int mostMilliseconds = 2000; // the portal may have to be started
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s, u"org.freedesktop.DBus.Properties"_s,
-        u"Get"_s);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s,
+                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     call.setArguments({u"org.freedesktop.portal."_s + interface, u"version"_s});
     const QVariant version = bus.call(call, QDBus::Block, mostMilliseconds).arguments().value(0);
     return version.value<QDBusVariant>().variant().toUInt();
@@ -89,7 +89,8 @@ ReportedFact captureFact(bool isLayer, bool isWayland, const QDBusConnection &bu
         const uint version = portalVersion(bus, u"ScreenCast"_s);
         fact.value = versionText(u"org.freedesktop.portal.ScreenCast"_s, version);
         if (version == 0)
-            fact.advice = localized(u"桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。"_s);
+            fact.advice =
+                localized(u"桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。"_s);
     }
     return fact;
 }
@@ -120,8 +121,8 @@ QList<ReportedFact> sessionReport(const Localized &localized)
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const auto yesOrNo = [&localized](bool isTrue) { return localized(isTrue ? u"是"_s : u"否"_s); };
 
-    QList<ReportedFact> facts{{localized(u"桌面"_s), environment("XDG_CURRENT_DESKTOP") + u", "_s +
-                                                          environment("XDG_SESSION_TYPE")}};
+    QList<ReportedFact> facts{
+        {localized(u"桌面"_s), environment("XDG_CURRENT_DESKTOP") + u", "_s + environment("XDG_SESSION_TYPE")}};
     ReportedFact pane{.label = localized(u"翻譯板"_s)};
     if (missing)
         pane.value = u"-"_s;
@@ -147,7 +148,8 @@ QList<ReportedFact> sessionReport(const Localized &localized)
     }
     ReportedFact busFact{.label = u"D-Bus"_s, .value = yesOrNo(bus.isConnected())};
     if (!bus.isConnected()) {
-        busFact.advice = localized(u"沒有工作階段匯流排：快速鍵指令、鑰匙圈與狀態圖示都無法使用。請從桌面的工作階段啟動。"_s);
+        busFact.advice =
+            localized(u"沒有工作階段匯流排：快速鍵指令、鑰匙圈與狀態圖示都無法使用。請從桌面的工作階段啟動。"_s);
         facts.append(busFact);
         return facts;
     }

@@ -60,7 +60,7 @@ void X11ChangeMonitor::start()
     m_desktopPicture = x11Atom(c, "_XROOTPMAP_ID");
     const quint32 events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(c, m_connection->root(), XCB_CW_EVENT_MASK, &events);
-    X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, xcb_query_tree(c, m_connection->root()), nullptr));
+    const auto tree = x11Ask(c, xcb_query_tree, xcb_query_tree_reply, m_connection->root());
     if (tree) {
         const xcb_window_t *children = xcb_query_tree_children(tree.get());
         for (int i = 0; i < tree->children_len; ++i)
@@ -79,8 +79,7 @@ bool X11ChangeMonitor::isOurs(xcb_window_t window)
 {
     if (m_ours.contains(window))
         return true;
-    const auto cookie = xcb_query_tree(m_connection->get(), window);
-    X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection->get(), cookie, nullptr));
+    const auto tree = x11Ask(m_connection->get(), xcb_query_tree, xcb_query_tree_reply, window);
     if (!tree)
         return true; // the window is gone
     const xcb_window_t *children = xcb_query_tree_children(tree.get());

@@ -107,8 +107,8 @@ void X11Composer::setRedirecting(bool redirecting)
 void X11Composer::paintBackground(xcb_render_picture_t target, const QRect &area)
 {
     xcb_connection_t *c = m_connection.get();
-    const auto cookie = xcb_get_property(c, false, m_screen->root, m_rootPixmap, XCB_ATOM_PIXMAP, 0, 1);
-    X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
+    const auto reply =
+        x11Ask(c, xcb_get_property, xcb_get_property_reply, false, m_screen->root, m_rootPixmap, XCB_ATOM_PIXMAP, 0, 1);
     const auto pixmaps = x11PropertyValues(reply.get());
     const auto size = pixmaps.empty() ? xcb_get_geometry_cookie_t{} : xcb_get_geometry(c, pixmaps.front());
     // The property may outlive the picture that it names.
@@ -125,8 +125,9 @@ void X11Composer::paintBackground(xcb_render_picture_t target, const QRect &area
     xcb_render_free_picture(c, background);
 }
 
-/// Without a picture set by the desktop, the root window itself shows its background, but only where no window covers
-/// it: beneath our own it holds what the server has drawn of them. There a colour that shows elsewhere stands in.
+/// If the desktop has set no picture, the root window itself shows its background, but only where no window covers it.
+/// Beneath this program's windows it contains what the server has drawn of them; a colour that is visible elsewhere is
+/// used there.
 void X11Composer::paintPlainBackground(xcb_render_picture_t target, const QRect &area)
 {
     xcb_connection_t *c = m_connection.get();
@@ -150,9 +151,8 @@ void X11Composer::paintPlainBackground(xcb_render_picture_t target, const QRect 
 
 xcb_render_color_t X11Composer::rootColour(QPoint place)
 {
-    const auto cookie = xcb_get_image(m_connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, m_screen->root, qint16(place.x()),
-                                      qint16(place.y()), 1, 1, ~0U);
-    X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(m_connection.get(), cookie, nullptr));
+    const auto reply = x11Ask(m_connection.get(), xcb_get_image, xcb_get_image_reply, XCB_IMAGE_FORMAT_Z_PIXMAP,
+                              m_screen->root, qint16(place.x()), qint16(place.y()), 1, 1, ~0U);
     if (!reply || xcb_get_image_data_length(reply.get()) < 4)
         return {0, 0, 0, 0xffff};
     const quint8 *pixel = xcb_get_image_data(reply.get()); // blue, green, red

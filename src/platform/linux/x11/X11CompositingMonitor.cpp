@@ -23,8 +23,7 @@ X11CompositingMonitor::X11CompositingMonitor()
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    const auto ownerCookie = xcb_get_selection_owner(c, selection);
-    X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, ownerCookie, nullptr));
+    const auto owner = x11Ask(c, xcb_get_selection_owner, xcb_get_selection_owner_reply, selection);
     m_isComposited = owner && owner->owner;
     m_connection.listen([this, type = fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY](const auto &event) {
         if (x11EventType(event) != type)

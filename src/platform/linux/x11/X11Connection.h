@@ -35,11 +35,20 @@ inline xcb_screen_t *x11Screen(xcb_connection_t *connection, int number)
     return screens.data;
 }
 
+/// Sends a request to the X server and waits for its reply, which is null after an error. `reply` is the library's
+/// function for replies to this request.
+template <typename Cookie, typename Reply, typename... Parameters, typename... Arguments>
+X11Reply<Reply> x11Ask(xcb_connection_t *connection, Cookie (*request)(xcb_connection_t *, Parameters...),
+                       Reply *(*reply)(xcb_connection_t *, Cookie, xcb_generic_error_t **), Arguments... arguments)
+{
+    return X11Reply<Reply>(reply(connection, request(connection, static_cast<Parameters>(arguments)...), nullptr));
+}
+
 /// The atom of a name, or XCB_ATOM_NONE if the connection is broken.
 inline xcb_atom_t x11Atom(xcb_connection_t *connection, const char *name)
 {
-    const auto cookie = xcb_intern_atom(connection, false, uint16_t(std::strlen(name)), name);
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+    const auto reply =
+        x11Ask(connection, xcb_intern_atom, xcb_intern_atom_reply, false, uint16_t(std::strlen(name)), name);
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 

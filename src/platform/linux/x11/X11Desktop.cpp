@@ -3,11 +3,9 @@
 #include "SessionBus.h"
 #include "StatusNotifierHost.h"
 
-#include <QDBusConnection>
 #include <QGuiApplication>
 #include <QScreen>
 
-#include <string_view>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -23,8 +21,8 @@ bool ownsTraySelection()
     if (!x11)
         return false;
     xcb_connection_t *c = x11->connection();
-    const auto ownerCookie = xcb_get_selection_owner(c, x11Atom(c, "_NET_SYSTEM_TRAY_S0"));
-    X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, ownerCookie, nullptr));
+    const auto owner =
+        x11Ask(c, xcb_get_selection_owner, xcb_get_selection_owner_reply, x11Atom(c, "_NET_SYSTEM_TRAY_S0"));
     return owner && owner->owner;
 }
 

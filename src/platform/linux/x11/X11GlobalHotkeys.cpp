@@ -117,8 +117,8 @@ quint16 X11GlobalHotkeys::stateOf(quint32 modifiers) const
     return state;
 }
 
-tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode,
-                                                                                     quint32 modifiers)
+tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHotkey(HotkeyAction action,
+                                                                                     quint32 keyCode, quint32 modifiers)
 {
     const auto key = xKeyCodeOfVirtualKey(keyCode);
     if (!key || !m_connection)
@@ -178,8 +178,7 @@ void X11GlobalHotkeys::release(const Registration *registration)
 
 bool X11GlobalHotkeys::isDown(quint8 key)
 {
-    const auto cookie = xcb_query_keymap(m_connection.get());
-    X11Reply<xcb_query_keymap_reply_t> keymap(xcb_query_keymap_reply(m_connection.get(), cookie, nullptr));
+    const auto keymap = x11Ask(m_connection.get(), xcb_query_keymap, xcb_query_keymap_reply);
     return keymap && (keymap->keys[key / 8] & (1U << (key % 8)));
 }
 

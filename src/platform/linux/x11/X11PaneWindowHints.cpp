@@ -59,8 +59,7 @@ bool X11PaneWindowHints::isPointerButtonDown() const
 {
     if (!m_connection)
         return false;
-    const auto cookie = xcb_query_pointer(m_connection.get(), m_connection.root());
-    X11Reply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(m_connection.get(), cookie, nullptr));
+    const auto pointer = x11Ask(m_connection.get(), xcb_query_pointer, xcb_query_pointer_reply, m_connection.root());
     constexpr quint16 buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
     return pointer && (pointer->mask & buttons);
 }
@@ -159,8 +158,7 @@ bool X11PaneWindowHints::hasInputFocus(const QWindow &window) const
 {
     if (!m_connection)
         return false;
-    const auto cookie = xcb_get_input_focus(m_connection.get());
-    X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(m_connection.get(), cookie, nullptr));
+    const auto focus = x11Ask(m_connection.get(), xcb_get_input_focus, xcb_get_input_focus_reply);
     return focus && focus->focus == xcb_window_t(window.winId());
 }
 

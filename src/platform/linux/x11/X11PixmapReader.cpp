@@ -51,14 +51,12 @@ QImage X11PixmapReader::read(xcb_pixmap_t pixmap, const QSize &size)
     if (m_size < byteCount)
         share(byteCount);
     if (m_data) {
-        const auto cookie = xcb_shm_get_image(c, pixmap, 0, 0, quint16(size.width()), quint16(size.height()), ~0U,
-                                              XCB_IMAGE_FORMAT_Z_PIXMAP, m_segment, 0);
-        const X11Reply<xcb_shm_get_image_reply_t> reply(xcb_shm_get_image_reply(c, cookie, nullptr));
+        const auto reply = x11Ask(c, xcb_shm_get_image, xcb_shm_get_image_reply, pixmap, 0, 0, quint16(size.width()),
+                                  quint16(size.height()), ~0U, XCB_IMAGE_FORMAT_Z_PIXMAP, m_segment, 0);
         return reply ? QImage(m_data, size.width(), size.height(), QImage::Format_RGB32).copy() : QImage();
     }
-    const auto cookie =
-        xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, quint16(size.width()), quint16(size.height()), ~0U);
-    X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(c, cookie, nullptr));
+    const auto reply = x11Ask(c, xcb_get_image, xcb_get_image_reply, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0,
+                              quint16(size.width()), quint16(size.height()), ~0U);
     if (!reply || size_t(xcb_get_image_data_length(reply.get())) < byteCount)
         return {};
     return QImage(xcb_get_image_data(reply.get()), size.width(), size.height(), QImage::Format_RGB32).copy();

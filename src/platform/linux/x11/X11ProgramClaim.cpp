@@ -15,8 +15,7 @@ X11ProgramClaim::X11ProgramClaim()
     m_selection = m_connection ? x11Atom(c, claimName) : xcb_atom_t(XCB_ATOM_NONE);
     if (!m_selection)
         return;
-    const auto cookie = xcb_get_selection_owner(c, m_selection);
-    const X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(c, cookie, nullptr));
+    const auto owner = x11Ask(c, xcb_get_selection_owner, xcb_get_selection_owner_reply, m_selection);
     m_owner = owner ? owner->owner : xcb_window_t(XCB_WINDOW_NONE);
     if (isTaken())
         return;
@@ -39,8 +38,7 @@ void X11ProgramClaim::askToShow()
         .response_type = XCB_CLIENT_MESSAGE, .format = 32, .window = m_owner, .type = m_selection};
     // Without an event mask, it goes to the client that created the window.
     xcb_send_event(m_connection.get(), false, m_owner, 0, reinterpret_cast<const char *>(&message));
-    const X11Reply<xcb_get_input_focus_reply_t> isThrough(
-        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    const auto isThrough = x11Ask(m_connection.get(), xcb_get_input_focus, xcb_get_input_focus_reply);
 }
 
 } // namespace lucentra

@@ -4,8 +4,6 @@
 
 #include <poll.h>
 
-#include <algorithm>
-
 namespace lucentra {
 
 namespace {
@@ -19,8 +17,7 @@ constexpr quint32 invisible = 0x01010101;
 /// Waits until the server has handled all requests of a connection.
 void synchronize(xcb_connection_t *connection)
 {
-    const X11Reply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    const auto reply = x11Ask(connection, xcb_get_input_focus, xcb_get_input_focus_reply);
 }
 
 } // namespace
@@ -37,8 +34,8 @@ X11WindowVeil::X11WindowVeil(X11ResourceRange ours, const QRect &area)
     for (const X11WindowPlace &place : X11Windows(c, m_screen, ours).viewable()) {
         if (!ours.contains(place.window) || !place.frame.intersects(area))
             continue;
-        const auto cookie = xcb_get_property(c, false, place.window, m_opacity, XCB_ATOM_CARDINAL, 0, 1);
-        const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, cookie, nullptr));
+        const auto reply = x11Ask(c, xcb_get_property, xcb_get_property_reply, false, place.window, m_opacity,
+                                  XCB_ATOM_CARDINAL, 0, 1);
         const auto values = x11PropertyValues(reply.get());
         m_before.insert(place.window, values.empty() ? std::nullopt : std::optional(values.front()));
         setOpacity(place.window, hardlyVisible);
@@ -58,8 +55,8 @@ X11WindowVeil::~X11WindowVeil()
         setOpacity(window.key(), *window);
     synchronize(m_connection.get());
     const auto passed = std::chrono::steady_clock::now() - m_begun;
-    qCDebug(veilCategory) << "pane invisible for" << std::chrono::duration_cast<std::chrono::milliseconds>(passed).count()
-                          << "ms";
+    qCDebug(veilCategory) << "pane invisible for"
+                          << std::chrono::duration_cast<std::chrono::milliseconds>(passed).count() << "ms";
 }
 
 void X11WindowVeil::setOpacity(xcb_window_t window, std::optional<quint32> opacity)
@@ -83,8 +80,7 @@ void X11WindowVeil::waitForManager()
                                               .format = 32,
                                               .window = asking,
                                               .type = x11Atom(c, "_NET_REQUEST_FRAME_EXTENTS")};
-    xcb_send_event(c, false, m_screen->root,
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+    xcb_send_event(c, false, m_screen->root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char *>(&question));
     xcb_flush(c);
     const auto deadline = std::chrono::steady_clock::now() + managerPatience;

@@ -25,8 +25,7 @@ X11Windows::X11Windows(xcb_connection_t *connection, const xcb_screen_t *screen,
 
 QList<xcb_window_t> X11Windows::rootChildren() const
 {
-    const auto cookie = xcb_query_tree(m_connection, m_screen->root);
-    X11Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(m_connection, cookie, nullptr));
+    const auto reply = x11Ask(m_connection, xcb_query_tree, xcb_query_tree_reply, m_screen->root);
     if (!reply)
         return {};
     const xcb_window_t *children = xcb_query_tree_children(reply.get());
@@ -35,8 +34,8 @@ QList<xcb_window_t> X11Windows::rootChildren() const
 
 QList<xcb_window_t> X11Windows::managed() const
 {
-    const auto cookie = xcb_get_property(m_connection, false, m_screen->root, m_clientList, XCB_ATOM_WINDOW, 0, 65536);
-    X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
+    const auto reply = x11Ask(m_connection, xcb_get_property, xcb_get_property_reply, false, m_screen->root,
+                              m_clientList, XCB_ATOM_WINDOW, 0, 65536);
     const auto windows = x11PropertyValues(reply.get());
     return {windows.begin(), windows.end()};
 }
@@ -77,8 +76,7 @@ QList<X11WindowPlace> X11Windows::viewable() const
 xcb_window_t X11Windows::rootAncestor(xcb_window_t window) const
 {
     for (int depth = 0; depth < maximumNesting; ++depth) {
-        const auto cookie = xcb_query_tree(m_connection, window);
-        X11Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(m_connection, cookie, nullptr));
+        const auto reply = x11Ask(m_connection, xcb_query_tree, xcb_query_tree_reply, window);
         if (!reply)
             return XCB_WINDOW_NONE;
         if (reply->parent == m_screen->root)
