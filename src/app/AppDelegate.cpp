@@ -1,10 +1,9 @@
 #include "AppDelegate.h"
 
+#include "CompositingMonitor.h"
 #include "DesktopNotice.h"
 #include "DesktopShortcuts.h"
 #include "DockPresence.h"
-#include "InterfaceFont.h"
-#include "CompositingMonitor.h"
 #include "MakeDesktop.h"
 #include "Packages.h"
 #include "Settings.h"
@@ -34,17 +33,14 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
                                                 const QString &translation) { m_history.add(original, translation); }})
     , m_history(HistoryManager::userFilePath(), m_services.mainQueue(), diagnostics)
     , m_bus(bus)
-    , m_desktop(makeDesktop({.scheduler = m_scheduler,
-                             .bus = bus,
-                             .mainQueue = m_services.mainQueue(),
-                             .localized = [&texts = m_services.texts()](const QString &key) {
-                                 return texts.localized(key);
-                             },
-                             .screenShares = {
-                                 .read = [&store = m_services.settings()] { return store.read(settings::screenShares); },
-                                 .write = [&store = m_services.settings()](const QString &shares) {
-                                     store.write(settings::screenShares, shares);
-                                 }}}))
+    , m_desktop(makeDesktop(
+          {.scheduler = m_scheduler,
+           .bus = bus,
+           .mainQueue = m_services.mainQueue(),
+           .localized = [&texts = m_services.texts()](const QString &key) { return texts.localized(key); },
+           .screenShares = {.read = [&store = m_services.settings()] { return store.read(settings::screenShares); },
+                            .write = [&store = m_services.settings()](
+                                         const QString &shares) { store.write(settings::screenShares, shares); }}}))
     , m_hotkeys(
           m_services.settings(), m_desktop->hotkeys(), m_services.mainQueue(), [this] { return m_pane->isKeyWindow(); },
           diagnostics)
@@ -56,7 +52,6 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
                  .hotkeys = m_hotkeys,
                  .menu = m_mainMenu,
                  .windowHints = m_desktop->windows(),
-                 .registerHotkeys = [this] { registerHotkeys(); },
                  .applyDockPresence = [this](bool on) { applyDockPresence(m_pane->window(), on); },
                  .paneFrame = [this] { return m_pane->window().isShown() ? m_pane->window().geometry() : QRect(); },
                  .diagnostics = diagnostics})
@@ -65,8 +60,7 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
 
 void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
-    m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
-    useInterfaceFont(m_services.texts().resolvedLanguageCode());
+    m_toolkitLanguage.use(m_services.texts().resolvedLanguageCode());
     m_services.texts().syncTargetLanguage();
     m_pane.emplace(m_scheduler, m_services, *m_desktop, m_history);
     m_pane->onShown = [this](bool shown) {
@@ -91,6 +85,9 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_hotkeys.onHideWindow = [this] { m_pane->hide(); };
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
     m_hotkeys.onSwitchLive = [this] { setLive(!m_actions.isLive()); };
+    m_hotkeys.onHotkeyDisplayChanged = [this](quint32 flags, const QString &key) {
+        m_statusItem.setToggleKeys(flags, key);
+    };
     m_finish = m_scheduler.after(longestWaitForPicture, [this] { finishLaunching(); });
     if (paneAtStart == PaneAtStart::Shown)
         m_pane->window().makeKeyAndOrderFront();
@@ -115,16 +112,15 @@ void AppDelegate::finishLaunching()
         m_mainMenu.updateLive();
         m_statusItem.updateLive();
     });
-    m_services.settings().observe(settings::liveHotkeyString, this, [this] { registerHotkeys(); });
+    m_services.settings().observe(settings::liveHotkeyString, this, [this] { m_hotkeys.registerHotkeys(); });
     m_services.settings().followFile();
     m_services.settings().observe(notifications::updateGlobalHotkey, this, [this] {
-        registerHotkeys();
+        m_hotkeys.registerHotkeys();
         if (areDesktopShortcutsOffered() && areDesktopShortcutsSet())
             applyDesktopShortcuts(m_services.settings(), true);
     });
     m_services.texts().observeLanguage(this, [this] { refreshLocalizedTitles(); });
-    m_hotkeys.tellStoredCombination(
-        [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
+    m_hotkeys.tellStoredCombination();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -140,28 +136,28 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::explainPane()
 {
-    m_pane->explain(
-        {.missing =
-             [this] {
-                 const LocalizationManager &texts = m_services.texts();
-                 QStringList missing;
-                 if (const QStringList packages = missingReadingPackages(); !packages.isEmpty())
-                     missing.append(texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s,
-                                                    installCommand(packages)));
-                 if (!m_desktop->compositing().isComposited())
-                     missing.append(texts.localized(u"沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。"_s) + u' ' +
-                                    installCommand({u"picom"_s}));
-                 return missing.join(u'\n');
-             },
-         .lacksModels = [this] { return m_services.lacksModels(); },
-         .hotkey =
-             [this] {
-                 if (!m_hotkeys.areKeysChosenHere())
-                     return m_hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
-                 const QString keys = m_services.settings().read(settings::hotkeyString);
-                 return m_hotkeys.isToggleHotkeyRefused() ? QString() : desktopNameOfHotkey(keys);
-             },
-         .openModels = [this] { m_windows.openModels(); }});
+    m_pane->explain({.missing =
+                         [this] {
+                             const LocalizationManager &texts = m_services.texts();
+                             QStringList missing;
+                             if (const QStringList packages = missingReadingPackages(); !packages.isEmpty())
+                                 missing.append(texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s,
+                                                                installCommand(packages)));
+                             if (!m_desktop->compositing().isComposited())
+                                 missing.append(
+                                     texts.localized(u"沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。"_s) + u' ' +
+                                     installCommand({u"picom"_s}));
+                             return missing.join(u'\n');
+                         },
+                     .lacksModels = [this] { return m_services.lacksModels(); },
+                     .hotkey =
+                         [this] {
+                             if (!m_hotkeys.areKeysChosenHere())
+                                 return m_hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
+                             const QString keys = m_services.settings().read(settings::hotkeyString);
+                             return m_hotkeys.isToggleHotkeyRefused() ? QString() : desktopNameOfHotkey(keys);
+                         },
+                     .openModels = [this] { m_windows.openModels(); }});
 }
 
 void AppDelegate::toggleByKey()
@@ -181,20 +177,13 @@ bool AppDelegate::setLive(bool isLive)
     return true;
 }
 
-void AppDelegate::registerHotkeys()
-{
-    m_hotkeys.registerHotkeys([this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
-}
-
 void AppDelegate::refreshLocalizedTitles()
 {
-    m_toolkitTexts.use(m_services.texts().resolvedLanguageCode());
-    useInterfaceFont(m_services.texts().resolvedLanguageCode());
+    m_toolkitLanguage.use(m_services.texts().resolvedLanguageCode());
     m_mainMenu.build();
     m_statusItem.build();
     m_windows.refreshTexts();
-    m_hotkeys.tellStoredCombination(
-        [this](quint32 flags, const QString &key) { m_statusItem.setToggleKeys(flags, key); });
+    m_hotkeys.tellStoredCombination();
 }
 
 void AppDelegate::tellOfMissingTray()

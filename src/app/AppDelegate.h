@@ -5,14 +5,14 @@
 #include "HistoryManager.h"
 #include "HotkeyManager.h"
 #include "MainMenu.h"
-#include "PaneAtStart.h"
+#include "PaneProgram.h"
 #include "PaneShell.h"
 #include "ProgramWindows.h"
 #include "Services.h"
 #include "SessionBus.h"
 #include "ShellActions.h"
 #include "StatusItem.h"
-#include "ToolkitTexts.h"
+#include "ToolkitLanguage.h"
 
 #include <memory>
 #include <optional>
@@ -38,9 +38,8 @@ public:
     bool isPaneShown() { return m_pane->window().isShown(); }
 
 private:
-    /// Whatever the pane can be seen without. Only the first call counts.
+    /// What can wait until the pane is seen. Further calls do nothing.
     void finishLaunching();
-    void registerHotkeys();
     void explainPane();
     /// By the hotkey, or by the command that a desktop's key runs.
     void toggleByKey();
@@ -50,7 +49,7 @@ private:
     void tellOfMissingTray();
 
     Scheduler &m_scheduler;
-    ToolkitTexts m_toolkitTexts;
+    ToolkitLanguage m_toolkitLanguage;
     Services m_services;
     HistoryManager m_history;
     SessionBus &m_bus;

@@ -9,6 +9,7 @@
 #include "Version.h"
 
 #include <QGuiApplication>
+#include <QHash>
 
 #include <condition_variable>
 #include <cstdio>
@@ -118,40 +119,27 @@ bool mayWaitForPhrases(const Invocation &invocation, Services &services)
 {
     const bool usesEngine = invocation.command == Command::Text || invocation.command == Command::Image ||
                             invocation.command == Command::TestConnection;
-    const qint64 engine = invocation.engine ? *invocation.engine : services.settings().read(settings::translationEngine);
+    const qint64 engine =
+        invocation.engine ? *invocation.engine : services.settings().read(settings::translationEngine);
     return invocation.command == Command::Languages || (usesEngine && engine == qint64(TranslationEngine::apple));
 }
 
 Result<CommandOutput> runCommand(const Invocation &invocation, Services &services)
 {
-    switch (invocation.command) {
-    case Command::Recognize:
-        return recognizeCommand(invocation, services);
-    case Command::Image:
-        return imageCommand(invocation, services);
-    case Command::Text:
-        return textCommand(invocation, services);
-    case Command::TestConnection:
-        return testConnectionCommand(invocation, services);
-    case Command::Languages:
-        return languagesCommand(invocation, services);
-    case Command::Models:
-        return modelsCommand(invocation, services);
-    case Command::InstallModel:
-        return installModelCommand(invocation, services);
-    case Command::RemoveModel:
-        return removeModelCommand(invocation, services);
-    case Command::RunModel:
-        return runModelCommand(invocation, services.texts());
-    case Command::Doctor:
-        return doctorCommand(invocation, services);
-    case Command::Export:
-        return exportCommand(invocation, services);
-    case Command::Entries:
-        return entriesCommand(invocation, services);
-    default:
-        return remoteCommand(invocation, services);
-    }
+    using Run = Result<CommandOutput> (*)(const Invocation &, Services &);
+    static const QHash<Command, Run> runs{{Command::Recognize, recognizeCommand},
+                                          {Command::Image, imageCommand},
+                                          {Command::Text, textCommand},
+                                          {Command::TestConnection, testConnectionCommand},
+                                          {Command::Languages, languagesCommand},
+                                          {Command::Models, modelsCommand},
+                                          {Command::InstallModel, installModelCommand},
+                                          {Command::RemoveModel, removeModelCommand},
+                                          {Command::RunModel, runModelCommand},
+                                          {Command::Doctor, doctorCommand},
+                                          {Command::Export, exportCommand},
+                                          {Command::Entries, entriesCommand}};
+    return runs.value(invocation.command, remoteCommand)(invocation, services);
 }
 
 ExitCode run(const Invocation &invocation, Services &services)

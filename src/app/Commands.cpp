@@ -138,22 +138,22 @@ QJsonArray withOutcomes(QJsonArray lines, const QList<OnDeviceOutcome> &outcomes
     return lines;
 }
 
-Failure card(const QString &title, const QString &message)
+tl::unexpected<Failure> card(const QString &title, const QString &message)
 {
-    return {.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = title + u'\n' + message};
+    return commandFailed(title + u'\n' + message);
 }
 
 Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &services)
 {
     const LocalizationManager &texts = services.texts();
     if (blocks.isEmpty())
-        return tl::unexpected(card(texts.localized(u"沒有偵測到文字"_s),
-                                   texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)));
+        return card(texts.localized(u"沒有偵測到文字"_s),
+                    texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s));
     services.prepareOnDevice(*qApp);
     const auto translations = await<Result<BlockTranslations>>(
         [&](auto completion) { services.translationManager().translateBlocks(blocks, completion); });
     if (!translations)
-        return tl::unexpected(card(texts.localized(u"翻譯失敗"_s), translations.error().description));
+        return card(texts.localized(u"翻譯失敗"_s), translations.error().description);
     return *translations;
 }
 
@@ -171,20 +171,20 @@ Result<QString> givenText(const QString &argument, const LocalizationManager &te
 {
     const Result<QString> text = argument == u"-" ? standardInput(texts) : argument;
     if (text && text->trimmed().isEmpty())
-        return tl::unexpected(Failure{.domain = u"CommandLine"_s,
-                                      .code = int(ExitCode::Failed),
-                                      .description = texts.localized(u"沒有可翻譯的文字"_s)});
+        return commandFailed(texts.localized(u"沒有可翻譯的文字"_s));
     return text && argument == u"-" ? text->trimmed() : text;
 }
 
 } // namespace
 
+tl::unexpected<Failure> commandFailed(const QString &description)
+{
+    return tl::unexpected(
+        Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
+}
+
 Result<QString> standardInput(const LocalizationManager &texts)
 {
-    const auto failed = [](const QString &description) {
-        return tl::unexpected(
-            Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
-    };
     QFile input;
     QByteArray bytes;
     QByteArray piece; // a pipe may give less than requested
@@ -194,12 +194,12 @@ Result<QString> standardInput(const LocalizationManager &texts)
         bytes += piece;
     } while (!piece.isEmpty() && bytes.size() <= longestText);
     if (input.error() != QFileDevice::NoError)
-        return failed(texts.localized(u"無法讀取標準輸入"_s));
+        return commandFailed(texts.localized(u"無法讀取標準輸入"_s));
     if (bytes.size() > longestText)
-        return failed(texts.localized(u"標準輸入的文字過長"_s));
+        return commandFailed(texts.localized(u"標準輸入的文字過長"_s));
     const auto text = decodeUtf8(bytes);
     if (!text)
-        return failed(texts.localized(u"標準輸入不是 UTF-8 文字"_s));
+        return commandFailed(texts.localized(u"標準輸入不是 UTF-8 文字"_s));
     return *text;
 }
 
@@ -273,8 +273,7 @@ Result<CommandOutput> textCommand(const Invocation &invocation, Services &servic
         [&](auto completion) { services.translationManager().translateText(*text, completion); });
     stages.finish(u"translate"_s);
     if (translation.isMessage)
-        return tl::unexpected(
-            Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = translation.text});
+        return commandFailed(translation.text);
     CommandOutput output = outputOf(std::nullopt, invocation, stages);
     output.answer = translation.text;
     return withNote(std::move(output), translation.note);
@@ -286,10 +285,7 @@ Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Servic
     services.prepareOnDevice(*qApp);
     const auto outcome = await<Result<QString>>([&](auto completion) { services.testEngine(completion); });
     if (!outcome)
-        return tl::unexpected(
-            Failure{.domain = outcome.error().domain,
-                    .code = outcome.error().code,
-                    .description = services.texts().formatted(u"連線失敗：%@"_s, outcome.error().description)});
+        return commandFailed(services.texts().formatted(u"連線失敗：%@"_s, outcome.error().description));
     return CommandOutput{.answer = services.texts().formatted(u"連線成功：%@"_s, *outcome)};
 }
 

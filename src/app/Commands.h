@@ -45,9 +45,12 @@ Result<CommandOutput> testConnectionCommand(const Invocation &invocation, Servic
 /// without their keys. Says what is wrong and how to mend it.
 Result<CommandOutput> doctorCommand(const Invocation &invocation, Services &services);
 /// Translates the lines of the standard input with one model.
-Result<CommandOutput> runModelCommand(const Invocation &invocation, const LocalizationManager &texts);
+Result<CommandOutput> runModelCommand(const Invocation &invocation, Services &services);
 /// Sends the command to the running program.
 Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &services);
+
+/// The failure of a command, with a sentence in the interface language.
+tl::unexpected<Failure> commandFailed(const QString &description);
 
 /// Why a translation model can't be used.
 QString modelErrorText(const NeuralModelError &error, const LocalizationManager &texts);

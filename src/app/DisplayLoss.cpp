@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "MakeDesktop.h"
+#include "PaneProgram.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -52,7 +53,8 @@ void DisplayLoss::handle(QtMsgType type, const QMessageLogContext &context, cons
     if (QThread::currentThread() == qApp->thread())
         current->end();
     // The toolkit's own threads notice the loss as well and end the process when this function returns.
-    QMetaObject::invokeMethod(qApp, [] { current->end(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [] { current->end(); }, Qt::QueuedConnection);
     std::this_thread::sleep_for(displayPatience + storingPatience);
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "PaneAtStart.h"
-
 #include <QtGlobal>
 
 #include <chrono>

@@ -17,8 +17,6 @@ public:
     /// Watches until it is destroyed. Needs an application object; one instance at a time.
     HangWatch();
     ~HangWatch();
-    HangWatch(const HangWatch &) = delete;
-    HangWatch &operator=(const HangWatch &) = delete;
 
 private:
     using Clock = std::chrono::steady_clock;

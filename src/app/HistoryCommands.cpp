@@ -14,18 +14,12 @@ namespace lucentra {
 
 namespace {
 
-tl::unexpected<Failure> failed(const QString &description)
-{
-    return tl::unexpected(
-        Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
-}
-
 /// Can be called at any time, since the running program replaces the file atomically.
 Result<HistoryFileContent> matchingContent(const Invocation &invocation, Services &services)
 {
     auto content = readHistoryFile(HistoryManager::userFilePath());
     if (!content)
-        return failed(services.texts().formatted(u"無法讀取翻譯紀錄：%@"_s, content.error().description));
+        return commandFailed(services.texts().formatted(u"無法讀取翻譯紀錄：%@"_s, content.error().description));
     const HistorySearch search(invocation.search);
     content->items.removeIf([&](const HistoryItem &item) { return !search.matches(item); });
     return content;
@@ -48,7 +42,7 @@ Result<CommandOutput> exportCommand(const Invocation &invocation, Services &serv
     const auto written =
         exportHistory(content->items, exportFormat(name).value_or(ExportFormat::Csv), invocation.argument);
     if (!written)
-        return failed(services.texts().formatted(u"無法匯出：%@"_s, written.error().description));
+        return commandFailed(services.texts().formatted(u"無法匯出：%@"_s, written.error().description));
     return CommandOutput{.message = noteOn(*content, services.texts())};
 }
 

@@ -8,8 +8,6 @@
 #include <QObject>
 #include <QPointer>
 
-#include <memory>
-
 class QMenuBar;
 
 namespace lucentra {

@@ -2,6 +2,7 @@
 
 #include "LocalizationManager.h"
 #include "NeuralModel.h"
+#include "Services.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,14 +21,12 @@ QString modelErrorText(const NeuralModelError &error, const LocalizationManager 
     return texts.formatted(u"不支援這種模型：%@"_s, error.detail);
 }
 
-Result<CommandOutput> runModelCommand(const Invocation &invocation, const LocalizationManager &texts)
+Result<CommandOutput> runModelCommand(const Invocation &invocation, Services &services)
 {
     const auto model = NeuralModel::open(invocation.argument);
     if (!model)
-        return tl::unexpected(Failure{.domain = u"CommandLine"_s,
-                                      .code = int(ExitCode::Failed),
-                                      .description = modelErrorText(model.error(), texts)});
-    const auto input = standardInput(texts);
+        return commandFailed(modelErrorText(model.error(), services.texts()));
+    const auto input = standardInput(services.texts());
     if (!input)
         return tl::unexpected(input.error());
     QStringList lines = input->split(u'\n');

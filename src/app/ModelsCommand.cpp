@@ -4,7 +4,6 @@
 #include "Services.h"
 #include "Settings.h"
 
-#include <algorithm>
 #include <cstdio>
 
 #include <unistd.h>
@@ -14,12 +13,6 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
-
-tl::unexpected<Failure> failedModels(const QString &description)
-{
-    return tl::unexpected(
-        Failure{.domain = u"CommandLine"_s, .code = int(ExitCode::Failed), .description = description});
-}
 
 /// One line of a table: "    en → ja    36 MB  2.1 base".
 QString modelLine(const LanguagePair &pair, qint64 bytes, const QString &rest)
@@ -65,8 +58,7 @@ QString licenceLine(const SettingsStore &store, const LocalizationManager &texts
 
 void printProgress(const ModelProgress &progress)
 {
-    const QString line =
-        u"\r"_s + megabyteText(progress.bytes) + u" / "_s + megabyteText(progress.total) + u"   "_s;
+    const QString line = u"\r"_s + megabyteText(progress.bytes) + u" / "_s + megabyteText(progress.total) + u"   "_s;
     std::fputs(line.toUtf8().constData(), stderr);
 }
 
@@ -89,7 +81,7 @@ Result<CommandOutput> installModelCommand(const Invocation &invocation, Services
     const LocalizationManager &texts = services.texts();
     const auto pair = modelPair(invocation.argument);
     if (!pair)
-        return failedModels(texts.formatted(u"不是語言組合：%@"_s, invocation.argument));
+        return commandFailed(texts.formatted(u"不是語言組合：%@"_s, invocation.argument));
     const bool isTerminal = ::isatty(STDERR_FILENO);
     const auto installed = installModels(
         services.models(), *pair, [=](const ModelProgress &progress) { isTerminal ? printProgress(progress) : void(); },
@@ -97,7 +89,7 @@ Result<CommandOutput> installModelCommand(const Invocation &invocation, Services
     if (isTerminal)
         std::fputs("\n", stderr);
     if (!installed)
-        return failedModels(modelProblemText(installed.error(), texts));
+        return commandFailed(modelProblemText(installed.error(), texts));
     if (installed->isEmpty())
         return CommandOutput{.answer = texts.localized(u"已經安裝最新的翻譯模型。"_s)};
     QStringList names;
@@ -111,10 +103,10 @@ Result<CommandOutput> removeModelCommand(const Invocation &invocation, Services 
     const LocalizationManager &texts = services.texts();
     const auto pair = modelPair(invocation.argument);
     if (!pair)
-        return failedModels(texts.formatted(u"不是語言組合：%@"_s, invocation.argument));
+        return commandFailed(texts.formatted(u"不是語言組合：%@"_s, invocation.argument));
     const auto removed = services.models().remove(*pair);
     if (!removed)
-        return failedModels(modelProblemText(removed.error(), texts));
+        return commandFailed(modelProblemText(removed.error(), texts));
     return CommandOutput{.answer = texts.formatted(u"已移除：%@"_s, modelName(*pair))};
 }
 

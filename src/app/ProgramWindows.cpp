@@ -32,7 +32,6 @@ void applyDesktopShortcuts(const SettingsStore &settings, bool isOn)
 ProgramWindows::ProgramWindows(Program program)
     : m_program(std::move(program))
     , m_autostart(AutostartEntry::ofUser())
-    , m_launchAtLogin(m_autostart, m_program.services.mainQueue(), m_program.diagnostics)
 {
 }
 
@@ -49,18 +48,19 @@ SettingsServices ProgramWindows::settingsServices()
         .scheduler = m_program.scheduler,
         .mainQueue = services.mainQueue(),
         .keychain = services.keychain(),
-        .launchAtLogin = m_launchAtLogin,
+        .loginItem = m_autostart,
+        .diagnostics = m_program.diagnostics,
         .models = services.models(),
         .modelInstallation = services.modelInstallation(),
         .testConnection = [&services](const auto &completion) { services.testEngine(completion); },
         .onDeviceStatus = [&services] { return services.onDeviceStatus(); },
         .applyDockPresence = m_program.applyDockPresence,
         .hotkeyRecordingChanged =
-            [&hotkeys, registerHotkeys = m_program.registerHotkeys](bool isRecording) {
+            [&hotkeys](bool isRecording) {
                 if (isRecording)
                     hotkeys.unregisterHotkeys();
                 else if (!hotkeys.isRegistered())
-                    registerHotkeys();
+                    hotkeys.registerHotkeys();
             },
         .areHotkeysChosenHere = [&hotkeys] { return hotkeys.areKeysChosenHere(); },
         .keysOfDesktop = [&hotkeys](HotkeyAction action) { return hotkeys.keysOfDesktop(action); },
@@ -74,9 +74,9 @@ SettingsServices ProgramWindows::settingsServices()
                                                           : hotkeys.isToggleHotkeyRefused();
             },
         .areDesktopShortcutsSet = offersDesktopShortcuts ? areDesktopShortcutsSet : std::function<bool()>(),
-        .setDesktopShortcuts = offersDesktopShortcuts
-                                   ? [&settings = services.settings()](bool isOn) { applyDesktopShortcuts(settings, isOn); }
-                                   : std::function<void(bool)>(),
+        .setDesktopShortcuts = offersDesktopShortcuts ? [&settings = services.settings()](
+                                                            bool isOn) { applyDesktopShortcuts(settings, isOn); }
+                                                      : std::function<void(bool)>(),
         .shortcutConfiguration = shortcutConfigurationLine(),
         .fillMenuBar = [&menu = m_program.menu](QMenuBar &bar) { menu.fillMenuBar(bar); },
         .paneFrame = m_program.paneFrame,

@@ -3,7 +3,6 @@
 #include "AutostartEntry.h"
 #include "Callback.h"
 #include "HistoryWindowController.h"
-#include "LaunchAtLogin.h"
 #include "SettingsWindowController.h"
 
 #include <functional>
@@ -32,7 +31,6 @@ public:
         HotkeyManager &hotkeys;
         MainMenu &menu;
         PaneWindowHints &windowHints;
-        std::function<void()> registerHotkeys;
         std::function<void(bool showInDock)> applyDockPresence;
         std::function<QRect()> paneFrame; ///< empty while the pane is hidden
         DiagnosticLine diagnostics;
@@ -56,7 +54,6 @@ private:
 
     const Program m_program;
     AutostartEntry m_autostart;
-    LaunchAtLogin m_launchAtLogin;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<HistoryWindowController> m_historyWindow;
 };

@@ -1,7 +1,7 @@
 #include "RemoteControl.h"
 
 #include "LocalizationManager.h"
-#include "PaneAtStart.h"
+#include "PaneProgram.h"
 #include "RemoteCommands.h"
 
 #include <QCoreApplication>

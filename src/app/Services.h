@@ -28,8 +28,6 @@ public:
     /// `sinks` receive the typed texts that were translated. `patience` is for phrases that are being collected.
     Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience = {});
     ~Services();
-    Services(const Services &) = delete;
-    Services &operator=(const Services &) = delete;
 
     SettingsStore &settings() { return m_settings; }
     LocalizationManager &texts() { return m_texts; }

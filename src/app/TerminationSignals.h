@@ -21,8 +21,6 @@ public:
     /// blocked.
     explicit TerminationSignals(std::function<void()> arrived = {});
     ~TerminationSignals();
-    TerminationSignals(const TerminationSignals &) = delete;
-    TerminationSignals &operator=(const TerminationSignals &) = delete;
 
     /// To be called once there is an application object. Earlier signals aren't lost.
     void listen(std::function<void()> terminate);

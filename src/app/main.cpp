@@ -1,5 +1,4 @@
 #include "CommandLineProgram.h"
-#include "PaneAtStart.h"
 #include "PaneProgram.h"
 
 #include <cstdlib>

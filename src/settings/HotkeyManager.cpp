@@ -7,7 +7,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QWindow>
 
 #include <utility>
 
@@ -35,7 +34,7 @@ HotkeyManager::~HotkeyManager()
     unregisterHotkeys();
 }
 
-void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged)
+void HotkeyManager::registerHotkeys()
 {
     unregisterHotkeys();
     m_isRegistered = true;
@@ -43,12 +42,12 @@ void HotkeyManager::registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged
     m_translateRegistration = registerTranslateHotkey();
     m_liveRegistration = registerLiveHotkey();
     m_hotkeys.setPressedHandler([this](HotkeyAction action) { handlePressed(action); });
-    tellStoredCombination(onHotkeyDisplayChanged);
+    tellStoredCombination();
     // A filter that is installed again moves to the front; there is still only one.
     qApp->installEventFilter(this);
 }
 
-void HotkeyManager::tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const
+void HotkeyManager::tellStoredCombination() const
 {
     const auto flags = quint32(m_settings.read(settings::hotkeyModifiers));
     onHotkeyDisplayChanged(flags, menuKeyOfDisplayString(m_settings.read(settings::hotkeyString)));
@@ -79,7 +78,8 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerToggleHotkey()
 
 std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
 {
-    auto reference = m_hotkeys.registerHotkey(HotkeyAction::TranslateArea, virtualKey::returnKey, hotkeyModifier::option);
+    auto reference =
+        m_hotkeys.registerHotkey(HotkeyAction::TranslateArea, virtualKey::returnKey, hotkeyModifier::option);
     if (!reference) {
         m_diagnostics(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(reference.error()));
         return {};
@@ -91,9 +91,9 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerLiveHotkey()
 {
     if (!m_hotkeys.areKeysChosenHere() || m_settings.read(settings::liveHotkeyString).isEmpty())
         return {};
-    auto reference = m_hotkeys.registerHotkey(
-        HotkeyAction::SwitchLive, quint32(m_settings.read(settings::liveHotkeyCode)),
-        hotkeyModifiersOfFlags(quint64(m_settings.read(settings::liveHotkeyModifiers))));
+    auto reference =
+        m_hotkeys.registerHotkey(HotkeyAction::SwitchLive, quint32(m_settings.read(settings::liveHotkeyCode)),
+                                 hotkeyModifiersOfFlags(quint64(m_settings.read(settings::liveHotkeyModifiers))));
     return reference ? std::move(*reference) : nullptr;
 }
 

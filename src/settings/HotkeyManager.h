@@ -15,7 +15,8 @@ class MainQueue;
 class SettingsStore;
 
 /// The global hotkeys: the stored one that shows and hides the pane, the fixed ⌥Return that translates, and the stored
-/// one that has translations follow the screen, if there is one; and Escape, which hides the pane while its window has the keyboard focus.
+/// one that has translations follow the screen, if there is one; and Escape, which hides the pane while its window has
+/// the keyboard focus.
 class HotkeyManager : public QObject
 {
 public:
@@ -32,13 +33,13 @@ public:
     Callback<> onHideWindow;
 
     /// Gets the stored combination for menus: modifier flags (VirtualKeys.h) and the key in lower case.
-    using DisplayChanged = Callback<quint32, const QString &>;
+    Callback<quint32, const QString &> onHotkeyDisplayChanged;
 
     /// Unregisters everything and registers it again from the settings. A refused hotkey is logged; the other one is
-    /// registered and the callback is called all the same.
-    void registerHotkeys(const DisplayChanged &onHotkeyDisplayChanged = {});
-    /// Calls the callback with the stored combination without registering anything.
-    void tellStoredCombination(const DisplayChanged &onHotkeyDisplayChanged) const;
+    /// registered and `onHotkeyDisplayChanged` is called all the same.
+    void registerHotkeys();
+    /// Calls `onHotkeyDisplayChanged` without registering anything.
+    void tellStoredCombination() const;
     /// Unregisters all hotkeys. Escape still works.
     void unregisterHotkeys();
     bool areKeysChosenHere() const { return m_hotkeys.areKeysChosenHere(); }

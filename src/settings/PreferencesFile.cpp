@@ -5,8 +5,6 @@
 #include "PrivateFile.h"
 #include "RegularFile.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 

@@ -3,7 +3,6 @@
 #include "Callback.h"
 #include "Setting.h"
 
-#include <QHash>
 #include <QJsonValue>
 #include <QObject>
 #include <QString>

@@ -7,7 +7,7 @@
 #include "StatusItem.h"
 #include "TestProgram.h"
 #include "TestTexts.h"
-#include "ToolkitTexts.h"
+#include "ToolkitLanguage.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -50,8 +50,8 @@ private Q_SLOTS:
         const QMenu &application = *menus[0]->menu<QMenu *>();
         item.build();
         QCOMPARE(shown(item.menu()).mid(1),
-                 (QStringList{u"翻譯目前區域 | Alt+Return"_s, u"即時翻譯 | "_s, u"-"_s, u"翻譯歷史紀錄 | "_s, u"設定… | Ctrl+,"_s, u"-"_s,
-                              u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
+                 (QStringList{u"翻譯目前區域 | Alt+Return"_s, u"即時翻譯 | "_s, u"-"_s, u"翻譯歷史紀錄 | "_s,
+                              u"設定… | Ctrl+,"_s, u"-"_s, u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
         for (const int number : {1, 2, 4, 5})
             item.menu().actions()[number]->trigger();
         QCOMPARE(m_done, (QStringList{u"translate"_s, u"live"_s, u"history"_s, u"settings"_s}));
@@ -112,7 +112,7 @@ private Q_SLOTS:
 
     void theToolkitSpeaksTheInterfaceLanguage()
     {
-        ToolkitTexts toolkit;
+        ToolkitLanguage toolkit;
         QStringList words;
         for (const QString &code : {u"zh-Hant"_s, u"zh-Hans"_s, u"ja"_s, u"ko"_s, u"en"_s}) {
             toolkit.use(code);

@@ -101,8 +101,9 @@ private Q_SLOTS:
         QFETCH(quint32, modifiers);
         for (auto value = stored.begin(); value != stored.end(); ++value)
             m->settings.setValue(value.key(), value.value());
-        m->registerHotkeys();
-        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, toggle}, {36, 0x800, translate}}));
+        m->manager.registerHotkeys();
+        QCOMPARE(m->hotkeys.held,
+                 (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, toggle}, {36, 0x800, translate}}));
         QTEST(m->shownFlags, "shownFlags");
         QTEST(m->shownKey, "shownKey");
         QCOMPARE(m->log, QStringList{u"  ✅ Carbon 熱鍵已註冊 keyCode=%1 carbonMods=%2"_s.arg(keyCode).arg(modifiers)});
@@ -111,20 +112,20 @@ private Q_SLOTS:
     void aRefusalIsALineAndStopsNothing()
     {
         m->hotkeys.refused = {toggle, translate};
-        m->registerHotkeys();
+        m->manager.registerHotkeys();
         QCOMPARE(m->log, (QStringList{u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus=-9878"_s,
                                       u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus=-9878"_s}));
         QCOMPARE(m->shownKey, u"t"_s);
         m->hotkeys.refused = {toggle};
-        m->registerHotkeys();
+        m->manager.registerHotkeys();
         QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{36, 0x800, translate}}));
     }
 
     void registeringAgainLeavesOneRegistration()
     {
-        m->registerHotkeys();
+        m->manager.registerHotkeys();
         m->settings.write(settings::hotkeyCode, 40);
-        m->registerHotkeys();
+        m->manager.registerHotkeys();
         QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{40, 0x800, toggle}, {36, 0x800, translate}}));
         m->manager.unregisterHotkeys();
         QVERIFY(m->hotkeys.held.isEmpty() && !m->hotkeys.pressed);
@@ -135,11 +136,11 @@ private Q_SLOTS:
         QStringList called;
         m->manager.onToggleWindow = [&] { called.append(u"toggle"_s); };
         m->manager.onTranslateCurrentArea = [&] { called.append(u"translate"_s); };
-        m->registerHotkeys();
+        m->manager.registerHotkeys();
         QVERIFY(!m->manager.isLiveHotkeyRefused()); // there is none
         m->settings.write(settings::liveHotkeyCode, 37);
         m->settings.write(settings::liveHotkeyString, u"L"_s);
-        m->registerHotkeys();
+        m->manager.registerHotkeys();
         m->manager.onSwitchLive = [&] { called.append(u"live"_s); };
         QCOMPARE(m->hotkeys.held.last(), (PlayedHotkeys::Combination{37, 0, HotkeyAction::SwitchLive}));
         for (const HotkeyAction action : {translate, toggle, HotkeyAction::SwitchLive})
@@ -153,8 +154,8 @@ private Q_SLOTS:
     {
         int hidden = 0;
         m->manager.onHideWindow = [&] { ++hidden; };
-        m->registerHotkeys();
-        m->registerHotkeys(); // one monitor, however often
+        m->manager.registerHotkeys();
+        m->manager.registerHotkeys(); // one monitor, however often
         QWindow window;
         const auto press = [&](Qt::Key key) {
             QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
@@ -212,12 +213,12 @@ private:
         quint32 shownFlags = 0;
         QString shownKey;
 
-        void registerHotkeys()
+        Fixture()
         {
-            manager.registerHotkeys([this](quint32 flags, const QString &key) {
+            manager.onHotkeyDisplayChanged = [this](quint32 flags, const QString &key) {
                 shownFlags = flags;
                 shownKey = key;
-            });
+            };
         }
     };
     std::unique_ptr<Fixture> m;

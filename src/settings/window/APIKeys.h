@@ -9,7 +9,6 @@
 #include <QPointer>
 #include <QSet>
 #include <QString>
-#include <QStringList>
 #include <QThreadPool>
 
 #include <functional>

@@ -1,4 +1,4 @@
-#include "AboutTab.h"
+#include "Tabs.h"
 
 #include "FormSection.h"
 #include "SettingsForm.h"
@@ -40,10 +40,11 @@ QWidget *makeHeader(SettingsForm &form)
 
 } // namespace
 
-AboutTab::AboutTab(SettingsForm &form, QWidget *parent)
-    : FormPage(parent)
+FormPage *makeAboutTab(SettingsForm &form)
 {
-    addSection(makeHeader(form));
+    auto *tab = new FormPage;
+    tab->addSection(makeHeader(form));
+    return tab;
 }
 
 } // namespace lucentra

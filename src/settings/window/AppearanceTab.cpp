@@ -1,4 +1,4 @@
-#include "AppearanceTab.h"
+#include "Tabs.h"
 
 #include "FormSection.h"
 #include "LocalizationManager.h"
@@ -86,8 +86,7 @@ void addFontSize(SettingsForm &form, FormSection &section)
 
 } // namespace
 
-AppearanceTab::AppearanceTab(SettingsForm &form, QWidget *parent)
-    : FormPage(parent)
+FormPage *makeAppearanceTab(SettingsForm &form)
 {
     auto *section = new FormSection(form, u"玻璃板樣式"_s);
     addBorderColor(*section);
@@ -95,7 +94,9 @@ AppearanceTab::AppearanceTab(SettingsForm &form, QWidget *parent)
     addTone(*section);
     addFontFamily(*section);
     addFontSize(form, *section);
-    addSection(section);
+    auto *tab = new FormPage;
+    tab->addSection(section);
+    return tab;
 }
 
 } // namespace lucentra

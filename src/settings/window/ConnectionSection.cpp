@@ -1,6 +1,5 @@
 #include "ConnectionSection.h"
 
-#include "FormColors.h"
 #include "LocalizationManager.h"
 #include "Mnemonics.h"
 #include "SettingsForm.h"

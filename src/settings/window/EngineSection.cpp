@@ -1,13 +1,11 @@
 #include "EngineSection.h"
 
-#include "FormColors.h"
 #include "KeyField.h"
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 #include "StoredAPIKeys.h"
 
 #include <QLabel>
-#include <QLineEdit>
 
 #include <algorithm>
 
@@ -94,9 +92,8 @@ bool EngineSection::isComplete() const
         return false;
     const SettingsStore &store = form().services().settings;
     return !entry.areFieldsRequired ||
-           std::none_of(entry.fields.begin(), entry.fields.end(), [&](const EngineField &field) {
-               return store.read(field.setting).trimmed().isEmpty();
-           });
+           std::none_of(entry.fields.begin(), entry.fields.end(),
+                        [&](const EngineField &field) { return store.read(field.setting).trimmed().isEmpty(); });
 }
 
 } // namespace lucentra

@@ -90,4 +90,10 @@ QLabel *makeSmallPrint(QWidget *parent = nullptr);
 /// Sets a field's text if it differs, so that the cursor keeps its place otherwise.
 void showText(QLineEdit &field, const QString &text);
 
+/// The meaning of a line of the form. Each has a colour that is readable on the palette's background.
+enum class Tone { Quiet, Good, Warning, Bad };
+
+/// Sets a label's colour for the application's current palette.
+void setTone(QLabel &label, Tone tone);
+
 } // namespace lucentra

@@ -1,25 +1,19 @@
-#include "GeneralTab.h"
+#include "Tabs.h"
 
 #include "FormSection.h"
-#include "LaunchAtLogin.h"
 #include "LocalizationManager.h"
+#include "LoginItem.h"
+#include "MainQueue.h"
 #include "Settings.h"
 #include "SettingsForm.h"
-
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-GeneralTab::GeneralTab(SettingsForm &form, QWidget *parent)
-    : FormPage(parent)
-{
-    addLanguageSection(form);
-    addSystemSection(form);
-}
+namespace {
 
-void GeneralTab::addLanguageSection(SettingsForm &form)
+QWidget *makeLanguageSection(SettingsForm &form)
 {
     auto *section = new FormSection(form, u"介面語言"_s);
     QList<PickerOption> options;
@@ -32,21 +26,21 @@ void GeneralTab::addLanguageSection(SettingsForm &form)
                             texts.setLanguage(appLanguageFromRawValue(value.toString()));
                             texts.syncTargetLanguage();
                         }});
-    addSection(section);
+    return section;
 }
 
-void GeneralTab::addSystemSection(SettingsForm &form)
+QWidget *makeSystemSection(SettingsForm &form)
 {
     auto *section = new FormSection(form, u"系統行為"_s);
     const SettingsServices &services = form.services();
-    LaunchAtLogin &launch = services.launchAtLogin;
-    section->addToggle(u"開機自動啟動"_s, {[&launch] { return launch.isEnabled(); },
-                                           [&launch, form = QPointer(&form)](bool isOn) {
-                                               launch.setEnabled(isOn, [form](bool) {
-                                                   if (form)
-                                                       form->refreshValues(); // shows the actual state
-                                               });
-                                           }});
+    const auto launchAtLogin = [&services, &form](bool isOn) {
+        const auto changed = services.loginItem.setEnabled(isOn);
+        if (changed)
+            return;
+        services.diagnostics(u"SMAppService failed: "_s + changed.error().description);
+        services.mainQueue.post(&form, [&form] { form.refreshValues(); }); // shows the actual state
+    };
+    section->addToggle(u"開機自動啟動"_s, {[&services] { return services.loginItem.isEnabled(); }, launchAtLogin});
     section->addToggle(u"失去焦點時自動隱藏玻璃板"_s, section->stored<bool>(settings::autoHide));
     section->addToggle(u"翻譯完成後自動複製到剪貼簿"_s, section->stored<bool>(settings::autoCopy));
     auto inDock = section->stored<bool>(settings::showInDock);
@@ -55,7 +49,17 @@ void GeneralTab::addSystemSection(SettingsForm &form)
         apply(isOn);
     };
     section->addToggle(u"在下方 Dock 欄顯示圖示"_s, inDock);
-    addSection(section);
+    return section;
+}
+
+} // namespace
+
+FormPage *makeGeneralTab(SettingsForm &form)
+{
+    auto *tab = new FormPage;
+    tab->addSection(makeLanguageSection(form));
+    tab->addSection(makeSystemSection(form));
+    return tab;
 }
 
 } // namespace lucentra

@@ -1,6 +1,5 @@
 #include "HotkeyTab.h"
 
-#include "FormColors.h"
 #include "FormSection.h"
 #include "HotkeyRow.h"
 #include "Mnemonics.h"
@@ -38,9 +37,9 @@ HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
 void HotkeyTab::addRecorder(FormSection &section)
 {
     const SettingsServices &services = m_form.services();
-    m_recorder = new HotkeyRow(services.settings,
-                               {settings::hotkeyCode, settings::hotkeyModifiers, settings::hotkeyString}, services.texts,
-                               services.scheduler);
+    m_recorder =
+        new HotkeyRow(services.settings, {settings::hotkeyCode, settings::hotkeyModifiers, settings::hotkeyString},
+                      services.texts, services.scheduler);
     constexpr int recorderWidth = 120;
     m_recorder->setMinimumWidth(recorderWidth);
     m_recorder->onRecordingChanged = [this, change = services.hotkeyRecordingChanged](bool isRecording) {
@@ -122,12 +121,11 @@ void HotkeyTab::addDesktopShortcuts(FormSection &section)
 {
     const SettingsServices &services = m_form.services();
     if (services.setDesktopShortcuts)
-        section.addToggle(
-            u"由桌面的快捷鍵呼叫 Lucentra"_s,
-            {services.areDesktopShortcutsSet, [this, set = services.setDesktopShortcuts](bool isOn) {
-                 set(isOn);
-                 showStored();
-             }});
+        section.addToggle(u"由桌面的快捷鍵呼叫 Lucentra"_s,
+                          {services.areDesktopShortcutsSet, [this, set = services.setDesktopShortcuts](bool isOn) {
+                               set(isOn);
+                               showStored();
+                           }});
     addKeyDialog(section);
     if (services.shortcutConfiguration.isEmpty())
         return;

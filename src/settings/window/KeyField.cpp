@@ -4,7 +4,6 @@
 #include "SettingsForm.h"
 #include "Symbol.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QToolButton>
 

@@ -8,7 +8,6 @@
 #include <QMenuBar>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QVariant>
 
 #include <algorithm>
 

@@ -1,6 +1,5 @@
 #include "ModelsSection.h"
 
-#include "FormColors.h"
 #include "Language.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
@@ -179,8 +178,7 @@ void ModelsSection::showOffer()
     QString title = routeTitle(wanted(), needed.steps);
     if (needed.packedSize > 0)
         title += u", "_s + form().services().texts.formatted(u"約 %@"_s, megabyteText(needed.packedSize));
-    setMnemonicText(*m_download,
-                    form().services().texts.formatted(isBegun ? u"繼續下載 %@"_s : u"下載 %@"_s, title));
+    setMnemonicText(*m_download, form().services().texts.formatted(isBegun ? u"繼續下載 %@"_s : u"下載 %@"_s, title));
     m_download->parentWidget()->parentWidget()->setVisible(!needed.pairs.isEmpty() && !isRunning);
     m_source->setEnabled(!isRunning);
     QStringList titles;
@@ -208,10 +206,9 @@ void ModelsSection::showInstallation()
     QStringList titles;
     for (const LanguagePair &pair : progress.models)
         titles.append(modelTitle(pair));
-    m_progress->setText(isListed
-                            ? texts.formatted(u"%@：%@，共 %@"_s, titles.join(u", "_s), megabyteText(progress.bytes),
-                                              megabyteText(progress.total))
-                            : texts.localized(u"正在取得模型清單…"_s));
+    m_progress->setText(isListed ? texts.formatted(u"%@：%@，共 %@"_s, titles.join(u", "_s),
+                                                   megabyteText(progress.bytes), megabyteText(progress.total))
+                                 : texts.localized(u"正在取得模型清單…"_s));
     m_bar->setAccessibleName(m_progress->text());
     setMnemonicText(*m_cancel, texts.localized(u"取消下載"_s));
     const auto &problem = installation.problem() ? installation.problem() : m_problem;

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 

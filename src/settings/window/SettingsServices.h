@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "GlobalHotkeys.h"
 #include "OnDeviceTranslationService.h"
 #include "Result.h"
@@ -15,8 +16,8 @@ class QMenuBar;
 namespace lucentra {
 
 class KeychainStore;
-class LaunchAtLogin;
 class LocalizationManager;
+class LoginItem;
 class MainQueue;
 class ModelInstallation;
 class Scheduler;
@@ -31,7 +32,8 @@ struct SettingsServices
     Scheduler &scheduler;
     MainQueue &mainQueue;
     const KeychainStore &keychain;
-    LaunchAtLogin &launchAtLogin;
+    LoginItem &loginItem;
+    const DiagnosticLine &diagnostics;
     TranslationModels &models; ///< called on a worker
     ModelInstallation &modelInstallation;
 

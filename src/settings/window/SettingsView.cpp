@@ -1,11 +1,9 @@
 #include "SettingsView.h"
 
-#include "AboutTab.h"
-#include "AppearanceTab.h"
-#include "GeneralTab.h"
 #include "HotkeyTab.h"
 #include "Mnemonics.h"
 #include "Symbol.h"
+#include "Tabs.h"
 #include "TranslationTab.h"
 
 #include <QEvent>
@@ -25,11 +23,11 @@ SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWid
     setDocumentMode(true);
     setUsesScrollButtons(false); // the window is wide enough for all tabs
     setIconSize(QSize(20, 20));
-    addPage(new GeneralTab(m_form), u"一般"_s, u"gearshape"_s);
+    addPage(makeGeneralTab(m_form), u"一般"_s, u"gearshape"_s);
     addPage(m_translation, u"翻譯"_s, u"book"_s);
-    addPage(new AppearanceTab(m_form), u"外觀"_s, u"palette"_s);
+    addPage(makeAppearanceTab(m_form), u"外觀"_s, u"palette"_s);
     addPage(new HotkeyTab(m_form), u"快捷鍵"_s, u"keyboard"_s);
-    addPage(new AboutTab(m_form), u"關於"_s, u"info"_s);
+    addPage(makeAboutTab(m_form), u"關於"_s, u"info"_s);
     tabBar()->lower(); // so that a screen reader reads it before the page
     m_form.onRefreshed = [this] { assignLetters(); };
     showSymbols();

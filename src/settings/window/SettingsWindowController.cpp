@@ -4,7 +4,6 @@
 #include "SettingsView.h"
 
 #include <QEvent>
-#include <QGuiApplication>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>

@@ -2,8 +2,8 @@
 
 #include "APIKeys.h"
 #include "ConnectionSection.h"
-#include "ConsentSection.h"
 #include "EngineSection.h"
+#include "FormLink.h"
 #include "Language.h"
 #include "LocalizationManager.h"
 #include "ModelsSection.h"
@@ -12,8 +12,10 @@
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 
+#include <QFileInfo>
 #include <QLayout>
 #include <QPointer>
+#include <QUrl>
 
 #include <utility>
 
@@ -37,6 +39,33 @@ QList<PickerOption> targetOptions()
     for (const Language &language : targetLanguages)
         options.append({language.name.toString(), QString(language.code)});
     return options;
+}
+
+/// In the interface language if there is such a page.
+QUrl privacyPage(const QString &pagesFolder, const QString &languageCode)
+{
+    const auto path = [&](const QString &language) { return pagesFolder + u"/privacy_"_s + language + u".html"_s; };
+    const QString own = path(languageCode);
+    return QUrl::fromLocalFile(QFileInfo::exists(own) ? own : path(u"en"_s));
+}
+
+/// The consent to send text to one remote engine, with an explanation and a link to the privacy policy.
+FormSection *makeConsentSection(SettingsForm &form, TranslationEngine engine)
+{
+    const LocalizationManager &texts = form.services().texts;
+    const auto provider = [&texts, engine] { return remoteProviderName(engine, texts).value_or(QString()); };
+    auto *section = new FormSection(form, u"資料傳送與隱私"_s);
+    section->addToggle([&texts, provider] { return texts.formatted(u"允許將文字傳送至 %@"_s, provider()); },
+                       section->stored<bool>(settings::consentKey(qint64(engine))));
+    section->addParagraph([&texts, provider] {
+        return texts.formatted(
+            u"辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。"_s,
+            provider());
+    });
+    section->addWidget(new FormLink(form, u"閱讀隱私權政策"_s, [&form] {
+        return privacyPage(form.services().pagesFolder, form.services().texts.resolvedLanguageCode());
+    }));
+    return section;
 }
 
 } // namespace
@@ -101,7 +130,7 @@ void TranslationTab::addEngineSections()
             m_connection->refresh();
         };
         m_engines[number] = engine;
-        m_consents[number] = new ConsentSection(m_form, entry.engine);
+        m_consents[number] = makeConsentSection(m_form, entry.engine);
         addSection(engine);
         addSection(m_consents[number]);
     }

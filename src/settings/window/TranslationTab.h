@@ -10,8 +10,8 @@ namespace lucentra {
 
 class APIKeys;
 class ConnectionSection;
-class ConsentSection;
 class EngineSection;
+class FormSection;
 class ModelsSection;
 class OnDeviceSection;
 
@@ -34,8 +34,8 @@ private:
 
     SettingsForm &m_form;
     APIKeys &m_keys;
-    std::array<EngineSection *, 8> m_engines{};   ///< by engine number
-    std::array<ConsentSection *, 8> m_consents{}; ///< by engine number; null for the on-device engine
+    std::array<EngineSection *, 8> m_engines{}; ///< by engine number
+    std::array<FormSection *, 8> m_consents{};  ///< by engine number; null for the on-device engine
     OnDeviceSection *m_onDevice = nullptr;
     ModelsSection *m_models = nullptr;
     ConnectionSection *m_connection = nullptr;

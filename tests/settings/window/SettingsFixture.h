@@ -3,7 +3,6 @@
 #include "APIKeys.h"
 #include "FakeSecretStorage.h"
 #include "KeychainStore.h"
-#include "LaunchAtLogin.h"
 #include "LocalizationManager.h"
 #include "LoginItem.h"
 #include "MainQueue.h"
@@ -57,7 +56,7 @@ struct SettingsFixture
     FakeSecretStorage secrets;
     KeychainStore keychain{secrets, QStringLiteral("test"), {}};
     RefusedLoginItem loginItem;
-    LaunchAtLogin launchAtLogin{loginItem, mainQueue, {}};
+    DiagnosticLine diagnostics;
     FakeModels models;
     ModelInstallation modelInstallation{models, mainQueue};
     QStringList posted;
@@ -70,7 +69,8 @@ struct SettingsFixture
         .scheduler = scheduler,
         .mainQueue = mainQueue,
         .keychain = keychain,
-        .launchAtLogin = launchAtLogin,
+        .loginItem = loginItem,
+        .diagnostics = diagnostics,
         .models = models,
         .modelInstallation = modelInstallation,
         .testConnection =
