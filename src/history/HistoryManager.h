@@ -10,7 +10,6 @@
 #include <QUuid>
 
 #include <deque>
-#include <functional>
 #include <optional>
 #include <utility>
 

@@ -2,7 +2,6 @@
 
 #include "LanguageIdentifier.h"
 
-#include <algorithm>
 #include <future>
 #include <map>
 

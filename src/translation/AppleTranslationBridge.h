@@ -20,8 +20,6 @@ class AppleTranslationBridge
 public:
     AppleTranslationBridge(LanguageIdentifier &identifier, OnDeviceTranslationService &service);
     ~AppleTranslationBridge();
-    AppleTranslationBridge(const AppleTranslationBridge &) = delete;
-    AppleTranslationBridge &operator=(const AppleTranslationBridge &) = delete;
 
     /// The view that the translations are for. Without it, or once it is destroyed, texts are returned unchanged. On
     /// the desktop that this interface comes from, the system's service needed a view; here it only needs to exist.
@@ -29,7 +27,8 @@ public:
 
     /// Translates each text into a language ("zh-Hant", "en" ...). A text is returned unchanged if its language is
     /// unknown or the target (any Chinese for a Chinese target), or if it can't be translated. Blocks; any thread, but
-    /// not the main one. Ends early once `isWanted`, which is called on several threads and may be unset, returns false.
+    /// not the main one. Ends early once `isWanted`, which is called on several threads and may be unset, returns
+    /// false.
     OnDeviceTranslations translate(const QStringList &texts, const QString &targetLanguage,
                                    const std::function<bool()> &isWanted = {}) const;
 

@@ -3,11 +3,9 @@
 #include "Json.h"
 #include "TranslationError.h"
 
-#include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QJsonArray>
 #include <QList>
 #include <QString>

@@ -72,9 +72,9 @@ private:
 
 /// Blocking HTTP requests. Any number of threads concurrently; none waits for another.
 ///
-/// Connections and TLS sessions are reused. TLS is always verified. Redirects are followed within the same origin (scheme,
-/// host and port), unless the request allows more; others are returned as answers. Uses the desktop's proxies, except for
-/// loopback addresses.
+/// Connections and TLS sessions are reused. TLS is always verified. Redirects are followed within the same origin
+/// (scheme, host and port), unless the request allows more; others are returned as answers. Uses the desktop's proxies,
+/// except for loopback addresses.
 class HttpSession
 {
 public:
@@ -96,8 +96,6 @@ public:
     HttpSession();
     explicit HttpSession(Options options);
     ~HttpSession(); ///< no request may be under way; see `cancelAll`
-    HttpSession(const HttpSession &) = delete;
-    HttpSession &operator=(const HttpSession &) = delete;
 
     /// Sends the request and waits for the whole answer. Throws `TransportError`.
     HttpResponse send(const HttpRequest &request) const;

@@ -7,7 +7,6 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -20,8 +19,8 @@ constexpr qint64 progressMilliseconds = 100;
 
 const OfferedModel *findOffer(const QList<OfferedModel> &offers, const LanguagePair &pair)
 {
-    const auto found = std::find_if(offers.begin(), offers.end(),
-                                    [&pair](const OfferedModel &offer) { return offer.pair == pair; });
+    const auto found =
+        std::find_if(offers.begin(), offers.end(), [&pair](const OfferedModel &offer) { return offer.pair == pair; });
     return found == offers.end() ? nullptr : &*found;
 }
 

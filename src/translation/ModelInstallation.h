@@ -7,7 +7,6 @@
 #include <QThreadPool>
 
 #include <atomic>
-#include <memory>
 
 namespace lucentra {
 

@@ -10,7 +10,6 @@
 #include <QStringList>
 
 #include <functional>
-#include <optional>
 
 namespace lucentra {
 

@@ -1,7 +1,6 @@
 #include "BalancedLines.h"
 
 #include <QFontMetrics>
-#include <QRect>
 
 namespace lucentra {
 

@@ -336,7 +336,7 @@ void HistoryListView::mouseReleaseEvent(QMouseEvent *event)
     const auto action = actionAt(event->pos());
     if (pressed && action == pressed->second && m_model.item(index.row()).id == pressed->first)
         Q_EMIT actionTriggered(index, *action);
-    hover(event->pos()); // another row may lie here now
+    hover(event->pos()); // another row may be here now
 }
 
 void HistoryListView::mouseDoubleClickEvent(QMouseEvent *event)

@@ -9,8 +9,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <climits>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 

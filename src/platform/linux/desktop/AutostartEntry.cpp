@@ -3,7 +3,6 @@
 #include "LauncherPath.h"
 #include "PrivateFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>

@@ -8,7 +8,6 @@
 #include <QStandardPaths>
 #include <QStringList>
 
-#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -29,8 +28,8 @@ struct ShortcutEntry
     QString command; ///< of the program
 };
 
-const std::array<ShortcutEntry, 2> ourEntries{{{entryFolder + u"lucentra-toggle/"_s, u"toggle"_s},
-                                               {entryFolder + u"lucentra-translate/"_s, u"translate"_s}}};
+const std::array<ShortcutEntry, 2> ourEntries{
+    {{entryFolder + u"lucentra-toggle/"_s, u"toggle"_s}, {entryFolder + u"lucentra-translate/"_s, u"translate"_s}}};
 
 using Settings = GObjectPointer<GSettings>;
 

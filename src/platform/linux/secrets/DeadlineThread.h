@@ -26,8 +26,6 @@ public:
     explicit DeadlineThread(std::function<void()> atEnd);
     /// Cancels the running call and waits for it.
     ~DeadlineThread();
-    DeadlineThread(const DeadlineThread &) = delete;
-    DeadlineThread &operator=(const DeadlineThread &) = delete;
 
     /// Returns the function's result, or nullopt if it doesn't return within the limit. Any thread but this one. The
     /// function may still run for a moment after its cancellation, so it must capture values, not references.

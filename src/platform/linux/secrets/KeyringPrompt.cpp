@@ -76,8 +76,6 @@ struct KeyringPrompt::Shown
     {
     }
     ~Shown() { g_dbus_connection_signal_unsubscribe(m_bus.get(), m_subscription); }
-    Shown(const Shown &) = delete;
-    Shown &operator=(const Shown &) = delete;
 
     const QByteArray owner;
     bool isOpen = true;

@@ -28,8 +28,6 @@ public:
 
     explicit KeyringPrompt(Clock clock);
     ~KeyringPrompt();
-    KeyringPrompt(const KeyringPrompt &) = delete;
-    KeyringPrompt &operator=(const KeyringPrompt &) = delete;
 
     /// Starts the prompt; takes about a second at most. Errors are ignored, since the caller's own failure says what is
     /// missing.

@@ -27,8 +27,6 @@ class SecretServiceClient
 public:
     explicit SecretServiceClient(KeyringPrompt::Clock clock);
     ~SecretServiceClient();
-    SecretServiceClient(const SecretServiceClient &) = delete;
-    SecretServiceClient &operator=(const SecretServiceClient &) = delete;
 
     /// The secrets of a service by account, or only that of the given account. If an account has two items, the newer
     /// one counts. Fails if any of the items is locked.
