@@ -8,6 +8,7 @@
 #include "VirtualKeys.h"
 
 #include <QGuiApplication>
+#include <QJsonObject>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 #include <QTest>

@@ -7,6 +7,9 @@
 
 namespace lucentra {
 
+/// A longer message is a page of help, not a phrase of an interface.
+inline constexpr qsizetype longestMessage = 2000;
+
 /// Called for each message of a catalogue: its source text, as bytes that should be UTF-8, and its translation, both
 /// unchanged, with mnemonics and placeholders. Of a message with plural forms, each form that has a source
 /// text of its own is a message.

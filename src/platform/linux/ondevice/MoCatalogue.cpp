@@ -10,11 +10,9 @@ namespace lucentra {
 
 namespace {
 
-constexpr quint32 magic = 0x950412de;
+constexpr quint32 moMagic = 0x950412de;
 constexpr qsizetype headerSize = 20;
 constexpr char contextEnd = '\x04';
-/// A longer message is a page of help, not a phrase of an interface.
-constexpr qsizetype longestMessage = 2000;
 
 class MoFile
 {
@@ -29,8 +27,8 @@ public:
     {
         if (m_bytes.size() < headerSize)
             return false;
-        m_isSwapped = word(0) != magic;
-        if (word(0) != magic)
+        m_isSwapped = word(0) != moMagic;
+        if (word(0) != moMagic)
             return false;
         const quint32 majorRevision = word(4) >> 16;
         m_count = word(8);

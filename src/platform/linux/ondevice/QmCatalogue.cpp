@@ -7,10 +7,8 @@ namespace lucentra {
 
 namespace {
 
-constexpr QByteArrayView magic("\x3c\xb8\x64\x18\xca\xef\x9c\x95\xcd\x21\x1c\xbf\x60\xa1\xbd\xdd");
+constexpr QByteArrayView qmMagic("\x3c\xb8\x64\x18\xca\xef\x9c\x95\xcd\x21\x1c\xbf\x60\xa1\xbd\xdd");
 constexpr uchar messagesSection = 0x69;
-/// A longer message is a page of help, not a phrase of an interface.
-constexpr qsizetype longestMessage = 2000;
 
 enum Tag : quint8 {
     End = 1,
@@ -66,11 +64,11 @@ void readMessages(const QByteArray &section, const MessageVisitor &visit)
 
 bool readQmCatalogue(QByteArrayView bytes, const MessageVisitor &visit)
 {
-    if (!bytes.startsWith(magic))
+    if (!bytes.startsWith(qmMagic))
         return false;
     const QByteArray sections = QByteArray::fromRawData(bytes.data(), bytes.size());
     QDataStream stream(sections);
-    stream.skipRawData(int(magic.size()));
+    stream.skipRawData(int(qmMagic.size()));
     while (!stream.atEnd()) {
         quint8 tag = 0;
         quint32 size = 0;
