@@ -75,8 +75,7 @@ int main(int argc, char *argv[])
 
     const double before = resident(false);
     const double ownBefore = resident(true);
-    tl::expected<std::shared_ptr<const NeuralModel>, NeuralModelError> model;
-    printTimes("load", runs, [&] { model = NeuralModel::open(folder); });
+    const auto model = NeuralModel::open(folder);
     if (!model) {
         std::fprintf(stderr, "%s\n", qPrintable(model.error().detail));
         return 1;
@@ -87,6 +86,7 @@ int main(int argc, char *argv[])
     constexpr int passThreads = 2;
     translate(sentences, passThreads);
     std::printf("memory\t%.1f\t%.1f\n", resident(false) - before, resident(true) - ownBefore);
+    printTimes("load", runs, [&] { NeuralModel::open(folder); });
     qsizetype next = 0;
     printTimes("sentence", 5 * runs, [&] { translate({sentences[next++ % sentences.size()]}, 1); });
     printTimes("pass", runs, [&] { translate(sentences, passThreads); });
