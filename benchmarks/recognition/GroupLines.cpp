@@ -23,16 +23,16 @@ QJsonObject grouped(const QJsonObject &picture)
     for (const QJsonValue &line : picture[u"lines"_s].toArray()) {
         const QRectF rect(line[u"x"_s].toDouble(), line[u"y"_s].toDouble(), line[u"width"_s].toDouble(),
                           line[u"height"_s].toDouble());
-        lines.append({line[u"text"_s].toString(), QRectF(rect.x() / size.width(), 1 - rect.bottom() / size.height(),
-                                                         rect.width() / size.width(), rect.height() / size.height())});
+        lines.append({line[u"text"_s].toString(), NormBox::of(rect, size)});
     }
     QJsonArray blocks;
     for (const TextBlock &block : paragraphsFromLines(lines, size)) {
+        const QRectF rect = block.normBox.in(size);
         blocks.append(QJsonObject{{u"text"_s, block.text},
-                                  {u"x"_s, block.normBox.x() * size.width()},
-                                  {u"y"_s, (1 - block.normBox.bottom()) * size.height()},
-                                  {u"width"_s, block.normBox.width() * size.width()},
-                                  {u"height"_s, block.normBox.height() * size.height()}});
+                                  {u"x"_s, rect.x()},
+                                  {u"y"_s, rect.y()},
+                                  {u"width"_s, rect.width()},
+                                  {u"height"_s, rect.height()}});
     }
     return {{u"blocks"_s, blocks}};
 }

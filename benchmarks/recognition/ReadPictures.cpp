@@ -19,12 +19,12 @@ namespace {
 
 QJsonObject lineObject(const RecognizedTextObservation &line, const QSize &size)
 {
-    const QRectF &box = line.boundingBox;
+    const QRectF rect = line.boundingBox.in(size);
     return {{u"text"_s, line.candidates.value(0)},
-            {u"x"_s, box.x() * size.width()},
-            {u"y"_s, (1 - box.y() - box.height()) * size.height()},
-            {u"width"_s, box.width() * size.width()},
-            {u"height"_s, box.height() * size.height()}};
+            {u"x"_s, rect.x()},
+            {u"y"_s, rect.y()},
+            {u"width"_s, rect.width()},
+            {u"height"_s, rect.height()}};
 }
 
 QJsonObject readPicture(ScreenTextRecognizer &recognizer, const QString &path)

@@ -214,9 +214,9 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
     stages.finish(u"recognize"_s);
     QJsonArray lines;
     for (const TextBlock &block : blocks) {
-        const QRectF &box = block.normBox;
+        const NormBox &box = block.normBox;
         lines.append(QJsonObject{{u"text"_s, block.text},
-                                 {u"normBox"_s, QJsonArray{box.x(), box.y(), box.width(), box.height()}}});
+                                 {u"normBox"_s, QJsonArray{box.x, box.y, box.width, box.height}}});
     }
     return outputOf(QJsonObject{{u"width"_s, picture->width()}, {u"height"_s, picture->height()}, {u"blocks"_s, lines}},
                     invocation, stages);

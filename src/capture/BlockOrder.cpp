@@ -62,12 +62,9 @@ public:
     BlockOrder(const QList<TextBlock> &blocks, const QSizeF &size)
     {
         for (const TextBlock &block : blocks) {
-            const QRectF &box = block.normBox;
-            const double em = block.lineHeight > 0 ? block.lineHeight : box.height();
-            m_blocks.push_back({{box.x() * size.width(), (1 - box.y() - box.height()) * size.height(),
-                                 box.width() * size.width(), box.height() * size.height()},
-                                std::max(1.0, em * size.height()),
-                                block.lineCount > 1});
+            const double em = block.lineHeight > 0 ? block.lineHeight : block.normBox.height;
+            m_blocks.push_back(
+                {block.normBox.in(size), std::max(1.0, em * size.height()), block.lineCount > 1});
         }
         findHeadings();
         findColumns();

@@ -85,10 +85,8 @@ PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
 {
     std::vector<Line> pieces;
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QRectF &box = lines[i].normBox;
         Line line{.text = lines[i].text.trimmed(),
-                  .rect = {box.x() * imageSize.width(), (1 - box.y() - box.height()) * imageSize.height(),
-                           box.width() * imageSize.width(), box.height() * imageSize.height()},
+                  .rect = lines[i].normBox.in(imageSize),
                   .pieces = {i}};
         if (u"（「『《〈【"_s.contains(line.text.left(1))) // the ink of these is in the right half
             line.rect.setLeft(line.rect.left() - openingSpace * line.em());

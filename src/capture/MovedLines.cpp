@@ -119,7 +119,7 @@ ScreenReading movedReading(const ScreenReading &former, const QImage &now, const
         if (*shifts[i] != 0) {
             const QRect place = pixelsOf(line.normBox, now.size()).translated(0, *shifts[i]) & now.rect();
             painter.drawImage(place.topLeft(), now, place);
-            line.normBox.translate(0, -double(*shifts[i]) / now.height());
+            line.normBox.y -= double(*shifts[i]) / now.height();
         }
         moved.lines.append(line);
     }

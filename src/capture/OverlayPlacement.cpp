@@ -100,13 +100,12 @@ void setLimits(QList<TranslationOverlayCandidate> &candidates, double paneHeight
 
 } // namespace
 
-QRectF paneRect(const QRectF &normBox, const QSizeF &paneSize)
+QRectF paneRect(const NormBox &normBox, const QSizeF &paneSize)
 {
-    const double width = std::max(1.0, paneSize.width() - 2 * captureInset);
-    const double height = std::max(1.0, paneSize.height() - 2 * captureInset);
-    const double top = 1 - (normBox.y() + normBox.height());
-    return {std::round(width * normBox.x()) + captureInset, std::round(height * top) + captureInset,
-            std::round(width * normBox.width()), std::round(height * normBox.height())};
+    const QRectF rect = normBox.in({std::max(1.0, paneSize.width() - 2 * captureInset),
+                                    std::max(1.0, paneSize.height() - 2 * captureInset)});
+    return {std::round(rect.x()) + captureInset, std::round(rect.y()) + captureInset, std::round(rect.width()),
+            std::round(rect.height())};
 }
 
 QString textForBlock(const QList<TextBlock> &blocks, const QStringList &translations, qsizetype index)

@@ -46,7 +46,7 @@ struct OverlayPlacement
 };
 
 /// Maps a box of the captured image to the pane, in whole points. Adds the capture's inset.
-QRectF paneRect(const QRectF &normBox, const QSizeF &paneSize);
+QRectF paneRect(const NormBox &normBox, const QSizeF &paneSize);
 
 /// The text to show for a block: its translation, or its own text if there is none.
 QString textForBlock(const QList<TextBlock> &blocks, const QStringList &translations, qsizetype index);

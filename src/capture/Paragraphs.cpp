@@ -291,8 +291,7 @@ TextBlock Paragraphs::block(const Run &lines, Links kind) const
         heights.append(line->em());
     }
     std::sort(heights.begin(), heights.end());
-    block.normBox = {area.x() / m_size.width(), 1 - area.bottom() / m_size.height(), area.width() / m_size.width(),
-                     area.height() / m_size.height()};
+    block.normBox = NormBox::of(area, m_size);
     block.lineHeight = heights[heights.size() / 2] / m_size.height();
     block.lineCount = int(lines.size());
     block.lineDistance = distance(*lines.front(), *lines.back()) / double(lines.size() - 1) / m_size.height();

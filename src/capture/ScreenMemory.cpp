@@ -12,13 +12,13 @@ std::optional<ShownBlock> movedBlock(ShownBlock shown, const QList<TextLine> &li
 {
     std::optional<int> common;
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        if (!shown.block.normBox.contains(lines[i].normBox.center()))
+        if (!shown.block.normBox.unitRect().contains(lines[i].normBox.unitRect().center()))
             continue;
         if (!shifts[i] || common.value_or(*shifts[i]) != *shifts[i])
             return std::nullopt;
         common = shifts[i];
     }
-    shown.block.normBox.translate(0, -double(common.value_or(0)) / height);
+    shown.block.normBox.y -= double(common.value_or(0)) / height;
     return shown;
 }
 

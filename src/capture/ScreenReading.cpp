@@ -185,12 +185,13 @@ private:
     /// Puts a line behind the one above it, or else before the one below it.
     void insert(QList<TextLine> &lines, const TextLine &line) const
     {
-        const QRectF box = line.normBox; // y upwards
+        const QRectF box = line.normBox.unitRect();
         const auto sharesColumn = [&](const TextLine &other) {
-            return other.normBox.left() < box.right() && other.normBox.right() > box.left();
+            const QRectF rect = other.normBox.unitRect();
+            return rect.left() < box.right() && rect.right() > box.left();
         };
         const auto isAbove = [&](const TextLine &other) {
-            return sharesColumn(other) && other.normBox.center().y() > box.center().y();
+            return sharesColumn(other) && other.normBox.unitRect().center().y() < box.center().y();
         };
         const auto above = std::find_if(lines.rbegin(), lines.rend(), isAbove);
         lines.insert(above != lines.rend() ? above.base() : std::find_if(lines.begin(), lines.end(), sharesColumn),
@@ -207,13 +208,10 @@ private:
 
 } // namespace
 
-QRect pixelsOf(const QRectF &normBox, const QSize &size)
+QRect pixelsOf(const NormBox &normBox, const QSize &size)
 {
     constexpr double rounding = 0.01; // of a box that was made of whole pixels
-    return QRectF(normBox.x() * size.width(), (1 - normBox.y() - normBox.height()) * size.height(),
-                  normBox.width() * size.width(), normBox.height() * size.height())
-        .adjusted(rounding, rounding, -rounding, -rounding)
-        .toAlignedRect();
+    return normBox.in(size).adjusted(rounding, rounding, -rounding, -rounding).toAlignedRect();
 }
 
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,

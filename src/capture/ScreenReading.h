@@ -19,8 +19,8 @@ struct ScreenReading
 /// Reads a part of a picture (pixels). The boxes are fractions of the whole picture.
 using ReadPart = std::function<QList<TextLine>(const QRect &part)>;
 
-/// The place of a normalized box (origin bottom-left, y upwards) in a picture, in whole pixels.
-QRect pixelsOf(const QRectF &normBox, const QSize &size);
+/// The place of a box in a picture, in whole pixels.
+QRect pixelsOf(const NormBox &normBox, const QSize &size);
 
 /// Reads what has changed since a former reading and keeps the rest: lines whose pixels are the same, at their place or
 /// moved up or down, and lines whose letters are the same while what is behind them moves. `changed` contains all that differs, in pixels; it and the

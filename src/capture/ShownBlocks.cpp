@@ -44,7 +44,7 @@ public:
         }
         ShownBlock written{.block = block, .begun = m_time, .changed = m_time};
         const ShownBlock *shorter =
-            take([&](const ShownBlock &each) { return isSamePlace(each.block.normBox, block.normBox) &&
+            take([&](const ShownBlock &each) { return isSamePlace(each.block.normBox.unitRect(), block.normBox.unitRect()) &&
                                                       continues(block.text, each.block.text); },
                  block);
         if (shorter) {
@@ -66,7 +66,7 @@ private:
         for (qsizetype i = 0; i < m_former.size(); ++i) {
             if (m_isTaken[size_t(i)] || !isWanted(m_former[i]))
                 continue;
-            const bool isHere = isSamePlace(m_former[i].block.normBox, block.normBox);
+            const bool isHere = isSamePlace(m_former[i].block.normBox.unitRect(), block.normBox.unitRect());
             if (!best || isHere)
                 best = i;
             if (isHere)
@@ -86,7 +86,7 @@ private:
 } // namespace
 
 BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now,
-                          const std::function<bool(const QRectF &normBox)> &isUnsettled,
+                          const std::function<bool(const NormBox &)> &isUnsettled,
                           std::chrono::milliseconds time)
 {
     BlockChange change;

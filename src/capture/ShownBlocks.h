@@ -35,7 +35,7 @@ struct BlockChange
 /// been the same for a while, or at most a second. It is being written if it begins with the text that was at its place,
 /// or if `isUnsettled` says of its box that the screen there doesn't rest.
 BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now,
-                          const std::function<bool(const QRectF &normBox)> &isUnsettled,
+                          const std::function<bool(const NormBox &)> &isUnsettled,
                           std::chrono::milliseconds time);
 
 } // namespace lucentra

@@ -62,7 +62,7 @@ QList<TextBlock> blocksFromLines(const QList<TextLine> &lines)
 {
     QList<TextBlock> blocks;
     for (const TextLine &line : lines)
-        blocks.append({line.text, line.normBox, line.normBox.height()});
+        blocks.append({line.text, line.normBox, line.normBox.height});
     return blocks;
 }
 
@@ -113,13 +113,8 @@ RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, 
     found.lines = linesFromObservations(*observations);
     if (isWhole)
         return found;
-    const QRectF share(double(part.x()) / image.width(), 1 - double(part.y() + part.height()) / image.height(),
-                       double(part.width()) / image.width(), double(part.height()) / image.height());
-    for (TextLine &line : found.lines) {
-        const QRectF box = line.normBox;
-        line.normBox = {share.x() + box.x() * share.width(), share.y() + box.y() * share.height(),
-                        box.width() * share.width(), box.height() * share.height()};
-    }
+    for (TextLine &line : found.lines)
+        line.normBox = NormBox::of(line.normBox.in(part.size()).translated(part.topLeft()), image.size());
     return found;
 }
 

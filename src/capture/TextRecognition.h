@@ -19,7 +19,7 @@ TextRecognitionRequest passRequest();
 struct TextLine
 {
     QString text;   ///< exactly as recognized
-    QRectF normBox; ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
+    NormBox normBox; ///< in the captured image
     bool isVertical = false; ///< a column
 };
 

@@ -243,7 +243,7 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
         composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
-        [&](const QRectF &box) { return change.unsettled.intersects(pixelsOf(box, size)); }, change.time);
+        [&](const NormBox &box) { return change.unsettled.intersects(pixelsOf(box, size)); }, change.time);
     reading.again = compared.again;
 
     QHash<qsizetype, QString> known; // by block

@@ -87,8 +87,7 @@ TextBlock blockOf(const std::vector<Column> &columns, bool isPage, const QSizeF 
         block.text = lines::joinedLines(block.text, column.text, {});
         em = std::max(em, column.em());
     }
-    block.normBox = {area.x() / size.width(), 1 - area.bottom() / size.height(), area.width() / size.width(),
-                     area.height() / size.height()};
+    block.normBox = NormBox::of(area, size);
     block.lineHeight = em / size.height();
     block.lineDistance = horizontalDistance * block.lineHeight;
     block.lineCount = std::max(2, int((area.height() - em) / (horizontalDistance * em)) + 1);
@@ -114,10 +113,7 @@ QList<TextBlock> blocksFromColumns(const QList<TextLine> &columns, const QSizeF 
         text.clear();
     };
     for (const TextLine &line : columns) {
-        const QRectF &box = line.normBox;
-        const Column column{line.text.trimmed(),
-                            {box.x() * imageSize.width(), (1 - box.y() - box.height()) * imageSize.height(),
-                             box.width() * imageSize.width(), box.height() * imageSize.height()}};
+        const Column column{line.text.trimmed(), line.normBox.in(imageSize)};
         if (!text.empty() && !areOneText(text.back(), column))
             finish();
         text.push_back(column);

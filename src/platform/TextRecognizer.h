@@ -1,10 +1,10 @@
 #pragma once
 
+#include "NormBox.h"
 #include "Result.h"
 
 #include <QImage>
 #include <QList>
-#include <QRectF>
 #include <QStringList>
 
 #include <functional>
@@ -30,7 +30,7 @@ struct TextRecognitionRequest
 struct RecognizedTextObservation
 {
     QStringList candidates; ///< readings, best first; may be empty
-    QRectF boundingBox;     ///< fractions of the image (0 to 1); origin bottom-left, y upwards
+    NormBox boundingBox;
     bool isVertical = false; ///< a column, written from the top to the bottom
 
     QStringList topCandidates(qsizetype count) const { return candidates.first(qMin(count, candidates.size())); }

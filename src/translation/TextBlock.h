@@ -1,7 +1,8 @@
 #pragma once
 
+#include "NormBox.h"
+
 #include <QList>
-#include <QRectF>
 #include <QString>
 
 namespace lucentra {
@@ -11,7 +12,7 @@ namespace lucentra {
 struct TextBlock
 {
     QString text;          ///< exactly as recognized
-    QRectF normBox;        ///< fractions of the captured image (0 to 1); origin bottom-left, y upwards
+    NormBox normBox;       ///< in the captured image
     double lineHeight = 0; ///< of one of its lines, a fraction of the image's height; 0 means that of the box
     int lineCount = 1;
     double lineDistance = 0; ///< between its lines' centres, a fraction of the image's height; 0 for a single line

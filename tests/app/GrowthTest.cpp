@@ -79,7 +79,7 @@ QList<HistoryItem> entries(qsizetype characters)
 
 QList<TextBlock> blocks(qsizetype count)
 {
-    return QList<TextBlock>(count, {u"A line of text"_s, QRectF(0.1, 0.1, 0.5, 0.05)});
+    return QList<TextBlock>(count, {u"A line of text"_s, {0.1, 0.1, 0.5, 0.05}});
 }
 
 } // namespace

@@ -66,7 +66,7 @@ private Q_SLOTS:
                                                     {{u"-"_s, u"word"_s}, {}},
                                                     {{u" first "_s}, {0, 0.8, 1, 0.1}}});
         QCOMPARE(textsOf(blocks), (QStringList{u"second"_s, u" first "_s}));
-        QCOMPARE(blocks[1].normBox, QRectF(0, 0.8, 1, 0.1));
+        QCOMPARE(blocks[1].normBox, (NormBox{0, 0.8, 1, 0.1}));
     }
 
     void aFailedRequestFindsNothing()
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(recognizer.asked.languages, (QStringList{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}));
         recognizer.answer = QList<RecognizedTextObservation>{{{u"text"_s}, {0, 0.5, 1, 0.5}}};
         const auto inPart = recognizeLines(recognizer, image, {5, 0, 5, 5}).lines;
-        QCOMPARE(inPart.value(0).normBox, QRectF(0.5, 0.75, 0.5, 0.25));
+        QCOMPARE(inPart.value(0).normBox, (NormBox{0.5, 0.75, 0.5, 0.25}));
         QCOMPARE(recognizer.asked.minimumTextHeight, 2 * minimumTextHeight); // of a picture half as high
     }
 
@@ -195,7 +195,7 @@ private Q_SLOTS:
         const auto readColumns = [&](const QList<std::tuple<double, double, double, QString>> &columns) {
             QList<RecognizedTextObservation> observations{{{u"横書き"_s}, {0.1, 0.95, 0.2, 0.03}}};
             for (const auto &[x, y, height, text] : columns)
-                observations.append({{text}, {x / 800, 1 - (y + height) / 600, 20.0 / 800, height / 600}, true});
+                observations.append({{text}, NormBox::of({x, y, 20, height}, {800, 600}), true});
             recognizer.answer = observations;
             const QImage image(800, 600, QImage::Format_RGB32);
             const QList<TextLine> lines = recognizeLines(recognizer, image, image.rect()).lines;
@@ -228,9 +228,7 @@ private Q_SLOTS:
         const QSizeF size(800, 600);
         QList<TextLine> lines;
         for (const Row &row : rows)
-            lines.append({row.text,
-                          {row.x / size.width(), 1 - (row.y + row.height) / size.height(), row.width / size.width(),
-                           row.height / size.height()}});
+            lines.append({row.text, NormBox::of({row.x, row.y, row.width, row.height}, size)});
         const auto isPhrase = [](const QString &text) {
             return text == u"Restore the Previous Session Now" || text == u"train arrived.";
         };
@@ -314,8 +312,7 @@ private Q_SLOTS:
         QFETCH(QList<QRectF>, rects);
         QList<TextBlock> blocks; // captured in a pane of 404 by 300 points
         for (const QRectF &rect : rects)
-            blocks.append({u"text"_s, QRectF((rect.x() - 2) / 400, 1 - (rect.bottom() - 2) / 296, rect.width() / 400,
-                                             rect.height() / 296)});
+            blocks.append({u"text"_s, NormBox::of(rect.translated(-2, -2), {400, 296})});
         QList<double> bottoms, rights;
         for (const auto &candidate : placeOverlays(blocks, {}, {404, 300}, {}).candidates) {
             bottoms.append(candidate.limits.bottom);

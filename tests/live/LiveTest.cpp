@@ -101,8 +101,7 @@ private:
 
 TextLine lineAt(const QString &text, int x, int y, int width, int height = 16)
 {
-    const QSizeF size(400, 200);
-    return {text, {x / size.width(), 1 - (y + height) / size.height(), width / size.width(), height / size.height()}};
+    return {text, NormBox::of(QRect(x, y, width, height), {400, 200})};
 }
 
 QStringList textsOf(const QList<TextLine> &lines)
@@ -341,8 +340,8 @@ private Q_SLOTS:
         QList<ShownBlock> shown;
         QStringList translated;
         const auto look = [&](const QString &text, std::chrono::milliseconds time, bool isUnsettled = false) {
-            const QRectF box(0.1, 0.1, 0.02 * double(text.size()), 0.1);
-            BlockChange change = compareBlocks(shown, {{text, box}}, [=](const QRectF &) { return isUnsettled; }, time);
+            const NormBox box{0.1, 0.1, 0.02 * double(text.size()), 0.1};
+            BlockChange change = compareBlocks(shown, {{text, box}}, [=](const NormBox &) { return isUnsettled; }, time);
             for (const qsizetype index : change.wanted) {
                 ShownBlock &block = change.blocks[index];
                 block.isTranslated = true;

@@ -58,12 +58,6 @@ QList<ReadingLanguage> extrasTo(const QList<ReadingLanguage> &languages)
     return extras;
 }
 
-QRectF normalized(const QRect &box, const QSize &size)
-{
-    return {box.x() / double(size.width()), 1 - (box.y() + box.height()) / double(size.height()),
-            box.width() / double(size.width()), box.height() / double(size.height())};
-}
-
 /// A piece's text without what has been seen of the ellipsis behind it.
 QString withoutDots(QString text, const QString &joint)
 {
@@ -122,7 +116,7 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
     const QList<QRect> boxes = typographicBoxes(texts, QRect(QPoint(), size));
     QList<RecognizedTextObservation> observations;
     for (const int index : readingOrder(inks))
-        observations.append({{texts[index].text}, normalized(boxes[index], size)});
+        observations.append({{texts[index].text}, NormBox::of(boxes[index], size)});
     return observations;
 }
 
@@ -130,11 +124,11 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
 QList<RecognizedTextObservation> withColumns(QList<RecognizedTextObservation> lines,
                                              const QList<RecognizedTextObservation> &columns)
 {
-    double bottom = 1;
+    double bottom = 0;
     for (const RecognizedTextObservation &column : columns)
-        bottom = std::min(bottom, column.boundingBox.top()); // y is upwards
+        bottom = std::max(bottom, column.boundingBox.unitRect().bottom());
     const auto place = std::ranges::find_if(
-        lines, [&](const RecognizedTextObservation &line) { return line.boundingBox.bottom() < bottom; });
+        lines, [&](const RecognizedTextObservation &line) { return line.boundingBox.unitRect().top() > bottom; });
     qsizetype index = place - lines.begin();
     for (const RecognizedTextObservation &column : columns)
         lines.insert(index++, column);

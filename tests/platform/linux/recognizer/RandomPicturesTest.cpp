@@ -139,7 +139,7 @@ private Q_SLOTS:
             QVERIFY2(lines, qPrintable(u"seed %1"_s.arg(m_seed - 1 - i)));
             for (const RecognizedTextObservation &line : *lines) {
                 const QRectF inside(-1e-9, -1e-9, 1 + 2e-9, 1 + 2e-9);
-                QVERIFY2(inside.contains(line.boundingBox) && !line.boundingBox.isEmpty() &&
+                QVERIFY2(inside.contains(line.boundingBox.unitRect()) && !line.boundingBox.unitRect().isEmpty() &&
                              !line.candidates.value(0).trimmed().isEmpty(),
                          qPrintable(u"seed %1"_s.arg(m_seed - 1 - i)));
             }

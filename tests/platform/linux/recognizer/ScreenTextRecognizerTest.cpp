@@ -71,7 +71,7 @@ private Q_SLOTS:
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QCOMPARE(textsOf(*lines), columns);
-        QVERIFY(lines->first().isVertical && lines->first().boundingBox.left() > lines->last().boundingBox.right());
+        QVERIFY(lines->first().isVertical && lines->first().boundingBox.x > lines->last().boundingBox.unitRect().right());
     }
 
     void boxesAreFractionsFromTheBottomLeft()
@@ -81,13 +81,13 @@ private Q_SLOTS:
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QCOMPARE(lines->size(), 1);
-        const QRectF found = lines->first().boundingBox;
+        const NormBox found = lines->first().boundingBox;
         const double pixel = 1.0 / 200;
-        QVERIFY(std::abs(found.left() - box.left() / 400.0) <= pixel);
-        QVERIFY(std::abs(found.width() - box.width() / 400.0) <= 2 * pixel);
+        QVERIFY(std::abs(found.x - box.left() / 400.0) <= pixel);
+        QVERIFY(std::abs(found.width - box.width() / 400.0) <= 2 * pixel);
         const double descent = 0.24 * 24; // the letters' box ends at the descenders, this line's p
-        QVERIFY(std::abs(found.top() - (1 - (60 + descent) / 200.0)) <= 2 * pixel);
-        QVERIFY(std::abs(found.height() - 24 / 200.0) <= 2 * pixel);
+        QVERIFY(std::abs(found.y - (1 - (60 + descent) / 200.0)) <= 2 * pixel);
+        QVERIFY(std::abs(found.height - 24 / 200.0) <= 2 * pixel);
     }
 
     void textColumnsAreReadOneByOne()

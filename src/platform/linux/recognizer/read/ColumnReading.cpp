@@ -221,12 +221,8 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups
             const QRect ink = uprightRect(column.ink, size.width());
             const QRect box =
                 QRect(ink.center().x() - column.em / 2, ink.top(), column.em, ink.height()) & QRect(QPoint(), size);
-            const double width = size.width();
-            const double height = size.height();
-            observations.append({.candidates = {read->readings[i].text},
-                                 .boundingBox = {box.x() / width, 1 - (box.y() + box.height()) / height,
-                                                 box.width() / width, box.height() / height},
-                                 .isVertical = true});
+            observations.append(
+                {.candidates = {read->readings[i].text}, .boundingBox = NormBox::of(box, size), .isVertical = true});
         }
     }
     return observations;
