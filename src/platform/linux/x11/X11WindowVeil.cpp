@@ -29,8 +29,8 @@ X11WindowVeil::X11WindowVeil(X11ResourceRange ours, const QRect &area)
     if (xcb_connection_has_error(c))
         return;
     m_screen = x11Screen(c, m_screenNumber);
-    m_begun = std::chrono::steady_clock::now();
     m_opacity = x11Atom(c, "_NET_WM_WINDOW_OPACITY");
+    m_question = x11Atom(c, "_NET_REQUEST_FRAME_EXTENTS");
     for (const X11WindowPlace &place : X11Windows(c, m_screen, ours).viewable()) {
         if (!ours.contains(place.window) || !place.frame.intersects(area))
             continue;
@@ -38,12 +38,13 @@ X11WindowVeil::X11WindowVeil(X11ResourceRange ours, const QRect &area)
                                   XCB_ATOM_CARDINAL, 0, 1);
         const auto values = x11PropertyValues(reply.get());
         m_before.insert(place.window, values.empty() ? std::nullopt : std::optional(values.front()));
-        setOpacity(place.window, hardlyVisible);
     }
+    m_begun = std::chrono::steady_clock::now();
+    setOpacities(hardlyVisible);
+    askManager();
     waitForManager();
     m_since = std::chrono::steady_clock::now();
-    for (auto window = m_before.begin(); window != m_before.end(); ++window)
-        setOpacity(window.key(), invisible);
+    setOpacities(invisible);
     xcb_flush(c);
 }
 
@@ -68,7 +69,13 @@ void X11WindowVeil::setOpacity(xcb_window_t window, std::optional<quint32> opaci
         xcb_delete_property(c, window, m_opacity);
 }
 
-void X11WindowVeil::waitForManager()
+void X11WindowVeil::setOpacities(quint32 opacity)
+{
+    for (auto window = m_before.begin(); window != m_before.end(); ++window)
+        setOpacity(window.key(), opacity);
+}
+
+void X11WindowVeil::askManager()
 {
     // The manager handles its events in order. It answers this question by a property of the asking window.
     xcb_connection_t *c = m_connection.get();
@@ -76,13 +83,16 @@ void X11WindowVeil::waitForManager()
     const quint32 events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(c, XCB_COPY_FROM_PARENT, asking, m_screen->root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                       XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-    const xcb_client_message_event_t question{.response_type = XCB_CLIENT_MESSAGE,
-                                              .format = 32,
-                                              .window = asking,
-                                              .type = x11Atom(c, "_NET_REQUEST_FRAME_EXTENTS")};
+    const xcb_client_message_event_t question{
+        .response_type = XCB_CLIENT_MESSAGE, .format = 32, .window = asking, .type = m_question};
     xcb_send_event(c, false, m_screen->root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char *>(&question));
     xcb_flush(c);
+}
+
+void X11WindowVeil::waitForManager()
+{
+    xcb_connection_t *c = m_connection.get();
     const auto deadline = std::chrono::steady_clock::now() + managerPatience;
     while (!xcb_connection_has_error(c)) {
         if (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) {

@@ -32,12 +32,15 @@ public:
 
 private:
     void setOpacity(xcb_window_t window, std::optional<quint32> opacity);
+    void setOpacities(quint32 opacity);
+    void askManager();
     void waitForManager();
 
     int m_screenNumber = 0;
     X11Connection m_connection;
     xcb_screen_t *m_screen = nullptr; ///< null without a server
     xcb_atom_t m_opacity = XCB_ATOM_NONE;
+    xcb_atom_t m_question = XCB_ATOM_NONE; ///< to the window manager
     std::chrono::steady_clock::time_point m_begun;
     std::chrono::steady_clock::time_point m_since;
     QHash<xcb_window_t, std::optional<quint32>> m_before; ///< the windows' own opacities
