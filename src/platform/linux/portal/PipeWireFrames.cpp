@@ -16,6 +16,14 @@ namespace lucentra {
 
 namespace {
 
+/// Larger than any monitor, in pixels per side.
+constexpr uint32_t greatestSide = 1 << 15;
+
+bool isPlausible(const spa_rectangle &size)
+{
+    return size.width > 0 && size.width <= greatestSide && size.height > 0 && size.height <= greatestSide;
+}
+
 std::optional<QImage::Format> imageFormat(spa_video_format format)
 {
     switch (format) {
@@ -45,7 +53,7 @@ const spa_pod *offeredFormats(spa_pod_builder &builder)
 {
     const spa_rectangle usual{1920, 1080};
     const spa_rectangle smallest{1, 1};
-    const spa_rectangle largest{32768, 32768};
+    const spa_rectangle largest{greatestSide, greatestSide};
     const spa_fraction onChange{0, 1};
     const spa_fraction usualRate{60, 1};
     const spa_fraction highestRate{1000, 1};
@@ -185,7 +193,8 @@ void PipeWireFrames::Stream::paramChanged(void *data, uint32_t id, const spa_pod
     auto *self = static_cast<Stream *>(data);
     if (!param || id != SPA_PARAM_Format)
         return;
-    spa_format_video_raw_parse(param, &self->m_format);
+    if (spa_format_video_raw_parse(param, &self->m_format) < 0)
+        self->m_format = {};
     std::array<uint8_t, 1024> memory;
     spa_pod_builder builder{};
     spa_pod_builder_init(&builder, memory.data(), uint32_t(memory.size()));
@@ -220,7 +229,7 @@ bool PipeWireFrames::Stream::take(pw_buffer *buffer)
     const bool isCorrupt = (data.chunk->flags & SPA_CHUNK_FLAG_CORRUPTED) ||
                            (header && (header->flags & SPA_META_HEADER_FLAG_CORRUPTED));
     // A frame in which only the pointer has moved has no picture.
-    if (!data.data || data.chunk->size == 0 || isCorrupt || stride < 4 * qint64(m_format.size.width) ||
+    if (!data.data || data.chunk->size == 0 || isCorrupt || !isPlausible(m_format.size) || stride < 4 * qint64(m_format.size.width) ||
         data.chunk->offset + stride * m_format.size.height > data.maxsize)
         return false;
     if (newest)

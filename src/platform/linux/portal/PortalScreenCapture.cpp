@@ -141,7 +141,7 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &
     QString token;
     {
         const std::lock_guard lock(m_storeMutex);
-        token = isOnlyDisplay ? m_shares.anyToken() : m_shares.tokenFor(display.nativeFrame);
+        token = m_shares.tokenFor(display.nativeFrame, isOnlyDisplay);
     }
     const bool mayAsk = m_mayAsk.exchange(false);
     const QString refused = u"沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。"_s;
@@ -152,9 +152,12 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &
     }
 
     std::shared_ptr<void> room;
+    const auto makeRoom = [&] { room = m_pane.makeRoom(m_paneWindow); };
     if (token.isEmpty())
-        room = m_pane.makeRoom(m_paneWindow);
-    const auto share = running.portal.start(token, m_pane.portalName(m_paneWindow));
+        makeRoom();
+    // The desktop also asks if the token's monitor isn't there any more.
+    const auto share = running.portal.start(token, m_pane.portalName(m_paneWindow),
+                                            token.isEmpty() ? std::function<void()>() : makeRoom);
     room.reset();
     if (!share) {
         switch (share.error()) {

@@ -22,6 +22,9 @@ constexpr auto screenCastInterface = "org.freedesktop.portal.ScreenCast";
 constexpr auto requestInterface = "org.freedesktop.portal.Request";
 constexpr auto sessionInterface = "org.freedesktop.portal.Session";
 
+/// A share that needs no question starts sooner.
+constexpr auto questionDelay = 1s;
+
 // Values of the portal's options.
 constexpr guint32 monitors = 1;
 constexpr guint32 cursorHidden = 1;
@@ -65,7 +68,7 @@ QList<SharedMonitor> sharedMonitors(GVariant *results)
         SharedMonitor monitor{.node = node};
         if (g_variant_lookup(properties, "size", "(ii)", &width, &height)) {
             g_variant_lookup(properties, "position", "(ii)", &x, &y);
-            monitor.frame = QRect(x, y, width, height);
+            monitor.frame = monitorFrame(x, y, width, height);
         }
         shared.append(monitor);
     }
@@ -116,6 +119,8 @@ public:
     void cancel() { g_cancellable_cancel(m_cancellable.get()); }
 
     QByteArray token;        ///< for the next start
+    /// Called when a request takes so long that the desktop seems to ask the user.
+    std::function<void()> seemsToAsk;
     QByteArray parentWindow; ///< of the question
     QByteArray session;      ///< its path; empty before there is one
 
@@ -209,6 +214,16 @@ ScreenCastPortal::Calls::request(const char *method, GVariant *(*arguments)(cons
     g_source_set_callback(timeout.get(), [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr, nullptr);
     g_source_attach(timeout.get(), m_context.get());
     const auto deadline = std::chrono::steady_clock::now() + patience;
+    const Source delay(g_timeout_source_new(guint(std::chrono::milliseconds(questionDelay).count())));
+    g_source_set_callback(
+        delay.get(),
+        [](gpointer function) -> gboolean {
+            (*static_cast<std::function<void()> *>(function))();
+            return G_SOURCE_REMOVE;
+        },
+        &seemsToAsk, nullptr);
+    if (seemsToAsk)
+        g_source_attach(delay.get(), m_context.get());
     while (true) {
         if (const auto answer = m_answers.take(path))
             return Answer{answer->code, std::move(answer->results)};
@@ -255,8 +270,8 @@ ScreenCastPortal::ScreenCastPortal()
 
 ScreenCastPortal::~ScreenCastPortal() = default;
 
-tl::expected<ScreenCastPortal::Share, ScreenCastProblem> ScreenCastPortal::start(const QString &token,
-                                                                                 const QString &parentWindow)
+tl::expected<ScreenCastPortal::Share, ScreenCastProblem>
+ScreenCastPortal::start(const QString &token, const QString &parentWindow, std::function<void()> seemsToAsk)
 {
     if (!m_calls->connect())
         return tl::unexpected(ScreenCastProblem::NoService);
@@ -299,6 +314,7 @@ tl::expected<ScreenCastPortal::Share, ScreenCastProblem> ScreenCastPortal::start
     if (selected->code != 0)
         return tl::unexpected(ScreenCastProblem::Failed);
 
+    m_calls->seemsToAsk = std::move(seemsToAsk);
     const auto started = m_calls->request(
         "Start",
         [](const Calls &calls, GVariantBuilder *options) {

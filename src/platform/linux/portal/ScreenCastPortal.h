@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace lucentra {
@@ -41,8 +42,10 @@ public:
     };
 
     /// Starts to share monitors, without a question if the token is still valid. `parentWindow` is the window that the
-    /// question belongs to, as the portal names windows.
-    tl::expected<Share, ScreenCastProblem> start(const QString &token, const QString &parentWindow);
+    /// question belongs to, as the portal names windows. `seemsToAsk` is called on this thread when the desktop takes as
+    /// long as for a question.
+    tl::expected<Share, ScreenCastProblem> start(const QString &token, const QString &parentWindow,
+                                                 std::function<void()> seemsToAsk);
     /// A descriptor of a PipeWire connection with the share's streams, which the caller closes, or -1.
     int openPipeWire();
     /// Whether the desktop or the user has ended the share.

@@ -25,10 +25,22 @@ QRect frameOf(const QString &key)
     const QStringList numbers = key.split(u',');
     if (numbers.size() != 4)
         return {};
-    return {numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt()};
+    return monitorFrame(numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt());
 }
 
+/// In characters. Desktops use 36 of them.
+constexpr int longestToken = 4096;
+
 } // namespace
+
+QRect monitorFrame(int x, int y, int width, int height)
+{
+    constexpr int farthest = 1 << 20;
+    constexpr int largest = 1 << 15;
+    const auto isNear = [](int number) { return number >= -farthest && number <= farthest; };
+    const auto isSide = [](int number) { return number > 0 && number <= largest; };
+    return isNear(x) && isNear(y) && isSide(width) && isSide(height) ? QRect(x, y, width, height) : QRect();
+}
 
 bool isSameMonitor(const SharedMonitor &shared, const QRect &native)
 {
@@ -57,14 +69,22 @@ QHash<QString, QString> ScreenShares::read() const
     return tokens;
 }
 
-QString ScreenShares::tokenFor(const QRect &native) const
+QString ScreenShares::tokenFor(const QRect &native, bool isOnlyMonitor) const
 {
     const QHash<QString, QString> tokens = read();
-    for (auto entry = tokens.begin(); entry != tokens.end(); ++entry) {
-        if (isSameMonitor({.frame = frameOf(entry.key())}, native))
-            return *entry;
-    }
-    return {};
+    const auto find = [&](auto isWanted) {
+        const auto found = std::find_if(tokens.keyBegin(), tokens.keyEnd(),
+                                        [&](const QString &key) { return isWanted(frameOf(key)); });
+        return found == tokens.keyEnd() ? QString() : *found.base();
+    };
+    QString token = find([&](const QRect &frame) { return isSameMonitor({.frame = frame}, native); });
+    if (token.isEmpty() && isOnlyMonitor)
+        token = find([&](const QRect &frame) {
+            return isSameMonitor({.frame = {QPoint(), frame.size()}}, {QPoint(), native.size()});
+        });
+    if (token.isEmpty() && isOnlyMonitor)
+        token = tokens.values().value(0);
+    return token;
 }
 
 void ScreenShares::replace(const QString &used, const QString &next, const QList<SharedMonitor> &monitors)
@@ -72,7 +92,7 @@ void ScreenShares::replace(const QString &used, const QString &next, const QList
     QHash<QString, QString> tokens = read();
     tokens.removeIf([&](const auto &entry) { return *entry == used; });
     for (const SharedMonitor &monitor : monitors) {
-        if (!next.isEmpty())
+        if (!next.isEmpty() && next.size() <= longestToken)
             tokens.insert(keyOf(monitor.frame), next);
     }
     QJsonObject stored;

@@ -17,6 +17,9 @@ struct SharedMonitor
     bool operator==(const SharedMonitor &) const = default;
 };
 
+/// A monitor's frame from numbers of another program; empty if no monitor has such a frame.
+QRect monitorFrame(int x, int y, int width, int height);
+
 /// Where the restore tokens are stored. Both functions may be called on any thread.
 struct ScreenShareStore
 {
@@ -36,11 +39,11 @@ public:
     explicit ScreenShares(ScreenShareStore store);
 
     bool isEmpty() const { return read().isEmpty(); }
-    /// The token for the monitor at a frame in native pixels; empty if there is none.
-    QString tokenFor(const QRect &native) const;
-    /// The token of any monitor; empty if there is none.
-    QString anyToken() const { return read().values().value(0); }
-    /// Forgets the used token, and stores the next one, if there is any, for all monitors of the share.
+    /// The token for the monitor at a frame in native pixels; empty if there is none. The only monitor may have been
+    /// somewhere else, or had another size, when it was shared.
+    QString tokenFor(const QRect &native, bool isOnlyMonitor) const;
+    /// Forgets the used token, and stores the next one for all monitors of the share. Nothing is stored if it is empty
+    /// or longer than any desktop's.
     void replace(const QString &used, const QString &next, const QList<SharedMonitor> &monitors);
 
 private:

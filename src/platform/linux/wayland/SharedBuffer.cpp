@@ -1,5 +1,7 @@
 #include "SharedBuffer.h"
 
+#include <limits>
+
 #include <wayland-client.h>
 
 #include <sys/mman.h>
@@ -42,6 +44,9 @@ SharedBuffer::SharedBuffer(wl_shm *shm, QSize size, int stride, quint32 format)
     , m_length(std::size_t(stride) * std::size_t(size.height()))
     , m_memory(MAP_FAILED)
 {
+    constexpr std::size_t greatestLength = std::numeric_limits<int32_t>::max(); // of the protocol
+    if (stride <= 0 || m_length > greatestLength)
+        return;
     const int file = memfd_create("lucentra-picture", MFD_CLOEXEC);
     if (file < 0)
         return;

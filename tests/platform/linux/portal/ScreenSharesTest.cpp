@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <limits>
+
 using namespace lucentra;
 using namespace Qt::StringLiterals;
 
@@ -23,19 +25,33 @@ private Q_SLOTS:
         QVERIFY(shares.isEmpty());
 
         shares.replace({}, u"a"_s, {{.node = 1, .frame = left}});
-        QCOMPARE(shares.tokenFor(left), u"a"_s);
-        QCOMPARE(shares.tokenFor(right), QString());
+        QCOMPARE(shares.tokenFor(left, false), u"a"_s);
+        QCOMPARE(shares.tokenFor(right, false), QString());
         shares.replace({}, u"b"_s, {{.node = 1, .frame = right}});
         shares.replace(u"a"_s, u"c"_s, {{.node = 1, .frame = left}});
-        QCOMPARE(shares.tokenFor(left), u"c"_s);
-        QCOMPARE(shares.tokenFor(right), u"b"_s);
+        QCOMPARE(shares.tokenFor(left, false), u"c"_s);
+        QCOMPARE(shares.tokenFor(right, false), u"b"_s);
 
+        QCOMPARE(shares.tokenFor(left, true), u"c"_s);
+        QCOMPARE(shares.tokenFor(QRect(QPoint(), right.size()), true), u"b"_s); // its neighbour was removed
         shares.replace(u"c"_s, {}, {}); // refused
-        QCOMPARE(shares.tokenFor(left), QString());
-        QCOMPARE(shares.anyToken(), u"b"_s);
+        QCOMPARE(shares.tokenFor(left, false), QString());
+        QCOMPARE(shares.tokenFor(left, true), u"b"_s);
         shares.replace(u"b"_s, u"d"_s, {{.node = 1, .frame = left}}); // another monitor than before
-        QCOMPARE(shares.tokenFor(right), QString());
-        QCOMPARE(shares.tokenFor(left), u"d"_s);
+        QCOMPARE(shares.tokenFor(right, false), QString());
+        QCOMPARE(shares.tokenFor(left, false), u"d"_s);
+        shares.replace(u"d"_s, QString(100000, u'x'), {{.node = 1, .frame = left}});
+        QVERIFY(shares.isEmpty());
+    }
+
+    void framesThatNoMonitorHasAreIgnored()
+    {
+        constexpr int most = std::numeric_limits<int>::max();
+        for (const int place : {most, -most})
+            QCOMPARE(monitorFrame(place, 0, 1280, 800), QRect());
+        for (const int width : {most, -1, 0})
+            QCOMPARE(monitorFrame(0, 0, width, 800), QRect());
+        QCOMPARE(monitorFrame(-1920, 0, 1920, 1080), QRect(-1920, 0, 1920, 1080));
     }
 
     void monitorsAreRecognizedAtEveryScale_data()
