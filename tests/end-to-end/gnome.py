@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 
 from gi.repository import Gio, GLib
@@ -36,6 +37,7 @@ class Gnome(Screen):
                              "LIBGL_ALWAYS_SOFTWARE": "1", "LP_NUM_THREADS": "1", "DBUS_SYSTEM_BUS_ADDRESS": self.environment["DBUS_SESSION_BUS_ADDRESS"],
                              "WAYLAND_DISPLAY": "wayland-0", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         self.environment.pop("QT_QPA_PLATFORM")
+        self.describe_portals()
         pathlib.Path("/tmp/.X11-unix").mkdir(mode=0o1777, exist_ok=True)
         runtime = pathlib.Path(self.environment["XDG_RUNTIME_DIR"])
         self.set("org.gnome.desktop.interface", "enable-animations", "false")
@@ -64,6 +66,15 @@ class Gnome(Screen):
         if self.shared:
             self.permit()
         self.start_portal_of_desktop()
+
+    def describe_portals(self) -> None:
+        """GNOME's portal, and one of another desktop that is installed as well: it alone has global shortcuts."""
+        folder = self.home / "portals"
+        folder.mkdir()
+        shutil.copy("/usr/share/xdg-desktop-portal/portals/gnome.portal", folder)
+        (folder / "other.portal").write_text("[portal]\nDBusName=org.freedesktop.impl.portal.desktop.other\n"
+                                             "Interfaces=org.freedesktop.impl.portal.GlobalShortcuts;\nUseIn=other\n")
+        self.environment["XDG_DESKTOP_PORTAL_DIR"] = str(folder)
 
     def start_portal_of_desktop(self) -> None:
         self.quietly(["/usr/libexec/xdg-desktop-portal-gnome"])

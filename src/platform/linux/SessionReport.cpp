@@ -1,5 +1,6 @@
 #include "SessionReport.h"
 
+#include "DesktopShortcuts.h"
 #include "LayerDesktop.h"
 #include "MakeDesktop.h"
 #include "StatusNotifierHost.h"
@@ -60,15 +61,23 @@ std::optional<XSession> xSession()
     return session;
 }
 
+/// What a part of the desktop's portal answers when it is asked for the version of an interface.
+QDBusMessage askedVersion(const QDBusConnection &bus, const QString &service, const QString &interface)
+{
+    constexpr int mostMilliseconds = 2000; // the portal may have to be started
+    QDBusMessage call = QDBusMessage::createMethodCall(service, u"/org/freedesktop/portal/desktop"_s,
+                                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    call.setArguments({interface, u"version"_s});
+    return bus.call(call, QDBus::Block, mostMilliseconds);
+}
+
 /// The version of one of the portal's interfaces; 0 if the desktop doesn't have it.
 uint portalVersion(const QDBusConnection &bus, const QString &interface)
 {
-    constexpr int mostMilliseconds = 2000; // the portal may have to be started
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s,
-                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    call.setArguments({u"org.freedesktop.portal."_s + interface, u"version"_s});
-    const QVariant version = bus.call(call, QDBus::Block, mostMilliseconds).arguments().value(0);
+    const QVariant version =
+        askedVersion(bus, u"org.freedesktop.portal.Desktop"_s, u"org.freedesktop.portal."_s + interface)
+            .arguments()
+            .value(0);
     return version.value<QDBusVariant>().variant().toUInt();
 }
 
@@ -100,8 +109,12 @@ ReportedFact hotkeysFact(bool isWayland, const QDBusConnection &bus, const Local
     ReportedFact fact{.label = localized(u"快速鍵"_s), .value = u"X11"_s};
     if (!isWayland)
         return fact;
-    const uint version = portalVersion(bus, u"GlobalShortcuts"_s);
-    const bool hasPlasma = bus.isConnected() && bus.interface()->isServiceRegistered(u"org.kde.kglobalaccel"_s);
+    const bool isGnome = areDesktopShortcutsOffered();
+    const bool isPortalUsed =
+        !isGnome || askedVersion(bus, gnomePortal, gnomePortalShortcuts).type() == QDBusMessage::ReplyMessage;
+    const uint version = isPortalUsed ? portalVersion(bus, u"GlobalShortcuts"_s) : 0;
+    const bool hasPlasma =
+        !isGnome && bus.isConnected() && bus.interface()->isServiceRegistered(u"org.kde.kglobalaccel"_s);
     fact.value = version == 0 && hasPlasma ? u"org.kde.KGlobalAccel"_s
                                            : versionText(u"org.freedesktop.portal.GlobalShortcuts"_s, version);
     if (version == 0 && !hasPlasma)

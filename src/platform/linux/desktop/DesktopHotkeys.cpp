@@ -274,20 +274,30 @@ void DesktopHotkeys::ownerChanged(const QString &service, const QString &, const
         use(Service::None); // until it is back: a portal that crashes isn't started again and again
 }
 
+void DesktopHotkeys::askVersion(const QString &service, const QString &interface,
+                                std::function<void(const QDBusMessage &)> returned)
+{
+    call(service, shortcutsPath, propertiesInterface, u"Get"_s, {interface, u"version"_s}, std::move(returned));
+}
+
 void DesktopHotkeys::askPortal()
 {
     ++m_round;
     registerWithPortal(m_bus.connection()); // again if the portal was restarted
-    call(shortcutsPortal, shortcutsPath, propertiesInterface, u"Get"_s, {shortcutsInterface, u"version"_s},
-         [this](const QDBusMessage &reply) {
-             m_portalVersion = reply.type() == QDBusMessage::ReplyMessage
-                                   ? reply.arguments().value(0).value<QDBusVariant>().variant().toUInt()
-                                   : 0;
-             if (m_portalVersion > 0)
-                 use(Service::Portal);
-             else
-                 askPlasma();
-         });
+    askVersion(shortcutsPortal, shortcutsInterface, [this](const QDBusMessage &reply) {
+        m_portalVersion = reply.type() == QDBusMessage::ReplyMessage
+                              ? reply.arguments().value(0).value<QDBusVariant>().variant().toUInt()
+                              : 0;
+        if (areDesktopShortcutsOffered())
+            askVersion(gnomePortal, gnomePortalShortcuts, [this](const QDBusMessage &own) {
+                const bool isThere = own.type() == QDBusMessage::ReplyMessage && m_portalVersion > 0;
+                use(isThere ? Service::Portal : Service::None);
+            });
+        else if (m_portalVersion > 0)
+            use(Service::Portal);
+        else
+            askPlasma();
+    });
 }
 
 void DesktopHotkeys::askPlasma()

@@ -53,6 +53,8 @@ private:
     };
 
     void ask();
+    void askVersion(const QString &service, const QString &interface,
+                    std::function<void(const QDBusMessage &reply)> returned);
     void askPortal();
     void askPlasma();
     void ownerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);

@@ -17,6 +17,12 @@ bool areDesktopShortcutsSet();
 void setDesktopShortcuts(const QString &toggleKeys, const QString &translateKeys);
 void removeDesktopShortcuts();
 
+/// GNOME's own part of the desktop's portal, and its interface for global shortcuts, which it has from GNOME 48. Where
+/// desktop shortcuts are offered, only this part gets keys. If another desktop is installed as well, its services answer
+/// in GNOME, too, but no key ever reaches them.
+inline constexpr QLatin1StringView gnomePortal{"org.freedesktop.impl.portal.desktop.gnome"};
+inline constexpr QLatin1StringView gnomePortalShortcuts{"org.freedesktop.impl.portal.GlobalShortcuts"};
+
 /// The accelerator of a combination like "Alt+T" as GNOME writes it: "<Alt>t".
 QString gnomeAccelerator(const QString &keys);
 
