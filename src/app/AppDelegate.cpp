@@ -150,14 +150,19 @@ void AppDelegate::explainPane()
                              return missing.join(u'\n');
                          },
                      .lacksModels = [this] { return m_services.lacksModels(); },
-                     .hotkey =
-                         [this] {
-                             if (!m_hotkeys.areKeysChosenHere())
-                                 return m_hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
-                             const QString keys = m_services.settings().read(settings::hotkeyString);
-                             return m_hotkeys.isToggleHotkeyRefused() ? QString() : desktopNameOfHotkey(keys);
-                         },
+                     .hotkey = [this] { return toggleKeys(); },
                      .openModels = [this] { m_windows.openModels(); }});
+}
+
+QString AppDelegate::toggleKeys()
+{
+    if (!m_hotkeys.areKeysChosenHere())
+        return m_hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
+    // On Wayland the program's own hotkeys work only while one of its windows has the focus.
+    const bool areOwnKeysUsable = !isWaylandSession() || (areDesktopShortcutsOffered() && areDesktopShortcutsSet());
+    if (!areOwnKeysUsable || m_hotkeys.isToggleHotkeyRefused())
+        return {};
+    return desktopNameOfHotkey(m_services.settings().read(settings::hotkeyString));
 }
 
 void AppDelegate::toggleByKey()
@@ -191,12 +196,12 @@ void AppDelegate::tellOfMissingTray()
     if (std::exchange(m_hasToldOfMissingTray, true))
         return;
     const LocalizationManager &texts = m_services.texts();
-    const QString hotkey = desktopNameOfHotkey(m_services.settings().read(settings::hotkeyString));
+    const QString keys = toggleKeys();
     showDesktopNotice(
         m_bus.connection(), texts.localized(u"Lucentra｜澄鏡通"_s),
-        m_hotkeys.isToggleHotkeyRefused()
+        keys.isEmpty()
             ? texts.localized(u"這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。"_s)
-            : texts.formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s, hotkey));
+            : texts.formatted(u"這個桌面沒有系統匣。要再次顯示翻譯板，請按 %@ 或再次啟動 Lucentra。"_s, keys));
 }
 
 void AppDelegate::completeStoring()

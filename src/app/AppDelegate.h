@@ -46,6 +46,8 @@ private:
     /// Returns false if this desktop doesn't allow translations to follow the screen.
     bool setLive(bool isLive);
     void refreshLocalizedTitles();
+    /// The keys that show and hide the pane from anywhere; empty if there are none.
+    QString toggleKeys();
     void tellOfMissingTray();
 
     Scheduler &m_scheduler;
