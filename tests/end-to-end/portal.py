@@ -20,9 +20,7 @@ def values(words: list[str]) -> dict:
             "contrast": dbus.UInt32("reduce-transparency" in words, variant_level=1)}
 
 
-class Handle(dbus.service.Object):
-    """A request or a session."""
-
+class Request(dbus.service.Object):
     @dbus.service.signal("org.freedesktop.portal.Request", signature="ua{sv}")
     def Response(self, code, results):
         pass
@@ -30,6 +28,15 @@ class Handle(dbus.service.Object):
     @dbus.service.method("org.freedesktop.portal.Request", in_signature="", out_signature="")
     def Close(self):
         print("closed", flush=True)
+
+
+class Session(dbus.service.Object):
+    is_asking = False
+
+    @dbus.service.method("org.freedesktop.portal.Session", in_signature="", out_signature="")
+    def Close(self):  # with its question
+        if self.is_asking:
+            print("closed", flush=True)
 
     @dbus.service.signal("org.freedesktop.portal.Session", signature="")
     def Closed(self):
@@ -44,14 +51,14 @@ class Portal(dbus.service.Object):
 
     def answer(self, code: int, results: dict) -> dbus.ObjectPath:
         self.count += 1
-        handle = Handle(self.connection, f"{PATH}/request/{self.count}")
+        handle = Request(self.connection, f"{PATH}/request/{self.count}")
         GLib.timeout_add(20, lambda: handle.Response(dbus.UInt32(code), dbus.Dictionary(results, signature="sv")))
         return dbus.ObjectPath(handle._object_path)
 
     @dbus.service.method(CAST, in_signature="a{sv}", out_signature="o")
     def CreateSession(self, _):
         self.count += 1
-        self.session = Handle(self.connection, f"{PATH}/session/{self.count}")
+        self.session = Session(self.connection, f"{PATH}/session/{self.count}")
         return self.answer(0, {"session_handle": self.session._object_path})
 
     @dbus.service.method(CAST, in_signature="oa{sv}", out_signature="o")
@@ -67,9 +74,10 @@ class Portal(dbus.service.Object):
         elif "refuse" in self.words:
             return self.answer(1, {})
         else:
+            self.session.is_asking = True
             print("asked", flush=True)
         self.count += 1
-        return dbus.ObjectPath(Handle(self.connection, f"{PATH}/request/{self.count}")._object_path)
+        return dbus.ObjectPath(Request(self.connection, f"{PATH}/request/{self.count}")._object_path)
 
     @dbus.service.method(SETTINGS, in_signature="as", out_signature="a{sa{sv}}")
     def ReadAll(self, _):
