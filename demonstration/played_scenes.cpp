@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <random>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +17,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int framesPerSecond = 30;
+constexpr int framesOfFilm = 25;
+constexpr QRect caret(60, 420, 2, 24);
 
 /// What is said, in any scene; each differs from the others in every word that counts.
 constexpr std::array sayings{
@@ -42,6 +45,42 @@ QFont fontOf(int pixels, bool isBold = false)
     return font;
 }
 
+/// A noise with shapes of many sizes, as clouds, leaves and walls have, from 0 to 255.
+QImage noise(const QSize &size, std::mt19937 &random)
+{
+    QImage sum(size, QImage::Format_Grayscale8);
+    sum.fill(128);
+    QPainter painter(&sum);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    for (int grain = 128; grain > 1; grain /= 2) {
+        QImage rough(size / grain + QSize(1, 1), QImage::Format_Grayscale8);
+        for (int y = 0; y < rough.height(); ++y)
+            std::generate_n(rough.scanLine(y), rough.width(), [&] { return uchar(random()); });
+        painter.setOpacity(grain > 8 ? 0.4 : 0.2);
+        painter.drawImage(QRect(QPoint(), size), rough);
+    }
+    return sum;
+}
+
+/// A photograph of a town beneath clouds, with a few thousand windows.
+QImage town(const QSize &size, std::mt19937 &random)
+{
+    QImage view = noise(size, random).convertToFormat(QImage::Format_RGB32);
+    QPainter painter(&view);
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.fillRect(view.rect(), QColor(150, 180, 220));
+    for (int left = 0; left < size.width(); left += 60 + int(random() % 90)) {
+        const QRect house(left, size.height() / 4 + int(random() % 200), 50 + int(random() % 100), size.height());
+        painter.fillRect(house, QColor::fromHsv(int(random() % 60), 90, 90 + int(random() % 120)));
+        const int width = 6 + int(random() % 10);
+        for (int y = house.top() + 12; y < size.height(); y += 2 * width) {
+            for (int x = house.left() + 8; x + width < house.right(); x += 2 * width)
+                painter.fillRect(x, y, width, width + 3, QColor(40, 50, int(random() % 100)));
+        }
+    }
+    return view;
+}
+
 } // namespace
 
 PlayedScene::PlayedScene(const QString &name, const QRect &place)
@@ -51,13 +90,18 @@ PlayedScene::PlayedScene(const QString &name, const QRect &place)
     setGeometry(place);
     m_frames.callOnTimeout(this, [this] { step(); });
     m_frames.setTimerType(Qt::PreciseTimer);
+    if (m_name == u"film") {
+        std::mt19937 random(1); // the same at each run
+        m_view = town(place.size() * 2, random);
+        m_grain = noise(place.size() + QSize(64, 64), random).convertToFormat(QImage::Format_RGB32);
+    }
 }
 
 void PlayedScene::play()
 {
     m_clock.start();
     step();
-    m_frames.start(1000 / framesPerSecond);
+    m_frames.start(1000 / (m_name == u"film" ? framesOfFilm : framesPerSecond));
 }
 
 void PlayedScene::playByLines()
@@ -85,11 +129,11 @@ void PlayedScene::say(const QString &text)
 void PlayedScene::step()
 {
     const qint64 time = m_clock.elapsed();
-    bool isChanged = m_name == u"video" || m_name == u"ticker";
+    bool isChanged = m_name == u"video" || m_name == u"film" || m_name == u"ticker";
     const auto setState = [&](qint64 state) { isChanged = std::exchange(m_state, state) != state || isChanged; };
     if (m_lines)
         setState(m_line);
-    else if (m_name == u"video")
+    else if (m_name == u"video" || m_name == u"film")
         setState(time / 2500);
     else if (m_name == u"chat")
         setState(time / 1500);
@@ -103,7 +147,9 @@ void PlayedScene::step()
         setState(time / 3000 * 90 + std::min<qint64>(time % 3000, 990) / 11);
     else
         setState(0);
-    if (isChanged)
+    if (isChanged && m_name == u"caret")
+        update(caret);
+    else if (isChanged)
         update();
 }
 
@@ -113,6 +159,8 @@ void PlayedScene::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     if (m_name == u"video")
         paintVideo(painter);
+    else if (m_name == u"film")
+        paintFilm(painter);
     else if (m_name == u"typewriter")
         paintTypewriter(painter);
     else if (m_name == u"ticker")
@@ -139,9 +187,7 @@ void PlayedScene::paintVideo(QPainter &painter)
         painter.drawEllipse(QPointF(width() * (0.5 + 0.5 * std::sin(way)), height() * (0.5 + 0.45 * std::cos(way * 1.3))),
                             30 + 6 * i, 20 + 5 * i);
     }
-    // A line for two seconds, and half a second of silence.
-    const bool isSilent = !m_lines && m_clock.elapsed() % 2500 > 2000;
-    if (isSilent)
+    if (!hasSubtitle())
         return;
     const QString text = saying(m_state);
     QPainterPath letters;
@@ -151,6 +197,38 @@ void PlayedScene::paintVideo(QPainter &painter)
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(letters);
     painter.fillPath(letters, Qt::white);
+    said(m_state, text);
+}
+
+/// Two seconds of each line are followed by half a second of silence.
+bool PlayedScene::hasSubtitle() const
+{
+    return m_lines || m_clock.elapsed() % 2500 <= 2000;
+}
+
+/// A camera pans over a grainy photograph. The subtitle is above, in a translucent box.
+void PlayedScene::paintFilm(QPainter &painter)
+{
+    const double seconds = double(m_clock.elapsed()) / 1000;
+    const QSize room = m_view.size() - size();
+    painter.drawImage(QPointF(-room.width() * (0.5 + 0.5 * std::sin(seconds / 9)),
+                              -room.height() * (0.5 + 0.5 * std::cos(seconds / 13))),
+                      m_view);
+    painter.setOpacity(0.12);
+    painter.drawImage(QPointF(-double(m_clock.elapsed() * 7 % 64), -double(m_clock.elapsed() * 13 % 64)), m_grain);
+    painter.setOpacity(1);
+    if (!hasSubtitle())
+        return;
+    const QString text = saying(m_state + 7);
+    QFont font(u"Noto Serif"_s);
+    font.setPixelSize(34);
+    font.setItalic(true);
+    painter.setFont(font);
+    const QRect place = painter.fontMetrics().boundingRect(text);
+    const QRect box(QPoint((width() - place.width()) / 2 - 16, 56), place.size() + QSize(32, 12));
+    painter.fillRect(box, QColor(0, 0, 0, 150));
+    painter.setPen(QColor(255, 236, 120));
+    painter.drawText(box, Qt::AlignCenter, text);
     said(m_state, text);
 }
 
@@ -191,7 +269,7 @@ void PlayedScene::paintPage(QPainter &painter, qint64 top, int lines)
             painter.drawText(60, y, saying(i));
     }
     if (m_name == u"caret" && m_state % 2 == 0)
-        painter.fillRect(60, 420, 2, 24, Qt::black);
+        painter.fillRect(caret, Qt::black);
 }
 
 void PlayedScene::paintMessages(QPainter &painter)

@@ -125,9 +125,9 @@ void PaneShell::wirePass()
     PassSteps steps{
         .capture = m_desktop.capture(),
         .recognize =
-            [this](const QImage &image, const QRect &part, const std::function<bool()> &isWanted) {
+            [this](const QImage &image, const QRect &part, bool isHasty, const std::function<bool()> &isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
-                return recognizeLines(m_services.recognizer(), image, part, isWanted);
+                return recognizeLines(m_services.recognizer(), image, part, isWanted, isHasty);
             },
         .translate = [this](const QList<TextBlock> &blocks, const std::function<bool()> &isWanted) {
             return m_services.translationManager().translate(blocks, isWanted);
@@ -229,8 +229,7 @@ void PaneShell::wireManualInput()
             [this] { // the input mode begins or ends
                 m_manualInput.reset();
                 m_pass->supersede();
-                if (m_live)
-                    m_live->startAgain();
+                followBeneath();
             },
     };
 }

@@ -76,7 +76,8 @@ public:
         for (const TextLine &line : std::as_const(m_former.lines)) {
             const QRect box = pixelsOf(line.normBox, picture.size());
             m_boxes.append(box);
-            m_isKept.push_back(!changed.intersects(box) || isSamePicture(m_former.picture, picture, box));
+            m_isKept.push_back(!changed.intersects(box) || (isSamePicture(m_former.picture, picture, box) &&
+                                                            !m_former.preliminary.intersects(box)));
         }
     }
 
@@ -88,7 +89,7 @@ public:
             if (!m_isKept[size_t(i)])
                 m_isKept[size_t(i)] = !replace(m_former.lines[i], m_boxes[i]);
         }
-        ScreenReading reading{m_former.picture, {}};
+        ScreenReading reading{m_former.picture, {}, m_former.preliminary - m_changed};
         copyChanged(reading.picture);
         for (qsizetype i = 0; i < m_former.lines.size(); ++i) {
             if (m_isKept[size_t(i)])

@@ -14,6 +14,7 @@ struct ScreenReading
 {
     QImage picture; ///< RGB32; null if nothing was read yet
     QList<TextLine> lines;
+    QRegion preliminary{}; ///< where lines aren't kept if they are read again
 };
 
 /// Reads a part of a picture (pixels). The boxes are fractions of the whole picture.

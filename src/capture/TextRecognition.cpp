@@ -98,12 +98,14 @@ bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize)
 }
 
 RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,
-                               const std::function<bool()> &isWanted)
+                               const std::function<bool()> &isWanted, bool isHasty)
 {
     TextRecognitionRequest request = passRequest();
     request.isWanted = isWanted;
     RecognizedLines found;
     request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
+    if (isHasty)
+        request.onModelsMissed = [&found] { found.areModelsMissed = true; };
     const bool isWhole = part == image.rect() || part.isEmpty();
     if (!isWhole)
         request.minimumTextHeight *= double(image.height()) / part.height();

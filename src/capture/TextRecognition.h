@@ -21,6 +21,8 @@ struct TextLine
     QString text;   ///< exactly as recognized
     NormBox normBox; ///< in the captured image
     bool isVertical = false; ///< a column
+
+    bool operator==(const TextLine &) const = default;
 };
 
 /// Drops observations that are noise: those without a letter or digit, and single characters that aren't words. Keeps
@@ -42,11 +44,12 @@ struct RecognizedLines
 {
     QList<TextLine> lines;
     bool areLinesLeftOut = false; ///< some lines were not read for lack of time
+    bool areModelsMissed = false; ///< doubtful lines may be read better in a while, when further models are loaded
 };
 
 /// Recognizes the lines in a part of a captured image (pixels); their boxes are fractions of the whole image. Blocks;
-/// any thread but the main one. Returns no lines if the recognizer fails.
+/// any thread but the main one. Returns no lines if the recognizer fails. If hasty, it doesn't wait for further models.
 RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,
-                               const std::function<bool()> &isWanted = {});
+                               const std::function<bool()> &isWanted = {}, bool isHasty = false);
 
 } // namespace lucentra

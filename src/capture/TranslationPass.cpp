@@ -44,6 +44,7 @@ struct TranslationPass::Reading
     QStringList sources;      ///< what is new,
     QStringList translations; ///< and its translations
     QStringList notes;
+    QRegion preliminary;
     PassTimings timings;
     std::optional<std::chrono::milliseconds> again;
     bool hasRequested = false;
@@ -210,12 +211,15 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     const QImage masked = maskWindowButtons(*image, request.exclusionRects, request.area.glass.size())
                               .convertToFormat(QImage::Format_RGB32);
     const auto read = [&](const QRect &part) {
-        RecognizedLines found = m_steps.recognize(masked, part, isWanted);
+        RecognizedLines found = m_steps.recognize(masked, part, request.change.has_value(), isWanted);
+        if (found.areModelsMissed)
+            reading.preliminary |= part;
         areLinesLeftOut = areLinesLeftOut || found.areLinesLeftOut;
         return found.lines;
     };
     reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked,
                                       request.change ? request.change->changed : QRegion(masked.rect()), read);
+    reading.memory.screen.preliminary |= reading.preliminary;
     if (!finishStage(u"recognition"_s))
         return superseded; // nobody would see a translation, so no text leaves the computer for it
     if (reading.memory.screen.lines.isEmpty() && !request.change)
@@ -331,12 +335,21 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
         m_steps.copy(outcome->translations.join(u'\n'));
     store(*outcome);
-    LookReport report{.hasRequested = outcome->hasRequested,
+    LookReport report{.preliminary = outcome->preliminary,
+                      .hasRequested = outcome->hasRequested,
                       .hasFailed = outcome->hasFailed,
                       .trouble = outcome->notes.join(u'\n'),
                       .again = outcome->again};
     reportTimings(*outcome);
-    for (const TextLine &line : m_memory->screen.lines)
+    const QList<TextLine> &lines = m_memory->screen.lines;
+    const QList<TextLine> former = request.former ? request.former->screen.lines : QList<TextLine>();
+    for (const auto &[some, others] : {std::pair(lines, former), std::pair(former, lines)}) {
+        for (const TextLine &line : some) {
+            if (!others.contains(line))
+                report.news.append(pixelsOf(line.normBox, request.change->picture.size()));
+        }
+    }
+    for (const TextLine &line : lines)
         report.lines.append(pixelsOf(line.normBox, request.change->picture.size()));
     request.done(report);
 }

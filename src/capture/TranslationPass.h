@@ -29,9 +29,9 @@ class SettingsStore;
 struct PassSteps
 {
     ScreenCapture &capture;
-    /// Recognizes the lines in a part of an image (pixels). May return early, with some of them, once the given
-    /// function returns false.
-    std::function<RecognizedLines(const QImage &, const QRect &, const std::function<bool()> &)> recognize;
+    /// Recognizes the lines in a part of an image (pixels), without waiting for further models if hasty. May return
+    /// early, with some of them, once the given function returns false.
+    std::function<RecognizedLines(const QImage &, const QRect &, bool isHasty, const std::function<bool()> &)> recognize;
     /// Translates blocks. Sends no further request once the given function, which may be called on any thread, returns
     /// false.
     std::function<Result<BlockTranslations>(const QList<TextBlock> &, const std::function<bool()> &)> translate;
@@ -62,6 +62,8 @@ struct LookReport
 {
     bool isDropped = false; ///< a pass has started, or the pane has moved: nothing came of the look
     QList<QRect> lines;     ///< the places of all lines of text; pixels
+    QList<QRect> news;      ///< those of lines that have come, gone or changed
+    QRegion preliminary;    ///< where some may be read better in a while; pixels
     bool hasRequested = false;
     bool hasFailed = false;
     QString trouble; ///< why something isn't translated, in the interface language; empty if all went well

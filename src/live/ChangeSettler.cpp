@@ -17,7 +17,7 @@ constexpr ChangeSettler::Time quick{1000};
 constexpr int manyQuickLooks = 5;
 /// After so many returns to the same state it blinks.
 constexpr int manyReturns = 3;
-/// The pause after the second look in a row that found no text; it doubles with each one.
+/// The pause after the second look in a row that found nothing new; it doubles with each one.
 constexpr ChangeSettler::Time vainPause{400};
 constexpr int mostVainLooks = 4;
 /// After so long without a look, looks in vain are forgotten.
@@ -205,7 +205,7 @@ bool ChangeSettler::isDifferent(Tile &tile, const QRect &rect, Time now, Due &du
     tile.stateBefore = std::exchange(tile.state, state);
     tile.looked = now;
     if (isAtRest || stands)
-        tile.vainLooks = std::min(tile.vainLooks + 1, mostVainLooks); // until text is found
+        tile.vainLooks = std::min(tile.vainLooks + 1, mostVainLooks); // until something new is found
     if (isUnsettled)
         due.unsettled |= rect;
     return true;
@@ -226,13 +226,16 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
     }
 }
 
-void ChangeSettler::found(const QList<QRect> &lines)
+void ChangeSettler::found(const QList<QRect> &lines, const QList<QRect> &news)
 {
+    const auto isAmong = [](const QRect &tile, const QList<QRect> &some) {
+        return std::any_of(some.begin(), some.end(), [&](const QRect &line) { return isIn(line, tile); });
+    };
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const QRect rect = rectOf(i);
         Tile &tile = m_tiles[i];
-        tile.hasLine = std::any_of(lines.begin(), lines.end(), [&](const QRect &line) { return isIn(line, rect); });
-        if (tile.hasLine)
+        tile.hasLine = isAmong(rect, lines);
+        if (isAmong(rect, news))
             tile.vainLooks = 0;
     }
 }

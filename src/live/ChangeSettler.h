@@ -54,8 +54,8 @@ public:
     Due take(Time now);
     /// Makes an area due again, since the look at it came to nothing.
     void putBack(const QRegion &region, Time now);
-    /// Says where the lines of text are, after a look.
-    void found(const QList<QRect> &lines);
+    /// Says where the lines of text are, after a look, and which have come, gone or changed.
+    void found(const QList<QRect> &lines, const QList<QRect> &news);
 
 private:
     struct Tile
@@ -67,7 +67,7 @@ private:
         bool isStanding = false; ///< other writing than at the last look may be there
         bool hasLine = false;    ///< a line of text was there at the last look
         int quickLooks = 0;      ///< looks in a row with little time between
-        int vainLooks = 0;       ///< looks in a row, at what stood still, that found no text
+        int vainLooks = 0;       ///< looks in a row, at what stood still, that found nothing new
         int returns = 0;         ///< how often in a row it has returned to the state before the last one
         Time first{0};           ///< when it began to wait
         Time last{0};            ///< the last change that counts

@@ -23,6 +23,8 @@ constexpr LiveTranslation::Time firstPause{2000};
 constexpr LiveTranslation::Time longestPause{60'000};
 /// The highest raw value of an engine that text is sent to.
 constexpr qint64 lastRemoteEngine = 7;
+/// When lines are read again that further models may read better. Loading one takes a few tenths of a second.
+constexpr LiveTranslation::Time loadingTime{1000};
 /// The pause after a look while power is saved, in times of its duration.
 constexpr int savingPauses = 3;
 
@@ -38,10 +40,10 @@ LiveTranslation::LiveTranslation(const Services &services, TranslationPass &pass
     settings.observe(settings::liveRequestsPerMinute, this, [this] { setLimit(); });
     settings.observe(settings::translationEngine, this, [this] {
         forgetFailures();
-        startAgain();
+        lookAgain();
     });
-    settings.observe(settings::translationUnit, this, [this] { startAgain(); });
-    settings.observe(settings::targetLanguageCode, this, [this] { startAgain(); });
+    settings.observe(settings::translationUnit, this, [this] { lookAgain(); });
+    settings.observe(settings::targetLanguageCode, this, [this] { lookAgain(); });
     for (qint64 engine = 1; engine <= lastRemoteEngine; ++engine)
         settings.observe(settings::consentKey(engine), this, [this] { forgetFailures(); });
     services.power.setChangeHandler([this] { setLimit(); });
@@ -84,16 +86,22 @@ void LiveTranslation::setLimit()
 
 void LiveTranslation::startAgain()
 {
-    const QImage shown = m_settler.picture();
     m_settler.reset();
     m_again.reset();
     m_task.reset();
     if (!isOn())
         return;
     m_pass.forgetScreen();
-    const Time now = m_services.now();
-    m_notBefore = now + restTime;
-    m_settler.add(shown, shown.rect(), now); // the next picture may be long in coming
+    m_notBefore = m_services.now() + restTime;
+}
+
+/// The same at once, since the next picture may be long in coming.
+void LiveTranslation::lookAgain()
+{
+    const QImage shown = m_settler.picture();
+    startAgain();
+    if (!shown.isNull())
+        m_settler.add(shown, shown.rect(), m_services.now());
     schedule();
 }
 
@@ -159,7 +167,8 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
         m_settler.putBack(due.changed, now);
         return schedule(now + passPatience);
     }
-    m_settler.found(report.lines);
+    m_settler.found(report.lines, report.news);
+    m_settler.putBack(report.preliminary, now + loadingTime);
     m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
     if (report.hasRequested)
         m_limit.count(begun);

@@ -52,13 +52,14 @@ public:
     /// Takes the next picture of the pane's area.
     void add(const ScreenFrame &frame);
     /// To be called when the pane has moved, was resized, shown or hidden, or takes other text than the screen's:
-    /// everything is looked at again once it rests.
+    /// everything in the next picture is looked at once it rests.
     void startAgain();
     /// The user has taken hold of the pane, or has let go of it.
     void userHolds(bool isHeld);
 
 private:
     void switched();
+    void lookAgain();
     void setLimit();
     void forgetFailures();
     void schedule(Time earliest = Time(0));

@@ -65,7 +65,7 @@ public:
                 continue;
             looks.append(due.changed);
             unsettled |= due.unsettled;
-            m_settler.found(lines);
+            m_settler.found(lines, areNew ? lines : QList<QRect>());
         }
     }
 
@@ -79,6 +79,7 @@ public:
     QList<QRegion> looks;
     QRegion unsettled;
     QList<QRect> lines;
+    bool areNew = true; ///< each time they are looked at
 
 private:
     static QPoint cornerOf(int tile) { return {tile % 4 * tileSide, tile / 4 * tileSide}; }
@@ -162,6 +163,10 @@ private Q_SLOTS:
         screen.film(0);
         screen.pass(260ms); // it rests at last
         QCOMPARE(screen.looksAt(0), 1);
+        screen.lines = {Played::rectOf(6)};
+        screen.areNew = false; // the line's letters are the same, what is beside them isn't
+        screen.pass(10s, [&, step = 0]() mutable { screen.letters(6, ++step / 3); });
+        QVERIFY2(screen.looksAt(6) <= 10, qPrintable(QString::number(screen.looksAt(6))));
     }
 
     void writingBeforeAMovingPictureIsSeenAtOnce()
@@ -244,6 +249,13 @@ private Q_SLOTS:
         QCOMPARE(parts.size(), 1);
         QVERIFY(!parts[0].contains(300, 68) && parts[0].contains(QRect(20, 60, 100, 16)));
         QVERIFY(isSamePicture(reading.picture, now, now.rect()));
+        auto doubted = former;
+        doubted.preliminary = QRect(0, 0, 128, 48);
+        const auto again = readAgain(doubted, before, QRect(0, 0, 128, 48), [](const QRect &) {
+            return QList{lineAt(u"f1rst"_s, 20, 20, 100), lineAt(u"other"_s, 20, 60, 100)};
+        });
+        QCOMPARE(textsOf(again.lines), (QStringList{u"f1rst"_s, u"second"_s, u"beside"_s, u"last"_s}));
+        QVERIFY(again.preliminary.isEmpty());
         // Nothing is left at the place of the second line. What changes elsewhere without being looked at yet doesn't count.
         QPainter(&now).fillRect(20, 100, 100, 16, Qt::black);
         const auto gone = readAgain(former, now, QRegion(0, 32, 128, 64), [](const QRect &) { return QList<TextLine>(); });

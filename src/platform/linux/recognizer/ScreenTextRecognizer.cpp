@@ -159,7 +159,7 @@ ScreenTextRecognizer::ScreenTextRecognizer(const Options &options)
 {
     const int workers =
         options.workers > 0 ? options.workers : std::clamp(int(std::thread::hardware_concurrency()), 1, 4);
-    const int engines = 4 * workers; // the three usual languages for each worker, and the extra ones once
+    const int engines = std::max(5, 4 * workers); // the three usual languages for each worker, and the extra ones once
     m_correctingReader = std::make_unique<LineReader>(true, engines);
     m_literalReader = std::make_unique<LineReader>(false, engines);
     m_net = std::make_unique<TextNet>(options.weights);
@@ -193,8 +193,18 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
     const QList<RecognizedTextObservation> columns = takeColumns(lines, image, request);
-    ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request.isWanted);
+    ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request);
     pass.run();
+    if (const QList<ReadingLanguage> missed = pass.missedModels(); !missed.isEmpty()) {
+        if (!m_isPreparing.exchange(true)) { // by one worker, so that the others go on reading
+            m_pool->post([this, &reader, missed] {
+                for (const ReadingLanguage language : missed)
+                    reader.prepare(language);
+                m_isPreparing = false;
+            });
+        }
+        request.onModelsMissed();
+    }
     if (request.onLinesLeftOut && pass.hasLeftOutLines())
         request.onLinesLeftOut();
     return withColumns(observationsOf(lines, image.size()), columns);

@@ -2,6 +2,7 @@
 
 #include "TextRecognizer.h"
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 
@@ -49,6 +50,7 @@ private:
     std::unique_ptr<LineReader> m_correctingReader;
     std::unique_ptr<LineReader> m_literalReader;
     std::unique_ptr<TextNet> m_net;
+    std::atomic<bool> m_isPreparing = false; ///< models are being loaded that were missed
     std::unique_ptr<ReaderPool> m_pool;
 };
 

@@ -228,6 +228,24 @@ private Q_SLOTS:
         }
     }
 
+    void aHastyRequestDoesNotWaitForModels()
+    {
+        QImage image = blank({600, 200}, Qt::white);
+        write(image, {20, 60}, u"The lighthouse keeper writes"_s, font(latin, 24), Qt::black);
+        write(image, {20, 140}, u"xéœ¬ %¤ §µ ¶¿"_s, font(latin, 24), Qt::black); // nobody is sure of it
+        ScreenTextRecognizer recognizer;
+        TextRecognitionRequest request = usual;
+        std::atomic<bool> hasMissed = false;
+        request.onModelsMissed = [&hasMissed] { hasMissed = true; };
+        const auto misses = [&] {
+            hasMissed = false;
+            const QStringList texts = textsOf(*recognizer.perform(request, image));
+            return hasMissed || !texts.contains(u"The lighthouse keeper writes"_s);
+        };
+        QVERIFY(misses());
+        QTRY_VERIFY_WITH_TIMEOUT(!misses(), 30'000);
+    }
+
     /// A reading can't be interrupted; so a line far wider than a screen is read in pieces.
     void aWideLineEndsSoon()
     {

@@ -146,6 +146,14 @@ LineReader::Engine *LineReader::borrowed(ReadingLanguage language, int most)
     return &engine;
 }
 
+bool LineReader::isLoaded(ReadingLanguage language)
+{
+    const std::lock_guard lock(m_mutex);
+    return std::ranges::any_of(m_engines, [language](const Engine &engine) {
+        return engine.language == language && engine.isLoaded;
+    });
+}
+
 std::chrono::microseconds LineReader::loadingTime()
 {
     return timeOfLoading;
@@ -156,6 +164,7 @@ void LineReader::giveBack(Engine &engine)
     {
         const std::lock_guard lock(m_mutex);
         engine.isBusy = false;
+        engine.isLoaded = true;
         engine.lastUse = ++m_uses;
     }
     m_givenBack.notify_all();

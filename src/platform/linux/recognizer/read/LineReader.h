@@ -68,6 +68,9 @@ public:
     /// Loads an engine of a language where there is none. False where its model isn't installed or is broken.
     bool prepare(ReadingLanguage language);
 
+    /// Whether an engine of a language is there, or couldn't be made.
+    bool isLoaded(ReadingLanguage language);
+
     /// Reads a strip that fits the language (see `stripShape`). Empty where there is no such model. Waits for
     /// another read to end where `most` engines of the language are busy.
     Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line, int most = 64);
@@ -90,6 +93,7 @@ private:
         ReadingLanguage language;
         std::unique_ptr<tesseract::TessBaseAPI> api; // null where it failed
         bool isBusy = true;
+        bool isLoaded = false;
         quint64 lastUse = 0;
     };
     class Loan;

@@ -70,13 +70,15 @@ public:
     Reading read(ReadingLanguage language, Separation separation, ReadingMode mode = ReadingMode::Line)
     {
         const Attempt attempt{language, separation, mode};
-        if (m_routed.attempts.contains(attempt))
+        const bool isFirst = m_routed.attempts.isEmpty();
+        if (m_routed.attempts.contains(attempt) || (!isFirst && !m_reader.isReady(language)))
             return {};
         m_routed.attempts.append(attempt);
         const Strip &strip = stripFor(language, separation);
         // Few engines for what is seldom asked: they take much memory.
         const bool isUsual = language != ReadingLanguage::SimplifiedChinese && language != ReadingLanguage::Korean;
-        Reading reading = m_reader.read(strip, language, mode, isUsual ? 64 : 2);
+        const int most = m_reader.isHasty() && (!isFirst || !isUsual) ? 1 : isUsual ? 64 : 2;
+        Reading reading = m_reader.read(strip, language, mode, most);
         const Scripts scripts = scriptsOf(reading.text);
         if (isOn("latin in korean") && language == ReadingLanguage::Korean && 2 * scripts.hangul > scripts.all())
             reading = withLatinLetters(reading, stripFor(ReadingLanguage::English, separation), m_reader);
@@ -93,6 +95,7 @@ public:
         m_routed.separation = separation;
     }
 
+    bool isReady(ReadingLanguage language) const { return m_reader.isReady(language); }
     const Reading &best() const { return m_routed.best; }
     const RoutedReading &routed() const { return m_routed; }
     const ScriptShares &scripts() const { return m_scripts; }
@@ -194,7 +197,7 @@ bool LineRouter::readSquare(Attempts &attempts, ReadingLanguage leading) const
     const Separation separation = attempts.line().separations().first();
     Reading best;
     for (const ReadingLanguage language : {ReadingLanguage::Japanese, leading}) {
-        if (language == ReadingLanguage::English || !reads(language))
+        if (language == ReadingLanguage::English || !reads(language) || !attempts.isReady(language))
             continue;
         Reading reading = attempts.read(language, separation);
         if (reading.confidence < hopeless)
@@ -262,6 +265,8 @@ int LineRouter::comparableCharacters(const RoutedReading &routed) const
 
 Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, const PassReader &reader) const
 {
+    if (!reader.isReady(ReadingLanguage::SimplifiedChinese))
+        return {};
     const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
     const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1);
     const int characters = comparableCharacters(routed);

@@ -14,6 +14,24 @@ constexpr double wordGap = 0.13; // of the strip's height; narrower ones are bet
 
 } // namespace
 
+bool PassReader::isReady(ReadingLanguage language) const
+{
+    if (!m_isHasty || m_reader.isLoaded(language))
+        return true;
+    m_missed |= 1U << unsigned(language);
+    return false;
+}
+
+QList<ReadingLanguage> PassReader::missedModels() const
+{
+    QList<ReadingLanguage> missed;
+    for (unsigned language = 0; m_missed >> language != 0; ++language) {
+        if ((m_missed >> language & 1) != 0)
+            missed.append(ReadingLanguage(language));
+    }
+    return missed;
+}
+
 Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode, int most) const
 {
     if (!strip || !isWanted())

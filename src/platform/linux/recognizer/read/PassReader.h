@@ -2,6 +2,7 @@
 
 #include "read/LineReader.h"
 
+#include <atomic>
 #include <functional>
 
 namespace lucentra {
@@ -11,10 +12,12 @@ namespace lucentra {
 class PassReader
 {
 public:
-    /// Both must outlive this object. `isWanted` (if any) is asked before each piece.
-    PassReader(LineReader &reader, const std::function<bool()> &isWanted)
+    /// Both must outlive this object. `isWanted` (if any) is asked before each piece. If hasty, second readings don't
+    /// wait for a model to be loaded.
+    PassReader(LineReader &reader, const std::function<bool()> &isWanted, bool isHasty = false)
         : m_reader(reader)
         , m_isWanted(isWanted)
+        , m_isHasty(isHasty)
     {
     }
 
@@ -22,11 +25,19 @@ public:
     Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line,
                  int most = 64) const;
 
+    /// Whether a language can be asked for a second reading. If not, its model is missed.
+    bool isReady(ReadingLanguage language) const;
+    /// The models that were missed.
+    QList<ReadingLanguage> missedModels() const;
+
+    bool isHasty() const { return m_isHasty; }
     bool isWanted() const { return !m_isWanted || m_isWanted(); }
 
 private:
     LineReader &m_reader;
     const std::function<bool()> &m_isWanted;
+    const bool m_isHasty;
+    mutable std::atomic<unsigned> m_missed = 0; ///< a bit per language
 };
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #include "read/ScreenPass.h"
 
 #include "Rules.h"
+#include "TextRecognizer.h"
 #include "read/ReaderPool.h"
 
 #include <QRegularExpression>
@@ -13,6 +14,9 @@ namespace lucentra {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Seconds of processor time that each worker has for second readings if the request is hasty.
+constexpr double hastyTime = 0.15;
 
 /// Seconds of processor time that each worker has for reading an image. A screen full of small print is read to its
 /// end; on one of 8K it can't be, and finding the lines takes its share as well.
@@ -28,14 +32,15 @@ double readingTime(const QSize &size)
 
 ScreenPass::ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> &lines, const LineRouter &thorough,
                        const LineRouter &hasty, LineReader &reader, ReaderPool &pool,
-                       const std::function<bool()> &isWanted)
+                       const TextRecognitionRequest &request)
     : m_image(image)
     , m_ink(ink)
     , m_thorough(thorough)
     , m_hasty(hasty)
-    , m_reader(reader, isWanted)
+    , m_reader(reader, request.isWanted, bool(request.onModelsMissed))
     , m_pool(pool)
     , m_budget(pool.workers() * readingTime(image.size()))
+    , m_doubts(pool.workers() * (m_reader.isHasty() ? hastyTime : readingTime(image.size())))
 {
     for (ReadLine &line : lines)
         m_lines.push_back(&line);
@@ -216,7 +221,8 @@ void ScreenPass::readKey(ReadLine &line) const
 
 void ScreenPass::readOn(ReadLine &line) const
 {
-    for (qsizetype i = 0; i < line.pieces.size() && !m_budget.isScarce(); ++i) {
+    for (qsizetype i = 0; i < line.pieces.size() && !m_budget.isScarce() && !m_doubts.isSpent(); ++i) {
+        const ReadingBudget::Spending spending(m_doubts);
         RoutedReading &piece = line.pieces[i];
         if (isOn("reading on") && m_thorough.isDoubtful(piece))
             piece = m_thorough.readOn(piece, normalized(line.found.pieces[i].ink), line.found.pieces[i].scripts,

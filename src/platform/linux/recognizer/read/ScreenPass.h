@@ -14,6 +14,7 @@
 namespace lucentra {
 
 class ReaderPool;
+struct TextRecognitionRequest;
 
 /// A line, and what became of it.
 struct ReadLine
@@ -34,14 +35,16 @@ class ScreenPass
 public:
     /// `ink` is what the net sees of the letters. `lines` come with what was found, the longest first; all that is
     /// given must outlive the pass. `hasty` is the router where time runs short. Lines that nobody has time for, or
-    /// that aren't wanted any more once `isWanted` (if any; called on the workers) says no, stay unread.
+    /// that aren't wanted any more, stay unread.
     ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> &lines, const LineRouter &thorough,
-               const LineRouter &hasty, LineReader &reader, ReaderPool &pool, const std::function<bool()> &isWanted);
+               const LineRouter &hasty, LineReader &reader, ReaderPool &pool, const TextRecognitionRequest &request);
 
     /// Returns when all is read.
     void run();
     /// Whether there was no time for some of the lines.
     bool hasLeftOutLines() const;
+    /// The models that weren't loaded, and that the request didn't want to wait for.
+    QList<ReadingLanguage> missedModels() const { return m_reader.missedModels(); }
 
 private:
     using Lines = std::vector<ReadLine *>;
@@ -72,6 +75,7 @@ private:
     const PassReader m_reader;
     ReaderPool &m_pool;
     ReadingBudget m_budget;
+    mutable ReadingBudget m_doubts; ///< of second readings
     ScreenLanguages m_screen;
 };
 
