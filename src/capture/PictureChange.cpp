@@ -178,16 +178,16 @@ TileWriting writingOfTile(const QImage &picture, const QRect &tile)
     return {edgesOf(picture, tile, edgeContrast), edgesOf(picture, tile, strongestContrast)};
 }
 
-bool hasSameLetters(const TileWriting &before, const QImage &picture, const QRect &tile)
+Letters lettersInTile(const TileWriting &before, const QImage &picture, const QRect &tile)
 {
     const int strongest = countOf(before.strongest);
-    if (strongest < leastStrongest)
-        return false;
     const TileEdges now = edgesOf(picture, tile, edgeContrast);
-    const TileEdges around = grown(before.edges, outline);
-    int differences = strongest - countOf(commonEdges(before.strongest, now));
-    differences += countOf(now) - countOf(commonEdges(now, around));
-    return differences <= std::max<double>(sameCount, sameShare * strongest);
+    const int missing = strongest - countOf(commonEdges(before.strongest, now));
+    const int additional = countOf(now) - countOf(commonEdges(now, grown(before.edges, outline)));
+    const double few = std::max<double>(sameCount, sameShare * strongest);
+    if (strongest >= leastStrongest && missing + additional <= few)
+        return Letters::Same;
+    return missing <= few && additional < leastEdges ? Letters::Joined : Letters::Other;
 }
 
 bool mayHoldWriting(const QImage &picture, const QRect &tile)

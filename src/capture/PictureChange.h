@@ -40,9 +40,13 @@ TileEdges commonEdges(const TileEdges &a, const TileEdges &b);
 /// Whether there are enough edges for writing.
 bool hasWriting(const TileEdges &edges);
 TileWriting writingOfTile(const QImage &picture, const QRect &tile);
-/// Whether a tile of the picture shows exactly the same letters as before, on any background. Returns false if there
-/// were too few letters to decide.
-bool hasSameLetters(const TileWriting &before, const QImage &picture, const QRect &tile);
+/// What has become of the letters of a tile, on any background.
+enum class Letters {
+    Same,   ///< all are there, and nothing else
+    Joined, ///< all are there; what has come may be a letter, but is too little for a word
+    Other,  ///< some are missing, there is more, or there were too few to decide
+};
+Letters lettersInTile(const TileWriting &before, const QImage &picture, const QRect &tile);
 /// Whether a part of the picture, at most a tile, has enough edges for writing, however faint.
 bool mayHoldWriting(const QImage &picture, const QRect &tile);
 /// Whether the writing in a tile is another one: it has come, gone or changed. False if neither has enough edges for

@@ -23,6 +23,15 @@ constexpr int mostPasses = 512;
 /// When texts are tried again that a service can translate once its data is built.
 constexpr std::chrono::milliseconds notReadyDelay{2000};
 
+/// Whether a region contains a good part of a rectangle.
+bool covers(const QRegion &region, const QRect &rect)
+{
+    int covered = 0;
+    for (const QRect &part : region & rect)
+        covered += part.width() * part.height();
+    return 4 * covered > rect.width() * rect.height();
+}
+
 } // namespace
 
 /// What a pass or a look is asked for.
@@ -247,7 +256,7 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
         composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
-        [&](const NormBox &box) { return change.unsettled.intersects(pixelsOf(box, size)); }, change.time);
+        [&](const NormBox &box) { return covers(change.unsettled, pixelsOf(box, size)); }, change.time);
     reading.again = compared.again;
 
     QHash<qsizetype, QString> known; // by block

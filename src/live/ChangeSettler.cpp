@@ -58,7 +58,7 @@ std::optional<ChangeSettler::Time> ChangeSettler::dueTime(const Tile &tile)
     Time due = tile.isRestless ? tile.moved + calmTime : std::min(tile.last + settleTime, tile.first + longestWait);
     if (tile.isStanding)
         due = std::min(due, tile.stood + settleTime);
-    due = std::max(due, earliest);
+    due = std::max(due, tile.isMinor ? std::max(earliest, nextBeat(tile.looked + vainPause)) : earliest);
     return tile.isRestless ? std::min(due, nextBeat(tile.looked + (tile.hasLine ? oftenEnough : rarely))) : due;
 }
 
@@ -103,6 +103,7 @@ void ChangeSettler::add(const QImage &picture, const QRect &damage, Time now)
 void ChangeSettler::change(Tile &tile, const QRect &rect, Time now)
 {
     tile.hasMoved = true;
+    tile.isMinor = false;
     tile.moved = now;
     if (tile.isBlinking) {
         const size_t state = stateOf(rect);
@@ -156,6 +157,10 @@ ChangeSettler::Due ChangeSettler::take(Time now)
             tile.hasMoved = tile.isWaiting = tile.isStanding = false;
             continue;
         }
+        if (isMinor(tile, rect, now)) {
+            tile.isMinor = true;
+            continue;
+        }
         if (!isDifferent(tile, rect, now, due))
             continue;
         different |= rect;
@@ -177,10 +182,18 @@ bool ChangeSettler::isReadable(const Tile &tile, const QRect &rect, Time now) co
     if (tile.state == 0)
         return true;
     if (tile.hasLine)
-        return !hasSameLetters(tile.seen, m_picture, rect);
+        return lettersInTile(tile.seen, m_picture, rect) != Letters::Same;
     if (now - tile.last + together >= settleTime)
         return mayHoldWriting(m_picture, rect);
     return hasWriting(hasStood(tile, now) ? tile.standing : edgesOfTile(m_picture, rect));
+}
+
+/// Whether the last look found nothing new in a tile, and its letters are all there: then part of the picture behind
+/// them is seen beside them, and only now and then it is another letter.
+bool ChangeSettler::isMinor(const Tile &tile, const QRect &rect, Time now) const
+{
+    return tile.hasLine && tile.vainLooks > 0 && tile.state != 0 && now < nextBeat(tile.looked + vainPause) &&
+           lettersInTile(tile.seen, m_picture, rect) == Letters::Joined;
 }
 
 /// Counts a look at a tile. Returns false if it shows what it did at the last one.
@@ -193,7 +206,7 @@ bool ChangeSettler::isDifferent(Tile &tile, const QRect &rect, Time now, Due &du
         tile.seen = writingOfTile(m_picture, rect);
     if (stands && !isAtRest)
         tile.seen = {tile.standing, commonEdges(tile.standing, tile.seen.strongest)};
-    tile.hasMoved = tile.isWaiting = tile.isStanding = false;
+    tile.hasMoved = tile.isWaiting = tile.isStanding = tile.isMinor = false;
     tile.isRestless = tile.isRestless && now - tile.moved + together < calmTime;
     const size_t state = stateOf(rect);
     if (state == tile.state)
@@ -220,7 +233,7 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
         if (!tile.isWaiting)
             tile.first = now;
         tile.isWaiting = tile.hasMoved = true;
-        tile.isBlinking = tile.isStanding = false;
+        tile.isBlinking = tile.isStanding = tile.isMinor = false;
         tile.last = tile.moved = now;
         tile.state = 0; // whatever it shows is new
     }

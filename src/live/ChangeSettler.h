@@ -65,6 +65,7 @@ private:
         bool isRestless = false; ///< it moves without end
         bool isBlinking = false;
         bool isStanding = false; ///< other writing than at the last look may be there
+        bool isMinor = false;    ///< what has changed beside the letters of its line may wait
         bool hasLine = false;    ///< a line of text was there at the last look
         int quickLooks = 0;      ///< looks in a row with little time between
         int vainLooks = 0;       ///< looks in a row, at what stood still, that found nothing new
@@ -86,6 +87,7 @@ private:
     size_t stateOf(const QRect &rect) const;
     void change(Tile &tile, const QRect &rect, Time now);
     bool isReadable(const Tile &tile, const QRect &rect, Time now) const;
+    bool isMinor(const Tile &tile, const QRect &rect, Time now) const;
     bool isDifferent(Tile &tile, const QRect &rect, Time now, Due &due);
 
     QImage m_picture;
