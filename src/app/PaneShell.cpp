@@ -31,6 +31,8 @@ namespace {
 constexpr auto memoryDelay = 5s;
 /// The time between two pictures of the glass while translations follow.
 constexpr auto glassInterval = 200ms;
+/// The smallest change beneath that is seen through the glass, in pixels: more than a caret, less than a letter.
+constexpr int leastSeen = 128;
 
 void copyToClipboard(const QString &text)
 {
@@ -254,6 +256,7 @@ void PaneShell::followBeneath()
         m_desktop.stream().setInterval(m_live->isOn() ? LiveTranslation::interval : ScreenStream::interval);
         m_live->startAgain();
     }
+    m_unseenBeneath = {};
     m_desktop.stream().follow(m_window.isShown() ? m_window.glassArea().glass : QRectF(),
                               [this](const ScreenFrame &frame) { showBeneath(frame); });
 }
@@ -264,15 +267,22 @@ void PaneShell::showBeneath(const ScreenFrame &frame)
         prepareEngines();
     if (m_live)
         m_live->add(frame);
+    m_unseenBeneath |= frame.damage;
+    const bool isSeen = frame.picture.isNull() || !m_desktop.compositing().isComposited() ||
+                        m_unseenBeneath.width() * m_unseenBeneath.height() > leastSeen;
     // The glass may follow more slowly than the translations.
     if (m_nextBackdrop) {
         m_waitingBackdrop = frame.picture;
         return;
     }
+    if (!isSeen)
+        return;
+    m_unseenBeneath = {};
     m_view->setBackdropContent(frame.picture);
     if (m_live && m_live->isOn())
         m_nextBackdrop = m_scheduler.after(glassInterval, [this] {
             m_nextBackdrop.reset();
+            m_unseenBeneath = {};
             if (const QImage waiting = std::exchange(m_waitingBackdrop, {}); !waiting.isNull())
                 m_view->setBackdropContent(waiting);
         });

@@ -81,6 +81,7 @@ private:
     UPowerState m_power;
     std::unique_ptr<LiveTranslation> m_live; ///< null if this desktop can't be followed
     std::unique_ptr<ScheduledTask> m_nextBackdrop;
+    QRect m_unseenBeneath; ///< what has changed since the glass shows it; pixels
     QImage m_waitingBackdrop;
 };
 
