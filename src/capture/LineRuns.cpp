@@ -3,8 +3,6 @@
 #include "LineText.h"
 #include "TextRecognition.h"
 
-#include <QRegularExpression>
-
 #include <cmath>
 #include <limits>
 
@@ -16,12 +14,17 @@ namespace {
 
 /// Heights of lines of one size differ by no more than this factor.
 constexpr double sameSize = 1.1;
-/// The same for a line between two of one size, whose letters were read wrongly.
+/// The same for the pieces of one line.
 constexpr double likeHeight = 1.22;
+/// The same for lines whose letters have one width, which differs by no more than the next factor.
+constexpr double unevenHeight = 1.6;
+constexpr double sameWidth = 1.12;
+constexpr double enoughText = 5; ///< to tell the width of a letter
+/// By how much the box of Latin letters is below that of ideographs with the same baseline.
+constexpr double boxesApart = 0.1;
 /// In pixels.
 constexpr double rounding = 1;
 constexpr double distanceTolerance = 0.16;
-constexpr double widestPunctuation = 1.2;
 constexpr double widestSpace = 1.6;
 constexpr double openingSpace = 0.5;
 constexpr double clearlyCentred = 0.25;
@@ -36,6 +39,13 @@ bool areAlike(const Line &a, const Line &b)
     return std::max(a.em(), b.em()) <= std::min(a.em(), b.em()) * likeHeight;
 }
 
+void measure(Line &line)
+{
+    const double width = advance(line.text);
+    line.letterWidth = width < enoughText ? 0 : line.rect.width() / width;
+    line.middle = line.rect.center().y() - (hasSquares(line.text) ? 0 : boxesApart * line.em());
+}
+
 /// The last line of a paragraph may be so short that it ends before an indented line begins.
 bool areInOneColumn(const Line &a, const Line &b)
 {
@@ -48,14 +58,6 @@ bool canBeRestOf(const Line &piece, const Line &rest)
     const double gap = rest.rect.left() - piece.rect.right();
     return areAlike(piece, rest) && gap > 0 && gap <= widestSpace * piece.em() &&
            std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4;
-}
-
-/// Whether the gap between two pieces is ideographic punctuation, which is mostly white.
-bool isPunctuation(const Line &piece, const Line &rest)
-{
-    static const QRegularExpression white(u"[，。、！？：；」』）]$"_s);
-    return rest.rect.left() - piece.rect.right() <= widestPunctuation * piece.em() &&
-           (white.match(piece.text).hasMatch() || u"「『（《"_s.contains(rest.text.left(1)));
 }
 
 /// Whether a line is right above or below two pieces and covers both, so that the gap between them is a wide space of
@@ -73,12 +75,17 @@ bool bridges(const Line &line, const Line &piece, const Line &rest)
 
 bool areOfOneSize(const Line &a, const Line &b)
 {
-    return std::max(a.em(), b.em()) <= std::min(a.em(), b.em()) * sameSize + rounding;
+    const double low = std::min(a.em(), b.em());
+    const double high = std::max(a.em(), b.em());
+    // A letter that was read wrongly changes a line's height more than its width.
+    const auto [narrow, wide] = std::minmax(a.letterWidth, b.letterWidth);
+    return high <= low * sameSize + rounding ||
+           (high <= low * unevenHeight && narrow > 0 && wide <= narrow * sameWidth);
 }
 
 double distance(const Line &upper, const Line &lower)
 {
-    return lower.rect.center().y() - upper.rect.center().y();
+    return lower.middle - upper.middle;
 }
 
 PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
@@ -90,14 +97,16 @@ PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
                   .pieces = {i}};
         if (u"（「『《〈【"_s.contains(line.text.left(1))) // the ink of these is in the right half
             line.rect.setLeft(line.rect.left() - openingSpace * line.em());
+        measure(line);
         pieces.push_back(line);
     }
     for (const Line &line : pieces) {
         Line *before = m_lines.empty() || !canBeRestOf(m_lines.back(), line) ? nullptr : &m_lines.back();
         const auto bridgesGap = [&](const Line &other) { return bridges(other, *before, line); };
-        if (before && (isPunctuation(*before, line) || std::any_of(pieces.begin(), pieces.end(), bridgesGap))) {
+        if (before && std::any_of(pieces.begin(), pieces.end(), bridgesGap)) {
             before->text = joinedLines(before->text, line.text, {});
             before->rect |= line.rect;
+            measure(*before);
             before->pieces.push_back(line.pieces.front());
         } else {
             m_lines.push_back(line);
@@ -161,10 +170,9 @@ Run PlacedLines::runFrom(const Line &first, Links &kind) const
         const Line &lower = m_lines[upper.below];
         const Links common = kind & links(upper, lower, run.size() == 1);
         const double apart = distance(upper, lower);
-        const bool isOfOneSize = areOfOneSize(first, lower) || (areAlike(first, lower) && lower.below >= 0 &&
-                                                                areOfOneSize(first, m_lines[lower.below]));
-        if (!isOfOneSize || lower.above != &upper - m_lines.data() || !common ||
-            (usual > 0 && std::abs(apart - usual) > distanceTolerance * upper.em() + rounding))
+        const double unevenness = std::abs(upper.em() - lower.em()) / 2;
+        if (!areOfOneSize(first, lower) || lower.above != &upper - m_lines.data() || !common ||
+            (usual > 0 && std::abs(apart - usual) > distanceTolerance * upper.em() + unevenness + rounding))
             break;
         // A full line above an indented one.
         if (common == Right && lower.below >= 0 && links(lower, m_lines[lower.below], true) & Left)

@@ -21,7 +21,7 @@ namespace lines {
 inline constexpr double leastIndent = 0.8;
 inline constexpr double greatestIndent = 4.5;
 /// The distance between the centres of two lines of a paragraph.
-inline constexpr double leastDistance = 0.85;
+inline constexpr double leastDistance = 0.7;
 inline constexpr double greatestDistance = 2.1;
 /// Edges and centres that are no farther apart count as equal.
 inline constexpr double sameEdge = 0.55;
@@ -37,6 +37,8 @@ struct Line
     QRectF rect;
     qsizetype below = -1; ///< the next line of its column
     qsizetype above = -1;
+    double letterWidth = 0;          ///< relative to that of a usual font, or 0 if there are few letters
+    double middle = 0;               ///< between the baseline and the tops of ideographs, whatever letters there are
     bool hasNeighbour = false;       ///< there is text beside it on its row
     std::vector<qsizetype> pieces{}; ///< the indices of its lines, from left to right
 

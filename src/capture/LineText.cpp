@@ -69,11 +69,17 @@ bool isIdeographic(QChar character)
            (unit >= 0xFF00 && unit <= 0xFFEF) || (unit >= 0xD840 && unit <= 0xD8BF);
 }
 
+bool hasSquares(const QString &text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar each) { return isIdeographic(each) || isHangul(each); });
+}
+
 bool hasListMark(const QString &text)
 {
     // Numbers are also the ideographs of one to ten.
     static const QRegularExpression mark(
-        u"^([•·‧∙▪▫◦●○■□◆◇▶►▸★☆※✓✔✗–—*+>-]\\s|[•▪◦●■◆▶►★※✓✔・①-⑳]|[0-9]+(\\.[0-9]+)+\\.?\\s|[(（]?([0-9]{1,3}|[a-zA-Z]|"
+        u"^(\\S+ --? "
+        u"|[•·‧∙▪▫◦●○■□◆◇▶►▸★☆※✓✔✗–—*+>-]\\s|[•▪◦●■◆▶►★※✓✔・①-⑳]|[0-9]+(\\.[0-9]+)+\\.?\\s|[(（]?([0-9]{1,3}|[a-zA-Z]|"
         "[\\x{4e00}\\x{4e03}\\x{4e09}\\x{4e5d}\\x{4e8c}\\x{4e94}\\x{516b}\\x{516d}\\x{5341}\\x{56db}]{1,3})([.．)）、:：]\\s|[)）、．]))"_s);
     return matches(text, mark);
 }
@@ -99,11 +105,17 @@ bool hasSentenceMarks(const QString &text)
     return matches(text, mark);
 }
 
+bool isBrokenWord(const QString &upper, const QString &lower)
+{
+    static const QRegularExpression start(u"\\p{Ll}[-\u2010\u00ad]$"_s);
+    return matches(upper, start) && !lower.isEmpty() && lower[0].isLower();
+}
+
 bool isCode(const QString &text)
 {
     static const QRegularExpression code(u"[{}]$|[)\"'\\]];$|^\\s*(#include|#define|(if|for|while|switch)\\s?\\(|//|/"
                                          u"\\*|[$#]\\s|>>>|sudo\\s)|^[\\w.-]+@[\\w.-]+[:~]|^[\\w.]+\\s=\\s"_s);
-    static const QRegularExpression sign(u"[=!<>]=|=>|->|::|\\w\\(\\)|&&|\\|\\|"_s);
+    static const QRegularExpression sign(u"[=!<>]=|=>|->|::|\\w\\(\\)|\\w\\([a-z_]\\w+[(),]|\\)\\.\\w|&&|\\|\\|"_s);
     if (matches(text, code))
         return true;
     if (isProse(text))

@@ -10,6 +10,8 @@
 namespace lucentra::lines {
 
 bool isIdeographic(QChar character);
+/// Whether there are ideographs, kana or hangul, each of which fills a square.
+bool hasSquares(const QString &text);
 
 /// Whether a text begins with a bullet or the number of an entry.
 bool hasListMark(const QString &text);
@@ -18,6 +20,8 @@ bool endsSentence(const QString &text);
 bool isComplete(const QString &upper, const QString &lower);
 /// Marks that sentences have and labels don't.
 bool hasSentenceMarks(const QString &text);
+/// Whether a word begins at the end of one line and ends in the next.
+bool isBrokenWord(const QString &upper, const QString &lower);
 bool isCode(const QString &text);
 bool isMostlyDigits(const QString &text);
 
@@ -31,8 +35,9 @@ double advance(QStringView text);
 /// What a line break keeps together at the start of a text: a word, or an ideograph with the marks that follow it.
 QStringView firstWord(QStringView text);
 
-/// Joins two lines of a paragraph. A hyphen at the end of a line is dropped unless the word is written with it elsewhere
-/// on the page, has another one, or begins with a part that compounds have. `page` is all text that was recognized.
+/// Joins two lines of a paragraph. A hyphen at the end of a line is dropped unless the word is written with it
+/// elsewhere on the page, has another one, or begins with a part that compounds have. `page` is all text that was
+/// recognized.
 QString joinedLines(const QString &upper, const QString &lower, const QString &page);
 
 } // namespace lucentra::lines

@@ -31,6 +31,7 @@ constexpr double narrowestColumn = 8;
 constexpr double narrowestText = 5; ///< with the marks of sentences
 constexpr double ordinaryColumn = 12;
 constexpr double widestCell = 16;
+constexpr double widestEntry = 22; ///< of a table with more rows
 constexpr double wideColumn = 20;
 constexpr size_t enoughLines = 4; ///< to see where a column ends
 constexpr size_t manyLines = 12;  ///< one line of another kind among them makes no difference
@@ -38,6 +39,7 @@ constexpr size_t manyLines = 12;  ///< one line of another kind among them makes
 constexpr double mostLines = 0.6;
 constexpr double fewLines = 0.4;
 constexpr double nearlyAll = 0.9;
+constexpr int fewSpaces = 3; ///< of a line whose sentence ends with a word or two below
 /// A line that is at least this long can be a sentence of a subtitle.
 constexpr double shortestSubtitle = 4.5;
 constexpr double longSubtitle = 8.5; ///< without any mark
@@ -62,6 +64,7 @@ private:
         bool hasMarks = false;     ///< of sentences
         bool isCased = false;      ///< most lines begin with a letter that has a case
         bool hasLowerCase = false; ///< of these, some with a small one
+        bool isLowerCase = false;  ///< all lines, of which there are several
         bool hasCode = false;
         int open = 0; ///< lines that don't end a sentence
     };
@@ -75,6 +78,7 @@ private:
     bool isAlone(const Run &run) const;
     bool isAmongCode(const Run &run) const;
     double columnEnd(const Run &run) const;
+    bool reachesFarther(const Line &line, const Run &run) const;
     TextBlock block(const Run &lines, Links kind) const;
 
     const QSizeF m_size;
@@ -144,11 +148,15 @@ std::vector<bool> Paragraphs::continuations(const Run &run, Links &kind) const
     if (!(kind & Left) || result.back())
         return result;
     const bool isText = run.size() > 2 && column.isText && column.hasMarks;
-    if (column.width < (isText && endsSentence(run.back()->text) ? narrowestText : narrowestColumn) || column.hasCode ||
-        (!isText && isAmongCode(run)))
+    if (column.hasCode || (!isText && isAmongCode(run)))
         return result;
-    for (size_t i = 1; i < run.size(); ++i)
-        result[i] = isContinuation(*run[i - 1], *run[i], run, column);
+    const bool canBeNarrow = (isText && endsSentence(run.back()->text)) || column.isLowerCase;
+    const bool isWide = column.width >= (canBeNarrow ? narrowestText : narrowestColumn);
+    for (size_t i = 1; i < run.size(); ++i) {
+        const Line &upper = *run[i - 1];
+        const Line &lower = *run[i];
+        result[i] = isBrokenWord(upper.text, lower.text) || (isWide && isContinuation(upper, lower, run, column));
+    }
     return result;
 }
 
@@ -161,9 +169,11 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
     int cased = 0;
     int lowerCase = 0;
     int code = 0;
+    bool hasFigures = false; // as entries have
     for (size_t i = 0; i < run.size(); ++i) {
         const Line &line = *run[i];
         code += isCode(line.text) ? 1 : 0;
+        hasFigures = hasFigures || u"0123456789])"_s.contains(line.text.right(1));
         column.hasMarks = column.hasMarks || hasSentenceMarks(line.text);
         if (i == 0 || endsSentence(run[i - 1]->text) || hasListMark(line.text))
             continue;
@@ -178,6 +188,7 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
     }
     column.isCased = cased * 2 > column.open;
     column.hasLowerCase = lowerCase > 0;
+    column.isLowerCase = lowerCase > 1 && lowerCase == column.open && !hasFigures;
     column.hasCode = code * 4 > int(run.size());
     const bool isList = full < mostLines * column.open || (run.size() > 2 && column.open == 0);
     const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased && full < nearlyAll * column.open;
@@ -196,10 +207,15 @@ bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run 
         return false;
     if (hasListMark(upper.text) && lower.rect.left() - upper.rect.left() >= leastIndent * upper.em())
         return true;
-    if (upper.hasNeighbour && lower.hasNeighbour && column.width < widestCell && !isText)
+    const bool isPassage = (isText && column.open > 1) || column.isLowerCase;
+    if (upper.hasNeighbour && lower.hasNeighbour && !isPassage &&
+        column.width < (run.size() > 2 ? widestEntry : widestCell))
         return false;
-    const bool continues =
-        beginsInLowerCase(lower.text) && upper.text.contains(u' ') && (column.hasMarks || lower.text.contains(u' '));
+    const auto spaces = upper.text.count(u' ');
+    const bool isEnd = column.hasMarks && !endsBefore && endsSentence(lower.text);
+    const bool continues = beginsInLowerCase(lower.text)
+                               ? spaces >= fewSpaces || (spaces > 0 && (column.hasMarks || lower.text.contains(u' ')))
+                               : isEnd && spaces >= fewSpaces;
     const bool isLong = upper.rect.width() >= wideColumn * upper.em();
     const bool isSure = column.isCased ? (run.size() > 2 ? column.hasLowerCase : continues) : column.hasMarks;
     if (distance(*run[0], *run[1]) > wideDistance * upper.em())
@@ -299,6 +315,13 @@ TextBlock Paragraphs::block(const Run &lines, Links kind) const
     return block;
 }
 
+/// Whether the run from a line of another run goes on below that one.
+bool Paragraphs::reachesFarther(const Line &line, const Run &run) const
+{
+    Links kind;
+    return m_placed.runFrom(line, kind).back()->rect.top() > run.back()->rect.top();
+}
+
 QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
 {
     std::vector<qsizetype> fromTop(m_lines.size());
@@ -330,7 +353,8 @@ QList<TextBlock> Paragraphs::blocks(QList<TextBlock> ofLines) const
                 const qsizetype place = (*first)->pieces.front();
                 isJoined[place] = false;
                 ofLines[place] = block(Run(first, next), kind);
-            } else if (run.end() - next >= qsizetype(enoughLines) && run.size() < manyLines) {
+            } else if (next != run.end() && run.size() < manyLines &&
+                       (run.end() - next >= qsizetype(enoughLines) || reachesFarther(**next, run))) {
                 break; // which may be a paragraph below a line of another kind
             }
             first = next;

@@ -108,6 +108,16 @@ private Q_SLOTS:
              {0, 24, 300, u"을 잡으며 광장의 시계가 열두 시를 치면"_s},
              {0, 48, 100, u"팔기 시작합니다."_s}},
             {u"빵은 열 시에 반죽하고 열한 시에 모양을 잡으며 광장의 시계가 열두 시를 치면 팔기 시작합니다."_s});
+        row("lines that were read wrongly, by which their boxes are too high or too low, and a word below",
+            {{0, 0, 330, u"The bakery opens at midnight and the"_s},
+             {0, 21, 322, u"line that was rëad wrongly is too h1gh"_s, 23},
+             {0, 49, 326, u"for its letters, as this one, which is"_s, 14},
+             {0, 72, 50, u"lower."_s},
+             {0, 120, 320, u"What we learned from forty small"_s, 24},
+             {0, 150, 110, u"gardens"_s, 24}},
+            {u"The bakery opens at midnight and the line that was rëad wrongly is too h1gh for its letters, as this "
+             "one, which is lower."_s,
+             u"What we learned from forty small gardens"_s});
         row("two columns",
             {{0, 0, 300, u"The first thing to check is"_s},
              {340, 0, 300, u"A garden of this size needs"_s},
@@ -146,7 +156,8 @@ private Q_SLOTS:
              {32, 22, 120, u"使用者來模擬。"_s},
              {0, 44, 320, u"上游版本號只包含字母和數字，以及加號、減"_s},
              {32, 66, 60, u"號。"_s}},
-            {u"這個工具可以在編譯過程中必要的時候以普通使用者來模擬。"_s, u"上游版本號只包含字母和數字，以及加號、減號。"_s});
+            {u"這個工具可以在編譯過程中必要的時候以普通使用者來模擬。"_s,
+             u"上游版本號只包含字母和數字，以及加號、減號。"_s});
         row("a subtitle", {{240, 560, 320, u"別擔心，我會在車站等你。"_s}, {290, 584, 220, u"不要一個人回去。"_s}},
             {u"別擔心，我會在車站等你。不要一個人回去。"_s});
         for (const auto &[name, rows] : std::initializer_list<std::pair<const char *, QList<Row>>>{
@@ -165,7 +176,7 @@ private Q_SLOTS:
                  {"a label above its explanation",
                   {{0, 0, 70, u"自動更新"_s}, {0, 22, 190, u"在背景下載並安裝更新。"_s}}},
                  {"another size",
-                  {{0, 0, 300, u"What we learned from the small"_s, 16}, {0, 22, 120, u"gardens here"_s, 12}}},
+                  {{0, 0, 300, u"What we learned from the small"_s, 16}, {0, 22, 90, u"gardens here"_s, 12}}},
                  {"a numbered list",
                   {{0, 0, 320, u"1. Choose a folder for the exported report"_s},
                    {0, 22, 200, u"2. Press the other button"_s}}},
