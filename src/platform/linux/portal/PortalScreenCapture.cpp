@@ -96,8 +96,10 @@ Result<CaptureSurroundings> PortalScreenCapture::surroundings(quint32 paneWindow
 {
     m_paneWindow = paneWindow;
     auto found = m_pane.surroundings(paneWindow);
-    if (found)
-        m_displayCount = int(found->displays.size());
+    if (found) {
+        const std::lock_guard lock(m_storeMutex);
+        m_displays = found->displays;
+    }
     return found;
 }
 
@@ -134,22 +136,27 @@ Result<QImage> PortalScreenCapture::capture(const QRectF &area)
 Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &area)
 {
     const X11Display display = m_pane.displayAt(area.center());
-    const bool isOnlyDisplay = m_displayCount == 1;
+    QString token;
+    bool isOnlyDisplay = true;
+    {
+        const std::lock_guard lock(m_storeMutex);
+        QList<QRect> others;
+        for (const QRectF &frame : std::as_const(m_displays)) {
+            if (const QRect other = m_pane.displayAt(frame.center()).nativeFrame;
+                !other.isEmpty() && other != display.nativeFrame)
+                others.append(other);
+        }
+        isOnlyDisplay = others.isEmpty();
+        token = m_shares.tokenFor(display.nativeFrame, others);
+    }
     const auto isWanted = [&](const SharedMonitor &monitor) {
         return isOnlyDisplay || isSameMonitor(monitor, display.nativeFrame);
     };
-    QString token;
-    {
-        const std::lock_guard lock(m_storeMutex);
-        token = m_shares.tokenFor(display.nativeFrame, isOnlyDisplay);
-    }
     const bool mayAsk = m_mayAsk.exchange(false);
     const QString refused = u"沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。"_s;
-    if (token.isEmpty() && !mayAsk) {
-        if (m_wasRefused)
-            return failure(int(ScreenCastProblem::Refused), refused);
-        return failure(notAskedYet, u"為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。"_s);
-    }
+    const QString explanation = u"為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。"_s;
+    if (token.isEmpty() && !mayAsk)
+        return m_wasRefused ? failure(int(ScreenCastProblem::Refused), refused) : failure(notAskedYet, explanation);
 
     std::shared_ptr<void> room;
     const auto makeRoom = [&] { room = m_pane.makeRoom(m_paneWindow); };
@@ -184,6 +191,8 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &
     }
     m_wasRefused = false;
     const auto monitor = std::find_if(share->monitors.begin(), share->monitors.end(), isWanted);
+    if (monitor == share->monitors.end() && !token.isEmpty()) // the monitors have changed since they were shared
+        return failure(notAskedYet, explanation);
     if (monitor == share->monitors.end())
         return failure(otherMonitor, u"分享的不是翻譯板所在的螢幕。請再試一次，並選擇翻譯板所在的螢幕。"_s);
 

@@ -68,11 +68,11 @@ private:
     const Pane m_pane;
     const std::function<QString(const QString &)> m_localized;
     mutable std::mutex m_storeMutex;
-    ScreenShares m_shares; ///< guarded by m_storeMutex
+    ScreenShares m_shares;    ///< guarded by m_storeMutex, as are the next
+    QList<QRectF> m_displays; ///< at the last look
     std::atomic<bool> m_mayAsk = false;
     std::atomic<bool> m_wasRefused = false;
     std::atomic<quint32> m_paneWindow = 0;
-    std::atomic<int> m_displayCount = 1;
     std::mutex m_capturing; ///< one share at a time
     std::mutex m_runningMutex;
     Running *m_running = nullptr; ///< guarded by m_runningMutex, as are the next two

@@ -69,7 +69,7 @@ QHash<QString, QString> ScreenShares::read() const
     return tokens;
 }
 
-QString ScreenShares::tokenFor(const QRect &native, bool isOnlyMonitor) const
+QString ScreenShares::tokenFor(const QRect &native, const QList<QRect> &others) const
 {
     const QHash<QString, QString> tokens = read();
     const auto find = [&](auto isWanted) {
@@ -77,12 +77,19 @@ QString ScreenShares::tokenFor(const QRect &native, bool isOnlyMonitor) const
                                         [&](const QString &key) { return isWanted(frameOf(key)); });
         return found == tokens.keyEnd() ? QString() : *found.base();
     };
-    QString token = find([&](const QRect &frame) { return isSameMonitor({.frame = frame}, native); });
-    if (token.isEmpty() && isOnlyMonitor)
-        token = find([&](const QRect &frame) {
-            return isSameMonitor({.frame = {QPoint(), frame.size()}}, {QPoint(), native.size()});
-        });
-    if (token.isEmpty() && isOnlyMonitor)
+    const auto isAt = [](const QRect &frame) {
+        return [frame](const QRect &shared) { return isSameMonitor({.frame = shared}, frame); };
+    };
+    const auto isOther = [&](const QRect &shared) {
+        return std::any_of(others.begin(), others.end(), [&](const QRect &other) { return isAt(other)(shared); });
+    };
+    const auto hasMovedHere = [&](const QRect &shared) {
+        return !isOther(shared) && isAt({QPoint(), native.size()})({QPoint(), shared.size()});
+    };
+    QString token = find(isAt(native));
+    if (token.isEmpty())
+        token = find(hasMovedHere);
+    if (token.isEmpty() && others.isEmpty())
         token = tokens.values().value(0);
     return token;
 }

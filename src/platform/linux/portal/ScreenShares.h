@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QRect>
 #include <QString>
 
@@ -39,9 +40,9 @@ public:
     explicit ScreenShares(ScreenShareStore store);
 
     bool isEmpty() const { return read().isEmpty(); }
-    /// The token for the monitor at a frame in native pixels; empty if there is none. The only monitor may have been
-    /// somewhere else, or had another size, when it was shared.
-    QString tokenFor(const QRect &native, bool isOnlyMonitor) const;
+    /// The token for the monitor at a frame in native pixels; empty if there is none. `others` are the frames of the
+    /// other monitors: one that has moved since it was shared is recognized by its size, and the only one in any case.
+    QString tokenFor(const QRect &native, const QList<QRect> &others) const;
     /// Forgets the used token, and stores the next one for all monitors of the share. Nothing is stored if it is empty
     /// or longer than any desktop's.
     void replace(const QString &used, const QString &next, const QList<SharedMonitor> &monitors);

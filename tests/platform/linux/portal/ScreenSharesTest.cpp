@@ -25,21 +25,24 @@ private Q_SLOTS:
         QVERIFY(shares.isEmpty());
 
         shares.replace({}, u"a"_s, {{.node = 1, .frame = left}});
-        QCOMPARE(shares.tokenFor(left, false), u"a"_s);
-        QCOMPARE(shares.tokenFor(right, false), QString());
+        QCOMPARE(shares.tokenFor(left, {right}), u"a"_s);
+        QCOMPARE(shares.tokenFor(right, {left}), QString());
         shares.replace({}, u"b"_s, {{.node = 1, .frame = right}});
         shares.replace(u"a"_s, u"c"_s, {{.node = 1, .frame = left}});
-        QCOMPARE(shares.tokenFor(left, false), u"c"_s);
-        QCOMPARE(shares.tokenFor(right, false), u"b"_s);
+        QCOMPARE(shares.tokenFor(left, {right}), u"c"_s);
+        QCOMPARE(shares.tokenFor(right, {left}), u"b"_s);
 
-        QCOMPARE(shares.tokenFor(left, true), u"c"_s);
-        QCOMPARE(shares.tokenFor(QRect(QPoint(), right.size()), true), u"b"_s); // its neighbour was removed
+        QCOMPARE(shares.tokenFor(left, {}), u"c"_s);
+        QCOMPARE(shares.tokenFor(QRect(QPoint(), right.size()), {}), u"b"_s); // its neighbour was removed
+        const QRect beside(left.width(), 0, left.width(), left.height());
+        QCOMPARE(shares.tokenFor(beside, {QRect(QPoint(), right.size())}), u"c"_s); // they have changed places
+        QCOMPARE(shares.tokenFor(beside, {left}), QString());                       // its twin
         shares.replace(u"c"_s, {}, {}); // refused
-        QCOMPARE(shares.tokenFor(left, false), QString());
-        QCOMPARE(shares.tokenFor(left, true), u"b"_s);
+        QCOMPARE(shares.tokenFor(left, {right}), QString());
+        QCOMPARE(shares.tokenFor(left, {}), u"b"_s);
         shares.replace(u"b"_s, u"d"_s, {{.node = 1, .frame = left}}); // another monitor than before
-        QCOMPARE(shares.tokenFor(right, false), QString());
-        QCOMPARE(shares.tokenFor(left, false), u"d"_s);
+        QCOMPARE(shares.tokenFor(right, {left}), QString());
+        QCOMPARE(shares.tokenFor(left, {right}), u"d"_s);
         shares.replace(u"d"_s, QString(100000, u'x'), {{.node = 1, .frame = left}});
         QVERIFY(shares.isEmpty());
     }
