@@ -45,7 +45,9 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
           m_services.settings(), m_desktop->hotkeys(), m_services.mainQueue(), [this] { return m_pane->isKeyWindow(); },
           diagnostics)
     , m_mainMenu(m_services.texts(), m_actions)
-    , m_statusItem(m_services.texts(), m_actions, m_scheduler, [this] { return m_desktop->hasTray(); })
+    , m_statusItem(
+          m_services.texts(), m_mainMenu.statusMenu(), [this] { m_pane->toggle(); }, m_scheduler,
+          [this] { return m_desktop->hasTray(); })
     , m_windows({.services = m_services,
                  .scheduler = scheduler,
                  .history = m_history,
@@ -86,7 +88,7 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
     m_hotkeys.onTranslateCurrentArea = m_actions.translateCurrentArea;
     m_hotkeys.onSwitchLive = [this] { setLive(!m_actions.isLive()); };
     m_hotkeys.onHotkeyDisplayChanged = [this](quint32 flags, const QString &key) {
-        m_statusItem.setToggleKeys(flags, key);
+        m_mainMenu.setToggleKeys(flags, key);
     };
     m_finish = m_scheduler.after(longestWaitForPicture, [this] { finishLaunching(); });
     if (paneAtStart == PaneAtStart::Shown)
@@ -108,10 +110,7 @@ void AppDelegate::finishLaunching()
                                  [&view = m_pane->view()](QPoint place) { return view.textActionsAt(place); });
     m_statusItem.build();
     connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.renew(); });
-    m_services.settings().observe(settings::isLive, this, [this] {
-        m_mainMenu.updateLive();
-        m_statusItem.updateLive();
-    });
+    m_services.settings().observe(settings::isLive, this, [this] { m_mainMenu.updateLive(); });
     m_services.settings().observe(settings::liveHotkeyString, this, [this] { m_hotkeys.registerHotkeys(); });
     m_services.settings().followFile();
     m_services.settings().observe(notifications::updateGlobalHotkey, this, [this] {

@@ -15,8 +15,6 @@
 #include <unistd.h>
 
 using namespace std::chrono_literals;
-using namespace Qt::StringLiterals;
-
 namespace lucentra {
 
 namespace {

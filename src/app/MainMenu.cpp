@@ -1,12 +1,13 @@
 #include "MainMenu.h"
 
 #include "EditCommands.h"
-#include "LiveItem.h"
 #include "LocalizationManager.h"
 #include "Mnemonics.h"
 #include "Version.h"
+#include "VirtualKeys.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QMenuBar>
 
 #include <utility>
@@ -37,6 +38,35 @@ void closeActiveWindow()
         window->close();
 }
 
+/// An earlier version stored keys without a letter as private-use characters.
+QString keyName(const QString &key)
+{
+    constexpr char16_t firstFunctionKey = 0xF704;
+    constexpr char16_t lastFunctionKey = 0xF717; // F20
+    static const QHash<QString, QString> names{
+        {u"\uF700"_s, u"Up"_s},    {u"\uF701"_s, u"Down"_s}, {u"\uF702"_s, u"Left"_s},
+        {u"\uF703"_s, u"Right"_s}, {u"\uF728"_s, u"Del"_s},  {u"\uF729"_s, u"Home"_s},
+        {u"\uF72B"_s, u"End"_s},   {u"\uF72C"_s, u"PgUp"_s}, {u"\uF72D"_s, u"PgDown"_s}};
+    if (key.size() == 1 && key[0].unicode() >= firstFunctionKey && key[0].unicode() <= lastFunctionKey)
+        return u'F' + QString::number(key[0].unicode() - firstFunctionKey + 1);
+    return names.value(key, key.toUpper());
+}
+
+QKeySequence keySequence(quint32 flags, const QString &key)
+{
+    QStringList parts;
+    if (flags & modifierFlag::control)
+        parts.append(u"Ctrl"_s);
+    if (flags & modifierFlag::option)
+        parts.append(u"Alt"_s);
+    if (flags & modifierFlag::shift)
+        parts.append(u"Shift"_s);
+    if (flags & modifierFlag::command)
+        parts.append(u"Meta"_s);
+    parts.append(keyName(key));
+    return QKeySequence(parts.join(u'+'), QKeySequence::PortableText);
+}
+
 } // namespace
 
 MainMenu::MainMenu(const LocalizationManager &texts, const ShellActions &actions)
@@ -48,6 +78,7 @@ MainMenu::MainMenu(const LocalizationManager &texts, const ShellActions &actions
     fillTranslateMenu();
     fillWindowMenu();
     fillContextMenu();
+    fillStatusMenu();
 }
 
 MainMenu::~MainMenu() = default;
@@ -66,11 +97,11 @@ void MainMenu::fillApplicationMenu()
 {
     add(m_application, u"關於 Lucentra｜澄鏡通"_s, {}, [this] { showAbout(); });
     m_application.addSeparator();
-    add(m_application, u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
+    m_settings = add(m_application, u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
     m_application.addSeparator();
     add(m_application, u"隱藏 Lucentra"_s, Qt::CTRL | Qt::Key_H, hideApplication);
     m_application.addSeparator();
-    add(m_application, u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
+    m_quit = add(m_application, u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
 }
 
 void MainMenu::fillEditMenu()
@@ -90,13 +121,17 @@ void MainMenu::fillEditMenu()
 void MainMenu::fillTranslateMenu()
 {
     add(m_translate, u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
-    m_live = add(m_translate, liveItemKey.toString(), {}, [this] { m_actions.setLive(m_live->isChecked()); });
+    m_live = add(m_translate, u"即時翻譯"_s, {}, [this] { m_actions.setLive(m_live->isChecked()); });
     m_live->setCheckable(true);
 }
 
 void MainMenu::updateLive()
 {
-    showLiveState(*m_live, m_actions, m_texts);
+    const bool isAllowed = m_actions.canBeLive && m_actions.canBeLive();
+    m_live->setEnabled(isAllowed);
+    m_live->setChecked(isAllowed && m_actions.isLive());
+    m_live->setText(
+        m_texts.localized(isAllowed ? u"即時翻譯"_s : u"即時翻譯（這個桌面擷取畫面時翻譯板會閃爍，無法使用）"_s));
 }
 
 void MainMenu::fillWindowMenu()
@@ -114,6 +149,22 @@ void MainMenu::fillContextMenu()
     m_context.addMenu(&m_window);
     m_context.addSeparator();
     m_context.addActions(m_application.actions());
+}
+
+void MainMenu::fillStatusMenu()
+{
+    m_toggle = add(m_status, u"顯示/隱藏 翻譯板"_s, {}, [this] { m_actions.toggleWindow(); });
+    m_status.addActions(m_translate.actions());
+    m_status.addSeparator();
+    add(m_status, u"翻譯歷史紀錄"_s, {}, [this] { m_actions.openHistory(); });
+    m_status.addAction(m_settings);
+    m_status.addSeparator();
+    m_status.addAction(m_quit);
+}
+
+void MainMenu::setToggleKeys(quint32 flags, const QString &key)
+{
+    m_toggle->setShortcut(keySequence(flags, key));
 }
 
 void MainMenu::build()
@@ -137,7 +188,7 @@ void MainMenu::fillMenuBar(QMenuBar &bar) const
 void MainMenu::attachContextMenu(QWidget &widget, std::function<QList<QAction *>(QPoint)> itemsAt)
 {
     for (const Item &item : std::as_const(m_items)) {
-        if (!item.action->shortcut().isEmpty())
+        if (!item.action->shortcut().isEmpty() && item.action != m_toggle) // which is a global hotkey
             widget.addAction(item.action);
     }
     widget.setContextMenuPolicy(Qt::CustomContextMenu);

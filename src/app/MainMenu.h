@@ -15,7 +15,8 @@ namespace lucentra {
 class LocalizationManager;
 
 /// The program's menus "Lucentra", "編輯", "翻譯" and "視窗": the menu bar of windows that have one, and the context
-/// menu of the pane. Items without a target act on the window or the text field that has the focus.
+/// menu of the pane; and the menu of the status item. Items without a target act on the window or the text field that
+/// has the focus.
 class MainMenu : public QObject
 {
 public:
@@ -27,6 +28,9 @@ public:
 
     /// Updates the item of live translation.
     void updateLive();
+    /// The keys that the status menu's first item shows: modifier flags (VirtualKeys.h) and the key.
+    void setToggleKeys(quint32 flags, const QString &key);
+    QMenu &statusMenu() { return m_status; }
 
     /// Adds the menus to a window's menu bar.
     void fillMenuBar(QMenuBar &bar) const;
@@ -46,6 +50,7 @@ private:
     void fillTranslateMenu();
     void fillWindowMenu();
     void fillContextMenu();
+    void fillStatusMenu();
     QAction *add(QMenu &menu, const QString &key, const QKeySequence &shortcut, std::function<void()> act);
     void updateEditItems();
     void showAbout();
@@ -57,8 +62,12 @@ private:
     QMenu m_translate;
     QMenu m_window;
     QMenu m_context;
+    QMenu m_status;
     QList<Item> m_items;
+    QAction *m_toggle = nullptr;
     QAction *m_live = nullptr;
+    QAction *m_settings = nullptr;
+    QAction *m_quit = nullptr;
     QPointer<QMessageBox> m_about; ///< while it is open
 };
 

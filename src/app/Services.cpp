@@ -13,8 +13,6 @@
 #include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace lucentra {
 
 namespace {

@@ -1,11 +1,8 @@
 #include "StatusItem.h"
 
-#include "LiveItem.h"
 #include "LocalizationManager.h"
-#include "VirtualKeys.h"
 
 #include <QApplication>
-#include <QHash>
 #include <QIconEngine>
 #include <QPainter>
 #include <QStyle>
@@ -64,41 +61,13 @@ QIcon statusImage()
     return image;
 }
 
-/// An earlier version stored keys without a letter as private-use characters.
-QString keyName(const QString &key)
-{
-    constexpr char16_t firstFunctionKey = 0xF704;
-    constexpr char16_t lastFunctionKey = 0xF717; // F20
-    static const QHash<QString, QString> names{
-        {u"\uF700"_s, u"Up"_s},    {u"\uF701"_s, u"Down"_s}, {u"\uF702"_s, u"Left"_s},
-        {u"\uF703"_s, u"Right"_s}, {u"\uF728"_s, u"Del"_s},  {u"\uF729"_s, u"Home"_s},
-        {u"\uF72B"_s, u"End"_s},   {u"\uF72C"_s, u"PgUp"_s}, {u"\uF72D"_s, u"PgDown"_s}};
-    if (key.size() == 1 && key[0].unicode() >= firstFunctionKey && key[0].unicode() <= lastFunctionKey)
-        return u'F' + QString::number(key[0].unicode() - firstFunctionKey + 1);
-    return names.value(key, key.toUpper());
-}
-
-QKeySequence keySequence(quint32 flags, const QString &key)
-{
-    QStringList parts;
-    if (flags & modifierFlag::control)
-        parts.append(u"Ctrl"_s);
-    if (flags & modifierFlag::option)
-        parts.append(u"Alt"_s);
-    if (flags & modifierFlag::shift)
-        parts.append(u"Shift"_s);
-    if (flags & modifierFlag::command)
-        parts.append(u"Meta"_s);
-    parts.append(keyName(key));
-    return QKeySequence(parts.join(u'+'), QKeySequence::PortableText);
-}
-
 } // namespace
 
-StatusItem::StatusItem(const LocalizationManager &texts, const ShellActions &actions, Scheduler &scheduler,
-                       std::function<bool()> isTrayThere)
+StatusItem::StatusItem(const LocalizationManager &texts, QMenu &menu, std::function<void()> clicked,
+                       Scheduler &scheduler, std::function<bool()> isTrayThere)
     : m_texts(texts)
-    , m_actions(actions)
+    , m_menu(menu)
+    , m_clicked(std::move(clicked))
     , m_scheduler(scheduler)
     , m_isTrayThere(std::move(isTrayThere))
 {
@@ -106,38 +75,12 @@ StatusItem::StatusItem(const LocalizationManager &texts, const ShellActions &act
 
 StatusItem::~StatusItem() = default;
 
-QAction *StatusItem::add(const QString &key, const QKeySequence &shortcut, std::function<void()> act)
-{
-    QAction *action = m_menu.addAction(m_texts.localized(key));
-    action->setShortcut(shortcut);
-    connect(action, &QAction::triggered, this, std::move(act));
-    return action;
-}
-
 void StatusItem::build()
 {
-    m_menu.clear();
-    QAction *toggle = add(u"顯示/隱藏 翻譯板"_s, Qt::ALT | Qt::Key_T, [this] { m_actions.toggleWindow(); });
-    toggle->setData(toggleTag);
-    add(u"翻譯目前區域"_s, Qt::ALT | Qt::Key_Return, [this] { m_actions.translateCurrentArea(); });
-    m_live = add(liveItemKey.toString(), {}, [this] { m_actions.setLive(m_live->isChecked()); });
-    m_live->setCheckable(true);
-    updateLive();
-    m_menu.addSeparator();
-    add(u"翻譯歷史紀錄"_s, {}, [this] { m_actions.openHistory(); });
-    add(u"設定…"_s, Qt::CTRL | Qt::Key_Comma, [this] { m_actions.openSettings(); });
-    m_menu.addSeparator();
-    add(u"結束 Lucentra｜澄鏡通"_s, Qt::CTRL | Qt::Key_Q, [] { QCoreApplication::exit(); });
     if (m_icon)
         m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));
     else
         poll();
-}
-
-void StatusItem::updateLive()
-{
-    if (m_live)
-        showLiveState(*m_live, m_actions, m_texts);
 }
 
 void StatusItem::renew()
@@ -145,15 +88,6 @@ void StatusItem::renew()
     m_icon.reset();
     m_pollInterval = firstPollInterval;
     poll();
-}
-
-void StatusItem::setToggleKeys(quint32 flags, const QString &key)
-{
-    const QList<QAction *> items = m_menu.actions();
-    for (QAction *item : items) {
-        if (item->data() == toggleTag)
-            item->setShortcut(keySequence(flags, key));
-    }
 }
 
 void StatusItem::poll()
@@ -169,11 +103,11 @@ void StatusItem::poll()
 void StatusItem::makeIcon()
 {
     m_icon = std::make_unique<QSystemTrayIcon>(statusImage());
-    m_icon->setToolTip(m_texts.localized(u"Lucentra｜澄鏡通"_s));
+    build();
     m_icon->setContextMenu(&m_menu);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
         if (reason == QSystemTrayIcon::Trigger)
-            m_actions.toggleWindow();
+            m_clicked();
     });
     m_icon->show();
 }

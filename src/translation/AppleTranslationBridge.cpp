@@ -5,8 +5,6 @@
 #include <future>
 #include <map>
 
-using namespace Qt::StringLiterals;
-
 namespace lucentra {
 
 namespace {

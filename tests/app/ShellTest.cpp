@@ -4,7 +4,6 @@
 #include "MainMenu.h"
 #include "ManualScheduler.h"
 #include "PaneFixture.h"
-#include "StatusItem.h"
 #include "TestProgram.h"
 #include "TestTexts.h"
 #include "ToolkitLanguage.h"
@@ -27,39 +26,40 @@ class ShellTest : public QObject
 private Q_SLOTS:
     void theStatusMenuFollowsTheHotkey()
     {
-        StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
-        item.build();
+        MainMenu menu(m_texts.manager, m_actions);
+        menu.build();
         for (const auto &[flags, key, shortcut] : {std::tuple(0x80000U, u"t"_s, u"Alt+T"_s),
                                                    {0x60000U, u"k"_s, u"Ctrl+Shift+K"_s},
                                                    {0x100000U, u"k"_s, u"Meta+K"_s},
                                                    {0x40000U, u"F5"_s, u"Ctrl+F5"_s},
                                                    {0U, u"a"_s, u"A"_s}}) {
-            item.setToggleKeys(flags, key);
-            QCOMPARE(shown(item.menu()).first(), u"顯示/隱藏 翻譯板 | "_s + shortcut);
+            menu.setToggleKeys(flags, key);
+            QCOMPARE(shown(menu.statusMenu()).first(), u"顯示/隱藏 翻譯板 | "_s + shortcut);
         }
     }
 
     void menusInTheirOrder()
     {
-        StatusItem item(m_texts.manager, m_actions, m_scheduler, [] { return false; });
         MainMenu menu(m_texts.manager, m_actions);
         QMenuBar bar;
         menu.fillMenuBar(bar);
         const QList<QAction *> menus = bar.actions();
         menu.build();
         const QMenu &application = *menus[0]->menu<QMenu *>();
-        item.build();
-        QCOMPARE(shown(item.menu()).mid(1),
+        QCOMPARE(shown(menu.statusMenu()).mid(1),
                  (QStringList{u"翻譯目前區域 | Alt+Return"_s, u"即時翻譯 | "_s, u"-"_s, u"翻譯歷史紀錄 | "_s,
                               u"設定… | Ctrl+,"_s, u"-"_s, u"結束 Lucentra｜澄鏡通 | Ctrl+Q"_s}));
         for (const int number : {1, 2, 4, 5})
-            item.menu().actions()[number]->trigger();
+            menu.statusMenu().actions()[number]->trigger();
         QCOMPARE(m_done, (QStringList{u"translate"_s, u"live"_s, u"history"_s, u"settings"_s}));
-        item.updateLive();
-        QVERIFY(item.menu().actions()[2]->isChecked());
+        menu.updateLive();
+        QVERIFY(menu.statusMenu().actions()[2]->isChecked());
         m_canBeLive = false; // then the item says why
-        item.build();
-        QVERIFY(!item.menu().actions()[2]->isEnabled() && item.menu().actions()[2]->text().contains(u"無法使用"_s));
+        menu.updateLive();
+        const QAction &live = *menu.statusMenu().actions()[2];
+        QVERIFY(!live.isEnabled() && live.text().contains(u"無法使用"_s));
+        m_canBeLive = true;
+        menu.updateLive();
         QStringList lines;
         for (const QAction *each : menus) {
             lines.append(each->text());

@@ -4,7 +4,6 @@
 #include "LocalizationManager.h"
 
 #include <QDeadlineTimer>
-#include <QSet>
 
 #include <algorithm>
 #include <chrono>
@@ -120,10 +119,14 @@ void HistoryListModel::follow()
 {
     const QList<HistoryItem> wanted = matchingItems();
     m_lookedAt = m_manager.history().size();
-    if (qAbs(wanted.size() - m_items.size()) <= mostSingleChanges && removeMissing(wanted)) {
-        insertNew(wanted);
-        updateStars(wanted);
-    }
+    QSet<QUuid> ids;
+    for (const HistoryItem &item : wanted)
+        ids.insert(item.id);
+    const qsizetype gone = std::count_if(m_items.cbegin(), m_items.cend(),
+                                         [&](const HistoryItem &item) { return !ids.contains(item.id); });
+    const qsizetype come = wanted.size() - (m_items.size() - gone);
+    if (gone + come <= mostSingleChanges)
+        changeRows(wanted, ids);
     if (m_items != wanted) {
         beginResetModel();
         m_items = wanted;
@@ -133,50 +136,28 @@ void HistoryListModel::follow()
         lookLater(); // which reports that the search is complete
 }
 
-/// Returns false, without a change, if there are too many.
-bool HistoryListModel::removeMissing(const QList<HistoryItem> &wanted)
+/// Removes, inserts and changes single rows. Entries that have changed places stay for a reset.
+void HistoryListModel::changeRows(const QList<HistoryItem> &wanted, const QSet<QUuid> &ids)
 {
-    QSet<QUuid> ids;
-    ids.reserve(wanted.size());
-    for (const HistoryItem &item : wanted)
-        ids.insert(item.id);
-    QList<int> missing;
-    for (int row = int(m_items.size()) - 1; row >= 0; --row) {
-        if (!ids.contains(m_items[row].id))
-            missing.append(row);
-    }
-    if (missing.size() > mostSingleChanges)
-        return false;
-    for (const int row : std::as_const(missing)) {
-        beginRemoveRows({}, row, row);
-        m_items.removeAt(row);
-        endRemoveRows();
-    }
-    return true;
-}
-
-void HistoryListModel::insertNew(const QList<HistoryItem> &wanted)
-{
-    const qsizetype most = wanted.size() - m_items.size();
     qsizetype inserted = 0;
-    for (int row = 0; row < wanted.size() && inserted < most; ++row) {
-        if (row < m_items.size() && m_items[row].id == wanted[row].id)
+    for (int row = 0; row < std::max(m_items.size(), wanted.size()) && inserted <= mostSingleChanges;) {
+        const bool isOurs = row < m_items.size();
+        if (isOurs && !ids.contains(m_items[row].id)) {
+            beginRemoveRows({}, row, row);
+            m_items.removeAt(row);
+            endRemoveRows();
             continue;
-        beginInsertRows({}, row, row);
-        m_items.insert(row, wanted[row]);
-        endInsertRows();
-        ++inserted;
-    }
-}
-
-void HistoryListModel::updateStars(const QList<HistoryItem> &wanted)
-{
-    const auto rows = std::min(m_items.size(), wanted.size());
-    for (int row = 0; row < rows; ++row) {
-        if (m_items[row].id != wanted[row].id || m_items[row] == wanted[row])
-            continue;
-        m_items[row] = wanted[row];
-        Q_EMIT dataChanged(index(row), index(row));
+        }
+        if (row < wanted.size() && (!isOurs || m_items[row].id != wanted[row].id)) {
+            beginInsertRows({}, row, row);
+            m_items.insert(row, wanted[row]);
+            endInsertRows();
+            ++inserted;
+        } else if (row < wanted.size() && m_items[row] != wanted[row]) {
+            m_items[row] = wanted[row];
+            Q_EMIT dataChanged(index(row), index(row));
+        }
+        ++row;
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <QAbstractListModel>
 #include <QHash>
+#include <QSet>
 
 #include <memory>
 
@@ -52,9 +53,7 @@ private:
     void lookLater();
     QList<HistoryItem> matchingItems();
     void follow();
-    bool removeMissing(const QList<HistoryItem> &wanted);
-    void insertNew(const QList<HistoryItem> &wanted);
-    void updateStars(const QList<HistoryItem> &wanted);
+    void changeRows(const QList<HistoryItem> &wanted, const QSet<QUuid> &ids);
 
     HistoryManager &m_manager;
     const LocalizationManager &m_texts;
