@@ -119,7 +119,15 @@ void PaneShell::prepareEngines()
         return;
     m_services.recognizer();
     m_services.translationManager();
-    m_services.prepareOnDevice(*m_view);
+    prepareOnDevice();
+    m_services.settings().observe(settings::translationEngine, this, [this] { prepareOnDevice(); });
+}
+
+/// With another engine, nobody asks for the phrases of this computer, which take seconds to collect.
+void PaneShell::prepareOnDevice()
+{
+    m_services.prepareOnDevice(*m_view, m_services.settings().read(settings::translationEngine) ==
+                                            qint64(TranslationEngine::apple));
 }
 
 void PaneShell::wirePass()

@@ -53,6 +53,7 @@ public:
     bool canBeLive() const;
 
 private:
+    void prepareOnDevice();
     void wireDesktop();
     void wirePass();
     void wireManualInput();

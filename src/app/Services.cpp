@@ -72,9 +72,11 @@ const OnDeviceEngine &Services::onDeviceEngine()
     return m_onDevice;
 }
 
-void Services::prepareOnDevice(const QObject &view)
+void Services::prepareOnDevice(const QObject &view, bool isExpected)
 {
-    onDeviceEngine().translation->prepare();
+    const OnDeviceEngine &engine = onDeviceEngine();
+    if (isExpected)
+        engine.translation->prepare();
     m_bridge->setParentView(&view);
 }
 

@@ -49,8 +49,8 @@ public:
     ModelInstallation &modelInstallation();
     /// Like `testConnection`. The test of this computer's engine also says which models are installed.
     void testEngine(const std::function<void(Result<QString>)> &completion);
-    /// Starts what the on-device engine needs; its translations are for this view.
-    void prepareOnDevice(const QObject &view);
+    /// Makes the on-device engine for this view. If it is expected to be used, it starts what takes long.
+    void prepareOnDevice(const QObject &view, bool isExpected = true);
 
 private:
     HttpSession &http();
