@@ -68,8 +68,11 @@ class NativePane:
         session = self.session
         self.see_pane(PANE)
         plain = session.picture()
-        session.click(640, 510, times=2)
-        self.assertEqual(self.requests(1), [LINES])
+        for _ in range(3):  # a busy compositor may deliver the second click too late for a double click
+            session.click(640, 510, times=2)
+            if eventually(lambda: self.server.requests, 10):
+                break
+        self.assertEqual(self.requests(1)[:1], [LINES])
         self.assertTrue(eventually(lambda: ImageChops.difference(session.picture(), plain).crop(
             (PANE[0] + 20, PANE[1] + 46, PANE[2] - 20, PANE[3] - 20)).getbbox()), "the overlays")
         for _ in range(3):  # over its own overlays

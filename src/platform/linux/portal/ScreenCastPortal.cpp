@@ -227,7 +227,7 @@ ScreenCastPortal::Calls::request(const char *method, GVariant *(*arguments)(cons
     while (true) {
         if (const auto answer = m_answers.take(path))
             return Answer{answer->code, std::move(answer->results)};
-        if (m_isServiceGone || m_isClosed)
+        if (m_isServiceGone || m_isClosed || g_dbus_connection_is_closed(m_bus.get()))
             return tl::unexpected(ScreenCastProblem::Failed);
         const bool isCancelled = g_cancellable_is_cancelled(m_cancellable.get());
         if (isCancelled || std::chrono::steady_clock::now() >= deadline) {
