@@ -12,8 +12,8 @@ namespace {
 
 // In ems, which is the height of a line.
 constexpr double nearText = 3;      // between a heading and its paragraph
-constexpr double farthestBlock = 5; // between two blocks of a column
-constexpr double sideTolerance = 1; // by which a heading may be wider than its paragraph
+constexpr double farthestBlock = 14; // between two blocks of a column, such as a picture
+constexpr double sideTolerance = 1.6; // by which a heading may be wider than its paragraph
 constexpr double sharedPart = 0.6;  // of the narrower block's width
 
 /// A block in pixels, y down.

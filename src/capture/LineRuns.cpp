@@ -3,6 +3,8 @@
 #include "LineText.h"
 #include "TextRecognition.h"
 
+#include <QRegularExpression>
+
 #include <cmath>
 #include <limits>
 
@@ -25,6 +27,7 @@ constexpr double boxesApart = 0.1;
 /// In pixels.
 constexpr double rounding = 1;
 constexpr double distanceTolerance = 0.16;
+constexpr double widestPunctuation = 1.2;
 constexpr double widestSpace = 1.6;
 constexpr double openingSpace = 0.5;
 constexpr double clearlyCentred = 0.25;
@@ -60,6 +63,14 @@ bool canBeRestOf(const Line &piece, const Line &rest)
            std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4;
 }
 
+/// Whether the gap between two pieces is ideographic punctuation, which is mostly white.
+bool isPunctuation(const Line &piece, const Line &rest)
+{
+    static const QRegularExpression white(u"[，。、！？：；」』）]$"_s);
+    return rest.rect.left() - piece.rect.right() <= widestPunctuation * piece.em() &&
+           (white.match(piece.text).hasMatch() || u"「『（《"_s.contains(rest.text.left(1)));
+}
+
 /// Whether a line is right above or below two pieces and covers both, so that the gap between them is a wide space of
 /// justified text rather than one between columns.
 bool bridges(const Line &line, const Line &piece, const Line &rest)
@@ -92,9 +103,7 @@ PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
 {
     std::vector<Line> pieces;
     for (qsizetype i = 0; i < lines.size(); ++i) {
-        Line line{.text = lines[i].text.trimmed(),
-                  .rect = lines[i].normBox.in(imageSize),
-                  .pieces = {i}};
+        Line line{.text = lines[i].text.trimmed(), .rect = lines[i].normBox.in(imageSize), .pieces = {i}};
         if (u"（「『《〈【"_s.contains(line.text.left(1))) // the ink of these is in the right half
             line.rect.setLeft(line.rect.left() - openingSpace * line.em());
         measure(line);
@@ -103,7 +112,7 @@ PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
     for (const Line &line : pieces) {
         Line *before = m_lines.empty() || !canBeRestOf(m_lines.back(), line) ? nullptr : &m_lines.back();
         const auto bridgesGap = [&](const Line &other) { return bridges(other, *before, line); };
-        if (before && std::any_of(pieces.begin(), pieces.end(), bridgesGap)) {
+        if (before && (isPunctuation(*before, line) || std::any_of(pieces.begin(), pieces.end(), bridgesGap))) {
             before->text = joinedLines(before->text, line.text, {});
             before->rect |= line.rect;
             measure(*before);

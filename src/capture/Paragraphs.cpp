@@ -30,8 +30,7 @@ constexpr double centredDistance = 1.75;
 constexpr double narrowestColumn = 8;
 constexpr double narrowestText = 5; ///< with the marks of sentences
 constexpr double ordinaryColumn = 12;
-constexpr double widestCell = 16;
-constexpr double widestEntry = 22; ///< of a table with more rows
+constexpr double widestCell = 22;
 constexpr double wideColumn = 20;
 constexpr size_t enoughLines = 4; ///< to see where a column ends
 constexpr size_t manyLines = 12;  ///< one line of another kind among them makes no difference
@@ -208,8 +207,7 @@ bool Paragraphs::isContinuation(const Line &upper, const Line &lower, const Run 
     if (hasListMark(upper.text) && lower.rect.left() - upper.rect.left() >= leastIndent * upper.em())
         return true;
     const bool isPassage = (isText && column.open > 1) || column.isLowerCase;
-    if (upper.hasNeighbour && lower.hasNeighbour && !isPassage &&
-        column.width < (run.size() > 2 ? widestEntry : widestCell))
+    if (run.size() > 2 && !isPassage && upper.hasNeighbour && lower.hasNeighbour && column.width < widestCell)
         return false;
     const auto spaces = upper.text.count(u' ');
     const bool isEnd = column.hasMarks && !endsBefore && endsSentence(lower.text);
