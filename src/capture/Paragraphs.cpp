@@ -131,6 +131,18 @@ bool isFull(const Line &upper, const Line &lower, double end)
     return upper.rect.right() + needed > end;
 }
 
+/// Whether lines with common edges and centres are rather centred.
+bool areCentred(const Run &run)
+{
+    const auto spread = [&](auto place) {
+        const auto [least, most] = std::minmax_element(
+            run.begin(), run.end(), [&](const Line *a, const Line *b) { return place(a->rect) < place(b->rect); });
+        return place((*most)->rect) - place((*least)->rect);
+    };
+    return spread([](const QRectF &rect) { return rect.center().x(); }) <
+           spread([](const QRectF &rect) { return rect.left(); });
+}
+
 std::vector<bool> Paragraphs::continuations(const Run &run, Links &kind) const
 {
     std::vector<bool> result(run.size(), false);
@@ -142,7 +154,8 @@ std::vector<bool> Paragraphs::continuations(const Run &run, Links &kind) const
     const Column column = columnOf(run);
     if (!(kind & Left) || (kind & Centre && (isInMiddle || run.size() > 2)))
         result = centredContinuations(run);
-    if (result.back() && kind & Centre && (isInMiddle || column.width < ordinaryColumn))
+    const bool isCentred = isInMiddle || (column.width < ordinaryColumn && areCentred(run));
+    if (result.back() && kind & Centre && isCentred)
         kind = Centre;
     if (!(kind & Left) || result.back())
         return result;
@@ -306,7 +319,8 @@ TextBlock Paragraphs::block(const Run &lines, Links kind) const
     }
     std::sort(heights.begin(), heights.end());
     block.normBox = NormBox::of(area, m_size);
-    block.lineHeight = heights[heights.size() / 2] / m_size.height();
+    // Misread letters make a box higher more often than lower.
+    block.lineHeight = heights[(heights.size() - 1) / 2] / m_size.height();
     block.lineCount = int(lines.size());
     block.lineDistance = distance(*lines.front(), *lines.back()) / double(lines.size() - 1) / m_size.height();
     block.alignment = kind & Left ? Qt::AlignLeft : kind & Centre ? Qt::AlignHCenter : Qt::AlignRight;

@@ -42,6 +42,18 @@ struct Row
     double height = 16;
 };
 
+QList<TextBlock> blocksOf(const QList<Row> &rows)
+{
+    const QSizeF size(800, 600);
+    QList<TextLine> lines;
+    for (const Row &row : rows)
+        lines.append({row.text, NormBox::of({row.x, row.y, row.width, row.height}, size)});
+    const auto isPhrase = [](const QString &text) {
+        return text == u"Restore the Previous Session Now" || text == u"train arrived.";
+    };
+    return paragraphsFromLines(lines, size, isPhrase);
+}
+
 } // namespace
 
 class PlacementTest : public QObject
@@ -236,14 +248,21 @@ private Q_SLOTS:
     void linesOfAParagraphAreJoined()
     {
         QFETCH(QList<Row>, rows);
-        const QSizeF size(800, 600);
-        QList<TextLine> lines;
-        for (const Row &row : rows)
-            lines.append({row.text, NormBox::of({row.x, row.y, row.width, row.height}, size)});
-        const auto isPhrase = [](const QString &text) {
-            return text == u"Restore the Previous Session Now" || text == u"train arrived.";
-        };
-        QTEST(textsOf(paragraphsFromLines(lines, size, isPhrase)), "blocks");
+        QTEST(textsOf(blocksOf(rows)), "blocks");
+    }
+
+    void narrowTextIsAlignedAsItsLinesAre()
+    {
+        const auto blocks = blocksOf({{0, 0, 137, u"Swimming pool closed"_s, 13},
+                                      {1, 20, 136, u"until June because the"_s, 13},
+                                      {0, 40, 142, u"roof has to be repaired."_s, 17},
+                                      {400, 0, 120, u"You said that"_s, 13},
+                                      {405, 20, 110, u"it would be here"_s, 13},
+                                      {406, 40, 108, u"by seven today!"_s, 13}});
+        QCOMPARE(blocks.size(), 2);
+        QCOMPARE(blocks[0].alignment, Qt::AlignLeft);
+        QCOMPARE(blocks[0].lineHeight, 13.0 / 600); // the usual one
+        QCOMPARE(blocks[1].alignment, Qt::AlignHCenter);
     }
 
     void boxesAreMappedOntoThePane()
