@@ -185,7 +185,9 @@ QString joinedLines(const QString &upper, const QString &lower, const QString &p
         return upper + lower;
     if (upper.endsWith(QChar::SoftHyphen))
         return upper.chopped(1) + lower;
-    const auto broken = brokenWord.match(upper);
+    constexpr qsizetype longestWord = 64;
+    const QString lastWord = upper.right(longestWord); // the text may be a long one
+    const auto broken = brokenWord.match(lastWord);
     if (broken.hasMatch() && lower[0].isLower()) {
         const QString start = broken.captured(1);
         static const QRegularExpression word(u"^\\p{L}+"_s);
@@ -196,7 +198,7 @@ QString joinedLines(const QString &upper, const QString &lower, const QString &p
         return (isCompound && !isWrittenTogether ? upper : upper.chopped(1)) + lower;
     }
     const bool needsNoSpace =
-        (isIdeographic(upper.back()) && isIdeographic(lower[0])) || isBrokenKorean(upper, lower, page);
+        (isIdeographic(upper.back()) && isIdeographic(lower[0])) || isBrokenKorean(lastWord, lower, page);
     return upper + (needsNoSpace || broken.hasMatch() ? u""_s : u" "_s) + lower;
 }
 
