@@ -14,6 +14,8 @@ namespace {
 
 /// A text that has been the same for so long isn't being written any more.
 constexpr auto stillTime = 300ms;
+/// The same for a text that was found in the midst of a change and may be whole.
+constexpr auto stillTimeOfNew = 150ms;
 /// No text waits longer to be translated.
 constexpr auto longestWait = 1000ms;
 /// The share of a shorter text that a longer one must begin with, since the last letters of a text that is being
@@ -51,7 +53,9 @@ public:
             written.translation = shorter->translation;
             if (!shorter->isTranslated)
                 written.begun = shorter->begun;
-        } else if (!isUnsettled) {
+        } else if (isUnsettled) {
+            written.changed -= stillTime - stillTimeOfNew;
+        } else {
             written.begun = m_time - longestWait; // waits for nothing
         }
         return written;
