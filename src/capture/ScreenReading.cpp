@@ -134,7 +134,7 @@ private:
         for (int i = 0;; ++i) {
             QList<TextLine> found;
             for (const TextLine &line : readPart(part)) {
-                if (!isKnown(pixelsOf(line.normBox, m_picture.size())))
+                if (!isKnown(line))
                     found.append(line);
             }
             QRect wider = part;
@@ -154,12 +154,18 @@ private:
         }
     }
 
-    bool isKnown(const QRect &box) const
+    /// Whether a line is at the place of another one. A kept line that it continues isn't kept any longer.
+    bool isKnown(const TextLine &found)
     {
+        const QRect box = pixelsOf(found.normBox, m_picture.size());
         const auto isThere = [&](const TextLine &line) { return isSamePlace(pixelsOf(line.normBox, m_picture.size()), box); };
         for (qsizetype i = 0; i < m_boxes.size(); ++i) {
-            if (m_isKept[size_t(i)] && isSamePlace(m_boxes[i], box))
+            if (!m_isKept[size_t(i)] || !isSamePlace(m_boxes[i], box))
+                continue;
+            const QString &kept = m_former.lines[i].text;
+            if (isSameBox(m_boxes[i], box) || kept == found.text || !found.text.contains(kept))
                 return true;
+            m_isKept[size_t(i)] = false;
         }
         return std::any_of(m_found.begin(), m_found.end(), isThere); // widened parts may overlap
     }
