@@ -2,6 +2,7 @@
 
 #include "MovedLines.h"
 #include "PictureChange.h"
+#include "ShownBlocks.h"
 
 #include <QPainter>
 
@@ -163,7 +164,7 @@ private:
             if (!m_isKept[size_t(i)] || !isSamePlace(m_boxes[i], box))
                 continue;
             const QString &kept = m_former.lines[i].text;
-            if (isSameBox(m_boxes[i], box) || kept == found.text || !found.text.contains(kept))
+            if (isSameBox(m_boxes[i], box) || !continues(found.text, kept))
                 return true;
             m_isKept[size_t(i)] = false;
         }

@@ -21,11 +21,6 @@ constexpr auto longestWait = 1000ms;
 /// The share of a shorter text that a longer one must begin with, since the last letters of a text that is being
 /// written are often misread.
 constexpr double sameBeginning = 0.8;
-bool continues(const QString &text, const QString &beginning)
-{
-    const auto end = std::mismatch(text.begin(), text.end(), beginning.begin(), beginning.end()).second;
-    return text.size() > beginning.size() && double(end - beginning.begin()) >= sameBeginning * double(beginning.size());
-}
 
 class Comparison
 {
@@ -88,6 +83,12 @@ private:
 };
 
 } // namespace
+
+bool continues(const QString &text, const QString &beginning)
+{
+    const auto end = std::mismatch(text.begin(), text.end(), beginning.begin(), beginning.end()).second;
+    return text.size() > beginning.size() && double(end - beginning.begin()) >= sameBeginning * double(beginning.size());
+}
 
 BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now,
                           const std::function<bool(const NormBox &)> &isUnsettled,

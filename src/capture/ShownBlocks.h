@@ -31,6 +31,9 @@ struct BlockChange
     std::optional<std::chrono::milliseconds> again;
 };
 
+/// Whether a text is a shorter one that has been written on. The last letters of the shorter one may be misread.
+bool continues(const QString &text, const QString &beginning);
+
 /// Finds out which texts are translated already and which ones must be. A text that is being written waits until it has
 /// been the same for a while, or at most a second. It is being written if it begins with the text that was at its place,
 /// or if `isUnsettled` says of its box that the screen there doesn't rest.

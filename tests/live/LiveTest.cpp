@@ -310,7 +310,7 @@ private Q_SLOTS:
         QCOMPARE(textsOf(reading.lines), QStringList{u"whole"_s});
         QVERIFY(parts.size() > 1);
         // The beginning of a line that is being written stays as it was.
-        const auto longer = readAgain({picture, {lineAt(u"whole"_s, 40, 66, 100)}}, picture, QRegion(150, 60, 32, 32),
+        const auto longer = readAgain({picture, {lineAt(u"whol|"_s, 40, 66, 100)}}, picture, QRegion(150, 60, 32, 32),
                                       [](const QRect &) { return QList{lineAt(u"whole line"_s, 40, 66, 150)}; });
         QCOMPARE(textsOf(longer.lines), QStringList{u"whole line"_s});
     }
