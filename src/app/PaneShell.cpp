@@ -265,7 +265,7 @@ void PaneShell::followBeneath()
         m_live->startAgain();
     }
     m_unseenBeneath = {};
-    m_desktop.stream().follow(m_window.isShown() ? m_window.glassArea().glass : QRectF(),
+    m_desktop.stream().follow(m_window.isShown() ? m_window.glassArea().glass : ScreenRect(),
                               [this](const ScreenFrame &frame) { showBeneath(frame); });
 }
 

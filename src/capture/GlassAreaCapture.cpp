@@ -28,7 +28,7 @@ bool contains(const QRectF &frame, QPointF point)
 
 } // namespace
 
-Result<QRectF> planGlassCapture(const CaptureSurroundings &surroundings, const GlassArea &area,
+Result<ScreenRect> planGlassCapture(const CaptureSurroundings &surroundings, const GlassArea &area,
                                 const LocalizationManager &texts)
 {
     if (!surroundings.paneWindow)
@@ -37,13 +37,13 @@ Result<QRectF> planGlassCapture(const CaptureSurroundings &surroundings, const G
     const QPointF paneInWindow = area.glass.topLeft() - area.windowFrame.topLeft();
     const QRectF rectangle = QRectF(surroundings.paneWindow->topLeft() + paneInWindow, area.glass.size())
                                  .adjusted(captureInset, captureInset, -captureInset, -captureInset);
-    const QList<QRectF> &displays = surroundings.displays;
+    const QList<ScreenRect> &displays = surroundings.displays;
     const auto display = std::find_if(displays.begin(), displays.end(),
                                       [&](const QRectF &each) { return contains(each, rectangle.center()); });
     if (display == displays.end())
         return captureFailure(-2, texts.localized(u"找不到翻譯視窗所在的顯示器"_s));
 
-    const QRectF inside = rectangle & *display;
+    const ScreenRect inside(rectangle & *display);
     if (inside.isNull() || std::abs(inside.width() - rectangle.width()) >= insideTolerance ||
         std::abs(inside.height() - rectangle.height()) >= insideTolerance)
         return captureFailure(-3, texts.localized(u"請將翻譯視窗完整放在同一個螢幕內再試一次"_s));

@@ -2,8 +2,6 @@
 
 #include "ScreenCapture.h"
 
-#include <QRectF>
-
 namespace lucentra {
 
 class LocalizationManager;
@@ -11,20 +9,20 @@ class LocalizationManager;
 /// The edge of the pane that a capture leaves out, in points on every side: the border is drawn there.
 inline constexpr double captureInset = 2.0;
 
-/// Where the pane is, as the toolkit has it. Rectangles are global points with the origin at the top-left, y down.
+/// Where the pane is, as the toolkit has it.
 struct GlassArea
 {
-    QRectF glass;             ///< the pane
-    QRectF windowFrame;       ///< the pane's window
+    ScreenRect glass;         ///< the pane
+    ScreenRect windowFrame;   ///< the pane's window
     quint32 windowNumber = 0; ///< the window system's number of that window
 
     bool operator==(const GlassArea &) const = default;
 };
 
-/// The area to capture in global points. Failures have the domain "ScreenCapture" and the code -1 if the window system
+/// The area to capture. Failures have the domain "ScreenCapture" and the code -1 if the window system
 /// doesn't list the pane's window, -2 if no display contains the centre of the area, -3 if that display doesn't contain
 /// the whole area.
-Result<QRectF> planGlassCapture(const CaptureSurroundings &surroundings, const GlassArea &area,
+Result<ScreenRect> planGlassCapture(const CaptureSurroundings &surroundings, const GlassArea &area,
                                 const LocalizationManager &texts);
 
 /// Captures the screen beneath the pane. Blocks; any thread. Passes on failures of `capture` unchanged; the code is -4

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Result.h"
+#include "ScreenRect.h"
 
 #include <QImage>
 #include <QList>
@@ -11,12 +12,11 @@
 
 namespace lucentra {
 
-/// Where the pane and the displays are. Frames are global points: origin top-left, y down, the main display's corner
-/// at its own place in the desktop's arrangement.
+/// Where the pane and the displays are.
 struct CaptureSurroundings
 {
-    std::optional<QRectF> paneWindow; ///< nullopt if the window system doesn't list the window
-    QList<QRectF> displays;           ///< the main one first
+    std::optional<ScreenRect> paneWindow; ///< nullopt if the window system doesn't list the window
+    QList<ScreenRect> displays;           ///< the main one first
 
     bool operator==(const CaptureSurroundings &) const = default;
 };
@@ -40,10 +40,10 @@ public:
     /// The frame of the pane's window, given by the window system's number, as the window system has it at this moment.
     virtual Result<CaptureSurroundings> surroundings(quint32 paneWindow) = 0;
 
-    /// The picture of an area (global points) of the display that holds its centre, in that display's pixels, at least
+    /// The picture of an area of the display that holds its centre, in that display's pixels, at least
     /// one per point; width and height are rounded up to whole pixels. A null image if the system returned neither an
     /// image nor an error.
-    virtual Result<QImage> capture(const QRectF &area) = 0;
+    virtual Result<QImage> capture(const ScreenRect &area) = 0;
 };
 
 } // namespace lucentra

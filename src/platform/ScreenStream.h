@@ -1,8 +1,9 @@
 #pragma once
 
+#include "ScreenRect.h"
+
 #include <QImage>
 #include <QRect>
-#include <QRectF>
 
 #include <chrono>
 #include <functional>
@@ -25,9 +26,9 @@ public:
 
     virtual ~ScreenStream() = default;
 
-    /// Follows an area (global points) in place of the previous one; an empty area ends it. `frame` is called now and
+    /// Follows an area in place of the previous one; an empty area ends it. `frame` is called now and
     /// after each change, at most once per interval. Without a change there is no work.
-    virtual void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) = 0;
+    virtual void follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame) = 0;
 
     /// Whether a frame follows every change, without a visible sign of it.
     virtual bool isContinuous() const { return false; }

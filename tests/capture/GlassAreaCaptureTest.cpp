@@ -15,13 +15,13 @@ namespace {
 constexpr quint32 paneNumber = 42;
 
 /// Two displays side by side, the second one left of the origin.
-CaptureSurroundings surroundingsOf(const QRectF &paneFrame)
+CaptureSurroundings surroundingsOf(const ScreenRect &paneFrame)
 {
     return {.paneWindow = paneFrame, .displays = {{0, 0, 1920, 1080}, {-1280, 0, 1280, 1024}}};
 }
 
 /// The pane's area when it fills its window.
-GlassArea filling(const QRectF &window)
+GlassArea filling(const ScreenRect &window)
 {
     return {.glass = window, .windowFrame = window, .windowNumber = paneNumber};
 }
@@ -37,7 +37,7 @@ public:
     {
         return paneWindow == paneNumber ? answer : CaptureSurroundings();
     }
-    Result<QImage> capture(const QRectF &) override { return image; }
+    Result<QImage> capture(const ScreenRect &) override { return image; }
 };
 
 } // namespace
@@ -50,22 +50,22 @@ private Q_SLOTS:
     void theAreaMustLieWholeOnOneDisplay_data()
     {
         // code: 0: captured
-        columns<QRectF, int, QRectF>("pane", "code", "captured");
-        QTest::newRow("inside") << QRectF(100, 40, 480, 280) << 0 << QRectF(102, 42, 476, 276);
+        columns<ScreenRect, int, ScreenRect>("pane", "code", "captured");
+        QTest::newRow("inside") << ScreenRect(100, 40, 480, 280) << 0 << ScreenRect(102, 42, 476, 276);
         QTest::newRow("on the display left of the origin")
-            << QRectF(-1180, 40, 480, 280) << 0 << QRectF(-1178, 42, 476, 276);
+            << ScreenRect(-1180, 40, 480, 280) << 0 << ScreenRect(-1178, 42, 476, 276);
         QTest::newRow("two points over the edge: the inset is cut")
-            << QRectF(1442, 40, 480, 280) << 0 << QRectF(1444, 42, 476, 276);
+            << ScreenRect(1442, 40, 480, 280) << 0 << ScreenRect(1444, 42, 476, 276);
         QTest::newRow("less than a point outside is cropped")
-            << QRectF(1442.5, 40, 480, 280) << 0 << QRectF(1444.5, 42, 475.5, 276);
-        QTest::newRow("a point outside") << QRectF(1443, 40, 480, 280) << -3 << QRectF();
-        QTest::newRow("astride two displays") << QRectF(-200, 40, 480, 280) << -3 << QRectF();
-        QTest::newRow("centre above every display") << QRectF(100, -400, 480, 280) << -2 << QRectF();
-        QTest::newRow("centre on the far edge is outside") << QRectF(1680, 40, 480, 280) << -2 << QRectF();
+            << ScreenRect(1442.5, 40, 480, 280) << 0 << ScreenRect(1444.5, 42, 475.5, 276);
+        QTest::newRow("a point outside") << ScreenRect(1443, 40, 480, 280) << -3 << ScreenRect();
+        QTest::newRow("astride two displays") << ScreenRect(-200, 40, 480, 280) << -3 << ScreenRect();
+        QTest::newRow("centre above every display") << ScreenRect(100, -400, 480, 280) << -2 << ScreenRect();
+        QTest::newRow("centre on the far edge is outside") << ScreenRect(1680, 40, 480, 280) << -2 << ScreenRect();
     }
     void theAreaMustLieWholeOnOneDisplay()
     {
-        QFETCH(QRectF, pane);
+        QFETCH(ScreenRect, pane);
         QFETCH(int, code);
         const auto plan = planGlassCapture(surroundingsOf(pane), filling(pane), m_texts.manager);
         QCOMPARE(plan ? 0 : plan.error().code, code);
@@ -83,7 +83,7 @@ private Q_SLOTS:
             .glass = {203, 328, 480, 280}, .windowFrame = {200, 300, 486, 311}, .windowNumber = paneNumber};
         const auto plan = planGlassCapture(surroundingsOf({200, 469, 486, 311}), area, m_texts.manager);
         QVERIFY(plan);
-        QCOMPARE(*plan, QRectF(205, 499, 476, 276));
+        QCOMPARE(*plan, ScreenRect(205, 499, 476, 276));
     }
 
     void failuresArePassedOn_data()

@@ -126,9 +126,9 @@ public:
     void allowAsking() override { mayAsk = true; }
     Result<CaptureSurroundings> surroundings(quint32) override
     {
-        return CaptureSurroundings{.paneWindow = QRectF(0, 0, 404, 304), .displays = {{0, 0, 1920, 1080}}};
+        return CaptureSurroundings{.paneWindow = ScreenRect(0, 0, 404, 304), .displays = {{0, 0, 1920, 1080}}};
     }
-    Result<QImage> capture(const QRectF &) override { return held.ask(); }
+    Result<QImage> capture(const ScreenRect &) override { return held.ask(); }
 };
 
 } // namespace

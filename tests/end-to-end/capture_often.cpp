@@ -57,7 +57,7 @@ int main(int argc, char *argv[])
 
     std::thread worker;
     QTimer::singleShot(1500, &window, [&] {
-        worker = std::thread([&, number = quint32(window.winId()), frame = QRectF(window.geometry())] {
+        worker = std::thread([&, number = quint32(window.winId()), frame = ScreenRect(window.geometry())] {
             int contaminated = 0;
             QJsonArray failures;
             QJsonArray took;

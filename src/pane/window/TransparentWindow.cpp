@@ -348,7 +348,7 @@ bool TransparentWindow::isInputMode() const
 GlassArea TransparentWindow::glassArea() const
 {
     return {.glass = {mapToGlobal(QPointF(0, 0)), QSizeF(size())},
-            .windowFrame = geometry(),
+            .windowFrame = ScreenRect(geometry()),
             .windowNumber = quint32(winId())};
 }
 

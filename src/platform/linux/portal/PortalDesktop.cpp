@@ -15,7 +15,7 @@ PortalScreenStream::PortalScreenStream(PortalScreenCapture &capture, MainQueue &
 {
 }
 
-void PortalScreenStream::follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame)
+void PortalScreenStream::follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame)
 {
     if (area.isEmpty())
         m_capture.cancel();

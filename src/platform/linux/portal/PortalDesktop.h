@@ -16,12 +16,12 @@ class PortalScreenStream : public ScreenStream
 public:
     PortalScreenStream(PortalScreenCapture &capture, MainQueue &mainQueue);
 
-    void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) override;
+    void follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame) override;
 
 private:
     PortalScreenCapture &m_capture;
     MainQueue &m_mainQueue;
-    QRectF m_area;
+    ScreenRect m_area;
     std::function<void(const ScreenFrame &)> m_frame;
     std::shared_ptr<PortalScreenStream *> m_self; ///< held weakly by pictures under way
 };

@@ -23,7 +23,7 @@ constexpr auto firstFramePatience = 5s;
 /// Longest wait for the frame without the pane. Its disappearance is a change of the screen, so a frame comes soon.
 constexpr auto frameWithoutPanePatience = 2s;
 /// A part of a display in the pixels of a picture of the whole display.
-QRect pixelsOf(const QRectF &area, const X11Display &display, const QSize &picture)
+QRect pixelsOf(const ScreenRect &area, const X11Display &display, const QSize &picture)
 {
     const QRectF frame = display.frame();
     const double horizontal = picture.width() / frame.width();
@@ -34,7 +34,7 @@ QRect pixelsOf(const QRectF &area, const X11Display &display, const QSize &pictu
             std::max(1, int(std::ceil(area.height() * vertical)))};
 }
 
-QRect nativePixelsOf(const QRectF &area, const X11Display &display)
+QRect nativePixelsOf(const ScreenRect &area, const X11Display &display)
 {
     const QPointF corner = display.nativeFrame.topLeft();
     return QRectF((area.topLeft() - corner) * display.scale + corner, area.size() * display.scale).toAlignedRect();
@@ -103,7 +103,7 @@ Result<CaptureSurroundings> PortalScreenCapture::surroundings(quint32 paneWindow
     return found;
 }
 
-void PortalScreenCapture::alsoTake(const QRectF &area, std::function<void(const QImage &)> taken)
+void PortalScreenCapture::alsoTake(const ScreenRect &area, std::function<void(const QImage &)> taken)
 {
     const std::lock_guard lock(m_runningMutex);
     m_alsoArea = area;
@@ -126,14 +126,14 @@ tl::unexpected<Failure> PortalScreenCapture::failure(int code, const QString &ke
         Failure{.domain = screenAccessDomain.toString(), .code = code, .description = m_localized(key)});
 }
 
-Result<QImage> PortalScreenCapture::capture(const QRectF &area)
+Result<QImage> PortalScreenCapture::capture(const ScreenRect &area)
 {
     const std::lock_guard lock(m_capturing);
     Running running(*this);
     return captureFrom(running, area);
 }
 
-Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &area)
+Result<QImage> PortalScreenCapture::captureFrom(Running &running, const ScreenRect &area)
 {
     const X11Display display = m_pane.displayAt(area.center());
     QString token;
@@ -214,7 +214,7 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const QRectF &
     if (wait == PipeWireFrames::Wait::TimedOut)
         return QImage();
 
-    QRectF alsoArea;
+    ScreenRect alsoArea;
     std::function<void(const QImage &)> alsoTaken;
     {
         const std::lock_guard lock(m_runningMutex);

@@ -51,11 +51,11 @@ public:
     bool isGranted() const override;
     void allowAsking() override { m_mayAsk = true; }
     Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;
-    Result<QImage> capture(const QRectF &area) override;
+    Result<QImage> capture(const ScreenRect &area) override;
 
     /// The area (global points) whose picture is wanted from each capture besides its own; may be empty. `taken` is
     /// called on the capturing thread. Any thread.
-    void alsoTake(const QRectF &area, std::function<void(const QImage &)> taken);
+    void alsoTake(const ScreenRect &area, std::function<void(const QImage &)> taken);
     /// Ends a capture under way, and the question of the desktop with it. Any thread.
     void cancel();
 
@@ -63,20 +63,20 @@ private:
     class Running;
 
     tl::unexpected<Failure> failure(int code, const QString &key) const;
-    Result<QImage> captureFrom(Running &running, const QRectF &area);
+    Result<QImage> captureFrom(Running &running, const ScreenRect &area);
 
     const Pane m_pane;
     const std::function<QString(const QString &)> m_localized;
     mutable std::mutex m_storeMutex;
     ScreenShares m_shares;    ///< guarded by m_storeMutex, as are the next
-    QList<QRectF> m_displays; ///< at the last look
+    QList<ScreenRect> m_displays; ///< at the last look
     std::atomic<bool> m_mayAsk = false;
     std::atomic<bool> m_wasRefused = false;
     std::atomic<quint32> m_paneWindow = 0;
     std::mutex m_capturing; ///< one share at a time
     std::mutex m_runningMutex;
     Running *m_running = nullptr; ///< guarded by m_runningMutex, as are the next two
-    QRectF m_alsoArea;
+    ScreenRect m_alsoArea;
     std::function<void(const QImage &)> m_alsoTaken;
 };
 

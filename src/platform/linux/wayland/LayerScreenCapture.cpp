@@ -88,20 +88,20 @@ void LayerScreenCapture::updateDisplays()
     const std::lock_guard lock(m_displaysMutex);
     m_displays.clear();
     for (const QScreen *screen : QGuiApplication::screens())
-        m_displays.append(screen->geometry());
+        m_displays.append(ScreenRect(screen->geometry()));
 }
 
 Result<CaptureSurroundings> LayerScreenCapture::surroundings(quint32)
 {
     CaptureSurroundings surroundings;
     if (const auto frame = m_pane.paneFrame())
-        surroundings.paneWindow = *frame;
+        surroundings.paneWindow = ScreenRect(*frame);
     const std::lock_guard lock(m_displaysMutex);
     surroundings.displays = m_displays;
     return surroundings;
 }
 
-Result<QImage> LayerScreenCapture::capture(const QRectF &area)
+Result<QImage> LayerScreenCapture::capture(const ScreenRect &area)
 {
     const std::lock_guard lock(m_capturing);
     const QRect whole = area.toAlignedRect();
@@ -163,7 +163,7 @@ QImage LayerScreenCapture::kwinPicture(const QRect &area)
     });
 }
 
-void LayerScreenCapture::follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame)
+void LayerScreenCapture::follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame)
 {
     m_frame = std::move(frame);
     if (std::exchange(m_followed, area) != area && !area.isEmpty())

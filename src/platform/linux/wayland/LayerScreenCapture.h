@@ -21,11 +21,11 @@ public:
 
     bool isGranted() const override { return true; }
     Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;
-    Result<QImage> capture(const QRectF &area) override;
+    Result<QImage> capture(const ScreenRect &area) override;
 
     /// What is beneath the pane is only known from captures, so there is a frame after each of these, and an empty one
     /// for a new area.
-    void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) override;
+    void follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame) override;
 
 private:
     QImage screencopyPicture(const QRect &area);
@@ -39,8 +39,8 @@ private:
     std::mutex m_capturing; ///< one picture at a time
     Screencopy m_screencopy;
     std::mutex m_displaysMutex;
-    QList<QRectF> m_displays; ///< guarded by m_displaysMutex
-    QRectF m_followed;
+    QList<ScreenRect> m_displays; ///< guarded by m_displaysMutex
+    ScreenRect m_followed;
     std::function<void(const ScreenFrame &)> m_frame;
 };
 

@@ -14,13 +14,13 @@ QRect outerFrame(int x, int y, int width, int height, int border)
 
 } // namespace
 
-X11ChangeMonitor::X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const QRectF &)> toNative)
+X11ChangeMonitor::X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const ScreenRect &)> toNative)
     : m_ours(ours)
     , m_toNative(std::move(toNative))
 {
 }
 
-void X11ChangeMonitor::watch(const QRectF &area, std::function<void(const QRect &)> changed)
+void X11ChangeMonitor::watch(const ScreenRect &area, std::function<void(const QRect &)> changed)
 {
     m_changed = std::move(changed);
     m_area = area.isEmpty() ? QRect() : m_toNative(area);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ScreenRect.h"
 #include "X11Composer.h"
 #include "X11EventConnection.h"
 
@@ -20,11 +21,11 @@ class X11ChangeMonitor
 public:
     /// Connects to $DISPLAY. `ours` are the ids of the connection that this program's windows belong to; `toNative`
     /// converts an area in points to native pixels.
-    X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const QRectF &)> toNative);
+    X11ChangeMonitor(X11ResourceRange ours, std::function<QRect(const ScreenRect &)> toNative);
 
     /// Watches an area (global points) in place of the previous one; an empty area ends the watch and all work for it.
     /// `changed` is called once, with the changed part in pixels of the area; call `rearm` for the next change.
-    void watch(const QRectF &area, std::function<void(const QRect &)> changed);
+    void watch(const ScreenRect &area, std::function<void(const QRect &)> changed);
     void rearm();
 
 private:
@@ -43,7 +44,7 @@ private:
     void reportIfInside(const QRect &native);
 
     const X11ResourceRange m_ours;
-    const std::function<QRect(const QRectF &)> m_toNative;
+    const std::function<QRect(const ScreenRect &)> m_toNative;
     std::unique_ptr<X11EventConnection> m_connection; ///< only while an area is watched
     xcb_atom_t m_desktopPicture = XCB_ATOM_NONE;
     quint8 m_damageEvent = 0;

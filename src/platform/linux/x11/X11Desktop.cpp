@@ -35,7 +35,7 @@ X11Display displayOf(const QScreen *screen)
 }
 
 /// Native pixels of an area in global points.
-QRect toNative(const QRectF &area)
+QRect toNative(const ScreenRect &area)
 {
     const QScreen *screen = QGuiApplication::screenAt(area.center().toPoint());
     if (!screen)
@@ -79,13 +79,13 @@ X11ResourceRange X11Desktop::ownResources()
 X11ScreenStream::Source X11Desktop::streamSource()
 {
     return {.watch =
-                [this](const QRectF &area, std::function<void(const QRect &)> changed) {
+                [this](const ScreenRect &area, std::function<void(const QRect &)> changed) {
                     m_capture.setPaneShown(!area.isEmpty());
                     m_changes.watch(area, std::move(changed));
                 },
             .rearm = [this] { m_changes.rearm(); },
             .displayAt = [this](const QPointF &point) { return m_capture.displayAt(point).frame(); },
-            .capture = [this](const QRectF &area) { return m_capture.capture(area).value_or(QImage()); }};
+            .capture = [this](const ScreenRect &area) { return m_capture.capture(area).value_or(QImage()); }};
 }
 
 bool X11Desktop::hasTray() const

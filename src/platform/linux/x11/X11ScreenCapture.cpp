@@ -92,12 +92,12 @@ Result<CaptureSurroundings> X11ScreenCapture::surroundings(quint32 paneWindow)
         const X11Display *display = place.window == paneWindow ? displayOf(all, place.frame) : nullptr;
         if (display)
             surroundings.paneWindow =
-                QRectF(display->toPoints(place.frame.topLeft()), QSizeF(place.frame.size()) / display->scale);
+                ScreenRect(display->toPoints(place.frame.topLeft()), QSizeF(place.frame.size()) / display->scale);
     }
     return surroundings;
 }
 
-Result<QImage> X11ScreenCapture::capture(const QRectF &area)
+Result<QImage> X11ScreenCapture::capture(const ScreenRect &area)
 {
     const X11Display display = displayAt(area.center());
     const double scale = std::max(1.0, display.scale);

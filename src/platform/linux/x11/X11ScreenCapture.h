@@ -20,7 +20,7 @@ struct X11Display
     QRect nativeFrame;
     double scale = 1; ///< pixels per point
 
-    QRectF frame() const { return {QPointF(nativeFrame.topLeft()), QSizeF(nativeFrame.size()) / scale}; }
+    ScreenRect frame() const { return {QPointF(nativeFrame.topLeft()), QSizeF(nativeFrame.size()) / scale}; }
     QPointF toPoints(QPointF native) const { return (native - nativeFrame.topLeft()) / scale + nativeFrame.topLeft(); }
     bool operator==(const X11Display &) const = default;
 };
@@ -45,7 +45,7 @@ public:
 
     bool isGranted() const override { return true; } ///< no X server withholds its screen
     Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;
-    Result<QImage> capture(const QRectF &area) override;
+    Result<QImage> capture(const ScreenRect &area) override;
 
 private:
     QList<X11Display> displays() const;

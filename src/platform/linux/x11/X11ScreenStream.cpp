@@ -17,7 +17,7 @@ constexpr QRect everything(0, 0, 1 << 20, 1 << 20);
 
 /// A picture of the whole area around the part of it that a display shows; the rest is transparent. The rectangles are
 /// in the same space.
-QImage completed(const QImage &captured, const QRectF &visible, const QRectF &area)
+QImage completed(const QImage &captured, const ScreenRect &visible, const ScreenRect &area)
 {
     if (captured.isNull() || visible == area)
         return captured;
@@ -66,7 +66,7 @@ X11ScreenStream::X11ScreenStream(Source source, MainQueue &mainQueue, Scheduler 
     m_worker.setMaxThreadCount(1);
 }
 
-void X11ScreenStream::follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame)
+void X11ScreenStream::follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame)
 {
     m_area = area;
     m_frame = std::move(frame);
@@ -91,7 +91,7 @@ void X11ScreenStream::renew()
     m_isBusy = true;
     m_isStale = false;
     const QRectF display = m_source.displayAt(m_area.center());
-    const QRectF visible = display.intersects(m_area) ? display & m_area : m_area;
+    const ScreenRect visible(display.intersects(m_area) ? display & m_area : m_area);
     // The worker ends before the stream does.
     m_worker.start([this, weak = std::weak_ptr(m_self), area = m_area, visible,
                     damage = std::exchange(m_damage, QRect())] {

@@ -21,17 +21,17 @@ public:
     {
         /// Watches an area in place of the previous one; an empty area ends it. `changed`, with the changed part in
         /// pixels of the area, is called once until `rearm`.
-        std::function<void(const QRectF &area, std::function<void(const QRect &)> changed)> watch;
+        std::function<void(const ScreenRect &area, std::function<void(const QRect &)> changed)> watch;
         std::function<void()> rearm;
         /// The display with a point; empty if there is none.
         std::function<QRectF(const QPointF &)> displayAt;
         /// Blocks; called on a worker.
-        std::function<QImage(const QRectF &area)> capture;
+        std::function<QImage(const ScreenRect &area)> capture;
     };
 
     X11ScreenStream(Source source, MainQueue &mainQueue, Scheduler &scheduler);
 
-    void follow(const QRectF &area, std::function<void(const ScreenFrame &)> frame) override;
+    void follow(const ScreenRect &area, std::function<void(const ScreenFrame &)> frame) override;
     bool isContinuous() const override { return true; }
     void setInterval(std::chrono::milliseconds time) override { m_interval = time; }
 
@@ -43,7 +43,7 @@ private:
     MainQueue &m_mainQueue;
     Scheduler &m_scheduler;
     std::chrono::milliseconds m_interval = interval;
-    QRectF m_area;
+    ScreenRect m_area;
     std::function<void(const ScreenFrame &)> m_frame;
     QRect m_damage;         ///< since the last picture
     bool m_isBusy = false;  ///< a picture is being taken, or the interval after it isn't over

@@ -138,8 +138,8 @@ private Q_SLOTS:
             {{.nativeFrame = {0, 0, 640, 800}, .scale = 1}, {.nativeFrame = {640, 0, 640, 800}, .scale = 2}});
         const auto surroundings = capture.surroundings(pane);
         QVERIFY(surroundings);
-        QCOMPARE(surroundings->displays, (QList<QRectF>{{0, 0, 640, 800}, {640, 0, 320, 400}}));
-        QCOMPARE(surroundings->paneWindow, QRectF(660, 90, 120, 70));
+        QCOMPARE(surroundings->displays, (QList<ScreenRect>{{0, 0, 640, 800}, {640, 0, 320, 400}}));
+        QCOMPARE(surroundings->paneWindow, ScreenRect(660, 90, 120, 70));
 
         const QImage image = capture.capture({670, 100, 100, 50}).value_or(QImage());
         QCOMPARE(image.size(), QSize(200, 100));

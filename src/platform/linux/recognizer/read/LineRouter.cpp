@@ -80,7 +80,9 @@ public:
         const int most = m_reader.isHasty() && (!isFirst || !isUsual) ? 1 : isUsual ? 64 : 2;
         Reading reading = m_reader.read(strip, language, mode, most);
         const Scripts scripts = scriptsOf(reading.text);
-        if (isOn("latin in korean") && language == ReadingLanguage::Korean && 2 * scripts.hangul > scripts.all())
+        const bool isKorean = 2 * scripts.hangul > scripts.all() ||
+                              (scripts.hangul >= 2 && m_scripts[TextMaps::Hangul] > 0); // digits for letters
+        if (isOn("latin in korean") && language == ReadingLanguage::Korean && isKorean)
             reading = withLatinLetters(reading, stripFor(ReadingLanguage::English, separation), m_reader);
         take(reading, separation);
         return reading;
@@ -147,7 +149,10 @@ QList<ReadingLanguage> LineRouter::readersFor(const ScriptShares &scripts, const
     if (latin > 4 * wide)
         readers = {ReadingLanguage::English, leading};
     else if (scripts[TextMaps::Hangul] > 0.3 * wide)
-        readers = {ReadingLanguage::Korean, leading};
+        // Among ideographs, what looks like syllables is rather kana.
+        readers = scripts[TextMaps::Ideographs] > 0.3 * wide
+            ? QList{ReadingLanguage::Japanese, ReadingLanguage::Korean, leading}
+            : QList{ReadingLanguage::Korean, leading};
     else if (scripts[TextMaps::Kana] > 0.12 * wide)
         readers = {ReadingLanguage::Japanese, leading};
     else
