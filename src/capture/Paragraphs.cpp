@@ -34,10 +34,8 @@ constexpr double widestCell = 22;
 constexpr double wideColumn = 20;
 constexpr size_t enoughLines = 4; ///< to see where a column ends
 constexpr size_t manyLines = 12;  ///< one line of another kind among them makes no difference
-/// The part of a text's lines that must reach the end of the column, or begin in lower case.
+/// The part of a text's lines that must reach the end of the column.
 constexpr double mostLines = 0.6;
-constexpr double fewLines = 0.4;
-constexpr double nearlyAll = 0.9;
 constexpr int fewSpaces = 3; ///< of a line whose sentence ends with a word or two below
 /// A line that is at least this long can be a sentence of a subtitle.
 constexpr double shortestSubtitle = 4.5;
@@ -203,8 +201,7 @@ Paragraphs::Column Paragraphs::columnOf(const Run &run) const
     column.isLowerCase = lowerCase > 1 && lowerCase == column.open && !hasFigures;
     column.hasCode = code * 4 > int(run.size());
     const bool isList = full < mostLines * column.open || (run.size() > 2 && column.open == 0);
-    const bool isVerse = column.isCased && cased > 2 && lowerCase < fewLines * cased && full < nearlyAll * column.open;
-    column.isText = !isList && !isVerse;
+    column.isText = !isList;
     return column;
 }
 
