@@ -139,9 +139,10 @@ void PaneShell::wirePass()
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
                 return recognizeLines(m_services.recognizer(), image, part, isWanted, isHasty);
             },
-        .translate = [this](const QList<TextBlock> &blocks, const std::function<bool()> &isWanted) {
-            return m_services.translationManager().translate(blocks, isWanted);
-        },
+        .translate =
+            [this](const QList<TextBlock> &blocks, const std::function<bool()> &isWanted) {
+                return m_services.translationManager().translate(blocks, isWanted);
+            },
         .isPhrase = [this](const QString &text) { return m_services.translationManager().isPhrase(text); },
         .known = [this](const QString &text) { return m_services.translationManager().known(text); },
         .copy = copyToClipboard,
@@ -250,8 +251,7 @@ void PaneShell::wireBackdrop()
         followBeneath();
         if (shown)
             m_desktop.windows().activate(*m_window.windowHandle());
-        if (onShown)
-            onShown(shown);
+        onShown(shown);
     };
     m_window.onFrameChanged = [this] { followBeneath(); };
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AutoHide.h"
+#include "Callback.h"
 #include "FirstTips.h"
 #include "GlassView.h"
 #include "LiveTranslation.h"
@@ -32,7 +33,7 @@ public:
     TransparentWindow &window() { return m_window; }
     GlassView &view() { return *m_view; }
 
-    std::function<void(bool shown)> onShown;
+    Callback<bool> onShown;
 
     /// Makes what a pass needs, unless that is done. A pass does it, too; it takes longer than showing the pane.
     void prepareEngines();
@@ -72,7 +73,7 @@ private:
     HistoryManager &m_history;
     ManualInputViewModel m_manualInput;
     TransparentWindow m_window;
-    GlassView *m_view;                           ///< belongs to the window
+    GlassView *m_view; ///< belongs to the window
     std::unique_ptr<FirstTips> m_tips;
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     bool m_areEnginesPrepared = false;

@@ -38,8 +38,7 @@ void TerminationSignals::watch()
     while (sigwait(&awaited, &signal) == 0 && !m_isEnding) {
         endAtOnce(); // this thread receives the next one
         awaited = setOf({SIGHUP});
-        if (m_onArrival)
-            m_onArrival();
+        m_onArrival();
         eventfd_write(m_arrived, 1);
     }
 }

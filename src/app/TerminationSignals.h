@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Callback.h"
+
 #include <QSocketNotifier>
 
 #include <atomic>
@@ -32,7 +34,7 @@ public:
 private:
     void watch();
 
-    const std::function<void()> m_onArrival;
+    const Callback<> m_onArrival;
     const int m_arrived; ///< can be read once the first signal has arrived
     std::atomic<bool> m_isEnding = false;
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -2,18 +2,11 @@
 
 #include "DesktopProxies.h"
 #include "HttpSession.h"
+#include "Owned.h"
 
 #include <curl/curl.h>
 
 namespace lucentra {
-
-template <auto cleanUp>
-struct CurlCleanup
-{
-    void operator()(auto *object) const { cleanUp(object); }
-};
-template <typename Object, auto cleanUp>
-using CurlOwned = std::unique_ptr<Object, CurlCleanup<cleanUp>>;
 
 /// A running request: a transfer of libcurl, the received part of its answer, and the remaining number of redirects.
 class HttpExchange
@@ -41,8 +34,8 @@ private:
 
     const HttpRequest &m_request;
     const std::chrono::steady_clock::time_point m_deadline;
-    CurlOwned<curl_slist, curl_slist_free_all> m_headers; ///< must outlive the handle
-    CurlOwned<CURL, curl_easy_cleanup> m_handle{curl_easy_init()};
+    Owned<curl_slist, curl_slist_free_all> m_headers; ///< must outlive the handle
+    Owned<CURL, curl_easy_cleanup> m_handle{curl_easy_init()};
     QByteArray m_url;
     QByteArray m_body;
     qsizetype m_headSize = 0;

@@ -45,9 +45,8 @@ static_assert(sentences.size() == size_t(Kind::other));
 
 Failure TransportError::failure(const LocalizationManager &texts) const
 {
-    return {.domain = u"HttpSession"_s,
-            .code = int(m_kind),
-            .description = texts.localized(sentences[size_t(m_kind) - 1])};
+    return {
+        .domain = u"HttpSession"_s, .code = int(m_kind), .description = texts.localized(sentences[size_t(m_kind) - 1])};
 }
 
 /// The connections and TLS sessions that earlier transfers have left open.
@@ -56,8 +55,8 @@ Failure TransportError::failure(const LocalizationManager &texts) const
 /// objects being changed while they are shared). So a channel belongs to one thread while it works.
 struct HttpSession::Channel
 {
-    CurlOwned<CURLSH, curl_share_cleanup> share{curl_share_init()};
-    CurlOwned<CURLM, curl_multi_cleanup> multi{curl_multi_init()};
+    Owned<CURLSH, curl_share_cleanup> share{curl_share_init()};
+    Owned<CURLM, curl_multi_cleanup> multi{curl_multi_init()};
 
     Channel() { curl_share_setopt(share.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_SSL_SESSION); }
 };
@@ -112,7 +111,8 @@ int HttpSession::download(const HttpRequest &request, const TakePiece &take,
 {
     const Download download{.take = take, .isWanted = isWanted};
     int status = 0;
-    transfer({request}, [&](qsizetype, const HttpResponse &response) { status = response.status; }, &download);
+    transfer(
+        {request}, [&](qsizetype, const HttpResponse &response) { status = response.status; }, &download);
     return status;
 }
 
@@ -189,7 +189,7 @@ void HttpSession::transfer(const QList<HttpRequest> &requests,
                                                [easy](const auto &each) { return each->handle() == easy; });
             curl_multi_remove_handle(multi, easy);
             if (code != CURLE_OK)
-                throw (*exchange)->error(code);
+                throw(*exchange)->error(code);
             if ((*exchange)->followRedirect()) {
                 curl_multi_add_handle(multi, easy);
             } else {

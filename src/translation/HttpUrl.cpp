@@ -1,19 +1,16 @@
 #include "HttpUrl.h"
 
+#include "Owned.h"
+
 #include <curl/curl.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace lucentra {
 
 namespace {
 
-struct UrlCleanup
-{
-    void operator()(CURLU *url) const { curl_url_cleanup(url); }
-};
-using ParsedUrl = std::unique_ptr<CURLU, UrlCleanup>;
+using ParsedUrl = Owned<CURLU, curl_url_cleanup>;
 
 ParsedUrl parse(const QByteArray &url)
 {

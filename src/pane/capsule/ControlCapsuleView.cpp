@@ -181,12 +181,13 @@ void ControlCapsuleView::renderAction()
                                                 : translateForm(m_state.translationActionState);
     const QString label = m_localization.localized(form.label);
     const bool isLive = m_state.isLive && !m_state.isInputMode;
-    m_action->setSign(!isLive ? CapsuleButton::Sign::None
-                              : m_state.liveTrouble.isEmpty() ? CapsuleButton::Sign::Live : CapsuleButton::Sign::Trouble);
+    m_action->setSign(!isLive                         ? CapsuleButton::Sign::None
+                      : m_state.liveTrouble.isEmpty() ? CapsuleButton::Sign::Live
+                                                      : CapsuleButton::Sign::Trouble);
     m_action->describe(label, !isLive ? label
-                                      : m_state.liveTrouble.isEmpty()
-                           ? label + u'\n' + m_localization.localized(u"即時翻譯中"_s)
-                           : m_state.liveTrouble);
+                              : m_state.liveTrouble.isEmpty()
+                                  ? label + u'\n' + m_localization.localized(u"即時翻譯中"_s)
+                                  : m_state.liveTrouble);
     m_action->setAccessibleDescription(isLive ? m_action->toolTip() : QString());
     const bool offeredCopy = std::exchange(m_offersCopy, m_state.isInputMode);
     if (offeredCopy != m_offersCopy)
@@ -243,10 +244,8 @@ void ControlCapsuleView::showLanguageMenu()
         QAction *entry = m_menu->addAction(m_localization.localized(option.name.toString()));
         entry->setCheckable(true);
         entry->setChecked(option.code == m_state.targetLanguageCode);
-        connect(entry, &QAction::triggered, this, [this, code = QString(option.code)] {
-            if (onTargetLanguageSelected)
-                onTargetLanguageSelected(code);
-        });
+        connect(entry, &QAction::triggered, this,
+                [this, code = QString(option.code)] { onTargetLanguageSelected(code); });
     }
     m_hoveredButton = nullptr;
     updateTooltip();
@@ -257,8 +256,8 @@ void ControlCapsuleView::showLanguageMenu()
 void ControlCapsuleView::updateVisibility()
 {
     const QWidget *focus = QApplication::focusWidget();
-    const bool isShown =
-        m_state.isHovering || m_state.isProcessing || !m_state.liveTrouble.isEmpty() || m_menu->isVisible() || (focus && isAncestorOf(focus));
+    const bool isShown = m_state.isHovering || m_state.isProcessing || !m_state.liveTrouble.isEmpty() ||
+                         m_menu->isVisible() || (focus && isAncestorOf(focus));
     const double target = isShown ? 1 : 0;
     if (m_fade.state() == QAbstractAnimation::Running && m_fade.endValue() == target && !m_reduceMotion)
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "PassPane.h"
 
 #include <QList>
@@ -51,7 +52,7 @@ public:
     std::function<void()> onHistoryTapped;
     std::function<void()> onCopyTapped;
     std::function<void()> onSettingsTapped;
-    std::function<void(const QString &)> onTargetLanguageSelected;
+    Callback<const QString &> onTargetLanguageSelected;
 
     void setState(const ControlCapsuleState &state);
     const ControlCapsuleState &state() const { return m_state; }

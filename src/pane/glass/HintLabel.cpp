@@ -60,8 +60,7 @@ void HintLabel::fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type e
     connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         m_opacity = value.toDouble();
         update();
-        if (onOpacityChanged)
-            onOpacityChanged();
+        onOpacityChanged();
     });
     connect(&m_fade, &QVariantAnimation::finished, this, &QObject::deleteLater);
     m_fade.start();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "PassThroughHostingView.h"
 
 #include <QEasingCurve>
@@ -24,7 +25,7 @@ public:
     void fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type easing);
     double opacity() const { return m_opacity; }
     /// Called for each step of the fade.
-    std::function<void()> onOpacityChanged;
+    Callback<> onOpacityChanged;
     /// Whether it needs a dark ground. Called for each painting.
     std::function<bool()> isOverText;
     /// The text's place.

@@ -51,8 +51,7 @@ TipCard::TipCard(const QString &text, const QString &actionTitle, const QString 
     if (!actionTitle.isEmpty()) {
         auto *action = new CardButton(actionTitle, CardButton::Look::Accent, this);
         connect(action, &QPushButton::clicked, this, [this] {
-            if (onAction)
-                onAction();
+            onAction();
             close();
         });
         row->addWidget(action);
@@ -66,8 +65,7 @@ TipCard::TipCard(const QString &text, const QString &actionTitle, const QString 
 
 void TipCard::close()
 {
-    if (onClosed)
-        onClosed();
+    onClosed();
 }
 
 QSize TipCard::sizeOn(int paneWidth) const

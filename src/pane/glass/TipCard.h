@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Callback.h"
+
 #include <QString>
 #include <QWidget>
-
-#include <functional>
 
 class QLabel;
 
@@ -23,8 +23,8 @@ public:
             QWidget *parent);
 
     // Both may delete the card later, not at once.
-    std::function<void()> onAction;
-    std::function<void()> onClosed; ///< by the user; also called after `onAction`
+    Callback<> onAction;
+    Callback<> onClosed; ///< by the user; also called after `onAction`
 
     /// The size on a pane of that width.
     QSize sizeOn(int paneWidth) const;

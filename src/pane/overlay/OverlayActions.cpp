@@ -55,10 +55,7 @@ QList<QAction *> OverlayActions::menuItemsAt(QPoint place)
     items.append(add(u"複製原文"_s, [this, text = chosen.source] { copy(text); }));
     items.last()->setShortcut(OverlayView::copySource);
     items.append(add(u"複製全部翻譯"_s, [this, text = all.join(u'\n')] { copy(text); }));
-    items.append(add(u"在歷史紀錄中開啟"_s, [this, chosen] {
-        if (onOpenInHistory)
-            onOpenInHistory(chosen.source, chosen.text);
-    }));
+    items.append(add(u"在歷史紀錄中開啟"_s, [this, chosen] { onOpenInHistory(chosen.source, chosen.text); }));
     items.append(new QAction(m_items.get()));
     items.last()->setSeparator(true);
     return items;
@@ -67,8 +64,7 @@ QList<QAction *> OverlayActions::menuItemsAt(QPoint place)
 void OverlayActions::copy(const QString &text)
 {
     QGuiApplication::clipboard()->setText(text);
-    if (onCopied)
-        onCopied();
+    onCopied();
 }
 
 bool OverlayActions::eventFilter(QObject *watched, QEvent *event)

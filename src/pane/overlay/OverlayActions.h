@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Callback.h"
+
 #include <QList>
 #include <QObject>
 #include <QPoint>
@@ -27,8 +29,8 @@ public:
     ~OverlayActions() override;
 
     // Either may be empty.
-    std::function<void()> onCopied;
-    std::function<void(const QString &source, const QString &translation)> onOpenInHistory;
+    Callback<> onCopied;
+    Callback<const QString &, const QString &> onOpenInHistory;
 
     /// The menu's items for the overlay at a point of the pane, with a separator after them; empty if there is none.
     /// They act on the texts of this moment and are deleted at the next call.

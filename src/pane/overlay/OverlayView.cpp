@@ -179,8 +179,7 @@ void OverlayView::changed(const QRegion &area)
         if (count == 0)
             parentWidget()->setFocus();
     }
-    if (onChanged)
-        onChanged();
+    onChanged();
 }
 
 std::vector<const OverlayPicture::Overlay *> OverlayView::shown() const
@@ -264,12 +263,7 @@ void OverlayView::focusInEvent(QFocusEvent *)
     update();
     // After the toolkit has reported that this view has the focus.
     QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (onChosen)
-                onChosen();
-        },
-        Qt::QueuedConnection);
+        this, [this] { onChosen(); }, Qt::QueuedConnection);
 }
 
 void OverlayView::focusOutEvent(QFocusEvent *)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "OverlayPicture.h"
 #include "PassThroughContainerView.h"
 
@@ -35,8 +36,8 @@ public:
     const OverlayPicture::Overlay *overlayAt(QPointF point) const;
 
     /// Set by what represents the view to assistive programs.
-    std::function<void()> onChanged;
-    std::function<void()> onChosen;
+    Callback<> onChanged;
+    Callback<> onChosen;
     std::function<void(const OverlayPicture::Overlay &, bool isSource)> onCopy; ///< the keys that copy were pressed
 
     /// The place of the chosen overlay, for the context menu.

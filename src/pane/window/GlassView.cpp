@@ -103,8 +103,7 @@ void GlassView::setupControlCapsule()
     };
     m_overlayActions.onCopied = [this] { showHint(m_services.texts.localized(u"已複製"_s), true); };
     m_overlayActions.onOpenInHistory = [this](const QString &source, const QString &translation) {
-        if (onOpenInHistory)
-            onOpenInHistory(source, translation);
+        onOpenInHistory(source, translation);
     };
     m_capsule->onTargetLanguageSelected = [this](const QString &code) { selectTargetLanguage(code); };
     updateCapsuleState();
@@ -156,8 +155,7 @@ void GlassView::updateCalmAreas()
     m_visualEffect->setCalmAreas(areas);
     // A grip that is partly covered would look like a stray mark.
     m_grip->setVisible(!m_inputPanel && !(m_errorCard && m_errorCard->cardRect().intersects(m_grip->geometry())));
-    if (onTextsChanged)
-        onTextsChanged();
+    onTextsChanged();
 }
 
 QRegion GlassView::textPlaces() const
@@ -296,8 +294,7 @@ void GlassView::setComposited(bool composited)
 
 void GlassView::updateCorners()
 {
-    if (onCornersCut)
-        onCornersCut(!m_isComposited && !m_visualEffect->hasContent());
+    onCornersCut(!m_isComposited && !m_visualEffect->hasContent());
 }
 
 void GlassView::accessibilityDisplayOptionsChanged(const AccessibilityDisplayOptions &options)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AccessibilityDisplayOptions.h"
+#include "Callback.h"
 #include "OverlayActions.h"
 #include "OverlayView.h"
 #include "PaneHints.h"
@@ -54,9 +55,9 @@ public:
     std::function<void()> onSettingsTapped;
     std::function<void()> onHistoryTapped;
     /// The user looks for the history's entry of a text on the pane.
-    std::function<void(const QString &source, const QString &translation)> onOpenInHistory;
-    std::function<void()> onTextsChanged;   ///< see `textPlaces`
-    std::function<void(bool)> onCornersCut; ///< whether the window must have rounded corners by its shape
+    Callback<const QString &, const QString &> onOpenInHistory;
+    Callback<> onTextsChanged;   ///< see `textPlaces`
+    Callback<bool> onCornersCut; ///< whether the window must have rounded corners by its shape
 
     /// The picture beneath the pane, of its size in device pixels; null if it isn't known.
     void setBackdropContent(const QImage &content);

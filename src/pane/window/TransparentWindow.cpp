@@ -51,11 +51,7 @@ TransparentWindow::TransparentWindow(const Services &services)
                    .released = [this] { endManagersDrag(); }},
                   {.began = [this] { userHolds(true); },
                    .unchanged = [this] { userHolds(false); },
-                   .moved =
-                       [this](std::chrono::milliseconds ago) {
-                           if (onUserMoved)
-                               onUserMoved(ago);
-                       }})
+                   .moved = [this](std::chrono::milliseconds ago) { onUserMoved(ago); }})
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setMinimumSize(smallestSize);
@@ -75,8 +71,7 @@ TransparentWindow::TransparentWindow(const Services &services)
 
 void TransparentWindow::userHolds(bool isHeld)
 {
-    if (onUserHold)
-        onUserHold(isHeld);
+    onUserHold(isHeld);
 }
 
 void TransparentWindow::setContentView(GlassView *view)
@@ -169,7 +164,8 @@ void TransparentWindow::beginMove(QPoint pressed, QPoint pointer)
     const QRect start = geometry();
     // After a quick flick the button is already up, and a window manager would wait for its release in vain.
     if (m_services.hints.isPointerButtonDown() || !m_services.hints.isManaged()) {
-        m_services.hints.place(*this, start.translated(pointer - pressed)); // the window manager's drag starts at the pointer
+        m_services.hints.place(*this,
+                               start.translated(pointer - pressed)); // the window manager's drag starts at the pointer
         m_isManagersDrag = m_services.hints.startMove(*windowHandle());
     }
     if (!m_isManagersDrag)
@@ -295,8 +291,7 @@ void TransparentWindow::frameChanged()
     if (!m_isShown)
         return;
     m_userMoves.frameChanged();
-    if (onFrameChanged)
-        onFrameChanged();
+    onFrameChanged();
 }
 
 bool TransparentWindow::eventFilter(QObject *watched, QEvent *event)
@@ -328,8 +323,7 @@ void TransparentWindow::updateShown()
         endDrag();
         endManagersDrag();
     }
-    if (onShown)
-        onShown(shown);
+    onShown(shown);
 }
 
 bool TransparentWindow::isOnScreen() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "ClickRecognizer.h"
 #include "PaneWindowHints.h"
 #include "PassPane.h"
@@ -9,7 +10,6 @@
 #include <QList>
 #include <QWidget>
 
-#include <functional>
 #include <optional>
 
 namespace lucentra {
@@ -45,13 +45,13 @@ public:
     void setContentView(GlassView *view);
 
     /// The user has taken hold of the window (true), or has let go of it without having moved it (false).
-    std::function<void(bool)> onUserHold;
+    Callback<bool> onUserHold;
     /// The user has moved or resized the window. The argument is the time since the release.
-    std::function<void(std::chrono::milliseconds)> onUserMoved;
+    Callback<std::chrono::milliseconds> onUserMoved;
     /// The window's rectangle has changed, for whatever reason. Called for each step of a drag.
-    std::function<void()> onFrameChanged;
+    Callback<> onFrameChanged;
     /// The window has appeared (mapped and not minimized) or disappeared.
-    std::function<void(bool)> onShown;
+    Callback<bool> onShown;
 
     /// Mapped and not minimized.
     bool isShown() const { return m_isShown; }

@@ -1,5 +1,6 @@
 #include "AutostartEntry.h"
 
+#include "GObjectPointer.h"
 #include "LauncherPath.h"
 #include "PrivateFile.h"
 
@@ -7,11 +8,9 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#undef signals // a member of a structure of the library's
 #include <gio/gdesktopappinfo.h>
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 #include <utility>
 
@@ -37,8 +36,8 @@ std::optional<bool> isInForce(const QString &path)
     if (!QFileInfo(path).isFile())
         return std::nullopt;
     constexpr auto enabledKey = "X-GNOME-Autostart-enabled";
-    const std::unique_ptr<GDesktopAppInfo, decltype(&g_object_unref)> entry(
-        g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()), g_object_unref);
+    const GObjectPointer<GDesktopAppInfo> entry(
+        g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()));
     return entry && !g_desktop_app_info_get_is_hidden(entry.get()) &&
            (!g_desktop_app_info_has_key(entry.get(), enabledKey) ||
             g_desktop_app_info_get_boolean(entry.get(), enabledKey));

@@ -332,8 +332,7 @@ void DesktopHotkeys::use(Service service)
     }
     if (std::exchange(m_service, service) == Service::None && service == Service::None)
         return;
-    if (m_changed)
-        m_changed();
+    m_changed();
 }
 
 void DesktopHotkeys::bind()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "GlobalHotkeys.h"
 
 #include <QDBusMessage>
@@ -80,7 +81,7 @@ private:
     bool m_isBound = false; ///< in the current service
     QString m_session;      ///< of the portal
     uint m_portalVersion = 0;
-    std::function<void()> m_changed;
+    Callback<> m_changed;
     std::function<void(HotkeyAction)> m_pressed;
 };
 

@@ -9,7 +9,6 @@
 #include <QStringList>
 
 #include <array>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -36,15 +35,14 @@ using Settings = GObjectPointer<GSettings>;
 bool hasSchema(const char *name)
 {
     GSettingsSchemaSource *source = g_settings_schema_source_get_default();
-    const std::unique_ptr<GSettingsSchema, decltype(&g_settings_schema_unref)> schema(
-        source ? g_settings_schema_source_lookup(source, name, true) : nullptr, g_settings_schema_unref);
+    const Owned<GSettingsSchema, g_settings_schema_unref> schema(
+        source ? g_settings_schema_source_lookup(source, name, true) : nullptr);
     return schema != nullptr;
 }
 
 QStringList listedEntries(GSettings *settings)
 {
-    const std::unique_ptr<char *, decltype(&g_strfreev)> paths(g_settings_get_strv(settings, customKeybindings),
-                                                               g_strfreev);
+    const Owned<char *, g_strfreev> paths(g_settings_get_strv(settings, customKeybindings));
     QStringList listed;
     for (char **path = paths.get(); path && *path; ++path)
         listed.append(QString::fromUtf8(*path));

@@ -1,18 +1,13 @@
 #pragma once
 
-#include <gio/gio.h>
+#include "Owned.h"
 
-#include <memory>
+#include <gio/gio.h>
 
 namespace lucentra {
 
-struct GObjectRelease
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-
 /// Owns one reference of a GObject.
 template <typename Object>
-using GObjectPointer = std::unique_ptr<Object, GObjectRelease>;
+using GObjectPointer = Owned<Object, g_object_unref>;
 
 } // namespace lucentra

@@ -16,11 +16,7 @@ constexpr auto servicePath = "/org/freedesktop/secrets";
 constexpr auto serviceInterface = "org.freedesktop.Secret.Service";
 constexpr auto promptInterface = "org.freedesktop.Secret.Prompt";
 
-struct VariantRelease
-{
-    void operator()(GVariant *variant) const { g_variant_unref(variant); }
-};
-using VariantPointer = std::unique_ptr<GVariant, VariantRelease>;
+using VariantPointer = Owned<GVariant, g_variant_unref>;
 
 /// Returns null if the call failed.
 VariantPointer callBus(GDBusConnection *bus, const char *name, const char *path, const char *interface,

@@ -28,23 +28,16 @@ const SecretSchema itemSchema{"com.tarnby.lucentra.Secret",
                               nullptr,
                               nullptr};
 
-struct AttributesRelease
-{
-    void operator()(GHashTable *table) const { g_hash_table_unref(table); }
-};
-using Attributes = std::unique_ptr<GHashTable, AttributesRelease>;
+using Attributes = Owned<GHashTable, g_hash_table_unref>;
 
-struct ItemsRelease
+void freeItems(GList *items)
 {
-    void operator()(GList *items) const { g_list_free_full(items, g_object_unref); }
-};
-using Items = std::unique_ptr<GList, ItemsRelease>;
+    g_list_free_full(items, g_object_unref);
+}
 
-struct ValueRelease
-{
-    void operator()(SecretValue *value) const { secret_value_unref(value); }
-};
-using Value = std::unique_ptr<SecretValue, ValueRelease>;
+using Items = Owned<GList, freeItems>;
+
+using Value = Owned<SecretValue, secret_value_unref>;
 
 Attributes attributesOf(const QString &service, const std::optional<QString> &account)
 {
@@ -126,8 +119,7 @@ GObjectPointer<GDBusConnection> sessionBus(GCancellable *cancel, GError **error)
 /// The unique bus name of a proxy's service; empty if it has ended.
 QByteArray ownerOf(SecretService *service)
 {
-    const std::unique_ptr<char, decltype(&g_free)> owner(
-        g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(service)), &g_free);
+    const Owned<char, g_free> owner(g_dbus_proxy_get_name_owner(reinterpret_cast<GDBusProxy *>(service)));
     return owner.get();
 }
 

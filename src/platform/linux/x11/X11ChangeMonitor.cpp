@@ -147,8 +147,7 @@ void X11ChangeMonitor::reportIfInside(const QRect &native)
         return;
     }
     m_isArmed = false;
-    if (m_changed)
-        m_changed((native & m_area).translated(-m_area.topLeft()));
+    m_changed((native & m_area).translated(-m_area.topLeft()));
 }
 
 } // namespace lucentra

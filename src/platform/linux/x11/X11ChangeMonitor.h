@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "ScreenRect.h"
 #include "X11Composer.h"
 #include "X11EventConnection.h"
@@ -50,7 +51,7 @@ private:
     quint8 m_damageEvent = 0;
     QHash<xcb_window_t, Watched> m_windows; ///< mapped windows of other programs
     QRect m_area;
-    std::function<void(const QRect &)> m_changed;
+    Callback<const QRect &> m_changed;
     bool m_isArmed = false;
     bool m_hasMissedChange = false; ///< something changed between a report and the next `rearm`
 };

@@ -1,30 +1,21 @@
 #pragma once
 
+#include "Owned.h"
+
 #include <xcb/xcb.h>
 
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 namespace lucentra {
 
-struct FreeDeleter
-{
-    void operator()(void *memory) const { std::free(memory); }
-};
-
 /// Owns a reply of the X server.
 template <typename Reply>
-using X11Reply = std::unique_ptr<Reply, FreeDeleter>;
-
-struct X11Disconnect
-{
-    void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
-};
+using X11Reply = Owned<Reply, std::free>;
 
 /// A private connection to the X server. Closing it frees every resource that was created on it.
-using X11Connection = std::unique_ptr<xcb_connection_t, X11Disconnect>;
+using X11Connection = Owned<xcb_connection_t, xcb_disconnect>;
 
 /// The screen with a number that xcb_connect returned. The connection must have no error; it owns the screen.
 inline xcb_screen_t *x11Screen(xcb_connection_t *connection, int number)

@@ -16,11 +16,7 @@ namespace {
 /// A key repeat is a release and a press within this time, in milliseconds; no finger is that fast.
 constexpr quint32 repeatGap = 5;
 
-struct KeySymbolsDeleter
-{
-    void operator()(xcb_key_symbols_t *symbols) const { xcb_key_symbols_free(symbols); }
-};
-using KeySymbols = std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter>;
+using KeySymbols = Owned<xcb_key_symbols_t, xcb_key_symbols_free>;
 
 /// The modifiers that keys with one of the symbols are assigned to: a mask.
 quint16 modifiersOf(xcb_key_symbols_t *symbols, const xcb_get_modifier_mapping_reply_t *mapping,
@@ -227,8 +223,7 @@ void X11GlobalHotkeys::keyPressed(quint8 key, quint16 state)
     for (const Registration *each : m_registrations) {
         if (each->hotkey.key == key && stateOf(each->hotkey.modifiers) == modifiers) {
             const HotkeyAction action = each->hotkey.action;
-            if (m_pressed)
-                m_pressed(action);
+            m_pressed(action);
             return; // the handler may have changed m_registrations
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "GlobalHotkeys.h"
 #include "Scheduler.h"
 #include "X11EventConnection.h"
@@ -73,7 +74,7 @@ private:
     QSet<quint8> m_heldUnseen;         ///< the keys among them whose release the server won't report
     bool m_hasKeyboardChanged = false; ///< since the modifiers were looked up
     std::unique_ptr<ScheduledTask> m_poll;
-    std::function<void(HotkeyAction)> m_pressed;
+    Callback<HotkeyAction> m_pressed;
 };
 
 } // namespace lucentra
