@@ -156,6 +156,10 @@
         <translation>Lucentra could not be started.</translation>
     </message>
     <message>
+        <source>Lucentra 的一部分無法載入，請重新安裝 Lucentra。（%@）</source>
+        <translation>A part of Lucentra can't be loaded. Please install Lucentra again. (%@)</translation>
+    </message>
+    <message>
         <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
         <translation>Lucentra needs a graphical desktop (DISPLAY is not set).</translation>
     </message>
@@ -884,10 +888,6 @@
         <translation>The desktop didn't answer the request to share the screen. Please try again; if it still doesn't answer, log in again.</translation>
     </message>
     <message>
-        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
-        <translation>The desktop doesn't offer to share the screen. Install xdg-desktop-portal and the back end of your desktop, log in again, then retry.</translation>
-    </message>
-    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>No Border</translation>
     </message>
@@ -1548,8 +1548,8 @@
         <translation>This X server lacks what is needed to capture the screen: %@</translation>
     </message>
     <message>
-        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
-        <translation>This desktop offers no screen sharing. Please install PipeWire, xdg-desktop-portal and the back end of this desktop (such as xdg-desktop-portal-gnome or xdg-desktop-portal-kde), and log in again.</translation>
+        <source>這個桌面不提供畫面分享。請安裝後重新登入：%@</source>
+        <translation>This desktop offers no screen sharing. Install it and log in again: %@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1584,8 +1584,8 @@
         <translation>This computer already translates menus and messages of programs. Other text, such as pages and games, needs a translation model. Once downloaded, it works offline.</translation>
     </message>
     <message>
-        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>This computer has no keyring service, so the API key cannot be saved. Install the package gnome-keyring, log in again, then retry.</translation>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝後重新登入：%@</source>
+        <translation>This computer has no keyring service, so the API key cannot be saved. Install one and log in again: %@</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>

@@ -156,6 +156,10 @@
         <translation>Lucentra を起動できませんでした。</translation>
     </message>
     <message>
+        <source>Lucentra 的一部分無法載入，請重新安裝 Lucentra。（%@）</source>
+        <translation>Lucentra の一部を読み込めません。Lucentra を再インストールしてください。（%@）</translation>
+    </message>
+    <message>
         <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
         <translation>Lucentra にはグラフィカルなデスクトップが必要です（DISPLAY が設定されていません）。</translation>
     </message>
@@ -884,10 +888,6 @@
         <translation>画面の共有の要求にデスクトップが応答しませんでした。もう一度お試しください。それでも応答がない場合は、ログインし直してください。</translation>
     </message>
     <message>
-        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
-        <translation>デスクトップに画面共有の機能がありません。xdg-desktop-portal とお使いのデスクトップ用のバックエンドをインストールし、ログインし直してください。</translation>
-    </message>
-    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>枠なし</translation>
     </message>
@@ -1548,8 +1548,8 @@
         <translation>この X サーバーには、画面のキャプチャに必要な機能がありません：%@</translation>
     </message>
     <message>
-        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
-        <translation>このデスクトップでは画面を共有できません。PipeWire、xdg-desktop-portal と、このデスクトップのバックエンド（xdg-desktop-portal-gnome や xdg-desktop-portal-kde など）をインストールし、ログインし直してください。</translation>
+        <source>這個桌面不提供畫面分享。請安裝後重新登入：%@</source>
+        <translation>このデスクトップでは画面を共有できません。次のコマンドでインストールし、ログインし直してください：%@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1584,8 +1584,8 @@
         <translation>このパソコンは、プログラムのメニューやメッセージならすでに翻訳できます。ウェブページやゲームなどの文章には翻訳モデルが必要です。一度ダウンロードすれば、オフラインで使えます。</translation>
     </message>
     <message>
-        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>このコンピューターにはキーリングのサービスがないため、API キーを保存できません。gnome-keyring パッケージをインストールし、ログインし直してからもう一度お試しください。</translation>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝後重新登入：%@</source>
+        <translation>このコンピューターにはキーリングのサービスがないため、API キーを保存できません。次のコマンドでインストールし、ログインし直してください：%@</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>

@@ -156,6 +156,10 @@
         <translation>Lucentra를 시작할 수 없습니다.</translation>
     </message>
     <message>
+        <source>Lucentra 的一部分無法載入，請重新安裝 Lucentra。（%@）</source>
+        <translation>Lucentra의 일부를 불러올 수 없습니다. Lucentra를 다시 설치하세요. (%@)</translation>
+    </message>
+    <message>
         <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
         <translation>Lucentra에는 그래픽 데스크톱이 필요합니다(DISPLAY가 설정되지 않음).</translation>
     </message>
@@ -884,10 +888,6 @@
         <translation>데스크톱이 화면 공유 요청에 응답하지 않았습니다. 다시 시도하고, 계속 응답이 없으면 다시 로그인하세요.</translation>
     </message>
     <message>
-        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
-        <translation>데스크톱이 화면 공유를 제공하지 않습니다. xdg-desktop-portal과 데스크톱용 백엔드를 설치하고 다시 로그인하세요.</translation>
-    </message>
-    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>테두리 없음</translation>
     </message>
@@ -1548,8 +1548,8 @@
         <translation>이 X 서버에는 화면 캡처에 필요한 기능이 없습니다: %@</translation>
     </message>
     <message>
-        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
-        <translation>이 데스크톱은 화면 공유를 제공하지 않습니다. PipeWire, xdg-desktop-portal과 이 데스크톱의 백엔드(예: xdg-desktop-portal-gnome 또는 xdg-desktop-portal-kde)를 설치한 뒤 다시 로그인하세요.</translation>
+        <source>這個桌面不提供畫面分享。請安裝後重新登入：%@</source>
+        <translation>이 데스크톱은 화면 공유를 제공하지 않습니다. 설치한 뒤 다시 로그인하세요: %@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1584,8 +1584,8 @@
         <translation>이 컴퓨터는 프로그램의 메뉴와 메시지를 이미 번역할 수 있습니다. 웹 페이지나 게임 같은 다른 글에는 번역 모델이 필요합니다. 한 번 다운로드하면 오프라인에서도 쓸 수 있습니다.</translation>
     </message>
     <message>
-        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>이 컴퓨터에 키 모음 서비스가 없어 API 키를 보관할 수 없습니다. gnome-keyring 패키지를 설치하고 다시 로그인한 뒤 시도하세요.</translation>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝後重新登入：%@</source>
+        <translation>이 컴퓨터에 키 모음 서비스가 없어 API 키를 보관할 수 없습니다. 설치한 뒤 다시 로그인하세요: %@</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>

@@ -156,6 +156,10 @@
         <translation>Lucentra 无法启动。</translation>
     </message>
     <message>
+        <source>Lucentra 的一部分無法載入，請重新安裝 Lucentra。（%@）</source>
+        <translation>Lucentra 的一部分无法载入，请重新安装 Lucentra。（%@）</translation>
+    </message>
+    <message>
         <source>Lucentra 需要圖形桌面（沒有設定 DISPLAY）。</source>
         <translation>Lucentra 需要图形桌面（没有设置 DISPLAY）。</translation>
     </message>
@@ -884,10 +888,6 @@
         <translation>桌面没有回答共享屏幕的请求。请再试一次；如果仍然没有反应，请重新登录。</translation>
     </message>
     <message>
-        <source>桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。</source>
-        <translation>桌面没有提供屏幕共享。请安装 xdg-desktop-portal 与您的桌面所用的后端，重新登录后再试。</translation>
-    </message>
-    <message>
         <source>極簡無邊框 (No Border)</source>
         <translation>极简无边框</translation>
     </message>
@@ -1548,8 +1548,8 @@
         <translation>这个 X 服务器缺少截取屏幕画面所需的功能：%@</translation>
     </message>
     <message>
-        <source>這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。</source>
-        <translation>这个桌面不提供屏幕共享。请安装 PipeWire、xdg-desktop-portal 和这个桌面的后端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然后重新登录。</translation>
+        <source>這個桌面不提供畫面分享。請安裝後重新登入：%@</source>
+        <translation>这个桌面不提供屏幕共享。请安装后重新登录：%@</translation>
     </message>
     <message>
         <source>這個桌面沒有系統匣。要再次顯示翻譯板，請再次啟動 Lucentra。</source>
@@ -1584,8 +1584,8 @@
         <translation>这部电脑已经能翻译程序的菜单与消息。网页、游戏等其他文字需要翻译模型，下载一次即可离线使用。</translation>
     </message>
     <message>
-        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。</source>
-        <translation>这台电脑没有密钥环服务，无法保存 API 密钥。请安装软件包 gnome-keyring，重新登录后再试。</translation>
+        <source>這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝後重新登入：%@</source>
+        <translation>这台电脑没有密钥环服务，无法保存 API 密钥。请安装后重新登录：%@</translation>
     </message>
     <message>
         <source>這部電腦無法翻譯這種語言。請改用其他翻譯引擎。</source>

@@ -4,8 +4,9 @@
 #include "DesktopNotice.h"
 #include "DesktopShortcuts.h"
 #include "DockPresence.h"
+#include "Engines.h"
+#include "InstallCommand.h"
 #include "MakeDesktop.h"
-#include "Packages.h"
 #include "Settings.h"
 #include "VirtualKeys.h"
 
@@ -55,14 +56,13 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
                  .menu = m_mainMenu,
                  .windowHints = m_desktop->windows(),
                  .applyDockPresence = [this](bool on) { applyDockPresence(m_pane->window(), on); },
-                 .paneFrame = [this] { return m_pane->window().isShown() ? m_pane->window().geometry() : QRect(); },
+                 .paneFrame = [this] { return paneFrame(); },
                  .diagnostics = diagnostics})
 {
 }
 
 void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
-    m_toolkitLanguage.use(m_services.texts().resolvedLanguageCode());
     m_services.texts().syncTargetLanguage();
     m_pane.emplace(m_scheduler, m_services, *m_desktop, m_history);
     m_pane->onShown = [this](bool shown) {
@@ -77,7 +77,8 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
                  .openHistory = [this] { m_windows.openHistory(); },
                  .setLive = [this](bool isLive) { setLive(isLive); },
                  .isLive = [this] { return m_pane->canBeLive() && m_services.settings().read(settings::isLive); },
-                 .canBeLive = [this] { return m_pane->canBeLive(); }};
+                 .canBeLive = [this] { return m_pane->canBeLive(); },
+                 .paneFrame = [this] { return paneFrame(); }};
     m_pane->view().onSettingsTapped = m_actions.openSettings;
     m_pane->view().onHistoryTapped = m_actions.openHistory;
     m_pane->view().onOpenInHistory = [this](const QString &source, const QString &translation) {
@@ -102,6 +103,9 @@ void AppDelegate::finishLaunching()
 {
     if (std::exchange(m_isLaunched, true))
         return;
+    m_toolkitLanguage.use(m_services.texts().resolvedLanguageCode());
+    m_pane->view().showPristineHint();
+    m_pane->view().repaint(); // what follows takes a while
     m_pane->prepareEngines();
     explainPane();
     m_services.settings().write(settings::isAlwaysOnTop, true);
@@ -133,13 +137,19 @@ void AppDelegate::applicationWillTerminate()
     m_services.mainQueue().drain();
 }
 
+QRect AppDelegate::paneFrame()
+{
+    return m_pane->window().isShown() ? m_pane->window().geometry() : QRect();
+}
+
 void AppDelegate::explainPane()
 {
     m_pane->explain({.missing =
                          [this] {
                              const LocalizationManager &texts = m_services.texts();
                              QStringList missing;
-                             if (const QStringList packages = missingReadingPackages(); !packages.isEmpty())
+                             if (const QStringList packages = m_services.engines().missingReadingPackages();
+                                 !packages.isEmpty())
                                  missing.append(texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s,
                                                                 installCommand(packages)));
                              if (!m_desktop->compositing().isComposited())

@@ -40,6 +40,7 @@ public:
 private:
     /// What can wait until the pane is seen. Further calls do nothing.
     void finishLaunching();
+    QRect paneFrame();
     void explainPane();
     /// By the hotkey, or by the command that a desktop's key runs.
     void toggleByKey();

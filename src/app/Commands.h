@@ -9,7 +9,6 @@ namespace lucentra {
 
 class LocalizationManager;
 class Services;
-struct NeuralModelError;
 
 /// What a finished command prints.
 struct CommandOutput
@@ -51,9 +50,6 @@ Result<CommandOutput> remoteCommand(const Invocation &invocation, Services &serv
 
 /// The failure of a command, with a sentence in the interface language.
 tl::unexpected<Failure> commandFailed(const QString &description);
-
-/// Why a translation model can't be used.
-QString modelErrorText(const NeuralModelError &error, const LocalizationManager &texts);
 
 /// The text of the standard input, up to 1 MiB of UTF-8.
 Result<QString> standardInput(const LocalizationManager &texts);

@@ -1,10 +1,10 @@
 #include "Commands.h"
 
+#include "Engines.h"
 #include "HistoryManager.h"
+#include "InstallCommand.h"
 #include "InstalledModels.h"
 #include "KeychainStore.h"
-#include "NeuralModel.h"
-#include "Packages.h"
 #include "RemoteControl.h"
 #include "Services.h"
 #include "SessionReport.h"
@@ -45,10 +45,13 @@ Section versions(const LocalizationManager &texts)
              {texts.localized(u"語言"_s), QLocale::system().uiLanguages().join(u' ')}}};
 }
 
-Section recognition(const LocalizationManager &texts)
+Section recognition(Services &services)
 {
-    ReportedFact fact{.label = texts.localized(u"文字辨識模型"_s), .value = readableLanguages().join(u' ')};
-    if (const QStringList missing = missingReadingPackages() + missingVerticalPackages(); !missing.isEmpty())
+    const LocalizationManager &texts = services.texts();
+    const Engines &engines = services.engines();
+    ReportedFact fact{.label = texts.localized(u"文字辨識模型"_s), .value = engines.readableLanguages().join(u' ')};
+    if (const QStringList missing = engines.missingReadingPackages() + engines.missingVerticalPackages();
+        !missing.isEmpty())
         fact.advice = texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s, installCommand(missing));
     return {texts.localized(u"辨識"_s), {fact}};
 }
@@ -78,8 +81,8 @@ Section onDevice(Services &services)
     }
     for (const InstalledModel &model : InstalledModels(InstalledModels::searchFoldersOfThisSystem()).list()) {
         ReportedFact fact{.label = model.source + u'-' + model.target, .value = model.folder};
-        if (const auto opened = NeuralModel::open(model.folder); !opened)
-            fact.advice = modelErrorText(opened.error(), texts);
+        if (const auto opened = services.engines().translateWithModel(model.folder, {}, 1, texts); !opened)
+            fact.advice = opened.error().description;
         section.facts.append(fact);
     }
     return section;
@@ -118,7 +121,7 @@ Section engines(Services &services)
     ReportedFact keyring{.label = texts.localized(u"鑰匙圈"_s), .value = texts.localized(u"可以使用"_s)};
     if (!keys) {
         keyring.value = texts.localized(u"無法使用"_s);
-        keyring.advice = texts.localized(keychainAdvice(keys.error()));
+        keyring.advice = keychainAdvice(keys.error(), [&texts](const QString &key) { return texts.localized(key); });
     }
     section.facts.append(keyring);
     return section;
@@ -154,7 +157,7 @@ Result<CommandOutput> doctorCommand(const Invocation & /*invocation*/, Services 
 
     QStringList lines;
     int problems = 0;
-    for (const Section &section : {versions(texts), session, recognition(texts), onDevice(services),
+    for (const Section &section : {versions(texts), session, recognition(services), onDevice(services),
                                    engines(services), files(texts)}) {
         lines.append(section.title);
         for (const ReportedFact &fact : section.facts) {

@@ -3,12 +3,14 @@
 #include "EditCommands.h"
 #include "LocalizationManager.h"
 #include "Mnemonics.h"
+#include "UncoveredPlace.h"
 #include "Version.h"
 #include "VirtualKeys.h"
 
 #include <QApplication>
 #include <QHash>
 #include <QMenuBar>
+#include <QScreen>
 
 #include <utility>
 
@@ -215,6 +217,8 @@ void MainMenu::showAbout()
         m_about->setInformativeText(versionAndBuild());
         m_about->setIconPixmap(QApplication::windowIcon().pixmap(64));
         m_about->setAttribute(Qt::WA_DeleteOnClose);
+        m_about->move(
+            uncoveredPlace(m_about->sizeHint(), m_about->screen()->availableGeometry(), m_actions.paneFrame()));
     }
     m_about->show();
     m_about->raise();

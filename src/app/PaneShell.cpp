@@ -155,12 +155,13 @@ void PaneShell::wirePass()
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
     m_view->onTranslateTapped = [this] {
         prepareEngines();
+        m_services.recognizer().warmUp(); // while the picture is taken
         m_pass->startCapturePass();
     };
     m_window.onUserHold = [this](bool isHeld) {
         prepareEngines();
         if (isHeld)
-            m_services.warmUpRecognizer(); // a pass will probably follow
+            m_services.recognizer().warmUp(); // a pass will probably follow
         m_pass->userHolds(isHeld);
         if (m_live)
             m_live->userHolds(isHeld);
@@ -300,11 +301,16 @@ void PaneShell::keepAbovePane(const QWindow *used)
 {
     // The pane is above all windows and may cover the whole screen; the window that the user works with must not be
     // beneath it.
-    for (const QWindow *window : QGuiApplication::topLevelWindows()) {
-        const bool isMember = window->type() == Qt::Window || window->type() == Qt::Dialog;
-        if (isMember && window->isExposed() && window != m_window.windowHandle())
-            m_desktop.windows().setAbove(*window, used && (window == used || window == used->transientParent()));
-    }
+    const auto setAbove = [&](bool isAbove) {
+        for (const QWindow *window : QGuiApplication::topLevelWindows()) {
+            const bool isMember = window->type() == Qt::Window || window->type() == Qt::Dialog;
+            const bool isUsed = used && (window == used || window == used->transientParent());
+            if (isMember && isUsed == isAbove && window->isExposed() && window != m_window.windowHandle())
+                m_desktop.windows().setAbove(*window, isAbove);
+        }
+    };
+    setAbove(false);
+    setAbove(true); // last, where the pane itself makes room
 }
 
 bool PaneShell::isActive() const

@@ -3,8 +3,6 @@
 #include "ConnectionTest.h"
 #include "ModelInstallation.h"
 #include "ModelStore.h"
-#include "ScreenTextRecognizer.h"
-#include "SecretServiceStorage.h"
 #include "Settings.h"
 #include "TranslationEngine.h"
 
@@ -14,30 +12,6 @@
 #include <utility>
 
 namespace lucentra {
-
-namespace {
-
-Fetch modelFetch(const HttpSession &http, const LocalizationManager &texts)
-{
-    return [&](const QByteArray &url, qint64 offset, const HttpSession::TakePiece &take,
-               const std::function<bool()> &isWanted) -> ModelResult<int> {
-        HttpRequest request{.url = url, .headers = {}, .body = {}, .mayChangeHost = true};
-        if (!isProtected(QUrl::fromEncoded(url, QUrl::StrictMode)))
-            return tl::unexpected(ModelProblem{.kind = ModelProblem::Kind::Unprotected});
-        if (offset > 0)
-            request.headers.append({"Range", "bytes=" + QByteArray::number(offset) + '-'});
-        try {
-            return http.download(request, take, isWanted);
-        } catch (const TransportError &error) {
-            if (error.kind() == TransportError::Kind::cancelled)
-                return tl::unexpected(ModelProblem{.kind = ModelProblem::Kind::Cancelled});
-            return tl::unexpected(
-                ModelProblem{.kind = ModelProblem::Kind::Network, .text = error.failure(texts).description});
-        }
-    };
-}
-
-} // namespace
 
 Services::Services(DiagnosticLine diagnostics, TranslationManager::Sinks sinks, BuildPatience patience)
     : m_diagnostics(std::move(diagnostics))
@@ -53,20 +27,14 @@ Services::~Services() = default;
 TextRecognizer &Services::recognizer()
 {
     if (!m_recognizer)
-        m_recognizer = std::make_unique<ScreenTextRecognizer>();
+        m_recognizer = engines().makeRecognizer();
     return *m_recognizer;
-}
-
-void Services::warmUpRecognizer()
-{
-    recognizer();
-    m_recognizer->warmUp();
 }
 
 const OnDeviceEngine &Services::onDeviceEngine()
 {
     if (!m_bridge) {
-        m_onDevice = makeOnDeviceEngine(m_patience);
+        m_onDevice = engines().makeOnDeviceEngine(m_patience);
         m_bridge = std::make_unique<AppleTranslationBridge>(*m_onDevice.identifier, *m_onDevice.translation);
     }
     return m_onDevice;
@@ -87,11 +55,11 @@ bool Services::isCollectingPhrases()
                        [](const OnDeviceServiceStatus &service) { return service.isGettingReady; });
 }
 
-HttpSession &Services::http()
+RemoteServices &Services::remote()
 {
-    if (!m_http)
-        m_http = std::make_unique<HttpSession>();
-    return *m_http;
+    if (!m_remote)
+        m_remote = engines().makeRemoteServices(m_texts);
+    return *m_remote;
 }
 
 TranslationModels &Services::models()
@@ -103,7 +71,7 @@ TranslationModels &Services::models()
                 return ModelStore::Addresses{.registry = m_settings.read(settings::modelRegistryURL).trimmed().toUtf8(),
                                              .files = m_settings.read(settings::modelFilesURL).trimmed().toUtf8()};
             },
-            modelFetch(http(), m_texts));
+            remote().fetchModel);
     return *m_models;
 }
 
@@ -140,9 +108,9 @@ const KeychainStore &Services::keychain()
 TranslationManager &Services::translationManager()
 {
     if (!m_translationManager) {
-        m_secrets = std::make_unique<SecretServiceStorage>();
+        m_secrets = engines().makeSecretStorage();
         m_keychain = std::make_unique<KeychainStore>(*m_secrets, KeychainStore::apiKeyService(), m_diagnostics);
-        TranslationClients clients = remoteClients(http(), m_texts);
+        TranslationClients clients = remote().clients;
         onDeviceEngine();
         clients.onDevice = [this](const EngineRequest &request, const auto &isWanted) {
             return m_bridge->translate(request.texts, request.target, isWanted);
@@ -151,7 +119,7 @@ TranslationManager &Services::translationManager()
             return m_bridge->isPhrase(text, target);
         };
         clients.cancelAll = [this] {
-            m_http->cancelAll();
+            m_remote->clients.cancelAll();
             m_onDevice.translation->cancel();
         };
         m_translationManager = std::make_unique<TranslationManager>(m_settings, *m_keychain, m_texts, m_mainQueue,

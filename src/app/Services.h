@@ -1,24 +1,21 @@
 #pragma once
 
 #include "AppleTranslationBridge.h"
-#include "HttpSession.h"
+#include "Engines.h"
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
-#include "OnDeviceEngine.h"
 #include "SettingsStore.h"
 #include "TranslationManager.h"
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace lucentra {
 
 class ModelInstallation;
-class SecretStorage;
-class ScreenTextRecognizer;
-class TextRecognizer;
 class TranslationModels;
 
 /// The objects that both the pane and the command line need. Each is made once, costly ones at their first use.
@@ -32,10 +29,9 @@ public:
     SettingsStore &settings() { return m_settings; }
     LocalizationManager &texts() { return m_texts; }
     MainQueue &mainQueue() { return m_mainQueue; }
+    const Engines &engines() { return loadEngines(m_texts); }
     // These two are made at the first call, on the main thread. Afterwards they may be asked for on any thread.
     TextRecognizer &recognizer();
-    /// Has the recognizer load in the background what a pass will need.
-    void warmUpRecognizer();
     TranslationManager &translationManager();
     const KeychainStore &keychain();
     /// The state of what translates on this computer. Blocks while its data is being built.
@@ -53,7 +49,7 @@ public:
     void prepareOnDevice(const QObject &view, bool isExpected = true);
 
 private:
-    HttpSession &http();
+    RemoteServices &remote();
     const OnDeviceEngine &onDeviceEngine();
 
     const DiagnosticLine m_diagnostics;
@@ -64,8 +60,8 @@ private:
     LocalizationManager m_texts;
     std::unique_ptr<SecretStorage> m_secrets;
     std::unique_ptr<KeychainStore> m_keychain;
-    std::unique_ptr<ScreenTextRecognizer> m_recognizer;
-    std::unique_ptr<HttpSession> m_http;
+    std::unique_ptr<TextRecognizer> m_recognizer;
+    std::optional<RemoteServices> m_remote;
     std::unique_ptr<TranslationModels> m_models;
     std::unique_ptr<ModelInstallation> m_modelInstallation;
     OnDeviceEngine m_onDevice;

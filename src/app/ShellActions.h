@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QRect>
+
 #include <functional>
 
 namespace lucentra {
@@ -14,6 +16,7 @@ struct ShellActions
     std::function<void(bool)> setLive; ///< switches live translation
     std::function<bool()> isLive;
     std::function<bool()> canBeLive; ///< whether live translation is available
+    std::function<QRect()> paneFrame; ///< empty while the pane is hidden; global points
 };
 
 } // namespace lucentra

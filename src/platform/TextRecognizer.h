@@ -46,6 +46,9 @@ class TextRecognizer
 public:
     virtual ~TextRecognizer() = default;
 
+    /// Loads in the background what nearly every image needs.
+    virtual void warmUp() {}
+
     /// Blocks until every line is read. Any thread, concurrently. The observations are in reading order. Returns an
     /// empty list for an image without text.
     virtual Result<QList<RecognizedTextObservation>> perform(const TextRecognitionRequest &request,

@@ -1,5 +1,6 @@
 #include "StoredAPIKeys.h"
 
+#include "InstallCommand.h"
 #include "KeychainStore.h"
 #include "SecretStorage.h"
 #include "SettingsStore.h"
@@ -37,20 +38,21 @@ Result<QString> loadStoredAPIKey(SettingsStore &settings, const KeychainStore &k
     return plaintext.isEmpty() ? Result<QString>(tl::unexpected(kept.error())) : plaintext;
 }
 
-QString keychainAdvice(const Failure &failure)
+QString keychainAdvice(const Failure &failure, const std::function<QString(const QString &)> &localized)
 {
     switch (SecretStorageProblem(failure.code)) {
     case SecretStorageProblem::Locked:
     case SecretStorageProblem::NoKeyring:
-        return u"鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。"_s;
+        return localized(u"鑰匙圈已鎖定。請在系統詢問時解鎖；API Key 會在下次嘗試時讀取或存入。"_s);
     case SecretStorageProblem::NoBus:
     case SecretStorageProblem::NoService:
-        return u"這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝 gnome-keyring 套件，重新登入後再試。"_s;
+        return localized(u"這部電腦沒有鑰匙圈服務，無法保存 API Key。請安裝後重新登入：%@"_s)
+            .replace(u"%@"_s, installCommand({u"gnome-keyring"_s}));
     case SecretStorageProblem::NoAnswer:
     case SecretStorageProblem::NoSecret:
         break;
     }
-    return u"鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。"_s;
+    return localized(u"鑰匙圈沒有回應，API Key 尚未讀取或存入。請稍後再試。"_s);
 }
 
 StoredAPIKeys loadStoredAPIKeys(SettingsStore &settings, const KeychainStore &keychain, const QStringList &accounts)

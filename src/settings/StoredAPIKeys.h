@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace lucentra {
@@ -20,8 +21,8 @@ class SettingsStore;
 Result<QString> loadStoredAPIKey(SettingsStore &settings, const KeychainStore &keychain, const QString &account,
                                  const QString &legacyKey);
 
-/// What the user can do about a failure of the keychain, as a text key.
-QString keychainAdvice(const Failure &failure);
+/// What the user can do about a failure of the keychain. `localized` looks up a text key.
+QString keychainAdvice(const Failure &failure, const std::function<QString(const QString &)> &localized);
 
 struct StoredAPIKeys
 {

@@ -39,37 +39,6 @@ struct HttpResponse
     QByteArray body;
 };
 
-/// Why there is no answer. The failure's domain is "HttpSession", its code the kind.
-class TransportError : public TranslationError
-{
-public:
-    enum class Kind {
-        timedOut = 1,
-        hostUnknown,
-        cannotConnect,
-        connectionLost,
-        certificate, ///< the server's certificate isn't valid
-        secureConnection,
-        proxy,
-        notHttp,
-        answerTooLarge,
-        invalidRequest, ///< the request can't be sent: a line break in a header, a malformed URL
-        cancelled,
-        other,
-    };
-
-    explicit TransportError(Kind kind)
-        : m_kind(kind)
-    {
-    }
-
-    Kind kind() const { return m_kind; }
-    Failure failure(const LocalizationManager &texts) const override;
-
-private:
-    Kind m_kind;
-};
-
 /// Blocking HTTP requests. Any number of threads concurrently; none waits for another.
 ///
 /// Connections and TLS sessions are reused. TLS is always verified. Redirects are followed within the same origin

@@ -1,6 +1,5 @@
 #include "TranslationEngine.h"
 
-#include "EngineClients.h"
 #include "LocalizationManager.h"
 #include "Settings.h"
 
@@ -15,14 +14,6 @@ constexpr QStringView ownEndpoint = u"您設定的相容 API 端點";
 
 constexpr QStringView keychainFooter = u"API Key 會安全存放於 macOS Keychain。";
 
-/// The client of a language model.
-template <LanguageModelProvider provider>
-QStringList translateWithModel(const TranslationServices &services, const EngineRequest &request)
-{
-    return request.isTyped ? QStringList{translateTextWithModel(services, request, provider)}
-                           : translateBlocksWithModel(services, request, provider);
-}
-
 } // namespace
 
 const std::array<EngineEntry, 8> &engineCatalogue()
@@ -31,7 +22,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
         {.engine = TranslationEngine::apple, .name = u"Apple 翻譯", .requiresKey = false},
         {.engine = TranslationEngine::free,
          .name = u"Google 翻譯",
-         .client = translateWithGoogle,
          .serviceName = u"Google",
          .account = "googleApiKey"_L1,
          .requiresKey = false,
@@ -39,7 +29,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .formFooters = {u"API Key 為選填，若留空則使用免費版（有流量與請求頻率限制）。", keychainFooter}},
         {.engine = TranslationEngine::microsoft,
          .name = u"Microsoft Azure 翻譯",
-         .client = translateWithMicrosoft,
          .serviceName = u"Microsoft Azure",
          .account = "microsoftApiKey"_L1,
          .label = u"Microsoft",
@@ -50,7 +39,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .fields = {{u"地區", settings::microsoftApiRegion, &EngineRequest::region}}},
         {.engine = TranslationEngine::customAPI,
          .name = u"Gemini",
-         .client = translateWithGemini,
          .serviceName = u"Google Gemini",
          .account = "geminiApiKey"_L1,
          .label = u"Gemini",
@@ -60,7 +48,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .formFooters = {u"Gemini 翻譯必須填寫 API Key。", keychainFooter}},
         {.engine = TranslationEngine::deepl,
          .name = u"DeepL",
-         .client = translateWithDeepL,
          .serviceName = u"DeepL",
          .account = "deeplApiKey"_L1,
          .label = u"DeepL",
@@ -70,7 +57,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .formFooters = {u"DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。"}},
         {.engine = TranslationEngine::openAI,
          .name = u"OpenAI",
-         .client = translateWithModel<sendOpenAI>,
          .serviceName = u"OpenAI",
          .account = "openAIApiKey"_L1,
          .label = u"OpenAI",
@@ -82,7 +68,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .areFieldsRequired = true},
         {.engine = TranslationEngine::anthropic,
          .name = u"Claude",
-         .client = translateWithModel<sendAnthropic>,
          .serviceName = u"Anthropic Claude",
          .account = "anthropicApiKey"_L1,
          .label = u"Claude",
@@ -94,7 +79,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .areFieldsRequired = true},
         {.engine = TranslationEngine::compatible,
          .name = u"OpenAI 相容 API",
-         .client = translateWithModel<sendCompatible>,
          .serviceName = ownEndpoint,
          .account = "compatibleApiKey"_L1,
          .label = u"相容 API",

@@ -14,7 +14,6 @@
 namespace lucentra {
 
 class LocalizationManager;
-struct TranslationServices;
 
 /// The translation engines. Their numbers are stored in the settings and part of the consent keys, and never change.
 enum class TranslationEngine {
@@ -41,9 +40,6 @@ struct EngineRequest
     QString region{};
 };
 
-/// Translates the texts of a request: one string per text, in their order. See `EngineClients.h`.
-using EngineClient = QStringList (*)(const TranslationServices &, const EngineRequest &);
-
 /// A setting of an engine besides its key.
 struct EngineField
 {
@@ -57,7 +53,6 @@ struct EngineEntry
 {
     TranslationEngine engine;
     QStringView name;                 ///< in the list of engines
-    EngineClient client = nullptr;    ///< null for the engine of this computer
     QStringView serviceName{};        ///< the receiver of its texts; empty if they stay on this computer
     QLatin1StringView account{};      ///< of its API key in the keychain
     bool requiresKey = true;          ///< if false, it works without one, too

@@ -3,11 +3,31 @@
 #include "LocalizationManager.h"
 #include "TranslationEngine.h"
 
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
+
+namespace {
+
+/// The sentences for the user in the order of the kinds of `TransportError`.
+const std::array sentences{u"連線逾時，請稍後再試"_s,
+                           u"找不到伺服器，請檢查網路連線與網址"_s,
+                           u"無法連線到伺服器"_s,
+                           u"與伺服器的連線已中斷"_s,
+                           u"伺服器的安全憑證無效"_s,
+                           u"無法與伺服器建立安全連線"_s,
+                           u"無法透過代理伺服器連線"_s,
+                           u"伺服器的回應不是有效的 HTTP 回應"_s,
+                           u"伺服器的回應過大"_s,
+                           u"API Key 或設定含有無法傳送的字元"_s,
+                           u"要求已取消"_s,
+                           u"網路連線發生錯誤"_s};
+static_assert(sentences.size() == size_t(TransportError::Kind::other));
+
+} // namespace
 
 TranslationProviderError::TranslationProviderError(Kind kind, QString provider, int status, QString message)
     : m_kind(kind)
@@ -71,6 +91,13 @@ TypedTextError::TypedTextError(QString answer)
 Failure TypedTextError::failure(const LocalizationManager &) const
 {
     return {.domain = u"TypedText"_s, .code = -1, .description = m_answer};
+}
+
+Failure TransportError::failure(const LocalizationManager &texts) const
+{
+    return {.domain = u"HttpSession"_s,
+            .code = int(m_kind),
+            .description = texts.localized(sentences[size_t(m_kind) - 1])};
 }
 
 Failure failureOfCurrentException(const LocalizationManager &texts)

@@ -74,6 +74,37 @@ private:
     QString m_answer;
 };
 
+/// Why a request has no answer. The failure's domain is "HttpSession", its code the kind.
+class TransportError : public TranslationError
+{
+public:
+    enum class Kind {
+        timedOut = 1,
+        hostUnknown,
+        cannotConnect,
+        connectionLost,
+        certificate, ///< the server's certificate isn't valid
+        secureConnection,
+        proxy,
+        notHttp,
+        answerTooLarge,
+        invalidRequest, ///< the request can't be sent: a line break in a header, a malformed URL
+        cancelled,
+        other,
+    };
+
+    explicit TransportError(Kind kind)
+        : m_kind(kind)
+    {
+    }
+
+    Kind kind() const { return m_kind; }
+    Failure failure(const LocalizationManager &texts) const override;
+
+private:
+    Kind m_kind;
+};
+
 /// Converts the exception that is being handled to a failure; to be called in a catch block only. Other exceptions get
 /// the sentence for unknown errors.
 Failure failureOfCurrentException(const LocalizationManager &texts);

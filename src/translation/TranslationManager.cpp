@@ -1,6 +1,5 @@
 #include "TranslationManager.h"
 
-#include "HttpSession.h"
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "MainQueue.h"
@@ -155,7 +154,7 @@ TranslationManager::Outcome<QString> TranslationManager::keyFor(TranslationEngin
         return tl::unexpected(CallFailure{CallFailure::Kind::Keychain,
                                           {.domain = u"Keychain"_s,
                                            .code = stored.error().code,
-                                           .description = m_texts.localized(keychainAdvice(stored.error()))}});
+                                           .description = keychainAdvice(stored.error(), [this](const QString &key) { return m_texts.localized(key); })}});
     if (const QString key = stored->trimmed(); !key.isEmpty() || !entry.requiresKey)
         return key;
     const QString label = entry.label.toString();

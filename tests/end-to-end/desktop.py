@@ -61,7 +61,7 @@ class Session:
 
     @property
     def preferences(self) -> dict:
-        return json.loads(self.preferences_path.read_text(encoding="utf-8"))
+        return json.loads(self.preferences_path.read_text(encoding="utf-8")) if self.preferences_path.exists() else {}
 
     @preferences.setter
     def preferences(self, values: dict) -> None:

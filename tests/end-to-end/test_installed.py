@@ -19,6 +19,7 @@ from screen import Screen, eventually  # which reads LUCENTRA
 ICON = "com.tarnby.lucentra"
 FILES = {
     "bin/lucentra",
+    "libexec/lucentra-engines.so",
     "libexec/lucentra-program",
     "share/applications/com.tarnby.lucentra.capture.desktop",
     "share/applications/com.tarnby.lucentra.desktop",

@@ -40,6 +40,7 @@ struct PaneFixture
         : view(new GlassView({settings, texts, scheduler}, options))
     {
         window.setContentView(view);
+        view->showPristineHint();
         view->onTranslateTapped = [this] { ++passes; };
     }
 

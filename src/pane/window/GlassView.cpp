@@ -59,7 +59,6 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     accessibilityDisplayOptionsChanged(displayOptions);
     updateTone();
     setupControlCapsule();
-    showPristineHint();
 }
 
 void GlassView::observeNotifications()

@@ -67,7 +67,8 @@ public:
     /// Whether the pointer is over the pane or a view on it.
     void setHovering(bool hovering);
 
-    /// Shows the start hint for the current settings.
+    /// Shows the start hint for the current settings. To be called once the pane is on the screen: the first text takes
+    /// long, since the toolkit reads the list of all fonts for it.
     void showPristineHint();
     bool isPristine() const { return m_hints.isPristine(); }
     /// A hint replaces the one before it. A temporary one fades after 1.5 seconds.

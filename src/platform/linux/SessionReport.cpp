@@ -3,6 +3,7 @@
 #include "DesktopShortcuts.h"
 #include "LayerDesktop.h"
 #include "MakeDesktop.h"
+#include "PortalScreenCapture.h"
 #include "StatusNotifierHost.h"
 #include "X11Connection.h"
 
@@ -98,8 +99,7 @@ ReportedFact captureFact(bool isLayer, bool isWayland, const QDBusConnection &bu
         const uint version = portalVersion(bus, u"ScreenCast"_s);
         fact.value = versionText(u"org.freedesktop.portal.ScreenCast"_s, version);
         if (version == 0)
-            fact.advice =
-                localized(u"桌面沒有提供螢幕分享。請安裝 xdg-desktop-portal 與您的桌面所用的後端，重新登入後再試。"_s);
+            fact.advice = missingSharingText(localized);
     }
     return fact;
 }

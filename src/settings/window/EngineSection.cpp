@@ -75,7 +75,7 @@ void EngineSection::showFailure(const std::optional<Failure> &failure)
 {
     m_failure = failure;
     setTone(*m_failureText, Tone::Bad);
-    m_failureText->setText(failure ? form().text(keychainAdvice(*failure)) : QString());
+    m_failureText->setText(failure ? keychainAdvice(*failure, [this](const QString &key) { return form().text(key); }) : QString());
     if (QWidget *row = m_failureText->parentWidget())
         row->setVisible(failure.has_value());
 }

@@ -2,14 +2,13 @@
 
 #include "LocalizationManager.h"
 #include "SettingsView.h"
+#include "UncoveredPlace.h"
 
 #include <QEvent>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,31 +19,6 @@ namespace {
 
 /// The size of the form unless a language needs more.
 constexpr QSize formSize(520, 440);
-
-/// The middle of the screen, or a place beside the pane if the pane covers less of the window there.
-QPoint uncoveredPlace(const QSize &size, const QRect &screen, const QRect &pane)
-{
-    constexpr int gap = 16;
-    constexpr int titleBar = 36; // added by the window manager
-    QRect middle(QPoint(), size);
-    middle.moveCenter(screen.center());
-    const auto within = [&](int x, int y) {
-        return QRect(
-            QPoint(std::clamp(x, screen.left(), std::max(screen.left(), screen.right() - size.width())),
-                   std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() - size.height() - titleBar))),
-            size);
-    };
-    const std::array places{
-        middle, within(pane.right() + gap, middle.y()), within(pane.left() - gap - size.width(), middle.y()),
-        within(middle.x(), pane.bottom() + gap), within(middle.x(), pane.top() - gap - titleBar - size.height())};
-    const auto covered = [&](const QRect &place) {
-        const QSize common = place.intersected(pane).size();
-        return qint64(common.width()) * common.height();
-    };
-    return std::min_element(places.begin(), places.end(),
-                            [&](const QRect &one, const QRect &other) { return covered(one) < covered(other); })
-        ->topLeft();
-}
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "PortalScreenCapture.h"
 
+#include "InstallCommand.h"
 #include "PipeWireFrames.h"
 #include "ScreenCastPortal.h"
 
@@ -75,6 +76,15 @@ public:
 private:
     PortalScreenCapture &m_owner;
 };
+
+QString missingSharingText(const std::function<QString(const QString &)> &localized)
+{
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    const QString backEnd = desktop.contains(u"GNOME"_s) ? u"gnome"_s : desktop.contains(u"KDE"_s) ? u"kde"_s : u"wlr"_s;
+    return localized(u"這個桌面不提供畫面分享。請安裝後重新登入：%@"_s)
+        .replace(u"%@"_s,
+                 installCommand({u"pipewire"_s, u"xdg-desktop-portal"_s, u"xdg-desktop-portal-"_s + backEnd}));
+}
 
 PortalScreenCapture::PortalScreenCapture(Pane pane, ScreenShareStore store,
                                          std::function<QString(const QString &)> localized)
@@ -176,7 +186,9 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const ScreenRe
             }
             return failure(int(share.error()), refused);
         case ScreenCastProblem::NoService:
-            return failure(int(share.error()), u"這個桌面不提供畫面分享。請安裝 PipeWire、xdg-desktop-portal 和這個桌面的後端（例如 xdg-desktop-portal-gnome 或 xdg-desktop-portal-kde），然後重新登入。"_s);
+            return tl::unexpected(Failure{.domain = screenAccessDomain.toString(),
+                                          .code = int(share.error()),
+                                          .description = missingSharingText(m_localized)});
         case ScreenCastProblem::NoAnswer:
             return failure(int(share.error()), u"桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。"_s);
         case ScreenCastProblem::Failed:

@@ -15,6 +15,9 @@ namespace lucentra {
 class PipeWireFrames;
 class ScreenCastPortal;
 
+/// What to say where the desktop shares no screens, with the command that installs it. `localized` looks up a text key.
+QString missingSharingText(const std::function<QString(const QString &)> &localized);
+
 /// Screen capture by the desktop's portal: the monitor with the pane is shared for the time of a capture. The pane is
 /// made invisible until a frame without it has arrived.
 class PortalScreenCapture : public ScreenCapture

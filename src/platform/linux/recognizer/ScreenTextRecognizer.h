@@ -33,7 +33,7 @@ public:
 
     /// Loads the English engine in the background, which nearly every screen needs for Latin letters and digits. The
     /// others are loaded when a screen needs them.
-    void warmUp();
+    void warmUp() override;
 
     /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read
     /// in about 3 seconds of processor time a worker (1.5 for a picture of 8K) is left out, the shortest lines first,

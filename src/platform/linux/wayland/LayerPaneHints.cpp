@@ -353,15 +353,17 @@ bool LayerPaneHints::hasInputFocus(const QWindow &window) const
     return QGuiApplication::focusWindow() == &window;
 }
 
-void LayerPaneHints::setAbove(const QWindow &, bool isAbove)
+void LayerPaneHints::setAbove(const QWindow &window, bool isAbove)
 {
     if (!m_role || !m_screen)
         return;
-    // No window can be put above the pane. A pane that leaves room for one stays where it is.
+    // No window can be put above the pane, nor a dialog beside it: compositors show it in the middle of the screen. A
+    // pane that leaves room stays where it is.
     const QSize pane = m_frame.size();
     const QSize screen = m_screen->size();
     const bool coversScreen = 2 * pane.width() > screen.width() && 2 * pane.height() > screen.height();
-    m_role->setLayer(isAbove && coversScreen ? LayerSurface::Layer::BelowWindows : LayerSurface::Layer::AboveAll);
+    const bool coversDialog = window.type() == Qt::Dialog && m_frame.contains(m_screen->geometry().center());
+    m_role->setLayer(isAbove && (coversScreen || coversDialog) ? LayerSurface::Layer::BelowWindows : LayerSurface::Layer::AboveAll);
 }
 
 void LayerPaneHints::activate(const QWindow &window)

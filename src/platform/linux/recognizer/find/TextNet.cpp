@@ -3,6 +3,7 @@
 #include <QDataStream>
 #include <QFile>
 #include <QFloat16>
+#include <QtEndian>
 
 #include <algorithm>
 #include <barrier>
@@ -119,11 +120,12 @@ TextNet::TextNet(const QString &path)
         for (float &bias : layer->biases)
             stream >> bias;
         std::vector<float> weights(std::size_t(layer->outputs * layer->inputs * layer->kernel * layer->kernel));
-        for (float &weight : weights) {
-            qfloat16 half;
-            stream >> half;
-            weight = half;
-        }
+        std::vector<qfloat16> halves(weights.size());
+        const int bytes = int(2 * halves.size());
+        if (stream.readRawData(reinterpret_cast<char *>(halves.data()), bytes) != bytes)
+            throw broken;
+        qFromLittleEndian<quint16>(halves.data(), qsizetype(halves.size()), halves.data());
+        qFloatFromFloat16(weights.data(), halves.data(), qsizetype(halves.size()));
         layer->arrange(weights);
     }
     if (stream.status() != QDataStream::Ok)

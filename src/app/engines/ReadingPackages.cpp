@@ -1,9 +1,6 @@
-#include "Packages.h"
+#include "ReadingPackages.h"
 
 #include "read/LineReader.h"
-
-#include <QLatin1StringView>
-#include <QStandardPaths>
 
 #include <span>
 
@@ -33,19 +30,6 @@ constexpr ReadingRow verticalRows[] = {
     {ReadingLanguage::VerticalJapanese, {}, "tesseract-ocr-jpn-vert"_L1},
 };
 
-/// A package manager. Packages of models have names of their own everywhere, other ones don't.
-struct Manager
-{
-    QLatin1StringView program;
-    QLatin1StringView command;
-    QLatin1StringView modelPrefix; ///< before the model's name, in place of Debian's "tesseract-ocr-"
-};
-constexpr Manager managers[] = {
-    {"apt-get"_L1, "sudo apt install"_L1, {}},
-    {"dnf"_L1, "sudo dnf install"_L1, "tesseract-langpack-"_L1},
-    {"pacman"_L1, "sudo pacman -S"_L1, "tesseract-data-"_L1},
-};
-
 QStringList namesOf(std::span<const ReadingRow> rows, QLatin1StringView ReadingRow::*name, bool areInstalled)
 {
     QStringList names;
@@ -71,23 +55,6 @@ QStringList missingVerticalPackages()
 QStringList readableLanguages()
 {
     return namesOf(readingRows, &ReadingRow::tag, true);
-}
-
-QString installCommand(const QStringList &packages)
-{
-    for (const Manager &manager : managers) {
-        if (QStandardPaths::findExecutable(manager.program).isEmpty())
-            continue;
-        QString command = manager.command;
-        for (QString package : packages) {
-            if (constexpr auto debianPrefix = "tesseract-ocr-"_L1;
-                !manager.modelPrefix.isEmpty() && package.startsWith(debianPrefix))
-                package = manager.modelPrefix + package.mid(debianPrefix.size()).replace(u'-', u'_');
-            command += u' ' + package;
-        }
-        return command;
-    }
-    return packages.join(u' ');
 }
 
 } // namespace lucentra
