@@ -132,6 +132,8 @@ void CapsuleButton::keyPressEvent(QKeyEvent *event)
 
 void CapsuleButton::paintEvent(QPaintEvent *)
 {
+    if (m_opacity <= 0)
+        return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_pressure > 0 || m_presence < 1);
