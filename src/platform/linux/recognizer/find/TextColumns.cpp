@@ -21,6 +21,8 @@ constexpr double sameWidth = 1.6; // ratio
 constexpr double touching = 0.4;
 constexpr double oneMissing = 1.4;
 constexpr double enoughPairs = 2;
+constexpr double mostOfAll = 0.5; // by area
+constexpr qsizetype fewest = 3;
 
 constexpr double leastLength = 2.6; // of a column that others gather around
 constexpr double leastGroup = 3;    // characters
@@ -200,12 +202,21 @@ bool isWithin(const QRect &place, const ColumnGroup &group)
 bool mayBeColumns(const QList<FoundLine> &upright)
 {
     QList<const FoundLine *> characters;
+    qsizetype ideographs = 0;
+    double area = 0;
+    double areaOfShort = 0;
     for (const FoundLine &line : upright) {
-        const bool isSquare = line.ink.width() <= widestCharacter * line.ink.height() &&
-                              (isWide(line) || line.ink.width() >= narrowestCharacter * line.ink.height());
-        if (isSquare)
+        area += areaOf(line.ink);
+        if (line.ink.width() > widestCharacter * line.ink.height())
+            continue;
+        areaOfShort += areaOf(line.ink);
+        ideographs += isWide(line) ? 1 : 0;
+        if (isWide(line) || line.ink.width() >= narrowestCharacter * line.ink.height())
             characters.append(&line);
     }
+    // Short columns are sometimes found as parts of characters, few of which are below one another.
+    if (ideographs >= fewest && areaOfShort > mostOfAll * area)
+        return true;
     std::ranges::sort(characters, {}, [](const FoundLine *line) { return line->ink.top(); });
     double pairs = 0;
     for (auto first = characters.begin(); first != characters.end(); ++first) {
