@@ -29,6 +29,8 @@ constexpr double rounding = 1;
 constexpr double distanceTolerance = 0.16;
 constexpr double widestPunctuation = 1.2;
 constexpr double widestSpace = 1.6;
+constexpr double widestJustified = 4; ///< space, if there are others in the line that are as wide
+constexpr double evenSpaces = 0.6;    ///< by how much these differ
 constexpr double openingSpace = 0.5;
 constexpr double clearlyCentred = 0.25;
 
@@ -56,10 +58,10 @@ bool areInOneColumn(const Line &a, const Line &b)
 }
 
 /// Whether one line can be the rest of another that was found in pieces.
-bool canBeRestOf(const Line &piece, const Line &rest)
+bool canBeRestOf(const Line &piece, const Line &rest, double widest)
 {
     const double gap = rest.rect.left() - piece.rect.right();
-    return areAlike(piece, rest) && gap > 0 && gap <= widestSpace * piece.em() &&
+    return areAlike(piece, rest) && gap > 0 && gap <= widest * piece.em() &&
            std::abs(piece.rect.center().y() - rest.rect.center().y()) < piece.em() / 4;
 }
 
@@ -82,6 +84,57 @@ bool bridges(const Line &line, const Line &piece, const Line &rest)
            line.rect.right() >= rest.rect.right() - sameEdge * em;
 }
 
+void append(Line &line, const Line &rest)
+{
+    line.text = joinedLines(line.text, rest.text, {});
+    line.rect |= rest.rect;
+    measure(line);
+    line.pieces.insert(line.pieces.end(), rest.pieces.begin(), rest.pieces.end());
+}
+
+/// The last of the pieces that are one line of justified text together with `first`: their spaces are even, and their
+/// edges are those of a line right above or below.
+size_t endOfJustified(const std::vector<Line> &pieces, size_t first)
+{
+    const double em = pieces[first].em();
+    double least = std::numeric_limits<double>::infinity();
+    double most = 0;
+    size_t end = first;
+    for (size_t i = first + 1; i < pieces.size() && canBeRestOf(pieces[i - 1], pieces[i], widestJustified); ++i) {
+        const double space = pieces[i].rect.left() - pieces[i - 1].rect.right();
+        least = std::min(least, space);
+        most = std::max(most, space);
+        if (most - least > evenSpaces * em || isMostlyDigits(pieces[i].text))
+            break;
+        const auto hasItsEdges = [&](const Line &line) {
+            return bridges(line, pieces[first], pieces[i]) &&
+                   line.rect.right() - pieces[i].rect.right() <= sameEdge * em &&
+                   pieces[first].rect.left() - line.rect.left() <= greatestIndent * em;
+        };
+        if (i - first > 1 && std::any_of(pieces.begin(), pieces.end(), hasItsEdges))
+            end = i;
+    }
+    return end;
+}
+
+/// Makes one line of each line that was found in pieces. What is one then can show the same of the next.
+std::vector<Line> wholeLines(const std::vector<Line> &pieces)
+{
+    std::vector<Line> lines;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        Line line = pieces[i];
+        for (const size_t end = endOfJustified(pieces, i); i < end; ++i)
+            append(line, pieces[i + 1]);
+        Line *before = lines.empty() || !canBeRestOf(lines.back(), line, widestSpace) ? nullptr : &lines.back();
+        const auto bridgesGap = [&](const Line &other) { return bridges(other, *before, line); };
+        if (before && (isPunctuation(*before, line) || std::any_of(pieces.begin(), pieces.end(), bridgesGap)))
+            append(*before, line);
+        else
+            lines.push_back(line);
+    }
+    return lines.size() < pieces.size() ? wholeLines(lines) : lines;
+}
+
 } // namespace
 
 bool areOfOneSize(const Line &a, const Line &b)
@@ -101,26 +154,14 @@ double distance(const Line &upper, const Line &lower)
 
 PlacedLines::PlacedLines(const QList<TextLine> &lines, const QSizeF &imageSize)
 {
-    std::vector<Line> pieces;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         Line line{.text = lines[i].text.trimmed(), .rect = lines[i].normBox.in(imageSize), .pieces = {i}};
         if (u"（「『《〈【"_s.contains(line.text.left(1))) // the ink of these is in the right half
             line.rect.setLeft(line.rect.left() - openingSpace * line.em());
         measure(line);
-        pieces.push_back(line);
+        m_lines.push_back(line);
     }
-    for (const Line &line : pieces) {
-        Line *before = m_lines.empty() || !canBeRestOf(m_lines.back(), line) ? nullptr : &m_lines.back();
-        const auto bridgesGap = [&](const Line &other) { return bridges(other, *before, line); };
-        if (before && (isPunctuation(*before, line) || std::any_of(pieces.begin(), pieces.end(), bridgesGap))) {
-            before->text = joinedLines(before->text, line.text, {});
-            before->rect |= line.rect;
-            measure(*before);
-            before->pieces.push_back(line.pieces.front());
-        } else {
-            m_lines.push_back(line);
-        }
-    }
+    m_lines = wholeLines(m_lines);
     findColumns();
 }
 
