@@ -171,6 +171,8 @@ Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnectio
     QDBusMessage reply = call(command, bus);
     if (reply.type() == QDBusMessage::ErrorMessage && startsProgram(command) && hasJustEnded(reply, bus) && start(bus))
         reply = call(command, bus);
+    if (QDBusError(reply).type() == QDBusError::NotSupported) // only live translation isn't available everywhere
+        return tl::unexpected(failure(texts.localized(u"即時翻譯（這個桌面擷取畫面時翻譯板會閃爍，無法使用）"_s)));
     if (reply.type() == QDBusMessage::ErrorMessage)
         return tl::unexpected(failure(texts.localized(u"Lucentra 沒有執行這個指令。"_s)));
     return {};

@@ -79,6 +79,9 @@ class NativePane:
             subprocess.run([str(LUCENTRA), "translate"], env=session.environment, check=True)
             self.assertEqual(set(map(tuple, self.requests(len(self.server.requests) + 1))), {tuple(LINES)})
 
+        refused = subprocess.run([str(LUCENTRA), "live", "on"], env=session.environment, stderr=subprocess.PIPE)
+        self.assertTrue(refused.returncode == 2 and b"would blink" in refused.stderr, refused)
+
         count = len(self.server.requests)
         session.drag((640, 510), (652, 502))
         self.see_pane((412, 252, 892, 532))
