@@ -25,6 +25,8 @@ constexpr int mostWidenings = 3;
 constexpr double wholeShare = 0.75;
 /// The share of a line's height by which its edges may differ in two readings of the same line.
 constexpr double sameEdges = 0.25;
+/// The share of a line's height that is less than the distance between two words.
+constexpr double letterDistance = 0.25;
 /// Shorter texts that differ by a sign are different texts.
 constexpr qsizetype leastSimilar = 4;
 
@@ -73,6 +75,7 @@ public:
         : m_former(std::move(former))
         , m_picture(picture)
         , m_changed(changed)
+        , m_goesOn(size_t(m_former.lines.size()))
     {
         for (const TextLine &line : std::as_const(m_former.lines)) {
             const QRect box = pixelsOf(line.normBox, picture.size());
@@ -93,8 +96,10 @@ public:
         ScreenReading reading{m_former.picture, {}, m_former.preliminary - m_changed};
         copyChanged(reading.picture);
         for (qsizetype i = 0; i < m_former.lines.size(); ++i) {
-            if (m_isKept[size_t(i)])
-                reading.lines.append(m_former.lines[i]);
+            if (!m_isKept[size_t(i)])
+                continue;
+            reading.lines.append(m_former.lines[i]);
+            reading.partial |= m_goesOn[size_t(i)];
         }
         for (const TextLine &line : std::as_const(m_found))
             insert(reading.lines, line);
@@ -135,6 +140,7 @@ private:
         for (int i = 0;; ++i) {
             QList<TextLine> found;
             for (const TextLine &line : readPart(part)) {
+                noteLinesThatGoOn(line, part);
                 if (!isKnown(line))
                     found.append(line);
             }
@@ -155,20 +161,41 @@ private:
         }
     }
 
-    /// Whether a line is at the place of another one. A kept line that it continues isn't kept any longer.
+    /// Notes the kept lines that end where `found` begins or goes on, unless all of them was read. What blinks or turns
+    /// beside a line looks the same, so they aren't read whole at once.
+    void noteLinesThatGoOn(const TextLine &found, const QRect &part)
+    {
+        const QRect box = pixelsOf(found.normBox, m_picture.size());
+        for (qsizetype i = 0; i < m_boxes.size(); ++i) {
+            const QRect &kept = m_boxes[i];
+            const int distance = std::max(2, int(letterDistance * kept.height()));
+            const bool isBeside = std::abs(box.center().y() - kept.center().y()) < kept.height() / 2 &&
+                                  box.left() <= kept.right() + distance && box.right() >= kept.left() - distance;
+            const bool goesOn = box.right() > kept.right() + distance || box.left() < kept.left() - distance;
+            if (m_isKept[size_t(i)] && isBeside && goesOn && !part.contains(kept))
+                m_goesOn[size_t(i)] |= kept | box;
+        }
+    }
+
+    /// Whether a line is at the place of another one. Kept lines aren't kept any longer if it continues one of them.
     bool isKnown(const TextLine &found)
     {
         const QRect box = pixelsOf(found.normBox, m_picture.size());
-        const auto isThere = [&](const TextLine &line) { return isSamePlace(pixelsOf(line.normBox, m_picture.size()), box); };
+        std::vector<size_t> there;
+        bool goesOn = false;
         for (qsizetype i = 0; i < m_boxes.size(); ++i) {
             if (!m_isKept[size_t(i)] || !isSamePlace(m_boxes[i], box))
                 continue;
-            const QString &kept = m_former.lines[i].text;
-            if (isSameBox(m_boxes[i], box) || !continues(found.text, kept))
-                return true;
-            m_isKept[size_t(i)] = false;
+            there.push_back(size_t(i));
+            goesOn = goesOn || (!isSameBox(m_boxes[i], box) && continues(found.text, m_former.lines[i].text));
         }
-        return std::any_of(m_found.begin(), m_found.end(), isThere); // widened parts may overlap
+        if (!there.empty() && !goesOn)
+            return true;
+        for (const size_t i : there)
+            m_isKept[i] = false;
+        return std::any_of(m_found.begin(), m_found.end(), [&](const TextLine &line) { // widened parts may overlap
+            return isSamePlace(pixelsOf(line.normBox, m_picture.size()), box);
+        });
     }
 
     /// Whether a former line is gone, or another one is at its place. Otherwise nothing new is left there.
@@ -212,6 +239,7 @@ private:
     QList<QRect> m_boxes; ///< where the lines of the last reading are
     std::vector<bool> m_isKept;
     QList<TextLine> m_found;
+    std::vector<QRect> m_goesOn; ///< the lines with what seems to continue them; null if nothing does
 };
 
 } // namespace

@@ -72,6 +72,7 @@ struct TranslationPass::ErrorCard
     QString title;
     QString message;
     Button button = Button::Retry;
+    bool mayPass = true; ///< another pass may succeed although the screen doesn't change
 };
 
 TranslationPass::TranslationPass(const PassSource &source, PassView &view, PassSteps steps,
@@ -233,8 +234,9 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
         return superseded; // nobody would see a translation, so no text leaves the computer for it
     if (reading.memory.screen.lines.isEmpty() && !request.change)
         return tl::unexpected(
-            ErrorCard{m_texts.localized(u"沒有偵測到文字"_s),
-                      m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s)});
+            ErrorCard{.title = m_texts.localized(u"沒有偵測到文字"_s),
+                      .message = m_texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s),
+                      .mayPass = false});
 
     const auto failure = translate(reading, request, isWanted);
     finishStage(u"translation"_s);
@@ -329,9 +331,10 @@ void TranslationPass::finish(const Request &request, const Outcome &outcome)
     m_memory.reset();
     m_view.passEnded();
     if (outcome)
-        show(request, *outcome);
-    else
-        showCard(outcome.error());
+        return show(request, *outcome);
+    showCard(outcome.error());
+    if (onFailed && outcome.error().mayPass)
+        onFailed();
 }
 
 void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
@@ -345,6 +348,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
         m_steps.copy(outcome->translations.join(u'\n'));
     store(*outcome);
     LookReport report{.preliminary = outcome->preliminary,
+                      .partial = seen.screen.partial,
                       .hasRequested = outcome->hasRequested,
                       .hasFailed = outcome->hasFailed,
                       .trouble = outcome->notes.join(u'\n'),

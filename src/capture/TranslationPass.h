@@ -64,6 +64,7 @@ struct LookReport
     QList<QRect> lines;     ///< the places of all lines of text; pixels
     QList<QRect> news;      ///< those of lines that have come, gone or changed
     QRegion preliminary;    ///< where some may be read better in a while; pixels
+    QRegion partial;        ///< lines to be read whole once they rest; pixels
     bool hasRequested = false;
     bool hasFailed = false;
     QString trouble; ///< why something isn't translated, in the interface language; empty if all went well
@@ -101,6 +102,8 @@ public:
     /// Looks at a change while the screen is followed: the same work as a pass's for what has changed and is new; the
     /// overlays change where they must, and nothing else on the pane does. One at a time, and not while a pass runs.
     void look(const ScreenChange &change, std::function<void(const LookReport &)> done);
+    /// Called after a pass has failed that may succeed later although the screen doesn't change.
+    std::function<void()> onFailed;
     /// Moves the overlays with their lines if these are at other places in a new picture of the pane's area (RGB32).
     void follow(const QImage &picture);
     /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay

@@ -25,6 +25,8 @@ constexpr LiveTranslation::Time longestPause{60'000};
 constexpr qint64 lastRemoteEngine = 7;
 /// When lines are read again that further models may read better. Loading one takes a few tenths of a second.
 constexpr LiveTranslation::Time loadingTime{1000};
+/// Lines that seem to go on are read whole after so long without a change. What blinks changes sooner.
+constexpr LiveTranslation::Time partialRest{700};
 /// The pause after a look while power is saved, in times of its duration.
 constexpr int savingPauses = 3;
 
@@ -49,6 +51,10 @@ LiveTranslation::LiveTranslation(const Services &services, TranslationPass &pass
     services.power.setChangeHandler([this] { setLimit(); });
     setLimit();
     pass.setFollowing(isOn());
+    pass.onFailed = [this] {
+        retryLater();
+        schedule();
+    };
 }
 
 bool LiveTranslation::isOn() const
@@ -88,6 +94,7 @@ void LiveTranslation::startAgain()
 {
     m_settler.reset();
     m_again.reset();
+    m_partial.clear();
     m_task.reset();
     if (!isOn())
         return;
@@ -132,7 +139,10 @@ void LiveTranslation::schedule(Time earliest)
     std::optional<Time> next = m_settler.nextDue();
     if (m_again)
         next = std::min(next.value_or(*m_again), *m_again);
-    if (!isOn() || m_isLooking || m_isHeld || !next || !m_pane.isOnScreen() || m_pane.isInputMode())
+    if (!m_partial.isEmpty())
+        next = std::min(next.value_or(m_partial[0].due), m_partial[0].due);
+    if (!isOn() || m_isLooking || m_isHeld || !next || m_settler.picture().isNull() || !m_pane.isOnScreen() ||
+        m_pane.isInputMode())
         return; // whatever ends that calls again
     const Time due = std::max({*next, m_notBefore, earliest});
     m_task = m_services.scheduler.after(std::max(Time(0), due - m_services.now()), [this] { lookIfDue(); });
@@ -143,7 +153,8 @@ void LiveTranslation::lookIfDue()
     const Time now = m_services.now();
     if (m_pass.isRunning())
         return schedule(now + passPatience);
-    const ChangeSettler::Due due = m_settler.take(now);
+    ChangeSettler::Due due = m_settler.take(now);
+    due.changed |= takePartial(now);
     const bool isAgain = m_again && *m_again <= now;
     if (due.changed.isEmpty() && !isAgain)
         return schedule();
@@ -156,7 +167,25 @@ void LiveTranslation::lookIfDue()
                  .unsettled = due.unsettled,
                  .time = now,
                  .nextRequest = std::max(m_retry, isRemote ? m_limit.next(now) : Time(0))},
-                [this, due, now](const LookReport &report) { finish(due, now, report); });
+                [this, due, picture = m_settler.picture(), now](const LookReport &report) {
+                    if (!report.partial.isEmpty())
+                        m_partial.append({report.partial, picture, now + partialRest});
+                    finish(due, now, report);
+                });
+}
+
+/// The lines to be read whole now. Those that have changed meanwhile are left out: the look at the change notes them again.
+QRegion LiveTranslation::takePartial(Time now)
+{
+    QRegion rested;
+    while (!m_partial.isEmpty() && m_partial[0].due <= now) {
+        const Partial partial = m_partial.takeFirst();
+        for (const QRect &rect : partial.region) {
+            if (isSamePicture(partial.picture, m_settler.picture(), rect))
+                rested |= rect;
+        }
+    }
+    return rested;
 }
 
 void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const LookReport &report)
@@ -174,8 +203,7 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
         m_limit.count(begun);
     m_again = report.again;
     if (report.hasFailed) {
-        m_retry = now + std::min(longestPause, firstPause * (1 << std::min(m_failures++, 5)));
-        m_again = std::min(m_again.value_or(m_retry), m_retry);
+        retryLater();
     } else if (report.hasRequested) {
         m_failures = 0;
         m_retry = Time(0);
@@ -183,6 +211,12 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     if (report.hasFailed || report.hasRequested)
         setTrouble(report.trouble);
     schedule();
+}
+
+void LiveTranslation::retryLater()
+{
+    m_retry = m_services.now() + std::min(longestPause, firstPause * (1 << std::min(m_failures++, 5)));
+    m_again = std::min(m_again.value_or(m_retry), m_retry);
 }
 
 void LiveTranslation::setTrouble(const QString &trouble)

@@ -58,12 +58,22 @@ public:
     void userHolds(bool isHeld);
 
 private:
+    /// Lines of which only a part was read.
+    struct Partial
+    {
+        QRegion region;
+        QImage picture; ///< that was looked at
+        Time due{0};
+    };
+
     void switched();
     void lookAgain();
     void setLimit();
     void forgetFailures();
+    void retryLater();
     void schedule(Time earliest = Time(0));
     void lookIfDue();
+    QRegion takePartial(Time now);
     void finish(const ChangeSettler::Due &due, Time begun, const LookReport &report);
     void setTrouble(const QString &trouble);
 
@@ -74,6 +84,7 @@ private:
     RequestLimit m_limit;
     std::unique_ptr<ScheduledTask> m_task;
     std::optional<Time> m_again; ///< a look that is due although nothing changes
+    QList<Partial> m_partial;
     Time m_notBefore{0};         ///< of the next look
     Time m_retry{0};             ///< no request before, after failures
     int m_failures = 0;          ///< in a row

@@ -295,6 +295,8 @@ private Q_SLOTS:
 
     void failuresEndInTheirCards()
     {
+        int failures = 0;
+        m_pass->onFailed = [&] { ++failures; };
         m_pass->startCapturePass();
         capture(tl::unexpected(Failure{.description = u"reason"_s}));
         settle([&] { return !m_pane->processing; });
@@ -322,12 +324,14 @@ private Q_SLOTS:
         capture();
         translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
         QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
+        QCOMPARE(failures, 5);
 
         m_lines.clear();
         m_pass->startCapturePass();
         capture();
         settle([&] { return !m_pane->processing; });
         QVERIFY(m_pane->log.last().startsWith(u"card 沒有偵測到文字|"_s));
+        QCOMPARE(failures, 5); // it would be the same again
         QVERIFY(m_recorded.isEmpty());
     }
 

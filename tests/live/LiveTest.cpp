@@ -313,6 +313,21 @@ private Q_SLOTS:
         const auto longer = readAgain({picture, {lineAt(u"whol|"_s, 40, 66, 100)}}, picture, QRegion(150, 60, 32, 32),
                                       [](const QRect &) { return QList{lineAt(u"whole line"_s, 40, 66, 150)}; });
         QCOMPARE(textsOf(longer.lines), QStringList{u"whole line"_s});
+        // Its last letters alone wait until all of it is read. `read` has one or two lines of 104 to 156.
+        for (const bool isApart : {false, true}) {
+            const auto read = [&](const QRect &part) {
+                const int left = std::max(isApart ? 143 : 40, part.left());
+                return part.contains(QRect(40, 66, 116, 16)) ? QList{lineAt(u"whole line"_s, 40, 66, 116)}
+                                                             : QList{lineAt(u"ne"_s, left, 66, 156 - left)};
+            };
+            const auto tail = readAgain({picture, {lineAt(u"whole li"_s, 40, 66, 100)}}, picture,
+                                        QRegion(128, 64, 32, 32), read);
+            QCOMPARE(tail.lines[0].text, u"whole li"_s);
+            QCOMPARE(tail.partial, QRegion(40, 66, 116, 16));
+            const auto whole = readAgain(tail, picture, tail.partial, read);
+            QCOMPARE(textsOf(whole.lines), QStringList{u"whole line"_s});
+            QVERIFY(whole.partial.isEmpty());
+        }
     }
 
     void aReadingIsStableWhileItsLettersAre_data()
