@@ -32,6 +32,19 @@ bool covers(const QRegion &region, const QRect &rect)
     return 4 * covered > rect.width() * rect.height();
 }
 
+/// The places of the lines that only one of two readings has, in pixels.
+QList<QRect> differingLines(const QList<TextLine> &former, const QList<TextLine> &now, const QSize &size)
+{
+    QList<QRect> places;
+    for (const auto &[some, others] : {std::pair(now, former), std::pair(former, now)}) {
+        for (const TextLine &line : some) {
+            if (!others.contains(line))
+                places.append(pixelsOf(line.normBox, size));
+        }
+    }
+    return places;
+}
+
 } // namespace
 
 /// What a pass or a look is asked for.
@@ -158,14 +171,18 @@ void TranslationPass::start(const Request &request)
     });
 }
 
-void TranslationPass::follow(const QImage &picture)
+QRegion TranslationPass::follow(const QImage &picture)
 {
     m_current = picture;
     const auto moved = m_memory && !m_isRunning ? m_memory->movedOn(m_current) : std::nullopt;
     if (!moved)
-        return;
+        return {};
+    QRegion places;
+    for (const QRect &place : differingLines(m_memory->screen.lines, moved->screen.lines, picture.size()))
+        places |= place;
     m_memory = std::make_shared<const ScreenMemory>(*moved);
     showMemory(m_source.glassArea());
+    return places;
 }
 
 void TranslationPass::showMemory(const GlassArea &area)
@@ -342,13 +359,16 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     if (!isCurrent(request) || !outcome)
         return request.done({.isDropped = true});
     const ScreenMemory &seen = outcome->memory;
-    m_memory = std::make_shared<const ScreenMemory>(seen.movedOn(m_current).value_or(seen)); // it may have been scrolled
-    showMemory(request.area);
+    m_memory = std::make_shared<const ScreenMemory>(seen);
+    const QRegion moved = follow(m_current); // it may have been scrolled
+    if (moved.isEmpty())
+        showMemory(request.area);
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
         m_steps.copy(outcome->translations.join(u'\n'));
     store(*outcome);
     LookReport report{.preliminary = outcome->preliminary,
                       .partial = seen.screen.partial,
+                      .moved = moved,
                       .hasRequested = outcome->hasRequested,
                       .hasFailed = outcome->hasFailed,
                       .trouble = outcome->notes.join(u'\n'),
@@ -356,12 +376,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     reportTimings(*outcome);
     const QList<TextLine> &lines = m_memory->screen.lines;
     const QList<TextLine> former = request.former ? request.former->screen.lines : QList<TextLine>();
-    for (const auto &[some, others] : {std::pair(lines, former), std::pair(former, lines)}) {
-        for (const TextLine &line : some) {
-            if (!others.contains(line))
-                report.news.append(pixelsOf(line.normBox, request.change->picture.size()));
-        }
-    }
+    report.news = differingLines(former, lines, request.change->picture.size());
     for (const TextLine &line : lines)
         report.lines.append(pixelsOf(line.normBox, request.change->picture.size()));
     request.done(report);

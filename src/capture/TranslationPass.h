@@ -65,6 +65,7 @@ struct LookReport
     QList<QRect> news;      ///< those of lines that have come, gone or changed
     QRegion preliminary;    ///< where some may be read better in a while; pixels
     QRegion partial;        ///< lines to be read whole once they rest; pixels
+    QRegion moved;          ///< as `follow` returns it, if lines have moved since the picture was taken
     bool hasRequested = false;
     bool hasFailed = false;
     QString trouble; ///< why something isn't translated, in the interface language; empty if all went well
@@ -105,7 +106,8 @@ public:
     /// Called after a pass has failed that may succeed later although the screen doesn't change.
     std::function<void()> onFailed;
     /// Moves the overlays with their lines if these are at other places in a new picture of the pane's area (RGB32).
-    void follow(const QImage &picture);
+    /// Returns the places, in pixels, where lines were or are now that have moved or left the picture.
+    QRegion follow(const QImage &picture);
     /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay
     /// until then.
     void forgetScreen();

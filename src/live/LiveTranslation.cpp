@@ -129,7 +129,8 @@ void LiveTranslation::add(const ScreenFrame &frame)
         return;
     m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset),
                   m_services.now());
-    m_pass.follow(m_settler.picture());
+    // Where lines were moved, the screen isn't as at the last look even if it returns to what it showed then.
+    m_settler.putBack(m_pass.follow(m_settler.picture()), m_services.now());
     schedule();
 }
 
@@ -198,6 +199,7 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     }
     m_settler.found(report.lines, report.news);
     m_settler.putBack(report.preliminary, now + loadingTime);
+    m_settler.putBack(report.moved, now);
     m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
     if (report.hasRequested)
         m_limit.count(begun);

@@ -10,6 +10,7 @@
 
 #include <QHash>
 #include <QLoggingCategory>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -404,6 +405,25 @@ private Q_SLOTS:
         m_translations->answer(3, BlockTranslations{.texts = {u"four"_s}});
         QTRY_VERIFY(m_report);
         QVERIFY(m_report->isDropped);
+    }
+
+    void whereLinesHaveMovedIsReported()
+    {
+        const auto screen = [](int top) {
+            QImage image(400, 300, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            for (int x = 0; x < 200; x += 5)
+                painter.fillRect(x, top, 2, x % 3 == 0 ? 75 : 50, Qt::black);
+            return image;
+        };
+        m_lines = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
+        look({.picture = screen(75), .changed = QRect(0, 0, 400, 300)});
+        m_translations->answer(0, BlockTranslations{.texts = {u"one"_s}});
+        QTRY_VERIFY(m_report);
+        QVERIFY(m_pass->follow(screen(75)).isEmpty());
+        QCOMPARE(m_pass->follow(screen(55)), QRegion(0, 55, 200, 95)); // also if it returns before anybody looks
+        QVERIFY(m_pass->follow(screen(60)).contains(QPoint(0, 60)));
     }
 
     void aDragCostsOnePass()
