@@ -313,7 +313,7 @@ private Q_SLOTS:
         const auto longer = readAgain({picture, {lineAt(u"whol|"_s, 40, 66, 100)}}, picture, QRegion(150, 60, 32, 32),
                                       [](const QRect &) { return QList{lineAt(u"whole line"_s, 40, 66, 150)}; });
         QCOMPARE(textsOf(longer.lines), QStringList{u"whole line"_s});
-        // Its last letters alone wait until all of it is read. `read` has one or two lines of 104 to 156.
+        // Its last letters alone wait until all of it is read.
         for (const bool isApart : {false, true}) {
             const auto read = [&](const QRect &part) {
                 const int left = std::max(isApart ? 143 : 40, part.left());
