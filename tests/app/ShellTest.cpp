@@ -191,7 +191,8 @@ private:
                                    m_done.append(u"live"_s);
                                },
                            .isLive = [this] { return m_isLive; },
-                           .canBeLive = [this] { return m_canBeLive; }};
+                           .canBeLive = [this] { return m_canBeLive; },
+                           .paneFrame = [] { return QRect(0, 0, 480, 280); }};
 };
 
 static const TestClass<ShellTest, QApplication> shellTest;

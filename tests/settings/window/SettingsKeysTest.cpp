@@ -35,7 +35,7 @@ private Q_SLOTS:
         using Problem = SecretStorageProblem;
         for (const auto &[problem, advice] : {std::pair(int(Problem::Locked), u"鑰匙圈已鎖定"_s),
                                               {int(Problem::NoKeyring), u"鑰匙圈已鎖定"_s},
-                                              {int(Problem::NoService), u"請安裝 gnome-keyring"_s},
+                                              {int(Problem::NoService), u"沒有鑰匙圈服務"_s},
                                               {2, u"鑰匙圈沒有回應"_s}}) { // of the system's own
             SettingsFixture m;
             m.settings.write(settings::translationEngine, 4);
@@ -74,7 +74,7 @@ private Q_SLOTS:
             m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = away;
             QTest::keyClicks(m.control<QLineEdit>(u"API Key"_s), u"NEW"_s);
             m.settle();
-            QTRY_COMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), 1);
+            QTRY_COMPARE(m.linesWith(u"沒有鑰匙圈服務"_s), 1);
             if (isBack)
                 m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = std::nullopt;
             m.view.emplace(m.services, *m.keys);
@@ -84,7 +84,7 @@ private Q_SLOTS:
             m.settle();
             auto *field = m.control<QLineEdit>(u"API Key"_s);
             QTRY_COMPARE(field->text(), u"oldNEW"_s);
-            QCOMPARE(m.linesWith(u"請安裝 gnome-keyring"_s), isBack ? 0 : 1);
+            QCOMPARE(m.linesWith(u"沒有鑰匙圈服務"_s), isBack ? 0 : 1);
             QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), isBack ? "oldNEW" : "old");
             QTest::keyClicks(field, u"!"_s);
             m.settle();
