@@ -100,8 +100,10 @@ public:
             g_dbus_connection_call(m_bus.get(), screenCastService, session.constData(), sessionInterface,
                                    "Close", nullptr, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr,
                                    nullptr);
-        if (m_bus)
-            g_dbus_connection_close_sync(m_bus.get(), nullptr, nullptr); // sends what waits
+        if (m_bus) {
+            g_dbus_connection_flush_sync(m_bus.get(), nullptr, nullptr); // closing drops what isn't sent yet
+            g_dbus_connection_close_sync(m_bus.get(), nullptr, nullptr);
+        }
         g_main_context_pop_thread_default(m_context.get());
     }
 
