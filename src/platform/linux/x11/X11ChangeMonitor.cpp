@@ -25,10 +25,12 @@ void X11ChangeMonitor::watch(const ScreenRect &area, std::function<void(const QR
     m_changed = std::move(changed);
     m_area = area.isEmpty() ? QRect() : m_toNative(area);
     m_isArmed = true;
-    m_hasMissedChange = false;
+    m_missed = {};
     if (m_area.isEmpty())
         stop();
-    else if (!m_connection)
+    else if (m_connection)
+        awaitDamage();
+    else
         start();
 }
 
@@ -36,14 +38,8 @@ void X11ChangeMonitor::rearm()
 {
     if (!m_connection)
         return;
-    for (Watched &watched : m_windows) {
-        if (std::exchange(watched.isDamaged, false))
-            xcb_damage_subtract(m_connection->get(), watched.damage, XCB_NONE, XCB_NONE);
-    }
-    xcb_flush(m_connection->get());
     m_isArmed = true;
-    if (std::exchange(m_hasMissedChange, false))
-        reportIfInside(m_area);
+    reportIfInside(std::exchange(m_missed, QRect()));
 }
 
 void X11ChangeMonitor::start()
@@ -143,11 +139,22 @@ void X11ChangeMonitor::reportIfInside(const QRect &native)
     if (!native.intersects(m_area))
         return;
     if (!m_isArmed) {
-        m_hasMissedChange = true;
+        m_missed |= native;
         return;
     }
     m_isArmed = false;
+    awaitDamage();
     m_changed((native & m_area).translated(-m_area.topLeft()));
+}
+
+/// Further damage causes another event. To be called before a picture is taken, or what changes after it would go unnoticed.
+void X11ChangeMonitor::awaitDamage()
+{
+    for (Watched &watched : m_windows) {
+        if (std::exchange(watched.isDamaged, false))
+            xcb_damage_subtract(m_connection->get(), watched.damage, XCB_NONE, XCB_NONE);
+    }
+    xcb_flush(m_connection->get());
 }
 
 } // namespace lucentra

@@ -43,6 +43,7 @@ private:
     bool isOurs(xcb_window_t window);
     void handle(const xcb_generic_event_t &event);
     void reportIfInside(const QRect &native);
+    void awaitDamage();
 
     const X11ResourceRange m_ours;
     const std::function<QRect(const ScreenRect &)> m_toNative;
@@ -53,7 +54,7 @@ private:
     QRect m_area;
     Callback<const QRect &> m_changed;
     bool m_isArmed = false;
-    bool m_hasMissedChange = false; ///< something changed between a report and the next `rearm`
+    QRect m_missed; ///< what has changed between a report and the next `rearm`; native pixels
 };
 
 } // namespace lucentra

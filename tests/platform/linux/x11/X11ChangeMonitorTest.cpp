@@ -37,7 +37,13 @@ private Q_SLOTS:
         for (int i = 0; i < 50; ++i)
             m_other->fill(window, QRgb(i));
         QVERIFY(reported(1));
-        settle();
+        m_other->fill(window, 0x0000ff); // the picture that was taken upon the report may lack it
+        QVERIFY(reported(0));
+        m_monitor->rearm();
+        QVERIFY(reported(1));
+        m_other->fill(window, 0xff00ff);
+        QVERIFY(reported(0));
+        watch(); // the pane has moved
         m_other->fill(window, 0x00ff00);
         QVERIFY(reported(1));
     }
