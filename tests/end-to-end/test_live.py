@@ -95,7 +95,7 @@ class LiveTest(OnADisplay):
         asked = len(self.sent())
         for _ in range(15):
             self.turn()
-        self.assertTrue(eventually(lambda: self.places().get(text, "").startswith(f"{left} {top - 30} ")), f"expected {left} {top - 30}: {self.places()}")
+        self.assertTrue(eventually(lambda: self.places().get(text, "").startswith(f"{left} {top - 30} ")), (top, self.places()))
         self.assertFalse(any("compass" in letters(each) for each in self.sent()[asked:]), "sent again")
 
 
