@@ -8,9 +8,11 @@
 #include "VirtualKeys.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QHash>
 #include <QMenuBar>
 #include <QScreen>
+#include <QSpacerItem>
 
 #include <utility>
 
@@ -217,6 +219,11 @@ void MainMenu::showAbout()
         m_about->setInformativeText(versionAndBuild());
         m_about->setIconPixmap(QApplication::windowIcon().pixmap(64));
         m_about->setAttribute(Qt::WA_DeleteOnClose);
+        // The box has no width of its own that would leave room for the title between the window's buttons.
+        constexpr int buttons = 160;
+        const int width = m_about->fontMetrics().horizontalAdvance(m_about->windowTitle()) + buttons;
+        if (auto *grid = qobject_cast<QGridLayout *>(m_about->layout()))
+            grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, -1);
         m_about->move(
             uncoveredPlace(m_about->sizeHint(), m_about->screen()->availableGeometry(), m_actions.paneFrame()));
     }

@@ -50,7 +50,7 @@ void TranslatedPicture::paintOver(QImage &picture, double glassOpacity)
     const QRect whole = picture.rect();
     QPainter painter(&picture);
     paintGlass(painter, glass, whole, glassOpacity);
-    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), 1, calmAreas, areCalmAreasSeen(glassOpacity)),
+    paintCalmGlass(painter, glass, whole, calmMask(whole.size(), calmAreas, areCalmAreasSeen(glassOpacity)),
                    calmBounds(calmAreas), glassOpacity);
     painter.translate(-captureInset, -captureInset);
     constexpr int inset = int(captureInset);

@@ -1,4 +1,5 @@
 #include "CommandLineProgram.h"
+#include "Memory.h"
 #include "PaneProgram.h"
 
 #include <cstdlib>
@@ -57,6 +58,7 @@ int main(int argc, char *argv[])
     repairFolders();
     leaveNothingInCoreFiles();
     using namespace lucentra;
+    giveBackLargeBlocks();
     // A session manager starts programs again with the name of their former session.
     if (argc == 1 || (argc == 3 && std::string_view(argv[1]) == "-session"))
         return runPane(argc, argv, PaneAtStart::Shown);

@@ -227,7 +227,7 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     if (!isWanted())
         return superseded;
 
-    const Result<QImage> image =
+    Result<QImage> image =
         request.change ? request.change->picture : captureGlassArea(m_steps.capture, request.area, m_texts);
     if (!image)
         return tl::unexpected(captureFailed(image.error()));
@@ -235,8 +235,7 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
         return superseded; // reading it would only slow the newer pass down
 
     bool areLinesLeftOut = false;
-    const QImage masked = maskWindowButtons(*image, request.exclusionRects, request.area.glass.size())
-                              .convertToFormat(QImage::Format_RGB32);
+    const QImage masked = maskWindowButtons(*std::move(image), request.exclusionRects, request.area.glass.size());
     const auto read = [&](const QRect &part) {
         RecognizedLines found = m_steps.recognize(masked, part, request.change.has_value(), isWanted);
         if (found.areModelsMissed)

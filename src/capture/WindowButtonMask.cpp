@@ -15,18 +15,16 @@ constexpr QRgb maskColour = 0xff2e2e2e;
 
 } // namespace
 
-QImage maskWindowButtons(const QImage &image, const QList<QRectF> &exclusionRects, const QSizeF &paneSize)
+QImage maskWindowButtons(QImage image, const QList<QRectF> &exclusionRects, const QSizeF &paneSize)
 {
-    if (exclusionRects.isEmpty() || image.width() < 1 || image.height() < 1)
-        return image;
-    QImage masked = image.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-    if (masked.isNull())
+    image.convertTo(QImage::Format_RGB32);
+    if (exclusionRects.isEmpty() || image.isNull())
         return image;
     const QRectF captured(captureInset, captureInset, std::max(1.0, paneSize.width() - 2 * captureInset),
                           std::max(1.0, paneSize.height() - 2 * captureInset));
     const double sx = image.width() / captured.width();
     const double sy = image.height() / captured.height();
-    QPainter painter(&masked);
+    QPainter painter(&image);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     for (const QRectF &rect : exclusionRects) {
         const QRectF shared = rect.intersected(captured);
@@ -36,7 +34,8 @@ QImage maskWindowButtons(const QImage &image, const QList<QRectF> &exclusionRect
                             shared.height() * sy);
         painter.fillRect(pixels.toAlignedRect(), QColor::fromRgb(maskColour));
     }
-    return masked;
+    painter.end();
+    return image;
 }
 
 } // namespace lucentra

@@ -21,9 +21,6 @@ constexpr double leastCalmOpacity = 0.72;
 constexpr QMarginsF calmMargins(10, 6, 10, 6);
 constexpr double calmCornerRadius = 9;
 constexpr double calmDeviation = 4;
-/// Pixels per point of the mask while it is blurred. So soft a picture needs no more, and blurring a mask of a large
-/// screen's size would block the main thread for most of a second.
-constexpr double blurredScale = 0.5;
 
 constexpr double sheenShare = 0.55; ///< of the glass's height
 constexpr float sheenStrength = 0.055F;
@@ -115,13 +112,13 @@ bool areCalmAreasSeen(double glassOpacity)
     return glassOpacity < leastCalmOpacity;
 }
 
-QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas, bool joined)
+QImage calmMask(const QSizeF &size, QList<CalmArea> areas, bool joined)
 {
-    QImage blurred(int(std::ceil(size.width() * blurredScale)), int(std::ceil(size.height() * blurredScale)),
-                   QImage::Format_ARGB32_Premultiplied);
-    blurred.fill(Qt::transparent);
-    QPainter painter(&blurred);
-    painter.scale(blurredScale, blurredScale);
+    QImage mask(int(std::ceil(size.width() * softScale)), int(std::ceil(size.height() * softScale)),
+                QImage::Format_ARGB32_Premultiplied);
+    mask.fill(Qt::transparent);
+    QPainter painter(&mask);
+    painter.scale(softScale, softScale);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     if (joined)
@@ -136,16 +133,8 @@ QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas
         }
     }
     painter.end();
-    blurred.convertTo(QImage::Format_Alpha8); // a quarter of the work for the blur
-    softBlur(blurred, calmDeviation * blurredScale);
-    blurred.convertTo(QImage::Format_ARGB32_Premultiplied);
-
-    QImage mask((size * pixelsPerPoint).toSize(), QImage::Format_ARGB32_Premultiplied);
-    mask.fill(Qt::transparent);
-    mask.setDevicePixelRatio(pixelsPerPoint);
-    QPainter enlarging(&mask);
-    enlarging.setRenderHint(QPainter::SmoothPixmapTransform);
-    enlarging.drawImage(QRectF(QPointF(), QSizeF(blurred.size()) / blurredScale), blurred);
+    mask.convertTo(QImage::Format_Alpha8); // a quarter of the work for the blur
+    softBlur(mask, calmDeviation * softScale);
     return mask;
 }
 
@@ -209,10 +198,11 @@ void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRe
 {
     opacity = std::max(opacity, leastCalmOpacity);
     QImage calm(mask.size(), QImage::Format_ARGB32_Premultiplied);
-    calm.setDevicePixelRatio(mask.devicePixelRatio());
+    calm.fill(Qt::transparent);
     const QRectF whole(QPointF(), rect.size());
     const QRectF shown = QRectF(part.toAlignedRect()) & whole;
     QPainter onCalm(&calm);
+    onCalm.scale(softScale, softScale);
     onCalm.setClipRect(shown);
     onCalm.setCompositionMode(QPainter::CompositionMode_Source);
     frosted.paintCalm(onCalm, whole, opacity);
@@ -221,11 +211,13 @@ void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRe
     paintSheen(onCalm, whole);
     onCalm.setOpacity(1);
     onCalm.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    onCalm.resetTransform();
     onCalm.drawImage(0, 0, mask);
     onCalm.end();
     painter.save();
     painter.setClipRect(shown.translated(rect.topLeft()), Qt::IntersectClip);
-    painter.drawImage(rect.topLeft(), calm);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRectF(rect.topLeft(), QSizeF(calm.size()) / softScale), calm);
     painter.restore();
 }
 

@@ -26,9 +26,12 @@ struct CalmArea
 /// are visible.
 bool areCalmAreasSeen(double glassOpacity);
 
-/// A mask of the calm areas with soft edges: alpha is the calmness of each pixel. With `joined`, lines below each other
-/// share one area, so that its outline has no steps.
-QImage calmMask(const QSizeF &size, double pixelsPerPoint, QList<CalmArea> areas, bool joined);
+/// Pixels per point of pictures that show nothing sharp; they are enlarged as they are painted.
+constexpr double softScale = 0.5;
+
+/// A mask of the calm areas on glass of that size, with soft edges and at the soft scale: alpha is the calmness of each
+/// pixel. With `joined`, lines below each other share one area, so that its outline has no steps.
+QImage calmMask(const QSizeF &size, QList<CalmArea> areas, bool joined);
 
 /// A band across the glass that covers `place` and the whole lines of the content's text there; between lines it ends
 /// softly. The content is of the glass's size.
@@ -40,8 +43,8 @@ void paintGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF 
 /// The part of the glass outside which the mask of these areas is empty.
 QRectF calmBounds(const QList<CalmArea> &areas);
 
-/// Draws calm glass over glass of that opacity (0 to 1), through the mask, which has the rectangle's size and is empty
-/// outside `part`.
+/// Draws calm glass over glass of that opacity (0 to 1), through the mask, which was made for the rectangle's size and is
+/// empty outside `part`.
 void paintCalmGlass(QPainter &painter, const FrostedBackdrop &frosted, const QRectF &rect, const QImage &mask,
                     const QRectF &part, double opacity);
 

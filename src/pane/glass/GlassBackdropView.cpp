@@ -5,7 +5,7 @@
 #include <QEasingCurve>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPainterPath>
+#include <QTransform>
 
 #include <algorithm>
 #include <utility>
@@ -17,17 +17,8 @@ namespace {
 /// The colour of surfaces on the glass.
 const QColor surfaceGrey(66, 70, 79, 168);
 
-/// Cuts the rounded corners out of a picture; touches nothing but the four corners.
-void roundCorners(QPainter &painter, const QRectF &rect)
-{
-    QPainterPath rounded;
-    rounded.addRoundedRect(rect, paneCornerRadius, paneCornerRadius);
-    QPainterPath corners;
-    corners.addRect(rect);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.fillPath(corners.subtracted(rounded), Qt::black);
-}
+/// Around the glass's picture, in its pixels: at their edge pictures that are repeated blend with the other side.
+constexpr int glassMargin = 2;
 
 } // namespace
 
@@ -46,7 +37,6 @@ GlassBackdropView::GlassBackdropView(QWidget *parent)
 void GlassBackdropView::setContent(const QImage &content)
 {
     m_content = content;
-    m_content.setDevicePixelRatio(devicePixelRatioF());
     FrostedBackdrop dark(content, devicePixelRatioF());
     if (m_isComposited && dark.looksLike(m_dark))
         return; // a caret that blinks beneath
@@ -118,42 +108,56 @@ void GlassBackdropView::setComposited(bool composited)
 
 void GlassBackdropView::paintEvent(QPaintEvent *event)
 {
-    if (m_isGlassStale || m_glass.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
+    if (m_isGlassStale)
         renderGlass();
+    constexpr double margin = glassMargin / softScale;
+    QBrush glass(m_glass);
+    glass.setTransform(QTransform::fromTranslate(-margin, -margin).scale(1 / softScale, 1 / softScale));
     QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     for (const QRect &part : event->region()) {
-        painter.setClipRect(part); // drawing a picture into a rectangle is several times faster than into a region
+        painter.setClipRect(part); // drawing into a rectangle is several times faster than into a region
         if (!m_isComposited)
             paintContent(painter);
-        painter.drawPixmap(0, 0, m_glass);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(glass);
+        painter.drawRoundedRect(rect(), paneCornerRadius, paneCornerRadius);
+        if (tone() == GlassTone::Light) { // whose border isn't seen on a light screen
+            painter.setPen(QColor(0, 0, 0, 70));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), paneCornerRadius, paneCornerRadius);
+        }
     }
+}
+
+void GlassBackdropView::resizeEvent(QResizeEvent *)
+{
+    m_calmMask = {};
+    makeStale();
 }
 
 void GlassBackdropView::renderGlass()
 {
     m_isGlassStale = false;
-    QImage glass((QSizeF(size()) * devicePixelRatioF()).toSize(), QImage::Format_ARGB32_Premultiplied);
-    glass.setDevicePixelRatio(devicePixelRatioF());
-    glass.fill(Qt::transparent);
-    QPainter painter(&glass);
-    paintGlass(painter, m_isOpaque ? FrostedBackdrop(m_frosted.tone()) : m_frosted, rect(), m_isOpaque ? 1 : m_opacity);
+    const QSize pixels = (QSizeF(size()) * softScale).toSize() + 2 * QSize(glassMargin, glassMargin);
+    if (m_glass.size() != pixels)
+        m_glass = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+    m_glass.fill(Qt::transparent);
+    QPainter painter(&m_glass);
+    painter.translate(glassMargin, glassMargin);
+    painter.scale(softScale, softScale);
+    constexpr double margin = glassMargin / softScale;
+    paintGlass(painter, m_isOpaque ? FrostedBackdrop(m_frosted.tone()) : m_frosted,
+               QRectF(rect()).adjusted(-margin, -margin, margin, margin), m_isOpaque ? 1 : m_opacity);
     if (!m_isOpaque && hasContent() && !m_calmAreas.isEmpty())
         calm(painter);
-    roundCorners(painter, rect());
-    if (tone() == GlassTone::Light) { // whose border isn't seen on a light screen
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        painter.setPen(QColor(0, 0, 0, 70));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), paneCornerRadius, paneCornerRadius);
-    }
-    painter.end();
-    m_glass = QPixmap::fromImage(std::move(glass));
 }
 
 void GlassBackdropView::calm(QPainter &painter)
 {
     const bool joined = areCalmAreasSeen(m_opacity);
-    if (m_calmMask.size() != (QSizeF(size()) * devicePixelRatioF()).toSize() || m_isMaskJoined != joined) {
-        m_calmMask = calmMask(size(), devicePixelRatioF(), m_calmAreas, joined);
+    if (m_calmMask.isNull() || m_isMaskJoined != joined) {
+        m_calmMask = calmMask(size(), m_calmAreas, joined);
         m_isMaskJoined = joined;
     }
     paintCalmGlass(painter, m_frosted, rect(), m_calmMask, calmBounds(m_calmAreas), m_opacity);
@@ -164,7 +168,7 @@ void GlassBackdropView::paintContent(QPainter &painter)
     if (m_content.isNull())
         FrostedBackdrop(m_frosted.tone()).paint(painter, rect(), 1);
     else
-        painter.drawImage(0, 0, m_content);
+        painter.drawImage(QRectF(QPointF(), QSizeF(m_content.size()) / devicePixelRatioF()), m_content);
 }
 
 } // namespace lucentra

@@ -5,7 +5,6 @@
 
 #include <QImage>
 #include <QList>
-#include <QPixmap>
 #include <QVariantAnimation>
 #include <QWidget>
 
@@ -41,6 +40,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void makeStale();
@@ -59,7 +59,7 @@ private:
     QList<CalmArea> m_calmAreas;
     QImage m_calmMask; ///< see `calmMask`; null if it is out of date
     bool m_isMaskJoined = false;
-    QPixmap m_glass; ///< the glass as it is shown, with its rounded corners
+    QImage m_glass; ///< the glass as it is shown, at the soft scale and with a margin
     bool m_isGlassStale = true;
 };
 

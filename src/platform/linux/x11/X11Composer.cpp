@@ -1,9 +1,12 @@
 #include "X11Composer.h"
 
+#include "X11PixmapReader.h"
+
 #include <QRegion>
 
 #include <xcb/composite.h>
 #include <xcb/shape.h>
+#include <xcb/shm.h>
 #include <xcb/xfixes.h>
 
 #include <thread>
@@ -85,7 +88,6 @@ void X11Composer::prepareExtensions()
     }
     m_rootPixmap = x11Atom(c, "_XROOTPMAP_ID");
     m_windows.emplace(c, m_screen, m_ours);
-    m_reader.emplace(c);
     if (!m_argbFormat)
         m_missing.append(u"ARGB32"_s);
 }
@@ -214,7 +216,7 @@ QImage X11Composer::compose(const QRect &area)
     paintBackground(target, area);
     for (const X11TopLevel &window : m_windows->foreignTopLevels(area))
         blend(window, target, area);
-    QImage image = m_reader->read(pixmap, area.size());
+    QImage image = readX11Pixmap(c, pixmap, area.size());
     xcb_render_free_picture(c, target);
     xcb_free_pixmap(c, pixmap);
     if (onlyForThis)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "X11PixmapReader.h"
 #include "X11Windows.h"
 
 #include <QImage>
@@ -67,8 +66,7 @@ private:
     std::unordered_map<xcb_visualid_t, xcb_render_pictformat_t> m_formats;
     xcb_render_pictformat_t m_argbFormat = 0;
     xcb_atom_t m_rootPixmap = 0;
-    std::optional<X11Windows> m_windows; ///< these two while usable
-    std::optional<X11PixmapReader> m_reader;
+    std::optional<X11Windows> m_windows; ///< while usable
 };
 
 } // namespace lucentra

@@ -254,6 +254,8 @@ TextMaps TextNet::seen(const QImage &image, int threads)
             seeTile(image, tile, kept, threads, maps);
         }
     }
+    if (image.width() > largestTile.width() || image.height() > largestTile.height())
+        m_planes.clear(); // reading a large image takes much memory as well
     return maps;
 }
 
