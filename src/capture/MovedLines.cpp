@@ -16,6 +16,8 @@ namespace {
 /// The most lines that are searched for at every distance, and the most distances that are tried for the others.
 constexpr size_t mostSearches = 3;
 constexpr size_t mostDistances = 8;
+/// A line so close to the top or bottom of a picture may be cut off there. Pixels.
+constexpr int edge = 2;
 
 bool isAt(const QImage &before, const QImage &now, const QRect &box, int shift)
 {
@@ -42,7 +44,7 @@ bool hasShapes(const QImage &picture, const QRect &box)
 
 bool shareColumns(const QRect &a, const QRect &b)
 {
-    return a.left() <= b.right() && b.left() <= a.right();
+    return !a.isNull() && a.left() <= b.right() && b.left() <= a.right();
 }
 
 /// The distance by which most of the boxes have moved; 0 if none has.
@@ -85,18 +87,17 @@ QList<std::optional<int>> shiftsOf(const ScreenReading &former, const QImage &no
             changed.push_back(boxes.last());
     }
     const int shift = commonShift(former.picture, now, changed);
-    if (shift == 0)
-        return shifts;
     QList<QRect> moved;
     for (const QRect &box : changed) {
-        if (isAt(former.picture, now, box, shift))
+        if (shift != 0 && isAt(former.picture, now, box, shift))
             moved.append(box);
     }
+    const QList<QRect> scrolled = moved + QList{former.scrolled};
     for (qsizetype i = 0; i < boxes.size(); ++i) {
         if (moved.contains(boxes[i]))
             shifts[i] = shift;
         else if (!isSamePicture(former.picture, now, boxes[i]) &&
-                 std::ranges::any_of(moved, [&](const QRect &box) { return shareColumns(box, boxes[i]); }))
+                 std::ranges::any_of(scrolled, [&](const QRect &box) { return shareColumns(box, boxes[i]); }))
             shifts[i] = std::nullopt;
     }
     return shifts;
@@ -109,18 +110,23 @@ bool haveMoved(const QList<std::optional<int>> &shifts)
 
 ScreenReading movedReading(const ScreenReading &former, const QImage &now, const QList<std::optional<int>> &shifts)
 {
-    ScreenReading moved{former.picture, {}};
+    ScreenReading moved{.picture = former.picture};
     QPainter painter(&moved.picture);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     for (qsizetype i = 0; i < shifts.size(); ++i) {
         if (!shifts[i])
             continue;
         TextLine line = former.lines[i];
+        const QRect before = pixelsOf(line.normBox, now.size()) & now.rect();
+        const QRect place = before.translated(0, *shifts[i]);
         if (*shifts[i] != 0) {
-            const QRect place = pixelsOf(line.normBox, now.size()).translated(0, *shifts[i]) & now.rect();
             painter.drawImage(place.topLeft(), now, place);
             line.normBox.y -= double(*shifts[i]) / now.height();
+            moved.scrolled |= place;
         }
+        const bool wasCut = before.top() < edge || before.bottom() >= now.height() - edge;
+        if (former.preliminary.intersects(before) || (*shifts[i] != 0 && wasCut))
+            moved.preliminary |= place;
         moved.lines.append(line);
     }
     return moved;

@@ -18,8 +18,11 @@ namespace {
 
 /// How far around what has changed is read, in pixels: about a line's height.
 constexpr int surroundings = 24;
-/// How far a part is widened if a line is cut off at its side, and how often. Pixels.
+/// How far a part is widened if a line is cut off at its side, or at its top or bottom, and how often. Pixels.
 constexpr int widening = 240;
+constexpr int heightening = 32;
+/// A line that comes so close to the top or bottom of a part may be cut off there. Pixels.
+constexpr int cutDistance = 2;
 constexpr int mostWidenings = 3;
 /// The share of the picture from which reading all of it at once is cheaper.
 constexpr double wholeShare = 0.75;
@@ -93,7 +96,7 @@ public:
             if (!m_isKept[size_t(i)])
                 m_isKept[size_t(i)] = !replace(m_former.lines[i], m_boxes[i]);
         }
-        ScreenReading reading{m_former.picture, {}, m_former.preliminary - m_changed};
+        ScreenReading reading{.picture = m_former.picture, .preliminary = m_former.preliminary - m_changed};
         copyChanged(reading.picture);
         for (qsizetype i = 0; i < m_former.lines.size(); ++i) {
             if (!m_isKept[size_t(i)])
@@ -152,6 +155,10 @@ private:
                     wider.setLeft(std::max(0, part.left() - widening));
                 if (box.right() >= part.right() - margin)
                     wider.setRight(std::min(m_picture.width() - 1, part.right() + widening));
+                if (box.top() <= part.top() + cutDistance)
+                    wider.setTop(std::max(0, part.top() - heightening));
+                if (box.bottom() >= part.bottom() - cutDistance)
+                    wider.setBottom(std::min(m_picture.height() - 1, part.bottom() + heightening));
             }
             if (wider == part || i == mostWidenings) {
                 m_found += found;
@@ -254,8 +261,8 @@ ScreenReading readAgain(const ScreenReading &former, const QImage &picture, cons
                         const ReadPart &read)
 {
     if (former.picture.size() != picture.size())
-        return {picture, read(picture.rect())};
-    const auto shifts = shiftsOf(former, picture);
+        return {.picture = picture, .lines = read(picture.rect())};
+    const auto shifts = shiftsOf({former.picture, former.lines}, picture);
     return SecondReading(haveMoved(shifts) ? movedReading(former, picture, shifts) : former, picture, changed).read(read);
 }
 

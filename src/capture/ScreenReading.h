@@ -15,6 +15,7 @@ struct ScreenReading
     QImage picture; ///< RGB32; null if nothing was read yet
     QList<TextLine> lines;
     QRegion preliminary{}; ///< where lines aren't kept if they are read again
+    QRect scrolled{};      ///< where lines are that have moved since they were read; null if none has
     QRegion partial{};     ///< lines that were kept although they seem to go on; to be read whole once they rest
 };
 

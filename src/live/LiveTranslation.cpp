@@ -27,6 +27,9 @@ constexpr qint64 lastRemoteEngine = 7;
 constexpr LiveTranslation::Time loadingTime{1000};
 /// Lines that seem to go on are read whole after so long without a change. What blinks changes sooner.
 constexpr LiveTranslation::Time partialRest{700};
+/// Lines that move are looked at after they have rested for so long, or have been moving for so long.
+constexpr LiveTranslation::Time scrollRest{120};
+constexpr LiveTranslation::Time longestScroll{1200};
 /// The pause after a look while power is saved, in times of its duration.
 constexpr int savingPauses = 3;
 
@@ -127,10 +130,16 @@ void LiveTranslation::add(const ScreenFrame &frame)
     const QRect area = frame.picture.rect().adjusted(inset, inset, -inset, -inset);
     if (area.isEmpty())
         return;
-    m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset),
-                  m_services.now());
+    const Time now = m_services.now();
+    m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset), now);
+    const QRegion moved = m_pass.follow(m_settler.picture());
     // Where lines were moved, the screen isn't as at the last look even if it returns to what it showed then.
-    m_settler.putBack(m_pass.follow(m_settler.picture()), m_services.now());
+    m_settler.putBack(moved, now);
+    const bool isScrolling = now < m_scrolled + scrollRest;
+    if (!moved.isEmpty() && !isScrolling)
+        m_scrollBegun = now;
+    if (!moved.isEmpty() || (isScrolling && 2 * frame.damage.height() > area.height())) // all lines may have left
+        m_scrolled = now;
     schedule();
 }
 
@@ -145,7 +154,8 @@ void LiveTranslation::schedule(Time earliest)
     if (!isOn() || m_isLooking || m_isHeld || !next || m_settler.picture().isNull() || !m_pane.isOnScreen() ||
         m_pane.isInputMode())
         return; // whatever ends that calls again
-    const Time due = std::max({*next, m_notBefore, earliest});
+    const Time scrollEnd = std::min(m_scrolled + scrollRest, m_scrollBegun + longestScroll);
+    const Time due = std::max({*next, m_notBefore, earliest, scrollEnd});
     m_task = m_services.scheduler.after(std::max(Time(0), due - m_services.now()), [this] { lookIfDue(); });
 }
 

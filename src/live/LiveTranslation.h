@@ -86,6 +86,8 @@ private:
     std::optional<Time> m_again; ///< a look that is due although nothing changes
     QList<Partial> m_partial;
     Time m_notBefore{0};         ///< of the next look
+    Time m_scrollBegun{0};       ///< when the lines beneath began to move without a pause,
+    Time m_scrolled{0};          ///< and when they last did
     Time m_retry{0};             ///< no request before, after failures
     int m_failures = 0;          ///< in a row
     bool m_isHeld = false;

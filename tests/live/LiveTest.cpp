@@ -291,6 +291,9 @@ private Q_SLOTS:
         QCOMPARE(pixelsOf(moved->blocks[1].block.normBox, {400, 200}).top(), 70);
         QCOMPARE(moved->blocks[2].block.normBox, lines[3].normBox);
         QVERIFY(!moved->movedOn(page(30, 2)));
+        QCOMPARE(moved->movedOn(page(130, 2)).value().translations(), QStringList{u"BESIDE"_s}); // no line is left to go by
+        const auto returned = memory.movedOn(page(20, 2)).value().movedOn(page(0, 2)).value();
+        QCOMPARE(returned.screen.preliminary, QRegion(20, 20, 100, 16)); // a part of it may have been outside
         const auto reading = readAgain(memory.screen, page(-20, 5), QRect(0, 0, 400, 200),
                                        [](const QRect &) { return QList{lineAt(u"other"_s, 20, 120, 100)}; });
         QCOMPARE(textsOf(reading.lines), (QStringList{u"first"_s, u"second"_s, u"other"_s, u"beside"_s}));
@@ -305,7 +308,9 @@ private Q_SLOTS:
             readAgain({picture, {}}, picture, QRegion(200, 60, 32, 32), [&](const QRect &part) {
                 parts.append(part);
                 const int left = std::max(40, part.left());
-                return QList{lineAt(left == 40 ? u"whole"_s : u"le"_s, left, 66, std::min(240, part.right()) - left)};
+                const int top = std::max(44, part.top());
+                return QList{lineAt(left == 40 && top == 44 ? u"whole"_s : u"le"_s, left, top,
+                                    std::min(240, part.right()) - left)};
             });
         QCOMPARE(textsOf(reading.lines), QStringList{u"whole"_s});
         QVERIFY(parts.size() > 1);
