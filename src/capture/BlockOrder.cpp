@@ -15,6 +15,9 @@ constexpr double nearText = 3;      // between a heading and its paragraph
 constexpr double farthestBlock = 14; // between two blocks of a column, such as a picture
 constexpr double sideTolerance = 1.6; // by which a heading may be wider than its paragraph
 constexpr double sharedPart = 0.6;  // of the narrower block's width
+constexpr double farthestEntry = 3; // between two entries of a list
+constexpr size_t leastEntries = 3;  // of a list
+constexpr double sameRow = 0.5;     // between the middles
 
 /// A block in pixels, y down.
 struct PlacedBlock
@@ -67,7 +70,12 @@ public:
                 {block.normBox.in(size), std::max(1.0, em * size.height()), block.lineCount > 1});
         }
         findHeadings();
-        findColumns();
+        m_columns = columnsOf(true);
+        const std::vector<TextColumnBlocks> texts = m_columns;
+        for (const TextColumnBlocks &list : tablesOf(columnsOf(false))) {
+            if (std::any_of(texts.begin(), texts.end(), [&](const auto &text) { return isIndependent(list, text); }))
+                m_columns.push_back(list);
+        }
     }
 
     std::vector<qsizetype> order()
@@ -111,34 +119,76 @@ private:
         }
     }
 
-    void findColumns()
+    /// The columns of paragraphs, or the lists of other blocks.
+    std::vector<TextColumnBlocks> columnsOf(bool areTexts) const
     {
         std::vector<qsizetype> fromTop;
         for (qsizetype i = 0; i < qsizetype(m_blocks.size()); ++i) {
-            if (m_blocks[i].isText)
+            if (m_blocks[i].isText == areTexts)
                 fromTop.push_back(i);
         }
         std::stable_sort(fromTop.begin(), fromTop.end(),
                          [this](qsizetype a, qsizetype b) { return m_blocks[a].rect.top() < m_blocks[b].rect.top(); });
+        std::vector<TextColumnBlocks> columns;
         for (const qsizetype index : fromTop) {
-            const auto column = std::find_if(m_columns.begin(), m_columns.end(), [&](const TextColumnBlocks &each) {
-                return continues(each.back(), index);
+            const auto column = std::find_if(columns.begin(), columns.end(), [&](const TextColumnBlocks &each) {
+                return continues(each.back(), index, areTexts ? farthestBlock : farthestEntry);
             });
-            if (column == m_columns.end())
-                m_columns.push_back({index});
+            if (column == columns.end())
+                columns.push_back({index});
             else
                 column->push_back(index);
         }
+        if (!areTexts)
+            std::erase_if(columns, [](const TextColumnBlocks &list) { return list.size() < leastEntries; });
+        return columns;
+    }
+
+    /// How many blocks of a column are on a row with one of the other's.
+    size_t sharedRows(const TextColumnBlocks &column, const TextColumnBlocks &other) const
+    {
+        return size_t(std::count_if(column.begin(), column.end(), [&](qsizetype a) {
+            return std::any_of(other.begin(), other.end(), [&](qsizetype b) {
+                const QRectF &text = m_blocks[b].rect;
+                const double middle = m_blocks[a].rect.center().y();
+                const double tolerance = sameRow * m_blocks[a].em;
+                return std::abs(middle - text.center().y()) <= tolerance ||
+                       std::abs(middle - text.top() - m_blocks[b].em / 2) <= tolerance;
+            });
+        }));
+    }
+
+    /// Lists that have rows in common as one, by rows.
+    std::vector<TextColumnBlocks> tablesOf(const std::vector<TextColumnBlocks> &lists) const
+    {
+        std::vector<TextColumnBlocks> tables;
+        for (const TextColumnBlocks &list : lists) {
+            const auto table = std::find_if(tables.begin(), tables.end(),
+                                            [&](const auto &each) { return 2 * sharedRows(list, each) > list.size(); });
+            if (table == tables.end()) {
+                tables.push_back(list);
+            } else {
+                table->insert(table->end(), list.begin(), list.end());
+                std::sort(table->begin(), table->end());
+            }
+        }
+        return tables;
+    }
+
+    /// Whether a list is beside a text without being on its paragraphs' rows as labels and values are.
+    bool isIndependent(const TextColumnBlocks &list, const TextColumnBlocks &text) const
+    {
+        return (precedes(list, text) || precedes(text, list)) && 2 * sharedRows(list, text) <= list.size();
     }
 
     /// Whether a block follows another in the same column, and no other block is between them.
-    bool continues(qsizetype upper, qsizetype lower) const
+    bool continues(qsizetype upper, qsizetype lower, double farthest) const
     {
         const QRectF &above = m_blocks[upper].rect;
         const QRectF &below = m_blocks[lower].rect;
         const double em = std::max(m_blocks[upper].em, m_blocks[lower].em);
         if (!areInLine(m_blocks[upper], m_blocks[lower]) || below.top() < above.bottom() - em / 2 ||
-            below.top() - above.bottom() > farthestBlock * em)
+            below.top() - above.bottom() > farthest * em)
             return false;
         const QRectF between(QPointF(std::max(above.left(), below.left()), above.bottom()),
                              QPointF(std::min(above.right(), below.right()), below.top()));

@@ -192,7 +192,7 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
-    const QList<RecognizedTextObservation> columns = takeColumns(lines, image, request);
+    const QList<RecognizedTextObservation> columns = takeColumns(lines, maps.ink, image, request);
     ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request);
     pass.run();
     if (const QList<ReadingLanguage> missed = pass.missedModels(); !missed.isEmpty()) {
@@ -210,7 +210,8 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     return withColumns(observationsOf(lines, image.size()), columns);
 }
 
-QList<RecognizedTextObservation> ScreenTextRecognizer::takeColumns(QList<ReadLine> &lines, const QImage &image,
+QList<RecognizedTextObservation> ScreenTextRecognizer::takeColumns(QList<ReadLine> &lines, const SureMap &ink,
+                                                                   const QImage &image,
                                                                    const TextRecognitionRequest &request)
 {
     QList<FoundLine> upright;
@@ -219,8 +220,9 @@ QList<RecognizedTextObservation> ScreenTextRecognizer::takeColumns(QList<ReadLin
     if (!mayBeColumns(upright))
         return {};
     const QImage turned = image.transformed(QTransform().rotate(-90)).convertToFormat(QImage::Format_RGB32);
-    const TextMaps maps = m_net->seen(turned, m_pool->workers());
+    TextMaps maps = m_net->seen(turned, m_pool->workers());
     const QList<ColumnGroup> groups = columnsOf(linesOf(maps, leastHeight), upright, image.width());
+    addUprightInk(maps.ink, ink);
     const QList<ReadingLanguage> languages = verticalLanguagesOf(request.languages);
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     QList<ReadColumns> read;

@@ -12,6 +12,7 @@ class LineReader;
 class ReaderPool;
 class TextNet;
 struct ReadLine;
+struct SureMap;
 
 /// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
 ///
@@ -43,8 +44,9 @@ public:
                                                      const QImage &image) override;
 
 private:
-    /// Reads the columns of vertical text on an image, and takes what was found of them out of the lines.
-    QList<RecognizedTextObservation> takeColumns(QList<ReadLine> &lines, const QImage &image,
+    /// Reads the columns of vertical text on an image, on which the net sees `ink`, and takes what was found of them
+    /// out of the lines.
+    QList<RecognizedTextObservation> takeColumns(QList<ReadLine> &lines, const SureMap &ink, const QImage &image,
                                                  const TextRecognitionRequest &request);
 
     std::unique_ptr<LineReader> m_correctingReader;

@@ -57,12 +57,25 @@ private Q_SLOTS:
         QCOMPARE(textsOf(*lines), QStringList({u"Open the report"_s, u"下載位置"_s, u"ありがとう"_s}));
     }
 
+    void columnsAreReadFromTheRight_data()
+    {
+        columns<QStringList, QStringList>("columns", "texts");
+        const auto row = [](const char *name, const QStringList &columns, const QStringList &texts) {
+            QTest::newRow(name) << columns << texts;
+        };
+        row("two columns", {u"広い海の中に"_s, u"魚が住んで"_s}, {u"広い海の中に"_s, u"魚が住んで"_s});
+        row("a narrow character alone", {u"広い海の中に"_s, u"魚が泳いで行"_s, u"く"_s},
+            {u"広い海の中に"_s, u"魚が泳いで行"_s, u"く"_s});
+        row("dots behind a letter", {u"広い海の中に"_s, u"は︙︙"_s}, {u"広い海の中に"_s, u"は……"_s});
+    }
+
     void columnsAreReadFromTheRight()
     {
+        QFETCH(const QStringList, columns);
+        QFETCH(const QStringList, texts);
         if (!QFile::exists(u"/usr/share/tesseract-ocr/5/tessdata/jpn_vert.traineddata"_s))
             QSKIP("the model of vertical Japanese isn't installed");
         QImage image = blank({300, 260}, Qt::white);
-        const QStringList columns{u"広い海の中に"_s, u"魚が住んで"_s};
         for (int x = 0; x < columns.size(); ++x) {
             for (int y = 0; y < columns[x].size(); ++y)
                 write(image, {200 - 44 * x, 60 + 30 * y}, columns[x].mid(y, 1), font(u"Noto Sans CJK JP"_s, 30),
@@ -70,7 +83,7 @@ private Q_SLOTS:
         }
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
-        QCOMPARE(textsOf(*lines), columns);
+        QCOMPARE(textsOf(*lines), texts);
         QVERIFY(lines->first().isVertical && lines->first().boundingBox.x > lines->last().boundingBox.unitRect().right());
     }
 

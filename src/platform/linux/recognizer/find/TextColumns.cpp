@@ -30,6 +30,7 @@ constexpr double sameColumn = 0.4;
 constexpr double gapInColumn = 0.85; // behind a full stop
 constexpr double largestGap = 2.2;   // in a column of a group
 constexpr double oneSize = 1.35;     // ratio
+constexpr double leastWidth = 0.3;   // of a narrow character
 constexpr double betweenColumns = 2.5;
 constexpr double lead = 1;        // of how much longer columns are than the lines across them
 constexpr double clearLead = 2.5; // likewise; certain without a reading
@@ -147,14 +148,18 @@ Across acrossOf(const ColumnGroup &group, const QList<FoundLine> &upright, int w
     return {.length = std::max(1.0, length / weight), .height = height / weight};
 }
 
-/// Puts columns into their order. Pieces of one column, between which a character wasn't found, become one.
-ColumnGroup groupOf(QList<QRect> inks)
+int emOf(const QList<QRect> &inks)
 {
     std::vector<int> widths;
-    for (const QRect &ink : std::as_const(inks))
+    for (const QRect &ink : inks)
         widths.push_back(ink.height());
     std::ranges::nth_element(widths, widths.begin() + std::ptrdiff_t(widths.size() / 2));
-    const int em = int(std::lround(widths[widths.size() / 2] / inkOfEm));
+    return int(std::lround(widths[widths.size() / 2] / inkOfEm));
+}
+
+/// Puts columns into their order. Pieces of one column, between which a character wasn't found, become one.
+ColumnGroup groupOf(QList<QRect> inks, int em)
+{
     std::ranges::sort(inks, {}, &QRect::left);
     QList<QRect> columns;
     for (const QRect &ink : std::as_const(inks)) {
@@ -172,6 +177,36 @@ ColumnGroup groupOf(QList<QRect> inks)
     for (const QRect &column : std::as_const(columns))
         group.columns.append({column, em});
     return group;
+}
+
+/// Adds what belongs to a group although its size or place didn't show it: a last column of 了！ alone, what follows a
+/// gap in a column.
+void addMissing(ColumnGroup &group, const QList<QRect> &pieces, const QList<FoundLine> &upright, int width)
+{
+    const int em = group.columns.first().em;
+    QList<QRect> inks;
+    for (const TextColumn &column : std::as_const(group.columns))
+        inks.append(column.ink);
+    for (const QRect &piece : pieces) {
+        const bool continues = std::ranges::any_of(std::as_const(group.columns), [&](const TextColumn &column) {
+            const QRect &ink = column.ink;
+            const int shared = std::min(ink.right(), piece.right()) - std::max(ink.left(), piece.left());
+            const double apart = std::abs(ink.center().y() - piece.center().y());
+            return apart <= sameColumn * em
+                       ? -shared <= largestGap * em
+                       : piece.width() <= leastLength * em && shared > 0.4 * em && apart <= betweenColumns * em;
+        });
+        const bool isOneSize = piece.height() >= leastWidth * em && piece.height() <= em;
+        if (continues && isOneSize && !isWithin(piece, group) &&
+            acrossOf({{{piece, em}}, false}, upright, width).length < leastLength)
+            inks.append(piece);
+    }
+    group.columns = groupOf(inks, em).columns;
+    for (TextColumn &column : group.columns) {
+        const int missing = int(inkOfEm * em) - column.ink.height();
+        if (missing > 0)
+            column.ink.adjust(0, -missing / 2, 0, missing - missing / 2);
+    }
 }
 
 } // namespace
@@ -192,6 +227,15 @@ QRect uprightRect(const QRect &turned, int width)
 QRect turnedRect(const QRect &upright, int width)
 {
     return {upright.top(), width - upright.left() - upright.width(), upright.height(), upright.width()};
+}
+
+void addUprightInk(SureMap &turned, const SureMap &upright)
+{
+    for (int y = 0; y < turned.height; ++y) {
+        std::uint8_t *row = turned.row(y);
+        for (int x = 0; x < turned.width; ++x)
+            row[x] = std::max(row[x], upright.row(x)[upright.width - 1 - y]);
+    }
 }
 
 bool isWithin(const QRect &place, const ColumnGroup &group)
@@ -246,8 +290,16 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
     for (const FoundLine &line : turned)
         pieces.append(line.ink);
     QList<ColumnGroup> groups;
-    for (const QList<QRect> &columns : groupsOf(wholeColumns(pieces))) {
-        ColumnGroup group = groupOf(columns);
+    const QList<QRect> whole = wholeColumns(pieces);
+    QList<QList<QRect>> candidates = groupsOf(whole);
+    std::ranges::stable_sort(candidates, std::greater(), [](const QList<QRect> &columns) {
+        return std::accumulate(columns.begin(), columns.end(), 0,
+                               [](int sum, const QRect &c) { return sum + c.width(); });
+    });
+    for (const QList<QRect> &columns : std::as_const(candidates)) {
+        ColumnGroup group = groupOf(columns, emOf(columns));
+        if (std::ranges::any_of(groups, [&](const ColumnGroup &g) { return isWithin(columns.first(), g); }))
+            continue;
         double along = 0;
         double weight = 0;
         bool isLong = false;
@@ -262,10 +314,13 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
         double characters = 0;
         for (const TextColumn &column : group.columns)
             characters += std::max(1.0, charactersIn(column.ink));
-        group.isSure = difference >= clearLead && characters >= 2 * leastGroup;
-        if (isLong && characters >= leastGroup && difference >= lead &&
-            across.height >= leastHeightOfCharacter * group.columns.first().em)
+        const bool isClear = difference >= clearLead && characters >= 2 * leastGroup;
+        const bool areCharacters = across.height >= leastHeightOfCharacter * group.columns.first().em;
+        group.isSure = isClear && areCharacters;
+        if (isLong && characters >= leastGroup && difference >= lead && (isClear || areCharacters)) {
+            addMissing(group, whole, upright, width);
             groups.append(group);
+        }
     }
     return groups;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "find/FoundLine.h"
+#include "find/TextMaps.h"
 
 #include <QList>
 #include <QRect>
@@ -35,6 +36,10 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
 /// A place of the turned image on the upright one, which is `width` pixels wide, and back.
 QRect uprightRect(const QRect &turned, int width);
 QRect turnedRect(const QRect &upright, int width);
+
+/// Adds to what the net sees of letters on the turned image what it sees on the upright one: some characters beside
+/// the dots of an ellipsis, for example.
+void addUprightInk(SureMap &turned, const SureMap &upright);
 
 /// Whether a good part of a place is within the columns of a group. Both on the turned image.
 bool isWithin(const QRect &place, const ColumnGroup &group);

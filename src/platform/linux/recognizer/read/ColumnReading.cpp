@@ -24,13 +24,14 @@ constexpr double columnBudget = 3;     // seconds of processor time a worker
 constexpr double goodColumn = 80;      // confidence; nothing else is tried
 constexpr double leastConfidence = 60; // likewise; less is no writing
 constexpr double widePart = 0.6;       // of the characters
-constexpr std::size_t mostTelling = 4;
+constexpr std::size_t mostTelling = 6;
 
 /// Marks as they are in horizontal text, as wide as ideographs.
 QString horizontalMarks(QString text)
 {
     static const QRegularExpression space(u"(?<![a-zA-Z0-9]) +| +(?![a-zA-Z0-9])"_s);
     static const QRegularExpression narrow(u"(?<![a-zA-Z0-9])[,:;?!](?![a-zA-Z0-9])"_s);
+    static const QRegularExpression dots(u"[…‥][:：.．·・…‥，,]*|[:：.．·・]{2,}[，,]*|[:：][，,]+"_s);
     static const QString vertical = u"︐︑︒︓︔︕︖︗︘︙︰︱︲︳︵︶︷︸︹︺︻︼︽︾︿﹀﹁﹂﹃﹄｜"_s;
     static const QString horizontal = u"，、。：；！？〖〗…‥—–＿（）｛｝〔〕【】《》〈〉「」『』ー"_s;
     text.remove(space);
@@ -39,6 +40,7 @@ QString horizontalMarks(QString text)
         if (place >= 0)
             character = horizontal[place];
     }
+    text.replace(dots, u"……"_s);
     for (auto marks = narrow.globalMatch(QString(text)); marks.hasNext();) {
         QChar &mark = text[marks.next().capturedStart()];
         mark = QChar(char16_t(mark.unicode() + 0xFEE0)); // the block of wide forms
@@ -52,6 +54,7 @@ struct Task
     QRect ink;
     ReadingLanguage language;
     Reading reading{};
+    double worth = 0; ///< of the first reading, by which the languages are compared
 };
 
 class ColumnPass
@@ -85,14 +88,21 @@ public:
 private:
     void read(Task &task) const
     {
-        const LineNormalizer column(m_turned, task.ink, m_ink);
-        for (const Separation separation : column.separations()) {
+        // Of a short column, a character or a mark at its ends is sometimes not found.
+        const int em = task.ink.height();
+        const int margin = 2 * task.ink.width() < 5 * em ? 5 * em / 4 : 0;
+        const QRect ink = task.ink.adjusted(-margin, 0, margin, 0) & m_turned.rect();
+        const LineNormalizer column(m_turned, ink, m_ink);
+        const QList<Separation> separations = column.separations();
+        for (const Separation &separation : separations) {
             const Strip strip = column.strip(separation, LineReader::stripShape(task.language));
             for (const ReadingMode mode : {ReadingMode::Line, ReadingMode::Whole}) {
                 if (task.reading.confidence >= goodColumn)
                     break;
                 Reading reading = m_reader.read(strip, task.language, mode);
                 reading.text = tidied(horizontalMarks(reading.text));
+                if (&separation == &separations.first() && mode == ReadingMode::Line)
+                    task.worth = reading.confidence * double(reading.text.size());
                 if (reading.confidence > task.reading.confidence && !reading.text.isEmpty())
                     task.reading = reading;
             }
@@ -124,16 +134,18 @@ std::vector<TextColumn> tellingColumns(const QList<ColumnGroup> &groups)
 
 bool ReadColumns::isPlausible() const
 {
-    double sum = 0;
+    const double least = group.isSure ? leastConfidence : goodColumn;
+    int sure = 0;
     int wide = 0;
     int all = 0;
     for (const Reading &reading : readings) {
         const Scripts scripts = scriptsOf(reading.text);
         wide += scripts.wide();
         all += scripts.all();
-        sum += reading.confidence * scripts.all();
+        sure += reading.confidence >= least ? scripts.all() : 0;
     }
-    return all > 1 && sum >= (group.isSure ? leastConfidence : goodColumn) * all && wide >= widePart * all;
+    // The dots of an ellipsis make a good reading doubtful.
+    return all > 1 && 2 * sure > all && wide >= widePart * all;
 }
 
 QList<ReadingLanguage> verticalLanguagesOf(const QStringList &tags)
@@ -167,12 +179,12 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
     pass.run(telling);
     const auto worth = [&](ReadingLanguage language) {
         // It is less sure of traditional columns by far, and about as sure of simplified ones as the other model.
-        constexpr double doubt = 3;
+        constexpr double doubt = 1.5;
         const bool isSimplified = language == ReadingLanguage::VerticalSimplifiedChinese;
         double sum = 0;
         for (const Task &task : telling) {
             if (task.language == language)
-                sum += (task.reading.confidence + (isSimplified ? doubt : 0)) * double(task.reading.text.size());
+                sum += task.worth + (isSimplified ? doubt : 0) * double(task.reading.text.size());
         }
         return sum;
     };

@@ -198,6 +198,8 @@ StripShape LineReader::stripShape(ReadingLanguage language)
                          language == ReadingLanguage::VerticalSimplifiedChinese;
     shape.height = isSmall ? 36 : 48;
     shape.inkShare = language == ReadingLanguage::Japanese ? 0.72 : 0.66;
+    if (language == ReadingLanguage::VerticalSimplifiedChinese)
+        shape.inkShare = 0.6;
     return shape;
 }
 
