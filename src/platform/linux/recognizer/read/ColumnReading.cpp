@@ -4,6 +4,7 @@
 #include "read/PassReader.h"
 #include "read/ReaderPool.h"
 #include "read/ReadingBudget.h"
+#include "read/UprightReading.h"
 #include "read/Writing.h"
 #include "strip/LineNormalizer.h"
 
@@ -54,7 +55,8 @@ struct Task
     QRect ink;
     ReadingLanguage language;
     Reading reading{};
-    double worth = 0; ///< of the first reading, by which the languages are compared
+    Separation separation = Separation::Axis; ///< of the reading
+    double worth = 0;                         ///< of the first reading, by which the languages are compared
 };
 
 class ColumnPass
@@ -72,12 +74,26 @@ public:
 
     void run(std::vector<Task> &tasks)
     {
+        withEach(tasks, [this](Task &task) { read(task); });
+    }
+
+    void readUpright(std::vector<Task> &tasks)
+    {
+        withEach(tasks, [this](Task &task) {
+            if (!m_budget.isScarce())
+                task.reading = withUprightIdeographs(task.reading, columnOf(task), task.separation, m_reader);
+        });
+    }
+
+private:
+    void withEach(std::vector<Task> &tasks, const std::function<void(Task &)> &work)
+    {
         std::latch done(std::ssize(tasks));
         for (Task &task : tasks) {
             m_pool.post([&] {
                 if (!m_budget.isSpent() && m_reader.isWanted()) {
                     const ReadingBudget::Spending spending(m_budget);
-                    read(task);
+                    work(task);
                 }
                 done.count_down();
             });
@@ -85,14 +101,17 @@ public:
         done.wait();
     }
 
-private:
-    void read(Task &task) const
+    LineNormalizer columnOf(const Task &task) const
     {
         // Of a short column, a character or a mark at its ends is sometimes not found.
         const int em = task.ink.height();
         const int margin = 2 * task.ink.width() < 5 * em ? 5 * em / 4 : 0;
-        const QRect ink = task.ink.adjusted(-margin, 0, margin, 0) & m_turned.rect();
-        const LineNormalizer column(m_turned, ink, m_ink);
+        return {m_turned, task.ink.adjusted(-margin, 0, margin, 0) & m_turned.rect(), m_ink};
+    }
+
+    void read(Task &task) const
+    {
+        const LineNormalizer column = columnOf(task);
         const QList<Separation> separations = column.separations();
         for (const Separation &separation : separations) {
             const Strip strip = column.strip(separation, LineReader::stripShape(task.language));
@@ -103,8 +122,10 @@ private:
                 reading.text = tidied(horizontalMarks(reading.text));
                 if (&separation == &separations.first() && mode == ReadingMode::Line)
                     task.worth = reading.confidence * double(reading.text.size());
-                if (reading.confidence > task.reading.confidence && !reading.text.isEmpty())
+                if (reading.confidence > task.reading.confidence && !reading.text.isEmpty()) {
                     task.reading = reading;
+                    task.separation = separation;
+                }
             }
         }
     }
@@ -198,6 +219,7 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
         }
     }
     pass.run(tasks);
+    pass.readUpright(tasks);
     QList<ReadColumns> read;
     auto task = tasks.begin();
     for (const ColumnGroup &group : groups) {
