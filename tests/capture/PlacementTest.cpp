@@ -142,6 +142,16 @@ private Q_SLOTS:
             {u"The first thing to check is the power cord."_s, u"A caption"_s,
              u"Nobody looked surprised when a train arrived."_s, u"A garden of this size needs much more water."_s,
              u"Read more"_s});
+        row("a menu on rows of its own beside a text",
+            {{160, 0, 300, u"The first thing to check is"_s},
+             {0, 6, 60, u"Storage"_s},
+             {160, 24, 150, u"the power cord."_s},
+             {0, 36, 60, u"Keyboard"_s},
+             {0, 66, 60, u"Battery"_s},
+             {160, 72, 300, u"Nobody looked surprised when"_s},
+             {160, 96, 150, u"a train arrived."_s}},
+            {u"Storage"_s, u"Keyboard"_s, u"Battery"_s, u"The first thing to check is the power cord."_s,
+             u"Nobody looked surprised when a train arrived."_s});
         row("a line that the engine knows as a whole",
             {{0, 0, 330, u"Windows that were open, of which the"_s},
              {0, 24, 330, u"Restore the Previous Session Now"_s},
