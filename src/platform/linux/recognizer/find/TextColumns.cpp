@@ -291,6 +291,11 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
         pieces.append(line.ink);
     QList<ColumnGroup> groups;
     const QList<QRect> whole = wholeColumns(pieces);
+    QList<QRect> others = whole;
+    for (const FoundLine &line : upright) {
+        if (line.ink.width() <= widestCharacter * line.ink.height())
+            others.append(turnedRect(line.ink, width));
+    }
     QList<QList<QRect>> candidates = groupsOf(whole);
     std::ranges::stable_sort(candidates, std::greater(), [](const QList<QRect> &columns) {
         return std::accumulate(columns.begin(), columns.end(), 0,
@@ -318,7 +323,7 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
         const bool areCharacters = across.height >= leastHeightOfCharacter * group.columns.first().em;
         group.isSure = isClear && areCharacters;
         if (isLong && characters >= leastGroup && difference >= lead && (isClear || areCharacters)) {
-            addMissing(group, whole, upright, width);
+            addMissing(group, others, upright, width);
             groups.append(group);
         }
     }

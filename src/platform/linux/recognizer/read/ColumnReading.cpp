@@ -112,15 +112,14 @@ private:
     void read(Task &task) const
     {
         const LineNormalizer column = columnOf(task);
-        const QList<Separation> separations = column.separations();
-        for (const Separation &separation : separations) {
+        for (const Separation separation : column.separations()) {
             const Strip strip = column.strip(separation, LineReader::stripShape(task.language));
             for (const ReadingMode mode : {ReadingMode::Line, ReadingMode::Whole}) {
                 if (task.reading.confidence >= goodColumn)
                     break;
                 Reading reading = m_reader.read(strip, task.language, mode);
                 reading.text = tidied(horizontalMarks(reading.text));
-                if (&separation == &separations.first() && mode == ReadingMode::Line)
+                if (task.worth == 0)
                     task.worth = reading.confidence * double(reading.text.size());
                 if (reading.confidence > task.reading.confidence && !reading.text.isEmpty()) {
                     task.reading = reading;

@@ -158,6 +158,7 @@ Reading withUprightIdeographs(const Reading &vertical, const LineNormalizer &col
         return vertical;
     Reading reading = vertical;
     reading.text = withIdeographs(vertical.text, text);
+    reading.confidence = std::max(vertical.confidence, upright.confidence);
     return reading;
 }
 
