@@ -11,13 +11,13 @@ namespace lucentra {
 namespace {
 
 // In ems, which is the height of a line.
-constexpr double nearText = 3;      // between a heading and its paragraph
-constexpr double farthestBlock = 14; // between two blocks of a column, such as a picture
+constexpr double nearText = 3;        // between a heading and its paragraph
+constexpr double farthestBlock = 14;  // between two blocks of a column, such as a picture
 constexpr double sideTolerance = 1.6; // by which a heading may be wider than its paragraph
-constexpr double sharedPart = 0.6;  // of the narrower block's width
-constexpr double farthestEntry = 3; // between two entries of a list
-constexpr size_t leastEntries = 3;  // of a list
-constexpr double sameRow = 0.5;     // between the middles
+constexpr double sharedPart = 0.6;    // of the narrower block's width
+constexpr double farthestEntry = 3;   // between two entries of a list
+constexpr size_t leastEntries = 3;    // of a list
+constexpr double sameRow = 0.3;       // between the middles
 
 /// A block in pixels, y down.
 struct PlacedBlock
@@ -66,8 +66,7 @@ public:
     {
         for (const TextBlock &block : blocks) {
             const double em = block.lineHeight > 0 ? block.lineHeight : block.normBox.height;
-            m_blocks.push_back(
-                {block.normBox.in(size), std::max(1.0, em * size.height()), block.lineCount > 1});
+            m_blocks.push_back({block.normBox.in(size), std::max(1.0, em * size.height()), block.lineCount > 1});
         }
         findHeadings();
         m_columns = columnsOf(true);
