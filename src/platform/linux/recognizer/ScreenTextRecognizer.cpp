@@ -175,7 +175,10 @@ ScreenTextRecognizer::~ScreenTextRecognizer() = default;
 
 void ScreenTextRecognizer::warmUp()
 {
-    m_pool->post([this] { m_correctingReader->prepare(ReadingLanguage::English); });
+    m_pool->post([this] {
+        if (m_correctingReader->prepareUsual())
+            warmUp(); // behind the lines that wait to be read meanwhile
+    });
 }
 
 Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const TextRecognitionRequest &request,

@@ -32,8 +32,8 @@ public:
     explicit ScreenTextRecognizer(const Options &options);
     ~ScreenTextRecognizer() override;
 
-    /// Loads the English engine in the background, which nearly every screen needs for Latin letters and digits. The
-    /// others are loaded when a screen needs them.
+    /// Loads in the background the engines that were freed after a rest, or else those of English. Others are loaded
+    /// when a screen needs them.
     void warmUp() override;
 
     /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read

@@ -122,6 +122,18 @@ bool LineReader::prepare(ReadingLanguage language)
     return Loan(*this, language, 1).api() != nullptr;
 }
 
+bool LineReader::prepareUsual()
+{
+    std::unique_lock lock(m_mutex);
+    const auto missing = std::ranges::find_if(m_usual, [this](const auto &usual) {
+        return std::ranges::count(m_engines, usual.first, &Engine::language) < usual.second;
+    });
+    if (missing == m_usual.end() || m_engines.size() >= m_maximum)
+        return false;
+    giveBack(*made(missing->first, lock));
+    return true;
+}
+
 LineReader::Engine *LineReader::borrowed(ReadingLanguage language, int most)
 {
     std::unique_lock lock(m_mutex);
@@ -138,6 +150,12 @@ LineReader::Engine *LineReader::borrowed(ReadingLanguage language, int most)
             break;
         m_givenBack.wait(lock);
     }
+    return made(language, lock);
+}
+
+/// Makes an engine, which is busy then, without the lock.
+LineReader::Engine *LineReader::made(ReadingLanguage language, std::unique_lock<std::mutex> &lock)
+{
     Engine &engine = m_engines.emplace_back(Engine{language, nullptr});
     lock.unlock();
     const auto start = threadTime();
@@ -186,6 +204,10 @@ bool LineReader::makePlace()
 void LineReader::release()
 {
     const std::lock_guard lock(m_mutex);
+    if (!m_engines.empty())
+        m_usual.clear();
+    for (const Engine &engine : m_engines)
+        ++m_usual[engine.language];
     m_engines.remove_if([](const Engine &engine) { return !engine.isBusy; });
 }
 

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <list>
+#include <map>
 #include <memory>
 #include <mutex>
 
@@ -68,6 +69,10 @@ public:
     /// Loads an engine of a language where there is none. False where its model isn't installed or is broken.
     bool prepare(ReadingLanguage language);
 
+    /// Loads one of the engines that the last release has freed; before the first release, of two English ones, which
+    /// nearly every screen needs for Latin letters and digits. Returns false if all of them are there.
+    bool prepareUsual();
+
     /// Whether an engine of a language is there, or couldn't be made.
     bool isLoaded(ReadingLanguage language);
 
@@ -99,6 +104,7 @@ private:
     class Loan;
 
     Engine *borrowed(ReadingLanguage language, int most);
+    Engine *made(ReadingLanguage language, std::unique_lock<std::mutex> &lock);
     void giveBack(Engine &engine);
     bool makePlace();
 
@@ -107,6 +113,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_givenBack;
     std::list<Engine> m_engines;
+    std::map<ReadingLanguage, int> m_usual{{ReadingLanguage::English, 2}}; ///< engines to prepare
     quint64 m_uses = 0;
 };
 
