@@ -195,8 +195,9 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
-    const QList<RecognizedTextObservation> columns = takeColumns(lines, maps.ink, image, request);
+    const QList<ReadColumns> columns = takeColumns(lines, maps.ink, image, request);
     ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request);
+    pass.learn(comparisonOf(columns));
     pass.run();
     if (const QList<ReadingLanguage> missed = pass.missedModels(); !missed.isEmpty()) {
         if (!m_isPreparing.exchange(true)) { // by one worker, so that the others go on reading
@@ -210,12 +211,11 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     }
     if (request.onLinesLeftOut && pass.hasLeftOutLines())
         request.onLinesLeftOut();
-    return withColumns(observationsOf(lines, image.size()), columns);
+    return withColumns(observationsOf(lines, image.size()), observationsOf(columns, image.size()));
 }
 
-QList<RecognizedTextObservation> ScreenTextRecognizer::takeColumns(QList<ReadLine> &lines, const SureMap &ink,
-                                                                   const QImage &image,
-                                                                   const TextRecognitionRequest &request)
+QList<ReadColumns> ScreenTextRecognizer::takeColumns(QList<ReadLine> &lines, const SureMap &ink, const QImage &image,
+                                                     const TextRecognitionRequest &request)
 {
     QList<FoundLine> upright;
     for (const ReadLine &line : std::as_const(lines))
@@ -240,7 +240,7 @@ QList<RecognizedTextObservation> ScreenTextRecognizer::takeColumns(QList<ReadLin
                     return group.isSure && isWithin(place, group);
                 }));
     });
-    return observationsOf(read, image.size());
+    return read;
 }
 
 } // namespace lucentra

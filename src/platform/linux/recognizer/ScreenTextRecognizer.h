@@ -11,6 +11,7 @@ namespace lucentra {
 class LineReader;
 class ReaderPool;
 class TextNet;
+struct ReadColumns;
 struct ReadLine;
 struct SureMap;
 
@@ -46,8 +47,8 @@ public:
 private:
     /// Reads the columns of vertical text on an image, on which the net sees `ink`, and takes what was found of them
     /// out of the lines.
-    QList<RecognizedTextObservation> takeColumns(QList<ReadLine> &lines, const SureMap &ink, const QImage &image,
-                                                 const TextRecognitionRequest &request);
+    QList<ReadColumns> takeColumns(QList<ReadLine> &lines, const SureMap &ink, const QImage &image,
+                                   const TextRecognitionRequest &request);
 
     std::unique_ptr<LineReader> m_correctingReader;
     std::unique_ptr<LineReader> m_literalReader;

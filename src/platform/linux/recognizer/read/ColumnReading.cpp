@@ -229,6 +229,19 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
     return read;
 }
 
+Comparison comparisonOf(const QList<ReadColumns> &groups)
+{
+    constexpr int enough = 16; // characters
+    int characters = 0;
+    for (const ReadColumns &group : groups) {
+        for (const Reading &reading : group.readings) {
+            if (reading.language == ReadingLanguage::VerticalSimplifiedChinese)
+                characters += scriptsOf(reading.text).han;
+        }
+    }
+    return characters < enough ? Comparison() : Comparison{{}, double(characters), characters};
+}
+
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size)
 {
     QList<const ReadColumns *> order;

@@ -4,6 +4,7 @@
 #include "find/TextColumns.h"
 #include "find/TextMaps.h"
 #include "read/LineReader.h"
+#include "read/RoutedReading.h"
 
 #include <QImage>
 
@@ -32,6 +33,9 @@ QList<ReadingLanguage> verticalLanguagesOf(const QStringList &tags);
 QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &turned, const SureMap &ink,
                                const QList<ReadingLanguage> &languages, LineReader &reader, ReaderPool &pool,
                                const std::function<bool()> &isWanted);
+
+/// What simplified columns, if there are enough, say about the Chinese of the other lines.
+Comparison comparisonOf(const QList<ReadColumns> &groups);
 
 /// The columns as observations of the upright image, the group at the top right first.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size);

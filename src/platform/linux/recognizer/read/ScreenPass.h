@@ -39,6 +39,8 @@ public:
     ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> &lines, const LineRouter &thorough,
                const LineRouter &hasty, LineReader &reader, ReaderPool &pool, const TextRecognitionRequest &request);
 
+    /// Takes into account what is known of the image's Chinese before it is read.
+    void learn(const Comparison &comparison) { m_screen.learn(comparison); }
     /// Returns when all is read.
     void run();
     /// Whether there was no time for some of the lines.
