@@ -1,5 +1,6 @@
 #include "Pictures.h"
 #include "Columns.h"
+#include "find/TextColumns.h"
 #include "strip/LineNormalizer.h"
 #include "TestProgram.h"
 
@@ -277,6 +278,21 @@ private Q_SLOTS:
         for (const LinePiece &piece : lines.first().pieces)
             joints.append(piece.joint);
         QTEST(joints, "joints");
+    }
+
+    void columnsMayBeFoundAsCharacters()
+    {
+        const auto character = [](int x, int y) {
+            return FoundLine{.ink = {x, y, 20, 20}, .pieces = {{{x, y, 20, 20}, {}, {0, 1, 0, 0}}}};
+        };
+        // None is below another, as where only one character of each column was found.
+        QList<FoundLine> lines{character(100, 0), character(70, 60), character(40, 130)};
+        QVERIFY(mayBeColumns(lines));
+        lines.append({.ink = {0, 200, 200, 20}, .pieces = {{{0, 200, 200, 20}, {}, {0, 1, 0, 0}}}});
+        QVERIFY(!mayBeColumns(lines));
+        lines.append(character(40, 152));
+        lines.append(character(40, 174));
+        QVERIFY(mayBeColumns(lines));
     }
 
     void stripsAreDarkOnWhite_data()
