@@ -56,6 +56,14 @@ bool isNearlySame(const QString &a, const QString &b)
     return (left - a.begin()) + same >= std::max(a.size(), b.size()) - 1;
 }
 
+/// The tiles that a rectangle touches.
+QRect tilesOf(const QRect &rect)
+{
+    const auto begin = [](int value) { return value / tileSide * tileSide; };
+    return {QPoint(begin(rect.left()), begin(rect.top())),
+            QPoint(begin(rect.right()) + tileSide - 1, begin(rect.bottom()) + tileSide - 1)};
+}
+
 /// Joins rectangles that touch, until none do.
 QList<QRect> joined(QList<QRect> rects)
 {
@@ -250,6 +258,25 @@ private:
 };
 
 } // namespace
+
+QRegion cutLines(const QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size, const QRegion &written)
+{
+    QRegion cut;
+    if (written.isEmpty())
+        return cut;
+    QRegion read; // whole tiles
+    for (const TextLine &line : lines)
+        read |= tilesOf(pixelsOf(line.normBox, size));
+    const QRegion unread = written - read;
+    for (const TextLine &line : lines) {
+        const QRect box = pixelsOf(line.normBox, size);
+        const QRect tiles = tilesOf(box);
+        const QRect middle(tiles.left() - tileSide, box.center().y(), tiles.width() + 2 * tileSide, 1);
+        if (!former.contains(line) && unread.intersects(middle))
+            cut |= tiles.adjusted(-tileSide, 0, tileSide, 0);
+    }
+    return cut;
+}
 
 QRect pixelsOf(const NormBox &normBox, const QSize &size)
 {

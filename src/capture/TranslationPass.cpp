@@ -67,6 +67,7 @@ struct TranslationPass::Reading
     QStringList translations; ///< and its translations
     QStringList notes;
     QRegion preliminary;
+    QRegion cut;
     PassTimings timings;
     std::optional<std::chrono::milliseconds> again;
     bool hasRequested = false;
@@ -271,10 +272,12 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
 {
     const QSize size = reading.memory.screen.picture.size();
     const ScreenChange change = request.change.value_or(ScreenChange());
+    reading.cut = cutLines(reading.memory.screen.lines, request.former ? request.former->screen.lines : QList<TextLine>(),
+                           size, change.written);
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
         composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
-        [&](const NormBox &box) { return covers(change.unsettled, pixelsOf(box, size)); }, change.time);
+        [&](const NormBox &box) { return covers(change.unsettled | reading.cut, pixelsOf(box, size)); }, change.time);
     reading.again = compared.again;
 
     QHash<qsizetype, QString> known; // by block
@@ -367,6 +370,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     store(*outcome);
     LookReport report{.preliminary = outcome->preliminary,
                       .partial = seen.screen.partial,
+                      .cut = outcome->cut,
                       .moved = moved,
                       .hasRequested = outcome->hasRequested,
                       .hasFailed = outcome->hasFailed,

@@ -52,6 +52,7 @@ struct ScreenChange
     QImage picture;    ///< what a capture of the pane's area would return
     QRegion changed;   ///< all that differs from the picture of the last look; pixels
     QRegion unsettled; ///< what is still changing of it
+    QRegion written;   ///< where there is writing before a moving picture
     std::chrono::milliseconds time{0};
     /// No request leaves before. A look that would need one shows what is known.
     std::chrono::milliseconds nextRequest{0};
@@ -65,6 +66,7 @@ struct LookReport
     QList<QRect> news;      ///< those of lines that have come, gone or changed
     QRegion preliminary;    ///< where some may be read better in a while; pixels
     QRegion partial;        ///< lines to be read whole once they rest; pixels
+    QRegion cut;            ///< as `cutLines` returns it
     QRegion moved;          ///< as `follow` returns it, if lines have moved since the picture was taken
     bool hasRequested = false;
     bool hasFailed = false;

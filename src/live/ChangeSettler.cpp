@@ -149,6 +149,8 @@ ChangeSettler::Due ChangeSettler::take(Time now)
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const auto time = dueTime(m_tiles[i]);
         const QRect rect = rectOf(i);
+        if (m_tiles[i].isStanding && now - m_tiles[i].last < settleTime && hasWriting(m_tiles[i].standing))
+            due.written |= rect;
         if (!time || *time > now + together)
             continue;
         Tile &tile = m_tiles[i];

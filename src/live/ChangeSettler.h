@@ -40,6 +40,7 @@ public:
     {
         QRegion changed;
         QRegion unsettled; ///< the part of it that hasn't come to rest
+        QRegion written;   ///< where new writing stands before a moving picture, due or not
     };
 
     /// Forgets everything: all of the next picture is due once it rests.

@@ -176,6 +176,7 @@ void LiveTranslation::lookIfDue()
     m_pass.look({.picture = m_settler.picture(),
                  .changed = due.changed,
                  .unsettled = due.unsettled,
+                 .written = due.written,
                  .time = now,
                  .nextRequest = std::max(m_retry, isRemote ? m_limit.next(now) : Time(0))},
                 [this, due, picture = m_settler.picture(), now](const LookReport &report) {
@@ -209,7 +210,7 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     }
     m_settler.found(report.lines, report.news);
     m_settler.putBack(report.preliminary, now + loadingTime);
-    m_settler.putBack(report.moved, now);
+    m_settler.putBack(report.moved | report.cut, now);
     m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
     if (report.hasRequested)
         m_limit.count(begun);

@@ -335,6 +335,24 @@ private Q_SLOTS:
         }
     }
 
+    void aLineThatEndsBesideMoreWritingIsCut_data()
+    {
+        columns<QRegion, int, bool>("written", "from", "isCut");
+        QTest::newRow("a word was missed") << QRegion(32, 64, 160, 32) << 100 << true;
+        QTest::newRow("whole") << QRegion(96, 64, 96, 32) << 100 << false;
+        QTest::newRow("another line above") << QRegion(96, 32, 96, 64) << 100 << false;
+        QTest::newRow("read before") << QRegion(32, 64, 160, 32) << 40 << false;
+    }
+
+    void aLineThatEndsBesideMoreWritingIsCut()
+    {
+        QFETCH(const QRegion, written);
+        QFETCH(const int, from);
+        QFETCH(const bool, isCut);
+        const QList<TextLine> former{lineAt(u"line"_s, 40, 70, 150)};
+        QCOMPARE(!cutLines({lineAt(u"line"_s, from, 70, 190 - from)}, former, {400, 200}, written).isEmpty(), isCut);
+    }
+
     void aReadingIsStableWhileItsLettersAre_data()
     {
         columns<int, int, QString, QString>("tone", "letters", "read", "kept");
