@@ -21,7 +21,7 @@ constexpr double sameWidth = 1.6; // ratio
 constexpr double touching = 0.4;
 constexpr double oneMissing = 1.4;
 constexpr double enoughPairs = 2;
-constexpr double mostOfAll = 0.5; // by area
+constexpr double muchOfAll = 0.3; // by area
 constexpr qsizetype fewest = 3;
 
 constexpr double leastLength = 2.6; // of a column that others gather around
@@ -259,7 +259,7 @@ bool mayBeColumns(const QList<FoundLine> &upright)
             characters.append(&line);
     }
     // Short columns are sometimes found as parts of characters, few of which are below one another.
-    if (ideographs >= fewest && areaOfShort > mostOfAll * area)
+    if (ideographs >= fewest && areaOfShort > muchOfAll * area)
         return true;
     std::ranges::sort(characters, {}, [](const FoundLine *line) { return line->ink.top(); });
     double pairs = 0;
