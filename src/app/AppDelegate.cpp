@@ -147,15 +147,18 @@ void AppDelegate::explainPane()
     m_pane->explain({.missing =
                          [this] {
                              const LocalizationManager &texts = m_services.texts();
+                             const auto command = [](const QStringList &packages) -> QString { // no line ends within a name
+                                 return u'\n' + installCommand(packages).replace(u'-', QChar(0x2011));
+                             };
                              QStringList missing;
                              if (const QStringList packages = m_services.engines().missingReadingPackages();
                                  !packages.isEmpty())
                                  missing.append(texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s,
-                                                                installCommand(packages)));
+                                                                command(packages)));
                              if (!m_desktop->compositing().isComposited())
                                  missing.append(
-                                     texts.localized(u"沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。"_s) + u' ' +
-                                     installCommand({u"picom"_s}));
+                                     texts.localized(u"沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。"_s) +
+                                     command({u"picom"_s}));
                              return missing.join(u'\n');
                          },
                      .lacksModels = [this] { return m_services.lacksModels(); },
