@@ -30,7 +30,7 @@ constexpr double sameColumn = 0.4;
 constexpr double gapInColumn = 0.85; // behind a full stop
 constexpr double largestGap = 2.2;   // in a column of a group
 constexpr double oneSize = 1.35;     // ratio
-constexpr double leastWidth = 0.3;   // of a narrow character
+constexpr double narrowest = 0.3;   // of a narrow character
 constexpr double betweenColumns = 2.5;
 constexpr double lead = 1;        // of how much longer columns are than the lines across them
 constexpr double clearLead = 2.5; // likewise; certain without a reading
@@ -196,7 +196,7 @@ void addMissing(ColumnGroup &group, const QList<QRect> &pieces, const QList<Foun
                        ? -shared <= largestGap * em
                        : piece.width() <= leastLength * em && shared > 0.4 * em && apart <= betweenColumns * em;
         });
-        const bool isOneSize = piece.height() >= leastWidth * em && piece.height() <= em;
+        const bool isOneSize = piece.height() >= narrowest * em && piece.height() <= em;
         if (continues && isOneSize && !isWithin(piece, group) &&
             acrossOf({{{piece, em}}, false}, upright, width).length < leastLength)
             inks.append(piece);

@@ -32,7 +32,7 @@ QString horizontalMarks(QString text)
 {
     static const QRegularExpression space(u"(?<![a-zA-Z0-9]) +| +(?![a-zA-Z0-9])"_s);
     static const QRegularExpression narrow(u"(?<![a-zA-Z0-9])[,:;?!](?![a-zA-Z0-9])"_s);
-    static const QRegularExpression dots(u"[…‥][:：.．·・…‥，,]*|[:：.．·・]{2,}[，,]*|[:：][，,]+"_s);
+    static const QRegularExpression ellipsis(u"[…‥][:：.．·・…‥，,]*|[:：.．·・]{2,}[，,]*|[:：][，,]+"_s);
     static const QString vertical = u"︐︑︒︓︔︕︖︗︘︙︰︱︲︳︵︶︷︸︹︺︻︼︽︾︿﹀﹁﹂﹃﹄｜"_s;
     static const QString horizontal = u"，、。：；！？〖〗…‥—–＿（）｛｝〔〕【】《》〈〉「」『』ー"_s;
     text.remove(space);
@@ -41,7 +41,7 @@ QString horizontalMarks(QString text)
         if (place >= 0)
             character = horizontal[place];
     }
-    text.replace(dots, u"……"_s);
+    text.replace(ellipsis, u"……"_s);
     for (auto marks = narrow.globalMatch(QString(text)); marks.hasNext();) {
         QChar &mark = text[marks.next().capturedStart()];
         mark = QChar(char16_t(mark.unicode() + 0xFEE0)); // the block of wide forms

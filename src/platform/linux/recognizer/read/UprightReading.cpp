@@ -13,9 +13,9 @@
 namespace lucentra {
 namespace {
 
-constexpr double inkOfEm = 0.93;
-constexpr double leastConfidence = 60;
-constexpr double pitch = 1.08; // ems; of the characters in the row
+constexpr double inkOfCharacter = 0.93; // ems
+constexpr double leastUpright = 60;     // confidence
+constexpr double distanceInRow = 1.08;  // ems; of the characters in the row
 
 std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical)
 {
@@ -77,9 +77,9 @@ Strip rowOf(const LineNormalizer &column, Separation separation, const StripShap
     turned.inkShare *= shape.widthScale;
     turned.widthScale = 1 / shape.widthScale;
     const Strip strip = column.strip(separation, turned);
-    const std::vector<int> cuts = cutsOf(strip, shape.height * shape.inkShare / inkOfEm);
-    const int em = int(std::lround(shape.height * turned.inkShare / inkOfEm));
-    const int step = int(std::lround(pitch * em));
+    const std::vector<int> cuts = cutsOf(strip, shape.height * shape.inkShare / inkOfCharacter);
+    const int em = int(std::lround(shape.height * turned.inkShare / inkOfCharacter));
+    const int step = int(std::lround(distanceInRow * em));
     Strip row(pixCreate(2 * shape.padding + int(cuts.size()) * step, shape.height, 8));
     pixSetAll(row.get());
     int x = shape.padding;
@@ -154,7 +154,7 @@ Reading withUprightIdeographs(const Reading &vertical, const LineNormalizer &col
     QString text = upright.text;
     text.remove(u' ');
     const int known = scriptsOf(text).han;
-    if (upright.confidence < leastConfidence || 5 * std::abs(known - ideographs) > std::max(5, ideographs))
+    if (upright.confidence < leastUpright || 5 * std::abs(known - ideographs) > std::max(5, ideographs))
         return vertical;
     Reading reading = vertical;
     reading.text = withIdeographs(vertical.text, text);
