@@ -10,6 +10,8 @@
 #include "SettingsStore.h"
 #include "WindowButtonMask.h"
 
+#include <QElapsedTimer>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -57,6 +59,7 @@ struct TranslationPass::Request
     std::optional<ScreenChange> change;
     std::shared_ptr<const ScreenMemory> former;
     std::function<void(const LookReport &)> done;
+    QList<TextLine> formerLines() const { return former ? former->screen.lines : QList<TextLine>(); }
 };
 
 /// What was found, with its translations.
@@ -70,7 +73,8 @@ struct TranslationPass::Reading
     QRegion cut;
     PassTimings timings;
     std::optional<std::chrono::milliseconds> again;
-    bool hasRequested = false;
+    std::optional<std::chrono::milliseconds> requested;
+    QElapsedTimer clock;
     bool hasFailed = false;
 };
 
@@ -221,6 +225,7 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     const auto isWanted = [this, &request] { return isCurrent(request); };
     const tl::unexpected superseded{ErrorCard()}; // not shown: the outcome of a superseded pass is dropped
     Reading reading;
+    reading.clock.start();
     const auto finishStage = [&](const QString &stage) {
         reading.timings.finish(stage);
         return isWanted();
@@ -272,8 +277,7 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
 {
     const QSize size = reading.memory.screen.picture.size();
     const ScreenChange change = request.change.value_or(ScreenChange());
-    reading.cut = cutLines(reading.memory.screen.lines, request.former ? request.former->screen.lines : QList<TextLine>(),
-                           size, change.written);
+    reading.cut = cutLines(reading.memory.screen.lines, request.formerLines(), size, change.written);
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
         composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
@@ -298,7 +302,7 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     if (!unknown.isEmpty() && change.time < change.nextRequest) {
         waitUntil(change.nextRequest);
     } else if (!unknown.isEmpty()) {
-        reading.hasRequested = true;
+        reading.requested = std::chrono::milliseconds(reading.clock.elapsed());
         if (Result<BlockTranslations> result = m_steps.translate(unknown, isWanted)) {
             answer = std::move(*result);
             reading.notes.append(answer->note);
@@ -372,14 +376,13 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
                       .partial = seen.screen.partial,
                       .cut = outcome->cut,
                       .moved = moved,
-                      .hasRequested = outcome->hasRequested,
+                      .requested = outcome->requested,
                       .hasFailed = outcome->hasFailed,
                       .trouble = outcome->notes.join(u'\n'),
                       .again = outcome->again};
     reportTimings(*outcome);
     const QList<TextLine> &lines = m_memory->screen.lines;
-    const QList<TextLine> former = request.former ? request.former->screen.lines : QList<TextLine>();
-    report.news = differingLines(former, lines, request.change->picture.size());
+    report.news = differingLines(request.formerLines(), lines, request.change->picture.size());
     for (const TextLine &line : lines)
         report.lines.append(pixelsOf(line.normBox, request.change->picture.size()));
     request.done(report);

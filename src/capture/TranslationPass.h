@@ -68,7 +68,7 @@ struct LookReport
     QRegion partial;        ///< lines to be read whole once they rest; pixels
     QRegion cut;            ///< as `cutLines` returns it
     QRegion moved;          ///< as `follow` returns it, if lines have moved since the picture was taken
-    bool hasRequested = false;
+    std::optional<std::chrono::milliseconds> requested; ///< how long after the look began texts were sent
     bool hasFailed = false;
     QString trouble; ///< why something isn't translated, in the interface language; empty if all went well
     std::optional<std::chrono::milliseconds> again; ///< when to look again although nothing changes

@@ -212,16 +212,16 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     m_settler.putBack(report.preliminary, now + loadingTime);
     m_settler.putBack(report.moved | report.cut, now);
     m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
-    if (report.hasRequested)
-        m_limit.count(begun);
+    if (report.requested)
+        m_limit.count(begun + *report.requested);
     m_again = report.again;
     if (report.hasFailed) {
         retryLater();
-    } else if (report.hasRequested) {
+    } else if (report.requested) {
         m_failures = 0;
         m_retry = Time(0);
     }
-    if (report.hasFailed || report.hasRequested)
+    if (report.hasFailed || report.requested)
         setTrouble(report.trouble);
     schedule();
 }
