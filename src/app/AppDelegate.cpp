@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "CompositingMonitor.h"
+#include "ControlCapsuleView.h"
 #include "DesktopNotice.h"
 #include "DesktopShortcuts.h"
 #include "DockPresence.h"
@@ -79,9 +80,9 @@ void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
                  .isLive = [this] { return m_pane->canBeLive() && m_services.settings().read(settings::isLive); },
                  .canBeLive = [this] { return m_pane->canBeLive(); },
                  .paneFrame = [this] { return paneFrame(); }};
-    m_pane->view().onSettingsTapped = m_actions.openSettings;
-    m_pane->view().onHistoryTapped = m_actions.openHistory;
-    m_pane->view().onOpenInHistory = [this](const QString &source, const QString &translation) {
+    m_pane->view().capsule().onSettingsTapped = m_actions.openSettings;
+    m_pane->view().capsule().onHistoryTapped = m_actions.openHistory;
+    m_pane->view().overlayActions().onOpenInHistory = [this](const QString &source, const QString &translation) {
         m_windows.openHistory(source, translation);
     };
     m_hotkeys.onToggleWindow = [this] { toggleByKey(); };
@@ -104,14 +105,14 @@ void AppDelegate::finishLaunching()
     if (std::exchange(m_isLaunched, true))
         return;
     m_toolkitLanguage.use(m_services.texts().resolvedLanguageCode());
-    m_pane->view().showPristineHint();
+    m_pane->controls().showPristineHint();
     m_pane->view().repaint(); // what follows takes a while
     m_pane->prepareEngines();
     explainPane();
     m_services.settings().write(settings::isAlwaysOnTop, true);
     m_mainMenu.build();
-    m_mainMenu.attachContextMenu(m_pane->view(),
-                                 [&view = m_pane->view()](QPoint place) { return view.textActionsAt(place); });
+    m_mainMenu.attachContextMenu(
+        m_pane->view(), [&view = m_pane->view()](QPoint place) { return view.overlayActions().menuItemsAt(place); });
     m_statusItem.build();
     connect(&m_bus, &SessionBus::returned, this, [this] { m_statusItem.renew(); });
     m_services.settings().observe(settings::isLive, this, [this] { m_mainMenu.updateLive(); });
@@ -172,7 +173,7 @@ QString AppDelegate::toggleKeys()
         return m_hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
     // On Wayland the program's own hotkeys work only while one of its windows has the focus.
     const bool areOwnKeysUsable = !isWaylandSession() || (areDesktopShortcutsOffered() && areDesktopShortcutsSet());
-    if (!areOwnKeysUsable || m_hotkeys.isToggleHotkeyRefused())
+    if (!areOwnKeysUsable || m_hotkeys.isRefused(HotkeyAction::TogglePane))
         return {};
     return desktopNameOfHotkey(m_services.settings().read(settings::hotkeyString));
 }

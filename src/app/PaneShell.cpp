@@ -2,6 +2,7 @@
 
 #include "AccessibilityDisplayOptions.h"
 #include "CompositingMonitor.h"
+#include "ControlCapsuleView.h"
 #include "Desktop.h"
 #include "HistoryManager.h"
 #include "Memory.h"
@@ -53,6 +54,7 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
                 .scheduler = scheduler})
     , m_view(new GlassView({.settings = services.settings(), .texts = services.texts(), .scheduler = scheduler},
                            desktop.displayOptions().options()))
+    , m_controls(*m_view, services.settings(), services.texts())
     , m_autoHide(
           scheduler,
           {.isPaneActive = [this] { return isActive(); },
@@ -153,7 +155,7 @@ void PaneShell::wirePass()
     };
     m_pass = std::make_unique<TranslationPass>(m_window, *m_view, std::move(steps), m_services.settings(),
                                                m_services.texts(), m_services.mainQueue(), m_scheduler);
-    m_view->onTranslateTapped = [this] {
+    m_controls.onTranslateTapped = [this] {
         prepareEngines();
         m_services.recognizer().warmUp(); // while the picture is taken
         m_pass->startCapturePass();
@@ -194,13 +196,15 @@ void PaneShell::wireLive()
                                               std::chrono::steady_clock::now().time_since_epoch());
                                       }},
         *m_pass, m_window);
-    m_live->onTrouble = [this](const QString &trouble) { m_view->setLive(m_live->isOn(), trouble); };
-    m_live->onSwitched = [this](bool isOn) {
-        m_view->setLive(isOn, {});
-        m_view->showHint(m_services.texts().localized(isOn ? u"即時翻譯：開"_s : u"即時翻譯：關"_s), true);
+    ControlCapsuleView &capsule = m_view->capsule();
+    m_live->onTrouble = [&capsule](const QString &trouble) { capsule.set(&ControlCapsuleState::liveTrouble, trouble); };
+    m_live->onSwitched = [this, &capsule](bool isOn) {
+        capsule.set(&ControlCapsuleState::isLive, isOn);
+        capsule.set(&ControlCapsuleState::liveTrouble, {});
+        m_view->hints().showHint(m_services.texts().localized(isOn ? u"即時翻譯：開"_s : u"即時翻譯：關"_s), true);
         followBeneath();
     };
-    m_view->setLive(m_live->isOn(), {});
+    capsule.set(&ControlCapsuleState::isLive, m_live->isOn());
 }
 
 void PaneShell::giveBackMemoryLater()
@@ -222,9 +226,9 @@ void PaneShell::wireManualInput()
         const QString &note = m_manualInput.note();
         const bool isNew = std::exchange(shown, note) != note;
         if (isNew && !note.isEmpty() && m_manualInputView && !m_manualInputView->hasHeaders())
-            m_view->showNote(note);
+            m_view->hints().showNote(note);
     });
-    m_view->manualInput = {
+    m_controls.manualInput = {
         .makePanel = [this](QWidget *parent) -> QWidget * {
             m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(),
                                                     m_desktop.displayOptions().options().reduceMotion, parent);
@@ -235,7 +239,7 @@ void PaneShell::wireManualInput()
             [this] {
                 m_manualInput.copyResult();
                 if (m_manualInput.isCopied() && m_manualInputView && !m_manualInputView->hasHeaders())
-                    m_view->showHint(m_services.texts().localized(u"已複製"_s), true);
+                    m_view->hints().showHint(m_services.texts().localized(u"已複製"_s), true);
             },
         .reset =
             [this] { // the input mode begins or ends
@@ -342,7 +346,7 @@ void PaneShell::toggle()
 void PaneShell::translateCurrentArea()
 {
     if (m_window.isShown())
-        m_view->performTranslateAction();
+        m_controls.performTranslateAction();
     else
         m_window.makeKeyAndOrderFront();
 }

@@ -7,6 +7,7 @@
 #include "LiveTranslation.h"
 #include "ManualInputView.h"
 #include "ManualInputViewModel.h"
+#include "PaneControls.h"
 #include "TranslationPass.h"
 #include "TransparentWindow.h"
 #include "UPowerState.h"
@@ -32,6 +33,7 @@ public:
 
     TransparentWindow &window() { return m_window; }
     GlassView &view() { return *m_view; }
+    PaneControls &controls() { return m_controls; }
 
     Callback<bool> onShown;
 
@@ -74,6 +76,7 @@ private:
     ManualInputViewModel m_manualInput;
     TransparentWindow m_window;
     GlassView *m_view; ///< belongs to the window
+    PaneControls m_controls;
     std::unique_ptr<FirstTips> m_tips;
     QPointer<ManualInputView> m_manualInputView; ///< the pane's, while it takes typed text
     bool m_areEnginesPrepared = false;

@@ -3,6 +3,7 @@
 #include "GlassView.h"
 #include "LocalizationManager.h"
 #include "ManualScheduler.h"
+#include "PaneControls.h"
 #include "PaneWindowHints.h"
 #include "Settings.h"
 #include "SettingsStore.h"
@@ -40,8 +41,8 @@ struct PaneFixture
         : view(new GlassView({settings, texts, scheduler}, options))
     {
         window.setContentView(view);
-        view->showPristineHint();
-        view->onTranslateTapped = [this] { ++passes; };
+        controls.showPristineHint();
+        controls.onTranslateTapped = [this] { ++passes; };
     }
 
     /// Everything that can be seen of the pane.
@@ -54,6 +55,7 @@ struct PaneFixture
     RecordedHints hints;
     TransparentWindow window{{hints, settings, texts, scheduler}};
     GlassView *view;
+    PaneControls controls{*view, settings, texts};
     int passes = 0;
 };
 

@@ -87,21 +87,13 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     , m_tooltip(new CapsuleTooltip(parent))
 {
     setFixedSize(int(rowWidth(1)), capsuleHeight);
-    const auto call = [this](std::function<void()> ControlCapsuleView::*callback) {
-        return [this, callback] {
-            if (const auto &react = this->*callback)
-                react();
-        };
-    };
     m_progress->move(endPadding, (capsuleHeight - CapsuleButton::side) / 2);
-    m_action =
-        addButton([this, translate = call(&ControlCapsuleView::onTranslateTapped),
-                   copy = call(&ControlCapsuleView::onCopyTapped)] { m_state.isInputMode ? copy() : translate(); });
-    m_triggerMode = addButton(call(&ControlCapsuleView::onTriggerModeTapped));
-    m_keyboard = addButton(call(&ControlCapsuleView::onKeyboardTapped));
+    m_action = addButton([this] { m_state.isInputMode ? onCopyTapped() : onTranslateTapped(); });
+    m_triggerMode = addButton([this] { onTriggerModeTapped(); });
+    m_keyboard = addButton([this] { onKeyboardTapped(); });
     m_language = addButton([this] { showLanguageMenu(); });
-    m_history = addButton(call(&ControlCapsuleView::onHistoryTapped));
-    m_settings = addButton(call(&ControlCapsuleView::onSettingsTapped));
+    m_history = addButton([this] { onHistoryTapped(); });
+    m_settings = addButton([this] { onSettingsTapped(); });
     m_history->setSymbol(u"clock"_s);
     m_settings->setSymbol(u"gearshape"_s);
     makeMenu();
@@ -130,14 +122,6 @@ CapsuleButton *ControlCapsuleView::addButton(std::function<void()> callback)
     m_buttons.append(button);
     connect(button, &QAbstractButton::clicked, this, std::move(callback));
     return button;
-}
-
-void ControlCapsuleView::setState(const ControlCapsuleState &state)
-{
-    if (m_state == state)
-        return;
-    m_state = state;
-    render();
 }
 
 void ControlCapsuleView::setReduceMotion(bool reduceMotion)

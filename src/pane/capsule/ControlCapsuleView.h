@@ -10,6 +10,8 @@
 #include <QWidget>
 
 #include <functional>
+#include <type_traits>
+#include <utility>
 
 class QMenu;
 
@@ -21,7 +23,7 @@ class GlassBackdropView;
 class LocalizationManager;
 class ProgressIndicator;
 
-/// What the capsule shows; the pane owns it.
+/// What the capsule shows.
 struct ControlCapsuleState
 {
     bool isHovering = false;   ///< the pointer is over the pane
@@ -32,8 +34,6 @@ struct ControlCapsuleState
     QString liveTrouble;       ///< why they don't at the moment; empty if all is well
     QString targetLanguageCode;
     TranslationActionState translationActionState = TranslationActionState::translate;
-
-    bool operator==(const ControlCapsuleState &) const = default;
 };
 
 /// The row of buttons in the pane's upper right corner. It is visible while the pointer is over the pane, a pass runs
@@ -46,15 +46,21 @@ public:
     /// The capsule's ground is made of the glass. The tooltips of the buttons appear beneath the capsule on the parent.
     ControlCapsuleView(const LocalizationManager &localization, const GlassBackdropView &glass, QWidget *parent);
 
-    std::function<void()> onTranslateTapped;
-    std::function<void()> onTriggerModeTapped;
-    std::function<void()> onKeyboardTapped;
-    std::function<void()> onHistoryTapped;
-    std::function<void()> onCopyTapped;
-    std::function<void()> onSettingsTapped;
+    Callback<> onTranslateTapped;
+    Callback<> onTriggerModeTapped;
+    Callback<> onKeyboardTapped;
+    Callback<> onHistoryTapped;
+    Callback<> onCopyTapped;
+    Callback<> onSettingsTapped;
     Callback<const QString &> onTargetLanguageSelected;
 
-    void setState(const ControlCapsuleState &state);
+    /// Changes a field of the state.
+    template <typename Value>
+    void set(Value ControlCapsuleState::*field, const std::type_identity_t<Value> &value)
+    {
+        if (std::exchange(m_state.*field, value) != value)
+            render();
+    }
     const ControlCapsuleState &state() const { return m_state; }
     void setReduceMotion(bool reduceMotion);
     /// Whether the window system blends translucent windows. If so, the menu has rounded corners.

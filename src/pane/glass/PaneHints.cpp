@@ -34,10 +34,10 @@ PaneHints::PaneHints(QWidget &pane, Scheduler &scheduler, Surroundings surroundi
 void PaneHints::showStart(const QString &text)
 {
     m_isPristine = true;
-    show(text, false);
+    showHint(text, false);
 }
 
-void PaneHints::show(const QString &text, bool temporary)
+void PaneHints::showHint(const QString &text, bool temporary)
 {
     m_timer.reset();
     m_isNote = false;
@@ -61,7 +61,7 @@ void PaneHints::fadeAfter(std::chrono::milliseconds time)
 
 void PaneHints::showNote(const QString &text)
 {
-    show(text, true);
+    showHint(text, true);
     m_isNote = true;
     QCoreApplication::instance()->installEventFilter(this);
     fadeAfter(std::max<std::chrono::milliseconds>(temporaryTime, timePerCharacter * text.size()));
@@ -86,7 +86,7 @@ bool PaneHints::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void PaneHints::dismissStart()
+void PaneHints::dismissPristineHint()
 {
     if (std::exchange(m_isPristine, false))
         fade(startFade, QEasingCurve::InOutSine);

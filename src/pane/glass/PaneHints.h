@@ -34,12 +34,12 @@ public:
     void showStart(const QString &text);
     /// Shows a hint until the next one, or for a short time if it is temporary. With a temporary one the pane is no
     /// longer pristine.
-    void show(const QString &text, bool temporary);
+    void showHint(const QString &text, bool temporary);
     /// Shows a temporary hint for the time it takes to read, or until the user's next click or key.
     void showNote(const QString &text);
     void endNote();
     /// The pane is no longer pristine: the start hint fades.
-    void dismissStart();
+    void dismissPristineHint();
 
     /// The place of the hint's text on the pane, and its opacity: 0 if there is no hint.
     QRect textRect() const;

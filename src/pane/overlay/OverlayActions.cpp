@@ -7,8 +7,11 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDrag>
+#include <QHelpEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QToolTip>
 
 #include <utility>
 
@@ -70,6 +73,17 @@ void OverlayActions::copy(const QString &text)
 bool OverlayActions::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
+    case QEvent::ToolTip:
+        showWhole(*static_cast<QHelpEvent *>(event));
+        return true;
+    case QEvent::KeyPress: {
+        const auto *press = static_cast<QKeyEvent *>(event);
+        const bool isArrow = press->key() >= Qt::Key_Left && press->key() <= Qt::Key_Down;
+        if (!isArrow || press->modifiers() != Qt::NoModifier || m_overlays.shown().empty())
+            return false;
+        m_overlays.setFocus(Qt::TabFocusReason);
+        return true;
+    }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
         return press(*static_cast<QMouseEvent *>(event));
@@ -85,6 +99,15 @@ bool OverlayActions::eventFilter(QObject *watched, QEvent *event)
     default:
         return QObject::eventFilter(watched, event);
     }
+}
+
+void OverlayActions::showWhole(const QHelpEvent &event)
+{
+    const OverlayPicture::Overlay *overlay = m_overlays.picture().overlayAt(event.pos());
+    const QString text = overlay && !overlay->painter->layout().isWhole ? overlay->candidate.text : QString();
+    // Rich text breaks its lines.
+    QToolTip::showText(event.globalPos(), text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s,
+                       &m_pane);
 }
 
 bool OverlayActions::press(const QMouseEvent &event)

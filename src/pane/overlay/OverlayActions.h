@@ -11,6 +11,7 @@
 #include <memory>
 
 class QAction;
+class QHelpEvent;
 class QMouseEvent;
 
 namespace lucentra {
@@ -19,8 +20,8 @@ class LocalizationManager;
 class OverlayView;
 struct TranslationOverlayCandidate;
 
-/// What the user does with the translations on the pane: copies them, finds them in the history, and drags them out of
-/// the pane with Ctrl held.
+/// What the user does with the translations on the pane: copies them, finds them in the history, drags them out of the
+/// pane with Ctrl held, chooses one by the arrow keys, and reads those that are cut off as tool tips.
 class OverlayActions : public QObject
 {
 public:
@@ -41,6 +42,7 @@ protected:
 
 private:
     void copy(const QString &text);
+    void showWhole(const QHelpEvent &event);
     bool press(const QMouseEvent &event);
     void drag();
     QAction *add(const QString &textKey, std::function<void()> act);

@@ -84,7 +84,7 @@ bool FirstTips::isDue(FirstTip tip) const
         return false;
     switch (tip) {
     case FirstTip::Drag:
-        return m_pane.isPristine();
+        return m_pane.hints().isPristine();
     case FirstTip::Missing:
         return m_isResultNew && !m_circumstances.missing().isEmpty();
     case FirstTip::Models:
@@ -145,13 +145,7 @@ void FirstTips::show(FirstTip tip)
 
 void FirstTips::hide()
 {
-    if (!m_card)
-        return;
-    if (m_card->isAncestorOf(m_card->window()->focusWidget()))
-        m_pane.setFocus(); // otherwise the first of the window's buttons would get the focus
-    m_card->hide();
-    m_card->deleteLater(); // it may be handling a click
-    m_card.clear();
+    m_pane.removeView(std::exchange(m_card, nullptr));
 }
 
 /// Returns whether there is a place.

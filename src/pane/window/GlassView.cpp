@@ -8,15 +8,11 @@
 #include "NeonBorderView.h"
 #include "Settings.h"
 #include "SettingsStore.h"
-#include "TargetLanguageOption.h"
 #include "TipCard.h"
 #include "WidgetFade.h"
 
 #include <QAccessible>
-#include <QHelpEvent>
-#include <QKeyEvent>
 #include <QPushButton>
-#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
@@ -52,81 +48,16 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
               {.add = [this](QWidget *view) { addBelowCapsule(view); },
                .changed = [this] { updateCalmAreas(); },
                .isOverText = [this] { return isTextShown() || m_visualEffect->tone() == GlassTone::Light; }})
-    , m_targetLanguageCode(services.settings.read(settings::targetLanguageCode))
 {
     setFocusPolicy(Qt::ClickFocus);
-    observeNotifications();
-    accessibilityDisplayOptionsChanged(displayOptions);
-    updateTone();
-    setupControlCapsule();
-}
-
-void GlassView::observeNotifications()
-{
-    const SettingsStore &store = m_services.settings;
+    const SettingsStore &store = services.settings;
     store.observe(notifications::updateGlassOpacity, this,
                   [this](double opacity) { m_visualEffect->setOpacity(opacity, !m_displayOptions.reduceMotion); });
-    store.observe(settings::triggerMode, this, [this] { updateCapsuleState(); });
     store.observe(settings::glassTone, this, [this] { updateTone(); });
     store.observe(settings::overlayFontFamily, this, [this] { setOverlays(m_overlayView->candidates()); });
-    store.observe(notifications::targetLanguageChanged, this, [this](const QString &code) {
-        m_targetLanguageCode = code;
-        updateCapsuleState();
-    });
-    store.observe(notifications::translationClickGestureChanged, this, [this] {
-        showHint(m_services.texts.localized(isDoubleClickGesture() ? u"雙擊玻璃板即可翻譯"_s : u"單擊玻璃板即可翻譯"_s),
-                 true);
-    });
-    m_services.texts.observeLanguage(this, [this] {
-        if (isPristine())
-            showPristineHint();
-    });
-}
-
-void GlassView::setupControlCapsule()
-{
-    const auto call = [this](std::function<void()> GlassView::*callback) {
-        return [this, callback] {
-            if (const auto &react = this->*callback)
-                react();
-        };
-    };
-    m_capsule->onTranslateTapped = [this] { performTranslateAction(); };
-    m_capsule->onTriggerModeTapped = [this] { toggleTriggerMode(); };
-    m_capsule->onKeyboardTapped = [this] { toggleInputMode(); };
-    m_capsule->onHistoryTapped = call(&GlassView::onHistoryTapped);
-    m_capsule->onSettingsTapped = call(&GlassView::onSettingsTapped);
-    m_capsule->onCopyTapped = [this] {
-        if (manualInput.copy)
-            manualInput.copy();
-    };
-    m_overlayActions.onCopied = [this] { showHint(m_services.texts.localized(u"已複製"_s), true); };
-    m_overlayActions.onOpenInHistory = [this](const QString &source, const QString &translation) {
-        onOpenInHistory(source, translation);
-    };
-    m_capsule->onTargetLanguageSelected = [this](const QString &code) { selectTargetLanguage(code); };
-    updateCapsuleState();
-}
-
-void GlassView::updateCapsuleState()
-{
-    m_capsule->setState({.isHovering = m_isHovering,
-                         .isManual = m_services.settings.read(settings::triggerMode) == TriggerMode::Manual,
-                         .isInputMode = m_isInputMode,
-                         .isProcessing = m_isProcessing,
-                         .isLive = m_isLive,
-                         .liveTrouble = m_liveTrouble,
-                         .targetLanguageCode = m_targetLanguageCode,
-                         .translationActionState = m_translationActionState});
-    placeCapsule();
-}
-
-void GlassView::placeCapsule()
-{
-    const QSize capsule = m_capsule->size();
-    // In a narrow pane the margin shrinks before the capsule covers the window's buttons.
-    const int right = std::clamp(width() - capsule.width() - leftOfCapsule, leastCapsuleRight, capsuleRight);
-    m_capsule->move(width() - right - capsule.width(), capsuleTop);
+    m_overlayActions.onCopied = [this] { m_hints.showHint(m_services.texts.localized(u"已複製"_s), true); };
+    accessibilityDisplayOptionsChanged(displayOptions);
+    updateTone();
 }
 
 void GlassView::addBelowCapsule(QWidget *view)
@@ -180,99 +111,42 @@ TipCard *GlassView::addTip(const QString &text, const QString &actionTitle)
     return tip;
 }
 
-void GlassView::showPristineHint()
+void GlassView::removeView(QWidget *view)
 {
-    const LocalizationManager &texts = m_services.texts;
-    const QString gesture = texts.localized(isDoubleClickGesture() ? u"雙擊翻譯"_s : u"單擊翻譯"_s);
-    const bool isManual = m_services.settings.read(settings::triggerMode) == TriggerMode::Manual;
-    m_hints.showStart(texts.formatted(isManual ? u"%@・拖曳移動"_s : u"移動或縮放後自動翻譯・%@"_s, gesture));
-}
-
-bool GlassView::isDoubleClickGesture() const
-{
-    return m_services.settings.read(settings::translationClickGesture) == ClickGesture::DoubleClick;
-}
-
-void GlassView::performTranslateAction()
-{
-    dismissPristineHint();
-    if (const auto &act = m_isInputMode ? manualInput.submit : onTranslateTapped)
-        act();
-}
-
-void GlassView::bodyClicked(int count)
-{
-    if (!m_isInputMode && count == (isDoubleClickGesture() ? 2 : 1))
-        performTranslateAction();
-}
-
-void GlassView::toggleTriggerMode()
-{
-    SettingsStore &store = m_services.settings;
-    const bool becomesManual = store.read(settings::triggerMode) != TriggerMode::Manual;
-    store.write(settings::triggerMode, becomesManual ? TriggerMode::Manual : TriggerMode::AfterMoving);
-    showHint(m_services.texts.localized(becomesManual ? u"框選翻譯"_s : u"自動辨識"_s), true);
-}
-
-void GlassView::selectTargetLanguage(const QString &code)
-{
-    m_services.settings.write(settings::targetLanguageFollowsInterface, false);
-    m_services.settings.write(settings::targetLanguageCode, code);
-    const LocalizationManager &texts = m_services.texts;
-    showHint(texts.formatted(u"目標語言：%@"_s, texts.localized(targetLanguageOption(code).name.toString())), true);
-}
-
-void GlassView::toggleInputMode()
-{
-    m_isInputMode = !m_isInputMode;
-    updateTone();
-    updateCapsuleState();
-    if (manualInput.reset)
-        manualInput.reset();
-    if (m_isInputMode) {
-        dismissPristineHint();
-        clearOverlays();
-        setTranslationActionState(TranslationActionState::translate);
-        showManualInput();
-    } else {
-        hideManualInput();
-    }
-    showHint(m_services.texts.localized(m_isInputMode ? u"手動輸入"_s : u"框選翻譯"_s), true);
+    if (view->isAncestorOf(focusWidget()))
+        setFocus(); // otherwise the first of the window's buttons would get the focus
+    view->hide();
+    view->deleteLater();
 }
 
 /// Typed text is white.
 void GlassView::updateTone()
 {
-    m_visualEffect->setTone(m_isInputMode ? GlassTone::Dark : m_services.settings.read(settings::glassTone));
+    m_visualEffect->setTone(m_inputPanel ? GlassTone::Dark : m_services.settings.read(settings::glassTone));
     setOverlays(m_overlayView->candidates());
 }
 
-void GlassView::showManualInput()
+void GlassView::setInputPanel(QWidget *panel)
 {
-    if (!manualInput.makePanel)
-        return;
-    m_inputPanel = manualInput.makePanel(this);
-    m_inputPanel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
-    addBelowCapsule(m_inputPanel);
-    updateCalmAreas();
-    m_inputPanel->setFocus();
-    if (!m_displayOptions.reduceMotion)
-        fadeWidget(*m_inputPanel, 0, 1, inputPanelAppears, {});
-}
-
-void GlassView::hideManualInput()
-{
-    if (!m_inputPanel)
-        return;
-    QWidget *panel = m_inputPanel;
-    m_inputPanel.clear();
-    updateCalmAreas();
-    if (panel->isAncestorOf(focusWidget()))
-        setFocus(); // keys pressed while it fades out are not for it
-    if (m_displayOptions.reduceMotion)
-        delete panel;
-    else
-        fadeWidget(*panel, 1, 0, inputPanelGoes, [panel] { panel->deleteLater(); });
+    const QPointer<QWidget> former = std::exchange(m_inputPanel, panel);
+    const bool isAnimated = !m_displayOptions.reduceMotion;
+    updateTone();
+    if (panel) {
+        m_hints.dismissPristineHint();
+        clearOverlays();
+        panel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
+        addBelowCapsule(panel);
+        updateCalmAreas();
+        panel->setFocus();
+        if (isAnimated)
+            fadeWidget(*panel, 0, 1, inputPanelAppears, {});
+    } else if (former && isAnimated) {
+        if (former->isAncestorOf(focusWidget()))
+            setFocus(); // keys pressed while it fades out are not for it
+        fadeWidget(*former, 1, 0, inputPanelGoes, [former] { former->deleteLater(); });
+    } else if (former) {
+        removeView(former);
+    }
 }
 
 void GlassView::setBackdropContent(const QImage &content)
@@ -306,12 +180,6 @@ void GlassView::accessibilityDisplayOptionsChanged(const AccessibilityDisplayOpt
     m_capsule->setReduceMotion(options.reduceMotion);
 }
 
-void GlassView::setHovering(bool hovering)
-{
-    m_isHovering = hovering;
-    updateCapsuleState();
-}
-
 void GlassView::clearOverlays()
 {
     m_overlayView->clear();
@@ -321,74 +189,54 @@ void GlassView::clearOverlays()
 
 void GlassView::removeErrorCard()
 {
-    if (!m_errorCard)
-        return;
-    if (m_errorCard->isAncestorOf(focusWidget()))
-        setFocus(); // otherwise the first of the window's buttons would get the focus
-    m_errorCard->hide();
-    m_errorCard->deleteLater(); // it may be handling a click on its own button
-    m_errorCard.clear();
+    if (m_errorCard)
+        removeView(std::exchange(m_errorCard, nullptr));
 }
 
 void GlassView::passStarted()
 {
-    dismissPristineHint();
+    m_hints.dismissPristineHint();
     clearOverlays();
     setProcessing(true);
 }
 
 void GlassView::setProcessing(bool processing)
 {
-    m_isProcessing = processing;
     if (processing)
         m_hints.endNote();
     m_neonBorderView->isProcessing = processing;
     m_neonBorderView->updatePulse();
-    updateCapsuleState();
-}
-
-void GlassView::setTranslationActionState(TranslationActionState state)
-{
-    m_translationActionState = state;
-    updateCapsuleState();
-}
-
-void GlassView::setLive(bool isLive, const QString &trouble)
-{
-    m_isLive = isLive;
-    m_liveTrouble = trouble;
-    updateCapsuleState();
+    m_capsule->set(&ControlCapsuleState::isProcessing, processing);
 }
 
 void GlassView::setOverlays(const QList<TranslationOverlayCandidate> &candidates)
 {
-    m_overlayView->setOverlays(
-        candidates,
-        {.paneSize = size(), .targetLanguage = m_targetLanguageCode, .font = overlayFontSettings(m_services.settings)});
+    m_overlayView->setOverlays(candidates, {.paneSize = size(),
+                                            .targetLanguage = m_services.settings.read(settings::targetLanguageCode),
+                                            .font = overlayFontSettings(m_services.settings)});
     updateCalmAreas();
 }
 
 void GlassView::showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note)
 {
     setOverlays(candidates);
-    setTranslationActionState(TranslationActionState::retranslate);
+    m_capsule->set(&ControlCapsuleState::translationActionState, TranslationActionState::retranslate);
     if (!note.isEmpty())
-        showNote(note);
+        m_hints.showNote(note);
 }
 
 void GlassView::changeTranslations(const QList<TranslationOverlayCandidate> &candidates)
 {
     if (!candidates.isEmpty())
-        dismissPristineHint();
+        m_hints.dismissPristineHint();
     removeErrorCard();
-    setOverlays(candidates);
-    setTranslationActionState(TranslationActionState::retranslate);
+    showTranslations(candidates, {});
 }
 
 void GlassView::showErrorCard(const QString &title, const QString &message, const QString &actionTitle,
                               std::function<void()> action)
 {
-    setTranslationActionState(TranslationActionState::retry);
+    m_capsule->set(&ControlCapsuleState::translationActionState, TranslationActionState::retry);
     clearOverlays();
     m_errorCard = new GlassErrorCard(title, message, actionTitle, std::move(action), *m_visualEffect, this);
     m_errorCard->placeOn(size());
@@ -400,28 +248,6 @@ void GlassView::showErrorCard(const QString &title, const QString &message, cons
     QAccessible::updateAccessibility(&alert);
 }
 
-bool GlassView::event(QEvent *event)
-{
-    if (event->type() != QEvent::ToolTip)
-        return QWidget::event(event);
-    const auto *help = static_cast<QHelpEvent *>(event);
-    const OverlayPicture::Overlay *overlay = m_overlayView->picture().overlayAt(help->pos());
-    const QString text = overlay && !overlay->painter->layout().isWhole ? overlay->candidate.text : QString();
-    // Rich text breaks its lines.
-    QToolTip::showText(help->globalPos(), text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s,
-                       this);
-    return true;
-}
-
-void GlassView::keyPressEvent(QKeyEvent *event)
-{
-    const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
-    if (isArrow && event->modifiers() == Qt::NoModifier && !m_overlayView->shown().empty())
-        m_overlayView->setFocus(Qt::TabFocusReason);
-    else
-        QWidget::keyPressEvent(event);
-}
-
 void GlassView::resizeEvent(QResizeEvent *)
 {
     m_visualEffect->setGeometry(rect());
@@ -429,7 +255,9 @@ void GlassView::resizeEvent(QResizeEvent *)
     m_overlayView->setGeometry(rect());
     m_grip->move(rect().bottomRight() + QPoint(1, 1) - QPoint(GripView::side, GripView::side));
     m_hints.layOut();
-    placeCapsule();
+    // In a narrow pane the margin shrinks before the capsule covers the window's buttons.
+    const int right = std::clamp(width() - m_capsule->width() - leftOfCapsule, leastCapsuleRight, capsuleRight);
+    m_capsule->move(width() - right - m_capsule->width(), capsuleTop);
     if (m_errorCard)
         m_errorCard->placeOn(size());
     if (m_inputPanel)

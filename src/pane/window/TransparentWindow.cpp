@@ -1,5 +1,6 @@
 #include "TransparentWindow.h"
 
+#include "ControlCapsuleView.h"
 #include "GlassView.h"
 #include "LocalizationManager.h"
 #include "PaneShape.h"
@@ -49,8 +50,8 @@ TransparentWindow::TransparentWindow(const Services &services)
                    // Some window managers don't report a drag to the window until its end.
                    .held = [this] { frameChanged(); },
                    .released = [this] { endManagersDrag(); }},
-                  {.began = [this] { userHolds(true); },
-                   .unchanged = [this] { userHolds(false); },
+                  {.began = [this] { onUserHold(true); },
+                   .unchanged = [this] { onUserHold(false); },
                    .moved = [this](std::chrono::milliseconds ago) { onUserMoved(ago); }})
 {
     setAttribute(Qt::WA_TranslucentBackground);
@@ -67,11 +68,6 @@ TransparentWindow::TransparentWindow(const Services &services)
         // An open menu of this program grabs pointer and keyboard.
         m_userMoves.held(isHeld && !QApplication::activePopupWidget());
     });
-}
-
-void TransparentWindow::userHolds(bool isHeld)
-{
-    onUserHold(isHeld);
 }
 
 void TransparentWindow::setContentView(GlassView *view)
@@ -204,7 +200,7 @@ bool TransparentWindow::event(QEvent *event)
     case QEvent::Enter:
     case QEvent::Leave:
         if (m_view)
-            m_view->setHovering(event->type() == QEvent::Enter);
+            m_view->capsule().set(&ControlCapsuleState::isHovering, event->type() == QEvent::Enter);
         break;
     case QEvent::Hide:
         m_hasAppeared = false;
@@ -255,7 +251,7 @@ void TransparentWindow::mouseReleaseEvent(QMouseEvent *event)
     endDrag();
     const auto click = m_clicks.release(event->globalPosition(), pos());
     if (click && m_view)
-        m_view->bodyClicked(*click);
+        m_view->onBodyClicked(*click);
 }
 
 void TransparentWindow::dragBody(QPointF pointer)

@@ -86,7 +86,6 @@ private:
     void addButtons();
     void addResizeHandles();
     void retranslate();
-    void userHolds(bool isHeld);
     void zoom();
     void endManagersDrag();
     void beginMove(QPoint pressed, QPoint pointer);

@@ -54,12 +54,12 @@ private Q_SLOTS:
     void startHint()
     {
         PaneFixture pane;
-        pane.view->showPristineHint();
+        pane.controls.showPristineHint();
         QCOMPARE(hintText(pane), u"移動或縮放後自動翻譯・雙擊翻譯"_s);
         pane.settings.write(settings::triggerMode, TriggerMode::Manual);
         pane.texts.setLanguage(AppLanguage::English);
         QCOMPARE(hintText(pane), u"雙擊翻譯・拖曳移動"_s);
-        pane.view->dismissPristineHint();
+        pane.view->hints().dismissPristineHint();
         QTRY_VERIFY(!only<HintLabel>(pane.view));
         pane.texts.setLanguage(AppLanguage::Japanese);
         QVERIFY(!only<HintLabel>(pane.view));
@@ -69,12 +69,12 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         pane.window.show();
-        pane.view->toggleTriggerMode();
+        pane.controls.toggleTriggerMode();
         QCOMPARE(pane.settings.read(settings::triggerMode), TriggerMode::Manual);
         QCOMPARE(hintText(pane), u"框選翻譯"_s);
-        QVERIFY(!pane.view->isPristine());
+        QVERIFY(!pane.view->hints().isPristine());
         pane.scheduler.advance(1400ms);
-        pane.view->toggleTriggerMode();
+        pane.controls.toggleTriggerMode();
         QCOMPARE(pane.settings.read(settings::triggerMode), TriggerMode::AfterMoving);
         pane.scheduler.advance(1400ms); // the first one's time is over, not the second one's
         QTest::qWait(200);
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QFETCH(std::function<void(PaneFixture &)>, act);
         PaneFixture pane;
         pane.window.show();
-        pane.view->showNote(QString(100, u'n'));
+        pane.view->hints().showNote(QString(100, u'n'));
         pane.scheduler.advance(6900ms);
         QCOMPARE(only<HintLabel>(pane.view)->opacity(), 1);
         act(pane);
@@ -113,7 +113,7 @@ private Q_SLOTS:
             white.fill(Qt::white);
             return white;
         }());
-        pane.view->showHint(u"目標語言：日文"_s, true);
+        pane.view->hints().showHint(u"目標語言：日文"_s, true);
         const QPoint besideText = only<HintLabel>(pane.view)->textRect().topLeft() - QPoint(10, 4);
         QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
         pane.view->showTranslations({{u"譯文"_s, {100, 130, 280, 30}, {280}}}, {}); // beneath the hint, though later
@@ -143,7 +143,7 @@ private Q_SLOTS:
                 pane.settings.setValue(settings::translationClickGesture.key, gesture);
             click(pane.view, {200, 200}, count);
             QCOMPARE(pane.passes, passes);
-            QCOMPARE(pane.view->isPristine(), passes == 0);
+            QCOMPARE(pane.view->hints().isPristine(), passes == 0);
         }
     }
 
@@ -178,31 +178,15 @@ private Q_SLOTS:
         QCOMPARE(pane.window.windowControlExclusionRects(7), QList<QRectF>());
     }
 
-    void targetLanguageChosenOnThePane()
-    {
-        const QString code = u"fr"_s; // which has no name
-        PaneFixture pane;
-        QString posted;
-        pane.settings.observe(notifications::targetLanguageChanged, pane.view,
-                              [&](const QString &value) { posted = value; });
-        pane.view->selectTargetLanguage(code);
-        QCOMPARE(pane.settings.read(settings::targetLanguageCode), code);
-        QVERIFY(pane.settings.contains(settings::targetLanguageFollowsInterface));
-        QCOMPARE(pane.settings.read(settings::targetLanguageFollowsInterface), false);
-        QCOMPARE(posted, code);
-        QCOMPARE(only<ControlCapsuleView>(pane.view)->state().targetLanguageCode, code);
-        QCOMPARE(hintText(pane), u"目標語言：繁體中文"_s);
-    }
-
     void inputMode()
     {
         PaneFixture pane;
         QStringList calls;
         QPointer<QWidget> panel;
-        pane.view->manualInput = {.makePanel = [&](QWidget *parent) { return panel = new QWidget(parent); },
-                                  .submit = [&] { calls << u"submit"_s; },
-                                  .copy = [&] { calls << u"copy"_s; },
-                                  .reset = [&] { calls << u"reset"_s; }};
+        pane.controls.manualInput = {.makePanel = [&](QWidget *parent) { return panel = new QWidget(parent); },
+                                     .submit = [&] { calls << u"submit"_s; },
+                                     .copy = [&] { calls << u"copy"_s; },
+                                     .reset = [&] { calls << u"reset"_s; }};
         pane.window.show();
         pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});
         QVERIFY(!only<GlassErrorCard>(pane.view)->actionButton());
@@ -212,7 +196,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!only<GlassErrorCard>(pane.view));
         QCOMPARE(panel->geometry(), QRect(0, 40, 480, 240));
         click(pane.view, {200, 20}, 2);
-        pane.view->performTranslateAction();
+        pane.controls.performTranslateAction();
         QVERIFY(!buttonNamed(pane.view, u"重試翻譯"_s));
         QTest::mouseClick(buttonNamed(pane.view, u"複製翻譯結果"_s), Qt::LeftButton);
         QTest::mouseClick(buttonNamed(pane.view, u"切換回框選翻譯"_s), Qt::LeftButton);
@@ -246,7 +230,9 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         QStringList opened;
-        pane.view->onOpenInHistory = [&](const QString &source, const QString &text) { opened << source << text; };
+        pane.view->overlayActions().onOpenInHistory = [&](const QString &source, const QString &text) {
+            opened << source << text;
+        };
         pane.window.makeKeyAndOrderFront();
         QVERIFY(QTest::qWaitForWindowActive(&pane.window));
         const auto press = [&](auto key) { QTest::keySequence(pane.window.windowHandle(), QKeySequence(key)); };
@@ -269,9 +255,9 @@ private Q_SLOTS:
         QCOMPARE(copied(), u"two"_s);
         QCOMPARE(hintText(pane), u"已複製"_s);
 
-        QVERIFY(pane.view->textActionsAt({400, 250}).isEmpty());
-        QCOMPARE(pane.view->textActionsAt({60, 72}).first()->text(), u"複製這一行的翻譯"_s);
-        const QList<QAction *> items = pane.view->textActionsAt(onSecond);
+        QVERIFY(pane.view->overlayActions().menuItemsAt({400, 250}).isEmpty());
+        QCOMPARE(pane.view->overlayActions().menuItemsAt({60, 72}).first()->text(), u"複製這一行的翻譯"_s);
+        const QList<QAction *> items = pane.view->overlayActions().menuItemsAt(onSecond);
         QCOMPARE(items.first()->text(), u"複製這一段的翻譯"_s);
         pane.view->changeTranslations({{u"三"_s, {50, 100, 200, 60}, {280}, u"three"_s}}); // while the menu is open
         QStringList byMenu;

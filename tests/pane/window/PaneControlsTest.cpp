@@ -41,7 +41,7 @@ private Q_SLOTS:
         QCOMPARE(capsule->geometry().right() + 1, 480 - 16);
         pane.view->setProcessing(false);
         QCOMPARE(capsule->opacity(), 0.0);
-        pane.view->setHovering(true);
+        pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
         QCOMPARE(capsule->opacity(), 1.0);
         QVERIFY(isClickable());
         pane.window.resize(TransparentWindow::smallestSize);
@@ -55,7 +55,7 @@ private Q_SLOTS:
     {
         PaneFixture pane;
         pane.window.show();
-        pane.view->setHovering(true);
+        pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
         const auto *tooltip = only<CapsuleTooltip>(pane.view);
         QAbstractButton *mode = buttonNamed(pane.view, u"切換為框選翻譯"_s);
         QAbstractButton *settings = buttonNamed(pane.view, u"設定"_s);
@@ -66,7 +66,7 @@ private Q_SLOTS:
         };
         move(mode, true);
         QCOMPARE(tooltip->text(), u"切換為框選翻譯 (當前:自動辨識)"_s);
-        pane.view->toggleTriggerMode();
+        pane.controls.toggleTriggerMode();
         QCOMPARE(tooltip->text(), u"切換為自動辨識 (當前:框選翻譯)"_s);
         QVERIFY(pane.view->rect().contains(tooltip->geometry()));
         move(settings, true);

@@ -35,7 +35,7 @@ void layOver(PaneFixture &pane, const QColor &paper, const QColor &ink)
     painter.end();
     pane.view->setComposited(false);
     pane.view->setBackdropContent(page);
-    pane.view->dismissPristineHint();
+    pane.view->hints().dismissPristineHint();
     QTRY_VERIFY(!only<HintLabel>(pane.view));
 }
 
@@ -93,9 +93,10 @@ private Q_SLOTS:
     void nothingSharpShowsThroughCapsuleAndCard()
     {
         PaneFixture pane;
+        pane.window.show();
         pane.settings.write(settings::glassOpacity, 0.1);
         layOver(pane, Qt::white, Qt::black);
-        pane.view->setHovering(true);
+        pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
         pane.view->showErrorCard(u"標題"_s, u"訊息"_s, {}, {});
         const QRect capsule = only<ControlCapsuleView>(pane.view)->geometry();
         const QRect card = only<GlassErrorCard>(pane.view)->cardRect();
@@ -112,7 +113,7 @@ private Q_SLOTS:
         fixture.window.show();
         for (const QSize pane : {TransparentWindow::initialSize, TransparentWindow::smallestSize}) {
             fixture.window.resize(pane);
-            fixture.view->showHint(u"Translates after moving or resizing · Double-click to translate"_s, false);
+            fixture.view->hints().showHint(u"Translates after moving or resizing · Double-click to translate"_s, false);
             const QRect text = only<HintLabel>(fixture.view)->textRect();
             QVERIFY(fixture.view->rect().adjusted(8, 8, -8, -8).contains(text));
             QVERIFY(!text.intersects(QRect(0, 0, 75, 27))); // the window's buttons
@@ -125,7 +126,7 @@ private Q_SLOTS:
         PaneFixture pane;
         pane.window.show();
         pane.window.resize(TransparentWindow::smallestSize);
-        pane.view->setHovering(true);
+        pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
         pane.view->setProcessing(true); // the row is as wide as it gets
         auto *capsule = only<ControlCapsuleView>(pane.view);
         QVERIFY(capsule);
