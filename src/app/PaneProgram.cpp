@@ -3,9 +3,6 @@
 #include "AppDelegate.h"
 #include "CommandLine.h"
 #include "DisplayLoss.h"
-#ifdef LUCENTRA_HANG_WATCH
-#include "HangWatch.h"
-#endif
 #include "LegacyMigration.h"
 #include "MakeDesktop.h"
 #include "RemoteControl.h"
@@ -154,9 +151,6 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     if (displayClaim)
         displayClaim->onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
     delegate.applicationDidFinishLaunching(paneAtStart);
-#ifdef LUCENTRA_HANG_WATCH
-    const HangWatch hangWatch;
-#endif
     const int code = QApplication::exec();
     TerminationSignals::endAtOnce();
     endDeadline.start(code);

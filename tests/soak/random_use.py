@@ -3,7 +3,7 @@
 
 Clicks, drags, keys, resizes, and changes of language and settings, at random, for a while. The program must end neither
 by itself nor with a report of its sanitizers, and its main thread must never be away from its event loop for longer than
-200 ms, the time not counted for which it had no processor. Builds with LUCENTRA_HANG_WATCH write that down."""
+200 ms, not counting the time for which it had no processor. Needs the system's Python, which has the library for D-Bus."""
 import argparse
 import collections
 import pathlib
@@ -11,7 +11,10 @@ import random
 import re
 import subprocess
 import sys
+import threading
 import time
+
+from gi.repository import Gio, GLib
 
 sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "end-to-end"))
 
@@ -166,19 +169,39 @@ class User:
         time.sleep(self.chance.choice([0, 0.02, 0.1, 0.3]))
 
 
-def hangs(file: pathlib.Path) -> tuple[int, int, list[str]]:
-    """How many were written down, the longest in ms without the time in which there was no processor, and those beyond
-    the limit with their stacks."""
-    stacks, stack, longest, count = [], [], 0, 0
-    for line in file.read_text(encoding="utf-8").splitlines() if file.exists() else []:
-        stack.append(line)
-        if found := re.match(r"hang: (\d+) ms, (\d+) ms", line):
-            duration = int(found[1]) - int(found[2])
-            longest, count = max(longest, duration), count + 1
-            if duration > HANG_LIMIT:
-                stacks.append("\n".join(stack))
-            stack = []
-    return count, longest, stacks
+class HangWatch:
+    """Asks the program for its bus interface again and again, which its main thread answers."""
+
+    def __init__(self, user: User):
+        self.user = user
+        self.longest = 0  # ms, without the time in which the main thread had no processor
+        self.hangs: list[str] = []  # beyond the limit, with what was done before
+        address = user.screen.environment["DBUS_SESSION_BUS_ADDRESS"]
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self.bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+        threading.Thread(target=self.watch, daemon=True).start()
+
+    def without_processor(self, task: int) -> int:
+        """Nanoseconds so far; 0 if the program has ended."""
+        try:
+            return int(pathlib.Path(f"/proc/{task}/schedstat").read_text().split()[1])
+        except OSError:
+            return 0
+
+    def watch(self) -> None:
+        while True:
+            time.sleep(0.02)
+            task, asked = self.user.process.pid, time.monotonic_ns()
+            waited = self.without_processor(task)
+            try:
+                self.bus.call_sync("com.tarnby.lucentra", "/com/tarnby/lucentra", "org.freedesktop.DBus.Introspectable",
+                                   "Introspect", None, None, Gio.DBusCallFlags.NO_AUTO_START, 60_000, None)
+            except GLib.Error:
+                continue  # it starts or ends
+            ms = (time.monotonic_ns() - asked - max(0, self.without_processor(task) - waited)) // 1_000_000
+            self.longest = max(self.longest, ms)
+            if ms > HANG_LIMIT:
+                self.hangs.append(f"the main thread hung for {ms} ms after:\n" + "\n".join(list(self.user.done)[-5:]))
 
 
 def reports(folder: pathlib.Path) -> list[str]:
@@ -188,9 +211,8 @@ def reports(folder: pathlib.Path) -> list[str]:
 def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
     chance = random.Random(seed)
     with ChatServer(answer=lambda server, body: chance.choice(ANSWERS)(server, body)) as server, Screen() as screen:
-        hang_file = screen.home / "hangs"
         options = f"log_path={screen.home}/report:print_stacktrace=1:handle_abort=1"
-        screen.environment |= {"LUCENTRA_HANG_FILE": str(hang_file), "ASAN_OPTIONS": options, "UBSAN_OPTIONS": options,
+        screen.environment |= {"ASAN_OPTIONS": options, "UBSAN_OPTIONS": options,
                                "LSAN_OPTIONS": f"suppressions={pathlib.Path(__file__).parents[1]}/lsan.supp"}
         engine = {"translationEngine": 7, "compatibleBaseURL": server.base_url, "compatibleModel": "m",
                   "compatibleApiKey": "key", "privacy.remoteTranslation.v1.engine.7": True}
@@ -201,6 +223,7 @@ def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
         user = User(screen, chance, engine)
         found = []
         user.start()
+        watch = HangWatch(user)
         end = time.monotonic() + 60 * minutes
         while time.monotonic() < end and not found:
             user.act()
@@ -214,11 +237,10 @@ def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
             user.process.terminate()
             if (code := user.process.wait(60)) != 0:
                 found.append(f"told to end, the program ended with {code}")
-        count, longest, long_ones = hangs(hang_file)
         print(f"{sum(user.counts.values())} actions in {minutes:g} minutes, {len(server.requests)} passes reached the server, "
-              f"{user.starts} starts; {count} times the main thread was late, by {longest} ms at most")
+              f"{user.starts} starts; the main thread was away for {watch.longest} ms at most")
         print(*(f"{name}: {number}" for name, number in user.counts.most_common()), sep=", ")
-        return found + reports(screen.home) + (long_ones if hangs_count else [])
+        return found + reports(screen.home) + (watch.hangs if hangs_count else [])
 
 
 def main() -> int:
