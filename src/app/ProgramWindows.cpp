@@ -49,30 +49,13 @@ SettingsServices ProgramWindows::settingsServices()
         .mainQueue = services.mainQueue(),
         .keychain = services.keychain(),
         .loginItem = m_autostart,
+        .hotkeys = hotkeys,
         .diagnostics = m_program.diagnostics,
         .models = services.models(),
         .modelInstallation = services.modelInstallation(),
         .testConnection = [&services](const auto &completion) { services.testEngine(completion); },
         .onDeviceStatus = [&services] { return services.onDeviceStatus(); },
         .applyDockPresence = m_program.applyDockPresence,
-        .hotkeyRecordingChanged =
-            [&hotkeys](bool isRecording) {
-                if (isRecording)
-                    hotkeys.unregisterHotkeys();
-                else if (!hotkeys.isRegistered())
-                    hotkeys.registerHotkeys();
-            },
-        .areHotkeysChosenHere = [&hotkeys] { return hotkeys.areKeysChosenHere(); },
-        .keysOfDesktop = [&hotkeys](HotkeyAction action) { return hotkeys.keysOfDesktop(action); },
-        .keyDialog = [&hotkeys]() -> std::function<void()> {
-            const bool areDesktops = areDesktopShortcutsOffered() && areDesktopShortcutsSet();
-            return areDesktops ? shortcutSettings() : hotkeys.keyDialog();
-        },
-        .isHotkeyRefused =
-            [&hotkeys](HotkeyAction action) {
-                return action == HotkeyAction::SwitchLive ? hotkeys.isLiveHotkeyRefused()
-                                                          : hotkeys.isToggleHotkeyRefused();
-            },
         .areDesktopShortcutsSet = offersDesktopShortcuts ? areDesktopShortcutsSet : std::function<bool()>(),
         .setDesktopShortcuts = offersDesktopShortcuts ? [&settings = services.settings()](
                                                             bool isOn) { applyDesktopShortcuts(settings, isOn); }

@@ -97,8 +97,18 @@ std::unique_ptr<HotkeyReference> HotkeyManager::registerLiveHotkey()
     return reference ? std::move(*reference) : nullptr;
 }
 
-bool HotkeyManager::isLiveHotkeyRefused() const
+void HotkeyManager::setRecording(bool isRecording)
 {
+    if (isRecording)
+        unregisterHotkeys();
+    else if (!m_isRegistered)
+        registerHotkeys();
+}
+
+bool HotkeyManager::isRefused(HotkeyAction action) const
+{
+    if (action != HotkeyAction::SwitchLive)
+        return m_isRegistered && !m_toggleRegistration;
     return m_isRegistered && !m_liveRegistration && m_hotkeys.areKeysChosenHere() &&
            !m_settings.read(settings::liveHotkeyString).isEmpty();
 }

@@ -45,11 +45,10 @@ public:
     bool areKeysChosenHere() const { return m_hotkeys.areKeysChosenHere(); }
     QString keysOfDesktop(HotkeyAction action) const { return m_hotkeys.keysOfDesktop(action); }
     std::function<void()> keyDialog() { return m_hotkeys.keyDialog(); }
-    /// Whether `registerHotkeys` was called since the last `unregisterHotkeys`.
-    bool isRegistered() const { return m_isRegistered; }
-    /// Whether the stored hotkey was refused at its last registration.
-    bool isToggleHotkeyRefused() const { return m_isRegistered && !m_toggleRegistration; }
-    bool isLiveHotkeyRefused() const;
+    /// Unregisters the hotkeys while the user records one, and registers them after that unless it was done already.
+    void setRecording(bool isRecording);
+    /// Whether the stored hotkey of an action was refused at its last registration.
+    bool isRefused(HotkeyAction action) const;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

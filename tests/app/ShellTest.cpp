@@ -32,6 +32,7 @@ private Q_SLOTS:
                                                    {0x60000U, u"k"_s, u"Ctrl+Shift+K"_s},
                                                    {0x100000U, u"k"_s, u"Meta+K"_s},
                                                    {0x40000U, u"F5"_s, u"Ctrl+F5"_s},
+                                                   {0x80000U, u"↩"_s, u"Alt+Return"_s},
                                                    {0U, u"a"_s, u"A"_s}}) {
             menu.setToggleKeys(flags, key);
             QCOMPARE(shown(menu.statusMenu()).first(), u"顯示/隱藏 翻譯板 | "_s + shortcut);

@@ -138,7 +138,7 @@ private Q_SLOTS:
         m->manager.onToggleWindow = [&] { called.append(u"toggle"_s); };
         m->manager.onTranslateCurrentArea = [&] { called.append(u"translate"_s); };
         m->manager.registerHotkeys();
-        QVERIFY(!m->manager.isLiveHotkeyRefused()); // there is none
+        QVERIFY(!m->manager.isRefused(HotkeyAction::SwitchLive)); // there is none
         m->settings.write(settings::liveHotkeyCode, 37);
         m->settings.write(settings::liveHotkeyString, u"L"_s);
         m->manager.registerHotkeys();

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPushButton>
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -279,6 +280,16 @@ QLineEdit *FormSection::addField(const QString &labelKey, Binding<QString> bindi
     connect(field, &QLineEdit::textEdited, this, std::move(binding.write));
     addRow(labelKey, field);
     return field;
+}
+
+QPushButton *FormSection::addButton(const QString &textKey, std::function<void()> clicked)
+{
+    auto *button = new QPushButton;
+    button->setAutoDefault(false);
+    m_form.keepText([this, button, textKey] { setMnemonicText(*button, m_form.text(textKey)); });
+    connect(button, &QPushButton::clicked, this, std::move(clicked));
+    addWidget(button)->layout()->setAlignment(button, Qt::AlignLeft);
+    return button;
 }
 
 QLabel *FormSection::addParagraph(std::function<QString()> text)

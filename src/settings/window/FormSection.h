@@ -14,6 +14,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QSlider;
 class QVBoxLayout;
 
@@ -64,6 +65,8 @@ public:
     /// A slider with whole steps. `label` returns the label for the current value.
     QSlider *addSlider(std::function<QString()> label, int first, int last, Binding<int> binding);
     QLineEdit *addField(const QString &labelKey, Binding<QString> binding);
+    /// A button at the left, alone in its row.
+    QPushButton *addButton(const QString &textKey, std::function<void()> clicked);
 
     /// A label beside a control.
     QLabel *addRow(const QString &labelKey, QWidget *control);

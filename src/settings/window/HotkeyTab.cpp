@@ -1,7 +1,8 @@
 #include "HotkeyTab.h"
 
 #include "FormSection.h"
-#include "HotkeyRow.h"
+#include "HotkeyButton.h"
+#include "HotkeyManager.h"
 #include "Mnemonics.h"
 #include "Settings.h"
 #include "SettingsForm.h"
@@ -19,6 +20,13 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
+struct StoredHotkey
+{
+    Setting<qint64> code;
+    Setting<qint64> modifiers;
+    Setting<QString> text;
+};
+
 HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
     : FormPage(parent)
     , m_form(form)
@@ -34,18 +42,30 @@ HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
     form.keepValue([this] { showStored(); });
 }
 
-void HotkeyTab::addRecorder(FormSection &section)
+/// A button that stores what it records.
+HotkeyButton *HotkeyTab::makeRecorder(const StoredHotkey &hotkey)
 {
     const SettingsServices &services = m_form.services();
-    m_recorder =
-        new HotkeyRow(services.settings, {settings::hotkeyCode, settings::hotkeyModifiers, settings::hotkeyString},
-                      services.texts, services.scheduler);
+    auto *recorder = new HotkeyButton(services.texts, services.scheduler);
     constexpr int recorderWidth = 120;
-    m_recorder->setMinimumWidth(recorderWidth);
-    m_recorder->onRecordingChanged = [this, change = services.hotkeyRecordingChanged](bool isRecording) {
-        change(isRecording);
-        showStored(); // the same combination may have been refused before
+    recorder->setMinimumWidth(recorderWidth);
+    recorder->onHotkeyChanged = [hotkey, &settings = services.settings](quint32 flags, quint32 keyCode,
+                                                                        const QString &combination) {
+        constexpr quint32 storedBits = 0xFFFF;
+        settings.write(hotkey.modifiers, flags);
+        settings.write(hotkey.code, keyCode & storedBits);
+        settings.write(hotkey.text, combination); // last, since it announces all three
     };
+    recorder->onRecordingChanged = [this](bool isRecording) {
+        m_form.services().hotkeys.setRecording(isRecording);
+        m_form.refreshValues(); // the same combination may have been refused before
+    };
+    return recorder;
+}
+
+void HotkeyTab::addRecorder(FormSection &section)
+{
+    m_recorder = makeRecorder({settings::hotkeyCode, settings::hotkeyModifiers, settings::hotkeyString});
     section.addRow(u"顯示 / 隱藏翻譯視窗："_s, m_recorder);
     addRefusal(section, HotkeyAction::TogglePane);
 }
@@ -58,7 +78,7 @@ void HotkeyTab::addRefusal(FormSection &section, HotkeyAction action)
         const SettingsServices &services = m_form.services();
         setTone(*refusal, Tone::Bad);
         refusal->setText(m_form.text(u"系統不接受這個組合鍵，可能已有其他程式使用。請改用別的組合鍵。"_s));
-        refusal->parentWidget()->setVisible(services.areHotkeysChosenHere() && services.isHotkeyRefused(action));
+        refusal->parentWidget()->setVisible(services.hotkeys.areKeysChosenHere() && services.hotkeys.isRefused(action));
     });
 }
 
@@ -68,7 +88,7 @@ void HotkeyTab::addFixedHotkey(FormSection &section)
     fixed->setTextFormat(Qt::PlainText);
     QLabel *label = section.addRow(u"翻譯目前區域："_s, fixed);
     m_form.keepValue([this, fixed] {
-        const QString keys = m_form.services().keysOfDesktop(HotkeyAction::TranslateArea);
+        const QString keys = m_form.services().hotkeys.keysOfDesktop(HotkeyAction::TranslateArea);
         fixed->setText(keys.isEmpty() ? desktopNameOfHotkey(u"⌥Return"_s) : keys);
     });
     m_form.keepText([this, fixed, label] {
@@ -79,11 +99,8 @@ void HotkeyTab::addFixedHotkey(FormSection &section)
 
 void HotkeyTab::addLiveHotkey(FormSection &section)
 {
-    const SettingsServices &services = m_form.services();
-    auto *recorder = new HotkeyRow(
-        services.settings, {settings::liveHotkeyCode, settings::liveHotkeyModifiers, settings::liveHotkeyString},
-        services.texts, services.scheduler);
-    recorder->setMinimumWidth(m_recorder->minimumWidth());
+    HotkeyButton *recorder =
+        makeRecorder({settings::liveHotkeyCode, settings::liveHotkeyModifiers, settings::liveHotkeyString});
     auto *row = new QWidget;
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -95,23 +112,16 @@ void HotkeyTab::addLiveHotkey(FormSection &section)
     addRefusal(section, HotkeyAction::SwitchLive);
     const auto show = [this, recorder, remove, label] {
         const QString stored = m_form.services().settings.read(settings::liveHotkeyString);
-        recorder->setEnabled(m_form.services().areHotkeysChosenHere());
+        recorder->setEnabled(m_form.services().hotkeys.areKeysChosenHere());
         recorder->setDefaultTitle(stored.isEmpty() ? m_form.text(u"未設定"_s) : stored);
         remove->setText(m_form.text(u"清除"_s));
         remove->setVisible(!stored.isEmpty());
         recorder->setAccessibleName(label->text() + u' ' + recorder->defaultTitle());
         remove->setAccessibleName(remove->text() + u' ' + label->text());
     };
-    recorder->onRecordingChanged = [this, show, change = services.hotkeyRecordingChanged](bool isRecording) {
-        change(isRecording);
-        if (!isRecording)
-            show();
-        showStored();
-    };
-    connect(remove, &QPushButton::clicked, this, [this, &settings = services.settings, show] {
-        settings.write(settings::liveHotkeyString, QString());
-        show();
-        showStored();
+    connect(remove, &QPushButton::clicked, this, [this] {
+        m_form.services().settings.write(settings::liveHotkeyString, QString());
+        m_form.refreshValues();
     });
     m_form.keepText(show);
     m_form.keepValue(show);
@@ -126,7 +136,11 @@ void HotkeyTab::addDesktopShortcuts(FormSection &section)
                                set(isOn);
                                showStored();
                            }});
-    addKeyDialog(section);
+    QPushButton *button = section.addButton(u"在桌面的設定中變更…"_s, [this] {
+        if (const auto open = m_form.services().hotkeys.keyDialog())
+            open();
+    });
+    m_keyDialog = button->parentWidget();
     if (services.shortcutConfiguration.isEmpty())
         return;
     auto *line = new QLabel(services.shortcutConfiguration);
@@ -135,38 +149,19 @@ void HotkeyTab::addDesktopShortcuts(FormSection &section)
     section.addRow(u"加入桌面設定檔的一行："_s, line);
 }
 
-void HotkeyTab::addKeyDialog(FormSection &section)
-{
-    auto *button = new QPushButton;
-    button->setAutoDefault(false);
-    auto *content = new QWidget;
-    auto *layout = new QHBoxLayout(content);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(button);
-    layout->addStretch(1);
-    m_keyDialog = section.addWidget(content);
-    connect(button, &QPushButton::clicked, this, [this] {
-        if (const auto open = m_form.services().keyDialog())
-            open();
-    });
-    m_form.keepText([this, button] { setMnemonicText(*button, m_form.text(u"在桌面的設定中變更…"_s)); });
-}
-
 void HotkeyTab::showStored()
 {
     const SettingsServices &services = m_form.services();
-    m_recorder->setEnabled(services.areHotkeysChosenHere());
-    m_recorder->showStored();
-    QString keys = services.keysOfDesktop(HotkeyAction::TogglePane);
-    if (keys.isEmpty())
-        keys = desktopNameOfHotkey(services.settings.read(settings::hotkeyString));
-    else
-        m_recorder->setDefaultTitle(keys);
+    m_recorder->setEnabled(services.hotkeys.areKeysChosenHere());
+    const QString keysOfDesktop = services.hotkeys.keysOfDesktop(HotkeyAction::TogglePane);
+    const QString stored = services.settings.read(settings::hotkeyString);
+    m_recorder->setDefaultTitle(keysOfDesktop.isEmpty() ? stored : keysOfDesktop);
+    const QString keys = keysOfDesktop.isEmpty() ? desktopNameOfHotkey(stored) : keysOfDesktop;
     // Escaped, since a tool tip would interpret what a file says as HTML and load pictures.
     m_recorder->setToolTip(Qt::convertFromPlainText(keys.left(100)));
     for (const auto &show : std::as_const(m_showRefusals))
         show();
-    m_keyDialog->setVisible(bool(services.keyDialog()));
+    m_keyDialog->setVisible(bool(services.hotkeys.keyDialog()));
 }
 
 } // namespace lucentra

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Callback.h"
-#include "GlobalHotkeys.h"
 #include "OnDeviceTranslationService.h"
 #include "Result.h"
 
@@ -15,6 +14,7 @@ class QMenuBar;
 
 namespace lucentra {
 
+class HotkeyManager;
 class KeychainStore;
 class LocalizationManager;
 class LoginItem;
@@ -33,6 +33,7 @@ struct SettingsServices
     MainQueue &mainQueue;
     const KeychainStore &keychain;
     LoginItem &loginItem;
+    HotkeyManager &hotkeys;
     const DiagnosticLine &diagnostics;
     TranslationModels &models; ///< called on a worker
     ModelInstallation &modelInstallation;
@@ -43,16 +44,6 @@ struct SettingsServices
     std::function<QList<OnDeviceServiceStatus>()> onDeviceStatus;
     /// Applies a changed "showInDock".
     std::function<void(bool showInDock)> applyDockPresence;
-    /// Unregisters the program's hotkeys during a recording, and registers them again after it.
-    std::function<void(bool isRecording)> hotkeyRecordingChanged;
-    /// Whether the program chooses the keys of hotkeys; otherwise the user does so in the desktop's settings.
-    std::function<bool()> areHotkeysChosenHere;
-    /// The desktop's own description of an action's keys; empty if it has none.
-    std::function<QString(HotkeyAction)> keysOfDesktop;
-    /// Opens the desktop's own dialog for the keys; empty if the program chooses the keys or the desktop has no dialog.
-    std::function<std::function<void()>()> keyDialog;
-    /// Whether the system refused the stored hotkey of an action.
-    std::function<bool(HotkeyAction)> isHotkeyRefused;
     /// Whether custom shortcuts of the desktop call the program, and adds or removes them. Empty if the desktop has
     /// none.
     std::function<bool()> areDesktopShortcutsSet;

@@ -3,7 +3,6 @@
 #include "APIKeys.h"
 #include "ConnectionSection.h"
 #include "EngineSection.h"
-#include "FormLink.h"
 #include "Language.h"
 #include "LocalizationManager.h"
 #include "ModelsSection.h"
@@ -12,9 +11,11 @@
 #include "SettingsForm.h"
 #include "SettingsStore.h"
 
+#include <QDesktopServices>
 #include <QFileInfo>
 #include <QLayout>
 #include <QPointer>
+#include <QPushButton>
 #include <QUrl>
 
 #include <utility>
@@ -62,9 +63,18 @@ FormSection *makeConsentSection(SettingsForm &form, TranslationEngine engine)
             u"辨識或輸入的文字會傳送至 %@ 以產生翻譯；內容的處理方式受該服務的隱私政策約束。Lucentra 沒有中繼伺服器，也不會將副本傳給開發者。"_s,
             provider());
     });
-    section->addWidget(new FormLink(form, u"閱讀隱私權政策"_s, [&form] {
-        return privacyPage(form.services().pagesFolder, form.services().texts.resolvedLanguageCode());
-    }));
+    QPushButton *link = section->addButton(u"閱讀隱私權政策"_s, [&form] {
+        QDesktopServices::openUrl(
+            privacyPage(form.services().pagesFolder, form.services().texts.resolvedLanguageCode()));
+    });
+    link->setFlat(true);
+    link->setAutoDefault(true); // for the Return key
+    link->setCursor(Qt::PointingHandCursor);
+    form.keepText([link] {
+        QPalette palette;
+        palette.setColor(QPalette::ButtonText, palette.color(QPalette::Link));
+        link->setPalette(palette);
+    });
     return section;
 }
 

@@ -2,6 +2,7 @@
 
 #include "APIKeys.h"
 #include "FakeSecretStorage.h"
+#include "HotkeyManager.h"
 #include "KeychainStore.h"
 #include "LocalizationManager.h"
 #include "LoginItem.h"
@@ -45,6 +46,26 @@ public:
     }
 };
 
+/// A desktop that chooses the keys once it has some, and refuses all until then.
+class DesktopsKeys : public GlobalHotkeys
+{
+public:
+    QString chosen;
+    int dialogs = 0; ///< that were opened
+
+    bool areKeysChosenHere() const override { return chosen.isEmpty(); }
+    QString keysOfDesktop(HotkeyAction) const override { return chosen; }
+    std::function<void()> keyDialog() override
+    {
+        return chosen.isEmpty() ? std::function<void()>() : [this] { ++dialogs; };
+    }
+    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction, quint32, quint32) override
+    {
+        return tl::unexpected(hotkeyStatus::taken);
+    }
+    void setPressedHandler(std::function<void(HotkeyAction)>) override {}
+};
+
 /// The form over stores of its own.
 struct SettingsFixture
 {
@@ -60,9 +81,8 @@ struct SettingsFixture
     FakeModels models;
     ModelInstallation modelInstallation{models, mainQueue};
     QStringList posted;
-    QList<HotkeyAction> refusedHotkeys;
-    QString keysOfDesktop;
-    int dialogs = 0; ///< of the desktop, for its keys
+    DesktopsKeys keys;
+    HotkeyManager hotkeys{settings, keys, mainQueue, [] { return false; }, {}};
     SettingsServices services{
         .settings = settings,
         .texts = texts,
@@ -70,6 +90,7 @@ struct SettingsFixture
         .mainQueue = mainQueue,
         .keychain = keychain,
         .loginItem = loginItem,
+        .hotkeys = hotkeys,
         .diagnostics = diagnostics,
         .models = models,
         .modelInstallation = modelInstallation,
@@ -85,18 +106,13 @@ struct SettingsFixture
                      .phraseCount = 123456}};
             },
         .applyDockPresence = [](bool) {},
-        .hotkeyRecordingChanged = [](bool) {},
-        .areHotkeysChosenHere = [this] { return keysOfDesktop.isEmpty(); },
-        .keysOfDesktop = [this](HotkeyAction) { return keysOfDesktop; },
-        .keyDialog = [this] { return keysOfDesktop.isEmpty() ? std::function<void()>() : [this] { ++dialogs; }; },
-        .isHotkeyRefused = [this](HotkeyAction action) { return refusedHotkeys.contains(action); },
         .fillMenuBar = [](QMenuBar &) {},
         .paneFrame = [] { return QRect(); },
         .pagesFolder = QString(),
         .applicationIcon = QIcon(),
         .version = QStringLiteral("1.2 (Build 3)"),
     };
-    std::optional<APIKeys> keys;
+    std::optional<APIKeys> apiKeys;
     std::optional<SettingsView> view;
 
     void show()
@@ -109,8 +125,8 @@ struct SettingsFixture
         follow(notifications::updateGlassOpacity);
         follow(notifications::updateNeonBorder);
         follow(notifications::translationClickGestureChanged);
-        keys.emplace(settings, keychain, mainQueue);
-        view.emplace(services, *keys);
+        apiKeys.emplace(settings, keychain, mainQueue);
+        view.emplace(services, *apiKeys);
         view->resize(view->minimumSizeHint().expandedTo({520, 440}));
         view->show();
         settle();
@@ -119,7 +135,7 @@ struct SettingsFixture
     void settle()
     {
         bool isDone = false;
-        keys->afterSaving(&*view, [&isDone] { isDone = true; });
+        apiKeys->afterSaving(&*view, [&isDone] { isDone = true; });
         QTRY_VERIFY(isDone);
     }
     /// Whether the form shows it on its tab.

