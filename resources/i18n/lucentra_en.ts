@@ -4,6 +4,10 @@
 <context>
     <name>Lucentra</name>
     <message>
+        <source>%@ API URL 無效</source>
+        <translation>The %@ API URL is invalid</translation>
+    </message>
+    <message>
         <source>%@ API 錯誤 %d：%@</source>
         <translation>%@ API error %d: %@</translation>
     </message>
@@ -84,16 +88,8 @@
         <translation>Azure translation needs an API key and its region.</translation>
     </message>
     <message>
-        <source>Claude API URL 無效</source>
-        <translation>The Claude API URL is invalid</translation>
-    </message>
-    <message>
         <source>Claude 設定</source>
         <translation>Claude</translation>
-    </message>
-    <message>
-        <source>DeepL API URL 無效</source>
-        <translation>The DeepL API URL is invalid</translation>
     </message>
     <message>
         <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
@@ -114,10 +110,6 @@
     <message>
         <source>Gemini 翻譯必須填寫 API Key。</source>
         <translation>Gemini translation needs an API key.</translation>
-    </message>
-    <message>
-        <source>Google Cloud API URL 無效</source>
-        <translation>The Google Cloud API URL is invalid</translation>
     </message>
     <message>
         <source>Google 免費翻譯</source>
@@ -182,14 +174,6 @@
     <message>
         <source>Microsoft Azure 設定</source>
         <translation>Microsoft Azure</translation>
-    </message>
-    <message>
-        <source>Microsoft Translator API URL 無效</source>
-        <translation>The Microsoft Translator API URL is invalid</translation>
-    </message>
-    <message>
-        <source>OpenAI API URL 無效</source>
-        <translation>The OpenAI API URL is invalid</translation>
     </message>
     <message>
         <source>OpenAI 相容 API</source>

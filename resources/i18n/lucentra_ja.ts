@@ -4,6 +4,10 @@
 <context>
     <name>Lucentra</name>
     <message>
+        <source>%@ API URL 無效</source>
+        <translation>%@ API の URL が無効です</translation>
+    </message>
+    <message>
         <source>%@ API 錯誤 %d：%@</source>
         <translation>%@ API エラー %d：%@</translation>
     </message>
@@ -84,16 +88,8 @@
         <translation>Azure 翻訳には API キーと対応するリージョンが必要です。</translation>
     </message>
     <message>
-        <source>Claude API URL 無效</source>
-        <translation>Claude API の URL が無効です</translation>
-    </message>
-    <message>
         <source>Claude 設定</source>
         <translation>Claude の設定</translation>
-    </message>
-    <message>
-        <source>DeepL API URL 無效</source>
-        <translation>DeepL API の URL が無効です</translation>
     </message>
     <message>
         <source>DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。</source>
@@ -114,10 +110,6 @@
     <message>
         <source>Gemini 翻譯必須填寫 API Key。</source>
         <translation>Gemini の翻訳には API キーが必要です。</translation>
-    </message>
-    <message>
-        <source>Google Cloud API URL 無效</source>
-        <translation>Google Cloud API の URL が無効です</translation>
     </message>
     <message>
         <source>Google 免費翻譯</source>
@@ -182,14 +174,6 @@
     <message>
         <source>Microsoft Azure 設定</source>
         <translation>Microsoft Azure の設定</translation>
-    </message>
-    <message>
-        <source>Microsoft Translator API URL 無效</source>
-        <translation>Microsoft Translator API の URL が無効です</translation>
-    </message>
-    <message>
-        <source>OpenAI API URL 無效</source>
-        <translation>OpenAI API の URL が無効です</translation>
     </message>
     <message>
         <source>OpenAI 相容 API</source>

@@ -12,28 +12,24 @@ const QString claudeLabel = u"Claude"_s;
 
 ServiceRequest anthropicRequest(const ServiceHosts &hosts, const EngineRequest &request, const ModelMessage &message)
 {
-    const auto url = wireUrl(hosts.anthropic + "/v1/messages");
-    if (!url)
-        throw TranslationProviderError::invalidConfiguration(u"Claude API URL 無效"_s);
     const QJsonObject user{{u"role"_s, u"user"_s}, {u"content"_s, message.userText}};
     const QJsonObject body{{u"model"_s, request.model},
                            {u"max_tokens"_s, mostOutputTokens},
                            {u"temperature"_s, batchTemperature},
                            {u"system"_s, message.instruction},
                            {u"messages"_s, QJsonArray{user}}};
-    return jsonRequest(*url, {{"x-api-key", request.key.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body,
-                       claudeLabel, {request.key});
+    return jsonRequest(hosts.anthropic + "/v1/messages",
+                       {{"x-api-key", request.key.toUtf8()}, {"anthropic-version", "2023-06-01"}}, body, claudeLabel,
+                       {request.key});
 }
 
 } // namespace
 
 QString anthropicAnswer(const QByteArray &body)
 {
-    const auto document = parseJson(body);
-    const QJsonValue content = document ? (*document)["content"_L1] : QJsonValue();
-    const QJsonValue text = firstOfType(content, u"text"_s)["text"_L1];
+    const QJsonValue text = firstOfType(jsonAnswer(body)["content"_L1], u"text"_s)["text"_L1];
     if (!text.isString())
-        throw TranslationProviderError::invalidResponse(claudeLabel);
+        throw invalidResponse(claudeLabel);
     return text.toString();
 }
 

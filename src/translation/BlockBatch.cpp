@@ -52,7 +52,7 @@ std::optional<QString> blockBatchInput(const QStringList &blocks)
             return std::nullopt;
         batch.append(QJsonObject{{u"id"_s, batch.size()}, {u"text"_s, block}});
     }
-    return QString::fromUtf8(QJsonDocument(batch).toJson(QJsonDocument::Compact));
+    return QString::fromUtf8(jsonBytes(batch));
 }
 
 QString withoutFences(const QString &output)
@@ -79,10 +79,10 @@ QStringList parseBlockTranslations(const QString &output, const QStringList &blo
 {
     const auto document = parseJson(withoutFences(output).toUtf8());
     if (!document)
-        throw ProviderFailure(u"JSON"_s, -1, u"回應內容不是有效的 JSON"_s);
+        throw TranslationError(u"JSON"_s, -1, u"回應內容不是有效的 JSON"_s);
     const auto elements = objectsIn((*document)["translations"_L1]);
     if (!elements)
-        throw TranslationProviderError::invalidResponse(u"AI 翻譯"_s);
+        throw invalidResponse(u"AI 翻譯"_s);
     return matchedTranslations(*elements, blocks);
 }
 

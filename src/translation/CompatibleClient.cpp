@@ -30,8 +30,7 @@ QByteArray chatCompletionsURL(const QString &baseUrl)
 {
     QUrl url(baseUrl.trimmed(), QUrl::StrictMode);
     if (!url.isValid() || !isProtected(url))
-        throw TranslationProviderError::invalidConfiguration(
-            u"相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP"_s);
+        throw invalidConfiguration(u"相容 API URL 必須使用 HTTPS；本機 localhost 可使用 HTTP"_s);
     QString path = url.path(QUrl::FullyEncoded);
     if (path.endsWith(u'/'))
         path.chop(1);
@@ -40,7 +39,7 @@ QByteArray chatCompletionsURL(const QString &baseUrl)
     url.setPath(path, QUrl::TolerantMode); // what is encoded stays so
     const auto encoded = wireUrl(url.toEncoded(QUrl::RemoveFragment));
     if (!encoded)
-        throw TranslationProviderError::invalidConfiguration(u"相容 API URL 無效"_s);
+        throw invalidConfiguration(u"相容 API URL 無效"_s);
     return *encoded;
 }
 
@@ -65,10 +64,9 @@ ServiceRequest compatibleRequest(const EngineRequest &request, const ModelMessag
 
 QString compatibleAnswer(const QByteArray &body)
 {
-    const auto document = parseJson(body);
-    const QJsonValue text = document ? (*document)["choices"_L1][0]["message"_L1]["content"_L1] : QJsonValue();
+    const QJsonValue text = jsonAnswer(body)["choices"_L1][0]["message"_L1]["content"_L1];
     if (!text.isString())
-        throw TranslationProviderError::invalidResponse(compatibleLabel);
+        throw invalidResponse(compatibleLabel);
     return text.toString();
 }
 

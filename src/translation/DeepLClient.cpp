@@ -16,24 +16,22 @@ constexpr ChunkLimit deepLLimit{.texts = 50, .bytes = 120'000};
 ServiceRequest deepLRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &key,
                             const QString &target)
 {
-    const auto url = wireUrl((key.endsWith(":fx"_L1) ? hosts.deepLFree : hosts.deepL) + "/v2/translate");
-    if (!url)
-        throw TranslationProviderError::invalidConfiguration(u"DeepL API URL 無效"_s);
+    const QByteArray &host = key.endsWith(":fx"_L1) ? hosts.deepLFree : hosts.deepL;
     const QJsonObject body{{u"text"_s, QJsonArray::fromStringList(texts)},
                            {u"target_lang"_s, deepLLanguageCode(target)},
                            {u"preserve_formatting"_s, true},
                            {u"model_type"_s, u"prefer_quality_optimized"_s}};
-    return jsonRequest(*url, {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body, deepLProvider, {key});
+    return jsonRequest(host + "/v2/translate", {{"Authorization", "DeepL-Auth-Key " + key.toUtf8()}}, body,
+                       deepLProvider, {key});
 }
 
 } // namespace
 
 QStringList deepLAnswer(const QByteArray &body, const QStringList &sources)
 {
-    const auto document = parseJson(body);
-    const QJsonValue translations = document ? (*document)["translations"_L1] : QJsonValue();
+    const QJsonValue translations = jsonAnswer(body)["translations"_L1];
     if (!translations.isArray() || translations.toArray().size() != sources.size())
-        throw TranslationProviderError::invalidResponse(deepLProvider);
+        throw invalidResponse(deepLProvider);
     QStringList texts;
     for (qsizetype i = 0; i < sources.size(); ++i)
         texts.append(translations[i]["text"_L1].toString(sources[i]));

@@ -49,8 +49,8 @@ QString anthropicAnswer(const QByteArray &body);
 QString compatibleAnswer(const QByteArray &body);
 /// Returns nullopt if the answer has no text.
 std::optional<QString> geminiAnswer(const QByteArray &body);
-/// Parses the model's text into one string per source. Throws `ProviderFailure` of "Gemini" if it isn't an array of
-/// objects.
+/// Parses the model's text into one string per source. Throws a `TranslationError` of "Gemini" if it isn't an array
+/// of objects.
 QStringList parseGeminiBlocks(const QString &output, const QStringList &sources);
 
 /// The base URL with the path of the chat completions; keeps query and port. Throws `invalidConfiguration` unless it is

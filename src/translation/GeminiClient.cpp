@@ -14,7 +14,7 @@ namespace {
 constexpr std::chrono::seconds geminiTimeout{30};
 const QString geminiLabel = u"Gemini"_s;
 
-ProviderFailure geminiFailure(const QString &description)
+TranslationError geminiFailure(const QString &description)
 {
     return {geminiLabel, -1, description};
 }
@@ -60,8 +60,7 @@ QStringList translateBatch(const TranslationServices &services, const QString &k
         throw geminiFailure(u"Request prepare error"_s);
     const HttpResponse response = services.send(request->http);
     if (!isSuccess(response))
-        throw TranslationProviderError::requestFailed(geminiLabel, response.status,
-                                                      errorMessage(response, key, services.texts));
+        throw requestFailed(geminiLabel, response.status, errorMessage(response, key, services.texts));
     const auto output = geminiAnswer(response.body);
     if (!output)
         throw geminiFailure(u"Response parse error"_s);
@@ -96,9 +95,7 @@ QString translateTyped(const TranslationServices &services, const EngineRequest 
 
 std::optional<QString> geminiAnswer(const QByteArray &body)
 {
-    const auto document = parseJson(body);
-    const QJsonValue text =
-        document ? (*document)["candidates"_L1][0]["content"_L1]["parts"_L1][0]["text"_L1] : QJsonValue();
+    const QJsonValue text = jsonAnswer(body)["candidates"_L1][0]["content"_L1]["parts"_L1][0]["text"_L1];
     if (!text.isString())
         return std::nullopt;
     return text.toString();

@@ -57,45 +57,40 @@ QList<QStringList> answersOf(const TranslationServices &services, const QList<Se
         });
     } catch (const TransportError &error) {
         if (error.kind() == TransportError::Kind::notHttp)
-            throw TranslationProviderError::invalidResponse(freeProvider);
+            throw invalidResponse(freeProvider);
         throw;
     }
     return answers;
 }
 
-std::optional<ServiceRequest> googleFreeRequest(const ServiceHosts &hosts, const QStringList &texts,
-                                                const QString &target)
+ServiceRequest googleFreeRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &target)
 {
     const QString joined = texts.join(separator);
-    if (!joined.isValidUtf16())
-        return std::nullopt;
     // The characters that a query may contain stay as they are, except for "&", "=" and "+", which would split or alter
     // the value.
     const QByteArray query = QUrl::toPercentEncoding(joined, "!$'()*,/:;?@");
     const auto url =
         wireUrl(hosts.googleFree + "/translate_a/single?client=gtx&sl=auto&tl=" + googleLanguageCode(target).toUtf8() +
                 "&dt=t&q=" + query);
-    if (!url)
-        return std::nullopt;
-    return ServiceRequest{.http = {.method = "GET",
-                                   .url = *url,
-                                   .headers = {{"User-Agent", "Mozilla/5.0"}},
-                                   .body = {},
-                                   .timeout = freeTimeout},
-                          .provider = freeProvider,
-                          .secrets = {}};
+    if (!url || !joined.isValidUtf16())
+        throw invalidResponse(freeProvider);
+    return {.http = {.method = "GET",
+                     .url = *url,
+                     .headers = {{"User-Agent", "Mozilla/5.0"}},
+                     .body = {},
+                     .timeout = freeTimeout},
+            .provider = freeProvider,
+            .secrets = {}};
 }
 
 ServiceRequest googleCloudRequest(const ServiceHosts &hosts, const QStringList &texts, const QString &target,
                                   const QString &key)
 {
-    const auto url = wireUrl(hosts.googleCloud + "/language/translate/v2?key=" + key.toUtf8());
-    if (!url)
-        throw TranslationProviderError::invalidConfiguration(u"Google Cloud API URL 無效"_s);
     const QJsonObject body{{u"q"_s, QJsonArray::fromStringList(texts)},
                            {u"target"_s, googleLanguageCode(target)},
                            {u"format"_s, u"text"_s}};
-    return jsonRequest(*url, {}, jsonBytes(body), cloudTimeout, cloudProvider, {key});
+    return jsonRequest(hosts.googleCloud + "/language/translate/v2?key=" + key.toUtf8(), {}, jsonBytes(body),
+                       cloudTimeout, cloudProvider, {key});
 }
 
 QStringList translateFreely(const TranslationServices &services, const EngineRequest &translation)
@@ -105,12 +100,8 @@ QStringList translateFreely(const TranslationServices &services, const EngineReq
     for (qsizetype start = 0; start < chunks.size(); start += waveSize) {
         const QList<QStringList> wave = chunks.mid(start, waveSize);
         QList<ServiceRequest> requests;
-        for (const QStringList &chunk : wave) {
-            const auto request = googleFreeRequest(services.hosts, chunk, translation.target);
-            if (!request)
-                throw TranslationProviderError::invalidResponse(freeProvider);
-            requests.append(*request);
-        }
+        for (const QStringList &chunk : wave)
+            requests.append(googleFreeRequest(services.hosts, chunk, translation.target));
         for (const QStringList &answer : answersOf(services, requests, wave))
             translations.append(answer);
     }
@@ -131,20 +122,19 @@ QStringList translateInCloud(const TranslationServices &services, const EngineRe
 
 QStringList googleFreeAnswer(const QByteArray &body, qsizetype count)
 {
-    const auto document = parseJson(body);
-    const QJsonValue sentences = document ? (*document)[0] : QJsonValue();
+    const QJsonValue sentences = jsonAnswer(body)[0];
     if (!sentences.isArray())
-        throw TranslationProviderError::invalidResponse(freeProvider);
+        throw invalidResponse(freeProvider);
     QString translation;
     for (const QJsonValue sentence : sentences.toArray()) {
         if (!sentence.isArray())
-            throw TranslationProviderError::invalidResponse(freeProvider);
+            throw invalidResponse(freeProvider);
         translation += sentence[0].toString();
     }
     // In a text that was sent alone, every separator is the text's own.
     QStringList pieces = count == 1 ? QStringList{translation} : translation.split(separator);
     if (pieces.size() != count)
-        throw TranslationProviderError::invalidResponse(freeProvider);
+        throw invalidResponse(freeProvider);
     for (QString &piece : pieces)
         piece = piece.trimmed();
     return pieces;
@@ -152,15 +142,14 @@ QStringList googleFreeAnswer(const QByteArray &body, qsizetype count)
 
 QStringList googleCloudAnswer(const QByteArray &body, qsizetype count)
 {
-    const auto document = parseJson(body);
-    const QJsonValue translations = document ? (*document)["data"_L1]["translations"_L1] : QJsonValue();
+    const QJsonValue translations = jsonAnswer(body)["data"_L1]["translations"_L1];
     QStringList texts;
     for (const QJsonValue translation : translations.toArray()) {
         if (const QJsonValue text = translation["translatedText"_L1]; text.isString())
             texts.append(text.toString());
     }
     if (!translations.isArray() || translations.toArray().size() != count || texts.size() != count)
-        throw TranslationProviderError::invalidResponse(cloudProvider);
+        throw invalidResponse(cloudProvider);
     return texts;
 }
 

@@ -14,7 +14,7 @@ QStringList translateBlocksWithModel(const TranslationServices &services, const 
     for (const QStringList &batch : blockBatches(request.texts)) {
         const auto input = blockBatchInput(batch);
         if (!input)
-            throw TranslationProviderError::invalidConfiguration(u"無法建立翻譯輸入"_s);
+            throw invalidConfiguration(u"無法建立翻譯輸入"_s);
         const ModelMessage message{.instruction = blockInstruction(promptLanguageName(request.target)),
                                    .userText = *input,
                                    .isStructured = true};

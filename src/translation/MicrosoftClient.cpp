@@ -16,30 +16,29 @@ const QString microsoftProvider = u"Microsoft Translator"_s;
 
 ServiceRequest microsoftRequest(const ServiceHosts &hosts, const QStringList &texts, const EngineRequest &request)
 {
-    const auto url =
-        wireUrl(hosts.microsoft + "/translate?api-version=3.0&to=" + microsoftLanguageCode(request.target).toUtf8());
-    if (!url)
-        throw TranslationProviderError::invalidConfiguration(u"Microsoft Translator API URL 無效"_s);
+    const QByteArray url =
+        hosts.microsoft + "/translate?api-version=3.0&to=" + microsoftLanguageCode(request.target).toUtf8();
     QJsonArray body;
     for (const QString &text : texts)
         body.append(QJsonObject{{u"text"_s, text}});
     const Headers headers{{"Ocp-Apim-Subscription-Key", request.key.toUtf8()},
                           {"Ocp-Apim-Subscription-Region", request.region.toUtf8()}};
-    return jsonRequest(*url, headers, jsonBytes(body), microsoftTimeout, microsoftProvider, {request.key});
+    return jsonRequest(url, headers, jsonBytes(body), microsoftTimeout, microsoftProvider, {request.key});
 }
 
 } // namespace
 
 QStringList microsoftAnswer(const QByteArray &body, qsizetype count)
 {
-    const auto document = parseJson(body);
-    if (!document || !document->isArray() || document->array().size() != count)
-        throw TranslationProviderError::invalidResponse(microsoftProvider);
+    const QJsonDocument answer = jsonAnswer(body);
+    const QJsonArray elements = answer.array();
+    if (!answer.isArray() || elements.size() != count)
+        throw invalidResponse(microsoftProvider);
     QStringList texts;
-    for (const QJsonValue element : document->array()) {
+    for (const QJsonValue element : elements) {
         const QJsonValue text = element["translations"_L1][0]["text"_L1];
         if (!text.isString())
-            throw TranslationProviderError::invalidResponse(microsoftProvider);
+            throw invalidResponse(microsoftProvider);
         texts.append(text.toString());
     }
     return texts;

@@ -28,9 +28,6 @@ QJsonObject translationSchema()
 
 ServiceRequest openAIRequest(const ServiceHosts &hosts, const EngineRequest &request, const ModelMessage &message)
 {
-    const auto url = wireUrl(hosts.openAI + "/v1/responses");
-    if (!url)
-        throw TranslationProviderError::invalidConfiguration(u"OpenAI API URL 無效"_s);
     QJsonObject body{{u"model"_s, request.model},
                      {u"instructions"_s, message.instruction},
                      {u"input"_s, message.userText},
@@ -43,21 +40,21 @@ ServiceRequest openAIRequest(const ServiceHosts &hosts, const EngineRequest &req
                                  {u"schema"_s, translationSchema()}};
         body.insert(u"text"_s, QJsonObject{{u"format"_s, format}});
     }
-    return jsonRequest(*url, {{"Authorization", "Bearer " + request.key.toUtf8()}}, body, openAILabel, {request.key});
+    return jsonRequest(hosts.openAI + "/v1/responses", {{"Authorization", "Bearer " + request.key.toUtf8()}}, body,
+                       openAILabel, {request.key});
 }
 
 } // namespace
 
 QString openAIAnswer(const QByteArray &body)
 {
-    const auto document = parseJson(body);
-    const QJsonValue output = document ? (*document)["output"_L1] : QJsonValue();
-    for (const QJsonValue item : output.toArray()) {
+    const QJsonArray output = jsonAnswer(body)["output"_L1].toArray();
+    for (const QJsonValue item : output) {
         const QJsonValue text = firstOfType(item["content"_L1], u"output_text"_s)["text"_L1];
         if (text.isString())
             return text.toString();
     }
-    throw TranslationProviderError::invalidResponse(openAILabel);
+    throw invalidResponse(openAILabel);
 }
 
 QString sendOpenAI(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message)

@@ -102,8 +102,11 @@ QString shownMessage(const QString &message, const QStringList &secrets)
 ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const QByteArray &body,
                            std::chrono::milliseconds timeout, const QString &provider, const QStringList &secrets)
 {
+    const auto encoded = wireUrl(url);
+    if (!encoded)
+        throw invalidUrl(provider);
     return {.http = {.method = "POST",
-                     .url = url,
+                     .url = *encoded,
                      .headers = Headers{{"Content-Type", "application/json"}} + headers,
                      .body = body,
                      .timeout = timeout},
@@ -130,7 +133,7 @@ QByteArray postJSON(const TranslationServices &services, const ServiceRequest &r
         return acceptedBody(services.send(request.http), request, services.texts);
     } catch (const TransportError &error) {
         if (error.kind() == TransportError::Kind::notHttp)
-            throw TranslationProviderError::invalidResponse(request.provider);
+            throw invalidResponse(request.provider);
         throw;
     }
 }
@@ -138,14 +141,19 @@ QByteArray postJSON(const TranslationServices &services, const ServiceRequest &r
 QByteArray acceptedBody(const HttpResponse &response, const ServiceRequest &request, const LocalizationManager &texts)
 {
     if (!isSuccess(response))
-        throw TranslationProviderError::requestFailed(request.provider, response.status,
-                                                      providerErrorMessage(response.body, request.secrets, texts));
+        throw requestFailed(request.provider, response.status,
+                            providerErrorMessage(response.body, request.secrets, texts));
     return response.body;
 }
 
 bool isSuccess(const HttpResponse &response)
 {
     return response.status >= 200 && response.status <= 299;
+}
+
+QJsonDocument jsonAnswer(const QByteArray &body)
+{
+    return parseJson(body).value_or(QJsonDocument());
 }
 
 QString providerErrorMessage(const QByteArray &body, const QStringList &secrets, const LocalizationManager &texts)

@@ -4,6 +4,7 @@
 #include "ServiceHosts.h"
 
 #include <QByteArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QList>
 #include <QString>
@@ -39,7 +40,7 @@ struct ServiceRequest
 
 using Headers = QList<std::pair<QByteArray, QByteArray>>;
 
-/// A POST of a JSON body to an encoded URL: "Content-Type: application/json", then the given headers.
+/// A POST of a JSON body: "Content-Type: application/json", then the given headers. Throws `invalidUrl`.
 ServiceRequest jsonRequest(const QByteArray &url, const Headers &headers, const QByteArray &body,
                            std::chrono::milliseconds timeout, const QString &provider, const QStringList &secrets);
 
@@ -55,6 +56,9 @@ QByteArray postJSON(const TranslationServices &services, const ServiceRequest &r
 QByteArray acceptedBody(const HttpResponse &response, const ServiceRequest &request, const LocalizationManager &texts);
 
 bool isSuccess(const HttpResponse &response);
+
+/// An answer's body as JSON. Every value of it is undefined if it isn't JSON.
+QJsonDocument jsonAnswer(const QByteArray &body);
 
 /// The message in an error's body: for a JSON object "error" → "message", else "message" (at most 4,000 UTF-16 units),
 /// else a sentence of our own; for any other text the first 300 characters. Words that contain a secret of eight

@@ -12,6 +12,8 @@ namespace lucentra {
 
 namespace {
 
+const QString providerDomain = u"TranslationProviderError"_s;
+
 /// The sentences for the user in the order of the kinds of `TransportError`.
 const std::array sentences{u"連線逾時，請稍後再試"_s,
                            u"找不到伺服器，請檢查網路連線與網址"_s,
@@ -29,75 +31,59 @@ static_assert(sentences.size() == size_t(TransportError::Kind::other));
 
 } // namespace
 
-TranslationProviderError::TranslationProviderError(Kind kind, QString provider, int status, QString message)
-    : m_kind(kind)
-    , m_provider(std::move(provider))
-    , m_status(status)
-    , m_message(std::move(message))
-{
-}
-
-TranslationProviderError TranslationProviderError::invalidConfiguration(const QString &message)
-{
-    return {Kind::invalidConfiguration, QString(), 0, message};
-}
-
-TranslationProviderError TranslationProviderError::requestFailed(const QString &provider, int status,
-                                                                 const QString &message)
-{
-    return {Kind::requestFailed, provider, status, message};
-}
-
-TranslationProviderError TranslationProviderError::invalidResponse(const QString &provider)
-{
-    return {Kind::invalidResponse, provider, 0, QString()};
-}
-
-Failure TranslationProviderError::failure(const LocalizationManager &texts) const
-{
-    QString description;
-    switch (m_kind) {
-    case Kind::invalidConfiguration:
-        description = texts.localized(m_message);
-        break;
-    case Kind::requestFailed:
-        description =
-            texts.formatted(u"%@ API 錯誤 %d：%@"_s, labelBeforeAPI(texts.localized(m_provider)), m_status, m_message);
-        break;
-    case Kind::invalidResponse:
-        description = texts.formatted(u"%@ 回應格式無法解析"_s, texts.localized(m_provider));
-        break;
-    }
-    return {.domain = u"TranslationProviderError"_s, .code = m_status, .description = description};
-}
-
-ProviderFailure::ProviderFailure(QString domain, int code, QString descriptionKey)
-    : m_domain(std::move(domain))
+TranslationError::TranslationError(const QString &domain, int code, Sentence sentence)
+    : m_domain(domain)
     , m_code(code)
-    , m_descriptionKey(std::move(descriptionKey))
+    , m_sentence(std::move(sentence))
 {
 }
 
-Failure ProviderFailure::failure(const LocalizationManager &texts) const
-{
-    return {.domain = m_domain, .code = m_code, .description = texts.localized(m_descriptionKey)};
-}
-
-TypedTextError::TypedTextError(QString answer)
-    : m_answer(std::move(answer))
+TranslationError::TranslationError(const QString &domain, int code, const QString &sentence)
+    : TranslationError(domain, code, [sentence](const LocalizationManager &texts) { return texts.localized(sentence); })
 {
 }
 
-Failure TypedTextError::failure(const LocalizationManager &) const
+Failure TranslationError::failure(const LocalizationManager &texts) const
 {
-    return {.domain = u"TypedText"_s, .code = -1, .description = m_answer};
+    return {.domain = m_domain, .code = m_code, .description = m_sentence(texts)};
 }
 
-Failure TransportError::failure(const LocalizationManager &texts) const
+TranslationError invalidConfiguration(const QString &message)
 {
-    return {.domain = u"HttpSession"_s,
-            .code = int(m_kind),
-            .description = texts.localized(sentences[size_t(m_kind) - 1])};
+    return {providerDomain, 0, message};
+}
+
+TranslationError invalidUrl(const QString &provider)
+{
+    return {providerDomain, 0, [provider](const LocalizationManager &texts) {
+                return texts.formatted(u"%@ API URL 無效"_s, provider);
+            }};
+}
+
+TranslationError requestFailed(const QString &provider, int status, const QString &message)
+{
+    return {providerDomain, status, [=](const LocalizationManager &texts) {
+                return texts.formatted(u"%@ API 錯誤 %d：%@"_s, labelBeforeAPI(texts.localized(provider)), status,
+                                       message);
+            }};
+}
+
+TranslationError invalidResponse(const QString &provider)
+{
+    return {providerDomain, 0, [provider](const LocalizationManager &texts) {
+                return texts.formatted(u"%@ 回應格式無法解析"_s, texts.localized(provider));
+            }};
+}
+
+TypedTextError::TypedTextError(const QString &answer)
+    : TranslationError(u"TypedText"_s, -1, [answer](const LocalizationManager &) { return answer; })
+{
+}
+
+TransportError::TransportError(Kind kind)
+    : TranslationError(u"HttpSession"_s, int(kind), sentences[size_t(kind) - 1])
+    , m_kind(kind)
+{
 }
 
 Failure failureOfCurrentException(const LocalizationManager &texts)

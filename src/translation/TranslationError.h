@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <exception>
+#include <functional>
 
 namespace lucentra {
 
@@ -15,63 +16,41 @@ class LocalizationManager;
 class TranslationError : public std::exception
 {
 public:
-    /// The error as a value, with a sentence in the interface language.
-    virtual Failure failure(const LocalizationManager &texts) const = 0;
+    using Sentence = std::function<QString(const LocalizationManager &texts)>;
+
+    TranslationError(const QString &domain, int code, Sentence sentence);
+    /// The sentence is a text key.
+    TranslationError(const QString &domain, int code, const QString &sentence);
+
+    /// The error as a value, with its sentence in the interface language.
+    Failure failure(const LocalizationManager &texts) const;
     /// For debugging only.
     const char *what() const noexcept override { return "translation failed"; }
-};
-
-/// The common error of the remote services. The failure's domain is "TranslationProviderError", its code the HTTP
-/// status, or 0 if no request failed.
-class TranslationProviderError : public TranslationError
-{
-public:
-    enum class Kind { invalidConfiguration, requestFailed, invalidResponse };
-
-    /// The settings don't allow a request. The message is a text key.
-    static TranslationProviderError invalidConfiguration(const QString &message);
-    /// The service refused with this HTTP status; see `providerErrorMessage` for the message.
-    static TranslationProviderError requestFailed(const QString &provider, int status, const QString &message);
-    /// The service's answer has an unexpected form.
-    static TranslationProviderError invalidResponse(const QString &provider);
-
-    Kind kind() const { return m_kind; }
-    Failure failure(const LocalizationManager &texts) const override;
-
-private:
-    TranslationProviderError(Kind kind, QString provider, int status, QString message);
-
-    Kind m_kind;
-    QString m_provider;
-    int m_status;
-    QString m_message;
-};
-
-/// An error with its own domain and code. The description is a text key.
-class ProviderFailure : public TranslationError
-{
-public:
-    ProviderFailure(QString domain, int code, QString descriptionKey);
-
-    Failure failure(const LocalizationManager &texts) const override;
 
 private:
     QString m_domain;
     int m_code;
-    QString m_descriptionKey;
+    Sentence m_sentence;
 };
 
-/// A failed translation of typed text with its own answer, in place of the general one.
+// The common errors of the remote services. Their domain is "TranslationProviderError", their code the HTTP status, or
+// 0 if no request failed.
+
+/// The settings don't allow a request. The message is a text key.
+TranslationError invalidConfiguration(const QString &message);
+/// The URL of a request can't be built.
+TranslationError invalidUrl(const QString &provider);
+/// The service refused with this HTTP status; see `providerErrorMessage` for the message.
+TranslationError requestFailed(const QString &provider, int status, const QString &message);
+/// The service's answer has an unexpected form.
+TranslationError invalidResponse(const QString &provider);
+
+/// A failed translation of typed text with its own answer, in place of the general one. The answer is in the interface
+/// language and begins with "❌ ".
 class TypedTextError : public TranslationError
 {
 public:
-    /// The answer is in the interface language and begins with "❌ ".
-    explicit TypedTextError(QString answer);
-
-    Failure failure(const LocalizationManager &texts) const override;
-
-private:
-    QString m_answer;
+    explicit TypedTextError(const QString &answer);
 };
 
 /// Why a request has no answer. The failure's domain is "HttpSession", its code the kind.
@@ -93,13 +72,9 @@ public:
         other,
     };
 
-    explicit TransportError(Kind kind)
-        : m_kind(kind)
-    {
-    }
+    explicit TransportError(Kind kind);
 
     Kind kind() const { return m_kind; }
-    Failure failure(const LocalizationManager &texts) const override;
 
 private:
     Kind m_kind;

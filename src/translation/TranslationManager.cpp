@@ -23,11 +23,11 @@ namespace {
 constexpr int mostRequests = 512;
 
 /// The consent was withdrawn between two requests.
-class ConsentMissing : public ProviderFailure
+class ConsentMissing : public TranslationError
 {
 public:
     explicit ConsentMissing(const QString &message)
-        : ProviderFailure(u"RemoteTranslationConsent"_s, 1, message)
+        : TranslationError(u"RemoteTranslationConsent"_s, 1, message)
     {
     }
 };

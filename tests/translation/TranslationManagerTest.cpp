@@ -98,7 +98,6 @@ private Q_SLOTS:
 
     void failuresReachTheCaller()
     {
-        using Error = TranslationProviderError;
         select(4, true, u"k"_s);
         m_texts->settings.overrideForThisProcess(settings::autoCopy, true);
         QStringList copied;
@@ -109,12 +108,10 @@ private Q_SLOTS:
             QCOMPARE(translateText(u"hello"_s), copied.last());
             QVERIFY(!m_isSynchronous);
         };
-        check(Error::requestFailed(u"DeepL"_s, 456, u"Quota %@"_s), u"TranslationProviderError 456"_s,
+        check(requestFailed(u"DeepL"_s, 456, u"Quota %@"_s), u"TranslationProviderError 456"_s,
               u"DeepL API 錯誤 456：Quota %@"_s);
-        check(Error::invalidResponse(u"DeepL"_s), u"TranslationProviderError 0"_s, u"DeepL 回應格式無法解析"_s);
-        check(Error::invalidConfiguration(u"DeepL API URL 無效"_s), u"TranslationProviderError 0"_s,
-              u"DeepL API URL 無效"_s);
-        check(ProviderFailure(u"Gemini"_s, -1, u"JSON encode error"_s), u"Gemini -1"_s, u"JSON encode error"_s);
+        check(invalidResponse(u"DeepL"_s), u"TranslationProviderError 0"_s, u"DeepL 回應格式無法解析"_s);
+        check(TranslationError(u"Gemini"_s, -1, u"JSON encode error"_s), u"Gemini -1"_s, u"JSON encode error"_s);
         check(std::bad_alloc(), u"Translation -1"_s, u"未知錯誤"_s);
         m_outcome = [] { return QStringList(); }; // no translation at all
         QCOMPARE(translateBlocks() + translateText(u"hello"_s), QString());

@@ -289,7 +289,7 @@ private Q_SLOTS:
             int asked = 0;
             m_beforeRequest = [&asked] {
                 if (++asked > 1)
-                    throw ProviderFailure(u"RemoteTranslationConsent"_s, 1, u"withdrawn"_s);
+                    throw TranslationError(u"RemoteTranslationConsent"_s, 1, u"withdrawn"_s);
             };
             QCOMPARE(failureOf(service, numberedTexts(2000)), u"withdrawn"_s);
             QCOMPARE(m_server.requests().size(), service == Service::GoogleFree ? 3 : 1); // its first wave
