@@ -1,5 +1,7 @@
 #include "MappedFile.h"
 
+#include "RegularFile.h"
+
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -7,7 +9,6 @@
 #include <optional>
 
 #include <csignal>
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -82,24 +83,15 @@ qint64 modificationTime(const struct stat &status)
 
 std::unique_ptr<MappedFile> MappedFile::open(const QString &path)
 {
-    // Opening a pipe would wait for its other end.
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0)
-        return nullptr;
-    struct stat status = {};
     auto file = std::make_unique<MappedFile>();
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
-        !file->m_file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(descriptor);
-        return nullptr;
-    }
-    const uchar *const mapped = status.st_size > 0 ? file->m_file.map(0, status.st_size) : nullptr;
-    const auto guard = mapped ? guardRange(mapped, status.st_size) : std::nullopt;
+    const auto status = openRegularFile(file->m_file, path);
+    const uchar *const mapped = status && status->st_size > 0 ? file->m_file.map(0, status->st_size) : nullptr;
+    const auto guard = mapped ? guardRange(mapped, status->st_size) : std::nullopt;
     if (!guard)
         return nullptr;
     file->m_guard = *guard;
-    file->m_modified = modificationTime(status);
-    file->m_bytes = QByteArrayView(mapped, status.st_size);
+    file->m_modified = modificationTime(*status);
+    file->m_bytes = QByteArrayView(mapped, status->st_size);
     return file;
 }
 

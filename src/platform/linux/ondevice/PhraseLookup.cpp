@@ -18,7 +18,7 @@ namespace {
 /// A line may be longer than its phrase: it contains values (a path, an address) and other parts. Longer texts
 /// aren't phrases of programs, and the cost of dividing them grows with the square of their length.
 constexpr qsizetype longestLine = 4 * longestPhrase;
-/// In texts of this length, a different character hardly makes another word.
+/// The shortest text in which a misread character is corrected: in a shorter one it may just be another word.
 constexpr qsizetype shortestRepairable = 8;
 /// Factors of the confidence for lines of which only parts are known, and for repaired lines.
 constexpr double partsFactor = 0.7;

@@ -1,7 +1,7 @@
 #include "ScreenLanguageIdentifier.h"
 
-#include "CharacterSets.h"
 #include "NgramModel.h"
+#include "Owned.h"
 #include "PhraseFile.h"
 #include "PhraseForm.h"
 #include "PhraseLanguage.h"
@@ -10,6 +10,8 @@
 
 #include <cld2/public/compact_lang_det.h>
 #include <cld2/public/encodings.h>
+#include <unicode/ucnv.h>
+#include <unicode/uset.h>
 
 #include <algorithm>
 #include <array>
@@ -113,6 +115,16 @@ bool hasOwnLetters(const QString &text, const QString &code)
            (letters.isEmpty() || std::any_of(text.begin(), text.end(), [&](QChar c) { return letters.contains(c); }));
 }
 
+/// The characters of an encoding; never freed.
+const USet *charactersOf(const char *encoding)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    USet *const characters = uset_openEmpty();
+    const Owned<UConverter, ucnv_close> converter(ucnv_open(encoding, &error));
+    ucnv_getUnicodeSet(converter.get(), characters, UCNV_ROUNDTRIP_SET, &error);
+    return characters;
+}
+
 /// A line with the candidates for its language and their scores.
 struct Line
 {
@@ -161,20 +173,24 @@ private:
         struct Candidate
         {
             QStringView code;
-            CharacterSets::Set set;
+            const USet *characters; ///< of the usual national encoding
+        };
+        static const std::array candidates{Candidate{u"zh-Hant", charactersOf("Big5")},
+                                           Candidate{u"zh-Hans", charactersOf("GB2312")},
+                                           Candidate{u"ja", charactersOf("ISO-2022-JP")}};
+        const auto isKnown = [](char16_t c) {
+            return c >= 0x4e00 && c <= 0x9fff &&
+                   std::any_of(candidates.begin(), candidates.end(),
+                               [c](const Candidate &each) { return uset_contains(each.characters, c); });
         };
         Line line;
         const QString key = phraseKey(text);
         const NgramScores scores = m_phrases ? m_phrases->ngrams().scores(text) : NgramScores{};
-        for (const auto &[code, set] :
-             {Candidate{u"zh-Hant", CharacterSets::Traditional}, Candidate{u"zh-Hans", CharacterSets::Simplified},
-              Candidate{u"ja", CharacterSets::Japanese}}) {
+        for (const auto &[code, characters] : candidates) {
             const int language = *phraseLanguage(code);
             double score = scores[size_t(language)];
-            for (const QChar c : text) {
-                const unsigned char sets = CharacterSets::sets(c.unicode());
-                score -= sets != 0 && (sets & set) == 0 ? missingCharacter : 0;
-            }
+            for (const QChar c : text)
+                score -= isKnown(c.unicode()) && !uset_contains(characters, c.unicode()) ? missingCharacter : 0;
             if (m_phrases && m_phrases->intoEnglish(language, key))
                 score += knownPhrase;
             line.candidates.emplace_back(code.toString(), score);

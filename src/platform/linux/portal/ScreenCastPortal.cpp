@@ -30,25 +30,15 @@ constexpr guint32 monitors = 1;
 constexpr guint32 cursorHidden = 1;
 constexpr guint32 persistUntilRevoked = 2;
 
-struct VariantRelease
-{
-    void operator()(GVariant *value) const { g_variant_unref(value); }
-};
-using Variant = std::unique_ptr<GVariant, VariantRelease>;
+using Variant = Owned<GVariant, g_variant_unref>;
 
-struct ContextRelease
+void endSource(GSource *source)
 {
-    void operator()(GMainContext *context) const { g_main_context_unref(context); }
-};
-struct SourceRelease
-{
-    void operator()(GSource *source) const
-    {
-        g_source_destroy(source);
-        g_source_unref(source);
-    }
-};
-using Source = std::unique_ptr<GSource, SourceRelease>;
+    g_source_destroy(source);
+    g_source_unref(source);
+}
+
+using Source = Owned<GSource, endSource>;
 
 Variant lookUp(GVariant *dictionary, const char *key, const GVariantType *type)
 {
@@ -131,7 +121,7 @@ private:
                         GVariant *values, gpointer data);
     void closeRequest(const QByteArray &path);
 
-    const std::unique_ptr<GMainContext, ContextRelease> m_context;
+    const Owned<GMainContext, g_main_context_unref> m_context;
     const GObjectPointer<GCancellable> m_cancellable;
     GObjectPointer<GDBusConnection> m_bus;
     QHash<QByteArray, std::shared_ptr<Answer>> m_answers; ///< by path of the request
@@ -141,8 +131,8 @@ private:
 
 bool ScreenCastPortal::Calls::connect()
 {
-    const std::unique_ptr<char, decltype(&g_free)> address(
-        g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, m_cancellable.get(), nullptr), g_free);
+    const Owned<char, g_free> address(
+        g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, m_cancellable.get(), nullptr));
     if (!address)
         return false;
     m_bus.reset(g_dbus_connection_new_for_address_sync(
@@ -197,7 +187,7 @@ ScreenCastPortal::Calls::request(const char *method, GVariant *(*arguments)(cons
         G_VARIANT_TYPE("(o)"), G_DBUS_CALL_FLAGS_NONE, int(std::chrono::milliseconds(stepPatience).count()),
         m_cancellable.get(), &error));
     if (!handle) {
-        const std::unique_ptr<GError, decltype(&g_error_free)> owner(error, g_error_free);
+        const Owned<GError, g_error_free> owner(error);
         if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED))
             return tl::unexpected(ScreenCastProblem::Cancelled);
         if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
