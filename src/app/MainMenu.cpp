@@ -53,22 +53,7 @@ QString keyName(const QString &key)
         {u"\uF72B"_s, u"End"_s},   {u"\uF72C"_s, u"PgUp"_s}, {u"\uF72D"_s, u"PgDown"_s}};
     if (key.size() == 1 && key[0].unicode() >= firstFunctionKey && key[0].unicode() <= lastFunctionKey)
         return u'F' + QString::number(key[0].unicode() - firstFunctionKey + 1);
-    return names.value(key, key.toUpper());
-}
-
-QKeySequence keySequence(quint32 flags, const QString &key)
-{
-    QStringList parts;
-    if (flags & modifierFlag::control)
-        parts.append(u"Ctrl"_s);
-    if (flags & modifierFlag::option)
-        parts.append(u"Alt"_s);
-    if (flags & modifierFlag::shift)
-        parts.append(u"Shift"_s);
-    if (flags & modifierFlag::command)
-        parts.append(u"Meta"_s);
-    parts.append(keyName(key));
-    return QKeySequence(parts.join(u'+'), QKeySequence::PortableText);
+    return names.value(key, toolkitKeyName(key));
 }
 
 } // namespace
@@ -168,7 +153,8 @@ void MainMenu::fillStatusMenu()
 
 void MainMenu::setToggleKeys(quint32 flags, const QString &key)
 {
-    m_toggle->setShortcut(keySequence(flags, key));
+    m_toggle->setShortcut(
+        QKeySequence(modifierNames(hotkeyModifiersOfFlags(flags)) + keyName(key), QKeySequence::PortableText));
 }
 
 void MainMenu::build()

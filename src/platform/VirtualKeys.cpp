@@ -192,6 +192,38 @@ constexpr std::array modifierRows{
     ModifierRow{modifierFlag::command, hotkeyModifier::command, u'⌘', u"Meta+"},
 };
 
+/// A key whose name differs between the stored combination, the toolkit, and the portal.
+struct KeyNameRow
+{
+    QStringView name;
+    QStringView toolkit;
+    QStringView portal;
+};
+
+constexpr std::array keyNameRows{
+    KeyNameRow{u"↩", u"Return", u"Return"},
+    KeyNameRow{u"⇥", u"Tab", u"Tab"},
+    KeyNameRow{u"⌫", u"Backspace", u"BackSpace"},
+    KeyNameRow{u"⎋", u"Esc", u"Escape"},
+    KeyNameRow{u"⌦", u"Del", u"Delete"},
+    KeyNameRow{u"⌅", u"Enter", u"KP_Enter"},
+    KeyNameRow{u"←", u"Left", u"Left"},
+    KeyNameRow{u"→", u"Right", u"Right"},
+    KeyNameRow{u"↑", u"Up", u"Up"},
+    KeyNameRow{u"↓", u"Down", u"Down"},
+    KeyNameRow{u"Page Up", u"PgUp", u"Page_Up"},
+    KeyNameRow{u"Page Down", u"PgDown", u"Page_Down"},
+    KeyNameRow{u"Space", u"Space", u"space"},
+    KeyNameRow{u"Insert", u"Ins", u"Insert"},
+};
+
+QString keyName(const QString &name, QStringView KeyNameRow::*column)
+{
+    const auto row =
+        std::find_if(keyNameRows.begin(), keyNameRows.end(), [&](const KeyNameRow &each) { return each.name == name; });
+    return row == keyNameRows.end() ? name : (row->*column).toString();
+}
+
 char32_t lastCodePoint(QStringView text)
 {
     const QChar last = text.back();
@@ -252,6 +284,26 @@ QString americanKeyLabel(quint32 virtualKeyCode)
 {
     const KeyRow *row = rowOfVirtualKey(virtualKeyCode);
     return row ? row->name.toString() : QString();
+}
+
+QString modifierNames(quint32 hotkeyModifiers)
+{
+    QString names;
+    for (const ModifierRow &row : modifierRows) {
+        if (hotkeyModifiers & row.hotkeyModifier)
+            names += row.desktopName;
+    }
+    return names;
+}
+
+QString toolkitKeyName(const QString &name)
+{
+    return keyName(name, &KeyNameRow::toolkit);
+}
+
+QString portalKeyName(const QString &name)
+{
+    return keyName(name, &KeyNameRow::portal);
 }
 
 QString hotkeyDisplayString(quint32 flags, const QString &key)

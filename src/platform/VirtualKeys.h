@@ -52,6 +52,13 @@ QString virtualKeyName(quint32 virtualKeyCode);
 /// The label of a key on an American keyboard, for keys whose character can't be shown. Empty if it has no such key.
 QString americanKeyLabel(quint32 virtualKeyCode);
 
+/// The names of hotkey modifiers as the toolkit and most desktops write them: "Ctrl+Alt+".
+QString modifierNames(quint32 hotkeyModifiers);
+/// A key's name as the toolkit writes it: "Return" for "↩". Other texts stay as they are.
+QString toolkitKeyName(const QString &name);
+/// The same as the desktop portal writes it.
+QString portalKeyName(const QString &name);
+
 /// A combination as it is stored for display: "⌃", "⌥", "⇧", "⌘" in this order, then the key, upper-cased. Empty if the
 /// key is empty.
 QString hotkeyDisplayString(quint32 flags, const QString &key);

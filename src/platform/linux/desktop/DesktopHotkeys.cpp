@@ -74,63 +74,11 @@ constexpr std::array actionRows{
     ActionRow{HotkeyAction::TranslateArea, u"translate", u"翻譯目前區域"},
 };
 
-/// A key whose name differs between the stored combination, the toolkit, and the portal.
-struct KeyNameRow
-{
-    QStringView name;
-    QStringView toolkit;
-    QStringView portal;
-};
-
-constexpr std::array keyNameRows{
-    KeyNameRow{u"↩", u"Return", u"Return"},
-    KeyNameRow{u"⇥", u"Tab", u"Tab"},
-    KeyNameRow{u"⌫", u"Backspace", u"BackSpace"},
-    KeyNameRow{u"⎋", u"Esc", u"Escape"},
-    KeyNameRow{u"⌦", u"Del", u"Delete"},
-    KeyNameRow{u"⌅", u"Enter", u"KP_Enter"},
-    KeyNameRow{u"←", u"Left", u"Left"},
-    KeyNameRow{u"→", u"Right", u"Right"},
-    KeyNameRow{u"↑", u"Up", u"Up"},
-    KeyNameRow{u"↓", u"Down", u"Down"},
-    KeyNameRow{u"Page Up", u"PgUp", u"Page_Up"},
-    KeyNameRow{u"Page Down", u"PgDown", u"Page_Down"},
-    KeyNameRow{u"Space", u"Space", u"space"},
-    KeyNameRow{u"Insert", u"Ins", u"Insert"},
-};
-
-struct ModifierNameRow
-{
-    quint32 modifier;
-    QStringView toolkit;
-    QStringView portal;
-};
-
-constexpr std::array modifierNameRows{
-    ModifierNameRow{hotkeyModifier::control, u"Ctrl+", u"CTRL+"},
-    ModifierNameRow{hotkeyModifier::option, u"Alt+", u"ALT+"},
-    ModifierNameRow{hotkeyModifier::shift, u"Shift+", u"SHIFT+"},
-    ModifierNameRow{hotkeyModifier::command, u"Meta+", u"LOGO+"},
-};
-
-QString combination(quint32 keyCode, quint32 modifiers, QStringView ModifierNameRow::*modifierName,
-                    QStringView KeyNameRow::*keyName)
-{
-    QString text;
-    for (const ModifierNameRow &row : modifierNameRows) {
-        if (modifiers & row.modifier)
-            text += row.*modifierName;
-    }
-    const QString key = americanKeyLabel(keyCode);
-    const auto row =
-        std::find_if(keyNameRows.begin(), keyNameRows.end(), [&](const KeyNameRow &each) { return each.name == key; });
-    return text + (row == keyNameRows.end() ? key : (row->*keyName).toString());
-}
-
 /// Empty for signs, whose names in the portal are words.
 QString portalTrigger(quint32 keyCode, quint32 modifiers)
 {
-    const QString trigger = combination(keyCode, modifiers, &ModifierNameRow::portal, &KeyNameRow::portal);
+    const QString trigger =
+        modifierNames(modifiers).toUpper().replace(u"META"_s, u"LOGO"_s) + portalKeyName(americanKeyLabel(keyCode));
     const QChar last = trigger.isEmpty() ? QChar() : trigger.back();
     if (!last.isLetterOrNumber())
         return {};
@@ -140,7 +88,7 @@ QString portalTrigger(quint32 keyCode, quint32 modifiers)
 
 QList<int> toolkitKeys(quint32 keyCode, quint32 modifiers)
 {
-    const QKeySequence keys(combination(keyCode, modifiers, &ModifierNameRow::toolkit, &KeyNameRow::toolkit),
+    const QKeySequence keys(modifierNames(modifiers) + toolkitKeyName(americanKeyLabel(keyCode)),
                             QKeySequence::PortableText);
     return keys.isEmpty() ? QList<int>() : QList<int>{keys[0].toCombined()};
 }
@@ -215,7 +163,8 @@ std::function<void()> DesktopHotkeys::keyDialog()
             callPortal(u"ConfigureShortcuts"_s,
                        {QVariant::fromValue(QDBusObjectPath(m_session)), QString(), QVariantMap()});
         };
-    return areKeysChosenHere() ? std::function<void()>() : shortcutSettings();
+    const bool areCustom = areDesktopShortcutsOffered() && areDesktopShortcutsSet();
+    return areKeysChosenHere() && !areCustom ? std::function<void()>() : shortcutSettings();
 }
 
 tl::expected<std::unique_ptr<HotkeyReference>, int> DesktopHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode,
