@@ -1,9 +1,7 @@
 #include "AutoHide.h"
-#include "DockPresence.h"
 #include "EditCommands.h"
 #include "MainMenu.h"
 #include "ManualScheduler.h"
-#include "PaneFixture.h"
 #include "TestProgram.h"
 #include "TestTexts.h"
 #include "ToolkitLanguage.h"
@@ -120,23 +118,6 @@ private Q_SLOTS:
             words.append(QCoreApplication::translate("QPlatformTheme", "Cancel"));
         }
         QCOMPARE(words, (QStringList{u"取消"_s, u"取消"_s, u"キャンセル"_s, u"취소"_s, u"Cancel"_s}));
-    }
-
-    void theSettingsWindowKeepsTheKeysWhenThePaneLeavesTheTaskBar()
-    {
-        PaneFixture pane;
-        QWidget window;
-        window.setObjectName(u"settings"_s);
-        window.show();
-        pane.window.makeKeyAndOrderFront();
-        QVERIFY(QTest::qWaitForWindowActive(&pane.window));
-        pane.settings.write(settings::showInDock, false);
-        applyDockPresence(pane.window, false);
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = false});
-        pane.settings.write(settings::showInDock, true);
-        applyDockPresence(pane.window, true);
-        QCOMPARE(pane.hints.applied.last(), PaneWindowPresence{.isListed = true});
     }
 
     void thePaneHidesOnlyWhenTheKeysAreReallyGone()

@@ -1,6 +1,6 @@
 """A display of the tests' own: an X server without a monitor, a window manager, and a compositor where asked for. What
 is seen and done there is seen and done as by a user: by screenshots, the pointer and the keyboard."""
-import ctypes
+import contextlib
 import json
 import os
 import pathlib
@@ -8,6 +8,7 @@ import select
 import subprocess
 import time
 
+import Xlib.display
 from PIL import Image, ImageGrab
 
 from desktop import LUCENTRA, Session
@@ -82,14 +83,10 @@ class Screen(Session):
                         "org.freedesktop.DBus.UpdateActivationEnvironment", f"dict:string:string:{values}"],
                        env=self.environment, check=True, stdout=subprocess.DEVNULL)
 
-    def selection_owner(self, name: str) -> int:
-        xlib = ctypes.CDLL("libX11.so.6")
-        xlib.XOpenDisplay.restype = ctypes.c_void_p
-        xlib.XInternAtom.restype = xlib.XGetSelectionOwner.restype = ctypes.c_ulong
-        display = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
-        owner = xlib.XGetSelectionOwner(display, ctypes.c_ulong(xlib.XInternAtom(display, name.encode(), 0)))
-        xlib.XCloseDisplay(display)
-        return owner
+    def selection_owner(self, name: str):
+        """Its window, or a false value."""
+        with contextlib.closing(Xlib.display.Display(self.display)) as display:
+            return display.get_selection_owner(display.get_atom(name))
 
     # Programs
 
@@ -159,20 +156,12 @@ class Screen(Session):
         """The names of what has the keyboard's focus."""
         return self.accessibility("focused")[1].splitlines()
 
-    def cursor(self) -> tuple[int, int, bytes]:
+    def cursor(self) -> tuple[int, int, tuple[int, ...]]:
         """The pointer's picture: where in it the pointer is, and its pixels."""
-        class Image(ctypes.Structure):
-            _fields_ = [("x", ctypes.c_short), ("y", ctypes.c_short), ("width", ctypes.c_ushort),
-                        ("height", ctypes.c_ushort), ("hot_x", ctypes.c_ushort), ("hot_y", ctypes.c_ushort),
-                        ("serial", ctypes.c_ulong), ("pixels", ctypes.POINTER(ctypes.c_ulong))]
-        xlib, fixes = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXfixes.so.3")
-        xlib.XOpenDisplay.restype = ctypes.c_void_p
-        fixes.XFixesGetCursorImage.restype = ctypes.POINTER(Image)
-        display = ctypes.c_void_p(xlib.XOpenDisplay(self.display.encode()))
-        image = fixes.XFixesGetCursorImage(display).contents
-        pixels = image.pixels[:image.width * image.height]
-        xlib.XCloseDisplay(display)
-        return image.hot_x, image.hot_y, b"".join(int(pixel).to_bytes(8, "little") for pixel in pixels)
+        with contextlib.closing(Xlib.display.Display(self.display)) as display:
+            display.xfixes_query_version()
+            image = display.xfixes_get_cursor_image(display.screen().root)
+            return image.xhot, image.yhot, tuple(image.cursor_image)
 
     # What is done
 

@@ -141,10 +141,7 @@ class Commands(Models):
 class SettingsWindow(Models):
     def setUp(self):
         self.begin(Screen(composited=False, keyring=False))
-
-    def shows(self, text: str) -> None:
-        found = eventually(lambda: any(text in name for name in self.session.texts()), 20)
-        self.assertTrue(found, f"{text} isn't in {self.session.texts()}")
+        self.screen = self.session
 
     def test_one_button(self):
         self.session.start([str(LUCENTRA)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

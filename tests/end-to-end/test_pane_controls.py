@@ -46,6 +46,7 @@ class Capsule(OnThePane):
         self.screen.press("Japanese")
         self.expect(lambda: self.setting("targetLanguageCode") == "ja", "the target language")
         self.assertIs(self.setting("targetLanguageFollowsInterface"), False)
+        self.expect(lambda: self.screen.texts().count("Target language: Japanese") >= 2, "the capsule and the hint")
         self.screen.press("Switch to Manual Input")
         self.expect(lambda: "Text to translate" in self.screen.texts(), "the panel for typed text")
         self.screen.press("Back to Area Translation")

@@ -338,6 +338,8 @@ class TheRest(SettingsWindow):
         self.screen.press("Show in the taskbar")
         self.assertTrue(eventually(skips))
         self.assertTrue(eventually(lambda: "Settings" in self.screen.output("xdotool", "getactivewindow", "getwindowname")))
+        self.screen.press("Show in the taskbar")
+        self.assertTrue(eventually(lambda: not skips()))
 
 
 class BesidesTheForm(SettingsWindow):

@@ -448,18 +448,6 @@ private Q_SLOTS:
         QCOMPARE(namesOf(written()), u"b a*"_s);
     }
 
-    void manyQuickChangesEndInTheNewest()
-    {
-        create();
-        for (int i = 0; i < 300; ++i) {
-            m_manager->add(QString::number(i), u"x"_s);
-            m_queue->drain();
-        }
-        QCOMPARE(m_manager->history().size(), 300);
-        QCOMPARE(written(), m_manager->history());
-        QVERIFY(m_lines.isEmpty());
-    }
-
 private:
     void create()
     {

@@ -1,73 +1,33 @@
 """What a running program holds: memory, files, threads, and what the X server keeps for it."""
-import ctypes
 import os
 import pathlib
 import re
 
-PID_OF_CLIENT = 2  # the bit that asks the X-Resource extension for a client's process
-
-
-class Client(ctypes.Structure):
-    _fields_ = [("base", ctypes.c_ulong), ("mask", ctypes.c_ulong)]
-
-
-class Type(ctypes.Structure):
-    _fields_ = [("atom", ctypes.c_ulong), ("count", ctypes.c_uint)]
-
-
-class IdSpec(ctypes.Structure):
-    _fields_ = [("client", ctypes.c_ulong), ("mask", ctypes.c_uint)]
-
-
-class IdValue(ctypes.Structure):
-    _fields_ = [("spec", IdSpec), ("length", ctypes.c_long), ("value", ctypes.c_void_p)]
+import Xlib.display
+from Xlib.ext import res
 
 
 class ServerResources:
     """What the X server keeps for each process. Holds a connection of its own to the display."""
 
     def __init__(self, display: str):
-        self.xlib = ctypes.CDLL("libX11.so.6")
-        self.xres = ctypes.CDLL("libXRes.so.1")
-        self.xlib.XOpenDisplay.restype = ctypes.c_void_p
-        self.xlib.XGetAtomName.restype = ctypes.c_void_p
-        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(display.encode()))
-        if not self.display:
-            raise RuntimeError(f"no X server at {display}")
+        self.display = Xlib.display.Display(display)
+        self.display.res_query_version()
 
     def clients(self, process: int) -> list[int]:
         """The process's connections, each by the beginning of its range of ids."""
-        asked = IdSpec(0, PID_OF_CLIENT)
-        count, values = ctypes.c_long(), ctypes.POINTER(IdValue)()
-        if self.xres.XResQueryClientIds(self.display, ctypes.c_long(1), ctypes.byref(asked), ctypes.byref(count),
-                                        ctypes.byref(values)) != 0:
-            raise RuntimeError("the X server doesn't tell its clients' processes")
-        found = [values[i].spec.client for i in range(count.value)
-                 if self.xres.XResGetClientPid(ctypes.byref(values[i])) == process]
-        self.xres.XResClientIdsDestroy(count, values)
-        return found
-
-    def name(self, atom: int) -> str:
-        text = self.xlib.XGetAtomName(self.display, ctypes.c_ulong(atom))
-        name = ctypes.string_at(text).decode()
-        self.xlib.XFree(ctypes.c_void_p(text))
-        return name
+        answer = self.display.res_query_client_ids([{"client": 0, "mask": res.LocalClientPIDMask}])
+        return [each.spec.client for each in answer.ids if list(each.value) == [process]]
 
     def of(self, process: int) -> dict[str, int]:
         """How many of each kind, and the bytes of its pixmaps."""
         kept = {"clients": 0, "pixmap bytes": 0}
         for client in self.clients(process):
             kept["clients"] += 1
-            count, types = ctypes.c_int(), ctypes.POINTER(Type)()
-            self.xres.XResQueryClientResources(self.display, ctypes.c_ulong(client), ctypes.byref(count),
-                                               ctypes.byref(types))
-            for i in range(count.value):
-                name = self.name(types[i].atom)
-                kept[name] = kept.get(name, 0) + types[i].count
-            self.xlib.XFree(types)
-            size = ctypes.c_ulong()
-            self.xres.XResQueryClientPixmapBytes(self.display, ctypes.c_ulong(client), ctypes.byref(size))
-            kept["pixmap bytes"] += size.value
+            for kind in self.display.res_query_client_resources(client).types:
+                name = self.display.get_atom_name(kind.resource_type)
+                kept[name] = kept.get(name, 0) + kind.count
+            kept["pixmap bytes"] += self.display.res_query_client_pixmap_bytes(client).bytes
         return kept
 
 

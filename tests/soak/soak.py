@@ -5,7 +5,6 @@ The program runs under a window manager and a compositor over windows whose page
 local server that answers after 20 ms. Afterwards it must hold no more than it did after a hundred passes, and be no
 slower than in the first hundred."""
 import argparse
-import ctypes
 import dataclasses
 import json
 import pathlib
@@ -20,6 +19,8 @@ sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "end-to-end"))
 import chat_server
 import footprint
 import sample_page
+import Xlib.display
+from Xlib import XK, X
 from chat_server import ChatServer
 from screen import SHOW, Screen
 
@@ -38,35 +39,27 @@ class Keyboard:
     """Presses the hotkey as a keyboard does."""
 
     def __init__(self, display: str):
-        self.xlib, self.xtest = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXtst.so.6")
-        self.xlib.XOpenDisplay.restype = ctypes.c_void_p
-        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(display.encode()))
-        self.alt, self.enter = (self.xlib.XKeysymToKeycode(self.display, ctypes.c_ulong(symbol))
-                                for symbol in (0xFFE9, 0xFF0D))
+        self.display = Xlib.display.Display(display)
+        self.alt, self.enter = (self.display.keysym_to_keycode(symbol) for symbol in (XK.XK_Alt_L, XK.XK_Return))
 
     def press_hotkey(self) -> None:
-        for key, is_down in ((self.alt, 1), (self.enter, 1), (self.enter, 0), (self.alt, 0)):
-            self.xtest.XTestFakeKeyEvent(self.display, key, is_down, 0)
-        self.xlib.XFlush(self.display)
+        for key, kind in ((self.alt, X.KeyPress), (self.enter, X.KeyPress), (self.enter, X.KeyRelease),
+                          (self.alt, X.KeyRelease)):
+            self.display.xtest_fake_input(kind, key)
+        self.display.flush()
 
 
 class Eye:
     """Looks at small parts of the screen, as often as it is asked to."""
 
     def __init__(self, display: str):
-        self.xlib = ctypes.CDLL("libX11.so.6")
-        self.xlib.XOpenDisplay.restype = self.xlib.XGetImage.restype = ctypes.c_void_p
-        self.xlib.XGetPixel.restype = self.xlib.XDefaultRootWindow.restype = ctypes.c_ulong
-        self.display = ctypes.c_void_p(self.xlib.XOpenDisplay(display.encode()))
-        self.root = ctypes.c_ulong(self.xlib.XDefaultRootWindow(self.display))
+        self.root = Xlib.display.Display(display).screen().root
 
     def brightness(self, x: int, y: int, width: int, height: int) -> float:
         """The share of bright points."""
-        image = ctypes.c_void_p(self.xlib.XGetImage(self.display, self.root, x, y, width, height,
-                                                    ctypes.c_ulong(0xFFFFFF), 2))
-        points = [self.xlib.XGetPixel(image, i, j) for i in range(width) for j in range(height)]
-        self.xlib.XDestroyImage(image)
-        return sum((point >> 8 & 0xFF) > 170 for point in points) / len(points)
+        picture = self.root.get_image(x, y, width, height, X.ZPixmap, 0xFFFFFF).data
+        greens = picture[1::4]
+        return sum(green > 170 for green in greens) / len(greens)
 
 
 def make_pages(folder: pathlib.Path) -> list[pathlib.Path]:

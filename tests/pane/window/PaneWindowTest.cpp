@@ -3,12 +3,10 @@
 #include "VirtualScreen.h"
 #include "WindowButton.h"
 
-#include "X11CompositingMonitor.h"
 #include "X11PaneWindowHints.h"
 
 #include <QApplication>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTest>
 #include <QWindow>
 
@@ -99,21 +97,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!pane.window.isOnScreen());
         pane.window.makeKeyAndOrderFront();
         QTRY_VERIFY(pane.window.isOnScreen());
-    }
-
-    void compositorComesAndGoes()
-    {
-        X11CompositingMonitor monitor;
-        QList<bool> changes;
-        monitor.setChangeHandler([&](bool isComposited) { changes.append(isComposited); });
-        QVERIFY(!monitor.isComposited());
-        QProcess compositor;
-        compositor.start(u"picom"_s, {u"--backend"_s, u"xrender"_s, u"--config"_s, QProcess::nullDevice()});
-        QTRY_VERIFY(monitor.isComposited());
-        QVERIFY(X11CompositingMonitor().isComposited());
-        compositor.terminate();
-        compositor.waitForFinished();
-        QTRY_COMPARE(changes, (QList<bool>{true, false}));
     }
 };
 

@@ -147,18 +147,6 @@ private Q_SLOTS:
         QVERIFY(!m.control<QCheckBox>(u"允許將文字傳送至 OpenAI"_s)->isChecked());
     }
 
-    void theTargetFollowsTheInterface()
-    {
-        SettingsFixture m;
-        m.show();
-        SettingsFixture::choose(m.control<QComboBox>(u"介面語言"_s), u"ja"_s);
-        QCOMPARE(m.settings.read(settings::targetLanguageCode), u"ja"_s);
-        QCOMPARE(m.posted, QStringList(u"TargetLanguageChanged"_s));
-        m.settings.write(settings::targetLanguageFollowsInterface, false);
-        SettingsFixture::choose(m.control<QComboBox>(u"表示言語"_s), u"ko"_s);
-        QCOMPARE(m.settings.read(settings::targetLanguageCode), u"ja"_s);
-    }
-
     void aRefusedLoginItemSwitchesBack()
     {
         SettingsFixture m;
