@@ -216,36 +216,8 @@
         <translation>⚠️ Nothing can be translated without an API key!</translation>
     </message>
     <message>
-        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
-        <translation>⚠️ Apple’s built-in translation requires macOS 15</translation>
-    </message>
-    <message>
-        <source>⚠️ Apple 翻譯失敗</source>
-        <translation>⚠️ Apple translation failed</translation>
-    </message>
-    <message>
         <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
         <translation>⚠️ First allow text to be sent to %@ in the translation settings.</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Claude API Key</source>
-        <translation>⚠️ Enter your Claude API key in Settings</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 DeepL API Key</source>
-        <translation>⚠️ Enter your DeepL API key in Settings</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Gemini API Key</source>
-        <translation>⚠️ Enter your Gemini API key in Settings</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
-        <translation>⚠️ Enter your Microsoft Azure API key in Settings</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 OpenAI API Key</source>
-        <translation>⚠️ Enter your OpenAI API key in Settings</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入相容 API Key</source>
@@ -1450,10 +1422,6 @@
     <message>
         <source>請至設定填入 %@ API Key</source>
         <translation>Enter your %@ API key in Settings</translation>
-    </message>
-    <message>
-        <source>請至設定填入 Gemini API Key</source>
-        <translation>Enter your Gemini API key in Settings</translation>
     </message>
     <message>
         <source>請至設定填入 Microsoft Azure API Key</source>

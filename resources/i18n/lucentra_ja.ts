@@ -216,36 +216,8 @@
         <translation>⚠️ API キーが空なので翻訳できません！</translation>
     </message>
     <message>
-        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
-        <translation>⚠️ Apple の内蔵翻訳には macOS 15 へのアップグレードが必要です</translation>
-    </message>
-    <message>
-        <source>⚠️ Apple 翻譯失敗</source>
-        <translation>⚠️ Apple 翻訳に失敗しました</translation>
-    </message>
-    <message>
         <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
         <translation>⚠️ 先に翻訳の設定で %@ へのテキストの送信を許可してください。</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Claude API Key</source>
-        <translation>⚠️ 設定で Claude の API キーを入力してください</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 DeepL API Key</source>
-        <translation>⚠️ 設定で DeepL の API キーを入力してください</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Gemini API Key</source>
-        <translation>⚠️ 設定で Gemini の API キーを入力してください</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
-        <translation>⚠️ 設定で Microsoft Azure の API キーを入力してください</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 OpenAI API Key</source>
-        <translation>⚠️ 設定で OpenAI の API キーを入力してください</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入相容 API Key</source>
@@ -1450,10 +1422,6 @@
     <message>
         <source>請至設定填入 %@ API Key</source>
         <translation>設定で %@ の API キーを入力してください</translation>
-    </message>
-    <message>
-        <source>請至設定填入 Gemini API Key</source>
-        <translation>設定で Gemini の API キーを入力してください</translation>
     </message>
     <message>
         <source>請至設定填入 Microsoft Azure API Key</source>

@@ -216,36 +216,8 @@
         <translation>⚠️ API 키가 비어 있어 번역할 수 없습니다!</translation>
     </message>
     <message>
-        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
-        <translation>⚠️ Apple 내장 번역을 사용하려면 macOS 15로 업그레이드해야 합니다</translation>
-    </message>
-    <message>
-        <source>⚠️ Apple 翻譯失敗</source>
-        <translation>⚠️ Apple 번역에 실패했습니다</translation>
-    </message>
-    <message>
         <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
         <translation>⚠️ 먼저 번역 설정에서 %@(으)로의 텍스트 전송을 허용하세요.</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Claude API Key</source>
-        <translation>⚠️ 설정에서 Claude API 키를 입력하세요</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 DeepL API Key</source>
-        <translation>⚠️ 설정에서 DeepL API 키를 입력하세요</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Gemini API Key</source>
-        <translation>⚠️ 설정에서 Gemini API 키를 입력하세요</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
-        <translation>⚠️ 설정에서 Microsoft Azure API 키를 입력하세요</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 OpenAI API Key</source>
-        <translation>⚠️ 설정에서 OpenAI API 키를 입력하세요</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入相容 API Key</source>
@@ -1450,10 +1422,6 @@
     <message>
         <source>請至設定填入 %@ API Key</source>
         <translation>설정에서 %@ API 키를 입력하세요</translation>
-    </message>
-    <message>
-        <source>請至設定填入 Gemini API Key</source>
-        <translation>설정에서 Gemini API 키를 입력하세요</translation>
     </message>
     <message>
         <source>請至設定填入 Microsoft Azure API Key</source>

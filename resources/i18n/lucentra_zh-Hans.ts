@@ -216,36 +216,8 @@
         <translation>⚠️ API 密钥为空，将无法进行翻译！</translation>
     </message>
     <message>
-        <source>⚠️ Apple 內建翻譯需升級至 macOS 15</source>
-        <translation>⚠️ Apple 内置翻译需要升级到 macOS 15</translation>
-    </message>
-    <message>
-        <source>⚠️ Apple 翻譯失敗</source>
-        <translation>⚠️ Apple 翻译失败</translation>
-    </message>
-    <message>
         <source>⚠️ 請先在翻譯設定中允許將文字傳送至 %@。</source>
         <translation>⚠️ 请先在翻译设置中允许将文字发送至 %@。</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Claude API Key</source>
-        <translation>⚠️ 请到设置中填写 Claude API 密钥</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 DeepL API Key</source>
-        <translation>⚠️ 请到设置中填写 DeepL API 密钥</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Gemini API Key</source>
-        <translation>⚠️ 请到设置中填写 Gemini API 密钥</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 Microsoft Azure API Key</source>
-        <translation>⚠️ 请到设置中填写 Microsoft Azure API 密钥</translation>
-    </message>
-    <message>
-        <source>⚠️ 請至設定填入 OpenAI API Key</source>
-        <translation>⚠️ 请到设置中填写 OpenAI API 密钥</translation>
     </message>
     <message>
         <source>⚠️ 請至設定填入相容 API Key</source>
@@ -1450,10 +1422,6 @@
     <message>
         <source>請至設定填入 %@ API Key</source>
         <translation>请到设置中填写 %@ API 密钥</translation>
-    </message>
-    <message>
-        <source>請至設定填入 Gemini API Key</source>
-        <translation>请到设置中填写 Gemini API 密钥</translation>
     </message>
     <message>
         <source>請至設定填入 Microsoft Azure API Key</source>

@@ -19,6 +19,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <functional>
 #include <optional>
@@ -102,25 +103,10 @@ void chooseForThisCommand(const Invocation &invocation, Services &services)
                                  invocation.target.value_or(store.read(settings::targetLanguageCode)));
 }
 
-QString nameOf(OnDeviceOutcome::Kind kind)
-{
-    using Kind = OnDeviceOutcome::Kind;
-    switch (kind) {
-    case Kind::Translated:
-        return u"translated"_s;
-    case Kind::SameLanguage:
-        return u"same language"_s;
-    case Kind::Undetermined:
-        return u"undetermined"_s;
-    case Kind::UnknownPhrase:
-        return u"unknown phrase"_s;
-    case Kind::NotReady:
-        return u"not ready"_s;
-    case Kind::PairUnavailable:
-        break;
-    }
-    return u"pair unavailable"_s;
-}
+/// In the order of the kinds of `OnDeviceOutcome`.
+constexpr std::array outcomeNames{"pair unavailable"_L1, "undetermined"_L1, "unknown phrase"_L1,
+                                  "same language"_L1,    "not ready"_L1,    "translated"_L1};
+static_assert(outcomeNames.size() == size_t(OnDeviceOutcome::Kind::Translated) + 1);
 
 /// Adds the outcome of each line if the engine of this computer translated them.
 QJsonArray withOutcomes(QJsonArray lines, const QList<OnDeviceOutcome> &outcomes)
@@ -128,7 +114,7 @@ QJsonArray withOutcomes(QJsonArray lines, const QList<OnDeviceOutcome> &outcomes
     for (qsizetype i = 0; i < std::min(lines.size(), outcomes.size()); ++i) {
         const OnDeviceOutcome &outcome = outcomes[i];
         QJsonObject line = lines[i].toObject();
-        line.insert(u"outcome"_s, nameOf(outcome.kind));
+        line.insert(u"outcome"_s, outcomeNames[size_t(outcome.kind)]);
         if (outcome.kind == OnDeviceOutcome::Kind::Translated) {
             line.insert(u"service"_s, outcome.service);
             line.insert(u"confidence"_s, outcome.confidence);

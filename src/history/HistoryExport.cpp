@@ -102,31 +102,16 @@ std::optional<ExportFormat> exportFormat(const QString &name)
 
 QString exportSuffix(ExportFormat format)
 {
-    switch (format) {
-    case ExportFormat::Csv:
-        return u"csv"_s;
-    case ExportFormat::Json:
-        return u"json"_s;
-    case ExportFormat::Lines:
-    case ExportFormat::Tsv:
-        break;
-    }
-    return u"tsv"_s;
+    return format == ExportFormat::Csv ? u"csv"_s : format == ExportFormat::Json ? u"json"_s : u"tsv"_s;
 }
 
 QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format)
 {
-    switch (format) {
-    case ExportFormat::Csv:
+    if (format == ExportFormat::Csv)
         return csv(items);
-    case ExportFormat::Json:
+    if (format == ExportFormat::Json)
         return json(items);
-    case ExportFormat::Lines:
-        return tsv(items, [](QString text) { return text; });
-    case ExportFormat::Tsv:
-        break;
-    }
-    return tsv(items, harmlessMarkup);
+    return format == ExportFormat::Lines ? tsv(items, [](QString text) { return text; }) : tsv(items, harmlessMarkup);
 }
 
 Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path)

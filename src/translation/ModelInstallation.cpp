@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +17,23 @@ namespace {
 
 /// How often progress is posted to the main thread.
 constexpr qint64 progressMilliseconds = 100;
+
+/// The sentences for the user in the order of the kinds of `ModelProblem`.
+constexpr std::array<QStringView, 14> problemTexts{u"已取消下載。",
+                                                   u"另一個下載正在進行。",
+                                                   u"模型伺服器的網址必須使用 HTTPS。",
+                                                   u"伺服器的模型清單無法使用。",
+                                                   u"伺服器沒有這個語言的翻譯模型。",
+                                                   {}, // the problem's own text
+                                                   u"模型伺服器回應錯誤：HTTP %d。",
+                                                   u"下載中斷。已下載的部分會保留，可以稍後繼續。",
+                                                   u"下載的檔案大小不符，已捨棄。",
+                                                   u"下載的檔案內容不符，已捨棄。",
+                                                   u"磁碟空間不足：還需要 %@。",
+                                                   u"無法寫入模型資料夾：%@",
+                                                   u"沒有安裝這個翻譯模型。",
+                                                   u"這個翻譯模型由系統安裝，無法在這裡移除。"};
+static_assert(problemTexts.size() == size_t(ModelProblem::Kind::NotOwn) + 1);
 
 const OfferedModel *findOffer(const QList<OfferedModel> &offers, const LanguagePair &pair)
 {
@@ -86,37 +104,12 @@ ModelResult<QList<LanguagePair>> installModels(TranslationModels &models, const 
 QString modelProblemText(const ModelProblem &problem, const LocalizationManager &texts)
 {
     using Kind = ModelProblem::Kind;
-    switch (problem.kind) {
-    case Kind::Cancelled:
-        return texts.localized(u"已取消下載。"_s);
-    case Kind::Busy:
-        return texts.localized(u"另一個下載正在進行。"_s);
-    case Kind::Unprotected:
-        return texts.localized(u"模型伺服器的網址必須使用 HTTPS。"_s);
-    case Kind::InvalidList:
-        return texts.localized(u"伺服器的模型清單無法使用。"_s);
-    case Kind::NotOffered:
-        return texts.localized(u"伺服器沒有這個語言的翻譯模型。"_s);
-    case Kind::Network:
+    if (problem.kind == Kind::Network)
         return problem.text;
-    case Kind::Refused:
-        return texts.formatted(u"模型伺服器回應錯誤：HTTP %d。"_s, int(problem.number));
-    case Kind::CutOff:
-        return texts.localized(u"下載中斷。已下載的部分會保留，可以稍後繼續。"_s);
-    case Kind::WrongSize:
-        return texts.localized(u"下載的檔案大小不符，已捨棄。"_s);
-    case Kind::WrongContent:
-        return texts.localized(u"下載的檔案內容不符，已捨棄。"_s);
-    case Kind::DiskFull:
-        return texts.formatted(u"磁碟空間不足：還需要 %@。"_s, megabyteText(problem.number));
-    case Kind::NotWritten:
-        return texts.formatted(u"無法寫入模型資料夾：%@"_s, problem.text);
-    case Kind::NotInstalled:
-        return texts.localized(u"沒有安裝這個翻譯模型。"_s);
-    case Kind::NotOwn:
-        return texts.localized(u"這個翻譯模型由系統安裝，無法在這裡移除。"_s);
-    }
-    return {};
+    const QString detail = problem.kind == Kind::Refused    ? QString::number(problem.number)
+                           : problem.kind == Kind::DiskFull ? megabyteText(problem.number)
+                                                            : problem.text;
+    return texts.formatted(problemTexts[size_t(problem.kind)].toString(), detail);
 }
 
 QString modelTitle(const LanguagePair &pair)

@@ -9,7 +9,6 @@ namespace lucentra {
 
 namespace {
 
-constexpr QStringView missingKeyPattern = u"請至設定填入 %@ API Key";
 constexpr QStringView ownEndpoint = u"您設定的相容 API 端點";
 
 constexpr QStringView keychainFooter = u"API Key 會安全存放於 macOS Keychain。";
@@ -33,7 +32,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .account = "microsoftApiKey"_L1,
          .label = u"Microsoft",
          .missingKeyText = u"請至設定填入 Microsoft Azure API Key",
-         .missingKeyReply = u"⚠️ 請至設定填入 Microsoft Azure API Key",
          .formTitle = u"Microsoft Azure 設定",
          .formFooters = {u"Azure 翻譯必須填寫 API Key 與對應的地區。", keychainFooter},
          .fields = {{u"地區", settings::microsoftApiRegion, &EngineRequest::region}}},
@@ -42,8 +40,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .serviceName = u"Google Gemini",
          .account = "geminiApiKey"_L1,
          .label = u"Gemini",
-         .missingKeyText = u"請至設定填入 Gemini API Key",
-         .missingKeyReply = u"⚠️ 請至設定填入 Gemini API Key",
          .formTitle = u"Gemini AI 設定",
          .formFooters = {u"Gemini 翻譯必須填寫 API Key。", keychainFooter}},
         {.engine = TranslationEngine::deepl,
@@ -51,8 +47,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .serviceName = u"DeepL",
          .account = "deeplApiKey"_L1,
          .label = u"DeepL",
-         .missingKeyText = missingKeyPattern,
-         .missingKeyReply = u"⚠️ 請至設定填入 DeepL API Key",
          .formTitle = u"DeepL 設定",
          .formFooters = {u"DeepL Free 與 Pro 金鑰皆可使用，App 會自動選擇對應端點。"}},
         {.engine = TranslationEngine::openAI,
@@ -60,8 +54,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .serviceName = u"OpenAI",
          .account = "openAIApiKey"_L1,
          .label = u"OpenAI",
-         .missingKeyText = missingKeyPattern,
-         .missingKeyReply = u"⚠️ 請至設定填入 OpenAI API Key",
          .formTitle = u"OpenAI 設定",
          .formFooters = {u"模型名稱可依你的 OpenAI 帳號權限調整。"},
          .fields = {{u"模型名稱", settings::openAIModel, &EngineRequest::model}},
@@ -71,8 +63,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .serviceName = u"Anthropic Claude",
          .account = "anthropicApiKey"_L1,
          .label = u"Claude",
-         .missingKeyText = missingKeyPattern,
-         .missingKeyReply = u"⚠️ 請至設定填入 Claude API Key",
          .formTitle = u"Claude 設定",
          .formFooters = {u"模型名稱可依你的 Anthropic 帳號權限調整。"},
          .fields = {{u"模型名稱", settings::anthropicModel, &EngineRequest::model}},
@@ -82,7 +72,6 @@ const std::array<EngineEntry, 8> &engineCatalogue()
          .serviceName = ownEndpoint,
          .account = "compatibleApiKey"_L1,
          .label = u"相容 API",
-         .missingKeyText = missingKeyPattern,
          .missingKeyReply = u"⚠️ 請至設定填入相容 API Key",
          .formTitle = u"OpenAI 相容 API 設定",
          .formFooters = {u"可連接 OpenRouter、Ollama 或其他支援 Chat Completions 的服務；非本機網址必須使用 HTTPS。"},

@@ -57,8 +57,8 @@ struct EngineEntry
     QLatin1StringView account{};      ///< of its API key in the keychain
     bool requiresKey = true;          ///< if false, it works without one, too
     QStringView label{};              ///< name in the error for a missing key, and that error's domain
-    QStringView missingKeyText{};     ///< the error of a pass: a pattern for the label, or the whole sentence
-    QStringView missingKeyReply{};    ///< the answer to typed text
+    QStringView missingKeyText = u"請至設定填入 %@ API Key"; ///< a pattern for the label, or the whole sentence
+    QStringView missingKeyReply{};    ///< the answer to typed text; empty: that sentence with a sign
     QStringView formTitle{};          ///< of its section in the settings
     QList<QStringView> formFooters{}; ///< below the fields
     QList<EngineField> fields{};      ///< in the order of the form

@@ -56,7 +56,7 @@ Failure onDeviceFailure(const QString &description)
 /// Why a call has no translation.
 struct TranslationManager::CallFailure
 {
-    enum class Kind { Consent, OnDeviceUnsupported, OnDevice, Keychain, MissingKey, Client, AnsweredByClient, Cancelled };
+    enum class Kind { Consent, OnDevice, Keychain, MissingKey, Client, AnsweredByClient, Cancelled };
 
     Kind kind;
     Failure failure;
@@ -127,8 +127,7 @@ std::optional<TranslationManager::CallFailure> TranslationManager::refusal(Trans
 {
     using Kind = CallFailure::Kind;
     if (engine == TranslationEngine::apple && m_clients.supportsOnDevice && !m_clients.supportsOnDevice())
-        return CallFailure{Kind::OnDeviceUnsupported,
-                           onDeviceFailure(m_texts.localized(u"Apple 內建翻譯需升級至 macOS 15"_s))};
+        return CallFailure{Kind::OnDevice, onDeviceFailure(m_texts.localized(u"Apple 內建翻譯需升級至 macOS 15"_s))};
     if (lacksConsent(engine))
         return CallFailure{Kind::Consent, ConsentMissing(consentMessage(engine)).failure(m_texts)};
     return std::nullopt;
@@ -275,15 +274,15 @@ TranslationManager::TypedAnswer TranslationManager::answerTo(TranslationEngine e
     switch (outcome.error().kind) {
     case Kind::Consent: // the sentence begins with the sign
         return message(description, false);
-    case Kind::OnDeviceUnsupported:
-        return message(m_texts.localized(u"⚠️ Apple 內建翻譯需升級至 macOS 15"_s));
     case Kind::OnDevice:
-        return message(m_texts.localized(u"⚠️ Apple 翻譯失敗"_s));
+        return message(u"⚠️ "_s + description);
     case Kind::Keychain:
         return message(u"⚠️ "_s + description, false);
-    case Kind::MissingKey: // only Gemini's isn't copied
-        return message(m_texts.localized(engineEntry(engine).missingKeyReply.toString()),
+    case Kind::MissingKey: { // only Gemini's isn't copied
+        const QString reply = engineEntry(engine).missingKeyReply.toString();
+        return message(reply.isEmpty() ? u"⚠️ "_s + description : m_texts.localized(reply),
                        engine != TranslationEngine::customAPI);
+    }
     case Kind::AnsweredByClient:
         return message(description);
     case Kind::Cancelled:

@@ -3,6 +3,7 @@
 #include <QByteArrayList>
 #include <QFile>
 
+#include <array>
 #include <chrono>
 #include <thread>
 #include <utility>
@@ -27,6 +28,11 @@ const SecretSchema itemSchema{"com.tarnby.lucentra.Secret",
                               nullptr,
                               nullptr,
                               nullptr};
+
+/// In the order of the problems.
+constexpr std::array reasons{
+    "The Secret Service does not answer"_L1,           "There is no session bus"_L1, "There is no Secret Service"_L1,
+    "The Secret Service gave no value for an item"_L1, "The keyring is locked"_L1,   "There is no default keyring"_L1};
 
 using Attributes = Owned<GHashTable, g_hash_table_unref>;
 
@@ -127,24 +133,8 @@ QByteArray ownerOf(SecretService *service)
 
 Failure secretServiceFailure(SecretStorageProblem problem)
 {
-    const auto reason = [problem] {
-        switch (problem) {
-        case SecretStorageProblem::NoAnswer:
-            return u"The Secret Service does not answer"_s;
-        case SecretStorageProblem::NoBus:
-            return u"There is no session bus"_s;
-        case SecretStorageProblem::NoService:
-            return u"There is no Secret Service"_s;
-        case SecretStorageProblem::NoSecret:
-            return u"The Secret Service gave no value for an item"_s;
-        case SecretStorageProblem::Locked:
-            return u"The keyring is locked"_s;
-        case SecretStorageProblem::NoKeyring:
-            return u"There is no default keyring"_s;
-        }
-        return QString();
-    };
-    return {.domain = u"SecretService"_s, .code = static_cast<int>(problem), .description = reason()};
+    const int index = int(problem) - int(SecretStorageProblem::NoAnswer);
+    return {.domain = u"SecretService"_s, .code = int(problem), .description = reasons[size_t(index)]};
 }
 
 SecretServiceClient::SecretServiceClient(KeyringPrompt::Clock clock)
