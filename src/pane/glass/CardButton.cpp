@@ -1,5 +1,6 @@
 #include "CardButton.h"
 
+#include <QLabel>
 #include <QPainter>
 
 namespace lucentra {
@@ -49,6 +50,23 @@ void CardButton::paintEvent(QPaintEvent *)
     painter.setPen(QPen(QColor(255, 255, 255, 210), ringWidth));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(ground.adjusted(-reach, -reach, reach, reach), buttonRadius + reach, buttonRadius + reach);
+}
+
+QLabel *addCardLabel(const QString &text, int pixels, QFont::Weight weight, double opacity, QWidget *parent)
+{
+    auto *label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    QFont font = label->font();
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    label->setFont(font);
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, QColor::fromRgbF(1, 1, 1, float(opacity)));
+    label->setPalette(palette);
+    return label;
 }
 
 } // namespace lucentra

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QFont>
 #include <QPushButton>
+
+class QLabel;
 
 namespace lucentra {
 
@@ -24,5 +27,8 @@ protected:
 private:
     const Look m_look;
 };
+
+/// A text on a card: white, of a height in pixels and an opacity from 0 to 1, in lines from the upper left corner on.
+QLabel *addCardLabel(const QString &text, int pixels, QFont::Weight weight, double opacity, QWidget *parent);
 
 } // namespace lucentra

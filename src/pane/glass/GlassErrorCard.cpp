@@ -104,23 +104,6 @@ QAccessibleInterface *accessibleCard(const QString &, QObject *object)
     return card ? new AccessibleCard(card) : nullptr;
 }
 
-QLabel *addLabel(const QString &text, int pixels, QFont::Weight weight, double opacity, QWidget *parent)
-{
-    auto *label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setText(text);
-    label->setWordWrap(true);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    QFont font = label->font();
-    font.setPixelSize(pixels);
-    font.setWeight(weight);
-    label->setFont(font);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, QColor::fromRgbF(1, 1, 1, float(opacity)));
-    label->setPalette(palette);
-    return label;
-}
-
 } // namespace
 
 GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, const QString &actionTitle,
@@ -128,8 +111,8 @@ GlassErrorCard::GlassErrorCard(const QString &title, const QString &message, con
     : QWidget(parent)
     , m_glass(glass)
     , m_message(message)
-    , m_titleLabel(addLabel(title, titlePixels, QFont::DemiBold, 0.95, this))
-    , m_messageLabel(addLabel(message, messagePixels, QFont::Normal, 0.72, this))
+    , m_titleLabel(addCardLabel(title, titlePixels, QFont::DemiBold, 0.95, this))
+    , m_messageLabel(addCardLabel(message, messagePixels, QFont::Normal, 0.72, this))
 {
     static const bool isInstalled = (QAccessible::installFactory(accessibleCard), true);
     Q_UNUSED(isInstalled);

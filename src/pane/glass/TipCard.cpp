@@ -28,17 +28,8 @@ TipCard::TipCard(const QString &text, const QString &actionTitle, const QString 
                  const GlassBackdropView &glass, QWidget *parent)
     : QWidget(parent)
     , m_glass(glass)
-    , m_label(new QLabel(this))
+    , m_label(addCardLabel(text, tipPixels, QFont::Normal, 0.92, this))
 {
-    m_label->setTextFormat(Qt::PlainText);
-    m_label->setText(text);
-    m_label->setWordWrap(true);
-    QFont labelFont = m_label->font();
-    labelFont.setPixelSize(tipPixels);
-    m_label->setFont(labelFont);
-    QPalette palette = m_label->palette();
-    palette.setColor(QPalette::WindowText, QColor(255, 255, 255, 235));
-    m_label->setPalette(palette);
     m_label->setAttribute(Qt::WA_TransparentForMouseEvents);
 
     auto *column = new QVBoxLayout(this);
@@ -52,20 +43,15 @@ TipCard::TipCard(const QString &text, const QString &actionTitle, const QString 
         auto *action = new CardButton(actionTitle, CardButton::Look::Accent, this);
         connect(action, &QPushButton::clicked, this, [this] {
             onAction();
-            close();
+            onClosed();
         });
         row->addWidget(action);
     }
     auto *closing = new CardButton(closeTitle, CardButton::Look::Plain, this);
-    connect(closing, &QPushButton::clicked, this, &TipCard::close);
+    connect(closing, &QPushButton::clicked, this, [this] { onClosed(); });
     row->addWidget(closing);
     column->addLayout(row);
     setAccessibleName(text);
-}
-
-void TipCard::close()
-{
-    onClosed();
 }
 
 QSize TipCard::sizeOn(int paneWidth) const
@@ -80,7 +66,7 @@ QSize TipCard::sizeOn(int paneWidth) const
 void TipCard::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        close();
+        onClosed();
 }
 
 void TipCard::paintEvent(QPaintEvent *)

@@ -34,8 +34,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void close();
-
     const GlassBackdropView &m_glass;
     QLabel *m_label;
 };

@@ -143,7 +143,7 @@ void TransparentWindow::retranslate()
 
 void TransparentWindow::zoom()
 {
-    m_userMoves.requested();
+    m_userMoves.grabbed();
     if (m_services.hints.isManaged()) {
         setWindowState(windowState() ^ Qt::WindowMaximized);
         return;

@@ -46,11 +46,6 @@ void UserMoveTracker::grabbed()
     begin(m_surroundings.frame());
 }
 
-void UserMoveTracker::requested()
-{
-    begin(m_surroundings.frame());
-}
-
 void UserMoveTracker::frameChanged()
 {
     const QRect before = std::exchange(m_lastFrame, m_surroundings.frame());

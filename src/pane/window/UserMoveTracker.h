@@ -45,13 +45,11 @@ public:
 
     void windowShown();
     void windowHidden();
-    /// The user takes hold of the window by its body or edge.
+    /// The user takes hold of the window by its body or edge, or asks for another rectangle by the zoom button.
     void grabbed();
     /// The window manager reports the beginning or end of a hold: a pressed button over the window or a key that moves
     /// it. Most of them move nothing.
     void held(bool isHeld);
-    /// The user asked for another rectangle without holding a button: the zoom button.
-    void requested();
     /// The window's rectangle has changed, for whatever reason.
     void frameChanged();
 

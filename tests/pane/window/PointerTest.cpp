@@ -64,8 +64,6 @@ struct Desk
                 tracker.grabbed();
             else if (step == u"held" || step == u"let-go")
                 tracker.held(step == u"held");
-            else if (step == u"requested")
-                tracker.requested();
             else
                 tracker.windowHidden();
         }
@@ -139,7 +137,7 @@ private Q_SLOTS:
         row("by one that tells after the release", u"press held +100"_s, true, u"release let-go +10 120,100 +1000"_s,
             1);
         row("by its keys", u"held 110,100 +1000 120,100 +1000"_s, true, u"let-go +1000"_s, 1);
-        row("a zoom, however slow the answer", u"requested +400 0,0"_s, true, u"+1000"_s, 1);
+        row("a zoom, however slow the answer", u"grabbed +400 0,0"_s, true, u"+1000"_s, 1);
         row("hidden in the middle of it", u"press grabbed 300,300 hidden"_s, false, u"release +1000"_s, 0);
     }
     void movesAreReportedOnceAfterTheRelease()
