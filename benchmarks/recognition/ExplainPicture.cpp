@@ -50,7 +50,7 @@ QList<ReadLine> linesReadOn(const QImage &image, const TextMaps &maps)
 {
     QList<ReadLine> lines;
     for (const FoundLine &found : linesOf(maps, 5))
-        lines.append({found, {}, {}, false});
+        lines.append({found, {}, {}});
     LineReader reader;
     ReaderPool pool(2, std::chrono::hours(1), [] {});
     const LineRouter router({ReadingLanguage::TraditionalChinese, ReadingLanguage::English, ReadingLanguage::Japanese},
@@ -80,7 +80,7 @@ void explain(const QImage &image, const QDir &folder)
             const Reading &best = routed.best;
             readersPainter.setPen(QPen(colourOf(best.language), 2));
             readersPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
-            const bool isKept = isPlausible(best, line.found, line.isOnPicture);
+            const bool isKept = isPlausible(best, line.found);
             keptPainter.setPen(QPen(isKept ? QColor(0, 160, 60) : QColor(230, 40, 40), 2));
             keptPainter.drawRect(piece.ink.adjusted(-2, -2, 1, 1));
             if (!isKept)

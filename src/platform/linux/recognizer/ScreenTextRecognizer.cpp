@@ -90,26 +90,15 @@ bool isCut(const QRect &ink, const QSize &size)
 QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
 {
     constexpr double sureOfCut = 85; // confidence, 0 to 100
-    QList<Reading> readings;
-    qsizetype doubtful = 0;
-    for (const ReadLine &line : lines) {
-        readings.append(wholeOf(line));
-        if (!isPlausible(readings.last(), line.found, line.isOnPicture) ||
-            (isOn("cut lines") && isCut(line.found.ink, size) && readings.last().confidence < sureOfCut))
-            readings.last().text.clear();
-        doubtful += readings.last().text.isEmpty() || line.isOnPicture ? 1 : 0;
-    }
-    const bool isPicture = isOn("picture screens") && doubtful > std::max<qsizetype>(3, lines.size() / 4);
     QList<TypeLine> texts;
     QList<QRect> inks;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const ReadLine &line = lines[i];
-        const bool isText = !readings[i].text.isEmpty() &&
-                            (!isPicture || isPlausibleOnPictures(readings[i], line.found, line.isOnPicture));
-        if (isText) {
-            texts.append({line.found.ink, readings[i].text});
-            inks.append(line.found.ink);
-        }
+    for (const ReadLine &line : lines) {
+        const Reading reading = wholeOf(line);
+        if (!isPlausible(reading, line.found) ||
+            (isOn("cut lines") && isCut(line.found.ink, size) && reading.confidence < sureOfCut))
+            continue;
+        texts.append({line.found.ink, reading.text});
+        inks.append(line.found.ink);
     }
     if (isOn("twins"))
         settleTwins(texts);
@@ -141,7 +130,7 @@ QList<ReadLine> linesIn(const TextMaps &maps, double minimumTextHeight)
     const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * maps.ink.height)));
     QList<ReadLine> lines;
     for (const FoundLine &found : linesOf(maps, minimumHeight))
-        lines.append({found, {}, {}, false});
+        lines.append({found, {}, {}});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });

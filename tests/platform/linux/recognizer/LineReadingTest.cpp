@@ -76,61 +76,29 @@ private Q_SLOTS:
 
     void plausibility_data()
     {
-        columns<QString, double, bool, int, bool>("text", "confidence", "isOnPicture", "shapes", "isPlausible");
-        QTest::newRow("a sure line") << u"Open the report"_s << 90.0 << false << 14 << true;
-        QTest::newRow("an unsure line on a window") << u"Open the report"_s << 45.0 << false << 14 << true;
-        QTest::newRow("the same on a picture") << u"Open the report"_s << 45.0 << true << 14 << false;
-        QTest::newRow("punctuation alone") << u"--- |"_s << 95.0 << false << 5 << false;
-        QTest::newRow("a digit") << u"7"_s << 95.0 << false << 1 << true;
-        QTest::newRow("a tick box") << u"口"_s << 95.0 << false << 1 << false;
-        QTest::newRow("a row of windows") << u"oooooo"_s << 90.0 << false << 6 << false;
-        QTest::newRow("a brace") << u"}"_s << 93.0 << false << 1 << true;
-        QTest::newRow("a bracket on a picture") << u"}"_s << 93.0 << true << 1 << false;
-        QTest::newRow("parts of syllables") << u"ㅁㅁ ㅠ"_s << 90.0 << false << 6 << false;
-        QTest::newRow("a part among syllables") << u"ㆍ 전체 특징 (ㅁ"_s << 90.0 << false << 12 << true;
-        QTest::newRow("a bracket of Japanese among syllables") << u"이 『전체 특징"_s << 90.0 << false << 12 << true;
-        QTest::newRow("syllables among kana") << u"が전체フ"_s << 90.0 << false << 12 << false;
-        QTest::newRow("syllables") << u"설정"_s << 90.0 << false << 6 << true;
-        QTest::newRow("two letters from a picture's edges") << u"ay"_s << 70.0 << true << 3 << false;
+        columns<QString, double, double, bool>("text", "confidence", "sureness", "isPlausible");
+        QTest::newRow("a line") << u"Open the report"_s << 33.0 << 0.6 << true;
+        QTest::newRow("an unsure line") << u"Open the report"_s << 31.0 << 0.6 << false;
+        QTest::newRow("punctuation alone") << u"--- |"_s << 95.0 << 0.6 << false;
+        QTest::newRow("a brace") << u"}"_s << 93.0 << 0.6 << true;
+        QTest::newRow("a digit") << u"7"_s << 80.0 << 0.6 << true;
+        QTest::newRow("a letter") << u"A"_s << 92.0 << 0.6 << true;
+        QTest::newRow("an icon") << u"A"_s << 80.0 << 0.6 << false;
+        QTest::newRow("a button's label") << u"確定"_s << 90.0 << 0.6 << true;
+        QTest::newRow("two letters of an icon") << u"my"_s << 76.0 << 0.6 << false;
+        QTest::newRow("a label that the net hardly sees") << u"攻擊"_s << 96.0 << 0.5 << true;
+        QTest::newRow("what else it hardly sees") << u"Bo"_s << 88.0 << 0.5 << false;
     }
 
     void plausibility()
     {
         QFETCH(const QString, text);
         QFETCH(const double, confidence);
-        QFETCH(const bool, isOnPicture);
-        QFETCH(const int, shapes);
+        QFETCH(const double, sureness);
         FoundLine line;
-        line.sureness = 0.55;
-        line.ink = QRect(0, 0, shapes * 8, 12);
-        line.shapeCount = shapes;
-        const Reading reading{text, confidence};
-        QTEST(isPlausible(reading, line, isOnPicture), "isPlausible");
-    }
-
-    void plausibilityOnPictures_data()
-    {
-        columns<QString, double, QSize, bool, bool>("text", "confidence", "ink", "isOnPicture", "isPlausible");
-        const QSize label(28, 15);
-        const QSize line(90, 15);
-        QTest::newRow("a button's label beside it") << u"繼續"_s << 93.0 << label << false << true;
-        QTest::newRow("the same on it") << u"繼續"_s << 93.0 << label << true << false;
-        QTest::newRow("an unsure one") << u"繼續"_s << 80.0 << label << false << false;
-        QTest::newRow("a letter") << u"G"_s << 95.0 << label << false << false;
-        QTest::newRow("a few ideographs") << u"2. 瀏覽"_s << 65.0 << line << true << true;
-        QTest::newRow("grass") << u"デー"_s << 65.0 << line << true << false;
-    }
-
-    void plausibilityOnPictures()
-    {
-        QFETCH(const QString, text);
-        QFETCH(const double, confidence);
-        QFETCH(const QSize, ink);
-        QFETCH(const bool, isOnPicture);
-        FoundLine line;
-        line.ink = QRect(QPoint(0, 0), ink);
-        line.shapeCount = 2;
-        QTEST(isPlausibleOnPictures({text, confidence}, line, isOnPicture), "isPlausible");
+        line.sureness = sureness;
+        line.ink = QRect(0, 0, int(text.size()) * 8, 12);
+        QTEST(isPlausible({text, confidence}, line), "isPlausible");
     }
 
     void order_data()

@@ -2,6 +2,7 @@
 
 #include "Mask.h"
 #include "Rules.h"
+#include "find/Cells.h"
 #include "find/LineMarks.h"
 
 #include <algorithm>
@@ -181,7 +182,7 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
 /// there are any.
 bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
-    constexpr double apart = 0.55; // of the height; cells and labels are farther apart
+    constexpr double apart = 0.6; // of the height; cells and labels are farther apart
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
         if (inks[i].area > 0)
@@ -394,18 +395,19 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
     std::vector<Ink> inks = inksOf(maps, places, cores.size());
     if (joinTouching(cores, inks, places))
         inks = inksOf(maps, places, cores.size());
-    QList<FoundLine> lines;
+    std::vector<LineLetters> letters;
     for (std::size_t i = 0; i < cores.size(); ++i) {
-        QRect ink = inks[i].box;
-        if (ink.isNull())
+        if (inks[i].box.isNull())
             continue;
-        std::vector<QRect> shapes = shapesOf(maps, places, ink, int(i) + 1);
-        if (isOn("strangers")) {
-            dropStranger(maps.ink, shapes);
-            ink = QRect();
-            for (const QRect &shape : shapes)
-                ink |= shape;
-        }
+        letters.push_back({i, shapesOf(maps, places, inks[i].box, int(i) + 1)});
+        if (isOn("strangers"))
+            dropStranger(maps.ink, letters.back().letters);
+    }
+    QList<FoundLine> lines;
+    for (const auto &[i, shapes] : cutAtCells(letters)) {
+        QRect ink;
+        for (const QRect &shape : shapes)
+            ink |= shape;
         if (ink.height() < flat * cores[i].thickness)
             ink = heightened(ink, cores[i]) & QRect(0, 0, maps.ink.width, maps.ink.height);
         if (ink.height() < minimumHeight)
@@ -416,7 +418,8 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
         line.shapeCount = int(shapes.size());
         line.pieces = piecesOf(shapes, ink);
         line.endsInRing = endsInRing(maps.ink, shapes, ink);
-        tellScripts(maps, cores[i].box, shapes, line);
+        const QRect core = cores[i].box;
+        tellScripts(maps, QRect(ink.left() / 2, core.top(), (ink.width() + 1) / 2, core.height()), shapes, line);
         lines.append(line);
     }
     return lines;

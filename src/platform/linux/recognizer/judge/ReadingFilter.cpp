@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <array>
 
 namespace lucentra {
 
@@ -74,82 +75,39 @@ void settleTwins(QList<TypeLine> &lines)
 
 namespace {
 
-/// A figure alone that was read as a character or two: an arrow, a switch, a tool's picture.
-bool isRatherIcon(const Reading &reading, const FoundLine &line)
-{
-    constexpr double sure = 90;   // letters are read like that, figures seldom
-    constexpr double rather = 80; // nor are ideographs made of them as surely as that
-    const QString &text = reading.text;
-    const bool isWide = text.at(0).unicode() >= 0x2E80;
-    if (reading.confidence >= (isWide ? rather : sure) || line.shapeCount > 2)
-        return false;
-    if (text.size() == 1)
-        return isWide;
-    const bool hasDigit = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
-    // A word's letters may run together; it is longer than an icon then.
-    return text.size() <= 4 && !isWide && !hasDigit && line.shapeCount == 1 &&
-           (line.isShort() || reading.confidence < 70);
-}
-
-/// Many parts of syllables alone, or syllables among kana: what Korean makes of rings, bars and waves.
-bool isGibberish(const QString &text)
-{
-    static const QRegularExpression lonePart(u"[\\x{1100}-\\x{11FF}\\x{3130}-\\x{318F}]"_s);
-    const Scripts scripts = scriptsOf(text);
-    return 3 * text.count(lonePart) >= text.size() || (scripts.hangul > 0 && scripts.kana > 0);
-}
-
 /// A line of code that closes or opens what others are in.
-bool isBrace(const Reading &reading, const FoundLine &line, bool isOnPicture)
+bool isBrace(const Reading &reading, const FoundLine &line)
 {
     constexpr double sure = 90;
     static const QRegularExpression brace(u"^(?:[{}]|[})\\]]{1,4}[;,]?)$"_s);
-    return !isOnPicture && reading.confidence >= sure && brace.match(reading.text).hasMatch() &&
+    return reading.confidence >= sure && brace.match(reading.text).hasMatch() &&
            qsizetype(2) * line.ink.height() >=
                qsizetype(3) * line.ink.width() / std::max<qsizetype>(1, reading.text.size());
 }
 
 } // namespace
 
-bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture)
+bool isPlausible(const Reading &reading, const FoundLine &line)
 {
+    // Confidences, 0 to 100, by the number of characters. Icons and parts of pictures are read as a few characters, and
+    // seldom surely. Digits are alike in all models.
+    constexpr std::array<double, 5> least{100, 90, 85, 70, 50};
+    constexpr double leastOfDigits = 75;
+    constexpr double leastOfLong = 32;
+    constexpr double leastSureness = 0.52; // of the net; icons have less as a rule, short texts seldom
+    constexpr double sure = 92;
     static const QRegularExpression letter(u"[\\p{L}\\p{N}]"_s);
-    // What icons look like: a ring, a cross, an arrow, a box, a tick.
-    static const QRegularExpression icon(u"^[xXvVyYoOQ0〇口ロ□ソンヽ一ーLLJ人八入〈〉]$"_s);
-    static const QRegularExpression repeated(u"^(.{1,2}?)( ?\\1){3,}$"_s);
-    const QString &text = reading.text;
-    if (isOn("braces") && isBrace(reading, line, isOnPicture))
+    static const QRegularExpression digit(u"\\d"_s);
+    if (isOn("braces") && isBrace(reading, line))
         return true;
-    if (!text.contains(letter) || (isOn("gibberish") && isGibberish(text)) ||
-        (isOn("signs of icons") && line.isShort() && icon.match(text).hasMatch()) ||
-        (isOn("repeated letters") && repeated.match(text).hasMatch()))
+    if (!reading.text.contains(letter))
         return false;
-    constexpr double leastSureness = 0.52; // on real screens three of five icons have less, and one of twenty short texts
-    constexpr double sureWriting = 0.6;
-    if (isOn("sureness of the net") && text.size() <= 3 && line.sureness < leastSureness)
+    const auto size = std::size_t(reading.text.size() - reading.text.count(u' '));
+    if (isOn("sureness of the net") && size <= 3 && line.sureness < leastSureness && reading.confidence < sure)
         return false;
-    static const QRegularExpression key(u"^(?:(?:Ctrl|Shift|Alt)\\+)*(?:Ctrl\\+\\S+|F1?\\d)$"_s);
-    if (isOn("unsure keys") && key.match(text).hasMatch())
-        return reading.confidence >= 20;
-    if (isOn("rather an icon") && line.sureness < sureWriting && isRatherIcon(reading, line))
-        return false;
-    double least = isOnPicture ? 55 : 32;
-    if (line.isShort())
-        least += 15;
-    else if (isOnPicture && text.size() <= 3)
-        least += 25;
-    return reading.confidence >= least;
-}
-
-bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture)
-{
-    constexpr double sure = 90;
-    const Scripts scripts = scriptsOf(reading.text);
-    // An ideograph says as much as two letters; kana is what blades of grass are read as.
-    const int letters = scripts.latin + scripts.kana + 2 * (scripts.han + scripts.hangul);
-    if (line.isShort()) // the label of a button, perhaps
-        return !isOnPicture && letters >= 2 && reading.confidence >= sure;
-    return reading.confidence >= (letters <= 3 ? 80 : 50);
+    if (size >= least.size() || !isOn("short readings"))
+        return reading.confidence >= leastOfLong;
+    return reading.confidence >= (size <= 2 && reading.text.contains(digit) ? leastOfDigits : least[size]);
 }
 
 } // namespace lucentra

@@ -17,11 +17,7 @@ QString withFullStop(const QString &text);
 /// each is of the kind of the nearest other one on its row.
 void settleTwins(QList<TypeLine> &lines);
 
-/// Whether a reading is writing, or what a picture's edges happened to look like.
-bool isPlausible(const Reading &reading, const FoundLine &line, bool isOnPicture);
-
-/// The same for a screen that is a picture for the most part: its flat places have specks that look like letters, too.
-/// A letter or two that stand on the picture itself never are; beside it, surely read, they may be a button's label.
-bool isPlausibleOnPictures(const Reading &reading, const FoundLine &line, bool isOnPicture);
+/// Whether a reading is writing, or what an icon or a picture's edges happened to look like.
+bool isPlausible(const Reading &reading, const FoundLine &line);
 
 } // namespace lucentra

@@ -145,7 +145,6 @@ void ScreenPass::read(ReadLine &line) const
     const LineRouter &router = m_budget.isScarce() ? m_hasty : m_thorough;
     for (const LinePiece &piece : line.found.pieces) {
         const LineNormalizer normalizer = normalized(piece.ink);
-        line.isOnPicture |= normalizer.isVaried();
         line.pieces.append(router.read(normalizer, piece.scripts, m_reader, m_screen));
     }
     if (isOn("stretches") && !line.found.stretches.isEmpty() && !m_budget.isScarce())

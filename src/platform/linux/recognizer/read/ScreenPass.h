@@ -22,7 +22,6 @@ struct ReadLine
     FoundLine found;
     QList<RoutedReading> pieces; ///< one for each of the line's pieces
     Comparison comparison;       ///< of the two ways to write Chinese
-    bool isOnPicture = false;
 };
 
 /// Reads the lines of one image with all workers.

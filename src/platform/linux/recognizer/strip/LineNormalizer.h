@@ -47,10 +47,6 @@ public:
     /// Both must outlive this object.
     LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen);
 
-    /// Whether the rim around the line has no colour of its own (less than 35 % of it have one): a picture is behind
-    /// it, or an outline or a shadow around it. Then no separation is sure to be the right one.
-    bool isVaried() const { return m_isVaried; }
-
     /// The ways to tell letters from their surroundings, the likeliest first.
     QList<Separation> separations() const;
 
@@ -68,6 +64,8 @@ private:
     QRect m_ink;
     QRect m_crop;
     QColor m_paper;
+    /// Whether the rim around the line has no colour of its own (less than 35 % of it have one): a picture is behind
+    /// it, or an outline or a shadow around it. Then no separation is sure to be the right one.
     bool m_isVaried = false;
 };
 
