@@ -293,8 +293,10 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
     const QList<QRect> whole = wholeColumns(pieces);
     QList<QRect> others = whole;
     for (const FoundLine &line : upright) {
-        if (line.ink.width() <= widestCharacter * line.ink.height())
-            others.append(turnedRect(line.ink, width));
+        const QRect place = turnedRect(line.ink, width);
+        if (line.ink.width() <= widestCharacter * line.ink.height() &&
+            std::ranges::none_of(whole, [&](const QRect &column) { return column.intersects(place); }))
+            others.append(place);
     }
     QList<QList<QRect>> candidates = groupsOf(whole);
     std::ranges::stable_sort(candidates, std::greater(), [](const QList<QRect> &columns) {

@@ -72,9 +72,10 @@ public:
     {
     }
 
-    void run(std::vector<Task> &tasks)
+    /// With `once`, the first reading that isn't empty will do.
+    void run(std::vector<Task> &tasks, bool once)
     {
-        withEach(tasks, [this](Task &task) { read(task); });
+        withEach(tasks, [this, once](Task &task) { read(task, once); });
     }
 
     void readUpright(std::vector<Task> &tasks)
@@ -109,13 +110,13 @@ private:
         return {m_turned, task.ink.adjusted(-margin, 0, margin, 0) & m_turned.rect(), m_ink};
     }
 
-    void read(Task &task) const
+    void read(Task &task, bool once) const
     {
         const LineNormalizer column = columnOf(task);
         for (const Separation separation : column.separations()) {
             const Strip strip = column.strip(separation, LineReader::stripShape(task.language));
             for (const ReadingMode mode : {ReadingMode::Line, ReadingMode::Whole}) {
-                if (task.reading.confidence >= goodColumn)
+                if (task.reading.confidence >= goodColumn || (once && task.worth > 0))
                     break;
                 Reading reading = m_reader.read(strip, task.language, mode);
                 reading.text = tidied(horizontalMarks(reading.text));
@@ -196,7 +197,7 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
         for (const ReadingLanguage language : languages)
             telling.push_back({column.ink, language});
     }
-    pass.run(telling);
+    pass.run(telling, true);
     const auto worth = [&](ReadingLanguage language) {
         // It is less sure of traditional columns by far, and about as sure of simplified ones as the other model.
         constexpr double doubt = 1.5;
@@ -217,7 +218,7 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
             tasks.push_back(known == telling.end() ? Task{column.ink, language} : *known);
         }
     }
-    pass.run(tasks);
+    pass.run(tasks, false);
     pass.readUpright(tasks);
     QList<ReadColumns> read;
     auto task = tasks.begin();
