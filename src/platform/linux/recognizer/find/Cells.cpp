@@ -140,10 +140,10 @@ std::vector<LineLetters> cutAtCells(const std::vector<LineLetters> &lines)
             const int height = heightBeside(gap, lines[i].letters);
             if (gap.width() < leastGap * height || !isOn("cells") || !isBetweenCells(gap, height, rows, rowOf[i]))
                 continue;
-            const auto after = std::ranges::partition(rest.letters,
-                                                      [&](const QRect &letter) { return letter.left() < gap.begin; });
-            parts.push_back({rest.core, {rest.letters.begin(), after.begin()}});
-            rest.letters.erase(rest.letters.begin(), after.begin());
+            const auto after = std::partition(rest.letters.begin(), rest.letters.end(),
+                                              [&](const QRect &letter) { return letter.left() < gap.begin; });
+            parts.push_back({rest.core, {rest.letters.begin(), after}});
+            rest.letters.erase(rest.letters.begin(), after);
         }
         parts.push_back(rest);
     }
