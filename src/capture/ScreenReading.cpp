@@ -221,12 +221,12 @@ private:
         });
         if (other == m_found.end())
             return !isSameWriting(m_former.picture, m_picture, box);
-        if (other->text == line.text) {
-            if (isSameBox(pixelsOf(other->normBox, m_picture.size()), box))
-                other->normBox = line.normBox;
+        const bool isSame = other->text == line.text;
+        if (!isSame && !isNearlySame(other->text, line.text))
             return true;
-        }
-        if (!isNearlySame(other->text, line.text) || !isSameWriting(m_former.picture, m_picture, box))
+        if (isSameBox(pixelsOf(other->normBox, m_picture.size()), box))
+            other->normBox = line.normBox; // a pixel more or less is no reason to move
+        if (isSame || !isSameWriting(m_former.picture, m_picture, box))
             return true;
         m_found.erase(other);
         return false;
