@@ -208,7 +208,7 @@ void LineReader::release()
         m_usual.clear();
     for (const Engine &engine : m_engines)
         ++m_usual[engine.language];
-    m_engines.remove_if([](const Engine &engine) { return !engine.isBusy; });
+    m_engines.remove_if([](const Engine &engine) { return !engine.isBusy && engine.language != ReadingLanguage::English; });
 }
 
 StripShape LineReader::stripShape(ReadingLanguage language)

@@ -83,7 +83,8 @@ public:
     /// The processor time that the calling thread has worked so far to load engines, of whichever reader.
     static std::chrono::microseconds loadingTime();
 
-    /// Frees the memory of all engines that aren't reading.
+    /// Frees the memory of the engines that aren't reading. English ones stay: they are small, and the next screen needs
+    /// them at once.
     void release();
 
     /// How large the letters should stand on a language's strips, whose height is the one that its network takes.
