@@ -16,24 +16,15 @@ QString tidied(const QString &text)
 {
     static const QRegularExpression spaceBetweenWide(
         u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～]) +(?=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～])"_s);
-    static const QRegularExpression stopTwice(u"[，,、]。"_s);
     static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
     // Keys are no words, so the model's dictionary is no help with them.
     static const QRegularExpression controlKey(u"\\b[Cc]tr[il1|I]{0,2}\\+"_s);
     static const QRegularExpression letterKey(u"^[Cc]tr.{1,3}?([A-Z])$"_s);
     static const QRegularExpression functionKey(u"^((?:Shift|Ctrl|Alt)\\+)?F[il1|I]{2,3}$"_s);
-    static const QRegularExpression hexadecimal(u"\\b[Oo]x(?=[0-9A-F]{2,}\\b)"_s);
-    static const QRegularExpression doubledLetter(u"^([CcOoSsVvWwXxZzKkPpUu])(?i:\\1)$"_s);
     QString result = text;
     if (isOn("key names"))
         result.replace(controlKey, u"Ctrl+"_s).replace(letterKey, u"Ctrl+\\1"_s).replace(functionKey, u"\\1F11"_s);
-    if (isOn("hexadecimal numbers"))
-        result.replace(hexadecimal, u"0x"_s);
-    if (isOn("one letter seen twice"))
-        result.replace(doubledLetter, u"\\1"_s);
     result.replace(spaceBetweenWide, QString());
-    if (isOn("full stop seen twice"))
-        result.replace(stopTwice, u"。"_s);
     if (isOn("a bar for I"))
         result.replace(loneBar, u"I"_s);
     return result;
@@ -94,6 +85,8 @@ bool isPlausible(const Reading &reading, const FoundLine &line)
     constexpr std::array<double, 5> least{100, 90, 85, 70, 50};
     constexpr double leastOfDigits = 75;
     constexpr double leastOfLong = 32;
+    constexpr double leastOfLone = 50; // an ideograph, syllable or kana by itself, where the net sees writing
+    constexpr double sureWriting = 0.61;
     constexpr double leastSureness = 0.52; // of the net; icons have less as a rule, short texts seldom
     constexpr double sure = 92;
     static const QRegularExpression letter(u"[\\p{L}\\p{N}]"_s);
@@ -107,6 +100,8 @@ bool isPlausible(const Reading &reading, const FoundLine &line)
         return false;
     if (size >= least.size() || !isOn("short readings"))
         return reading.confidence >= leastOfLong;
+    if (size == 1 && reading.text.at(0).unicode() >= 0x2E80 && line.sureness >= sureWriting)
+        return reading.confidence >= leastOfLone;
     return reading.confidence >= (size <= 2 && reading.text.contains(digit) ? leastOfDigits : least[size]);
 }
 
