@@ -31,8 +31,8 @@ QRect pixelsOf(const NormBox &normBox, const QSize &size);
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
                         const ReadPart &read);
 
-/// The places of lines, which weren't among the former ones, that end beside `written`, where no line was read: a
-/// moving picture often hides a word from the recognizer at first. Pixels, as is `written`; whole tiles.
+/// The places of new lines that end beside `written` although no line was read there. Their last words are probably
+/// missing: a moving picture often hides a word from the recognizer at first. Pixels, as is `written`; whole tiles.
 QRegion cutLines(const QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size, const QRegion &written);
 
 } // namespace lucentra
