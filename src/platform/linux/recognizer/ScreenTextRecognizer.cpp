@@ -152,9 +152,7 @@ ScreenTextRecognizer::ScreenTextRecognizer(const Options &options)
     m_correctingReader = std::make_unique<LineReader>(true, engines);
     m_literalReader = std::make_unique<LineReader>(false, engines);
     m_net = std::make_unique<TextNet>(options.weights);
-    m_pool = std::make_unique<ReaderPool>(workers, options.keepEngines, [this] {
-        m_correctingReader->release();
-        m_literalReader->release();
+    m_pool = std::make_unique<ReaderPool>(workers, options.keepMemory, [this] {
         m_net->release();
         giveBackFreeMemory();
     });

@@ -24,8 +24,8 @@ class ScreenTextRecognizer : public TextRecognizer
 public:
     struct Options
     {
-        int workers = 0;                                ///< threads; 0: as many as there are cores, at most 4
-        std::chrono::milliseconds keepEngines{600'000}; ///< without use; then all but the English ones are freed
+        int workers = 0;                               ///< threads; 0: as many as there are cores, at most 4
+        std::chrono::milliseconds keepMemory{600'000}; ///< without use; then all but the engines is freed
         QString weights = QStringLiteral(":/lucentra/recognizer/lines.net"); ///< of the net that finds lines
     };
 
@@ -33,8 +33,7 @@ public:
     explicit ScreenTextRecognizer(const Options &options);
     ~ScreenTextRecognizer() override;
 
-    /// Loads in the background the engines that were freed after a rest, or else those of English. Others are loaded
-    /// when a screen needs them.
+    /// Loads the engines of English in the background. Others are loaded when a screen needs them.
     void warmUp() override;
 
     /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read

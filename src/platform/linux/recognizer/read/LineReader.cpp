@@ -11,6 +11,38 @@
 
 #include <algorithm>
 
+// Tesseract fills two tables for its older engine, which isn't used here: letters that look alike, and what its classifier
+// learns of each letter. They took three quarters of the time and the memory of a model. The library calls these two
+// functions by name and finds these empty ones first, since the program exports them. If a version of it doesn't, models
+// only load more slowly.
+namespace tesseract {
+
+class UNICHARSET;
+struct ADAPT_TEMPLATES_STRUCT;
+
+class UnicharAmbigs
+{
+    void LoadUniversal(const UNICHARSET &, UNICHARSET *);
+};
+
+struct ADAPT_CLASS_STRUCT
+{
+    ~ADAPT_CLASS_STRUCT();
+};
+
+void AddAdaptedClass(ADAPT_TEMPLATES_STRUCT *, ADAPT_CLASS_STRUCT *adapted, int);
+
+void UnicharAmbigs::LoadUniversal(const UNICHARSET &, UNICHARSET *) {}
+
+/// Takes over what it is given. Its size isn't known here.
+void AddAdaptedClass(ADAPT_TEMPLATES_STRUCT *, ADAPT_CLASS_STRUCT *adapted, int)
+{
+    adapted->~ADAPT_CLASS_STRUCT();
+    ::operator delete(static_cast<void *>(adapted));
+}
+
+} // namespace tesseract
+
 namespace lucentra {
 
 using namespace Qt::StringLiterals;
@@ -124,13 +156,11 @@ bool LineReader::prepare(ReadingLanguage language)
 
 bool LineReader::prepareUsual()
 {
+    constexpr int usual = 2;
     std::unique_lock lock(m_mutex);
-    const auto missing = std::ranges::find_if(m_usual, [this](const auto &usual) {
-        return std::ranges::count(m_engines, usual.first, &Engine::language) < usual.second;
-    });
-    if (missing == m_usual.end() || m_engines.size() >= m_maximum)
+    if (std::ranges::count(m_engines, ReadingLanguage::English, &Engine::language) >= usual || m_engines.size() >= m_maximum)
         return false;
-    giveBack(*made(missing->first, lock));
+    giveBack(*made(ReadingLanguage::English, lock));
     return true;
 }
 
@@ -199,16 +229,6 @@ bool LineReader::makePlace()
         return false;
     m_engines.erase(oldest);
     return true;
-}
-
-void LineReader::release()
-{
-    const std::lock_guard lock(m_mutex);
-    if (!m_engines.empty())
-        m_usual.clear();
-    for (const Engine &engine : m_engines)
-        ++m_usual[engine.language];
-    m_engines.remove_if([](const Engine &engine) { return !engine.isBusy && engine.language != ReadingLanguage::English; });
 }
 
 StripShape LineReader::stripShape(ReadingLanguage language)

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <list>
-#include <map>
 #include <memory>
 #include <mutex>
 
@@ -56,9 +55,9 @@ struct Reading
     QList<ReadWord> words;                               ///< of Korean, where each syllable is a word
 };
 
-/// The engines: made when they are first needed, lent to one read at a time, kept until they are released. They take
-/// 15 (English) to 50 MB (Chinese) each and share nothing, so there are never more than `maximum` of them (at least 4);
-/// then the one that has been idle for longest makes place. Any thread, several at once.
+/// The engines: made when they are first needed, lent to one read at a time, and kept. They take 2 (English) to 11 MB
+/// (Chinese) each and share nothing, so there are never more than `maximum` of them (at least 4); then the one that has
+/// been idle for longest makes place. Any thread, several at once.
 class LineReader
 {
 public:
@@ -69,8 +68,8 @@ public:
     /// Loads an engine of a language where there is none. False where its model isn't installed or is broken.
     bool prepare(ReadingLanguage language);
 
-    /// Loads one of the engines that the last release has freed; before the first release, of two English ones, which
-    /// nearly every screen needs for Latin letters and digits. Returns false if all of them are there.
+    /// Loads one of two English engines, which nearly every screen needs for Latin letters and digits. Returns false if
+    /// both are there.
     bool prepareUsual();
 
     /// Whether an engine of a language is there, or couldn't be made.
@@ -82,10 +81,6 @@ public:
 
     /// The processor time that the calling thread has worked so far to load engines, of whichever reader.
     static std::chrono::microseconds loadingTime();
-
-    /// Frees the memory of the engines that aren't reading. English ones stay: they are small, and the next screen needs
-    /// them at once.
-    void release();
 
     /// How large the letters should stand on a language's strips, whose height is the one that its network takes.
     static StripShape stripShape(ReadingLanguage language);
@@ -114,7 +109,6 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_givenBack;
     std::list<Engine> m_engines;
-    std::map<ReadingLanguage, int> m_usual{{ReadingLanguage::English, 2}}; ///< engines to prepare
     quint64 m_uses = 0;
 };
 
