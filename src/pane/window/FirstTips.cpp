@@ -86,11 +86,11 @@ bool FirstTips::isDue(FirstTip tip) const
     case FirstTip::Drag:
         return m_pane.hints().isPristine();
     case FirstTip::Missing:
-        return m_isResultNew && !m_circumstances.missing().isEmpty();
+        return m_isTipOwed && !m_circumstances.missing().isEmpty();
     case FirstTip::Models:
-        return m_isResultNew && m_circumstances.lacksModels();
+        return m_isTipOwed && m_circumstances.lacksModels();
     case FirstTip::Hotkey:
-        return m_isResultNew && !m_circumstances.hotkey().isEmpty();
+        return m_isTipOwed && !m_circumstances.hotkey().isEmpty();
     }
     return false;
 }
@@ -101,21 +101,22 @@ void FirstTips::update()
         return;
     const QScopedValueRollback updating(m_isUpdating, true);
     const bool isTranslated = m_pane.hasTranslations();
-    m_isResultNew = !std::exchange(m_wasTranslated, isTranslated) && isTranslated;
+    m_isTipOwed = isTranslated && (m_isTipOwed || !m_wasTranslated);
+    m_wasTranslated = isTranslated;
     if (isTranslated)
         done(FirstTip::Drag);
-    if (!m_card) {
-        constexpr FirstTip order[]{FirstTip::Drag, FirstTip::Missing, FirstTip::Models, FirstTip::Hotkey};
-        const auto next = std::find_if(std::begin(order), std::end(order), [this](FirstTip tip) { return isDue(tip); });
-        if (next == std::end(order))
-            return;
-        show(*next);
+    if (m_card && !place()) {
+        hide();
+        m_isTipOwed = isTranslated;
     }
-    const bool wasVisible = m_card->isVisible();
-    m_card->setVisible(place());
-    if (m_card->isVisible() && !wasVisible) {
-        QAccessibleEvent alert(m_card, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
+    for (const FirstTip tip : {FirstTip::Drag, FirstTip::Missing, FirstTip::Models, FirstTip::Hotkey}) {
+        if (m_card)
+            return;
+        if (!isDue(tip))
+            continue;
+        show(tip);
+        if (!place())
+            hide(); // another one may be smaller
     }
 }
 
@@ -148,7 +149,7 @@ void FirstTips::hide()
     m_pane.removeView(std::exchange(m_card, nullptr));
 }
 
-/// Returns whether there is a place.
+/// Shows the card in its place. Returns false if there is none.
 bool FirstTips::place()
 {
     const QSize size = m_card->sizeOn(m_pane.width());
@@ -158,9 +159,16 @@ bool FirstTips::place()
     const auto free = std::find_if(places.begin(), places.end(), [&](QPoint corner) {
         return whole.contains(QRect(corner, size)) && !texts.intersects(QRect(corner, size));
     });
-    if (free != places.end())
-        m_card->setGeometry(QRect(*free, size));
-    return free != places.end();
+    if (free == places.end())
+        return false;
+    m_card->setGeometry(QRect(*free, size));
+    if (!m_card->isVisible()) {
+        m_isTipOwed = false;
+        m_card->show();
+        QAccessibleEvent alert(m_card, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
+    return true;
 }
 
 } // namespace lucentra

@@ -23,7 +23,7 @@ enum class FirstTip {
 };
 
 /// Explains the pane to a new user, at most one thing at a time, in cards at the places they are about. Doing the thing
-/// ends a tip as its button does. No tip covers translations, other texts or the capsule; one that has no room waits.
+/// ends a tip as its button does. No tip covers translations, other texts or the capsule; if one has no room, another is shown or it waits.
 class FirstTips : public QObject
 {
 public:
@@ -58,10 +58,10 @@ private:
     const LocalizationManager &m_texts;
     const Circumstances m_circumstances;
     bool m_wasTranslated = false; ///< at the last update
-    bool m_isResultNew = false;   ///< whether the pane got its translations with this update
+    bool m_isTipOwed = false;     ///< none has been shown yet beside these translations
     bool m_isUpdating = false;
     FirstTip m_shown{};       ///< of the card
-    QPointer<TipCard> m_card; ///< belongs to the pane; hidden while it has no room
+    QPointer<TipCard> m_card; ///< belongs to the pane
 };
 
 } // namespace lucentra

@@ -141,9 +141,10 @@ private Q_SLOTS:
         PaneFixture pane;
         pane.window.show();
         int opened = 0;
+        QString missing;
         const auto makeTips = [&] {
             return std::make_unique<FirstTips>(*pane.view, pane.settings, pane.texts,
-                                               FirstTips::Circumstances{.missing = [] { return QString(); },
+                                               FirstTips::Circumstances{.missing = [&] { return missing; },
                                                                         .lacksModels = [] { return true; },
                                                                         .hotkey = [] { return u"Alt+T"_s; },
                                                                         .openModels = [&] { ++opened; }});
@@ -168,6 +169,7 @@ private Q_SLOTS:
         QVERIFY(!pane.view->textPlaces().intersects(only<TipCard>(pane.view)->geometry()));
         QTest::mouseClick(only<TipCard>(pane.view)->findChildren<QPushButton *>().first(), Qt::LeftButton);
         QCOMPARE(opened, 1);
+        missing = u"一"_s.repeated(400); // has no room, and keeps no other from being shown
         translate(upperLines);
         QCOMPARE(text(), u"按 Alt+T 可隨時顯示或隱藏翻譯板。"_s);
         tips = makeTips(); // another start: it wasn't read
@@ -177,6 +179,9 @@ private Q_SLOTS:
         QCOMPARE(pane.passes, 0);
         translate(upperLines);
         QCOMPARE(text(), QString());
+        missing = u"一"_s;
+        tips->update();
+        QCOMPARE(text(), missing);
     }
 };
 
