@@ -1073,7 +1073,7 @@
     </message>
     <message>
         <source>玻璃色調</source>
-        <translation>Glass</translation>
+        <translation>Tone of the glass</translation>
     </message>
     <message>
         <source>玻璃透明度：%d%%</source>

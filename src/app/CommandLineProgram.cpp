@@ -174,8 +174,14 @@ int runCommandLine(int argc, char *argv[])
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
+    // The report says in the user's language what the keyring answers.
+    const bool isReport = arguments.value(0) == commandName(Command::Doctor);
+    const auto printDiagnostic = [isReport](const QString &line) {
+        if (!isReport || !line.startsWith(u"Keychain "_s))
+            printMessage(line);
+    };
     // A command can wait for the phrases; the pane can't.
-    Services services([](const QString &line) { printMessage(line); }, {}, {.longest = 30s, .acceptsOutdated = false});
+    Services services(printDiagnostic, {}, {.longest = 30s, .acceptsOutdated = false});
     if (arguments == QStringList{QLatin1StringView(unansweredOption)}) {
         printMessage(services.texts().localized(u"Lucentra 沒有執行這個指令。"_s));
         return int(ExitCode::Failed);

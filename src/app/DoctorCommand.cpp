@@ -121,6 +121,8 @@ Section engines(Services &services)
     ReportedFact keyring{.label = texts.localized(u"鑰匙圈"_s), .value = texts.localized(u"可以使用"_s)};
     if (!keys) {
         keyring.value = texts.localized(u"無法使用"_s);
+        if (!keys.error().description.isEmpty())
+            keyring.value += u" ("_s + keys.error().description + u')';
         keyring.advice = keychainAdvice(keys.error(), [&texts](const QString &key) { return texts.localized(key); });
     }
     section.facts.append(keyring);
