@@ -7,15 +7,14 @@
 #include <QUuid>
 
 #include <utility>
-#include <vector>
 
 namespace lucentra {
 
 class HistoryListModel;
 class HistoryRowDelegate;
 
-/// A list with rows of different heights. Only visible rows are laid out; the heights of the others are estimated. The
-/// visible rows keep their place when an estimate turns out wrong.
+/// A list with rows of different heights. Only the texts of visible rows are laid out; the heights of the others are
+/// estimated. The visible rows keep their place when an estimate turns out wrong.
 class HistoryListView : public QListView
 {
     Q_OBJECT
@@ -30,8 +29,6 @@ public:
     /// The tool tip of an entry's control; empty if the entry has no such control.
     QString help(const QModelIndex &index, RowAction action) const;
 
-    QRect visualRect(const QModelIndex &index) const override;
-    QModelIndex indexAt(const QPoint &point) const override;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
     void doItemsLayout() override;
 
@@ -40,12 +37,6 @@ Q_SIGNALS:
     void actionTriggered(const QModelIndex &index, lucentra::RowAction action);
 
 protected:
-    QModelIndex moveCursor(CursorAction cursorAction, Qt::KeyboardModifiers modifiers) override;
-    int horizontalOffset() const override { return 0; }
-    int verticalOffset() const override;
-    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
-    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
-    void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -59,32 +50,16 @@ protected:
     bool viewportEvent(QEvent *event) override;
 
 private:
-    struct Row
-    {
-        int height = 0;
-        bool isMeasured = false;
-    };
-
-    int rowWidth() const;
-    int rowAt(int y) const;
-    void readRows();
-    void sumUp();
-    bool measure(int row);
+    void layOutAround(const QPersistentModelIndex &row, int top);
     void measureVisible();
-    void keepAnchor();
-    void placeAtAnchor();
     std::optional<RowAction> actionAt(QPoint point) const;
     void hover(QPoint point);
     void endHover();
 
     HistoryListModel &m_model;
     HistoryRowDelegate &m_delegate;
-    std::vector<Row> m_rows;
-    std::vector<int> m_tops; ///< of each row, and the end of the last one
-    QHash<QUuid, int> m_measuredHeights;
-    int m_measuredWidth = 0;
-    QPersistentModelIndex m_anchor; ///< the first visible row
-    int m_anchorOffset = 0;         ///< how much of it is hidden above
+    QPersistentModelIndex m_anchor; ///< a visible row that stays where it is
+    int m_anchorTop = 0;            ///< its place in the viewport
     bool m_isArranging = false;
     QPersistentModelIndex m_hovered;
     std::optional<std::pair<QUuid, RowAction>> m_pressed;

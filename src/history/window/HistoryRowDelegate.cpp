@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -30,42 +31,63 @@ HistoryRowDelegate::HistoryRowDelegate(const HistoryListModel &model, const Loca
 {
 }
 
-const HistoryRowLayout &HistoryRowDelegate::layoutOf(const QModelIndex &index, int rowWidth) const
+const HistoryRowLayout &HistoryRowDelegate::layoutOf(const QModelIndex &index) const
 {
     const HistoryItem &item = m_model.item(index.row());
-    const std::pair key(item.id, rowWidth);
-    if (!m_layouts.contains(key))
-        m_layouts.insert(key, new HistoryRowLayout(item, rowWidth - sideMargin, m_model.search(),
-                                                   m_expanded.contains(item.id), m_texts));
-    return *m_layouts[key];
+    if (!m_layouts.contains(item.id))
+        m_layouts.insert(item.id, new HistoryRowLayout(item, m_rowWidth - sideMargin, m_model.search(),
+                                                       m_expanded.contains(item.id), m_texts));
+    return *m_layouts[item.id];
 }
 
-int HistoryRowDelegate::height(const QModelIndex &index, int rowWidth) const
+void HistoryRowDelegate::setRowWidth(int width)
 {
-    return int(std::ceil(layoutOf(index, rowWidth).height())) + 2 * verticalMargin;
+    if (std::exchange(m_rowWidth, width) != width)
+        forgetLayouts();
 }
 
-int HistoryRowDelegate::likelyHeight(const QModelIndex &index, int rowWidth) const
+QSize HistoryRowDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &index) const
 {
-    // For Latin text. The view corrects a wrong estimate when the row becomes visible.
+    const HistoryItem &item = m_model.item(index.row());
+    const auto measured = m_heights.constFind(item.id);
+    return {m_rowWidth, measured == m_heights.cend() ? likelyHeight(item) : *measured};
+}
+
+bool HistoryRowDelegate::isMeasured(const QModelIndex &index) const
+{
+    return m_heights.contains(m_model.item(index.row()).id);
+}
+
+bool HistoryRowDelegate::measure(const QModelIndex &index)
+{
+    if (isMeasured(index))
+        return false;
+    const int height = int(std::ceil(layoutOf(index).height())) + 2 * verticalMargin;
+    const HistoryItem &item = m_model.item(index.row());
+    m_heights.insert(item.id, height);
+    return height != likelyHeight(item);
+}
+
+/// For Latin text. The view corrects a wrong estimate when the row becomes visible.
+int HistoryRowDelegate::likelyHeight(const HistoryItem &item) const
+{
     constexpr int characterWidth = 8;
     constexpr int lineHeight = 18;
     constexpr int besidesTexts = 86;
     constexpr qsizetype mostLines = 8;
-    const HistoryItem &item = m_model.item(index.row());
-    const qsizetype charactersPerLine = std::max(1, (rowWidth - 40) / characterWidth);
+    const qsizetype charactersPerLine = std::max(1, (m_rowWidth - 40) / characterWidth);
     const auto lines = [&](const QString &text) { return std::min(mostLines, 1 + text.size() / charactersPerLine); };
     return besidesTexts + lineHeight * int(lines(item.originalText) + lines(item.translatedText));
 }
 
-std::optional<RowAction> HistoryRowDelegate::actionAt(const QModelIndex &index, int rowWidth, QPoint point) const
+std::optional<RowAction> HistoryRowDelegate::actionAt(const QModelIndex &index, QPoint point) const
 {
-    return layoutOf(index, rowWidth).actionAt(point - QPointF(sideMargin, verticalMargin));
+    return layoutOf(index).actionAt(point - QPointF(sideMargin, verticalMargin));
 }
 
-QString HistoryRowDelegate::help(const QModelIndex &index, int rowWidth, RowAction action) const
+QString HistoryRowDelegate::help(const QModelIndex &index, RowAction action) const
 {
-    return layoutOf(index, rowWidth).help(action);
+    return layoutOf(index).help(action);
 }
 
 void HistoryRowDelegate::showCopied(const QUuid &id, RowAction action)
@@ -78,30 +100,28 @@ void HistoryRowDelegate::showCopied(const QUuid &id, RowAction action)
     Q_EMIT looksChanged();
 }
 
-bool HistoryRowDelegate::toggleExpanded(const QModelIndex &index, int rowWidth)
+bool HistoryRowDelegate::toggleExpanded(const QModelIndex &index)
 {
     const QUuid id = m_model.item(index.row()).id;
     if (!m_expanded.remove(id)) {
-        if (!layoutOf(index, rowWidth).isCutOff())
+        if (!layoutOf(index).isCutOff())
             return false;
         m_expanded.insert(id);
     }
     forgetLayout(id);
+    m_heights.remove(id);
     return true;
 }
 
 void HistoryRowDelegate::forgetLayouts()
 {
     m_layouts.clear();
+    m_heights.clear();
 }
 
 void HistoryRowDelegate::forgetLayout(const QUuid &id)
 {
-    const auto keys = m_layouts.keys();
-    for (const auto &key : keys) {
-        if (key.first == id)
-            m_layouts.remove(key);
-    }
+    m_layouts.remove(id);
 }
 
 void HistoryRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -114,8 +134,7 @@ void HistoryRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
                          .hasCopiedOriginal = m_copied.contains({id, RowAction::CopyOriginal}),
                          .hasCopiedTranslation = m_copied.contains({id, RowAction::CopyTranslation})};
     painter->save();
-    layoutOf(index, option.rect.width())
-        .paint(*painter, option.rect.topLeft() + QPointF(sideMargin, verticalMargin), option.palette, state);
+    layoutOf(index).paint(*painter, option.rect.topLeft() + QPointF(sideMargin, verticalMargin), option.palette, state);
     painter->restore();
 }
 

@@ -4,6 +4,7 @@
 #include "Scheduler.h"
 
 #include <QCache>
+#include <QHash>
 #include <QSet>
 #include <QStyledItemDelegate>
 #include <QUuid>
@@ -26,19 +27,21 @@ public:
     HistoryRowDelegate(const HistoryListModel &model, const LocalizationManager &texts, Scheduler &scheduler,
                        QObject *parent = nullptr);
 
-    /// The exact height. Lays out the row's texts.
-    int height(const QModelIndex &index, int rowWidth) const;
-    /// An estimate of the height without a layout.
-    int likelyHeight(const QModelIndex &index, int rowWidth) const;
+    void setRowWidth(int width);
+    /// The size of a row. Its height is an estimate unless `measure` was called.
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    bool isMeasured(const QModelIndex &index) const;
+    /// Lays out the row's texts to find its height. Returns whether the height has changed.
+    bool measure(const QModelIndex &index);
 
     /// The control at a point relative to the row's top-left corner.
-    std::optional<RowAction> actionAt(const QModelIndex &index, int rowWidth, QPoint point) const;
-    QString help(const QModelIndex &index, int rowWidth, RowAction action) const;
+    std::optional<RowAction> actionAt(const QModelIndex &index, QPoint point) const;
+    QString help(const QModelIndex &index, RowAction action) const;
 
     /// Shows the copy feedback in this row for 1.5 seconds.
     void showCopied(const QUuid &id, RowAction action);
     /// Shows an entry in full, or shortened again. Returns false if it wasn't shortened.
-    bool toggleExpanded(const QModelIndex &index, int rowWidth);
+    bool toggleExpanded(const QModelIndex &index);
     /// Drops layouts after a change of fonts, texts, the search or entries.
     void forgetLayouts();
     void forgetLayout(const QUuid &id);
@@ -53,12 +56,15 @@ Q_SIGNALS:
     void looksChanged();
 
 private:
-    const HistoryRowLayout &layoutOf(const QModelIndex &index, int rowWidth) const;
+    const HistoryRowLayout &layoutOf(const QModelIndex &index) const;
+    int likelyHeight(const HistoryItem &item) const;
 
     const HistoryListModel &m_model;
     const LocalizationManager &m_texts;
     Scheduler &m_scheduler;
-    mutable QCache<std::pair<QUuid, int>, HistoryRowLayout> m_layouts; ///< by entry and width
+    int m_rowWidth = 0;
+    QHash<QUuid, int> m_heights; ///< of measured rows
+    mutable QCache<QUuid, HistoryRowLayout> m_layouts;
     QSet<QUuid> m_expanded;
     std::map<std::pair<QUuid, RowAction>, std::unique_ptr<ScheduledTask>> m_copied;
 };
