@@ -193,10 +193,10 @@ void HistoryManager::adoptMerged()
 void HistoryManager::finish(bool isUrgent)
 {
     assignLoaded();
+    if (m_waiting.empty() && m_writer.hasUnwritten()) // there may be room on the disk now, and the lock may be free
+        m_writer.write(m_history, {});
     while (!m_waiting.empty())
         insertNext();
-    if (m_writer.hasFailed()) // there may be room on the disk now, and the lock may be free
-        m_writer.write(m_history, {});
     m_writer.finish(isUrgent);
 }
 

@@ -24,8 +24,6 @@ HistoryWriter::HistoryWriter(QString path, DiagnosticLine diagnostics, std::func
     , m_diagnostics(std::move(diagnostics))
     , m_onMerged(std::move(onMerged))
 {
-    m_queue.setObjectName(u"com.tarnby.lucentra.historyPersistence"_s);
-    m_queue.setMaxThreadCount(1);
 }
 
 HistoryWriter::~HistoryWriter()
@@ -44,14 +42,13 @@ void HistoryWriter::write(QList<HistoryItem> snapshot, const HistoryChanges &cha
         m_unwritten.insert(change.key(), {m_number, isNew ? HistoryChange::Added : change.value()});
     }
     m_pending = std::move(snapshot);
-    if (!std::exchange(m_isWriting, true))
-        m_queue.start([this] { writePending(); });
+    m_writer.request();
 }
 
-bool HistoryWriter::hasFailed()
+bool HistoryWriter::hasUnwritten()
 {
     const std::lock_guard lock(m_mutex);
-    return !m_isWriting && !m_unwritten.isEmpty();
+    return !m_unwritten.isEmpty();
 }
 
 std::optional<HistoryWriter::Merged> HistoryWriter::takeMerged()
@@ -67,7 +64,7 @@ void HistoryWriter::finish(bool isUrgent)
 {
     if (isUrgent)
         m_isUrgent = true;
-    m_queue.waitForDone();
+    m_writer.wait();
 }
 
 HistoryChanges HistoryWriter::unwrittenChanges() const
@@ -81,7 +78,6 @@ HistoryChanges HistoryWriter::unwrittenChanges() const
 std::optional<HistoryWriter::Pending> HistoryWriter::takePending()
 {
     const std::lock_guard lock(m_mutex);
-    m_isWriting = m_pending.has_value();
     auto snapshot = std::exchange(m_pending, std::nullopt);
     if (!snapshot)
         return std::nullopt;
@@ -90,13 +86,14 @@ std::optional<HistoryWriter::Pending> HistoryWriter::takePending()
 
 void HistoryWriter::writePending()
 {
-    while (const auto pending = takePending()) {
-        const auto written = writeMerged(*pending);
-        if (written)
-            takeNoteOf(*pending, *written);
-        else
-            m_diagnostics(u"Failed to save history: "_s + written.error().description);
-    }
+    const auto pending = takePending();
+    if (!pending)
+        return;
+    const auto written = writeMerged(*pending);
+    if (written)
+        takeNoteOf(*pending, *written);
+    else
+        m_diagnostics(u"Failed to save history: "_s + written.error().description);
 }
 
 /// Returns the new content of the file.

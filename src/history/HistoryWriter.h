@@ -4,12 +4,12 @@
 #include "FileStamp.h"
 #include "HistoryItem.h"
 #include "HistoryMerge.h"
+#include "RequestedTask.h"
 #include "Result.h"
 
 #include <QHash>
 #include <QList>
 #include <QString>
-#include <QThreadPool>
 
 #include <atomic>
 #include <functional>
@@ -40,8 +40,8 @@ public:
 
     /// Writes a snapshot; `changes` are those since the last one. If writing fails, they are kept for the next one.
     void write(QList<HistoryItem> snapshot, const HistoryChanges &changes);
-    /// Whether the last write failed and none is pending.
-    bool hasFailed();
+    /// Whether there are changes that aren't in the file yet.
+    bool hasUnwritten();
     /// The list that was written last, if it includes other processes' changes and wasn't taken yet.
     std::optional<Merged> takeMerged();
     /// Blocks until all snapshots so far are written or have failed. `isUrgent`: a process that keeps the file locked
@@ -81,8 +81,7 @@ private:
     QHash<QUuid, NumberedChange> m_unwritten;
     std::optional<QList<HistoryItem>> m_merged;
     quint64 m_number = 0; // of the newest snapshot
-    bool m_isWriting = false;
-    QThreadPool m_queue;
+    RequestedTask m_writer{[this] { writePending(); }, QStringLiteral("com.tarnby.lucentra.historyPersistence")};
 };
 
 } // namespace lucentra

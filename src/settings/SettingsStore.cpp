@@ -2,12 +2,12 @@
 
 #include "PreferencesFile.h"
 #include "PrivateFile.h"
+#include "RequestedTask.h"
 
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QJsonObject>
 #include <QStandardPaths>
-#include <QThreadPool>
 
 #include <mutex>
 #include <utility>
@@ -70,9 +70,7 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         m_unsaved.insert(key, newValue);
-        m_isWaiting = true;
-        if (!std::exchange(m_isWriting, true))
-            m_writer.start([this] { write(); });
+        m_writer.request();
     }
 
     void putInFront(const QString &key, const QJsonValue &newValue)
@@ -85,7 +83,7 @@ public:
     {
         if (isUrgent)
             m_file.hurry();
-        m_writer.waitForDone();
+        m_writer.wait();
     }
 
 private:
@@ -101,35 +99,22 @@ private:
     void write()
     {
         std::unique_lock lock(m_mutex);
-        while (std::exchange(m_isWaiting, false)) {
-            const auto changes = m_unsaved;
-            lock.unlock();
-            const bool isSaved = m_file.apply(changes);
-            lock.lock();
-            if (isSaved)
-                forget(changes);
-        }
-        m_isWriting = false;
-    }
-
-    /// Keeps values that were changed again meanwhile.
-    void forget(const QHash<QString, QJsonValue> &saved)
-    {
-        for (auto change = saved.begin(); change != saved.end(); ++change) {
-            const auto found = m_unsaved.constFind(change.key());
-            if (found != m_unsaved.cend() && found.value() == change.value())
-                m_unsaved.erase(found);
-        }
+        const auto saved = m_unsaved;
+        lock.unlock();
+        if (!m_file.apply(saved))
+            return;
+        lock.lock();
+        m_unsaved.removeIf([&](const auto &change) { // but not values that were changed again meanwhile
+            return saved.contains(change.key()) && saved.value(change.key()) == change.value();
+        });
     }
 
     PreferencesFile m_file;
     std::mutex m_mutex;                   // guards the rest
     QHash<QString, QJsonValue> m_unsaved; // `Undefined`: to be removed
     QHash<QString, QJsonValue> m_overrides;
-    QJsonObject m_announced;  // the values that observers know
-    bool m_isWaiting = false; // there is a change that the writer hasn't tried to write
-    bool m_isWriting = false;
-    QThreadPool m_writer; // runs at most one task at a time
+    QJsonObject m_announced; // the values that observers know
+    RequestedTask m_writer{[this] { write(); }};
 };
 
 SettingsStore::SettingsStore(const QString &filePath, DiagnosticLine diagnostics)
