@@ -8,13 +8,11 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
-#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -28,21 +26,6 @@ constexpr std::chrono::milliseconds checkInterval = 60s;
 /// How long callers who don't want to wait for a build wait to know whether there is one.
 constexpr std::chrono::milliseconds longestLook = 2s;
 constexpr int lowPriority = 10;
-
-/// Returns the memory of a build to the system.
-void giveBackMemory()
-{
-    giveBackFreeMemory();
-    // That leaves out the free end of this thread's own heap, which is trimmed when a large block is freed there while
-    // the threshold is low. The high value is the largest that the threshold reaches by itself.
-    constexpr int low = 1 << 20;
-    constexpr int high = 64 << 20;
-    constexpr size_t large = 100'000;
-    ::mallopt(M_TRIM_THRESHOLD, low);
-    void *volatile block = ::malloc(large);
-    ::free(block);
-    ::mallopt(M_TRIM_THRESHOLD, high);
-}
 
 } // namespace
 
@@ -159,7 +142,7 @@ void PhraseStore::check()
         setBuilding(true);
         if (auto built = build(survey))
             publish(std::move(built));
-        giveBackMemory();
+        giveBackFreeMemory();
     }
     setBuilding(false);
 }
