@@ -4,7 +4,6 @@
 #include "ControlCapsuleView.h"
 #include "DesktopNotice.h"
 #include "DesktopShortcuts.h"
-#include "DockPresence.h"
 #include "Engines.h"
 #include "InstallCommand.h"
 #include "MakeDesktop.h"
@@ -14,6 +13,7 @@
 #include <QApplication>
 #include <QClipboard>
 
+#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -25,6 +25,31 @@ namespace {
 
 /// How long the rest of the start waits for the pane's first picture. Some window managers show a window late.
 constexpr auto longestWaitForPicture = 2s;
+
+QWidget *settingsWindow(const QWidget &pane)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto found = std::find_if(windows.begin(), windows.end(), [&](const QWidget *window) {
+        return window != &pane && window->isVisible() &&
+               (window->windowTitle().contains(u"Lucentra"_s) || window->objectName() == "settings"_L1);
+    });
+    return found == windows.end() ? nullptr : *found;
+}
+
+/// Applies a changed "showInDock" while the program runs: adds the pane to the task bar, the pager and the window
+/// switcher, or removes it. The settings window, which has the switch, stays in front and keeps the focus: it is the
+/// visible window other than the pane that is named "settings" or has "Lucentra" in its title.
+void applyDockPresence(TransparentWindow &pane, bool showInDock)
+{
+    pane.updatePresence();
+    QWidget *window = settingsWindow(pane);
+    if (!window && showInDock && pane.isShown())
+        window = &pane;
+    if (!window)
+        return;
+    window->raise();
+    window->activateWindow();
+}
 
 } // namespace
 

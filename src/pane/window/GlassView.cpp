@@ -3,15 +3,17 @@
 #include "ControlCapsuleView.h"
 #include "GlassBackdropView.h"
 #include "GlassErrorCard.h"
-#include "GripView.h"
 #include "LocalizationManager.h"
 #include "NeonBorderView.h"
+#include "PassThroughContainerView.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "TipCard.h"
-#include "WidgetFade.h"
 
 #include <QAccessible>
+#include <QGraphicsOpacityEffect>
+#include <QPainter>
+#include <QPropertyAnimation>
 #include <QPushButton>
 
 #include <algorithm>
@@ -31,6 +33,53 @@ constexpr int leftOfCapsule = 68; ///< where the window's buttons end
 constexpr int inputPanelTop = 40;
 constexpr auto inputPanelAppears = 250ms;
 constexpr auto inputPanelGoes = 200ms;
+
+/// Three strokes across the pane's lower right corner, where it can be resized. Takes no clicks.
+class GripView : public PassThroughContainerView
+{
+public:
+    static constexpr int side = 24;
+
+    explicit GripView(QWidget *parent)
+        : PassThroughContainerView(parent)
+    {
+        setFixedSize(side, side);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        constexpr double inset = 6; // of the strokes' ends from the pane's edges
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor::fromRgbF(0.5F, 0.5F, 0.5F, 0.4F), 1.5, Qt::SolidLine, Qt::RoundCap));
+        const QPointF corner(width() - inset, height() - inset);
+        for (const double length : {14.0, 9.0, 4.0})
+            painter.drawLine(corner - QPointF(0, length), corner - QPointF(length, 0));
+    }
+};
+
+/// Animates a widget's opacity (0 to 1), and then calls `done`, which may be empty. Ends silently if the widget is
+/// deleted.
+void fadeWidget(QWidget &widget, double from, double to, std::chrono::milliseconds duration, std::function<void()> done)
+{
+    auto *effect = new QGraphicsOpacityEffect(&widget);
+    effect->setOpacity(from);
+    widget.setGraphicsEffect(effect); // ends the fade before it
+    auto *animation = new QPropertyAnimation(effect, "opacity", effect);
+    animation->setStartValue(from);
+    animation->setEndValue(to);
+    animation->setDuration(int(duration.count()));
+    animation->setEasingCurve(QEasingCurve::OutSine);
+    QObject::connect(animation, &QPropertyAnimation::finished, &widget,
+                     [&widget, isOpaque = to >= 1, done = std::move(done)] {
+                         if (done)
+                             done();
+                         if (isOpaque)
+                             widget.setGraphicsEffect(nullptr); // an effect costs a picture per frame
+                     });
+    animation->start();
+}
 
 } // namespace
 

@@ -17,7 +17,6 @@ namespace lucentra {
 class ControlCapsuleView;
 class GlassBackdropView;
 class GlassErrorCard;
-class GripView;
 class LocalizationManager;
 class NeonBorderView;
 class SettingsStore;
@@ -90,7 +89,7 @@ private:
     AccessibilityDisplayOptions m_displayOptions;
     GlassBackdropView *m_visualEffect;
     NeonBorderView *m_neonBorderView;
-    GripView *m_grip;
+    QWidget *m_grip;
     OverlayView *m_overlayView; ///< made before the capsule, and therefore beneath it and beneath hints
     OverlayActions m_overlayActions;
     ControlCapsuleView *m_capsule;

@@ -4,7 +4,6 @@
 #include "GlassView.h"
 #include "LocalizationManager.h"
 #include "PaneShape.h"
-#include "ResizeHandle.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "WindowButton.h"
@@ -13,12 +12,14 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainterPath>
 #include <QScreen>
 #include <QStyleHints>
 #include <QWindow>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -39,7 +40,73 @@ QRect centredOnMainScreen(QSize size)
     return {area.topLeft() + QPoint((area.width() - size.width()) / 2, (area.height() - size.height()) / 2), size};
 }
 
+Qt::CursorShape cursorFor(Qt::Edges edges)
+{
+    if (edges == (Qt::LeftEdge | Qt::TopEdge) || edges == (Qt::RightEdge | Qt::BottomEdge))
+        return Qt::SizeFDiagCursor;
+    if (edges == (Qt::RightEdge | Qt::TopEdge) || edges == (Qt::LeftEdge | Qt::BottomEdge))
+        return Qt::SizeBDiagCursor;
+    return edges & (Qt::LeftEdge | Qt::RightEdge) ? Qt::SizeHorCursor : Qt::SizeVerCursor;
+}
+
 } // namespace
+
+/// An invisible strip along an edge of the window, or a square in a corner, by which the window is resized.
+class ResizeHandle : public QWidget
+{
+public:
+    /// `pressed` is called with the edges when the left button goes down on the handle, then, unless the window manager
+    /// takes over, `moved` with the pointer's place on the screen, and `released` at the end.
+    struct Callbacks
+    {
+        std::function<void(Qt::Edges, QPoint)> pressed;
+        std::function<void(QPoint)> moved;
+        std::function<void()> released;
+    };
+
+    ResizeHandle(Qt::Edges edges, Callbacks callbacks, QWidget *parent)
+        : QWidget(parent)
+        , m_edges(edges)
+        , m_callbacks(std::move(callbacks))
+    {
+        setCursor(cursorFor(edges));
+    }
+
+    /// Takes its place in a window of that size.
+    void placeIn(QSize window)
+    {
+        // How far the handles reach into the pane. That of the lower right corner covers the drawn grip.
+        constexpr int edgeDepth = 5;
+        constexpr int cornerDepth = 12;
+        constexpr int gripDepth = 22;
+        const Qt::Edges sides = m_edges & (Qt::LeftEdge | Qt::RightEdge);
+        const Qt::Edges ends = m_edges & (Qt::TopEdge | Qt::BottomEdge);
+        const bool isGrip = m_edges == (Qt::RightEdge | Qt::BottomEdge);
+        const int depth = isGrip ? gripDepth : sides && ends ? cornerDepth : edgeDepth;
+        const QSize size(sides ? depth : window.width(), ends ? depth : window.height());
+        setGeometry(m_edges & Qt::RightEdge ? window.width() - depth : 0,
+                    m_edges & Qt::BottomEdge ? window.height() - depth : 0, size.width(), size.height());
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        if (event->button() == Qt::LeftButton)
+            m_callbacks.pressed(m_edges, event->globalPosition().toPoint());
+    }
+
+    void mouseMoveEvent(QMouseEvent *event) override { m_callbacks.moved(event->globalPosition().toPoint()); }
+
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (event->button() == Qt::LeftButton)
+            m_callbacks.released();
+    }
+
+private:
+    const Qt::Edges m_edges;
+    const Callbacks m_callbacks;
+};
 
 TransparentWindow::TransparentWindow(const Services &services)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
@@ -277,7 +344,7 @@ void TransparentWindow::resizeEvent(QResizeEvent *)
     if (m_view)
         m_view->setGeometry(rect());
     for (ResizeHandle *handle : m_handles)
-        handle->setGeometry(ResizeHandle::placeFor(handle->edges(), size()));
+        handle->placeIn(size());
     updateMask();
     frameChanged();
 }
