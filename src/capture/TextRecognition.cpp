@@ -14,7 +14,7 @@ namespace lucentra {
 
 namespace {
 
-/// The first and last code points of kana, the unified ideographs, and what lies between them: one character of these
+/// The first and last code points of kana, the unified ideographs, and what is between them: one character of these
 /// can be a word.
 constexpr char32_t firstIdeographic = 0x3040;
 constexpr char32_t lastIdeographic = 0x9FFF;

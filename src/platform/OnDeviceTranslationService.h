@@ -90,8 +90,8 @@ public:
         return translate(pair, texts, isWanted);
     }
 
-    /// Whether a text is a phrase of programs with a translation, so that it stands for itself. Doesn't wait for data
-    /// that is being built.
+    /// Whether a text is a phrase of programs with a translation, which is translated by itself rather than as part of
+    /// a paragraph. Doesn't wait for data that is being built.
     virtual bool isPhrase(const LanguagePair & /*pair*/, const QString & /*text*/) { return false; }
 
     /// What would help with texts of a pair that couldn't be translated. Doesn't wait.

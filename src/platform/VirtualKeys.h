@@ -67,7 +67,7 @@ QString hotkeyDisplayString(quint32 flags, const QString &key);
 QString desktopNameOfHotkey(const QString &combination);
 
 /// The key of such a combination for menus: the name of a key without a character, else the last character in lower
-/// case, which with the same modifiers is shown as the same combination; "t" where there is none.
+/// case, which with the same modifiers is shown as the same combination; "t" for an empty combination.
 QString menuKeyOfDisplayString(const QString &combination);
 
 } // namespace lucentra

@@ -20,7 +20,7 @@ constexpr std::chrono::seconds freeTimeout{15};
 const QString freeProvider = u"Google 免費翻譯"_s;
 const QString separator = u"||||"_s;
 
-/// Whether the text couldn't be told from the separators around it.
+/// Whether the text couldn't be distinguished from the separators around it.
 bool resemblesSeparator(const QString &text)
 {
     return text.contains(separator) || text.startsWith(u'|') || text.endsWith(u'|');

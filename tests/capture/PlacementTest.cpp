@@ -64,7 +64,7 @@ private Q_SLOTS:
     void noiseIsNoBlock()
     {
         const auto isBlock = [](const QString &text) { return !blocksFromObservations({{{text}, {}}}).isEmpty(); };
-        // Signs, a lone letter or number, and what lies before and behind the scripts whose characters are words.
+        // Signs, a lone letter or number, and characters next to the scripts whose characters are words.
         for (const QString &noise : {u"---"_s, u" • "_s, u"🙂"_s, u"x"_s, u"e\u0301"_s, u"\u3040"_s, u"한"_s})
             QVERIFY2(!isBlock(noise), qPrintable(noise));
         for (const QString &text : {u"I"_s, u"A"_s, u"x "_s, u"か\u3099"_s, u"譯"_s, u"\u9fff"_s, u"+5"_s, u"①②"_s})

@@ -13,7 +13,7 @@ namespace {
 
 const QString key = u"sk-0123456789abcdef"_s;
 
-/// A reader gives one text for each of the sources, or throws one of the failures that the user is told.
+/// A reader returns one text per source, or throws one of the failures that the user sees.
 template <typename Reader>
 void mustAnswerEach(qsizetype count, Reader reader)
 {

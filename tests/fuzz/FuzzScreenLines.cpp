@@ -1,4 +1,4 @@
-// What stands on a screen, or in a catalogue: taken apart, found in the memory, and told by its language.
+// Lines of a screen or a catalogue: divided, looked up among the phrases, and identified by their language.
 
 #include "FuzzedPhrases.h"
 

@@ -57,7 +57,7 @@ struct Typing
         queue.drain();
     }
 
-    /// The translation, and what goes on: "…" a request, "✓" a copy that is told of.
+    /// The translation, with "…" while a request runs and "✓" while a copy is confirmed.
     QString shown() const
     {
         return model->translatedText() + (model->isTranslating() ? u"…"_s : QString()) +
@@ -138,9 +138,9 @@ private Q_SLOTS:
 
         const QStringList translated{u"=a"_s, u"!"_s, u"0>A"_s};
         const QStringList copiedTwice = translated + QStringList{u"copy"_s, u"+1000"_s, u"copy"_s, u"+1499"_s};
-        row("copied twice, and told of", copiedTwice + QStringList{u"+1"_s}, {u"a"_s}, u"A"_s);
+        row("copied twice, and confirmed", copiedTwice + QStringList{u"+1"_s}, {u"a"_s}, u"A"_s);
         row("nothing to copy", {u"=a"_s, u"!"_s, u"copy"_s}, {u"a"_s}, u"…"_s);
-        row("reset ends what is told", translated + QStringList{u"copy"_s, u"reset"_s}, {u"a"_s}, u""_s);
+        row("reset ends the confirmation", translated + QStringList{u"copy"_s, u"reset"_s}, {u"a"_s}, u""_s);
     }
 
     void whatIsSentAndShown()

@@ -59,7 +59,7 @@ struct PaneFixture
     int passes = 0;
 };
 
-/// The one view of a class on another; none where there are none or several.
+/// The view of a class on another one. Null if there is none or more than one.
 template <typename View>
 View *only(QWidget *parent)
 {

@@ -22,8 +22,8 @@ protected:
     void useManagerWith(const TranslationClients &clients);
     // Settings are put in front of the file: writing it over and over is what would take the time.
     void select(qint64 engine, bool consent, const QString &key);
-    /// What the blocks "a" and "b" become, or domain, code and description of the failure. `isSynchronous` tells
-    /// whether it came before the call returned.
+    /// What the blocks "a" and "b" become, or domain, code and description of the failure. `isSynchronous` is
+    /// set if it came before the call returned.
     QString translateBlocks();
     QString translateText(const QString &text);
 

@@ -28,7 +28,7 @@ QStringList headersOf(const ReceivedRequest &request);
 /// The texts that a request asks to be translated.
 QStringList textsIn(const ReceivedRequest &request);
 
-/// What a language model's service answers when the model has said the text. The request tells which service it is.
+/// What a language model's service answers when the model has said the text. The service is known by the request.
 QueuedAnswer modelReply(const ReceivedRequest &request, const QString &text);
 
 } // namespace lucentra

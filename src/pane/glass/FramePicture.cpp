@@ -12,7 +12,7 @@ namespace lucentra {
 
 namespace {
 
-/// How far inside a square with rounded corners a point lies. Points; negative outside.
+/// How far inside a square with rounded corners a point is. Points; negative outside.
 double distanceInside(double x, double y, double side)
 {
     const double half = side / 2;

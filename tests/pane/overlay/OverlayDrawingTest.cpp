@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(ink.left() >= -1);
         QVERIFY(ink.right() <= 201);
         QVERIFY(ink.width() > 150); // the last lines reach nearly as far as there is room
-        QVERIFY(ink.bottom() <= lines * typeset->lineHeight(size) + 1 / scale); // glyphs stand on whole pixels
+        QVERIFY(ink.bottom() <= lines * typeset->lineHeight(size) + 1 / scale); // glyphs are on whole pixels
         QVERIFY(ink.bottom() > (lines - 1) * typeset->lineHeight(size));
         QVERIFY(drawnText(*typeset, 200, size, lines) != drawnText(*typeset, 200, size, lines + 1));
     }

@@ -134,7 +134,7 @@ private Q_SLOTS:
             0);
         // With a modifier key, on the window: the toolkit hears of nothing but the moves.
         row("by the window manager", u"press held 110,100 +100"_s, true, u"release let-go +10 120,100 +1000"_s, 1);
-        row("by one that tells after the release", u"press held +100"_s, true, u"release let-go +10 120,100 +1000"_s,
+        row("by one that reports it after the release", u"press held +100"_s, true, u"release let-go +10 120,100 +1000"_s,
             1);
         row("by its keys", u"held 110,100 +1000 120,100 +1000"_s, true, u"let-go +1000"_s, 1);
         row("a zoom, however slow the answer", u"grabbed +400 0,0"_s, true, u"+1000"_s, 1);

@@ -1,4 +1,4 @@
-// Whether what stands on the pane can be read over what lies beneath, and stands where it belongs.
+// Whether the texts on the pane are in their places and readable over what is beneath.
 
 #include "CapsuleTooltip.h"
 #include "ControlCapsuleView.h"

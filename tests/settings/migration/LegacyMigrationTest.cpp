@@ -31,7 +31,7 @@ QByteArray xmlList(const QByteArray &body)
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" + body + "</dict></plist>\n";
 }
 
-/// A binary list from objects as they lie in the file; the first one is the top. One byte a reference.
+/// A binary list of the objects, the first of which is the top. References have one byte.
 QByteArray binaryList(const QList<QByteArray> &objects)
 {
     QByteArray file = "bplist00";

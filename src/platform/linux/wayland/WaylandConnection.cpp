@@ -173,7 +173,7 @@ wl_surface *WaylandConnection::surfaceOf(QWindow &window)
 
 wl_output *WaylandConnection::outputOf(QScreen &screen)
 {
-    // The toolkit stands an empty screen in while all outputs are gone, and would mistake it for one.
+    // While all outputs are gone, the toolkit has an empty screen that belongs to none of them.
     if (screen.geometry().isEmpty())
         return nullptr;
     return static_cast<wl_output *>(
