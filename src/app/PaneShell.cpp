@@ -314,7 +314,7 @@ void PaneShell::keepAbovePane(const QWindow *used)
         }
     };
     setAbove(false);
-    setAbove(true); // last, where the pane itself makes room
+    setAbove(true); // last: in a Wayland session this may lower the pane instead
 }
 
 bool PaneShell::isActive() const

@@ -34,10 +34,9 @@ class PassView
 public:
     virtual ~PassView() = default;
 
-    /// The pane becomes busy. Its start hint, overlays and error card disappear.
-    virtual void passStarted() = 0;
-    /// The pane is no longer busy. The result, if there is one, follows.
-    virtual void passEnded() = 0;
+    /// Whether a pass runs. At its beginning, the pane's start hint, overlays and error card disappear. The result, if
+    /// there is one, follows the end.
+    virtual void setProcessing(bool processing) = 0;
     /// Shows the overlays, and over them, unless it is empty, a note for the time it takes to read.
     virtual void showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note) = 0;
     /// Replaces the overlays that differ, while the screen is followed. The others stay untouched.

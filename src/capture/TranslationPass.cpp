@@ -55,7 +55,7 @@ struct TranslationPass::Request
     qint64 generation = 0;
     GlassArea area;
     QList<QRectF> exclusionRects;
-    // Of a look:
+    // For a look only:
     std::optional<ScreenChange> change;
     std::shared_ptr<const ScreenMemory> former;
     std::function<void(const LookReport &)> done;
@@ -66,8 +66,8 @@ struct TranslationPass::Request
 struct TranslationPass::Reading
 {
     ScreenMemory memory;
-    QStringList sources;      ///< what is new,
-    QStringList translations; ///< and its translations
+    QStringList sources;      ///< the new texts
+    QStringList translations; ///< of the new texts
     QStringList notes;
     QRegion preliminary;
     QRegion cut;
@@ -147,7 +147,7 @@ void TranslationPass::startCapturePass()
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
     ++m_captureGeneration;
-    m_view.passStarted();
+    m_view.setProcessing(true);
 
     m_isRunning = true;
     start({.generation = m_captureGeneration,
@@ -203,7 +203,7 @@ void TranslationPass::supersede()
     m_isDueAfterHold = false;
     m_isRunning = false;
     forgetScreen();
-    m_view.passEnded();
+    m_view.setProcessing(false);
 }
 
 void TranslationPass::forgetScreen()
@@ -352,7 +352,7 @@ void TranslationPass::finish(const Request &request, const Outcome &outcome)
         return; // the pane belongs to a newer pass
     m_isRunning = false;
     m_memory.reset();
-    m_view.passEnded();
+    m_view.setProcessing(false);
     if (outcome)
         return show(request, *outcome);
     showCard(outcome.error());

@@ -44,12 +44,12 @@ public:
     GlassArea glassArea() const override { return {{0, 0, 404, 304}, {0, 0, 404, 304}, 1}; }
     QList<QRectF> windowControlExclusionRects(double) const override { return exclusions; }
     bool isInputMode() const override { return inputMode; }
-    void passStarted() override
+    void setProcessing(bool isProcessing) override
     {
-        log.append(u"clear"_s);
-        processing = true;
+        if (isProcessing)
+            log.append(u"clear"_s);
+        processing = isProcessing;
     }
-    void passEnded() override { processing = false; }
     void showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note) override
     {
         for (const TranslationOverlayCandidate &candidate : candidates) {

@@ -35,7 +35,7 @@ public:
     /// The overlay at a point of the pane, or the chosen one if it is there; null if there is none.
     const OverlayPicture::Overlay *overlayAt(QPointF point) const;
 
-    /// Set by what represents the view to assistive programs.
+    /// Called when the overlays, or the chosen one, have changed. Set by the view's accessible interface.
     Callback<> onChanged;
     Callback<> onChosen;
     std::function<void(const OverlayPicture::Overlay &, bool isSource)> onCopy; ///< the keys that copy were pressed

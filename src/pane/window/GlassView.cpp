@@ -242,17 +242,13 @@ void GlassView::removeErrorCard()
         removeView(std::exchange(m_errorCard, nullptr));
 }
 
-void GlassView::passStarted()
-{
-    m_hints.dismissPristineHint();
-    clearOverlays();
-    setProcessing(true);
-}
-
 void GlassView::setProcessing(bool processing)
 {
-    if (processing)
+    if (processing) {
+        m_hints.dismissPristineHint();
+        clearOverlays();
         m_hints.endNote();
+    }
     m_neonBorderView->isProcessing = processing;
     m_neonBorderView->updatePulse();
     m_capsule->set(&ControlCapsuleState::isProcessing, processing);

@@ -63,11 +63,8 @@ public:
     bool isInputMode() const { return m_inputPanel; }
 
     void clearOverlays();
-    /// Sets the busy state of the pane, its border and its capsule.
-    void setProcessing(bool processing);
 
-    void passStarted() override;
-    void passEnded() override { setProcessing(false); }
+    void setProcessing(bool processing) override;
     void showTranslations(const QList<TranslationOverlayCandidate> &candidates, const QString &note) override;
     void changeTranslations(const QList<TranslationOverlayCandidate> &candidates) override;
     void showErrorCard(const QString &title, const QString &message, const QString &actionTitle,

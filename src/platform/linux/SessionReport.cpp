@@ -43,8 +43,7 @@ std::optional<XSession> xSession()
     xcb_connection_t *const x = connection.get();
     const auto property = [x](xcb_window_t window, const char *name, xcb_atom_t type) {
         constexpr quint32 mostWords = 64;
-        const auto cookie = xcb_get_property(x, false, window, x11Atom(x, name), type, 0, mostWords);
-        return X11Reply<xcb_get_property_reply_t>(xcb_get_property_reply(x, cookie, nullptr));
+        return x11Ask(x, xcb_get_property, xcb_get_property_reply, false, window, x11Atom(x, name), type, 0, mostWords);
     };
     XSession session;
     const xcb_screen_t *const screen = x11Screen(x, number);

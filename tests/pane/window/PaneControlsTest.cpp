@@ -156,7 +156,7 @@ private Q_SLOTS:
         };
         const QRectF upperLines(10, 44, 460, 100);
         const auto translate = [&](const QRectF &place) {
-            pane.view->passStarted();
+            pane.view->setProcessing(true);
             pane.view->showTranslations({{u"一"_s.repeated(40), place, {place.bottom()}}}, {});
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         };

@@ -87,11 +87,8 @@ bool X11ChangeMonitor::isOurs(xcb_window_t window)
 void X11ChangeMonitor::addWindow(xcb_window_t window)
 {
     xcb_connection_t *c = m_connection->get();
-    const auto attributesCookie = xcb_get_window_attributes(c, window);
-    const auto geometryCookie = xcb_get_geometry(c, window);
-    X11Reply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(c, attributesCookie, nullptr));
-    X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(c, geometryCookie, nullptr));
+    const auto attributes = x11Ask(c, xcb_get_window_attributes, xcb_get_window_attributes_reply, window);
+    const auto geometry = x11Ask(c, xcb_get_geometry, xcb_get_geometry_reply, window);
     if (!attributes || !geometry || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
         attributes->map_state == XCB_MAP_STATE_UNMAPPED || m_windows.contains(window) || isOurs(window))
         return;

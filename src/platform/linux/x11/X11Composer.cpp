@@ -102,11 +102,9 @@ void X11Composer::prepareExtensions()
     const auto composite = xcb_composite_query_version(c, 0, 4);
     const auto fixes = xcb_xfixes_query_version(c, 4, 0);
     const auto formats = xcb_render_query_pict_formats(c);
-    X11Reply<xcb_composite_query_version_reply_t> compositeReply(
-        xcb_composite_query_version_reply(c, composite, nullptr));
-    X11Reply<xcb_xfixes_query_version_reply_t> fixesReply(xcb_xfixes_query_version_reply(c, fixes, nullptr));
-    X11Reply<xcb_render_query_pict_formats_reply_t> formatsReply(
-        xcb_render_query_pict_formats_reply(c, formats, nullptr));
+    const auto compositeReply = x11Await(c, xcb_composite_query_version_reply, composite);
+    const auto fixesReply = x11Await(c, xcb_xfixes_query_version_reply, fixes);
+    const auto formatsReply = x11Await(c, xcb_render_query_pict_formats_reply, formats);
     for (const auto &[isThere, name] :
          {std::pair(compositeReply != nullptr, u"Composite"_s), std::pair(fixesReply != nullptr, u"XFIXES"_s),
           std::pair(formatsReply != nullptr, u"RENDER"_s)}) {
@@ -158,9 +156,8 @@ void X11Composer::paintBackground(xcb_render_picture_t target, const QRect &area
     const auto reply =
         x11Ask(c, xcb_get_property, xcb_get_property_reply, false, m_screen->root, m_rootPixmap, XCB_ATOM_PIXMAP, 0, 1);
     const auto pixmaps = x11PropertyValues(reply.get());
-    const auto size = pixmaps.empty() ? xcb_get_geometry_cookie_t{} : xcb_get_geometry(c, pixmaps.front());
     // The property may outlive the picture that it names.
-    if (pixmaps.empty() || !X11Reply<xcb_get_geometry_reply_t>(xcb_get_geometry_reply(c, size, nullptr))) {
+    if (pixmaps.empty() || !x11Ask(c, xcb_get_geometry, xcb_get_geometry_reply, pixmaps.front())) {
         paintPlainBackground(target, area);
         return;
     }

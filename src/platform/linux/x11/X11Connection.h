@@ -26,13 +26,21 @@ inline xcb_screen_t *x11Screen(xcb_connection_t *connection, int number)
     return screens.data;
 }
 
+/// Waits for the reply to a request that was sent before; null after an error.
+template <typename Reply, typename Cookie>
+X11Reply<Reply> x11Await(xcb_connection_t *connection,
+                         Reply *(*reply)(xcb_connection_t *, Cookie, xcb_generic_error_t **), Cookie cookie)
+{
+    return X11Reply<Reply>(reply(connection, cookie, nullptr));
+}
+
 /// Sends a request to the X server and waits for its reply, which is null after an error. `reply` is the library's
 /// function for replies to this request.
 template <typename Cookie, typename Reply, typename... Parameters, typename... Arguments>
 X11Reply<Reply> x11Ask(xcb_connection_t *connection, Cookie (*request)(xcb_connection_t *, Parameters...),
                        Reply *(*reply)(xcb_connection_t *, Cookie, xcb_generic_error_t **), Arguments... arguments)
 {
-    return X11Reply<Reply>(reply(connection, request(connection, static_cast<Parameters>(arguments)...), nullptr));
+    return x11Await(connection, reply, request(connection, static_cast<Parameters>(arguments)...));
 }
 
 /// The atom of a name, or XCB_ATOM_NONE if the connection is broken.
@@ -55,10 +63,8 @@ inline std::vector<uint32_t> x11PropertyValues(const xcb_get_property_reply_t *r
 /// Whether a window fills at least half of another one's width and height. False if either doesn't exist any more.
 inline bool x11FillsHalf(xcb_connection_t *connection, xcb_window_t window, xcb_window_t outer)
 {
-    const auto windowCookie = xcb_get_geometry(connection, window);
-    const auto outerCookie = xcb_get_geometry(connection, outer);
-    const X11Reply<xcb_get_geometry_reply_t> inside(xcb_get_geometry_reply(connection, windowCookie, nullptr));
-    const X11Reply<xcb_get_geometry_reply_t> outside(xcb_get_geometry_reply(connection, outerCookie, nullptr));
+    const auto inside = x11Ask(connection, xcb_get_geometry, xcb_get_geometry_reply, window);
+    const auto outside = x11Ask(connection, xcb_get_geometry, xcb_get_geometry_reply, outer);
     return inside && outside && 2 * inside->width >= outside->width && 2 * inside->height >= outside->height;
 }
 

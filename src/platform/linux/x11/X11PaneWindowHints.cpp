@@ -75,9 +75,8 @@ void X11PaneWindowHints::setHoldHandler(const QWindow &window, std::function<voi
         return;
     xcb_connection_t *c = m_events->get();
     QCoreApplication::instance()->installNativeEventFilter(this);
-    const auto cookie = xcb_input_xi_query_version(c, 2, 1); // since when raw events come also during grabs
-    const X11Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(c, cookie, nullptr));
-    if (!version)
+    // Since version 2.1, raw events come also during grabs.
+    if (!x11Ask(c, xcb_input_xi_query_version, xcb_input_xi_query_version_reply, 2, 1))
         return;
     const struct
     {
@@ -103,10 +102,8 @@ void X11PaneWindowHints::handle(const xcb_generic_event_t &event)
 bool X11PaneWindowHints::isPointerOver(xcb_window_t window) const
 {
     xcb_connection_t *c = m_connection.get();
-    const auto pointerCookie = xcb_query_pointer(c, window);
-    const auto sizeCookie = xcb_get_geometry(c, window);
-    const X11Reply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(c, pointerCookie, nullptr));
-    const X11Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(c, sizeCookie, nullptr));
+    const auto pointer = x11Ask(c, xcb_query_pointer, xcb_query_pointer_reply, window);
+    const auto size = x11Ask(c, xcb_get_geometry, xcb_get_geometry_reply, window);
     return pointer && size && pointer->same_screen && pointer->win_x >= 0 && pointer->win_y >= 0 &&
            pointer->win_x < size->width && pointer->win_y < size->height;
 }

@@ -60,11 +60,9 @@ QList<X11WindowPlace> X11Windows::viewable() const
                            xcb_translate_coordinates(c, window, m_screen->root, 0, 0)});
     QList<X11WindowPlace> places;
     for (size_t i = 0; i < pending.size(); ++i) {
-        X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(c, pending[i].attributes, nullptr));
-        X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(c, pending[i].geometry, nullptr));
-        X11Reply<xcb_translate_coordinates_reply_t> position(
-            xcb_translate_coordinates_reply(c, pending[i].position, nullptr));
+        const auto attributes = x11Await(c, xcb_get_window_attributes_reply, pending[i].attributes);
+        const auto geometry = x11Await(c, xcb_get_geometry_reply, pending[i].geometry);
+        const auto position = x11Await(c, xcb_translate_coordinates_reply, pending[i].position);
         if (attributes && geometry && position && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
             attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT)
             places.append(
@@ -99,7 +97,7 @@ QList<xcb_window_t> X11Windows::ourTopLevels(const QList<xcb_window_t> &children
     for (const xcb_window_t child : children)
         cookies.push_back(xcb_query_tree(c, child));
     for (size_t i = 0; i < cookies.size(); ++i) {
-        X11Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(c, cookies[i], nullptr));
+        const auto reply = x11Await(c, xcb_query_tree_reply, cookies[i]);
         const xcb_window_t child = children[qsizetype(i)];
         const xcb_window_t *inner = reply ? xcb_query_tree_children(reply.get()) : nullptr;
         const int count = reply ? reply->children_len : 0;
@@ -134,11 +132,10 @@ QList<X11TopLevel> X11Windows::foreignTopLevels(const QRect &area) const
     }
     QList<X11TopLevel> windows;
     for (const Pending &cookie : pending) {
-        X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(c, cookie.attributes, nullptr));
-        X11Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(c, cookie.geometry, nullptr));
-        X11Reply<xcb_shape_query_extents_reply_t> shape(xcb_shape_query_extents_reply(c, cookie.shape, nullptr));
-        X11Reply<xcb_get_property_reply_t> opacity(xcb_get_property_reply(c, cookie.opacity, nullptr));
+        const auto attributes = x11Await(c, xcb_get_window_attributes_reply, cookie.attributes);
+        const auto geometry = x11Await(c, xcb_get_geometry_reply, cookie.geometry);
+        const auto shape = x11Await(c, xcb_shape_query_extents_reply, cookie.shape);
+        const auto opacity = x11Await(c, xcb_get_property_reply, cookie.opacity);
         if (!attributes || !geometry || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
             attributes->map_state != XCB_MAP_STATE_VIEWABLE)
             continue;
