@@ -335,7 +335,7 @@ TranslationPass::ErrorCard TranslationPass::captureFailed(const Failure &failure
 {
     if (failure.domain == screenAccessDomain)
         return {m_texts.localized(u"需要螢幕錄製權限"_s), failure.description, ErrorCard::Button::AskForAccess};
-    if (m_steps.capture.isGranted())
+    if (failure.domain == screenServiceDomain || m_steps.capture.isGranted())
         return {m_texts.localized(u"無法擷取畫面"_s), failure.description};
     return {
         m_texts.localized(u"需要螢幕錄製權限"_s),

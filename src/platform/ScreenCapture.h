@@ -24,6 +24,8 @@ struct CaptureSurroundings
 /// The domain of failures that come from a missing permission. Their description says what the user can do, and a
 /// capture after `allowAsking` may succeed.
 inline constexpr QStringView screenAccessDomain = u"ScreenAccess";
+/// The domain of failures of a desktop that lacks what captures need. Their description says what to install.
+inline constexpr QStringView screenServiceDomain = u"ScreenService";
 
 /// Takes pictures of what other programs show on the screen. This program's own windows are never part of them; how
 /// that is achieved is up to the implementation. Blocking calls, on any thread, several at once.

@@ -322,17 +322,22 @@ private Q_SLOTS:
         settle([&] { return !m_pane->processing; });
 
         m_pass->startCapturePass();
+        capture(tl::unexpected(Failure{.domain = screenServiceDomain.toString(), .description = u"install"_s}));
+        settle([&] { return !m_pane->processing; });
+        QCOMPARE(m_pane->log.last(), u"card 無法擷取畫面|install"_s);
+
+        m_pass->startCapturePass();
         capture();
         translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
         QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
-        QCOMPARE(failures, 5);
+        QCOMPARE(failures, 6);
 
         m_lines.clear();
         m_pass->startCapturePass();
         capture();
         settle([&] { return !m_pane->processing; });
         QVERIFY(m_pane->log.last().startsWith(u"card 沒有偵測到文字|"_s));
-        QCOMPARE(failures, 5); // it would be the same again
+        QCOMPARE(failures, 6); // it would be the same again
         QVERIFY(m_recorded.isEmpty());
     }
 

@@ -165,6 +165,12 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const ScreenRe
     const bool mayAsk = m_mayAsk.exchange(false);
     const QString refused = u"沒有分享螢幕，Lucentra 就看不到翻譯板下方的文字。按「分享畫面…」後，桌面會再問一次。"_s;
     const QString explanation = u"為了讀取翻譯板下方的文字，桌面接下來會請您分享畫面；請選擇翻譯板所在的螢幕。"_s;
+    const auto noService = [this] {
+        return tl::unexpected(
+            Failure{.domain = screenServiceDomain.toString(), .description = missingSharingText(m_localized)});
+    };
+    if (token.isEmpty() && !mayAsk && !running.portal.isOffered())
+        return noService();
     if (token.isEmpty() && !mayAsk)
         return m_wasRefused ? failure(int(ScreenCastProblem::Refused), refused) : failure(notAskedYet, explanation);
 
@@ -186,9 +192,7 @@ Result<QImage> PortalScreenCapture::captureFrom(Running &running, const ScreenRe
             }
             return failure(int(share.error()), refused);
         case ScreenCastProblem::NoService:
-            return tl::unexpected(Failure{.domain = screenAccessDomain.toString(),
-                                          .code = int(share.error()),
-                                          .description = missingSharingText(m_localized)});
+            return noService();
         case ScreenCastProblem::NoAnswer:
             return failure(int(share.error()), u"桌面沒有回答分享畫面的請求。請再試一次；如果仍然沒有反應，請重新登入。"_s);
         case ScreenCastProblem::Failed:

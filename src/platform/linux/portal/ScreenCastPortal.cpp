@@ -98,6 +98,7 @@ public:
     }
 
     bool connect();
+    bool isOffered();
     /// Calls a method whose outcome comes later, by a signal.
     Outcome request(const char *method, GVariant *(*arguments)(const Calls &, GVariantBuilder *options),
                     std::chrono::milliseconds patience);
@@ -153,6 +154,18 @@ bool ScreenCastPortal::Calls::connect()
     listen(screenCastService, sessionInterface, "Closed", nullptr);
     listen("org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", screenCastService);
     return true;
+}
+
+bool ScreenCastPortal::Calls::isOffered()
+{
+    GError *error = nullptr;
+    const Variant version(g_dbus_connection_call_sync(
+        m_bus.get(), screenCastService, screenCastPath, "org.freedesktop.DBus.Properties", "Get",
+        g_variant_new("(ss)", screenCastInterface, "version"), nullptr, G_DBUS_CALL_FLAGS_NONE,
+        int(std::chrono::milliseconds(stepPatience).count()), m_cancellable.get(), &error));
+    const Owned<GError, g_error_free> owner(error);
+    return !g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) && // no portal
+           !g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS);      // one without this interface
 }
 
 void ScreenCastPortal::Calls::receive(GDBusConnection *, const char *, const char *path, const char *, const char *signal,
@@ -261,6 +274,11 @@ ScreenCastPortal::ScreenCastPortal()
 }
 
 ScreenCastPortal::~ScreenCastPortal() = default;
+
+bool ScreenCastPortal::isOffered()
+{
+    return m_calls->connect() && m_calls->isOffered();
+}
 
 tl::expected<ScreenCastPortal::Share, ScreenCastProblem>
 ScreenCastPortal::start(const QString &token, const QString &parentWindow, std::function<void()> seemsToAsk)

@@ -41,6 +41,8 @@ public:
         QString nextToken; ///< empty if the desktop gives none
     };
 
+    /// Whether there is a portal that can share the screen. Asks nobody.
+    bool isOffered();
     /// Starts to share monitors, without a question if the token is still valid. `parentWindow` is the window that the
     /// question belongs to, as the portal names windows. `seemsToAsk` is called on this thread when the desktop takes as
     /// long as for a question.
