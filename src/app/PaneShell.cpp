@@ -137,9 +137,10 @@ void PaneShell::wirePass()
     PassSteps steps{
         .capture = m_desktop.capture(),
         .recognize =
-            [this](const QImage &image, const QRect &part, bool isHasty, const std::function<bool()> &isWanted) {
+            [this](const QImage &image, const QRect &part, ReadingEffort effort,
+                   const std::function<bool()> &isWanted) {
                 m_services.mainQueue().post([this] { giveBackMemoryLater(); });
-                return recognizeLines(m_services.recognizer(), image, part, isWanted, isHasty);
+                return recognizeLines(m_services.recognizer(), image, part, isWanted, effort);
             },
         .translate =
             [this](const QList<TextBlock> &blocks, const std::function<bool()> &isWanted) {

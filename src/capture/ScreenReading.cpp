@@ -259,6 +259,25 @@ private:
 
 } // namespace
 
+bool hasNews(const QList<TextLine> &lines, const QList<TextLine> &former)
+{
+    return std::ranges::any_of(lines, [&](const TextLine &line) {
+        return std::ranges::find(former, line.text, &TextLine::text) == former.end();
+    });
+}
+
+QList<QRect> differingLines(const QList<TextLine> &former, const QList<TextLine> &now, const QSize &size)
+{
+    QList<QRect> places;
+    for (const auto &[some, others] : {std::pair(now, former), std::pair(former, now)}) {
+        for (const TextLine &line : some) {
+            if (!others.contains(line))
+                places.append(pixelsOf(line.normBox, size));
+        }
+    }
+    return places;
+}
+
 QRegion cutLines(const QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size, const QRegion &written)
 {
     QRegion cut;

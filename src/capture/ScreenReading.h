@@ -31,6 +31,11 @@ QRect pixelsOf(const NormBox &normBox, const QSize &size);
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
                         const ReadPart &read);
 
+/// Whether there is a text among the lines that wasn't there before.
+bool hasNews(const QList<TextLine> &lines, const QList<TextLine> &former);
+/// The places of the lines that only one of two readings has, in pixels.
+QList<QRect> differingLines(const QList<TextLine> &former, const QList<TextLine> &now, const QSize &size);
+
 /// The places of new lines that end beside `written` although no line was read there. Their last words are probably
 /// missing: a moving picture often hides a word from the recognizer at first. Pixels, as is `written`; whole tiles.
 QRegion cutLines(const QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size, const QRegion &written);

@@ -98,13 +98,15 @@ bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize)
 }
 
 RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,
-                               const std::function<bool()> &isWanted, bool isHasty)
+                               const std::function<bool()> &isWanted, ReadingEffort effort)
 {
     TextRecognitionRequest request = passRequest();
     request.isWanted = isWanted;
     RecognizedLines found;
     request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
-    if (isHasty)
+    if (effort == ReadingEffort::Slight)
+        request.level = RecognitionLevel::Fast;
+    if (effort != ReadingEffort::Full)
         request.onModelsMissed = [&found] { found.areModelsMissed = true; };
     const bool isWhole = part == image.rect() || part.isEmpty();
     if (!isWhole)

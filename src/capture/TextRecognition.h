@@ -40,6 +40,12 @@ QList<TextBlock> composeBlocks(const QList<TextLine> &lines, const QSizeF &image
 /// Whether there is running text among the lines, whose sentences are better translated in paragraphs.
 bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize);
 
+enum class ReadingEffort {
+    Full,
+    Hasty,  ///< doubtful lines don't wait for models that aren't loaded
+    Slight, ///< nor are they read twice. What seems to be a line in a moving picture mostly isn't text.
+};
+
 struct RecognizedLines
 {
     QList<TextLine> lines;
@@ -48,8 +54,8 @@ struct RecognizedLines
 };
 
 /// Recognizes the lines in a part of a captured image (pixels); their boxes are fractions of the whole image. Blocks;
-/// any thread but the main one. Returns no lines if the recognizer fails. If hasty, it doesn't wait for further models.
+/// any thread but the main one. Returns no lines if the recognizer fails.
 RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, const QRect &part,
-                               const std::function<bool()> &isWanted = {}, bool isHasty = false);
+                               const std::function<bool()> &isWanted = {}, ReadingEffort effort = ReadingEffort::Full);
 
 } // namespace lucentra

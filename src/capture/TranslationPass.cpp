@@ -34,19 +34,6 @@ bool covers(const QRegion &region, const QRect &rect)
     return 4 * covered > rect.width() * rect.height();
 }
 
-/// The places of the lines that only one of two readings has, in pixels.
-QList<QRect> differingLines(const QList<TextLine> &former, const QList<TextLine> &now, const QSize &size)
-{
-    QList<QRect> places;
-    for (const auto &[some, others] : {std::pair(now, former), std::pair(former, now)}) {
-        for (const TextLine &line : some) {
-            if (!others.contains(line))
-                places.append(pixelsOf(line.normBox, size));
-        }
-    }
-    return places;
-}
-
 } // namespace
 
 /// What a pass or a look is asked for.
@@ -242,15 +229,21 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
 
     bool areLinesLeftOut = false;
     const QImage masked = maskWindowButtons(*std::move(image), request.exclusionRects, request.area.glass.size());
+    const QRegion changed = request.change ? request.change->changed : QRegion(masked.rect());
     const auto read = [&](const QRect &part) {
-        RecognizedLines found = m_steps.recognize(masked, part, request.change.has_value(), isWanted);
+        const bool isMoving = request.change && (changed - request.change->moving).intersected(part).isEmpty();
+        RecognizedLines found;
+        if (isMoving)
+            found = m_steps.recognize(masked, part, ReadingEffort::Slight, isWanted);
+        if (!isMoving || hasNews(found.lines, request.formerLines()))
+            found =
+                m_steps.recognize(masked, part, request.change ? ReadingEffort::Hasty : ReadingEffort::Full, isWanted);
         if (found.areModelsMissed)
             reading.preliminary |= part;
         areLinesLeftOut = areLinesLeftOut || found.areLinesLeftOut;
         return found.lines;
     };
-    reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked,
-                                      request.change ? request.change->changed : QRegion(masked.rect()), read);
+    reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked, changed, read);
     reading.memory.screen.preliminary |= reading.preliminary;
     if (!finishStage(u"recognition"_s))
         return superseded; // nobody would see a translation, so no text leaves the computer for it

@@ -29,9 +29,10 @@ class SettingsStore;
 struct PassSteps
 {
     ScreenCapture &capture;
-    /// Recognizes the lines in a part of an image (pixels), without waiting for further models if hasty. May return
-    /// early, with some of them, once the given function returns false.
-    std::function<RecognizedLines(const QImage &, const QRect &, bool isHasty, const std::function<bool()> &)> recognize;
+    /// Recognizes the lines in a part of an image (pixels). May return early, with some of them, once the given
+    /// function returns false.
+    std::function<RecognizedLines(const QImage &, const QRect &, ReadingEffort, const std::function<bool()> &)>
+        recognize;
     /// Translates blocks. Sends no further request once the given function, which may be called on any thread, returns
     /// false.
     std::function<Result<BlockTranslations>(const QList<TextBlock> &, const std::function<bool()> &)> translate;
@@ -52,6 +53,7 @@ struct ScreenChange
     QImage picture;    ///< what a capture of the pane's area would return
     QRegion changed;   ///< all that differs from the picture of the last look; pixels
     QRegion unsettled; ///< what is still changing of it
+    QRegion moving;    ///< the part of it that doesn't rest, unless new writing stands where no line was
     QRegion written;   ///< where there is writing before a moving picture
     std::chrono::milliseconds time{0};
     /// No request leaves before. A look that would need one shows what is known.

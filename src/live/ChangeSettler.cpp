@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 namespace lucentra {
@@ -22,6 +23,8 @@ constexpr ChangeSettler::Time vainPause{400};
 constexpr int mostVainLooks = 4;
 /// After so long without a look, looks in vain are forgotten.
 constexpr ChangeSettler::Time forgiven{10'000};
+/// The share of a line in which its letters may seem to have changed because of what is behind them.
+constexpr double smallShare = 0.3;
 /// Looks that may wait happen at multiples of this, so that those at several tiles are one.
 constexpr ChangeSettler::Time beat{800};
 
@@ -34,7 +37,7 @@ ChangeSettler::Time nextBeat(ChangeSettler::Time time)
 bool isIn(const QRect &line, const QRect &tile)
 {
     const QRect shared = line & tile;
-    return shared.width() >= tileSide / 8 && shared.height() >= std::min(tileSide / 4, line.height() / 3);
+    return shared.width() >= tileSide / 8 && 2 * shared.height() >= std::min(tileSide, line.height());
 }
 
 void copyPixels(QImage &to, const QImage &from, const QRect &rect)
@@ -59,7 +62,7 @@ std::optional<ChangeSettler::Time> ChangeSettler::dueTime(const Tile &tile)
     if (tile.isStanding)
         due = std::min(due, tile.stood + settleTime);
     due = std::max(due, tile.isMinor ? std::max(earliest, nextBeat(tile.looked + vainPause)) : earliest);
-    return tile.isRestless ? std::min(due, nextBeat(tile.looked + (tile.hasLine ? oftenEnough : rarely))) : due;
+    return tile.isRestless ? std::min(due, nextBeat(tile.looked + (tile.line >= 0 ? oftenEnough : rarely))) : due;
 }
 
 QRect ChangeSettler::rectOf(size_t index) const
@@ -138,12 +141,28 @@ std::optional<ChangeSettler::Time> ChangeSettler::nextDue() const
     return next;
 }
 
+/// Writing side by side has been standing for as long as the first of it. Where the picture behind it moves, that is
+/// noticed later.
+void ChangeSettler::joinStanding()
+{
+    const auto join = [this](size_t left, Tile &tile, const Tile &beside) {
+        if ((left + 1) % size_t(m_columns) != 0 && beside.isStanding && tile.isStanding && hasWriting(tile.standing))
+            tile.stood = std::min(tile.stood, beside.stood);
+    };
+    for (size_t i = 1; i < m_tiles.size(); ++i)
+        join(i - 1, m_tiles[i], m_tiles[i - 1]);
+    for (size_t i = m_tiles.size(); i-- > 1;)
+        join(i - 1, m_tiles[i - 1], m_tiles[i]);
+}
+
 ChangeSettler::Due ChangeSettler::take(Time now)
 {
     Due due;
     const auto next = nextDue();
     if (!next || *next > now)
         return due;
+    joinStanding();
+    const std::vector<double> shares = changedShares();
     QRegion different;
     QRegion around; // what may hold a line, with its neighbours
     for (size_t i = 0; i < m_tiles.size(); ++i) {
@@ -155,11 +174,11 @@ ChangeSettler::Due ChangeSettler::take(Time now)
             continue;
         Tile &tile = m_tiles[i];
         const bool mayHaveText = isReadable(tile, rect, now);
-        if (tile.hasLine && !mayHaveText) {
+        if (tile.line >= 0 && !mayHaveText) {
             tile.hasMoved = tile.isWaiting = tile.isStanding = false;
             continue;
         }
-        if (isMinor(tile, rect, now)) {
+        if (isMinor(tile, rect, tile.line >= 0 ? shares[size_t(tile.line)] : 1, now)) {
             tile.isMinor = true;
             continue;
         }
@@ -183,19 +202,38 @@ bool ChangeSettler::isReadable(const Tile &tile, const QRect &rect, Time now) co
 {
     if (tile.state == 0)
         return true;
-    if (tile.hasLine)
-        return lettersInTile(tile.seen, m_picture, rect) != Letters::Same;
+    if (tile.line >= 0)
+        return lettersOf(tile, rect) != Letters::Same;
     if (now - tile.last + together >= settleTime)
         return mayHoldWriting(m_picture, rect);
     return hasWriting(hasStood(tile, now) ? tile.standing : edgesOfTile(m_picture, rect));
 }
 
-/// Whether the last look found nothing new in a tile, and its letters are all there: then part of the picture behind
-/// them is seen beside them, and only now and then it is another letter.
-bool ChangeSettler::isMinor(const Tile &tile, const QRect &rect, Time now) const
+/// The share of each line's tiles in which its letters aren't all there any more.
+std::vector<double> ChangeSettler::changedShares() const
 {
-    return tile.hasLine && tile.vainLooks > 0 && tile.state != 0 && now < nextBeat(tile.looked + vainPause) &&
-           lettersInTile(tile.seen, m_picture, rect) == Letters::Joined;
+    std::vector<double> all(size_t(m_lines), 0);
+    std::vector<double> changed(all);
+    for (size_t i = 0; i < m_tiles.size(); ++i) {
+        const Tile &tile = m_tiles[i];
+        if (tile.line < 0)
+            continue;
+        ++all[size_t(tile.line)];
+        changed[size_t(tile.line)] += tile.hasMoved && lettersOf(tile, rectOf(i)) == Letters::Other;
+    }
+    std::transform(changed.begin(), changed.end(), all.begin(), changed.begin(), std::divides<>());
+    return changed;
+}
+
+/// Whether what has changed in a tile with a line is rather a picture that moves behind it, which only now and then
+/// hides another letter: all letters are there, and the last look found nothing new; or they seem to have changed in
+/// a small part of the line, and nothing rests there.
+bool ChangeSettler::isMinor(const Tile &tile, const QRect &rect, double changedShare, Time now) const
+{
+    if (tile.line < 0 || tile.state == 0 || now >= nextBeat(tile.looked + vainPause))
+        return false;
+    const bool isMoving = now - tile.last + together < settleTime && !hasStood(tile, now);
+    return (isMoving && changedShare < smallShare) || (tile.vainLooks > 0 && lettersOf(tile, rect) == Letters::Joined);
 }
 
 /// Counts a look at a tile. Returns false if it shows what it did at the last one.
@@ -223,6 +261,8 @@ bool ChangeSettler::isDifferent(Tile &tile, const QRect &rect, Time now, Due &du
         tile.vainLooks = std::min(tile.vainLooks + 1, mostVainLooks); // until something new is found
     if (isUnsettled)
         due.unsettled |= rect;
+    if (!isAtRest && (!stands || tile.line >= 0))
+        due.moving |= rect;
     return true;
 }
 
@@ -243,14 +283,16 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
 
 void ChangeSettler::found(const QList<QRect> &lines, const QList<QRect> &news)
 {
-    const auto isAmong = [](const QRect &tile, const QList<QRect> &some) {
-        return std::any_of(some.begin(), some.end(), [&](const QRect &line) { return isIn(line, tile); });
+    const auto indexOf = [](const QRect &tile, const QList<QRect> &some) {
+        const auto line = std::find_if(some.begin(), some.end(), [&](const QRect &each) { return isIn(each, tile); });
+        return line == some.end() ? -1 : int(line - some.begin());
     };
+    m_lines = int(lines.size());
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const QRect rect = rectOf(i);
         Tile &tile = m_tiles[i];
-        tile.hasLine = isAmong(rect, lines);
-        if (isAmong(rect, news))
+        tile.line = indexOf(rect, lines);
+        if (indexOf(rect, news) >= 0)
             tile.vainLooks = 0;
     }
 }

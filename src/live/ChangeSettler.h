@@ -40,6 +40,7 @@ public:
     {
         QRegion changed;
         QRegion unsettled; ///< the part of it that hasn't come to rest
+        QRegion moving;    ///< the part of it that doesn't rest, unless new writing stands where no line was
         QRegion written;   ///< where new writing stands before a moving picture, due or not
     };
 
@@ -67,7 +68,7 @@ private:
         bool isBlinking = false;
         bool isStanding = false; ///< other writing than at the last look may be there
         bool isMinor = false;    ///< what has changed beside the letters of its line may wait
-        bool hasLine = false;    ///< a line of text was there at the last look
+        int line = -1;           ///< the line of text that was there at the last look
         int quickLooks = 0;      ///< looks in a row with little time between
         int vainLooks = 0;       ///< looks in a row, at what stood still, that found nothing new
         int returns = 0;         ///< how often in a row it has returned to the state before the last one
@@ -87,13 +88,17 @@ private:
     QRect rectOf(size_t index) const;
     size_t stateOf(const QRect &rect) const;
     void change(Tile &tile, const QRect &rect, Time now);
+    void joinStanding();
     bool isReadable(const Tile &tile, const QRect &rect, Time now) const;
-    bool isMinor(const Tile &tile, const QRect &rect, Time now) const;
+    Letters lettersOf(const Tile &tile, const QRect &rect) const { return lettersInTile(tile.seen, m_picture, rect); }
+    std::vector<double> changedShares() const;
+    bool isMinor(const Tile &tile, const QRect &rect, double changedShare, Time now) const;
     bool isDifferent(Tile &tile, const QRect &rect, Time now, Due &due);
 
     QImage m_picture;
     QImage m_compared; ///< each tile as it was when its shapes last changed; so slow changes are seen, too
     int m_columns = 0;
+    int m_lines = 0;
     std::vector<Tile> m_tiles;
 };
 

@@ -30,6 +30,8 @@ constexpr LiveTranslation::Time partialRest{700};
 /// Lines that move are looked at after they have rested for so long, or have been moving for so long.
 constexpr LiveTranslation::Time scrollRest{120};
 constexpr LiveTranslation::Time longestScroll{1200};
+/// Looks may take so much time in advance of their pauses: one after a rest needs none.
+constexpr LiveTranslation::Time credit{500};
 /// The pause after a look while power is saved, in times of its duration.
 constexpr int savingPauses = 3;
 
@@ -176,6 +178,7 @@ void LiveTranslation::lookIfDue()
     m_pass.look({.picture = m_settler.picture(),
                  .changed = due.changed,
                  .unsettled = due.unsettled,
+                 .moving = due.moving,
                  .written = due.written,
                  .time = now,
                  .nextRequest = std::max(m_retry, isRemote ? m_limit.next(now) : Time(0))},
@@ -211,7 +214,8 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     m_settler.found(report.lines, report.news);
     m_settler.putBack(report.preliminary, now + loadingTime);
     m_settler.putBack(report.moved | report.cut, now);
-    m_notBefore = std::max(m_notBefore, now + (now - begun) * (m_services.power.isSaving() ? savingPauses : 1));
+    m_paid = std::max(m_paid, begun) + (now - begun) * (m_services.power.isSaving() ? 1 + savingPauses : 2);
+    m_notBefore = std::max(m_notBefore, m_paid - credit);
     if (report.requested)
         m_limit.count(begun + *report.requested);
     m_again = report.again;

@@ -21,8 +21,8 @@ class SettingsStore;
 /// Follows what changes beneath the pane and has the pass look at it, as long as the setting is on, the pane is on a
 /// screen and at rest, and no text is typed on it.
 ///
-/// One look at a time; after each there is a pause as long as the look was, so that it never takes more than half of
-/// the time. Texts go to a service within the limits of `RequestLimit`, after failures more and more rarely.
+/// One look at a time, with pauses between them, so that in the long run they take half of the time at most. Texts go
+/// to a service within the limits of `RequestLimit`, after failures more and more rarely.
 class LiveTranslation : public QObject
 {
 public:
@@ -86,6 +86,7 @@ private:
     std::optional<Time> m_again; ///< a look that is due although nothing changes
     QList<Partial> m_partial;
     Time m_notBefore{0};         ///< of the next look
+    Time m_paid{0};              ///< when the looks until now and their pauses would end, one after another
     Time m_scrollBegun{0};       ///< when the lines beneath began to move without a pause,
     Time m_scrolled{0};          ///< and when they last did
     Time m_retry{0};             ///< no request before, after failures

@@ -157,7 +157,7 @@ private Q_SLOTS:
         PassSteps steps{
             .capture = *m_capture,
             .recognize =
-                [this](const QImage &image, const QRect &, bool, const std::function<bool()> &isWanted) {
+                [this](const QImage &image, const QRect &, ReadingEffort, const std::function<bool()> &isWanted) {
                     m_read = image;
                     ++m_readings;
                     while (m_isHoldingReader && isWanted())
