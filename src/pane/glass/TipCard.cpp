@@ -6,7 +6,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -61,12 +60,6 @@ QSize TipCard::sizeOn(int paneWidth) const
         balancedSize(QFontMetrics(m_label->font()), {widest, 1 << 16}, Qt::TextWordWrap, m_label->text()).width() + 1;
     const int width = std::max(minimumSizeHint().width(), text + 2 * padding);
     return {width, layout()->heightForWidth(width)};
-}
-
-void TipCard::mousePressEvent(QMouseEvent *event)
-{
-    if (event->button() == Qt::LeftButton)
-        onClosed();
 }
 
 void TipCard::paintEvent(QPaintEvent *)

@@ -12,7 +12,7 @@ namespace lucentra {
 class GlassBackdropView;
 
 /// A small card on the pane that explains something once, with a button that closes it and perhaps one that does what
-/// it is about. A click anywhere on it closes it, too.
+/// it is about. Elsewhere it is a part of the pane for the pointer.
 class TipCard : public QWidget
 {
 public:
@@ -30,7 +30,6 @@ public:
     QSize sizeOn(int paneWidth) const;
 
 protected:
-    void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
