@@ -14,6 +14,7 @@ BUILD = pathlib.Path(os.environ.get("LUCENTRA_BUILD", "build/dev")).resolve()
 PREFIX = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-installed-"))
 os.environ["LUCENTRA"] = str(PREFIX / "bin" / "lucentra")
 
+import sample_page
 from screen import Screen, eventually  # which reads LUCENTRA
 
 ICON = "com.tarnby.lucentra"
@@ -91,6 +92,14 @@ class Installed(unittest.TestCase):
         self.assertIn('"lucentra"', properties.splitlines()[0], "as the desktop entry says")
         self.assertIn("Icon (", properties)
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
+
+    def test_models_are_loaded_without_the_tables_of_the_older_engine(self):
+        picture = self.screen.home / "page.png"
+        sample_page.render(picture, sample_page.ENGLISH[:1])
+        self.screen.environment["LD_DEBUG"] = "bindings"
+        bound = self.screen.lucentra("recognize", str(picture)).stderr
+        for function in ("UnicharAmbigs13LoadUniversal", "AddAdaptedClass"):
+            self.assertRegex(bound, rf"libtesseract\S+ .*lucentra-engines\.so .*{function}")
 
     def test_its_icon_keeps_its_shape_in_a_panel(self):
         self.screen.start_pane(600, 300)
