@@ -1,6 +1,7 @@
 #include "Engines.h"
 
 #include "HttpSession.h"
+#include "Language.h"
 #include "LocalizationManager.h"
 #include "NeuralModel.h"
 #include "ScreenTextRecognizer.h"
@@ -8,8 +9,6 @@
 #include "read/LineReader.h"
 
 #include <QStringList>
-
-#include <span>
 
 using namespace Qt::StringLiterals;
 
@@ -50,43 +49,22 @@ QString errorText(const NeuralModelError &error, const LocalizationManager &text
     return texts.formatted(u"不支援這種模型：%@"_s, error.detail);
 }
 
-/// What reads a language on the screen.
-struct ReadingRow
+/// The packages of the languages' models of one kind that aren't installed.
+QStringList missingPackages(QLatin1StringView Language::*model)
 {
-    ReadingLanguage language;
-    QLatin1StringView tag;
-    QLatin1StringView package;
-};
-constexpr ReadingRow readingRows[] = {
-    {ReadingLanguage::English, "en"_L1, "tesseract-ocr-eng"_L1},
-    {ReadingLanguage::TraditionalChinese, "zh-Hant"_L1, "tesseract-ocr-chi-tra"_L1},
-    {ReadingLanguage::SimplifiedChinese, "zh-Hans"_L1, "tesseract-ocr-chi-sim"_L1},
-    {ReadingLanguage::Japanese, "ja"_L1, "tesseract-ocr-jpn"_L1},
-    {ReadingLanguage::Korean, "ko"_L1, "tesseract-ocr-kor"_L1},
-};
-constexpr ReadingRow verticalRows[] = {
-    {ReadingLanguage::VerticalTraditionalChinese, {}, "tesseract-ocr-chi-tra-vert"_L1},
-    {ReadingLanguage::VerticalSimplifiedChinese, {}, "tesseract-ocr-chi-sim-vert"_L1},
-    {ReadingLanguage::VerticalJapanese, {}, "tesseract-ocr-jpn-vert"_L1},
-};
-
-QStringList namesOf(std::span<const ReadingRow> rows, QLatin1StringView ReadingRow::*name, bool areInstalled)
-{
-    QStringList names;
-    for (const ReadingRow &row : rows) {
-        if (LineReader::isInstalled(row.language) == areInstalled)
-            names.append(row.*name);
+    QStringList packages;
+    for (const Language &language : targetLanguages) {
+        const QString name = language.*model;
+        if (!name.isEmpty() && !LineReader::isInstalled(name))
+            packages.append(u"tesseract-ocr-"_s + QString(name).replace(u'_', u'-'));
     }
-    return names;
+    return packages;
 }
 
 class EnginesOfThisSystem : public Engines
 {
 public:
-    std::unique_ptr<TextRecognizer> makeRecognizer() const override
-    {
-        return std::make_unique<ScreenTextRecognizer>();
-    }
+    std::unique_ptr<TextRecognizer> makeRecognizer() const override { return std::make_unique<ScreenTextRecognizer>(); }
 
     OnDeviceEngine makeOnDeviceEngine(BuildPatience patience) const override
     {
@@ -109,16 +87,27 @@ public:
     {
         const auto model = NeuralModel::open(folder);
         if (!model)
-            return tl::unexpected(Failure{.domain = u"NeuralModel"_s, .code = 0, .description = errorText(model.error(), texts)});
+            return tl::unexpected(
+                Failure{.domain = u"NeuralModel"_s, .code = 0, .description = errorText(model.error(), texts)});
         QStringList translations;
-        for (const NeuralModel::Translation &translation : (*model)->translate(sentences, {.lengthFactor = lengthFactor}))
+        for (const NeuralModel::Translation &translation :
+             (*model)->translate(sentences, {.lengthFactor = lengthFactor}))
             translations.append(translation.text);
         return translations;
     }
 
-    QStringList readableLanguages() const override { return namesOf(readingRows, &ReadingRow::tag, true); }
-    QStringList missingReadingPackages() const override { return namesOf(readingRows, &ReadingRow::package, false); }
-    QStringList missingVerticalPackages() const override { return namesOf(verticalRows, &ReadingRow::package, false); }
+    QStringList readableLanguages() const override
+    {
+        QStringList codes;
+        for (const Language &language : targetLanguages) {
+            if (LineReader::isInstalled(language.lineModel))
+                codes.append(language.code);
+        }
+        return codes;
+    }
+
+    QStringList missingReadingPackages() const override { return missingPackages(&Language::lineModel); }
+    QStringList missingVerticalPackages() const override { return missingPackages(&Language::columnModel); }
 };
 
 } // namespace

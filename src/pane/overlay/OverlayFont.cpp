@@ -1,5 +1,7 @@
 #include "OverlayFont.h"
 
+#include "Language.h"
+
 using namespace Qt::StringLiterals;
 
 namespace lucentra {
@@ -12,12 +14,12 @@ struct LanguageFamily
     QLatin1StringView family;
 };
 
-// The first match counts. The regions of Chinese write the same characters in different shapes.
-constexpr LanguageFamily languageFamilies[] = {
-    {"zh-hans"_L1, "Noto Sans CJK SC"_L1}, {"zh-cn"_L1, "Noto Sans CJK SC"_L1}, {"zh-sg"_L1, "Noto Sans CJK SC"_L1},
-    {"zh-hk"_L1, "Noto Sans CJK HK"_L1},   {"zh"_L1, "Noto Sans CJK TC"_L1},    {"ja"_L1, "Noto Sans CJK JP"_L1},
-    {"ko"_L1, "Noto Sans CJK KR"_L1},      {"ar"_L1, "Noto Sans Arabic"_L1},    {"fa"_L1, "Noto Sans Arabic"_L1},
-    {"ur"_L1, "Noto Sans Arabic"_L1},      {"he"_L1, "Noto Sans Hebrew"_L1},    {"th"_L1, "Noto Sans Thai"_L1},
+// Besides those of the target languages. The first match counts. The regions of Chinese write the same characters in
+// different shapes.
+constexpr LanguageFamily otherFamilies[] = {
+    {"zh-cn"_L1, "Noto Sans CJK SC"_L1},  {"zh-sg"_L1, "Noto Sans CJK SC"_L1}, {"zh-hk"_L1, "Noto Sans CJK HK"_L1},
+    {"zh"_L1, "Noto Sans CJK TC"_L1},     {"ar"_L1, "Noto Sans Arabic"_L1},    {"fa"_L1, "Noto Sans Arabic"_L1},
+    {"ur"_L1, "Noto Sans Arabic"_L1},     {"he"_L1, "Noto Sans Hebrew"_L1},    {"th"_L1, "Noto Sans Thai"_L1},
     {"hi"_L1, "Noto Sans Devanagari"_L1},
 };
 
@@ -34,17 +36,27 @@ bool begins(const QString &tag, QLatin1StringView prefix)
     return tag.startsWith(prefix, Qt::CaseInsensitive) && (tag.size() == prefix.size() || tag[prefix.size()] == u'-');
 }
 
+/// Empty if no family is known to suit the language.
+QLatin1StringView familyOf(const QString &tag)
+{
+    for (const Language &language : targetLanguages) {
+        if (begins(tag, language.code))
+            return language.font;
+    }
+    for (const LanguageFamily &other : otherFamilies) {
+        if (begins(tag, other.prefix))
+            return other.family;
+    }
+    return {};
+}
+
 } // namespace
 
 QStringList textFamilies(const QString &language)
 {
     QStringList families;
-    for (const LanguageFamily &each : languageFamilies) {
-        if (begins(language, each.prefix)) {
-            families.append(each.family);
-            break;
-        }
-    }
+    if (const QLatin1StringView family = familyOf(language); !family.isEmpty())
+        families.append(family);
     for (const QLatin1StringView family : fallbackFamilies) {
         if (!families.contains(family))
             families.append(family);

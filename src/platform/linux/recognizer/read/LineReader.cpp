@@ -1,5 +1,6 @@
 #include "read/LineReader.h"
 
+#include "Language.h"
 #include "read/ThreadClock.h"
 #include "strip/StripParts.h"
 
@@ -49,27 +50,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const char *modelName(ReadingLanguage language)
+QString modelName(ReadingLanguage language)
 {
-    switch (language) {
-    case ReadingLanguage::TraditionalChinese:
-        return "chi_tra";
-    case ReadingLanguage::English:
-        return "eng";
-    case ReadingLanguage::Japanese:
-        return "jpn";
-    case ReadingLanguage::SimplifiedChinese:
-        return "chi_sim";
-    case ReadingLanguage::Korean:
-        return "kor";
-    case ReadingLanguage::VerticalJapanese:
-        return "jpn_vert";
-    case ReadingLanguage::VerticalTraditionalChinese:
-        return "chi_tra_vert";
-    case ReadingLanguage::VerticalSimplifiedChinese:
-        return "chi_sim_vert";
-    }
-    return "";
+    const std::optional<ReadingLanguage> horizontal = horizontalOf(language);
+    const Language &row = targetLanguages[size_t(horizontal.value_or(language))];
+    return horizontal ? row.columnModel : row.lineModel;
 }
 
 /// Where the engine looks for its models, with a slash at the end. It says so once it is asked to load none.
@@ -94,7 +79,8 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
         }
     }
     auto engine = std::make_unique<tesseract::TessBaseAPI>();
-    if (engine->Init(nullptr, modelName(language), tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
+    const QByteArray model = modelName(language).toLatin1();
+    if (engine->Init(nullptr, model.constData(), tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
         return nullptr;
     return engine;
 }
@@ -295,10 +281,29 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     return reading;
 }
 
+std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical)
+{
+    switch (vertical) {
+    case ReadingLanguage::VerticalJapanese:
+        return ReadingLanguage::Japanese;
+    case ReadingLanguage::VerticalTraditionalChinese:
+        return ReadingLanguage::TraditionalChinese;
+    case ReadingLanguage::VerticalSimplifiedChinese:
+        return ReadingLanguage::SimplifiedChinese;
+    default:
+        return {};
+    }
+}
+
 bool LineReader::isInstalled(ReadingLanguage language)
 {
+    return isInstalled(modelName(language));
+}
+
+bool LineReader::isInstalled(const QString &model)
+{
     static const QString folder = modelFolder();
-    return QFileInfo(folder + QLatin1String(modelName(language)) + u".traineddata"_s).isReadable();
+    return QFileInfo(folder + model + u".traineddata"_s).isReadable();
 }
 
 } // namespace lucentra

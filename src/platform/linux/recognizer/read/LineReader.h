@@ -9,6 +9,7 @@
 #include <list>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace tesseract {
 class TessBaseAPI;
@@ -16,18 +17,21 @@ class TessBaseAPI;
 
 namespace lucentra {
 
-/// The languages there is a model for, in the order in which they are worth loading.
-/// The last ones read columns, on an image that is turned by 90 degrees counter-clockwise.
+/// The languages there is a model for: the target languages in the order of their table, then those that are also
+/// written in columns, which are read on an image that is turned by 90 degrees counter-clockwise.
 enum class ReadingLanguage {
     TraditionalChinese,
+    SimplifiedChinese,
     English,
     Japanese,
-    SimplifiedChinese,
     Korean,
-    VerticalJapanese,
     VerticalTraditionalChinese,
-    VerticalSimplifiedChinese
+    VerticalSimplifiedChinese,
+    VerticalJapanese
 };
+
+/// The language of a vertical one in lines; nullopt for those in lines.
+std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical);
 
 /// How the letters are looked for on a strip.
 enum class ReadingMode {
@@ -87,6 +91,7 @@ public:
 
     /// Whether the model of a language is installed.
     static bool isInstalled(ReadingLanguage language);
+    static bool isInstalled(const QString &model);
 
 private:
     struct Engine

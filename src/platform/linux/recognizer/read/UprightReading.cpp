@@ -17,20 +17,6 @@ constexpr double inkOfCharacter = 0.93; // ems
 constexpr double leastUpright = 60;     // confidence
 constexpr double distanceInRow = 1.08;  // ems; of the characters in the row
 
-std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical)
-{
-    switch (vertical) {
-    case ReadingLanguage::VerticalJapanese:
-        return ReadingLanguage::Japanese;
-    case ReadingLanguage::VerticalTraditionalChinese:
-        return ReadingLanguage::TraditionalChinese;
-    case ReadingLanguage::VerticalSimplifiedChinese:
-        return ReadingLanguage::SimplifiedChinese;
-    default:
-        return {};
-    }
-}
-
 /// Where to cut between the characters of a column, which have one distance: that with the least ink at the cuts.
 std::vector<int> cutsOf(const Strip &column, double em)
 {
