@@ -172,6 +172,7 @@ private Q_SLOTS:
         missing = u"一"_s.repeated(400); // has no room, and keeps no other from being shown
         translate(upperLines);
         QCOMPARE(text(), u"按 Alt+T 可隨時顯示或隱藏翻譯板。"_s);
+        tips.reset();
         tips = makeTips(); // another start: it wasn't read
         translate(upperLines);
         QVERIFY(!text().isEmpty());
