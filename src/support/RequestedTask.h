@@ -9,8 +9,8 @@
 
 namespace lucentra {
 
-/// A task that runs on a thread of its own when it is requested. Requests that arrive before a run begins cause a single
-/// run.
+/// A task that runs on a thread of its own when it is requested. Requests that arrive before a run begins cause a
+/// single run.
 class RequestedTask
 {
 public:

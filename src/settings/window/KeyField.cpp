@@ -54,7 +54,8 @@ public:
     {
         setEchoMode(Password);
         setAcceptDrops(false); // a drop would change the field without the focus
-        setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
+        setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText |
+                            Qt::ImhNoAutoUppercase);
         connect(this, &QLineEdit::selectionChanged, this, [this] {
             if (m_isInClear)
                 deselect();

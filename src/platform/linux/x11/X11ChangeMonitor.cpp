@@ -144,7 +144,8 @@ void X11ChangeMonitor::reportIfInside(const QRect &native)
     m_changed((native & m_area).translated(-m_area.topLeft()));
 }
 
-/// Further damage causes another event. To be called before a picture is taken, or what changes after it would go unnoticed.
+/// Further damage causes another event. To be called before a picture is taken, or what changes after it would go
+/// unnoticed.
 void X11ChangeMonitor::awaitDamage()
 {
     for (Watched &watched : m_windows) {

@@ -47,8 +47,8 @@ QImage readShared(xcb_connection_t *c, xcb_pixmap_t pixmap, const QSize &size)
                   [](void *attached) { shmdt(attached); }, data);
 }
 
-/// Reads a pixmap of 32 bits per pixel from its top-left corner, by shared memory if the X server supports it. The image
-/// then owns that memory. Blocks; returns a null image on failure.
+/// Reads a pixmap of 32 bits per pixel from its top-left corner, by shared memory if the X server supports it. The
+/// image then owns that memory. Blocks; returns a null image on failure.
 QImage readX11Pixmap(xcb_connection_t *c, xcb_pixmap_t pixmap, const QSize &size)
 {
     if (QImage image = readShared(c, pixmap, size); !image.isNull())
