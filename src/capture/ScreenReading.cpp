@@ -32,6 +32,8 @@ constexpr double sameEdges = 0.25;
 constexpr double letterDistance = 0.25;
 /// Shorter texts that differ by a sign are different texts.
 constexpr qsizetype leastSimilar = 4;
+/// So many letters that two lines share show that a text has moved.
+constexpr qsizetype leastRunning = 6;
 
 double areaOf(const QRect &rect)
 {
@@ -54,6 +56,44 @@ bool isNearlySame(const QString &a, const QString &b)
     const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
     const auto same = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend()).first - a.rbegin();
     return (left - a.begin()) + same >= std::max(a.size(), b.size()) - 1;
+}
+
+/// The longest text that two texts have in common.
+struct CommonText
+{
+    qsizetype length = 0;
+    qsizetype first = 0; ///< where it begins in the one
+    qsizetype second = 0;
+};
+
+CommonText commonText(const QString &a, const QString &b)
+{
+    CommonText best;
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        for (qsizetype j = 0; j < b.size(); ++j) {
+            const qsizetype length =
+                std::mismatch(a.begin() + i, a.end(), b.begin() + j, b.end()).first - a.begin() - i;
+            if (length > best.length)
+                best = {length, i, j};
+        }
+    }
+    return best;
+}
+
+/// Whether the line shows a part of the former one at another place of the same row.
+bool hasRun(const TextLine &line, const TextLine &former, const QSize &size)
+{
+    const QRect now = pixelsOf(line.normBox, size);
+    const QRect before = pixelsOf(former.normBox, size);
+    if (std::abs(now.center().y() - before.center().y()) > before.height() / 2)
+        return false;
+    const CommonText common = commonText(line.text, former.text);
+    const auto placeOf = [](const QRect &box, qsizetype index, qsizetype length) {
+        return box.left() + double(box.width()) * double(index) / double(length);
+    };
+    return common.length >= leastRunning &&
+           std::abs(placeOf(now, common.first, line.text.size()) - placeOf(before, common.second, former.text.size())) >
+               before.height();
 }
 
 /// The tiles that a rectangle touches.
@@ -275,6 +315,20 @@ QList<QRect> differingLines(const QList<TextLine> &former, const QList<TextLine>
                 places.append(pixelsOf(line.normBox, size));
         }
     }
+    return places;
+}
+
+QRegion takeRunningLines(QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size,
+                         const QRegion &moving, const QRegion &running)
+{
+    QRegion places = running;
+    for (const TextLine &line : std::as_const(lines)) {
+        const QRect box = pixelsOf(line.normBox, size);
+        if (moving.intersects(box) && !former.contains(line) &&
+            std::ranges::any_of(former, [&](const TextLine &other) { return hasRun(line, other, size); }))
+            places |= box;
+    }
+    lines.removeIf([&](const TextLine &line) { return places.contains(pixelsOf(line.normBox, size).center()); });
     return places;
 }
 

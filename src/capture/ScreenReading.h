@@ -36,6 +36,11 @@ bool hasNews(const QList<TextLine> &lines, const QList<TextLine> &former);
 /// The places of the lines that only one of two readings has, in pixels.
 QList<QRect> differingLines(const QList<TextLine> &former, const QList<TextLine> &now, const QSize &size);
 
+/// Removes the lines that run past, since overlays would lag behind: those in `running`, and those in `moving`, which
+/// never rests, that have moved in their row. Returns all these places. Pixels.
+QRegion takeRunningLines(QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size,
+                         const QRegion &moving, const QRegion &running);
+
 /// The places of new lines that end beside `written` although no line was read there. Their last words are probably
 /// missing: a moving picture often hides a word from the recognizer at first. Pixels, as is `written`; whole tiles.
 QRegion cutLines(const QList<TextLine> &lines, const QList<TextLine> &former, const QSize &size, const QRegion &written);

@@ -58,6 +58,7 @@ struct TranslationPass::Reading
     QStringList notes;
     QRegion preliminary;
     QRegion cut;
+    QRegion running;
     PassTimings timings;
     std::optional<std::chrono::milliseconds> again;
     std::optional<std::chrono::milliseconds> requested;
@@ -245,6 +246,9 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     };
     reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked, changed, read);
     reading.memory.screen.preliminary |= reading.preliminary;
+    if (request.change)
+        reading.running = takeRunningLines(reading.memory.screen.lines, request.formerLines(), masked.size(),
+                                           request.change->moving, request.change->running);
     if (!finishStage(u"recognition"_s))
         return superseded; // nobody would see a translation, so no text leaves the computer for it
     if (reading.memory.screen.lines.isEmpty() && !request.change)
@@ -368,6 +372,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     LookReport report{.preliminary = outcome->preliminary,
                       .partial = seen.screen.partial,
                       .cut = outcome->cut,
+                      .running = outcome->running,
                       .moved = moved,
                       .requested = outcome->requested,
                       .hasFailed = outcome->hasFailed,

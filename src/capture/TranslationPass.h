@@ -54,6 +54,7 @@ struct ScreenChange
     QRegion changed;   ///< all that differs from the picture of the last look; pixels
     QRegion unsettled; ///< what is still changing of it
     QRegion moving;    ///< the part of it that doesn't rest, unless new writing stands where no line was
+    QRegion running;   ///< where lines run past
     QRegion written;   ///< where there is writing before a moving picture
     std::chrono::milliseconds time{0};
     /// No request leaves before. A look that would need one shows what is known.
@@ -69,6 +70,7 @@ struct LookReport
     QRegion preliminary;    ///< where some may be read better in a while; pixels
     QRegion partial;        ///< lines to be read whole once they rest; pixels
     QRegion cut;            ///< as `cutLines` returns it
+    QRegion running;        ///< as `takeRunningLines` returns it
     QRegion moved;          ///< as `follow` returns it, if lines have moved since the picture was taken
     std::optional<std::chrono::milliseconds> requested; ///< how long after the look began texts were sent
     bool hasFailed = false;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <utility>
 
 namespace lucentra {
@@ -56,6 +55,8 @@ std::optional<ChangeSettler::Time> ChangeSettler::dueTime(const Tile &tile)
         return std::nullopt;
     if (tile.isBlinking)
         return tile.moved + afterBlinking;
+    if (tile.isRunning)
+        return (isWritten(tile) ? tile.stood : tile.moved) + calmTime;
     const Time earliest =
         tile.vainLooks < 2 ? Time(0) : nextBeat(tile.looked + vainPause * (1 << (tile.vainLooks - 2)));
     Time due = tile.isRestless ? tile.moved + calmTime : std::min(tile.last + settleTime, tile.first + longestWait);
@@ -141,18 +142,41 @@ std::optional<ChangeSettler::Time> ChangeSettler::nextDue() const
     return next;
 }
 
+/// Does something with each tile and the one to the left of it, and then with each and the one to the right.
+void ChangeSettler::withNeighbours(const std::function<void(Tile &, const Tile &)> &work)
+{
+    const auto isFirst = [this](size_t index) { return index % size_t(m_columns) == 0; };
+    for (size_t i = 1; i < m_tiles.size(); ++i) {
+        if (!isFirst(i))
+            work(m_tiles[i], m_tiles[i - 1]);
+    }
+    for (size_t i = m_tiles.size(); i-- > 1;) {
+        if (!isFirst(i))
+            work(m_tiles[i - 1], m_tiles[i]);
+    }
+}
+
 /// Writing side by side has been standing for as long as the first of it. Where the picture behind it moves, that is
 /// noticed later.
 void ChangeSettler::joinStanding()
 {
-    const auto join = [this](size_t left, Tile &tile, const Tile &beside) {
-        if ((left + 1) % size_t(m_columns) != 0 && beside.isStanding && tile.isStanding && hasWriting(tile.standing))
+    withNeighbours([](Tile &tile, const Tile &beside) {
+        if (beside.isStanding && isWritten(tile))
             tile.stood = std::min(tile.stood, beside.stood);
+    });
+}
+
+/// What moves beside a line that runs past is a part of it.
+void ChangeSettler::spreadRunning(Time now)
+{
+    const auto isMoving = [now](const Tile &tile) {
+        return tile.hasMoved && now - tile.moved < calmTime && !(isWritten(tile) && now - tile.stood >= calmTime);
     };
-    for (size_t i = 1; i < m_tiles.size(); ++i)
-        join(i - 1, m_tiles[i], m_tiles[i - 1]);
-    for (size_t i = m_tiles.size(); i-- > 1;)
-        join(i - 1, m_tiles[i - 1], m_tiles[i]);
+    for (Tile &tile : m_tiles)
+        tile.isRunning = tile.isRunning && isMoving(tile);
+    withNeighbours([&](Tile &tile, const Tile &beside) {
+        tile.isRunning = tile.isRunning || (beside.isRunning && isMoving(tile));
+    });
 }
 
 ChangeSettler::Due ChangeSettler::take(Time now)
@@ -162,14 +186,17 @@ ChangeSettler::Due ChangeSettler::take(Time now)
     if (!next || *next > now)
         return due;
     joinStanding();
+    spreadRunning(now);
     const std::vector<double> shares = changedShares();
     QRegion different;
     QRegion around; // what may hold a line, with its neighbours
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const auto time = dueTime(m_tiles[i]);
         const QRect rect = rectOf(i);
-        if (m_tiles[i].isStanding && now - m_tiles[i].last < settleTime && hasWriting(m_tiles[i].standing))
+        if (now - m_tiles[i].last < settleTime && isWritten(m_tiles[i]))
             due.written |= rect;
+        if (m_tiles[i].isRunning)
+            due.running |= rect;
         if (!time || *time > now + together)
             continue;
         Tile &tile = m_tiles[i];
@@ -281,7 +308,7 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
     }
 }
 
-void ChangeSettler::found(const QList<QRect> &lines, const QList<QRect> &news)
+void ChangeSettler::found(const QList<QRect> &lines, const QList<QRect> &news, const QRegion &running)
 {
     const auto indexOf = [](const QRect &tile, const QList<QRect> &some) {
         const auto line = std::find_if(some.begin(), some.end(), [&](const QRect &each) { return isIn(each, tile); });
@@ -292,6 +319,7 @@ void ChangeSettler::found(const QList<QRect> &lines, const QList<QRect> &news)
         const QRect rect = rectOf(i);
         Tile &tile = m_tiles[i];
         tile.line = indexOf(rect, lines);
+        tile.isRunning = tile.isRunning || running.intersects(rect);
         if (indexOf(rect, news) >= 0)
             tile.vainLooks = 0;
     }

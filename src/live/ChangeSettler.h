@@ -6,6 +6,7 @@
 #include <QRegion>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -41,6 +42,7 @@ public:
         QRegion changed;
         QRegion unsettled; ///< the part of it that hasn't come to rest
         QRegion moving;    ///< the part of it that doesn't rest, unless new writing stands where no line was
+        QRegion running;   ///< where lines run past, due or not
         QRegion written;   ///< where new writing stands before a moving picture, due or not
     };
 
@@ -56,8 +58,9 @@ public:
     Due take(Time now);
     /// Makes an area due again, since the look at it came to nothing.
     void putBack(const QRegion &region, Time now);
-    /// Says where the lines of text are, after a look, and which have come, gone or changed.
-    void found(const QList<QRect> &lines, const QList<QRect> &news);
+    /// Says where the lines of text are, after a look, and which have come, gone or changed. What runs past isn't
+    /// looked at until it rests.
+    void found(const QList<QRect> &lines, const QList<QRect> &news, const QRegion &running = {});
 
 private:
     struct Tile
@@ -65,6 +68,7 @@ private:
         bool isWaiting = false;  ///< something has changed that counts
         bool hasMoved = false;   ///< something has changed since the last look
         bool isRestless = false; ///< it moves without end
+        bool isRunning = false;  ///< and lines run past
         bool isBlinking = false;
         bool isStanding = false; ///< other writing than at the last look may be there
         bool isMinor = false;    ///< what has changed beside the letters of its line may wait
@@ -84,11 +88,14 @@ private:
     };
 
     static std::optional<Time> dueTime(const Tile &tile);
+    static bool isWritten(const Tile &tile) { return tile.isStanding && hasWriting(tile.standing); }
     static bool hasStood(const Tile &tile, Time now);
     QRect rectOf(size_t index) const;
     size_t stateOf(const QRect &rect) const;
     void change(Tile &tile, const QRect &rect, Time now);
     void joinStanding();
+    void spreadRunning(Time now);
+    void withNeighbours(const std::function<void(Tile &, const Tile &)> &work);
     bool isReadable(const Tile &tile, const QRect &rect, Time now) const;
     Letters lettersOf(const Tile &tile, const QRect &rect) const { return lettersInTile(tile.seen, m_picture, rect); }
     std::vector<double> changedShares() const;

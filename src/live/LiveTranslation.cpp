@@ -179,6 +179,7 @@ void LiveTranslation::lookIfDue()
                  .changed = due.changed,
                  .unsettled = due.unsettled,
                  .moving = due.moving,
+                 .running = due.running,
                  .written = due.written,
                  .time = now,
                  .nextRequest = std::max(m_retry, isRemote ? m_limit.next(now) : Time(0))},
@@ -211,7 +212,7 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
         m_settler.putBack(due.changed, now);
         return schedule(now + passPatience);
     }
-    m_settler.found(report.lines, report.news);
+    m_settler.found(report.lines, report.news, report.running);
     m_settler.putBack(report.preliminary, now + loadingTime);
     m_settler.putBack(report.moved | report.cut, now);
     m_paid = std::max(m_paid, begun) + (now - begun) * (m_services.power.isSaving() ? 1 + savingPauses : 2);

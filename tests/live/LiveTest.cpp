@@ -65,7 +65,7 @@ public:
                 continue;
             looks.append(due.changed);
             unsettled |= due.unsettled;
-            m_settler.found(lines, areNew ? lines : QList<QRect>());
+            m_settler.found(lines, areNew ? lines : QList<QRect>(), running);
         }
     }
 
@@ -80,6 +80,7 @@ public:
     QRegion unsettled;
     QList<QRect> lines;
     bool areNew = true; ///< each time they are looked at
+    QRegion running;
 
 private:
     static QPoint cornerOf(int tile) { return {tile % 4 * tileSide, tile / 4 * tileSide}; }
@@ -185,6 +186,46 @@ private Q_SLOTS:
         screen.lines = {};
         screen.pass(140ms, [&] { screen.film(0); });
         QCOMPARE(screen.looksAt(0), 1); // gone
+    }
+
+    void whatRunsPastIsLookedAtOnceItRests()
+    {
+        Played screen;
+        const auto run = [&] {
+            screen.film(0);
+            screen.film(1);
+        };
+        screen.running = Played::rectOf(0);
+        screen.pass(600ms, run);
+        screen.looks.clear();
+        screen.running = {};
+        screen.pass(20s, run);
+        QVERIFY(screen.looks.isEmpty());
+        screen.pass(300ms);
+        QCOMPARE(screen.looksAt(0) + screen.looksAt(1), 2);
+    }
+
+    void aTextThatHasMovedInItsRowRuns_data()
+    {
+        columns<QString, QRect, bool>("text", "place", "runs");
+        QTest::newRow("ticker") << u"bour opens at seven +"_s << QRect(20, 160, 190, 16) << true;
+        QTest::newRow("written on") << u"The harbour opens at seven o'clock"_s << QRect(40, 160, 340, 16) << false;
+        QTest::newRow("the next subtitle") << u"Nobody knows the captain"_s << QRect(20, 160, 240, 16) << false;
+        QTest::newRow("another row") << u"The harbour opens at seven"_s << QRect(20, 120, 260, 16) << false;
+        QTest::newRow("at rest") << u"bour opens at seven +"_s << QRect(20, 20, 190, 16) << false;
+    }
+
+    void aTextThatHasMovedInItsRowRuns()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QRect, place);
+        QFETCH(const bool, runs);
+        QList<TextLine> lines{{text, NormBox::of(place, {400, 200})}};
+        const QString former = u"The harbour opens at seven"_s;
+        const QRegion running = takeRunningLines(lines, {lineAt(former, 40, 160, 260), lineAt(former, 40, 20, 260)},
+                                                 {400, 200}, QRect(0, 96, 400, 104), {});
+        QCOMPARE(running, runs ? QRegion(place) : QRegion());
+        QCOMPARE(lines.isEmpty(), runs);
     }
 
     void whatBlinksIsLearned()
