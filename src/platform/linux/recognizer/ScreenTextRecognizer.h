@@ -25,7 +25,7 @@ public:
     struct Options
     {
         int workers = 0;                               ///< threads; 0: as many as there are cores, at most 4
-        std::chrono::milliseconds keepMemory{600'000}; ///< without use; then all but the engines is freed
+        std::chrono::milliseconds keepMemory{60'000};  ///< without use; then all but the engines is freed
         QString weights = QStringLiteral(":/lucentra/recognizer/lines.net"); ///< of the net that finds lines
     };
 
