@@ -266,7 +266,7 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
             if (!reading.text.isEmpty() && (!areSyllables || isSpace(darkest, end, left, pixGetHeight(strip.get()))))
                 reading.text += QLatin1Char(' ');
             end = right;
-            if (language == ReadingLanguage::Korean)
+            if (language != ReadingLanguage::English)
                 reading.words.append({reading.text.size(), word.size(), left, right, confidence});
             reading.text += word;
             sum += confidence * double(word.size());

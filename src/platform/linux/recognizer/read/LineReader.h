@@ -56,7 +56,7 @@ struct Reading
     double confidence = 0; ///< 0 to 100; the mean over the words, weighted by their length
     ReadingLanguage language = ReadingLanguage::English; ///< of the model
     double weakest = 0;                                  ///< confidence of the least sure word
-    QList<ReadWord> words;                               ///< of Korean, where each syllable is a word
+    QList<ReadWord> words;                               ///< as the engine cuts them, a syllable or an ideograph each at the least; not of English
 };
 
 /// The engines: made when they are first needed, lent to one read at a time, and kept. They take 2 (English) to 11 MB

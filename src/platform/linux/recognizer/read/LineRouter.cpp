@@ -2,7 +2,7 @@
 
 #include "Rules.h"
 #include "find/TextMaps.h"
-#include "read/KoreanReading.h"
+#include "read/LatinLetters.h"
 #include "read/Writing.h"
 
 #include <algorithm>
@@ -14,6 +14,7 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
+constexpr double latinIsSure = 94;   // of Chinese and Japanese; letters among them aren't read once more
 constexpr double certain = 88;       // another language isn't worth its time, even where the script is open
 constexpr double likely = 75;        // nor where no line of the screen speaks for it
 constexpr double good = 80;          // nor is another try at the same
@@ -82,7 +83,10 @@ public:
         const Scripts scripts = scriptsOf(reading.text);
         const bool isKorean = 2 * scripts.hangul > scripts.all() ||
                               (scripts.hangul >= 2 && m_scripts[TextMaps::Hangul] > 0); // digits for letters
-        if (isOn("latin in korean") && language == ReadingLanguage::Korean && isKorean)
+        const bool isMixed = scripts.latin >= 2 && scripts.wide() > 0 && reading.confidence >= hopeless &&
+                             reading.confidence < latinIsSure;
+        if (language == ReadingLanguage::Korean ? isOn("latin in korean") && isKorean
+                                                : isOn("latin in others") && language != ReadingLanguage::English && isMixed)
             reading = withLatinLetters(reading, stripFor(ReadingLanguage::English, separation), m_reader);
         take(reading, separation);
         return reading;
@@ -189,7 +193,7 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
         const double enough = isLatin || isHangul ? doubtful : isChinese ? likely : certain;
         for (qsizetype i = 1; i < readers.size() && attempts.best().confidence < enough; ++i)
             attempts.read(readers[i], separation);
-        if (!m_mayRetry || attempts.best().confidence >= hopeless)
+        if (!m_mayRetry || attempts.best().confidence >= (line.separations().size() > 2 ? likely : hopeless))
             break;
     }
     return attempts.routed();

@@ -140,6 +140,25 @@ bool ScreenPass::isDoubtful(const ReadLine &line) const
     });
 }
 
+/// A line's strip leaves out what is of the lines above and below.
+LineNormalizer ScreenPass::normalized(const QRect &ink) const
+{
+    int top = 0;
+    int bottom = m_image.height() - 1;
+    // What two boxes share is of both if it is little, such as tails and accents, else a half is of each.
+    const auto part = [&ink](int shared) { return 4 * shared > ink.height() ? (shared + 1) / 2 : 0; };
+    for (const ReadLine *line : m_lines) {
+        const QRect &other = line->found.ink;
+        if (other.right() < ink.left() || other.left() > ink.right())
+            continue;
+        if (other.top() > ink.center().y())
+            bottom = std::min(bottom, std::max(ink.bottom(), other.top() - 1) - part(ink.bottom() - other.top() + 1));
+        else if (other.bottom() < ink.center().y())
+            top = std::max(top, std::min(ink.top(), other.bottom() + 1) + part(other.bottom() - ink.top() + 1));
+    }
+    return {m_image, ink, m_ink, isOn("room") ? QRect(0, top, m_image.width(), bottom - top + 1) : QRect()};
+}
+
 void ScreenPass::read(ReadLine &line) const
 {
     const LineRouter &router = m_budget.isScarce() ? m_hasty : m_thorough;

@@ -66,7 +66,7 @@ private:
     void readAlike(ReadLine &line) const;
     void learn(const ReadLine &line);
 
-    LineNormalizer normalized(const QRect &ink) const { return {m_image, ink, m_ink}; }
+    LineNormalizer normalized(const QRect &ink) const;
 
     const QImage &m_image;
     const SureMap &m_ink;

@@ -12,7 +12,27 @@
 #include <vector>
 
 namespace lucentra {
+
+/// A plane of numbers, row by row.
+struct LineNormalizer::Plane
+{
+    int width;
+    int height;
+    std::vector<float> values;
+
+    Plane(int w, int h)
+        : width(w)
+        , height(h)
+        , values(std::size_t(w) * std::size_t(h))
+    {
+    }
+    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
+    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
+};
+
 namespace {
+
+using Plane = LineNormalizer::Plane;
 
 constexpr double marginShare = 0.12; // of the line's height, around it
 constexpr double commonShare = 0.35; // of the rim; a rim with a commoner colour is flat
@@ -115,6 +135,21 @@ std::vector<Rgb> rimOf(const QImage &image, const QRect &area)
     return rim;
 }
 
+/// Whether many of the pixels are brighter than the paper and many are darker: letters with an outline or a shadow.
+bool isOnBothSides(const std::vector<Rgb> &pixels, const Rgb &paper)
+{
+    constexpr float apart = 24; // levels
+    constexpr std::size_t share = 20; // one of so many pixels at least
+    const float middle = brightness(paper);
+    std::size_t brighter = 0;
+    std::size_t darker = 0;
+    for (const Rgb &pixel : pixels) {
+        brighter += brightness(pixel) > middle + apart ? 1 : 0;
+        darker += brightness(pixel) < middle - apart ? 1 : 0;
+    }
+    return std::min(brighter, darker) * share > pixels.size();
+}
+
 /// 0 on the paper, 1 where a pixel has the ink's colour, by the place on the line between the two.
 std::vector<float> alongAxis(const std::vector<Rgb> &pixels, const Rgb &paper)
 {
@@ -163,23 +198,6 @@ std::vector<float> byFill(const std::vector<Rgb> &pixels, bool isBright)
     return coverage;
 }
 
-/// A plane of numbers, row by row.
-struct Plane
-{
-    int width;
-    int height;
-    std::vector<float> values;
-
-    Plane(int w, int h)
-        : width(w)
-        , height(h)
-        , values(std::size_t(w) * std::size_t(h))
-    {
-    }
-    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
-    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
-};
-
 /// In how many columns there is ink.
 int inkedColumns(const Plane &coverage)
 {
@@ -210,6 +228,30 @@ Plane withoutRim(const Plane &original)
     }
     // Letters leave about a third of the columns empty; of .45 and .6 this lost fewer lines of drawn screens.
     return 100 * inkedColumns(coverage) >= 45 * coverage.width ? coverage : original;
+}
+
+/// Clears the plane where the mask has no bit.
+void keepOnly(const Strip &mask, Plane &coverage)
+{
+    for (int y = 0; y < coverage.height; ++y) {
+        const l_uint32 *bits = pixGetData(mask.get()) + std::ptrdiff_t(y) * pixGetWpl(mask.get());
+        for (int x = 0; x < coverage.width; ++x) {
+            if (!GET_DATA_BIT(bits, x))
+                coverage.row(y)[x] = 0;
+        }
+    }
+}
+
+/// Takes away what has the letters' colour in no place, such as lit windows behind white letters.
+void dropFaint(Plane &coverage)
+{
+    constexpr float some = 0.1F;  // coverage of a soft edge
+    constexpr float full = 0.75F; // and of a stroke
+    const auto atLeast = [&coverage](float least) {
+        return maskOf(coverage.width, coverage.height,
+                      [&coverage, least](int x, int y) { return coverage.row(y)[x] >= least; });
+    };
+    keepOnly(Strip(pixSeedfillBinary(nullptr, atLeast(full).get(), atLeast(some).get(), 8)), coverage);
 }
 
 /// The source pixels that make a target pixel, and their shares.
@@ -330,18 +372,20 @@ void PixDeleter::operator()(Pix *pix) const
     pixDestroy(&pix);
 }
 
-LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen)
+LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen, const QRect &room)
     : m_image(image)
     , m_seen(seen)
     , m_ink(ink)
+    , m_room(room.isNull() ? image.rect() : room)
 {
     const int margin = std::max(2, int(std::lround(marginShare * ink.height())));
     m_crop = ink.adjusted(-margin, -margin, margin, margin).intersected(image.rect());
-    const std::vector<Rgb> rim = rimOf(image, m_crop);
+    const std::vector<Rgb> rim = rimOf(image, m_crop & m_room);
     const std::vector<Rgb> common = commonest(rim);
     const Rgb paper = mean(common);
     m_paper = QColor::fromRgb(int(paper.red), int(paper.green), int(paper.blue));
     m_isVaried = double(common.size()) < commonShare * double(rim.size());
+    m_isOutlined = isOnBothSides(pixelsOf(image, m_crop), paper);
 }
 
 QList<Separation> LineNormalizer::separations() const
@@ -349,6 +393,8 @@ QList<Separation> LineNormalizer::separations() const
     if (m_isVaried)
         return isOn("mask") ? QList{Separation::Mask, Separation::BrightFill, Separation::Axis, Separation::DarkFill}
                             : QList{Separation::BrightFill, Separation::Axis, Separation::DarkFill};
+    if (m_isOutlined && isOn("outlined"))
+        return {Separation::Axis, Separation::BrightFill, Separation::Mask, Separation::DarkFill};
     return {Separation::Axis, Separation::Mask};
 }
 
@@ -385,7 +431,7 @@ std::vector<float> LineNormalizer::maskedCoverage() const
 }
 
 /// Takes away what isn't near the ink that the net sees: rules, frames, icons, the row beneath.
-void LineNormalizer::dropFarFromInk(std::vector<float> &coverage) const
+void LineNormalizer::dropFarFromInk(Plane &coverage) const
 {
     constexpr int least = 50; // of 255
     const int reach = std::max(2, m_ink.height() / 10);
@@ -397,7 +443,7 @@ void LineNormalizer::dropFarFromInk(std::vector<float> &coverage) const
         constexpr float dark = 0.3F;
         constexpr int letter = 150; // of 255
         const Strip letters = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
-            return coverage[std::size_t(y * m_crop.width() + x)] >= dark;
+            return coverage.row(y)[x] >= dark;
         });
         // What is apart from all sure ink and reaches the rim goes however near it is, such as the rule of a table.
         const Strip sure = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
@@ -411,11 +457,7 @@ void LineNormalizer::dropFarFromInk(std::vector<float> &coverage) const
         const Strip soft(pixDilateBrick(nullptr, all.get(), 3, 3));
         near.reset(pixAnd(nullptr, near.get(), soft.get()));
     }
-    for (int y = 0; y < m_crop.height(); ++y) {
-        const l_uint32 *bits = pixGetData(near.get()) + std::ptrdiff_t(y) * pixGetWpl(near.get());
-        for (int x = 0; x < m_crop.width(); ++x)
-            coverage[std::size_t(y * m_crop.width() + x)] *= float(GET_DATA_BIT(bits, x));
-    }
+    keepOnly(near, coverage);
 }
 
 Strip LineNormalizer::strip(Separation separation, const StripShape &shape) const
@@ -425,12 +467,19 @@ Strip LineNormalizer::strip(Separation separation, const StripShape &shape) cons
     coverage.values = separation == Separation::Mask   ? maskedCoverage()
                       : separation == Separation::Axis ? alongAxis(pixels, colourOf(m_paper.rgb()))
                                                        : byFill(pixels, separation == Separation::BrightFill);
-    if (separation == Separation::BrightFill || separation == Separation::DarkFill)
-        coverage = isOn("reaches the rim") ? withoutRim(coverage) : coverage;
+    const bool isByFill = separation == Separation::BrightFill || separation == Separation::DarkFill;
+    if (isByFill && isOn("reaches the rim"))
+        coverage = withoutRim(coverage);
+    if (isByFill && isOn("faint"))
+        dropFaint(coverage);
     if (isOn("rules of tables"))
         dropRules(m_image, m_crop, coverage);
     if (isOn("far from ink"))
-        dropFarFromInk(coverage.values);
+        dropFarFromInk(coverage);
+    for (int y = 0; y < coverage.height; ++y) {
+        if (m_crop.top() + y < m_room.top() || m_crop.top() + y > m_room.bottom())
+            std::fill_n(coverage.row(y), coverage.width, 0.F);
+    }
     const double scale = shape.height * shape.inkShare / m_ink.height();
     const Strip scaled = greyOf(resized(coverage, {scale * shape.widthScale, scale}));
     const int width = pixGetWidth(scaled.get());

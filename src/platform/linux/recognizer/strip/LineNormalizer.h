@@ -44,8 +44,9 @@ class LineNormalizer
 {
 public:
     /// `ink` is the line's box in pixels of `image` (32 bits a pixel), `seen` what the net sees of the letters on it.
-    /// Both must outlive this object.
-    LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen);
+    /// Both must outlive this object. Above and below `room` there are other lines, which the strip leaves out; a null
+    /// rectangle is the whole image.
+    LineNormalizer(const QImage &image, const QRect &ink, const SureMap &seen, const QRect &room = {});
 
     /// The ways to tell letters from their surroundings, the likeliest first.
     QList<Separation> separations() const;
@@ -55,18 +56,23 @@ public:
     /// The line as dark letters on white paper.
     Strip strip(Separation separation, const StripShape &shape) const;
 
+    struct Plane;
+
 private:
     std::vector<float> maskedCoverage() const;
-    void dropFarFromInk(std::vector<float> &coverage) const;
+    void dropFarFromInk(Plane &coverage) const;
 
     const QImage &m_image;
     const SureMap &m_seen;
     QRect m_ink;
+    QRect m_room;
     QRect m_crop;
     QColor m_paper;
     /// Whether the rim around the line has no colour of its own (less than 35 % of it have one): a picture is behind
     /// it, or an outline or a shadow around it. Then no separation is sure to be the right one.
     bool m_isVaried = false;
+    /// Whether the letters have an outline or a shadow, on a ground of one colour.
+    bool m_isOutlined = false;
 };
 
 } // namespace lucentra
