@@ -1,5 +1,6 @@
 #include "Pictures.h"
 #include "Columns.h"
+#include "Mask.h"
 #include "judge/ReadingFilter.h"
 #include "judge/ReadingOrder.h"
 #include "read/LineReader.h"
@@ -146,6 +147,39 @@ private Q_SLOTS:
         const auto column = [&](int pixel) { return darkest.begin() + shape.padding + int((pixel - x) * scale); };
         QVERIFY(std::all_of(darkest.begin(), column(word.left() - 1), [](int grey) { return grey >= lightestInk; }));
         QVERIFY(std::any_of(column(word.left()), darkest.end(), [](int grey) { return grey < 0x40; }));
+    }
+
+    void whatIsBesideALineIsNoPartOfIt_data()
+    {
+        columns<QRect, QColor>("beside", "colour"); // the word is 20 pixels high and begins at y = 30
+        QTest::newRow("the tops of the line below") << QRect(30, 50, 60, 3) << QColor(Qt::white);
+        QTest::newRow("a window lit in another colour") << QRect(98, 36, 8, 10) << QColor(255, 220, 150);
+    }
+
+    void whatIsBesideALineIsNoPartOfIt()
+    {
+        QFETCH(const QRect, beside);
+        QFETCH(const QColor, colour);
+        QImage image = blank({140, 80}, QColor(30, 30, 60));
+        const QRect box(20, 30, 90, 20);
+        QPainter painter(&image);
+        for (int x = 20; x < 90; x += 12)
+            painter.fillRect(x, 30, 4, 20, Qt::white);
+        painter.fillRect(beside, colour);
+        painter.end();
+        SureMap seen(140, 80);
+        std::ranges::fill(seen.values, std::uint8_t(255));
+        const StripShape shape;
+        const Strip strip = LineNormalizer(image, box, seen, QRect(0, 0, 140, 50)).strip(Separation::BrightFill, shape);
+        const double scale = shape.height * shape.inkShare / box.height();
+        const auto isDarkAt = [&](const QPoint &pixel) {
+            l_uint32 value = 0;
+            pixGetPixel(strip.get(), shape.padding + int((pixel.x() - 18) * scale * shape.widthScale),
+                        int(shape.height * (1 - shape.inkShare) / 2 + (pixel.y() - 30) * scale), &value);
+            return value < 128;
+        };
+        QVERIFY(isDarkAt({22, 40}));
+        QVERIFY(!isDarkAt(beside.center()));
     }
 
     void everyTaskOfThePoolIsDone()

@@ -38,20 +38,29 @@ private Q_SLOTS:
 
     void clearLinesAreRead_data()
     {
-        columns<QColor, QColor>("paper", "ink");
-        QTest::newRow("light theme") << QColor(Qt::white) << QColor(30, 30, 30);
-        QTest::newRow("dark theme") << QColor(28, 28, 32) << QColor(225, 225, 225);
-        QTest::newRow("on an accent colour") << QColor(30, 90, 200) << QColor(Qt::white);
+        columns<QColor, QColor, int>("paper", "ink", "outline"); // pixels, black
+        QTest::newRow("light theme") << QColor(Qt::white) << QColor(30, 30, 30) << 0;
+        QTest::newRow("dark theme") << QColor(28, 28, 32) << QColor(225, 225, 225) << 0;
+        QTest::newRow("on an accent colour") << QColor(30, 90, 200) << QColor(Qt::white) << 0;
+        QTest::newRow("outlined") << QColor(240, 180, 110) << QColor(Qt::white) << 2;
     }
 
     void clearLinesAreRead()
     {
         QFETCH(const QColor, paper);
         QFETCH(const QColor, ink);
+        QFETCH(const int, outline);
         QImage image = blank({520, 170}, paper);
-        write(image, {20, 40}, u"Open the report"_s, font(latin, 20), ink);
-        write(image, {20, 90}, u"下載位置"_s, font(han, 24), ink);
-        write(image, {20, 140}, u"ありがとう"_s, font(u"Noto Sans CJK JP"_s, 24), ink);
+        const auto writeAt = [&](const QPoint &start, const QColor &colour) {
+            write(image, start + QPoint(20, 40), u"Open the report"_s, font(latin, 20), colour);
+            write(image, start + QPoint(20, 90), u"下載位置"_s, font(han, 24), colour);
+            write(image, start + QPoint(20, 140), u"ありがとう"_s, font(u"Noto Sans CJK JP"_s, 24), colour);
+        };
+        for (int y = -outline; y <= outline && outline > 0; ++y) {
+            for (int x = -outline; x <= outline; ++x)
+                writeAt({x, y}, Qt::black);
+        }
+        writeAt({}, ink);
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QCOMPARE(textsOf(*lines), QStringList({u"Open the report"_s, u"下載位置"_s, u"ありがとう"_s}));
