@@ -1,13 +1,13 @@
-#include "Pictures.h"
 #include "Columns.h"
 #include "Mask.h"
+#include "Pictures.h"
+#include "TestProgram.h"
 #include "judge/ReadingFilter.h"
 #include "judge/ReadingOrder.h"
 #include "read/LineReader.h"
 #include "read/ReaderPool.h"
 #include "strip/LineNormalizer.h"
 #include "strip/StripParts.h"
-#include "TestProgram.h"
 
 #include <QGuiApplication>
 #include <QTest>

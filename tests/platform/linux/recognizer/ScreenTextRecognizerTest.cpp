@@ -93,7 +93,8 @@ private Q_SLOTS:
         const auto lines = m_recognizer.perform(usual, image);
         QVERIFY(lines);
         QCOMPARE(textsOf(*lines), texts);
-        QVERIFY(lines->first().isVertical && lines->first().boundingBox.x > lines->last().boundingBox.unitRect().right());
+        QVERIFY(lines->first().isVertical &&
+                lines->first().boundingBox.x > lines->last().boundingBox.unitRect().right());
     }
 
     void boxesAreFractionsFromTheBottomLeft()
@@ -139,8 +140,8 @@ private Q_SLOTS:
             << QStringList{u"语言和地区"_s, u"显示与亮度"_s, u"键盘快捷键"_s, u"选择窗口的外观"_s};
         QTest::newRow("traditional Chinese")
             << han << 24 << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
-        QTest::newRow("keys of menus")
-            << han << 13 << QStringList{u"檔案(F)"_s, u"編輯(E)"_s, u"工具(T)"_s, u"說明(H)"_s};
+        QTest::newRow("keys of menus") << han << 13
+                                       << QStringList{u"檔案(F)"_s, u"編輯(E)"_s, u"工具(T)"_s, u"說明(H)"_s};
     }
 
     /// What was read of a screen first decides who reads the rest.

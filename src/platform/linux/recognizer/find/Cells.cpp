@@ -26,7 +26,7 @@ struct Gap
 };
 
 /// What stands at one height.
-struct Row
+struct TableRow
 {
     QRect box;
     std::vector<Gap> gaps; // from the left to the right
@@ -56,18 +56,17 @@ std::vector<Gap> gapsOf(std::vector<QRect> letters)
 }
 
 /// The rows from the top to the bottom, and which row each line is in.
-std::vector<Row> rowsOf(const std::vector<LineLetters> &lines, std::vector<std::size_t> &rowOf)
+std::vector<TableRow> tableRowsOf(const std::vector<LineLetters> &lines, std::vector<std::size_t> &rowOf)
 {
     std::vector<std::pair<QRect, std::size_t>> boxes;
     for (std::size_t i = 0; i < lines.size(); ++i)
         boxes.push_back({boxOf(lines[i].letters), i});
     std::ranges::sort(boxes, {}, [](const auto &box) { return box.first.center().y(); });
     std::vector<std::vector<QRect>> letters;
-    std::vector<Row> rows;
+    std::vector<TableRow> rows;
     QRect first;
     for (const auto &[box, line] : boxes) {
-        if (rows.empty() ||
-            2 * (box.center().y() - first.center().y()) > std::min(box.height(), first.height())) {
+        if (rows.empty() || 2 * (box.center().y() - first.center().y()) > std::min(box.height(), first.height())) {
             rows.push_back({});
             letters.push_back({});
             first = box;
@@ -98,7 +97,7 @@ int heightBeside(const Gap &gap, const std::vector<QRect> &letters)
 
 /// Whether a gap of a row goes on through enough rows above and below, with what ends before it or what begins after it
 /// aligned.
-bool isBetweenCells(const Gap &own, int height, const std::vector<Row> &rows, std::size_t row)
+bool isBetweenCells(const Gap &own, int height, const std::vector<TableRow> &rows, std::size_t row)
 {
     Gap common = own;
     int ends = 1;   // rows that end at one place before it
@@ -132,7 +131,7 @@ bool isBetweenCells(const Gap &own, int height, const std::vector<Row> &rows, st
 std::vector<LineLetters> cutAtCells(const std::vector<LineLetters> &lines)
 {
     std::vector<std::size_t> rowOf(lines.size());
-    const std::vector<Row> rows = rowsOf(lines, rowOf);
+    const std::vector<TableRow> rows = tableRowsOf(lines, rowOf);
     std::vector<LineLetters> parts;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         LineLetters rest = lines[i];

@@ -11,7 +11,7 @@ class NumberPlane
 public:
     static constexpr int border = 2; // pixels; the widest reach of a kernel
 
-    /// Takes a size; the numbers are zeros if it is another one than before. `channels` are those stored per pixel.
+    /// Sets the size, with `channels` numbers per pixel. If it differs from the size before, all numbers are zero.
     void resize(int width, int height, int channels);
     void clear();
 

@@ -18,14 +18,14 @@ constexpr int leastInk = 77;
 constexpr double leastSureness = 0.4; // of a line's ink; of 5,000 lines two have less, of pictures' parts one in twelve
 
 // Heights of the line.
-constexpr double leastLatin = 3;           // wide; what is shorter Chinese and Japanese read as well
+constexpr double leastLatin = 3; // wide; what is shorter Chinese and Japanese read as well
 constexpr double leastWide = 0.9;
 constexpr double spaceWidth = 0.25; // of a gap
 
-constexpr double flat = 1.4;  // of the core's height at half size; a full character has four
+constexpr double flat = 1.4;       // of the core's height at half size; a full character has four
 constexpr double rowValley = 0.85; // of how sure the net is above and below; between two rows it is less
-constexpr int leastArea = 3;  // half pixels; of a line's core
-constexpr double reach = 0.8; // of the core's height; ink that is farther off belongs to nothing
+constexpr int leastArea = 3;       // half pixels; of a line's core
+constexpr double reach = 0.8;      // of the core's height; ink that is farther off belongs to nothing
 
 /// A connected part of the core, at half size: half as high as its line's letters.
 struct Core
@@ -91,7 +91,8 @@ void cutRows(const Strip &mask, const std::vector<Core> &cores, const SureMap &c
             for (int y = box.top(); y <= box.bottom(); ++y)
                 sums.push_back(std::accumulate(core.row(y) + left, core.row(y) + right + 1, 0));
             std::vector<int> below(sums.size());
-            std::inclusive_scan(sums.rbegin(), sums.rend(), below.rbegin(), [](int a, int b) { return std::max(a, b); });
+            std::inclusive_scan(sums.rbegin(), sums.rend(), below.rbegin(),
+                                [](int a, int b) { return std::max(a, b); });
             int above = 0;
             for (int y = box.top(); y <= box.bottom(); ++y) {
                 const std::size_t at = std::size_t(y - box.top());
@@ -106,8 +107,8 @@ void cutRows(const Strip &mask, const std::vector<Core> &cores, const SureMap &c
 /// The cores, and in `places` which place is in which.
 std::vector<Core> coresOf(const TextMaps &maps, Places &places)
 {
-    const Strip mask = maskOf(places.width, places.height,
-                              [&](int x, int y) { return maps.core.row(y)[x] >= leastCore; });
+    const Strip mask =
+        maskOf(places.width, places.height, [&](int x, int y) { return maps.core.row(y)[x] >= leastCore; });
     std::vector<Core> cores = labelled(mask, maps, places);
     if (std::ranges::any_of(cores, &Core::mayBeRows)) {
         cutRows(mask, cores, maps.core, places);
@@ -179,8 +180,8 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
-/// Joins lines whose letters nearly touch: the net may end a line at a character that looks like a frame. Returns whether
-/// there are any.
+/// Joins lines whose letters nearly touch: the net may end a line at a character that looks like a frame. Returns
+/// whether there are any.
 bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
     constexpr double apart = 0.6; // of the height; cells and labels are farther apart
@@ -195,7 +196,8 @@ bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places
     bool areAny = false;
     for (std::size_t a = 0; a < order.size(); ++a) {
         const QRect &left = inks[order[a]].box;
-        for (std::size_t b = a + 1; b < order.size() && inks[order[b]].box.left() <= left.right() + left.height(); ++b) {
+        for (std::size_t b = a + 1; b < order.size() && inks[order[b]].box.left() <= left.right() + left.height();
+             ++b) {
             const QRect &right = inks[order[b]].box;
             const int shared = std::min(left.bottom(), right.bottom()) - std::max(left.top(), right.top()) + 1;
             const int height = std::min(left.height(), right.height());
@@ -252,13 +254,13 @@ double surenessOf(const SureMap &ink, const QRect &area)
     return count > 0 ? double(sum) / count : 0;
 }
 
-/// Drops what stands apart at the beginning of a line and is hardly ink: a check box's edge, an icon. The net is less sure
-/// of the ink of large letters, too.
+/// Drops what stands apart at the beginning of a line and is hardly ink: a check box's edge, an icon. The net is less
+/// sure of the ink of large letters, too.
 void dropStranger(const SureMap &ink, std::vector<QRect> &shapes)
 {
-    constexpr double apart = 0.28;   // of the line's height
-    constexpr double certain = 0.8;  // of the rest's sureness; letters are hardly less
-    constexpr int large = 24;        // pixels
+    constexpr double apart = 0.28;    // of the line's height
+    constexpr double certain = 0.8;   // of the rest's sureness; letters are hardly less
+    constexpr int large = 24;         // pixels
     constexpr double mostSmall = 150; // of 255
     constexpr double mostLarge = 120;
     std::ranges::sort(shapes, {}, &QRect::left);

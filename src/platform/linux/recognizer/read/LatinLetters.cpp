@@ -14,9 +14,8 @@ namespace {
 /// the Korean model makes all but syllables of Latin letters, too.
 bool isWide(QStringView word, bool isKorean)
 {
-    return std::ranges::any_of(word, [isKorean](QChar c) {
-        return isKorean ? c >= QChar(0xAC00) && c <= QChar(0xD7A3) : c >= QChar(0x2E80);
-    });
+    return std::ranges::any_of(
+        word, [isKorean](QChar c) { return isKorean ? c >= QChar(0xAC00) && c <= QChar(0xD7A3) : c >= QChar(0x2E80); });
 }
 
 /// Whether two readings have most of their letters in common.
@@ -101,10 +100,10 @@ Reading withLatinLetters(const Reading &reading, const Strip &english, const Pas
         confidence /= double(run.size());
         if (!isWord && letters >= 2) {
             const int left = first == 0 ? 0 : columns.cutNear((words[first - 1].right + words[first].left) / 2);
-            const int right = end == words.size() ? pixGetWidth(english.get())
-                                                  : columns.cutNear((last.right + words[end].left) / 2);
-            const Reading latin = right > left ? reader.read(pieceOf(english.get(), left, right), ReadingLanguage::English)
-                                               : Reading();
+            const int right =
+                end == words.size() ? pixGetWidth(english.get()) : columns.cutNear((last.right + words[end].left) / 2);
+            const Reading latin =
+                right > left ? reader.read(pieceOf(english.get(), left, right), ReadingLanguage::English) : Reading();
             if (scriptsOf(latin.text).wide() == 0 && latin.confidence > confidence &&
                 (isKorean || isLike(run, latin.text))) {
                 run = latin.text;

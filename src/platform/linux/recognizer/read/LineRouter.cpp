@@ -14,13 +14,13 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
-constexpr double latinIsSure = 94;   // of Chinese and Japanese; letters among them aren't read once more
-constexpr double certain = 88;       // another language isn't worth its time, even where the script is open
-constexpr double likely = 75;        // nor where no line of the screen speaks for it
-constexpr double good = 80;          // nor is another try at the same
-constexpr double doubtful = 70;      // other languages are asked as well
-constexpr double hopeless = 40;      // of a picture's edges, or of letters that weren't told apart from it
-constexpr double englishLead = 12;   // English reads Latin letters better than others that are as confident
+constexpr double latinIsSure = 94;    // of Chinese and Japanese; letters among them aren't read once more
+constexpr double certain = 88;        // another language isn't worth its time, even where the script is open
+constexpr double likely = 75;         // nor where no line of the screen speaks for it
+constexpr double good = 80;           // nor is another try at the same
+constexpr double doubtful = 70;       // other languages are asked as well
+constexpr double hopeless = 40;       // of a picture's edges, or of letters that weren't told apart from it
+constexpr double englishLead = 12;    // English reads Latin letters better than others that are as confident
 constexpr double disagreement = 0.15; // of the confidence goes where a reading is in none of the scripts that are seen
 
 double sumOf(const ScriptShares &scripts)
@@ -85,8 +85,9 @@ public:
                               (scripts.hangul >= 2 && m_scripts[TextMaps::Hangul] > 0); // digits for letters
         const bool isMixed = scripts.latin >= 2 && scripts.wide() > 0 && reading.confidence >= hopeless &&
                              reading.confidence < latinIsSure;
-        if (language == ReadingLanguage::Korean ? isOn("latin in korean") && isKorean
-                                                : isOn("latin in others") && language != ReadingLanguage::English && isMixed)
+        if (language == ReadingLanguage::Korean
+                ? isOn("latin in korean") && isKorean
+                : isOn("latin in others") && language != ReadingLanguage::English && isMixed)
             reading = withLatinLetters(reading, stripFor(ReadingLanguage::English, separation), m_reader);
         take(reading, separation);
         return reading;
@@ -155,8 +156,8 @@ QList<ReadingLanguage> LineRouter::readersFor(const ScriptShares &scripts, const
     else if (scripts[TextMaps::Hangul] > 0.3 * wide)
         // Among ideographs, what looks like syllables is rather kana.
         readers = scripts[TextMaps::Ideographs] > 0.3 * wide
-            ? QList{ReadingLanguage::Japanese, ReadingLanguage::Korean, leading}
-            : QList{ReadingLanguage::Korean, leading};
+                      ? QList{ReadingLanguage::Japanese, ReadingLanguage::Korean, leading}
+                      : QList{ReadingLanguage::Korean, leading};
     else if (scripts[TextMaps::Kana] > 0.12 * wide)
         readers = {ReadingLanguage::Japanese, leading};
     else
@@ -178,8 +179,7 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
     RoutedReading routed;
     routed.separation = line.separations().first();
     Attempts attempts(line, scripts, routed, reader);
-    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) &&
-        readSquare(attempts, leadingOf(screen)))
+    if (isOn("lone squares") && m_mayRetry && isSquare(line.inkSize()) && readSquare(attempts, leadingOf(screen)))
         return attempts.routed();
     for (const Separation separation : line.separations()) {
         attempts.read(readers.first(), separation);

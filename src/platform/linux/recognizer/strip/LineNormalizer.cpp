@@ -2,8 +2,7 @@
 
 #include "Mask.h"
 #include "Rules.h"
-
-#include <QPointF>
+#include "strip/Plane.h"
 
 #include <algorithm>
 #include <array>
@@ -12,27 +11,7 @@
 #include <vector>
 
 namespace lucentra {
-
-/// A plane of numbers, row by row.
-struct LineNormalizer::Plane
-{
-    int width;
-    int height;
-    std::vector<float> values;
-
-    Plane(int w, int h)
-        : width(w)
-        , height(h)
-        , values(std::size_t(w) * std::size_t(h))
-    {
-    }
-    float *row(int y) { return values.data() + std::ptrdiff_t(y) * width; }
-    const float *row(int y) const { return values.data() + std::ptrdiff_t(y) * width; }
-};
-
 namespace {
-
-using Plane = LineNormalizer::Plane;
 
 constexpr double marginShare = 0.12; // of the line's height, around it
 constexpr double commonShare = 0.35; // of the rim; a rim with a commoner colour is flat
@@ -138,7 +117,7 @@ std::vector<Rgb> rimOf(const QImage &image, const QRect &area)
 /// Whether many of the pixels are brighter than the paper and many are darker: letters with an outline or a shadow.
 bool isOnBothSides(const std::vector<Rgb> &pixels, const Rgb &paper)
 {
-    constexpr float apart = 24; // levels
+    constexpr float apart = 24;       // levels
     constexpr std::size_t share = 20; // one of so many pixels at least
     const float middle = brightness(paper);
     std::size_t brighter = 0;
@@ -230,18 +209,6 @@ Plane withoutRim(const Plane &original)
     return 100 * inkedColumns(coverage) >= 45 * coverage.width ? coverage : original;
 }
 
-/// Clears the plane where the mask has no bit.
-void keepOnly(const Strip &mask, Plane &coverage)
-{
-    for (int y = 0; y < coverage.height; ++y) {
-        const l_uint32 *bits = pixGetData(mask.get()) + std::ptrdiff_t(y) * pixGetWpl(mask.get());
-        for (int x = 0; x < coverage.width; ++x) {
-            if (!GET_DATA_BIT(bits, x))
-                coverage.row(y)[x] = 0;
-        }
-    }
-}
-
 /// Takes away what has the letters' colour in no place, such as lit windows behind white letters.
 void dropFaint(Plane &coverage)
 {
@@ -252,77 +219,6 @@ void dropFaint(Plane &coverage)
                       [&coverage, least](int x, int y) { return coverage.row(y)[x] >= least; });
     };
     keepOnly(Strip(pixSeedfillBinary(nullptr, atLeast(full).get(), atLeast(some).get(), 8)), coverage);
-}
-
-/// The source pixels that make a target pixel, and their shares.
-struct Taps
-{
-    int first;
-    std::vector<float> shares;
-};
-
-/// Cubic convolution, which keeps thin strokes apart better than straight interpolation does; widened where it shrinks.
-std::vector<Taps> tapsFor(int target, double scale)
-{
-    constexpr double sharpness = -0.75;
-    const double stretch = std::max(1.0, 1 / scale);
-    std::vector<Taps> result;
-    for (int i = 0; i < target; ++i) {
-        const double centre = (i + 0.5) / scale - 0.5;
-        Taps taps{int(std::floor(centre - 2 * stretch)) + 1, {}};
-        float sum = 0;
-        for (int k = taps.first; k < centre + 2 * stretch; ++k) {
-            const double d = std::abs(k - centre) / stretch;
-            const double near = ((sharpness + 2) * d - (sharpness + 3)) * d * d + 1;
-            const double far = sharpness * (((d - 5) * d + 8) * d - 4);
-            taps.shares.push_back(float(d < 1 ? near : far));
-            sum += taps.shares.back();
-        }
-        for (float &share : taps.shares)
-            share /= sum;
-        result.push_back(std::move(taps));
-    }
-    return result;
-}
-
-/// The plane scaled by `scale.x()` and `scale.y()`.
-Plane resized(const Plane &source, const QPointF &scale)
-{
-    Plane wide(std::max(1, int(std::lround(source.width * scale.x()))), source.height);
-    const std::vector<Taps> columns = tapsFor(wide.width, scale.x());
-    for (int y = 0; y < wide.height; ++y) {
-        for (int x = 0; x < wide.width; ++x) {
-            const Taps &taps = columns[std::size_t(x)];
-            float sum = 0;
-            for (std::size_t k = 0; k < taps.shares.size(); ++k)
-                sum += taps.shares[k] * source.row(y)[std::clamp(taps.first + int(k), 0, source.width - 1)];
-            wide.row(y)[x] = sum;
-        }
-    }
-    Plane result(wide.width, std::max(1, int(std::lround(source.height * scale.y()))));
-    const std::vector<Taps> rows = tapsFor(result.height, scale.y());
-    for (int y = 0; y < result.height; ++y) {
-        const Taps &taps = rows[std::size_t(y)];
-        float *out = result.row(y);
-        for (std::size_t k = 0; k < taps.shares.size(); ++k) {
-            const float *in = wide.row(std::clamp(taps.first + int(k), 0, wide.height - 1));
-            for (int x = 0; x < result.width; ++x)
-                out[x] += taps.shares[k] * in[x];
-        }
-    }
-    return result;
-}
-
-/// Dark where the coverage is high.
-Strip greyOf(const Plane &coverage)
-{
-    Strip grey(pixCreate(coverage.width, coverage.height, 8));
-    for (int y = 0; y < coverage.height; ++y) {
-        l_uint32 *line = pixGetData(grey.get()) + std::ptrdiff_t(y) * pixGetWpl(grey.get());
-        for (int x = 0; x < coverage.width; ++x)
-            SET_DATA_BYTE(line, x, l_uint8(255.5F - 255 * std::clamp(coverage.row(y)[x], 0.F, 1.F)));
-    }
-    return grey;
 }
 
 /// Takes away thin vertical lines of one colour that go on above or below the crop, such as a table's. Letters don't.
@@ -435,16 +331,14 @@ void LineNormalizer::dropFarFromInk(Plane &coverage) const
 {
     constexpr int least = 50; // of 255
     const int reach = std::max(2, m_ink.height() / 10);
-    const Strip ink = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
-        return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= least;
-    });
+    const Strip ink = maskOf(m_crop.width(), m_crop.height(),
+                             [&](int x, int y) { return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= least; });
     Strip near(pixDilateBrick(nullptr, ink.get(), 2 * reach + 1, 2 * reach + 1));
     if (isOn("joined to ink")) {
         constexpr float dark = 0.3F;
         constexpr int letter = 150; // of 255
-        const Strip letters = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
-            return coverage.row(y)[x] >= dark;
-        });
+        const Strip letters =
+            maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) { return coverage.row(y)[x] >= dark; });
         // What is apart from all sure ink and reaches the rim goes however near it is, such as the rule of a table.
         const Strip sure = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
             return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= letter;

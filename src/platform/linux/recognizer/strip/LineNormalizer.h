@@ -14,6 +14,8 @@ struct Pix;
 
 namespace lucentra {
 
+struct Plane;
+
 struct PixDeleter
 {
     void operator()(Pix *pix) const;
@@ -55,8 +57,6 @@ public:
 
     /// The line as dark letters on white paper.
     Strip strip(Separation separation, const StripShape &shape) const;
-
-    struct Plane;
 
 private:
     std::vector<float> maskedCoverage() const;
