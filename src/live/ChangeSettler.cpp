@@ -205,7 +205,7 @@ ChangeSettler::Due ChangeSettler::take(Time now)
             tile.hasMoved = tile.isWaiting = tile.isStanding = false;
             continue;
         }
-        if (isMinor(tile, rect, tile.line >= 0 ? shares[size_t(tile.line)] : 1, now)) {
+        if (isMinor(tile, tile.line >= 0 ? shares[size_t(tile.line)] : 1, now)) {
             tile.isMinor = true;
             continue;
         }
@@ -253,14 +253,12 @@ std::vector<double> ChangeSettler::changedShares() const
 }
 
 /// Whether what has changed in a tile with a line is rather a picture that moves behind it, which only now and then
-/// hides another letter: all letters are there, and the last look found nothing new; or they seem to have changed in
-/// a small part of the line, and nothing rests there.
-bool ChangeSettler::isMinor(const Tile &tile, const QRect &rect, double changedShare, Time now) const
+/// hides another letter: nothing rests there, and the letters are others in a small part of the line only.
+bool ChangeSettler::isMinor(const Tile &tile, double changedShare, Time now)
 {
-    if (tile.line < 0 || tile.state == 0 || now >= nextBeat(tile.looked + vainPause))
-        return false;
     const bool isMoving = now - tile.last + together < settleTime && !hasStood(tile, now);
-    return (isMoving && changedShare < smallShare) || (tile.vainLooks > 0 && lettersOf(tile, rect) == Letters::Joined);
+    return tile.line >= 0 && tile.state != 0 && isMoving && changedShare < smallShare &&
+           now < nextBeat(tile.looked + vainPause);
 }
 
 /// Counts a look at a tile. Returns false if it shows what it did at the last one.

@@ -99,7 +99,7 @@ private:
     bool isReadable(const Tile &tile, const QRect &rect, Time now) const;
     Letters lettersOf(const Tile &tile, const QRect &rect) const { return lettersInTile(tile.seen, m_picture, rect); }
     std::vector<double> changedShares() const;
-    bool isMinor(const Tile &tile, const QRect &rect, double changedShare, Time now) const;
+    static bool isMinor(const Tile &tile, double changedShare, Time now);
     bool isDifferent(Tile &tile, const QRect &rect, Time now, Due &due);
 
     QImage m_picture;
