@@ -211,12 +211,25 @@ ChangeSettler::Due ChangeSettler::take(Time now)
         }
         if (!isDifferent(tile, rect, now, due))
             continue;
+        if (isBesideChange(i, now))
+            due.unsettled |= rect;
         different |= rect;
         if (mayHaveText)
             around |= rect.adjusted(-tileSide, -tileSide, tileSide, tileSide);
     }
     due.changed = different & around;
     return due;
+}
+
+/// Whether something to the left or the right is changing, as where a text is being written letter by letter.
+bool ChangeSettler::isBesideChange(size_t index, Time now) const
+{
+    const auto isChanging = [&](size_t other) {
+        const Tile &tile = m_tiles[other];
+        return tile.hasMoved && !tile.isRestless && !tile.isBlinking && now - tile.last + together < settleTime;
+    };
+    const size_t columns(m_columns);
+    return (index % columns > 0 && isChanging(index - 1)) || ((index + 1) % columns > 0 && isChanging(index + 1));
 }
 
 bool ChangeSettler::hasStood(const Tile &tile, Time now)

@@ -40,7 +40,7 @@ public:
     struct Due
     {
         QRegion changed;
-        QRegion unsettled; ///< the part of it that hasn't come to rest
+        QRegion unsettled; ///< the part of it that hasn't come to rest, or has a neighbour on its row that hasn't
         QRegion moving;    ///< the part of it that doesn't rest, unless new writing stands where no line was
         QRegion running;   ///< where lines run past, due or not
         QRegion written;   ///< where new writing stands before a moving picture, due or not
@@ -90,6 +90,7 @@ private:
     static std::optional<Time> dueTime(const Tile &tile);
     static bool isWritten(const Tile &tile) { return tile.isStanding && hasWriting(tile.standing); }
     static bool hasStood(const Tile &tile, Time now);
+    bool isBesideChange(size_t index, Time now) const;
     QRect rectOf(size_t index) const;
     size_t stateOf(const QRect &rect) const;
     void change(Tile &tile, const QRect &rect, Time now);

@@ -147,6 +147,22 @@ private Q_SLOTS:
         QCOMPARE(screen.looksAt(0), 0); // there is nothing to read
     }
 
+    void aTextThatGoesOnHasNotSettled()
+    {
+        Played screen;
+        screen.letters(0, 0);
+        int sort = 0;
+        screen.pass(100ms, [&] { screen.letters(1, ++sort); });
+        QVERIFY(screen.looksAt(0) > 0);
+        QVERIFY(screen.unsettled.contains(Played::rectOf(0).center()));
+        screen.unsettled = {};
+        screen.letters(6, 0); // both at once
+        screen.letters(7, 0);
+        screen.pass(100ms);
+        QVERIFY(screen.looksAt(6) > 0);
+        QVERIFY(!screen.unsettled.contains(Played::rectOf(6).center()));
+    }
+
     void whatNeverRestsHoldsNothingUp()
     {
         Played screen;
