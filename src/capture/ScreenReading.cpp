@@ -80,7 +80,7 @@ CommonText commonText(const QString &a, const QString &b)
     return best;
 }
 
-/// Whether the line shows a part of the former one at another place of the same row.
+/// Whether `line` is the whole or a part of `other`, moved sideways within its row.
 bool hasRun(const TextLine &line, const TextLine &former, const QSize &size)
 {
     const QRect now = pixelsOf(line.normBox, size);
