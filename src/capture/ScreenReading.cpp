@@ -80,7 +80,7 @@ CommonText commonText(const QString &a, const QString &b)
     return best;
 }
 
-/// Whether `line` is the whole or a part of `other`, moved sideways within its row.
+/// Whether `line` is the whole or a part of `former`, moved sideways within its row.
 bool hasRun(const TextLine &line, const TextLine &former, const QSize &size)
 {
     const QRect now = pixelsOf(line.normBox, size);
