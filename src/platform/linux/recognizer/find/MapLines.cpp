@@ -15,7 +15,7 @@ namespace {
 constexpr int leastCore = 128;
 constexpr int leastMeanCore = 153; // over a line
 constexpr int leastInk = 77;
-constexpr double leastSureness = 0.4; // of a line's ink; of 5,000 lines two have less, of pictures' parts one in twelve
+constexpr double leastSureness = 0.4; // of a line's ink: 2 of 5,000 lines have less, and 57 of 767 other shapes
 
 // Heights of the line.
 constexpr double leastLatin = 3; // wide; what is shorter Chinese and Japanese read as well

@@ -281,7 +281,7 @@ LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink, const Sure
     const Rgb paper = mean(common);
     m_paper = QColor::fromRgb(int(paper.red), int(paper.green), int(paper.blue));
     m_isVaried = double(common.size()) < commonShare * double(rim.size());
-    m_isOutlined = isOnBothSides(pixelsOf(image, m_crop), paper);
+    m_isOutlined = !m_isVaried && isOnBothSides(pixelsOf(image, m_crop), paper);
 }
 
 QList<Separation> LineNormalizer::separations() const
