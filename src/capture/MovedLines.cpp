@@ -72,6 +72,22 @@ int commonShift(const QImage &before, const QImage &now, const std::vector<QRect
     return best;
 }
 
+/// Copies what was above or below in `before` to the places where it is now. It is compared by parts of a row, since
+/// beside a list there may be something that stays.
+void moveContents(QImage &moved, const QImage &before, const QImage &now, int shift)
+{
+    const int last = std::min(now.height(), now.height() + shift);
+    for (int y = std::max(0, shift); y < last; ++y) {
+        for (int x = 0; x < now.width(); x += tileSide) {
+            const qsizetype left = x * qsizetype(sizeof(QRgb));
+            const size_t length = size_t(std::min(tileSide, now.width() - x)) * sizeof(QRgb);
+            const uchar *current = now.constScanLine(y) + left;
+            if (std::memcmp(before.constScanLine(y - shift) + left, current, length) == 0)
+                std::memcpy(moved.scanLine(y) + left, current, length);
+        }
+    }
+}
+
 } // namespace
 
 QList<std::optional<int>> shiftsOf(const ScreenReading &former, const QImage &now)
@@ -111,6 +127,12 @@ bool haveMoved(const QList<std::optional<int>> &shifts)
 ScreenReading movedReading(const ScreenReading &former, const QImage &now, const QList<std::optional<int>> &shifts)
 {
     ScreenReading moved{.picture = former.picture};
+    for (const std::optional<int> &shift : shifts) {
+        if (shift.value_or(0) == 0)
+            continue;
+        moveContents(moved.picture, former.picture, now, *shift);
+        break; // all have moved by the same distance
+    }
     QPainter painter(&moved.picture);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     for (qsizetype i = 0; i < shifts.size(); ++i) {
@@ -119,8 +141,8 @@ ScreenReading movedReading(const ScreenReading &former, const QImage &now, const
         TextLine line = former.lines[i];
         const QRect before = pixelsOf(line.normBox, now.size()) & now.rect();
         const QRect place = before.translated(0, *shifts[i]);
+        painter.drawImage(place.topLeft(), *shifts[i] != 0 ? now : former.picture, place);
         if (*shifts[i] != 0) {
-            painter.drawImage(place.topLeft(), now, place);
             line.normBox.y -= double(*shifts[i]) / now.height();
             moved.scrolled |= place;
         }

@@ -15,8 +15,9 @@ namespace lucentra {
 QList<std::optional<int>> shiftsOf(const ScreenReading &former, const QImage &now);
 bool haveMoved(const QList<std::optional<int>> &shifts);
 
-/// The reading with its lines where they are on that picture, without those that have left it. Lines that have come from
-/// the picture's top or bottom are preliminary, since a part of them may have been outside.
+/// The reading with its lines where they are on that picture, without those that have left it. Its picture has moved,
+/// too: it differs from the new one where there is something that hasn't been read. Lines that have come from the
+/// picture's top or bottom are preliminary, since a part of them may have been outside.
 ScreenReading movedReading(const ScreenReading &former, const QImage &now, const QList<std::optional<int>> &shifts);
 
 } // namespace lucentra

@@ -357,6 +357,14 @@ QRect pixelsOf(const NormBox &normBox, const QSize &size)
     return normBox.in(size).adjusted(rounding, rounding, -rounding, -rounding).toAlignedRect();
 }
 
+QList<QRect> placesOf(const QList<TextLine> &lines, const QSize &size)
+{
+    QList<QRect> places;
+    for (const TextLine &line : lines)
+        places.append(pixelsOf(line.normBox, size));
+    return places;
+}
+
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
                         const ReadPart &read)
 {

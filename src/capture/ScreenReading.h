@@ -24,6 +24,7 @@ using ReadPart = std::function<QList<TextLine>(const QRect &part)>;
 
 /// The place of a box in a picture, in whole pixels.
 QRect pixelsOf(const NormBox &normBox, const QSize &size);
+QList<QRect> placesOf(const QList<TextLine> &lines, const QSize &size);
 
 /// Reads what has changed since a former reading and keeps the rest: lines whose pixels are the same, at their place or
 /// moved up or down, and lines whose letters are the same while what is behind them moves. `changed` contains all that differs, in pixels; it and the

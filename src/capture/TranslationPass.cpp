@@ -4,6 +4,7 @@
 #include "MainQueue.h"
 #include "OverlayPlacement.h"
 #include "PassTimings.h"
+#include "PictureChange.h"
 #include "ScreenCapture.h"
 #include "ScreenMemory.h"
 #include "Settings.h"
@@ -164,18 +165,20 @@ void TranslationPass::start(const Request &request)
     });
 }
 
-QRegion TranslationPass::follow(const QImage &picture)
+std::optional<FollowedLines> TranslationPass::follow(const QImage &picture)
 {
     m_current = picture;
     const auto moved = m_memory && !m_isRunning ? m_memory->movedOn(m_current) : std::nullopt;
     if (!moved)
-        return {};
-    QRegion places;
-    for (const QRect &place : differingLines(m_memory->screen.lines, moved->screen.lines, picture.size()))
-        places |= place;
+        return std::nullopt;
+    const ScreenReading &screen = moved->screen;
+    FollowedLines followed{.lines = placesOf(screen.lines, picture.size()),
+                           .unread = changedTiles(screen.picture, picture, picture.rect()) | screen.preliminary};
+    for (const QRect &line : differingLines(m_memory->screen.lines, screen.lines, picture.size()))
+        followed.uncovered |= followed.unread & line;
     m_memory = std::make_shared<const ScreenMemory>(*moved);
     showMemory(m_source.glassArea());
-    return places;
+    return followed;
 }
 
 void TranslationPass::showMemory(const GlassArea &area)
@@ -363,8 +366,8 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
         return request.done({.isDropped = true});
     const ScreenMemory &seen = outcome->memory;
     m_memory = std::make_shared<const ScreenMemory>(seen);
-    const QRegion moved = follow(m_current); // it may have been scrolled
-    if (moved.isEmpty())
+    const auto moved = follow(m_current); // it may have been scrolled
+    if (!moved)
         showMemory(request.area);
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
         m_steps.copy(outcome->translations.join(u'\n'));
@@ -379,10 +382,9 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
                       .trouble = outcome->notes.join(u'\n'),
                       .again = outcome->again};
     reportTimings(*outcome);
-    const QList<TextLine> &lines = m_memory->screen.lines;
-    report.news = differingLines(request.formerLines(), lines, request.change->picture.size());
-    for (const TextLine &line : lines)
-        report.lines.append(pixelsOf(line.normBox, request.change->picture.size()));
+    const QSize size = request.change->picture.size();
+    report.lines = placesOf(m_memory->screen.lines, size);
+    report.news = differingLines(request.formerLines(), m_memory->screen.lines, size);
     request.done(report);
 }
 

@@ -61,6 +61,14 @@ struct ScreenChange
     std::chrono::milliseconds nextRequest{0};
 };
 
+/// What is known of a picture on which lines have moved. Pixels.
+struct FollowedLines
+{
+    QList<QRect> lines; ///< the places of all lines of text
+    QRegion unread;     ///< all that isn't as it was read, here or elsewhere
+    QRegion uncovered;  ///< the part of it where lines were or are that have moved or left the picture
+};
+
 /// What a look at a change has found.
 struct LookReport
 {
@@ -71,7 +79,7 @@ struct LookReport
     QRegion partial;        ///< lines to be read whole once they rest; pixels
     QRegion cut;            ///< as `cutLines` returns it
     QRegion running;        ///< as `takeRunningLines` returns it
-    QRegion moved;          ///< as `follow` returns it, if lines have moved since the picture was taken
+    std::optional<FollowedLines> moved; ///< as `follow` returns it, if lines have moved since the picture was taken
     std::optional<std::chrono::milliseconds> requested; ///< how long after the look began texts were sent
     bool hasFailed = false;
     QString trouble; ///< why something isn't translated, in the interface language; empty if all went well
@@ -112,8 +120,8 @@ public:
     /// Called after a pass has failed that may succeed later although the screen doesn't change.
     std::function<void()> onFailed;
     /// Moves the overlays with their lines if these are at other places in a new picture of the pane's area (RGB32).
-    /// Returns the places, in pixels, where lines were or are now that have moved or left the picture.
-    QRegion follow(const QImage &picture);
+    /// Returns nullopt if none have moved.
+    std::optional<FollowedLines> follow(const QImage &picture);
     /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay
     /// until then.
     void forgetScreen();

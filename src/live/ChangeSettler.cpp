@@ -319,6 +319,19 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
     }
 }
 
+void ChangeSettler::acceptMoved(const QRegion &unread, Time now)
+{
+    for (size_t i = 0; i < m_tiles.size(); ++i) {
+        const QRect rect = rectOf(i);
+        if (m_tiles[i].hasMoved && !unread.intersects(rect))
+            m_tiles[i] = {.last = now,
+                          .moved = now,
+                          .looked = now,
+                          .state = stateOf(rect),
+                          .seen = writingOfTile(m_picture, rect)};
+    }
+}
+
 void ChangeSettler::found(const QList<QRect> &lines, const QList<QRect> &news, const QRegion &running)
 {
     const auto indexOf = [](const QRect &tile, const QList<QRect> &some) {

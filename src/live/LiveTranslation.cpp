@@ -134,15 +134,23 @@ void LiveTranslation::add(const ScreenFrame &frame)
         return;
     const Time now = m_services.now();
     m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset), now);
-    const QRegion moved = m_pass.follow(m_settler.picture());
-    // Where lines were moved, the screen isn't as at the last look even if it returns to what it showed then.
-    m_settler.putBack(moved, now);
+    const auto moved = m_pass.follow(m_settler.picture());
+    if (moved)
+        hasMoved(*moved, now);
     const bool isScrolling = now < m_scrolled + scrollRest;
-    if (!moved.isEmpty() && !isScrolling)
+    if (moved && !isScrolling)
         m_scrollBegun = now;
-    if (!moved.isEmpty() || (isScrolling && 2 * frame.damage.height() > area.height())) // all lines may have left
+    if (moved || (isScrolling && 2 * frame.damage.height() > area.height())) // all lines may have left
         m_scrolled = now;
     schedule();
+}
+
+void LiveTranslation::hasMoved(const FollowedLines &followed, Time now)
+{
+    m_settler.acceptMoved(followed.unread, now);
+    m_settler.found(followed.lines, {});
+    // There, the screen isn't as at the last look even if it returns to what it showed then.
+    m_settler.putBack(followed.uncovered, now);
 }
 
 void LiveTranslation::schedule(Time earliest)
@@ -214,7 +222,9 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     }
     m_settler.found(report.lines, report.news, report.running);
     m_settler.putBack(report.preliminary, now + loadingTime);
-    m_settler.putBack(report.moved | report.cut, now);
+    m_settler.putBack(report.cut, now);
+    if (report.moved)
+        hasMoved(*report.moved, now);
     m_paid = std::max(m_paid, begun) + (now - begun) * (m_services.power.isSaving() ? 1 + savingPauses : 2);
     m_notBefore = std::max(m_notBefore, m_paid - credit);
     if (report.requested)

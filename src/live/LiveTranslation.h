@@ -75,6 +75,7 @@ private:
     void lookIfDue();
     QRegion takePartial(Time now);
     void finish(const ChangeSettler::Due &due, Time begun, const LookReport &report);
+    void hasMoved(const FollowedLines &followed, Time now);
     void setTrouble(const QString &trouble);
 
     const Services m_services;

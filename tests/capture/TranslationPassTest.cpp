@@ -426,9 +426,16 @@ private Q_SLOTS:
         look({.picture = screen(75), .changed = QRect(0, 0, 400, 300)});
         m_translations->answer(0, BlockTranslations{.texts = {u"one"_s}});
         QTRY_VERIFY(m_report);
-        QVERIFY(m_pass->follow(screen(75)).isEmpty());
-        QCOMPARE(m_pass->follow(screen(55)), QRegion(0, 55, 200, 95)); // also if it returns before anybody looks
-        QVERIFY(m_pass->follow(screen(60)).contains(QPoint(0, 60)));
+        QVERIFY(!m_pass->follow(screen(75)));
+        const FollowedLines moved = m_pass->follow(screen(55)).value();
+        QCOMPARE(moved.lines, QList{QRect(0, 55, 200, 75)});
+        QVERIFY(moved.unread.isEmpty() && moved.uncovered.isEmpty());
+        QImage other = screen(75);
+        for (const QPoint &dot : {QPoint(100, 70), QPoint(300, 70)}) // where the line was, and beside it
+            other.setPixelColor(dot, Qt::black);
+        const FollowedLines again = m_pass->follow(other).value();
+        QCOMPARE(again.unread, QRegion(96, 64, 32, 32) | QRect(288, 64, 32, 32));
+        QCOMPARE(again.uncovered, QRegion(96, 64, 32, 32));
     }
 
     void aDragCostsOnePass()

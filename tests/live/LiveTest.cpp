@@ -53,6 +53,9 @@ public:
             show();
     }
 
+    /// Letters have come from somewhere else, but not to this tile.
+    void moved(int unread) { m_settler.acceptMoved(rectOf(unread), m_now); }
+
     /// Lets time pass; `each` is done every 50 ms, which is how often pictures come.
     void pass(std::chrono::milliseconds duration, const std::function<void()> &each = {})
     {
@@ -244,6 +247,22 @@ private Q_SLOTS:
         QCOMPARE(lines.isEmpty(), runs);
     }
 
+    void whatHasMovedIsKnown()
+    {
+        Played screen;
+        for (int sort = 1; sort < 20; ++sort) { // without an end, but it doesn't count as moving
+            screen.letters(2, sort);
+            screen.letters(6, sort + 1);
+            screen.moved(6);
+            screen.pass(300ms);
+        }
+        QCOMPARE(screen.looksAt(2), 0);
+        QVERIFY(screen.looksAt(6) > 2);
+        screen.letters(2, 0);
+        screen.pass(90ms);
+        QCOMPARE(screen.looksAt(2), 1);
+    }
+
     void whatBlinksIsLearned()
     {
         Played screen;
@@ -322,7 +341,7 @@ private Q_SLOTS:
 
     void whatIsScrolledKeepsItsTranslations()
     {
-        const auto page = [](int top, int third) {
+        const auto page = [](int top, int third, bool hasBeside = true) {
             QImage image(400, 200, QImage::Format_RGB32);
             image.fill(Qt::white);
             QPainter painter(&image);
@@ -333,7 +352,8 @@ private Q_SLOTS:
             write(20, 20 - top, 0);
             write(20, 60 - top, 1);
             write(20, 100 - top, third);
-            write(220, 60, 3); // beside the list
+            if (hasBeside)
+                write(220, 60, 3); // beside the list
             return image;
         };
         const TextLine lines[]{lineAt(u"first"_s, 20, 20, 100), lineAt(u"second"_s, 20, 60, 100),
@@ -348,6 +368,14 @@ private Q_SLOTS:
         QCOMPARE(pixelsOf(moved->blocks[1].block.normBox, {400, 200}).top(), 70);
         QCOMPARE(moved->blocks[2].block.normBox, lines[3].normBox);
         QVERIFY(!moved->movedOn(page(30, 2)));
+        const auto unread = [](const ScreenMemory &seen, const QImage &now) {
+            return changedTiles(seen.screen.picture, now, now.rect());
+        };
+        QCOMPARE(unread(*moved, page(30, 2)), QRegion());
+        const QImage next = page(30, 5); // the third line is a new one
+        QCOMPARE(unread(memory.movedOn(next).value(), next), QRegion(0, 64, 128, 32));
+        const QImage alone = page(30, 2, false); // the line beside the list is gone
+        QVERIFY(unread(memory.movedOn(alone).value(), alone).intersects(QRect(220, 60, 100, 16)));
         QCOMPARE(moved->movedOn(page(130, 2)).value().translations(), QStringList{u"BESIDE"_s}); // no line is left to go by
         const auto returned = memory.movedOn(page(20, 2)).value().movedOn(page(0, 2)).value();
         QCOMPARE(returned.screen.preliminary, QRegion(20, 20, 100, 16)); // a part of it may have been outside
