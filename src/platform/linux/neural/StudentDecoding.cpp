@@ -1,7 +1,7 @@
+#include "FloatOperations.h"
 #include "StudentNetwork.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -16,52 +16,6 @@ float largestSize(const float *values, std::size_t count)
     for (std::size_t i = 0; i < count; ++i)
         largest = std::max(largest, std::abs(values[i]));
     return largest;
-}
-
-// Sums in several parts, which the compiler computes at once.
-
-float sum(const float *values, int count)
-{
-    std::array<float, 8> parts{};
-    int i = 0;
-    for (; i + 8 <= count; i += 8) {
-        for (int p = 0; p < 8; ++p)
-            parts[std::size_t(p)] += values[i + p];
-    }
-    for (; i < count; ++i)
-        parts[0] += values[i];
-    return ((parts[0] + parts[1]) + (parts[2] + parts[3])) + ((parts[4] + parts[5]) + (parts[6] + parts[7]));
-}
-
-/// In double precision: the exponential function makes errors of an attention's weights larger, and one integer that is
-/// rounded to the other side changes the words that follow.
-float dot(const float *left, const float *right, int count)
-{
-    std::array<double, 4> parts{};
-    int i = 0;
-    for (; i + 4 <= count; i += 4) {
-        for (int p = 0; p < 4; ++p)
-            parts[std::size_t(p)] += double(left[i + p]) * double(right[i + p]);
-    }
-    for (; i < count; ++i)
-        parts[0] += double(left[i]) * double(right[i]);
-    return float((parts[0] + parts[1]) + (parts[2] + parts[3]));
-}
-
-void softmax(std::vector<float> &values)
-{
-    const float largest = *std::max_element(values.begin(), values.end());
-    for (float &value : values)
-        value = std::exp(value - largest);
-    const float total = sum(values.data(), int(values.size()));
-    for (float &value : values)
-        value /= total;
-}
-
-float sigmoid(float value)
-{
-    const float power = std::exp(-std::abs(value));
-    return (value > 0 ? 1 : power) / (1 + power);
 }
 
 } // namespace
@@ -92,8 +46,8 @@ public:
 
 private:
     using Numbers = std::vector<float>;
-    /// Where each sentence's rows start in a matrix, and the end of the last. Numbers that are computed from the input are
-    /// the same for all rows of a sentence.
+    /// Where each sentence's rows start in a matrix, and the end of the last. Numbers that are computed from the input
+    /// are the same for all rows of a sentence.
     using Starts = std::vector<int>;
 
     bool isWanted() const { return !m_options.isWanted || m_options.isWanted(); }
@@ -133,20 +87,12 @@ private:
                           out.data());
     }
 
-    /// rows += added, each then normalized to mean 0 and variance 1.
+    /// rows += added, each then normalized.
     void addAndNormalize(Numbers &rows, const Numbers &added, const Norm &norm) const
     {
-        for (std::size_t start = 0; start < rows.size(); start += std::size_t(m_width)) {
-            float *const row = rows.data() + start;
-            for (int i = 0; i < m_width; ++i)
-                row[i] += added[start + std::size_t(i)];
-            const float mean = sum(row, m_width) / float(m_width);
-            for (int i = 0; i < m_width; ++i)
-                row[i] -= mean;
-            const float deviation = std::sqrt(dot(row, row, m_width) / float(m_width) + 1e-6F);
-            for (int i = 0; i < m_width; ++i)
-                row[i] = norm.scale[std::size_t(i)] * (row[i] / deviation) + norm.bias[std::size_t(i)];
-        }
+        for (std::size_t start = 0; start < rows.size(); start += std::size_t(m_width))
+            m_floats.addAndNormalize(rows.data() + start, added.data() + start, norm.scale.data(), norm.bias.data(),
+                                     m_width);
     }
 
     void feedForward(Numbers &rows, const Starts &starts, const FeedForward &layer)
@@ -159,24 +105,14 @@ private:
     }
 
     /// One row's attention to the rows of a sentence.
-    void attend(const float *query, const Numbers &keys, const Numbers &values, int first, int end, float *out)
+    void attend(const float *query, const Numbers &keys, const Numbers &values, std::size_t sentence, float *out)
     {
-        const int headWidth = m_width / m_network.m_heads;
-        const float scale = 1 / std::sqrt(float(headWidth));
-        m_weights.resize(std::size_t(end - first));
-        std::fill_n(out, m_width, 0.F);
-        for (int start = 0; start < m_width; start += headWidth) {
-            for (int row = first; row < end; ++row)
-                m_weights[std::size_t(row - first)] =
-                    scale * dot(query + start, keys.data() + std::ptrdiff_t(row) * m_width + start, headWidth);
-            softmax(m_weights);
-            for (int row = first; row < end; ++row) {
-                const float weight = m_weights[std::size_t(row - first)];
-                const float *const value = values.data() + std::ptrdiff_t(row) * m_width + start;
-                for (int i = 0; i < headWidth; ++i)
-                    out[start + i] += weight * value[i];
-            }
-        }
+        const int first = m_starts[sentence];
+        const int rows = m_starts[sentence + 1] - first;
+        const auto start = std::ptrdiff_t(first) * m_width;
+        m_weights.resize(std::size_t(rows));
+        m_floats.attend(query, {keys.data() + start, values.data() + start, rows, m_width, m_network.m_heads},
+                        m_weights.data(), out);
     }
 
     /// Writes sqrt(width) times the embedding of a word.
@@ -213,7 +149,7 @@ private:
             for (std::size_t s = 0; s < m_sentences.size(); ++s) {
                 for (int i = m_starts[s]; i < m_starts[s + 1]; ++i) {
                     const auto at = std::ptrdiff_t(i) * m_width;
-                    attend(queries.data() + at, keys, values, m_starts[s], m_starts[s + 1], attended.data() + at);
+                    attend(queries.data() + at, keys, values, s, attended.data() + at);
                 }
             }
             multiply(attended, m_starts, layer.attention.output, m_added);
@@ -228,7 +164,7 @@ private:
         std::size_t sentence = 0;
         std::size_t longest = 0;
         std::vector<std::uint32_t> candidates;
-        Numbers bias; ///< of the candidates
+        Numbers bias;               ///< of the candidates
         std::vector<Numbers> cells; ///< the state of each layer
     };
     struct Context
@@ -291,13 +227,9 @@ private:
         multiply(rows, starts, layer.candidate, m_inner);
         multiply(rows, starts, layer.forget, m_added);
         for (std::size_t l = 0; l < m_lines.size(); ++l) {
-            Numbers &cell = m_lines[l].cells[index];
             const auto start = l * std::size_t(m_width);
-            for (std::size_t i = 0; i < cell.size(); ++i) {
-                const float kept = sigmoid(m_added[start + i]);
-                cell[i] = kept * cell[i] + (1 - kept) * m_inner[start + i];
-                m_added[start + i] = std::max(cell[i], 0.F);
-            }
+            m_floats.advanceCell(m_lines[l].cells[index].data(), m_added.data() + start, m_inner.data() + start,
+                                 m_width);
         }
         addAndNormalize(rows, m_added, layer.norm);
 
@@ -305,8 +237,7 @@ private:
         m_attended.resize(rows.size());
         for (std::size_t l = 0; l < m_lines.size(); ++l) {
             const auto at = std::ptrdiff_t(l) * m_width;
-            const std::size_t s = m_lines[l].sentence;
-            attend(m_inner.data() + at, m_contexts[index].keys, m_contexts[index].values, m_starts[s], m_starts[s + 1],
+            attend(m_inner.data() + at, m_contexts[index].keys, m_contexts[index].values, m_lines[l].sentence,
                    m_attended.data() + at);
         }
         multiply(m_attended, starts, layer.attention.output, m_added);
@@ -355,6 +286,7 @@ private:
     const std::vector<std::vector<int>> &m_sentences;
     const Options &m_options;
     const Int8Kernel &m_kernel;
+    const FloatOperations &m_floats = floatOperations().front();
     const int m_width;
     Starts m_starts; ///< of the source's words
     Numbers m_encoded;

@@ -41,7 +41,7 @@ public:
     /// Translates sentences, each of at least one word, that end in the end of the sentence. A translation doesn't depend
     /// on what else is translated with it. Returns nothing once `isWanted` returns false.
     std::vector<WordTranslation> translate(const std::vector<std::vector<int>> &sentences, const Options &options,
-                                           const Int8Kernel &kernel = bestInt8Kernel()) const;
+                                           const Int8Kernel &kernel = int8Kernels().front()) const;
 
 private:
     struct Product

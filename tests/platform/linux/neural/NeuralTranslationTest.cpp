@@ -211,55 +211,6 @@ class NeuralTranslationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void productsAreExact_data()
-    {
-        columns<int, int, int>("rows", "columns", "depth");
-        QTest::newRow("one") << 1 << 1 << 1;
-        QTest::newRow("whole blocks") << 6 << 8 << 64;
-        QTest::newRow("a rest in each direction") << 50 << 7 << 45;
-        QTest::newRow("less than a block") << 2 << 5 << 31;
-    }
-
-    void productsAreExact()
-    {
-        QFETCH(int, rows);
-        QFETCH(int, columns);
-        QFETCH(int, depth);
-        std::minstd_rand random(7);
-        std::vector<std::int8_t> left(std::size_t(rows * depth));
-        std::vector<std::int8_t> right(std::size_t(columns * depth));
-        // Many are as large as they can be: sums of neighbours would overflow first there.
-        for (auto &number : left)
-            number = std::int8_t(random() % 3 == 0 ? 127 : int(random() % 255) - 127);
-        for (auto &number : right)
-            number = std::int8_t(random() % 3 == 0 ? -128 : int(random() % 256) - 128);
-        const std::vector<float> scales(std::size_t(rows), 1.F);
-        std::vector<std::uint32_t> order;
-        for (int column = columns; column-- > 0;)
-            order.push_back(std::uint32_t(column));
-        for (const Int8Kernel *kernel : {&plainInt8Kernel(), &bestInt8Kernel()}) {
-            std::vector<float> found(std::size_t(rows * columns));
-            kernel->multiply({left.data(), rows, scales.data(), right.data(), order.data(), columns, depth, nullptr},
-                             found.data());
-            for (int row = 0; row < rows; ++row) {
-                for (int column = 0; column < columns; ++column) {
-                    int sum = 0;
-                    for (int i = 0; i < depth; ++i)
-                        sum += left[std::size_t(row * depth + i)] * right[std::size_t((columns - 1 - column) * depth + i)];
-                    QCOMPARE(int(found[std::size_t(row * columns + column)]), sum);
-                }
-            }
-            const std::vector<float> numbers{0.5F, 1.5F, -0.5F, -2.5F, 126.6F, 300, -127.9F, -300};
-            std::vector<float> many;
-            for (int i = 0; i < 5; ++i)
-                many.insert(many.end(), numbers.begin(), numbers.end());
-            std::vector<std::int8_t> quantized(many.size());
-            kernel->quantize(many.data(), int(many.size()), 1, quantized.data());
-            for (std::size_t i = 0; i < many.size(); ++i)
-                QCOMPARE(int(quantized[i]), (std::vector<int>{0, 2, 0, -2, 127, 127, -127, -127}[i % 8]));
-        }
-    }
-
     void networkAgreesWithPlainOne_data()
     {
         columns<bool, bool>("isShared", "hasActivations");
@@ -297,7 +248,7 @@ private Q_SLOTS:
             const auto expected =
                 PlainNetwork(model, isShared).translate(sentences[i], candidates, 2 * sentences[i].size());
             QCOMPARE(together[i].words, expected);
-            QCOMPARE(network->translate({sentences[i]}, {.shortlist = &*list}, plainInt8Kernel())[0].words, expected);
+            QCOMPARE(network->translate({sentences[i]}, {.shortlist = &*list}, int8Kernels().back())[0].words, expected);
             words += expected.size();
         }
         QVERIFY(words > 20);
