@@ -259,11 +259,14 @@ void ScreenPass::compare(ReadLine &line) const
 
 void ScreenPass::readAlike(ReadLine &line) const
 {
+    QRect letters;
     for (qsizetype i = 0; i < line.pieces.size(); ++i) {
         RoutedReading &piece = line.pieces[i];
-        piece.best = m_thorough.readAlike(normalized(line.found.pieces[i].ink), piece,
-                                          i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
+        const LineNormalizer normalizer = normalized(line.found.pieces[i].ink);
+        piece.best = m_thorough.readAlike(normalizer, piece, i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
+        letters |= normalizer.letters(piece.separation);
     }
+    line.letters = letters;
     if (isOn("keys") && !line.pieces.isEmpty())
         readKey(line);
 }
