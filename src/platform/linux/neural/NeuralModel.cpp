@@ -87,8 +87,8 @@ public:
         if (m_source->GetPieceSize() > m_network.sourceWords() || m_target->GetPieceSize() > m_network.targetWords())
             return NeuralModelError{Kind::Damaged, u"*.spm"_s};
         if (m_shortlistFile.file) {
-            m_shortlist = Shortlist::parse(m_shortlistFile.file->bytes(), m_network.sourceWords(),
-                                           m_network.targetWords());
+            m_shortlist =
+                Shortlist::parse(m_shortlistFile.file->bytes(), m_network.sourceWords(), m_network.targetWords());
             if (!m_shortlist)
                 return NeuralModelError{Kind::Damaged, m_shortlistFile.name};
         }
@@ -106,7 +106,8 @@ public:
             }
         }
         const std::vector<WordTranslation> translated = translateParts(parts, options);
-        const bool isIntact = m_modelFile.file->isIntact() && (!m_shortlistFile.file || m_shortlistFile.file->isIntact());
+        const bool isIntact =
+            m_modelFile.file->isIntact() && (!m_shortlistFile.file || m_shortlistFile.file->isIntact());
         QList<Translation> translations(sentences.size(), {.text = {}, .isComplete = isIntact});
         for (std::size_t p = 0; p < parts.size(); ++p) {
             std::vector<int> words = translated[p].words;
@@ -121,7 +122,7 @@ public:
     }
 
 private:
-    /// Deals the parts out to threads. Each thread gets long and short ones, so that they end at about the same time.
+    /// Deals the parts out to threads in batches of about as many words each.
     std::vector<WordTranslation> translateParts(const std::vector<std::vector<int>> &parts,
                                                 const Options &options) const
     {
@@ -136,18 +137,28 @@ private:
         const auto processors = std::max(1U, std::thread::hardware_concurrency());
         const auto threads = std::min(std::size_t(options.threads > 0 ? unsigned(options.threads) : processors),
                                       std::max(std::size_t(1), parts.size()));
-        const std::size_t batches =
-            std::max(threads, (words / mostWordsTogether + threads) / threads * threads);
+        struct Batch
+        {
+            std::size_t words = 0;
+            std::vector<std::size_t> numbers; ///< of its parts
+        };
+        std::vector<Batch> batches((words / mostWordsTogether + threads) / threads * threads);
+        for (const std::size_t number : order) {
+            // The longest first, each where the fewest words are.
+            Batch &batch = *std::min_element(batches.begin(), batches.end(), [](const Batch &left, const Batch &right) {
+                return left.words < right.words;
+            });
+            batch.words += parts[number].size();
+            batch.numbers.push_back(number);
+        }
 
         std::vector<WordTranslation> translations(parts.size());
         std::atomic<std::size_t> nextBatch = 0;
         const auto work = [&] {
-            for (std::size_t batch = nextBatch++; batch < batches; batch = nextBatch++) {
+            for (std::size_t b = nextBatch++; b < batches.size(); b = nextBatch++) {
                 std::vector<std::vector<int>> chosen;
-                for (std::size_t i = batch; i < order.size(); i += batches)
-                    chosen.push_back(parts[order[i]]);
-                if (chosen.empty())
-                    continue;
+                for (const std::size_t number : batches[b].numbers)
+                    chosen.push_back(parts[number]);
                 std::vector<WordTranslation> made =
                     m_network.translate(chosen, {.endWord = m_target->eos_id(),
                                                  .unknownWord = m_target->unk_id(),
@@ -156,7 +167,7 @@ private:
                                                  .shortlist = m_shortlist ? &*m_shortlist : nullptr,
                                                  .isWanted = options.isWanted});
                 for (std::size_t i = 0; i < made.size(); ++i)
-                    translations[order[batch + i * batches]] = std::move(made[i]);
+                    translations[batches[b].numbers[i]] = std::move(made[i]);
             }
         };
         std::vector<std::future<void>> others;
@@ -207,7 +218,8 @@ tl::expected<std::shared_ptr<const NeuralModel>, NeuralModelError> NeuralModel::
     auto network = StudentNetwork::make(*file);
     if (!network)
         return tl::unexpected(network.error());
-    const auto model = std::make_shared<MappedModel>(std::move(modelFile), std::move(shortlistFile), std::move(*network));
+    const auto model =
+        std::make_shared<MappedModel>(std::move(modelFile), std::move(shortlistFile), std::move(*network));
     if (const auto error = model->setVocabularies(std::move(source), std::move(ownTarget)))
         return tl::unexpected(*error);
     return model;
