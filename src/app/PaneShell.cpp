@@ -123,6 +123,8 @@ void PaneShell::prepareEngines()
     m_services.translationManager();
     prepareOnDevice();
     m_services.settings().observe(settings::translationEngine, this, [this] { prepareOnDevice(); });
+    if (m_live && m_live->isOn())
+        m_services.recognizer().warmUp(); // the first look will follow
 }
 
 /// With another engine, nobody asks for the phrases of this computer, which take seconds to collect.
@@ -203,6 +205,8 @@ void PaneShell::wireLive()
         capsule.set(&ControlCapsuleState::isLive, isOn);
         capsule.set(&ControlCapsuleState::liveTrouble, {});
         m_view->hints().showHint(m_services.texts().localized(isOn ? u"即時翻譯：開"_s : u"即時翻譯：關"_s), true);
+        if (isOn)
+            m_services.recognizer().warmUp();
         followBeneath();
     };
     capsule.set(&ControlCapsuleState::isLive, m_live->isOn());

@@ -26,6 +26,9 @@ constexpr int mostPasses = 512;
 /// When texts are tried again that a service can translate once its data is built.
 constexpr std::chrono::milliseconds notReadyDelay{2000};
 
+/// How far beside a line that has moved what replaces it counts as a part of the movement. Pixels.
+constexpr int besideLine = 2 * tileSide;
+
 /// Whether a region contains a good part of a rectangle.
 bool covers(const QRegion &region, const QRect &rect)
 {
@@ -175,7 +178,7 @@ std::optional<FollowedLines> TranslationPass::follow(const QImage &picture)
     FollowedLines followed{.lines = placesOf(screen.lines, picture.size()),
                            .unread = changedTiles(screen.picture, picture, picture.rect()) | screen.preliminary};
     for (const QRect &line : differingLines(m_memory->screen.lines, screen.lines, picture.size()))
-        followed.uncovered |= followed.unread & line;
+        followed.uncovered |= followed.unread & line.adjusted(-besideLine, 0, besideLine, 0);
     m_memory = std::make_shared<const ScreenMemory>(*moved);
     showMemory(m_source.glassArea());
     return followed;

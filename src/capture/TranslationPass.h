@@ -66,7 +66,7 @@ struct FollowedLines
 {
     QList<QRect> lines; ///< the places of all lines of text
     QRegion unread;     ///< all that isn't as it was read, here or elsewhere
-    QRegion uncovered;  ///< the part of it where lines were or are that have moved or left the picture
+    QRegion uncovered;  ///< the part of it where lines were or are that have moved or left the picture, and beside them
 };
 
 /// What a look at a change has found.

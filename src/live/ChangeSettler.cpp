@@ -295,7 +295,7 @@ bool ChangeSettler::isDifferent(Tile &tile, const QRect &rect, Time now, Due &du
     tile.isRestless = !tile.isBlinking && (tile.isRestless || isUnsettled || tile.quickLooks >= manyQuickLooks);
     tile.stateBefore = std::exchange(tile.state, state);
     tile.looked = now;
-    if (isAtRest || stands)
+    if ((isAtRest || stands) && tile.stateBefore != 0) // not if it was put back
         tile.vainLooks = std::min(tile.vainLooks + 1, mostVainLooks); // until something new is found
     if (isUnsettled)
         due.unsettled |= rect;
@@ -319,16 +319,14 @@ void ChangeSettler::putBack(const QRegion &region, Time now)
     }
 }
 
-void ChangeSettler::acceptMoved(const QRegion &unread, Time now)
+void ChangeSettler::linesMoved(const QRegion &unread, const QRegion &uncovered, Time now)
 {
     for (size_t i = 0; i < m_tiles.size(); ++i) {
         const QRect rect = rectOf(i);
-        if (m_tiles[i].hasMoved && !unread.intersects(rect))
-            m_tiles[i] = {.last = now,
-                          .moved = now,
-                          .looked = now,
-                          .state = stateOf(rect),
-                          .seen = writingOfTile(m_picture, rect)};
+        if (uncovered.intersects(rect))
+            m_tiles[i] = {.isWaiting = true, .hasMoved = true, .first = now, .last = now, .moved = now};
+        else if (m_tiles[i].hasMoved && !unread.intersects(rect))
+            m_tiles[i] = {.looked = now, .state = stateOf(rect), .seen = writingOfTile(m_picture, rect)};
     }
 }
 

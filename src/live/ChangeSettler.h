@@ -58,9 +58,9 @@ public:
     Due take(Time now);
     /// Makes an area due again, since the look at it came to nothing.
     void putBack(const QRegion &region, Time now);
-    /// Takes all changes as looked at, except in tiles that touch `unread`: what has come elsewhere was read at another
-    /// place.
-    void acceptMoved(const QRegion &unread, Time now);
+    /// Lines have moved on the picture that was added last. Changes outside of `unread` are done with, since what has come
+    /// there was read at another place. What `uncovered` touches is due again, even if it returns to a former state.
+    void linesMoved(const QRegion &unread, const QRegion &uncovered, Time now);
     /// Says where the lines of text are, after a look, and which have come, gone or changed. What runs past isn't
     /// looked at until it rests.
     void found(const QList<QRect> &lines, const QList<QRect> &news, const QRegion &running = {});

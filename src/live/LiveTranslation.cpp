@@ -147,10 +147,8 @@ void LiveTranslation::add(const ScreenFrame &frame)
 
 void LiveTranslation::hasMoved(const FollowedLines &followed, Time now)
 {
-    m_settler.acceptMoved(followed.unread, now);
+    m_settler.linesMoved(followed.unread, followed.uncovered, now);
     m_settler.found(followed.lines, {});
-    // There, the screen isn't as at the last look even if it returns to what it showed then.
-    m_settler.putBack(followed.uncovered, now);
 }
 
 void LiveTranslation::schedule(Time earliest)

@@ -54,7 +54,8 @@ public:
     }
 
     /// Letters have come from somewhere else, but not to this tile.
-    void moved(int unread) { m_settler.acceptMoved(rectOf(unread), m_now); }
+    void moved(int unread, const QRegion &uncovered = {}) { m_settler.linesMoved(rectOf(unread), uncovered, m_now); }
+    void putBack(int tile) { m_settler.putBack(rectOf(tile), m_now); }
 
     /// Lets time pass; `each` is done every 50 ms, which is how often pictures come.
     void pass(std::chrono::milliseconds duration, const std::function<void()> &each = {})
@@ -258,9 +259,26 @@ private Q_SLOTS:
         }
         QCOMPARE(screen.looksAt(2), 0);
         QVERIFY(screen.looksAt(6) > 2);
+        screen.looks.clear();
         screen.letters(2, 0);
+        screen.letters(6, 0);
+        screen.moved(2, Played::rectOf(6)); // no line was there before
         screen.pass(90ms);
         QCOMPARE(screen.looksAt(2), 1);
+        QCOMPARE(screen.looksAt(6), 1);
+    }
+
+    void whatIsPutBackIsNotLookedAtInVain()
+    {
+        Played screen;
+        for (int i = 0; i < 4; ++i) {
+            screen.putBack(2);
+            screen.pass(100ms);
+        }
+        QCOMPARE(screen.looksAt(2), 4);
+        screen.letters(2, 0);
+        screen.pass(90ms);
+        QCOMPARE(screen.looksAt(2), 5);
     }
 
     void whatBlinksIsLearned()
