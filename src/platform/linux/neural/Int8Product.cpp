@@ -60,7 +60,7 @@ void multiplyPlain(const Int8Kernel::Factors &f, float *out)
     int i = 0;
     for (; i + 32 <= count; i += 32) {
         __m256i parts[4];
-        for (int p = 0; p < 4; ++p) {
+        for (std::size_t p = 0; p < 4; ++p) {
             const __m256 product = _mm256_mul_ps(_mm256_loadu_ps(values + i + 8 * p), factor);
             parts[p] = _mm256_cvtps_epi32(_mm256_max_ps(_mm256_min_ps(product, most), least));
         }
