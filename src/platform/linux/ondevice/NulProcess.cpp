@@ -67,13 +67,8 @@ bool NulProcess::start()
     for (QByteArray &word : words)
         arguments.append(word.data());
     arguments.append(nullptr);
-    // A process group of its own, so that its children end with it, and without the signals that this program blocks.
-    const auto inChild = [](gpointer) {
-        ::setpgid(0, 0);
-        sigset_t noSignals;
-        sigemptyset(&noSignals);
-        ::sigprocmask(SIG_SETMASK, &noSignals, nullptr);
-    };
+    // A process group of its own, so that its children end with it.
+    const auto inChild = [](gpointer) { ::setpgid(0, 0); };
     constexpr auto flags = GSpawnFlags(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_STDERR_TO_DEV_NULL);
     if (!g_spawn_async_with_pipes(nullptr, arguments.data(), nullptr, flags, inChild, nullptr, &m_process, &m_input,
                                   &m_output, nullptr, nullptr))
