@@ -21,6 +21,8 @@ struct KeyRow
     quint8 xKeyCode;
     QStringView name;
     Kind kind = Kind::Named;
+    QStringView toolkit{}; ///< its name in the toolkit, if that is another one
+    QStringView portal{};  ///< the same in the portal
 };
 
 /// What is added to the X key code of a key that the stored numbering lacks.
@@ -83,11 +85,11 @@ constexpr std::array keyRows{
     KeyRow{0x5E, 97, u"_", Kind::Character},
 
     // Around them
-    KeyRow{0x24, 36, u"↩"},
-    KeyRow{0x30, 23, u"⇥"},
-    KeyRow{0x31, 65, u"Space"},
-    KeyRow{0x33, 22, u"⌫"},
-    KeyRow{0x35, 9, u"⎋"},
+    KeyRow{0x24, 36, u"↩", Kind::Named, u"Return", u"Return"},
+    KeyRow{0x30, 23, u"⇥", Kind::Named, u"Tab", u"Tab"},
+    KeyRow{0x31, 65, u"Space", Kind::Named, u"Space", u"space"},
+    KeyRow{0x33, 22, u"⌫", Kind::Named, u"Backspace", u"BackSpace"},
+    KeyRow{0x35, 9, u"⎋", Kind::Named, u"Esc", u"Escape"},
     KeyRow{0x6E, 135, u"Menu"},
     KeyRow{0x37, 133, u"⌘", Kind::Modifier},
     KeyRow{0x36, 134, u"⌘", Kind::Modifier},
@@ -131,16 +133,16 @@ constexpr std::array keyRows{
     KeyRow{unnumbered + 127, 127, u"Pause"},
 
     // The block of the arrows
-    KeyRow{0x72, 118, u"Insert"},
-    KeyRow{0x75, 119, u"⌦"},
+    KeyRow{0x72, 118, u"Insert", Kind::Named, u"Ins", u"Insert"},
+    KeyRow{0x75, 119, u"⌦", Kind::Named, u"Del", u"Delete"},
     KeyRow{0x73, 110, u"Home"},
     KeyRow{0x77, 115, u"End"},
-    KeyRow{0x74, 112, u"Page Up"},
-    KeyRow{0x79, 117, u"Page Down"},
-    KeyRow{0x7B, 113, u"←"},
-    KeyRow{0x7C, 114, u"→"},
-    KeyRow{0x7D, 116, u"↓"},
-    KeyRow{0x7E, 111, u"↑"},
+    KeyRow{0x74, 112, u"Page Up", Kind::Named, u"PgUp", u"Page_Up"},
+    KeyRow{0x79, 117, u"Page Down", Kind::Named, u"PgDown", u"Page_Down"},
+    KeyRow{0x7B, 113, u"←", Kind::Named, u"Left", u"Left"},
+    KeyRow{0x7C, 114, u"→", Kind::Named, u"Right", u"Right"},
+    KeyRow{0x7D, 116, u"↓", Kind::Named, u"Down", u"Down"},
+    KeyRow{0x7E, 111, u"↑", Kind::Named, u"Up", u"Up"},
 
     // The keypad
     KeyRow{0x47, 77, u"Num Lock", Kind::Modifier},
@@ -148,7 +150,7 @@ constexpr std::array keyRows{
     KeyRow{0x43, 63, u"*", Kind::Character},
     KeyRow{0x4E, 82, u"-", Kind::Character},
     KeyRow{0x45, 86, u"+", Kind::Character},
-    KeyRow{0x4C, 104, u"⌅"},
+    KeyRow{0x4C, 104, u"⌅", Kind::Named, u"Enter", u"KP_Enter"},
     KeyRow{0x51, 125, u"=", Kind::Character},
     KeyRow{0x41, 91, u".", Kind::Character},
     KeyRow{0x5F, 129, u",", Kind::Character},
@@ -192,36 +194,11 @@ constexpr std::array modifierRows{
     ModifierRow{modifierFlag::command, hotkeyModifier::command, u'⌘', u"Meta+"},
 };
 
-/// A key whose name differs between the stored combination, the toolkit, and the portal.
-struct KeyNameRow
+QString keyName(const QString &name, QStringView KeyRow::*column)
 {
-    QStringView name;
-    QStringView toolkit;
-    QStringView portal;
-};
-
-constexpr std::array keyNameRows{
-    KeyNameRow{u"↩", u"Return", u"Return"},
-    KeyNameRow{u"⇥", u"Tab", u"Tab"},
-    KeyNameRow{u"⌫", u"Backspace", u"BackSpace"},
-    KeyNameRow{u"⎋", u"Esc", u"Escape"},
-    KeyNameRow{u"⌦", u"Del", u"Delete"},
-    KeyNameRow{u"⌅", u"Enter", u"KP_Enter"},
-    KeyNameRow{u"←", u"Left", u"Left"},
-    KeyNameRow{u"→", u"Right", u"Right"},
-    KeyNameRow{u"↑", u"Up", u"Up"},
-    KeyNameRow{u"↓", u"Down", u"Down"},
-    KeyNameRow{u"Page Up", u"PgUp", u"Page_Up"},
-    KeyNameRow{u"Page Down", u"PgDown", u"Page_Down"},
-    KeyNameRow{u"Space", u"Space", u"space"},
-    KeyNameRow{u"Insert", u"Ins", u"Insert"},
-};
-
-QString keyName(const QString &name, QStringView KeyNameRow::*column)
-{
-    const auto row =
-        std::find_if(keyNameRows.begin(), keyNameRows.end(), [&](const KeyNameRow &each) { return each.name == name; });
-    return row == keyNameRows.end() ? name : (row->*column).toString();
+    const auto row = std::find_if(keyRows.begin(), keyRows.end(),
+                                  [&](const KeyRow &each) { return each.name == name && !(each.*column).isEmpty(); });
+    return row == keyRows.end() ? name : (row->*column).toString();
 }
 
 char32_t lastCodePoint(QStringView text)
@@ -298,12 +275,12 @@ QString modifierNames(quint32 hotkeyModifiers)
 
 QString toolkitKeyName(const QString &name)
 {
-    return keyName(name, &KeyNameRow::toolkit);
+    return keyName(name, &KeyRow::toolkit);
 }
 
 QString portalKeyName(const QString &name)
 {
-    return keyName(name, &KeyNameRow::portal);
+    return keyName(name, &KeyRow::portal);
 }
 
 QString hotkeyDisplayString(quint32 flags, const QString &key)
