@@ -2,7 +2,6 @@
 
 #include "HistoryExport.h"
 #include "LocalizationManager.h"
-#include "RemoteCommands.h"
 #include "TranslationEngine.h"
 
 #include <QRegularExpression>
@@ -85,11 +84,6 @@ const CommandRow *findCommand(Predicate isWanted)
 {
     const auto row = std::find_if(commandRows.begin(), commandRows.end(), isWanted);
     return row == commandRows.end() ? nullptr : &*row;
-}
-
-QString busMemberOf(std::string_view remoteCommand)
-{
-    return QString::fromStdString(remoteMember(remoteCommand));
 }
 
 Failure wrongUsage(const QString &description)
@@ -219,40 +213,16 @@ QStringView commandName(Invocation::Command command)
     return row ? row->name : QStringView();
 }
 
-QString busMember(Invocation::Command command)
-{
-    return busMemberOf(commandName(command).toLatin1().toStdString());
-}
-
 bool startsProgram(Invocation::Command command)
 {
     const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
     return row && row->startsProgram;
 }
 
-std::optional<Invocation::Command> remoteCommandOfName(QStringView name)
+std::optional<Invocation::Command> commandOfName(QStringView name)
 {
-    const QByteArray latin = name.toLatin1();
-    if (std::find(remoteCommands.begin(), remoteCommands.end(), latin.toStdString()) == remoteCommands.end())
-        return std::nullopt;
-    return findCommand([=](const CommandRow &each) { return each.name == name; })->command;
-}
-
-std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member)
-{
-    for (const std::string_view command : remoteCommands) {
-        if (busMemberOf(command) == member)
-            return remoteCommandOfName(QString::fromLatin1(command.data(), qsizetype(command.size())));
-    }
-    return std::nullopt;
-}
-
-QStringList remoteBusMembers()
-{
-    QStringList members;
-    for (const std::string_view command : remoteCommands)
-        members.append(busMemberOf(command));
-    return members;
+    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.name == name; });
+    return row ? std::optional(row->command) : std::nullopt;
 }
 
 QString helpPage(const LocalizationManager &texts)

@@ -66,15 +66,9 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
 /// The name of a command, as typed.
 QStringView commandName(Invocation::Command command);
 
-// Commands that the running program carries out, those of RemoteCommands.h.
-
-/// The method of such a command on the session bus.
-QString busMember(Invocation::Command command);
-QStringList remoteBusMembers();
-std::optional<Invocation::Command> remoteCommandOfBusMember(QStringView member);
-/// Returns nullopt if no remote command has this name.
-std::optional<Invocation::Command> remoteCommandOfName(QStringView name);
-/// Whether the program is started for the command if it doesn't run.
+/// The command of a name. Returns nullopt if there is none.
+std::optional<Invocation::Command> commandOfName(QStringView name);
+/// Whether the program is started for the command, one of RemoteCommands.h, if it doesn't run.
 bool startsProgram(Invocation::Command command);
 
 /// The page that --help prints, made from the same table.

@@ -61,15 +61,25 @@ bool start(const QDBusConnection &bus)
     return true;
 }
 
+/// The method of a command on the session bus.
+QString busMember(std::string_view command)
+{
+    return QString::fromStdString(remoteMember(command));
+}
+
 /// The command of a call to either interface.
 std::optional<Command> commandOf(const QDBusMessage &message)
 {
-    if (message.interface() != applicationInterface)
-        return remoteCommandOfBusMember(message.member());
-    if (message.member() == "Activate"_L1)
+    const bool isAction = message.interface() == applicationInterface;
+    if (isAction && message.member() == "Activate"_L1)
         return Command::Show;
-    if (message.member() == "ActivateAction"_L1)
-        return remoteCommandOfName(message.arguments().value(0).toString());
+    const QString action =
+        message.member() == "ActivateAction"_L1 ? message.arguments().value(0).toString() : QString();
+    for (const std::string_view command : remoteCommands) {
+        const QLatin1StringView name(command.data(), qsizetype(command.size()));
+        if (isAction ? action == name : message.member() == busMember(command))
+            return commandOfName(QString(name));
+    }
     return std::nullopt;
 }
 
@@ -106,8 +116,8 @@ RemoteControl::Claim RemoteControl::moveTo(const QDBusConnection &bus)
 QString RemoteControl::introspect(const QString &) const
 {
     QString methods;
-    for (const QString &member : remoteBusMembers())
-        methods += u"<method name=\""_s + member + u"\"/>"_s;
+    for (const std::string_view command : remoteCommands)
+        methods += u"<method name=\""_s + busMember(command) + u"\"/>"_s;
     return u"<interface name=\""_s + ownInterface + u"\">"_s + methods + u"</interface>"_s +
            uR"(<interface name="org.freedesktop.Application">
 <method name="Activate"><arg type="a{sv}" direction="in"/></method>
@@ -125,7 +135,7 @@ bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnec
     else if (onCommand(*command))
         connection.send(message.createReply());
     else
-        connection.send(message.createErrorReply(QDBusError::NotSupported, busMember(*command)));
+        connection.send(message.createErrorReply(QDBusError::NotSupported, message.member()));
     return true;
 }
 
@@ -133,7 +143,8 @@ namespace {
 
 QDBusMessage call(Invocation::Command command, const QDBusConnection &bus)
 {
-    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface, busMember(command));
+    auto message = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface,
+                                                  busMember(commandName(command).toString().toStdString()));
     message.setAutoStartService(false);
     return bus.call(message, QDBus::Block, remotePatience);
 }
