@@ -5,26 +5,22 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QVariantAnimation>
-
-#include <utility>
 
 namespace lucentra {
 
 namespace {
 
-constexpr int animationMilliseconds = 150;
+constexpr std::chrono::milliseconds animationTime{150};
 constexpr int outerMargin = 12;
 constexpr int bannerRadius = 10;
 
 } // namespace
 
-UndoBanner::UndoBanner(QWidget *parent)
-    : QFrame(parent)
-    , m_label(new QLabel(this))
+UndoBanner::UndoBanner()
+    : m_label(new QLabel(this))
     , m_button(new QPushButton(this))
     , m_opacity(new QGraphicsOpacityEffect(this))
-    , m_animation(new QVariantAnimation(this))
+    , m_progress(0, animationTime, QEasingCurve::OutQuad, [this] { progressChanged(); })
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(outerMargin + 14, 10 + outerMargin / 2, outerMargin + 10, 10 + outerMargin);
@@ -35,21 +31,19 @@ UndoBanner::UndoBanner(QWidget *parent)
     m_label->setFont(font);
     m_label->setTextFormat(Qt::PlainText);
     setGraphicsEffect(m_opacity);
-    m_animation->setDuration(animationMilliseconds);
-    m_animation->setEasingCurve(QEasingCurve::OutQuad);
-    connect(m_animation, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &value) { setProgress(value.toReal()); });
-    connect(m_animation, &QVariantAnimation::finished, this, [this] { setVisible(m_isShown); });
     connect(m_button, &QPushButton::clicked, this, [this] { onPressed(); });
-    hide();
+    progressChanged();
 }
 
 void UndoBanner::setMessage(const QString &message)
 {
-    if (!message.isEmpty())
+    const bool isShown = !message.isEmpty();
+    if (isShown) {
         m_label->setText(message);
-    if (std::exchange(m_isShown, !message.isEmpty()) != m_isShown)
-        animate(m_isShown);
+        show();
+    }
+    m_button->setEnabled(isShown);
+    m_progress.moveTo(isShown ? 1 : 0, true);
 }
 
 void UndoBanner::setButtonText(const QString &text)
@@ -62,24 +56,12 @@ QSize UndoBanner::sizeHint() const
     return layout()->sizeHint();
 }
 
-void UndoBanner::animate(bool shown)
+void UndoBanner::progressChanged()
 {
-    const qreal now = m_animation->currentValue().isValid() ? m_animation->currentValue().toReal() : 0;
-    m_animation->stop();
-    m_animation->setStartValue(now);
-    m_animation->setEndValue(shown ? 1.0 : 0.0);
-    m_button->setEnabled(shown);
-    setProgress(now);
-    show();
-    m_animation->start();
-}
-
-/// From 0 (hidden) to 1 (shown).
-void UndoBanner::setProgress(qreal progress)
-{
-    setFixedHeight(qRound(sizeHint().height() * progress));
-    m_opacity->setOpacity(progress);
-    m_opacity->setEnabled(progress < 1);
+    setFixedHeight(qRound(sizeHint().height() * m_progress.value()));
+    m_opacity->setOpacity(m_progress.value());
+    m_opacity->setEnabled(m_progress.value() < 1);
+    setVisible(m_progress.value() > 0);
 }
 
 void UndoBanner::paintEvent(QPaintEvent *)

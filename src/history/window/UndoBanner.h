@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Callback.h"
+#include "Transition.h"
 
 #include <QFrame>
 
 class QGraphicsOpacityEffect;
 class QLabel;
 class QPushButton;
-class QVariantAnimation;
 
 namespace lucentra {
 
@@ -17,7 +17,7 @@ class UndoBanner : public QFrame
     Q_OBJECT
 
 public:
-    explicit UndoBanner(QWidget *parent = nullptr);
+    UndoBanner();
 
     Callback<> onPressed;
 
@@ -31,14 +31,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void animate(bool shown);
-    void setProgress(qreal progress);
+    void progressChanged();
 
     QLabel *m_label;
     QPushButton *m_button;
     QGraphicsOpacityEffect *m_opacity;
-    QVariantAnimation *m_animation;
-    bool m_isShown = false;
+    Transition m_progress; ///< from 0 (hidden) to 1 (shown)
 };
 
 } // namespace lucentra

@@ -20,7 +20,7 @@ constexpr double foregroundOpacity = 0.85;
 constexpr double pressedScale = 0.94;
 constexpr double pressedGround = 0.18;
 constexpr double hoveredGround = 0.10;
-constexpr int pressMilliseconds = 80;
+constexpr std::chrono::milliseconds pressTime{80};
 constexpr QPointF signCentre(9, -8);
 constexpr double signRadius = 3.5;
 
@@ -38,19 +38,14 @@ QFont labelFont(const QString &text, QFont font)
 
 CapsuleButton::CapsuleButton(QWidget *parent)
     : QAbstractButton(parent)
+    , m_pressure(0, pressTime, QEasingCurve::OutSine, [this] { update(); })
 {
     setFixedSize(side, side);
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
-    m_press.setDuration(pressMilliseconds);
-    m_press.setEasingCurve(QEasingCurve::OutSine);
-    connect(&m_press, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        m_pressure = value.toDouble();
-        update();
-    });
-    connect(this, &QAbstractButton::pressed, this, [this] { animatePress(true); });
-    connect(this, &QAbstractButton::released, this, [this] { animatePress(false); });
+    connect(this, &QAbstractButton::pressed, this, [this] { m_pressure.moveTo(1, !m_reduceMotion); });
+    connect(this, &QAbstractButton::released, this, [this] { m_pressure.moveTo(0, !m_reduceMotion); });
     m_change.setStartValue(0.0);
     m_change.setEndValue(1.0);
     connect(&m_change, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
@@ -72,19 +67,6 @@ void CapsuleButton::setSymbol(const QString &symbol, const SymbolChange &change)
     if (!m_reduceMotion && isVisible() && m_opacity > 0)
         m_change.start();
     update();
-}
-
-void CapsuleButton::animatePress(bool down)
-{
-    m_press.stop();
-    m_press.setStartValue(m_pressure);
-    m_press.setEndValue(down ? 1.0 : 0.0);
-    if (m_reduceMotion) {
-        m_pressure = down;
-        update();
-    } else {
-        m_press.start();
-    }
 }
 
 void CapsuleButton::describe(const QString &label, const QString &toolTip)
@@ -136,15 +118,15 @@ void CapsuleButton::paintEvent(QPaintEvent *)
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_pressure > 0 || m_presence < 1);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_pressure.value() > 0 || m_presence < 1);
     const QRectF whole = rect();
     painter.translate(whole.center());
-    const double pressScale = 1 - (1 - pressedScale) * m_pressure;
+    const double pressScale = 1 - (1 - pressedScale) * m_pressure.value();
     painter.scale(pressScale, pressScale);
     painter.setOpacity(m_opacity);
     painter.setPen(hasFocus() ? QPen(QColor(255, 255, 255, 210), 1.5) : QPen(Qt::NoPen));
     const double resting = underMouse() ? hoveredGround : 0;
-    painter.setBrush(QColor::fromRgbF(1, 1, 1, float(resting + (pressedGround - resting) * m_pressure)));
+    painter.setBrush(QColor::fromRgbF(1, 1, 1, float(resting + (pressedGround - resting) * m_pressure.value())));
     painter.drawEllipse(QPointF(), side / 2.0 - 1.5, side / 2.0 - 1.5);
     if (m_presence < 1)
         paintContent(painter, m_previousSymbol, 1 - m_presence);

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Transition.h"
+
 #include <QAbstractButton>
-#include <QVariantAnimation>
 
 #include <chrono>
 
@@ -41,7 +42,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void animatePress(bool down);
     void paintContent(QPainter &painter, const QString &symbol, double presence) const;
 
     QString m_symbol;
@@ -50,9 +50,8 @@ private:
     double m_opacity = 1;
     bool m_reduceMotion = false;
     double m_smallestScale = 1; ///< of symbols that come and go
-    double m_pressure = 0;      ///< 0 untouched, 1 pressed
     double m_presence = 1;      ///< of the symbol; the rest is the previous one's
-    QVariantAnimation m_press;
+    Transition m_pressure;      ///< 0 untouched, 1 pressed
     QVariantAnimation m_change;
 };
 

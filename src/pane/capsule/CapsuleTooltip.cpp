@@ -35,17 +35,12 @@ const QColor bubbleColor = QColor::fromRgbF(0, 0, 0, 0.75F);
 
 CapsuleTooltip::CapsuleTooltip(QWidget *parent)
     : PassThroughContainerView(parent)
+    , m_presence(0, springTime(response), springCurve(), [this] { presenceChanged(); })
 {
     QFont medium = font();
     medium.setPixelSize(fontPixels);
     medium.setWeight(QFont::Medium);
     setFont(medium);
-    m_motion.setDuration(int(springTime(response).count()));
-    m_motion.setEasingCurve(springCurve());
-    connect(&m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        if (isVisibleStep(m_presence, value.toDouble(), m_motion.endValue().toDouble()))
-            setPresence(value.toDouble());
-    });
     hide();
 }
 
@@ -63,8 +58,7 @@ void CapsuleTooltip::showText(const QString &text, const QRect &capsule)
     renderPicture();
     show();
     raise();
-    if (m_motion.state() != QAbstractAnimation::Running || m_motion.endValue() != 1.0)
-        moveTowards(1);
+    m_presence.moveTo(1, !m_reduceMotion);
 }
 
 void CapsuleTooltip::hideText()
@@ -72,25 +66,12 @@ void CapsuleTooltip::hideText()
     if (m_text.isEmpty())
         return;
     m_text.clear();
-    moveTowards(0);
+    m_presence.moveTo(0, !m_reduceMotion);
 }
 
-void CapsuleTooltip::moveTowards(double presence)
+void CapsuleTooltip::presenceChanged()
 {
-    m_motion.stop();
-    if (m_reduceMotion) {
-        setPresence(presence);
-        return;
-    }
-    m_motion.setStartValue(m_presence);
-    m_motion.setEndValue(presence);
-    m_motion.start();
-}
-
-void CapsuleTooltip::setPresence(double presence)
-{
-    m_presence = presence;
-    if (presence <= 0 && m_text.isEmpty())
+    if (m_presence.value() <= 0 && m_text.isEmpty())
         hide();
     update();
 }
@@ -113,10 +94,10 @@ void CapsuleTooltip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.setOpacity(m_presence);
+    painter.setOpacity(m_presence.value());
     const QPointF center = QRectF(rect()).center();
-    const double scale = smallestScale + (1 - smallestScale) * m_presence;
-    painter.translate(center.x(), center.y() - descent * (1 - m_presence));
+    const double scale = smallestScale + (1 - smallestScale) * m_presence.value();
+    painter.translate(center.x(), center.y() - descent * (1 - m_presence.value()));
     painter.scale(scale, scale);
     painter.drawImage(-center, m_picture);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "PassThroughContainerView.h"
+#include "Transition.h"
 
 #include <QImage>
-#include <QVariantAnimation>
 
 namespace lucentra {
 
@@ -25,16 +25,14 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void moveTowards(double presence);
-    void setPresence(double presence);
+    void presenceChanged();
     void renderPicture();
 
     QString m_text;
     QRect m_capsule;
     QImage m_picture; ///< of the text; kept while it fades out
     bool m_reduceMotion = false;
-    double m_presence = 0;
-    QVariantAnimation m_motion;
+    Transition m_presence;
 };
 
 } // namespace lucentra

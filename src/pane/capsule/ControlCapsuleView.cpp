@@ -83,7 +83,9 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     : QWidget(parent)
     , m_localization(localization)
     , m_glass(glass)
+    , m_opacity(0, springTime(fadeResponse), springCurve(), [this] { opacityChanged(); })
     , m_progress(new ProgressIndicator(this))
+    , m_progressPresence(0, progressTime, QEasingCurve::OutSine, [this] { progressChanged(); })
     , m_tooltip(new CapsuleTooltip(parent))
 {
     setFixedSize(int(rowWidth(1)), capsuleHeight);
@@ -98,20 +100,10 @@ ControlCapsuleView::ControlCapsuleView(const LocalizationManager &localization, 
     m_settings->setSymbol(u"gearshape"_s);
     makeMenu();
 
-    m_fade.setDuration(int(springTime(fadeResponse).count()));
-    m_fade.setEasingCurve(springCurve());
-    connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        if (isVisibleStep(m_opacity, value.toDouble(), m_fade.endValue().toDouble()))
-            setOpacity(value.toDouble());
-    });
-    m_progressFade.setDuration(int(std::chrono::milliseconds(progressTime).count()));
-    m_progressFade.setEasingCurve(QEasingCurve::OutSine);
-    connect(&m_progressFade, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &value) { setProgressPresence(value.toDouble()); });
     localization.observeLanguage(this, [this] { render(); });
-    setProgressPresence(0);
+    progressChanged();
     render();
-    setOpacity(0);
+    opacityChanged();
 }
 
 CapsuleButton *ControlCapsuleView::addButton(std::function<void()> callback)
@@ -182,25 +174,14 @@ void ControlCapsuleView::renderAction()
 
 void ControlCapsuleView::updateProgress()
 {
-    const double target = m_state.isProcessing ? 1 : 0;
     m_progress->setTurning(m_state.isProcessing && !m_reduceMotion);
-    if (m_progressFade.state() == QAbstractAnimation::Running && m_progressFade.endValue() == target && !m_reduceMotion)
-        return;
-    m_progressFade.stop();
-    if (m_reduceMotion || !isVisible() || m_opacity <= 0 || m_progressPresence == target) {
-        setProgressPresence(target);
-        return;
-    }
-    m_progressFade.setStartValue(m_progressPresence);
-    m_progressFade.setEndValue(target);
-    m_progressFade.start();
+    m_progressPresence.moveTo(m_state.isProcessing ? 1 : 0, !m_reduceMotion && isVisible() && m_opacity.value() > 0);
 }
 
-void ControlCapsuleView::setProgressPresence(double presence)
+void ControlCapsuleView::progressChanged()
 {
-    m_progressPresence = presence;
-    m_progress->setVisible(presence > 0);
-    m_progress->setPresence(presence);
+    m_progress->setVisible(m_progressPresence.value() > 0);
+    m_progress->setPresence(m_progressPresence.value());
     update();
 }
 
@@ -242,23 +223,13 @@ void ControlCapsuleView::updateVisibility()
     const QWidget *focus = QApplication::focusWidget();
     const bool isShown = m_state.isHovering || m_state.isProcessing || !m_state.liveTrouble.isEmpty() ||
                          m_menu->isVisible() || (focus && isAncestorOf(focus));
-    const double target = isShown ? 1 : 0;
-    if (m_fade.state() == QAbstractAnimation::Running && m_fade.endValue() == target && !m_reduceMotion)
-        return;
-    m_fade.stop();
-    if (m_reduceMotion || !isVisible() || m_opacity == target) {
-        setOpacity(target);
-        return;
-    }
-    m_fade.setStartValue(m_opacity);
-    m_fade.setEndValue(target);
-    m_fade.start();
+    m_opacity.moveTo(isShown ? 1 : 0, !m_reduceMotion && isVisible());
 }
 
-void ControlCapsuleView::setOpacity(double opacity)
+void ControlCapsuleView::opacityChanged()
 {
-    const bool appears = m_opacity <= 0 && opacity > 0;
-    m_opacity = opacity;
+    const double opacity = m_opacity.value();
+    const bool appears = testAttribute(Qt::WA_TransparentForMouseEvents) && opacity > 0;
     for (CapsuleButton *button : std::as_const(m_buttons))
         button->setOpacity(opacity);
     m_progress->setOpacity(opacity);
@@ -340,13 +311,14 @@ void ControlCapsuleView::keyPressEvent(QKeyEvent *event)
 
 void ControlCapsuleView::paintEvent(QPaintEvent *)
 {
-    const GroundKey key{m_glass.surfaceVersion(), m_glass.size(), pos(), m_progressPresence, devicePixelRatioF()};
+    const GroundKey key{m_glass.surfaceVersion(), m_glass.size(), pos(), m_progressPresence.value(),
+                        devicePixelRatioF()};
     if (key != m_groundKey) {
         m_groundKey = key;
         renderGround();
     }
     QPainter painter(this);
-    painter.setOpacity(m_opacity);
+    painter.setOpacity(m_opacity.value());
     painter.drawPixmap(0, 0, m_ground);
 }
 
@@ -358,7 +330,7 @@ void ControlCapsuleView::renderGround()
     QPainter painter(&m_ground);
     painter.setRenderHint(QPainter::Antialiasing);
     QRectF row = rect();
-    row.setLeft(row.right() - rowWidth(std::min(1.0, groundLead * m_progressPresence)));
+    row.setLeft(row.right() - rowWidth(std::min(1.0, groundLead * m_progressPresence.value())));
     const double radius = row.height() / 2;
     m_glass.paintSurface(painter, row, radius, *this);
     painter.setBrush(QColor::fromRgbF(0, 0, 0, 0.15F));

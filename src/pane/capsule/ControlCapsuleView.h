@@ -2,11 +2,11 @@
 
 #include "Callback.h"
 #include "PassPane.h"
+#include "Transition.h"
 
 #include <QList>
 #include <QPixmap>
 #include <QString>
-#include <QVariantAnimation>
 #include <QWidget>
 
 #include <functional>
@@ -65,7 +65,7 @@ public:
     void setReduceMotion(bool reduceMotion);
     /// Whether the window system blends translucent windows. If so, the menu has rounded corners.
     void setComposited(bool composited);
-    double opacity() const { return m_opacity; }
+    double opacity() const { return m_opacity.value(); }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -93,11 +93,11 @@ private:
     void render();
     void renderAction();
     void updateProgress();
-    void setProgressPresence(double presence);
+    void progressChanged();
     void renderGround();
     void updateVisibility();
     void updateTooltip();
-    void setOpacity(double opacity);
+    void opacityChanged();
     void findPointer();
 
     const LocalizationManager &m_localization;
@@ -105,12 +105,10 @@ private:
     ControlCapsuleState m_state;
     bool m_reduceMotion = false;
     bool m_isComposited = true;
-    double m_opacity = 0;
-    QVariantAnimation m_fade;
+    Transition m_opacity;
     ProgressIndicator *m_progress;
-    double m_progressPresence = 0; ///< from 0 (absent) to 1
-    QVariantAnimation m_progressFade;
-    CapsuleButton *m_action; ///< translates, or copies in input mode
+    Transition m_progressPresence; ///< from 0 (absent) to 1
+    CapsuleButton *m_action;       ///< translates, or copies in input mode
     bool m_offersCopy = false;
     QPixmap m_ground; ///< kept, since every frame of the border's glow paints it
     GroundKey m_groundKey;

@@ -2,12 +2,10 @@
 
 #include "PaneShape.h"
 
-#include <QEasingCurve>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTransform>
 
-#include <algorithm>
 #include <utility>
 
 namespace lucentra {
@@ -20,18 +18,15 @@ const QColor surfaceGrey(66, 70, 79, 168);
 /// Around the glass's picture, in its pixels: at their edge pictures that are repeated blend with the other side.
 constexpr int glassMargin = 2;
 
+constexpr std::chrono::milliseconds opacityTime{250};
+
 } // namespace
 
 GlassBackdropView::GlassBackdropView(QWidget *parent)
     : QWidget(parent)
+    , m_opacity(1, opacityTime, QEasingCurve::InOutSine, [this] { makeStale(); })
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_opacityAnimation.setDuration(opacityMilliseconds);
-    m_opacityAnimation.setEasingCurve(QEasingCurve::InOutSine);
-    connect(&m_opacityAnimation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        m_opacity = value.toDouble();
-        makeStale();
-    });
 }
 
 void GlassBackdropView::setContent(const QImage &content)
@@ -71,15 +66,7 @@ void GlassBackdropView::setCalmAreas(const QList<CalmArea> &areas)
 
 void GlassBackdropView::setOpacity(double opacity, bool animated)
 {
-    m_opacityAnimation.stop();
-    if (animated && isVisible() && opacity != m_opacity) {
-        m_opacityAnimation.setStartValue(m_opacity);
-        m_opacityAnimation.setEndValue(opacity);
-        m_opacityAnimation.start();
-        return;
-    }
-    m_opacity = opacity;
-    makeStale();
+    m_opacity.moveTo(opacity, animated && isVisible());
 }
 
 void GlassBackdropView::setOpaque(bool opaque)
@@ -148,19 +135,19 @@ void GlassBackdropView::renderGlass()
     painter.scale(softScale, softScale);
     constexpr double margin = glassMargin / softScale;
     paintGlass(painter, m_isOpaque ? FrostedBackdrop(m_frosted.tone()) : m_frosted,
-               QRectF(rect()).adjusted(-margin, -margin, margin, margin), m_isOpaque ? 1 : m_opacity);
+               QRectF(rect()).adjusted(-margin, -margin, margin, margin), m_isOpaque ? 1 : m_opacity.value());
     if (!m_isOpaque && hasContent() && !m_calmAreas.isEmpty())
         calm(painter);
 }
 
 void GlassBackdropView::calm(QPainter &painter)
 {
-    const bool joined = areCalmAreasSeen(m_opacity);
+    const bool joined = areCalmAreasSeen(m_opacity.value());
     if (m_calmMask.isNull() || m_isMaskJoined != joined) {
         m_calmMask = calmMask(size(), m_calmAreas, joined);
         m_isMaskJoined = joined;
     }
-    paintCalmGlass(painter, m_frosted, rect(), m_calmMask, calmBounds(m_calmAreas), m_opacity);
+    paintCalmGlass(painter, m_frosted, rect(), m_calmMask, calmBounds(m_calmAreas), m_opacity.value());
 }
 
 void GlassBackdropView::paintContent(QPainter &painter)

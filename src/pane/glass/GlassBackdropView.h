@@ -2,10 +2,10 @@
 
 #include "CalmGlass.h"
 #include "FrostedBackdrop.h"
+#include "Transition.h"
 
 #include <QImage>
 #include <QList>
-#include <QVariantAnimation>
 #include <QWidget>
 
 namespace lucentra {
@@ -14,8 +14,6 @@ namespace lucentra {
 class GlassBackdropView : public QWidget
 {
 public:
-    static constexpr int opacityMilliseconds = 250;
-
     explicit GlassBackdropView(QWidget *parent = nullptr);
 
     /// The picture beneath the pane, of the pane's size in device pixels. If it is null, the glass is its tint alone.
@@ -51,8 +49,7 @@ private:
     QImage m_content;
     FrostedBackdrop m_frosted;
     FrostedBackdrop m_dark; ///< of surfaces on the glass
-    QVariantAnimation m_opacityAnimation;
-    double m_opacity = 1;
+    Transition m_opacity;
     bool m_isOpaque = false;
     int m_surfaceVersion = 0;
     bool m_isComposited = true;

@@ -44,6 +44,10 @@ QString onTwoLines(const QString &text)
 HintLabel::HintLabel(const QString &text, QWidget *parent)
     : PassThroughHostingView(
           text, [this](QPainter &painter) { paintText(painter); }, parent)
+    , m_opacity(1, {}, QEasingCurve::Linear, [this] {
+        update();
+        onOpacityChanged();
+    })
 {
     QFont hintFont = font();
     hintFont.setPixelSize(fontPixels);
@@ -53,17 +57,10 @@ HintLabel::HintLabel(const QString &text, QWidget *parent)
 
 void HintLabel::fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type easing)
 {
-    m_fade.setStartValue(m_opacity);
-    m_fade.setEndValue(0.0);
-    m_fade.setDuration(int(duration.count()));
-    m_fade.setEasingCurve(easing);
-    connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        m_opacity = value.toDouble();
-        update();
-        onOpacityChanged();
-    });
-    connect(&m_fade, &QVariantAnimation::finished, this, &QObject::deleteLater);
-    m_fade.start();
+    m_opacity.setDuration(int(duration.count()));
+    m_opacity.setEasingCurve(easing);
+    connect(&m_opacity, &QVariantAnimation::finished, this, &QObject::deleteLater);
+    m_opacity.moveTo(0, true);
 }
 
 void HintLabel::paintText(QPainter &painter)
@@ -77,7 +74,7 @@ void HintLabel::paintText(QPainter &painter)
             onPicture.drawText(shown.rect.translated(-place.topLeft()), textFlags, shown.text);
         });
     }
-    painter.setOpacity(m_opacity);
+    painter.setOpacity(m_opacity.value());
     if (isOverText && isOverText()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);

@@ -2,11 +2,11 @@
 
 #include "Callback.h"
 #include "PassThroughHostingView.h"
+#include "Transition.h"
 
 #include <QEasingCurve>
 #include <QFont>
 #include <QImage>
-#include <QVariantAnimation>
 
 #include <chrono>
 #include <functional>
@@ -23,7 +23,7 @@ public:
 
     /// Fades out and is then deleted.
     void fadeOut(std::chrono::milliseconds duration, QEasingCurve::Type easing);
-    double opacity() const { return m_opacity; }
+    double opacity() const { return m_opacity.value(); }
     /// Called for each step of the fade.
     Callback<> onOpacityChanged;
     /// Whether it needs a dark ground. Called for each painting.
@@ -44,9 +44,8 @@ private:
     Setting setting() const;
     Setting settingIn(const QFont &font) const;
 
-    double m_opacity = 1;
     QImage m_picture; ///< the text with its shadow, for the current size and scale
-    QVariantAnimation m_fade;
+    Transition m_opacity;
 };
 
 } // namespace lucentra
