@@ -74,7 +74,7 @@ void ProgramWindows::openSettings()
     if (!m_settingsWindow)
         m_settingsWindow = std::make_unique<SettingsWindowController>(settingsServices());
     m_settingsWindow->showWindow();
-    m_program.windowHints.activate(*m_settingsWindow->window().windowHandle());
+    m_program.windowHints.activate(*m_settingsWindow->windowHandle());
 }
 
 void ProgramWindows::openModels()

@@ -5,7 +5,6 @@
 #include "UncoveredPlace.h"
 
 #include <QEvent>
-#include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
 
@@ -25,37 +24,38 @@ constexpr QSize formSize(520, 440);
 SettingsWindowController::SettingsWindowController(SettingsServices services)
     : m_services(std::move(services))
     , m_keys(m_services.settings, m_services.keychain, m_services.mainQueue)
-    , m_window(std::make_unique<QMainWindow>())
 {
-    m_window->setObjectName(u"settings"_s);
-    m_window->setWindowIcon(m_services.applicationIcon);
-    m_window->setContextMenuPolicy(Qt::NoContextMenu);
-    m_window->installEventFilter(this);
-    m_services.fillMenuBar(*m_window->menuBar());
+    setObjectName(u"settings"_s);
+    setWindowIcon(m_services.applicationIcon);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    m_services.fillMenuBar(*menuBar());
     refreshTitle();
 }
 
 SettingsWindowController::~SettingsWindowController()
 {
-    m_window->removeEventFilter(this);
+    delete m_view; // while there are the services that it uses
 }
 
 void SettingsWindowController::refreshTitle()
 {
-    m_window->setWindowTitle(m_services.texts.localized(u"Lucentra｜澄鏡通 設定"_s));
+    setWindowTitle(m_services.texts.localized(u"Lucentra｜澄鏡通 設定"_s));
 }
 
 void SettingsWindowController::showWindow()
 {
-    if (!m_view)
-        makeView();
-    if (!m_hasPlace)
+    if (!m_view) {
+        m_view = new SettingsView(m_services, m_keys);
+        m_view->setCurrentIndex(m_tab);
+        setCentralWidget(m_view);
+    }
+    if (!std::exchange(m_hasPlace, true))
         placeAtFirst();
-    if (m_window->isMinimized())
-        m_window->showNormal();
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    if (isMinimized())
+        showNormal();
+    show();
+    raise();
+    activateWindow();
 }
 
 void SettingsWindowController::showModels()
@@ -63,21 +63,12 @@ void SettingsWindowController::showModels()
     m_view->showModels();
 }
 
-void SettingsWindowController::makeView()
-{
-    m_view = new SettingsView(m_services, m_keys);
-    m_view->setCurrentIndex(m_tab);
-    m_window->setCentralWidget(m_view);
-}
-
 void SettingsWindowController::placeAtFirst()
 {
-    m_hasPlace = true;
-    const QRect screen = m_window->screen()->availableGeometry();
-    const QSize size =
-        formSize.expandedTo(m_view->minimumSizeHint()) + QSize(0, m_window->menuBar()->sizeHint().height());
-    m_window->resize(size.boundedTo(screen.size()));
-    m_window->move(uncoveredPlace(m_window->size(), screen, m_services.paneFrame()));
+    const QRect available = screen()->availableGeometry();
+    const QSize size = formSize.expandedTo(m_view->minimumSizeHint()) + QSize(0, menuBar()->sizeHint().height());
+    resize(size.boundedTo(available.size()));
+    move(uncoveredPlace(this->size(), available, m_services.paneFrame()));
 }
 
 void SettingsWindowController::forgetView()
@@ -87,25 +78,20 @@ void SettingsWindowController::forgetView()
     m_tab = m_view->currentIndex();
     m_view->deleteLater();
     m_view = nullptr;
-    m_window->takeCentralWidget();
+    takeCentralWidget();
 }
 
-bool SettingsWindowController::eventFilter(QObject *watched, QEvent *event)
+bool SettingsWindowController::event(QEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::Close:
+    if (event->type() == QEvent::Close) {
         QMetaObject::invokeMethod(
             this, [this] { forgetView(); }, Qt::QueuedConnection);
-        break;
-    case QEvent::WindowActivate:
+    } else if (event->type() == QEvent::WindowActivate) {
         if (m_view)
             m_view->refresh();
         m_keys.retryFailed();
-        break;
-    default:
-        break;
     }
-    return QObject::eventFilter(watched, event);
+    return QMainWindow::event(event);
 }
 
 } // namespace lucentra

@@ -3,11 +3,8 @@
 #include "APIKeys.h"
 #include "SettingsServices.h"
 
+#include <QMainWindow>
 #include <QPointer>
-
-#include <memory>
-
-class QMainWindow;
 
 namespace lucentra {
 
@@ -15,7 +12,7 @@ class SettingsView;
 
 /// The settings window. Closing it hides it and destroys its form, and with that the keys that the form showed. Showing
 /// it makes a new form from the stored values.
-class SettingsWindowController : public QObject
+class SettingsWindowController : public QMainWindow
 {
 public:
     explicit SettingsWindowController(SettingsServices services);
@@ -28,19 +25,15 @@ public:
     /// Updates the window's title after a change of the interface language; the form updates itself.
     void refreshTitle();
 
-    QMainWindow &window() { return *m_window; }
-
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
-    void makeView();
     void forgetView();
     void placeAtFirst();
 
     const SettingsServices m_services;
     APIKeys m_keys;
-    std::unique_ptr<QMainWindow> m_window;
     QPointer<SettingsView> m_view; ///< belongs to the window; null while that is closed
     int m_tab = 0;
     bool m_hasPlace = false;
