@@ -38,9 +38,12 @@ void HotkeyManager::registerHotkeys()
 {
     unregisterHotkeys();
     m_isRegistered = true;
-    m_toggleRegistration = registerToggleHotkey();
-    m_translateRegistration = registerTranslateHotkey();
-    m_liveRegistration = registerLiveHotkey();
+    registerToggleHotkey();
+    if (const int refusal = add(HotkeyAction::TranslateArea, virtualKey::returnKey, hotkeyModifier::option))
+        m_diagnostics(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(refusal));
+    if (hasLiveHotkey())
+        add(HotkeyAction::SwitchLive, quint32(m_settings.read(settings::liveHotkeyCode)),
+            hotkeyModifiersOfFlags(quint64(m_settings.read(settings::liveHotkeyModifiers))));
     m_hotkeys.setPressedHandler([this](HotkeyAction action) { handlePressed(action); });
     tellStoredCombination();
     // A filter that is installed again moves to the front; there is still only one.
@@ -56,45 +59,34 @@ void HotkeyManager::tellStoredCombination() const
 void HotkeyManager::unregisterHotkeys()
 {
     m_hotkeys.setPressedHandler({});
-    m_toggleRegistration.reset();
-    m_translateRegistration.reset();
-    m_liveRegistration.reset();
+    m_registrations.clear();
     m_isRegistered = false;
 }
 
-std::unique_ptr<HotkeyReference> HotkeyManager::registerToggleHotkey()
+/// Returns why the system has refused it, or 0.
+int HotkeyManager::add(HotkeyAction action, quint32 keyCode, quint32 modifiers)
+{
+    auto reference = m_hotkeys.registerHotkey(action, keyCode, modifiers);
+    if (!reference)
+        return reference.error();
+    m_registrations[action] = std::move(*reference);
+    return 0;
+}
+
+void HotkeyManager::registerToggleHotkey()
 {
     const auto keyCode = quint32(m_settings.read(settings::hotkeyCode));
     const quint32 modifiers = hotkeyModifiersOfFlags(quint64(m_settings.read(settings::hotkeyModifiers)));
-    auto reference = m_hotkeys.registerHotkey(HotkeyAction::TogglePane, keyCode, modifiers);
-    if (!reference) {
-        m_diagnostics(u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus="_s + QString::number(reference.error()));
-        return {};
-    }
-    m_diagnostics(u"  ✅ Carbon 熱鍵已註冊 keyCode="_s + QString::number(keyCode) + u" carbonMods="_s +
-                  QString::number(modifiers));
-    return std::move(*reference);
+    if (const int refusal = add(HotkeyAction::TogglePane, keyCode, modifiers))
+        m_diagnostics(u"  ⚠ Carbon RegisterEventHotKey 失敗，OSStatus="_s + QString::number(refusal));
+    else
+        m_diagnostics(u"  ✅ Carbon 熱鍵已註冊 keyCode="_s + QString::number(keyCode) + u" carbonMods="_s +
+                      QString::number(modifiers));
 }
 
-std::unique_ptr<HotkeyReference> HotkeyManager::registerTranslateHotkey()
+bool HotkeyManager::hasLiveHotkey() const
 {
-    auto reference =
-        m_hotkeys.registerHotkey(HotkeyAction::TranslateArea, virtualKey::returnKey, hotkeyModifier::option);
-    if (!reference) {
-        m_diagnostics(u"  ⚠ ⌥Return 全域翻譯快捷鍵註冊失敗，OSStatus="_s + QString::number(reference.error()));
-        return {};
-    }
-    return std::move(*reference);
-}
-
-std::unique_ptr<HotkeyReference> HotkeyManager::registerLiveHotkey()
-{
-    if (!m_hotkeys.areKeysChosenHere() || m_settings.read(settings::liveHotkeyString).isEmpty())
-        return {};
-    auto reference =
-        m_hotkeys.registerHotkey(HotkeyAction::SwitchLive, quint32(m_settings.read(settings::liveHotkeyCode)),
-                                 hotkeyModifiersOfFlags(quint64(m_settings.read(settings::liveHotkeyModifiers))));
-    return reference ? std::move(*reference) : nullptr;
+    return m_hotkeys.areKeysChosenHere() && !m_settings.read(settings::liveHotkeyString).isEmpty();
 }
 
 void HotkeyManager::setRecording(bool isRecording)
@@ -107,10 +99,8 @@ void HotkeyManager::setRecording(bool isRecording)
 
 bool HotkeyManager::isRefused(HotkeyAction action) const
 {
-    if (action != HotkeyAction::SwitchLive)
-        return m_isRegistered && !m_toggleRegistration;
-    return m_isRegistered && !m_liveRegistration && m_hotkeys.areKeysChosenHere() &&
-           !m_settings.read(settings::liveHotkeyString).isEmpty();
+    return m_isRegistered && !m_registrations.contains(action) &&
+           (action != HotkeyAction::SwitchLive || hasLiveHotkey());
 }
 
 void HotkeyManager::handlePressed(HotkeyAction action)

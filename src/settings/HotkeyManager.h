@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <map>
 #include <memory>
 
 namespace lucentra {
@@ -54,9 +55,9 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    std::unique_ptr<HotkeyReference> registerToggleHotkey();
-    std::unique_ptr<HotkeyReference> registerTranslateHotkey();
-    std::unique_ptr<HotkeyReference> registerLiveHotkey();
+    int add(HotkeyAction action, quint32 keyCode, quint32 modifiers);
+    void registerToggleHotkey();
+    bool hasLiveHotkey() const;
     void handlePressed(HotkeyAction action);
 
     const SettingsStore &m_settings;
@@ -64,9 +65,7 @@ private:
     MainQueue &m_mainQueue;
     const std::function<bool()> m_isPaneKeyWindow;
     const DiagnosticLine m_diagnostics;
-    std::unique_ptr<HotkeyReference> m_toggleRegistration;    ///< null if it was refused
-    std::unique_ptr<HotkeyReference> m_translateRegistration; ///< null if it was refused
-    std::unique_ptr<HotkeyReference> m_liveRegistration;      ///< null if there is none, or it was refused
+    std::map<HotkeyAction, std::unique_ptr<HotkeyReference>> m_registrations; ///< those that weren't refused
     bool m_isRegistered = false;
 };
 

@@ -50,11 +50,6 @@ Result<std::optional<QString>> KeychainStore::read(const QString &account) const
     return value;
 }
 
-QHash<QString, QString> KeychainStore::readAllStrings() const
-{
-    return readAll().value_or(QHash<QString, QString>());
-}
-
 Result<QHash<QString, QString>> KeychainStore::readAll() const
 {
     const auto secrets = m_storage.lookupAll(m_service);

@@ -30,7 +30,6 @@ public:
 
     /// All values of the service by account. The diagnostic line of a failed search contains the service in place of
     /// the account. A value that isn't UTF-8 is logged and left out.
-    QHash<QString, QString> readAllStrings() const;
     Result<QHash<QString, QString>> readAll() const;
 
     /// Returns whether the keychain now contains exactly this value or, for an empty one, no item of the account.

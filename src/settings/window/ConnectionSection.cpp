@@ -5,7 +5,6 @@
 #include "SettingsForm.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -17,8 +16,8 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 ConnectionSection::ConnectionSection(SettingsForm &form, std::function<bool()> canTest,
-                                     std::function<void(std::function<void()>)> beforeTest, QWidget *parent)
-    : FormSection(form, u"可用性檢查"_s, parent)
+                                     std::function<void(std::function<void()>)> beforeTest)
+    : FormSection(form, u"可用性檢查"_s)
     , m_canTest(std::move(canTest))
     , m_beforeTest(std::move(beforeTest))
     , m_button(new QPushButton)
@@ -82,20 +81,14 @@ void ConnectionSection::start()
 
 void ConnectionSection::finish(const Result<QString> &outcome)
 {
-    m_isTestingConnection = false;
     const LocalizationManager &texts = form().services().texts;
-    showOutcome(outcome ? texts.formatted(u"連線成功：%@"_s, *outcome)
-                        : texts.formatted(u"連線失敗：%@"_s, outcome.error().description),
-                outcome.has_value());
-    refresh();
-}
-
-void ConnectionSection::showOutcome(const QString &line, bool isGood)
-{
-    m_isGood = isGood;
-    m_result->setText(line);
-    setTone(*m_result, isGood ? Tone::Good : Tone::Bad);
+    m_isTestingConnection = false;
+    m_isGood = outcome.has_value();
+    m_result->setText(m_isGood ? texts.formatted(u"連線成功：%@"_s, *outcome)
+                               : texts.formatted(u"連線失敗：%@"_s, outcome.error().description));
+    setTone(*m_result, m_isGood ? Tone::Good : Tone::Bad);
     m_result->parentWidget()->show();
+    refresh();
 }
 
 } // namespace lucentra

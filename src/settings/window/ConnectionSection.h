@@ -17,7 +17,7 @@ public:
     /// `canTest` returns whether the form has all that a test needs. `beforeTest` calls its argument after all typed
     /// keys are stored.
     ConnectionSection(SettingsForm &form, std::function<bool()> canTest,
-                      std::function<void(std::function<void()> then)> beforeTest, QWidget *parent = nullptr);
+                      std::function<void(std::function<void()> then)> beforeTest);
 
     /// Updates whether a test is possible.
     void refresh();
@@ -27,7 +27,6 @@ public:
 private:
     void start();
     void finish(const Result<QString> &outcome);
-    void showOutcome(const QString &line, bool isGood);
 
     const std::function<bool()> m_canTest;
     const std::function<void(std::function<void()>)> m_beforeTest;

@@ -41,9 +41,8 @@ QString shownKey(const QKeyEvent &event, quint32 keyCode)
 
 } // namespace
 
-HotkeyButton::HotkeyButton(const LocalizationManager &texts, Scheduler &scheduler, QWidget *parent)
-    : QPushButton(parent)
-    , m_texts(texts)
+HotkeyButton::HotkeyButton(const LocalizationManager &texts, Scheduler &scheduler)
+    : m_texts(texts)
     , m_scheduler(scheduler)
 {
     setAutoDefault(false);
@@ -75,7 +74,8 @@ void HotkeyButton::startRecording()
         return;
     setFocus();
     setText(recordingPrompt());
-    setRecording(true);
+    m_isRecording = true;
+    onRecordingChanged(true);
 }
 
 void HotkeyButton::finishRecording(const std::optional<QString> &title)
@@ -88,12 +88,6 @@ void HotkeyButton::finishRecording(const std::optional<QString> &title)
         return;
     clearFocus();
     onRecordingChanged(false);
-}
-
-void HotkeyButton::setRecording(bool recording)
-{
-    m_isRecording = recording;
-    onRecordingChanged(recording);
 }
 
 bool HotkeyButton::handleRecordingKey(const QKeyEvent &event)

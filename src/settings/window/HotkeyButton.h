@@ -21,7 +21,7 @@ public:
     /// takes the focus for a moment.
     static constexpr std::chrono::milliseconds focusPatience{500};
 
-    HotkeyButton(const LocalizationManager &texts, Scheduler &scheduler, QWidget *parent = nullptr);
+    HotkeyButton(const LocalizationManager &texts, Scheduler &scheduler);
 
     /// Gets the modifier flags, the virtual key code (VirtualKeys.h) and the displayed combination.
     Callback<quint32, quint32, const QString &> onHotkeyChanged;
@@ -47,7 +47,6 @@ private:
     QString recordingPrompt() const;
     void startRecording();
     bool handleRecordingKey(const QKeyEvent &event);
-    void setRecording(bool recording);
 
     const LocalizationManager &m_texts;
     Scheduler &m_scheduler;

@@ -134,7 +134,7 @@ private:
         TestTexts texts;
         ManualScheduler scheduler;
         QWidget window;
-        HotkeyButton button{texts.manager, scheduler, &window};
+        HotkeyButton button{texts.manager, scheduler};
         QPushButton other{&window};
         quint32 flags = 0;
         quint32 code = 0;
