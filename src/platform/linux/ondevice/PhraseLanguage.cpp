@@ -1,5 +1,8 @@
 #include "PhraseLanguage.h"
 
+#include <QLocale>
+#include <QStringList>
+
 #include <algorithm>
 
 namespace lucentra {
@@ -11,24 +14,6 @@ std::optional<int> find(Matches matches)
 {
     const auto found = std::find_if(phraseLanguages.begin(), phraseLanguages.end(), matches);
     return found == phraseLanguages.end() ? std::nullopt : std::optional(int(found - phraseLanguages.begin()));
-}
-
-/// The usual name of a locale that has several.
-QStringView usualLocale(QStringView locale)
-{
-    if (const qsizetype encoding = locale.indexOf(u'.'); encoding >= 0)
-        locale = locale.first(encoding);
-    if (locale == u"zh_Hant" || locale == u"zh-TW" || locale == u"zh_Hant_TW" || locale == u"zh-Hant")
-        return u"zh_TW";
-    if (locale == u"zh_Hans" || locale == u"zh-CN" || locale == u"zh_Hans_CN" || locale == u"zh-Hans" ||
-        locale == u"zh")
-        return u"zh_CN";
-    if (locale == u"pt" || locale == u"pt-BR")
-        return u"pt_BR";
-    if (locale == u"ja_JP" || locale == u"ko_KR" || locale == u"de_DE" || locale == u"fr_FR" || locale == u"es_ES" ||
-        locale == u"it_IT" || locale == u"nl_NL" || locale == u"pl_PL" || locale == u"ru_RU")
-        return locale.first(2);
-    return locale;
 }
 
 } // namespace
@@ -44,7 +29,15 @@ std::optional<int> phraseLanguage(QStringView code)
 
 std::optional<int> phraseLanguageOfLocale(QStringView locale)
 {
-    return find([usual = usualLocale(locale)](const Language &language) { return usual == language.locale; });
+    // The toolkit completes names: "de_DE" for "de", "zh_TW" for "zh-Hant".
+    static const QStringList names = [] {
+        QStringList all;
+        for (const Language &language : phraseLanguages)
+            all.append(QLocale(QString(language.locale)).name());
+        return all;
+    }();
+    const qsizetype number = names.indexOf(QLocale(locale).name());
+    return number < 0 ? std::nullopt : std::optional(int(number));
 }
 
 bool isEnglish(QStringView code)

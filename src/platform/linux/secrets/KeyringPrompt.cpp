@@ -102,14 +102,14 @@ KeyringPrompt::KeyringPrompt(Clock clock)
 
 KeyringPrompt::~KeyringPrompt() = default;
 
-void KeyringPrompt::ask(GDBusConnection *bus, const KeyringRequest &request, GCancellable *cancel)
+void KeyringPrompt::ask(GDBusConnection *bus, const QByteArrayList &locked, GCancellable *cancel)
 {
     const QByteArray owner = ownerOfService(bus, cancel);
     if (owner.isEmpty() || !mayAsk(owner))
         return;
     const VariantPointer answer =
-        request.locked.isEmpty() ? requestDefaultKeyring(bus, cancel) : requestUnlock(bus, request.locked, cancel);
-    const char *answerType = request.locked.isEmpty() ? "(oo)" : "(aoo)";
+        locked.isEmpty() ? requestDefaultKeyring(bus, cancel) : requestUnlock(bus, locked, cancel);
+    const char *answerType = locked.isEmpty() ? "(oo)" : "(aoo)";
     if (!answer || !g_variant_is_of_type(answer.get(), G_VARIANT_TYPE(answerType)))
         return;
     const char *prompt = nullptr;

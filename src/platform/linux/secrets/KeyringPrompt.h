@@ -1,7 +1,5 @@
 #pragma once
 
-#include "GObjectPointer.h"
-
 #include <QByteArray>
 #include <QByteArrayList>
 
@@ -10,12 +8,6 @@
 #include <memory>
 
 namespace lucentra {
-
-/// What to ask the user for.
-struct KeyringRequest
-{
-    QByteArrayList locked; ///< object paths of keyrings and items to unlock; empty: create the default keyring
-};
 
 /// Makes the Secret Service ask the user to unlock a keyring, or to create the first one, without waiting for the user.
 ///
@@ -29,9 +21,10 @@ public:
     explicit KeyringPrompt(Clock clock);
     ~KeyringPrompt();
 
-    /// Starts the prompt; takes about a second at most. Errors are ignored, since the caller's own failure says what is
-    /// missing.
-    void ask(GDBusConnection *bus, const KeyringRequest &request, GCancellable *cancel);
+    /// Starts the prompt; takes about a second at most. `locked` are object paths of the keyrings and items to unlock;
+    /// if there are none, the default keyring is to be created. Errors are ignored, since the caller's own failure says
+    /// what is missing.
+    void ask(GDBusConnection *bus, const QByteArrayList &locked, GCancellable *cancel);
 
     /// To be called when the bus has ended, and with it the prompt.
     void forget();

@@ -142,8 +142,6 @@ SecretServiceClient::SecretServiceClient(KeyringPrompt::Clock clock)
 {
 }
 
-SecretServiceClient::~SecretServiceClient() = default;
-
 Result<QHash<QString, QByteArray>>
 SecretServiceClient::search(const QString &service, const std::optional<QString> &account, GCancellable *cancel)
 {
@@ -296,7 +294,7 @@ Result<void> SecretServiceClient::checkDefaultKeyring(bool mustExist, GCancellab
 
 Failure SecretServiceClient::needUser(SecretStorageProblem problem, const QByteArrayList &lockedPaths)
 {
-    m_request = KeyringRequest{lockedPaths};
+    m_request = lockedPaths;
     return secretServiceFailure(problem);
 }
 

@@ -26,7 +26,6 @@ class SecretServiceClient
 {
 public:
     explicit SecretServiceClient(KeyringPrompt::Clock clock);
-    ~SecretServiceClient();
 
     /// The secrets of a service by account, or only that of the given account. If an account has two items, the newer
     /// one counts. Fails if any of the items is locked.
@@ -53,7 +52,7 @@ private:
     Failure needUser(SecretStorageProblem problem, const QByteArrayList &lockedPaths);
 
     KeyringPrompt m_prompt;
-    std::optional<KeyringRequest> m_request;
+    std::optional<QByteArrayList> m_request; ///< what is to be unlocked; see `KeyringPrompt::ask`
     GObjectPointer<GDBusConnection> m_bus;
     GObjectPointer<SecretService> m_service;
     QByteArray m_owner; ///< unique bus name of the service that the session is with
