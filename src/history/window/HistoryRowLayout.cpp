@@ -99,26 +99,17 @@ void HistoryRowLayout::placeShowAll(bool isExpanded, const LocalizationManager &
     const QString title = texts.localized(isExpanded ? u"收合"_s : u"顯示全部"_s);
     const qreal width = QFontMetricsF(linkFont()).horizontalAdvance(title) + 2 * buttonInset;
     m_buttons.append({.action = RowAction::ShowAll,
-                      .rect = {padding - buttonInset, m_buttonsTop - spacing / 2, width, buttonHeight},
                       .title = title,
-                      .help = title});
+                      .rect = {padding - buttonInset, m_buttonsTop - spacing / 2, width, buttonHeight}});
 }
 
 void HistoryRowLayout::placeButtons(const LocalizationManager &texts)
 {
     m_buttons = {
-        {RowAction::Star, {}, {}, {}, texts.localized(m_isStarred ? u"取消收藏"_s : u"收藏"_s)},
-        {RowAction::CopyOriginal,
-         {},
-         texts.localized(u"複製原文"_s),
-         texts.localized(u"已複製原文"_s),
-         texts.localized(u"複製原文"_s)},
-        {RowAction::CopyTranslation,
-         {},
-         texts.localized(u"複製翻譯"_s),
-         texts.localized(u"已複製翻譯"_s),
-         texts.localized(u"複製翻譯"_s)},
-        {RowAction::Delete, {}, texts.localized(u"刪除"_s), {}, texts.localized(u"刪除此筆翻譯"_s)},
+        {.action = RowAction::Star, .help = texts.localized(m_isStarred ? u"取消收藏"_s : u"收藏"_s)},
+        {RowAction::CopyOriginal, texts.localized(u"複製原文"_s), texts.localized(u"已複製原文"_s)},
+        {RowAction::CopyTranslation, texts.localized(u"複製翻譯"_s), texts.localized(u"已複製翻譯"_s)},
+        {RowAction::Delete, texts.localized(u"刪除"_s), {}, texts.localized(u"刪除此筆翻譯"_s)},
     };
     const QFontMetricsF metrics(smallFont());
     qreal x = padding - buttonInset;
@@ -145,7 +136,7 @@ QString HistoryRowLayout::help(RowAction action) const
 {
     for (const Button &button : m_buttons) {
         if (button.action == action)
-            return button.help;
+            return button.help.isEmpty() ? button.title : button.help;
     }
     return {};
 }

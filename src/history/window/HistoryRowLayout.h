@@ -51,10 +51,10 @@ private:
     struct Button
     {
         RowAction action;
-        QRectF rect;
         QString title;     ///< empty if there is only a symbol
         QString doneTitle; ///< for a while after the action
-        QString help;
+        QString help;      ///< empty if the title says it
+        QRectF rect;
     };
 
     void placeButtons(const LocalizationManager &texts);
