@@ -2,6 +2,8 @@
 
 #include "MainQueue.h"
 
+#include <QPointer>
+
 #include <utility>
 
 namespace lucentra {
@@ -11,11 +13,8 @@ ManualInputViewModel::ManualInputViewModel(Scheduler &scheduler, MainQueue &main
     : m_scheduler(scheduler)
     , m_mainQueue(mainQueue)
     , m_copy(std::move(copy))
-    , m_self(std::make_shared<ManualInputViewModel *>(this))
 {
 }
-
-ManualInputViewModel::~ManualInputViewModel() = default;
 
 void ManualInputViewModel::setInputText(const QString &text)
 {
@@ -27,16 +26,12 @@ void ManualInputViewModel::setInputText(const QString &text)
         m_translationTask = m_scheduler.after(typingPause, [this] { translateNow(); });
     } else {
         ++m_requestGeneration;
-        m_mainQueue.post([weak = std::weak_ptr(m_self), generation = m_requestGeneration] {
-            const auto self = weak.lock();
-            if (!self)
-                return;
-            ManualInputViewModel &model = **self;
-            model.m_translatedText.clear();
-            model.m_note.clear();
-            if (generation == model.m_requestGeneration) // otherwise there is a newer request
-                model.m_isTranslating = false;
-            Q_EMIT model.changed();
+        m_mainQueue.post(this, [this, generation = m_requestGeneration] {
+            m_translatedText.clear();
+            m_note.clear();
+            if (generation == m_requestGeneration) // otherwise there is a newer request
+                m_isTranslating = false;
+            Q_EMIT changed();
         });
     }
     Q_EMIT changed();
@@ -53,12 +48,9 @@ void ManualInputViewModel::translateNow()
     Q_EMIT changed();
     if (!onTranslate)
         return;
-    onTranslate(text, [&queue = m_mainQueue, weak = std::weak_ptr(m_self), generation,
+    onTranslate(text, [this, &queue = m_mainQueue, self = QPointer<QObject>(this), generation,
                        text](const TextTranslation &translation) {
-        queue.post([weak, generation, text, translation] {
-            if (const auto self = weak.lock())
-                (*self)->accept(generation, text, translation);
-        });
+        queue.post(self, [this, generation, text, translation] { accept(generation, text, translation); });
     });
 }
 

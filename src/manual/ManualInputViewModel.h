@@ -31,7 +31,6 @@ public:
 
     /// `copy` puts a text on the pasteboard.
     ManualInputViewModel(Scheduler &scheduler, MainQueue &mainQueue, std::function<void(const QString &)> copy);
-    ~ManualInputViewModel() override;
 
     /// Translates a text. May complete on any thread, even before it returns.
     std::function<void(const QString &, Completion)> onTranslate;
@@ -68,8 +67,6 @@ private:
     std::unique_ptr<ScheduledTask> m_translationTask;
     std::unique_ptr<ScheduledTask> m_copiedResetTask;
     qint64 m_requestGeneration = 0; ///< incremented per request, and when the current one is cancelled
-    std::shared_ptr<ManualInputViewModel *>
-        m_self; ///< held weakly by pending completions; read on the main thread only
 };
 
 } // namespace lucentra

@@ -6,13 +6,6 @@
 
 namespace lucentra {
 
-MainQueue::MainQueue(QObject *parent)
-    : QObject(parent)
-{
-}
-
-MainQueue::~MainQueue() = default;
-
 void MainQueue::post(std::function<void()> task)
 {
     {

@@ -16,9 +16,6 @@ namespace lucentra {
 class MainQueue : public QObject
 {
 public:
-    explicit MainQueue(QObject *parent = nullptr);
-    ~MainQueue() override;
-
     /// Appends a task. Any thread. Tasks that still wait when the queue is destroyed are dropped.
     void post(std::function<void()> task);
     /// The same, unless the context is destroyed before the task's turn.

@@ -84,7 +84,6 @@ TranslationManager::TranslationManager(SettingsStore &settings, const KeychainSt
     , m_clients(std::move(clients))
     , m_sinks(std::move(sinks))
     , m_lastText(std::make_shared<std::atomic<qint64>>(0))
-    , m_self(std::make_shared<TranslationManager *>(this))
 {
     m_workers.setMaxThreadCount(mostRequests);
 }
@@ -302,11 +301,10 @@ void TranslationManager::translateText(const QString &text, std::function<void(T
         return finishText(text, answerTo(request.engine, tl::unexpected(*refused)), completion);
     if (containsHanCharacters(text))
         request.target = u"en-US"_s;
-    m_workers.start([this, weak = std::weak_ptr(m_self), request, isWanted, completion = std::move(completion)] {
-        m_mainQueue.post([weak, completion, text = request.texts.first(),
-                          answer = answerTo(request.engine, outcomeOf(request, isWanted))] {
-            if (const auto self = weak.lock())
-                (*self)->finishText(text, answer, completion);
+    m_workers.start([this, alive = QPointer<QObject>(&m_alive), request, isWanted, completion = std::move(completion)] {
+        m_mainQueue.post(alive, [this, completion, text = request.texts.first(),
+                                 answer = answerTo(request.engine, outcomeOf(request, isWanted))] {
+            finishText(text, answer, completion);
         });
     });
 }

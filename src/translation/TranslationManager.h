@@ -7,6 +7,7 @@
 #include "TranslationEngine.h"
 #include "Translations.h"
 
+#include <QObject>
 #include <QThreadPool>
 
 #include <atomic>
@@ -25,8 +26,8 @@ class SettingsStore;
 ///
 /// Has no state: each call reads engine, consent, models and target language from the stores, fails at once if the
 /// consent is missing, and otherwise runs one client, after reading the engine's own key from the keychain. If the
-/// keychain can't be read, the call fails, since without the key the text might go to another service. Calls may overlap
-/// and don't wait for one another. The consent is checked again before each request.
+/// keychain can't be read, the call fails, since without the key the text might go to another service. Calls may
+/// overlap and don't wait for one another. The consent is checked again before each request.
 class TranslationManager
 {
 public:
@@ -101,8 +102,8 @@ private:
     const Sinks m_sinks;
     TranslationCache m_cache;
     const std::shared_ptr<std::atomic<qint64>> m_lastText; ///< number of the newest typed text
-    std::shared_ptr<TranslationManager *> m_self; ///< held weakly by pending completions; used on the main thread only
-    QThreadPool m_workers;                        ///< last member: its destructor waits for running tasks
+    QObject m_alive;                                       ///< context of pending completions
+    QThreadPool m_workers;                                 ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

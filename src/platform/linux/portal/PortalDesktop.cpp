@@ -11,7 +11,6 @@ namespace lucentra {
 PortalScreenStream::PortalScreenStream(PortalScreenCapture &capture, MainQueue &mainQueue)
     : m_capture(capture)
     , m_mainQueue(mainQueue)
-    , m_self(std::make_shared<PortalScreenStream *>(this))
 {
 }
 
@@ -22,11 +21,11 @@ void PortalScreenStream::follow(const ScreenRect &area, std::function<void(const
     m_frame = std::move(frame);
     if (std::exchange(m_area, area) == area)
         return;
-    m_capture.alsoTake(area, [weak = std::weak_ptr(m_self), area, &queue = m_mainQueue](const QImage &picture) {
-        queue.post([weak, area, picture] {
-            const auto self = weak.lock();
-            if (self && (*self)->m_area == area && (*self)->m_frame)
-                (*self)->m_frame({picture, picture.rect()});
+    m_capture.alsoTake(area, [this, alive = QPointer<QObject>(&m_alive), area,
+                              &queue = m_mainQueue](const QImage &picture) {
+        queue.post(alive, [this, area, picture] {
+            if (m_area == area && m_frame)
+                m_frame({picture, picture.rect()});
         });
     });
     if (!area.isEmpty())

@@ -23,7 +23,7 @@ private:
     MainQueue &m_mainQueue;
     ScreenRect m_area;
     std::function<void(const ScreenFrame &)> m_frame;
-    std::shared_ptr<PortalScreenStream *> m_self; ///< held weakly by pictures under way
+    QObject m_alive; ///< context of what is posted
 };
 
 /// The pane as an X11 window on a compositor of Wayland. It follows the pointer by itself when it is dragged: during a

@@ -61,7 +61,6 @@ X11ScreenStream::X11ScreenStream(Source source, MainQueue &mainQueue, Scheduler 
     : m_source(std::move(source))
     , m_mainQueue(mainQueue)
     , m_scheduler(scheduler)
-    , m_self(std::make_shared<X11ScreenStream *>(this))
 {
     m_worker.setMaxThreadCount(1);
 }
@@ -93,19 +92,16 @@ void X11ScreenStream::renew()
     const QRectF display = m_source.displayAt(m_area.center());
     const ScreenRect visible(display.intersects(m_area) ? display & m_area : m_area);
     // The worker ends before the stream does.
-    m_worker.start([this, weak = std::weak_ptr(m_self), area = m_area, visible,
+    m_worker.start([this, alive = QPointer<QObject>(&m_alive), area = m_area, visible,
                     damage = std::exchange(m_damage, QRect())] {
         const QImage picture = completed(m_source.capture(visible), visible, area);
         const QRect changed =
             damage == everything ? picture.rect() : changedPart(m_latest, picture, damage);
         m_latest = picture;
-        m_mainQueue.post([weak, frame = ScreenFrame{picture, changed}] {
-            const auto self = weak.lock();
-            if (!self)
-                return;
-            if (!(*self)->m_area.isEmpty() && (frame.picture.isNull() || !frame.damage.isEmpty()))
-                (*self)->m_frame(frame);
-            (*self)->rest();
+        m_mainQueue.post(alive, [this, frame = ScreenFrame{picture, changed}] {
+            if (!m_area.isEmpty() && (frame.picture.isNull() || !frame.damage.isEmpty()))
+                m_frame(frame);
+            rest();
         });
     });
 }

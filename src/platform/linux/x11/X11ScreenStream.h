@@ -3,6 +3,7 @@
 #include "ScreenStream.h"
 #include "Scheduler.h"
 
+#include <QObject>
 #include <QThreadPool>
 
 #include <functional>
@@ -49,9 +50,9 @@ private:
     bool m_isBusy = false;  ///< a picture is being taken, or the interval after it isn't over
     bool m_isStale = false; ///< another picture is needed after that
     std::unique_ptr<ScheduledTask> m_rest;
-    QImage m_latest;        ///< the last picture taken; used on the worker only
-    std::shared_ptr<X11ScreenStream *> m_self; ///< held weakly by pictures under way
-    QThreadPool m_worker;                      ///< last member: its destructor waits for a running capture
+    QImage m_latest;      ///< the last picture taken; used on the worker only
+    QObject m_alive;      ///< context of what is posted
+    QThreadPool m_worker; ///< last member: its destructor waits for a running capture
 };
 
 } // namespace lucentra
