@@ -70,8 +70,6 @@ MainMenu::MainMenu(const LocalizationManager &texts, const ShellActions &actions
     fillStatusMenu();
 }
 
-MainMenu::~MainMenu() = default;
-
 QAction *MainMenu::add(QMenu &menu, const QString &key, const QKeySequence &shortcut, std::function<void()> act)
 {
     auto *action = new QAction(this);

@@ -21,7 +21,6 @@ class MainMenu : public QObject
 {
 public:
     MainMenu(const LocalizationManager &texts, const ShellActions &actions);
-    ~MainMenu() override;
 
     /// Gives every item its title in the interface language.
     void build();

@@ -8,7 +8,6 @@
 #include "SettingsStore.h"
 #include "TranslationManager.h"
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>

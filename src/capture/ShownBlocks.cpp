@@ -3,7 +3,6 @@
 #include "PictureChange.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 using namespace std::chrono_literals;

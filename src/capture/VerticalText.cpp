@@ -4,7 +4,6 @@
 #include "TextRecognition.h"
 
 #include <algorithm>
-#include <cmath>
 #include <vector>
 
 using namespace Qt::StringLiterals;

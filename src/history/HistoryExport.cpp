@@ -1,6 +1,5 @@
 #include "HistoryExport.h"
 
-#include "HistoryFile.h"
 #include "HistoryManager.h"
 #include "PrivateFile.h"
 

@@ -33,10 +33,8 @@ QString HistoryManager::userFilePath()
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Lucentra/history.json"_s;
 }
 
-HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue, DiagnosticLine diagnostics,
-                               QObject *parent)
-    : QObject(parent)
-    , m_mainQueue(mainQueue)
+HistoryManager::HistoryManager(const QString &filePath, MainQueue &mainQueue, DiagnosticLine diagnostics)
+    : m_mainQueue(mainQueue)
     , m_diagnostics(std::move(diagnostics))
     , m_writer(filePath, m_diagnostics,
                [this, self = QPointer<QObject>(this)] { m_mainQueue.post(self, [this] { adoptMerged(); }); })

@@ -43,8 +43,7 @@ public:
     /// list is assigned through the main queue. If the file can't be read, the history is empty and a line is logged;
     /// if it is too large, its first entries are read. In both cases the file is renamed before a new one is written.
     /// `diagnostics` may also be called on the writer's thread.
-    HistoryManager(const QString &filePath, MainQueue &mainQueue, DiagnosticLine diagnostics,
-                   QObject *parent = nullptr);
+    HistoryManager(const QString &filePath, MainQueue &mainQueue, DiagnosticLine diagnostics);
     ~HistoryManager() override;
 
     const QList<HistoryItem> &history() const { return m_history; }

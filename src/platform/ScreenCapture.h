@@ -5,7 +5,6 @@
 
 #include <QImage>
 #include <QList>
-#include <QRectF>
 #include <QStringView>
 
 #include <optional>

@@ -3,7 +3,6 @@
 #include "Json.h"
 #include "TranslationError.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <cmath>

@@ -75,8 +75,6 @@ DesktopProxies::DesktopProxies(Lookup lookup)
 {
 }
 
-DesktopProxies::~DesktopProxies() = default;
-
 ProxyAddress DesktopProxies::proxyFor(const QUrl &url, Clock::time_point deadline)
 {
     if (isLoopback(url.host()))

@@ -32,7 +32,6 @@ public:
 
     /// Uses the given look-up, or the desktop's if it is unset.
     explicit DesktopProxies(Lookup lookup);
-    ~DesktopProxies();
 
     /// The proxy for a URL; only scheme, host and port matter. Throws `TransportError`: `timedOut` if there is no
     /// answer before the deadline, `cancelled` after `cancel`.

@@ -3,7 +3,6 @@
 #include "Callback.h"
 #include "TranslationModels.h"
 
-#include <QPointer>
 #include <QThreadPool>
 
 #include <atomic>

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -26,10 +25,8 @@ constexpr qsizetype lookStep = 16;
 
 } // namespace
 
-HistoryListModel::HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
-                                   QObject *parent)
-    : QAbstractListModel(parent)
-    , m_manager(manager)
+HistoryListModel::HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler)
+    : m_manager(manager)
     , m_texts(texts)
     , m_scheduler(scheduler)
     , m_items(manager.history())

@@ -24,8 +24,7 @@ class HistoryListModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
-                     QObject *parent = nullptr);
+    HistoryListModel(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler);
 
     const HistorySearch &search() const { return m_search; }
     /// When it returns, the model contains the first matches unless they are far down.

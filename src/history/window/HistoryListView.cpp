@@ -21,9 +21,8 @@ constexpr int mostAttempts = 8;
 
 } // namespace
 
-HistoryListView::HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate, QWidget *parent)
-    : QListView(parent)
-    , m_model(model)
+HistoryListView::HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate)
+    : m_model(model)
     , m_delegate(delegate)
 {
     setModel(&model);

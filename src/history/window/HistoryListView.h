@@ -20,7 +20,7 @@ class HistoryListView : public QListView
     Q_OBJECT
 
 public:
-    HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate, QWidget *parent = nullptr);
+    HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate);
 
     /// Lays out all rows again after a change of texts or fonts.
     void relayout();

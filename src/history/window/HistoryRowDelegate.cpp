@@ -22,9 +22,8 @@ constexpr int cachedLayouts = 100; ///< more than are ever visible
 } // namespace
 
 HistoryRowDelegate::HistoryRowDelegate(const HistoryListModel &model, const LocalizationManager &texts,
-                                       Scheduler &scheduler, QObject *parent)
-    : QStyledItemDelegate(parent)
-    , m_model(model)
+                                       Scheduler &scheduler)
+    : m_model(model)
     , m_texts(texts)
     , m_scheduler(scheduler)
     , m_layouts(cachedLayouts)

@@ -24,8 +24,7 @@ class HistoryRowDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    HistoryRowDelegate(const HistoryListModel &model, const LocalizationManager &texts, Scheduler &scheduler,
-                       QObject *parent = nullptr);
+    HistoryRowDelegate(const HistoryListModel &model, const LocalizationManager &texts, Scheduler &scheduler);
 
     void setRowWidth(int width);
     /// The size of a row. Its height is an estimate unless `measure` was called.

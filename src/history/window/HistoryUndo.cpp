@@ -10,10 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-HistoryUndo::HistoryUndo(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
-                         QObject *parent)
-    : QObject(parent)
-    , m_manager(manager)
+HistoryUndo::HistoryUndo(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler)
+    : m_manager(manager)
     , m_texts(texts)
     , m_scheduler(scheduler)
 {

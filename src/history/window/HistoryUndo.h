@@ -21,8 +21,7 @@ class HistoryUndo : public QObject
     Q_OBJECT
 
 public:
-    HistoryUndo(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
-                QObject *parent = nullptr);
+    HistoryUndo(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler);
 
     void deleteItem(const QUuid &id);
     void clearUnstarred();

@@ -46,10 +46,8 @@ QFrame *makeDivider()
 
 } // namespace
 
-HistoryView::HistoryView(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
-                         QWidget *parent)
-    : QWidget(parent)
-    , m_manager(manager)
+HistoryView::HistoryView(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler)
+    : m_manager(manager)
     , m_texts(texts)
     , m_model(manager, texts, scheduler)
     , m_delegate(m_model, texts, scheduler)

@@ -29,8 +29,7 @@ class HistoryView : public QWidget
     Q_OBJECT
 
 public:
-    HistoryView(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler,
-                QWidget *parent = nullptr);
+    HistoryView(HistoryManager &manager, const LocalizationManager &texts, Scheduler &scheduler);
 
     /// Updates all texts after a change of the interface language.
     void retranslate();

@@ -30,8 +30,6 @@ OverlayActions::OverlayActions(QWidget &pane, OverlayView &overlays, const Local
     };
 }
 
-OverlayActions::~OverlayActions() = default;
-
 QAction *OverlayActions::add(const QString &textKey, std::function<void()> act)
 {
     auto *item = new QAction(m_texts.localized(textKey), m_items.get());

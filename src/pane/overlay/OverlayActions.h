@@ -18,7 +18,6 @@ namespace lucentra {
 
 class LocalizationManager;
 class OverlayView;
-struct TranslationOverlayCandidate;
 
 /// What the user does with the translations on the pane: copies them, finds them in the history, drags them out of the
 /// pane with Ctrl held, chooses one by the arrow keys, and reads those that are cut off as tool tips.
@@ -27,7 +26,6 @@ class OverlayActions : public QObject
 public:
     /// `pane` is the view that gets the pointer's events over the overlays.
     OverlayActions(QWidget &pane, OverlayView &overlays, const LocalizationManager &texts);
-    ~OverlayActions() override;
 
     // Either may be empty.
     Callback<> onCopied;

@@ -4,7 +4,6 @@
 #include <QPointF>
 #include <QString>
 #include <QTextLayout>
-#include <QTextOption>
 
 class QPainter;
 

@@ -83,9 +83,8 @@ void fadeWidget(QWidget &widget, double from, double to, std::chrono::millisecon
 
 } // namespace
 
-GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions, QWidget *parent)
-    : QWidget(parent)
-    , m_services(services)
+GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions)
+    : m_services(services)
     , m_displayOptions(displayOptions)
     , m_visualEffect(new GlassBackdropView(this))
     , m_neonBorderView(new NeonBorderView(services.settings, this))

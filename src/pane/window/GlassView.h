@@ -34,7 +34,7 @@ public:
         Scheduler &scheduler;
     };
 
-    GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions, QWidget *parent = nullptr);
+    GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions);
 
     ControlCapsuleView &capsule() { return *m_capsule; }
     PaneHints &hints() { return m_hints; }

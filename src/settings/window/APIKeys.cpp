@@ -20,8 +20,6 @@ APIKeys::APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQue
     m_worker.setMaxThreadCount(1);
 }
 
-APIKeys::~APIKeys() = default;
-
 void APIKeys::load(QObject *context, std::function<void(const StoredAPIKeys &)> loaded)
 {
     m_loadOnceMore = nullptr;

@@ -27,7 +27,6 @@ class APIKeys : public QObject
 {
 public:
     APIKeys(SettingsStore &settings, const KeychainStore &keychain, MainQueue &mainQueue);
-    ~APIKeys() override;
 
     /// Loads the keys of all accounts. A key that still waits to be saved replaces the stored one. If the keychain
     /// failed, `retryFailed` loads them again. `loaded` is not called after the context is destroyed.

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-EngineSection::EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent)
-    : FormSection(form, engineEntry(engine).formTitle.toString(), parent)
+EngineSection::EngineSection(SettingsForm &form, TranslationEngine engine)
+    : FormSection(form, engineEntry(engine).formTitle.toString())
     , m_engine(engine)
 {
     if (!engineEntry(engine).account.isEmpty())

@@ -15,7 +15,7 @@ class KeyField;
 class EngineSection : public FormSection
 {
 public:
-    EngineSection(SettingsForm &form, TranslationEngine engine, QWidget *parent = nullptr);
+    EngineSection(SettingsForm &form, TranslationEngine engine);
 
     /// The account of the engine's key; empty if the engine has none.
     QString account() const { return engineEntry(m_engine).account; }

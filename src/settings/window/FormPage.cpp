@@ -6,8 +6,7 @@
 
 namespace lucentra {
 
-FormPage::FormPage(QWidget *parent)
-    : QScrollArea(parent)
+FormPage::FormPage()
 {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);

@@ -12,7 +12,7 @@ class SettingsForm;
 class FormPage : public QScrollArea
 {
 public:
-    explicit FormPage(QWidget *parent = nullptr);
+    FormPage();
 
     void addSection(QWidget *section);
 

@@ -130,9 +130,9 @@ protected:
 
 } // namespace
 
-QLabel *makeSmallPrint(QWidget *parent)
+QLabel *makeSmallPrint()
 {
-    auto *label = new QLabel(parent);
+    auto *label = new QLabel;
     constexpr qreal smallPrint = 0.9;
     label->setFont(scaled(label->font(), smallPrint));
     label->setWordWrap(true);
@@ -170,9 +170,8 @@ void setTone(QLabel &label, Tone tone)
     label.setPalette(palette);
 }
 
-FormSection::FormSection(SettingsForm &form, const QString &titleKey, QWidget *parent)
-    : QWidget(parent)
-    , m_form(form)
+FormSection::FormSection(SettingsForm &form, const QString &titleKey)
+    : m_form(form)
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -55,7 +55,7 @@ public:
                     [&store, setting](const Shown &shown) { store.write(setting, shown.template value<Value>()); }};
     }
 
-    FormSection(SettingsForm &form, const QString &titleKey, QWidget *parent = nullptr);
+    FormSection(SettingsForm &form, const QString &titleKey);
 
     /// The first option is also shown for a stored value that matches none, since it is the one that applies.
     QComboBox *addPicker(const QString &labelKey, const QList<PickerOption> &options, Binding<QVariant> binding);
@@ -88,7 +88,7 @@ private:
 };
 
 /// Makes a label of small print with wrapped lines and selectable text.
-QLabel *makeSmallPrint(QWidget *parent = nullptr);
+QLabel *makeSmallPrint();
 
 /// Sets a field's text if it differs, so that the cursor keeps its place otherwise.
 void showText(QLineEdit &field, const QString &text);

@@ -27,9 +27,8 @@ struct StoredHotkey
     Setting<QString> text;
 };
 
-HotkeyTab::HotkeyTab(SettingsForm &form, QWidget *parent)
-    : FormPage(parent)
-    , m_form(form)
+HotkeyTab::HotkeyTab(SettingsForm &form)
+    : m_form(form)
 {
     auto *section = new FormSection(form, u"全域快捷鍵"_s);
     addRecorder(*section);

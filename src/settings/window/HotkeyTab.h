@@ -17,7 +17,7 @@ struct StoredHotkey;
 class HotkeyTab : public FormPage
 {
 public:
-    explicit HotkeyTab(SettingsForm &form, QWidget *parent = nullptr);
+    explicit HotkeyTab(SettingsForm &form);
 
 private:
     HotkeyButton *makeRecorder(const StoredHotkey &hotkey);

@@ -49,8 +49,7 @@ private:
 class SecretEdit : public QLineEdit
 {
 public:
-    explicit SecretEdit(QWidget *parent = nullptr)
-        : QLineEdit(parent)
+    SecretEdit()
     {
         setEchoMode(Password);
         setAcceptDrops(false); // a drop would change the field without the focus
@@ -203,9 +202,8 @@ void SecretFieldAccessibility::handle(QAccessibleEvent *event)
     }
 }
 
-KeyField::KeyField(SettingsForm &form, QWidget *parent)
-    : QWidget(parent)
-    , m_form(form)
+KeyField::KeyField(SettingsForm &form)
+    : m_form(form)
     , m_field(new SecretEdit)
     , m_show(new QToolButton)
 {

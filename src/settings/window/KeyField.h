@@ -15,7 +15,7 @@ class SettingsForm;
 class KeyField : public QWidget
 {
 public:
-    explicit KeyField(SettingsForm &form, QWidget *parent = nullptr);
+    explicit KeyField(SettingsForm &form);
 
     QString key() const;
     /// Fills in a stored key, unless something was typed already.

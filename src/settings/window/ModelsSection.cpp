@@ -57,8 +57,8 @@ QString routeTitle(const LanguagePair &wanted, qsizetype steps)
 
 } // namespace
 
-ModelsSection::ModelsSection(SettingsForm &form, QWidget *parent)
-    : FormSection(form, u"翻譯模型"_s, parent)
+ModelsSection::ModelsSection(SettingsForm &form)
+    : FormSection(form, u"翻譯模型"_s)
     , m_installation(form.services().modelInstallation)
     , m_source(new QComboBox)
     , m_download(makeButton())

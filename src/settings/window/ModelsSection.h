@@ -16,7 +16,7 @@ namespace lucentra {
 class ModelsSection : public FormSection
 {
 public:
-    explicit ModelsSection(SettingsForm &form, QWidget *parent = nullptr);
+    explicit ModelsSection(SettingsForm &form);
     ~ModelsSection() override;
 
     /// Reads the models again.

@@ -71,8 +71,8 @@ QString statusText(const QList<OnDeviceServiceStatus> &services, const Localizat
 
 } // namespace
 
-OnDeviceSection::OnDeviceSection(SettingsForm &form, QWidget *parent)
-    : FormSection(form, u"Apple 內建翻譯"_s, parent)
+OnDeviceSection::OnDeviceSection(SettingsForm &form)
+    : FormSection(form, u"Apple 內建翻譯"_s)
     , m_status(makeSmallPrint())
 {
     m_worker.setMaxThreadCount(1);

@@ -14,7 +14,7 @@ namespace lucentra {
 class OnDeviceSection : public FormSection
 {
 public:
-    explicit OnDeviceSection(SettingsForm &form, QWidget *parent = nullptr);
+    explicit OnDeviceSection(SettingsForm &form);
 
     /// Starts an update.
     void refresh();

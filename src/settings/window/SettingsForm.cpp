@@ -7,9 +7,8 @@
 
 namespace lucentra {
 
-SettingsForm::SettingsForm(const SettingsServices &services, QObject *parent)
-    : QObject(parent)
-    , m_services(services)
+SettingsForm::SettingsForm(const SettingsServices &services)
+    : m_services(services)
 {
     services.texts.observeLanguage(this, [this] { refreshTexts(); });
     connect(&services.settings, &SettingsStore::changed, this, [this] { refreshValues(); });

@@ -15,7 +15,7 @@ namespace lucentra {
 class SettingsForm : public QObject
 {
 public:
-    explicit SettingsForm(const SettingsServices &services, QObject *parent = nullptr);
+    explicit SettingsForm(const SettingsServices &services);
 
     const SettingsServices &services() const { return m_services; }
 

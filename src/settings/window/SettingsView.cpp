@@ -15,9 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
-SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys, QWidget *parent)
-    : QTabWidget(parent)
-    , m_form(services)
+SettingsView::SettingsView(const SettingsServices &services, APIKeys &keys)
+    : m_form(services)
     , m_translation(new TranslationTab(m_form, keys))
 {
     setDocumentMode(true);

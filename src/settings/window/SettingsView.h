@@ -13,7 +13,7 @@ class TranslationTab;
 class SettingsView : public QTabWidget
 {
 public:
-    SettingsView(const SettingsServices &services, APIKeys &keys, QWidget *parent = nullptr);
+    SettingsView(const SettingsServices &services, APIKeys &keys);
 
     /// Goes to the translation models, if the engine uses them.
     void showModels();

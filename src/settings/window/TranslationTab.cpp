@@ -80,9 +80,8 @@ FormSection *makeConsentSection(SettingsForm &form, TranslationEngine engine)
 
 } // namespace
 
-TranslationTab::TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent)
-    : FormPage(parent)
-    , m_form(form)
+TranslationTab::TranslationTab(SettingsForm &form, APIKeys &keys)
+    : m_form(form)
     , m_keys(keys)
 {
     addEngineAndLanguageSection();

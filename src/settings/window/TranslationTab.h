@@ -19,7 +19,7 @@ class OnDeviceSection;
 class TranslationTab : public FormPage
 {
 public:
-    TranslationTab(SettingsForm &form, APIKeys &keys, QWidget *parent = nullptr);
+    TranslationTab(SettingsForm &form, APIKeys &keys);
 
     /// Scrolls to the translation models.
     void showModels();

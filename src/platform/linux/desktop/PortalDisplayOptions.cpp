@@ -31,9 +31,8 @@ QString path(const QString &group, const QString &key)
 
 } // namespace
 
-PortalDisplayOptions::PortalDisplayOptions(const QDBusConnection &bus, QObject *parent)
-    : QObject(parent)
-    , m_bus(bus)
+PortalDisplayOptions::PortalDisplayOptions(const QDBusConnection &bus)
+    : m_bus(bus)
 {
     qRegisterMetaType<QDBusVariant>(); // or else the slot's type has no name yet, and isn't found
     setBus(bus);

@@ -21,7 +21,7 @@ class PortalDisplayOptions : public QObject, public AccessibilityDisplaySource
     Q_OBJECT
 public:
     /// Uses the given bus, normally the session bus.
-    explicit PortalDisplayOptions(const QDBusConnection &bus, QObject *parent = nullptr);
+    explicit PortalDisplayOptions(const QDBusConnection &bus);
     ~PortalDisplayOptions() override;
 
     /// Uses another bus from now on, after the previous one has ended.

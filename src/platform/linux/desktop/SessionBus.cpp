@@ -39,8 +39,6 @@ SessionBus::SessionBus(Scheduler &scheduler)
         registerWithPortal(m_connection);
 }
 
-SessionBus::~SessionBus() = default;
-
 void SessionBus::lost()
 {
     m_interval = firstRetryInterval;

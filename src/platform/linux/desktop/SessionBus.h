@@ -21,7 +21,6 @@ public:
 
     /// Connects to the bus that the environment names.
     explicit SessionBus(Scheduler &scheduler);
-    ~SessionBus() override;
 
     /// The current connection, which may not be connected. Invalid after `returned`.
     QDBusConnection connection() const { return m_connection; }

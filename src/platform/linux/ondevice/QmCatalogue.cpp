@@ -1,7 +1,6 @@
 #include "MessageCatalogue.h"
 
 #include <QDataStream>
-#include <QIODevice>
 
 namespace lucentra {
 

@@ -32,8 +32,6 @@ CompositorMoves::CompositorMoves()
     m_patience.callOnTimeout([this] { m_handler(false); });
 }
 
-CompositorMoves::~CompositorMoves() = default;
-
 void CompositorMoves::watch(const QWindow &window, std::function<void(bool)> handler)
 {
     m_window = xcb_window_t(window.winId());

@@ -18,7 +18,6 @@ class CompositorMoves : private QAbstractNativeEventFilter
 {
 public:
     CompositorMoves();
-    ~CompositorMoves() override;
 
     /// Calls the handler when such a move may begin (true), and when it has ended or none has come (false). The window
     /// must be created.

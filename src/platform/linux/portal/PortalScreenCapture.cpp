@@ -94,8 +94,6 @@ PortalScreenCapture::PortalScreenCapture(Pane pane, ScreenShareStore store,
 {
 }
 
-PortalScreenCapture::~PortalScreenCapture() = default;
-
 bool PortalScreenCapture::isGranted() const
 {
     const std::lock_guard lock(m_storeMutex);

@@ -12,9 +12,6 @@
 
 namespace lucentra {
 
-class PipeWireFrames;
-class ScreenCastPortal;
-
 /// What to say where the desktop shares no screens, with the command that installs it. `localized` looks up a text key.
 QString missingSharingText(const std::function<QString(const QString &)> &localized);
 
@@ -48,7 +45,6 @@ public:
 
     /// `localized` looks up a text key in the interface language.
     PortalScreenCapture(Pane pane, ScreenShareStore store, std::function<QString(const QString &)> localized);
-    ~PortalScreenCapture() override;
 
     /// Whether the user has allowed the capture of a monitor.
     bool isGranted() const override;

@@ -7,8 +7,6 @@
 
 #include <wayland-client.h>
 
-#include <utility>
-
 namespace lucentra {
 
 namespace {
@@ -56,8 +54,6 @@ LayerDesktop::LayerDesktop(SessionBus &bus, const std::function<QString(const QS
 {
     connect(&m_bus, &SessionBus::returned, this, [this] { m_displayOptions.setBus(m_bus.connection()); });
 }
-
-LayerDesktop::~LayerDesktop() = default;
 
 bool LayerDesktop::hasTray() const
 {

@@ -28,7 +28,6 @@ class LayerDesktop : public QObject, public Desktop
 public:
     /// `localized` looks up a text key in the interface language.
     LayerDesktop(SessionBus &bus, const std::function<QString(const QString &)> &localized);
-    ~LayerDesktop() override;
 
     ScreenCapture &capture() override { return m_capture; }
     ScreenStream &stream() override { return m_capture; }

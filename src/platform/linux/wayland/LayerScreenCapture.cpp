@@ -81,8 +81,6 @@ LayerScreenCapture::LayerScreenCapture(WaylandConnection &connection, LayerPaneH
         watch(screen);
 }
 
-LayerScreenCapture::~LayerScreenCapture() = default;
-
 void LayerScreenCapture::updateDisplays()
 {
     const std::lock_guard lock(m_displaysMutex);

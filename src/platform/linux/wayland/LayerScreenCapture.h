@@ -17,7 +17,6 @@ class LayerScreenCapture : public QObject, public ScreenCapture, public ScreenSt
 {
 public:
     LayerScreenCapture(WaylandConnection &connection, LayerPaneHints &pane);
-    ~LayerScreenCapture() override;
 
     bool isGranted() const override { return true; }
     Result<CaptureSurroundings> surroundings(quint32 paneWindow) override;

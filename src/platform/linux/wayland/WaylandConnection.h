@@ -12,7 +12,6 @@ struct wl_compositor;
 struct wl_display;
 struct wl_event_queue;
 struct wl_output;
-struct wl_proxy;
 struct wl_registry;
 struct wl_seat;
 struct wl_shm;

@@ -75,8 +75,6 @@ X11Composer::X11Composer(X11ResourceRange ours)
         prepareExtensions();
 }
 
-X11Composer::~X11Composer() = default;
-
 QStringList X11Composer::missingExtensions() const
 {
     xcb_connection_t *c = m_connection.get();

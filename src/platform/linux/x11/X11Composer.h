@@ -29,7 +29,6 @@ public:
 
     /// Connects to $DISPLAY. `ours` are the ids of this program's other connection, whose windows are left out.
     explicit X11Composer(X11ResourceRange ours);
-    ~X11Composer();
     X11Composer(const X11Composer &) = delete;
     X11Composer &operator=(const X11Composer &) = delete;
 

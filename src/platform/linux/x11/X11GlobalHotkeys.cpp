@@ -80,8 +80,6 @@ X11GlobalHotkeys::X11GlobalHotkeys(Scheduler &scheduler)
     m_connection.listen([this](const xcb_generic_event_t &event) { handle(event); }, [this] { updateModifierMasks(); });
 }
 
-X11GlobalHotkeys::~X11GlobalHotkeys() = default;
-
 X11GlobalHotkeys::ModifierMasks X11GlobalHotkeys::queryModifierMasks()
 {
     xcb_connection_t *c = m_connection.get();

@@ -28,7 +28,6 @@ public:
     static constexpr std::chrono::milliseconds releasePollInterval{50};
 
     explicit X11GlobalHotkeys(Scheduler &scheduler);
-    ~X11GlobalHotkeys() override;
 
     bool areKeysChosenHere() const override { return true; }
     tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction action, quint32 keyCode,

@@ -34,8 +34,6 @@ X11PaneWindowHints::X11PaneWindowHints()
         xcb_ewmh_init_atoms_replies(m_hints.get(), xcb_ewmh_init_atoms(m_connection.get(), m_hints.get()), nullptr);
 }
 
-X11PaneWindowHints::~X11PaneWindowHints() = default;
-
 void X11PaneWindowHints::changeState(const QWindow &window, bool isSet, xcb_atom_t first, xcb_atom_t second)
 {
     xcb_ewmh_request_change_wm_state(m_hints.get(), m_connection.screenNumber(), idOf(window),

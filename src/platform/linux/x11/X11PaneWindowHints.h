@@ -17,7 +17,6 @@ class X11PaneWindowHints : public PaneWindowHints, private QAbstractNativeEventF
 {
 public:
     X11PaneWindowHints();
-    ~X11PaneWindowHints() override;
 
     /// The window must be mapped: the window manager only handles these messages for windows that it manages.
     void apply(const QWindow &window, const PaneWindowPresence &presence) override;
