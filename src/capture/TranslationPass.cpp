@@ -12,6 +12,7 @@
 #include "WindowButtonMask.h"
 
 #include <QElapsedTimer>
+#include <QPointer>
 
 #include <utility>
 
@@ -60,14 +61,9 @@ struct TranslationPass::Reading
     QStringList sources;      ///< the new texts
     QStringList translations; ///< of the new texts
     QStringList notes;
-    QRegion preliminary;
-    QRegion cut;
-    QRegion running;
     PassTimings timings;
-    std::optional<std::chrono::milliseconds> again;
-    std::optional<std::chrono::milliseconds> requested;
     QElapsedTimer clock;
-    bool hasFailed = false;
+    LookReport report; ///< as far as a worker knows
 };
 
 /// What the pane shows if there is none.
@@ -95,7 +91,6 @@ TranslationPass::TranslationPass(const PassSource &source, PassView &view, PassS
     , m_texts(texts)
     , m_mainQueue(mainQueue)
     , m_scheduler(scheduler)
-    , m_self(std::make_shared<TranslationPass *>(this))
 {
     m_workers.setMaxThreadCount(mostPasses);
 }
@@ -160,11 +155,8 @@ void TranslationPass::look(const ScreenChange &change, std::function<void(const 
 void TranslationPass::start(const Request &request)
 {
     // The workers end before the pass does, so that they may refer to it.
-    m_workers.start([this, request, weak = std::weak_ptr(m_self)] {
-        m_mainQueue.post([weak, request, outcome = run(request)] {
-            if (const auto self = weak.lock())
-                (*self)->finish(request, outcome);
-        });
+    m_workers.start([this, request, alive = QPointer<QObject>(&m_alive)] {
+        m_mainQueue.post(alive, [this, request, outcome = run(request)] { finish(request, outcome); });
     });
 }
 
@@ -246,15 +238,15 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
             found =
                 m_steps.recognize(masked, part, request.change ? ReadingEffort::Hasty : ReadingEffort::Full, isWanted);
         if (found.areModelsMissed)
-            reading.preliminary |= part;
+            reading.report.preliminary |= part;
         areLinesLeftOut = areLinesLeftOut || found.areLinesLeftOut;
         return found.lines;
     };
     reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked, changed, read);
-    reading.memory.screen.preliminary |= reading.preliminary;
+    reading.memory.screen.preliminary |= reading.report.preliminary;
     if (request.change)
-        reading.running = takeRunningLines(reading.memory.screen.lines, request.formerLines(), masked.size(),
-                                           request.change->moving, request.change->running);
+        reading.report.running = takeRunningLines(reading.memory.screen.lines, request.formerLines(), masked.size(),
+                                                  request.change->moving, request.change->running);
     if (!finishStage(u"recognition"_s))
         return superseded; // nobody would see a translation, so no text leaves the computer for it
     if (reading.memory.screen.lines.isEmpty() && !request.change)
@@ -267,7 +259,7 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     finishStage(u"translation"_s);
     if (failure && !request.change)
         return tl::unexpected(*failure);
-    reading.hasFailed = failure.has_value();
+    reading.report.hasFailed = failure.has_value();
     if (failure)
         reading.notes.append(failure->message);
     if (areLinesLeftOut)
@@ -280,12 +272,13 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
 {
     const QSize size = reading.memory.screen.picture.size();
     const ScreenChange change = request.change.value_or(ScreenChange());
-    reading.cut = cutLines(reading.memory.screen.lines, request.formerLines(), size, change.written);
+    reading.report.cut = cutLines(reading.memory.screen.lines, request.formerLines(), size, change.written);
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
         composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
-        [&](const NormBox &box) { return covers(change.unsettled | reading.cut, pixelsOf(box, size)); }, change.time);
-    reading.again = compared.again;
+        [&](const NormBox &box) { return covers(change.unsettled | reading.report.cut, pixelsOf(box, size)); },
+        change.time);
+    reading.report.again = compared.again;
 
     QHash<qsizetype, QString> known; // by block
     QList<TextBlock> unknown;
@@ -298,14 +291,14 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
             unknown.append(block);
     }
     const auto waitUntil = [&](std::chrono::milliseconds time) {
-        reading.again = std::min(reading.again.value_or(time), time);
+        reading.report.again = std::min(reading.report.again.value_or(time), time);
     };
     std::optional<BlockTranslations> answer;
     std::optional<ErrorCard> failure;
     if (!unknown.isEmpty() && change.time < change.nextRequest) {
         waitUntil(change.nextRequest);
     } else if (!unknown.isEmpty()) {
-        reading.requested = std::chrono::milliseconds(reading.clock.elapsed());
+        reading.report.requested = std::chrono::milliseconds(reading.clock.elapsed());
         if (Result<BlockTranslations> result = m_steps.translate(unknown, isWanted)) {
             answer = std::move(*result);
             reading.notes.append(answer->note);
@@ -375,15 +368,10 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
         m_steps.copy(outcome->translations.join(u'\n'));
     store(*outcome);
-    LookReport report{.preliminary = outcome->preliminary,
-                      .partial = seen.screen.partial,
-                      .cut = outcome->cut,
-                      .running = outcome->running,
-                      .moved = moved,
-                      .requested = outcome->requested,
-                      .hasFailed = outcome->hasFailed,
-                      .trouble = outcome->notes.join(u'\n'),
-                      .again = outcome->again};
+    LookReport report = outcome->report;
+    report.partial = seen.screen.partial;
+    report.moved = moved;
+    report.trouble = outcome->notes.join(u'\n');
     reportTimings(*outcome);
     const QSize size = request.change->picture.size();
     report.lines = placesOf(m_memory->screen.lines, size);
@@ -440,13 +428,12 @@ void TranslationPass::showCard(const ErrorCard &card)
                                     m_steps.openScreenRecordingSettings);
     const bool mayAsk = card.button == ErrorCard::Button::AskForAccess;
     m_view.showErrorCard(card.title, card.message, m_texts.localized(mayAsk ? u"分享畫面…"_s : u"重試"_s),
-                         [weak = std::weak_ptr(m_self), mayAsk] {
-                             const auto self = weak.lock();
-                             if (!self)
+                         [this, alive = QPointer<QObject>(&m_alive), mayAsk] {
+                             if (!alive)
                                  return;
                              if (mayAsk)
-                                 (*self)->m_steps.capture.allowAsking();
-                             (*self)->startCapturePass();
+                                 m_steps.capture.allowAsking();
+                             startCapturePass();
                          });
 }
 

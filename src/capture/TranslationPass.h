@@ -7,8 +7,8 @@
 #include "Translations.h"
 
 #include <QImage>
+#include <QObject>
 #include <QRegion>
-#include <QStringList>
 #include <QThreadPool>
 
 #include <atomic>
@@ -166,7 +166,7 @@ private:
     std::atomic<bool> m_isFollowing = false;
     std::shared_ptr<const ScreenMemory> m_memory; ///< null if nothing was seen
     QImage m_current;                             ///< the last picture of what is followed
-    std::shared_ptr<TranslationPass *> m_self;    ///< held weakly by outcomes under way; used on the main thread only
+    QObject m_alive;                              ///< context of outcomes under way
     QThreadPool m_workers;                        ///< last member: its destructor waits for running tasks
 };
 
