@@ -16,6 +16,8 @@ namespace {
 /// The most lines that are searched for at every distance, and the most distances that are tried for the others.
 constexpr size_t mostSearches = 3;
 constexpr size_t mostDistances = 8;
+/// About the height of a line, in pixels.
+constexpr int lineHeight = 24;
 /// A line so close to the top or bottom of a picture may be cut off there. Pixels.
 constexpr int edge = 2;
 
@@ -72,18 +74,23 @@ int commonShift(const QImage &before, const QImage &now, const std::vector<QRect
     return best;
 }
 
-/// Copies what was above or below in `before` to the places where it is now. It is compared by parts of a row, since
-/// beside a list there may be something that stays.
+/// Copies what was above or below in `before` to the places where it is now, except beside what is new: there may be a
+/// line of which only a part was in view. It is compared by columns, since beside a list there may be something that stays.
 void moveContents(QImage &moved, const QImage &before, const QImage &now, int shift)
 {
-    const int last = std::min(now.height(), now.height() + shift);
-    for (int y = std::max(0, shift); y < last; ++y) {
-        for (int x = 0; x < now.width(); x += tileSide) {
-            const qsizetype left = x * qsizetype(sizeof(QRgb));
-            const size_t length = size_t(std::min(tileSide, now.width() - x)) * sizeof(QRgb);
-            const uchar *current = now.constScanLine(y) + left;
-            if (std::memcmp(before.constScanLine(y - shift) + left, current, length) == 0)
-                std::memcpy(moved.scanLine(y) + left, current, length);
+    for (int x = 0; x < now.width(); x += tileSide) {
+        const qsizetype left = x * qsizetype(sizeof(QRgb));
+        const size_t length = size_t(std::min(tileSide, now.width() - x)) * sizeof(QRgb);
+        const auto isSame = [&](int y) {
+            return y - shift >= 0 && y - shift < now.height() &&
+                   std::memcmp(before.constScanLine(y - shift) + left, now.constScanLine(y) + left, length) == 0;
+        };
+        for (int top = 0, bottom = 0; top < now.height(); top = bottom + 1) {
+            for (bottom = top; bottom < now.height() && isSame(bottom);)
+                ++bottom;
+            const int last = bottom == now.height() ? bottom : bottom - lineHeight;
+            for (int y = top == 0 ? top : top + lineHeight; y < last; ++y)
+                std::memcpy(moved.scanLine(y) + left, now.constScanLine(y) + left, length);
         }
     }
 }
