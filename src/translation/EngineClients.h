@@ -19,7 +19,8 @@ QStringList translateWithDeepL(const TranslationServices &services, const Engine
 /// Google Gemini, which has its own error texts. The answer to a batch of blocks is an array.
 QStringList translateWithGemini(const TranslationServices &services, const EngineRequest &request);
 
-// The clients of language models: each sends one message and returns the model's text.
+/// A client of a language model: sends one message and returns the model's text.
+using LanguageModelProvider = QString (*)(const TranslationServices &, const EngineRequest &, const ModelMessage &);
 
 /// OpenAI's Responses interface. Structured answers have a schema.
 QString sendOpenAI(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message);
@@ -27,6 +28,13 @@ QString sendOpenAI(const TranslationServices &services, const EngineRequest &req
 QString sendAnthropic(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message);
 /// Any endpoint with OpenAI's chat completions, at a base URL that the user enters.
 QString sendCompatible(const TranslationServices &services, const EngineRequest &request, const ModelMessage &message);
+
+/// The texts in as few messages as possible.
+QStringList translateBlocksWithModel(const TranslationServices &services, const EngineRequest &request,
+                                     LanguageModelProvider provider);
+/// A typed text, dictionary-style: the model's answer, unchanged.
+QString translateTextWithModel(const TranslationServices &services, const EngineRequest &request,
+                               LanguageModelProvider provider);
 
 // The parsers of answers. They throw `invalidResponse` if the answer has another form.
 

@@ -1,10 +1,6 @@
 #include "TranslationClients.h"
 
 #include "EngineClients.h"
-#include "Prompts.h"
-#include "TargetLanguage.h"
-
-using namespace Qt::StringLiterals;
 
 namespace lucentra {
 
@@ -12,23 +8,12 @@ namespace {
 
 using EngineClient = QStringList (*)(const TranslationServices &, const EngineRequest &);
 
-/// The client of a language model: blocks in as few messages as possible, or a typed text, dictionary-style.
-template <QString (*send)(const TranslationServices &, const EngineRequest &, const ModelMessage &)>
+/// The client of a language model.
+template <LanguageModelProvider provider>
 QStringList translateWithModel(const TranslationServices &services, const EngineRequest &request)
 {
-    const QString language = promptLanguageName(request.target);
-    if (request.isTyped)
-        return {send(services, request,
-                     {.instruction = dictionaryInstruction(language), .userText = request.texts.value(0)})};
-    QStringList translations;
-    for (const QStringList &batch : blockBatches(request.texts)) {
-        const auto input = blockBatchInput(batch);
-        if (!input)
-            throw invalidConfiguration(u"無法建立翻譯輸入"_s);
-        const ModelMessage message{.instruction = blockInstruction(language), .userText = *input, .isStructured = true};
-        translations += parseBlockTranslations(send(services, request, message), batch);
-    }
-    return translations;
+    return request.isTyped ? QStringList{translateTextWithModel(services, request, provider)}
+                           : translateBlocksWithModel(services, request, provider);
 }
 
 /// The clients in the order of the engines' numbers.
