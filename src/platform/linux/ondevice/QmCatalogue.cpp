@@ -1,6 +1,7 @@
 #include "MessageCatalogue.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 namespace lucentra {
 
