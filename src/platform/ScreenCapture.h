@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QList>
+#include <QRectF>
 #include <QStringView>
 
 #include <optional>

@@ -3,6 +3,7 @@
 #include "Json.h"
 #include "TranslationError.h"
 
+#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <cmath>

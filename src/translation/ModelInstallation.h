@@ -3,6 +3,7 @@
 #include "Callback.h"
 #include "TranslationModels.h"
 
+#include <QPointer>
 #include <QThreadPool>
 
 #include <atomic>

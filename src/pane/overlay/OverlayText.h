@@ -4,6 +4,7 @@
 #include <QPointF>
 #include <QString>
 #include <QTextLayout>
+#include <QTextOption>
 
 class QPainter;
 

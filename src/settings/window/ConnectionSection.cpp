@@ -5,6 +5,7 @@
 #include "SettingsForm.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "GObjectPointer.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 
