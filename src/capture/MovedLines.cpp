@@ -74,8 +74,8 @@ int commonShift(const QImage &before, const QImage &now, const std::vector<QRect
     return best;
 }
 
-/// Copies what was above or below in `before` to the places where it is now, except beside what is new: there may be a
-/// line of which only a part was in view. It is compared by columns, since beside a list there may be something that stays.
+/// Copies what was above or below in `before` to the places where it is now, except beside what comes into view: there may
+/// be a line of which only a part was in view. It is compared by columns, since beside a list there may be something that stays.
 void moveContents(QImage &moved, const QImage &before, const QImage &now, int shift)
 {
     for (int x = 0; x < now.width(); x += tileSide) {
@@ -88,8 +88,9 @@ void moveContents(QImage &moved, const QImage &before, const QImage &now, int sh
         for (int top = 0, bottom = 0; top < now.height(); top = bottom + 1) {
             for (bottom = top; bottom < now.height() && isSame(bottom);)
                 ++bottom;
-            const int last = bottom == now.height() ? bottom : bottom - lineHeight;
-            for (int y = top == 0 ? top : top + lineHeight; y < last; ++y)
+            const int first = shift > 0 ? top + lineHeight : top;
+            const int last = shift < 0 ? bottom - lineHeight : bottom;
+            for (int y = first; y < last; ++y)
                 std::memcpy(moved.scanLine(y) + left, now.constScanLine(y) + left, length);
         }
     }

@@ -434,8 +434,8 @@ private Q_SLOTS:
         for (const QPoint &dot : {QPoint(100, 70), QPoint(300, 70)}) // where the line was, and beside it
             other.setPixelColor(dot, Qt::black);
         const FollowedLines again = m_pass->follow(other).value();
-        QCOMPARE(again.unread, QRegion(96, 32, 32, 64) | QRect(288, 64, 32, 32));
-        QCOMPARE(again.uncovered, QRegion(96, 55, 32, 41));
+        QCOMPARE(again.unread, QRegion(96, 64, 32, 32) | QRect(288, 64, 32, 32));
+        QCOMPARE(again.uncovered, QRegion(96, 64, 32, 32));
     }
 
     void aDragCostsOnePass()

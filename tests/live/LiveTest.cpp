@@ -391,7 +391,7 @@ private Q_SLOTS:
         };
         QCOMPARE(unread(*moved, page(30, 2)), QRegion());
         const QImage next = page(30, 5); // the third line is a new one
-        QCOMPARE(unread(memory.movedOn(next).value(), next), QRegion(0, 32, 128, 96)); // with what is around it
+        QCOMPARE(unread(memory.movedOn(next).value(), next), QRegion(0, 32, 128, 64)); // with what is around it
         const ScreenMemory cut{{page(-90, 2), {lineAt(u"first"_s, 20, 110, 100), lineAt(u"second"_s, 20, 150, 100)}}, {}};
         const QImage whole = page(-82, 2); // the lower half of the third line comes into view
         QVERIFY(unread(cut.movedOn(whole).value(), whole).contains(QPoint(30, 185)));
