@@ -75,7 +75,8 @@ int commonShift(const QImage &before, const QImage &now, const std::vector<QRect
 }
 
 /// Copies what was above or below in `before` to the places where it is now, except beside what comes into view: there may
-/// be a line of which only a part was in view. It is compared by columns, since beside a list there may be something that stays.
+/// be a line of which only a part was in view. It is compared by columns, since beside a list there may be something
+/// that stays.
 void moveContents(QImage &moved, const QImage &before, const QImage &now, int shift)
 {
     for (int x = 0; x < now.width(); x += tileSide) {
