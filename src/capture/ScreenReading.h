@@ -27,8 +27,9 @@ QRect pixelsOf(const NormBox &normBox, const QSize &size);
 QList<QRect> placesOf(const QList<TextLine> &lines, const QSize &size);
 
 /// Reads what has changed since a former reading and keeps the rest: lines whose pixels are the same, at their place or
-/// moved up or down, and lines whose letters are the same while what is behind them moves. `changed` contains all that differs, in pixels; it and the
-/// surroundings that a line may reach into are read. Everything is read if there is no former reading of that size.
+/// moved up or down, and lines whose letters are the same while what is behind them moves. `changed` contains all that
+/// differs, in pixels; it and the surroundings that a line may reach into are read. Everything is read if there is no
+/// former reading of that size.
 ScreenReading readAgain(const ScreenReading &former, const QImage &picture, const QRegion &changed,
                         const ReadPart &read);
 
