@@ -75,8 +75,6 @@ Reading wholeOf(const ReadLine &line)
         whole.confidence += line.pieces[i].best.confidence * piece.ink.width() / line.found.ink.width();
     }
     whole.text = tidied(whole.text);
-    if (isOn("ring of a full stop") && line.found.endsInRing)
-        whole.text = withFullStop(whole.text);
     return whole;
 }
 

@@ -44,35 +44,6 @@ private Q_SLOTS:
         QTEST(tidied(read), "meant");
     }
 
-    void fullStops_data()
-    {
-        columns<QString, int, bool>("text", "size", "isRing");
-        QTest::newRow("full stop") << u"夜半の道を歩いた。"_s << 18 << true;
-        QTest::newRow("comma") << u"夜半の道を歩いた、"_s << 18 << false;
-        QTest::newRow("box at the end of an ideograph") << u"送料と返品"_s << 18 << false;
-        QTest::newRow("per cent") << u"Zoom 50%"_s << 18 << false;
-        QTest::newRow("small letter") << u"Audio"_s << 18 << false;
-    }
-
-    void fullStops()
-    {
-        QFETCH(const QString, text);
-        QFETCH(const int, size);
-        QImage image = blank({400, 60}, Qt::white);
-        write(image, {20, 40}, text, font(u"Noto Sans CJK JP"_s, size), Qt::black);
-        const QList<FoundLine> lines = findLines(image, 5);
-        QCOMPARE(lines.size(), 1);
-        QTEST(lines.first().endsInRing, "isRing");
-    }
-
-    void fullStopsAreWritten()
-    {
-        QCOMPARE(withFullStop(u"歩いた,"_s), u"歩いた。"_s);
-        QCOMPARE(withFullStop(u"歩いた"_s), u"歩いた。"_s);
-        QCOMPARE(withFullStop(u"歩いた。"_s), u"歩いた。"_s);
-        QCOMPARE(withFullStop(u"Audio"_s), u"Audio"_s);
-    }
-
     void plausibility_data()
     {
         columns<QString, double, double, bool>("text", "confidence", "sureness", "isPlausible");

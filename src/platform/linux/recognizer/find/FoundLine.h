@@ -27,7 +27,6 @@ struct FoundLine
     int shapeCount = 0;         ///< connected parts of letters in it
     QList<LinePiece> pieces;    ///< what is read one by one, from the left to the right
     QList<LinePiece> stretches; ///< the same, cut where Latin letters meet others as well; empty if they don't
-    bool endsInRing = false;    ///< perhaps an ideographic full stop
 
     /// A letter or two at most.
     bool isShort() const { return shapeCount <= 2 && ink.width() < 2 * ink.height(); }

@@ -91,28 +91,4 @@ QList<LinePiece> piecesOf(std::vector<QRect> shapes, const QRect &line)
     return pieces;
 }
 
-bool endsInRing(const SureMap &ink, const std::vector<QRect> &shapes, const QRect &line)
-{
-    constexpr int contrast = 70; // of 255, between the ring and what is within
-    const QRect &last = *std::ranges::max_element(shapes, {}, &QRect::right);
-    const int size = std::max(last.width(), last.height());
-    const bool isRound = std::abs(last.width() - last.height()) <= std::max(1, size / 4);
-    const bool isSmall = size >= 4 && 100 * size >= 16 * line.height() && 100 * size <= 42 * line.height();
-    if (!isRound || !isSmall || 2 * last.center().y() < line.top() + line.bottom())
-        return false;
-    // Nothing stands above it, as in 品.
-    if (!std::ranges::all_of(shapes, [&](const QRect &shape) { return shape == last || shape.right() < last.left(); }))
-        return false;
-    const QPoint centre = last.center();
-    const int within = ink.row(centre.y())[centre.x()];
-    int weakest = 255;
-    for (const QPoint &step : {QPoint(-1, 0), QPoint(1, 0), QPoint(0, -1), QPoint(0, 1)}) {
-        int strongest = 0;
-        for (QPoint at = centre; last.contains(at); at += step)
-            strongest = std::max(strongest, int(ink.row(at.y())[at.x()]));
-        weakest = std::min(weakest, strongest);
-    }
-    return weakest - within >= contrast;
-}
-
 } // namespace lucentra

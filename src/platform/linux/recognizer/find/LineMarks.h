@@ -1,7 +1,6 @@
 #pragma once
 
 #include "find/FoundLine.h"
-#include "find/TextMaps.h"
 
 #include <vector>
 
@@ -11,9 +10,5 @@ namespace lucentra {
 /// equal dots at the end. `shapes` are the connected parts of its letters, of which there is at least one. The pieces
 /// come from the left to the right; a line without such marks is one piece.
 QList<LinePiece> piecesOf(std::vector<QRect> shapes, const QRect &line);
-
-/// Whether the last shape is a small ring low on the line: an ideographic full stop, which readers take for a comma.
-/// False where it is too small to tell.
-bool endsInRing(const SureMap &ink, const std::vector<QRect> &shapes, const QRect &line);
 
 } // namespace lucentra

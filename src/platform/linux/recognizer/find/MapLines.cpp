@@ -423,7 +423,6 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
         line.sureness = sureness;
         line.shapeCount = int(shapes.size());
         line.pieces = piecesOf(shapes, ink);
-        line.endsInRing = endsInRing(maps.ink, shapes, ink);
         const QRect core = cores[i].box;
         tellScripts(maps, QRect(ink.left() / 2, core.top(), (ink.width() + 1) / 2, core.height()), shapes, line);
         lines.append(line);

@@ -30,13 +30,6 @@ QString tidied(const QString &text)
     return result;
 }
 
-QString withFullStop(const QString &text)
-{
-    static const QRegularExpression end(u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー])[ 。，,、.．·・:：]*$"_s);
-    const QRegularExpressionMatch match = end.match(text);
-    return match.hasMatch() ? text.left(match.capturedStart()) + u'。' : text;
-}
-
 void settleTwins(QList<TypeLine> &lines)
 {
     static const QString ideographs = u"工力口二八夕卜一千"_s;

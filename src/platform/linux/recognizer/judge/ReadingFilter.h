@@ -9,10 +9,6 @@ namespace lucentra {
 /// The text as it is meant: no spaces between ideographs or kana, a bar that stands for an English I.
 QString tidied(const QString &text);
 
-/// A line's text whose last mark is known to be an ideographic full stop; unchanged where no ideographs or kana
-/// precede.
-QString withFullStop(const QString &text);
-
 /// Settles what lone characters are that ideographs and kana have in common, such as in a table of kana or a calendar:
 /// each is of the kind of the nearest other one on its row.
 void settleTwins(QList<TypeLine> &lines);
