@@ -44,6 +44,10 @@ class Screen:
     def tone(self, low=20, high=80):
         return f"hsl({self.number(0, 360)},{self.number(0, 95)}%,{self.number(low, high)}%)"
 
+    def vivid(self):
+        """A full colour such as games give their numbers."""
+        return f"hsl({self.number(0, 360)},{self.number(60, 100)}%,{self.number(38, 65)}%)"
+
     def bright(self):
         """A colour that is seen on the ground."""
         return self.tone(60, 88) if self.dark else self.tone(18, 44)
@@ -111,9 +115,10 @@ class Screen:
     def picture(self, style=""):
         return f'<img src="file://{self.pick(self.material["sprites"] + self.material["grounds"])}" style="object-fit:cover;{style}">'
 
-    def drawing(self, width, height):
-        """A chart, ruler, wave form, piano roll, bar code, dotted grid or map: strokes where no text is."""
-        n, kind, parts = self.number, self.number(0, 7), []
+    def drawing(self, width, height, kind=None):
+        """A chart, ruler, wave form, piano roll, bar code, grid, field of dots or map: strokes where no text is."""
+        n, parts = self.number, []
+        kind = n(0, 8) if kind is None else kind
         stroke = self.pick((self.bright(), self.soft, self.edge))
         if kind == 0:
             points = " ".join(f"{x},{n(2, height - 2)}" for x in range(0, width, n(6, 24)))
@@ -134,6 +139,11 @@ class Screen:
             for _ in range(n(4, 16)):
                 x, y = n(0, width), n(0, height)
                 parts.append(f'<path fill="none" stroke="{self.pick((self.edge, self.bright()))}" stroke-width="{n(1, 6)}" d="M{x} {y}' + "".join(f"L{n(0, width)} {n(0, height)}" for _ in range(n(1, 4))) + '"/>')
+        elif kind == 7:
+            wide, name = n(1, 4), f"dots{n(0, 10 ** 9)}"
+            pitch = wide + n(1, 6)
+            parts.append(f'<pattern id="{name}" width="{pitch}" height="{pitch}" patternUnits="userSpaceOnUse"><rect width="{wide}" height="{wide}" rx="{self.pick((0, 0, wide / 2))}" fill="{stroke}"/></pattern>'
+                         f'<rect width="{width}" height="{height}" fill="url(#{name})"/>')
         else:
             width = n(2, 6) * 20
             parts += [f'<rect x="{i * 20}" y="{height - h}" width="14" height="{h}" fill="{self.accent}"/>' for i in range(width // 20) for h in (n(2, height),)]
@@ -473,7 +483,11 @@ class Screen:
         return f'{head}<div style="display:flex"><div style="flex:1;overflow:hidden">{main}</div>{side}</div>'
 
     def scene(self):
-        """A game's picture: a ground, tiles or sprites."""
+        """A game's picture, sometimes with rows of small shapes in front of it."""
+        return self.backdrop() + (self.some(1, 5, self.lights) if self.maybe(.25) else "")
+
+    def backdrop(self):
+        """A ground, tiles or sprites."""
         kind = self.chance.random()
         if kind < .45:
             return f'<img src="file://{self.pick(self.material["grounds"])}" style="position:absolute;width:100%;height:100%;object-fit:cover;filter:brightness({self.pick((.4, .7, 1, 1, 1, 1.3))}) saturate({self.pick((.5, 1, 1, 1.5))}) blur({self.pick((0, 0, 0, 0, 1, 3))}px)">'
@@ -484,6 +498,17 @@ class Screen:
             ground = f"background:url('file://{self.pick(self.material['grounds'] + self.material['sprites'])}')"
         cells = "" if kind < .6 and self.maybe(.5) else "".join(f'<img src="file://{self.pick(tiles)}" style="position:absolute;left:{self.number(-20, 960)}px;top:{self.number(-20, 620)}px;width:{size}px">' for _ in range(self.number(8, 70)))
         return f'<div style="position:absolute;inset:0;overflow:hidden;{ground}">{cells}</div>'
+
+    def lights(self):
+        """Rows of small shapes where no text is: lit windows, bricks, lamps, seats."""
+        n = self.number
+        wide, high, across, down = n(2, 12), n(2, 16), n(2, 24), n(2, 30)
+        shades, share = [self.tone(45, 95) for _ in range(n(1, 3))], self.chance.uniform(.25, 1)
+        width, height, round_ = n(60, 500), n(40, 400), self.pick((0, 0, 1, wide // 2))
+        shapes = "".join(f'<rect x="{x}" y="{y}" width="{wide}" height="{high}" rx="{round_}" fill="{self.pick(shades)}"/>'
+                         for y in range(3, height - high, high + down) for x in range(3, width - wide, wide + across) if self.maybe(share))
+        ground = f"background:{self.tone(2, 30)};" if self.maybe(.6) else ""
+        return f'<svg width="{width}" height="{height}" style="position:absolute;left:{n(-40, 800)}px;top:{n(-20, 500)}px;{ground}">{shapes}</svg>'
 
     def letters(self, size=None, over_picture=True):
         """Style of letters as games and subtitles have them: plain, outlined, shadowed, glowing, with a gradient."""
@@ -517,15 +542,19 @@ class Screen:
 
     def game(self):
         parts, n = [self.scene()], self.number
-        size = self.pick((11, 12, 13, 14, 15, 16, 18, 20, 22))
+        size, gold = self.pick((11, 12, 13, 14, 15, 16, 18, 20, 22)), self.tone(60, 85)
         if self.maybe(.6):  # bar at the top or bottom
             items = self.some(3, 9, lambda: f'<span style="display:flex;align-items:center;gap:4px">{self.pick((self.icon(16), self.picture("width:18px;height:18px"), ""))}<span>{self.pick((self.figure, self.figure, self.short, lambda: self.short() + " " + self.figure()))()}</span></span>')
             parts.append(self.plate(self.row(items, n(6, 40)), f"left:0;right:0;{self.pick(('top', 'bottom'))}:0;padding:{n(1, 6)}px;"))
         if self.maybe(.6):  # panel at a side
-            gold = self.tone(60, 85)
+            def close():
+                """Names with values beneath them, the rows as close as they can be."""
+                shade = self.pick((gold, "#fff", "#ccc", "#bbb"))
+                return (f'<div style="font-size:{n(9, 14)}px;line-height:{self.pick((.8, .85, .9, 1))};margin:{n(1, 7)}px 0">'
+                        + self.some(1, 3, lambda: f'<div style="color:{shade}">{self.short()}</div><div style="padding-left:{n(0, 6)}px;margin-bottom:{n(0, 6)}px;color:{self.vivid()}">{self.figure()}</div>') + "</div>")
 
             def stat():
-                return self.pick((lambda: f'<div style="display:flex;justify-content:space-between;gap:8px"><span>{self.short()}</span><span>{self.figure()}</span></div>', lambda: f"<div>{self.short()}: {self.figure()}</div>",
+                return self.pick((close, close, lambda: f'<div style="display:flex;gap:{n(8, 40)}px">{close()}{close()}</div>', lambda: f'<div style="display:flex;justify-content:space-between;gap:8px"><span>{self.short()}</span><span>{self.figure()}</span></div>', lambda: f"<div>{self.short()}: {self.figure()}</div>",
                                   lambda: f'<div style="height:{n(5, 12)}px;border:1px solid #888;margin:3px 0"><div style="height:100%;width:{n(5, 100)}%;background:{self.accent}"></div></div>',
                                   lambda: f'<div style="display:grid;grid-template-columns:1fr 1fr;gap:{n(0, 4)}px {n(4, 14)}px;font-size:{n(8, 12)}px;line-height:1.1">' + self.some(2, 6, lambda: f'<div><div style="color:{self.pick((gold, "#fff", "#bbb"))}">{self.short()}</div><div>{self.figure()}</div></div>') + "</div>",
                                   lambda: f'<div>{self.picture("width:24px;height:24px")} <span style="font-size:{n(8, 12)}px">{n(1, 20)}{self.pick("x×-")}{n(1, 9)} {self.short()}</span></div>',
@@ -539,6 +568,10 @@ class Screen:
             wide = n(160, 320)
             entries = self.some(3, 9, lambda: self.pick((lambda: self.said(self.short(), n(16, 34), True, "text-align:center;"), lambda: f'<div style="background:linear-gradient({self.tone(15, 40)},{self.tone(10, 30)});border:{n(1, 3)}px outset #aaa;border-radius:{n(0, 14)}px;margin:6px;padding:{n(3, 10)}px;text-align:center;color:#fff;text-shadow:1px 1px #000">{self.short()}</div>'))())
             parts.append(f'<div style="position:absolute;left:calc(50% - {wide // 2}px);top:{n(60, 160)}px;width:{wide}px">{entries}</div>')
+        if self.maybe(.25):  # small print in a corner of the picture
+            shadow = self.pick(("1px 1px 0 #000", "1px 1px 2px #000", "0 0 2px #000,0 0 2px #000", "none"))
+            parts.append(f'<div style="position:absolute;{self.pick(("left", "right"))}:{n(0, 9)}px;{self.pick(("bottom", "bottom", "top"))}:{n(0, 9)}px;color:{self.pick(("#fff", "#eee", gold))};text-shadow:{shadow};font-size:{n(9, 13)}px;line-height:{self.pick((1, 1.1, 1.3))};white-space:nowrap">'
+                         + self.some(1, 4, lambda: f"<div>{self.pick((self.short, self.long, lambda: f'{self.short()} {self.figure()}'))()}</div>") + "</div>")
         for _ in range(self.pick((0, 1, 2, 4, 8))):  # words on the picture itself
             parts.append(f'<div style="position:absolute;left:{n(0, 80)}%;top:{n(0, 92)}%;white-space:nowrap">{self.said(self.pick((self.short, self.short, self.figure, self.long))(), n(10, 30))}</div>')
         if self.maybe(.3):
@@ -571,13 +604,24 @@ class Screen:
         inner = f'<div style="position:absolute;left:{n(60, 300)}px;top:{n(30, 120)}px;width:{n(340, 620)}px;height:{n(220, 440)}px;overflow:hidden;background:{self.ground};border:1px solid {self.edge};box-shadow:2px 4px 14px #000a">{self.titlebar()}{self.menubar()}{self.some(2, 4, self.part)}</div>' if self.maybe(.7) else ""
         return f'<div style="position:relative;width:100vw;height:100vh;overflow:hidden">{self.scene()}{names}{inner}{panel}{self.menu(f"position:absolute;left:{n(0, 600)}px;top:{n(40, 260)}px") if self.maybe(.3) else ""}</div>'
 
+    def scraps(self):
+        """What is rare in whole windows: many check boxes, fields of dots, texts of a few characters, ellipses."""
+        def checks():
+            return f'<div style="display:flex;flex-wrap:wrap;font-size:{self.number(11, 20)}px">{self.some(4, 16, self.check)}</div>'
+
+        def word():
+            text = self.pick((lambda: self.short() + self.pick(("...", "…")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {self.number(0, 9)}", self.short, self.alone, self.figure))()
+            return f'<div style="font-size:{self.number(10, 40)}px;margin:4px">{text}</div>'
+        parts = (checks, checks, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.menubar)
+        return f'<div style="height:100vh;overflow:hidden;display:flex;flex-flow:column wrap">{"".join(self.pick(parts)() for _ in range(7))}</div>'
+
 
 def draw(chance, material):
     """Returns (kind, HTML) of a random screen."""
     language = chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
     screen = Screen(chance, material, language, chance.random() < .45)
     screen.scale_step = chance.choice((1, 5, 10, 50, 100))
-    kind = chance.choices(("window", "site", "game", "film", "desk"), (42, 12, 24, 14, 8))[0]
+    kind = chance.choices(("window", "site", "game", "film", "desk", "scraps"), (40, 12, 24, 13, 7, 4))[0]
     body = getattr(screen, kind)()
     return kind, (f'<!DOCTYPE html><html lang="{language.replace("_", "-")}"><meta charset="utf-8"><body style="margin:0;background:{screen.ground};color:{screen.text};'
                   f'font:{screen.size}px {screen.font};line-height:{chance.choice(("normal", "1.15", "1.3"))}">{body}</body></html>').replace("font-family:'", "font-family:'")

@@ -11,28 +11,43 @@ def ink_and_lines(shown, hidden, pieces):
     height, width = difference.shape
     ink, known = np.zeros((height, width), np.float32), np.zeros((height, width), bool)
     lines = []
-    for rows in rows_of(pieces):
-        for row in parted(rows, difference):
-            left, top = max(0, int(min(p[1] for p in row)) - 2), max(0, int(min(p[2] for p in row)) - 1)
-            right, bottom = int(max(p[3] for p in row)) + 3, int(max(p[4] for p in row)) + 2
-            area = np.s_[top:bottom, left:right]
-            inside = difference[area]
-            strong = inside[inside > SEEN]
-            if not strong.size or np.percentile(strong, 90) < 22:
-                continue  # nothing to be seen
-            part = coverage(shown[area], hidden[area], inside, row)
-            ink[area], known[area] = np.maximum(ink[area], part), True
-            ys, xs = np.nonzero(part > .3)
-            if not ys.size:
-                continue
-            box = (left + xs.min(), top + ys.min(), left + xs.max() + 1, top + ys.max() + 1)
-            area_height = np.median([p[4] - p[2] for p in row])
-            if box[3] - box[1] < .3 * area_height:  # flat characters such as a lone ideograph for one: as high as others
-                middle = np.median([p[2] + p[4] for p in row]) / 2
-                box = (box[0], max(0, round(middle - .28 * area_height)), box[2], min(shown.shape[0], round(middle + .28 * area_height)))
-            whole = max(p[8] for p in row if p[7]) > .6 and not (box[0] == 0 and min(p[1] for p in row) <= 0)
-            lines.append((box, row, whole and any(p[5] >= 0 for p in row) and box[3] - box[1] >= 3))
+    rows = [row for block in rows_of(pieces) for row in parted(block, difference)]
+    ends = np.array([(min(p[1] for p in row), min(p[2] for p in row), max(p[3] for p in row), max(p[4] for p in row)) for row in rows]).reshape(-1, 4)
+    for row, (left, top, right, bottom) in zip(rows, ends):
+        left, top = max(0, int(left) - 2), max(0, int(top) - 1)
+        right, bottom = int(right) + 3, int(bottom) + 2
+        area = np.s_[top:bottom, left:right]
+        inside = difference[area].copy()
+        leave_to_neighbours(inside, left, top, ends)
+        strong = inside[inside > SEEN]
+        if not strong.size or np.percentile(strong, 90) < 22:
+            continue  # nothing to be seen
+        part = coverage(shown[area], hidden[area], inside, row)
+        ink[area], known[area] = np.maximum(ink[area], part), True
+        ys, xs = np.nonzero(part > .3)
+        if not ys.size:
+            continue
+        box = (left + xs.min(), top + ys.min(), left + xs.max() + 1, top + ys.max() + 1)
+        area_height = np.median([p[4] - p[2] for p in row])
+        if box[3] - box[1] < .3 * area_height:  # flat characters such as a lone ideograph for one: as high as others
+            middle = np.median([p[2] + p[4] for p in row]) / 2
+            box = (box[0], max(0, round(middle - .28 * area_height)), box[2], min(shown.shape[0], round(middle + .28 * area_height)))
+        whole = max(p[8] for p in row if p[7]) > .6 and not (box[0] == 0 and min(p[1] for p in row) <= 0)
+        lines.append((box, row, whole and any(p[5] >= 0 for p in row) and box[3] - box[1] >= 3))
     return ink, (difference > SEEN) & ~known, lines
+
+
+def leave_to_neighbours(inside, left, top, ends):
+    """Clears what of an area is nearer to the rows above and below it, which reach into it where rows are close."""
+    bottom, right = top + inside.shape[0], left + inside.shape[1]
+    near = ends[(ends[:, 0] < right) & (ends[:, 2] > left) & (ends[:, 1] < bottom) & (ends[:, 3] > top)]
+    middle = (top + bottom) / 2
+    for first, above, end, below in near:
+        columns = np.s_[max(0, int(first) - left):max(0, int(end) + 1 - left)]
+        if (above + below) / 2 > middle + .3 * min(below - above, bottom - top):
+            inside[max(0, round((above + bottom) / 2) - top):, columns] = 0
+        elif (above + below) / 2 < middle - .3 * min(below - above, bottom - top):
+            inside[:max(0, round((below + top) / 2) - top), columns] = 0
 
 
 def colour(text):

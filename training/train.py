@@ -1,5 +1,8 @@
 #!/usr/bin/python3
-"""usage: train.py SAMPLES STEPS OUT.pt [--rate R] [--from START.pt] - trains the net; goes on by itself after a stop.
+"""usage: train.py SAMPLES STEPS OUT.pt [--rate R] [--start START] [--keep SHARE] - trains the net; goes on by itself after a stop.
+
+START are weights to begin with, of a former run (.pt) or of the program (.net). SHARE of them stays in OUT.pt at the end: a
+mean of weights does well on what either was trained with.
 
 Every 25th sample is held back and watched. OUT.pt gets the running mean of the weights, OUT.pt.state what a stopped run
 needs to go on. Set OMP_WAIT_POLICY=PASSIVE when the machine has other work: threads that spin take ten times as long.
@@ -19,7 +22,7 @@ from scipy import ndimage
 from torch.nn import functional
 from torch.utils.data import DataLoader, Dataset
 
-from net import Net
+from net import LAYERS, Net, load
 from samples import CORE, GAP, UNSURE
 
 SIDE, BATCH, HELD_BACK = 320, 6, 25
@@ -142,6 +145,33 @@ def loss(outputs, truth, sure, script):
     return parts[:4].mean() + parts[4] + parts[5] + kinds, dice.detach(), kinds.detach()
 
 
+def with_statistics(path, crops):
+    """The weights of a program's file, whose batch norms pass values through, with norms that can be trained further."""
+    folded, sums = load(path), {}
+
+    def watch(name):
+        def hook(_, inputs):
+            x = inputs[0].double()
+            before = sums.get(name, (0, 0, 0))
+            sums[name] = (before[0] + x.numel() / x.shape[1], before[1] + x.sum((0, 2, 3)), before[2] + (x * x).sum((0, 2, 3)))
+        return hook
+    normed = [name for name, *_, relu in LAYERS if relu]
+    for name in normed:
+        getattr(folded, name)[1].register_forward_pre_hook(watch(name))
+    with torch.no_grad():
+        for picture, *_ in DataLoader(crops, BATCH):
+            folded(picture)
+    weights = folded.state_dict()
+    for name in normed:
+        count, total, squares = sums[name]
+        mean = total / count
+        variance = (squares / count - mean * mean).clamp(min=1e-6)
+        weights[name + ".1.running_mean"], weights[name + ".1.running_var"] = mean.float(), variance.float()
+        weights[name + ".1.weight"] = torch.sqrt(variance + Net().stem[1].eps).float()
+        weights[name + ".1.bias"] = (weights[name + ".1.bias"] + mean).float()
+    return weights
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("samples")
@@ -149,6 +179,7 @@ def main():
     parser.add_argument("out")
     parser.add_argument("--rate", type=float, default=4e-3)
     parser.add_argument("--start")
+    parser.add_argument("--keep", type=float, default=0)
     parser.add_argument("--first", type=int, default=0, help="number of the first crop, so that a second run sees others")
     given = parser.parse_args()
     torch.set_num_threads(2)
@@ -156,10 +187,10 @@ def main():
     names = sorted(path[:-len(".full.npy")] for path in glob.glob(given.samples + "/*.full.npy"))
     held, taught = names[::HELD_BACK], [name for i, name in enumerate(names) if i % HELD_BACK]
     taught += [name for name in taught if has_hangul(name)] * 2  # a tenth of the letters otherwise
-    net, mean, step = Net(), Net(), 0
+    net, mean, step = Net().to(memory_format=torch.channels_last), Net(), 0
     if given.start:
-        own = net.state_dict()  # layers that have changed begin anew
-        net.load_state_dict({k: v for k, v in torch.load(given.start).items() if k in own and own[k].shape == v.shape}, strict=False)
+        start = with_statistics(given.start, Crops(taught, 40 * BATCH)) if given.start.endswith(".net") else torch.load(given.start)
+        net.load_state_dict(start)
     mean.load_state_dict(net.state_dict())
     optimizer = torch.optim.AdamW(net.parameters(), lr=given.rate, weight_decay=1e-4)
     if os.path.exists(given.out + ".state"):
@@ -179,7 +210,7 @@ def main():
             group["lr"] = given.rate * min(1, part / .03 + .02) * (.5 + .5 * math.cos(math.pi * part)) + 1e-5
         net.train()
         optimizer.zero_grad()
-        value, _, _ = loss(net(picture), truth, sure, script)
+        value, _, _ = loss(net(picture.contiguous(memory_format=torch.channels_last)), truth, sure, script)
         value.backward()
         torch.nn.utils.clip_grad_norm_(net.parameters(), 5.)
         optimizer.step()
@@ -199,6 +230,9 @@ def main():
             sums = []
             torch.save(mean.state_dict(), given.out)
             torch.save((step, optimizer.state_dict(), net.state_dict()), given.out + ".state")
+    if given.keep:
+        torch.save({key: value * (1 - given.keep) + start[key] * given.keep if value.is_floating_point() else value
+                    for key, value in mean.state_dict().items()}, given.out)
 
 
 if __name__ == "__main__":
