@@ -50,22 +50,22 @@ bool shareColumns(const QRect &a, const QRect &b)
 }
 
 /// The distance by which most of the boxes have moved; 0 if none has.
-int commonShift(const QImage &before, const QImage &now, const std::vector<QRect> &boxes)
+template <typename Predicate>
+int commonShift(const std::vector<QRect> &boxes, int height, Predicate hasCome)
 {
     std::vector<int> distances;
     const size_t step = std::max<size_t>(1, boxes.size() / mostSearches);
     for (size_t i = 0; i < boxes.size() && distances.size() < mostDistances; i += step) {
         const QRect &box = boxes[i];
-        for (int shift = -box.top(); box.bottom() + shift < now.height() && distances.size() < mostDistances; ++shift) {
-            if (shift != 0 && std::ranges::find(distances, shift) == distances.end() && isAt(before, now, box, shift))
+        for (int shift = -box.top(); box.bottom() + shift < height && distances.size() < mostDistances; ++shift) {
+            if (shift != 0 && std::ranges::find(distances, shift) == distances.end() && hasCome(box, shift))
                 distances.push_back(shift);
         }
     }
     int best = 0;
     std::ptrdiff_t most = 0;
     for (const int distance : distances) {
-        const auto count =
-            std::ranges::count_if(boxes, [&](const QRect &box) { return isAt(before, now, box, distance); });
+        const auto count = std::ranges::count_if(boxes, [&](const QRect &box) { return hasCome(box, distance); });
         if (count > most || (count == most && std::abs(distance) < std::abs(best))) {
             most = count;
             best = distance;
@@ -106,15 +106,24 @@ QList<std::optional<int>> shiftsOf(const ScreenReading &former, const QImage &no
         return shifts;
     QList<QRect> boxes;
     std::vector<QRect> changed;
+    std::vector<QRect> resting;
     for (const TextLine &line : former.lines) {
         boxes.append(pixelsOf(line.normBox, now.size()) & now.rect());
-        if (!isSamePicture(former.picture, now, boxes.last()) && hasShapes(former.picture, boxes.last()))
+        if (isSamePicture(former.picture, now, boxes.last()))
+            resting.push_back(boxes.last());
+        else if (hasShapes(former.picture, boxes.last()))
             changed.push_back(boxes.last());
     }
-    const int shift = commonShift(former.picture, now, changed);
+    const auto hasCome = [&](const QRect &box, int shift) {
+        // The same text may have been there before.
+        return isAt(former.picture, now, box, shift) && std::ranges::none_of(resting, [&](const QRect &other) {
+                   return isSamePlace(other, box.translated(0, shift));
+               });
+    };
+    const int shift = commonShift(changed, now.height(), hasCome);
     QList<QRect> moved;
     for (const QRect &box : changed) {
-        if (shift != 0 && isAt(former.picture, now, box, shift))
+        if (shift != 0 && hasCome(box, shift))
             moved.append(box);
     }
     const QList<QRect> scrolled = moved + QList{former.scrolled};

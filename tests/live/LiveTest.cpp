@@ -380,6 +380,9 @@ private Q_SLOTS:
         for (const TextLine &line : lines)
             memory.blocks.append(ShownBlock{.block = {line.text, line.normBox}, .translation = line.text.toUpper()});
         QVERIFY(!memory.movedOn(page(0, 5)));
+        ScreenMemory alike = memory;
+        alike.screen.picture = page(0, 1); // the same text in two lines
+        QVERIFY(!alike.movedOn(page(0, 5)));
         const auto moved = memory.movedOn(page(30, 2));
         QVERIFY(moved);
         QCOMPARE(moved->translations(), (QStringList{u"SECOND"_s, u"THIRD"_s, u"BESIDE"_s}));
