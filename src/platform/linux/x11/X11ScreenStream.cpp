@@ -12,9 +12,6 @@ namespace lucentra {
 
 namespace {
 
-/// Larger than any picture.
-constexpr QRect everything(0, 0, 1 << 20, 1 << 20);
-
 /// A picture of the whole area around the part of it that a display shows; the rest is transparent. The rectangles are
 /// in the same space.
 QImage completed(const QImage &captured, const ScreenRect &visible, const ScreenRect &area)
@@ -30,11 +27,12 @@ QImage completed(const QImage &captured, const ScreenRect &visible, const Screen
 }
 
 /// The part of `damage` in which two pictures differ. Windows report more than they have changed, often all of themselves.
+/// Everything if there was no picture of this kind before.
 QRect changedPart(const QImage &before, const QImage &now, const QRect &damage)
 {
-    const QRect whole = damage & now.rect();
     if (before.size() != now.size() || before.format() != now.format() || now.depth() != 32)
-        return whole;
+        return now.rect();
+    const QRect whole = damage & now.rect();
     int left = whole.right() + 1;
     int right = whole.left() - 1;
     int top = whole.bottom() + 1;
@@ -69,9 +67,8 @@ void X11ScreenStream::follow(const ScreenRect &area, std::function<void(const Sc
 {
     m_area = area;
     m_frame = std::move(frame);
-    m_damage = everything;
-    if (area.isEmpty())
-        m_worker.start([this] { m_latest = {}; });
+    m_damage = {};
+    m_worker.start([this] { m_latest = {}; });
     m_source.watch(area, [this](const QRect &damage) {
         m_damage |= damage;
         renew();
@@ -95,8 +92,7 @@ void X11ScreenStream::renew()
     m_worker.start([this, alive = QPointer<QObject>(&m_alive), area = m_area, visible,
                     damage = std::exchange(m_damage, QRect())] {
         const QImage picture = completed(m_source.capture(visible), visible, area);
-        const QRect changed =
-            damage == everything ? picture.rect() : changedPart(m_latest, picture, damage);
+        const QRect changed = changedPart(m_latest, picture, damage);
         m_latest = picture;
         m_mainQueue.post(alive, [this, frame = ScreenFrame{picture, changed}] {
             if (!m_area.isEmpty() && (frame.picture.isNull() || !frame.damage.isEmpty()))

@@ -35,6 +35,8 @@ private Q_SLOTS:
                                         [this](const QRectF &area) {
                                             ++m_captures;
                                             m_asked = area;
+                                            if (m_tone == 0)
+                                                return QImage();
                                             QImage image(area.size().toSize(), QImage::Format_RGB32);
                                             image.fill(qRgb(m_tone, 0, 0));
                                             return image;
@@ -77,6 +79,19 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_clock.isIdle());
         QCOMPARE(m_captures, 4);
         QCOMPARE(m_frames.size(), 3);
+    }
+
+    void allIsNewAfterAFailure()
+    {
+        follow();
+        QTRY_COMPARE(m_frames.size(), 1);
+        for (const int tone : {0, 1}) {
+            m_clock.advance(100ms);
+            m_tone = tone;
+            m_changed({10, 20, 3, 4});
+            QTRY_COMPARE(m_frames.size(), 2 + tone);
+        }
+        QCOMPARE(m_frames.last().damage, QRect(0, 0, 480, 280));
     }
 
     void aHiddenPaneTakesNone()
