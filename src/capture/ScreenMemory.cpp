@@ -1,10 +1,14 @@
 #include "ScreenMemory.h"
 
 #include "MovedLines.h"
+#include "PictureChange.h"
 
 namespace lucentra {
 
 namespace {
+
+/// How far beside a line that has moved what replaces it counts as a part of the movement. Pixels.
+constexpr int besideLine = 2 * tileSide;
 
 /// A block where its lines are now; nullopt if one of them has left the picture, or they have moved apart.
 std::optional<ShownBlock> movedBlock(ShownBlock shown, const QList<TextLine> &lines,
@@ -35,6 +39,16 @@ std::optional<ScreenMemory> ScreenMemory::movedOn(const QImage &now) const
             moved.blocks.append(*block);
     }
     return moved;
+}
+
+FollowedLines ScreenMemory::comparedWith(const ScreenMemory &former, const QImage &now) const
+{
+    FollowedLines followed{.lines = placesOf(screen.lines, now.size()),
+                           .unread = changedTiles(screen.picture, now, now.rect()) | screen.preliminary,
+                           .areTextsLost = blocks.size() < former.blocks.size()};
+    for (const QRect &line : differingLines(former.screen.lines, screen.lines, now.size()))
+        followed.uncovered |= followed.unread & line.adjusted(-besideLine, 0, besideLine, 0);
+    return followed;
 }
 
 QList<TextBlock> ScreenMemory::textBlocks() const

@@ -4,9 +4,7 @@
 #include "MainQueue.h"
 #include "OverlayPlacement.h"
 #include "PassTimings.h"
-#include "PictureChange.h"
 #include "ScreenCapture.h"
-#include "ScreenMemory.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "WindowButtonMask.h"
@@ -26,9 +24,6 @@ namespace {
 constexpr int mostPasses = 512;
 /// When texts are tried again that a service can translate once its data is built.
 constexpr std::chrono::milliseconds notReadyDelay{2000};
-
-/// How far beside a line that has moved what replaces it counts as a part of the movement. Pixels.
-constexpr int besideLine = 2 * tileSide;
 
 /// Whether a region contains a good part of a rectangle.
 bool covers(const QRegion &region, const QRect &rect)
@@ -160,20 +155,19 @@ void TranslationPass::start(const Request &request)
     });
 }
 
-std::optional<FollowedLines> TranslationPass::follow(const QImage &picture)
+std::optional<FollowedLines> TranslationPass::follow(const QImage &picture, const QRegion &partial)
 {
     m_current = picture;
-    const auto moved = m_memory && !m_isRunning ? m_memory->movedOn(m_current) : std::nullopt;
+    if (!m_memory || m_isRunning)
+        return std::nullopt;
+    ScreenMemory former = *m_memory;
+    former.screen.preliminary |= partial;
+    const auto moved = former.movedOn(m_current);
     if (!moved)
         return std::nullopt;
-    const ScreenReading &screen = moved->screen;
-    FollowedLines followed{.lines = placesOf(screen.lines, picture.size()),
-                           .unread = changedTiles(screen.picture, picture, picture.rect()) | screen.preliminary};
-    for (const QRect &line : differingLines(m_memory->screen.lines, screen.lines, picture.size()))
-        followed.uncovered |= followed.unread & line.adjusted(-besideLine, 0, besideLine, 0);
     m_memory = std::make_shared<const ScreenMemory>(*moved);
     showMemory(m_source.glassArea());
-    return followed;
+    return moved->comparedWith(former, m_current);
 }
 
 void TranslationPass::showMemory(const GlassArea &area)
@@ -362,7 +356,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
         return request.done({.isDropped = true});
     const ScreenMemory &seen = outcome->memory;
     m_memory = std::make_shared<const ScreenMemory>(seen);
-    const auto moved = follow(m_current); // it may have been scrolled
+    const auto moved = follow(m_current, seen.screen.partial); // it may have been scrolled
     if (!moved)
         showMemory(request.area);
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())

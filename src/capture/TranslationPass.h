@@ -3,6 +3,7 @@
 #include "PassPane.h"
 #include "Result.h"
 #include "Scheduler.h"
+#include "ScreenMemory.h"
 #include "TextRecognition.h"
 #include "Translations.h"
 
@@ -22,7 +23,6 @@ namespace lucentra {
 class LocalizationManager;
 class MainQueue;
 class ScreenCapture;
-struct ScreenMemory;
 class SettingsStore;
 
 /// The steps of a pass that others implement. Capture, recognition and translation block, on a worker.
@@ -59,14 +59,6 @@ struct ScreenChange
     std::chrono::milliseconds time{0};
     /// No request leaves before. A look that would need one shows what is known.
     std::chrono::milliseconds nextRequest{0};
-};
-
-/// What is known of a picture on which lines have moved. Pixels.
-struct FollowedLines
-{
-    QList<QRect> lines; ///< the places of all lines of text
-    QRegion unread;     ///< all that isn't as it was read, here or elsewhere
-    QRegion uncovered;  ///< the part of it where lines were or are that have moved or left the picture, and beside them
 };
 
 /// What a look at a change has found.
@@ -120,8 +112,8 @@ public:
     /// Called after a pass has failed that may succeed later although the screen doesn't change.
     std::function<void()> onFailed;
     /// Moves the overlays with their lines if these are at other places in a new picture of the pane's area (RGB32).
-    /// Returns nullopt if none have moved.
-    std::optional<FollowedLines> follow(const QImage &picture);
+    /// Lines that were in `partial` (pixels) are unread at their new places. Returns nullopt if none have moved.
+    std::optional<FollowedLines> follow(const QImage &picture, const QRegion &partial = {});
     /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay
     /// until then.
     void forgetScreen();

@@ -134,7 +134,10 @@ void LiveTranslation::add(const ScreenFrame &frame)
         return;
     const Time now = m_services.now();
     m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset), now);
-    const auto moved = m_pass.follow(m_settler.picture());
+    QRegion partial;
+    for (const Partial &lines : std::as_const(m_partial))
+        partial |= lines.region;
+    const auto moved = m_pass.follow(m_settler.picture(), partial);
     if (moved)
         hasMoved(*moved, now);
     const bool isScrolling = now < m_scrolled + scrollRest;
@@ -149,6 +152,8 @@ void LiveTranslation::hasMoved(const FollowedLines &followed, Time now)
 {
     m_settler.linesMoved(followed.unread, followed.uncovered, now);
     m_settler.found(followed.lines, {});
+    if (followed.areTextsLost)
+        m_again = now;
 }
 
 void LiveTranslation::schedule(Time earliest)
@@ -221,13 +226,13 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     m_settler.found(report.lines, report.news, report.running);
     m_settler.putBack(report.preliminary, now + loadingTime);
     m_settler.putBack(report.cut, now);
+    m_again = report.again;
     if (report.moved)
         hasMoved(*report.moved, now);
     m_paid = std::max(m_paid, begun) + (now - begun) * (m_services.power.isSaving() ? 1 + savingPauses : 2);
     m_notBefore = std::max(m_notBefore, m_paid - credit);
     if (report.requested)
         m_limit.count(begun + *report.requested);
-    m_again = report.again;
     if (report.hasFailed) {
         retryLater();
     } else if (report.requested) {

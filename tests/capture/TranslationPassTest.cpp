@@ -436,6 +436,15 @@ private Q_SLOTS:
         const FollowedLines again = m_pass->follow(other).value();
         QCOMPARE(again.unread, QRegion(96, 64, 32, 32) | QRect(288, 64, 32, 32));
         QCOMPARE(again.uncovered, QRegion(96, 64, 32, 32));
+        QVERIFY(!again.areTextsLost);
+        const FollowedLines partial = m_pass->follow(screen(55), QRect(150, 75, 100, 75)).value();
+        QVERIFY(partial.unread.contains(QRect(0, 55, 200, 75))); // more of the line may have come before it moved
+        const QImage blank = [&] {
+            QImage image = screen(55);
+            image.fill(Qt::white);
+            return image;
+        }();
+        QVERIFY(m_pass->follow(blank).value().areTextsLost);
     }
 
     void aDragCostsOnePass()
