@@ -15,7 +15,7 @@ struct FollowedLines
     QList<QRect> lines; ///< the places of all lines of text
     QRegion unread;     ///< all that isn't as it was read, here or elsewhere
     QRegion uncovered;  ///< the part of it where lines were or are that have moved or left the picture, and beside them
-    bool areTextsLost = false; ///< some have left the picture, at least in part; what is left of them has no translation
+    bool areTextsLost = false; ///< some have left the picture, at least in part; the rest has no translation
 };
 
 /// What was seen on the screen, and the translations of it that are shown.

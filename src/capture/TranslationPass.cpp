@@ -9,7 +9,6 @@
 #include "SettingsStore.h"
 #include "WindowButtonMask.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
 
 #include <utility>
@@ -39,13 +38,13 @@ bool covers(const QRegion &region, const QRect &rect)
 /// What a pass or a look is asked for.
 struct TranslationPass::Request
 {
+    QPointer<QObject> alive; ///< context of what is posted
     qint64 generation = 0;
     GlassArea area;
     QList<QRectF> exclusionRects;
     // For a look only:
     std::optional<ScreenChange> change;
     std::shared_ptr<const ScreenMemory> former;
-    std::function<void(const LookReport &)> done;
     QList<TextLine> formerLines() const { return former ? former->screen.lines : QList<TextLine>(); }
 };
 
@@ -57,7 +56,6 @@ struct TranslationPass::Reading
     QStringList translations; ///< of the new texts
     QStringList notes;
     PassTimings timings;
-    QElapsedTimer clock;
     LookReport report; ///< as far as a worker knows
 };
 
@@ -129,29 +127,33 @@ void TranslationPass::startCapturePass()
     m_debounceTimer.reset();
     m_isDueAfterHold = false;
     ++m_captureGeneration;
+    dropLook();
     m_view.setProcessing(true);
 
     m_isRunning = true;
-    start({.generation = m_captureGeneration,
+    m_isOutdated = false;
+    start({.alive = &m_alive,
+           .generation = m_captureGeneration,
            .area = m_source.glassArea(),
            .exclusionRects = m_source.windowControlExclusionRects(controlPadding)});
 }
 
 void TranslationPass::look(const ScreenChange &change, std::function<void(const LookReport &)> done)
 {
-    start({.generation = m_captureGeneration,
+    m_lookDone = std::move(done);
+    start({.alive = &m_alive,
+           .generation = m_captureGeneration,
            .area = m_source.glassArea(),
            .exclusionRects = m_source.windowControlExclusionRects(controlPadding),
            .change = change,
-           .former = m_memory,
-           .done = std::move(done)});
+           .former = m_memory});
 }
 
 void TranslationPass::start(const Request &request)
 {
     // The workers end before the pass does, so that they may refer to it.
-    m_workers.start([this, request, alive = QPointer<QObject>(&m_alive)] {
-        m_mainQueue.post(alive, [this, request, outcome = run(request)] { finish(request, outcome); });
+    m_workers.start([this, request] {
+        m_mainQueue.post(request.alive, [this, request, outcome = run(request)] { finish(request, outcome); });
     });
 }
 
@@ -188,11 +190,13 @@ void TranslationPass::supersede()
 
 void TranslationPass::forgetScreen()
 {
+    m_isOutdated = true;
     if (m_isRunning)
-        return; // what the pass finds counts
+        return;
     ++m_captureGeneration;
     m_memory.reset();
     m_current = {};
+    dropLook();
 }
 
 bool TranslationPass::isCurrent(const Request &request) const
@@ -205,7 +209,6 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
     const auto isWanted = [this, &request] { return isCurrent(request); };
     const tl::unexpected superseded{ErrorCard()}; // not shown: the outcome of a superseded pass is dropped
     Reading reading;
-    reading.clock.start();
     const auto finishStage = [&](const QString &stage) {
         reading.timings.finish(stage);
         return isWanted();
@@ -292,7 +295,8 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     if (!unknown.isEmpty() && change.time < change.nextRequest) {
         waitUntil(change.nextRequest);
     } else if (!unknown.isEmpty()) {
-        reading.report.requested = std::chrono::milliseconds(reading.clock.elapsed());
+        reading.report.hasSent = true;
+        m_mainQueue.post(request.alive, [this] { onSent(); });
         if (Result<BlockTranslations> result = m_steps.translate(unknown, isWanted)) {
             answer = std::move(*result);
             reading.notes.append(answer->note);
@@ -306,7 +310,7 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
         const qsizetype place = known.contains(index) ? -1 : asked++;
         if (place >= 0 && !answer)
             continue;
-        if (place >= 0 && request.change && answer->outcomes.value(place).kind == OnDeviceOutcome::Kind::NotReady) {
+        if (place >= 0 && m_isFollowing && answer->outcomes.value(place).kind == OnDeviceOutcome::Kind::NotReady) {
             waitUntil(change.time + notReadyDelay);
             continue;
         }
@@ -346,14 +350,20 @@ void TranslationPass::finish(const Request &request, const Outcome &outcome)
     if (outcome)
         return show(request, *outcome);
     showCard(outcome.error());
-    if (onFailed && outcome.error().mayPass)
+    if (outcome.error().mayPass)
         onFailed();
+}
+
+void TranslationPass::dropLook()
+{
+    if (const auto done = std::exchange(m_lookDone, nullptr))
+        done({.isDropped = true});
 }
 
 void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
 {
     if (!isCurrent(request) || !outcome)
-        return request.done({.isDropped = true});
+        return; // it was dropped
     const ScreenMemory &seen = outcome->memory;
     m_memory = std::make_shared<const ScreenMemory>(seen);
     const auto moved = follow(m_current, seen.screen.partial); // it may have been scrolled
@@ -370,7 +380,7 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
     const QSize size = request.change->picture.size();
     report.lines = placesOf(m_memory->screen.lines, size);
     report.news = differingLines(request.formerLines(), m_memory->screen.lines, size);
-    request.done(report);
+    std::exchange(m_lookDone, nullptr)(report);
 }
 
 void TranslationPass::store(const Reading &reading) const
@@ -387,7 +397,7 @@ void TranslationPass::show(const Request &request, const Reading &reading)
     const OverlayPlacement placement =
         placeOverlays(memory.textBlocks(), memory.translations(), request.area.glass.size(),
                       m_source.windowControlExclusionRects(controlPadding));
-    if (m_isFollowing)
+    if (m_isFollowing && !m_isOutdated)
         m_memory = std::make_shared<const ScreenMemory>(memory);
     const ScreenReading &screen = reading.memory.screen;
     QStringList notes = reading.notes;
@@ -400,6 +410,8 @@ void TranslationPass::show(const Request &request, const Reading &reading)
         m_steps.copy(placement.copyList.join(u'\n'));
     store(reading);
     reportTimings(reading);
+    if (reading.report.again)
+        onFailed();
 }
 
 void TranslationPass::reportTimings(const Reading &reading)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Callback.h"
 #include "PassPane.h"
 #include "Result.h"
 #include "Scheduler.h"
@@ -72,7 +73,7 @@ struct LookReport
     QRegion cut;            ///< as `cutLines` returns it
     QRegion running;        ///< as `takeRunningLines` returns it
     std::optional<FollowedLines> moved; ///< as `follow` returns it, if lines have moved since the picture was taken
-    std::optional<std::chrono::milliseconds> requested; ///< how long after the look began texts were sent
+    bool hasSent = false;               ///< texts to the engine
     bool hasFailed = false;
     QString trouble; ///< why something isn't translated, in the interface language; empty if all went well
     std::optional<std::chrono::milliseconds> again; ///< when to look again although nothing changes
@@ -108,14 +109,17 @@ public:
 
     /// Looks at a change while the screen is followed: the same work as a pass's for what has changed and is new; the
     /// overlays change where they must, and nothing else on the pane does. One at a time, and not while a pass runs.
+    /// One that is dropped is done at once, though a service may still be waited for.
     void look(const ScreenChange &change, std::function<void(const LookReport &)> done);
-    /// Called after a pass has failed that may succeed later although the screen doesn't change.
-    std::function<void()> onFailed;
+    /// Called when texts go to the engine.
+    Callback<> onSent;
+    /// Called after a pass has failed, or for some texts, that may succeed later although the screen doesn't change.
+    Callback<> onFailed;
     /// Moves the overlays with their lines if these are at other places in a new picture of the pane's area (RGB32).
     /// Lines that were in `partial` (pixels) are unread at their new places. Returns nullopt if none have moved.
     std::optional<FollowedLines> follow(const QImage &picture, const QRegion &partial = {});
     /// Drops the look under way, and what was seen: the next look sees everything for the first time. The overlays stay
-    /// until then.
+    /// until then, and a pass that runs still shows what it finds.
     void forgetScreen();
     /// Whether a pass runs.
     bool isRunning() const { return m_isRunning; }
@@ -141,6 +145,7 @@ private:
     void reportTimings(const Reading &reading);
     void showMemory(const GlassArea &area);
     void finishLook(const Request &request, const Outcome &outcome);
+    void dropLook();
     void showCard(const ErrorCard &card);
 
     const PassSource &m_source;
@@ -155,9 +160,11 @@ private:
     std::unique_ptr<ScheduledTask> m_reportTimer;
     std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread
     bool m_isRunning = false;
+    bool m_isOutdated = false; ///< the screen was forgotten while the pass runs
     std::atomic<bool> m_isFollowing = false;
     std::shared_ptr<const ScreenMemory> m_memory; ///< null if nothing was seen
     QImage m_current;                             ///< the last picture of what is followed
+    std::function<void(const LookReport &)> m_lookDone; ///< of the look under way; unset if there is none
     QObject m_alive;                              ///< context of outcomes under way
     QThreadPool m_workers;                        ///< last member: its destructor waits for running tasks
 };

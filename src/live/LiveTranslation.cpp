@@ -56,6 +56,7 @@ LiveTranslation::LiveTranslation(const Services &services, TranslationPass &pass
     services.power.setChangeHandler([this] { setLimit(); });
     setLimit();
     pass.setFollowing(isOn());
+    pass.onSent = [this] { m_limit.count(m_sent = m_services.now()); };
     pass.onFailed = [this] {
         retryLater();
         schedule();
@@ -65,6 +66,11 @@ LiveTranslation::LiveTranslation(const Services &services, TranslationPass &pass
 bool LiveTranslation::isOn() const
 {
     return m_services.settings.read(settings::isLive);
+}
+
+bool LiveTranslation::isRemote() const
+{
+    return m_services.settings.read(settings::translationEngine) != qint64(TranslationEngine::apple);
 }
 
 void LiveTranslation::switched()
@@ -185,7 +191,6 @@ void LiveTranslation::lookIfDue()
     if (isAgain)
         m_again.reset();
     m_isLooking = true;
-    const bool isRemote = m_services.settings.read(settings::translationEngine) != qint64(TranslationEngine::apple);
     m_pass.look({.picture = m_settler.picture(),
                  .changed = due.changed,
                  .unsettled = due.unsettled,
@@ -193,7 +198,7 @@ void LiveTranslation::lookIfDue()
                  .running = due.running,
                  .written = due.written,
                  .time = now,
-                 .nextRequest = std::max(m_retry, isRemote ? m_limit.next(now) : Time(0))},
+                 .nextRequest = std::max(m_retry, isRemote() ? m_limit.next(now) : Time(0))},
                 [this, due, picture = m_settler.picture(), now](const LookReport &report) {
                     if (!report.partial.isEmpty())
                         m_partial.append({report.partial, picture, now + partialRest});
@@ -229,17 +234,16 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
     m_again = report.again;
     if (report.moved)
         hasMoved(*report.moved, now);
-    m_paid = std::max(m_paid, begun) + (now - begun) * (m_services.power.isSaving() ? 1 + savingPauses : 2);
+    const Time worked = (report.hasSent && isRemote() ? m_sent : now) - begun;
+    m_paid = std::max(m_paid, begun) + worked * (m_services.power.isSaving() ? 1 + savingPauses : 2);
     m_notBefore = std::max(m_notBefore, m_paid - credit);
-    if (report.requested)
-        m_limit.count(begun + *report.requested);
     if (report.hasFailed) {
         retryLater();
-    } else if (report.requested) {
+    } else if (report.hasSent) {
         m_failures = 0;
         m_retry = Time(0);
     }
-    if (report.hasFailed || report.requested)
+    if (report.hasFailed || report.hasSent || (m_failures > 0 && !report.again)) // nothing waits any more
         setTrouble(report.trouble);
     schedule();
 }

@@ -21,8 +21,8 @@ class SettingsStore;
 /// Follows what changes beneath the pane and has the pass look at it, as long as the setting is on, the pane is on a
 /// screen and at rest, and no text is typed on it.
 ///
-/// One look at a time, with pauses between them, so that in the long run they take half of the time at most. Texts go
-/// to a service within the limits of `RequestLimit`, after failures more and more rarely.
+/// One look at a time, with pauses between them, so that in the long run they take half of the time at most, without
+/// what a service takes. Texts go to a service within the limits of `RequestLimit`, more rarely after failures.
 class LiveTranslation : public QObject
 {
 public:
@@ -66,6 +66,7 @@ private:
         Time due{0};
     };
 
+    bool isRemote() const;
     void switched();
     void lookAgain();
     void setLimit();
@@ -87,6 +88,7 @@ private:
     std::optional<Time> m_again; ///< a look that is due although nothing changes
     QList<Partial> m_partial;
     Time m_notBefore{0};         ///< of the next look
+    Time m_sent{0};              ///< when texts last went to the engine
     Time m_paid{0};              ///< when the looks until now and their pauses would end, one after another
     Time m_scrollBegun{0};       ///< when the lines beneath began to move without a pause,
     Time m_scrolled{0};          ///< and when they last did

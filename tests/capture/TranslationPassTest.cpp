@@ -405,11 +405,37 @@ private Q_SLOTS:
 
         m_lines[1].text = u"四"_s;
         screen.setPixelColor(20, second.center().y(), Qt::black);
+        int sent = 0;
+        m_pass->onSent = [&] { ++sent; };
         look({.picture = screen, .changed = second, .time = 9s});
         m_pass->startCapturePass();
+        QVERIFY(m_report && m_report->isDropped); // whatever it waits for
+        QTRY_COMPARE(sent, 1);
         m_translations->answer(3, BlockTranslations{.texts = {u"four"_s}});
+
+        int failures = 0;
+        m_pass->onFailed = [&] { ++failures; };
+        capture(screen);
+        const QList<OnDeviceOutcome> oneNotReady{{.kind = OnDeviceOutcome::Kind::Translated},
+                                                 {.kind = OnDeviceOutcome::Kind::NotReady}};
+        translate(4, BlockTranslations{.texts = {u"one"_s, u"四"_s}, .note = {}, .outcomes = oneNotReady});
+        QCOMPARE(m_pane->log.last(), u"overlay one"_s);
+        QCOMPARE(failures, 1);
+        look({.picture = screen, .time = 11s});
+        QCOMPARE(m_asked, QStringList{u"四"_s});
+        m_translations->answer(5, BlockTranslations{.texts = {u"four"_s}});
         QTRY_VERIFY(m_report);
-        QVERIFY(m_report->isDropped);
+
+        m_pass->startCapturePass();
+        capture(screen);
+        settle([&] { return m_translations->asked() == 7; });
+        m_pass->forgetScreen(); // another language was chosen
+        translate(6, BlockTranslations{.texts = {u"one"_s, u"four"_s}});
+        look({.picture = screen, .changed = screen.rect(), .time = 12s});
+        QCOMPARE(m_asked.size(), 2);
+        m_translations->answer(7, BlockTranslations{.texts = {u"eins"_s, u"vier"_s}});
+        QTRY_VERIFY(m_report);
+        QCOMPARE(m_pane->log.last(), u"now eins vier"_s);
     }
 
     void whereLinesHaveMovedIsReported()

@@ -26,8 +26,8 @@ QImage completed(const QImage &captured, const ScreenRect &visible, const Screen
     return whole;
 }
 
-/// The part of `damage` in which two pictures differ. Windows report more than they have changed, often all of themselves.
-/// Everything if there was no picture of this kind before.
+/// The part of `damage` in which two pictures differ. Windows report more than they have changed, often all of
+/// themselves. Everything if there was no picture of this kind before.
 QRect changedPart(const QImage &before, const QImage &now, const QRect &damage)
 {
     if (before.size() != now.size() || before.format() != now.format() || now.depth() != 32)
