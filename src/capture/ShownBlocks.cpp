@@ -1,6 +1,7 @@
 #include "ShownBlocks.h"
 
 #include "PictureChange.h"
+#include "ScreenReading.h"
 
 #include <algorithm>
 #include <vector>
@@ -20,6 +21,15 @@ constexpr auto longestWait = 1000ms;
 /// The share of a shorter text that a longer one must begin with, since the last letters of a text that is being
 /// written are often misread.
 constexpr double sameBeginning = 0.8;
+
+/// Whether a region contains a good part of a rectangle.
+bool covers(const QRegion &region, const QRect &rect)
+{
+    int covered = 0;
+    for (const QRect &part : region & rect)
+        covered += part.width() * part.height();
+    return 4 * covered > rect.width() * rect.height();
+}
 
 class Comparison
 {
@@ -89,14 +99,13 @@ bool continues(const QString &text, const QString &beginning)
     return text.size() > beginning.size() && double(end - beginning.begin()) >= sameBeginning * double(beginning.size());
 }
 
-BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now,
-                          const std::function<bool(const NormBox &)> &isUnsettled,
-                          std::chrono::milliseconds time)
+BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now, const QSize &size,
+                          const QRegion &unsettled, std::chrono::milliseconds time)
 {
     BlockChange change;
     Comparison comparison(former, time);
     for (const TextBlock &block : now) {
-        const ShownBlock shown = comparison.shown(block, isUnsettled(block.normBox));
+        const ShownBlock shown = comparison.shown(block, covers(unsettled, pixelsOf(block.normBox, size)));
         const auto due = std::min(shown.begun + longestWait, shown.changed + stillTime);
         if (!shown.isTranslated && due <= time)
             change.wanted.append(change.blocks.size());

@@ -3,10 +3,10 @@
 #include "TextBlock.h"
 
 #include <QList>
+#include <QRegion>
 #include <QString>
 
 #include <chrono>
-#include <functional>
 #include <optional>
 
 namespace lucentra {
@@ -35,10 +35,9 @@ struct BlockChange
 bool continues(const QString &text, const QString &beginning);
 
 /// Finds out which texts are translated already and which ones must be. A text that is being written waits until it has
-/// been the same for a while, or at most a second. It is being written if it begins with the text that was at its place,
-/// or if `isUnsettled` says of its box that the screen there doesn't rest.
-BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now,
-                          const std::function<bool(const NormBox &)> &isUnsettled,
-                          std::chrono::milliseconds time);
+/// been the same for a while, or at most a second. It is being written if it begins with the text that was at its
+/// place, or in an area that doesn't rest: `unsettled`, in pixels of a picture of that size.
+BlockChange compareBlocks(const QList<ShownBlock> &former, const QList<TextBlock> &now, const QSize &size,
+                          const QRegion &unsettled, std::chrono::milliseconds time);
 
 } // namespace lucentra

@@ -23,15 +23,8 @@ namespace {
 constexpr int mostPasses = 512;
 /// When texts are tried again that a service can translate once its data is built.
 constexpr std::chrono::milliseconds notReadyDelay{2000};
-
-/// Whether a region contains a good part of a rectangle.
-bool covers(const QRegion &region, const QRect &rect)
-{
-    int covered = 0;
-    for (const QRect &part : region & rect)
-        covered += part.width() * part.height();
-    return 4 * covered > rect.width() * rect.height();
-}
+/// How long outdated translations stay while new ones are awaited. They don't go at once, so that nothing blinks.
+constexpr std::chrono::milliseconds longestOutdated{1000};
 
 } // namespace
 
@@ -168,15 +161,14 @@ std::optional<FollowedLines> TranslationPass::follow(const QImage &picture, cons
     if (!moved)
         return std::nullopt;
     m_memory = std::make_shared<const ScreenMemory>(*moved);
-    showMemory(m_source.glassArea());
+    m_view.changeTranslations(placementOf(*m_memory, m_source.glassArea()).candidates);
     return moved->comparedWith(former, m_current);
 }
 
-void TranslationPass::showMemory(const GlassArea &area)
+OverlayPlacement TranslationPass::placementOf(const ScreenMemory &memory, const GlassArea &area) const
 {
-    m_view.changeTranslations(placeOverlays(m_memory->textBlocks(), m_memory->translations(), area.glass.size(),
-                                            m_source.windowControlExclusionRects(controlPadding))
-                                  .candidates);
+    return placeOverlays(memory.textBlocks(), memory.translations(), area.glass.size(),
+                         m_source.windowControlExclusionRects(controlPadding));
 }
 
 void TranslationPass::supersede()
@@ -204,7 +196,7 @@ bool TranslationPass::isCurrent(const Request &request) const
     return request.generation == m_captureGeneration;
 }
 
-TranslationPass::Outcome TranslationPass::run(const Request &request) const
+TranslationPass::Outcome TranslationPass::run(const Request &request)
 {
     const auto isWanted = [this, &request] { return isCurrent(request); };
     const tl::unexpected superseded{ErrorCard()}; // not shown: the outcome of a superseded pass is dropped
@@ -265,7 +257,7 @@ TranslationPass::Outcome TranslationPass::run(const Request &request) const
 }
 
 std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &reading, const Request &request,
-                                                                     const std::function<bool()> &isWanted) const
+                                                                     const std::function<bool()> &isWanted)
 {
     const QSize size = reading.memory.screen.picture.size();
     const ScreenChange change = request.change.value_or(ScreenChange());
@@ -273,19 +265,17 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     BlockChange compared = compareBlocks(
         request.former ? request.former->blocks : QList<ShownBlock>(),
         composeBlocks(reading.memory.screen.lines, size, m_settings.read(settings::translationUnit), m_steps.isPhrase),
-        [&](const NormBox &box) { return covers(change.unsettled | reading.report.cut, pixelsOf(box, size)); },
-        change.time);
+        size, change.unsettled | reading.report.cut, change.time);
     reading.report.again = compared.again;
 
-    QHash<qsizetype, QString> known; // by block
     QList<TextBlock> unknown;
     for (const qsizetype index : std::as_const(compared.wanted)) {
-        const TextBlock &block = compared.blocks[index].block;
-        const auto translation = m_isFollowing && m_steps.known ? m_steps.known(block.text) : std::nullopt;
-        if (translation)
-            known.insert(index, *translation);
-        else
-            unknown.append(block);
+        ShownBlock &shown = compared.blocks[index];
+        const auto known = m_isFollowing && m_steps.known ? m_steps.known(shown.block.text) : std::nullopt;
+        shown.translation = known.value_or(shown.translation);
+        shown.isTranslated = known.has_value();
+        if (!known)
+            unknown.append(shown.block);
     }
     const auto waitUntil = [&](std::chrono::milliseconds time) {
         reading.report.again = std::min(reading.report.again.value_or(time), time);
@@ -296,7 +286,8 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
         waitUntil(change.nextRequest);
     } else if (!unknown.isEmpty()) {
         reading.report.hasSent = true;
-        m_mainQueue.post(request.alive, [this] { onSent(); });
+        reading.memory.blocks = compared.blocks;
+        m_mainQueue.post(request.alive, [this, request, known = reading.memory] { awaitAnswer(request, known); });
         if (Result<BlockTranslations> result = m_steps.translate(unknown, isWanted)) {
             answer = std::move(*result);
             reading.notes.append(answer->note);
@@ -307,14 +298,15 @@ std::optional<TranslationPass::ErrorCard> TranslationPass::translate(Reading &re
     qsizetype asked = 0;
     for (const qsizetype index : std::as_const(compared.wanted)) {
         ShownBlock &shown = compared.blocks[index];
-        const qsizetype place = known.contains(index) ? -1 : asked++;
+        const qsizetype place = shown.isTranslated ? -1 : asked++;
         if (place >= 0 && !answer)
             continue;
         if (place >= 0 && m_isFollowing && answer->outcomes.value(place).kind == OnDeviceOutcome::Kind::NotReady) {
             waitUntil(change.time + notReadyDelay);
             continue;
         }
-        shown.translation = place < 0 ? known[index] : textForBlock(unknown, answer->texts, place);
+        if (place >= 0)
+            shown.translation = textForBlock(unknown, answer->texts, place);
         shown.isTranslated = true;
         reading.sources.append(shown.block.text);
         if (place < 0 || place < answer->texts.size())
@@ -354,8 +346,26 @@ void TranslationPass::finish(const Request &request, const Outcome &outcome)
         onFailed();
 }
 
+void TranslationPass::awaitAnswer(const Request &request, const ScreenMemory &known)
+{
+    onSent();
+    if (request.change && isCurrent(request))
+        m_patience = m_scheduler.after(longestOutdated, [this, known] { showSeen(known); });
+}
+
+/// What a look has seen, where it is now: it may have been scrolled.
+std::optional<FollowedLines> TranslationPass::showSeen(const ScreenMemory &seen)
+{
+    m_memory = std::make_shared<const ScreenMemory>(seen);
+    const auto moved = follow(m_current, seen.screen.partial);
+    if (!moved)
+        m_view.changeTranslations(placementOf(seen, m_source.glassArea()).candidates);
+    return moved;
+}
+
 void TranslationPass::dropLook()
 {
+    m_patience.reset();
     if (const auto done = std::exchange(m_lookDone, nullptr))
         done({.isDropped = true});
 }
@@ -364,16 +374,13 @@ void TranslationPass::finishLook(const Request &request, const Outcome &outcome)
 {
     if (!isCurrent(request) || !outcome)
         return; // it was dropped
-    const ScreenMemory &seen = outcome->memory;
-    m_memory = std::make_shared<const ScreenMemory>(seen);
-    const auto moved = follow(m_current, seen.screen.partial); // it may have been scrolled
-    if (!moved)
-        showMemory(request.area);
+    m_patience.reset();
+    const auto moved = showSeen(outcome->memory);
     if (m_settings.read(settings::autoCopy) && !outcome->translations.isEmpty())
         m_steps.copy(outcome->translations.join(u'\n'));
     store(*outcome);
     LookReport report = outcome->report;
-    report.partial = seen.screen.partial;
+    report.partial = outcome->memory.screen.partial;
     report.moved = moved;
     report.trouble = outcome->notes.join(u'\n');
     reportTimings(*outcome);
@@ -394,15 +401,12 @@ void TranslationPass::store(const Reading &reading) const
 void TranslationPass::show(const Request &request, const Reading &reading)
 {
     const ScreenMemory &memory = reading.memory;
-    const OverlayPlacement placement =
-        placeOverlays(memory.textBlocks(), memory.translations(), request.area.glass.size(),
-                      m_source.windowControlExclusionRects(controlPadding));
+    const OverlayPlacement placement = placementOf(memory, request.area);
     if (m_isFollowing && !m_isOutdated)
         m_memory = std::make_shared<const ScreenMemory>(memory);
-    const ScreenReading &screen = reading.memory.screen;
     QStringList notes = reading.notes;
     if (notes.isEmpty() && m_steps.recommendsParagraphs &&
-        m_steps.recommendsParagraphs(screen.lines, screen.picture.size()))
+        m_steps.recommendsParagraphs(memory.screen.lines, memory.screen.picture.size()))
         notes.append(
             m_texts.localized(u"逐行翻譯會切斷句子。若譯文不通順，請在設定的「翻譯」中把「翻譯單位」改為「段落」。"_s));
     m_view.showTranslations(placement.candidates, notes.join(u'\n'));

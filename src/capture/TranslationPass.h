@@ -135,16 +135,17 @@ private:
     bool startsByItself() const;
     bool isCurrent(const Request &request) const;
     void start(const Request &request);
-    Outcome run(const Request &request) const;
-    std::optional<ErrorCard> translate(Reading &reading, const Request &request,
-                                       const std::function<bool()> &isWanted) const;
+    Outcome run(const Request &request);
+    std::optional<ErrorCard> translate(Reading &reading, const Request &request, const std::function<bool()> &isWanted);
     ErrorCard captureFailed(const Failure &failure) const;
     void finish(const Request &request, const Outcome &outcome);
     void show(const Request &request, const Reading &reading);
     void store(const Reading &reading) const;
     void reportTimings(const Reading &reading);
-    void showMemory(const GlassArea &area);
+    OverlayPlacement placementOf(const ScreenMemory &memory, const GlassArea &area) const;
     void finishLook(const Request &request, const Outcome &outcome);
+    void awaitAnswer(const Request &request, const ScreenMemory &known);
+    std::optional<FollowedLines> showSeen(const ScreenMemory &seen);
     void dropLook();
     void showCard(const ErrorCard &card);
 
@@ -158,6 +159,7 @@ private:
     std::unique_ptr<ScheduledTask> m_debounceTimer;
     bool m_isDueAfterHold = false; ///< a pass was pending when the user took hold of the pane
     std::unique_ptr<ScheduledTask> m_reportTimer;
+    std::unique_ptr<ScheduledTask> m_patience;   ///< with a service that a look waits for
     std::atomic<qint64> m_captureGeneration = 0; ///< written on the main thread
     bool m_isRunning = false;
     bool m_isOutdated = false; ///< the screen was forgotten while the pass runs

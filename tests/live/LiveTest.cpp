@@ -504,7 +504,8 @@ private Q_SLOTS:
         QStringList translated;
         const auto look = [&](const QString &text, std::chrono::milliseconds time, bool isUnsettled = false) {
             const NormBox box{0.1, 0.1, 0.02 * double(text.size()), 0.1};
-            BlockChange change = compareBlocks(shown, {{text, box}}, [=](const NormBox &) { return isUnsettled; }, time);
+            BlockChange change =
+                compareBlocks(shown, {{text, box}}, {400, 200}, isUnsettled ? QRect(0, 0, 400, 200) : QRegion(), time);
             for (const qsizetype index : change.wanted) {
                 ShownBlock &block = change.blocks[index];
                 block.isTranslated = true;
