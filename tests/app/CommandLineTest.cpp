@@ -19,10 +19,7 @@ private Q_SLOTS:
     void argumentsAreUnderstood_data()
     {
         using Command = Invocation::Command;
-        columns<Invocation>("invocation");
-        const auto row = [](const char *arguments, const Invocation &invocation) {
-            QTest::newRow(arguments) << invocation;
-        };
+        const auto row = columns<Invocation>("invocation");
         row("recognize a.png", {.command = Command::Recognize, .argument = u"a.png"_s});
         row("image --output=o.png a.png --engine 7 --target ja --paragraphs --json --timing", {.command = Command::Image,
                                                                                   .argument = u"a.png"_s,
@@ -59,7 +56,7 @@ private Q_SLOTS:
         const auto row = [](const char *arguments, const QString &description) {
             QTest::newRow(arguments) << QString::fromUtf8(arguments).split(u' ') << description;
         };
-        QTest::newRow("nothing") << QStringList{} << u"缺少指令"_s;
+        QTest::newRow("nothing") << QStringList() << u"缺少指令"_s;
         QTest::newRow("a number written otherwise")
             << QStringList{u"text"_s, u"a"_s, u"--engine= +7"_s} << u"選項 --engine 的值無效： +7"_s;
         row("fly", u"未知的指令：fly"_s);

@@ -50,23 +50,21 @@ private Q_SLOTS:
     void theAreaMustLieWholeOnOneDisplay_data()
     {
         // code: 0: captured
-        columns<ScreenRect, int, ScreenRect>("pane", "code", "captured");
-        QTest::newRow("inside") << ScreenRect(100, 40, 480, 280) << 0 << ScreenRect(102, 42, 476, 276);
-        QTest::newRow("on the display left of the origin")
-            << ScreenRect(-1180, 40, 480, 280) << 0 << ScreenRect(-1178, 42, 476, 276);
-        QTest::newRow("two points over the edge: the inset is cut")
-            << ScreenRect(1442, 40, 480, 280) << 0 << ScreenRect(1444, 42, 476, 276);
-        QTest::newRow("less than a point outside is cropped")
-            << ScreenRect(1442.5, 40, 480, 280) << 0 << ScreenRect(1444.5, 42, 475.5, 276);
-        QTest::newRow("a point outside") << ScreenRect(1443, 40, 480, 280) << -3 << ScreenRect();
-        QTest::newRow("astride two displays") << ScreenRect(-200, 40, 480, 280) << -3 << ScreenRect();
-        QTest::newRow("centre above every display") << ScreenRect(100, -400, 480, 280) << -2 << ScreenRect();
-        QTest::newRow("centre on the far edge is outside") << ScreenRect(1680, 40, 480, 280) << -2 << ScreenRect();
+        const auto row = columns<ScreenRect, int, ScreenRect>("pane", "code", "captured");
+        row("inside", ScreenRect(100, 40, 480, 280), 0, ScreenRect(102, 42, 476, 276));
+        row("on the display left of the origin", ScreenRect(-1180, 40, 480, 280), 0, ScreenRect(-1178, 42, 476, 276));
+        row("two points over the edge: the inset is cut", ScreenRect(1442, 40, 480, 280), 0,
+            ScreenRect(1444, 42, 476, 276));
+        row("less than a point outside is cropped", ScreenRect(1442.5, 40, 480, 280), 0,
+            ScreenRect(1444.5, 42, 475.5, 276));
+        row("a point outside", ScreenRect(1443, 40, 480, 280), -3, {});
+        row("astride two displays", ScreenRect(-200, 40, 480, 280), -3, {});
+        row("centre above every display", ScreenRect(100, -400, 480, 280), -2, {});
+        row("centre on the far edge is outside", ScreenRect(1680, 40, 480, 280), -2, {});
     }
     void theAreaMustLieWholeOnOneDisplay()
     {
-        QFETCH(ScreenRect, pane);
-        QFETCH(int, code);
+        const auto [pane, code] = fetched<ScreenRect, int>();
         const auto plan = planGlassCapture(surroundingsOf(pane), filling(pane), m_texts.manager);
         QCOMPARE(plan ? 0 : plan.error().code, code);
         if (plan)
@@ -89,19 +87,18 @@ private Q_SLOTS:
     void failuresArePassedOn_data()
     {
         const Failure theirs{.domain = u"X11"_s, .code = 5, .description = u"gone"_s};
-        columns<Result<CaptureSurroundings>, Result<QImage>, int>("surroundings", "image", "code");
+        const auto row = columns<Result<CaptureSurroundings>, Result<QImage>, int>("surroundings", "image", "code");
         const Result<CaptureSurroundings> surroundings = surroundingsOf({100, 40, 480, 280});
         const Result<QImage> image = QImage(952, 552, QImage::Format_RGB32);
-        QTest::newRow("the window system is gone") << Result<CaptureSurroundings>(tl::unexpected(theirs)) << image << 5;
-        QTest::newRow("no such window") << Result<CaptureSurroundings>(CaptureSurroundings()) << image << -1;
-        QTest::newRow("the capture fails") << surroundings << Result<QImage>(tl::unexpected(theirs)) << 5;
-        QTest::newRow("neither image nor error") << surroundings << Result<QImage>(QImage()) << -4;
-        QTest::newRow("an image") << surroundings << image << 0;
+        row("the window system is gone", Result<CaptureSurroundings>(tl::unexpected(theirs)), image, 5);
+        row("no such window", Result<CaptureSurroundings>(CaptureSurroundings()), image, -1);
+        row("the capture fails", surroundings, Result<QImage>(tl::unexpected(theirs)), 5);
+        row("neither image nor error", surroundings, Result<QImage>(QImage()), -4);
+        row("an image", surroundings, image, 0);
     }
     void failuresArePassedOn()
     {
-        QFETCH(Result<CaptureSurroundings>, surroundings);
-        QFETCH(Result<QImage>, image);
+        const auto [surroundings, image] = fetched<Result<CaptureSurroundings>, Result<QImage>>();
         PlayedCapture capture;
         capture.answer = surroundings;
         capture.image = image;

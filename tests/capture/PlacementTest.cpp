@@ -96,10 +96,7 @@ private Q_SLOTS:
 
     void linesOfAParagraphAreJoined_data()
     {
-        columns<QList<Row>, QStringList>("rows", "blocks");
-        const auto row = [](const char *name, const QList<Row> &rows, const QStringList &blocks) {
-            QTest::newRow(name) << rows << blocks;
-        };
+        const auto row = columns<QList<Row>, QStringList>("rows", "blocks");
         row("two paragraphs, a gap between, a word that was broken and one that is written with a hyphen",
             {{0, 0, 330, u"The bakery opens at mid-"_s},
              {0, 24, 330, u"night and closes when the well-"_s},

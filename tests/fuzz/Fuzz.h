@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QFile>
 
 #include <cstddef>
 #include <cstdint>
@@ -23,14 +22,6 @@ inline void mustHold(bool holds, const char *promise)
 inline QByteArray bytesOf(const uint8_t *data, size_t size)
 {
     return {reinterpret_cast<const char *>(data), qsizetype(size)};
-}
-
-/// Makes the input the content of a file.
-inline void writeInput(const QString &path, const uint8_t *data, size_t size)
-{
-    QFile file(path);
-    const QByteArray content = bytesOf(data, size);
-    mustHold(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), "the fuzzer's own file");
 }
 
 } // namespace lucentra

@@ -1,5 +1,6 @@
 // Pictures: what a file holds, and the places in it that look like lines of writing.
 
+#include "Files.h"
 #include "Fuzz.h"
 
 #include "PictureFile.h"
@@ -16,7 +17,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     static const TestTexts texts;
     static const QTemporaryDir folder(u"/dev/shm/lucentra-fuzz"_s);
     const QString path = folder.filePath(u"picture"_s);
-    writeInput(path, data, size);
+    writeFile(path, bytesOf(data, size));
 
     const auto picture = readPicture(path, texts.manager);
     if (!picture) {

@@ -1,5 +1,6 @@
 // The preferences' file, which other processes write and people edit by hand.
 
+#include "Files.h"
 #include "Fuzz.h"
 
 #include "PreferencesFile.h"
@@ -14,7 +15,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const QTemporaryDir folder(u"/dev/shm/lucentra-fuzz"_s);
     const QString path = folder.filePath(u"preferences.json"_s);
-    writeInput(path, data, size);
+    writeFile(path, bytesOf(data, size));
 
     PreferencesFile preferences(path, {});
     QJsonObject expected = preferences.values();

@@ -67,26 +67,26 @@ private Q_SLOTS:
 
     void decoding_data()
     {
-        columns<QByteArray, bool>("json", "readable");
+        const auto row = columns<QByteArray, bool>("json", "readable");
         const QByteArray good = object(R"(,"timestamp":1.5,"isStarred":false)");
-        QTest::newRow("empty list") << QByteArray("[]") << true;
-        QTest::newRow("all five") << good << true;
-        QTest::newRow("a whole number as the time") << object(R"(,"timestamp":700000000,"isStarred":true)") << true;
-        QTest::newRow("a further key") << object(R"(,"timestamp":1,"isStarred":true,"note":{})") << true;
-        QTest::newRow("small letters in the id") << QByteArray(good).replace("0F5BE2A1", "0f5be2a1") << true;
-        QTest::newRow("braces around the id")
-            << QByteArray(good).replace(sampleId.toLatin1(), "{" + sampleId.toLatin1() + "}") << false;
-        QTest::newRow("no id at all") << QByteArray(good).replace(sampleId.toLatin1(), "first") << false;
-        QTest::newRow("isStarred is missing") << object(R"(,"timestamp":1.5)") << false;
-        QTest::newRow("isStarred is a number") << object(R"(,"timestamp":1.5,"isStarred":0)") << false;
-        QTest::newRow("the time is a string") << object(R"(,"timestamp":"1.5","isStarred":false)") << false;
-        QTest::newRow("a text is null") << QByteArray(good).replace(R"("a")", "null") << false;
-        QTest::newRow("an entry that is no object") << good.chopped(1) + ",7]" << false;
-        QTest::newRow("an object outside") << QByteArray("{}") << false;
-        QTest::newRow("cut off") << good.chopped(4) << false;
-        QTest::newRow("an empty file") << QByteArray() << false;
-        QTest::newRow("arrays without end") << "[" + QByteArray("[0],").repeated(isSanitized ? 20'000 : 2'000'000) + "[]]" << false;
-        QTest::newRow("not UTF-8") << QByteArray(good).replace(R"("a")", "\"\xe9\"") << false;
+        row("empty list", "[]", true);
+        row("all five", good, true);
+        row("a whole number as the time", object(R"(,"timestamp":700000000,"isStarred":true)"), true);
+        row("a further key", object(R"(,"timestamp":1,"isStarred":true,"note":{})"), true);
+        row("small letters in the id", QByteArray(good).replace("0F5BE2A1", "0f5be2a1"), true);
+        row("braces around the id", QByteArray(good).replace(sampleId.toLatin1(), "{" + sampleId.toLatin1() + "}"),
+            false);
+        row("no id at all", QByteArray(good).replace(sampleId.toLatin1(), "first"), false);
+        row("isStarred is missing", object(R"(,"timestamp":1.5)"), false);
+        row("isStarred is a number", object(R"(,"timestamp":1.5,"isStarred":0)"), false);
+        row("the time is a string", object(R"(,"timestamp":"1.5","isStarred":false)"), false);
+        row("a text is null", QByteArray(good).replace(R"("a")", "null"), false);
+        row("an entry that is no object", good.chopped(1) + ",7]", false);
+        row("an object outside", "{}", false);
+        row("cut off", good.chopped(4), false);
+        row("an empty file", {}, false);
+        row("arrays without end", "[" + QByteArray("[0],").repeated(isSanitized ? 20'000 : 2'000'000) + "[]]", false);
+        row("not UTF-8", QByteArray(good).replace(R"("a")", "\"\xe9\""), false);
     }
     void decoding()
     {
@@ -99,20 +99,19 @@ private Q_SLOTS:
 
     void hugeFilesAreReadInPart_data()
     {
-        columns<QByteArray, QByteArray, bool>("start", "repeated", "readable");
+        const auto row = columns<QByteArray, QByteArray, bool>("start", "repeated", "readable");
         const QByteArray entry = object(R"(,"timestamp":1,"isStarred":false)").chopped(1).sliced(1);
         // Nearly all of what is read belongs to an entry that is cut off.
         const QByteArray texts = "[" + entry + "," + QByteArray(entry).replace("\"b\"", "\"b");
-        QTest::newRow("entries") << texts << QByteArray("]},[{\\\"") << true;
-        QTest::newRow("no entries") << QByteArray("[") << QByteArray("[0],") << false;
-        QTest::newRow("nothing at all") << QByteArray() << QByteArray(1, '\0') << false;
+        row("entries", texts, "]},[{\\\"", true);
+        row("no entries", "[", "[0],", false);
+        row("nothing at all", {}, QByteArray(1, '\0'), false);
     }
     void hugeFilesAreReadInPart()
     {
         if (isSanitized)
             QSKIP("takes too long, and the sanitizer needs more memory than is allowed here");
-        QFETCH(QByteArray, start);
-        QFETCH(QByteArray, repeated);
+        const auto [start, repeated] = fetched<QByteArray, QByteArray>();
         constexpr qint64 size = 160LL << 20;
         const QTemporaryDir folder;
         QFile file(folder.filePath(u"history.json"_s));

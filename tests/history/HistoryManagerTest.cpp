@@ -1,6 +1,7 @@
 #include "HistoryManager.h"
 #include "Columns.h"
 #include "FileLock.h"
+#include "Files.h"
 #include "HistoryEntries.h"
 #include "HistoryFile.h"
 #include "MainQueue.h"
@@ -8,9 +9,6 @@
 #include "Sanitized.h"
 #include "TestProgram.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QSignalSpy>
@@ -108,18 +106,18 @@ private Q_SLOTS:
     void trimming_data()
     {
         // starred: the oldest
-        columns<int, int, int, QString, QString>("starred", "unstarred", "left", "newest", "oldestUnstarred");
-        QTest::newRow("room for one") << 0 << 999 << 1000 << u"new"_s << u"u0"_s;
-        QTest::newRow("full") << 0 << 1000 << 1000 << u"new"_s << u"u1"_s;
-        QTest::newRow("full, the oldest with a star") << 1 << 999 << 1000 << u"new"_s << u"u1"_s;
-        QTest::newRow("the file held more") << 2 << 1010 << 1000 << u"new"_s << u"u13"_s;
-        QTest::newRow("only stars") << 1001 << 0 << 1001 << u"s1000*"_s << QString();
-        QTest::newRow("one below the limit, all stars") << 999 << 0 << 1000 << u"new"_s << u"new"_s;
+        const auto row =
+            columns<int, int, int, QString, QString>("starred", "unstarred", "left", "newest", "oldestUnstarred");
+        row("room for one", 0, 999, 1000, u"new"_s, u"u0"_s);
+        row("full", 0, 1000, 1000, u"new"_s, u"u1"_s);
+        row("full, the oldest with a star", 1, 999, 1000, u"new"_s, u"u1"_s);
+        row("the file held more", 2, 1010, 1000, u"new"_s, u"u13"_s);
+        row("only stars", 1001, 0, 1001, u"s1000*"_s, {});
+        row("one below the limit, all stars", 999, 0, 1000, u"new"_s, u"new"_s);
     }
     void trimming()
     {
-        QFETCH(int, starred);
-        QFETCH(int, unstarred);
+        const auto [starred, unstarred] = fetched<int, int>();
         QList<HistoryItem> items;
         for (int i = 0; i < starred; ++i)
             items.prepend(item(u"s%1"_s.arg(i), i, true));
@@ -309,13 +307,13 @@ private Q_SLOTS:
 
     void restoring_data()
     {
-        columns<QList<HistoryItem>, QString>("items", "history");
+        const auto row = columns<QList<HistoryItem>, QString>("items", "history");
         using Items = QList<HistoryItem>;
         // The history is d4 b2 a1.
-        QTest::newRow("between the others") << Items{item(u"c"_s, 3, true)} << u"d c* b a"_s;
-        QTest::newRow("newer and older ones at once") << Items{item(u"x"_s, 0), item(u"y"_s, 9)} << u"y d b a x"_s;
-        QTest::newRow("of the same time: behind") << Items{item(u"x"_s, 2), item(u"y"_s, 2)} << u"d b x y a"_s;
-        QTest::newRow("still there, with another star") << Items{item(u"b"_s, 2, true)} << u"d b a"_s;
+        row("between the others", Items{item(u"c"_s, 3, true)}, u"d c* b a"_s);
+        row("newer and older ones at once", Items{item(u"x"_s, 0), item(u"y"_s, 9)}, u"y d b a x"_s);
+        row("of the same time: behind", Items{item(u"x"_s, 2), item(u"y"_s, 2)}, u"d b x y a"_s);
+        row("still there, with another star", Items{item(u"b"_s, 2, true)}, u"d b a"_s);
     }
     void restoring()
     {
@@ -357,10 +355,7 @@ private Q_SLOTS:
     void unreadableFileIsKeptUntilTheFirstSave()
     {
         const QByteArray content = R"([{"id":"secret")";
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        file.close();
+        writeFile(m_path, content);
         create();
         m_queue->drain();
         QVERIFY(m_manager->history().isEmpty());
@@ -377,9 +372,7 @@ private Q_SLOTS:
         QCOMPARE(namesOf(written()), QString());
         const QStringList kept = QDir(m_folder->path()).entryList({u"history.unreadable-*.json"_s}, QDir::Files);
         QCOMPARE(kept.size(), 1);
-        QFile copy(m_folder->filePath(kept.first()));
-        QVERIFY(copy.open(QIODevice::ReadOnly));
-        QCOMPARE(copy.readAll(), content);
+        QCOMPARE(contentOf(m_folder->filePath(kept.first())), content);
         QCOMPARE(m_lines.size(), 1);
     }
 
@@ -387,9 +380,7 @@ private Q_SLOTS:
     {
         // Even a super-user can't write into a folder that is a file.
         const QString blocked = m_folder->filePath(u"folder"_s);
-        QFile file(blocked);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        writeFile(blocked, {});
         m_path = blocked + u"/history.json"_s;
         create();
         m_manager->add(u"a"_s, u"A"_s);

@@ -26,48 +26,39 @@ class HistorySearchTest : public QObject
 private Q_SLOTS:
     void matching_data()
     {
-        columns<QString, QString, QString, QString, bool>("search", "original", "translation", "locale", "matches");
-        const auto row = [](const char *name, const QString &search, const QString &original,
-                            const QString &translation, bool matches, const QString &locale = u"en"_s) {
-            QTest::newRow(name) << search << original << translation << locale << matches;
-        };
-        row("nothing is everywhere", u""_s, u"a"_s, u"b"_s, true);
-        row("only in the translation", u"light"_s, u"燈塔"_s, u"LIGHTHOUSE"_s, true);
-        row("not across the two texts", u"ab"_s, u"a"_s, u"b"_s, false);
-        row("blanks count", u"a "_s, u"a"_s, u"b"_s, false);
-        row("accents count", u"uber"_s, u"über"_s, u""_s, false);
-        row("an accent encoded another way", u"U\u0308ber"_s, u"über"_s, u""_s, true);
-        row("a sharp s is two", u"STRASSE"_s, u"Straße"_s, u""_s, true);
-        row("an I that is no i in Turkish", u"ı"_s, u"KAPI"_s, u""_s, true, u"tr"_s);
-        row("and none elsewhere", u"ı"_s, u"KAPI"_s, u""_s, false);
-        row("half of a surrogate pair", QString(QChar(0xD83D)), u"a"_s, u"b"_s, false);
+        const auto row =
+            columns<QString, QString, QString, QString, bool>("search", "original", "translation", "locale", "matches");
+        row("nothing is everywhere", u""_s, u"a"_s, u"b"_s, u"en"_s, true);
+        row("only in the translation", u"light"_s, u"燈塔"_s, u"LIGHTHOUSE"_s, u"en"_s, true);
+        row("not across the two texts", u"ab"_s, u"a"_s, u"b"_s, u"en"_s, false);
+        row("blanks count", u"a "_s, u"a"_s, u"b"_s, u"en"_s, false);
+        row("accents count", u"uber"_s, u"über"_s, u""_s, u"en"_s, false);
+        row("an accent encoded another way", u"U\u0308ber"_s, u"über"_s, u""_s, u"en"_s, true);
+        row("a sharp s is two", u"STRASSE"_s, u"Straße"_s, u""_s, u"en"_s, true);
+        row("an I that is no i in Turkish", u"ı"_s, u"KAPI"_s, u""_s, u"tr"_s, true);
+        row("and none elsewhere", u"ı"_s, u"KAPI"_s, u""_s, u"en"_s, false);
+        row("half of a surrogate pair", QString(QChar(0xD83D)), u"a"_s, u"b"_s, u"en"_s, false);
     }
     void matching()
     {
-        QFETCH(QString, search);
-        QFETCH(QString, original);
-        QFETCH(QString, translation);
-        QFETCH(QString, locale);
+        const auto [search, original, translation, locale] = fetched<QString, QString, QString, QString>();
         const HistorySearch tested(search, QLocale(locale));
         QTEST(tested.matches(entry(original, translation)), "matches");
     }
 
     void ranges_data()
     {
-        columns<QString, QString, QStringList>("search", "text", "found");
-        QTest::newRow("several, without overlaps") << u"aa"_s << u"AAaa a"_s << QStringList{u"AA"_s, u"aa"_s};
-        QTest::newRow("folding changes lengths before it")
-            << u"weg"_s << u"e\u0301e\u0301e\u0301 Weg"_s << QStringList{u"Weg"_s};
-        QTest::newRow("an accent by itself belongs to its letter")
-            << u"é"_s << u"cafe\u0301s"_s << QStringList{u"e\u0301"_s};
-        QTest::newRow("across lines") << u"a\nb"_s << u"xA\nBx"_s << QStringList{u"A\nB"_s};
-        QTest::newRow("half of a letter") << u"s w"_s << u"Groß weg"_s << QStringList{u"ß w"_s};
-        QTest::newRow("nowhere") << u"z"_s << u"abc"_s << QStringList{};
+        const auto row = columns<QString, QString, QStringList>("search", "text", "found");
+        row("several, without overlaps", u"aa"_s, u"AAaa a"_s, {u"AA"_s, u"aa"_s});
+        row("folding changes lengths before it", u"weg"_s, u"e\u0301e\u0301e\u0301 Weg"_s, {u"Weg"_s});
+        row("an accent by itself belongs to its letter", u"é"_s, u"cafe\u0301s"_s, {u"e\u0301"_s});
+        row("across lines", u"a\nb"_s, u"xA\nBx"_s, {u"A\nB"_s});
+        row("half of a letter", u"s w"_s, u"Groß weg"_s, {u"ß w"_s});
+        row("nowhere", u"z"_s, u"abc"_s, {});
     }
     void ranges()
     {
-        QFETCH(QString, search);
-        QFETCH(QString, text);
+        const auto [search, text] = fetched<QString, QString>();
         QStringList found;
         const auto ranges = HistorySearch(search, QLocale(QLocale::English)).rangesIn(text);
         for (const TextRange &range : ranges)
@@ -77,10 +68,7 @@ private Q_SLOTS:
 
     void separatedFormats_data()
     {
-        columns<QString, QByteArray, QByteArray>("original", "csv", "tsv");
-        const auto row = [](const char *name, const QString &original, const QByteArray &csv, const QByteArray &tsv) {
-            QTest::newRow(name) << original << csv << tsv;
-        };
+        const auto row = columns<QString, QByteArray, QByteArray>("original", "csv", "tsv");
         row("plain", u"燈塔"_s, "燈塔", "燈塔");
         for (const char *other : {"a,b", "a;=1", "a\t=1", "a|b"}) // another separator for some programs
             row(other, QString::fromLatin1(other), '"' + QByteArray(other) + '"', '"' + QByteArray(other) + '"');
@@ -96,9 +84,7 @@ private Q_SLOTS:
     }
     void separatedFormats()
     {
-        QFETCH(QString, original);
-        QFETCH(QByteArray, csv);
-        QFETCH(QByteArray, tsv);
+        const auto [original, csv, tsv] = fetched<QString, QByteArray, QByteArray>();
         const QList<HistoryItem> items{entry(original, u"x"_s)};
         QCOMPARE(exportedHistory(items, ExportFormat::Csv),
                  "timestamp,original,translation,starred\r\n2001-01-02T00:00:00Z," + csv + ",x,false\r\n");

@@ -227,19 +227,17 @@ private Q_SLOTS:
 
     void aTextThatHasMovedInItsRowRuns_data()
     {
-        columns<QString, QRect, bool>("text", "place", "runs");
-        QTest::newRow("ticker") << u"bour opens at seven +"_s << QRect(20, 160, 190, 16) << true;
-        QTest::newRow("written on") << u"The harbour opens at seven o'clock"_s << QRect(40, 160, 340, 16) << false;
-        QTest::newRow("the next subtitle") << u"Nobody knows the captain"_s << QRect(20, 160, 240, 16) << false;
-        QTest::newRow("another row") << u"The harbour opens at seven"_s << QRect(20, 120, 260, 16) << false;
-        QTest::newRow("at rest") << u"bour opens at seven +"_s << QRect(20, 20, 190, 16) << false;
+        const auto row = columns<QString, QRect, bool>("text", "place", "runs");
+        row("ticker", u"bour opens at seven +"_s, QRect(20, 160, 190, 16), true);
+        row("written on", u"The harbour opens at seven o'clock"_s, QRect(40, 160, 340, 16), false);
+        row("the next subtitle", u"Nobody knows the captain"_s, QRect(20, 160, 240, 16), false);
+        row("another row", u"The harbour opens at seven"_s, QRect(20, 120, 260, 16), false);
+        row("at rest", u"bour opens at seven +"_s, QRect(20, 20, 190, 16), false);
     }
 
     void aTextThatHasMovedInItsRowRuns()
     {
-        QFETCH(const QString, text);
-        QFETCH(const QRect, place);
-        QFETCH(const bool, runs);
+        const auto [text, place, runs] = fetched<QString, QRect, bool>();
         QList<TextLine> lines{{text, NormBox::of(place, {400, 200})}};
         const QString former = u"The harbour opens at seven"_s;
         const QRegion running = takeRunningLines(lines, {lineAt(former, 40, 160, 260), lineAt(former, 40, 20, 260)},
@@ -300,17 +298,16 @@ private Q_SLOTS:
 
     void requestsAreLimited_data()
     {
-        columns<int, bool, int>("perMinute", "saves", "inThreeMinutes");
-        QTest::newRow("once a second") << 60 << false << 180;
-        QTest::newRow("a number a minute") << 20 << false << 60;
-        QTest::newRow("half as often on battery") << 20 << true << 30;
-        QTest::newRow("at least one") << 1 << true << 3;
+        const auto row = columns<int, bool, int>("perMinute", "saves", "inThreeMinutes");
+        row("once a second", 60, false, 180);
+        row("a number a minute", 20, false, 60);
+        row("half as often on battery", 20, true, 30);
+        row("at least one", 1, true, 3);
     }
 
     void requestsAreLimited()
     {
-        QFETCH(const int, perMinute);
-        QFETCH(const bool, saves);
+        const auto [perMinute, saves] = fetched<int, bool>();
         RequestLimit limit;
         limit.set(perMinute, saves);
         int sent = 0;
@@ -446,30 +443,28 @@ private Q_SLOTS:
 
     void aLineThatEndsBesideMoreWritingIsCut_data()
     {
-        columns<QRegion, int, bool>("written", "from", "isCut");
-        QTest::newRow("a word was missed") << QRegion(32, 64, 160, 32) << 100 << true;
-        QTest::newRow("whole") << QRegion(96, 64, 96, 32) << 100 << false;
-        QTest::newRow("another line above") << QRegion(96, 32, 96, 64) << 100 << false;
-        QTest::newRow("read before") << QRegion(32, 64, 160, 32) << 40 << false;
+        const auto row = columns<QRegion, int, bool>("written", "from", "isCut");
+        row("a word was missed", QRegion(32, 64, 160, 32), 100, true);
+        row("whole", QRegion(96, 64, 96, 32), 100, false);
+        row("another line above", QRegion(96, 32, 96, 64), 100, false);
+        row("read before", QRegion(32, 64, 160, 32), 40, false);
     }
 
     void aLineThatEndsBesideMoreWritingIsCut()
     {
-        QFETCH(const QRegion, written);
-        QFETCH(const int, from);
-        QFETCH(const bool, isCut);
+        const auto [written, from, isCut] = fetched<QRegion, int, bool>();
         const QList<TextLine> former{lineAt(u"line"_s, 40, 70, 150)};
         QCOMPARE(!cutLines({lineAt(u"line"_s, from, 70, 190 - from)}, former, {400, 200}, written).isEmpty(), isCut);
     }
 
     void aReadingIsStableWhileItsLettersAre_data()
     {
-        columns<int, int, QString, QString>("tone", "letters", "read", "kept");
-        QTest::newRow("misread before a moving picture") << 120 << 0 << u"subtit1e"_s << u"subtitle"_s;
-        QTest::newRow("not read at all") << 120 << 0 << QString() << u"subtitle"_s;
-        QTest::newRow("another text") << 120 << 5 << u"subtitle two"_s << u"subtitle two"_s;
-        QTest::newRow("gone") << 120 << -1 << QString() << QString();
-        QTest::newRow("a letter has changed, the ground hasn't") << 90 << 1 << u"subtit1e"_s << u"subtit1e"_s;
+        const auto row = columns<int, int, QString, QString>("tone", "letters", "read", "kept");
+        row("misread before a moving picture", 120, 0, u"subtit1e"_s, u"subtitle"_s);
+        row("not read at all", 120, 0, {}, u"subtitle"_s);
+        row("another text", 120, 5, u"subtitle two"_s, u"subtitle two"_s);
+        row("gone", 120, -1, {}, {});
+        row("a letter has changed, the ground hasn't", 90, 1, u"subtit1e"_s, u"subtit1e"_s);
     }
 
     void aReadingIsStableWhileItsLettersAre()

@@ -109,9 +109,7 @@ private Q_SLOTS:
 
     void whatIsSentAndShown_data()
     {
-        columns<QStringList, QStringList, QString>("steps", "requests", "shown");
-        const auto row = [](const char *name, const QStringList &steps, const QStringList &requests,
-                            const QString &shown) { QTest::newRow(name) << steps << requests << shown; };
+        const auto row = columns<QStringList, QStringList, QString>("steps", "requests", "shown");
 
         const QStringList threeKeys{u"=a"_s, u"+400"_s, u"=ab"_s, u"+400"_s, u"=abc"_s, u"+599"_s};
         row("a moment before the pause's end", threeKeys, {}, u""_s);

@@ -80,26 +80,22 @@ private Q_SLOTS:
 
     void theStoredCombinationIsRegisteredAndShown_data()
     {
-        columns<QJsonObject, quint32, quint32, quint32, QString>("stored", "keyCode", "modifiers", "shownFlags",
-                                                                 "shownKey");
-        QTest::newRow("nothing") << QJsonObject{} << 17U << 0x800U << 0x80000U << u"t"_s;
-        QTest::newRow("Command and Shift, the other numbers missing")
-            << QJsonObject{{u"hotkeyModifiers"_s, 0x120000}} << 17U << 0x300U << 0x120000U << u"t"_s;
-        QTest::newRow("bits that are no modifiers")
-            << QJsonObject{{u"hotkeyModifiers"_s, 0xA80000}} << 17U << 0x800U << 0xA80000U << u"t"_s;
-        QTest::newRow("no modifier, the A key")
-            << QJsonObject{{u"hotkeyCode"_s, 0}, {u"hotkeyModifiers"_s, 0}, {u"hotkeyString"_s, u"A"_s}} << 0U << 0U
-            << 0U << u"a"_s;
-        QTest::newRow("a key with a name")
-            << QJsonObject{{u"hotkeyCode"_s, 0x60}, {u"hotkeyModifiers"_s, 0x40000}, {u"hotkeyString"_s, u"⌃F5"_s}}
-            << 0x60U << 0x1000U << 0x40000U << u"F5"_s;
+        const auto row = columns<QJsonObject, quint32, quint32, quint32, QString>("stored", "keyCode", "modifiers",
+                                                                                  "shownFlags", "shownKey");
+        row("nothing", {}, 17U, 0x800U, 0x80000U, u"t"_s);
+        row("Command and Shift, the other numbers missing", {{u"hotkeyModifiers"_s, 0x120000}}, 17U, 0x300U, 0x120000U,
+            u"t"_s);
+        row("bits that are no modifiers", {{u"hotkeyModifiers"_s, 0xA80000}}, 17U, 0x800U, 0xA80000U, u"t"_s);
+        row("no modifier, the A key", {{u"hotkeyCode"_s, 0}, {u"hotkeyModifiers"_s, 0}, {u"hotkeyString"_s, u"A"_s}},
+            0U, 0U, 0U, u"a"_s);
+        row("a key with a name",
+            {{u"hotkeyCode"_s, 0x60}, {u"hotkeyModifiers"_s, 0x40000}, {u"hotkeyString"_s, u"⌃F5"_s}}, 0x60U, 0x1000U,
+            0x40000U, u"F5"_s);
     }
 
     void theStoredCombinationIsRegisteredAndShown()
     {
-        QFETCH(QJsonObject, stored);
-        QFETCH(quint32, keyCode);
-        QFETCH(quint32, modifiers);
+        const auto [stored, keyCode, modifiers] = fetched<QJsonObject, quint32, quint32>();
         for (auto value = stored.begin(); value != stored.end(); ++value)
             m->settings.setValue(value.key(), value.value());
         m->manager.registerHotkeys();

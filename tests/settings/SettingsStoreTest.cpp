@@ -1,10 +1,10 @@
 #include "SettingsStore.h"
 #include "Columns.h"
+#include "Files.h"
 #include "Settings.h"
 #include "TestProgram.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -20,19 +20,6 @@ using namespace lucentra;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
 
 int modeOf(const QString &path)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFile>
+#include "Files.h"
+
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -25,18 +26,15 @@ public:
 
     bool start()
     {
-        QFile configuration(m_folder.filePath(QStringLiteral("bus.conf")));
-        if (!configuration.open(QIODevice::WriteOnly))
-            return false;
-        configuration.write("<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
-                            "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>"
-                            "<busconfig><type>session</type><listen>" +
-                            address().toLocal8Bit() +
-                            "</listen><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-                            "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
-        configuration.close();
+        const QString configuration = m_folder.filePath(QStringLiteral("bus.conf"));
+        writeFile(configuration, "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
+                                 "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>"
+                                 "<busconfig><type>session</type><listen>" +
+                                     address().toLocal8Bit() +
+                                     "</listen><policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                                     "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
         m_bus.setStandardErrorFile(QProcess::nullDevice());
-        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + configuration.fileName(),
+        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--config-file=") + configuration,
                                                     QStringLiteral("--nofork"), QStringLiteral("--print-address=1")});
         return m_bus.waitForStarted() && m_bus.waitForReadyRead();
     }

@@ -97,32 +97,27 @@ private Q_SLOTS:
         const auto endless = [](const QByteArray &start, const QByteArray &piece, std::chrono::milliseconds interval) {
             return QueuedAnswer{.bytes = start, .repeated = piece, .interval = interval};
         };
-        columns<QueuedAnswer, int>("answer", "outcome");
-        QTest::newRow("no HTTP") << QueuedAnswer::raw("220 mail.example ESMTP\r\n") << int(Kind::notHttp);
-        QTest::newRow("hangs up in the head") << QueuedAnswer::raw("HTTP/1.1 20") << int(Kind::connectionLost);
-        QTest::newRow("hangs up within a chunk")
-            << QueuedAnswer::raw(head + "Transfer-Encoding: chunked\r\n\r\n8\r\nhalf") << int(Kind::connectionLost);
-        QTest::newRow("never answers") << QueuedAnswer::never() << int(Kind::timedOut);
-        QTest::newRow("trickles its body")
-            << endless(head + "Content-Length: 1000\r\n\r\n", "x", 20ms) << int(Kind::timedOut);
-        QTest::newRow("one endless header")
-            << endless(head + "X: ", QByteArray(10'000, 'x'), 0ms) << int(Kind::answerTooLarge);
-        QTest::newRow("endless interim answers")
-            << endless("", "HTTP/1.1 100 Continue\r\nX: " + QByteArray(1000, 'x') + "\r\n\r\n", 0ms)
-            << int(Kind::answerTooLarge);
-        QTest::newRow("endless body") << endless(head + "\r\n", QByteArray(100'000, ' '), 0ms)
-                                      << int(Kind::answerTooLarge);
-        QTest::newRow("16 MiB are taken")
-            << QueuedAnswer::reply(200, QByteArray(HttpSession::largestBody, ' ')) << answered;
-        QTest::newRow("a byte more is not")
-            << QueuedAnswer::reply(200, QByteArray(HttpSession::largestBody + 1, ' ')) << int(Kind::answerTooLarge);
-        QTest::newRow("no body") << QueuedAnswer::raw("HTTP/1.1 204 No Content\r\n\r\n") << answered;
+        const auto row = columns<QueuedAnswer, int>("answer", "outcome");
+        row("no HTTP", QueuedAnswer::raw("220 mail.example ESMTP\r\n"), int(Kind::notHttp));
+        row("hangs up in the head", QueuedAnswer::raw("HTTP/1.1 20"), int(Kind::connectionLost));
+        row("hangs up within a chunk", QueuedAnswer::raw(head + "Transfer-Encoding: chunked\r\n\r\n8\r\nhalf"),
+            int(Kind::connectionLost));
+        row("never answers", QueuedAnswer::never(), int(Kind::timedOut));
+        row("trickles its body", endless(head + "Content-Length: 1000\r\n\r\n", "x", 20ms), int(Kind::timedOut));
+        row("one endless header", endless(head + "X: ", QByteArray(10'000, 'x'), 0ms), int(Kind::answerTooLarge));
+        row("endless interim answers",
+            endless("", "HTTP/1.1 100 Continue\r\nX: " + QByteArray(1000, 'x') + "\r\n\r\n", 0ms),
+            int(Kind::answerTooLarge));
+        row("endless body", endless(head + "\r\n", QByteArray(100'000, ' '), 0ms), int(Kind::answerTooLarge));
+        row("16 MiB are taken", QueuedAnswer::reply(200, QByteArray(HttpSession::largestBody, ' ')), answered);
+        row("a byte more is not", QueuedAnswer::reply(200, QByteArray(HttpSession::largestBody + 1, ' ')),
+            int(Kind::answerTooLarge));
+        row("no body", QueuedAnswer::raw("HTTP/1.1 204 No Content\r\n\r\n"), answered);
     }
 
     void badAnswersEndInAnError()
     {
-        QFETCH(QueuedAnswer, answer);
-        QFETCH(int, outcome);
+        const auto [answer, outcome] = fetched<QueuedAnswer, int>();
         m_server.enqueue(answer);
         QElapsedTimer clock;
         clock.start();
@@ -134,21 +129,20 @@ private Q_SLOTS:
     void redirectsStayWithinTheOrigin_data()
     {
         // method: of the second request; empty where none follows
-        columns<int, QByteArray, QByteArray, bool>("status", "location", "method", "mayChangeHost");
+        const auto row = columns<int, QByteArray, QByteArray, bool>("status", "location", "method", "mayChangeHost");
         const QByteArray elsewhere = m_server.origin("localhost") + "/there?x=1";
         const QByteArray origin = m_server.origin();
-        QTest::newRow("relative, method kept") << 307 << QByteArray("/there?x=1") << QByteArray("POST") << false;
-        QTest::newRow("absolute, method kept") << 308 << origin + "/there?x=1" << QByteArray("POST") << false;
-        QTest::newRow("found becomes a GET") << 302 << QByteArray("/there?x=1") << QByteArray("GET") << false;
-        QTest::newRow("another host") << 307 << elsewhere << QByteArray() << false;
-        QTest::newRow("another port") << 307 << QByteArray("http://127.0.0.1:1/there") << QByteArray() << false;
-        QTest::newRow("another scheme") << 307 << "https://127.0.0.1:" + QByteArray::number(m_server.port()) + "/there"
-                                        << QByteArray() << false;
-        QTest::newRow("a file") << 302 << QByteArray("file:///etc/passwd") << QByteArray() << false;
-        QTest::newRow("nowhere") << 302 << QByteArray() << QByteArray() << false;
-        QTest::newRow("another host that may be") << 307 << elsewhere << QByteArray("POST") << true;
-        QTest::newRow("an unprotected host") << 307 << QByteArray("http://192.0.2.1/there") << QByteArray() << true;
-        QTest::newRow("a circle") << 307 << QByteArray("/here") << QByteArray() << false;
+        row("relative, method kept", 307, "/there?x=1", "POST", false);
+        row("absolute, method kept", 308, origin + "/there?x=1", "POST", false);
+        row("found becomes a GET", 302, "/there?x=1", "GET", false);
+        row("another host", 307, elsewhere, {}, false);
+        row("another port", 307, "http://127.0.0.1:1/there", {}, false);
+        row("another scheme", 307, "https://127.0.0.1:" + QByteArray::number(m_server.port()) + "/there", {}, false);
+        row("a file", 302, "file:///etc/passwd", {}, false);
+        row("nowhere", 302, {}, {}, false);
+        row("another host that may be", 307, elsewhere, "POST", true);
+        row("an unprotected host", 307, "http://192.0.2.1/there", {}, true);
+        row("a circle", 307, "/here", {}, false);
     }
 
     void redirectsStayWithinTheOrigin()

@@ -34,19 +34,18 @@ private Q_SLOTS:
     {
         // headers: besides the type of the content
         // body: INSTRUCTION and USER stand for the texts
-        columns<Service, bool, QByteArray, QStringList, QByteArray>("model", "isBatch", "target", "headers", "body");
+        const auto row = columns<Service, bool, QByteArray, QStringList, QByteArray>("model", "isBatch", "target",
+                                                                                     "headers", "body");
         const QStringList bearer{u"Authorization: Bearer k3y-4711"_s};
-        QTest::newRow("OpenAI, blocks") << Service::OpenAI << true << QByteArray("/v1/responses") << bearer
-                                        << compact(R"({
+        row("OpenAI, blocks", Service::OpenAI, true, "/v1/responses", bearer, compact(R"({
             "model": "m-1", "instructions": "INSTRUCTION", "input": "USER", "store": false, "max_output_tokens": 8192,
             "text": {"format": {"type": "json_schema", "name": "translation_blocks", "strict": true, "schema": {
                 "type": "object", "required": ["translations"], "additionalProperties": false,
                 "properties": {"translations": {"type": "array", "items": {
                     "type": "object", "required": ["id", "text"], "additionalProperties": false,
-                    "properties": {"id": {"type": "integer"}, "text": {"type": "string"}}}}}}}}})");
-        QTest::newRow("OpenAI, text") << Service::OpenAI << false << QByteArray("/v1/responses") << bearer
-                                      << compact(R"({
-            "model": "m-1", "instructions": "INSTRUCTION", "input": "USER", "store": false, "max_output_tokens": 8192})");
+                    "properties": {"id": {"type": "integer"}, "text": {"type": "string"}}}}}}}}})"));
+        row("OpenAI, text", Service::OpenAI, false, "/v1/responses", bearer, compact(R"({
+            "model": "m-1", "instructions": "INSTRUCTION", "input": "USER", "store": false, "max_output_tokens": 8192})"));
         const QStringList anthropic{u"x-api-key: k3y-4711"_s, u"anthropic-version: 2023-06-01"_s};
         for (const bool isBatch : {true, false}) {
             QTest::addRow("Anthropic, %s", isBatch ? "blocks" : "text")
@@ -56,26 +55,23 @@ private Q_SLOTS:
         }
         const QByteArray chat = R"({"model": "m-1", "temperature": 0.1, "max_tokens": 8192, "stream": false, FORMAT
             "messages": [{"role": "system", "content": "INSTRUCTION"}, {"role": "user", "content": "USER"}]})";
-        QTest::newRow("compatible, blocks")
-            << Service::Compatible << true << QByteArray("/api/v1/chat/completions") << bearer
-            << compact(QByteArray(chat).replace("FORMAT", R"("response_format": {"type": "json_object"},)"));
-        QTest::newRow("compatible, text") << Service::Compatible << false << QByteArray("/api/v1/chat/completions")
-                                          << bearer << compact(QByteArray(chat).replace("FORMAT", ""));
+        row("compatible, blocks", Service::Compatible, true, "/api/v1/chat/completions", bearer,
+            compact(QByteArray(chat).replace("FORMAT", R"("response_format": {"type": "json_object"},)")));
+        row("compatible, text", Service::Compatible, false, "/api/v1/chat/completions", bearer,
+            compact(QByteArray(chat).replace("FORMAT", "")));
         const QByteArray gemini = R"({"system_instruction": {"parts": [{"text": "INSTRUCTION"}]},
             "contents": [{"parts": [{"text": "USER"}]}], "generationConfig": CONFIG})";
         const QByteArray geminiTarget = "/v1beta/models/gemini-2.5-flash:generateContent?key=k3y-4711";
-        QTest::newRow("Gemini, blocks") << Service::Gemini << true << geminiTarget << QStringList()
-                                        << compact(QByteArray(gemini).replace("CONFIG", R"({"temperature": 0.1,
-            "maxOutputTokens": 8192, "responseMimeType": "application/json"})"));
-        QTest::newRow("Gemini, text") << Service::Gemini << false << geminiTarget << QStringList()
-                                      << compact(QByteArray(gemini).replace(
-                                             "CONFIG", R"({"temperature": 0.2, "maxOutputTokens": 1024})"));
+        row("Gemini, blocks", Service::Gemini, true, geminiTarget, {},
+            compact(QByteArray(gemini).replace("CONFIG", R"({"temperature": 0.1,
+            "maxOutputTokens": 8192, "responseMimeType": "application/json"})")));
+        row("Gemini, text", Service::Gemini, false, geminiTarget, {},
+            compact(QByteArray(gemini).replace("CONFIG", R"({"temperature": 0.2, "maxOutputTokens": 1024})")));
     }
 
     void requestsOnTheWire()
     {
-        QFETCH(Service, model);
-        QFETCH(bool, isBatch);
+        auto [model, isBatch, target, headers, body] = fetched<Service, bool, QByteArray, QStringList, QByteArray>();
         m_server.respondWith([](const ReceivedRequest &request) {
             return answerAsService(request, [](const QString &text) { return u"«%1»"_s.arg(text); });
         });
@@ -86,10 +82,8 @@ private Q_SLOTS:
             QCOMPARE(translateText(model, u"hello"_s), u"«hello»"_s);
         const ReceivedRequest request = m_server.requests().constFirst();
         QCOMPARE(request.method, QByteArray("POST"));
-        QTEST(request.target, "target");
-        QStringList headers = headersOf(request);
-        QCOMPARE(headers.takeFirst(), u"Content-Type: application/json"_s);
-        QTEST(headers, "headers");
+        QCOMPARE(request.target, target);
+        QCOMPARE(headersOf(request), QStringList{u"Content-Type: application/json"_s} + headers);
 
         QString instruction = isBatch ? blockInstruction(u"日文"_s) : dictionaryInstruction(u"日文"_s);
         if (model == Service::Gemini)
@@ -100,7 +94,6 @@ private Q_SLOTS:
         const auto inJson = [](const QString &text) {
             return QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact).chopped(1).sliced(1);
         };
-        QFETCH(QByteArray, body);
         QCOMPARE(request.body, body.replace("\"INSTRUCTION\"", inJson(instruction)).replace("\"USER\"", inJson(user)));
     }
 
@@ -120,32 +113,31 @@ private Q_SLOTS:
     {
         // elements: of the array; ELEMENTS in the text stands for the array
         // expected: joined by |; empty: no JSON
-        columns<QString, QString, QString>("elements", "text", "expected");
+        const auto row = columns<QString, QString, QString>("elements", "text", "expected");
         const QString array = u"ELEMENTS"_s;
         const QString plain = uR"([{"id":0,"text":"A"},{"id":1,"text":"B"},{"id":2,"text":"C"}])"_s;
-        const auto row = [&](const char *name, const QString &elements, const QString &expected) {
-            QTest::newRow(name) << elements << array << expected;
-        };
-        row("in order", plain, u"A|B|C"_s);
-        row("out of order", uR"([{"id":2,"text":"C"},{"id":0,"text":"A"},{"id":1,"text":"B"}])"_s, u"A|B|C"_s);
-        row("string ids", uR"([{"id":"0","text":"A"}])"_s, u"0|1|2"_s);
-        row("an id twice", uR"([{"id":0,"text":"A"},{"id":0,"text":"Z"}])"_s, u"Z|1|2"_s);
-        row("a bad repetition doesn't count", uR"([{"id":0,"text":"A"},{"id":0,"text":null}])"_s, u"A|1|2"_s);
-        row("renumbered from 1", uR"([{"id":1,"text":"A"},{"id":2,"text":"B"},{"id":3,"text":"C"}])"_s, u"0|A|B"_s);
+        row("in order", plain, array, u"A|B|C"_s);
+        row("out of order", uR"([{"id":2,"text":"C"},{"id":0,"text":"A"},{"id":1,"text":"B"}])"_s, array, u"A|B|C"_s);
+        row("string ids", uR"([{"id":"0","text":"A"}])"_s, array, u"0|1|2"_s);
+        row("an id twice", uR"([{"id":0,"text":"A"},{"id":0,"text":"Z"}])"_s, array, u"Z|1|2"_s);
+        row("a bad repetition doesn't count", uR"([{"id":0,"text":"A"},{"id":0,"text":null}])"_s, array, u"A|1|2"_s);
+        row("renumbered from 1", uR"([{"id":1,"text":"A"},{"id":2,"text":"B"},{"id":3,"text":"C"}])"_s, array,
+            u"0|A|B"_s);
         row("far beyond", uR"([{"id":-1,"text":"x"},{"id":1e300,"text":"x"},{"id":9007199254740993,"text":"x"}])"_s,
+            array, u"0|1|2"_s);
+        row("no whole numbers", uR"([{"id":0.5,"text":"x"},{"id":true,"text":"x"},{"id":null,"text":"x"}])"_s, array,
             u"0|1|2"_s);
-        row("no whole numbers", uR"([{"id":0.5,"text":"x"},{"id":true,"text":"x"},{"id":null,"text":"x"}])"_s,
-            u"0|1|2"_s);
-        row("whole numbers with a point", uR"([{"id":1.0,"text":"B"}])"_s, u"0|B|2"_s);
+        row("whole numbers with a point", uR"([{"id":1.0,"text":"B"}])"_s, array, u"0|B|2"_s);
         row("texts that are none",
-            uR"([{"id":0,"text":5},{"id":1,"text":null},{"id":2,"text":["C"]},{"text":"x"},{"id":1}])"_s, u"0|1|2"_s);
-        row("an empty translation stands", uR"([{"id":0,"text":""}])"_s, u"|1|2"_s);
-        QTest::newRow("in a fence") << plain << u"\n```json\nELEMENTS\n```\n"_s << u"A|B|C"_s;
-        QTest::newRow("in a fence of capitals") << plain << u"```JSON\nELEMENTS\n```"_s << u""_s;
-        QTest::newRow("prose before") << plain << u"Here you are: ELEMENTS"_s << u""_s;
-        QTest::newRow("a trailing comma") << uR"([{"id":0,"text":"A"},])"_s << array << u""_s;
-        QTest::newRow("cut off at the limit") << u"[{\"id\":0,\"text\":\"A\"},{\"id\":1,\"te"_s << array << u""_s;
-        QTest::newRow("a refusal") << plain << u"I can't help with that."_s << u""_s;
+            uR"([{"id":0,"text":5},{"id":1,"text":null},{"id":2,"text":["C"]},{"text":"x"},{"id":1}])"_s, array,
+            u"0|1|2"_s);
+        row("an empty translation stands", uR"([{"id":0,"text":""}])"_s, array, u"|1|2"_s);
+        row("in a fence", plain, u"\n```json\nELEMENTS\n```\n"_s, u"A|B|C"_s);
+        row("in a fence of capitals", plain, u"```JSON\nELEMENTS\n```"_s, u""_s);
+        row("prose before", plain, u"Here you are: ELEMENTS"_s, u""_s);
+        row("a trailing comma", uR"([{"id":0,"text":"A"},])"_s, array, u""_s);
+        row("cut off at the limit", u"[{\"id\":0,\"text\":\"A\"},{\"id\":1,\"te"_s, array, u""_s);
+        row("a refusal", plain, u"I can't help with that."_s, u""_s);
     }
 
     void whatModelsReply()
@@ -168,28 +160,23 @@ private Q_SLOTS:
     void answersOfAnotherForm_data()
     {
         // text: instead of a body: what the model says
-        columns<QList<Service>, QByteArray, QString>("models", "body", "text");
+        const auto row = columns<QList<Service>, QByteArray, QString>("models", "body", "text");
         const QList<Service> all(models.begin(), models.end());
-        const auto row = [](const QList<Service> &which, const char *name, const QByteArray &body) {
-            QTest::newRow(name) << which << body << QString();
-        };
-        row(all, "broken UTF-8", "{\"content\":[{\"type\":\"text\",\"text\":\"\xe4\xb8\"}]}");
-        row({Service::OpenAI}, "only the first text of an item counts",
-            R"({"output":[{"content":[{"type":"output_text","text":5},{"type":"output_text","text":"x"}]},null]})");
-        row({Service::Anthropic}, "no text part", R"({"content":[{"type":"tool_use","text":"x"}]})");
-        row({Service::Anthropic}, "the first text part has none",
-            R"({"content":[{"type":"text","text":null},{"type":"text","text":"x"}]})");
-        row({Service::Compatible}, "content is null", R"({"choices":[{"message":{"content":null}}]})");
-        row({Service::Compatible}, "content in parts", R"({"choices":[{"message":{"content":[{"text":"x"}]}}]})");
-        row({Service::Gemini}, "blocked", R"({"promptFeedback":{"blockReason":"SAFETY"}})");
-        QTest::newRow("another object") << QList{Service::OpenAI, Service::Anthropic, Service::Compatible}
-                                        << QByteArray() << uR"({"blocks":[]})"_s;
-        QTest::newRow("an array for an object") << QList{Service::OpenAI, Service::Anthropic, Service::Compatible}
-                                                << QByteArray() << uR"([{"id":0,"text":"A"}])"_s;
-        QTest::newRow("an element that is no object") << all << QByteArray() << uR"({"translations":["A"]})"_s;
-        QTest::newRow("an object for an array")
-            << QList{Service::Gemini} << QByteArray() << uR"({"id":0,"text":"A"})"_s;
-        QTest::newRow("an array of texts") << QList{Service::Gemini} << QByteArray() << uR"(["A"])"_s;
+        const QList<Service> inObjects = all.first(3);
+        row("broken UTF-8", all, "{\"content\":[{\"type\":\"text\",\"text\":\"\xe4\xb8\"}]}", {});
+        row("only the first text of an item counts", {Service::OpenAI},
+            R"({"output":[{"content":[{"type":"output_text","text":5},{"type":"output_text","text":"x"}]},null]})", {});
+        row("no text part", {Service::Anthropic}, R"({"content":[{"type":"tool_use","text":"x"}]})", {});
+        row("the first text part has none", {Service::Anthropic},
+            R"({"content":[{"type":"text","text":null},{"type":"text","text":"x"}]})", {});
+        row("content is null", {Service::Compatible}, R"({"choices":[{"message":{"content":null}}]})", {});
+        row("content in parts", {Service::Compatible}, R"({"choices":[{"message":{"content":[{"text":"x"}]}}]})", {});
+        row("blocked", {Service::Gemini}, R"({"promptFeedback":{"blockReason":"SAFETY"}})", {});
+        row("another object", inObjects, {}, uR"({"blocks":[]})"_s);
+        row("an array for an object", inObjects, {}, uR"([{"id":0,"text":"A"}])"_s);
+        row("an element that is no object", all, {}, uR"({"translations":["A"]})"_s);
+        row("an object for an array", {Service::Gemini}, {}, uR"({"id":0,"text":"A"})"_s);
+        row("an array of texts", {Service::Gemini}, {}, uR"(["A"])"_s);
     }
 
     void answersOfAnotherForm()

@@ -24,23 +24,21 @@ private Q_SLOTS:
     void engines_data()
     {
         // call: what the client gets besides texts and target
-        columns<int, QString, QString>("engine", "key", "call");
-        QTest::newRow("on-device") << 0 << u""_s << u""_s;
-        QTest::newRow("Google, keyless") << 1 << u""_s << u""_s;
-        QTest::newRow("Google with a key") << 1 << u"k"_s << u" k"_s;
-        QTest::newRow("Microsoft") << 2 << u" k\n"_s << u" k global"_s;
-        QTest::newRow("Gemini") << 3 << u"k"_s << u" k"_s;
-        QTest::newRow("DeepL") << 4 << u"k:fx"_s << u" k:fx"_s;
-        QTest::newRow("OpenAI") << 5 << u"k"_s << u" k gpt-5.6-luna"_s;
-        QTest::newRow("Anthropic") << 6 << u"k"_s << u" k claude-sonnet-4-6"_s;
-        QTest::newRow("compatible") << 7 << u"k"_s << u" k ~openai/gpt-latest https://openrouter.ai/api/v1"_s;
+        const auto row = columns<int, QString, QString>("engine", "key", "call");
+        row("on-device", 0, u""_s, u""_s);
+        row("Google, keyless", 1, u""_s, u""_s);
+        row("Google with a key", 1, u"k"_s, u" k"_s);
+        row("Microsoft", 2, u" k\n"_s, u" k global"_s);
+        row("Gemini", 3, u"k"_s, u" k"_s);
+        row("DeepL", 4, u"k:fx"_s, u" k:fx"_s);
+        row("OpenAI", 5, u"k"_s, u" k gpt-5.6-luna"_s);
+        row("Anthropic", 6, u"k"_s, u" k claude-sonnet-4-6"_s);
+        row("compatible", 7, u"k"_s, u" k ~openai/gpt-latest https://openrouter.ai/api/v1"_s);
     }
 
     void engines()
     {
-        QFETCH(int, engine);
-        QFETCH(QString, key);
-        QFETCH(QString, call);
+        const auto [engine, key, call] = fetched<int, QString, QString>();
         select(engine, engine != 0, key);
         const QString number = QString::number(engine);
         QCOMPARE(translateBlocks(), number + u" a+b ja"_s + call);

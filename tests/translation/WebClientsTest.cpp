@@ -46,26 +46,23 @@ private Q_SLOTS:
     void requestsOnTheWire_data()
     {
         // headers: all but those of the connection itself
-        columns<Service, QByteArray, QByteArray, QStringList, QByteArray>("service", "method", "target", "headers",
-                                                                          "body");
-        QTest::newRow("Google keyless") << Service::GoogleFree << QByteArray("GET")
-                                        << QByteArray("/translate_a/single?client=gtx&sl=auto&tl=zh-TW&dt=t&q="
-                                                      "Open%20file%7C%7C%7C%7CSave")
-                                        << QStringList{u"User-Agent: Mozilla/5.0"_s} << QByteArray();
-        QTest::newRow("Google Cloud") << Service::GoogleCloud << QByteArray("POST")
-                                      << QByteArray("/language/translate/v2?key=k3y-4711")
-                                      << QStringList{u"Content-Type: application/json"_s}
-                                      << QByteArray(R"({"format":"text","q":["Open file","Save"],"target":"zh-TW"})");
-        QTest::newRow("DeepL") << Service::DeepL << QByteArray("POST") << QByteArray("/v2/translate")
-                               << QStringList{u"Content-Type: application/json"_s,
-                                              u"Authorization: DeepL-Auth-Key k3y-4711"_s}
-                               << QByteArray(R"({"model_type":"prefer_quality_optimized","preserve_formatting":true,)"
-                                             R"("target_lang":"ZH-HANT","text":["Open file","Save"]})");
-        QTest::newRow("Microsoft, whose region is empty")
-            << Service::Microsoft << QByteArray("POST") << QByteArray("/translate?api-version=3.0&to=zh-Hant")
-            << QStringList{u"Content-Type: application/json"_s, u"Ocp-Apim-Subscription-Key: k3y-4711"_s,
-                           u"Ocp-Apim-Subscription-Region: "_s}
-            << QByteArray(R"([{"text":"Open file"},{"text":"Save"}])");
+        const auto row = columns<Service, QByteArray, QByteArray, QStringList, QByteArray>("service", "method",
+                                                                                           "target", "headers", "body");
+        row("Google keyless", Service::GoogleFree, "GET",
+            QByteArray("/translate_a/single?client=gtx&sl=auto&tl=zh-TW&dt=t&q="
+                       "Open%20file%7C%7C%7C%7CSave"),
+            {u"User-Agent: Mozilla/5.0"_s}, {});
+        row("Google Cloud", Service::GoogleCloud, "POST", "/language/translate/v2?key=k3y-4711",
+            {u"Content-Type: application/json"_s},
+            QByteArray(R"({"format":"text","q":["Open file","Save"],"target":"zh-TW"})"));
+        row("DeepL", Service::DeepL, "POST", "/v2/translate",
+            {u"Content-Type: application/json"_s, u"Authorization: DeepL-Auth-Key k3y-4711"_s},
+            QByteArray(R"({"model_type":"prefer_quality_optimized","preserve_formatting":true,)"
+                       R"("target_lang":"ZH-HANT","text":["Open file","Save"]})"));
+        row("Microsoft, whose region is empty", Service::Microsoft, "POST", "/translate?api-version=3.0&to=zh-Hant",
+            {u"Content-Type: application/json"_s, u"Ocp-Apim-Subscription-Key: k3y-4711"_s,
+             u"Ocp-Apim-Subscription-Region: "_s},
+            QByteArray(R"([{"text":"Open file"},{"text":"Save"}])"));
     }
 
     void requestsOnTheWire()
@@ -234,9 +231,7 @@ private Q_SLOTS:
 
     void answersOfAnotherForm()
     {
-        QFETCH(Service, service);
-        QFETCH(QByteArray, body);
-        QFETCH(QStringList, expected);
+        const auto [service, body, expected] = fetched<Service, QByteArray, QStringList>();
         m_server.enqueue(QueuedAnswer::json(body));
         if (expected.isEmpty()) {
             QCOMPARE(failureOf(service, {u"one"_s, u"two"_s}), invalidAnswerOf(service));

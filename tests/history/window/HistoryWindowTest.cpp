@@ -366,14 +366,14 @@ private Q_SLOTS:
     void textFlows_data()
     {
         // lines: by the height
-        columns<QString, int, bool>("text", "lines", "isCutOff");
-        QTest::newRow("nothing") << QString() << 1 << false;
-        QTest::newRow("line breaks of all kinds") << u"a\r\nb\nc\u2028d"_s << 4 << false;
-        QTest::newRow("as many as there is room for") << u"a\nb\nc\nd\ne"_s << 5 << false;
-        QTest::newRow("one more") << u"a\nb\nc\nd\ne\nf"_s << 5 << true;
-        QTest::newRow("empty lines at the end") << u"a\n\n\n\n\n\n"_s << 5 << true;
-        QTest::newRow("a word without a break") << u"x"_s.repeated(5000) << 5 << true;
-        QTest::newRow("right to left") << u"שלום עולם "_s.repeated(200) << 5 << true;
+        const auto row = columns<QString, int, bool>("text", "lines", "isCutOff");
+        row("nothing", {}, 1, false);
+        row("line breaks of all kinds", u"a\r\nb\nc\u2028d"_s, 4, false);
+        row("as many as there is room for", u"a\nb\nc\nd\ne"_s, 5, false);
+        row("one more", u"a\nb\nc\nd\ne\nf"_s, 5, true);
+        row("empty lines at the end", u"a\n\n\n\n\n\n"_s, 5, true);
+        row("a word without a break", u"x"_s.repeated(5000), 5, true);
+        row("right to left", u"שלום עולם "_s.repeated(200), 5, true);
     }
     void textFlows()
     {

@@ -1,8 +1,8 @@
+#include "Files.h"
 #include "OverlayTypesetter.h"
 #include "TestProgram.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -21,11 +21,8 @@ public:
     {
         static const QTemporaryDir folder;
         const QString path = folder.filePath(u"fonts.conf"_s);
-        QFile configuration(path);
-        if (!configuration.open(QIODevice::WriteOnly))
-            qFatal("no font configuration");
-        configuration.write("<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>");
-        configuration.write(folder.filePath(u"cache"_s).toUtf8() + "</cachedir></fontconfig>");
+        writeFile(path, "<fontconfig><dir>/usr/share/fonts/truetype/dejavu</dir><cachedir>" +
+                            folder.filePath(u"cache"_s).toUtf8() + "</cachedir></fontconfig>");
         qputenv("FONTCONFIG_FILE", path.toUtf8());
     }
 

@@ -92,20 +92,19 @@ class OverlayDrawingTest : public QObject
 private Q_SLOTS:
     void whatFitsIsDrawnWholeInItsFrame_data()
     {
-        columns<QString, QString>("language", "text");
-        QTest::newRow("Traditional Chinese") << u"zh-Hant"_s << traditionalChinese;
-        QTest::newRow("English") << u"en"_s << english;
-        QTest::newRow("Japanese") << u"ja"_s << japanese;
-        QTest::newRow("Korean") << u"ko"_s << korean;
-        QTest::newRow("Arabic") << u"ar"_s << arabic;
-        QTest::newRow("a word longer than the line") << u"de"_s << longWord;
-        QTest::newRow("marks above and below, emoji") << u"en"_s << tallMarks;
-        QTest::newRow("English among ideographs") << u"zh-Hant"_s << u"按 Ctrl+Shift+Escape 開啟 Task Manager 視窗"_s;
+        const auto row = columns<QString, QString>("language", "text");
+        row("Traditional Chinese", u"zh-Hant"_s, traditionalChinese);
+        row("English", u"en"_s, english);
+        row("Japanese", u"ja"_s, japanese);
+        row("Korean", u"ko"_s, korean);
+        row("Arabic", u"ar"_s, arabic);
+        row("a word longer than the line", u"de"_s, longWord);
+        row("marks above and below, emoji", u"en"_s, tallMarks);
+        row("English among ideographs", u"zh-Hant"_s, u"按 Ctrl+Shift+Escape 開啟 Task Manager 視窗"_s);
     }
     void whatFitsIsDrawnWholeInItsFrame()
     {
-        QFETCH(QString, language);
-        QFETCH(QString, text);
+        const auto [language, text] = fetched<QString, QString>();
         OverlayTypesetter typesetter(language);
         int whole = 0;
         for (const double height : {9.0, 14.0, 21.5, 40.0}) {
@@ -132,19 +131,18 @@ private Q_SLOTS:
 
     void whatIsCutOffKeepsItsLines_data()
     {
-        columns<QString, int>("text", "lines");
-        QTest::newRow("one line of words") << english << 1;
-        QTest::newRow("four lines of words") << english.repeated(4) << 4;
-        QTest::newRow("ideographs") << traditionalChinese.repeated(3) << 3;
-        QTest::newRow("one long word") << longWord << 1;
-        QTest::newRow("right to left") << arabic.repeated(3) << 2;
-        QTest::newRow("emoji of several characters") << u"👨‍👩‍👧👍🏽🇹🇼"_s.repeated(12) << 1;
-        QTest::newRow("far too long") << english.repeated(2000) << 4;
+        const auto row = columns<QString, int>("text", "lines");
+        row("one line of words", english, 1);
+        row("four lines of words", english.repeated(4), 4);
+        row("ideographs", traditionalChinese.repeated(3), 3);
+        row("one long word", longWord, 1);
+        row("right to left", arabic.repeated(3), 2);
+        row("emoji of several characters", u"👨‍👩‍👧👍🏽🇹🇼"_s.repeated(12), 1);
+        row("far too long", english.repeated(2000), 4);
     }
     void whatIsCutOffKeepsItsLines()
     {
-        QFETCH(QString, text);
-        QFETCH(int, lines);
+        const auto [text, lines] = fetched<QString, int>();
         OverlayTypesetter typesetter(u"zh-Hant"_s);
         const auto typeset = typesetter.typeset(text);
         const double size = 20;
@@ -216,19 +214,18 @@ private Q_SLOTS:
 
     void noEmptyBoxes_data()
     {
-        columns<QString, QString>("text", "drawn");
-        QTest::newRow("private use") << u"A\U000F0001\uE000B"_s << u"AB"_s;
-        QTest::newRow("not assigned") << u"A\u0378B"_s << u"A\uFFFDB"_s;
-        QTest::newRow("half of a pair") << u"A"_s + QChar(0xD83D) << u"A\uFFFD"_s;
-        QTest::newRow("controls") << u"A\u0007\u001B\u0000B"_s << u"AB"_s;
-        QTest::newRow("line breaks and tabs are spaces") << u"\nA\tB\r\nC\u2028D\n"_s << u"A B  C D"_s;
-        QTest::newRow("only spaces") << u" \n "_s << QString();
-        QTest::newRow("marks that show nothing") << u"A\u200B\u200D\uFE0F\u2060B"_s << u"AB"_s;
+        const auto row = columns<QString, QString>("text", "drawn");
+        row("private use", u"A\U000F0001\uE000B"_s, u"AB"_s);
+        row("not assigned", u"A\u0378B"_s, u"A\uFFFDB"_s);
+        row("half of a pair", u"A"_s + QChar(0xD83D), u"A\uFFFD"_s);
+        row("controls", u"A\u0007\u001B\u0000B"_s, u"AB"_s);
+        row("line breaks and tabs are spaces", u"\nA\tB\r\nC\u2028D\n"_s, u"A B  C D"_s);
+        row("only spaces", u" \n "_s, {});
+        row("marks that show nothing", u"A\u200B\u200D\uFE0F\u2060B"_s, u"AB"_s);
     }
     void noEmptyBoxes()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, drawn);
+        const auto [text, drawn] = fetched<QString, QString>();
         QCOMPARE(painted(u"zh-Hant"_s, text), painted(u"zh-Hant"_s, drawn));
     }
 

@@ -41,13 +41,9 @@ class OverlayFitTest : public QObject
 private Q_SLOTS:
     void fits_data()
     {
-        columns<int, double, double, double, double, int, double, double>(
+        const auto row = columns<int, double, double, double, double, int, double, double>(
             "length", "sourceHeight", "width", "maxHeight", "stored", "lines", "size", "height");
         constexpr double automatic = -1;
-        const auto row = [](const char *name, int length, double sourceHeight, double width, double maxHeight,
-                            double stored, int lines, double size, double height) {
-            QTest::newRow(name) << length << sourceHeight << width << maxHeight << stored << lines << size << height;
-        };
         row("short in tall: nine tenths of the height", 2, 40, 100, 40, automatic, 1, 36, 48);
         row("never above 48", 2, 200, 100, 300, automatic, 1, 48, 200);
         row("never below 10", 2, 5, 100, 5, automatic, 1, 10, 16);
@@ -78,11 +74,7 @@ private Q_SLOTS:
     }
     void fits()
     {
-        QFETCH(int, length);
-        QFETCH(double, sourceHeight);
-        QFETCH(double, width);
-        QFETCH(double, maxHeight);
-        QFETCH(double, stored);
+        const auto [length, sourceHeight, width, maxHeight, stored] = fetched<int, double, double, double, double>();
         FixedPitchMeasurer measurer;
         const OverlayFit fit =
             fitOverlayText(measurer, QString(length, u'x'), stored == -1, sourceHeight, width, maxHeight, stored);

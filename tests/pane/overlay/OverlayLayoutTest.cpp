@@ -42,10 +42,7 @@ private Q_SLOTS:
     }
     void frames()
     {
-        QFETCH(int, length);
-        QFETCH(QRectF, rect);
-        QFETCH(OverlayLimits, limits);
-        QFETCH(QRectF, pane);
+        const auto [length, rect, limits, pane] = fetched<int, QRectF, OverlayLimits, QRectF>();
         FixedPitchMeasurer measurer;
         const auto layout = layOutOverlay(measurer, QString(length, u'x'), limits, rect, pane, {});
         QVERIFY(layout.has_value());

@@ -80,16 +80,15 @@ private Q_SLOTS:
 
     void errorCardPlace_data()
     {
-        columns<QSize, int>("pane", "width");
-        QTest::newRow("initial size") << QSize(480, 280) << 380;
-        QTest::newRow("between the sides") << QSize(400, 280) << 352;
-        QTest::newRow("narrower than the card's least width allows") << QSize(320, 280) << 280;
-        QTest::newRow("smallest size") << TransparentWindow::smallestSize << 280;
+        const auto row = columns<QSize, int>("pane", "width");
+        row("initial size", QSize(480, 280), 380);
+        row("between the sides", QSize(400, 280), 352);
+        row("narrower than the card's least width allows", QSize(320, 280), 280);
+        row("smallest size", TransparentWindow::smallestSize, 280);
     }
     void errorCardPlace()
     {
-        QFETCH(QSize, pane);
-        QFETCH(int, width);
+        const auto [pane, width] = fetched<QSize, int>();
         for (const QString &message : {u"短訊息"_s, u"很長的訊息。"_s.repeated(50), u"x"_s.repeated(260),
                                        u"<img src=\"/dev/zero\"> &amp;"_s.repeated(30)}) {
             PaneFixture fixture;

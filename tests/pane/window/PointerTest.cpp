@@ -80,10 +80,7 @@ private Q_SLOTS:
     void clicksAndDrags_data()
     {
         // clicks: 0: no click
-        columns<QList<Gesture>, QList<int>>("gestures", "clicks");
-        const auto row = [](const char *name, const QList<Gesture> &gestures, const QList<int> &clicks) {
-            QTest::newRow(name) << gestures << clicks;
-        };
+        const auto row = columns<QList<Gesture>, QList<int>>("gestures", "clicks");
         row("four quick clicks are two pairs", {{0}, {150}, {300}, {450}}, {1, 2, 1, 2});
         row("two slow clicks", {{0}, {401}}, {1, 1});
         row("the second click just in time", {{0}, {400}}, {1, 2});
@@ -99,8 +96,7 @@ private Q_SLOTS:
     }
     void clicksAndDrags()
     {
-        QFETCH(QList<Gesture>, gestures);
-        QFETCH(QList<int>, clicks);
+        const auto [gestures, clicks] = fetched<QList<Gesture>, QList<int>>();
         ClickRecognizer recognizer;
         QList<int> seen;
         for (const Gesture &gesture : gestures) {
@@ -124,10 +120,7 @@ private Q_SLOTS:
     void movesAreReportedOnceAfterTheRelease_data()
     {
         // isTaken: by the user, after these steps
-        columns<QString, bool, QString, int>("steps", "isTaken", "end", "reports");
-        const auto row = [](const char *name, const QString &steps, bool isTaken, const QString &end, int reports) {
-            QTest::newRow(name) << steps << isTaken << end << reports;
-        };
+        const auto row = columns<QString, bool, QString, int>("steps", "isTaken", "end", "reports");
         row("by its body, held still, with a last step after the release",
             u"press grabbed 101,100 +20 102,100 +10000"_s, true, u"release +30 150,100 +1000"_s, 1);
         row("back to where it began, as Escape does", u"press grabbed 300,300 +200 100,100 release"_s, true, u"+1000"_s,
@@ -142,8 +135,7 @@ private Q_SLOTS:
     }
     void movesAreReportedOnceAfterTheRelease()
     {
-        QFETCH(QString, steps);
-        QFETCH(QString, end);
+        const auto [steps, isTaken, end] = fetched<QString, bool, QString>();
         Desk desk;
         desk.tracker.windowShown();
         desk.perform(steps);
@@ -183,23 +175,20 @@ private Q_SLOTS:
 
     void frameUnderTheHand_data()
     {
-        columns<Qt::Edges, QPoint, QRect>("edges", "travel", "frame");
-
-        QTest::newRow("body") << Qt::Edges() << QPoint(-7, 9) << QRect(93, 109, 480, 280);
-        QTest::newRow("right edge ignores up and down")
-            << Qt::Edges(Qt::RightEdge) << QPoint(10, 50) << QRect(100, 100, 490, 280);
-        QTest::newRow("left edge") << Qt::Edges(Qt::LeftEdge) << QPoint(10, 0) << QRect(110, 100, 470, 280);
-        QTest::newRow("left edge past the smallest size keeps the right one")
-            << Qt::Edges(Qt::LeftEdge) << QPoint(400, 0) << QRect(260, 100, 320, 280);
-        QTest::newRow("lower right corner past the smallest size")
-            << (Qt::RightEdge | Qt::BottomEdge) << QPoint(-900, -900) << QRect(100, 100, 320, 100);
-        QTest::newRow("upper left corner past the smallest size")
-            << (Qt::LeftEdge | Qt::TopEdge) << QPoint(900, 900) << QRect(260, 280, 320, 100);
+        const auto row = columns<Qt::Edges, QPoint, QRect>("edges", "travel", "frame");
+        row("body", {}, QPoint(-7, 9), QRect(93, 109, 480, 280));
+        row("right edge ignores up and down", Qt::Edges(Qt::RightEdge), QPoint(10, 50), QRect(100, 100, 490, 280));
+        row("left edge", Qt::Edges(Qt::LeftEdge), QPoint(10, 0), QRect(110, 100, 470, 280));
+        row("left edge past the smallest size keeps the right one", Qt::Edges(Qt::LeftEdge), QPoint(400, 0),
+            QRect(260, 100, 320, 280));
+        row("lower right corner past the smallest size", (Qt::RightEdge | Qt::BottomEdge), QPoint(-900, -900),
+            QRect(100, 100, 320, 100));
+        row("upper left corner past the smallest size", (Qt::LeftEdge | Qt::TopEdge), QPoint(900, 900),
+            QRect(260, 280, 320, 100));
     }
     void frameUnderTheHand()
     {
-        QFETCH(Qt::Edges, edges);
-        QFETCH(QPoint, travel);
+        const auto [edges, travel] = fetched<Qt::Edges, QPoint>();
         const WindowDrag drag{{100, 100, 480, 280}, {500, 300}, edges};
         QTEST(drag.frameFor(QPoint(500, 300) + travel, {320, 100}), "frame");
     }

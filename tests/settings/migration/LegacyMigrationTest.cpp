@@ -2,13 +2,11 @@
 #include "TestProgram.h"
 
 #include "Columns.h"
+#include "Files.h"
 #include "PropertyList.h"
 #include "SettingsStore.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
@@ -63,27 +61,24 @@ private Q_SLOTS:
     void historyComesFromTheFirstSourceThatHasOne_data()
     {
         // files: folders of files that hold their own name
-        columns<QStringList, QString>("files", "expected");
+        const auto row = columns<QStringList, QString>("files", "expected");
         const QString home = QString::fromUtf8(support);
         const QString container = QString::fromUtf8(containerSupport);
-        QTest::newRow("no source") << QStringList{} << u"none"_s;
-        QTest::newRow("own name before the former one")
-            << QStringList{home + u"Panewise"_s, home + u"Lucentra"_s} << home + u"Lucentra"_s;
-        QTest::newRow("the home folder before the container")
-            << QStringList{container + u"Lucentra"_s, home + u"Panewise"_s} << home + u"Panewise"_s;
-        QTest::newRow("the container alone") << QStringList{container + u"Panewise"_s} << container + u"Panewise"_s;
-        QTest::newRow("this desktop's former version") << QStringList{u"data/Panewise"_s} << u"data/Panewise"_s;
-        QTest::newRow("there is one already")
-            << QStringList{u"data/Lucentra"_s, home + u"Lucentra"_s} << u"data/Lucentra"_s;
+        row("no source", {}, {});
+        row("own name before the former one", {home + u"Panewise"_s, home + u"Lucentra"_s}, home + u"Lucentra"_s);
+        row("the home folder before the container", {container + u"Lucentra"_s, home + u"Panewise"_s},
+            home + u"Panewise"_s);
+        row("the container alone", {container + u"Panewise"_s}, container + u"Panewise"_s);
+        row("this desktop's former version", {u"data/Panewise"_s}, u"data/Panewise"_s);
+        row("there is one already", {u"data/Lucentra"_s, home + u"Lucentra"_s}, u"data/Lucentra"_s);
     }
 
     void historyComesFromTheFirstSourceThatHasOne()
     {
-        QFETCH(QStringList, files);
+        const auto [files, expected] = fetched<QStringList, QString>();
         for (const QString &folder : files)
             m->put((folder + u"/history.json"_s).toUtf8().constData(), folder.toUtf8());
         m->migrate();
-        QFETCH(QString, expected);
         QCOMPARE(QString::fromUtf8(m->copied()), expected);
         if (expected.startsWith(u"home"_s))
             QCOMPARE(QFileInfo(m->history()).permissions() & 0x0FF, QFileDevice::Permissions());
@@ -195,23 +190,12 @@ private:
 
         QString path(const char *name) const { return folder.filePath(QString::fromUtf8(name)); }
         QString history() const { return path("data/Lucentra/history.json"); }
-        void put(const char *name, const QByteArray &content) const
-        {
-            QDir().mkpath(QFileInfo(path(name)).path());
-            QFile file(path(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(content);
-        }
-        QByteArray copied() const
-        {
-            QFile file(history());
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
-        }
+        void put(const char *name, const QByteArray &content) const { writeFile(path(name), content); }
+        QByteArray copied() const { return contentOf(history()); }
         QJsonObject stored()
         {
             settings.flush();
-            QFile file(path("preferences.json"));
-            return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+            return QJsonDocument::fromJson(contentOf(path("preferences.json"))).object();
         }
         void migrate()
         {

@@ -43,21 +43,18 @@ private Q_SLOTS:
 
     void combinationsAreRecorded_data()
     {
-        columns<Key, quint32, quint32, QString>("key", "flags", "code", "shown");
-        QTest::newRow("Control, whose text is no letter")
-            << Key{45, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier, u"\x0b"_s} << 0x60000U << 40U
-            << u"⌃⇧K"_s;
-        QTest::newRow("a key that moves the focus")
-            << Key{23, Qt::Key_Backtab, Qt::ShiftModifier | Qt::MetaModifier, QString()} << 0x120000U
-            << 48U << u"⇧⌘⇥"_s;
-        QTest::newRow("another layout's letter at the T position")
-            << Key{28, Qt::Key(0x0415), Qt::AltModifier, u"е"_s} << 0x80000U << 17U << u"⌥Е"_s;
-        QTest::newRow("a dead key") << Key{21, Qt::Key_Dead_Acute, Qt::AltModifier, QString()} << 0x80000U
-                                    << 24U << u"⌥="_s;
-        QTest::newRow("the keypad's Enter") << Key{104, Qt::Key_Enter, Qt::AltModifier | Qt::KeypadModifier, u"\r"_s}
-                                            << 0x80000U << 0x4CU << u"⌥⌅"_s;
-        QTest::newRow("a key that the numbering lacks") << Key{107, Qt::Key_Print, Qt::ControlModifier, QString()}
-                                                        << 0x40000U << 0x16BU << u"⌃Print"_s;
+        const auto row = columns<Key, quint32, quint32, QString>("key", "flags", "code", "shown");
+        row("Control, whose text is no letter", {45, Qt::Key_K, Qt::ControlModifier | Qt::ShiftModifier, u"\x0b"_s},
+            0x60000U, 40U, u"⌃⇧K"_s);
+        row("a key that moves the focus", {23, Qt::Key_Backtab, Qt::ShiftModifier | Qt::MetaModifier, QString()},
+            0x120000U, 48U, u"⇧⌘⇥"_s);
+        row("another layout's letter at the T position", {28, Qt::Key(0x0415), Qt::AltModifier, u"е"_s}, 0x80000U, 17U,
+            u"⌥Е"_s);
+        row("a dead key", {21, Qt::Key_Dead_Acute, Qt::AltModifier, QString()}, 0x80000U, 24U, u"⌥="_s);
+        row("the keypad's Enter", {104, Qt::Key_Enter, Qt::AltModifier | Qt::KeypadModifier, u"\r"_s}, 0x80000U, 0x4CU,
+            u"⌥⌅"_s);
+        row("a key that the numbering lacks", {107, Qt::Key_Print, Qt::ControlModifier, QString()}, 0x40000U, 0x16BU,
+            u"⌃Print"_s);
     }
 
     void combinationsAreRecorded()

@@ -1,5 +1,6 @@
-#include "HotkeyButton.h"
 #include "Columns.h"
+#include "Files.h"
+#include "HotkeyButton.h"
 #include "SettingsFixture.h"
 #include "TestProgram.h"
 
@@ -44,18 +45,17 @@ class SettingsFormTest : public QObject
 private Q_SLOTS:
     void noTextIsCutOff_data()
     {
-        columns<int, double>("language", "fontScale");
+        const auto row = columns<int, double>("language", "fontScale");
         for (const AppLanguage language : allAppLanguages) {
             if (language != AppLanguage::System)
                 QTest::addRow("%s, large", qPrintable(rawValue(language))) << int(language) << 1.6;
         }
-        QTest::newRow("English") << int(AppLanguage::English) << 1.0;
+        row("English", int(AppLanguage::English), 1.0);
     }
 
     void noTextIsCutOff()
     {
-        QFETCH(int, language);
-        QFETCH(double, fontScale);
+        const auto [language, fontScale] = fetched<int, double>();
         const QFont before = QApplication::font();
         QFont font = before;
         font.setPointSizeF(font.pointSizeF() * fontScale);
@@ -87,25 +87,22 @@ private Q_SLOTS:
 
     void testsNeedWhatTheEngineNeeds_data()
     {
-        columns<int, bool, QString, QString, bool>("engine", "consent", "key", "model", "possible");
-        QTest::newRow("on the device: nothing") << 0 << false << QString() << QString() << true;
-        QTest::newRow("Google without a key") << 1 << true << QString() << QString() << true;
-        QTest::newRow("Google without consent") << 1 << false << u"k"_s << QString() << false;
-        QTest::newRow("a key of blanks") << 4 << true << u" \n"_s << QString() << false;
-        QTest::newRow("DeepL") << 4 << true << u"k"_s << QString() << true;
-        QTest::newRow("Microsoft without a region") << 2 << true << u"k"_s << u" "_s << true;
-        QTest::newRow("OpenAI without a model") << 5 << true << u"k"_s << u" "_s << false;
-        QTest::newRow("OpenAI") << 5 << true << u"k"_s << u"m"_s << true;
-        QTest::newRow("a compatible endpoint without a model") << 7 << true << u"k"_s << QString() << false;
-        QTest::newRow("no such engine") << 42 << true << u"k"_s << u"m"_s << false;
+        const auto row = columns<int, bool, QString, QString, bool>("engine", "consent", "key", "model", "possible");
+        row("on the device: nothing", 0, false, {}, {}, true);
+        row("Google without a key", 1, true, {}, {}, true);
+        row("Google without consent", 1, false, u"k"_s, {}, false);
+        row("a key of blanks", 4, true, u" \n"_s, {}, false);
+        row("DeepL", 4, true, u"k"_s, {}, true);
+        row("Microsoft without a region", 2, true, u"k"_s, u" "_s, true);
+        row("OpenAI without a model", 5, true, u"k"_s, u" "_s, false);
+        row("OpenAI", 5, true, u"k"_s, u"m"_s, true);
+        row("a compatible endpoint without a model", 7, true, u"k"_s, {}, false);
+        row("no such engine", 42, true, u"k"_s, u"m"_s, false);
     }
 
     void testsNeedWhatTheEngineNeeds()
     {
-        QFETCH(int, engine);
-        QFETCH(bool, consent);
-        QFETCH(QString, key);
-        QFETCH(QString, model);
+        const auto [engine, consent, key, model] = fetched<int, bool, QString, QString>();
         SettingsFixture m;
         for (const QLatin1StringView account :
              {"googleApiKey"_L1, "microsoftApiKey"_L1, "deeplApiKey"_L1, "openAIApiKey"_L1, "compatibleApiKey"_L1})
@@ -221,10 +218,7 @@ private Q_SLOTS:
 
     void strangeValuesAreShownAsTheyAct()
     {
-        QFETCH(QString, key);
-        QFETCH(QVariant, stored);
-        QFETCH(QString, name);
-        QFETCH(QVariant, shown);
+        const auto [key, stored, name, shown] = fetched<QString, QVariant, QString, QVariant>();
         SettingsFixture m;
         m.settings.setValue(key, QJsonValue::fromVariant(stored));
         m.show();
@@ -273,11 +267,7 @@ private Q_SLOTS:
         auto *toggle = m.control<QCheckBox>(u"失去焦點時自動隱藏玻璃板"_s);
         QTRY_VERIFY(toggle->isChecked());
         for (const QByteArray value : {"false", "true", "false"}) { // more than once, in place
-            QFile file(m.folder.filePath(u"preferences.json"_s));
-            QVERIFY(file.open(QIODevice::ReadWrite));
-            file.resize(0);
-            file.write("{\"autoHide\": " + value + "}");
-            file.close();
+            writeFile(m.folder.filePath(u"preferences.json"_s), "{\"autoHide\": " + value + "}");
             QTRY_COMPARE(toggle->isChecked(), value == "true");
         }
     }

@@ -1,10 +1,8 @@
 #include "AutostartEntry.h"
 #include "Columns.h"
+#include "Files.h"
 #include "TestProgram.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -23,30 +21,24 @@ private Q_SLOTS:
     void whatIsInForce_data()
     {
         // own: null: there is no such file
-        columns<QByteArray, QByteArray, bool>("own", "system", "enabled");
+        const auto row = columns<QByteArray, QByteArray, bool>("own", "system", "enabled");
         const QByteArray plain = "[Desktop Entry]\nType=Application\nExec=true\n";
-        QTest::newRow("nothing") << QByteArray() << QByteArray() << false;
-        QTest::newRow("an entry of any content") << plain << QByteArray() << true;
-        QTest::newRow("a program that is gone")
-            << QByteArray("[Desktop Entry]\nType=Application\nExec=\"/opt/\\\\$a/b\"\n") << QByteArray() << false;
-        QTest::newRow("hidden") << plain + "Hidden=true\n" << QByteArray() << false;
-        QTest::newRow("disabled by the session's settings") << plain + "X-GNOME-Autostart-enabled = false\n"
-                                                            << QByteArray() << false;
-        QTest::newRow("the same words in another group") << plain + "[Desktop Action x]\nHidden=true\n"
-                                                         << QByteArray() << true;
-        QTest::newRow("the whole system's") << QByteArray() << plain << true;
-        QTest::newRow("the whole system's, hidden by the user")
-            << QByteArray("[Desktop Entry]\nHidden=true\n") << plain << false;
+        row("nothing", {}, {}, false);
+        row("an entry of any content", plain, {}, true);
+        row("a program that is gone", "[Desktop Entry]\nType=Application\nExec=\"/opt/\\\\$a/b\"\n", {}, false);
+        row("hidden", plain + "Hidden=true\n", {}, false);
+        row("disabled by the session's settings", plain + "X-GNOME-Autostart-enabled = false\n", {}, false);
+        row("the same words in another group", plain + "[Desktop Action x]\nHidden=true\n", {}, true);
+        row("the whole system's", {}, plain, true);
+        row("the whole system's, hidden by the user", "[Desktop Entry]\nHidden=true\n", plain, false);
     }
     void whatIsInForce()
     {
-        QFETCH(QByteArray, own);
-        QFETCH(QByteArray, system);
+        const auto [own, system, enabled] = fetched<QByteArray, QByteArray, bool>();
         if (!own.isNull())
-            Fixture::put(m->own, own);
+            writeFile(m->own, own);
         if (!system.isNull())
-            Fixture::put(m->system, system);
-        QFETCH(bool, enabled);
+            writeFile(m->system, system);
         AutostartEntry entry = m->entry();
         QCOMPARE(entry.isEnabled(), enabled);
         QVERIFY(entry.setEnabled(!enabled));
@@ -71,7 +63,7 @@ private Q_SLOTS:
 
     void aFolderThatCannotBeMadeIsAFailure()
     {
-        Fixture::put(m->folder.filePath(u"config"_s), "a file in its place");
+        writeFile(m->folder.filePath(u"config"_s), "a file in its place");
         const auto failed = m->entry().setEnabled(true);
         QVERIFY(!failed);
         QVERIFY(failed.error().description.contains(u"autostart"_s));
@@ -88,18 +80,7 @@ private:
         {
             return {folder.filePath(u"config"_s), {folder.filePath(u"xdg"_s)}, executable};
         }
-        static void put(const QString &path, const QByteArray &content)
-        {
-            QDir().mkpath(QFileInfo(path).path());
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(content);
-        }
-        QString content() const
-        {
-            QFile file(own);
-            return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-        }
+        QString content() const { return QString::fromUtf8(contentOf(own)); }
     };
     std::unique_ptr<Fixture> m;
 };

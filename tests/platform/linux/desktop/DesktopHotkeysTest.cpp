@@ -137,19 +137,17 @@ private Q_SLOTS:
 
     void desktopsKeys_data()
     {
-        columns<QString, quint32, quint32, QString, QString>("service", "key", "modifiers", "given", "description");
+        const auto row =
+            columns<QString, quint32, quint32, QString, QString>("service", "key", "modifiers", "given", "description");
         using namespace hotkeyModifier;
         const QString shown = u"Press <b>T</b>"_s;
-        QTest::newRow("portal, letter") << portalName << virtualKey::t << option << u"ALT+t"_s << shown;
-        QTest::newRow("portal, named") << portalName << quint32(0x74) << (command | control) << u"CTRL+LOGO+Page_Up"_s
-                                       << shown;
-        QTest::newRow("portal, sign") << portalName << quint32(43) << option << QString() << shown;
-        QTest::newRow("portal, function key") << portalName << quint32(0x7A) << quint32(0) << u"F1"_s << shown;
-        QTest::newRow("Plasma, letter") << plasmaName << virtualKey::t << (option | shift) << u"Alt+Shift+T"_s
-                                        << u"Meta+F7"_s;
-        QTest::newRow("Plasma, named") << plasmaName << virtualKey::returnKey << option << u"Alt+Return"_s
-                                       << u"Meta+F7"_s;
-        QTest::newRow("Plasma, sign") << plasmaName << quint32(43) << control << u"Ctrl+,"_s << u"Meta+F7"_s;
+        row("portal, letter", portalName, virtualKey::t, option, u"ALT+t"_s, shown);
+        row("portal, named", portalName, quint32(0x74), (command | control), u"CTRL+LOGO+Page_Up"_s, shown);
+        row("portal, sign", portalName, quint32(43), option, QString(), shown);
+        row("portal, function key", portalName, quint32(0x7A), quint32(0), u"F1"_s, shown);
+        row("Plasma, letter", plasmaName, virtualKey::t, (option | shift), u"Alt+Shift+T"_s, u"Meta+F7"_s);
+        row("Plasma, named", plasmaName, virtualKey::returnKey, option, u"Alt+Return"_s, u"Meta+F7"_s);
+        row("Plasma, sign", plasmaName, quint32(43), control, u"Ctrl+,"_s, u"Meta+F7"_s);
     }
     void desktopsKeys()
     {

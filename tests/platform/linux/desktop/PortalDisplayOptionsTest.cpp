@@ -87,26 +87,21 @@ private Q_SLOTS:
 
     void settings_data()
     {
-        columns<QString, QString, QVariant, bool, bool>("group", "key", "value", "reduceMotion", "reduceTransparency");
+        const auto row = columns<QString, QString, QVariant, bool, bool>("group", "key", "value", "reduceMotion",
+                                                                         "reduceTransparency");
         const QString gnome = u"org.gnome.desktop.interface"_s;
         const QString appearance = u"org.freedesktop.appearance"_s;
         const QString kde = u"org.kde.kdeglobals.KDE"_s;
-        QTest::newRow("GNOME without animations")
-            << gnome << u"enable-animations"_s << QVariant(false) << true << false;
-        QTest::newRow("KDE without animations")
-            << kde << u"AnimationDurationFactor"_s << QVariant(u"0"_s) << true << false;
-        QTest::newRow("KDE with an unreadable value")
-            << kde << u"AnimationDurationFactor"_s << QVariant(u"fast"_s) << false << false;
-        QTest::newRow("reduced motion") << appearance << u"reduced-motion"_s << QVariant(1U) << true << false;
-        QTest::newRow("higher contrast") << appearance << u"contrast"_s << QVariant(1U) << false << true;
+        row("GNOME without animations", gnome, u"enable-animations"_s, false, true, false);
+        row("KDE without animations", kde, u"AnimationDurationFactor"_s, u"0"_s, true, false);
+        row("KDE with an unreadable value", kde, u"AnimationDurationFactor"_s, u"fast"_s, false, false);
+        row("reduced motion", appearance, u"reduced-motion"_s, 1U, true, false);
+        row("higher contrast", appearance, u"contrast"_s, 1U, false, true);
     }
     void settings()
     {
-        QFETCH(QString, group);
-        QFETCH(QString, key);
-        QFETCH(QVariant, value);
-        QFETCH(bool, reduceMotion);
-        QFETCH(bool, reduceTransparency);
+        const auto [group, key, value, reduceMotion, reduceTransparency] =
+            fetched<QString, QString, QVariant, bool, bool>();
         const AccessibilityDisplayOptions expected{reduceMotion, reduceTransparency};
         QDBusConnection portalBus = QDBusConnection::connectToBus(m_bus.address(), u"portal"_s);
         QDBusConnection ourBus = QDBusConnection::connectToBus(m_bus.address(), u"ours"_s);

@@ -20,18 +20,16 @@ class NetworkKernelsTest : public QObject
 private Q_SLOTS:
     void productsAreExact_data()
     {
-        columns<int, int, int>("rows", "columns", "depth");
-        QTest::newRow("one row, and a column more than a block") << 1 << 5 << 32;
-        QTest::newRow("whole blocks") << 6 << 8 << 64;
-        QTest::newRow("more rows than go together, and a rest of columns") << 50 << 7 << 96;
-        QTest::newRow("less than a vector") << 2 << 5 << 31;
+        const auto row = columns<int, int, int>("rows", "columns", "depth");
+        row("one row, and a column more than a block", 1, 5, 32);
+        row("whole blocks", 6, 8, 64);
+        row("more rows than go together, and a rest of columns", 50, 7, 96);
+        row("less than a vector", 2, 5, 31);
     }
 
     void productsAreExact()
     {
-        QFETCH(int, rows);
-        QFETCH(int, columns);
-        QFETCH(int, depth);
+        const auto [rows, columns, depth] = fetched<int, int, int>();
         std::minstd_rand random(7);
         std::vector<std::int8_t> left(std::size_t(rows * depth));
         std::vector<std::int8_t> right(std::size_t(columns * depth));

@@ -213,16 +213,15 @@ class NeuralTranslationTest : public QObject
 private Q_SLOTS:
     void networkAgreesWithPlainOne_data()
     {
-        columns<bool, bool>("isShared", "hasActivations");
-        QTest::newRow("one vocabulary") << true << true;
-        QTest::newRow("two vocabularies") << false << true;
-        QTest::newRow("activations from the input") << true << false;
+        const auto row = columns<bool, bool>("isShared", "hasActivations");
+        row("one vocabulary", true, true);
+        row("two vocabularies", false, true);
+        row("activations from the input", true, false);
     }
 
     void networkAgreesWithPlainOne()
     {
-        QFETCH(bool, isShared);
-        QFETCH(bool, hasActivations);
+        const auto [isShared, hasActivations] = fetched<bool, bool>();
         const TinyModel model(3, isShared, hasActivations);
         const QByteArray bytes = model.bytes();
         const auto file = NetworkFile::parse(bytes);
@@ -309,14 +308,9 @@ private Q_SLOTS:
     {
         const QTemporaryDir home;
         const QString path = home.filePath(u"file"_s);
-        const auto write = [](const QString &name) {
-            QFile file(name);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            QCOMPARE(file.write(QByteArray(100'000, 'x')), 100'000);
-        };
-        write(path);
+        writeFile(path, QByteArray(100'000, 'x'));
         const auto mapped = MappedFile::open(path);
-        write(home.filePath(u"other"_s));
+        writeFile(home.filePath(u"other"_s), QByteArray(100'000, 'x'));
         QCOMPARE(::rename(qPrintable(home.filePath(u"other"_s)), qPrintable(path)), 0);
         QVERIFY(mapped->isIntact());
         const auto second = MappedFile::open(path);
@@ -328,10 +322,7 @@ private Q_SLOTS:
 
     void textsAreDivided_data()
     {
-        columns<QString, QStringList, QString>("text", "sentences", "joined");
-        const auto row = [](const char *name, const QString &text, const QStringList &sentences, const QString &joined) {
-            QTest::newRow(name) << text << sentences << joined;
-        };
+        const auto row = columns<QString, QStringList, QString>("text", "sentences", "joined");
         row("two", u"One here.  Two there!"_s, {u"One here."_s, u"Two there!"_s}, u"一。一。"_s);
         row("an abbreviation", u"Mr. Smith left."_s, {u"Mr. Smith left."_s}, u"一。"_s);
         row("lines", u" a\n\nb\n"_s, {u"a"_s, u"b"_s}, u" 一。\n\n一。\n"_s);
@@ -373,9 +364,7 @@ private Q_SLOTS:
 
     void edgesOfSentencesSurvive()
     {
-        QFETCH(QString, source);
-        QFETCH(QString, translation);
-        QFETCH(QString, target);
+        const auto [source, translation, target] = fetched<QString, QString, QString>();
         QTEST(restoredSentence(translation, source, target), "restored");
     }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Files.h"
+
 #include <QByteArray>
-#include <QDir>
-#include <QFile>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -209,19 +209,11 @@ struct TinyModel
         return file + field('\x1A', field('\x12', map));
     }
 
-    void writeTo(const QString &folder, bool isShared = true) const
+    void writeTo(const QString &folder) const
     {
-        QDir().mkpath(folder);
-        const auto write = [&folder](const char *name, const QByteArray &content) {
-            QFile file(folder + u'/' + QLatin1StringView(name));
-            if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-                qFatal("the test's own file");
-        };
-        write("model.xxyy.intgemm.alphas.bin", bytes());
-        write("lex.50.50.xxyy.s2t.bin", shortlist());
-        for (const char *name : {isShared ? "vocab.xxyy.spm" : "srcvocab.xxyy.spm",
-                                 isShared ? "vocab.xxyy.spm" : "trgvocab.xxyy.spm"})
-            write(name, vocabulary());
+        writeFile(folder + QStringLiteral("/model.xxyy.intgemm.alphas.bin"), bytes());
+        writeFile(folder + QStringLiteral("/lex.50.50.xxyy.s2t.bin"), shortlist());
+        writeFile(folder + QStringLiteral("/vocab.xxyy.spm"), vocabulary());
     }
 
     template <typename Number>

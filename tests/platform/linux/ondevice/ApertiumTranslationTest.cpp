@@ -1,10 +1,9 @@
 #include "ApertiumTranslation.h"
 #include "Columns.h"
+#include "Files.h"
 #include "TestProgram.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -21,10 +20,8 @@ private Q_SLOTS:
     {
         m_apertium.reset();
         m_folder = std::make_unique<QTemporaryDir>();
-        QFile program(m_folder->filePath(u"pipeline"_s));
-        QVERIFY(program.open(QIODevice::WriteOnly));
-        program.write("#!/bin/sh\ncat \"$2\"\n");
-        program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        writeFile(m_folder->filePath(u"pipeline"_s), "#!/bin/sh\ncat \"$2\"\n");
+        QFile::setPermissions(m_folder->filePath(u"pipeline"_s), QFile::ReadOwner | QFile::ExeOwner);
     }
 
     void modesAreLanguagePairs()
@@ -42,28 +39,21 @@ private Q_SLOTS:
 
     void answers_data()
     {
-        columns<QByteArray, QString, QString>("script", "source", "translation");
+        const auto row = columns<QByteArray, QString, QString>("script", "source", "translation");
         const QByteArray echo = "while IFS= read -r -d '' text; do printf '%s\\0' \"$text\"; done";
-        QTest::newRow("what means something in its stream")
-            << echo << u"a [b] <c> ^d$ \\ e/f *"_s << u"a [b] <c> ^d$ \\ e/f *"_s;
-        QTest::newRow("other scripts") << echo << u"日本 ñ"_s << u"日本 ñ"_s;
-        QTest::newRow("one unknown word of three")
-            << QByteArray("while IFS= read -r -d '' t; do printf 'the *perro eats[][\\n]\\0'; done")
-            << u"el perro come"_s << u"the perro eats"_s;
-        QTest::newRow("mostly unknown words")
-            << QByteArray("while IFS= read -r -d '' t; do printf 'the *perro *come\\0'; done") << u"el perro come"_s
-            << QString();
-        QTest::newRow("not UTF-8") << QByteArray("while IFS= read -r -d '' t; do printf '\\xff\\xfe\\0'; done")
-                                   << u"hola"_s << QString();
-        QTest::newRow("nothing") << QByteArray("while IFS= read -r -d '' t; do printf '\\0'; done") << u"hola"_s
-                                 << QString();
-        QTest::newRow("it ends at once") << QByteArray("exit 1") << u"hola"_s << QString();
+        row("what means something in its stream", echo, u"a [b] <c> ^d$ \\ e/f *"_s, u"a [b] <c> ^d$ \\ e/f *"_s);
+        row("other scripts", echo, u"日本 ñ"_s, u"日本 ñ"_s);
+        row("one unknown word of three", "while IFS= read -r -d '' t; do printf 'the *perro eats[][\\n]\\0'; done",
+            u"el perro come"_s, u"the perro eats"_s);
+        row("mostly unknown words", "while IFS= read -r -d '' t; do printf 'the *perro *come\\0'; done",
+            u"el perro come"_s, {});
+        row("not UTF-8", "while IFS= read -r -d '' t; do printf '\\xff\\xfe\\0'; done", u"hola"_s, {});
+        row("nothing", "while IFS= read -r -d '' t; do printf '\\0'; done", u"hola"_s, {});
+        row("it ends at once", "exit 1", u"hola"_s, {});
     }
     void answers()
     {
-        QFETCH(QByteArray, script);
-        QFETCH(QString, source);
-        QFETCH(QString, translation);
+        const auto [script, source, translation] = fetched<QByteArray, QString, QString>();
         install(u"spa-eng.mode"_s, script);
         const auto outcomes = translate({source});
         QCOMPARE(outcomes.size(), 1);
@@ -105,12 +95,7 @@ private Q_SLOTS:
     }
 
 private:
-    void install(const QString &mode, const QByteArray &script)
-    {
-        QFile file(m_folder->filePath(mode));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(script);
-    }
+    void install(const QString &mode, const QByteArray &script) { writeFile(m_folder->filePath(mode), script); }
 
     QList<OnDeviceOutcome> translate(const QStringList &texts, const std::function<bool()> &isWanted = {})
     {

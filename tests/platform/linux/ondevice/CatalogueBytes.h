@@ -1,8 +1,12 @@
 #pragma once
 
+#include "CatalogueFolders.h"
+#include "Files.h"
+#include "PhraseCollector.h"
+#include "PhraseFile.h"
+
+#include <QBuffer>
 #include <QByteArray>
-#include <QDir>
-#include <QFile>
 #include <QList>
 #include <QString>
 #include <QtEndian>
@@ -66,11 +70,16 @@ inline QByteArray qmBytes(const Messages &messages)
 /// Writes a catalogue into the folder of a locale beneath `share`, as a package would.
 inline void installCatalogue(const QString &share, const QString &locale, const QString &name, const QByteArray &bytes)
 {
-    const QString folder = share + QStringLiteral("/locale/") + locale + QStringLiteral("/LC_MESSAGES");
-    QDir().mkpath(folder);
-    QFile file(folder + u'/' + name);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
+    writeFile(share + QStringLiteral("/locale/") + locale + QStringLiteral("/LC_MESSAGES/") + name, bytes);
+}
+
+/// The phrases of all catalogues in the folders.
+inline std::shared_ptr<const PhraseFile> phrasesIn(const CatalogueFolders &folders)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    buildPhraseFile(surveyCatalogues(folders), buffer, std::atomic<bool>(false));
+    return PhraseFile::fromBytes(buffer.data());
 }
 
 } // namespace lucentra

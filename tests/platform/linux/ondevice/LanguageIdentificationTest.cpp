@@ -1,12 +1,8 @@
 #include "CatalogueBytes.h"
-#include "CatalogueFolders.h"
 #include "Columns.h"
-#include "PhraseCollector.h"
-#include "PhraseFile.h"
 #include "ScreenLanguageIdentifier.h"
 #include "TestProgram.h"
 
-#include <QBuffer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -19,13 +15,7 @@ namespace {
 /// Of the catalogues on this computer; the toolkit's own are always among them.
 std::shared_ptr<const PhraseFile> memoryOfThisComputer()
 {
-    static const auto file = [] {
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        const std::atomic<bool> isCancelled = false;
-        buildPhraseFile(surveyCatalogues(CatalogueFolders::ofThisSystem()), buffer, isCancelled);
-        return PhraseFile::fromBytes(buffer.data());
-    }();
+    static const auto file = phrasesIn(CatalogueFolders::ofThisSystem());
     return file;
 }
 
@@ -43,26 +33,26 @@ class LanguageIdentificationTest : public QObject
 private Q_SLOTS:
     void scriptsDecide_data()
     {
-        columns<QString, QString>("text", "code");
-        QTest::newRow("nothing") << u""_s << u""_s;
-        QTest::newRow("numbers and signs") << u"12,345.67 € (+3 %)"_s << u""_s;
-        QTest::newRow("an address") << u"https://example.org/a/page?q=1"_s << u""_s;
-        QTest::newRow("a path and a mail address") << u"/usr/share/doc me@example.org"_s << u""_s;
-        QTest::newRow("a keyboard shortcut") << u"Ctrl+Shift+S"_s << u""_s;
-        QTest::newRow("a kana makes it Japanese") << u"設定を変更"_s << u"ja"_s;
-        QTest::newRow("a long vowel mark misread in Chinese") << u"ー個檔案無法開啟"_s << u"zh-Hant"_s;
-        QTest::newRow("hangul among Latin letters") << u"PDF 파일"_s << u"ko"_s;
-        QTest::newRow("traditional beside a program's name") << u"Firefox 擴充套件"_s << u"zh-Hant"_s;
-        QTest::newRow("characters of Japan alone") << u"両替対応"_s << u"ja"_s;
-        QTest::newRow("Ukrainian letters") << u"Зберегти зміни"_s << u"uk"_s;
+        const auto row = columns<QString, QString>("text", "code");
+        row("nothing", u""_s, u""_s);
+        row("numbers and signs", u"12,345.67 € (+3 %)"_s, u""_s);
+        row("an address", u"https://example.org/a/page?q=1"_s, u""_s);
+        row("a path and a mail address", u"/usr/share/doc me@example.org"_s, u""_s);
+        row("a keyboard shortcut", u"Ctrl+Shift+S"_s, u""_s);
+        row("a kana makes it Japanese", u"設定を変更"_s, u"ja"_s);
+        row("a long vowel mark misread in Chinese", u"ー個檔案無法開啟"_s, u"zh-Hant"_s);
+        row("hangul among Latin letters", u"PDF 파일"_s, u"ko"_s);
+        row("traditional beside a program's name", u"Firefox 擴充套件"_s, u"zh-Hant"_s);
+        row("characters of Japan alone", u"両替対応"_s, u"ja"_s);
+        row("Ukrainian letters", u"Зберегти зміни"_s, u"uk"_s);
         // Languages that the memory doesn't have aren't taken for their neighbours.
-        QTest::newRow("Swedish") << u"Filen kunde inte sparas eftersom disken är full"_s << u"sv"_s;
-        QTest::newRow("Catalan") << u"No s'ha pogut desar el fitxer perquè el disc és ple"_s << u"ca"_s;
-        QTest::newRow("Welsh") << u"Methwyd cadw'r ffeil gan fod y ddisg yn llawn"_s << u"cy"_s;
-        QTest::newRow("Finnish") << u"Tiedostoa ei voitu tallentaa, koska levy on täynnä"_s << u"fi"_s;
-        QTest::newRow("Norwegian") << u"Kunne ikke lagre filen fordi disken er full"_s << u"nb"_s;
-        QTest::newRow("a megabyte") << u"Save the file and close the window. "_s.repeated(30'000) << u"en"_s;
-        QTest::newRow("Thai") << u"บันทึกการเปลี่ยนแปลง"_s << u"th"_s;
+        row("Swedish", u"Filen kunde inte sparas eftersom disken är full"_s, u"sv"_s);
+        row("Catalan", u"No s'ha pogut desar el fitxer perquè el disc és ple"_s, u"ca"_s);
+        row("Welsh", u"Methwyd cadw'r ffeil gan fod y ddisg yn llawn"_s, u"cy"_s);
+        row("Finnish", u"Tiedostoa ei voitu tallentaa, koska levy on täynnä"_s, u"fi"_s);
+        row("Norwegian", u"Kunne ikke lagre filen fordi disken er full"_s, u"nb"_s);
+        row("a megabyte", u"Save the file and close the window. "_s.repeated(30'000), u"en"_s);
+        row("Thai", u"บันทึกการเปลี่ยนแปลง"_s, u"th"_s);
     }
     void scriptsDecide()
     {
@@ -98,12 +88,7 @@ private Q_SLOTS:
                            {"Final checks", "Pruebas"},
                            {"Last week", "Semana última"}});
         }
-        QBuffer buffer;
-        buffer.open(QIODevice::WriteOnly);
-        const std::atomic<bool> isCancelled = false;
-        QVERIFY(buildPhraseFile(surveyCatalogues({.dataFolders = {folder.path()}}), buffer, isCancelled));
-        const auto file = PhraseFile::fromBytes(buffer.data());
-        ScreenLanguageIdentifier identifier([file] { return file; });
+        ScreenLanguageIdentifier identifier([file = phrasesIn({.dataFolders = {folder.path()}})] { return file; });
         QCOMPARE(identifier.identify({u"Final"_s}), QStringList{u"en"_s}); // though English has it within phrases only
         QCOMPARE(identifier.identify({u"Cerrar la ventana"_s}), QStringList{u"es"_s});
         ScreenLanguageIdentifier ofThisComputer(&memoryOfThisComputer);

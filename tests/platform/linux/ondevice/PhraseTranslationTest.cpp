@@ -1,16 +1,12 @@
 #include "PhraseTranslation.h"
 #include "CatalogueBytes.h"
-#include "CatalogueFolders.h"
 #include "Columns.h"
 #include "LayeredTranslation.h"
 #include "NgramModel.h"
-#include "PhraseCollector.h"
-#include "PhraseFile.h"
 #include "PhraseLookup.h"
 #include "PhraseStore.h"
 #include "TestProgram.h"
 
-#include <QBuffer>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -24,15 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr BuildPatience patient{.longest = 20s, .acceptsOutdated = false};
-
-QByteArray build(const QStringList &shares, const QString &packageLists = {})
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    const std::atomic<bool> isCancelled = false;
-    buildPhraseFile(surveyCatalogues({.dataFolders = shares, .packageLists = packageLists}), buffer, isCancelled);
-    return buffer.data();
-}
 
 QString translated(const PhraseFile &file, const QString &source, const QString &target, const QString &line)
 {
@@ -105,60 +92,54 @@ private Q_SLOTS:
             }
         }
         install(u"de"_s, u"editor.mo"_s, {{"_Cancel", "_Abbrechen"}, {"Unknown there", "Dort unbekannt"}});
-        m_file = PhraseFile::fromBytes(build({m_share}));
+        m_file = phrasesIn({.dataFolders = {m_share}});
         QVERIFY(m_file);
     }
 
     void linesAreTranslated_data()
     {
-        columns<QString, QString, QString>("pair", "line", "translation");
-        QTest::newRow("mnemonics are gone") << u"en ja"_s << u"Cancel"_s << u"キャンセル"_s;
-        QTest::newRow("another case") << u"en ja"_s << u"CANCEL"_s << u"キャンセル"_s;
-        QTest::newRow("an ellipsis as one character") << u"en ja"_s << u"Save As…"_s << u"名前を付けて保存…"_s;
-        QTest::newRow("misread dots") << u"en ja"_s << u"Save As.…"_s << u"名前を付けて保存…"_s;
-        QTest::newRow("the line's own tail") << u"en ja"_s << u"Save  as :"_s << u"名前を付けて保存："_s;
-        QTest::newRow("a tail that the line doesn't have") << u"en ja"_s << u"file name"_s << u"ファイル名"_s;
-        QTest::newRow("numbers") << u"en ja"_s << u"Page 12 of 3,400"_s << u"12 / 3,400 ページ"_s;
-        QTest::newRow("other quotation marks")
-            << u"en ja"_s << u"Could not open \"a b.txt\"."_s << u"“a b.txt”を開けませんでした。"_s;
-        QTest::newRow("values change places")
-            << u"en ja"_s << u"Copying /tmp/a.c to b.txt"_s << u"b.txt へ /tmp/a.c をコピー中"_s;
-        QTest::newRow("markup") << u"en ja"_s << u"Warning"_s << u"警告"_s;
-        QTest::newRow("underscores that are no mnemonic")
-            << u"en ja"_s << u"file_name_1"_s << u"file_name_1 のままの語"_s;
-        QTest::newRow("a window's title")
-            << u"en ja"_s << u"notes.txt - Text Editor"_s << u"notes.txt - テキストエディター"_s;
-        QTest::newRow("a label with its value") << u"en ja"_s << u"Size: 12 MB"_s << u"サイズ：12 MB"_s;
-        QTest::newRow("an unknown label") << u"en ja"_s << u"Colour: Size"_s << u"-"_s;
-        QTest::newRow("a keyboard shortcut")
-            << u"en ja"_s << u"Save As...   Ctrl+Shift+S"_s << u"名前を付けて保存…   Ctrl+Shift+S"_s;
-        QTest::newRow("a bullet") << u"en ja"_s << u"• Preferences"_s << u"• 設定"_s;
-        QTest::newRow("a menu bar read as one line") << u"en ja"_s << u"File Edit View"_s << u"ファイル  編集  表示"_s;
-        QTest::newRow("a phrase of such words in capitals") << u"en ja"_s << u"View Edit File"_s << u"-"_s;
-        QTest::newRow("a sentence of such words") << u"en ja"_s << u"Edit view file"_s << u"-"_s;
-        QTest::newRow("a singular") << u"en ja"_s << u"Preference"_s << u"設定"_s;
-        QTest::newRow("hyphenated") << u"en ja"_s << u"Text-editor"_s << u"テキストエディター"_s;
-        QTest::newRow("a misread character") << u"en ja"_s << u"Preferenees"_s << u"設定"_s;
-        QTest::newRow("two misread characters") << u"en ja"_s << u"Preferenoos"_s << u"-"_s;
-        QTest::newRow("a misread short word") << u"en ja"_s << u"Slze"_s << u"-"_s;
-        QTest::newRow("through English") << u"de ja"_s << u"Abbrechen"_s << u"キャンセル"_s;
-        QTest::newRow("known to English only") << u"de ja"_s << u"Dort unbekannt"_s << u"-"_s;
-        QTest::newRow("into English") << u"ja en-US"_s << u"キャンセル"_s << u"Cancel"_s;
-        QTest::newRow("white space within ideographs") << u"ja en"_s << u"キャン セル"_s << u"Cancel"_s;
-        QTest::newRow("an argument that the source doesn't have") << u"en ja"_s << u"12 is 13"_s << u"-"_s;
-        QTest::newRow("nothing but numbers") << u"en ja"_s << u"12 / 13"_s << u"-"_s;
-        QTest::newRow("a language that nobody has") << u"en ko"_s << u"Cancel"_s << u"-"_s;
+        const auto row = columns<QString, QString, QString>("pair", "line", "translation");
+        row("mnemonics are gone", u"en ja"_s, u"Cancel"_s, u"キャンセル"_s);
+        row("another case", u"en ja"_s, u"CANCEL"_s, u"キャンセル"_s);
+        row("an ellipsis as one character", u"en ja"_s, u"Save As…"_s, u"名前を付けて保存…"_s);
+        row("misread dots", u"en ja"_s, u"Save As.…"_s, u"名前を付けて保存…"_s);
+        row("the line's own tail", u"en ja"_s, u"Save  as :"_s, u"名前を付けて保存："_s);
+        row("a tail that the line doesn't have", u"en ja"_s, u"file name"_s, u"ファイル名"_s);
+        row("numbers", u"en ja"_s, u"Page 12 of 3,400"_s, u"12 / 3,400 ページ"_s);
+        row("other quotation marks", u"en ja"_s, u"Could not open \"a b.txt\"."_s, u"“a b.txt”を開けませんでした。"_s);
+        row("values change places", u"en ja"_s, u"Copying /tmp/a.c to b.txt"_s, u"b.txt へ /tmp/a.c をコピー中"_s);
+        row("markup", u"en ja"_s, u"Warning"_s, u"警告"_s);
+        row("underscores that are no mnemonic", u"en ja"_s, u"file_name_1"_s, u"file_name_1 のままの語"_s);
+        row("a window's title", u"en ja"_s, u"notes.txt - Text Editor"_s, u"notes.txt - テキストエディター"_s);
+        row("a label with its value", u"en ja"_s, u"Size: 12 MB"_s, u"サイズ：12 MB"_s);
+        row("an unknown label", u"en ja"_s, u"Colour: Size"_s, u"-"_s);
+        row("a keyboard shortcut", u"en ja"_s, u"Save As...   Ctrl+Shift+S"_s, u"名前を付けて保存…   Ctrl+Shift+S"_s);
+        row("a bullet", u"en ja"_s, u"• Preferences"_s, u"• 設定"_s);
+        row("a menu bar read as one line", u"en ja"_s, u"File Edit View"_s, u"ファイル  編集  表示"_s);
+        row("a phrase of such words in capitals", u"en ja"_s, u"View Edit File"_s, u"-"_s);
+        row("a sentence of such words", u"en ja"_s, u"Edit view file"_s, u"-"_s);
+        row("a singular", u"en ja"_s, u"Preference"_s, u"設定"_s);
+        row("hyphenated", u"en ja"_s, u"Text-editor"_s, u"テキストエディター"_s);
+        row("a misread character", u"en ja"_s, u"Preferenees"_s, u"設定"_s);
+        row("two misread characters", u"en ja"_s, u"Preferenoos"_s, u"-"_s);
+        row("a misread short word", u"en ja"_s, u"Slze"_s, u"-"_s);
+        row("through English", u"de ja"_s, u"Abbrechen"_s, u"キャンセル"_s);
+        row("known to English only", u"de ja"_s, u"Dort unbekannt"_s, u"-"_s);
+        row("into English", u"ja en-US"_s, u"キャンセル"_s, u"Cancel"_s);
+        row("white space within ideographs", u"ja en"_s, u"キャン セル"_s, u"Cancel"_s);
+        row("an argument that the source doesn't have", u"en ja"_s, u"12 is 13"_s, u"-"_s);
+        row("nothing but numbers", u"en ja"_s, u"12 / 13"_s, u"-"_s);
+        row("a language that nobody has", u"en ko"_s, u"Cancel"_s, u"-"_s);
         // These would take hours if the cost grew with the square of the length.
-        QTest::newRow("a megabyte of letters") << u"en ja"_s << u"i"_s.repeated(1 << 20) << u"-"_s;
-        QTest::newRow("a megabyte of words") << u"en ja"_s << u"abc "_s.repeated(1 << 18) << u"-"_s;
+        row("a megabyte of letters", u"en ja"_s, u"i"_s.repeated(1 << 20), u"-"_s);
+        row("a megabyte of words", u"en ja"_s, u"abc "_s.repeated(1 << 18), u"-"_s);
         const QString folders = u"/tmp"_s.repeated(longestPhrase / 4);
-        QTest::newRow("a value longer than any phrase")
-            << u"en ja"_s << u"Copying %1 to b.txt"_s.arg(folders) << u"b.txt へ %1 をコピー中"_s.arg(folders);
+        row("a value longer than any phrase", u"en ja"_s, u"Copying %1 to b.txt"_s.arg(folders),
+            u"b.txt へ %1 をコピー中"_s.arg(folders));
     }
     void linesAreTranslated()
     {
-        QFETCH(QString, pair);
-        QFETCH(QString, line);
+        const auto [pair, line] = fetched<QString, QString>();
         QTEST(translated(*m_file, pair.section(u' ', 0, 0), pair.section(u' ', 1), line), "translation");
     }
 
@@ -181,21 +162,16 @@ private Q_SLOTS:
             installCatalogue(folders.last(), u"zh_TW"_s, u"alpha.mo"_s, moBytes({{"Print", "印"}}));
             installCatalogue(folders.last(), u"zh_TW"_s, u"beta.mo"_s, moBytes({{"Print", "印"}}));
         }
-        QVERIFY(QDir(folder.path()).mkpath(u"loud/translations"_s));
-        for (const QString &name : {u"alpha"_s, u"beta"_s, u"gamma"_s}) {
-            QFile qm(folder.filePath(u"loud/translations/%1_zh_TW.qm"_s.arg(name)));
-            QVERIFY(qm.open(QIODevice::WriteOnly));
-            qm.write(qmBytes({{"Print", "印刷"}}));
-        }
+        for (const QString &name : {u"alpha"_s, u"beta"_s, u"gamma"_s})
+            writeFile(folder.filePath(u"loud/translations/%1_zh_TW.qm"_s.arg(name)), qmBytes({{"Print", "印刷"}}));
         // And a package with many parts.
-        QFile list(folder.filePath(u"loudspeaker:all.list"_s));
-        QVERIFY(list.open(QIODevice::WriteOnly));
+        QByteArray list;
         for (const QString &name : {u"shell.mo"_s, u"panel.mo"_s, u"mixer.mo"_s}) {
             install(name, {{"Print", "印製"}});
-            list.write(u"%1/locale/zh_TW/LC_MESSAGES/%2\n"_s.arg(folder.path(), name).toUtf8());
+            list += u"%1/locale/zh_TW/LC_MESSAGES/%2\n"_s.arg(folder.path(), name).toUtf8();
         }
-        list.close();
-        const auto file = PhraseFile::fromBytes(build(folders, folder.path()));
+        writeFile(folder.filePath(u"loudspeaker:all.list"_s), list);
+        const auto file = phrasesIn({.dataFolders = folders, .packageLists = folder.path()});
         QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Print"_s), u"列印"_s);
         QCOMPARE(translated(*file, u"en"_s, u"zh-Hant"_s, u"Zoom"_s), u"縮放"_s); // the shorter of two
     }
@@ -203,11 +179,8 @@ private Q_SLOTS:
     void wordsAreWeighed_data()
     {
         // programs: first.mo, second.mo ...
-        columns<QString, QList<Messages>, QString, QString>("locale", "programs", "word", "translation");
-        const auto row = [](const char *name, const QString &locale, const QList<Messages> &programs,
-                            const QString &word, const QString &translation) {
-            QTest::newRow(name) << locale << programs << word << translation;
-        };
+        const auto row =
+            columns<QString, QList<Messages>, QString, QString>("locale", "programs", "word", "translation");
         row("a code is no translation", u"zh_TW"_s, {{{"Do", "zh_TW"}}}, u"Do"_s, u"-"_s);
         row("a remark", u"ko"_s, {{{"Spaces", "<공백개수>"}}}, u"Spaces"_s, u"-"_s);
         row("the source beside its translation", u"ko"_s, {{{"Period", "Period (기간)"}}}, u"Period"_s, u"기간"_s);
@@ -229,14 +202,12 @@ private Q_SLOTS:
     }
     void wordsAreWeighed()
     {
-        QFETCH(QString, locale);
-        QFETCH(QList<Messages>, programs);
-        QFETCH(QString, word);
+        const auto [locale, programs, word] = fetched<QString, QList<Messages>, QString>();
         const QTemporaryDir folder;
         const QStringList names{u"first.mo"_s, u"second.mo"_s, u"third.mo"_s};
         for (qsizetype i = 0; i < programs.size(); ++i)
             installCatalogue(folder.path(), locale, names[i], moBytes(programs[i]));
-        const auto file = PhraseFile::fromBytes(build({folder.path()}));
+        const auto file = phrasesIn({.dataFolders = {folder.path()}});
         const QString code = locale == u"zh_TW" ? u"zh-Hant"_s : locale;
         QTEST(translated(*file, u"en"_s, code, word), "translation");
     }
@@ -356,7 +327,7 @@ private Q_SLOTS:
         installCatalogue(folder.path(), u"ja"_s, u"text.mo"_s, "no catalogue at all");
         installCatalogue(folder.path(), u"ja"_s, u"huge.mo"_s, {});
         QVERIFY(QFile::resize(messages + u"/huge.mo"_s, qint64(5) << 30)); // takes no room on the disk
-        const auto file = PhraseFile::fromBytes(build({folder.path()}));
+        const auto file = phrasesIn({.dataFolders = {folder.path()}});
         QVERIFY(file);
         QCOMPARE(file->header().catalogues, 1U);
         QCOMPARE(translated(*file, u"en"_s, u"ja"_s, u"Cancel"_s), u"中止"_s);
@@ -365,14 +336,9 @@ private Q_SLOTS:
     void systemsWithoutTranslationsAreKnown()
     {
         const QTemporaryDir folder;
-        const auto write = [&](const QString &name, const QByteArray &text) {
-            QFile file(folder.filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(text);
-        };
-        write(u"docker"_s, "# path-exclude=/usr/share/locale/*\npath-exclude=/usr/share/doc/*\n");
+        writeFile(folder.filePath(u"docker"_s), "# path-exclude=/usr/share/locale/*\npath-exclude=/usr/share/doc/*\n");
         QVERIFY(!leavesOutCatalogues(folder.path()));
-        write(u"excludes"_s, "path-exclude=/usr/share/man/*\npath-exclude=/usr/share/locale/*\n");
+        writeFile(folder.filePath(u"excludes"_s), "path-exclude=/usr/share/man/*\npath-exclude=/usr/share/locale/*\n");
         QVERIFY(leavesOutCatalogues(folder.path()));
     }
 

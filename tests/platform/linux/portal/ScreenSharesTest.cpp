@@ -59,18 +59,17 @@ private Q_SLOTS:
 
     void monitorsAreRecognizedAtEveryScale_data()
     {
-        columns<QRect, QRect, bool>("shared", "native", "isSame");
-        QTest::newRow("the same numbers") << QRect(1280, 0, 1024, 768) << QRect(1280, 0, 1024, 768) << true;
-        QTest::newRow("twice as many pixels") << QRect(1280, 0, 1024, 768) << QRect(2560, 0, 2048, 1536) << true;
-        QTest::newRow("a fraction more") << QRect(0, 0, 1536, 864) << QRect(0, 0, 1920, 1080) << true;
-        QTest::newRow("its twin beside it") << QRect(0, 0, 1280, 800) << QRect(1280, 0, 1280, 800) << false;
-        QTest::newRow("another shape") << QRect(0, 0, 1024, 768) << QRect(0, 0, 1280, 800) << false;
-        QTest::newRow("a desktop that reports no places") << QRect() << QRect(0, 0, 1280, 800) << true;
+        const auto row = columns<QRect, QRect, bool>("shared", "native", "isSame");
+        row("the same numbers", QRect(1280, 0, 1024, 768), QRect(1280, 0, 1024, 768), true);
+        row("twice as many pixels", QRect(1280, 0, 1024, 768), QRect(2560, 0, 2048, 1536), true);
+        row("a fraction more", QRect(0, 0, 1536, 864), QRect(0, 0, 1920, 1080), true);
+        row("its twin beside it", QRect(0, 0, 1280, 800), QRect(1280, 0, 1280, 800), false);
+        row("another shape", QRect(0, 0, 1024, 768), QRect(0, 0, 1280, 800), false);
+        row("a desktop that reports no places", {}, QRect(0, 0, 1280, 800), true);
     }
     void monitorsAreRecognizedAtEveryScale()
     {
-        QFETCH(QRect, shared);
-        QFETCH(QRect, native);
+        const auto [shared, native] = fetched<QRect, QRect>();
         QTEST(isSameMonitor({.frame = shared}, native), "isSame");
     }
 

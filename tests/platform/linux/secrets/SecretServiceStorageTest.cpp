@@ -130,13 +130,12 @@ private Q_SLOTS:
     void nothingIsHeldByWhatDoesNotAnswer_data()
     {
         // problem: 0: the system's own
-        columns<QString, int>("situation", "problem");
-        QTest::newRow("no bus is known") << u"none"_s << int(SecretStorageProblem::NoBus);
-        QTest::newRow("the bus is gone") << u"gone"_s << 0;
-        QTest::newRow("the bus accepts and says nothing") << u"silent bus"_s << int(SecretStorageProblem::NoAnswer);
-        QTest::newRow("no service on the bus") << u"no service"_s << int(SecretStorageProblem::NoService);
-        QTest::newRow("the service takes calls and never answers")
-            << u"silent service"_s << int(SecretStorageProblem::NoAnswer);
+        const auto row = columns<QString, int>("situation", "problem");
+        row("no bus is known", u"none"_s, int(SecretStorageProblem::NoBus));
+        row("the bus is gone", u"gone"_s, 0);
+        row("the bus accepts and says nothing", u"silent bus"_s, int(SecretStorageProblem::NoAnswer));
+        row("no service on the bus", u"no service"_s, int(SecretStorageProblem::NoService));
+        row("the service takes calls and never answers", u"silent service"_s, int(SecretStorageProblem::NoAnswer));
     }
     void nothingIsHeldByWhatDoesNotAnswer()
     {

@@ -90,37 +90,31 @@ private Q_SLOTS:
     {
         // layout: arguments of setxkbmap
         // before: keys that are pressed first, and again at the end
-        columns<QStringList, QStringList, quint32, QString, QString>("layout", "before", "modifiers", "heard",
-                                                                     "notHeard");
+        const auto row = columns<QStringList, QStringList, quint32, QString, QString>("layout", "before", "modifiers",
+                                                                                      "heard", "notHeard");
         constexpr quint32 option = hotkeyModifier::option;
         const QStringList us{u"us"_s, u"-option"_s, u""_s};
-        QTest::newRow("no lock") << us << QStringList{} << option << u"alt+28"_s << u"alt+shift+28"_s;
-        QTest::newRow("Caps Lock") << us << QStringList{u"Caps_Lock"_s} << option << u"alt+28"_s << u"28"_s;
-        QTest::newRow("Num Lock") << us << QStringList{u"Num_Lock"_s} << option << u"alt+28"_s << u"ctrl+alt+28"_s;
-        QTest::newRow("three modifiers") << us << QStringList{}
-                                         << (hotkeyModifier::control | hotkeyModifier::shift | hotkeyModifier::command)
-                                         << u"ctrl+shift+super+28"_s << u"ctrl+shift+28"_s;
-        QTest::newRow("no modifier") << us << QStringList{} << quint32(0) << u"28"_s << u"shift+28"_s;
-        QTest::newRow("a layout that has another letter there")
-            << QStringList{u"-layout"_s, u"us"_s, u"-variant"_s, u"dvorak"_s, u"-option"_s, u""_s} << QStringList{}
-            << option << u"alt+28"_s << u"alt+45"_s;
-        QTest::newRow("the second group of a layout")
-            << QStringList{u"-layout"_s, u"us,de"_s, u"-variant"_s, u","_s,
-                           u"-option"_s, u""_s,      u"-option"_s,  u"grp:sclk_toggle"_s}
-            << QStringList{u"78"_s} << option << u"alt+28"_s << u"alt+29"_s;
-        QTest::newRow("Alt and Super exchanged")
-            << QStringList{u"us"_s, u"-option"_s, u""_s, u"-option"_s, u"altwin:swap_alt_win"_s} << QStringList{}
-            << option << u"Alt_L+28"_s << u"Super_L+28"_s;
+        row("no lock", us, {}, option, u"alt+28"_s, u"alt+shift+28"_s);
+        row("Caps Lock", us, {u"Caps_Lock"_s}, option, u"alt+28"_s, u"28"_s);
+        row("Num Lock", us, {u"Num_Lock"_s}, option, u"alt+28"_s, u"ctrl+alt+28"_s);
+        row("three modifiers", us, {}, (hotkeyModifier::control | hotkeyModifier::shift | hotkeyModifier::command),
+            u"ctrl+shift+super+28"_s, u"ctrl+shift+28"_s);
+        row("no modifier", us, {}, 0, u"28"_s, u"shift+28"_s);
+        row("a layout that has another letter there",
+            {u"-layout"_s, u"us"_s, u"-variant"_s, u"dvorak"_s, u"-option"_s, u""_s}, {}, option, u"alt+28"_s,
+            u"alt+45"_s);
+        row("the second group of a layout",
+            {u"-layout"_s, u"us,de"_s, u"-variant"_s, u","_s, u"-option"_s, u""_s, u"-option"_s, u"grp:sclk_toggle"_s},
+            {u"78"_s}, option, u"alt+28"_s, u"alt+29"_s);
+        row("Alt and Super exchanged", {u"us"_s, u"-option"_s, u""_s, u"-option"_s, u"altwin:swap_alt_win"_s}, {},
+            option, u"Alt_L+28"_s, u"Super_L+28"_s);
     }
     void aCombinationIsHeardWhateverTheLocks()
     {
         if (QStandardPaths::findExecutable(u"setxkbmap"_s).isEmpty())
             QSKIP("needs setxkbmap");
-        QFETCH(QStringList, layout);
-        QFETCH(QStringList, before);
-        QFETCH(QString, heard);
-        QFETCH(QString, notHeard);
-        QFETCH(quint32, modifiers);
+        const auto [layout, before, modifiers, heard, notHeard] =
+            fetched<QStringList, QStringList, quint32, QString, QString>();
         // Registered first: a change of the keyboard must be followed.
         const auto reference = registered(*m_hotkeys, virtualKey::t, modifiers);
         QVERIFY(reference);
