@@ -1,15 +1,18 @@
 """What a screen reader sees of the program, and what it does with it. Runs as a program of its own, since the
 accessibility library binds itself to one bus; reads commands, a line of JSON each, and answers each with its exit code
 and output: texts | labels | places | contents | focused | tree | names | press NAME | focus NAME | open NAME | tab NAME |
-states NAME | value NAME"""
+states NAME | value NAME | any SEED"""
 import json
 import os
+import random
 import sys
 import traceback
 
 import pyatspi
 
 CONTROLS = {"check box", "combo box", "text", "password text", "push button", "button", "slider", "page tab", "toggle button"}
+
+WEIGHTS = {"combo box": 6, "slider": 4, "check box": 3, "page tab": 4, "text": 2, "list item": 2, "menu item": 2}  # others: 1
 
 
 def programs():
@@ -55,6 +58,17 @@ def control(name: str, roles):
                  if node.getRoleName() in roles and (node.name == name or name in labels_of(node))), None)
 
 
+def use_any(chance: random.Random) -> bool:
+    """Uses one of the controls and prints its kind, for what comes next is done with keys."""
+    controls = [node for node in everything() if "Action" in node.get_interfaces() and node.queryAction().nActions]
+    if not controls:
+        return False
+    control = chance.choices(controls, [WEIGHTS.get(node.getRoleName(), 1) for node in controls])[0]
+    names = [control.queryAction().getName(index) for index in range(control.queryAction().nActions)]
+    print(control.getRoleName())
+    return act(control, "SetFocus" if control.getRoleName() in ("combo box", "slider", "text") else chance.choice(names), "first")
+
+
 def text_of(node) -> str:
     text = node.queryText()
     return text.getText(0, text.characterCount)
@@ -63,6 +77,8 @@ def text_of(node) -> str:
 def perform(command: str, name: str = "") -> bool:
     if command == "press":
         return press(name)
+    if command == "any":
+        return use_any(random.Random(int(name)))
     if command in ("focus", "open", "tab", "states", "value"):
         node = control(name, {"page tab"} if command == "tab" else CONTROLS)
         if node is None:

@@ -3,7 +3,7 @@ import json
 import pathlib
 import unittest
 
-from chat_server import ChatServer
+from chat_server import ChatServer, blocks_of
 from screen import Screen, eventually
 
 CONSENT = "privacy.remoteTranslation.v1.engine.7"
@@ -40,6 +40,11 @@ class OnADisplay(Case):
 
     def engine(self) -> dict:
         return {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, "compatibleModel": "m", CONSENT: True}
+
+    def requested(self, count: int, seconds: float = 60) -> list[list[str]]:
+        """The lines of each request, once there are as many."""
+        eventually(lambda: len(self.server.requests) >= count, seconds)
+        return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
 
     @property
     def history_path(self) -> pathlib.Path:

@@ -28,6 +28,14 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 """
 
 
+def eventually(claim, seconds: float = 10, step: float = 0.05):
+    """The claim's first true value, or its last one when the time is over."""
+    deadline = time.monotonic() + seconds
+    while not (value := claim()) and time.monotonic() < deadline:
+        time.sleep(step)
+    return value
+
+
 class Session:
     """Use as a context manager; `environment` is that of every program started in the session. `activatable`: the bus
     starts the program, and no other service of this computer."""
@@ -115,18 +123,41 @@ class Session:
         self.processes.append(process)
         return process
 
+    def start_and_wait(self, command: list[str]) -> subprocess.Popen:
+        """Starts a program that says "shown" once its window is."""
+        program = self.start(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        if not select.select([program.stdout], [], [], 20)[0] or program.stdout.readline() != b"shown\n":
+            raise RuntimeError(f"the window of {command[0]} didn't appear")
+        return program
+
+    def start_program(self, *arguments: str) -> subprocess.Popen:
+        """Lucentra; `log` is what it says."""
+        with (self.home / "lucentra.log").open("w") as log:
+            return self.start([str(LUCENTRA), *arguments], stdout=log, stderr=subprocess.STDOUT)
+
+    def log(self) -> str:
+        return (self.home / "lucentra.log").read_text(encoding="utf-8", errors="replace")
+
+    @staticmethod
+    def stop(process: subprocess.Popen) -> int:
+        """Asks a program to end, and returns its exit code."""
+        process.terminate()
+        return process.wait(20)
+
+    def must(self, claim, what: str, seconds: float = 20):
+        value = eventually(claim, seconds)
+        if not value:
+            raise RuntimeError(f"waited in vain: {what}")
+        return value
+
+    def output(self, *command: str) -> str:
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout.strip()
+
     def wait_for_name(self, name: str) -> None:
         """Waits until the bus has an owner for a name."""
-        deadline = time.monotonic() + 10
-        while time.monotonic() < deadline:
-            answer = subprocess.run(
-                ["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
-                 "org.freedesktop.DBus.NameHasOwner", f"string:{name}"],
-                env=self.environment, capture_output=True, text=True, check=False)
-            if "true" in answer.stdout:
-                return
-            time.sleep(0.05)
-        raise RuntimeError(f"{name} didn't appear on the bus")
+        self.must(lambda: "true" in self.output(
+            "dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/org/freedesktop/DBus",
+            "org.freedesktop.DBus.NameHasOwner", f"string:{name}"), name)
 
     def secret(self, account: str) -> str | None:
         """What the keyring holds for an account."""

@@ -1,7 +1,6 @@
 """A GNOME session without a monitor: GNOME Shell with XWayland, PipeWire and the desktop's portal, on buses of its own. The
 pointer and keys come through the shell's remote control, pictures through its screenshots."""
 import json
-import os
 import pathlib
 import re
 import shutil
@@ -16,21 +15,19 @@ PORTAL = "org.freedesktop.portal.Desktop"
 BACK_END = "org.freedesktop.impl.portal.desktop.gnome"
 REMOTE = "org.gnome.Mutter.RemoteDesktop"
 BUTTON = 0x110
-DISPLAYS = "org.gnome.Mutter.DisplayConfig"
-# What the portal's store holds after the user has shared a monitor: its token, for programs outside of containers.
-TOKENS = ("11111111-2222-4333-8444-555555555555", "11111111-2222-4333-8444-666666666666")
+SIZE = (1280, 800)
+# What the portal's store holds after the user has shared the monitor: its token, for programs outside of containers.
+TOKEN = "11111111-2222-4333-8444-555555555555"
 
 
 class Gnome(Screen):
-    """`monitors`: side by side, in pixels; `scale`: pixels per point, of all. `shared`: the user has already shared the
-    monitors, and `TOKENS` share them again."""
+    """One monitor. `shares` is what the program's settings hold after the user has shared it."""
 
-    def __init__(self, monitors: tuple[str, ...] = ("1280x800",), scale: float = 1, shared: bool = True, **options):
-        super().__init__(keyring=False, **options)
-        self.monitors = monitors
-        self.scale = scale
-        self.shared = shared
-        self.input = ""
+    shares = json.dumps({f"0,0,{SIZE[0]},{SIZE[1]}": TOKEN})
+    input = ""
+
+    def __init__(self):
+        super().__init__(keyring=False)
 
     def begin(self) -> None:
         self.environment |= {"XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_TYPE": "wayland", "GSETTINGS_BACKEND": "keyfile",
@@ -49,9 +46,8 @@ class Gnome(Screen):
         self.must((runtime / "pipewire-0").exists, "PipeWire")
         self.quietly(["wireplumber"])
         log = (self.home / "shell.log").open("w")
-        sizes = [word for size in self.monitors for word in ("--virtual-monitor", size)]
-        self.shell = self.start(["gnome-shell", "--headless", "--wayland", "--sm-disable", "--unsafe-mode", *sizes],
-                                stdout=log, stderr=subprocess.STDOUT)
+        self.shell = self.start(["gnome-shell", "--headless", "--wayland", "--sm-disable", "--unsafe-mode", "--virtual-monitor",
+                                 "{}x{}".format(*SIZE)], stdout=log, stderr=subprocess.STDOUT)
         log.close()
         self.bus = Gio.DBusConnection.new_for_address_sync(
             self.environment["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
@@ -59,12 +55,9 @@ class Gnome(Screen):
         self.display = re.search(r"public X11 display (:\d+)", self.shell_log())[1]
         self.environment |= {"DISPLAY": self.display, "XAUTHORITY": str(next(runtime.glob(".mutter-Xwaylandauth.*")))}
         self.evaluate("Main.overview.hide()")
-        if self.scale != 1:
-            self.apply_scale()
         self.quietly(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
         self.wait_for_name("org.a11y.Bus")
-        if self.shared:
-            self.permit()
+        self.permit()
         self.start_portal_of_desktop()
 
     def describe_portals(self) -> None:
@@ -105,27 +98,12 @@ class Gnome(Screen):
             raise RuntimeError(value)
         return json.loads(value) if value else None
 
-    def apply_scale(self) -> None:
-        serial, monitors, logical, _ = self.call(DISPLAYS, "/org/gnome/Mutter/DisplayConfig", DISPLAYS + ".GetCurrentState")
-        modes = {monitor[0]: next(mode[0] for mode in monitor[1] if mode[6].get("is-current")) for monitor in monitors}
-        places = [(x, y, self.scale, turn, main, [(device[0], modes[device], {}) for device in devices])
-                  for x, y, _, turn, main, devices, _ in logical]
-        self.call(DISPLAYS, "/org/gnome/Mutter/DisplayConfig", DISPLAYS + ".ApplyMonitorsConfig",
-                  GLib.Variant("(uua(iiduba(ssa{sv}))a{sv})", (serial, 1, places, {})))
-
     def permit(self) -> None:
-        self.shares = {}
-        x = 0
-        for number, (size, token) in enumerate(zip(self.monitors, TOKENS)):
-            monitor = (0, 1, GLib.Variant("s", f"MetaVendor:MetaVirtualMonitor:0x{number:02}"))
-            data = GLib.Variant("(suv)", ("GNOME", 1, GLib.Variant("(xxa(uuv))", (0, 0, [monitor]))))
-            self.call("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
-                      "org.freedesktop.impl.portal.PermissionStore.Set",
-                      GLib.Variant("(sbsa{sas}v)", ("screencast", True, token, {"": ["yes"]}, data)))
-            width, height = map(int, size.split("x"))
-            self.shares[f"{x},0,{width},{height}"] = token
-            x += width
-        self.shares = json.dumps(self.shares)
+        monitor = (0, 1, GLib.Variant("s", "MetaVendor:MetaVirtualMonitor:0x00"))
+        data = GLib.Variant("(suv)", ("GNOME", 1, GLib.Variant("(xxa(uuv))", (0, 0, [monitor]))))
+        self.call("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
+                  "org.freedesktop.impl.portal.PermissionStore.Set",
+                  GLib.Variant("(sbsa{sas}v)", ("screencast", True, TOKEN, {"": ["yes"]}, data)))
 
     def place_other_windows(self, x: int, y: int) -> None:
         """Moves the windows of Wayland."""

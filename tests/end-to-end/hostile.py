@@ -59,9 +59,6 @@ class HostileDesktop(OnADisplay):
         self.assertTrue(eventually(lambda: self.history() and self.history()[0]["translatedText"] == translation),
                         f"in the history {why}: {self.history()}")
 
-    def log(self) -> str:
-        return (self.screen.home / "lucentra.log").read_text(encoding="utf-8")
-
     def end(self, process) -> None:
         """Without a word of farewell."""
         process.kill()

@@ -6,23 +6,14 @@ import os
 import pathlib
 import select
 import subprocess
-import time
 
 import Xlib.display
 from PIL import Image, ImageGrab
 
-from desktop import LUCENTRA, Session
+from desktop import Session, eventually  # noqa: F401
 
 HERE = pathlib.Path(__file__).parent
 SHOW = pathlib.Path(os.environ.get("SHOW_PICTURE", "build/dev/bin/show_picture")).resolve()
-
-
-def eventually(claim, seconds: float = 10, step: float = 0.05):
-    """The claim's first true value, or its last one when the time is over."""
-    deadline = time.monotonic() + seconds
-    while not (value := claim()) and time.monotonic() < deadline:
-        time.sleep(step)
-    return value
 
 
 class Screen(Session):
@@ -66,15 +57,6 @@ class Screen(Session):
     def quietly(self, command: list[str]) -> subprocess.Popen:
         return self.start(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
-    def must(self, claim, what: str, seconds: float = 10):
-        value = eventually(claim, seconds)
-        if not value:
-            raise RuntimeError(f"waited in vain: {what}")
-        return value
-
-    def output(self, *command: str) -> str:
-        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout.strip()
-
     def let_the_bus_start_programs(self) -> None:
         """Tells the bus the environment of the programs that it starts, as a desktop does at login."""
         values = ",".join(f"{name},{self.environment[name]}" for name in
@@ -94,21 +76,10 @@ class Screen(Session):
         """Another program's window, whose content begins at (x, y)."""
         return self.start_and_wait([str(SHOW), str(path), "--at", f"{x},{y}", *options])
 
-    def start_and_wait(self, command: list[str]) -> subprocess.Popen:
-        """Starts a program that says "shown" once its window is."""
-        program = self.start(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        if not select.select([program.stdout], [], [], 20)[0] or program.stdout.readline() != b"shown\n":
-            raise RuntimeError(f"the window of {command[0]} didn't appear")
-        return program
-
     def start_pane(self, x: int, y: int, width: int = 480, height: int = 280) -> "Pane":
         """Starts the program and lays its pane where it is wanted, as the window manager would: no user moved it."""
-        log = (self.home / "lucentra.log").open("w")
-        process = self.start([str(LUCENTRA)], stdout=log, stderr=subprocess.STDOUT)
-        log.close()
-        window = self.must(lambda: self.output("xdotool", "search", "--onlyvisible", "--pid", str(process.pid)).split(),
-                           "the pane", 20)[0]
-        pane = Pane(self, process, window)
+        process = self.start_program()
+        pane = Pane(self, process, self.must(lambda: self.windows("--pid", str(process.pid)), "the pane")[0])
         pane.place(x, y, width, height)
         return pane
 
@@ -147,6 +118,10 @@ class Screen(Session):
 
     def picture(self) -> Image.Image:
         return ImageGrab.grab(xdisplay=self.display)
+
+    def windows(self, *wanted: str) -> list[str]:
+        """Those on the screen that xdotool finds by a name, a class or a process."""
+        return self.output("xdotool", "search", "--onlyvisible", *wanted).split()
 
     def texts(self) -> list[str]:
         """The names of all that the program shows, as a screen reader reads them."""
@@ -210,6 +185,9 @@ class Pane:
         answer = dict(line.split("=") for line in
                       self.screen.output("xdotool", "getwindowgeometry", "--shell", self.window).splitlines())
         return tuple(int(answer[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def is_shown(self) -> bool:
+        return self.window in self.screen.windows("--pid", str(self.process.pid))
 
     def place(self, x: int, y: int, width: int, height: int) -> None:
         self.screen.do(f"windowsize {self.window} {width} {height} windowmove {self.window} {x} {y}")

@@ -7,7 +7,6 @@ import pathlib
 import pty
 import stat
 import subprocess
-import unittest
 
 from PIL import Image, ImageOps
 
@@ -47,20 +46,13 @@ class CommandLine(Case):
         return answer.stderr
 
     def test_recognize(self):
-        for name, lines, options in [("a page", sample_page.ENGLISH, {}),
-                                     ("a dark theme", sample_page.ENGLISH, {"dark": True}),
-                                     ("ideographs", sample_page.CHINESE, {}),
-                                     ("two columns", ["Left column", "Right column", "goes on below", "goes on too"],
-                                      {"columns": 2})]:
-            with self.subTest(name):
-                sample_page.render(self.picture, lines, **options)
-                answer = json.loads(self.succeeds("recognize", str(self.picture)))
-                self.assertEqual((answer["width"], answer["height"]), (960, 560))
-                read = {block["text"].replace(" ", "") for block in answer["blocks"]}
-                self.assertEqual(read, {line.replace(" ", "") for line in lines})
-                for block in answer["blocks"]:
-                    x, y, width, height = block["normBox"]
-                    self.assertTrue(0 <= x and 0 <= y and x + width <= 1 and y + height <= 1, block)
+        sample_page.render(self.picture, sample_page.ENGLISH)
+        answer = json.loads(self.succeeds("recognize", str(self.picture)))
+        self.assertEqual((answer["width"], answer["height"]), (960, 560))
+        self.assertEqual([block["text"] for block in answer["blocks"]], sample_page.ENGLISH)
+        for block in answer["blocks"]:
+            x, y, width, height = block["normBox"]
+            self.assertTrue(0 <= x and 0 <= y and x + width <= 1 and y + height <= 1, block)
         self.assertEqual(self.server.requests, [])
 
     def test_a_picture_gets_its_overlays(self):
@@ -140,10 +132,6 @@ class CommandLine(Case):
         self.server.translate = lambda text: text
         self.assertNotEqual(self.fails(2, "test-connection"), "")
 
-    def test_wrong_usage(self):
-        self.assertNotEqual(self.fails(1, "text", "a", "--engine", "8"), "")
-        self.assertIn("lucentra image", self.succeeds("--help"))
-
     def test_pictures_that_are_none(self):
         names = ("empty.png", "broken.png", "huge.bmp", "other-format.png", "drawing.png")
         empty, broken, huge, other, drawing = (self.session.home / name for name in names)
@@ -202,20 +190,3 @@ class CommandLine(Case):
                     transparent.save(self.picture)
                 answer = json.loads(self.succeeds("recognize", str(self.picture)))
                 self.assertEqual([block["text"] for block in answer["blocks"]], sample_page.ENGLISH)
-
-
-
-class WithoutAKeyring(unittest.TestCase):
-    """A session whose bus has no secret service."""
-
-    def test_a_missing_keyring_costs_no_waiting(self):
-        with Session(keyring=False) as session, ChatServer() as server:
-            session.preferences = {"translationEngine": 7, "compatibleBaseURL": server.base_url, CONSENT: True,
-                                   "compatibleApiKey": "plain"}
-            answer = session.lucentra("text", "Good morning", timeout=10)
-            self.assertEqual((answer.returncode, answer.stdout), (0, "«Good morning»\n"), answer.stderr)
-            self.assertEqual(answer.stderr.count("Keychain"), 1, answer.stderr)
-            self.assertEqual(session.preferences["compatibleApiKey"], "plain")
-            session.preferences = {**session.preferences, "compatibleApiKey": ""}
-            self.assertIn("keyring", session.lucentra("text", "Good morning").stderr)
-            self.assertEqual(len(server.requests), 1)

@@ -2,7 +2,6 @@
 """The history's window: what arrives in it, what is deleted and taken back, what is found, and what a restart keeps."""
 import csv
 import json
-import signal
 import time
 import uuid
 
@@ -34,13 +33,11 @@ class HistoryWindow(OnADisplay):
 
     def open_window(self) -> None:
         self.assertEqual(self.screen.lucentra("history").returncode, 0)
-        self.window = self.screen.must(
-            lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", "^Translation History$"), "window")
+        self.window = self.screen.must(lambda: self.screen.windows("--name", "^Translation History$"), "window")[0]
         time.sleep(0.5)
 
     def restart(self, pane: Pane) -> Pane:
-        pane.process.send_signal(signal.SIGTERM)
-        self.assertEqual(pane.process.wait(20), 0)
+        self.assertEqual(self.screen.stop(pane.process), 0)
         return self.screen.start_pane(120, 170, 520, 300)
 
     def type_on(self, pane: Pane, text: str) -> None:

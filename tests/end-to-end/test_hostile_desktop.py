@@ -64,8 +64,7 @@ class WindowManager(HostileDesktop):
         self.end(self.manager())
         self.expect_pass("without it")
         self.screen.do("key alt+t sleep 0.5 key alt+t sleep 0.5")
-        self.screen.must(lambda: self.pane.window in self.screen.output(
-            "xdotool", "search", "--onlyvisible", "--pid", str(self.pane.process.pid)).split(), "the shown pane")
+        self.screen.must(self.pane.is_shown, "the shown pane")
         self.pane.place(*PANE)
         self.expect_pass("hidden and shown without it")
         self.restart()
@@ -166,28 +165,6 @@ class Clock(HostileDesktop):
 
 
 class Services(HostileDesktop):
-    def test_the_portal_the_keyring_and_the_tray_go_and_come_back(self):
-        self.screen.start_portal()
-        portal = self.screen.processes[-1]
-        self.screen.start_keyring()
-        tray = self.screen.start_tray()
-        self.start()
-        self.screen.item_in(tray)
-        self.expect_pass("with all of them")
-        for process in (portal, tray):
-            self.end(process)
-        self.expect_pass("without a portal and a tray")
-        self.screen.start_portal("reduce-motion")
-        self.screen.item_in(self.screen.start_tray())
-        self.end(self.program("gnome-keyring-daemon"))
-        self.pane.double_click()
-        self.assertTrue(eventually(lambda: any("keyring" in text for text in self.screen.texts())), self.screen.texts())
-        self.screen.start_keyring()
-        self.expect_pass("with the keyring again", lambda: self.screen.press("Retry"))
-        self.server.queued = [chat_server.pause(3)]
-        self.pane.double_click()
-        self.expect_no_motion()
-
     def test_the_bus_goes_and_comes_back(self):
         self.screen.start_keyring()
         tray = self.screen.start_tray()
@@ -199,9 +176,9 @@ class Services(HostileDesktop):
             self.end(process)
         (self.screen.home / "bus").unlink(missing_ok=True)
         self.screen.do("key alt+t")
-        self.assertTrue(eventually(lambda: not self.is_shown()), "hotkeys need no bus")
+        self.assertTrue(eventually(lambda: not self.pane.is_shown()), "hotkeys need no bus")
         self.screen.do("key alt+t")
-        self.assertTrue(eventually(self.is_shown))
+        self.assertTrue(eventually(self.pane.is_shown))
         self.screen.start_bus()
         self.screen.start_keyring()
         self.screen.wait_for_name("com.tarnby.lucentra")
@@ -212,16 +189,13 @@ class Services(HostileDesktop):
         self.expect_pass("with a new bus", lambda: self.screen.lucentra("translate"))
         self.server.queued = [chat_server.pause(3)]
         self.pane.double_click()
-        self.expect_no_motion()
-
-    def program(self, name: str) -> subprocess.Popen:
-        return next(process for process in reversed(self.screen.processes) if process.args[0] == name)
-
-    def expect_no_motion(self) -> None:
         self.screen.do("mousemove 1000 700")
         time.sleep(1)
         self.assertEqual(len({self.pane.picture().tobytes() for _ in range(6) if not time.sleep(0.1)}), 1,
                          "the portal is heard: nothing moves")
+
+    def program(self, name: str) -> subprocess.Popen:
+        return next(process for process in reversed(self.screen.processes) if process.args[0] == name)
 
     def test_stopped_for_a_while(self):
         self.start()
@@ -229,13 +203,13 @@ class Services(HostileDesktop):
         self.server.queued = [chat_server.pause(1)]
         self.expect_pass("when it went on", self.stop_while_the_answer_comes)
         self.screen.do("key alt+t")
-        self.assertTrue(eventually(lambda: not self.is_shown()))
+        self.assertTrue(eventually(lambda: not self.pane.is_shown()))
         self.pane.process.send_signal(signal.SIGSTOP)
         self.screen.do("key alt+t")
         time.sleep(1)
-        self.assertFalse(self.is_shown())
+        self.assertFalse(self.pane.is_shown())
         self.pane.process.send_signal(signal.SIGCONT)
-        self.assertTrue(eventually(self.is_shown), "the hotkey that was pressed meanwhile isn't lost")
+        self.assertTrue(eventually(self.pane.is_shown), "the hotkey that was pressed meanwhile isn't lost")
 
     def test_signals_while_the_display_hangs(self):
         """The first asks the program to quit, which ends by itself though the windows can't be closed; the second one
@@ -267,6 +241,3 @@ class Services(HostileDesktop):
         time.sleep(4)
         self.pane.process.send_signal(signal.SIGCONT)
 
-    def is_shown(self) -> bool:
-        return self.pane.window in self.screen.output("xdotool", "search", "--onlyvisible", "--pid",
-                                                      str(self.pane.process.pid)).split()

@@ -73,16 +73,16 @@ class HostileServer(HostileDesktop):
         self.assertTrue(eventually(self.tool_tip, 10), "a tool tip with all of the message")
         time.sleep(1)  # what it draws, it has drawn
         self.screen.picture().save(pathlib.Path(os.environ.get("PICTURES", str(self.screen.home))) / "tool-tip.png")
-        self.assertIsNone(self.pane.process.poll(), self.log())
+        self.assertIsNone(self.pane.process.poll(), self.screen.log())
         self.screen.do("mousemove 1000 700")
 
         for text in ("長" * ENDLESS, "\x01" * (2 << 20), "\u202e\u0000\x1b[2J" * 1000):
             self.ask(with_text(text))
-            self.assertTrue(eventually(lambda: self.history()[0]["translatedText"].startswith(text[:3]), 60), self.log())
+            self.assertTrue(eventually(lambda: self.history()[0]["translatedText"].startswith(text[:3]), 60), self.screen.log())
         kept = self.history()
         self.assertEqual([entry["id"] for entry in kept[-len(FULL):]], [entry["id"] for entry in FULL])
         self.assertLess(max(len(entry["translatedText"]) for entry in kept), (1 << 16) + 1)
-        self.assertIn("was cut", self.log())
+        self.assertIn("was cut", self.screen.log())
 
         self.ask(lambda _server, _body: (200, reset))
         self.shows("connection to the server")
@@ -133,5 +133,5 @@ class HostileServer(HostileDesktop):
         self.screen.preferences = {"translationEngine": 0, "targetLanguageCode": "es", "targetLanguageFollowsInterface": False}
         self.start()
         self.screen.lucentra("translate")
-        self.assertTrue(eventually((programs / "asked").exists, 30), self.log())
+        self.assertTrue(eventually((programs / "asked").exists, 30), self.screen.log())
         self.quit()

@@ -67,7 +67,7 @@ class LittleHome(HostileDesktop):
         """Without a look at the history."""
         self.length = SHORT if self.length == LONG else LONG
         self.pane.double_click()
-        self.assertTrue(eventually(self.shows_translation, 15), f"overlays {why}: {self.log()}")
+        self.assertTrue(eventually(self.shows_translation, 15), f"overlays {why}: {self.screen.log()}")
 
     @unittest.skipUnless(IS_ROOT, "takes another user")
     def test_no_home_at_all(self):
@@ -76,7 +76,7 @@ class LittleHome(HostileDesktop):
         self.environment_without("HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR")
         self.start()
         self.expect_overlays("without a home")
-        self.assertIn("Failed to save history: ", self.log())
+        self.assertIn("Failed to save history: ", self.screen.log())
         self.assertFalse(pathlib.Path("/.local").exists())
 
     def test_without_a_home_the_users_own_is_meant(self):
@@ -99,7 +99,7 @@ class LittleHome(HostileDesktop):
         time.sleep(1.5)
         self.assertEqual(len(self.server.requests), asked, "a setting that can't be stored holds all the same")
         self.expect_overlays("once more")
-        self.assertTrue(eventually(lambda: "Failed to save history: " in self.log()))
+        self.assertTrue(eventually(lambda: "Failed to save history: " in self.screen.log()))
         self.assertEqual((self.history_path.read_bytes(), self.screen.preferences_path.read_bytes()), before)
 
     @unittest.skipUnless(IS_ROOT, "mounts a disk")
@@ -116,7 +116,7 @@ class LittleHome(HostileDesktop):
             filler.write_bytes(bytes(1 << 17))
         self.start()
         self.expect_overlays("on a full disk")
-        self.assertTrue(eventually(lambda: "Failed to save history: " in self.log()))
+        self.assertTrue(eventually(lambda: "Failed to save history: " in self.screen.log()))
         self.assertEqual([entry["originalText"] for entry in self.history()], ["old"])
         missed = self.translation
         filler.unlink()

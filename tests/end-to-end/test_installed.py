@@ -6,7 +6,6 @@ import pathlib
 import shutil
 import subprocess
 import tempfile
-import unittest
 
 from PIL import Image, ImageChops
 
@@ -15,6 +14,7 @@ PREFIX = pathlib.Path(tempfile.mkdtemp(prefix="lucentra-installed-"))
 os.environ["LUCENTRA"] = str(PREFIX / "bin" / "lucentra")
 
 import sample_page
+from case import Case
 from screen import Screen, eventually  # which reads LUCENTRA
 
 ICON = "com.tarnby.lucentra"
@@ -50,15 +50,14 @@ def tearDownModule():
     shutil.rmtree(PREFIX)
 
 
-class Installed(unittest.TestCase):
+class Installed(Case):
     def setUp(self):
         self.screen = Screen(composited=False, keyring=False, activatable=True, language="ja")
         self.screen.environment["XDG_DATA_DIRS"] = f"{PREFIX}/share:/usr/share"
-        self.screen.__enter__()
-        self.addCleanup(self.screen.__exit__, None, None, None)
+        self.enter(self.screen)
 
     def has_pane(self) -> bool:
-        return bool(self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$"))
+        return bool(self.screen.windows("--name", "澄鏡通$"))
 
     def test_everything_is_there_and_nothing_else(self):
         found = {str(path.relative_to(PREFIX)) for path in PREFIX.rglob("*") if path.is_file()}
@@ -87,7 +86,7 @@ class Installed(unittest.TestCase):
                                   "string:IconName")
         self.assertIn(f'"{ICON}-symbolic"', name, "the tray is told the installed icon, which it recolours")
         self.assertTrue(eventually(self.has_pane))
-        window = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "澄鏡通$").split()[0]
+        window = self.screen.windows("--name", "澄鏡通$")[0]
         properties = self.screen.output("xprop", "-id", window, "WM_CLASS", "_KDE_NET_WM_DESKTOP_FILE", "_NET_WM_ICON")
         self.assertIn('"lucentra"', properties.splitlines()[0], "as the desktop entry says")
         self.assertIn("Icon (", properties)

@@ -3,7 +3,6 @@
 what was sent, shown and recorded."""
 import re
 import subprocess
-import time
 
 from case import OnADisplay
 from chat_server import blocks_of, too_many_requests
@@ -97,8 +96,3 @@ class LiveTest(OnADisplay):
             self.turn()
         self.assertTrue(eventually(lambda: self.places().get(text, "").startswith(f"{left} {top - 30} ")), (top, self.places()))
         self.assertFalse(any("compass" in letters(each) for each in self.sent()[asked:]), "sent again")
-
-
-if __name__ == "__main__":
-    import unittest
-    unittest.main()

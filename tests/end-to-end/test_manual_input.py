@@ -18,10 +18,6 @@ class TypedText(OnADisplay):
         self.screen.press("Switch to Manual Input")
         self.contents("Text to translate", "")
 
-    def stop(self) -> None:
-        self.pane.process.terminate()
-        self.pane.process.wait()
-
     def contents(self, name: str, text: str) -> None:
         """Waits until the named field holds the text."""
         def fields() -> dict[str, str]:
@@ -53,8 +49,12 @@ class TypedText(OnADisplay):
         self.screen.do("key alt+Return")  # translates what is typed, not the screen
         self.assertEqual(self.sent(3)[2:], ["LIGHTHOUSE"])
 
+        self.screen.press("Back to Area Translation")
+        self.screen.press("Switch to Manual Input")
+        self.contents("Text to translate", "")
+
     def test_a_note_says_why_nothing_was_translated(self):
-        self.stop()
+        self.screen.stop(self.pane.process)
         self.screen.preferences |= {"translationEngine": 0, "targetLanguageCode": "ja",
                                     "targetLanguageFollowsInterface": False}
         self.screen.lucentra("languages")  # waits until the phrases of the installed programs are known
@@ -70,7 +70,7 @@ class TypedText(OnADisplay):
         self.assertTrue(eventually(lambda: not any(text.startswith(hint) for text in self.screen.texts())), "it goes")
 
     def test_what_an_input_method_composes(self):
-        self.stop()
+        self.screen.stop(self.pane.process)
         self.screen.environment["QT_IM_MODULE"] = "ibus"
         self.screen.quietly(["ibus-daemon", "--panel", "disable"])
         self.screen.must(lambda: "hangul" in self.screen.output("ibus", "list-engine"), "the input method", 20)
@@ -87,15 +87,3 @@ class TypedText(OnADisplay):
         self.assertEqual(self.sent(1), ["한"])
         self.screen.do("key Escape")
         self.assertTrue(eventually(lambda: not self.screen.texts()), "the second Escape hides the pane")
-
-    def test_it_is_forgotten_with_the_mode(self):
-        self.screen.do("type --delay 30 lamp")
-        self.screen.press("Back to Area Translation")
-        self.shows("Switch to Manual Input")
-        self.assertTrue(eventually(lambda: "Text to translate" not in self.screen.texts()))
-        self.screen.do("type --delay 30 oil")
-        self.screen.press("Switch to Manual Input")
-        self.contents("Text to translate", "")
-        self.screen.do("type --delay 30 wick")
-        self.contents("Translation", "WICK")
-        self.assertFalse([text for text in self.sent(1) if "oil" in text])

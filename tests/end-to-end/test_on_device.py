@@ -5,11 +5,11 @@ import json
 import stat
 import struct
 import time
-import unittest
 
 from PIL import Image, ImageDraw, ImageFont
 
 import sample_page
+from case import Case
 from screen import Screen, eventually
 
 PHRASES = {
@@ -36,13 +36,11 @@ def message_catalogue(messages: dict[str, str]) -> bytes:
     return struct.pack("<IIIIIII", 0x950412de, 0, count, 28, 28 + 8 * count, 0, place) + tables + texts_bytes
 
 
-class OnDevice(unittest.TestCase):
+class OnDevice(Case):
     """A pane and a command line with the engine that every user starts with."""
 
     def setUp(self):
-        self.screen = Screen(composited=True, keyring=False)
-        self.screen.__enter__()
-        self.addCleanup(self.screen.__exit__)
+        self.screen = self.enter(Screen(keyring=False))
         for language in ("ja", "zh_TW", "ko"):
             folder = self.screen.home / "share" / "locale" / language / "LC_MESSAGES"
             folder.mkdir(parents=True)
@@ -92,7 +90,7 @@ class OnDevice(unittest.TestCase):
         self.screen.show_picture(self.page, 200, 160)
         pane = self.screen.start_pane(220, 170, 520, 300)
         pane.double_click()
-        self.assertTrue(eventually(lambda: set(JAPANESE) <= set(self.screen.texts()), 20), self.screen.texts())
+        self.shows(*JAPANESE)
         history = self.screen.home / "data" / "Lucentra" / "history.json"
         self.assertTrue(eventually(history.exists))
         self.assertEqual(json.loads(history.read_text())[0]["translatedText"], "\n".join(JAPANESE))
@@ -103,8 +101,7 @@ class OnDevice(unittest.TestCase):
         self.screen.do(f"windowraise {pane.window}")
         time.sleep(0.5)
         pane.double_click()
-        hint = eventually(lambda: [text for text in self.screen.texts() if "no model for this text yet" in text], 15)
-        self.assertTrue(hint, self.screen.texts())
+        self.shows("no model for this text yet")
 
         # Sentences that the lines cut: paragraphs are recommended, and once chosen they are one text.
         page = Image.new("RGB", (720, 400), "#1e1f29")
@@ -116,9 +113,7 @@ class OnDevice(unittest.TestCase):
         self.screen.do(f"windowraise {pane.window}")
         time.sleep(0.5)
         pane.double_click()
-        hint = eventually(lambda: [text for text in self.screen.texts() if "choose paragraphs" in text], 15)
-        self.assertTrue(hint, self.screen.texts())
-        self.screen.preferences = {**self.screen.preferences, "translationUnit": 1}
+        self.shows("choose paragraphs")
+        self.screen.preferences |= {"translationUnit": 1}
         pane.double_click()
-        wanted = {JAPANESE[0], " ".join(PARAGRAPH)}
-        self.assertTrue(eventually(lambda: wanted <= set(self.screen.texts()), 15), self.screen.texts())
+        self.shows(JAPANESE[0], " ".join(PARAGRAPH))

@@ -9,7 +9,6 @@ from PIL import Image
 import chat_server
 import sample_page
 from case import CONSENT, OnADisplay
-from chat_server import blocks_of
 from screen import Pane, eventually
 
 LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
@@ -44,11 +43,6 @@ class OnAScreen:
         self.screen.show_picture(self.page, *PAGE)
         return self.screen.start_pane(*PANE)
 
-    def requests(self, count: int, seconds: float = 15) -> list[list[str]]:
-        """The lines of each request, once there are as many."""
-        eventually(lambda: len(self.server.requests) >= count, seconds)
-        return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
-
     def overlays_lie_over_their_lines(self, pane: Pane, page_at: tuple[int, int], scale: float = 1) -> None:
         """After a pass over the page. `scale` is in pixels a point."""
         pane.double_click()
@@ -81,13 +75,13 @@ class OnAScreen:
         self.screen.do(f"windowraise {pane.window}")
         pane.double_click()
         expected = {LINES[0], "Window above", "Rounded balloon", "Unmanaged menu"}
-        self.assertEqual(set(self.requests(1)[0]), expected)
+        self.assertEqual(set(self.requested(1)[0]), expected)
 
         # A pass with the overlays still shown and our menu open over the text.
         self.shows(*(line.upper() for line in expected))
         self.screen.drag((470, 452), (470, 464))
         self.screen.do("mousemove 260 300 click 3")
-        self.assertEqual(set(self.requests(2)[1]), expected)
+        self.assertEqual(set(self.requested(2)[1]), expected)
         self.screen.do("key Escape")
 
     def test_a_capture_is_not_seen(self):
@@ -95,7 +89,7 @@ class OnAScreen:
         self.server.queued = [chat_server.pause(3), chat_server.pause(3)]
         pane = self.pane_over_page()
         pane.double_click()
-        self.requests(1)
+        self.requested(1)
         self.screen.do("mousemove 1200 780")
         time.sleep(1)
         body = (PANE[0] + 20, PANE[1] + 60, PANE[0] + PANE[2] - 20, PANE[1] + PANE[3] - 30)
@@ -114,14 +108,14 @@ class WithACompositor(OnAScreen, OnADisplay):
     def test_every_trigger_starts_one_pass(self):
         pane = self.pane_over_page()
         time.sleep(1.5)
-        self.assertEqual(self.requests(0), [], "the window manager's move isn't the user's")
+        self.assertEqual(self.requested(0), [], "the window manager's move isn't the user's")
 
         pane.double_click()
-        self.assertEqual(self.requests(1), [LINES])
+        self.assertEqual(self.requested(1), [LINES])
         self.shows(*map(str.upper, LINES))
 
         self.screen.do("mousemove 480 440 click 3 sleep 0.3 key Down key Return")  # the menu's first entry
-        self.assertEqual(self.requests(2), [LINES] * 2)
+        self.assertEqual(self.requested(2), [LINES] * 2)
         self.shows(*map(str.upper, LINES))
 
         x, y, _, _ = pane.frame
@@ -129,7 +123,7 @@ class WithACompositor(OnAScreen, OnADisplay):
         self.assertTrue(eventually(lambda: (x, y) != pane.frame[:2]))
         self.screen.drag((492, 452), (480, 440), hold=1.2)  # back to where it was
         self.assertEqual(len(self.server.requests), 2, "nothing while the button is down, of the first drag neither")
-        self.assertEqual(self.requests(3), [LINES] * 3)
+        self.assertEqual(self.requested(3), [LINES] * 3)
         time.sleep(1.2)
         self.assertEqual(len(self.server.requests), 3)
         # Three times the same pair is one entry.
@@ -146,9 +140,9 @@ class WithACompositor(OnAScreen, OnADisplay):
                 before = pane.frame
                 for _ in range(3):  # on a busy machine the window manager may take longer than a user's own move lasts
                     self.screen.do(how)
-                    if len(self.requests(number + 1, 5)) == number + 1:
+                    if len(self.requested(number + 1, 5)) == number + 1:
                         break
-                self.assertEqual(len(self.requests(number + 1)), number + 1)
+                self.assertEqual(len(self.requested(number + 1)), number + 1)
                 self.assertNotEqual(before, pane.frame)
                 after = pane.frame
                 self.screen.do("mousemove 400 400 sleep 0.1 mousemove 480 440")
@@ -207,8 +201,7 @@ class WithACompositor(OnAScreen, OnADisplay):
                 del self.screen.environment["QT_SCALE_FACTOR"]  # the page is in pixels
                 self.overlays_lie_over_their_lines(pane, page, float(scale))
                 for process in (pane.process, window):
-                    process.terminate()
-                    process.wait(10)
+                    self.screen.stop(process)
 
 
 class WithoutACompositor(OnAScreen, OnADisplay):

@@ -33,31 +33,6 @@ class OnThePane(OnADisplay):
 
 
 class Capsule(OnThePane):
-    def test_every_control_by_what_a_screen_reader_presses(self):
-        self.screen.press("Switch to Area Translation")
-        self.expect(lambda: self.setting("triggerMode") == 1, "the trigger mode")
-        self.screen.press("Switch to Automatic Recognition")
-        self.expect(lambda: self.setting("triggerMode") == 0, "the trigger mode")
-        self.screen.press("Translate Current Area")
-        self.expect(lambda: "THE LIGHTHOUSE KEEPER" in self.screen.texts(), "translations")
-        self.screen.press("Translate Again")
-        self.expect(lambda: len(self.server.requests) == 2, "another pass")
-        self.screen.press("Target language: English")
-        self.screen.press("Japanese")
-        self.expect(lambda: self.setting("targetLanguageCode") == "ja", "the target language")
-        self.assertIs(self.setting("targetLanguageFollowsInterface"), False)
-        self.expect(lambda: self.screen.texts().count("Target language: Japanese") >= 2, "the capsule and the hint")
-        self.screen.press("Switch to Manual Input")
-        self.expect(lambda: "Text to translate" in self.screen.texts(), "the panel for typed text")
-        self.screen.press("Back to Area Translation")
-        self.expect(lambda: "Text to translate" not in self.screen.texts(), "the panel has gone")
-        for name in ("Translation History", "Settings"):
-            self.screen.press(name)
-            self.expect(lambda: self.screen.output("xdotool", "search", "--onlyvisible", "--name", name), f"the window: {name}")
-
-    def windows(self) -> list[str]:
-        return self.screen.output("xdotool", "search", "--onlyvisible", "--pid", str(self.pane.process.pid)).split()
-
     def test_all_of_it_by_keyboard(self):
         area = (PANE[0] + PANE[2] - 230, PANE[1] + 4, PANE[0] + PANE[2] - 14, PANE[1] + 38)
         unseen = self.screen.picture().crop(area)
@@ -75,25 +50,30 @@ class Capsule(OnThePane):
                             "the focus is seen")
         self.screen.do("key Return")
         self.expect(lambda: len(self.server.requests) == 1, "Return presses")
-        self.expect(lambda: "THE LIGHTHOUSE KEEPER" in self.screen.texts(), "translations")
+        self.shows("THE LIGHTHOUSE KEEPER", "Translate Again")
         self.screen.do("key Right key space")
         self.expect(lambda: self.setting("triggerMode") == 1, "Space presses")
+        self.shows("Switch to Automatic Recognition")
         self.screen.do("key Right key Right")
         self.focus_is(CAPSULE[3])
         self.screen.do("key Return sleep 0.5 key Down key Down key Return")
         self.expect(lambda: self.setting("targetLanguageCode") != "en", "the menu by keyboard")
+        self.assertIs(self.setting("targetLanguageFollowsInterface"), False)
+        self.expect(lambda: sum("Target language:" in text for text in self.screen.texts()) > 1, "the capsule and the hint")
         self.screen.do("key Left key Return")
-        self.expect(lambda: "Text to translate" in self.screen.texts(), "the panel for typed text")
+        self.shows("Text to translate")
+        self.screen.press("Translation History")
+        self.expect(lambda: self.screen.windows("--name", "Translation History"), "its window")
 
     def test_a_text_goes_to_the_history_and_to_another_window(self):
         self.screen.preferences |= {"triggerMode": 1}
         self.pane.double_click()
-        self.expect(lambda: "WRITES A LETTER" in self.screen.texts(), "translations")
+        self.shows("WRITES A LETTER")
         place = next(line.split() for line in self.screen.accessibility("places")[1].splitlines() if "WRITES" in line)
         start = (int(place[0]) + 20, int(place[1]) + int(place[3]) // 2)
         self.screen.do("key Down key Down key Menu sleep 0.5", *["key Down"] * 4, "key Return")  # "Open in History"
         self.expect(lambda: any("writes a letter" in name for name in self.screen.focused()), "the history's entry")
-        history = self.screen.output("xdotool", "search", "--onlyvisible", "--name", "Translation History").split()[0]
+        history = self.screen.windows("--name", "Translation History")[0]
         self.screen.do(f"windowmove --sync {history} 760 20 sleep 0.5 keydown ctrl")
         self.screen.drag(start, (900, 91), hold=0.5)
         self.screen.do("keyup ctrl")
@@ -111,9 +91,9 @@ class Capsule(OnThePane):
         self.expect(lambda: "Japanese" in self.screen.texts(), "the menu")
         self.screen.do("key Escape")
         self.expect(lambda: "Japanese" not in self.screen.texts(), "the menu has gone")
-        self.assertIn(self.pane.window, self.windows())
+        self.assertTrue(self.pane.is_shown())
         self.screen.do("key Escape")
-        self.expect(lambda: self.pane.window not in self.windows(), "the pane has gone")
+        self.expect(lambda: not self.pane.is_shown(), "the pane has gone")
 
     def test_reduced_motion_while_a_pass_runs(self):
         self.server.queued = [chat_server.hang]
@@ -155,3 +135,32 @@ class Edges(OnThePane):
         x, y, width, height = self.pane.frame
         self.screen.drag((x + width - 3, y + height - 3), (x + 20, y + 20))
         self.expect(lambda: self.pane.frame == (x, y, 320, 100), f"not the smallest size: {self.pane.frame}")
+
+
+class Window(OnThePane):
+    def state(self, name: str = "_NET_WM_STATE") -> str:
+        return self.screen.output("xprop", "-id", self.pane.window, name)
+
+    def test_hidden_and_shown(self):
+        self.screen.preferences |= {"showInDock": False}
+        for _ in range(2):
+            self.screen.lucentra("hide")
+            self.expect(lambda: "Normal" not in self.state("WM_STATE"), "hidden")
+            self.screen.lucentra("show")
+            for state in ("ABOVE", "SKIP_TASKBAR", "SKIP_PAGER"):
+                self.expect(lambda: f"_NET_WM_STATE_{state}" in self.state(), f"{state}, not {self.state()}")
+            self.expect(lambda: "4294967295" in self.state("_NET_WM_DESKTOP"), "on all desktops")
+            self.expect(lambda: self.pane.frame == PANE, f"in its place, not {self.pane.frame}")
+        time.sleep(1.2)
+        self.assertEqual(self.server.requests, [], "the user has moved nothing")
+
+    def test_zoomed_and_minimized(self):
+        for count, is_zoomed in ((1, True), (2, False)):
+            self.screen.press("Maximize")
+            self.expect(lambda: (self.pane.frame[2] > 1000) == is_zoomed, f"{is_zoomed=}: {self.pane.frame}")
+            self.expect(lambda: len(self.server.requests) == count, "a change of size is a trigger")
+        self.assertEqual(self.pane.frame, PANE)
+        self.screen.press("Minimize")
+        self.expect(lambda: not self.pane.is_shown(), "minimized")
+        self.screen.lucentra("show")
+        self.expect(self.pane.is_shown, "and back")

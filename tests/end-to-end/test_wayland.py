@@ -1,17 +1,14 @@
 """The native pane over another program's window in sessions of sway and KWin, translating through a local server."""
 import shutil
-import subprocess
 import time
 import unittest
 
 from PIL import Image, ImageChops
 
-from case import CONSENT, Case
-from chat_server import ChatServer, blocks_of
-from desktop import LUCENTRA
+from case import Case, OnADisplay
 from sample_page import render
 from screen import eventually
-from wayland import KWin, NestedSway, Sway
+from wayland import KWin, NestedSway, Sway, WaylandSession
 
 LINES = ["The lighthouse keeper writes", "one letter every evening", "and posts it on Sundays"]
 SCREEN = (1280, 800)
@@ -22,37 +19,34 @@ HELLO = ("key 35", "key 18", "key 38", "key 38", "key 24")  # by the kernel's nu
 class NativePane:
     """What must hold with each compositor. One session does it all, since each takes seconds to start."""
 
-    make_session: type
-    options: dict = {}
+    def make_screen(self) -> WaylandSession:
+        return self.session_type(keyring=False, **self.options)
 
     def setUp(self):
-        self.server = self.enter(ChatServer(translate=str.upper))
-        self.session = self.enter(self.make_session(keyring=False, **self.options))
-        self.session.preferences = {"translationEngine": 7, "compatibleBaseURL": self.server.base_url, CONSENT: True,
-                                    "compatibleModel": "m", "targetLanguageCode": "en", "compatibleApiKey": "key"}
-        text = self.session.home / "text.png"
+        super().setUp()
+        text = self.screen.home / "text.png"
         render(text, LINES, dark=True, size="440x220")
         self.page = Image.new("RGB", SCREEN, "#203040")
         with Image.open(text) as lines:
             self.page.paste(lines.convert("RGB"), (PANE[0] + 20, PANE[1] + 46))
-        path = self.session.home / "page.png"
+        path = self.screen.home / "page.png"
         self.page.save(path)
-        self.session.show_picture(path)
-        self.program = self.session.start_pane()
+        self.screen.show_picture(path)
+        self.program = self.screen.start_pane()
 
     def requests(self, count: int) -> list[list[str]]:
-        eventually(lambda: len(self.server.requests) >= count, 25)
-        time.sleep(0.5)
-        return [[block["text"] for block in blocks_of(body)] for _, _, body in self.server.requests]
+        self.requested(count, 25)
+        time.sleep(0.5)  # for more than that
+        return self.requested(count)
 
     def pane(self) -> tuple[int, int, int, int]:
         """Where the first output shows anything but the page."""
         clear_of_pointer = (0, 0, SCREEN[0] - 4, SCREEN[1] - 4)
-        shown = self.session.picture().crop(clear_of_pointer)
+        shown = self.screen.picture().crop(clear_of_pointer)
         return ImageChops.difference(shown, self.page.crop(clear_of_pointer)).convert("L").point(lambda value: 255 * (value > 8)).getbbox()
 
     def see_pane(self, expected: tuple[int, int, int, int]) -> None:
-        self.session.do("move 1279 799")
+        self.screen.do("move 1279 799")
 
         def is_there() -> bool:
             return all(abs(a - b) <= 2 for a, b in zip(self.pane() or (0, 0, 0, 0), expected))
@@ -65,7 +59,7 @@ class NativePane:
         """Where the desktop has a service for hotkeys."""
 
     def test_pane(self):
-        session = self.session
+        session = self.screen
         self.see_pane(PANE)
         plain = session.picture()
         for _ in range(3):  # a busy compositor may deliver the second click too late for a double click
@@ -76,11 +70,11 @@ class NativePane:
         self.assertTrue(eventually(lambda: ImageChops.difference(session.picture(), plain).crop(
             (PANE[0] + 20, PANE[1] + 46, PANE[2] - 20, PANE[3] - 20)).getbbox()), "the overlays")
         for _ in range(3):  # over its own overlays
-            subprocess.run([str(LUCENTRA), "translate"], env=session.environment, check=True)
+            self.assertEqual(session.lucentra("translate").returncode, 0)
             self.assertEqual(set(map(tuple, self.requests(len(self.server.requests) + 1))), {tuple(LINES)})
 
-        refused = subprocess.run([str(LUCENTRA), "live", "on"], env=session.environment, stderr=subprocess.PIPE)
-        self.assertTrue(refused.returncode == 2 and b"would blink" in refused.stderr, refused)
+        refused = session.lucentra("live", "on")
+        self.assertTrue(refused.returncode == 2 and "would blink" in refused.stderr, refused)
 
         count = len(self.server.requests)
         session.drag((640, 510), (652, 502))
@@ -101,21 +95,21 @@ class NativePane:
         self.assertTrue(eventually(lambda: self.pane() is None), "hidden")
         self.press_hotkey()
         self.assertIsNone(self.program.poll())
-        subprocess.run([str(LUCENTRA), "quit"], env=session.environment, check=True)
+        self.assertEqual(session.lucentra("quit").returncode, 0)
         self.assertEqual(self.program.wait(20), 0)
 
 
-class OnSway(NativePane, Case):
-    make_session = Sway
+class OnSway(NativePane, OnADisplay):
+    session_type = Sway
     options = {"sizes": ("1280x800", "800x800")}
 
     def visit_other_output(self):
         def other_output() -> Image.Image:
-            return self.session.picture().crop((1280, 0, 2080, 800))
+            return self.screen.picture().crop((1280, 0, 2080, 800))
         empty = other_output()
-        self.session.drag((640, 510), (1640, 510))
+        self.screen.drag((640, 510), (1640, 510))
         self.assertTrue(eventually(lambda: self.pane() is None and ImageChops.difference(other_output(), empty).getbbox()))
-        self.session.drag((1640, 510), (640, 510))
+        self.screen.drag((1640, 510), (640, 510))
         self.see_pane((412, 252, 922, 562))
 
 
@@ -139,13 +133,9 @@ class WithoutOutputs(Case):
 
 
 @unittest.skipUnless(shutil.which("kwin_wayland"), "KWin isn't installed")
-class OnKWin(NativePane, Case):
-    make_session = KWin
+class OnKWin(NativePane, OnADisplay):
+    session_type = KWin
 
     def press_hotkey(self):
-        self.session.do("key 56 20")
+        self.screen.do("key 56 20")
         self.see_pane((412, 252, 922, 562))
-
-
-if __name__ == "__main__":
-    unittest.main()

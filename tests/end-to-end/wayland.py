@@ -11,7 +11,7 @@ import dbus.bus
 from PIL import Image
 
 from desktop import BUS_CONFIGURATION, LUCENTRA, Session
-from screen import SHOW, eventually
+from screen import SHOW
 
 INPUT = pathlib.Path(os.environ.get("WAYLAND_INPUT", LUCENTRA.parent / "wayland_input")).resolve()
 
@@ -69,27 +69,14 @@ class WaylandSession(Session):
         with (self.home / "compositor.log").open("a") as log:
             self.start(command, stdout=log, stderr=log)
 
-    def output(self, *command: str) -> str:
-        return subprocess.run(command, env=self.environment, capture_output=True, text=True, check=False).stdout.strip()
-
-    def must(self, claim, what: str, seconds: float = 20):
-        value = eventually(claim, seconds)
-        if not value:
-            raise RuntimeError(f"waited in vain: {what}")
-        return value
-
     def show_picture(self, path: pathlib.Path, *options: str) -> subprocess.Popen:
         """Another program's window."""
-        program = self.start([str(SHOW), str(path), *options], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        if program.stdout.readline() != b"shown\n":
-            raise RuntimeError("the window didn't appear")
-        return program
+        return self.start_and_wait([str(SHOW), str(path), *options])
 
     def start_pane(self) -> subprocess.Popen:
         """Starts the program. Its pane is in the middle of the first output, over something that is still."""
         before = self.picture()
-        with (self.home / "lucentra.log").open("w") as log:
-            program = self.start([str(LUCENTRA)], stdout=log, stderr=log)
+        program = self.start_program()
         self.must(lambda: self.picture() != before, "the pane", 30)
         return program
 

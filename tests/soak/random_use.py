@@ -20,7 +20,6 @@ sys.path.insert(0, str(pathlib.Path(__file__).parent.parent / "end-to-end"))
 
 import sample_page
 from chat_server import ChatServer, pause, too_many_requests
-from desktop import LUCENTRA
 from loopback import leave_the_network
 from screen import Screen
 
@@ -49,18 +48,13 @@ class User:
 
     def start(self) -> None:
         """The program, which may have been told to quit by a menu."""
-        log = (self.screen.home / "lucentra.log").open("a")
-        self.process = self.screen.start([str(LUCENTRA)], stdout=log, stderr=subprocess.STDOUT)
-        log.close()
+        self.process = self.screen.start_program()
         self.starts += 1
         self.screen.must(self.windows, "the pane", 20)
 
-    def log(self) -> str:
-        return (self.screen.home / "lucentra.log").read_text(encoding="utf-8", errors="replace")
-
     def windows(self) -> list[tuple[int, int, int, int]]:
         """The program's windows on the screen: x, y, width, height."""
-        windows = self.screen.output("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).split()
+        windows = self.screen.windows("--pid", str(self.process.pid))
         asked = [word for window in windows for word in ("getwindowgeometry", "--shell", window)]
         answer = self.screen.output("xdotool", *asked) if asked else ""
         values = [int(value) for value in re.findall(r"(?:X|Y|WIDTH|HEIGHT)=(-?\d+)", answer)]
@@ -123,9 +117,7 @@ class User:
 
     def use_a_control(self) -> None:
         """One of those that a screen reader finds, so that small ones and lists have their turn."""
-        used = subprocess.run(["/usr/bin/python3", str(pathlib.Path(__file__).with_name("any_control.py")),
-                               str(self.chance.randrange(1 << 30))], env=self.screen.environment, check=False, timeout=120,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, encoding="utf-8").stdout.strip()
+        used = self.screen.accessibility("any", str(self.chance.randrange(1 << 30)))[1].strip()
         self.remember(f"control {used}")
         if used in ("combo box", "slider"):
             self.xdotool("key " + " ".join(self.chance.choices(["Down", "Up", "Right", "Left"],
@@ -230,7 +222,7 @@ def run(minutes: float, seed: int, hangs_count: bool) -> list[str]:
             if user.process.poll() is not None:
                 if user.process.returncode != 0:
                     found.append(f"the program ended with {user.process.returncode} after:\n" + "\n".join(user.done))
-                    found.append("its last words:\n" + "\n".join(user.log().splitlines()[-20:]))
+                    found.append("its last words:\n" + "\n".join(screen.log().splitlines()[-20:]))
                 else:
                     user.start()
         if user.process.poll() is None:

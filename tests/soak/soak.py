@@ -114,14 +114,12 @@ class Soak:
     def start_program(self) -> None:
         """Anew, where it runs."""
         if self.pane:
-            self.pane.process.terminate()
-            self.pane.process.wait(10)
+            self.screen.stop(self.pane.process)
             self.pane = None
         self.open_window()
         self.pane = self.screen.start_pane(220, 170, *PANE_SIZE)
         self.screen.do("mousemove 1270 790")
-        log = self.screen.home / "lucentra.log"
-        self.screen.must(lambda: "keyCode=17" in log.read_text(encoding="utf-8"), "the hotkeys")
+        self.screen.must(lambda: "keyCode=17" in self.screen.log(), "the hotkeys")
         time.sleep(1)  # the engine is loaded
 
     def turn_page(self, page: pathlib.Path) -> None:
@@ -199,7 +197,7 @@ def latency(passes: list[float]) -> float:
     return statistics.mean(min(passes[page::PAGES]) for page in range(PAGES))
 
 
-def run(passes: int, record: pathlib.Path | None) -> list[str]:
+def run(passes: int) -> list[str]:
     def answer(server: ChatServer, body: dict):
         time.sleep(0.02)
         return chat_server.by_id(server, body)
@@ -216,9 +214,6 @@ def run(passes: int, record: pathlib.Path | None) -> list[str]:
             latencies.append(soak.run_pass())
             samples.append(soak.sample())
             server.requests.clear()
-            if record:
-                with record.open("a", encoding="ascii") as file:
-                    file.write(f"{number} {latencies[-1]:.1f} {samples[-1].memory}\n")
             if number % 100 == 99:
                 print(f"{number + 1}: {samples[-1].memory} KiB, {statistics.median(latencies[-100:]):.0f} ms", flush=True)
         window = min(100, passes // 3)
@@ -239,9 +234,7 @@ def run(passes: int, record: pathlib.Path | None) -> list[str]:
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("passes", type=int, nargs="?", default=2000)
-    parser.add_argument("--record", type=pathlib.Path, help="writes each pass's latency and memory there")
-    arguments = parser.parse_args()
-    found = run(arguments.passes, arguments.record)
+    found = run(parser.parse_args().passes)
     print(*found or ["nothing leaks"], sep="\n")
     return 1 if found else 0
 
