@@ -20,7 +20,7 @@ class RecordedHints : public PaneWindowHints
 {
 public:
     void apply(const QWindow &, const PaneWindowPresence &presence) override { applied.append(presence); }
-    bool isPointerButtonDown() const override { return buttonDown; }
+    bool isPointerButtonDown() const override { return false; }
     void setHoldHandler(const QWindow &, std::function<void(bool)>) override {}
     void endDrag(const QWindow &) override {}
     void place(QWidget &window, const QRect &frame) override { window.setGeometry(frame); }
@@ -31,7 +31,6 @@ public:
     void activate(const QWindow &) override {}
 
     QList<PaneWindowPresence> applied;
-    bool buttonDown = false;
 };
 
 /// The pane in its window, with settings of its own and a clock that is pushed. Texts are their keys.
@@ -57,6 +56,12 @@ struct PaneFixture
     GlassView *view;
     PaneControls controls{*view, settings, texts};
     int passes = 0;
+};
+
+/// The same on the screen.
+struct ShownPane : PaneFixture
+{
+    ShownPane() { window.show(); }
 };
 
 /// The view of a class on another one. Null if there is none or more than one.

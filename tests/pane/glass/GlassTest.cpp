@@ -1,5 +1,6 @@
 #include "CalmGlass.h"
 #include "FrostedBackdrop.h"
+#include "Pixels.h"
 #include "SoftBlur.h"
 #include "TestProgram.h"
 
@@ -112,13 +113,7 @@ private Q_SLOTS:
     void linesOfTextMelt()
     {
         const QImage glass = glassOver(page(), 1.0);
-        int darkest = 255, brightest = 0;
-        for (int y = 20; y < glass.height() - 20; ++y) {
-            for (int x = 20; x < glass.width() - 20; ++x) {
-                darkest = std::min(darkest, qGray(glass.pixel(x, y)));
-                brightest = std::max(brightest, qGray(glass.pixel(x, y)));
-            }
-        }
+        const auto [darkest, brightest] = greys(glass, glass.rect().adjusted(20, 20, -20, -20));
         QVERIFY(brightest - darkest <= 4);
         // At the pane's usual opacity the brightest spot of a page is still dark enough.
         const QImage usual = glassOver(page(), 0.75);

@@ -3,6 +3,7 @@
 #include "OverlayLayout.h"
 #include "OverlayPicture.h"
 #include "OverlayTypesetter.h"
+#include "Pixels.h"
 #include "TestProgram.h"
 
 #include <QApplication>
@@ -38,23 +39,10 @@ QImage drawnText(OverlayText &text, double width, double size, int lines)
 /// The points that a picture of the canvas blackens, below some y.
 QRectF inkOf(const QImage &image, double below = canvas.top())
 {
-    int left = image.width(), right = -1, top = image.height(), bottom = -1;
-    for (int y = int((below - canvas.top()) * scale); y < image.height(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        const auto *const end = line + image.width();
-        const auto isInk = [](QRgb pixel) { return qAlpha(pixel) > 40; };
-        const auto *const first = std::find_if(line, end, isInk);
-        if (first == end)
-            continue;
-        const auto *last = end - 1;
-        while (!isInk(*last))
-            --last;
-        left = std::min(left, int(first - line));
-        right = std::max(right, int(last - line));
-        top = std::min(top, y);
-        bottom = y;
-    }
-    const QRectF pixels(left, top, right + 1 - left, bottom + 1 - top);
+    const int top = int((below - canvas.top()) * scale);
+    const QRectF pixels = boundsOf(image.copy(0, top, image.width(), image.height() - top), [](QRgb pixel) {
+                              return qAlpha(pixel) > 40;
+                          }).translated(0, top);
     return {pixels.topLeft() / scale + canvas.topLeft(), pixels.size() / scale};
 }
 
@@ -62,6 +50,11 @@ QImage painted(const QString &language, const QString &text, double size = 20)
 {
     OverlayTypesetter typesetter(language);
     return drawnText(*typesetter.typeset(text), 600, size, 4);
+}
+
+bool isBright(QRgb pixel)
+{
+    return qGray(pixel) > 122;
 }
 
 /// The middle grey level of a row of a picture.
@@ -248,13 +241,7 @@ private Q_SLOTS:
             overlayPainter.paint(painter);
             painter.end();
 
-            QRect bright;
-            for (int y = 0; y < image.height(); ++y) {
-                for (int x = 0; x < image.width(); ++x) {
-                    if (qGray(image.pixel(x, y)) > 122)
-                        bright |= QRect(x, y, 1, 1);
-                }
-            }
+            const QRect bright = boundsOf(image, isBright);
             const double size = layout->fontSize;
             const QRectF ink(bright.left() / ratio, bright.top() / ratio, bright.width() / ratio,
                              bright.height() / ratio);
@@ -299,13 +286,7 @@ private Q_SLOTS:
                        *layOutParagraph(*typesetter.typeset(text), limits, source, QRectF(0, 0, 400, 200), {}))
             .paint(painter);
         painter.end();
-        QRect secondLine;
-        for (int y = 36; y < 46; ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                if (qGray(image.pixel(x, y)) > 122)
-                    secondLine |= QRect(x, y, 1, 1);
-            }
-        }
+        const QRect secondLine = boundsOf(image.copy(0, 36, image.width(), 10), isBright);
         QVERIFY(secondLine.width() > 20 && secondLine.width() < 250);
         QVERIFY(std::abs(secondLine.center().x() - source.center().x()) < 3);
     }

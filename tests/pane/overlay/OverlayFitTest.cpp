@@ -19,17 +19,11 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 class BrokenMeasurer : public OverlayTextMeasurer
 {
 public:
-    BrokenMeasurer(double lineHeight, double width, double boundingHeight)
-        : m_line{lineHeight, width}
-        , m_boundingHeight(boundingHeight)
-    {
-    }
-    SingleLineMeasure measureSingleLine(const QString &, double) override { return m_line; }
-    double boundingHeight(const QString &, double, double, double) override { return m_boundingHeight; }
+    SingleLineMeasure line;
+    double height = 0;
 
-private:
-    const SingleLineMeasure m_line;
-    const double m_boundingHeight;
+    SingleLineMeasure measureSingleLine(const QString &, double) override { return line; }
+    double boundingHeight(const QString &, double, double, double) override { return height; }
 };
 
 } // namespace
@@ -86,7 +80,9 @@ private Q_SLOTS:
     void brokenMeasuresCountAsOneLine()
     {
         const auto check = [](double lineHeight, double width, double boundingHeight) {
-            BrokenMeasurer measurer(lineHeight, width, boundingHeight);
+            BrokenMeasurer measurer;
+            measurer.line = {lineHeight, width};
+            measurer.height = boundingHeight;
             QCOMPARE(fitOverlayText(measurer, u"text"_s, true, 20, 100, 80, 0), (OverlayFit{1, 18, 20}));
             QCOMPARE(fitOverlayText(measurer, u"text"_s, false, 20, 100, 80, 0), (OverlayFit{1, 22, 20}));
         };

@@ -1,7 +1,7 @@
+#include "Columns.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
-#include "NeonBorderStyle.h"
 #include "OverlayView.h"
 #include "PaneFixture.h"
 #include "TestProgram.h"
@@ -67,8 +67,7 @@ private Q_SLOTS:
 
     void temporaryHintGoesAfterItsTimeAndANewOneTakesItsPlace()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.controls.toggleTriggerMode();
         QCOMPARE(pane.settings.read(settings::triggerMode), TriggerMode::Manual);
         QCOMPARE(hintText(pane), u"框選翻譯"_s);
@@ -85,18 +84,16 @@ private Q_SLOTS:
 
     void notesEndWithWhatTheUserDoes_data()
     {
-        QTest::addColumn<std::function<void(PaneFixture &)>>("act");
-        using Act = std::function<void(PaneFixture &)>;
-        QTest::newRow("a click") << Act([](PaneFixture &pane) { click(pane.view, {200, 200}, 1); });
-        QTest::newRow("a key") << Act([](PaneFixture &pane) { QTest::keyClick(&pane.window, Qt::Key_Shift); });
-        QTest::newRow("a pass") << Act([](PaneFixture &pane) { pane.view->setProcessing(true); });
-        QTest::newRow("reading it") << Act([](PaneFixture &pane) { pane.scheduler.advance(7100ms); });
+        const auto row = columns<std::function<void(PaneFixture &)>>("act");
+        row("a click", [](PaneFixture &pane) { click(pane.view, {200, 200}, 1); });
+        row("a key", [](PaneFixture &pane) { QTest::keyClick(&pane.window, Qt::Key_Shift); });
+        row("a pass", [](PaneFixture &pane) { pane.view->setProcessing(true); });
+        row("reading it", [](PaneFixture &pane) { pane.scheduler.advance(7100ms); });
     }
     void notesEndWithWhatTheUserDoes()
     {
         QFETCH(std::function<void(PaneFixture &)>, act);
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.view->hints().showNote(QString(100, u'n'));
         pane.scheduler.advance(6900ms);
         QCOMPARE(only<HintLabel>(pane.view)->opacity(), 1);
@@ -106,8 +103,7 @@ private Q_SLOTS:
 
     void hintsOverOtherTextHaveADarkGround()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.view->setBackdropContent([] {
             QImage white(480, 280, QImage::Format_RGB32);
             white.fill(Qt::white);
@@ -123,22 +119,12 @@ private Q_SLOTS:
         QVERIFY(pane.picture().pixelColor(besideText).lightness() < 80);
     }
 
-    void borderColours()
-    {
-        QCOMPARE(neonBorderStyle(u"green"_s), neonBorderStyle(u"white"_s));
-        QCOMPARE(neonBorderStyle(u"white"_s).color.name(QColor::HexArgb), u"#99ffffff"_s);
-        QCOMPARE(neonBorderStyle(u"blue"_s).color.name(QColor::HexArgb), u"#cc99ccff"_s);
-        QCOMPARE(neonBorderStyle(u"pink"_s).color.name(QColor::HexArgb), u"#ccffb3cc"_s);
-        QVERIFY(!neonBorderStyle(u"none"_s).isVisible());
-    }
-
     void clicks()
     {
         constexpr int unknown = 5;
         for (const auto &[gesture, count, passes] : std::initializer_list<std::array<int, 3>>{
                  {1, 1, 0}, {1, 3, 1}, {1, 4, 2}, {0, 1, 1}, {0, 2, 1}, {unknown, 2, 1}}) {
-            PaneFixture pane;
-            pane.window.show();
+            ShownPane pane;
             if (gesture != 1) // the default: a change shows a hint
                 pane.settings.setValue(settings::translationClickGesture.key, gesture);
             click(pane.view, {200, 200}, count);
@@ -210,8 +196,7 @@ private Q_SLOTS:
 
     void overlaysAreLabelsToAssistivePrograms()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.view->showTranslations({{u"R&D <b>"_s, {50, 60, 200, 24}, {280}}, {u"speck"_s, {50, 60, 4, 4}, {280}}},
                                     {});
         QCOMPARE(pane.view->childAt(150, 72), nullptr); // clicks go through it

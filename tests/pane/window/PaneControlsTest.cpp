@@ -27,8 +27,7 @@ class PaneControlsTest : public QObject
 private Q_SLOTS:
     void capsuleIsSeenWhenItIsNeeded()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         const auto *capsule = only<ControlCapsuleView>(pane.view);
         const auto isClickable = [&] {
             return qobject_cast<QAbstractButton *>(pane.view->childAt(capsule->geometry().center() + QPoint(60, 0)));
@@ -53,8 +52,7 @@ private Q_SLOTS:
 
     void tooltipsFollowThePointerAndTheState()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
         const auto *tooltip = only<CapsuleTooltip>(pane.view);
         QAbstractButton *mode = buttonNamed(pane.view, u"切換為框選翻譯"_s);
@@ -137,8 +135,7 @@ private Q_SLOTS:
 
     void tipsComeOnceAndCoverNoText()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         int opened = 0;
         QString missing;
         const auto makeTips = [&] {

@@ -5,15 +5,13 @@
 #include "GlassErrorCard.h"
 #include "HintLabel.h"
 #include "PaneFixture.h"
+#include "Pixels.h"
 #include "TestProgram.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QPainter>
 #include <QTest>
-
-#include <algorithm>
-#include <utility>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;
@@ -37,19 +35,6 @@ void layOver(PaneFixture &pane, const QColor &paper, const QColor &ink)
     pane.view->setBackdropContent(page);
     pane.view->hints().dismissPristineHint();
     QTRY_VERIFY(!only<HintLabel>(pane.view));
-}
-
-/// The greys from the least to the greatest.
-std::pair<int, int> greys(const QImage &picture, const QRect &area)
-{
-    int least = 255, greatest = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            least = std::min(least, qGray(picture.pixel(x, y)));
-            greatest = std::max(greatest, qGray(picture.pixel(x, y)));
-        }
-    }
-    return {least, greatest};
 }
 
 } // namespace
@@ -92,8 +77,7 @@ private Q_SLOTS:
 
     void nothingSharpShowsThroughCapsuleAndCard()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.settings.write(settings::glassOpacity, 0.1);
         layOver(pane, Qt::white, Qt::black);
         pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
@@ -109,8 +93,7 @@ private Q_SLOTS:
 
     void aHintFitsThePane()
     {
-        PaneFixture fixture;
-        fixture.window.show();
+        ShownPane fixture;
         for (const QSize pane : {TransparentWindow::initialSize, TransparentWindow::smallestSize}) {
             fixture.window.resize(pane);
             fixture.view->hints().showHint(u"Translates after moving or resizing · Double-click to translate"_s, false);
@@ -123,8 +106,7 @@ private Q_SLOTS:
 
     void theTooltipStaysBeneathTheCapsule()
     {
-        PaneFixture pane;
-        pane.window.show();
+        ShownPane pane;
         pane.window.resize(TransparentWindow::smallestSize);
         pane.view->capsule().set(&ControlCapsuleState::isHovering, true);
         pane.view->setProcessing(true); // the row is as wide as it gets
