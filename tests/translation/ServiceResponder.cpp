@@ -91,14 +91,6 @@ ServiceHosts hostsAt(const QByteArray &origin)
             .gemini = origin};
 }
 
-QList<TextBlock> blocksOf(const QStringList &texts)
-{
-    QList<TextBlock> blocks;
-    for (const QString &text : texts)
-        blocks.append({.text = text, .normBox = {}});
-    return blocks;
-}
-
 QStringList headersOf(const ReceivedRequest &request)
 {
     QStringList headers;

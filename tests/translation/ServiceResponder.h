@@ -2,7 +2,6 @@
 
 #include "QueuedServer.h"
 #include "ServiceHosts.h"
-#include "TextBlock.h"
 
 #include <QString>
 #include <QStringList>
@@ -15,12 +14,8 @@ namespace lucentra {
 ServiceHosts hostsAt(const QByteArray &origin);
 
 /// Answers a request to any of the services as that service would, told apart by the path; refuses what is above its
-/// documented limits. Language models are taken
-/// to be asked for a batch where the user's message is a JSON array.
+/// documented limits. Language models are taken to be asked for a batch if the user's message is a JSON array.
 QueuedAnswer answerAsService(const ReceivedRequest &request, const std::function<QString(const QString &)> &translate);
-
-/// Blocks with the texts, nowhere in particular.
-QList<TextBlock> blocksOf(const QStringList &texts);
 
 /// The request's headers, without those that every request of the program has.
 QStringList headersOf(const ReceivedRequest &request);
