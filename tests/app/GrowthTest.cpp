@@ -34,7 +34,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 

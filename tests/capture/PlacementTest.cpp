@@ -1,6 +1,7 @@
 #include "Columns.h"
 #include "OverlayPlacement.h"
 #include "Paragraphs.h"
+#include "Pixels.h"
 #include "TestProgram.h"
 #include "TextRecognition.h"
 #include "WindowButtonMask.h"
@@ -388,14 +389,7 @@ private Q_SLOTS:
             QImage image(192, 92, QImage::Format_RGB32);
             image.fill(Qt::white);
             const QImage masked = maskWindowButtons(image, {rect}, {100, 50});
-            QRect found;
-            for (int y = 0; y < masked.height(); ++y) {
-                for (int x = 0; x < masked.width(); ++x) {
-                    if (masked.pixelColor(x, y) != Qt::white)
-                        found |= QRect(x, y, 1, 1);
-                }
-            }
-            QCOMPARE(found, grey);
+            QCOMPARE(boundsOf(masked, [](QRgb pixel) { return pixel != qRgb(255, 255, 255); }), grey);
             if (!grey.isEmpty())
                 QCOMPARE(masked.pixel(grey.center()), qRgb(46, 46, 46));
         }

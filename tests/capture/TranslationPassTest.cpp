@@ -1,18 +1,17 @@
 #include "TranslationPass.h"
+#include "Columns.h"
 #include "TestProgram.h"
 
 #include "MainQueue.h"
 #include "ManualScheduler.h"
 #include "ScreenCapture.h"
 #include "Settings.h"
-#include "SettingsStore.h"
 #include "TestTexts.h"
 
 #include <QHash>
 #include <QLoggingCategory>
 #include <QPainter>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 
@@ -141,8 +140,7 @@ class TranslationPassTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_settings = std::make_unique<SettingsStore>(m_folder->filePath(u"preferences.json"_s));
+        m_texts = std::make_unique<TestTexts>();
         m_queue = std::make_unique<MainQueue>();
         m_clock = std::make_unique<ManualScheduler>();
         m_pane = std::make_unique<NotingPane>();
@@ -177,63 +175,48 @@ private Q_SLOTS:
             .record = [this](const QString &source, const QString &text) { m_recorded.append(source + u'>' + text); },
             .openScreenRecordingSettings = [this] { m_pane->log.append(u"settings"_s); },
         };
-        m_pass = std::make_unique<TranslationPass>(*m_pane, *m_pane, steps, *m_settings, m_texts.manager, *m_queue,
-                                                   *m_clock);
+        m_pass = std::make_unique<TranslationPass>(*m_pane, *m_pane, steps, m_texts->settings, m_texts->manager,
+                                                   *m_queue, *m_clock);
     }
 
-    void cleanup()
-    {
-        end();
-        m_settings.reset(); // what it still writes goes into the folder of its own test
-    }
+    void cleanup() { end(); }
 
-    void aPassEndsInOverlaysCopyAndHistory()
+    void howAPassEnds_data()
     {
-        m_settings->write(settings::autoCopy, true);
+        // log: after the pane was cleared
+        const auto row = columns<int, bool, BlockTranslations, QStringList, QString, QString>(
+            "lines", "autoCopy", "translations", "log", "copied", "recorded");
+        row("overlays, copy and history", 2, true, {.texts = {u"one"_s, u"two"_s}},
+            {u"overlay one"_s, u"overlay two"_s}, u"one\ntwo"_s, u"一\n二>one\ntwo"_s);
+        row("fewer translations than lines, and no copy", 2, false, {.texts = {u"one"_s}},
+            {u"overlay one"_s, u"overlay 二"_s}, {}, u"一\n二>one"_s);
+        row("an empty translation", 1, true, {.texts = {u""_s}}, {}, {}, {});
+        row("nothing is new", 2, false, {.texts = {u"一"_s, u"二"_s}, .note = u"why"_s},
+            {u"overlay 一"_s, u"overlay 二"_s, u"note why"_s}, {}, u"一\n二>一\n二"_s);
+    }
+    void howAPassEnds()
+    {
+        const auto [lines, autoCopy, translations, log, copied, recorded] =
+            fetched<int, bool, BlockTranslations, QStringList, QString, QString>();
+        m_lines.resize(lines);
+        m_texts->settings.write(settings::autoCopy, autoCopy);
         m_pass->startCapturePass();
         QVERIFY(m_pane->processing);
         capture();
-        translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
+        translate(0, translations);
         QVERIFY(!m_pane->processing);
-        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay two"_s}));
-        QCOMPARE(m_copied, QStringList{u"one\ntwo"_s});
-        QCOMPARE(m_recorded, QStringList{u"一\n二>one\ntwo"_s});
-        const auto [first, second] = std::pair(m_pane->places[0], m_pane->places[1]); // each with its own line's place
-        QVERIFY(first[1] < second[0] && first[2] < second[1] && first[2] > first[1] && second[2] > second[1]);
-    }
-
-    void fewerTranslationsThanBlocks()
-    {
-        m_pass->startCapturePass();
-        capture();
-        translate(0, BlockTranslations{.texts = {u"one"_s}});
-        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay one"_s, u"overlay 二"_s}));
-        QCOMPARE(m_recorded, QStringList{u"一\n二>one"_s});
-        QVERIFY(m_copied.isEmpty()); // not asked for
-    }
-
-    void emptyTranslationsLeaveNothing()
-    {
-        m_settings->write(settings::autoCopy, true);
-        m_lines = {{u"一"_s, {0, 0.5, 0.5, 0.25}}};
-        m_pass->startCapturePass();
-        capture();
-        translate(0, BlockTranslations{.texts = {u""_s}});
-        QCOMPARE(m_pane->log, QStringList{u"clear"_s});
-        QVERIFY(m_copied.isEmpty() && m_recorded.isEmpty());
-    }
-
-    void nothingNewIsExplainedOverTheOverlays()
-    {
-        m_pass->startCapturePass();
-        capture();
-        translate(0, BlockTranslations{.texts = {u"一"_s, u"二"_s}, .note = u"why"_s});
-        QCOMPARE(m_pane->log, (QStringList{u"clear"_s, u"overlay 一"_s, u"overlay 二"_s, u"note why"_s}));
+        QCOMPARE(m_pane->log, QStringList{u"clear"_s} + log);
+        QCOMPARE(m_copied.join(u'|'), copied);
+        QCOMPARE(m_recorded.join(u'|'), recorded);
+        if (m_pane->places.size() == 2) { // each with its own line's place
+            const auto [first, second] = std::pair(m_pane->places[0], m_pane->places[1]);
+            QVERIFY(first[1] < second[0] && first[2] < second[1] && first[2] > first[1] && second[2] > second[1]);
+        }
     }
 
     void theWindowsButtonsAreNeitherReadNorCovered()
     {
-        m_settings->write(settings::autoCopy, true);
+        m_texts->settings.write(settings::autoCopy, true);
         m_lines = {{u"一"_s, {0, 0.95, 0.1, 0.04}}, {u"二"_s, {0, 0.1, 0.5, 0.2}}};
         m_areLinesLeftOut = true;
         m_pane->exclusions = {{2, 0, 72, 32}};
@@ -253,16 +236,14 @@ private Q_SLOTS:
 
     void aNewerPassDropsTheOlderOnesResults()
     {
-        m_pass->startCapturePass();
-        capture();
+        startPass();
         settle([&] { return m_translations->asked() == 1; });
         m_pass->startCapturePass();
         settle([&] { return isCaptureWaiting(); });
         m_translations->answer(0, BlockTranslations{.texts = {u"old"_s, u"old"_s}});
         settle([&] { return m_isLastTranslationWanted == false; });
         QVERIFY(m_pane->processing); // the newer pass is still at work
-        m_pass->startCapturePass();
-        capture(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
+        startPass(tl::unexpected(Failure{.description = u"late"_s})); // the second pass's failure is no news either
         capture();
         QVERIFY(m_pane->processing);
         translate(1, BlockTranslations{.texts = {u"new"_s, u"new"_s}});
@@ -273,12 +254,10 @@ private Q_SLOTS:
     void whatIsSupersededIsNeitherReadNorSent()
     {
         m_isHoldingReader = true;
-        m_pass->startCapturePass();
-        capture();
+        startPass();
         settle([&] { return m_readings == 1; });
         for (int i = 0; i < 20; ++i) {
-            m_pass->startCapturePass();
-            capture();
+            startPass();
         }
         m_isHoldingReader = false;
         settle([&] { return m_translations->asked() > 0; });
@@ -286,8 +265,7 @@ private Q_SLOTS:
         QCOMPARE(m_translations->asked(), 1);
 
         m_isHoldingReader = true; // until the end of the pass
-        m_pass->startCapturePass();
-        capture();
+        startPass();
         settle([&, before = m_readings.load()] { return m_readings > before || m_pane->processing; });
         end();
         QCOMPARE(m_isLastTranslationWanted, false); // so that what isn't sent yet stays here
@@ -298,54 +276,44 @@ private Q_SLOTS:
     {
         int failures = 0;
         m_pass->onFailed = [&] { ++failures; };
-        m_pass->startCapturePass();
-        capture(tl::unexpected(Failure{.description = u"reason"_s}));
-        settle([&] { return !m_pane->processing; });
-        QCOMPARE(m_pane->log.last(), u"card 無法擷取畫面|reason"_s);
-
+        const auto shown = [&] {
+            settle([&] { return !m_pane->processing; });
+            return m_pane->log.last();
+        };
+        const auto cardOf = [&](const Failure &failure) {
+            startPass(tl::unexpected(failure));
+            return shown();
+        };
+        QCOMPARE(cardOf({.description = u"reason"_s}), u"card 無法擷取畫面|reason"_s);
         m_capture->granted = false;
-        m_pass->startCapturePass();
-        capture(tl::unexpected(Failure{.description = u"reason"_s}));
-        settle([&] { return !m_pane->processing; });
-        QVERIFY(m_pane->log.last().startsWith(u"card 需要螢幕錄製權限|"_s));
+        QVERIFY(cardOf({.description = u"reason"_s}).startsWith(u"card 需要螢幕錄製權限|"_s));
         m_pane->cardAction();
         QCOMPARE(m_pane->log.last(), u"settings"_s);
-
-        m_pass->startCapturePass();
-        capture(tl::unexpected(Failure{.domain = screenAccessDomain.toString(), .description = u"not asked"_s}));
-        settle([&] { return !m_pane->processing; });
-        QCOMPARE(m_pane->log.last(), u"card 需要螢幕錄製權限|not asked"_s);
+        QCOMPARE(cardOf({.domain = screenAccessDomain.toString(), .description = u"not asked"_s}),
+                 u"card 需要螢幕錄製權限|not asked"_s);
         QVERIFY(!m_capture->mayAsk);
         m_pane->cardAction();
         QVERIFY(m_capture->mayAsk);
         capture(tl::unexpected(Failure()));
-        settle([&] { return !m_pane->processing; });
-
-        m_pass->startCapturePass();
-        capture(tl::unexpected(Failure{.domain = screenServiceDomain.toString(), .description = u"install"_s}));
-        settle([&] { return !m_pane->processing; });
-        QCOMPARE(m_pane->log.last(), u"card 無法擷取畫面|install"_s);
-
-        m_pass->startCapturePass();
-        capture();
+        shown();
+        QCOMPARE(cardOf({.domain = screenServiceDomain.toString(), .description = u"install"_s}),
+                 u"card 無法擷取畫面|install"_s);
+        startPass();
         translate(0, tl::unexpected(Failure{.description = u"no key"_s}));
-        QCOMPARE(m_pane->log.last(), u"card 翻譯失敗|no key"_s);
+        QCOMPARE(shown(), u"card 翻譯失敗|no key"_s);
         QCOMPARE(failures, 6);
 
         m_lines.clear();
-        m_pass->startCapturePass();
-        capture();
-        settle([&] { return !m_pane->processing; });
-        QVERIFY(m_pane->log.last().startsWith(u"card 沒有偵測到文字|"_s));
+        startPass();
+        QVERIFY(shown().startsWith(u"card 沒有偵測到文字|"_s));
         QCOMPARE(failures, 6); // it would be the same again
         QVERIFY(m_recorded.isEmpty());
     }
 
     void nothingComesOfAPassOnceTextIsTyped()
     {
-        m_settings->write(settings::autoCopy, true);
-        m_pass->startCapturePass();
-        capture();
+        m_texts->settings.write(settings::autoCopy, true);
+        startPass();
         settle([&] { return m_translations->asked() == 1; });
         m_pass->startCapturePass();
         settle([&] { return isCaptureWaiting(); });
@@ -367,7 +335,7 @@ private Q_SLOTS:
 
     void aLookChangesWhatIsNewAndNothingElse()
     {
-        m_settings->write(settings::autoCopy, true);
+        m_texts->settings.write(settings::autoCopy, true);
         m_pass->setFollowing(true);
         m_pass->scheduleDebouncedCapture();
         QVERIFY(m_clock->isIdle()); // looks follow a move by themselves
@@ -517,12 +485,12 @@ private Q_SLOTS:
 
     void theManualModeStartsNothingByItself()
     {
-        m_settings->write(settings::triggerMode, TriggerMode::Manual);
+        m_texts->settings.write(settings::triggerMode, TriggerMode::Manual);
         m_pass->scheduleDebouncedCapture();
         QVERIFY(m_clock->isIdle());
-        m_settings->write(settings::triggerMode, TriggerMode::AfterMoving);
+        m_texts->settings.write(settings::triggerMode, TriggerMode::AfterMoving);
         m_pass->scheduleDebouncedCapture();
-        m_settings->write(settings::triggerMode, TriggerMode::Manual); // switched while the timer runs
+        m_texts->settings.write(settings::triggerMode, TriggerMode::Manual); // switched while the timer runs
         m_clock->advance(1s);
         QCOMPARE(passes(), 0);
     }
@@ -543,17 +511,6 @@ private Q_SLOTS:
         QVERIFY(!m_pane->processing && m_pane->log.isEmpty());
     }
 
-    void lateResultsOfAnEndedPassAreHarmless()
-    {
-        m_pass->startCapturePass();
-        capture();
-        settle([&] { return m_translations->asked() == 1; });
-        const QStringList before = m_pane->log;
-        m_translations->answer(0, BlockTranslations{.texts = {u"late"_s}});
-        end();
-        QCOMPARE(m_pane->log, before);
-    }
-
     void whoAsksIsToldHowLongTheStagesTook()
     {
         const QString number = u"\\d+\\.\\d ms"_s;
@@ -561,8 +518,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(
             QtDebugMsg, QRegularExpression(u"^"_s + stages.join(u' ' + number + u", "_s) + u' ' + number + u"$"_s));
         QLoggingCategory::setFilterRules(u"lucentra.pass.debug=true"_s);
-        m_pass->startCapturePass();
-        capture();
+        startPass();
         translate(0, BlockTranslations{.texts = {u"one"_s, u"two"_s}});
         m_clock->advance(0ms);
         QLoggingCategory::setFilterRules({});
@@ -571,6 +527,12 @@ private Q_SLOTS:
 private:
     /// Whether the newest pass waits for its picture.
     bool isCaptureWaiting() const { return m_capture->held.asked() > m_capture->held.next(); }
+
+    void startPass(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32))
+    {
+        m_pass->startCapturePass();
+        capture(std::move(image));
+    }
 
     void capture(Result<QImage> image = QImage(400, 300, QImage::Format_RGB32))
     {
@@ -593,22 +555,22 @@ private:
         settle([&] { return !m_pane->processing; });
     }
 
-    /// Ends the pass while what it waits for comes.
+    /// Ends the pass while what it waits for comes, which changes nothing any more.
     void end()
     {
+        const QStringList before = m_pane->log;
         m_capture->held.close();
         m_translations->close();
         m_pass.reset();
         m_queue->drain();
+        QCOMPARE(m_pane->log, before);
     }
 
     void settle(const std::function<bool()> &reached) { QTRY_VERIFY(reached()); }
 
     qsizetype passes() const { return m_pane->log.count(u"clear"_s); }
 
-    TestTexts m_texts;
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<SettingsStore> m_settings;
+    std::unique_ptr<TestTexts> m_texts;
     std::unique_ptr<MainQueue> m_queue;
     std::unique_ptr<ManualScheduler> m_clock;
     std::unique_ptr<NotingPane> m_pane;

@@ -5,7 +5,6 @@
 
 #include "PreferencesFile.h"
 
-#include <QJsonDocument>
 #include <QTemporaryDir>
 
 using namespace lucentra;

@@ -28,14 +28,7 @@ constexpr auto translate = HotkeyAction::TranslateArea;
 class PlayedHotkeys : public GlobalHotkeys
 {
 public:
-    struct Combination
-    {
-        quint32 keyCode = 0;
-        quint32 modifiers = 0;
-        HotkeyAction action;
-
-        bool operator==(const Combination &) const = default;
-    };
+    using Combination = std::tuple<HotkeyAction, quint32, quint32>; ///< with the key's number and the modifiers
 
     bool areKeysChosenHere() const override { return true; }
     tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction action, quint32 keyCode,
@@ -43,7 +36,7 @@ public:
     {
         if (refused.contains(action))
             return tl::unexpected(hotkeyStatus::taken);
-        return std::make_unique<Reference>(*this, Combination{keyCode, modifiers, action});
+        return std::make_unique<Reference>(*this, Combination{action, keyCode, modifiers});
     }
     void setPressedHandler(std::function<void(HotkeyAction)> handler) override { pressed = std::move(handler); }
 
@@ -100,7 +93,7 @@ private Q_SLOTS:
             m->settings.setValue(value.key(), value.value());
         m->manager.registerHotkeys();
         QCOMPARE(m->hotkeys.held,
-                 (QList<PlayedHotkeys::Combination>{{keyCode, modifiers, toggle}, {36, 0x800, translate}}));
+                 (QList<PlayedHotkeys::Combination>{{toggle, keyCode, modifiers}, {translate, 36, 0x800}}));
         QTEST(m->shownFlags, "shownFlags");
         QTEST(m->shownKey, "shownKey");
         QCOMPARE(m->log, QStringList{u"  ✅ Carbon 熱鍵已註冊 keyCode=%1 carbonMods=%2"_s.arg(keyCode).arg(modifiers)});
@@ -115,7 +108,7 @@ private Q_SLOTS:
         QCOMPARE(m->shownKey, u"t"_s);
         m->hotkeys.refused = {toggle};
         m->manager.registerHotkeys();
-        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{36, 0x800, translate}}));
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{translate, 36, 0x800}}));
     }
 
     void registeringAgainLeavesOneRegistration()
@@ -123,7 +116,7 @@ private Q_SLOTS:
         m->manager.registerHotkeys();
         m->settings.write(settings::hotkeyCode, 40);
         m->manager.registerHotkeys();
-        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{40, 0x800, toggle}, {36, 0x800, translate}}));
+        QCOMPARE(m->hotkeys.held, (QList<PlayedHotkeys::Combination>{{toggle, 40, 0x800}, {translate, 36, 0x800}}));
         m->manager.unregisterHotkeys();
         QVERIFY(m->hotkeys.held.isEmpty() && !m->hotkeys.pressed);
     }
@@ -139,7 +132,7 @@ private Q_SLOTS:
         m->settings.write(settings::liveHotkeyString, u"L"_s);
         m->manager.registerHotkeys();
         m->manager.onSwitchLive = [&] { called.append(u"live"_s); };
-        QCOMPARE(m->hotkeys.held.last(), (PlayedHotkeys::Combination{37, 0, HotkeyAction::SwitchLive}));
+        QCOMPARE(m->hotkeys.held.last(), (PlayedHotkeys::Combination{HotkeyAction::SwitchLive, 37, 0}));
         for (const HotkeyAction action : {translate, toggle, HotkeyAction::SwitchLive})
             m->hotkeys.pressed(action);
         QCOMPARE(called, QStringList());

@@ -43,16 +43,6 @@ private Q_SLOTS:
         QVERIFY(m_lines.isEmpty());
     }
 
-    void anEmptyTextRemovesTheItem()
-    {
-        QVERIFY(m_keychain.saveString({}, account)); // where nothing is
-        QCOMPARE(m_storage.stores, 0);
-        QVERIFY(m_keychain.saveString(u"key"_s, account));
-        QVERIFY(m_keychain.saveString({}, account));
-        QVERIFY(!m_keychain.readString(account)); // silently
-        QVERIFY(m_lines.isEmpty());
-    }
-
     void everyFailureIsOneLine()
     {
         const auto failWith = [&](const Failure &failure) {

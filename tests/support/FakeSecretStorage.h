@@ -19,7 +19,6 @@ public:
     std::optional<Failure> removeFailure;
     QStringList lookups; ///< accounts
     int searches = 0;
-    int stores = 0;
 
     Result<QHash<QString, QByteArray>> lookupAll(const QString &) override
     {
@@ -40,7 +39,6 @@ public:
     Result<void> store(const QString &, const QString &account, const QByteArray &secret) override
     {
         const std::lock_guard lock(m_mutex);
-        ++stores;
         if (storeFailure)
             return tl::unexpected(*storeFailure);
         secrets.insert(account, secret);

@@ -1,7 +1,5 @@
-#include "Columns.h"
 #include "MainQueue.h"
 #include "TestProgram.h"
-#include "Text.h"
 
 #include <QTest>
 
@@ -48,14 +46,6 @@ private Q_SLOTS:
         QCOMPARE(order, u"abc"_s);
         QCoreApplication::processEvents(); // the wake-ups of tasks that drain() has run find nothing
         QCOMPARE(order, u"abc"_s);
-    }
-
-    void charactersAreUserPerceived()
-    {
-        const QString text = u"e\u0301🇹🇼𠮷x"_s;
-        QCOMPARE(characterCount(text), 4);
-        QCOMPARE(firstCharacters(text, 2), u"e\u0301🇹🇼"_s);
-        QCOMPARE(firstCharacters(text, 9), text);
     }
 };
 

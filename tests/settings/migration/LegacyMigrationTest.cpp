@@ -122,23 +122,6 @@ private Q_SLOTS:
         QCOMPARE(m->stored(), expected);
     }
 
-    void theseKeysAreCopied()
-    {
-        QStringList keys =
-            u"appLanguage translationEngine targetLanguageCode targetLanguageFollowsInterface triggerMode translationClickGesture neonBorderColor glassOpacity fontSize isFontSizeAuto autoCopy autoHide showInDock hotkeyString hotkeyCode hotkeyModifiers isAlwaysOnTop microsoftApiRegion openAIModel anthropicModel compatibleBaseURL compatibleModel"_s
-                .split(u' ');
-        for (int engine = 1; engine <= 7; ++engine)
-            keys.append(u"privacy.remoteTranslation.v1.engine.%1"_s.arg(engine));
-        QByteArray body;
-        for (const QString &key : keys + QStringList{u"privacy.remoteTranslation.v1.engine.0"_s, u"HistoryWindow"_s})
-            body += "<key>" + key.toUtf8() + "</key><string>x</string>";
-        m->put(preferences, xmlList(body));
-        m->migrate();
-        keys.sort();
-        QCOMPARE(keys.size(), 29);
-        QCOMPARE(m->stored().keys(), keys);
-    }
-
     void bothFormsAndEveryKindOfValueAreRead()
     {
         QCOMPARE(

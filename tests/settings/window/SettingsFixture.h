@@ -115,7 +115,7 @@ struct SettingsFixture
     std::optional<APIKeys> apiKeys;
     std::optional<SettingsView> view;
 
-    void show()
+    void show(int tab = 0)
     {
         const auto follow = [this](const auto &notification) {
             settings.observe(notification, &mainQueue,
@@ -128,6 +128,7 @@ struct SettingsFixture
         apiKeys.emplace(settings, keychain, mainQueue);
         view.emplace(services, *apiKeys);
         view->resize(view->minimumSizeHint().expandedTo({520, 440}));
+        view->setCurrentIndex(tab);
         view->show();
         settle();
     }

@@ -1,6 +1,5 @@
 #include "Columns.h"
 #include "Files.h"
-#include "HotkeyButton.h"
 #include "SettingsFixture.h"
 #include "TestProgram.h"
 
@@ -245,15 +244,19 @@ private Q_SLOTS:
     void keysThatTheDesktopHasChosenAreShown()
     {
         SettingsFixture m;
-        m.show();
-        auto *button = m.view->findChild<HotkeyButton *>();
+        m.settings.write(settings::liveHotkeyString, u"F9"_s);
+        m.hotkeys.registerHotkeys(); // which are refused
+        m.show(3);
+        const QString refused = u"系統不接受這個組合鍵"_s;
+        QCOMPARE(m.linesWith(refused), 2);
+        auto *button = m.control<QPushButton>(u"顯示 / 隱藏翻譯視窗："_s);
         QVERIFY(button->isEnabled());
         m.keys.chosen = u"<b>F7</b>"_s;
         m.view->refresh();
+        QCOMPARE(m.linesWith(refused), 0);
         QVERIFY(!button->isEnabled());
         QCOMPARE(button->text(), m.keys.chosen);
         QVERIFY(!button->toolTip().contains(u"<b>"_s));
-        m.view->setCurrentIndex(2);
         m.control<QPushButton>(u"在桌面的設定中變更…"_s)->click();
         QCOMPARE(m.keys.dialogs, 1);
     }

@@ -39,8 +39,7 @@ private Q_SLOTS:
             SettingsFixture m;
             m.settings.write(settings::translationEngine, 4);
             m.secrets.lookupFailure = m.secrets.storeFailure = Failure{.code = problem, .description = u"refused"_s};
-            m.show();
-            m.view->setCurrentIndex(1);
+            m.show(1);
             QTRY_COMPARE(m.linesWith(advice), 1); // the stored one can't be read
             const auto field = m.control<QLineEdit>(u"API Key"_s);
             m.secrets.secrets.insert(u"deeplApiKey"_s, "stored");
@@ -67,8 +66,7 @@ private Q_SLOTS:
             SettingsFixture m;
             m.settings.write(settings::translationEngine, 4);
             m.secrets.secrets.insert(u"deeplApiKey"_s, "old");
-            m.show();
-            m.view->setCurrentIndex(1);
+            m.show(1);
             const Failure away{.code = int(SecretStorageProblem::NoService), .description = u"gone"_s};
             m.secrets.lookupFailure = m.secrets.storeFailure = m.secrets.removeFailure = away;
             QTest::keyClicks(m.control<QLineEdit>(u"API Key"_s), u"NEW"_s);
@@ -95,8 +93,7 @@ private Q_SLOTS:
     {
         SettingsFixture m;
         m.settings.write(settings::translationEngine, 4);
-        m.show();
-        m.view->setCurrentIndex(1);
+        m.show(1);
         auto *field = m.control<QLineEdit>(u"API Key"_s);
         QTest::keyClicks(field, u"hidden"_s);
         const QImage dots = field->grab().toImage();

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <optional>
+#include <memory>
 
 using namespace lucentra;
 using namespace Qt::StringLiterals;

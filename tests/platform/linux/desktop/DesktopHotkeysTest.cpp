@@ -38,16 +38,14 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Shortcut &shortcu
 }
 
 /// A service with the methods of both kinds of desktops. Remembers what it has been given.
-class FakeDesktop : public QObject
+class FakeDesktop : public QDBusVirtualObject
 {
-    Q_OBJECT
-
 public:
     FakeDesktop(const QString &address, const QString &service)
         : m_bus(QDBusConnection::connectToBus(address, service))
         , m_service(service)
     {
-        m_bus.registerVirtualObject(u"/"_s, &m_object, QDBusConnection::SubPath);
+        m_bus.registerVirtualObject(u"/"_s, this, QDBusConnection::SubPath);
         m_bus.registerService(service);
     }
     ~FakeDesktop() override { QDBusConnection::disconnectFromBus(m_service); }
@@ -62,25 +60,8 @@ public:
     QString toggleKeys; ///< as the program has given them
     int count = 0;      ///< of times
 
-private:
-    class Object : public QDBusVirtualObject
-    {
-    public:
-        explicit Object(FakeDesktop &desktop)
-            : m_desktop(desktop)
-        {
-        }
-        QString introspect(const QString &) const override { return {}; }
-        bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
-        {
-            return m_desktop.handle(message, bus);
-        }
-
-    private:
-        FakeDesktop &m_desktop;
-    };
-
-    bool handle(const QDBusMessage &message, const QDBusConnection &bus)
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
     {
         const QString &method = message.member();
         const QVariantList arguments = message.arguments();
@@ -111,9 +92,9 @@ private:
         return true;
     }
 
+private:
     QDBusConnection m_bus;
     const QString m_service;
-    Object m_object{*this};
 };
 
 constexpr auto toggle = HotkeyAction::TogglePane;

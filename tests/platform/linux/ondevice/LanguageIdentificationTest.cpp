@@ -49,8 +49,6 @@ private Q_SLOTS:
         row("Swedish", u"Filen kunde inte sparas eftersom disken är full"_s, u"sv"_s);
         row("Catalan", u"No s'ha pogut desar el fitxer perquè el disc és ple"_s, u"ca"_s);
         row("Welsh", u"Methwyd cadw'r ffeil gan fod y ddisg yn llawn"_s, u"cy"_s);
-        row("Finnish", u"Tiedostoa ei voitu tallentaa, koska levy on täynnä"_s, u"fi"_s);
-        row("Norwegian", u"Kunne ikke lagre filen fordi disken er full"_s, u"nb"_s);
         row("a megabyte", u"Save the file and close the window. "_s.repeated(30'000), u"en"_s);
         row("Thai", u"บันทึกการเปลี่ยนแปลง"_s, u"th"_s);
     }

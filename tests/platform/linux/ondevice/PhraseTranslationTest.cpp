@@ -2,7 +2,6 @@
 #include "CatalogueBytes.h"
 #include "Columns.h"
 #include "LayeredTranslation.h"
-#include "NgramModel.h"
 #include "PhraseLookup.h"
 #include "PhraseStore.h"
 #include "TestProgram.h"
@@ -32,7 +31,7 @@ QString translated(const PhraseFile &file, const QString &source, const QString 
 class FixedLayer : public OnDeviceTranslationService
 {
 public:
-    explicit FixedLayer(OnDeviceOutcome::Kind kind, bool isSlow = false)
+    FixedLayer(OnDeviceOutcome::Kind kind, bool isSlow = false)
         : m_kind(kind)
         , m_isSlow(isSlow)
     {
@@ -55,6 +54,14 @@ private:
     const OnDeviceOutcome::Kind m_kind;
     const bool m_isSlow;
 };
+
+OnDeviceOutcome outcomeOf(const std::vector<FixedLayer> &fixed)
+{
+    std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
+    for (const FixedLayer &layer : fixed)
+        layers.push_back(std::make_unique<FixedLayer>(layer));
+    return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0);
+}
 
 } // namespace
 
@@ -246,30 +253,18 @@ private Q_SLOTS:
     void aLaterLayerHidesNothingThatHelpsMore()
     {
         using Kind = OnDeviceOutcome::Kind;
-        const auto outcomeOf = [](const std::vector<Kind> &kinds) {
-            std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
-            for (const Kind kind : kinds)
-                layers.push_back(std::make_unique<FixedLayer>(kind));
-            return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0).kind;
-        };
-        QCOMPARE(outcomeOf({Kind::NotReady, Kind::UnknownPhrase}), Kind::NotReady);
-        QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}), Kind::NotReady);
-        QCOMPARE(outcomeOf({Kind::NotReady, Kind::Translated}), Kind::Translated);
-        QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::PairUnavailable}), Kind::UnknownPhrase);
+        QCOMPARE(outcomeOf({Kind::NotReady, Kind::UnknownPhrase}).kind, Kind::NotReady);
+        QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::NotReady}).kind, Kind::NotReady);
+        QCOMPARE(outcomeOf({Kind::NotReady, Kind::Translated}).kind, Kind::Translated);
+        QCOMPARE(outcomeOf({Kind::UnknownPhrase, Kind::PairUnavailable}).kind, Kind::UnknownPhrase);
     }
 
     void textsWaitForNothingThatAnotherLayerKnows()
     {
         using Kind = OnDeviceOutcome::Kind;
-        const auto textFrom = [](Kind slow, Kind fast) {
-            std::vector<std::unique_ptr<OnDeviceTranslationService>> layers;
-            layers.push_back(std::make_unique<FixedLayer>(slow, true));
-            layers.push_back(std::make_unique<FixedLayer>(fast));
-            return LayeredTranslation(std::move(layers)).translate({u"en"_s, u"ja"_s}, {u"a"_s}, {}).value(0).text;
-        };
-        QCOMPARE(textFrom(Kind::Translated, Kind::Translated), u"fast"_s);
-        QCOMPARE(textFrom(Kind::Translated, Kind::UnknownPhrase), u"slow"_s);
-        QCOMPARE(textFrom(Kind::UnknownPhrase, Kind::PairUnavailable), u"slow"_s);
+        QCOMPARE(outcomeOf({{Kind::Translated, true}, Kind::Translated}).text, u"fast"_s);
+        QCOMPARE(outcomeOf({{Kind::Translated, true}, Kind::UnknownPhrase}).text, u"slow"_s);
+        QCOMPARE(outcomeOf({{Kind::UnknownPhrase, true}, Kind::PairUnavailable}).text, u"slow"_s);
     }
 
     void theCacheIsKeptUntilTheCataloguesChange()

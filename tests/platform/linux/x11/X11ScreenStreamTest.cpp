@@ -1,11 +1,11 @@
 #include "X11ScreenStream.h"
+#include "Pixels.h"
 #include "TestProgram.h"
 
 #include "MainQueue.h"
 #include "ManualScheduler.h"
 
 #include <QTest>
-#include <QThreadPool>
 
 #include <atomic>
 
@@ -115,14 +115,7 @@ private Q_SLOTS:
         QCOMPARE(m_asked, QRectF(200, 180, 300, 200));
         const QImage picture = m_frames.last().picture;
         QCOMPARE(picture.size(), QSize(480, 280));
-        QRect filled;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                if (qAlpha(picture.pixel(x, y)) > 0)
-                    filled |= QRect(x, y, 1, 1);
-            }
-        }
-        QCOMPARE(filled, QRect(100, 80, 300, 200));
+        QCOMPARE(boundsOf(picture, [](QRgb pixel) { return qAlpha(pixel) > 0; }), QRect(100, 80, 300, 200));
     }
 
 private:
