@@ -12,7 +12,7 @@ import pyatspi
 
 CONTROLS = {"check box", "combo box", "text", "password text", "push button", "button", "slider", "page tab", "toggle button"}
 
-WEIGHTS = {"combo box": 6, "slider": 4, "check box": 3, "page tab": 4, "text": 2, "list item": 2, "menu item": 2}  # others: 1
+WEIGHTS = {"combo box": 6, "slider": 4, "check box": 3, "page tab": 4, "text": 2, "list item": 2, "menu item": 2}
 
 
 def programs():
@@ -65,8 +65,9 @@ def use_any(chance: random.Random) -> bool:
         return False
     control = chance.choices(controls, [WEIGHTS.get(node.getRoleName(), 1) for node in controls])[0]
     names = [control.queryAction().getName(index) for index in range(control.queryAction().nActions)]
-    print(control.getRoleName())
-    return act(control, "SetFocus" if control.getRoleName() in ("combo box", "slider", "text") else chance.choice(names), "first")
+    role = control.getRoleName()
+    print(role)
+    return act(control, "SetFocus" if role in ("combo box", "slider", "text") else chance.choice(names), "first")
 
 
 def text_of(node) -> str:

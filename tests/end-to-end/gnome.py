@@ -46,8 +46,8 @@ class Gnome(Screen):
         self.must((runtime / "pipewire-0").exists, "PipeWire")
         self.quietly(["wireplumber"])
         log = (self.home / "shell.log").open("w")
-        self.shell = self.start(["gnome-shell", "--headless", "--wayland", "--sm-disable", "--unsafe-mode", "--virtual-monitor",
-                                 "{}x{}".format(*SIZE)], stdout=log, stderr=subprocess.STDOUT)
+        self.shell = self.start(["gnome-shell", "--headless", "--wayland", "--sm-disable", "--unsafe-mode",
+                                 "--virtual-monitor", "{}x{}".format(*SIZE)], stdout=log, stderr=subprocess.STDOUT)
         log.close()
         self.bus = Gio.DBusConnection.new_for_address_sync(
             self.environment["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)

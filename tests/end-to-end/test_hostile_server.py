@@ -78,7 +78,8 @@ class HostileServer(HostileDesktop):
 
         for text in ("長" * ENDLESS, "\x01" * (2 << 20), "\u202e\u0000\x1b[2J" * 1000):
             self.ask(with_text(text))
-            self.assertTrue(eventually(lambda: self.history()[0]["translatedText"].startswith(text[:3]), 60), self.screen.log())
+            self.assertTrue(eventually(lambda: self.history()[0]["translatedText"].startswith(text[:3]), 60),
+                            self.screen.log())
         kept = self.history()
         self.assertEqual([entry["id"] for entry in kept[-len(FULL):]], [entry["id"] for entry in FULL])
         self.assertLess(max(len(entry["translatedText"]) for entry in kept), (1 << 16) + 1)

@@ -59,7 +59,7 @@ class Capsule(OnThePane):
         self.screen.do("key Return sleep 0.5 key Down key Down key Return")
         self.expect(lambda: self.setting("targetLanguageCode") != "en", "the menu by keyboard")
         self.assertIs(self.setting("targetLanguageFollowsInterface"), False)
-        self.expect(lambda: sum("Target language:" in text for text in self.screen.texts()) > 1, "the capsule and the hint")
+        self.expect(lambda: sum("Target language:" in text for text in self.screen.texts()) > 1, "a hint besides")
         self.screen.do("key Left key Return")
         self.shows("Text to translate")
         self.screen.press("Translation History")

@@ -3,14 +3,15 @@
 #include <QTest>
 
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace lucentra {
 
 inline std::vector<const char *> columnNames; ///< of the table that was declared last, which is the running test's
 
-/// Declares the columns of a test's table, with one name for each type. What it returns adds a row: `row("name",
-/// values...)`.
+/// Declares the columns of a test's table, with one name for each type. Returns a function that adds a row: its name and
+/// its values.
 template <typename... Types, typename... Names>
 auto columns(Names... names)
 {
