@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHash>
 
 #include <algorithm>
 #include <utility>
@@ -249,42 +250,22 @@ void AppDelegate::completeStoring()
     m_services.settings().flush(true);
 }
 
-bool AppDelegate::perform(Invocation::Command command)
+bool AppDelegate::perform(QStringView command)
 {
-    using Command = Invocation::Command;
     finishLaunching();
-    switch (command) {
-    case Command::Toggle:
-        toggleByKey();
-        break;
-    case Command::Show:
-        m_pane->show();
-        break;
-    case Command::Hide:
-        m_pane->hide();
-        break;
-    case Command::Translate:
-        m_pane->translateCurrentArea();
-        break;
-    case Command::LiveOn:
-        return setLive(true);
-    case Command::LiveOff:
-        return setLive(false);
-    case Command::LiveToggle:
-        return setLive(!m_actions.isLive());
-    case Command::Settings:
-        m_windows.openSettings();
-        break;
-    case Command::History:
-        m_windows.openHistory();
-        break;
-    case Command::Quit:
-        QCoreApplication::exit();
-        break;
-    default:
-        return false;
-    }
-    return true;
+    if (command.startsWith(u"live "))
+        return setLive(command == u"live on" || (command == u"live toggle" && !m_actions.isLive()));
+    const QHash<QStringView, std::function<void()>> acts{{u"toggle", [this] { toggleByKey(); }},
+                                                         {u"show", [this] { m_pane->show(); }},
+                                                         {u"hide", [this] { m_pane->hide(); }},
+                                                         {u"translate", m_actions.translateCurrentArea},
+                                                         {u"settings", m_actions.openSettings},
+                                                         {u"history", m_actions.openHistory},
+                                                         {u"quit", [] { QCoreApplication::exit(); }}};
+    const auto act = acts.value(command);
+    if (act)
+        act();
+    return bool(act);
 }
 
 } // namespace lucentra

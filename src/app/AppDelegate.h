@@ -1,6 +1,5 @@
 #pragma once
 
-#include "CommandLine.h"
 #include "Desktop.h"
 #include "HistoryManager.h"
 #include "HotkeyManager.h"
@@ -32,8 +31,8 @@ public:
     /// Writes what is to be stored to the disk and notifies nobody, since the windows may be gone.
     void completeStoring();
 
-    /// Carries out a command that came over the bus. Returns false if there is no such command.
-    bool perform(Invocation::Command command);
+    /// Carries out a command that came over the bus, one of RemoteCommands.h. Returns false if it isn't available.
+    bool perform(QStringView command);
     /// After the start.
     bool isPaneShown() { return m_pane->window().isShown(); }
 

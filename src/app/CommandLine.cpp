@@ -25,7 +25,6 @@ struct OptionRow
 struct CommandRow
 {
     QStringView name;
-    Invocation::Command command;
     QStringView argument;       ///< name of the positional argument on the help page; empty if there is none
     QStringView options;        ///< names, separated by blanks
     QStringView requiredOption; ///< the option that must be given; empty if there is none
@@ -47,42 +46,37 @@ constexpr std::array optionRows{
 
 constexpr double largestLengthFactor = 10;
 
-using Command = Invocation::Command;
 constexpr std::array commandRows{
-    CommandRow{u"recognize", Command::Recognize, u"IMAGE", u"paragraphs timing", u"", u"辨識圖片中的文字，逐行輸出為 JSON"},
-    CommandRow{u"image", Command::Image, u"IMAGE", u"output engine target paragraphs json timing", u"output",
+    CommandRow{u"recognize", u"IMAGE", u"paragraphs timing", u"", u"辨識圖片中的文字，逐行輸出為 JSON"},
+    CommandRow{u"image", u"IMAGE", u"output engine target paragraphs json timing", u"output",
                u"翻譯圖片中的文字，將譯文畫在原文之上"},
-    CommandRow{u"text", Command::Text, u"TEXT", u"engine target timing", u"",
+    CommandRow{u"text", u"TEXT", u"engine target timing", u"",
                u"翻譯一段文字；含漢字的文字一律譯成英文。TEXT 為 - 時讀取標準輸入"},
-    CommandRow{u"test-connection", Command::TestConnection, u"", u"engine", u"", u"測試翻譯引擎的連線"},
-    CommandRow{u"languages", Command::Languages, u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
-    CommandRow{u"models", Command::Models, u"", u"", u"", u"列出這部電腦上與伺服器提供的翻譯模型"},
-    CommandRow{u"models install", Command::InstallModel, u"PAIR", u"", u"",
-               u"下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文"},
-    CommandRow{u"models remove", Command::RemoveModel, u"PAIR", u"", u"", u"移除 PAIR 的模型"},
-    CommandRow{u"models run", Command::RunModel, u"FOLDER", u"max-length-factor", u"",
-               u"只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句"},
-    CommandRow{u"doctor", Command::Doctor, u"", u"", u"",
-               u"列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字"},
-    CommandRow{u"export", Command::Export, u"FILE", u"format search", u"",
-               u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
-    CommandRow{u"entries", Command::Entries, u"", u"json search", u"", u"列出歷史紀錄"},
-    CommandRow{u"toggle", Command::Toggle, u"", u"", u"", u"顯示或隱藏翻譯板", true},
-    CommandRow{u"show", Command::Show, u"", u"", u"", u"顯示翻譯板", true},
-    CommandRow{u"hide", Command::Hide, u"", u"", u"", u"隱藏翻譯板"},
-    CommandRow{u"translate", Command::Translate, u"", u"", u"", u"翻譯目前區域；翻譯板隱藏時先顯示", true},
-    CommandRow{u"live on", Command::LiveOn, u"", u"", u"", u"讓譯文即時跟隨翻譯板下的畫面", true},
-    CommandRow{u"live off", Command::LiveOff, u"", u"", u"", u"停止即時翻譯"},
-    CommandRow{u"live toggle", Command::LiveToggle, u"", u"", u"", u"開啟或停止即時翻譯", true},
-    CommandRow{u"settings", Command::Settings, u"", u"", u"", u"開啟設定視窗", true},
-    CommandRow{u"history", Command::History, u"", u"", u"", u"開啟翻譯歷史紀錄視窗", true},
-    CommandRow{u"quit", Command::Quit, u"", u"", u"", u"結束執行中的 Lucentra"},
+    CommandRow{u"test-connection", u"", u"engine", u"", u"測試翻譯引擎的連線"},
+    CommandRow{u"languages", u"", u"json", u"", u"列出在這部電腦上翻譯的服務與語言"},
+    CommandRow{u"models", u"", u"", u"", u"列出這部電腦上與伺服器提供的翻譯模型"},
+    CommandRow{u"models install", u"PAIR", u"", u"", u"下載翻譯 PAIR（例如 en-ja）所需的模型；必要時經由英文"},
+    CommandRow{u"models remove", u"PAIR", u"", u"", u"移除 PAIR 的模型"},
+    CommandRow{u"models run", u"FOLDER", u"max-length-factor", u"", u"只用 FOLDER 中的模型逐句翻譯標準輸入，每行一句"},
+    CommandRow{u"doctor", u"", u"", u"", u"列出這部電腦上的環境、有什麼不對、如何改善；不含密鑰與擷取的文字"},
+    CommandRow{u"export", u"FILE", u"format search", u"", u"將歷史紀錄匯出到 FILE；只讀取，不改變紀錄"},
+    CommandRow{u"entries", u"", u"json search", u"", u"列出歷史紀錄"},
+    CommandRow{u"toggle", u"", u"", u"", u"顯示或隱藏翻譯板", true},
+    CommandRow{u"show", u"", u"", u"", u"顯示翻譯板", true},
+    CommandRow{u"hide", u"", u"", u"", u"隱藏翻譯板"},
+    CommandRow{u"translate", u"", u"", u"", u"翻譯目前區域；翻譯板隱藏時先顯示", true},
+    CommandRow{u"live on", u"", u"", u"", u"讓譯文即時跟隨翻譯板下的畫面", true},
+    CommandRow{u"live off", u"", u"", u"", u"停止即時翻譯"},
+    CommandRow{u"live toggle", u"", u"", u"", u"開啟或停止即時翻譯", true},
+    CommandRow{u"settings", u"", u"", u"", u"開啟設定視窗", true},
+    CommandRow{u"history", u"", u"", u"", u"開啟翻譯歷史紀錄視窗", true},
+    CommandRow{u"quit", u"", u"", u"", u"結束執行中的 Lucentra"},
 };
 
-template <typename Predicate>
-const CommandRow *findCommand(Predicate isWanted)
+const CommandRow *findCommand(QStringView name)
 {
-    const auto row = std::find_if(commandRows.begin(), commandRows.end(), isWanted);
+    const auto row = std::find_if(commandRows.begin(), commandRows.end(),
+                                  [name](const CommandRow &each) { return each.name == name; });
     return row == commandRows.end() ? nullptr : &*row;
 }
 
@@ -145,7 +139,7 @@ bool take(Invocation &invocation, QStringView option, const QString &value)
 
 Result<Invocation> parseArguments(const CommandRow &row, const QStringList &arguments, const LocalizationManager &texts)
 {
-    Invocation invocation{.command = row.command};
+    Invocation invocation{.command = row.name};
     QStringList positional;
     QStringList given;
     bool onlyPositional = false;
@@ -198,31 +192,19 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
     if (name == "--help"_L1 || name == "-h"_L1 || name == "help"_L1)
         return Invocation{};
     if (name == "--version"_L1)
-        return Invocation{.command = Invocation::Command::Version};
+        return Invocation{.command = u"version"};
     for (const qsizetype words : {2, 1}) { // the longer names first
         const QString typed = arguments.first(std::min(words, arguments.size())).join(u' ');
-        if (const CommandRow *row = findCommand([&](const CommandRow &each) { return each.name == typed; }))
+        if (const CommandRow *row = findCommand(typed))
             return parseArguments(*row, arguments.sliced(std::min(words, arguments.size())), texts);
     }
     return tl::unexpected(wrongUsage(texts.formatted(u"未知的指令：%@"_s, name)));
 }
 
-QStringView commandName(Invocation::Command command)
+bool startsProgram(QStringView command)
 {
-    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
-    return row ? row->name : QStringView();
-}
-
-bool startsProgram(Invocation::Command command)
-{
-    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.command == command; });
+    const CommandRow *row = findCommand(command);
     return row && row->startsProgram;
-}
-
-std::optional<Invocation::Command> commandOfName(QStringView name)
-{
-    const CommandRow *row = findCommand([=](const CommandRow &each) { return each.name == name; });
-    return row ? std::optional(row->command) : std::nullopt;
 }
 
 QString helpPage(const LocalizationManager &texts)

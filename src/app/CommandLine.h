@@ -15,34 +15,7 @@ class LocalizationManager;
 /// What a command line asks for. Values are as typed; the commands check what they mean.
 struct Invocation
 {
-    enum class Command {
-        Help,
-        Version,
-        Recognize,
-        Image,
-        Text,
-        TestConnection,
-        Languages,
-        Models,
-        InstallModel,
-        RemoveModel,
-        RunModel,
-        Doctor,
-        Export,
-        Entries,
-        Toggle,
-        Show,
-        Hide,
-        Translate,
-        LiveOn,
-        LiveOff,
-        LiveToggle,
-        Settings,
-        History,
-        Quit
-    };
-
-    Command command = Command::Help;
+    QStringView command = u"help"; ///< its name in the table of commands, "help" or "version"
     QString argument;              ///< the one positional argument: a file's path, or a text
     QString output;                ///< --output
     std::optional<int> engine;     ///< --engine: a raw value of `TranslationEngine`
@@ -63,13 +36,8 @@ enum class ExitCode { Done = 0, WrongUsage = 1, Failed = 2 };
 /// Reads the arguments that follow the program's name. A failure's description is in the interface language.
 Result<Invocation> parseCommandLine(const QStringList &arguments, const LocalizationManager &texts);
 
-/// The name of a command, as typed.
-QStringView commandName(Invocation::Command command);
-
-/// The command of a name. Returns nullopt if there is none.
-std::optional<Invocation::Command> commandOfName(QStringView name);
 /// Whether the program is started for the command, one of RemoteCommands.h, if it doesn't run.
-bool startsProgram(Invocation::Command command);
+bool startsProgram(QStringView command);
 
 /// The page that --help prints, made from the same table.
 QString helpPage(const LocalizationManager &texts);

@@ -27,8 +27,6 @@ namespace lucentra {
 
 namespace {
 
-using Command = Invocation::Command;
-
 /// Returns false if not all of the text could be written.
 bool print(std::FILE *stream, const QString &text)
 {
@@ -117,36 +115,36 @@ private:
 
 bool mayWaitForPhrases(const Invocation &invocation, Services &services)
 {
-    const bool usesEngine = invocation.command == Command::Text || invocation.command == Command::Image ||
-                            invocation.command == Command::TestConnection;
+    const bool usesEngine =
+        invocation.command == u"text" || invocation.command == u"image" || invocation.command == u"test-connection";
     const qint64 engine =
         invocation.engine ? *invocation.engine : services.settings().read(settings::translationEngine);
-    return invocation.command == Command::Languages || (usesEngine && engine == qint64(TranslationEngine::apple));
+    return invocation.command == u"languages" || (usesEngine && engine == qint64(TranslationEngine::apple));
 }
 
 Result<CommandOutput> runCommand(const Invocation &invocation, Services &services)
 {
     using Run = Result<CommandOutput> (*)(const Invocation &, Services &);
-    static const QHash<Command, Run> runs{{Command::Recognize, recognizeCommand},
-                                          {Command::Image, imageCommand},
-                                          {Command::Text, textCommand},
-                                          {Command::TestConnection, testConnectionCommand},
-                                          {Command::Languages, languagesCommand},
-                                          {Command::Models, modelsCommand},
-                                          {Command::InstallModel, installModelCommand},
-                                          {Command::RemoveModel, removeModelCommand},
-                                          {Command::RunModel, runModelCommand},
-                                          {Command::Doctor, doctorCommand},
-                                          {Command::Export, exportCommand},
-                                          {Command::Entries, entriesCommand}};
+    static const QHash<QStringView, Run> runs{{u"recognize", recognizeCommand},
+                                              {u"image", imageCommand},
+                                              {u"text", textCommand},
+                                              {u"test-connection", testConnectionCommand},
+                                              {u"languages", languagesCommand},
+                                              {u"models", modelsCommand},
+                                              {u"models install", installModelCommand},
+                                              {u"models remove", removeModelCommand},
+                                              {u"models run", runModelCommand},
+                                              {u"doctor", doctorCommand},
+                                              {u"export", exportCommand},
+                                              {u"entries", entriesCommand}};
     return runs.value(invocation.command, remoteCommand)(invocation, services);
 }
 
 ExitCode run(const Invocation &invocation, Services &services)
 {
-    if (invocation.command == Command::Help)
+    if (invocation.command == u"help")
         return answered(print(stdout, helpPage(services.texts())), services.texts());
-    if (invocation.command == Command::Version)
+    if (invocation.command == u"version")
         return answered(printLine(stdout, u"lucentra "_s + QCoreApplication::applicationVersion()), services.texts());
     std::optional<WaitingNotice> notice;
     if (mayWaitForPhrases(invocation, services)) {
@@ -170,12 +168,12 @@ int runCommandLine(int argc, char *argv[])
 {
     const QStringList arguments = argumentsAfterName(argc, argv);
     int ownName = 1; // Qt would take options of its own out of the others
-    const auto application = makeApplication(arguments.value(0) == commandName(Command::Image), ownName, argv);
+    const auto application = makeApplication(arguments.value(0) == u"image", ownName, argv);
     QCoreApplication::setApplicationName(u"lucentra"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(programVersion));
 
     // The report says in the user's language what the keyring answers.
-    const bool isReport = arguments.value(0) == commandName(Command::Doctor);
+    const bool isReport = arguments.value(0) == u"doctor";
     const auto printDiagnostic = [isReport](const QString &line) {
         if (!isReport || !line.startsWith(u"Keychain "_s))
             printMessage(line);

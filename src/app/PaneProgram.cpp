@@ -56,7 +56,7 @@ int showRunningProgram(PaneAtStart paneAtStart)
     if (paneAtStart == PaneAtStart::WaitsForCommand)
         return int(ExitCode::Done); // the command reaches the running program
     Services services(&printDiagnostic, {});
-    const auto shown = sendRemoteCommand(Invocation::Command::Show, QDBusConnection::sessionBus(), services.texts());
+    const auto shown = sendRemoteCommand(u"show", QDBusConnection::sessionBus(), services.texts());
     if (shown)
         return int(ExitCode::Done);
     printError(shown.error().description);
@@ -96,9 +96,9 @@ int runPane(int argc, char *argv[], PaneAtStart paneAtStart)
     AppDelegate delegate(scheduler, bus, &printDiagnostic);
     const DisplayLoss displayLoss({.completeStoring = [&delegate] { delegate.completeStoring(); },
                                    .isPaneShown = [&delegate] { return delegate.isPaneShown(); }});
-    remoteControl.onCommand = [&delegate](Invocation::Command command) { return delegate.perform(command); };
+    remoteControl.onCommand = [&delegate](QStringView command) { return delegate.perform(command); };
     if (displayClaim)
-        displayClaim->onShowAsked = [&delegate] { delegate.perform(Invocation::Command::Show); };
+        displayClaim->onShowAsked = [&delegate] { delegate.perform(u"show"); };
     delegate.applicationDidFinishLaunching(paneAtStart);
     const int code = QApplication::exec();
     end.begin(code);

@@ -1,5 +1,6 @@
 #include "RemoteControl.h"
 
+#include "CommandLine.h"
 #include "LocalizationManager.h"
 #include "PaneProgram.h"
 #include "RemoteCommands.h"
@@ -20,8 +21,6 @@ using namespace Qt::StringLiterals;
 namespace lucentra {
 
 namespace {
-
-using Command = Invocation::Command;
 
 constexpr QLatin1StringView serviceName(remoteName);
 constexpr QLatin1StringView objectPath(remotePath);
@@ -67,20 +66,20 @@ QString busMember(std::string_view command)
     return QString::fromStdString(remoteMember(command));
 }
 
-/// The command of a call to either interface.
-std::optional<Command> commandOf(const QDBusMessage &message)
+/// The command of a call to either interface; empty if there is none.
+QString commandOf(const QDBusMessage &message)
 {
     const bool isAction = message.interface() == applicationInterface;
     if (isAction && message.member() == "Activate"_L1)
-        return Command::Show;
+        return u"show"_s;
     const QString action =
         message.member() == "ActivateAction"_L1 ? message.arguments().value(0).toString() : QString();
     for (const std::string_view command : remoteCommands) {
-        const QLatin1StringView name(command.data(), qsizetype(command.size()));
+        const QString name = QLatin1StringView(command.data(), qsizetype(command.size()));
         if (isAction ? action == name : message.member() == busMember(command))
-            return commandOfName(QString(name));
+            return name;
     }
-    return std::nullopt;
+    return {};
 }
 
 } // namespace
@@ -127,12 +126,12 @@ QString RemoteControl::introspect(const QString &) const
 
 bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
 {
-    const auto command = commandOf(message);
-    if (!command)
+    const QString command = commandOf(message);
+    if (command.isEmpty())
         return false; // the bus answers that there is no such method
     if (!onCommand)
         connection.send(message.createErrorReply(QDBusError::ServiceUnknown, serviceName));
-    else if (onCommand(*command))
+    else if (onCommand(command))
         connection.send(message.createReply());
     else
         connection.send(message.createErrorReply(QDBusError::NotSupported, message.member()));
@@ -141,10 +140,10 @@ bool RemoteControl::handleMessage(const QDBusMessage &message, const QDBusConnec
 
 namespace {
 
-QDBusMessage call(Invocation::Command command, const QDBusConnection &bus)
+QDBusMessage call(QStringView command, const QDBusConnection &bus)
 {
     auto message = QDBusMessage::createMethodCall(serviceName, objectPath, ownInterface,
-                                                  busMember(commandName(command).toString().toStdString()));
+                                                  busMember(command.toString().toStdString()));
     message.setAutoStartService(false);
     return bus.call(message, QDBus::Block, remotePatience);
 }
@@ -168,8 +167,7 @@ bool isProgramRunning(const QDBusConnection &bus)
     return bus.isConnected() && bus.interface()->isServiceRegistered(serviceName);
 }
 
-Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnection &bus,
-                               const LocalizationManager &texts)
+Result<void> sendRemoteCommand(QStringView command, const QDBusConnection &bus, const LocalizationManager &texts)
 {
     if (!bus.isConnected())
         return tl::unexpected(failure(texts.localized(u"找不到工作階段匯流排（D-Bus），無法聯絡 Lucentra。"_s)));

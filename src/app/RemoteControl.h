@@ -1,10 +1,10 @@
 #pragma once
 
-#include "CommandLine.h"
 #include "Result.h"
 
 #include <QDBusConnection>
 #include <QDBusVirtualObject>
+#include <QStringView>
 
 #include <functional>
 
@@ -35,7 +35,7 @@ public:
 
     /// Carries out a command. Returns false if it isn't available, which is reported to the caller. Unset while the
     /// program ends; callers then get an error.
-    std::function<bool(Invocation::Command)> onCommand;
+    std::function<bool(QStringView command)> onCommand;
 
     QString introspect(const QString &path) const override;
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
@@ -48,7 +48,6 @@ bool isProgramRunning(const QDBusConnection &bus);
 
 /// Sends a command to the running program, which is started first if the command allows that. Blocks until the command
 /// is done, a few seconds at most. A failure's description is in the interface language.
-Result<void> sendRemoteCommand(Invocation::Command command, const QDBusConnection &bus,
-                               const LocalizationManager &texts);
+Result<void> sendRemoteCommand(QStringView command, const QDBusConnection &bus, const LocalizationManager &texts);
 
 } // namespace lucentra
