@@ -1,26 +1,17 @@
 #pragma once
 
-#include <tl/expected.hpp>
-
 #include <QString>
 
 #include <functional>
-#include <memory>
 
 namespace lucentra {
 
 /// What a hotkey does.
 enum class HotkeyAction { TogglePane, TranslateArea, SwitchLive };
 
-/// Keeps a hotkey registered; destroying it unregisters the hotkey. Must not outlive the service that returned it.
-class HotkeyReference
-{
-public:
-    virtual ~HotkeyReference() = default;
-};
-
-/// Why a hotkey was refused. The numbers appear in the log.
+/// Whether a hotkey was registered, or why not. The numbers appear in the log.
 namespace hotkeyStatus {
+inline constexpr int registered = 0;
 inline constexpr int taken = -9878;   ///< registered already, by another program or by this one
 inline constexpr int invalid = -9879; ///< there is no such key, or no keyboard
 } // namespace hotkeyStatus
@@ -35,10 +26,11 @@ public:
     /// given to `registerHotkey` are at most a suggestion.
     virtual bool areKeysChosenHere() const = 0;
 
-    /// Registers the hotkey of an action: a virtual key code and hotkey modifiers (VirtualKeys.h). The error is one of
+    /// Registers the hotkey of an action: a virtual key code and hotkey modifiers (VirtualKeys.h). Returns one of
     /// `hotkeyStatus`.
-    [[nodiscard]] virtual tl::expected<std::unique_ptr<HotkeyReference>, int>
-    registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) = 0;
+    virtual int registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) = 0;
+    /// Unregisters all hotkeys.
+    virtual void unregisterHotkeys() = 0;
 
     /// The desktop's own description of an action's keys. Empty if the program chooses the keys or the desktop has none.
     virtual QString keysOfDesktop(HotkeyAction) const { return {}; }

@@ -59,18 +59,18 @@ void HotkeyManager::tellStoredCombination() const
 void HotkeyManager::unregisterHotkeys()
 {
     m_hotkeys.setPressedHandler({});
+    m_hotkeys.unregisterHotkeys();
     m_registrations.clear();
     m_isRegistered = false;
 }
 
-/// Returns why the system has refused it, or 0.
+/// Returns one of `hotkeyStatus`, which is 0 unless the system has refused it.
 int HotkeyManager::add(HotkeyAction action, quint32 keyCode, quint32 modifiers)
 {
-    auto reference = m_hotkeys.registerHotkey(action, keyCode, modifiers);
-    if (!reference)
-        return reference.error();
-    m_registrations[action] = std::move(*reference);
-    return 0;
+    const int status = m_hotkeys.registerHotkey(action, keyCode, modifiers);
+    if (status == hotkeyStatus::registered)
+        m_registrations.insert(action);
+    return status;
 }
 
 void HotkeyManager::registerToggleHotkey()

@@ -4,11 +4,10 @@
 #include "GlobalHotkeys.h"
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 #include <functional>
-#include <map>
-#include <memory>
 
 namespace lucentra {
 
@@ -65,7 +64,7 @@ private:
     MainQueue &m_mainQueue;
     const std::function<bool()> m_isPaneKeyWindow;
     const DiagnosticLine m_diagnostics;
-    std::map<HotkeyAction, std::unique_ptr<HotkeyReference>> m_registrations; ///< those that weren't refused
+    QSet<HotkeyAction> m_registrations; ///< those that weren't refused
     bool m_isRegistered = false;
 };
 

@@ -31,35 +31,19 @@ public:
     using Combination = std::tuple<HotkeyAction, quint32, quint32>; ///< with the key's number and the modifiers
 
     bool areKeysChosenHere() const override { return true; }
-    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction action, quint32 keyCode,
-                                                                       quint32 modifiers) override
+    int registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) override
     {
         if (refused.contains(action))
-            return tl::unexpected(hotkeyStatus::taken);
-        return std::make_unique<Reference>(*this, Combination{action, keyCode, modifiers});
+            return hotkeyStatus::taken;
+        held.append({action, keyCode, modifiers});
+        return hotkeyStatus::registered;
     }
+    void unregisterHotkeys() override { held.clear(); }
     void setPressedHandler(std::function<void(HotkeyAction)> handler) override { pressed = std::move(handler); }
 
     QList<HotkeyAction> refused;
     QList<Combination> held;
     std::function<void(HotkeyAction)> pressed;
-
-private:
-    class Reference : public HotkeyReference
-    {
-    public:
-        Reference(PlayedHotkeys &owner, const Combination &combination)
-            : m_owner(owner)
-            , m_combination(combination)
-        {
-            owner.held.append(combination);
-        }
-        ~Reference() override { m_owner.held.removeOne(m_combination); }
-
-    private:
-        PlayedHotkeys &m_owner;
-        const Combination m_combination;
-    };
 };
 
 } // namespace

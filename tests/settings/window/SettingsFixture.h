@@ -59,10 +59,8 @@ public:
     {
         return chosen.isEmpty() ? std::function<void()>() : [this] { ++dialogs; };
     }
-    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction, quint32, quint32) override
-    {
-        return tl::unexpected(hotkeyStatus::taken);
-    }
+    int registerHotkey(HotkeyAction, quint32, quint32) override { return hotkeyStatus::taken; }
+    void unregisterHotkeys() override {}
     void setPressedHandler(std::function<void(HotkeyAction)>) override {}
 };
 

@@ -112,22 +112,6 @@ std::optional<HotkeyAction> actionOf(const QString &id)
 
 } // namespace
 
-class DesktopHotkeys::Registration : public HotkeyReference
-{
-public:
-    Registration(DesktopHotkeys &owner, HotkeyAction action)
-        : m_owner(owner)
-        , m_action(action)
-    {
-        owner.m_registered.insert(action);
-    }
-    ~Registration() override { m_owner.m_registered.remove(m_action); }
-
-private:
-    DesktopHotkeys &m_owner;
-    const HotkeyAction m_action;
-};
-
 DesktopHotkeys::DesktopHotkeys(SessionBus &bus, GlobalHotkeys *fallback,
                                std::function<QString(const QString &)> localized)
     : m_bus(bus)
@@ -167,16 +151,22 @@ std::function<void()> DesktopHotkeys::keyDialog()
     return areKeysChosenHere() && !areCustom ? std::function<void()>() : shortcutSettings();
 }
 
-tl::expected<std::unique_ptr<HotkeyReference>, int> DesktopHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode,
-                                                                                   quint32 modifiers)
+int DesktopHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers)
 {
     if (m_service == Service::None)
-        return m_fallback ? m_fallback->registerHotkey(action, keyCode, modifiers)
-                          : tl::unexpected(hotkeyStatus::invalid);
+        return m_fallback ? m_fallback->registerHotkey(action, keyCode, modifiers) : hotkeyStatus::invalid;
     m_wanted.insert(action, {keyCode, modifiers});
+    m_registered.insert(action);
     if (size_t(m_wanted.size()) == actionRows.size())
         bind();
-    return std::make_unique<Registration>(*this, action);
+    return hotkeyStatus::registered;
+}
+
+void DesktopHotkeys::unregisterHotkeys()
+{
+    m_registered.clear();
+    if (m_fallback)
+        m_fallback->unregisterHotkeys();
 }
 
 void DesktopHotkeys::setPressedHandler(std::function<void(HotkeyAction)> pressed)

@@ -11,6 +11,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <memory>
+
 class QDBusServiceWatcher;
 
 namespace lucentra {
@@ -33,8 +35,8 @@ public:
     QString keysOfDesktop(HotkeyAction action) const override { return m_descriptions.value(action); }
     std::function<void()> keyDialog() override;
     void setChangeHandler(std::function<void()> changed) override { m_changed = std::move(changed); }
-    [[nodiscard]] tl::expected<std::unique_ptr<HotkeyReference>, int>
-    registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) override;
+    int registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) override;
+    void unregisterHotkeys() override;
     void setPressedHandler(std::function<void(HotkeyAction)> pressed) override;
 
 private Q_SLOTS:
@@ -45,7 +47,6 @@ private Q_SLOTS:
     void keysChanged(const QStringList &action, const QList<int> &keys);
 
 private:
-    class Registration;
     enum class Service { None, Portal, KGlobalAccel };
     struct Keys
     {

@@ -54,23 +54,6 @@ void forEachSubset(quint16 mask, const std::function<void(quint16)> &function)
 
 } // namespace
 
-class X11GlobalHotkeys::Registration : public HotkeyReference
-{
-public:
-    Registration(X11GlobalHotkeys &owner, const Hotkey &wanted)
-        : hotkey(wanted)
-        , m_owner(owner)
-    {
-        m_owner.m_registrations.append(this);
-    }
-    ~Registration() override { m_owner.release(this); }
-
-    const Hotkey hotkey;
-
-private:
-    X11GlobalHotkeys &m_owner;
-};
-
 X11GlobalHotkeys::X11GlobalHotkeys(Scheduler &scheduler)
     : m_scheduler(scheduler)
 {
@@ -111,24 +94,30 @@ quint16 X11GlobalHotkeys::stateOf(quint32 modifiers) const
     return state;
 }
 
-tl::expected<std::unique_ptr<HotkeyReference>, int> X11GlobalHotkeys::registerHotkey(HotkeyAction action,
-                                                                                     quint32 keyCode, quint32 modifiers)
+int X11GlobalHotkeys::registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers)
 {
     const auto key = xKeyCodeOfVirtualKey(keyCode);
     if (!key || !m_connection)
-        return tl::unexpected(hotkeyStatus::invalid);
+        return hotkeyStatus::invalid;
     // The server would let one connection grab the same combination twice.
-    const bool isOurs = std::any_of(m_registrations.begin(), m_registrations.end(), [&](const Registration *each) {
-        return each->hotkey.key == *key && stateOf(each->hotkey.modifiers) == stateOf(modifiers);
+    const bool isOurs = std::any_of(m_registered.begin(), m_registered.end(), [&](const Hotkey &each) {
+        return each.key == *key && stateOf(each.modifiers) == stateOf(modifiers);
     });
     if (isOurs || !grab(*key, stateOf(modifiers)))
-        return tl::unexpected(hotkeyStatus::taken);
+        return hotkeyStatus::taken;
     if (isDown(*key)) {
         m_held.insert(*key, std::nullopt);
         m_heldUnseen.insert(*key);
     }
     m_poll = m_scheduler.after(releasePollInterval, [this] { pollReleases(); });
-    return std::make_unique<Registration>(*this, Hotkey{*key, modifiers, action});
+    m_registered.append({*key, modifiers, action});
+    return hotkeyStatus::registered;
+}
+
+void X11GlobalHotkeys::unregisterHotkeys()
+{
+    for (const Hotkey &each : std::exchange(m_registered, {}))
+        ungrab(each.key, stateOf(each.modifiers));
 }
 
 void X11GlobalHotkeys::setPressedHandler(std::function<void(HotkeyAction)> pressed)
@@ -162,12 +151,6 @@ void X11GlobalHotkeys::ungrab(quint8 key, quint16 state)
     });
     // Wait, so that another program can grab the combination once this returns.
     const X11Reply<xcb_generic_error_t> error(xcb_request_check(m_connection.get(), last));
-}
-
-void X11GlobalHotkeys::release(const Registration *registration)
-{
-    m_registrations.removeIf([=](const Registration *each) { return each == registration; });
-    ungrab(registration->hotkey.key, stateOf(registration->hotkey.modifiers));
 }
 
 bool X11GlobalHotkeys::isDown(quint8 key)
@@ -218,11 +201,11 @@ void X11GlobalHotkeys::keyPressed(quint8 key, quint16 state)
 {
     // In another group of the layout the server may report modifiers that aren't pressed.
     const quint16 modifiers = state & (XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | m_masks.alt | m_masks.super);
-    for (const Registration *each : m_registrations) {
-        if (each->hotkey.key == key && stateOf(each->hotkey.modifiers) == modifiers) {
-            const HotkeyAction action = each->hotkey.action;
+    for (const Hotkey &each : std::as_const(m_registered)) {
+        if (each.key == key && stateOf(each.modifiers) == modifiers) {
+            const HotkeyAction action = each.action;
             m_pressed(action);
-            return; // the handler may have changed m_registrations
+            return; // the handler may have changed m_registered
         }
     }
 }
@@ -234,11 +217,11 @@ void X11GlobalHotkeys::updateModifierMasks()
     const ModifierMasks masks = queryModifierMasks();
     if (masks == m_masks)
         return;
-    for (const Registration *each : m_registrations)
-        ungrab(each->hotkey.key, stateOf(each->hotkey.modifiers));
+    for (const Hotkey &each : std::as_const(m_registered))
+        ungrab(each.key, stateOf(each.modifiers));
     m_masks = masks;
-    for (const Registration *each : m_registrations)
-        grab(each->hotkey.key, stateOf(each->hotkey.modifiers));
+    for (const Hotkey &each : std::as_const(m_registered))
+        grab(each.key, stateOf(each.modifiers));
 }
 
 } // namespace lucentra

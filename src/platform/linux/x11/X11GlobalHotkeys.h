@@ -30,8 +30,8 @@ public:
     explicit X11GlobalHotkeys(Scheduler &scheduler);
 
     bool areKeysChosenHere() const override { return true; }
-    tl::expected<std::unique_ptr<HotkeyReference>, int> registerHotkey(HotkeyAction action, quint32 keyCode,
-                                                                       quint32 modifiers) override;
+    int registerHotkey(HotkeyAction action, quint32 keyCode, quint32 modifiers) override;
+    void unregisterHotkeys() override;
     void setPressedHandler(std::function<void(HotkeyAction)> pressed) override;
 
 private:
@@ -41,7 +41,6 @@ private:
         quint32 modifiers = 0; ///< hotkey modifiers
         HotkeyAction action;
     };
-    class Registration;
     /// The masks of the X server's modifiers on the current keyboard.
     struct ModifierMasks
     {
@@ -56,7 +55,6 @@ private:
     quint16 stateOf(quint32 modifiers) const;
     bool grab(quint8 key, quint16 state);
     void ungrab(quint8 key, quint16 state);
-    void release(const Registration *registration);
     bool isDown(quint8 key);
     void pollReleases();
     void handle(const xcb_generic_event_t &event);
@@ -67,7 +65,7 @@ private:
     Scheduler &m_scheduler;
     X11EventConnection m_connection;
     ModifierMasks m_masks;
-    QList<Registration *> m_registrations; ///< not owned
+    QList<Hotkey> m_registered;
     /// Keys that were pressed, with the server's time of their release, or nullopt while they are down.
     QHash<quint8, std::optional<quint32>> m_held;
     QSet<quint8> m_heldUnseen;         ///< the keys among them whose release the server won't report
