@@ -1,6 +1,5 @@
 #include "AppDelegate.h"
 
-#include "CompositingMonitor.h"
 #include "ControlCapsuleView.h"
 #include "DesktopNotice.h"
 #include "DesktopShortcuts.h"
@@ -91,7 +90,7 @@ AppDelegate::AppDelegate(Scheduler &scheduler, SessionBus &bus, const Diagnostic
 void AppDelegate::applicationDidFinishLaunching(PaneAtStart paneAtStart)
 {
     m_services.texts().syncTargetLanguage();
-    m_pane.emplace(m_scheduler, m_services, *m_desktop, m_history);
+    m_pane.emplace(m_scheduler, m_services, *m_desktop, m_bus, m_history);
     m_pane->onShown = [this](bool shown) {
         if (shown && !m_isLaunched) // before the window is painted
             m_finish = m_scheduler.after(0ms, [this] { finishLaunching(); });
@@ -182,7 +181,7 @@ void AppDelegate::explainPane()
                                  !packages.isEmpty())
                                  missing.append(texts.formatted(u"沒有這些模型，就讀不到那些語言的文字。請安裝：%@"_s,
                                                                 command(packages)));
-                             if (!m_desktop->compositing().isComposited())
+                             if (!m_desktop->isComposited())
                                  missing.append(
                                      texts.localized(u"沒有合成器，翻譯板無法透明。請啟動一個，例如 picom。"_s) +
                                      command({u"picom"_s}));

@@ -1,7 +1,5 @@
 #include "PaneShell.h"
 
-#include "AccessibilityDisplayOptions.h"
-#include "CompositingMonitor.h"
 #include "ControlCapsuleView.h"
 #include "Desktop.h"
 #include "HistoryManager.h"
@@ -9,6 +7,7 @@
 #include "PaneWindowHints.h"
 #include "ScreenStream.h"
 #include "Services.h"
+#include "SessionBus.h"
 #include "Settings.h"
 #include "SettingsStore.h"
 #include "TextRecognition.h"
@@ -42,18 +41,20 @@ void copyToClipboard(const QString &text)
 
 } // namespace
 
-PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop, HistoryManager &history)
+PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop, SessionBus &bus,
+                     HistoryManager &history)
     : m_scheduler(scheduler)
     , m_services(services)
     , m_desktop(desktop)
     , m_history(history)
+    , m_displayOptions(bus.connection())
     , m_manualInput(scheduler, services.mainQueue(), copyToClipboard)
     , m_window({.hints = desktop.windows(),
                 .settings = services.settings(),
                 .texts = services.texts(),
                 .scheduler = scheduler})
     , m_view(new GlassView({.settings = services.settings(), .texts = services.texts(), .scheduler = scheduler},
-                           desktop.displayOptions().options()))
+                           m_displayOptions.options()))
     , m_controls(*m_view, services.settings(), services.texts())
     , m_autoHide(
           scheduler,
@@ -72,6 +73,7 @@ PaneShell::PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop,
     wireManualInput();
     wireLive();
     wireBackdrop();
+    connect(&bus, &SessionBus::returned, this, [this, &bus] { m_displayOptions.setBus(bus.connection()); });
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *focus) {
         m_autoHide.focusChanged();
         keepAbovePane(focus);
@@ -106,13 +108,13 @@ void PaneShell::explain(FirstTips::Circumstances circumstances)
 
 void PaneShell::wireDesktop()
 {
-    m_view->setComposited(m_desktop.compositing().isComposited());
-    m_desktop.compositing().setChangeHandler([this](bool composited) { m_view->setComposited(composited); });
-    m_desktop.displayOptions().setChangeHandler([this](const AccessibilityDisplayOptions &options) {
+    m_view->setComposited(m_desktop.isComposited());
+    m_desktop.setCompositedHandler([this](bool composited) { m_view->setComposited(composited); });
+    m_displayOptions.onChanged = [this](const AccessibilityDisplayOptions &options) {
         m_view->accessibilityDisplayOptionsChanged(options);
         if (m_manualInputView)
             m_manualInputView->setReduceMotion(options.reduceMotion);
-    });
+    };
 }
 
 void PaneShell::prepareEngines()
@@ -235,8 +237,8 @@ void PaneShell::wireManualInput()
     });
     m_controls.manualInput = {
         .makePanel = [this](QWidget *parent) -> QWidget * {
-            m_manualInputView = new ManualInputView(m_manualInput, m_services.texts(),
-                                                    m_desktop.displayOptions().options().reduceMotion, parent);
+            m_manualInputView =
+                new ManualInputView(m_manualInput, m_services.texts(), m_displayOptions.options().reduceMotion, parent);
             return m_manualInputView;
         },
         .submit = [this] { m_manualInput.translateNow(); },
@@ -286,7 +288,7 @@ void PaneShell::showBeneath(const ScreenFrame &frame)
     if (m_live)
         m_live->add(frame);
     m_unseenBeneath |= frame.damage;
-    const bool isSeen = frame.picture.isNull() || !m_desktop.compositing().isComposited() ||
+    const bool isSeen = frame.picture.isNull() || !m_desktop.isComposited() ||
                         m_unseenBeneath.width() * m_unseenBeneath.height() > leastSeen;
     // The glass may follow more slowly than the translations.
     if (m_nextBackdrop) {

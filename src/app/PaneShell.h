@@ -8,6 +8,7 @@
 #include "ManualInputView.h"
 #include "ManualInputViewModel.h"
 #include "PaneControls.h"
+#include "PortalDisplayOptions.h"
 #include "TranslationPass.h"
 #include "TransparentWindow.h"
 #include "UPowerState.h"
@@ -21,6 +22,7 @@ namespace lucentra {
 class Desktop;
 class HistoryManager;
 class Services;
+class SessionBus;
 struct TextLine;
 
 /// The pane with everything that drives it: the pass, typed text and the picture of what is beneath. Closing the pane
@@ -28,7 +30,7 @@ struct TextLine;
 class PaneShell : public QObject
 {
 public:
-    PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop, HistoryManager &history);
+    PaneShell(Scheduler &scheduler, Services &services, Desktop &desktop, SessionBus &bus, HistoryManager &history);
     ~PaneShell() override;
 
     TransparentWindow &window() { return m_window; }
@@ -73,6 +75,7 @@ private:
     Services &m_services;
     Desktop &m_desktop;
     HistoryManager &m_history;
+    PortalDisplayOptions m_displayOptions;
     ManualInputViewModel m_manualInput;
     TransparentWindow m_window;
     GlassView *m_view; ///< belongs to the window

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <functional>
+
 namespace lucentra {
 
-class AccessibilityDisplaySource;
-class CompositingMonitor;
 class GlobalHotkeys;
 class PaneWindowHints;
 class ScreenCapture;
@@ -19,8 +19,10 @@ public:
     virtual ScreenStream &stream() = 0;
     virtual GlobalHotkeys &hotkeys() = 0;
     virtual PaneWindowHints &windows() = 0;
-    virtual CompositingMonitor &compositing() = 0;
-    virtual AccessibilityDisplaySource &displayOptions() = 0;
+    /// Whether translucent windows are blended with the windows beneath them, as compositors of Wayland always do.
+    virtual bool isComposited() const { return true; }
+    /// Calls the handler with the new state whenever that changes. Replaces the previous handler.
+    virtual void setCompositedHandler(std::function<void(bool)>) {}
     /// Whether the desktop has a place for status items at this moment.
     virtual bool hasTray() const = 0;
 };

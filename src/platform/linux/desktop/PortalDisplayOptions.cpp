@@ -95,8 +95,8 @@ void PortalDisplayOptions::update()
         .reduceTransparency = number(appearance, u"contrast"_s, 0) == 1 ||
                               m_values.value(path(gnomeAccessibility, u"high-contrast"_s)).toBool(),
     };
-    if (std::exchange(m_options, options) != options && m_changed)
-        m_changed(options);
+    if (std::exchange(m_options, options) != options)
+        onChanged(options);
 }
 
 } // namespace lucentra

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AccessibilityDisplayOptions.h"
+#include "Callback.h"
 
 #include <QDBusConnection>
 #include <QDBusVariant>
@@ -16,7 +17,7 @@ namespace lucentra {
 /// The display options from the desktop portal's settings, read asynchronously and followed. Disabled animations
 /// (GNOME's and KDE's setting) mean reduced motion; higher contrast means reduced transparency, since desktops have no
 /// setting for that. Without a portal the defaults stay.
-class PortalDisplayOptions : public QObject, public AccessibilityDisplaySource
+class PortalDisplayOptions : public QObject
 {
     Q_OBJECT
 public:
@@ -27,11 +28,10 @@ public:
     /// Uses another bus from now on, after the previous one has ended.
     void setBus(const QDBusConnection &bus);
 
-    AccessibilityDisplayOptions options() const override { return m_options; }
-    void setChangeHandler(std::function<void(const AccessibilityDisplayOptions &)> changed) override
-    {
-        m_changed = std::move(changed);
-    }
+    /// The current options. The defaults until the desktop has answered, or if it has no such options.
+    AccessibilityDisplayOptions options() const { return m_options; }
+    /// Called with the new options whenever they change.
+    Callback<const AccessibilityDisplayOptions &> onChanged;
 
 private Q_SLOTS:
     void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
@@ -45,7 +45,6 @@ private:
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
     QVariantMap m_values; ///< by group and key
     AccessibilityDisplayOptions m_options;
-    std::function<void(const AccessibilityDisplayOptions &)> m_changed;
 };
 
 } // namespace lucentra

@@ -51,8 +51,11 @@ public:
     ScreenStream &stream() override { return m_stream; }
     GlobalHotkeys &hotkeys() override { return m_hotkeys; }
     PaneWindowHints &windows() override { return m_hints; }
-    CompositingMonitor &compositing() override { return m_windows.compositing(); }
-    AccessibilityDisplaySource &displayOptions() override { return m_windows.displayOptions(); }
+    bool isComposited() const override { return m_windows.isComposited(); }
+    void setCompositedHandler(std::function<void(bool)> changed) override
+    {
+        m_windows.setCompositedHandler(std::move(changed));
+    }
     bool hasTray() const override { return m_windows.hasTray(); }
 
 private:

@@ -1,6 +1,5 @@
 #include "LayerDesktop.h"
 
-#include "CompositingMonitor.h"
 #include "KWinScreenshot.h"
 #include "SessionBus.h"
 #include "StatusNotifierHost.h"
@@ -8,18 +7,6 @@
 #include <wayland-client.h>
 
 namespace lucentra {
-
-namespace {
-
-/// Wayland compositors always blend windows.
-class AlwaysComposited : public CompositingMonitor
-{
-public:
-    bool isComposited() const override { return true; }
-    void setChangeHandler(std::function<void(bool)>) override {}
-};
-
-} // namespace
 
 LayerPaneOffer layerPaneOffer()
 {
@@ -48,11 +35,8 @@ LayerDesktop::LayerDesktop(SessionBus &bus, const std::function<QString(const QS
     : m_bus(bus)
     , m_windows(m_connection)
     , m_capture(m_connection, m_windows)
-    , m_compositing(std::make_unique<AlwaysComposited>())
     , m_hotkeys(bus, nullptr, localized)
-    , m_displayOptions(bus.connection())
 {
-    connect(&m_bus, &SessionBus::returned, this, [this] { m_displayOptions.setBus(m_bus.connection()); });
 }
 
 bool LayerDesktop::hasTray() const

@@ -4,12 +4,7 @@
 #include "DesktopHotkeys.h"
 #include "LayerPaneHints.h"
 #include "LayerScreenCapture.h"
-#include "PortalDisplayOptions.h"
 #include "WaylandConnection.h"
-
-#include <QObject>
-
-#include <memory>
 
 namespace lucentra {
 
@@ -23,7 +18,7 @@ LayerPaneOffer layerPaneOffer();
 void prepareLayerPane();
 
 /// A Wayland desktop whose compositor lets programs place surfaces above all windows: wlroots, KDE Plasma and others.
-class LayerDesktop : public QObject, public Desktop
+class LayerDesktop : public Desktop
 {
 public:
     /// `localized` looks up a text key in the interface language.
@@ -33,8 +28,6 @@ public:
     ScreenStream &stream() override { return m_capture; }
     GlobalHotkeys &hotkeys() override { return m_hotkeys; }
     PaneWindowHints &windows() override { return m_windows; }
-    CompositingMonitor &compositing() override { return *m_compositing; }
-    AccessibilityDisplaySource &displayOptions() override { return m_displayOptions; }
     bool hasTray() const override;
 
 private:
@@ -42,9 +35,7 @@ private:
     WaylandConnection m_connection;
     LayerPaneHints m_windows;
     LayerScreenCapture m_capture;
-    std::unique_ptr<CompositingMonitor> m_compositing;
     DesktopHotkeys m_hotkeys;
-    PortalDisplayOptions m_displayOptions;
 };
 
 } // namespace lucentra

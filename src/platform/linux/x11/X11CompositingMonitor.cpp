@@ -29,8 +29,8 @@ X11CompositingMonitor::X11CompositingMonitor()
         if (x11EventType(event) != type)
             return;
         const bool isComposited = x11Event<xcb_xfixes_selection_notify_event_t>(event).owner != XCB_WINDOW_NONE;
-        if (std::exchange(m_isComposited, isComposited) != isComposited && m_changed)
-            m_changed(isComposited);
+        if (std::exchange(m_isComposited, isComposited) != isComposited)
+            onChanged(isComposited);
     });
 }
 

@@ -1,22 +1,24 @@
 #pragma once
 
-#include "CompositingMonitor.h"
+#include "Callback.h"
 #include "X11EventConnection.h"
+
+#include <functional>
 
 namespace lucentra {
 
-/// Watches the selection that a compositor owns, on a private connection to $DISPLAY.
-class X11CompositingMonitor : public CompositingMonitor
+/// Watches whether there is a compositor, which owns a selection, on a private connection to $DISPLAY.
+class X11CompositingMonitor
 {
 public:
     X11CompositingMonitor();
 
-    bool isComposited() const override { return m_isComposited; }
-    void setChangeHandler(std::function<void(bool)> changed) override { m_changed = std::move(changed); }
+    bool isComposited() const { return m_isComposited; }
+
+    Callback<bool> onChanged;
 
 private:
     bool m_isComposited = false;
-    std::function<void(bool)> m_changed;
     X11EventConnection m_connection;
 };
 

@@ -54,12 +54,10 @@ X11Desktop::X11Desktop(Scheduler &scheduler, SessionBus &bus, MainQueue &mainQue
     , m_changes(ownResources(), toNative)
     , m_stream(streamSource(), mainQueue, scheduler)
     , m_hotkeys(scheduler)
-    , m_displayOptions(bus.connection())
 {
     m_capture.explainMissing([localized](const QString &names) {
         return localized(u"這個 X 伺服器缺少擷取畫面所需的功能：%@"_s).replace(u"%@"_s, names);
     });
-    connect(&m_bus, &SessionBus::returned, this, [this] { m_displayOptions.setBus(m_bus.connection()); });
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &X11Desktop::watch);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &X11Desktop::updateDisplays);
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &X11Desktop::updateDisplays);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Desktop.h"
-#include "PortalDisplayOptions.h"
 #include "X11ChangeMonitor.h"
 #include "X11CompositingMonitor.h"
 #include "X11GlobalHotkeys.h"
@@ -30,8 +29,11 @@ public:
     ScreenStream &stream() override { return m_stream; }
     GlobalHotkeys &hotkeys() override { return m_hotkeys; }
     PaneWindowHints &windows() override { return m_windows; }
-    CompositingMonitor &compositing() override { return m_compositing; }
-    AccessibilityDisplaySource &displayOptions() override { return m_displayOptions; }
+    bool isComposited() const override { return m_compositing.isComposited(); }
+    void setCompositedHandler(std::function<void(bool)> changed) override
+    {
+        m_compositing.onChanged = std::move(changed);
+    }
     /// Of either kind: one on the bus, or one that embeds windows.
     bool hasTray() const override;
 
@@ -53,7 +55,6 @@ private:
     X11CompositingMonitor m_compositing;
     X11PaneWindowHints m_windows;
     X11GlobalHotkeys m_hotkeys;
-    PortalDisplayOptions m_displayOptions;
 };
 
 } // namespace lucentra

@@ -110,7 +110,7 @@ private Q_SLOTS:
             FakePortal portal(portalBus, {{group, {{key, value}}}});
             PortalDisplayOptions options(ourBus);
             bool changed = false;
-            options.setChangeHandler([&](const AccessibilityDisplayOptions &) { changed = true; });
+            options.onChanged = [&](const AccessibilityDisplayOptions &) { changed = true; };
             settle(ourBus);
             QCOMPARE(options.options(), expected);
             QCOMPARE(changed, expected != AccessibilityDisplayOptions());
