@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -10,7 +12,7 @@ namespace lucentra {
 namespace {
 
 enum class Kind {
-    Character, ///< shown by the character that the layout puts there; its name is the one on American keyboards
+    Character, ///< one of `characterKeys`
     Named,
     Modifier,
 };
@@ -30,152 +32,124 @@ constexpr quint32 unnumbered = 0x100;
 constexpr quint32 firstXKeyCode = 8;
 constexpr quint32 lastXKeyCode = 255;
 
-// X key codes are the kernel's plus 8.
-constexpr std::array keyRows{
-    // Letters, digits and signs
-    KeyRow{0, 38, u"A", Kind::Character},
-    KeyRow{1, 39, u"S", Kind::Character},
-    KeyRow{2, 40, u"D", Kind::Character},
-    KeyRow{3, 41, u"F", Kind::Character},
-    KeyRow{4, 43, u"H", Kind::Character},
-    KeyRow{5, 42, u"G", Kind::Character},
-    KeyRow{6, 52, u"Z", Kind::Character},
-    KeyRow{7, 53, u"X", Kind::Character},
-    KeyRow{8, 54, u"C", Kind::Character},
-    KeyRow{9, 55, u"V", Kind::Character},
-    KeyRow{10, 94, u"<", Kind::Character},
-    KeyRow{11, 56, u"B", Kind::Character},
-    KeyRow{12, 24, u"Q", Kind::Character},
-    KeyRow{13, 25, u"W", Kind::Character},
-    KeyRow{14, 26, u"E", Kind::Character},
-    KeyRow{15, 27, u"R", Kind::Character},
-    KeyRow{16, 29, u"Y", Kind::Character},
-    KeyRow{17, 28, u"T", Kind::Character},
-    KeyRow{18, 10, u"1", Kind::Character},
-    KeyRow{19, 11, u"2", Kind::Character},
-    KeyRow{20, 12, u"3", Kind::Character},
-    KeyRow{21, 13, u"4", Kind::Character},
-    KeyRow{22, 15, u"6", Kind::Character},
-    KeyRow{23, 14, u"5", Kind::Character},
-    KeyRow{24, 21, u"=", Kind::Character},
-    KeyRow{25, 18, u"9", Kind::Character},
-    KeyRow{26, 16, u"7", Kind::Character},
-    KeyRow{27, 20, u"-", Kind::Character},
-    KeyRow{28, 17, u"8", Kind::Character},
-    KeyRow{29, 19, u"0", Kind::Character},
-    KeyRow{30, 35, u"]", Kind::Character},
-    KeyRow{31, 32, u"O", Kind::Character},
-    KeyRow{32, 30, u"U", Kind::Character},
-    KeyRow{33, 34, u"[", Kind::Character},
-    KeyRow{34, 31, u"I", Kind::Character},
-    KeyRow{35, 33, u"P", Kind::Character},
-    KeyRow{37, 46, u"L", Kind::Character},
-    KeyRow{38, 44, u"J", Kind::Character},
-    KeyRow{39, 48, u"'", Kind::Character},
-    KeyRow{40, 45, u"K", Kind::Character},
-    KeyRow{41, 47, u";", Kind::Character},
-    KeyRow{42, 51, u"\\", Kind::Character},
-    KeyRow{43, 59, u",", Kind::Character},
-    KeyRow{44, 61, u"/", Kind::Character},
-    KeyRow{45, 57, u"N", Kind::Character},
-    KeyRow{46, 58, u"M", Kind::Character},
-    KeyRow{47, 60, u".", Kind::Character},
-    KeyRow{50, 49, u"`", Kind::Character},
-    KeyRow{0x5D, 132, u"¥", Kind::Character},
-    KeyRow{0x5E, 97, u"_", Kind::Character},
+/// Neighbouring keys, whose X key codes follow one another.
+struct CharacterKeys
+{
+    quint8 firstXKeyCode;
+    QStringView characters; ///< on American keyboards; a key is shown by the one that the layout puts there
+    std::array<quint16, 13> virtualKeyCodes;
+};
 
-    // Around them
-    KeyRow{0x24, 36, u"↩", Kind::Named, u"Return", u"Return"},
-    KeyRow{0x30, 23, u"⇥", Kind::Named, u"Tab", u"Tab"},
-    KeyRow{0x31, 65, u"Space", Kind::Named, u"Space", u"space"},
-    KeyRow{0x33, 22, u"⌫", Kind::Named, u"Backspace", u"BackSpace"},
-    KeyRow{0x35, 9, u"⎋", Kind::Named, u"Esc", u"Escape"},
-    KeyRow{0x6E, 135, u"Menu"},
-    KeyRow{0x37, 133, u"⌘", Kind::Modifier},
-    KeyRow{0x36, 134, u"⌘", Kind::Modifier},
-    KeyRow{0x38, 50, u"⇧", Kind::Modifier},
-    KeyRow{0x3C, 62, u"⇧", Kind::Modifier},
-    KeyRow{0x3A, 64, u"⌥", Kind::Modifier},
-    KeyRow{0x3D, 108, u"⌥", Kind::Modifier},
-    KeyRow{0x3B, 37, u"⌃", Kind::Modifier},
-    KeyRow{0x3E, 105, u"⌃", Kind::Modifier},
-    KeyRow{0x39, 66, u"⇪", Kind::Modifier},
-    KeyRow{0x66, 131, u"Eisu"},
-    KeyRow{0x68, 130, u"Kana"}, // the two language keys, also Hanja and Hangul
+// X key codes are the kernel's plus 8.
+constexpr CharacterKeys characterKeys[]{
+    // The four rows
+    {10, u"1234567890-=", {18, 19, 20, 21, 23, 22, 26, 28, 25, 29, 27, 24}},
+    {24, u"QWERTYUIOP[]", {12, 13, 14, 15, 17, 16, 32, 34, 31, 35, 33, 30}},
+    {38, u"ASDFGHJKL;'`", {0, 1, 2, 3, 5, 4, 38, 40, 37, 41, 39, 50}},
+    {51, u"\\ZXCVBNM,./", {42, 6, 7, 8, 9, 11, 45, 46, 43, 47, 44}},
+    // Those that only other keyboards have
+    {94, u"<", {10}},
+    {97, u"_", {0x5E}},
+    {132, u"¥", {0x5D}},
+    // The keypad
+    {63, u"*", {0x43}},
+    {79, u"789-456+1230.", {0x59, 0x5B, 0x5C, 0x4E, 0x56, 0x57, 0x58, 0x45, 0x53, 0x54, 0x55, 0x52, 0x41}},
+    {106, u"/", {0x4B}},
+    {125, u"=", {0x51}},
+    {129, u",", {0x5F}},
+};
+
+constexpr KeyRow otherKeys[]{
+    // Around the characters
+    {0x24, 36, u"↩", Kind::Named, u"Return", u"Return"},
+    {0x30, 23, u"⇥", Kind::Named, u"Tab", u"Tab"},
+    {0x31, 65, u"Space", Kind::Named, u"Space", u"space"},
+    {0x33, 22, u"⌫", Kind::Named, u"Backspace", u"BackSpace"},
+    {0x35, 9, u"⎋", Kind::Named, u"Esc", u"Escape"},
+    {0x6E, 135, u"Menu"},
+    {0x37, 133, u"⌘", Kind::Modifier},
+    {0x36, 134, u"⌘", Kind::Modifier},
+    {0x38, 50, u"⇧", Kind::Modifier},
+    {0x3C, 62, u"⇧", Kind::Modifier},
+    {0x3A, 64, u"⌥", Kind::Modifier},
+    {0x3D, 108, u"⌥", Kind::Modifier},
+    {0x3B, 37, u"⌃", Kind::Modifier},
+    {0x3E, 105, u"⌃", Kind::Modifier},
+    {0x39, 66, u"⇪", Kind::Modifier},
+    {0x66, 131, u"Eisu"},
+    {0x68, 130, u"Kana"}, // the two language keys, also Hanja and Hangul
 
     // Function keys
-    KeyRow{0x7A, 67, u"F1"},
-    KeyRow{0x78, 68, u"F2"},
-    KeyRow{0x63, 69, u"F3"},
-    KeyRow{0x76, 70, u"F4"},
-    KeyRow{0x60, 71, u"F5"},
-    KeyRow{0x61, 72, u"F6"},
-    KeyRow{0x62, 73, u"F7"},
-    KeyRow{0x64, 74, u"F8"},
-    KeyRow{0x65, 75, u"F9"},
-    KeyRow{0x6D, 76, u"F10"},
-    KeyRow{0x67, 95, u"F11"},
-    KeyRow{0x6F, 96, u"F12"},
-    KeyRow{0x69, 191, u"F13"},
-    KeyRow{0x6B, 192, u"F14"},
-    KeyRow{0x71, 193, u"F15"},
-    KeyRow{0x6A, 194, u"F16"},
-    KeyRow{0x40, 195, u"F17"},
-    KeyRow{0x4F, 196, u"F18"},
-    KeyRow{0x50, 197, u"F19"},
-    KeyRow{0x5A, 198, u"F20"},
-    KeyRow{unnumbered + 199, 199, u"F21"},
-    KeyRow{unnumbered + 200, 200, u"F22"},
-    KeyRow{unnumbered + 201, 201, u"F23"},
-    KeyRow{unnumbered + 202, 202, u"F24"},
-    KeyRow{unnumbered + 107, 107, u"Print"},
-    KeyRow{unnumbered + 78, 78, u"Scroll Lock"},
-    KeyRow{unnumbered + 127, 127, u"Pause"},
+    {0x7A, 67, u"F1"},
+    {0x78, 68, u"F2"},
+    {0x63, 69, u"F3"},
+    {0x76, 70, u"F4"},
+    {0x60, 71, u"F5"},
+    {0x61, 72, u"F6"},
+    {0x62, 73, u"F7"},
+    {0x64, 74, u"F8"},
+    {0x65, 75, u"F9"},
+    {0x6D, 76, u"F10"},
+    {0x67, 95, u"F11"},
+    {0x6F, 96, u"F12"},
+    {0x69, 191, u"F13"},
+    {0x6B, 192, u"F14"},
+    {0x71, 193, u"F15"},
+    {0x6A, 194, u"F16"},
+    {0x40, 195, u"F17"},
+    {0x4F, 196, u"F18"},
+    {0x50, 197, u"F19"},
+    {0x5A, 198, u"F20"},
+    {unnumbered + 199, 199, u"F21"},
+    {unnumbered + 200, 200, u"F22"},
+    {unnumbered + 201, 201, u"F23"},
+    {unnumbered + 202, 202, u"F24"},
+    {unnumbered + 107, 107, u"Print"},
+    {unnumbered + 78, 78, u"Scroll Lock"},
+    {unnumbered + 127, 127, u"Pause"},
 
     // The block of the arrows
-    KeyRow{0x72, 118, u"Insert", Kind::Named, u"Ins", u"Insert"},
-    KeyRow{0x75, 119, u"⌦", Kind::Named, u"Del", u"Delete"},
-    KeyRow{0x73, 110, u"Home"},
-    KeyRow{0x77, 115, u"End"},
-    KeyRow{0x74, 112, u"Page Up", Kind::Named, u"PgUp", u"Page_Up"},
-    KeyRow{0x79, 117, u"Page Down", Kind::Named, u"PgDown", u"Page_Down"},
-    KeyRow{0x7B, 113, u"←", Kind::Named, u"Left", u"Left"},
-    KeyRow{0x7C, 114, u"→", Kind::Named, u"Right", u"Right"},
-    KeyRow{0x7D, 116, u"↓", Kind::Named, u"Down", u"Down"},
-    KeyRow{0x7E, 111, u"↑", Kind::Named, u"Up", u"Up"},
+    {0x72, 118, u"Insert", Kind::Named, u"Ins", u"Insert"},
+    {0x75, 119, u"⌦", Kind::Named, u"Del", u"Delete"},
+    {0x73, 110, u"Home"},
+    {0x77, 115, u"End"},
+    {0x74, 112, u"Page Up", Kind::Named, u"PgUp", u"Page_Up"},
+    {0x79, 117, u"Page Down", Kind::Named, u"PgDown", u"Page_Down"},
+    {0x7B, 113, u"←", Kind::Named, u"Left", u"Left"},
+    {0x7C, 114, u"→", Kind::Named, u"Right", u"Right"},
+    {0x7D, 116, u"↓", Kind::Named, u"Down", u"Down"},
+    {0x7E, 111, u"↑", Kind::Named, u"Up", u"Up"},
 
     // The keypad
-    KeyRow{0x47, 77, u"Num Lock", Kind::Modifier},
-    KeyRow{0x4B, 106, u"/", Kind::Character},
-    KeyRow{0x43, 63, u"*", Kind::Character},
-    KeyRow{0x4E, 82, u"-", Kind::Character},
-    KeyRow{0x45, 86, u"+", Kind::Character},
-    KeyRow{0x4C, 104, u"⌅", Kind::Named, u"Enter", u"KP_Enter"},
-    KeyRow{0x51, 125, u"=", Kind::Character},
-    KeyRow{0x41, 91, u".", Kind::Character},
-    KeyRow{0x5F, 129, u",", Kind::Character},
-    KeyRow{0x52, 90, u"0", Kind::Character},
-    KeyRow{0x53, 87, u"1", Kind::Character},
-    KeyRow{0x54, 88, u"2", Kind::Character},
-    KeyRow{0x55, 89, u"3", Kind::Character},
-    KeyRow{0x56, 83, u"4", Kind::Character},
-    KeyRow{0x57, 84, u"5", Kind::Character},
-    KeyRow{0x58, 85, u"6", Kind::Character},
-    KeyRow{0x59, 79, u"7", Kind::Character},
-    KeyRow{0x5B, 80, u"8", Kind::Character},
-    KeyRow{0x5C, 81, u"9", Kind::Character},
+    {0x47, 77, u"Num Lock", Kind::Modifier},
+    {0x4C, 104, u"⌅", Kind::Named, u"Enter", u"KP_Enter"},
 
     // Sound
-    KeyRow{0x48, 123, u"Volume Up"},
-    KeyRow{0x49, 122, u"Volume Down"},
-    KeyRow{0x4A, 121, u"Mute"},
+    {0x48, 123, u"Volume Up"},
+    {0x49, 122, u"Volume Down"},
+    {0x4A, 121, u"Mute"},
 };
+
+/// All keys.
+const std::vector<KeyRow> &keyRows()
+{
+    static const std::vector<KeyRow> rows = [] {
+        std::vector<KeyRow> all(std::begin(otherKeys), std::end(otherKeys));
+        for (const CharacterKeys &keys : characterKeys) {
+            for (qsizetype i = 0; i < keys.characters.size(); ++i)
+                all.push_back({keys.virtualKeyCodes[size_t(i)], quint8(keys.firstXKeyCode + i),
+                               keys.characters.sliced(i, 1), Kind::Character});
+        }
+        return all;
+    }();
+    return rows;
+}
 
 const KeyRow *rowOfVirtualKey(quint32 virtualKeyCode)
 {
-    const auto row = std::find_if(keyRows.begin(), keyRows.end(),
+    const auto row = std::find_if(keyRows().begin(), keyRows().end(),
                                   [=](const KeyRow &each) { return each.virtualKeyCode == virtualKeyCode; });
-    return row == keyRows.end() ? nullptr : &*row;
+    return row == keyRows().end() ? nullptr : &*row;
 }
 
 struct ModifierRow
@@ -196,9 +170,9 @@ constexpr std::array modifierRows{
 
 QString keyName(const QString &name, QStringView KeyRow::*column)
 {
-    const auto row = std::find_if(keyRows.begin(), keyRows.end(),
+    const auto row = std::find_if(std::begin(otherKeys), std::end(otherKeys),
                                   [&](const KeyRow &each) { return each.name == name && !(each.*column).isEmpty(); });
-    return row == keyRows.end() ? name : (row->*column).toString();
+    return row == std::end(otherKeys) ? name : (row->*column).toString();
 }
 
 char32_t lastCodePoint(QStringView text)
@@ -241,8 +215,8 @@ std::optional<quint32> virtualKeyOfXKeyCode(quint32 xKeyCode)
     if (xKeyCode < firstXKeyCode || xKeyCode > lastXKeyCode)
         return std::nullopt;
     const auto row =
-        std::find_if(keyRows.begin(), keyRows.end(), [=](const KeyRow &each) { return each.xKeyCode == xKeyCode; });
-    return row == keyRows.end() ? unnumbered + xKeyCode : row->virtualKeyCode;
+        std::find_if(keyRows().begin(), keyRows().end(), [=](const KeyRow &each) { return each.xKeyCode == xKeyCode; });
+    return row == keyRows().end() ? unnumbered + xKeyCode : row->virtualKeyCode;
 }
 
 bool isModifierKey(quint32 virtualKeyCode)
@@ -320,7 +294,7 @@ QString menuKeyOfDisplayString(const QString &combination)
     };
     const auto keyStart = std::find_if_not(combination.begin(), combination.end(), isSymbol);
     const QStringView key(keyStart, combination.end());
-    const bool isName = std::any_of(keyRows.begin(), keyRows.end(),
+    const bool isName = std::any_of(std::begin(otherKeys), std::end(otherKeys),
                                     [=](const KeyRow &row) { return row.kind == Kind::Named && row.name == key; });
     if (isName)
         return key.toString();
