@@ -1,32 +1,62 @@
 #include "HistoryListView.h"
 
 #include "HistoryListModel.h"
-#include "HistoryRowDelegate.h"
 
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 
+#include <algorithm>
+#include <cmath>
+#include <functional>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 namespace lucentra {
 
 namespace {
 
-constexpr int wheelStep = 40; ///< points
+// Points
+constexpr int sideMargin = 14; ///< left of a card; the scroll bar is right of it
+constexpr int verticalMargin = 4;
+constexpr int wheelStep = 40;
 constexpr int mostAttempts = 8;
+constexpr auto feedbackDuration = 1500ms;
+constexpr int cachedLayouts = 100; ///< more than are ever visible
+
+/// Tells the toolkit, which asks a delegate, how high the rows are. The view paints them itself.
+class RowSizes : public QStyledItemDelegate
+{
+public:
+    RowSizes(std::function<QSize(const QModelIndex &)> sizeOf, QObject *parent)
+        : QStyledItemDelegate(parent)
+        , m_sizeOf(std::move(sizeOf))
+    {
+    }
+    QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &index) const override { return m_sizeOf(index); }
+
+private:
+    const std::function<QSize(const QModelIndex &)> m_sizeOf;
+};
 
 } // namespace
 
-HistoryListView::HistoryListView(HistoryListModel &model, HistoryRowDelegate &delegate)
+HistoryListView::HistoryListView(HistoryListModel &model, const LocalizationManager &texts, Scheduler &scheduler)
     : m_model(model)
-    , m_delegate(delegate)
+    , m_texts(texts)
+    , m_scheduler(scheduler)
+    , m_layouts(cachedLayouts)
 {
     setModel(&model);
-    setItemDelegate(&delegate);
+    const auto sizeOf = [this](const QModelIndex &index) {
+        return QSize(m_rowWidth, m_heights.value(idOf(index), likelyHeight(index)));
+    };
+    setItemDelegate(new RowSizes(sizeOf, this));
     setSelectionMode(SingleSelection);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -35,25 +65,81 @@ HistoryListView::HistoryListView(HistoryListModel &model, HistoryRowDelegate &de
     setBackgroundRole(QPalette::Window);
     viewport()->setBackgroundRole(QPalette::Window);
     verticalScrollBar()->setSingleStep(wheelStep);
-    connect(&delegate, &HistoryRowDelegate::looksChanged, viewport(), qOverload<>(&QWidget::update));
     connect(&model, &QAbstractItemModel::modelReset, this, [this] { verticalScrollBar()->setValue(0); });
+}
+
+QUuid HistoryListView::idOf(const QModelIndex &index) const
+{
+    return m_model.item(index.row()).id;
+}
+
+const HistoryRowLayout &HistoryListView::layoutOf(const QModelIndex &index) const
+{
+    const HistoryItem &item = m_model.item(index.row());
+    if (!m_layouts.contains(item.id))
+        m_layouts.insert(item.id, new HistoryRowLayout(item, m_rowWidth - sideMargin, m_model.search(),
+                                                       m_expanded.contains(item.id), m_texts));
+    return *m_layouts[item.id];
+}
+
+/// For Latin text. A wrong estimate is corrected when the row becomes visible.
+int HistoryListView::likelyHeight(const QModelIndex &index) const
+{
+    constexpr int characterWidth = 8;
+    constexpr int lineHeight = 18;
+    constexpr int besidesTexts = 86;
+    constexpr qsizetype mostLines = 8;
+    const qsizetype charactersPerLine = std::max(1, (m_rowWidth - 40) / characterWidth);
+    const auto lines = [&](const QString &text) { return std::min(mostLines, 1 + text.size() / charactersPerLine); };
+    const HistoryItem &item = m_model.item(index.row());
+    return besidesTexts + lineHeight * int(lines(item.originalText) + lines(item.translatedText));
+}
+
+/// Lays out the row's texts to find its height. Returns whether the height has changed.
+bool HistoryListView::measure(const QModelIndex &index)
+{
+    if (m_heights.contains(idOf(index)))
+        return false;
+    const int height = int(std::ceil(layoutOf(index).height())) + 2 * verticalMargin;
+    m_heights.insert(idOf(index), height);
+    return height != likelyHeight(index);
+}
+
+void HistoryListView::forgetLayouts()
+{
+    m_layouts.clear();
+    m_heights.clear();
 }
 
 void HistoryListView::relayout()
 {
-    m_delegate.forgetLayouts();
+    forgetLayouts();
     doItemsLayout();
 }
 
 void HistoryListView::toggleExpanded(const QModelIndex &index)
 {
-    if (index.isValid() && m_delegate.toggleExpanded(index))
-        doItemsLayout();
+    if (!index.isValid())
+        return;
+    const QUuid id = idOf(index);
+    if (!m_expanded.remove(id)) {
+        if (!layoutOf(index).isCutOff())
+            return;
+        m_expanded.insert(id);
+    }
+    m_layouts.remove(id);
+    m_heights.remove(id);
+    doItemsLayout();
 }
 
-QString HistoryListView::help(const QModelIndex &index, RowAction action) const
+void HistoryListView::showCopied(const QUuid &id, RowAction action)
 {
-    return m_delegate.help(index, action);
+    const std::pair key(id, action);
+    m_copied[key] = m_scheduler.after(feedbackDuration, [this, key] {
+        m_copied.erase(key);
+        viewport()->update();
+    });
+    viewport()->update();
 }
 
 /// Lays out the rows. Afterwards the row is at the given place again, except at the top, where new rows become visible.
@@ -84,9 +170,9 @@ void HistoryListView::measureVisible()
         QModelIndex known;
         for (QModelIndex index = first; index.isValid() && visualRect(index).top() < viewport()->height();
              index = index.siblingAtRow(index.row() + 1)) {
-            if (!known.isValid() && m_delegate.isMeasured(index))
+            if (!known.isValid() && m_heights.contains(idOf(index)))
                 known = index;
-            isChanged = m_delegate.measure(index) || isChanged;
+            isChanged = measure(index) || isChanged;
         }
         m_anchor = known.isValid() ? known : first;
         m_anchorTop = visualRect(m_anchor).top();
@@ -104,7 +190,9 @@ void HistoryListView::scrollContentsBy(int dx, int dy)
 void HistoryListView::resizeEvent(QResizeEvent *event)
 {
     // Always without the place of the scroll bar, so that the width doesn't depend on the number of rows.
-    m_delegate.setRowWidth(maximumViewportSize().width() - verticalScrollBar()->sizeHint().width());
+    const int width = maximumViewportSize().width() - verticalScrollBar()->sizeHint().width();
+    if (std::exchange(m_rowWidth, width) != width)
+        forgetLayouts();
     QListView::resizeEvent(event);
     doItemsLayout();
 }
@@ -113,7 +201,7 @@ void HistoryListView::scrollTo(const QModelIndex &index, ScrollHint hint)
 {
     // Rows that come into sight on the way turn out higher or lower and push this one away again, each just once.
     for (int attempt = 0, before = -1; index.isValid() && attempt < mostAttempts; ++attempt) {
-        if (m_delegate.measure(index))
+        if (measure(index))
             doItemsLayout();
         QListView::scrollTo(index, hint);
         if (std::exchange(before, verticalScrollBar()->value()) == verticalScrollBar()->value())
@@ -124,23 +212,29 @@ void HistoryListView::scrollTo(const QModelIndex &index, ScrollHint hint)
 void HistoryListView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QList<int> &roles)
 {
     for (int row = topLeft.row(); row <= bottomRight.row(); ++row)
-        m_delegate.forgetLayout(m_model.item(row).id);
+        m_layouts.remove(m_model.item(row).id);
     QListView::dataChanged(topLeft, bottomRight, roles);
 }
 
 void HistoryListView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(viewport());
-    QStyleOptionViewItem option;
-    initViewItemOption(&option);
     const QRect exposed = event->rect();
     for (QModelIndex index = indexAt(exposed.topLeft()); index.isValid(); index = index.siblingAtRow(index.row() + 1)) {
-        option.rect = visualRect(index);
-        if (option.rect.top() > exposed.bottom())
+        const QRect row = visualRect(index);
+        if (row.top() > exposed.bottom())
             break;
-        option.state.setFlag(QStyle::State_MouseOver, index == m_hovered);
-        option.state.setFlag(QStyle::State_HasFocus, hasFocus() && index == currentIndex());
-        m_delegate.paint(&painter, option, index);
+        const QUuid id = idOf(index);
+        const bool isHovered = index == m_hovered;
+        const bool isCurrent = hasFocus() && index == currentIndex();
+        const RowState state{.isActive = isHovered || isCurrent,
+                             .isSelected = isCurrent,
+                             .hovered = isHovered ? m_hoveredAction : std::nullopt,
+                             .hasCopiedOriginal = m_copied.contains({id, RowAction::CopyOriginal}),
+                             .hasCopiedTranslation = m_copied.contains({id, RowAction::CopyTranslation})};
+        painter.save();
+        layoutOf(index).paint(painter, row.topLeft() + QPointF(sideMargin, verticalMargin), palette(), state);
+        painter.restore();
     }
 }
 
@@ -149,7 +243,7 @@ std::optional<RowAction> HistoryListView::actionAt(QPoint point) const
     const QModelIndex index = indexAt(point);
     if (!index.isValid())
         return std::nullopt;
-    return m_delegate.actionAt(index, point - visualRect(index).topLeft());
+    return layoutOf(index).actionAt(point - visualRect(index).topLeft() - QPointF(sideMargin, verticalMargin));
 }
 
 void HistoryListView::mousePressEvent(QMouseEvent *event)
@@ -190,15 +284,15 @@ void HistoryListView::mouseMoveEvent(QMouseEvent *event)
 void HistoryListView::hover(QPoint point)
 {
     m_hovered = indexAt(point);
-    m_delegate.hoveredAction = actionAt(point);
-    viewport()->setCursor(m_delegate.hoveredAction ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    m_hoveredAction = actionAt(point);
+    viewport()->setCursor(m_hoveredAction ? Qt::PointingHandCursor : Qt::ArrowCursor);
     viewport()->update();
 }
 
 void HistoryListView::endHover()
 {
     m_hovered = QModelIndex();
-    m_delegate.hoveredAction.reset();
+    m_hoveredAction.reset();
     viewport()->update();
 }
 

@@ -50,10 +50,9 @@ HistoryView::HistoryView(HistoryManager &manager, const LocalizationManager &tex
     : m_manager(manager)
     , m_texts(texts)
     , m_model(manager, texts, scheduler)
-    , m_delegate(m_model, texts, scheduler)
     , m_undo(manager, texts, scheduler)
     , m_content(new QStackedWidget)
-    , m_list(new HistoryListView(m_model, m_delegate))
+    , m_list(new HistoryListView(m_model, texts, scheduler))
     , m_banner(new UndoBanner)
 {
     setMinimumSize(400, 500);
@@ -328,7 +327,7 @@ void HistoryView::perform(const QModelIndex &index, RowAction action)
 void HistoryView::copy(const HistoryItem &item, RowAction action)
 {
     QGuiApplication::clipboard()->setText(action == RowAction::CopyOriginal ? item.originalText : item.translatedText);
-    m_delegate.showCopied(item.id, action);
+    m_list->showCopied(item.id, action);
 }
 
 void HistoryView::showRowMenu(QPoint place)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "HistoryListModel.h"
-#include "HistoryRowDelegate.h"
 #include "HistoryUndo.h"
 
 #include <QWidget>
@@ -18,6 +17,7 @@ namespace lucentra {
 class HistoryListView;
 class UndoBanner;
 enum class ExportFormat;
+enum class RowAction;
 
 /// The history with its search field, its entries and the undo banner.
 ///
@@ -64,7 +64,6 @@ private:
     HistoryManager &m_manager;
     const LocalizationManager &m_texts;
     HistoryListModel m_model;
-    HistoryRowDelegate m_delegate;
     HistoryUndo m_undo;
     QLineEdit *m_search = nullptr;
     QAction *m_searchSymbol = nullptr;
