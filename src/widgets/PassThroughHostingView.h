@@ -13,9 +13,10 @@ class PassThroughHostingView : public QLabel
 {
 public:
     /// `content` paints the view in the view's coordinates.
-    PassThroughHostingView(const QString &text, std::function<void(QPainter &)> content, QWidget *parent = nullptr);
+    explicit PassThroughHostingView(std::function<void(QPainter &)> content, QWidget *parent = nullptr);
 
 protected:
+    void setContent(const QString &text);
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -1,34 +1,34 @@
 #pragma once
 
+#include "PassThroughHostingView.h"
 #include "Scheduler.h"
+#include "Transition.h"
 
 #include <QEasingCurve>
-#include <QObject>
-#include <QPointer>
-#include <QRect>
+#include <QFont>
+#include <QImage>
 
 #include <functional>
 #include <memory>
 
-class QWidget;
-
 namespace lucentra {
 
-class HintLabel;
-
-/// The hints in the middle of the pane, at most one at a time. Until the pane is used it is pristine and shows its
-/// start hint.
-class PaneHints : public QObject
+/// The hints in the middle of the pane, at most one at a time: a large white text with a soft shadow. Until the pane is
+/// used it is pristine and shows its start hint.
+///
+/// The view fills the pane, takes no clicks, and is hidden while there is no hint. The text is smaller on a small pane,
+/// is broken at the last middle dot if it is too long for one line, and has a dark ground over other text and on light
+/// glass.
+class PaneHints : public PassThroughHostingView
 {
 public:
     struct Surroundings
     {
-        std::function<void(QWidget *)> add; ///< puts a label on the pane, beneath the capsule, and shows it
-        std::function<void()> changed;      ///< the hint or its opacity has changed
-        std::function<bool()> isOverText;   ///< whether there is other text on the pane, or the pane is light
+        std::function<void()> changed;    ///< the hint or its opacity has changed
+        std::function<bool()> isOverText; ///< whether there is other text on the pane, or the pane is light
     };
 
-    PaneHints(QWidget &pane, Scheduler &scheduler, Surroundings surroundings);
+    PaneHints(Scheduler &scheduler, Surroundings surroundings, QWidget *pane);
 
     /// Shows a persistent hint. The pane becomes pristine.
     void showStart(const QString &text);
@@ -41,30 +41,39 @@ public:
     /// The pane is no longer pristine: the start hint fades.
     void dismissPristineHint();
 
-    /// The place of the hint's text on the pane, and its opacity: 0 if there is no hint.
-    QRect textRect() const;
-    double opacity() const;
+    /// The place of the hint's text on the pane, if there is a hint.
+    QRect textRect() const { return setting().rect; }
+    /// 0 if there is no hint.
+    double opacity() const { return m_opacity.value(); }
     /// Whether a hint has a ground of its own.
     bool hasGround() const { return m_surroundings.isOverText(); }
 
     bool isPristine() const { return m_isPristine; }
     void setReduceMotion(bool reduceMotion) { m_reduceMotion = reduceMotion; }
-    /// To be called when the pane's size changes.
-    void layOut();
-    /// To be called when a view was added to the pane, so that the hint stays above it, beneath the capsule.
-    void stackUnder(QWidget *capsule);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    /// What is drawn where.
+    struct Setting
+    {
+        QString text;
+        QFont font;
+        QRect rect;
+    };
+
     void fadeAfter(std::chrono::milliseconds time);
     void fade(std::chrono::milliseconds duration, QEasingCurve::Type easing);
+    void opacityChanged();
+    void paintText(QPainter &painter);
+    Setting setting() const;
+    Setting settingIn(const QFont &font) const;
 
-    QWidget &m_pane;
     Scheduler &m_scheduler;
     const Surroundings m_surroundings;
-    QPointer<HintLabel> m_label;
+    QImage m_picture; ///< the text with its shadow, for the current size and scale
+    Transition m_opacity;
     std::unique_ptr<ScheduledTask> m_timer;
     bool m_isPristine = true;
     bool m_isNote = false;

@@ -92,18 +92,20 @@ GlassView::GlassView(const Services &services, const AccessibilityDisplayOptions
     , m_overlayView(new OverlayView(this))
     , m_overlayActions(*this, *m_overlayView, services.texts)
     , m_capsule(new ControlCapsuleView(services.texts, *m_visualEffect, this))
-    , m_hints(*this, services.scheduler,
-              {.add = [this](QWidget *view) { addBelowCapsule(view); },
-               .changed = [this] { updateCalmAreas(); },
-               .isOverText = [this] { return isTextShown() || m_visualEffect->tone() == GlassTone::Light; }})
+    , m_hints(
+          new PaneHints(services.scheduler,
+                        {.changed = [this] { updateCalmAreas(); },
+                         .isOverText = [this] { return isTextShown() || m_visualEffect->tone() == GlassTone::Light; }},
+                        this))
 {
     setFocusPolicy(Qt::ClickFocus);
+    m_hints->stackUnder(m_capsule);
     const SettingsStore &store = services.settings;
     store.observe(notifications::updateGlassOpacity, this,
                   [this](double opacity) { m_visualEffect->setOpacity(opacity, !m_displayOptions.reduceMotion); });
     store.observe(settings::glassTone, this, [this] { updateTone(); });
     store.observe(settings::overlayFontFamily, this, [this] { setOverlays(m_overlayView->candidates()); });
-    m_overlayActions.onCopied = [this] { m_hints.showHint(m_services.texts.localized(u"已複製"_s), true); };
+    m_overlayActions.onCopied = [this] { m_hints->showHint(m_services.texts.localized(u"已複製"_s), true); };
     accessibilityDisplayOptionsChanged(displayOptions);
     updateTone();
 }
@@ -112,7 +114,7 @@ void GlassView::addBelowCapsule(QWidget *view)
 {
     view->stackUnder(m_capsule);
     view->show();
-    m_hints.stackUnder(m_capsule);
+    m_hints->stackUnder(m_capsule);
 }
 
 bool GlassView::isTextShown() const
@@ -123,9 +125,9 @@ bool GlassView::isTextShown() const
 void GlassView::updateCalmAreas()
 {
     QList<CalmArea> areas = m_overlayView->picture().calmAreas();
-    if (m_hints.opacity() > 0 && !m_hints.hasGround()) {
-        CalmArea band = calmBand(m_hints.textRect(), m_visualEffect->content(), size());
-        band.strength = m_hints.opacity();
+    if (m_hints->opacity() > 0 && !m_hints->hasGround()) {
+        CalmArea band = calmBand(m_hints->textRect(), m_visualEffect->content(), size());
+        band.strength = m_hints->opacity();
         areas.append(band);
     }
     if (m_inputPanel)
@@ -143,8 +145,8 @@ QRegion GlassView::textPlaces() const
         if (overlay->candidate.text != overlay->candidate.source)
             places |= overlay->painter->textArea().toAlignedRect();
     }
-    if (m_hints.opacity() > 0)
-        places |= m_hints.textRect();
+    if (m_hints->opacity() > 0)
+        places |= m_hints->textRect();
     if (m_errorCard)
         places |= m_errorCard->cardRect();
     if (m_inputPanel)
@@ -156,6 +158,7 @@ TipCard *GlassView::addTip(const QString &text, const QString &actionTitle)
 {
     auto *tip = new TipCard(text, actionTitle, m_services.texts.localized(u"知道了"_s), *m_visualEffect, this);
     tip->stackUnder(m_capsule);
+    m_hints->stackUnder(m_capsule);
     return tip;
 }
 
@@ -180,7 +183,7 @@ void GlassView::setInputPanel(QWidget *panel)
     const bool isAnimated = !m_displayOptions.reduceMotion;
     updateTone();
     if (panel) {
-        m_hints.dismissPristineHint();
+        m_hints->dismissPristineHint();
         clearOverlays();
         panel->setGeometry(0, inputPanelTop, width(), std::max(0, height() - inputPanelTop));
         addBelowCapsule(panel);
@@ -200,7 +203,7 @@ void GlassView::setInputPanel(QWidget *panel)
 void GlassView::setBackdropContent(const QImage &content)
 {
     m_visualEffect->setContent(content);
-    if (m_hints.opacity() > 0)
+    if (m_hints->opacity() > 0)
         updateCalmAreas();
     updateCorners();
 }
@@ -224,7 +227,7 @@ void GlassView::accessibilityDisplayOptionsChanged(const AccessibilityDisplayOpt
     m_visualEffect->setOpaque(options.reduceTransparency);
     m_visualEffect->setOpacity(m_services.settings.read(settings::glassOpacity), false);
     m_neonBorderView->accessibilityDisplayOptionsChanged(options);
-    m_hints.setReduceMotion(options.reduceMotion);
+    m_hints->setReduceMotion(options.reduceMotion);
     m_capsule->setReduceMotion(options.reduceMotion);
 }
 
@@ -244,9 +247,9 @@ void GlassView::removeErrorCard()
 void GlassView::setProcessing(bool processing)
 {
     if (processing) {
-        m_hints.dismissPristineHint();
+        m_hints->dismissPristineHint();
         clearOverlays();
-        m_hints.endNote();
+        m_hints->endNote();
     }
     m_neonBorderView->isProcessing = processing;
     m_neonBorderView->updatePulse();
@@ -266,13 +269,13 @@ void GlassView::showTranslations(const QList<TranslationOverlayCandidate> &candi
     setOverlays(candidates);
     m_capsule->set(&ControlCapsuleState::translationActionState, TranslationActionState::retranslate);
     if (!note.isEmpty())
-        m_hints.showNote(note);
+        m_hints->showNote(note);
 }
 
 void GlassView::changeTranslations(const QList<TranslationOverlayCandidate> &candidates)
 {
     if (!candidates.isEmpty())
-        m_hints.dismissPristineHint();
+        m_hints->dismissPristineHint();
     removeErrorCard();
     showTranslations(candidates, {});
 }
@@ -298,7 +301,7 @@ void GlassView::resizeEvent(QResizeEvent *)
     m_neonBorderView->setGeometry(rect());
     m_overlayView->setGeometry(rect());
     m_grip->move(rect().bottomRight() + QPoint(1, 1) - QPoint(GripView::side, GripView::side));
-    m_hints.layOut();
+    m_hints->setGeometry(rect());
     // In a narrow pane the margin shrinks before the capsule covers the window's buttons.
     const int right = std::clamp(width() - m_capsule->width() - leftOfCapsule, leastCapsuleRight, capsuleRight);
     m_capsule->move(width() - right - m_capsule->width(), capsuleTop);

@@ -37,7 +37,7 @@ public:
     GlassView(const Services &services, const AccessibilityDisplayOptions &displayOptions);
 
     ControlCapsuleView &capsule() { return *m_capsule; }
-    PaneHints &hints() { return m_hints; }
+    PaneHints &hints() { return *m_hints; }
     OverlayActions &overlayActions() { return m_overlayActions; }
 
     Callback<> onTextsChanged;   ///< see `textPlaces`
@@ -91,7 +91,7 @@ private:
     OverlayActions m_overlayActions;
     ControlCapsuleView *m_capsule;
     QPointer<GlassErrorCard> m_errorCard;
-    PaneHints m_hints;
+    PaneHints *m_hints; ///< above all but the capsule
     QPointer<QWidget> m_inputPanel;
     bool m_isComposited = true;
 };

@@ -1,7 +1,6 @@
 #include "Columns.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
-#include "HintLabel.h"
 #include "OverlayView.h"
 #include "PaneFixture.h"
 #include "TestProgram.h"
@@ -22,10 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Empty if there is none.
 QString hintText(PaneFixture &pane)
 {
-    const auto *hint = only<HintLabel>(pane.view);
-    return hint ? hint->text() : QString();
+    return pane.view->hints().text();
 }
 
 /// Quick clicks as the toolkit delivers them: every second press comes as a double click.
@@ -60,9 +59,9 @@ private Q_SLOTS:
         pane.texts.setLanguage(AppLanguage::English);
         QCOMPARE(hintText(pane), u"雙擊翻譯・拖曳移動"_s);
         pane.view->hints().dismissPristineHint();
-        QTRY_VERIFY(!only<HintLabel>(pane.view));
+        QTRY_COMPARE(hintText(pane), QString());
         pane.texts.setLanguage(AppLanguage::Japanese);
-        QVERIFY(!only<HintLabel>(pane.view));
+        QCOMPARE(hintText(pane), QString());
     }
 
     void temporaryHintGoesAfterItsTimeAndANewOneTakesItsPlace()
@@ -79,7 +78,7 @@ private Q_SLOTS:
         QTest::qWait(200);
         QCOMPARE(hintText(pane), u"自動辨識"_s);
         pane.scheduler.advance(200ms);
-        QTRY_VERIFY(!only<HintLabel>(pane.view));
+        QTRY_COMPARE(hintText(pane), QString());
     }
 
     void notesEndWithWhatTheUserDoes_data()
@@ -96,9 +95,9 @@ private Q_SLOTS:
         ShownPane pane;
         pane.view->hints().showNote(QString(100, u'n'));
         pane.scheduler.advance(6900ms);
-        QCOMPARE(only<HintLabel>(pane.view)->opacity(), 1);
+        QCOMPARE(pane.view->hints().opacity(), 1);
         act(pane);
-        QTRY_VERIFY(!only<HintLabel>(pane.view));
+        QTRY_COMPARE(hintText(pane), QString());
     }
 
     void hintsOverOtherTextHaveADarkGround()
@@ -110,7 +109,7 @@ private Q_SLOTS:
             return white;
         }());
         pane.view->hints().showHint(u"目標語言：日文"_s, true);
-        const QPoint besideText = only<HintLabel>(pane.view)->textRect().topLeft() - QPoint(10, 4);
+        const QPoint besideText = pane.view->hints().textRect().topLeft() - QPoint(10, 4);
         QVERIFY(pane.picture().pixelColor(besideText).lightness() > 60);
         pane.view->showTranslations({{u"譯文"_s, {100, 130, 280, 30}, {280}}}, {}); // beneath the hint, though later
         QVERIFY(pane.picture().pixelColor(besideText).lightness() < 40);

@@ -3,7 +3,6 @@
 #include "CapsuleTooltip.h"
 #include "ControlCapsuleView.h"
 #include "GlassErrorCard.h"
-#include "HintLabel.h"
 #include "PaneFixture.h"
 #include "Pixels.h"
 #include "TestProgram.h"
@@ -34,7 +33,7 @@ void layOver(PaneFixture &pane, const QColor &paper, const QColor &ink)
     pane.view->setComposited(false);
     pane.view->setBackdropContent(page);
     pane.view->hints().dismissPristineHint();
-    QTRY_VERIFY(!only<HintLabel>(pane.view));
+    QTRY_COMPARE(pane.view->hints().opacity(), 0);
 }
 
 } // namespace
@@ -97,7 +96,7 @@ private Q_SLOTS:
         for (const QSize pane : {TransparentWindow::initialSize, TransparentWindow::smallestSize}) {
             fixture.window.resize(pane);
             fixture.view->hints().showHint(u"Translates after moving or resizing · Double-click to translate"_s, false);
-            const QRect text = only<HintLabel>(fixture.view)->textRect();
+            const QRect text = fixture.view->hints().textRect();
             QVERIFY(fixture.view->rect().adjusted(8, 8, -8, -8).contains(text));
             QVERIFY(!text.intersects(QRect(0, 0, 75, 27))); // the window's buttons
             QVERIFY2(std::abs(text.center().x() - pane.width() / 2) <= 4, "in the middle");

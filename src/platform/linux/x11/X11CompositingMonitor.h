@@ -3,8 +3,6 @@
 #include "Callback.h"
 #include "X11EventConnection.h"
 
-#include <functional>
-
 namespace lucentra {
 
 /// Watches whether there is a compositor, which owns a selection, on a private connection to $DISPLAY.
