@@ -610,8 +610,9 @@ class Screen:
             return f'<div style="display:flex;flex-wrap:wrap;font-size:{self.number(11, 20)}px">{self.some(4, 16, self.check)}</div>'
 
         def word():
-            text = self.pick((lambda: self.short() + self.pick(("...", "…")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {self.number(0, 9)}", self.short, self.alone, self.figure))()
-            return f'<div style="font-size:{self.number(10, 40)}px;margin:4px">{text}</div>'
+            n = self.number
+            text = self.pick((lambda: self.short() + self.pick(("...", "…", " ...", "。", "!")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {n(0, 9)}", lambda: f"{n(1, 12)} 月 {n(1, 28)} 日", lambda: f"{n(1, 9)} {self.short()} {n(1, 9)}", self.short, self.short, self.alone, lambda: self.pick("Il1ij|!7"), self.figure))()
+            return f'<div style="font-size:{n(10, 40)}px;margin:4px{self.pick(("", "", "", f";word-spacing:{self.chance.uniform(.1, .9):.2f}em", f";font-family:{self.mono}"))}">{text}</div>'
         parts = (checks, checks, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.menubar)
         return f'<div style="height:100vh;overflow:hidden;display:flex;flex-flow:column wrap">{"".join(self.pick(parts)() for _ in range(7))}</div>'
 
@@ -621,7 +622,7 @@ def draw(chance, material):
     language = chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
     screen = Screen(chance, material, language, chance.random() < .45)
     screen.scale_step = chance.choice((1, 5, 10, 50, 100))
-    kind = chance.choices(("window", "site", "game", "film", "desk", "scraps"), (40, 12, 24, 13, 7, 4))[0]
+    kind = chance.choices(("window", "site", "game", "film", "desk", "scraps"), (40, 12, 22, 12, 6, 8))[0]
     body = getattr(screen, kind)()
     return kind, (f'<!DOCTYPE html><html lang="{language.replace("_", "-")}"><meta charset="utf-8"><body style="margin:0;background:{screen.ground};color:{screen.text};'
                   f'font:{screen.size}px {screen.font};line-height:{chance.choice(("normal", "1.15", "1.3"))}">{body}</body></html>').replace("font-family:'", "font-family:'")
