@@ -68,8 +68,6 @@ private Q_SLOTS:
         QTest::newRow("small ideographs")
             << u"深色模式與字型大小"_s << font(han, 12) << QColor(Qt::white) << QColor(20, 20, 20);
         QTest::newRow("large type") << u"關於本機"_s << font(han, 72) << QColor(Qt::white) << QColor(20, 20, 20);
-        QTest::newRow("wide word spaces of a terminal")
-            << u"let x = 1; y = 2;"_s << font(u"DejaVu Sans Mono"_s, 16) << QColor(Qt::black) << QColor(Qt::white);
         QTest::newRow("underscores") << u"make_shared_from_node"_s << font(u"DejaVu Sans Mono"_s, 15)
                                      << QColor(Qt::white) << QColor(Qt::black);
         QTest::newRow("dots between the words")
@@ -114,7 +112,6 @@ private Q_SLOTS:
         QTest::newRow("words of a terminal")
             << QStringList{u"int n = none; auto i"_s} << u"DejaVu Sans Mono"_s << 0 << false << false;
         QTest::newRow("spaced ideographs") << entries << han << 8 << false << false;
-        QTest::newRow("two texts with a gap") << QStringList{u"目標"_s, u"鑰匙"_s} << han << 14 << false << false;
         QTest::newRow("label and field") << QStringList{u"Name"_s, u"Anna"_s} << latin << 12 << true << true;
     }
 

@@ -1,8 +1,6 @@
 #include "find/MapLines.h"
 
 #include "Mask.h"
-#include "Rules.h"
-#include "find/Cells.h"
 #include "find/LineMarks.h"
 
 #include <algorithm>
@@ -15,7 +13,6 @@ namespace {
 constexpr int leastCore = 128;
 constexpr int leastMeanCore = 153; // over a line
 constexpr int leastInk = 77;
-constexpr double leastSureness = 0.4; // of a line's ink: 2 of 5,000 lines have less, and 57 of 767 other shapes
 
 // Heights of the line.
 constexpr double leastLatin = 3; // wide; what is shorter Chinese and Japanese read as well
@@ -180,11 +177,28 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
-/// Joins lines whose letters nearly touch: the net may end a line at a character that looks like a frame. Returns
-/// whether there are any.
-bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
+/// Whether the net isn't sure that a line ends between two boxes on one row.
+bool areBridged(const SureMap &core, const QRect &left, const QRect &right)
 {
-    constexpr double apart = 0.6; // of the height; cells and labels are farther apart
+    constexpr int bridge = 48; // of 255
+    const int top = std::max(left.top(), right.top()) / 2;
+    const int bottom = std::min(left.bottom(), right.bottom()) / 2;
+    for (int x = left.right() / 2; x <= right.left() / 2; ++x) {
+        int most = 0;
+        for (int y = top; y <= bottom; ++y)
+            most = std::max<int>(most, core.row(y)[x]);
+        if (most < bridge)
+            return false;
+    }
+    return true;
+}
+
+/// Joins lines whose letters nearly touch: the net may end a line at a character that looks like a frame, or at a lone
+/// one. Returns whether there are any.
+bool joinTouching(const SureMap &sure, std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
+{
+    constexpr double apart = 0.6; // of the lower one's height; cells and labels are farther apart
+    constexpr double most = 0.68; // of the higher one's, where the net isn't sure
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
         if (inks[i].area > 0)
@@ -200,9 +214,12 @@ bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places
              ++b) {
             const QRect &right = inks[order[b]].box;
             const int shared = std::min(left.bottom(), right.bottom()) - std::max(left.top(), right.top()) + 1;
-            const int height = std::min(left.height(), right.height());
-            const bool areAlike = 4 * height >= 3 * std::max(left.height(), right.height()) && 4 * shared >= 3 * height;
-            if (!areAlike || right.left() - left.right() - 1 > apart * height)
+            const int lower = std::min(left.height(), right.height());
+            const int higher = std::max(left.height(), right.height());
+            const int gap = right.left() - left.right() - 1;
+            const bool nearlyTouch = 4 * lower >= 3 * higher && gap <= apart * lower;
+            const bool maybeTouch = 3 * lower >= 2 * higher && gap <= most * higher && areBridged(sure, left, right);
+            if (4 * shared < 3 * lower || !(nearlyTouch || maybeTouch))
                 continue;
             const int into = joined[order[a] + 1];
             joined[order[b] + 1] = into;
@@ -236,49 +253,6 @@ std::vector<QRect> shapesOf(const TextMaps &maps, const Places &places, const QR
     }
     boxaDestroy(&boxes);
     return shapes;
-}
-
-/// How sure the net is of what is inked in an area, 0 to 255 on average.
-double surenessOf(const SureMap &ink, const QRect &area)
-{
-    int sum = 0;
-    int count = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            if (ink.row(y)[x] >= leastInk) {
-                sum += ink.row(y)[x];
-                ++count;
-            }
-        }
-    }
-    return count > 0 ? double(sum) / count : 0;
-}
-
-/// Drops what stands apart at the beginning of a line and is hardly ink: a check box's edge, an icon. The net is less
-/// sure of the ink of large letters, too.
-void dropStranger(const SureMap &ink, std::vector<QRect> &shapes)
-{
-    constexpr double apart = 0.28;    // of the line's height
-    constexpr double certain = 0.8;   // of the rest's sureness; letters are hardly less
-    constexpr int large = 24;         // pixels
-    constexpr double mostSmall = 150; // of 255
-    constexpr double mostLarge = 120;
-    std::ranges::sort(shapes, {}, &QRect::left);
-    QRect stranger = shapes.front();
-    QRect rest;
-    auto first = shapes.begin();
-    for (auto shape = shapes.begin(); shape != shapes.end(); ++shape) {
-        const bool isApart = shape->left() - stranger.right() - 1 >= apart * (stranger | *shape).height();
-        if (rest.isNull() && !isApart) {
-            stranger |= *shape;
-            first = shape + 1;
-        } else {
-            rest |= *shape;
-        }
-    }
-    const double most = rest.height() <= large ? mostSmall : mostLarge;
-    if (!rest.isNull() && surenessOf(ink, stranger) < std::min(most, certain * surenessOf(ink, rest)))
-        shapes.erase(shapes.begin(), first);
 }
 
 /// The ink of a line of flat characters, such as a lone ideograph for one, as high as other characters are.
@@ -396,31 +370,21 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             places.lines[i] = 0;
     }
     std::vector<Ink> inks = inksOf(maps, places, cores.size());
-    if (joinTouching(cores, inks, places))
+    if (joinTouching(maps.core, cores, inks, places))
         inks = inksOf(maps, places, cores.size());
-    std::vector<LineLetters> letters;
+    QList<FoundLine> lines;
     for (std::size_t i = 0; i < cores.size(); ++i) {
         if (inks[i].box.isNull())
             continue;
-        letters.push_back({i, shapesOf(maps, places, inks[i].box, int(i) + 1)});
-        if (isOn("strangers"))
-            dropStranger(maps.ink, letters.back().letters);
-    }
-    QList<FoundLine> lines;
-    for (const auto &[i, shapes] : cutAtCells(letters)) {
-        QRect ink;
-        for (const QRect &shape : shapes)
-            ink |= shape;
+        const std::vector<QRect> shapes = shapesOf(maps, places, inks[i].box, int(i) + 1);
+        QRect ink = inks[i].box;
         if (ink.height() < flat * cores[i].thickness)
             ink = heightened(ink, cores[i]) & QRect(0, 0, maps.ink.width, maps.ink.height);
         if (ink.height() < minimumHeight)
             continue;
-        const double sureness = double(inks[i].sum) / (255.0 * inks[i].area);
-        if (isOn("least sureness") && sureness < leastSureness)
-            continue;
         FoundLine line;
         line.ink = ink;
-        line.sureness = sureness;
+        line.sureness = double(inks[i].sum) / (255.0 * inks[i].area);
         line.shapeCount = int(shapes.size());
         line.pieces = piecesOf(shapes, ink);
         const QRect core = cores[i].box;

@@ -10,57 +10,36 @@
 namespace lucentra {
 namespace {
 
-/// Whether a word has characters that English doesn't know: syllables, ideographs, kana and their punctuation. Of these
-/// the Korean model makes all but syllables of Latin letters, too.
-bool isWide(QStringView word, bool isKorean)
+/// Whether a word has syllables. The model makes all else of Latin letters, too.
+bool hasHangul(QStringView word)
 {
-    return std::ranges::any_of(
-        word, [isKorean](QChar c) { return isKorean ? c >= QChar(0xAC00) && c <= QChar(0xD7A3) : c >= QChar(0x2E80); });
+    return std::ranges::any_of(word, [](QChar c) { return c >= QChar(0xAC00) && c <= QChar(0xD7A3); });
 }
 
-/// Whether two readings have most of their letters in common.
-bool isLike(QString a, QString b)
-{
-    a.remove(u' ');
-    b.remove(u' ');
-    if (std::abs(a.size() - b.size()) > 1)
-        return false;
-    std::vector<qsizetype> row(std::size_t(b.size()) + 1);
-    for (const QChar c : std::as_const(a)) {
-        qsizetype diagonal = 0;
-        for (qsizetype j = 0; j < b.size(); ++j) {
-            const qsizetype above = row[std::size_t(j) + 1];
-            row[std::size_t(j) + 1] = c == b[j] ? diagonal + 1 : std::max(above, row[std::size_t(j)]);
-            diagonal = above;
-        }
-    }
-    return 2 * row.back() >= std::max(a.size(), b.size());
-}
-
-/// Where columns of a strip for another language are on the English one of the same line.
+/// Where columns of the Korean strip are on the English one of the same line.
 class EnglishColumns
 {
 public:
-    EnglishColumns(const Strip &english, ReadingLanguage other)
+    explicit EnglishColumns(const Strip &english)
         : m_darkest(darkestOfColumns(english))
-        , m_other(LineReader::stripShape(other))
+        , m_korean(LineReader::stripShape(ReadingLanguage::Korean))
         , m_english(LineReader::stripShape(ReadingLanguage::English))
     {
     }
 
-    /// The widest gap near a column of the other strip.
-    int cutNear(int otherColumn) const
+    /// The widest gap near a column of the Korean strip.
+    int cutNear(int column) const
     {
-        const double scale = m_english.height * m_english.inkShare / (m_other.height * m_other.inkShare);
+        const double scale = m_english.height * m_english.inkShare / (m_korean.height * m_korean.inkShare);
         const int last = int(m_darkest.size()) - 1;
-        const int x = int((otherColumn - m_other.padding) * scale) + m_english.padding;
+        const int x = int((column - m_korean.padding) * scale) + m_english.padding;
         const int near = m_english.height / 4;
         return bestCut(m_darkest, std::clamp(x - near, 0, last), std::clamp(x + near, 0, last)).x;
     }
 
 private:
     const std::vector<std::uint8_t> m_darkest;
-    const StripShape m_other;
+    const StripShape m_korean;
     const StripShape m_english;
 };
 
@@ -68,8 +47,7 @@ private:
 
 Reading withLatinLetters(const Reading &reading, const Strip &english, const PassReader &reader)
 {
-    const bool isKorean = reading.language == ReadingLanguage::Korean;
-    const EnglishColumns columns(english, reading.language);
+    const EnglishColumns columns(english);
     const QList<ReadWord> &words = reading.words;
     const QStringView text(reading.text);
     Reading result = reading;
@@ -84,7 +62,7 @@ Reading withLatinLetters(const Reading &reading, const Strip &english, const Pas
         double confidence = 0;
         for (end = first; end < words.size(); ++end) {
             const QStringView word = text.mid(words[end].start, words[end].length);
-            if (isWide(word, isKorean))
+            if (hasHangul(word))
                 break;
             letters += std::ranges::count_if(word, [](QChar c) { return c.isLetterOrNumber(); });
             confidence += words[end].confidence * double(words[end].length);
@@ -104,8 +82,7 @@ Reading withLatinLetters(const Reading &reading, const Strip &english, const Pas
                 end == words.size() ? pixGetWidth(english.get()) : columns.cutNear((last.right + words[end].left) / 2);
             const Reading latin =
                 right > left ? reader.read(pieceOf(english.get(), left, right), ReadingLanguage::English) : Reading();
-            if (scriptsOf(latin.text).wide() == 0 && latin.confidence > confidence &&
-                (isKorean || isLike(run, latin.text))) {
+            if (scriptsOf(latin.text).wide() == 0 && latin.confidence > confidence) {
                 run = latin.text;
                 confidence = latin.confidence;
             }
@@ -116,7 +93,7 @@ Reading withLatinLetters(const Reading &reading, const Strip &english, const Pas
         sum += confidence * double(run.size());
         length += run.size();
     }
-    if (length > 0 && isKorean) // others are compared with each other by what they make of their own letters
+    if (length > 0)
         result.confidence = sum / double(length);
     return result;
 }

@@ -14,7 +14,6 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
-constexpr double latinIsSure = 94;    // of Chinese and Japanese; letters among them aren't read once more
 constexpr double certain = 88;        // another language isn't worth its time, even where the script is open
 constexpr double likely = 75;         // nor where no line of the screen speaks for it
 constexpr double good = 80;           // nor is another try at the same
@@ -83,11 +82,7 @@ public:
         const Scripts scripts = scriptsOf(reading.text);
         const bool isKorean = 2 * scripts.hangul > scripts.all() ||
                               (scripts.hangul >= 2 && m_scripts[TextMaps::Hangul] > 0); // digits for letters
-        const bool isMixed = scripts.latin >= 2 && scripts.wide() > 0 && reading.confidence >= hopeless &&
-                             reading.confidence < latinIsSure;
-        if (language == ReadingLanguage::Korean
-                ? isOn("latin in korean") && isKorean
-                : isOn("latin in others") && language != ReadingLanguage::English && isMixed)
+        if (language == ReadingLanguage::Korean && isKorean && isOn("latin in korean"))
             reading = withLatinLetters(reading, stripFor(ReadingLanguage::English, separation), m_reader);
         take(reading, separation);
         return reading;

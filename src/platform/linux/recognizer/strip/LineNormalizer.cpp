@@ -333,24 +333,7 @@ void LineNormalizer::dropFarFromInk(Plane &coverage) const
     const int reach = std::max(2, m_ink.height() / 10);
     const Strip ink = maskOf(m_crop.width(), m_crop.height(),
                              [&](int x, int y) { return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= least; });
-    Strip near(pixDilateBrick(nullptr, ink.get(), 2 * reach + 1, 2 * reach + 1));
-    if (isOn("joined to ink")) {
-        constexpr float dark = 0.3F;
-        constexpr int letter = 150; // of 255
-        const Strip letters =
-            maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) { return coverage.row(y)[x] >= dark; });
-        // What is apart from all sure ink and reaches the rim goes however near it is, such as the rule of a table.
-        const Strip sure = maskOf(m_crop.width(), m_crop.height(), [&](int x, int y) {
-            return m_seen.row(m_crop.top() + y)[m_crop.left() + x] >= letter;
-        });
-        const Strip seeds(pixAnd(nullptr, sure.get(), letters.get()));
-        const Strip joined(pixSeedfillBinary(nullptr, seeds.get(), letters.get(), 8));
-        const Strip others(pixSubtract(nullptr, letters.get(), joined.get()));
-        const Strip dots(pixRemoveBorderConnComps(others.get(), 8));
-        const Strip all(pixOr(nullptr, joined.get(), dots.get()));
-        const Strip soft(pixDilateBrick(nullptr, all.get(), 3, 3));
-        near.reset(pixAnd(nullptr, near.get(), soft.get()));
-    }
+    const Strip near(pixDilateBrick(nullptr, ink.get(), 2 * reach + 1, 2 * reach + 1));
     keepOnly(near, coverage);
 }
 
