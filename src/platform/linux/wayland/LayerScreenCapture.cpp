@@ -67,8 +67,7 @@ bool runOnMain(QObject &context, std::function<void()> task)
 } // namespace
 
 LayerScreenCapture::LayerScreenCapture(WaylandConnection &connection, LayerPaneHints &pane)
-    : m_connection(connection)
-    , m_pane(pane)
+    : m_pane(pane)
     , m_screencopy(connection.queue().display())
 {
     const auto watch = [this](QScreen *screen) {

@@ -33,7 +33,6 @@ private:
     void updateDisplays();
     void reveal();
 
-    WaylandConnection &m_connection;
     LayerPaneHints &m_pane;
     std::mutex m_capturing; ///< one picture at a time
     Screencopy m_screencopy;
