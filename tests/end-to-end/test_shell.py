@@ -31,6 +31,12 @@ class OnADesktop(Case):
     def expect_pane(self, shown: bool, why: str = "") -> None:
         self.assertTrue(eventually(lambda: bool(self.panes()) == shown), why or f"the pane isn't {shown=}")
 
+    def expect_whole_pane(self, why: str = "") -> None:
+        """The program may still be showing a pane that the X server lists as mapped."""
+        self.expect_pane(True, why)
+        self.screen.must(lambda: "_NET_WM_STATE_ABOVE" in self.screen.output(
+            "xprop", "-id", self.panes()[0], "_NET_WM_STATE"), "all of it")
+
     def other_program(self) -> subprocess.Popen:
         """A window that has the focus and tells the keys that reach it."""
         window = self.screen.start(["xev", "-event", "keyboard", "-name", "other"], stdout=subprocess.PIPE,
@@ -132,7 +138,7 @@ class RemoteCommands(OnADesktop):
 
     def test_a_command_starts_the_program(self):
         self.succeeds("toggle")
-        self.expect_pane(True, "started for it, the pane is shown rather than hidden")
+        self.expect_whole_pane("started for it, the pane is shown rather than hidden")
         self.succeeds("toggle")
         self.expect_pane(False)
         self.succeeds("quit")
@@ -141,9 +147,7 @@ class RemoteCommands(OnADesktop):
     def test_a_second_start_without_a_bus_shows_the_first(self):
         self.screen.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nonexistent"
         first = self.screen.start([str(LUCENTRA)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.expect_pane(True)
-        self.screen.must(lambda: "_NET_WM_STATE_ABOVE" in self.screen.output(
-            "xprop", "-id", self.panes()[0], "_NET_WM_STATE"), "all of it")
+        self.expect_whole_pane()
         self.screen.do("key --delay 50 alt+t")
         self.expect_pane(False)
         self.succeeds()
