@@ -177,6 +177,12 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
+/// Whether a box may be that of one character, which is hardly a line of its own beside others.
+bool isLone(const QRect &box)
+{
+    return 10 * box.width() <= 13 * box.height();
+}
+
 /// Whether the net isn't sure that a line ends between two boxes on one row.
 bool areBridged(const SureMap &core, const QRect &left, const QRect &right)
 {
@@ -198,7 +204,7 @@ bool areBridged(const SureMap &core, const QRect &left, const QRect &right)
 bool joinTouching(const SureMap &sure, std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
     constexpr double apart = 0.6; // of the lower one's height; cells and labels are farther apart
-    constexpr double most = 0.68; // of the higher one's, where the net isn't sure
+    constexpr double most = 0.68; // of the higher one's, where the net isn't sure or one is lone
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
         if (inks[i].area > 0)
@@ -217,8 +223,11 @@ bool joinTouching(const SureMap &sure, std::vector<Core> &cores, const std::vect
             const int lower = std::min(left.height(), right.height());
             const int higher = std::max(left.height(), right.height());
             const int gap = right.left() - left.right() - 1;
+            const bool hasLone = isLone(left) || isLone(right);
             const bool nearlyTouch = 4 * lower >= 3 * higher && gap <= apart * lower;
-            const bool maybeTouch = 3 * lower >= 2 * higher && gap <= most * higher && areBridged(sure, left, right);
+            const bool maybeTouch =
+                gap <= most * higher && (hasLone ? 5 * lower >= 2 * higher
+                                                 : 3 * lower >= 2 * higher && areBridged(sure, left, right));
             if (4 * shared < 3 * lower || !(nearlyTouch || maybeTouch))
                 continue;
             const int into = joined[order[a] + 1];
