@@ -29,6 +29,13 @@ def restyle(chance, known):
     return f"{own}body{{font-size:{chance.randint(11, 19)}px;line-height:{chance.choice((1.1, 1.3, 1.5))}}}body,body *{{font-family:{fonts}{chance.choice(('', '!important'))}}}"
 
 
+def turned(shown, hidden, pieces):
+    """Turned by 90 degrees counterclockwise, as the program sees vertical text."""
+    width = shown.shape[1]
+    return (*(np.ascontiguousarray(np.rot90(picture)) for picture in (shown, hidden)),
+            [[p[0], p[2], width - p[3], p[4], width - p[1], *p[5:8], 1, *p[9:]] for p in pieces])
+
+
 def take(browser, number, known, folder):
     chance = random.Random(number)
     scale = chance.choice((.8, 1, 1, 1, 1, 1, 1.25, 1.5, 2))
@@ -43,7 +50,8 @@ def take(browser, number, known, folder):
         file.write(html)
     height = browser.open("file://" + path, 960, 640, scale)
     os.remove(path)
-    return browser.shoot(chance.random() * max(0, height - 640) if kind == "site" else 0)
+    shot = browser.shoot(chance.random() * max(0, height - 640) if kind == "site" else 0)
+    return turned(*shot) if kind == "columns" else shot
 
 
 def main():

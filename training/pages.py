@@ -4,7 +4,7 @@ A screen needs to look like something that exists less than it needs to be unlik
 colours, sizes and texts; `Screen` holds what the parts of one screen share.
 """
 import math
-from html import escape
+from html import escape, unescape
 
 WORDS = ("count index value name self node item list left right width text state error result key path size data buffer "
          "offset user file config request response line token user_id max_size isValid toString getValue").split()
@@ -111,6 +111,11 @@ class Screen:
                            f"M{n(1, 13)} {n(1, 13)}L{n(1, 13)} {n(1, 13)}L{n(1, 13)} {n(1, 13)}L{n(1, 13)} {n(1, 13)}"))
         return (f'<svg width="{size}" height="{size}" viewBox="0 0 14 14" style="vertical-align:middle;flex:none"><path d="{shape}" '
                 f'fill="{colour if self.maybe(.2) else "none"}" stroke="{colour}" stroke-width="{self.pick((1, 1.4, 2))}"/></svg>')
+
+    def badge(self, size=16):
+        """A drawing or a letter on a coloured disc or square, such as lists of a program's parts have."""
+        return (f'<span style="display:inline-flex;align-items:center;justify-content:center;width:{size}px;height:{size}px;background:{self.tone(25, 60)};'
+                f'border-radius:{self.pick((0, 3, size))}px;vertical-align:middle;flex:none">{self.sign(size - self.number(2, 6), "#fff")}</span>')
 
     def picture(self, style=""):
         return f'<img src="file://{self.pick(self.material["sprites"] + self.material["grounds"])}" style="object-fit:cover;{style}">'
@@ -308,8 +313,10 @@ class Screen:
         return f'<div style="display:flex;flex-wrap:wrap;gap:{self.number(2, 10)}px;padding:8px">' + self.some(6, 24, lambda: f'<div style="width:{width}px;text-align:center;font-size:{self.number(80, 100)}%;overflow-wrap:anywhere">{self.icon(size)}<div>{self.name()}</div></div>') + "</div>"
 
     def tree(self):
-        step, pad = self.number(10, 22), self.number(0, 4)
-        return '<div style="padding:4px;white-space:nowrap;overflow:hidden">' + self.some(6, 24, lambda: f'<div style="padding:{pad}px 0 {pad}px {self.number(0, 3) * step}px;{"background:" + self.accent if self.maybe(.05) else ""}">{self.sign(9) if self.maybe(.4) else ""} {self.icon(16) if self.maybe(.6) else ""} <span>{self.name()}</span></div>') + "</div>"
+        step, pad, gap = self.number(10, 22), self.number(0, 4), self.pick((None, 1, 2, 3, 4))
+        mark = self.pick((self.icon, self.icon, self.badge))
+        space = " " if gap is None else ""
+        return '<div style="padding:4px;white-space:nowrap;overflow:hidden">' + self.some(6, 24, lambda: f'<div style="padding:{pad}px 0 {pad}px {self.number(0, 3) * step}px;{"background:" + self.accent if self.maybe(.05) else ""}">{self.sign(9) if self.maybe(.4) else ""} {mark(16) if self.maybe(.7) else ""}{space}<span style="margin-left:{gap or 0}px">{self.name()}</span></div>') + "</div>"
 
     def code(self, lines=None):
         colours = [self.bright() for _ in range(5)]
@@ -340,6 +347,37 @@ class Screen:
                               self.long, self.long, lambda: f"[{self.number(0, 100):>3}%] {self.short()}", lambda: f"{self.short()}: {self.figure()}", lambda: "&nbsp;",
                               lambda: f'<span style="background:{self.accent};color:#fff">{self.short()}</span> {self.name()}'))()
         return f'<div style="font-family:{self.mono};white-space:pre;line-height:{self.pick((1, 1.1, 1.2, 1.3))};padding:{self.number(1, 6)}px;overflow:hidden">{self.some(8, 40, lambda: f"<div>{line()}</div>")}</div>'
+
+    def shell(self):
+        """A whole terminal: rows of short words, all characters equally wide."""
+        n = self.number
+
+        def token():
+            return self.pick((lambda: self.pick(WORDS), lambda: self.pick(KEYWORDS), lambda: str(n(0, 999)), lambda: self.pick("=+-*/|&<>$#;{}()[]!?"), lambda: self.pick("abcijknxyABCIXY"),
+                              lambda: f"-{self.pick('abflnrvx')}", lambda: f"--{self.pick(WORDS)}", lambda: f"{self.pick(('/usr/', '~/', './', '/etc/'))}{self.pick(WORDS)}", self.figure, self.name,
+                              lambda: self.pick(("&&", "==", "!=", "||", ">>", "...", "x;", "y)", "(i", "do", "go", "in", "is", "a", "to", "cd", "ls", "total", "drwxr-xr-x", "root", "pts/0", "?"))))()
+
+        def columns(widths):
+            return "".join(token()[:width - 1].ljust(width) for width in widths).rstrip()
+
+        def rows():
+            kind = n(0, 5)
+            if kind == 0:  # a table
+                widths = [n(2, 14) for _ in range(n(2, 8))]
+                return [columns(widths) for _ in range(n(2, 12))]
+            if kind == 1:
+                return [self.long()]
+            if kind == 2:
+                return [f"{self.short()} {self.figure()}"]
+            start = self.pick(("", "", "$ ", "# ", "> ", "% ", "user@host:~$ ", f"{n(1, 99)}  ", " " * n(1, 8)))
+            return [start + self.some(1, 9, token, " ")]
+        shade, ground = self.pick((("#fff", "#000"), ("#ccc", "#000"), ("#aaa", "#000"), ("#ddd", "#1e1e1e"), ("#eee", "#300a24"), ("#3f3", "#000"), ("#000", "#fff"), ("#333", "#fdf6e3"), (self.text, self.ground)))
+        colours, body = [shade] * 6 + [self.tone(40, 65) for _ in range(3)], ""
+        while body.count("<div") < 46:
+            colour = self.pick(colours)
+            body += "".join(f'<div style="color:{colour}">{escape(unescape(row))}</div>' for row in rows())
+        size = self.pick((9, 10, 11, 12, 12, 13, 13, 14, 14, 15, 16, 18, 20, 24))
+        return f'<div style="height:100vh;overflow:hidden;white-space:pre;background:{ground};font:{size}px/{self.pick((1, 1.1, 1.2, 1.3, 1.6))} {self.mono};padding:{n(0, 8)}px">{body}</div>'
 
     def prose(self):
         head = f'<div style="font-size:{self.number(110, 260)}%;font-weight:{self.pick((400, 700))};margin:6px 0">{self.short()}</div>' if self.maybe(.7) else ""
@@ -550,11 +588,11 @@ class Screen:
             def close():
                 """Names with values beneath them, the rows as close as they can be."""
                 shade = self.pick((gold, "#fff", "#ccc", "#bbb"))
-                return (f'<div style="font-size:{n(9, 14)}px;line-height:{self.pick((.8, .85, .9, 1))};margin:{n(1, 7)}px 0">'
+                return (f'<div style="font-size:{n(9, 14)}px;line-height:{self.pick((.7, .75, .8, .85, .9, 1))};margin:{n(1, 7)}px 0">'
                         + self.some(1, 3, lambda: f'<div style="color:{shade}">{self.short()}</div><div style="padding-left:{n(0, 6)}px;margin-bottom:{n(0, 6)}px;color:{self.vivid()}">{self.figure()}</div>') + "</div>")
 
             def stat():
-                return self.pick((close, close, lambda: f'<div style="display:flex;gap:{n(8, 40)}px">{close()}{close()}</div>', lambda: f'<div style="display:flex;justify-content:space-between;gap:8px"><span>{self.short()}</span><span>{self.figure()}</span></div>', lambda: f"<div>{self.short()}: {self.figure()}</div>",
+                return self.pick((close, close, lambda: f'<div style="display:flex;gap:{n(8, 40)}px">{close()}{close()}</div>', lambda: f'<div style="display:flex;justify-content:space-between;gap:8px"><span>{self.short()}</span><span>{self.figure()}</span></div>', lambda: f"<div>{self.short()}{self.pick((': ', ' ', ' '))}{self.figure()}</div>",
                                   lambda: f'<div style="height:{n(5, 12)}px;border:1px solid #888;margin:3px 0"><div style="height:100%;width:{n(5, 100)}%;background:{self.accent}"></div></div>',
                                   lambda: f'<div style="display:grid;grid-template-columns:1fr 1fr;gap:{n(0, 4)}px {n(4, 14)}px;font-size:{n(8, 12)}px;line-height:1.1">' + self.some(2, 6, lambda: f'<div><div style="color:{self.pick((gold, "#fff", "#bbb"))}">{self.short()}</div><div>{self.figure()}</div></div>') + "</div>",
                                   lambda: f'<div>{self.picture("width:24px;height:24px")} <span style="font-size:{n(8, 12)}px">{n(1, 20)}{self.pick("x×-")}{n(1, 9)} {self.short()}</span></div>',
@@ -568,9 +606,9 @@ class Screen:
             wide = n(160, 320)
             entries = self.some(3, 9, lambda: self.pick((lambda: self.said(self.short(), n(16, 34), True, "text-align:center;"), lambda: f'<div style="background:linear-gradient({self.tone(15, 40)},{self.tone(10, 30)});border:{n(1, 3)}px outset #aaa;border-radius:{n(0, 14)}px;margin:6px;padding:{n(3, 10)}px;text-align:center;color:#fff;text-shadow:1px 1px #000">{self.short()}</div>'))())
             parts.append(f'<div style="position:absolute;left:calc(50% - {wide // 2}px);top:{n(60, 160)}px;width:{wide}px">{entries}</div>')
-        if self.maybe(.25):  # small print in a corner of the picture
-            shadow = self.pick(("1px 1px 0 #000", "1px 1px 2px #000", "0 0 2px #000,0 0 2px #000", "none"))
-            parts.append(f'<div style="position:absolute;{self.pick(("left", "right"))}:{n(0, 9)}px;{self.pick(("bottom", "bottom", "top"))}:{n(0, 9)}px;color:{self.pick(("#fff", "#eee", gold))};text-shadow:{shadow};font-size:{n(9, 13)}px;line-height:{self.pick((1, 1.1, 1.3))};white-space:nowrap">'
+        if self.maybe(.4):  # small print in a corner of the picture
+            shadow = self.pick(("1px 1px 0 #000", "1px 1px 2px #000", "0 0 2px #000,0 0 2px #000", "none", "none;-webkit-text-stroke:2px #000;paint-order:stroke fill", "none;-webkit-text-stroke:3px #111;paint-order:stroke fill"))
+            parts.append(f'<div style="position:absolute;{self.pick(("left", "right"))}:{n(0, 9)}px;{self.pick(("bottom", "bottom", "top"))}:{n(0, 9)}px;color:{self.pick(("#fff", "#eee", gold))};text-shadow:{shadow};font-size:{n(9, 13)}px;line-height:{self.pick((.9, 1, 1.1, 1.3))};white-space:nowrap">'
                          + self.some(1, 4, lambda: f"<div>{self.pick((self.short, self.long, lambda: f'{self.short()} {self.figure()}'))()}</div>") + "</div>")
         for _ in range(self.pick((0, 1, 2, 4, 8))):  # words on the picture itself
             parts.append(f'<div style="position:absolute;left:{n(0, 80)}%;top:{n(0, 92)}%;white-space:nowrap">{self.said(self.pick((self.short, self.short, self.figure, self.long))(), n(10, 30))}</div>')
@@ -604,6 +642,21 @@ class Screen:
         inner = f'<div style="position:absolute;left:{n(60, 300)}px;top:{n(30, 120)}px;width:{n(340, 620)}px;height:{n(220, 440)}px;overflow:hidden;background:{self.ground};border:1px solid {self.edge};box-shadow:2px 4px 14px #000a">{self.titlebar()}{self.menubar()}{self.some(2, 4, self.part)}</div>' if self.maybe(.7) else ""
         return f'<div style="position:relative;width:100vw;height:100vh;overflow:hidden">{self.scene()}{names}{inner}{panel}{self.menu(f"position:absolute;left:{n(0, 600)}px;top:{n(40, 260)}px") if self.maybe(.3) else ""}</div>'
 
+    def columns(self):
+        """Vertical text: a page of it, or speech bubbles."""
+        n, dense = self.number, self.pick((1, 1.1, 1.2, 1.35, 1.5, 1.7, 2))
+        size = n(11, 36)
+        text = lambda: self.pick(self.material["strings"][self.language]["long"])
+        if self.maybe(.5):
+            body = f'<div style="position:absolute;inset:{n(2, 40)}px;overflow:hidden;column-width:{n(120, 400)}px;column-gap:{n(14, 50)}px">{self.some(2, 6, lambda: f"<p style=margin:{n(0, 12)}px>{escape(self.some(1, 6, text))}</p>")}</div>'
+        else:
+            body = self.scene() if self.maybe(.6) else ""
+            for _ in range(n(2, 7)):
+                round_ = self.pick((0, 4, 20, 60, 200))
+                body += (f'<div style="position:absolute;left:{n(0, 800)}px;top:{n(0, 480)}px;max-height:{n(3, 12)}em;max-width:{n(90, 360)}px;overflow:hidden;padding:{n(4, 22)}px;border-radius:{round_}px;'
+                         f'background:{self.ground};border:{n(0, 2)}px solid {self.text};font-size:{max(10, size + n(-4, 4))}px">{escape(text()[:n(3, 40)])}</div>')
+        return f'<div style="position:absolute;inset:0;overflow:hidden;font-size:{size}px;line-height:{dense};{"font-weight:700;" if self.maybe(.2) else ""}"><style>body *{{writing-mode:vertical-rl}}</style>{body}</div>'
+
     def scraps(self):
         """What is rare in whole windows: many check boxes, fields of dots, texts of a few characters, ellipses."""
         def checks():
@@ -620,9 +673,11 @@ class Screen:
 def draw(chance, material):
     """Returns (kind, HTML) of a random screen."""
     language = chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
+    kind = chance.choices(("window", "site", "game", "film", "desk", "scraps", "shell", "columns"), (34, 11, 22, 10, 5, 8, 10, 8))[0]
+    if kind == "columns" and language in ("en", "ko"):
+        language = "ja"
     screen = Screen(chance, material, language, chance.random() < .45)
     screen.scale_step = chance.choice((1, 5, 10, 50, 100))
-    kind = chance.choices(("window", "site", "game", "film", "desk", "scraps"), (40, 12, 22, 12, 6, 8))[0]
     body = getattr(screen, kind)()
     return kind, (f'<!DOCTYPE html><html lang="{language.replace("_", "-")}"><meta charset="utf-8"><body style="margin:0;background:{screen.ground};color:{screen.text};'
                   f'font:{screen.size}px {screen.font};line-height:{chance.choice(("normal", "1.15", "1.3"))}">{body}</body></html>').replace("font-family:'", "font-family:'")
