@@ -232,15 +232,15 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
 
 Comparison comparisonOf(const QList<ReadColumns> &groups)
 {
-    constexpr int enough = 16; // characters
-    int characters = 0;
+    constexpr double each = 4; // as of a character of which both are as sure
+    double evidence = 0;
     for (const ReadColumns &group : groups) {
         for (const Reading &reading : group.readings) {
             if (reading.language == ReadingLanguage::VerticalSimplifiedChinese)
-                characters += scriptsOf(reading.text).han;
+                evidence += each * scriptsOf(reading.text).han;
         }
     }
-    return characters < enough ? Comparison() : Comparison{{}, double(characters), characters};
+    return {{}, evidence};
 }
 
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size)

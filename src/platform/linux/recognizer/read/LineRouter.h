@@ -29,9 +29,8 @@ public:
     RoutedReading readOn(const RoutedReading &earlier, const LineNormalizer &line, const ScriptShares &scripts,
                          const PassReader &reader, const ScreenLanguages &screen) const;
 
-    /// How many ideographs of a line tell traditional from simplified Chinese: traditional Chinese reads simplified
-    /// characters as their counterparts and is sure of them, but simplified Chinese is surer. 0 where the line tells
-    /// nothing, or where simplified Chinese isn't one of the extra languages.
+    /// How many ideographs of a line may tell traditional from simplified Chinese. 0 where it tells nothing, or where
+    /// simplified Chinese isn't one of the extra languages.
     int comparableCharacters(const RoutedReading &routed) const;
 
     /// Lets simplified Chinese read a line as well. Any thread.

@@ -25,12 +25,11 @@ struct RoutedReading
     QList<Attempt> attempts;
 };
 
-/// How much surer of a line simplified Chinese is than traditional.
+/// A line as simplified Chinese reads it, beside traditional.
 struct Comparison
 {
     Reading simplified;
-    double lead = 0; ///< in confidence times characters
-    int characters = 0;
+    double evidence = 0; ///< that the line is simplified; negative that it is traditional, 0 where there is none
 };
 
 } // namespace lucentra
