@@ -140,7 +140,8 @@ private Q_SLOTS:
             << QStringList{u"语言和地区"_s, u"显示与亮度"_s, u"键盘快捷键"_s, u"选择窗口的外观"_s};
         QTest::newRow("a few words of simplified Chinese")
             << u"Noto Sans CJK SC"_s << 18 << QStringList{u"关闭窗口"_s, u"设置"_s, u"帮助"_s};
-        QTest::newRow("a few words of traditional Chinese") << han << 18 << QStringList{u"關閉視窗"_s, u"設定"_s, u"說明"_s};
+        QTest::newRow("a few words of traditional Chinese")
+            << han << 18 << QStringList{u"關閉視窗"_s, u"設定"_s, u"說明"_s};
         QTest::newRow("traditional Chinese")
             << han << 24 << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
         QTest::newRow("keys of menus") << han << 13

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <vector>
 
 namespace lucentra {
@@ -36,6 +37,10 @@ constexpr double lead = 1;        // how much longer a column must be than the l
 constexpr double clearLead = 2.5; // likewise; certain without a reading
 constexpr double leastHeightOfCharacter = 0.6;
 constexpr double inkOfEm = 0.93;
+
+// Empty ems between the ink of what stands side by side or below one another.
+constexpr double tight = 0.3;  // between characters of a column
+constexpr double looser = 0.2; // between columns than in them, or the other way round; else it tells nothing
 
 int areaOf(const QRect &rect)
 {
@@ -148,6 +153,50 @@ Across acrossOf(const ColumnGroup &group, const QList<FoundLine> &upright, int w
     return {.length = std::max(1.0, length / weight), .height = height / weight};
 }
 
+/// The space between each row and the next one beneath it, in heights of the row. Rows are from the left to the right
+/// on the turned image.
+std::vector<double> spacesBetween(const QList<QRect> &rows)
+{
+    std::vector<double> spaces;
+    for (const QRect &row : rows) {
+        int nearest = std::numeric_limits<int>::max();
+        for (const QRect &other : rows) {
+            if (other.left() > row.center().x() && other.top() <= row.bottom() && row.top() <= other.bottom())
+                nearest = std::min(nearest, other.left() - row.right() - 1);
+        }
+        if (nearest < std::numeric_limits<int>::max())
+            spaces.push_back(double(nearest) / row.width());
+    }
+    return spaces;
+}
+
+double medianOf(std::vector<double> values)
+{
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+/// How much farther apart the columns stand than the characters in them, which on the upright image are the rows across
+/// the columns: text is looser between its lines than within them. Nothing where there are too few of either.
+std::optional<double> loosenessOf(const ColumnGroup &group, const QList<FoundLine> &upright, int width)
+{
+    std::vector<double> between;
+    for (qsizetype i = 1; i < group.columns.size(); ++i)
+        between.push_back(double(group.columns[i].ink.top() - group.columns[i - 1].ink.bottom() - 1) /
+                          group.columns[i].em);
+    QList<QRect> rows;
+    for (const FoundLine &line : upright) {
+        const QRect place = turnedRect(line.ink, width);
+        if (isWithin(place, group))
+            rows.append(place);
+    }
+    const std::vector<double> within = spacesBetween(rows);
+    if (between.empty() || within.size() < 2)
+        return {};
+    return medianOf(between) - medianOf(within);
+}
+
 int emOf(const QList<QRect> &inks)
 {
     std::vector<int> widths;
@@ -209,41 +258,19 @@ void addMissing(ColumnGroup &group, const QList<QRect> &pieces, const QList<Foun
     }
 }
 
-} // namespace
-
-QRect ColumnGroup::area() const
+/// Whether there are three lines of ideographs or kana with hardly any space between them.
+bool areTightRows(const QList<FoundLine> &upright)
 {
-    QRect area;
-    for (const TextColumn &column : columns)
-        area |= column.ink;
-    return area;
-}
-
-QRect uprightRect(const QRect &turned, int width)
-{
-    return {width - turned.top() - turned.height(), turned.left(), turned.height(), turned.width()};
-}
-
-QRect turnedRect(const QRect &upright, int width)
-{
-    return {upright.top(), width - upright.left() - upright.width(), upright.height(), upright.width()};
-}
-
-void addUprightInk(SureMap &turned, const SureMap &upright)
-{
-    for (int y = 0; y < turned.height; ++y) {
-        std::uint8_t *row = turned.row(y);
-        for (int x = 0; x < turned.width; ++x)
-            row[x] = std::max(row[x], upright.row(x)[upright.width - 1 - y]);
+    QList<QRect> rows;
+    for (const FoundLine &line : upright) {
+        if (isWide(line))
+            rows.append(turnedRect(line.ink, 0));
     }
+    return std::ranges::count_if(spacesBetween(rows), [](double space) { return space <= tight; }) >= 2;
 }
 
-bool isWithin(const QRect &place, const ColumnGroup &group)
-{
-    return 3 * sharedArea(place, group) > areaOf(place);
-}
-
-bool mayBeColumns(const QList<FoundLine> &upright)
+/// Whether single characters stand below one another.
+bool areCharactersSeen(const QList<FoundLine> &upright)
 {
     QList<const FoundLine *> characters;
     qsizetype ideographs = 0;
@@ -284,12 +311,52 @@ bool mayBeColumns(const QList<FoundLine> &upright)
     return pairs >= enoughPairs;
 }
 
+} // namespace
+
+QRect ColumnGroup::area() const
+{
+    QRect area;
+    for (const TextColumn &column : columns)
+        area |= column.ink;
+    return area;
+}
+
+QRect uprightRect(const QRect &turned, int width)
+{
+    return {width - turned.top() - turned.height(), turned.left(), turned.height(), turned.width()};
+}
+
+QRect turnedRect(const QRect &upright, int width)
+{
+    return {upright.top(), width - upright.left() - upright.width(), upright.height(), upright.width()};
+}
+
+void addUprightInk(SureMap &turned, const SureMap &upright)
+{
+    for (int y = 0; y < turned.height; ++y) {
+        std::uint8_t *row = turned.row(y);
+        for (int x = 0; x < turned.width; ++x)
+            row[x] = std::max(row[x], upright.row(x)[upright.width - 1 - y]);
+    }
+}
+
+bool isWithin(const QRect &place, const ColumnGroup &group)
+{
+    return 3 * sharedArea(place, group) > areaOf(place);
+}
+
+bool mayBeColumns(const QList<FoundLine> &upright)
+{
+    return areCharactersSeen(upright) || areTightRows(upright);
+}
+
 QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLine> &upright, int width)
 {
     QList<QRect> pieces;
     for (const FoundLine &line : turned)
         pieces.append(line.ink);
     QList<ColumnGroup> groups;
+    const bool areSeen = areCharactersSeen(upright);
     const QList<QRect> whole = wholeColumns(pieces);
     QList<QRect> others = whole;
     for (const FoundLine &line : upright) {
@@ -324,7 +391,10 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
         const bool isClear = difference >= clearLead && characters >= 2 * leastGroup;
         const bool areCharacters = across.height >= leastHeightOfCharacter * group.columns.first().em;
         group.isSure = isClear && areCharacters;
-        if (isLong && characters >= leastGroup && difference >= lead && (isClear || areCharacters)) {
+        const std::optional<double> looseness = loosenessOf(group, upright, width);
+        const bool isVertical =
+            std::abs(looseness.value_or(0)) >= looser ? *looseness > 0 : areSeen && difference >= lead;
+        if (isLong && characters >= leastGroup && isVertical && (isClear || areCharacters)) {
             addMissing(group, others, upright, width);
             groups.append(group);
         }
