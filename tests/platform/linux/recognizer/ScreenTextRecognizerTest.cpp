@@ -68,13 +68,15 @@ private Q_SLOTS:
 
     void columnsAreReadFromTheRight_data()
     {
-        columns<QStringList, QStringList>("columns", "texts");
-        const auto row = [](const char *name, const QStringList &columns, const QStringList &texts) {
-            QTest::newRow(name) << columns << texts;
+        columns<QStringList, QStringList, int>("columns", "texts", "apart");
+        const auto row = [](const char *name, const QStringList &columns, const QStringList &texts, int apart = 44) {
+            QTest::newRow(name) << columns << texts << apart;
         };
         row("two columns", {u"広い海の中に"_s, u"魚が住んで"_s}, {u"広い海の中に"_s, u"魚が住んで"_s});
         row("a narrow character alone", {u"広い海の中に"_s, u"魚が泳いで行"_s, u"く"_s},
             {u"広い海の中に"_s, u"魚が泳いで行"_s, u"く"_s});
+        const QStringList page{u"広い海の中に"_s, u"魚が住んで毎"_s, u"日を静かに暮"_s, u"らしていまし"_s};
+        row("as close as columns are", page, page, 39);
         row("dots behind a letter", {u"広い海の中に"_s, u"は︙︙"_s}, {u"広い海の中に"_s, u"は……"_s});
     }
 
@@ -82,12 +84,13 @@ private Q_SLOTS:
     {
         QFETCH(const QStringList, columns);
         QFETCH(const QStringList, texts);
+        QFETCH(const int, apart);
         if (!QFile::exists(u"/usr/share/tesseract-ocr/5/tessdata/jpn_vert.traineddata"_s))
             QSKIP("the model of vertical Japanese isn't installed");
         QImage image = blank({300, 260}, Qt::white);
         for (int x = 0; x < columns.size(); ++x) {
             for (int y = 0; y < columns[x].size(); ++y)
-                write(image, {200 - 44 * x, 60 + 30 * y}, columns[x].mid(y, 1), font(u"Noto Sans CJK JP"_s, 30),
+                write(image, {200 - apart * x, 60 + 30 * y}, columns[x].mid(y, 1), font(u"Noto Sans CJK JP"_s, 30),
                       Qt::black);
         }
         const auto lines = m_recognizer.perform(usual, image);
