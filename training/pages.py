@@ -662,11 +662,15 @@ class Screen:
         def checks():
             return f'<div style="display:flex;flex-wrap:wrap;font-size:{self.number(11, 20)}px">{self.some(4, 16, self.check)}</div>'
 
+        def ticks():
+            mark = self.pick((self.sign, self.sign, self.badge))
+            return f'<div style="display:flex;flex-wrap:wrap;gap:{self.number(4, 20)}px;font-size:{self.number(11, 20)}px">' + self.some(4, 16, lambda: f'<span>{mark(self.number(9, 18))}<span style="margin-left:{self.number(2, 10)}px">{self.pick((self.short, self.short, lambda: ""))()}</span></span>') + "</div>"
+
         def word():
             n = self.number
-            text = self.pick((lambda: self.short() + self.pick(("...", "…", " ...", "。", "!")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {n(0, 9)}", lambda: f"{n(1, 12)} 月 {n(1, 28)} 日", lambda: f"{n(1, 9)} {self.short()} {n(1, 9)}", self.short, self.short, self.alone, lambda: self.pick("Il1ij|!7"), self.figure))()
+            text = self.pick((lambda: "".join(self.chance.choices("口日回國田四目因困囚国曰固圓", k=n(2, 6))), lambda: f"回 {n(1, 9)} {self.pick('次日回目')} {n(1, 31)} {self.pick('日月口')}", lambda: self.short() + self.pick(("...", "…", " ...", "。", "!")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {n(0, 9)}", lambda: f"{n(1, 12)} 月 {n(1, 28)} 日", lambda: f"{n(1, 9)} {self.short()} {n(1, 9)}", self.short, self.short, self.alone, lambda: self.pick("Il1ij|!7"), self.figure))()
             return f'<div style="font-size:{n(10, 40)}px;margin:4px{self.pick(("", "", "", f";word-spacing:{self.chance.uniform(.1, .9):.2f}em", f";font-family:{self.mono}"))}">{text}</div>'
-        parts = (checks, checks, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.menubar)
+        parts = (checks, checks, ticks, ticks, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.menubar)
         return f'<div style="height:100vh;overflow:hidden;display:flex;flex-flow:column wrap">{"".join(self.pick(parts)() for _ in range(7))}</div>'
 
 

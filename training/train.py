@@ -28,7 +28,8 @@ from samples import CORE, GAP, UNSURE
 SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 
-NARROW = 4  # weight of the places between two lines on one row that are nearer than about their height
+NARROW = 6  # weight of the places between two lines on one row that are nearer than about their height
+WORDS = 2   # weight of the places between two words of a line
 
 
 class Crops(Dataset):
@@ -62,7 +63,7 @@ class Crops(Dataset):
             script = np.asarray(Image.fromarray(script).resize((SIDE // 8, SIDE // 8), Image.NEAREST))
         values = changed(picture, chance) if self.change else np.asarray(picture, np.float32) / 255
         ink = (np.asarray(ink, np.float32) / 255).reshape(SIDE // 2, 2, SIDE // 2, 2).transpose(1, 3, 0, 2).reshape(4, SIDE // 2, SIDE // 2)
-        core, weight = refined((part & CORE) > 0, (part & UNSURE) == 0)
+        core, weight = refined((part & CORE) > 0, (part & UNSURE) == 0, ink.max(0) > .3)
         lines = np.stack([core, ((part & GAP) > 0) & ~core]).astype(np.float32)
         return (np.ascontiguousarray(values.transpose(2, 0, 1)) - np.float32(.5), np.concatenate([ink, lines]),
                 weight[None].astype(np.float32), (script[None] >> np.arange(4)[:, None, None] & 1).astype(np.float32))
@@ -73,10 +74,10 @@ def has_hangul(name):
     return (script & 8 > 0).sum() > .2 * (script > 0).sum()
 
 
-def refined(core, sure):
+def refined(core, sure, inked):
     """Cores of lone characters are wider and weigh more, else they are too few places to be learned. Between lines as
-    near to each other as words are, anything is right; between others that are near, the places weigh more. Returns the
-    core and the weight of each place."""
+    near to each other as words are, anything is right; between others that are near, the places weigh more, as they do
+    between words. Returns the core and the weight of each place."""
     labels, _ = ndimage.label(core)
     core, weight = core.copy(), sure.astype(np.float32)
     for rows, columns in ndimage.find_objects(labels):
@@ -84,6 +85,11 @@ def refined(core, sure):
         if width <= 1.5 * thick + 1:
             core[rows, max(0, columns.start - 1):columns.stop + 1] = True
             weight[rows.start:rows.stop, max(0, columns.start - 4):columns.stop + 4] *= 4
+        empty = ~inked[max(0, rows.start - thick // 2):rows.stop + thick // 2, columns].any(0)
+        runs, _ = ndimage.label(empty)
+        for (run,) in ndimage.find_objects(runs):
+            if run.stop - run.start > .7 * thick:
+                weight[max(0, rows.start - thick):rows.stop + thick, columns.start + run.start:columns.start + run.stop] *= WORDS
         row = labels[(rows.start + rows.stop) // 2, columns.stop:columns.stop + 6 * thick]
         if not row.any():
             continue
