@@ -49,7 +49,7 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected)
 bool ScreenLanguages::isSimplifiedOpen() const
 {
     constexpr double enough = 100;             // of about ten characters that are seen differently
-    constexpr double enoughOfTraditional = 40; // which was asked for
+    constexpr double enoughOfTraditional = 20; // which was asked for; one or two characters
     return m_evidence <= enough && m_evidence >= -enoughOfTraditional;
 }
 
