@@ -29,7 +29,7 @@ struct RoutedReading
 struct Comparison
 {
     Reading simplified;
-    double evidence = 0; ///< that the line is simplified; negative that it is traditional, 0 where there is none
+    double evidence = 0; ///< for simplified Chinese; below 0 for traditional, 0 if there is none
 };
 
 } // namespace lucentra

@@ -35,7 +35,7 @@ private:
     int characters(ReadingLanguage language) const { return m_characters[std::size_t(language)]; }
 
     std::array<int, 5> m_characters{};
-    double m_evidence = 0; // that the Chinese is simplified
+    double m_evidence = 0; // for simplified Chinese; below 0 for traditional
     bool m_hasKana = false;
     int m_expectedJapanese = 0; // characters, by the kana
 };
