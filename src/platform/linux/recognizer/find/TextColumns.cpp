@@ -199,11 +199,10 @@ std::optional<double> loosenessOf(const ColumnGroup &group, const QList<FoundLin
 
 int emOf(const QList<QRect> &inks)
 {
-    std::vector<int> widths;
+    std::vector<double> widths;
     for (const QRect &ink : inks)
         widths.push_back(ink.height());
-    std::ranges::nth_element(widths, widths.begin() + std::ptrdiff_t(widths.size() / 2));
-    return int(std::lround(widths[widths.size() / 2] / inkOfEm));
+    return int(std::lround(medianOf(widths) / inkOfEm));
 }
 
 /// Puts columns into their order. Pieces of one column, between which a character wasn't found, become one.

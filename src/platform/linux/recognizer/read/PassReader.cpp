@@ -57,7 +57,7 @@ Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
             whole.words.append(word);
         }
         whole.text += part.text;
-        if (!isLast && cut.gap >= wordGap * pixGetHeight(strip.get()))
+        if (!isLast && !whole.text.isEmpty() && cut.gap >= wordGap * pixGetHeight(strip.get()))
             whole.text += QLatin1Char(' ');
         if (!part.text.isEmpty())
             whole.weakest = length == 0 ? part.weakest : std::min(whole.weakest, part.weakest);
