@@ -57,6 +57,8 @@ private Q_SLOTS:
         QTest::newRow("an icon that looks like one") << u"国"_s << 83.0 << 0.58 << false;
         QTest::newRow("an icon") << u"A"_s << 80.0 << 0.6 << false;
         QTest::newRow("a button's label") << u"確定"_s << 90.0 << 0.6 << true;
+        QTest::newRow("an unsure label of ideographs") << u"補間"_s << 74.0 << 0.56 << true;
+        QTest::newRow("as unsure, but letters") << u"Bo"_s << 74.0 << 0.56 << false;
         QTest::newRow("two letters of an icon") << u"my"_s << 76.0 << 0.6 << false;
         QTest::newRow("a label that the net hardly sees") << u"攻擊"_s << 96.0 << 0.5 << true;
         QTest::newRow("what else it hardly sees") << u"Bo"_s << 88.0 << 0.5 << false;

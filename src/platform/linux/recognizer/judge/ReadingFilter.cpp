@@ -78,8 +78,9 @@ bool isPlausible(const Reading &reading, const FoundLine &line)
     // 7,500 lines of screens, where a false line weighed as much as a missed one.
     constexpr std::array<double, 5> least{100, 88, 84, 70, 55};
     constexpr double leastOfLong = 32;
-    constexpr double digits = 14; // less, for one or two characters with a digit
-    constexpr double usual = 0.6; // sureness; a hundredth more or less weighs as much as one of confidence
+    constexpr double leastOfIdeographs = 60; // two or more and nothing else, as icons are hardly ever read
+    constexpr double digits = 14;            // less, for one or two characters with a digit
+    constexpr double usual = 0.6;            // sureness; a hundredth more or less weighs as much as one of confidence
     static const QRegularExpression letter(u"[\\p{L}\\p{N}]"_s);
     static const QRegularExpression digit(u"\\d"_s);
     if (isOn("braces") && isBrace(reading, line))
@@ -94,6 +95,8 @@ bool isPlausible(const Reading &reading, const FoundLine &line)
         worth += 100 * (line.sureness - usual);
     if (size <= 2 && reading.text.contains(digit))
         worth += digits;
+    if (size > 1 && scriptsOf(reading.text).han == qsizetype(size) && worth >= leastOfIdeographs)
+        return true;
     return worth >= least[size];
 }
 
