@@ -596,7 +596,7 @@ class Screen:
                                   lambda: f'<div style="height:{n(5, 12)}px;border:1px solid #888;margin:3px 0"><div style="height:100%;width:{n(5, 100)}%;background:{self.accent}"></div></div>',
                                   lambda: f'<div style="display:grid;grid-template-columns:1fr 1fr;gap:{n(0, 4)}px {n(4, 14)}px;font-size:{n(8, 12)}px;line-height:1.1">' + self.some(2, 6, lambda: f'<div><div style="color:{self.pick((gold, "#fff", "#bbb"))}">{self.short()}</div><div>{self.figure()}</div></div>') + "</div>",
                                   lambda: f'<div>{self.picture("width:24px;height:24px")} <span style="font-size:{n(8, 12)}px">{n(1, 20)}{self.pick("x×-")}{n(1, 9)} {self.short()}</span></div>',
-                                  lambda: f"<div>{self.picture('width:40px;height:40px')}{self.short()}</div>", lambda: f"<div>{self.long()}</div>", lambda: f'<div style="text-align:center;border:1px solid #888;padding:{n(2, 6)}px;margin:{n(2, 6)}px;background:{self.tone(15, 40)};color:#fff">{self.short()}</div>'))()
+                                  lambda: f"<div>{self.picture('width:40px;height:40px')}{self.short()}</div>", self.counters, lambda: f"<div>{self.long()}</div>", lambda: f'<div style="text-align:center;border:1px solid #888;padding:{n(2, 6)}px;margin:{n(2, 6)}px;background:{self.tone(15, 40)};color:#fff">{self.short()}</div>'))()
             parts.append(self.plate(self.some(4, 14, stat), f"{self.pick(('left', 'right'))}:{n(0, 10)}px;top:{n(0, 120)}px;width:{n(110, 260)}px;"))
         if self.maybe(.5):  # dialogue
             face = self.picture(f"width:{n(48, 120)}px;height:{n(48, 120)}px;float:left;margin-right:10px") if self.maybe(.5) else ""
@@ -657,6 +657,27 @@ class Screen:
                          f'background:{self.ground};border:{n(0, 2)}px solid {self.text};font-size:{max(10, size + n(-4, 4))}px">{escape(text()[:n(3, 40)])}</div>')
         return f'<div style="position:absolute;inset:0;overflow:hidden;font-size:{size}px;line-height:{dense};{"font-weight:700;" if self.maybe(.2) else ""}"><style>body *{{writing-mode:vertical-rl}}</style>{body}</div>'
 
+    def token(self):
+        """A small picture of a game, or two, as beside a number."""
+        size, look = self.number(11, 30), self.pick(("", "", "image-rendering:pixelated;", f"background:{self.tone()};"))
+        return "".join(f'<img src="file://{self.pick(self.material["sprites"] if self.maybe(.75) else self.material["icons"])}" style="height:{size}px;width:{size + self.number(-4, 6)}px;object-fit:contain;vertical-align:middle;flex:none;{look}">'
+                       for _ in range(self.pick((1, 1, 1, 2))))
+
+    def counters(self):
+        """Small pictures with numbers or words beside them, as games have for a player's goods and skills."""
+        n = self.number
+        size, gap, far = n(10, 22), n(1, 12), n(8, 60)
+        ground = self.pick((self.tone(4, 25), self.tone(4, 25), f"linear-gradient({self.tone(5, 30)},{self.tone(5, 30)})", f"linear-gradient(#000b,#000b),url('file://{self.pick(self.material['grounds'])}')", self.ground))
+        shade = self.text if ground == self.ground else self.pick(("#fff", "#eee", "#ccc", "#fd8", self.tone(75, 92)))
+
+        def item():
+            text = self.pick((self.figure, self.figure, lambda: str(n(0, 99)), lambda: str(n(0, 9)), self.short, lambda: f'{n(1, 20)}{self.pick("x×-/")}{n(1, 9)} {self.short()}'))()
+            parts = [self.token() if self.maybe(.85) else "", f'<span style="color:{self.vivid() if self.maybe(.15) else shade}">{text}</span>']
+            if self.maybe(.15):
+                parts.reverse()
+            return f'<div style="display:flex;align-items:center;gap:{gap}px;white-space:nowrap">{"".join(parts)}</div>'
+        return f'<div style="display:flex;flex-wrap:wrap;gap:{n(1, 10)}px {far}px;padding:{n(1, 10)}px;max-width:{n(120, 900)}px;background:{ground};font-size:{size}px;line-height:1.2">{self.some(6, 40, item)}</div>'
+
     def scraps(self):
         """What is rare in whole windows: many check boxes, fields of dots, texts of a few characters, ellipses."""
         def checks():
@@ -670,7 +691,7 @@ class Screen:
             n = self.number
             text = self.pick((lambda: "".join(self.chance.choices("口日回國田四目因困囚国曰固圓", k=n(2, 6))), lambda: f"回 {n(1, 9)} {self.pick('次日回目')} {n(1, 31)} {self.pick('日月口')}", lambda: self.short() + self.pick(("...", "…", " ...", "。", "!")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {n(0, 9)}", lambda: f"{n(1, 12)} 月 {n(1, 28)} 日", lambda: f"{n(1, 9)} {self.short()} {n(1, 9)}", self.short, self.short, self.alone, lambda: self.pick("Il1ij|!7"), self.figure))()
             return f'<div style="font-size:{n(10, 40)}px;margin:4px{self.pick(("", "", "", f";word-spacing:{self.chance.uniform(.1, .9):.2f}em", f";font-family:{self.mono}"))}">{text}</div>'
-        parts = (checks, checks, ticks, ticks, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.menubar)
+        parts = (checks, checks, ticks, ticks, self.counters, self.counters, self.counters, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.details, self.menubar, self.toolbar, self.toolbar, self.toolbox)
         return f'<div style="height:100vh;overflow:hidden;display:flex;flex-flow:column wrap">{"".join(self.pick(parts)() for _ in range(7))}</div>'
 
 
