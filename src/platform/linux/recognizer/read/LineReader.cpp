@@ -3,8 +3,10 @@
 #include "Language.h"
 #include "read/ThreadClock.h"
 #include "strip/StripParts.h"
+#include "strip/StrokeShape.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <leptonica/allheaders.h>
 #include <tesseract/baseapi.h>
@@ -12,10 +14,10 @@
 
 #include <algorithm>
 
-// Tesseract fills two tables for its older engine, which isn't used here: letters that look alike, and what its classifier
-// learns of each letter. They took three quarters of the time and the memory of a model. The library calls these two
-// functions by name and finds these empty ones first, since the program exports them. If a version of it doesn't, models
-// only load more slowly.
+// Tesseract fills two tables for its older engine, which isn't used here: letters that look alike, and what its
+// classifier learns of each letter. They took three quarters of the time and the memory of a model. The library calls
+// these two functions by name and finds these empty ones first, since the program exports them. If a version of it
+// doesn't, models only load more slowly.
 namespace tesseract {
 
 class UNICHARSET;
@@ -106,6 +108,56 @@ bool isHangul(QChar character)
     return character.script() == QChar::Script_Hangul;
 }
 
+/// A character of a word, with the columns of the strip where it is about.
+struct Symbol
+{
+    QString text;
+    int left = 0;
+    int right = 0;
+
+    bool isDigit() const { return text.at(0).isDigit(); }
+};
+
+/// The characters of the word that an iterator is at.
+std::vector<Symbol> symbolsOf(tesseract::ResultIterator iterator)
+{
+    std::vector<Symbol> symbols;
+    do {
+        const std::unique_ptr<char[]> text(iterator.GetUTF8Text(tesseract::RIL_SYMBOL));
+        int top = 0;
+        int bottom = 0;
+        Symbol symbol{QString::fromUtf8(text.get())};
+        iterator.BoundingBox(tesseract::RIL_SYMBOL, &symbol.left, &top, &symbol.right, &bottom);
+        if (!symbol.text.isEmpty())
+            symbols.push_back(symbol);
+    } while (!iterator.IsAtFinalElement(tesseract::RIL_WORD, tesseract::RIL_SYMBOL) &&
+             iterator.Next(tesseract::RIL_SYMBOL));
+    return symbols;
+}
+
+/// A word whose I, l and 1 are what they look like: a bar among other characters than digits isn't a 1, and what has a
+/// flag is one.
+QString withSeenOnes(const QString &word, const tesseract::ResultIterator &iterator, const Strip &strip)
+{
+    static const QRegularExpression slender(u"[1Il]"_s);
+    if (word.size() < 2 || !word.contains(slender))
+        return word;
+    const std::vector<Symbol> symbols = symbolsOf(iterator);
+    QString seen;
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+        const auto &[text, left, right] = symbols[i];
+        const bool isInNumber =
+            (i > 0 && symbols[i - 1].isDigit()) || (i + 1 < symbols.size() && symbols[i + 1].isDigit());
+        if (text == u"1"_s && !isInNumber && strokeShapeAt(strip, left, right) == StrokeShape::Bar)
+            seen += u'I';
+        else if ((text == u"I"_s || text == u"l"_s) && strokeShapeAt(strip, left, right) == StrokeShape::One)
+            seen += u'1';
+        else
+            seen += text;
+    }
+    return seen.size() == word.size() ? seen : word;
+}
+
 } // namespace
 
 /// Holds an engine for as long as it reads.
@@ -144,7 +196,8 @@ bool LineReader::prepareUsual()
 {
     constexpr int usual = 2;
     std::unique_lock lock(m_mutex);
-    if (std::ranges::count(m_engines, ReadingLanguage::English, &Engine::language) >= usual || m_engines.size() >= m_maximum)
+    if (std::ranges::count(m_engines, ReadingLanguage::English, &Engine::language) >= usual ||
+        m_engines.size() >= m_maximum)
         return false;
     giveBack(*made(ReadingLanguage::English, lock));
     return true;
@@ -183,9 +236,8 @@ LineReader::Engine *LineReader::made(ReadingLanguage language, std::unique_lock<
 bool LineReader::isLoaded(ReadingLanguage language)
 {
     const std::lock_guard lock(m_mutex);
-    return std::ranges::any_of(m_engines, [language](const Engine &engine) {
-        return engine.language == language && engine.isLoaded;
-    });
+    return std::ranges::any_of(
+        m_engines, [language](const Engine &engine) { return engine.language == language && engine.isLoaded; });
 }
 
 std::chrono::microseconds LineReader::loadingTime()
@@ -254,8 +306,10 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
         darkest = darkestOfColumns(strip);
     while (words && !words->Empty(tesseract::RIL_WORD)) {
         const std::unique_ptr<char[]> text(words->GetUTF8Text(tesseract::RIL_WORD));
-        const QString word = QString::fromUtf8(text.get()).simplified();
+        QString word = QString::fromUtf8(text.get()).simplified();
         if (!word.isEmpty()) {
+            if (!horizontalOf(language))
+                word = withSeenOnes(word, *words, strip);
             const double confidence = double(words->Confidence(tesseract::RIL_WORD));
             int left = 0;
             int top = 0;
