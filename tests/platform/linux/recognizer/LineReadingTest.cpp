@@ -8,6 +8,7 @@
 #include "read/ReaderPool.h"
 #include "strip/LineNormalizer.h"
 #include "strip/StripParts.h"
+#include "strip/StrokeShape.h"
 
 #include <QGuiApplication>
 #include <QTest>
@@ -120,6 +121,33 @@ private Q_SLOTS:
         const auto column = [&](int pixel) { return darkest.begin() + shape.padding + int((pixel - x) * scale); };
         QVERIFY(std::all_of(darkest.begin(), column(word.left() - 1), [](int grey) { return grey >= lightestInk; }));
         QVERIFY(std::any_of(column(word.left()), darkest.end(), [](int grey) { return grey < 0x40; }));
+    }
+
+    void onesAreToldFromBars_data()
+    {
+        columns<QString, QString, StrokeShape>("character", "family", "shape");
+        QTest::newRow("I") << u"I"_s << latin << StrokeShape::Bar;
+        QTest::newRow("l") << u"l"_s << latin << StrokeShape::Bar;
+        QTest::newRow("1 with a foot") << u"1"_s << latin << StrokeShape::One;
+        QTest::newRow("1 without a foot") << u"1"_s << u"Noto Sans"_s << StrokeShape::One;
+        QTest::newRow("l with a curved foot") << u"l"_s << u"DejaVu Sans Mono"_s << StrokeShape::Other;
+        QTest::newRow("another character") << u"7"_s << latin << StrokeShape::Other;
+    }
+
+    void onesAreToldFromBars()
+    {
+        QFETCH(const QString, character);
+        QFETCH(const QString, family);
+        QFETCH(const StrokeShape, shape);
+        for (const int size : {12, 16, 24}) {
+            QImage image = blank({120, 60}, Qt::white);
+            const QRect box = write(image, {30, 40}, u"X %1 X"_s.arg(character), font(family, size), Qt::black);
+            SureMap seen(120, 60);
+            std::ranges::fill(seen.values, std::uint8_t(255));
+            const Strip strip = LineNormalizer(image, box, seen).strip(Separation::Axis, StripShape());
+            const int middle = pixGetWidth(strip.get()) / 2;
+            QVERIFY2(strokeShapeAt(strip, middle - 2, middle + 2) == shape, qPrintable(QString::number(size)));
+        }
     }
 
     void whatIsBesideALineIsNoPartOfIt_data()

@@ -94,8 +94,8 @@ StrokeShape strokeShapeAt(const Strip &strip, int left, int right)
     const double stem = (ink[2].width + ink[3].width) / 2;
     const double middle = (ink[2].middle + ink[3].middle) / 2;
     const bool isUpright = std::abs(ink[2].middle - ink[3].middle) < 0.05 * height;
-    const bool hasFlag =
-        ink[0].middle <= middle && ink[1].width >= 1.2 * stem && ink[1].middle <= middle - 0.04 * height;
+    const bool hasFlag = ink[0].width >= 1.4 * stem && ink[0].middle <= middle - 0.03 * height &&
+                         ink[1].width >= 1.03 * stem && ink[1].middle <= middle - 0.015 * height;
     const bool hasEvenFoot = std::abs(ink[5].middle - middle) < 0.05 * height;
     if (glyph.width() <= 0.75 * height && isUpright && hasFlag && hasEvenFoot)
         return StrokeShape::One;
