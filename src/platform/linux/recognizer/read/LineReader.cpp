@@ -114,8 +114,6 @@ struct Symbol
     QString text;
     int left = 0;
     int right = 0;
-
-    bool isDigit() const { return text.at(0).isDigit(); }
 };
 
 /// The characters of the word that an iterator is at.
@@ -135,8 +133,8 @@ std::vector<Symbol> symbolsOf(tesseract::ResultIterator iterator)
     return symbols;
 }
 
-/// A word whose I, l and 1 are what they look like: a bar among other characters than digits isn't a 1, and what has a
-/// flag is one.
+/// A word whose I, l and 1 are what they look like. A bar among other characters than digits isn't a 1. What has a flag
+/// is one, unless letters follow: in some typewriter fonts l looks much the same.
 QString withSeenOnes(const QString &word, const tesseract::ResultIterator &iterator, const Strip &strip)
 {
     static const QRegularExpression slender(u"[1Il]"_s);
@@ -146,11 +144,13 @@ QString withSeenOnes(const QString &word, const tesseract::ResultIterator &itera
     QString seen;
     for (std::size_t i = 0; i < symbols.size(); ++i) {
         const auto &[text, left, right] = symbols[i];
-        const bool isInNumber =
-            (i > 0 && symbols[i - 1].isDigit()) || (i + 1 < symbols.size() && symbols[i + 1].isDigit());
-        if (text == u"1"_s && !isInNumber && strokeShapeAt(strip, left, right) == StrokeShape::Bar)
+        const QChar before = i > 0 ? symbols[i - 1].text.back() : QChar();
+        const QChar after = i + 1 < symbols.size() ? symbols[i + 1].text.front() : QChar();
+        const bool mayBeI = text == u"1"_s && !before.isDigit() && !after.isDigit();
+        const bool mayBeOne = (text == u"I"_s || text == u"l"_s) && !after.isLetter() && before != u'l';
+        if (mayBeI && strokeShapeAt(strip, left, right) == StrokeShape::Bar)
             seen += u'I';
-        else if ((text == u"I"_s || text == u"l"_s) && strokeShapeAt(strip, left, right) == StrokeShape::One)
+        else if (mayBeOne && strokeShapeAt(strip, left, right) == StrokeShape::One)
             seen += u'1';
         else
             seen += text;
