@@ -1,8 +1,8 @@
-#include "Pictures.h"
 #include "Columns.h"
+#include "Pictures.h"
+#include "TestProgram.h"
 #include "find/TextColumns.h"
 #include "strip/LineNormalizer.h"
-#include "TestProgram.h"
 
 #include <leptonica/allheaders.h>
 
@@ -111,6 +111,8 @@ private Q_SLOTS:
         QTest::newRow("words") << menu << latin << 5 << false << false;
         QTest::newRow("words of a terminal")
             << QStringList{u"int n = none; auto i"_s} << u"DejaVu Sans Mono"_s << 0 << false << false;
+        QTest::newRow("lone characters of a terminal")
+            << QStringList{u"let x = 1; y = 2;"_s} << u"DejaVu Sans Mono"_s << 0 << false << false;
         QTest::newRow("spaced ideographs") << entries << han << 8 << false << false;
         QTest::newRow("label and field") << QStringList{u"Name"_s, u"Anna"_s} << latin << 12 << true << true;
     }

@@ -88,7 +88,7 @@ StrokeShape strokeShapeAt(const Strip &strip, int left, int right)
                                     glyph.top + glyph.height() * (i + 1) / parts);
     const auto [narrow, wide] = std::ranges::minmax(ink, {}, &RowInk::width);
     const auto [first, last] = std::ranges::minmax(ink, {}, &RowInk::middle);
-    if (glyph.width() <= 0.3 * height && wide.width < 1.25 * narrow.width &&
+    if (glyph.width() <= 0.25 * height && wide.width < 1.25 * narrow.width &&
         last.middle - first.middle < 0.01 * height + 0.1)
         return StrokeShape::Bar;
     const double stem = (ink[2].width + ink[3].width) / 2;
