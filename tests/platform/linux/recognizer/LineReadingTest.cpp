@@ -139,7 +139,7 @@ private Q_SLOTS:
         QFETCH(const QString, character);
         QFETCH(const QString, family);
         QFETCH(const StrokeShape, shape);
-        for (const int size : {13, 16, 24}) {
+        for (const int size : {16, 24}) {
             QImage image = blank({120, 60}, Qt::white);
             const QRect box = write(image, {30, 40}, u"X %1 X"_s.arg(character), font(family, size), Qt::black);
             SureMap seen(120, 60);
