@@ -270,12 +270,13 @@ def light_glass(folder: pathlib.Path) -> None:
 
 
 def first_tips(folder: pathlib.Path) -> None:
+    room = (*PANE[:3], PANE[3] + 100)  # beneath the translations
     for scale in (1, 2):
-        with Stage(folder, scale=scale, preferences={"firstTipsDone": 0}) as stage:
+        with Stage(folder, scale=scale, pane=room, preferences={"firstTipsDone": 0}) as stage:
             stage.shoot(f"tip-drag-scale-{scale}")
             stage.translate_by_key()
             stage.shoot(f"tip-hotkey-scale-{scale}")
-    with Stage(folder, preferences={"firstTipsDone": 0, "translationEngine": 0}) as stage:
+    with Stage(folder, pane=room, preferences={"firstTipsDone": 0, "translationEngine": 0}) as stage:
         stage.translate_by_key()
         time.sleep(8)  # the engine's own hint goes
         stage.shoot("tip-models")
