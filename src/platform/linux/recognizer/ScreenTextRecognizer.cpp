@@ -95,7 +95,7 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
         if (!isPlausible(reading, line.found) ||
             (isOn("cut lines") && isCut(line.found.ink, size) && reading.confidence < sureOfCut))
             continue;
-        texts.append({line.letters.isNull() ? line.found.ink : line.letters, reading.text});
+        texts.append({line.found.ink, reading.text});
         inks.append(line.found.ink);
     }
     if (isOn("twins"))
@@ -128,7 +128,7 @@ QList<ReadLine> linesIn(const TextMaps &maps, double minimumTextHeight)
     const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * maps.ink.height)));
     QList<ReadLine> lines;
     for (const FoundLine &found : linesOf(maps, minimumHeight))
-        lines.append({found, {}, {}, {}});
+        lines.append({found, {}, {}});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });

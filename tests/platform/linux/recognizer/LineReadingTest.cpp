@@ -183,31 +183,6 @@ private Q_SLOTS:
         QVERIFY(!isDarkAt(beside.center()));
     }
 
-    void aLineIsAsHighAsItsLetters_data()
-    {
-        columns<int, QRect>("top", "letters"); // of the found box; the word is 20 pixels high and begins at y = 40
-        QTest::newRow("lit windows above") << 20 << QRect(20, 40, 90, 20);
-        QTest::newRow("a little room above") << 36 << QRect(20, 36, 90, 24);
-        QTest::newRow("hardly anything is left") << 0 << QRect(20, 0, 90, 60);
-    }
-
-    void aLineIsAsHighAsItsLetters()
-    {
-        QFETCH(const int, top);
-        QImage image = blank({140, 80}, QColor(30, 30, 60));
-        const QRect box(20, top, 90, 60 - top);
-        QPainter painter(&image);
-        for (int x = 20; x < 104; x += 12) {
-            painter.fillRect(x, 40, 4, 20, Qt::white);
-            painter.fillRect(x, top, 6, 8, QColor(255, 220, 150));
-        }
-        painter.end();
-        SureMap seen(140, 80);
-        std::ranges::fill(seen.values, std::uint8_t(255));
-        QTEST(LineNormalizer(image, box, seen).letters(Separation::BrightFill), "letters");
-        QCOMPARE(LineNormalizer(image, box, seen).letters(Separation::Axis), box);
-    }
-
     void everyTaskOfThePoolIsDone()
     {
         std::atomic<int> rests = 0;

@@ -259,14 +259,12 @@ void ScreenPass::compare(ReadLine &line) const
 
 void ScreenPass::readAlike(ReadLine &line) const
 {
-    QRect letters;
     for (qsizetype i = 0; i < line.pieces.size(); ++i) {
         RoutedReading &piece = line.pieces[i];
         const LineNormalizer normalizer = normalized(line.found.pieces[i].ink);
-        piece.best = m_thorough.readAlike(normalizer, piece, i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
-        letters |= normalizer.letters(piece.separation);
+        piece.best =
+            m_thorough.readAlike(normalizer, piece, i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
     }
-    line.letters = letters;
     if (isOn("keys") && !line.pieces.isEmpty())
         readKey(line);
 }

@@ -22,7 +22,6 @@ struct ReadLine
     FoundLine found;
     QList<RoutedReading> pieces; ///< one for each of the line's pieces
     Comparison comparison;       ///< of the two ways to write Chinese
-    QRect letters;               ///< its box as high as its letters, pixels of the image; null before it is read
 };
 
 /// Reads the lines of one image with all workers.

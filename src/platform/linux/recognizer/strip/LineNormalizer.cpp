@@ -361,45 +361,16 @@ Plane LineNormalizer::coverageBy(Separation separation) const
     return coverage;
 }
 
-/// The line's ink, as high as what is left of it.
-QRect LineNormalizer::lettersOn(const Plane &coverage) const
-{
-    constexpr float dark = 0.5F;
-    // Of the height: letters that are lower had strangers above or below; those that are lower still aren't all there.
-    constexpr double most = 0.75;
-    constexpr double least = 0.4;
-    const auto isEmpty = [&coverage](int y) {
-        return std::all_of(coverage.row(y), coverage.row(y) + coverage.width, [](float value) { return value < dark; });
-    };
-    int top = 0;
-    int bottom = coverage.height - 1;
-    while (top < bottom && isEmpty(top))
-        ++top;
-    while (top < bottom && isEmpty(bottom))
-        --bottom;
-    const int height = bottom - top + 1;
-    if (height > most * m_ink.height() || height < least * m_ink.height())
-        return m_ink;
-    return {m_ink.left(), m_crop.top() + top, m_ink.width(), height};
-}
-
-QRect LineNormalizer::letters(Separation separation) const
-{
-    return separation == Separation::Axis || !isOn("fitted") ? m_ink : lettersOn(coverageBy(separation));
-}
-
 Strip LineNormalizer::strip(Separation separation, const StripShape &shape) const
 {
     const Plane coverage = coverageBy(separation);
-    const QRect letters = separation == Separation::Axis || !isOn("fitted") ? m_ink : lettersOn(coverage);
-    const double scale = shape.height * shape.inkShare / letters.height();
+    const double scale = shape.height * shape.inkShare / m_ink.height();
     const Strip scaled = greyOf(resized(coverage, {scale * shape.widthScale, scale}));
     const int width = pixGetWidth(scaled.get());
     const int height = pixGetHeight(scaled.get());
     Strip strip(pixCreate(width + 2 * shape.padding, shape.height, 8));
     pixSetAll(strip.get());
-    const int top =
-        int(std::lround((shape.height * (1 - shape.inkShare)) / 2 - (letters.top() - m_crop.top()) * scale));
+    const int top = int(std::lround((shape.height * (1 - shape.inkShare)) / 2 - (m_ink.top() - m_crop.top()) * scale));
     pixRasterop(strip.get(), shape.padding, top, width, height, PIX_SRC, scaled.get(), 0, 0);
     return strip;
 }

@@ -53,10 +53,6 @@ public:
     /// The ways to tell letters from their surroundings, the likeliest first.
     QList<Separation> separations() const;
 
-    /// The line's box as high as the letters that a separation leaves of it, in pixels of the image. Small shapes on a
-    /// picture, such as lit windows, may make `ink` higher.
-    QRect letters(Separation separation) const;
-
     QSize inkSize() const { return m_ink.size(); }
 
     /// The line as dark letters on white paper.
@@ -66,7 +62,6 @@ private:
     std::vector<float> maskedCoverage() const;
     void dropFarFromInk(Plane &coverage) const;
     Plane coverageBy(Separation separation) const;
-    QRect lettersOn(const Plane &coverage) const;
 
     const QImage &m_image;
     const SureMap &m_seen;
