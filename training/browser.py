@@ -140,11 +140,13 @@ class Browser:
         return self.run(f"{{const s = document.createElement('style'); s.textContent = {json.dumps(text)};"
                         "document.documentElement.appendChild(s); s.id = 's' + document.querySelectorAll('style').length; s.id}")
 
-    def shoot(self, scroll=0):
-        """Returns (picture with text, picture without, pieces in device pixels)."""
+    def shoot(self, scroll=0, twice=True):
+        """Returns (picture with text, picture without if `twice`, pieces in device pixels)."""
         self.run(f"scrollTo(0, {scroll / self.scale})")
         pieces = [[p[0], *(v * self.scale for v in p[1:5]), *p[5:]] for p in self.run(PIECES)]
         shown = self.picture()
+        if not twice:
+            return shown, None, pieces
         name = self.style(HIDE)
         hidden = self.picture()
         self.run(f"document.getElementById('{name}').remove()")

@@ -14,6 +14,8 @@ import subprocess
 from PIL import Image
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+# Fonts of signs, of small capitals and of handwriting.
+UNREADABLE = re.compile(r"Keyboard|\\|Symbols|Math|D050000L|Z003|Smallcaps|Monoisome")
 LANGUAGES = ("en", "zh_TW", "zh_CN", "ja", "ko")
 FONT_CONFIG = """<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig>
 <dir>{root}/usr/share/fonts</dir><cachedir>{cache}</cachedir>
@@ -61,7 +63,7 @@ def families(folder):
             pattern = f":lang={language.replace('_', '-').lower()}{more}"
             out = subprocess.run(["fc-list", pattern, "family"], env=environment, capture_output=True, text=True, check=True)
             names = {line.split(",")[0].strip() for line in out.stdout.splitlines()}
-            found[kind] = sorted(name for name in names if "Keyboard" not in name and "\\" not in name)
+            found[kind] = sorted(name for name in names if not UNREADABLE.search(name))
     east = {name for language in LANGUAGES[1:] for name in found[language]}
     for kind in ("en", "en mono"):  # CJK fonts draw Latin too, on their own pages
         found[kind] = [name for name in found[kind] if name not in east]

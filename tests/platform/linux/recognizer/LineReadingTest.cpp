@@ -51,7 +51,7 @@ private Q_SLOTS:
         QTest::newRow("a line") << u"Open the report"_s << 33.0 << 0.6 << true;
         QTest::newRow("an unsure line") << u"Open the report"_s << 31.0 << 0.6 << false;
         QTest::newRow("punctuation alone") << u"--- |"_s << 95.0 << 0.6 << false;
-        QTest::newRow("a brace") << u"}"_s << 93.0 << 0.6 << true;
+        QTest::newRow("a brace") << u"}"_s << 83.0 << 0.6 << true;
         QTest::newRow("a digit") << u"7"_s << 80.0 << 0.6 << true;
         QTest::newRow("a letter") << u"A"_s << 92.0 << 0.6 << true;
         QTest::newRow("an ideograph that the net sees clearly") << u"遠"_s << 80.0 << 0.7 << true;
@@ -218,8 +218,9 @@ private Q_SLOTS:
         std::vector<std::jthread> threads;
         std::atomic<int> right = 0;
         for (int i = 0; i < 3; ++i) // one engine for three threads
-            threads.emplace_back(
-                [&] { right += reader.read(strip, ReadingLanguage::English, ReadingMode::Line, 1).text == u"Open"_s; });
+            threads.emplace_back([&] {
+                right += reader.read(strip, ReadingLanguage::English, ReadingMode::Usual, 1).text == u"Open"_s;
+            });
         threads.clear();
         QCOMPARE(right.load(), 3);
     }

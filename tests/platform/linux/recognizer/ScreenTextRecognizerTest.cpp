@@ -66,6 +66,28 @@ private Q_SLOTS:
         QCOMPARE(textsOf(*lines), QStringList({u"Open the report"_s, u"下載位置"_s, u"ありがとう"_s}));
     }
 
+    void smallPrintOfScreens_data()
+    {
+        columns<QString, int, QStringList>("family", "size", "lines");
+        QTest::newRow("code") << latin << 14
+                              << QStringList{u"if (i != 1 && !isOn) {"_s, u"typedef __ssize_t ssize_t;"_s};
+        QTest::newRow("typewriter") << u"DejaVu Sans Mono"_s << 13
+                                    << QStringList{u"size_t len(void);"_s, u"/etc/resolv.conf"_s, u"V:0, I:6"_s};
+        QTest::newRow("beside ideographs")
+            << u"DejaVu Sans Mono"_s << 14 << QStringList{u"ms = 2500; // 毫秒"_s, u"确定"_s};
+    }
+
+    void smallPrintOfScreens()
+    {
+        QFETCH(const QString, family);
+        QFETCH(const int, size);
+        QFETCH(const QStringList, lines);
+        QImage image = blank({320, 150}, Qt::white);
+        for (int i = 0; i < lines.size(); ++i)
+            write(image, {20, 40 + 40 * i}, lines[i], font(family, size), Qt::black);
+        QCOMPARE(textsOf(*m_recognizer.perform(usual, image)), lines);
+    }
+
     void columnsAreReadFromTheRight_data()
     {
         columns<QStringList, QStringList, int>("columns", "texts", "apart");

@@ -62,7 +62,7 @@ namespace {
 /// A line of code that closes or opens what others are in.
 bool isBrace(const Reading &reading, const FoundLine &line)
 {
-    constexpr double sure = 90;
+    constexpr double sure = 80;
     static const QRegularExpression brace(u"^(?:[{}]|[})\\]]{1,4}[;,]?)$"_s);
     return reading.confidence >= sure && brace.match(reading.text).hasMatch() &&
            qsizetype(2) * line.ink.height() >=

@@ -115,7 +115,7 @@ private:
         const LineNormalizer column = columnOf(task);
         for (const Separation separation : column.separations()) {
             const Strip strip = column.strip(separation, LineReader::stripShape(task.language));
-            for (const ReadingMode mode : {ReadingMode::Line, ReadingMode::Whole}) {
+            for (const ReadingMode mode : {ReadingMode::Usual, ReadingMode::Other}) {
                 if (task.reading.confidence >= goodColumn || (once && task.worth > 0))
                     break;
                 Reading reading = m_reader.read(strip, task.language, mode);

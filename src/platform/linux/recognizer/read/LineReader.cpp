@@ -1,11 +1,11 @@
 #include "read/LineReader.h"
 
-#include "Language.h"
+#include "Rules.h"
+#include "read/EngineModels.h"
 #include "read/ThreadClock.h"
 #include "strip/StripParts.h"
 #include "strip/StrokeShape.h"
 
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <leptonica/allheaders.h>
@@ -14,78 +14,11 @@
 
 #include <algorithm>
 
-// Tesseract fills two tables for its older engine, which isn't used here: letters that look alike, and what its
-// classifier learns of each letter. They took three quarters of the time and the memory of a model. The library calls
-// these two functions by name and finds these empty ones first, since the program exports them. If a version of it
-// doesn't, models only load more slowly.
-namespace tesseract {
-
-class UNICHARSET;
-struct ADAPT_TEMPLATES_STRUCT;
-
-class UnicharAmbigs
-{
-    void LoadUniversal(const UNICHARSET &, UNICHARSET *);
-};
-
-struct ADAPT_CLASS_STRUCT
-{
-    ~ADAPT_CLASS_STRUCT();
-};
-
-void AddAdaptedClass(ADAPT_TEMPLATES_STRUCT *, ADAPT_CLASS_STRUCT *adapted, int);
-
-void UnicharAmbigs::LoadUniversal(const UNICHARSET &, UNICHARSET *) {}
-
-/// Takes over what it is given. Its size isn't known here.
-void AddAdaptedClass(ADAPT_TEMPLATES_STRUCT *, ADAPT_CLASS_STRUCT *adapted, int)
-{
-    adapted->~ADAPT_CLASS_STRUCT();
-    ::operator delete(static_cast<void *>(adapted));
-}
-
-} // namespace tesseract
-
 namespace lucentra {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString modelName(ReadingLanguage language)
-{
-    const std::optional<ReadingLanguage> horizontal = horizontalOf(language);
-    const Language &row = targetLanguages[size_t(horizontal.value_or(language))];
-    return horizontal ? row.columnModel : row.lineModel;
-}
-
-/// Where the engine looks for its models, with a slash at the end. It says so once it is asked to load none.
-QString modelFolder()
-{
-    const std::vector<std::string> names{"debug_file"};
-    const std::vector<std::string> values{"/dev/null"};
-    tesseract::TessBaseAPI engine;
-    engine.Init(nullptr, "~none", tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false);
-    const char *path = engine.GetDatapath();
-    return path ? QString::fromLocal8Bit(path) : QString();
-}
-
-std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, bool usesLanguageCorrection)
-{
-    std::vector<std::string> names{"debug_file", "tessedit_do_invert"};
-    std::vector<std::string> values{"/dev/null", "0"};
-    if (!usesLanguageCorrection) {
-        for (const char *name : {"load_system_dawg", "load_freq_dawg", "load_punc_dawg", "load_number_dawg"}) {
-            names.emplace_back(name);
-            values.emplace_back("0");
-        }
-    }
-    auto engine = std::make_unique<tesseract::TessBaseAPI>();
-    const QByteArray model = modelName(language).toLatin1();
-    if (engine->Init(nullptr, model.constData(), tesseract::OEM_LSTM_ONLY, nullptr, 0, &names, &values, false) != 0)
-        return nullptr;
-    return engine;
-}
 
 thread_local std::chrono::microseconds timeOfLoading{0};
 
@@ -137,6 +70,8 @@ std::vector<Symbol> symbolsOf(tesseract::ResultIterator iterator)
 /// is one, unless letters follow: in some typewriter fonts l looks much the same.
 QString withSeenOnes(const QString &word, const tesseract::ResultIterator &iterator, const Strip &strip)
 {
+    if (!isOn("ones"))
+        return word;
     static const QRegularExpression slender(u"[1Il]"_s);
     if (word.size() < 2 || !word.contains(slender))
         return word;
@@ -291,7 +226,8 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     tesseract::TessBaseAPI *api = loan.api();
     if (!api)
         return {};
-    api->SetPageSegMode(mode == ReadingMode::Line ? tesseract::PSM_SINGLE_LINE : tesseract::PSM_RAW_LINE);
+    const bool isWhole = (language == ReadingLanguage::English) == (mode == ReadingMode::Usual);
+    api->SetPageSegMode(isWhole ? tesseract::PSM_RAW_LINE : tesseract::PSM_SINGLE_LINE);
     api->SetImage(strip.get());
     api->SetSourceResolution(300);
     Reading reading{{}, 0, language};
@@ -347,17 +283,6 @@ std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical)
     default:
         return {};
     }
-}
-
-bool LineReader::isInstalled(ReadingLanguage language)
-{
-    return isInstalled(modelName(language));
-}
-
-bool LineReader::isInstalled(const QString &model)
-{
-    static const QString folder = modelFolder();
-    return QFileInfo(folder + model + u".traineddata"_s).isReadable();
 }
 
 } // namespace lucentra

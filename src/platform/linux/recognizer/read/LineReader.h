@@ -33,10 +33,10 @@ enum class ReadingLanguage {
 /// The language of a vertical one in lines; nullopt for those in lines.
 std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical);
 
-/// How the letters are looked for on a strip.
+/// How the letters are looked for on a strip: the engine finds their extent itself, or takes the strip as it is.
 enum class ReadingMode {
-    Line,  ///< the engine finds the letters' extent itself: right more often
-    Whole, ///< the strip as it is: at its best where the former sees no letters or cuts some off
+    Usual, ///< as it is for English, whose net was trained so; else the former, which is right more often
+    Other, ///< sometimes right where the usual way sees no letters or cuts some off
 };
 
 /// A word's place in a reading.
@@ -44,8 +44,8 @@ struct ReadWord
 {
     qsizetype start = 0; ///< in the text
     qsizetype length = 0;
-    int left = 0;        ///< pixels of the strip; rough
-    int right = 0;       ///< behind the last column
+    int left = 0;  ///< pixels of the strip; rough
+    int right = 0; ///< behind the last column
     double confidence = 0;
 };
 
@@ -56,7 +56,7 @@ struct Reading
     double confidence = 0; ///< 0 to 100; the mean over the words, weighted by their length
     ReadingLanguage language = ReadingLanguage::English; ///< of the model
     double weakest = 0;                                  ///< confidence of the least sure word
-    QList<ReadWord> words;                               ///< as the engine cuts them, a syllable or an ideograph each at the least; not of English
+    QList<ReadWord> words; ///< as the engine cuts them, a syllable or an ideograph each at the least; not of English
 };
 
 /// The engines: made when they are first needed, lent to one read at a time, and kept. They take 2 (English) to 11 MB
@@ -81,7 +81,7 @@ public:
 
     /// Reads a strip that fits the language (see `stripShape`). Empty where there is no such model. Waits for
     /// another read to end where `most` engines of the language are busy.
-    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line, int most = 64);
+    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Usual, int most = 64);
 
     /// The processor time that the calling thread has worked so far to load engines, of whichever reader.
     static std::chrono::microseconds loadingTime();

@@ -41,7 +41,7 @@ double worthOf(const Reading &reading, const ScriptShares &seen)
         return worth;
     // An ideograph takes as much room as two letters.
     const double wideRead = 2.0 * read.wide() / (2.0 * read.wide() + read.latin);
-    const double wideSeen = 1 - seen[TextMaps::Latin] / sumOf(seen);
+    const double wideSeen = wideShare(seen);
     return worth * (1 - disagreement * std::abs(wideRead - wideSeen));
 }
 
@@ -94,6 +94,12 @@ double evidenceOf(const Reading &traditional, const Reading &simplified)
 
 } // namespace
 
+double wideShare(const ScriptShares &seen)
+{
+    const double all = sumOf(seen);
+    return all > 0 ? 1 - seen[TextMaps::Latin] / all : 0;
+}
+
 /// One line under the router's hands: who has read it, and the best that came out.
 class LineRouter::Attempts
 {
@@ -108,7 +114,7 @@ public:
     }
 
     /// Reads once more, unless it has been read so. The better reading stays.
-    Reading read(ReadingLanguage language, Separation separation, ReadingMode mode = ReadingMode::Line)
+    Reading read(ReadingLanguage language, Separation separation, ReadingMode mode = ReadingMode::Usual)
     {
         const Attempt attempt{language, separation, mode};
         const bool isFirst = m_routed.attempts.isEmpty();
@@ -220,7 +226,7 @@ RoutedReading LineRouter::read(const LineNormalizer &line, const ScriptShares &s
     for (const Separation separation : line.separations()) {
         attempts.read(readers.first(), separation);
         if (isOn("whole strips") && m_mayRetry && attempts.best().confidence < good)
-            attempts.read(readers.first(), separation, ReadingMode::Whole);
+            attempts.read(readers.first(), separation, ReadingMode::Other);
         // The net tells Latin letters and Hangul from others well, kana from ideographs less so.
         const bool isLatin = sumOf(scripts) > 0 && readers.first() == ReadingLanguage::English;
         const Scripts read = scriptsOf(attempts.best().text);
@@ -246,7 +252,7 @@ bool LineRouter::readSquare(Attempts &attempts, ReadingLanguage leading) const
             continue;
         Reading reading = attempts.read(language, separation);
         if (reading.confidence < hopeless)
-            reading = attempts.read(language, separation, ReadingMode::Whole);
+            reading = attempts.read(language, separation, ReadingMode::Other);
         const Writing writing = writingOf(reading.text);
         if ((writing == Writing::Latin || writing == Writing::Digits) && reading.confidence >= good)
             return false;
@@ -313,7 +319,7 @@ Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalize
     if (!reader.isReady(ReadingLanguage::SimplifiedChinese))
         return {};
     const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
-    const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Line, 1);
+    const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Usual, 1);
     return {simplified, evidenceOf(routed.best, simplified)};
 }
 

@@ -7,6 +7,9 @@
 
 namespace lucentra {
 
+/// The share of other letters than Latin ones in what is seen, 0 to 1; 0 if nothing is.
+double wideShare(const ScriptShares &seen);
+
 /// Sends each line to the readers that its scripts call for: Latin letters to English, kana to Japanese, Hangul to
 /// Korean, ideographs to the leading one of the languages that have them. Where its reading isn't sure, another is
 /// asked as well, and the better reading stays. So most lines are read once.

@@ -22,7 +22,7 @@ public:
     }
 
     /// As `LineReader::read`. Empty once the pass isn't wanted any more.
-    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Line,
+    Reading read(const Strip &strip, ReadingLanguage language, ReadingMode mode = ReadingMode::Usual,
                  int most = 64) const;
 
     /// Whether a language can be asked for a second reading. If not, its model is missed.

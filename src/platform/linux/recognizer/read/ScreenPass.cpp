@@ -30,6 +30,23 @@ double readingTime(const QSize &size)
 
 } // namespace
 
+QRect roomOf(const QRect &ink, const QList<QRect> &lines, const QSize &image)
+{
+    int top = 0;
+    int bottom = image.height() - 1;
+    // What two boxes share is of both if it is little, such as tails and accents, else a half is of each.
+    const auto part = [&ink](int shared) { return 4 * shared > ink.height() ? (shared + 1) / 2 : 0; };
+    for (const QRect &other : lines) {
+        if (other.right() < ink.left() || other.left() > ink.right())
+            continue;
+        if (other.top() > ink.center().y())
+            bottom = std::min(bottom, std::max(ink.bottom(), other.top() - 1) - part(ink.bottom() - other.top() + 1));
+        else if (other.bottom() < ink.center().y())
+            top = std::max(top, std::min(ink.top(), other.bottom() + 1) + part(other.bottom() - ink.top() + 1));
+    }
+    return {0, top, image.width(), bottom - top + 1};
+}
+
 ScreenPass::ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> &lines, const LineRouter &thorough,
                        const LineRouter &hasty, LineReader &reader, ReaderPool &pool,
                        const TextRecognitionRequest &request)
@@ -42,8 +59,10 @@ ScreenPass::ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> 
     , m_budget(pool.workers() * readingTime(image.size()))
     , m_doubts(pool.workers() * (m_reader.isHasty() ? hastyTime : readingTime(image.size())))
 {
-    for (ReadLine &line : lines)
+    for (ReadLine &line : lines) {
         m_lines.push_back(&line);
+        m_places.append(line.found.ink);
+    }
 }
 
 void ScreenPass::run()
@@ -140,23 +159,9 @@ bool ScreenPass::isDoubtful(const ReadLine &line) const
     });
 }
 
-/// A line's strip leaves out what is of the lines above and below.
 LineNormalizer ScreenPass::normalized(const QRect &ink) const
 {
-    int top = 0;
-    int bottom = m_image.height() - 1;
-    // What two boxes share is of both if it is little, such as tails and accents, else a half is of each.
-    const auto part = [&ink](int shared) { return 4 * shared > ink.height() ? (shared + 1) / 2 : 0; };
-    for (const ReadLine *line : m_lines) {
-        const QRect &other = line->found.ink;
-        if (other.right() < ink.left() || other.left() > ink.right())
-            continue;
-        if (other.top() > ink.center().y())
-            bottom = std::min(bottom, std::max(ink.bottom(), other.top() - 1) - part(ink.bottom() - other.top() + 1));
-        else if (other.bottom() < ink.center().y())
-            top = std::max(top, std::min(ink.top(), other.bottom() + 1) + part(other.bottom() - ink.top() + 1));
-    }
-    return {m_image, ink, m_ink, isOn("room") ? QRect(0, top, m_image.width(), bottom - top + 1) : QRect()};
+    return {m_image, ink, m_ink, isOn("room") ? roomOf(ink, m_places, m_image.size()) : QRect()};
 }
 
 void ScreenPass::read(ReadLine &line) const
@@ -170,13 +175,15 @@ void ScreenPass::read(ReadLine &line) const
         readStretches(line);
 }
 
-/// How sure the pieces of a line are, each by its width.
+/// How sure the pieces of a line are, each by its width. English passes over what is in other scripts.
 double ScreenPass::sureness(const QList<LinePiece> &pieces, const QList<RoutedReading> &readings)
 {
     double sum = 0;
     double width = 0;
     for (qsizetype i = 0; i < readings.size(); ++i) {
-        sum += readings[i].best.confidence * pieces[i].ink.width();
+        const Reading &best = readings[i].best;
+        const double unread = best.language == ReadingLanguage::English ? wideShare(pieces[i].scripts) : 0;
+        sum += best.confidence * (1 - unread) * pieces[i].ink.width();
         width += pieces[i].ink.width();
     }
     return width > 0 ? sum / width : 0;
@@ -207,7 +214,7 @@ void ScreenPass::readStretches(ReadLine &line) const
 void ScreenPass::readKey(ReadLine &line) const
 {
     static const QRegularExpression key(u" ?[(（](?!(?:[A-Z]|\\d+)[)）]$)[^()（）]{0,3}[)）]?$"_s);
-    static const QRegularExpression latinKey(u"(?<=\\D)([A-Z01l|])[)\\]}]$"_s);
+    static const QRegularExpression latinKey(u"(?<![A-Za-z0-9])([A-Z01l|])[)\\]}]?$"_s);
     Reading &reading = line.pieces.last().best;
     const QRegularExpressionMatch match = key.match(reading.text);
     if (reading.language == ReadingLanguage::English || !match.hasMatch() || match.capturedStart() == 0)

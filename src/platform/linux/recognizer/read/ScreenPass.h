@@ -24,6 +24,10 @@ struct ReadLine
     Comparison comparison;       ///< of the two ways to write Chinese
 };
 
+/// The part of an image that a line's strip is cut from, without what is of the `lines` above and below it (itself may
+/// be among them). Pixels of the image, as its `ink`.
+QRect roomOf(const QRect &ink, const QList<QRect> &lines, const QSize &image);
+
 /// Reads the lines of one image with all workers.
 ///
 /// Those that made little sense are read on, and traditional Chinese is compared with simplified, until the screen's is
@@ -71,6 +75,7 @@ private:
     const QImage &m_image;
     const SureMap &m_ink;
     Lines m_lines;
+    QList<QRect> m_places; ///< of the lines
     const LineRouter &m_thorough;
     const LineRouter &m_hasty;
     const PassReader m_reader;
