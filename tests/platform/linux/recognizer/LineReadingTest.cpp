@@ -34,9 +34,6 @@ private Q_SLOTS:
         QTest::newRow("a space between the scripts stays") << u"第 3 章 Linux 版"_s << u"第 3 章 Linux 版"_s;
         QTest::newRow("a bar for I") << u"Sure, | may be late"_s << u"Sure, I may be late"_s;
         QTest::newRow("bars in code stay") << u"move || handle"_s << u"move || handle"_s;
-        QTest::newRow("a key's name") << u"Ctri+H"_s << u"Ctrl+H"_s;
-        QTest::newRow("a function key") << u"Shift+Fll"_s << u"Shift+F11"_s;
-        QTest::newRow("words that look alike stay") << u"Fill"_s.toLower() << u"fill"_s;
     }
 
     void textIsTidied()

@@ -17,13 +17,7 @@ QString tidied(const QString &text)
     static const QRegularExpression spaceBetweenWide(
         u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～]) +(?=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～])"_s);
     static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
-    // Keys are no words, so the model's dictionary is no help with them.
-    static const QRegularExpression controlKey(u"\\b[Cc]tr[il1|I]{0,2}\\+"_s);
-    static const QRegularExpression letterKey(u"^[Cc]tr.{1,3}?([A-Z])$"_s);
-    static const QRegularExpression functionKey(u"^((?:Shift|Ctrl|Alt)\\+)?F[il1|I]{2,3}$"_s);
     QString result = text;
-    if (isOn("key names"))
-        result.replace(controlKey, u"Ctrl+"_s).replace(letterKey, u"Ctrl+\\1"_s).replace(functionKey, u"\\1F11"_s);
     result.replace(spaceBetweenWide, QString());
     if (isOn("a bar for I"))
         result.replace(loneBar, u"I"_s);
