@@ -7,8 +7,10 @@ are told every 1,000 steps. OUT.lstm is the net's part of such a file with the n
 import argparse
 import glob
 import os
+import pathlib
 import pickle
 import random
+import sys
 import time
 
 import numpy as np
@@ -18,6 +20,9 @@ from torch import distributed, multiprocessing
 from torch.nn import functional
 
 from reader_net import HEIGHT, LSTM, ReaderNet, characters, parts, values_of
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "benchmarks/recognition"))
+from scores import distance  # noqa: E402
 
 BATCH, HELD_BACK = 48, 25
 PROCESSES = 2  # each with a half of a batch: threads of one make it hardly faster
@@ -91,16 +96,6 @@ def batches(samples, chance):
         groups = [part[i:i + BATCH] for i in range(0, len(part) - BATCH + 1, BATCH)]
         chance.shuffle(groups)
         yield from groups
-
-
-def distance(a, b):
-    costs = list(range(len(b) + 1))
-    for row, left in enumerate(a, 1):
-        diagonal, costs[0] = costs[0], row
-        for column, right in enumerate(b, 1):
-            best = min(costs[column], costs[column - 1]) + 1
-            diagonal, costs[column] = costs[column], min(best, diagonal + (left != right))
-    return costs[-1]
 
 
 @torch.no_grad()

@@ -33,10 +33,10 @@ enum class ReadingLanguage {
 /// The language of a vertical one in lines; nullopt for those in lines.
 std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical);
 
-/// How the letters are looked for on a strip: the engine finds their extent itself, or takes the strip as it is.
+/// How a strip is read.
 enum class ReadingMode {
-    Usual, ///< as it is for English, whose net was trained so; else the former, which is right more often
-    Other, ///< sometimes right where the usual way sees no letters or cuts some off
+    Usual, ///< English: the strip as it is, as its net was trained. Others: the engine finds the letters' extent first.
+    Other, ///< the reverse: right now and then where the usual way sees no letters or cuts some off
 };
 
 /// A word's place in a reading.
