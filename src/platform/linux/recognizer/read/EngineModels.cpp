@@ -122,6 +122,12 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
     return result == 0 ? std::move(engine) : nullptr;
 }
 
+bool hasOwnEnglishNet()
+{
+    static const bool has = !englishModel().isEmpty();
+    return has;
+}
+
 bool LineReader::isInstalled(ReadingLanguage language)
 {
     return isInstalled(modelName(language));

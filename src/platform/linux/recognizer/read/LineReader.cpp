@@ -226,7 +226,8 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     tesseract::TessBaseAPI *api = loan.api();
     if (!api)
         return {};
-    const bool isWhole = (language == ReadingLanguage::English) == (mode == ReadingMode::Usual);
+    const bool isOwnNet = language == ReadingLanguage::English && hasOwnEnglishNet();
+    const bool isWhole = isOwnNet == (mode == ReadingMode::Usual);
     api->SetPageSegMode(isWhole ? tesseract::PSM_RAW_LINE : tesseract::PSM_SINGLE_LINE);
     api->SetImage(strip.get());
     api->SetSourceResolution(300);
