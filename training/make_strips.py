@@ -3,7 +3,7 @@
 
 The material is that in FOLDER, CUT_STRIPS the program cut-strips of benchmarks/recognition. Page n depends on n alone. Of
 each page FOLDER/strips/n.pkl is written: a list of (text, strips), a strip being an array of 36 rows of grey bytes. What
-was found but is no text has an empty text. Lines of other scripts and what is cut off are left out.
+was found but is no text has an empty text, and what has letters of other scripts has None. What is cut off is left out.
 """
 import base64
 import json

@@ -90,9 +90,10 @@ QByteArray englishModel()
     if (model.size() < countSize + (netPart + 1) * placeSize || net.size() < endSize)
         return {};
     const auto start = qFromLittleEndian<qint64>(model.constData() + countSize + netPart * placeSize);
-    const qsizetype end = start + net.size();
-    if (start < 0 || start > model.size() - net.size() ||
-        QByteArrayView(model).sliced(end - endSize, endSize) != QByteArrayView(net).last(endSize))
+    if (start < 0 || start > model.size() - net.size())
+        return {};
+    const QByteArrayView installed = QByteArrayView(model).sliced(start, net.size());
+    if (installed.last(endSize) != QByteArrayView(net).last(endSize))
         return {};
     return model.replace(start, net.size(), net);
 }
