@@ -695,9 +695,9 @@ class Screen:
         return f'<div style="height:100vh;overflow:hidden;display:flex;flex-flow:column wrap">{"".join(self.pick(parts)() for _ in range(7))}</div>'
 
 
-def draw(chance, material, english=False):
-    """Returns (kind, HTML) of a random screen, in English or in a random language."""
-    language = "en" if english else chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
+def draw(chance, material, language=None):
+    """Returns (kind, HTML) of a random screen, in a random language if none is given."""
+    language = language or chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
     kind = chance.choices(("window", "site", "game", "film", "desk", "scraps", "shell", "columns"), (34, 11, 22, 10, 5, 8, 10, 8))[0]
     if kind == "columns" and language in ("en", "ko"):
         language = "ja"

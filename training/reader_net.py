@@ -1,4 +1,4 @@
-"""The net that reads Latin letters: Tesseract's English one, as a module that can be trained on, and its file.
+"""A net that reads letters: one of Tesseract's, as a module that can be trained on, and its file.
 
 A strip goes in with its columns from the left to the right; a third as many places come out, each telling how likely each
 character is there, or none.
@@ -10,7 +10,7 @@ import torch
 from torch import nn
 from torch.nn import functional
 
-HEIGHT = 36  # of a strip
+HEIGHTS = {"eng": 36, "jpn": 36, "chi_tra": 48, "chi_sim": 48, "kor": 48}  # of a strip, by the model
 LSTM, CHARACTERS, CODES = 17, 21, 22  # parts of a traineddata file: the net, its characters, what it calls them
 
 
@@ -80,38 +80,42 @@ def matrices(data):
 
 
 def characters(data):
-    """The characters of a traineddata file by their number in the net, and the number of "none"."""
+    """The codes of each character of a traineddata file, and the code of "none". Ideographs and syllables have several."""
     found = parts(data)
     names = [line.split(" ")[0] for line in found[CHARACTERS].decode().split("\n")[1:-1]]
     file, codes = File(found[CODES]), {}
     for name in names[:file.take("I")]:
         file.take("b")
         code = [file.take("i") for _ in range(file.take("i"))]
-        if len(code) == 1:
-            codes.setdefault(code[0], " " if name == "NULL" else name)
-    return codes, struct.unpack_from("<i", found[LSTM], len(found[LSTM]) - 16)[0]
+        codes.setdefault(" " if name == "NULL" else name, code)
+    none = struct.unpack_from("<i", found[LSTM], len(found[LSTM]) - 16)[0]
+    return {name: code for name, code in codes.items() if none not in code}, none
 
 
 class ReaderNet(nn.Module):
-    """[1,36,0,1 Ct3,3,16 Mp3,3 Lfys48 Lfx96 Lrx96 Lfx192 O1c111] in Tesseract's notation; ink is -1, paper 1."""
+    """[1,height,0,1 Ct3,3,16 Mp3,3 Lfys Lfx Lrx Lfx O1c] in Tesseract's notation, with the sizes of the net in `data`, a part of
+    a traineddata file; ink is -1, paper 1."""
 
-    def __init__(self):
+    def __init__(self, data):
         super().__init__()
+        rows = [rows for _, rows, _, _ in matrices(data)]
+        down, right, left, last, out = rows[1], rows[5], rows[9], rows[13], rows[17]
         self.convolution = nn.Conv2d(1, 16, 3)
-        self.down = nn.LSTM(16, 48)
-        self.right = nn.LSTM(48, 96)
-        self.left = nn.LSTM(96, 96)
-        self.last = nn.LSTM(96, 192)
-        self.out = nn.Linear(192, 111)
+        self.down = nn.LSTM(16, down)
+        self.right = nn.LSTM(down, right)
+        self.left = nn.LSTM(right, left)
+        self.last = nn.LSTM(left, last)
+        self.out = nn.Linear(last, out)
+        self.read(data)
 
     def forward(self, x):
-        """Strips of one width (batch, 36, width) to logits (width // 3, batch, character)."""
-        batch, _, width = x.shape
-        padded = torch.rand(batch, HEIGHT + 2, width + 2) * 2 - 1  # as Tesseract has it around a strip
+        """Strips of one size (batch, height, width) to logits (width // 3, batch, code)."""
+        batch, height, width = x.shape
+        padded = torch.rand(batch, height + 2, width + 2) * 2 - 1  # as Tesseract has it around a strip
         padded[:, 1:-1, 1:-1] = x
         x = functional.max_pool2d(torch.tanh(self.convolution(padded[:, None])), 3)
-        rows = x.permute(2, 0, 3, 1).reshape(HEIGHT // 3, -1, 16)  # from the top down, for each place by itself
-        x = self.down(rows)[1][0].reshape(batch, -1, 48).transpose(0, 1)
+        rows = x.permute(2, 0, 3, 1).reshape(height // 3, -1, 16)  # from the top down, for each place by itself
+        x = self.down(rows)[1][0].reshape(batch, -1, self.down.hidden_size).transpose(0, 1)
         x = self.right(x)[0]
         x = self.left(x.flip(0))[0].flip(0)
         return self.out(self.last(x)[0])

@@ -1,16 +1,29 @@
-"""Pages of many unlike rows of Latin text, for the training of the reader."""
+"""Pages of many unlike rows of text, for the training of readers."""
 from html import escape
 
 from pages import Screen
 
 NAMES = "Anna Bill Ian Lil Eva Illya Oliver Tom Lee Jill Olga Ivy".split()
 LETTERS = "ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+ON_PICTURE = .15  # of the pages
 ENDS = "txt png cpp h odt html tar.gz mp3 py json ini log svg so.1 conf md xml pdf".split()
 
 
 class Rows(Screen):
+    """`letters` are those that the reader knows, which each is to see now and then."""
+
+    def __init__(self, chance, material, language, dark, letters):
+        super().__init__(chance, material, language, dark)
+        self.letters = letters
+
     def word(self):
-        return self.pick(self.pick(self.strings("long")).split())
+        words = self.pick(self.strings("long")).split()
+        word = self.pick(words)
+        start = self.number(0, max(0, len(word) - 2))
+        return word if word.isascii() else word[start:start + self.number(1, 8)]
+
+    def rare(self):
+        return "".join(self.pick(self.letters) for _ in range(self.number(1, 9)))
 
     def looks(self):
         """Letters and digits that look alike, mixed."""
@@ -45,17 +58,35 @@ class Rows(Screen):
         n, pick = self.number, self.pick
         short = lambda: pick(self.strings("short"))
         words = lambda: " ".join(self.word() for _ in range(n(1, 6)))
+        if self.language != "en" and self.maybe(.2):
+            return self.rare()
+        if self.language not in ("en", "ko") and self.maybe(.15):
+            return pick((lambda: f"{words()}{pick('。！？，、：；')}", lambda: f"「{words()}」", lambda: f"{words()}，{words()}。", lambda: f"{words()}！{words()}？"))().replace(" ", "")
         return pick((lambda: pick(self.strings("long")), lambda: pick(self.strings("long")), short, short, words, words, lambda: words().upper(), lambda: short().upper(), lambda: short().title(), self.figure, self.figure,
                      lambda: f"{short()}: {self.figure()}", lambda: f"{self.figure()} {self.figure()} {self.figure()}", lambda: f"{short()} {self.access()}", self.looks, lambda: f"{self.looks()} {self.looks()} {self.looks()}",
                      self.code, self.code, self.shell_line, self.shell_line, self.file, lambda: f"{self.file()} {self.file()}", self.game, self.game, lambda: f"{pick(NAMES)} {pick('ABIJLO')}. {pick(NAMES)}", lambda: f"\"{short()}\"",
                      lambda: f"{n(1, 20)}. {short()}", lambda: f"{pick('IVX')}{pick(('', 'I', 'V', 'II'))}. {short()}", lambda: f"{short()}...", lambda: f"{short()} - {short()}", lambda: f"{short()} ({n(0, 99)})", lambda: f"{short()}?", self.date,
                      lambda: f"Ctrl+{pick(('Shift+', 'Alt+', ''))}{pick('ABCDFILOPQSTVXZ1')}", lambda: f"F{n(1, 12)}", lambda: f"{n(1, 9)} {pick('+-=<>/*')} {n(1, 99)}", lambda: f"{pick('&@#%*!?')} {short()}", lambda: f"I {words()}", lambda: pick(("{", "}", "};", "})", ");", "]", "],", "(", "[", "/*", "*/", "//", "...", "--", ">", "<", "=", ":")), lambda: pick(("I", "l", "1", "O", "0", "a", "A", "x", "X", "?", "#", "OK", "No", "On", "Off", "Yes", "Go", "In", "I/O"))))()
 
+    def look_on_picture(self):
+        """How a row is drawn on a picture: bright with something dark around it, or the reverse."""
+        n = self.number
+        size, family = self.pick((9, 10, 10, 11, 11, 12, 12, 13, 14, 15, 16, 18, 22, 28)), self.pick(self.material["families"][self.language])
+        bright, dark = self.tone(80, 100), self.tone(0, 20)
+        if self.maybe(.2):
+            bright, dark = dark, bright
+        elif self.maybe(.25):
+            bright = self.vivid()
+        around = self.pick((f"-webkit-text-stroke:{self.pick((1.5, 2, 2, 3))}px {dark};paint-order:stroke fill", f"text-shadow:1px 1px 0 {dark}", f"text-shadow:1px 1px 2px {dark},0 0 1px {dark}", f"text-shadow:0 0 2px {dark},0 0 2px {dark},0 0 3px {dark}",
+                            f"text-shadow:1px 0 {dark},-1px 0 {dark},0 1px {dark},0 -1px {dark},{n(0, 2)}px {n(0, 2)}px {dark}"))
+        return f"font:{self.pick((400, 400, 500, 700))} {size}px '{family}';font-stretch:{self.pick((100, 100, 75))}%;color:{bright};{around}"
+
     def look(self):
-        """How a row is drawn, and whether its letters are legible at that size."""
+        """How a row is drawn."""
         n = self.number
         size = self.pick((9, 10, 10, 11, 11, 12, 12, 13, 13, 14, 14, 15, 16, 16, 18, 20, 24, 30, 38))
-        family = self.pick(self.material["families"][self.pick(("en", "en", "en", "en mono"))])
+        language = self.language
+        family = self.pick(self.material["families"][self.pick((language, language, language, language + " mono"))])
         colour, style = self.pick((self.text, self.text, self.text, self.soft, self.bright(), self.vivid())), ""
         kind = n(0, 15)
         if kind == 0:
@@ -70,21 +101,25 @@ class Rows(Screen):
 
     def page(self):
         ground = ""
-        if self.maybe(.25):
+        look_of = self.look
+        if self.maybe(ON_PICTURE):
+            ground = f"background:url('file://{self.pick(self.material['grounds'])}');background-size:{self.pick(('cover', 'cover', '250%', '60%'))};"
+            look_of = self.look_on_picture
+        elif self.maybe(.25):
             shade = "rgba(0,0,0,.4)" if self.dark else "rgba(255,255,255,.5)"
             ground = f"background:linear-gradient({shade},{shade}),url('file://{self.pick(self.material['grounds'])}');background-size:cover;"
         columns, signs = [], self.pick((0, .1, .1, .8))
         for _ in range(self.number(1, 3)):
-            look, part = self.look(), ""
+            look, part = look_of(), ""
             for _ in range(40):
-                look = self.look() if self.maybe(.5) else look
+                look = look_of() if self.maybe(.5) else look
                 before = self.pick((self.icon, self.icon, self.badge))(self.number(9, 20)) + f"<span style='width:{self.number(0, 6)}px;display:inline-block'></span>" if self.maybe(signs) else ""
                 part += f"<div style='white-space:pre;overflow:hidden;padding:{self.number(1, 6)}px 0'>{before}<span style=\"{look}\">{escape(self.phrase())}</span></div>"
             columns.append(f"<div style='flex:1 1 {self.number(20, 60)}%;min-width:0;overflow:hidden'>{part}</div>")
         return f"<div style='display:flex;gap:30px;height:100vh;overflow:hidden;padding:6px 12px;{ground}'>{''.join(columns)}</div>"
 
 
-def draw(chance, material):
+def draw(chance, material, language, letters):
     """Returns (kind, HTML) of a random page."""
-    screen = Rows(chance, material, "en", chance.random() < .45)
-    return "rows", f'<!DOCTYPE html><html lang="en"><meta charset="utf-8"><body style="margin:0;background:{screen.ground};color:{screen.text};line-height:1.2">{screen.page()}</body></html>'
+    screen = Rows(chance, material, language, chance.random() < .45, letters)
+    return "rows", f'<!DOCTYPE html><html lang="{language.replace("_", "-")}"><meta charset="utf-8"><body style="margin:0;background:{screen.ground};color:{screen.text};line-height:1.2">{screen.page()}</body></html>'

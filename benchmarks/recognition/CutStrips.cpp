@@ -1,7 +1,8 @@
-// Cuts the lines of pictures out as the English reader gets them, for its training. Each line of standard input is a
-// path; each line of standard output is what was found in that picture, as JSON: {"lines": [{"x", "y", "width",
-// "height", "strips": [base64...]}...]}, boxes in pixels with the origin top-left, strips of 36 rows of grey bytes
-// each.
+// Cuts the lines of pictures out as a reader gets them, for its training: cut-strips MODEL, one of Tesseract's, such as
+// eng. Each line of standard input is a path; each line of standard output is what was found in that picture, as JSON:
+// {"lines": [{"x", "y", "width", "height", "strips": [base64...]}...]}, boxes in pixels with the origin top-left,
+// strips of as many rows of grey bytes as the model takes.
+#include "Language.h"
 #include "ScreenTextRecognizer.h"
 #include "find/MapLines.h"
 #include "find/TextNet.h"
@@ -36,12 +37,12 @@ QByteArray bytesOf(const Strip &strip)
 }
 
 /// A part of a line, cut out in the two likeliest ways.
-QJsonObject cut(const QImage &image, const SureMap &seen, const QRect &ink, const QRect &room)
+QJsonObject cut(const QImage &image, const SureMap &seen, const QRect &ink, const QRect &room, ReadingLanguage language)
 {
     const LineNormalizer normalizer(image, ink, seen, room);
     QJsonArray strips;
     for (const Separation separation : normalizer.separations().first(2)) {
-        const Strip strip = normalizer.strip(separation, LineReader::stripShape(ReadingLanguage::English));
+        const Strip strip = normalizer.strip(separation, LineReader::stripShape(language));
         if (strip)
             strips.append(QString::fromLatin1(bytesOf(strip).toBase64()));
     }
@@ -54,8 +55,18 @@ QJsonObject cut(const QImage &image, const SureMap &seen, const QRect &ink, cons
 
 } // namespace
 
-int main()
+int main(int count, char **arguments)
 {
+    const QString model = count == 2 ? QString::fromLocal8Bit(arguments[1]) : QString();
+    std::optional<ReadingLanguage> language;
+    for (std::size_t i = 0; i < targetLanguages.size(); ++i) {
+        if (targetLanguages[i].lineModel == model)
+            language = ReadingLanguage(i);
+    }
+    if (!language) {
+        std::cerr << "usage: cut-strips eng|jpn|kor|chi_tra|chi_sim" << std::endl;
+        return 2;
+    }
     TextNet net(ScreenTextRecognizer::Options().weights);
     for (std::string path; std::getline(std::cin, path);) {
         const QImage image = QImage(QString::fromStdString(path)).convertToFormat(QImage::Format_RGB32);
@@ -67,9 +78,9 @@ int main()
         QJsonArray cuts;
         for (const FoundLine &line : foundLines) {
             for (const LinePiece &piece : line.pieces)
-                cuts.append(cut(image, maps.ink, piece.ink, roomOf(piece.ink, lines, image.size())));
+                cuts.append(cut(image, maps.ink, piece.ink, roomOf(piece.ink, lines, image.size()), *language));
             for (const LinePiece &piece : line.stretches)
-                cuts.append(cut(image, maps.ink, piece.ink, roomOf(piece.ink, lines, image.size())));
+                cuts.append(cut(image, maps.ink, piece.ink, roomOf(piece.ink, lines, image.size()), *language));
         }
         std::cout << QJsonDocument(QJsonObject{{u"lines"_s, cuts}}).toJson(QJsonDocument::Compact).constData()
                   << std::endl;
