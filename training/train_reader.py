@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""usage: train_reader.py STRIPS MODEL STEPS OUT.lstm [--start X.pt] [--rate R] [--share S] [--sharpness F] - trains a net of Tesseract on, on strips.
+"""usage: train_reader.py STRIPS MODEL STEPS OUT.lstm [OPTIONS] - trains a net of Tesseract on, on strips.
 
 STRIPS is a folder of what make_strips.py made for MODEL, the traineddata file to start from. One page of 25 is held back;
-errors there are told every 1,000 steps. OUT.lstm is the net's part of such a file with the new weights, OUT.lstm.pt the same unrounded. With --share .6 they are means,
-.4 of each from MODEL: what it knows of a language is kept better than by training alone. --sharpness 1.6 makes the last
-layer's so many times as large.
+errors there are told every 1,000 steps. OUT.lstm is the net's part of such a file with the new weights, OUT.lstm.pt has
+them unrounded. With --share .6 those of OUT.lstm are means, .4 of each from MODEL: what it knows of a language is kept better
+than by training alone. --sharpness 1.6 makes the last layer's so many times as large.
 """
 import argparse
 import glob
@@ -44,14 +44,11 @@ def load(folder, known):
     for i, path in enumerate(sorted(glob.glob(f"{folder}/*.pkl"))):
         with open(path, "rb") as file:
             for text, strips in pickle.load(file):
-                if text is None:
+                text = text and "".join(c if c in known else unicodedata.normalize("NFKC", c) for c in text)
+                unknown = [c for c in text or "" if c not in known]
+                if text is None or any(c.isalpha() for c in unknown):
                     foreign += [(strip, None) for strip in strips if strip.shape[1] <= WIDEST * strip.shape[0]]
-                    continue
-                text = "".join(c if c in known else unicodedata.normalize("NFKC", c) for c in text)
-                unknown = [c for c in text if c not in known]
-                if unknown:
-                    if any(c.isalpha() for c in unknown):
-                        foreign += [(strip, None) for strip in strips if strip.shape[1] <= WIDEST * strip.shape[0]]
+                if text is None or unknown:
                     continue
                 if text.isascii() and chance.random() < left_out:
                     continue
@@ -199,7 +196,7 @@ def train(process, options):
                 part["lr"] = options.rate * min(1, (step + 1) / 200) * (1 - step / options.steps)
             samples = [known[i] for i in group[process::PROCESSES]]
             strips = [beside_picture(strip, changes.choice(pictures), changes)
-                      if codes and changes.random() < PICTURES else strip for strip, codes in samples]
+                      if codes and pictures and changes.random() < PICTURES else strip for strip, codes in samples]
             loss = loss_of(net, former, samples, joined([changed(strip, changes) for strip in strips]), none)
             optimizer.zero_grad()
             loss.backward()
