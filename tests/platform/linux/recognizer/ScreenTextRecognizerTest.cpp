@@ -169,6 +169,12 @@ private Q_SLOTS:
             << han << 18 << QStringList{u"關閉視窗"_s, u"設定"_s, u"說明"_s};
         QTest::newRow("traditional Chinese")
             << han << 24 << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
+        QTest::newRow("Latin letters among Chinese")
+            << han << 13
+            << QStringList{u"對於有永久 IP 地址的系統"_s, u"使用 127.0.1.1 的 IP 地址"_s, u"關閉 Firefox 視窗"_s};
+        QTest::newRow("small simplified Chinese")
+            << u"Noto Sans CJK SC"_s << 15
+            << QStringList{u"打开文件夹 (O)"_s, u"替代的方式"_s, u"更改图层样式"_s, u"关闭窗口"_s};
         QTest::newRow("I and 1") << latin << 18 << QStringList{u"node1.html"_s, u"V:39, I:147"_s, u"All hills (1)"_s};
         QTest::newRow("keys of menus") << han << 13
                                        << QStringList{u"檔案(F)"_s, u"編輯(E)"_s, u"工具(T)"_s, u"說明(H)"_s};

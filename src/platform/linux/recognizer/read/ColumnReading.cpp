@@ -240,7 +240,7 @@ Comparison comparisonOf(const QList<ReadColumns> &groups)
                 evidence += each * scriptsOf(reading.text).han;
         }
     }
-    return {{}, evidence};
+    return {{}, {{QString(), evidence}}};
 }
 
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size)

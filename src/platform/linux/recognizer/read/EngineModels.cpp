@@ -76,18 +76,22 @@ QByteArray contentsOf(const QString &path)
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The English model with this program's net in the place of its own, of which it is a version trained on letters of
-/// screens (see training/). Empty where the installed model is another one, whose characters may have other numbers.
-QByteArray englishModel()
+/// A model with this program's net in the place of its own, of which it is a version trained on letters of screens (see
+/// training/). Empty where there is no such net, or where the installed model is another one, whose characters may have
+/// other numbers.
+QByteArray modelWithOwnNet(ReadingLanguage language)
 {
     // The file: a count, so many places of parts (-1 for none), the parts. Numbers are little-endian.
     constexpr qsizetype netPart = 17;
     constexpr qsizetype countSize = 4;
     constexpr qsizetype placeSize = 8;
     constexpr qsizetype endSize = 80; // how the net was made, after its weights; the same in both
-    const QByteArray net = contentsOf(u":/lucentra/recognizer/english.lstm"_s);
-    QByteArray model = contentsOf(modelPath(modelName(ReadingLanguage::English)));
-    if (model.size() < countSize + (netPart + 1) * placeSize || net.size() < endSize)
+    const QString name = modelName(language);
+    const QByteArray net = contentsOf(u":/lucentra/recognizer/%1.lstm"_s.arg(name));
+    if (net.size() < endSize)
+        return {};
+    QByteArray model = contentsOf(modelPath(name));
+    if (model.size() < countSize + (netPart + 1) * placeSize)
         return {};
     const auto start = qFromLittleEndian<qint64>(model.constData() + countSize + netPart * placeSize);
     if (start < 0 || start > model.size() - net.size())
@@ -100,7 +104,7 @@ QByteArray englishModel()
 
 } // namespace
 
-std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, bool usesLanguageCorrection)
+LoadedEngine makeEngine(ReadingLanguage language, bool usesLanguageCorrection)
 {
     std::vector<std::string> names{"debug_file", "tessedit_do_invert"};
     std::vector<std::string> values{"/dev/null", "0"};
@@ -112,7 +116,7 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
     }
     auto engine = std::make_unique<tesseract::TessBaseAPI>();
     const QByteArray name = modelName(language).toLatin1();
-    const QByteArray model = language == ReadingLanguage::English ? englishModel() : QByteArray();
+    const QByteArray model = modelWithOwnNet(language);
     constexpr tesseract::OcrEngineMode mode = tesseract::OEM_LSTM_ONLY;
     int result = 0;
     if (model.isEmpty())
@@ -120,13 +124,9 @@ std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, boo
     else
         result = engine->Init(model.constData(), int(model.size()), name.constData(), mode, nullptr, 0, &names, &values,
                               false, nullptr);
-    return result == 0 ? std::move(engine) : nullptr;
-}
-
-bool hasOwnEnglishNet()
-{
-    static const bool has = !englishModel().isEmpty();
-    return has;
+    if (result != 0)
+        return {};
+    return {std::move(engine), !model.isEmpty()};
 }
 
 bool LineReader::isInstalled(ReadingLanguage language)

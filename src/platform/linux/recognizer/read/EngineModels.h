@@ -4,11 +4,15 @@
 
 namespace lucentra {
 
-/// An engine of Tesseract for a language, with its word lists if `usesLanguageCorrection`. Null where its model isn't
-/// installed or is broken. Takes some ten milliseconds. Any thread.
-std::unique_ptr<tesseract::TessBaseAPI> makeEngine(ReadingLanguage language, bool usesLanguageCorrection);
+/// An engine of Tesseract.
+struct LoadedEngine
+{
+    std::unique_ptr<tesseract::TessBaseAPI> api; ///< null where the model isn't installed or is broken
+    bool hasOwnNet = false;                      ///< reads with a net of this program, which takes a strip as it is
+};
 
-/// Whether English is read with this program's net, which takes a strip as it is. False if another model is installed.
-bool hasOwnEnglishNet();
+/// Loads the engine for a language, with its word lists if `usesLanguageCorrection`. Takes some ten milliseconds. Any
+/// thread.
+LoadedEngine makeEngine(ReadingLanguage language, bool usesLanguageCorrection);
 
 } // namespace lucentra

@@ -108,6 +108,7 @@ public:
     Q_DISABLE_COPY_MOVE(Loan)
 
     tesseract::TessBaseAPI *api() const { return m_engine.api.get(); }
+    bool hasOwnNet() const { return m_engine.hasOwnNet; }
 
 private:
     LineReader &m_reader;
@@ -163,7 +164,9 @@ LineReader::Engine *LineReader::made(ReadingLanguage language, std::unique_lock<
     Engine &engine = m_engines.emplace_back(Engine{language, nullptr});
     lock.unlock();
     const auto start = threadTime();
-    engine.api = makeEngine(language, m_usesLanguageCorrection);
+    LoadedEngine loaded = makeEngine(language, m_usesLanguageCorrection);
+    engine.api = std::move(loaded.api);
+    engine.hasOwnNet = loaded.hasOwnNet;
     timeOfLoading += threadTime() - start;
     return &engine;
 }
@@ -226,8 +229,7 @@ Reading LineReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
     tesseract::TessBaseAPI *api = loan.api();
     if (!api)
         return {};
-    const bool isOwnNet = language == ReadingLanguage::English && hasOwnEnglishNet();
-    const bool isWhole = isOwnNet == (mode == ReadingMode::Usual);
+    const bool isWhole = loan.hasOwnNet() == (mode == ReadingMode::Usual);
     api->SetPageSegMode(isWhole ? tesseract::PSM_RAW_LINE : tesseract::PSM_SINGLE_LINE);
     api->SetImage(strip.get());
     api->SetSourceResolution(300);

@@ -35,7 +35,8 @@ std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical);
 
 /// How a strip is read.
 enum class ReadingMode {
-    Usual, ///< English: the strip as it is, as its net was trained. Others: the engine finds the letters' extent first.
+    Usual, ///< nets of this program: the strip as it is, as in training; others: the engine finds the letters' extent
+           ///< first
     Other, ///< the reverse: right now and then where the usual way sees no letters or cuts some off
 };
 
@@ -98,6 +99,7 @@ private:
     {
         ReadingLanguage language;
         std::unique_ptr<tesseract::TessBaseAPI> api; // null where it failed
+        bool hasOwnNet = false;
         bool isBusy = true;
         bool isLoaded = false;
         quint64 lastUse = 0;

@@ -73,21 +73,21 @@ std::vector<Ideograph> ideographsOf(const Reading &reading)
     return ideographs;
 }
 
-/// Compares who is surer of the ideographs that are seen differently; what is seen alike tells nothing. Traditional
-/// Chinese reads simplified characters as their counterparts and is nearly as sure of them as simplified Chinese, which
-/// is less sure of traditional ones by far.
-double evidenceOf(const Reading &traditional, const Reading &simplified)
+/// Compares who is surer of the ideographs that are seen differently; what is seen alike tells nothing. Either reads
+/// the other's characters as their counterparts or as similar ones, and is less sure of them.
+QHash<QString, double> evidenceOf(const Reading &traditional, const Reading &simplified)
 {
     constexpr double near = 16;   // pixels of a strip; half an ideograph
     constexpr double most = 25;   // confidence; what makes no sense to one of them tells little
-    constexpr double between = 4; // confidence; the mean is about 5 on simplified screens, -10 and less on others
-    double evidence = 0;
+    constexpr double between = 2; // confidence; the mean is about 2 on simplified screens, -9 on others
+    QHash<QString, double> evidence;
     const std::vector<Ideograph> others = ideographsOf(simplified);
     for (const Ideograph &one : ideographsOf(traditional)) {
         const auto distance = [&one](const Ideograph &other) { return std::abs(other.middle - one.middle); };
         const auto other = std::ranges::min_element(others, {}, distance);
         if (other != others.end() && distance(*other) <= near && other->character != one.character)
-            evidence += std::clamp(other->confidence - one.confidence, -most, most) + between;
+            evidence[QString(one.character) + other->character] =
+                std::clamp(other->confidence - one.confidence, -most, most) + between;
     }
     return evidence;
 }

@@ -3,6 +3,7 @@
 #include "read/LineReader.h"
 #include "strip/LineNormalizer.h"
 
+#include <QHash>
 #include <QList>
 
 namespace lucentra {
@@ -29,7 +30,8 @@ struct RoutedReading
 struct Comparison
 {
     Reading simplified;
-    double evidence = 0; ///< for simplified Chinese; below 0 for traditional, 0 if there is none
+    /// For simplified Chinese, below 0 for traditional; by what the two make of a character.
+    QHash<QString, double> evidence;
 };
 
 } // namespace lucentra

@@ -36,7 +36,13 @@ void ScreenLanguages::learn(const RoutedReading &reading)
 
 void ScreenLanguages::learn(const Comparison &comparison)
 {
-    m_evidence += comparison.evidence;
+    for (const auto &[characters, evidence] : comparison.evidence.asKeyValueRange()) {
+        // Each once: what is repeated, such as a name in a list, proves no more.
+        if (!m_compared.contains(characters))
+            m_evidence += evidence;
+        if (!characters.isEmpty())
+            m_compared.insert(characters);
+    }
 }
 
 ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected) const
@@ -49,13 +55,13 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected)
 bool ScreenLanguages::isSimplifiedOpen() const
 {
     constexpr double enough = 100;             // of about ten characters that are seen differently
-    constexpr double enoughOfTraditional = 20; // which was asked for; one or two characters
+    constexpr double enoughOfTraditional = 40; // which was asked for; two characters and more
     return m_evidence <= enough && m_evidence >= -enoughOfTraditional;
 }
 
 bool ScreenLanguages::isSimplified() const
 {
-    constexpr double enough = 28; // of 89 screens of either kind this sets all apart
+    constexpr double enough = 20; // of 83 screens with three such characters this sets all apart
     if (m_evidence != 0)
         return m_evidence > enough;
     return characters(ReadingLanguage::SimplifiedChinese) > characters(ReadingLanguage::TraditionalChinese);

@@ -3,6 +3,8 @@
 #include "find/FoundLine.h"
 #include "read/RoutedReading.h"
 
+#include <QSet>
+
 #include <array>
 
 namespace lucentra {
@@ -35,6 +37,7 @@ private:
     int characters(ReadingLanguage language) const { return m_characters[std::size_t(language)]; }
 
     std::array<int, 5> m_characters{};
+    QSet<QString> m_compared;
     double m_evidence = 0; // for simplified Chinese; below 0 for traditional
     bool m_hasKana = false;
     int m_expectedJapanese = 0; // characters, by the kana
