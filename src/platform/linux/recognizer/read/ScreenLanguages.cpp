@@ -54,7 +54,7 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected)
 
 bool ScreenLanguages::isSimplifiedOpen() const
 {
-    constexpr double enough = 100;             // of about ten characters that are seen differently
+    constexpr double enough = 70;              // of some ten characters that are seen differently
     constexpr double enoughOfTraditional = 40; // which was asked for; two characters and more
     return m_evidence <= enough && m_evidence >= -enoughOfTraditional;
 }
