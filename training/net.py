@@ -26,15 +26,20 @@ LAYERS = (
 MULTIPLE = 32  # sides of the input
 
 
+def add_layers(net, layers):
+    """Makes the layers parts of a module, under their names."""
+    for name, kernel, stride, dilation, inputs, outputs, relu in layers:
+        conv = nn.Conv2d(inputs, outputs, kernel, stride, dilation * (kernel // 2), dilation, bias=not relu)
+        parts = [conv, nn.BatchNorm2d(outputs), nn.ReLU(inplace=True)] if relu else [conv]
+        setattr(net, name, nn.Sequential(*parts))
+
+
 class Net(nn.Module):
     """RGB at full size, value / 255 - 0.5, to logits: (ink in four sub-pixels, core, gap) at half size, script at 1/8."""
 
     def __init__(self):
         super().__init__()
-        for name, kernel, stride, dilation, inputs, outputs, relu in LAYERS:
-            conv = nn.Conv2d(inputs, outputs, kernel, stride, dilation * (kernel // 2), dilation, bias=not relu)
-            parts = [conv, nn.BatchNorm2d(outputs), nn.ReLU(inplace=True)] if relu else [conv]
-            setattr(self, name, nn.Sequential(*parts))
+        add_layers(self, LAYERS)
         for head in (self.out, self.script):
             nn.init.constant_(head[0].bias, -2.)  # most of a screen is no text
 
@@ -65,9 +70,9 @@ def multiply_adds(width=960, height=576):
     return sum(sizes.values())
 
 
-def folded(net):
+def folded(net, layers):
     """Weight and bias of each layer in file order, with the batch norm worked into them."""
-    for name, *_, relu in LAYERS:
+    for name, *_, relu in layers:
         parts = getattr(net, name)
         weight, bias = parts[0].weight.detach(), parts[0].bias
         if relu:
@@ -77,13 +82,13 @@ def folded(net):
         yield name, weight.half(), bias.detach().float()
 
 
-def save(net, path):
+def save(net, path, layers=LAYERS):
     """Writes the weights in the program's format: header, then float32 bias and float16 weights of each layer."""
     with open(path, "wb") as file:
-        file.write(b"LINENET1" + struct.pack("<I", len(LAYERS)))
-        for name, *sizes in LAYERS:
+        file.write(b"LINENET1" + struct.pack("<I", len(layers)))
+        for name, *sizes in layers:
             file.write(struct.pack("<8s6H", name.encode(), *map(int, sizes)))
-        for _, weight, bias in folded(net):
+        for _, weight, bias in folded(net, layers):
             file.write(bias.numpy().tobytes() + weight.numpy().tobytes())
 
 

@@ -128,7 +128,7 @@ QList<ReadLine> linesIn(const TextMaps &maps, double minimumTextHeight)
     const int minimumHeight = std::max(leastHeight, int(std::ceil(minimumShare * maps.ink.height)));
     QList<ReadLine> lines;
     for (const FoundLine &found : linesOf(maps, minimumHeight))
-        lines.append({found, {}, {}});
+        lines.append({found, {}, 0});
     // Long lines first: they take longest, and specks, which are many on a picture, come last.
     std::sort(lines.begin(), lines.end(),
               [](const ReadLine &a, const ReadLine &b) { return a.found.ink.width() > b.found.ink.width(); });
@@ -182,7 +182,7 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const LineRouter hasty(languages, {}, false);
     const QList<ReadColumns> columns = takeColumns(lines, maps.ink, image, request);
     ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request);
-    pass.learn(comparisonOf(columns));
+    pass.learnSimplified(simplifiedEvidence(columns));
     pass.run();
     if (const QList<ReadingLanguage> missed = pass.missedModels(); !missed.isEmpty()) {
         if (!m_isPreparing.exchange(true)) { // by one worker, so that the others go on reading

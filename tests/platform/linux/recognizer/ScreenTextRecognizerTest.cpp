@@ -167,6 +167,11 @@ private Q_SLOTS:
             << u"Noto Sans CJK SC"_s << 18 << QStringList{u"关闭窗口"_s, u"设置"_s, u"帮助"_s};
         QTest::newRow("a few words of traditional Chinese")
             << han << 18 << QStringList{u"關閉視窗"_s, u"設定"_s, u"說明"_s};
+        QTest::newRow("a menu in simplified Chinese")
+            << u"Noto Sans CJK SC"_s << 14
+            << QStringList{u"打开"_s, u"保存"_s, u"设置"_s, u"查看"_s, u"编辑"_s, u"帮助"_s, u"文件"_s};
+        QTest::newRow("a menu in traditional Chinese")
+            << han << 14 << QStringList{u"開啟"_s, u"儲存"_s, u"設定"_s, u"檢視"_s, u"編輯"_s, u"說明"_s, u"檔案"_s};
         QTest::newRow("traditional Chinese")
             << han << 24 << QStringList{u"語言與地區"_s, u"入口網站"_s, u"系統預設"_s, u"自動更新"_s, u"7"_s};
         QTest::newRow("Latin letters among Chinese")

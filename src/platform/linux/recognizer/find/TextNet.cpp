@@ -1,9 +1,6 @@
 #include "find/TextNet.h"
 
-#include <QDataStream>
-#include <QFile>
-#include <QFloat16>
-#include <QtEndian>
+#include "find/NetLayers.h"
 
 #include <algorithm>
 #include <barrier>
@@ -17,7 +14,6 @@ namespace {
 constexpr int grid = 32;        // pixels; the coarsest step
 constexpr int leastWidth = 256; // the kernels' tiles need some columns at the coarsest step
 constexpr int margin = 96;      // pixels around a tile that it is seen with
-constexpr int mostChannels = 512;
 constexpr QSize largestTile(1280, 832);
 
 /// 1 / (1 + e^-x), as 0 to 255.
@@ -86,54 +82,12 @@ struct TextNet::Step
 };
 
 TextNet::TextNet(const QString &path)
+    : m_layers(netLayers(path))
 {
-    const std::runtime_error broken("the weights of the line finder can't be read");
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.read(8) != "LINENET1")
-        throw broken;
-    QDataStream stream(&file);
-    stream.setByteOrder(QDataStream::LittleEndian);
-    stream.setFloatingPointPrecision(QDataStream::SinglePrecision);
-    quint32 count = 0;
-    stream >> count;
-    std::vector<Convolution *> order;
-    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
-        std::array<char, 9> name{};
-        stream.readRawData(name.data(), 8);
-        std::array<quint16, 6> sizes{};
-        for (quint16 &size : sizes)
-            stream >> size;
-        Convolution &layer = m_layers[name.data()];
-        layer.kernel = sizes[0];
-        layer.stride = sizes[1];
-        layer.dilation = sizes[2];
-        layer.inputs = sizes[3];
-        layer.outputs = sizes[4];
-        layer.clips = sizes[5] != 0;
-        if ((layer.kernel != 1 && layer.kernel != 3) || layer.stride < 1 || layer.stride > 2 || layer.dilation < 1 ||
-            layer.dilation > NumberPlane::border || std::max(layer.inputs, layer.outputs) > mostChannels)
-            throw broken;
-        order.push_back(&layer);
-    }
-    for (Convolution *layer : order) {
-        layer->biases.resize(std::size_t(layer->outputs));
-        for (float &bias : layer->biases)
-            stream >> bias;
-        std::vector<float> weights(std::size_t(layer->outputs * layer->inputs * layer->kernel * layer->kernel));
-        std::vector<qfloat16> halves(weights.size());
-        const int bytes = int(2 * halves.size());
-        if (stream.readRawData(reinterpret_cast<char *>(halves.data()), bytes) != bytes)
-            throw broken;
-        qFromLittleEndian<quint16>(halves.data(), qsizetype(halves.size()), halves.data());
-        qFloatFromFloat16(weights.data(), halves.data(), qsizetype(halves.size()));
-        layer->arrange(weights);
-    }
-    if (stream.status() != QDataStream::Ok)
-        throw broken;
-    for (const char *name : {"stem", "d4",  "b4", "d8", "b8",     "d16", "b16", "d32", "b32", "c32",
-                             "l16",  "u16", "l8", "u8", "s8", "script", "l4",  "u4",  "l2",  "u2",  "out"}) {
+    for (const char *name : {"stem", "d4", "b4", "d8", "b8",     "d16", "b16", "d32", "b32", "c32", "l16",
+                             "u16",  "l8", "u8", "s8", "script", "l4",  "u4",  "l2",  "u2",  "out"}) {
         if (!m_layers.contains(name))
-            throw broken;
+            throw std::runtime_error("these weights aren't those of the line finder");
     }
 }
 

@@ -230,9 +230,9 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
     return read;
 }
 
-Comparison comparisonOf(const QList<ReadColumns> &groups)
+double simplifiedEvidence(const QList<ReadColumns> &groups)
 {
-    constexpr double each = 4; // as of a character of which both are as sure
+    constexpr double each = 0.5; // ideograph
     double evidence = 0;
     for (const ReadColumns &group : groups) {
         for (const Reading &reading : group.readings) {
@@ -240,7 +240,7 @@ Comparison comparisonOf(const QList<ReadColumns> &groups)
                 evidence += each * scriptsOf(reading.text).han;
         }
     }
-    return {{}, {{QString(), evidence}}};
+    return evidence;
 }
 
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size)

@@ -34,8 +34,8 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
                                const QList<ReadingLanguage> &languages, LineReader &reader, ReaderPool &pool,
                                const std::function<bool()> &isWanted);
 
-/// What simplified columns, if there are enough, say about the Chinese of the other lines.
-Comparison comparisonOf(const QList<ReadColumns> &groups);
+/// How much simplified columns, if there are any, speak for it in the other lines.
+double simplifiedEvidence(const QList<ReadColumns> &groups);
 
 /// The columns as observations of the upright image, the group at the top right first.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size);

@@ -45,51 +45,20 @@ double worthOf(const Reading &reading, const ScriptShares &seen)
     return worth * (1 - disagreement * std::abs(wideRead - wideSeen));
 }
 
+bool isChinese(ReadingLanguage language)
+{
+    return language == ReadingLanguage::TraditionalChinese || language == ReadingLanguage::SimplifiedChinese;
+}
+
+ReadingLanguage chineseOf(const ScreenLanguages &screen)
+{
+    return screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
+}
+
 /// Whether a figure is as wide as a lone ideograph or kana.
 bool isSquare(const QSize &ink)
 {
     return ink.height() >= 8 && 20 * ink.width() >= 13 * ink.height() && 10 * ink.width() <= 15 * ink.height();
-}
-
-/// An ideograph's place on a strip.
-struct Ideograph
-{
-    QChar character;
-    double middle; // pixels of the strip; rough
-    double confidence;
-};
-
-std::vector<Ideograph> ideographsOf(const Reading &reading)
-{
-    std::vector<Ideograph> ideographs;
-    for (const ReadWord &word : reading.words) {
-        const double width = double(word.right - word.left) / double(word.length);
-        for (qsizetype i = 0; i < word.length; ++i) {
-            const QChar character = reading.text.at(word.start + i);
-            if (character.script() == QChar::Script_Han)
-                ideographs.push_back({character, word.left + (double(i) + 0.5) * width, word.confidence});
-        }
-    }
-    return ideographs;
-}
-
-/// Compares who is surer of the ideographs that are seen differently; what is seen alike tells nothing. Either reads
-/// the other's characters as their counterparts or as similar ones, and is less sure of them.
-QHash<QString, double> evidenceOf(const Reading &traditional, const Reading &simplified)
-{
-    constexpr double near = 16;   // pixels of a strip; half an ideograph
-    constexpr double most = 25;   // confidence; what makes no sense to one of them tells little
-    constexpr double between = 2; // confidence; the mean is about 2 on simplified screens, -9 on others
-    QHash<QString, double> evidence;
-    const std::vector<Ideograph> others = ideographsOf(simplified);
-    for (const Ideograph &one : ideographsOf(traditional)) {
-        const auto distance = [&one](const Ideograph &other) { return std::abs(other.middle - one.middle); };
-        const auto other = std::ranges::min_element(others, {}, distance);
-        if (other != others.end() && distance(*other) <= near && other->character != one.character)
-            evidence[QString(one.character) + other->character] =
-                std::clamp(other->confidence - one.confidence, -most, most) + between;
-    }
-    return evidence;
 }
 
 } // namespace
@@ -178,12 +147,18 @@ bool LineRouter::reads(ReadingLanguage language) const
     return m_languages.contains(language) || m_extras.contains(language);
 }
 
+bool LineRouter::readsBothChinese() const
+{
+    return reads(ReadingLanguage::TraditionalChinese) && reads(ReadingLanguage::SimplifiedChinese);
+}
+
 /// The one of the languages with ideographs that the screen is in.
 ReadingLanguage LineRouter::leadingOf(const ScreenLanguages &screen) const
 {
     QList<ReadingLanguage> wide = m_languages;
     wide.removeAll(ReadingLanguage::English);
-    return wide.isEmpty() ? ReadingLanguage::English : screen.leading(wide);
+    const ReadingLanguage leading = wide.isEmpty() ? ReadingLanguage::English : screen.leading(wide);
+    return isChinese(leading) && readsBothChinese() ? chineseOf(screen) : leading;
 }
 
 /// Who may know a line by its scripts, the likeliest first.
@@ -289,38 +264,16 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
     return attempts.routed();
 }
 
-Reading LineRouter::readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
-                              const PassReader &reader, const ScreenLanguages &screen) const
+Reading LineRouter::readAlike(const LineNormalizer &line, const RoutedReading &earlier, const PassReader &reader,
+                              const ScreenLanguages &screen) const
 {
-    const ReadingLanguage wrong =
-        screen.isSimplified() ? ReadingLanguage::TraditionalChinese : ReadingLanguage::SimplifiedChinese;
-    const ReadingLanguage right =
-        screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : ReadingLanguage::TraditionalChinese;
-    if (earlier.best.language != wrong || writingOf(earlier.best.text) != Writing::Han || !reads(right))
+    const ReadingLanguage chinese = chineseOf(screen);
+    if (!isChinese(earlier.best.language) || earlier.best.language == chinese ||
+        writingOf(earlier.best.text) != Writing::Han || !readsBothChinese())
         return earlier.best;
-    if (right == ReadingLanguage::SimplifiedChinese && !comparison.simplified.text.isEmpty())
-        return writingOf(comparison.simplified.text) == Writing::Han ? comparison.simplified : earlier.best;
     Attempts attempts(line, {}, {{}, earlier.separation, {}}, reader);
-    attempts.read(right, earlier.separation);
+    attempts.read(chinese, earlier.separation);
     return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier.best;
-}
-
-int LineRouter::comparableCharacters(const RoutedReading &routed) const
-{
-    const Reading &best = routed.best;
-    const bool isComparable = m_mayRetry && m_extras.contains(ReadingLanguage::SimplifiedChinese) &&
-                              best.language == ReadingLanguage::TraditionalChinese && best.confidence >= doubtful &&
-                              writingOf(best.text) == Writing::Han;
-    return isComparable ? scriptsOf(best.text).han : 0;
-}
-
-Comparison LineRouter::compared(const RoutedReading &routed, const LineNormalizer &line, const PassReader &reader) const
-{
-    if (!reader.isReady(ReadingLanguage::SimplifiedChinese))
-        return {};
-    const Strip strip = line.strip(routed.separation, LineReader::stripShape(ReadingLanguage::SimplifiedChinese));
-    const Reading simplified = reader.read(strip, ReadingLanguage::SimplifiedChinese, ReadingMode::Usual, 1);
-    return {simplified, evidenceOf(routed.best, simplified)};
 }
 
 } // namespace lucentra

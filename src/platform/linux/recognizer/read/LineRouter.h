@@ -32,18 +32,13 @@ public:
     RoutedReading readOn(const RoutedReading &earlier, const LineNormalizer &line, const ScriptShares &scripts,
                          const PassReader &reader, const ScreenLanguages &screen) const;
 
-    /// How many ideographs of a line may tell traditional from simplified Chinese. 0 where it tells nothing, or where
-    /// simplified Chinese isn't one of the extra languages.
-    int comparableCharacters(const RoutedReading &routed) const;
-
-    /// Lets simplified Chinese read a line as well. Any thread.
-    Comparison compared(const RoutedReading &routed, const LineNormalizer &line, const PassReader &reader) const;
+    /// Whether both traditional and simplified Chinese can be read.
+    bool readsBothChinese() const;
 
     /// Once the whole screen has been read: a line whose Chinese is of the other kind than the screen's is read again
-    /// as the screen's, and so is a doubtful one on a screen in an extra language; any other stays as it is.
-    /// `comparison` is what the line was compared with, if it was.
-    Reading readAlike(const LineNormalizer &line, const RoutedReading &earlier, const Comparison &comparison,
-                      const PassReader &reader, const ScreenLanguages &screen) const;
+    /// as the screen's; any other stays as it is.
+    Reading readAlike(const LineNormalizer &line, const RoutedReading &earlier, const PassReader &reader,
+                      const ScreenLanguages &screen) const;
 
 private:
     class Attempts;

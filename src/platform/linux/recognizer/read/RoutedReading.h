@@ -3,7 +3,6 @@
 #include "read/LineReader.h"
 #include "strip/LineNormalizer.h"
 
-#include <QHash>
 #include <QList>
 
 namespace lucentra {
@@ -24,14 +23,6 @@ struct RoutedReading
     Reading best;
     Separation separation = Separation::Axis; ///< on which the best one was read
     QList<Attempt> attempts;
-};
-
-/// A line as simplified Chinese reads it, beside traditional.
-struct Comparison
-{
-    Reading simplified;
-    /// For simplified Chinese, below 0 for traditional; by what the two make of a character.
-    QHash<QString, double> evidence;
 };
 
 } // namespace lucentra

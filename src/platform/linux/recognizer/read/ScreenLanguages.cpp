@@ -4,6 +4,7 @@
 #include "read/Writing.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace lucentra {
 
@@ -34,17 +35,6 @@ void ScreenLanguages::learn(const RoutedReading &reading)
     }
 }
 
-void ScreenLanguages::learn(const Comparison &comparison)
-{
-    for (const auto &[characters, evidence] : comparison.evidence.asKeyValueRange()) {
-        // Each once: what is repeated, such as a name in a list, proves no more.
-        if (!m_compared.contains(characters))
-            m_evidence += evidence;
-        if (!characters.isEmpty())
-            m_compared.insert(characters);
-    }
-}
-
 ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected) const
 {
     return *std::ranges::max_element(expected, {}, [this](ReadingLanguage language) {
@@ -54,16 +44,16 @@ ReadingLanguage ScreenLanguages::leading(const QList<ReadingLanguage> &expected)
 
 bool ScreenLanguages::isSimplifiedOpen() const
 {
-    constexpr double enough = 70;              // of some ten characters that are seen differently
-    constexpr double enoughOfTraditional = 40; // which was asked for; two characters and more
-    return m_evidence <= enough && m_evidence >= -enoughOfTraditional;
+    constexpr double sure = 12;
+    return std::abs(m_simplified) < sure;
 }
 
 bool ScreenLanguages::isSimplified() const
 {
-    constexpr double enough = 20; // of 83 screens with three such characters this sets all apart
-    if (m_evidence != 0)
-        return m_evidence > enough;
+    // Traditional Chinese is expected first. Of 1,184 lines of it 3 say more, of 63 screens none.
+    constexpr double enough = 2.5;
+    if (m_simplified != 0)
+        return m_simplified > enough;
     return characters(ReadingLanguage::SimplifiedChinese) > characters(ReadingLanguage::TraditionalChinese);
 }
 

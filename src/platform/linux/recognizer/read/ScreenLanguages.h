@@ -3,8 +3,6 @@
 #include "find/FoundLine.h"
 #include "read/RoutedReading.h"
 
-#include <QSet>
-
 #include <array>
 
 namespace lucentra {
@@ -19,7 +17,8 @@ public:
 
     /// Each line once.
     void learn(const RoutedReading &reading);
-    void learn(const Comparison &comparison);
+    /// How much there is for simplified Chinese rather than traditional; below 0 against it.
+    void learnSimplified(double evidence) { m_simplified += evidence; }
 
     /// The one of `expected` that has most of the characters so far; the first if nothing is known.
     ReadingLanguage leading(const QList<ReadingLanguage> &expected) const;
@@ -30,15 +29,14 @@ public:
     /// Whether the Chinese is simplified rather than traditional.
     bool isSimplified() const;
 
-    /// Whether the lines so far are neither clearly traditional nor clearly simplified.
+    /// Whether that isn't sure yet.
     bool isSimplifiedOpen() const;
 
 private:
     int characters(ReadingLanguage language) const { return m_characters[std::size_t(language)]; }
 
     std::array<int, 5> m_characters{};
-    QSet<QString> m_compared;
-    double m_evidence = 0; // for simplified Chinese; below 0 for traditional
+    double m_simplified = 0; // logarithm of the odds
     bool m_hasKana = false;
     int m_expectedJapanese = 0; // characters, by the kana
 };

@@ -2,11 +2,13 @@
 
 #include "Rules.h"
 #include "TextRecognizer.h"
+#include "read/ChineseVariant.h"
 #include "read/ReaderPool.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 #include <latch>
 
 namespace lucentra {
@@ -68,6 +70,7 @@ ScreenPass::ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> 
 void ScreenPass::run()
 {
     expectLanguages();
+    tellChinese();
     withEach(m_lines, [this](ReadLine &line) { read(line); });
     for (const ReadLine *line : m_lines) {
         if (!isDoubtful(*line))
@@ -77,7 +80,6 @@ void ScreenPass::run()
     withEach(doubtful, [this](ReadLine &line) { readOn(line); });
     for (const ReadLine *line : doubtful)
         learn(*line);
-    compareChinese();
     withEach(m_lines, [this](ReadLine &line) { readAlike(line); });
 }
 
@@ -87,17 +89,21 @@ bool ScreenPass::hasLeftOutLines() const
            std::ranges::any_of(m_lines, [](const ReadLine *line) { return line->pieces.isEmpty(); });
 }
 
-/// Lets simplified Chinese read lines as well, a few at a time, until they tell.
-void ScreenPass::compareChinese()
+/// Looks at lines of ideographs, a few at a time, until they tell whether the Chinese is traditional or simplified.
+void ScreenPass::tellChinese()
 {
-    const Lines telling = tellingLines();
-    constexpr std::size_t together = 2; // lines
+    if (!isOn("two Chineses") || !m_thorough.readsBothChinese())
+        return;
+    Lines telling = tellingLines();
+    constexpr std::size_t most = 16; // lines; Japanese ones never tell
+    constexpr std::size_t together = 4;
+    telling.resize(std::min(telling.size(), most));
     for (std::size_t i = 0; i < telling.size() && m_screen.isSimplifiedOpen(); i += together) {
         const Lines lines(telling.begin() + std::ptrdiff_t(i),
                           telling.begin() + std::ptrdiff_t(std::min(i + together, telling.size())));
-        withEach(lines, [this](ReadLine &line) { compare(line); });
+        withEach(lines, [this](ReadLine &line) { compareChinese(line); });
         for (const ReadLine *line : lines)
-            m_screen.learn(line->comparison);
+            m_screen.learnSimplified(line->simplified);
     }
 }
 
@@ -137,18 +143,22 @@ ScreenPass::Lines ScreenPass::doubtfulLines() const
     return doubtful;
 }
 
-/// The lines that show whether the Chinese is traditional or simplified, the best first. Lines of a few ideographs are
-/// best: a single ideograph proves little, and many take long to read.
+/// The lines that may show whether the Chinese is traditional or simplified, the best first. Lines of a few ideographs
+/// are best: a single one proves little, and what is long may not be text.
 ScreenPass::Lines ScreenPass::tellingLines() const
 {
-    constexpr int few = 9;
-    const auto characters = [this](const ReadLine *line) {
-        return line->pieces.isEmpty() ? 0 : m_thorough.comparableCharacters(line->pieces.first());
+    constexpr double few = 9; // heights of a line
+    const auto length = [](const ReadLine *line) {
+        const QRect &ink = line->found.pieces.first().ink;
+        return double(ink.width()) / ink.height();
     };
     Lines telling;
-    std::ranges::copy_if(m_lines, std::back_inserter(telling),
-                         [&](const ReadLine *line) { return characters(line) > 0; });
-    std::ranges::stable_sort(telling, {}, [&](const ReadLine *line) { return std::abs(characters(line) - few); });
+    std::ranges::copy_if(m_lines, std::back_inserter(telling), [](const ReadLine *line) {
+        const ScriptShares &scripts = line->found.pieces.first().scripts;
+        return scripts[TextMaps::Ideographs] > 2 * (scripts[TextMaps::Kana] + scripts[TextMaps::Hangul]) &&
+               scripts[TextMaps::Ideographs] > scripts[TextMaps::Latin];
+    });
+    std::ranges::stable_sort(telling, {}, [&](const ReadLine *line) { return std::abs(length(line) - few); });
     return telling;
 }
 
@@ -255,23 +265,20 @@ void ScreenPass::readOn(ReadLine &line) const
     }
 }
 
-void ScreenPass::compare(ReadLine &line) const
+void ScreenPass::compareChinese(ReadLine &line) const
 {
-    if (!isOn("two Chineses") || line.pieces.isEmpty() || m_thorough.comparableCharacters(line.pieces.first()) == 0 ||
-        m_budget.isScarce())
-        return;
+    constexpr double most = 4; // logarithm of the odds; so a line doesn't decide alone if there are others
     const LineNormalizer normalizer = normalized(line.found.pieces.first().ink);
-    line.comparison = m_thorough.compared(line.pieces.first(), normalizer, m_reader);
+    const StripShape shape = LineReader::stripShape(ReadingLanguage::TraditionalChinese);
+    const Strip strip = normalizer.strip(normalizer.separations().first(), shape);
+    line.simplified = std::clamp(simplifiedEvidence(strip), -most, most);
 }
 
 void ScreenPass::readAlike(ReadLine &line) const
 {
-    for (qsizetype i = 0; i < line.pieces.size(); ++i) {
-        RoutedReading &piece = line.pieces[i];
-        const LineNormalizer normalizer = normalized(line.found.pieces[i].ink);
-        piece.best =
-            m_thorough.readAlike(normalizer, piece, i == 0 ? line.comparison : Comparison(), m_reader, m_screen);
-    }
+    for (qsizetype i = 0; i < line.pieces.size(); ++i)
+        line.pieces[i].best =
+            m_thorough.readAlike(normalized(line.found.pieces[i].ink), line.pieces[i], m_reader, m_screen);
     if (isOn("keys") && !line.pieces.isEmpty())
         readKey(line);
 }
@@ -280,7 +287,6 @@ void ScreenPass::learn(const ReadLine &line)
 {
     for (const RoutedReading &piece : line.pieces)
         m_screen.learn(piece);
-    m_screen.learn(line.comparison);
 }
 
 } // namespace lucentra

@@ -21,7 +21,7 @@ struct ReadLine
 {
     FoundLine found;
     QList<RoutedReading> pieces; ///< one for each of the line's pieces
-    Comparison comparison;       ///< of the two ways to write Chinese
+    double simplified = 0;       ///< what it says for simplified Chinese
 };
 
 /// The part of an image that a line's strip is cut from, without what is of the `lines` above and below it (itself may
@@ -30,9 +30,8 @@ QRect roomOf(const QRect &ink, const QList<QRect> &lines, const QSize &image);
 
 /// Reads the lines of one image with all workers.
 ///
-/// Those that made little sense are read on, and traditional Chinese is compared with simplified, until the screen's is
-/// known; at the end all of it is read alike. What is learned of the screen is learned between these steps, on the
-/// calling thread.
+/// First it is told whether the Chinese is traditional or simplified. Lines that made little sense are read on; at the
+/// end all Chinese is read alike. What is learned of the screen is learned between these steps, on the calling thread.
 class ScreenPass
 {
 public:
@@ -43,7 +42,7 @@ public:
                const LineRouter &hasty, LineReader &reader, ReaderPool &pool, const TextRecognitionRequest &request);
 
     /// Takes into account what is known of the image's Chinese before it is read.
-    void learn(const Comparison &comparison) { m_screen.learn(comparison); }
+    void learnSimplified(double evidence) { m_screen.learnSimplified(evidence); }
     /// Returns when all is read.
     void run();
     /// Whether there was no time for some of the lines.
@@ -58,7 +57,7 @@ private:
     void expectLanguages();
     Lines doubtfulLines() const;
     Lines tellingLines() const;
-    void compareChinese();
+    void tellChinese();
     bool isDoubtful(const ReadLine &line) const;
 
     static double sureness(const QList<LinePiece> &pieces, const QList<RoutedReading> &readings);
@@ -66,7 +65,7 @@ private:
     void readKey(ReadLine &line) const;
     void readStretches(ReadLine &line) const;
     void readOn(ReadLine &line) const;
-    void compare(ReadLine &line) const;
+    void compareChinese(ReadLine &line) const;
     void readAlike(ReadLine &line) const;
     void learn(const ReadLine &line);
 
