@@ -30,7 +30,7 @@ QRect roomOf(const QRect &ink, const QList<QRect> &lines, const QSize &image);
 
 /// Reads the lines of one image with all workers.
 ///
-/// First it is told whether the Chinese is traditional or simplified. Lines that made little sense are read on; at the
+/// It first decides whether the Chinese is traditional or simplified. Lines that made little sense are read on; at the
 /// end all Chinese is read alike. What is learned of the screen is learned between these steps, on the calling thread.
 class ScreenPass
 {
