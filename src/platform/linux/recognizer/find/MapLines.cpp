@@ -10,7 +10,7 @@ namespace lucentra {
 namespace {
 
 // Of 255.
-constexpr int leastCore = 128;
+constexpr int leastCore = 120;
 constexpr int leastMeanCore = 153; // over a line
 constexpr int leastInk = 77;
 
@@ -177,37 +177,16 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
-/// Whether a box may be that of one character, which is hardly a line of its own beside others.
-bool isLone(const QRect &box)
+/// Joins large lines whose letters nearly touch: there the net may end a line at a character that is hardly more than a
+/// stroke, such as that for one. Cells and labels, which are as near to one another, are small. Returns whether there
+/// are any.
+bool joinLarge(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
 {
-    return 10 * box.width() <= 13 * box.height();
-}
-
-/// Whether the net isn't sure that a line ends between two boxes on one row.
-bool areBridged(const SureMap &core, const QRect &left, const QRect &right)
-{
-    constexpr int bridge = 48; // of 255
-    const int top = std::max(left.top(), right.top()) / 2;
-    const int bottom = std::min(left.bottom(), right.bottom()) / 2;
-    for (int x = left.right() / 2; x <= right.left() / 2; ++x) {
-        int most = 0;
-        for (int y = top; y <= bottom; ++y)
-            most = std::max<int>(most, core.row(y)[x]);
-        if (most < bridge)
-            return false;
-    }
-    return true;
-}
-
-/// Joins lines whose letters nearly touch: the net may end a line at a character that looks like a frame, or at a lone
-/// one. Returns whether there are any.
-bool joinTouching(const SureMap &sure, std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
-{
-    constexpr double apart = 0.6; // of the lower one's height; cells and labels are farther apart
-    constexpr double most = 0.68; // of the higher one's, where the net isn't sure or one is lone
+    constexpr int large = 22;     // pixels high
+    constexpr double apart = 0.6; // of the lower one's height
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
-        if (inks[i].area > 0)
+        if (inks[i].box.height() >= large)
             order.push_back(i);
     }
     std::ranges::sort(order, {}, [&](std::size_t i) { return inks[i].box.left(); });
@@ -215,20 +194,13 @@ bool joinTouching(const SureMap &sure, std::vector<Core> &cores, const std::vect
     std::iota(joined.begin(), joined.end(), 0);
     bool areAny = false;
     for (std::size_t a = 0; a < order.size(); ++a) {
-        const QRect &left = inks[order[a]].box;
-        for (std::size_t b = a + 1; b < order.size() && inks[order[b]].box.left() <= left.right() + left.height();
-             ++b) {
+        for (std::size_t b = a + 1; b < order.size(); ++b) {
+            const QRect &left = inks[order[a]].box;
             const QRect &right = inks[order[b]].box;
             const int shared = std::min(left.bottom(), right.bottom()) - std::max(left.top(), right.top()) + 1;
-            const int lower = std::min(left.height(), right.height());
-            const int higher = std::max(left.height(), right.height());
             const int gap = right.left() - left.right() - 1;
-            const bool hasLone = isLone(left) || isLone(right);
-            const bool nearlyTouch = 4 * lower >= 3 * higher && gap <= apart * lower;
-            const bool maybeTouch =
-                gap <= most * higher && (hasLone ? 5 * lower >= 2 * higher
-                                                 : 3 * lower >= 2 * higher && areBridged(sure, left, right));
-            if (4 * shared < 3 * lower || !(nearlyTouch || maybeTouch))
+            if (gap > apart * std::min(left.height(), right.height()) ||
+                4 * shared < 3 * std::max(left.height(), right.height()))
                 continue;
             const int into = joined[order[a] + 1];
             joined[order[b] + 1] = into;
@@ -379,7 +351,7 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             places.lines[i] = 0;
     }
     std::vector<Ink> inks = inksOf(maps, places, cores.size());
-    if (joinTouching(maps.core, cores, inks, places))
+    if (joinLarge(cores, inks, places))
         inks = inksOf(maps, places, cores.size());
     QList<FoundLine> lines;
     for (std::size_t i = 0; i < cores.size(); ++i) {
