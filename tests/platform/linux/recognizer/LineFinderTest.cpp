@@ -115,6 +115,7 @@ private Q_SLOTS:
             << QStringList{u"let x = 1; y = 2;"_s} << u"DejaVu Sans Mono"_s << 0 << false << false;
         QTest::newRow("spaced ideographs") << entries << han << 8 << false << false;
         QTest::newRow("label and field") << QStringList{u"Name"_s, u"Anna"_s} << latin << 12 << true << true;
+        QTest::newRow("field close to ideographs") << QStringList{u"姓名"_s, u"安娜"_s} << han << 8 << true << true;
     }
 
     /// One line, unless a frame stands between them.
