@@ -177,16 +177,23 @@ std::vector<Ink> inksOf(const TextMaps &maps, const Places &places, std::size_t 
     return inks;
 }
 
-/// Joins large lines whose letters nearly touch: there the net may end a line at a character that is hardly more than a
-/// stroke, such as that for one. Cells and labels, which are as near to one another, are small. Returns whether there
-/// are any.
-bool joinLarge(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
+/// Whether a box may be that of one character, which is hardly a line of its own beside others.
+bool isLone(const QRect &box)
 {
-    constexpr int large = 22;     // pixels high
-    constexpr double apart = 0.6; // of the lower one's height
+    return 10 * box.width() <= 13 * box.height();
+}
+
+/// Joins lines whose letters nearly touch, if they are large or one of them is a lone character: there the net may end
+/// a line, as at a character of one stroke. Other neighbours that are as near are cells or labels. Returns whether
+/// there are any.
+bool joinTouching(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &places)
+{
+    constexpr int large = 22;          // pixels high
+    constexpr double apart = 0.6;      // of the lower one's height
+    constexpr double besideLone = 0.5; // of the higher one's
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < inks.size(); ++i) {
-        if (inks[i].box.height() >= large)
+        if (inks[i].area > 0)
             order.push_back(i);
     }
     std::ranges::sort(order, {}, [&](std::size_t i) { return inks[i].box.left(); });
@@ -194,13 +201,18 @@ bool joinLarge(std::vector<Core> &cores, const std::vector<Ink> &inks, Places &p
     std::iota(joined.begin(), joined.end(), 0);
     bool areAny = false;
     for (std::size_t a = 0; a < order.size(); ++a) {
-        for (std::size_t b = a + 1; b < order.size(); ++b) {
-            const QRect &left = inks[order[a]].box;
+        const QRect &left = inks[order[a]].box;
+        for (std::size_t b = a + 1; b < order.size() && inks[order[b]].box.left() <= left.right() + left.height();
+             ++b) {
             const QRect &right = inks[order[b]].box;
             const int shared = std::min(left.bottom(), right.bottom()) - std::max(left.top(), right.top()) + 1;
+            const int lower = std::min(left.height(), right.height());
+            const int higher = std::max(left.height(), right.height());
             const int gap = right.left() - left.right() - 1;
-            if (gap > apart * std::min(left.height(), right.height()) ||
-                4 * shared < 3 * std::max(left.height(), right.height()))
+            const bool areLarge = lower >= large && 4 * lower >= 3 * higher && gap <= apart * lower;
+            const bool hasLone =
+                (isLone(left) || isLone(right)) && 5 * lower >= 2 * higher && gap <= besideLone * higher;
+            if (4 * shared < 3 * lower || !(areLarge || hasLone))
                 continue;
             const int into = joined[order[a] + 1];
             joined[order[b] + 1] = into;
@@ -351,7 +363,7 @@ QList<FoundLine> linesOf(const TextMaps &maps, int minimumHeight)
             places.lines[i] = 0;
     }
     std::vector<Ink> inks = inksOf(maps, places, cores.size());
-    if (joinLarge(cores, inks, places))
+    if (joinTouching(cores, inks, places))
         inks = inksOf(maps, places, cores.size());
     QList<FoundLine> lines;
     for (std::size_t i = 0; i < cores.size(); ++i) {
