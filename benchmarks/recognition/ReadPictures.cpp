@@ -29,8 +29,7 @@ QJsonObject lineObject(const RecognizedTextObservation &line, const QSize &size)
 
 QJsonObject readPicture(ScreenTextRecognizer &recognizer, const QString &path)
 {
-    const TextRecognitionRequest request{
-        {u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}, RecognitionLevel::Accurate, true, 0.008};
+    const TextRecognitionRequest request{{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}, RecognitionLevel::Accurate, 0.008};
     const QImage image = QImage(path).convertToFormat(QImage::Format_RGB32);
     QElapsedTimer timer;
     timer.start();

@@ -43,7 +43,6 @@ TextRecognitionRequest passRequest()
 {
     return {.languages = {u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s},
             .level = RecognitionLevel::Accurate,
-            .usesLanguageCorrection = true,
             .minimumTextHeight = minimumTextHeight};
 }
 
@@ -106,8 +105,7 @@ RecognizedLines recognizeLines(TextRecognizer &recognizer, const QImage &image, 
     request.onLinesLeftOut = [&found] { found.areLinesLeftOut = true; };
     if (effort == ReadingEffort::Slight)
         request.level = RecognitionLevel::Fast;
-    if (effort != ReadingEffort::Full)
-        request.onModelsMissed = [&found] { found.areModelsMissed = true; };
+    request.isHasty = effort != ReadingEffort::Full;
     const bool isWhole = part == image.rect() || part.isEmpty();
     if (!isWhole)
         request.minimumTextHeight *= double(image.height()) / part.height();

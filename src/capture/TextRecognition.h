@@ -18,8 +18,8 @@ TextRecognitionRequest passRequest();
 /// A line of text that recognition found.
 struct TextLine
 {
-    QString text;   ///< exactly as recognized
-    NormBox normBox; ///< in the captured image
+    QString text;            ///< exactly as recognized
+    NormBox normBox;         ///< in the captured image
     bool isVertical = false; ///< a column
 
     bool operator==(const TextLine &) const = default;
@@ -42,15 +42,14 @@ bool hasRunningText(const QList<TextLine> &lines, const QSizeF &imageSize);
 
 enum class ReadingEffort {
     Full,
-    Hasty,  ///< doubtful lines don't wait for models that aren't loaded
-    Slight, ///< nor are they read twice. What seems to be a line in a moving picture mostly isn't text.
+    Hasty,  ///< little time for doubtful lines
+    Slight, ///< they aren't read twice. What seems to be a line in a moving picture mostly isn't text.
 };
 
 struct RecognizedLines
 {
     QList<TextLine> lines;
     bool areLinesLeftOut = false; ///< some lines were not read for lack of time
-    bool areModelsMissed = false; ///< doubtful lines may be read better in a while, when further models are loaded
 };
 
 /// Recognizes the lines in a part of a captured image (pixels); their boxes are fractions of the whole image. Blocks;

@@ -226,13 +226,10 @@ TranslationPass::Outcome TranslationPass::run(const Request &request)
         if (!isMoving || hasNews(found.lines, request.formerLines()))
             found =
                 m_steps.recognize(masked, part, request.change ? ReadingEffort::Hasty : ReadingEffort::Full, isWanted);
-        if (found.areModelsMissed)
-            reading.report.preliminary |= part;
         areLinesLeftOut = areLinesLeftOut || found.areLinesLeftOut;
         return found.lines;
     };
     reading.memory.screen = readAgain(request.former ? request.former->screen : ScreenReading(), masked, changed, read);
-    reading.memory.screen.preliminary |= reading.report.preliminary;
     if (request.change)
         reading.report.running = takeRunningLines(reading.memory.screen.lines, request.formerLines(), masked.size(),
                                                   request.change->moving, request.change->running);

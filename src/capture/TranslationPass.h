@@ -65,13 +65,12 @@ struct ScreenChange
 /// What a look at a change has found.
 struct LookReport
 {
-    bool isDropped = false; ///< a pass has started, or the pane has moved: nothing came of the look
-    QList<QRect> lines;     ///< the places of all lines of text; pixels
-    QList<QRect> news;      ///< those of lines that have come, gone or changed
-    QRegion preliminary;    ///< where some may be read better in a while; pixels
-    QRegion partial;        ///< lines to be read whole once they rest; pixels
-    QRegion cut;            ///< as `cutLines` returns it
-    QRegion running;        ///< as `takeRunningLines` returns it
+    bool isDropped = false;             ///< a pass has started, or the pane has moved: nothing came of the look
+    QList<QRect> lines;                 ///< the places of all lines of text; pixels
+    QList<QRect> news;                  ///< those of lines that have come, gone or changed
+    QRegion partial;                    ///< lines to be read whole once they rest; pixels
+    QRegion cut;                        ///< as `cutLines` returns it
+    QRegion running;                    ///< as `takeRunningLines` returns it
     std::optional<FollowedLines> moved; ///< as `follow` returns it, if lines have moved since the picture was taken
     bool hasSent = false;               ///< texts to the engine
     bool hasFailed = false;
@@ -164,11 +163,11 @@ private:
     bool m_isRunning = false;
     bool m_isOutdated = false; ///< the screen was forgotten while the pass runs
     std::atomic<bool> m_isFollowing = false;
-    std::shared_ptr<const ScreenMemory> m_memory; ///< null if nothing was seen
-    QImage m_current;                             ///< the last picture of what is followed
+    std::shared_ptr<const ScreenMemory> m_memory;       ///< null if nothing was seen
+    QImage m_current;                                   ///< the last picture of what is followed
     std::function<void(const LookReport &)> m_lookDone; ///< of the look under way; unset if there is none
-    QObject m_alive;                              ///< context of outcomes under way
-    QThreadPool m_workers;                        ///< last member: its destructor waits for running tasks
+    QObject m_alive;                                    ///< context of outcomes under way
+    QThreadPool m_workers;                              ///< last member: its destructor waits for running tasks
 };
 
 } // namespace lucentra

@@ -24,7 +24,6 @@ constexpr LiveTranslation::Time longestPause{60'000};
 /// The highest raw value of an engine that text is sent to.
 constexpr qint64 lastRemoteEngine = 7;
 /// When lines are read again that further models may read better. Loading one takes a few tenths of a second.
-constexpr LiveTranslation::Time loadingTime{1000};
 /// Lines that seem to go on are read whole after so long without a change. What blinks changes sooner.
 constexpr LiveTranslation::Time partialRest{700};
 /// Lines that move are looked at after they have rested for so long, or have been moving for so long.
@@ -139,7 +138,8 @@ void LiveTranslation::add(const ScreenFrame &frame)
     if (area.isEmpty())
         return;
     const Time now = m_services.now();
-    m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32), frame.damage.translated(-inset, -inset), now);
+    m_settler.add(frame.picture.copy(area).convertToFormat(QImage::Format_RGB32),
+                  frame.damage.translated(-inset, -inset), now);
     QRegion partial;
     for (const Partial &lines : std::as_const(m_partial))
         partial |= lines.region;
@@ -206,7 +206,8 @@ void LiveTranslation::lookIfDue()
                 });
 }
 
-/// The lines to be read whole now. Those that have changed meanwhile are left out: the look at the change notes them again.
+/// The lines to be read whole now. Those that have changed meanwhile are left out: the look at the change notes them
+/// again.
 QRegion LiveTranslation::takePartial(Time now)
 {
     QRegion rested;
@@ -229,7 +230,6 @@ void LiveTranslation::finish(const ChangeSettler::Due &due, Time begun, const Lo
         return schedule(now + passPatience);
     }
     m_settler.found(report.lines, report.news, report.running);
-    m_settler.putBack(report.preliminary, now + loadingTime);
     m_settler.putBack(report.cut, now);
     m_again = report.again;
     if (report.moved)

@@ -17,14 +17,11 @@ struct TextRecognitionRequest
 {
     QStringList languages; ///< BCP 47 tags, most expected first
     RecognitionLevel level = RecognitionLevel::Accurate;
-    bool usesLanguageCorrection = true;
     double minimumTextHeight = 0; ///< fraction of the image height; smaller lines are not looked for
     /// Asked now and then, on any thread: once it says false, reading ends as soon as may be, with a part of the lines.
     /// None: everything is read.
     std::function<bool()> isWanted;
-    /// If set, the second reading of a doubtful line doesn't wait for a model that isn't loaded yet, nor do all of them
-    /// take long. The models that were missed are loaded in the background, and this is called once before reading ends.
-    std::function<void()> onModelsMissed;
+    bool isHasty = false; ///< little time is spent on reading doubtful lines again
     /// Called once before reading ends if lines were left out because they would have taken too long; may be empty.
     std::function<void()> onLinesLeftOut;
 };

@@ -115,7 +115,7 @@ class HostileServer(HostileDesktop):
         return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
     def test_quitting_while_a_full_screen_is_read(self):
-        sample_page.render(self.page, ["The lighthouse keeper writes a letter every evening " * 3] * 30, size="1280x800")
+        sample_page.render(self.page, ["燈塔看守人每天晚上寫一封信，星期天寄出去。" * 4] * 36, size="1280x800", pixels=14)
         self.start()
         self.pane.place(0, 0, 1280, 780)
         before = self.processor_seconds()

@@ -92,14 +92,6 @@ class Installed(Case):
         self.assertIn("Icon (", properties)
         self.assertEqual(self.screen.lucentra("quit").returncode, 0)
 
-    def test_models_are_loaded_without_the_tables_of_the_older_engine(self):
-        picture = self.screen.home / "page.png"
-        sample_page.render(picture, sample_page.ENGLISH[:1])
-        self.screen.environment["LD_DEBUG"] = "bindings"
-        bound = self.screen.lucentra("recognize", str(picture)).stderr
-        for function in ("UnicharAmbigs13LoadUniversal", "AddAdaptedClass"):
-            self.assertRegex(bound, rf"libtesseract\S+ .*lucentra-engines\.so .*{function}")
-
     def test_its_icon_keeps_its_shape_in_a_panel(self):
         self.screen.start_pane(600, 300)
         self.screen.lucentra("hide")

@@ -146,9 +146,7 @@ ScreenTextRecognizer::ScreenTextRecognizer(const Options &options)
 {
     const int workers =
         options.workers > 0 ? options.workers : std::clamp(int(std::thread::hardware_concurrency()), 1, 4);
-    const int engines = std::max(5, 4 * workers); // the three usual languages for each worker, and the extra ones once
-    m_correctingReader = std::make_unique<LineReader>(true, engines);
-    m_literalReader = std::make_unique<LineReader>(false, engines);
+    m_reader = std::make_unique<LineReader>();
     m_net = std::make_unique<TextNet>(options.weights);
     m_pool = std::make_unique<ReaderPool>(workers, options.keepMemory, [this] {
         m_net->release();
@@ -160,10 +158,7 @@ ScreenTextRecognizer::~ScreenTextRecognizer() = default;
 
 void ScreenTextRecognizer::warmUp()
 {
-    m_pool->post([this] {
-        if (m_correctingReader->prepareUsual())
-            warmUp(); // behind the lines that wait to be read meanwhile
-    });
+    m_pool->post([this] { m_reader->prepare(ReadingLanguage::English); });
 }
 
 Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const TextRecognitionRequest &request,
@@ -177,23 +172,12 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
         return {};
     const TextMaps maps = m_net->seen(image, m_pool->workers());
     QList<ReadLine> lines = linesIn(maps, request.minimumTextHeight);
-    LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     const LineRouter thorough(languages, extrasTo(languages), request.level == RecognitionLevel::Accurate);
     const LineRouter hasty(languages, {}, false);
     const QList<ReadColumns> columns = takeColumns(lines, maps.ink, image, request);
-    ScreenPass pass(image, maps.ink, lines, thorough, hasty, reader, *m_pool, request);
+    ScreenPass pass(image, maps.ink, lines, thorough, hasty, *m_reader, *m_pool, request);
     pass.learnSimplified(simplifiedEvidence(columns));
     pass.run();
-    if (const QList<ReadingLanguage> missed = pass.missedModels(); !missed.isEmpty()) {
-        if (!m_isPreparing.exchange(true)) { // by one worker, so that the others go on reading
-            m_pool->post([this, &reader, missed] {
-                for (const ReadingLanguage language : missed)
-                    reader.prepare(language);
-                m_isPreparing = false;
-            });
-        }
-        request.onModelsMissed();
-    }
     if (request.onLinesLeftOut && pass.hasLeftOutLines())
         request.onLinesLeftOut();
     return withColumns(observationsOf(lines, image.size()), observationsOf(columns, image.size()));
@@ -212,10 +196,9 @@ QList<ReadColumns> ScreenTextRecognizer::takeColumns(QList<ReadLine> &lines, con
     const QList<ColumnGroup> groups = columnsOf(linesOf(maps, leastHeight), upright, image.width());
     addUprightInk(maps.ink, ink);
     const QList<ReadingLanguage> languages = verticalLanguagesOf(request.languages);
-    LineReader &reader = request.usesLanguageCorrection ? *m_correctingReader : *m_literalReader;
     QList<ReadColumns> read;
     if (!languages.isEmpty())
-        read = readColumns(groups, turned, maps.ink, languages, reader, *m_pool, request.isWanted);
+        read = readColumns(groups, turned, maps.ink, languages, *m_reader, *m_pool, request.isWanted);
     read.removeIf([](const ReadColumns &columns) { return !columns.isPlausible(); });
     lines.removeIf([&](const ReadLine &line) {
         const QRect place = turnedRect(line.found.ink, image.width());

@@ -2,7 +2,6 @@
 
 #include "TextRecognizer.h"
 
-#include <atomic>
 #include <chrono>
 #include <memory>
 
@@ -15,7 +14,7 @@ struct ReadColumns;
 struct ReadLine;
 struct SureMap;
 
-/// Reads the text of screens with Tesseract's models, behind a line finder made for screens.
+/// Reads the text of screens with the nets of Tesseract's models, behind a line finder made for screens.
 ///
 /// Four stages, each a folder: find (a small network sees where lines are), strip (a line as dark letters on white),
 /// read (by the model that its script asks for), judge (is it writing at all).
@@ -24,8 +23,8 @@ class ScreenTextRecognizer : public TextRecognizer
 public:
     struct Options
     {
-        int workers = 0;                               ///< threads; 0: as many as there are cores, at most 4
-        std::chrono::milliseconds keepMemory{60'000};  ///< without use; then all but the engines is freed
+        int workers = 0;                              ///< threads; 0: as many as there are cores, at most 4
+        std::chrono::milliseconds keepMemory{60'000}; ///< without use; then all but the models is freed
         QString weights = QStringLiteral(":/lucentra/recognizer/lines.net"); ///< of the net that finds lines
     };
 
@@ -33,7 +32,7 @@ public:
     explicit ScreenTextRecognizer(const Options &options);
     ~ScreenTextRecognizer() override;
 
-    /// Loads the engines of English in the background. Others are loaded when a screen needs them.
+    /// Loads the model of English in the background. Others are loaded when a screen needs them.
     void warmUp() override;
 
     /// As the port says. `boundingBox` is one em of the line's font high (see `typographicBoxes`). What can't be read
@@ -49,10 +48,8 @@ private:
     QList<ReadColumns> takeColumns(QList<ReadLine> &lines, const SureMap &ink, const QImage &image,
                                    const TextRecognitionRequest &request);
 
-    std::unique_ptr<LineReader> m_correctingReader;
-    std::unique_ptr<LineReader> m_literalReader;
+    std::unique_ptr<LineReader> m_reader;
     std::unique_ptr<TextNet> m_net;
-    std::atomic<bool> m_isPreparing = false; ///< models are being loaded that were missed
     std::unique_ptr<ReaderPool> m_pool;
 };
 

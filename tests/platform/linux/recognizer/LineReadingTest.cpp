@@ -200,33 +200,6 @@ private Q_SLOTS:
         }
         QCOMPARE(sum.load(), 300);
     }
-
-    void enginesMakePlaceForOthers()
-    {
-        LineReader reader(true, 4);
-        QImage image = blank({300, 60}, Qt::white);
-        const QRect box = write(image, {20, 40}, u"Open"_s, font(u"DejaVu Sans"_s, 24), Qt::black);
-        const TextMaps maps = seen(image);
-        const Strip strip = LineNormalizer(image, box, maps.ink).strip(Separation::Axis, StripShape());
-        for (const ReadingLanguage language :
-             {ReadingLanguage::TraditionalChinese, ReadingLanguage::Japanese, ReadingLanguage::English,
-              ReadingLanguage::SimplifiedChinese, ReadingLanguage::Korean})
-            QVERIFY(reader.prepare(language));
-        std::vector<std::jthread> threads;
-        std::atomic<int> right = 0;
-        for (int i = 0; i < 3; ++i) // one engine for three threads
-            threads.emplace_back([&] {
-                right += reader.read(strip, ReadingLanguage::English, ReadingMode::Usual, 1).text == u"Open"_s;
-            });
-        threads.clear();
-        QCOMPARE(right.load(), 3);
-    }
-
-    void aBrokenLanguageReadsNothing()
-    {
-        LineReader reader;
-        QCOMPARE(reader.read(nullptr, ReadingLanguage::English).text, QString());
-    }
 };
 
 static const TestClass<LineReadingTest, QGuiApplication> lineReadingTest;

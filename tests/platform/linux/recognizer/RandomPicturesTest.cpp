@@ -1,9 +1,9 @@
 // Pictures that nobody drew on purpose: the stages before and after the engines keep their promises on all of them.
 // LUCENTRA_RANDOM_PICTURES says how many (60 without it), LUCENTRA_RANDOM_SEED which.
 #include "Pictures.h"
+#include "TestProgram.h"
 #include "read/LineReader.h"
 #include "strip/LineNormalizer.h"
-#include "TestProgram.h"
 
 #include <leptonica/allheaders.h>
 
@@ -132,7 +132,7 @@ private Q_SLOTS:
     void whatIsReadLiesInThePicture()
     {
         ScreenTextRecognizer recognizer;
-        const TextRecognitionRequest request{{u"zh-Hant"_s, u"en-US"_s}, RecognitionLevel::Fast, true, 0.008};
+        const TextRecognitionRequest request{{u"zh-Hant"_s, u"en-US"_s}, RecognitionLevel::Fast, 0.008};
         for (int i = 0; i < m_count / 6; ++i) {
             QRandomGenerator random(quint32(m_seed - 1 - i));
             const auto lines = recognizer.perform(request, anyPicture(random));

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const TextRecognitionRequest usual{{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}, RecognitionLevel::Accurate, true, 0.008};
+const TextRecognitionRequest usual{{u"zh-Hant"_s, u"en-US"_s, u"ja-JP"_s}, RecognitionLevel::Accurate, 0.008};
 QStringList textsOf(const QList<RecognizedTextObservation> &lines)
 {
     QStringList texts;
@@ -270,7 +270,6 @@ private Q_SLOTS:
         request.minimumTextHeight = 0.15;
         QCOMPARE(textsOf(*m_recognizer.perform(request, image)), QStringList{u"Large"_s});
         request.level = RecognitionLevel::Fast;
-        request.usesLanguageCorrection = false;
         request.languages = QStringList{u"en-US"_s};
         QCOMPARE(textsOf(*m_recognizer.perform(request, image)), QStringList{u"Large"_s});
         request.languages = QStringList();
@@ -290,24 +289,6 @@ private Q_SLOTS:
             request.isWanted = [&left] { return left-- > 0; };
             QVERIFY(m_recognizer.perform(request, image).has_value());
         }
-    }
-
-    void aHastyRequestDoesNotWaitForModels()
-    {
-        QImage image = blank({600, 200}, Qt::white);
-        write(image, {20, 60}, u"The lighthouse keeper writes"_s, font(latin, 24), Qt::black);
-        write(image, {20, 140}, u"xéœ¬ %¤ §µ ¶¿"_s, font(latin, 24), Qt::black); // nobody is sure of it
-        ScreenTextRecognizer recognizer;
-        TextRecognitionRequest request = usual;
-        std::atomic<bool> hasMissed = false;
-        request.onModelsMissed = [&hasMissed] { hasMissed = true; };
-        const auto misses = [&] {
-            hasMissed = false;
-            const QStringList texts = textsOf(*recognizer.perform(request, image));
-            return hasMissed || !texts.contains(u"The lighthouse keeper writes"_s);
-        };
-        QVERIFY(misses());
-        QTRY_VERIFY_WITH_TIMEOUT(!misses(), 30'000);
     }
 
     /// A reading can't be interrupted; so a line far wider than a screen is read in pieces.

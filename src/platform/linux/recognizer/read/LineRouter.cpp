@@ -86,15 +86,11 @@ public:
     Reading read(ReadingLanguage language, Separation separation, ReadingMode mode = ReadingMode::Usual)
     {
         const Attempt attempt{language, separation, mode};
-        const bool isFirst = m_routed.attempts.isEmpty();
-        if (m_routed.attempts.contains(attempt) || (!isFirst && !m_reader.isReady(language)))
+        if (m_routed.attempts.contains(attempt))
             return {};
         m_routed.attempts.append(attempt);
         const Strip &strip = stripFor(language, separation);
-        // Few engines for what is seldom asked: they take much memory.
-        const bool isUsual = language != ReadingLanguage::SimplifiedChinese && language != ReadingLanguage::Korean;
-        const int most = m_reader.isHasty() && (!isFirst || !isUsual) ? 1 : isUsual ? 64 : 2;
-        Reading reading = m_reader.read(strip, language, mode, most);
+        Reading reading = m_reader.read(strip, language, mode);
         const Scripts scripts = scriptsOf(reading.text);
         const bool isKorean = 2 * scripts.hangul > scripts.all() ||
                               (scripts.hangul >= 2 && m_scripts[TextMaps::Hangul] > 0); // digits for letters
@@ -113,7 +109,6 @@ public:
         m_routed.separation = separation;
     }
 
-    bool isReady(ReadingLanguage language) const { return m_reader.isReady(language); }
     const Reading &best() const { return m_routed.best; }
     const RoutedReading &routed() const { return m_routed; }
     const ScriptShares &scripts() const { return m_scripts; }
@@ -223,7 +218,7 @@ bool LineRouter::readSquare(Attempts &attempts, ReadingLanguage leading) const
     const Separation separation = attempts.line().separations().first();
     Reading best;
     for (const ReadingLanguage language : {ReadingLanguage::Japanese, leading}) {
-        if (language == ReadingLanguage::English || !reads(language) || !attempts.isReady(language))
+        if (language == ReadingLanguage::English || !reads(language))
             continue;
         Reading reading = attempts.read(language, separation);
         if (reading.confidence < hopeless)
@@ -267,13 +262,16 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
 Reading LineRouter::readAlike(const LineNormalizer &line, const RoutedReading &earlier, const PassReader &reader,
                               const ScreenLanguages &screen) const
 {
+    constexpr double muchSurer = 25; // than this, and the line is of the other kind after all
     const ReadingLanguage chinese = chineseOf(screen);
     if (!isChinese(earlier.best.language) || earlier.best.language == chinese ||
         writingOf(earlier.best.text) != Writing::Han || !readsBothChinese())
         return earlier.best;
     Attempts attempts(line, {}, {{}, earlier.separation, {}}, reader);
     attempts.read(chinese, earlier.separation);
-    return writingOf(attempts.best().text) == Writing::Han ? attempts.best() : earlier.best;
+    const bool isAlike = writingOf(attempts.best().text) == Writing::Han &&
+                         attempts.best().confidence >= earlier.best.confidence - muchSurer;
+    return isAlike ? attempts.best() : earlier.best;
 }
 
 } // namespace lucentra

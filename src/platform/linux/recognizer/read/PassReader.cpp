@@ -14,32 +14,14 @@ constexpr double wordGap = 0.13; // of the strip's height; narrower ones are bet
 
 } // namespace
 
-bool PassReader::isReady(ReadingLanguage language) const
-{
-    if (!m_isHasty || m_reader.isLoaded(language))
-        return true;
-    m_missed |= 1U << unsigned(language);
-    return false;
-}
-
-QList<ReadingLanguage> PassReader::missedModels() const
-{
-    QList<ReadingLanguage> missed;
-    for (unsigned language = 0; m_missed >> language != 0; ++language) {
-        if ((m_missed >> language & 1) != 0)
-            missed.append(ReadingLanguage(language));
-    }
-    return missed;
-}
-
-Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode, int most) const
+Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMode mode) const
 {
     if (!strip || !isWanted())
         return {};
     const int width = pixGetWidth(strip.get());
     const int piece = longest * pixGetHeight(strip.get());
     if (width <= piece)
-        return m_reader.read(strip, language, mode, most);
+        return m_reader.read(strip, language, mode);
     const std::vector<std::uint8_t> darkest = darkestOfColumns(strip);
     Reading whole{{}, 0, language};
     double sum = 0;
@@ -49,7 +31,7 @@ Reading PassReader::read(const Strip &strip, ReadingLanguage language, ReadingMo
         const Cut cut = isLast ? Cut{width, 0} : bestCut(darkest, left + piece / 2, left + piece);
         if (!isWanted())
             return {};
-        const Reading part = m_reader.read(pieceOf(strip.get(), left, cut.x), language, mode, most);
+        const Reading part = m_reader.read(pieceOf(strip.get(), left, cut.x), language, mode);
         for (ReadWord word : part.words) {
             word.start += whole.text.size();
             word.left += left - StripShape().padding;

@@ -1,9 +1,5 @@
 #include "read/ReaderPool.h"
 
-/// Of the OpenMP library that the engines are built with. Its header belongs to one compiler and isn't there for
-/// others.
-extern "C" void omp_set_max_active_levels(int levels);
-
 namespace lucentra {
 
 ReaderPool::ReaderPool(int workers, std::chrono::milliseconds keep, Task rest)
@@ -37,8 +33,6 @@ void ReaderPool::post(Task task)
 
 void ReaderPool::work()
 {
-    // The engines would start threads of their own for every line, which costs more than it gains.
-    omp_set_max_active_levels(0);
     std::unique_lock lock(m_mutex);
     const auto hasWork = [this] { return m_isStopping || !m_tasks.empty(); };
     while (true) {

@@ -10,7 +10,7 @@
 
 namespace lucentra {
 
-/// The threads that read lines. Whatever the engines do in parallel by themselves is switched off in them.
+/// The threads that read lines.
 class ReaderPool
 {
 public:

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "read/LineReader.h"
 #include "read/ThreadClock.h"
 
 #include <QtGlobal>
@@ -30,16 +29,13 @@ public:
     public:
         explicit Spending(ReadingBudget &budget)
             : m_budget(budget)
-            , m_start(worked())
+            , m_start(threadTime().count())
         {
         }
-        ~Spending() { m_budget.m_left.fetch_sub(worked() - m_start, std::memory_order_relaxed); }
+        ~Spending() { m_budget.m_left.fetch_sub(threadTime().count() - m_start, std::memory_order_relaxed); }
         Q_DISABLE_COPY_MOVE(Spending)
 
     private:
-        /// Loading an engine is no reading: the first image after a rest may take as much as any other.
-        static qint64 worked() { return (threadTime() - LineReader::loadingTime()).count(); }
-
         ReadingBudget &m_budget;
         qint64 m_start;
     };

@@ -56,10 +56,10 @@ ScreenPass::ScreenPass(const QImage &image, const SureMap &ink, QList<ReadLine> 
     , m_ink(ink)
     , m_thorough(thorough)
     , m_hasty(hasty)
-    , m_reader(reader, request.isWanted, bool(request.onModelsMissed))
+    , m_reader(reader, request.isWanted)
     , m_pool(pool)
     , m_budget(pool.workers() * readingTime(image.size()))
-    , m_doubts(pool.workers() * (m_reader.isHasty() ? hastyTime : readingTime(image.size())))
+    , m_doubts(pool.workers() * (request.isHasty ? hastyTime : readingTime(image.size())))
 {
     for (ReadLine &line : lines) {
         m_lines.push_back(&line);

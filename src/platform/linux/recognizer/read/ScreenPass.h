@@ -47,8 +47,6 @@ public:
     void run();
     /// Whether there was no time for some of the lines.
     bool hasLeftOutLines() const;
-    /// The models that weren't loaded, and that the request didn't want to wait for.
-    QList<ReadingLanguage> missedModels() const { return m_reader.missedModels(); }
 
 private:
     using Lines = std::vector<ReadLine *>;

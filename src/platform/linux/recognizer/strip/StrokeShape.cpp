@@ -102,4 +102,13 @@ StrokeShape strokeShapeAt(const Strip &strip, int left, int right)
     return StrokeShape::Other;
 }
 
+int underscoresAt(const Strip &strip, int left, int right)
+{
+    constexpr double usual = 0.38; // of the strip's height; the width of one
+    constexpr double mostHeight = 0.2;
+    const Glyph glyph = glyphNear(strip, (left + right) / 2);
+    const double height = pixGetHeight(strip.get());
+    return glyph.height() > mostHeight * height ? 1 : std::max(1, int(std::lround(glyph.width() / (usual * height))));
+}
+
 } // namespace lucentra

@@ -16,4 +16,7 @@ enum class StrokeShape {
 /// middle.
 StrokeShape strokeShapeAt(const Strip &strip, int left, int right);
 
+/// How many underscores the one there is: two or more are a single bar.
+int underscoresAt(const Strip &strip, int left, int right);
+
 } // namespace lucentra

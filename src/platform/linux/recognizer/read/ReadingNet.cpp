@@ -1,0 +1,376 @@
+#include "read/ReadingNet.h"
+
+#include "read/ModelFile.h"
+
+#include <leptonica/allheaders.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
+namespace lucentra {
+namespace {
+
+// Numbers between the layers are from -1 to 1 and kept as integers.
+constexpr float one = 16384;
+constexpr int lane = 16; // integers that are multiplied together
+constexpr int squareOutputs = 16;
+constexpr int squareInputs = 9; // 3 × 3 pixels
+
+[[gnu::always_inline]] inline std::int16_t integerOf(float number)
+{
+    return std::int16_t(number * one);
+}
+
+/// The hyperbolic tangent by a fraction, right to 0.0001.
+[[gnu::always_inline]] inline float tanhOf(float x)
+{
+    x = std::min(std::max(x, -4.9F), 4.9F);
+    const float s = x * x;
+    return x * (135135 + s * (17325 + s * (378 + s))) / (135135 + s * (62370 + s * (3150 + 28 * s)));
+}
+
+[[gnu::always_inline]] inline float logisticOf(float x)
+{
+    return 0.5F + 0.5F * tanhOf(0.5F * x);
+}
+
+/// The sums of `rows` rows of weights by numbers; `rows` is a multiple of 4, `columns` one of `lane`.
+void multiplyAnywhere(const std::int8_t *weights, const std::int16_t *numbers, int columns, int rows,
+                      std::int32_t *sums)
+{
+    for (int row = 0; row < rows; ++row, weights += columns) {
+        std::int32_t sum = 0;
+        for (int i = 0; i < columns; ++i)
+            sum += std::int32_t(weights[i]) * numbers[i];
+        sums[row] = sum;
+    }
+}
+
+/// The gates of a layer with a memory: how much is taken, from what; how much is kept; how much is told.
+[[gnu::always_inline]] inline void computeGates(const float *gates, int size, float *memory, std::int16_t *told)
+{
+    for (int k = 0; k < size; ++k) {
+        const float kept = logisticOf(gates[2 * size + k]) * memory[k] + logisticOf(gates[size + k]) * tanhOf(gates[k]);
+        memory[k] = std::min(std::max(kept, -100.F), 100.F);
+        told[k] = integerOf(logisticOf(gates[3 * size + k]) * tanhOf(memory[k]));
+    }
+}
+
+/// The largest outputs over a square of 3 × 3 places, each of which sees the 3 × 3 pixels around it. `weights` has a
+/// row of outputs for each pixel, column by column, and one that is added.
+[[gnu::always_inline]] inline void computeSquare(const float *weights, const float *pixels, std::ptrdiff_t rowStep,
+                                                 float *most)
+{
+    std::fill_n(most, squareOutputs, -1e9F);
+    for (int place = 0; place < 9; ++place) {
+        float sums[squareOutputs];
+        std::copy_n(weights + squareInputs * squareOutputs, squareOutputs, sums);
+        for (int k = 0; k < squareInputs; ++k) {
+            const float pixel = pixels[(place / 3 + k % 3) * rowStep + place % 3 + k / 3];
+            for (int i = 0; i < squareOutputs; ++i)
+                sums[i] += weights[k * squareOutputs + i] * pixel;
+        }
+        for (int i = 0; i < squareOutputs; ++i)
+            most[i] = most[i] > sums[i] ? most[i] : sums[i];
+    }
+}
+
+void computeSquareAnywhere(const float *weights, const float *pixels, std::ptrdiff_t rowStep, float *most)
+{
+    computeSquare(weights, pixels, rowStep, most);
+}
+
+void computeGatesAnywhere(const float *gates, int size, float *memory, std::int16_t *told)
+{
+    computeGates(gates, size, memory, told);
+}
+
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] void multiplyFast(const std::int8_t *weights, const std::int16_t *numbers, int columns,
+                                          int rows, std::int32_t *sums)
+{
+    for (int row = 0; row < rows; row += 4, weights += std::ptrdiff_t(4) * columns) {
+        __m256i total[4] = {};
+        for (int i = 0; i < columns; i += lane) {
+            const __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(numbers + i));
+            for (int r = 0; r < 4; ++r) {
+                const auto *from = reinterpret_cast<const __m128i *>(weights + std::ptrdiff_t(r) * columns + i);
+                const __m256i product = _mm256_madd_epi16(_mm256_cvtepi8_epi16(_mm_loadu_si128(from)), x);
+                total[r] = _mm256_add_epi32(total[r], product);
+            }
+        }
+        const __m256i halves =
+            _mm256_hadd_epi32(_mm256_hadd_epi32(total[0], total[1]), _mm256_hadd_epi32(total[2], total[3]));
+        const __m128i sum = _mm_add_epi32(_mm256_castsi256_si128(halves), _mm256_extracti128_si256(halves, 1));
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(sums + row), sum);
+    }
+}
+
+[[gnu::target("avx2,fma")]] void computeGatesFast(const float *gates, int size, float *memory, std::int16_t *told)
+{
+    computeGates(gates, size, memory, told);
+}
+
+[[gnu::target("avx2,fma")]] void computeSquareFast(const float *weights, const float *pixels, std::ptrdiff_t rowStep,
+                                                   float *most)
+{
+    computeSquare(weights, pixels, rowStep, most);
+}
+
+const bool isFast = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+const auto multiply = isFast ? multiplyFast : multiplyAnywhere;
+const auto gatesOf = isFast ? computeGatesFast : computeGatesAnywhere;
+const auto squareOf = isFast ? computeSquareFast : computeSquareAnywhere;
+#else
+const auto multiply = multiplyAnywhere;
+const auto gatesOf = computeGatesAnywhere;
+const auto squareOf = computeSquareAnywhere;
+#endif
+
+/// How dark ink is and how light paper, by the local extremes of a row. Half of each side of them doesn't count.
+std::array<int, 2> rangeOf(const std::vector<int> &row)
+{
+    std::vector<int> dark;
+    std::vector<int> light;
+    for (std::size_t x = 1; x + 1 < row.size(); ++x) {
+        const int before = row[x - 1];
+        const int here = row[x];
+        const int after = row[x + 1];
+        if ((here < before && here <= after) || (here <= before && here < after))
+            dark.push_back(here);
+        if ((here > before && here >= after) || (here >= before && here > after))
+            light.push_back(here);
+    }
+    const auto quantile = [](std::vector<int> &values, std::size_t quarters, int otherwise) {
+        if (values.empty())
+            return otherwise;
+        std::ranges::sort(values);
+        return values[quarters * (values.size() - 1) / 4];
+    };
+    return {quantile(dark, 1, 0), quantile(light, 3, 255)};
+}
+
+} // namespace
+
+/// Numbers that go from layer to layer, a row for each place.
+struct ReadingNet::Rows
+{
+    int count;
+    int width;
+    std::vector<std::int16_t> numbers;
+
+    Rows(int c, int w)
+        : count(c)
+        , width(w)
+        , numbers(std::size_t(c) * std::size_t(w))
+    {
+    }
+    std::int16_t *row(int i) { return numbers.data() + std::ptrdiff_t(i) * width; }
+    const std::int16_t *row(int i) const { return numbers.data() + std::ptrdiff_t(i) * width; }
+};
+
+/// Runs a matrix, with the room that it needs.
+class ReadingNet::Product
+{
+public:
+    explicit Product(const Matrix &matrix)
+        : m_matrix(matrix)
+        , m_numbers(std::size_t(matrix.columns))
+        , m_sums(matrix.weights.size() / std::size_t(matrix.columns))
+        , m_results(m_sums.size())
+    {
+    }
+    std::int16_t *numbers() { return m_numbers.data(); }
+    const std::vector<float> &run()
+    {
+        multiply(m_matrix.weights.data(), m_numbers.data(), m_matrix.columns, int(m_sums.size()), m_sums.data());
+        for (std::size_t i = 0; i < m_matrix.scales.size(); ++i)
+            m_results[i] = float(m_sums[i]) * m_matrix.scales[i] + m_matrix.biases[i];
+        return m_results;
+    }
+
+private:
+    const Matrix &m_matrix;
+    std::vector<std::int16_t> m_numbers;
+    std::vector<std::int32_t> m_sums;
+    std::vector<float> m_results;
+};
+
+ReadingNet::ReadingNet(QByteArrayView data)
+{
+    constexpr qsizetype noneAt = 16; // before the end
+    DataReader reader(data);
+    takeLayer(reader, 0);
+    m_none = DataReader(data.last(std::min(noneAt, data.size()))).take<qint32>();
+    if (!isWhole())
+        throw std::runtime_error("a net of another kind");
+    for (int k = 0; k <= squareInputs; ++k) {
+        for (std::size_t row = 0; row < squareOutputs; ++row) {
+            const float weight = one * m_squares.scales[row] * m_squares.weights[row * lane + std::size_t(k)];
+            m_squareWeights.push_back(k < squareInputs ? weight : m_squares.biases[row]);
+        }
+    }
+}
+
+/// Takes a layer, or layers within one another: kind, three bytes and numbers of which only the flags matter, name;
+/// then what the kind has.
+void ReadingNet::takeLayer(DataReader &data, int depth)
+{
+    constexpr int deepest = 8;
+    constexpr qint32 hasRates = 64;
+    const auto text = [&data] { return data.bytes(data.take<qint32>()).toByteArray(); };
+    data.bytes(1);
+    const QByteArray kind = text();
+    data.bytes(2);
+    const qint32 flags = data.take<qint32>();
+    data.bytes(12);
+    text();
+    if (kind == "Series" || kind == "RTLReversed" || kind == "XYTranspose") {
+        for (qint32 left = depth < deepest ? data.take<qint32>() : 0; left > 0; --left)
+            takeLayer(data, depth + 1);
+        if ((flags & hasRates) != 0)
+            data.bytes(4 * qsizetype(data.take<qint32>()));
+    } else if (kind == "Input") {
+        data.bytes(20);
+    } else if (kind == "Convolve" || kind == "Maxpool") {
+        data.bytes(8);
+    } else if (kind == "LSTM" || kind == "SummLSTM") {
+        data.bytes(4);
+        m_layers.emplace_back();
+        for (int gate = 0; gate < 4; ++gate)
+            append(m_layers.back(), data);
+    } else {
+        append(m_out.rows == 0 && m_squares.rows == 0 ? m_squares : m_out, data);
+    }
+}
+
+/// Takes weights and puts them below those of a matrix.
+void ReadingNet::append(Matrix &matrix, DataReader &data)
+{
+    constexpr int most = 1 << 13;
+    constexpr int mostInputs = 1 << 10; // so that sums stay integers of 32 bits
+    const bool areIntegers = (data.take<quint8>() & 1) != 0;
+    const int rows = data.take<qint32>();
+    const int columns = data.take<qint32>();
+    data.bytes(1);
+    if (!areIntegers || rows < 1 || rows > most || columns < 2 || columns > mostInputs ||
+        (matrix.rows > 0 && columns != matrix.inputs + 1))
+        throw std::runtime_error("weights of another kind");
+    const QByteArrayView weights = data.bytes(qsizetype(rows) * columns);
+    if (data.take<qint32>() != rows)
+        throw std::runtime_error("weights without a scale");
+    matrix.inputs = columns - 1;
+    matrix.columns = (matrix.inputs + lane - 1) / lane * lane;
+    matrix.weights.resize(std::size_t(matrix.rows + rows + 3) / 4 * 4 * std::size_t(matrix.columns));
+    for (int row = 0; row < rows; ++row) {
+        const char *from = weights.data() + std::ptrdiff_t(row) * columns;
+        std::memcpy(matrix.weights.data() + std::ptrdiff_t(matrix.rows + row) * matrix.columns, from,
+                    std::size_t(matrix.inputs));
+        const double scale = std::bit_cast<double>(data.take<quint64>());
+        matrix.scales.push_back(float(scale / one));
+        matrix.biases.push_back(float(scale * static_cast<signed char>(from[matrix.inputs])));
+    }
+    matrix.rows += rows;
+}
+
+bool ReadingNet::isWhole() const
+{
+    int inputs = squareOutputs;
+    for (const Matrix &layer : m_layers) {
+        if (layer.rows % 4 != 0 || layer.inputs != inputs + layer.rows / 4)
+            return false;
+        inputs = layer.rows / 4;
+    }
+    return m_squares.rows == squareOutputs && m_squares.inputs == squareInputs && m_layers.size() == 4 &&
+           m_out.inputs == inputs && m_none >= 0 && m_none < m_out.rows;
+}
+
+/// What the net sees in squares of pixels, the largest numbers of each 3 × 3 of them: column by column, a row for each.
+ReadingNet::Rows ReadingNet::squares(const Strip &strip) const
+{
+    const int width = pixGetWidth(strip.get());
+    const int height = pixGetHeight(strip.get());
+    const auto greyRow = [&](int y) {
+        const l_uint32 *from = pixGetData(strip.get()) + std::ptrdiff_t(y) * pixGetWpl(strip.get());
+        std::vector<int> row;
+        for (int x = 0; x < width; ++x)
+            row.push_back(GET_DATA_BYTE(from, x));
+        return row;
+    };
+    const std::array<int, 2> range = rangeOf(greyRow(height / 2));
+    const int black = range[0];
+    const int white = range[1];
+    const float contrast = white > black ? float(white - black) / 2 : 1;
+    const std::ptrdiff_t rowStep = width + 2;
+    std::vector<float> pixels(std::size_t(rowStep * (height + 2))); // with a border in the middle between ink and paper
+    for (int y = 0; y < height; ++y) {
+        const std::vector<int> grey = greyRow(y);
+        std::ranges::transform(grey, pixels.begin() + (y + 1) * rowStep + 1,
+                               [&](int value) { return std::clamp(float(value - black) / contrast - 1, -1.F, 1.F); });
+    }
+    const int rows = height / step;
+    Rows squares(width / step * rows, squareOutputs);
+    for (int i = 0; i < squares.count; ++i) {
+        std::array<float, squareOutputs> most{};
+        squareOf(m_squareWeights.data(), pixels.data() + i % rows * step * rowStep + i / rows * step, rowStep,
+                 most.data());
+        std::ranges::transform(most, squares.row(i), [](float number) { return integerOf(tanhOf(number)); });
+    }
+    return squares;
+}
+
+/// A layer with a memory over `count` rows from `first` on, one after the other by `direction`, calls `take` with each
+/// row's number and what is told of it.
+template <typename Take>
+void ReadingNet::run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take)
+{
+    const int size = layer.rows / 4;
+    Product product(layer);
+    std::int16_t *told = product.numbers() + in.width;
+    std::vector<float> memory(std::size_t(size), 0.F);
+    for (int i = first; count > 0; --count, i += direction) {
+        std::copy_n(in.row(i), in.width, product.numbers());
+        gatesOf(product.run().data(), size, memory.data(), told);
+        take(i, told);
+    }
+}
+
+void ReadingNet::read(const Strip &strip, const std::function<void(std::span<const float>)> &take) const
+{
+    const int places = pixGetWidth(strip.get()) / step;
+    const int height = pixGetHeight(strip.get()) / step;
+    const Rows seen = squares(strip);
+    const auto sizeOf = [this](std::size_t layer) { return m_layers[layer].rows / 4; };
+    Rows columns(places, sizeOf(0));
+    for (int x = 0; x < places; ++x) {
+        const auto keep = [&](int, const std::int16_t *told) { std::copy_n(told, columns.width, columns.row(x)); };
+        run(m_layers[0], seen, x * height, height, 1, keep);
+    }
+    const auto keeper = [](Rows &rows) {
+        return [&rows](int i, const std::int16_t *told) { std::copy_n(told, rows.width, rows.row(i)); };
+    };
+    Rows right(places, sizeOf(1));
+    run(m_layers[1], columns, 0, places, 1, keeper(right));
+    Rows left(places, sizeOf(2));
+    run(m_layers[2], right, places - 1, places, -1, keeper(left));
+    Product out(m_out);
+    std::vector<float> logarithms(static_cast<std::size_t>(codes()));
+    run(m_layers[3], left, 0, places, 1, [&](int, const std::int16_t *told) {
+        std::copy_n(told, m_out.inputs, out.numbers());
+        const std::span<const float> sums(out.run().data(), logarithms.size());
+        const float most = std::ranges::max(sums);
+        float whole = 0;
+        for (const float sum : sums)
+            whole += std::exp(sum - most);
+        std::ranges::transform(sums, logarithms.begin(), [&](float sum) { return sum - most - std::log(whole); });
+        take(logarithms);
+    });
+}
+
+} // namespace lucentra

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Mask.h"
+
+#include <QByteArrayView>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace lucentra {
+
+class DataReader;
+
+/// A net that reads a strip from the left to the right: one of Tesseract's, with integers as weights. It looks at
+/// squares of 3 × 3 pixels, down each column of them, along the strip in both directions, and along it once more. Any
+/// thread, several at once.
+class ReadingNet
+{
+public:
+    static constexpr int step = 3; ///< pixels of the strip between two places
+
+    /// Takes the net of a model. Throws std::runtime_error where it is broken or of another kind.
+    explicit ReadingNet(QByteArrayView data);
+
+    /// How many codes it tells apart.
+    int codes() const { return m_out.rows; }
+    /// The code of "no character here".
+    int none() const { return m_none; }
+
+    /// Calls `take` for each place from the left to the right with the logarithm of each code's probability. The strip
+    /// is grey, of the height that the net was made for.
+    void read(const Strip &strip, const std::function<void(std::span<const float>)> &take) const;
+
+private:
+    /// The weights of a layer: rows of integers, each with a scale and a number that is added.
+    struct Matrix
+    {
+        int rows = 0;
+        int inputs = 0;
+        int columns = 0; ///< inputs, filled up to whole lanes
+        std::vector<std::int8_t> weights;
+        std::vector<float> scales;
+        std::vector<float> biases;
+    };
+    struct Rows;
+    class Product;
+
+    void takeLayer(DataReader &data, int depth);
+    static void append(Matrix &matrix, DataReader &data);
+    bool isWhole() const;
+
+    Rows squares(const Strip &strip) const;
+    template <typename Take>
+    static void run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take);
+
+    std::vector<Matrix> m_layers; ///< with a memory: down, right, left, right
+    Matrix m_squares;
+    std::vector<float> m_squareWeights; ///< an output beside the other, then what is added
+    Matrix m_out;
+    int m_none = 0;
+};
+
+} // namespace lucentra
