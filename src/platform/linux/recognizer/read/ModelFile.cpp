@@ -23,10 +23,10 @@ QString modelPath(const QString &model)
 {
     static const QString folder = [] {
         const QString named = qEnvironmentVariable("TESSDATA_PREFIX");
-        for (const QString &folder :
-             {named, u"/usr/share/tesseract-ocr/5/tessdata"_s, u"/usr/share/tessdata"_s, u"/app/share/tessdata"_s}) {
-            if (!folder.isEmpty() && QFileInfo(folder).isDir())
-                return folder;
+        for (const QString &candidate : {named, u"/usr/share/tesseract-ocr/5/tessdata"_s,
+                                         u"/usr/share/tesseract/tessdata"_s, u"/usr/share/tessdata"_s}) {
+            if (!candidate.isEmpty() && QFileInfo(candidate).isDir())
+                return candidate;
         }
         return named;
     }();
