@@ -127,12 +127,18 @@ private Q_SLOTS:
             QVERIFY(share == 0 || !load(model.net, model.codes, cut(model.words)));
         }
         std::mt19937 random(1);
+        int refused = 0;
         for (int i = 0; i < 300; ++i) { // in the first bytes, where what is said of the rest stands
             QByteArray net = model.net;
             for (int k = 0; k < 3; ++k)
                 net[qsizetype(random() % 600)] = char(random());
-            load(net, model.codes, model.words);
+            try {
+                const ReadingNet reading(net);
+            } catch (const std::runtime_error &) {
+                ++refused;
+            }
         }
+        QVERIFY2(refused > 30, qPrintable(QString::number(refused)));
         QByteArray wild = model.words;
         for (qsizetype i = 10; i < wild.size(); i += 7)
             wild[i] = char(random());
