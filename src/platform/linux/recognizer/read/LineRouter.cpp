@@ -18,6 +18,7 @@ constexpr double certain = 88;        // another language isn't worth its time, 
 constexpr double likely = 75;         // nor where no line of the screen speaks for it
 constexpr double good = 80;           // nor is another try at the same
 constexpr double doubtful = 70;       // other languages are asked as well
+constexpr double doubtfulWide = 80;   // likewise with ideographs, kana or syllables; wrong ones are read more surely
 constexpr double hopeless = 40;       // of a picture's edges, or of letters that weren't told apart from it
 constexpr double englishLead = 12;    // English reads Latin letters better than others that are as confident
 constexpr double disagreement = 0.15; // of the confidence goes where a reading is in none of the scripts that are seen
@@ -59,6 +60,11 @@ ReadingLanguage chineseOf(const ScreenLanguages &screen)
 bool isSquare(const QSize &ink)
 {
     return ink.height() >= 8 && 20 * ink.width() >= 13 * ink.height() && 10 * ink.width() <= 15 * ink.height();
+}
+
+bool isUnsure(const Reading &reading)
+{
+    return reading.confidence < (scriptsOf(reading.text).wide() > 0 ? doubtfulWide : doubtful);
 }
 
 } // namespace
@@ -238,7 +244,7 @@ bool LineRouter::readSquare(Attempts &attempts, ReadingLanguage leading) const
 
 bool LineRouter::isDoubtful(const RoutedReading &routed) const
 {
-    return m_mayRetry && routed.best.confidence < doubtful;
+    return m_mayRetry && isUnsure(routed.best);
 }
 
 RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormalizer &line, const ScriptShares &scripts,
@@ -251,7 +257,7 @@ RoutedReading LineRouter::readOn(const RoutedReading &earlier, const LineNormali
         if (attempts.best().confidence >= hopeless)
             attempts.read(attempts.best().language, separation);
         for (const ReadingLanguage language : readers) {
-            if (attempts.best().confidence >= doubtful)
+            if (!isUnsure(attempts.best()))
                 return attempts.routed();
             attempts.read(language, separation);
         }
