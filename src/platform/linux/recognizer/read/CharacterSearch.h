@@ -60,8 +60,9 @@ private:
     int m_none;
 };
 
-/// Finds the likeliest characters from the probabilities of codes, place by place. At each place is a code, the same
-/// one as before, or none. Characters that make words of a list are likelier.
+/// Finds the likeliest characters from the probabilities of codes at each place: a beam search over what the net was
+/// trained with CTC to say. At each place is a code, the same one as before, or none (the blank). Characters that make
+/// words of a list are likelier.
 class CharacterSearch
 {
 public:

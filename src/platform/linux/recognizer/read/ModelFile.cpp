@@ -61,8 +61,8 @@ QByteArray partOf(const QByteArray &model, qsizetype number)
     return start < 0 || start > end ? QByteArray() : model.mid(start, end - start);
 }
 
-/// This program's version of a net. Empty where there is none, or where it was made from another one than `installed`,
-/// whose characters may have other numbers.
+/// This program's version of a net. Empty if there is no such version, or if it was made from another net than
+/// `installed`, whose characters may have other numbers.
 QByteArray ownNet(const QString &model, const QByteArray &installed)
 {
     constexpr qsizetype endSize = 80; // how the net was made, after its weights; the same in both

@@ -52,13 +52,14 @@ void multiplyAnywhere(const std::int8_t *weights, const std::int16_t *numbers, i
     }
 }
 
-/// The gates of a layer with a memory: how much is taken, from what; how much is kept; how much is told.
-[[gnu::always_inline]] inline void computeGates(const float *gates, int size, float *memory, std::int16_t *told)
+/// One step of an LSTM layer: from the sums of candidate, input, forget and output gates, a quarter of `gates` each,
+/// the next state and output.
+[[gnu::always_inline]] inline void computeGates(const float *gates, int size, float *state, std::int16_t *output)
 {
     for (int k = 0; k < size; ++k) {
-        const float kept = logisticOf(gates[2 * size + k]) * memory[k] + logisticOf(gates[size + k]) * tanhOf(gates[k]);
-        memory[k] = std::min(std::max(kept, -100.F), 100.F);
-        told[k] = integerOf(logisticOf(gates[3 * size + k]) * tanhOf(memory[k]));
+        const float kept = logisticOf(gates[2 * size + k]) * state[k] + logisticOf(gates[size + k]) * tanhOf(gates[k]);
+        state[k] = std::min(std::max(kept, -100.F), 100.F);
+        output[k] = integerOf(logisticOf(gates[3 * size + k]) * tanhOf(state[k]));
     }
 }
 
@@ -86,9 +87,9 @@ void computeSquareAnywhere(const float *weights, const float *pixels, std::ptrdi
     computeSquare(weights, pixels, rowStep, most);
 }
 
-void computeGatesAnywhere(const float *gates, int size, float *memory, std::int16_t *told)
+void computeGatesAnywhere(const float *gates, int size, float *state, std::int16_t *output)
 {
-    computeGates(gates, size, memory, told);
+    computeGates(gates, size, state, output);
 }
 
 #if defined(__x86_64__)
@@ -112,9 +113,9 @@ void computeGatesAnywhere(const float *gates, int size, float *memory, std::int1
     }
 }
 
-[[gnu::target("avx2,fma")]] void computeGatesFast(const float *gates, int size, float *memory, std::int16_t *told)
+[[gnu::target("avx2,fma")]] void computeGatesFast(const float *gates, int size, float *state, std::int16_t *output)
 {
-    computeGates(gates, size, memory, told);
+    computeGates(gates, size, state, output);
 }
 
 [[gnu::target("avx2,fma")]] void computeSquareFast(const float *weights, const float *pixels, std::ptrdiff_t rowStep,
@@ -291,7 +292,8 @@ bool ReadingNet::isWhole() const
            m_out.inputs == inputs && m_none >= 0 && m_none < m_out.rows;
 }
 
-/// What the net sees in squares of pixels, the largest numbers of each 3 × 3 of them: column by column, a row for each.
+/// The convolution and what follows it: max pooling over 3 × 3 places. The result has a row for each place, column by
+/// column.
 ReadingNet::Rows ReadingNet::squares(const Strip &strip) const
 {
     const int width = pixGetWidth(strip.get());
@@ -325,19 +327,19 @@ ReadingNet::Rows ReadingNet::squares(const Strip &strip) const
     return squares;
 }
 
-/// A layer with a memory over `count` rows from `first` on, one after the other by `direction`, calls `take` with each
-/// row's number and what is told of it.
+/// Runs an LSTM layer over `count` rows from `first` on, one after the other by `direction`, and calls `take` with each
+/// row's number and the layer's output.
 template <typename Take>
 void ReadingNet::run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take)
 {
     const int size = layer.rows / 4;
     Product product(layer);
-    std::int16_t *told = product.numbers() + in.width;
-    std::vector<float> memory(std::size_t(size), 0.F);
+    std::int16_t *output = product.numbers() + in.width;
+    std::vector<float> state(std::size_t(size), 0.F);
     for (int i = first; count > 0; --count, i += direction) {
         std::copy_n(in.row(i), in.width, product.numbers());
-        gatesOf(product.run().data(), size, memory.data(), told);
-        take(i, told);
+        gatesOf(product.run().data(), size, state.data(), output);
+        take(i, output);
     }
 }
 
@@ -349,11 +351,11 @@ void ReadingNet::read(const Strip &strip, const std::function<void(std::span<con
     const auto sizeOf = [this](std::size_t layer) { return m_layers[layer].rows / 4; };
     Rows columns(places, sizeOf(0));
     for (int x = 0; x < places; ++x) {
-        const auto keep = [&](int, const std::int16_t *told) { std::copy_n(told, columns.width, columns.row(x)); };
+        const auto keep = [&](int, const std::int16_t *output) { std::copy_n(output, columns.width, columns.row(x)); };
         run(m_layers[0], seen, x * height, height, 1, keep);
     }
     const auto keeper = [](Rows &rows) {
-        return [&rows](int i, const std::int16_t *told) { std::copy_n(told, rows.width, rows.row(i)); };
+        return [&rows](int i, const std::int16_t *output) { std::copy_n(output, rows.width, rows.row(i)); };
     };
     Rows right(places, sizeOf(1));
     run(m_layers[1], columns, 0, places, 1, keeper(right));
@@ -361,8 +363,8 @@ void ReadingNet::read(const Strip &strip, const std::function<void(std::span<con
     run(m_layers[2], right, places - 1, places, -1, keeper(left));
     Product out(m_out);
     std::vector<float> logarithms(static_cast<std::size_t>(codes()));
-    run(m_layers[3], left, 0, places, 1, [&](int, const std::int16_t *told) {
-        std::copy_n(told, m_out.inputs, out.numbers());
+    run(m_layers[3], left, 0, places, 1, [&](int, const std::int16_t *output) {
+        std::copy_n(output, m_out.inputs, out.numbers());
         const std::span<const float> sums(out.run().data(), logarithms.size());
         const float most = std::ranges::max(sums);
         float whole = 0;

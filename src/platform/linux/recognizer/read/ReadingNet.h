@@ -14,9 +14,9 @@ namespace lucentra {
 
 class DataReader;
 
-/// A net that reads a strip from the left to the right: one of Tesseract's, with integers as weights. It looks at
-/// squares of 3 × 3 pixels, down each column of them, along the strip in both directions, and along it once more. Any
-/// thread, several at once.
+/// A net that reads a strip: one of Tesseract's, with integers as weights. Convolution and max pooling over 3 × 3
+/// pixels, an LSTM layer down each column, then three along the strip, to the right, to the left and to the right
+/// again. Any thread, several at once.
 class ReadingNet
 {
 public:
@@ -56,9 +56,9 @@ private:
     template <typename Take>
     static void run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take);
 
-    std::vector<Matrix> m_layers; ///< with a memory: down, right, left, right
+    std::vector<Matrix> m_layers; ///< LSTM: down, right, left, right
     Matrix m_squares;
-    std::vector<float> m_squareWeights; ///< an output beside the other, then what is added
+    std::vector<float> m_squareWeights; ///< of the convolution: the outputs of each pixel, then the biases
     Matrix m_out;
     int m_none = 0;
 };
