@@ -74,8 +74,10 @@ class Session:
     @preferences.setter
     def preferences(self, values: dict) -> None:
         self.preferences_path.parent.mkdir(parents=True, exist_ok=True)
-        # What the tests look at isn't covered by what is explained to a new user, unless they want it.
-        self.preferences_path.write_text(json.dumps({"firstTipsDone": 15} | values), encoding="utf-8")
+        # What the tests look at isn't covered by what is explained to a new user, unless they want it. And the program
+        # has nothing to write when it starts: that would undo what a test writes at that moment.
+        values = {"firstTipsDone": 15, "isAlwaysOnTop": True} | values
+        self.preferences_path.write_text(json.dumps(values), encoding="utf-8")
         self.preferences_path.chmod(0o600)
 
     def __enter__(self):
