@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QTest>
 
+#include <bit>
 #include <cmath>
 #include <random>
 
@@ -53,6 +54,39 @@ WordList oneWord()
     append(words, quint64(1 | 1 << 3 | 1 << 6)); // a, the last edge of its place, goes on at edge 1
     append(words, quint64(2 | 1 << 3 | 1 << 5)); // b, likewise, where the word ends
     return WordList(words);
+}
+
+template <typename Number>
+Number numberAt(const QByteArray &data, qsizetype place)
+{
+    return place + qsizetype(sizeof(Number)) <= data.size() ? qFromLittleEndian<Number>(data.constData() + place) : 0;
+}
+
+/// The same net with weights of floating point, as those models have that are made to be trained further.
+QByteArray inFloatingPoint(const QByteArray &net, int &layers)
+{
+    QByteArray result;
+    for (qsizetype i = 0; i < net.size();) {
+        const auto rows = numberAt<qint32>(net, i + 1);
+        const auto columns = numberAt<qint32>(net, i + 5);
+        const bool isLayer = (net[i] & 1) != 0 && rows > 0 && rows < 5000 && columns > 1 && columns < 1000;
+        const qsizetype weights = i + 10;
+        const qsizetype scales = weights + qsizetype(rows) * columns + 4;
+        if (!isLayer || numberAt<qint32>(net, scales - 4) != rows) {
+            result.append(net[i++]);
+            continue;
+        }
+        ++layers;
+        append(result, quint8(128));
+        append(result, rows);
+        append(result, columns);
+        append(result, quint64(0));
+        for (qsizetype k = 0; k < qsizetype(rows) * columns; ++k)
+            append(result, std::bit_cast<quint64>(numberAt<double>(net, scales + k / columns * 8) *
+                                                  static_cast<signed char>(net[weights + k])));
+        i = scales + qsizetype(rows) * 8;
+    }
+    return result;
 }
 
 } // namespace
@@ -147,6 +181,33 @@ private Q_SLOTS:
             for (int place = 0; place < 50; ++place)
                 words.step(place, character);
         }
+    }
+
+    void weightsOfFloatingPointAreTaken()
+    {
+        const QByteArray integers = modelFile(ReadingLanguage::English).net;
+        int layers = 0;
+        const QByteArray numbers = inFloatingPoint(integers, layers);
+        QVERIFY(layers > 4);
+        const Strip strip(pixCreate(120, 36, 8));
+        for (int x = 0; x < 120; ++x) {
+            for (int y = 0; y < 36; ++y)
+                pixSetPixel(strip.get(), x, y, (x * x / 7 + y * 5) % 256);
+        }
+        const auto read = [&](const QByteArray &net) {
+            std::vector<float> all;
+            ReadingNet(net).read(
+                strip, [&](std::span<const float> place) { all.insert(all.end(), place.begin(), place.end()); });
+            return all;
+        };
+        const std::vector<float> expected = read(integers);
+        const std::vector<float> seen = read(numbers);
+        QCOMPARE(seen.size(), expected.size());
+        for (std::size_t i = 0; i < seen.size(); ++i)
+            QVERIFY2(std::abs(std::exp(seen[i]) - std::exp(expected[i])) < 0.05, qPrintable(QString::number(i)));
+        QByteArray broken = numbers;
+        broken.replace(broken.size() / 2, 800, QByteArray(800, char(0xff)));
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, ReadingNet{broken});
     }
 
     void nothingIsReadOfNothing()

@@ -146,7 +146,9 @@ const LineReader::Model *LineReader::model(ReadingLanguage language)
     std::call_once(place.isAsked, [&] {
         try {
             place.model = std::make_unique<const Model>(modelFile(language));
-        } catch (const std::runtime_error &) {
+        } catch (const std::runtime_error &error) {
+            if (isInstalled(language))
+                qWarning("The model %s can't be used: %s", qPrintable(modelPath(language)), error.what());
         }
     });
     return place.model.get();

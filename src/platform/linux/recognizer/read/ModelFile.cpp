@@ -19,7 +19,7 @@ QString modelName(ReadingLanguage language)
 }
 
 /// Where the models are: in the folder that Tesseract's own variable names, or where packages put them.
-QString modelPath(const QString &model)
+QString pathOf(const QString &model)
 {
     static const QString folder = [] {
         const QString named = qEnvironmentVariable("TESSDATA_PREFIX");
@@ -74,14 +74,19 @@ QByteArray ownNet(const QString &model, const QByteArray &installed)
 
 } // namespace
 
+QString modelPath(ReadingLanguage language)
+{
+    return pathOf(modelName(language));
+}
+
 ModelFile modelFile(ReadingLanguage language)
-try {
+{
     constexpr qsizetype netPart = 17;
     constexpr qsizetype charactersPart = 21;
     constexpr qsizetype codesPart = 22;
     constexpr qsizetype wordsPart = 19;
     const QString name = modelName(language);
-    const QByteArray file = contentsOf(modelPath(name));
+    const QByteArray file = contentsOf(pathOf(name));
     ModelFile model{partOf(file, netPart), partOf(file, charactersPart), partOf(file, codesPart),
                     partOf(file, wordsPart), false};
     if (const QByteArray own = ownNet(name, model.net); !own.isEmpty()) {
@@ -89,8 +94,6 @@ try {
         model.isOwn = true;
     }
     return model;
-} catch (const std::runtime_error &) {
-    return {};
 }
 
 bool LineReader::isInstalled(ReadingLanguage language)
@@ -100,7 +103,7 @@ bool LineReader::isInstalled(ReadingLanguage language)
 
 bool LineReader::isInstalled(const QString &model)
 {
-    return QFileInfo(modelPath(model)).isReadable();
+    return QFileInfo(pathOf(model)).isReadable();
 }
 
 } // namespace lucentra

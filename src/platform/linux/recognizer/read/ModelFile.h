@@ -20,7 +20,9 @@ struct ModelFile
     bool isOwn = false; ///< the net is this program's version of it, trained on letters of screens
 };
 
-/// The parts of a language's model. Empty where it isn't installed or is broken. Any thread.
+QString modelPath(ReadingLanguage language);
+
+/// The parts of a language's model. Throws std::runtime_error where it can't be read or is no such file. Any thread.
 ModelFile modelFile(ReadingLanguage language);
 
 /// Takes numbers and bytes off the start of data. Numbers are little-endian. Throws std::runtime_error where there is

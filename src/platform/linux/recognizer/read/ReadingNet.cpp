@@ -18,7 +18,7 @@ namespace {
 
 // Numbers between the layers are from -1 to 1 and kept as integers.
 constexpr float one = 16384;
-constexpr int lane = 16; // integers that are multiplied together
+constexpr int lane = 32; // columns of weights are a multiple of this
 constexpr int squareOutputs = 16;
 constexpr int squareInputs = 9; // 3 × 3 pixels
 
@@ -113,6 +113,23 @@ void computeGatesAnywhere(const float *gates, int size, float *state, std::int16
     }
 }
 
+[[gnu::target("avx512f,avx512bw,avx512vnni")]] void
+multiplyFaster(const std::int8_t *weights, const std::int16_t *numbers, int columns, int rows, std::int32_t *sums)
+{
+    for (int row = 0; row < rows; row += 4, weights += std::ptrdiff_t(4) * columns) {
+        __m512i total[4] = {};
+        for (int i = 0; i < columns; i += lane) {
+            const __m512i x = _mm512_loadu_si512(numbers + i);
+            for (int r = 0; r < 4; ++r) {
+                const auto *from = reinterpret_cast<const __m256i *>(weights + std::ptrdiff_t(r) * columns + i);
+                total[r] = _mm512_dpwssd_epi32(total[r], _mm512_cvtepi8_epi16(_mm256_loadu_si256(from)), x);
+            }
+        }
+        for (int r = 0; r < 4; ++r)
+            sums[row + r] = _mm512_reduce_add_epi32(total[r]);
+    }
+}
+
 [[gnu::target("avx2,fma")]] void computeGatesFast(const float *gates, int size, float *state, std::int16_t *output)
 {
     computeGates(gates, size, state, output);
@@ -125,7 +142,8 @@ void computeGatesAnywhere(const float *gates, int size, float *state, std::int16
 }
 
 const bool isFast = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-const auto multiply = isFast ? multiplyFast : multiplyAnywhere;
+const bool isFaster = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vnni");
+const auto multiply = isFaster ? multiplyFaster : isFast ? multiplyFast : multiplyAnywhere;
 const auto gatesOf = isFast ? computeGatesFast : computeGatesAnywhere;
 const auto squareOf = isFast ? computeSquareFast : computeSquareAnywhere;
 #else
@@ -251,31 +269,52 @@ void ReadingNet::takeLayer(DataReader &data, int depth)
     }
 }
 
-/// Takes weights and puts them below those of a matrix.
+/// Takes weights and puts them below those of a matrix. Models that were made to be trained further have weights of
+/// floating point; they become integers of a scale for each row, as Tesseract itself makes them.
 void ReadingNet::append(Matrix &matrix, DataReader &data)
 {
     constexpr int most = 1 << 13;
     constexpr int mostInputs = 1 << 10; // so that sums stay integers of 32 bits
-    const bool areIntegers = (data.take<quint8>() & 1) != 0;
+    constexpr int areIntegers = 1;
+    constexpr int areDoubles = 128; // rather than floats of 32 bits
+    constexpr double largest = 127;
+    const int kind = data.take<quint8>();
     const int rows = data.take<qint32>();
     const int columns = data.take<qint32>();
-    data.bytes(1);
-    if (!areIntegers || rows < 1 || rows > most || columns < 2 || columns > mostInputs ||
+    if ((kind & (areIntegers | areDoubles)) == 0 || rows < 1 || rows > most || columns < 2 || columns > mostInputs ||
         (matrix.rows > 0 && columns != matrix.inputs + 1))
         throw std::runtime_error("weights of another kind");
-    const QByteArrayView weights = data.bytes(qsizetype(rows) * columns);
-    if (data.take<qint32>() != rows)
-        throw std::runtime_error("weights without a scale");
+    std::vector<std::int8_t> weights;
+    std::vector<double> scales;
+    if ((kind & areIntegers) != 0) {
+        data.bytes(1);
+        const QByteArrayView bytes = data.bytes(qsizetype(rows) * columns);
+        weights.assign(bytes.begin(), bytes.end());
+        if (data.take<qint32>() != rows)
+            throw std::runtime_error("weights without a scale");
+        std::generate_n(std::back_inserter(scales), rows, [&] { return std::bit_cast<double>(data.take<quint64>()); });
+    } else {
+        data.bytes(sizeof(double));
+        for (int row = 0; row < rows; ++row) {
+            std::vector<double> numbers(static_cast<std::size_t>(columns));
+            std::ranges::generate(numbers, [&] { return std::bit_cast<double>(data.take<quint64>()); });
+            if (!std::ranges::all_of(numbers, [](double number) { return std::isfinite(number); }))
+                throw std::runtime_error("weights that are no numbers");
+            const auto [least, greatest] = std::ranges::minmax(numbers);
+            scales.push_back(std::max({-least, greatest, 1e-9}) / largest);
+            for (const double number : numbers)
+                weights.push_back(std::int8_t(std::clamp(std::round(number / scales.back()), -largest, largest)));
+        }
+    }
     matrix.inputs = columns - 1;
     matrix.columns = (matrix.inputs + lane - 1) / lane * lane;
     matrix.weights.resize(std::size_t(matrix.rows + rows + 3) / 4 * 4 * std::size_t(matrix.columns));
     for (int row = 0; row < rows; ++row) {
-        const char *from = weights.data() + std::ptrdiff_t(row) * columns;
-        std::memcpy(matrix.weights.data() + std::ptrdiff_t(matrix.rows + row) * matrix.columns, from,
-                    std::size_t(matrix.inputs));
-        const double scale = std::bit_cast<double>(data.take<quint64>());
+        const std::int8_t *from = weights.data() + std::ptrdiff_t(row) * columns;
+        std::copy_n(from, matrix.inputs, matrix.weights.data() + std::ptrdiff_t(matrix.rows + row) * matrix.columns);
+        const double scale = scales[std::size_t(row)];
         matrix.scales.push_back(float(scale / one));
-        matrix.biases.push_back(float(scale * static_cast<signed char>(from[matrix.inputs])));
+        matrix.biases.push_back(float(scale * from[matrix.inputs]));
     }
     matrix.rows += rows;
 }

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -14,7 +13,7 @@ namespace lucentra {
 
 class DataReader;
 
-/// A net that reads a strip: one of Tesseract's, with integers as weights. Convolution and max pooling over 3 × 3
+/// A net that reads a strip: one of Tesseract's. Convolution and max pooling over 3 × 3
 /// pixels, an LSTM layer down each column, then three along the strip, to the right, to the left and to the right
 /// again. Any thread, several at once.
 class ReadingNet
