@@ -93,6 +93,14 @@ void computeGatesAnywhere(const float *gates, int size, float *state, std::int16
 }
 
 #if defined(__x86_64__)
+/// Stores the sum of each of four rows of numbers.
+[[gnu::target("avx2")]] inline void storeSums(const __m256i *rows, std::int32_t *sums)
+{
+    const __m256i halves = _mm256_hadd_epi32(_mm256_hadd_epi32(rows[0], rows[1]), _mm256_hadd_epi32(rows[2], rows[3]));
+    const __m128i whole = _mm_add_epi32(_mm256_castsi256_si128(halves), _mm256_extracti128_si256(halves, 1));
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(sums), whole);
+}
+
 [[gnu::target("avx2")]] void multiplyFast(const std::int8_t *weights, const std::int16_t *numbers, int columns,
                                           int rows, std::int32_t *sums)
 {
@@ -106,10 +114,7 @@ void computeGatesAnywhere(const float *gates, int size, float *state, std::int16
                 total[r] = _mm256_add_epi32(total[r], product);
             }
         }
-        const __m256i halves =
-            _mm256_hadd_epi32(_mm256_hadd_epi32(total[0], total[1]), _mm256_hadd_epi32(total[2], total[3]));
-        const __m128i sum = _mm_add_epi32(_mm256_castsi256_si128(halves), _mm256_extracti128_si256(halves, 1));
-        _mm_storeu_si128(reinterpret_cast<__m128i *>(sums + row), sum);
+        storeSums(total, sums + row);
     }
 }
 
@@ -125,8 +130,11 @@ multiplyFaster(const std::int8_t *weights, const std::int16_t *numbers, int colu
                 total[r] = _mm512_dpwssd_epi32(total[r], _mm512_cvtepi8_epi16(_mm256_loadu_si256(from)), x);
             }
         }
+        __m256i halves[4];
         for (int r = 0; r < 4; ++r)
-            sums[row + r] = _mm512_reduce_add_epi32(total[r]);
+            halves[r] = _mm256_add_epi32(_mm512_maskz_extracti64x4_epi64(15, total[r], 0),
+                                         _mm512_maskz_extracti64x4_epi64(15, total[r], 1));
+        storeSums(halves, sums + row);
     }
 }
 
