@@ -344,7 +344,7 @@ void PaneShell::show()
 
 void PaneShell::toggle()
 {
-    if (m_window.isShown())
+    if (m_window.isShown() || m_window.isAppearing())
         hide();
     else
         show();

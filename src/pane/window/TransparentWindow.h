@@ -55,6 +55,8 @@ public:
 
     /// Mapped and not minimized.
     bool isShown() const { return m_isShown; }
+    /// Asked to show itself, and not on the screen yet.
+    bool isAppearing() const { return isVisible() && !isMinimized() && !m_hasAppeared; }
     /// Shows the window, even if it is minimized, above the others and with the focus.
     void makeKeyAndOrderFront();
     /// Hides the window. The program keeps running.

@@ -137,9 +137,12 @@ private Q_SLOTS:
         PaneFixture pane;
         QList<bool> shown;
         pane.window.onShown = [&](bool isShown) { shown.append(isShown); };
+        QVERIFY(!pane.window.isAppearing());
         pane.window.show();
+        QVERIFY(pane.window.isAppearing());
         QVERIFY(QTest::qWaitForWindowExposed(&pane.window));
         QVERIFY(pane.window.isShown());
+        QVERIFY(!pane.window.isAppearing());
         pane.settings.write(settings::showInDock, false);
         QTest::mouseClick(buttonNamed(&pane.window, u"關閉"_s), Qt::LeftButton);
         QVERIFY(!pane.window.isShown());
