@@ -78,22 +78,16 @@ Reading wholeOf(const ReadLine &line)
     return whole;
 }
 
-/// Whether a line's letters are cut by the picture's upper or lower edge. Then only what is surely read counts.
-bool isCut(const QRect &ink, const QSize &size)
-{
-    return ink.top() <= 0 || ink.bottom() >= size.height() - 1;
-}
-
 /// What is writing of the lines, in reading order.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
 {
-    constexpr double sureOfCut = 85; // confidence, 0 to 100
+    constexpr double sureOfCut = 85; // confidence, 0 to 100; of letters that are cut only what is surely read counts
     QList<TypeLine> texts;
     QList<QRect> inks;
     for (const ReadLine &line : lines) {
         const Reading reading = wholeOf(line);
         if (!isPlausible(reading, line.found) ||
-            (isOn("cut lines") && isCut(line.found.ink, size) && reading.confidence < sureOfCut))
+            (isOn("cut lines") && line.found.isCut(size.height()) && reading.confidence < sureOfCut))
             continue;
         texts.append({line.found.ink, reading.text});
         inks.append(line.found.ink);

@@ -28,6 +28,8 @@ struct FoundLine
     QList<LinePiece> pieces;    ///< what is read one by one, from the left to the right
     QList<LinePiece> stretches; ///< the same, cut where Latin letters meet others as well; empty if they don't
 
+    /// Whether the letters are cut by the upper or lower edge of an image of this height.
+    bool isCut(int height) const { return ink.top() <= 0 || ink.bottom() >= height - 1; }
     /// A letter or two at most.
     bool isShort() const { return shapeCount <= 2 && ink.width() < 2 * ink.height(); }
 };

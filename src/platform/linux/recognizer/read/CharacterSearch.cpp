@@ -8,9 +8,10 @@
 namespace lucentra {
 namespace {
 
-constexpr std::size_t ways = 16; // that are followed at once
-constexpr float leastLikely = 8; // logarithm, below the likeliest code of a place; what is rarer isn't followed
-constexpr float known = 0.5;     // the part of a character's improbability that a word of the list takes away
+constexpr std::size_t ways = 16;      // that are followed at once
+constexpr float leastLikely = 8;      // logarithm, below the likeliest code of a place; what is rarer isn't followed
+constexpr std::size_t mostLikely = 5; // codes of a place that are followed; more cost time and read no better
+constexpr float known = 0.5;          // the part of a character's improbability that a word of the list takes away
 
 CharacterKind kindOf(const QString &text)
 {
@@ -123,6 +124,11 @@ void CharacterSearch::add(std::span<const float> logarithms)
     for (std::size_t code = 0; code < logarithms.size(); ++code) {
         if (code != none && logarithms[code] > least)
             likely.push_back(int(code));
+    }
+    if (likely.size() > mostLikely) {
+        const auto end = likely.begin() + std::ptrdiff_t(mostLikely);
+        std::ranges::nth_element(likely, end, std::greater(), [&](int code) { return logarithms[std::size_t(code)]; });
+        likely.erase(end, likely.end());
     }
     m_next.clear();
     for (const int index : m_likely) {
