@@ -32,8 +32,6 @@ private Q_SLOTS:
         QTest::newRow("spaces between ideographs") << u"深 色 模式"_s << u"深色模式"_s;
         QTest::newRow("spaces before full-width marks") << u"開始 。 「 結束 」"_s << u"開始。「結束」"_s;
         QTest::newRow("a space between the scripts stays") << u"第 3 章 Linux 版"_s << u"第 3 章 Linux 版"_s;
-        QTest::newRow("a bar for I") << u"Sure, | may be late"_s << u"Sure, I may be late"_s;
-        QTest::newRow("bars in code stay") << u"move || handle"_s << u"move || handle"_s;
     }
 
     void textIsTidied()

@@ -16,12 +16,7 @@ QString tidied(const QString &text)
 {
     static const QRegularExpression spaceBetweenWide(
         u"(?<=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～]) +(?=[\\p{Han}\\p{Hiragana}\\p{Katakana}ー、。，．：；！？「」『』（）《》〈〉【】・…—～])"_s);
-    static const QRegularExpression loneBar(u"(?<![^ ])\\|(?=[ '’][a-zA-Z])"_s);
-    QString result = text;
-    result.replace(spaceBetweenWide, QString());
-    if (isOn("a bar for I"))
-        result.replace(loneBar, u"I"_s);
-    return result;
+    return QString(text).remove(spaceBetweenWide);
 }
 
 void settleTwins(QList<TypeLine> &lines)

@@ -6,7 +6,7 @@
 
 namespace lucentra {
 
-/// The text as it is meant: no spaces between ideographs or kana, a bar that stands for an English I.
+/// The text as it is meant: no spaces between ideographs or kana.
 QString tidied(const QString &text);
 
 /// Settles what lone characters are that ideographs and kana have in common, such as in a table of kana or a calendar:

@@ -14,36 +14,24 @@ namespace lucentra {
 namespace {
 
 // Confidences of a reading, 0 to 100.
-constexpr double certain = 88;        // another language isn't worth its time, even where the script is open
-constexpr double likely = 75;         // nor where no line of the screen speaks for it
-constexpr double good = 80;           // nor is another try at the same
-constexpr double doubtful = 70;       // other languages are asked as well
-constexpr double doubtfulWide = 80;   // likewise with ideographs, kana or syllables; wrong ones are read more surely
-constexpr double hopeless = 40;       // of a picture's edges, or of letters that weren't told apart from it
-constexpr double englishLead = 12;    // English reads Latin letters better than others that are as confident
-constexpr double disagreement = 0.15; // of the confidence goes where a reading is in none of the scripts that are seen
+constexpr double certain = 88;      // another language isn't worth its time, even where the script is open
+constexpr double likely = 75;       // nor where no line of the screen speaks for it
+constexpr double good = 80;         // nor is another try at the same
+constexpr double doubtful = 70;     // other languages are asked as well
+constexpr double doubtfulWide = 80; // likewise with ideographs, kana or syllables; wrong ones are read more surely
+constexpr double hopeless = 40;     // of a picture's edges, or of letters that weren't told apart from it
+constexpr double englishLead = 12;  // English reads Latin letters better than others that are as confident
 
 double sumOf(const ScriptShares &scripts)
 {
     return std::accumulate(scripts.begin(), scripts.end(), 0.0);
 }
 
-/// What a reading is worth: less than its confidence where it is in other scripts than the net sees.
-double worthOf(const Reading &reading, const ScriptShares &seen)
+double worthOf(const Reading &reading)
 {
     const Writing writing = writingOf(reading.text);
-    double worth = reading.confidence;
-    if (reading.language == ReadingLanguage::English && (writing == Writing::Latin || writing == Writing::Digits))
-        worth += englishLead;
-    const Scripts read = scriptsOf(reading.text);
-    if (sumOf(seen) == 0 || read.all() == 0)
-        return worth;
-    if (!isOn("agreement of scripts"))
-        return worth;
-    // An ideograph takes as much room as two letters.
-    const double wideRead = 2.0 * read.wide() / (2.0 * read.wide() + read.latin);
-    const double wideSeen = wideShare(seen);
-    return worth * (1 - disagreement * std::abs(wideRead - wideSeen));
+    const bool isLatin = writing == Writing::Latin || writing == Writing::Digits;
+    return reading.confidence + (reading.language == ReadingLanguage::English && isLatin ? englishLead : 0);
 }
 
 bool isChinese(ReadingLanguage language)
@@ -109,7 +97,7 @@ public:
     /// Takes a reading that is better than the best one so far.
     void take(const Reading &reading, Separation separation)
     {
-        if (reading.text.isEmpty() || worthOf(reading, m_scripts) <= worthOf(best(), m_scripts))
+        if (reading.text.isEmpty() || worthOf(reading) <= worthOf(best()))
             return;
         m_routed.best = reading;
         m_routed.separation = separation;

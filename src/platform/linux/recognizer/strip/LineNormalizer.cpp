@@ -287,8 +287,7 @@ LineNormalizer::LineNormalizer(const QImage &image, const QRect &ink, const Sure
 QList<Separation> LineNormalizer::separations() const
 {
     if (m_isVaried)
-        return isOn("mask") ? QList{Separation::Mask, Separation::BrightFill, Separation::Axis, Separation::DarkFill}
-                            : QList{Separation::BrightFill, Separation::Axis, Separation::DarkFill};
+        return {Separation::BrightFill, Separation::Axis, Separation::Mask, Separation::DarkFill};
     if (m_isOutlined && isOn("outlined"))
         return {Separation::Axis, Separation::BrightFill, Separation::Mask, Separation::DarkFill};
     return {Separation::Axis, Separation::Mask};
