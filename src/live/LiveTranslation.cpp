@@ -23,7 +23,6 @@ constexpr LiveTranslation::Time firstPause{2000};
 constexpr LiveTranslation::Time longestPause{60'000};
 /// The highest raw value of an engine that text is sent to.
 constexpr qint64 lastRemoteEngine = 7;
-/// When lines are read again that further models may read better. Loading one takes a few tenths of a second.
 /// Lines that seem to go on are read whole after so long without a change. What blinks changes sooner.
 constexpr LiveTranslation::Time partialRest{700};
 /// Lines that move are looked at after they have rested for so long, or have been moving for so long.

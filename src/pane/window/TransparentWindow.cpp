@@ -274,6 +274,7 @@ bool TransparentWindow::event(QEvent *event)
         updateShown();
         break;
     case QEvent::WindowStateChange:
+        m_hasAppeared &= !isMinimized();
         updateShown();
         break;
     default:

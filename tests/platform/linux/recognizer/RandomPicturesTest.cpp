@@ -1,4 +1,4 @@
-// Pictures that nobody drew on purpose: the stages before and after the engines keep their promises on all of them.
+// Pictures that nobody drew on purpose: the stages before and after the models keep their promises on all of them.
 // LUCENTRA_RANDOM_PICTURES says how many (60 without it), LUCENTRA_RANDOM_SEED which.
 #include "Pictures.h"
 #include "TestProgram.h"

@@ -248,7 +248,7 @@ private Q_SLOTS:
         }
     }
 
-    /// The engine makes a word of nearly each syllable.
+    /// The model makes a word of nearly each syllable.
     void koreanWordSpaces()
     {
         QImage image = blank({700, 160}, Qt::white);

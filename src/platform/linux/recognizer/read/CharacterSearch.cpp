@@ -32,9 +32,10 @@ CharacterCodes::CharacterCodes(const QByteArray &characters, const QByteArray &c
     : m_none(none)
 {
     constexpr int longest = 16;
+    constexpr int mostCharacters = 1 << 16;
     const QList<QByteArray> lines = characters.split('\n');
     DataReader data(codes);
-    const int count = std::min(data.take<qint32>(), int(lines.size()) - 1);
+    const int count = std::min({data.take<qint32>(), int(lines.size()) - 1, mostCharacters});
     for (int i = 0; i < count; ++i) {
         data.bytes(1);
         const int length = data.take<qint32>();

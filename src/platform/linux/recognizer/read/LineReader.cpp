@@ -146,7 +146,7 @@ const LineReader::Model *LineReader::model(ReadingLanguage language)
     std::call_once(place.isAsked, [&] {
         try {
             place.model = std::make_unique<const Model>(modelFile(language));
-        } catch (const std::runtime_error &error) {
+        } catch (const std::exception &error) { // of a broken file, or for want of memory
             if (isInstalled(language))
                 qWarning("The model %s can't be used: %s", qPrintable(modelPath(language)), error.what());
         }

@@ -18,7 +18,7 @@ namespace {
 
 // Numbers between the layers are from -1 to 1 and kept as integers.
 constexpr float one = 16384;
-constexpr int lane = 32; // columns of weights are a multiple of this
+constexpr int lane = 32; // columns of weights are a multiple of this, the most that are multiplied together
 constexpr int squareOutputs = 16;
 constexpr int squareInputs = 9; // 3 × 3 pixels
 
@@ -101,12 +101,13 @@ void computeGatesAnywhere(const float *gates, int size, float *state, std::int16
     _mm_storeu_si128(reinterpret_cast<__m128i *>(sums), whole);
 }
 
-[[gnu::target("avx2")]] void multiplyFast(const std::int8_t *weights, const std::int16_t *numbers, int columns,
+[[gnu::target("avx2")]] void multiplyAvx2(const std::int8_t *weights, const std::int16_t *numbers, int columns,
                                           int rows, std::int32_t *sums)
 {
+    constexpr int together = 16;
     for (int row = 0; row < rows; row += 4, weights += std::ptrdiff_t(4) * columns) {
         __m256i total[4] = {};
-        for (int i = 0; i < columns; i += lane) {
+        for (int i = 0; i < columns; i += together) {
             const __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(numbers + i));
             for (int r = 0; r < 4; ++r) {
                 const auto *from = reinterpret_cast<const __m128i *>(weights + std::ptrdiff_t(r) * columns + i);
@@ -119,11 +120,12 @@ void computeGatesAnywhere(const float *gates, int size, float *state, std::int16
 }
 
 [[gnu::target("avx512f,avx512bw,avx512vnni")]] void
-multiplyFaster(const std::int8_t *weights, const std::int16_t *numbers, int columns, int rows, std::int32_t *sums)
+multiplyAvx512(const std::int8_t *weights, const std::int16_t *numbers, int columns, int rows, std::int32_t *sums)
 {
+    constexpr int together = 32;
     for (int row = 0; row < rows; row += 4, weights += std::ptrdiff_t(4) * columns) {
         __m512i total[4] = {};
-        for (int i = 0; i < columns; i += lane) {
+        for (int i = 0; i < columns; i += together) {
             const __m512i x = _mm512_loadu_si512(numbers + i);
             for (int r = 0; r < 4; ++r) {
                 const auto *from = reinterpret_cast<const __m256i *>(weights + std::ptrdiff_t(r) * columns + i);
@@ -138,26 +140,16 @@ multiplyFaster(const std::int8_t *weights, const std::int16_t *numbers, int colu
     }
 }
 
-[[gnu::target("avx2,fma")]] void computeGatesFast(const float *gates, int size, float *state, std::int16_t *output)
+[[gnu::target("avx2,fma")]] void computeGatesAvx2(const float *gates, int size, float *state, std::int16_t *output)
 {
     computeGates(gates, size, state, output);
 }
 
-[[gnu::target("avx2,fma")]] void computeSquareFast(const float *weights, const float *pixels, std::ptrdiff_t rowStep,
+[[gnu::target("avx2,fma")]] void computeSquareAvx2(const float *weights, const float *pixels, std::ptrdiff_t rowStep,
                                                    float *most)
 {
     computeSquare(weights, pixels, rowStep, most);
 }
-
-const bool isFast = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
-const bool isFaster = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vnni");
-const auto multiply = isFaster ? multiplyFaster : isFast ? multiplyFast : multiplyAnywhere;
-const auto gatesOf = isFast ? computeGatesFast : computeGatesAnywhere;
-const auto squareOf = isFast ? computeSquareFast : computeSquareAnywhere;
-#else
-const auto multiply = multiplyAnywhere;
-const auto gatesOf = computeGatesAnywhere;
-const auto squareOf = computeSquareAnywhere;
 #endif
 
 /// How dark ink is and how light paper, by the local extremes of a row. Half of each side of them doesn't count.
@@ -185,19 +177,33 @@ std::array<int, 2> rangeOf(const std::vector<int> &row)
 
 } // namespace
 
+/// The loops that take nearly all the time.
+struct ReadingNet::Kernel
+{
+    decltype(&multiplyAnywhere) multiply;
+    decltype(&computeGatesAnywhere) computeGates;
+    decltype(&computeSquareAnywhere) computeSquare;
+
+    static const Kernel &of(Instructions instructions)
+    {
+        static constexpr Kernel any{multiplyAnywhere, computeGatesAnywhere, computeSquareAnywhere};
+#if defined(__x86_64__)
+        static constexpr Kernel avx2{multiplyAvx2, computeGatesAvx2, computeSquareAvx2};
+        static constexpr Kernel avx512{multiplyAvx512, computeGatesAvx2, computeSquareAvx2};
+        if (instructions != Instructions::Any)
+            return instructions == Instructions::Avx2 ? avx2 : avx512;
+#endif
+        return any;
+    }
+};
+
 /// Numbers that go from layer to layer, a row for each place.
 struct ReadingNet::Rows
 {
     int count;
     int width;
-    std::vector<std::int16_t> numbers;
+    std::vector<std::int16_t> numbers = std::vector<std::int16_t>(std::size_t(count) * std::size_t(width));
 
-    Rows(int c, int w)
-        : count(c)
-        , width(w)
-        , numbers(std::size_t(c) * std::size_t(w))
-    {
-    }
     std::int16_t *row(int i) { return numbers.data() + std::ptrdiff_t(i) * width; }
     const std::int16_t *row(int i) const { return numbers.data() + std::ptrdiff_t(i) * width; }
 };
@@ -206,8 +212,9 @@ struct ReadingNet::Rows
 class ReadingNet::Product
 {
 public:
-    explicit Product(const Matrix &matrix)
+    Product(const Matrix &matrix, const Kernel &kernel)
         : m_matrix(matrix)
+        , m_kernel(kernel)
         , m_numbers(std::size_t(matrix.columns))
         , m_sums(matrix.weights.size() / std::size_t(matrix.columns))
         , m_results(m_sums.size())
@@ -216,7 +223,8 @@ public:
     std::int16_t *numbers() { return m_numbers.data(); }
     const std::vector<float> &run()
     {
-        multiply(m_matrix.weights.data(), m_numbers.data(), m_matrix.columns, int(m_sums.size()), m_sums.data());
+        m_kernel.multiply(m_matrix.weights.data(), m_numbers.data(), m_matrix.columns, int(m_sums.size()),
+                          m_sums.data());
         for (std::size_t i = 0; i < m_matrix.scales.size(); ++i)
             m_results[i] = float(m_sums[i]) * m_matrix.scales[i] + m_matrix.biases[i];
         return m_results;
@@ -224,12 +232,25 @@ public:
 
 private:
     const Matrix &m_matrix;
+    const Kernel &m_kernel;
     std::vector<std::int16_t> m_numbers;
     std::vector<std::int32_t> m_sums;
     std::vector<float> m_results;
 };
 
-ReadingNet::ReadingNet(QByteArrayView data)
+ReadingNet::Instructions ReadingNet::fastest()
+{
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vnni"))
+        return Instructions::Avx512;
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
+        return Instructions::Avx2;
+#endif
+    return Instructions::Any;
+}
+
+ReadingNet::ReadingNet(QByteArrayView data, Instructions instructions)
+    : m_kernel(Kernel::of(instructions))
 {
     constexpr qsizetype noneAt = 16; // before the end
     DataReader reader(data);
@@ -245,8 +266,8 @@ ReadingNet::ReadingNet(QByteArrayView data)
     }
 }
 
-/// Takes a layer, or layers within one another: kind, three bytes and numbers of which only the flags matter, name;
-/// then what the kind has.
+/// Takes a layer, or layers within one another: a byte, the kind, two bytes, four numbers of which only the first, the
+/// flags, matters, the name; then what the kind has.
 void ReadingNet::takeLayer(DataReader &data, int depth)
 {
     constexpr int deepest = 8;
@@ -286,6 +307,7 @@ void ReadingNet::append(Matrix &matrix, DataReader &data)
     constexpr int areIntegers = 1;
     constexpr int areDoubles = 128; // rather than floats of 32 bits
     constexpr double largest = 127;
+    constexpr double mostScale = 1e4; // far above that of any model; what is computed stays finite
     const int kind = data.take<quint8>();
     const int rows = data.take<qint32>();
     const int columns = data.take<qint32>();
@@ -321,6 +343,8 @@ void ReadingNet::append(Matrix &matrix, DataReader &data)
         const std::int8_t *from = weights.data() + std::ptrdiff_t(row) * columns;
         std::copy_n(from, matrix.inputs, matrix.weights.data() + std::ptrdiff_t(matrix.rows + row) * matrix.columns);
         const double scale = scales[std::size_t(row)];
+        if (!std::isfinite(scale) || std::abs(scale) > mostScale)
+            throw std::runtime_error("weights without a scale");
         matrix.scales.push_back(float(scale / one));
         matrix.biases.push_back(float(scale * from[matrix.inputs]));
     }
@@ -364,11 +388,11 @@ ReadingNet::Rows ReadingNet::squares(const Strip &strip) const
                                [&](int value) { return std::clamp(float(value - black) / contrast - 1, -1.F, 1.F); });
     }
     const int rows = height / step;
-    Rows squares(width / step * rows, squareOutputs);
+    Rows squares{width / step * rows, squareOutputs};
     for (int i = 0; i < squares.count; ++i) {
         std::array<float, squareOutputs> most{};
-        squareOf(m_squareWeights.data(), pixels.data() + i % rows * step * rowStep + i / rows * step, rowStep,
-                 most.data());
+        m_kernel.computeSquare(m_squareWeights.data(), pixels.data() + i % rows * step * rowStep + i / rows * step,
+                               rowStep, most.data());
         std::ranges::transform(most, squares.row(i), [](float number) { return integerOf(tanhOf(number)); });
     }
     return squares;
@@ -377,15 +401,15 @@ ReadingNet::Rows ReadingNet::squares(const Strip &strip) const
 /// Runs an LSTM layer over `count` rows from `first` on, one after the other by `direction`, and calls `take` with each
 /// row's number and the layer's output.
 template <typename Take>
-void ReadingNet::run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take)
+void ReadingNet::run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take) const
 {
     const int size = layer.rows / 4;
-    Product product(layer);
+    Product product(layer, m_kernel);
     std::int16_t *output = product.numbers() + in.width;
     std::vector<float> state(std::size_t(size), 0.F);
     for (int i = first; count > 0; --count, i += direction) {
         std::copy_n(in.row(i), in.width, product.numbers());
-        gatesOf(product.run().data(), size, state.data(), output);
+        m_kernel.computeGates(product.run().data(), size, state.data(), output);
         take(i, output);
     }
 }
@@ -396,7 +420,7 @@ void ReadingNet::read(const Strip &strip, const std::function<void(std::span<con
     const int height = pixGetHeight(strip.get()) / step;
     const Rows seen = squares(strip);
     const auto sizeOf = [this](std::size_t layer) { return m_layers[layer].rows / 4; };
-    Rows columns(places, sizeOf(0));
+    Rows columns{places, sizeOf(0)};
     for (int x = 0; x < places; ++x) {
         const auto keep = [&](int, const std::int16_t *output) { std::copy_n(output, columns.width, columns.row(x)); };
         run(m_layers[0], seen, x * height, height, 1, keep);
@@ -404,12 +428,12 @@ void ReadingNet::read(const Strip &strip, const std::function<void(std::span<con
     const auto keeper = [](Rows &rows) {
         return [&rows](int i, const std::int16_t *output) { std::copy_n(output, rows.width, rows.row(i)); };
     };
-    Rows right(places, sizeOf(1));
+    Rows right{places, sizeOf(1)};
     run(m_layers[1], columns, 0, places, 1, keeper(right));
-    Rows left(places, sizeOf(2));
+    Rows left{places, sizeOf(2)};
     run(m_layers[2], right, places - 1, places, -1, keeper(left));
-    Product out(m_out);
-    std::vector<float> logarithms(static_cast<std::size_t>(codes()));
+    Product out(m_out, m_kernel);
+    std::vector<float> logarithms(static_cast<std::size_t>(m_out.rows));
     run(m_layers[3], left, 0, places, 1, [&](int, const std::int16_t *output) {
         std::copy_n(output, m_out.inputs, out.numbers());
         const std::span<const float> sums(out.run().data(), logarithms.size());

@@ -21,11 +21,14 @@ class ReadingNet
 public:
     static constexpr int step = 3; ///< pixels of the strip between two places
 
-    /// Takes the net of a model. Throws std::runtime_error where it is broken or of another kind.
-    explicit ReadingNet(QByteArrayView data);
+    /// The processor's instructions that a net is run with. What comes out is the same but for rounding.
+    enum class Instructions { Any, Avx2, Avx512 };
+    /// The fastest of this processor.
+    static Instructions fastest();
 
-    /// How many codes it tells apart.
-    int codes() const { return m_out.rows; }
+    /// Takes the net of a model. Throws std::runtime_error where it is broken or of another kind.
+    explicit ReadingNet(QByteArrayView data, Instructions instructions = fastest());
+
     /// The code of "no character here".
     int none() const { return m_none; }
 
@@ -44,6 +47,7 @@ private:
         std::vector<float> scales;
         std::vector<float> biases;
     };
+    struct Kernel;
     struct Rows;
     class Product;
 
@@ -53,8 +57,9 @@ private:
 
     Rows squares(const Strip &strip) const;
     template <typename Take>
-    static void run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take);
+    void run(const Matrix &layer, const Rows &in, int first, int count, int direction, const Take &take) const;
 
+    const Kernel &m_kernel;
     std::vector<Matrix> m_layers; ///< LSTM: down, right, left, right
     Matrix m_squares;
     std::vector<float> m_squareWeights; ///< of the convolution: the outputs of each pixel, then the biases

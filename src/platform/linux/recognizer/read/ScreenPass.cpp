@@ -164,8 +164,8 @@ ScreenPass::Lines ScreenPass::tellingLines() const
 
 bool ScreenPass::isDoubtful(const ReadLine &line) const
 {
-    constexpr double hopeless = 60; // confidence, 0 to 100, of letters that an edge of the image cuts
-    const double least = line.found.isCut(m_image.height()) ? hopeless : 0;
+    constexpr double leastOfCut = 60; // confidence, 0 to 100, of letters that an edge of the image cuts
+    const double least = line.found.isCut(m_image.height()) ? leastOfCut : 0;
     return !line.found.isShort() && std::ranges::any_of(line.pieces, [&](const RoutedReading &piece) {
         return piece.best.confidence >= least && m_thorough.isDoubtful(piece);
     });

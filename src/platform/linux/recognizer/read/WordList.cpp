@@ -2,6 +2,7 @@
 
 #include "read/ModelFile.h"
 
+#include <algorithm>
 #include <bit>
 
 namespace lucentra {
@@ -36,7 +37,9 @@ std::optional<WordList::Step> WordList::step(int place, int character) const
         const bool isKnown = std::size_t(character) < m_first.size() && m_first[std::size_t(character)] >= 0;
         return isKnown ? found(std::size_t(m_first[std::size_t(character)]), character) : std::nullopt;
     }
-    for (std::size_t edge = std::size_t(place); edge < m_edges.size(); ++edge) {
+    // No place has more edges than there are characters.
+    const std::size_t end = std::min(m_edges.size(), std::size_t(place) + m_first.size());
+    for (std::size_t edge = std::size_t(place); edge < end; ++edge) {
         if (const std::optional<Step> step = found(edge, character))
             return step;
         if ((m_edges[edge] >> m_bits & 1) != 0) // the last edge from there

@@ -35,7 +35,7 @@ enum class Separation {
 /// How large the letters stand on the strip.
 struct StripShape
 {
-    int height = 36;          ///< pixels; what a reader's network takes without scaling
+    int height = 36;          ///< pixels; what a reader's network was made for
     double inkShare = 0.72;   ///< height of the letters by that of the strip
     double widthScale = 0.92; ///< horizontal scale by the vertical one
     int padding = 8;          ///< pixels of paper on the left and on the right
