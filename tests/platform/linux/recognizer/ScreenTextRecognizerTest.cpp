@@ -229,6 +229,36 @@ private Q_SLOTS:
         QVERIFY2(10 * right >= 9 * characters.size(), qPrintable(QString::number(right)));
     }
 
+    void iconsBesideTextAreLeftOut_data()
+    {
+        columns<QString, QList<QLine>>("text", "icon");
+        QTest::newRow("scribble") << u"請指定寬度"_s
+                                  << QList<QLine>{
+                                         {22, 31, 28, 17}, {20, 20, 35, 27}, {30, 16, 28, 31}, {26, 29, 23, 22}};
+        QTest::newRow("table") << u"請指定寬度"_s
+                               << QList<QLine>{{32, 19, 21, 26}, {27, 18, 35, 22}, {24, 18, 21, 31}, {26, 20, 34, 30}};
+        QTest::newRow("sword") << u"請指定寬度"_s
+                               << QList<QLine>{{26, 31, 32, 27}, {27, 16, 20, 25}, {23, 17, 20, 30}, {26, 30, 33, 29}};
+        QTest::newRow("none") << u"第 3 章"_s << QList<QLine>();
+    }
+
+    /// An icon is read as a character or two, but not surely.
+    void iconsBesideTextAreLeftOut()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QList<QLine>, icon);
+        QImage image = blank({260, 50}, QColor(32, 26, 20));
+        const QRect ink = write(image, {44, 29}, text, font(han, 15), Qt::white);
+        QPainter painter(&image);
+        painter.setPen(QColor(230, 230, 230));
+        painter.drawLines(icon);
+        painter.end();
+        const auto lines = m_recognizer.perform(usual, image);
+        QVERIFY(lines);
+        QCOMPARE(textsOf(*lines).join(u'\n').remove(u' '), QString(text).remove(u' '));
+        QVERIFY(std::abs(lines->first().boundingBox.in(image.size()).left() - ink.left()) <= 4);
+    }
+
     void arrowsAloneAreNoText()
     {
         for (const int side : {9, 12, 14, 17}) {

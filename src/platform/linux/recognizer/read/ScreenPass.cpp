@@ -4,12 +4,14 @@
 #include "TextRecognizer.h"
 #include "read/ChineseVariant.h"
 #include "read/ReaderPool.h"
+#include "read/Writing.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
 #include <latch>
+#include <limits>
 
 namespace lucentra {
 
@@ -221,6 +223,59 @@ void ScreenPass::readStretches(ReadLine &line) const
     line.pieces = readings;
 }
 
+/// The last of the columns from `first` to before `end` that have the least ink.
+int ScreenPass::lightestColumn(const QRect &ink, int first, int end) const
+{
+    int lightest = ink.left();
+    int least = std::numeric_limits<int>::max();
+    for (int x = std::max(ink.left(), first); x < std::min(end, ink.right()); ++x) {
+        int sum = 0;
+        for (int y = ink.top(); y <= ink.bottom(); ++y)
+            sum += m_ink.row(y)[x];
+        if (sum <= least) {
+            least = sum;
+            lightest = x;
+        }
+    }
+    return lightest;
+}
+
+/// Takes an icon off the start of a line. It was read as a character or two, before or among ideographs and the like,
+/// which stand apart from the rest and are far less sure.
+void ScreenPass::dropIcon(ReadLine &line) const
+{
+    constexpr qsizetype longest = 2; // characters
+    constexpr double most = 60;      // confidence, 0 to 100
+    constexpr double muchSurer = 25;
+    Reading &reading = line.pieces.first().best;
+    const qsizetype space = reading.text.indexOf(u' ');
+    if (space < 1 || space > longest || scriptsOf(reading.text.left(space + 2)).wide() == 0)
+        return;
+    const auto rest = std::ranges::find_if(reading.words, [&](const ReadWord &word) { return word.start > space; });
+    if (rest == reading.words.end())
+        return;
+    double icon = 0;
+    for (auto word = reading.words.begin(); word != rest; ++word)
+        icon = std::max(icon, word->confidence);
+    double sum = 0;
+    double length = 0;
+    for (auto word = rest; word != reading.words.end(); ++word) {
+        sum += word->confidence * double(word->length);
+        length += double(word->length);
+    }
+    if (length < 2 || icon >= most || sum / length < icon + muchSurer)
+        return;
+    LinePiece &piece = line.found.pieces.first();
+    const QRect ink = piece.ink;
+    const double share = double(rest->left) / reading.words.last().right;
+    const int start = ink.left() + int(share * ink.width());
+    piece.ink.setLeft(lightestColumn(ink, start - ink.height() / 2, start + ink.height() / 2) + 1);
+    line.found.ink.setLeft(piece.ink.left());
+    reading.text.remove(0, space + 1);
+    reading.confidence = sum / length;
+    reading.words.clear();
+}
+
 /// Reads the key behind a menu's name or a button's, such as (F), once more as Latin letters: Chinese, Japanese and
 /// Korean make characters of it. Keys are letters.
 void ScreenPass::readKey(ReadLine &line) const
@@ -233,19 +288,7 @@ void ScreenPass::readKey(ReadLine &line) const
         return;
     const QRect &ink = line.found.pieces.last().ink;
     // A key is about as wide as the line is high, and cut off at the lightest column before it.
-    const int first = std::max(ink.left(), ink.right() - int(1.9 * ink.height()));
-    const int last = ink.right() - int(0.9 * ink.height());
-    int cut = 0;
-    int least = 1 << 30;
-    for (int x = first; x < last; ++x) {
-        int sum = 0;
-        for (int y = ink.top(); y <= ink.bottom(); ++y)
-            sum += m_ink.row(y)[x];
-        if (sum <= least) {
-            least = sum;
-            cut = x;
-        }
-    }
+    const int cut = lightestColumn(ink, ink.right() - int(1.9 * ink.height()), ink.right() - int(0.9 * ink.height()));
     const QRect part(QPoint(cut, ink.top()), ink.bottomRight());
     const QString text = m_thorough.read(normalized(part), {1, 0, 0, 0}, m_reader, m_screen).best.text;
     const QRegularExpressionMatch latin = latinKey.match(text);
@@ -283,6 +326,8 @@ void ScreenPass::readAlike(ReadLine &line) const
             m_thorough.readAlike(normalized(line.found.pieces[i].ink), line.pieces[i], m_reader, m_screen);
     if (isOn("keys") && !line.pieces.isEmpty())
         readKey(line);
+    if (isOn("icons") && !line.pieces.isEmpty())
+        dropIcon(line);
 }
 
 void ScreenPass::learn(const ReadLine &line)

@@ -60,6 +60,8 @@ private:
 
     static double sureness(const QList<LinePiece> &pieces, const QList<RoutedReading> &readings);
     void read(ReadLine &line) const;
+    int lightestColumn(const QRect &ink, int first, int end) const;
+    void dropIcon(ReadLine &line) const;
     void readKey(ReadLine &line) const;
     void readStretches(ReadLine &line) const;
     void readOn(ReadLine &line) const;
