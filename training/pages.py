@@ -618,6 +618,36 @@ class Screen:
             parts.append(self.plate(self.some(2, 7, lambda: f"<div>{self.short()}: {self.long()}</div>"), f"left:{n(0, 8)}px;bottom:{n(0, 40)}px;width:{n(220, 420)}px;white-space:nowrap;font-size:{n(85, 100)}%;"))
         return f'<div style="position:relative;width:100vw;height:100vh;overflow:hidden;font-size:{size}px">{"".join(parts)}</div>'
 
+    def hud(self):
+        """A game's panel of small print: names with values close beneath them, pictures with numbers in dark boxes."""
+        n = self.number
+        size, gap = n(9, 15), n(2, 14)
+        shade = self.pick(("#fff", "#eee", "#ccc", "#bbb", "#d6c9a8", self.tone(70, 90)))
+        dark = lambda: self.pick(("#000", "#000", "rgba(0,0,0,.6)", "rgba(0,0,0,.8)", self.tone(3, 16), "none"))
+        value = lambda: self.pick((self.figure, lambda: f"{n(0, 99)}/{n(1, 99)}", lambda: f"{n(0, 99)}/{n(1, 99)}", lambda: str(n(0, 9)), lambda: f"{n(0, 23)}:{n(10, 59)}", lambda: f"{n(0, 100)}%", lambda: f"{self.pick(('Lv', 'Lvl', 'LV', 'HP', 'XP', 'x', '#'))} {n(0, 30)}", lambda: f"{n(1, 99)},{n(1, 99)}", lambda: f"{n(1, 20)}-{n(1, 9)}"))()
+
+        def boxed():
+            """A picture and a number in a box of their own, as in a bar."""
+            frame = f"border:{n(1, 2)}px {self.pick(('solid', 'ridge', 'outset'))} {self.tone(20, 60)};border-radius:{n(0, 5)}px;" if self.maybe(.5) else ""
+            return f'<span style="display:inline-flex;align-items:center;gap:{n(1, 8)}px;padding:{n(0, 3)}px {n(1, 6)}px;margin:0 {n(0, 8)}px;background:{dark()};{frame}">{self.token() if self.maybe(.85) else ""}<span style="min-width:{n(0, 40)}px;color:{self.vivid() if self.maybe(.15) else shade}">{self.pick((value, value, value, self.short))()}</span></span>'
+
+        def stack():
+            """Rows as close as they can be, in two colours."""
+            close, name = self.pick((.72, .76, .8, .84, .88, .92, 1)), shade if self.maybe(.8) else self.vivid()
+            return (f'<div style="line-height:{close};margin:{n(0, 5)}px 0;white-space:nowrap">' + self.some(1, 4, lambda: f'<div style="color:{name}">{self.short()}</div>'
+                    f'<div style="padding-left:{n(0, 5)}px;margin-bottom:{n(0, 4)}px;color:{self.tone(48, 75) if self.maybe(.3) else self.vivid() if self.maybe(.7) else shade}">{value()}</div>') + "</div>")
+
+        def line():
+            return self.pick((lambda: f"<div>{self.token()} {value()}</div>", lambda: f'<div><span style="color:{self.vivid()}">{value()}</span> {self.short()}</div>', lambda: f"<div>{self.short()}</div>", lambda: f"<div>{value()}</div>", lambda: f"<div>{boxed()}</div>"))()
+        panels = ""
+        for _ in range(n(1, 4)):
+            inner = self.some(2, 7, lambda: self.pick((lambda: f'<div style="display:flex;gap:{n(6, 50)}px;align-items:flex-start">{self.picture(f"width:{n(20, 90)}px;height:{n(20, 90)}px") if self.maybe(.4) else ""}{self.some(1, 3, stack)}</div>', stack, lambda: self.some(1, 4, line), lambda: self.picture(f"width:{n(40, 140)}px;height:{n(30, 140)}px;display:block")))())
+            ground = self.pick((f"linear-gradient(rgba(0,0,0,{self.chance.uniform(.4, .85):.2f}),rgba(0,0,0,{self.chance.uniform(.4, .85):.2f})),url('file://{self.pick(self.material['grounds'])}')",) * 3 + ("none", "rgba(0,0,0,.6)", self.tone(4, 24)))
+            panels += f'<div style="position:absolute;left:{n(0, 800)}px;top:{n(0, 380)}px;padding:{n(2, 12)}px;background:{ground};color:{shade};overflow:hidden;max-width:{n(110, 420)}px">{inner}</div>'
+        bars = "".join(f'<div style="position:absolute;left:0;right:0;{edge}:0;background:{self.pick((self.tone(4, 26), "none", "#0008"))};display:flex;gap:{gap}px;padding:{n(1, 5)}px;white-space:nowrap;color:{shade}">{self.some(4, 12, boxed)}</div>' for edge in ("top", "bottom") if self.maybe(.6))
+        light = "filter:invert(1) hue-rotate(180deg);" if self.maybe(.08) else ""
+        return f'<div style="position:relative;width:100vw;height:100vh;overflow:hidden;font-size:{size}px;line-height:1.15;{light}">{self.scene()}{panels}{bars}</div>'
+
     def film(self):
         """A film's picture with subtitles, sometimes with other words on it."""
         n = self.number
@@ -698,7 +728,7 @@ class Screen:
 def draw(chance, material, language=None):
     """Returns (kind, HTML) of a random screen, in a random language if none is given."""
     language = language or chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
-    kind = chance.choices(("window", "site", "game", "film", "desk", "scraps", "shell", "columns"), (34, 11, 22, 10, 5, 8, 10, 8))[0]
+    kind = chance.choices(("window", "site", "game", "hud", "film", "desk", "scraps", "shell", "columns"), (34, 11, 18, 22, 10, 5, 8, 10, 8))[0]
     if kind == "columns" and language in ("en", "ko"):
         language = "ja"
     screen = Screen(chance, material, language, chance.random() < .45)

@@ -13,12 +13,12 @@ def ink_and_lines(shown, hidden, pieces):
     lines = []
     rows = [row for block in rows_of(pieces) for row in parted(block, difference)]
     ends = np.array([(min(p[1] for p in row), min(p[2] for p in row), max(p[3] for p in row), max(p[4] for p in row)) for row in rows]).reshape(-1, 4)
-    for row, (left, top, right, bottom) in zip(rows, ends):
-        left, top = max(0, int(left) - 2), max(0, int(top) - 1)
-        right, bottom = int(right) + 3, int(bottom) + 2
+    for row, own in zip(rows, ends):
+        left, top = max(0, int(own[0]) - 2), max(0, int(own[1]) - 1)
+        right, bottom = int(own[2]) + 3, int(own[3]) + 2
         area = np.s_[top:bottom, left:right]
         inside = difference[area].copy()
-        leave_to_neighbours(inside, left, top, ends)
+        leave_to_neighbours(inside, left, top, own, ends, difference)
         strong = inside[inside > SEEN]
         if not strong.size or np.percentile(strong, 90) < 22:
             continue  # nothing to be seen
@@ -37,17 +37,25 @@ def ink_and_lines(shown, hidden, pieces):
     return ink, (difference > SEEN) & ~known, lines
 
 
-def leave_to_neighbours(inside, left, top, ends):
-    """Clears what of an area is nearer to the rows above and below it, which reach into it where rows are close."""
+def border(difference, upper, lower):
+    """Where the lower of two rows begins, whose boxes overlap: the emptiest place about the middle."""
+    middle, reach = (upper[3] + lower[1]) / 2, .15 * min(upper[3] - upper[1], lower[3] - lower[1])
+    columns = np.s_[max(0, int(max(upper[0], lower[0]))):int(min(upper[2], lower[2])) + 1]
+    rows = range(max(0, round(middle - reach)), min(difference.shape[0] - 1, round(middle + reach)) + 1)
+    return min(rows, key=lambda y: (difference[y, columns].astype(int).sum(), abs(y - middle)), default=round(middle))
+
+
+def leave_to_neighbours(inside, left, top, own, ends, difference):
+    """Clears what of an area belongs to the rows above and below its own, which reach into it where rows are close."""
     bottom, right = top + inside.shape[0], left + inside.shape[1]
-    near = ends[(ends[:, 0] < right) & (ends[:, 2] > left) & (ends[:, 1] < bottom) & (ends[:, 3] > top)]
-    middle = (top + bottom) / 2
-    for first, above, end, below in near:
-        columns = np.s_[max(0, int(first) - left):max(0, int(end) + 1 - left)]
-        if (above + below) / 2 > middle + .3 * min(below - above, bottom - top):
-            inside[max(0, round((above + bottom) / 2) - top):, columns] = 0
-        elif (above + below) / 2 < middle - .3 * min(below - above, bottom - top):
-            inside[:max(0, round((below + top) / 2) - top), columns] = 0
+    middle = own[1] + own[3]
+    for other in ends[(ends[:, 0] < right) & (ends[:, 2] > left) & (ends[:, 1] < bottom) & (ends[:, 3] > top)]:
+        columns = np.s_[max(0, int(other[0]) - left):max(0, int(other[2]) + 1 - left)]
+        apart = .6 * min(other[3] - other[1], own[3] - own[1])
+        if other[1] + other[3] > middle + apart:
+            inside[max(0, border(difference, own, other) - top):, columns] = 0
+        elif other[1] + other[3] < middle - apart:
+            inside[:max(0, border(difference, other, own) - top), columns] = 0
 
 
 def colour(text):

@@ -30,6 +30,7 @@ SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 NARROW = 6  # weight of the places between two lines on one row that are nearer than about their height
 WORDS = 2   # weight of the places between two words of a line
+BESIDE = 2  # weight of the places before and behind a line, where an icon may be
 
 
 class Crops(Dataset):
@@ -90,6 +91,8 @@ def refined(core, sure, inked):
         for (run,) in ndimage.find_objects(runs):
             if run.stop - run.start > .7 * thick:
                 weight[max(0, rows.start - thick):rows.stop + thick, columns.start + run.start:columns.start + run.stop] *= WORDS
+        for beside in (np.s_[rows, max(0, columns.start - 4 * thick):columns.start - 1], np.s_[rows, columns.stop + 1:columns.stop + 3 * thick]):
+            weight[beside][~core[beside]] *= BESIDE
         row = labels[(rows.start + rows.stop) // 2, columns.stop:columns.stop + 6 * thick]
         if not row.any():
             continue
