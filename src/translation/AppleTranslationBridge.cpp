@@ -2,6 +2,7 @@
 
 #include "LanguageIdentifier.h"
 
+#include <algorithm>
 #include <future>
 #include <map>
 
@@ -14,6 +15,14 @@ namespace {
 bool isSameLanguage(const QString &code, const QString &target)
 {
     return code.section(u'-', 0, 0) == target.section(u'-', 0, 0);
+}
+
+qsizetype lettersIn(const QStringList &texts)
+{
+    qsizetype count = 0;
+    for (const QString &text : texts)
+        count += std::ranges::count_if(text, [](QChar c) { return c.isLetter(); });
+    return count;
 }
 
 } // namespace
@@ -58,10 +67,14 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
 
     // Each group has a thread of its own, which no other call can take.
     std::map<QString, std::future<QList<OnDeviceOutcome>>> translated;
+    std::map<QString, qsizetype> letters;
+    qsizetype most = 0;
     for (const auto &[language, positions] : groups) {
         QStringList group;
         for (const qsizetype i : positions)
             group.append(texts[i]);
+        letters[language] = lettersIn(group);
+        most = std::max(most, letters[language]);
         translated[language] =
             std::async(std::launch::async, [this, pair = LanguagePair{language, targetLanguage}, group, &isWanted] {
                 return m_service.translate(pair, group, isWanted);
@@ -79,7 +92,9 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
     if (result.texts == texts) {
         for (const OnDeviceServiceStatus &status : m_service.currentStatus())
             result.isStripped = result.isStripped || status.isStripped;
-        for (const auto &[language, positions] : groups) {
+        for (const auto &[language, count] : letters) {
+            if (4 * count < most)
+                continue; // probably guessed from a name, for which nobody should install a model
             for (const OnDeviceAddition &addition : m_service.additions({language, targetLanguage})) {
                 if (!result.additions.contains(addition))
                     result.additions.append(addition);

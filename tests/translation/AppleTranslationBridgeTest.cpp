@@ -62,6 +62,8 @@ public:
     QList<OnDeviceServiceStatus> currentStatus() override { return {{.name = u"noting"_s}}; }
     QList<OnDeviceAddition> additions(const LanguagePair &pair) override
     {
+        if (pair.source == u"nl")
+            return {{.package = u"dutch"_s}};
         return pair.source == u"ja" ? QList<OnDeviceAddition>() : added;
     }
 };
@@ -139,6 +141,8 @@ private Q_SLOTS:
         QCOMPARE(note({}), u""_s);
         m_service.added = {{.package = u"one"_s}, {.package = u"two"_s}};
         QCOMPARE(note({u"en:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two"_s);
+        QCOMPARE(note({u"en:hard"_s, u"nl:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two dutch"_s);
+        QCOMPARE(note({u"en:hard words, and many more of them"_s, u"nl:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two"_s);
         QCOMPARE(note({u"en:early"_s, u"en:hard"_s}), u"正在收集這部電腦上的譯文，請稍後再試。"_s);
         QCOMPARE(note({u"ja:a"_s}), u"文字已是目標語言。"_s);
         QCOMPARE(note({u":12"_s, u"ja:a"_s}), u"無法判斷文字的語言。"_s);
