@@ -99,7 +99,8 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
         QVERIFY(lines.size() >= 300);
-        for (const auto &[memory, mostWrong] : {std::pair(&memoryOfThisComputer, 0.05), std::pair(&noMemory, 0.12)}) {
+        // Programs that are installed change the share with this computer's catalogues a little, so it isn't tight.
+        for (const auto &[memory, mostWrong] : {std::pair(&memoryOfThisComputer, 0.07), std::pair(&noMemory, 0.12)}) {
             ScreenLanguageIdentifier identifier(memory);
             QStringList wrong;
             for (const QString &line : lines) {
