@@ -68,13 +68,11 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
     // Each group has a thread of its own, which no other call can take.
     std::map<QString, std::future<QList<OnDeviceOutcome>>> translated;
     std::map<QString, qsizetype> letters;
-    qsizetype most = 0;
     for (const auto &[language, positions] : groups) {
         QStringList group;
         for (const qsizetype i : positions)
             group.append(texts[i]);
         letters[language] = lettersIn(group);
-        most = std::max(most, letters[language]);
         translated[language] =
             std::async(std::launch::async, [this, pair = LanguagePair{language, targetLanguage}, group, &isWanted] {
                 return m_service.translate(pair, group, isWanted);
@@ -92,10 +90,17 @@ OnDeviceTranslations AppleTranslationBridge::translate(const QStringList &texts,
     if (result.texts == texts) {
         for (const OnDeviceServiceStatus &status : m_service.currentStatus())
             result.isStripped = result.isStripped || status.isStripped;
+        std::map<QString, QList<OnDeviceAddition>> helpful;
+        qsizetype most = 0; // letters of a language for which something can be installed
         for (const auto &[language, count] : letters) {
-            if (4 * count < most)
+            helpful[language] = m_service.additions({language, targetLanguage});
+            if (!helpful[language].isEmpty())
+                most = std::max(most, count);
+        }
+        for (const auto &[language, additions] : helpful) {
+            if (4 * letters[language] < most)
                 continue; // probably guessed from a name, for which nobody should install a model
-            for (const OnDeviceAddition &addition : m_service.additions({language, targetLanguage})) {
+            for (const OnDeviceAddition &addition : additions) {
                 if (!result.additions.contains(addition))
                     result.additions.append(addition);
             }

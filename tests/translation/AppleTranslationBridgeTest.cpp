@@ -37,7 +37,7 @@ class NotingService : public OnDeviceTranslationService
 {
 public:
     std::mutex mutex;
-    QStringList requests; ///< "en>ja a|b"
+    QStringList requests;          ///< "en>ja a|b"
     QList<OnDeviceAddition> added; ///< what would help with Korean and English
 
     QList<OnDeviceOutcome> translate(const LanguagePair &pair, const QStringList &texts,
@@ -64,7 +64,7 @@ public:
     {
         if (pair.source == u"nl")
             return {{.package = u"dutch"_s}};
-        return pair.source == u"ja" ? QList<OnDeviceAddition>() : added;
+        return pair.source == u"fr" ? QList<OnDeviceAddition>() : added;
     }
 };
 
@@ -142,7 +142,10 @@ private Q_SLOTS:
         m_service.added = {{.package = u"one"_s}, {.package = u"two"_s}};
         QCOMPARE(note({u"en:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two"_s);
         QCOMPARE(note({u"en:hard"_s, u"nl:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two dutch"_s);
-        QCOMPARE(note({u"en:hard words, and many more of them"_s, u"nl:hard"_s}), unknown + u"\n安裝這些套件也有幫助：one two"_s);
+        QCOMPARE(note({u"en:hard words, and many more of them"_s, u"nl:hard"_s}),
+                 unknown + u"\n安裝這些套件也有幫助：one two"_s);
+        QCOMPARE(note({u"fr:hard words, and many more of them"_s, u"nl:hard"_s}),
+                 unknown + u"\n安裝這些套件也有幫助：dutch"_s);
         QCOMPARE(note({u"en:early"_s, u"en:hard"_s}), u"正在收集這部電腦上的譯文，請稍後再試。"_s);
         QCOMPARE(note({u"ja:a"_s}), u"文字已是目標語言。"_s);
         QCOMPARE(note({u":12"_s, u"ja:a"_s}), u"無法判斷文字的語言。"_s);
@@ -150,8 +153,7 @@ private Q_SLOTS:
         QCOMPARE(note({u"en:hard"_s, u"ko:hard"_s}),
                  u"這部電腦還沒有能翻譯這些文字的模型。請在設定的「翻譯」分頁下載：한국어 → 日本語 (73 MB)"_s);
         m_service.added.append({.models = {u"en"_s, u"ja"_s}, .isRepair = true});
-        QCOMPARE(note({u"en:hard"_s}),
-                 u"這些翻譯模型無法使用，檔案可能已損壞：English → 日本語。請移除後重新下載。"_s);
+        QCOMPARE(note({u"en:hard"_s}), u"這些翻譯模型無法使用，檔案可能已損壞：English → 日本語。請移除後重新下載。"_s);
     }
 
 private:
