@@ -20,7 +20,7 @@ struct Language
     QStringView shortLabel;        ///< the same in every interface language
     QLatin1StringView font;        ///< the family that writes its characters in the shapes of its region
     QLatin1StringView lineModel;   ///< Tesseract's model that reads it in lines
-    QLatin1StringView columnModel; ///< the same in columns; empty if it isn't written in columns
+    QLatin1StringView columnModel; ///< the same in columns; empty if there is none, or another's reads it too
 
     /// Whether users can choose it for the interface and as a target. The others are those that programs are most often
     /// translated into, so that their texts are recognized.
@@ -33,7 +33,7 @@ inline constexpr std::array languages{
     Language{QLatin1StringView("zh-Hant"), QLatin1StringView("zh_TW"), u"繁體中文", u"Traditional Chinese", u"繁",
              QLatin1StringView("Noto Sans CJK TC"), QLatin1StringView("chi_tra"), QLatin1StringView("chi_tra_vert")},
     Language{QLatin1StringView("zh-Hans"), QLatin1StringView("zh_CN"), u"簡體中文", u"Simplified Chinese", u"简",
-             QLatin1StringView("Noto Sans CJK SC"), QLatin1StringView("chi_sim"), QLatin1StringView("chi_sim_vert")},
+             QLatin1StringView("Noto Sans CJK SC"), QLatin1StringView("chi_sim")},
     Language{QLatin1StringView("en"), QLatin1StringView("en"), u"英文", u"English", u"EN",
              QLatin1StringView("Noto Sans"), QLatin1StringView("eng")},
     Language{QLatin1StringView("ja"), QLatin1StringView("ja"), u"日文", u"Japanese", u"日",

@@ -170,7 +170,8 @@ Result<QList<RecognizedTextObservation>> ScreenTextRecognizer::perform(const Tex
     const LineRouter hasty(languages, {}, false);
     const QList<ReadColumns> columns = takeColumns(lines, maps.ink, image, request);
     ScreenPass pass(image, maps.ink, lines, thorough, hasty, *m_reader, *m_pool, request);
-    pass.learnSimplified(simplifiedEvidence(columns));
+    for (const ReadColumns &column : columns)
+        pass.learnSimplified(column.simplified);
     pass.run();
     if (request.onLinesLeftOut && pass.hasLeftOutLines())
         request.onLinesLeftOut();

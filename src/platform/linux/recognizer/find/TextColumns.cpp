@@ -346,7 +346,16 @@ bool isWithin(const QRect &place, const ColumnGroup &group)
 
 bool mayBeColumns(const QList<FoundLine> &upright)
 {
-    return areCharactersSeen(upright) || areTightRows(upright);
+    constexpr double tooLong = 10; // heights, for the rows across a few columns
+    double area = 0;
+    double areaOfLong = 0;
+    for (const FoundLine &line : upright) {
+        if (!isWide(line))
+            continue;
+        area += areaOf(line.ink);
+        areaOfLong += line.ink.width() > tooLong * line.ink.height() ? areaOf(line.ink) : 0;
+    }
+    return 2 * areaOfLong < area || areCharactersSeen(upright) || areTightRows(upright);
 }
 
 QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLine> &upright, int width)
@@ -392,7 +401,7 @@ QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLi
         group.isSure = isClear && areCharacters;
         const std::optional<double> looseness = loosenessOf(group, upright, width);
         const bool isVertical =
-            std::abs(looseness.value_or(0)) >= looser ? *looseness > 0 : areSeen && difference >= lead;
+            std::abs(looseness.value_or(0)) >= looser ? *looseness > 0 : isClear || (areSeen && difference >= lead);
         if (isLong && characters >= leastGroup && isVertical && (isClear || areCharacters)) {
             addMissing(group, others, upright, width);
             groups.append(group);

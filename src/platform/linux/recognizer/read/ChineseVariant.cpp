@@ -13,6 +13,7 @@ using namespace Qt::StringLiterals;
 double simplifiedEvidence(const Strip &strip)
 {
     static const auto layers = netLayers(u":/lucentra/recognizer/variant.net"_s);
+    constexpr double most = 4;      // so a line doesn't decide alone if there are others
     constexpr int halved = 16;      // times; the last layer's size
     constexpr int leastWidth = 128; // pixels; the layers' kernels need some columns at that size
     if (!strip)
@@ -39,7 +40,7 @@ double simplifiedEvidence(const Strip &strip)
         for (int x = 0; x < in.width(); ++x)
             sum += double(in.at(x, y)[0] - in.at(x, y)[1]); // for simplified and for traditional; neither is below 0
     }
-    return sum;
+    return std::clamp(sum, -most, most);
 }
 
 } // namespace lucentra

@@ -1,9 +1,11 @@
 #include "read/ColumnReading.h"
 
 #include "judge/ReadingFilter.h"
+#include "read/ChineseVariant.h"
 #include "read/PassReader.h"
 #include "read/ReaderPool.h"
 #include "read/ReadingBudget.h"
+#include "read/ScreenLanguages.h"
 #include "read/UprightReading.h"
 #include "read/Writing.h"
 #include "strip/LineNormalizer.h"
@@ -57,6 +59,7 @@ struct Task
     Reading reading{};
     Separation separation = Separation::Axis; ///< of the reading
     double worth = 0;                         ///< of the first reading, by which the languages are compared
+    double simplified = 0;                    ///< evidence for simplified Chinese
 };
 
 class ColumnPass
@@ -78,11 +81,20 @@ public:
         withEach(tasks, [this, once](Task &task) { read(task, once); });
     }
 
-    void readUpright(std::vector<Task> &tasks)
+    void tellChinese(std::vector<Task> &tasks)
     {
         withEach(tasks, [this](Task &task) {
+            const StripShape shape = LineReader::stripShape(ReadingLanguage::TraditionalChinese);
+            if (task.language == ReadingLanguage::VerticalChinese)
+                task.simplified = simplifiedEvidence(uprightStrip(columnOf(task), task.separation, shape));
+        });
+    }
+
+    void readUpright(std::vector<Task> &tasks, ReadingLanguage language)
+    {
+        withEach(tasks, [&](Task &task) {
             if (!m_budget.isScarce())
-                task.reading = withUprightIdeographs(task.reading, columnOf(task), task.separation, m_reader);
+                task.reading = withUprightIdeographs(task.reading, columnOf(task), task.separation, language, m_reader);
         });
     }
 
@@ -177,12 +189,10 @@ QList<ReadingLanguage> verticalLanguagesOf(const QStringList &tags)
             languages.append(language);
     };
     for (const QString &tag : tags) {
-        if (tag.startsWith(u"ja"_s)) {
+        if (tag.startsWith(u"ja"_s))
             add(ReadingLanguage::VerticalJapanese);
-        } else if (tag.startsWith(u"zh"_s)) {
-            add(ReadingLanguage::VerticalTraditionalChinese);
-            add(ReadingLanguage::VerticalSimplifiedChinese);
-        }
+        else if (tag.startsWith(u"zh"_s))
+            add(ReadingLanguage::VerticalChinese);
     }
     return languages;
 }
@@ -199,17 +209,18 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
     }
     pass.run(telling, true);
     const auto worth = [&](ReadingLanguage language) {
-        // It is less sure of traditional columns by far, and about as sure of simplified ones as the other model.
-        constexpr double doubt = 1.5;
-        const bool isSimplified = language == ReadingLanguage::VerticalSimplifiedChinese;
         double sum = 0;
-        for (const Task &task : telling) {
-            if (task.language == language)
-                sum += task.worth + (isSimplified ? doubt : 0) * double(task.reading.text.size());
-        }
+        for (const Task &task : telling)
+            sum += task.language == language ? task.worth : 0;
         return sum;
     };
     const ReadingLanguage language = *std::ranges::max_element(languages, {}, worth);
+    ScreenLanguages screen;
+    if (language == ReadingLanguage::VerticalChinese) {
+        pass.tellChinese(telling);
+        for (const Task &task : telling)
+            screen.learnSimplified(task.simplified);
+    }
     std::vector<Task> tasks;
     for (const ColumnGroup &group : groups) {
         for (const TextColumn &column : group.columns) {
@@ -219,28 +230,17 @@ QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &t
         }
     }
     pass.run(tasks, false);
-    pass.readUpright(tasks);
+    pass.readUpright(tasks, screen.isSimplified() ? ReadingLanguage::SimplifiedChinese : *horizontalOf(language));
     QList<ReadColumns> read;
     auto task = tasks.begin();
     for (const ColumnGroup &group : groups) {
         read.append({group, {}});
-        for (qsizetype i = 0; i < group.columns.size(); ++i)
-            read.last().readings.append((task++)->reading);
-    }
-    return read;
-}
-
-double simplifiedEvidence(const QList<ReadColumns> &groups)
-{
-    constexpr double each = 0.5; // ideograph
-    double evidence = 0;
-    for (const ReadColumns &group : groups) {
-        for (const Reading &reading : group.readings) {
-            if (reading.language == ReadingLanguage::VerticalSimplifiedChinese)
-                evidence += each * scriptsOf(reading.text).han;
+        for (qsizetype i = 0; i < group.columns.size(); ++i, ++task) {
+            read.last().readings.append(task->reading);
+            read.last().simplified += task->simplified;
         }
     }
-    return evidence;
+    return read;
 }
 
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size)

@@ -19,6 +19,7 @@ struct ReadColumns
 {
     ColumnGroup group;
     QList<Reading> readings;
+    double simplified = 0; ///< how much they look like simplified Chinese, as far as that was asked (ChineseVariant.h)
 
     /// Whether this is writing at all.
     bool isPlausible() const;
@@ -33,9 +34,6 @@ QList<ReadingLanguage> verticalLanguagesOf(const QStringList &tags);
 QList<ReadColumns> readColumns(const QList<ColumnGroup> &groups, const QImage &turned, const SureMap &ink,
                                const QList<ReadingLanguage> &languages, LineReader &reader, ReaderPool &pool,
                                const std::function<bool()> &isWanted);
-
-/// How much simplified columns, if there are any, speak for it in the other lines.
-double simplifiedEvidence(const QList<ReadColumns> &groups);
 
 /// The columns as observations of the upright image, the group at the top right first.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadColumns> &groups, const QSize &size);

@@ -159,12 +159,9 @@ StripShape LineReader::stripShape(ReadingLanguage language)
     // The heights are those of the networks. Of shares from .55 to .78 these left the fewest errors.
     StripShape shape;
     const bool isSmall = language == ReadingLanguage::English || language == ReadingLanguage::Japanese ||
-                         language == ReadingLanguage::VerticalTraditionalChinese ||
-                         language == ReadingLanguage::VerticalSimplifiedChinese;
+                         language == ReadingLanguage::VerticalChinese;
     shape.height = isSmall ? 36 : 48;
     shape.inkShare = language == ReadingLanguage::Japanese ? 0.72 : 0.66;
-    if (language == ReadingLanguage::VerticalSimplifiedChinese)
-        shape.inkShare = 0.6;
     return shape;
 }
 
@@ -194,10 +191,8 @@ std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical)
     switch (vertical) {
     case ReadingLanguage::VerticalJapanese:
         return ReadingLanguage::Japanese;
-    case ReadingLanguage::VerticalTraditionalChinese:
+    case ReadingLanguage::VerticalChinese:
         return ReadingLanguage::TraditionalChinese;
-    case ReadingLanguage::VerticalSimplifiedChinese:
-        return ReadingLanguage::SimplifiedChinese;
     default:
         return {};
     }

@@ -19,12 +19,11 @@ enum class ReadingLanguage {
     English,
     Japanese,
     Korean,
-    VerticalTraditionalChinese,
-    VerticalSimplifiedChinese,
+    VerticalChinese,
     VerticalJapanese
 };
 
-/// The language of a vertical one in lines; nullopt for those in lines.
+/// The language of a vertical one in lines, for Chinese the traditional one; nullopt for those in lines.
 std::optional<ReadingLanguage> horizontalOf(ReadingLanguage vertical);
 
 /// How a strip is read.

@@ -312,11 +312,10 @@ void ScreenPass::readOn(ReadLine &line) const
 
 void ScreenPass::compareChinese(ReadLine &line) const
 {
-    constexpr double most = 4; // logarithm of the odds; so a line doesn't decide alone if there are others
     const LineNormalizer normalizer = normalized(line.found.pieces.first().ink);
     const StripShape shape = LineReader::stripShape(ReadingLanguage::TraditionalChinese);
     const Strip strip = normalizer.strip(normalizer.separations().first(), shape);
-    line.simplified = std::clamp(simplifiedEvidence(strip), -most, most);
+    line.simplified = simplifiedEvidence(strip);
 }
 
 void ScreenPass::readAlike(ReadLine &line) const

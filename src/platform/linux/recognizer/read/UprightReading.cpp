@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 namespace lucentra {
@@ -54,30 +53,6 @@ std::vector<int> cutsOf(const Strip &column, double em)
         }
     }
     return best;
-}
-
-/// The characters of a column side by side.
-Strip rowOf(const LineNormalizer &column, Separation separation, const StripShape &shape)
-{
-    StripShape turned = shape;
-    turned.inkShare *= shape.widthScale;
-    turned.widthScale = 1 / shape.widthScale;
-    const Strip strip = column.strip(separation, turned);
-    const std::vector<int> cuts = cutsOf(strip, shape.height * shape.inkShare / inkOfCharacter);
-    const int em = int(std::lround(shape.height * turned.inkShare / inkOfCharacter));
-    const int step = int(std::lround(distanceInRow * em));
-    Strip row(pixCreate(2 * shape.padding + int(cuts.size()) * step, shape.height, 8));
-    pixSetAll(row.get());
-    int x = shape.padding;
-    for (std::size_t i = 1; i < cuts.size(); ++i) {
-        const Strip across(pieceOf(strip.get(), cuts[i - 1], cuts[i]));
-        const Strip upright(pixRotate90(across.get(), 1));
-        const int height = pixGetHeight(upright.get());
-        const int margin = (pixGetWidth(upright.get()) - step) / 2;
-        pixRasterop(row.get(), x, (shape.height - height) / 2, step, height, PIX_SRC, upright.get(), margin, 0);
-        x += step;
-    }
-    return row;
 }
 
 bool isIdeograph(QChar character)
@@ -129,14 +104,37 @@ QString withIdeographs(const QString &vertical, const QString &upright)
 
 } // namespace
 
-Reading withUprightIdeographs(const Reading &vertical, const LineNormalizer &column, Separation separation,
-                              const PassReader &reader)
+Strip uprightStrip(const LineNormalizer &column, Separation separation, const StripShape &shape)
 {
-    const std::optional<ReadingLanguage> language = horizontalOf(vertical.language);
+    StripShape turned = shape;
+    turned.inkShare *= shape.widthScale;
+    turned.widthScale = 1 / shape.widthScale;
+    const Strip strip = column.strip(separation, turned);
+    const std::vector<int> cuts = cutsOf(strip, shape.height * shape.inkShare / inkOfCharacter);
+    const int em = int(std::lround(shape.height * turned.inkShare / inkOfCharacter));
+    const int step = int(std::lround(distanceInRow * em));
+    Strip row(pixCreate(2 * shape.padding + int(cuts.size()) * step, shape.height, 8));
+    pixSetAll(row.get());
+    int x = shape.padding;
+    for (std::size_t i = 1; i < cuts.size(); ++i) {
+        const Strip across(pieceOf(strip.get(), cuts[i - 1], cuts[i]));
+        const Strip upright(pixRotate90(across.get(), 1));
+        const int height = pixGetHeight(upright.get());
+        const int margin = (pixGetWidth(upright.get()) - step) / 2;
+        pixRasterop(row.get(), x, (shape.height - height) / 2, step, height, PIX_SRC, upright.get(), margin, 0);
+        x += step;
+    }
+    return row;
+}
+
+Reading withUprightIdeographs(const Reading &vertical, const LineNormalizer &column, Separation separation,
+                              ReadingLanguage horizontal, const PassReader &reader)
+{
     const int ideographs = scriptsOf(vertical.text).han;
-    if (!language || ideographs == 0 || !LineReader::isInstalled(*language))
+    if (ideographs == 0 || !LineReader::isInstalled(horizontal))
         return vertical;
-    const Reading upright = reader.read(rowOf(column, separation, LineReader::stripShape(*language)), *language);
+    const Strip strip = uprightStrip(column, separation, LineReader::stripShape(horizontal));
+    const Reading upright = reader.read(strip, horizontal);
     QString text = upright.text;
     text.remove(u' ');
     const int known = scriptsOf(text).han;
