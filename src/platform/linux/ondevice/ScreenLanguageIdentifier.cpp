@@ -23,10 +23,11 @@ namespace lucentra {
 
 namespace {
 
-// Weights in natural logarithms, as the scores of the n-grams; chosen on lines other than those of the tests.
+// Weights in natural logarithms, as the scores of the n-grams; chosen on lines other than those that the tests count.
 constexpr double missingCharacter = 5.0; ///< for an ideograph that a language's character set doesn't have
 constexpr double knownPhrase = 6.0;      ///< for a text that is a phrase of the language
-constexpr double detected = 2.5;         ///< for the result of the general detector
+constexpr double detectedWord = 2.5;     ///< for the general detector's result on a single word
+constexpr double detectedText = 8.0;     ///< on several words; it knows free text better than the n-grams of phrases do
 constexpr double mostlyEnglish = 1.0;    ///< for English, the language of most programs
 /// The score of an n-gram in the detector's language, if there are no phrases of it: a little less than
 /// n-grams usually have in a text's own language, and far more than in any other.
@@ -203,6 +204,7 @@ private:
     {
         Line line;
         const QString other = detectedLanguage(words);
+        const double detected = words.contains(u' ') ? detectedText : detectedWord;
         if (!m_phrases)
             return {.code = other.isEmpty() ? u"en"_s : other};
         const ScreenPhrase phrase = screenPhrase(text);

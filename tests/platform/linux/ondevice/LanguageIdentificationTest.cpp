@@ -93,6 +93,15 @@ private Q_SLOTS:
         QCOMPARE(ofThisComputer.identify({u"Cerrar la ventana"_s, u"Final"_s}).value(1), u"es"_s);
     }
 
+    /// The n-grams of programs' phrases would take these for Dutch or German.
+    void everydayEnglishIsEnglish()
+    {
+        ScreenLanguageIdentifier identifier(&memoryOfThisComputer);
+        for (const QString &text :
+             {u"hello world"_s, u"Good night"_s, u"I am hungry"_s, u"Hello John"_s, u"Best wishes"_s})
+            QCOMPARE(identifier.identify({text}), QStringList{u"en"_s});
+    }
+
     void shortLinesAreToldRight()
     {
         QFile file(QStringLiteral(LANGUAGES));
