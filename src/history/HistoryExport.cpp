@@ -115,7 +115,11 @@ QByteArray exportedHistory(const QList<HistoryItem> &items, ExportFormat format)
 
 Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format, const QString &path)
 {
-    if (QFileInfo(path) == QFileInfo(HistoryManager::userFilePath())) // an export can't be read back
+    const QFileInfo target(path);
+    const QFileInfo history(HistoryManager::userFilePath());
+    const bool isHistory = target.absoluteFilePath() == history.absoluteFilePath() ||
+                           (target.exists() && target == history); // all that don't exist are equal
+    if (isHistory)                                                 // an export can't be read back
         return tl::unexpected(Failure{.domain = u"History"_s, .code = 0, .description = qt_error_string(EPERM)});
     return writePrivateFile(path, exportedHistory(items, format));
 }

@@ -114,6 +114,9 @@ class HistoryWindow(OnADisplay):
         self.assertFalse([name for name in self.screen.texts() if "could not be read" in name])
 
     def test_exports_of_the_command_line(self):
+        empty = self.screen.home / "empty.csv"
+        self.assertEqual(self.screen.lucentra("export", str(empty)).returncode, 0)
+        self.assertEqual(empty.read_text(encoding="utf-8").count("\n"), 1)
         self.store([entry("two\nlines", 'a "quote"', 86400, starred=True), entry("other", "x", 5)])
         before = self.history_path.read_bytes()
         target = self.screen.home / "out.csv"

@@ -5,9 +5,9 @@
 #include "SettingsStore.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
+#include <QStyle>
 #include <QWindow>
 
 #include <utility>
@@ -45,9 +45,11 @@ void HistoryWindowController::restoreFrame()
     const QByteArray frame = QByteArray::fromBase64(m_services.settings.read(frameSetting).toLatin1());
     if (restoreGeometry(frame))
         return;
-    resize(initialSize + QSize(0, menuBar()->sizeHint().height()));
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - rect().center());
+    const QRect available = screen()->availableGeometry();
+    const QSize titleBar(0, style()->pixelMetric(QStyle::PM_TitleBarHeight)); // about what the desktop's takes
+    const QSize size = initialSize + QSize(0, menuBar()->sizeHint().height());
+    resize(size.boundedTo(available.size() - titleBar));
+    move(available.center() - rect().center());
 }
 
 void HistoryWindowController::saveFrame()

@@ -112,11 +112,13 @@ void HotkeyTab::addLiveHotkey(FormSection &section)
     const auto show = [this, recorder, remove, label] {
         const QString stored = m_form.services().settings.read(settings::liveHotkeyString);
         recorder->setEnabled(m_form.services().hotkeys.areKeysChosenHere());
-        recorder->setDefaultTitle(stored.isEmpty() ? m_form.text(u"未設定"_s) : stored);
+        const QString unset = m_form.text(u"未設定"_s);
+        recorder->setDefaultTitle(stored.isEmpty() ? unset : stored);
         remove->setText(m_form.text(u"清除"_s));
         remove->setVisible(!stored.isEmpty());
-        recorder->setAccessibleName(label->text() + u' ' + recorder->defaultTitle());
-        remove->setAccessibleName(remove->text() + u' ' + label->text());
+        recorder->setAccessibleName(label->accessibleName() + u' ' +
+                                    (stored.isEmpty() ? unset : desktopNameOfHotkey(stored)));
+        remove->setAccessibleName(remove->text() + u' ' + label->accessibleName());
     };
     connect(remove, &QPushButton::clicked, this, [this] {
         m_form.services().settings.write(settings::liveHotkeyString, QString());
@@ -158,6 +160,7 @@ void HotkeyTab::showStored()
     const QString keys = keysOfDesktop.isEmpty() ? desktopNameOfHotkey(stored) : keysOfDesktop;
     // Escaped, since a tool tip would interpret what a file says as HTML and load pictures.
     m_recorder->setToolTip(Qt::convertFromPlainText(keys.left(100)));
+    m_recorder->setAccessibleDescription(keys.left(100)); // else it would be the tool tip with its HTML
     for (const auto &show : std::as_const(m_showRefusals))
         show();
     m_keyDialog->setVisible(bool(services.hotkeys.keyDialog()));
