@@ -117,9 +117,8 @@ Result<void> exportHistory(const QList<HistoryItem> &items, ExportFormat format,
 {
     const QFileInfo target(path);
     const QFileInfo history(HistoryManager::userFilePath());
-    const bool isHistory = target.absoluteFilePath() == history.absoluteFilePath() ||
-                           (target.exists() && target == history); // all that don't exist are equal
-    if (isHistory)                                                 // an export can't be read back
+    // To Qt, files that don't exist are the same one. An export can't be read back as a history.
+    if (target.absoluteFilePath() == history.absoluteFilePath() || (target.exists() && target == history))
         return tl::unexpected(Failure{.domain = u"History"_s, .code = 0, .description = qt_error_string(EPERM)});
     return writePrivateFile(path, exportedHistory(items, format));
 }
