@@ -303,7 +303,7 @@ private Q_SLOTS:
         // None is below another, as where only one character of each column was found.
         QList<FoundLine> lines{character(100, 0), character(70, 60), character(40, 130)};
         QVERIFY(mayBeColumns(lines));
-        lines.append({.ink = {0, 200, 240, 20}, .pieces = {{{0, 200, 240, 20}, {}, {0, 1, 0, 0}}}});
+        lines.append({.ink = {0, 200, 200, 20}, .pieces = {{{0, 200, 200, 20}, {}, {0, 1, 0, 0}}}});
         QVERIFY(!mayBeColumns(lines));
         lines.append(character(40, 152));
         lines.append(character(40, 174));

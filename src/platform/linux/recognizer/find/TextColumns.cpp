@@ -346,16 +346,7 @@ bool isWithin(const QRect &place, const ColumnGroup &group)
 
 bool mayBeColumns(const QList<FoundLine> &upright)
 {
-    constexpr double tooLong = 10; // heights, for the rows across a few columns
-    double area = 0;
-    double areaOfLong = 0;
-    for (const FoundLine &line : upright) {
-        if (!isWide(line))
-            continue;
-        area += areaOf(line.ink);
-        areaOfLong += line.ink.width() > tooLong * line.ink.height() ? areaOf(line.ink) : 0;
-    }
-    return 2 * areaOfLong < area || areCharactersSeen(upright) || areTightRows(upright);
+    return areCharactersSeen(upright) || areTightRows(upright);
 }
 
 QList<ColumnGroup> columnsOf(const QList<FoundLine> &turned, const QList<FoundLine> &upright, int width)
