@@ -56,11 +56,16 @@ class Screen:
     def strings(self, kind):
         return self.material["strings"]["en" if self.maybe(.12) else self.language][kind]
 
+    def worded(self, kind, probability):
+        """A text, now and then with a word of one letter before it, which looks much like an icon."""
+        text = self.pick(self.strings(kind))
+        return escape(f"{self.pick('AaI')} {text[0].lower()}{text[1:]}" if text.isascii() and self.maybe(probability) else text)
+
     def short(self):
-        return escape(self.pick(self.strings("short")))
+        return self.worded("short", .05)
 
     def long(self):
-        return escape(self.pick(self.strings("long")))
+        return self.worded("long", .2)
 
     def figure(self):
         n, c = self.number, self.chance

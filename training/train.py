@@ -1,13 +1,17 @@
 #!/usr/bin/python3
-"""usage: train.py SAMPLES STEPS OUT.pt [--rate R] [--start START] [--keep SHARE] - trains the net; goes on by itself after a stop.
+"""usage: train.py SAMPLES STEPS OUT.pt [--rate R] [--start START [--keep SHARE | --near WEIGHT]] - trains the net; goes on by itself
+after a stop.
 
-START are weights to begin with, of a former run (.pt) or of the program (.net). SHARE of them stays in OUT.pt at the end: a
-mean of weights does well on what either was trained with.
+SAMPLES are folders, with commas between them; those of "FOLDER*N" are taken N times as often. START are weights to begin with,
+of a former run (.pt) or of the program (.net). SHARE of them stays in OUT.pt at the end: a mean of weights does well on what
+either was trained with. With --near the norms are fixed and the net is held near what START says where that is right, so
+that little is unlearned.
 
 Every 25th sample is held back and watched. OUT.pt gets the running mean of the weights, OUT.pt.state what a stopped run
 needs to go on. Set OMP_WAIT_POLICY=PASSIVE when the machine has other work: threads that spin take ten times as long.
 """
 import argparse
+import copy
 import glob
 import io
 import math
@@ -30,6 +34,7 @@ SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 NARROW = 6  # weight of the places between two lines on one row that are nearer than about their height
 WORDS = 2   # weight of the places between two words of a line
+TAKEN = 4   # weight of places far from lines that START took for a line's
 BESIDE = 2  # weight of the places before and behind a line, where an icon may be
 
 
@@ -144,6 +149,17 @@ def overlap(guess, truth):
     return (2 * both + 1) / ((guess * guess).sum((0, 2, 3)) + (truth * truth).sum((0, 2, 3)) + 1)
 
 
+def distance(outputs, known, truth, sure):
+    """How far the outputs are from those known before, where these were right."""
+    parts = []
+    for guess, was, right in zip(outputs, known, truth):
+        was = torch.sigmoid(was)
+        apart = functional.binary_cross_entropy_with_logits(guess, was, reduction="none") - functional.binary_cross_entropy(was, was, reduction="none")
+        parts.append(apart * ((was - right).abs() < .5))
+    maps = (parts[0] * (sure > 0)).mean((0, 2, 3))
+    return maps[:4].mean() + maps[4] + maps[5] + parts[1].mean()
+
+
 def loss(outputs, truth, sure, script):
     maps, scripts = outputs
     entropy = (functional.binary_cross_entropy_with_logits(maps, truth, reduction="none", pos_weight=POSITIVE) * sure).mean((0, 2, 3))
@@ -189,19 +205,30 @@ def main():
     parser.add_argument("--rate", type=float, default=4e-3)
     parser.add_argument("--start")
     parser.add_argument("--keep", type=float, default=0)
+    parser.add_argument("--near", type=float, default=0)
     parser.add_argument("--first", type=int, default=0, help="number of the first crop, so that a second run sees others")
     given = parser.parse_args()
     torch.set_num_threads(2)
     torch.manual_seed(1)
-    names = sorted(path[:-len(".full.npy")] for path in glob.glob(given.samples + "/*.full.npy"))
-    held, taught = names[::HELD_BACK], [name for i, name in enumerate(names) if i % HELD_BACK]
+    held, taught = [], []
+    for folder in given.samples.split(","):
+        folder, _, times = folder.partition("*")
+        names = sorted(path[:-len(".full.npy")] for path in glob.glob(folder + "/*.full.npy"))
+        held += names[::HELD_BACK]
+        taught += [name for i, name in enumerate(names) if i % HELD_BACK] * int(times or 1)
     taught += [name for name in taught if has_hangul(name)] * 2  # a tenth of the letters otherwise
     net, mean, step = Net().to(memory_format=torch.channels_last), Net(), 0
     if given.start:
-        start = with_statistics(given.start, Crops(taught, 40 * BATCH)) if given.start.endswith(".net") else torch.load(given.start)
+        if given.start.endswith(".pt"):
+            start = torch.load(given.start)
+        else:
+            start = load(given.start).state_dict() if given.near else with_statistics(given.start, Crops(taught, 40 * BATCH))
         net.load_state_dict(start)
     mean.load_state_dict(net.state_dict())
-    optimizer = torch.optim.AdamW(net.parameters(), lr=given.rate, weight_decay=1e-4)
+    if given.near:
+        before = copy.deepcopy(net).eval().requires_grad_(False)
+    trained = [weight for name, weight in net.named_parameters() if not (given.near and name.endswith(".1.weight"))]
+    optimizer = torch.optim.AdamW(trained, lr=given.rate, weight_decay=0 if given.near else 1e-4)
     if os.path.exists(given.out + ".state"):
         step, state, weights = torch.load(given.out + ".state")
         net.load_state_dict(weights)
@@ -211,17 +238,26 @@ def main():
     crops = Crops(taught, (given.steps - step) * BATCH)
     offset = given.first + step * BATCH
     loader = DataLoader(torch.utils.data.Subset(Crops(taught, given.first + given.steps * BATCH), range(offset, offset + len(crops))), BATCH, num_workers=2, prefetch_factor=4)
-    watched = DataLoader(Crops(held, min(len(held), 60), False), BATCH)
+    watched = DataLoader(Crops(held[::max(1, len(held) // 60)], min(len(held), 60), False), BATCH)
     begun, sums = time.time(), []
     for picture, truth, sure, script in loader:
         part = step / given.steps
         for group in optimizer.param_groups:
             group["lr"] = given.rate * min(1, part / .03 + .02) * (.5 + .5 * math.cos(math.pi * part)) + 1e-5
-        net.train()
+        net.train(not given.near)
         optimizer.zero_grad()
-        value, _, _ = loss(net(picture.contiguous(memory_format=torch.channels_last)), truth, sure, script)
-        value.backward()
-        torch.nn.utils.clip_grad_norm_(net.parameters(), 5.)
+        picture = picture.contiguous(memory_format=torch.channels_last)
+        outputs = net(picture)
+        held_near = 0
+        if given.near:
+            with torch.no_grad():
+                known = before(picture)
+                alone = functional.max_pool2d(truth[:, 4:5], (9, 41), 1, (4, 20)) == 0
+                sure = sure * (1 + (TAKEN - 1) * ((torch.sigmoid(known[0][:, 4:5]) > .3) & alone))
+            held_near = given.near * distance(outputs, known, (truth, script), sure)
+        value, _, _ = loss(outputs, truth, sure, script)
+        (value + held_near).backward()
+        torch.nn.utils.clip_grad_norm_(trained, 5.)
         optimizer.step()
         step += 1
         sums.append(value.item())
