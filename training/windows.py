@@ -4,11 +4,13 @@
 FOLDER is that of make-weights, whose strings and pictures are used. The programs run in FOLDER/system, a Debian of its own
 without network, in eight languages and many themes. A window is shown by a display with letters, by a second without and
 by a third with boxes in their place (glyphs.c); the difference of the pictures says where the text is. Group n depends on
-n and on how fast the programs are; it becomes samples n0 to n9 of FOLDER/windows.
+n and on how fast the programs are; it becomes samples n0 to n5 of FOLDER/windows.
+The first call installs the system; call it alone. If that breaks off, remove FOLDER/system and begin anew.
 """
 import json
 import os
 import random
+import re
 import shutil
 import subprocess
 import sys
@@ -21,6 +23,7 @@ from samples import sample
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 LOCALES = {"en": "en_US", "zh_TW": "zh_TW", "zh_CN": "zh_CN", "ja": "ja_JP", "ko": "ko_KR", "de": "de_DE", "fr": "fr_FR", "es": "es_ES"}
+MEASURED = re.compile("DejaVu|Noto")  # fonts that screens are measured with
 SEEN = 20     # levels; a smaller difference of a channel is no box
 BAND = .4     # of the em; height of a box, which begins .05 above the base line
 STATES = 6    # of a program, at most
@@ -118,7 +121,7 @@ def make_settings(root, home, chance, fonts):
 
 
 def show(root, number, known):
-    """Runs a program. Returns the folder with what its displays showed."""
+    """Runs a program. Returns the folder with what its displays showed, and the plan."""
     chance = random.Random(f"window {number}")
     language = chance.choice(("en", "en", "en", "zh_TW", "zh_CN", "ja", "ko", "de", "fr", "es"))
     scale = chance.choice((1, 1, 1, 1, 1, 1.25, 1.5, 2))
@@ -214,7 +217,7 @@ def main():
     part, parts = (int(v) for v in sys.argv[4:6]) if len(sys.argv) > 4 else (0, 1)
     root, known = install(folder), material.collect(folder)
     listed = subprocess.run(["chroot", root, "fc-list", "--format", "%{family[0]}\n"], capture_output=True, text=True, check=True).stdout
-    known["window fonts"] = sorted({name for name in listed.splitlines() if not material.UNREADABLE.search(name)})
+    known["window fonts"] = sorted({name for name in listed.splitlines() if not material.UNREADABLE.search(name) and not MEASURED.match(name)})
     os.makedirs(f"{folder}/windows", exist_ok=True)
     for number in range(first, first + count):
         if number % parts != part or os.path.exists(f"{folder}/windows/{number}.done"):
