@@ -1032,8 +1032,8 @@
         <translation>The earlier history could not be read. Its file is kept in the same folder.</translation>
     </message>
     <message>
-        <source>無法讀取圖片：%@</source>
-        <translation>Could not read the picture: %@</translation>
+        <source>無法讀取圖片 %@：%@</source>
+        <translation>Could not read the picture %@: %@</translation>
     </message>
     <message>
         <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>

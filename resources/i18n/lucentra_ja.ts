@@ -1032,8 +1032,8 @@
         <translation>以前の翻訳履歴を読み込めませんでした。元のファイルは同じフォルダーに残ります。</translation>
     </message>
     <message>
-        <source>無法讀取圖片：%@</source>
-        <translation>画像を読み込めませんでした：%@</translation>
+        <source>無法讀取圖片 %@：%@</source>
+        <translation>画像 %@ を読み込めませんでした：%@</translation>
     </message>
     <message>
         <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>

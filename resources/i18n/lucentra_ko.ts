@@ -1032,8 +1032,8 @@
         <translation>이전 번역 기록을 읽을 수 없습니다. 원본 파일은 같은 폴더에 보관됩니다.</translation>
     </message>
     <message>
-        <source>無法讀取圖片：%@</source>
-        <translation>그림을 읽을 수 없습니다: %@</translation>
+        <source>無法讀取圖片 %@：%@</source>
+        <translation>그림 %@을(를) 읽을 수 없습니다: %@</translation>
     </message>
     <message>
         <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>

@@ -1032,8 +1032,8 @@
         <translation>无法读取以前的翻译记录，原文件会保留在同一个文件夹中。</translation>
     </message>
     <message>
-        <source>無法讀取圖片：%@</source>
-        <translation>无法读取图片：%@</translation>
+        <source>無法讀取圖片 %@：%@</source>
+        <translation>无法读取图片 %@：%@</translation>
     </message>
     <message>
         <source>無法讀取或寫入這個檔案。請檢查它的擁有者與權限。</source>

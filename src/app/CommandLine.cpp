@@ -198,7 +198,15 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
         if (const CommandRow *row = findCommand(typed))
             return parseArguments(*row, arguments.sliced(std::min(words, arguments.size())), texts);
     }
-    return tl::unexpected(wrongUsage(texts.formatted(u"未知的指令：%@"_s, name)));
+    QStringList endings; // of commands with two words
+    for (const CommandRow &row : commandRows) {
+        if (row.name.startsWith(name + u' '))
+            endings.append(row.name.sliced(name.size() + 1).toString());
+    }
+    if (!endings.isEmpty() && arguments.size() == 1)
+        return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, endings.join(u'|'))));
+    return tl::unexpected(
+        wrongUsage(texts.formatted(u"未知的指令：%@"_s, endings.isEmpty() ? name : name + u' ' + arguments[1])));
 }
 
 bool startsProgram(QStringView command)

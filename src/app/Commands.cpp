@@ -124,22 +124,16 @@ QJsonArray withOutcomes(QJsonArray lines, const QList<OnDeviceOutcome> &outcomes
     return lines;
 }
 
-tl::unexpected<Failure> card(const QString &title, const QString &message)
-{
-    return commandFailed(title + u'\n' + message);
-}
-
 Result<BlockTranslations> translate(const QList<TextBlock> &blocks, Services &services)
 {
     const LocalizationManager &texts = services.texts();
     if (blocks.isEmpty())
-        return card(texts.localized(u"沒有偵測到文字"_s),
-                    texts.localized(u"請調整玻璃板位置或大小，讓文字完整落在框內後再試一次。"_s));
+        return commandFailed(texts.localized(u"沒有偵測到文字"_s));
     services.prepareOnDevice(*qApp);
     const auto translations = await<Result<BlockTranslations>>(
         [&](auto completion) { services.translationManager().translateBlocks(blocks, completion); });
     if (!translations)
-        return card(texts.localized(u"翻譯失敗"_s), translations.error().description);
+        return commandFailed(texts.localized(u"翻譯失敗"_s) + u'\n' + translations.error().description);
     return *translations;
 }
 
@@ -201,8 +195,8 @@ Result<CommandOutput> recognizeCommand(const Invocation &invocation, Services &s
     QJsonArray lines;
     for (const TextBlock &block : blocks) {
         const NormBox &box = block.normBox;
-        lines.append(QJsonObject{{u"text"_s, block.text},
-                                 {u"normBox"_s, QJsonArray{box.x, box.y, box.width, box.height}}});
+        lines.append(
+            QJsonObject{{u"text"_s, block.text}, {u"normBox"_s, QJsonArray{box.x, box.y, box.width, box.height}}});
     }
     return outputOf(QJsonObject{{u"width"_s, picture->width()}, {u"height"_s, picture->height()}, {u"blocks"_s, lines}},
                     invocation, stages);

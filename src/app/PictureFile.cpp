@@ -47,14 +47,17 @@ tl::unexpected<Failure> unwritable(const QString &path, const QString &reason, c
 Result<QImage> readPicture(const QString &path, const LocalizationManager &texts)
 {
     QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
-        return tl::unexpected(pictureFailure(texts.formatted(u"無法讀取圖片：%@"_s, path)));
+    const bool isFolder = QFileInfo(path).isDir();
+    if (isFolder || !file.open(QIODevice::ReadOnly))
+        return tl::unexpected(pictureFailure(
+            texts.formatted(u"無法讀取圖片 %@：%@"_s, path, isFolder ? qt_error_string(EISDIR) : file.errorString())));
     // Detecting the format needs to read the beginning twice, which a pipe doesn't allow.
     QByteArray piped;
     QBuffer pipe(&piped);
     if (!QFileInfo(path).isFile()) {
         bool isPicture = true;
-        for (QByteArray part; isPicture && piped.size() < maximumPipedBytes && !(part = file.read(mebibyte)).isEmpty();) {
+        for (QByteArray part;
+             isPicture && piped.size() < maximumPipedBytes && !(part = file.read(mebibyte)).isEmpty();) {
             const bool isHead = piped.size() < headBytes;
             piped += part;
             QBuffer head(&piped);

@@ -72,7 +72,7 @@ Result<void> writePrivateFile(const QString &path, const QByteArray &content)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile()) // the new file would replace it
-        return failure(qt_error_string(ENOTSUP));
+        return failure(qt_error_string(info.isDir() ? EISDIR : ENOTSUP));
     const QFileInfo target(info.exists() ? info.canonicalFilePath() : info.absoluteFilePath());      // keeps links
     QTemporaryFile file(target.path() + u'/' + unfinishedName(target.fileName(), QString(6, u'X'))); // 0600
     if (!file.open())

@@ -58,6 +58,8 @@ private Q_SLOTS:
         QTest::newRow("a number written otherwise")
             << QStringList{u"text"_s, u"a"_s, u"--engine= +7"_s} << u"選項 --engine 的值無效： +7"_s;
         row("fly", u"未知的指令：fly"_s);
+        row("live", u"缺少參數：on|off|toggle"_s);
+        row("live fly", u"未知的指令：live fly"_s);
         row("text a --fast", u"未知的選項：--fast"_s);
         row("text a --json", u"未知的選項：--json"_s); // another command's
         row("text a --engine", u"選項 --engine 需要一個值"_s);
