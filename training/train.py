@@ -34,7 +34,8 @@ SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 NARROW = 6  # weight of the places between two lines on one row that are nearer than about their height
 WORDS = 2   # weight of the places between two words of a line
-TAKEN = 4   # weight of places far from lines that START took for a line's
+TAKEN = 2   # weight of places far from lines, or on something drawn, that START took for a line's
+DRAWN = .15 # difference of brightness within three pixels; less is flat ground
 BESIDE = 2  # weight of the places before and behind a line, where an icon may be
 
 
@@ -54,7 +55,7 @@ class Crops(Dataset):
         bits, script = np.load(name + ".half.npy", mmap_mode="r"), np.load(name + ".script.npy", mmap_mode="r")
         scale = math.exp(chance.uniform(-.35, .3)) if self.change and chance.random() < .3 else 1
         side = min(int(SIDE / scale) // 8 * 8, *(s // 8 * 8 for s in full.shape[:2]))
-        for _ in range(3):  # most crops have text
+        for _ in range(6):  # most crops have text
             y, x = (chance.randint(0, (s - side) // 8) * 8 for s in full.shape[:2])
             part = bits[y // 2:(y + side) // 2, x // 2:(x + side) // 2]
             if (part & CORE).any():
@@ -90,7 +91,7 @@ def refined(core, sure, inked):
         thick, width = rows.stop - rows.start, columns.stop - columns.start
         if width <= 1.5 * thick + 1:
             core[rows, max(0, columns.start - 1):columns.stop + 1] = True
-            weight[rows.start:rows.stop, max(0, columns.start - 4):columns.stop + 4] *= 4
+            weight[rows.start:rows.stop, max(0, columns.start - 4):columns.stop + 4] *= 6
         empty = ~inked[max(0, rows.start - thick // 2):rows.stop + thick // 2, columns].any(0)
         runs, _ = ndimage.label(empty)
         for (run,) in ndimage.find_objects(runs):
@@ -147,6 +148,18 @@ def overlap(guess, truth):
     """Dice of each output over the batch."""
     both = (guess * truth).sum((0, 2, 3))
     return (2 * both + 1) / ((guess * guess).sum((0, 2, 3)) + (truth * truth).sum((0, 2, 3)) + 1)
+
+
+def may_be_icon(picture, truth):
+    """Where no line is near, or something other than letters is drawn. Flat ground near a line may be a space of it."""
+    alone = functional.max_pool2d(truth[:, 4:5], (9, 41), 1, (4, 20)) == 0
+    bright = picture.mean(1, keepdim=True)
+    change = functional.max_pool2d(bright, 3, 1, 1) + functional.max_pool2d(-bright, 3, 1, 1)
+    letters = functional.max_pool2d(truth[:, :4].amax(1, keepdim=True), 5, 1, 2) > .05
+    drawn = functional.max_pool2d((functional.max_pool2d(change, 2) > DRAWN).float() * ~letters, 3, 1, 1)
+    # Dashes and bars are part of lines too often, so what is thin doesn't count.
+    thick = functional.max_pool2d(1 - functional.max_pool2d(1 - drawn, 7, 1, 3), 9, 1, 4) > 0
+    return (alone | thick & ~letters) & (truth[:, 4:5] == 0)
 
 
 def distance(outputs, known, truth, sure):
@@ -252,8 +265,7 @@ def main():
         if given.near:
             with torch.no_grad():
                 known = before(picture)
-                alone = functional.max_pool2d(truth[:, 4:5], (9, 41), 1, (4, 20)) == 0
-                sure = sure * (1 + (TAKEN - 1) * ((torch.sigmoid(known[0][:, 4:5]) > .3) & alone))
+                sure = sure * (1 + (TAKEN - 1) * ((torch.sigmoid(known[0][:, 4:5]) > .3) & may_be_icon(picture, truth)))
             held_near = given.near * distance(outputs, known, (truth, script), sure)
         value, _, _ = loss(outputs, truth, sure, script)
         (value + held_near).backward()

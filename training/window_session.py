@@ -64,7 +64,7 @@ def rest(displays, longest):
     begun = time.time()
     seen, since = None, begun
     while time.time() - begun < longest and (seen is None or time.time() - since < REST):
-        time.sleep(.15)
+        time.sleep(.25)
         now = [display.pixels() for display in displays]
         if now != seen:
             seen, since = now, time.time()

@@ -26,6 +26,7 @@ LOCALES = {"en": "en_US", "zh_TW": "zh_TW", "zh_CN": "zh_CN", "ja": "ja_JP", "ko
 MEASURED = re.compile("DejaVu|Noto")  # fonts that screens are measured with
 SEEN = 20     # levels; a smaller difference of a channel is no box
 BAND = .4     # of the em; height of a box, which begins .05 above the base line
+HIGHEST = 120 # pixels; boxes of the largest letters are lower, so that something else has changed
 STATES = 6    # of a program, at most
 STRAY = .01   # of the places that change without text; more means that the windows weren't the same
 
@@ -201,7 +202,7 @@ def take(out, plan, target):
         pieces, places = pieces_of(pictures["none"], pictures["boxes"], pictures.get("scripts"))
         around = ndimage.binary_dilation(places, np.ones((3, 3)), iterations=12)
         stray = ((difference(pictures["shown"], pictures["none"]) > SEEN) & ~around).mean()
-        if stray > STRAY or not pieces:
+        if stray > STRAY or not pieces or any(bottom - top > HIGHEST for _, _, top, _, bottom, *_ in pieces):
             taken.append(f"{stray:.3f}")
             continue
         full, bits, script = sample(pictures["shown"], pictures["none"], pieces)
