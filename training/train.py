@@ -33,6 +33,7 @@ SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 
 NARROW = 6  # weight of the places between two lines on one row that are nearer than about their height
+LONE = 4    # weight of the places about a lone character
 WORDS = 2   # weight of the places between two words of a line
 TAKEN = 2   # weight of places far from lines, or on something drawn, that START took for a line's
 DRAWN = .15 # difference of brightness within three pixels; less is flat ground
@@ -91,7 +92,7 @@ def refined(core, sure, inked):
         thick, width = rows.stop - rows.start, columns.stop - columns.start
         if width <= 1.5 * thick + 1:
             core[rows, max(0, columns.start - 1):columns.stop + 1] = True
-            weight[rows.start:rows.stop, max(0, columns.start - 4):columns.stop + 4] *= 6
+            weight[rows.start:rows.stop, max(0, columns.start - 4):columns.stop + 4] *= LONE
         empty = ~inked[max(0, rows.start - thick // 2):rows.stop + thick // 2, columns].any(0)
         runs, _ = ndimage.label(empty)
         for (run,) in ndimage.find_objects(runs):
