@@ -724,8 +724,12 @@ class Screen:
 
         def word():
             n = self.number
-            text = self.pick((lambda: "".join(self.chance.choices("口日回國田四目因困囚国曰固圓", k=n(2, 6))), lambda: f"回 {n(1, 9)} {self.pick('次日回目')} {n(1, 31)} {self.pick('日月口')}", lambda: self.short() + self.pick(("...", "…", " ...", "。", "!")), lambda: " or ".join(self.chance.sample("ABCVXxvoO017Il", 2)), lambda: f"{self.short()} {n(0, 9)}", lambda: f"{n(1, 12)} 月 {n(1, 28)} 日", lambda: f"{n(1, 9)} {self.short()} {n(1, 9)}", self.short, self.short, self.alone, lambda: self.pick("Il1ij|!7"), self.figure))()
-            return f'<div style="font-size:{n(10, 40)}px;margin:4px{self.pick(("", "", "", f";word-spacing:{self.chance.uniform(.1, .9):.2f}em", f";font-family:{self.mono}"))}">{text}</div>'
+            framed, letters = "口日回國田四目因困囚国曰固圓", "aAIOo0VxXiyBC17l"
+            text = self.pick((lambda: "".join(self.chance.choices(framed, k=n(2, 6))), lambda: f"{self.pick(framed)} {n(1, 40)} {self.pick('次日回目個')} {n(1, 31)} {self.pick('日月口')}",
+                              lambda: f"{self.pick(framed + '一三二十工人中上下')} {self.short()}", lambda: f"{self.pick(letters)} {self.short()}", lambda: f"{self.short()} {self.pick('口日回国田0OxX一三')}",
+                              lambda: self.short() + self.pick(("...", "…", " ...", "。", "!")), lambda: f" {self.pick(('or', 'and', 'to'))} ".join(self.chance.sample(letters, 2)), lambda: f"{self.short()} {n(0, 9)}", lambda: f"{n(0, 9)} {self.short()}",
+                              lambda: f"{n(1, 12)} 月 {n(1, 28)} 日", lambda: f"{n(1, 9)} {self.short()} {n(1, 9)}", self.short, self.short, self.alone, lambda: self.pick("Il1ij|!7"), self.figure))()
+            return f'<div style="font-size:{n(10, 40)}px;margin:4px{self.pick(("", "", "", f";font-family:{self.mono}"))}">{text}</div>'
         parts = (checks, checks, ticks, ticks, self.counters, self.counters, self.counters, lambda: self.drawing(self.number(200, 900), self.number(80, 420), 7), lambda: self.some(3, 8, word), lambda: self.some(3, 8, word), self.calendar, self.keys, self.menu, self.details, self.details, self.menubar, self.toolbar, self.toolbar, self.toolbox)
         return f'<div style="height:100vh;overflow:hidden;display:flex;flex-flow:column wrap">{"".join(self.pick(parts)() for _ in range(7))}</div>'
 
@@ -733,7 +737,7 @@ class Screen:
 def draw(chance, material, language=None):
     """Returns (kind, HTML) of a random screen, in a random language if none is given."""
     language = language or chance.choices(("en", "zh_TW", "zh_CN", "ja", "ko"), (28, 22, 15, 20, 15))[0]
-    kind = chance.choices(("window", "site", "game", "hud", "film", "desk", "scraps", "shell", "columns"), (34, 11, 18, 22, 10, 5, 8, 10, 8))[0]
+    kind = chance.choices(("window", "site", "game", "hud", "film", "desk", "scraps", "shell", "columns"), (34, 11, 18, 22, 10, 5, 20, 16, 14))[0]
     if kind == "columns" and language in ("en", "ko"):
         language = "ja"
     screen = Screen(chance, material, language, chance.random() < .45)

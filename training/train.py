@@ -32,11 +32,12 @@ from samples import CORE, GAP, UNSURE
 SIDE, BATCH, HELD_BACK = 320, 6, 25
 
 
-NARROW = 6  # weight of the places between two lines on one row that are nearer than about their height
+NARROW = 5  # weight of the places between two lines on one row that are nearer than about their height
 LONE = 4    # weight of the places about a lone character
-WORDS = 2   # weight of the places between two words of a line
-TAKEN = 2   # weight of places far from lines, or on something drawn, that START took for a line's
+WORDS = 3   # weight of the places between two words of a line
+TAKEN = 3   # weight of places far from lines, or on something drawn, that START took for a line's
 DRAWN = .15 # difference of brightness within three pixels; less is flat ground
+ENDS = 2.5  # weight of the first and the last character of a line
 BESIDE = 2  # weight of the places before and behind a line, where an icon may be
 
 
@@ -100,6 +101,9 @@ def refined(core, sure, inked):
                 weight[max(0, rows.start - thick):rows.stop + thick, columns.start + run.start:columns.start + run.stop] *= WORDS
         for beside in (np.s_[rows, max(0, columns.start - 4 * thick):columns.start - 1], np.s_[rows, columns.stop + 1:columns.stop + 3 * thick]):
             weight[beside][~core[beside]] *= BESIDE
+        if width > 1.5 * thick + 1:
+            for end in (np.s_[rows, columns.start:columns.start + 2 * thick], np.s_[rows, max(columns.start, columns.stop - 2 * thick):columns.stop]):
+                weight[end] = np.maximum(weight[end], ENDS * (weight[end] > 0))
         row = labels[(rows.start + rows.stop) // 2, columns.stop:columns.stop + 6 * thick]
         if not row.any():
             continue

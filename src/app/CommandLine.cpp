@@ -203,6 +203,8 @@ Result<Invocation> parseCommandLine(const QStringList &arguments, const Localiza
         if (row.name.startsWith(name + u' '))
             endings.append(row.name.sliced(name.size() + 1).toString());
     }
+    if (!endings.isEmpty() && arguments.value(1) == "--help"_L1)
+        return Invocation{};
     if (!endings.isEmpty() && arguments.size() == 1)
         return tl::unexpected(wrongUsage(texts.formatted(u"缺少參數：%@"_s, endings.join(u'|'))));
     return tl::unexpected(

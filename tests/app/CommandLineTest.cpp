@@ -36,6 +36,7 @@ private Q_SLOTS:
         row("models run a --max-length-factor 1.5",
             {.command = u"models run", .argument = u"a"_s, .maxLengthFactor = 1.5});
         row("text --help", {});
+        row("live --help", {});
         row("toggle", {.command = u"toggle"});
         row("--version", {.command = u"version"});
     }

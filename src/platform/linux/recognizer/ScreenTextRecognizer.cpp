@@ -1,7 +1,6 @@
 #include "ScreenTextRecognizer.h"
 
 #include "Memory.h"
-#include "Rules.h"
 #include "find/MapLines.h"
 #include "find/TextNet.h"
 #include "judge/LineBox.h"
@@ -81,19 +80,15 @@ Reading wholeOf(const ReadLine &line)
 /// What is writing of the lines, in reading order.
 QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, const QSize &size)
 {
-    constexpr double sureOfCut = 85; // confidence, 0 to 100; of letters that are cut only what is surely read counts
     QList<TypeLine> texts;
     QList<QRect> inks;
     for (const ReadLine &line : lines) {
         const Reading reading = wholeOf(line);
-        if (!isPlausible(reading, line.found) ||
-            (isOn("cut lines") && line.found.isCut(size.height()) && reading.confidence < sureOfCut))
+        if (!isPlausible(reading, line.found))
             continue;
         texts.append({line.found.ink, reading.text});
         inks.append(line.found.ink);
     }
-    if (isOn("twins"))
-        settleTwins(texts);
     const QList<QRect> boxes = typographicBoxes(texts, QRect(QPoint(), size));
     QList<RecognizedTextObservation> observations;
     for (const int index : readingOrder(inks))
