@@ -1,6 +1,7 @@
 #include "ScreenTextRecognizer.h"
 
 #include "Memory.h"
+#include "Rules.h"
 #include "find/MapLines.h"
 #include "find/TextNet.h"
 #include "judge/LineBox.h"
@@ -89,6 +90,8 @@ QList<RecognizedTextObservation> observationsOf(const QList<ReadLine> &lines, co
         texts.append({line.found.ink, reading.text});
         inks.append(line.found.ink);
     }
+    if (isOn("twins"))
+        settleTwins(texts);
     const QList<QRect> boxes = typographicBoxes(texts, QRect(QPoint(), size));
     QList<RecognizedTextObservation> observations;
     for (const int index : readingOrder(inks))

@@ -19,6 +19,33 @@ QString tidied(const QString &text)
     return QString(text).remove(spaceBetweenWide);
 }
 
+void settleTwins(QList<TypeLine> &lines)
+{
+    static const QString ideographs = u"工力口二八夕卜一千"_s;
+    static const QString kana = u"エカロニハタトーチ"_s;
+    constexpr int reach = 20; // sizes of a character
+    const auto isLone = [](const TypeLine &line) { return line.text.size() == 1; };
+    const auto isTwin = [](const TypeLine &line) { return ideographs.contains(line.text) || kana.contains(line.text); };
+    for (TypeLine &line : lines) {
+        if (!isLone(line) || !isTwin(line))
+            continue;
+        bool isKana = kana.contains(line.text);
+        int nearest = reach * std::max(line.ink.width(), line.ink.height());
+        for (const TypeLine &other : std::as_const(lines)) {
+            const Scripts scripts = scriptsOf(other.text);
+            const int middle = line.ink.center().y();
+            const int away = std::abs(other.ink.center().x() - line.ink.center().x());
+            const bool isOnRow = other.ink.top() <= middle && middle <= other.ink.bottom();
+            if (isLone(other) && !isTwin(other) && scripts.kana + scripts.han > 0 && isOnRow && away < nearest) {
+                nearest = away;
+                isKana = scripts.kana > 0;
+            }
+        }
+        const qsizetype place = std::max(ideographs.indexOf(line.text), kana.indexOf(line.text));
+        line.text = isKana ? kana[place] : ideographs[place];
+    }
+}
+
 namespace {
 
 /// A line of code that closes or opens what others are in.
